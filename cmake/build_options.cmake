@@ -1,0 +1,14 @@
+# Compile options that every target of this project takes by linking to tarn_build_options.
+add_library(tarn_build_options INTERFACE)
+target_compile_options(tarn_build_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wcast-align -Wnull-dereference)
+target_compile_definitions(tarn_build_options INTERFACE QT_NO_KEYWORDS QT_NO_FOREACH QT_STRICT_ITERATORS
+  QT_NO_URL_CAST_FROM_STRING)
+if(TARN_WARNINGS_AS_ERRORS)
+  target_compile_options(tarn_build_options INTERFACE -Werror)
+endif()
+if(TARN_SANITIZE)
+  target_compile_options(tarn_build_options INTERFACE -fsanitize=${TARN_SANITIZE} -fno-omit-frame-pointer
+    -fno-sanitize-recover=all -O1)
+  target_link_options(tarn_build_options INTERFACE -fsanitize=${TARN_SANITIZE})
+endif()

@@ -1,0 +1,22 @@
+#pragma once
+
+namespace TarnPlanView {
+
+/// Value of role 657: four slots a family (root, group, plan, plan-like leaf). The number 9 is unused.
+enum ItemType {
+  PlaceholderItem = -1,
+  PublicRootItem = 1,
+  PublicGroupItem = 2,
+  PublicPlanItem = 3,
+  PublicLeafItem = 4,
+  OwnRootItem = 5,
+  OwnGroupItem = 6,
+  OwnPlanItem = 7,
+  OwnLeafItem = 8,
+  ReceivedRootItem = 10,
+  ReceivedGroupItem = 11,
+  ReceivedPlanItem = 12,
+  ReceivedLeafItem = 13,
+};
+
+}  // namespace TarnPlanView

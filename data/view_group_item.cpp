@@ -1,0 +1,39 @@
+#include "view_group_item.h"
+
+#include "item_type.h"
+#include "plan_item_role.h"
+#include "view_public_def.h"
+
+namespace TarnPlanView {
+
+namespace {
+// The family comes from the record, not from the model that shows it.
+int GroupItemType(int family) {
+  switch (family) {
+    case 0:
+      return PublicGroupItem;
+    case 2:
+      return ReceivedGroupItem;
+    default:
+      return OwnGroupItem;
+  }
+}
+}  // namespace
+
+CViewGroupItem::CViewGroupItem(const ViewManagerParam& param, const view_plugin_protocol::PlanGroup& group)
+    : param_(param), group_(group) {
+  setText(QString::fromStdString(group.name));
+  setIcon(CViewPublicDef::GetPlanGroupIcon(param.type == PublicTheme));
+  setData(QVariant::fromValue(group), ItemRecordRole);
+  setData(QString::fromStdString(group.index_code), GroupIndexCodeRole);
+  setData(GroupItemType(group.type), ItemTypeRole);
+  setData(true, IsGroupRole);
+  setData(group.type, GroupTypeRole);
+  setData(true, GroupMarkRole);
+  setData(!param.flag9, ItemMarkRole);
+  setData(false, GroupLoadedRole);
+}
+
+CViewGroupItem::~CViewGroupItem() = default;
+
+}  // namespace TarnPlanView

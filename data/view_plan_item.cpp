@@ -1,0 +1,42 @@
+#include "view_plan_item.h"
+
+#include "item_type.h"
+#include "plan_item_role.h"
+#include "view_public_def.h"
+
+namespace TarnPlanView {
+
+namespace {
+// The family comes from the record, not from the model that shows it.
+int PlanItemType(int family) {
+  switch (family) {
+    case 0:
+      return PublicPlanItem;
+    case 2:
+      return ReceivedPlanItem;
+    default:
+      return OwnPlanItem;
+  }
+}
+}  // namespace
+
+CViewPlanItem::CViewPlanItem(const ViewManagerParam& param, const view_plugin_protocol::PlanBasicInfo& plan)
+    : param_(param), plan_(plan) {
+  setData(QString::fromStdString(plan.name), Qt::DisplayRole);
+  setIcon(CViewPublicDef::GetPlanIcon(param.type == PublicTheme, false));
+  setData(QVariant::fromValue(plan), ItemRecordRole);
+  setData(QString::fromStdString(plan.index_code), PlanIndexCodeRole);
+  setData(PlanItemType(plan.type), ItemTypeRole);
+  setData(false, IsGroupRole);
+  setData(plan.type, PlanTypeRole);
+  setData(false, PlayingRole);
+}
+
+CViewPlanItem::~CViewPlanItem() = default;
+
+void CViewPlanItem::SetPlayState(bool playing) {
+  setIcon(CViewPublicDef::GetPlanIcon(param_.type == PublicTheme, playing));
+  setData(playing, PlayingRole);
+}
+
+}  // namespace TarnPlanView

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QObject>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+#include "MarUIControl/standard_item.h"
+#include "view_manager_param.h"
+
+namespace TarnPlanView {
+
+/// Row of a plan. Owned by the model it is inserted into.
+class CViewPlanItem : public QObject, public MarUIControl::CStandardItem {
+  Q_OBJECT
+ public:
+  CViewPlanItem(const ViewManagerParam& param, const view_plugin_protocol::PlanBasicInfo& plan);
+  ~CViewPlanItem() override;
+
+  using MarUIControl::CStandardItem::setData;
+
+  /// Renews the icon, then role 673.
+  void SetPlayState(bool playing);
+
+ private:
+  ViewManagerParam param_;
+  view_plugin_protocol::PlanBasicInfo plan_;
+};
+
+}  // namespace TarnPlanView

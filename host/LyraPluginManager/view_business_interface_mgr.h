@@ -1,0 +1,69 @@
+#pragma once
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+#include "ResourceData/resource_observer.h"
+#include "Wren/Base/singleton.h"
+#include "host_export.h"
+
+namespace LyraPluginManager {
+
+/// The host's plan service: plans, groups, default view, users, sharing and observation of changes.
+///
+/// Every call blocks until the service has an answer and never pumps events. On false the response holds nothing but
+/// `error_info`, a text for the user. Thread: any, several at once. After the host began to close every call
+/// returns false.
+class TARN_HOST_EXPORT CViewBusinessInterfaceMgr : public Wren::Base::CSingleton<CViewBusinessInterfaceMgr> {
+ public:
+  bool GetPlanGroups(const view_plugin_protocol::GetPlanGroupsRequest& request,
+                     view_plugin_protocol::GetPlanGroupsResponse& response);
+  bool GetPlansInGroup(const view_plugin_protocol::GetPlansInGroupRequest& request,
+                       view_plugin_protocol::GetPlansInGroupResponse& response);
+  bool AddPlanGroup(const view_plugin_protocol::AddPlanGroupRequest& request,
+                    view_plugin_protocol::AddPlanGroupResponse& response);
+  bool UpdatePlanGroup(const view_plugin_protocol::UpdatePlanGroupRequest& request,
+                       view_plugin_protocol::UpdatePlanGroupResponse& response);
+  bool DeletePlanGroup(const view_plugin_protocol::DeletePlanGroupRequest& request,
+                       view_plugin_protocol::DeletePlanGroupResponse& response);
+  bool AddPlan(const view_plugin_protocol::AddPlanRequest& request, view_plugin_protocol::AddPlanResponse& response);
+  bool UpdatePlan(const view_plugin_protocol::UpdatePlanRequest& request,
+                  view_plugin_protocol::UpdatePlanResponse& response);
+  bool DeletePlan(const view_plugin_protocol::DeletePlanResquest& request,
+                  view_plugin_protocol::DeletePlanResponse& response);
+  /// With query kind 1 the answer is the automatic plan; when there is none the error text is "NoAutoRunPlan".
+  bool GetPlanDetail(const view_plugin_protocol::GetPlanDetailRequest& request,
+                     view_plugin_protocol::GetPlanDetailResponse& response);
+  bool AddPlanLog(const view_plugin_protocol::AddPlanLogRequestParam& request,
+                  view_plugin_protocol::AddPlanLogResponseParam& response);
+  bool SearchPlan(const view_plugin_protocol::SearchPlanRequest& request,
+                  view_plugin_protocol::SearchPlanResponse& response);
+  bool GetClientViewConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request,
+                           view_plugin_protocol::GetClientDefaultViewConfigResponse& response);
+  bool SetClientViewConfig(const view_plugin_protocol::ClienDefaultViewConfigRequest& request,
+                           view_plugin_protocol::ClienDefaultViewConfigReponse& response);
+  bool GetPlanConfig(const view_plugin_protocol::GetPlanConfigRequest& request,
+                     view_plugin_protocol::GetPlanConfigResponse& response);
+  bool GetCurrentUser(const view_plugin_protocol::GetCurrentUserRequest& request,
+                      view_plugin_protocol::GetCurrentUserResponse& response);
+  bool GetAllUserInfo(const view_plugin_protocol::UserRequestInfo& request,
+                      view_plugin_protocol::UserResponseInfo& response);
+  bool ViewShareUsers(const view_plugin_protocol::ViewShareResquestInfo& request,
+                      view_plugin_protocol::ShareViewResponseInfo& response);
+  bool IsInitViewGroupFinish(const view_plugin_protocol::ClienInitViewDataRequest& request,
+                             view_plugin_protocol::ClienInitViewDataResponse& response);
+  bool IsInitViewFinish(const view_plugin_protocol::ClienInitViewDataRequest& request,
+                        view_plugin_protocol::ClienInitViewDataResponse& response);
+  /// Whether the plan data is complete in memory.
+  bool IsViewResourceDownFinish();
+  /// Drops the plan data in memory and fetches it again in the background.
+  void ClearViewData();
+  /// Registers (action 1) or removes (action 0) an observer of one plan, one group or, with the code "root" and type
+  /// 16001, of the whole tree. The observer must stay alive until it is removed; it is called on the GUI thread.
+  void ViewRegisterResourceUpdate(ResourceData::IResourceObserver* observer,
+                                  const view_plugin_protocol::ViewObserverInfo& info);
+
+ private:
+  friend class Wren::Base::CSingleton<CViewBusinessInterfaceMgr>;
+  CViewBusinessInterfaceMgr() = default;
+};
+
+}  // namespace LyraPluginManager

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QTreeView>
+
+#include "host_export.h"
+
+namespace MarUIControl {
+
+/// Base of the host's item views.
+class TARN_HOST_EXPORT CAbstractItemView : public QTreeView {
+  Q_OBJECT
+ public:
+  explicit CAbstractItemView(QWidget* parent = nullptr);
+  ~CAbstractItemView() override;
+
+  /// Whether `column` follows the width of its contents or stretches.
+  void setColumnResizeToContents(int column, bool resize);
+};
+
+}  // namespace MarUIControl

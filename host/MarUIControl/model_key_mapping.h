@@ -1,0 +1,21 @@
+#pragma once
+
+#include "host_export.h"
+
+namespace MarUIControl {
+
+/// Roles that the host's tree control reads from its models.
+class TARN_HOST_EXPORT CModelKeyMapping {
+ public:
+  enum Role {
+    MarkRole = 378,       // bool: the row carries a mark column
+    GroupMarkRole = 581,  // bool: the row can have children, whether or not they are loaded
+  };
+
+  virtual ~CModelKeyMapping();
+
+ protected:
+  CModelKeyMapping() = default;
+};
+
+}  // namespace MarUIControl

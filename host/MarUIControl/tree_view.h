@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QPersistentModelIndex>
+#include <memory>
+
+#include "MarUIControl/abstract_item_view.h"
+#include "host_export.h"
+
+namespace MarUIControl {
+
+/// Tree whose rows fetch their children when the user first expands them.
+///
+/// A row is fetched at most once at a time: AsynchronousExpand() is emitted by the user's gesture (expander, double
+/// click on a row that can have children, keys) or by ExpandAsync(), never by expand(), and is held back while the
+/// row waits. While a row waits it shows a waiting mark in place of its expander. What counts as fetched is the
+/// view's own record, made by FinishExpand(): a row whose fetch failed keeps its expander and can be tried again.
+/// Thread: GUI.
+class TARN_HOST_EXPORT CTreeView : public CAbstractItemView {
+  Q_OBJECT
+ public:
+  explicit CTreeView(QWidget* parent = nullptr);
+  ~CTreeView() override;
+
+  void setModel(QAbstractItemModel* model) override;
+
+  /// As if the user had asked for `index` (an index of this view's model) to be expanded.
+  void ExpandAsync(const QModelIndex& index);
+
+  /// The answer to AsynchronousExpand() for `index` (an index of this view's model) is there: the waiting mark goes;
+  /// with `fetched` the row counts as fetched from now on, otherwise it can be tried again; with `expand` it expands.
+  void FinishExpand(const QModelIndex& index, bool expand, bool fetched);
+
+  bool IsWaiting(const QModelIndex& index) const;
+  bool IsFetched(const QModelIndex& index) const;
+
+ Q_SIGNALS:
+  void AsynchronousExpand(const QModelIndex& index);
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
+  void timerEvent(QTimerEvent* event) override;
+
+ private:
+  class Private;
+  std::unique_ptr<Private> d_;
+};
+
+}  // namespace MarUIControl

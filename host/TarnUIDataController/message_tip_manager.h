@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <memory>
+
+#include "Wren/Base/singleton.h"
+#include "host_export.h"
+
+class QWidget;
+
+namespace tarn_ui_data_controller {
+
+/// Message tips: short texts over a window, one after the other. They are child overlays, never windows, so they take
+/// no activation. A failure (state 1) stays longer than a success (state 0). Each tip is read out to assistive
+/// technology. Thread: GUI.
+class TARN_HOST_EXPORT CMessageTipManager : public QObject, public Wren::Base::CSingleton<CMessageTipManager> {
+  Q_OBJECT
+ public:
+  ~CMessageTipManager() override;
+
+  /// Queues a tip over the window of `widget`; a null widget takes the active window.
+  void ShowTip(const QString& text, int state, QWidget* widget);
+  /// The tip on screen; an empty text when there is none.
+  QString CurrentText() const;
+
+ Q_SIGNALS:
+  /// A tip has come on screen.
+  void SignalTipShown(const QString& text, int state);
+
+ private:
+  friend class Wren::Base::CSingleton<CMessageTipManager>;
+  CMessageTipManager();
+
+  class Private;
+  std::unique_ptr<Private> d_;
+};
+
+}  // namespace tarn_ui_data_controller

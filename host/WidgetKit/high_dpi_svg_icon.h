@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QIcon>
+#include <QSize>
+#include <QString>
+
+#include "host_export.h"
+
+namespace WidgetKit {
+
+/// Icon of two SVG resources: `normal` for mode Normal, `selected` for mode Selected. Sharp at every device pixel
+/// ratio. An empty size takes each file's own. Thread: GUI.
+TARN_HOST_EXPORT QIcon GetHighDpiSvgIcon(const QString& normal, const QString& selected, const QSize& size);
+
+}  // namespace WidgetKit

@@ -1,0 +1,16 @@
+#pragma once
+
+namespace Wren::Base {
+
+/// Base of classes whose identity matters.
+class CNoncopyable {
+ public:
+  CNoncopyable(const CNoncopyable&) = delete;
+  CNoncopyable& operator=(const CNoncopyable&) = delete;
+
+ protected:
+  CNoncopyable() = default;
+  ~CNoncopyable() = default;
+};
+
+}  // namespace Wren::Base

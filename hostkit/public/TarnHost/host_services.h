@@ -1,0 +1,74 @@
+#pragma once
+
+#include <memory>
+
+#include "LyraPluginManager/play_plugin_protocol.h"
+#include "LyraPluginManager/ptz_plugin_protocol.h"
+#include "LyraPluginManager/view_plugin_protocol.h"
+#include "ResourceData/resource_observer.h"
+#include "host_export.h"
+
+namespace TarnHost {
+
+/// What stands behind the plug-in manager's singletons: the plan store, or a decorator around it.
+/// Contract of each call as in `LyraPluginManager`. Thread: any, several at once.
+class TARN_HOST_EXPORT IHostServices {
+ public:
+  virtual ~IHostServices() = default;
+
+  virtual bool GetPlanGroups(const view_plugin_protocol::GetPlanGroupsRequest&,
+                             view_plugin_protocol::GetPlanGroupsResponse&) = 0;
+  virtual bool GetPlansInGroup(const view_plugin_protocol::GetPlansInGroupRequest&,
+                               view_plugin_protocol::GetPlansInGroupResponse&) = 0;
+  virtual bool AddPlanGroup(const view_plugin_protocol::AddPlanGroupRequest&,
+                            view_plugin_protocol::AddPlanGroupResponse&) = 0;
+  virtual bool UpdatePlanGroup(const view_plugin_protocol::UpdatePlanGroupRequest&,
+                               view_plugin_protocol::UpdatePlanGroupResponse&) = 0;
+  virtual bool DeletePlanGroup(const view_plugin_protocol::DeletePlanGroupRequest&,
+                               view_plugin_protocol::DeletePlanGroupResponse&) = 0;
+  virtual bool AddPlan(const view_plugin_protocol::AddPlanRequest&, view_plugin_protocol::AddPlanResponse&) = 0;
+  virtual bool UpdatePlan(const view_plugin_protocol::UpdatePlanRequest&,
+                          view_plugin_protocol::UpdatePlanResponse&) = 0;
+  virtual bool DeletePlan(const view_plugin_protocol::DeletePlanResquest&,
+                          view_plugin_protocol::DeletePlanResponse&) = 0;
+  virtual bool GetPlanDetail(const view_plugin_protocol::GetPlanDetailRequest&,
+                             view_plugin_protocol::GetPlanDetailResponse&) = 0;
+  virtual bool AddPlanLog(const view_plugin_protocol::AddPlanLogRequestParam&,
+                          view_plugin_protocol::AddPlanLogResponseParam&) = 0;
+  virtual bool SearchPlan(const view_plugin_protocol::SearchPlanRequest&,
+                          view_plugin_protocol::SearchPlanResponse&) = 0;
+  virtual bool GetClientViewConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest&,
+                                   view_plugin_protocol::GetClientDefaultViewConfigResponse&) = 0;
+  virtual bool SetClientViewConfig(const view_plugin_protocol::ClienDefaultViewConfigRequest&,
+                                   view_plugin_protocol::ClienDefaultViewConfigReponse&) = 0;
+  virtual bool GetPlanConfig(const view_plugin_protocol::GetPlanConfigRequest&,
+                             view_plugin_protocol::GetPlanConfigResponse&) = 0;
+  virtual bool GetCurrentUser(const view_plugin_protocol::GetCurrentUserRequest&,
+                              view_plugin_protocol::GetCurrentUserResponse&) = 0;
+  virtual bool GetAllUserInfo(const view_plugin_protocol::UserRequestInfo&,
+                              view_plugin_protocol::UserResponseInfo&) = 0;
+  virtual bool ViewShareUsers(const view_plugin_protocol::ViewShareResquestInfo&,
+                              view_plugin_protocol::ShareViewResponseInfo&) = 0;
+  virtual bool IsInitViewGroupFinish(const view_plugin_protocol::ClienInitViewDataRequest&,
+                                     view_plugin_protocol::ClienInitViewDataResponse&) = 0;
+  virtual bool IsInitViewFinish(const view_plugin_protocol::ClienInitViewDataRequest&,
+                                view_plugin_protocol::ClienInitViewDataResponse&) = 0;
+  virtual bool IsViewResourceDownFinish() = 0;
+  virtual void ClearViewData() = 0;
+  virtual void ViewRegisterResourceUpdate(ResourceData::IResourceObserver* observer,
+                                          const view_plugin_protocol::ViewObserverInfo& info) = 0;
+  virtual bool CheckControlPermission(int code) = 0;
+  virtual bool GetPresets(const ptz_plugin_protocol::GetPresetRequest&, ptz_plugin_protocol::GetPresetResponse&) = 0;
+  virtual bool GetStreamAbility(const play_plugin_protocol::GetStreamAbiRequest&,
+                                play_plugin_protocol::GetStreamAbiResponse&) = 0;
+};
+
+/// Puts `services` behind the plug-in manager's singletons. A null pointer begins the host's closing: from then on
+/// every call of the singletons returns false with a text for the user. Calls in flight keep the old services alive
+/// until they return. Thread: any.
+TARN_HOST_EXPORT void InstallHostServices(std::shared_ptr<IHostServices> services);
+
+/// What InstallHostServices() last installed; null before that and while the host closes. Thread: any.
+TARN_HOST_EXPORT std::shared_ptr<IHostServices> InstalledHostServices();
+
+}  // namespace TarnHost

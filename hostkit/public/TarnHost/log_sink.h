@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+#include "host_export.h"
+
+namespace TarnHost {
+
+/// Where marlog::Write() goes: a rotating file, and whoever listens. Thread: any.
+struct TARN_HOST_EXPORT LogSink {
+  using Listener = std::function<void(const QString& module, int level, const QString& line)>;
+
+  /// Opens the log file (1 MiB, 3 older ones kept). False when it cannot be written: lines then go to stderr.
+  static bool OpenFile(const QString& path);
+  /// Sets the one listener, called in the writing thread with no lock held; an empty function removes it.
+  static void SetListener(Listener listener);
+  static void Close();
+};
+
+}  // namespace TarnHost

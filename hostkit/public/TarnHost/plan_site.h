@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+#include "host_export.h"
+
+namespace TarnHost {
+
+/// The content of a whole site, as a new store is filled with it. Groups and plans refer to each other by their place
+/// in the vectors; the store gives the codes, in this order: groups, then plans.
+struct PlanSite {
+  struct User {
+    std::string name;
+    std::vector<int> rights;  // of 5, 6, 7
+  };
+  struct Region {
+    std::string name;
+    int parent = -1;  // place in `regions`
+  };
+  struct Camera {
+    std::string name;
+    int region = -1;
+    bool online = true;
+    std::vector<std::string> presets;
+    std::vector<int32_t> stream_types;
+  };
+  struct Group {
+    std::string name;
+    int parent = -1;  // place in `groups`; -1 stands directly under the root of its family
+    int family = 0;
+    int owner = -1;  // place in `users`, for family 1
+  };
+  struct Plan {
+    std::string name;
+    int group = -1;  // place in `groups`; -1 stands directly under the root of its family
+    int family = 0;
+    int owner = -1;
+    std::vector<view_plugin_protocol::PlanPage> pages;  // resource_code holds the camera's place, "#12"
+    bool auto_run = false;
+    std::string begin_time, end_time, thumbnail, creator;
+  };
+
+  std::string root_name = "Plans";
+  std::vector<User> users;
+  std::vector<Region> regions;
+  std::vector<Camera> cameras;
+  std::vector<Group> groups;
+  std::vector<Plan> plans;
+  std::vector<std::pair<std::string, int>> switches;  // name, value; the rest keep their defaults
+};
+
+/// The demo site: 4 users with different rights, 40 cameras in a region tree, 30 groups and 120 plans.
+TARN_HOST_EXPORT PlanSite MakeDemoSite();
+
+}  // namespace TarnHost

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QDateTime>
+#include <QMap>
+#include <QString>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "TarnHost/host_services.h"
+#include "host_export.h"
+
+namespace TarnHost {
+
+struct PlanSite;
+
+struct PlanStoreOptions {
+  QString url;                                   // "sqlite:FILE", "sqlite::memory:" or "postgresql://..."
+  std::chrono::milliseconds download_delay{0};   // how long a download of the plan data takes at the least
+  QMap<QString, int> switch_overrides;           // by the switch's name in the store; for this process only
+  std::function<PlanSite()> first_content;       // what a new store is filled with; unset: users alone
+  std::function<QDateTime()> now;                // the clock; unset: the system's local time
+};
+
+/// The plan store: groups, plans, users, rights, cameras and configuration in one database, with the whole plan tree
+/// in memory for reading and one database thread that writes.
+///
+/// Reads answer from memory. Writes run in one transaction each on the database thread and are awaited; a call that
+/// returned true is durable. Changes of other processes on the same database arrive within a second and are told to
+/// the registered observers on the GUI thread; the process's own changes are not.
+/// Thread: Open() and LogIn() on the GUI thread; the services from any.
+class TARN_HOST_EXPORT CPlanStore : public IHostServices {
+ public:
+  /// Opens the store, creating it when it does not exist. Null with one clear line in `error` when it cannot be used
+  /// (made by a newer version, locked, read-only, truncated, corrupted, not a plan store); nothing is overwritten.
+  static std::shared_ptr<CPlanStore> Open(const PlanStoreOptions& options, QString* error);
+
+  /// Names of the configuration switches, in the order of the configuration record.
+  static QStringList SwitchNames();
+
+  /// Makes `user` the current user and raises the whole-tree event. False with a line in `error` for an unknown name.
+  virtual bool LogIn(const QString& user, QString* error) = 0;
+  /// The user a client without a log-in window takes: the first with all rights.
+  virtual QString DefaultUser() const = 0;
+  /// The store's own identity, made once with the store.
+  virtual std::string StationId() const = 0;
+  /// Code of the first plan visible to the current user with this exact name, by family, then code; empty when none.
+  virtual std::string FindPlanByName(const QString& name) const = 0;
+  /// Stops the feed and the database thread; later calls return false. Called by the destructor too.
+  virtual void Close() = 0;
+};
+
+}  // namespace TarnHost
