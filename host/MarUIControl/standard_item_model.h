@@ -7,11 +7,13 @@
 
 namespace MarUIControl {
 
+class CTreeView;
+
 /// Item model of the host's tree control.
 ///
-/// A row whose role 581 is true and that has no rows yet reports hasChildren() and canFetchMore(), so that it shows
-/// its expander before its children were asked for. Once SetChildrenFetched(index) was called, the rows that are
-/// there decide.
+/// A row whose role 581 is true reports hasChildren() and canFetchMore() until SetChildrenFetched(index) is called, so
+/// that it shows its expander before its children were asked for; rows that came in one by one do not end that.
+/// After it the rows that are there decide.
 class TARN_HOST_EXPORT CStandardItemModel : public QStandardItemModel, public CModelKeyMapping {
   Q_OBJECT
  public:
@@ -33,6 +35,7 @@ class TARN_HOST_EXPORT CStandardItemModel : public QStandardItemModel, public CM
   static bool CustomStringCompare(const QString& left, const QString& right, int mode);
 
  private:
+  friend class CTreeView;
   // Role of the flag behind SetChildrenFetched(); private to the host's library.
   enum { ChildrenFetchedRole = 582 };
 };

@@ -14,6 +14,8 @@ namespace MarUIControl {
 /// click on a row that can have children, keys) or by ExpandAsync(), never by expand(), and is held back while the
 /// row waits. While a row waits it shows a waiting mark in place of its expander. What counts as fetched is the
 /// view's own record, made by FinishExpand(): a row whose fetch failed keeps its expander and can be tried again.
+/// Keys: Right, Plus, Return and Enter expand the current row, Asterisk also what is fetched below it; Return and
+/// Enter on an expanded row collapse it.
 /// Thread: GUI.
 class TARN_HOST_EXPORT CTreeView : public CAbstractItemView {
   Q_OBJECT
@@ -38,9 +40,11 @@ class TARN_HOST_EXPORT CTreeView : public CAbstractItemView {
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
+  void dataChanged(const QModelIndex& top_left, const QModelIndex& bottom_right, const QVector<int>& roles) override;
   void timerEvent(QTimerEvent* event) override;
 
  private:

@@ -1,0 +1,7 @@
+#include "MarUIControl/model_key_mapping.h"
+
+namespace MarUIControl {
+
+CModelKeyMapping::~CModelKeyMapping() = default;
+
+}  // namespace MarUIControl

@@ -1,0 +1,67 @@
+#include "TarnUIDataController/message_tip.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVariant>
+
+namespace tarn_ui_data_controller {
+
+namespace {
+
+constexpr int kTopDistance = 48;
+constexpr int kSideDistance = 24;
+constexpr int kWidestText = 520;
+
+}  // namespace
+
+MessageTip::MessageTip(const QString& text, int state, QWidget* window) : QFrame(window) {
+  setObjectName(QStringLiteral("message_tip"));
+  setProperty("failure", state != 0);
+  setAttribute(Qt::WA_TransparentForMouseEvents);
+  setFocusPolicy(Qt::NoFocus);
+  setAccessibleName(text);
+  auto* mark = new QLabel(state == 0 ? QStringLiteral("\u2713") : QStringLiteral("!"), this);
+  mark->setObjectName(QStringLiteral("message_tip_mark"));
+  mark->setAlignment(Qt::AlignCenter);
+  mark->setFixedSize(22, 22);
+  text_ = new QLabel(text, this);
+  text_->setObjectName(QStringLiteral("message_tip_text"));
+  text_->setTextFormat(Qt::PlainText);  // names of plans are no markup
+  auto* layout = new QHBoxLayout(this);
+  layout->setContentsMargins(14, 10, 18, 10);
+  layout->setSpacing(10);
+  layout->addWidget(mark, 0, Qt::AlignTop);
+  layout->addWidget(text_, 1);
+  window->installEventFilter(this);
+  Place();
+}
+
+QString MessageTip::Text() const {
+  return text_->text();
+}
+
+bool MessageTip::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == parent() && event->type() == QEvent::Resize) {
+    Place();
+  }
+  return QFrame::eventFilter(watched, event);
+}
+
+void MessageTip::Place() {
+  ensurePolished();
+  const int room = qMax(120, parentWidget()->width() - 2 * kSideDistance - 64);
+  const int widest = qMin(kWidestText, room);
+  text_->ensurePolished();
+  text_->setWordWrap(false);
+  const bool wrap = text_->sizeHint().width() > widest;
+  text_->setWordWrap(wrap);
+  text_->setFixedWidth(wrap ? widest : text_->sizeHint().width());
+  text_->setMinimumHeight(wrap ? text_->heightForWidth(widest) : 0);
+  layout()->activate();
+  adjustSize();
+  move((parentWidget()->width() - width()) / 2, kTopDistance);
+  raise();
+}
+
+}  // namespace tarn_ui_data_controller

@@ -1,0 +1,110 @@
+#include "marlog/marlog.h"
+
+#include <QDateTime>
+#include <cstdarg>
+#include <cstdio>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "TarnHost/log_sink.h"
+#include "marlog/log_file.h"
+
+namespace {
+
+using TarnHost::LogSink;
+
+struct SinkState {
+  std::mutex mutex;
+  TarnHost::LogFile file;
+  bool to_stderr = false;
+  std::shared_ptr<const LogSink::Listener> listener;
+};
+
+// Never destroyed: late lines of other static objects must still find it.
+SinkState& State() {
+  static auto* state = new SinkState;
+  return *state;
+}
+
+QString Format(const char* format, std::va_list arguments) {
+  std::va_list again;
+  va_copy(again, arguments);
+  const int length = std::vsnprintf(nullptr, 0, format, arguments);
+  std::vector<char> buffer(static_cast<size_t>(length < 0 ? 0 : length) + 1);
+  if (length > 0) {
+    std::vsnprintf(buffer.data(), buffer.size(), format, again);
+  }
+  va_end(again);
+  return QString::fromUtf8(buffer.data());
+}
+
+// One entry stays one line, whatever a name holds.
+QString OneLine(QString text) {
+  return text.replace(QLatin1Char('\n'), QLatin1String("\\n")).replace(QLatin1Char('\r'), QLatin1String("\\r"));
+}
+
+QByteArray Entry(const QString& module, int level, const QString& line) {
+  static const char kLevels[] = {'?', 'I', 'W', 'E'};
+  const char mark = level >= marlog::Info && level <= marlog::Error ? kLevels[level] : kLevels[0];
+  const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
+  return QStringLiteral("%1 %2 %3 %4\n").arg(time, QString(QLatin1Char(mark)), module, line).toUtf8();
+}
+
+void Put(const QString& module, int level, const QString& line) {
+  SinkState& state = State();
+  std::shared_ptr<const LogSink::Listener> listener;
+  {
+    const std::lock_guard<std::mutex> lock(state.mutex);
+    listener = state.listener;
+    if (state.file.IsOpen()) {
+      state.file.Append(Entry(module, level, line));
+    } else if (state.to_stderr) {
+      const QByteArray entry = Entry(module, level, line);
+      std::fwrite(entry.constData(), 1, static_cast<size_t>(entry.size()), stderr);
+    }
+  }
+  if (listener && *listener) {
+    (*listener)(module, level, line);
+  }
+}
+
+}  // namespace
+
+namespace marlog {
+
+void Write(const char* module, int level, const char* format, ...) {
+  std::va_list arguments;
+  va_start(arguments, format);
+  const QString line = OneLine(Format(format, arguments));
+  va_end(arguments);
+  Put(QString::fromUtf8(module), level, line);
+}
+
+}  // namespace marlog
+
+namespace TarnHost {
+
+bool LogSink::OpenFile(const QString& path) {
+  SinkState& state = State();
+  const std::lock_guard<std::mutex> lock(state.mutex);
+  const bool open = state.file.Open(path);
+  state.to_stderr = !open;
+  return open;
+}
+
+void LogSink::SetListener(Listener listener) {
+  SinkState& state = State();
+  auto kept = std::make_shared<const Listener>(std::move(listener));
+  const std::lock_guard<std::mutex> lock(state.mutex);
+  state.listener.swap(kept);
+}
+
+void LogSink::Close() {
+  SinkState& state = State();
+  const std::lock_guard<std::mutex> lock(state.mutex);
+  state.file.Close();
+  state.to_stderr = false;
+}
+
+}  // namespace TarnHost
