@@ -1,7 +1,7 @@
 # Compile options that every target of this project takes by linking to tarn_build_options.
 add_library(tarn_build_options INTERFACE)
 target_compile_options(tarn_build_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
-  -Woverloaded-virtual -Wcast-align -Wnull-dereference)
+  -Woverloaded-virtual -Wcast-align)
 target_compile_definitions(tarn_build_options INTERFACE QT_NO_KEYWORDS QT_NO_FOREACH QT_STRICT_ITERATORS
   QT_NO_URL_CAST_FROM_STRING)
 if(TARN_WARNINGS_AS_ERRORS)

@@ -4,18 +4,18 @@ namespace TarnPlanView {
 
 /// Data roles of the plan tree's rows. The numbers are shared with the host's tree control.
 enum PlanItemRole {
-  ItemMarkRole = 378,         // bool, read by the host's tree control
-  GroupMarkRole = 581,        // bool, groups; the host's tree control shows an expander
-  ItemTypeRole = 657,         // int, an ItemType
-  GroupLoadedRole = 660,      // bool, roots and groups: children were asked for
-  PlanIndexCodeRole = 661,    // QString, plans
-  SearchTextRole = 665,       // QString, search hits: the text to highlight
-  GroupIndexCodeRole = 666,   // QString, roots, placeholder and groups
-  ItemRecordRole = 669,       // the host's record, as it was when the row was made
-  IsGroupRole = 670,          // bool
-  PlanTypeRole = 671,         // int, plans: family of the record
-  GroupTypeRole = 672,        // int, groups: family of the record
-  PlayingRole = 673,          // bool, plans
+  ItemMarkRole = 378,        // bool, read by the host's tree control
+  GroupMarkRole = 581,       // bool, groups; the host's tree control shows an expander
+  ItemTypeRole = 657,        // int, an ItemType
+  GroupLoadedRole = 660,     // bool, roots and groups: children were asked for
+  PlanIndexCodeRole = 661,   // QString, plans
+  SearchTextRole = 665,      // QString, search hits: the text to highlight
+  GroupIndexCodeRole = 666,  // QString, roots, placeholder and groups
+  ItemRecordRole = 669,      // the host's record, as it was when the row was made
+  IsGroupRole = 670,         // bool
+  PlanTypeRole = 671,        // int, plans: family of the record
+  GroupTypeRole = 672,       // int, groups: family of the record
+  PlayingRole = 673,         // bool, plans
 };
 
 /// Codes that stand for no group or plan of the store.

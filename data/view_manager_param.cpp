@@ -10,6 +10,8 @@ CViewManagerParam::CViewManagerParam(const CViewManagerParam&) = default;
 CViewManagerParam& CViewManagerParam::operator=(const CViewManagerParam&) = default;
 CViewManagerParam::~CViewManagerParam() = default;
 
-std::shared_ptr<ViewManagerParam> CViewManagerParam::GetDataPtr() const { return data_; }
+std::shared_ptr<ViewManagerParam> CViewManagerParam::GetDataPtr() const {
+  return data_;
+}
 
 }  // namespace TarnPlanView

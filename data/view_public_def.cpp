@@ -14,7 +14,9 @@ namespace {
 
 constexpr char kSvgSuffix[] = ".svg";
 
-int TypeOf(const QModelIndex& index) { return index.data(ItemTypeRole).toInt(); }
+int TypeOf(const QModelIndex& index) {
+  return index.data(ItemTypeRole).toInt();
+}
 
 bool IsGroupType(int type) {
   return type == PublicGroupItem || type == OwnGroupItem || type == ReceivedGroupItem;
@@ -77,7 +79,9 @@ int CViewPublicDef::GetIndexItemType(const QModelIndex& index) {
   return IsPlanType(type) ? 1 : -1;
 }
 
-bool CViewPublicDef::IsPlanGroup(const QModelIndex& index) { return IsGroupType(TypeOf(index)); }
+bool CViewPublicDef::IsPlanGroup(const QModelIndex& index) {
+  return IsGroupType(TypeOf(index));
+}
 
 std::string CViewPublicDef::GetIndexCode(const QModelIndex& index) {
   const int type = TypeOf(index);
@@ -123,7 +127,9 @@ QIcon CViewPublicDef::GetPlanIcon(bool dark, bool playing) {
                              [dark] { return OwnIcon("tree_main_view", dark); });
 }
 
-void CViewPublicDef::ReleaseCachedIcons() { CPlanIconCache::Clear(); }
+void CViewPublicDef::ReleaseCachedIcons() {
+  CPlanIconCache::Clear();
+}
 
 QIcon CViewPublicDef::GetViewIcon(MarUIControl::struSplitTypeData::SplitType split) {
   const QString base = QStringLiteral(":/Bolt/Tree/Images/Public/Control/Tree/DefaultView%1.png");
@@ -140,7 +146,9 @@ QIcon CViewPublicDef::GetViewIcon(MarUIControl::struSplitTypeData::SplitType spl
   return QIcon();
 }
 
-QIcon CViewPublicDef::GetRootViewIcon() { return QIcon(QString()); }
+QIcon CViewPublicDef::GetRootViewIcon() {
+  return QIcon(QString());
+}
 
 QIcon CViewPublicDef::GetCustomViewGroupIcon() {
   return TreePublicIcon("tree_main_group.svg", "tree_main_group_sel.svg");
@@ -154,14 +162,30 @@ QIcon CViewPublicDef::GetPlayViewItemIcon() {
   return TreePublicIcon("tree_main_view_play.svg", "tree_main_view_play_sel.svg");
 }
 
-QIcon CViewPublicDef::GetCameraOnlineIcon() { return QIcon(TreePublic("tree_main_camera.svg")); }
-QIcon CViewPublicDef::GetCameraOfflineIcon() { return QIcon(TreePublic("tree_main_camera_offline.svg")); }
-QIcon CViewPublicDef::GetCameraOnlineAlarmIcon() { return QIcon(TreePublic("tree_main_camera_alarm.svg")); }
-QIcon CViewPublicDef::GetCameraPlaying() { return QIcon(TreePublic("tree_main_camera_play.svg")); }
-QIcon CViewPublicDef::GetCameraPlayingAlarm() { return QIcon(TreePublic("tree_main_camera_alarm_play.svg")); }
-QIcon CViewPublicDef::GetCameraRecording() { return QIcon(TreePublic("tree_main_camera_recording.svg")); }
-QIcon CViewPublicDef::GetCameraRecordingAlarm() { return QIcon(TreePublic("tree_main_camera_alarm_recording.svg")); }
-QIcon CViewPublicDef::GetResourceGroupIcon() { return QIcon(TreePublic("tree_main_user_group.svg")); }
+QIcon CViewPublicDef::GetCameraOnlineIcon() {
+  return QIcon(TreePublic("tree_main_camera.svg"));
+}
+QIcon CViewPublicDef::GetCameraOfflineIcon() {
+  return QIcon(TreePublic("tree_main_camera_offline.svg"));
+}
+QIcon CViewPublicDef::GetCameraOnlineAlarmIcon() {
+  return QIcon(TreePublic("tree_main_camera_alarm.svg"));
+}
+QIcon CViewPublicDef::GetCameraPlaying() {
+  return QIcon(TreePublic("tree_main_camera_play.svg"));
+}
+QIcon CViewPublicDef::GetCameraPlayingAlarm() {
+  return QIcon(TreePublic("tree_main_camera_alarm_play.svg"));
+}
+QIcon CViewPublicDef::GetCameraRecording() {
+  return QIcon(TreePublic("tree_main_camera_recording.svg"));
+}
+QIcon CViewPublicDef::GetCameraRecordingAlarm() {
+  return QIcon(TreePublic("tree_main_camera_alarm_recording.svg"));
+}
+QIcon CViewPublicDef::GetResourceGroupIcon() {
+  return QIcon(TreePublic("tree_main_user_group.svg"));
+}
 
 QIcon CViewPublicDef::GetScreenIcon() {
   return QIcon(QStringLiteral(":/Bolt/Public/Draw/Images/Public/TreePublic/smart wall.svg"));

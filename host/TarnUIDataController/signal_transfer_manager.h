@@ -8,8 +8,7 @@
 namespace tarn_ui_data_controller {
 
 /// Signals that concern the whole client. Thread: GUI.
-class TARN_HOST_EXPORT CSignalTransferManager : public QObject,
-                                                public Wren::Base::CSingleton<CSignalTransferManager> {
+class TARN_HOST_EXPORT CSignalTransferManager : public QObject, public Wren::Base::CSingleton<CSignalTransferManager> {
   Q_OBJECT
  public:
   ~CSignalTransferManager() override;

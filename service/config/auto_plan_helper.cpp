@@ -59,17 +59,29 @@ void CAutoPlanHelper::stopTimer(int& id) {
   }
 }
 
-void CAutoPlanHelper::CheckAutoRunPlan() { queryAutoRunPlan(); }
+void CAutoPlanHelper::CheckAutoRunPlan() {
+  queryAutoRunPlan();
+}
 
-void CAutoPlanHelper::OnQueryAutoRunPlanOnce() { queryAutoRunPlan(); }
+void CAutoPlanHelper::OnQueryAutoRunPlanOnce() {
+  queryAutoRunPlan();
+}
 
-std::string CAutoPlanHelper::GetAutoRunPlanIndex() const { return data_->running_code; }
+std::string CAutoPlanHelper::GetAutoRunPlanIndex() const {
+  return data_->running_code;
+}
 
-void CAutoPlanHelper::SetPlanDisplayState(bool state) { data_->display_state = state; }
+void CAutoPlanHelper::SetPlanDisplayState(bool state) {
+  data_->display_state = state;
+}
 
-bool CAutoPlanHelper::GetPlanDisplayState() const { return data_->display_state; }
+bool CAutoPlanHelper::GetPlanDisplayState() const {
+  return data_->display_state;
+}
 
-bool CAutoPlanHelper::event(QEvent* event) { return QObject::event(event); }
+bool CAutoPlanHelper::event(QEvent* event) {
+  return QObject::event(event);
+}
 
 void CAutoPlanHelper::timerEvent(QTimerEvent* event) {
   if (event->timerId() == data_->check_timer) {

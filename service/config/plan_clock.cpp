@@ -11,8 +11,12 @@ std::function<QDateTime()>& Source() {
 }
 }  // namespace
 
-QDateTime CPlanClock::Now() { return Source() ? Source()() : QDateTime::currentDateTime(); }
+QDateTime CPlanClock::Now() {
+  return Source() ? Source()() : QDateTime::currentDateTime();
+}
 
-void CPlanClock::SetSource(std::function<QDateTime()> source) { Source() = std::move(source); }
+void CPlanClock::SetSource(std::function<QDateTime()> source) {
+  Source() = std::move(source);
+}
 
 }  // namespace TarnPlanView

@@ -19,7 +19,7 @@ inline std::string QualifiedFunctionName(const std::string& pretty) {
 #define TARN_PLAN_LOG_INFO(text)                                        \
   ::marlog::Write("LyraClientInfo", ::marlog::Info, "[%s(%d)] - " text, \
                   ::TarnPlanView::QualifiedFunctionName(__PRETTY_FUNCTION__).c_str(), __LINE__)
-#define TARN_PLAN_LOG_ERROR(code, text)                                             \
-  ::marlog::Write("LyraClientError", ::marlog::Error, "[%s(%d)] [0x%08x] - %s",     \
+#define TARN_PLAN_LOG_ERROR(code, text)                                                         \
+  ::marlog::Write("LyraClientError", ::marlog::Error, "[%s(%d)] [0x%08x] - %s",                 \
                   ::TarnPlanView::QualifiedFunctionName(__PRETTY_FUNCTION__).c_str(), __LINE__, \
                   static_cast<unsigned>(code), text)

@@ -53,26 +53,64 @@ CViewConfigManager::CViewConfigManager() : switches_(std::make_shared<Switches>(
 
 CViewConfigManager::~CViewConfigManager() = default;
 
-bool CViewConfigManager::IsLoadAll() const { return switches_->load_all; }
-bool CViewConfigManager::CreatePlanUnderRootNode() const { return switches_->create_under_root; }
-bool CViewConfigManager::IsEnableSearch() const { return switches_->enable_search; }
-bool CViewConfigManager::IsEnableDrag() const { return switches_->enable_drag; }
-bool CViewConfigManager::IsSupportDelPlanWithChildren() const { return switches_->delete_with_children; }
-bool CViewConfigManager::IsSupportTimedPlay() const { return switches_->timed_play; }
-bool CViewConfigManager::OnlyCamera() const { return switches_->only_camera; }
-bool CViewConfigManager::IsShowPlanOrView() const { return switches_->show_plan_or_view; }
-bool CViewConfigManager::MovePlanBetweenPublicAndPrivate() const { return switches_->move_public_private; }
-bool CViewConfigManager::IsDarkSkin() const { return switches_->dark_skin; }
-bool CViewConfigManager::SupportAddCameraFromFavorite() const { return switches_->add_from_favorite; }
-bool CViewConfigManager::SupportSmoothStream() const { return switches_->smooth_stream; }
-bool CViewConfigManager::ShowCreationInfo() const { return switches_->creation_info; }
-bool CViewConfigManager::IsSupportSaveSingleCycle() const { return switches_->save_single_cycle; }
-bool CViewConfigManager::SupportThumbnail() const { return switches_->thumbnail; }
-bool CViewConfigManager::IsSupportPlan() const { return switches_->support_plan; }
-bool CViewConfigManager::IsSupportPlanGroupCycle() const { return switches_->group_cycle; }
+bool CViewConfigManager::IsLoadAll() const {
+  return switches_->load_all;
+}
+bool CViewConfigManager::CreatePlanUnderRootNode() const {
+  return switches_->create_under_root;
+}
+bool CViewConfigManager::IsEnableSearch() const {
+  return switches_->enable_search;
+}
+bool CViewConfigManager::IsEnableDrag() const {
+  return switches_->enable_drag;
+}
+bool CViewConfigManager::IsSupportDelPlanWithChildren() const {
+  return switches_->delete_with_children;
+}
+bool CViewConfigManager::IsSupportTimedPlay() const {
+  return switches_->timed_play;
+}
+bool CViewConfigManager::OnlyCamera() const {
+  return switches_->only_camera;
+}
+bool CViewConfigManager::IsShowPlanOrView() const {
+  return switches_->show_plan_or_view;
+}
+bool CViewConfigManager::MovePlanBetweenPublicAndPrivate() const {
+  return switches_->move_public_private;
+}
+bool CViewConfigManager::IsDarkSkin() const {
+  return switches_->dark_skin;
+}
+bool CViewConfigManager::SupportAddCameraFromFavorite() const {
+  return switches_->add_from_favorite;
+}
+bool CViewConfigManager::SupportSmoothStream() const {
+  return switches_->smooth_stream;
+}
+bool CViewConfigManager::ShowCreationInfo() const {
+  return switches_->creation_info;
+}
+bool CViewConfigManager::IsSupportSaveSingleCycle() const {
+  return switches_->save_single_cycle;
+}
+bool CViewConfigManager::SupportThumbnail() const {
+  return switches_->thumbnail;
+}
+bool CViewConfigManager::IsSupportPlan() const {
+  return switches_->support_plan;
+}
+bool CViewConfigManager::IsSupportPlanGroupCycle() const {
+  return switches_->group_cycle;
+}
 
-void CViewConfigManager::SetIsSupportPlan(bool support) { switches_->support_plan = support; }
+void CViewConfigManager::SetIsSupportPlan(bool support) {
+  switches_->support_plan = support;
+}
 
-bool CViewConfigManager::event(QEvent* event) { return QObject::event(event); }
+bool CViewConfigManager::event(QEvent* event) {
+  return QObject::event(event);
+}
 
 }  // namespace TarnPlanView

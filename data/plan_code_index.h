@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QMultiHash>
+#include <QObject>
+#include <QVector>
+
+class QStandardItem;
+class QStandardItemModel;
+
+namespace TarnPlanView {
+
+/// Finds the rows of one model by code and by playing mark, at a cost that does not grow with the model.
+///
+/// The answers are those of a depth-first search from the first row: of several rows with one code the first in
+/// depth-first order. Follows the model through its own signals; must be made before anybody else connects to the
+/// model, so that others already see it renewed. Thread: the model's.
+class CPlanCodeIndex : public QObject {
+  Q_OBJECT
+ public:
+  explicit CPlanCodeIndex(QStandardItemModel* model);
+
+  /// The first row whose role 666 (group) or 661 (plan) equals `code`, or null. `code` must not be empty.
+  QStandardItem* Find(const QString& code, bool is_group);
+  /// The first row whose role 673 is true, or null.
+  QStandardItem* FindPlaying();
+
+ private:
+  using CodeHash = QMultiHash<QString, QStandardItem*>;
+
+  void onRowsInserted(const QModelIndex& parent, int first, int last);
+  void onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last);
+  void onDataChanged(const QModelIndex& top, const QModelIndex& bottom, const QVector<int>& roles);
+  void markStale();
+
+  QStandardItem* parentItem(const QModelIndex& parent) const;
+  void rebuildIfStale();
+  void addSubtree(QStandardItem* item);
+  void removeSubtree(QStandardItem* item);
+  void renewPlaying(QStandardItem* item);
+
+  QStandardItemModel* model_;
+  CodeHash groups_;
+  CodeHash plans_;
+  QVector<QStandardItem*> playing_;
+  // Codes changed in place or the model was reset: the hashes are filled anew when next asked.
+  bool stale_ = false;
+};
+
+}  // namespace TarnPlanView

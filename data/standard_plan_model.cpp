@@ -1,0 +1,196 @@
+#include "standard_plan_model.h"
+
+#include <QBrush>
+#include <QFont>
+#include <utility>
+
+#include "LyraPluginManager/view_business_interface_mgr.h"
+#include "async_call.h"
+#include "item_type.h"
+#include "plan_code_index.h"
+#include "plan_item_role.h"
+#include "view_config_manager.h"
+#include "view_group_item.h"
+
+namespace TarnPlanView {
+
+using view_plugin_protocol::GetPlanGroupsRequest;
+using view_plugin_protocol::GetPlanGroupsResponse;
+
+namespace {
+
+constexpr int kPlaceholderPixelSize = 13;
+
+GetPlanGroupsRequest TopLevelRequest() {
+  GetPlanGroupsRequest request;
+  request.parent_index_code = kTopLevelCode;
+  return request;
+}
+
+void SetRootIdentity(QStandardItem* item, ThemeNodeType theme) {
+  switch (theme) {
+    case PublicTheme:
+      item->setData(PublicRootItem, ItemTypeRole);
+      item->setData(QString::fromLatin1(kPublicRootCode), GroupIndexCodeRole);
+      break;
+    case OwnTheme:
+      item->setData(OwnRootItem, ItemTypeRole);
+      item->setData(QString::fromLatin1(kOwnRootCode), GroupIndexCodeRole);
+      break;
+    case ReceivedTheme:
+      item->setData(ReceivedRootItem, ItemTypeRole);
+      item->setData(QString::fromLatin1(kReceivedRootCode), GroupIndexCodeRole);
+      break;
+  }
+}
+
+}  // namespace
+
+class CStandardPlanModel::Private {
+ public:
+  Private(ViewManagerParam p, CStandardPlanModel* model) : param(std::move(p)), index(new CPlanCodeIndex(model)) {}
+
+  ViewManagerParam param;
+  QString playing_code;
+  bool loaded = false;
+  bool group_can_be_selected = false;
+  CPlanCodeIndex* index;    // child of the model
+  int root_generation = 0;  // an answer of an older generation belongs to rows that are gone
+};
+
+CStandardPlanModel::CStandardPlanModel(ViewManagerParam param, QObject* parent)
+    : MarUIControl::CStandardItemModel(parent), d_(std::make_unique<Private>(std::move(param), this)) {
+  qRegisterMetaType<QList<view_plugin_protocol::PlanGroup>>("QList<view_plugin_protocol::PlanGroup>");
+  qRegisterMetaType<QList<view_plugin_protocol::PlanBasicInfo>>("QList<view_plugin_protocol::PlanBasicInfo>");
+  qRegisterMetaType<GetPlanGroupsResponse>("view_plugin_protocol::GetPlanGroupsResponse");
+  connect(this, &CStandardPlanModel::SignalGetRootPlanGroupSucc, this, &CStandardPlanModel::OnAddRootPlanGroup);
+}
+
+CStandardPlanModel::~CStandardPlanModel() = default;
+
+ViewManagerParam CStandardPlanModel::GetViewMangageParam() const {
+  return d_->param;
+}
+ThemeNodeType CStandardPlanModel::GetViewManagerThemeNodeType() const {
+  return d_->param.type;
+}
+QString CStandardPlanModel::GetViewManagerMonitorId() const {
+  return d_->param.name;
+}
+
+void CStandardPlanModel::SetViewGroupSeleted(bool selected) {
+  d_->group_can_be_selected = selected;
+}
+bool CStandardPlanModel::IsGroupCanSelected() const {
+  return d_->group_can_be_selected;
+}
+
+void CStandardPlanModel::SetPlayingIndexCode(const QString& code) {
+  d_->playing_code = code;
+}
+QString CStandardPlanModel::GetPlayingIndexCode() const {
+  return d_->playing_code;
+}
+
+void CStandardPlanModel::LoadPlanModel() {
+  if (d_->loaded) {
+    return;
+  }
+  if (CViewConfigManager::Instance().IsLoadAll()) {
+    GetPlanGroupsResponse response;
+    if (LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanGroups(TopLevelRequest(), response)) {
+      AddRootNode(response);
+    }
+  } else {
+    LoadRootNode();
+  }
+  // Also after a failed call: one load a life of the rows, whatever came of it.
+  d_->loaded = true;
+}
+
+void CStandardPlanModel::LoadRootNode() {
+  const auto task = [] {
+    GetPlanGroupsResponse response;
+    // A failed call delivers the empty response, which adds no rows.
+    LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanGroups(TopLevelRequest(), response);
+    return response;
+  };
+  const int generation = d_->root_generation;
+  CallAsync(this, task, [this, generation](const GetPlanGroupsResponse& response) {
+    if (generation == d_->root_generation) {
+      Q_EMIT SignalGetRootPlanGroupSucc(response);
+    }
+  });
+}
+
+void CStandardPlanModel::OnAddRootPlanGroup(const GetPlanGroupsResponse& lst_group) {
+  AddRootNode(lst_group);
+}
+
+void CStandardPlanModel::AddRootNode(const GetPlanGroupsResponse& response) {
+  if (d_->param.flag9) {
+    appendPlaceholder();
+  }
+  for (const auto& group : response.groups) {
+    auto* item = new CViewGroupItem(d_->param, group);
+    SetRootIdentity(item, d_->param.type);
+    item->setText(QString::fromStdString(group.name));
+    item->setData(false, GroupLoadedRole);
+    appendRow(item);
+  }
+}
+
+void CStandardPlanModel::appendPlaceholder() {
+  auto* item = new QStandardItem(QLatin1Char('<') + tr("Empty") + QLatin1Char('>'));
+  item->setData(true, ItemMarkRole);
+  item->setData(PlaceholderItem, ItemTypeRole);
+  item->setData(QString::fromLatin1(kPlaceholderCode), GroupIndexCodeRole);
+  QFont font = item->font();
+  font.setFamily(QStringLiteral("Segoe UI Semibold"));
+  font.setPixelSize(kPlaceholderPixelSize);
+  item->setFont(font);
+  item->setForeground(QBrush(QColor(51, 51, 51, 255)));
+  item->setEditable(false);
+  appendRow(item);
+}
+
+void CStandardPlanModel::UninitModelRootItem() {
+  removeRows(0, rowCount(), QModelIndex());
+  d_->loaded = false;
+  ++d_->root_generation;
+}
+
+void CStandardPlanModel::FinishAddChildItems(const QModelIndex& index) {
+  Q_EMIT SignalFinshAsynchronous(index, true);
+}
+
+bool CStandardPlanModel::FindItemByIndexCode(const QString& code, bool isGroup) const {
+  return FindTargetItemByIndexCode(code, isGroup) != nullptr;
+}
+
+QModelIndex CStandardPlanModel::FindIndexByIndexCode(const QString& code, bool isGroup) const {
+  const QStandardItem* item = FindTargetItemByIndexCode(code, isGroup);
+  return item ? item->index() : QModelIndex();
+}
+
+QStandardItem* CStandardPlanModel::FindTargetItemByIndexCode(const QString& code, bool isGroup) const {
+  return code.isEmpty() ? nullptr : d_->index->Find(code, isGroup);
+}
+
+QStandardItem* CStandardPlanModel::FindItemByIndex(const QModelIndex& index) const {
+  const bool is_group = index.data(IsGroupRole).toBool();
+  if (QStandardItem* item = itemFromIndex(index)) {
+    return item;
+  }
+  return FindTargetItemByIndexCode(index.data(is_group ? GroupIndexCodeRole : PlanIndexCodeRole).toString(), is_group);
+}
+
+QStandardItem* CStandardPlanModel::FindItemPlanPlaying() const {
+  return d_->index->FindPlaying();
+}
+
+bool CStandardPlanModel::event(QEvent* event) {
+  return QObject::event(event);
+}
+
+}  // namespace TarnPlanView

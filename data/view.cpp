@@ -1,0 +1,17 @@
+#include "view.h"
+
+#include <utility>
+
+#include "MarUIControl/string_conversion.h"
+
+namespace TarnPlanView {
+
+CView::CView(std::string index_code) : index_code_(std::move(index_code)) {}
+
+CView::~CView() = default;
+
+void CView::OnResourceUpdate(const Param& param) {
+  Q_EMIT SignalViewChanged(MarUIControl::StringToQString(param.index_code));
+}
+
+}  // namespace TarnPlanView

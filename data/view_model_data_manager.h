@@ -1,0 +1,140 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <memory>
+#include <string>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+#include "ResourceData/resource_observer.h"
+#include "Wren/Base/singleton.h"
+#include "theme_node_type.h"
+
+class QStandardItem;
+
+namespace TarnPlanView {
+
+class CStandardPlanModel;
+class CView;
+class CViewGroup;
+
+/// The owner of the plan data: all plan tree models, the observers of groups and plans, and the loading.
+///
+/// Every change, whether made here or elsewhere, is applied to every registered model, in registration order, so that
+/// all panels show the same tree. Created after the host's plan service is up and a user is logged in.
+/// Thread: GUI, for every member.
+class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CViewModelDataManager> {
+  Q_OBJECT
+ public:
+  ~CViewModelDataManager() override;
+
+  void InitViewConfigInterfacePointer();
+  /// Registers the root observer, and the nine models when UninitManager() took them out.
+  void InitManager();
+  /// Stops the download poll, unregisters all observers, empties the models and takes them out of the list. The models
+  /// themselves live as long as the manager.
+  void UninitManager();
+  void CreateViewGroupManager();
+  void DeleteViewGroupManager();
+
+  /// Loads every model once the host has its data; a second call while loading or loaded only repeats
+  /// SignalDataDownloadFinished().
+  void LoadAllViewManagerModelData();
+  void InitRootItem();
+  /// Empties every model, makes a later load possible and lets the host fetch its data again.
+  void ClearAllViewModelData();
+  /// Empties every model; the loading flags stay.
+  void ClearModelData();
+  bool IsViewResourceDownLoadFinish() const;
+  bool IsViewModelInitFinish() const;
+
+  void AddViewManagerModel(CStandardPlanModel* model);
+  void RemViewManagerModel(CStandardPlanModel* model);
+  /// The first registered model of this monitor and theme, or null.
+  CStandardPlanModel* GetViewManagerByTheme(const QString& monitorId, ThemeNodeType type) const;
+
+  /// Loads everything below `code` depth first, descending through the rows of the first registered model.
+  void InsertAllChildItem(const QString& code, int theme);
+  /// Fetches the groups (plans) directly below `code` and puts the missing ones into every model that has the row.
+  void InsertSubGroupNode(const QString& code, int theme);
+  void InsertSubPlanNode(const QString& code, int theme);
+  void addPlanGroupList(CStandardPlanModel* model, QStandardItem* parent,
+                        const view_plugin_protocol::GetPlanGroupsResponse& groups);
+  void addPlanList(CStandardPlanModel* model, QStandardItem* parent,
+                   const view_plugin_protocol::GetPlansInGroupResponse& plans);
+  void addPlanView(CStandardPlanModel* model, QStandardItem* parent, const view_plugin_protocol::PlanBasicInfo& plan);
+
+  /// Observer of one plan or group; the existing one when there is one.
+  std::shared_ptr<CView> CreateView(const view_plugin_protocol::PlanBasicInfo& plan);
+  void DeleteView(const std::string& indexCode);
+  std::shared_ptr<CViewGroup> CreateViewGroup(const view_plugin_protocol::PlanGroup& group);
+  void DeleteViewGroup(const std::string& indexCode);
+  void CreateObserverUpdateResource(const ResourceData::IResourceObserver::Param& param);
+  void CreateObserverRootUpdate(const ResourceData::IResourceObserver::Param& param);
+  void CreateGroupObserver(const std::string& indexCode, const int& type);
+  void CreateViewObserverUpdate(const std::string& indexCode, const int& type);
+
+  /// Marks `code` as the playing plan (or not) in the models of one monitor.
+  void SetPlanPlayStateByIndexCode(const QString& monitorId, const QString& code, bool playing);
+
+  void OnRootChildAdded(ResourceData::ResourceType child_type);
+
+  /// The last answers of the default-view calls.
+  view_plugin_protocol::GetClientDefaultViewConfigResponse GetSeverResponseData() const;
+  view_plugin_protocol::ClienDefaultViewConfigReponse GetSetConfigResponseData() const;
+
+ Q_SIGNALS:
+  void SignalFinshExpandPublicView();
+  void SignalFinshAddGroupPlanList();
+  void SignalPlanStateChanged();
+  void SignalAddPlanSucc(const QString& index_code);
+  void SignalUpdatePlanSucc(const view_plugin_protocol::UpdatePlanRequest& plan_param);
+  void SignalViewResourceDownFinish();
+  void SignalDataDownloadFinished();
+
+ public Q_SLOTS:
+  void OnGetPlanGroupListSucc(const QModelIndex& index,
+                              const view_plugin_protocol::GetPlanGroupsResponse& plan_group_list,
+                              const view_plugin_protocol::GetPlansInGroupResponse& plan_list);
+  void OnDeletePlanGroupPlanSucc(const QModelIndex& index);
+  void OnAddPlanGroupSucc(const QModelIndex& parent_index, const view_plugin_protocol::PlanGroup& plan_group);
+  void OnUpdatePlanGroupNameSucc(const QModelIndex& index, const QString& group_name);
+  void OnAddPlanSucc(const view_plugin_protocol::AddPlanRequest& plan_param, const QString& get_plan_index_code);
+  void OnUpdatePlanSucc(const view_plugin_protocol::UpdatePlanRequest& plan_param);
+  void OnSetGroupNodeLoaded(const QString& index_code, bool is_loaded);
+  void OnViewGroupNameChanged(const QString& index_code, const QString& new_name);
+  void OnViewGroupChildAdded(const QString& group_index_code, ResourceData::ResourceType child_type);
+  void OnViewGroupChildRemoved(const QString& child_index_code, ResourceData::ResourceType child_type);
+  void OnViewChanged(const QString& view_index_code);
+  void OnGetViewConfigData(view_plugin_protocol::GetClientDefaultViewConfigResponse& response_param);
+  void OnSetViewConfigData(view_plugin_protocol::ClienDefaultViewConfigReponse& response_param);
+  /// The whole tree changed: forgets everything and loads again.
+  void OnUpdateViewModelData();
+  void OnViewUiTreeInit();
+
+ private:
+  friend class Wren::Base::CSingleton<CViewModelDataManager>;
+  CViewModelDataManager();
+
+  void makeModels();
+  void registerOwnModels();
+  bool isHostDataReady();
+  bool isLoadAll() const;
+  /// Whether rows may go under `group`: it was expanded, or everything is loaded at the start.
+  bool takesChildren(const QStandardItem* group) const;
+  void insertGroups(CStandardPlanModel* model, QStandardItem* parent,
+                    const QList<view_plugin_protocol::PlanGroup>& groups);
+  void insertPlans(CStandardPlanModel* model, QStandardItem* parent,
+                   const QList<view_plugin_protocol::PlanBasicInfo>& plans);
+  void markChildrenFetched(const QString& code);
+  bool followMove(CStandardPlanModel* model, QStandardItem* row, const view_plugin_protocol::PlanBasicInfo& plan);
+  void recheckTimedPlay();
+  std::shared_ptr<CView> makeView(const std::string& code);
+  std::shared_ptr<CViewGroup> makeViewGroup(const std::string& code);
+  void dropObservers();
+
+  class Private;
+  std::unique_ptr<Private> d_;
+};
+
+}  // namespace TarnPlanView

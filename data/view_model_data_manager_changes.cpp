@@ -1,0 +1,301 @@
+#include <QStandardItem>
+
+#include "LyraPluginManager/view_business_interface_mgr.h"
+#include "MarUIControl/string_conversion.h"
+#include "item_type.h"
+#include "plan_item_role.h"
+#include "standard_plan_model.h"
+#include "view_group_item.h"
+#include "view_model_data_manager_p.h"
+#include "view_plan_item.h"
+#include "view_public_def.h"
+
+// Applying results of the panel's own operations and notices of changes made elsewhere.
+namespace TarnPlanView {
+
+using LyraPluginManager::CViewBusinessInterfaceMgr;
+using MarUIControl::QStringToString;
+using MarUIControl::StringToQString;
+using view_plugin_protocol::PlanBasicInfo;
+using view_plugin_protocol::PlanPage;
+
+namespace {
+
+void TakePages(PlanBasicInfo& plan, const std::list<PlanPage>& pages) {
+  plan.page_count = static_cast<int32_t>(pages.size());
+  if (!pages.empty()) {
+    plan.split_type = pages.front().split_type;
+  }
+}
+
+PlanBasicInfo BasicInfo(const view_plugin_protocol::AddPlanRequest& request, const std::string& code) {
+  PlanBasicInfo plan;
+  plan.index_code = code;
+  plan.name = request.plan_name;
+  plan.group_index_code = request.parent_index_code;
+  plan.type = request.index_type;
+  plan.auto_run = request.auto_play;
+  TakePages(plan, request.pages);
+  return plan;
+}
+
+PlanBasicInfo BasicInfo(const view_plugin_protocol::GetPlanDetailResponse& detail) {
+  PlanBasicInfo plan;
+  plan.index_code = detail.index_code;
+  plan.name = detail.name;
+  plan.group_index_code = detail.group_index_code;
+  plan.type = detail.type;
+  plan.auto_run = detail.auto_run;
+  TakePages(plan, detail.pages);
+  return plan;
+}
+
+void RemoveRow(CStandardPlanModel* model, const QStandardItem* row) {
+  const QModelIndex index = row->index();
+  model->removeRow(index.row(), index.parent());
+}
+
+void SetPlayState(QStandardItem* row, bool playing) {
+  if (auto* plan = dynamic_cast<CViewPlanItem*>(row)) {
+    plan->SetPlayState(playing);
+  }
+}
+
+/// Whether a child notice of this type concerns groups; nothing for types other than groups and plans.
+bool IsPlanResource(ResourceData::ResourceType type) {
+  return type == ResourceData::RT_VIEW || type == ResourceData::RT_VIEW_GROUP;
+}
+
+}  // namespace
+
+bool CViewModelDataManager::takesChildren(const QStandardItem* group) const {
+  return isLoadAll() || group->data(GroupLoadedRole).toBool();
+}
+
+void CViewModelDataManager::OnGetPlanGroupListSucc(const QModelIndex& index,
+                                                   const view_plugin_protocol::GetPlanGroupsResponse& plan_group_list,
+                                                   const view_plugin_protocol::GetPlansInGroupResponse& plan_list) {
+  // Once a record, not once a model: rows loaded by expanding follow changes made elsewhere, too.
+  for (const auto& group : plan_group_list.groups) {
+    CreateViewGroup(group);
+  }
+  for (const auto& plan : plan_list.plans) {
+    CreateView(plan);
+  }
+  for (CStandardPlanModel* model : qAsConst(d_->models)) {
+    if (QStandardItem* parent = model->FindItemByIndex(index)) {
+      addPlanGroupList(model, parent, plan_group_list);
+      addPlanList(model, parent, plan_list);
+      model->SetChildrenFetched(parent->index(), true);
+    }
+    model->FinishAddChildItems(index);
+  }
+  const int type = index.data(ItemTypeRole).toInt();
+  if (type == PublicRootItem || type == OwnRootItem) {
+    Q_EMIT SignalFinshExpandPublicView();
+  }
+  Q_EMIT SignalFinshAddGroupPlanList();
+}
+
+void CViewModelDataManager::OnDeletePlanGroupPlanSucc(const QModelIndex& index) {
+  const bool is_group = index.data(IsGroupRole).toBool();
+  const QString code = index.data(is_group ? GroupIndexCodeRole : PlanIndexCodeRole).toString();
+  if (code.isEmpty()) {
+    return;
+  }
+  if (is_group) {
+    // The observers of what stood below stay; codes are never used again, so they fall silent.
+    DeleteViewGroup(QStringToString(code));
+  } else {
+    DeleteView(QStringToString(code));
+  }
+  for (CStandardPlanModel* model : qAsConst(d_->models)) {
+    if (const QStandardItem* row = model->FindTargetItemByIndexCode(code, is_group)) {
+      RemoveRow(model, row);
+    }
+  }
+  Q_EMIT SignalPlanStateChanged();
+  if (!is_group) {
+    recheckTimedPlay();
+  }
+}
+
+void CViewModelDataManager::OnAddPlanGroupSucc(const QModelIndex& parent_index,
+                                               const view_plugin_protocol::PlanGroup& plan_group) {
+  CreateViewGroup(plan_group);
+  // Looks at the given row only: a group that was never expanded shows the new one when it is.
+  if (!isLoadAll() && !parent_index.data(GroupLoadedRole).toBool()) {
+    return;
+  }
+  const QString code = StringToQString(plan_group.index_code);
+  for (CStandardPlanModel* model : qAsConst(d_->models)) {
+    QStandardItem* parent = model->FindItemByIndex(parent_index);
+    if (!parent || model->FindItemByIndexCode(code, true)) {
+      continue;
+    }
+    parent->insertRow(RowAfterGroups(parent), new CViewGroupItem(model->GetViewMangageParam(), plan_group));
+  }
+}
+
+void CViewModelDataManager::OnUpdatePlanGroupNameSucc(const QModelIndex& index, const QString& group_name) {
+  for (CStandardPlanModel* model : qAsConst(d_->models)) {
+    if (QStandardItem* row = model->FindItemByIndex(index)) {
+      row->setText(group_name);
+    }
+  }
+}
+
+void CViewModelDataManager::OnAddPlanSucc(const view_plugin_protocol::AddPlanRequest& plan_param,
+                                          const QString& get_plan_index_code) {
+  const PlanBasicInfo plan = BasicInfo(plan_param, QStringToString(get_plan_index_code));
+  CreateView(plan);
+  const QString group_code = StringToQString(plan.group_index_code);
+  for (CStandardPlanModel* model : qAsConst(d_->models)) {
+    QStandardItem* group = model->FindTargetItemByIndexCode(group_code, true);
+    if (!group) {
+      continue;
+    }
+    // A group not yet loaded in one model is loaded in none of those after it.
+    if (!takesChildren(group)) {
+      break;
+    }
+    addPlanView(model, group, plan);
+  }
+  Q_EMIT SignalPlanStateChanged();
+  Q_EMIT SignalAddPlanSucc(get_plan_index_code);
+  recheckTimedPlay();
+}
+
+void CViewModelDataManager::OnUpdatePlanSucc(const view_plugin_protocol::UpdatePlanRequest& plan_param) {
+  const PlanBasicInfo plan = BasicInfo(plan_param, plan_param.plan_index_code);
+  const QString code = StringToQString(plan.index_code);
+  const QString group_code = StringToQString(plan.group_index_code);
+  for (CStandardPlanModel* model : qAsConst(d_->models)) {
+    if (const QStandardItem* row = model->FindTargetItemByIndexCode(code, false)) {
+      RemoveRow(model, row);
+    }
+    QStandardItem* group = model->FindTargetItemByIndexCode(group_code, true);
+    if (group && takesChildren(group)) {
+      addPlanView(model, group, plan);
+    }
+  }
+  Q_EMIT SignalPlanStateChanged();
+  Q_EMIT SignalUpdatePlanSucc(plan_param);
+  recheckTimedPlay();
+}
+
+void CViewModelDataManager::OnSetGroupNodeLoaded(const QString& index_code, bool is_loaded) {
+  for (CStandardPlanModel* model : qAsConst(d_->models)) {
+    if (QStandardItem* row = model->FindTargetItemByIndexCode(index_code, true)) {
+      row->setData(is_loaded, GroupLoadedRole);
+      if (is_loaded && isLoadAll()) {
+        model->SetChildrenFetched(row->index(), true);  // nothing more will come for it
+      }
+    }
+  }
+}
+
+void CViewModelDataManager::OnViewGroupNameChanged(const QString& index_code, const QString& new_name) {
+  for (CStandardPlanModel* model : qAsConst(d_->models)) {
+    if (QStandardItem* row = model->FindTargetItemByIndexCode(index_code, true)) {
+      row->setText(new_name);
+    }
+  }
+}
+
+void CViewModelDataManager::OnViewGroupChildAdded(const QString& group_index_code,
+                                                  ResourceData::ResourceType child_type) {
+  const QModelIndex group =
+      d_->models.isEmpty() ? QModelIndex() : d_->models.first()->FindIndexByIndexCode(group_index_code, true);
+  const int theme = group.isValid() ? CViewPublicDef::GetIndexType(group) : -1;
+  if (child_type == ResourceData::RT_VIEW_GROUP) {
+    InsertSubGroupNode(group_index_code, theme);
+  } else if (child_type == ResourceData::RT_VIEW) {
+    InsertSubPlanNode(group_index_code, theme);
+  }
+}
+
+void CViewModelDataManager::OnViewGroupChildRemoved(const QString& child_index_code,
+                                                    ResourceData::ResourceType child_type) {
+  if (!IsPlanResource(child_type)) {
+    return;
+  }
+  for (CStandardPlanModel* model : qAsConst(d_->models)) {
+    if (const QStandardItem* row =
+            model->FindTargetItemByIndexCode(child_index_code, child_type == ResourceData::RT_VIEW_GROUP)) {
+      RemoveRow(model, row);
+    }
+  }
+}
+
+void CViewModelDataManager::OnViewChanged(const QString& view_index_code) {
+  view_plugin_protocol::GetPlanDetailRequest request;
+  request.plan_index_code = QStringToString(view_index_code);
+  view_plugin_protocol::GetPlanDetailResponse detail;
+  if (!CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, detail)) {
+    return;
+  }
+  const PlanBasicInfo plan = BasicInfo(detail);
+  for (CStandardPlanModel* model : qAsConst(d_->models)) {
+    QStandardItem* row = model->FindTargetItemByIndexCode(view_index_code, false);
+    if (!row) {
+      continue;
+    }
+    const QString group_code = row->index().parent().data(GroupIndexCodeRole).toString();
+    if (group_code == StringToQString(plan.group_index_code)) {
+      row->setText(StringToQString(plan.name));
+    } else if (!followMove(model, row, plan)) {
+      break;
+    }
+  }
+}
+
+/// Moves a row to the group that the plan has now. False when that group is not loaded: later models stay as they are.
+bool CViewModelDataManager::followMove(CStandardPlanModel* model, QStandardItem* row, const PlanBasicInfo& plan) {
+  RemoveRow(model, row);
+  QStandardItem* group = model->FindTargetItemByIndexCode(StringToQString(plan.group_index_code), true);
+  if (!group) {
+    return true;
+  }
+  if (!takesChildren(group)) {
+    return false;
+  }
+  addPlanView(model, group, plan);
+  return true;
+}
+
+void CViewModelDataManager::OnRootChildAdded(ResourceData::ResourceType child_type) {
+  const struct {
+    const char* code;
+    ThemeNodeType theme;
+  } roots[] = {{kPublicRootCode, PublicTheme}, {kOwnRootCode, OwnTheme}, {kReceivedRootCode, ReceivedTheme}};
+  for (const auto& root : roots) {
+    if (child_type == ResourceData::RT_VIEW_GROUP) {
+      InsertSubGroupNode(QString::fromLatin1(root.code), root.theme);
+    } else if (child_type == ResourceData::RT_VIEW) {
+      InsertSubPlanNode(QString::fromLatin1(root.code), root.theme);
+    }
+  }
+}
+
+void CViewModelDataManager::SetPlanPlayStateByIndexCode(const QString& monitorId, const QString& code, bool playing) {
+  if (code.isEmpty()) {
+    return;
+  }
+  for (CStandardPlanModel* model : qAsConst(d_->models)) {
+    if (model->GetViewManagerMonitorId() != monitorId) {
+      continue;
+    }
+    if (QStandardItem* current = model->FindItemPlanPlaying()) {
+      if (playing && current->data(PlanIndexCodeRole).toString() == code) {
+        continue;
+      }
+      SetPlayState(current, false);
+    }
+    if (QStandardItem* row = model->FindTargetItemByIndexCode(code, false)) {
+      SetPlayState(row, playing);
+    }
+  }
+}
+
+}  // namespace TarnPlanView

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QList>
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include "TarnConfiguration/view_config_interface.h"
+#include "download_poll.h"
+#include "view.h"
+#include "view_group.h"
+#include "view_group_manager.h"
+#include "view_model_data_manager.h"
+
+namespace TarnPlanView {
+
+constexpr int kRegister = 1;
+constexpr int kUnregister = 0;
+
+/// The row just after the leading group rows: groups stay above plans.
+int RowAfterGroups(const QStandardItem* parent);
+
+/// State of the manager, shared by its source files.
+class CViewModelDataManager::Private {
+ public:
+  explicit Private(CViewModelDataManager* manager) : poll(new CDownloadPoll(manager)) {}
+
+  QList<CStandardPlanModel*> own_models;  // the nine; children of the manager
+  QList<CStandardPlanModel*> models;      // registered, in order
+  bool data_requested = false;
+  bool init_finished = false;
+  CDownloadPoll* poll;  // child of the manager
+  std::unique_ptr<CViewGroupManager> group_manager;
+  std::unordered_map<std::string, std::shared_ptr<CView>> views;
+  std::unordered_map<std::string, std::shared_ptr<CViewGroup>> groups;
+  std::shared_ptr<TarnConfiguration::IViewConfigInterface> view_config;
+  view_plugin_protocol::GetClientDefaultViewConfigResponse default_view;
+  view_plugin_protocol::ClienDefaultViewConfigReponse default_view_set;
+};
+
+}  // namespace TarnPlanView

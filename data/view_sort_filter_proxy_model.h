@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QPair>
+#include <QSortFilterProxyModel>
+#include <memory>
+
+namespace TarnPlanView {
+
+/// Sorts each level of a plan tree by item type, then name; with filtering on it keeps only the roots and groups that
+/// the user may use as a target.
+///
+/// The flags take effect at the next filter pass: whoever changes one invalidates the filter. Rights are asked for
+/// every row of family 0 at every pass; family 1 needs none. Thread: GUI.
+class CViewSortFilterProxyModel : public QSortFilterProxyModel {
+  Q_OBJECT
+ public:
+  CViewSortFilterProxyModel(QObject* parent, bool filterEnabled);
+  CViewSortFilterProxyModel(QObject* parent, bool filterEnabled, bool showTheme2);
+  ~CViewSortFilterProxyModel() override;
+
+  void SetFilterEnabled(bool enabled);
+  /// Add mode asks for the right to add, edit mode for the right to edit.
+  void SetAddOrEdit(bool add);
+  /// Item types of both rows, -1 for a row without one.
+  QPair<int, int> GetIndexType(const QModelIndex& left, const QModelIndex& right) const;
+
+  bool filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const override;
+  bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
+
+ private:
+  bool isPublicTarget() const;
+
+  struct Data;
+  std::unique_ptr<Data> data_;
+};
+
+}  // namespace TarnPlanView

@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Fails when a document points at a file that does not exist, or when a test waits by the clock instead of a condition.
+set -euo pipefail
+
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+bad=0
+while IFS=: read -r document link; do
+  target=${link%%#*}
+  [ -n "$target" ] || continue
+  if [ ! -e "$(dirname "$document")/$target" ]; then
+    echo "docs: $document points at $link, which is not there" >&2
+    bad=1
+  fi
+done < <(git ls-files -- '*.md' | xargs grep -oHE '\]\([^)]+\)' | sed -E 's/\]\(([^)]+)\)/\1/' | grep -vE ':(https?|mailto):')
+# Paths named in backticks in the documents must exist, too.
+while IFS=: read -r document path; do
+  if [ ! -e "$path" ]; then
+    echo "docs: $document names $path, which is not there" >&2
+    bad=1
+  fi
+done < <(git ls-files -- '*.md' | xargs grep -oHE '`(data|service|panel|dialogs|host|hostkit|client|tests|benchmarks|scripts|cmake|resources|docs)/[A-Za-z0-9_./-]+`' | tr -d '`')
+if git grep -nE 'qWait\(|qSleep\(|msleep\(|sleep_for\(|usleep\(' -- tests | grep -v UNAVOIDABLE >&2; then
+  echo "docs: tests wait on conditions, not on the clock" >&2
+  bad=1
+fi
+[ "$bad" -eq 0 ] && echo "docs: in order"
+exit "$bad"

@@ -1,0 +1,44 @@
+#include "plan_node_ref.h"
+
+#include <QAbstractProxyModel>
+
+#include "plan_item_role.h"
+#include "standard_plan_model.h"
+
+namespace TarnPlanView {
+
+namespace {
+
+QString CodeOf(const QModelIndex& index, bool is_group) {
+  return index.data(is_group ? GroupIndexCodeRole : PlanIndexCodeRole).toString();
+}
+
+/// The row with this code in `model`, a plan tree or a proxy over one.
+QModelIndex FindByCode(const QAbstractItemModel* model, const QString& code, bool is_group) {
+  if (const auto* tree = qobject_cast<const CStandardPlanModel*>(model)) {
+    return tree->FindIndexByIndexCode(code, is_group);
+  }
+  if (const auto* proxy = qobject_cast<const QAbstractProxyModel*>(model)) {
+    return proxy->mapFromSource(FindByCode(proxy->sourceModel(), code, is_group));
+  }
+  return QModelIndex();
+}
+
+}  // namespace
+
+CPlanNodeRef::CPlanNodeRef(const QModelIndex& index)
+    : index_(index), model_(index.model()), is_group_(index.data(IsGroupRole).toBool()) {
+  code_ = CodeOf(index, is_group_);
+}
+
+QModelIndex CPlanNodeRef::Resolve() const {
+  if (!model_) {
+    return QModelIndex();
+  }
+  if (index_.isValid() && CodeOf(index_, is_group_) == code_) {
+    return index_;
+  }
+  return FindByCode(model_, code_, is_group_);
+}
+
+}  // namespace TarnPlanView

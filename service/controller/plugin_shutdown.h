@@ -1,0 +1,12 @@
+#pragma once
+
+#include "tarn_plan_view_export.h"
+
+namespace TarnPlanView {
+
+/// Destroys the plug-in's singletons (facade, data manager with its models, automatic plan, configuration) and drops
+/// cached icons. Called once at shut-down on the GUI thread, after UninitManager(), after the panels are gone and the
+/// global thread pool is drained, and before the host's singletons and the application object go.
+TARNPLANVIEW_EXPORT void ReleasePlugin();
+
+}  // namespace TarnPlanView

@@ -1,0 +1,502 @@
+#include "standard_view_controller.h"
+
+#include <future>
+#include <thread>
+#include <utility>
+
+#include "LyraPluginManager/view_business_interface_mgr.h"
+#include "MarUIControl/string_conversion.h"
+#include "async_call.h"
+#include "item_type.h"
+#include "plan_item_role.h"
+#include "plan_node_ref.h"
+#include "standard_plan_model.h"
+#include "view_config_manager.h"
+#include "view_model_data_manager.h"
+#include "view_public_def.h"
+
+namespace TarnPlanView {
+
+using LyraPluginManager::CViewBusinessInterfaceMgr;
+using MarUIControl::QStringToString;
+using MarUIControl::StringToQString;
+using namespace view_plugin_protocol;
+
+namespace {
+
+constexpr int kMaxFilledWindows = 128;
+constexpr char kNoDefaultView[] = "-3";
+
+/// A host call's answer: whether it succeeded, and the response.
+template <class Response>
+struct Answer {
+  bool ok = false;
+  Response response;
+};
+
+/// A task that makes one host call.
+template <class Request, class Response>
+auto HostCall(bool (CViewBusinessInterfaceMgr::*call)(const Request&, Response&), const Request& request) {
+  return [call, request] {
+    Answer<Response> answer;
+    answer.ok = (CViewBusinessInterfaceMgr::Instance().*call)(request, answer.response);
+    return answer;
+  };
+}
+
+int TypeOf(const QModelIndex& index) {
+  return index.data(ItemTypeRole).toInt();
+}
+QString GroupCodeOf(const QModelIndex& index) {
+  return index.data(GroupIndexCodeRole).toString();
+}
+std::string NameOf(const QModelIndex& index) {
+  return QStringToString(index.data(Qt::DisplayRole).toString());
+}
+
+AddPlanGroupRequest MakeAddGroupRequest(const QModelIndex& parent, const QString& name) {
+  AddPlanGroupRequest request;
+  request.name = QStringToString(name);
+  request.parent_index_code = QStringToString(GroupCodeOf(parent));
+  switch (TypeOf(parent)) {
+    case PublicRootItem:
+    case PublicGroupItem:
+      request.kind = 0;
+      break;
+    case ReceivedRootItem:
+    case ReceivedGroupItem:
+      request.kind = 2;
+      request.flag = true;
+      break;
+    default:
+      request.kind = 1;
+      break;
+  }
+  return request;
+}
+
+DeletePlanResquest MakeDeletePlanRequest(const QModelIndex& index) {
+  const QModelIndex parent = index.parent();
+  DeletePlanResquest request;
+  request.plan_index_code = CViewPublicDef::GetIndexCode(index);
+  request.plan_name = NameOf(index);
+  request.group_index_code = CViewPublicDef::GetIndexCode(parent);
+  request.group_name = NameOf(parent);
+  request.reserved = "";
+  return request;
+}
+
+bool IsFilled(const PlanWindow& window) {
+  return !window.resource_code.empty() || window.content_kind != 0;
+}
+
+/// Whether the host has anything below `code`. Runs on a thread of its own; sets the promise exactly once.
+void getSubPlanGroupListThread(std::promise<bool> result, const std::string& code, int /*type*/) {
+  bool has_children = false;
+  try {
+    auto& host = CViewBusinessInterfaceMgr::Instance();
+    GetPlanGroupsRequest groups_request;
+    groups_request.parent_index_code = code;
+    GetPlanGroupsResponse groups;
+    if (!code.empty() && host.GetPlanGroups(groups_request, groups)) {
+      has_children = !groups.groups.isEmpty();
+      if (!has_children) {
+        GetPlansInGroupRequest plans_request;
+        plans_request.group_index_code = code;
+        GetPlansInGroupResponse plans;
+        has_children = host.GetPlansInGroup(plans_request, plans) && !plans.plans.isEmpty();
+      }
+    }
+  } catch (...) {
+    has_children = false;
+  }
+  result.set_value(has_children);
+}
+
+}  // namespace
+
+struct CStandardViewController::CStandardViewControllerData {
+  CStandardPlanModel* model;
+};
+
+/// What a fetch of a node's children brought.
+struct CStandardViewController::SubItems {
+  bool ok = false;
+  std::string error_info;
+  GetPlanGroupsResponse groups;
+  GetPlansInGroupResponse plans;
+};
+
+CStandardViewController::CStandardViewController(CStandardPlanModel* model)
+    : QObject(model), data_(std::make_shared<CStandardViewControllerData>()) {
+  data_->model = model;
+  registerMetaTypes();
+  if (model) {
+    connect(model, &CStandardPlanModel::SignalFinshCreateRootPlan, this,
+            &CStandardViewController::SignalFinshCreateRootPlan);
+  }
+  connectDataManager();
+}
+
+CStandardViewController::~CStandardViewController() = default;
+
+void CStandardViewController::registerMetaTypes() {
+  qRegisterMetaType<GetPlanGroupsResponse>("view_plugin_protocol::GetPlanGroupsResponse");
+  qRegisterMetaType<GetPlansInGroupResponse>("view_plugin_protocol::GetPlansInGroupResponse");
+  qRegisterMetaType<AddPlanRequest>("view_plugin_protocol::AddPlanRequest");
+  qRegisterMetaType<UpdatePlanRequest>("view_plugin_protocol::UpdatePlanRequest");
+  qRegisterMetaType<GetPlanDetailResponse>("view_plugin_protocol::GetPlanDetailResponse");
+  qRegisterMetaType<MarUIControl::CNomalMessage::AlertState>("MarUIControl::CNomalMessage::AlertState");
+  qRegisterMetaType<GetClientDefaultViewConfigResponse>("view_plugin_protocol::GetClientDefaultViewConfigResponse");
+  qRegisterMetaType<ClienDefaultViewConfigReponse>("view_plugin_protocol::ClienDefaultViewConfigReponse");
+}
+
+void CStandardViewController::connectDataManager() {
+  using Self = CStandardViewController;
+  using Manager = CViewModelDataManager;
+  Manager* manager = &Manager::Instance();
+  connect(this, &Self::SignalGetPlanGroupListSucc, manager, &Manager::OnGetPlanGroupListSucc);
+  connect(this, &Self::SignalAddPlanGroupSucc, manager, &Manager::OnAddPlanGroupSucc);
+  connect(this, &Self::SignalAddPlanSucc, manager, &Manager::OnAddPlanSucc);
+  connect(this, &Self::SignalDeletePlanGroupSucc, manager, &Manager::OnDeletePlanGroupPlanSucc);
+  connect(this, &Self::SignalDeletePlanSucc, manager, &Manager::OnDeletePlanGroupPlanSucc);
+  connect(this, &Self::SignalUpdatePlanGroupNameSucc, manager, &Manager::OnUpdatePlanGroupNameSucc);
+  connect(this, &Self::SignalUpdatePlanSucc, manager, &Manager::OnUpdatePlanSucc);
+  connect(this, &Self::signalSetNodeLoaded, manager, &Manager::OnSetGroupNodeLoaded);
+  connect(this, &Self::SignalGetViewConfigData, manager, &Manager::OnGetViewConfigData);
+  connect(this, &Self::SignalSetViewConfigData, manager, &Manager::OnSetViewConfigData);
+}
+
+void CStandardViewController::showSuccess(const QString& text) {
+  Q_EMIT signalShowMessage(text, MarUIControl::CNomalMessage::Success);
+}
+
+void CStandardViewController::showFailure(const std::string& error_info) {
+  Q_EMIT signalShowMessage(StringToQString(error_info), MarUIControl::CNomalMessage::Failure);
+}
+
+void CStandardViewController::AddPlanGroupByIndexName(const QModelIndex& parent, const QString& name) {
+  if (parent.isValid() && !name.isEmpty()) {
+    addPlanGroupByIndexNameThread(parent, name);
+  }
+}
+
+void CStandardViewController::addPlanGroupByIndexNameThread(const QModelIndex& parent, const QString& name) {
+  const AddPlanGroupRequest request = MakeAddGroupRequest(parent, name);
+  const CPlanNodeRef node(parent);
+  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::AddPlanGroup, request),
+            [this, request, node](const auto& answer) {
+              if (!answer.ok) {
+                showFailure(answer.response.error_info);
+                return;
+              }
+              PlanGroup group;
+              group.name = request.name;
+              group.parent_index_code = request.parent_index_code;
+              group.index_code = answer.response.index_code;
+              group.type = request.kind;
+              Q_EMIT SignalAddPlanGroupSucc(node.Resolve(), group);
+              showSuccess(tr("AddASuccess"));
+            });
+}
+
+void CStandardViewController::DeletePlanGroupByIndex(const QModelIndex& index) {
+  deletePlanGroupByIndexThread(index);
+}
+
+void CStandardViewController::deletePlanGroupByIndexThread(const QModelIndex& index) {
+  DeletePlanGroupRequest request;
+  request.index_code = QStringToString(GroupCodeOf(index));
+  if (request.index_code.empty()) {
+    return;
+  }
+  request.name = NameOf(index);
+  request.type = CViewPublicDef::GetIndexType(index);
+  const CPlanNodeRef node(index);
+  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::DeletePlanGroup, request), [this, node](const auto& answer) {
+    if (!answer.ok) {
+      showFailure(answer.response.error_info);
+      return;
+    }
+    Q_EMIT SignalDeletePlanGroupSucc(node.Resolve());
+    showSuccess(tr("DeleteTheSuccess"));
+  });
+}
+
+void CStandardViewController::DeletePlanByIndex(const QModelIndex& index) {
+  deletePlanByIndexThread(index);
+}
+
+void CStandardViewController::deletePlanByIndexThread(const QModelIndex& index) {
+  const CPlanNodeRef node(index);
+  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::DeletePlan, MakeDeletePlanRequest(index)),
+            [this, node](const auto& answer) {
+              if (!answer.ok) {
+                showFailure(answer.response.error_info);
+                return;
+              }
+              Q_EMIT SignalDeletePlanSucc(node.Resolve());
+              showSuccess(tr("DeleteTheSuccess"));
+            });
+}
+
+void CStandardViewController::UpdatePlanGroupName(const QModelIndex& index, const QString& name) {
+  updatePlanGroupNameThread(index, name);
+}
+
+void CStandardViewController::updatePlanGroupNameThread(const QModelIndex& index, const QString& name) {
+  UpdatePlanGroupRequest request;
+  request.index_code = CViewPublicDef::GetIndexCode(index);
+  request.name = QStringToString(name);
+  request.flag = TypeOf(index) == ReceivedGroupItem;
+  const CPlanNodeRef node(index);
+  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::UpdatePlanGroup, request),
+            [this, node, name](const auto& answer) {
+              if (!answer.ok) {
+                showFailure(answer.response.error_info);
+                return;
+              }
+              Q_EMIT SignalUpdatePlanGroupNameSucc(node.Resolve(), name);
+              showSuccess(tr("EditSuccess"));
+            });
+}
+
+void CStandardViewController::AddPlanParam(const AddPlanRequest& request) {
+  if (!IsExceedAddLimit(request.pages)) {
+    addPlanParamThread(request);
+  }
+}
+
+void CStandardViewController::addPlanParamThread(const AddPlanRequest& request) {
+  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::AddPlan, request), [this, request](const auto& answer) {
+    if (!answer.ok) {
+      showFailure(answer.response.error_info);
+      return;
+    }
+    Q_EMIT SignalAddPlanSucc(request, StringToQString(answer.response.index_code));
+    showSuccess(tr("SaveSuccessfulYCFI2BGO"));
+  });
+}
+
+void CStandardViewController::UpdatePlanParam(const UpdatePlanRequest& request, const QString& old_name) {
+  if (!IsExceedAddLimit(request.pages)) {
+    updatePlanParamThread(request, old_name);
+  }
+}
+
+void CStandardViewController::updatePlanParamThread(const UpdatePlanRequest& request, const QString& old_name) {
+  // The old name travels with the request for whoever watches it; the host is not told.
+  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::UpdatePlan, request),
+            [this, request, old_name](const auto& answer) {
+              if (!answer.ok) {
+                showFailure(answer.response.error_info);
+                return;
+              }
+              Q_EMIT SignalUpdatePlanSucc(request);
+              showSuccess(tr("SaveSuccessfulYCFI2BGO"));
+            });
+}
+
+void CStandardViewController::PlayPlanViewByIndexCode(const std::string& indexCode) {
+  if (!indexCode.empty()) {
+    downloadPlanInfoThread(indexCode);
+  }
+}
+
+void CStandardViewController::downloadPlanInfoThread(const std::string& indexCode) {
+  GetPlanDetailRequest request;
+  request.plan_index_code = indexCode;
+  request.play = true;
+  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::GetPlanDetail, request), [this](const auto& answer) {
+    if (answer.ok) {
+      Q_EMIT SignalPlayPlanView(answer.response);
+    } else {
+      showFailure(answer.response.error_info);
+    }
+  });
+}
+
+void CStandardViewController::GetPlanInfoByIndexCode(const std::string& indexCode) {
+  getPlanInfoByIndexCodeThread(indexCode);
+}
+
+void CStandardViewController::getPlanInfoByIndexCodeThread(const std::string& indexCode) {
+  GetPlanDetailRequest request;
+  request.plan_index_code = indexCode;
+  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::GetPlanDetail, request), [this](const auto& answer) {
+    if (answer.ok) {
+      Q_EMIT SignalGetPlanInfo(answer.response);
+    } else {
+      showFailure(answer.response.error_info);
+    }
+  });
+}
+
+void CStandardViewController::AddOperationPlayPlan(const QString& name, bool automatic, bool from_history) {
+  if (!name.isEmpty()) {
+    addOperationPlayPlanThread(name, automatic, from_history);
+  }
+}
+
+void CStandardViewController::addOperationPlayPlanThread(const QString& name, bool automatic, bool from_history) {
+  AddPlanLogRequestParam request;
+  request.name = QStringToString(name);
+  request.automatic = automatic;
+  request.from_history = from_history;
+  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::AddPlanLog, request), [](const auto&) {});
+}
+
+void CStandardViewController::InitGetViewDefaultConfig(const GetClientDefaultViewConfigRequest& request) {
+  initGetViewConfig(request);
+}
+
+void CStandardViewController::initGetViewConfig(const GetClientDefaultViewConfigRequest& request) {
+  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::GetClientViewConfig, request), [this](const auto& answer) {
+    if (!answer.ok) {
+      showFailure(answer.response.error_info);
+    } else if (answer.response.index_code != kNoDefaultView) {
+      Q_EMIT SignalConfigPlayView(StringToQString(answer.response.index_code), answer.response.type);
+    }
+  });
+}
+
+bool CStandardViewController::GetClientViewDefaultConfig(const GetClientDefaultViewConfigRequest& request) {
+  return getViewDefaultConfig(request);
+}
+
+bool CStandardViewController::getViewDefaultConfig(const GetClientDefaultViewConfigRequest& request) {
+  GetClientDefaultViewConfigResponse response;
+  if (!CViewBusinessInterfaceMgr::Instance().GetClientViewConfig(request, response)) {
+    showFailure(response.error_info);
+    return false;
+  }
+  CViewModelDataManager::Instance().OnGetViewConfigData(response);
+  return true;
+}
+
+bool CStandardViewController::SetClientViewDefaultConfig(const ClienDefaultViewConfigRequest& request) {
+  return setViewDefaultConfig(request);
+}
+
+bool CStandardViewController::setViewDefaultConfig(const ClienDefaultViewConfigRequest& request) {
+  ClienDefaultViewConfigReponse response;
+  if (!CViewBusinessInterfaceMgr::Instance().SetClientViewConfig(request, response)) {
+    showFailure(response.error_info);
+    return false;
+  }
+  CViewModelDataManager::Instance().OnSetViewConfigData(response);
+  showSuccess(tr("SaveSuccessfulYCFI2BGO"));
+  return true;
+}
+
+void CStandardViewController::OnExpandViewTreeItem(const QModelIndex& index) {
+  if (!index.isValid()) {
+    return;
+  }
+  const CPlanNodeRef node(index);
+  switch (TypeOf(index)) {
+    case PublicRootItem:
+    case PublicGroupItem:
+    case OwnRootItem:
+    case OwnGroupItem:
+      // Before the fetch: what is added elsewhere from now on goes into the tree.
+      Q_EMIT signalSetNodeLoaded(GroupCodeOf(index), true);
+      break;
+    default:
+      break;
+  }
+  if (CViewConfigManager::Instance().IsLoadAll()) {
+    Q_EMIT SignalFinishAnsyGetSubItem(node.Resolve(), true);
+  } else {
+    downloadSubPlanGroupListThread(node.Resolve());
+  }
+}
+
+void CStandardViewController::downloadSubPlanGroupListThread(const QModelIndex& index) {
+  const CPlanNodeRef node(index);
+  const bool is_group = index.data(IsGroupRole).toBool();
+  const std::string code = QStringToString(GroupCodeOf(index));
+  const int type = TypeOf(index);
+  // A group without a code keeps its waiting mark: there is nothing to ask for.
+  if (is_group && code.empty()) {
+    return;
+  }
+  const auto task = [is_group, code, type] {
+    if (!is_group) {
+      return SubItems();
+    }
+    const bool root = type == PublicRootItem || type == OwnRootItem;
+    return FetchSubItems(code, type, !root || CViewConfigManager::Instance().CreatePlanUnderRootNode());
+  };
+  CallAsync(this, task, [this, node, is_group](const SubItems& items) {
+    if (is_group) {
+      finishExpand(node, items);
+    } else {
+      Q_EMIT SignalFinishAnsyGetSubItem(node.Resolve(), true);
+    }
+  });
+}
+
+CStandardViewController::SubItems CStandardViewController::FetchSubItems(const std::string& code, int type,
+                                                                         bool with_plans) {
+  auto& host = CViewBusinessInterfaceMgr::Instance();
+  SubItems items;
+  GetPlanGroupsRequest groups_request;
+  groups_request.parent_index_code = code;
+  groups_request.node_type = type;
+  items.ok = host.GetPlanGroups(groups_request, items.groups);
+  if (!items.ok) {
+    items.error_info = items.groups.error_info;
+    return items;
+  }
+  if (with_plans) {
+    GetPlansInGroupRequest plans_request;
+    plans_request.group_index_code = code;
+    plans_request.node_type = type;
+    items.ok = host.GetPlansInGroup(plans_request, items.plans);
+    items.error_info = items.plans.error_info;
+  }
+  return items;
+}
+
+void CStandardViewController::finishExpand(const CPlanNodeRef& node, const SubItems& items) {
+  if (items.ok) {
+    Q_EMIT SignalGetPlanGroupListSucc(node.Resolve(), items.groups, items.plans);
+    return;
+  }
+  Q_EMIT SignalFinishAnsyGetSubItem(node.Resolve(), true);
+  showFailure(items.error_info);
+}
+
+bool CStandardViewController::IsHaveChilds(const QModelIndex& index) {
+  const std::string code = index.isValid() ? QStringToString(GroupCodeOf(index)) : std::string();
+  if (code.empty()) {
+    return false;
+  }
+  std::promise<bool> promise;
+  std::future<bool> result = promise.get_future();
+  std::thread probe(getSubPlanGroupListThread, std::move(promise), code, TypeOf(index));
+  probe.join();
+  return result.get();
+}
+
+bool CStandardViewController::IsExceedAddLimit(const std::list<PlanPage>& pages) {
+  int filled = 0;
+  for (const PlanPage& page : pages) {
+    for (const PlanWindow& window : page.windows) {
+      filled += IsFilled(window) ? 1 : 0;
+    }
+  }
+  if (filled <= kMaxFilledWindows) {
+    return false;
+  }
+  Q_EMIT signalShowMessage(tr("Orbis-ControlClient.84c1323492ea472ca4d571b907908b8e.msg"),
+                           MarUIControl::CNomalMessage::Failure);
+  return true;
+}
+
+bool CStandardViewController::event(QEvent* event) {
+  return QObject::event(event);
+}
+
+}  // namespace TarnPlanView

@@ -1,0 +1,114 @@
+#pragma once
+
+#include <QModelIndex>
+#include <QObject>
+#include <list>
+#include <memory>
+#include <string>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+#include "MarUIControl/nomal_message.h"
+#include "tarn_plan_view_export.h"
+
+namespace TarnPlanView {
+
+class CStandardPlanModel;
+class CPlanNodeRef;
+
+/// Asks the host to read or change plans, groups and the default view, off the GUI thread.
+///
+/// Each call checks its arguments (guards are silent but for the window limit), reads what it needs from the rows and
+/// returns at once; the answer comes later as signals, all emitted on the controller's thread: first the success
+/// signal, then signalShowMessage() with state 0 where a tip belongs to it; after a failed call
+/// signalShowMessage() with the host's text and state 1. Answers of several calls may come in any order. A row is held
+/// by its code and position while its request runs; when it is gone the signals carry an invalid index. Results reach
+/// the plan data before any other receiver. A controller that dies gets no answers. Thread: GUI.
+class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
+  Q_OBJECT
+ public:
+  /// Dies with `model`.
+  explicit CStandardViewController(CStandardPlanModel* model);
+  ~CStandardViewController() override;
+
+  /// Nothing for an invalid parent or an empty name.
+  void AddPlanGroupByIndexName(const QModelIndex& parent, const QString& name);
+  /// Nothing for a row without a code.
+  void DeletePlanGroupByIndex(const QModelIndex& index);
+  void DeletePlanByIndex(const QModelIndex& index);
+  void UpdatePlanGroupName(const QModelIndex& index, const QString& name);
+  /// Nothing is sent when the pages hold more than 128 filled windows.
+  void AddPlanParam(const view_plugin_protocol::AddPlanRequest& request);
+  void UpdatePlanParam(const view_plugin_protocol::UpdatePlanRequest& request, const QString& old_name);
+  /// Answers with SignalPlayPlanView(); nothing for an empty code.
+  void PlayPlanViewByIndexCode(const std::string& indexCode);
+  /// Answers with SignalGetPlanInfo().
+  void GetPlanInfoByIndexCode(const std::string& indexCode);
+  /// Records a play in the host's log; silent in every case.
+  void AddOperationPlayPlan(const QString& name, bool automatic, bool from_history);
+  /// Answers with SignalConfigPlayView() when there is a default view.
+  void InitGetViewDefaultConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request);
+  /// These two block until the host has answered.
+  bool GetClientViewDefaultConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request);
+  bool SetClientViewDefaultConfig(const view_plugin_protocol::ClienDefaultViewConfigRequest& request);
+  /// Whether the host has groups or plans below a row. Blocks until it has answered, by design: a deletion must not
+  /// start before the answer is known. False when the host cannot say.
+  bool IsHaveChilds(const QModelIndex& index);
+  /// Whether the pages together hold more than 128 filled windows; then the refusal is shown.
+  bool IsExceedAddLimit(const std::list<view_plugin_protocol::PlanPage>& pages);
+
+  bool event(QEvent* event) override;
+
+ Q_SIGNALS:
+  void SignalFinshCreateRootPlan();
+  void SignalPlayPlanView(const view_plugin_protocol::GetPlanDetailResponse& plan_info);
+  void SignalGetPlanGroupListSucc(const QModelIndex& index,
+                                  const view_plugin_protocol::GetPlanGroupsResponse& plan_group_list,
+                                  const view_plugin_protocol::GetPlansInGroupResponse& plan_list);
+  void SignalAddPlanGroupSucc(const QModelIndex& index, const view_plugin_protocol::PlanGroup& plan_group);
+  void SignalDeletePlanGroupSucc(const QModelIndex& index);
+  void SignalDeletePlanSucc(const QModelIndex& index);
+  void SignalUpdatePlanGroupNameSucc(const QModelIndex& index, const QString& group_name);
+  void SignalUpdatePlanSucc(const view_plugin_protocol::UpdatePlanRequest& plan_param);
+  void SignalAddPlanSucc(const view_plugin_protocol::AddPlanRequest& plan_param, const QString& get_plan_index_code);
+  void SignalGetPlanInfo(const view_plugin_protocol::GetPlanDetailResponse& plan_info);
+  /// The expansion of `index` is finished without new rows, or has failed.
+  void SignalFinishAnsyGetSubItem(const QModelIndex& index, bool b_expand = true);
+  void signalSetNodeLoaded(const QString& index_code, bool is_loaded);
+  void signalShowMessage(const QString& message_tip, MarUIControl::CNomalMessage::AlertState state);
+  /// For direct connections only: the records are passed by reference.
+  void SignalGetViewConfigData(view_plugin_protocol::GetClientDefaultViewConfigResponse& response_param);
+  void SignalSetViewConfigData(view_plugin_protocol::ClienDefaultViewConfigReponse& response_param);
+  void SignalConfigPlayView(const QString& index_code, int type);
+
+ public Q_SLOTS:
+  /// The tree asks for the children of a row.
+  void OnExpandViewTreeItem(const QModelIndex& index);
+
+ private:
+  void registerMetaTypes();
+  void connectDataManager();
+  void addPlanGroupByIndexNameThread(const QModelIndex& parent, const QString& name);
+  void deletePlanGroupByIndexThread(const QModelIndex& index);
+  void deletePlanByIndexThread(const QModelIndex& index);
+  void updatePlanGroupNameThread(const QModelIndex& index, const QString& name);
+  void addPlanParamThread(const view_plugin_protocol::AddPlanRequest& request);
+  void updatePlanParamThread(const view_plugin_protocol::UpdatePlanRequest& request, const QString& old_name);
+  void downloadPlanInfoThread(const std::string& indexCode);
+  void getPlanInfoByIndexCodeThread(const std::string& indexCode);
+  void addOperationPlayPlanThread(const QString& name, bool automatic, bool from_history);
+  void initGetViewConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request);
+  void downloadSubPlanGroupListThread(const QModelIndex& index);
+  bool getViewDefaultConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request);
+  bool setViewDefaultConfig(const view_plugin_protocol::ClienDefaultViewConfigRequest& request);
+
+  struct SubItems;
+  static SubItems FetchSubItems(const std::string& code, int type, bool with_plans);
+  void finishExpand(const CPlanNodeRef& node, const SubItems& items);
+  void showSuccess(const QString& text);
+  void showFailure(const std::string& error_info);
+
+  struct CStandardViewControllerData;
+  std::shared_ptr<CStandardViewControllerData> data_;
+};
+
+}  // namespace TarnPlanView
