@@ -7,7 +7,9 @@ add_library(TarnPlanView SHARED)
 add_library(TarnPlanView::TarnPlanView ALIAS TarnPlanView)
 set_target_properties(TarnPlanView PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION 1)
 generate_export_header(TarnPlanView EXPORT_MACRO_NAME TARNPLANVIEW_EXPORT
-  EXPORT_FILE_NAME ${TARN_PUBLIC_INCLUDE}/TarnPlanView/tarn_plan_view_export.h)
+  EXPORT_FILE_NAME ${PROJECT_BINARY_DIR}/generated/tarn_plan_view_export.h)
+configure_file(${PROJECT_BINARY_DIR}/generated/tarn_plan_view_export.h
+  ${TARN_PUBLIC_INCLUDE}/TarnPlanView/tarn_plan_view_export.h COPYONLY)
 
 # tarn_plugin_layer(NAME target DIR folder [USES layers...] [EXPORTS headers...])
 # Compiles every source of the folder; the headers named under EXPORTS are what hosts may include.
@@ -15,7 +17,7 @@ function(tarn_plugin_layer)
   cmake_parse_arguments(L "" "NAME;DIR" "USES;EXPORTS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${L_DIR}/*.h ${PROJECT_SOURCE_DIR}/${L_DIR}/*.cpp)
   add_library(${L_NAME} OBJECT ${sources})
-  target_include_directories(${L_NAME} PUBLIC ${PROJECT_SOURCE_DIR}/${L_DIR} ${TARN_PUBLIC_INCLUDE}/TarnPlanView)
+  target_include_directories(${L_NAME} PUBLIC ${PROJECT_SOURCE_DIR}/${L_DIR} ${PROJECT_BINARY_DIR}/generated)
   target_link_libraries(${L_NAME} PUBLIC tarn_host_api ${L_USES} Qt5::Concurrent Qt5::Svg PRIVATE tarn_build_options)
   target_link_libraries(TarnPlanView PRIVATE ${L_NAME})
   foreach(header ${L_EXPORTS})
