@@ -61,6 +61,9 @@ class TARN_HOST_EXPORT IHostServices {
   virtual bool GetPresets(const ptz_plugin_protocol::GetPresetRequest&, ptz_plugin_protocol::GetPresetResponse&) = 0;
   virtual bool GetStreamAbility(const play_plugin_protocol::GetStreamAbiRequest&,
                                 play_plugin_protocol::GetStreamAbiResponse&) = 0;
+
+  /// Identity of the site behind the services; empty when there is none. A decorator hands its target's on.
+  virtual std::string StationId() const { return {}; }
 };
 
 /// Puts `services` behind the plug-in manager's singletons. A null pointer begins the host's closing: from then on

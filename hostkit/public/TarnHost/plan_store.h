@@ -44,7 +44,7 @@ class TARN_HOST_EXPORT CPlanStore : public IHostServices {
   /// The user a client without a log-in window takes: the first with all rights.
   virtual QString DefaultUser() const = 0;
   /// The store's own identity, made once with the store.
-  virtual std::string StationId() const = 0;
+  std::string StationId() const override = 0;
   /// Code of the first plan visible to the current user with this exact name, by family, then code; empty when none.
   virtual std::string FindPlanByName(const QString& name) const = 0;
   /// Stops the feed and the database thread; later calls return false. Called by the destructor too.

@@ -1,0 +1,34 @@
+#include "TarnHost/host_services.h"
+
+#include <mutex>
+#include <utility>
+
+namespace TarnHost {
+namespace {
+
+struct Installed {
+  std::mutex mutex;
+  std::shared_ptr<IHostServices> services;
+};
+
+Installed& TheInstalled() {
+  static Installed installed;
+  return installed;
+}
+
+}  // namespace
+
+void InstallHostServices(std::shared_ptr<IHostServices> services) {
+  {
+    const std::lock_guard<std::mutex> lock(TheInstalled().mutex);
+    TheInstalled().services.swap(services);
+  }
+  // What was installed before dies here, outside the lock: its end may wait for calls that ask for the services.
+}
+
+std::shared_ptr<IHostServices> InstalledHostServices() {
+  const std::lock_guard<std::mutex> lock(TheInstalled().mutex);
+  return TheInstalled().services;
+}
+
+}  // namespace TarnHost

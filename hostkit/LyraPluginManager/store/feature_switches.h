@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+
+namespace TarnHost::Store {
+
+/// Names of the configuration switches, in the order of the configuration record.
+QStringList FeatureSwitchNames();
+
+/// Sets one switch of the record by its name; false for an unknown name.
+bool SetFeatureSwitch(view_plugin_protocol::GetPlanConfigResponse* config, const QString& name, int value);
+
+}  // namespace TarnHost::Store

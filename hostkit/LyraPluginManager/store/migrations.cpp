@@ -1,0 +1,86 @@
+#include "store/migrations.h"
+
+#include <QStringList>
+
+namespace TarnHost::Store {
+namespace {
+
+QStringList FirstLayout(const CSqlEngine& engine) {
+  const QString bytes = engine.BytesType();
+  return {
+      // Numbers that only grow: 'code', the last code given; 'seq', the last change written.
+      "CREATE TABLE counter (name TEXT PRIMARY KEY, value BIGINT NOT NULL)",
+      "INSERT INTO counter (name, value) VALUES ('code', 100000), ('seq', 0)",
+      "CREATE TABLE app_user (id INTEGER PRIMARY KEY, name TEXT NOT NULL UNIQUE)",
+      "CREATE TABLE user_right (user_id INTEGER NOT NULL, code INTEGER NOT NULL, PRIMARY KEY (user_id, code))",
+      "CREATE TABLE feature_switch (name TEXT PRIMARY KEY, value INTEGER NOT NULL)",
+      "CREATE TABLE region (id INTEGER PRIMARY KEY, parent_id INTEGER NOT NULL, name TEXT NOT NULL)",
+      "CREATE TABLE camera (id INTEGER PRIMARY KEY, region_id INTEGER NOT NULL, name TEXT NOT NULL,"
+      " online INTEGER NOT NULL)",
+      "CREATE TABLE camera_preset (camera_id INTEGER NOT NULL, preset_no INTEGER NOT NULL, name TEXT NOT NULL,"
+      " PRIMARY KEY (camera_id, preset_no))",
+      "CREATE TABLE camera_stream (camera_id INTEGER NOT NULL, stream_type INTEGER NOT NULL,"
+      " PRIMARY KEY (camera_id, stream_type))",
+      "CREATE TABLE plan_group (code INTEGER PRIMARY KEY, parent_code INTEGER NOT NULL, family INTEGER NOT NULL,"
+      " owner_id INTEGER NOT NULL, name TEXT NOT NULL)",
+      "CREATE INDEX plan_group_parent ON plan_group (parent_code, owner_id)",
+      "CREATE TABLE plan (code INTEGER PRIMARY KEY, parent_code INTEGER NOT NULL, family INTEGER NOT NULL,"
+      " owner_id INTEGER NOT NULL, name TEXT NOT NULL, split_type INTEGER NOT NULL, page_count INTEGER NOT NULL,"
+      " auto_run INTEGER NOT NULL, begin_time TEXT NOT NULL, end_time TEXT NOT NULL, pages TEXT NOT NULL,"
+      " thumbnail " +
+          bytes +
+          ", creator TEXT NOT NULL, creation_time TEXT NOT NULL, revision BIGINT NOT NULL,"
+          " changed_by TEXT NOT NULL, changed_at TEXT NOT NULL)",
+      "CREATE INDEX plan_parent ON plan (parent_code)",
+      "CREATE TABLE default_view (user_id INTEGER PRIMARY KEY, code INTEGER NOT NULL, type INTEGER NOT NULL)",
+      "CREATE INDEX default_view_code ON default_view (code)",
+      "CREATE TABLE plan_log (played_at TEXT NOT NULL, user_id INTEGER NOT NULL, name TEXT NOT NULL,"
+      " automatic INTEGER NOT NULL, from_history INTEGER NOT NULL)",
+      "CREATE TABLE change_log (seq BIGINT PRIMARY KEY, origin TEXT NOT NULL, kind INTEGER NOT NULL,"
+      " code INTEGER NOT NULL)",
+  };
+}
+
+void RunStep(CSqlEngine& engine, const Migration& step) {
+  CTransaction transaction(engine, CTransaction::kWrite);
+  if (StoredVersion(engine) >= step.to) {
+    return;  // another process was quicker
+  }
+  for (const QString& statement : step.statements(engine)) {
+    engine.RunOnce(statement);
+  }
+  engine.Execute(
+      "INSERT INTO store_info (name, value) VALUES ('version', ?)"
+      " ON CONFLICT (name) DO UPDATE SET value = excluded.value",
+      {QString::number(step.to)});
+  transaction.Commit();
+}
+
+}  // namespace
+
+const std::vector<Migration>& AllMigrations() {
+  static const std::vector<Migration> all = {{1, FirstLayout}};
+  return all;
+}
+
+int StoredVersion(CSqlEngine& engine) {
+  return engine.Value("SELECT value FROM store_info WHERE name = 'version'").toString().toInt();
+}
+
+void Migrate(CSqlEngine& engine, const QString& place, const std::vector<Migration>& migrations) {
+  const int newest = migrations.back().to;
+  const int stored = StoredVersion(engine);
+  if (stored > newest) {
+    throw CStoreError(QStringLiteral("The plan store %1 was made by a newer version (%2; this program knows %3).")
+                          .arg(place)
+                          .arg(stored)
+                          .arg(newest));
+  }
+  for (const Migration& step : migrations) {
+    if (step.to > stored) {
+      RunStep(engine, step);
+    }
+  }
+}
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <vector>
+
+#include "store/sql_engine.h"
+
+namespace TarnHost::Store {
+
+/// One step of the store's layout, from version `to` - 1 to `to`. A step that was ever released never changes.
+struct Migration {
+  int to;
+  QStringList (*statements)(const CSqlEngine& engine);
+};
+
+const std::vector<Migration>& AllMigrations();
+
+/// Version of the opened store; 0 for one without any table.
+int StoredVersion(CSqlEngine& engine);
+
+/// Brings the opened store to the newest version, each step in a transaction of its own. Refuses a store that is
+/// newer than the last step.
+void Migrate(CSqlEngine& engine, const QString& place, const std::vector<Migration>& migrations = AllMigrations());
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,121 @@
+#include "store/observer_hub.h"
+
+#include <QElapsedTimer>
+#include <QScopedValueRollback>
+#include <QThread>
+#include <algorithm>
+#include <utility>
+
+namespace TarnHost::Store {
+namespace {
+
+constexpr int kSliceMilliseconds = 4;
+
+}  // namespace
+
+using ResourceData::IResourceObserver;
+
+// A timer, not a posted event: the event loop handles events that are posted while it delivers posted events in the
+// same turn, so a chain of them would keep the user's input waiting.
+CObserverHub::CObserverHub(QObject* parent) : QObject(parent), timer_(new QTimer(this)) {
+  timer_->setSingleShot(true);
+  timer_->setInterval(0);
+  connect(timer_, &QTimer::timeout, this, &CObserverHub::DeliverSome);
+}
+
+CObserverHub::~CObserverHub() = default;
+
+void CObserverHub::Disposer::operator()(CObserverHub* hub) const {
+  hub->Close();
+  if (hub->thread() == QThread::currentThread() && !hub->delivering_) {
+    delete hub;
+  } else {
+    hub->deleteLater();
+  }
+}
+
+void CObserverHub::Register(IResourceObserver* observer, const Key& key) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  auto& list = observers_[key];
+  if (!closed_ && observer != nullptr && std::find(list.begin(), list.end(), observer) == list.end()) {
+    list.push_back(observer);
+  }
+}
+
+void CObserverHub::Unregister(IResourceObserver* observer, const Key& key) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  const auto found = observers_.find(key);
+  if (found == observers_.end()) {
+    return;
+  }
+  auto& list = found->second;
+  list.erase(std::remove(list.begin(), list.end(), observer), list.end());
+  if (list.empty()) {
+    observers_.erase(found);
+  }
+}
+
+void CObserverHub::Post(std::vector<Event> events) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  if (closed_ || events.empty()) {
+    return;
+  }
+  std::move(events.begin(), events.end(), std::back_inserter(events_));
+  if (!std::exchange(scheduled_, true)) {
+    QMetaObject::invokeMethod(timer_, QOverload<>::of(&QTimer::start), Qt::QueuedConnection);
+  }
+}
+
+void CObserverHub::Close() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  closed_ = true;
+  observers_.clear();
+  events_.clear();
+}
+
+void CObserverHub::DeliverSome() {
+  // An observer that runs an event loop of its own gets no second delivery into it: the order would be lost.
+  if (delivering_) {
+    return;
+  }
+  const QScopedValueRollback<bool> delivering(delivering_, true);
+  QElapsedTimer clock;
+  clock.start();
+  Event event;
+  while (TakeEvent(&event)) {
+    Deliver(event);
+    if (clock.hasExpired(kSliceMilliseconds)) {
+      timer_->start();
+      return;
+    }
+  }
+}
+
+bool CObserverHub::TakeEvent(Event* event) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  if (events_.empty()) {
+    scheduled_ = false;
+    return false;
+  }
+  *event = std::move(events_.front());
+  events_.pop_front();
+  return true;
+}
+
+void CObserverHub::Deliver(const Event& event) {
+  for (IResourceObserver* observer : ObserversOf(event.key)) {
+    // An observer may remove others, or itself, while it is told.
+    const auto still = ObserversOf(event.key);
+    if (std::find(still.begin(), still.end(), observer) != still.end()) {
+      observer->OnResourceUpdate(event.param);
+    }
+  }
+}
+
+std::vector<IResourceObserver*> CObserverHub::ObserversOf(const Key& key) const {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  const auto found = observers_.find(key);
+  return found == observers_.end() ? std::vector<IResourceObserver*>() : found->second;
+}
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <deque>
+#include <map>
+#include <mutex>
+#include <vector>
+
+#include "ResourceData/resource_observer.h"
+
+namespace TarnHost::Store {
+
+/// Brings events to the registered observers on the GUI thread, in the order in which they were posted.
+///
+/// A long row of events is delivered in short pieces between which the event loop runs. An event reaches who is
+/// registered for its node when it is delivered. Thread: made on the GUI thread; Post() and the registration from any.
+class CObserverHub : public QObject {
+  Q_OBJECT
+ public:
+  using Key = std::pair<int32_t, std::string>;  // resource type, code
+  struct Event {
+    Key key;
+    ResourceData::IResourceObserver::Param param;
+  };
+
+  explicit CObserverHub(QObject* parent = nullptr);
+  ~CObserverHub() override;
+
+  /// Ends a hub from any thread, also from one of its own deliveries.
+  struct Disposer {
+    void operator()(CObserverHub* hub) const;
+  };
+
+  void Register(ResourceData::IResourceObserver* observer, const Key& key);
+  void Unregister(ResourceData::IResourceObserver* observer, const Key& key);
+  void Post(std::vector<Event> events);
+  /// Forgets all observers and events, for good.
+  void Close();
+
+ private:
+  void DeliverSome();
+  bool TakeEvent(Event* event);
+  void Deliver(const Event& event);
+  std::vector<ResourceData::IResourceObserver*> ObserversOf(const Key& key) const;
+
+  mutable std::mutex mutex_;
+  std::map<Key, std::vector<ResourceData::IResourceObserver*>> observers_;
+  std::deque<Event> events_;
+  bool scheduled_ = false, closed_ = false;
+  bool delivering_ = false;  // GUI thread
+  QTimer* timer_;
+};
+
+}  // namespace TarnHost::Store

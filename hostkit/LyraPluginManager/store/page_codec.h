@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+#include <list>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+
+namespace TarnHost::Store {
+
+/// The pages of a plan as the text that is stored, and back. What a text does not say keeps its default.
+QString PagesToText(const std::list<view_plugin_protocol::PlanPage>& pages);
+std::list<view_plugin_protocol::PlanPage> PagesFromText(const QString& text);
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,270 @@
+#include "store/plan_catalog.h"
+
+#include <algorithm>
+#include <mutex>
+#include <utility>
+
+namespace TarnHost::Store {
+namespace {
+
+constexpr int32_t kDay = 24 * 60 * 60;
+
+template <class Rows>
+auto LowerBound(Rows& rows, int32_t code) {
+  return std::lower_bound(rows.begin(), rows.end(), code,
+                          [](const auto& row, int32_t wanted) { return row.code < wanted; });
+}
+
+template <class Row>
+void Insert(std::vector<Row>& rows, const Row& row) {
+  rows.insert(LowerBound(rows, row.code), row);
+}
+
+template <class Row>
+Row Take(std::vector<Row>& rows, int32_t code) {
+  const auto at = LowerBound(rows, code);
+  Row row = std::move(*at);
+  rows.erase(at);
+  return row;
+}
+
+bool HasSpan(const PlanRow& row) {
+  return row.auto_run && row.begin_second >= 0 && row.begin_second < row.end_second;
+}
+
+// Seconds until the plan starts; 0 while it is due.
+int32_t WaitFor(const PlanRow& row, int32_t now) {
+  if (row.begin_second <= now && now < row.end_second) {
+    return 0;
+  }
+  return row.begin_second > now ? row.begin_second - now : row.begin_second + kDay - now;
+}
+
+}  // namespace
+
+void CPlanCatalog::Replace(const std::vector<GroupRow>& groups, const std::vector<PlanRow>& plans) {
+  CPlanCatalog fresh;  // built and, with the old content in it, destroyed while readers go on
+  fresh.groups_.reserve(groups.size());
+  fresh.plans_.reserve(plans.size());
+  for (const GroupRow& row : groups) {
+    fresh.PutGroup(row);
+  }
+  for (const PlanRow& row : plans) {
+    fresh.PutPlan(row);
+  }
+  Swap(fresh);
+}
+
+void CPlanCatalog::Clear() {
+  CPlanCatalog empty;
+  Swap(empty);
+}
+
+void CPlanCatalog::Swap(CPlanCatalog& other) {
+  const std::unique_lock<std::shared_mutex> lock(mutex_);
+  std::swap(public_, other.public_);
+  std::swap(common_, other.common_);
+  own_.swap(other.own_);
+  groups_.swap(other.groups_);
+  plans_.swap(other.plans_);
+  automatic_.swap(other.automatic_);
+}
+
+const CPlanCatalog::Children* CPlanCatalog::ChildrenAt(int32_t parent, int32_t owner) const {
+  static const Children none;
+  switch (parent) {
+    case kPublicRoot:
+      return &public_;
+    case kCommonRoot:
+      return &common_;
+    case kOwnRoot: {
+      const auto found = own_.find(owner);
+      return found == own_.end() ? &none : &found->second;
+    }
+    default: {
+      const auto found = groups_.find(parent);
+      return found == groups_.end() ? nullptr : &found->second.children;
+    }
+  }
+}
+
+CPlanCatalog::Children* CPlanCatalog::ChildrenAt(int32_t parent, int32_t owner) {
+  return parent == kOwnRoot ? &own_[owner] : const_cast<Children*>(std::as_const(*this).ChildrenAt(parent, owner));
+}
+
+const CPlanCatalog::Children* CPlanCatalog::VisibleChildren(int32_t parent, int32_t user) const {
+  if (!IsRootCode(parent)) {
+    const auto found = groups_.find(parent);
+    if (found == groups_.end() || !Sees(found->second.place, user)) {
+      return nullptr;
+    }
+  }
+  return ChildrenAt(parent, user);
+}
+
+const GroupRow& CPlanCatalog::GroupAt(int32_t code, const Place& place) const {
+  return *LowerBound(ChildrenAt(place.parent, place.owner)->groups, code);
+}
+
+CPlanCatalog::Hit CPlanCatalog::HitOf(const PlanRow& row) const {
+  const auto parent = groups_.find(row.parent);
+  return {row, parent == groups_.end() ? std::string() : GroupAt(row.parent, parent->second.place).name};
+}
+
+std::optional<GroupRow> CPlanCatalog::FindGroup(int32_t code, int32_t user) const {
+  const std::shared_lock<std::shared_mutex> lock(mutex_);
+  const auto found = groups_.find(code);
+  if (found == groups_.end() || !Sees(found->second.place, user)) {
+    return std::nullopt;
+  }
+  return GroupAt(code, found->second.place);
+}
+
+std::optional<CPlanCatalog::Hit> CPlanCatalog::FindPlan(int32_t code, int32_t user) const {
+  const std::shared_lock<std::shared_mutex> lock(mutex_);
+  const auto found = plans_.find(code);
+  if (found == plans_.end() || !Sees(found->second, user)) {
+    return std::nullopt;
+  }
+  return HitOf(*LowerBound(ChildrenAt(found->second.parent, found->second.owner)->plans, code));
+}
+
+std::pair<int32_t, int32_t> CPlanCatalog::FirstChildren(int32_t parent, int32_t user) const {
+  const auto first = [](const auto& rows) { return rows.empty() ? 0 : rows.front().code; };
+  const std::shared_lock<std::shared_mutex> lock(mutex_);
+  const Children* children = VisibleChildren(parent, user);
+  return children == nullptr ? std::pair(0, 0) : std::pair(first(children->groups), first(children->plans));
+}
+
+std::vector<CPlanCatalog::Hit> CPlanCatalog::Search(const std::string& folded, int32_t family, int32_t user) const {
+  std::vector<Hit> hits;
+  const std::shared_lock<std::shared_mutex> lock(mutex_);
+  const auto search = [&](const Children& children) {
+    for (const PlanRow& row : children.plans) {
+      if (row.family == family && row.folded_name.find(folded) != std::string::npos) {
+        hits.push_back(HitOf(row));
+      }
+    }
+  };
+  for (const int32_t root : {kPublicRoot, kOwnRoot, kCommonRoot}) {
+    search(*ChildrenAt(root, user));
+  }
+  for (const auto& [code, node] : groups_) {
+    if (node.place.family == family && Sees(node.place, user)) {
+      search(node.children);
+    }
+  }
+  std::sort(hits.begin(), hits.end(), [](const Hit& a, const Hit& b) { return a.plan.code < b.plan.code; });
+  return hits;
+}
+
+int32_t CPlanCatalog::FindByName(const std::string& name, int32_t user) const {
+  std::pair<int32_t, int32_t> best(0, 0);  // family, code
+  const std::shared_lock<std::shared_mutex> lock(mutex_);
+  for (const auto& [code, place] : plans_) {
+    const std::pair<int32_t, int32_t> candidate(place.family, code);
+    if (Sees(place, user) && (best.second == 0 || candidate < best) &&
+        LowerBound(ChildrenAt(place.parent, place.owner)->plans, code)->name == name) {
+      best = candidate;
+    }
+  }
+  return best.second;
+}
+
+int32_t CPlanCatalog::AutomaticPlan(int32_t second_of_day, int32_t user) const {
+  int32_t best = 0;
+  int32_t best_wait = 2 * kDay;
+  const std::shared_lock<std::shared_mutex> lock(mutex_);
+  for (const int32_t code : automatic_) {
+    const Place& place = plans_.at(code);
+    const PlanRow& row = *LowerBound(ChildrenAt(place.parent, place.owner)->plans, code);
+    const int32_t wait = Sees(place, user) && HasSpan(row) ? WaitFor(row, second_of_day) : best_wait;
+    if (wait < best_wait) {
+      best = code;
+      best_wait = wait;
+    }
+  }
+  return best;
+}
+
+std::optional<GroupRow> CPlanCatalog::Put(const GroupRow& row) {
+  const std::unique_lock<std::shared_mutex> lock(mutex_);
+  return PutGroup(row);
+}
+
+std::optional<PlanRow> CPlanCatalog::Put(const PlanRow& row) {
+  const std::unique_lock<std::shared_mutex> lock(mutex_);
+  return PutPlan(row);
+}
+
+std::optional<GroupRow> CPlanCatalog::PutGroup(const GroupRow& row) {
+  Children* siblings = ChildrenAt(row.parent, row.owner);
+  if (siblings == nullptr) {
+    return std::nullopt;
+  }
+  if (groups_.count(row.code) != 0) {
+    return std::exchange(*LowerBound(siblings->groups, row.code), row);
+  }
+  Insert(siblings->groups, row);
+  groups_[row.code].place = {row.parent, row.family, row.owner};
+  return std::nullopt;
+}
+
+std::optional<PlanRow> CPlanCatalog::PutPlan(const PlanRow& row) {
+  std::optional<PlanRow> old;
+  const auto known = plans_.find(row.code);
+  if (known != plans_.end()) {
+    old = TakePlan(row.code, known->second);
+    plans_.erase(known);
+  }
+  if (Children* siblings = ChildrenAt(row.parent, row.owner)) {
+    Insert(siblings->plans, row);
+    plans_[row.code] = {row.parent, row.family, row.owner};
+    if (row.auto_run) {
+      automatic_.insert(row.code);
+    }
+  }
+  return old;
+}
+
+PlanRow CPlanCatalog::TakePlan(int32_t code, const Place& place) {
+  automatic_.erase(code);
+  return Take(ChildrenAt(place.parent, place.owner)->plans, code);
+}
+
+std::optional<PlanRow> CPlanCatalog::RemovePlan(int32_t code) {
+  const std::unique_lock<std::shared_mutex> lock(mutex_);
+  const auto known = plans_.find(code);
+  if (known == plans_.end()) {
+    return std::nullopt;
+  }
+  const PlanRow row = TakePlan(code, known->second);
+  plans_.erase(known);
+  return row;
+}
+
+std::optional<GroupRow> CPlanCatalog::RemoveGroup(int32_t code) {
+  const std::unique_lock<std::shared_mutex> lock(mutex_);
+  const auto known = groups_.find(code);
+  if (known == groups_.end()) {
+    return std::nullopt;
+  }
+  const Place place = known->second.place;
+  ForgetBelow(known->second.children);
+  groups_.erase(known);
+  return Take(ChildrenAt(place.parent, place.owner)->groups, code);
+}
+
+void CPlanCatalog::ForgetBelow(const Children& children) {
+  for (const PlanRow& plan : children.plans) {
+    automatic_.erase(plan.code);
+    plans_.erase(plan.code);
+  }
+  for (const GroupRow& group : children.groups) {
+    const auto known = groups_.find(group.code);
+    ForgetBelow(known->second.children);
+    groups_.erase(known);
+  }
+}
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,107 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <set>
+#include <shared_mutex>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "store/plan_records.h"
+
+namespace TarnHost::Store {
+
+/// The whole plan tree in memory, of all users; what a reader sees of it goes by the user it names.
+///
+/// Rows stand ready in lists by parent, in the order of their codes. Thread: any; readers share, a writer excludes.
+class CPlanCatalog {
+ public:
+  struct Hit {
+    PlanRow plan;
+    std::string parent_name;  // empty directly under a root
+  };
+
+  /// Takes new content; both lists in the order of their codes, so that a parent comes before its children.
+  void Replace(const std::vector<GroupRow>& groups, const std::vector<PlanRow>& plans);
+  void Clear();
+
+  /// Calls visit(row) for each child; visit must not call the catalog. False when `user` sees no such parent.
+  template <class Visit>
+  bool VisitGroups(int32_t parent, int32_t user, const Visit& visit) const {
+    return VisitList(parent, user, &Children::groups, visit);
+  }
+  template <class Visit>
+  bool VisitPlans(int32_t parent, int32_t user, const Visit& visit) const {
+    return VisitList(parent, user, &Children::plans, visit);
+  }
+
+  std::optional<GroupRow> FindGroup(int32_t code, int32_t user) const;
+  std::optional<Hit> FindPlan(int32_t code, int32_t user) const;
+  /// Codes of the parent's first group and first plan; 0 for what it has none of.
+  std::pair<int32_t, int32_t> FirstChildren(int32_t parent, int32_t user) const;
+
+  /// Visible plans of one family whose folded name contains `folded`, by code.
+  std::vector<Hit> Search(const std::string& folded, int32_t family, int32_t user) const;
+  /// First visible plan of this exact name, by family, then code; 0 when there is none.
+  int32_t FindByName(const std::string& name, int32_t user) const;
+  /// The visible automatic plan that is due at this second of the day, else the one that starts next; ties go to the
+  /// lower code. 0 when there is none.
+  int32_t AutomaticPlan(int32_t second_of_day, int32_t user) const;
+
+  /// Puts a row in, or in the place of the one with its code; answers what stood there. A row whose parent is unknown
+  /// is left out. A group never changes its parent, family or owner.
+  std::optional<GroupRow> Put(const GroupRow& row);
+  std::optional<PlanRow> Put(const PlanRow& row);
+  /// Takes out a group with all below it, or a plan; answers what stood there.
+  std::optional<GroupRow> RemoveGroup(int32_t code);
+  std::optional<PlanRow> RemovePlan(int32_t code);
+
+ private:
+  struct Children {
+    std::vector<GroupRow> groups;
+    std::vector<PlanRow> plans;
+  };
+  struct Place {
+    int32_t parent, family, owner;
+  };
+  struct GroupNode {
+    Place place;
+    Children children;
+  };
+
+  static bool Sees(const Place& place, int32_t user) { return place.family != kOwn || place.owner == user; }
+
+  template <class List, class Visit>
+  bool VisitList(int32_t parent, int32_t user, List Children::*list, const Visit& visit) const {
+    const std::shared_lock<std::shared_mutex> lock(mutex_);
+    const Children* children = VisibleChildren(parent, user);
+    if (children == nullptr) {
+      return false;
+    }
+    for (const auto& row : children->*list) {
+      visit(row);
+    }
+    return true;
+  }
+
+  const Children* VisibleChildren(int32_t parent, int32_t user) const;
+  const Children* ChildrenAt(int32_t parent, int32_t owner) const;
+  Children* ChildrenAt(int32_t parent, int32_t owner);
+  const GroupRow& GroupAt(int32_t code, const Place& place) const;
+  Hit HitOf(const PlanRow& row) const;
+  std::optional<GroupRow> PutGroup(const GroupRow& row);
+  std::optional<PlanRow> PutPlan(const PlanRow& row);
+  PlanRow TakePlan(int32_t code, const Place& place);
+  void ForgetBelow(const Children& children);
+  void Swap(CPlanCatalog& other);
+
+  mutable std::shared_mutex mutex_;
+  Children public_, common_;
+  std::map<int32_t, Children> own_;  // by user
+  std::unordered_map<int32_t, GroupNode> groups_;
+  std::unordered_map<int32_t, Place> plans_;
+  std::set<int32_t> automatic_;
+};
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,218 @@
+#include "store/plan_repository.h"
+
+#include <limits>
+
+#include "store/page_codec.h"
+#include "store/text_rules.h"
+
+namespace TarnHost::Store {
+namespace {
+
+constexpr int64_t kKeptChanges = 10000;
+
+const char kGroupColumns[] = "code, parent_code, family, owner_id, name";
+const char kPlanColumns[] =
+    "code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time";
+const char kTree[] =
+    "WITH RECURSIVE tree (code) AS (SELECT code FROM plan_group WHERE code = ?"
+    " UNION ALL SELECT child.code FROM plan_group child JOIN tree ON child.parent_code = tree.code) ";
+
+GroupRow GroupFrom(const QSqlQuery& query) {
+  return {query.value(0).toInt(), query.value(1).toInt(), query.value(2).toInt(), query.value(3).toInt(),
+          query.value(4).toString().toStdString()};
+}
+
+PlanRow PlanFrom(const QSqlQuery& query) {
+  PlanRow row;
+  const QString name = query.value(4).toString();
+  row.code = query.value(0).toInt();
+  row.parent = query.value(1).toInt();
+  row.family = query.value(2).toInt();
+  row.owner = query.value(3).toInt();
+  row.name = name.toStdString();
+  row.folded_name = Folded(name);
+  row.split_type = query.value(5).toInt();
+  row.page_count = query.value(6).toInt();
+  row.auto_run = query.value(7).toInt() != 0;
+  row.begin_second = SecondOfDay(query.value(8).toString());
+  row.end_second = SecondOfDay(query.value(9).toString());
+  return row;
+}
+
+StoredPlan WholePlanFrom(const QSqlQuery& query) {
+  StoredPlan plan;
+  plan.row = PlanFrom(query);
+  plan.name = query.value(4).toString();
+  plan.begin_time = query.value(8).toString();
+  plan.end_time = query.value(9).toString();
+  plan.pages = PagesFromText(query.value(10).toString());
+  plan.thumbnail = query.value(11).toByteArray();
+  plan.creator = query.value(12).toString();
+  plan.creation_time = query.value(13).toString();
+  plan.revision = query.value(14).toLongLong();
+  plan.changed_by = query.value(15).toString();
+  plan.changed_at = query.value(16).toString();
+  return plan;
+}
+
+}  // namespace
+
+void StoredPlan::Complete() {
+  row.name = name.toStdString();
+  row.folded_name = Folded(name);
+  row.split_type = pages.empty() ? 1 : pages.front().split_type;
+  row.page_count = static_cast<int32_t>(pages.size());
+  row.begin_second = SecondOfDay(begin_time);
+  row.end_second = SecondOfDay(end_time);
+}
+
+std::vector<GroupRow> CPlanRepository::AllGroups() {
+  std::vector<GroupRow> rows;
+  engine_.ForEach(QStringLiteral("SELECT %1 FROM plan_group ORDER BY code").arg(kGroupColumns), {},
+                  [&](const QSqlQuery& query) { rows.push_back(GroupFrom(query)); });
+  return rows;
+}
+
+std::vector<PlanRow> CPlanRepository::AllPlans() {
+  std::vector<PlanRow> rows;
+  engine_.ForEach(QStringLiteral("SELECT %1 FROM plan ORDER BY code").arg(kPlanColumns), {},
+                  [&](const QSqlQuery& query) { rows.push_back(PlanFrom(query)); });
+  return rows;
+}
+
+std::optional<GroupRow> CPlanRepository::Group(int32_t code) {
+  std::optional<GroupRow> row;
+  engine_.ForEach(QStringLiteral("SELECT %1 FROM plan_group WHERE code = ?").arg(kGroupColumns), {code},
+                  [&](const QSqlQuery& query) { row = GroupFrom(query); });
+  return row;
+}
+
+std::optional<GroupRow> CPlanRepository::OwnTopGroup(int32_t owner, const QString& name) {
+  std::optional<GroupRow> row;
+  engine_.ForEach(
+      QStringLiteral("SELECT %1 FROM plan_group WHERE parent_code = ? AND owner_id = ? AND name = ? ORDER BY code"
+                     " LIMIT 1")
+          .arg(kGroupColumns),
+      {int32_t{kOwnRoot}, owner, name}, [&](const QSqlQuery& query) { row = GroupFrom(query); });
+  return row;
+}
+
+std::optional<PlanRow> CPlanRepository::Plan(int32_t code) {
+  std::optional<PlanRow> row;
+  engine_.ForEach(QStringLiteral("SELECT %1 FROM plan WHERE code = ?").arg(kPlanColumns), {code},
+                  [&](const QSqlQuery& query) { row = PlanFrom(query); });
+  return row;
+}
+
+std::optional<StoredPlan> CPlanRepository::WholePlan(int32_t code) {
+  std::optional<StoredPlan> plan;
+  engine_.ForEach(
+      QStringLiteral("SELECT %1, pages, thumbnail, creator, creation_time, revision, changed_by, changed_at FROM plan"
+                     " WHERE code = ?")
+          .arg(kPlanColumns),
+      {code}, [&](const QSqlQuery& query) { plan = WholePlanFrom(query); });
+  return plan;
+}
+
+bool CPlanRepository::HasChildren(int32_t group) {
+  return engine_.Value("SELECT 1 FROM plan_group WHERE parent_code = ? LIMIT 1", {group}).isValid() ||
+         engine_.Value("SELECT 1 FROM plan WHERE parent_code = ? LIMIT 1", {group}).isValid();
+}
+
+int CPlanRepository::LevelOf(int32_t group) {
+  int level = 1;
+  while (!IsRootCode(group)) {
+    const QVariant parent = engine_.Value("SELECT parent_code FROM plan_group WHERE code = ?", {group});
+    if (!parent.isValid()) {
+      break;
+    }
+    group = parent.toInt();
+    ++level;
+  }
+  return level;
+}
+
+int64_t CPlanRepository::Advance(const char* counter, int64_t count) {
+  engine_.Execute("UPDATE counter SET value = value + ? WHERE name = ?", {qint64(count), counter});
+  return engine_.Value("SELECT value FROM counter WHERE name = ?", {counter}).toLongLong();
+}
+
+int32_t CPlanRepository::NewCode() {
+  return NewCodes(1);
+}
+
+int32_t CPlanRepository::NewCodes(int32_t count) {
+  const int64_t last = Advance("code", count);
+  if (last > std::numeric_limits<int32_t>::max()) {
+    throw CStoreError("The plan store has given out all its codes.");
+  }
+  return static_cast<int32_t>(last - count + 1);
+}
+
+void CPlanRepository::InsertGroup(const GroupRow& group) {
+  engine_.Execute("INSERT INTO plan_group (code, parent_code, family, owner_id, name) VALUES (?, ?, ?, ?, ?)",
+                  {group.code, group.parent, group.family, group.owner, ToQt(group.name)});
+}
+
+void CPlanRepository::RenameGroup(int32_t code, const std::string& name) {
+  engine_.Execute("UPDATE plan_group SET name = ? WHERE code = ?", {ToQt(name), code});
+}
+
+void CPlanRepository::DeleteGroup(int32_t code) {
+  const QString tree = kTree;
+  engine_.Execute(tree +
+                      "DELETE FROM default_view WHERE code IN (SELECT code FROM tree) OR code IN"
+                      " (SELECT code FROM plan WHERE parent_code IN (SELECT code FROM tree))",
+                  {code});
+  engine_.Execute(tree + "DELETE FROM plan WHERE parent_code IN (SELECT code FROM tree)", {code});
+  engine_.Execute(tree + "DELETE FROM plan_group WHERE code IN (SELECT code FROM tree)", {code});
+}
+
+void CPlanRepository::InsertPlan(const StoredPlan& plan) {
+  engine_.Execute(
+      "INSERT INTO plan (code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time,"
+      " end_time, pages, thumbnail, creator, creation_time, revision, changed_by, changed_at)"
+      " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+      {plan.row.code, plan.row.parent, plan.row.family, plan.row.owner, plan.name, plan.row.split_type,
+       plan.row.page_count, int(plan.row.auto_run), plan.begin_time, plan.end_time, PagesToText(plan.pages),
+       plan.thumbnail, plan.creator, plan.creation_time, qint64(plan.revision), plan.changed_by, plan.changed_at});
+}
+
+void CPlanRepository::UpdatePlan(const StoredPlan& plan) {
+  engine_.Execute(
+      "UPDATE plan SET parent_code = ?, family = ?, owner_id = ?, name = ?, split_type = ?, page_count = ?,"
+      " auto_run = ?, begin_time = ?, end_time = ?, pages = ?, thumbnail = ?, revision = ?, changed_by = ?,"
+      " changed_at = ? WHERE code = ?",
+      {plan.row.parent, plan.row.family, plan.row.owner, plan.name, plan.row.split_type, plan.row.page_count,
+       int(plan.row.auto_run), plan.begin_time, plan.end_time, PagesToText(plan.pages), plan.thumbnail,
+       qint64(plan.revision), plan.changed_by, plan.changed_at, plan.row.code});
+}
+
+void CPlanRepository::DeletePlan(int32_t code) {
+  engine_.Execute("DELETE FROM default_view WHERE code = ?", {code});
+  engine_.Execute("DELETE FROM plan WHERE code = ?", {code});
+}
+
+int64_t CPlanRepository::NewestChange() {
+  return engine_.Value("SELECT value FROM counter WHERE name = 'seq'").toLongLong();
+}
+
+std::vector<ChangeEntry> CPlanRepository::ChangesAfter(int64_t seq) {
+  std::vector<ChangeEntry> entries;
+  engine_.ForEach("SELECT seq, origin, kind, code FROM change_log WHERE seq > ? ORDER BY seq", {qint64(seq)},
+                  [&](const QSqlQuery& query) {
+                    entries.push_back({query.value(0).toLongLong(), query.value(1).toString().toStdString(),
+                                       query.value(2).toInt(), query.value(3).toInt()});
+                  });
+  return entries;
+}
+
+int64_t CPlanRepository::LogChange(const ChangeEntry& entry) {
+  const int64_t seq = Advance("seq", 1);
+  engine_.Execute("INSERT INTO change_log (seq, origin, kind, code) VALUES (?, ?, ?, ?)",
+                  {qint64(seq), ToQt(entry.origin), entry.kind, entry.code});
+  engine_.Execute("DELETE FROM change_log WHERE seq <= ?", {qint64(seq - kKeptChanges)});
+  return seq;
+}
+
+}  // namespace TarnHost::Store

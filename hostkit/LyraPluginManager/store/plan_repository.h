@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QByteArray>
+#include <list>
+#include <optional>
+#include <vector>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+#include "store/change_feed.h"
+#include "store/plan_records.h"
+#include "store/sql_engine.h"
+
+namespace TarnHost::Store {
+
+/// A plan with all that is stored of it. The row's fields that follow from others are filled by Complete().
+struct StoredPlan {
+  PlanRow row;
+  QString name, begin_time, end_time;
+  std::list<view_plugin_protocol::PlanPage> pages;
+  QByteArray thumbnail;
+  QString creator, creation_time, changed_by, changed_at;
+  int64_t revision = 1;
+
+  /// Fills the row's name, split, page count and times from the rest.
+  void Complete();
+};
+
+/// The statements on groups, plans and the change log. Throws CStoreError. Thread: the engine's.
+class CPlanRepository {
+ public:
+  explicit CPlanRepository(CSqlEngine& engine) : engine_(engine) {}
+
+  std::vector<GroupRow> AllGroups();
+  std::vector<PlanRow> AllPlans();
+  std::optional<GroupRow> Group(int32_t code);
+  /// The group with this name directly under a user's own root.
+  std::optional<GroupRow> OwnTopGroup(int32_t owner, const QString& name);
+  std::optional<PlanRow> Plan(int32_t code);
+  std::optional<StoredPlan> WholePlan(int32_t code);
+  bool HasChildren(int32_t group);
+  /// Rows from the group up to the root, both counted; a root has 1.
+  int LevelOf(int32_t group);
+
+  /// The next code; never given again, whatever becomes of what carries it.
+  int32_t NewCode();
+  /// Makes `count` codes at once and answers the first.
+  int32_t NewCodes(int32_t count);
+
+  void InsertGroup(const GroupRow& group);
+  void RenameGroup(int32_t code, const std::string& name);
+  /// Deletes the group with all below it, and the default views that point there.
+  void DeleteGroup(int32_t code);
+  void InsertPlan(const StoredPlan& plan);
+  void UpdatePlan(const StoredPlan& plan);
+  void DeletePlan(int32_t code);
+
+  int64_t NewestChange();
+  std::vector<ChangeEntry> ChangesAfter(int64_t seq);
+  /// Writes the entry under the next number, which it answers, and forgets the oldest entries.
+  int64_t LogChange(const ChangeEntry& entry);
+
+ private:
+  int64_t Advance(const char* counter, int64_t count);
+
+  CSqlEngine& engine_;
+};
+
+}  // namespace TarnHost::Store

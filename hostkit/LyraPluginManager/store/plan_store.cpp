@@ -1,0 +1,53 @@
+#include "TarnHost/plan_store.h"
+
+#include <utility>
+
+#include "TarnHost/plan_site.h"
+#include "store/feature_switches.h"
+#include "store/store_error.h"
+#include "store/store_services.h"
+
+namespace TarnHost {
+namespace {
+
+void CheckOverrides(const QMap<QString, int>& overrides) {
+  for (auto it = overrides.begin(); it != overrides.end(); ++it) {
+    if (!CPlanStore::SwitchNames().contains(it.key())) {
+      throw Store::CStoreError(QStringLiteral("There is no switch \"%1\".").arg(it.key()));
+    }
+  }
+}
+
+PlanStoreOptions Completed(PlanStoreOptions options) {
+  if (!options.now) {
+    options.now = [] { return QDateTime::currentDateTime(); };
+  }
+  if (!options.first_content) {
+    options.first_content = [] {
+      PlanSite users_alone;
+      users_alone.users = MakeDemoSite().users;
+      return users_alone;
+    };
+  }
+  return options;
+}
+
+}  // namespace
+
+std::shared_ptr<CPlanStore> CPlanStore::Open(const PlanStoreOptions& options, QString* error) {
+  try {
+    CheckOverrides(options.switch_overrides);
+    auto store = std::make_shared<Store::CStoreServices>(Completed(options));
+    store->Start();
+    return store;
+  } catch (const Store::CStoreError& failure) {
+    *error = failure.Text();
+    return nullptr;
+  }
+}
+
+QStringList CPlanStore::SwitchNames() {
+  return Store::FeatureSwitchNames();
+}
+
+}  // namespace TarnHost

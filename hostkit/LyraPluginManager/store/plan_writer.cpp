@@ -1,0 +1,267 @@
+#include "store/plan_writer.h"
+
+#include <QStringList>
+#include <algorithm>
+#include <utility>
+
+#include "store/text_rules.h"
+
+namespace TarnHost::Store {
+namespace {
+
+constexpr int kDeepestLevel = 6;  // the root row is level 1
+constexpr int kNoDefaultView = -3;
+const char kNoDefaultViewText[] = "-3";
+const char kSharedGroupName[] = "Shared";
+const char kDateTimeFormat[] = "yyyy-MM-dd HH:mm:ss";
+
+bool Sees(int32_t family, int32_t owner, int32_t user) {
+  return family != kOwn || owner == user;
+}
+
+QString RightText(int right) {
+  return right == 5 ? QStringLiteral("add") : right == 6 ? QStringLiteral("change") : QStringLiteral("delete");
+}
+
+}  // namespace
+
+CPlanWriter::CPlanWriter(CStoreSession& session, const CSiteDirectory& site, std::function<QDateTime()> now)
+    : session_(session), repository_(session.Repository()), site_(site), now_(std::move(now)) {}
+
+QString CPlanWriter::Now() const {
+  return now_().toString(kDateTimeFormat);
+}
+
+const CSiteDirectory::User& CPlanWriter::User(int32_t id) const {
+  const CSiteDirectory::User* user = site_.FindUser(id);
+  if (user == nullptr) {
+    throw CStoreError("Nobody is logged in.");
+  }
+  return *user;
+}
+
+void CPlanWriter::RequireRight(int32_t family, Right right, int32_t user) const {
+  if (User(user).rights.count(right) == 0 && family != kOwn) {
+    throw CStoreError(QStringLiteral("You have no right to %1 public plans and groups.").arg(RightText(right)));
+  }
+}
+
+CPlanWriter::Parent CPlanWriter::ParentOf(const std::string& index_code, int32_t user) {
+  const int32_t code = ParseCode(index_code);
+  if (IsRootCode(code)) {
+    return {code, FamilyOfRoot(code), code == kOwnRoot ? User(user).id : 0};
+  }
+  const GroupRow group = GroupOf(index_code, user);
+  return {group.code, group.family, group.owner};
+}
+
+GroupRow CPlanWriter::GroupOf(const std::string& index_code, int32_t user) {
+  const auto group = repository_.Group(ParseCode(index_code));
+  if (!group || !Sees(group->family, group->owner, user)) {
+    throw CStoreError("The group does not exist or was deleted in the meantime.");
+  }
+  return *group;
+}
+
+StoredPlan CPlanWriter::PlanOf(const std::string& index_code, int32_t user) {
+  auto plan = repository_.WholePlan(ParseCode(index_code));
+  if (!plan || !Sees(plan->row.family, plan->row.owner, user)) {
+    throw CStoreError("The plan does not exist or was deleted in the meantime.");
+  }
+  return std::move(*plan);
+}
+
+int32_t CPlanWriter::AddGroup(const view_plugin_protocol::AddPlanGroupRequest& request, int32_t user) {
+  return session_.Write([&] {
+    const QString name = CheckedName(request.name);
+    const Parent parent = ParentOf(request.parent_index_code, user);
+    RequireRight(parent.family, kAdd, user);
+    if (repository_.LevelOf(parent.code) >= kDeepestLevel) {
+      throw CStoreError(QStringLiteral("Groups can be nested %1 levels deep at most.").arg(kDeepestLevel));
+    }
+    const int32_t code = repository_.NewCode();
+    session_.SaveNew(GroupRow{code, parent.code, parent.family, parent.owner, name.toStdString()});
+    return code;
+  });
+}
+
+void CPlanWriter::RenameGroup(const view_plugin_protocol::UpdatePlanGroupRequest& request, int32_t user) {
+  session_.Write([&] {
+    const QString name = CheckedName(request.name);
+    const GroupRow group = GroupOf(request.index_code, user);
+    RequireRight(group.family, kEdit, user);
+    if (group.name != request.name) {
+      session_.SaveName(group, name.toStdString());
+    }
+    return true;
+  });
+}
+
+void CPlanWriter::DeleteGroup(const std::string& index_code, int32_t user) {
+  session_.Write([&] {
+    const GroupRow group = GroupOf(index_code, user);
+    RequireRight(group.family, kDelete, user);
+    if (!site_.Config().delete_with_children && repository_.HasChildren(group.code)) {
+      throw CStoreError("The group is not empty. Delete what is in it first.");
+    }
+    session_.RemoveGroup(group.code);
+    return true;
+  });
+}
+
+void CPlanWriter::TakeRequest(StoredPlan* plan, const view_plugin_protocol::AddPlanRequest& request) const {
+  plan->name = CheckedName(request.plan_name);
+  plan->row.auto_run = request.auto_play;
+  plan->begin_time = request.auto_play ? CheckedTime(request.begin_time) : ToQt(request.begin_time);
+  plan->end_time = request.auto_play ? CheckedTime(request.end_time) : ToQt(request.end_time);
+  plan->pages = request.pages;
+  if (!request.thumbnail.empty()) {
+    plan->thumbnail = QByteArray::fromStdString(request.thumbnail);
+  }
+  plan->Complete();
+}
+
+void CPlanWriter::MarkMade(StoredPlan* plan, int32_t user) const {
+  plan->creator = plan->changed_by = ToQt(User(user).name);
+  plan->creation_time = plan->changed_at = Now();
+  plan->revision = 1;
+}
+
+int32_t CPlanWriter::AddPlan(const view_plugin_protocol::AddPlanRequest& request, int32_t user) {
+  return session_.Write([&] {
+    StoredPlan plan;
+    TakeRequest(&plan, request);
+    const Parent parent = ParentOf(request.parent_index_code, user);
+    RequireRight(parent.family, kAdd, user);
+    plan.row.parent = parent.code;
+    plan.row.family = parent.family;
+    plan.row.owner = parent.owner;
+    plan.row.code = repository_.NewCode();
+    MarkMade(&plan, user);
+    session_.SaveNew(plan);
+    return plan.row.code;
+  });
+}
+
+void CPlanWriter::UpdatePlan(const view_plugin_protocol::UpdatePlanRequest& request, int32_t user) {
+  session_.Write([&] {
+    StoredPlan plan = PlanOf(request.plan_index_code, user);
+    RequireRight(plan.row.family, kEdit, user);
+    CheckRevision(plan, request.revision);
+    TakeRequest(&plan, request);
+    MovePlan(&plan, request.parent_index_code, user);
+    plan.revision += 1;
+    plan.changed_by = ToQt(User(user).name);
+    plan.changed_at = Now();
+    session_.SaveChanged(plan);
+    return true;
+  });
+}
+
+void CPlanWriter::CheckRevision(const StoredPlan& plan, int64_t revision) const {
+  if (revision != 0 && revision < plan.revision) {
+    throw CStoreError(QStringLiteral("The plan was changed by %1 on %2. Open it again before you change it.")
+                          .arg(plan.changed_by, plan.changed_at));
+  }
+}
+
+// A request without a group leaves the plan where it is.
+void CPlanWriter::MovePlan(StoredPlan* plan, const std::string& parent_code, int32_t user) {
+  if (parent_code.empty()) {
+    return;
+  }
+  const Parent parent = ParentOf(parent_code, user);
+  if (parent.family != plan->row.family) {
+    if (!site_.Config().move_public_private) {
+      throw CStoreError("A plan cannot be moved between public and own plans.");
+    }
+    RequireRight(plan->row.family, kDelete, user);
+    RequireRight(parent.family, kAdd, user);
+  }
+  plan->row.parent = parent.code;
+  plan->row.family = parent.family;
+  plan->row.owner = parent.owner;
+}
+
+void CPlanWriter::DeletePlan(const std::string& index_code, int32_t user) {
+  session_.Write([&] {
+    const StoredPlan plan = PlanOf(index_code, user);
+    RequireRight(plan.row.family, kDelete, user);
+    session_.RemovePlan(plan.row.code);
+    return true;
+  });
+}
+
+std::vector<int32_t> CPlanWriter::Recipients(const std::string& user_ids, int32_t sharer) const {
+  std::vector<int32_t> recipients;
+  for (const QString& text : ToQt(user_ids).split(',', Qt::SkipEmptyParts)) {
+    const CSiteDirectory::User* user = site_.FindUser(ParseCode(text.trimmed().toStdString()));
+    if (user == nullptr) {
+      throw CStoreError(QStringLiteral("There is no user with the number %1.").arg(text.trimmed()));
+    }
+    if (user->id == sharer) {
+      throw CStoreError("A plan cannot be shared with yourself.");
+    }
+    if (std::find(recipients.begin(), recipients.end(), user->id) == recipients.end()) {
+      recipients.push_back(user->id);
+    }
+  }
+  if (recipients.empty()) {
+    throw CStoreError("Nobody was named to share the plan with.");
+  }
+  return recipients;
+}
+
+int32_t CPlanWriter::SharedGroupOf(int32_t user) {
+  if (const auto group = repository_.OwnTopGroup(user, kSharedGroupName)) {
+    return group->code;
+  }
+  const GroupRow group{repository_.NewCode(), kOwnRoot, kOwn, user, kSharedGroupName};
+  session_.SaveNew(group);
+  return group.code;
+}
+
+// A copy does not start by itself: what runs on the recipient's screen is the recipient's to decide.
+void CPlanWriter::Share(const view_plugin_protocol::ViewShareResquestInfo& request, int32_t user) {
+  session_.Write([&] {
+    const std::vector<int32_t> recipients = Recipients(request.user_ids, User(user).id);
+    StoredPlan copy = PlanOf(request.plan_index_code, user);
+    copy.row.auto_run = false;
+    copy.row.family = kOwn;
+    MarkMade(&copy, user);
+    for (const int32_t recipient : recipients) {
+      copy.row.owner = recipient;
+      copy.row.parent = SharedGroupOf(recipient);
+      copy.row.code = repository_.NewCode();
+      session_.SaveNew(copy);
+    }
+    return true;
+  });
+}
+
+void CPlanWriter::SetDefaultView(const view_plugin_protocol::ClienDefaultViewConfigRequest& request, int32_t user) {
+  session_.Write([&] {
+    int32_t code = kNoDefaultView;
+    if (request.index_code != kNoDefaultViewText) {
+      code = request.type == ResourceData::RT_VIEW_GROUP ? GroupOf(request.index_code, user).code
+                                                         : PlanOf(request.index_code, user).row.code;
+    }
+    session_.Engine().Execute("DELETE FROM default_view WHERE user_id = ?", {User(user).id});
+    if (code != kNoDefaultView) {
+      session_.Engine().Execute("INSERT INTO default_view (user_id, code, type) VALUES (?, ?, ?)",
+                                {user, code, request.type});
+    }
+    return true;
+  });
+}
+
+void CPlanWriter::LogPlay(const view_plugin_protocol::AddPlanLogRequestParam& request, int32_t user) {
+  session_.Write([&] {
+    session_.Engine().Execute(
+        "INSERT INTO plan_log (played_at, user_id, name, automatic, from_history) VALUES (?, ?, ?, ?, ?)",
+        {Now(), User(user).id, ToQt(request.name), int(request.automatic), int(request.from_history)});
+    return true;
+  });
+}
+
+}  // namespace TarnHost::Store

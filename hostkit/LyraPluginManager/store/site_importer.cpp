@@ -1,0 +1,170 @@
+#include "store/site_importer.h"
+
+#include <QUuid>
+
+#include "store/text_rules.h"
+
+namespace TarnHost::Store {
+namespace {
+
+constexpr int32_t kFirstCamera = 1001;
+constexpr int32_t kFirstUser = 1;
+
+template <class List>
+const typename List::value_type& At(const List& list, int place) {
+  if (place < 0 || static_cast<size_t>(place) >= list.size()) {
+    throw CStoreError("The site's content refers to something that is not in it.");
+  }
+  return list[static_cast<size_t>(place)];
+}
+
+int32_t RootOf(int32_t family) {
+  return family == kPublic ? kPublicRoot : family == kOwn ? kOwnRoot : kCommonRoot;
+}
+
+int32_t OwnerId(const PlanSite& site, int32_t family, int owner) {
+  if (family != kOwn) {
+    return 0;
+  }
+  At(site.users, owner);
+  return kFirstUser + owner;
+}
+
+}  // namespace
+
+CSiteImporter::CSiteImporter(CSqlEngine& engine, const PlanSite& site, const QDateTime& now)
+    : engine_(engine), repository_(engine), site_(site), now_(now.toString("yyyy-MM-dd HH:mm:ss")) {}
+
+void CSiteImporter::Run() {
+  ImportInfo();
+  ImportUsers();
+  ImportCameras();
+  ImportSwitches();
+  const auto group_count = static_cast<int32_t>(site_.groups.size());
+  const int32_t first_group = repository_.NewCodes(group_count);
+  const int32_t first_plan = repository_.NewCodes(static_cast<int32_t>(site_.plans.size()));
+  ImportGroups(first_group);
+  ImportPlans(first_plan, first_group);
+}
+
+void CSiteImporter::ImportInfo() {
+  const auto add = [this](const char* name, const QString& value) {
+    engine_.Execute("INSERT INTO store_info (name, value) VALUES (?, ?)", {name, value});
+  };
+  add("station_id", QUuid::createUuid().toString(QUuid::WithoutBraces));
+  add("root_name", ToQt(site_.root_name));
+}
+
+void CSiteImporter::ImportUsers() {
+  int32_t id = kFirstUser;
+  for (const PlanSite::User& user : site_.users) {
+    engine_.Execute("INSERT INTO app_user (id, name) VALUES (?, ?)", {id, ToQt(user.name)});
+    for (const int right : user.rights) {
+      engine_.Execute("INSERT INTO user_right (user_id, code) VALUES (?, ?)", {id, right});
+    }
+    ++id;
+  }
+}
+
+void CSiteImporter::ImportCameras() {
+  int32_t region_id = 1;
+  for (const PlanSite::Region& region : site_.regions) {
+    engine_.Execute("INSERT INTO region (id, parent_id, name) VALUES (?, ?, ?)",
+                    {region_id++, region.parent + 1, ToQt(region.name)});
+  }
+  int32_t camera_id = kFirstCamera;
+  for (const PlanSite::Camera& camera : site_.cameras) {
+    ImportCamera(camera_id++, camera);
+  }
+}
+
+void CSiteImporter::ImportCamera(int32_t id, const PlanSite::Camera& camera) {
+  engine_.Execute("INSERT INTO camera (id, region_id, name, online) VALUES (?, ?, ?, ?)",
+                  {id, camera.region + 1, ToQt(camera.name), int(camera.online)});
+  int preset_no = 1;
+  for (const std::string& preset : camera.presets) {
+    engine_.Execute("INSERT INTO camera_preset (camera_id, preset_no, name) VALUES (?, ?, ?)",
+                    {id, preset_no++, ToQt(preset)});
+  }
+  for (const int32_t stream_type : camera.stream_types) {
+    engine_.Execute("INSERT INTO camera_stream (camera_id, stream_type) VALUES (?, ?)", {id, stream_type});
+  }
+}
+
+void CSiteImporter::ImportSwitches() {
+  for (const auto& [name, value] : site_.switches) {
+    engine_.Execute("INSERT INTO feature_switch (name, value) VALUES (?, ?)", {ToQt(name), value});
+  }
+}
+
+void CSiteImporter::ImportGroups(int32_t first_code) {
+  int32_t code = first_code;
+  for (const PlanSite::Group& group : site_.groups) {
+    if (first_code + group.parent >= code) {
+      throw CStoreError("A group of the site's content stands before its parent.");
+    }
+    const int32_t parent = group.parent < 0 ? RootOf(group.family) : first_code + group.parent;
+    repository_.InsertGroup({code++, parent, group.family, OwnerId(site_, group.family, group.owner), group.name});
+  }
+}
+
+void CSiteImporter::ImportPlans(int32_t first_code, int32_t first_group) {
+  int32_t code = first_code;
+  for (const PlanSite::Plan& plan : site_.plans) {
+    StoredPlan stored = Content(plan, first_group);
+    stored.row.code = code++;
+    repository_.InsertPlan(stored);
+  }
+}
+
+StoredPlan CSiteImporter::Content(const PlanSite::Plan& plan, int32_t first_group) const {
+  StoredPlan stored;
+  if (plan.group >= 0) {
+    At(site_.groups, plan.group);
+  }
+  stored.row.parent = plan.group < 0 ? RootOf(plan.family) : first_group + plan.group;
+  stored.row.family = plan.family;
+  stored.row.owner = OwnerId(site_, plan.family, plan.owner);
+  stored.row.auto_run = plan.auto_run;
+  stored.name = ToQt(plan.name);
+  stored.begin_time = ToQt(plan.begin_time);
+  stored.end_time = ToQt(plan.end_time);
+  stored.pages = Pages(plan);
+  stored.thumbnail = QByteArray::fromStdString(plan.thumbnail);
+  stored.creator = stored.changed_by = CreatorOf(plan);
+  stored.creation_time = stored.changed_at = now_;
+  stored.Complete();
+  return stored;
+}
+
+QString CSiteImporter::CreatorOf(const PlanSite::Plan& plan) const {
+  if (!plan.creator.empty()) {
+    return ToQt(plan.creator);
+  }
+  const int user = plan.owner < 0 ? 0 : plan.owner;
+  return site_.users.empty() ? QString() : ToQt(At(site_.users, user).name);
+}
+
+std::list<view_plugin_protocol::PlanPage> CSiteImporter::Pages(const PlanSite::Plan& plan) const {
+  std::list<view_plugin_protocol::PlanPage> pages(plan.pages.begin(), plan.pages.end());
+  for (auto& page : pages) {
+    for (auto& window : page.windows) {
+      ResolveCamera(&window);
+    }
+  }
+  return pages;
+}
+
+void CSiteImporter::ResolveCamera(view_plugin_protocol::PlanWindow* window) const {
+  if (window->resource_code.empty() || window->resource_code.front() != '#') {
+    return;
+  }
+  const int place = ToQt(window->resource_code.substr(1)).toInt();
+  const PlanSite::Camera& camera = At(site_.cameras, place);
+  window->resource_code = std::to_string(kFirstCamera + place);
+  if (window->resource_name.empty()) {
+    window->resource_name = camera.name;
+  }
+}
+
+}  // namespace TarnHost::Store

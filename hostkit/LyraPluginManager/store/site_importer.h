@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QDateTime>
+
+#include "TarnHost/plan_site.h"
+#include "store/plan_repository.h"
+
+namespace TarnHost::Store {
+
+/// Fills a new store with a site, inside the caller's transaction. Throws CStoreError for a site whose parts refer to
+/// something that is not there. Thread: the engine's.
+class CSiteImporter {
+ public:
+  CSiteImporter(CSqlEngine& engine, const PlanSite& site, const QDateTime& now);
+
+  void Run();
+
+ private:
+  void ImportInfo();
+  void ImportUsers();
+  void ImportCameras();
+  void ImportCamera(int32_t id, const PlanSite::Camera& camera);
+  void ImportSwitches();
+  void ImportGroups(int32_t first_code);
+  void ImportPlans(int32_t first_code, int32_t first_group);
+  StoredPlan Content(const PlanSite::Plan& plan, int32_t first_group) const;
+  std::list<view_plugin_protocol::PlanPage> Pages(const PlanSite::Plan& plan) const;
+  void ResolveCamera(view_plugin_protocol::PlanWindow* window) const;
+  QString CreatorOf(const PlanSite::Plan& plan) const;
+
+  CSqlEngine& engine_;
+  CPlanRepository repository_;
+  const PlanSite& site_;
+  const QString now_;
+};
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,146 @@
+#include "store/sql_engine.h"
+
+#include <QUuid>
+
+namespace TarnHost::Store {
+namespace {
+
+// A text without content is stored as an empty one; NULL is kept for what is not there.
+QVariant NotNull(const QVariant& value) {
+  return value.type() == QVariant::String && value.isNull() ? QVariant(QStringLiteral("")) : value;
+}
+
+}  // namespace
+
+CSqlEngine::CSqlEngine(const QString& driver, const QString& place)
+    : place_(place), connection_(QUuid::createUuid().toString(QUuid::WithoutBraces)) {
+  database_ = QSqlDatabase::addDatabase(driver, connection_);
+}
+
+CSqlEngine::~CSqlEngine() {
+  Close();
+  database_ = QSqlDatabase();
+  QSqlDatabase::removeDatabase(connection_);
+}
+
+void CSqlEngine::OpenDatabase() {
+  if (!database_.open()) {
+    Fail(database_.lastError());
+  }
+}
+
+void CSqlEngine::Close() {
+  statements_.clear();
+  database_.close();
+}
+
+void CSqlEngine::Commit() {
+  RunOnce(QStringLiteral("COMMIT"));
+}
+
+void CSqlEngine::Rollback() noexcept {
+  QSqlQuery query(database_);
+  query.exec(QStringLiteral("ROLLBACK"));
+}
+
+QSqlQuery& CSqlEngine::Prepared(const QString& sql) {
+  std::shared_ptr<QSqlQuery>& query = statements_[sql];
+  if (!query) {
+    auto fresh = std::make_shared<QSqlQuery>(database_);
+    fresh->setForwardOnly(true);
+    if (!fresh->prepare(sql)) {
+      const QSqlError error = fresh->lastError();
+      statements_.remove(sql);
+      Fail(error);
+    }
+    query = fresh;
+  }
+  return *query;
+}
+
+QSqlQuery& CSqlEngine::Run(const QString& sql, const QVariantList& values) {
+  QSqlQuery& query = Prepared(sql);
+  for (int i = 0; i < values.size(); ++i) {
+    query.bindValue(i, NotNull(values[i]));
+  }
+  if (!query.exec()) {
+    const QSqlError error = query.lastError();
+    query.finish();
+    Fail(error);
+  }
+  return query;
+}
+
+int CSqlEngine::Execute(const QString& sql, const QVariantList& values) {
+  QSqlQuery& query = Run(sql, values);
+  const int touched = query.numRowsAffected();
+  query.finish();
+  return touched;
+}
+
+void CSqlEngine::ForEach(const QString& sql, const QVariantList& values,
+                         const std::function<void(const QSqlQuery&)>& take) {
+  QSqlQuery& query = Run(sql, values);
+  while (query.next()) {
+    take(query);
+  }
+  const QSqlError error = query.lastError();
+  query.finish();  // a statement left half read would hold the connection's view of the store
+  if (error.isValid()) {
+    Fail(error);
+  }
+}
+
+QVariant CSqlEngine::Value(const QString& sql, const QVariantList& values) {
+  QSqlQuery& query = Run(sql, values);
+  const QVariant value = query.next() ? query.value(0) : QVariant();
+  query.finish();
+  return value;
+}
+
+QVariant CSqlEngine::RunOnce(const QString& sql) {
+  QSqlQuery query(database_);
+  query.setForwardOnly(true);
+  if (!query.exec(sql)) {
+    Fail(query.lastError());
+  }
+  return query.next() ? query.value(0) : QVariant();
+}
+
+void CSqlEngine::Fail(const QSqlError& error) const {
+  const CStoreError::Kind kind = KindOf(error);
+  switch (kind) {
+    case CStoreError::kBusy:
+      throw CStoreError(QStringLiteral("The plan store %1 is locked by another program.").arg(place_), kind);
+    case CStoreError::kReadOnly:
+      throw CStoreError(QStringLiteral("The plan store %1 is read-only.").arg(place_), kind);
+    case CStoreError::kDamaged:
+      throw CStoreError(QStringLiteral("The plan store %1 is damaged.").arg(place_), kind);
+    case CStoreError::kConnectionLost:
+      throw CStoreError(QStringLiteral("The connection to the plan store %1 is lost.").arg(place_), kind);
+    default:
+      throw CStoreError(QStringLiteral("The plan store %1 failed: %2").arg(place_, error.databaseText().simplified()),
+                        CStoreError::kFailed);
+  }
+}
+
+CTransaction::CTransaction(CSqlEngine& engine, Mode mode) : engine_(engine) {
+  if (mode == kWrite) {
+    engine_.BeginWrite();
+  } else {
+    engine_.BeginRead();
+  }
+}
+
+CTransaction::~CTransaction() {
+  if (open_) {
+    engine_.Rollback();
+  }
+}
+
+void CTransaction::Commit() {
+  engine_.Commit();
+  open_ = false;
+}
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QHash>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QString>
+#include <QVariant>
+#include <functional>
+#include <memory>
+
+#include "store/store_error.h"
+
+namespace TarnHost::Store {
+
+/// One database connection with its prepared statements; the statements are the same for every engine.
+///
+/// Everything throws CStoreError. Thread: the one that made the object.
+class CSqlEngine {
+ public:
+  virtual ~CSqlEngine();
+
+  virtual void Open() = 0;
+  void Close();
+
+  /// Starts a transaction that will write; no other process writes until it ends.
+  virtual void BeginWrite() = 0;
+  /// Starts a transaction that sees one state of the store.
+  virtual void BeginRead() = 0;
+  void Commit();
+  /// Ends the transaction; a failure of it is of no interest any more.
+  void Rollback() noexcept;
+
+  /// Whether others may have written since the last call; cheap.
+  virtual bool MayHaveChanged() = 0;
+  /// Name of the type for bytes.
+  virtual QString BytesType() const = 0;
+  /// How long a transaction waits for other processes; also before Open().
+  virtual void SetPatience(int milliseconds) = 0;
+
+  /// Runs a prepared statement; answers the number of rows it touched.
+  int Execute(const QString& sql, const QVariantList& values = {});
+  /// Calls take(row) for each row. `take` must not run statements.
+  void ForEach(const QString& sql, const QVariantList& values, const std::function<void(const QSqlQuery&)>& take);
+  /// First column of the first row; invalid when there is no row.
+  QVariant Value(const QString& sql, const QVariantList& values = {});
+  /// Runs a statement as it is, once.
+  QVariant RunOnce(const QString& sql);
+
+ protected:
+  CSqlEngine(const QString& driver, const QString& place);
+
+  virtual CStoreError::Kind KindOf(const QSqlError& error) const = 0;
+  [[noreturn]] void Fail(const QSqlError& error) const;
+  void OpenDatabase();
+
+  QSqlDatabase database_;
+  const QString place_;  // the store as messages name it
+
+ private:
+  QSqlQuery& Prepared(const QString& sql);
+  QSqlQuery& Run(const QString& sql, const QVariantList& values);
+
+  QString connection_;
+  QHash<QString, std::shared_ptr<QSqlQuery>> statements_;
+};
+
+/// A transaction that is rolled back unless it was committed.
+class CTransaction {
+ public:
+  enum Mode { kRead, kWrite };
+  CTransaction(CSqlEngine& engine, Mode mode);
+  ~CTransaction();
+  CTransaction(const CTransaction&) = delete;
+  CTransaction& operator=(const CTransaction&) = delete;
+  void Commit();
+
+ private:
+  CSqlEngine& engine_;
+  bool open_ = true;
+};
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <memory>
+
+#include "store/sqlite_engine.h"
+#include "store/store_opener.h"
+
+namespace TarnHost::Store {
+
+std::unique_ptr<CSqlEngine> MakeMemoryStore(const NewStore& fresh);
+
+/// Opens a store file. A missing one is made beside its place and moved there when it is complete, so that no half
+/// store ever carries the name and of several processes that start at once one makes it.
+std::unique_ptr<CSqlEngine> OpenStoreFile(const QString& file, const NewStore& fresh);
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <functional>
+#include <memory>
+
+#include "TarnHost/plan_site.h"
+#include "store/sql_engine.h"
+
+namespace TarnHost::Store {
+
+/// What a new store is made of.
+struct NewStore {
+  std::function<PlanSite()> content;
+  QDateTime now;
+};
+
+/// Opens the store at `url`, making it when it does not exist. Throws CStoreError with one line for the user when it
+/// cannot be used; nothing that exists is changed before it was found to be a sound store. Thread: the database's.
+std::unique_ptr<CSqlEngine> OpenStore(const QString& url, const NewStore& fresh);
+
+/// Makes tables and content in the empty database of `engine`.
+void FillNewStore(CSqlEngine& engine, const QString& place, const NewStore& fresh);
+
+}  // namespace TarnHost::Store

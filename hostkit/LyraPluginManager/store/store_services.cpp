@@ -1,0 +1,435 @@
+#include "store/store_services.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "marlog/marlog.h"
+#include "store/store_opener.h"
+#include "store/text_rules.h"
+#include "store/tree_events.h"
+
+namespace TarnHost::Store {
+namespace {
+
+using std::chrono::steady_clock;
+namespace view = view_plugin_protocol;
+
+constexpr auto kBeat = std::chrono::milliseconds(200);
+const char kRoot[] = "root";
+const char kNoDefaultView[] = "-3";
+const char kNoAutomaticPlan[] = "NoAutoRunPlan";
+const char kGroupGone[] = "The group does not exist or was deleted in the meantime.";
+const char kPlanGone[] = "The plan does not exist or was deleted in the meantime.";
+
+// Runs a call's work; what it throws becomes the call's text for the user.
+template <class Response, class Work>
+bool Answer(Response* response, const Work& work) {
+  try {
+    work();
+    return true;
+  } catch (const CStoreError& error) {
+    response->error_info = error.what();
+  } catch (const std::exception& error) {
+    response->error_info = std::string("The plan store failed: ") + error.what();
+  }
+  return false;
+}
+
+}  // namespace
+
+CStoreServices::CStoreServices(PlanStoreOptions options) : options_(std::move(options)), hub_(new CObserverHub) {}
+
+CStoreServices::~CStoreServices() {
+  Close();
+}
+
+void CStoreServices::Start() {
+  thread_.Call([this] { OpenDatabase(); });
+  ClearViewData();
+}
+
+void CStoreServices::OpenDatabase() {
+  engine_ = OpenStore(options_.url, {options_.first_content, options_.now()});
+  site_ = CSiteDirectory::Read(*engine_, options_.switch_overrides);
+  session_ = std::make_unique<CStoreSession>(
+      *engine_, catalog_, user_, [this](std::vector<CObserverHub::Event> events) { hub_->Post(std::move(events)); });
+  writer_ = std::make_unique<CPlanWriter>(*session_, site_, options_.now);
+  thread_.SetBeat(kBeat, [this] { Beat(); });
+}
+
+void CStoreServices::CloseDatabase() {
+  writer_.reset();
+  session_.reset();
+  engine_.reset();
+}
+
+void CStoreServices::Close() {
+  closed_ = true;
+  hub_->Close();
+  thread_.Stop([this] { CloseDatabase(); });
+}
+
+// A trouble is logged when it begins, not at every beat.
+void CStoreServices::Beat() {
+  QString trouble;
+  try {
+    DownloadWhenWanted();
+    session_->Poll();
+  } catch (const CStoreError& error) {
+    trouble = error.Text();
+  }
+  if (trouble != std::exchange(last_trouble_, trouble) && !trouble.isEmpty()) {
+    marlog::Write("LyraClientError", marlog::Error, "[%s(%d)] - %s", __func__, __LINE__, qUtf8Printable(trouble));
+  }
+}
+
+void CStoreServices::DownloadWhenWanted() {
+  const int wanted = downloads_wanted_;
+  if (download_done_ != wanted) {
+    session_->LoadCatalog();
+    download_done_ = wanted;
+  }
+}
+
+void CStoreServices::ClearViewData() {
+  download_end_ = (steady_clock::now() + options_.download_delay).time_since_epoch().count();
+  ++downloads_wanted_;
+  thread_.Post([this] { Beat(); });
+}
+
+bool CStoreServices::IsDownloaded() const {
+  return !closed_ && download_done_ == downloads_wanted_ &&
+         steady_clock::now().time_since_epoch().count() >= download_end_;
+}
+
+bool CStoreServices::LogIn(const QString& user, QString* error) {
+  const CSiteDirectory::User* found = site_.FindUser(user.toStdString());
+  if (found == nullptr) {
+    *error = QStringLiteral("There is no user \"%1\".").arg(user);
+    return false;
+  }
+  user_ = found->id;
+  hub_->Post({WholeTreeEvent()});
+  return true;
+}
+
+QString CStoreServices::DefaultUser() const {
+  const auto& users = site_.Users();
+  const auto all_rights = [](const CSiteDirectory::User& user) {
+    return user.rights.count(5) != 0 && user.rights.count(6) != 0 && user.rights.count(7) != 0;
+  };
+  const auto found = std::find_if(users.begin(), users.end(), all_rights);
+  return found != users.end() ? ToQt(found->name) : users.empty() ? QString() : ToQt(users.front().name);
+}
+
+std::string CStoreServices::FindPlanByName(const QString& name) const {
+  const int32_t code = catalog_.FindByName(name.toStdString(), user_);
+  return code == 0 ? std::string() : std::to_string(code);
+}
+
+void CStoreServices::RequireOpen() const {
+  if (closed_) {
+    throw CStoreError("The plan store has been closed.");
+  }
+}
+
+int32_t CStoreServices::RequireUser() const {
+  RequireOpen();
+  const int32_t user = user_;
+  if (user == 0) {
+    throw CStoreError("Nobody is logged in.");
+  }
+  return user;
+}
+
+void CStoreServices::RequireDownloaded() const {
+  RequireOpen();
+  if (!IsDownloaded()) {
+    throw CStoreError("The plans have not been downloaded yet.");
+  }
+}
+
+bool CStoreServices::GetPlanGroups(const view::GetPlanGroupsRequest& request, view::GetPlanGroupsResponse& response) {
+  return Answer(&response, [&] {
+    const int32_t user = RequireUser();
+    RequireDownloaded();
+    if (request.parent_index_code == kRoot) {
+      response.groups.append({site_.RootName(), {}, kRoot, kPublic});
+      return;
+    }
+    const auto take = [&](const GroupRow& row) {
+      response.groups.append(view::PlanGroup());
+      view::PlanGroup& group = response.groups.last();
+      group.name = row.name;
+      group.parent_index_code = request.parent_index_code;
+      group.index_code = std::to_string(row.code);
+      group.type = row.family;
+    };
+    if (!catalog_.VisitGroups(ParseCode(request.parent_index_code), user, take)) {
+      throw CStoreError(kGroupGone);
+    }
+  });
+}
+
+bool CStoreServices::GetPlansInGroup(const view::GetPlansInGroupRequest& request,
+                                     view::GetPlansInGroupResponse& response) {
+  return Answer(&response, [&] {
+    const int32_t user = RequireUser();
+    RequireDownloaded();
+    const auto take = [&](const PlanRow& row) {
+      response.plans.append(view::PlanBasicInfo());
+      view::PlanBasicInfo& plan = response.plans.last();
+      plan.index_code = std::to_string(row.code);
+      plan.name = row.name;
+      plan.group_index_code = request.group_index_code;
+      plan.type = row.family;
+      plan.split_type = row.split_type;
+      plan.page_count = row.page_count;
+      plan.auto_run = row.auto_run;
+    };
+    if (!catalog_.VisitPlans(ParseCode(request.group_index_code), user, take)) {
+      throw CStoreError(kGroupGone);
+    }
+  });
+}
+
+bool CStoreServices::AddPlanGroup(const view::AddPlanGroupRequest& request, view::AddPlanGroupResponse& response) {
+  return Answer(&response, [&] {
+    const int32_t user = RequireUser();
+    response.index_code = std::to_string(thread_.Call([&] { return writer_->AddGroup(request, user); }));
+  });
+}
+
+bool CStoreServices::UpdatePlanGroup(const view::UpdatePlanGroupRequest& request,
+                                     view::UpdatePlanGroupResponse& response) {
+  return Answer(&response, [&] {
+    const int32_t user = RequireUser();
+    thread_.Call([&] { writer_->RenameGroup(request, user); });
+  });
+}
+
+bool CStoreServices::DeletePlanGroup(const view::DeletePlanGroupRequest& request,
+                                     view::DeletePlanGroupResponse& response) {
+  return Answer(&response, [&] {
+    const int32_t user = RequireUser();
+    thread_.Call([&] { writer_->DeleteGroup(request.index_code, user); });
+  });
+}
+
+bool CStoreServices::AddPlan(const view::AddPlanRequest& request, view::AddPlanResponse& response) {
+  return Answer(&response, [&] {
+    const int32_t user = RequireUser();
+    response.index_code = std::to_string(thread_.Call([&] { return writer_->AddPlan(request, user); }));
+  });
+}
+
+bool CStoreServices::UpdatePlan(const view::UpdatePlanRequest& request, view::UpdatePlanResponse& response) {
+  return Answer(&response, [&] {
+    const int32_t user = RequireUser();
+    thread_.Call([&] { writer_->UpdatePlan(request, user); });
+  });
+}
+
+bool CStoreServices::DeletePlan(const view::DeletePlanResquest& request, view::DeletePlanResponse& response) {
+  return Answer(&response, [&] {
+    const int32_t user = RequireUser();
+    thread_.Call([&] { writer_->DeletePlan(request.plan_index_code, user); });
+  });
+}
+
+int32_t CStoreServices::AutomaticPlan() const {
+  const int32_t second = options_.now().time().msecsSinceStartOfDay() / 1000;
+  const int32_t code = catalog_.AutomaticPlan(second, user_);
+  if (code == 0) {
+    throw CStoreError(kNoAutomaticPlan);
+  }
+  return code;
+}
+
+StoredPlan CStoreServices::ReadPlan(int32_t code, int32_t user) {
+  auto plan = thread_.Call([&] { return session_->Repository().WholePlan(code); });
+  if (!plan || (plan->row.family == kOwn && plan->row.owner != user)) {
+    throw CStoreError(kPlanGone);
+  }
+  return std::move(*plan);
+}
+
+std::string CStoreServices::ParentName(int32_t parent, int32_t user) const {
+  const auto group = catalog_.FindGroup(parent, user);
+  return group ? group->name : site_.RootName();
+}
+
+bool CStoreServices::GetPlanDetail(const view::GetPlanDetailRequest& request, view::GetPlanDetailResponse& response) {
+  return Answer(&response, [&] {
+    const int32_t user = RequireUser();
+    RequireDownloaded();
+    const bool automatic = request.query_kind == 1;
+    StoredPlan plan = ReadPlan(automatic ? AutomaticPlan() : ParseCode(request.plan_index_code), user);
+    response.index_code = std::to_string(plan.row.code);
+    response.name = plan.row.name;
+    response.group_index_code = std::to_string(plan.row.parent);
+    response.group_name = ParentName(plan.row.parent, user);
+    response.type = plan.row.family;
+    response.auto_run = plan.row.auto_run;
+    response.start_time = plan.begin_time.toStdString();
+    response.end_time = plan.end_time.toStdString();
+    response.pages = std::move(plan.pages);
+    response.creator = plan.creator.toStdString();
+    response.creation_time = plan.creation_time.toStdString();
+    response.thumbnail = plan.thumbnail.toStdString();
+    response.revision = plan.revision;
+  });
+}
+
+bool CStoreServices::AddPlanLog(const view::AddPlanLogRequestParam& request, view::AddPlanLogResponseParam& response) {
+  return Answer(&response, [&] {
+    const int32_t user = RequireUser();
+    thread_.Call([&] { writer_->LogPlay(request, user); });
+  });
+}
+
+bool CStoreServices::SearchPlan(const view::SearchPlanRequest& request, view::SearchPlanResponse& response) {
+  return Answer(&response, [&] {
+    const int32_t user = RequireUser();
+    RequireDownloaded();
+    const std::string folded = Folded(ToQt(request.text));
+    if (folded.empty()) {
+      return;
+    }
+    for (CPlanCatalog::Hit& hit : catalog_.Search(folded, request.scope == 1 ? kOwn : kPublic, user)) {
+      const bool under_root = IsRootCode(hit.plan.parent);
+      response.plans.push_back({std::to_string(hit.plan.code), std::move(hit.plan.name),
+                                std::to_string(hit.plan.parent),
+                                under_root ? site_.RootName() : std::move(hit.parent_name), hit.plan.family});
+    }
+  });
+}
+
+// What became invisible, for instance a plan that its owner took back from the public ones, is no default view.
+bool CStoreServices::IsVisible(int32_t code, int32_t user) const {
+  return catalog_.FindPlan(code, user) || catalog_.FindGroup(code, user);
+}
+
+bool CStoreServices::GetClientViewConfig(const view::GetClientDefaultViewConfigRequest&,
+                                         view::GetClientDefaultViewConfigResponse& response) {
+  return Answer(&response, [&] {
+    const int32_t user = RequireUser();
+    RequireDownloaded();
+    std::pair<int32_t, int32_t> found(0, 0);
+    thread_.Call([&] {
+      engine_->ForEach("SELECT code, type FROM default_view WHERE user_id = ?", {user}, [&](const QSqlQuery& query) {
+        found = {query.value(0).toInt(), query.value(1).toInt()};
+      });
+    });
+    const bool there = IsVisible(found.first, user);
+    response.index_code = there ? std::to_string(found.first) : kNoDefaultView;
+    response.type = there ? found.second : 0;
+  });
+}
+
+bool CStoreServices::SetClientViewConfig(const view::ClienDefaultViewConfigRequest& request,
+                                         view::ClienDefaultViewConfigReponse& response) {
+  return Answer(&response, [&] {
+    const int32_t user = RequireUser();
+    thread_.Call([&] { writer_->SetDefaultView(request, user); });
+  });
+}
+
+bool CStoreServices::GetPlanConfig(const view::GetPlanConfigRequest&, view::GetPlanConfigResponse& response) {
+  return Answer(&response, [&] {
+    RequireOpen();
+    response = site_.Config();
+  });
+}
+
+bool CStoreServices::GetCurrentUser(const view::GetCurrentUserRequest&, view::GetCurrentUserResponse& response) {
+  return Answer(&response, [&] {
+    const CSiteDirectory::User* user = site_.FindUser(RequireUser());
+    response.user = {user->id, user->name};
+  });
+}
+
+bool CStoreServices::GetAllUserInfo(const view::UserRequestInfo&, view::UserResponseInfo& response) {
+  return Answer(&response, [&] {
+    RequireOpen();
+    for (const CSiteDirectory::User& user : site_.Users()) {
+      response.users.push_back({user.id, user.name});
+    }
+  });
+}
+
+bool CStoreServices::ViewShareUsers(const view::ViewShareResquestInfo& request, view::ShareViewResponseInfo& response) {
+  const bool shared = Answer(&response, [&] {
+    const int32_t user = RequireUser();
+    thread_.Call([&] { writer_->Share(request, user); });
+  });
+  response.error_model = response.error_code = shared ? 0 : 1;
+  return shared;
+}
+
+bool CStoreServices::IsInitViewGroupFinish(const view::ClienInitViewDataRequest&,
+                                           view::ClienInitViewDataResponse& response) {
+  return Answer(&response, [this] { RequireDownloaded(); });
+}
+
+bool CStoreServices::IsInitViewFinish(const view::ClienInitViewDataRequest&,
+                                      view::ClienInitViewDataResponse& response) {
+  return Answer(&response, [this] { RequireDownloaded(); });
+}
+
+bool CStoreServices::IsViewResourceDownFinish() {
+  return IsDownloaded();
+}
+
+void CStoreServices::ViewRegisterResourceUpdate(ResourceData::IResourceObserver* observer,
+                                                const view::ViewObserverInfo& info) {
+  const CObserverHub::Key key(info.resource_type, info.index_code);
+  if (info.action == 0) {
+    hub_->Unregister(observer, key);
+    return;
+  }
+  hub_->Register(observer, key);
+  if (site_.Config().load_all && info.resource_type == ResourceData::RT_VIEW_GROUP && info.index_code != kRoot) {
+    PostChildrenOf(info.index_code);
+  }
+}
+
+// With everything loaded at the start a tree learns of a group's content only by being told of it.
+void CStoreServices::PostChildrenOf(const std::string& group_code) {
+  const int32_t group = ParseCode(group_code);
+  const auto [first_group, first_plan] = catalog_.FirstChildren(group, user_);
+  std::vector<CObserverHub::Event> events;
+  if (first_group != 0) {
+    events.push_back(ChildEvent(group, ResourceData::RE_CHILD_ADDED, first_group, ResourceData::RT_VIEW_GROUP));
+  }
+  if (first_plan != 0) {
+    events.push_back(ChildEvent(group, ResourceData::RE_CHILD_ADDED, first_plan, ResourceData::RT_VIEW));
+  }
+  hub_->Post(std::move(events));
+}
+
+bool CStoreServices::CheckControlPermission(int code) {
+  const CSiteDirectory::User* user = closed_ ? nullptr : site_.FindUser(user_);
+  return user != nullptr && user->rights.count(code) != 0;
+}
+
+const CSiteDirectory::Camera& CStoreServices::CameraOf(const std::string& index_code) const {
+  RequireOpen();
+  const CSiteDirectory::Camera* camera = site_.FindCamera(index_code);
+  if (camera == nullptr) {
+    throw CStoreError("The camera does not exist.");
+  }
+  return *camera;
+}
+
+bool CStoreServices::GetPresets(const ptz_plugin_protocol::GetPresetRequest& request,
+                                ptz_plugin_protocol::GetPresetResponse& response) {
+  return Answer(&response, [&] { response.presets = CameraOf(request.camera_index_code).presets; });
+}
+
+bool CStoreServices::GetStreamAbility(const play_plugin_protocol::GetStreamAbiRequest& request,
+                                      play_plugin_protocol::GetStreamAbiResponse& response) {
+  return Answer(&response, [&] { response.stream_types = CameraOf(request.camera_index_code).stream_types; });
+}
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,114 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+
+#include "TarnHost/plan_store.h"
+#include "store/database_thread.h"
+#include "store/observer_hub.h"
+#include "store/plan_catalog.h"
+#include "store/plan_writer.h"
+#include "store/site_directory.h"
+#include "store/store_session.h"
+
+namespace TarnHost::Store {
+
+/// The plan store's calls: reads from the catalog, everything else by the database thread.
+class CStoreServices : public CPlanStore {
+ public:
+  explicit CStoreServices(PlanStoreOptions options);
+  ~CStoreServices() override;
+
+  /// Opens the database and starts the first download; throws CStoreError. Once, before anything else.
+  void Start();
+
+  bool LogIn(const QString& user, QString* error) override;
+  QString DefaultUser() const override;
+  std::string StationId() const override { return site_.StationId(); }
+  std::string FindPlanByName(const QString& name) const override;
+  void Close() override;
+
+  bool GetPlanGroups(const view_plugin_protocol::GetPlanGroupsRequest& request,
+                     view_plugin_protocol::GetPlanGroupsResponse& response) override;
+  bool GetPlansInGroup(const view_plugin_protocol::GetPlansInGroupRequest& request,
+                       view_plugin_protocol::GetPlansInGroupResponse& response) override;
+  bool AddPlanGroup(const view_plugin_protocol::AddPlanGroupRequest& request,
+                    view_plugin_protocol::AddPlanGroupResponse& response) override;
+  bool UpdatePlanGroup(const view_plugin_protocol::UpdatePlanGroupRequest& request,
+                       view_plugin_protocol::UpdatePlanGroupResponse& response) override;
+  bool DeletePlanGroup(const view_plugin_protocol::DeletePlanGroupRequest& request,
+                       view_plugin_protocol::DeletePlanGroupResponse& response) override;
+  bool AddPlan(const view_plugin_protocol::AddPlanRequest& request,
+               view_plugin_protocol::AddPlanResponse& response) override;
+  bool UpdatePlan(const view_plugin_protocol::UpdatePlanRequest& request,
+                  view_plugin_protocol::UpdatePlanResponse& response) override;
+  bool DeletePlan(const view_plugin_protocol::DeletePlanResquest& request,
+                  view_plugin_protocol::DeletePlanResponse& response) override;
+  bool GetPlanDetail(const view_plugin_protocol::GetPlanDetailRequest& request,
+                     view_plugin_protocol::GetPlanDetailResponse& response) override;
+  bool AddPlanLog(const view_plugin_protocol::AddPlanLogRequestParam& request,
+                  view_plugin_protocol::AddPlanLogResponseParam& response) override;
+  bool SearchPlan(const view_plugin_protocol::SearchPlanRequest& request,
+                  view_plugin_protocol::SearchPlanResponse& response) override;
+  bool GetClientViewConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request,
+                           view_plugin_protocol::GetClientDefaultViewConfigResponse& response) override;
+  bool SetClientViewConfig(const view_plugin_protocol::ClienDefaultViewConfigRequest& request,
+                           view_plugin_protocol::ClienDefaultViewConfigReponse& response) override;
+  bool GetPlanConfig(const view_plugin_protocol::GetPlanConfigRequest& request,
+                     view_plugin_protocol::GetPlanConfigResponse& response) override;
+  bool GetCurrentUser(const view_plugin_protocol::GetCurrentUserRequest& request,
+                      view_plugin_protocol::GetCurrentUserResponse& response) override;
+  bool GetAllUserInfo(const view_plugin_protocol::UserRequestInfo& request,
+                      view_plugin_protocol::UserResponseInfo& response) override;
+  bool ViewShareUsers(const view_plugin_protocol::ViewShareResquestInfo& request,
+                      view_plugin_protocol::ShareViewResponseInfo& response) override;
+  bool IsInitViewGroupFinish(const view_plugin_protocol::ClienInitViewDataRequest& request,
+                             view_plugin_protocol::ClienInitViewDataResponse& response) override;
+  bool IsInitViewFinish(const view_plugin_protocol::ClienInitViewDataRequest& request,
+                        view_plugin_protocol::ClienInitViewDataResponse& response) override;
+  bool IsViewResourceDownFinish() override;
+  void ClearViewData() override;
+  void ViewRegisterResourceUpdate(ResourceData::IResourceObserver* observer,
+                                  const view_plugin_protocol::ViewObserverInfo& info) override;
+  bool CheckControlPermission(int code) override;
+  bool GetPresets(const ptz_plugin_protocol::GetPresetRequest& request,
+                  ptz_plugin_protocol::GetPresetResponse& response) override;
+  bool GetStreamAbility(const play_plugin_protocol::GetStreamAbiRequest& request,
+                        play_plugin_protocol::GetStreamAbiResponse& response) override;
+
+ private:
+  void OpenDatabase();  // on the database thread, as the next three
+  void Beat();
+  void DownloadWhenWanted();
+  void CloseDatabase();
+
+  void RequireOpen() const;
+  int32_t RequireUser() const;
+  void RequireDownloaded() const;
+  bool IsDownloaded() const;
+  const CSiteDirectory::Camera& CameraOf(const std::string& index_code) const;
+  int32_t AutomaticPlan() const;
+  StoredPlan ReadPlan(int32_t code, int32_t user);
+  std::string ParentName(int32_t parent, int32_t user) const;
+  bool IsVisible(int32_t code, int32_t user) const;
+  void PostChildrenOf(const std::string& group_code);
+
+  const PlanStoreOptions options_;
+  std::unique_ptr<CObserverHub, CObserverHub::Disposer> hub_;
+  std::atomic<int32_t> user_{0};
+  std::atomic<bool> closed_{false};
+  std::atomic<int> downloads_wanted_{0}, download_done_{0};  // numbers of downloads
+  std::atomic<std::chrono::steady_clock::rep> download_end_{0};
+  CPlanCatalog catalog_;
+  CSiteDirectory site_;
+
+  // Live on the database thread.
+  std::unique_ptr<CSqlEngine> engine_;
+  std::unique_ptr<CStoreSession> session_;
+  std::unique_ptr<CPlanWriter> writer_;
+  QString last_trouble_;
+
+  CDatabaseThread thread_;
+};
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,157 @@
+#include "store/store_session.h"
+
+#include <QUuid>
+#include <utility>
+
+#include "store/tree_events.h"
+
+namespace TarnHost::Store {
+
+CStoreSession::CStoreSession(CSqlEngine& engine, CPlanCatalog& catalog, const std::atomic<int32_t>& user, Sink sink)
+    : engine_(engine),
+      repository_(engine),
+      catalog_(catalog),
+      user_(user),
+      sink_(std::move(sink)),
+      feed_(QUuid::createUuid().toString(QUuid::WithoutBraces).toStdString()) {}
+
+void CStoreSession::LoadCatalog() {
+  CTransaction transaction(engine_, CTransaction::kRead);
+  ReadWhole();
+  transaction.Commit();
+}
+
+void CStoreSession::DropCatalog() {
+  loaded_ = false;
+  catalog_.Clear();
+}
+
+void CStoreSession::ReadWhole() {
+  const int64_t newest = repository_.NewestChange();
+  catalog_.Replace(repository_.AllGroups(), repository_.AllPlans());
+  feed_.Restart(newest);
+  loaded_ = true;
+}
+
+void CStoreSession::Poll() {
+  if (loaded_ && engine_.MayHaveChanged()) {
+    CTransaction transaction(engine_, CTransaction::kRead);
+    CatchUp();
+    transaction.Commit();
+  }
+}
+
+void CStoreSession::Resume() {
+  if (loaded_) {
+    LoadCatalog();
+    sink_({WholeTreeEvent()});
+  }
+}
+
+// Others' changes come first, so that the catalog sees all changes in the order of their numbers.
+void CStoreSession::BeginJournal() {
+  journal_.clear();
+  CatchUp();
+}
+
+void CStoreSession::CatchUp() {
+  const int64_t newest = loaded_ ? repository_.NewestChange() : feed_.Last();
+  if (newest == feed_.Last()) {
+    return;
+  }
+  const auto foreign = feed_.Take(repository_.ChangesAfter(feed_.Last()), newest);
+  if (!foreign) {
+    ReadWhole();
+    sink_({WholeTreeEvent()});
+    return;
+  }
+  try {
+    for (const ChangeEntry& entry : *foreign) {
+      ApplyForeign(entry);
+    }
+  } catch (...) {
+    feed_.Restart(-1);  // what is left of the entries is made up for by reading everything again
+    throw;
+  }
+}
+
+// The rows are read as they are now, which may be later than the entry; the entries in between then change nothing.
+void CStoreSession::ApplyForeign(const ChangeEntry& entry) {
+  switch (entry.kind) {
+    case ChangeEntry::kGroupSaved:
+      return ApplyForeignGroup(entry.code);
+    case ChangeEntry::kGroupRemoved:
+      return sink_(EventsOf(catalog_.RemoveGroup(entry.code), std::nullopt, user_));
+    case ChangeEntry::kPlanSaved:
+      return ApplyForeignPlan(entry.code);
+    case ChangeEntry::kPlanRemoved:
+      return sink_(EventsOf(catalog_.RemovePlan(entry.code), std::nullopt, user_));
+  }
+}
+
+void CStoreSession::ApplyForeignGroup(int32_t code) {
+  if (const auto now = repository_.Group(code)) {
+    const auto before = catalog_.Put(*now);
+    sink_(EventsOf(before, now, user_));
+  }
+}
+
+void CStoreSession::ApplyForeignPlan(int32_t code) {
+  if (const auto now = repository_.Plan(code)) {
+    const auto before = catalog_.Put(*now);
+    sink_(EventsOf(before, now, user_));
+  }
+}
+
+void CStoreSession::Note(ChangeEntry::Kind kind, int32_t code, std::function<void()> apply) {
+  journal_.push_back({{0, feed_.OwnOrigin(), kind, code}, std::move(apply)});
+}
+
+void CStoreSession::WriteJournal() {
+  for (Step& step : journal_) {
+    step.entry.seq = repository_.LogChange(step.entry);
+  }
+}
+
+void CStoreSession::ApplyJournal() {
+  if (loaded_) {
+    for (const Step& step : journal_) {
+      step.apply();
+      feed_.Restart(step.entry.seq);
+    }
+  }
+  journal_.clear();
+}
+
+void CStoreSession::SaveNew(const GroupRow& group) {
+  repository_.InsertGroup(group);
+  Note(ChangeEntry::kGroupSaved, group.code, [this, group] { catalog_.Put(group); });
+}
+
+void CStoreSession::SaveName(GroupRow group, const std::string& name) {
+  repository_.RenameGroup(group.code, name);
+  group.name = name;
+  Note(ChangeEntry::kGroupSaved, group.code, [this, group] { catalog_.Put(group); });
+}
+
+void CStoreSession::RemoveGroup(int32_t code) {
+  repository_.DeleteGroup(code);
+  Note(ChangeEntry::kGroupRemoved, code, [this, code] { catalog_.RemoveGroup(code); });
+}
+
+void CStoreSession::SaveNew(const StoredPlan& plan) {
+  repository_.InsertPlan(plan);
+  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row] { catalog_.Put(row); });
+}
+
+void CStoreSession::SaveChanged(const StoredPlan& plan) {
+  repository_.UpdatePlan(plan);
+  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row] { catalog_.Put(row); });
+}
+
+void CStoreSession::RemovePlan(int32_t code) {
+  repository_.DeletePlan(code);
+  Note(ChangeEntry::kPlanRemoved, code, [this, code] { catalog_.RemovePlan(code); });
+}
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <vector>
+
+#include "store/change_feed.h"
+#include "store/observer_hub.h"
+#include "store/plan_catalog.h"
+#include "store/plan_repository.h"
+
+namespace TarnHost::Store {
+
+/// Keeps the catalog in step with the database: fills it, follows the change log, and runs the transactions of this
+/// process, which reach the catalog when they are committed.
+///
+/// Throws CStoreError. Thread: the database thread.
+class CStoreSession {
+ public:
+  using Sink = std::function<void(std::vector<CObserverHub::Event>)>;
+
+  /// `user` names whose events are made; `sink` takes them.
+  CStoreSession(CSqlEngine& engine, CPlanCatalog& catalog, const std::atomic<int32_t>& user, Sink sink);
+
+  CSqlEngine& Engine() { return engine_; }
+  CPlanRepository& Repository() { return repository_; }
+
+  /// Fills the catalog with the store's content.
+  void LoadCatalog();
+  void DropCatalog();
+  /// Brings in what other processes changed; raises the whole-tree event when that cannot be told change by change.
+  void Poll();
+  /// The connection was lost and is there again.
+  void Resume();
+
+  /// Runs `work` in one transaction. What it saves or removes goes through Save...() and Remove...().
+  template <class Work>
+  auto Write(Work work) {
+    CTransaction transaction(engine_, CTransaction::kWrite);
+    BeginJournal();
+    auto result = work();
+    WriteJournal();
+    transaction.Commit();
+    ApplyJournal();
+    return result;
+  }
+
+  void SaveNew(const GroupRow& group);
+  void SaveName(GroupRow group, const std::string& name);
+  void RemoveGroup(int32_t code);
+  void SaveNew(const StoredPlan& plan);
+  void SaveChanged(const StoredPlan& plan);
+  void RemovePlan(int32_t code);
+
+ private:
+  struct Step {
+    ChangeEntry entry;
+    std::function<void()> apply;
+  };
+
+  void BeginJournal();
+  void WriteJournal();
+  void ApplyJournal();
+  void Note(ChangeEntry::Kind kind, int32_t code, std::function<void()> apply);
+  void CatchUp();
+  void ReadWhole();
+  void ApplyForeign(const ChangeEntry& entry);
+  void ApplyForeignGroup(int32_t code);
+  void ApplyForeignPlan(int32_t code);
+
+  CSqlEngine& engine_;
+  CPlanRepository repository_;
+  CPlanCatalog& catalog_;
+  const std::atomic<int32_t>& user_;
+  const Sink sink_;
+  CChangeFeed feed_;
+  bool loaded_ = false;
+  std::vector<Step> journal_;
+};
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,68 @@
+#include "store/text_rules.h"
+
+#include <QTextCodec>
+#include <QTime>
+#include <algorithm>
+
+#include "store/store_error.h"
+
+namespace TarnHost::Store {
+namespace {
+
+constexpr int kLongestName = 256;
+const char kTimeFormat[] = "HH:mm:ss";
+
+QString Decoded(const std::string& bytes) {
+  QTextCodec::ConverterState state;
+  const QString text =
+      QTextCodec::codecForName("UTF-8")->toUnicode(bytes.data(), static_cast<int>(bytes.size()), &state);
+  if (state.invalidChars > 0 || state.remainingChars > 0) {
+    throw CStoreError("The name is not valid text.");
+  }
+  return text;
+}
+
+bool IsForbidden(QChar c) {
+  return QStringLiteral("\\/:*?\"<>|").contains(c);
+}
+bool IsControl(QChar c) {
+  return c.category() == QChar::Other_Control;
+}
+
+}  // namespace
+
+QString CheckedName(const std::string& name) {
+  const QString text = Decoded(name);
+  if (text.trimmed().isEmpty()) {
+    throw CStoreError("The name is empty.");
+  }
+  if (text.size() > kLongestName) {
+    throw CStoreError(QStringLiteral("The name has more than %1 characters.").arg(kLongestName));
+  }
+  if (std::any_of(text.begin(), text.end(), IsForbidden)) {
+    throw CStoreError("The name must not contain any of these characters: \\ / : * ? \" < > |");
+  }
+  if (std::any_of(text.begin(), text.end(), IsControl)) {
+    throw CStoreError("The name must not contain control characters.");
+  }
+  return text;
+}
+
+QString CheckedTime(const std::string& time) {
+  const QTime parsed = QTime::fromString(ToQt(time), kTimeFormat);
+  if (!parsed.isValid()) {
+    throw CStoreError(QStringLiteral("\"%1\" is not a time of day.").arg(ToQt(time)));
+  }
+  return parsed.toString(kTimeFormat);
+}
+
+int32_t SecondOfDay(const QString& time) {
+  const QTime parsed = QTime::fromString(time, kTimeFormat);
+  return parsed.isValid() ? parsed.msecsSinceStartOfDay() / 1000 : -1;
+}
+
+std::string Folded(const QString& text) {
+  return text.toCaseFolded().normalized(QString::NormalizationForm_C).toStdString();
+}
+
+}  // namespace TarnHost::Store

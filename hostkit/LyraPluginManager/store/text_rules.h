@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <string>
+
+namespace TarnHost::Store {
+
+inline QString ToQt(const std::string& text) {
+  return QString::fromStdString(text);
+}
+
+/// The name of a plan or group as it is stored. Throws CStoreError with a text for the user when it breaks a rule:
+/// 1 to 256 characters, not all blank, none of \ / : * ? " < > | and no control character.
+QString CheckedName(const std::string& name);
+
+/// A time of day as it is stored, "HH:mm:ss"; throws CStoreError when it is none.
+QString CheckedTime(const std::string& time);
+
+/// Seconds since midnight of a stored time; -1 for anything else.
+int32_t SecondOfDay(const QString& time);
+
+/// The form in which names are compared when searching: without case, composed.
+std::string Folded(const QString& text);
+
+}  // namespace TarnHost::Store

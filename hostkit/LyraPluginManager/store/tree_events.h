@@ -1,0 +1,21 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "store/observer_hub.h"
+#include "store/plan_records.h"
+
+namespace TarnHost::Store {
+
+/// What the observers of `user`'s tree are told when a row became another; "no row" on either side for a row that
+/// came or went. Rows that the user does not see count as none.
+std::vector<CObserverHub::Event> EventsOf(const std::optional<GroupRow>& before, const std::optional<GroupRow>& after,
+                                          int32_t user);
+std::vector<CObserverHub::Event> EventsOf(const std::optional<PlanRow>& before, const std::optional<PlanRow>& after,
+                                          int32_t user);
+
+CObserverHub::Event WholeTreeEvent();
+CObserverHub::Event ChildEvent(int32_t parent, int32_t event, int32_t child, ResourceData::ResourceType type);
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,30 @@
+#include "TarnConfiguration/view_config_interface.h"
+
+#include <utility>
+
+#include "TarnHost/host_services.h"
+
+namespace TarnConfiguration {
+namespace {
+
+class CViewConfigInterface : public IViewConfigInterface {
+ public:
+  explicit CViewConfigInterface(std::string station_id) : station_id_(std::move(station_id)) {}
+  std::string GetStationId() const override { return station_id_; }
+
+ private:
+  const std::string station_id_;
+};
+
+}  // namespace
+
+std::shared_ptr<IViewConfigInterface> CreateViewConfigInterface() {
+  const auto services = TarnHost::InstalledHostServices();
+  std::string station_id = services ? services->StationId() : std::string();
+  if (station_id.empty()) {
+    return nullptr;
+  }
+  return std::make_shared<CViewConfigInterface>(std::move(station_id));
+}
+
+}  // namespace TarnConfiguration
