@@ -62,7 +62,8 @@ int32_t SecondOfDay(const QString& time) {
 }
 
 std::string Folded(const QString& text) {
-  return text.toCaseFolded().normalized(QString::NormalizationForm_C).toStdString();
+  // By way of capitals, which alone tell that one letter may be written as two.
+  return text.normalized(QString::NormalizationForm_C).toUpper().toCaseFolded().toStdString();
 }
 
 }  // namespace TarnHost::Store
