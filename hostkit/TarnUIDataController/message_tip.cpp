@@ -10,7 +10,7 @@ namespace tarn_ui_data_controller {
 namespace {
 
 constexpr int kTopDistance = 48;
-constexpr int kSideDistance = 24;
+constexpr int kSideDistance = 12;
 constexpr int kWidestText = 520;
 
 }  // namespace
