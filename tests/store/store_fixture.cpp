@@ -37,6 +37,12 @@ QString NewPostgresDatabase() {
   return url.toString();
 }
 
+/// Sees the tree event of a log-in pass, so that it turns up in no test's record.
+struct LogInWatch : ResourceData::IResourceObserver {
+  void OnResourceUpdate(const Param&) override { passed = true; }
+  bool passed = false;
+};
+
 }  // namespace
 
 view::PlanPage Page(int page_no, int split_type, std::vector<std::string> cameras) {
@@ -94,11 +100,18 @@ QString CStoreFixture::File() const {
 std::shared_ptr<TarnHost::CPlanStore> CStoreFixture::Open(const QString& user) const {
   QString error;
   auto store = TarnHost::CPlanStore::Open(options, &error);
-  if (!store || !store->LogIn(user, &error)) {
+  if (!store) {
     qFatal("%s", qPrintable(error));
   }
-  const bool ready = QTest::qWaitFor([&] { return store->IsViewResourceDownFinish(); }, 10000);
-  return ready ? store : nullptr;
+  LogInWatch watch;
+  store->ViewRegisterResourceUpdate(&watch, {ResourceData::RT_VIEW_GROUP, "root", 1});
+  const bool ready = store->LogIn(user, &error) &&
+                     QTest::qWaitFor([&] { return watch.passed && store->IsViewResourceDownFinish(); }, 10000);
+  store->ViewRegisterResourceUpdate(&watch, {ResourceData::RT_VIEW_GROUP, "root", 0});
+  if (!ready) {
+    qFatal("the store does not get ready: %s", qPrintable(error));
+  }
+  return store;
 }
 
 QStringList CClient::Groups(const std::string& parent) const {

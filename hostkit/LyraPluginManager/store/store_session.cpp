@@ -75,30 +75,16 @@ void CStoreSession::CatchUp() {
   }
 }
 
-// The rows are read as they are now, which may be later than the entry; the entries in between then change nothing.
+// The rows are read as they are now, which may be later than the entry: a row that is gone by now counts as removed,
+// for the entry that removed it may name only the group it went with.
 void CStoreSession::ApplyForeign(const ChangeEntry& entry) {
-  switch (entry.kind) {
-    case ChangeEntry::kGroupSaved:
-      return ApplyForeignGroup(entry.code);
-    case ChangeEntry::kGroupRemoved:
-      return sink_(EventsOf(catalog_.RemoveGroup(entry.code), std::nullopt, user_));
-    case ChangeEntry::kPlanSaved:
-      return ApplyForeignPlan(entry.code);
-    case ChangeEntry::kPlanRemoved:
-      return sink_(EventsOf(catalog_.RemovePlan(entry.code), std::nullopt, user_));
-  }
-}
-
-void CStoreSession::ApplyForeignGroup(int32_t code) {
-  if (const auto now = repository_.Group(code)) {
-    const auto before = catalog_.Put(*now);
+  if (entry.kind == ChangeEntry::kGroupSaved || entry.kind == ChangeEntry::kGroupRemoved) {
+    const auto now = repository_.Group(entry.code);
+    const auto before = now ? catalog_.Put(*now) : catalog_.RemoveGroup(entry.code);
     sink_(EventsOf(before, now, user_));
-  }
-}
-
-void CStoreSession::ApplyForeignPlan(int32_t code) {
-  if (const auto now = repository_.Plan(code)) {
-    const auto before = catalog_.Put(*now);
+  } else {
+    const auto now = repository_.Plan(entry.code);
+    const auto before = now ? catalog_.Put(*now) : catalog_.RemovePlan(entry.code);
     sink_(EventsOf(before, now, user_));
   }
 }

@@ -65,8 +65,6 @@ class CStoreSession {
   void CatchUp();
   void ReadWhole();
   void ApplyForeign(const ChangeEntry& entry);
-  void ApplyForeignGroup(int32_t code);
-  void ApplyForeignPlan(int32_t code);
 
   CSqlEngine& engine_;
   CPlanRepository repository_;

@@ -1,0 +1,254 @@
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QtTest>
+
+#include "store_fixture.h"
+
+using namespace StoreTest;
+using ResourceData::IResourceObserver;
+
+namespace {
+
+constexpr int kPlanType = ResourceData::RT_VIEW, kGroupType = ResourceData::RT_VIEW_GROUP;
+
+/// Writes down what it is told as "code:event:second:type", then does what the test asks for.
+class CRecorder : public IResourceObserver {
+ public:
+  CRecorder(CClient client, QStringList* record) : client_(std::move(client)), record_(record) {}
+  ~CRecorder() override {
+    for (const auto& [type, code] : watched_) {
+      client_->ViewRegisterResourceUpdate(this, {type, code, 0});
+    }
+  }
+
+  void Watch(int type, const std::string& code) {
+    watched_.emplace_back(type, code);
+    client_->ViewRegisterResourceUpdate(this, {type, code, 1});
+  }
+  void Unwatch(int type, const std::string& code) { client_->ViewRegisterResourceUpdate(this, {type, code, 0}); }
+
+  void OnResourceUpdate(const Param& param) override {
+    QVERIFY(QThread::currentThread() == QCoreApplication::instance()->thread());
+    record_->append(QString("%1:%2:%3:%4")
+                        .arg(QString::fromStdString(param.index_code))
+                        .arg(param.event)
+                        .arg(QString::fromStdString(param.second))
+                        .arg(param.type));
+    if (then) {
+      then();
+    }
+  }
+
+  std::function<void()> then;
+
+ private:
+  const CClient client_;
+  QStringList* const record_;
+  std::vector<std::pair<int, std::string>> watched_;
+};
+
+QString Line(const std::string& node, int event, const std::string& second, int type) {
+  return QString::fromStdString(node + ":" + std::to_string(event) + ":" + second + ":" + std::to_string(type));
+}
+
+}  // namespace
+
+class StoreEventsTest : public QObject {
+  Q_OBJECT
+ private Q_SLOTS:
+  void TellsOthersAndNotItself();
+  void TellsRecipientsOfShares();
+  void ReadsAllAgainAfterAGap();
+  void RaisesTheTreeEventAtLogIn();
+  void ToleratesRemovalWhileTelling();
+  void AnnouncesChildrenUnderLoadAll();
+};
+
+void StoreEventsTest::TellsOthersAndNotItself() {
+  CStoreFixture fixture;
+  const CClient ann(fixture.Open());
+  const CClient bob(fixture.Open("bob"));
+  const std::string gates = ann.Group("-1", "Gates"), north = ann.Group(gates, "North"), plan = ann.Plan("Gate A");
+  QStringList own_record, record;
+  CRecorder own(ann, &own_record), other(bob, &record);
+  for (CRecorder* recorder : {&own, &other}) {
+    recorder->Watch(kGroupType, "root");
+    recorder->Watch(kGroupType, gates);
+    recorder->Watch(kGroupType, north);
+    recorder->Watch(kPlanType, plan);
+  }
+
+  std::string top, inner, fresh;
+  QCOMPARE(ann.AddGroup("-1", "Top group", &top), QString());
+  QCOMPARE(ann.AddGroup(gates, "Inner", &inner), QString());
+  QCOMPARE(ann.AddPlan(north, "Fresh", &fresh), QString());
+  QCOMPARE(ann.RenameGroup(gates, "Doors"), QString());
+  auto update = ann.Unchanged(plan);
+  update.plan_name = "Gate A renamed";
+  QCOMPARE(ann.Update(update), QString());
+  update.revision = 0;
+  update.parent_index_code = north;
+  QCOMPARE(ann.Update(update), QString());
+  QCOMPARE(ann.DeletePlan(fresh), QString());
+  QCOMPARE(ann.DeleteGroup(north), QString());
+  QCOMPARE(ann.DeleteGroup(top), QString());
+  QCOMPARE(ann.AddPlan("-2", "Nobody else's"), QString());
+  QElapsedTimer clock;
+  clock.start();
+  QTRY_VERIFY(bob.Groups("-1") == ann.Groups("-1"));
+  QVERIFY(clock.elapsed() < 1000);
+  QCoreApplication::processEvents();
+
+  // What was added and deleted between two looks at the log may leave no trace but its removal from nowhere.
+  const QString removed_north = Line(gates, 4, north, kGroupType);
+  QTRY_VERIFY(record.contains(removed_north));
+  QVERIFY(record.contains(Line(gates, 3, inner, kGroupType)));
+  QVERIFY(record.contains(Line(gates, 2, "Doors", kGroupType)));
+  QVERIFY(!record.join(' ').contains("Nobody") && record.filter("root:3").size() <= 1);
+  QCOMPARE(own_record, QStringList());
+  QCOMPARE(bob.Groups(gates), ann.Groups(gates));
+  QCOMPARE(bob.Plans(gates), ann.Plans(gates));  // moved and then deleted with its new group
+  QCOMPARE(bob.Search("a", 0), ann.Search("a", 0));
+
+  // One by one every change is told as what it is.
+  const auto told = [&record](const QStringList& wanted) {
+    const bool same = QTest::qWaitFor([&] { return record == wanted; }, 1000);
+    const bool result = same || QTest::qCompare(record, wanted, "record", "wanted", __FILE__, __LINE__);
+    record.clear();
+    return result;
+  };
+  record.clear();
+  QCOMPARE(ann.AddPlan("-1", "Moving", &fresh), QString());
+  QVERIFY(told({Line("root", 3, fresh, kPlanType)}));
+  other.Watch(kPlanType, fresh);
+  update = ann.Unchanged(fresh);
+  update.parent_index_code = gates;
+  QCOMPARE(ann.Update(update), QString());
+  QVERIFY(
+      told({Line("root", 4, fresh, kPlanType), Line(gates, 3, fresh, kPlanType), Line(fresh, 2, "Moving", kPlanType)}));
+  QCOMPARE(ann.DeletePlan(fresh), QString());
+  QVERIFY(told({Line(gates, 4, fresh, kPlanType)}));
+  QCOMPARE(bob.RenameGroup(gates, "Bob was here"), QString());
+  QTRY_COMPARE(own_record, QStringList{Line(gates, 2, "Bob was here", kGroupType)});
+  QCOMPARE(record, QStringList());
+}
+
+void StoreEventsTest::TellsRecipientsOfShares() {
+  CStoreFixture fixture;
+  const CClient ann(fixture.Open());
+  const CClient bob(fixture.Open("bob"));
+  QStringList record;
+  CRecorder recorder(bob, &record);
+  recorder.Watch(kGroupType, "root");
+  QCOMPARE(ann.Share(ann.Plan("Gate A"), "2"), QString());
+  QTRY_COMPARE(record.size(), 1);
+  const std::string shared = bob.Group("-2", "Shared");
+  QCOMPARE(record, QStringList{Line("root", 3, shared, kGroupType)});
+  recorder.Watch(kGroupType, shared);
+  QCOMPARE(ann.Share(ann.Plan("Gate B"), "2,3"), QString());
+  QTRY_COMPARE(record.size(), 2);
+  QVERIFY(record.last().startsWith(QString::fromStdString(shared) + ":3:"));
+}
+
+void StoreEventsTest::ReadsAllAgainAfterAGap() {
+  if (CStoreFixture::OnPostgres()) {
+    QSKIP("Reaches into the store's file.");
+  }
+  CStoreFixture fixture;
+  const CClient bob(fixture.Open("bob"));
+  QStringList record;
+  CRecorder recorder(bob, &record);
+  recorder.Watch(kGroupType, "root");
+  {
+    QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE", "gap");
+    database.setDatabaseName(fixture.File());
+    QVERIFY(database.open());
+    QSqlQuery query(database);
+    QVERIFY(query.exec("BEGIN IMMEDIATE"));
+    QVERIFY(query.exec("UPDATE plan_group SET name = 'Renamed unseen' WHERE name = 'Gates'"));
+    QVERIFY(query.exec("UPDATE counter SET value = value + 3 WHERE name = 'seq'"));
+    QVERIFY(query.exec("COMMIT"));
+  }
+  QSqlDatabase::removeDatabase("gap");
+  QTRY_COMPARE(record, QStringList{Line("root", 8, "", 0)});
+  QCOMPARE(bob.Groups("-1"), QStringList{"Renamed unseen@-1"});
+  const CClient ann(fixture.Open());
+  QCOMPARE(ann.RenameGroup(ann.Group("-1", "Renamed unseen"), "Seen"), QString());
+  QTRY_COMPARE(bob.Groups("-1"), QStringList{"Seen@-1"});
+  QCOMPARE(record.size(), 1);  // and goes on change by change
+}
+
+void StoreEventsTest::RaisesTheTreeEventAtLogIn() {
+  CStoreFixture fixture;
+  const CClient client(fixture.Open());
+  QStringList record;
+  CRecorder recorder(client, &record);
+  recorder.Watch(kGroupType, "root");
+  QString error;
+  QVERIFY(!client->LogIn("nobody", &error));
+  QVERIFY(client->LogIn("bob", &error));
+  client->ClearViewData();
+  QCOMPARE(record, QStringList());  // never from within the call
+  QTRY_COMPARE(record, QStringList{Line("root", 8, "", 0)});
+  QTRY_VERIFY(client->IsViewResourceDownFinish());
+  QCOMPARE(client.Groups("-2"), QStringList{"Bob's@-2"});
+}
+
+void StoreEventsTest::ToleratesRemovalWhileTelling() {
+  CStoreFixture fixture;
+  const CClient ann(fixture.Open());
+  const CClient bob(fixture.Open("bob"));
+  const std::string gates = bob.Group("-1", "Gates");
+  QStringList record;
+  auto first = std::make_unique<CRecorder>(bob, &record);
+  auto second = std::make_unique<CRecorder>(bob, &record);
+  first->Watch(kGroupType, gates);
+  first->Watch(kGroupType, gates);  // twice is once
+  second->Watch(kGroupType, gates);
+  first->then = [&] { second.reset(); };  // told as the second of the two, it would be gone
+  QCOMPARE(ann.RenameGroup(gates, "One"), QString());
+  QTRY_COMPARE(record.size(), 1);
+  first->then = [&] { first->Unwatch(kGroupType, gates); };
+  QCOMPARE(ann.RenameGroup(gates, "Two"), QString());
+  QCOMPARE(ann.AddPlan(gates, "Three"), QString());
+  QTRY_COMPARE(record.size(), 2);
+  QTRY_COMPARE(bob.Plans(gates).size(), 2);
+  QCoreApplication::processEvents();
+  QCOMPARE(record.size(), 2);
+}
+
+void StoreEventsTest::AnnouncesChildrenUnderLoadAll() {
+  CStoreFixture fixture;
+  fixture.options.switch_overrides = {{"load_all", 1}};
+  const CClient ann(fixture.Open());
+  QStringList record;
+  CRecorder recorder(ann, &record);
+  const std::string gates = ann.Group("-1", "Gates"), north = ann.Group(gates, "North");
+  recorder.Watch(kGroupType, "root");
+  recorder.Watch(kGroupType, gates);
+  recorder.Watch(kGroupType, north);
+  QCOMPARE(record, QStringList());
+  QTRY_COMPARE(record, (QStringList{Line(gates, 3, north, kGroupType), Line(gates, 3, ann.Plan("Gate A"), kPlanType),
+                                    Line(north, 3, ann.Plan("Gate B"), kPlanType)}));
+
+  // Thousands of announcements leave the event loop room.
+  int turns = 0;
+  QTimer ticker;
+  ticker.start(0);
+  connect(&ticker, &QTimer::timeout, this, [&turns] { ++turns; });
+  recorder.then = [] {
+    QElapsedTimer work;
+    work.start();
+    while (work.nsecsElapsed() < 100000) {
+    }
+  };
+  record.clear();
+  for (int round = 0; round < 1000; ++round) {
+    recorder.Watch(kGroupType, gates);
+  }
+  QTRY_COMPARE(record.size(), 2000);
+  QVERIFY2(turns >= 20, qPrintable(QString::number(turns)));
+}
+
+QTEST_GUILESS_MAIN(StoreEventsTest)
+#include "store_events_test.moc"

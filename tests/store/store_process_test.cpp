@@ -1,0 +1,154 @@
+#include <QFile>
+#include <QProcess>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QtTest>
+
+#include "store_fixture.h"
+
+using namespace StoreTest;
+
+namespace {
+
+std::unique_ptr<QProcess> StartClient(const QStringList& arguments) {
+  auto process = std::make_unique<QProcess>();
+  process->start(STORE_CLIENT, arguments);
+  return process->waitForStarted() ? std::move(process) : nullptr;
+}
+
+QByteArray IntegrityOf(const QString& file) {
+  QByteArray answer;
+  {
+    QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE", "integrity");
+    database.setDatabaseName(file);
+    QSqlQuery query(database.open() ? database : QSqlDatabase());
+    answer = query.exec("PRAGMA integrity_check") && query.next() ? query.value(0).toByteArray() : "no answer";
+  }
+  QSqlDatabase::removeDatabase("integrity");
+  return answer;
+}
+
+QSet<QByteArray> CodesIn(const CClient& client) {
+  QSet<QByteArray> codes;
+  view::GetPlanGroupsResponse groups;
+  client->GetPlanGroups({"-1", 0}, groups);
+  for (const auto& group : groups.groups) {
+    codes.insert(QByteArray::fromStdString(group.index_code));
+    view::GetPlansInGroupResponse plans;
+    client->GetPlansInGroup({group.index_code, 0}, plans);
+    for (const auto& plan : plans.plans) {
+      codes.insert(QByteArray::fromStdString(plan.index_code));
+    }
+  }
+  return codes;
+}
+
+}  // namespace
+
+class StoreProcessTest : public QObject {
+  Q_OBJECT
+ private Q_SLOTS:
+  void LosesNothingWhenKilled();
+  void IsMadeOnceByClientsThatStartTogether();
+  void FollowsAnotherProcess();
+  void TellsThatItIsLocked_data();
+  void TellsThatItIsLocked();
+};
+
+void StoreProcessTest::LosesNothingWhenKilled() {
+  CStoreFixture fixture;
+  QSet<QByteArray> acknowledged;
+  for (int round = 0; round < 24; ++round) {
+    const auto client = StartClient({fixture.Url(), "add"});
+    QVERIFY(client);
+    // Killed at a different moment each time: during the start, the first changes, later ones.
+    QByteArray output;
+    const int wanted = (round * 7) % 40;
+    while (output.count('\n') < wanted && client->waitForReadyRead(5000)) {
+      output += client->readAllStandardOutput();
+    }
+    client->kill();
+    QVERIFY(client->waitForFinished());
+    output += client->readAllStandardOutput();
+    QVERIFY2(output.count('\n') >= wanted, client->readAllStandardError());
+    const QList<QByteArray> lines = output.split('\n');
+    for (int line = 0; line + 1 < lines.size(); ++line) {  // what follows the last line feed was not said whole
+      acknowledged.insert(lines[line]);
+    }
+    if (!CStoreFixture::OnPostgres() && QFile::exists(fixture.File())) {
+      QCOMPARE(IntegrityOf(fixture.File()), QByteArray("ok"));
+    }
+    const CClient survivor(fixture.Open());
+    const QSet<QByteArray> lost = acknowledged - CodesIn(survivor);
+    QVERIFY2(lost.isEmpty(), qPrintable(QString("round %1 lost %2").arg(round).arg(lost.size())));
+  }
+  QVERIFY(acknowledged.size() > 200);
+}
+
+void StoreProcessTest::IsMadeOnceByClientsThatStartTogether() {
+  for (int round = 0; round < 5; ++round) {
+    CStoreFixture fixture;
+    std::vector<std::unique_ptr<QProcess>> clients;
+    for (int number = 0; number < 4; ++number) {
+      clients.push_back(StartClient({fixture.Url(), "station"}));
+      QVERIFY(clients.back());
+    }
+    QSet<QByteArray> stations;
+    for (const auto& client : clients) {
+      QVERIFY(client->waitForFinished());
+      QVERIFY2(client->exitCode() == 0, client->readAllStandardError());
+      stations.insert(client->readAllStandardOutput());
+    }
+    QCOMPARE(stations.size(), 1);
+    QCOMPARE(CClient(fixture.Open()).Groups("-1").size(), 1);
+    if (!CStoreFixture::OnPostgres()) {
+      const QStringList left = QFileInfo(fixture.File()).dir().entryList({"*.new-*"});
+      QVERIFY2(left.isEmpty(), qPrintable(left.join(' ')));
+    }
+  }
+}
+
+void StoreProcessTest::FollowsAnotherProcess() {
+  CStoreFixture fixture;
+  const CClient here(fixture.Open("bob"));
+  const auto other = StartClient({fixture.Url(), "add"});
+  QVERIFY(other && other->waitForReadyRead(5000));
+  const std::string code = other->readLine().trimmed().toStdString();
+  QElapsedTimer clock;
+  clock.start();
+  QTRY_VERIFY(here.Group("-1", "Group") == code);
+  QVERIFY2(clock.elapsed() < 1000, qPrintable(QString::number(clock.elapsed())));
+  QCOMPARE(here.AddPlan(code, "From here"), QString());  // both write, neither waits for the other's end
+  other->kill();
+  QVERIFY(other->waitForFinished());
+}
+
+void StoreProcessTest::TellsThatItIsLocked_data() {
+  QTest::addColumn<QString>("mode");
+  QTest::newRow("a transaction that does not end") << "transaction";
+  QTest::newRow("a program that keeps the file to itself") << "whole";
+}
+
+void StoreProcessTest::TellsThatItIsLocked() {
+  QFETCH(QString, mode);
+  if (CStoreFixture::OnPostgres()) {
+    QSKIP("A server's store has no file to lock.");
+  }
+  CStoreFixture fixture;
+  fixture.Open().reset();
+  const auto holder = StartClient({fixture.File(), "lock", mode});
+  QVERIFY(holder && holder->waitForReadyRead(5000));
+  QCOMPARE(holder->readAllStandardOutput(), QByteArray("held\n"));
+  QString error;
+  QElapsedTimer clock;
+  clock.start();
+  QVERIFY(!TarnHost::CPlanStore::Open(fixture.options, &error));
+  QCOMPARE(error, "The plan store " + fixture.File() + " is locked by another program.");
+  QVERIFY(clock.elapsed() < 6000);
+  holder->closeWriteChannel();
+  QVERIFY(holder->waitForFinished());
+  QCOMPARE(CClient(fixture.Open()).Groups("-1").size(), 1);
+}
+
+QTEST_GUILESS_MAIN(StoreProcessTest)
+#include "store_process_test.moc"
