@@ -1,0 +1,141 @@
+// Readers and one writer on the catalog and the feed, for the thread sanitizer: nothing here is built with Qt.
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <thread>
+#include <vector>
+
+#include "store/change_feed.h"
+#include "store/plan_catalog.h"
+
+using namespace TarnHost::Store;
+
+namespace {
+
+#define REQUIRE(condition)                                                 \
+  do {                                                                     \
+    if (!(condition)) {                                                    \
+      std::fprintf(stderr, "%s:%d: %s\n", __FILE__, __LINE__, #condition); \
+      std::exit(1);                                                        \
+    }                                                                      \
+  } while (false)
+
+GroupRow Group(int32_t code, int32_t parent, int32_t family = kPublic, int32_t owner = 0) {
+  return {code, parent, family, owner, "group " + std::to_string(code)};
+}
+
+PlanRow Plan(int32_t code, int32_t parent, int32_t family = kPublic, int32_t owner = 0) {
+  PlanRow row;
+  row.code = code;
+  row.parent = parent;
+  row.family = family;
+  row.owner = owner;
+  row.name = row.folded_name = "plan " + std::to_string(code);
+  row.auto_run = code % 2 == 0;
+  row.begin_second = 100;
+  row.end_second = 200;
+  return row;
+}
+
+int CountPlans(const CPlanCatalog& catalog, int32_t parent, int32_t user) {
+  int count = 0;
+  return catalog.VisitPlans(parent, user, [&count](const PlanRow&) { ++count; }) ? count : -1;
+}
+
+void TestRowsComeAndGo() {
+  CPlanCatalog catalog;
+  catalog.Replace({Group(1, kPublicRoot), Group(2, 1), Group(3, kOwnRoot, kOwn, 7)},
+                  {Plan(10, 1), Plan(11, 2), Plan(12, 3, kOwn, 7), Plan(13, 99)});
+  REQUIRE(CountPlans(catalog, 1, 0) == 1 && CountPlans(catalog, 3, 7) == 1);
+  REQUIRE(CountPlans(catalog, 3, 8) == -1 && CountPlans(catalog, 99, 7) == -1);
+  REQUIRE(!catalog.FindPlan(13, 7) && !catalog.FindPlan(12, 8));
+  REQUIRE(catalog.Search("plan", kOwn, 7).size() == 1 && catalog.Search("plan", kOwn, 8).empty());
+
+  PlanRow moved = Plan(11, 1);
+  REQUIRE(catalog.Put(moved)->parent == 2);
+  REQUIRE(CountPlans(catalog, 1, 0) == 2 && CountPlans(catalog, 2, 0) == 0);
+  moved.parent = 2;
+  catalog.Put(moved);
+  REQUIRE(catalog.AutomaticPlan(150, 7) == 10 && catalog.AutomaticPlan(150, 8) == 10);
+  REQUIRE(catalog.RemoveGroup(1)->code == 1);
+  REQUIRE(!catalog.FindGroup(2, 0) && !catalog.FindPlan(11, 0) && !catalog.RemovePlan(10) && !catalog.RemoveGroup(1));
+  REQUIRE(catalog.AutomaticPlan(150, 7) == 12 && catalog.AutomaticPlan(150, 8) == 0);
+}
+
+void TestCodes() {
+  REQUIRE(ParseCode("2147483647") == 2147483647 && ParseCode("-4") == kCommonRoot);
+  for (const char* bad : {"", "2147483648", "+1", "01", " 1", "1 ", "-0", "0x1"}) {
+    REQUIRE(ParseCode(bad) == 0);
+  }
+}
+
+void TestFeed() {
+  const auto entry = [](int64_t seq, const char* origin) {
+    return ChangeEntry{seq, origin, ChangeEntry::kPlanSaved, int32_t(seq)};
+  };
+  CChangeFeed feed("me");
+  feed.Restart(5);
+  REQUIRE(feed.Take({}, 5)->empty());
+  const auto foreign = feed.Take({entry(6, "me"), entry(7, "you")}, 7);
+  REQUIRE(foreign && foreign->size() == 1 && foreign->front().seq == 7 && feed.Last() == 7);
+  REQUIRE(!feed.Take({entry(9, "you")}, 9));                     // cut in the front
+  REQUIRE(!feed.Take({entry(8, "you"), entry(10, "you")}, 10));  // a hole
+  REQUIRE(!feed.Take({entry(8, "you")}, 9));                     // cut at the end
+  REQUIRE(!feed.Take({}, 6));                                    // a store that was put back in time
+  REQUIRE(feed.Last() == 7);
+}
+
+void TestReadersAndAWriter() {
+  CPlanCatalog catalog;
+  CChangeFeed feed("me");
+  std::atomic<bool> stop{false};
+  const auto read = [&] {
+    int64_t last = 0;
+    while (!stop) {
+      int32_t before = 0;
+      catalog.VisitPlans(1, 7, [&before](const PlanRow& row) {
+        REQUIRE(row.code > before && row.name == "plan " + std::to_string(row.code));
+        before = row.code;
+      });
+      for (const CPlanCatalog::Hit& hit : catalog.Search("plan", kPublic, 7)) {
+        REQUIRE(hit.parent_name == "group " + std::to_string(hit.plan.parent));
+      }
+      catalog.AutomaticPlan(150, 7);
+      catalog.FindByName("plan 15", 7);
+      REQUIRE(feed.Last() >= last);
+      last = feed.Last();
+    }
+  };
+  std::vector<std::thread> readers;
+  for (int reader = 0; reader < 3; ++reader) {
+    readers.emplace_back(read);
+  }
+  int64_t seq = 0;
+  for (int round = 0; round < 200; ++round) {
+    catalog.Replace({Group(1, kPublicRoot), Group(2, 1)}, {Plan(10, 1), Plan(11, 2)});
+    for (int32_t code = 12; code < 40; ++code) {
+      catalog.Put(Plan(code, 1 + code % 2));
+      feed.Take({{++seq, "you", ChangeEntry::kPlanSaved, code}}, seq);
+    }
+    for (int32_t code = 12; code < 40; ++code) {
+      catalog.Put(Plan(code, 2 - code % 2));
+    }
+    catalog.RemovePlan(20);
+    catalog.RemoveGroup(2);
+  }
+  stop = true;
+  for (std::thread& reader : readers) {
+    reader.join();
+  }
+  REQUIRE(feed.Last() == seq);
+}
+
+}  // namespace
+
+int main() {
+  TestRowsComeAndGo();
+  TestCodes();
+  TestFeed();
+  TestReadersAndAWriter();
+  return 0;
+}
