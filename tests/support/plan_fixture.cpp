@@ -1,0 +1,191 @@
+#include "plan_fixture.h"
+
+#include <QAbstractItemModelTester>
+#include <QCoreApplication>
+#include <QThreadPool>
+#include <QtTest>
+
+#include "MarUIControl/string_conversion.h"
+#include "auto_plan_helper.h"
+#include "plugin_shutdown.h"
+#include "standard_plan_model.h"
+#include "standard_plan_model_export.h"
+#include "view_model_data_manager_export.h"
+
+namespace TarnTest {
+
+using MarUIControl::QStringToString;
+using MarUIControl::StringToQString;
+using namespace TarnPlanView;
+
+namespace {
+
+TarnHost::PlanSite::Plan OneWindowPlan(const std::string& name, int group, int family) {
+  TarnHost::PlanSite::Plan plan;
+  plan.name = name;
+  plan.group = group;
+  plan.family = family;
+  plan.owner = family == 1 ? 0 : -1;
+  view_plugin_protocol::PlanPage page;
+  page.page_no = 1;
+  view_plugin_protocol::PlanWindow window;
+  window.window_no = 1;
+  window.content_kind = 1;
+  window.resource_code = "#0";
+  page.windows.push_back(window);
+  plan.pages.push_back(page);
+  return plan;
+}
+
+}  // namespace
+
+TarnHost::PlanSite SmallSite() {
+  TarnHost::PlanSite site;
+  site.users = {{"operator", {5, 6, 7}}, {"viewer", {}}};
+  site.regions.push_back({"Yard", -1});
+  TarnHost::PlanSite::Camera camera;
+  camera.name = "Gate camera";
+  camera.region = 0;
+  camera.presets = {"Door"};
+  camera.stream_types = {0, 1};
+  site.cameras.push_back(camera);
+  site.groups = {
+      {"Public A", -1, 0, -1}, {"A1", 0, 0, -1}, {"Public B", -1, 0, -1}, {"Own C", -1, 1, 0}, {"C1", 3, 1, 0}};
+  const char* const groups[] = {"Public A", "A1", "Public B", "Own C", "C1"};
+  for (int group = 0; group < 5; ++group) {
+    for (const char* suffix : {" plan 2", " plan 10"}) {
+      site.plans.push_back(OneWindowPlan(std::string(groups[group]) + suffix, group, group < 3 ? 0 : 1));
+    }
+  }
+  site.plans.push_back(OneWindowPlan("Public root plan", -1, 0));
+  site.plans.push_back(OneWindowPlan("Own root plan", -1, 1));
+  return site;
+}
+
+CPlanFixture::CPlanFixture() = default;
+
+CPlanFixture::~CPlanFixture() {
+  Close();
+}
+
+bool CPlanFixture::Open(const PlanFixtureOptions& options, QString* error) {
+  messages_ = std::make_unique<CMessageGuard>();
+  log_ = std::make_unique<CLogCapture>();
+  TarnHost::PlanStoreOptions store_options;
+  store_options.url = options.url;
+  store_options.switch_overrides = options.switches;
+  store_options.first_content = options.site;
+  store_ = TarnHost::CPlanStore::Open(store_options, error);
+  if (!store_ || !store_->LogIn(options.user, error)) {
+    return false;
+  }
+  services_ = std::make_shared<CRecordingServices>(store_);
+  TarnHost::InstallHostServices(services_);
+  // The log-in tells observers that the whole tree is new; nobody is to hear that later.
+  QCoreApplication::processEvents();
+  return QTest::qWaitFor([this] { return store_->IsViewResourceDownFinish(); });
+}
+
+void CPlanFixture::Start() {
+  auto& facade = CViewModelDataManagerExport::Instance();
+  facade.InitManager();
+  facade.InitViewConfigInterfacePointer();
+  facade.AnalysisResourceInitViewGroup();
+  facade.AnalysisResourceInitView();
+  for (CStandardPlanModel* model : Models()) {
+    Watch(model);
+  }
+  facade.LoadAllViewManagerModelData();
+}
+
+QStringList CPlanFixture::Close() {
+  if (!store_) {
+    messages_.reset();
+    return {};
+  }
+  CAutoPlanHelper::Instance().StopDetect();
+  CViewModelDataManagerExport::Instance().UninitManager();
+  TarnHost::InstallHostServices(nullptr);
+  if (services_) {
+    services_->ReleaseAll();
+  }
+  Drain();
+  ReleasePlugin();
+  services_.reset();
+  store_->Close();
+  store_.reset();
+  log_.reset();
+  const QStringList unexpected = messages_->Unexpected();
+  messages_.reset();
+  return unexpected;
+}
+
+CStandardPlanModel* CPlanFixture::Model(const QString& monitor, ThemeNodeType theme) const {
+  const std::unique_ptr<CStandardPlanModelExport> handle(
+      CViewModelDataManagerExport::Instance().GetViewManagerByTheme(monitor, theme));
+  return qobject_cast<CStandardPlanModel*>(handle->GetPlanViewModel());
+}
+
+QList<CStandardPlanModel*> CPlanFixture::Models() const {
+  QList<CStandardPlanModel*> models;
+  for (int monitor = 0; monitor < 4; ++monitor) {
+    models << Model(QString::number(monitor), PublicTheme) << Model(QString::number(monitor), OwnTheme);
+  }
+  return models << Model(QStringLiteral("system_config"), OwnTheme);
+}
+
+QString CPlanFixture::Code(const QString& name) const {
+  for (const char* root : {"-1", "-2"}) {
+    const QString code = findBelow(root, QStringToString(name));
+    if (!code.isEmpty()) {
+      return code;
+    }
+  }
+  return {};
+}
+
+QString CPlanFixture::findBelow(const std::string& code, const std::string& name) const {
+  view_plugin_protocol::GetPlansInGroupResponse plans;
+  store_->GetPlansInGroup({code, 0}, plans);
+  for (const auto& plan : qAsConst(plans.plans)) {
+    if (plan.name == name) {
+      return StringToQString(plan.index_code);
+    }
+  }
+  view_plugin_protocol::GetPlanGroupsResponse groups;
+  store_->GetPlanGroups({code, 0}, groups);
+  for (const auto& group : qAsConst(groups.groups)) {
+    const QString found = group.name == name ? StringToQString(group.index_code) : findBelow(group.index_code, name);
+    if (!found.isEmpty()) {
+      return found;
+    }
+  }
+  return {};
+}
+
+void CPlanFixture::Drain() {
+  QThreadPool::globalInstance()->waitForDone();
+  // A delivered answer may ask again.
+  QCoreApplication::processEvents();
+  QThreadPool::globalInstance()->waitForDone();
+  QCoreApplication::processEvents();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void CPlanFixture::Watch(QAbstractItemModel* model) {
+  if (model) {
+    new QAbstractItemModelTester(model, QAbstractItemModelTester::FailureReportingMode::QtTest, model);
+  }
+}
+
+QString Outline(const QAbstractItemModel* model, const QModelIndex& parent) {
+  QStringList rows;
+  for (int row = 0; row < model->rowCount(parent); ++row) {
+    const QModelIndex index = model->index(row, 0, parent);
+    const QString below = Outline(model, index);
+    rows << index.data().toString() + (below.isEmpty() ? below : QLatin1Char('(') + below + QLatin1Char(')'));
+  }
+  return rows.join(QLatin1Char(','));
+}
+
+}  // namespace TarnTest

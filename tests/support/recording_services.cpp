@@ -1,0 +1,162 @@
+#include "recording_services.h"
+
+#include <QCoreApplication>
+#include <QtTest>
+#include <algorithm>
+
+namespace TarnTest {
+
+namespace {
+bool OnGuiThread() {
+  return QThread::currentThread() == QCoreApplication::instance()->thread();
+}
+}  // namespace
+
+CRecordingServices::CRecordingServices(std::shared_ptr<TarnHost::IHostServices> target) : target_(std::move(target)) {}
+
+CRecordingServices::~CRecordingServices() {
+  ReleaseAll();
+}
+
+void CRecordingServices::Hold(const QString& call, HoldPoint point) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  held_[call] = point;
+}
+
+void CRecordingServices::Release(const QString& call) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  held_.remove(call);
+  opened_.notify_all();
+}
+
+void CRecordingServices::ReleaseAll() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  held_.clear();
+  opened_.notify_all();
+}
+
+bool CRecordingServices::WaitUntilHeld(const QString& call, int count) {
+  return QTest::qWaitFor([this, call, count] {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    return waiting_.value(call) >= count;
+  });
+}
+
+void CRecordingServices::Fail(const QString& call, const std::string& error_info) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  failures_[call] = error_info;
+}
+
+void CRecordingServices::Mend(const QString& call) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  failures_.remove(call);
+}
+
+std::vector<CRecordingServices::Call> CRecordingServices::Calls() const {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  return calls_;
+}
+
+int CRecordingServices::Count(const QString& call) const {
+  const auto calls = Calls();
+  return static_cast<int>(
+      std::count_if(calls.begin(), calls.end(), [&call](const Call& made) { return made.name == call; }));
+}
+
+void CRecordingServices::ForgetCalls() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  calls_.clear();
+  registrations_.clear();
+}
+
+std::vector<CRecordingServices::Registration> CRecordingServices::Registrations() const {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  return registrations_;
+}
+
+ResourceData::IResourceObserver* CRecordingServices::ObserverOf(int32_t type, const std::string& code) const {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  for (const Registration& entry : observers_) {
+    if (entry.info.resource_type == type && entry.info.index_code == code) {
+      return entry.observer;
+    }
+  }
+  return nullptr;
+}
+
+int CRecordingServices::ObserverCount() const {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  return static_cast<int>(observers_.size());
+}
+
+bool CRecordingServices::IsViewResourceDownFinish() {
+  const QString name = QStringLiteral("IsViewResourceDownFinish");
+  note(name, {});
+  std::string ignored;
+  return !failure(name, &ignored) && target_->IsViewResourceDownFinish();
+}
+
+void CRecordingServices::ClearViewData() {
+  note(QStringLiteral("ClearViewData"), {});
+  target_->ClearViewData();
+}
+
+void CRecordingServices::ViewRegisterResourceUpdate(ResourceData::IResourceObserver* observer,
+                                                    const view_plugin_protocol::ViewObserverInfo& info) {
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    registrations_.push_back({observer, info});
+    if (info.action == 1) {
+      observers_.push_back({observer, info});
+    } else {
+      observers_.erase(std::remove_if(observers_.begin(), observers_.end(),
+                                      [observer](const Registration& entry) { return entry.observer == observer; }),
+                       observers_.end());
+    }
+  }
+  target_->ViewRegisterResourceUpdate(observer, info);
+}
+
+bool CRecordingServices::CheckControlPermission(int code) {
+  note(QStringLiteral("CheckControlPermission"), code);
+  std::string ignored;
+  return !failure(QStringLiteral("CheckControlPermission"), &ignored) && target_->CheckControlPermission(code);
+}
+
+std::string CRecordingServices::StationId() const {
+  return target_->StationId();
+}
+
+void CRecordingServices::note(const QString& name, std::any request) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  calls_.push_back({name, OnGuiThread(), std::move(request)});
+}
+
+bool CRecordingServices::failure(const QString& name, std::string* error_info) const {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  const auto found = failures_.find(name);
+  if (found == failures_.end()) {
+    return false;
+  }
+  *error_info = found.value();
+  return true;
+}
+
+void CRecordingServices::waitAt(const QString& name, HoldPoint point) {
+  if (OnGuiThread()) {
+    return;
+  }
+  std::unique_lock<std::mutex> lock(mutex_);
+  const auto is_held = [this, &name, point] {
+    const auto gate = held_.find(name);
+    return gate != held_.end() && gate.value() == point;
+  };
+  if (!is_held()) {
+    return;
+  }
+  ++waiting_[name];
+  opened_.wait(lock, [&is_held] { return !is_held(); });
+  --waiting_[name];
+}
+
+}  // namespace TarnTest
