@@ -47,8 +47,8 @@ CPlanCodeIndex::CPlanCodeIndex(QStandardItemModel* model) : QObject(model), mode
   connect(model, &QAbstractItemModel::dataChanged, this, &CPlanCodeIndex::onDataChanged);
   connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &CPlanCodeIndex::markStale);
   connect(model, &QAbstractItemModel::modelReset, this, &CPlanCodeIndex::markStale);
-  connect(model, &QAbstractItemModel::columnsRemoved, this, &CPlanCodeIndex::markStale);
-  connect(model, &QAbstractItemModel::columnsInserted, this, &CPlanCodeIndex::markStale);
+  connect(model, &QAbstractItemModel::columnsInserted, this, &CPlanCodeIndex::onColumnsChanged);
+  connect(model, &QAbstractItemModel::columnsRemoved, this, &CPlanCodeIndex::onColumnsChanged);
 }
 
 QStandardItem* CPlanCodeIndex::Find(const QString& code, bool is_group) {
@@ -108,6 +108,13 @@ void CPlanCodeIndex::onDataChanged(const QModelIndex& top, const QModelIndex& bo
   const QStandardItem* owner = parentItem(top.parent());
   for (int row = top.row(); row <= bottom.row(); ++row) {
     renewPlaying(owner->child(row));
+  }
+}
+
+void CPlanCodeIndex::onColumnsChanged(const QModelIndex& parent, int first) {
+  // A row's first child brings the first column along, with no rows in it yet.
+  if (first == 0 && model_->rowCount(parent) > 0) {
+    markStale();
   }
 }
 

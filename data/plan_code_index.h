@@ -30,6 +30,7 @@ class CPlanCodeIndex : public QObject {
   void onRowsInserted(const QModelIndex& parent, int first, int last);
   void onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last);
   void onDataChanged(const QModelIndex& top, const QModelIndex& bottom, const QVector<int>& roles);
+  void onColumnsChanged(const QModelIndex& parent, int first);
   void markStale();
 
   QStandardItem* parentItem(const QModelIndex& parent) const;

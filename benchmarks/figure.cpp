@@ -1,0 +1,24 @@
+#include "figure.h"
+
+#include <algorithm>
+#include <chrono>
+#include <limits>
+
+double TimeMs(const std::function<void()>& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+QString Sides::Note() const {
+  return QStringLiteral("%1 ms against %2 ms").arg(ours, 0, 'f', 2).arg(plain, 0, 'f', 2);
+}
+
+Sides MeasureByTurns(int rounds, const std::function<double()>& ours, const std::function<double()>& plain) {
+  Sides best{std::numeric_limits<double>::max(), std::numeric_limits<double>::max()};
+  for (int round = 0; round < rounds; ++round) {
+    best.plain = std::min(best.plain, plain());
+    best.ours = std::min(best.ours, ours());
+  }
+  return best;
+}

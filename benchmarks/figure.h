@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <vector>
+
+/// One measured figure and the bar it must clear.
+struct Figure {
+  enum Sense { AtMost, AtLeast };
+
+  QString name;
+  QString what;
+  double value = 0;
+  double bar = 0;
+  Sense sense = AtMost;
+  QString note;  // raw times and what else a reader wants to know
+
+  bool Holds() const { return sense == AtMost ? value <= bar : value >= bar; }
+};
+
+using Figures = std::vector<Figure>;
+
+/// Milliseconds of wall time that `work` takes.
+double TimeMs(const std::function<void()>& work);
+
+/// Runs both sides `rounds` times by turns and gives the shortest time of each in milliseconds: the machine's noise
+/// only ever adds. Each side returns the milliseconds it measured.
+struct Sides {
+  double ours = 0;
+  double plain = 0;
+  double Ratio() const { return ours / plain; }
+  QString Note() const;
+};
+Sides MeasureByTurns(int rounds, const std::function<double()>& ours, const std::function<double()>& plain);

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "figure.h"
+
+// Each measures one matter and needs nothing of the others.
+Figures MeasureFullLoad();
+Figures MeasureLookUps();
+Figures MeasureExpand();
+Figures MeasureSorting();
+Figures MeasureMemory();
+Figures MeasureStoreReads();

@@ -1,0 +1,67 @@
+#include "host_fixture.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QThreadPool>
+#include <cstdio>
+#include <cstdlib>
+
+#include "plugin_shutdown.h"
+#include "view_model_data_manager.h"
+
+namespace {
+
+constexpr int kPatienceMs = 60000;
+
+[[noreturn]] void GiveUp(const QString& why) {
+  std::fprintf(stderr, "bench: %s\n", qPrintable(why));
+  std::exit(2);
+}
+
+}  // namespace
+
+HostFixture::HostFixture(const TarnHost::PlanSite& site, const QMap<QString, int>& switches) {
+  TarnHost::PlanStoreOptions options;
+  options.url = QStringLiteral("sqlite::memory:");
+  options.switch_overrides = switches;
+  options.first_content = [&site] { return site; };
+  QString error;
+  store_ = TarnHost::CPlanStore::Open(options, &error);
+  if (!store_ || !store_->LogIn(store_->DefaultUser(), &error)) {
+    GiveUp(error);
+  }
+  TarnHost::InstallHostServices(store_);
+  WaitFor([this] { return store_->IsViewResourceDownFinish(); });
+}
+
+HostFixture::~HostFixture() {
+  ReleaseManager();
+  TarnHost::InstallHostServices(nullptr);
+  store_->Close();
+  QThreadPool::globalInstance()->waitForDone();
+  TarnPlanView::ReleasePlugin();
+}
+
+void HostFixture::ReleaseManager() {
+  if (TarnPlanView::CViewModelDataManager::IsCreated()) {
+    TarnPlanView::CViewModelDataManager::Instance().UninitManager();
+    TarnPlanView::CViewModelDataManager::Release();
+  }
+}
+
+void HostFixture::RestartPlugin() {
+  ReleaseManager();
+  QCoreApplication::processEvents();
+  TarnPlanView::CViewModelDataManager::Instance().InitManager();
+}
+
+void HostFixture::WaitFor(const std::function<bool()>& done) {
+  QElapsedTimer clock;
+  clock.start();
+  while (!done()) {
+    if (clock.elapsed() > kPatienceMs) {
+      GiveUp(QStringLiteral("waited for a minute in vain"));
+    }
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
+  }
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <memory>
+
+#include "TarnHost/plan_site.h"
+#include "TarnHost/plan_store.h"
+
+/// A running host over a store in memory, for the life of the object; shuts down in the client's order.
+class HostFixture {
+ public:
+  /// `switches`: overrides by name. Ends the program with a message when the store cannot be made.
+  HostFixture(const TarnHost::PlanSite& site, const QMap<QString, int>& switches);
+  ~HostFixture();
+
+  /// A fresh data manager, registered with the host and empty.
+  void RestartPlugin();
+  /// Runs the event loop until `done` is true; ends the program after a minute.
+  static void WaitFor(const std::function<bool()>& done);
+
+ private:
+  static void ReleaseManager();
+
+  std::shared_ptr<TarnHost::CPlanStore> store_;
+};

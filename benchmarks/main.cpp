@@ -1,0 +1,77 @@
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <cstdio>
+
+#include "figures.h"
+
+namespace {
+
+struct Chapter {
+  const char* name;
+  Figures (*measure)();
+};
+
+const Chapter kChapters[] = {
+    {"load", MeasureFullLoad}, {"lookup", MeasureLookUps}, {"expand", MeasureExpand},
+    {"sort", MeasureSorting},  {"memory", MeasureMemory},  {"store", MeasureStoreReads},
+};
+
+void Print(const Figure& figure) {
+  std::printf("%-20s %10.2f  bar %s %-8g %-4s  %s (%s)\n", qPrintable(figure.name), figure.value,
+              figure.sense == Figure::AtMost ? "<=" : ">=", figure.bar, figure.Holds() ? "ok" : "FALLS SHORT",
+              qPrintable(figure.what), qPrintable(figure.note));
+  std::fflush(stdout);
+}
+
+QJsonObject ToJson(const Figure& figure) {
+  return {{QStringLiteral("name"), figure.name},
+          {QStringLiteral("value"), figure.value},
+          {QStringLiteral("bar"), figure.bar},
+          {QStringLiteral("holds"), figure.Holds()}};
+}
+
+bool WriteJson(const QString& path, const QJsonArray& figures) {
+  QFile file(path);
+  const QByteArray text = QJsonDocument(QJsonObject{{QStringLiteral("figures"), figures}}).toJson();
+  return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+  }
+  QApplication app(argc, argv);
+  QCommandLineParser parser;
+  parser.setApplicationDescription(QStringLiteral("Measures the figures of the plan panel against their bars."));
+  parser.addHelpOption();
+  const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("Write all figures to FILE."),
+                                QStringLiteral("FILE"));
+  const QCommandLineOption only(QStringLiteral("only"), QStringLiteral("Measure one chapter only."),
+                                QStringLiteral("CHAPTER"));
+  parser.addOptions({json, only});
+  parser.process(app);
+
+  QJsonArray figures;
+  bool all_hold = true;
+  for (const Chapter& chapter : kChapters) {
+    if (parser.isSet(only) && parser.value(only) != QLatin1String(chapter.name)) {
+      continue;
+    }
+    for (const Figure& figure : chapter.measure()) {
+      Print(figure);
+      figures.append(ToJson(figure));
+      all_hold = all_hold && figure.Holds();
+    }
+  }
+  if (parser.isSet(json) && !WriteJson(parser.value(json), figures)) {
+    std::fprintf(stderr, "bench: cannot write %s\n", qPrintable(parser.value(json)));
+    return 2;
+  }
+  return all_hold && !figures.isEmpty() ? 0 : 1;
+}
