@@ -1,0 +1,284 @@
+#include <QMetaMethod>
+#include <QSignalSpy>
+#include <QThreadPool>
+#include <QtTest>
+
+#include "item_type.h"
+#include "plan_item_role.h"
+#include "plan_test.h"
+#include "standard_plan_model.h"
+#include "view_config_manager.h"
+#include "view_group_item.h"
+#include "view_plan_item.h"
+#include "view_sort_filter_proxy_model.h"
+
+using namespace TarnPlanView;
+using namespace view_plugin_protocol;
+using TarnTest::CPlanFixture;
+using TarnTest::CPlanTest;
+using TarnTest::Outline;
+
+namespace {
+
+PlanGroup Group(const char* code, int family = 0) {
+  PlanGroup group;
+  group.name = std::string("group ") + code;
+  group.index_code = code;
+  group.type = family;
+  return group;
+}
+
+PlanBasicInfo Plan(const char* code) {
+  PlanBasicInfo plan;
+  plan.name = std::string("plan ") + code;
+  plan.index_code = code;
+  return plan;
+}
+
+QStringList MethodSignatures(const QMetaObject& meta, QMetaMethod::MethodType type) {
+  QStringList found;
+  for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+    const QMetaMethod method = meta.method(i);
+    if (method.methodType() == type) {
+      found << QString::fromLatin1(method.name()) + "(" + method.parameterNames().join(",") + ")";
+    }
+  }
+  return found;
+}
+
+}  // namespace
+
+// One plan tree by itself: loading, look-ups, the contract of its meta-object.
+class PlanModelTest : public CPlanTest {
+  Q_OBJECT
+ private Q_SLOTS:
+  void LoadsOnce_data();
+  void LoadsOnce();
+  void FailedLoadCountsAsLoaded_data();
+  void FailedLoadCountsAsLoaded();
+  void LateAnswerOfAnEmptiedModelAddsNothing();
+  void DeadModelGetsNoAnswer();
+  void RootsByTheme_data();
+  void RootsByTheme();
+  void PlaceholderComesFirst();
+  void LookUps();
+  void ForeignIndexesMapByCode();
+  void PlayingRowIsTheFirstInDepthFirstOrder();
+  void MetaObjectIsAContract();
+};
+
+void PlanModelTest::LoadsOnce_data() {
+  QTest::addColumn<int>("load_all");
+  QTest::newRow("on the calling thread") << 1;
+  QTest::newRow("on a pool thread") << 0;
+}
+
+void PlanModelTest::LoadsOnce() {
+  QFETCH(int, load_all);
+  Open({{"load_all", load_all}}, false);
+  CStandardPlanModel model(ViewManagerParam(PublicTheme, "x"), nullptr);
+  CPlanFixture::Watch(&model);
+  QSignalSpy answered(&model, &CStandardPlanModel::SignalGetRootPlanGroupSucc);
+  for (int life = 1; life <= 2; ++life) {
+    model.LoadPlanModel();
+    QCOMPARE(model.rowCount(), load_all ? 1 : 0);  // at once, or not before the event loop runs
+    model.LoadPlanModel();
+    QTRY_COMPARE(model.rowCount(), 1);
+    CPlanFixture::Drain();
+    QCOMPARE(Services().Count("GetPlanGroups"), life);
+    QCOMPARE(answered.count(), load_all ? 0 : life);
+    QCOMPARE(Outline(&model), QString("Plans"));
+    model.UninitModelRootItem();  // only this makes it load again
+    QCOMPARE(model.rowCount(), 0);
+  }
+  for (const auto& call : Services().Calls()) {
+    QVERIFY(call.name != "GetPlanGroups" || call.on_gui_thread == bool(load_all));
+  }
+  QCOMPARE(Services().Requests<GetPlanGroupsRequest>().front().parent_index_code, std::string("root"));
+}
+
+void PlanModelTest::FailedLoadCountsAsLoaded_data() {
+  LoadsOnce_data();
+}
+
+void PlanModelTest::FailedLoadCountsAsLoaded() {
+  QFETCH(int, load_all);
+  Open({{"load_all", load_all}}, false);
+  Services().Fail("GetPlanGroups");
+  CStandardPlanModel model(ViewManagerParam(OwnTheme, "x"), nullptr);
+  QSignalSpy answered(&model, &CStandardPlanModel::SignalGetRootPlanGroupSucc);
+  model.LoadPlanModel();
+  CPlanFixture::Drain();
+  Services().Mend("GetPlanGroups");
+  model.LoadPlanModel();
+  CPlanFixture::Drain();
+  QCOMPARE(model.rowCount(), 0);
+  QCOMPARE(Services().Count("GetPlanGroups"), 1);
+  QCOMPARE(answered.count(), load_all ? 0 : 1);  // the empty answer is delivered all the same
+}
+
+void PlanModelTest::LateAnswerOfAnEmptiedModelAddsNothing() {
+  Open({}, false);
+  CStandardPlanModel model(ViewManagerParam(PublicTheme, "x"), nullptr);
+  CPlanFixture::Watch(&model);
+  Services().Hold("GetPlanGroups", TarnTest::CRecordingServices::AfterCall);
+  model.LoadPlanModel();
+  QVERIFY(Services().WaitUntilHeld("GetPlanGroups"));
+  model.UninitModelRootItem();
+  model.LoadPlanModel();
+  QVERIFY(Services().WaitUntilHeld("GetPlanGroups", 2));
+  Services().Release("GetPlanGroups");
+  CPlanFixture::Drain();
+  QCOMPARE(model.rowCount(), 1);  // the second answer alone
+}
+
+void PlanModelTest::DeadModelGetsNoAnswer() {
+  Open({}, false);
+  auto model = std::make_unique<CStandardPlanModel>(ViewManagerParam(PublicTheme, "x"), nullptr);
+  Services().Hold("GetPlanGroups");
+  model->LoadPlanModel();
+  QVERIFY(Services().WaitUntilHeld("GetPlanGroups"));
+  model.reset();
+  Services().Release("GetPlanGroups");
+  CPlanFixture::Drain();
+  QCOMPARE(QThreadPool::globalInstance()->activeThreadCount(), 0);
+}
+
+void PlanModelTest::RootsByTheme_data() {
+  QTest::addColumn<int>("theme");
+  QTest::addColumn<int>("type");
+  QTest::addColumn<QString>("code");
+  QTest::newRow("public") << 0 << int(PublicRootItem) << "-1";
+  QTest::newRow("own") << 1 << int(OwnRootItem) << "-2";
+  QTest::newRow("received") << 2 << int(ReceivedRootItem) << "-4";
+  QTest::newRow("unknown keeps the group's values") << 5 << int(PublicGroupItem) << "root code";
+}
+
+void PlanModelTest::RootsByTheme() {
+  QFETCH(int, theme);
+  CStandardPlanModel model(ViewManagerParam(static_cast<ThemeNodeType>(theme), "x"), nullptr);
+  CPlanFixture::Watch(&model);
+  GetPlanGroupsResponse response;
+  response.groups = {Group("root code"), Group("root code")};
+  model.AddRootNode(response);
+  QCOMPARE(model.rowCount(), 2);  // appended without looking for duplicates
+  const QModelIndex root = model.index(1, 0);
+  QTEST(root.data(ItemTypeRole).toInt(), "type");
+  QTEST(root.data(GroupIndexCodeRole).toString(), "code");
+  QCOMPARE(root.data().toString(), QString("group root code"));
+  QCOMPARE(root.data(IsGroupRole), QVariant(true));
+  QCOMPARE(root.data(GroupLoadedRole), QVariant(false));
+}
+
+void PlanModelTest::PlaceholderComesFirst() {
+  ViewManagerParam param(OwnTheme, "x");
+  param.flag9 = true;
+  CStandardPlanModel model(param, nullptr);
+  CPlanFixture::Watch(&model);
+  GetPlanGroupsResponse response;
+  response.groups = {Group("r")};
+  model.AddRootNode(response);
+  QCOMPARE(Outline(&model), QString("<Empty>,group r"));
+  const QStandardItem* item = model.item(0);
+  QCOMPARE(item->data(ItemMarkRole), QVariant(true));
+  QCOMPARE(item->data(ItemTypeRole), QVariant(-1));
+  QCOMPARE(item->data(GroupIndexCodeRole), QVariant("-3"));
+  QCOMPARE(item->font().family(), QString("Segoe UI Semibold"));
+  QCOMPARE(item->font().pixelSize(), 13);
+  QCOMPARE(item->foreground(), QBrush(QColor(51, 51, 51, 255)));
+  QVERIFY(!item->isEditable());
+  QCOMPARE(model.index(1, 0).data(ItemMarkRole), QVariant(false));  // the flag's other effect
+}
+
+void PlanModelTest::LookUps() {
+  CStandardPlanModel model(ViewManagerParam(PublicTheme, "7"), nullptr);
+  CPlanFixture::Watch(&model);
+  QVERIFY(!model.FindItemByIndexCode("1", true));
+  QVERIFY(!model.FindItemPlanPlaying());
+  auto* group = new CViewGroupItem(model.GetViewMangageParam(), Group("1"));
+  auto* plan = new CViewPlanItem(model.GetViewMangageParam(), Plan("1"));
+  auto* unnamed = new CViewPlanItem(model.GetViewMangageParam(), Plan(""));
+  group->appendRows({plan, unnamed});
+  model.appendRow(group);
+  QCOMPARE(model.FindTargetItemByIndexCode("1", true), static_cast<QStandardItem*>(group));
+  QCOMPARE(model.FindIndexByIndexCode("1", false), plan->index());  // codes of groups and plans stand apart
+  QVERIFY(!model.FindItemByIndexCode("", false));                   // though a row with an empty code stands there
+  QVERIFY(!model.FindIndexByIndexCode("2", true).isValid());
+  QVERIFY(!model.FindItemByIndexCode("1 ", true));
+  model.UninitModelRootItem();
+  QVERIFY(!model.FindItemByIndexCode("1", true) && !model.FindItemByIndexCode("1", false));
+
+  QCOMPARE(model.GetViewManagerMonitorId(), QString("7"));
+  QVERIFY(!model.IsGroupCanSelected());
+  model.SetViewGroupSeleted(true);
+  QVERIFY(model.IsGroupCanSelected());
+  model.SetPlayingIndexCode("18");
+  QCOMPARE(model.GetPlayingIndexCode(), QString("18"));
+}
+
+void PlanModelTest::ForeignIndexesMapByCode() {
+  CStandardPlanModel first(ViewManagerParam(PublicTheme, "0"), nullptr);
+  CStandardPlanModel second(ViewManagerParam(PublicTheme, "1"), nullptr);
+  QStandardItem* rows[2][2];
+  int place = 0;
+  for (CStandardPlanModel* model : {&first, &second}) {
+    rows[place][0] = new CViewGroupItem(model->GetViewMangageParam(), Group("5"));
+    rows[place][1] = new CViewPlanItem(model->GetViewMangageParam(), Plan("5"));
+    rows[place][0]->appendRow(rows[place][1]);
+    model->appendRow(rows[place][0]);
+    ++place;
+  }
+  first.appendRow(new QStandardItem("no code"));
+  CViewSortFilterProxyModel proxy(nullptr, false);
+  CPlanFixture::Watch(&proxy);
+  proxy.setSourceModel(&first);
+  for (int kind = 0; kind < 2; ++kind) {
+    QCOMPARE(second.FindItemByIndex(rows[1][kind]->index()), rows[1][kind]);
+    QCOMPARE(second.FindItemByIndex(rows[0][kind]->index()), rows[1][kind]);
+    QCOMPARE(second.FindItemByIndex(proxy.mapFromSource(rows[0][kind]->index())), rows[1][kind]);
+  }
+  QVERIFY(!second.FindItemByIndex(first.index(1, 0)));
+  QVERIFY(first.FindItemByIndex(first.index(1, 0)));  // its own row needs no code
+  QVERIFY(!second.FindItemByIndex(QModelIndex()));
+}
+
+void PlanModelTest::PlayingRowIsTheFirstInDepthFirstOrder() {
+  CStandardPlanModel model(ViewManagerParam(PublicTheme, "0"), nullptr);
+  CPlanFixture::Watch(&model);
+  auto* group = new CViewGroupItem(model.GetViewMangageParam(), Group("1"));
+  auto* deep = new CViewPlanItem(model.GetViewMangageParam(), Plan("2"));
+  auto* late = new CViewPlanItem(model.GetViewMangageParam(), Plan("3"));
+  model.appendRow(group);
+  model.appendRow(late);
+  late->SetPlayState(true);
+  group->appendRow(deep);
+  QCOMPARE(model.FindItemPlanPlaying(), static_cast<QStandardItem*>(late));
+  deep->SetPlayState(true);
+  QCOMPARE(model.FindItemPlanPlaying(), static_cast<QStandardItem*>(deep));
+  group->removeRow(0);
+  QCOMPARE(model.FindItemPlanPlaying(), static_cast<QStandardItem*>(late));
+  late->SetPlayState(false);
+  QVERIFY(!model.FindItemPlanPlaying());
+}
+
+void PlanModelTest::MetaObjectIsAContract() {
+  const QMetaObject& meta = CStandardPlanModel::staticMetaObject;
+  QCOMPARE(MethodSignatures(meta, QMetaMethod::Signal),
+           QStringList({"SignalGetRootPlanGroupSucc(lst_group)", "SignalFinshCreateRootPlan()",
+                        "SignalFinshExpandPublicView()", "SignalFinshAsynchronous(index,b_expand)",
+                        "SignalLoadFinishNotExpand(index)"}));
+  QVERIFY(meta.indexOfSlot("OnAddRootPlanGroup(view_plugin_protocol::GetPlanGroupsResponse)") >= 0);
+  const CStandardPlanModel model(ViewManagerParam(), nullptr);
+  for (const char* name : {"QList<view_plugin_protocol::PlanGroup>", "QList<view_plugin_protocol::PlanBasicInfo>",
+                           "view_plugin_protocol::GetPlanGroupsResponse"}) {
+    QVERIFY2(QMetaType::type(name) != QMetaType::UnknownType, name);
+  }
+  CStandardPlanModel other(ViewManagerParam(), nullptr);
+  QSignalSpy finished(&other, &CStandardPlanModel::SignalFinshAsynchronous);
+  other.FinishAddChildItems(QModelIndex());
+  QCOMPARE(finished.count(), 1);
+  QCOMPARE(finished.front().at(1).toBool(), true);
+}
+
+QTEST_MAIN(PlanModelTest)
+#include "test_plan_model.moc"

@@ -1,0 +1,200 @@
+#include <rapidcheck.h>
+
+#include <QtTest>
+#include <memory>
+
+#include "plan_fixture.h"
+#include "plan_item_role.h"
+#include "standard_plan_model.h"
+#include "view_group_item.h"
+#include "view_plan_item.h"
+
+using namespace TarnPlanView;
+
+namespace {
+
+// Few codes, so that several rows of one model often share one.
+constexpr int kCodes = 6;
+
+QString RandomCode() {
+  return QString::number(*rc::gen::inRange(0, kCodes));
+}
+
+// Runs random changes against a plan model; what its look-ups answer must be what a plain search finds.
+class RandomModel {
+ public:
+  RandomModel() : model_(ViewManagerParam(PublicTheme, "0"), nullptr) { TarnTest::CPlanFixture::Watch(&model_); }
+
+  void Step() {
+    switch (*rc::gen::inRange(0, 9)) {
+      case 0:
+      case 1:
+        insert();
+        break;
+      case 2:
+        remove();
+        break;
+      case 3:
+        move();
+        break;
+      case 4:
+        if (QStandardItem* row = anyRow()) {
+          row->setText(RandomCode());
+        }
+        break;
+      case 5:
+        changeCode();
+        break;
+      case 6:
+        play();
+        break;
+      case 7:
+        replace();
+        break;
+      default:
+        if (*rc::gen::inRange(0, 8) == 0) {
+          *rc::gen::arbitrary<bool>() ? model_.UninitModelRootItem() : model_.clear();
+        }
+    }
+  }
+
+  void Check() const {
+    for (int number = 0; number < kCodes; ++number) {
+      const QString code = QString::number(number);
+      RC_ASSERT(model_.FindIndexByIndexCode(code, true) == plainSearch(GroupIndexCodeRole, code));
+      RC_ASSERT(model_.FindIndexByIndexCode(code, false) == plainSearch(PlanIndexCodeRole, code));
+    }
+    const QStandardItem* playing = model_.FindItemPlanPlaying();
+    RC_ASSERT((playing ? playing->index() : QModelIndex()) == plainSearch(PlayingRole, true));
+  }
+
+ private:
+  QModelIndex plainSearch(int role, const QVariant& value) const {
+    return model_.match(model_.index(0, 0), role, value, 1, Qt::MatchExactly | Qt::MatchRecursive).value(0);
+  }
+
+  void collect(const QStandardItem* parent, QList<QStandardItem*>* rows) const {
+    for (int row = 0; row < parent->rowCount(); ++row) {
+      rows->append(parent->child(row));
+      collect(parent->child(row), rows);
+    }
+  }
+
+  QStandardItem* anyRow() const {
+    QList<QStandardItem*> rows;
+    collect(model_.invisibleRootItem(), &rows);
+    return rows.isEmpty() ? nullptr : rows.at(*rc::gen::inRange(0, rows.size()));
+  }
+
+  QStandardItem* anyParent() const {
+    QStandardItem* row = *rc::gen::inRange(0, 3) == 0 ? nullptr : anyRow();
+    return row ? row : model_.invisibleRootItem();
+  }
+
+  static QStandardItem* newRow() {
+    if (*rc::gen::arbitrary<bool>()) {
+      view_plugin_protocol::PlanGroup group;
+      group.index_code = RandomCode().toStdString();
+      return new CViewGroupItem({}, group);
+    }
+    view_plugin_protocol::PlanBasicInfo plan;
+    plan.index_code = RandomCode().toStdString();
+    auto* row = new CViewPlanItem({}, plan);
+    row->SetPlayState(*rc::gen::inRange(0, 4) == 0);
+    return row;
+  }
+
+  static QStandardItem* newSubtree() {
+    QStandardItem* top = newRow();
+    for (int count = *rc::gen::inRange(0, 3); count > 0; --count) {
+      QStandardItem* child = newRow();
+      top->appendRow(child);
+      if (*rc::gen::arbitrary<bool>()) {
+        child->appendRow(newRow());
+      }
+    }
+    return top;
+  }
+
+  void insert() {
+    QStandardItem* parent = anyParent();
+    const int at = *rc::gen::inRange(0, parent->rowCount() + 1);
+    if (*rc::gen::arbitrary<bool>()) {
+      parent->insertRow(at, newSubtree());
+      return;
+    }
+    // Bare rows: this call of Qt's does not tell rows further below which model they are in.
+    QList<QStandardItem*> rows;
+    for (int count = *rc::gen::inRange(1, 4); count > 0; --count) {
+      rows << newRow();
+    }
+    parent->insertRows(at, rows);
+  }
+
+  void remove() {
+    QStandardItem* parent = anyParent();
+    if (parent->rowCount() > 0) {
+      const int first = *rc::gen::inRange(0, parent->rowCount());
+      parent->removeRows(first, *rc::gen::inRange(1, parent->rowCount() - first + 1));
+    }
+  }
+
+  void move() {
+    QStandardItem* row = anyRow();
+    if (!row) {
+      return;
+    }
+    QStandardItem* from = row->parent() ? row->parent() : model_.invisibleRootItem();
+    const QList<QStandardItem*> taken = from->takeRow(row->row());
+    Check();  // the subtree is out of the tree
+    QStandardItem* to = anyParent();
+    to->insertRow(*rc::gen::inRange(0, to->rowCount() + 1), taken);
+  }
+
+  void changeCode() {
+    if (QStandardItem* row = anyRow()) {
+      const int role = *rc::gen::element(int(GroupIndexCodeRole), int(PlanIndexCodeRole));
+      const QVariant code = *rc::gen::inRange(0, 5) == 0 ? QVariant() : QVariant(RandomCode());
+      *rc::gen::arbitrary<bool>() ? row->setData(code, role) : void(model_.setData(row->index(), code, role));
+    }
+  }
+
+  void play() {
+    if (QStandardItem* row = anyRow()) {
+      row->setData(*rc::gen::arbitrary<bool>(), PlayingRole);
+    }
+  }
+
+  void replace() {
+    QStandardItem* parent = anyParent();
+    if (parent->rowCount() > 0) {
+      parent->setChild(*rc::gen::inRange(0, parent->rowCount()), newSubtree());
+    }
+  }
+
+  CStandardPlanModel model_;
+};
+
+}  // namespace
+
+class PlanModelRandomTest : public QObject {
+  Q_OBJECT
+ private Q_SLOTS:
+  void initTestCase() {
+    if (!qEnvironmentVariableIsSet("RC_PARAMS")) {
+      qputenv("RC_PARAMS", "max_success=500");
+    }
+  }
+  void LookUpsEqualAPlainSearch() {
+    QVERIFY(rc::check("look-ups equal a plain search after each change", [] {
+      RandomModel random;
+      for (int steps = *rc::gen::inRange(1, 60); steps > 0; --steps) {
+        random.Step();
+        random.Check();
+      }
+    }));
+  }
+};
+
+QTEST_MAIN(PlanModelRandomTest)
+#include "test_plan_model_random.moc"

@@ -1,0 +1,185 @@
+#include <QStandardItemModel>
+#include <QtTest>
+
+#include "item_type.h"
+#include "plan_item_role.h"
+#include "plan_test.h"
+#include "view_sort_filter_proxy_model.h"
+#include "view_sort_filter_proxy_model_export.h"
+
+using namespace TarnPlanView;
+using TarnTest::CPlanFixture;
+using TarnTest::CPlanTest;
+using TarnTest::Outline;
+
+namespace {
+
+QStandardItem* Row(const QString& name, const QVariant& type) {
+  auto* item = new QStandardItem;
+  if (!name.isNull()) {
+    item->setText(name);
+  }
+  item->setData(type, ItemTypeRole);
+  return item;
+}
+
+}  // namespace
+
+class ProxyTest : public CPlanTest {
+  Q_OBJECT
+ private Q_SLOTS:
+  void SortsByTypeThenName();
+  void RowsWithoutTextComeFirst();
+  void FilterByTypeRightAndMode_data();
+  void FilterByTypeRightAndMode();
+  void SettersDoNotRefilter();
+  void RejectedParentHidesItsRows();
+  void HandleOwnsTheRealProxy();
+};
+
+void ProxyTest::SortsByTypeThenName() {
+  QStandardItemModel source;
+  const struct {
+    const char* name;
+    int type;
+  } rows[] = {{"Plan 10", PublicPlanItem}, {"zz", PublicGroupItem},  {"plan 2", PublicPlanItem},
+              {"Own", OwnRootItem},        {"Root", PublicRootItem}, {"Plan 2", PublicPlanItem},
+              {"<Empty>", PlaceholderItem}};
+  for (const auto& row : rows) {
+    source.appendRow(Row(row.name, row.type));
+  }
+  CViewSortFilterProxyModel proxy(nullptr, false);
+  CPlanFixture::Watch(&proxy);
+  proxy.setSourceModel(&source);
+  // Numbers by value, names without regard to case: "plan 2" and "Plan 2" stand together before "Plan 10".
+  const QString outline = Outline(&proxy);
+  QVERIFY2(
+      outline == "<Empty>,Root,zz,plan 2,Plan 2,Plan 10,Own" || outline == "<Empty>,Root,zz,Plan 2,plan 2,Plan 10,Own",
+      qPrintable(outline));
+  source.item(0)->setText("Plan 1");
+  QCOMPARE(proxy.index(3, 0).data().toString(), QString("Plan 1"));  // a rename sorts anew
+  QVERIFY(!proxy.lessThan(QModelIndex(), source.index(0, 0)));
+  QVERIFY(!proxy.lessThan(source.index(0, 0), QModelIndex()));
+  source.item(1)->setData(QVariant(), ItemTypeRole);
+  QCOMPARE(proxy.GetIndexType(source.index(0, 0), source.index(1, 0)), qMakePair(int(PublicPlanItem), -1));
+}
+
+void ProxyTest::RowsWithoutTextComeFirst() {
+  QStandardItemModel source;
+  source.appendRow(Row("a", PublicPlanItem));
+  source.appendRow(Row(QString(), PublicPlanItem));
+  source.appendRow(Row(QString(), PublicPlanItem));
+  CViewSortFilterProxyModel proxy(nullptr, false);
+  proxy.setSourceModel(&source);
+  QVERIFY(proxy.lessThan(source.index(1, 0), source.index(0, 0)));
+  QVERIFY(!proxy.lessThan(source.index(0, 0), source.index(1, 0)));
+  QVERIFY(proxy.lessThan(source.index(1, 0), source.index(2, 0)));  // the left one counts as smaller
+  QVERIFY(proxy.lessThan(source.index(2, 0), source.index(1, 0)));
+  QCOMPARE(proxy.index(2, 0).data().toString(), QString("a"));
+}
+
+void ProxyTest::FilterByTypeRightAndMode_data() {
+  QTest::addColumn<QString>("user");
+  QTest::addColumn<bool>("add");
+  QTest::addColumn<bool>("theme2");
+  QTest::addColumn<int>("right");
+  QTest::addColumn<QList<int>>("shown");
+  const QList<int> own{OwnRootItem, OwnGroupItem};
+  const QList<int> all = QList<int>{PublicRootItem, PublicGroupItem} + own;
+  const QList<int> received{ReceivedRootItem, ReceivedGroupItem};
+  QTest::newRow("may, adding") << "operator" << true << false << 5 << all;
+  QTest::newRow("may, editing") << "operator" << false << true << 6 << all + received;
+  QTest::newRow("may add only, adding") << "adder" << true << false << 5 << all;
+  QTest::newRow("may add only, editing") << "adder" << false << false << 6 << own;
+  QTest::newRow("may nothing, adding") << "viewer" << true << true << 5 << own + received;
+}
+
+void ProxyTest::FilterByTypeRightAndMode() {
+  QFETCH(QString, user);
+  QFETCH(bool, add);
+  QFETCH(bool, theme2);
+  QFETCH(int, right);
+  QFETCH(QList<int>, shown);
+  TarnTest::PlanFixtureOptions options;
+  options.user = user;
+  options.site = [] {
+    TarnHost::PlanSite site = TarnTest::SmallSite();
+    site.users.push_back({"adder", {5}});
+    return site;
+  };
+  QString error;
+  QVERIFY2(fixture_.Open(options, &error), qPrintable(error));
+  QStandardItemModel source;
+  for (int type = -1; type <= 14; ++type) {
+    source.appendRow(Row("row", type));
+  }
+  source.appendRow(Row("row", QVariant()));
+  CViewSortFilterProxyModel proxy(nullptr, true, theme2);
+  CPlanFixture::Watch(&proxy);
+  proxy.SetAddOrEdit(!add);
+  proxy.SetAddOrEdit(add);
+  Services().ForgetCalls();
+  proxy.setSourceModel(&source);
+  QList<int> types;
+  for (int row = 0; row < proxy.rowCount(); ++row) {
+    types << proxy.index(row, 0).data(ItemTypeRole).toInt();
+  }
+  QCOMPARE(types, shown);
+  // Asked for every row of family 0, for none else, and for nothing but the mode's right.
+  const std::vector<int> asked = Services().Requests<int>();
+  QVERIFY(!asked.empty() && asked.size() % 2 == 0);
+  QCOMPARE(std::count(asked.begin(), asked.end(), right), std::ptrdiff_t(asked.size()));
+}
+
+void ProxyTest::SettersDoNotRefilter() {
+  Open({}, false);
+  QStandardItemModel source;
+  source.appendRow(Row("plan", PublicPlanItem));
+  source.appendRow(Row("group", PublicGroupItem));
+  CViewSortFilterProxyModel proxy(nullptr, false);
+  proxy.setSourceModel(&source);
+  proxy.SetFilterEnabled(true);
+  proxy.SetAddOrEdit(true);
+  QCOMPARE(proxy.rowCount(), 2);
+  QCOMPARE(Services().Count("CheckControlPermission"), 0);
+  proxy.invalidate();
+  QCOMPARE(Outline(&proxy), QString("group"));
+}
+
+void ProxyTest::RejectedParentHidesItsRows() {
+  Open({}, false);
+  Services().Fail("CheckControlPermission");
+  QStandardItemModel source;
+  source.appendRow(Row("public", PublicRootItem));
+  source.item(0)->appendRow(Row("own group", OwnGroupItem));
+  source.appendRow(Row("own", OwnRootItem));
+  source.item(1)->appendRow(Row("own group", OwnGroupItem));
+  CViewSortFilterProxyModel proxy(nullptr, true);
+  proxy.setSourceModel(&source);
+  QCOMPARE(Outline(&proxy), QString("own(own group)"));
+}
+
+void ProxyTest::HandleOwnsTheRealProxy() {
+  Open({}, false);
+  QStandardItemModel source;
+  source.appendRow(Row("plan", PublicPlanItem));
+  source.appendRow(Row("group", OwnGroupItem));
+  QObject owner;
+  auto* handle = new CViewSortFilterProxyModelExport(&owner, true);
+  QCOMPARE(handle->parent(), &owner);
+  const QPointer<QSortFilterProxyModel> inner = handle->GetQSortFilterModel();
+  QVERIFY(qobject_cast<CViewSortFilterProxyModel*>(inner));
+  QCOMPARE(inner->parent(), handle);
+  handle->SetQSortFilterModel(&source);
+  QCOMPARE(Outline(inner), QString("group"));
+  QVERIFY(!handle->sourceModel());  // the handle itself stays unused
+  handle->SetFilterEnabled(false);
+  handle->SetAddOrEdit(true);
+  inner->invalidate();
+  QCOMPARE(Outline(inner), QString("plan,group"));
+  delete handle;
+  QVERIFY(!inner);
+}
+
+QTEST_MAIN(ProxyTest)
+#include "test_proxy.moc"
