@@ -61,7 +61,7 @@ void CPlanCatalog::Clear() {
 }
 
 void CPlanCatalog::Swap(CPlanCatalog& other) {
-  const std::unique_lock<std::shared_mutex> lock(mutex_);
+  const std::unique_lock<CFairSharedMutex> lock(mutex_);
   std::swap(public_, other.public_);
   std::swap(common_, other.common_);
   own_.swap(other.own_);
@@ -112,7 +112,7 @@ CPlanCatalog::Hit CPlanCatalog::HitOf(const PlanRow& row) const {
 }
 
 std::optional<GroupRow> CPlanCatalog::FindGroup(int32_t code, int32_t user) const {
-  const std::shared_lock<std::shared_mutex> lock(mutex_);
+  const std::shared_lock<CFairSharedMutex> lock(mutex_);
   const auto found = groups_.find(code);
   if (found == groups_.end() || !Sees(found->second.place, user)) {
     return std::nullopt;
@@ -121,7 +121,7 @@ std::optional<GroupRow> CPlanCatalog::FindGroup(int32_t code, int32_t user) cons
 }
 
 std::optional<CPlanCatalog::Hit> CPlanCatalog::FindPlan(int32_t code, int32_t user) const {
-  const std::shared_lock<std::shared_mutex> lock(mutex_);
+  const std::shared_lock<CFairSharedMutex> lock(mutex_);
   const auto found = plans_.find(code);
   if (found == plans_.end() || !Sees(found->second, user)) {
     return std::nullopt;
@@ -131,14 +131,14 @@ std::optional<CPlanCatalog::Hit> CPlanCatalog::FindPlan(int32_t code, int32_t us
 
 std::pair<int32_t, int32_t> CPlanCatalog::FirstChildren(int32_t parent, int32_t user) const {
   const auto first = [](const auto& rows) { return rows.empty() ? 0 : rows.front().code; };
-  const std::shared_lock<std::shared_mutex> lock(mutex_);
+  const std::shared_lock<CFairSharedMutex> lock(mutex_);
   const Children* children = VisibleChildren(parent, user);
   return children == nullptr ? std::pair(0, 0) : std::pair(first(children->groups), first(children->plans));
 }
 
 std::vector<CPlanCatalog::Hit> CPlanCatalog::Search(const std::string& folded, int32_t family, int32_t user) const {
   std::vector<Hit> hits;
-  const std::shared_lock<std::shared_mutex> lock(mutex_);
+  const std::shared_lock<CFairSharedMutex> lock(mutex_);
   const auto search = [&](const Children& children) {
     for (const PlanRow& row : children.plans) {
       if (row.family == family && row.folded_name.find(folded) != std::string::npos) {
@@ -160,7 +160,7 @@ std::vector<CPlanCatalog::Hit> CPlanCatalog::Search(const std::string& folded, i
 
 int32_t CPlanCatalog::FindByName(const std::string& name, int32_t user) const {
   std::pair<int32_t, int32_t> best(0, 0);  // family, code
-  const std::shared_lock<std::shared_mutex> lock(mutex_);
+  const std::shared_lock<CFairSharedMutex> lock(mutex_);
   for (const auto& [code, place] : plans_) {
     const std::pair<int32_t, int32_t> candidate(place.family, code);
     if (Sees(place, user) && (best.second == 0 || candidate < best) &&
@@ -174,7 +174,7 @@ int32_t CPlanCatalog::FindByName(const std::string& name, int32_t user) const {
 int32_t CPlanCatalog::AutomaticPlan(int32_t second_of_day, int32_t user) const {
   int32_t best = 0;
   int32_t best_wait = 2 * kDay;
-  const std::shared_lock<std::shared_mutex> lock(mutex_);
+  const std::shared_lock<CFairSharedMutex> lock(mutex_);
   for (const int32_t code : automatic_) {
     const Place& place = plans_.at(code);
     const PlanRow& row = *LowerBound(ChildrenAt(place.parent, place.owner)->plans, code);
@@ -188,12 +188,12 @@ int32_t CPlanCatalog::AutomaticPlan(int32_t second_of_day, int32_t user) const {
 }
 
 std::optional<GroupRow> CPlanCatalog::Put(const GroupRow& row) {
-  const std::unique_lock<std::shared_mutex> lock(mutex_);
+  const std::unique_lock<CFairSharedMutex> lock(mutex_);
   return PutGroup(row);
 }
 
 std::optional<PlanRow> CPlanCatalog::Put(const PlanRow& row) {
-  const std::unique_lock<std::shared_mutex> lock(mutex_);
+  const std::unique_lock<CFairSharedMutex> lock(mutex_);
   return PutPlan(row);
 }
 
@@ -233,7 +233,7 @@ PlanRow CPlanCatalog::TakePlan(int32_t code, const Place& place) {
 }
 
 std::optional<PlanRow> CPlanCatalog::RemovePlan(int32_t code) {
-  const std::unique_lock<std::shared_mutex> lock(mutex_);
+  const std::unique_lock<CFairSharedMutex> lock(mutex_);
   const auto known = plans_.find(code);
   if (known == plans_.end()) {
     return std::nullopt;
@@ -244,7 +244,7 @@ std::optional<PlanRow> CPlanCatalog::RemovePlan(int32_t code) {
 }
 
 std::optional<GroupRow> CPlanCatalog::RemoveGroup(int32_t code) {
-  const std::unique_lock<std::shared_mutex> lock(mutex_);
+  const std::unique_lock<CFairSharedMutex> lock(mutex_);
   const auto known = groups_.find(code);
   if (known == groups_.end()) {
     return std::nullopt;

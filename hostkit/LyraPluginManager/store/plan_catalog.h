@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "store/fair_shared_mutex.h"
 #include "store/plan_records.h"
 
 namespace TarnHost::Store {
@@ -26,7 +27,7 @@ class CPlanCatalog {
   void Replace(const std::vector<GroupRow>& groups, const std::vector<PlanRow>& plans);
   void Clear();
 
-  /// Calls visit(row) for each child; visit must not call the catalog. False when `user` sees no such parent.
+  /// Calls visit(rows) with the children, which must not call the catalog. False when `user` sees no such parent.
   template <class Visit>
   bool VisitGroups(int32_t parent, int32_t user, const Visit& visit) const {
     return VisitList(parent, user, &Children::groups, visit);
@@ -74,14 +75,12 @@ class CPlanCatalog {
 
   template <class List, class Visit>
   bool VisitList(int32_t parent, int32_t user, List Children::*list, const Visit& visit) const {
-    const std::shared_lock<std::shared_mutex> lock(mutex_);
+    const std::shared_lock<CFairSharedMutex> lock(mutex_);
     const Children* children = VisibleChildren(parent, user);
     if (children == nullptr) {
       return false;
     }
-    for (const auto& row : children->*list) {
-      visit(row);
-    }
+    visit(children->*list);
     return true;
   }
 
@@ -96,7 +95,7 @@ class CPlanCatalog {
   void ForgetBelow(const Children& children);
   void Swap(CPlanCatalog& other);
 
-  mutable std::shared_mutex mutex_;
+  mutable CFairSharedMutex mutex_;
   Children public_, common_;
   std::map<int32_t, Children> own_;  // by user
   std::unordered_map<int32_t, GroupNode> groups_;

@@ -157,13 +157,16 @@ bool CStoreServices::GetPlanGroups(const view::GetPlanGroupsRequest& request, vi
       response.groups.append({site_.RootName(), {}, kRoot, kPublic});
       return;
     }
-    const auto take = [&](const GroupRow& row) {
-      response.groups.append(view::PlanGroup());
-      view::PlanGroup& group = response.groups.last();
-      group.name = row.name;
-      group.parent_index_code = request.parent_index_code;
-      group.index_code = std::to_string(row.code);
-      group.type = row.family;
+    const auto take = [&](const std::vector<GroupRow>& rows) {
+      response.groups.reserve(static_cast<int>(rows.size()));
+      for (const GroupRow& row : rows) {
+        response.groups.append(view::PlanGroup());
+        view::PlanGroup& group = response.groups.last();
+        group.name = row.name;
+        group.parent_index_code = request.parent_index_code;
+        group.index_code = std::to_string(row.code);
+        group.type = row.family;
+      }
     };
     if (!catalog_.VisitGroups(ParseCode(request.parent_index_code), user, take)) {
       throw CStoreError(kGroupGone);
@@ -176,16 +179,19 @@ bool CStoreServices::GetPlansInGroup(const view::GetPlansInGroupRequest& request
   return Answer(&response, [&] {
     const int32_t user = RequireUser();
     RequireDownloaded();
-    const auto take = [&](const PlanRow& row) {
-      response.plans.append(view::PlanBasicInfo());
-      view::PlanBasicInfo& plan = response.plans.last();
-      plan.index_code = std::to_string(row.code);
-      plan.name = row.name;
-      plan.group_index_code = request.group_index_code;
-      plan.type = row.family;
-      plan.split_type = row.split_type;
-      plan.page_count = row.page_count;
-      plan.auto_run = row.auto_run;
+    const auto take = [&](const std::vector<PlanRow>& rows) {
+      response.plans.reserve(static_cast<int>(rows.size()));
+      for (const PlanRow& row : rows) {
+        response.plans.append(view::PlanBasicInfo());
+        view::PlanBasicInfo& plan = response.plans.last();
+        plan.index_code = std::to_string(row.code);
+        plan.name = row.name;
+        plan.group_index_code = request.group_index_code;
+        plan.type = row.family;
+        plan.split_type = row.split_type;
+        plan.page_count = row.page_count;
+        plan.auto_run = row.auto_run;
+      }
     };
     if (!catalog_.VisitPlans(ParseCode(request.group_index_code), user, take)) {
       throw CStoreError(kGroupGone);

@@ -57,6 +57,9 @@ QString CheckedTime(const std::string& time) {
 }
 
 int32_t SecondOfDay(const QString& time) {
+  if (time.isEmpty()) {
+    return -1;  // most plans; parsing is slow
+  }
   const QTime parsed = QTime::fromString(time, kTimeFormat);
   return parsed.isValid() ? parsed.msecsSinceStartOfDay() / 1000 : -1;
 }
