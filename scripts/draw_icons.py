@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws the icons of the plug-in and of the substitute host: SVG files of 20 x 20 and the four split pictures (PNG).
+"""Draws the icons of the plug-in, the substitute host and the client: SVG files of 20 x 20 and the four split pictures (PNG).
 
 Run it after a change of a shape or colour; the files it writes are committed.
 """
@@ -10,6 +10,7 @@ import zlib
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 PLUGIN = ROOT / "resources" / "images"
 HOST = ROOT / "hostkit" / "resources" / "icons"
+CLIENT = ROOT / "client" / "images"
 
 # Both trees show their icons on both skins, so every tone keeps at least 3:1 to a white and to a dark ground.
 LIGHT_SKIN, DARK_SKIN, ANY_SKIN, SELECTED = "#6a7685", "#8b95a3", "#7d8692", "#ffffff"
@@ -34,6 +35,14 @@ USERS = ('<circle cx="7.5" cy="7" r="2.8" fill="{c}"/><path d="M2 16.5c0-3.6 2.4
          '-1.1 0.1-1.6 0.3 1.3 1 2 2.5 2 4.5z" fill="{c}"/>')
 WALL = ('<rect x="1.8" y="4" width="16.4" height="10" rx="1" fill="none" stroke="{c}" stroke-width="1.4"/>'
         '<path d="M7.3 4v10M12.7 4v10M1.8 9h16.4M6 17h8" fill="none" stroke="{c}" stroke-width="1.4"/>')
+
+MEDIA = {
+    "previous": '<path d="M13.5 4.5v11L6.5 10z" fill="{c}"/><path d="M5 4.5v11" stroke="{c}" stroke-width="1.8"/>',
+    "next": '<path d="M6.5 4.5v11l7-5.5z" fill="{c}"/><path d="M15 4.5v11" stroke="{c}" stroke-width="1.8"/>',
+    "pause": '<path d="M7 4.5v11M13 4.5v11" stroke="{c}" stroke-width="2.6"/>',
+    "resume": '<path d="M6.5 4v12l9-6z" fill="{c}"/>',
+    "stop": '<rect x="5" y="5" width="10" height="10" rx="1" fill="{c}"/>',
+}
 
 
 def svg(path, shapes, color, badge=PLAYING, alarm=ALARM):
@@ -93,6 +102,8 @@ def main():
     camera_icons(HOST)
     svg(HOST / "tree_main_user_group.svg", USERS, ANY_SKIN)
     svg(HOST / "smart_wall.svg", WALL, ANY_SKIN)
+    for name, shapes in MEDIA.items():
+        svg(CLIENT / f"{name}.svg", shapes, ANY_SKIN)
     for side in (1, 2, 3, 4):
         split_picture(HOST / f"default_view_{side * side}.png", side)
 

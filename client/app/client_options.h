@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace TarnClient {
+
+/// What the command line asks for.
+struct ClientOptions {
+  QString store_url;  // empty: the store in the user's data folder
+  QString user;       // empty: the store's default user
+  QString skin = QStringLiteral("redblack");
+  QString language;
+  QMap<QString, int> switches;  // by name, for this start only
+  QString play;                 // name of the plan to play at the start
+  QString screenshot;
+  std::optional<double> quit_after_seconds;
+  int download_delay_ms = 0;
+  QString log_file;  // empty: in the user's data folder
+  bool help = false;
+
+  /// Reads the arguments (the program's name first). Empty with one line in `error` when they cannot be followed.
+  /// Needs no application object.
+  static std::optional<ClientOptions> Parse(const QStringList& arguments, QString* error);
+  /// The text of --help. Needs an application object.
+  static QString HelpText();
+};
+
+}  // namespace TarnClient

@@ -1,0 +1,178 @@
+#include "app/client_session.h"
+
+#include <TarnPlanView/auto_plan_helper.h>
+#include <TarnPlanView/plugin_shutdown.h>
+#include <TarnPlanView/view_model_data_manager_export.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
+#include <QPixmap>
+#include <QStandardPaths>
+#include <QThreadPool>
+#include <QTimer>
+#include <cstdio>
+
+#include "LyraPluginManager/preview_business_interface_mgr.h"
+#include "LyraPluginManager/ptz_business_interface_mgr.h"
+#include "LyraPluginManager/resource_business_interface_mgr.h"
+#include "LyraPluginManager/view_business_interface_mgr.h"
+#include "TarnHost/log_sink.h"
+#include "TarnHost/plan_site.h"
+#include "TarnHost/plan_store.h"
+#include "TarnUIDataController/message_tip_manager.h"
+#include "TarnUIDataController/signal_transfer_manager.h"
+#include "TarnUIDataController/skin_loader.h"
+#include "app/state_report.h"
+#include "marlog/marlog.h"
+#include "plans/plan_player.h"
+#include "wall/live_wall.h"
+#include "window/main_window.h"
+
+namespace TarnClient {
+
+namespace {
+
+constexpr int kScreenshotDelayMs = 3000;
+constexpr int kCannotFollow = 2;
+
+QString DataFile(const char* name) {
+  const QDir folder(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+  folder.mkpath(QStringLiteral("."));
+  return folder.filePath(QString::fromLatin1(name));
+}
+
+void Complain(const QString& line) {
+  std::fprintf(stderr, "tarn-client: %s\n", qUtf8Printable(line));
+}
+
+void ReleaseHostSingletons() {
+  tarn_ui_data_controller::CMessageTipManager::Release();
+  tarn_ui_data_controller::CSignalTransferManager::Release();
+  tarn_ui_data_controller::CSkinLoader::Release();
+  LyraPluginManager::CPreviewBusinessInterfaceMgr::Release();
+  LyraPluginManager::CPTZBusinessInterfaceMgr::Release();
+  LyraPluginManager::CResourceBusinessInterfaceMgr::Release();
+  LyraPluginManager::CViewBusinessInterfaceMgr::Release();
+}
+
+}  // namespace
+
+CClientSession::CClientSession(ClientOptions options, QObject* parent)
+    : QObject(parent), options_(std::move(options)), loader_(nullptr) {
+  connect(&loader_, &CPlanDataLoader::SignalReady, this, &CClientSession::OnPlansReady);
+}
+
+CClientSession::~CClientSession() {
+  window_.reset();
+  if (TarnPlanView::CViewModelDataManagerExport::IsCreated()) {
+    TarnPlanView::CAutoPlanHelper::Instance().StopDetect();
+    TarnPlanView::CViewModelDataManagerExport::Instance().UninitManager();
+  }
+  if (store_) {
+    TarnHost::InstallHostServices(nullptr);
+    store_->Close();
+    QThreadPool::globalInstance()->waitForDone();
+    TarnPlanView::ReleasePlugin();
+    store_.reset();
+  }
+  ReleaseHostSingletons();
+  marlog::Write("LyraClientInfo", marlog::Info, "The client has ended");
+  TarnHost::LogSink::Close();
+}
+
+bool CClientSession::Start(QString* error) {
+  OpenLog();
+  if (!OpenStore(error)) {
+    return false;
+  }
+  const QString user = options_.user.isEmpty() ? store_->DefaultUser() : options_.user;
+  TarnHost::InstallHostServices(store_);
+  if (!store_->LogIn(user, error)) {
+    return false;
+  }
+  tarn_ui_data_controller::CSkinLoader::Instance().LoadSkin(options_.skin);
+  LoadLanguage();
+  ShowWindow(user);
+  loader_.Start();
+  if (options_.quit_after_seconds) {
+    QTimer::singleShot(static_cast<int>(*options_.quit_after_seconds * 1000), this, &CClientSession::OnTimeIsUp);
+  }
+  return true;
+}
+
+void CClientSession::OpenLog() {
+  const QString path = options_.log_file.isEmpty() ? DataFile("client.log") : options_.log_file;
+  if (!TarnHost::LogSink::OpenFile(path)) {
+    Complain(QStringLiteral("cannot write the log file %1").arg(path));
+  }
+  marlog::Write("LyraClientInfo", marlog::Info, "The client starts");
+}
+
+bool CClientSession::OpenStore(QString* error) {
+  TarnHost::PlanStoreOptions store;
+  store.url = options_.store_url.isEmpty() ? QStringLiteral("sqlite:") + DataFile("plans.sqlite") : options_.store_url;
+  store.download_delay = std::chrono::milliseconds(options_.download_delay_ms);
+  store.switch_overrides = options_.switches;
+  store.first_content = &TarnHost::MakeDemoSite;
+  store_url_ = store.url;
+  store_ = TarnHost::CPlanStore::Open(store, error);
+  return store_ != nullptr;
+}
+
+void CClientSession::LoadLanguage() {
+  QLocale::setDefault(QLocale(options_.language));
+  const QString file = QStringLiteral(":/TarnClient/translations/tarn_%1.qm").arg(options_.language);
+  if (translator_.load(file)) {
+    QCoreApplication::installTranslator(&translator_);
+  } else {
+    marlog::Write("LyraClientError", marlog::Error, "No texts for language %s", qUtf8Printable(options_.language));
+  }
+}
+
+void CClientSession::ShowWindow(const QString& user) {
+  window_ = std::make_unique<CMainWindow>(user, store_url_);
+  connect(&loader_, &CPlanDataLoader::SignalWaiting, window_.get(), &CMainWindow::ShowWaiting);
+  window_->show();
+}
+
+void CClientSession::OnPlansReady() {
+  window_->ShowPlans();
+  PlayNamedPlan();
+  TarnPlanView::CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
+  if (!options_.screenshot.isEmpty() && !options_.quit_after_seconds) {
+    QTimer::singleShot(kScreenshotDelayMs, this, [this] { SaveScreenshot(); });
+  }
+}
+
+// Names are looked up when the plans are there, not at the start: before that every name would be unknown.
+void CClientSession::PlayNamedPlan() {
+  if (options_.play.isEmpty()) {
+    return;
+  }
+  const std::string code = store_->FindPlanByName(options_.play);
+  if (code.empty()) {
+    Complain(QStringLiteral("there is no plan \"%1\" that this user can see").arg(options_.play));
+    QCoreApplication::exit(kCannotFollow);
+    return;
+  }
+  window_->Player().Play(code);
+}
+
+void CClientSession::OnTimeIsUp() {
+  const bool saved = options_.screenshot.isEmpty() || SaveScreenshot();
+  std::fprintf(stdout, "%s\n", MakeStateReport(window_->Wall()).constData());
+  std::fflush(stdout);
+  QCoreApplication::exit(saved ? 0 : 1);
+}
+
+bool CClientSession::SaveScreenshot() {
+  if (window_->grab().save(options_.screenshot)) {
+    return true;
+  }
+  Complain(QStringLiteral("cannot write the picture %1").arg(options_.screenshot));
+  return false;
+}
+
+}  // namespace TarnClient

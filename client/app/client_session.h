@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QObject>
+#include <QTranslator>
+#include <memory>
+
+#include "app/client_options.h"
+#include "app/plan_data_loader.h"
+
+namespace TarnHost {
+class CPlanStore;
+}
+
+namespace TarnClient {
+
+class CMainWindow;
+
+/// One run of the client, from the opened store to the orderly end. Thread: GUI.
+class CClientSession : public QObject {
+  Q_OBJECT
+ public:
+  explicit CClientSession(ClientOptions options, QObject* parent = nullptr);
+  /// Takes everything down in the order in which nothing is used after its end.
+  ~CClientSession() override;
+
+  /// Opens the store, logs in, shows the window and starts loading. False with one line in `error`.
+  bool Start(QString* error);
+
+ private:
+  bool OpenStore(QString* error);
+  void OpenLog();
+  void LoadLanguage();
+  void ShowWindow(const QString& user);
+  void OnPlansReady();
+  void OnTimeIsUp();
+  void PlayNamedPlan();
+  bool SaveScreenshot();
+
+  const ClientOptions options_;
+  QString store_url_;
+  QTranslator translator_;
+  std::shared_ptr<TarnHost::CPlanStore> store_;
+  CPlanDataLoader loader_;
+  std::unique_ptr<CMainWindow> window_;
+};
+
+}  // namespace TarnClient

@@ -1,0 +1,52 @@
+#include <QApplication>
+#include <cstdio>
+
+#include "app/client_options.h"
+#include "app/client_session.h"
+#include "app/qt_messages.h"
+
+namespace {
+
+constexpr int kCannotFollow = 2;
+
+int Refuse(const QString& line) {
+  std::fprintf(stderr, "tarn-client: %s\n", qUtf8Printable(QString(line).replace(QLatin1Char('\n'), QLatin1Char(' '))));
+  return kCannotFollow;
+}
+
+QStringList Arguments(int argc, char** argv) {
+  QStringList arguments;
+  for (int i = 0; i < argc; ++i) {
+    arguments << QString::fromLocal8Bit(argv[i]);
+  }
+  return arguments;
+}
+
+int ShowHelp(int argc, char** argv) {
+  const QCoreApplication application(argc, argv);
+  std::fputs(qUtf8Printable(TarnClient::ClientOptions::HelpText()), stdout);
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QString error;
+  // Before the application object, so that help and refusals need no display.
+  const auto options = TarnClient::ClientOptions::Parse(Arguments(argc, argv), &error);
+  if (!options) {
+    return Refuse(error);
+  }
+  if (options->help) {
+    return ShowHelp(argc, argv);
+  }
+  TarnClient::InstallQtMessageHandler();
+  TarnClient::EnsureRuntimeFolder();
+  QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+  QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+  QApplication application(argc, argv);
+  QCoreApplication::setApplicationName(QStringLiteral("tarn-client"));
+  QGuiApplication::setApplicationDisplayName(QStringLiteral("TarnPlanView"));
+  TarnClient::CClientSession session(*options);
+  return session.Start(&error) ? QApplication::exec() : Refuse(error);
+}

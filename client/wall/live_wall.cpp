@@ -1,0 +1,270 @@
+#include "wall/live_wall.h"
+
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "MarUIControl/split_type_data.h"
+#include "MarUIControl/string_conversion.h"
+#include "TarnUIDataController/skin_loader.h"
+#include "marlog/marlog.h"
+#include "wall/wall_bar.h"
+#include "wall/wall_window.h"
+
+namespace TarnClient {
+
+using MarUIControl::StringToQString;
+using MarUIControl::struSplitTypeData;
+using view_plugin_protocol::PlanPage;
+using view_plugin_protocol::PlanWindow;
+
+namespace {
+
+constexpr int kTickMs = 100;
+constexpr int kGap = 2;
+constexpr int kMostWindows = 16;
+
+int SideOfSplit(int split_type) {
+  switch (split_type) {
+    case struSplitTypeData::Split4:
+      return 2;
+    case struSplitTypeData::Split9:
+      return 3;
+    case struSplitTypeData::Split16:
+      return 4;
+    default:
+      return 1;
+  }
+}
+
+bool ShowsCamera(const PlanWindow& window) {
+  return window.content_kind == 1 && !window.resource_code.empty();
+}
+
+QColor Color(const char* name) {
+  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
+}
+
+}  // namespace
+
+CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent)
+    : QWidget(parent),
+      factory_(std::move(factory)),
+      clock_(nullptr),
+      bar_(new CWallBar(this)),
+      stack_(new QStackedWidget(this)),
+      hint_(new QLabel(tr("Double-click a plan to play it"), this)),
+      grid_page_(new QWidget(this)),
+      grid_(new QGridLayout(grid_page_)) {
+  setObjectName(QStringLiteral("live_wall"));
+  setFocusPolicy(Qt::StrongFocus);
+  setAccessibleName(tr("Live view"));
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(kGap, kGap, kGap, kGap);
+  layout->setSpacing(0);
+  layout->addWidget(bar_);
+  layout->addWidget(stack_, 1);
+  hint_->setObjectName(QStringLiteral("live_wall_hint"));
+  hint_->setAlignment(Qt::AlignCenter);
+  hint_->setWordWrap(true);
+  stack_->addWidget(hint_);
+  grid_->setContentsMargins(0, 0, 0, 0);
+  grid_->setSpacing(kGap);
+  stack_->addWidget(grid_page_);
+  for (int i = 0; i < kMostWindows; ++i) {
+    windows_.append(new CWallWindow(i + 1, grid_page_));
+    windows_.last()->hide();
+  }
+  ticker_.setInterval(kTickMs);
+  connect(&ticker_, &QTimer::timeout, this, &CLiveWall::Tick);
+  connect(&clock_, &CPageClock::SignalTurn, this, [this] { Turn(1); });
+  connect(bar_, &CWallBar::SignalPrevious, this, [this] { Turn(-1); });
+  connect(bar_, &CWallBar::SignalNext, this, [this] { Turn(1); });
+  connect(bar_, &CWallBar::SignalPause, this, &CLiveWall::TogglePause);
+  connect(bar_, &CWallBar::SignalStop, this, &CLiveWall::Stop);
+}
+
+CLiveWall::~CLiveWall() = default;
+
+void CLiveWall::Play(const view_plugin_protocol::GetPlanDetailResponse& plan) {
+  plan_ = plan;
+  pages_ = QVector<PlanPage>(plan.pages.begin(), plan.pages.end());
+  std::stable_sort(pages_.begin(), pages_.end(),
+                   [](const PlanPage& a, const PlanPage& b) { return a.page_no < b.page_no; });
+  if (pages_.isEmpty()) {
+    pages_.append(PlanPage());
+  }
+  playing_ = true;
+  page_ = 0;
+  clock_.Stop();
+  ShowPage();
+  marlog::Write("LyraClientInfo", marlog::Info, "Playing plan %s, %d pages", plan.index_code.c_str(), pages_.size());
+  Q_EMIT SignalPlanChanged();
+}
+
+void CLiveWall::Stop() {
+  if (!playing_) {
+    return;
+  }
+  playing_ = false;
+  clock_.Stop();
+  for (CWallWindow* window : qAsConst(windows_)) {
+    window->Show(QString(), nullptr);
+  }
+  pages_.clear();
+  plan_ = {};
+  bar_->ShowNothing();
+  stack_->setCurrentWidget(hint_);
+  RunTicker();
+  Q_EMIT SignalPlanChanged();
+}
+
+void CLiveWall::Turn(int pages) {
+  if (!playing_ || !HasSeveralPages()) {
+    return;
+  }
+  const int count = pages_.size();
+  page_ = ((page_ + pages) % count + count) % count;
+  ShowPage();
+}
+
+void CLiveWall::TogglePause() {
+  if (playing_ && HasSeveralPages()) {
+    clock_.SetPaused(!clock_.IsPaused());
+    bar_->ShowTime(clock_.SecondsLeft(), clock_.IsPaused());
+  }
+}
+
+QString CLiveWall::PlanName() const {
+  return StringToQString(plan_.name);
+}
+
+QString CLiveWall::PlanCode() const {
+  return StringToQString(plan_.index_code);
+}
+
+QVector<CLiveWall::WindowState> CLiveWall::Windows() const {
+  QVector<WindowState> states;
+  for (const CWallWindow* window : windows_) {
+    if (!window->IsEmpty()) {
+      states.append({window->Camera(), window->StateName(), window->Frames()});
+    }
+  }
+  return states;
+}
+
+void CLiveWall::ShowPage() {
+  const PlanPage& page = pages_.at(page_);
+  const int side = SideOfSplit(page.split_type);
+  ArrangeGrid(side);
+  FillWindows(page, side * side);
+  stack_->setCurrentWidget(grid_page_);
+  bar_->ShowPlan(PlanName(), StringToQString(page.name), page_ + 1, pages_.size());
+  if (HasSeveralPages()) {
+    clock_.Begin(page.dwell_seconds);
+    bar_->ShowTime(clock_.SecondsLeft(), clock_.IsPaused());
+  }
+  RunTicker();
+}
+
+void CLiveWall::ArrangeGrid(int side) {
+  for (int i = 0; i < kMostWindows; ++i) {
+    grid_->removeWidget(windows_[i]);
+    const bool used = i < side * side;
+    windows_[i]->setVisible(used);
+    if (used) {
+      grid_->addWidget(windows_[i], i / side, i % side);
+    }
+  }
+  for (int line = 0; line < 4; ++line) {
+    grid_->setRowStretch(line, line < side ? 1 : 0);
+    grid_->setColumnStretch(line, line < side ? 1 : 0);
+  }
+}
+
+// Every window is told, also those without a camera on this page: nothing of the last page may stay in them.
+void CLiveWall::FillWindows(const PlanPage& page, int count) {
+  QVector<const PlanWindow*> contents(kMostWindows, nullptr);
+  for (const PlanWindow& window : page.windows) {
+    if (!ShowsCamera(window)) {
+      continue;
+    }
+    if (window.window_no < 1 || window.window_no > count) {
+      marlog::Write("LyraClientError", marlog::Warning, "Plan %s, page %d has no window %d", plan_.index_code.c_str(),
+                    page.page_no, window.window_no);
+      continue;
+    }
+    contents[window.window_no - 1] = &window;
+  }
+  for (int i = 0; i < kMostWindows; ++i) {
+    const PlanWindow* content = contents[i];
+    if (content) {
+      windows_[i]->Show(StringToQString(content->resource_name), factory_(*content));
+    } else {
+      windows_[i]->Show(QString(), nullptr);
+    }
+  }
+}
+
+void CLiveWall::Tick() {
+  for (CWallWindow* window : qAsConst(windows_)) {
+    window->Tick();
+  }
+  if (HasSeveralPages()) {
+    bar_->ShowTime(clock_.SecondsLeft(), clock_.IsPaused());
+  }
+}
+
+// Nobody looks at a hidden wall: its pictures rest, while its pages go on turning.
+void CLiveWall::RunTicker() {
+  if (playing_ && isVisible()) {
+    ticker_.start();
+  } else {
+    ticker_.stop();
+  }
+}
+
+void CLiveWall::keyPressEvent(QKeyEvent* event) {
+  if (event->modifiers() & ~Qt::KeypadModifier) {
+    QWidget::keyPressEvent(event);
+    return;
+  }
+  switch (event->key()) {
+    case Qt::Key_Left:
+      return Turn(-1);
+    case Qt::Key_Right:
+      return Turn(1);
+    case Qt::Key_Space:
+      return TogglePause();
+    case Qt::Key_Escape:
+      return Stop();
+    default:
+      QWidget::keyPressEvent(event);
+  }
+}
+
+void CLiveWall::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(rect(), Color("background"));
+  painter.fillRect(stack_->geometry(), Color("wall"));
+  if (hasFocus()) {
+    painter.setPen(QPen(Color("focus"), kGap));
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+  }
+}
+
+void CLiveWall::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  RunTicker();
+}
+
+void CLiveWall::hideEvent(QHideEvent* event) {
+  QWidget::hideEvent(event);
+  RunTicker();
+}
+
+}  // namespace TarnClient

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+
+namespace TarnClient {
+
+/// Turns the pages of a plan by their dwell times. Thread: GUI.
+class CPageClock : public QObject {
+  Q_OBJECT
+ public:
+  explicit CPageClock(QObject* parent = nullptr);
+
+  /// A page has come on: it stays for `seconds`, at least one and at most a day. A pause goes on.
+  void Begin(int seconds);
+  void Stop();
+  /// A paused page keeps what was left of its time.
+  void SetPaused(bool paused);
+  bool IsPaused() const { return paused_; }
+  /// Whole seconds until the page turns, rounded up; 0 when no page is on.
+  int SecondsLeft() const;
+
+ Q_SIGNALS:
+  /// The page's time is over.
+  void SignalTurn();
+
+ private:
+  QTimer timer_;
+  int left_ms_ = 0;  // while paused
+  bool paused_ = false;
+};
+
+}  // namespace TarnClient

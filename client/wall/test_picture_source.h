@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QString>
+
+#include "wall/picture_source.h"
+
+namespace TarnClient {
+
+/// A generated scene with something moving in it; its colours come from the camera's code, so that two cameras can be
+/// told apart. About ten pictures a second, made when they are asked for. Thread: GUI.
+class CTestPictureSource : public IPictureSource {
+ public:
+  explicit CTestPictureSource(const view_plugin_protocol::PlanWindow& window);
+
+  void Start() override;
+  void Stop() override;
+  State GetState() const override;
+  QImage LatestPicture(const QSize& wanted) override;
+  qint64 LatestNumber() const override;
+
+  static std::unique_ptr<IPictureSource> Make(const view_plugin_protocol::PlanWindow& window);
+
+ private:
+  QImage Draw(qint64 number) const;
+
+  const uint seed_;
+  QImage scene_;
+  QImage latest_;
+  qint64 drawn_ = -1;
+  QElapsedTimer running_;
+};
+
+}  // namespace TarnClient

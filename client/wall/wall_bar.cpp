@@ -1,0 +1,98 @@
+#include "wall/wall_bar.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QToolButton>
+
+namespace TarnClient {
+
+CWallBar::CWallBar(QWidget* parent)
+    : QWidget(parent), title_(new QLabel(this)), page_(new QLabel(this)), time_(new QLabel(this)) {
+  auto* layout = new QHBoxLayout(this);
+  layout->setContentsMargins(12, 4, 8, 4);
+  layout->setSpacing(6);
+  QFont font = title_->font();
+  font.setBold(true);
+  title_->setFont(font);
+  title_->setTextFormat(Qt::PlainText);
+  title_->setMinimumWidth(40);
+  title_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  layout->addWidget(title_, 1);
+  page_->setTextFormat(Qt::PlainText);
+  layout->addWidget(page_);
+  layout->addWidget(time_);
+  previous_ = AddButton("previous", "wall_previous_btn");
+  pause_ = AddButton("pause", "wall_pause_btn");
+  next_ = AddButton("next", "wall_next_btn");
+  stop_ = AddButton("stop", "wall_stop_btn");
+  Label(previous_, tr("Previous page"), tr("Left"));
+  Label(next_, tr("Next page"), tr("Right"));
+  Label(stop_, tr("Stop the plan"), tr("Esc"));
+  connect(previous_, &QToolButton::clicked, this, &CWallBar::SignalPrevious);
+  connect(pause_, &QToolButton::clicked, this, &CWallBar::SignalPause);
+  connect(next_, &QToolButton::clicked, this, &CWallBar::SignalNext);
+  connect(stop_, &QToolButton::clicked, this, &CWallBar::SignalStop);
+  setFixedHeight(qMax(40, fontMetrics().height() + 22));
+  ShowNothing();
+}
+
+QToolButton* CWallBar::AddButton(const char* icon, const char* name) {
+  auto* button = new QToolButton(this);
+  button->setObjectName(QString::fromLatin1(name));
+  button->setIcon(QIcon(QStringLiteral(":/TarnClient/images/%1.svg").arg(QLatin1String(icon))));
+  button->setIconSize(QSize(20, 20));
+  button->setFocusPolicy(Qt::TabFocus);
+  layout()->addWidget(button);
+  return button;
+}
+
+void CWallBar::Label(QToolButton* button, const QString& text, const QString& keys) {
+  button->setAccessibleName(text);
+  button->setToolTip(QStringLiteral("%1 (%2)").arg(text, keys));
+}
+
+void CWallBar::ShowPlan(const QString& name, const QString& page_name, int page, int pages) {
+  const bool several = pages > 1;
+  title_text_ = page_name.isEmpty() || !several ? name : QStringLiteral("%1 \u2013 %2").arg(name, page_name);
+  ElideTitle();
+  page_->setText(several ? tr("Page %1 of %2").arg(page).arg(pages) : QString());
+  time_->clear();
+  SetButtonsVisible(true, several);
+}
+
+void CWallBar::ShowTime(int seconds_left, bool paused) {
+  time_->setText(paused ? tr("held") : tr("%1 s").arg(seconds_left));
+  pause_->setIcon(QIcon(paused ? QStringLiteral(":/TarnClient/images/resume.svg")
+                               : QStringLiteral(":/TarnClient/images/pause.svg")));
+  Label(pause_, paused ? tr("Go on turning pages") : tr("Hold this page"), tr("Space"));
+}
+
+void CWallBar::ShowNothing() {
+  title_text_ = tr("Live view");
+  ElideTitle();
+  page_->clear();
+  time_->clear();
+  SetButtonsVisible(false, false);
+}
+
+void CWallBar::SetButtonsVisible(bool playing, bool several) {
+  previous_->setVisible(several);
+  pause_->setVisible(several);
+  next_->setVisible(several);
+  time_->setVisible(several);
+  page_->setVisible(several);
+  stop_->setVisible(playing);
+}
+
+void CWallBar::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  ElideTitle();
+}
+
+void CWallBar::ElideTitle() {
+  title_->setText(title_->fontMetrics().elidedText(title_text_, Qt::ElideRight, qMax(40, title_->width())));
+  title_->setToolTip(title_text_.toHtmlEscaped());
+  title_->setAccessibleName(title_text_);
+}
+
+}  // namespace TarnClient

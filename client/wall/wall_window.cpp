@@ -1,0 +1,130 @@
+#include "wall/wall_window.h"
+
+#include <QLocale>
+#include <QPainter>
+#include <QTime>
+
+#include "TarnUIDataController/skin_loader.h"
+
+namespace TarnClient {
+
+namespace {
+
+constexpr int kMargin = 8;
+
+QColor Color(const char* name) {
+  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
+}
+
+}  // namespace
+
+CWallWindow::CWallWindow(int number, QWidget* parent) : QWidget(parent), number_(number) {
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  RenewDescription();
+}
+
+CWallWindow::~CWallWindow() = default;
+
+void CWallWindow::Show(const QString& camera, std::unique_ptr<IPictureSource> source) {
+  if (source_) {
+    source_->Stop();
+  }
+  source_ = std::move(source);
+  camera_ = source_ ? camera : QString();
+  shown_number_ = -1;
+  frames_ = 0;
+  if (source_) {
+    source_->Start();
+  }
+  RenewDescription();
+  update();
+}
+
+QString CWallWindow::StateName() const {
+  switch (source_ ? source_->GetState() : IPictureSource::State::Stopped) {
+    case IPictureSource::State::Live:
+      return QStringLiteral("live");
+    case IPictureSource::State::Opening:
+      return QStringLiteral("opening");
+    default:
+      return QStringLiteral("lost");
+  }
+}
+
+void CWallWindow::Tick() {
+  if (!source_) {
+    return;
+  }
+  const int second = QTime::currentTime().second();
+  if (source_->LatestNumber() != shown_number_ || second != shown_second_) {
+    shown_second_ = second;
+    update();
+  }
+  RenewDescription();
+}
+
+void CWallWindow::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(rect(), Color("wall_empty"));
+  if (source_) {
+    PaintPicture(painter);
+    PaintBar(painter);
+  } else {
+    PaintEmpty(painter);
+  }
+}
+
+void CWallWindow::PaintPicture(QPainter& painter) {
+  const qint64 number = source_->LatestNumber();
+  const QImage picture = source_->LatestPicture(size());
+  if (picture.isNull()) {
+    painter.setPen(Color("wall_hint"));
+    painter.drawText(rect(), Qt::AlignCenter, tr("Connecting..."));
+    return;
+  }
+  QRect target(QPoint(), picture.size().scaled(size(), Qt::KeepAspectRatio));
+  target.moveCenter(rect().center());
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter.drawImage(target, picture);
+  if (number != shown_number_) {
+    shown_number_ = number;
+    ++frames_;
+  }
+}
+
+void CWallWindow::PaintBar(QPainter& painter) {
+  const QFontMetrics metrics = fontMetrics();
+  const QRect bar(0, 0, width(), metrics.height() + 6);
+  QColor back = Color("wall_bar");
+  back.setAlpha(225);
+  painter.fillRect(bar, back);
+  const QRect inside = bar.adjusted(kMargin, 0, -kMargin, 0);
+  const QString time = QLocale().toString(QTime::currentTime(), QStringLiteral("HH:mm:ss"));
+  const int time_width = metrics.horizontalAdvance(time);
+  const bool room_for_time = inside.width() > 3 * time_width;
+  const int name_width = room_for_time ? inside.width() - time_width - kMargin : inside.width();
+  painter.setPen(Color("wall_text"));
+  painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, metrics.elidedText(camera_, Qt::ElideRight, name_width));
+  if (room_for_time) {
+    painter.drawText(inside, Qt::AlignRight | Qt::AlignVCenter, time);
+  }
+}
+
+void CWallWindow::PaintEmpty(QPainter& painter) {
+  painter.setPen(Color("wall_hint"));
+  painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin), Qt::AlignCenter | Qt::TextWordWrap,
+                   tr("No camera"));
+}
+
+// Assistive technology hears of a window only when something about it changed.
+void CWallWindow::RenewDescription() {
+  const QString text = source_ ? tr("Window %1: %2, %3").arg(QString::number(number_), camera_, StateName())
+                               : tr("Window %1: no camera").arg(number_);
+  if (text != described_) {
+    described_ = text;
+    setAccessibleName(text);
+    setToolTip(source_ ? camera_.toHtmlEscaped() : QString());
+  }
+}
+
+}  // namespace TarnClient
