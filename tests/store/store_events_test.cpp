@@ -59,6 +59,7 @@ class StoreEventsTest : public QObject {
   void TellsOthersAndNotItself();
   void TellsRecipientsOfShares();
   void ReadsAllAgainAfterAGap();
+  void ComesBackAfterALostConnection();
   void RaisesTheTreeEventAtLogIn();
   void ToleratesRemovalWhileTelling();
   void AnnouncesChildrenUnderLoadAll();
@@ -176,6 +177,28 @@ void StoreEventsTest::ReadsAllAgainAfterAGap() {
   QCOMPARE(ann.RenameGroup(ann.Group("-1", "Renamed unseen"), "Seen"), QString());
   QTRY_COMPARE(bob.Groups("-1"), QStringList{"Seen@-1"});
   QCOMPARE(record.size(), 1);  // and goes on change by change
+}
+
+void StoreEventsTest::ComesBackAfterALostConnection() {
+  if (!CStoreFixture::OnPostgres()) {
+    QSKIP("A file has no connection to lose.");
+  }
+  CStoreFixture fixture;
+  const CClient ann(fixture.Open());
+  QStringList record;
+  CRecorder recorder(ann, &record);
+  recorder.Watch(kGroupType, "root");
+  for (int round = 1; round <= 2; ++round) {
+    fixture.RunOnServer(
+        "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE pid <> pg_backend_pid()"
+        " AND datname = current_database()");
+    fixture.RunOnServer(
+        QString("UPDATE plan_group SET name = 'Changed meanwhile %1' WHERE parent_code = -1").arg(round));
+    QTRY_COMPARE(record.size(), round);
+    QCOMPARE(record.last(), Line("root", 8, "", 0));
+    QCOMPARE(ann.Groups("-1"), QStringList{QString("Changed meanwhile %1@-1").arg(round)});
+    QCOMPARE(ann.AddPlan("-1", "Works again"), QString());
+  }
 }
 
 void StoreEventsTest::RaisesTheTreeEventAtLogIn() {

@@ -16,23 +16,27 @@ QString Text(bool done, const Response& response) {
   return done ? QString() : response.error_info.empty() ? "(blank)" : QString::fromStdString(response.error_info);
 }
 
-// A database of its own in the server that the environment names.
-QString NewPostgresDatabase() {
-  static int number = 0;
-  QUrl url(QString::fromLocal8Bit(qgetenv("TARN_TEST_POSTGRES")));
-  const QString name = QStringLiteral("store_%1_%2").arg(QCoreApplication::applicationPid()).arg(++number);
+void RunStatement(const QUrl& url, const QString& statement) {
   {
     QSqlDatabase admin = QSqlDatabase::addDatabase("QPSQL", "admin");
     admin.setHostName(url.host());
     admin.setPort(url.port());
     admin.setUserName(url.userName());
-    admin.setPassword(url.password());
-    admin.setDatabaseName("postgres");
-    if (!admin.open() || !QSqlQuery(admin).exec("CREATE DATABASE " + name)) {
-      qFatal("no test database: %s", qPrintable(admin.lastError().text()));
+    admin.setDatabaseName(url.path().mid(1));
+    if (!admin.open() || !QSqlQuery(admin).exec(statement)) {
+      qFatal("%s fails: %s", qPrintable(statement), qPrintable(admin.lastError().text()));
     }
   }
   QSqlDatabase::removeDatabase("admin");
+}
+
+// A database of its own in the server that the environment names.
+QString NewPostgresDatabase() {
+  static int number = 0;
+  QUrl url(QString::fromLocal8Bit(qgetenv("TARN_TEST_POSTGRES")));
+  const QString name = QStringLiteral("store_%1_%2").arg(QCoreApplication::applicationPid()).arg(++number);
+  url.setPath("/postgres");
+  RunStatement(url, "CREATE DATABASE " + name);
   url.setPath("/" + name);
   return url.toString();
 }
@@ -91,6 +95,10 @@ bool CStoreFixture::OnPostgres() {
 CStoreFixture::CStoreFixture() {
   options.url = OnPostgres() ? NewPostgresDatabase() : "sqlite:" + folder_.filePath("plans.db");
   options.first_content = SmallSite;
+}
+
+void CStoreFixture::RunOnServer(const QString& statement) const {
+  RunStatement(QUrl(options.url), statement);
 }
 
 QString CStoreFixture::File() const {

@@ -29,6 +29,9 @@ class CStoreFixture {
   /// Opens the store as one more client, logged in and downloaded.
   std::shared_ptr<TarnHost::CPlanStore> Open(const QString& user = "ann") const;
 
+  /// On a server: runs a statement in the store's database, past the store.
+  void RunOnServer(const QString& statement) const;
+
   static bool OnPostgres();
 
  private:

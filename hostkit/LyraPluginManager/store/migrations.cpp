@@ -41,11 +41,7 @@ QStringList FirstLayout(const CSqlEngine& engine) {
   };
 }
 
-void RunStep(CSqlEngine& engine, const Migration& step) {
-  CTransaction transaction(engine, CTransaction::kWrite);
-  if (StoredVersion(engine) >= step.to) {
-    return;  // another process was quicker
-  }
+void Apply(CSqlEngine& engine, const Migration& step) {
   for (const QString& statement : step.statements(engine)) {
     engine.RunOnce(statement);
   }
@@ -53,7 +49,14 @@ void RunStep(CSqlEngine& engine, const Migration& step) {
       "INSERT INTO store_info (name, value) VALUES ('version', ?)"
       " ON CONFLICT (name) DO UPDATE SET value = excluded.value",
       {QString::number(step.to)});
-  transaction.Commit();
+}
+
+void RunStep(CSqlEngine& engine, const Migration& step) {
+  CTransaction transaction(engine, CTransaction::kWrite);
+  if (StoredVersion(engine) < step.to) {  // otherwise another process was quicker
+    Apply(engine, step);
+    transaction.Commit();
+  }
 }
 
 }  // namespace
@@ -65,6 +68,13 @@ const std::vector<Migration>& AllMigrations() {
 
 int StoredVersion(CSqlEngine& engine) {
   return engine.Value("SELECT value FROM store_info WHERE name = 'version'").toString().toInt();
+}
+
+void MakeLayout(CSqlEngine& engine, const std::vector<Migration>& migrations) {
+  engine.RunOnce("CREATE TABLE store_info (name TEXT PRIMARY KEY, value TEXT NOT NULL)");
+  for (const Migration& step : migrations) {
+    Apply(engine, step);
+  }
 }
 
 void Migrate(CSqlEngine& engine, const QString& place, const std::vector<Migration>& migrations) {

@@ -17,6 +17,9 @@ const std::vector<Migration>& AllMigrations();
 /// Version of the opened store; 0 for one without any table.
 int StoredVersion(CSqlEngine& engine);
 
+/// Makes the newest layout in an empty database, inside the caller's transaction.
+void MakeLayout(CSqlEngine& engine, const std::vector<Migration>& migrations = AllMigrations());
+
 /// Brings the opened store to the newest version, each step in a transaction of its own. Refuses a store that is
 /// newer than the last step.
 void Migrate(CSqlEngine& engine, const QString& place, const std::vector<Migration>& migrations = AllMigrations());

@@ -35,6 +35,7 @@ class CObserverHub : public QObject {
   void Register(ResourceData::IResourceObserver* observer, const Key& key);
   void Unregister(ResourceData::IResourceObserver* observer, const Key& key);
   void Post(std::vector<Event> events);
+  bool IsObserved(const Key& key) const { return !ObserversOf(key).empty(); }
   /// Forgets all observers and events, for good.
   void Close();
 

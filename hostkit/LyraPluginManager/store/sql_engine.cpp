@@ -13,25 +13,27 @@ QVariant NotNull(const QVariant& value) {
 }  // namespace
 
 CSqlEngine::CSqlEngine(const QString& driver, const QString& place)
-    : place_(place), connection_(QUuid::createUuid().toString(QUuid::WithoutBraces)) {
-  database_ = QSqlDatabase::addDatabase(driver, connection_);
-}
+    : place_(place), driver_(driver), connection_(QUuid::createUuid().toString(QUuid::WithoutBraces)) {}
 
 CSqlEngine::~CSqlEngine() {
   Close();
-  database_ = QSqlDatabase();
-  QSqlDatabase::removeDatabase(connection_);
 }
 
 void CSqlEngine::OpenDatabase() {
+  database_ = QSqlDatabase::addDatabase(driver_, connection_);
+  Configure(&database_);
   if (!database_.open()) {
     Fail(database_.lastError());
   }
 }
 
+// The driver goes before its statements, or each of them would still turn to a server that may be lost.
 void CSqlEngine::Close() {
+  if (database_.isValid()) {
+    database_ = QSqlDatabase();
+    QSqlDatabase::removeDatabase(connection_);
+  }
   statements_.clear();
-  database_.close();
 }
 
 void CSqlEngine::Commit() {

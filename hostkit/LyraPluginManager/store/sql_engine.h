@@ -33,6 +33,8 @@ class CSqlEngine {
 
   /// Whether others may have written since the last call; cheap.
   virtual bool MayHaveChanged() = 0;
+  /// Whether the database holds a store.
+  virtual bool IsFilled() = 0;
   /// Name of the type for bytes.
   virtual QString BytesType() const = 0;
   /// How long a transaction waits for other processes; also before Open().
@@ -52,6 +54,7 @@ class CSqlEngine {
 
   virtual CStoreError::Kind KindOf(const QSqlError& error) const = 0;
   [[noreturn]] void Fail(const QSqlError& error) const;
+  virtual void Configure(QSqlDatabase* database) const = 0;
   void OpenDatabase();
 
   QSqlDatabase database_;
@@ -61,7 +64,7 @@ class CSqlEngine {
   QSqlQuery& Prepared(const QString& sql);
   QSqlQuery& Run(const QString& sql, const QVariantList& values);
 
-  QString connection_;
+  const QString driver_, connection_;
   QHash<QString, std::shared_ptr<QSqlQuery>> statements_;
 };
 

@@ -9,8 +9,10 @@ enum ResultCode { kPermission = 3, kBusy = 5, kLocked = 6, kReadOnly = 8, kCorru
 }  // namespace
 
 CSqliteEngine::CSqliteEngine(const QString& file, const QString& place)
-    : CSqlEngine(QStringLiteral("QSQLITE"), place.isEmpty() ? file : place) {
-  database_.setDatabaseName(file);
+    : CSqlEngine(QStringLiteral("QSQLITE"), place.isEmpty() ? file : place), file_(file) {}
+
+void CSqliteEngine::Configure(QSqlDatabase* database) const {
+  database->setDatabaseName(file_);
 }
 
 void CSqliteEngine::Open() {
@@ -34,6 +36,10 @@ void CSqliteEngine::BeginWrite() {
 
 void CSqliteEngine::BeginRead() {
   RunOnce(QStringLiteral("BEGIN"));
+}
+
+bool CSqliteEngine::IsFilled() {
+  return Value(QStringLiteral("SELECT 1 FROM sqlite_master WHERE name = 'store_info'")).isValid();
 }
 
 bool CSqliteEngine::MayHaveChanged() {

@@ -18,12 +18,15 @@ class CSqliteEngine : public CSqlEngine {
   void BeginWrite() override;
   void BeginRead() override;
   bool MayHaveChanged() override;
+  bool IsFilled() override;
   QString BytesType() const override { return QStringLiteral("BLOB"); }
   void SetPatience(int milliseconds) override;
 
  private:
+  void Configure(QSqlDatabase* database) const override;
   CStoreError::Kind KindOf(const QSqlError& error) const override;
 
+  const QString file_;
   int patience_ = kPatience;
   int64_t data_version_ = -1;
 };

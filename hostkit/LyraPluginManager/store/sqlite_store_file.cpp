@@ -68,11 +68,11 @@ class CNewFile {
   const QString target_, path_;
 };
 
-void Fill(CSqliteEngine& engine, const QString& place, const NewStore& fresh) {
+void Fill(CSqliteEngine& engine, const NewStore& fresh) {
   engine.Open();
   engine.RunOnce(QStringLiteral("PRAGMA application_id = %1").arg(CSqliteEngine::kApplicationId));
   engine.RunOnce("PRAGMA journal_mode = WAL");
-  FillNewStore(engine, place, fresh);
+  FillNewStore(engine, fresh);
 }
 
 void MakeStoreFile(const QString& file, const NewStore& fresh) {
@@ -82,7 +82,7 @@ void MakeStoreFile(const QString& file, const NewStore& fresh) {
   const CNewFile part(file);
   {
     CSqliteEngine engine(part.Path(), file);
-    Fill(engine, file, fresh);
+    Fill(engine, fresh);
   }
   part.Publish();
 }
@@ -143,7 +143,7 @@ void CheckUnlocked(CSqlEngine& engine) {
 std::unique_ptr<CSqlEngine> MakeMemoryStore(const NewStore& fresh) {
   auto engine = std::make_unique<CSqliteEngine>(":memory:");
   engine->Open();
-  FillNewStore(*engine, ":memory:", fresh);
+  FillNewStore(*engine, fresh);
   return engine;
 }
 

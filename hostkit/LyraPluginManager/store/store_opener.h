@@ -20,7 +20,7 @@ struct NewStore {
 /// cannot be used; nothing that exists is changed before it was found to be a sound store. Thread: the database's.
 std::unique_ptr<CSqlEngine> OpenStore(const QString& url, const NewStore& fresh);
 
-/// Makes tables and content in the empty database of `engine`.
-void FillNewStore(CSqlEngine& engine, const QString& place, const NewStore& fresh);
+/// Makes tables and content in the database of `engine`, all or nothing; leaves one that has them as it is.
+void FillNewStore(CSqlEngine& engine, const NewStore& fresh);
 
 }  // namespace TarnHost::Store

@@ -73,13 +73,24 @@ void CStoreServices::Close() {
 void CStoreServices::Beat() {
   QString trouble;
   try {
+    Reconnect();
     DownloadWhenWanted();
     session_->Poll();
   } catch (const CStoreError& error) {
     trouble = error.Text();
+    connection_lost_ = error.GetKind() == CStoreError::kConnectionLost;
   }
   if (trouble != std::exchange(last_trouble_, trouble) && !trouble.isEmpty()) {
     marlog::Write("LyraClientError", marlog::Error, "[%s(%d)] - %s", __func__, __LINE__, qUtf8Printable(trouble));
+  }
+}
+
+void CStoreServices::Reconnect() {
+  if (connection_lost_) {
+    engine_->Close();
+    engine_->Open();
+    session_->Resume();
+    connection_lost_ = false;
   }
 }
 
@@ -109,7 +120,11 @@ bool CStoreServices::LogIn(const QString& user, QString* error) {
     return false;
   }
   user_ = found->id;
-  hub_->Post({WholeTreeEvent()});
+  // Who registers after the log-in reads as this user anyway and has no reason to load twice.
+  const auto event = WholeTreeEvent();
+  if (hub_->IsObserved(event.key)) {
+    hub_->Post({event});
+  }
   return true;
 }
 

@@ -77,8 +77,9 @@ class CStoreServices : public CPlanStore {
                         play_plugin_protocol::GetStreamAbiResponse& response) override;
 
  private:
-  void OpenDatabase();  // on the database thread, as the next three
+  void OpenDatabase();  // on the database thread, as the next four
   void Beat();
+  void Reconnect();
   void DownloadWhenWanted();
   void CloseDatabase();
 
@@ -107,6 +108,7 @@ class CStoreServices : public CPlanStore {
   std::unique_ptr<CStoreSession> session_;
   std::unique_ptr<CPlanWriter> writer_;
   QString last_trouble_;
+  bool connection_lost_ = false;
 
   CDatabaseThread thread_;
 };

@@ -1,0 +1,91 @@
+#include "store/postgres_engine.h"
+
+#include "store/migrations.h"
+#include "store/store_opener.h"
+
+namespace TarnHost::Store {
+namespace {
+
+constexpr int kPatience = 5000;  // ms
+// Any number will do that is no other program's.
+constexpr int kWriterLock = 0x5461726e;
+constexpr int kDefaultPort = 5432;
+
+// The store as messages name it: without the password.
+QString PlaceOf(const QUrl& url) {
+  return url.toString(QUrl::RemovePassword | QUrl::RemoveQuery);
+}
+
+}  // namespace
+
+CPostgresEngine::CPostgresEngine(const QUrl& url) : CSqlEngine(QStringLiteral("QPSQL"), PlaceOf(url)), url_(url) {}
+
+void CPostgresEngine::Configure(QSqlDatabase* database) const {
+  database->setHostName(url_.host());
+  database->setPort(url_.port(kDefaultPort));
+  database->setUserName(url_.userName(QUrl::FullyDecoded));
+  database->setPassword(url_.password(QUrl::FullyDecoded));
+  database->setDatabaseName(url_.path(QUrl::FullyDecoded).mid(1));
+  database->setConnectOptions(QStringLiteral("connect_timeout=5"));
+}
+
+void CPostgresEngine::Open() {
+  OpenDatabase();
+  RunOnce(QStringLiteral("SET client_min_messages = warning"));
+  RunOnce(QStringLiteral("SET synchronous_commit = on"));
+  SetPatience(kPatience);
+}
+
+void CPostgresEngine::SetPatience(int milliseconds) {
+  RunOnce(QStringLiteral("SET lock_timeout = %1").arg(milliseconds));
+}
+
+// Writers take turns: the numbers in the change log would otherwise not follow the order of the commits, and a reader
+// of the log could miss one.
+void CPostgresEngine::BeginWrite() {
+  RunOnce(QStringLiteral("BEGIN"));
+  try {
+    RunOnce(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(kWriterLock));
+  } catch (...) {
+    Rollback();
+    throw;
+  }
+}
+
+void CPostgresEngine::BeginRead() {
+  RunOnce(QStringLiteral("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"));
+}
+
+// Asks the table of tables: the server's quicker ways answer from a cache that may miss what was made a moment ago.
+bool CPostgresEngine::IsFilled() {
+  return Value("SELECT 1 FROM pg_tables WHERE schemaname = current_schema() AND tablename = 'store_info'").isValid();
+}
+
+CStoreError::Kind CPostgresEngine::KindOf(const QSqlError& error) const {
+  const QString state = error.nativeErrorCode();
+  if (!database_.isOpen() || error.type() == QSqlError::ConnectionError || state.startsWith("08") ||
+      state.startsWith("57P") || state.isEmpty()) {
+    return CStoreError::kConnectionLost;
+  }
+  if (state == "55P03") {
+    return CStoreError::kBusy;
+  }
+  return state == "25006" || state == "42501" ? CStoreError::kReadOnly : CStoreError::kFailed;
+}
+
+std::unique_ptr<CSqlEngine> OpenPostgresStore(const QUrl& url, const NewStore& fresh) {
+  auto engine = std::make_unique<CPostgresEngine>(url);
+  const QString place = PlaceOf(url);
+  try {
+    engine->Open();
+  } catch (const CStoreError&) {
+    throw CStoreError(QStringLiteral("The plan store %1 cannot be reached.").arg(place), CStoreError::kConnectionLost);
+  }
+  if (!engine->IsFilled()) {
+    FillNewStore(*engine, fresh);
+  }
+  Migrate(*engine, place);
+  return engine;
+}
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,65 @@
+#!/usr/bin/env python3
+"""Runs a program with a PostgreSQL server of its own: with_postgres.py PROGRAM [ARGUMENT...]
+
+The server listens on 127.0.0.1 alone, keeps its data in a folder that goes with it, and does not run as root. The
+program finds it in TARN_TEST_POSTGRES. Exit code 77 when PostgreSQL is not installed.
+"""
+import glob
+import os
+import pwd
+import shutil
+import signal
+import socket
+import subprocess
+import sys
+import tempfile
+
+
+def tool(name):
+    found = sorted(glob.glob(f"/usr/lib/postgresql/*/bin/{name}"))
+    return found[-1] if found else shutil.which(name)
+
+
+def free_port():
+    with socket.socket() as probe:
+        probe.bind(("127.0.0.1", 0))
+        return probe.getsockname()[1]
+
+
+def unprivileged():
+    if os.geteuid() != 0:
+        return {}
+    account = pwd.getpwnam("nobody")
+    return {"user": account.pw_uid, "group": account.pw_gid, "extra_groups": []}
+
+
+def main():
+    initdb, server, ready = tool("initdb"), tool("postgres"), tool("pg_isready")
+    if not (initdb and server and ready):
+        print("PostgreSQL is not installed: nothing is tested against a server.")
+        return 77
+    folder = tempfile.mkdtemp(prefix="tarn-postgres-")
+    account = unprivileged()
+    if account:
+        os.chown(folder, account["user"], account["group"])
+    data, port = os.path.join(folder, "data"), str(free_port())
+    process = None
+    try:
+        subprocess.run([initdb, "-D", data, "-U", "tarn", "-A", "trust", "-E", "UTF8", "--locale=C", "--no-sync"],
+                       check=True, stdout=subprocess.DEVNULL, cwd=folder, **account)
+        process = subprocess.Popen(
+            [server, "-D", data, "-p", port, "-c", "listen_addresses=127.0.0.1", "-c", f"unix_socket_directories={folder}",
+             "-c", "log_min_messages=panic", "-c", "fsync=off"], cwd=folder, **account)
+        subprocess.run(f"for i in $(seq 100); do '{ready}' -q -h 127.0.0.1 -p {port} && exit 0; "
+                       f"kill -0 {process.pid} || exit 1; sleep 0.1; done; exit 1", shell=True, check=True)
+        environment = dict(os.environ, TARN_TEST_POSTGRES=f"postgresql://tarn@127.0.0.1:{port}")
+        return subprocess.run(sys.argv[1:], env=environment).returncode
+    finally:
+        if process is not None:
+            process.send_signal(signal.SIGINT)
+            process.wait()
+        shutil.rmtree(folder, ignore_errors=True)
+
+
+if __name__ == "__main__":
+    sys.exit(main())
