@@ -6,6 +6,7 @@
 
 #include "figures.h"
 #include "plain_rows.h"
+#include "standard_plan_model.h"
 #include "view_manager_param.h"
 #include "view_plan_item.h"
 #include "view_sort_filter_proxy_model.h"
@@ -43,7 +44,7 @@ class CountingProxy : public CViewSortFilterProxyModel {
   mutable int comparisons = 0;
 };
 
-std::unique_ptr<QStandardItemModel> MakeSiblings() {
+std::unique_ptr<CStandardPlanModel> MakeSiblings() {
   std::vector<int> numbers(kSiblings);
   for (int i = 0; i < kSiblings; ++i) {
     numbers[i] = i;
@@ -54,7 +55,7 @@ std::unique_ptr<QStandardItemModel> MakeSiblings() {
   for (const int number : numbers) {
     rows.append(new CViewPlanItem(param, BenchPlan(number)));
   }
-  auto model = std::make_unique<QStandardItemModel>();
+  auto model = std::make_unique<CStandardPlanModel>(param, nullptr);
   model->invisibleRootItem()->appendRows(rows);
   return model;
 }

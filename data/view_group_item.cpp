@@ -22,11 +22,12 @@ int GroupItemType(int family) {
 
 CViewGroupItem::CViewGroupItem(const ViewManagerParam& param, const view_plugin_protocol::PlanGroup& group)
     : param_(param), group_(group) {
+  // What sorting asks for goes first: an item looks its roles up one after the other.
   setText(QString::fromStdString(group.name));
+  setData(GroupItemType(group.type), ItemTypeRole);
   setIcon(CViewPublicDef::GetPlanGroupIcon(param.type == PublicTheme));
   setData(QVariant::fromValue(group), ItemRecordRole);
   setData(QString::fromStdString(group.index_code), GroupIndexCodeRole);
-  setData(GroupItemType(group.type), ItemTypeRole);
   setData(true, IsGroupRole);
   setData(group.type, GroupTypeRole);
   setData(true, GroupMarkRole);

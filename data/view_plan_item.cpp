@@ -22,11 +22,12 @@ int PlanItemType(int family) {
 
 CViewPlanItem::CViewPlanItem(const ViewManagerParam& param, const view_plugin_protocol::PlanBasicInfo& plan)
     : param_(param), plan_(plan) {
+  // What sorting asks for goes first: an item looks its roles up one after the other.
   setData(QString::fromStdString(plan.name), Qt::DisplayRole);
+  setData(PlanItemType(plan.type), ItemTypeRole);
   setIcon(CViewPublicDef::GetPlanIcon(param.type == PublicTheme, false));
   setData(QVariant::fromValue(plan), ItemRecordRole);
   setData(QString::fromStdString(plan.index_code), PlanIndexCodeRole);
-  setData(PlanItemType(plan.type), ItemTypeRole);
   setData(false, IsGroupRole);
   setData(plan.type, PlanTypeRole);
   setData(false, PlayingRole);

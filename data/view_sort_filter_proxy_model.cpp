@@ -4,6 +4,7 @@
 #include "MarUIControl/standard_item_model.h"
 #include "item_type.h"
 #include "plan_item_role.h"
+#include "standard_plan_model.h"
 
 namespace TarnPlanView {
 
@@ -12,10 +13,33 @@ constexpr int kAddRight = 5;
 constexpr int kEditRight = 6;
 constexpr int kCompareNames = 2;
 
-int TypeOf(const QModelIndex& index) {
-  bool ok = false;
-  const int type = index.data(ItemTypeRole).toInt(&ok);
-  return ok ? type : -1;
+/// One row of the source while it is compared. A plan tree's row is looked up once for all roles: a long sort asks for
+/// millions of them.
+class SourceRow {
+ public:
+  SourceRow(const CStandardPlanModel* tree, const QModelIndex& index)
+      : index_(index), item_(tree && index.model() == tree ? tree->itemFromIndex(index) : nullptr) {}
+
+  QVariant Data(int role) const { return item_ ? item_->data(role) : index_.data(role); }
+
+  int Type() const {
+    bool ok = false;
+    const int type = Data(ItemTypeRole).toInt(&ok);
+    return ok ? type : -1;
+  }
+
+ private:
+  const QModelIndex& index_;
+  const QStandardItem* item_;
+};
+
+/// The text in `value` itself where it holds one: a long sort would copy it millions of times.
+const QString& TextOf(const QVariant& value, QString& scratch) {
+  if (value.userType() == QMetaType::QString) {
+    return *static_cast<const QString*>(value.constData());
+  }
+  scratch = value.toString();
+  return scratch;
 }
 }  // namespace
 
@@ -24,6 +48,7 @@ struct CViewSortFilterProxyModel::Data {
   bool add_mode = false;
   bool edit_mode = false;  // carried for consumers
   bool show_theme2 = false;
+  const CStandardPlanModel* tree = nullptr;  // the source when it is a plan tree
 };
 
 CViewSortFilterProxyModel::CViewSortFilterProxyModel(QObject* parent, bool filterEnabled)
@@ -39,6 +64,11 @@ CViewSortFilterProxyModel::CViewSortFilterProxyModel(QObject* parent, bool filte
 
 CViewSortFilterProxyModel::~CViewSortFilterProxyModel() = default;
 
+void CViewSortFilterProxyModel::setSourceModel(QAbstractItemModel* source) {
+  data_->tree = qobject_cast<const CStandardPlanModel*>(source);
+  QSortFilterProxyModel::setSourceModel(source);
+}
+
 void CViewSortFilterProxyModel::SetFilterEnabled(bool enabled) {
   data_->filter_enabled = enabled;
 }
@@ -49,7 +79,7 @@ void CViewSortFilterProxyModel::SetAddOrEdit(bool add) {
 }
 
 QPair<int, int> CViewSortFilterProxyModel::GetIndexType(const QModelIndex& left, const QModelIndex& right) const {
-  return {TypeOf(left), TypeOf(right)};
+  return {SourceRow(nullptr, left).Type(), SourceRow(nullptr, right).Type()};
 }
 
 bool CViewSortFilterProxyModel::isPublicTarget() const {
@@ -80,20 +110,25 @@ bool CViewSortFilterProxyModel::lessThan(const QModelIndex& left, const QModelIn
   if (!left.isValid() || !right.isValid()) {
     return false;
   }
-  const QPair<int, int> types = GetIndexType(left, right);
-  if (types.first != types.second) {
-    return types.first < types.second;
+  const SourceRow left_row(data_->tree, left);
+  const SourceRow right_row(data_->tree, right);
+  const int left_type = left_row.Type();
+  const int right_type = right_row.Type();
+  if (left_type != right_type) {
+    return left_type < right_type;
   }
-  const QVariant left_text = left.data(Qt::DisplayRole);
+  const QVariant left_text = left_row.Data(Qt::DisplayRole);
   if (!left_text.isValid()) {
     return true;
   }
-  const QVariant right_text = right.data(Qt::DisplayRole);
+  const QVariant right_text = right_row.Data(Qt::DisplayRole);
   if (!right_text.isValid()) {
     return false;
   }
-  return MarUIControl::CStandardItemModel::CustomStringCompare(left_text.toString(), right_text.toString(),
-                                                               kCompareNames);
+  QString left_scratch;
+  QString right_scratch;
+  return MarUIControl::CStandardItemModel::CustomStringCompare(TextOf(left_text, left_scratch),
+                                                               TextOf(right_text, right_scratch), kCompareNames);
 }
 
 }  // namespace TarnPlanView

@@ -18,6 +18,8 @@ class CViewSortFilterProxyModel : public QSortFilterProxyModel {
   CViewSortFilterProxyModel(QObject* parent, bool filterEnabled, bool showTheme2);
   ~CViewSortFilterProxyModel() override;
 
+  void setSourceModel(QAbstractItemModel* source) override;
+
   void SetFilterEnabled(bool enabled);
   /// Add mode asks for the right to add, edit mode for the right to edit.
   void SetAddOrEdit(bool add);

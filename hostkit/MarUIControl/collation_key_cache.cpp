@@ -1,7 +1,5 @@
 #include "MarUIControl/collation_key_cache.h"
 
-#include <QLocale>
-
 namespace MarUIControl {
 
 namespace {
@@ -18,45 +16,69 @@ CollationKeyCache& CollationKeyCache::OfThisThread() {
   return cache;
 }
 
-// The locale is named: with the C locale of a bare machine the collator would compare numbers digit by digit.
-CollationKeyCache::CollationKeyCache() : collator_(QLocale(QLocale::English, QLocale::UnitedStates)) {
-  collator_.setNumericMode(true);
-  collator_.setCaseSensitivity(Qt::CaseInsensitive);
+// The locale is named: the order must not depend on the machine's settings.
+CollationKeyCache::CollationKeyCache() {
+  UErrorCode status = U_ZERO_ERROR;
+  collator_.reset(ucol_open("en_US", &status));
+  if (collator_) {
+    ucol_setAttribute(collator_.get(), UCOL_NORMALIZATION_MODE, UCOL_ON, &status);
+    ucol_setAttribute(collator_.get(), UCOL_NUMERIC_COLLATION, UCOL_ON, &status);
+    ucol_setStrength(collator_.get(), UCOL_SECONDARY);
+  }
+  if (!collator_ || U_FAILURE(status)) {
+    qWarning("no collation for names: %s; they sort by folded code points", u_errorName(status));
+    collator_.reset();
+  }
+}
+
+CollationKey CollationKeyCache::MakeKey(const QString& text) const {
+  if (!collator_) {
+    return CollationKey::FromBytes(text.toCaseFolded().toUtf8());
+  }
+  const auto* units = reinterpret_cast<const UChar*>(text.utf16());
+  QByteArray bytes(2 * text.size() + 16, Qt::Uninitialized);
+  for (;;) {
+    const int needed =
+        ucol_getSortKey(collator_.get(), units, text.size(), reinterpret_cast<uint8_t*>(bytes.data()), bytes.size());
+    const bool fits = needed <= bytes.size();
+    bytes.resize(needed);
+    if (fits) {
+      return CollationKey::FromBytes(bytes);
+    }
+  }
 }
 
 // Keys on both sides in every case: mixing them with direct comparisons could break the strict weak order.
 int CollationKeyCache::Compare(const QString& left, const QString& right) {
-  // By value (shared data, no text is copied): the second look-up may turn the generations over.
-  const QCollatorSortKey left_key = KeyOf(left);
-  return left_key.compare(KeyOf(right));
+  const CollationKey* left_key = young_.Find(left);
+  const CollationKey* right_key = young_.Find(right);
+  if (left_key && right_key) {
+    return left_key->Compare(*right_key);
+  }
+  // By value: the second look-up may turn the generations over.
+  const CollationKey kept = KeyOf(left);
+  return kept.Compare(KeyOf(right));
 }
 
-QCollatorSortKey CollationKeyCache::KeyOf(const QString& text) {
-  return OwnsCharacters(text) ? EntryOf(text).key : collator_.sortKey(text);
+CollationKey CollationKeyCache::KeyOf(const QString& text) {
+  if (!OwnsCharacters(text)) {
+    return MakeKey(text);
+  }
+  if (const CollationKey* young = young_.Find(text)) {
+    return *young;
+  }
+  const CollationKey* old = old_.Find(text);
+  const CollationKey key = old ? *old : MakeKey(text);
+  Insert(text, key);
+  return key;
 }
 
-const CollationKeyCache::Entry& CollationKeyCache::EntryOf(const QString& text) {
-  const QChar* address = text.constData();
-  const auto young = young_.find(address);
-  if (young != young_.end()) {
-    return young->second;
+void CollationKeyCache::Insert(const QString& text, const CollationKey& key) {
+  if (young_.Size() >= kGenerationSize) {
+    old_.Swap(young_);
+    young_.Clear();
   }
-  const auto old = old_.find(address);
-  if (old == old_.end()) {
-    return Insert({text, collator_.sortKey(text)});
-  }
-  Entry entry = std::move(old->second);
-  old_.erase(old);
-  return Insert(std::move(entry));
-}
-
-const CollationKeyCache::Entry& CollationKeyCache::Insert(Entry entry) {
-  if (young_.size() >= kGenerationSize) {
-    old_.swap(young_);
-    young_.clear();
-  }
-  const QChar* address = entry.text.constData();
-  return young_.emplace(address, std::move(entry)).first->second;
+  young_.Insert(text, key);
 }
 
 }  // namespace MarUIControl

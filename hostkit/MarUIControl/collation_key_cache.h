@@ -1,14 +1,18 @@
 #pragma once
 
-#include <QCollator>
+#include <unicode/ucol.h>
+
 #include <QString>
-#include <unordered_map>
+#include <memory>
+
+#include "MarUIControl/collation_key_table.h"
 
 namespace MarUIControl {
 
-/// Collation keys of recent texts. A key is found by the address of the text's characters; the entry holds the text,
-/// so that the address cannot come to mean another one. Two generations: when the young one is full the old one is
-/// dropped, so texts in use stay and memory is bounded. Thread: one cache a thread.
+/// Collation keys of recent texts, found by the address of the text's characters. Two generations: when the young one
+/// is full the old one is dropped, so texts in use stay and memory is bounded. Thread: one cache a thread.
+///
+/// Asks ICU itself, which Qt's collator stands on, because Qt hides the bytes of its keys.
 class CollationKeyCache {
  public:
   static constexpr size_t kGenerationSize = 131072;
@@ -18,23 +22,21 @@ class CollationKeyCache {
   /// Below 0, 0 or above 0 as `left` sorts before, with or after `right`: numbers by value, case ignored.
   int Compare(const QString& left, const QString& right);
 
-  /// Texts whose keys are held at present.
-  size_t Size() const { return young_.size() + old_.size(); }
+  /// Keys that are held at present.
+  size_t Size() const { return young_.Size() + old_.Size(); }
 
  private:
-  struct Entry {
-    QString text;
-    QCollatorSortKey key;
+  struct Closer {
+    void operator()(UCollator* collator) const { ucol_close(collator); }
   };
-  using Generation = std::unordered_map<const QChar*, Entry>;
 
   CollationKeyCache();
-  QCollatorSortKey KeyOf(const QString& text);
-  const Entry& EntryOf(const QString& text);
-  const Entry& Insert(Entry entry);
+  CollationKey MakeKey(const QString& text) const;
+  CollationKey KeyOf(const QString& text);
+  void Insert(const QString& text, const CollationKey& key);
 
-  QCollator collator_;
-  Generation young_, old_;
+  std::unique_ptr<UCollator, Closer> collator_;
+  CollationKeyTable young_, old_;
 };
 
 }  // namespace MarUIControl

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <array>
+#include <vector>
+
+namespace MarUIControl {
+
+/// A text's collation key: keys order as their bytes do. The first bytes stand apart, so that most comparisons need
+/// no further memory.
+struct CollationKey {
+  std::array<quint64, 2> head{};  // the first 16 bytes, most significant first, padded with zeros
+  QByteArray bytes;
+
+  static CollationKey FromBytes(const QByteArray& bytes);
+  int Compare(const CollationKey& other) const;
+};
+
+/// Collation keys by the address of a text's characters: open addressing in one block, because sorting a long list is
+/// a few million look-ups and chained hashes spend most of it waiting for memory. Grows; never forgets single texts.
+class CollationKeyTable {
+ public:
+  /// Null when the text is not held. The pointer is good until the next Insert() or Clear().
+  const CollationKey* Find(const QString& text) const {
+    for (size_t at = SlotOf(text); !slots_[at].text.isNull(); at = (at + 1) & mask_) {
+      if (slots_[at].text.isSharedWith(text)) {
+        return &slots_[at].key;
+      }
+    }
+    return nullptr;
+  }
+
+  /// Holds `text`, which must own its characters and not be held yet, so that its address cannot come to mean another.
+  void Insert(const QString& text, const CollationKey& key);
+  void Clear();
+  void Swap(CollationKeyTable& other);
+  size_t Size() const { return size_; }
+
+ private:
+  static constexpr size_t kFirstSlots = 1024;
+
+  struct alignas(32) Slot {  // never across two cache lines
+    QString text;            // null in an empty slot
+    CollationKey key;
+  };
+
+  size_t SlotOf(const QString& text) const {
+    // Addresses of blocks share their low bits; the product spreads them over the high ones.
+    const auto address = reinterpret_cast<quint64>(text.constData());
+    return static_cast<size_t>((address * 0x9E3779B97F4A7C15ULL) >> 32) & mask_;
+  }
+  void Place(const QString& text, const CollationKey& key);
+  void Grow();
+
+  std::vector<Slot> slots_ = std::vector<Slot>(kFirstSlots);
+  size_t mask_ = kFirstSlots - 1;
+  size_t size_ = 0;
+};
+
+}  // namespace MarUIControl
