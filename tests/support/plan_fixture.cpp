@@ -37,6 +37,15 @@ TarnHost::PlanSite::Plan OneWindowPlan(const std::string& name, int group, int f
   return plan;
 }
 
+class CEventCounter : public ResourceData::IResourceObserver {
+ public:
+  void OnResourceUpdate(const Param&) override { ++count_; }
+  int Count() const { return count_; }
+
+ private:
+  int count_ = 0;
+};
+
 }  // namespace
 
 TarnHost::PlanSite SmallSite() {
@@ -76,14 +85,22 @@ bool CPlanFixture::Open(const PlanFixtureOptions& options, QString* error) {
   store_options.switch_overrides = options.switches;
   store_options.first_content = options.site;
   store_ = TarnHost::CPlanStore::Open(store_options, error);
-  if (!store_ || !store_->LogIn(options.user, error)) {
+  if (!store_) {
     return false;
   }
   services_ = std::make_shared<CRecordingServices>(store_);
   TarnHost::InstallHostServices(services_);
-  // The log-in tells observers that the whole tree is new; nobody is to hear that later.
-  QCoreApplication::processEvents();
-  return QTest::qWaitFor([this] { return store_->IsViewResourceDownFinish(); });
+  return logIn(options.user, error);
+}
+
+bool CPlanFixture::logIn(const QString& user, QString* error) {
+  // The log-in tells observers that the whole tree is new; the plug-in is not to hear that later.
+  CEventCounter events;
+  store_->ViewRegisterResourceUpdate(&events, {ResourceData::RT_VIEW_GROUP, "root", 1});
+  const bool done = store_->LogIn(user, error) && QTest::qWaitFor([&events] { return events.Count() > 0; }) &&
+                    QTest::qWaitFor([this] { return store_->IsViewResourceDownFinish(); });
+  store_->ViewRegisterResourceUpdate(&events, {ResourceData::RT_VIEW_GROUP, "root", 0});
+  return done;
 }
 
 void CPlanFixture::Start() {
@@ -164,11 +181,11 @@ QString CPlanFixture::findBelow(const std::string& code, const std::string& name
 }
 
 void CPlanFixture::Drain() {
-  QThreadPool::globalInstance()->waitForDone();
-  // A delivered answer may ask again.
-  QCoreApplication::processEvents();
-  QThreadPool::globalInstance()->waitForDone();
-  QCoreApplication::processEvents();
+  // A delivered answer may ask again, and the store tells its news by a timer.
+  for (int round = 0; round < 4; ++round) {
+    QThreadPool::globalInstance()->waitForDone();
+    QCoreApplication::processEvents();
+  }
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 

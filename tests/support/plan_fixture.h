@@ -66,6 +66,7 @@ class CPlanFixture {
   static void Watch(QAbstractItemModel* model);
 
  private:
+  bool logIn(const QString& user, QString* error);
   QString findBelow(const std::string& code, const std::string& name) const;
 
   std::unique_ptr<CMessageGuard> messages_;

@@ -1,0 +1,324 @@
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QThreadPool>
+#include <QtConcurrent>
+#include <QtTest>
+
+#include "item_type.h"
+#include "plan_item_role.h"
+#include "plan_test.h"
+#include "standard_plan_model.h"
+#include "standard_view_controller.h"
+#include "view_model_data_manager.h"
+#include "view_model_data_manager_export.h"
+
+using namespace TarnPlanView;
+using TarnTest::CPlanFixture;
+using TarnTest::CPlanTest;
+using TarnTest::Outline;
+
+namespace {
+
+const char kWholePublic[] =
+    "Plans(Public A(A1(A1 plan 2,A1 plan 10),Public A plan 2,Public A plan 10),"
+    "Public B(Public B plan 2,Public B plan 10),Public root plan)";
+
+QString Info(const char* function, const char* text) {
+  return QStringLiteral("LyraClientInfo 1 [TarnPlanView::CViewModelDataManager::%1(#)] - %2").arg(function, text);
+}
+
+}  // namespace
+
+// Start-up, the wait for the download, full and empty trees, reload and shut-down of the plan data.
+class ManagerLoadingTest : public CPlanTest {
+  Q_OBJECT
+ private Q_SLOTS:
+  void NineModelsInOrder();
+  void OnDemandLoadsTheTopAlone();
+  void LoadAllDescendsThroughTheFirstModel();
+  void SecondLoadRepeatsTheSignalAlone();
+  void PanelsAreToldBeforeTheTreesEmpty();
+  void HostNotReady_data();
+  void HostNotReady();
+  void FailedTopLevelStillInitialises();
+  void WaitsForTheDownload();
+  void WaitLendsItsThread();
+  void StoppedWaitNeverLoads_data();
+  void StoppedWaitNeverLoads();
+  void WholeTreeEventReloads();
+  void ReloadWhileAnAnswerIsUnderWay();
+  void UninitDropsEverythingAndInitBringsItBack();
+  void ModelsOfOnesOwnTakePart();
+
+ private:
+  CViewModelDataManager& Manager() { return CViewModelDataManager::Instance(); }
+};
+
+void ManagerLoadingTest::NineModelsInOrder() {
+  Open({}, false);
+  const char* const ids[] = {"0", "1", "2", "3"};
+  for (const char* id : ids) {
+    for (const ThemeNodeType theme : {PublicTheme, OwnTheme}) {
+      const CStandardPlanModel* model = Manager().GetViewManagerByTheme(id, theme);
+      QVERIFY(model);
+      QCOMPARE(model->parent(), &Manager());
+      QCOMPARE(model->GetViewManagerMonitorId(), QString(id));
+      QCOMPARE(model->GetViewManagerThemeNodeType(), theme);
+      QVERIFY(model->GetViewMangageParam().flag8 && !model->GetViewMangageParam().flag9);
+    }
+  }
+  QVERIFY(Manager().GetViewManagerByTheme("system_config", OwnTheme));
+  QVERIFY(!Manager().GetViewManagerByTheme("system_config", PublicTheme));
+  QVERIFY(!Manager().GetViewManagerByTheme("0", ReceivedTheme));
+  QVERIFY(!Manager().GetViewManagerByTheme("4", OwnTheme));
+  QVERIFY(!Manager().IsViewModelInitFinish());  // may be asked before any load
+  // A model is registered once, and of two with one name the first is found.
+  CStandardPlanModel twin(ViewManagerParam(PublicTheme, "0"), nullptr);
+  CStandardPlanModel* const first = Manager().GetViewManagerByTheme("0", PublicTheme);
+  Manager().AddViewManagerModel(&twin);
+  Manager().AddViewManagerModel(&twin);
+  QCOMPARE(Manager().GetViewManagerByTheme("0", PublicTheme), first);
+  Manager().RemViewManagerModel(first);
+  QCOMPARE(Manager().GetViewManagerByTheme("0", PublicTheme), &twin);
+  Manager().RemViewManagerModel(&twin);
+  QVERIFY(!Manager().GetViewManagerByTheme("0", PublicTheme));
+  Manager().RemViewManagerModel(&twin);
+}
+
+void ManagerLoadingTest::OnDemandLoadsTheTopAlone() {
+  Open();
+  QVERIFY(Manager().IsViewModelInitFinish());
+  QVERIFY(Manager().IsViewResourceDownLoadFinish());
+  for (CStandardPlanModel* model : fixture_.Models()) {
+    QCOMPARE(Outline(model), QString("Plans"));
+    const bool is_public = model->GetViewManagerThemeNodeType() == PublicTheme;
+    QCOMPARE(model->index(0, 0).data(GroupIndexCodeRole).toString(), QString(is_public ? "-1" : "-2"));
+  }
+  QCOMPARE(Services().Count("GetPlanGroups"), 1);  // one answer serves all nine
+  QCOMPARE(Services().Count("GetPlansInGroup"), 0);
+  QCOMPARE(fixture_.Log().Lines(),
+           QStringList({Info("LoadAllViewManagerModelData", "Resource DownLoad Finish View Init"),
+                        Info("ClearModelData", "ClearModelData View Data"), Info("OnViewUiTreeInit", "InitRootItem")}));
+  // Only the root is observed until something is listed.
+  QCOMPARE(Services().ObserverCount(), 1);
+  QVERIFY(Services().ObserverOf(16001, "root"));
+}
+
+void ManagerLoadingTest::LoadAllDescendsThroughTheFirstModel() {
+  Open({{"load_all", 1}});
+  for (CStandardPlanModel* model : fixture_.Models()) {
+    // The first model shows public plans: of the other family one level comes with the load, no more.
+    QCOMPARE(Outline(model), model->GetViewManagerThemeNodeType() == PublicTheme
+                                 ? QString(kWholePublic)
+                                 : QString("Plans(Own C,Own root plan)"));
+  }
+  QVERIFY(fixture_.Log().Lines().contains(Info("OnViewUiTreeInit", "Is Load All.")));
+  // Though no model shows the third family, the host is asked for it.
+  QStringList asked;
+  for (const auto& request : Services().Requests<view_plugin_protocol::GetPlanGroupsRequest>()) {
+    asked << QString::fromStdString(request.parent_index_code) + ":" + QString::number(request.node_type);
+  }
+  QCOMPARE(asked.front(), QString("root:0"));
+  QCOMPARE(asked.mid(1, 1), QStringList("-1:0"));
+  QCOMPARE(asked.mid(asked.size() - 2), QStringList({"-2:1", "-4:2"}));
+  const QModelIndex a1 = fixture_.Public()->FindIndexByIndexCode(fixture_.Code("A1"), true);
+  QVERIFY(a1.data(GroupLoadedRole).toBool());
+  QVERIFY(!fixture_.Public()->canFetchMore(a1));
+  // Registering a group's observer brings what the descent left out: own trees fill to the bottom.
+  QTRY_COMPARE(Outline(fixture_.Own()), QString("Plans(Own C(C1(C1 plan 2,C1 plan 10),Own C plan 2,Own C plan 10),"
+                                                "Own root plan)"));
+  CPlanFixture::Drain();
+  QCOMPARE(Outline(fixture_.Public()), QString(kWholePublic));
+}
+
+void ManagerLoadingTest::SecondLoadRepeatsTheSignalAlone() {
+  Open();
+  QSignalSpy finished(&Manager(), &CViewModelDataManager::SignalDataDownloadFinished);
+  const int calls = Services().Count("GetPlanGroups");
+  const QPersistentModelIndex root = fixture_.Public()->index(0, 0);
+  Manager().LoadAllViewManagerModelData();
+  CPlanFixture::Drain();
+  QCOMPARE(finished.count(), 1);
+  QVERIFY(root.isValid());
+  QCOMPARE(Services().Count("GetPlanGroups"), calls);
+}
+
+void ManagerLoadingTest::PanelsAreToldBeforeTheTreesEmpty() {
+  Open();
+  int rows = -1;
+  connect(&Manager(), &CViewModelDataManager::SignalDataDownloadFinished, this,
+          [this, &rows] { rows = fixture_.Public()->rowCount(); });
+  fixture_.Public()->appendRow(new QStandardItem("left over"));
+  Manager().OnViewUiTreeInit();
+  QCOMPARE(rows, 2);
+  QCOMPARE(Outline(fixture_.Public()), QString("Plans"));
+}
+
+void ManagerLoadingTest::HostNotReady_data() {
+  QTest::addColumn<QString>("call");
+  QTest::newRow("groups") << "IsInitViewGroupFinish";
+  QTest::newRow("plans") << "IsInitViewFinish";
+}
+
+void ManagerLoadingTest::HostNotReady() {
+  QFETCH(QString, call);
+  Open({}, false);
+  fixture_.Start();
+  Manager().ClearAllViewModelData();
+  QTRY_VERIFY(Manager().IsViewResourceDownLoadFinish());
+  Services().Fail(call);
+  fixture_.Log().Clear();
+  QSignalSpy finished(&Manager(), &CViewModelDataManager::SignalDataDownloadFinished);
+  Manager().LoadAllViewManagerModelData();
+  QCOMPARE(finished.count(), 1);  // the wait page goes all the same
+  QVERIFY(!Manager().IsViewModelInitFinish());
+  QCOMPARE(fixture_.Public()->rowCount(), 0);
+  // Both failures log the text of the groups.
+  QCOMPARE(fixture_.Log().Lines().last(),
+           QString("LyraClientError 3 [TarnPlanView::CViewModelDataManager::isHostDataReady(#)] [0x00000000] - "
+                   "IsInitViewGroupFinish is Failed"));
+  Services().Mend(call);
+  Manager().LoadAllViewManagerModelData();  // counts as requested: only the signal again
+  QCOMPARE(finished.count(), 2);
+  QCOMPARE(fixture_.Public()->rowCount(), 0);
+}
+
+void ManagerLoadingTest::FailedTopLevelStillInitialises() {
+  Open({{"load_all", 1}}, false);
+  Services().Fail("GetPlanGroups");
+  fixture_.Start();
+  QVERIFY(Manager().IsViewModelInitFinish());
+  QCOMPARE(fixture_.Public()->rowCount(), 0);
+}
+
+void ManagerLoadingTest::WaitsForTheDownload() {
+  Open({}, false);
+  Services().Fail("IsViewResourceDownFinish");
+  fixture_.Start();
+  QSignalSpy finished(&Manager(), &CViewModelDataManager::SignalDataDownloadFinished);
+  QSignalSpy down(&Manager(), &CViewModelDataManager::SignalViewResourceDownFinish);
+  const int asked = Services().Count("IsViewResourceDownFinish");
+  QTRY_VERIFY(Services().Count("IsViewResourceDownFinish") >= asked + 2);  // it asks again and again
+  QCOMPARE(finished.count(), 0);
+  Manager().LoadAllViewManagerModelData();
+  QCOMPARE(finished.count(), 1);  // a second request while waiting
+  Services().Mend("IsViewResourceDownFinish");
+  QTRY_COMPARE(down.count(), 1);
+  QCOMPARE(finished.count(), 2);
+  QVERIFY(Manager().IsViewModelInitFinish());
+  QCOMPARE(Outline(fixture_.Public()), QString("Plans"));
+  QCOMPARE(Services().Count("GetPlanGroups"), 1);
+  QVERIFY(fixture_.Log().Lines().join('\n').contains("- Resource DownLoading View Init"));
+}
+
+void ManagerLoadingTest::WaitLendsItsThread() {
+  Open({}, false);
+  const int threads = QThreadPool::globalInstance()->maxThreadCount();
+  QThreadPool::globalInstance()->setMaxThreadCount(1);
+  Services().Fail("IsViewResourceDownFinish");
+  fixture_.Start();
+  QTRY_VERIFY(Services().Count("IsViewResourceDownFinish") >= 3);
+  QFuture<int> other = QtConcurrent::run([] { return 7; });
+  QTRY_VERIFY(other.isFinished());
+  QThreadPool::globalInstance()->setMaxThreadCount(threads);
+}
+
+void ManagerLoadingTest::StoppedWaitNeverLoads_data() {
+  QTest::addColumn<QString>("end");
+  for (const char* end : {"uninit", "destroyed", "application quits"}) {
+    QTest::newRow(end) << end;
+  }
+}
+
+void ManagerLoadingTest::StoppedWaitNeverLoads() {
+  QFETCH(QString, end);
+  Open({}, false);
+  const int threads = QThreadPool::globalInstance()->maxThreadCount();
+  QThreadPool::globalInstance()->setMaxThreadCount(1);
+  Services().Fail("IsViewResourceDownFinish");
+  fixture_.Start();
+  const int asked = Services().Count("IsViewResourceDownFinish");
+  QTRY_VERIFY(Services().Count("IsViewResourceDownFinish") > asked);
+  if (end == "uninit") {
+    Manager().UninitManager();
+  } else if (end == "destroyed") {
+    CViewModelDataManager::Release();
+  } else {
+    QMetaObject::invokeMethod(qApp, "aboutToQuit", Qt::DirectConnection);
+  }
+  QVERIFY(QThreadPool::globalInstance()->waitForDone(5000));  // the task ends although there is no time limit
+  QThreadPool::globalInstance()->setMaxThreadCount(threads);
+  Services().Mend("IsViewResourceDownFinish");
+  CPlanFixture::Drain();
+  QVERIFY(!Manager().IsViewModelInitFinish());
+  QCOMPARE(Services().Count("GetPlanGroups"), 0);
+}
+
+void ManagerLoadingTest::WholeTreeEventReloads() {
+  Open({{"load_all", 1}});
+  CPlanFixture::Drain();
+  fixture_.Public()->appendRow(new QStandardItem("left over"));
+  Services().ForgetCalls();
+  Services().ObserverOf(16001, "root")->OnResourceUpdate({8, "root", "", ResourceData::RT_NONE});
+  QTRY_VERIFY(Manager().IsViewModelInitFinish());
+  QCOMPARE(Services().Count("ClearViewData"), 1);
+  QCOMPARE(Outline(fixture_.Public()), QString(kWholePublic));
+  // The log-in of another user is such an event: the own plans of the first are gone.
+  QString error;
+  QVERIFY(fixture_.Store().LogIn("viewer", &error));
+  QTRY_COMPARE(Outline(fixture_.Own()), QString("Plans"));
+  QTRY_COMPARE(Outline(fixture_.Public()), QString(kWholePublic));
+}
+
+void ManagerLoadingTest::ReloadWhileAnAnswerIsUnderWay() {
+  Open();
+  CStandardViewController controller(fixture_.Public());
+  Services().Hold("GetPlansInGroup", TarnTest::CRecordingServices::AfterCall);
+  controller.OnExpandViewTreeItem(fixture_.Public()->index(0, 0));
+  CPlanFixture::Drain();  // under the root no plans are asked for: the first level is there
+  const QString a = fixture_.Code("Public A");
+  controller.OnExpandViewTreeItem(fixture_.Public()->FindIndexByIndexCode(a, true));
+  QVERIFY(Services().WaitUntilHeld("GetPlansInGroup"));
+  Manager().OnUpdateViewModelData();
+  QTRY_VERIFY(Manager().IsViewModelInitFinish());
+  Services().ReleaseAll();
+  CPlanFixture::Drain();
+  QCOMPARE(Outline(fixture_.Public()), QString("Plans"));  // the group is gone, its plans land nowhere
+}
+
+void ManagerLoadingTest::UninitDropsEverythingAndInitBringsItBack() {
+  Open({{"load_all", 1}});
+  CPlanFixture::Drain();
+  const auto models = fixture_.Models();
+  QVERIFY(Services().ObserverCount() > 10);
+  Manager().UninitManager();
+  QCOMPARE(Services().ObserverCount(), 0);
+  QVERIFY(!Manager().IsViewModelInitFinish());
+  QVERIFY(!fixture_.Public());
+  for (const CStandardPlanModel* model : models) {
+    QCOMPARE(model->rowCount(), 0);  // panels may still hold it
+  }
+  Manager().InitManager();
+  Manager().InitManager();
+  QCOMPARE(fixture_.Models(), models);
+  QCOMPARE(Services().ObserverCount(), 1);
+  Manager().LoadAllViewManagerModelData();
+  CPlanFixture::Drain();
+  QCOMPARE(Outline(fixture_.Public()), QString(kWholePublic));
+}
+
+void ManagerLoadingTest::ModelsOfOnesOwnTakePart() {
+  Open();
+  CStandardPlanModel received(ViewManagerParam(ReceivedTheme, "mine"), nullptr);
+  Manager().AddViewManagerModel(&received);
+  received.LoadPlanModel();
+  QTRY_COMPARE(received.index(0, 0).data(GroupIndexCodeRole).toString(), QString("-4"));
+  Manager().OnViewUiTreeInit();
+  QCOMPARE(received.rowCount(), 1);
+  Manager().RemViewManagerModel(&received);
+  Manager().OnViewUiTreeInit();
+  QCOMPARE(received.rowCount(), 1);
+}
+
+QTEST_MAIN(ManagerLoadingTest)
+#include "test_manager_loading.moc"
