@@ -41,7 +41,9 @@ std::shared_ptr<CPlanStore> CPlanStore::Open(const PlanStoreOptions& options, QS
     store->Start();
     return store;
   } catch (const Store::CStoreError& failure) {
-    *error = failure.Text();
+    if (error != nullptr) {
+      *error = failure.Text();
+    }
     return nullptr;
   }
 }

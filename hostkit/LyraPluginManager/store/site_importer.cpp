@@ -44,7 +44,7 @@ void CSiteImporter::Run() {
   const int32_t first_group = repository_.NewCodes(group_count);
   const int32_t first_plan = repository_.NewCodes(static_cast<int32_t>(site_.plans.size()));
   ImportGroups(first_group);
-  ImportPlans(first_plan, first_group);
+  ImportPlans(first_plan);
 }
 
 void CSiteImporter::ImportInfo() {
@@ -98,33 +98,44 @@ void CSiteImporter::ImportSwitches() {
 }
 
 void CSiteImporter::ImportGroups(int32_t first_code) {
-  int32_t code = first_code;
-  for (const PlanSite::Group& group : site_.groups) {
-    if (first_code + group.parent >= code) {
-      throw CStoreError("A group of the site's content stands before its parent.");
-    }
-    const int32_t parent = group.parent < 0 ? RootOf(group.family) : first_code + group.parent;
-    repository_.InsertGroup({code++, parent, group.family, OwnerId(site_, group.family, group.owner), group.name});
+  for (size_t place = 0; place < site_.groups.size(); ++place) {
+    groups_.push_back(GroupAt(place, first_code));
+    repository_.InsertGroup(groups_.back());
   }
 }
 
-void CSiteImporter::ImportPlans(int32_t first_code, int32_t first_group) {
+// Family and owner of all that hangs below a group are the group's.
+GroupRow CSiteImporter::GroupAt(size_t place, int32_t first_code) const {
+  const PlanSite::Group& group = site_.groups[place];
+  const int32_t code = first_code + static_cast<int32_t>(place);
+  if (group.parent < 0) {
+    return {code, RootOf(group.family), group.family, OwnerId(site_, group.family, group.owner), group.name};
+  }
+  const GroupRow& parent = At(groups_, group.parent);  // those before it: a parent comes first
+  return {code, parent.code, parent.family, parent.owner, group.name};
+}
+
+void CSiteImporter::ImportPlans(int32_t first_code) {
   int32_t code = first_code;
   for (const PlanSite::Plan& plan : site_.plans) {
-    StoredPlan stored = Content(plan, first_group);
+    StoredPlan stored = Content(plan);
     stored.row.code = code++;
     repository_.InsertPlan(stored);
   }
 }
 
-StoredPlan CSiteImporter::Content(const PlanSite::Plan& plan, int32_t first_group) const {
+StoredPlan CSiteImporter::Content(const PlanSite::Plan& plan) const {
   StoredPlan stored;
-  if (plan.group >= 0) {
-    At(site_.groups, plan.group);
+  if (plan.group < 0) {
+    stored.row.parent = RootOf(plan.family);
+    stored.row.family = plan.family;
+    stored.row.owner = OwnerId(site_, plan.family, plan.owner);
+  } else {
+    const GroupRow& group = At(groups_, plan.group);
+    stored.row.parent = group.code;
+    stored.row.family = group.family;
+    stored.row.owner = group.owner;
   }
-  stored.row.parent = plan.group < 0 ? RootOf(plan.family) : first_group + plan.group;
-  stored.row.family = plan.family;
-  stored.row.owner = OwnerId(site_, plan.family, plan.owner);
   stored.row.auto_run = plan.auto_run;
   stored.name = ToQt(plan.name);
   stored.begin_time = ToQt(plan.begin_time);

@@ -22,8 +22,9 @@ class CSiteImporter {
   void ImportCamera(int32_t id, const PlanSite::Camera& camera);
   void ImportSwitches();
   void ImportGroups(int32_t first_code);
-  void ImportPlans(int32_t first_code, int32_t first_group);
-  StoredPlan Content(const PlanSite::Plan& plan, int32_t first_group) const;
+  GroupRow GroupAt(size_t place, int32_t first_code) const;
+  void ImportPlans(int32_t first_code);
+  StoredPlan Content(const PlanSite::Plan& plan) const;
   std::list<view_plugin_protocol::PlanPage> Pages(const PlanSite::Plan& plan) const;
   void ResolveCamera(view_plugin_protocol::PlanWindow* window) const;
   QString CreatorOf(const PlanSite::Plan& plan) const;
@@ -32,6 +33,7 @@ class CSiteImporter {
   CPlanRepository repository_;
   const PlanSite& site_;
   const QString now_;
+  std::vector<GroupRow> groups_;  // as imported
 };
 
 }  // namespace TarnHost::Store

@@ -6,6 +6,7 @@
 #include <QUuid>
 #include <QtEndian>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 
 #include <fcntl.h>
@@ -49,13 +50,20 @@ class CNewFile {
   void Publish() const {
     const QByteArray from = QFile::encodeName(path_);
     const QByteArray to = QFile::encodeName(target_);
-    if (::link(from.constData(), to.constData()) != 0 && errno != EEXIST) {
+    if (!Move(from, to) && errno != EEXIST) {
       throw CStoreError(QStringLiteral("The plan store %1 cannot be made: %2").arg(target_, SystemError()));
     }
     SyncFolder();
   }
 
  private:
+  // Not every file system knows links, nor every one the other way.
+  static bool Move(const QByteArray& from, const QByteArray& to) {
+    return ::link(from.constData(), to.constData()) == 0 ||
+           (errno != EEXIST &&
+            ::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0);
+  }
+
   void SyncFolder() const {
     const QByteArray folder = QFile::encodeName(QFileInfo(target_).absolutePath());
     const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);

@@ -16,20 +16,21 @@ namespace TarnHost {
 struct PlanSite;
 
 struct PlanStoreOptions {
-  QString url;                                   // "sqlite:FILE", "sqlite::memory:" or "postgresql://..."
-  std::chrono::milliseconds download_delay{0};   // how long a download of the plan data takes at the least
-  QMap<QString, int> switch_overrides;           // by the switch's name in the store; for this process only
-  std::function<PlanSite()> first_content;       // what a new store is filled with; unset: users alone
-  std::function<QDateTime()> now;                // the clock; unset: the system's local time
+  QString url;                                  // "sqlite:FILE", "sqlite::memory:" or "postgresql://..."
+  std::chrono::milliseconds download_delay{0};  // how long a download of the plan data takes at the least
+  QMap<QString, int> switch_overrides;          // by the switch's name in the store; for this process only
+  std::function<PlanSite()> first_content;      // what a new store is filled with; unset: users alone
+  std::function<QDateTime()> now;               // the clock, asked from any thread; unset: the local time
 };
 
 /// The plan store: groups, plans, users, rights, cameras and configuration in one database, with the whole plan tree
-/// in memory for reading and one database thread that writes.
+/// in memory for reading and one database thread that writes. A PostgreSQL store must be an existing database; its
+/// tables and first content are made when it is empty.
 ///
-/// Reads answer from memory. Writes run in one transaction each on the database thread and are awaited; a call that
-/// returned true is durable. Changes of other processes on the same database arrive within a second and are told to
-/// the registered observers on the GUI thread; the process's own changes are not.
-/// Thread: Open() and LogIn() on the GUI thread; the services from any.
+/// Reads of the tree answer from memory, a plan's detail and default views from the database. Writes run in one
+/// transaction each on the database thread and are awaited; a call that returned true is durable. Changes of other
+/// processes on the same database arrive within a second and are told to the registered observers on the GUI thread;
+/// the process's own changes are not. Thread: Open() and LogIn() on the GUI thread; the services from any.
 class TARN_HOST_EXPORT CPlanStore : public IHostServices {
  public:
   /// Opens the store, creating it when it does not exist. Null with one clear line in `error` when it cannot be used

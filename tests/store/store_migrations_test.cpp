@@ -1,0 +1,90 @@
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include "store/migrations.h"
+#include "store/sqlite_engine.h"
+
+using namespace TarnHost::Store;
+
+namespace {
+
+Migration Step(int to, QStringList (*statements)(const CSqlEngine&)) {
+  return {to, statements};
+}
+
+QStringList AddsColour(const CSqlEngine&) {
+  return {"ALTER TABLE plan_group ADD COLUMN colour TEXT DEFAULT 'red'"};
+}
+QStringList AddsNote(const CSqlEngine&) {
+  return {"CREATE TABLE note (text TEXT)"};
+}
+QStringList Breaks(const CSqlEngine&) {
+  return {"CREATE TABLE half (text TEXT)", "CREATE TABLE plan (again TEXT)"};
+}
+
+}  // namespace
+
+class StoreMigrationsTest : public QObject {
+  Q_OBJECT
+ private Q_SLOTS:
+  void init() {
+    folder_ = std::make_unique<QTemporaryDir>();
+    engine_ = std::make_unique<CSqliteEngine>(folder_->filePath("plans.db"));
+    engine_->Open();
+    CTransaction transaction(*engine_, CTransaction::kWrite);
+    MakeLayout(*engine_);
+    transaction.Commit();
+    engine_->Execute("INSERT INTO plan_group (code, parent_code, family, owner_id, name) VALUES (1, -1, 0, 0, 'G')");
+  }
+
+  void CarriesContentOver();
+  void LeavesAStoreAsItWasWhenAStepFails();
+  void RunsEachStepOnce();
+
+ private:
+  bool HasTable(const char* name) {
+    return engine_->Value("SELECT 1 FROM sqlite_master WHERE name = ?", {name}).isValid();
+  }
+
+  std::unique_ptr<QTemporaryDir> folder_;
+  std::unique_ptr<CSqliteEngine> engine_;
+};
+
+void StoreMigrationsTest::CarriesContentOver() {
+  const int newest = AllMigrations().back().to;
+  QCOMPARE(StoredVersion(*engine_), newest);
+  auto steps = AllMigrations();
+  steps.push_back(Step(newest + 1, AddsColour));
+  steps.push_back(Step(newest + 2, AddsNote));
+  Migrate(*engine_, "store", steps);
+  QCOMPARE(StoredVersion(*engine_), newest + 2);
+  QCOMPARE(engine_->Value("SELECT colour FROM plan_group WHERE name = 'G'").toString(), QString("red"));
+  QVERIFY(HasTable("note"));
+  QVERIFY_EXCEPTION_THROWN(Migrate(*engine_, "store"), CStoreError);  // for the program of before it is too new
+}
+
+void StoreMigrationsTest::LeavesAStoreAsItWasWhenAStepFails() {
+  const int newest = AllMigrations().back().to;
+  auto steps = AllMigrations();
+  steps.push_back(Step(newest + 1, AddsNote));
+  steps.push_back(Step(newest + 2, Breaks));
+  QVERIFY_EXCEPTION_THROWN(Migrate(*engine_, "store", steps), CStoreError);
+  QCOMPARE(StoredVersion(*engine_), newest + 1);
+  QVERIFY(HasTable("note") && !HasTable("half"));
+  QCOMPARE(engine_->Value("SELECT count(*) FROM plan_group").toInt(), 1);
+  CTransaction usable(*engine_, CTransaction::kWrite);  // no transaction was left open
+}
+
+void StoreMigrationsTest::RunsEachStepOnce() {
+  auto steps = AllMigrations();
+  steps.push_back(Step(steps.back().to + 1, AddsNote));
+  Migrate(*engine_, "store", steps);
+  Migrate(*engine_, "store", steps);
+  CSqliteEngine other(folder_->filePath("plans.db"));
+  other.Open();
+  Migrate(other, "store", steps);
+  QCOMPARE(StoredVersion(other), steps.back().to);
+}
+
+QTEST_GUILESS_MAIN(StoreMigrationsTest)
+#include "store_migrations_test.moc"
