@@ -16,7 +16,7 @@ using namespace TarnPlanView;
 namespace {
 
 constexpr int kSiblings = 100000;
-constexpr int kRounds = 3;
+constexpr int kRounds = 5;
 
 /// What a proxy looks like that compares names with a collator, and nothing else.
 class CollatorProxy : public QSortFilterProxyModel {
