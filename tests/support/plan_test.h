@@ -21,12 +21,14 @@ class CPlanTest : public QObject {
       fixture_.Start();
     }
   }
+  /// Shuts down in the middle of a test that opens again.
+  void Shut() { QCOMPARE(fixture_.Close(), QStringList()); }
   CRecordingServices& Services() { return fixture_.Services(); }
 
   CPlanFixture fixture_;
 
  private Q_SLOTS:
-  void cleanup() { QCOMPARE(fixture_.Close(), QStringList()); }
+  void cleanup() { Shut(); }
 };
 
 }  // namespace TarnTest
