@@ -26,7 +26,6 @@
 #include "TarnUIDataController/skin_loader.h"
 #include "app/state_report.h"
 #include "marlog/marlog.h"
-#include "plans/plan_player.h"
 #include "wall/live_wall.h"
 #include "window/main_window.h"
 
@@ -157,7 +156,7 @@ void CClientSession::PlayNamedPlan() {
     QCoreApplication::exit(kCannotFollow);
     return;
   }
-  window_->Player().Play(code);
+  window_->PlayPlan(code);
 }
 
 void CClientSession::OnTimeIsUp() {

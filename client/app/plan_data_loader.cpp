@@ -26,10 +26,14 @@ void CPlanDataLoader::Start() {
   data.AnalysisResourceInitView();
   data.LoadAllViewManagerModelData();
   poll_.start();
-  Poll();
+  // Not at once: whoever hears of it may want to end the event loop, which has to run for that.
+  QTimer::singleShot(0, this, &CPlanDataLoader::Poll);
 }
 
 void CPlanDataLoader::Poll() {
+  if (!poll_.isActive()) {
+    return;
+  }
   auto& data = CViewModelDataManagerExport::Instance();
   if (!data.IsViewResourceDownLoadFinish() || !data.IsViewModelInitFinish()) {
     Q_EMIT SignalWaiting(static_cast<int>(since_start_.elapsed() / 1000));

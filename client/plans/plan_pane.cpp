@@ -64,6 +64,13 @@ void CPlanPane::BuildModels(TarnPlanView::ThemeNodeType theme) {
   OnRowsInserted(QModelIndex(), 0, proxy_->rowCount() - 1);
 }
 
+void CPlanPane::Reveal(const QString& plan_code) {
+  const QModelIndex source = model_ ? model_->FindIndexByIndexCode(plan_code, false) : QModelIndex();
+  if (source.isValid()) {
+    tree_->setCurrentIndex(proxy_->mapFromSource(source));
+  }
+}
+
 void CPlanPane::ConnectTree() {
   connect(tree_, &CPlanTree::AsynchronousExpand, controller_, &CStandardViewController::OnExpandViewTreeItem);
   connect(tree_, &QTreeView::expanded, this, [this](const QModelIndex& index) { RememberExpanded(index, true); });

@@ -31,6 +31,8 @@ class CPlanPane : public QWidget {
   CPlanPane(TarnPlanView::ThemeNodeType theme, const QString& empty_text, QWidget* parent = nullptr);
   ~CPlanPane() override;
 
+  /// Scrolls to the plan's row and makes it the current one, when the row is loaded.
+  void Reveal(const QString& plan_code);
   CPlanTree* Tree() const { return tree_; }
   TarnPlanView::CStandardPlanModel* Model() const { return model_; }
   /// Null when the plug-in has no such model.

@@ -26,6 +26,7 @@ CPlanTree::CPlanTree(QWidget* parent) : CTreeView(parent) {
   setUniformRowHeights(true);
   setIconSize(QSize(kIconSize, kIconSize));
   setTextElideMode(Qt::ElideRight);
+  ensurePolished();  // rows laid out before the first show take their height from the skin, too
   connect(this, &QAbstractItemView::doubleClicked, this, &CPlanTree::RequestPlay);
 }
 

@@ -41,6 +41,12 @@ int SideOfSplit(int split_type) {
   }
 }
 
+// A page that nobody named is called after its number, which the bar shows anyway.
+QString NameWorthShowing(const PlanPage& page) {
+  const QString name = StringToQString(page.name);
+  return name == QStringLiteral("Page %1").arg(page.page_no) ? QString() : name;
+}
+
 bool ShowsCamera(const PlanWindow& window) {
   return window.content_kind == 1 && !window.resource_code.empty();
 }
@@ -163,7 +169,7 @@ void CLiveWall::ShowPage() {
   ArrangeGrid(side);
   FillWindows(page, side * side);
   stack_->setCurrentWidget(grid_page_);
-  bar_->ShowPlan(PlanName(), StringToQString(page.name), page_ + 1, pages_.size());
+  bar_->ShowPlan(PlanName(), NameWorthShowing(page), page_ + 1, pages_.size());
   if (HasSeveralPages()) {
     clock_.Begin(page.dwell_seconds);
     bar_->ShowTime(clock_.SecondsLeft(), clock_.IsPaused());

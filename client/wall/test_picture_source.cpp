@@ -9,7 +9,7 @@ namespace TarnClient {
 namespace {
 
 constexpr int kPictureMs = 100;
-constexpr int kWidth = 320, kHeight = 180, kHorizon = 78;
+constexpr int kWidth = 320, kHeight = 240, kHorizon = 104;
 
 QColor Tone(uint seed, int saturation, int value) {
   return QColor::fromHsv(static_cast<int>(seed % 360), saturation, value);

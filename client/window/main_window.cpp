@@ -9,6 +9,7 @@
 #include <QTabWidget>
 #include <QUrl>
 
+#include "MarUIControl/string_conversion.h"
 #include "plans/plan_pane.h"
 #include "plans/plan_player.h"
 #include "plans/plan_tree.h"
@@ -90,9 +91,17 @@ void CMainWindow::ShowPlans() {
     pane->Tree()->setAccessibleName(family.title);
     tabs_->addTab(pane, family.title);
     player_->Attach(pane);
+    panes_.append(pane);
   }
   side_->setCurrentWidget(tabs_);
   tabs_->currentWidget()->setFocus();
+}
+
+void CMainWindow::PlayPlan(const std::string& code) {
+  player_->Play(code);
+  for (CPlanPane* pane : qAsConst(panes_)) {
+    pane->Reveal(MarUIControl::StringToQString(code));
+  }
 }
 
 }  // namespace TarnClient

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QVector>
+#include <string>
 
 class QStackedWidget;
 class QTabWidget;
@@ -8,6 +10,7 @@ class QTabWidget;
 namespace TarnClient {
 
 class CLiveWall;
+class CPlanPane;
 class CPlanPlayer;
 class CWaitPage;
 
@@ -23,7 +26,8 @@ class CMainWindow : public QMainWindow {
   void ShowPlans();
 
   CLiveWall& Wall() { return *wall_; }
-  CPlanPlayer& Player() { return *player_; }
+  /// Plays a plan that the user did not pick in a tree, and brings its row into view where it is loaded.
+  void PlayPlan(const std::string& code);
 
  private:
   void BuildStatusBar(const QString& user, const QString& store_url);
@@ -34,6 +38,7 @@ class CMainWindow : public QMainWindow {
   QStackedWidget* side_ = nullptr;
   CWaitPage* wait_page_ = nullptr;
   QTabWidget* tabs_ = nullptr;
+  QVector<CPlanPane*> panes_;
 };
 
 }  // namespace TarnClient

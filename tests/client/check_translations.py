@@ -1,0 +1,56 @@
+#!/usr/bin/env python3
+"""check_translations.py LUPDATE SOURCE_DIR: every text that the sources translate has a display text in each language,
+and no key of the plug-in is shown raw."""
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+import xml.etree.ElementTree as tree
+
+FOLDERS = ["data", "service", "panel", "dialogs", "client"]
+ORDINARY_WORD = re.compile(r"[A-Z][a-z]+")
+PLACES = re.compile(r"%\d")
+
+
+def messages(path):
+    for context in tree.parse(path).getroot().iter("context"):
+        for message in context.iter("message"):
+            text = message.find("translation")
+            finished = text is not None and text.get("type") is None
+            yield (context.findtext("name"), message.findtext("source")), (text.text or "") if finished else ""
+
+
+def texts_of_sources(lupdate, root):
+    with tempfile.TemporaryDirectory() as folder:
+        fresh = pathlib.Path(folder) / "fresh.ts"
+        sources = [str(root / name) for name in FOLDERS if (root / name).is_dir()]
+        subprocess.run([lupdate, "-silent", "-locations", "none", *sources, "-ts", str(fresh)], check=True)
+        return {key for key, _ in messages(fresh)}
+
+
+def faults(language, wanted, known):
+    for context, source in sorted(wanted):
+        text = known.get((context, source), "")
+        is_key = context.startswith("TarnPlanView::") and " " not in source and not ORDINARY_WORD.fullmatch(source)
+        if not text:
+            yield f"{language}: no text for {context}: {source}"
+        elif is_key and text == source:
+            yield f"{language}: {context}: {source} would be shown raw"
+        elif sorted(PLACES.findall(text)) != sorted(PLACES.findall(source)):
+            yield f"{language}: {context}: {source}: other places than in '{text}'"
+
+
+def main():
+    lupdate, root = sys.argv[1], pathlib.Path(sys.argv[2])
+    wanted = texts_of_sources(lupdate, root)
+    found = [] if len(wanted) > 10 else [f"only {len(wanted)} texts found in the sources"]
+    for language in ("en", "zh_CN"):
+        known = dict(messages(root / "client" / "translations" / f"tarn_{language}.ts"))
+        found += faults(language, wanted, known)
+    print("\n".join(found) or f"{len(wanted)} texts, both languages complete")
+    return 1 if found else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

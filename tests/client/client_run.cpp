@@ -1,0 +1,51 @@
+#include "client_run.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QProcessEnvironment>
+#include <QUuid>
+
+namespace TarnTest {
+
+namespace {
+
+constexpr int kEndMs = 30000;
+
+}  // namespace
+
+CClientRun::CClientRun(const QString& home, const QStringList& arguments)
+    : log_file_(QDir(home).filePath(QUuid::createUuid().toString(QUuid::Id128) + ".log")) {
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert("QT_QPA_PLATFORM", "offscreen");
+  environment.insert("XDG_DATA_HOME", home);
+  process_.setProcessEnvironment(environment);
+  process_.start(QStringLiteral(TARN_CLIENT_PROGRAM), arguments + QStringList{"--log", log_file_});
+}
+
+CClientRun::~CClientRun() {
+  if (process_.state() != QProcess::NotRunning) {
+    process_.kill();
+    process_.waitForFinished();
+  }
+}
+
+bool CClientRun::WaitForEnd() {
+  if (!process_.waitForFinished(kEndMs) || process_.exitStatus() != QProcess::NormalExit) {
+    return false;
+  }
+  errors_ = QString::fromLocal8Bit(process_.readAllStandardError());
+  output_ = QString::fromUtf8(process_.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
+  return true;
+}
+
+QJsonObject CClientRun::State() const {
+  return output_.isEmpty() ? QJsonObject() : QJsonDocument::fromJson(output_.last().toUtf8()).object();
+}
+
+QString CClientRun::Log() const {
+  QFile file(log_file_);
+  return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+}  // namespace TarnTest

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QProcess>
+#include <QStringList>
+
+namespace TarnTest {
+
+/// One run of the built client in a home of its own, without a display.
+class CClientRun {
+ public:
+  /// Starts the program; `home` holds its data and log.
+  CClientRun(const QString& home, const QStringList& arguments);
+  ~CClientRun();
+
+  /// False when the program does not end within 30 seconds.
+  bool WaitForEnd();
+  int ExitCode() const { return process_.exitCode(); }
+  QString Errors() const { return errors_; }
+  QStringList Output() const { return output_; }
+  /// The last line of the output; an empty object when it is no JSON object.
+  QJsonObject State() const;
+  /// The log as it stands.
+  QString Log() const;
+
+ private:
+  const QString log_file_;
+  QProcess process_;
+  QString errors_;
+  QStringList output_;
+};
+
+}  // namespace TarnTest

@@ -1,0 +1,63 @@
+#include <QtTest>
+
+#include "app/client_options.h"
+
+using TarnClient::ClientOptions;
+
+class ClientOptionsTest : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void ReadsWhatWasAsked();
+  void RefusesWithOneLine_data();
+  void RefusesWithOneLine();
+};
+
+void ClientOptionsTest::ReadsWhatWasAsked() {
+  QString error;
+  const auto all = ClientOptions::Parse(
+      {"tarn-client", "--store", "sqlite:/x y.sqlite", "--user", "guard", "--skin=white", "--lang", "zh_CN", "--set",
+       "timed_play=0", "--set", "show_mode=1", "--play", "Gate \"overview\"", "--quit-after", "1.5", "--delay", "300"},
+      &error);
+  QVERIFY2(all, qPrintable(error));
+  QCOMPARE(all->store_url, QString("sqlite:/x y.sqlite"));
+  QCOMPARE(all->user, QString("guard"));
+  QCOMPARE(all->skin, QString("white"));
+  QCOMPARE(all->language, QString("zh_CN"));
+  QCOMPARE(all->switches, (QMap<QString, int>{{"timed_play", 0}, {"show_mode", 1}}));
+  QCOMPARE(all->play, QString("Gate \"overview\""));
+  QCOMPARE(*all->quit_after_seconds, 1.5);
+  QCOMPARE(all->download_delay_ms, 300);
+
+  const auto none = ClientOptions::Parse({"tarn-client"}, &error);
+  QVERIFY(none && none->store_url.isEmpty() && !none->quit_after_seconds && !none->help);
+  QCOMPARE(none->skin, QString("redblack"));
+}
+
+void ClientOptionsTest::RefusesWithOneLine_data() {
+  QTest::addColumn<QStringList>("arguments");
+  QTest::addColumn<QString>("named");
+  QTest::newRow("option") << QStringList{"--bogus"} << "bogus";
+  QTest::newRow("no value") << QStringList{"--user"} << "--user";
+  QTest::newRow("empty value") << QStringList{"--play", ""} << "--play";
+  QTest::newRow("skin") << QStringList{"--skin", "pink"} << "pink";
+  QTest::newRow("language") << QStringList{"--lang", "tlh"} << "tlh";
+  QTest::newRow("switch") << QStringList{"--set", "no_such=1"} << "no_such=1";
+  QTest::newRow("switch without value") << QStringList{"--set", "load_all"} << "load_all=1";
+  QTest::newRow("switch below zero") << QStringList{"--set", "load_all=-1"} << "load_all";
+  QTest::newRow("time") << QStringList{"--quit-after", "soon"} << "--quit-after";
+  QTest::newRow("no number") << QStringList{"--quit-after", "nan"} << "--quit-after";
+  QTest::newRow("delay") << QStringList{"--delay", "1e9"} << "--delay";
+  QTest::newRow("argument") << QStringList{"Gate"} << "Gate";
+}
+
+void ClientOptionsTest::RefusesWithOneLine() {
+  QFETCH(QStringList, arguments);
+  QFETCH(QString, named);
+  QString error;
+  QVERIFY(!ClientOptions::Parse(QStringList("tarn-client") + arguments, &error));
+  QVERIFY2(error.contains(named) && !error.contains('\n'), qPrintable(error));
+}
+
+QTEST_GUILESS_MAIN(ClientOptionsTest)
+#include "test_client_options.moc"

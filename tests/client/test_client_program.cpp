@@ -1,0 +1,209 @@
+#include <QFile>
+#include <QImage>
+#include <QJsonArray>
+#include <QTemporaryDir>
+#include <QtTest>
+#include <memory>
+
+#include "TarnHost/plan_site.h"
+#include "TarnHost/plan_store.h"
+#include "client_run.h"
+
+using TarnHost::CPlanStore;
+using TarnHost::PlanSite;
+using TarnTest::CClientRun;
+
+namespace {
+
+view_plugin_protocol::PlanPage Page(int number, int dwell, std::initializer_list<int> windows) {
+  view_plugin_protocol::PlanPage page;
+  page.page_no = number;
+  page.split_type = 2;
+  page.dwell_seconds = dwell;
+  for (const int number_of_window : windows) {
+    view_plugin_protocol::PlanWindow window;
+    window.window_no = number_of_window;
+    window.content_kind = 1;
+    window.resource_code = "#" + std::to_string(number_of_window - 1);
+    page.windows.push_back(window);
+  }
+  return page;
+}
+
+// A small site: two public groups below each other, an own group, and a plan whose first page stays for a second.
+PlanSite Site() {
+  PlanSite site;
+  site.users = {{"operator", {5, 6, 7}}, {"guard", {}}};
+  site.regions = {{"Yard", -1}};
+  for (const char* name : {"Gate", "Door", "Roof", "Hall"}) {
+    PlanSite::Camera camera;
+    camera.name = name;
+    camera.region = 0;
+    site.cameras.push_back(camera);
+  }
+  site.groups = {{"Outer", -1, 0, -1}, {"Inner", 0, 0, -1}, {"Mine", -1, 1, 0}};
+  PlanSite::Plan plan;
+  plan.name = "Round \"\u95e8\"";
+  plan.group = 1;
+  plan.pages = {Page(1, 1, {1, 2, 3}), Page(2, 600, {4})};
+  site.plans.push_back(plan);
+  return site;
+}
+
+}  // namespace
+
+class ClientProgramTest : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init();
+  void StartsOnTheDemoSiteOfItsOwn();
+  void RefusesWithOneLineAndCode2_data();
+  void RefusesWithOneLineAndCode2();
+  void PlaysAndTurnsThePage();
+  void ShowsAWaitPageDuringTheDownload();
+  void TwoClientsOnOneStoreFollowAChange();
+  void HelpNeedsNoDisplay();
+
+ private:
+  QString StoreUrl() const { return "sqlite:" + home_->filePath("site.sqlite"); }
+  std::shared_ptr<CPlanStore> OpenStore();
+  QStringList Quiet(const QStringList& arguments) const {
+    return QStringList{"--store", StoreUrl(), "--set", "timed_play=0"} + arguments;
+  }
+  static void VerifyQuietEnd(CClientRun& run);
+
+  std::unique_ptr<QTemporaryDir> home_;
+};
+
+void ClientProgramTest::init() {
+  home_ = std::make_unique<QTemporaryDir>();
+  QVERIFY(OpenStore());
+}
+
+std::shared_ptr<CPlanStore> ClientProgramTest::OpenStore() {
+  TarnHost::PlanStoreOptions options;
+  options.url = StoreUrl();
+  options.first_content = &Site;
+  QString error;
+  auto store = CPlanStore::Open(options, &error);
+  return store && store->LogIn("operator", &error) ? store : nullptr;
+}
+
+// A clean end: code 0, nothing on stderr, no warning of the toolkit in the log, the last log line written.
+void ClientProgramTest::VerifyQuietEnd(CClientRun& run) {
+  QVERIFY(run.WaitForEnd());
+  QCOMPARE(run.Errors(), QString());
+  QCOMPARE(run.ExitCode(), 0);
+  QVERIFY2(!run.Log().contains(" W Qt "), qPrintable(run.Log()));
+  QVERIFY2(run.Log().trimmed().endsWith("The client has ended"), qPrintable(run.Log()));
+  QCOMPARE(run.Output().size(), 1);
+}
+
+void ClientProgramTest::StartsOnTheDemoSiteOfItsOwn() {
+  const QString picture = home_->filePath("white.png");
+  for (int start = 0; start < 2; ++start) {
+    CClientRun run(home_->path(), {"--set", "timed_play=0", "--set", "load_all=1", "--skin", "white", "--lang", "zh_CN",
+                                   "--screenshot", picture, "--quit-after", "2"});
+    VerifyQuietEnd(run);
+    const QJsonObject rows = run.State().value("rows").toObject();
+    QVERIFY(rows.value("public").toInt() > 60 && rows.value("own").toInt() > 5);
+    QCOMPARE(run.State().value("playing").toString("?"), QString());
+    QCOMPARE(run.State().value("page").toInt(-1), 0);
+    QVERIFY(run.State().value("windows").isArray() && run.State().value("windows").toArray().isEmpty());
+  }
+  QVERIFY(QFile::exists(home_->filePath("tarn-client/plans.sqlite")));
+  const QImage shot(picture);
+  QVERIFY(shot.width() >= 800 && shot.pixelColor(60, shot.height() - 120).lightness() > 200);
+}
+
+void ClientProgramTest::RefusesWithOneLineAndCode2_data() {
+  QTest::addColumn<QStringList>("arguments");
+  QTest::addColumn<QString>("named");
+  QTest::newRow("option") << QStringList{"--bogus"} << "bogus";
+  QTest::newRow("user") << QStringList{"--user", "nobody"} << "nobody";
+  QTest::newRow("plan") << QStringList{"--play", "No such plan"} << "No such plan";
+  QTest::newRow("switch") << QStringList{"--set", "foo=1"} << "foo";
+  QTest::newRow("store") << QStringList{"--store", "sqlite:/dev/null/x.sqlite"} << "/dev/null/x.sqlite";
+  QTest::newRow("no store") << QStringList{"--store", QString("sqlite:") + TARN_CLIENT_PROGRAM} << "not a plan store";
+}
+
+void ClientProgramTest::RefusesWithOneLineAndCode2() {
+  QFETCH(QStringList, arguments);
+  QFETCH(QString, named);
+  CClientRun run(home_->path(), Quiet(arguments) + QStringList{"--quit-after", "20"});
+  QVERIFY(run.WaitForEnd());
+  QCOMPARE(run.ExitCode(), 2);
+  QVERIFY2(run.Errors().contains(named), qPrintable(run.Errors()));
+  QCOMPARE(run.Errors().count('\n'), 1);
+  QVERIFY(run.Output().isEmpty());
+}
+
+void ClientProgramTest::PlaysAndTurnsThePage() {
+  CClientRun run(home_->path(), Quiet({"--play", "Round \"\u95e8\"", "--quit-after", "3"}));
+  VerifyQuietEnd(run);
+  const QJsonObject state = run.State();
+  QCOMPARE(state.value("playing").toString(), QString("Round \"\u95e8\""));
+  QCOMPARE(state.value("page").toInt(), 2);
+  const QJsonArray windows = state.value("windows").toArray();
+  QCOMPARE(windows.size(), 1);  // the three cameras of the first page are gone
+  const QJsonObject window = windows.first().toObject();
+  QCOMPARE(window.value("camera").toString(), QString("Hall"));
+  QCOMPARE(window.value("state").toString(), QString("live"));
+  QVERIFY2(window.value("frames").toInt() >= 5, qPrintable(QString::number(window.value("frames").toInt())));
+}
+
+void ClientProgramTest::ShowsAWaitPageDuringTheDownload() {
+  const QString picture = home_->filePath("wait.png");
+  CClientRun early(home_->path(), Quiet({"--delay", "60000", "--quit-after", "1", "--screenshot", picture}));
+  VerifyQuietEnd(early);
+  QCOMPARE(early.State().value("rows").toObject().value("public").toInt(-1), 0);
+  QVERIFY(!QImage(picture).isNull());
+  CClientRun late(home_->path(), Quiet({"--delay", "700", "--quit-after", "4"}));
+  VerifyQuietEnd(late);
+  QCOMPARE(late.State().value("rows").toObject().value("public").toInt(), 2);  // the root and, expanded, its group
+}
+
+void ClientProgramTest::TwoClientsOnOneStoreFollowAChange() {
+  const QStringList arguments = Quiet({"--set", "load_all=1", "--quit-after", "5"});
+  CClientRun first(home_->path(), arguments), second(home_->path(), arguments);
+  for (const CClientRun* run : {&first, &second}) {
+    QTRY_VERIFY(run->Log().contains("Is Load All."));
+  }
+  const std::shared_ptr<CPlanStore> store = OpenStore();
+  QTRY_VERIFY(store->IsViewResourceDownFinish());
+  view_plugin_protocol::GetPlanGroupsRequest top;
+  top.parent_index_code = "-1";
+  view_plugin_protocol::GetPlanGroupsResponse groups;
+  QVERIFY(store->GetPlanGroups(top, groups));
+  view_plugin_protocol::AddPlanRequest request;
+  request.plan_name = "Added elsewhere";
+  request.parent_index_code = groups.groups.first().index_code;
+  request.pages = {Page(1, 10, {1})};
+  view_plugin_protocol::AddPlanResponse added;
+  QVERIFY(store->AddPlan(request, added));
+  for (CClientRun* run : {&first, &second}) {
+    VerifyQuietEnd(*run);
+    // Root, two groups, the plan of the site and the new one.
+    QCOMPARE(run->State().value("rows").toObject().value("public").toInt(), 5);
+  }
+}
+
+void ClientProgramTest::HelpNeedsNoDisplay() {
+  QProcess process;
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.remove("DISPLAY");
+  environment.insert("QT_QPA_PLATFORM", "xcb");
+  process.setProcessEnvironment(environment);
+  process.start(QStringLiteral(TARN_CLIENT_PROGRAM), {"--help"});
+  QVERIFY(process.waitForFinished());
+  QCOMPARE(process.exitCode(), 0);
+  const QString help = QString::fromUtf8(process.readAllStandardOutput());
+  for (const char* option : {"--store", "--user", "--skin", "--lang", "--set", "--play", "--screenshot", "--quit-after",
+                             "--delay", "--log"}) {
+    QVERIFY2(help.contains(option), option);
+  }
+}
+
+QTEST_GUILESS_MAIN(ClientProgramTest)
+#include "test_client_program.moc"

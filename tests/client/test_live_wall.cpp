@@ -1,0 +1,223 @@
+#include <QLabel>
+#include <QToolButton>
+#include <QtTest>
+#include <memory>
+
+#include "TarnUIDataController/skin_loader.h"
+#include "wall/live_wall.h"
+#include "wall/test_picture_source.h"
+#include "wall/wall_window.h"
+
+using TarnClient::CLiveWall;
+using TarnClient::CTestPictureSource;
+using TarnClient::IPictureSource;
+using view_plugin_protocol::GetPlanDetailResponse;
+using view_plugin_protocol::PlanPage;
+using view_plugin_protocol::PlanWindow;
+
+namespace {
+
+int g_running = 0;
+
+// Counts the sources that run, so that one that was forgotten shows.
+class CountedSource : public CTestPictureSource {
+ public:
+  using CTestPictureSource::CTestPictureSource;
+  ~CountedSource() override { SetRunning(false); }
+  void Start() override {
+    SetRunning(true);
+    CTestPictureSource::Start();
+  }
+  void Stop() override {
+    SetRunning(false);
+    CTestPictureSource::Stop();
+  }
+
+ private:
+  void SetRunning(bool running) {
+    g_running += (running ? 1 : 0) - (running_ ? 1 : 0);
+    running_ = running;
+  }
+  bool running_ = false;
+};
+
+PlanPage Page(int number, int split, int dwell, const QStringList& cameras, int first_window = 1) {
+  PlanPage page;
+  page.page_no = number;
+  page.split_type = split;
+  page.dwell_seconds = dwell;
+  int window_no = first_window;
+  for (const QString& camera : cameras) {
+    PlanWindow window;
+    window.window_no = window_no++;
+    window.content_kind = camera.isEmpty() ? 0 : 1;
+    window.resource_code = window.resource_name = camera.toStdString();
+    page.windows.push_back(window);
+  }
+  return page;
+}
+
+GetPlanDetailResponse Plan(const char* name, const std::list<PlanPage>& pages) {
+  GetPlanDetailResponse plan;
+  plan.index_code = plan.name = name;
+  plan.pages = pages;
+  return plan;
+}
+
+}  // namespace
+
+class LiveWallTest : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init();
+  void cleanup();
+  void ShowsEverySplit();
+  void TurnsByDwellAndLeavesNothingBehind();
+  void KeysTurnHoldAndStop();
+  void OddPlansAreHarmless();
+  void PicturesMoveAndRestWhenHidden();
+  void CamerasCanBeToldApart();
+
+ private:
+  QStringList Cameras() const;
+  int VisibleWindows() const;
+
+  std::unique_ptr<CLiveWall> wall_;
+};
+
+void LiveWallTest::init() {
+  tarn_ui_data_controller::CSkinLoader::Instance().LoadSkin("redblack");
+  wall_ = std::make_unique<CLiveWall>([](const PlanWindow& window) { return std::make_unique<CountedSource>(window); });
+  wall_->resize(800, 600);
+  wall_->show();
+  QVERIFY(QTest::qWaitForWindowExposed(wall_.get()));
+}
+
+void LiveWallTest::cleanup() {
+  wall_.reset();
+  QCOMPARE(g_running, 0);
+}
+
+QStringList LiveWallTest::Cameras() const {
+  QStringList cameras;
+  for (const CLiveWall::WindowState& window : wall_->Windows()) {
+    cameras << window.camera;
+  }
+  return cameras;
+}
+
+int LiveWallTest::VisibleWindows() const {
+  int visible = 0;
+  for (const auto* window : wall_->findChildren<TarnClient::CWallWindow*>()) {
+    visible += window->isVisible() ? 1 : 0;
+  }
+  return visible;
+}
+
+void LiveWallTest::ShowsEverySplit() {
+  QSignalSpy changed(wall_.get(), &CLiveWall::SignalPlanChanged);
+  const QMap<int, int> windows{{1, 1}, {2, 4}, {4, 9}, {8, 16}};
+  for (auto split = windows.begin(); split != windows.end(); ++split) {
+    wall_->Play(Plan("p", {Page(1, split.key(), 5, {"a"}, split.value())}));
+    QCOMPARE(VisibleWindows(), split.value());
+    QCOMPARE(Cameras(), QStringList{"a"});
+    QCOMPARE(g_running, 1);
+  }
+  QCOMPARE(changed.size(), 4);
+  QCOMPARE(wall_->PageNumber(), 1);
+  wall_->Stop();
+  wall_->Stop();
+  QCOMPARE(changed.size(), 5);
+  QCOMPARE(VisibleWindows(), 0);
+  QVERIFY(wall_->PlanName().isEmpty() && wall_->PlanCode().isEmpty() && wall_->PageNumber() == 0);
+}
+
+void LiveWallTest::TurnsByDwellAndLeavesNothingBehind() {
+  // Pages come in the order of their numbers; a dwell of 0 still leaves a second to look.
+  wall_->Play(Plan("p", {Page(2, 2, 0, {"", "c"}), Page(1, 2, 1, {"a", "b", "d", "e"})}));
+  QCOMPARE(Cameras(), QStringList({"a", "b", "d", "e"}));
+  QElapsedTimer clock;
+  clock.start();
+  QTRY_COMPARE(wall_->PageNumber(), 2);
+  QVERIFY(clock.elapsed() >= 900);
+  QCOMPARE(Cameras(), QStringList{"c"});
+  QCOMPARE(g_running, 1);
+  clock.restart();
+  QTRY_COMPARE(wall_->PageNumber(), 1);
+  QVERIFY(clock.elapsed() >= 900);
+}
+
+void LiveWallTest::KeysTurnHoldAndStop() {
+  wall_->Play(Plan("p", {Page(1, 1, 1, {"a"}), Page(2, 1, 60, {"b"}), Page(3, 1, 60, {"c"})}));
+  auto* pause = wall_->findChild<QToolButton*>("wall_pause_btn");
+  QTest::keyClick(wall_.get(), Qt::Key_Space);
+  const QString held = pause->accessibleName();
+  QTest::keyClick(wall_.get(), Qt::Key_Left);
+  QCOMPARE(wall_->PageNumber(), 3);
+  QTest::keyClick(wall_.get(), Qt::Key_Right);
+  QCOMPARE(wall_->PageNumber(), 1);
+  // Held: the page's second passes and it stays. A second one goes by on another wall to prove it.
+  CLiveWall other(&CTestPictureSource::Make);
+  other.Play(Plan("q", {Page(1, 1, 1, {"a"}), Page(2, 1, 60, {"b"})}));
+  QTRY_COMPARE(other.PageNumber(), 2);
+  QCOMPARE(wall_->PageNumber(), 1);
+  QTest::mouseClick(pause, Qt::LeftButton);
+  QVERIFY(pause->accessibleName() != held);
+  QTRY_COMPARE(wall_->PageNumber(), 2);
+  QTest::keyClick(wall_.get(), Qt::Key_Escape);
+  QVERIFY(!wall_->IsPlaying());
+  QCOMPARE(g_running, 0);
+}
+
+void LiveWallTest::OddPlansAreHarmless() {
+  wall_->Play(Plan("no pages", {}));
+  QVERIFY(wall_->IsPlaying() && Cameras().isEmpty());
+  QCOMPARE(VisibleWindows(), 1);
+  wall_->Play(Plan("beyond", {Page(1, 1, -5, {"a", "b"}), Page(1, 77, 2147483647, {"z"}, 0)}));
+  QCOMPARE(Cameras(), QStringList{"a"});
+  wall_->Turn(1);
+  QVERIFY(Cameras().isEmpty());
+  wall_->Turn(-1001);
+  QCOMPARE(wall_->PageNumber(), 1);
+  const std::string long_name(256, 'W');
+  wall_->Play(Plan(long_name.c_str(), {Page(1, 8, 5, {QString(256, 'W')})}));
+  wall_->resize(400, 300);
+  QTRY_COMPARE(wall_->width(), 400);  // nothing a plan holds makes the window grow
+}
+
+void LiveWallTest::PicturesMoveAndRestWhenHidden() {
+  wall_->Play(Plan("p", {Page(1, 1, 5, {"a"})}));
+  const auto frames = [this] { return wall_->Windows().constFirst().frames; };
+  QTRY_VERIFY(frames() >= 5);
+  wall_->hide();
+  const qint64 at_hiding = frames();
+  CLiveWall other(&CTestPictureSource::Make);
+  other.resize(300, 200);
+  other.show();
+  other.Play(Plan("q", {Page(1, 1, 5, {"b"})}));
+  QTRY_VERIFY(other.Windows().constFirst().frames >= 5);
+  QCOMPARE(frames(), at_hiding);
+  wall_->show();
+  QTRY_VERIFY(frames() > at_hiding);
+}
+
+void LiveWallTest::CamerasCanBeToldApart() {
+  const auto first_picture = [](const char* code) {
+    PlanWindow window;
+    window.resource_code = code;
+    CTestPictureSource source(window);
+    source.Start();
+    return source.LatestPicture(QSize());
+  };
+  QVERIFY(first_picture("100001") != first_picture("100002"));
+  PlanWindow window;
+  CTestPictureSource source(window);
+  QVERIFY(source.LatestPicture(QSize()).isNull());
+  source.Start();
+  const QImage first = source.LatestPicture(QSize());
+  QTRY_VERIFY(source.LatestPicture(QSize()) != first);
+}
+
+QTEST_MAIN(LiveWallTest)
+#include "test_live_wall.moc"
