@@ -1,9 +1,12 @@
-// A second process for the tests: store_client URL add | station | lock MODE
+// A second process for the tests: store_client URL add [MAX_FILE_BYTES] | station | lock MODE
 #include <QCoreApplication>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <csignal>
 #include <cstdio>
 #include <string>
+
+#include <sys/resource.h>
 
 #include "store_fixture.h"
 
@@ -33,18 +36,24 @@ int AddForever(const QString& url) {
   const StoreTest::CClient client(store);
   std::string group, code;
   for (int number = 0; store && std::ferror(stdout) == 0; ++number) {
-    if (number % 8 == 0) {
-      client.AddGroup("-1", "Group", &group);
-      Say(group);
-    }
-    const QString error = client.AddPlan(group, "Plan " + std::to_string(number), &code);
+    const bool next_group = number % 8 == 0;
+    const QString error = next_group ? client.AddGroup("-1", "Group", &code)
+                                     : client.AddPlan(group, "Plan " + std::to_string(number), &code);
     if (!error.isEmpty()) {
       std::fprintf(stderr, "%s\n", qPrintable(error));
       return 1;
     }
+    group = next_group ? code : group;
     Say(code);
   }
   return 2;
+}
+
+// From this size on writing fails, as on a full disk.
+void LimitFiles(rlim_t bytes) {
+  std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit limit{bytes, bytes};
+  setrlimit(RLIMIT_FSIZE, &limit);
 }
 
 int SayStation(const QString& url) {
@@ -69,6 +78,9 @@ int main(int argc, char** argv) {
   QCoreApplication application(argc, argv);
   const QStringList arguments = application.arguments();
   const QString mode = arguments.value(2);
+  if (mode == "add" && arguments.size() > 3) {
+    LimitFiles(arguments[3].toULongLong());
+  }
   return mode == "add"       ? AddForever(arguments[1])
          : mode == "station" ? SayStation(arguments[1])
                              : HoldLock(arguments[1], arguments.value(3));

@@ -53,6 +53,8 @@ void Spoil(const QString& name, const QString& how) {
     RunSql(name, {"UPDATE store_info SET value = '99' WHERE name = 'version'"});
   } else if (how == "read-only") {
     QVERIFY(QFile::setPermissions(name, QFileDevice::ReadOwner));
+  } else if (how == "read-only folder") {
+    QVERIFY(QFile::setPermissions(QFileInfo(name).path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner));
   }
 }
 
@@ -79,6 +81,7 @@ void StoreFilesTest::RefusesBadFiles_data() {
   QTest::newRow("zeroed pages") << "The plan store %1 is damaged.";
   QTest::newRow("newer") << "The plan store %1 was made by a newer version (99; this program knows 1).";
   QTest::newRow("read-only") << "The plan store %1 is read-only.";
+  QTest::newRow("read-only folder") << "The plan store %1 is in a read-only folder.";
 }
 
 void StoreFilesTest::RefusesBadFiles() {
@@ -93,6 +96,8 @@ void StoreFilesTest::RefusesBadFiles() {
     QCOMPARE(error, text.arg(fixture.File()));
     QVERIFY(Content(fixture.File()) == before);
   }
+  QFile::setPermissions(QFileInfo(fixture.File()).path(),
+                        QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
 }
 
 void StoreFilesTest::RefusesBadPlaces() {

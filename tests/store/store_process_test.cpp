@@ -49,6 +49,7 @@ class StoreProcessTest : public QObject {
   Q_OBJECT
  private Q_SLOTS:
   void LosesNothingWhenKilled();
+  void KeepsWhatWasAcknowledgedWhenTheDiskIsFull();
   void IsMadeOnceByClientsThatStartTogether();
   void FollowsAnotherProcess();
   void TellsThatItIsLocked_data();
@@ -83,6 +84,28 @@ void StoreProcessTest::LosesNothingWhenKilled() {
     QVERIFY2(lost.isEmpty(), qPrintable(QString("round %1 lost %2").arg(round).arg(lost.size())));
   }
   QVERIFY(acknowledged.size() > 200);
+}
+
+void StoreProcessTest::KeepsWhatWasAcknowledgedWhenTheDiskIsFull() {
+  if (CStoreFixture::OnPostgres()) {
+    QSKIP("The server's disk is the server's.");
+  }
+  CStoreFixture fixture;
+  fixture.Open().reset();
+  const auto client = StartClient({fixture.Url(), "add", "400000"});
+  QVERIFY(client && client->waitForFinished());
+  QCOMPARE(client->exitCode(), 1);
+  const QByteArray error = client->readAllStandardError();
+  QVERIFY2(error.contains("The plan store ") && error.count('\n') == 1, error);
+  QSet<QByteArray> acknowledged;
+  for (const QByteArray& line : client->readAllStandardOutput().trimmed().split('\n')) {
+    acknowledged.insert(line);
+  }
+  QVERIFY(acknowledged.size() > 5);
+  QCOMPARE(IntegrityOf(fixture.File()), QByteArray("ok"));
+  const CClient survivor(fixture.Open());
+  QCOMPARE(acknowledged - CodesIn(survivor), QSet<QByteArray>());
+  QCOMPARE(survivor.AddPlan("-1", "Room again"), QString());
 }
 
 void StoreProcessTest::IsMadeOnceByClientsThatStartTogether() {

@@ -109,8 +109,15 @@ void CStoreServices::ClearViewData() {
 }
 
 bool CStoreServices::IsDownloaded() const {
-  return !closed_ && download_done_ == downloads_wanted_ &&
-         steady_clock::now().time_since_epoch().count() >= download_end_;
+  const int wanted = downloads_wanted_;
+  if (download_ready_ == wanted) {
+    return !closed_;  // asked with every read, so without looking at the clock
+  }
+  if (download_done_ != wanted || steady_clock::now().time_since_epoch().count() < download_end_) {
+    return false;
+  }
+  download_ready_ = wanted;
+  return !closed_;
 }
 
 bool CStoreServices::LogIn(const QString& user, QString* error) {

@@ -98,7 +98,9 @@ class CStoreServices : public CPlanStore {
   std::unique_ptr<CObserverHub, CObserverHub::Disposer> hub_;
   std::atomic<int32_t> user_{0};
   std::atomic<bool> closed_{false};
-  std::atomic<int> downloads_wanted_{0}, download_done_{0};  // numbers of downloads
+  // Numbers of downloads: the newest, the one in the catalog, the one that counts as complete.
+  std::atomic<int> downloads_wanted_{0}, download_done_{0};
+  mutable std::atomic<int> download_ready_{0};
   std::atomic<std::chrono::steady_clock::rep> download_end_{0};
   CPlanCatalog catalog_;
   CSiteDirectory site_;

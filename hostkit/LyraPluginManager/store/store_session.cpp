@@ -34,10 +34,12 @@ void CStoreSession::ReadWhole() {
 }
 
 void CStoreSession::Poll() {
-  if (loaded_ && engine_.MayHaveChanged()) {
+  if (loaded_ && (engine_.MayHaveChanged() || unread_)) {
+    unread_ = true;  // until it was read: the engine tells of a change once
     CTransaction transaction(engine_, CTransaction::kRead);
     CatchUp();
     transaction.Commit();
+    unread_ = false;
   }
 }
 

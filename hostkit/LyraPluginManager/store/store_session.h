@@ -72,7 +72,7 @@ class CStoreSession {
   const std::atomic<int32_t>& user_;
   const Sink sink_;
   CChangeFeed feed_;
-  bool loaded_ = false;
+  bool loaded_ = false, unread_ = false;
   std::vector<Step> journal_;
 };
 
