@@ -4,6 +4,7 @@
 
 #include "TarnUIDataController/message_tip_manager.h"
 #include "TarnUIDataController/skin_loader.h"
+#include "auto_plan_helper.h"
 #include "plan_fixture.h"
 #include "plan_item_role.h"
 #include "plans/plan_pane.h"
@@ -26,6 +27,7 @@ class PlanPanesTest : public QObject {
   void RootIsExpandedAndGroupsLoadWhenAsked();
   void DoubleClickAndReturnPlay();
   void LastWishWins();
+  void AutomaticPlanYieldsToTheUser();
   void MarkAndExpansionSurviveAReload();
   void FailedLoadShowsATipAndCanBeTriedAgain();
 
@@ -136,6 +138,34 @@ void PlanPanesTest::LastWishWins() {
   QTRY_VERIFY(wall_->IsPlaying());
   TarnTest::CPlanFixture::Drain();
   QCOMPARE(wall_->PlanName(), QString("Public A plan 10"));
+}
+
+void PlanPanesTest::AutomaticPlanYieldsToTheUser() {
+  MakePanes();
+  auto& helper = TarnPlanView::CAutoPlanHelper::Instance();
+  view_plugin_protocol::GetPlanDetailResponse plan;
+  plan.index_code = fixture_.Code("Public B plan 2").toStdString();
+  plan.name = "Public B plan 2";
+  plan.pages.emplace_back();
+  Q_EMIT helper.signalStartPlanAutoRun(plan);
+  QCOMPARE(wall_->PlanName(), QString("Public B plan 2"));
+  Q_EMIT helper.signalStopPlanAutoRun();
+  QVERIFY(!wall_->IsPlaying());
+
+  // The user's own plan stays, whatever the clock says.
+  Q_EMIT helper.signalStartPlanAutoRun(plan);
+  player_->Play(fixture_.Code("Public A plan 2").toStdString());
+  QTRY_COMPARE(wall_->PlanName(), QString("Public A plan 2"));
+  Q_EMIT helper.signalStopPlanAutoRun();
+  Q_EMIT helper.signalStartPlanAutoRun(plan);
+  QCOMPARE(wall_->PlanName(), QString("Public A plan 2"));
+  player_->Stop();
+
+  // No stop comes for a plan that vanished: it ends at the time that its start carried.
+  plan.end_time = QTime::currentTime().addSecs(2).toString("HH:mm:ss").toStdString();
+  Q_EMIT helper.signalStartPlanAutoRun(plan);
+  QVERIFY(wall_->IsPlaying());
+  QTRY_VERIFY(!wall_->IsPlaying());
 }
 
 void PlanPanesTest::MarkAndExpansionSurviveAReload() {
