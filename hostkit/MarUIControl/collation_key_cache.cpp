@@ -35,7 +35,8 @@ CollationKey CollationKeyCache::MakeKey(const QString& text) const {
   if (!collator_) {
     return CollationKey::FromBytes(text.toCaseFolded().toUtf8());
   }
-  const auto* units = reinterpret_cast<const UChar*>(text.utf16());
+  // Not utf16(): for text that is not owned it reallocates the string it is called on.
+  const auto* units = reinterpret_cast<const UChar*>(text.constData());
   QByteArray bytes(2 * text.size() + 16, Qt::Uninitialized);
   for (;;) {
     const int needed =
