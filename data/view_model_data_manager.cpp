@@ -166,6 +166,7 @@ void CViewModelDataManager::InitRootItem() {
 
 void CViewModelDataManager::ClearAllViewModelData() {
   TARN_PLAN_LOG_INFO("ClearAllViewModelData Clear Data");
+  ++d_->change_count;
   d_->data_requested = false;
   d_->init_finished = false;
   for (CStandardPlanModel* model : qAsConst(d_->models)) {

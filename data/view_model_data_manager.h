@@ -79,6 +79,9 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
 
   void OnRootChildAdded(ResourceData::ResourceType child_type);
 
+  /// Grows with every change of a plan or group that was applied. What was fetched before the last one may be outdated.
+  int GetChangeCount() const;
+
   /// The last answers of the default-view calls.
   view_plugin_protocol::GetClientDefaultViewConfigResponse GetSeverResponseData() const;
   view_plugin_protocol::ClienDefaultViewConfigReponse GetSetConfigResponseData() const;

@@ -98,6 +98,7 @@ void CViewModelDataManager::OnGetPlanGroupListSucc(const QModelIndex& index,
 }
 
 void CViewModelDataManager::OnDeletePlanGroupPlanSucc(const QModelIndex& index) {
+  ++d_->change_count;
   const bool is_group = index.data(IsGroupRole).toBool();
   const QString code = index.data(is_group ? GroupIndexCodeRole : PlanIndexCodeRole).toString();
   if (code.isEmpty()) {
@@ -122,6 +123,7 @@ void CViewModelDataManager::OnDeletePlanGroupPlanSucc(const QModelIndex& index) 
 
 void CViewModelDataManager::OnAddPlanGroupSucc(const QModelIndex& parent_index,
                                                const view_plugin_protocol::PlanGroup& plan_group) {
+  ++d_->change_count;
   CreateViewGroup(plan_group);
   // Looks at the given row only: a group that was never expanded shows the new one when it is.
   if (!isLoadAll() && !parent_index.data(GroupLoadedRole).toBool()) {
@@ -138,6 +140,7 @@ void CViewModelDataManager::OnAddPlanGroupSucc(const QModelIndex& parent_index,
 }
 
 void CViewModelDataManager::OnUpdatePlanGroupNameSucc(const QModelIndex& index, const QString& group_name) {
+  ++d_->change_count;
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     if (QStandardItem* row = model->FindItemByIndex(index)) {
       row->setText(group_name);
@@ -147,6 +150,7 @@ void CViewModelDataManager::OnUpdatePlanGroupNameSucc(const QModelIndex& index, 
 
 void CViewModelDataManager::OnAddPlanSucc(const view_plugin_protocol::AddPlanRequest& plan_param,
                                           const QString& get_plan_index_code) {
+  ++d_->change_count;
   const PlanBasicInfo plan = BasicInfo(plan_param, QStringToString(get_plan_index_code));
   CreateView(plan);
   const QString group_code = StringToQString(plan.group_index_code);
@@ -167,6 +171,7 @@ void CViewModelDataManager::OnAddPlanSucc(const view_plugin_protocol::AddPlanReq
 }
 
 void CViewModelDataManager::OnUpdatePlanSucc(const view_plugin_protocol::UpdatePlanRequest& plan_param) {
+  ++d_->change_count;
   const PlanBasicInfo plan = BasicInfo(plan_param, plan_param.plan_index_code);
   const QString code = StringToQString(plan.index_code);
   const QString group_code = StringToQString(plan.group_index_code);
@@ -184,6 +189,10 @@ void CViewModelDataManager::OnUpdatePlanSucc(const view_plugin_protocol::UpdateP
   recheckTimedPlay();
 }
 
+int CViewModelDataManager::GetChangeCount() const {
+  return d_->change_count;
+}
+
 void CViewModelDataManager::OnSetGroupNodeLoaded(const QString& index_code, bool is_loaded) {
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     if (QStandardItem* row = model->FindTargetItemByIndexCode(index_code, true)) {
@@ -196,6 +205,7 @@ void CViewModelDataManager::OnSetGroupNodeLoaded(const QString& index_code, bool
 }
 
 void CViewModelDataManager::OnViewGroupNameChanged(const QString& index_code, const QString& new_name) {
+  ++d_->change_count;
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     if (QStandardItem* row = model->FindTargetItemByIndexCode(index_code, true)) {
       row->setText(new_name);
@@ -205,6 +215,7 @@ void CViewModelDataManager::OnViewGroupNameChanged(const QString& index_code, co
 
 void CViewModelDataManager::OnViewGroupChildAdded(const QString& group_index_code,
                                                   ResourceData::ResourceType child_type) {
+  ++d_->change_count;
   const QModelIndex group =
       d_->models.isEmpty() ? QModelIndex() : d_->models.first()->FindIndexByIndexCode(group_index_code, true);
   const int theme = group.isValid() ? CViewPublicDef::GetIndexType(group) : -1;
@@ -217,6 +228,7 @@ void CViewModelDataManager::OnViewGroupChildAdded(const QString& group_index_cod
 
 void CViewModelDataManager::OnViewGroupChildRemoved(const QString& child_index_code,
                                                     ResourceData::ResourceType child_type) {
+  ++d_->change_count;
   if (!IsPlanResource(child_type)) {
     return;
   }
@@ -229,6 +241,7 @@ void CViewModelDataManager::OnViewGroupChildRemoved(const QString& child_index_c
 }
 
 void CViewModelDataManager::OnViewChanged(const QString& view_index_code) {
+  ++d_->change_count;
   view_plugin_protocol::GetPlanDetailRequest request;
   request.plan_index_code = QStringToString(view_index_code);
   view_plugin_protocol::GetPlanDetailResponse detail;
@@ -265,6 +278,7 @@ bool CViewModelDataManager::followMove(CStandardPlanModel* model, QStandardItem*
 }
 
 void CViewModelDataManager::OnRootChildAdded(ResourceData::ResourceType child_type) {
+  ++d_->change_count;
   const struct {
     const char* code;
     ThemeNodeType theme;

@@ -29,6 +29,7 @@ class CViewModelDataManager::Private {
   QList<CStandardPlanModel*> models;      // registered, in order
   bool data_requested = false;
   bool init_finished = false;
+  int change_count = 0;
   CDownloadPoll* poll;  // child of the manager
   std::unique_ptr<CViewGroupManager> group_manager;
   std::unordered_map<std::string, std::shared_ptr<CView>> views;

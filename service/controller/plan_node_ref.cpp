@@ -31,9 +31,9 @@ CPlanNodeRef::CPlanNodeRef(const QModelIndex& index)
   code_ = CodeOf(index, is_group_);
 }
 
-QModelIndex CPlanNodeRef::Resolve() const {
+QPersistentModelIndex CPlanNodeRef::Resolve() const {
   if (!model_) {
-    return QModelIndex();
+    return QPersistentModelIndex();
   }
   if (index_.isValid() && CodeOf(index_, is_group_) == code_) {
     return index_;

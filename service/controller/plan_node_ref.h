@@ -16,7 +16,8 @@ class CPlanNodeRef {
   CPlanNodeRef() = default;
   explicit CPlanNodeRef(const QModelIndex& index);
 
-  QModelIndex Resolve() const;
+  /// Persistent, so that a signal's later receivers do not see another row when an earlier one has removed this one.
+  QPersistentModelIndex Resolve() const;
 
  private:
   QPersistentModelIndex index_;

@@ -26,6 +26,8 @@ namespace {
 
 constexpr int kMaxFilledWindows = 128;
 constexpr char kNoDefaultView[] = "-3";
+// A site that changes without a pause must not keep a row waiting for ever.
+constexpr int kMaxFetches = 5;
 
 /// A host call's answer: whether it succeeded, and the response.
 template <class Response>
@@ -421,18 +423,28 @@ void CStandardViewController::downloadSubPlanGroupListThread(const QModelIndex& 
   if (is_group && code.empty()) {
     return;
   }
-  const auto task = [is_group, code, type] {
-    if (!is_group) {
-      return SubItems();
-    }
+  if (is_group) {
+    fetchSubItems(node, code, type, kMaxFetches);
+    return;
+  }
+  CallAsync(
+      this, [] { return true; }, [this, node](bool) { Q_EMIT SignalFinishAnsyGetSubItem(node.Resolve(), true); });
+}
+
+void CStandardViewController::fetchSubItems(const CPlanNodeRef& node, const std::string& code, int type,
+                                            int fetches_left) {
+  const int changes = CViewModelDataManager::Instance().GetChangeCount();
+  const auto task = [code, type] {
     const bool root = type == PublicRootItem || type == OwnRootItem;
     return FetchSubItems(code, type, !root || CViewConfigManager::Instance().CreatePlanUnderRootNode());
   };
-  CallAsync(this, task, [this, node, is_group](const SubItems& items) {
-    if (is_group) {
-      finishExpand(node, items);
+  CallAsync(this, task, [=](const SubItems& items) {
+    // An answer from before a change would bring back what was deleted or put a moved plan in its old place.
+    const bool outdated = changes != CViewModelDataManager::Instance().GetChangeCount();
+    if (items.ok && outdated && fetches_left > 1 && node.Resolve().isValid()) {
+      fetchSubItems(node, code, type, fetches_left - 1);
     } else {
-      Q_EMIT SignalFinishAnsyGetSubItem(node.Resolve(), true);
+      finishExpand(node, items);
     }
   });
 }

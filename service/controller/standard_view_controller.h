@@ -102,6 +102,8 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   bool setViewDefaultConfig(const view_plugin_protocol::ClienDefaultViewConfigRequest& request);
 
   struct SubItems;
+  /// Asks again while changes came in during the fetch, `fetches_left` times in all.
+  void fetchSubItems(const CPlanNodeRef& node, const std::string& code, int type, int fetches_left);
   static SubItems FetchSubItems(const std::string& code, int type, bool with_plans);
   void finishExpand(const CPlanNodeRef& node, const SubItems& items);
   void showSuccess(const QString& text);

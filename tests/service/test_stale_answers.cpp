@@ -1,0 +1,264 @@
+#include <QThreadPool>
+#include <QtTest>
+
+#include "controller_log.h"
+#include "plan_item_role.h"
+#include "plan_test.h"
+#include "standard_plan_model.h"
+#include "view_model_data_manager.h"
+#include "view_sort_filter_proxy_model.h"
+
+using namespace TarnPlanView;
+using namespace view_plugin_protocol;
+using TarnTest::CPlanFixture;
+using TarnTest::CPlanTest;
+using TarnTest::CRecordingServices;
+using TarnTest::Outline;
+
+// Rows move and vanish, trees reload and controllers die while the host still works on a request.
+class StaleAnswersTest : public CPlanTest {
+  Q_OBJECT
+ private Q_SLOTS:
+  void init();
+  void cleanup();
+  void RowMovedMeanwhile();
+  void RowRemovedMeanwhile_data();
+  void RowRemovedMeanwhile();
+  void DeletedPlanDoesNotSurviveAReload();
+  void GroupDeletedWhileItLoads();
+  void PlanDeletedWhileItsGroupLoads();
+  void PlanMovedAndRenamedWhileItsGroupLoads();
+  void AnswerOfAnotherUser();
+  void IndexesOfAProxy();
+  void ControllerDies_data();
+  void ControllerDies();
+  void ManySlowRequestsInAnyOrder();
+
+ private:
+  QModelIndex Group(const QString& name) { return fixture_.Public()->FindIndexByIndexCode(fixture_.Code(name), true); }
+  QModelIndex Plan(const QString& name) { return fixture_.Public()->FindIndexByIndexCode(fixture_.Code(name), false); }
+  /// Other requests may be held meanwhile.
+  void Expand(const QString& name) {
+    const QPersistentModelIndex row(name.isEmpty() ? fixture_.Public()->index(0, 0) : Group(name));
+    controller_->OnExpandViewTreeItem(row);
+    QTRY_VERIFY(fixture_.Public()->AreChildrenFetched(row));
+  }
+
+  std::unique_ptr<CStandardViewController> controller_;
+  std::unique_ptr<CControllerLog> log_;
+};
+
+void StaleAnswersTest::init() {
+  Open();
+  controller_ = std::make_unique<CStandardViewController>(fixture_.Public());
+  Expand({});
+  Expand("Public A");
+  log_ = std::make_unique<CControllerLog>(controller_.get());
+}
+
+void StaleAnswersTest::cleanup() {
+  Services().ReleaseAll();
+  CPlanFixture::Drain();
+  log_.reset();
+  controller_.reset();
+  Shut();
+}
+
+void StaleAnswersTest::RowMovedMeanwhile() {
+  Services().Hold("UpdatePlanGroup");
+  controller_->UpdatePlanGroupName(Group("Public B"), "renamed");
+  QVERIFY(Services().WaitUntilHeld("UpdatePlanGroup"));
+  // "Public B" goes to another place and another row takes its old one.
+  QStandardItem* root = fixture_.Public()->item(0);
+  root->insertRow(0, root->takeRow(1));
+  Services().Release("UpdatePlanGroup");
+  CPlanFixture::Drain();
+  QCOMPARE(Outline(fixture_.Public()), QString("Plans(renamed,Public A(A1,Public A plan 2,Public A plan 10))"));
+}
+
+void StaleAnswersTest::RowRemovedMeanwhile_data() {
+  QTest::addColumn<QString>("call");
+  for (const char* call : {"UpdatePlanGroup", "DeletePlanGroup", "AddPlanGroup", "GetPlansInGroup"}) {
+    QTest::newRow(call) << call;
+  }
+}
+
+void StaleAnswersTest::RowRemovedMeanwhile() {
+  QFETCH(QString, call);
+  Services().Hold(call);
+  if (call == "UpdatePlanGroup") {
+    controller_->UpdatePlanGroupName(Group("Public B"), "x");
+  } else if (call == "DeletePlanGroup") {
+    controller_->DeletePlanGroupByIndex(Group("Public B"));
+  } else if (call == "AddPlanGroup") {
+    controller_->AddPlanGroupByIndexName(Group("Public B"), "x");
+  } else {
+    controller_->OnExpandViewTreeItem(Group("Public B"));
+  }
+  QVERIFY(Services().WaitUntilHeld(call));
+  log_->Take();
+  CViewModelDataManager::Instance().OnViewGroupChildRemoved(fixture_.Code("Public B"), ResourceData::RT_VIEW_GROUP);
+  Services().Release(call);
+  CPlanFixture::Drain();
+  QCOMPARE(Outline(fixture_.Public()), QString("Plans(Public A(A1,Public A plan 2,Public A plan 10))"));
+  const QMap<QString, QString> said = {{"UpdatePlanGroup", "renamed - x"},
+                                       {"DeletePlanGroup", "group deleted -"},
+                                       {"AddPlanGroup", "group added - x 0"},
+                                       {"GetPlansInGroup", "list - 0 2"}};
+  QCOMPARE(log_->lines.value(0), said[call]);
+}
+
+void StaleAnswersTest::DeletedPlanDoesNotSurviveAReload() {
+  const QString code = fixture_.Code("Public A plan 2");
+  Services().Hold("DeletePlan");
+  controller_->DeletePlanByIndex(Plan("Public A plan 2"));
+  QVERIFY(Services().WaitUntilHeld("DeletePlan"));
+  CViewModelDataManager::Instance().OnUpdateViewModelData();
+  QTRY_COMPARE(Outline(fixture_.Public()), QString("Plans"));
+  Expand({});
+  Expand("Public A");
+  QVERIFY(Plan("Public A plan 2").isValid());  // the host still has it
+  Services().Release("DeletePlan");
+  CPlanFixture::Drain();
+  for (CStandardPlanModel* model : fixture_.Models()) {
+    QVERIFY(!model->FindItemByIndexCode(code, false));
+  }
+}
+
+void StaleAnswersTest::GroupDeletedWhileItLoads() {
+  Services().Hold("GetPlansInGroup", CRecordingServices::AfterCall);
+  controller_->OnExpandViewTreeItem(Group("Public B"));
+  QVERIFY(Services().WaitUntilHeld("GetPlansInGroup"));
+  controller_->DeletePlanGroupByIndex(Group("Public B"));
+  QTRY_VERIFY(log_->lines.contains("tip 0 DeleteTheSuccess"));
+  Services().Release("GetPlansInGroup");
+  CPlanFixture::Drain();
+  QCOMPARE(Outline(fixture_.Public()), QString("Plans(Public A(A1,Public A plan 2,Public A plan 10))"));
+}
+
+void StaleAnswersTest::PlanDeletedWhileItsGroupLoads() {
+  Services().Hold("GetPlansInGroup", CRecordingServices::AfterCall);
+  controller_->OnExpandViewTreeItem(Group("Public B"));
+  QVERIFY(Services().WaitUntilHeld("GetPlansInGroup"));
+  // Another panel, which has the group open, deletes one of its plans; then the older answer comes.
+  CViewModelDataManager::Instance().InsertSubPlanNode(fixture_.Code("Public B"), 0);
+  controller_->DeletePlanByIndex(Plan("Public B plan 2"));
+  QTRY_VERIFY(log_->lines.contains("tip 0 DeleteTheSuccess"));
+  Services().Release("GetPlansInGroup");
+  CPlanFixture::Drain();
+  QCOMPARE(Outline(fixture_.Public()), QString("Plans(Public A(A1,Public A plan 2,Public A plan 10),"
+                                               "Public B(Public B plan 10))"));
+}
+
+void StaleAnswersTest::PlanMovedAndRenamedWhileItsGroupLoads() {
+  Services().Hold("GetPlansInGroup", CRecordingServices::AfterCall);
+  controller_->OnExpandViewTreeItem(Group("Public B"));
+  QVERIFY(Services().WaitUntilHeld("GetPlansInGroup"));
+  UpdatePlanRequest move;
+  move.plan_index_code = fixture_.Code("Public B plan 2").toStdString();
+  move.plan_name = "moved";
+  move.parent_index_code = fixture_.Code("A1").toStdString();  // not loaded: no row anywhere
+  UpdatePlanRequest rename = move;
+  rename.plan_index_code = fixture_.Code("Public B plan 10").toStdString();
+  rename.plan_name = "renamed";
+  rename.parent_index_code = fixture_.Code("Public B").toStdString();
+  controller_->UpdatePlanParam(move, "");
+  controller_->UpdatePlanParam(rename, "");
+  QTRY_COMPARE(log_->lines.count("tip 0 SaveSuccessfulYCFI2BGO"), 2);
+  Services().Release("GetPlansInGroup");
+  CPlanFixture::Drain();
+  QCOMPARE(Outline(fixture_.Public()), QString("Plans(Public A(A1,Public A plan 2,Public A plan 10),"
+                                               "Public B(renamed))"));
+}
+
+void StaleAnswersTest::AnswerOfAnotherUser() {
+  CStandardViewController own(fixture_.Own());
+  Services().Hold("GetPlanGroups", CRecordingServices::AfterCall);
+  own.OnExpandViewTreeItem(fixture_.Own()->index(0, 0));
+  QVERIFY(Services().WaitUntilHeld("GetPlanGroups"));
+  const QPersistentModelIndex old_root(fixture_.Own()->index(0, 0));
+  QString error;
+  QVERIFY(fixture_.Store().LogIn("viewer", &error));
+  QTRY_VERIFY(!old_root.isValid());  // the tree was loaded anew, and its root has the same code
+  QTRY_COMPARE(Outline(fixture_.Own()), QString("Plans"));
+  Services().Release("GetPlanGroups");
+  CPlanFixture::Drain();
+  QCOMPARE(Outline(fixture_.Own()), QString("Plans"));
+}
+
+void StaleAnswersTest::IndexesOfAProxy() {
+  CViewSortFilterProxyModel proxy(nullptr, false);
+  CPlanFixture::Watch(&proxy);
+  proxy.setSourceModel(fixture_.Public());
+  Services().Hold("GetPlansInGroup");
+  controller_->OnExpandViewTreeItem(proxy.mapFromSource(Group("Public B")));
+  QVERIFY(Services().WaitUntilHeld("GetPlansInGroup"));
+  proxy.invalidate();
+  CViewModelDataManager::Instance().OnUpdateViewModelData();
+  QTRY_COMPARE(Outline(fixture_.Public()), QString("Plans"));
+  Services().Hold("GetPlanGroups");
+  log_->Take();
+  controller_->OnExpandViewTreeItem(proxy.index(0, 0));
+  Services().ReleaseAll();
+  CPlanFixture::Drain();
+  QVERIFY(log_->lines.contains("list Plans 2 0"));
+  QVERIFY(log_->lines.contains("list - 0 2") || log_->lines.contains("list Public B 0 2"));
+  QVERIFY(Outline(&proxy).startsWith("Plans(Public A"));
+}
+
+void StaleAnswersTest::ControllerDies_data() {
+  QTest::addColumn<bool>("with_model");
+  QTest::newRow("alone") << false;
+  QTest::newRow("with its model") << true;
+}
+
+void StaleAnswersTest::ControllerDies() {
+  QFETCH(bool, with_model);
+  auto model = std::make_unique<CStandardPlanModel>(ViewManagerParam(PublicTheme, "x"), nullptr);
+  CViewModelDataManager::Instance().AddViewManagerModel(model.get());
+  auto* controller = new CStandardViewController(model.get());
+  const QPointer<CStandardViewController> alive = controller;
+  const QString before = Outline(fixture_.Public());
+  for (const char* call : {"AddPlanGroup", "GetPlansInGroup", "GetPlanDetail"}) {
+    Services().Hold(call);
+  }
+  controller->AddPlanGroupByIndexName(Group("Public A"), "orphan");
+  controller->OnExpandViewTreeItem(Group("Public B"));
+  controller->PlayPlanViewByIndexCode(fixture_.Code("Public A plan 2").toStdString());
+  QVERIFY(Services().WaitUntilHeld("AddPlanGroup"));
+  if (with_model) {
+    CViewModelDataManager::Instance().RemViewManagerModel(model.get());
+    model.reset();
+  } else {
+    delete controller;
+    CViewModelDataManager::Instance().RemViewManagerModel(model.get());
+  }
+  QVERIFY(!alive);
+  Services().ReleaseAll();
+  CPlanFixture::Drain();
+  QVERIFY(!fixture_.Code("orphan").isEmpty());   // the host did it
+  QCOMPARE(Outline(fixture_.Public()), before);  // and nobody was told
+}
+
+void StaleAnswersTest::ManySlowRequestsInAnyOrder() {
+  const int threads = QThreadPool::globalInstance()->maxThreadCount();
+  QThreadPool::globalInstance()->setMaxThreadCount(8);
+  Services().Hold("AddPlanGroup");
+  for (int i = 0; i < 6; ++i) {
+    controller_->AddPlanGroupByIndexName(Group("A1"), QString("slow %1").arg(i));
+  }
+  QVERIFY(Services().WaitUntilHeld("AddPlanGroup", 6));
+  Expand("A1");  // meanwhile the group is opened
+  Services().Release("AddPlanGroup");
+  CPlanFixture::Drain();
+  QThreadPool::globalInstance()->setMaxThreadCount(threads);
+  QStringList rows;
+  for (int row = 0; row < fixture_.Public()->rowCount(Group("A1")); ++row) {
+    rows << fixture_.Public()->index(row, 0, Group("A1")).data().toString();
+  }
+  std::sort(rows.begin(), rows.begin() + 6);  // groups first, in the order of their answers
+  QCOMPARE(rows, QStringList({"slow 0", "slow 1", "slow 2", "slow 3", "slow 4", "slow 5", "A1 plan 2", "A1 plan 10"}));
+}
+
+QTEST_MAIN(StaleAnswersTest)
+#include "test_stale_answers.moc"
