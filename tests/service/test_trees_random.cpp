@@ -1,0 +1,340 @@
+#include <rapidcheck.h>
+
+#include <QTemporaryDir>
+#include <QtTest>
+#include <map>
+#include <set>
+
+#include "plan_fixture.h"
+#include "plan_item_role.h"
+#include "standard_plan_model.h"
+#include "standard_view_controller.h"
+#include "view_model_data_manager.h"
+
+using namespace TarnPlanView;
+using namespace view_plugin_protocol;
+using TarnHost::CPlanStore;
+using TarnTest::CPlanFixture;
+using TarnTest::CRecordingServices;
+
+namespace {
+
+// Told of changes at the root, after the plug-in: when a marker has come, everything before it has.
+class MarkerObserver : public ResourceData::IResourceObserver {
+ public:
+  void OnResourceUpdate(const Param& param) override { seen.insert(param.second); }
+  std::set<std::string> seen;
+};
+
+struct Node {
+  QString code, name;
+  bool is_group;
+};
+
+// Two clients on one file: this one with all its trees, the other a bare store. After any commands, and once everything
+// has been answered, the trees must agree with each other and with the store.
+class RandomSite {
+ public:
+  RandomSite() {
+    TarnTest::PlanFixtureOptions options;
+    options.url = "sqlite:" + folder_.filePath("plans.db");
+    options.switches = {{"create_under_root", 1}, {"timed_play", *rc::gen::arbitrary<bool>()}};
+    QString error;
+    RC_ASSERT(fixture_.Open(options, &error));
+    fixture_.Start();
+    fixture_.Store().ViewRegisterResourceUpdate(&marker_, {ResourceData::RT_VIEW_GROUP, "root", 1});
+    TarnHost::PlanStoreOptions other;
+    other.url = options.url;
+    other_ = CPlanStore::Open(other, &error);
+    RC_ASSERT(other_ && other_->LogIn("operator", &error));
+    RC_ASSERT(QTest::qWaitFor([this] { return other_->IsViewResourceDownFinish(); }));
+    for (CStandardPlanModel* model : {fixture_.Public(), fixture_.Own()}) {
+      controllers_ << new CStandardViewController(model);
+      controllers_.last()->OnExpandViewTreeItem(model->index(0, 0));
+    }
+  }
+
+  ~RandomSite() {
+    fixture_.Services().ReleaseAll();
+    CPlanFixture::Drain();
+    fixture_.Store().ViewRegisterResourceUpdate(&marker_, {ResourceData::RT_VIEW_GROUP, "root", 0});
+    qDeleteAll(controllers_);
+    other_->Close();
+    // Not an assertion: this may run while one unwinds.
+    for (const QString& warning : fixture_.Close()) {
+      QTest::qFail(qPrintable(warning), __FILE__, __LINE__);
+    }
+  }
+
+  void Step() {
+    which_ = *rc::gen::inRange(0, 2);
+    switch (*rc::gen::inRange(0, 12)) {
+      case 0:
+      case 1:
+      case 2:
+        controller()->OnExpandViewTreeItem(row(true));
+        break;
+      case 3:
+        controller()->AddPlanGroupByIndexName(row(true), name());
+        break;
+      case 4:
+        controller()->UpdatePlanGroupName(row(true), name());
+        break;
+      case 5:
+        deleteRow();
+        break;
+      case 6:
+        addPlan();
+        break;
+      case 7:
+        updatePlan();
+        break;
+      case 8:
+        changeElsewhere();
+        break;
+      case 9:
+        holdOrFail();
+        break;
+      case 10:
+        *rc::gen::inRange(0, 3) == 0 ? CViewModelDataManager::Instance().OnUpdateViewModelData() : Settle();
+        break;
+      default:
+        QCoreApplication::processEvents();
+    }
+  }
+
+  /// Everything held is let go, everything asked is answered, all news has come.
+  void Settle() {
+    for (const char* call : kCalls) {
+      fixture_.Services().Mend(call);
+    }
+    fixture_.Services().ReleaseAll();
+    CPlanFixture::Drain();
+    AddPlanGroupResponse response;
+    RC_ASSERT(other_->AddPlanGroup({"marker", "-1", 0, false}, response));
+    RC_ASSERT(QTest::qWaitFor([&] { return marker_.seen.count(response.index_code) > 0; }));
+    CPlanFixture::Drain();
+  }
+
+  /// Says at once what is wrong: a failing run is repeated by the library, and may then succeed.
+  static void Complain(const QString& what) {
+    qCritical().noquote() << what;
+    RC_FAIL(what.toStdString());
+  }
+
+  void Check() const {
+    const auto models = fixture_.Models();
+    const QString trees[] = {dump(models[0], {}), dump(models[1], {})};
+    for (int place = 0; place < models.size(); ++place) {
+      const QString tree = dump(models[place], {});
+      if (tree != trees[place == 8 ? 1 : place % 2]) {
+        Complain("tree " + QString::number(place) + " differs: " + tree + " / " + trees[place == 8 ? 1 : place % 2]);
+      }
+    }
+    for (const CStandardPlanModel* model : {models[0], models[1]}) {
+      std::set<QString> codes;
+      checkBelow(model, model->index(0, 0), &codes);
+    }
+  }
+
+ private:
+  static constexpr const char* kCalls[] = {"GetPlanGroups", "GetPlansInGroup", "AddPlan",         "UpdatePlan",
+                                           "DeletePlan",    "AddPlanGroup",    "UpdatePlanGroup", "DeletePlanGroup"};
+
+  CStandardPlanModel* model() const { return which_ == 0 ? fixture_.Public() : fixture_.Own(); }
+  CStandardViewController* controller() const { return controllers_[which_]; }
+  static QString name() { return QString("name %1").arg(*rc::gen::inRange(0, 1000)); }
+
+  static void collect(const QStandardItem* parent, bool groups, QList<QModelIndex>* rows) {
+    for (int row = 0; row < parent->rowCount(); ++row) {
+      if (parent->child(row)->data(IsGroupRole).toBool() == groups) {
+        rows->append(parent->child(row)->index());
+      }
+      collect(parent->child(row), groups, rows);
+    }
+  }
+
+  /// A row on screen; invalid when there is none.
+  QModelIndex row(bool group) const {
+    QList<QModelIndex> rows;
+    collect(model()->invisibleRootItem(), group, &rows);
+    return rows.isEmpty() ? QModelIndex() : rows.at(*rc::gen::inRange(0, rows.size()));
+  }
+
+  void collectStored(const QString& code, QList<Node>* nodes) const {
+    for (const Node& node : childrenOf(*other_, code)) {
+      nodes->append(node);
+      if (node.is_group) {
+        collectStored(node.code, nodes);
+      }
+    }
+  }
+
+  /// A group or plan of the store, on screen or not; empty when there is none.
+  std::string stored(bool group) const {
+    QList<Node> all;
+    collectStored(which_ == 0 ? "-1" : "-2", &all);
+    QStringList codes;
+    for (const Node& node : all) {
+      if (node.is_group == group) {
+        codes << node.code;
+      }
+    }
+    return codes.isEmpty() ? std::string() : codes.at(*rc::gen::inRange(0, codes.size())).toStdString();
+  }
+
+  void deleteRow() {
+    if (*rc::gen::inRange(0, 3) > 0) {
+      controller()->DeletePlanByIndex(row(false));
+      return;
+    }
+    const QModelIndex group = row(true);
+    if (group.parent().isValid()) {
+      controller()->DeletePlanGroupByIndex(group);
+    }
+  }
+
+  void addPlan() {
+    AddPlanRequest request;
+    request.plan_name = name().toStdString();
+    request.index_type = which_;
+    request.parent_index_code = stored(true);
+    controller()->AddPlanParam(request);
+  }
+
+  UpdatePlanRequest update() const {
+    UpdatePlanRequest request;
+    request.plan_index_code = stored(false);
+    request.plan_name = name().toStdString();
+    request.index_type = which_;
+    request.parent_index_code = stored(true);
+    return request;
+  }
+
+  void updatePlan() { controller()->UpdatePlanParam(update(), ""); }
+
+  void changeElsewhere() {
+    AddPlanGroupResponse group;
+    UpdatePlanGroupResponse renamed;
+    DeletePlanGroupResponse group_gone;
+    AddPlanResponse plan;
+    UpdatePlanResponse updated;
+    DeletePlanResponse plan_gone;
+    AddPlanRequest add;
+    switch (*rc::gen::inRange(0, 6)) {
+      case 0:
+        other_->AddPlanGroup({name().toStdString(), stored(true), 0, false}, group);
+        break;
+      case 1:
+        other_->UpdatePlanGroup({stored(true), name().toStdString(), false}, renamed);
+        break;
+      case 2:
+        other_->DeletePlanGroup({stored(true), "", 0}, group_gone);
+        break;
+      case 3:
+        add.plan_name = name().toStdString();
+        add.parent_index_code = stored(true);
+        other_->AddPlan(add, plan);
+        break;
+      case 4:
+        other_->UpdatePlan(update(), updated);
+        break;
+      default:
+        other_->DeletePlan({stored(false), "", "", "", ""}, plan_gone);
+    }
+  }
+
+  // Reads may come back late, with what was true before; writes are late as a whole.
+  void holdOrFail() {
+    const int place = *rc::gen::inRange(0, 8);
+    if (*rc::gen::inRange(0, 3) == 0) {
+      fixture_.Services().Fail(kCalls[place]);
+    } else {
+      fixture_.Services().Hold(kCalls[place],
+                               place < 2 ? CRecordingServices::AfterCall : CRecordingServices::BeforeCall);
+    }
+  }
+
+  static QList<Node> childrenOf(CPlanStore& store, const QString& code) {
+    QList<Node> nodes;
+    GetPlanGroupsResponse groups;
+    store.GetPlanGroups({code.toStdString(), 0}, groups);
+    for (const auto& group : qAsConst(groups.groups)) {
+      nodes.append({QString::fromStdString(group.index_code), QString::fromStdString(group.name), true});
+    }
+    GetPlansInGroupResponse plans;
+    store.GetPlansInGroup({code.toStdString(), 0}, plans);
+    for (const auto& plan : qAsConst(plans.plans)) {
+      nodes.append({QString::fromStdString(plan.index_code), QString::fromStdString(plan.name), false});
+    }
+    return nodes;
+  }
+
+  static QString codeOf(const QModelIndex& index) {
+    return index.data(index.data(IsGroupRole).toBool() ? GroupIndexCodeRole : PlanIndexCodeRole).toString();
+  }
+
+  static QString dump(const CStandardPlanModel* model, const QModelIndex& parent) {
+    QStringList rows;
+    for (int row = 0; row < model->rowCount(parent); ++row) {
+      const QModelIndex index = model->index(row, 0, parent);
+      rows << QString("%1 %2 (%3)").arg(codeOf(index), index.data().toString(), dump(model, index));
+    }
+    return rows.join(",");
+  }
+
+  void checkBelow(const CStandardPlanModel* model, const QModelIndex& parent, std::set<QString>* codes) const {
+    std::map<QString, Node> expected;
+    for (const Node& node : childrenOf(fixture_.Store(), codeOf(parent))) {
+      expected[node.code] = node;
+    }
+    if (model->AreChildrenFetched(parent) && model->rowCount(parent) != static_cast<int>(expected.size())) {
+      Complain("rows missing below " + codeOf(parent) + ": " + dump(model, {}));
+    }
+    for (int row = 0; row < model->rowCount(parent); ++row) {
+      const QModelIndex index = model->index(row, 0, parent);
+      const auto node = expected.find(codeOf(index));
+      if (node == expected.end() || node->second.name != index.data().toString() ||
+          node->second.is_group != index.data(IsGroupRole).toBool() || !codes->insert(codeOf(index)).second) {
+        Complain("wrong row " + codeOf(index) + " " + index.data().toString() + " below " + codeOf(parent) + ": " +
+                 dump(model, {}));
+      }
+      checkBelow(model, index, codes);
+    }
+  }
+
+  QTemporaryDir folder_;
+  mutable CPlanFixture fixture_;
+  MarkerObserver marker_;
+  std::shared_ptr<CPlanStore> other_;
+  QList<CStandardViewController*> controllers_;
+  int which_ = 0;  // family of the step under way
+};
+
+}  // namespace
+
+class TreesRandomTest : public QObject {
+  Q_OBJECT
+ private Q_SLOTS:
+  void initTestCase() {
+    if (!qEnvironmentVariableIsSet("RC_PARAMS")) {
+      // A run talks to two databases; a smaller counterexample is not worth the minutes that it takes.
+      qputenv("RC_PARAMS", "max_success=25 noshrink=1");
+    }
+  }
+  void TreesAgreeWithTheStore() {
+    QVERIFY(rc::check("after any commands the trees agree with each other and with the store", [] {
+      RandomSite site;
+      for (int round = 0; round < 2; ++round) {
+        for (int steps = *rc::gen::inRange(5, 40); steps > 0; --steps) {
+          site.Step();
+        }
+        site.Settle();
+        site.Check();
+      }
+    }));
+  }
+};
+
+QTEST_MAIN(TreesRandomTest)
+#include "test_trees_random.moc"
