@@ -1,3 +1,4 @@
+#include <QPointer>
 #include <QStandardItem>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
@@ -61,7 +62,7 @@ void SetPlayState(QStandardItem* row, bool playing) {
   }
 }
 
-/// Whether a child notice of this type concerns groups; nothing for types other than groups and plans.
+/// Whether a child notice of this type concerns the trees.
 bool IsPlanResource(ResourceData::ResourceType type) {
   return type == ResourceData::RT_VIEW || type == ResourceData::RT_VIEW_GROUP;
 }
@@ -75,22 +76,35 @@ bool CViewModelDataManager::takesChildren(const QStandardItem* group) const {
 void CViewModelDataManager::OnGetPlanGroupListSucc(const QModelIndex& index,
                                                    const view_plugin_protocol::GetPlanGroupsResponse& plan_group_list,
                                                    const view_plugin_protocol::GetPlansInGroupResponse& plan_list) {
-  // Once a record, not once a model: rows loaded by expanding follow changes made elsewhere, too.
-  for (const auto& group : plan_group_list.groups) {
-    CreateViewGroup(group);
+  const int type = index.data(ItemTypeRole).toInt();
+  // Marked before the fetch already, unless a reload put a new row in between: then additions must go under that one.
+  const bool marks_loaded =
+      type == PublicRootItem || type == PublicGroupItem || type == OwnRootItem || type == OwnGroupItem;
+  if (index.isValid()) {
+    // Once a record, not once a model: rows loaded by expanding follow changes made elsewhere, too.
+    for (const auto& group : plan_group_list.groups) {
+      CreateViewGroup(group);
+    }
+    for (const auto& plan : plan_list.plans) {
+      CreateView(plan);
+    }
   }
-  for (const auto& plan : plan_list.plans) {
-    CreateView(plan);
-  }
-  for (CStandardPlanModel* model : qAsConst(d_->models)) {
+  // A copy: the panels' slots run in between and may bring models along or take them away.
+  const QList<QPointer<CStandardPlanModel>> models(d_->models.cbegin(), d_->models.cend());
+  for (const auto& model : models) {
+    if (!model) {
+      continue;
+    }
     if (QStandardItem* parent = model->FindItemByIndex(index)) {
       addPlanGroupList(model, parent, plan_group_list);
       addPlanList(model, parent, plan_list);
       model->SetChildrenFetched(parent->index(), true);
+      if (marks_loaded) {
+        parent->setData(true, GroupLoadedRole);
+      }
     }
     model->FinishAddChildItems(index);
   }
-  const int type = index.data(ItemTypeRole).toInt();
   if (type == PublicRootItem || type == OwnRootItem) {
     Q_EMIT SignalFinshExpandPublicView();
   }
@@ -141,8 +155,10 @@ void CViewModelDataManager::OnAddPlanGroupSucc(const QModelIndex& parent_index,
 
 void CViewModelDataManager::OnUpdatePlanGroupNameSucc(const QModelIndex& index, const QString& group_name) {
   ++d_->change_count;
+  // A renamed row moves in a sorted tree: what was this row's place is then a neighbour's.
+  const QPersistentModelIndex node(index);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
-    if (QStandardItem* row = model->FindItemByIndex(index)) {
+    if (QStandardItem* row = model->FindItemByIndex(node)) {
       row->setText(group_name);
     }
   }
@@ -173,6 +189,7 @@ void CViewModelDataManager::OnAddPlanSucc(const view_plugin_protocol::AddPlanReq
 void CViewModelDataManager::OnUpdatePlanSucc(const view_plugin_protocol::UpdatePlanRequest& plan_param) {
   ++d_->change_count;
   const PlanBasicInfo plan = BasicInfo(plan_param, plan_param.plan_index_code);
+  CreateView(plan);  // it may never have been listed
   const QString code = StringToQString(plan.index_code);
   const QString group_code = StringToQString(plan.group_index_code);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {

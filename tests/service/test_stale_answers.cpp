@@ -28,6 +28,7 @@ class StaleAnswersTest : public CPlanTest {
   void GroupDeletedWhileItLoads();
   void PlanDeletedWhileItsGroupLoads();
   void PlanMovedAndRenamedWhileItsGroupLoads();
+  void ReloadedRowTakesAdditions();
   void AnswerOfAnotherUser();
   void IndexesOfAProxy();
   void ControllerDies_data();
@@ -169,6 +170,21 @@ void StaleAnswersTest::PlanMovedAndRenamedWhileItsGroupLoads() {
   CPlanFixture::Drain();
   QCOMPARE(Outline(fixture_.Public()), QString("Plans(Public A(A1,Public A plan 2,Public A plan 10),"
                                                "Public B(renamed))"));
+}
+
+void StaleAnswersTest::ReloadedRowTakesAdditions() {
+  Services().Hold("GetPlanGroups", CRecordingServices::AfterCall);
+  controller_->OnExpandViewTreeItem(fixture_.Public()->index(0, 0));
+  QVERIFY(Services().WaitUntilHeld("GetPlanGroups"));
+  CViewModelDataManager::Instance().OnUpdateViewModelData();
+  QTRY_COMPARE(Outline(fixture_.Public()), QString("Plans"));
+  Services().Release("GetPlanGroups");
+  CPlanFixture::Drain();
+  QCOMPARE(Outline(fixture_.Public()), QString("Plans(Public A,Public B)"));
+  // The new root shows its children, so what is added to it must show, too.
+  controller_->AddPlanGroupByIndexName(fixture_.Public()->index(0, 0), "added");
+  CPlanFixture::Drain();
+  QCOMPARE(Outline(fixture_.Public()), QString("Plans(Public A,Public B,added)"));
 }
 
 void StaleAnswersTest::AnswerOfAnotherUser() {

@@ -170,11 +170,14 @@ class RandomSite {
     }
   }
 
-  /// A group or plan of the store, on screen or not; empty when there is none.
+  /// A group (or root) or plan of the store, on screen or not; empty when there is none.
   std::string stored(bool group) const {
     QList<Node> all;
     collectStored(which_ == 0 ? "-1" : "-2", &all);
     QStringList codes;
+    if (group) {
+      codes << (which_ == 0 ? "-1" : "-2");
+    }
     for (const Node& node : all) {
       if (node.is_group == group) {
         codes << node.code;
@@ -289,7 +292,11 @@ class RandomSite {
       expected[node.code] = node;
     }
     if (model->AreChildrenFetched(parent) && model->rowCount(parent) != static_cast<int>(expected.size())) {
-      Complain("rows missing below " + codeOf(parent) + ": " + dump(model, {}));
+      QStringList stored_names;
+      for (const auto& entry : expected) {
+        stored_names << entry.second.code + " " + entry.second.name;
+      }
+      Complain("rows missing below " + codeOf(parent) + ": " + dump(model, {}) + ", stored " + stored_names.join(","));
     }
     for (int row = 0; row < model->rowCount(parent); ++row) {
       const QModelIndex index = model->index(row, 0, parent);
