@@ -78,16 +78,16 @@ void CPlanCodeIndex::onRowsInserted(const QModelIndex& parent, int first, int la
 }
 
 void CPlanCodeIndex::onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) {
-  if (stale_) {
-    return;
-  }
   const QStandardItem* owner = parentItem(parent);
   if (owner == model_->invisibleRootItem() && first == 0 && last == owner->rowCount() - 1) {
     groups_.clear();
     plans_.clear();
     playing_.clear();
+    stale_ = false;
     return;
   }
+  // A look-up by somebody else who is told of the removal must not take the going rows in.
+  rebuildIfStale();
   for (int row = first; row <= last; ++row) {
     removeSubtree(owner->child(row));
   }
@@ -147,10 +147,8 @@ void CPlanCodeIndex::addSubtree(QStandardItem* item) {
   const QString plan_code = CodeOf(item, PlanIndexCodeRole);
   if (!plan_code.isEmpty()) {
     plans_.insert(plan_code, item);
-    renewPlaying(item);
-  } else if (item->data(PlayingRole).toBool()) {
-    renewPlaying(item);
   }
+  renewPlaying(item);
   for (int row = 0; row < item->rowCount(); ++row) {
     addSubtree(item->child(row));
   }

@@ -12,7 +12,8 @@ namespace TarnPlanView {
 /// Finds the rows of one model by code and by playing mark, at a cost that does not grow with the model.
 ///
 /// The answers are those of a depth-first search from the first row: of several rows with one code the first in
-/// depth-first order. Follows the model through its own signals; must be made before anybody else connects to the
+/// depth-first order. Follows the model through its own signals, so rows must not leave it by takeChild(), which sends
+/// none; must be made before anybody else connects to the
 /// model, so that others already see it renewed. Thread: the model's.
 class CPlanCodeIndex : public QObject {
   Q_OBJECT

@@ -29,7 +29,7 @@ void CStandardPlanModelExport::SetViewGroupSeleted(bool selected) {
   }
 }
 
-MarUIControl::CStandardItemModel* CStandardPlanModelExport::GetPlanViewModel() const {
+MarUIControl::CStandardItemModel* CStandardPlanModelExport::GetPlanViewModel() {
   return d_->model;
 }
 

@@ -19,7 +19,7 @@ class TARNPLANVIEW_EXPORT CStandardPlanModelExport : public MarUIControl::CStand
 
   void SetViewGroupSeleted(bool selected);
   /// The model, a CStandardPlanModel owned by the plug-in; null when there is none, or none any more.
-  MarUIControl::CStandardItemModel* GetPlanViewModel() const;
+  MarUIControl::CStandardItemModel* GetPlanViewModel();
 
  private:
   class Private;

@@ -30,6 +30,10 @@ view_plugin_protocol::ViewObserverInfo RootObserver(int action) {
 
 CViewModelDataManager::CViewModelDataManager() : d_(std::make_unique<Private>(this)) {
   qRegisterMetaType<ResourceData::ResourceType>("ResourceData::ResourceType");
+  qRegisterMetaType<view_plugin_protocol::PlanGroup>("view_plugin_protocol::PlanGroup");
+  qRegisterMetaType<view_plugin_protocol::PlanBasicInfo>("view_plugin_protocol::PlanBasicInfo");
+  qRegisterMetaType<view_plugin_protocol::PlanItem>("view_plugin_protocol::PlanItem");
+  qRegisterMetaType<view_plugin_protocol::SearchedPlan>("view_plugin_protocol::SearchedPlan");
   // Reads the switches now, on the GUI thread; workers ask for them later.
   CViewConfigManager::Instance();
   makeModels();
@@ -106,6 +110,7 @@ void CViewModelDataManager::LoadAllViewManagerModelData() {
     return;
   }
   d_->data_requested = true;
+  d_->poll->Stop();  // a wait of an earlier load must not fill the models once more
   if (IsViewResourceDownLoadFinish()) {
     TARN_PLAN_LOG_INFO("Resource DownLoad Finish View Init");
     OnViewUiTreeInit();
@@ -121,7 +126,16 @@ void CViewModelDataManager::OnViewUiTreeInit() {
   // Panels leave their wait page before the trees are filled.
   Q_EMIT SignalDataDownloadFinished();
   ClearModelData();
-  if (!isHostDataReady()) {
+  auto& host = CViewBusinessInterfaceMgr::Instance();
+  view_plugin_protocol::ClienInitViewDataResponse groups_ready;
+  view_plugin_protocol::ClienInitViewDataResponse plans_ready;
+  if (!host.IsInitViewGroupFinish({}, groups_ready)) {
+    TARN_PLAN_LOG_ERROR(0, "IsInitViewGroupFinish is Failed");
+    return;
+  }
+  if (!host.IsInitViewFinish({}, plans_ready)) {
+    // One text for both: log readers search for it.
+    TARN_PLAN_LOG_ERROR(0, "IsInitViewGroupFinish is Failed");
     return;
   }
   d_->data_requested = true;
@@ -135,21 +149,6 @@ void CViewModelDataManager::OnViewUiTreeInit() {
     InsertAllChildItem(QString::fromLatin1(kReceivedRootCode), ReceivedTheme);
   }
   d_->init_finished = true;
-}
-
-bool CViewModelDataManager::isHostDataReady() {
-  auto& host = CViewBusinessInterfaceMgr::Instance();
-  view_plugin_protocol::ClienInitViewDataResponse response;
-  if (!host.IsInitViewGroupFinish({}, response)) {
-    TARN_PLAN_LOG_ERROR(0, "IsInitViewGroupFinish is Failed");
-    return false;
-  }
-  if (!host.IsInitViewFinish({}, response)) {
-    // One text for both: log readers search for it.
-    TARN_PLAN_LOG_ERROR(0, "IsInitViewGroupFinish is Failed");
-    return false;
-  }
-  return true;
 }
 
 void CViewModelDataManager::InitRootItem() {
@@ -177,12 +176,15 @@ void CViewModelDataManager::ClearAllViewModelData() {
 
 void CViewModelDataManager::ClearModelData() {
   TARN_PLAN_LOG_INFO("ClearModelData View Data");
+  ++d_->change_count;
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     model->UninitModelRootItem();
   }
 }
 
 void CViewModelDataManager::OnUpdateViewModelData() {
+  // The tree they stood for is forgotten. Loading makes them anew, and registering lets the host tell what is there.
+  dropObservers();
   ClearAllViewModelData();
   LoadAllViewManagerModelData();
 }
@@ -196,9 +198,11 @@ bool CViewModelDataManager::IsViewModelInitFinish() const {
 }
 
 void CViewModelDataManager::AddViewManagerModel(CStandardPlanModel* model) {
-  if (!d_->models.contains(model)) {
-    d_->models.append(model);
+  if (d_->models.contains(model)) {
+    return;
   }
+  d_->models.append(model);
+  connect(model, &QObject::destroyed, this, [this, model] { d_->models.removeOne(model); });
 }
 
 void CViewModelDataManager::RemViewManagerModel(CStandardPlanModel* model) {

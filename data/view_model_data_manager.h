@@ -82,10 +82,6 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   /// Grows with every change of a plan or group that was applied. What was fetched before the last one may be outdated.
   int GetChangeCount() const;
 
-  /// The last answers of the default-view calls.
-  view_plugin_protocol::GetClientDefaultViewConfigResponse GetSeverResponseData() const;
-  view_plugin_protocol::ClienDefaultViewConfigReponse GetSetConfigResponseData() const;
-
  Q_SIGNALS:
   void SignalFinshExpandPublicView();
   void SignalFinshAddGroupPlanList();
@@ -115,13 +111,17 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   void OnUpdateViewModelData();
   void OnViewUiTreeInit();
 
+ public:
+  /// The last answers of the default-view calls.
+  view_plugin_protocol::GetClientDefaultViewConfigResponse GetSeverResponseData() const;
+  view_plugin_protocol::ClienDefaultViewConfigReponse GetSetConfigResponseData() const;
+
  private:
   friend class Wren::Base::CSingleton<CViewModelDataManager>;
   CViewModelDataManager();
 
   void makeModels();
   void registerOwnModels();
-  bool isHostDataReady();
   bool isLoadAll() const;
   /// Whether rows may go under `group`: it was expanded, or everything is loaded at the start.
   bool takesChildren(const QStandardItem* group) const;

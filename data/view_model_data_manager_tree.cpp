@@ -192,6 +192,9 @@ std::shared_ptr<CViewGroup> CViewModelDataManager::CreateViewGroup(const PlanGro
 }
 
 std::shared_ptr<CView> CViewModelDataManager::makeView(const std::string& code) {
+  if (code.empty()) {
+    return nullptr;
+  }
   auto& view = d_->views[code];
   if (!view) {
     view = std::make_shared<CView>(code);
@@ -202,6 +205,9 @@ std::shared_ptr<CView> CViewModelDataManager::makeView(const std::string& code) 
 }
 
 std::shared_ptr<CViewGroup> CViewModelDataManager::makeViewGroup(const std::string& code) {
+  if (code.empty()) {
+    return nullptr;
+  }
   auto& group = d_->groups[code];
   if (!group) {
     group = std::make_shared<CViewGroup>(code);
@@ -254,13 +260,13 @@ void CViewModelDataManager::CreateObserverRootUpdate(const ResourceData::IResour
 }
 
 void CViewModelDataManager::CreateGroupObserver(const std::string& indexCode, const int& type) {
-  if (type == ResourceData::RT_VIEW_GROUP && !indexCode.empty()) {
+  if (type == ResourceData::RT_VIEW_GROUP) {
     makeViewGroup(indexCode);
   }
 }
 
 void CViewModelDataManager::CreateViewObserverUpdate(const std::string& indexCode, const int& type) {
-  if (type == ResourceData::RT_VIEW && !indexCode.empty()) {
+  if (type == ResourceData::RT_VIEW) {
     makeView(indexCode);
   }
 }

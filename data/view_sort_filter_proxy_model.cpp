@@ -66,6 +66,13 @@ CViewSortFilterProxyModel::~CViewSortFilterProxyModel() = default;
 
 void CViewSortFilterProxyModel::setSourceModel(QAbstractItemModel* source) {
   data_->tree = qobject_cast<const CStandardPlanModel*>(source);
+  if (data_->tree) {
+    connect(source, &QObject::destroyed, this, [this, source] {
+      if (static_cast<const QObject*>(data_->tree) == source) {
+        data_->tree = nullptr;
+      }
+    });
+  }
   QSortFilterProxyModel::setSourceModel(source);
 }
 

@@ -25,7 +25,7 @@ void CViewSortFilterProxyModelExport::SetQSortFilterModel(QAbstractItemModel* mo
   }
 }
 
-QSortFilterProxyModel* CViewSortFilterProxyModelExport::GetQSortFilterModel() const {
+QSortFilterProxyModel* CViewSortFilterProxyModelExport::GetQSortFilterModel() {
   return d_->proxy;
 }
 

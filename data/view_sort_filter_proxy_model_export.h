@@ -18,7 +18,7 @@ class TARNPLANVIEW_EXPORT CViewSortFilterProxyModelExport : public QSortFilterPr
 
   void SetQSortFilterModel(QAbstractItemModel* model);
   /// Owned by this handle.
-  QSortFilterProxyModel* GetQSortFilterModel() const;
+  QSortFilterProxyModel* GetQSortFilterModel();
   /// The flags take effect at the proxy's next filter pass.
   void SetFilterEnabled(bool enabled);
   void SetAddOrEdit(bool add);

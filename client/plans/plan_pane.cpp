@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "TarnUIDataController/message_tip_manager.h"
+#include "TarnUIDataController/signal_transfer_manager.h"
 #include "plans/plan_tree.h"
 
 namespace TarnClient {
@@ -78,9 +79,20 @@ void CPlanPane::ConnectTree() {
   connect(controller_, &CStandardViewController::SignalFinishAnsyGetSubItem, this, &CPlanPane::FinishExpand);
   connect(model_, &CStandardPlanModel::SignalFinshAsynchronous, this, &CPlanPane::FinishExpand);
   connect(controller_, &CStandardViewController::signalShowMessage, this, &CPlanPane::ShowMessage);
+  TellOfChanges();
   connect(proxy_, &QAbstractItemModel::rowsInserted, this, &CPlanPane::OnRowsInserted);
   connect(proxy_, &QAbstractItemModel::rowsRemoved, this, &CPlanPane::RenewEmptyText);
   connect(proxy_, &QAbstractItemModel::modelReset, this, &CPlanPane::RenewEmptyText);
+}
+
+// After the trees have taken the change: whoever asks for plans on this notice finds them as they are now.
+void CPlanPane::TellOfChanges() {
+  auto* client = &tarn_ui_data_controller::CSignalTransferManager::Instance();
+  const auto changed = &tarn_ui_data_controller::CSignalTransferManager::SignalPlanStateChanged;
+  connect(controller_, &CStandardViewController::SignalAddPlanSucc, client, changed);
+  connect(controller_, &CStandardViewController::SignalUpdatePlanSucc, client, changed);
+  connect(controller_, &CStandardViewController::SignalDeletePlanSucc, client, changed);
+  connect(controller_, &CStandardViewController::SignalDeletePlanGroupSucc, client, changed);
 }
 
 // Every model tells of the row that one tree asked for, so an index may be of this tree, of its source or foreign.

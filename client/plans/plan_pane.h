@@ -41,6 +41,7 @@ class CPlanPane : public QWidget {
  private:
   void BuildModels(TarnPlanView::ThemeNodeType theme);
   void ConnectTree();
+  void TellOfChanges();
   void FinishExpand(const QModelIndex& index, bool expand);
   void OnRowsInserted(const QModelIndex& parent, int first, int last);
   void ExpandAgain();

@@ -67,7 +67,7 @@ void CAutoPlanHelper::OnQueryAutoRunPlanOnce() {
   queryAutoRunPlan();
 }
 
-std::string CAutoPlanHelper::GetAutoRunPlanIndex() const {
+std::string CAutoPlanHelper::GetAutoRunPlanIndex() {
   return data_->running_code;
 }
 
@@ -75,7 +75,7 @@ void CAutoPlanHelper::SetPlanDisplayState(bool state) {
   data_->display_state = state;
 }
 
-bool CAutoPlanHelper::GetPlanDisplayState() const {
+bool CAutoPlanHelper::GetPlanDisplayState() {
   return data_->display_state;
 }
 
@@ -147,18 +147,20 @@ void CAutoPlanHelper::startPlan(const QDate& today) {
     return;
   }
   const auto plan = data_->plan;
+  const auto data = data_;  // a slot may end this object
   Q_EMIT signalStartPlanAutoRun(plan);
-  data_->display_state = true;
-  data_->last_start = today;
-  data_->running_code = plan.index_code;
+  data->display_state = true;
+  data->last_start = today;
+  data->running_code = plan.index_code;
 }
 
 void CAutoPlanHelper::stopPlan() {
   // Checks rest until the next query stores the plan again.
-  data_->plan.index_code.clear();
+  const auto data = data_;  // a slot may end this object
+  data->plan.index_code.clear();
   Q_EMIT signalStopPlanAutoRun();
-  data_->display_state = false;
-  data_->running_code.clear();
+  data->display_state = false;
+  data->running_code.clear();
 }
 
 }  // namespace TarnPlanView

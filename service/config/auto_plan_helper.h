@@ -26,10 +26,10 @@ class TARNPLANVIEW_EXPORT CAutoPlanHelper : public QObject, public Wren::Base::C
   /// Asks the host at once; blocks until it has answered.
   void CheckAutoRunPlan();
   /// Code of the plan that was started; empty after a stop.
-  std::string GetAutoRunPlanIndex() const;
+  std::string GetAutoRunPlanIndex();
   /// Whether the plan that was started is on show.
   void SetPlanDisplayState(bool state);
-  bool GetPlanDisplayState() const;
+  bool GetPlanDisplayState();
 
   bool event(QEvent* event) override;
 

@@ -19,7 +19,9 @@ QModelIndex FindByCode(const QAbstractItemModel* model, const QString& code, boo
     return tree->FindIndexByIndexCode(code, is_group);
   }
   if (const auto* proxy = qobject_cast<const QAbstractProxyModel*>(model)) {
-    return proxy->mapFromSource(FindByCode(proxy->sourceModel(), code, is_group));
+    const QModelIndex source = FindByCode(proxy->sourceModel(), code, is_group);
+    const QModelIndex shown = proxy->mapFromSource(source);
+    return shown.isValid() ? shown : source;  // the proxy may hide the row in the meantime
   }
   return QModelIndex();
 }

@@ -1,6 +1,7 @@
 #include "standard_view_controller.h"
 
 #include <future>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -395,22 +396,30 @@ void CStandardViewController::OnExpandViewTreeItem(const QModelIndex& index) {
   if (!index.isValid()) {
     return;
   }
+  // A group without a code keeps its waiting mark: there is nothing to ask for, and nothing to say.
+  if (index.data(IsGroupRole).toBool() && GroupCodeOf(index).isEmpty()) {
+    return;
+  }
   const CPlanNodeRef node(index);
-  switch (TypeOf(index)) {
+  announceLoading(GroupCodeOf(index), TypeOf(index));
+  if (CViewConfigManager::Instance().IsLoadAll()) {
+    Q_EMIT SignalFinishAnsyGetSubItem(node.Resolve(), true);
+  } else {
+    downloadSubPlanGroupListThread(node.Resolve());
+  }
+}
+
+void CStandardViewController::announceLoading(const QString& code, int type) {
+  switch (type) {
     case PublicRootItem:
     case PublicGroupItem:
     case OwnRootItem:
     case OwnGroupItem:
       // Before the fetch: what is added elsewhere from now on goes into the tree.
-      Q_EMIT signalSetNodeLoaded(GroupCodeOf(index), true);
+      Q_EMIT signalSetNodeLoaded(code, true);
       break;
     default:
       break;
-  }
-  if (CViewConfigManager::Instance().IsLoadAll()) {
-    Q_EMIT SignalFinishAnsyGetSubItem(node.Resolve(), true);
-  } else {
-    downloadSubPlanGroupListThread(node.Resolve());
   }
 }
 
@@ -419,10 +428,6 @@ void CStandardViewController::downloadSubPlanGroupListThread(const QModelIndex& 
   const bool is_group = index.data(IsGroupRole).toBool();
   const std::string code = QStringToString(GroupCodeOf(index));
   const int type = TypeOf(index);
-  // A group without a code keeps its waiting mark: there is nothing to ask for.
-  if (is_group && code.empty()) {
-    return;
-  }
   if (is_group) {
     fetchSubItems(node, code, type, kMaxFetches);
     return;
@@ -487,8 +492,12 @@ bool CStandardViewController::IsHaveChilds(const QModelIndex& index) {
   }
   std::promise<bool> promise;
   std::future<bool> result = promise.get_future();
-  std::thread probe(getSubPlanGroupListThread, std::move(promise), code, TypeOf(index));
-  probe.join();
+  try {
+    std::thread probe(getSubPlanGroupListThread, std::move(promise), code, TypeOf(index));
+    probe.join();
+  } catch (const std::system_error&) {
+    return false;  // no thread to be had
+  }
   return result.get();
 }
 

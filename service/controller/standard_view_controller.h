@@ -78,11 +78,12 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   /// For direct connections only: the records are passed by reference.
   void SignalGetViewConfigData(view_plugin_protocol::GetClientDefaultViewConfigResponse& response_param);
   void SignalSetViewConfigData(view_plugin_protocol::ClienDefaultViewConfigReponse& response_param);
-  void SignalConfigPlayView(const QString& index_code, int type);
+  /// The client's default view is known: index code and type.
+  void SignalConfigPlayView(const QString&, int type);
 
  public Q_SLOTS:
   /// The tree asks for the children of a row.
-  void OnExpandViewTreeItem(const QModelIndex& index);
+  void OnExpandViewTreeItem(const QModelIndex&);
 
  private:
   void registerMetaTypes();
@@ -97,6 +98,8 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   void getPlanInfoByIndexCodeThread(const std::string& indexCode);
   void addOperationPlayPlanThread(const QString& name, bool automatic, bool from_history);
   void initGetViewConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request);
+  /// Marks the row as loaded for the families that do so before the fetch.
+  void announceLoading(const QString& code, int type);
   void downloadSubPlanGroupListThread(const QModelIndex& index);
   bool getViewDefaultConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request);
   bool setViewDefaultConfig(const view_plugin_protocol::ClienDefaultViewConfigRequest& request);

@@ -72,7 +72,7 @@ void FacadeTest::UnknownModelsGiveEmptyHandles() {
     handle->SetViewGroupSeleted(true);
   }
   std::shared_ptr<CViewManagerParam> none;
-  const CStandardPlanModelExport empty(none, nullptr);
+  CStandardPlanModelExport empty(none, nullptr);
   QVERIFY(!empty.GetPlanViewModel());
 }
 

@@ -175,7 +175,7 @@ void ManagerLoadingTest::HostNotReady() {
   QCOMPARE(fixture_.Public()->rowCount(), 0);
   // Both failures log the text of the groups.
   QCOMPARE(fixture_.Log().Lines().last(),
-           QString("LyraClientError 3 [TarnPlanView::CViewModelDataManager::isHostDataReady(#)] [0x00000000] - "
+           QString("LyraClientError 3 [TarnPlanView::CViewModelDataManager::OnViewUiTreeInit(#)] [0x00000000] - "
                    "IsInitViewGroupFinish is Failed"));
   Services().Mend(call);
   Manager().LoadAllViewManagerModelData();  // counts as requested: only the signal again

@@ -58,10 +58,14 @@ std::function<void()> CDatabaseThread::Next() {
   } else {
     wake_.wait(lock, something);
   }
-  // The beat comes in its time even when tasks never run out.
+  // The beat comes in its time even when tasks never run out, and tasks get theirs after a beat that took long.
   if (!stopping_ && std::chrono::steady_clock::now() >= next_beat_) {
-    next_beat_ = std::chrono::steady_clock::now() + period_;
-    return beat_;
+    next_beat_ = std::chrono::steady_clock::time_point::max();
+    return [this] {
+      beat_();
+      const std::lock_guard<std::mutex> again(mutex_);
+      next_beat_ = std::chrono::steady_clock::now() + period_;
+    };
   }
   if (tasks_.empty()) {
     return [] {};

@@ -1,36 +1,42 @@
 #include "store/feature_switches.h"
 
-#include <utility>
 #include <vector>
 
 namespace TarnHost::Store {
 namespace {
 
 using Config = view_plugin_protocol::GetPlanConfigResponse;
-using Setter = void (*)(Config&, int);
+
+struct Switch {
+  const char* name;
+  void (*set)(Config&, int);
+  int (*get)(const Config&);
+};
 
 template <bool Config::*Member>
-void SetFlag(Config& config, int value) {
-  config.*Member = value != 0;
+constexpr Switch Flag(const char* name) {
+  return {name, [](Config& config, int value) { config.*Member = value != 0; },
+          [](const Config& config) { return config.*Member ? 1 : 0; }};
 }
 
-const std::vector<std::pair<const char*, Setter>>& Switches() {
-  static const std::vector<std::pair<const char*, Setter>> all = {
-      {"load_all", &SetFlag<&Config::load_all>},
-      {"create_under_root", &SetFlag<&Config::create_under_root>},
-      {"enable_search", &SetFlag<&Config::enable_search>},
-      {"enable_drag", &SetFlag<&Config::enable_drag>},
-      {"delete_with_children", &SetFlag<&Config::delete_with_children>},
-      {"show_mode", [](Config& config, int value) { config.show_mode = value; }},
-      {"timed_play", &SetFlag<&Config::timed_play>},
-      {"only_camera", &SetFlag<&Config::only_camera>},
-      {"move_public_private", &SetFlag<&Config::move_public_private>},
-      {"add_from_favorite", &SetFlag<&Config::add_from_favorite>},
-      {"smooth_stream", &SetFlag<&Config::smooth_stream>},
-      {"creation_info", &SetFlag<&Config::creation_info>},
-      {"save_single_cycle", &SetFlag<&Config::save_single_cycle>},
-      {"thumbnail", &SetFlag<&Config::thumbnail>},
-      {"group_cycle", &SetFlag<&Config::group_cycle>},
+const std::vector<Switch>& Switches() {
+  static const std::vector<Switch> all = {
+      Flag<&Config::load_all>("load_all"),
+      Flag<&Config::create_under_root>("create_under_root"),
+      Flag<&Config::enable_search>("enable_search"),
+      Flag<&Config::enable_drag>("enable_drag"),
+      Flag<&Config::delete_with_children>("delete_with_children"),
+      {"show_mode", [](Config& config, int value) { config.show_mode = value; },
+       [](const Config& config) { return config.show_mode; }},
+      Flag<&Config::timed_play>("timed_play"),
+      Flag<&Config::only_camera>("only_camera"),
+      Flag<&Config::move_public_private>("move_public_private"),
+      Flag<&Config::add_from_favorite>("add_from_favorite"),
+      Flag<&Config::smooth_stream>("smooth_stream"),
+      Flag<&Config::creation_info>("creation_info"),
+      Flag<&Config::save_single_cycle>("save_single_cycle"),
+      Flag<&Config::thumbnail>("thumbnail"),
+      Flag<&Config::group_cycle>("group_cycle"),
   };
   return all;
 }
@@ -39,20 +45,29 @@ const std::vector<std::pair<const char*, Setter>>& Switches() {
 
 QStringList FeatureSwitchNames() {
   QStringList names;
-  for (const auto& [name, set] : Switches()) {
-    names.append(name);
+  for (const Switch& one : Switches()) {
+    names.append(one.name);
   }
   return names;
 }
 
 bool SetFeatureSwitch(Config* config, const QString& name, int value) {
-  for (const auto& [known, set] : Switches()) {
-    if (name == known) {
-      set(*config, value);
+  for (const Switch& one : Switches()) {
+    if (name == one.name) {
+      one.set(*config, value);
       return true;
     }
   }
   return false;
+}
+
+int FeatureSwitch(const Config& config, const QString& name) {
+  for (const Switch& one : Switches()) {
+    if (name == one.name) {
+      return one.get(config);
+    }
+  }
+  return 0;
 }
 
 }  // namespace TarnHost::Store

@@ -13,4 +13,7 @@ QStringList FeatureSwitchNames();
 /// Sets one switch of the record by its name; false for an unknown name.
 bool SetFeatureSwitch(view_plugin_protocol::GetPlanConfigResponse* config, const QString& name, int value);
 
+/// Value of one switch of the record; 0 for an unknown name.
+int FeatureSwitch(const view_plugin_protocol::GetPlanConfigResponse& config, const QString& name);
+
 }  // namespace TarnHost::Store

@@ -11,6 +11,13 @@ namespace {
 
 constexpr int kSliceMilliseconds = 4;
 
+/// Whether both say that children of one kind came to one node. An observer reads the whole node anew for each, so of
+/// a thousand plans added in one go the last notice does; all of them would cost the square of it.
+bool IsSameGrowth(const CObserverHub::Event& one, const CObserverHub::Event& next) {
+  return one.param.event == ResourceData::RE_CHILD_ADDED && next.param.event == ResourceData::RE_CHILD_ADDED &&
+         one.key == next.key && one.param.type == next.param.type;
+}
+
 }  // namespace
 
 using ResourceData::IResourceObserver;
@@ -97,8 +104,10 @@ bool CObserverHub::TakeEvent(Event* event) {
     scheduled_ = false;
     return false;
   }
-  *event = std::move(events_.front());
-  events_.pop_front();
+  do {
+    *event = std::move(events_.front());
+    events_.pop_front();
+  } while (!events_.empty() && IsSameGrowth(*event, events_.front()));
   return true;
 }
 

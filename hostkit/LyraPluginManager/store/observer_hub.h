@@ -13,6 +13,7 @@ namespace TarnHost::Store {
 
 /// Brings events to the registered observers on the GUI thread, in the order in which they were posted.
 ///
+/// Of neighbouring notices that children of one kind came to one node the last one is delivered.
 /// A long row of events is delivered in short pieces between which the event loop runs. An event reaches who is
 /// registered for its node when it is delivered. Thread: made on the GUI thread; Post() and the registration from any.
 class CObserverHub : public QObject {

@@ -112,8 +112,9 @@ void CPlanWriter::DeleteGroup(const std::string& index_code, int32_t user) {
 void CPlanWriter::TakeRequest(StoredPlan* plan, const view_plugin_protocol::AddPlanRequest& request) const {
   plan->name = CheckedName(request.plan_name);
   plan->row.auto_run = request.auto_play;
-  plan->begin_time = request.auto_play ? CheckedTime(request.begin_time) : ToQt(request.begin_time);
-  plan->end_time = request.auto_play ? CheckedTime(request.end_time) : ToQt(request.end_time);
+  // Times that are not used are kept for the next time the plan is made automatic, if they are times.
+  plan->begin_time = request.auto_play ? CheckedTime(request.begin_time) : TimeOrNothing(request.begin_time);
+  plan->end_time = request.auto_play ? CheckedTime(request.end_time) : TimeOrNothing(request.end_time);
   plan->pages = request.pages;
   if (!request.thumbnail.empty()) {
     plan->thumbnail = QByteArray::fromStdString(request.thumbnail);

@@ -26,7 +26,10 @@ void CPostgresEngine::Configure(QSqlDatabase* database) const {
   database->setUserName(url_.userName(QUrl::FullyDecoded));
   database->setPassword(url_.password(QUrl::FullyDecoded));
   database->setDatabaseName(url_.path(QUrl::FullyDecoded).mid(1));
-  database->setConnectOptions(QStringLiteral("connect_timeout=5"));
+  // A cut line is noticed in seconds, not after the network's own patience of minutes.
+  database->setConnectOptions(
+      QStringLiteral("connect_timeout=5;tcp_user_timeout=10000;keepalives_idle=5;keepalives_interval=3;"
+                     "keepalives_count=2"));
 }
 
 void CPostgresEngine::Open() {

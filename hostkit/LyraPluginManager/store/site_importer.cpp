@@ -2,6 +2,7 @@
 
 #include <QUuid>
 
+#include "store/feature_switches.h"
 #include "store/text_rules.h"
 
 namespace TarnHost::Store {
@@ -92,8 +93,16 @@ void CSiteImporter::ImportCamera(int32_t id, const PlanSite::Camera& camera) {
 }
 
 void CSiteImporter::ImportSwitches() {
+  // All of them, so that a later program's other defaults do not change a store that stands.
+  const view_plugin_protocol::GetPlanConfigResponse defaults;
+  for (const QString& name : FeatureSwitchNames()) {
+    engine_.Execute("INSERT INTO feature_switch (name, value) VALUES (?, ?)", {name, FeatureSwitch(defaults, name)});
+  }
   for (const auto& [name, value] : site_.switches) {
-    engine_.Execute("INSERT INTO feature_switch (name, value) VALUES (?, ?)", {ToQt(name), value});
+    if (!FeatureSwitchNames().contains(ToQt(name))) {
+      throw CStoreError(QStringLiteral("There is no switch \"%1\".").arg(ToQt(name)));
+    }
+    engine_.Execute("UPDATE feature_switch SET value = ? WHERE name = ?", {value, ToQt(name)});
   }
 }
 

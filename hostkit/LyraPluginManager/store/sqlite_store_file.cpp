@@ -76,11 +76,15 @@ class CNewFile {
   const QString target_, path_;
 };
 
-void Fill(CSqliteEngine& engine, const NewStore& fresh) {
+void Fill(CSqliteEngine& engine, const QString& file, const NewStore& fresh) {
   engine.Open();
   engine.RunOnce(QStringLiteral("PRAGMA application_id = %1").arg(CSqliteEngine::kApplicationId));
   engine.RunOnce("PRAGMA journal_mode = WAL");
   FillNewStore(engine, fresh);
+  // The file gets its name without its log beside it, so all must be in the file itself.
+  if (engine.RunOnce("PRAGMA wal_checkpoint(TRUNCATE)").toInt() != 0) {
+    Refuse("The plan store %1 cannot be made.", file);
+  }
 }
 
 void MakeStoreFile(const QString& file, const NewStore& fresh) {
@@ -90,7 +94,7 @@ void MakeStoreFile(const QString& file, const NewStore& fresh) {
   const CNewFile part(file);
   {
     CSqliteEngine engine(part.Path(), file);
-    Fill(engine, fresh);
+    Fill(engine, file, fresh);
   }
   part.Publish();
 }

@@ -20,6 +20,11 @@ struct NewStore {
 /// cannot be used; nothing that exists is changed before it was found to be a sound store. Thread: the database's.
 std::unique_ptr<CSqlEngine> OpenStore(const QString& url, const NewStore& fresh);
 
+/// Whether the store can be read over further connections; one in memory has a single one.
+bool HasReaders(const QString& url);
+/// A further connection to a store that is open already. Throws CStoreError.
+std::unique_ptr<CSqlEngine> OpenReader(const QString& url);
+
 /// Makes tables and content in the database of `engine`, all or nothing; leaves one that has them as it is.
 void FillNewStore(CSqlEngine& engine, const NewStore& fresh);
 

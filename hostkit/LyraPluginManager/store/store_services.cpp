@@ -50,6 +50,9 @@ void CStoreServices::Start() {
 
 void CStoreServices::OpenDatabase() {
   engine_ = OpenStore(options_.url, {options_.first_content, options_.now()});
+  if (HasReaders(options_.url)) {
+    reader_ = std::make_unique<CPlanReader>([url = options_.url] { return OpenReader(url); });
+  }
   site_ = CSiteDirectory::Read(*engine_, options_.switch_overrides);
   session_ = std::make_unique<CStoreSession>(
       *engine_, catalog_, user_, [this](std::vector<CObserverHub::Event> events) { hub_->Post(std::move(events)); });
@@ -66,6 +69,9 @@ void CStoreServices::CloseDatabase() {
 void CStoreServices::Close() {
   closed_ = true;
   hub_->Close();
+  if (reader_) {
+    reader_->Stop();
+  }
   thread_.Stop([this] { CloseDatabase(); });
 }
 
@@ -79,9 +85,12 @@ void CStoreServices::Beat() {
   } catch (const CStoreError& error) {
     trouble = error.Text();
     connection_lost_ = error.GetKind() == CStoreError::kConnectionLost;
+  } catch (const std::exception& error) {
+    trouble = QString::fromUtf8(error.what());
   }
   if (trouble != std::exchange(last_trouble_, trouble) && !trouble.isEmpty()) {
-    marlog::Write("LyraClientError", marlog::Error, "[%s(%d)] - %s", __func__, __LINE__, qUtf8Printable(trouble));
+    marlog::Write("LyraClientError", marlog::Error, "[%s(%d)] [0x%08x] - %s", "TarnHost::Store::CStoreServices::Beat",
+                  __LINE__, 0U, qUtf8Printable(trouble));
   }
 }
 
@@ -97,6 +106,7 @@ void CStoreServices::Reconnect() {
 void CStoreServices::DownloadWhenWanted() {
   const int wanted = downloads_wanted_;
   if (download_done_ != wanted) {
+    session_->DropCatalog();
     session_->LoadCatalog();
     download_done_ = wanted;
   }
@@ -275,7 +285,7 @@ int32_t CStoreServices::AutomaticPlan() const {
 }
 
 StoredPlan CStoreServices::ReadPlan(int32_t code, int32_t user) {
-  auto plan = thread_.Call([&] { return session_->Repository().WholePlan(code); });
+  auto plan = reader_ ? reader_->WholePlan(code) : thread_.Call([&] { return session_->Repository().WholePlan(code); });
   if (!plan || (plan->row.family == kOwn && plan->row.owner != user)) {
     throw CStoreError(kPlanGone);
   }

@@ -7,6 +7,7 @@
 #include "store/database_thread.h"
 #include "store/observer_hub.h"
 #include "store/plan_catalog.h"
+#include "store/plan_reader.h"
 #include "store/plan_writer.h"
 #include "store/site_directory.h"
 #include "store/store_session.h"
@@ -112,6 +113,8 @@ class CStoreServices : public CPlanStore {
   QString last_trouble_;
   bool connection_lost_ = false;
 
+  // Reads what the catalog does not hold; null where the store has but one connection. Made with the database.
+  std::unique_ptr<CPlanReader> reader_;
   CDatabaseThread thread_;
 };
 

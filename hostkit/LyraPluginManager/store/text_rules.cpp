@@ -56,6 +56,10 @@ QString CheckedTime(const std::string& time) {
   return parsed.toString(kTimeFormat);
 }
 
+QString TimeOrNothing(const std::string& time) {
+  return QTime::fromString(ToQt(time), kTimeFormat).isValid() ? CheckedTime(time) : QString();
+}
+
 int32_t SecondOfDay(const QString& time) {
   if (time.isEmpty()) {
     return -1;  // most plans; parsing is slow

@@ -16,6 +16,9 @@ QString CheckedName(const std::string& name);
 /// A time of day as it is stored, "HH:mm:ss"; throws CStoreError when it is none.
 QString CheckedTime(const std::string& time);
 
+/// As CheckedTime(), but empty for what is no time of day.
+QString TimeOrNothing(const std::string& time);
+
 /// Seconds since midnight of a stored time; -1 for anything else.
 int32_t SecondOfDay(const QString& time);
 

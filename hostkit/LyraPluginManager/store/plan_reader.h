@@ -1,0 +1,36 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "store/database_thread.h"
+#include "store/plan_repository.h"
+#include "store/sql_engine.h"
+
+namespace TarnHost::Store {
+
+/// Reads whole plans over a connection of its own, so that nobody who opens a plan waits behind somebody else's write.
+/// Throws CStoreError. Thread: any; the connection lives on a thread of its own and is made anew after it was lost.
+class CPlanReader {
+ public:
+  using Opener = std::function<std::unique_ptr<CSqlEngine>()>;
+
+  explicit CPlanReader(Opener open);
+  ~CPlanReader();
+
+  std::optional<StoredPlan> WholePlan(int32_t code);
+  /// Later reads fail. Once or more.
+  void Stop();
+
+ private:
+  std::optional<StoredPlan> Read(int32_t code);  // on the thread, as the next
+  void Disconnect();
+
+  const Opener open_;
+  std::unique_ptr<CSqlEngine> engine_;
+  std::unique_ptr<CPlanRepository> repository_;
+  CDatabaseThread thread_;
+};
+
+}  // namespace TarnHost::Store
