@@ -191,9 +191,12 @@ void CViewModelDataManager::OnUpdatePlanSucc(const view_plugin_protocol::UpdateP
   const PlanBasicInfo plan = BasicInfo(plan_param, plan_param.plan_index_code);
   CreateView(plan);  // it may never have been listed
   const QString code = StringToQString(plan.index_code);
-  const QString group_code = StringToQString(plan.group_index_code);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
+    QString group_code = StringToQString(plan.group_index_code);
     if (const QStandardItem* row = model->FindTargetItemByIndexCode(code, false)) {
+      if (group_code.isEmpty()) {
+        group_code = row->index().parent().data(GroupIndexCodeRole).toString();  // an update that moves nothing
+      }
       RemoveRow(model, row);
     }
     QStandardItem* group = model->FindTargetItemByIndexCode(group_code, true);

@@ -7,6 +7,7 @@
 #include "standard_plan_model.h"
 #include "standard_view_controller.h"
 #include "view_model_data_manager.h"
+#include "view_sort_filter_proxy_model.h"
 
 using namespace TarnPlanView;
 using namespace view_plugin_protocol;
@@ -282,6 +283,12 @@ void ManagerChangesTest::Renames() {
   Manager().OnViewGroupNameChanged(code, QString::fromUtf8("\xD7\xA9\xD7\x9C \xF0\x9F\x8E\xA5"));
   QCOMPARE(fixture_.Public()->FindIndexByIndexCode(code, true).data().toString(),
            QString::fromUtf8("\xD7\xA9\xD7\x9C \xF0\x9F\x8E\xA5"));
+  // Renamed through a sorted tree, the row moves away from under its index; still no neighbour gets its name.
+  CViewSortFilterProxyModel sorted(nullptr, false);
+  sorted.setSourceModel(fixture_.Public());
+  const QModelIndex shown = sorted.mapFromSource(fixture_.Public()->FindIndexByIndexCode(code, true));
+  Manager().OnUpdatePlanGroupNameSucc(shown, "Z last");
+  QCOMPARE(PublicOutlines(), QString("Plans(Z last(A1,Public A plan 2,Public A plan 10),Public B)"));
   // The record stays as the host gave it.
   const QModelIndex row = fixture_.Public()->FindIndexByIndexCode(code, true);
   QCOMPARE(row.data(ItemRecordRole).value<PlanGroup>().name, std::string("Public A"));

@@ -257,12 +257,15 @@ void ManagerLoadingTest::StoppedWaitNeverLoads() {
 void ManagerLoadingTest::WholeTreeEventReloads() {
   Open({{"load_all", 1}});
   CPlanFixture::Drain();
+  const QString whole_own = Outline(fixture_.Own());
+  QVERIFY(whole_own.contains("C1("));
   fixture_.Public()->appendRow(new QStandardItem("left over"));
   Services().ForgetCalls();
   Services().ObserverOf(16001, "root")->OnResourceUpdate({8, "root", "", ResourceData::RT_NONE});
   QTRY_VERIFY(Manager().IsViewModelInitFinish());
   QCOMPARE(Services().Count("ClearViewData"), 1);
   QCOMPARE(Outline(fixture_.Public()), QString(kWholePublic));
+  QTRY_COMPARE(Outline(fixture_.Own()), whole_own);  // down to the bottom once more
   // The log-in of another user is such an event: the own plans of the first are gone.
   QString error;
   QVERIFY(fixture_.Store().LogIn("viewer", &error));
