@@ -4,6 +4,7 @@
 #include "app/client_options.h"
 #include "app/client_session.h"
 #include "app/qt_messages.h"
+#include "app/quit_on_signal.h"
 
 namespace {
 
@@ -47,6 +48,7 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QCoreApplication::setApplicationName(QStringLiteral("tarn-client"));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("TarnPlanView"));
+  const TarnClient::CQuitOnSignal quit_on_signal;
   TarnClient::CClientSession session(*options);
   return session.Start(&error) ? QApplication::exec() : Refuse(error);
 }

@@ -13,6 +13,8 @@ class CClientRun {
   CClientRun(const QString& home, const QStringList& arguments);
   ~CClientRun();
 
+  /// Asks the program to go, as a log-out of the desktop does.
+  void Terminate() { process_.terminate(); }
   /// False when the program does not end within 30 seconds.
   bool WaitForEnd();
   int ExitCode() const { return process_.exitCode(); }

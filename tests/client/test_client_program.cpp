@@ -58,6 +58,7 @@ class ClientProgramTest : public QObject {
  private Q_SLOTS:
   void init();
   void StartsOnTheDemoSiteOfItsOwn();
+  void EndsInOrderWhenAskedToGo();
   void RefusesWithOneLineAndCode2_data();
   void RefusesWithOneLineAndCode2();
   void PlaysAndTurnsThePage();
@@ -71,7 +72,7 @@ class ClientProgramTest : public QObject {
   QStringList Quiet(const QStringList& arguments) const {
     return QStringList{"--store", StoreUrl(), "--set", "timed_play=0"} + arguments;
   }
-  static void VerifyQuietEnd(CClientRun& run);
+  static void VerifyQuietEnd(CClientRun& run, int output_lines = 1);
 
   std::unique_ptr<QTemporaryDir> home_;
 };
@@ -91,13 +92,13 @@ std::shared_ptr<CPlanStore> ClientProgramTest::OpenStore() {
 }
 
 // A clean end: code 0, nothing on stderr, no warning of the toolkit in the log, the last log line written.
-void ClientProgramTest::VerifyQuietEnd(CClientRun& run) {
+void ClientProgramTest::VerifyQuietEnd(CClientRun& run, int output_lines) {
   QVERIFY(run.WaitForEnd());
   QCOMPARE(run.Errors(), QString());
   QCOMPARE(run.ExitCode(), 0);
   QVERIFY2(!run.Log().contains(" W Qt "), qPrintable(run.Log()));
   QVERIFY2(run.Log().trimmed().endsWith("The client has ended"), qPrintable(run.Log()));
-  QCOMPARE(run.Output().size(), 1);
+  QCOMPARE(run.Output().size(), output_lines);
 }
 
 void ClientProgramTest::StartsOnTheDemoSiteOfItsOwn() {
@@ -187,6 +188,13 @@ void ClientProgramTest::TwoClientsOnOneStoreFollowAChange() {
     // Root, two groups, the plan of the site and the new one.
     QCOMPARE(run->State().value("rows").toObject().value("public").toInt(), 5);
   }
+}
+
+void ClientProgramTest::EndsInOrderWhenAskedToGo() {
+  CClientRun run(home_->path(), Quiet({"--play", "Round \"\u95e8\""}));
+  QTRY_VERIFY(run.Log().contains("InitRootItem"));
+  run.Terminate();
+  VerifyQuietEnd(run, 0);
 }
 
 void ClientProgramTest::HelpNeedsNoDisplay() {
