@@ -1,11 +1,12 @@
 #include "view_group_manager.h"
 
 #include "MarUIControl/string_conversion.h"
+#include "plan_item_role.h"
 #include "view_model_data_manager.h"
 
 namespace TarnPlanView {
 
-CViewGroupManager::CViewGroupManager() = default;
+CViewGroupManager::CViewGroupManager() : index_code_(kTopLevelCode) {}
 
 CViewGroupManager::~CViewGroupManager() = default;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <string>
 
 #include "ResourceData/resource_observer.h"
 
@@ -13,12 +14,16 @@ class CViewGroupManager : public QObject, public ResourceData::IResourceObserver
   CViewGroupManager();
   ~CViewGroupManager() override;
 
+  const std::string& GetIndexCode() const { return index_code_; }
   void OnResourceUpdate(const Param& param) override;
 
  Q_SIGNALS:
   void SignalRootChildAdded(ResourceData::ResourceType child_type);
   void SignalRootChildRemoved(const QString& child_index_code, ResourceData::ResourceType child_type);
   void SignalViewModelDataChanged();
+
+ private:
+  const std::string index_code_;  // of the root of all plans
 };
 
 }  // namespace TarnPlanView

@@ -22,8 +22,9 @@ namespace {
 constexpr int kMonitorCount = 4;
 constexpr char kSystemConfigId[] = "system_config";
 
-view_plugin_protocol::ViewObserverInfo RootObserver(int action) {
-  return {ResourceData::RT_VIEW_GROUP, kTopLevelCode, action};
+void RegisterRoot(CViewGroupManager* root, int action) {
+  CViewBusinessInterfaceMgr::Instance().ViewRegisterResourceUpdate(
+      root, {ResourceData::RT_VIEW_GROUP, root->GetIndexCode(), action});
 }
 
 }  // namespace
@@ -93,14 +94,14 @@ void CViewModelDataManager::CreateViewGroupManager() {
   connect(root, &CViewGroupManager::SignalRootChildAdded, this, &CViewModelDataManager::OnRootChildAdded);
   connect(root, &CViewGroupManager::SignalRootChildRemoved, this, &CViewModelDataManager::OnViewGroupChildRemoved);
   connect(root, &CViewGroupManager::SignalViewModelDataChanged, this, &CViewModelDataManager::OnUpdateViewModelData);
-  CViewBusinessInterfaceMgr::Instance().ViewRegisterResourceUpdate(root, RootObserver(kRegister));
+  RegisterRoot(root, kRegister);
 }
 
 void CViewModelDataManager::DeleteViewGroupManager() {
   if (!d_->group_manager) {
     return;
   }
-  CViewBusinessInterfaceMgr::Instance().ViewRegisterResourceUpdate(d_->group_manager.get(), RootObserver(kUnregister));
+  RegisterRoot(d_->group_manager.get(), kUnregister);
   d_->group_manager.reset();
 }
 

@@ -28,8 +28,8 @@ using view_plugin_protocol::PlanGroup;
 namespace {
 
 template <class Observer>
-void RegisterObserver(Observer* observer, ResourceData::ResourceType type, const std::string& code, int action) {
-  CViewBusinessInterfaceMgr::Instance().ViewRegisterResourceUpdate(observer, {type, code, action});
+void RegisterObserver(Observer* observer, ResourceData::ResourceType type, int action) {
+  CViewBusinessInterfaceMgr::Instance().ViewRegisterResourceUpdate(observer, {type, observer->GetIndexCode(), action});
 }
 
 }  // namespace
@@ -199,7 +199,7 @@ std::shared_ptr<CView> CViewModelDataManager::makeView(const std::string& code) 
   if (!view) {
     view = std::make_shared<CView>(code);
     connect(view.get(), &CView::SignalViewChanged, this, &CViewModelDataManager::OnViewChanged);
-    RegisterObserver(view.get(), ResourceData::RT_VIEW, code, kRegister);
+    RegisterObserver(view.get(), ResourceData::RT_VIEW, kRegister);
   }
   return view;
 }
@@ -215,7 +215,7 @@ std::shared_ptr<CViewGroup> CViewModelDataManager::makeViewGroup(const std::stri
     connect(group.get(), &CViewGroup::SignalViewGroupChildAdded, this, &CViewModelDataManager::OnViewGroupChildAdded);
     connect(group.get(), &CViewGroup::SignalViewGroupChildRemoved, this,
             &CViewModelDataManager::OnViewGroupChildRemoved);
-    RegisterObserver(group.get(), ResourceData::RT_VIEW_GROUP, code, kRegister);
+    RegisterObserver(group.get(), ResourceData::RT_VIEW_GROUP, kRegister);
   }
   return group;
 }
@@ -223,7 +223,7 @@ std::shared_ptr<CViewGroup> CViewModelDataManager::makeViewGroup(const std::stri
 void CViewModelDataManager::DeleteView(const std::string& indexCode) {
   const auto found = d_->views.find(indexCode);
   if (found != d_->views.end()) {
-    RegisterObserver(found->second.get(), ResourceData::RT_VIEW, indexCode, kUnregister);
+    RegisterObserver(found->second.get(), ResourceData::RT_VIEW, kUnregister);
     d_->views.erase(found);
   }
 }
@@ -231,17 +231,17 @@ void CViewModelDataManager::DeleteView(const std::string& indexCode) {
 void CViewModelDataManager::DeleteViewGroup(const std::string& indexCode) {
   const auto found = d_->groups.find(indexCode);
   if (found != d_->groups.end()) {
-    RegisterObserver(found->second.get(), ResourceData::RT_VIEW_GROUP, indexCode, kUnregister);
+    RegisterObserver(found->second.get(), ResourceData::RT_VIEW_GROUP, kUnregister);
     d_->groups.erase(found);
   }
 }
 
 void CViewModelDataManager::dropObservers() {
   for (const auto& [code, view] : d_->views) {
-    RegisterObserver(view.get(), ResourceData::RT_VIEW, code, kUnregister);
+    RegisterObserver(view.get(), ResourceData::RT_VIEW, kUnregister);
   }
   for (const auto& [code, group] : d_->groups) {
-    RegisterObserver(group.get(), ResourceData::RT_VIEW_GROUP, code, kUnregister);
+    RegisterObserver(group.get(), ResourceData::RT_VIEW_GROUP, kUnregister);
   }
   d_->views.clear();
   d_->groups.clear();
