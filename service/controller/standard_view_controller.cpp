@@ -1,5 +1,6 @@
 #include "standard_view_controller.h"
 
+#include <QPointer>
 #include <future>
 #include <system_error>
 #include <thread>
@@ -45,6 +46,23 @@ auto HostCall(bool (CViewBusinessInterfaceMgr::*call)(const Request&, Response&)
     answer.ok = (CViewBusinessInterfaceMgr::Instance().*call)(request, answer.response);
     return answer;
   };
+}
+
+/// Tells what came of a request that changes something: `announce` and then the tip, or the host's text. A slot may
+/// end the controller in between.
+template <class Response, class Announce>
+void Settle(CStandardViewController* controller, const Answer<Response>& answer, const QString& tip,
+            const Announce& announce) {
+  using MarUIControl::CNomalMessage;
+  if (!answer.ok) {
+    Q_EMIT controller->signalShowMessage(StringToQString(answer.response.error_info), CNomalMessage::Failure);
+    return;
+  }
+  const QPointer<CStandardViewController> alive(controller);
+  announce();
+  if (alive) {
+    Q_EMIT alive->signalShowMessage(tip, CNomalMessage::Success);
+  }
 }
 
 int TypeOf(const QModelIndex& index) {
@@ -189,17 +207,14 @@ void CStandardViewController::addPlanGroupByIndexNameThread(const QModelIndex& p
   const CPlanNodeRef node(parent);
   CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::AddPlanGroup, request),
             [this, request, node](const auto& answer) {
-              if (!answer.ok) {
-                showFailure(answer.response.error_info);
-                return;
-              }
-              PlanGroup group;
-              group.name = request.name;
-              group.parent_index_code = request.parent_index_code;
-              group.index_code = answer.response.index_code;
-              group.type = request.kind;
-              Q_EMIT SignalAddPlanGroupSucc(node.Resolve(), group);
-              showSuccess(tr("AddASuccess"));
+              Settle(this, answer, tr("AddASuccess"), [&] {
+                PlanGroup group;
+                group.name = request.name;
+                group.parent_index_code = request.parent_index_code;
+                group.index_code = answer.response.index_code;
+                group.type = request.kind;
+                Q_EMIT SignalAddPlanGroupSucc(node.Resolve(), group);
+              });
             });
 }
 
@@ -217,12 +232,7 @@ void CStandardViewController::deletePlanGroupByIndexThread(const QModelIndex& in
   request.type = CViewPublicDef::GetIndexType(index);
   const CPlanNodeRef node(index);
   CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::DeletePlanGroup, request), [this, node](const auto& answer) {
-    if (!answer.ok) {
-      showFailure(answer.response.error_info);
-      return;
-    }
-    Q_EMIT SignalDeletePlanGroupSucc(node.Resolve());
-    showSuccess(tr("DeleteTheSuccess"));
+    Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanGroupSucc(node.Resolve()); });
   });
 }
 
@@ -234,12 +244,7 @@ void CStandardViewController::deletePlanByIndexThread(const QModelIndex& index) 
   const CPlanNodeRef node(index);
   CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::DeletePlan, MakeDeletePlanRequest(index)),
             [this, node](const auto& answer) {
-              if (!answer.ok) {
-                showFailure(answer.response.error_info);
-                return;
-              }
-              Q_EMIT SignalDeletePlanSucc(node.Resolve());
-              showSuccess(tr("DeleteTheSuccess"));
+              Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanSucc(node.Resolve()); });
             });
 }
 
@@ -253,15 +258,10 @@ void CStandardViewController::updatePlanGroupNameThread(const QModelIndex& index
   request.name = QStringToString(name);
   request.flag = TypeOf(index) == ReceivedGroupItem;
   const CPlanNodeRef node(index);
-  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::UpdatePlanGroup, request),
-            [this, node, name](const auto& answer) {
-              if (!answer.ok) {
-                showFailure(answer.response.error_info);
-                return;
-              }
-              Q_EMIT SignalUpdatePlanGroupNameSucc(node.Resolve(), name);
-              showSuccess(tr("EditSuccess"));
-            });
+  CallAsync(
+      this, HostCall(&CViewBusinessInterfaceMgr::UpdatePlanGroup, request), [this, node, name](const auto& answer) {
+        Settle(this, answer, tr("EditSuccess"), [&] { Q_EMIT SignalUpdatePlanGroupNameSucc(node.Resolve(), name); });
+      });
 }
 
 void CStandardViewController::AddPlanParam(const AddPlanRequest& request) {
@@ -272,12 +272,8 @@ void CStandardViewController::AddPlanParam(const AddPlanRequest& request) {
 
 void CStandardViewController::addPlanParamThread(const AddPlanRequest& request) {
   CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::AddPlan, request), [this, request](const auto& answer) {
-    if (!answer.ok) {
-      showFailure(answer.response.error_info);
-      return;
-    }
-    Q_EMIT SignalAddPlanSucc(request, StringToQString(answer.response.index_code));
-    showSuccess(tr("SaveSuccessfulYCFI2BGO"));
+    Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"),
+           [&] { Q_EMIT SignalAddPlanSucc(request, StringToQString(answer.response.index_code)); });
   });
 }
 
@@ -291,12 +287,7 @@ void CStandardViewController::updatePlanParamThread(const UpdatePlanRequest& req
   // The old name travels with the request for whoever watches it; the host is not told.
   CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::UpdatePlan, request),
             [this, request, old_name](const auto& answer) {
-              if (!answer.ok) {
-                showFailure(answer.response.error_info);
-                return;
-              }
-              Q_EMIT SignalUpdatePlanSucc(request);
-              showSuccess(tr("SaveSuccessfulYCFI2BGO"));
+              Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"), [&] { Q_EMIT SignalUpdatePlanSucc(request); });
             });
 }
 
@@ -481,8 +472,11 @@ void CStandardViewController::finishExpand(const CPlanNodeRef& node, const SubIt
     Q_EMIT SignalGetPlanGroupListSucc(node.Resolve(), items.groups, items.plans);
     return;
   }
+  const QPointer<CStandardViewController> alive(this);
   Q_EMIT SignalFinishAnsyGetSubItem(node.Resolve(), true);
-  showFailure(items.error_info);
+  if (alive) {
+    showFailure(items.error_info);
+  }
 }
 
 bool CStandardViewController::IsHaveChilds(const QModelIndex& index) {

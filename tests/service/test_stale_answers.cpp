@@ -33,6 +33,7 @@ class StaleAnswersTest : public CPlanTest {
   void IndexesOfAProxy();
   void ControllerDies_data();
   void ControllerDies();
+  void ASlotEndsTheController();
   void ManySlowRequestsInAnyOrder();
 
  private:
@@ -220,6 +221,20 @@ void StaleAnswersTest::IndexesOfAProxy() {
   QVERIFY(log_->lines.contains("list Plans 2 0"));
   QVERIFY(log_->lines.contains("list - 0 2") || log_->lines.contains("list Public B 0 2"));
   QVERIFY(Outline(&proxy).startsWith("Plans(Public A"));
+}
+
+void StaleAnswersTest::ASlotEndsTheController() {
+  log_.reset();
+  connect(controller_.get(), &CStandardViewController::SignalDeletePlanSucc, this, [this] { controller_.reset(); });
+  controller_->DeletePlanByIndex(Plan("Public A plan 2"));
+  QTRY_VERIFY(!controller_);
+  QVERIFY(!Plan("Public A plan 2").isValid());
+  controller_ = std::make_unique<CStandardViewController>(fixture_.Public());
+  Services().Fail("GetPlanGroups", "no");
+  connect(controller_.get(), &CStandardViewController::SignalFinishAnsyGetSubItem, this,
+          [this] { controller_.reset(); });
+  controller_->OnExpandViewTreeItem(Group("Public B"));
+  QTRY_VERIFY(!controller_);
 }
 
 void StaleAnswersTest::ControllerDies_data() {

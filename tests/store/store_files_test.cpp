@@ -69,6 +69,7 @@ class StoreFilesTest : public QObject {
   void LeavesNothingOfAFailedStart();
   void RecoversFromALogThatWasLeft();
   void ReadersAndWritersGoTogether();
+  void ReadsWaitForNoWrite();
 };
 
 void StoreFilesTest::RefusesBadFiles_data() {
@@ -191,6 +192,36 @@ void StoreFilesTest::ReadersAndWritersGoTogether() {
   QTRY_COMPARE(second.Groups("-1").size(), 81);
   QCOMPARE(client.Search("plan", 0).size(), 60);
   QCOMPARE(second.Search("plan", 1).size(), 20);
+}
+
+// Another program holds the write lock and a change waits for it: plans and the default view still open.
+void StoreFilesTest::ReadsWaitForNoWrite() {
+  CStoreFixture fixture;
+  const CClient ann(fixture.Open());
+  std::string plan;
+  QCOMPARE(ann.AddPlan("-1", "Gate at night", &plan), QString());
+  QCOMPARE(ann.SetDefaultView(plan, 16000), QString());
+  std::atomic<bool> written{false};
+  std::thread writer;
+  {
+    QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE", "holder");
+    database.setDatabaseName(fixture.File());
+    QVERIFY(database.open());
+    QVERIFY(QSqlQuery(database).exec("BEGIN IMMEDIATE"));
+    writer = std::thread([&] {
+      ann.RenameGroup(ann.Group("-1", "Gates"), "Renamed in the end");
+      written = true;
+    });
+    for (int round = 0; round < 100; ++round) {
+      QCOMPARE(ann.Detail(plan).name, std::string("Gate at night"));
+      QCOMPARE(ann.DefaultView(), plan);
+    }
+    QVERIFY(!written);
+    QVERIFY(QSqlQuery(database).exec("ROLLBACK"));
+  }
+  QSqlDatabase::removeDatabase("holder");
+  writer.join();
+  QVERIFY(ann.Groups("-1").contains("Renamed in the end@-1"));
 }
 
 QTEST_GUILESS_MAIN(StoreFilesTest)

@@ -16,22 +16,33 @@ void CPlanReader::Stop() {
   thread_.Stop([this] { Disconnect(); });
 }
 
-std::optional<StoredPlan> CPlanReader::WholePlan(int32_t code) {
-  return thread_.Call([this, code] { return Read(code); });
+template <class Work>
+auto CPlanReader::Read(const Work& work) {
+  return thread_.Call([this, &work] {
+    Connect();
+    try {
+      return work(*repository_);
+    } catch (const CStoreError& error) {
+      if (error.GetKind() == CStoreError::kConnectionLost) {
+        Disconnect();
+      }
+      throw;
+    }
+  });
 }
 
-std::optional<StoredPlan> CPlanReader::Read(int32_t code) {
+std::optional<StoredPlan> CPlanReader::WholePlan(int32_t code) {
+  return Read([code](CPlanRepository& repository) { return repository.WholePlan(code); });
+}
+
+std::pair<int32_t, int32_t> CPlanReader::DefaultView(int32_t user) {
+  return Read([user](CPlanRepository& repository) { return repository.DefaultView(user); });
+}
+
+void CPlanReader::Connect() {
   if (!engine_) {
     engine_ = open_();
     repository_ = std::make_unique<CPlanRepository>(*engine_);
-  }
-  try {
-    return repository_->WholePlan(code);
-  } catch (const CStoreError& error) {
-    if (error.GetKind() == CStoreError::kConnectionLost) {
-      Disconnect();
-    }
-    throw;
   }
 }
 

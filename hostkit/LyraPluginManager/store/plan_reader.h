@@ -10,7 +10,7 @@
 
 namespace TarnHost::Store {
 
-/// Reads whole plans over a connection of its own, so that nobody who opens a plan waits behind somebody else's write.
+/// Reads what the catalog does not hold over a connection of its own, so that nobody waits behind somebody's write.
 /// Throws CStoreError. Thread: any; the connection lives on a thread of its own and is made anew after it was lost.
 class CPlanReader {
  public:
@@ -20,11 +20,14 @@ class CPlanReader {
   ~CPlanReader();
 
   std::optional<StoredPlan> WholePlan(int32_t code);
+  std::pair<int32_t, int32_t> DefaultView(int32_t user);
   /// Later reads fail. Once or more.
   void Stop();
 
  private:
-  std::optional<StoredPlan> Read(int32_t code);  // on the thread, as the next
+  template <class Work>
+  auto Read(const Work& work);
+  void Connect();  // on the thread, as the next
   void Disconnect();
 
   const Opener open_;

@@ -114,6 +114,14 @@ std::optional<StoredPlan> CPlanRepository::WholePlan(int32_t code) {
   return plan;
 }
 
+std::pair<int32_t, int32_t> CPlanRepository::DefaultView(int32_t user) {
+  std::pair<int32_t, int32_t> view(0, 0);
+  engine_.ForEach("SELECT code, type FROM default_view WHERE user_id = ?", {user}, [&](const QSqlQuery& query) {
+    view = {query.value(0).toInt(), query.value(1).toInt()};
+  });
+  return view;
+}
+
 bool CPlanRepository::HasChildren(int32_t group) {
   return engine_.Value("SELECT 1 FROM plan_group WHERE parent_code = ? LIMIT 1", {group}).isValid() ||
          engine_.Value("SELECT 1 FROM plan WHERE parent_code = ? LIMIT 1", {group}).isValid();

@@ -37,6 +37,8 @@ class CPlanRepository {
   std::optional<GroupRow> OwnTopGroup(int32_t owner, const QString& name);
   std::optional<PlanRow> Plan(int32_t code);
   std::optional<StoredPlan> WholePlan(int32_t code);
+  /// Code and type of the user's default view; zeros when there is none.
+  std::pair<int32_t, int32_t> DefaultView(int32_t user);
   bool HasChildren(int32_t group);
   /// Rows from the group up to the root, both counted; a root has 1.
   int LevelOf(int32_t group);

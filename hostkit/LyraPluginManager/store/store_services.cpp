@@ -353,12 +353,8 @@ bool CStoreServices::GetClientViewConfig(const view::GetClientDefaultViewConfigR
   return Answer(&response, [&] {
     const int32_t user = RequireUser();
     RequireDownloaded();
-    std::pair<int32_t, int32_t> found(0, 0);
-    thread_.Call([&] {
-      engine_->ForEach("SELECT code, type FROM default_view WHERE user_id = ?", {user}, [&](const QSqlQuery& query) {
-        found = {query.value(0).toInt(), query.value(1).toInt()};
-      });
-    });
+    const std::pair<int32_t, int32_t> found =
+        reader_ ? reader_->DefaultView(user) : thread_.Call([&] { return session_->Repository().DefaultView(user); });
     const bool there = IsVisible(found.first, user);
     response.index_code = there ? std::to_string(found.first) : kNoDefaultView;
     response.type = there ? found.second : 0;
