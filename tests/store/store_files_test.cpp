@@ -190,8 +190,8 @@ void StoreFilesTest::ReadersAndWritersGoTogether() {
   QCOMPARE(failures.load(), 0);
   QTRY_COMPARE(client.Groups("-1").size(), 81);
   QTRY_COMPARE(second.Groups("-1").size(), 81);
-  QCOMPARE(client.Search("plan", 0).size(), 60);
-  QCOMPARE(second.Search("plan", 1).size(), 20);
+  QTRY_COMPARE(client.Search("plan", 0).size(), 60);  // the last plan may come a poll after its group
+  QTRY_COMPARE(second.Search("plan", 1).size(), 20);
 }
 
 // Another program holds the write lock and a change waits for it: plans and the default view still open.
