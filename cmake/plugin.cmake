@@ -11,18 +11,27 @@ generate_export_header(TarnPlanView EXPORT_MACRO_NAME TARNPLANVIEW_EXPORT
 configure_file(${PROJECT_BINARY_DIR}/generated/tarn_plan_view_export.h
   ${TARN_PUBLIC_INCLUDE}/TarnPlanView/tarn_plan_view_export.h COPYONLY)
 
-# tarn_plugin_layer(NAME target DIR folder [USES layers...] [EXPORTS headers...])
-# Compiles every source of the folder; the headers named under EXPORTS are what hosts may include.
+# tarn_plugin_layer(NAME target DIR folders... [USES layers...] [EXPORTS headers...])
+# Compiles every source of the folders; the headers named under EXPORTS are what hosts may include, by their bare name.
 function(tarn_plugin_layer)
-  cmake_parse_arguments(L "" "NAME;DIR" "USES;EXPORTS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${L_DIR}/*.h ${PROJECT_SOURCE_DIR}/${L_DIR}/*.cpp)
+  cmake_parse_arguments(L "" "NAME" "DIR;USES;EXPORTS" ${ARGN})
+  set(folders ${L_DIR})
+  list(TRANSFORM folders PREPEND ${PROJECT_SOURCE_DIR}/)
+  foreach(folder ${folders})
+    file(GLOB in_folder CONFIGURE_DEPENDS ${folder}/*.h ${folder}/*.cpp)
+    list(APPEND sources ${in_folder})
+  endforeach()
   add_library(${L_NAME} OBJECT ${sources})
-  target_include_directories(${L_NAME} PUBLIC ${PROJECT_SOURCE_DIR}/${L_DIR} ${PROJECT_BINARY_DIR}/generated)
+  set_target_properties(${L_NAME} PROPERTIES AUTOUIC ON AUTOUIC_SEARCH_PATHS ${PROJECT_SOURCE_DIR}/resources/forms)
+  target_include_directories(${L_NAME} PUBLIC ${folders} ${PROJECT_BINARY_DIR}/generated)
   target_link_libraries(${L_NAME} PUBLIC tarn_host_api ${L_USES} Qt5::Concurrent Qt5::Svg PRIVATE tarn_build_options)
   target_link_libraries(TarnPlanView PRIVATE ${L_NAME})
   foreach(header ${L_EXPORTS})
-    configure_file(${PROJECT_SOURCE_DIR}/${L_DIR}/${header} ${TARN_PUBLIC_INCLUDE}/TarnPlanView/${header} COPYONLY)
-    list(APPEND exported ${PROJECT_SOURCE_DIR}/${L_DIR}/${header})
+    find_file(source_of_header ${header} PATHS ${folders} NO_DEFAULT_PATH NO_CACHE REQUIRED)
+    get_filename_component(header ${header} NAME)
+    configure_file(${source_of_header} ${TARN_PUBLIC_INCLUDE}/TarnPlanView/${header} COPYONLY)
+    list(APPEND exported ${source_of_header})
+    unset(source_of_header)
   endforeach()
   install(FILES ${exported} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TarnPlanView)
   set(TARN_PLUGIN_LAYERS ${TARN_PLUGIN_LAYERS} ${L_NAME} PARENT_SCOPE)
@@ -36,6 +45,14 @@ tarn_plugin_layer(NAME tarn_plan_data DIR data USES tarn_plan_config
           view_model_data_manager_export.h view_sort_filter_proxy_model_export.h)
 tarn_plugin_layer(NAME tarn_plan_controller DIR service/controller USES tarn_plan_data tarn_plan_config
   EXPORTS standard_view_controller.h plugin_shutdown.h)
+tarn_plugin_layer(NAME tarn_plan_tree DIR panel/tree USES tarn_plan_controller tarn_plan_data tarn_plan_config
+  EXPORTS plan_view_tree.h)
+tarn_plugin_layer(NAME tarn_plan_dialogs DIR dialogs
+  USES tarn_plan_tree tarn_plan_controller tarn_plan_data tarn_plan_config
+  EXPORTS save_plan_as_dlg.h)
+tarn_plugin_layer(NAME tarn_plan_panel DIR panel panel/popups panel/search
+  USES tarn_plan_dialogs tarn_plan_tree tarn_plan_controller tarn_plan_data tarn_plan_config
+  EXPORTS view_extern_widget.h view_save_menu.h view_save_actions.h)
 
 # The plug-in's icons; object files of their own, so that tests of single layers have them too.
 add_library(tarn_plan_resources OBJECT ${PROJECT_SOURCE_DIR}/resources/tarn_plan_view.qrc)

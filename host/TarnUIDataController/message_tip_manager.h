@@ -21,6 +21,9 @@ class TARN_HOST_EXPORT CMessageTipManager : public QObject, public Wren::Base::C
 
   /// Queues a tip over the window of `widget`; a null widget takes the active window.
   void ShowTip(const QString& text, int state, QWidget* widget);
+  /// The same with its place given. `kind`: 0 success, 1 failure, 2 warning, 3 hint; all but success stay longer.
+  /// `place`: 1 at the top of the window, in the middle. `distance`: pixels from that edge at the least.
+  void ShowMessage(QWidget* window, const QString& text, int kind, int place, int distance);
   /// The tip on screen; an empty text when there is none.
   QString CurrentText() const;
 

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QLabel>
+
+#include "host_export.h"
+
+namespace MarUIControl {
+
+/// One line of plain text; what does not fit ends in an ellipsis and stands in the tool tip. Markup in a text is shown
+/// as it is, because names come from users. text() and the accessible name always hold the whole text. Thread: GUI.
+class TARN_HOST_EXPORT CLabel : public QLabel {
+  Q_OBJECT
+ public:
+  explicit CLabel(QWidget* parent = nullptr);
+  explicit CLabel(const QString& text, QWidget* parent = nullptr);
+  ~CLabel() override;
+
+  void SetText(const QString& text);
+
+  QSize minimumSizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void RenewToolTip();
+};
+
+}  // namespace MarUIControl

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QLineEdit>
+
+#include "host_export.h"
+
+namespace MarUIControl {
+
+/// One line of text. What is pasted loses its line breaks and, under a validator that says which characters may stand,
+/// the characters that may not, instead of being refused as a whole. Thread: GUI.
+class TARN_HOST_EXPORT CLineEdit : public QLineEdit {
+  Q_OBJECT
+ public:
+  explicit CLineEdit(QWidget* parent = nullptr);
+  ~CLineEdit() override;
+
+  /// Counts UTF-16 units.
+  void setMaxLineEditLength(int length);
+  /// Plain text: markup in it is shown as it is.
+  void setToolTip(const QString& text);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+
+ private:
+  void PasteAllowed();
+};
+
+}  // namespace MarUIControl

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QModelIndex>
+#include <QWidget>
+#include <memory>
+
+#include "host_export.h"
+
+class QAbstractItemModel;
+class QAbstractItemView;
+
+namespace MarUIControl {
+
+/// Combo box whose drop-down holds an item view of the caller's, with an edit line above it that looks for rows.
+///
+/// Opens by click, Space, F4 and Alt+Down; Esc closes it without a choice; a click or Return on a selectable row
+/// chooses it and closes. The expander of a row only expands. The drop-down stays on the screen it was opened on.
+/// Thread: GUI.
+class TARN_HOST_EXPORT CLocationComboBox : public QWidget {
+  Q_OBJECT
+ public:
+  explicit CLocationComboBox(QWidget* parent = nullptr);
+  ~CLocationComboBox() override;
+
+  /// The view becomes a child of the drop-down. Null takes the view out.
+  void SetLocationView(QAbstractItemView* view);
+  QAbstractItemView* LocationView() const;
+  /// The view's model; null without a view.
+  QAbstractItemModel* LocationModel() const;
+  /// Whether the edit line stands above the view.
+  void SetEditLabelVisible(bool visible);
+  bool IsEditLabelVisible() const;
+
+  void ShowPopup();
+  void HidePopup();
+  bool IsPopupVisible() const;
+  /// The text in the closed box.
+  QString CurrentText() const;
+  /// What the closed box shows while nothing is chosen.
+  void SetPlaceholderText(const QString& text);
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ Q_SIGNALS:
+  /// The user has chosen this row.
+  void SignalIndexActivated(const QModelIndex& index);
+
+ protected:
+  void SetCurrentText(const QString& text);
+  /// A row was chosen in the view; the base shows its text.
+  virtual void Choose(const QModelIndex& index);
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  class Private;
+  std::unique_ptr<Private> d_;
+};
+
+}  // namespace MarUIControl

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "host_export.h"
+
+namespace MarUIControl {
+
+/// Modal box with a title, a text and up to two buttons. exec() gives 1 for confirm and 0 for cancel, Esc and closing.
+/// Tests answer it through TarnHost::SetModalAnswer(). Thread: GUI.
+class TARN_HOST_EXPORT CModalTipDialog : public QDialog {
+  Q_OBJECT
+ public:
+  enum DialogSize { SmallSize = 0, MiddleSize = 1, LargeSize = 2 };
+  enum DialogModel { HintModel = 0, WarningModel = 1, QuestionModel = 2 };
+
+  explicit CModalTipDialog(QWidget* parent = nullptr);
+  ~CModalTipDialog() override;
+
+  void SetDialogSize(int size);
+  void SetDialogModel(int model);
+  void SetTitle(const QString& title);
+  /// Plain text, wrapped.
+  void SetContent(const QString& content);
+  void SetConfirmText(const QString& text);
+  void SetCancelText(const QString& text);
+  void SetConfirmVisible(bool visible);
+  void SetCancelVisible(bool visible);
+  QString Title() const;
+  QString Content() const;
+
+  int exec() override;
+
+ private:
+  class Private;
+  std::unique_ptr<Private> d_;
+};
+
+}  // namespace MarUIControl

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QPersistentModelIndex>
+
+#include "MarUIControl/location_combo_box.h"
+#include "host_export.h"
+
+namespace MarUIControl {
+
+/// Location combo box over a tree: the closed box shows the chosen row's name, its tool tip the way to it from the
+/// root. A chosen row that vanishes leaves the box empty; a renamed one is shown under its new name. Thread: GUI.
+class TARN_HOST_EXPORT CMultilevelComboBox : public CLocationComboBox {
+  Q_OBJECT
+ public:
+  explicit CMultilevelComboBox(QWidget* parent = nullptr);
+  ~CMultilevelComboBox() override;
+
+  /// An index of the view's model; an invalid one clears the choice. Expands what stands above it in the view.
+  void SetCurrentIndex(const QModelIndex& index);
+  QModelIndex GetCurrentIndex() const;
+
+ Q_SIGNALS:
+  void SignalCurrentIndexChanged(const QModelIndex& index);
+
+ protected:
+  void Choose(const QModelIndex& index) override;
+
+ private:
+  void WatchModel();
+  void RenewText();
+
+  QPersistentModelIndex current_;
+  bool chosen_ = false;
+  QMetaObject::Connection on_changed_, on_removed_, on_reset_;
+};
+
+}  // namespace MarUIControl

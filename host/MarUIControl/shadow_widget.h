@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "host_export.h"
+
+namespace MarUIControl {
+
+/// Shadow around a frameless pop-up: a window of its own behind it that takes neither clicks nor activation and follows
+/// the pop-up's place, size, showing and hiding. Thread: GUI.
+class TARN_HOST_EXPORT CShadowWidget : public QWidget {
+  Q_OBJECT
+ public:
+  CShadowWidget(QWidget* parent, Qt::WindowFlags flags);
+  ~CShadowWidget() override;
+
+  /// The pop-up that casts the shadow; flag 0: the shadow does not take it as its child.
+  void SetContentWidget(QWidget* content, int flag);
+  /// 0 none, 1 on all four sides.
+  void SetShadowMode(int mode);
+  /// Whether the shadow comes and goes with its content.
+  void SetAutoShow(bool automatic);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void Follow();
+
+  QPointer<QWidget> content_;
+  int mode_ = 0;
+  bool automatic_ = false;
+};
+
+}  // namespace MarUIControl

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+#include "host_export.h"
+
+class QWidget;
+
+namespace tarn_ui_data_controller {
+
+/// Modal tip over the window of `widget`; `state` 0 success, 1 warning. `buttons` is a bit mask, 1 OK and 2 cancel:
+/// 2 is shown as a single "Close", 3 as a question. Gives 1 only on OK. Tests answer it through
+/// TarnHost::SetModalAnswer(). Pumps events while it is open. Thread: GUI.
+TARN_HOST_EXPORT int ShowMessageTip(const QString& text, int state, QWidget* widget, int buttons);
+
+}  // namespace tarn_ui_data_controller

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+
+#include "WidgetKit/new_search_line.h"
+#include "host_export.h"
+
+class QAbstractItemView;
+
+namespace WidgetKit {
+
+/// Search field that finds rows in an item view, case-insensitively by a part of their display text.
+///
+/// With a view: typing looks for all hits a moment after the last key, in slices that never hold the event loop longer
+/// than 8 ms; the first hit becomes current with the way to it expanded. Return, Down and F3 step to the next hit,
+/// Shift+Return, Up and Shift+F3 to the one before, around the ends; the field shows "2/17". Rows that come, go or
+/// change while it looks are taken into account. All rows that the view's model shows are searched, not the expanded
+/// ones alone, but none is fetched. Without a view it is a plain search field. Thread: GUI.
+class TARN_HOST_EXPORT CNewLocationViewWidget : public CNewSearchLine {
+  Q_OBJECT
+ public:
+  explicit CNewLocationViewWidget(QWidget* parent = nullptr);
+  ~CNewLocationViewWidget() override;
+
+  /// Null ends looking.
+  void SetView(QAbstractItemView* view);
+  QAbstractItemView* View() const;
+  QString FilterText() const;
+  void ClearFilterText();
+
+  /// Looks for the text at once.
+  void Locate();
+  void StepToHit(int by);
+  bool IsLocating() const;
+  int HitCount() const;
+  /// The text that `view` marks in its rows; empty for none. For delegates.
+  static QString LocatedText(const QWidget* view);
+
+ Q_SIGNALS:
+  /// Looking has ended with so many hits.
+  void SignalLocated(int hits);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  class Private;
+  std::unique_ptr<Private> d_;
+};
+
+}  // namespace WidgetKit

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+#include "host_export.h"
+
+namespace TarnHost {
+
+/// A modal question as it would be shown.
+struct ModalQuestion {
+  QString title, text;
+  int buttons = 0;  // bit mask: 1 OK, 2 cancel
+};
+
+/// From now on modal tips and dialogs are not shown but answered by `answer`, which gives the result of the box; an
+/// empty function shows them again. For tests and for unattended runs. The function may change anything, as a user at
+/// another desk could while the box is open. Thread: GUI.
+TARN_HOST_EXPORT void SetModalAnswer(std::function<int(const ModalQuestion&)> answer);
+
+}  // namespace TarnHost

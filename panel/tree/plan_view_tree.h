@@ -1,0 +1,103 @@
+#pragma once
+
+#include <QList>
+#include <QPersistentModelIndex>
+#include <QVariant>
+#include <memory>
+
+#include "MarUIControl/item_data_role.h"
+#include "MarUIControl/tree_view.h"
+#include "TarnUIDataController/msg_type.h"
+#include "item_level.h"
+#include "tarn_plan_view_export.h"
+
+class QAction;
+class QSortFilterProxyModel;
+
+namespace tarn_ui_data_controller {
+class CPopupMenu;
+}
+
+namespace TarnPlanView {
+
+/// Tree of plan groups and plans: levels of rows, "more" button on hover, popup menu, drags to the live wall and within
+/// the tree. It only asks: what a command or a drop means is decided by whoever listens.
+///
+/// Keys: Return or Enter plays a plan row and expands a group row, F2 edits, Delete deletes, Menu and Shift+F10 open the
+/// menu at the current row. Thread: GUI.
+class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
+  Q_OBJECT
+ public:
+  explicit CPlanViewTree(QWidget* parent);
+  ~CPlanViewTree() override;
+
+  /// Not owned. What was expanded by the user expands again, by its code, when its row comes in anew.
+  void SetFilterSortModel(QSortFilterProxyModel* model);
+  /// Puts the hover buttons on the rows (the host's own spelling).
+  void SetShowRightHoverDelgete();
+
+  EItemLevel GetItemLevel(const QModelIndex& index) const;
+  /// Whether both rows belong to the same kind of group. A row without a level counts with family 0.
+  bool IsGroupPropertySame(const QModelIndex& a, const QModelIndex& b) const;
+
+  void SetMenuItemVisible(tarn_ui_data_controller::MsgType type, bool visible);
+  /// `reason` becomes the tool tip of a disabled entry.
+  void SetMenuItemEnabled(tarn_ui_data_controller::MsgType type, bool enabled, const QString& reason);
+  /// The host's own actions below the tree's commands; not owned.
+  void SetViewMoreActions(QList<QAction*>& actions);
+  tarn_ui_data_controller::CPopupMenu* GetViewMoreMenu() const;
+
+  /// Without it a drop inside the tree is refused with a message.
+  void SetMovePermission(bool permitted);
+  bool IsMovePermitted() const;
+
+  /// Rows with this code (role 666) expand when they come in; for the roots that a panel shows open.
+  void ExpandWhenLoaded(const QString& group_code);
+
+ Q_SIGNALS:
+  void SignalCurrentIndexChanged(const QModelIndex& current, const QModelIndex& previous);
+  /// A command of the menu or of a key; `data` is the row's code as QString. The row is the current one.
+  void SignalMenuClicked(tarn_ui_data_controller::MsgType type, QVariant data);
+  void SignalMessageTipNeeded(const QString& text, int state);
+  /// Own rows were dropped: where the drag began, where it ended, and the row it ended on (all in the viewport).
+  void SignalMoveRow(const QPoint& start, const QPoint& end, const QRect& targetRect);
+  /// The mouse has come to another row, or to another part of it; an invalid index when it has left the rows.
+  void SignalPlanViewMouseMove(const QModelIndex& index, MarUIControl::CItemDataRole role);
+  void SignalHideThumbnail(QPoint position);
+  /// The user wants this plan row to play: double click, Return or Enter.
+  void SignalPlayRequested(const QModelIndex& index);
+  /// The menu is about to open for this row, which is current: time to enable and disable its entries.
+  void SignalMenuAboutToShow(const QModelIndex& index);
+
+ public Q_SLOTS:
+  /// The children of a row are there, or could not be had. An index of the own proxy is used, one of its source is
+  /// mapped, any other is ignored.
+  void OnFinishAnsyFilterExpandedTree(const QModelIndex& index, bool expand);
+  void OnFinishAnsySourceExpandedTree(const QModelIndex& index, bool expand);
+  void OnRightMoreBtnClicked(const QModelIndex& index, const QPoint& global_position);
+
+ protected:
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  bool viewportEvent(QEvent* event) override;
+  void startDrag(Qt::DropActions supported_actions) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  bool event(QEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
+
+ private:
+  void initMenu();
+  void InitLine();
+  void InitRect();
+
+  class Private;
+  std::unique_ptr<Private> d_;
+};
+
+}  // namespace TarnPlanView

@@ -1,0 +1,127 @@
+#pragma once
+
+#include <QList>
+#include <QModelIndex>
+#include <QVariant>
+#include <QWidget>
+#include <list>
+#include <memory>
+#include <string>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+#include "ResourceTreeKit/logic_node_param.h"
+#include "TarnUIDataController/msg_type.h"
+#include "tarn_plan_view_export.h"
+
+class QAction;
+
+namespace tarn_ui_data_controller {
+class CPopupMenu;
+}
+
+namespace TarnPlanView {
+
+class CPlanViewTree;
+class CStandardPlanModel;
+class CStandardViewController;
+
+/// The plan panel: bar, tree, search and wait page of one family of plans.
+///
+/// It owns neither the model nor the controller; both must be set before any button works, and both may die before it.
+/// Keys: Ctrl+F search, Ctrl+N new plan, Ctrl+Shift+N new group, Esc leaves the search; the tree's keys as there.
+/// Thread: GUI.
+class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
+  Q_OBJECT
+ public:
+  explicit CViewExternWidget(QWidget* parent);
+  ~CViewExternWidget() override;
+
+  void SetModel(CStandardPlanModel* model);
+  CStandardPlanModel* GetPlanModel() const;
+  /// Drops an earlier controller and listens to this one.
+  void SetStandardViewControl(CStandardViewController* controller);
+
+  /// This plan plays: it is marked in the trees of the model's monitor and becomes current here. An empty code takes the
+  /// mark away and leaves the current row.
+  void SetCurPlayItemByIndexCode(const QString& index_code);
+  /// Makes the plan's row current, with its parent expanded; nothing for a plan that is not loaded.
+  void SetCurPlanByIndexCode(const QString& index_code);
+  CPlanViewTree* GetPlanViewTree() const;
+
+  /// Answered by the controller's SignalPlayPlanView(). With a monitor set, SignalPlayPlanToMonitor() goes out first.
+  void PlayPlanByIndex(const QModelIndex& index);
+  void PlayPlanByString(const QString& index_code, const bool& automatic);
+  void PlayPlanFromHistory(const std::string& index_code);
+  void EditPlanByIndex(const QModelIndex& index);
+  void DelPlanByIndex(const QModelIndex& index);
+
+  /// Fills name, times, family and target group from the save-as dialog.
+  void GetSaveAsPlanInfo(view_plugin_protocol::AddPlanRequest& request);
+  /// Fills name, group and family from the row of the plan that the request names; the rest stays.
+  void GetSaveAsPlanInfo(view_plugin_protocol::UpdatePlanRequest& request);
+  /// Code (role 661) of the current row; empty for none.
+  QString GetCurrentSelectedViewID() const;
+  void GetCurrentSelectedViewInfo(view_plugin_protocol::TarnPlanViewInfo& info) const;
+
+  /// The host's own entries of the row menu; not owned.
+  void SetViewMoreActions(QList<QAction*>& actions);
+  tarn_ui_data_controller::CPopupMenu* GetViewMoreMenu() const;
+  QWidget* GetLocateViewWidget() const;
+  /// Which cameras the plan editor offers.
+  void SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& param);
+  /// Names the monitor that plans of this panel play on.
+  void SetMonitorId(QString monitor_id);
+  /// The widget that shows them; the plan editor slides out over it. Not owned.
+  void SetMonitorPointer(QWidget* monitor);
+  QString GetTabName() const;
+
+  /// Another user has logged in: rights are read anew and the panel waits for the next load.
+  void SwitchUserUpdate();
+  /// Ends pending work: nothing of the panel answers any more and its pop-ups are closed. Before the plug-in goes.
+  void StopWorking();
+
+ Q_SIGNALS:
+  /// A map of "monitor_id" and "plan_code".
+  void SignalPlayPlanToMonitor(QVariant plan);
+  /// The playing plan is about to be deleted.
+  void SignalStopPlan();
+  void SignalPlanStateChanged();
+  /// The save-as dialog was confirmed: time to fill a request and to send it.
+  void SignalSavePlanAs();
+  void SignalMessageTipNeeded(const QString& text, int state);
+  /// The plans of this group shall play one after the other, each for so many seconds.
+  void SignalPlanGroupCycle(const QString& group_index_code, int seconds_per_plan);
+  void signalSucceedToGetCreationInfo(const QString& creator, const QString& creation_time);
+  void signalGetSearchedResult(const std::list<view_plugin_protocol::SearchedPlan>& plans);
+
+ public Q_SLOTS:
+  void OnFuzzySearchPlan();
+  void OnPlayPlanByString(const QString& index_code, int window);
+  /// Opens the save-as dialog at a point of the screen.
+  void OnPopupSavePlanAsDlg(const QPoint& position);
+
+ private Q_SLOTS:
+  void onAddGroupBtnClicked();
+  void onAddPlanBtnClicked();
+  void onEditBtnClicked();
+  void onDeleteBtnClicked();
+  void OnSearchBtnClicked();
+  void onEditPlanViewGroupName(const QString& name);
+  void onAddPlanViewGroupName(const QString& name);
+  void onStartPlayView(const QModelIndex& index);
+  void onStartPlayViewByString(const QString& index_code, const bool& automatic);
+  void onStartPlayViewByString(const QString& index_code, int window);
+  void onCurrentIndexChanged(const QModelIndex& current, const QModelIndex& previous);
+  void OnMenuClicked(tarn_ui_data_controller::MsgType type, QVariant data);
+  void OnMoveRow(const QPoint& start, const QPoint& end, const QRect& targetRect);
+  void onSucceedToGetCreationInfo(const QString& creator, const QString& creation_time);
+  void onGetSearchedResult(const std::list<view_plugin_protocol::SearchedPlan>& plans);
+  void onDoubleClicked(const QString& index_code);
+  void OnDownloadResouceFinished();
+
+ private:
+  class Private;
+  std::unique_ptr<Private> d_;
+};
+
+}  // namespace TarnPlanView
