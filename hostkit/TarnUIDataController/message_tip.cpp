@@ -5,23 +5,39 @@
 #include <QLabel>
 #include <QVariant>
 
+#include "TarnUIDataController/tip_kind.h"
+
 namespace tarn_ui_data_controller {
 
 namespace {
 
-constexpr int kTopDistance = 48;
 constexpr int kSideDistance = 12;
 constexpr int kWidestText = 520;
 
+// Told apart by the mark and the edge, too, not by the colour alone.
+QString MarkFor(int kind) {
+  switch (kind) {
+    case kSuccessTip:
+      return QStringLiteral("\u2713");
+    case kWarningTip:
+      return QStringLiteral("!");
+    case kHintTip:
+      return QStringLiteral("i");
+    default:
+      return QStringLiteral("\u2715");
+  }
+}
+
 }  // namespace
 
-MessageTip::MessageTip(const QString& text, int state, QWidget* window) : QFrame(window) {
+MessageTip::MessageTip(const QString& text, int kind, int distance, QWidget* window)
+    : QFrame(window), distance_(distance) {
   setObjectName(QStringLiteral("message_tip"));
-  setProperty("failure", state != 0);
+  setProperty("kind", kind);
   setAttribute(Qt::WA_TransparentForMouseEvents);
   setFocusPolicy(Qt::NoFocus);
   setAccessibleName(text);
-  auto* mark = new QLabel(state == 0 ? QStringLiteral("\u2713") : QStringLiteral("!"), this);
+  auto* mark = new QLabel(MarkFor(kind), this);
   mark->setObjectName(QStringLiteral("message_tip_mark"));
   mark->setAlignment(Qt::AlignCenter);
   mark->setFixedSize(22, 22);
@@ -60,7 +76,7 @@ void MessageTip::Place() {
   text_->setMinimumHeight(wrap ? text_->heightForWidth(widest) : 0);
   layout()->activate();
   adjustSize();
-  move((parentWidget()->width() - width()) / 2, kTopDistance);
+  move((parentWidget()->width() - width()) / 2, distance_);
   raise();
 }
 

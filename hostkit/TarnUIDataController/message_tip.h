@@ -11,8 +11,8 @@ namespace tarn_ui_data_controller {
 class MessageTip : public QFrame {
   Q_OBJECT
  public:
-  /// `state`: 0 success, anything else a failure.
-  MessageTip(const QString& text, int state, QWidget* window);
+  /// `distance`: pixels from the top of the window.
+  MessageTip(const QString& text, int kind, int distance, QWidget* window);
 
   QString Text() const;
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -21,6 +21,7 @@ class MessageTip : public QFrame {
   void Place();
 
   QLabel* text_ = nullptr;
+  const int distance_;
 };
 
 }  // namespace tarn_ui_data_controller

@@ -9,6 +9,7 @@
 
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/message_tip.h"
+#include "TarnUIDataController/tip_kind.h"
 #include "marlog/marlog.h"
 
 namespace tarn_ui_data_controller {
@@ -18,6 +19,8 @@ namespace {
 constexpr int kSuccessMs = 2000;
 constexpr int kFailureMs = 5000;
 constexpr int kMostWaiting = 32;
+constexpr int kTipDistance = 48;
+constexpr int kPlaceTop = 1;
 
 QWidget* WindowFor(QWidget* widget) {
   QWidget* window = MarUIControl::GetIndependentWindow(widget ? widget : QApplication::activeWindow());
@@ -35,7 +38,8 @@ class CMessageTipManager::Private {
  public:
   struct Waiting {
     QString text;
-    int state = 0;
+    int kind = kSuccessTip;
+    int distance = kTipDistance;
     QPointer<QWidget> window;
   };
 
@@ -59,12 +63,12 @@ void CMessageTipManager::Private::ShowNext() {
     if (!next.window) {
       continue;  // its window has gone, and with it the reader
     }
-    tip = new MessageTip(next.text, next.state, next.window);
+    tip = new MessageTip(next.text, next.kind, next.distance, next.window);
     tip->show();
-    end_of_tip.start(next.state == 0 ? kSuccessMs : kFailureMs);
+    end_of_tip.start(next.kind == kSuccessTip ? kSuccessMs : kFailureMs);
     QAccessibleEvent alert(tip, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
-    Q_EMIT q->SignalTipShown(next.text, next.state);
+    Q_EMIT q->SignalTipShown(next.text, next.kind);
   }
 }
 
@@ -80,15 +84,20 @@ CMessageTipManager::~CMessageTipManager() {
 }
 
 void CMessageTipManager::ShowTip(const QString& text, int state, QWidget* widget) {
-  QWidget* window = WindowFor(widget);
-  marlog::Write("LyraClientInfo", state == 0 ? marlog::Info : marlog::Warning, "Tip: %s", qUtf8Printable(text));
-  if (!window) {
+  ShowMessage(widget, text, state == 0 ? kSuccessTip : kFailureTip, kPlaceTop, kTipDistance);
+}
+
+void CMessageTipManager::ShowMessage(QWidget* window, const QString& text, int kind, int /*place*/, int distance) {
+  QWidget* over = WindowFor(window);
+  marlog::Write("LyraClientInfo", kind == kSuccessTip ? marlog::Info : marlog::Warning, "Tip: %s",
+                qUtf8Printable(text));
+  if (!over) {
     return;
   }
   if (d_->waiting.size() >= kMostWaiting) {
     d_->waiting.dequeue();
   }
-  d_->waiting.enqueue({text, state, window});
+  d_->waiting.enqueue({text, kind, qMax(0, distance), over});
   d_->ShowNext();
 }
 

@@ -1,0 +1,111 @@
+#include "TarnUIDataController/popup_menu.h"
+
+#include <QGuiApplication>
+#include <QPointer>
+#include <QScreen>
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace tarn_ui_data_controller {
+
+class CPopupMenu::Private {
+ public:
+  QAction* Item(MsgType type) const {
+    const auto found =
+        std::find_if(items.begin(), items.end(), [type](const auto& item) { return item.first == type; });
+    return found == items.end() ? nullptr : found->second.data();
+  }
+
+  std::vector<std::pair<MsgType, QPointer<QAction>>> items;
+  std::vector<QPointer<QAction>> more;
+  QAction* line_before_more = nullptr;  // the menu leaves it out where nothing stands above or below it
+  QVariant data;
+};
+
+namespace {
+
+QRect ScreenAround(const QPoint& point) {
+  const QScreen* screen = QGuiApplication::screenAt(point);
+  return (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+}
+
+QPoint Within(const QRect& area, const QPoint& point) {
+  return {qBound(area.left(), point.x(), area.right()), qBound(area.top(), point.y(), area.bottom())};
+}
+
+}  // namespace
+
+CPopupMenu::CPopupMenu(QWidget* parent) : QMenu(parent), d_(new Private) {
+  setToolTipsVisible(true);
+  d_->line_before_more = addSeparator();
+}
+
+CPopupMenu::~CPopupMenu() = default;
+
+QAction* CPopupMenu::AddMenuItem(MsgType type, const QString& text) {
+  if (QAction* there = MenuItem(type)) {
+    there->setText(text);
+    return there;
+  }
+  auto* item = new QAction(text, this);
+  connect(item, &QAction::triggered, this, [this, type] { Q_EMIT signalPopupMenuClicked(type, QVariant(d_->data)); });
+  insertAction(d_->line_before_more, item);
+  d_->items.emplace_back(type, item);
+  return item;
+}
+
+QAction* CPopupMenu::MenuItem(MsgType type) const {
+  return d_->Item(type);
+}
+
+void CPopupMenu::SetMenuItemVisible(MsgType type, bool visible) {
+  if (QAction* item = MenuItem(type)) {
+    item->setVisible(visible);
+  }
+}
+
+bool CPopupMenu::IsMenuItemVisible(MsgType type) const {
+  const QAction* item = MenuItem(type);
+  return item && item->isVisible();
+}
+
+void CPopupMenu::SetMenuItemEnabled(MsgType type, bool enabled, const QString& reason) {
+  if (QAction* item = MenuItem(type)) {
+    item->setEnabled(enabled);
+    item->setToolTip(enabled ? QString() : reason);
+  }
+}
+
+void CPopupMenu::SetMoreActions(const QList<QAction*>& actions) {
+  for (const auto& action : std::exchange(d_->more, {})) {
+    if (action) {
+      removeAction(action);
+    }
+  }
+  for (QAction* action : actions) {
+    if (action) {
+      addAction(action);
+      d_->more.emplace_back(action);
+    }
+  }
+}
+
+void CPopupMenu::SetMenuData(const QVariant& about) {
+  d_->data = about;
+}
+
+QVariant CPopupMenu::MenuData() const {
+  return d_->data;
+}
+
+void CPopupMenu::PopupAt(const QPoint& global_position) {
+  const QList<QAction*> all = actions();
+  const bool any =
+      std::any_of(all.begin(), all.end(), [](const QAction* one) { return one->isVisible() && !one->isSeparator(); });
+  if (any) {
+    popup(Within(ScreenAround(global_position), global_position));
+  }
+}
+
+}  // namespace tarn_ui_data_controller

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace tarn_ui_data_controller {
+
+/// Kinds of message tips, as callers number them.
+enum TipKind { kSuccessTip = 0, kFailureTip = 1, kWarningTip = 2, kHintTip = 3 };
+
+}  // namespace tarn_ui_data_controller

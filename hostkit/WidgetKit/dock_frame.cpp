@@ -1,0 +1,193 @@
+#include "WidgetKit/dock_frame.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QPainter>
+#include <QStyle>
+
+#include "TarnUIDataController/skin_loader.h"
+
+namespace WidgetKit {
+
+namespace {
+
+constexpr int kSlideMs = 180;
+constexpr int kShadow = 8;
+
+bool TakesFocus(const QWidget& widget) {
+  return widget.isEnabled() && widget.isVisible() && (widget.focusPolicy() & Qt::TabFocus);
+}
+
+QWidget* FirstFocus(QWidget* content) {
+  if (TakesFocus(*content)) {
+    return content;
+  }
+  for (QWidget* next = content->nextInFocusChain(); next != content; next = next->nextInFocusChain()) {
+    if (content->isAncestorOf(next) && TakesFocus(*next)) {
+      return next;
+    }
+  }
+  return content;
+}
+
+}  // namespace
+
+DockFrame::DockFrame(const CSlideOutData& what, QWidget* window)
+    : QWidget(window),
+      content_(what.GetVal_ptr_dock_widget()),
+      home_(content_->parentWidget()),
+      focus_before_(window->focusWidget()),
+      rule_(what.GetVal_ptr_dock_pos_rule()),
+      width_(what.GetVal_slide_width()),
+      had_home_(home_) {
+  setObjectName(QStringLiteral("dock_frame"));
+  slide_.setEasingCurve(QEasingCurve::OutCubic);
+  connect(&slide_, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
+    out_ = value.toReal();
+    PlaceAll();
+  });
+  connect(&slide_, &QVariantAnimation::finished, this, &DockFrame::EndOfSlide);
+  content_->setParent(this);
+  WatchContent();
+  WatchPlace();
+}
+
+DockFrame::~DockFrame() {
+  ReleaseContent();
+}
+
+DockFrame* DockFrame::Around(const QWidget* widget) {
+  return widget ? qobject_cast<DockFrame*>(widget->parentWidget()) : nullptr;
+}
+
+void DockFrame::WatchContent() {
+  content_->installEventFilter(this);
+  connect(content_, &QObject::destroyed, this, &DockFrame::Vanish);
+  if (home_) {
+    // Its owner ends while the content stands here: the content ends with it, as it would have there.
+    connect(home_, &QObject::destroyed, this, [this] { delete content_; });
+  }
+}
+
+void DockFrame::WatchPlace() {
+  window()->installEventFilter(this);
+  QWidget* beside = rule_ ? rule_->PosAttachTo() : nullptr;
+  for (; beside && !beside->isWindow(); beside = beside->parentWidget()) {
+    beside->installEventFilter(this);
+  }
+}
+
+void DockFrame::SlideOut() {
+  sliding_back_ = false;
+  PlaceAll();
+  content_->show();
+  show();
+  raise();
+  GiveFocus();
+  Slide(1);
+}
+
+void DockFrame::SlideBack() {
+  sliding_back_ = true;
+  Slide(0);
+}
+
+void DockFrame::Slide(qreal to) {
+  slide_.stop();
+  const bool animated = parentWidget()->isVisible() && style()->styleHint(QStyle::SH_Widget_Animation_Duration) > 0;
+  if (!animated) {
+    out_ = to;
+    PlaceAll();
+    EndOfSlide();
+    return;
+  }
+  slide_.setStartValue(out_);
+  slide_.setEndValue(to);
+  slide_.setDuration(kSlideMs);
+  slide_.start();
+}
+
+void DockFrame::EndOfSlide() {
+  if (sliding_back_) {
+    Vanish();
+  }
+}
+
+QRect DockFrame::FullPlace() const {
+  const int width = qMax(0, qMin(width_, parentWidget()->width()));
+  const QRect ruled = rule_ ? rule_->Place(width) : QRect();
+  return ruled.isEmpty() ? QRect(parentWidget()->width() - width, 0, width, parentWidget()->height()) : ruled;
+}
+
+// It grows out of the edge it clings to and carries the content along, so that it never covers what lies behind that
+// edge.
+void DockFrame::PlaceAll() {
+  const QRect full = FullPlace();
+  const bool from_left = rule_ && full.right() < parentWidget()->width() - 1;
+  const int shown = qRound(full.width() * out_);
+  if (from_left || rule_) {
+    setGeometry(full.left(), full.top(), shown + kShadow, full.height());
+    if (content_) {
+      content_->setGeometry(shown - full.width(), 0, full.width(), full.height());
+    }
+  } else {
+    setGeometry(full.right() + 1 - shown - kShadow, full.top(), shown + kShadow, full.height());
+    if (content_) {
+      content_->setGeometry(kShadow, 0, full.width(), full.height());
+    }
+  }
+  update();
+}
+
+void DockFrame::GiveFocus() {
+  FirstFocus(content_)->setFocus(Qt::OtherFocusReason);
+}
+
+void DockFrame::ReleaseContent() {
+  if (!content_) {
+    return;
+  }
+  QWidget* content = content_;
+  content_.clear();
+  content->removeEventFilter(this);
+  disconnect(content, nullptr, this, nullptr);
+  content->hide();
+  if (home_ || !had_home_) {
+    content->setParent(home_);
+  }
+}
+
+void DockFrame::Vanish() {
+  slide_.stop();
+  const bool had_focus = isAncestorOf(QApplication::focusWidget());
+  ReleaseContent();
+  hide();
+  if (had_focus && focus_before_) {
+    focus_before_->setFocus(Qt::OtherFocusReason);
+  }
+  deleteLater();
+}
+
+bool DockFrame::eventFilter(QObject* watched, QEvent* event) {
+  const QEvent::Type type = event->type();
+  if (watched == content_) {
+    if (type == QEvent::HideToParent) {
+      Vanish();  // the content has closed itself
+    }
+  } else if (type == QEvent::Resize || type == QEvent::Move || type == QEvent::Show || type == QEvent::Hide) {
+    PlaceAll();
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void DockFrame::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const bool at_left = !rule_;
+  const int x = at_left ? 0 : width() - kShadow;
+  QLinearGradient shade(at_left ? kShadow : x, 0, at_left ? 0 : width(), 0);
+  shade.setColorAt(0, QColor(0, 0, 0, 110));
+  shade.setColorAt(1, QColor(0, 0, 0, 0));
+  painter.fillRect(x, 0, kShadow, height(), shade);
+}
+
+}  // namespace WidgetKit

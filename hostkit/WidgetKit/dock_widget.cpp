@@ -1,0 +1,49 @@
+#include "WidgetKit/dock_widget.h"
+
+#include <QApplication>
+
+#include "MarUIControl/string_conversion.h"
+#include "WidgetKit/dock_frame.h"
+
+namespace WidgetKit {
+
+namespace {
+
+QWidget* WindowFor(const CSlideOutData& data) {
+  const auto rule = data.GetVal_ptr_dock_pos_rule();
+  QWidget* beside = rule ? rule->PosAttachTo() : nullptr;
+  QWidget* parent = data.GetVal_ptr_dock_widget()->parentWidget();
+  QWidget* window = MarUIControl::GetIndependentWindow(beside ? beside : parent);
+  return window ? window : QApplication::activeWindow();
+}
+
+}  // namespace
+
+void ShowDockWidget(const CSlideOutData& data) {
+  QWidget* widget = data.GetVal_ptr_dock_widget();
+  if (!widget || IsDockWidgetShown(widget)) {
+    return;
+  }
+  DockFrame* frame = DockFrame::Around(widget);
+  if (!frame) {
+    QWidget* window = WindowFor(data);
+    if (!window || window == widget) {
+      return;
+    }
+    frame = new DockFrame(data, window);
+  }
+  frame->SlideOut();
+}
+
+void HideDockWidget(QWidget* widget) {
+  if (IsDockWidgetShown(widget)) {
+    DockFrame::Around(widget)->SlideBack();
+  }
+}
+
+bool IsDockWidgetShown(const QWidget* widget) {
+  const DockFrame* frame = DockFrame::Around(widget);
+  return frame && !frame->IsSlidingBack();
+}
+
+}  // namespace WidgetKit

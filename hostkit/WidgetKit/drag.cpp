@@ -1,0 +1,69 @@
+#include "WidgetKit/drag.h"
+
+#include <QAbstractItemView>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QMimeData>
+#include <QPainter>
+#include <QPixmapCache>
+#include <QScreen>
+#include <QSvgRenderer>
+#include <QWindow>
+
+namespace WidgetKit {
+
+namespace {
+
+bool ComesFromItemView(const QObject* source) {
+  return source && (qobject_cast<const QAbstractItemView*>(source) ||
+                    qobject_cast<const QAbstractItemView*>(source->parent()));  // a view's viewport
+}
+
+qreal PixelRatio(const QObject* source) {
+  const auto* widget = qobject_cast<const QWidget*>(source);
+  return widget ? widget->devicePixelRatioF() : qGuiApp->devicePixelRatio();
+}
+
+QPixmap Drawn(const QString& path, qreal ratio) {
+  QSvgRenderer renderer(path);
+  if (!renderer.isValid()) {
+    return QPixmap(path);
+  }
+  QPixmap picture((QSizeF(renderer.defaultSize()) * ratio).toSize());
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  renderer.render(&painter);
+  painter.end();
+  picture.setDevicePixelRatio(ratio);
+  return picture;
+}
+
+// The same pixmap each time: the cursor is set anew, and flickers, for every other one.
+QPixmap CachedPicture(const QString& path, qreal ratio) {
+  const QString key = QStringLiteral("drag cursor %1 %2").arg(ratio).arg(path);
+  QPixmap picture;
+  if (!QPixmapCache::find(key, &picture)) {
+    picture = Drawn(path, ratio);
+    QPixmapCache::insert(key, picture);
+  }
+  return picture;
+}
+
+}  // namespace
+
+CDrag::CDrag(QObject* source) : QDrag(source) {}
+
+CDrag::~CDrag() = default;
+
+void CDrag::setMimeData(QMimeData* data) {
+  if (data && ComesFromItemView(source())) {
+    data->setProperty("_tree_drop_", true);
+  }
+  QDrag::setMimeData(data);
+}
+
+void CDrag::SetCursorPicture(const QString& path, Qt::DropAction action) {
+  setDragCursor(path.isEmpty() ? QPixmap() : CachedPicture(path, PixelRatio(source())), action);
+}
+
+}  // namespace WidgetKit
