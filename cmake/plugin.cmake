@@ -50,7 +50,7 @@ tarn_plugin_layer(NAME tarn_plan_tree DIR panel/tree USES tarn_plan_controller t
 tarn_plugin_layer(NAME tarn_plan_dialogs DIR dialogs
   USES tarn_plan_tree tarn_plan_controller tarn_plan_data tarn_plan_config
   EXPORTS save_plan_as_dlg.h)
-tarn_plugin_layer(NAME tarn_plan_panel DIR panel panel/popups panel/search
+tarn_plugin_layer(NAME tarn_plan_panel DIR panel panel/moves panel/pages panel/popups panel/preview panel/search
   USES tarn_plan_dialogs tarn_plan_tree tarn_plan_controller tarn_plan_data tarn_plan_config
   EXPORTS view_extern_widget.h view_save_menu.h view_save_actions.h)
 

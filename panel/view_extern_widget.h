@@ -41,8 +41,8 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   /// Drops an earlier controller and listens to this one.
   void SetStandardViewControl(CStandardViewController* controller);
 
-  /// This plan plays: it is marked in the trees of the model's monitor and becomes current here. An empty code takes the
-  /// mark away and leaves the current row.
+  /// This plan plays: it is marked in the trees of the model's monitor and becomes current here. An empty code takes
+  /// the mark away and leaves the current row.
   void SetCurPlayItemByIndexCode(const QString& index_code);
   /// Makes the plan's row current, with its parent expanded; nothing for a plan that is not loaded.
   void SetCurPlanByIndexCode(const QString& index_code);

@@ -1,0 +1,152 @@
+#include "plan_mover.h"
+
+#include "LyraPluginManager/view_business_interface_mgr.h"
+#include "MarUIControl/string_conversion.h"
+#include "async_call.h"
+#include "item_type.h"
+#include "plan_item_role.h"
+#include "plan_view_tree.h"
+#include "standard_view_controller.h"
+#include "view_config_manager.h"
+#include "view_public_def.h"
+
+namespace TarnPlanView {
+
+using MarUIControl::QStringToString;
+using MarUIControl::StringToQString;
+using namespace view_plugin_protocol;
+
+namespace {
+
+bool IsPlanLevel(EItemLevel level) {
+  return level == PublicPlanLevel || level == OwnPlanLevel;
+}
+
+struct FetchedPlan {
+  bool ok = false;
+  GetPlanDetailResponse plan;
+};
+
+UpdatePlanRequest RequestFor(const GetPlanDetailResponse& plan) {
+  UpdatePlanRequest request;
+  request.plan_index_code = plan.index_code;
+  request.plan_name = plan.name;
+  request.auto_play = plan.auto_run;
+  request.begin_time = plan.start_time;
+  request.end_time = plan.end_time;
+  request.pages = plan.pages;
+  request.thumbnail = plan.thumbnail;
+  request.revision = plan.revision;
+  return request;
+}
+
+}  // namespace
+
+CPlanMover::CPlanMover(CPlanViewTree* tree, QObject* parent) : QObject(parent), tree_(tree) {
+  connect(tree_, &CPlanViewTree::SignalMoveRow, this, &CPlanMover::OnMoveRow);
+}
+
+void CPlanMover::SetController(CStandardViewController* controller) {
+  if (controller_) {
+    disconnect(controller_, nullptr, this, nullptr);
+  }
+  Stop();
+  controller_ = controller;
+  if (controller_) {
+    connect(controller_, &CStandardViewController::SignalUpdatePlanSucc, this, &CPlanMover::OnUpdated);
+    connect(controller_, &CStandardViewController::signalShowMessage, this, &CPlanMover::OnMessage);
+  }
+}
+
+void CPlanMover::Stop() {
+  ++generation_;
+  moving_.clear();
+}
+
+void CPlanMover::OnMoveRow(const QPoint& start, const QPoint& end, const QRect& targetRect) {
+  Q_UNUSED(targetRect)
+  const QModelIndex source = tree_->indexAt(start);
+  const QModelIndex target = tree_->indexAt(end);
+  if (!controller_ || source == target || !IsPlanLevel(tree_->GetItemLevel(source))) {
+    return;
+  }
+  const QModelIndex group = GroupAt(source, target);
+  if (!group.isValid()) {
+    return;
+  }
+  if (group == source.parent()) {
+    Q_EMIT SignalMessageTipNeeded(tr("ViewSortFailedadOMakQWZCpToC"), 0);
+  } else if (!MayHold(group)) {
+    Q_EMIT SignalMessageTipNeeded(tr("TheMoveViewOperationrvQbjaeS"), 0);
+  } else {
+    // The family of a row of either root is that of its children, whatever its own code says.
+    const Destination destination{QStringToString(group.data(GroupIndexCodeRole).toString()),
+                                  QStringToString(group.data().toString()), CViewPublicDef::GetIndexType(group)};
+    Move(source.data(PlanIndexCodeRole).toString(), destination);
+  }
+}
+
+// The group a drop on `target` means: the row itself, or that of the plan the drop was made beside.
+QModelIndex CPlanMover::GroupAt(const QModelIndex& source, const QModelIndex& target) const {
+  const EItemLevel from = tree_->GetItemLevel(source);
+  const EItemLevel onto = tree_->GetItemLevel(target);
+  if (onto == from) {
+    return target.parent();
+  }
+  const bool own_group =
+      (from == PublicPlanLevel && onto == PublicGroupLevel) || (from == OwnPlanLevel && onto == OwnGroupLevel);
+  return own_group ? target : QModelIndex();
+}
+
+bool CPlanMover::MayHold(const QModelIndex& group) const {
+  const int type = group.data(ItemTypeRole).toInt();
+  const bool root = type == PublicRootItem || type == OwnRootItem;
+  return !root || CViewConfigManager::Instance().CreatePlanUnderRootNode();
+}
+
+void CPlanMover::Move(const QString& plan_code, const Destination& destination) {
+  if (plan_code.isEmpty() || moving_.contains(plan_code)) {
+    return;
+  }
+  moving_.insert(plan_code);
+  GetPlanDetailRequest request;
+  request.plan_index_code = QStringToString(plan_code);
+  const auto fetch = [request] {
+    FetchedPlan fetched;
+    fetched.ok = LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, fetched.plan);
+    return fetched;
+  };
+  CallAsync(this, fetch, [this, plan_code, destination, generation = generation_](const FetchedPlan& fetched) {
+    if (generation != generation_) {
+      return;
+    }
+    if (!fetched.ok) {
+      moving_.remove(plan_code);
+      Q_EMIT SignalMessageTipNeeded(StringToQString(fetched.plan.error_info), 1);
+    } else if (controller_) {
+      Save(fetched.plan, destination);
+    }
+  });
+}
+
+void CPlanMover::Save(const GetPlanDetailResponse& plan, const Destination& destination) {
+  UpdatePlanRequest request = RequestFor(plan);
+  request.index_type = destination.type;
+  request.parent_index_code = destination.code;
+  request.parent_name = destination.name;
+  controller_->UpdatePlanParam(request, StringToQString(plan.name));
+}
+
+void CPlanMover::OnUpdated(const UpdatePlanRequest& request) {
+  const QString code = StringToQString(request.plan_index_code);
+  if (moving_.remove(code)) {
+    Q_EMIT SignalMoved(code);
+  }
+}
+
+// A refused move can't be told from other refusals; none is held back for longer than until the next message.
+void CPlanMover::OnMessage() {
+  moving_.clear();
+}
+
+}  // namespace TarnPlanView

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QSet>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+
+class QModelIndex;
+class QPoint;
+class QRect;
+
+namespace TarnPlanView {
+
+class CPlanViewTree;
+class CStandardViewController;
+
+/// Moves a plan to the group that it was dropped on in the tree: the plan is fetched whole and saved under its new
+/// group, so nothing of it is lost. What can't be done is said in one message. Thread: GUI.
+class CPlanMover : public QObject {
+  Q_OBJECT
+ public:
+  CPlanMover(CPlanViewTree* tree, QObject* parent);
+
+  /// Not owned; may die before the mover.
+  void SetController(CStandardViewController* controller);
+  /// Answers that are still under way are dropped.
+  void Stop();
+
+ Q_SIGNALS:
+  void SignalMessageTipNeeded(const QString& text, int state);
+  /// The plan stands in its new group.
+  void SignalMoved(const QString& plan_code);
+
+ public Q_SLOTS:
+  void OnMoveRow(const QPoint& start, const QPoint& end, const QRect& targetRect);
+
+ private:
+  struct Destination {
+    std::string code, name;
+    int32_t type = 0;
+  };
+
+  QModelIndex GroupAt(const QModelIndex& source, const QModelIndex& target) const;
+  bool MayHold(const QModelIndex& group) const;
+  void Move(const QString& plan_code, const Destination& destination);
+  void Save(const view_plugin_protocol::GetPlanDetailResponse& plan, const Destination& destination);
+  void OnUpdated(const view_plugin_protocol::UpdatePlanRequest& request);
+  void OnMessage();
+
+  CPlanViewTree* const tree_;
+  QPointer<CStandardViewController> controller_;
+  QSet<QString> moving_;
+  int generation_ = 0;
+};
+
+}  // namespace TarnPlanView

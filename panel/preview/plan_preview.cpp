@@ -1,0 +1,206 @@
+#include "plan_preview.h"
+
+#include <QLabel>
+#include <QModelIndex>
+#include <QPainter>
+#include <QVBoxLayout>
+#include <cmath>
+
+#include "LyraPluginManager/view_business_interface_mgr.h"
+#include "MarUIControl/string_conversion.h"
+#include "TarnUIDataController/skin_loader.h"
+#include "async_call.h"
+#include "plan_item_role.h"
+#include "plan_view_tree.h"
+#include "view_public_def.h"
+
+namespace TarnPlanView {
+
+using namespace view_plugin_protocol;
+
+namespace {
+
+constexpr int kRestMs = 500;
+constexpr int kPicturesKept = 64;
+constexpr int kDistance = 8;
+constexpr QSize kPictureSize(240, 135);
+constexpr int kPlanRow = 1;
+
+struct FetchedPlan {
+  bool ok = false;
+  GetPlanDetailResponse plan;
+};
+
+QColor SkinColor(const char* name) {
+  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
+}
+
+int GridSide(int split_type) {
+  switch (split_type) {
+    case 2:
+      return 2;
+    case 4:
+      return 3;
+    case 8:
+      return 4;
+    default:
+      return 1;
+  }
+}
+
+QString CameraIn(const PlanPage& page, int window) {
+  for (const PlanWindow& one : page.windows) {
+    if (one.window_no == window) {
+      return MarUIControl::StringToQString(one.resource_name);
+    }
+  }
+  return QString();
+}
+
+void DrawPage(QPainter& painter, const PlanPage& page) {
+  const int side = GridSide(page.split_type);
+  QFont font = painter.font();
+  font.setPixelSize(side > 2 ? 9 : 11);
+  painter.setFont(font);
+  for (int window = 0; window < side * side; ++window) {
+    const int left = window % side * kPictureSize.width() / side;
+    const int top = window / side * kPictureSize.height() / side;
+    const QRect cell(left, top, kPictureSize.width() / side - 1, kPictureSize.height() / side - 1);
+    const QString camera = CameraIn(page, window);
+    painter.fillRect(cell, SkinColor(camera.isEmpty() ? "wall_empty" : "wall_bar"));
+    painter.setPen(SkinColor("wall_text"));
+    const QRect text = cell.adjusted(3, 2, -3, -2);
+    painter.drawText(text, Qt::AlignCenter, painter.fontMetrics().elidedText(camera, Qt::ElideRight, text.width()));
+  }
+}
+
+}  // namespace
+
+CPlanPreview::CPlanPreview(CPlanViewTree* tree)
+    : QFrame(tree), tree_(tree), picture_(new QLabel(this)), name_(new QLabel(this)), seen_(kPicturesKept) {
+  setObjectName(QStringLiteral("plan_preview"));
+  setAttribute(Qt::WA_TransparentForMouseEvents);
+  setFocusPolicy(Qt::NoFocus);
+  name_->setObjectName(QStringLiteral("plan_preview_name"));
+  name_->setTextFormat(Qt::PlainText);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(6, 6, 6, 6);
+  layout->setSpacing(4);
+  layout->addWidget(picture_);
+  layout->addWidget(name_);
+  rest_.setSingleShot(true);
+  rest_.setInterval(kRestMs);
+  connect(&rest_, &QTimer::timeout, this, &CPlanPreview::Fetch);
+  connect(tree, &CPlanViewTree::SignalPlanViewMouseMove, this, &CPlanPreview::OnMouseMove);
+  connect(tree, &CPlanViewTree::SignalHideThumbnail, this, &CPlanPreview::Dismiss);
+  hide();
+}
+
+void CPlanPreview::Forget() {
+  seen_.clear();
+}
+
+void CPlanPreview::Dismiss() {
+  ++generation_;
+  rest_.stop();
+  code_.clear();
+  hide();
+}
+
+void CPlanPreview::OnMouseMove(const QModelIndex& index) {
+  const QString code =
+      CViewPublicDef::GetIndexItemType(index) == kPlanRow ? index.data(PlanIndexCodeRole).toString() : QString();
+  if (!code.isEmpty() && code == code_) {
+    return;
+  }
+  Dismiss();
+  if (code.isEmpty()) {
+    return;
+  }
+  code_ = code;
+  title_ = index.data().toString();
+  row_ = tree_->visualRect(index);
+  rest_.start();
+}
+
+void CPlanPreview::Fetch() {
+  if (const QPixmap* known = seen_.object(code_)) {
+    Show(*known);
+    return;
+  }
+  GetPlanDetailRequest request;
+  request.plan_index_code = MarUIControl::QStringToString(code_);
+  const auto fetch = [request] {
+    FetchedPlan fetched;
+    fetched.ok = LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, fetched.plan);
+    return fetched;
+  };
+  // A failure is not worth a message: nobody asked for the picture.
+  CallAsync(this, fetch, [this, code = code_, generation = generation_](const FetchedPlan& fetched) {
+    if (fetched.ok && generation == generation_) {
+      OnDetail(code, fetched.plan);
+    }
+  });
+}
+
+void CPlanPreview::OnDetail(const QString& code, const GetPlanDetailResponse& plan) {
+  const QPixmap picture = PictureOf(plan);
+  if (picture.isNull()) {
+    return;
+  }
+  seen_.insert(code, new QPixmap(picture));
+  Show(picture);
+}
+
+QPixmap CPlanPreview::PictureOf(const GetPlanDetailResponse& plan) const {
+  const qreal ratio = devicePixelRatioF();
+  const QSize pixels(static_cast<int>(std::ceil(kPictureSize.width() * ratio)),
+                     static_cast<int>(std::ceil(kPictureSize.height() * ratio)));
+  QPixmap picture;
+  if (picture.loadFromData(reinterpret_cast<const uchar*>(plan.thumbnail.data()),
+                           static_cast<uint>(plan.thumbnail.size()))) {
+    picture = picture.scaled(pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    picture.setDevicePixelRatio(ratio);
+    return picture;
+  }
+  if (plan.pages.empty()) {
+    return QPixmap();
+  }
+  picture = QPixmap(pixels);
+  picture.setDevicePixelRatio(ratio);
+  picture.fill(SkinColor("wall"));
+  QPainter painter(&picture);
+  DrawPage(painter, plan.pages.front());
+  return picture;
+}
+
+void CPlanPreview::Show(const QPixmap& picture) {
+  QWidget* window = tree_ ? tree_->window() : nullptr;
+  if (!window || !tree_->isVisible()) {
+    return;
+  }
+  if (parentWidget() != window) {
+    setParent(window);
+  }
+  picture_->setPixmap(picture);
+  picture_->setAlignment(Qt::AlignCenter);
+  picture_->setFixedSize(kPictureSize);
+  name_->setText(name_->fontMetrics().elidedText(title_, Qt::ElideRight, kPictureSize.width()));
+  ensurePolished();
+  adjustSize();
+  Place();
+  raise();
+  show();
+}
+
+// Beside the tree where there is room, else over its far end; never beyond the window.
+void CPlanPreview::Place() {
+  const QWidget* window = parentWidget();
+  const QPoint row = tree_->viewport()->mapTo(window, row_.topLeft());
+  const int beside = tree_->mapTo(window, QPoint(tree_->width(), 0)).x() + kDistance;
+  const int left = qMax(0, qMin(beside, window->width() - width() - kDistance));
+  const int top = qMax(0, qMin(row.y(), window->height() - height() - kDistance));
+  move(left, top);
+}
+
+}  // namespace TarnPlanView

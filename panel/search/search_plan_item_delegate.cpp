@@ -1,0 +1,110 @@
+#include "search_plan_item_delegate.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QTextLayout>
+#include <QToolTip>
+
+#include "TarnUIDataController/skin_loader.h"
+#include "plan_item_role.h"
+#include "search_plan_list_view.h"
+
+namespace TarnPlanView {
+
+namespace {
+
+constexpr int kIconSize = 20;
+constexpr int kMargin = 10;
+constexpr int kGap = 8;
+constexpr int kPadding = 7;
+
+QColor SkinColor(const char* name) {
+  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
+}
+
+// Every place of the searched text, underlined and bold: seen without colours too.
+QVector<QTextLayout::FormatRange> MarksIn(const QString& name, const QString& searched, const QColor& color) {
+  QVector<QTextLayout::FormatRange> marks;
+  if (searched.isEmpty()) {
+    return marks;
+  }
+  QTextCharFormat format;
+  format.setForeground(color);
+  format.setFontWeight(QFont::Bold);
+  format.setFontUnderline(true);
+  for (int at = name.indexOf(searched, 0, Qt::CaseInsensitive); at >= 0;
+       at = name.indexOf(searched, at + searched.size(), Qt::CaseInsensitive)) {
+    marks.append({at, searched.size(), format});
+  }
+  return marks;
+}
+
+void DrawLine(QPainter* painter, const QRect& rect, const QString& text, const QFont& font, const QColor& color,
+              const QVector<QTextLayout::FormatRange>& marks) {
+  QTextLayout layout(text, font);
+  QTextOption option(Qt::AlignLeft);
+  option.setWrapMode(QTextOption::NoWrap);
+  layout.setTextOption(option);
+  layout.setFormats(marks);
+  layout.beginLayout();
+  layout.createLine().setLineWidth(1 << 20);
+  layout.endLayout();
+  painter->setPen(color);
+  layout.draw(painter, rect.topLeft());
+}
+
+QRect TextRect(const QStyleOptionViewItem& option) {
+  return option.rect.adjusted(kMargin + kIconSize + kGap, kPadding, -kMargin, -kPadding);
+}
+
+}  // namespace
+
+void CSearchPlanItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                                    const QModelIndex& index) const {
+  QStyleOptionViewItem row = option;
+  initStyleOption(&row, index);
+  const QIcon icon = row.icon;
+  row.text.clear();
+  row.icon = QIcon();
+  QStyle* style = row.widget ? row.widget->style() : QApplication::style();
+  style->drawControl(QStyle::CE_ItemViewItem, &row, painter, row.widget);
+
+  const bool selected = row.state & QStyle::State_Selected;
+  const QRect text = TextRect(option);
+  const QRect icon_rect(option.rect.left() + kMargin, option.rect.center().y() - kIconSize / 2, kIconSize, kIconSize);
+  icon.paint(painter, icon_rect, Qt::AlignCenter, selected ? QIcon::Selected : QIcon::Normal);
+
+  const QColor main = SkinColor(selected ? "selection_text" : "text");
+  const QColor muted = SkinColor(selected ? "selection_text" : "text_muted");
+  const QColor mark = SkinColor(selected ? "selection_text" : "accent_on_surface");
+  const QFontMetrics metrics(option.font);
+  const QString name = metrics.elidedText(index.data().toString(), Qt::ElideRight, text.width());
+  const QString path = metrics.elidedText(index.data(kSearchPathRole).toString(), Qt::ElideMiddle, text.width());
+  painter->save();
+  painter->setClipRect(text);
+  DrawLine(painter, text, name, option.font, main, MarksIn(name, index.data(SearchTextRole).toString(), mark));
+  const QRect below(text.left(), text.top() + metrics.height() + 2, text.width(), metrics.height());
+  DrawLine(painter, below, path, option.font, muted, {});
+  painter->restore();
+}
+
+QSize CSearchPlanItemDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  Q_UNUSED(index)
+  return QSize(120, 2 * QFontMetrics(option.font).height() + 2 + 2 * kPadding);
+}
+
+bool CSearchPlanItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                                        const QModelIndex& index) {
+  if (event->type() != QEvent::ToolTip || !index.isValid()) {
+    return QStyledItemDelegate::helpEvent(event, view, option, index);
+  }
+  const QString path = index.data(kSearchPathRole).toString();
+  const QString name = index.data().toString();
+  const QString whole = path.isEmpty() ? name : path + QStringLiteral(" / ") + name;
+  QToolTip::showText(event->globalPos(), whole.toHtmlEscaped(), view);
+  return true;
+}
+
+}  // namespace TarnPlanView

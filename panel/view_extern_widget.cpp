@@ -1,0 +1,239 @@
+#include "view_extern_widget.h"
+
+#include <QHash>
+
+#include "MarUIControl/string_conversion.h"
+#include "TarnUIDataController/popup_menu.h"
+#include "plan_item_role.h"
+#include "view_extern_widget_p.h"
+#include "view_model_data_manager.h"
+#include "view_public_def.h"
+
+namespace TarnPlanView {
+
+using MarUIControl::QStringToString;
+using MarUIControl::StringToQString;
+
+CViewExternWidget::CViewExternWidget(QWidget* parent) : QWidget(parent), d_(new Private(this)) {
+  d_->initUi();
+  d_->connectSignalAndSlot();
+}
+
+CViewExternWidget::~CViewExternWidget() {
+  StopWorking();
+  // It belongs to the window once it was shown.
+  delete d_->preview;
+}
+
+void CViewExternWidget::SetModel(CStandardPlanModel* model) {
+  if (!model || model == d_->model) {
+    return;
+  }
+  d_->model = model;
+  const QPointer<CViewSortFilterProxyModel> old = d_->proxy;
+  d_->proxy = new CViewSortFilterProxyModel(this, false);
+  d_->proxy->setSourceModel(model);
+  d_->ui.plan_view_tree->SetFilterSortModel(d_->proxy);
+  d_->ui.plan_view_tree->SetShowRightHoverDelgete();
+  delete old;
+  d_->ui.plan_view_tree->setAccessibleName(GetTabName());
+  const auto renew = [this] { d_->renewEmptyState(); };
+  connect(d_->proxy, &QAbstractItemModel::rowsInserted, this, renew);
+  connect(d_->proxy, &QAbstractItemModel::rowsRemoved, this, renew);
+  connect(d_->proxy, &QAbstractItemModel::dataChanged, this, renew);
+  connect(d_->proxy, &QAbstractItemModel::modelReset, this, renew);
+  connect(model, &CStandardPlanModel::SignalFinshAsynchronous, d_->ui.plan_view_tree,
+          &CPlanViewTree::OnFinishAnsySourceExpandedTree);
+  for (const char* root : {kPublicRootCode, kOwnRootCode, kReceivedRootCode}) {
+    d_->ui.plan_view_tree->ExpandWhenLoaded(QString::fromLatin1(root));
+  }
+}
+
+CStandardPlanModel* CViewExternWidget::GetPlanModel() const {
+  return d_->model;
+}
+
+void CViewExternWidget::SetStandardViewControl(CStandardViewController* controller) {
+  CPlanViewTree* tree = d_->ui.plan_view_tree;
+  if (d_->controller) {
+    disconnect(d_->controller, nullptr, this, nullptr);
+    disconnect(d_->controller, nullptr, tree, nullptr);
+    disconnect(tree, nullptr, d_->controller, nullptr);
+  }
+  d_->controller = controller;
+  d_->deleting.clear();
+  d_->mover->SetController(controller);
+  if (!controller) {
+    return;
+  }
+  using Controller = CStandardViewController;
+  connect(controller, &Controller::signalShowMessage, this, [this](const QString& text, int state) {
+    if (state == MarUIControl::CNomalMessage::Failure) {
+      d_->deleting.clear();
+    }
+    Q_EMIT SignalMessageTipNeeded(text, state);
+  });
+  const auto deleted = [this] { d_->deleting.clear(); };
+  connect(controller, &Controller::SignalDeletePlanSucc, this, deleted);
+  connect(controller, &Controller::SignalDeletePlanGroupSucc, this, deleted);
+  connect(tree, &CPlanViewTree::AsynchronousExpand, controller, &Controller::OnExpandViewTreeItem);
+  connect(controller, &Controller::SignalFinishAnsyGetSubItem, tree, &CPlanViewTree::OnFinishAnsyFilterExpandedTree);
+}
+
+void CViewExternWidget::SetCurPlayItemByIndexCode(const QString& index_code) {
+  auto& manager = CViewModelDataManager::Instance();
+  if (d_->model) {
+    const QString before = d_->model->GetPlayingIndexCode();
+    d_->model->SetPlayingIndexCode(index_code);
+    if (index_code.isEmpty()) {
+      manager.SetPlanPlayStateByIndexCode(d_->MonitorId(), before, false);
+    } else {
+      manager.SetPlanPlayStateByIndexCode(d_->MonitorId(), index_code, true);
+      const QModelIndex row = d_->RowOf(index_code, false);
+      if (row.isValid()) {
+        d_->ui.plan_view_tree->setCurrentIndex(row);
+      }
+    }
+  }
+  d_->playing_code = index_code;
+  if (d_->CurrentPage() == Private::Page::Search) {
+    d_->renewSearchIcons();
+  }
+}
+
+void CViewExternWidget::SetCurPlanByIndexCode(const QString& index_code) {
+  const QModelIndex row = d_->RowOf(index_code, false);
+  if (!row.isValid()) {
+    return;
+  }
+  if (!d_->ui.plan_view_tree->isExpanded(row.parent())) {
+    d_->ui.plan_view_tree->expand(row.parent());
+  }
+  d_->ui.plan_view_tree->setCurrentIndex(row);
+}
+
+CPlanViewTree* CViewExternWidget::GetPlanViewTree() const {
+  return d_->ui.plan_view_tree;
+}
+
+void CViewExternWidget::PlayPlanByIndex(const QModelIndex& index) {
+  d_->play(index.data(PlanIndexCodeRole).toString());
+}
+
+void CViewExternWidget::PlayPlanByString(const QString& index_code, const bool& automatic) {
+  Q_UNUSED(automatic)  // who plays records how the play came about
+  d_->play(index_code);
+}
+
+void CViewExternWidget::PlayPlanFromHistory(const std::string& index_code) {
+  d_->play(StringToQString(index_code));
+}
+
+void CViewExternWidget::OnPlayPlanByString(const QString& index_code, int window) {
+  Q_UNUSED(window)  // a plan fills the monitor, whatever window it was asked for in
+  d_->play(index_code);
+}
+
+void CViewExternWidget::EditPlanByIndex(const QModelIndex& index) {
+  if (d_->controller && index.isValid()) {
+    d_->controller->GetPlanInfoByIndexCode(QStringToString(index.data(PlanIndexCodeRole).toString()));
+  }
+}
+
+void CViewExternWidget::DelPlanByIndex(const QModelIndex& index) {
+  if (d_->controller && index.isValid()) {
+    d_->controller->DeletePlanByIndex(index);
+  }
+}
+
+void CViewExternWidget::GetSaveAsPlanInfo(view_plugin_protocol::AddPlanRequest& request) {
+  if (!d_->save_as) {
+    return;
+  }
+  d_->save_as->GetPlanParam(request);
+  const QString group_code = StringToQString(request.parent_index_code);
+  const auto* own = CViewModelDataManager::Instance().GetViewManagerByTheme(d_->MonitorId(), OwnTheme);
+  if (own) {
+    request.parent_name = QStringToString(own->FindIndexByIndexCode(group_code, true).data().toString());
+  }
+}
+
+void CViewExternWidget::GetSaveAsPlanInfo(view_plugin_protocol::UpdatePlanRequest& request) {
+  const QModelIndex row =
+      d_->model ? d_->model->FindIndexByIndexCode(StringToQString(request.plan_index_code), false) : QModelIndex();
+  if (row.isValid()) {
+    d_->fillUpdate(row, request);
+  }
+}
+
+QString CViewExternWidget::GetCurrentSelectedViewID() const {
+  return d_->Current().data(PlanIndexCodeRole).toString();
+}
+
+void CViewExternWidget::GetCurrentSelectedViewInfo(view_plugin_protocol::TarnPlanViewInfo& info) const {
+  const QModelIndex row = d_->Current();
+  if (!row.isValid()) {
+    return;
+  }
+  info.is_group = row.data(IsGroupRole).toBool();
+  info.index_code = QStringToString(row.data(info.is_group ? GroupIndexCodeRole : PlanIndexCodeRole).toString());
+  info.name = QStringToString(row.data().toString());
+  info.group_index_code = QStringToString(row.parent().data(GroupIndexCodeRole).toString());
+  info.group_name = QStringToString(row.parent().data().toString());
+  info.type = CViewPublicDef::GetIndexType(row);
+  info.playing = row.data(PlayingRole).toBool();
+}
+
+void CViewExternWidget::SetViewMoreActions(QList<QAction*>& actions) {
+  d_->ui.plan_view_tree->SetViewMoreActions(actions);
+}
+
+tarn_ui_data_controller::CPopupMenu* CViewExternWidget::GetViewMoreMenu() const {
+  return d_->ui.plan_view_tree->GetViewMoreMenu();
+}
+
+QWidget* CViewExternWidget::GetLocateViewWidget() const {
+  return d_->ui.view_location_line_edit;
+}
+
+void CViewExternWidget::SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& param) {
+  d_->logic_node = param;
+}
+
+void CViewExternWidget::SetMonitorId(QString monitor_id) {
+  d_->monitor_id = std::move(monitor_id);
+}
+
+void CViewExternWidget::SetMonitorPointer(QWidget* monitor) {
+  d_->monitor = monitor;
+}
+
+QString CViewExternWidget::GetTabName() const {
+  if (!d_->model) {
+    return tr("Plans");
+  }
+  return d_->model->GetViewManagerThemeNodeType() == PublicTheme ? tr("Public plans") : tr("My plans");
+}
+
+void CViewExternWidget::SwitchUserUpdate() {
+  d_->closePopups();
+  d_->leaveSearch();
+  d_->waitForLoad();
+  d_->ui.add_view_btn->setEnabled(false);
+  d_->ui.add_group_btn->setEnabled(false);
+}
+
+void CViewExternWidget::StopWorking() {
+  d_->stopped = true;
+  d_->search->Cancel();
+  d_->mover->Stop();
+  ++d_->creation_info_generation;
+  if (d_->preview) {
+    d_->preview->Dismiss();
+  }
+  d_->ui.wait_widget->SetWaiting(false);
+  d_->ui.view_location_line_edit->SetView(nullptr);
+  d_->closePopups();
+}
+
+}  // namespace TarnPlanView

@@ -1,0 +1,492 @@
+#include <QGuiApplication>
+#include <QScreen>
+
+#include "LyraPluginManager/view_business_interface_mgr.h"
+#include "MarUIControl/string_conversion.h"
+#include "TarnUIDataController/download_slide_widget_pos_rule.h"
+#include "TarnUIDataController/message_tip_manager.h"
+#include "TarnUIDataController/show_message_tip.h"
+#include "WidgetKit/dock_widget.h"
+#include "async_call.h"
+#include "item_type.h"
+#include "plan_actions.h"
+#include "plan_item_role.h"
+#include "plan_log.h"
+#include "row_move_check.h"
+#include "view_config_manager.h"
+#include "view_extern_widget_p.h"
+#include "view_public_def.h"
+
+namespace TarnPlanView {
+
+using MarUIControl::QStringToString;
+using MarUIControl::StringToQString;
+
+namespace {
+
+constexpr int kMaxGroupDepth = 6;
+constexpr int kAddMode = 0;
+constexpr int kRenameMode = 1;
+constexpr int kConfirmed = 1;
+constexpr int kCloseButton = 2;
+constexpr int kQuestionButtons = 3;
+constexpr int kEditorWidth = 770;
+constexpr int kSecondsPerPlan = 20;
+
+bool IsPlanType(int type) {
+  switch (type) {
+    case PublicPlanItem:
+    case PublicLeafItem:
+    case OwnPlanItem:
+    case OwnLeafItem:
+    case ReceivedPlanItem:
+    case ReceivedLeafItem:
+      return true;
+    default:
+      return false;
+  }
+}
+
+int DepthOf(QModelIndex index) {
+  int depth = 0;
+  for (; index.isValid(); index = index.parent()) {
+    ++depth;
+  }
+  return depth;
+}
+
+// At `position` where that leaves the pop-up in sight, else as near to it as its screen allows.
+void MoveOntoScreen(QWidget* popup, const QPoint& position) {
+  const QScreen* screen = QGuiApplication::screenAt(position);
+  if (!screen) {
+    screen = QGuiApplication::primaryScreen();
+  }
+  const QRect room = screen->availableGeometry();
+  const int left = qMax(room.left(), qMin(position.x(), room.right() + 1 - popup->width()));
+  const int top = qMax(room.top(), qMin(position.y(), room.bottom() + 1 - popup->height()));
+  popup->move(left, top);
+}
+
+struct CreationInfoAnswer {
+  bool ok = false;
+  view_plugin_protocol::GetPlanDetailResponse plan;
+};
+
+}  // namespace
+
+QModelIndex CViewExternWidget::Private::RowOf(const QString& code, bool is_group) const {
+  if (!model || !proxy) {
+    return QModelIndex();
+  }
+  return proxy->mapFromSource(model->FindIndexByIndexCode(code, is_group));
+}
+
+QModelIndex CViewExternWidget::Private::Pinned(const std::optional<CPlanNodeRef>& pin) const {
+  return pin ? QModelIndex(pin->Resolve()) : Current();
+}
+
+QString CViewExternWidget::Private::MonitorId() const {
+  return !monitor_id.isEmpty() || !model ? monitor_id : model->GetViewManagerMonitorId();
+}
+
+void CViewExternWidget::onCurrentIndexChanged(const QModelIndex& current, const QModelIndex& previous) {
+  Q_UNUSED(previous)
+  if (!current.isValid()) {
+    return;
+  }
+  d_->applyActions(current);
+  // Own plans may always be moved; public ones by those who may edit them.
+  const bool is_public = CViewPublicDef::GetIndexType(current) == PublicTheme;
+  d_->ui.plan_view_tree->SetMovePermission(!is_public || HasRight(kEditRight));
+}
+
+// --- Play -----------------------------------------------------------------------------------------------------------
+
+void CViewExternWidget::Private::play(const QString& code) {
+  if (!controller || code.isEmpty() || stopped) {
+    return;
+  }
+  if (!monitor_id.isEmpty()) {
+    Q_EMIT q->SignalPlayPlanToMonitor(
+        QVariantMap{{QStringLiteral("monitor_id"), monitor_id}, {QStringLiteral("plan_code"), code}});
+  }
+  if (controller) {
+    controller->PlayPlanViewByIndexCode(QStringToString(code));
+  }
+}
+
+void CViewExternWidget::onStartPlayView(const QModelIndex& index) {
+  PlayPlanByIndex(index);
+}
+
+void CViewExternWidget::onStartPlayViewByString(const QString& index_code, const bool& automatic) {
+  PlayPlanByString(index_code, automatic);
+}
+
+void CViewExternWidget::onStartPlayViewByString(const QString& index_code, int window) {
+  OnPlayPlanByString(index_code, window);
+}
+
+// --- Delete ---------------------------------------------------------------------------------------------------------
+
+bool CViewExternWidget::Private::IsChildPlaying(const QModelIndex& group) const {
+  const QAbstractItemModel* rows = group.model();
+  for (int row = 0; rows && row < rows->rowCount(group); ++row) {
+    const QModelIndex child = rows->index(row, 0, group);
+    if (CViewPublicDef::IsPlanGroup(child) ? IsChildPlaying(child) : child.data(PlayingRole).toBool()) {
+      return true;
+    }
+  }
+  return false;
+}
+
+bool CViewExternWidget::Private::HasChildren(const QModelIndex& group) const {
+  const bool has_children = proxy->rowCount(group) > 0 || controller->IsHaveChilds(group);
+  return has_children && !CViewConfigManager::Instance().IsSupportDelPlanWithChildren();
+}
+
+QString CViewExternWidget::Private::PlayingWarning() const {
+  return CViewConfigManager::Instance().IsShowPlanOrView() ? CViewExternWidget::tr("TheUserCurrentlyHasAWPBwgUrC")
+                                                           : CViewExternWidget::tr("TheUserCurrentlyHasAwlMLoHj");
+}
+
+bool CViewExternWidget::Private::Confirm(const QString& question) {
+  const QPointer<CViewExternWidget> alive(q);
+  const int answer = tarn_ui_data_controller::ShowMessageTip(question, 1, q, kQuestionButtons);
+  return alive && !stopped && answer == kConfirmed;
+}
+
+void CViewExternWidget::onDeleteBtnClicked() {
+  const QModelIndex index = d_->Current();
+  if (!index.isValid() || !d_->model || !d_->controller) {
+    return;
+  }
+  if (index.data(IsGroupRole).toBool()) {
+    d_->deleteGroup(index);
+  } else {
+    d_->deletePlan(index);
+  }
+}
+
+void CViewExternWidget::Private::deleteGroup(const QModelIndex& index) {
+  if (HasChildren(index)) {
+    tarn_ui_data_controller::ShowMessageTip(CViewExternWidget::tr("ContainsChildNodesThPmmApRHD"), 1, q, kCloseButton);
+    return;
+  }
+  const CPlanNodeRef row(index);
+  const QString code = index.data(GroupIndexCodeRole).toString();
+  const QString question = IsChildPlaying(index) ? PlayingWarning() : CViewExternWidget::tr("ConfirmToDelete");
+  // The row may have gone while the question was open, and a second key press may come before the first answer.
+  if (deleting.contains(code) || !Confirm(question) || !controller || !row.Resolve().isValid()) {
+    return;
+  }
+  deleting.insert(code);
+  controller->DeletePlanGroupByIndex(row.Resolve());
+}
+
+void CViewExternWidget::Private::deletePlan(const QModelIndex& index) {
+  const CPlanNodeRef row(index);
+  const QString code = index.data(PlanIndexCodeRole).toString();
+  const bool playing = index.data(PlayingRole).toBool();
+  const QString question = playing ? PlayingWarning() : CViewExternWidget::tr("ConfirmToDelete");
+  if (deleting.contains(code) || !Confirm(question) || !controller || !row.Resolve().isValid()) {
+    return;
+  }
+  deleting.insert(code);
+  const QPointer<CViewExternWidget> alive(q);
+  if (playing) {
+    Q_EMIT q->SignalStopPlan();
+  }
+  if (alive && controller) {
+    controller->DeletePlanByIndex(row.Resolve());
+  }
+}
+
+// --- Groups ---------------------------------------------------------------------------------------------------------
+
+CViewNameEdit* CViewExternWidget::Private::NameEdit() {
+  if (!name_edit) {
+    name_edit = new CViewNameEdit(q);
+    connect(name_edit, &CViewNameEdit::SignalEditPlanViewGroup, q, &CViewExternWidget::onEditPlanViewGroupName);
+    connect(name_edit, &CViewNameEdit::SignalAddPlanViewGroup, q, &CViewExternWidget::onAddPlanViewGroupName);
+  }
+  return name_edit;
+}
+
+// One pixel below the button, left edges aligned.
+void CViewExternWidget::Private::showNameEdit(const QWidget* button) {
+  const QPoint below(button->x(), button->y() + button->height() + 1);
+  CViewNameEdit* edit = NameEdit();
+  edit->setFocusPolicy(Qt::StrongFocus);
+  MoveOntoScreen(edit, button->parentWidget()->mapToGlobal(below));
+  edit->show();
+  edit->activateWindow();
+}
+
+void CViewExternWidget::onAddGroupBtnClicked() {
+  d_->NameEdit()->SetMode(kAddMode);
+  d_->name_edit_row.reset();
+  d_->showNameEdit(d_->ui.add_group_btn);
+}
+
+void CViewExternWidget::onAddPlanViewGroupName(const QString& name) {
+  QModelIndex parent = d_->Current();
+  if (IsPlanType(parent.data(ItemTypeRole).toInt())) {
+    parent = parent.parent();
+  }
+  if (DepthOf(parent) >= kMaxGroupDepth) {
+    tarn_ui_data_controller::CMessageTipManager::Instance().ShowMessage(MarUIControl::GetIndependentWindow(this),
+                                                                        tr("MplOHCzygFvfHFyDzE"), 2, 1, 15);
+    TARN_PLAN_LOG_INFO("CNomalMessageManager::Instance().ShowMessage ViewGroup Tips Show");
+    return;
+  }
+  if (!d_->controller) {
+    return;
+  }
+  if (!parent.isValid() && d_->proxy) {
+    parent = d_->proxy->index(0, 0);  // nothing chosen: below the root
+  }
+  d_->controller->AddPlanGroupByIndexName(parent, name);
+}
+
+void CViewExternWidget::onEditPlanViewGroupName(const QString& name) {
+  if (!d_->controller) {
+    return;
+  }
+  const QModelIndex row = d_->Pinned(d_->name_edit_row);
+  if (d_->name_edit_row && !row.isValid()) {
+    Q_EMIT SignalMessageTipNeeded(tr("This group is no longer there."), 1);
+    return;
+  }
+  d_->controller->UpdatePlanGroupName(row, name);
+}
+
+// --- Plans ----------------------------------------------------------------------------------------------------------
+
+void CViewExternWidget::onAddPlanBtnClicked() {
+  TARN_PLAN_LOG_INFO("Add plan button clicked");
+  if (!d_->model || !d_->controller) {
+    return;
+  }
+  d_->ui.add_view_btn->setEnabled(false);
+  QModelIndex group = d_->Current();
+  if (IsPlanType(group.data(ItemTypeRole).toInt())) {
+    group = group.parent();
+  }
+  if (d_->openPlanEditor(group, true)) {
+    TARN_PLAN_LOG_INFO("Add plan dock widget show.");
+  }
+  d_->ui.add_view_btn->setEnabled(true);
+}
+
+void CViewExternWidget::onEditBtnClicked() {
+  const QModelIndex index = d_->Current();
+  if (!index.isValid() || !d_->model || !d_->controller) {
+    return;
+  }
+  if (!index.data(IsGroupRole).toBool()) {
+    d_->openPlanEditor(index, false);
+    return;
+  }
+  if (!CViewPublicDef::IsPlanGroup(index)) {
+    return;  // a root has no name of its own to change
+  }
+  d_->NameEdit()->SetMode(kRenameMode);
+  d_->NameEdit()->SetName(index.data().toString());
+  d_->name_edit_row = CPlanNodeRef(index);
+  d_->showNameEdit(d_->ui.edit_btn);
+}
+
+QWidget* CViewExternWidget::Private::PlanEditor() {
+  return plan_editor;
+}
+
+// False, with the reason as a message, when there is no editor to open.
+bool CViewExternWidget::Private::openPlanEditor(const QModelIndex& row, bool add) {
+  Q_UNUSED(row)
+  Q_UNUSED(add)
+  if (!PlanEditor()) {
+    Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("The plan editor can't be opened."), 1);
+    return false;
+  }
+  WidgetKit::ShowDockWidget(InitSlidingRuleWidget());
+  return true;
+}
+
+WidgetKit::CSlideOutData CViewExternWidget::Private::InitSlidingRuleWidget() {
+  WidgetKit::CSlideOutData slide;
+  slide.SetVal_slide_width(kEditorWidth);
+  slide.SetVal_ptr_dock_widget(plan_editor);
+  if (monitor) {
+    auto rule = std::make_shared<tarn_ui_data_controller::CDownloadSlideWidgetPosRule>();
+    rule->SetPosAttachTo(monitor);
+    slide.SetVal_ptr_dock_pos_rule(rule);
+  }
+  return slide;
+}
+
+void CViewExternWidget::Private::fillUpdate(const QModelIndex& row,
+                                            view_plugin_protocol::UpdatePlanRequest& request) const {
+  request.plan_name = QStringToString(row.data().toString());
+  request.index_type = row.data(PlanTypeRole).toInt();
+  request.parent_index_code = QStringToString(row.parent().data(GroupIndexCodeRole).toString());
+  request.parent_name = QStringToString(row.parent().data().toString());
+}
+
+// --- Menu -----------------------------------------------------------------------------------------------------------
+
+// Menu and keys follow the bar; only the missing right is worth a word, the rest is seen.
+bool CViewExternWidget::Private::mayUse(const QToolButton* button, int right) const {
+  if (button->isEnabled()) {
+    return true;
+  }
+  const QString reason = MissingRight(right);
+  if (!reason.isEmpty()) {
+    Q_EMIT q->SignalMessageTipNeeded(reason, 1);
+  }
+  return false;
+}
+
+void CViewExternWidget::OnMenuClicked(tarn_ui_data_controller::MsgType type, QVariant menu_data) {
+  const QString code = menu_data.toString();
+  switch (type) {
+    case tarn_ui_data_controller::CreationInfo:
+      d_->requestCreationInfo(code);
+      break;
+    case tarn_ui_data_controller::PlayVideo: {
+      const QModelIndex row = d_->RowOf(code, false);
+      if (row.isValid()) {
+        PlayPlanByIndex(row);
+      }
+      break;
+    }
+    case tarn_ui_data_controller::Delete:
+      if (d_->mayUse(d_->ui.delete_btn, kDeleteRight)) {
+        onDeleteBtnClicked();
+      }
+      break;
+    case tarn_ui_data_controller::Edit:
+      if (d_->mayUse(d_->ui.edit_btn, kEditRight)) {
+        onEditBtnClicked();
+      }
+      break;
+    case tarn_ui_data_controller::GroupCycle:
+      if (d_->RowOf(code, true).isValid()) {
+        Q_EMIT SignalPlanGroupCycle(code, kSecondsPerPlan);
+      }
+      break;
+    case tarn_ui_data_controller::Share:
+      d_->SetViewShareShow();
+      break;
+    default:
+      break;
+  }
+}
+
+void CViewExternWidget::OnMoveRow(const QPoint& start, const QPoint& end, const QRect& targetRect) {
+  switch (CheckRowMove(*d_->ui.plan_view_tree, start, end, targetRect)) {
+    case RowMoveRefusal::SameGroup:
+      Q_EMIT SignalMessageTipNeeded(tr("ViewSortFailedadOMakQWZCpToC"), 0);
+      break;
+    case RowMoveRefusal::OtherGroup:
+      Q_EMIT SignalMessageTipNeeded(tr("TheMoveViewOperationrvQbjaeS"), 0);
+      break;
+    case RowMoveRefusal::None:
+      break;
+  }
+}
+
+// --- Creation information, share, save as
+// -----------------------------------------------------------------------------
+
+void CViewExternWidget::Private::requestCreationInfo(const QString& code) {
+  view_plugin_protocol::GetPlanDetailRequest request;
+  request.plan_index_code = QStringToString(code);
+  const auto fetch = [request] {
+    CreationInfoAnswer answer;
+    answer.ok = LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, answer.plan);
+    return answer;
+  };
+  CallAsync(q, fetch, [this, generation = ++creation_info_generation](const CreationInfoAnswer& answer) {
+    if (generation != creation_info_generation) {
+      return;
+    }
+    if (answer.ok) {
+      Q_EMIT q->signalSucceedToGetCreationInfo(StringToQString(answer.plan.creator),
+                                               StringToQString(answer.plan.creation_time));
+    } else {
+      Q_EMIT q->SignalMessageTipNeeded(StringToQString(answer.plan.error_info), 1);
+    }
+  });
+}
+
+void CViewExternWidget::onSucceedToGetCreationInfo(const QString& creator, const QString& creation_time) {
+  QWidget* window = MarUIControl::GetIndependentWindow(this);
+  if (!window) {
+    return;
+  }
+  if (!d_->creation_info) {
+    d_->creation_info = new CCreationInfoDlg(window);
+  }
+  CCreationInfoDlg* box = d_->creation_info;
+  box->SetCreationInfo(creator, creation_time);
+  box->move(
+      window->mapToGlobal(QPoint(window->width() / 2 - box->width() / 2, window->height() / 2 - box->height() / 2)));
+  box->show();
+}
+
+void CViewExternWidget::Private::SetViewShareShow() {
+  if (!share_view) {
+    share_view = new CShareViewWgt(q);
+  }
+  share_view->ClearCheck();
+  share_view->show();
+  const QPoint cursor = QCursor::pos();
+  MoveOntoScreen(share_view, QPoint(cursor.x(), cursor.y() - share_view->height() / 2));
+  const QModelIndex row = Current();
+  if (row.isValid()) {
+    share_view->SetShareViewIndexCode(QStringToString(row.data(PlanIndexCodeRole).toString()));
+    share_view->RefreshUsers();
+  }
+}
+
+CSavePlanAsDlg* CViewExternWidget::Private::SaveAsDialog() {
+  if (!save_as) {
+    save_as = new CSavePlanAsDlg(MonitorId(), q);
+    connect(save_as, &CSavePlanAsDlg::signalSavePlanAs, q, &CViewExternWidget::SignalSavePlanAs);
+  }
+  return save_as;
+}
+
+void CViewExternWidget::OnPopupSavePlanAsDlg(const QPoint& position) {
+  if (d_->stopped) {
+    return;
+  }
+  CSavePlanAsDlg* dialog = d_->SaveAsDialog();
+  dialog->SetViewController(d_->controller);
+  dialog->SetCurIndexByPlayItem();
+  dialog->ExpandDefaultIndex();
+  dialog->installEventFilter(this);
+  MoveOntoScreen(dialog, position);
+  dialog->show();
+  dialog->activateWindow();
+}
+
+void CViewExternWidget::Private::closePopups() {
+  WidgetKit::HideDockWidget(plan_editor);
+  delete plan_editor;
+  // Made anew when next asked for: what they hold belongs to another user.
+  for (QWidget* popup : {static_cast<QWidget*>(share_view), static_cast<QWidget*>(save_as),
+                         static_cast<QWidget*>(creation_info), static_cast<QWidget*>(name_edit)}) {
+    if (popup) {
+      popup->hide();
+      popup->deleteLater();
+    }
+  }
+  share_view = nullptr;
+  save_as = nullptr;
+  creation_info = nullptr;
+  name_edit = nullptr;
+}
+
+}  // namespace TarnPlanView

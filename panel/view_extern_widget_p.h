@@ -1,0 +1,117 @@
+#pragma once
+
+#include <QHash>
+#include <QPointer>
+#include <QSet>
+#include <QStandardItemModel>
+#include <array>
+#include <memory>
+#include <optional>
+
+#include "WidgetKit/slide_out_data.h"
+#include "creation_info_dlg.h"
+#include "empty_state.h"
+#include "plan_mover.h"
+#include "plan_node_ref.h"
+#include "plan_preview.h"
+#include "plan_search.h"
+#include "resource_wait_widget.h"
+#include "save_plan_as_dlg.h"
+#include "search_plan_list_view.h"
+#include "share_view_wgt.h"
+#include "standard_plan_model.h"
+#include "standard_view_controller.h"
+#include "ui_view_extern_widget.h"
+#include "view_extern_widget.h"
+#include "view_name_edit.h"
+#include "view_sort_filter_proxy_model.h"
+
+namespace TarnPlanView {
+
+class CViewExternWidget::Private {
+ public:
+  explicit Private(CViewExternWidget* panel) : q(panel) {}
+
+  // Construction.
+  void initUi();
+  void connectSignalAndSlot();
+  void makeShortcuts();
+  void renewSkin();
+
+  // Pages.
+  enum class Page { Tree, Search, Wait };
+  Page CurrentPage() const;
+  void ShowPage(Page page);
+  void waitForLoad();
+  void leaveSearch();
+  void renewEmptyState();
+  void reload();
+
+  // The bar.
+  void storeEnableState();
+  void restoreEnableState();
+  void applyActions(const QModelIndex& index);
+  void disableForSearch();
+  void renewToolTips();
+  /// Names the right that the user lacks for the current row; empty when it is not for want of a right.
+  QString MissingRight(int right) const;
+  bool mayUse(const QToolButton* button, int right) const;
+
+  // Rows.
+  QModelIndex Current() const { return ui.plan_view_tree->currentIndex(); }
+  QModelIndex RowOf(const QString& code, bool is_group) const;
+  /// The row that a pop-up was opened for, else the current one. Empty pin: nothing was pinned.
+  QModelIndex Pinned(const std::optional<CPlanNodeRef>& pin) const;
+  QString MonitorId() const;
+  bool IsChildPlaying(const QModelIndex& group) const;
+  bool HasChildren(const QModelIndex& group) const;
+  bool Confirm(const QString& question);
+  QString PlayingWarning() const;
+  void deleteGroup(const QModelIndex& index);
+  void deletePlan(const QModelIndex& index);
+  void play(const QString& code);
+  void fillUpdate(const QModelIndex& row, view_plugin_protocol::UpdatePlanRequest& request) const;
+
+  // Pop-ups.
+  CViewNameEdit* NameEdit();
+  void showNameEdit(const QWidget* button);
+  void SetViewShareShow();
+  void requestCreationInfo(const QString& code);
+  QWidget* PlanEditor();
+  bool openPlanEditor(const QModelIndex& row, bool add);
+  WidgetKit::CSlideOutData InitSlidingRuleWidget();
+  CSavePlanAsDlg* SaveAsDialog();
+  void closePopups();
+
+  // Search.
+  QString SearchText() const;
+  QString PathOf(const view_plugin_protocol::SearchedPlan& plan) const;
+  void renewSearchIcons();
+
+  CViewExternWidget* const q;
+  Ui::CViewExternWidget ui;
+  QPointer<CStandardPlanModel> model;
+  QPointer<CStandardViewController> controller;
+  QPointer<CViewSortFilterProxyModel> proxy;
+  QStandardItemModel* search_model = nullptr;
+  CEmptyState *tree_state = nullptr, *search_state = nullptr;
+  CPlanMover* mover = nullptr;
+  CPlanSearch* search = nullptr;
+  QPointer<CPlanPreview> preview;
+  QString playing_code;
+  QPointer<CViewNameEdit> name_edit;
+  std::optional<CPlanNodeRef> name_edit_row;
+  QPointer<QWidget> plan_editor;
+  QPointer<CCreationInfoDlg> creation_info;
+  QPointer<CShareViewWgt> share_view;
+  QPointer<CSavePlanAsDlg> save_as;
+  QString monitor_id;
+  QPointer<QWidget> monitor;
+  ResourceTreeKit::LogicNodeParam logic_node;
+  std::optional<std::array<bool, 4>> stored_states;
+  QSet<QString> deleting;
+  int creation_info_generation = 0;
+  bool stopped = false;
+};
+
+}  // namespace TarnPlanView

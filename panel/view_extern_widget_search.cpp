@@ -1,0 +1,124 @@
+#include <QStandardItem>
+
+#include "MarUIControl/string_conversion.h"
+#include "plan_item_role.h"
+#include "view_config_manager.h"
+#include "view_extern_widget_p.h"
+#include "view_public_def.h"
+
+namespace TarnPlanView {
+
+using MarUIControl::StringToQString;
+
+namespace {
+
+QString PathSeparator() {
+  return QStringLiteral(" / ");
+}
+
+}  // namespace
+
+QString CViewExternWidget::Private::SearchText() const {
+  return ui.view_location_line_edit->text().trimmed();
+}
+
+void CViewExternWidget::OnSearchBtnClicked() {
+  const bool show = !d_->ui.view_location_line_edit->isVisibleTo(this);
+  d_->ui.view_location_line_edit->setVisible(show);
+  d_->ui.search_line_widget->setVisible(show);
+  if (show) {
+    d_->ui.view_location_line_edit->setFocus();
+  } else {
+    d_->leaveSearch();
+  }
+}
+
+void CViewExternWidget::OnFuzzySearchPlan() {
+  const QString text = d_->SearchText();
+  if (!text.isEmpty() && !d_->stopped) {
+    d_->search->Start(text);
+  }
+}
+
+void CViewExternWidget::onGetSearchedResult(const std::list<view_plugin_protocol::SearchedPlan>& plans) {
+  if (d_->CurrentPage() == Private::Page::Wait) {
+    return;  // the plans are being loaded anew: what was found may be another user's
+  }
+  d_->ShowPage(Private::Page::Search);
+  d_->search_model->clear();
+  d_->disableForSearch();
+  d_->renewToolTips();
+  const QString text = d_->SearchText();
+  QList<QStandardItem*> rows;
+  for (const view_plugin_protocol::SearchedPlan& plan : plans) {
+    auto* row = new QStandardItem;
+    row->setData(text, SearchTextRole);
+    row->setText(StringToQString(plan.name));
+    row->setData(StringToQString(plan.index_code), PlanIndexCodeRole);
+    row->setData(d_->PathOf(plan), kSearchPathRole);
+    row->setData(row->text() + PathSeparator() + row->data(kSearchPathRole).toString(), Qt::AccessibleTextRole);
+    rows.append(row);
+  }
+  d_->search_model->invisibleRootItem()->appendRows(rows);
+  d_->renewSearchIcons();
+  if (rows.isEmpty()) {
+    d_->search_state->ShowState(tr("NoDataWMSJEESY"));
+  } else {
+    d_->search_state->hide();
+    d_->ui.search_list_view->setCurrentIndex(d_->search_model->index(0, 0));
+    d_->ui.search_list_view->setFocus();
+  }
+}
+
+// The names of the groups above a hit as far as they are loaded, else of its own group.
+QString CViewExternWidget::Private::PathOf(const view_plugin_protocol::SearchedPlan& plan) const {
+  QStringList names;
+  const QString group_code = StringToQString(plan.group_index_code);
+  const CStandardPlanModel* rows = model;
+  QModelIndex group = rows ? rows->FindIndexByIndexCode(group_code, true) : QModelIndex();
+  for (; group.isValid(); group = group.parent()) {
+    names.prepend(group.data().toString());
+  }
+  if (!names.isEmpty()) {
+    return names.join(PathSeparator());
+  }
+  names.append(plan.type == PublicTheme ? CViewExternWidget::tr("Public plans") : CViewExternWidget::tr("My plans"));
+  if (!plan.group_name.empty()) {
+    names.append(StringToQString(plan.group_name));
+  }
+  return names.join(PathSeparator());
+}
+
+void CViewExternWidget::Private::renewSearchIcons() {
+  const bool dark = CViewConfigManager::Instance().IsDarkSkin();
+  for (int row = 0; row < search_model->rowCount(); ++row) {
+    QStandardItem* item = search_model->item(row);
+    const bool playing = item->data(PlanIndexCodeRole).toString() == playing_code;
+    item->setIcon(CViewPublicDef::GetPlanIcon(dark, playing));
+  }
+}
+
+void CViewExternWidget::onDoubleClicked(const QString& index_code) {
+  d_->play(index_code);
+}
+
+void CViewExternWidget::OnDownloadResouceFinished() {
+  if (d_->stopped) {
+    return;
+  }
+  d_->ui.wait_widget->SetWaiting(false);
+  d_->leaveSearch();
+  d_->ShowPage(Private::Page::Tree);
+  // The rows come after this signal; only then it is known whether there are any.
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        d_->renewEmptyState();
+        if (!d_->Current().isValid() && d_->proxy && d_->proxy->rowCount() > 0) {
+          d_->ui.plan_view_tree->setCurrentIndex(d_->proxy->index(0, 0));
+        }
+      },
+      Qt::QueuedConnection);
+}
+
+}  // namespace TarnPlanView
