@@ -1,0 +1,51 @@
+#include "MarUIControl/range_time_line_edit.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QTimeEdit>
+
+namespace MarUIControl {
+
+CRangeTimeLineEdit::CRangeTimeLineEdit(QWidget* parent) : QWidget(parent) {
+  begin_ = MakeEdit(tr("Begin time"));
+  end_ = MakeEdit(tr("End time"));
+  auto* dash = new QLabel(QStringLiteral("–"), this);
+  dash->setObjectName(QStringLiteral("range_time_dash"));
+  auto* layout = new QHBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(8);
+  layout->addWidget(begin_, 1);
+  layout->addWidget(dash);
+  layout->addWidget(end_, 1);
+  setFocusProxy(begin_);
+}
+
+CRangeTimeLineEdit::~CRangeTimeLineEdit() = default;
+
+void CRangeTimeLineEdit::SetBeginTime(const QTime& time) {
+  begin_->setTime(time.isValid() ? time : QTime(0, 0));
+}
+
+void CRangeTimeLineEdit::SetEndTime(const QTime& time) {
+  end_->setTime(time.isValid() ? time : QTime(0, 0));
+}
+
+QTime CRangeTimeLineEdit::GetBeginTime() const {
+  return begin_->time();
+}
+
+QTime CRangeTimeLineEdit::GetEndTime() const {
+  return end_->time();
+}
+
+QTimeEdit* CRangeTimeLineEdit::MakeEdit(const QString& name) {
+  auto* edit = new QTimeEdit(QTime(0, 0), this);
+  edit->setDisplayFormat(QStringLiteral("HH:mm:ss"));
+  edit->setAccessibleName(name);
+  edit->setToolTip(name);
+  edit->setWrapping(true);
+  connect(edit, &QTimeEdit::timeChanged, this, [this] { Q_EMIT SignalTimeChanged(GetBeginTime(), GetEndTime()); });
+  return edit;
+}
+
+}  // namespace MarUIControl
