@@ -12,7 +12,8 @@ namespace TarnPlanView {
 class CStandardViewController;
 
 /// Asks for name, group and daily times of a new plan made from what is on the live wall. The dialog only checks and
-/// collects; whoever hears signalSavePlanAs() calls GetPlanParam() and sends the request. Thread: GUI.
+/// collects; whoever hears signalSavePlanAs() calls GetPlanParam() and sends the request. Return saves, Esc closes; it
+/// also closes when its window loses the activation with the cursor outside. Thread: GUI.
 class TARNPLANVIEW_EXPORT CSavePlanAsDlg : public QWidget {
   Q_OBJECT
  public:
@@ -41,9 +42,20 @@ class TARNPLANVIEW_EXPORT CSavePlanAsDlg : public QWidget {
   void timerEvent(QTimerEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  void setUpNameField();
+  void setUpTimedPlay();
+  void setUpPlanTree();
   void connectSignalAndSlot();
+  void showDuration(bool on);
+  void renewOverMidnightNote();
+  void stopHint();
+  void choose(const QModelIndex& index);
+  QString namingRule() const;
+  QString nameProblem() const;
+  void showRefusal(const QString& text) const;
   void setDefaultIndex();
   bool checkInput() const;
   bool checkParentNodeAllowed();

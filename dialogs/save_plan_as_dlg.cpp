@@ -1,0 +1,382 @@
+#include "save_plan_as_dlg.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QDateTime>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QRegExpValidator>
+#include <QRegularExpression>
+#include <QTimerEvent>
+#include <QToolTip>
+
+#include "MarUIControl/string_conversion.h"
+#include "TarnUIDataController/nomal_message_manager.h"
+#include "item_type.h"
+#include "keep_on_screen.h"
+#include "plan_item_role.h"
+#include "plan_view_tree.h"
+#include "standard_plan_model.h"
+#include "standard_view_controller.h"
+#include "ui_save_plan_as_dlg.h"
+#include "view_config_manager.h"
+#include "view_model_data_manager.h"
+#include "view_public_def.h"
+#include "view_sort_filter_proxy_model.h"
+
+namespace TarnPlanView {
+
+namespace {
+
+constexpr int kLongestName = 256;
+constexpr int kHeightPlain = 264;     // without timed play
+constexpr int kHeightTimesOff = 328;  // with its switch off
+constexpr int kHeightTimesOn = 360;
+constexpr int kHintDelay = 1000;  // ms
+constexpr int kHintRise = 5;      // how far above the field's lower edge the hint begins
+constexpr int kRefusal = 1;
+const QTime kMidnight(0, 0);
+
+}  // namespace
+
+struct CSavePlanAsDlg::Data {
+  Ui::CSavePlanAsDlg ui;
+  CPlanViewTree* tree = nullptr;
+  CViewSortFilterProxyModel* proxy = nullptr;
+  QPointer<CStandardPlanModel> model;
+  QPointer<CStandardViewController> controller;
+  QString theme_name;
+  QPointer<QWidget> parent;
+  bool default_index_set = false;
+  int hint_timer = 0;
+};
+
+CSavePlanAsDlg::CSavePlanAsDlg(QString themeName, QWidget* parent) : QWidget(parent), d_(std::make_unique<Data>()) {
+  d_->parent = parent;
+  d_->theme_name = std::move(themeName);
+  d_->ui.setupUi(this);
+  setUpNameField();
+  d_->ui.node_label_->SetText(tr("TheParentNodeVCLPCajSCK"));
+  d_->ui.node_combox_->setAccessibleName(d_->ui.node_label_->text());
+  d_->ui.node_combox_->SetPlaceholderText(tr("Choose a group"));
+  d_->ui.auto_run_duration_->hide();
+  setUpTimedPlay();
+  setUpPlanTree();
+  connectSignalAndSlot();
+  // By way of a pop-up to a dialog: it needs the activation, so that typing in its drop-down goes there.
+  setWindowFlag(Qt::Popup);
+  setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+  installEventFilter(this);
+}
+
+CSavePlanAsDlg::~CSavePlanAsDlg() = default;
+
+void CSavePlanAsDlg::setUpNameField() {
+  auto* field = d_->ui.name_line_edit_;
+  field->setValidator(new QRegExpValidator(QRegExp(QStringLiteral(R"(^[^\\/:*?"<|'%>]{1,256}$)")), field));
+  field->setMaxLineEditLength(kLongestName);
+  field->setPlaceholderText(namingRule());
+  field->setToolTip(namingRule());
+  field->setAccessibleName(d_->ui.name_label_->text());
+  field->installEventFilter(this);
+  connect(field, &QLineEdit::textChanged, this,
+          [this, field](const QString& text) { field->setToolTip(text.isEmpty() ? namingRule() : text); });
+}
+
+QString CSavePlanAsDlg::namingRule() const {
+  return tr("PleaseEnterCharacterUYoapXK")
+      .arg(QStringLiteral("1"), 0, QLatin1Char(' '))
+      .arg(QString::number(kLongestName), 0, QLatin1Char(' '))
+      .arg(QStringLiteral(R"(\/:*?"<|'%>)"), 0, QLatin1Char(' '));
+}
+
+void CSavePlanAsDlg::setUpTimedPlay() {
+  const bool timed = CViewConfigManager::Instance().IsSupportTimedPlay();
+  for (QWidget* widget :
+       {static_cast<QWidget*>(d_->ui.auto_run_label_), static_cast<QWidget*>(d_->ui.auto_run_duration_),
+        static_cast<QWidget*>(d_->ui.auto_run_switch_), d_->ui.auto_run_widget}) {
+    widget->setVisible(timed);
+  }
+  if (!timed) {
+    setFixedHeight(kHeightPlain);
+  }
+  d_->ui.auto_run_switch_->setAccessibleName(d_->ui.auto_run_label_->text());
+  d_->ui.auto_run_duration_->setAccessibleName(tr("Begin and end of the daily run"));
+  d_->ui.over_midnight_note_->setText(tr("Over midnight: this run will never start"));
+  d_->ui.over_midnight_note_->hide();
+}
+
+void CSavePlanAsDlg::setUpPlanTree() {
+  d_->model = CViewModelDataManager::Instance().GetViewManagerByTheme(d_->theme_name, OwnTheme);
+  if (!d_->model) {
+    return;
+  }
+  d_->proxy = new CViewSortFilterProxyModel(this, true, false);
+  d_->proxy->setSourceModel(d_->model);
+  d_->tree = new CPlanViewTree(this);
+  d_->tree->SetFilterSortModel(d_->proxy);
+  d_->tree->setColumnResizeToContents(0, false);
+  d_->tree->setObjectName(QStringLiteral("plan_tree_view_white_"));
+  // Here the tree only offers groups: no commands, no drags.
+  d_->tree->setContextMenuPolicy(Qt::PreventContextMenu);
+  d_->tree->setDragDropMode(QAbstractItemView::NoDragDrop);
+  d_->ui.node_combox_->SetLocationView(d_->tree);
+  d_->ui.node_combox_->SetEditLabelVisible(false);
+  connect(d_->model, &CStandardPlanModel::SignalFinshAsynchronous, d_->tree,
+          &CPlanViewTree::OnFinishAnsyFilterExpandedTree);
+}
+
+void CSavePlanAsDlg::connectSignalAndSlot() {
+  connect(d_->ui.save_button_, &QPushButton::clicked, this, &CSavePlanAsDlg::OnClickSaveAsPlan);
+  connect(d_->ui.auto_run_switch_, &MarUIControl::CSwitchControl::toggled, this, &CSavePlanAsDlg::showDuration);
+  connect(d_->ui.auto_run_duration_, &MarUIControl::CRangeTimeEdit::SignalTimeChanged, this,
+          &CSavePlanAsDlg::renewOverMidnightNote);
+}
+
+void CSavePlanAsDlg::showDuration(bool on) {
+  d_->ui.auto_run_duration_->setVisible(on);
+  setFixedHeight(on ? kHeightTimesOn : kHeightTimesOff);
+  renewOverMidnightNote();
+  if (isVisible()) {
+    KeepOnScreen(this, pos());
+  }
+}
+
+void CSavePlanAsDlg::renewOverMidnightNote() {
+  const auto* times = d_->ui.auto_run_duration_;
+  auto* note = d_->ui.over_midnight_note_;
+  const bool needed = d_->ui.auto_run_switch_->isToggled() && times->GetBeginTime() > times->GetEndTime();
+  if (needed == !note->isHidden()) {
+    return;
+  }
+  note->setVisible(needed);
+  d_->ui.auto_run_duration_->setToolTip(needed ? note->text() : QString());
+  if (needed) {
+    QAccessibleEvent announcement(note, QAccessible::Alert);
+    QAccessible::updateAccessibility(&announcement);
+  }
+}
+
+void CSavePlanAsDlg::SetViewController(CStandardViewController* controller) {
+  if (!controller) {
+    return;
+  }
+  auto* view = qobject_cast<MarUIControl::CTreeView*>(d_->ui.node_combox_->LocationView());
+  if (d_->controller && view) {
+    disconnect(view, nullptr, d_->controller, nullptr);
+    disconnect(d_->controller, nullptr, d_->tree, nullptr);
+  }
+  d_->controller = controller;
+  connect(&CViewModelDataManager::Instance(), &CViewModelDataManager::SignalFinshExpandPublicView, this,
+          &CSavePlanAsDlg::OnSetDefaultIndex, Qt::UniqueConnection);
+  if (view) {
+    connect(view, &MarUIControl::CTreeView::AsynchronousExpand, controller,
+            &CStandardViewController::OnExpandViewTreeItem, Qt::UniqueConnection);
+    connect(controller, &CStandardViewController::SignalFinishAnsyGetSubItem, d_->tree,
+            &CPlanViewTree::OnFinishAnsyFilterExpandedTree, Qt::UniqueConnection);
+  }
+}
+
+void CSavePlanAsDlg::OnSetDefaultIndex() {
+  if (d_->default_index_set || !d_->proxy) {
+    return;
+  }
+  QModelIndex target = d_->proxy->index(0, 0);
+  if (target.isValid() && d_->proxy->rowCount(target) > 0) {
+    target = d_->proxy->index(0, 0, target);
+  }
+  choose(target);
+  d_->default_index_set = true;
+}
+
+// The first call makes the drop-down expand down to the row; only with the row laid out does the second one reach it.
+void CSavePlanAsDlg::choose(const QModelIndex& index) {
+  const QPersistentModelIndex target(index);
+  d_->ui.node_combox_->SetCurrentIndex(target);
+  d_->ui.node_combox_->SetCurrentIndex(target);
+}
+
+void CSavePlanAsDlg::setDefaultIndex() {
+  OnSetDefaultIndex();
+}
+
+void CSavePlanAsDlg::SetCurIndexByPlayItem() {
+  if (!d_->model || !d_->proxy) {
+    return;
+  }
+  if (const QStandardItem* playing = d_->model->FindItemPlanPlaying()) {
+    const QModelIndex index = playing->index();
+    if (index.isValid() && index.parent().isValid()) {
+      choose(d_->proxy->mapFromSource(index.parent()));
+    }
+    return;
+  }
+  const QModelIndex root = d_->proxy->index(0, 0);
+  if (!root.isValid()) {
+    return;
+  }
+  if (CViewConfigManager::Instance().CreatePlanUnderRootNode()) {
+    choose(root);
+  } else if (d_->proxy->rowCount(root) > 0) {
+    choose(d_->proxy->index(0, 0, root));
+  }
+}
+
+void CSavePlanAsDlg::ExpandDefaultIndex() {
+  const QAbstractItemModel* rows = d_->tree ? d_->ui.node_combox_->LocationModel() : nullptr;
+  const QModelIndex root = rows ? rows->index(0, 0) : QModelIndex();
+  if (root.isValid()) {
+    d_->tree->ExpandAsync(root);
+  }
+}
+
+void CSavePlanAsDlg::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  const auto& config = CViewConfigManager::Instance();
+  d_->ui.name_line_edit_->setText((config.IsShowPlanOrView() ? tr("Plan") : tr("View")) +
+                                  QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmss")));
+  d_->ui.auto_run_switch_->setToggle(false);
+  d_->ui.auto_run_duration_->hide();
+  d_->ui.auto_run_duration_->SetBeginTime(kMidnight);
+  d_->ui.auto_run_duration_->SetEndTime(kMidnight);
+  if (config.IsSupportTimedPlay()) {
+    setFixedHeight(kHeightTimesOff);
+  }
+  KeepOnScreen(this, pos());
+  activateWindow();
+  d_->ui.name_line_edit_->setFocus(Qt::PopupFocusReason);
+  d_->ui.name_line_edit_->selectAll();
+}
+
+bool CSavePlanAsDlg::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == d_->ui.name_line_edit_) {
+    if (event->type() == QEvent::Enter) {
+      stopHint();
+      d_->hint_timer = startTimer(kHintDelay, Qt::CoarseTimer);
+    } else if (event->type() == QEvent::Leave || event->type() == QEvent::Hide) {
+      stopHint();
+    }
+  }
+  if (watched != this) {
+    return false;
+  }
+  if (event->type() == QEvent::ActivationChange && QApplication::activeWindow() != this &&
+      !geometry().contains(QCursor::pos())) {
+    close();
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void CSavePlanAsDlg::stopHint() {
+  if (d_->hint_timer != 0) {
+    killTimer(d_->hint_timer);
+    d_->hint_timer = 0;
+    QToolTip::hideText();
+  }
+}
+
+void CSavePlanAsDlg::timerEvent(QTimerEvent* event) {
+  const auto* field = d_->ui.name_line_edit_;
+  if (event->timerId() == d_->hint_timer && field->text().isEmpty()) {
+    const int y = field->mapTo(this, QPoint()).y() + field->height() - kHintRise;
+    QToolTip::showText(mapToGlobal(QPoint(mapFromGlobal(QCursor::pos()).x(), y)), namingRule().toHtmlEscaped());
+  }
+  QWidget::timerEvent(event);
+}
+
+bool CSavePlanAsDlg::event(QEvent* event) {
+  return QWidget::event(event);
+}
+
+void CSavePlanAsDlg::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    OnClickSaveAsPlan();
+  } else if (event->matches(QKeySequence::Cancel)) {
+    close();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+void CSavePlanAsDlg::OnClickSaveAsPlan() {
+  if (!checkInput() || (!CViewConfigManager::Instance().CreatePlanUnderRootNode() && !checkParentNodeAllowed()) ||
+      !checkAutoPlayTime()) {
+    return;
+  }
+  // Who hears the signal may end the panel, and this dialog with it.
+  const QPointer<CSavePlanAsDlg> self(this);
+  if (d_->ui.node_combox_->GetCurrentIndex().isValid()) {
+    Q_EMIT signalSavePlanAs();
+  }
+  if (self) {
+    hide();
+  }
+}
+
+bool CSavePlanAsDlg::checkInput() const {
+  const QString problem = nameProblem();
+  if (problem.isEmpty()) {
+    return true;
+  }
+  showRefusal(problem);
+  d_->ui.name_line_edit_->setFocus();
+  return false;
+}
+
+// Narrower than what may be typed: apostrophe and percent come in with names set by the client and are kept.
+QString CSavePlanAsDlg::nameProblem() const {
+  static const QRegularExpression forbidden(QStringLiteral(R"(\\|/|:|\*|\?|"|<|>|\|)"));
+  const QString name = d_->ui.name_line_edit_->text().trimmed();
+  if (name.isEmpty()) {
+    return tr("NameCanNotBeEmpty");
+  }
+  if (name.contains(forbidden)) {
+    return tr("TheInputCannotContainAnyOfTheFollowingCharacters") + QStringLiteral(R"(/ \ : * ? " < > |)");
+  }
+  return name.size() > kLongestName ? tr("NoMoreThan%1CharactersCanBeInput").arg(kLongestName) : QString();
+}
+
+bool CSavePlanAsDlg::checkParentNodeAllowed() {
+  const QModelIndex node = d_->ui.node_combox_->GetCurrentIndex();
+  if (!node.isValid()) {
+    // No message: the empty box with its request to choose a group is in sight, and now has the focus.
+    d_->ui.node_combox_->setFocus();
+    return false;
+  }
+  const int type = node.data(ItemTypeRole).toInt();
+  if (type == PublicRootItem || type == OwnRootItem) {
+    showRefusal(tr("XZeAMVRefJrzdBvsJW"));
+    return false;
+  }
+  return true;
+}
+
+// A begin later than the end passes: the times may belong to a plan that is switched on later. The note says it.
+bool CSavePlanAsDlg::checkAutoPlayTime() {
+  const auto* times = d_->ui.auto_run_duration_;
+  if (!d_->ui.auto_run_switch_->isToggled() || times->GetBeginTime() != times->GetEndTime()) {
+    return true;
+  }
+  showRefusal(tr("TheBeginningTimeCannotEqualTheEndTime"));
+  return false;
+}
+
+void CSavePlanAsDlg::showRefusal(const QString& text) const {
+  tarn_ui_data_controller::CNomalMessageManager::Instance().ShowMessage(MarUIControl::GetIndependentWindow(d_->parent),
+                                                                        text, kRefusal);
+}
+
+void CSavePlanAsDlg::GetPlanParam(view_plugin_protocol::AddPlanRequest& request) {
+  using MarUIControl::QStringToString;
+  const QString time_form = QStringLiteral("hh:mm:ss");
+  const QModelIndex node = d_->ui.node_combox_->GetCurrentIndex();
+  // The name goes out as typed: blanks around it are the user's own way to order names.
+  request.plan_name = QStringToString(d_->ui.name_line_edit_->text());
+  request.index_type = CViewPublicDef::GetIndexType(node);
+  request.parent_index_code = QStringToString(node.data(GroupIndexCodeRole).toString());
+  request.auto_play = d_->ui.auto_run_switch_->isToggled();
+  request.begin_time = QStringToString(d_->ui.auto_run_duration_->GetBeginTime().toString(time_form));
+  request.end_time = QStringToString(d_->ui.auto_run_duration_->GetEndTime().toString(time_form));
+}
+
+}  // namespace TarnPlanView

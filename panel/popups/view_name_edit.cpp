@@ -1,0 +1,190 @@
+#include "view_name_edit.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QRegExpValidator>
+#include <QTimerEvent>
+#include <QToolTip>
+
+#include "MarUIControl/string_conversion.h"
+#include "TarnUIDataController/nomal_message_manager.h"
+#include "keep_on_screen.h"
+#include "ui_view_name_edit.h"
+
+namespace TarnPlanView {
+
+namespace {
+
+enum Mode { AddGroup = 0, RenameGroup = 1, RenameCycle = 2 };
+
+constexpr int kLongestName = 256;
+constexpr int kHintDelay = 500;  // ms
+constexpr int kHintRise = 25;    // how far above the field's lower edge the hint begins
+constexpr int kRefusal = 1;
+
+// The pop-up is white in every skin, so what stands on it must not take the colours of a dark one.
+constexpr char kOnWhite[] =
+    "QLabel { color: #1e2329; background: transparent; }"
+    "QLineEdit { color: #1e2329; background: #ffffff; border: 1px solid #7d8692;"
+    " selection-background-color: #b5232a; selection-color: #ffffff; }"
+    "QLineEdit:focus { border-color: #b5232a; }";
+
+}  // namespace
+
+CViewNameEdit::CViewNameEdit(QWidget* parent)
+    : QFrame(parent), ui_(std::make_unique<Ui::CViewNameEdit>()), parent_(parent) {
+  setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+  BuildForm();
+  connect(ui_->ptr_save_btn, &QPushButton::clicked, this, &CViewNameEdit::OnClickedBtn);
+}
+
+CViewNameEdit::~CViewNameEdit() = default;
+
+void CViewNameEdit::BuildForm() {
+  ui_->setupUi(this);
+  // The button hands the focus on, so that a click on it is no focus loss of the field.
+  ui_->ptr_save_btn->setFocusProxy(ui_->ptr_name_edit);
+  setStyleSheet(QString::fromLatin1(kOnWhite));
+  ui_->view_name_frame->setStyleSheet(
+      QStringLiteral("MarUIControl--CFrame#view_name_frame {background-color: #ffffff}"));
+  ui_->ptr_name_edit->setMaxLength(kLongestName);
+  ui_->ptr_name_edit->setPlaceholderText(NamingRule());
+  ui_->ptr_name_edit->installEventFilter(this);
+  ui_->ptr_name_edit->setValidator(
+      new QRegExpValidator(QRegExp(QStringLiteral(R"(^[^\\/:*?"<|'%>]{1,256}$)")), ui_->ptr_name_edit));
+}
+
+QString CViewNameEdit::NamingRule() const {
+  return tr("PleaseEnterCharacterUYoapXK")
+      .arg(QStringLiteral("1"), 0, QLatin1Char(' '))
+      .arg(QString::number(kLongestName), 0, QLatin1Char(' '))
+      .arg(QStringLiteral(R"(\/:*?"<|'%>)"), 0, QLatin1Char(' '));
+}
+
+void CViewNameEdit::SetMode(int mode) {
+  mode_ = mode;
+  switch (mode) {
+    case AddGroup:
+      ui_->ptr_name_edit->setText(
+          QCoreApplication::translate("Shared", "Orbis-ControlClient.99baf139876846ebb0412f61e6eca142.name") +
+          QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmss")));
+      ui_->ptr_name_label->SetText(tr("AddTheGroupSOBHJhrgRz"));
+      ui_->ptr_save_btn->setText(tr("Add"));
+      break;
+    case RenameGroup:
+      ui_->ptr_name_label->SetText(tr("TheEditorialTeamQVTMBMCmUa"));
+      ui_->ptr_save_btn->setText(tr("Save"));
+      break;
+    case RenameCycle:
+      ui_->ptr_name_label->SetText(QCoreApplication::translate("Shared", "Orbis-ControlClient.CycleName.name"));
+      ui_->ptr_save_btn->setText(tr("Save"));
+      break;
+    default:
+      break;
+  }
+}
+
+void CViewNameEdit::SetName(const QString& name) {
+  name_ = name;
+  ui_->ptr_name_edit->setText(name);
+}
+
+void CViewNameEdit::OnClickedBtn() {
+  const QString name = ui_->ptr_name_edit->text().trimmed();
+  if (name.isEmpty()) {
+    tarn_ui_data_controller::CNomalMessageManager::Instance().ShowMessage(MarUIControl::GetIndependentWindow(parent_),
+                                                                          tr("TheNameIsRequired"), kRefusal);
+    return;
+  }
+  // Who hears the name may ask a question, and this pop-up may be gone after it.
+  const QPointer<CViewNameEdit> self(this);
+  Report(name);
+  if (self) {
+    hide();
+  }
+}
+
+void CViewNameEdit::Report(const QString& name) {
+  if (mode_ == AddGroup) {
+    Q_EMIT SignalAddPlanViewGroup(name);
+  } else if (mode_ == RenameGroup && name != name_) {
+    Q_EMIT SignalEditPlanViewGroup(name);
+  } else if (mode_ == RenameCycle && name != name_) {
+    Q_EMIT SignalEditCycleName(name);
+  }
+}
+
+bool CViewNameEdit::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != ui_->ptr_name_edit) {
+    return QFrame::eventFilter(watched, event);
+  }
+  switch (event->type()) {
+    case QEvent::Enter:
+      StopHint();
+      hint_timer_ = startTimer(kHintDelay, Qt::CoarseTimer);
+      break;
+    case QEvent::Leave:
+    case QEvent::Hide:  // a confirmed pop-up vanishes under the cursor
+      StopHint();
+      break;
+    case QEvent::FocusOut:
+      focusOutEvent(static_cast<QFocusEvent*>(event));
+      return true;
+    default:
+      break;
+  }
+  return QFrame::eventFilter(watched, event);
+}
+
+void CViewNameEdit::StopHint() {
+  if (hint_timer_ != 0) {
+    killTimer(hint_timer_);
+    hint_timer_ = 0;
+    QToolTip::hideText();
+  }
+}
+
+void CViewNameEdit::timerEvent(QTimerEvent* event) {
+  const auto* field = ui_->ptr_name_edit;
+  if (event->timerId() == hint_timer_ && field->text().isEmpty()) {
+    const int y = field->mapTo(this, QPoint()).y() + field->height() - kHintRise;
+    QToolTip::showText(mapToGlobal(QPoint(mapFromGlobal(QCursor::pos()).x(), y)), NamingRule().toHtmlEscaped());
+  }
+  QFrame::timerEvent(event);
+}
+
+void CViewNameEdit::focusOutEvent(QFocusEvent* event) {
+  // The border counts as outside: whoever aims at what lies behind the pop-up often hits just its edge.
+  const QPoint cursor = mapFromGlobal(QCursor::pos());
+  if (!rect().adjusted(1, 1, 0, 0).contains(cursor)) {
+    hide();
+  }
+  QFrame::focusOutEvent(event);
+}
+
+void CViewNameEdit::showEvent(QShowEvent* event) {
+  QFrame::showEvent(event);
+  KeepOnScreen(this, pos());
+  activateWindow();
+  ui_->ptr_name_edit->setFocus(Qt::PopupFocusReason);
+  ui_->ptr_name_edit->selectAll();
+}
+
+void CViewNameEdit::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      OnClickedBtn();
+      break;
+    case Qt::Key_Escape:
+      hide();
+      break;
+    default:
+      QFrame::keyPressEvent(event);
+      break;
+  }
+}
+
+}  // namespace TarnPlanView
