@@ -6,7 +6,8 @@
 
 namespace MarUIControl {
 
-/// One line of plain text; what does not fit ends in an ellipsis and stands in the tool tip. Markup in a text is shown
+/// One line of plain text; what does not fit ends in an ellipsis and is shown when the
+/// mouse rests on it. Markup in a text is shown
 /// as it is, because names come from users. text() and the accessible name always hold the whole text. Thread: GUI.
 class TARN_HOST_EXPORT CLabel : public QLabel {
   Q_OBJECT
@@ -20,11 +21,11 @@ class TARN_HOST_EXPORT CLabel : public QLabel {
   QSize minimumSizeHint() const override;
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
 
  private:
-  void RenewToolTip();
+  bool IsElided() const;
 };
 
 }  // namespace MarUIControl

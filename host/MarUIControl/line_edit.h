@@ -6,8 +6,8 @@
 
 namespace MarUIControl {
 
-/// One line of text. What is pasted loses its line breaks and, under a validator that says which characters may stand,
-/// the characters that may not, instead of being refused as a whole. Thread: GUI.
+/// One line of text. What is pasted or dropped loses its line breaks and, under a validator that says which characters
+/// may stand, the characters that may not, instead of being refused as a whole. Thread: GUI.
 class TARN_HOST_EXPORT CLineEdit : public QLineEdit {
   Q_OBJECT
  public:
@@ -22,9 +22,15 @@ class TARN_HOST_EXPORT CLineEdit : public QLineEdit {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
-  void PasteAllowed();
+  void PasteAllowed(const QString& pasted);
+  QString Allowed(const QString& pasted) const;
+  QString TextWith(const QString& inserted) const;
+  bool IsRefused(QString text) const;
+  void SeparateUndo();
 };
 
 }  // namespace MarUIControl

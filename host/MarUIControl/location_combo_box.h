@@ -13,9 +13,9 @@ namespace MarUIControl {
 
 /// Combo box whose drop-down holds an item view of the caller's, with an edit line above it that looks for rows.
 ///
-/// Opens by click, Space, F4 and Alt+Down; Esc closes it without a choice; a click or Return on a selectable row
-/// chooses it and closes. The expander of a row only expands. The drop-down stays on the screen it was opened on.
-/// Thread: GUI.
+/// Opens by click, Space, F4 and Alt+Down; Esc closes it without a choice, and nothing but it; a click or Return on a
+/// selectable row chooses it and closes. In the edit line Return takes the row that was found. The expander of a row
+/// only expands. The drop-down stays on the screen it was opened on. Thread: GUI.
 class TARN_HOST_EXPORT CLocationComboBox : public QWidget {
   Q_OBJECT
  public:
@@ -51,7 +51,6 @@ class TARN_HOST_EXPORT CLocationComboBox : public QWidget {
   /// A row was chosen in the view; the base shows its text.
   virtual void Choose(const QModelIndex& index);
 
-  bool eventFilter(QObject* watched, QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -59,6 +58,7 @@ class TARN_HOST_EXPORT CLocationComboBox : public QWidget {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
   class Private;

@@ -7,8 +7,10 @@
 
 namespace MarUIControl {
 
-/// Modal box with a title, a text and up to two buttons. exec() gives 1 for confirm and 0 for cancel, Esc and closing.
-/// Tests answer it through TarnHost::SetModalAnswer(). Thread: GUI.
+/// Box with a title, a text and up to two buttons, modal to its parent's window and over the middle of it. exec() gives
+/// 1 for confirm and 0 for cancel, Esc and closing. A parent that goes while the box is open ends it with 0 and takes
+/// it along: keep such a box in a QPointer, not on the stack. Tests answer it through TarnHost::SetModalAnswer().
+/// Thread: GUI.
 class TARN_HOST_EXPORT CModalTipDialog : public QDialog {
   Q_OBJECT
  public:
@@ -31,6 +33,9 @@ class TARN_HOST_EXPORT CModalTipDialog : public QDialog {
   QString Content() const;
 
   int exec() override;
+
+ protected:
+  void showEvent(QShowEvent* event) override;
 
  private:
   class Private;

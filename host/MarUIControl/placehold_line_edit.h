@@ -5,7 +5,8 @@
 
 namespace MarUIControl {
 
-/// Line edit whose placeholder ends in an ellipsis when it does not fit. placeholderText() holds the whole text.
+/// Line edit whose placeholder ends in an ellipsis when it does not fit; the whole is shown when the mouse rests
+/// on it, unless the field has a tool tip of its own.
 /// Thread: GUI.
 class TARN_HOST_EXPORT CPlaceholdLineEdit : public CLineEdit {
   Q_OBJECT
@@ -17,12 +18,7 @@ class TARN_HOST_EXPORT CPlaceholdLineEdit : public CLineEdit {
   QString placeholderText() const;
 
  protected:
-  void resizeEvent(QResizeEvent* event) override;
-
- private:
-  void RenewPlaceholder();
-
-  QString placeholder_;
+  bool event(QEvent* event) override;
 };
 
 }  // namespace MarUIControl

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPainterPath>
 #include <QPointer>
 #include <QWidget>
 
@@ -8,14 +9,15 @@
 namespace MarUIControl {
 
 /// Shadow around a frameless pop-up: a window of its own behind it that takes neither clicks nor activation and follows
-/// the pop-up's place, size, showing and hiding. Thread: GUI.
+/// the pop-up's place, size, showing and hiding. Where the desktop cannot blend windows, it stays away. Thread: GUI.
 class TARN_HOST_EXPORT CShadowWidget : public QWidget {
   Q_OBJECT
  public:
   CShadowWidget(QWidget* parent, Qt::WindowFlags flags);
   ~CShadowWidget() override;
 
-  /// The pop-up that casts the shadow; flag 0: the shadow does not take it as its child.
+  /// The pop-up that casts the shadow; null ends that. `flag` other than 0: the shadow owns the pop-up, unless it is
+  /// itself one of the pop-up's children.
   void SetContentWidget(QWidget* content, int flag);
   /// 0 none, 1 on all four sides.
   void SetShadowMode(int mode);
@@ -28,6 +30,8 @@ class TARN_HOST_EXPORT CShadowWidget : public QWidget {
 
  private:
   void Follow();
+  void KeepBelow();
+  QPainterPath Outline(int ring) const;
 
   QPointer<QWidget> content_;
   int mode_ = 0;

@@ -26,6 +26,7 @@ class TARN_HOST_EXPORT CSwitchControl : public QAbstractButton {
 
  private:
   void Slide(bool on);
+  void DrawKnob(QPainter* painter, const QRectF& track, const QColor& off) const;
 
   QVariantAnimation slide_;
   qreal knob_ = 0;  // 0 off, 1 on

@@ -1,16 +1,18 @@
 #include "MarUIControl/label.h"
 
-#include <QPaintEvent>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QToolTip>
+
+#include "MarUIControl/plain_tool_tip.h"
 
 namespace MarUIControl {
 
 namespace {
 
 QString OneLine(QString text) {
-  text.replace(QLatin1Char('\n'), QLatin1Char(' '));
-  return text.remove(QLatin1Char('\r'));
+  return text.replace(QLatin1Char('\n'), QLatin1Char(' ')).remove(QLatin1Char('\r'));
 }
 
 }  // namespace
@@ -19,26 +21,33 @@ CLabel::CLabel(QWidget* parent) : CLabel(QString(), parent) {}
 
 CLabel::CLabel(const QString& text, QWidget* parent) : QLabel(parent) {
   setTextFormat(Qt::PlainText);
-  SetText(text);
+  setText(text);
 }
 
 CLabel::~CLabel() = default;
 
 void CLabel::SetText(const QString& text) {
   setText(text);
-  setAccessibleName(text);
-  updateGeometry();
-  RenewToolTip();
 }
 
 QSize CLabel::minimumSizeHint() const {
   const QSize whole = QLabel::minimumSizeHint();
-  return wordWrap() ? whole
-                    : QSize(qMin(whole.width(), fontMetrics().horizontalAdvance(QStringLiteral("M…"))), whole.height());
+  if (wordWrap() || !pixmap(Qt::ReturnByValue).isNull()) {
+    return whole;
+  }
+  return QSize(qMin(whole.width(), fontMetrics().horizontalAdvance(QStringLiteral("MM\u2026"))), whole.height());
+}
+
+bool CLabel::event(QEvent* event) {
+  if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && IsElided()) {
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), PlainToolTip(text()), this);
+    return true;
+  }
+  return QLabel::event(event);
 }
 
 void CLabel::paintEvent(QPaintEvent* event) {
-  if (wordWrap() || toolTip().isEmpty()) {
+  if (!IsElided()) {
     QLabel::paintEvent(event);
     return;
   }
@@ -49,11 +58,9 @@ void CLabel::paintEvent(QPaintEvent* event) {
                         foregroundRole());
 }
 
-void CLabel::resizeEvent(QResizeEvent* event) {
-  QLabel::resizeEvent(event);
-  RenewToolTip();
+bool CLabel::IsElided() const {
+  return !wordWrap() && (text().contains(QLatin1Char('\n')) ||
+                         fontMetrics().horizontalAdvance(text()) > contentsRect().width() - 2 * margin());
 }
-
-void CLabel::RenewToolTip() {}
 
 }  // namespace MarUIControl

@@ -1,12 +1,13 @@
 #include "MarUIControl/location_combo_box.h"
 
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainterPath>
 #include <QStyleOption>
 #include <QStylePainter>
 
+#include "MarUIControl/control_accessibility.h"
 #include "MarUIControl/location_popup.h"
 
 namespace MarUIControl {
@@ -16,6 +17,12 @@ namespace {
 constexpr int kHeight = 32;
 constexpr int kPadding = 10;
 constexpr int kArrowRoom = 26;
+
+QPolygonF Chevron(const QRectF& place, bool up) {
+  const qreal ends = up ? place.bottom() : place.top();
+  return QPolygonF({QPointF(place.left(), ends), QPointF(place.center().x(), up ? place.top() : place.bottom()),
+                    QPointF(place.right(), ends)});
+}
 
 }  // namespace
 
@@ -28,6 +35,7 @@ class CLocationComboBox::Private {
 };
 
 CLocationComboBox::CLocationComboBox(QWidget* parent) : QWidget(parent), d_(new Private(this)) {
+  InstallControlAccessibility();
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -100,8 +108,13 @@ QSize CLocationComboBox::minimumSizeHint() const {
 }
 
 void CLocationComboBox::SetCurrentText(const QString& text) {
+  if (d_->text == text) {
+    return;
+  }
   d_->text = text;
   update();
+  QAccessibleValueChangeEvent changed(this, text);
+  QAccessible::updateAccessibility(&changed);
 }
 
 void CLocationComboBox::Choose(const QModelIndex& index) {
@@ -109,34 +122,23 @@ void CLocationComboBox::Choose(const QModelIndex& index) {
   Q_EMIT SignalIndexActivated(index);
 }
 
-bool CLocationComboBox::eventFilter(QObject* watched, QEvent* event) {
-  return QWidget::eventFilter(watched, event);
-}
-
 void CLocationComboBox::paintEvent(QPaintEvent*) {
   QStylePainter painter(this);
   QStyleOption option;
   option.initFrom(this);
   painter.drawPrimitive(QStyle::PE_Widget, option);
-  painter.setRenderHint(QPainter::Antialiasing);
 
   const bool empty = d_->text.isEmpty();
   const QRect room = style()->visualRect(layoutDirection(), rect(), rect().adjusted(kPadding, 0, -kArrowRoom, 0));
+  const QString shown = fontMetrics().elidedText(empty ? d_->placeholder : d_->text, Qt::ElideRight, room.width());
   painter.setPen(palette().color(empty ? QPalette::PlaceholderText : QPalette::WindowText));
-  const QString shown = empty ? d_->placeholder : d_->text;
-  painter.drawText(room, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine),
-                   fontMetrics().elidedText(shown, Qt::ElideRight, room.width()));
+  painter.drawText(room, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine), shown);
 
-  QRect arrow(0, 0, 8, 4);
+  QRect arrow(0, 0, 9, 5);
   arrow.moveCenter(QPoint(width() - kArrowRoom / 2 - 1, height() / 2));
-  arrow = style()->visualRect(layoutDirection(), rect(), arrow);
-  QPainterPath path;
-  const bool up = IsPopupVisible();
-  path.moveTo(arrow.left(), up ? arrow.bottom() : arrow.top());
-  path.lineTo(arrow.center().x(), up ? arrow.top() : arrow.bottom());
-  path.lineTo(arrow.right(), up ? arrow.bottom() : arrow.top());
+  painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(palette().color(QPalette::WindowText), 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  painter.drawPath(path);
+  painter.drawPolyline(Chevron(style()->visualRect(layoutDirection(), rect(), arrow), IsPopupVisible()));
 }
 
 void CLocationComboBox::mousePressEvent(QMouseEvent* event) {
@@ -180,6 +182,12 @@ void CLocationComboBox::changeEvent(QEvent* event) {
   if (event->type() == QEvent::EnabledChange && !isEnabled()) {
     HidePopup();
   }
+}
+
+// A drop-down is a window of its own and would stay.
+void CLocationComboBox::hideEvent(QHideEvent* event) {
+  QWidget::hideEvent(event);
+  HidePopup();
 }
 
 }  // namespace MarUIControl

@@ -132,16 +132,6 @@ bool LocationPopup::ReturnInSearch() {
   return true;
 }
 
-// What the drop-down leaves unused must not reach the dialog that the combo box stands in.
-bool LocationPopup::event(QEvent* event) {
-  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-    hide();
-    event->accept();
-    return true;
-  }
-  return QFrame::event(event);
-}
-
 // A click on the combo box closes; handed on to it, it would open again.
 void LocationPopup::mousePressEvent(QMouseEvent* event) {
   const QPoint in_owner = owner_->mapFromGlobal(event->globalPos());

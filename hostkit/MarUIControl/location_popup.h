@@ -37,7 +37,6 @@ class LocationPopup : public QFrame {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
-  bool event(QEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void hideEvent(QHideEvent* event) override;
 

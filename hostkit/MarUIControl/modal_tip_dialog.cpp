@@ -1,9 +1,12 @@
 #include "MarUIControl/modal_tip_dialog.h"
 
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QScreen>
+#include <QScrollArea>
+#include <QShowEvent>
 #include <QVBoxLayout>
-#include <QVariant>
 
 #include "MarUIControl/label.h"
 #include "MarUIControl/primary_button.h"
@@ -12,55 +15,147 @@
 
 namespace MarUIControl {
 
+namespace {
+
+constexpr int kMargin = 24;
+constexpr int kMarkSize = 26;
+constexpr int kGap = 12;
+constexpr int kTallestText = 320;
+constexpr int kButtonWidth = 96;
+constexpr int kButtonHeight = 32;
+constexpr int kWidths[] = {320, 400, 560};
+const QLatin1String kMarks[] = {QLatin1String("i"), QLatin1String("!"), QLatin1String("?")};
+
+}  // namespace
+
 class CModalTipDialog::Private {
  public:
+  explicit Private(CModalTipDialog* dialog) : q(dialog) {}
+
+  void MakeText();
+  void MakeButtons();
+  void LayOut();
+  void FitText();
+  void Center();
+  void ChooseDefault();
+
+  CModalTipDialog* const q;
   CLabel* title = nullptr;
-  QLabel* mark = nullptr;
-  QLabel* content = nullptr;
+  QLabel *mark = nullptr, *content = nullptr;
+  QScrollArea* scroll = nullptr;  // a text of the store's may be of any length
   CPrimaryButton* confirm = nullptr;
   CPushButton* cancel = nullptr;
 };
 
-CModalTipDialog::CModalTipDialog(QWidget* parent)
-    : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint), d_(new Private) {
-  setWindowModality(Qt::WindowModal);
-  d_->title = new CLabel(this);
-  d_->content = new QLabel(this);
-  d_->content->setTextFormat(Qt::PlainText);
-  d_->content->setWordWrap(true);
-  d_->confirm = new CPrimaryButton(tr("OK"), this);
-  d_->cancel = new CPushButton(tr("Cancel"), this);
-  connect(d_->confirm, &QPushButton::clicked, this, &QDialog::accept);
-  connect(d_->cancel, &QPushButton::clicked, this, &QDialog::reject);
+void CModalTipDialog::Private::MakeText() {
+  title = new CLabel(q);
+  title->setObjectName(QStringLiteral("modal_tip_title"));
+  title->hide();
+  mark = new QLabel(q);
+  mark->setObjectName(QStringLiteral("modal_tip_mark"));
+  mark->setAlignment(Qt::AlignCenter);
+  mark->setFixedSize(kMarkSize, kMarkSize);
+  content = new QLabel;
+  content->setObjectName(QStringLiteral("modal_tip_content"));
+  content->setTextFormat(Qt::PlainText);
+  content->setWordWrap(true);
+  content->setAlignment(Qt::AlignLeading | Qt::AlignTop);
+  scroll = new QScrollArea(q);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll->setWidgetResizable(true);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  scroll->setWidget(content);
+}
+
+void CModalTipDialog::Private::MakeButtons() {
+  confirm = new CPrimaryButton(CModalTipDialog::tr("OK"), q);
+  cancel = new CPushButton(CModalTipDialog::tr("Cancel"), q);
+  for (CPushButton* button : {static_cast<CPushButton*>(confirm), cancel}) {
+    button->setMinimumSize(kButtonWidth, kButtonHeight);
+  }
+  connect(confirm, &QPushButton::clicked, q, &QDialog::accept);
+  connect(cancel, &QPushButton::clicked, q, &QDialog::reject);
+}
+
+void CModalTipDialog::Private::LayOut() {
+  auto* text = new QHBoxLayout;
+  text->setSpacing(kGap);
+  text->addWidget(mark, 0, Qt::AlignTop);
+  text->addWidget(scroll, 1);
   auto* buttons = new QHBoxLayout;
+  buttons->setSpacing(kGap);
   buttons->addStretch(1);
-  buttons->addWidget(d_->confirm);
-  buttons->addWidget(d_->cancel);
-  auto* layout = new QVBoxLayout(this);
-  layout->addWidget(d_->title);
-  layout->addWidget(d_->content, 1);
-  layout->addLayout(buttons);
+  buttons->addWidget(confirm);
+  buttons->addWidget(cancel);
+  auto* column = new QVBoxLayout(q);
+  column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  column->setSpacing(kMargin - 8);
+  column->setSizeConstraint(QLayout::SetMinimumSize);
+  column->addWidget(title);
+  column->addLayout(text, 1);
+  column->addLayout(buttons);
+}
+
+void CModalTipDialog::Private::FitText() {
+  q->ensurePolished();
+  content->ensurePolished();
+  const int width = q->width() - 2 * kMargin - kMarkSize - kGap;
+  const int lines = content->heightForWidth(width);
+  scroll->setFixedHeight(qBound(kMarkSize, lines, kTallestText));
+  scroll->setFocusPolicy(lines > kTallestText ? Qt::StrongFocus : Qt::NoFocus);  // so that keys can scroll it
+  q->layout()->activate();
+  q->resize(q->width(), q->minimumSizeHint().height());
+}
+
+void CModalTipDialog::Private::Center() {
+  const QWidget* over = q->parentWidget() ? q->parentWidget()->window() : nullptr;
+  const QPoint middle = over ? over->frameGeometry().center() : QGuiApplication::primaryScreen()->geometry().center();
+  const QScreen* screen = QGuiApplication::screenAt(middle);
+  const QRect room = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+  QRect place(QPoint(0, 0), q->size());
+  place.moveCenter(middle);
+  place.moveLeft(qMax(room.left(), qMin(place.left(), room.right() - place.width() + 1)));
+  place.moveTop(qMax(room.top(), qMin(place.top(), room.bottom() - place.height() + 1)));
+  q->move(place.topLeft());
+}
+
+void CModalTipDialog::Private::ChooseDefault() {
+  CPushButton* button = confirm->isHidden() ? cancel : static_cast<CPushButton*>(confirm);
+  button->setDefault(true);
+  button->setFocus();
+}
+
+CModalTipDialog::CModalTipDialog(QWidget* parent)
+    : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint), d_(new Private(this)) {
+  setAttribute(Qt::WA_StyledBackground);
+  setWindowModality(parent ? Qt::WindowModal : Qt::ApplicationModal);  // without a window there is none to block
+  d_->MakeText();
+  d_->MakeButtons();
+  d_->LayOut();
   SetDialogSize(MiddleSize);
+  SetDialogModel(HintModel);
 }
 
 CModalTipDialog::~CModalTipDialog() = default;
 
 void CModalTipDialog::SetDialogSize(int size) {
-  static constexpr int kWidths[] = {320, 400, 560};
   setFixedWidth(kWidths[qBound<int>(SmallSize, size, LargeSize)]);
 }
 
 void CModalTipDialog::SetDialogModel(int model) {
-  setProperty("model", model);
+  d_->mark->setText(kMarks[qBound<int>(HintModel, model, QuestionModel)]);
 }
 
 void CModalTipDialog::SetTitle(const QString& title) {
   d_->title->SetText(title);
+  d_->title->setVisible(!title.isEmpty());
   setWindowTitle(title);
 }
 
 void CModalTipDialog::SetContent(const QString& content) {
   d_->content->setText(content);
+  setAccessibleDescription(content);
 }
 
 void CModalTipDialog::SetConfirmText(const QString& text) {
@@ -90,6 +185,15 @@ QString CModalTipDialog::Content() const {
 int CModalTipDialog::exec() {
   const int buttons = (d_->confirm->isHidden() ? 0 : 1) | (d_->cancel->isHidden() ? 0 : 2);
   return TarnHost::AskModal({Title(), Content(), buttons}, [this] { return QDialog::exec(); });
+}
+
+void CModalTipDialog::showEvent(QShowEvent* event) {
+  if (!event->spontaneous()) {
+    d_->FitText();
+    d_->Center();
+    d_->ChooseDefault();
+  }
+  QDialog::showEvent(event);
 }
 
 }  // namespace MarUIControl

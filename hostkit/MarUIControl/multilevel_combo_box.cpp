@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QTreeView>
 
+#include "MarUIControl/plain_tool_tip.h"
+
 namespace MarUIControl {
 
 namespace {
@@ -44,7 +46,7 @@ void CMultilevelComboBox::SetCurrentIndex(const QModelIndex& index) {
 }
 
 QModelIndex CMultilevelComboBox::GetCurrentIndex() const {
-  return current_;
+  return current_.model() == LocationModel() ? QModelIndex(current_) : QModelIndex();
 }
 
 void CMultilevelComboBox::Choose(const QModelIndex& index) {
@@ -70,7 +72,7 @@ void CMultilevelComboBox::WatchModel() {
 
 void CMultilevelComboBox::RenewText() {
   SetCurrentText(current_.data(Qt::DisplayRole).toString());
-  setToolTip(WayTo(current_));
+  setToolTip(PlainToolTip(WayTo(current_)));
   if (chosen_ && !current_.isValid()) {
     chosen_ = false;
     Q_EMIT SignalCurrentIndexChanged(QModelIndex());

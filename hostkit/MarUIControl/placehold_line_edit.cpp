@@ -1,7 +1,11 @@
 #include "MarUIControl/placehold_line_edit.h"
 
+#include <QHelpEvent>
 #include <QStyle>
 #include <QStyleOptionFrame>
+#include <QToolTip>
+
+#include "MarUIControl/plain_tool_tip.h"
 
 namespace MarUIControl {
 
@@ -9,28 +13,27 @@ CPlaceholdLineEdit::CPlaceholdLineEdit(QWidget* parent) : CLineEdit(parent) {}
 
 CPlaceholdLineEdit::~CPlaceholdLineEdit() = default;
 
+// The base draws the ellipsis.
 void CPlaceholdLineEdit::setPlaceholderText(const QString& text) {
-  placeholder_ = text;
-  RenewPlaceholder();
+  CLineEdit::setPlaceholderText(text);
 }
 
 QString CPlaceholdLineEdit::placeholderText() const {
-  return placeholder_;
+  return CLineEdit::placeholderText();
 }
 
-void CPlaceholdLineEdit::resizeEvent(QResizeEvent* event) {
-  CLineEdit::resizeEvent(event);
-  RenewPlaceholder();
-}
-
-void CPlaceholdLineEdit::RenewPlaceholder() {
+bool CPlaceholdLineEdit::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip || !text().isEmpty() || !toolTip().isEmpty()) {
+    return CLineEdit::event(event);
+  }
   QStyleOptionFrame option;
   initStyleOption(&option);
-  const QRect room = style()->subElementRect(QStyle::SE_LineEditContents, &option, this);
-  const QMargins margins = textMargins();
-  constexpr int kCursorRoom = 6;
-  const int width = room.width() - margins.left() - margins.right() - kCursorRoom;
-  QLineEdit::setPlaceholderText(fontMetrics().elidedText(placeholder_, Qt::ElideRight, width));
+  const int room = style()->subElementRect(QStyle::SE_LineEditContents, &option, this).width();
+  if (fontMetrics().horizontalAdvance(placeholderText()) <= room) {
+    return CLineEdit::event(event);
+  }
+  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), PlainToolTip(placeholderText()), this);
+  return true;
 }
 
 }  // namespace MarUIControl

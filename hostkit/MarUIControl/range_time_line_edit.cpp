@@ -9,14 +9,14 @@ namespace MarUIControl {
 CRangeTimeLineEdit::CRangeTimeLineEdit(QWidget* parent) : QWidget(parent) {
   begin_ = MakeEdit(tr("Begin time"));
   end_ = MakeEdit(tr("End time"));
-  auto* dash = new QLabel(QStringLiteral("–"), this);
+  auto* dash = new QLabel(QStringLiteral("\u2013"), this);
   dash->setObjectName(QStringLiteral("range_time_dash"));
-  auto* layout = new QHBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(8);
-  layout->addWidget(begin_, 1);
-  layout->addWidget(dash);
-  layout->addWidget(end_, 1);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(1, 1, 1, 1);
+  row->setSpacing(4);
+  row->addWidget(begin_, 1);
+  row->addWidget(dash);
+  row->addWidget(end_, 1);
   setFocusProxy(begin_);
 }
 
@@ -38,9 +38,12 @@ QTime CRangeTimeLineEdit::GetEndTime() const {
   return end_->time();
 }
 
+// Typing, the arrow keys and the wheel set the times; arrow buttons would leave no room for the seconds.
 QTimeEdit* CRangeTimeLineEdit::MakeEdit(const QString& name) {
   auto* edit = new QTimeEdit(QTime(0, 0), this);
   edit->setDisplayFormat(QStringLiteral("HH:mm:ss"));
+  edit->setButtonSymbols(QAbstractSpinBox::NoButtons);
+  edit->setAlignment(Qt::AlignCenter);
   edit->setAccessibleName(name);
   edit->setToolTip(name);
   edit->setWrapping(true);

@@ -2,18 +2,24 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <QWindow>
+#include <QX11Info>
 
 namespace MarUIControl {
 
 namespace {
 
 constexpr int kSpread = 12;
-constexpr int kDarkest = 26;
+constexpr qreal kDarkest = 0.34;
+
+bool CanBlend() {
+  return !QX11Info::isPlatformX11() || QX11Info::isCompositingManagerRunning();
+}
 
 }  // namespace
 
 CShadowWidget::CShadowWidget(QWidget* parent, Qt::WindowFlags flags)
-    : QWidget(parent, flags | Qt::FramelessWindowHint) {
+    : QWidget(parent, flags | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint | Qt::WindowDoesNotAcceptFocus) {
   setAttribute(Qt::WA_TranslucentBackground);
   setAttribute(Qt::WA_ShowWithoutActivating);
   setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -22,13 +28,16 @@ CShadowWidget::CShadowWidget(QWidget* parent, Qt::WindowFlags flags)
 
 CShadowWidget::~CShadowWidget() = default;
 
-void CShadowWidget::SetContentWidget(QWidget* content, int) {
+void CShadowWidget::SetContentWidget(QWidget* content, int flag) {
   if (content_) {
     content_->removeEventFilter(this);
   }
   content_ = content;
   if (content) {
     content->installEventFilter(this);
+    if (flag != 0 && parentWidget() != content) {
+      content->setParent(this, content->windowFlags());
+    }
   }
   Follow();
 }
@@ -44,38 +53,64 @@ void CShadowWidget::SetAutoShow(bool automatic) {
   Follow();
 }
 
+// The pop-up is told of its showing before its window comes up: so the shadow's is below it and was active before it.
 bool CShadowWidget::eventFilter(QObject* watched, QEvent* event) {
-  switch (event->type()) {
-    case QEvent::Move:
-    case QEvent::Resize:
-    case QEvent::Show:
-    case QEvent::Hide:
-      Follow();
-      break;
-    default:
-      break;
+  if (watched == content_) {
+    switch (event->type()) {
+      case QEvent::Move:
+      case QEvent::Resize:
+      case QEvent::Show:
+      case QEvent::Hide:
+        Follow();
+        break;
+      default:
+        break;
+    }
   }
   return QWidget::eventFilter(watched, event);
 }
 
+// Nothing is painted where the pop-up stands: some desktops keep a window's own tool windows above it.
 void CShadowWidget::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
+  QPainterPath around;
+  around.addRect(rect());
+  around.addRect(rect().adjusted(kSpread, kSpread, -kSpread, -kSpread));
+  painter.setClipPath(around);
   painter.setPen(Qt::NoPen);
+  // Each ring lies on those outside it; weights rise inwards, so that the edge is soft.
   for (int ring = 0; ring < kSpread; ++ring) {
-    painter.setBrush(QColor(0, 0, 0, kDarkest / kSpread + ring / 3));
-    painter.drawRoundedRect(rect().adjusted(ring, ring, -ring, -ring), kSpread - ring / 2, kSpread - ring / 2);
+    const qreal weight = kDarkest * 2 * (ring + 1) / (kSpread * (kSpread + 1));
+    painter.fillPath(Outline(ring), QColor::fromRgbF(0, 0, 0, weight));
   }
 }
 
+QPainterPath CShadowWidget::Outline(int ring) const {
+  QPainterPath outline;
+  outline.addRoundedRect(rect().adjusted(ring, ring, -ring, -ring), kSpread - ring, kSpread - ring);
+  return outline;
+}
+
 void CShadowWidget::Follow() {
-  if (!content_) {
-    hide();
+  if (content_) {
+    setGeometry(content_->geometry().adjusted(-kSpread, -kSpread, kSpread, kSpread));
+  }
+  const bool visible = content_ && mode_ != 0 && content_->isVisible() && CanBlend();
+  if (!automatic_ && content_) {
     return;
   }
-  setGeometry(content_->frameGeometry().adjusted(-kSpread, -kSpread, kSpread, kSpread));
-  if (automatic_) {
-    setVisible(mode_ != 0 && content_->isVisible());
+  const bool appears = visible && !isVisible();
+  setVisible(visible);
+  if (appears) {
+    KeepBelow();
+  }
+}
+
+void CShadowWidget::KeepBelow() {
+  content_->raise();
+  if (QWindow* window = content_->windowHandle(); window && window->isExposed()) {
+    content_->activateWindow();
   }
 }
 

@@ -1,9 +1,9 @@
 #include "MarUIControl/switch_control.h"
 
-#include <QEvent>
 #include <QKeyEvent>
 #include <QPainter>
 
+#include "MarUIControl/control_accessibility.h"
 #include "TarnUIDataController/skin_loader.h"
 
 namespace MarUIControl {
@@ -24,9 +24,16 @@ QColor Between(const QColor& from, const QColor& to, qreal part) {
                           from.blueF() + (to.blueF() - from.blueF()) * part);
 }
 
+void DrawPill(QPainter* painter, const QRectF& rect, const QPen& pen, const QBrush& brush) {
+  painter->setPen(pen);
+  painter->setBrush(brush);
+  painter->drawRoundedRect(rect, rect.height() / 2, rect.height() / 2);
+}
+
 }  // namespace
 
 CSwitchControl::CSwitchControl(QWidget* parent) : QAbstractButton(parent) {
+  InstallControlAccessibility();
   setCheckable(true);
   setFocusPolicy(Qt::StrongFocus);
   setCursor(Qt::PointingHandCursor);
@@ -55,27 +62,35 @@ QSize CSwitchControl::sizeHint() const {
 void CSwitchControl::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  constexpr qreal kMargin = 1.5;
-  const QSizeF size(qMin<qreal>(width(), kWidth), qMin<qreal>(height(), kHeight));
-  QRectF track(QPointF((width() - size.width()) / 2, (height() - size.height()) / 2), size);
-  track.adjust(kMargin, kMargin, -kMargin, -kMargin);
-  const QColor off = SkinColor("surface");
+  QRectF track(0, 0, qMin(width(), kWidth), qMin(height(), kHeight));
+  track.moveCenter(QRectF(rect()).center());
+  if (hasFocus()) {
+    DrawPill(&painter, track.adjusted(1, 1, -1, -1), QPen(SkinColor("focus"), 2), Qt::NoBrush);
+  }
+  track.adjust(3, 3, -3, -3);
   const QColor line = SkinColor(isEnabled() ? "control_border" : "border");
   const QColor on = isEnabled() ? SkinColor("accent") : line;
-  const qreal radius = track.height() / 2;
-  const bool marked = hasFocus();
-  painter.setPen(QPen(marked ? SkinColor("focus") : Between(line, on, knob_), marked ? 2 : 1.2));
-  painter.setBrush(Between(off, on, knob_));
-  painter.drawRoundedRect(track, radius, radius);
+  DrawPill(&painter, track, QPen(Between(line, on, knob_), 1.4), Between(SkinColor("surface"), on, knob_));
+  DrawKnob(&painter, track, line);
+}
 
-  const qreal knob = track.height() - 6;
+// Off it is a ring at the near end, on a disc with a tick at the far end.
+void CSwitchControl::DrawKnob(QPainter* painter, const QRectF& track, const QColor& off) const {
   const qreal way = track.width() - track.height();
-  const qreal place = isRightToLeft() ? 1 - knob_ : knob_;
-  QRectF circle(0, 0, knob, knob);
-  circle.moveCenter(QPointF(track.left() + radius + way * place, track.center().y()));
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(Between(line, SkinColor(isEnabled() ? "accent_text" : "surface"), knob_));
-  painter.drawEllipse(circle);
+  const QPointF center(track.left() + track.height() / 2 + way * (isRightToLeft() ? 1 - knob_ : knob_),
+                       track.center().y());
+  const QColor on = SkinColor(isEnabled() ? "accent_text" : "surface");
+  const qreal radius = track.height() / 2 - 4 + knob_ * 1.5;
+  painter->setPen(QPen(Between(off, on, knob_), 2));
+  painter->setBrush(knob_ > 0.5 ? QBrush(on) : QBrush(Qt::NoBrush));
+  painter->drawEllipse(center, radius - 1, radius - 1);
+  if (knob_ > 0.5) {
+    painter->setPen(
+        QPen(SkinColor(isEnabled() ? "accent" : "border"), 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawPolyline(
+        QPolygonF({center + QPointF(-2.8, 0), center + QPointF(-0.8, 2.2), center + QPointF(3, -2.4)}));
+  }
 }
 
 void CSwitchControl::keyPressEvent(QKeyEvent* event) {
