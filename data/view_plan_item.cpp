@@ -35,6 +35,13 @@ CViewPlanItem::CViewPlanItem(const ViewManagerParam& param, const view_plugin_pr
 
 CViewPlanItem::~CViewPlanItem() = default;
 
+QVariant CViewPlanItem::data(int role) const {
+  if (role == Qt::AccessibleTextRole && data(PlayingRole).toBool()) {
+    return tr("%1, playing").arg(text());
+  }
+  return CStandardItem::data(role);
+}
+
 void CViewPlanItem::SetPlayState(bool playing) {
   setIcon(CViewPublicDef::GetPlanIcon(param_.type == PublicTheme, playing));
   setData(playing, PlayingRole);

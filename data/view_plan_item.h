@@ -17,6 +17,9 @@ class CViewPlanItem : public QObject, public MarUIControl::CStandardItem {
 
   using MarUIControl::CStandardItem::setData;
 
+  /// Of the playing plan also the text for assistive technology, which tells that it plays.
+  QVariant data(int role = Qt::UserRole + 1) const override;
+
   /// Renews the icon, then role 673.
   void SetPlayState(bool playing);
 

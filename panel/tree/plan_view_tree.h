@@ -23,15 +23,15 @@ namespace TarnPlanView {
 /// Tree of plan groups and plans: levels of rows, "more" button on hover, popup menu, drags to the live wall and within
 /// the tree. It only asks: what a command or a drop means is decided by whoever listens.
 ///
-/// Keys: Return or Enter plays a plan row and expands a group row, F2 edits, Delete deletes, Menu and Shift+F10 open the
-/// menu at the current row. Thread: GUI.
+/// Keys: Return or Enter plays a plan row and expands a group row, F2 edits, Delete deletes, Menu and Shift+F10 open
+/// the menu at the current row. Thread: GUI.
 class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
   Q_OBJECT
  public:
-  explicit CPlanViewTree(QWidget* parent);
+  explicit CPlanViewTree(QWidget* parent = nullptr);
   ~CPlanViewTree() override;
 
-  /// Not owned. What was expanded by the user expands again, by its code, when its row comes in anew.
+  /// Not owned. What was expanded expands again, by its code, when its row comes in anew.
   void SetFilterSortModel(QSortFilterProxyModel* model);
   /// Puts the hover buttons on the rows (the host's own spelling).
   void SetShowRightHoverDelgete();
@@ -56,7 +56,8 @@ class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
 
  Q_SIGNALS:
   void SignalCurrentIndexChanged(const QModelIndex& current, const QModelIndex& previous);
-  /// A command of the menu or of a key; `data` is the row's code as QString. The row is the current one.
+  /// A command of the menu or of a key; `data` is the code, as QString, of the row that the menu was opened for. That
+  /// row is the current one, unless it has vanished meanwhile.
   void SignalMenuClicked(tarn_ui_data_controller::MsgType type, QVariant data);
   void SignalMessageTipNeeded(const QString& text, int state);
   /// Own rows were dropped: where the drag began, where it ended, and the row it ended on (all in the viewport).
@@ -85,6 +86,8 @@ class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
   void dropEvent(QDropEvent* event) override;
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;

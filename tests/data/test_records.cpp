@@ -154,8 +154,10 @@ void RecordsTest::PlanRowAndPlayState() {
     item.SetPlayState(true);
     QCOMPARE(item.data(PlayingRole), QVariant(true));
     QCOMPARE(item.icon().cacheKey(), CViewPublicDef::GetPlanIcon(!dark, true).cacheKey());
+    QCOMPARE(item.data(Qt::AccessibleTextRole), QVariant("Gate, playing"));
     item.SetPlayState(false);
     QCOMPARE(item.data(PlayingRole), QVariant(false));
+    QVERIFY(!item.data(Qt::AccessibleTextRole).isValid());
     QCOMPARE(item.icon().cacheKey(), CViewPublicDef::GetPlanIcon(dark, false).cacheKey());
   }
 }

@@ -1,0 +1,229 @@
+#include "plan_tree_item_delegate.h"
+
+#include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QTextDocument>
+#include <QToolTip>
+
+#include "TarnUIDataController/skin_loader.h"
+#include "WidgetKit/new_location_view_widget.h"
+#include "plan_item_role.h"
+#include "view_config_manager.h"
+#include "view_public_def.h"
+
+namespace TarnPlanView {
+
+namespace {
+
+constexpr int kGap = 6;
+constexpr int kBadgeSize = 14;
+constexpr int kMoreSize = 22;
+constexpr int kMoreIconSize = 16;
+
+QFont Bold(QFont font) {
+  font.setBold(true);
+  return font;
+}
+
+QIcon MoreIcon(bool light_strokes) {
+  const QString path = QStringLiteral(":/Images/TarnPlanView/row_more.svg");
+  return QIcon(CViewPublicDef::GetDarkPath(path, light_strokes));
+}
+
+bool IsPlaying(const QModelIndex& index) {
+  return index.data(PlayingRole).toBool();
+}
+
+// A name is never taken for markup.
+QString PlainToolTip(const QString& name) {
+  return Qt::mightBeRichText(name) ? QStringLiteral("<span>%1</span>").arg(name.toHtmlEscaped()) : name;
+}
+
+}  // namespace
+
+CPlanTreeItemDelegate::CPlanTreeItemDelegate(QAbstractItemView* view)
+    : QStyledItemDelegate(view), view_(view), metrics_(view->font()), bold_metrics_(view->font()) {
+  Renew();
+}
+
+CPlanTreeItemDelegate::~CPlanTreeItemDelegate() = default;
+
+void CPlanTreeItemDelegate::Renew() {
+  bold_font_ = Bold(view_->font());
+  metrics_ = QFontMetrics(view_->font());
+  bold_metrics_ = QFontMetrics(bold_font_);
+  const auto& skin = tarn_ui_data_controller::CSkinLoader::Instance();
+  more_icon_ = MoreIcon(CViewConfigManager::Instance().IsDarkSkin());
+  more_icon_on_selection_ = MoreIcon(true);  // selected rows are dark in either skin
+  playing_color_ = skin.GetColor(QStringLiteral("accent_on_surface"));
+  focus_color_ = skin.GetColor(QStringLiteral("focus"));
+  match_color_ = skin.GetColor(QStringLiteral("accent_on_surface"));
+  match_color_.setAlpha(80);
+}
+
+void CPlanTreeItemDelegate::SetHover(const QModelIndex& index, MarUIControl::CItemDataRole::Part part) {
+  hover_row_ = index;
+  over_button_ = part == MarUIControl::CItemDataRole::MoreButtonPart;
+}
+
+QRect CPlanTreeItemDelegate::MoreButtonRect(const QRect& row) const {
+  const QRect right(row.right() - kMoreSize - kGap / 2 + 1, row.center().y() - kMoreSize / 2 + 1, kMoreSize, kMoreSize);
+  return QStyle::visualRect(view_->layoutDirection(), row, right);
+}
+
+bool CPlanTreeItemDelegate::ShowsMore(const QModelIndex& index) const {
+  return index == hover_row_ || index == view_->currentIndex();
+}
+
+CPlanTreeItemDelegate::Layout CPlanTreeItemDelegate::Arrange(const QStyleOptionViewItem& option, bool playing,
+                                                             bool more) const {
+  const QRect& row = option.rect;
+  const auto mirrored = [&option, &row](const QRect& rect) { return QStyle::visualRect(option.direction, row, rect); };
+  Layout layout;
+  int left = row.left() + kGap / 2;
+  if (!option.icon.isNull()) {
+    const QSize size = view_->iconSize();
+    layout.icon = mirrored(QRect(QPoint(left, row.top() + (row.height() - size.height()) / 2), size));
+    left += size.width() + kGap;
+  }
+  int right = row.right() - kGap / 2;
+  if (more) {
+    layout.more = MoreButtonRect(row);
+    right -= kMoreSize + kGap / 2;
+  }
+  if (playing) {
+    layout.badge =
+        mirrored(QRect(right - kBadgeSize + 1, row.top() + (row.height() - kBadgeSize) / 2, kBadgeSize, kBadgeSize));
+    right -= kBadgeSize + kGap;
+  }
+  layout.text = mirrored(QRect(QPoint(left, row.top()), QPoint(qMax(left, right), row.bottom())));
+  return layout;
+}
+
+void CPlanTreeItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& given,
+                                  const QModelIndex& index) const {
+  QStyleOptionViewItem option = given;
+  initStyleOption(&option, index);
+  const bool selected = option.state & QStyle::State_Selected;
+  const bool playing = IsPlaying(index);
+  const Layout layout = Arrange(option, playing, ShowsMore(index));
+  view_->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, view_);
+  option.icon.paint(painter, layout.icon, Qt::AlignCenter, selected ? QIcon::Selected : QIcon::Normal);
+  PaintName(painter, option, layout.text, playing);
+  if (playing) {
+    PaintBadge(painter, layout.badge, selected);
+  }
+  if (!layout.more.isEmpty()) {
+    PaintMore(painter, layout.more, index, selected);
+  }
+  if (option.state & QStyle::State_HasFocus) {
+    PaintFocus(painter, option);
+  }
+}
+
+void CPlanTreeItemDelegate::PaintName(QPainter* painter, const QStyleOptionViewItem& option, const QRect& rect,
+                                      bool playing) const {
+  const bool selected = option.state & QStyle::State_Selected;
+  const QFontMetrics& metrics = Metrics(playing);
+  const QString shown = metrics.elidedText(option.text, option.textElideMode, rect.width());
+  PaintLocated(painter, shown, rect, metrics, selected);
+  const auto group = option.state & QStyle::State_Enabled ? QPalette::Normal : QPalette::Disabled;
+  painter->setPen(option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
+  painter->setFont(playing ? bold_font_ : option.font);
+  const auto side = QStyle::visualAlignment(option.direction, Qt::AlignLeft);
+  painter->drawText(rect, static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine, shown);
+}
+
+// The line below the text tells matches from the selection without colour.
+void CPlanTreeItemDelegate::PaintLocated(QPainter* painter, const QString& shown, const QRect& rect,
+                                         const QFontMetrics& metrics, bool selected) const {
+  const QString wanted = WidgetKit::CNewLocationViewWidget::LocatedText(view_);
+  if (wanted.isEmpty() || view_->layoutDirection() == Qt::RightToLeft) {
+    return;
+  }
+  const QColor line = selected ? view_->palette().color(QPalette::HighlightedText) : playing_color_;
+  for (int at = shown.indexOf(wanted, 0, Qt::CaseInsensitive); at >= 0;
+       at = shown.indexOf(wanted, at + wanted.size(), Qt::CaseInsensitive)) {
+    const int left = metrics.horizontalAdvance(shown, at);
+    const int right = metrics.horizontalAdvance(shown, at + wanted.size());
+    QRect mark(rect.left() + left, rect.center().y() - metrics.height() / 2, right - left, metrics.height() + 1);
+    painter->fillRect(mark, match_color_);
+    painter->fillRect(QRect(mark.left(), mark.bottom(), mark.width(), 1), line);
+  }
+}
+
+void CPlanTreeItemDelegate::PaintBadge(QPainter* painter, const QRect& rect, bool selected) const {
+  const QColor color = selected ? view_->palette().color(QPalette::HighlightedText) : playing_color_;
+  const QRectF circle = QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5);
+  const QPointF center = circle.center();
+  const QPointF triangle[] = {center + QPointF(-2, -3.5), center + QPointF(4, 0), center + QPointF(-2, 3.5)};
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  painter->setPen(QPen(color, 1.2));
+  painter->setBrush(Qt::NoBrush);
+  painter->drawEllipse(circle);
+  painter->setPen(Qt::NoPen);
+  painter->setBrush(color);
+  painter->drawPolygon(triangle, 3);
+  painter->restore();
+}
+
+void CPlanTreeItemDelegate::PaintMore(QPainter* painter, const QRect& rect, const QModelIndex& index,
+                                      bool selected) const {
+  if (over_button_ && index == hover_row_) {
+    QColor back = view_->palette().color(selected ? QPalette::HighlightedText : QPalette::Text);
+    back.setAlpha(45);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(back);
+    painter->drawRoundedRect(rect, 4, 4);
+    painter->restore();
+  }
+  const int margin = (kMoreSize - kMoreIconSize) / 2;
+  const QIcon& icon = selected ? more_icon_on_selection_ : more_icon_;
+  icon.paint(painter, rect.adjusted(margin, margin, -margin, -margin));
+}
+
+void CPlanTreeItemDelegate::PaintFocus(QPainter* painter, const QStyleOptionViewItem& option) const {
+  const bool selected = option.state & QStyle::State_Selected;
+  painter->setPen(selected ? option.palette.color(QPalette::HighlightedText) : focus_color_);
+  painter->setBrush(Qt::NoBrush);
+  painter->drawRect(option.rect.adjusted(1, 1, -2, -2));
+}
+
+bool CPlanTreeItemDelegate::editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+                                        const QModelIndex& index) {
+  if (event->type() == QEvent::MouseButtonRelease) {
+    const auto* mouse = static_cast<QMouseEvent*>(event);
+    if (mouse->button() == Qt::LeftButton && MoreButtonRect(option.rect).contains(mouse->pos())) {
+      const QPoint below = view_->viewport()->mapToGlobal(MoreButtonRect(option.rect).bottomLeft());
+      Q_EMIT SignalMoreButtonClicked(index, below);
+      return true;
+    }
+  }
+  return QStyledItemDelegate::editorEvent(event, model, option, index);
+}
+
+bool CPlanTreeItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& given,
+                                      const QModelIndex& index) {
+  if (event->type() != QEvent::ToolTip || !index.isValid()) {
+    return QStyledItemDelegate::helpEvent(event, view, given, index);
+  }
+  QStyleOptionViewItem option = given;
+  initStyleOption(&option, index);
+  const bool playing = IsPlaying(index);
+  const Layout layout = Arrange(option, playing, ShowsMore(index));
+  if (layout.more.contains(event->pos())) {
+    QToolTip::showText(event->globalPos(), tr("More"), view->viewport(), layout.more);
+  } else if (Metrics(playing).horizontalAdvance(option.text) > layout.text.width()) {
+    QToolTip::showText(event->globalPos(), PlainToolTip(option.text), view->viewport(), option.rect);
+  } else {
+    QToolTip::hideText();
+  }
+  return true;
+}
+
+}  // namespace TarnPlanView

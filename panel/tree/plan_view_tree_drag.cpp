@@ -1,0 +1,188 @@
+#include "plan_view_tree_p.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+
+#include "item_type.h"
+#include "plan_item_role.h"
+#include "view_public_def.h"
+
+namespace TarnPlanView {
+
+namespace {
+
+constexpr int kOpenGroupMs = 700;
+constexpr int kEdgeHeight = 16;
+
+const char kTreeCursor[] = ":/Images/TarnPlanView/monitoring_window_add_resource.svg";
+const char kMoveCursor[] = ":/Bolt/Preview/Images/Preview/monitoring_window_add_resource.svg";
+
+bool IsPlanOverItsGroup(int source_level, int target_level) {
+  return (source_level == PublicPlanLevel && target_level == PublicGroupLevel) ||
+         (source_level == OwnPlanLevel && target_level == OwnGroupLevel);
+}
+
+bool IsGroupRow(const QModelIndex& index) {
+  const int type = index.data(ItemTypeRole).toInt();
+  return type == PublicGroupItem || type == OwnGroupItem;
+}
+
+}  // namespace
+
+void CPlanViewTree::SetMovePermission(bool permitted) {
+  d_->move_permitted = permitted;
+}
+
+bool CPlanViewTree::IsMovePermitted() const {
+  return d_->move_permitted;
+}
+
+void CPlanViewTree::Private::NotePress(QMouseEvent* event) {
+  drag_start = event->pos();
+  drag_row = q->indexAt(drag_start);
+  drag_offset = drag_start - q->visualRect(drag_row).topLeft();
+}
+
+QPoint CPlanViewTree::Private::DragStart() const {
+  const QRect row = q->visualRect(drag_row);
+  return row.isValid() ? row.topLeft() + drag_offset : drag_start;
+}
+
+void CPlanViewTree::startDrag(Qt::DropActions) {
+  const QPersistentModelIndex row = currentIndex();
+  if (!CPlanDrag::CanDrag(row) || d_->IsOnMoreButton(d_->drag_start)) {
+    return;
+  }
+  d_->HideThumbnail();
+  if (!row.isValid()) {
+    return;
+  }
+  auto* drag = new CPlanDrag(row, this);
+  d_->drag = drag;
+  const QPointer<CPlanViewTree> alive(this);
+  drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::MoveAction);
+  if (alive) {
+    d_->open_timer.stop();
+    d_->indicator.Hide();
+  }
+}
+
+// Rows of another tree carry the host's mark, too.
+bool CPlanViewTree::Private::IsOwnDrag(const QDropEvent* event) const {
+  const QObject* source = event->source();
+  return event->mimeData() && event->mimeData()->property("_tree_drop_").toBool() &&
+         (!source || source == q || source == q->viewport());
+}
+
+void CPlanViewTree::dragEnterEvent(QDragEnterEvent* event) {
+  d_->drag_over = QPersistentModelIndex();
+  if (d_->IsOwnDrag(event)) {
+    event->acceptProposedAction();
+  } else {
+    event->ignore();
+  }
+}
+
+CPlanViewTree::Private::Verdict CPlanViewTree::Private::Judge(const QModelIndex& target) const {
+  if (IsGroupRow(drag_row)) {
+    return Taken;
+  }
+  const int source_level = q->GetItemLevel(drag_row), target_level = q->GetItemLevel(target);
+  const bool takes_part = source_level != NoLevel;  // a vanished row does not, nor do plans received from others
+  if (!takes_part || q->selectedIndexes().size() > 1 || !q->IsGroupPropertySame(target, drag_row)) {
+    return Refused;
+  }
+  if (source_level == target_level) {
+    return BesideRow;
+  }
+  return IsPlanOverItsGroup(source_level, target_level) ? OntoRow : Refused;
+}
+
+void CPlanViewTree::Private::ShowIndicator(Verdict verdict, const QRect& target, int cursor_y) {
+  if (verdict == OntoRow) {
+    indicator.ShowFrame(target);
+  } else if (verdict == BesideRow) {
+    const int middle = (target.top() + target.bottom()) / 2;
+    indicator.ShowLine(target, middle >= cursor_y);  // the middle itself counts as before
+  } else {
+    indicator.Hide();
+  }
+}
+
+void CPlanViewTree::Private::Accept(QDropEvent* event, const QString& cursor) {
+  if (drag) {
+    drag->ShowMoveCursor(cursor);
+  }
+  event->acceptProposedAction();
+}
+
+void CPlanViewTree::Private::RefuseMove(QDropEvent* event) {
+  indicator.Hide();
+  event->ignore();
+}
+
+void CPlanViewTree::dragMoveEvent(QDragMoveEvent* event) {
+  if (!d_->IsOwnDrag(event)) {
+    d_->RefuseMove(event);
+    return;
+  }
+  const QModelIndex target = indexAt(event->pos());
+  d_->HoverWhileDragging(target);
+  const int y = event->pos().y();
+  if (y < kEdgeHeight || y > viewport()->height() - kEdgeHeight) {
+    startAutoScroll();
+  }
+  const Private::Verdict verdict = d_->Judge(target);
+  if (verdict == Private::Refused) {
+    d_->RefuseMove(event);
+    return;
+  }
+  d_->ShowIndicator(verdict, visualRect(target), y);
+  d_->Accept(event, QString::fromLatin1(verdict == Private::Taken ? kTreeCursor : kMoveCursor));
+}
+
+void CPlanViewTree::dragLeaveEvent(QDragLeaveEvent*) {
+  d_->indicator.Hide();
+  d_->open_timer.stop();
+  stopAutoScroll();
+  if (d_->drag) {
+    d_->drag->ShowMoveCursor(QString::fromLatin1(kTreeCursor));
+  }
+}
+
+void CPlanViewTree::dropEvent(QDropEvent* event) {
+  d_->indicator.Hide();
+  d_->open_timer.stop();
+  stopAutoScroll();
+  if (!d_->IsOwnDrag(event) || !d_->drag_row.isValid()) {
+    event->ignore();
+    return;
+  }
+  event->acceptProposedAction();
+  if (d_->move_permitted) {
+    Q_EMIT SignalMoveRow(d_->DragStart(), event->pos(), visualRect(indexAt(event->pos())));
+  } else {
+    Q_EMIT SignalMessageTipNeeded(tr("TheUserHasNoPermission"), 0);
+  }
+}
+
+void CPlanViewTree::Private::HoverWhileDragging(const QModelIndex& target) {
+  if (target != drag_over) {
+    drag_over = target;
+    open_timer.start(kOpenGroupMs, q);
+  }
+}
+
+// Only what is there already: a drag is no time to ask the service.
+void CPlanViewTree::Private::ExpandUnderDrag() {
+  open_timer.stop();
+  if (drag_over.isValid() && !q->isExpanded(drag_over) && !q->model()->canFetchMore(drag_over) &&
+      q->model()->rowCount(drag_over) > 0) {
+    q->expand(drag_over);
+  }
+}
+
+}  // namespace TarnPlanView

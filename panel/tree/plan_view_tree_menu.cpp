@@ -1,0 +1,191 @@
+#include "plan_view_tree_p.h"
+
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QSortFilterProxyModel>
+
+#include "item_type.h"
+#include "plan_item_role.h"
+#include "standard_plan_model.h"
+#include "view_config_manager.h"
+#include "view_public_def.h"
+
+namespace TarnPlanView {
+
+using tarn_ui_data_controller::MsgType;
+
+namespace {
+
+QString CodeOf(const QModelIndex& index) {
+  return index.data(index.data(IsGroupRole).toBool() ? GroupIndexCodeRole : PlanIndexCodeRole).toString();
+}
+
+bool IsRowWithCommands(const QModelIndex& index) {
+  return index.data(ItemTypeRole).toInt() > 0;
+}
+
+bool SuitsRow(MsgType type, const QModelIndex& index) {
+  switch (type) {
+    case tarn_ui_data_controller::PlayVideo:
+    case tarn_ui_data_controller::Share:
+    case tarn_ui_data_controller::CreationInfo:
+      return CViewPublicDef::GetIndexItemType(index) == 1;
+    case tarn_ui_data_controller::GroupCycle:
+      return CViewPublicDef::IsPlanGroup(index);
+    default:
+      return true;
+  }
+}
+
+}  // namespace
+
+void CPlanViewTree::initMenu() {
+  using namespace tarn_ui_data_controller;
+  auto* menu = new CPopupMenu(this);
+  menu->AddMenuItem(PlayVideo, tr("PlayVideo"));
+  menu->AddMenuItem(Edit, tr("Edit"));
+  menu->AddMenuItem(Delete, tr("Delete"));
+  menu->AddMenuItem(Share, tr("Share"));
+  const auto& config = CViewConfigManager::Instance();
+  if (config.IsSupportPlanGroupCycle()) {
+    menu->AddMenuItem(GroupCycle, tr("Orbis-ControlClient.7776cb5a28d14f4abda07c1e49560e50.button"));
+  }
+  if (config.ShowCreationInfo()) {
+    menu->AddMenuItem(CreationInfo, tr("Orbis-ControlClient.fd0fcaae405246e29b52f6750fb70a76.msg"));
+  }
+  connect(menu, &CPopupMenu::signalPopupMenuClicked, this,
+          [this](MsgType type, const QVariant& code) { d_->RunCommand(type, code.toString()); });
+  menu->installEventFilter(this);
+  d_->menu = menu;
+}
+
+void CPlanViewTree::SetMenuItemVisible(MsgType type, bool visible) {
+  if (visible) {
+    d_->hidden_entries.remove(type);
+  } else {
+    d_->hidden_entries.insert(type);
+  }
+  if (d_->menu) {
+    d_->menu->SetMenuItemVisible(type, visible);
+  }
+}
+
+void CPlanViewTree::SetMenuItemEnabled(MsgType type, bool enabled, const QString& reason) {
+  d_->menu->SetMenuItemEnabled(type, enabled, reason);
+}
+
+void CPlanViewTree::SetViewMoreActions(QList<QAction*>& actions) {
+  d_->menu->SetMoreActions(actions);
+}
+
+tarn_ui_data_controller::CPopupMenu* CPlanViewTree::GetViewMoreMenu() const {
+  return d_->menu;
+}
+
+void CPlanViewTree::OnRightMoreBtnClicked(const QModelIndex& index, const QPoint& global_position) {
+  d_->ShowMenu(index, global_position);
+}
+
+void CPlanViewTree::Private::ShowMenu(const QModelIndex& index, const QPoint& global_position) {
+  if (index.model() != q->model() || !IsRowWithCommands(index)) {
+    return;
+  }
+  menu_row = index;
+  menu_code = CodeOf(index);
+  menu_for_group = index.data(IsGroupRole).toBool();
+  BecomeCurrent(index);
+  OfferEntries(index);
+  menu->SetMenuData(menu_code);
+  HideThumbnail();
+  Q_EMIT q->SignalMenuAboutToShow(menu_row);
+  if (menu_row.isValid()) {
+    menu->PopupAt(global_position);
+  }
+}
+
+void CPlanViewTree::Private::OfferEntries(const QModelIndex& index) {
+  using namespace tarn_ui_data_controller;
+  for (const MsgType type : {PlayVideo, Edit, Delete, Share, GroupCycle, CreationInfo}) {
+    menu->SetMenuItemVisible(type, !hidden_entries.contains(type) && SuitsRow(type, index));
+  }
+}
+
+void CPlanViewTree::Private::ShowMenuAtCurrent() {
+  const QPersistentModelIndex current = q->currentIndex();
+  if (!current.isValid() || menu->isVisible()) {
+    return;
+  }
+  q->scrollTo(current);
+  const QRect row = q->visualRect(current);
+  const QRect text(row.topLeft() + QPoint(q->iconSize().width(), 0), row.bottomRight());
+  ShowMenu(current, q->viewport()->mapToGlobal(q->isRightToLeft() ? text.bottomRight() : text.bottomLeft()));
+}
+
+// A reload may have put another row in the place of the one that the menu was opened for.
+QModelIndex CPlanViewTree::Private::MenuRow() const {
+  if (menu_row.isValid() && CodeOf(menu_row) == menu_code) {
+    return menu_row;
+  }
+  const auto* proxy = qobject_cast<QSortFilterProxyModel*>(q->model());
+  const auto* plans = proxy ? qobject_cast<CStandardPlanModel*>(proxy->sourceModel()) : nullptr;
+  return plans ? proxy->mapFromSource(plans->FindIndexByIndexCode(menu_code, menu_for_group)) : QModelIndex();
+}
+
+void CPlanViewTree::Private::RunCommand(MsgType type, const QString& code) {
+  BecomeCurrent(MenuRow());
+  Q_EMIT q->SignalMenuClicked(type, code);
+}
+
+void CPlanViewTree::contextMenuEvent(QContextMenuEvent* event) {
+  event->accept();
+  if (event->reason() == QContextMenuEvent::Keyboard) {
+    d_->ShowMenuAtCurrent();
+  } else {
+    d_->ShowMenu(indexAt(event->pos()), event->globalPos());
+  }
+}
+
+bool CPlanViewTree::Private::CommandByKey(MsgType type) {
+  const QModelIndex current = q->currentIndex();
+  if (!IsRowWithCommands(current) || hidden_entries.contains(type)) {
+    return false;
+  }
+  Q_EMIT q->SignalMenuClicked(type, CodeOf(current));
+  return true;
+}
+
+bool CPlanViewTree::Private::HandleKey(int key, Qt::KeyboardModifiers modifiers) {
+  const auto held = modifiers & ~Qt::KeypadModifier;
+  if (key == Qt::Key_Menu || (key == Qt::Key_F10 && held == Qt::ShiftModifier)) {
+    ShowMenuAtCurrent();
+    return true;
+  }
+  if (held != Qt::NoModifier) {
+    return false;
+  }
+  switch (key) {
+    case Qt::Key_F2:
+      return CommandByKey(tarn_ui_data_controller::Edit);
+    case Qt::Key_Delete:
+      return CommandByKey(tarn_ui_data_controller::Delete);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (CViewPublicDef::GetIndexItemType(q->currentIndex()) == 1) {
+        Q_EMIT q->SignalPlayRequested(q->currentIndex());
+        return true;
+      }
+      return false;
+    default:
+      return false;
+  }
+}
+
+void CPlanViewTree::keyPressEvent(QKeyEvent* event) {
+  if (d_->HandleKey(event->key(), event->modifiers())) {
+    event->accept();
+    return;
+  }
+  CTreeView::keyPressEvent(event);
+}
+
+}  // namespace TarnPlanView
