@@ -14,6 +14,7 @@ CLIENT = ROOT / "client" / "images"
 
 # Both trees show their icons on both skins, so every tone keeps at least 3:1 to a white and to a dark ground.
 LIGHT_SKIN, DARK_SKIN, ANY_SKIN, SELECTED = "#6a7685", "#8b95a3", "#7d8692", "#ffffff"
+LIGHT_BAR, DARK_BAR, LIGHT_GROUND, DARK_GROUND = "#3d4652", "#d5d9de", "#ffffff", "#202328"
 PLAYING, ALARM, RECORDING = "#e5484d", "#d9730d", "#e5484d"
 
 GROUP = ('<path d="M2.5 5.5A1.5 1.5 0 0 1 4 4h3.6a1.5 1.5 0 0 1 1.1.5L10.2 6H16a1.5 1.5 0 0 1 1.5 1.5v7'
@@ -36,6 +37,37 @@ USERS = ('<circle cx="7.5" cy="7" r="2.8" fill="{c}"/><path d="M2 16.5c0-3.6 2.4
 WALL = ('<rect x="1.8" y="4" width="16.4" height="10" rx="1" fill="none" stroke="{c}" stroke-width="1.4"/>'
         '<path d="M7.3 4v10M12.7 4v10M1.8 9h16.4M6 17h8" fill="none" stroke="{c}" stroke-width="1.4"/>')
 
+PLUS_BADGE = '<circle cx="14.6" cy="14.6" r="4.6" fill="{c}"/><path d="M14.6 12.2v4.8M12.2 14.6h4.8" stroke="{g}" stroke-width="1.4" stroke-linecap="round"/>'
+# Under the cursor stands whatever the windows show: the picture brings its own ground.
+ADD_RESOURCE = ('<rect x="1" y="1" width="18" height="18" rx="3" fill="#ffffff" stroke="#1d6b3c" stroke-width="1.4"/>'
+                '<path d="M10 5v10M5 10h10" fill="none" stroke="#1d6b3c" stroke-width="2" stroke-linecap="round"/>')
+EMPTY = ('<ellipse cx="60" cy="100" rx="38" ry="5" fill="{c}" fill-opacity="0.18"/>'
+         '<rect x="22" y="24" width="76" height="54" rx="6" fill="{c}" fill-opacity="0.12" stroke="{c}" stroke-width="3"/>'
+         '<path d="M60 24v54M22 51h76" fill="none" stroke="{c}" stroke-width="2.4" stroke-dasharray="5 5"/>'
+         '<path d="M52 78l-4 16h24l-4-16" fill="{c}" fill-opacity="0.25" stroke="{c}" stroke-width="3" stroke-linejoin="round"/>'
+         '<circle cx="92" cy="74" r="15" fill="{g}" stroke="{c}" stroke-width="3"/>'
+         '<path d="M103 85l9 9" stroke="{c}" stroke-width="5" stroke-linecap="round"/>'
+         '<path d="M86.5 74h11" stroke="{c}" stroke-width="2.6" stroke-linecap="round"/>')
+
+LINE = 'fill="none" stroke="{c}" stroke-width="1.5" stroke-linecap="round" stroke-linejoin="round"'
+# The bar of the panel: shapes on the skin's ground, {g} being that ground.
+BAR = {
+    "bar_add_group": GROUP + PLUS_BADGE,
+    "bar_add_plan": VIEW + PLUS_BADGE,
+    "bar_edit": f'<path d="M4 16l0.8-3.600L13.4 3.800a1.4 1.4 0 0 1 2 0l0.8 0.800a1.4 1.4 0 0 1 0 2L7.6 15.200z'
+                f'M12 5.400l2.6 2.6" {LINE}/>',
+    "bar_delete": f'<path d="M3.5 5.500h13M8 5.500V3.500h4v2M5 5.500l0.7 11h8.600l0.7-11M8.4 8.500v5M11.6 8.500v5" {LINE}/>',
+    "bar_search": f'<circle cx="8.6" cy="8.6" r="5.1" {LINE}/><path d="M12.5 12.500l4.3 4.3" {LINE}/>',
+    "row_more": '<circle cx="4.5" cy="10" r="1.6" fill="{c}"/><circle cx="10" cy="10" r="1.6" fill="{c}"/>'
+                '<circle cx="15.5" cy="10" r="1.6" fill="{c}"/>',
+}
+WINDOW = {
+    "more": BAR["row_more"],
+    "save": f'<path d="M4 3.500h9.500l3 3V16.500H3.500V4z" {LINE}/><path d="M6.5 3.500v4h6v-4M6.5 16.500v-5h7v5" {LINE}/>',
+    "history": f'<path d="M3.6 7.200A7 7 0 1 1 3 10M3.2 3.600v3.800H7" {LINE}/><path d="M10 6.200v4l2.8 1.8" {LINE}/>',
+    "user": f'<circle cx="10" cy="6.6" r="3.1" {LINE}/><path d="M3.8 16.800c0-3.6 2.7-5.4 6.2-5.400s6.2 1.8 6.2 5.400z" {LINE}/>',
+}
+
 MEDIA = {
     "previous": '<path d="M13.5 4.5v11L6.5 10z" fill="{c}"/><path d="M5 4.5v11" stroke="{c}" stroke-width="1.8"/>',
     "next": '<path d="M6.5 4.5v11l7-5.5z" fill="{c}"/><path d="M15 4.5v11" stroke="{c}" stroke-width="1.8"/>',
@@ -45,10 +77,10 @@ MEDIA = {
 }
 
 
-def svg(path, shapes, color, badge=PLAYING, alarm=ALARM):
-    body = shapes.replace("{c}", color).replace("{b}", badge).replace("{a}", alarm)
+def svg(path, shapes, color, badge=PLAYING, alarm=ALARM, ground="#ffffff", side=20):
+    body = shapes.replace("{c}", color).replace("{b}", badge).replace("{a}", alarm).replace("{g}", ground)
     path.parent.mkdir(parents=True, exist_ok=True)
-    path.write_text('<svg xmlns="http://www.w3.org/2000/svg" width="20" height="20" viewBox="0 0 20 20">'
+    path.write_text(f'<svg xmlns="http://www.w3.org/2000/svg" width="{side}" height="{side}" viewBox="0 0 {side} {side}">'
                     + body + "</svg>\n")
 
 
@@ -70,6 +102,17 @@ def camera_icons(folder):
             "_alarm_play": CAMERA + BADGE_ALARM + BADGE_PLAY, "_recording": CAMERA + BADGE_RECORDING,
             "_alarm_recording": CAMERA + BADGE_ALARM + BADGE_RECORDING}.items():
         svg(folder / f"tree_main_camera{name}.svg", shapes, ANY_SKIN, RECORDING)
+
+
+def bar_icons():
+    for name, shapes in BAR.items():
+        svg(PLUGIN / f"{name}.svg", shapes, LIGHT_BAR, ground=LIGHT_GROUND)
+        svg(PLUGIN / f"{name}_d.svg", shapes, DARK_BAR, ground=DARK_GROUND)
+
+
+def empty_pictures():
+    svg(HOST / "default_no_data.svg", EMPTY, LIGHT_SKIN, ground=LIGHT_GROUND, side=120)
+    svg(HOST / "default_no_data_d.svg", EMPTY, DARK_SKIN, ground=DARK_GROUND, side=120)
 
 
 def png(path, rows):
@@ -103,6 +146,13 @@ def main():
     svg(HOST / "tree_main_user_group.svg", USERS, ANY_SKIN)
     svg(HOST / "smart_wall.svg", WALL, ANY_SKIN)
     for name, shapes in MEDIA.items():
+        svg(CLIENT / f"{name}.svg", shapes, ANY_SKIN)
+    bar_icons()
+    empty_pictures()
+    for folder in (PLUGIN, HOST):
+        svg(folder / "monitoring_window_add_resource.svg", ADD_RESOURCE, ANY_SKIN)
+    svg(HOST / "search.svg", BAR["bar_search"], ANY_SKIN)
+    for name, shapes in WINDOW.items():
         svg(CLIENT / f"{name}.svg", shapes, ANY_SKIN)
     for side in (1, 2, 3, 4):
         split_picture(HOST / f"default_view_{side * side}.png", side)
