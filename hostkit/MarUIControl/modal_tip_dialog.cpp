@@ -91,7 +91,7 @@ void CModalTipDialog::Private::LayOut() {
   auto* column = new QVBoxLayout(q);
   column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   column->setSpacing(kMargin - 8);
-  column->setSizeConstraint(QLayout::SetMinimumSize);
+  column->setSizeConstraint(QLayout::SetNoConstraint);  // the width is the caller's, the height the text's
   column->addWidget(title);
   column->addLayout(text, 1);
   column->addLayout(buttons);
@@ -105,7 +105,7 @@ void CModalTipDialog::Private::FitText() {
   scroll->setFixedHeight(qBound(kMarkSize, lines, kTallestText));
   scroll->setFocusPolicy(lines > kTallestText ? Qt::StrongFocus : Qt::NoFocus);  // so that keys can scroll it
   q->layout()->activate();
-  q->resize(q->width(), q->minimumSizeHint().height());
+  q->setFixedHeight(q->layout()->minimumSize().height());
 }
 
 void CModalTipDialog::Private::Center() {

@@ -108,8 +108,9 @@ void CShadowWidget::Follow() {
 }
 
 void CShadowWidget::KeepBelow() {
-  content_->raise();
-  if (QWindow* window = content_->windowHandle(); window && window->isExposed()) {
+  const QWindow* window = content_->windowHandle();
+  if (window && window->isExposed()) {
+    content_->raise();
     content_->activateWindow();
   }
 }
