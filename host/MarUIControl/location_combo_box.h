@@ -50,6 +50,8 @@ class TARN_HOST_EXPORT CLocationComboBox : public QWidget {
   void SetCurrentText(const QString& text);
   /// A row was chosen in the view; the base shows its text.
   virtual void Choose(const QModelIndex& index);
+  /// The drop-down is about to open; the base does nothing.
+  virtual void PrepareView();
 
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;

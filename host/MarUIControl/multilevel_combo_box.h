@@ -24,6 +24,7 @@ class TARN_HOST_EXPORT CMultilevelComboBox : public CLocationComboBox {
 
  protected:
   void Choose(const QModelIndex& index) override;
+  void PrepareView() override;
 
  private:
   void WatchModel();

@@ -78,6 +78,7 @@ void CLocationComboBox::ShowPopup() {
   if (!isEnabled() || !isVisible() || !LocationView() || IsPopupVisible()) {
     return;
   }
+  PrepareView();
   d_->popup->OpenAt(QRect(mapToGlobal(QPoint(0, 0)), size()));
   update();
 }
@@ -85,6 +86,8 @@ void CLocationComboBox::ShowPopup() {
 void CLocationComboBox::HidePopup() {
   d_->popup->hide();
 }
+
+void CLocationComboBox::PrepareView() {}
 
 bool CLocationComboBox::IsPopupVisible() const {
   return d_->popup->isVisible();

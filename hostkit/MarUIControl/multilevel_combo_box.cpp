@@ -30,15 +30,7 @@ void CMultilevelComboBox::SetCurrentIndex(const QModelIndex& index) {
   current_ = row;
   chosen_ = row.isValid();
   WatchModel();
-  QAbstractItemView* view = LocationView();
-  if (view && view->model()) {
-    view->setCurrentIndex(row);
-    if (auto* tree = qobject_cast<QTreeView*>(view)) {
-      for (QModelIndex above = row.parent(); above.isValid(); above = above.parent()) {
-        tree->expand(above);
-      }
-    }
-  }
+  PrepareView();
   RenewText();
   if (changed) {
     Q_EMIT SignalCurrentIndexChanged(row);
@@ -54,6 +46,21 @@ void CMultilevelComboBox::Choose(const QModelIndex& index) {
   SetCurrentIndex(index);
   if (row.isValid()) {
     Q_EMIT SignalIndexActivated(row);
+  }
+}
+
+// Moving about in the drop-down without choosing leaves no trace: it opens at what the box shows.
+void CMultilevelComboBox::PrepareView() {
+  QAbstractItemView* view = LocationView();
+  if (!view || !view->model()) {
+    return;
+  }
+  const QModelIndex row = GetCurrentIndex();
+  view->setCurrentIndex(row);
+  if (auto* tree = qobject_cast<QTreeView*>(view)) {
+    for (QModelIndex above = row.parent(); above.isValid(); above = above.parent()) {
+      tree->expand(above);
+    }
   }
 }
 

@@ -1,0 +1,433 @@
+#include <QAccessible>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QRegExpValidator>
+#include <QScreen>
+#include <QTimeEdit>
+#include <QVBoxLayout>
+#include <QtTest>
+#include <memory>
+
+#include "MarUIControl/label.h"
+#include "MarUIControl/modal_tip_dialog.h"
+#include "MarUIControl/multilevel_combo_box.h"
+#include "MarUIControl/placehold_line_edit.h"
+#include "MarUIControl/primary_button.h"
+#include "MarUIControl/range_time_edit.h"
+#include "MarUIControl/shadow_widget.h"
+#include "MarUIControl/standard_item.h"
+#include "MarUIControl/standard_item_model.h"
+#include "MarUIControl/switch_control.h"
+#include "MarUIControl/tree_view.h"
+#include "TarnHost/modal_answer.h"
+#include "TarnUIDataController/skin_loader.h"
+
+using namespace MarUIControl;  // NOLINT: the test is about this library alone
+
+namespace {
+
+/// Counts how often its window lost or got the activation.
+class ActivationCount : public QObject {
+ public:
+  explicit ActivationCount(QWidget* window) { window->installEventFilter(this); }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    changes += event->type() == QEvent::ActivationChange ? 1 : 0;
+    return QObject::eventFilter(watched, event);
+  }
+  int changes = 0;
+};
+
+void Paste(QLineEdit* edit, const QString& text) {
+  QGuiApplication::clipboard()->setText(text);
+  QTest::keySequence(edit, QKeySequence::Paste);
+}
+
+}  // namespace
+
+class ControlsTest : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void initTestCase() { tarn_ui_data_controller::CSkinLoader::Instance().LoadSkin("redblack"); }
+  void init();
+  void cleanup();
+
+  void PasteFollowsTheRules_data();
+  void PasteFollowsTheRules();
+  void PasteIsOneStepOfUndo();
+  void LongTextsEndInAnEllipsis();
+  void SwitchTellsChangesOnly();
+  void TimesAreIndependent();
+  void ComboByMouseWithRowsThatComeLate();
+  void ComboByKeys();
+  void ComboFindsByTyping();
+  void ComboFollowsItsRow();
+  void DropDownStaysOnItsScreen();
+  void ModalBoxAnswers();
+  void ModalBoxOutlivesItsParent();
+  void ShadowFollowsItsContent();
+
+ private:
+  void MakeCombo();
+  void ClickRow(const QModelIndex& index);
+  QModelIndex Row(const QString& name) const;
+
+  std::unique_ptr<QWidget> window_;
+  CStandardItemModel model_;
+  CTreeView* tree_ = nullptr;
+  CMultilevelComboBox* combo_ = nullptr;
+};
+
+void ControlsTest::init() {
+  window_ = std::make_unique<QWidget>();
+  window_->setGeometry(100, 100, 320, 360);
+  new QVBoxLayout(window_.get());
+}
+
+void ControlsTest::cleanup() {
+  TarnHost::SetModalAnswer({});
+  window_.reset();
+  model_.clear();
+}
+
+// A root whose children come only when they are asked for, and one group that may not be chosen.
+void ControlsTest::MakeCombo() {
+  auto* root = new CStandardItem("Plans");
+  root->setData(true, CModelKeyMapping::GroupMarkRole);
+  model_.appendRow(root);
+  auto* closed = new CStandardItem("Closed");
+  closed->setSelectable(false);
+  model_.appendRow(closed);
+  combo_ = new CMultilevelComboBox(window_.get());
+  tree_ = new CTreeView;
+  tree_->setHeaderHidden(true);
+  tree_->setModel(&model_);
+  combo_->SetLocationView(tree_);
+  window_->layout()->addWidget(combo_);
+  window_->show();
+  window_->activateWindow();
+  QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+  combo_->setFocus();
+}
+
+QModelIndex ControlsTest::Row(const QString& name) const {
+  return model_.match(model_.index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchExactly | Qt::MatchRecursive).value(0);
+}
+
+void ControlsTest::ClickRow(const QModelIndex& index) {
+  tree_->scrollTo(index);
+  QTest::mouseClick(tree_->viewport(), Qt::LeftButton, Qt::NoModifier, tree_->visualRect(index).center());
+}
+
+void ControlsTest::PasteFollowsTheRules_data() {
+  QTest::addColumn<QString>("before");
+  QTest::addColumn<QString>("pasted");
+  QTest::addColumn<QString>("after");
+  QTest::newRow("lines") << ""
+                         << "\nGate A\r\nGate B\n"
+                         << "Gate A Gate B";
+  QTest::newRow("forbidden characters") << "x"
+                                        << "a/b:c*d%"
+                                        << "xabcd";
+  QTest::newRow("nothing allowed") << "keep"
+                                   << "//\n"
+                                   << "keep";
+  QTest::newRow("too long, behind forbidden") << "12345"
+                                              << "??67890123"
+                                              << "1234567890";
+  QTest::newRow("no half of a pair") << "123456789" << QString::fromUtf8("\xF0\x9F\x9A\xAA") << "123456789";
+}
+
+void ControlsTest::PasteFollowsTheRules() {
+  QFETCH(QString, before);
+  QFETCH(QString, pasted);
+  QFETCH(QString, after);
+  CPlaceholdLineEdit edit;
+  edit.setMaxLineEditLength(10);
+  edit.setValidator(new QRegExpValidator(QRegExp("^[^\\\\/:*?\"<|'%>]{1,10}$"), &edit));
+  if (after.size() > 10) {
+    edit.setMaxLineEditLength(256);
+    edit.setValidator(new QRegExpValidator(QRegExp("^[^\\\\/:*?\"<|'%>]{1,256}$"), &edit));
+  }
+  edit.setText(before);
+  Paste(&edit, pasted);
+  QCOMPARE(edit.text(), after);
+  edit.setReadOnly(true);
+  Paste(&edit, "z");
+  QCOMPARE(edit.text(), after);
+}
+
+void ControlsTest::PasteIsOneStepOfUndo() {
+  CLineEdit edit;
+  QTest::keyClicks(&edit, "abc");
+  Paste(&edit, "X\nY");
+  QTest::keyClicks(&edit, "d");
+  QCOMPARE(edit.text(), QString("abcX Yd"));
+  edit.undo();
+  QCOMPARE(edit.text(), QString("abcX Y"));
+  edit.undo();
+  QCOMPARE(edit.text(), QString("abc"));
+  edit.setSelection(0, 2);
+  Paste(&edit, "Z");
+  QCOMPARE(edit.text(), QString("Zc"));
+  edit.undo();
+  QCOMPARE(edit.text(), QString("abc"));
+}
+
+void ControlsTest::LongTextsEndInAnEllipsis() {
+  CLabel label(QString("<b>") + QString(200, 'w'));
+  label.resize(120, 20);
+  QVERIFY(label.minimumSizeHint().width() < 120);
+  const QImage elided = label.grab().toImage();
+  label.setText(label.text() + "tail");
+  QCOMPARE(label.grab().toImage(), elided);  // what follows the ellipsis does not show
+  label.SetText("<i>x</i>");
+  QCOMPARE(label.textFormat(), Qt::PlainText);
+  QCOMPARE(QAccessible::queryAccessibleInterface(&label)->text(QAccessible::Name), QString("<i>x</i>"));
+  CLineEdit edit;
+  edit.setToolTip("<b>no markup</b>");
+  QVERIFY(edit.toolTip().contains("&lt;b&gt;"));
+}
+
+void ControlsTest::SwitchTellsChangesOnly() {
+  CSwitchControl control;
+  QSignalSpy toggled(&control, &CSwitchControl::toggled);
+  control.setToggle(false);
+  control.setToggle(true);
+  control.setToggle(true);
+  QCOMPARE(toggled.size(), 1);
+  QTest::mouseClick(&control, Qt::LeftButton);
+  QTest::keyClick(&control, Qt::Key_Space);
+  QTest::keyClick(&control, Qt::Key_Return);
+  QCOMPARE(toggled.size(), 4);
+  QVERIFY(!control.isToggled());
+  QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&control);
+  QCOMPARE(spoken->role(), QAccessible::CheckBox);
+  control.setToggle(true);
+  QVERIFY(spoken->state().checked);
+}
+
+void ControlsTest::TimesAreIndependent() {
+  CRangeTimeEdit range;
+  QSignalSpy changed(&range, &CRangeTimeEdit::SignalTimeChanged);
+  range.SetBeginTime(QTime(23, 59, 58));
+  range.SetEndTime(QTime(0, 0, 1));
+  QCOMPARE(range.GetBeginTime(), QTime(23, 59, 58));
+  QCOMPARE(range.GetEndTime(), QTime(0, 0, 1));
+  range.SetEndTime(QTime());
+  QCOMPARE(range.GetEndTime(), QTime(0, 0));
+  QCOMPARE(changed.size(), 3);
+  auto* begin = range.findChildren<QTimeEdit*>().value(0);
+  begin->setSelectedSection(QDateTimeEdit::HourSection);
+  QTest::keyClicks(begin, "071530");
+  QCOMPARE(range.GetBeginTime(), QTime(7, 15, 30));
+}
+
+void ControlsTest::ComboByMouseWithRowsThatComeLate() {
+  MakeCombo();
+  QSignalSpy asked(tree_, &CTreeView::AsynchronousExpand);
+  QSignalSpy chosen(combo_, &CMultilevelComboBox::SignalIndexActivated);
+  const ActivationCount activation(window_.get());
+  QTest::mouseClick(combo_, Qt::LeftButton);
+  QVERIFY(combo_->IsPopupVisible());
+  QCOMPARE(QApplication::activePopupWidget(), tree_->window());
+
+  const QRect root = tree_->visualRect(Row("Plans"));
+  QTest::mouseClick(tree_->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(root.left() - 8, root.center().y()));
+  QCOMPARE(asked.size(), 1);
+  QVERIFY(combo_->IsPopupVisible() && tree_->IsWaiting(Row("Plans")));
+  model_.item(0)->appendRow(new CStandardItem("Gates"));
+  tree_->FinishExpand(Row("Plans"), true, true);
+  QVERIFY(tree_->isExpanded(Row("Plans")));
+
+  ClickRow(Row("Closed"));
+  QVERIFY(combo_->IsPopupVisible());
+  ClickRow(Row("Gates"));
+  QVERIFY(!combo_->IsPopupVisible());
+  QCOMPARE(chosen.size(), 1);
+  QCOMPARE(combo_->GetCurrentIndex(), Row("Gates"));
+  QCOMPARE(combo_->CurrentText(), QString("Gates"));
+  QCOMPARE(combo_->toolTip(), QString("Plans / Gates"));
+
+  QTest::mouseClick(combo_, Qt::LeftButton);
+  QTest::mouseClick(tree_->window(), Qt::LeftButton, Qt::NoModifier, QPoint(-60, 10));
+  QVERIFY(!combo_->IsPopupVisible());
+  QTest::mouseClick(combo_, Qt::LeftButton);
+  window_->hide();
+  QVERIFY(!tree_->window()->isVisible());
+  QVERIFY(chosen.size() == 1 && activation.changes <= 1);  // the last for the window's own hiding
+}
+
+void ControlsTest::ComboByKeys() {
+  MakeCombo();
+  for (int row = 0; row < 3; ++row) {
+    model_.item(0)->appendRow(new CStandardItem(QString("Gate %1").arg(row)));
+  }
+  model_.SetChildrenFetched(Row("Plans"), true);
+  QSignalSpy changed(combo_, &CMultilevelComboBox::SignalCurrentIndexChanged);
+  combo_->SetCurrentIndex(Row("Gate 1"));
+  combo_->SetCurrentIndex(Row("Gate 1"));
+  QVERIFY(changed.size() == 1 && tree_->isExpanded(Row("Plans")));
+  const ActivationCount activation(window_.get());
+
+  const QVector<QPair<Qt::Key, Qt::KeyboardModifiers>> openers = {
+      {Qt::Key_Down, Qt::AltModifier}, {Qt::Key_F4, Qt::NoModifier}, {Qt::Key_Space, Qt::NoModifier}};
+  for (const auto& opener : openers) {
+    QTest::keyClick(combo_, opener.first, opener.second);
+    QVERIFY(combo_->IsPopupVisible());
+    QTest::keyClick(tree_, Qt::Key_Down);
+    QTest::keyClick(tree_, Qt::Key_Escape);
+    QVERIFY(!combo_->IsPopupVisible() && window_->isVisible());
+    QCOMPARE(combo_->GetCurrentIndex(), Row("Gate 1"));
+  }
+  QTest::keyClick(combo_, Qt::Key_F4);
+  QCOMPARE(tree_->currentIndex(), Row("Gate 1"));  // moving about without choosing leaves no trace
+  QTest::keyClick(tree_, Qt::Key_Down);
+  QTest::keyClick(tree_, Qt::Key_Return);
+  QVERIFY(!combo_->IsPopupVisible());
+  QCOMPARE(combo_->CurrentText(), QString("Gate 2"));
+  QVERIFY(combo_->hasFocus());
+  QCOMPARE(activation.changes, 0);
+
+  QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(combo_);
+  QCOMPARE(spoken->role(), QAccessible::ComboBox);
+  QCOMPARE(spoken->text(QAccessible::Value), QString("Gate 2"));
+}
+
+void ControlsTest::ComboFindsByTyping() {
+  MakeCombo();
+  model_.item(0)->appendRows({new CStandardItem("North gate"), new CStandardItem("South gate")});
+  model_.SetChildrenFetched(Row("Plans"), true);
+  combo_->SetEditLabelVisible(true);
+  QTest::keyClick(combo_, Qt::Key_Space);
+  auto* search = tree_->window()->findChild<QLineEdit*>();
+  QVERIFY(search && search->isVisible() && search->hasFocus());
+  QTest::keyClicks(search, "south");
+  QTest::keyClick(search, Qt::Key_Return);  // before anything was looked for: chooses nothing
+  QVERIFY(combo_->IsPopupVisible());
+  QTRY_COMPARE(tree_->currentIndex(), Row("South gate"));
+  QTest::keyClick(search, Qt::Key_Return);
+  QVERIFY(!combo_->IsPopupVisible());
+  QCOMPARE(combo_->CurrentText(), QString("South gate"));
+  QTest::keyClick(combo_, Qt::Key_Space);
+  QTest::keyClick(search, Qt::Key_Escape);
+  QTest::keyClick(search, Qt::Key_Escape);
+  QVERIFY(!combo_->IsPopupVisible() && window_->isVisible());
+}
+
+void ControlsTest::ComboFollowsItsRow() {
+  MakeCombo();
+  auto* gates = new CStandardItem("Gates");
+  model_.item(0)->appendRow(gates);
+  combo_->SetCurrentIndex(Row("Gates"));
+  QSignalSpy changed(combo_, &CMultilevelComboBox::SignalCurrentIndexChanged);
+  gates->setText("Doors");
+  QCOMPARE(combo_->CurrentText(), QString("Doors"));
+  combo_->ShowPopup();
+  model_.removeRow(0);
+  QVERIFY(combo_->CurrentText().isEmpty() && !combo_->GetCurrentIndex().isValid());
+  QCOMPARE(changed.size(), 1);
+  combo_->SetCurrentIndex(Row("Closed"));
+  model_.clear();
+  QVERIFY(combo_->CurrentText().isEmpty());
+  delete tree_;
+  QVERIFY(!combo_->LocationView() && !combo_->LocationModel());
+  combo_->HidePopup();
+  combo_->ShowPopup();
+  QVERIFY(!combo_->IsPopupVisible());
+}
+
+void ControlsTest::DropDownStaysOnItsScreen() {
+  MakeCombo();
+  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  const QVector<QPoint> places = {screen.topLeft(), screen.bottomRight() - QPoint(300, 40),
+                                  QPoint(screen.left() - 60, screen.bottom() - 330)};
+  for (const QPoint& place : places) {
+    window_->move(place);
+    combo_->ShowPopup();
+    const QRect drop_down = tree_->window()->geometry();
+    const QRect box(combo_->mapToGlobal(QPoint(0, 0)), combo_->size());
+    QVERIFY(screen.contains(drop_down) && drop_down.height() > 100);
+    QVERIFY(!drop_down.intersects(box));
+    combo_->HidePopup();
+  }
+}
+
+void ControlsTest::ModalBoxAnswers() {
+  window_->show();
+  CModalTipDialog box(window_.get());
+  box.SetTitle("Code 7");
+  box.SetContent(QString("A <b>text</b> that needs several lines. ").repeated(6));
+  QList<TarnHost::ModalQuestion> asked;
+  TarnHost::SetModalAnswer([&asked](const TarnHost::ModalQuestion& question) {
+    asked.append(question);
+    TarnHost::SetModalAnswer({});
+    return 1;
+  });
+  QCOMPARE(box.exec(), 1);
+  QVERIFY(!box.isVisible() && asked.size() == 1);
+  QVERIFY(asked[0].title == "Code 7" && asked[0].text == box.Content() && asked[0].buttons == 3);
+
+  int shown = 0;
+  const auto press = [&](Qt::Key key) {
+    QMetaObject::invokeMethod(
+        &box,
+        [&box, &shown, key, this] {
+          shown += box.isVisible() && box.isModal() ? 1 : 0;
+          QVERIFY((box.geometry().center() - window_->geometry().center()).manhattanLength() <= 2);
+          QTest::keyClick(&box, key);
+        },
+        Qt::QueuedConnection);
+    return box.exec();
+  };
+  QCOMPARE(press(Qt::Key_Return), 1);
+  QCOMPARE(press(Qt::Key_Escape), 0);
+  box.SetConfirmVisible(false);
+  QCOMPARE(press(Qt::Key_Return), 0);  // the only button left
+  QCOMPARE(shown, 3);
+  const int wrapped = box.height();
+  box.SetContent("Short");
+  QCOMPARE(press(Qt::Key_Escape), 0);
+  QVERIFY(box.height() < wrapped);
+}
+
+void ControlsTest::ModalBoxOutlivesItsParent() {
+  auto* parent = new QWidget;
+  parent->show();
+  const QPointer<CModalTipDialog> box = new CModalTipDialog(parent);
+  QMetaObject::invokeMethod(
+      parent, [parent] { delete parent; }, Qt::QueuedConnection);
+  QCOMPARE(box->exec(), 0);
+  QVERIFY(!box);
+}
+
+void ControlsTest::ShadowFollowsItsContent() {
+  window_->setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+  const Qt::WindowFlags flags = Qt::Tool | Qt::WindowTransparentForInput;
+  auto* shadow = new CShadowWidget(window_.get(), flags);
+  shadow->SetContentWidget(window_.get(), 0);
+  shadow->SetShadowMode(1);
+  shadow->SetAutoShow(true);
+  QVERIFY(!shadow->isVisible());
+  QCOMPARE(shadow->windowFlags() & flags, flags);
+  for (int round = 0; round < 2; ++round) {
+    window_->show();
+    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+    QVERIFY(shadow->isVisible() && !shadow->isActiveWindow());
+    window_->move(200 + round, 150);
+    window_->resize(240, 200 + round);
+    QTRY_VERIFY(shadow->geometry().contains(window_->geometry()));
+    QCOMPARE(shadow->geometry().center(), window_->geometry().center());
+    window_->hide();
+    QVERIFY(!shadow->isVisible());
+  }
+  window_->show();
+  shadow->SetShadowMode(0);
+  QVERIFY(!shadow->isVisible());
+  shadow->SetShadowMode(1);
+  QTRY_COMPARE(QApplication::activeWindow(), window_.get());
+  QVERIFY(shadow->isVisible());
+}
+
+QTEST_MAIN(ControlsTest)
+#include "test_controls.moc"
