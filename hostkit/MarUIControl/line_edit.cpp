@@ -11,7 +11,7 @@
 #include <QMouseEvent>
 #include <QRegularExpression>
 #include <QValidator>
-#include <memory>
+#include <algorithm>
 
 #include "MarUIControl/plain_tool_tip.h"
 
@@ -31,6 +31,15 @@ QString WithoutLineBreaks(const QString& text) {
 QString Left(const QString& text, int length) {
   const bool splits = length > 0 && length < text.size() && text.at(length - 1).isHighSurrogate();
   return text.left(splits ? length - 1 : qMax(length, 0));
+}
+
+// The base gives its actions no names; their texts begin with its own translations.
+QAction* PasteAction(const QMenu* menu) {
+  const QList<QAction*> actions = menu->actions();
+  const auto paste = std::find_if(actions.begin(), actions.end(), [](const QAction* action) {
+    return action->text().startsWith(QLineEdit::tr("&Paste"));
+  });
+  return paste == actions.end() ? nullptr : *paste;
 }
 
 }  // namespace
@@ -62,7 +71,8 @@ void CLineEdit::contextMenuEvent(QContextMenuEvent* event) {
     return;
   }
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  if (auto* paste = menu->findChild<QAction*>(QStringLiteral("edit-paste"))) {
+  if (QAction* paste = PasteAction(menu)) {
+    paste->setObjectName(QStringLiteral("edit-paste"));
     paste->disconnect(this);
     connect(paste, &QAction::triggered, this, [this] { PasteAllowed(QGuiApplication::clipboard()->text()); });
   }

@@ -76,7 +76,7 @@ void LocationPopup::OpenAt(const QRect& anchor) {
 
 QRect LocationPopup::PlaceFor(const QRect& anchor) const {
   const QScreen* screen = QGuiApplication::screenAt(anchor.center());
-  const QRect room = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+  const QRect room = (screen ? screen : owner_->screen())->availableGeometry();
   const int below = room.bottom() - anchor.bottom() - kGap;
   const int above = anchor.top() - room.top() - kGap;
   const bool down = below >= kHeight || below >= above;

@@ -112,7 +112,7 @@ void CModalTipDialog::Private::Center() {
   const QWidget* over = q->parentWidget() ? q->parentWidget()->window() : nullptr;
   const QPoint middle = over ? over->frameGeometry().center() : QGuiApplication::primaryScreen()->geometry().center();
   const QScreen* screen = QGuiApplication::screenAt(middle);
-  const QRect room = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+  const QRect room = (screen ? screen : q->screen())->availableGeometry();
   QRect place(QPoint(0, 0), q->size());
   place.moveCenter(middle);
   place.moveLeft(qMax(room.left(), qMin(place.left(), room.right() - place.width() + 1)));

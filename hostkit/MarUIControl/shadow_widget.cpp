@@ -94,7 +94,8 @@ QPainterPath CShadowWidget::Outline(int ring) const {
 
 void CShadowWidget::Follow() {
   if (content_) {
-    setGeometry(content_->geometry().adjusted(-kSpread, -kSpread, kSpread, kSpread));
+    const QRect place(content_->mapToGlobal(QPoint(0, 0)), content_->size());
+    setGeometry(place.adjusted(-kSpread, -kSpread, kSpread, kSpread));
   }
   const bool visible = content_ && mode_ != 0 && content_->isVisible() && CanBlend();
   if (!automatic_ && content_) {

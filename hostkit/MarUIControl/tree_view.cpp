@@ -156,7 +156,10 @@ void CTreeView::Private::ExpandFetchedBelow(const QModelIndex& index) {
   }
 }
 
-CTreeView::CTreeView(QWidget* parent) : CAbstractItemView(parent), d_(new Private(this)) {}
+CTreeView::CTreeView(QWidget* parent) : CAbstractItemView(parent), d_(new Private(this)) {
+  // Rows hold one line each. Otherwise a way to a far row measures every row before it.
+  setUniformRowHeights(true);
+}
 
 CTreeView::~CTreeView() = default;
 
