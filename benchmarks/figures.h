@@ -9,3 +9,5 @@ Figures MeasureExpand();
 Figures MeasureSorting();
 Figures MeasureMemory();
 Figures MeasureStoreReads();
+Figures MeasureLocate();
+Figures MeasureSearch();
