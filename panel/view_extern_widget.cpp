@@ -47,6 +47,9 @@ void CViewExternWidget::SetModel(CStandardPlanModel* model) {
   for (const char* root : {kPublicRootCode, kOwnRootCode, kReceivedRootCode}) {
     d_->ui.plan_view_tree->ExpandWhenLoaded(QString::fromLatin1(root));
   }
+  if (CViewModelDataManager::Instance().IsViewModelInitFinish()) {
+    OnDownloadResouceFinished();  // a panel made later has nothing to wait for
+  }
 }
 
 CStandardPlanModel* CViewExternWidget::GetPlanModel() const {

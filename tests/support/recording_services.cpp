@@ -119,8 +119,19 @@ void CRecordingServices::ViewRegisterResourceUpdate(ResourceData::IResourceObser
 
 bool CRecordingServices::CheckControlPermission(int code) {
   note(QStringLiteral("CheckControlPermission"), code);
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (rights_.contains(code)) {
+      return rights_.value(code);
+    }
+  }
   std::string ignored;
   return !failure(QStringLiteral("CheckControlPermission"), &ignored) && target_->CheckControlPermission(code);
+}
+
+void CRecordingServices::SetRight(int code, bool granted) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  rights_.insert(code, granted);
 }
 
 std::string CRecordingServices::StationId() const {

@@ -45,6 +45,8 @@ class CRecordingServices : public TarnHost::IHostServices {
   /// From now on the call returns false with this text and does not reach the target.
   void Fail(const QString& call, const std::string& error_info = "refused");
   void Mend(const QString& call);
+  /// From now on the user has (or lacks) this right as far as the plug-in can see; the target goes by its own.
+  void SetRight(int code, bool granted);
 
   std::vector<Call> Calls() const;
   int Count(const QString& call) const;
@@ -115,6 +117,7 @@ class CRecordingServices : public TarnHost::IHostServices {
   QMap<QString, HoldPoint> held_;
   QMap<QString, int> waiting_;
   QMap<QString, std::string> failures_;
+  QMap<int, bool> rights_;
   std::vector<Call> calls_;
   std::vector<Registration> registrations_;
   std::vector<Registration> observers_;

@@ -1,0 +1,462 @@
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QStandardItemModel>
+#include <QtTest>
+
+#include "item_type.h"
+#include "panel_stage.h"
+#include "view_model_data_manager.h"
+#include "view_name_edit.h"
+
+using namespace TarnPlanView;
+using namespace view_plugin_protocol;
+using tarn_ui_data_controller::MsgType;
+using TarnTest::CPanelStage;
+using TarnTest::CPlanFixture;
+
+namespace {
+
+// What a row of each type leaves enabled, from the buttons as they were: g add group, p add plan, e edit, d delete.
+QString Expected(int type, const QString& before, bool add, bool edit, bool remove, bool under_root) {
+  const auto letter = [](bool on, char c) { return on ? QChar(c) : QChar('-'); };
+  switch (type) {
+    case 1:
+      return QString(letter(add, 'g')) + letter(add && under_root, 'p') + QStringLiteral("--");
+    case 5:
+      return QStringLiteral("g") + letter(under_root, 'p') + QStringLiteral("--");
+    case 2:
+    case 3:
+    case 4:
+      return QString(letter(add, 'g')) + letter(add, 'p') + letter(edit, 'e') + letter(remove, 'd');
+    case 6:
+    case 7:
+    case 8:
+      return QStringLiteral("gped");
+    case 10:
+    case 11:
+    case 12:
+    case 13:
+      return QStringLiteral("g-") + before.mid(2);
+    default:
+      return before;
+  }
+}
+
+}  // namespace
+
+// The bar, the pop-ups that it opens, and what becomes of their answers.
+class PanelTest : public TarnTest::CPlanTest {
+  Q_OBJECT
+ private Q_SLOTS:
+  void StartsWaitingAndThenShowsTheTree();
+  void ButtonsFollowTypeRightsAndSwitch();
+  void NamesTheMissingRight();
+  void AddsGroupsDownToTheSixthLevel();
+  void RenamesTheRowThatTheEditorWasOpenedFor();
+  void AsksBeforeDeletingAGroup();
+  void AsksBeforeDeletingAPlan();
+  void RowGoneUnderTheQuestionIsLeftAlone();
+  void MenuCommands();
+  void MovesPlansWhole();
+  void ReportsRefusedRowMoves();
+  void PlayingPlanIsMarkedAndCurrent();
+  void FillsTheUpdateOfThePlayingPlan();
+
+ private:
+  void openNameEditor(CPanelStage& stage, const char* button, const QString& name);
+  QString groupOf(const QString& plan) const;
+};
+
+void PanelTest::StartsWaitingAndThenShowsTheTree() {
+  Open({}, false);
+  Services().Hold(QStringLiteral("GetPlansInGroup"));
+  auto& manager = CViewModelDataManager::Instance();
+  manager.InitManager();
+  CPanelStage stage(fixture_);
+  QCOMPARE(stage.PageName(), QStringLiteral("wait_widget"));
+  QCOMPARE(stage.Enabled(), QStringLiteral("----"));
+  QVERIFY(stage.Button("search_btn")->isEnabled());
+  manager.LoadAllViewManagerModelData();
+  QCOMPARE(stage.PageName(), QStringLiteral("tree"));
+  Services().ReleaseAll();
+  // The root opens by itself and becomes current, so that keys work at once.
+  QTRY_COMPARE(stage.Tree().model()->rowCount(stage.Tree().model()->index(0, 0)), 2);
+  QTRY_COMPARE(stage.Tree().currentIndex(), stage.Tree().model()->index(0, 0));
+  QCOMPARE(stage.Enabled(), QStringLiteral("g---"));
+  stage.Panel().SwitchUserUpdate();
+  QCOMPARE(stage.PageName(), QStringLiteral("wait_widget"));
+  QCOMPARE(stage.Enabled(), QStringLiteral("----"));
+}
+
+void PanelTest::ButtonsFollowTypeRightsAndSwitch() {
+  for (const bool under_root : {false, true}) {
+    Open({{QStringLiteral("create_under_root"), under_root}});
+    {
+      CPanelStage stage(fixture_);
+      QStandardItemModel rows;
+      rows.appendRow(new QStandardItem);
+      for (int rights = 0; rights < 8; ++rights) {
+        const bool add = rights & 1, edit = rights & 2, remove = rights & 4;
+        Services().SetRight(5, add);
+        Services().SetRight(6, edit);
+        Services().SetRight(7, remove);
+        // Each type after an own plan (all on) and after a root (most off): some leave buttons as they were.
+        for (const int before_type : {7, 5}) {
+          for (int type = -1; type <= 14; ++type) {
+            const auto select = [&](int selected) {
+              rows.item(0)->setData(selected, ItemTypeRole);
+              QMetaObject::invokeMethod(&stage.Panel(), "onCurrentIndexChanged", Q_ARG(QModelIndex, rows.index(0, 0)),
+                                        Q_ARG(QModelIndex, QModelIndex()));
+            };
+            select(before_type);
+            const QString before = stage.Enabled();
+            select(type);
+            QCOMPARE(stage.Enabled(), Expected(type, before, add, edit, remove, under_root));
+          }
+        }
+      }
+      const QString before = stage.Enabled();
+      QMetaObject::invokeMethod(&stage.Panel(), "onCurrentIndexChanged", Q_ARG(QModelIndex, QModelIndex()),
+                                Q_ARG(QModelIndex, QModelIndex()));
+      QCOMPARE(stage.Enabled(), before);
+    }
+    Shut();
+  }
+}
+
+void PanelTest::NamesTheMissingRight() {
+  Open();
+  CPanelStage stage(fixture_);
+  Services().SetRight(7, false);
+  stage.Choose(QStringLiteral("Public A plan 2"));
+  QVERIFY(!stage.Button("delete_btn")->isEnabled());
+  QVERIFY(stage.Button("delete_btn")->toolTip().contains(QLatin1String("right to delete")));
+  QVERIFY(!stage.Button("edit_btn")->toolTip().contains(QLatin1String("right to")));
+  // The key is refused with the reason, not silently.
+  QTest::keyClick(&stage.Tree(), Qt::Key_Delete);
+  QCOMPARE(stage.TakeQuestions(), QStringList());
+  QCOMPARE(stage.TakeTips().size(), 1);
+}
+
+void PanelTest::openNameEditor(CPanelStage& stage, const char* button, const QString& name) {
+  fixture_.Messages().Expect(QStringLiteral("Argument missing"));  // without a catalogue the texts are bare keys
+  QTest::mouseClick(stage.Button(button), Qt::LeftButton);
+  auto* editor = stage.Panel().findChild<CViewNameEdit*>();
+  QVERIFY(editor && editor->isVisible());
+  const QWidget* shown_by = stage.Button(button);
+  QCOMPARE(editor->pos(), shown_by->mapToGlobal(QPoint(0, shown_by->height() + 1)));
+  editor->findChild<QLineEdit*>(QStringLiteral("ptr_name_edit"))->setText(name);
+}
+
+void PanelTest::AddsGroupsDownToTheSixthLevel() {
+  Open();
+  CPanelStage stage(fixture_);
+  stage.Choose(QStringLiteral("A1 plan 2"));  // a plan: its group is meant; root, Public A and A1 are three levels
+  for (const char* name : {"Level 4", "Level 5", "Level 6", "Level 7"}) {
+    openNameEditor(stage, "add_group_btn", QString::fromLatin1(name));
+    QTest::keyClick(stage.Panel().findChild<QLineEdit*>(QStringLiteral("ptr_name_edit")), Qt::Key_Return);
+    fixture_.Drain();
+    if (QByteArray(name) != "Level 7") {
+      stage.Choose(QString::fromLatin1(name));
+    }
+  }
+  QVERIFY(!stage.Row(QStringLiteral("Level 7")).isValid());
+  QCOMPARE(Services().Count(QStringLiteral("AddPlanGroup")), 3);
+  QVERIFY(fixture_.Log().Lines().join('\n').contains(
+      QLatin1String("CNomalMessageManager::Instance().ShowMessage ViewGroup Tips Show")));
+}
+
+void PanelTest::RenamesTheRowThatTheEditorWasOpenedFor() {
+  Open();
+  CPanelStage stage(fixture_);
+  stage.Choose(QStringLiteral("Public A"));
+  openNameEditor(stage, "edit_btn", QStringLiteral("  Yard \n"));
+  stage.Choose(QStringLiteral("Public B"));  // another row becomes current while the editor is open
+  auto* editor = stage.Panel().findChild<CViewNameEdit*>();
+  QMetaObject::invokeMethod(editor, "OnClickedBtn");
+  fixture_.Drain();
+  QVERIFY(stage.Row(QStringLiteral("Yard")).isValid());
+  QVERIFY(stage.Row(QStringLiteral("Public B")).isValid());
+
+  stage.TakeTips();
+  stage.Choose(QStringLiteral("A1"));
+  openNameEditor(stage, "edit_btn", QStringLiteral("Too late"));
+  DeletePlanGroupResponse ignored;
+  QVERIFY(fixture_.Store().DeletePlanGroup({fixture_.Code(QStringLiteral("A1")).toStdString(), "A1", 0}, ignored));
+  CViewModelDataManager::Instance().OnDeletePlanGroupPlanSucc(stage.Row(QStringLiteral("A1")));
+  Services().ForgetCalls();
+  QMetaObject::invokeMethod(editor, "OnClickedBtn");
+  fixture_.Drain();
+  QCOMPARE(Services().Count(QStringLiteral("UpdatePlanGroup")), 0);
+  QCOMPARE(stage.TakeTips().size(), 1);
+}
+
+void PanelTest::AsksBeforeDeletingAGroup() {
+  for (const bool with_children : {false, true}) {
+    Open({{QStringLiteral("delete_with_children"), with_children}, {QStringLiteral("show_mode"), 1}});
+    {
+      CPanelStage stage(fixture_);
+      // Not expanded yet: the host is asked whether there is anything below.
+      stage.Expand(stage.Tree().model()->index(0, 0));
+      stage.Choose(QStringLiteral("Public B"));
+      stage.answer = 0;
+      Services().ForgetCalls();
+      stage.Button("delete_btn")->click();
+      QCOMPARE(stage.TakeQuestions(), QStringList(with_children ? "ConfirmToDelete" : "ContainsChildNodesThPmmApRHD"));
+      fixture_.Drain();
+      QCOMPARE(Services().Count(QStringLiteral("DeletePlanGroup")), 0);  // declined, or not even asked
+
+      stage.Panel().SetCurPlayItemByIndexCode(fixture_.Code(QStringLiteral("A1 plan 2")));
+      stage.Choose(QStringLiteral("A1 plan 2"));
+      stage.Choose(QStringLiteral("Public A"));
+      stage.answer = 1;
+      QSignalSpy stop(&stage.Panel(), &CViewExternWidget::SignalStopPlan);
+      stage.Button("delete_btn")->click();
+      if (with_children) {
+        // The playing plan stands two levels below; still nobody is told to stop it.
+        QCOMPARE(stage.TakeQuestions().size(), 1);
+        QTRY_VERIFY(!stage.Row(QStringLiteral("Public A")).isValid());
+      } else {
+        QCOMPARE(stage.TakeQuestions(), QStringList("ContainsChildNodesThPmmApRHD"));
+      }
+      QCOMPARE(stop.size(), 0);
+      fixture_.Drain();
+    }
+    Shut();
+  }
+}
+
+void PanelTest::AsksBeforeDeletingAPlan() {
+  for (const int show_mode : {0, 1}) {
+    Open({{QStringLiteral("show_mode"), show_mode}});
+    {
+      CPanelStage stage(fixture_);
+      stage.Choose(QStringLiteral("Public A plan 2"));
+      stage.answer = 0;
+      stage.Button("delete_btn")->click();
+      QCOMPARE(stage.TakeQuestions(), QStringList("ConfirmToDelete"));
+      fixture_.Drain();
+      QCOMPARE(Services().Count(QStringLiteral("DeletePlan")), 0);
+
+      stage.Panel().SetCurPlayItemByIndexCode(fixture_.Code(QStringLiteral("Public A plan 2")));
+      int calls_at_stop = -1;
+      connect(&stage.Panel(), &CViewExternWidget::SignalStopPlan, &stage.Panel(),
+              [&] { calls_at_stop = Services().Count(QStringLiteral("DeletePlan")); });
+      stage.answer = 1;
+      Services().Hold(QStringLiteral("DeletePlan"));
+      stage.Button("delete_btn")->click();
+      QCOMPARE(stage.TakeQuestions(),
+               QStringList(show_mode ? "TheUserCurrentlyHasAWPBwgUrC" : "TheUserCurrentlyHasAwlMLoHj"));
+      QCOMPARE(calls_at_stop, 0);
+      // A second key press before the first answer asks nothing and sends nothing.
+      stage.Button("delete_btn")->click();
+      QCOMPARE(stage.TakeQuestions(), QStringList());
+      Services().ReleaseAll();
+      QTRY_VERIFY(!stage.Row(QStringLiteral("Public A plan 2")).isValid());
+      QCOMPARE(Services().Count(QStringLiteral("DeletePlan")), 1);
+
+      // A refused deletion can be tried again.
+      stage.TakeTips();
+      stage.Choose(QStringLiteral("Public A plan 10"));
+      Services().Fail(QStringLiteral("DeletePlan"), "locked");
+      stage.Button("delete_btn")->click();
+      fixture_.Drain();
+      QCOMPARE(stage.TakeTips(), QStringList("1:locked"));
+      Services().Mend(QStringLiteral("DeletePlan"));
+      stage.Button("delete_btn")->click();
+      QTRY_VERIFY(!stage.Row(QStringLiteral("Public A plan 10")).isValid());
+    }
+    Shut();
+  }
+}
+
+void PanelTest::RowGoneUnderTheQuestionIsLeftAlone() {
+  Open();
+  CPanelStage stage(fixture_);
+  stage.Choose(QStringLiteral("Public A plan 2"));
+  stage.while_asking = [&] {
+    CViewModelDataManager::Instance().OnDeletePlanGroupPlanSucc(stage.Tree().currentIndex());
+  };
+  stage.Button("delete_btn")->click();
+  fixture_.Drain();
+  QCOMPARE(Services().Count(QStringLiteral("DeletePlan")), 0);
+  QVERIFY(stage.Row(QStringLiteral("Public A plan 10")).isValid());
+}
+
+void PanelTest::MenuCommands() {
+  Open({{QStringLiteral("creation_info"), 1}});
+  CPanelStage stage(fixture_);
+  stage.Choose(QStringLiteral("Public A plan 2"));
+  const QString plan = fixture_.Code(QStringLiteral("Public A plan 2"));
+  const QString group = fixture_.Code(QStringLiteral("Public A"));
+  const auto click = [&](int type, const QString& code) {
+    QMetaObject::invokeMethod(&stage.Panel(), "OnMenuClicked",
+                              Q_ARG(tarn_ui_data_controller::MsgType, static_cast<MsgType>(type)),
+                              Q_ARG(QVariant, QVariant(code)));
+  };
+  QSignalSpy played(&stage.Controller(), &CStandardViewController::SignalPlayPlanView);
+  QSignalSpy to_monitor(&stage.Panel(), &CViewExternWidget::SignalPlayPlanToMonitor);
+  QSignalSpy cycle(&stage.Panel(), &CViewExternWidget::SignalPlanGroupCycle);
+  stage.Panel().SetMonitorId(QStringLiteral("0"));
+  for (const int nothing : {28, 29, 30, 99}) {
+    click(nothing, plan);
+  }
+  click(31, QStringLiteral("4711"));  // unknown
+  click(34, plan);                    // no group
+  fixture_.Drain();
+  QCOMPARE(played.size() + cycle.size() + to_monitor.size(), 0);
+
+  click(31, plan);
+  QTRY_COMPARE(played.size(), 1);
+  QCOMPARE(to_monitor.value(0).value(0).toMap().value(QStringLiteral("plan_code")).toString(), plan);
+  click(34, group);
+  QCOMPARE(cycle.value(0), (QVariantList{group, 20}));
+
+  click(27, plan);
+  const auto box = [&]() -> QWidget* { return stage.Panel().findChild<QWidget*>(QStringLiteral("CreationInfoDlgUi")); };
+  QTRY_VERIFY(box() && box()->isVisible());
+  QCOMPARE(box()->geometry().center() - QRect(stage.Panel().mapToGlobal(QPoint()), stage.Panel().size()).center(),
+           QPoint(0, 0));
+  Services().Fail(QStringLiteral("GetPlanDetail"), "gone");
+  stage.TakeTips();
+  click(27, plan);
+  fixture_.Drain();
+  QCOMPARE(stage.TakeTips(), QStringList("1:gone"));
+}
+
+QString PanelTest::groupOf(const QString& plan) const {
+  GetPlanDetailRequest request;
+  request.plan_index_code = fixture_.Code(plan).toStdString();
+  GetPlanDetailResponse detail;
+  return const_cast<PanelTest*>(this)->fixture_.Store().GetPlanDetail(request, detail)
+             ? QString::fromStdString(detail.group_name)
+             : QString();
+}
+
+void PanelTest::MovesPlansWhole() {
+  Open();
+  CPanelStage stage(fixture_);
+  GetPlanDetailRequest request;
+  request.plan_index_code = fixture_.Code(QStringLiteral("Public A plan 2")).toStdString();
+  UpdatePlanRequest timed;
+  GetPlanDetailResponse before;
+  QVERIFY(fixture_.Store().GetPlanDetail(request, before));
+  timed.plan_index_code = request.plan_index_code;
+  timed.plan_name = before.name;
+  timed.parent_index_code = before.group_index_code;
+  timed.pages = before.pages;
+  timed.auto_play = true;
+  timed.begin_time = "02:00:00";
+  timed.end_time = "03:00:00";
+  UpdatePlanResponse updated;
+  QVERIFY(fixture_.Store().UpdatePlan(timed, updated));
+
+  const auto drop = [&](const QString& source, const QString& target) {
+    // Rows are opened first: what opens between two looks moves the rows below it.
+    const QPersistentModelIndex from(stage.Row(source)), onto(stage.Row(target));
+    stage.Tree().setCurrentIndex(from);
+    stage.Tree().expandAll();
+    const QRect rect = stage.Tree().visualRect(onto);
+    Q_EMIT stage.Tree().SignalMoveRow(stage.Tree().visualRect(from).center(), rect.center(), rect);
+    fixture_.Drain();
+  };
+  stage.Row(QStringLiteral("Public B plan 2"));
+  stage.Row(QStringLiteral("nothing"));  // everything is expanded now
+  stage.TakeTips();
+  drop(QStringLiteral("Public A plan 2"), QStringLiteral("Public A plan 10"));
+  QCOMPARE(stage.TakeTips(), QStringList("0:ViewSortFailedadOMakQWZCpToC"));
+  drop(QStringLiteral("Public A plan 2"), QStringLiteral("Public A"));
+  QCOMPARE(stage.TakeTips(), QStringList("0:ViewSortFailedadOMakQWZCpToC"));
+  QCOMPARE(Services().Count(QStringLiteral("UpdatePlan")), 0);
+
+  drop(QStringLiteral("Public A plan 2"), QStringLiteral("Public B plan 10"));
+  QTRY_COMPARE(groupOf(QStringLiteral("Public A plan 2")), QStringLiteral("Public B"));
+  QTRY_COMPARE(stage.Tree().currentIndex().data().toString(), QStringLiteral("Public A plan 2"));
+  GetPlanDetailResponse after;
+  QVERIFY(fixture_.Store().GetPlanDetail(request, after));
+  QCOMPARE(after.pages.size(), before.pages.size());
+  QCOMPARE(after.start_time, std::string("02:00:00"));
+  QVERIFY(after.auto_run);
+  drop(QStringLiteral("Public A plan 2"), QStringLiteral("A1"));
+  QTRY_COMPARE(groupOf(QStringLiteral("Public A plan 2")), QStringLiteral("A1"));
+
+  stage.TakeTips();
+  Services().Fail(QStringLiteral("UpdatePlan"), "full");
+  drop(QStringLiteral("Public A plan 2"), QStringLiteral("Public B"));
+  QStringList tips;
+  QTRY_VERIFY(!(tips += stage.TakeTips()).isEmpty());
+  QCOMPARE(tips, QStringList("1:full"));
+  QCOMPARE(groupOf(QStringLiteral("Public A plan 2")), QStringLiteral("A1"));
+}
+
+void PanelTest::ReportsRefusedRowMoves() {
+  Open();
+  CPanelStage stage(fixture_);
+  stage.Row(QStringLiteral("nothing"));
+  stage.Tree().expandAll();
+  enum Where { Upper, Middle, Lower };
+  const auto move = [&](const char* source, const char* target, Where where) {
+    const QRect from = stage.Tree().visualRect(stage.Row(QString::fromLatin1(source)));
+    const QRect onto = stage.Tree().visualRect(stage.Row(QString::fromLatin1(target)));
+    const int middle = (onto.top() + onto.bottom()) / 2;
+    const int y = where == Upper ? onto.top() + 1 : where == Middle ? middle : middle + 1;
+    stage.TakeTips();
+    QMetaObject::invokeMethod(&stage.Panel(), "OnMoveRow", Q_ARG(QPoint, from.center()),
+                              Q_ARG(QPoint, QPoint(onto.center().x(), y)), Q_ARG(QRect, onto));
+    return stage.TakeTips().join('|');
+  };
+  const QString same = QStringLiteral("0:ViewSortFailedadOMakQWZCpToC");
+  const QString other = QStringLiteral("0:TheMoveViewOperationrvQbjaeS");
+  // "plan 2" stands before "plan 10": on the middle the drop goes before the target, below it after.
+  QCOMPARE(move("Public A plan 10", "Public A plan 2", Middle), same);
+  QCOMPARE(move("Public A plan 2", "Public A plan 2", Middle), QString());
+  QCOMPARE(move("Public A plan 10", "Public A plan 2", Lower), QString());  // it stands there already
+  QCOMPARE(move("Public A plan 2", "Public B plan 2", Upper), other);
+  QCOMPARE(move("Public A plan 2", "Public B", Upper), other);
+  QCOMPARE(move("Public A", "Public B", Upper), QString());
+  QCOMPARE(move("A1", "Public B", Lower), other);
+  QCOMPARE(Services().Count(QStringLiteral("UpdatePlan")), 0);
+}
+
+void PanelTest::PlayingPlanIsMarkedAndCurrent() {
+  Open();
+  CPanelStage stage(fixture_);
+  stage.Row(QStringLiteral("A1 plan 2"));
+  const QString first = fixture_.Code(QStringLiteral("A1 plan 2"));
+  stage.Tree().collapseAll();
+  stage.Panel().SetCurPlanByIndexCode(first);
+  QCOMPARE(stage.Panel().GetCurrentSelectedViewID(), first);
+  QVERIFY(stage.Tree().isExpanded(stage.Tree().currentIndex().parent()));
+
+  stage.Panel().SetCurPlayItemByIndexCode(first);
+  QVERIFY(stage.Row(QStringLiteral("A1 plan 2")).data(PlayingRole).toBool());
+  TarnPlanViewInfo info;
+  stage.Panel().GetCurrentSelectedViewInfo(info);
+  QVERIFY(info.playing && !info.is_group);
+  QCOMPARE(info.group_name, std::string("A1"));
+  stage.Panel().SetCurPlayItemByIndexCode(fixture_.Code(QStringLiteral("Public A plan 2")));
+  QVERIFY(!stage.Row(QStringLiteral("A1 plan 2")).data(PlayingRole).toBool());
+  stage.Panel().SetCurPlayItemByIndexCode(QString());
+  QVERIFY(!stage.Row(QStringLiteral("Public A plan 2")).data(PlayingRole).toBool());
+  QCOMPARE(stage.Tree().currentIndex().data().toString(), QStringLiteral("Public A plan 2"));
+}
+
+void PanelTest::FillsTheUpdateOfThePlayingPlan() {
+  Open({{QStringLiteral("create_under_root"), 1}});
+  CPanelStage stage(fixture_, true);
+  for (const char* name : {"C1 plan 2", "Own root plan"}) {
+    stage.Choose(QString::fromLatin1(name));
+    UpdatePlanRequest request;
+    request.plan_index_code = fixture_.Code(QString::fromLatin1(name)).toStdString();
+    request.begin_time = "05:00:00";
+    stage.Panel().GetSaveAsPlanInfo(request);
+    QCOMPARE(QString::fromStdString(request.plan_name), QString::fromLatin1(name));
+    QCOMPARE(request.index_type, 1);
+    QCOMPARE(request.begin_time, std::string("05:00:00"));
+    QCOMPARE(QString::fromStdString(request.parent_index_code),
+             QByteArray(name) == "C1 plan 2" ? fixture_.Code(QStringLiteral("C1")) : QStringLiteral("-2"));
+  }
+}
+
+QTEST_MAIN(PanelTest)
+#include "test_panel.moc"
