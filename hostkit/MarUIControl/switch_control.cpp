@@ -67,7 +67,7 @@ void CSwitchControl::paintEvent(QPaintEvent*) {
   if (hasFocus()) {
     DrawPill(&painter, track.adjusted(1, 1, -1, -1), QPen(SkinColor("focus"), 2), Qt::NoBrush);
   }
-  track.adjust(3, 3, -3, -3);
+  track.adjust(4, 4, -4, -4);
   const QColor line = SkinColor(isEnabled() ? "control_border" : "border");
   const QColor on = isEnabled() ? SkinColor("accent") : line;
   DrawPill(&painter, track, QPen(Between(line, on, knob_), 1.4), Between(SkinColor("surface"), on, knob_));
@@ -80,7 +80,7 @@ void CSwitchControl::DrawKnob(QPainter* painter, const QRectF& track, const QCol
   const QPointF center(track.left() + track.height() / 2 + way * (isRightToLeft() ? 1 - knob_ : knob_),
                        track.center().y());
   const QColor on = SkinColor(isEnabled() ? "accent_text" : "surface");
-  const qreal radius = track.height() / 2 - 4 + knob_ * 1.5;
+  const qreal radius = track.height() / 2 - 3.5 + knob_ * 1.5;
   painter->setPen(QPen(Between(off, on, knob_), 2));
   painter->setBrush(knob_ > 0.5 ? QBrush(on) : QBrush(Qt::NoBrush));
   painter->drawEllipse(center, radius - 1, radius - 1);
