@@ -102,7 +102,7 @@ void CSavePlanAsDlg::setUpTimedPlay() {
   }
   d_->ui.auto_run_switch_->setAccessibleName(d_->ui.auto_run_label_->text());
   d_->ui.auto_run_duration_->setAccessibleName(tr("Begin and end of the daily run"));
-  d_->ui.over_midnight_note_->setText(tr("Over midnight: this run will never start"));
+  d_->ui.over_midnight_note_->setText(tr("Over midnight: never starts"));
   d_->ui.over_midnight_note_->hide();
 }
 
@@ -279,7 +279,7 @@ void CSavePlanAsDlg::timerEvent(QTimerEvent* event) {
   const auto* field = d_->ui.name_line_edit_;
   if (event->timerId() == d_->hint_timer && field->text().isEmpty()) {
     const int y = field->mapTo(this, QPoint()).y() + field->height() - kHintRise;
-    QToolTip::showText(mapToGlobal(QPoint(mapFromGlobal(QCursor::pos()).x(), y)), namingRule().toHtmlEscaped());
+    QToolTip::showText(mapToGlobal(QPoint(mapFromGlobal(QCursor::pos()).x(), y)), namingRule());
   }
   QWidget::timerEvent(event);
 }

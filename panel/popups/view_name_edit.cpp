@@ -150,7 +150,7 @@ void CViewNameEdit::timerEvent(QTimerEvent* event) {
   const auto* field = ui_->ptr_name_edit;
   if (event->timerId() == hint_timer_ && field->text().isEmpty()) {
     const int y = field->mapTo(this, QPoint()).y() + field->height() - kHintRise;
-    QToolTip::showText(mapToGlobal(QPoint(mapFromGlobal(QCursor::pos()).x(), y)), NamingRule().toHtmlEscaped());
+    QToolTip::showText(mapToGlobal(QPoint(mapFromGlobal(QCursor::pos()).x(), y)), NamingRule());
   }
   QFrame::timerEvent(event);
 }
