@@ -2,14 +2,145 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
-    <name>TarnClient::CLiveWall</name>
+    <name>CSavePlanAsDlg</name>
     <message>
-        <source>Double-click a plan to play it</source>
-        <translation>Double-click a plan to play it</translation>
+        <source>Name</source>
+        <translation>Name</translation>
     </message>
+    <message>
+        <source>NodesNrgmJObsW</source>
+        <translation>Group</translation>
+    </message>
+    <message>
+        <source>TimingPlayDNOkRGGmkCGRYTQp</source>
+        <translation>Play automatically every day</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+</context>
+<context>
+    <name>CreationInfoDlgUi</name>
+    <message>
+        <source>Orbis-ControlClient.c7c268d611ee4d3f8855ec8deda5b129.msg</source>
+        <translation>Created by</translation>
+    </message>
+    <message>
+        <source>Orbis-ControlClient.e1d29352195d48db9d1b329e5a13ab8e.name</source>
+        <translation>Created on</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+</context>
+<context>
+    <name>MarUIControl::CModalTipDialog</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+</context>
+<context>
+    <name>MarUIControl::CRangeTimeLineEdit</name>
+    <message>
+        <source>Begin time</source>
+        <translation>Begin time</translation>
+    </message>
+    <message>
+        <source>End time</source>
+        <translation>End time</translation>
+    </message>
+</context>
+<context>
+    <name>MarUIControl::LocationPopup</name>
+    <message>
+        <source>Find in list</source>
+        <translation>Find in list</translation>
+    </message>
+</context>
+<context>
+    <name>QLineEdit</name>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Paste</translation>
+    </message>
+</context>
+<context>
+    <name>Shared</name>
+    <message>
+        <source>Orbis-ControlClient.99baf139876846ebb0412f61e6eca142.name</source>
+        <translation>Group</translation>
+    </message>
+    <message>
+        <source>Orbis-ControlClient.CycleName.name</source>
+        <translation>Cycle name</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CGroupCycle</name>
+    <message>
+        <source>The group has no plans to cycle through.</source>
+        <translation>The group has no plans to cycle through.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; could not be played and was skipped.</source>
+        <translation>&quot;%1&quot; could not be played and was skipped.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; and %2 more could not be played and were skipped.</source>
+        <translation>&quot;%1&quot; and %2 more could not be played and were skipped.</translation>
+    </message>
+    <message>
+        <source>plan %1 of %2</source>
+        <translation>plan %1 of %2</translation>
+    </message>
+    <message>
+        <source>Group · %1</source>
+        <translation>Group · %1</translation>
+    </message>
+    <message>
+        <source>Group %1 · %2</source>
+        <translation>Group %1 · %2</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CHistoryPopup</name>
+    <message>
+        <source>Plans played lately</source>
+        <translation>Plans played lately</translation>
+    </message>
+    <message>
+        <source>No plan was played yet.</source>
+        <translation>No plan was played yet.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CLiveWall</name>
     <message>
         <source>Live view</source>
         <translation>Live view</translation>
+    </message>
+    <message>
+        <source>Double-click a plan, or drag one here, to play it</source>
+        <translation>Double-click a plan, or drag one here, to play it</translation>
+    </message>
+    <message>
+        <source>Play &quot;%1&quot;</source>
+        <translation>Play &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>Play the plans of &quot;%1&quot; in turn</source>
+        <translation>Play the plans of &quot;%1&quot; in turn</translation>
     </message>
 </context>
 <context>
@@ -23,39 +154,62 @@
         <translation>Families of plans</translation>
     </message>
     <message>
-        <source>User: %1</source>
-        <translation>User: %1</translation>
-    </message>
-    <message>
         <source>Store: %1</source>
         <translation>Store: %1</translation>
     </message>
     <message>
-        <source>Public plans</source>
-        <translation>Public plans</translation>
+        <source>Plans played lately</source>
+        <translation>Plans played lately</translation>
     </message>
     <message>
-        <source>No public plans yet</source>
-        <translation>No public plans yet</translation>
-    </message>
-    <message>
-        <source>My plans</source>
-        <translation>My plans</translation>
-    </message>
-    <message>
-        <source>You have no plans of your own yet</source>
-        <translation>You have no plans of your own yet</translation>
+        <source>Plans played lately (Ctrl+H)</source>
+        <translation>Plans played lately (Ctrl+H)</translation>
     </message>
 </context>
 <context>
-    <name>TarnClient::CWaitPage</name>
+    <name>TarnClient::CPlanSaver</name>
     <message>
-        <source>Loading the plans...</source>
-        <translation>Loading the plans…</translation>
+        <source>no plan is playing</source>
+        <translation>no plan is playing</translation>
     </message>
     <message>
-        <source>%1 s</source>
-        <translation>%1 s</translation>
+        <source>this plan cannot be changed from here</source>
+        <translation>this plan cannot be changed from here</translation>
+    </message>
+    <message>
+        <source>you need the right to edit public plans</source>
+        <translation>you need the right to edit public plans</translation>
+    </message>
+    <message>
+        <source>the live view is empty</source>
+        <translation>the live view is empty</translation>
+    </message>
+    <message>
+        <source>Not saved: %1.</source>
+        <translation>Not saved: %1.</translation>
+    </message>
+    <message>
+        <source>Not saved: the plan was stopped meanwhile.</source>
+        <translation>Not saved: the plan was stopped meanwhile.</translation>
+    </message>
+    <message>
+        <source>Not saved: the plan was changed elsewhere. Play it again first.</source>
+        <translation>Not saved: the plan was changed elsewhere. Play it again first.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CUserMenu</name>
+    <message>
+        <source>Users</source>
+        <translation>Users</translation>
+    </message>
+    <message>
+        <source>User: %1</source>
+        <translation>User: %1</translation>
+    </message>
+    <message>
+        <source>%1. Switch user (Ctrl+U)</source>
+        <translation>%1. Switch user (Ctrl+U)</translation>
     </message>
 </context>
 <context>
@@ -112,6 +266,22 @@
         <source>Live view</source>
         <translation>Live view</translation>
     </message>
+    <message>
+        <source>Save the plan</source>
+        <translation>Save the plan</translation>
+    </message>
+    <message>
+        <source>Ctrl+S</source>
+        <translation>Ctrl+S</translation>
+    </message>
+    <message>
+        <source>Ways to save</source>
+        <translation>Ways to save</translation>
+    </message>
+    <message>
+        <source>save as: Ctrl+Shift+S</source>
+        <translation>save as: Ctrl+Shift+S</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CWallWindow</name>
@@ -130,6 +300,178 @@
     <message>
         <source>Window %1: no camera</source>
         <translation>Window %1: no camera</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CCreationInfoDlg</name>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Creation information</source>
+        <translation>Creation information</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPlanMover</name>
+    <message>
+        <source>ViewSortFailedadOMakQWZCpToC</source>
+        <translation>Plans are sorted by name. They can&apos;t be put in another order.</translation>
+    </message>
+    <message>
+        <source>TheMoveViewOperationrvQbjaeS</source>
+        <translation>A plan can&apos;t be moved there.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPlanTreeItemDelegate</name>
+    <message>
+        <source>More</source>
+        <translation>More</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPlanViewTree</name>
+    <message>
+        <source>Plan tree</source>
+        <translation>Plan tree</translation>
+    </message>
+    <message>
+        <source>TheUserHasNoPermission</source>
+        <translation>You lack the right to move plans.</translation>
+    </message>
+    <message>
+        <source>PlayVideo</source>
+        <translation>Play</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>Share</source>
+        <translation>Share</translation>
+    </message>
+    <message>
+        <source>Orbis-ControlClient.7776cb5a28d14f4abda07c1e49560e50.button</source>
+        <translation>Cycle through the group</translation>
+    </message>
+    <message>
+        <source>Orbis-ControlClient.fd0fcaae405246e29b52f6750fb70a76.msg</source>
+        <translation>Creation information</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CResourceWaitWidget</name>
+    <message>
+        <source>Loading the plans...</source>
+        <translation>Loading the plans...</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Try again</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CSavePlanAsDlg</name>
+    <message>
+        <source>TheParentNodeVCLPCajSCK</source>
+        <translation>Group</translation>
+    </message>
+    <message>
+        <source>Choose a group</source>
+        <translation>Choose a group</translation>
+    </message>
+    <message>
+        <source>PleaseEnterCharacterUYoapXK</source>
+        <translation>%1 to %2 characters, none of %3</translation>
+    </message>
+    <message>
+        <source>Begin and end of the daily run</source>
+        <translation>Begin and end of the daily run</translation>
+    </message>
+    <message>
+        <source>Over midnight: never starts</source>
+        <translation>Over midnight: never starts</translation>
+    </message>
+    <message>
+        <source>Plan</source>
+        <translation>Plan</translation>
+    </message>
+    <message>
+        <source>View</source>
+        <translation>View</translation>
+    </message>
+    <message>
+        <source>NameCanNotBeEmpty</source>
+        <translation>Enter a name.</translation>
+    </message>
+    <message>
+        <source>TheInputCannotContainAnyOfTheFollowingCharacters</source>
+        <translation>The name must not contain any of these characters: </translation>
+    </message>
+    <message>
+        <source>NoMoreThan%1CharactersCanBeInput</source>
+        <translation>The name can have at most %1 characters.</translation>
+    </message>
+    <message>
+        <source>XZeAMVRefJrzdBvsJW</source>
+        <translation>Plans can&apos;t be saved directly under the root. Choose a group.</translation>
+    </message>
+    <message>
+        <source>TheBeginningTimeCannotEqualTheEndTime</source>
+        <translation>Begin and end must not be the same time.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CShareViewModel</name>
+    <message>
+        <source>All</source>
+        <translation>All</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CShareViewWgt</name>
+    <message>
+        <source>SelectShareUserYARNUQUuPK</source>
+        <translation>Share with</translation>
+    </message>
+    <message>
+        <source>Share</source>
+        <translation>Share</translation>
+    </message>
+    <message>
+        <source>There is nobody to share with.</source>
+        <translation>There is nobody to share with.</translation>
+    </message>
+    <message>
+        <source>Find a user</source>
+        <translation>Find a user</translation>
+    </message>
+    <message>
+        <source>ShareUserNotSelectedxvCWOZhu</source>
+        <translation>Choose at least one user.</translation>
+    </message>
+    <message>
+        <source>Orbis-ControlClient.0fe6c50bd0374aa995cf6c6f39844977.msg</source>
+        <translation>Shared</translation>
+    </message>
+    <message>
+        <source>Orbis-ControlClient.bd027996d94a4b8cba21495e77820e58.msg</source>
+        <translation>Sharing failed (error %1)</translation>
+    </message>
+    <message>
+        <source>Orbis-ControlClient.a3f5ec5b970e4b29b44d626ba9dca3b1.button</source>
+        <translation>Close</translation>
     </message>
 </context>
 <context>
@@ -160,6 +502,188 @@
     <message>
         <source>Orbis-ControlClient.84c1323492ea472ca4d571b907908b8e.msg</source>
         <translation>A plan can hold at most 128 windows with a camera.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CViewExternWidget</name>
+    <message>
+        <source>Plans</source>
+        <translation>Plans</translation>
+    </message>
+    <message>
+        <source>Public plans</source>
+        <translation>Public plans</translation>
+    </message>
+    <message>
+        <source>My plans</source>
+        <translation>My plans</translation>
+    </message>
+    <message>
+        <source>TheUserCurrentlyHasAWPBwgUrC</source>
+        <translation>A plan that is playing will be deleted. Delete it all the same?</translation>
+    </message>
+    <message>
+        <source>TheUserCurrentlyHasAwlMLoHj</source>
+        <translation>A view that is playing will be deleted. Delete it all the same?</translation>
+    </message>
+    <message>
+        <source>ContainsChildNodesThPmmApRHD</source>
+        <translation>The group is not empty. Delete what is in it first.</translation>
+    </message>
+    <message>
+        <source>ConfirmToDelete</source>
+        <translation>Delete this for good?</translation>
+    </message>
+    <message>
+        <source>MplOHCzygFvfHFyDzE</source>
+        <translation>Groups can be nested six levels deep, not deeper.</translation>
+    </message>
+    <message>
+        <source>This group is no longer there.</source>
+        <translation>This group is no longer there.</translation>
+    </message>
+    <message>
+        <source>The plan editor can&apos;t be opened.</source>
+        <translation>The plan editor can&apos;t be opened.</translation>
+    </message>
+    <message>
+        <source>ViewSortFailedadOMakQWZCpToC</source>
+        <translation>Plans are sorted by name. They can&apos;t be put in another order.</translation>
+    </message>
+    <message>
+        <source>TheMoveViewOperationrvQbjaeS</source>
+        <translation>A plan can&apos;t be moved there.</translation>
+    </message>
+    <message>
+        <source>NoDataWMSJEESY</source>
+        <translation>No plan found</translation>
+    </message>
+    <message>
+        <source>Search plans</source>
+        <translation>Search plans</translation>
+    </message>
+    <message>
+        <source>Plans found</source>
+        <translation>Plans found</translation>
+    </message>
+    <message>
+        <source>The plans could not be loaded.</source>
+        <translation>The plans could not be loaded.</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Try again</translation>
+    </message>
+    <message>
+        <source>There are no plans yet.</source>
+        <translation>There are no plans yet.</translation>
+    </message>
+    <message>
+        <source>You lack the right to add plans.</source>
+        <translation>You lack the right to add plans.</translation>
+    </message>
+    <message>
+        <source>You lack the right to edit plans.</source>
+        <translation>You lack the right to edit plans.</translation>
+    </message>
+    <message>
+        <source>You lack the right to delete plans.</source>
+        <translation>You lack the right to delete plans.</translation>
+    </message>
+    <message>
+        <source>New group</source>
+        <translation>New group</translation>
+    </message>
+    <message>
+        <source>New plan</source>
+        <translation>New plan</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Search</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CViewNameEdit</name>
+    <message>
+        <source>PleaseEnterCharacterUYoapXK</source>
+        <translation>%1 to %2 characters, none of %3</translation>
+    </message>
+    <message>
+        <source>AddTheGroupSOBHJhrgRz</source>
+        <translation>New group</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Add</translation>
+    </message>
+    <message>
+        <source>TheEditorialTeamQVTMBMCmUa</source>
+        <translation>Rename group</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>TheNameIsRequired</source>
+        <translation>Enter a name.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CViewPlanItem</name>
+    <message>
+        <source>%1, playing</source>
+        <translation>%1, playing</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CViewSaveMenu</name>
+    <message>
+        <source>LtkdtdvtUCQNJzHRVo</source>
+        <translation>Save plan</translation>
+    </message>
+    <message>
+        <source>SaveView</source>
+        <translation>Save view</translation>
+    </message>
+    <message>
+        <source>PrYXuunpaDeMGkqpzm</source>
+        <translation>Save plan as...</translation>
+    </message>
+    <message>
+        <source>SaveAsView</source>
+        <translation>Save view as...</translation>
+    </message>
+</context>
+<context>
+    <name>WidgetKit::CNewLocationViewWidget</name>
+    <message>
+        <source>Searching</source>
+        <translation>Searching</translation>
+    </message>
+    <message>
+        <source>No hit</source>
+        <translation>No hit</translation>
+    </message>
+    <message>
+        <source>Hit %1 of %2</source>
+        <translation>Hit %1 of %2</translation>
+    </message>
+</context>
+<context>
+    <name>WidgetKit::CNewSearchLine</name>
+    <message>
+        <source>Search</source>
+        <translation>Search</translation>
     </message>
 </context>
 </TS>

@@ -2,14 +2,145 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
-    <name>TarnClient::CLiveWall</name>
+    <name>CSavePlanAsDlg</name>
     <message>
-        <source>Double-click a plan to play it</source>
-        <translation>双击预案即可播放</translation>
+        <source>Name</source>
+        <translation>名称</translation>
     </message>
+    <message>
+        <source>NodesNrgmJObsW</source>
+        <translation>分组</translation>
+    </message>
+    <message>
+        <source>TimingPlayDNOkRGGmkCGRYTQp</source>
+        <translation>每天自动播放</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+</context>
+<context>
+    <name>CreationInfoDlgUi</name>
+    <message>
+        <source>Orbis-ControlClient.c7c268d611ee4d3f8855ec8deda5b129.msg</source>
+        <translation>创建者</translation>
+    </message>
+    <message>
+        <source>Orbis-ControlClient.e1d29352195d48db9d1b329e5a13ab8e.name</source>
+        <translation>创建时间</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+</context>
+<context>
+    <name>MarUIControl::CModalTipDialog</name>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+</context>
+<context>
+    <name>MarUIControl::CRangeTimeLineEdit</name>
+    <message>
+        <source>Begin time</source>
+        <translation>开始时间</translation>
+    </message>
+    <message>
+        <source>End time</source>
+        <translation>结束时间</translation>
+    </message>
+</context>
+<context>
+    <name>MarUIControl::LocationPopup</name>
+    <message>
+        <source>Find in list</source>
+        <translation>在列表中查找</translation>
+    </message>
+</context>
+<context>
+    <name>QLineEdit</name>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>粘贴(&amp;P)</translation>
+    </message>
+</context>
+<context>
+    <name>Shared</name>
+    <message>
+        <source>Orbis-ControlClient.99baf139876846ebb0412f61e6eca142.name</source>
+        <translation>分组</translation>
+    </message>
+    <message>
+        <source>Orbis-ControlClient.CycleName.name</source>
+        <translation>轮巡名称</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CGroupCycle</name>
+    <message>
+        <source>The group has no plans to cycle through.</source>
+        <translation>该分组没有可轮巡的预案。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; could not be played and was skipped.</source>
+        <translation>“%1”无法播放，已跳过。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; and %2 more could not be played and were skipped.</source>
+        <translation>“%1”和另外 %2 个无法播放，已跳过。</translation>
+    </message>
+    <message>
+        <source>plan %1 of %2</source>
+        <translation>预案 %1 / %2</translation>
+    </message>
+    <message>
+        <source>Group · %1</source>
+        <translation>分组 · %1</translation>
+    </message>
+    <message>
+        <source>Group %1 · %2</source>
+        <translation>分组 %1 · %2</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CHistoryPopup</name>
+    <message>
+        <source>Plans played lately</source>
+        <translation>最近播放的预案</translation>
+    </message>
+    <message>
+        <source>No plan was played yet.</source>
+        <translation>尚未播放过预案。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CLiveWall</name>
     <message>
         <source>Live view</source>
         <translation>实时预览</translation>
+    </message>
+    <message>
+        <source>Double-click a plan, or drag one here, to play it</source>
+        <translation>双击预案或将其拖到此处播放</translation>
+    </message>
+    <message>
+        <source>Play &quot;%1&quot;</source>
+        <translation>播放“%1”</translation>
+    </message>
+    <message>
+        <source>Play the plans of &quot;%1&quot; in turn</source>
+        <translation>依次播放“%1”中的预案</translation>
     </message>
 </context>
 <context>
@@ -23,39 +154,62 @@
         <translation>预案类别</translation>
     </message>
     <message>
-        <source>User: %1</source>
-        <translation>用户：%1</translation>
-    </message>
-    <message>
         <source>Store: %1</source>
         <translation>数据：%1</translation>
     </message>
     <message>
-        <source>Public plans</source>
-        <translation>公共预案</translation>
+        <source>Plans played lately</source>
+        <translation>最近播放的预案</translation>
     </message>
     <message>
-        <source>No public plans yet</source>
-        <translation>暂无公共预案</translation>
-    </message>
-    <message>
-        <source>My plans</source>
-        <translation>我的预案</translation>
-    </message>
-    <message>
-        <source>You have no plans of your own yet</source>
-        <translation>您还没有自己的预案</translation>
+        <source>Plans played lately (Ctrl+H)</source>
+        <translation>最近播放的预案 (Ctrl+H)</translation>
     </message>
 </context>
 <context>
-    <name>TarnClient::CWaitPage</name>
+    <name>TarnClient::CPlanSaver</name>
     <message>
-        <source>Loading the plans...</source>
-        <translation>正在加载预案…</translation>
+        <source>no plan is playing</source>
+        <translation>没有正在播放的预案</translation>
     </message>
     <message>
-        <source>%1 s</source>
-        <translation>%1 秒</translation>
+        <source>this plan cannot be changed from here</source>
+        <translation>不能在此处修改该预案</translation>
+    </message>
+    <message>
+        <source>you need the right to edit public plans</source>
+        <translation>您需要编辑公共预案的权限</translation>
+    </message>
+    <message>
+        <source>the live view is empty</source>
+        <translation>实时画面为空</translation>
+    </message>
+    <message>
+        <source>Not saved: %1.</source>
+        <translation>未保存：%1。</translation>
+    </message>
+    <message>
+        <source>Not saved: the plan was stopped meanwhile.</source>
+        <translation>未保存：预案已停止。</translation>
+    </message>
+    <message>
+        <source>Not saved: the plan was changed elsewhere. Play it again first.</source>
+        <translation>未保存：预案已在别处被修改，请先重新播放。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CUserMenu</name>
+    <message>
+        <source>Users</source>
+        <translation>用户</translation>
+    </message>
+    <message>
+        <source>User: %1</source>
+        <translation>用户：%1</translation>
+    </message>
+    <message>
+        <source>%1. Switch user (Ctrl+U)</source>
+        <translation>%1。切换用户 (Ctrl+U)</translation>
     </message>
 </context>
 <context>
@@ -112,6 +266,22 @@
         <source>Live view</source>
         <translation>实时预览</translation>
     </message>
+    <message>
+        <source>Save the plan</source>
+        <translation>保存预案</translation>
+    </message>
+    <message>
+        <source>Ctrl+S</source>
+        <translation>Ctrl+S</translation>
+    </message>
+    <message>
+        <source>Ways to save</source>
+        <translation>保存方式</translation>
+    </message>
+    <message>
+        <source>save as: Ctrl+Shift+S</source>
+        <translation>另存为：Ctrl+Shift+S</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CWallWindow</name>
@@ -130,6 +300,178 @@
     <message>
         <source>Window %1: no camera</source>
         <translation>窗口 %1：无摄像机</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CCreationInfoDlg</name>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Creation information</source>
+        <translation>创建信息</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPlanMover</name>
+    <message>
+        <source>ViewSortFailedadOMakQWZCpToC</source>
+        <translation>预案按名称排序，不能更改顺序。</translation>
+    </message>
+    <message>
+        <source>TheMoveViewOperationrvQbjaeS</source>
+        <translation>不能将预案移动到此处。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPlanTreeItemDelegate</name>
+    <message>
+        <source>More</source>
+        <translation>更多</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPlanViewTree</name>
+    <message>
+        <source>Plan tree</source>
+        <translation>预案树</translation>
+    </message>
+    <message>
+        <source>TheUserHasNoPermission</source>
+        <translation>您没有移动预案的权限。</translation>
+    </message>
+    <message>
+        <source>PlayVideo</source>
+        <translation>播放</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>编辑</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Share</source>
+        <translation>分享</translation>
+    </message>
+    <message>
+        <source>Orbis-ControlClient.7776cb5a28d14f4abda07c1e49560e50.button</source>
+        <translation>轮巡本组</translation>
+    </message>
+    <message>
+        <source>Orbis-ControlClient.fd0fcaae405246e29b52f6750fb70a76.msg</source>
+        <translation>创建信息</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CResourceWaitWidget</name>
+    <message>
+        <source>Loading the plans...</source>
+        <translation>正在加载预案...</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>重试</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 秒</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CSavePlanAsDlg</name>
+    <message>
+        <source>TheParentNodeVCLPCajSCK</source>
+        <translation>所属分组</translation>
+    </message>
+    <message>
+        <source>Choose a group</source>
+        <translation>选择分组</translation>
+    </message>
+    <message>
+        <source>PleaseEnterCharacterUYoapXK</source>
+        <translation>%1 到 %2 个字符，不能包含 %3</translation>
+    </message>
+    <message>
+        <source>Begin and end of the daily run</source>
+        <translation>每天运行的开始和结束时间</translation>
+    </message>
+    <message>
+        <source>Over midnight: never starts</source>
+        <translation>跨越午夜：不会启动</translation>
+    </message>
+    <message>
+        <source>Plan</source>
+        <translation>预案</translation>
+    </message>
+    <message>
+        <source>View</source>
+        <translation>视图</translation>
+    </message>
+    <message>
+        <source>NameCanNotBeEmpty</source>
+        <translation>请输入名称。</translation>
+    </message>
+    <message>
+        <source>TheInputCannotContainAnyOfTheFollowingCharacters</source>
+        <translation>名称不能包含下列字符：</translation>
+    </message>
+    <message>
+        <source>NoMoreThan%1CharactersCanBeInput</source>
+        <translation>名称最多 %1 个字符。</translation>
+    </message>
+    <message>
+        <source>XZeAMVRefJrzdBvsJW</source>
+        <translation>不能直接保存在根节点下，请选择分组。</translation>
+    </message>
+    <message>
+        <source>TheBeginningTimeCannotEqualTheEndTime</source>
+        <translation>开始时间不能与结束时间相同。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CShareViewModel</name>
+    <message>
+        <source>All</source>
+        <translation>全部</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CShareViewWgt</name>
+    <message>
+        <source>SelectShareUserYARNUQUuPK</source>
+        <translation>分享给</translation>
+    </message>
+    <message>
+        <source>Share</source>
+        <translation>分享</translation>
+    </message>
+    <message>
+        <source>There is nobody to share with.</source>
+        <translation>没有可分享的用户。</translation>
+    </message>
+    <message>
+        <source>Find a user</source>
+        <translation>查找用户</translation>
+    </message>
+    <message>
+        <source>ShareUserNotSelectedxvCWOZhu</source>
+        <translation>请至少选择一个用户。</translation>
+    </message>
+    <message>
+        <source>Orbis-ControlClient.0fe6c50bd0374aa995cf6c6f39844977.msg</source>
+        <translation>分享成功</translation>
+    </message>
+    <message>
+        <source>Orbis-ControlClient.bd027996d94a4b8cba21495e77820e58.msg</source>
+        <translation>分享失败（错误码 %1）</translation>
+    </message>
+    <message>
+        <source>Orbis-ControlClient.a3f5ec5b970e4b29b44d626ba9dca3b1.button</source>
+        <translation>关闭</translation>
     </message>
 </context>
 <context>
@@ -160,6 +502,188 @@
     <message>
         <source>Orbis-ControlClient.84c1323492ea472ca4d571b907908b8e.msg</source>
         <translation>一个预案最多可包含 128 个有摄像机的窗口</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CViewExternWidget</name>
+    <message>
+        <source>Plans</source>
+        <translation>预案</translation>
+    </message>
+    <message>
+        <source>Public plans</source>
+        <translation>公共预案</translation>
+    </message>
+    <message>
+        <source>My plans</source>
+        <translation>我的预案</translation>
+    </message>
+    <message>
+        <source>TheUserCurrentlyHasAWPBwgUrC</source>
+        <translation>正在播放的预案将被删除，是否继续？</translation>
+    </message>
+    <message>
+        <source>TheUserCurrentlyHasAwlMLoHj</source>
+        <translation>正在播放的视图将被删除，是否继续？</translation>
+    </message>
+    <message>
+        <source>ContainsChildNodesThPmmApRHD</source>
+        <translation>该分组不为空，请先删除其中的内容。</translation>
+    </message>
+    <message>
+        <source>ConfirmToDelete</source>
+        <translation>确定要删除吗？</translation>
+    </message>
+    <message>
+        <source>MplOHCzygFvfHFyDzE</source>
+        <translation>分组最多嵌套六层。</translation>
+    </message>
+    <message>
+        <source>This group is no longer there.</source>
+        <translation>该分组已不存在。</translation>
+    </message>
+    <message>
+        <source>The plan editor can&apos;t be opened.</source>
+        <translation>无法打开预案编辑器。</translation>
+    </message>
+    <message>
+        <source>ViewSortFailedadOMakQWZCpToC</source>
+        <translation>预案按名称排序，不能更改顺序。</translation>
+    </message>
+    <message>
+        <source>TheMoveViewOperationrvQbjaeS</source>
+        <translation>不能将预案移动到此处。</translation>
+    </message>
+    <message>
+        <source>NoDataWMSJEESY</source>
+        <translation>未找到预案</translation>
+    </message>
+    <message>
+        <source>Search plans</source>
+        <translation>搜索预案</translation>
+    </message>
+    <message>
+        <source>Plans found</source>
+        <translation>搜索结果</translation>
+    </message>
+    <message>
+        <source>The plans could not be loaded.</source>
+        <translation>无法加载预案。</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>重试</translation>
+    </message>
+    <message>
+        <source>There are no plans yet.</source>
+        <translation>还没有预案。</translation>
+    </message>
+    <message>
+        <source>You lack the right to add plans.</source>
+        <translation>您没有添加预案的权限。</translation>
+    </message>
+    <message>
+        <source>You lack the right to edit plans.</source>
+        <translation>您没有编辑预案的权限。</translation>
+    </message>
+    <message>
+        <source>You lack the right to delete plans.</source>
+        <translation>您没有删除预案的权限。</translation>
+    </message>
+    <message>
+        <source>New group</source>
+        <translation>新建分组</translation>
+    </message>
+    <message>
+        <source>New plan</source>
+        <translation>新建预案</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>编辑</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>搜索</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CViewNameEdit</name>
+    <message>
+        <source>PleaseEnterCharacterUYoapXK</source>
+        <translation>%1 到 %2 个字符，不能包含 %3</translation>
+    </message>
+    <message>
+        <source>AddTheGroupSOBHJhrgRz</source>
+        <translation>添加分组</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>添加</translation>
+    </message>
+    <message>
+        <source>TheEditorialTeamQVTMBMCmUa</source>
+        <translation>重命名分组</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>TheNameIsRequired</source>
+        <translation>请输入名称。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CViewPlanItem</name>
+    <message>
+        <source>%1, playing</source>
+        <translation>%1，正在播放</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CViewSaveMenu</name>
+    <message>
+        <source>LtkdtdvtUCQNJzHRVo</source>
+        <translation>保存预案</translation>
+    </message>
+    <message>
+        <source>SaveView</source>
+        <translation>保存视图</translation>
+    </message>
+    <message>
+        <source>PrYXuunpaDeMGkqpzm</source>
+        <translation>预案另存为...</translation>
+    </message>
+    <message>
+        <source>SaveAsView</source>
+        <translation>视图另存为...</translation>
+    </message>
+</context>
+<context>
+    <name>WidgetKit::CNewLocationViewWidget</name>
+    <message>
+        <source>Searching</source>
+        <translation>正在搜索</translation>
+    </message>
+    <message>
+        <source>No hit</source>
+        <translation>无结果</translation>
+    </message>
+    <message>
+        <source>Hit %1 of %2</source>
+        <translation>第 %1 个，共 %2 个</translation>
+    </message>
+</context>
+<context>
+    <name>WidgetKit::CNewSearchLine</name>
+    <message>
+        <source>Search</source>
+        <translation>搜索</translation>
     </message>
 </context>
 </TS>

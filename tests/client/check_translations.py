@@ -8,9 +8,10 @@ import sys
 import tempfile
 import xml.etree.ElementTree as tree
 
-FOLDERS = ["data", "service", "panel", "dialogs", "client"]
+FOLDERS = ["data", "service", "panel", "dialogs", "client", "host", "hostkit", "resources/forms"]
 ORDINARY_WORD = re.compile(r"[A-Z][a-z]+")
 PLACES = re.compile(r"%\d")
+PLAIN_ENGLISH = ("TarnClient::", "MarUIControl::", "WidgetKit::", "Q")  # contexts whose sources are texts, not keys
 
 
 def messages(path):
@@ -29,15 +30,20 @@ def texts_of_sources(lupdate, root):
         return {key for key, _ in messages(fresh)}
 
 
-def faults(language, wanted, known):
+def is_key(context, source):
+    return not context.startswith(PLAIN_ENGLISH) and " " not in source and not ORDINARY_WORD.fullmatch(source)
+
+
+def faults(language, wanted, known, english):
     for context, source in sorted(wanted):
         text = known.get((context, source), "")
-        is_key = context.startswith("TarnPlanView::") and " " not in source and not ORDINARY_WORD.fullmatch(source)
+        key = is_key(context, source)
+        model = english.get((context, source), "") if key else source  # a key does not show how many places there are
         if not text:
             yield f"{language}: no text for {context}: {source}"
-        elif is_key and text == source:
+        elif key and text == source:
             yield f"{language}: {context}: {source} would be shown raw"
-        elif sorted(PLACES.findall(text)) != sorted(PLACES.findall(source)):
+        elif sorted(PLACES.findall(text)) != sorted(PLACES.findall(model)):
             yield f"{language}: {context}: {source}: other places than in '{text}'"
 
 
@@ -45,9 +51,10 @@ def main():
     lupdate, root = sys.argv[1], pathlib.Path(sys.argv[2])
     wanted = texts_of_sources(lupdate, root)
     found = [] if len(wanted) > 10 else [f"only {len(wanted)} texts found in the sources"]
-    for language in ("en", "zh_CN"):
-        known = dict(messages(root / "client" / "translations" / f"tarn_{language}.ts"))
-        found += faults(language, wanted, known)
+    folder = root / "client" / "translations"
+    catalogues = {language: dict(messages(folder / f"tarn_{language}.ts")) for language in ("en", "zh_CN")}
+    for language, known in catalogues.items():
+        found += faults(language, wanted, known, catalogues["en"])
     print("\n".join(found) or f"{len(wanted)} texts, both languages complete")
     return 1 if found else 0
 
