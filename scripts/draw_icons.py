@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Draws the icons of the plug-in, the substitute host and the client: SVG files of 20 x 20 and the four split pictures (PNG).
+"""Draws the icons of the plug-in, the substitute host and the client: SVG files, most of
+20 x 20, and the four split pictures (PNG).
 
 Run it after a change of a shape or colour; the files it writes are committed.
 """
@@ -37,14 +38,17 @@ USERS = ('<circle cx="7.5" cy="7" r="2.8" fill="{c}"/><path d="M2 16.5c0-3.6 2.4
 WALL = ('<rect x="1.8" y="4" width="16.4" height="10" rx="1" fill="none" stroke="{c}" stroke-width="1.4"/>'
         '<path d="M7.3 4v10M12.7 4v10M1.8 9h16.4M6 17h8" fill="none" stroke="{c}" stroke-width="1.4"/>')
 
-PLUS_BADGE = '<circle cx="14.6" cy="14.6" r="4.6" fill="{c}"/><path d="M14.6 12.2v4.8M12.2 14.6h4.8" stroke="{g}" stroke-width="1.4" stroke-linecap="round"/>'
+PLUS_BADGE = ('<circle cx="14.6" cy="14.6" r="4.6" fill="{c}"/><path d="M14.6 12.2v4.8M12.2 14.6h4.8" stroke="{g}" '
+              'stroke-width="1.4" stroke-linecap="round"/>')
 # Under the cursor stands whatever the windows show: the picture brings its own ground.
 ADD_RESOURCE = ('<rect x="1" y="1" width="18" height="18" rx="3" fill="#ffffff" stroke="#1d6b3c" stroke-width="1.4"/>'
                 '<path d="M10 5v10M5 10h10" fill="none" stroke="#1d6b3c" stroke-width="2" stroke-linecap="round"/>')
 EMPTY = ('<ellipse cx="60" cy="100" rx="38" ry="5" fill="{c}" fill-opacity="0.18"/>'
-         '<rect x="22" y="24" width="76" height="54" rx="6" fill="{c}" fill-opacity="0.12" stroke="{c}" stroke-width="3"/>'
+         '<rect x="22" y="24" width="76" height="54" rx="6" fill="{c}" fill-opacity="0.12" stroke="{c}" '
+         'stroke-width="3"/>'
          '<path d="M60 24v54M22 51h76" fill="none" stroke="{c}" stroke-width="2.4" stroke-dasharray="5 5"/>'
-         '<path d="M52 78l-4 16h24l-4-16" fill="{c}" fill-opacity="0.25" stroke="{c}" stroke-width="3" stroke-linejoin="round"/>'
+         '<path d="M52 78l-4 16h24l-4-16" fill="{c}" fill-opacity="0.25" stroke="{c}" '
+         'stroke-width="3" stroke-linejoin="round"/>'
          '<circle cx="92" cy="74" r="15" fill="{g}" stroke="{c}" stroke-width="3"/>'
          '<path d="M103 85l9 9" stroke="{c}" stroke-width="5" stroke-linecap="round"/>'
          '<path d="M86.5 74h11" stroke="{c}" stroke-width="2.6" stroke-linecap="round"/>')
@@ -54,18 +58,19 @@ LINE = 'fill="none" stroke="{c}" stroke-width="1.5" stroke-linecap="round" strok
 BAR = {
     "bar_add_group": GROUP + PLUS_BADGE,
     "bar_add_plan": VIEW + PLUS_BADGE,
-    "bar_edit": f'<path d="M4 16l0.8-3.600L13.4 3.800a1.4 1.4 0 0 1 2 0l0.8 0.800a1.4 1.4 0 0 1 0 2L7.6 15.200z'
-                f'M12 5.400l2.6 2.6" {LINE}/>',
-    "bar_delete": f'<path d="M3.5 5.500h13M8 5.500V3.500h4v2M5 5.500l0.7 11h8.600l0.7-11M8.4 8.500v5M11.6 8.500v5" {LINE}/>',
-    "bar_search": f'<circle cx="8.6" cy="8.6" r="5.1" {LINE}/><path d="M12.5 12.500l4.3 4.3" {LINE}/>',
+    "bar_edit": f'<path d="M4 16l0.8-3.6L13.4 3.8a1.4 1.4 0 0 1 2 0l0.8 0.8a1.4 1.4 0 0 1 0 2L7.6 15.2z'
+                f'M12 5.4l2.6 2.6" {LINE}/>',
+    "bar_delete": f'<path d="M3.5 5.5h13M8 5.5V3.5h4v2M5 5.5l0.7 11h8.6l0.7-11M8.4 8.5v5M11.6 8.5v5" {LINE}/>',
+    "bar_search": f'<circle cx="8.6" cy="8.6" r="5.1" {LINE}/><path d="M12.5 12.5l4.3 4.3" {LINE}/>',
     "row_more": '<circle cx="4.5" cy="10" r="1.6" fill="{c}"/><circle cx="10" cy="10" r="1.6" fill="{c}"/>'
                 '<circle cx="15.5" cy="10" r="1.6" fill="{c}"/>',
 }
 WINDOW = {
-    "more": BAR["row_more"],
-    "save": f'<path d="M4 3.500h9.500l3 3V16.500H3.500V4z" {LINE}/><path d="M6.5 3.500v4h6v-4M6.5 16.500v-5h7v5" {LINE}/>',
-    "history": f'<path d="M3.6 7.200A7 7 0 1 1 3 10M3.2 3.600v3.800H7" {LINE}/><path d="M10 6.200v4l2.8 1.8" {LINE}/>',
-    "user": f'<circle cx="10" cy="6.6" r="3.1" {LINE}/><path d="M3.8 16.800c0-3.6 2.7-5.4 6.2-5.400s6.2 1.8 6.2 5.400z" {LINE}/>',
+    "drop_down": f'<path d="M5.5 8l4.5 4.5L14.5 8" {LINE}/>',
+    "save": f'<path d="M4 3.5h9.5l3 3V16.5H3.5V4z" {LINE}/><path d="M6.5 3.5v4h6v-4M6.5 16.5v-5h7v5" {LINE}/>',
+    "history": f'<path d="M3.6 7.2A7 7 0 1 1 3 10M3.2 3.6v3.8H7" {LINE}/><path d="M10 6.2v4l2.8 1.8" {LINE}/>',
+    "user": f'<circle cx="10" cy="6.6" r="3.1" {LINE}/>'
+            f'<path d="M3.8 16.8c0-3.6 2.7-5.4 6.2-5.4s6.2 1.8 6.2 5.4z" {LINE}/>',
 }
 
 MEDIA = {
@@ -80,7 +85,8 @@ MEDIA = {
 def svg(path, shapes, color, badge=PLAYING, alarm=ALARM, ground="#ffffff", side=20):
     body = shapes.replace("{c}", color).replace("{b}", badge).replace("{a}", alarm).replace("{g}", ground)
     path.parent.mkdir(parents=True, exist_ok=True)
-    path.write_text(f'<svg xmlns="http://www.w3.org/2000/svg" width="{side}" height="{side}" viewBox="0 0 {side} {side}">'
+    path.write_text(f'<svg xmlns="http://www.w3.org/2000/svg" width="{side}" height="{side}" '
+                    f'viewBox="0 0 {side} {side}">'
                     + body + "</svg>\n")
 
 

@@ -119,22 +119,19 @@ QRect DockFrame::FullPlace() const {
   return ruled.isEmpty() ? QRect(parentWidget()->width() - width, 0, width, parentWidget()->height()) : ruled;
 }
 
+bool DockFrame::FromLeft() const {
+  return rule_ && !rule_->Place(width_).isEmpty();
+}
+
 // It grows out of the edge it clings to and carries the content along, so that it never covers what lies behind that
 // edge.
 void DockFrame::PlaceAll() {
   const QRect full = FullPlace();
-  const bool from_left = rule_ && full.right() < parentWidget()->width() - 1;
   const int shown = qRound(full.width() * out_);
-  if (from_left || rule_) {
-    setGeometry(full.left(), full.top(), shown + kShadow, full.height());
-    if (content_) {
-      content_->setGeometry(shown - full.width(), 0, full.width(), full.height());
-    }
-  } else {
-    setGeometry(full.right() + 1 - shown - kShadow, full.top(), shown + kShadow, full.height());
-    if (content_) {
-      content_->setGeometry(kShadow, 0, full.width(), full.height());
-    }
+  const int left = FromLeft() ? full.left() : full.right() + 1 - shown - kShadow;
+  setGeometry(left, full.top(), shown + kShadow, full.height());
+  if (content_) {
+    content_->setGeometry(FromLeft() ? shown - full.width() : kShadow, 0, full.width(), full.height());
   }
   update();
 }
@@ -182,12 +179,15 @@ bool DockFrame::eventFilter(QObject* watched, QEvent* event) {
 
 void DockFrame::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  const bool at_left = !rule_;
-  const int x = at_left ? 0 : width() - kShadow;
-  QLinearGradient shade(at_left ? kShadow : x, 0, at_left ? 0 : width(), 0);
+  const int x = FromLeft() ? width() - kShadow : 0;
+  QLinearGradient shade(FromLeft() ? x : kShadow, 0, FromLeft() ? width() : 0, 0);
   shade.setColorAt(0, QColor(0, 0, 0, 110));
   shade.setColorAt(1, QColor(0, 0, 0, 0));
+  const auto& skin = tarn_ui_data_controller::CSkinLoader::Instance();
+  painter.fillRect(rect().adjusted(FromLeft() ? 0 : kShadow, 0, FromLeft() ? -kShadow : 0, 0),
+                   skin.GetColor(QStringLiteral("surface")));
   painter.fillRect(x, 0, kShadow, height(), shade);
+  painter.fillRect(FromLeft() ? x : kShadow - 1, 0, 1, height(), skin.GetColor(QStringLiteral("control_border")));
 }
 
 }  // namespace WidgetKit

@@ -35,6 +35,7 @@ class DockFrame : public QWidget {
   void EndOfSlide();
   void PlaceAll();
   QRect FullPlace() const;
+  bool FromLeft() const;
   void GiveFocus();
   void ReleaseContent();
   void Vanish();

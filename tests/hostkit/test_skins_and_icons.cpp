@@ -61,6 +61,7 @@ class SkinsAndIconsTest : public QObject {
   void EveryIconDraws();
   void IconsTellApartWithoutColour();
   void SvgIconHasBothModesAndStaysSharp();
+  void PixmapsFitTheScreensScale();
 };
 
 void SkinsAndIconsTest::TextIsReadable_data() {
@@ -93,6 +94,8 @@ void SkinsAndIconsTest::TextIsReadable() {
                         {"selection_text", "selection", 4.5},
                         {"success_text", "success", 4.5},
                         {"failure_text", "failure", 4.5},
+                        {"warning_text", "warning", 4.5},
+                        {"hint_text", "hint", 4.5},
                         {"wall_text", "wall_bar", 4.5},
                         {"wall_text", "wall_empty", 4.5},
                         {"wall_hint", "wall_empty", 4.5},
@@ -140,6 +143,11 @@ void SkinsAndIconsTest::EveryIconDraws_data() {
   for (const char* number : {"1", "4", "9", "16"}) {
     QTest::newRow(number) << QString(":/Bolt/Tree/Images/Public/Control/Tree/DefaultView%1.png").arg(number);
   }
+  QTest::newRow("search") << ":/TarnHost/icons/search.svg";
+  QTest::newRow("empty") << ":/Images/TarnUIDataController/ResourceTree/default_no_data.svg";
+  QTest::newRow("empty, dark") << ":/Images/TarnUIDataController/ResourceTree/default_no_data_d.svg";
+  QTest::newRow("drag") << ":/Bolt/Preview/Images/Preview/monitoring_window_add_resource.svg";
+  QTest::newRow("drag, host") << ":/Images/TarnUIDataController/FavImg/monitoring_window_add_resource.svg";
   QTest::newRow("wall") << ":/Bolt/Public/Draw/Images/Public/TreePublic/smart wall.svg";
 }
 
@@ -149,10 +157,14 @@ void SkinsAndIconsTest::EveryIconDraws() {
   if (path.endsWith(".svg")) {
     const QSvgRenderer renderer(path);
     QVERIFY(renderer.isValid());
-    QCOMPARE(renderer.defaultSize(), QSize(20, 20));
+    const int side = path.contains("no_data") ? 120 : 20;
+    QCOMPARE(renderer.defaultSize(), QSize(side, side));
   }
-  const QColor color = MainColor(Drawn(QIcon(path), QIcon::Normal, 20));
+  const QColor color = MainColor(Drawn(QIcon(path), QIcon::Normal, 60));
   QVERIFY2(color.isValid() && color != QColor(0, 0, 0), "nothing was drawn");
+  if (path.contains("add_resource") || path.contains("no_data")) {
+    return;  // with a ground of their own
+  }
   const QString back = path.contains("_sel") ? "selection" : "surface";
   for (const char* skin : {"redblack", "white"}) {
     CSkinLoader::Instance().LoadSkin(skin);
@@ -196,6 +208,27 @@ void SkinsAndIconsTest::SvgIconHasBothModesAndStaysSharp() {
   QCOMPARE(MainColor(Drawn(icon, QIcon::Normal, 60)), MainColor(exact));
   QCOMPARE(Drawn(icon, QIcon::Normal, 60).createAlphaMask(), exact.createAlphaMask());
   QVERIFY(WidgetKit::GetHighDpiSvgIcon(QString(), QString(), QSize()).isNull());
+}
+
+// What a screen of each scale gets, by a window of its own: as many pixels as it shows, none of them stretched.
+void SkinsAndIconsTest::PixmapsFitTheScreensScale() {
+  const QIcon icon =
+      WidgetKit::GetHighDpiSvgIcon(kTree + "tree_main_view.svg", kTree + "tree_main_view_sel.svg", QSize());
+  QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+  for (const double scale : {1.0, 1.5, 2.0}) {
+    for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Selected, QIcon::Disabled}) {
+      QImage canvas(QSize(20, 20) * scale, QImage::Format_ARGB32_Premultiplied);
+      canvas.setDevicePixelRatio(scale);
+      canvas.fill(Qt::transparent);
+      QPainter painter(&canvas);
+      icon.paint(&painter, QRect(0, 0, 20, 20), Qt::AlignCenter, mode);
+      painter.end();
+      const QImage exact = Drawn(icon, mode, qRound(20 * scale));
+      QCOMPARE(exact.size(), canvas.size());
+      canvas.setDevicePixelRatio(1);
+      QCOMPARE(canvas.createAlphaMask(), exact.createAlphaMask());
+    }
+  }
 }
 
 QTEST_MAIN(SkinsAndIconsTest)
