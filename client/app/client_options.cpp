@@ -4,6 +4,7 @@
 #include <QLocale>
 
 #include "TarnHost/plan_store.h"
+#include "app/scenes.h"
 
 namespace TarnClient {
 
@@ -31,6 +32,7 @@ void Describe(QCommandLineParser& parser) {
   add("lang", "en or zh_CN.", "LANGUAGE");
   add("set", "Changes a configuration switch for this start; may be repeated.", "SWITCH=VALUE");
   add("play", "Plays the plan of this name.", "NAME");
+  add("scene", "For pictures: opens a part of the client as a user would.", "NAME");
   add("screenshot", "Saves a picture of the window: before quitting, else 3 seconds after the plans were loaded.",
       "FILE.png");
   add("quit-after", "Quits after this time and prints the client's state as one line of JSON.", "SECONDS");
@@ -120,6 +122,7 @@ std::optional<ClientOptions> ClientOptions::Parse(const QStringList& arguments, 
   options.language = reader.OneOf("lang", Languages(), SystemLanguage());
   options.switches = reader.Switches();
   options.play = reader.Text("play");
+  options.scene = reader.OneOf("scene", CScene::Names(), QString());
   options.screenshot = reader.Text("screenshot");
   options.quit_after_seconds = reader.Number("quit-after");
   options.download_delay_ms = static_cast<int>(reader.Number("delay").value_or(0));

@@ -15,6 +15,7 @@ struct ClientOptions {
   QString language;
   QMap<QString, int> switches;  // by name, for this start only
   QString play;                 // name of the plan to play at the start
+  QString scene;                // what to open for a picture
   QString screenshot;
   std::optional<double> quit_after_seconds;
   int download_delay_ms = 0;

@@ -18,12 +18,16 @@
 #include "LyraPluginManager/ptz_business_interface_mgr.h"
 #include "LyraPluginManager/resource_business_interface_mgr.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
+#include "MarUIControl/string_conversion.h"
 #include "TarnHost/log_sink.h"
 #include "TarnHost/plan_site.h"
 #include "TarnHost/plan_store.h"
 #include "TarnUIDataController/message_tip_manager.h"
+#include "TarnUIDataController/nomal_message_manager.h"
 #include "TarnUIDataController/signal_transfer_manager.h"
 #include "TarnUIDataController/skin_loader.h"
+#include "app/grab_windows.h"
+#include "app/scenes.h"
 #include "app/state_report.h"
 #include "marlog/marlog.h"
 #include "wall/live_wall.h"
@@ -47,6 +51,7 @@ void Complain(const QString& line) {
 }
 
 void ReleaseHostSingletons() {
+  tarn_ui_data_controller::CNomalMessageManager::Release();
   tarn_ui_data_controller::CMessageTipManager::Release();
   tarn_ui_data_controller::CSignalTransferManager::Release();
   tarn_ui_data_controller::CSkinLoader::Release();
@@ -64,6 +69,7 @@ CClientSession::CClientSession(ClientOptions options, QObject* parent)
 }
 
 CClientSession::~CClientSession() {
+  scene_.reset();
   window_.reset();
   if (TarnPlanView::CViewModelDataManagerExport::IsCreated()) {
     TarnPlanView::CAutoPlanHelper::Instance().StopDetect();
@@ -93,8 +99,9 @@ bool CClientSession::Start(QString* error) {
   }
   tarn_ui_data_controller::CSkinLoader::Instance().LoadSkin(options_.skin);
   LoadLanguage();
+  loader_.Prepare();
   ShowWindow(user);
-  loader_.Start();
+  loader_.Load();
   if (options_.quit_after_seconds) {
     QTimer::singleShot(static_cast<int>(*options_.quit_after_seconds * 1000), this, &CClientSession::OnTimeIsUp);
   }
@@ -131,18 +138,37 @@ void CClientSession::LoadLanguage() {
 }
 
 void CClientSession::ShowWindow(const QString& user) {
-  window_ = std::make_unique<CMainWindow>(user, store_url_);
-  connect(&loader_, &CPlanDataLoader::SignalWaiting, window_.get(), &CMainWindow::ShowWaiting);
+  CMainWindow::Setup setup;
+  setup.user = user;
+  setup.store_url = store_url_;
+  setup.station_id = MarUIControl::StringToQString(store_->StationId());
+  setup.log_in = [this](const QString& name, QString* error) { return store_->LogIn(name, error); };
+  window_ = std::make_unique<CMainWindow>(std::move(setup));
+  connect(window_.get(), &CMainWindow::SignalUserSwitched, this, &CClientSession::OnUserSwitched);
   window_->show();
+  if (!options_.scene.isEmpty()) {
+    scene_ = std::make_unique<CScene>(options_.scene, window_.get());
+  }
 }
 
 void CClientSession::OnPlansReady() {
-  window_->ShowPlans();
-  PlayNamedPlan();
+  if (!begun_) {
+    begun_ = true;
+    BeginAtTheDesk();
+  }
   TarnPlanView::CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
+}
+
+void CClientSession::BeginAtTheDesk() {
+  PlayNamedPlan();
   if (!options_.screenshot.isEmpty() && !options_.quit_after_seconds) {
     QTimer::singleShot(kScreenshotDelayMs, this, [this] { SaveScreenshot(); });
   }
+}
+
+// Until the plans of the new user are there no automatic plan is looked for: it would still be the old user's.
+void CClientSession::OnUserSwitched() {
+  TarnPlanView::CAutoPlanHelper::Instance().StopDetect();
 }
 
 // Names are looked up when the plans are there, not at the start: before that every name would be unknown.
@@ -167,7 +193,7 @@ void CClientSession::OnTimeIsUp() {
 }
 
 bool CClientSession::SaveScreenshot() {
-  if (window_->grab().save(options_.screenshot)) {
+  if (GrabWindows(*window_).save(options_.screenshot)) {
     return true;
   }
   Complain(QStringLiteral("cannot write the picture %1").arg(options_.screenshot));

@@ -14,6 +14,7 @@ class CPlanStore;
 namespace TarnClient {
 
 class CMainWindow;
+class CScene;
 
 /// One run of the client, from the opened store to the orderly end. Thread: GUI.
 class CClientSession : public QObject {
@@ -32,6 +33,8 @@ class CClientSession : public QObject {
   void LoadLanguage();
   void ShowWindow(const QString& user);
   void OnPlansReady();
+  void OnUserSwitched();
+  void BeginAtTheDesk();
   void OnTimeIsUp();
   void PlayNamedPlan();
   bool SaveScreenshot();
@@ -42,6 +45,8 @@ class CClientSession : public QObject {
   std::shared_ptr<TarnHost::CPlanStore> store_;
   CPlanDataLoader loader_;
   std::unique_ptr<CMainWindow> window_;
+  std::unique_ptr<CScene> scene_;
+  bool begun_ = false;
 };
 
 }  // namespace TarnClient

@@ -1,6 +1,9 @@
 #include "app/plan_data_loader.h"
 
+#include <TarnPlanView/standard_plan_model_export.h>
 #include <TarnPlanView/view_model_data_manager_export.h>
+
+#include <memory>
 
 namespace TarnClient {
 
@@ -17,30 +20,39 @@ CPlanDataLoader::CPlanDataLoader(QObject* parent) : QObject(parent) {
   connect(&poll_, &QTimer::timeout, this, &CPlanDataLoader::Poll);
 }
 
-void CPlanDataLoader::Start() {
-  since_start_.start();
+void CPlanDataLoader::Prepare() {
   auto& data = CViewModelDataManagerExport::Instance();
   data.InitManager();
   data.InitViewConfigInterfacePointer();
+  const std::unique_ptr<TarnPlanView::CStandardPlanModelExport> handle(
+      data.GetViewManagerByTheme(QStringLiteral("0"), TarnPlanView::PublicTheme));
+  if (const QAbstractItemModel* model = handle->GetPlanViewModel()) {
+    connect(model, &QAbstractItemModel::rowsInserted, this, &CPlanDataLoader::OnRowsInserted);
+  }
+}
+
+void CPlanDataLoader::Load() {
+  auto& data = CViewModelDataManagerExport::Instance();
   data.AnalysisResourceInitViewGroup();
   data.AnalysisResourceInitView();
   data.LoadAllViewManagerModelData();
-  poll_.start();
-  // Not at once: whoever hears of it may want to end the event loop, which has to run for that.
-  QTimer::singleShot(0, this, &CPlanDataLoader::Poll);
+}
+
+// A root row that comes in is the beginning of a load, whoever asked for it.
+void CPlanDataLoader::OnRowsInserted(const QModelIndex& parent) {
+  if (!parent.isValid()) {
+    poll_.start();
+    // Not at once: whoever hears of it may want to end the event loop, which has to run for that.
+    QTimer::singleShot(0, this, &CPlanDataLoader::Poll);
+  }
 }
 
 void CPlanDataLoader::Poll() {
-  if (!poll_.isActive()) {
-    return;
-  }
   auto& data = CViewModelDataManagerExport::Instance();
-  if (!data.IsViewResourceDownLoadFinish() || !data.IsViewModelInitFinish()) {
-    Q_EMIT SignalWaiting(static_cast<int>(since_start_.elapsed() / 1000));
-    return;
+  if (poll_.isActive() && data.IsViewResourceDownLoadFinish() && data.IsViewModelInitFinish()) {
+    poll_.stop();
+    Q_EMIT SignalReady();
   }
-  poll_.stop();
-  Q_EMIT SignalReady();
 }
 
 }  // namespace TarnClient

@@ -1,31 +1,31 @@
 #pragma once
 
-#include <QElapsedTimer>
+#include <QModelIndex>
 #include <QObject>
 #include <QTimer>
 
 namespace TarnClient {
 
-/// Brings the plan data up in the order the plug-in asks for, and tells when its trees can be shown. Thread: GUI.
+/// Brings the plan data up in the order the plug-in asks for, and tells each time when its trees are complete: after
+/// the start, and after every later load. Thread: GUI.
 class CPlanDataLoader : public QObject {
   Q_OBJECT
  public:
   explicit CPlanDataLoader(QObject* parent = nullptr);
 
-  /// Once, after a user has logged in.
-  void Start();
+  /// Makes the models, still empty. Once, after a user has logged in.
+  void Prepare();
+  /// Begins to fill them. Once, when everybody listens.
+  void Load();
 
  Q_SIGNALS:
-  /// Repeated while the data is on its way.
-  void SignalWaiting(int seconds);
-  /// Once.
   void SignalReady();
 
  private:
+  void OnRowsInserted(const QModelIndex& parent);
   void Poll();
 
   QTimer poll_;
-  QElapsedTimer since_start_;
 };
 
 }  // namespace TarnClient

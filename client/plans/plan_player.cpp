@@ -1,14 +1,11 @@
 #include "plans/plan_player.h"
 
 #include <TarnPlanView/auto_plan_helper.h>
-#include <TarnPlanView/standard_plan_model.h>
 
 #include <QTime>
 
 #include "MarUIControl/string_conversion.h"
-#include "TarnUIDataController/signal_transfer_manager.h"
-#include "plans/plan_pane.h"
-#include "plans/plan_tree.h"
+#include "plans/plan_family.h"
 #include "plans/playing_mark.h"
 #include "wall/live_wall.h"
 
@@ -16,54 +13,71 @@ namespace TarnClient {
 
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
-using tarn_ui_data_controller::CSignalTransferManager;
 using TarnPlanView::CAutoPlanHelper;
 using TarnPlanView::CStandardViewController;
+using TarnPlanView::CViewExternWidget;
 using view_plugin_protocol::GetPlanDetailResponse;
 
 CPlanPlayer::CPlanPlayer(CLiveWall* wall, QObject* parent)
     : QObject(parent), wall_(wall), mark_(new CPlayingMark(this)) {
+  qRegisterMetaType<PlayOrigin>("TarnClient::PlayOrigin");
   automatic_end_.setSingleShot(true);
   connect(&automatic_end_, &QTimer::timeout, this, &CPlanPlayer::OnAutomaticStop);
   connect(wall_, &CLiveWall::SignalPlanChanged, this, &CPlanPlayer::OnWallChanged);
   auto& helper = CAutoPlanHelper::Instance();
   connect(&helper, &CAutoPlanHelper::signalStartPlanAutoRun, this, &CPlanPlayer::OnAutomaticStart);
   connect(&helper, &CAutoPlanHelper::signalStopPlanAutoRun, this, &CPlanPlayer::OnAutomaticStop);
-  connect(&CSignalTransferManager::Instance(), &CSignalTransferManager::SignalPlanStateChanged, this,
-          &CPlanPlayer::OnWallChanged);
 }
 
-void CPlanPlayer::Attach(CPlanPane* pane) {
-  CStandardViewController* controller = pane->Controller();
-  if (!controller) {
-    return;
+CPlanPlayer::~CPlanPlayer() = default;
+
+void CPlanPlayer::Attach(CPlanFamily* family) {
+  CViewExternWidget* panel = family->Panel();
+  connect(panel, &CViewExternWidget::SignalPlayPlanToMonitor, this, &CPlanPlayer::OnWanted);
+  connect(panel, &CViewExternWidget::SignalStopPlan, this, &CPlanPlayer::Stop);
+  if (CStandardViewController* controller = family->Controller()) {
+    if (!controller_) {
+      controller_ = controller;
+    }
+    connect(controller, &CStandardViewController::SignalPlayPlanView, this, &CPlanPlayer::OnDetail);
   }
-  if (!controller_) {
-    controller_ = controller;
+  mark_->Watch(family);
+}
+
+// The panel asks its controller itself; what it asked for is heard here beforehand.
+void CPlanPlayer::OnWanted(const QVariant& plan) {
+  const std::string code = QStringToString(plan.toMap().value(QStringLiteral("plan_code")).toString());
+  if (code != wanted_) {
+    Want(code, PlayOrigin::User);
   }
-  mark_->Watch(pane->Model());
-  connect(controller, &CStandardViewController::SignalPlayPlanView, this, &CPlanPlayer::OnDetail);
-  connect(pane->Tree(), &CPlanTree::SignalPlayRequested, this,
-          [this, controller = QPointer<CStandardViewController>(controller)](const QString& code) {
-            PlayThrough(controller, QStringToString(code));
-          });
+}
+
+void CPlanPlayer::Want(const std::string& code, PlayOrigin origin) {
+  wanted_ = code;
+  wanted_by_ = origin;
+  Q_EMIT SignalWanted();
 }
 
 void CPlanPlayer::Play(const std::string& code) {
-  PlayThrough(controller_, code);
+  if (controller_) {
+    Want(code, PlayOrigin::User);
+    controller_->PlayPlanViewByIndexCode(code);
+  }
 }
 
-void CPlanPlayer::PlayThrough(CStandardViewController* controller, const std::string& code) {
-  if (controller) {
-    wanted_ = code;
-    controller->PlayPlanViewByIndexCode(code);
-  }
+void CPlanPlayer::PlayFromHistory(CPlanFamily* family, const std::string& code) {
+  Want(code, PlayOrigin::History);
+  family->Panel()->PlayPlanFromHistory(code);
+}
+
+void CPlanPlayer::PlayOfCycle(const GetPlanDetailResponse& plan) {
+  Show(plan, PlayOrigin::GroupCycle);
 }
 
 // Answers may come in any order; what the user asked for last wins.
 void CPlanPlayer::OnDetail(const GetPlanDetailResponse& plan) {
   if (plan.index_code == wanted_) {
-    Show(plan, false);
+    Show(plan, wanted_by_);
   }
 }
 
@@ -71,7 +85,7 @@ void CPlanPlayer::OnAutomaticStart(const GetPlanDetailResponse& plan) {
   if (wall_->IsPlaying() && !automatic_) {
     return;
   }
-  Show(plan, true);
+  Show(plan, PlayOrigin::Automatic);
   // No stop is announced when the plan vanishes in mid-run, so its end is kept here.
   const QTime end = QTime::fromString(StringToQString(plan.end_time));
   const int left = QTime::currentTime().msecsTo(end);
@@ -87,26 +101,42 @@ void CPlanPlayer::OnAutomaticStop() {
 }
 
 void CPlanPlayer::Stop() {
-  wall_->Stop();
+  wanted_.clear();
+  if (wall_->IsPlaying()) {
+    wall_->Stop();
+  } else {
+    Q_EMIT SignalStopped();
+  }
 }
 
-void CPlanPlayer::Show(const GetPlanDetailResponse& plan, bool automatic) {
+void CPlanPlayer::Show(const GetPlanDetailResponse& plan, PlayOrigin origin) {
   wanted_.clear();
   automatic_end_.stop();
-  automatic_ = automatic;
+  automatic_ = origin == PlayOrigin::Automatic;
   wall_->Play(plan);
+  Record(plan.name, origin);
+  Q_EMIT SignalPlayed(plan, origin);
+}
+
+// The turns of a cycle are not the user's own plays.
+void CPlanPlayer::Record(const std::string& name, PlayOrigin origin) {
   if (controller_) {
-    controller_->AddOperationPlayPlan(StringToQString(plan.name), automatic, false);
+    const bool automatic = origin == PlayOrigin::Automatic || origin == PlayOrigin::GroupCycle;
+    controller_->AddOperationPlayPlan(StringToQString(name), automatic, origin == PlayOrigin::History);
   }
 }
 
 void CPlanPlayer::OnWallChanged() {
   mark_->Set(wall_->PlanCode());
-  if (!wall_->IsPlaying() && automatic_) {
+  if (wall_->IsPlaying()) {
+    return;
+  }
+  if (automatic_) {
     automatic_ = false;
     automatic_end_.stop();
     CAutoPlanHelper::Instance().SetPlanDisplayState(false);
   }
+  Q_EMIT SignalStopped();
 }
 
 }  // namespace TarnClient

@@ -1,18 +1,22 @@
 #pragma once
 
-#include <TarnPlanView/standard_view_controller.h>
-
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
+#include <QVariant>
 #include <string>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "plans/play_origin.h"
+
+namespace TarnPlanView {
+class CStandardViewController;
+}
 
 namespace TarnClient {
 
 class CLiveWall;
-class CPlanPane;
+class CPlanFamily;
 class CPlayingMark;
 
 /// Decides what plays: what the user asked for last, else the automatic plan during its time. Thread: GUI.
@@ -20,27 +24,45 @@ class CPlanPlayer : public QObject {
   Q_OBJECT
  public:
   explicit CPlanPlayer(CLiveWall* wall, QObject* parent = nullptr);
+  ~CPlanPlayer() override;
 
-  /// Plans asked for in this pane play from now on.
-  void Attach(CPlanPane* pane);
+  /// Plans asked for in this family's panel play from now on.
+  void Attach(CPlanFamily* family);
   /// Fetches the plan and plays it; a failure shows a tip and leaves on the wall what is there.
   void Play(const std::string& code);
+  void PlayFromHistory(CPlanFamily* family, const std::string& code);
+  /// Plays a plan that a group cycle has fetched.
+  void PlayOfCycle(const view_plugin_protocol::GetPlanDetailResponse& plan);
+  /// Also takes back a wish whose plan has not come yet.
   void Stop();
 
+ Q_SIGNALS:
+  /// The user has asked for a plan; it may still be on its way.
+  void SignalWanted();
+  /// The plan is on the wall.
+  void SignalPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, TarnClient::PlayOrigin origin);
+  /// Everything was stopped, or the wall has become empty.
+  void SignalStopped();
+
  private:
-  void PlayThrough(TarnPlanView::CStandardViewController* controller, const std::string& code);
+  void OnWanted(const QVariant& plan);
+  void Want(const std::string& code, PlayOrigin origin);
   void OnDetail(const view_plugin_protocol::GetPlanDetailResponse& plan);
   void OnAutomaticStart(const view_plugin_protocol::GetPlanDetailResponse& plan);
   void OnAutomaticStop();
-  void Show(const view_plugin_protocol::GetPlanDetailResponse& plan, bool automatic);
+  void Show(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
+  void Record(const std::string& name, PlayOrigin origin);
   void OnWallChanged();
 
   CLiveWall* const wall_;
   CPlayingMark* const mark_;
   QPointer<TarnPlanView::CStandardViewController> controller_;
   std::string wanted_;
+  PlayOrigin wanted_by_ = PlayOrigin::User;
   bool automatic_ = false;
   QTimer automatic_end_;
 };
 
 }  // namespace TarnClient
+
+Q_DECLARE_METATYPE(TarnClient::PlayOrigin)

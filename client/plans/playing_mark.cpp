@@ -1,49 +1,42 @@
 #include "plans/playing_mark.h"
 
-#include <TarnPlanView/view_model_data_manager_export.h>
+#include "plans/plan_family.h"
 
 namespace TarnClient {
-
-namespace {
-
-void SetPlayState(const QString& code, bool playing) {
-  TarnPlanView::CViewModelDataManagerExport::Instance().SetPlanPlayStateByIndexCode(QStringLiteral("0"), code, playing);
-}
-
-}  // namespace
 
 CPlayingMark::CPlayingMark(QObject* parent) : QObject(parent) {
   renew_.setSingleShot(true);
   connect(&renew_, &QTimer::timeout, this, &CPlayingMark::Renew);
 }
 
-void CPlayingMark::Watch(TarnPlanView::CStandardPlanModel* model) {
-  models_.append(model);
-  const auto renew_later = [this] {
-    if (!code_.isEmpty()) {
-      renew_.start(0);
-    }
-  };
-  connect(model, &QAbstractItemModel::rowsInserted, this, renew_later);
-  connect(model, &QAbstractItemModel::modelReset, this, renew_later);
+void CPlayingMark::Watch(CPlanFamily* family) {
+  families_.append(family);
+  connect(family, &QObject::destroyed, this, [this, family] { families_.removeOne(family); });
+  if (family->Model()) {
+    connect(family->Model(), &QAbstractItemModel::rowsInserted, this, &CPlayingMark::RenewLater);
+    connect(family->Model(), &QAbstractItemModel::modelReset, this, &CPlayingMark::RenewLater);
+  }
 }
 
 void CPlayingMark::Set(const QString& code) {
   if (code == code_) {
-    Renew();
-    return;
+    return Renew();
   }
-  SetPlayState(code_, false);
   code_ = code;
-  Renew();
+  for (CPlanFamily* family : qAsConst(families_)) {
+    family->MarkPlaying(code_);
+  }
+}
+
+void CPlayingMark::RenewLater() {
+  if (!code_.isEmpty()) {
+    renew_.start(0);
+  }
 }
 
 void CPlayingMark::Renew() {
-  SetPlayState(code_, true);
-  for (const auto& model : qAsConst(models_)) {
-    if (model) {
-      model->SetPlayingIndexCode(code_);
-    }
+  for (CPlanFamily* family : qAsConst(families_)) {
+    family->RenewMark(code_);
   }
 }
 

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <TarnPlanView/standard_plan_model.h>
-
 #include <QObject>
-#include <QPointer>
 #include <QTimer>
 #include <QVector>
 
 namespace TarnClient {
+
+class CPlanFamily;
 
 /// Keeps the plan that plays marked in the trees. The mark is lost when rows are made anew, so it is set again after
 /// rows came in; several such changes in a row lead to one renewal. Thread: GUI.
@@ -16,14 +15,16 @@ class CPlayingMark : public QObject {
  public:
   explicit CPlayingMark(QObject* parent = nullptr);
 
-  void Watch(TarnPlanView::CStandardPlanModel* model);
+  /// Not owned; destroyed families drop out by themselves.
+  void Watch(CPlanFamily* family);
   /// Marks this plan and no other; an empty code takes the mark away.
   void Set(const QString& code);
 
  private:
+  void RenewLater();
   void Renew();
 
-  QVector<QPointer<TarnPlanView::CStandardPlanModel>> models_;
+  QVector<CPlanFamily*> families_;
   QString code_;
   QTimer renew_;
 };

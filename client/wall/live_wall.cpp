@@ -1,8 +1,10 @@
 #include "wall/live_wall.h"
 
+#include <QDragEnterEvent>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMimeData>
 #include <QPainter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -12,6 +14,7 @@
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "marlog/marlog.h"
+#include "wall/drop_hint.h"
 #include "wall/wall_bar.h"
 #include "wall/wall_window.h"
 
@@ -51,6 +54,14 @@ bool ShowsCamera(const PlanWindow& window) {
   return window.content_kind == 1 && !window.resource_code.empty();
 }
 
+// A plan that plays stays where it is, so nothing is to be moved away.
+void Take(QDropEvent* event) {
+  if (event->possibleActions() & Qt::CopyAction) {
+    event->setDropAction(Qt::CopyAction);
+  }
+  event->accept();
+}
+
 QColor Color(const char* name) {
   return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
 }
@@ -63,7 +74,8 @@ CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent)
       clock_(nullptr),
       bar_(new CWallBar(this)),
       stack_(new QStackedWidget(this)),
-      hint_(new QLabel(tr("Double-click a plan to play it"), this)),
+      hint_(new QLabel(tr("Double-click a plan, or drag one here, to play it"), this)),
+      drop_hint_(new CDropHint(this)),
       grid_page_(new QWidget(this)),
       grid_(new QGridLayout(grid_page_)) {
   setObjectName(QStringLiteral("live_wall"));
@@ -247,10 +259,55 @@ void CLiveWall::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Space:
       return TogglePause();
     case Qt::Key_Escape:
-      return Stop();
+      // The window may have something to take back that is not on the wall yet.
+      return playing_ ? Stop() : QWidget::keyPressEvent(event);
     default:
       QWidget::keyPressEvent(event);
   }
+}
+
+QImage CLiveWall::Picture(const QSize& size) const {
+  QImage picture(size, QImage::Format_RGB32);
+  picture.fill(Color("wall"));
+  QImage windows = grid_page_->grab().toImage();
+  windows.setDevicePixelRatio(1);
+  windows = windows.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+  QPainter painter(&picture);
+  painter.drawImage((size.width() - windows.width()) / 2, (size.height() - windows.height()) / 2, windows);
+  return picture;
+}
+
+void CLiveWall::AcceptDropsOf(const QString& station_id) {
+  station_id_ = station_id;
+  setAcceptDrops(true);
+}
+
+// What it cannot play it does not take, so that the cursor says so before the button is released.
+void CLiveWall::dragEnterEvent(QDragEnterEvent* event) {
+  const auto drop = PlanDrop::Read(event->mimeData(), station_id_);
+  if (!drop) {
+    event->ignore();
+    return;
+  }
+  Take(event);
+  drop_hint_->ShowOver(stack_->geometry(), drop->kind == PlanDrop::Kind::Plan
+                                               ? tr("Play \"%1\"").arg(drop->name)
+                                               : tr("Play the plans of \"%1\" in turn").arg(drop->name));
+}
+
+void CLiveWall::dragLeaveEvent(QDragLeaveEvent*) {
+  drop_hint_->hide();
+}
+
+void CLiveWall::dropEvent(QDropEvent* event) {
+  drop_hint_->hide();
+  const auto drop = PlanDrop::Read(event->mimeData(), station_id_);
+  if (!drop) {
+    event->ignore();
+    return;
+  }
+  Take(event);
+  Q_EMIT SignalDropped(*drop);
 }
 
 void CLiveWall::paintEvent(QPaintEvent*) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QTimer>
 #include <QVector>
 #include <QWidget>
@@ -7,6 +8,7 @@
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "wall/page_clock.h"
 #include "wall/picture_source.h"
+#include "wall/plan_drop.h"
 
 class QGridLayout;
 class QLabel;
@@ -14,11 +16,12 @@ class QStackedWidget;
 
 namespace TarnClient {
 
+class CDropHint;
 class CWallBar;
 class CWallWindow;
 
 /// Plays one plan: the windows of its current page, pages turned by their dwell times. Keys while the wall has the
-/// focus: Left and Right turn, Space holds the page, Esc stops. Thread: GUI.
+/// focus: Left and Right turn, Space holds the page, Esc stops. Plans and groups may be dropped on it. Thread: GUI.
 class CLiveWall : public QWidget {
   Q_OBJECT
  public:
@@ -38,6 +41,13 @@ class CLiveWall : public QWidget {
   void TogglePause();
 
   bool IsPlaying() const { return playing_; }
+  /// The plan as it was fetched to be played; a blank record when nothing plays.
+  const view_plugin_protocol::GetPlanDetailResponse& Plan() const { return plan_; }
+  /// The windows as they are now, scaled to fit `size`, with the wall's colour around them.
+  QImage Picture(const QSize& size) const;
+  /// Takes plans and groups of this site from now on.
+  void AcceptDropsOf(const QString& station_id);
+  CWallBar* Bar() const { return bar_; }
   QString PlanName() const;
   QString PlanCode() const;
   /// Counts from 1; 0 when nothing plays.
@@ -48,12 +58,16 @@ class CLiveWall : public QWidget {
  Q_SIGNALS:
   /// Another plan plays, or none.
   void SignalPlanChanged();
+  void SignalDropped(const TarnClient::PlanDrop& drop);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void hideEvent(QHideEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   void ShowPage();
@@ -73,6 +87,8 @@ class CLiveWall : public QWidget {
   CWallBar* bar_ = nullptr;
   QStackedWidget* stack_ = nullptr;
   QLabel* hint_ = nullptr;
+  CDropHint* drop_hint_ = nullptr;
+  QString station_id_;
   QWidget* grid_page_ = nullptr;
   QGridLayout* grid_ = nullptr;
   QVector<CWallWindow*> windows_;

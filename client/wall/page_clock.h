@@ -5,15 +5,15 @@
 
 namespace TarnClient {
 
-/// Turns the pages of a plan by their dwell times. Thread: GUI.
+/// Says when a page or a plan has been on for its time. Another clock may take its place. Thread: GUI.
 class CPageClock : public QObject {
   Q_OBJECT
  public:
   explicit CPageClock(QObject* parent = nullptr);
 
   /// A page has come on: it stays for `seconds`, at least one and at most a day. A pause goes on.
-  void Begin(int seconds);
-  void Stop();
+  virtual void Begin(int seconds);
+  virtual void Stop();
   /// A paused page keeps what was left of its time.
   void SetPaused(bool paused);
   bool IsPaused() const { return paused_; }

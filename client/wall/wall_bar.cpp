@@ -6,8 +6,18 @@
 
 namespace TarnClient {
 
+namespace {
+
+constexpr int kMostCycleText = 280;
+
+}  // namespace
+
 CWallBar::CWallBar(QWidget* parent)
-    : QWidget(parent), title_(new QLabel(this)), page_(new QLabel(this)), time_(new QLabel(this)) {
+    : QWidget(parent),
+      title_(new QLabel(this)),
+      page_(new QLabel(this)),
+      time_(new QLabel(this)),
+      cycle_(new QLabel(this)) {
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(12, 4, 8, 4);
   layout->setSpacing(6);
@@ -18,6 +28,9 @@ CWallBar::CWallBar(QWidget* parent)
   title_->setMinimumWidth(40);
   title_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   layout->addWidget(title_, 1);
+  cycle_->setObjectName(QStringLiteral("wall_cycle"));
+  cycle_->setTextFormat(Qt::PlainText);
+  layout->addWidget(cycle_);
   page_->setTextFormat(Qt::PlainText);
   layout->addWidget(page_);
   layout->addWidget(time_);
@@ -28,11 +41,16 @@ CWallBar::CWallBar(QWidget* parent)
   Label(previous_, tr("Previous page"), tr("Left"));
   Label(next_, tr("Next page"), tr("Right"));
   Label(stop_, tr("Stop the plan"), tr("Esc"));
+  save_ = AddButton("save", "wall_save_btn");
+  save_menu_ = AddButton("drop_down", "wall_save_menu_btn");
+  connect(save_, &QToolButton::clicked, this, &CWallBar::SignalSave);
+  connect(save_menu_, &QToolButton::clicked, this, &CWallBar::SignalSaveMenu);
   connect(previous_, &QToolButton::clicked, this, &CWallBar::SignalPrevious);
   connect(pause_, &QToolButton::clicked, this, &CWallBar::SignalPause);
   connect(next_, &QToolButton::clicked, this, &CWallBar::SignalNext);
   connect(stop_, &QToolButton::clicked, this, &CWallBar::SignalStop);
   setFixedHeight(qMax(40, fontMetrics().height() + 22));
+  ShowCycle(QString());
   ShowNothing();
 }
 
@@ -73,6 +91,31 @@ void CWallBar::ShowNothing() {
   page_->clear();
   time_->clear();
   SetButtonsVisible(false, false);
+}
+
+void CWallBar::ShowCycle(const QString& text) {
+  cycle_->setText(cycle_->fontMetrics().elidedText(text, Qt::ElideMiddle, kMostCycleText));
+  cycle_->setToolTip(text.toHtmlEscaped());
+  cycle_->setAccessibleName(text);
+  cycle_->setVisible(!text.isEmpty());
+}
+
+void CWallBar::ShowSaving(const QString& why_not_save, const QString& why_not_save_as) {
+  Offer(save_, tr("Save the plan"), tr("Ctrl+S"), why_not_save);
+  Offer(save_menu_, tr("Ways to save"), tr("save as: Ctrl+Shift+S"), why_not_save_as);
+}
+
+void CWallBar::Offer(QToolButton* button, const QString& text, const QString& keys, const QString& why_not) {
+  Label(button, text, keys);
+  button->setEnabled(why_not.isEmpty());
+  if (!why_not.isEmpty()) {
+    button->setToolTip(QStringLiteral("%1: %2").arg(text, why_not));
+  }
+  button->setAccessibleDescription(why_not);
+}
+
+QPoint CWallBar::SavePlace(int width) const {
+  return save_menu_->mapToGlobal(QPoint(save_menu_->width() - width, save_menu_->height() + 1));
 }
 
 void CWallBar::SetButtonsVisible(bool playing, bool several) {

@@ -1,27 +1,43 @@
 #include "window/main_window.h"
 
+#include <TarnPlanView/plan_view_tree.h>
+
+#include <QKeyEvent>
 #include <QLabel>
 #include <QShortcut>
 #include <QSplitter>
-#include <QStackedWidget>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QToolButton>
 #include <QUrl>
 
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
-#include "plans/plan_pane.h"
+#include "TarnUIDataController/message_tip_manager.h"
+#include "history/history_popup.h"
+#include "history/play_history.h"
+#include "plans/group_cycle.h"
+#include "plans/plan_family.h"
 #include "plans/plan_player.h"
-#include "plans/plan_tree.h"
+#include "saving/plan_saver.h"
 #include "wall/live_wall.h"
 #include "wall/test_picture_source.h"
-#include "window/wait_page.h"
+#include "wall/wall_bar.h"
+#include "window/user_menu.h"
 
 namespace TarnClient {
+
+using MarUIControl::CNomalMessage;
+using MarUIControl::QStringToString;
+using MarUIControl::StringToQString;
+using TarnPlanView::CStandardViewController;
+using TarnPlanView::CViewExternWidget;
 
 namespace {
 
 constexpr int kSideWidth = 330;
+constexpr int kSecondsPerPlan = 20;
 
 // The address as a reader may see it: without a password.
 QString ShownStore(const QString& url) {
@@ -31,12 +47,19 @@ QString ShownStore(const QString& url) {
 
 }  // namespace
 
-CMainWindow::CMainWindow(const QString& user, const QString& store_url, QWidget* parent)
+CMainWindow::CMainWindow(Setup setup, QWidget* parent)
     : QMainWindow(parent),
+      log_in_(std::move(setup.log_in)),
+      tabs_(new QTabWidget(this)),
       wall_(new CLiveWall(&CTestPictureSource::Make, this)),
       player_(new CPlanPlayer(wall_, this)),
-      tabs_(new QTabWidget(this)) {
+      cycle_(new CGroupCycle(player_, setup.cycle_clock ? std::move(setup.cycle_clock) : std::make_unique<CPageClock>(),
+                             this)),
+      saver_(new CPlanSaver(
+          wall_, [this]() -> CPlanFamily& { return CurrentFamily(); }, this)),
+      history_(new CPlayHistory(this)) {
   setWindowTitle(tr("Plans"));
+  wall_->AcceptDropsOf(setup.station_id);
   auto* splitter = new QSplitter(Qt::Horizontal, this);
   splitter->setHandleWidth(1);
   splitter->setChildrenCollapsible(false);
@@ -45,63 +68,207 @@ CMainWindow::CMainWindow(const QString& user, const QString& store_url, QWidget*
   splitter->setStretchFactor(1, 1);
   splitter->setSizes({kSideWidth, 4 * kSideWidth});
   setCentralWidget(splitter);
-  BuildStatusBar(user, store_url);
-  auto* stop = new QShortcut(QKeySequence(Qt::Key_Escape), this);
-  connect(stop, &QShortcut::activated, player_, &CPlanPlayer::Stop);
+  BuildStatusBar(setup.user, setup.store_url);
+  AddFamilies();
+  ConnectMessages();
+  AddShortcuts();
   resize(1280, 800);
+  CurrentFamily().Panel()->GetPlanViewTree()->setFocus();
 }
 
-CMainWindow::~CMainWindow() = default;
+CMainWindow::~CMainWindow() {
+  for (const auto& family : families_) {
+    family->Panel()->StopWorking();
+  }
+  families_.clear();
+}
 
 QWidget* CMainWindow::BuildSide() {
-  side_ = new QStackedWidget(this);
-  side_->setMinimumWidth(220);
-  wait_page_ = new CWaitPage(side_);
-  side_->addWidget(wait_page_);
-  tabs_->setDocumentMode(true);
+  tabs_->setMinimumWidth(260);
   tabs_->tabBar()->setAccessibleName(tr("Families of plans"));
-  side_->addWidget(tabs_);
-  return side_;
+  BuildHistory();
+  return tabs_;
+}
+
+void CMainWindow::BuildHistory() {
+  history_button_ = new QToolButton(tabs_);
+  history_button_->setObjectName(QStringLiteral("history_btn"));
+  history_button_->setIcon(QIcon(QStringLiteral(":/TarnClient/images/history.svg")));
+  history_button_->setIconSize(QSize(20, 20));
+  history_button_->setFocusPolicy(Qt::TabFocus);
+  history_button_->setAccessibleName(tr("Plans played lately"));
+  history_button_->setToolTip(tr("Plans played lately (Ctrl+H)"));
+  tabs_->setCornerWidget(history_button_);
+  history_popup_ = new CHistoryPopup(history_, this);
+  connect(history_button_, &QToolButton::clicked, this, &CMainWindow::OpenHistory);
+  connect(history_popup_, &CHistoryPopup::SignalTaken, this, &CMainWindow::OnHistoryTaken);
+  connect(player_, &CPlanPlayer::SignalPlayed, this, &CMainWindow::OnPlayed);
 }
 
 void CMainWindow::BuildStatusBar(const QString& user, const QString& store_url) {
-  auto* user_label = new QLabel(tr("User: %1").arg(user), this);
+  user_menu_ = new CUserMenu(user, this);
+  connect(user_menu_, &CUserMenu::SignalUserChosen, this, &CMainWindow::SwitchUser);
+  connect(user_menu_, &CUserMenu::SignalFailed, this,
+          [this](const QString& text) { ShowTip(text, CNomalMessage::Failure); });
   auto* store_label = new QLabel(tr("Store: %1").arg(ShownStore(store_url)), this);
-  user_label->setTextFormat(Qt::PlainText);
   store_label->setTextFormat(Qt::PlainText);
   store_label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  store_label->setToolTip(store_label->text());
-  statusBar()->addWidget(user_label);
+  store_label->setToolTip(store_label->text().toHtmlEscaped());
+  statusBar()->addWidget(user_menu_);
   statusBar()->addWidget(store_label, 1);
   statusBar()->setSizeGripEnabled(false);
 }
 
-void CMainWindow::ShowWaiting(int seconds) {
-  wait_page_->ShowElapsed(seconds);
+void CMainWindow::AddFamilies() {
+  for (const auto theme : {TarnPlanView::PublicTheme, TarnPlanView::OwnTheme}) {
+    families_.push_back(std::make_unique<CPlanFamily>(theme, wall_, tabs_));
+    CPlanFamily* family = families_.back().get();
+    tabs_->addTab(family->Panel(), family->Title());
+    player_->Attach(family);
+    saver_->Attach(family);
+    connect(family->Panel(), &CViewExternWidget::SignalPlanGroupCycle, this, &CMainWindow::StartCycle);
+    if (family->Controller()) {
+      connect(family->Controller(), &CStandardViewController::SignalUpdatePlanSucc, this, &CMainWindow::OnPlanUpdated);
+    }
+  }
 }
 
-void CMainWindow::ShowPlans() {
-  const struct {
-    TarnPlanView::ThemeNodeType theme;
-    QString title, empty;
-  } families[] = {{TarnPlanView::PublicTheme, tr("Public plans"), tr("No public plans yet")},
-                  {TarnPlanView::OwnTheme, tr("My plans"), tr("You have no plans of your own yet")}};
-  for (const auto& family : families) {
-    auto* pane = new CPlanPane(family.theme, family.empty, tabs_);
-    pane->Tree()->setAccessibleName(family.title);
-    tabs_->addTab(pane, family.title);
-    player_->Attach(pane);
-    panes_.append(pane);
+void CMainWindow::ConnectMessages() {
+  connect(cycle_, &CGroupCycle::SignalProgress, wall_->Bar(), &CWallBar::ShowCycle);
+  connect(cycle_, &CGroupCycle::SignalMessage, this, &CMainWindow::ShowTip);
+  connect(saver_, &CPlanSaver::SignalMessage, this, &CMainWindow::ShowTip);
+  connect(wall_, &CLiveWall::SignalDropped, this, &CMainWindow::OnDropped);
+}
+
+void CMainWindow::AddShortcuts() {
+  const auto add = [this](const QKeySequence& keys, void (CMainWindow::*action)()) {
+    connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
+  };
+  add(QKeySequence(Qt::CTRL | Qt::Key_S), &CMainWindow::Save);
+  add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), &CMainWindow::SaveAs);
+  add(QKeySequence(Qt::CTRL | Qt::Key_H), &CMainWindow::OpenHistory);
+  add(QKeySequence(Qt::CTRL | Qt::Key_U), &CMainWindow::OpenUsers);
+}
+
+// No shortcut: whoever has the focus may have a better use for Esc, as a search has.
+void CMainWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    player_->Stop();
+    return;
   }
-  side_->setCurrentWidget(tabs_);
-  tabs_->currentWidget()->setFocus();
+  QMainWindow::keyPressEvent(event);
+}
+
+CPlanFamily& CMainWindow::CurrentFamily() {
+  return *families_.at(static_cast<size_t>(qMax(0, tabs_->currentIndex())));
+}
+
+CPlanFamily* CMainWindow::FamilyOf(int theme) {
+  for (const auto& family : families_) {
+    if (family->Theme() == theme) {
+      return family.get();
+    }
+  }
+  return nullptr;
+}
+
+void CMainWindow::ShowFamily(size_t number) {
+  tabs_->setCurrentIndex(static_cast<int>(number));
 }
 
 void CMainWindow::PlayPlan(const std::string& code) {
   player_->Play(code);
-  for (CPlanPane* pane : qAsConst(panes_)) {
-    pane->Reveal(MarUIControl::StringToQString(code));
+  for (const auto& family : families_) {
+    family->Panel()->SetCurPlanByIndexCode(StringToQString(code));
   }
+}
+
+void CMainWindow::StartCycle(const QString& group_code, int seconds) {
+  QString name;
+  for (const auto& family : families_) {
+    name = name.isEmpty() ? family->GroupName(group_code) : name;
+  }
+  cycle_->Start(group_code, name, seconds);
+}
+
+void CMainWindow::OnDropped(const PlanDrop& drop) {
+  if (drop.kind == PlanDrop::Kind::Group) {
+    StartCycle(drop.code, kSecondsPerPlan);
+  } else {
+    player_->Play(QStringToString(drop.code));
+  }
+}
+
+// The turns of a cycle would push out of the list what the user had chosen.
+void CMainWindow::OnPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin) {
+  if (origin == PlayOrigin::GroupCycle) {
+    return;
+  }
+  PlayedPlan played;
+  played.code = StringToQString(plan.index_code);
+  played.name = StringToQString(plan.name);
+  played.family = plan.type;
+  played.time = QDateTime::currentDateTime();
+  const CPlanFamily* family = FamilyOf(plan.type);
+  const QStringList groups = family ? family->GroupsOf(played.code) : QStringList();
+  const QString group = groups.isEmpty() ? StringToQString(plan.group_name) : groups.join(QStringLiteral(" / "));
+  played.place = family ? QStringLiteral("%1 \u00b7 %2").arg(family->Title(), group) : group;
+  history_->Add(played);
+}
+
+void CMainWindow::OnPlanUpdated(const view_plugin_protocol::UpdatePlanRequest& plan) {
+  history_->Rename(StringToQString(plan.plan_index_code), StringToQString(plan.plan_name));
+}
+
+void CMainWindow::OnHistoryTaken(int row) {
+  const PlayedPlan played = history_->At(row);
+  CPlanFamily* family = FamilyOf(played.family);
+  player_->PlayFromHistory(family ? family : &CurrentFamily(), QStringToString(played.code));
+}
+
+void CMainWindow::OpenHistory() {
+  history_popup_->ShowBelow(history_button_);
+}
+
+void CMainWindow::OpenUsers() {
+  user_menu_->Open();
+}
+
+void CMainWindow::Save() {
+  saver_->Save();
+}
+
+void CMainWindow::SaveAs() {
+  saver_->SaveAs();
+}
+
+void CMainWindow::OpenSaveMenu() {
+  saver_->ShowMenu();
+}
+
+QString CMainWindow::User() const {
+  return user_menu_->User();
+}
+
+// The log-in raises the event by which all trees load anew; until then the panels show that they wait.
+void CMainWindow::SwitchUser(const QString& user) {
+  QString error;
+  if (!log_in_ || !log_in_(user, &error)) {
+    ShowTip(error, CNomalMessage::Failure);
+    return;
+  }
+  user_menu_->SetUser(user);
+  player_->Stop();
+  history_->Clear();
+  for (const auto& family : families_) {
+    family->Panel()->SwitchUserUpdate();
+  }
+  saver_->Renew();
+  Q_EMIT SignalUserSwitched();
+}
+
+void CMainWindow::ShowTip(const QString& text, int state) {
+  tarn_ui_data_controller::CMessageTipManager::Instance().ShowTip(text, state, this);
 }
 
 }  // namespace TarnClient

@@ -1,44 +1,104 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QVector>
+#include <functional>
+#include <memory>
 #include <string>
+#include <vector>
 
-class QStackedWidget;
+#include "plans/play_origin.h"
+#include "wall/page_clock.h"
+#include "wall/plan_drop.h"
+
 class QTabWidget;
+class QToolButton;
+
+namespace view_plugin_protocol {
+struct GetPlanDetailResponse;
+struct UpdatePlanRequest;
+}  // namespace view_plugin_protocol
 
 namespace TarnClient {
 
+class CGroupCycle;
+class CHistoryPopup;
 class CLiveWall;
-class CPlanPane;
+class CPlanFamily;
 class CPlanPlayer;
-class CWaitPage;
+class CPlanSaver;
+class CPlayHistory;
+class CUserMenu;
 
-/// The client's window: the plan trees on the left, the live wall on the right. Thread: GUI.
+/// The client's window: a panel for each family of plans on the left, the live wall on the right. Keys: Ctrl+S and
+/// Ctrl+Shift+S save, Ctrl+H opens the history, Ctrl+U the users, Esc stops. Made once the plan data's manager stands.
+/// Thread: GUI.
 class CMainWindow : public QMainWindow {
   Q_OBJECT
  public:
-  CMainWindow(const QString& user, const QString& store_url, QWidget* parent = nullptr);
+  struct Setup {
+    QString user, store_url;
+    QString station_id;  // identity of the site whose plans may be dropped on the wall
+    std::function<bool(const QString&, QString*)> log_in;  // makes a user the current one; false with the reason
+    std::unique_ptr<CPageClock> cycle_clock;               // unset: real time
+  };
+
+  explicit CMainWindow(Setup setup, QWidget* parent = nullptr);
+  /// Ends the panels' work first.
   ~CMainWindow() override;
 
-  void ShowWaiting(int seconds);
-  /// Once, when the plan data is ready.
-  void ShowPlans();
-
   CLiveWall& Wall() { return *wall_; }
+  CPlanPlayer& Player() { return *player_; }
+  CPlayHistory& History() { return *history_; }
+  /// Public plans first, then own ones.
+  CPlanFamily& Family(size_t number) { return *families_.at(number); }
+  size_t FamilyCount() const { return families_.size(); }
+  /// The family whose panel is in front.
+  CPlanFamily& CurrentFamily();
+  void ShowFamily(size_t number);
   /// Plays a plan that the user did not pick in a tree, and brings its row into view where it is loaded.
   void PlayPlan(const std::string& code);
+  void OpenHistory();
+  void OpenUsers();
+  void Save();
+  void SaveAs();
+  void OpenSaveMenu();
+  /// Logs in as another user: the wall stops, the panels wait for that user's plans. On failure nothing changes but for
+  /// a message.
+  void SwitchUser(const QString& user);
+  QString User() const;
+
+ Q_SIGNALS:
+  void SignalUserSwitched();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  void BuildStatusBar(const QString& user, const QString& store_url);
   QWidget* BuildSide();
+  void BuildHistory();
+  void BuildStatusBar(const QString& user, const QString& store_url);
+  void AddFamilies();
+  void ConnectMessages();
+  void AddShortcuts();
+  void StartCycle(const QString& group_code, int seconds);
+  void OnDropped(const PlanDrop& drop);
+  void OnPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
+  void OnPlanUpdated(const view_plugin_protocol::UpdatePlanRequest& plan);
+  void OnHistoryTaken(int row);
+  CPlanFamily* FamilyOf(int theme);
+  void ShowTip(const QString& text, int state);
 
+  const std::function<bool(const QString&, QString*)> log_in_;
+  QTabWidget* tabs_ = nullptr;
   CLiveWall* wall_ = nullptr;
   CPlanPlayer* player_ = nullptr;
-  QStackedWidget* side_ = nullptr;
-  CWaitPage* wait_page_ = nullptr;
-  QTabWidget* tabs_ = nullptr;
-  QVector<CPlanPane*> panes_;
+  CGroupCycle* cycle_ = nullptr;
+  CPlanSaver* saver_ = nullptr;
+  CPlayHistory* history_ = nullptr;
+  CHistoryPopup* history_popup_ = nullptr;
+  QToolButton* history_button_ = nullptr;
+  CUserMenu* user_menu_ = nullptr;
+  std::vector<std::unique_ptr<CPlanFamily>> families_;
 };
 
 }  // namespace TarnClient

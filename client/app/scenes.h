@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+#include <QTimer>
+#include <deque>
+#include <functional>
+#include <vector>
+
+class QModelIndex;
+
+namespace TarnClient {
+
+class CMainWindow;
+
+/// Opens one part of the client for a picture, by the same calls as a user's clicks and keys; meant for the demo site.
+/// Thread: GUI.
+class CScene : public QObject {
+  Q_OBJECT
+ public:
+  static QStringList Names();
+
+  /// Begins at once and goes on as the plans come in. `window` outlives the scene.
+  CScene(const QString& name, CMainWindow* window);
+
+ private:
+  /// Tried again and again until it gives true.
+  using Step = std::function<bool()>;
+  using Script = void (CScene::*)();
+  struct Entry {
+    const char* name;
+    Script script;
+  };
+  static const std::vector<Entry>& Entries();
+
+  void Add(Step step) { steps_.push_back(std::move(step)); }
+  void Next();
+
+  void Browse();
+  void Search();
+  void SearchWithoutHit();
+  void NameEditor();
+  void RowMenu();
+  void GroupMenu();
+  void DeleteQuestion();
+  void Share();
+  void CreationInfo();
+  void SaveMenu();
+  void SaveAs();
+  void Refusal();
+  void History();
+  void HistoryEmpty();
+  void Users();
+  void Cycle();
+  void Drop();
+  void Wait();
+
+  QModelIndex Row(const QString& name) const;
+  void AddExpansion(const QString& group);
+  void AddCurrent(const QString& name);
+  void AddClick(const QString& button);
+  void AddMenu();
+  void AddMenuCommand(int command);
+  void AddSearch(const QString& text);
+  void AddPlay(const QString& name);
+
+  CMainWindow* const window_;
+  std::deque<Step> steps_;
+  QTimer timer_;
+};
+
+}  // namespace TarnClient

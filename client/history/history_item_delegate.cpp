@@ -1,0 +1,49 @@
+#include "history/history_item_delegate.h"
+
+#include <QApplication>
+#include <QPainter>
+
+#include "TarnUIDataController/skin_loader.h"
+#include "history/play_history.h"
+
+namespace TarnClient {
+
+namespace {
+
+constexpr int kMargin = 10, kPadding = 6;
+
+QColor Color(const char* name) {
+  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
+}
+
+}  // namespace
+
+void CHistoryItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const {
+  QStyleOptionViewItem row = option;
+  initStyleOption(&row, index);
+  row.text.clear();
+  const QStyle* style = row.widget ? row.widget->style() : QApplication::style();
+  style->drawControl(QStyle::CE_ItemViewItem, &row, painter, row.widget);
+
+  const bool selected = row.state & QStyle::State_Selected;
+  const QFontMetrics& metrics = option.fontMetrics;
+  const QRect inside = option.rect.adjusted(kMargin, kPadding, -kMargin, -kPadding);
+  const QString time = index.data(CPlayHistory::TimeRole).toString();
+  const int time_width = metrics.horizontalAdvance(time) + kMargin;
+  const auto line = [&](const QString& text, int top, int width, const char* color) {
+    painter->setPen(Color(selected ? "selection_text" : color));
+    painter->drawText(QRect(inside.left(), top, width, metrics.height()), Qt::AlignLeft | Qt::AlignVCenter,
+                      metrics.elidedText(text, Qt::ElideMiddle, width));
+  };
+  line(index.data().toString(), inside.top(), inside.width(), "text");
+  line(index.data(CPlayHistory::PlaceRole).toString(), inside.top() + metrics.height() + 2, inside.width() - time_width,
+       "text_muted");
+  painter->drawText(inside, Qt::AlignRight | Qt::AlignBottom, time);
+}
+
+QSize CHistoryItemDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const {
+  return QSize(200, 2 * option.fontMetrics.height() + 2 + 2 * kPadding);
+}
+
+}  // namespace TarnClient

@@ -1,0 +1,75 @@
+#include "history/play_history.h"
+
+#include <QLocale>
+
+namespace TarnClient {
+
+CPlayHistory::CPlayHistory(QObject* parent) : QAbstractListModel(parent) {}
+
+void CPlayHistory::Add(const PlayedPlan& plan) {
+  RemoveRow(RowOf(plan.code));
+  RemoveRow(plans_.size() == kMostPlans ? kMostPlans - 1 : -1);
+  beginInsertRows(QModelIndex(), 0, 0);
+  plans_.prepend(plan);
+  endInsertRows();
+}
+
+void CPlayHistory::RemoveRow(int row) {
+  if (row < 0) {
+    return;
+  }
+  beginRemoveRows(QModelIndex(), row, row);
+  plans_.removeAt(row);
+  endRemoveRows();
+}
+
+int CPlayHistory::RowOf(const QString& code) const {
+  for (int row = 0; row < plans_.size(); ++row) {
+    if (plans_[row].code == code) {
+      return row;
+    }
+  }
+  return -1;
+}
+
+void CPlayHistory::Rename(const QString& code, const QString& name) {
+  const int row = RowOf(code);
+  if (row >= 0 && plans_[row].name != name) {
+    plans_[row].name = name;
+    Q_EMIT dataChanged(index(row), index(row));
+  }
+}
+
+void CPlayHistory::Clear() {
+  beginResetModel();
+  plans_.clear();
+  endResetModel();
+}
+
+int CPlayHistory::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : plans_.size();
+}
+
+QVariant CPlayHistory::data(const QModelIndex& index, int role) const {
+  if (!index.isValid()) {
+    return QVariant();
+  }
+  const PlayedPlan& plan = plans_.at(index.row());
+  const QString time = QLocale().toString(plan.time.time(), QStringLiteral("HH:mm"));
+  switch (role) {
+    case Qt::DisplayRole:
+      return plan.name;
+    case PlaceRole:
+      return plan.place;
+    case TimeRole:
+      return time;
+    case Qt::ToolTipRole:
+      return QStringLiteral("%1<br>%2").arg(plan.name.toHtmlEscaped(), plan.place.toHtmlEscaped());
+    case Qt::AccessibleTextRole:
+      return QStringLiteral("%1, %2, %3").arg(plan.name, plan.place, time);
+    default:
+      return QVariant();
+  }
+}
+
+}  // namespace TarnClient

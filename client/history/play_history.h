@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <QDateTime>
+#include <QVector>
+
+namespace TarnClient {
+
+/// A plan that was played.
+struct PlayedPlan {
+  QString code, name;
+  QString place;  // the groups above it, or its family
+  int family = 0;
+  QDateTime time;
+};
+
+/// The plans that the user played last, newest first, each once. Thread: GUI.
+class CPlayHistory : public QAbstractListModel {
+  Q_OBJECT
+ public:
+  enum Role { PlaceRole = Qt::UserRole + 1, TimeRole };
+  static constexpr int kMostPlans = 20;
+
+  explicit CPlayHistory(QObject* parent = nullptr);
+
+  /// On top; an older entry of the same plan goes.
+  void Add(const PlayedPlan& plan);
+  /// Nothing for a plan that is not there.
+  void Rename(const QString& code, const QString& name);
+  void Clear();
+  const PlayedPlan& At(int row) const { return plans_.at(row); }
+
+  int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+
+ private:
+  void RemoveRow(int row);
+  int RowOf(const QString& code) const;
+
+  QVector<PlayedPlan> plans_;
+};
+
+}  // namespace TarnClient

@@ -1,0 +1,104 @@
+#include "plans/cycle_turn.h"
+
+#include <QHash>
+
+#include "LyraPluginManager/view_business_interface_mgr.h"
+#include "MarUIControl/string_conversion.h"
+
+namespace TarnClient {
+
+using LyraPluginManager::CViewBusinessInterfaceMgr;
+using MarUIControl::StringToQString;
+using namespace view_plugin_protocol;
+
+namespace {
+
+using PlanList = QVector<PlanBasicInfo>;
+
+// False when the group itself cannot be read; a subgroup that went in the meantime is left out.
+bool CollectPlans(const std::string& group_code, PlanList* plans, std::string* error) {
+  auto& host = CViewBusinessInterfaceMgr::Instance();
+  GetPlansInGroupResponse here;
+  GetPlanGroupsResponse below;
+  if (!host.GetPlansInGroup({group_code, 0}, here)) {
+    *error = here.error_info;
+    return false;
+  }
+  for (const PlanBasicInfo& plan : qAsConst(here.plans)) {
+    plans->append(plan);
+  }
+  if (!host.GetPlanGroups({group_code, 0}, below)) {
+    *error = below.error_info;
+    return false;
+  }
+  for (const PlanGroup& group : qAsConst(below.groups)) {
+    std::string ignored;
+    CollectPlans(group.index_code, plans, &ignored);
+  }
+  return true;
+}
+
+QHash<QString, int> Places(const QVector<std::string>& plans) {
+  QHash<QString, int> places;
+  for (int i = 0; i < plans.size(); ++i) {
+    places.insert(StringToQString(plans[i]), i);
+  }
+  return places;
+}
+
+// Place in `plans` where the next turn begins to look: after the last plan, or at the first one that followed it.
+int FirstCandidate(const QVector<std::string>& plans, const CycleTurn& last) {
+  if (last.position < 0) {
+    return 0;
+  }
+  const QHash<QString, int> places = Places(plans);
+  const int current = places.value(StringToQString(last.plans[last.position]), -1);
+  if (current >= 0) {
+    return current + 1;
+  }
+  for (int i = last.position + 1; i < last.plans.size(); ++i) {
+    const int place = places.value(StringToQString(last.plans[i]), -1);
+    if (place >= 0) {
+      return place;
+    }
+  }
+  return 0;
+}
+
+bool Fetch(const std::string& code, CycleTurn* turn) {
+  GetPlanDetailRequest request;
+  request.plan_index_code = code;
+  request.play = true;
+  GetPlanDetailResponse response;
+  if (!CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, response)) {
+    turn->error = StringToQString(response.error_info);
+    return false;
+  }
+  turn->plan = response;
+  return true;
+}
+
+}  // namespace
+
+CycleTurn CycleTurn::Next(const std::string& group_code, const CycleTurn& last) {
+  CycleTurn turn;
+  PlanList plans;
+  std::string error;
+  turn.group_found = CollectPlans(group_code, &plans, &error);
+  turn.error = StringToQString(error);
+  for (const PlanBasicInfo& plan : qAsConst(plans)) {
+    turn.plans.append(plan.index_code);
+  }
+  const int first = FirstCandidate(turn.plans, last);
+  for (int tried = 0; tried < plans.size(); ++tried) {
+    const int place = (first + tried) % plans.size();
+    if (Fetch(plans[place].index_code, &turn)) {
+      turn.position = place;
+      break;
+    }
+    turn.skipped.append(StringToQString(plans[place].name));
+  }
+  return turn;
+}
+
+}  // namespace TarnClient

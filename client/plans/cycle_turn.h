@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+#include <string>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+
+namespace TarnClient {
+
+/// One turn of a group cycle: which plan comes next, and its pages. A plain value, made by blocking calls.
+struct CycleTurn {
+  bool group_found = false;
+  QVector<std::string> plans;  // codes: those of the group, then those of its subgroups, in the service's order
+  int position = -1;           // of `plan` in `plans`; -1 when none could be fetched
+  view_plugin_protocol::GetPlanDetailResponse plan;
+  QStringList skipped;  // names of the plans that could not be fetched
+  QString error;        // the service's text of the last failure
+
+  /// The turn after `last`, which is a default one at the beginning. When the plan of the last turn is gone the one
+  /// that followed it then comes next. Thread: any but GUI, since it blocks.
+  static CycleTurn Next(const std::string& group_code, const CycleTurn& last);
+};
+
+}  // namespace TarnClient

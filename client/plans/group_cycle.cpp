@@ -1,0 +1,110 @@
+#include "plans/group_cycle.h"
+
+#include "MarUIControl/nomal_message.h"
+#include "MarUIControl/string_conversion.h"
+#include "plans/off_thread.h"
+#include "plans/plan_player.h"
+
+namespace TarnClient {
+
+using MarUIControl::CNomalMessage;
+
+CGroupCycle::CGroupCycle(CPlanPlayer* player, std::unique_ptr<CPageClock> clock, QObject* parent)
+    : QObject(parent), player_(player), clock_(std::move(clock)) {
+  connect(clock_.get(), &CPageClock::SignalTurn, this, &CGroupCycle::Turn);
+  connect(player_, &CPlanPlayer::SignalWanted, this, &CGroupCycle::Stop);
+  connect(player_, &CPlanPlayer::SignalStopped, this, &CGroupCycle::Stop);
+  connect(player_, &CPlanPlayer::SignalPlayed, this, &CGroupCycle::OnPlayed);
+}
+
+CGroupCycle::~CGroupCycle() = default;
+
+void CGroupCycle::Start(const QString& group_code, const QString& group_name, int seconds_per_plan) {
+  Stop();
+  group_code_ = MarUIControl::QStringToString(group_code);
+  group_name_ = group_name;
+  seconds_ = seconds_per_plan;
+  if (IsRunning()) {
+    Turn();
+  }
+}
+
+void CGroupCycle::Stop() {
+  if (!IsRunning()) {
+    return;
+  }
+  ++generation_;
+  clock_->Stop();
+  group_code_.clear();
+  last_ = {};
+  Q_EMIT SignalProgress(QString());
+}
+
+void CGroupCycle::OnPlayed(const view_plugin_protocol::GetPlanDetailResponse&, PlayOrigin origin) {
+  if (origin != PlayOrigin::GroupCycle) {
+    Stop();
+  }
+}
+
+void CGroupCycle::Turn() {
+  const int generation = ++generation_;
+  RunOffThread(
+      this, [group = group_code_, last = last_] { return CycleTurn::Next(group, last); },
+      [this, generation](const CycleTurn& turn) {
+        if (generation == generation_) {
+          OnTurn(turn);
+        }
+      });
+}
+
+void CGroupCycle::OnTurn(const CycleTurn& turn) {
+  if (!turn.group_found) {
+    return Fail(turn.error);
+  }
+  if (turn.plans.isEmpty()) {
+    return Fail(tr("The group has no plans to cycle through."));
+  }
+  if (turn.position < 0) {
+    return Fail(turn.error);
+  }
+  TellSkipped(turn.skipped);
+  Show(turn);
+}
+
+// A group of one plan does not begin it anew at every turn, unless the plan was changed.
+void CGroupCycle::Show(const CycleTurn& turn) {
+  const bool on_wall =
+      last_.position >= 0 && last_.plan.index_code == turn.plan.index_code && last_.plan.revision == turn.plan.revision;
+  last_ = turn;
+  if (!on_wall) {
+    player_->PlayOfCycle(turn.plan);
+  }
+  if (!IsRunning()) {
+    return;  // whoever heard of it has stopped it
+  }
+  clock_->Begin(seconds_);
+  Q_EMIT SignalProgress(Progress());
+}
+
+void CGroupCycle::TellSkipped(const QStringList& names) {
+  if (names.size() == 1) {
+    Q_EMIT SignalMessage(tr("\"%1\" could not be played and was skipped.").arg(names.first()), CNomalMessage::Failure);
+  } else if (names.size() > 1) {
+    Q_EMIT SignalMessage(tr("\"%1\" and %2 more could not be played and were skipped.")
+                             .arg(names.first(), QString::number(names.size() - 1)),
+                         CNomalMessage::Failure);
+  }
+}
+
+// What is on the wall stays there, without a cycle.
+void CGroupCycle::Fail(const QString& text) {
+  Stop();
+  Q_EMIT SignalMessage(text, CNomalMessage::Failure);
+}
+
+QString CGroupCycle::Progress() const {
+  const QString place = tr("plan %1 of %2").arg(last_.position + 1).arg(last_.plans.size());
+  return group_name_.isEmpty() ? tr("Group \u00b7 %1").arg(place) : tr("Group %1 \u00b7 %2").arg(group_name_, place);
+}
+
+}  // namespace TarnClient

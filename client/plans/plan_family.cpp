@@ -1,0 +1,101 @@
+#include "plans/plan_family.h"
+
+#include <TarnPlanView/plan_item_role.h>
+#include <TarnPlanView/standard_plan_model_export.h>
+#include <TarnPlanView/view_model_data_manager_export.h>
+
+#include <memory>
+
+#include "LyraPluginManager/resource_business_interface_mgr.h"
+#include "TarnUIDataController/message_tip_manager.h"
+#include "TarnUIDataController/signal_transfer_manager.h"
+
+namespace TarnClient {
+
+using tarn_ui_data_controller::CSignalTransferManager;
+using TarnPlanView::CStandardPlanModel;
+using TarnPlanView::CStandardViewController;
+using TarnPlanView::CViewExternWidget;
+
+namespace {
+
+constexpr int kEditRight = 6;
+
+CStandardPlanModel* ModelOf(TarnPlanView::ThemeNodeType theme) {
+  const std::unique_ptr<TarnPlanView::CStandardPlanModelExport> handle(
+      TarnPlanView::CViewModelDataManagerExport::Instance().GetViewManagerByTheme(QStringLiteral("0"), theme));
+  return qobject_cast<CStandardPlanModel*>(handle->GetPlanViewModel());
+}
+
+}  // namespace
+
+CPlanFamily::CPlanFamily(TarnPlanView::ThemeNodeType theme, QWidget* monitor, QWidget* panel_parent)
+    : theme_(theme), model_(ModelOf(theme)), panel_(new CViewExternWidget(panel_parent)) {
+  panel_->SetMonitorId(QStringLiteral("0"));
+  panel_->SetMonitorPointer(monitor);
+  connect(panel_, &CViewExternWidget::SignalMessageTipNeeded, this, &CPlanFamily::ShowTip);
+  if (!model_) {
+    return;
+  }
+  controller_ = new CStandardViewController(model_);
+  panel_->SetModel(model_);
+  panel_->SetStandardViewControl(controller_);
+  TellOfChanges();
+}
+
+CPlanFamily::~CPlanFamily() {
+  if (panel_) {
+    panel_->StopWorking();
+  }
+  // It is the model's child and would outlive the family that made it.
+  delete controller_;
+}
+
+bool CPlanFamily::MayEdit() const {
+  return theme_ != TarnPlanView::PublicTheme ||
+         LyraPluginManager::CResourceBusinessInterfaceMgr::Instance().CheckControlPermission(kEditRight);
+}
+
+QString CPlanFamily::GroupName(const QString& code) const {
+  return model_ ? model_->FindIndexByIndexCode(code, true).data().toString() : QString();
+}
+
+QStringList CPlanFamily::GroupsOf(const QString& plan_code) const {
+  QStringList names;
+  const QModelIndex plan = model_ ? model_->FindIndexByIndexCode(plan_code, false) : QModelIndex();
+  for (QModelIndex group = plan.parent(); group.parent().isValid(); group = group.parent()) {
+    names.prepend(group.data().toString());
+  }
+  return names;
+}
+
+void CPlanFamily::MarkPlaying(const QString& code) {
+  panel_->SetCurPlayItemByIndexCode(code);
+}
+
+void CPlanFamily::RenewMark(const QString& code) {
+  if (code.isEmpty() || !model_) {
+    return;
+  }
+  const QModelIndex row = model_->FindIndexByIndexCode(code, false);
+  const bool lost = row.isValid() && !row.data(TarnPlanView::PlayingRole).toBool();
+  if (lost || model_->GetPlayingIndexCode() != code) {
+    MarkPlaying(code);
+  }
+}
+
+// After the trees have taken the change: whoever asks for plans on this notice finds them as they are now.
+void CPlanFamily::TellOfChanges() {
+  auto* client = &CSignalTransferManager::Instance();
+  const auto changed = &CSignalTransferManager::SignalPlanStateChanged;
+  connect(controller_, &CStandardViewController::SignalAddPlanSucc, client, changed);
+  connect(controller_, &CStandardViewController::SignalUpdatePlanSucc, client, changed);
+  connect(controller_, &CStandardViewController::SignalDeletePlanSucc, client, changed);
+  connect(controller_, &CStandardViewController::SignalDeletePlanGroupSucc, client, changed);
+}
+
+void CPlanFamily::ShowTip(const QString& text, int state) {
+  tarn_ui_data_controller::CMessageTipManager::Instance().ShowTip(text, state, panel_->window());
+}
+
+}  // namespace TarnClient

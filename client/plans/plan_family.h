@@ -1,0 +1,51 @@
+#pragma once
+
+#include <TarnPlanView/standard_plan_model.h>
+#include <TarnPlanView/standard_view_controller.h>
+#include <TarnPlanView/theme_node_type.h>
+#include <TarnPlanView/view_extern_widget.h>
+
+#include <QObject>
+#include <QPointer>
+
+namespace TarnClient {
+
+/// One family of plans: its model, the controller that asks for changes, and the panel that shows it. Made once the
+/// plan data's manager stands, destroyed before it is taken down. Thread: GUI.
+class CPlanFamily : public QObject {
+  Q_OBJECT
+ public:
+  /// `monitor` shows the plans that are played in the panel; the panel belongs to `panel_parent`.
+  CPlanFamily(TarnPlanView::ThemeNodeType theme, QWidget* monitor, QWidget* panel_parent);
+  /// Ends the panel's work and the controller; the panel itself goes with its parent.
+  ~CPlanFamily() override;
+
+  TarnPlanView::ThemeNodeType Theme() const { return theme_; }
+  QString Title() const { return panel_->GetTabName(); }
+  TarnPlanView::CViewExternWidget* Panel() const { return panel_; }
+  /// Null when the plug-in has no such model.
+  TarnPlanView::CStandardPlanModel* Model() const { return model_; }
+  TarnPlanView::CStandardViewController* Controller() const { return controller_; }
+  /// Whether the user may change plans of this family now.
+  bool MayEdit() const;
+  /// Name of a group of this family; empty when it is not loaded.
+  QString GroupName(const QString& code) const;
+  /// Names of the groups above a plan, outermost first; empty when the plan is not loaded or stands under the root.
+  QStringList GroupsOf(const QString& plan_code) const;
+
+  /// Marks this plan as playing and makes it current; an empty code takes the mark away.
+  void MarkPlaying(const QString& code);
+  /// Marks it again when rows that were made anew have lost the mark; leaves the current row alone otherwise.
+  void RenewMark(const QString& code);
+
+ private:
+  void TellOfChanges();
+  void ShowTip(const QString& text, int state);
+
+  const TarnPlanView::ThemeNodeType theme_;
+  QPointer<TarnPlanView::CStandardPlanModel> model_;
+  QPointer<TarnPlanView::CStandardViewController> controller_;
+  QPointer<TarnPlanView::CViewExternWidget> panel_;
+};
+
+}  // namespace TarnClient

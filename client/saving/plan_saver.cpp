@@ -1,0 +1,185 @@
+#include "saving/plan_saver.h"
+
+#include <TarnPlanView/view_config_manager.h>
+#include <TarnPlanView/view_save_menu.h>
+
+#include <QBuffer>
+#include <algorithm>
+
+#include "LyraPluginManager/view_business_interface_mgr.h"
+#include "MarUIControl/nomal_message.h"
+#include "MarUIControl/string_conversion.h"
+#include "plans/off_thread.h"
+#include "plans/plan_family.h"
+#include "saving/same_pages.h"
+#include "wall/live_wall.h"
+#include "wall/wall_bar.h"
+
+namespace TarnClient {
+
+using MarUIControl::CNomalMessage;
+using MarUIControl::StringToQString;
+using TarnPlanView::CStandardViewController;
+using TarnPlanView::CViewExternWidget;
+using TarnPlanView::CViewSaveMenu;
+using namespace view_plugin_protocol;
+
+namespace {
+
+const QSize kThumbnailSize(320, 180);
+constexpr int kDialogWidth = 288;
+
+std::string Png(const QImage& image) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  image.save(&buffer, "PNG");
+  return bytes.toStdString();
+}
+
+}  // namespace
+
+CPlanSaver::CPlanSaver(CLiveWall* wall, std::function<CPlanFamily&()> current, QObject* parent)
+    : QObject(parent), wall_(wall), current_(std::move(current)) {
+  connect(wall_, &CLiveWall::SignalPlanChanged, this, &CPlanSaver::Renew);
+  connect(wall_->Bar(), &CWallBar::SignalSave, this, &CPlanSaver::Save);
+  connect(wall_->Bar(), &CWallBar::SignalSaveMenu, this, &CPlanSaver::ShowMenu);
+}
+
+void CPlanSaver::Attach(CPlanFamily* family) {
+  families_.append(family);
+  connect(family, &QObject::destroyed, this, [this, family] { families_.removeOne(family); });
+  connect(family->Panel(), &CViewExternWidget::SignalSavePlanAs, this, [this, family] { OnSaveAsConfirmed(family); });
+  if (family->Controller()) {
+    connect(family->Controller(), &CStandardViewController::signalShowMessage, this, [this] { saving_ = false; });
+  }
+  Renew();
+}
+
+CPlanFamily* CPlanSaver::FamilyOfPlan() const {
+  const auto theme = wall_->Plan().type;
+  const auto found = std::find_if(families_.begin(), families_.end(),
+                                  [theme](const CPlanFamily* family) { return family->Theme() == theme; });
+  return found != families_.end() && (*found)->Controller() ? *found : nullptr;
+}
+
+QString CPlanSaver::WhyNotSave() const {
+  if (!wall_->IsPlaying()) {
+    return tr("no plan is playing");
+  }
+  const CPlanFamily* family = FamilyOfPlan();
+  if (!family) {
+    return tr("this plan cannot be changed from here");
+  }
+  return family->MayEdit() ? QString() : tr("you need the right to edit public plans");
+}
+
+QString CPlanSaver::WhyNotSaveAs() const {
+  const std::list<PlanPage>& pages = wall_->Plan().pages;
+  const bool filled =
+      std::any_of(pages.begin(), pages.end(), [](const PlanPage& page) { return HoldsSomething(page); });
+  return filled ? QString() : tr("the live view is empty");
+}
+
+void CPlanSaver::Renew() {
+  const QString save = WhyNotSave(), save_as = WhyNotSaveAs();
+  wall_->Bar()->ShowSaving(save, save.isEmpty() ? QString() : save_as);
+}
+
+void CPlanSaver::ShowMenu() {
+  if (!menu_) {
+    menu_ = new CViewSaveMenu(wall_);
+    connect(menu_, &CViewSaveMenu::SignalViewMenuTriggered, this, &CPlanSaver::OnMenu);
+  }
+  menu_->SetActionVisible(TarnPlanView::SaveView, WhyNotSave().isEmpty());
+  menu_->SetActionVisible(TarnPlanView::SaveAsView, WhyNotSaveAs().isEmpty());
+  menu_->ShowPopupMenu(wall_->Bar()->SavePlace(menu_->width()));
+}
+
+void CPlanSaver::OnMenu(TarnPlanView::ViewSaveActions action) {
+  if (action == TarnPlanView::SaveView) {
+    Save();
+  } else {
+    SaveAs();
+  }
+}
+
+void CPlanSaver::FillFromWall(AddPlanRequest* request) const {
+  request->pages = wall_->Plan().pages;
+  if (TarnPlanView::CViewConfigManager::Instance().SupportThumbnail()) {
+    request->thumbnail = Png(wall_->Picture(kThumbnailSize));
+  }
+}
+
+void CPlanSaver::Save() {
+  const QString why_not = WhyNotSave();
+  if (!why_not.isEmpty()) {
+    Q_EMIT SignalMessage(tr("Not saved: %1.").arg(why_not), CNomalMessage::Failure);
+    return;
+  }
+  if (saving_) {
+    return;
+  }
+  saving_ = true;
+  UpdatePlanRequest request;
+  request.plan_index_code = wall_->Plan().index_code;
+  FillFromWall(&request);
+  const auto fetch = [code = request.plan_index_code] {
+    Fresh fresh;
+    GetPlanDetailRequest wanted;
+    wanted.plan_index_code = code;
+    fresh.ok = LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(wanted, fresh.plan);
+    return fresh;
+  };
+  RunOffThread(this, fetch, [this, request](const Fresh& fresh) { OnFresh(fresh, request); });
+}
+
+// The fresh record brings name, group, times and revision: others may have changed them while the plan played.
+void CPlanSaver::OnFresh(const Fresh& fresh, UpdatePlanRequest request) {
+  const auto refuse = [this](const QString& text) {
+    saving_ = false;
+    Q_EMIT SignalMessage(text, CNomalMessage::Failure);
+  };
+  if (!fresh.ok) {
+    return refuse(StringToQString(fresh.plan.error_info));
+  }
+  CPlanFamily* family = FamilyOfPlan();
+  if (!family || wall_->Plan().index_code != request.plan_index_code) {
+    return refuse(tr("Not saved: the plan was stopped meanwhile."));
+  }
+  if (!SamePages(fresh.plan.pages, wall_->Plan().pages)) {
+    return refuse(tr("Not saved: the plan was changed elsewhere. Play it again first."));
+  }
+  request.plan_name = fresh.plan.name;
+  request.index_type = fresh.plan.type;
+  request.parent_index_code = fresh.plan.group_index_code;
+  request.parent_name = fresh.plan.group_name;
+  request.auto_play = fresh.plan.auto_run;
+  request.begin_time = fresh.plan.start_time;
+  request.end_time = fresh.plan.end_time;
+  request.revision = fresh.plan.revision;
+  family->Panel()->GetSaveAsPlanInfo(request);
+  family->Controller()->UpdatePlanParam(request, StringToQString(fresh.plan.name));
+}
+
+void CPlanSaver::SaveAs() {
+  const QString why_not = WhyNotSaveAs();
+  if (!why_not.isEmpty()) {
+    Q_EMIT SignalMessage(tr("Not saved: %1.").arg(why_not), CNomalMessage::Failure);
+    return;
+  }
+  pending_ = {};
+  FillFromWall(&pending_);
+  current_().Panel()->OnPopupSavePlanAsDlg(wall_->Bar()->SavePlace(kDialogWidth));
+}
+
+void CPlanSaver::OnSaveAsConfirmed(CPlanFamily* family) {
+  AddPlanRequest request = pending_;
+  if (request.pages.empty() || !family->Controller()) {
+    return;
+  }
+  family->Panel()->GetSaveAsPlanInfo(request);
+  family->Controller()->AddPlanParam(request);
+}
+
+}  // namespace TarnClient

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <TarnPlanView/view_save_actions.h>
+
+#include <QObject>
+#include <QVector>
+#include <functional>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+
+namespace TarnPlanView {
+class CViewSaveMenu;
+}
+
+namespace TarnClient {
+
+class CLiveWall;
+class CPlanFamily;
+
+/// Saves what is on the wall: over the plan that plays, or as a new one. Thread: GUI; the service is asked on the
+/// thread pool.
+class CPlanSaver : public QObject {
+  Q_OBJECT
+ public:
+  /// `current` gives the family whose panel asks for the name of a new plan.
+  CPlanSaver(CLiveWall* wall, std::function<CPlanFamily&()> current, QObject* parent = nullptr);
+
+  /// Not owned; a destroyed family drops out by itself.
+  void Attach(CPlanFamily* family);
+
+  /// Writes the wall's pages into the playing plan as it stands in the service now; all else that the plan holds stays
+  /// as it is. Refused with a message when the pages were changed elsewhere since they came on the wall.
+  void Save();
+  /// Opens the save-as dialog. What is on the wall at this moment is what will be saved.
+  void SaveAs();
+  void ShowMenu();
+  /// Looks anew at what can be saved; to be called when the user's rights have changed.
+  void Renew();
+
+ Q_SIGNALS:
+  void SignalMessage(const QString& text, int state);
+
+ private:
+  struct Fresh {
+    bool ok = false;
+    view_plugin_protocol::GetPlanDetailResponse plan;
+  };
+
+  CPlanFamily* FamilyOfPlan() const;
+  QString WhyNotSave() const;
+  QString WhyNotSaveAs() const;
+  void FillFromWall(view_plugin_protocol::AddPlanRequest* request) const;
+  void OnFresh(const Fresh& fresh, view_plugin_protocol::UpdatePlanRequest request);
+  void OnSaveAsConfirmed(CPlanFamily* family);
+  void OnMenu(TarnPlanView::ViewSaveActions action);
+
+  CLiveWall* const wall_;
+  const std::function<CPlanFamily&()> current_;
+  QVector<CPlanFamily*> families_;
+  TarnPlanView::CViewSaveMenu* menu_ = nullptr;
+  view_plugin_protocol::AddPlanRequest pending_;  // while the dialog is open
+  bool saving_ = false;
+};
+
+}  // namespace TarnClient

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QToolButton>
+
+class QMenu;
+
+namespace TarnClient {
+
+/// Button with the current user's name; opens the list of the service's users to switch to. Thread: GUI; the service is
+/// asked on the thread pool.
+class CUserMenu : public QToolButton {
+  Q_OBJECT
+ public:
+  CUserMenu(const QString& user, QWidget* parent);
+
+  void SetUser(const QString& user);
+  QString User() const { return user_; }
+  /// Fetches the users, then opens. A second call meanwhile does nothing.
+  void Open();
+
+ Q_SIGNALS:
+  /// Another user than the current one was chosen.
+  void SignalUserChosen(const QString& user);
+  /// The users cannot be listed.
+  void SignalFailed(const QString& text);
+
+ private:
+  void Show(const QStringList& users);
+
+  QString user_;
+  QMenu* menu_ = nullptr;
+  bool fetching_ = false;
+};
+
+}  // namespace TarnClient

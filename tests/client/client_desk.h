@@ -1,0 +1,114 @@
+#pragma once
+
+#include <QtTest>
+#include <memory>
+
+#include "TarnUIDataController/message_tip_manager.h"
+#include "TarnUIDataController/nomal_message_manager.h"
+#include "TarnUIDataController/skin_loader.h"
+#include "plan_fixture.h"
+#include "plan_item_role.h"
+#include "plan_view_tree.h"
+#include "plans/plan_family.h"
+#include "plans/plan_player.h"
+#include "view_model_data_manager_export.h"
+#include "wall/live_wall.h"
+#include "window/main_window.h"
+
+namespace TarnTest {
+
+/// The clock of a group cycle, moved by hand.
+class CHandClock : public TarnClient::CPageClock {
+ public:
+  void Begin(int seconds) override { seconds_ = seconds; }
+  void Stop() override { seconds_ = 0; }
+  /// Length of the turn that is on; 0 when none is.
+  int Seconds() const { return seconds_; }
+  void EndTurn() { Q_EMIT SignalTurn(); }
+
+ private:
+  int seconds_ = 0;
+};
+
+/// Base of tests with the client's whole window over a real store. After each test all is shut down in order, and a
+/// warning nobody expected fails.
+class CClientDesk : public QObject {
+  Q_OBJECT
+ protected:
+  void Open(const QMap<QString, int>& switches = {{"load_all", 1}}, const QString& user = "operator") {
+    tarn_ui_data_controller::CSkinLoader::Instance().LoadSkin("redblack");
+    PlanFixtureOptions options;
+    options.switches = switches;
+    options.user = user;
+    QString error;
+    QVERIFY2(fixture_.Open(options, &error), qPrintable(error));
+    fixture_.Messages().Expect("propagateSizeHints");
+    fixture_.Messages().Expect("QString::arg: Argument missing");  // keys without their texts have no places
+    fixture_.Start();
+    TarnClient::CMainWindow::Setup setup;
+    setup.user = user;
+    setup.station_id = QString::fromStdString(fixture_.Store().StationId());
+    setup.log_in = [this](const QString& name, QString* refusal) { return fixture_.Store().LogIn(name, refusal); };
+    auto clock = std::make_unique<CHandClock>();
+    clock_ = clock.get();
+    setup.cycle_clock = std::move(clock);
+    window_ = std::make_unique<TarnClient::CMainWindow>(std::move(setup));
+    window_->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+    WaitForPlans();
+  }
+  void WaitForPlans() {
+    QTRY_VERIFY(TarnPlanView::CViewModelDataManagerExport::Instance().IsViewModelInitFinish());
+    QTRY_VERIFY(Row("Plans").isValid());
+    CPlanFixture::Drain();
+  }
+
+  TarnClient::CLiveWall& Wall() { return window_->Wall(); }
+  TarnPlanView::CPlanViewTree* Tree(size_t family = 0) { return window_->Family(family).Panel()->GetPlanViewTree(); }
+  QModelIndex Row(const QString& name, size_t family = 0) { return Rows(Qt::DisplayRole, name, family).value(0); }
+  std::string Code(const QString& name) const { return fixture_.Code(name).toStdString(); }
+  /// Names of all rows that are marked as playing, of both families.
+  QString MarkedRows() {
+    QStringList names;
+    for (size_t family = 0; family < window_->FamilyCount(); ++family) {
+      for (const QModelIndex& row : Rows(TarnPlanView::PlayingRole, true, family)) {
+        names << row.data().toString();
+      }
+    }
+    return names.join(',');
+  }
+  void Play(const QString& name) {
+    window_->Player().Play(Code(name));
+    QTRY_COMPARE(Wall().PlanName(), name);
+  }
+  view_plugin_protocol::GetPlanDetailResponse Stored(const QString& name) {
+    view_plugin_protocol::GetPlanDetailRequest request;
+    request.plan_index_code = Code(name);
+    view_plugin_protocol::GetPlanDetailResponse plan;
+    fixture_.Store().GetPlanDetail(request, plan);
+    return plan;
+  }
+  static QString Tip() { return tarn_ui_data_controller::CMessageTipManager::Instance().CurrentText(); }
+  static void ForgetTips() { tarn_ui_data_controller::CMessageTipManager::Release(); }
+
+  CPlanFixture fixture_;
+  std::unique_ptr<TarnClient::CMainWindow> window_;
+  CHandClock* clock_ = nullptr;
+
+ private:
+  QModelIndexList Rows(int role, const QVariant& value, size_t family) {
+    const QAbstractItemModel* rows = Tree(family)->model();
+    const auto exactly = Qt::MatchExactly | Qt::MatchRecursive;
+    return rows && rows->rowCount() > 0 ? rows->match(rows->index(0, 0), role, value, -1, exactly) : QModelIndexList();
+  }
+
+ private Q_SLOTS:
+  void cleanup() {
+    window_.reset();
+    tarn_ui_data_controller::CNomalMessageManager::Release();
+    ForgetTips();
+    QCOMPARE(fixture_.Close(), QStringList());
+  }
+};
+
+}  // namespace TarnTest

@@ -1,0 +1,226 @@
+#include <QListView>
+#include <QMenu>
+#include <QToolButton>
+#include <QtTest>
+
+#include "auto_plan_helper.h"
+#include "client_desk.h"
+#include "history/play_history.h"
+
+using TarnTest::CPlanFixture;
+
+// What plays, who asked for it, and what is left of it when users or trees change.
+class ClientPanelsTest : public TarnTest::CClientDesk {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void PlaysByDoubleClickAndReturnAndStopsByEscape();
+  void LastWishWinsAndCanBeTakenBack();
+  void AutomaticPlanYieldsToTheUser();
+  void MarkSurvivesUpdatesAndReloads();
+  void HistoryKeepsTheLastPlansOnce();
+  void HistoryPlaysAndSaysWhatIsGone();
+  void SwitchesTheUser();
+  void UserMenuListsTheUsers();
+
+ private:
+  QStringList HistoryNames() const;
+  QListView* HistoryList() const { return window_->findChild<QListView*>("history_list"); }
+};
+
+void ClientPanelsTest::PlaysByDoubleClickAndReturnAndStopsByEscape() {
+  Open();
+  Tree()->scrollTo(Row("Public A plan 10"));
+  const QPoint place = Tree()->visualRect(Row("Public A plan 10")).center();
+  QTest::mouseClick(Tree()->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+  QVERIFY(!Wall().IsPlaying());
+  QTest::mouseDClick(Tree()->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+  QTRY_COMPARE(Wall().PlanName(), QString("Public A plan 10"));
+  QCOMPARE(MarkedRows(), QString("Public A plan 10"));
+  Tree()->setCurrentIndex(Row("Public A plan 2"));
+  QTest::keyClick(Tree(), Qt::Key_Return);
+  QTRY_COMPARE(Wall().PlanName(), QString("Public A plan 2"));
+
+  // The plan's row becomes current, but whoever has the focus keeps it.
+  Wall().setFocus();
+  Play("Public B plan 2");
+  QCOMPARE(Tree()->currentIndex(), Row("Public B plan 2"));
+  QVERIFY(Wall().hasFocus());
+  QTest::keyClick(Tree(), Qt::Key_Escape);
+  QVERIFY(!Wall().IsPlaying());
+  QCOMPARE(MarkedRows(), QString());
+}
+
+void ClientPanelsTest::LastWishWinsAndCanBeTakenBack() {
+  Open();
+  fixture_.Services().Hold("GetPlanDetail");
+  window_->Player().Play(Code("Public A plan 2"));
+  window_->Player().Play(Code("Public A plan 10"));
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail", 2));
+  fixture_.Services().ReleaseAll();
+  QTRY_VERIFY(Wall().IsPlaying());
+  CPlanFixture::Drain();
+  QCOMPARE(Wall().PlanName(), QString("Public A plan 10"));
+
+  fixture_.Services().Hold("GetPlanDetail");
+  Tree()->setCurrentIndex(Row("Public A plan 2"));
+  QTest::keyClick(Tree(), Qt::Key_Return);
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
+  QTest::keyClick(window_.get(), Qt::Key_Escape);
+  fixture_.Services().ReleaseAll();
+  CPlanFixture::Drain();
+  QVERIFY(!Wall().IsPlaying());
+}
+
+void ClientPanelsTest::AutomaticPlanYieldsToTheUser() {
+  Open();
+  auto& helper = TarnPlanView::CAutoPlanHelper::Instance();
+  view_plugin_protocol::GetPlanDetailResponse plan;
+  plan.index_code = Code("Public B plan 2");
+  plan.name = "Public B plan 2";
+  plan.pages.emplace_back();
+  Q_EMIT helper.signalStartPlanAutoRun(plan);
+  QCOMPARE(Wall().PlanName(), QString("Public B plan 2"));
+  Q_EMIT helper.signalStopPlanAutoRun();
+  QVERIFY(!Wall().IsPlaying());
+
+  // The user's own plan stays, whatever the clock says.
+  Q_EMIT helper.signalStartPlanAutoRun(plan);
+  Play("Public A plan 2");
+  Q_EMIT helper.signalStopPlanAutoRun();
+  Q_EMIT helper.signalStartPlanAutoRun(plan);
+  QCOMPARE(Wall().PlanName(), QString("Public A plan 2"));
+  window_->Player().Stop();
+
+  // No stop comes for a plan that vanished: it ends at the time that its start carried.
+  plan.end_time = QTime::currentTime().addSecs(2).toString("HH:mm:ss").toStdString();
+  Q_EMIT helper.signalStartPlanAutoRun(plan);
+  QVERIFY(Wall().IsPlaying());
+  QTRY_VERIFY(!Wall().IsPlaying());
+}
+
+void ClientPanelsTest::MarkSurvivesUpdatesAndReloads() {
+  Open({});
+  Tree()->ExpandAsync(Row("Public A"));
+  QTRY_VERIFY(Row("Public A plan 2").isValid());
+  Play("Public A plan 2");
+  QCOMPARE(MarkedRows(), QString("Public A plan 2"));
+
+  // Rows that come in elsewhere leave the user's place in the tree alone.
+  Tree()->setCurrentIndex(Row("Public B"));
+  Tree()->ExpandAsync(Row("Public B"));
+  QTRY_VERIFY(Row("Public B plan 2").isValid());
+  CPlanFixture::Drain();
+  QCOMPARE(Tree()->currentIndex(), Row("Public B"));
+
+  view_plugin_protocol::UpdatePlanRequest request;
+  request.plan_index_code = Code("Public A plan 2");
+  request.plan_name = "Public A renamed";
+  request.pages = Wall().Plan().pages;
+  window_->Family(0).Controller()->UpdatePlanParam(request, "Public A plan 2");
+  QTRY_COMPARE(MarkedRows(), QString("Public A renamed"));
+
+  QString error;
+  QSignalSpy removed(Tree()->model(), &QAbstractItemModel::rowsRemoved);
+  QVERIFY(fixture_.Store().LogIn("operator", &error));
+  QTRY_VERIFY(!removed.isEmpty());
+  QTRY_COMPARE(MarkedRows(), QString("Public A renamed"));
+}
+
+QStringList ClientPanelsTest::HistoryNames() const {
+  QStringList names;
+  for (int row = 0; row < window_->History().rowCount(); ++row) {
+    names << window_->History().At(row).name;
+  }
+  return names;
+}
+
+void ClientPanelsTest::HistoryKeepsTheLastPlansOnce() {
+  Open();
+  Play("Public A plan 2");
+  Play("C1 plan 10");
+  Play("Public A plan 2");
+  QCOMPARE(HistoryNames(), (QStringList{"Public A plan 2", "C1 plan 10"}));
+  QVERIFY2(window_->History().At(1).place.endsWith("Own C / C1"), qPrintable(window_->History().At(1).place));
+
+  TarnClient::CPlayHistory history;
+  for (int plan = 0; plan < 25; ++plan) {
+    history.Add({QString::number(plan), QString::number(plan), {}, 0, {}});
+  }
+  QCOMPARE(history.rowCount(), 20);
+  history.Add({"5", "5", {}, 0, {}});
+  QCOMPARE(history.rowCount(), 20);
+  QCOMPARE(history.At(0).code, QString("5"));
+  QCOMPARE(history.At(19).code, QString("6"));
+}
+
+void ClientPanelsTest::HistoryPlaysAndSaysWhatIsGone() {
+  Open();
+  QTest::keyClick(window_.get(), Qt::Key_H, Qt::ControlModifier);
+  QVERIFY(HistoryList()->window()->isVisible() && !HistoryList()->isVisible());  // its empty state
+  HistoryList()->window()->hide();
+  Play("Public A plan 2");
+  Play("Public B plan 2");
+  CPlanFixture::Drain();
+  fixture_.Services().ForgetCalls();
+  window_->OpenHistory();
+  QTest::keyClick(HistoryList(), Qt::Key_Down);
+  QTest::keyClick(HistoryList(), Qt::Key_Return);
+  QTRY_COMPARE(Wall().PlanName(), QString("Public A plan 2"));
+  CPlanFixture::Drain();
+  const auto logged = fixture_.Services().Requests<view_plugin_protocol::AddPlanLogRequestParam>();
+  QVERIFY(logged.size() == 1 && logged[0].from_history && !logged[0].automatic);
+
+  view_plugin_protocol::DeletePlanResquest request;
+  request.plan_index_code = Code("Public B plan 2");
+  view_plugin_protocol::DeletePlanResponse response;
+  QVERIFY(fixture_.Store().DeletePlan(request, response));
+  window_->OpenHistory();
+  const QModelIndex gone = HistoryList()->model()->index(1, 0);
+  QTest::mouseClick(HistoryList()->viewport(), Qt::LeftButton, {}, HistoryList()->visualRect(gone).center());
+  QTRY_VERIFY(Tip().contains("deleted"));
+  QCOMPARE(Wall().PlanName(), QString("Public A plan 2"));
+}
+
+void ClientPanelsTest::SwitchesTheUser() {
+  Open();
+  Play("Own C plan 2");
+  auto* save = window_->findChild<QToolButton*>("wall_save_btn");
+  QVERIFY(save->isEnabled());
+  window_->SwitchUser("nobody");
+  QCOMPARE(window_->User(), QString("operator"));
+  QVERIFY(Tip().contains("nobody"));
+  QCOMPARE(Wall().PlanName(), QString("Own C plan 2"));
+
+  QSignalSpy removed(Tree()->model(), &QAbstractItemModel::rowsRemoved);
+  window_->SwitchUser("viewer");
+  QCOMPARE(window_->User(), QString("viewer"));
+  QVERIFY(!Wall().IsPlaying() && HistoryNames().isEmpty());
+  QTRY_VERIFY(!removed.isEmpty());
+  WaitForPlans();
+  QTRY_VERIFY(Row("Public A plan 2").isValid());
+  QVERIFY(Row("Plans", 1).isValid() && !Row("Own C", 1).isValid());
+  Play("Public A plan 2");
+  QVERIFY(!save->isEnabled() && save->toolTip().contains("right"));
+}
+
+void ClientPanelsTest::UserMenuListsTheUsers() {
+  Open();
+  auto* menu = window_->findChild<QMenu*>("user_menu");
+  fixture_.Services().Fail("GetAllUserInfo", "The directory is closed");
+  QTest::keyClick(window_.get(), Qt::Key_U, Qt::ControlModifier);
+  QTRY_COMPARE(Tip(), QString("The directory is closed"));
+  QVERIFY(!menu->isVisible());
+  fixture_.Services().Mend("GetAllUserInfo");
+  QTest::keyClick(window_.get(), Qt::Key_U, Qt::ControlModifier);
+  QTRY_VERIFY(menu->isVisible());
+  QCOMPARE(menu->actions().size(), 2);
+  QVERIFY(menu->activeAction() && menu->activeAction()->isChecked());
+  QTest::keyClick(menu, Qt::Key_Down);
+  QTest::keyClick(menu, Qt::Key_Return);
+  QTRY_COMPARE(window_->User(), QString("viewer"));
+  WaitForPlans();
+}
+
+QTEST_MAIN(ClientPanelsTest)
+#include "test_client_panels.moc"

@@ -1,0 +1,145 @@
+#include <QAbstractButton>
+#include <QImage>
+#include <QLineEdit>
+#include <QToolButton>
+#include <QtTest>
+
+#include "client_desk.h"
+#include "save_plan_as_dlg.h"
+#include "saving/same_pages.h"
+#include "view_save_menu.h"
+
+using TarnPlanView::CSavePlanAsDlg;
+using TarnPlanView::CViewSaveMenu;
+using TarnTest::CPlanFixture;
+using view_plugin_protocol::GetPlanDetailResponse;
+using view_plugin_protocol::UpdatePlanRequest;
+
+class PlanSavingTest : public TarnTest::CClientDesk {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void ControlSaysWhatCanBeSaved();
+  void SavingOverAPlanKeepsWhatTheWallDoesNotShow();
+  void RefusesToSaveOverAnotherUsersPages();
+  void SavesTheWallAsANewPlan();
+
+ private:
+  void Update(const UpdatePlanRequest& request);
+  UpdatePlanRequest RequestOf(const GetPlanDetailResponse& plan) const;
+  QToolButton* Button(const char* name) const { return window_->findChild<QToolButton*>(name); }
+};
+
+UpdatePlanRequest PlanSavingTest::RequestOf(const GetPlanDetailResponse& plan) const {
+  UpdatePlanRequest request;
+  request.plan_index_code = plan.index_code;
+  request.plan_name = plan.name;
+  request.pages = plan.pages;
+  return request;
+}
+
+void PlanSavingTest::Update(const UpdatePlanRequest& request) {
+  view_plugin_protocol::UpdatePlanResponse response;
+  QVERIFY2(fixture_.Store().UpdatePlan(request, response), response.error_info.c_str());
+}
+
+void PlanSavingTest::ControlSaysWhatCanBeSaved() {
+  Open();
+  QVERIFY(!Button("wall_save_btn")->isEnabled() && !Button("wall_save_menu_btn")->isEnabled());
+  QVERIFY(Button("wall_save_btn")->toolTip().contains("no plan is playing"));
+  QTest::keyClick(window_.get(), Qt::Key_S, Qt::ControlModifier);
+  QVERIFY(Tip().contains("no plan is playing"));
+  ForgetTips();
+  QTest::keyClick(window_.get(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+  QVERIFY(Tip().contains("empty"));
+
+  Play("Public A plan 2");
+  QVERIFY(Button("wall_save_btn")->isEnabled());
+  QTest::mouseClick(Button("wall_save_menu_btn"), Qt::LeftButton);
+  auto* menu = Wall().findChild<CViewSaveMenu*>();
+  QVERIFY(menu && menu->isVisible());
+  menu->OnSaveAsBtnClicked();
+  const auto* dialog = window_->Family(0).Panel()->findChild<CSavePlanAsDlg*>();
+  QTRY_VERIFY(dialog && dialog->isVisible());
+}
+
+void PlanSavingTest::SavingOverAPlanKeepsWhatTheWallDoesNotShow() {
+  Open({{"load_all", 1}, {"timed_play", 1}});
+  UpdatePlanRequest rich = RequestOf(Stored("Public A plan 2"));
+  rich.auto_play = true;
+  rich.begin_time = "02:00:00";
+  rich.end_time = "02:30:00";
+  rich.pages.front().windows.front().stream_type = 1;
+  rich.pages.front().windows.front().preset_no = 3;
+  rich.pages.push_back(rich.pages.front());  // a page that the wall does not show now
+  rich.pages.back().page_no = 2;
+  Update(rich);
+  Play("Public A plan 2");
+  // Renamed, moved and given other times while it plays.
+  UpdatePlanRequest elsewhere = rich;
+  elsewhere.plan_name = "Public A moved";
+  elsewhere.parent_index_code = Code("Public B");
+  elsewhere.end_time = "03:00:00";
+  window_->Family(0).Controller()->UpdatePlanParam(elsewhere, "Public A plan 2");
+  QTRY_COMPARE(MarkedRows(), QString("Public A moved"));
+  const GetPlanDetailResponse before = Stored("Public A moved");
+
+  // Two key presses, one save.
+  QTest::keyClick(window_.get(), Qt::Key_S, Qt::ControlModifier);
+  QTest::keyClick(window_.get(), Qt::Key_S, Qt::ControlModifier);
+  QTRY_VERIFY(Stored("Public A moved").revision > before.revision);
+  CPlanFixture::Drain();
+  const GetPlanDetailResponse after = Stored("Public A moved");
+  QCOMPARE(after.revision, before.revision + 1);
+  QVERIFY(after.auto_run);
+  QCOMPARE(after.start_time, before.start_time);
+  QCOMPARE(after.end_time, std::string("03:00:00"));
+  QCOMPARE(after.group_index_code, Code("Public B"));
+  QCOMPARE(after.creation_time, before.creation_time);
+  QVERIFY(TarnClient::SamePages(after.pages, rich.pages));
+  QCOMPARE(QImage::fromData(QByteArray::fromStdString(after.thumbnail), "PNG").size(), QSize(320, 180));
+
+  window_->Save();  // again: its own save is no change of somebody else
+  QTRY_COMPARE(Stored("Public A moved").revision, after.revision + 1);
+}
+
+void PlanSavingTest::RefusesToSaveOverAnotherUsersPages() {
+  Open();
+  Play("Public A plan 2");
+  UpdatePlanRequest changed = RequestOf(Stored("Public A plan 2"));
+  changed.pages.front().dwell_seconds = 77;
+  Update(changed);
+  const auto revision = Stored("Public A plan 2").revision;
+  window_->Save();
+  QTRY_VERIFY(Tip().contains("changed elsewhere"));
+  QCOMPARE(Stored("Public A plan 2").revision, revision);
+
+  ForgetTips();
+  fixture_.Services().Fail("GetPlanDetail", "The disk is tired");
+  window_->Save();
+  QTRY_COMPARE(Tip(), QString("The disk is tired"));
+  fixture_.Services().Mend("GetPlanDetail");
+  Play("Public A plan 10");
+  window_->Save();
+  QTRY_VERIFY(!Stored("Public A plan 10").thumbnail.empty());
+}
+
+void PlanSavingTest::SavesTheWallAsANewPlan() {
+  Open();
+  Play("Public A plan 2");
+  QTest::keyClick(window_.get(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+  auto* dialog = window_->Family(0).Panel()->findChild<CSavePlanAsDlg*>();
+  QTRY_VERIFY(dialog && dialog->isVisible());
+  dialog->findChild<QLineEdit*>("name_line_edit_")->setText("Kept");
+  // What was on the wall when the dialog opened counts.
+  window_->Player().Stop();
+  dialog->findChild<QAbstractButton*>("save_button_")->click();
+  QTRY_VERIFY(!fixture_.Code("Kept").isEmpty());
+  const GetPlanDetailResponse kept = Stored("Kept");
+  QVERIFY(TarnClient::SamePages(kept.pages, Stored("Public A plan 2").pages));
+  QCOMPARE(QImage::fromData(QByteArray::fromStdString(kept.thumbnail), "PNG").size(), QSize(320, 180));
+  QTRY_VERIFY(Row("Kept", 1).isValid());
+}
+
+QTEST_MAIN(PlanSavingTest)
+#include "test_plan_saving.moc"
