@@ -55,6 +55,7 @@ CSavePlanAsDlg::CSavePlanAsDlg(QString themeName, QWidget* parent) : QWidget(par
   d_->parent = parent;
   d_->theme_name = std::move(themeName);
   d_->ui.setupUi(this);
+  setAttribute(Qt::WA_StyledBackground);
   setUpNameField();
   d_->ui.node_label_->SetText(tr("TheParentNodeVCLPCajSCK"));
   d_->ui.node_combox_->setAccessibleName(d_->ui.node_label_->text());
@@ -102,7 +103,7 @@ void CSavePlanAsDlg::setUpTimedPlay() {
   }
   d_->ui.auto_run_switch_->setAccessibleName(d_->ui.auto_run_label_->text());
   d_->ui.auto_run_duration_->setAccessibleName(tr("Begin and end of the daily run"));
-  d_->ui.over_midnight_note_->setText(tr("Over midnight: never starts"));
+  d_->ui.over_midnight_note_->setText(tr("Over midnight:\nnever starts"));
   d_->ui.over_midnight_note_->hide();
 }
 

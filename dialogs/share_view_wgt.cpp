@@ -46,6 +46,7 @@ CShareViewWgt::~CShareViewWgt() = default;
 
 void CShareViewWgt::BuildForm() {
   ui_->setupUi(this);
+  setAttribute(Qt::WA_StyledBackground);
   setWindowFlags(windowFlags() | Qt::Dialog | Qt::FramelessWindowHint);
   installEventFilter(this);
   shadow_ = new CShadowWidget(this, Qt::Tool | Qt::WindowTransparentForInput);

@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QEvent>
 #include <QKeyEvent>
+#include <QPalette>
 #include <QRegExpValidator>
 #include <QTimerEvent>
 #include <QToolTip>
@@ -26,10 +27,22 @@ constexpr int kRefusal = 1;
 
 // The pop-up is white in every skin, so what stands on it must not take the colours of a dark one.
 constexpr char kOnWhite[] =
+    "TarnPlanView--CViewNameEdit { background: #ffffff; border: 1px solid #7d8692; }"
+    "MarUIControl--CFrame { border: 0; }"
     "QLabel { color: #1e2329; background: transparent; }"
-    "QLineEdit { color: #1e2329; background: #ffffff; border: 1px solid #7d8692;"
+    "QLineEdit { background: #ffffff; border: 1px solid #7d8692;"
     " selection-background-color: #b5232a; selection-color: #ffffff; }"
-    "QLineEdit:focus { border-color: #b5232a; }";
+    "QLineEdit:focus { border: 2px solid #b5232a; padding: 0 5px; }"
+    // The focus stays in the field; a ring around the button, which only hands it on, would say otherwise.
+    "QPushButton:focus { border: 1px solid #c0272e; padding: 4px 14px; }";
+
+// A text colour in a style sheet would be the placeholder's, too.
+QPalette OnWhite(QPalette palette) {
+  palette.setColor(QPalette::Base, Qt::white);
+  palette.setColor(QPalette::Text, QColor(0x1e, 0x23, 0x29));
+  palette.setColor(QPalette::PlaceholderText, QColor(0x54, 0x5d, 0x68));
+  return palette;
+}
 
 }  // namespace
 
@@ -49,6 +62,7 @@ void CViewNameEdit::BuildForm() {
   setStyleSheet(QString::fromLatin1(kOnWhite));
   ui_->view_name_frame->setStyleSheet(
       QStringLiteral("MarUIControl--CFrame#view_name_frame {background-color: #ffffff}"));
+  ui_->ptr_name_edit->setPalette(OnWhite(ui_->ptr_name_edit->palette()));
   ui_->ptr_name_edit->setMaxLength(kLongestName);
   ui_->ptr_name_edit->setPlaceholderText(NamingRule());
   ui_->ptr_name_edit->installEventFilter(this);

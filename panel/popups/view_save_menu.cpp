@@ -41,6 +41,7 @@ QSize CViewSaveMenu::Body::Size() const {
 
 CViewSaveMenu::CViewSaveMenu(QWidget* parent) : QWidget(parent), body_(std::make_shared<Body>()) {
   body_->ui.setupUi(this);
+  setAttribute(Qt::WA_StyledBackground);
   setFixedHeight(kHeightOfOne);
   setWindowFlags(Qt::FramelessWindowHint | Qt::Popup);
   qRegisterMetaType<ViewSaveActions>("ViewSaveActions");

@@ -194,7 +194,10 @@ void NameEditorTest::ReadableInEverySkin() {
     QCOMPARE(editor_->grab().toImage().pixelColor(4, 4), QColor(Qt::white));
     const QWidget* title = editor_->findChild<QWidget*>("ptr_name_label");
     QVERIFY(Contrast(title->palette().color(title->foregroundRole()), Qt::white) > 4.5);
-    QVERIFY(Contrast(field_->palette().color(QPalette::Text), field_->palette().color(QPalette::Base)) > 4.5);
+    const QColor text = field_->palette().color(QPalette::Text);
+    const QColor hint = field_->palette().color(QPalette::PlaceholderText);
+    QVERIFY(Contrast(text, Qt::white) > 4.5 && Contrast(hint, Qt::white) > 4.5);
+    QVERIFY(Contrast(text, hint) > 2);  // a hint must not pass for a name
   }
 }
 
