@@ -80,6 +80,7 @@ class CNewLocationViewWidget::Private : public QObject {
   CNewLocationViewWidget* const q;
   QPointer<QAbstractItemView> view;
   QPointer<QAbstractItemModel> watched;
+  QString sought;  // empty while nothing is looked for
   RowScanner scanner;
   HitList hits;
   QLabel* counter;
@@ -141,6 +142,7 @@ void CNewLocationViewWidget::Private::Reset() {
   scanner.Stop();
   hits.Clear();
   to_first = false;
+  sought.clear();
   Mark(QString());
   SetCounter(QString(), QString());
 }
@@ -155,7 +157,7 @@ void CNewLocationViewWidget::Private::Locate() {
   renew_ms = kFirstRenewMs;
   hits.Clear();
   SetCounter(QStringLiteral("\u2026"), CNewLocationViewWidget::tr("Searching"));
-  Mark(q->text());
+  sought = q->text();
   Begin();
 }
 
@@ -167,7 +169,7 @@ void CNewLocationViewWidget::Private::Begin() {
   }
   stale = false;
   Watch(view->model());
-  scanner.Start(watched, view->rootIndex(), LocatedText(view));
+  scanner.Start(watched, view->rootIndex(), sought);
 }
 
 void CNewLocationViewWidget::Private::Watch(QAbstractItemModel* model) {
@@ -193,7 +195,7 @@ void CNewLocationViewWidget::Private::OnRows() {
   if (scanner.IsRunning()) {
     scanner.Stop();
     OnInterrupted();
-  } else if (!LocatedText(view).isEmpty() && !renew.isActive()) {
+  } else if (!sought.isEmpty() && !renew.isActive()) {
     renew.start(kFirstRenewMs);
   }
 }
@@ -207,7 +209,7 @@ void CNewLocationViewWidget::Private::OnInterrupted() {
 void CNewLocationViewWidget::Private::OnTexts(const QModelIndex& first, const QModelIndex& last,
                                               const QVector<int>& roles) {
   const bool texts = roles.isEmpty() || roles.contains(Qt::DisplayRole) || roles.contains(Qt::EditRole);
-  if (!texts || LocatedText(view).isEmpty()) {
+  if (!texts || sought.isEmpty()) {
     return;
   }
   if (scanner.IsRunning()) {
@@ -221,7 +223,7 @@ bool CNewLocationViewWidget::Private::AnyHitChanged(const QModelIndex& first, co
   if (last.row() - first.row() >= kMostRowsCompared || !hits.IsComplete()) {
     return true;
   }
-  const QStringMatcher matcher(LocatedText(view), Qt::CaseInsensitive);
+  const QStringMatcher matcher(sought, Qt::CaseInsensitive);
   for (int row = first.row(); row <= last.row(); ++row) {
     const QModelIndex index = first.sibling(row, 0);
     if (RowScanner::Contains(matcher, index) != hits.Contains(index)) {
@@ -239,6 +241,7 @@ void CNewLocationViewWidget::Private::OnFinished(const QVector<QModelIndex>& fou
   const QPointer<Private> alive(this);
   renew_ms = kFirstRenewMs;
   hits.Set(found, count);
+  Mark(sought);  // together with the move to a hit: one painting for both
   if (std::exchange(to_first, false)) {
     Step(1);
   }
