@@ -4,6 +4,12 @@
 #include <QTimerEvent>
 #include <algorithm>
 
+#if defined(__GNUC__)
+#define TARN_PREFETCH(address) __builtin_prefetch(address)
+#else
+#define TARN_PREFETCH(address) Q_UNUSED(address)
+#endif
+
 namespace WidgetKit {
 
 namespace {
@@ -11,6 +17,7 @@ namespace {
 constexpr qint64 kSliceNs = 6 * 1000 * 1000;
 constexpr int kRowsBetweenLooks = 64;  // at the clock
 constexpr int kHitsBetweenLooks = 8;   // the first hit of a group may sort the whole group
+constexpr int kRowsAhead = 8;
 constexpr size_t kMostKept = 1000;
 
 // Does one piece of work after the other until all is done or the time of a slice has passed.
@@ -42,7 +49,11 @@ void RowScanner::Start(QAbstractItemModel* model, const QModelIndex& root, const
   matcher_ = QStringMatcher(text, Qt::CaseInsensitive);
   Descend(model);
   source_root_ = ToSource(root);
-  levels_.push_back({source_root_, 0, source_->rowCount(source_root_)});
+  items_ = qobject_cast<QStandardItemModel*>(source_);
+  levels_.push_back({source_root_, 0, source_->rowCount(source_root_),
+                     items_
+                         ? (source_root_.isValid() ? items_->itemFromIndex(source_root_) : items_->invisibleRootItem())
+                         : nullptr});
   Watch();
   stage_ = Reading;
   timer_.start(0, this);
@@ -123,13 +134,27 @@ void RowScanner::ReadRow() {
     levels_.pop_back();
     return;
   }
+  FetchAhead(level);
   const QModelIndex index = source_->index(level.row++, 0, level.parent);
   if (Contains(matcher_, index)) {
     found_.push_back(index);
   }
   const int rows = source_->rowCount(index);
   if (rows > 0) {
-    levels_.push_back({index, 0, rows});
+    levels_.push_back({index, 0, rows, items_ ? items_->itemFromIndex(index) : nullptr});
+  }
+}
+
+// The rows of a large tree lie all over the memory, and waiting for it is most of the work: it is asked for some rows
+// before their turn.
+void RowScanner::FetchAhead(const Level& level) {
+  if (!level.item) {
+    return;
+  }
+  const int first = level.row == 0 ? 1 : level.row + kRowsAhead;
+  const int last = qMin(level.row + kRowsAhead, level.rows - 1);
+  for (int row = first; row <= last; ++row) {
+    TARN_PREFETCH(level.item->child(row));
   }
 }
 

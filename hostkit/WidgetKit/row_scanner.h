@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QPointer>
 #include <QSortFilterProxyModel>
+#include <QStandardItemModel>
 #include <QStringMatcher>
 #include <QVector>
 #include <optional>
@@ -46,6 +47,7 @@ class RowScanner : public QObject {
     QModelIndex parent;
     int row;
     int rows;
+    const QStandardItem* item;  // of the parent; null where the source keeps no items
   };
   struct Hit {
     Path path;
@@ -58,6 +60,7 @@ class RowScanner : public QObject {
   void Interrupt();
   bool ReadSome();
   void ReadRow();
+  static void FetchAhead(const Level& level);
   bool MapSome();
   void MapHit(const QModelIndex& source_index);
   void Keep(Hit hit);
@@ -71,6 +74,7 @@ class RowScanner : public QObject {
   QStringMatcher matcher_;
   QPointer<QAbstractItemModel> source_;
   std::vector<QPointer<QSortFilterProxyModel>> proxies_;  // from the source up
+  const QStandardItemModel* items_ = nullptr;             // the source as such, or null
   QModelIndex source_root_;
   // Plain indexes: any change of the rows ends the scan.
   std::vector<Level> levels_;
