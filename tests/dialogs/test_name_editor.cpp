@@ -92,6 +92,8 @@ void NameEditorTest::ModesAndTyping() {
   QCOMPARE(field_->text(), QString("North gate"));
 
   Show(0);
+  QVERIFY(field_->width() >= 160);
+  QCOMPARE(field_->height(), 32);
   QTest::keyClicks(field_, R"(a\/:*?"<|'%>b)");
   QCOMPARE(field_->text(), QString("ab"));
   QApplication::clipboard()->setText(QString("x").repeated(300));

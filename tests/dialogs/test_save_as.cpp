@@ -98,6 +98,12 @@ void SaveAsTest::HeightsFollowTimedPlay() {
   QTest::mouseClick(Switch(), Qt::LeftButton);
   QCOMPARE(dialog_->height(), 360);
   QVERIFY(Times_()->isVisible());
+  const QMap<QString, QSize> sizes{{"name_line_edit_", {240, 32}}, {"node_combox_", {240, 32}},
+                                   {"auto_run_switch_", {48, 24}}, {"auto_run_duration_", {240, 32}},
+                                   {"save_button_", {96, 32}},     {"auto_run_widget", {240, 96}}};
+  for (auto it = sizes.begin(); it != sizes.end(); ++it) {
+    QVERIFY2(Part<QWidget>(qPrintable(it.key()))->size() == it.value(), qPrintable(it.key()));
+  }
   QTest::mouseClick(Switch(), Qt::LeftButton);
   QCOMPARE(dialog_->height(), 328);
   QVERIFY(!Times_()->isVisible());

@@ -239,6 +239,7 @@ void ShareAndCreationTest::CreationBox() {
   box.SetCreationInfo("<b>night</b>", "2026-01-02 03:04:05");
   box.show();
   QVERIFY(QTest::qWaitForWindowActive(&box));
+  QCOMPARE(box.findChild<QPushButton*>("close_push_button")->size(), QSize(96, 32));
   auto* creator = box.findChild<QLabel*>("creator_info_widget");
   QCOMPARE(creator->text(), QString("<b>night</b>"));
   QCOMPARE(creator->textFormat(), Qt::PlainText);
