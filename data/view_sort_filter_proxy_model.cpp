@@ -12,6 +12,7 @@ namespace {
 constexpr int kAddRight = 5;
 constexpr int kEditRight = 6;
 constexpr int kCompareNames = 2;
+constexpr int kSortedWhenOpened = 200;  // more children than these are sorted as soon as their expander is shown
 
 /// One row of the source while it is compared. A plan tree's row is looked up once for all roles: a long sort asks for
 /// millions of them.
@@ -45,10 +46,12 @@ const QString& TextOf(const QVariant& value, QString& scratch) {
 
 struct CViewSortFilterProxyModel::Data {
   bool filter_enabled = false;
+  bool ever_filtered = false;  // some rows may be hidden until the next pass, whatever the flag says now
   bool add_mode = false;
   bool edit_mode = false;  // carried for consumers
   bool show_theme2 = false;
   const CStandardPlanModel* tree = nullptr;  // the source when it is a plan tree
+  QMetaObject::Connection on_removing;
 };
 
 CViewSortFilterProxyModel::CViewSortFilterProxyModel(QObject* parent, bool filterEnabled)
@@ -57,6 +60,7 @@ CViewSortFilterProxyModel::CViewSortFilterProxyModel(QObject* parent, bool filte
 CViewSortFilterProxyModel::CViewSortFilterProxyModel(QObject* parent, bool filterEnabled, bool showTheme2)
     : QSortFilterProxyModel(parent), data_(std::make_unique<Data>()) {
   data_->filter_enabled = filterEnabled;
+  data_->ever_filtered = filterEnabled;
   data_->show_theme2 = showTheme2;
   // Without a sort column the proxy never calls lessThan().
   sort(0);
@@ -73,11 +77,33 @@ void CViewSortFilterProxyModel::setSourceModel(QAbstractItemModel* source) {
       }
     });
   }
+  disconnect(data_->on_removing);
+  if (source) {  // connected before the base class is
+    data_->on_removing = connect(source, &QAbstractItemModel::rowsAboutToBeRemoved, this,
+                                 &CViewSortFilterProxyModel::takeInBeforeLastOnesGo);
+  }
   QSortFilterProxyModel::setSourceModel(source);
+}
+
+// The base class tells of the removal of rows that it has taken in; a view that saw an expander waits for it.
+void CViewSortFilterProxyModel::takeInBeforeLastOnesGo(const QModelIndex& sourceParent, int first, int last) {
+  if (!data_->ever_filtered && first == 0 && last == sourceModel()->rowCount(sourceParent) - 1) {
+    rowCount(mapFromSource(sourceParent));
+  }
+}
+
+bool CViewSortFilterProxyModel::hasChildren(const QModelIndex& parent) const {
+  if (data_->ever_filtered || !sourceModel()) {
+    return QSortFilterProxyModel::hasChildren(parent);
+  }
+  const QModelIndex row = mapToSource(parent);
+  return sourceModel()->rowCount(row) > kSortedWhenOpened ? QSortFilterProxyModel::hasChildren(parent)
+                                                          : sourceModel()->hasChildren(row);
 }
 
 void CViewSortFilterProxyModel::SetFilterEnabled(bool enabled) {
   data_->filter_enabled = enabled;
+  data_->ever_filtered |= enabled;
 }
 
 void CViewSortFilterProxyModel::SetAddOrEdit(bool add) {

@@ -26,11 +26,15 @@ class CViewSortFilterProxyModel : public QSortFilterProxyModel {
   /// Item types of both rows, -1 for a row without one.
   QPair<int, int> GetIndexType(const QModelIndex& left, const QModelIndex& right) const;
 
+  /// Without a filter a row has its children here, too; asking does not sort them, as it does in the base class, unless
+  /// they are so many that opening the row would be slow.
+  bool hasChildren(const QModelIndex& parent = QModelIndex()) const override;
   bool filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const override;
   bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
 
  private:
   bool isPublicTarget() const;
+  void takeInBeforeLastOnesGo(const QModelIndex& sourceParent, int first, int last);
 
   struct Data;
   std::unique_ptr<Data> data_;

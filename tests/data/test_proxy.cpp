@@ -1,3 +1,4 @@
+#include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QtTest>
 
@@ -34,8 +35,43 @@ class ProxyTest : public CPlanTest {
   void FilterByTypeRightAndMode();
   void SettersDoNotRefilter();
   void RejectedParentHidesItsRows();
+  void ExpandersNeedNoSorting();
   void HandleOwnsTheRealProxy();
 };
+
+namespace {
+
+class CountingProxy : public CViewSortFilterProxyModel {
+ public:
+  using CViewSortFilterProxyModel::CViewSortFilterProxyModel;
+  bool lessThan(const QModelIndex& left, const QModelIndex& right) const override {
+    ++comparisons;
+    return CViewSortFilterProxyModel::lessThan(left, right);
+  }
+  mutable int comparisons = 0;
+};
+
+}  // namespace
+
+// A view asks every row whether it has children; the last of them may go before anybody has seen them.
+void ProxyTest::ExpandersNeedNoSorting() {
+  QStandardItemModel source;
+  auto* group = new QStandardItem("group");
+  source.appendRow(group);
+  CountingProxy proxy(nullptr, false);
+  proxy.setSourceModel(&source);
+  const QPersistentModelIndex row = proxy.index(0, 0);
+  group->appendRows({new QStandardItem("b"), new QStandardItem("a")});
+  QSortFilterProxyModel* unseen = &proxy;
+  unseen->invalidate();
+  proxy.comparisons = 0;
+  QVERIFY(unseen->hasChildren(row));
+  QCOMPARE(proxy.comparisons, 0);
+  QSignalSpy removed(&proxy, &QAbstractItemModel::rowsRemoved);
+  group->removeRows(0, 2);
+  QCOMPARE(removed.size(), 1);
+  QVERIFY(!proxy.hasChildren(row));
+}
 
 void ProxyTest::SortsByTypeThenName() {
   QStandardItemModel source;
