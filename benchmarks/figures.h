@@ -6,6 +6,7 @@
 Figures MeasureFullLoad();
 Figures MeasureLookUps();
 Figures MeasureExpand();
+Figures MeasureTreeView();
 Figures MeasureSorting();
 Figures MeasureMemory();
 Figures MeasureStoreReads();
