@@ -21,6 +21,7 @@ constexpr int kGap = 6;
 constexpr int kBadgeSize = 14;
 constexpr int kMoreSize = 22;
 constexpr int kMoreIconSize = 16;
+constexpr int kMatchAlpha = 80;
 
 QFont Bold(QFont font) {
   font.setBold(true);
@@ -57,10 +58,8 @@ void CPlanTreeItemDelegate::Renew() {
   const auto& skin = tarn_ui_data_controller::CSkinLoader::Instance();
   more_icon_ = MoreIcon(CViewConfigManager::Instance().IsDarkSkin());
   more_icon_on_selection_ = MoreIcon(true);  // selected rows are dark in either skin
-  playing_color_ = skin.GetColor(QStringLiteral("accent_on_surface"));
+  accent_color_ = skin.GetColor(QStringLiteral("accent_on_surface"));
   focus_color_ = skin.GetColor(QStringLiteral("focus"));
-  match_color_ = skin.GetColor(QStringLiteral("accent_on_surface"));
-  match_color_.setAlpha(80);
 }
 
 void CPlanTreeItemDelegate::SetHover(const QModelIndex& index, MarUIControl::CItemDataRole::Part part) {
@@ -143,19 +142,21 @@ void CPlanTreeItemDelegate::PaintLocated(QPainter* painter, const QString& shown
   if (wanted.isEmpty() || view_->layoutDirection() == Qt::RightToLeft) {
     return;
   }
-  const QColor line = selected ? view_->palette().color(QPalette::HighlightedText) : playing_color_;
+  const QColor line = selected ? view_->palette().color(QPalette::HighlightedText) : accent_color_;
+  QColor back = line;
+  back.setAlpha(kMatchAlpha);
   for (int at = shown.indexOf(wanted, 0, Qt::CaseInsensitive); at >= 0;
        at = shown.indexOf(wanted, at + wanted.size(), Qt::CaseInsensitive)) {
     const int left = metrics.horizontalAdvance(shown, at);
     const int right = metrics.horizontalAdvance(shown, at + wanted.size());
     QRect mark(rect.left() + left, rect.center().y() - metrics.height() / 2, right - left, metrics.height() + 1);
-    painter->fillRect(mark, match_color_);
+    painter->fillRect(mark, back);
     painter->fillRect(QRect(mark.left(), mark.bottom(), mark.width(), 1), line);
   }
 }
 
 void CPlanTreeItemDelegate::PaintBadge(QPainter* painter, const QRect& rect, bool selected) const {
-  const QColor color = selected ? view_->palette().color(QPalette::HighlightedText) : playing_color_;
+  const QColor color = selected ? view_->palette().color(QPalette::HighlightedText) : accent_color_;
   const QRectF circle = QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5);
   const QPointF center = circle.center();
   const QPointF triangle[] = {center + QPointF(-2, -3.5), center + QPointF(4, 0), center + QPointF(-2, 3.5)};

@@ -60,7 +60,7 @@ class CPlanTreeItemDelegate : public QStyledItemDelegate {
   QFont bold_font_;
   QFontMetrics metrics_, bold_metrics_;
   QIcon more_icon_, more_icon_on_selection_;
-  QColor playing_color_, focus_color_, match_color_;
+  QColor accent_color_, focus_color_;
 };
 
 }  // namespace TarnPlanView

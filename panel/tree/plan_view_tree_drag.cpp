@@ -56,8 +56,9 @@ void CPlanViewTree::startDrag(Qt::DropActions) {
   if (!CPlanDrag::CanDrag(row) || d_->IsOnMoreButton(d_->drag_start)) {
     return;
   }
+  d_->SetHover(QModelIndex(), MarUIControl::CItemDataRole::NoPart);
   d_->HideThumbnail();
-  if (!row.isValid()) {
+  if (!row.isValid()) {  // a listener took it away
     return;
   }
   auto* drag = new CPlanDrag(row, this);
