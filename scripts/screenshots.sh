@@ -1,21 +1,38 @@
 #!/usr/bin/env bash
-# screenshots.sh [CLIENT]: takes the pictures of the client in docs/images, one a skin, on a display and a store of its
-# own. Builds the release client when none is named.
+# screenshots.sh [CLIENT [FOLDER]]: takes the pictures of the client, one for each scene and skin, into docs/images or
+# FOLDER, on a display and a store of its own. Builds the release client when none is named.
 set -euo pipefail
 
 client=${1:+$(realpath "$1")}
+folder=${2:+$(realpath -m "$2")}
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root=$PWD
 if [ -z "$client" ]; then
   scripts/build.sh release tarn-client
   client=$root/build/release/bin/tarn-client
 fi
+folder=${folder:-$root/docs/images}
 home=$(mktemp -d)
 trap 'rm -rf "$home"' EXIT
-mkdir -p docs/images
+mkdir -p "$folder"
 cd "$home"
-for skin in redblack white; do
+
+# shot NAME SKIN OPTION...
+shot() {
+  local name=$1 skin=$2
+  shift 2
   XDG_DATA_HOME=$home xvfb-run -a -s "-screen 0 1600x900x24" "$client" --store sqlite:demo.sqlite --skin "$skin" \
-    --lang en --set load_all=1 --set timed_play=0 --play "Gate overview" --quit-after 5 \
-    --screenshot "$root/docs/images/client_$skin.png" >/dev/null
+    --lang en "$@" --screenshot "$folder/${name}_$skin.png" >/dev/null
+}
+
+scenes=$("$client" --help | sed -n 's/^.*Scenes: //p')
+[ -n "$scenes" ] || { echo "screenshots: the client names no scenes" >&2; exit 1; }
+for skin in redblack white; do
+  shot client "$skin" --set load_all=1 --set timed_play=0 --play "Gate overview" --quit-after 5
+  for scene in $scenes; do
+    case $scene in
+      wait) shot "$scene" "$skin" --scene wait --delay 60000 --quit-after 8 ;;
+      *) shot "$scene" "$skin" --scene "$scene" --quit-after 4 ;;
+    esac
+  done
 done

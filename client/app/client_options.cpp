@@ -137,7 +137,7 @@ std::optional<ClientOptions> ClientOptions::Parse(const QStringList& arguments, 
 QString ClientOptions::HelpText() {
   QCommandLineParser parser;
   Describe(parser);
-  return parser.helpText();
+  return QStringLiteral("%1\nScenes: %2\n").arg(parser.helpText(), CScene::Names().join(QLatin1Char(' ')));
 }
 
 }  // namespace TarnClient

@@ -13,11 +13,11 @@ namespace TarnClient {
 
 namespace {
 
-// What the platform without a display says about every window with a least size.
-constexpr char kOffscreenNoise[] = "This plugin does not support propagateSizeHints()";
+// So begins what the platform without a display says about every window with a least size and every pop-up.
+constexpr char kOffscreenNoise[] = "This plugin does not support ";
 
 void Handle(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-  if (message == QLatin1String(kOffscreenNoise)) {
+  if (message.startsWith(QLatin1String(kOffscreenNoise))) {
     return;
   }
   const bool bad = type == QtWarningMsg || type == QtCriticalMsg || type == QtFatalMsg;

@@ -8,7 +8,13 @@ namespace TarnClient {
 
 namespace {
 
-constexpr int kMostCycleText = 280;
+constexpr int kLeastText = 40;
+
+void ElideInto(QLabel* label, const QString& text) {
+  label->setText(label->fontMetrics().elidedText(text, Qt::ElideMiddle, qMax(kLeastText, label->width())));
+  label->setToolTip(text.toHtmlEscaped());
+  label->setAccessibleName(text);
+}
 
 }  // namespace
 
@@ -20,17 +26,17 @@ CWallBar::CWallBar(QWidget* parent)
       cycle_(new QLabel(this)) {
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(12, 4, 8, 4);
-  layout->setSpacing(6);
+  layout->setSpacing(3);
   QFont font = title_->font();
   font.setBold(true);
   title_->setFont(font);
-  title_->setTextFormat(Qt::PlainText);
-  title_->setMinimumWidth(40);
-  title_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  layout->addWidget(title_, 1);
+  for (QLabel* label : {title_, cycle_}) {
+    label->setTextFormat(Qt::PlainText);
+    label->setMinimumWidth(kLeastText);
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    layout->addWidget(label, 1);
+  }
   cycle_->setObjectName(QStringLiteral("wall_cycle"));
-  cycle_->setTextFormat(Qt::PlainText);
-  layout->addWidget(cycle_);
   page_->setTextFormat(Qt::PlainText);
   layout->addWidget(page_);
   layout->addWidget(time_);
@@ -72,7 +78,7 @@ void CWallBar::Label(QToolButton* button, const QString& text, const QString& ke
 void CWallBar::ShowPlan(const QString& name, const QString& page_name, int page, int pages) {
   const bool several = pages > 1;
   title_text_ = page_name.isEmpty() || !several ? name : QStringLiteral("%1 \u2013 %2").arg(name, page_name);
-  ElideTitle();
+  ElideTexts();
   page_->setText(several ? tr("Page %1 of %2").arg(page).arg(pages) : QString());
   time_->clear();
   SetButtonsVisible(true, several);
@@ -87,17 +93,16 @@ void CWallBar::ShowTime(int seconds_left, bool paused) {
 
 void CWallBar::ShowNothing() {
   title_text_ = tr("Live view");
-  ElideTitle();
+  ElideTexts();
   page_->clear();
   time_->clear();
   SetButtonsVisible(false, false);
 }
 
 void CWallBar::ShowCycle(const QString& text) {
-  cycle_->setText(cycle_->fontMetrics().elidedText(text, Qt::ElideMiddle, kMostCycleText));
-  cycle_->setToolTip(text.toHtmlEscaped());
-  cycle_->setAccessibleName(text);
+  cycle_text_ = text;
   cycle_->setVisible(!text.isEmpty());
+  ElideTexts();
 }
 
 void CWallBar::ShowSaving(const QString& why_not_save, const QString& why_not_save_as) {
@@ -129,13 +134,12 @@ void CWallBar::SetButtonsVisible(bool playing, bool several) {
 
 void CWallBar::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  ElideTitle();
+  ElideTexts();
 }
 
-void CWallBar::ElideTitle() {
-  title_->setText(title_->fontMetrics().elidedText(title_text_, Qt::ElideRight, qMax(40, title_->width())));
-  title_->setToolTip(title_text_.toHtmlEscaped());
-  title_->setAccessibleName(title_text_);
+void CWallBar::ElideTexts() {
+  ElideInto(title_, title_text_);
+  ElideInto(cycle_, cycle_text_);
 }
 
 }  // namespace TarnClient

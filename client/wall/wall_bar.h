@@ -40,10 +40,10 @@ class CWallBar : public QWidget {
   QToolButton* AddButton(const char* icon, const char* name);
   void Label(QToolButton* button, const QString& text, const QString& keys);
   void Offer(QToolButton* button, const QString& text, const QString& keys, const QString& why_not);
-  void ElideTitle();
+  void ElideTexts();
   void SetButtonsVisible(bool playing, bool several);
 
-  QString title_text_;
+  QString title_text_, cycle_text_;
   QLabel* title_ = nullptr;
   QLabel* page_ = nullptr;
   QLabel* time_ = nullptr;

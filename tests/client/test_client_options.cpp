@@ -48,6 +48,7 @@ void ClientOptionsTest::RefusesWithOneLine_data() {
   QTest::newRow("time") << QStringList{"--quit-after", "soon"} << "--quit-after";
   QTest::newRow("no number") << QStringList{"--quit-after", "nan"} << "--quit-after";
   QTest::newRow("delay") << QStringList{"--delay", "1e9"} << "--delay";
+  QTest::newRow("scene") << QStringList{"--scene", "sunset"} << "sunset";
   QTest::newRow("argument") << QStringList{"Gate"} << "Gate";
 }
 

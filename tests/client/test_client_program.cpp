@@ -59,6 +59,8 @@ class ClientProgramTest : public QObject {
   void init();
   void StartsOnTheDemoSiteOfItsOwn();
   void EndsInOrderWhenAskedToGo();
+  void EndsInOrderWhateverIsOpen_data();
+  void EndsInOrderWhateverIsOpen();
   void RefusesWithOneLineAndCode2_data();
   void RefusesWithOneLineAndCode2();
   void PlaysAndTurnsThePage();
@@ -197,6 +199,21 @@ void ClientProgramTest::EndsInOrderWhenAskedToGo() {
   VerifyQuietEnd(run, 0);
 }
 
+void ClientProgramTest::EndsInOrderWhateverIsOpen_data() {
+  QTest::addColumn<QString>("scene");
+  for (const char* scene : {"delete-question", "save-as", "row-menu", "users", "group-cycle", "search", "drop"}) {
+    QTest::newRow(scene) << scene;
+  }
+}
+
+void ClientProgramTest::EndsInOrderWhateverIsOpen() {
+  QFETCH(QString, scene);
+  const QString picture = home_->filePath("scene.png");
+  CClientRun run(home_->path(), {"--scene", scene, "--quit-after", "1.2", "--screenshot", picture});
+  VerifyQuietEnd(run);
+  QVERIFY(!QImage(picture).isNull());
+}
+
 void ClientProgramTest::HelpNeedsNoDisplay() {
   QProcess process;
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -207,8 +224,8 @@ void ClientProgramTest::HelpNeedsNoDisplay() {
   QVERIFY(process.waitForFinished());
   QCOMPARE(process.exitCode(), 0);
   const QString help = QString::fromUtf8(process.readAllStandardOutput());
-  for (const char* option : {"--store", "--user", "--skin", "--lang", "--set", "--play", "--screenshot", "--quit-after",
-                             "--delay", "--log"}) {
+  for (const char* option : {"--store", "--user", "--skin", "--lang", "--set", "--play", "--scene", "--screenshot",
+                             "--quit-after", "--delay", "--log"}) {
     QVERIFY2(help.contains(option), option);
   }
 }
