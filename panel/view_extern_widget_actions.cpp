@@ -335,6 +335,13 @@ void CViewExternWidget::Private::fillUpdate(const QModelIndex& row,
 
 // --- Menu -----------------------------------------------------------------------------------------------------------
 
+// The row may have vanished under the open menu, and another one become current. No code means the current row.
+bool CViewExternWidget::Private::isCurrent(const QString& code) const {
+  const QModelIndex row = Current();
+  const int role = row.data(IsGroupRole).toBool() ? GroupIndexCodeRole : PlanIndexCodeRole;
+  return code.isEmpty() || row.data(role).toString() == code;
+}
+
 // Menu and keys follow the bar; only the missing right is worth a word, the rest is seen.
 bool CViewExternWidget::Private::mayUse(const QToolButton* button, int right) const {
   if (button->isEnabled()) {
@@ -361,12 +368,12 @@ void CViewExternWidget::OnMenuClicked(tarn_ui_data_controller::MsgType type, QVa
       break;
     }
     case tarn_ui_data_controller::Delete:
-      if (d_->mayUse(d_->ui.delete_btn, kDeleteRight)) {
+      if (d_->isCurrent(code) && d_->mayUse(d_->ui.delete_btn, kDeleteRight)) {
         onDeleteBtnClicked();
       }
       break;
     case tarn_ui_data_controller::Edit:
-      if (d_->mayUse(d_->ui.edit_btn, kEditRight)) {
+      if (d_->isCurrent(code) && d_->mayUse(d_->ui.edit_btn, kEditRight)) {
         onEditBtnClicked();
       }
       break;
@@ -376,7 +383,9 @@ void CViewExternWidget::OnMenuClicked(tarn_ui_data_controller::MsgType type, QVa
       }
       break;
     case tarn_ui_data_controller::Share:
-      d_->SetViewShareShow();
+      if (d_->isCurrent(code)) {
+        d_->SetViewShareShow();
+      }
       break;
     default:
       break;

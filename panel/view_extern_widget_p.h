@@ -55,6 +55,7 @@ class CViewExternWidget::Private {
   void renewToolTips();
   /// Names the right that the user lacks for the current row; empty when it is not for want of a right.
   QString MissingRight(int right) const;
+  bool isCurrent(const QString& code) const;
   bool mayUse(const QToolButton* button, int right) const;
 
   // Rows.

@@ -1,3 +1,4 @@
+#include <QPainter>
 #include <QRegExpValidator>
 #include <QShortcut>
 #include <QToolTip>
@@ -21,11 +22,25 @@ namespace {
 
 constexpr char kNamePattern[] = "^[^\\\\/:*?\"<|'%>]{1,256}$";
 constexpr QSize kBarIconSize(20, 20);
+constexpr qreal kDisabledOpacity = 0.35;
+
+// The style's own look of a disabled icon is hardly told from an enabled one on a dark ground.
+QPixmap Faded(const QPixmap& pixmap) {
+  QPixmap faded(pixmap.size());
+  faded.setDevicePixelRatio(pixmap.devicePixelRatio());
+  faded.fill(Qt::transparent);
+  QPainter painter(&faded);
+  painter.setOpacity(kDisabledOpacity);
+  painter.drawPixmap(0, 0, pixmap);
+  return faded;
+}
 
 QIcon BarIcon(const char* name) {
   const QString path = QStringLiteral(":/Images/TarnPlanView/%1.svg").arg(QLatin1String(name));
   const bool dark = CViewConfigManager::Instance().IsDarkSkin();
-  return QIcon(CViewPublicDef::GetDarkPath(path, dark));
+  QIcon icon(CViewPublicDef::GetDarkPath(path, dark));
+  icon.addPixmap(Faded(icon.pixmap(kBarIconSize)), QIcon::Disabled);
+  return icon;
 }
 
 }  // namespace

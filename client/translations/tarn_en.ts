@@ -79,7 +79,7 @@
     <name>Shared</name>
     <message>
         <source>Orbis-ControlClient.99baf139876846ebb0412f61e6eca142.name</source>
-        <translation>Group</translation>
+        <translation>Group </translation>
     </message>
     <message>
         <source>Orbis-ControlClient.CycleName.name</source>
@@ -405,11 +405,11 @@
     </message>
     <message>
         <source>Plan</source>
-        <translation>Plan</translation>
+        <translation>Plan </translation>
     </message>
     <message>
         <source>View</source>
-        <translation>View</translation>
+        <translation>View </translation>
     </message>
     <message>
         <source>NameCanNotBeEmpty</source>

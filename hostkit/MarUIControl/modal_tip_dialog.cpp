@@ -45,6 +45,7 @@ class CModalTipDialog::Private {
   QScrollArea* scroll = nullptr;  // a text of the store's may be of any length
   CPrimaryButton* confirm = nullptr;
   CPushButton* cancel = nullptr;
+  int model = HintModel;
 };
 
 void CModalTipDialog::Private::MakeText() {
@@ -120,8 +121,10 @@ void CModalTipDialog::Private::Center() {
   q->move(place.topLeft());
 }
 
+// A stray Return must not confirm what can't be taken back: questions begin on the way out.
 void CModalTipDialog::Private::ChooseDefault() {
-  CPushButton* button = confirm->isHidden() ? cancel : static_cast<CPushButton*>(confirm);
+  const bool way_out = !cancel->isHidden() && (confirm->isHidden() || model == QuestionModel);
+  CPushButton* button = way_out ? cancel : static_cast<CPushButton*>(confirm);
   button->setDefault(true);
   button->setFocus();
 }
@@ -144,6 +147,7 @@ void CModalTipDialog::SetDialogSize(int size) {
 }
 
 void CModalTipDialog::SetDialogModel(int model) {
+  d_->model = model;
   d_->mark->setText(kMarks[qBound<int>(HintModel, model, QuestionModel)]);
 }
 
