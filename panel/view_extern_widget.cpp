@@ -29,21 +29,27 @@ void CViewExternWidget::SetModel(CStandardPlanModel* model) {
   if (!model || model == d_->model) {
     return;
   }
-  d_->model = model;
+  if (d_->model) {
+    disconnect(d_->model, nullptr, this, nullptr);
+    disconnect(d_->model, nullptr, d_->ui.plan_view_tree, nullptr);
+  }
   const QPointer<CViewSortFilterProxyModel> old = d_->proxy;
   d_->proxy = new CViewSortFilterProxyModel(this, false);
   d_->proxy->setSourceModel(model);
   d_->ui.plan_view_tree->SetFilterSortModel(d_->proxy);
   d_->ui.plan_view_tree->SetShowRightHoverDelgete();
   delete old;
+  d_->model = model;
   d_->ui.plan_view_tree->setAccessibleName(GetTabName());
-  const auto renew = [this] { d_->renewEmptyState(); };
+  const auto renew = [this] { d_->scheduleRenewal(); };
   connect(d_->proxy, &QAbstractItemModel::rowsInserted, this, renew);
   connect(d_->proxy, &QAbstractItemModel::rowsRemoved, this, renew);
   connect(d_->proxy, &QAbstractItemModel::dataChanged, this, renew);
   connect(d_->proxy, &QAbstractItemModel::modelReset, this, renew);
   connect(model, &CStandardPlanModel::SignalFinshAsynchronous, d_->ui.plan_view_tree,
           &CPlanViewTree::OnFinishAnsySourceExpandedTree);
+  // Later than the proxy's own clean-up, and before the tree looks for rows that are gone.
+  connect(model, &QObject::destroyed, this, [this] { d_->dropModel(); });
   for (const char* root : {kPublicRootCode, kOwnRootCode, kReceivedRootCode}) {
     d_->ui.plan_view_tree->ExpandWhenLoaded(QString::fromLatin1(root));
   }
@@ -65,6 +71,7 @@ void CViewExternWidget::SetStandardViewControl(CStandardViewController* controll
   }
   d_->controller = controller;
   d_->deleting.clear();
+  tree->ForgetWaiting();  // nobody will answer for these rows
   d_->mover->SetController(controller);
   if (!controller) {
     return;
@@ -79,6 +86,7 @@ void CViewExternWidget::SetStandardViewControl(CStandardViewController* controll
   const auto deleted = [this] { d_->deleting.clear(); };
   connect(controller, &Controller::SignalDeletePlanSucc, this, deleted);
   connect(controller, &Controller::SignalDeletePlanGroupSucc, this, deleted);
+  connect(controller, &QObject::destroyed, tree, &CPlanViewTree::ForgetWaiting);
   connect(tree, &CPlanViewTree::AsynchronousExpand, controller, &Controller::OnExpandViewTreeItem);
   connect(controller, &Controller::SignalFinishAnsyGetSubItem, tree, &CPlanViewTree::OnFinishAnsyFilterExpandedTree);
 }
@@ -215,28 +223,52 @@ QString CViewExternWidget::GetTabName() const {
   if (!d_->model) {
     return tr("Plans");
   }
-  return d_->model->GetViewManagerThemeNodeType() == PublicTheme ? tr("Public plans") : tr("My plans");
+  switch (d_->model->GetViewManagerThemeNodeType()) {
+    case PublicTheme:
+      return tr("Public plans");
+    case OwnTheme:
+      return tr("My plans");
+    default:
+      return tr("Plans received");
+  }
 }
 
 void CViewExternWidget::SwitchUserUpdate() {
+  d_->dropPending();
   d_->closePopups();
+  d_->ui.view_location_line_edit->clear();
   d_->leaveSearch();
   d_->waitForLoad();
+  d_->row_before_load.reset();
   d_->ui.add_view_btn->setEnabled(false);
   d_->ui.add_group_btn->setEnabled(false);
 }
 
 void CViewExternWidget::StopWorking() {
   d_->stopped = true;
-  d_->search->Cancel();
-  d_->mover->Stop();
-  ++d_->creation_info_generation;
-  if (d_->preview) {
-    d_->preview->Dismiss();
-  }
+  d_->dropPending();
+  d_->renewal.stop();
   d_->ui.wait_widget->SetWaiting(false);
   d_->ui.view_location_line_edit->SetView(nullptr);
   d_->closePopups();
+}
+
+void CViewExternWidget::Private::dropModel() {
+  ui.plan_view_tree->SetFilterSortModel(nullptr);
+  delete proxy;
+  tree_state->hide();
+}
+
+void CViewExternWidget::Private::dropPending() {
+  ++session;
+  ++creation_info_generation;
+  search->Cancel();
+  mover->Stop();
+  deleting.clear();
+  if (preview) {
+    preview->Dismiss();
+    preview->Forget();
+  }
 }
 
 }  // namespace TarnPlanView

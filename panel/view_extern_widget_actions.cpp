@@ -86,13 +86,16 @@ QModelIndex CViewExternWidget::Private::Pinned(const std::optional<CPlanNodeRef>
 }
 
 QString CViewExternWidget::Private::MonitorId() const {
-  return !monitor_id.isEmpty() || !model ? monitor_id : model->GetViewManagerMonitorId();
+  return model ? model->GetViewManagerMonitorId() : monitor_id;
 }
 
 void CViewExternWidget::onCurrentIndexChanged(const QModelIndex& current, const QModelIndex& previous) {
   Q_UNUSED(previous)
   if (!current.isValid()) {
     return;
+  }
+  if (d_->row_before_load && current.parent().isValid()) {
+    d_->row_before_load.reset();  // the user has gone on from where the load found him
   }
   d_->applyActions(current);
   // Own plans may always be moved; public ones by those who may edit them.
@@ -106,11 +109,12 @@ void CViewExternWidget::Private::play(const QString& code) {
   if (!controller || code.isEmpty() || stopped) {
     return;
   }
+  const QPointer<CViewExternWidget> alive(q);
   if (!monitor_id.isEmpty()) {
     Q_EMIT q->SignalPlayPlanToMonitor(
         QVariantMap{{QStringLiteral("monitor_id"), monitor_id}, {QStringLiteral("plan_code"), code}});
   }
-  if (controller) {
+  if (alive && controller) {
     controller->PlayPlanViewByIndexCode(QStringToString(code));
   }
 }
@@ -141,8 +145,11 @@ bool CViewExternWidget::Private::IsChildPlaying(const QModelIndex& group) const 
 }
 
 bool CViewExternWidget::Private::HasChildren(const QModelIndex& group) const {
-  const bool has_children = proxy->rowCount(group) > 0 || controller->IsHaveChilds(group);
-  return has_children && !CViewConfigManager::Instance().IsSupportDelPlanWithChildren();
+  // First, because the host is asked only where its answer counts.
+  if (CViewConfigManager::Instance().IsSupportDelPlanWithChildren()) {
+    return false;
+  }
+  return proxy->rowCount(group) > 0 || controller->IsHaveChilds(group);
 }
 
 QString CViewExternWidget::Private::PlayingWarning() const {
@@ -152,13 +159,14 @@ QString CViewExternWidget::Private::PlayingWarning() const {
 
 bool CViewExternWidget::Private::Confirm(const QString& question) {
   const QPointer<CViewExternWidget> alive(q);
+  const int asked_in = session;
   const int answer = tarn_ui_data_controller::ShowMessageTip(question, 1, q, kQuestionButtons);
-  return alive && !stopped && answer == kConfirmed;
+  return alive && !stopped && session == asked_in && answer == kConfirmed;
 }
 
 void CViewExternWidget::onDeleteBtnClicked() {
   const QModelIndex index = d_->Current();
-  if (!index.isValid() || !d_->model || !d_->controller) {
+  if (!index.isValid() || !d_->IsReady() || d_->CurrentPage() == Private::Page::Wait) {
     return;
   }
   if (index.data(IsGroupRole).toBool()) {
@@ -192,12 +200,12 @@ void CViewExternWidget::Private::deletePlan(const QModelIndex& index) {
   if (deleting.contains(code) || !Confirm(question) || !controller || !row.Resolve().isValid()) {
     return;
   }
-  deleting.insert(code);
   const QPointer<CViewExternWidget> alive(q);
   if (playing) {
     Q_EMIT q->SignalStopPlan();
   }
-  if (alive && controller) {
+  if (alive && controller && row.Resolve().isValid()) {
+    deleting.insert(code);
     controller->DeletePlanByIndex(row.Resolve());
   }
 }
@@ -224,6 +232,9 @@ void CViewExternWidget::Private::showNameEdit(const QWidget* button) {
 }
 
 void CViewExternWidget::onAddGroupBtnClicked() {
+  if (!d_->IsReady()) {
+    return;
+  }
   d_->NameEdit()->SetMode(kAddMode);
   d_->name_edit_row.reset();
   d_->showNameEdit(d_->ui.add_group_btn);
@@ -240,7 +251,7 @@ void CViewExternWidget::onAddPlanViewGroupName(const QString& name) {
     TARN_PLAN_LOG_INFO("CNomalMessageManager::Instance().ShowMessage ViewGroup Tips Show");
     return;
   }
-  if (!d_->controller) {
+  if (!d_->IsReady()) {
     return;
   }
   if (!parent.isValid() && d_->proxy) {
@@ -250,11 +261,11 @@ void CViewExternWidget::onAddPlanViewGroupName(const QString& name) {
 }
 
 void CViewExternWidget::onEditPlanViewGroupName(const QString& name) {
-  if (!d_->controller) {
+  if (!d_->IsReady()) {
     return;
   }
   const QModelIndex row = d_->Pinned(d_->name_edit_row);
-  if (d_->name_edit_row && !row.isValid()) {
+  if (!row.isValid()) {
     Q_EMIT SignalMessageTipNeeded(tr("This group is no longer there."), 1);
     return;
   }
@@ -265,31 +276,37 @@ void CViewExternWidget::onEditPlanViewGroupName(const QString& name) {
 
 void CViewExternWidget::onAddPlanBtnClicked() {
   TARN_PLAN_LOG_INFO("Add plan button clicked");
-  if (!d_->model || !d_->controller) {
+  if (!d_->IsReady()) {
     return;
   }
+  const QPointer<CViewExternWidget> alive(this);
+  const bool had_focus = d_->ui.add_view_btn->hasFocus();
   d_->ui.add_view_btn->setEnabled(false);
   QModelIndex group = d_->Current();
   if (IsPlanType(group.data(ItemTypeRole).toInt())) {
     group = group.parent();
   }
-  if (d_->openPlanEditor(group, true)) {
+  const bool opened = d_->openPlanEditor(group, true);
+  if (!alive) {
+    return;
+  }
+  if (opened) {
     TARN_PLAN_LOG_INFO("Add plan dock widget show.");
   }
   d_->ui.add_view_btn->setEnabled(true);
+  if (had_focus && !opened) {
+    d_->ui.add_view_btn->setFocus();  // disabling has moved it on
+  }
 }
 
 void CViewExternWidget::onEditBtnClicked() {
   const QModelIndex index = d_->Current();
-  if (!index.isValid() || !d_->model || !d_->controller) {
+  if (!index.isValid() || !d_->IsReady() || d_->CurrentPage() == Private::Page::Wait) {
     return;
   }
   if (!index.data(IsGroupRole).toBool()) {
     d_->openPlanEditor(index, false);
     return;
-  }
-  if (!CViewPublicDef::IsPlanGroup(index)) {
-    return;  // a root has no name of its own to change
   }
   d_->NameEdit()->SetMode(kRenameMode);
   d_->NameEdit()->SetName(index.data().toString());
@@ -409,6 +426,9 @@ void CViewExternWidget::OnMoveRow(const QPoint& start, const QPoint& end, const 
 // -----------------------------------------------------------------------------
 
 void CViewExternWidget::Private::requestCreationInfo(const QString& code) {
+  if (stopped) {
+    return;
+  }
   view_plugin_protocol::GetPlanDetailRequest request;
   request.plan_index_code = QStringToString(code);
   const auto fetch = [request] {
@@ -483,7 +503,10 @@ void CViewExternWidget::OnPopupSavePlanAsDlg(const QPoint& position) {
 
 void CViewExternWidget::Private::closePopups() {
   WidgetKit::HideDockWidget(plan_editor);
-  delete plan_editor;
+  if (plan_editor) {
+    plan_editor->deleteLater();
+    plan_editor = nullptr;
+  }
   // Made anew when next asked for: what they hold belongs to another user.
   for (QWidget* popup : {static_cast<QWidget*>(share_view), static_cast<QWidget*>(save_as),
                          static_cast<QWidget*>(creation_info), static_cast<QWidget*>(name_edit)}) {

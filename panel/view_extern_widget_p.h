@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QSet>
 #include <QStandardItemModel>
+#include <QTimer>
 #include <array>
 #include <memory>
 #include <optional>
@@ -36,6 +37,9 @@ class CViewExternWidget::Private {
   void initUi();
   void connectSignalAndSlot();
   void makeShortcuts();
+  CViewExternWidget* PanelForKeys() const;
+  void beginSearch();
+  void nameButtons();
   void renewSkin();
 
   // Pages.
@@ -44,8 +48,17 @@ class CViewExternWidget::Private {
   void ShowPage(Page page);
   void waitForLoad();
   void leaveSearch();
+  /// Later and once, however many rows come and go meanwhile.
+  void scheduleRenewal();
+  void renewAfterRows();
   void renewEmptyState();
+  void onLoadChecked();
   void reload();
+  void dropModel();
+  /// Nothing that was asked so far is answered or acted upon any more.
+  void dropPending();
+
+  bool IsReady() const { return model && controller && !stopped; }
 
   // The bar.
   void storeEnableState();
@@ -63,9 +76,11 @@ class CViewExternWidget::Private {
   QModelIndex RowOf(const QString& code, bool is_group) const;
   /// The row that a pop-up was opened for, else the current one. Empty pin: nothing was pinned.
   QModelIndex Pinned(const std::optional<CPlanNodeRef>& pin) const;
+  /// Of the model: names the trees that show the same plans. The host's id is told to the host alone.
   QString MonitorId() const;
   bool IsChildPlaying(const QModelIndex& group) const;
   bool HasChildren(const QModelIndex& group) const;
+  /// False also when the user changed or the panel ended while the question was open.
   bool Confirm(const QString& question);
   QString PlayingWarning() const;
   void deleteGroup(const QModelIndex& index);
@@ -98,6 +113,11 @@ class CViewExternWidget::Private {
   CEmptyState *tree_state = nullptr, *search_state = nullptr;
   CPlanMover* mover = nullptr;
   CPlanSearch* search = nullptr;
+  QTimer renewal;
+  QString searched_text;
+  bool search_failed = false, load_failed = false;
+  std::optional<CPlanNodeRef> row_before_load;
+  int session = 0;
   QPointer<CPlanPreview> preview;
   QString playing_code;
   QPointer<CViewNameEdit> name_edit;

@@ -36,36 +36,42 @@ void CViewExternWidget::OnSearchBtnClicked() {
 void CViewExternWidget::OnFuzzySearchPlan() {
   const QString text = d_->SearchText();
   if (!text.isEmpty() && !d_->stopped) {
+    d_->searched_text = text;
+    d_->search_failed = false;
     d_->search->Start(text);
   }
 }
 
 void CViewExternWidget::onGetSearchedResult(const std::list<view_plugin_protocol::SearchedPlan>& plans) {
-  if (d_->CurrentPage() == Private::Page::Wait) {
-    return;  // the plans are being loaded anew: what was found may be another user's
-  }
   d_->ShowPage(Private::Page::Search);
   d_->search_model->clear();
   d_->disableForSearch();
   d_->renewToolTips();
-  const QString text = d_->SearchText();
+  const QString& text = d_->searched_text;
+  const bool dark = CViewConfigManager::Instance().IsDarkSkin();
   QList<QStandardItem*> rows;
   for (const view_plugin_protocol::SearchedPlan& plan : plans) {
     auto* row = new QStandardItem;
     row->setData(text, SearchTextRole);
     row->setText(StringToQString(plan.name));
-    row->setData(StringToQString(plan.index_code), PlanIndexCodeRole);
+    const QString code = StringToQString(plan.index_code);
+    row->setData(code, PlanIndexCodeRole);
+    row->setIcon(CViewPublicDef::GetPlanIcon(dark, code == d_->playing_code));
     row->setData(d_->PathOf(plan), kSearchPathRole);
     row->setData(row->text() + PathSeparator() + row->data(kSearchPathRole).toString(), Qt::AccessibleTextRole);
     rows.append(row);
   }
   d_->search_model->invisibleRootItem()->appendRows(rows);
-  d_->renewSearchIcons();
   if (rows.isEmpty()) {
-    d_->search_state->ShowState(tr("NoDataWMSJEESY"));
-  } else {
-    d_->search_state->hide();
-    d_->ui.search_list_view->setCurrentIndex(d_->search_model->index(0, 0));
+    const bool failed = d_->search_failed;
+    d_->search_state->ShowState(failed ? tr("The search got no answer.") : tr("NoDataWMSJEESY"),
+                                failed ? tr("Try again") : QString());
+    return;
+  }
+  d_->search_state->hide();
+  d_->ui.search_list_view->setCurrentIndex(d_->search_model->index(0, 0));
+  // Not from under the fingers of someone who types on, or who has turned to something else.
+  if (d_->ui.view_location_line_edit->hasFocus() && d_->SearchText() == text) {
     d_->ui.search_list_view->setFocus();
   }
 }
@@ -109,16 +115,12 @@ void CViewExternWidget::OnDownloadResouceFinished() {
   d_->ui.wait_widget->SetWaiting(false);
   d_->leaveSearch();
   d_->ShowPage(Private::Page::Tree);
+  if (d_->Current().isValid()) {
+    d_->row_before_load = CPlanNodeRef(d_->Current());
+  }
   // The rows come after this signal; only then it is known whether there are any.
   QMetaObject::invokeMethod(
-      this,
-      [this] {
-        d_->renewEmptyState();
-        if (!d_->Current().isValid() && d_->proxy && d_->proxy->rowCount() > 0) {
-          d_->ui.plan_view_tree->setCurrentIndex(d_->proxy->index(0, 0));
-        }
-      },
-      Qt::QueuedConnection);
+      this, [this] { d_->onLoadChecked(); }, Qt::QueuedConnection);
 }
 
 }  // namespace TarnPlanView

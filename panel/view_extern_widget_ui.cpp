@@ -1,6 +1,8 @@
+#include <QApplication>
 #include <QPainter>
 #include <QRegExpValidator>
 #include <QShortcut>
+#include <QStyle>
 #include <QToolTip>
 
 #include "MarUIControl/string_conversion.h"
@@ -76,6 +78,9 @@ void CViewExternWidget::Private::initUi() {
   if (switches.IsLoadAll()) {
     field->SetView(ui.plan_view_tree);
   }
+  renewal.setSingleShot(true);
+  renewal.setInterval(0);
+  nameButtons();
   renewSkin();
   renewToolTips();
   waitForLoad();
@@ -88,7 +93,13 @@ void CViewExternWidget::Private::renewSkin() {
   ui.delete_btn->setIcon(BarIcon("bar_delete"));
   ui.search_btn->setIcon(BarIcon("bar_search"));
   const bool dark = CViewConfigManager::Instance().IsDarkSkin();
-  ui.plan_view_tree->setObjectName(dark ? QStringLiteral("plan_view_tree") : QStringLiteral("plan_view_tree_white"));
+  CPlanViewTree* tree = ui.plan_view_tree;
+  tree->setObjectName(dark ? QStringLiteral("plan_view_tree") : QStringLiteral("plan_view_tree_white"));
+  tree->style()->unpolish(tree);  // the style sheets go by the name
+  tree->style()->polish(tree);
+  tree_state->RenewPicture();
+  search_state->RenewPicture();
+  renewSearchIcons();
 }
 
 void CViewExternWidget::Private::connectSignalAndSlot() {
@@ -133,8 +144,12 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
     ui.plan_view_tree->setFocus();
   });
   connect(search, &CPlanSearch::SignalFound, q, &CViewExternWidget::signalGetSearchedResult);
-  connect(search, &CPlanSearch::SignalFailed, q,
-          [this](const QString& error) { Q_EMIT q->SignalMessageTipNeeded(error, 1); });
+  connect(search, &CPlanSearch::SignalFailed, q, [this](const QString& error) {
+    search_failed = true;
+    Q_EMIT q->SignalMessageTipNeeded(error, 1);
+  });
+  connect(search_state, &CEmptyState::SignalAction, q, &CViewExternWidget::OnFuzzySearchPlan);
+  connect(&renewal, &QTimer::timeout, q, [this] { renewAfterRows(); });
   connect(q, &CViewExternWidget::signalGetSearchedResult, q, &CViewExternWidget::onGetSearchedResult);
   connect(q, &CViewExternWidget::signalSucceedToGetCreationInfo, q, &CViewExternWidget::onSucceedToGetCreationInfo);
 
@@ -152,22 +167,37 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
 }
 
 void CViewExternWidget::Private::makeShortcuts() {
-  const auto add = [this](const QKeySequence& keys, const std::function<void()>& action) {
+  using Action = void (*)(Private&);
+  // With several panels in sight the keys belong to the one that has the focus.
+  const auto add = [this](const QKeySequence& keys, Action action) {
     auto* shortcut = new QShortcut(keys, q);
-    QObject::connect(shortcut, &QShortcut::activated, q, action);
+    const auto act = [this, action] { action(*PanelForKeys()->d_); };
+    QObject::connect(shortcut, &QShortcut::activated, q, act);
+    QObject::connect(shortcut, &QShortcut::activatedAmbiguously, q, act);
   };
-  add(QKeySequence::Find, [this] {
-    if (!CViewConfigManager::Instance().IsEnableSearch()) {
-      return;
-    }
-    ui.view_location_line_edit->show();
-    ui.search_line_widget->show();
-    ui.view_location_line_edit->setFocus(Qt::ShortcutFocusReason);
-    ui.view_location_line_edit->selectAll();
-  });
+  add(QKeySequence::Find, [](Private& panel) { panel.beginSearch(); });
   // As a click, so that a disabled button refuses its key too.
-  add(QKeySequence::New, [this] { ui.add_view_btn->click(); });
-  add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N), [this] { ui.add_group_btn->click(); });
+  add(QKeySequence::New, [](Private& panel) { panel.ui.add_view_btn->click(); });
+  add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N), [](Private& panel) { panel.ui.add_group_btn->click(); });
+}
+
+CViewExternWidget* CViewExternWidget::Private::PanelForKeys() const {
+  for (QWidget* widget = QApplication::focusWidget(); widget; widget = widget->parentWidget()) {
+    if (auto* panel = qobject_cast<CViewExternWidget*>(widget)) {
+      return panel;
+    }
+  }
+  return q;
+}
+
+void CViewExternWidget::Private::beginSearch() {
+  if (!CViewConfigManager::Instance().IsEnableSearch()) {
+    return;
+  }
+  ui.view_location_line_edit->show();
+  ui.search_line_widget->show();
+  ui.view_location_line_edit->setFocus(Qt::ShortcutFocusReason);
+  ui.view_location_line_edit->selectAll();
 }
 
 CViewExternWidget::Private::Page CViewExternWidget::Private::CurrentPage() const {
@@ -187,6 +217,8 @@ void CViewExternWidget::Private::ShowPage(Page page) {
 }
 
 void CViewExternWidget::Private::waitForLoad() {
+  search->Cancel();
+  load_failed = false;
   ShowPage(Page::Wait);
   ui.wait_widget->SetWaiting(true);
 }
@@ -205,6 +237,37 @@ void CViewExternWidget::Private::leaveSearch() {
     ShowPage(Page::Tree);
   }
   restoreEnableState();
+  scheduleRenewal();
+}
+
+void CViewExternWidget::Private::scheduleRenewal() {
+  if (!renewal.isActive() && !stopped) {
+    renewal.start();
+  }
+}
+
+void CViewExternWidget::Private::renewAfterRows() {
+  if (stopped || !proxy) {
+    return;
+  }
+  const QModelIndex before = row_before_load ? QModelIndex(row_before_load->Resolve()) : QModelIndex();
+  if (before.isValid()) {
+    row_before_load.reset();
+    ui.plan_view_tree->setCurrentIndex(before);
+  }
+  renewEmptyState();
+}
+
+// The load has come to its end, and with it the time to say whether it brought anything.
+void CViewExternWidget::Private::onLoadChecked() {
+  if (stopped || !proxy || CurrentPage() == Page::Wait) {
+    return;
+  }
+  load_failed = proxy->rowCount() == 0;
+  renewAfterRows();
+  if (!Current().isValid() && proxy->rowCount() > 0) {
+    ui.plan_view_tree->setCurrentIndex(proxy->index(0, 0));
+  }
 }
 
 // What the tree says when there is nothing in it: that nothing could be loaded, or that nothing is there yet.
@@ -213,6 +276,12 @@ void CViewExternWidget::Private::renewEmptyState() {
     return;
   }
   const int roots = proxy->rowCount();
+  if (roots == 0 && !load_failed) {
+    if (!CViewModelDataManager::Instance().IsViewModelInitFinish()) {
+      waitForLoad();  // everything is being loaded anew
+    }
+    return;
+  }
   if (roots == 0) {
     tree_state->SetTopDistance(0);
     tree_state->ShowState(CViewExternWidget::tr("The plans could not be loaded."), CViewExternWidget::tr("Try again"));
@@ -293,22 +362,28 @@ void CViewExternWidget::Private::renewToolTips() {
   const struct {
     QToolButton* button;
     int right;
-    QString name, keys;
+    const char* keys;
   } buttons[] = {
-      {ui.add_group_btn, kAddRight, CViewExternWidget::tr("New group"), QStringLiteral("Ctrl+Shift+N")},
-      {ui.add_view_btn, kAddRight, CViewExternWidget::tr("New plan"), QStringLiteral("Ctrl+N")},
-      {ui.edit_btn, kEditRight, CViewExternWidget::tr("Edit"), QStringLiteral("F2")},
-      {ui.delete_btn, kDeleteRight, CViewExternWidget::tr("Delete"), QStringLiteral("Del")},
+      {ui.add_group_btn, kAddRight, "Ctrl+Shift+N"},
+      {ui.add_view_btn, kAddRight, "Ctrl+N"},
+      {ui.edit_btn, kEditRight, "F2"},
+      {ui.delete_btn, kDeleteRight, "Del"},
   };
   for (const auto& one : buttons) {
-    one.button->setAccessibleName(one.name);
-    QString tip = QStringLiteral("%1 (%2)").arg(one.name, one.keys);
+    QString tip = QStringLiteral("%1 (%2)").arg(one.button->accessibleName(), QLatin1String(one.keys));
     if (!one.button->isEnabled()) {
       const QString reason = MissingRight(one.right);
       tip += reason.isEmpty() ? QString() : QStringLiteral("\n") + reason;
     }
     one.button->setToolTip(tip);
   }
+}
+
+void CViewExternWidget::Private::nameButtons() {
+  ui.add_group_btn->setAccessibleName(CViewExternWidget::tr("New group"));
+  ui.add_view_btn->setAccessibleName(CViewExternWidget::tr("New plan"));
+  ui.edit_btn->setAccessibleName(CViewExternWidget::tr("Edit"));
+  ui.delete_btn->setAccessibleName(CViewExternWidget::tr("Delete"));
   ui.search_btn->setAccessibleName(CViewExternWidget::tr("Search"));
   ui.search_btn->setToolTip(QStringLiteral("%1 (Ctrl+F)").arg(CViewExternWidget::tr("Search")));
 }

@@ -32,6 +32,9 @@ class TARN_HOST_EXPORT CTreeView : public CAbstractItemView {
   /// with `fetched` the row counts as fetched from now on, otherwise it can be tried again; with `expand` it expands.
   void FinishExpand(const QModelIndex& index, bool expand, bool fetched);
 
+  /// Ends all waiting without an answer: those rows can be tried again.
+  void ForgetWaiting();
+
   bool IsWaiting(const QModelIndex& index) const;
   bool IsFetched(const QModelIndex& index) const;
 

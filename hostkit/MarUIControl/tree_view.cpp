@@ -205,6 +205,12 @@ void CTreeView::FinishExpand(const QModelIndex& index, bool expand_row, bool fet
   viewport()->update();
 }
 
+void CTreeView::ForgetWaiting() {
+  d_->waiting.clear();
+  d_->StopTimerWhenIdle();
+  viewport()->update();
+}
+
 bool CTreeView::IsWaiting(const QModelIndex& index) const {
   return d_->waiting.contains(FirstColumn(index));
 }

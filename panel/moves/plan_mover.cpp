@@ -54,7 +54,8 @@ void CPlanMover::SetController(CStandardViewController* controller) {
   controller_ = controller;
   if (controller_) {
     connect(controller_, &CStandardViewController::SignalUpdatePlanSucc, this, &CPlanMover::OnUpdated);
-    connect(controller_, &CStandardViewController::signalShowMessage, this, &CPlanMover::OnMessage);
+    connect(controller_, &CStandardViewController::signalShowMessage, this,
+            [this](const QString&, int state) { OnMessage(state); });
   }
 }
 
@@ -144,9 +145,11 @@ void CPlanMover::OnUpdated(const UpdatePlanRequest& request) {
   }
 }
 
-// A refused move can't be told from other refusals; none is held back for longer than until the next message.
-void CPlanMover::OnMessage() {
-  moving_.clear();
+// A refused move can't be told from other refusals; none is held back for longer than until the next of them.
+void CPlanMover::OnMessage(int state) {
+  if (state != MarUIControl::CNomalMessage::Success) {
+    moving_.clear();
+  }
 }
 
 }  // namespace TarnPlanView

@@ -46,7 +46,7 @@ class CPlanMover : public QObject {
   void Move(const QString& plan_code, const Destination& destination);
   void Save(const view_plugin_protocol::GetPlanDetailResponse& plan, const Destination& destination);
   void OnUpdated(const view_plugin_protocol::UpdatePlanRequest& request);
-  void OnMessage();
+  void OnMessage(int state);
 
   CPlanViewTree* const tree_;
   QPointer<CStandardViewController> controller_;

@@ -1,5 +1,6 @@
 #include "empty_state.h"
 
+#include <QAccessible>
 #include <QEvent>
 #include <QLabel>
 #include <QRegion>
@@ -49,9 +50,14 @@ void CEmptyState::ShowState(const QString& text, const QString& action) {
   action_->setVisible(!action.isEmpty());
   // Without a button the rows below stay within reach of the mouse.
   setAttribute(Qt::WA_TransparentForMouseEvents, action.isEmpty());
+  const bool news = !isVisible() || accessibleName() != text;
   setAccessibleName(text);
   Place();
   show();
+  if (news) {
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+  }
 }
 
 QString CEmptyState::Text() const {

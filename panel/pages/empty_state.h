@@ -19,6 +19,8 @@ class CEmptyState : public QWidget {
   QString Text() const;
   /// Pixels left free at the top, for rows that stay in sight.
   void SetTopDistance(int distance);
+  /// The picture of the skin as it is now.
+  void RenewPicture();
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -27,7 +29,6 @@ class CEmptyState : public QWidget {
 
  private:
   void Place();
-  void RenewPicture();
 
   int top_distance_ = 0;
   QLabel *picture_ = nullptr, *text_ = nullptr;

@@ -1,5 +1,7 @@
 #include "plan_search.h"
 
+#include <QPointer>
+
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "async_call.h"
@@ -45,10 +47,13 @@ void CPlanSearch::Start(const QString& text) {
     if (generation != generation_) {
       return;
     }
+    const QPointer<CPlanSearch> alive(this);
     if (findings.failed) {
       Q_EMIT SignalFailed(MarUIControl::StringToQString(findings.error_info));
     }
-    Q_EMIT SignalFound(findings.plans);
+    if (alive && generation == generation_) {
+      Q_EMIT SignalFound(findings.plans);
+    }
   });
 }
 

@@ -57,6 +57,9 @@ class PanelTest : public TarnTest::CPlanTest {
   void AsksBeforeDeletingAPlan();
   void RowGoneUnderTheQuestionIsLeftAlone();
   void MenuCommands();
+  void MenuOfAVanishedRowTouchesNoOther();
+  void WhateverDiesFirstDoesNoHarm();
+  void SwitchOfUserEndsWhatIsUnderWay();
   void MovesPlansWhole();
   void ReportsRefusedRowMoves();
   void PlayingPlanIsMarkedAndCurrent();
@@ -322,6 +325,101 @@ void PanelTest::MenuCommands() {
   click(27, plan);
   fixture_.Drain();
   QCOMPARE(stage.TakeTips(), QStringList("1:gone"));
+}
+
+void PanelTest::MenuOfAVanishedRowTouchesNoOther() {
+  Open();
+  CPanelStage stage(fixture_);
+  stage.Choose(QStringLiteral("Public A plan 2"));
+  const QString code = fixture_.Code(QStringLiteral("Public A plan 2"));
+  CViewModelDataManager::Instance().OnDeletePlanGroupPlanSucc(stage.Tree().currentIndex());
+  QVERIFY(stage.Tree().currentIndex().isValid());  // the tree has gone on to another row
+  for (const int command : {32, 33, 35, 31}) {
+    Q_EMIT stage.Tree().SignalMenuClicked(static_cast<MsgType>(command), code);
+  }
+  fixture_.Drain();
+  QCOMPARE(stage.TakeQuestions(), QStringList());
+  QCOMPARE(stage.TakeTips(), QStringList());
+  QCOMPARE(Services().Count(QStringLiteral("DeletePlan")), 0);
+  QVERIFY(!stage.Panel().findChild<QWidget*>(QStringLiteral("CShareViewWgt")));
+}
+
+void PanelTest::WhateverDiesFirstDoesNoHarm() {
+  Open();
+  {
+    CPanelStage stage(fixture_);
+    auto* model = new CStandardPlanModel(ViewManagerParam(PublicTheme, QStringLiteral("wall")), nullptr);
+    GetPlanGroupsResponse roots;
+    QVERIFY(fixture_.Store().GetPlanGroups({"root", 0}, roots));
+    model->AddRootNode(roots);
+    stage.Panel().SetModel(model);
+    QCOMPARE(stage.Tree().model()->rowCount(), 1);
+    delete model;
+    stage.Panel().grab();
+    stage.Button("delete_btn")->click();
+    stage.Button("add_group_btn")->click();
+    QCOMPARE(stage.TakeQuestions(), QStringList());
+  }
+  {
+    // A controller that dies leaves no row waiting for ever.
+    CPanelStage stage(fixture_);
+    const QPersistentModelIndex group(stage.Row(QStringLiteral("Public A")));
+    Services().Hold(QStringLiteral("GetPlanGroups"));
+    stage.Tree().ExpandAsync(group);
+    QVERIFY(stage.Tree().IsWaiting(group));
+    auto* other = new CStandardViewController(fixture_.Public());
+    stage.Panel().SetStandardViewControl(other);
+    QVERIFY(!stage.Tree().IsWaiting(group));
+    Services().ReleaseAll();
+    delete other;
+    fixture_.Drain();
+  }
+  // Slots that end the panel while it tells them something.
+  const auto end_at = [&](void (CViewExternWidget::*signal)(QVariant),
+                          const std::function<void(CViewExternWidget*)>& act) {
+    auto* panel = new CViewExternWidget(nullptr);
+    CStandardViewController controller(fixture_.Public());
+    controller.setParent(nullptr);
+    panel->SetModel(fixture_.Public());
+    panel->SetStandardViewControl(&controller);
+    panel->SetMonitorId(QStringLiteral("0"));
+    const QPointer<CViewExternWidget> alive(panel);
+    connect(panel, signal, &controller, [panel] { delete panel; });
+    connect(panel, &CViewExternWidget::SignalMessageTipNeeded, &controller, [panel] { delete panel; });
+    act(panel);
+    fixture_.Drain();
+    QVERIFY(!alive);
+  };
+  end_at(&CViewExternWidget::SignalPlayPlanToMonitor,
+         [](CViewExternWidget* panel) { panel->PlayPlanByString(QStringLiteral("12"), false); });
+  Services().Fail(QStringLiteral("SearchPlan"), "no answer");
+  end_at(&CViewExternWidget::SignalPlayPlanToMonitor, [](CViewExternWidget* panel) {
+    qobject_cast<QLineEdit*>(panel->GetLocateViewWidget())->setText(QStringLiteral("plan"));
+    panel->OnFuzzySearchPlan();
+  });
+}
+
+void PanelTest::SwitchOfUserEndsWhatIsUnderWay() {
+  Open();
+  CPanelStage stage(fixture_);
+  stage.Choose(QStringLiteral("Public A plan 2"));
+  stage.while_asking = [&] { stage.Panel().SwitchUserUpdate(); };
+  stage.Button("delete_btn")->click();
+  QCOMPARE(stage.TakeQuestions().size(), 1);
+  Services().Hold(QStringLiteral("GetPlanDetail"));
+  Q_EMIT stage.Tree().SignalMenuClicked(tarn_ui_data_controller::CreationInfo,
+                                        fixture_.Code(QStringLiteral("Public A plan 2")));
+  stage.Panel().SwitchUserUpdate();
+  Services().ReleaseAll();
+  fixture_.Drain();
+  QCOMPARE(Services().Count(QStringLiteral("DeletePlan")), 0);
+  QVERIFY(!stage.Panel().findChild<QWidget*>(QStringLiteral("CreationInfoDlgUi")));
+  // The next load finds the row again where the tree stood before it.
+  Q_EMIT CViewModelDataManager::Instance().SignalDataDownloadFinished();
+  stage.Choose(QStringLiteral("Public A plan 2"));
+  CViewModelDataManager::Instance().OnUpdateViewModelData();
+  QTRY_COMPARE(stage.PageName(), QStringLiteral("tree"));
+  QTRY_COMPARE(stage.Tree().currentIndex().data().toString(), QStringLiteral("Public A plan 2"));
 }
 
 QString PanelTest::groupOf(const QString& plan) const {
