@@ -41,7 +41,8 @@ void CGroupCycle::Stop() {
 }
 
 void CGroupCycle::OnPlayed(const view_plugin_protocol::GetPlanDetailResponse&, PlayOrigin origin) {
-  if (origin != PlayOrigin::GroupCycle) {
+  // An automatic plan can only have come before the first turn, which then takes its place.
+  if (origin == PlayOrigin::User || origin == PlayOrigin::History) {
     Stop();
   }
 }

@@ -110,9 +110,11 @@ void CPlanPlayer::Stop() {
 }
 
 void CPlanPlayer::Show(const GetPlanDetailResponse& plan, PlayOrigin origin) {
-  wanted_.clear();
   automatic_end_.stop();
   automatic_ = origin == PlayOrigin::Automatic;
+  if (!automatic_) {
+    wanted_.clear();  // a wish that is still on its way takes the place of an automatic plan
+  }
   wall_->Play(plan);
   Record(plan.name, origin);
   Q_EMIT SignalPlayed(plan, origin);

@@ -92,6 +92,16 @@ void ClientPanelsTest::AutomaticPlanYieldsToTheUser() {
   QCOMPARE(Wall().PlanName(), QString("Public A plan 2"));
   window_->Player().Stop();
 
+  // It may begin while the user's wish is on its way, but does not end it.
+  fixture_.Services().Hold("GetPlanDetail");
+  window_->Player().Play(Code("Public A plan 10"));
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
+  Q_EMIT helper.signalStartPlanAutoRun(plan);
+  QCOMPARE(Wall().PlanName(), QString("Public B plan 2"));
+  fixture_.Services().ReleaseAll();
+  QTRY_COMPARE(Wall().PlanName(), QString("Public A plan 10"));
+  window_->Player().Stop();
+
   // No stop comes for a plan that vanished: it ends at the time that its start carried.
   plan.end_time = QTime::currentTime().addSecs(2).toString("HH:mm:ss").toStdString();
   Q_EMIT helper.signalStartPlanAutoRun(plan);
