@@ -1,5 +1,7 @@
 #include "creation_info_dlg.h"
 
+#include <QAccessible>
+
 #include "TarnUIDataController/signal_transfer_manager.h"
 #include "ui_creation_info_dlg.h"
 
@@ -31,6 +33,11 @@ CCreationInfoDlg::~CCreationInfoDlg() = default;
 void CCreationInfoDlg::SetCreationInfo(const QString& creator, const QString& creationTime) {
   ui_->creator_info_widget->SetText(creator);
   ui_->creation_time_info_widget->SetText(creationTime);
+  setAccessibleDescription(
+      QStringLiteral("%1: %2, %3: %4")
+          .arg(ui_->creator_tip_widget->text(), creator, ui_->creation_time_tip_widget->text(), creationTime));
+  QAccessibleEvent alert(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
 }
 
 }  // namespace TarnPlanView

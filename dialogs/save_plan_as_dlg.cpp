@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QDateTime>
 #include <QKeyEvent>
+#include <QLocale>
 #include <QPointer>
 #include <QRegExpValidator>
 #include <QRegularExpression>
@@ -56,6 +57,7 @@ CSavePlanAsDlg::CSavePlanAsDlg(QString themeName, QWidget* parent) : QWidget(par
   d_->theme_name = std::move(themeName);
   d_->ui.setupUi(this);
   setAttribute(Qt::WA_StyledBackground);
+  setAccessibleName(tr("Save as"));
   setUpNameField();
   d_->ui.node_label_->SetText(tr("TheParentNodeVCLPCajSCK"));
   d_->ui.node_combox_->setAccessibleName(d_->ui.node_label_->text());
@@ -129,6 +131,8 @@ void CSavePlanAsDlg::setUpPlanTree() {
 
 void CSavePlanAsDlg::connectSignalAndSlot() {
   connect(d_->ui.save_button_, &QPushButton::clicked, this, &CSavePlanAsDlg::OnClickSaveAsPlan);
+  connect(d_->ui.node_combox_, &MarUIControl::CLocationComboBox::SignalIndexActivated, this,
+          [this] { d_->default_index_set = true; });
   connect(d_->ui.auto_run_switch_, &MarUIControl::CSwitchControl::toggled, this, &CSavePlanAsDlg::showDuration);
   connect(d_->ui.auto_run_duration_, &MarUIControl::CRangeTimeEdit::SignalTimeChanged, this,
           &CSavePlanAsDlg::renewOverMidnightNote);
@@ -208,6 +212,7 @@ void CSavePlanAsDlg::SetCurIndexByPlayItem() {
   if (const QStandardItem* playing = d_->model->FindItemPlanPlaying()) {
     const QModelIndex index = playing->index();
     if (index.isValid() && index.parent().isValid()) {
+      d_->default_index_set = true;  // a branch that finishes expanding later must not put another group in its place
       choose(d_->proxy->mapFromSource(index.parent()));
     }
     return;
@@ -233,9 +238,13 @@ void CSavePlanAsDlg::ExpandDefaultIndex() {
 
 void CSavePlanAsDlg::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
+  if (event->spontaneous()) {
+    return;
+  }
   const auto& config = CViewConfigManager::Instance();
-  d_->ui.name_line_edit_->setText((config.IsShowPlanOrView() ? tr("Plan") : tr("View")) +
-                                  QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmss")));
+  d_->ui.name_line_edit_->setText(
+      (config.IsShowPlanOrView() ? tr("Plan") : tr("View")) +
+      QLocale::c().toString(QDateTime::currentDateTime(), QStringLiteral("yyyyMMddhhmmss")));
   d_->ui.auto_run_switch_->setToggle(false);
   d_->ui.auto_run_duration_->hide();
   d_->ui.auto_run_duration_->SetBeginTime(kMidnight);
@@ -370,14 +379,15 @@ void CSavePlanAsDlg::showRefusal(const QString& text) const {
 void CSavePlanAsDlg::GetPlanParam(view_plugin_protocol::AddPlanRequest& request) {
   using MarUIControl::QStringToString;
   const QString time_form = QStringLiteral("hh:mm:ss");
+  const QLocale c_locale = QLocale::c();  // the store reads no other digits
   const QModelIndex node = d_->ui.node_combox_->GetCurrentIndex();
   // The name goes out as typed: blanks around it are the user's own way to order names.
   request.plan_name = QStringToString(d_->ui.name_line_edit_->text());
   request.index_type = CViewPublicDef::GetIndexType(node);
   request.parent_index_code = QStringToString(node.data(GroupIndexCodeRole).toString());
   request.auto_play = d_->ui.auto_run_switch_->isToggled();
-  request.begin_time = QStringToString(d_->ui.auto_run_duration_->GetBeginTime().toString(time_form));
-  request.end_time = QStringToString(d_->ui.auto_run_duration_->GetEndTime().toString(time_form));
+  request.begin_time = QStringToString(c_locale.toString(d_->ui.auto_run_duration_->GetBeginTime(), time_form));
+  request.end_time = QStringToString(c_locale.toString(d_->ui.auto_run_duration_->GetEndTime(), time_form));
 }
 
 }  // namespace TarnPlanView

@@ -303,6 +303,21 @@
     </message>
 </context>
 <context>
+    <name>TarnPlanView::CBothFamiliesModel</name>
+    <message>
+        <source>Public plans</source>
+        <translation>Public plans</translation>
+    </message>
+    <message>
+        <source>My plans</source>
+        <translation>My plans</translation>
+    </message>
+    <message>
+        <source>No default view</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TarnPlanView::CCreationInfoDlg</name>
     <message>
         <source>Close</source>
@@ -311,6 +326,89 @@
     <message>
         <source>Creation information</source>
         <translation>Creation information</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPlanDocument</name>
+    <message>
+        <source>Change of name</source>
+        <translation>Change of name</translation>
+    </message>
+    <message>
+        <source>Change of group</source>
+        <translation>Change of group</translation>
+    </message>
+    <message>
+        <source>Automatic run on</source>
+        <translation>Automatic run on</translation>
+    </message>
+    <message>
+        <source>Automatic run off</source>
+        <translation>Automatic run off</translation>
+    </message>
+    <message>
+        <source>Change of times</source>
+        <translation>Change of times</translation>
+    </message>
+    <message>
+        <source>New page</source>
+        <translation>New page</translation>
+    </message>
+    <message>
+        <source>Duplicate page</source>
+        <translation>Duplicate page</translation>
+    </message>
+    <message>
+        <source>Delete page</source>
+        <translation>Delete page</translation>
+    </message>
+    <message>
+        <source>Move page</source>
+        <translation>Move page</translation>
+    </message>
+    <message>
+        <source>Change of split</source>
+        <translation>Change of split</translation>
+    </message>
+    <message>
+        <source>Change of dwell time</source>
+        <translation>Change of dwell time</translation>
+    </message>
+    <message>
+        <source>Put camera into window</source>
+        <translation>Put camera into window</translation>
+    </message>
+    <message>
+        <source>Fill page</source>
+        <translation>Fill page</translation>
+    </message>
+    <message>
+        <source>Swap windows</source>
+        <translation>Swap windows</translation>
+    </message>
+    <message>
+        <source>Clear window</source>
+        <translation>Clear window</translation>
+    </message>
+    <message>
+        <source>Clear page</source>
+        <translation>Clear page</translation>
+    </message>
+    <message>
+        <source>Change of stream</source>
+        <translation>Change of stream</translation>
+    </message>
+    <message>
+        <source>Change of preset</source>
+        <translation>Change of preset</translation>
+    </message>
+    <message>
+        <source>A plan holds at most %1 filled windows. Clear some first.</source>
+        <translation>A plan holds at most %1 filled windows. Clear some first.</translation>
+    </message>
+    <message>
+        <source>A plan has at most %1 pages.</source>
+        <translation>A plan has at most %1 pages.</translation>
     </message>
 </context>
 <context>
@@ -365,6 +463,10 @@
         <source>Orbis-ControlClient.fd0fcaae405246e29b52f6750fb70a76.msg</source>
         <translation>Creation information</translation>
     </message>
+    <message>
+        <source>This row is no longer there.</source>
+        <translation>This row is no longer there.</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CResourceWaitWidget</name>
@@ -400,10 +502,6 @@
         <translation>Begin and end of the daily run</translation>
     </message>
     <message>
-        <source>Over midnight: never starts</source>
-        <translation>Over midnight: never starts</translation>
-    </message>
-    <message>
         <source>Plan</source>
         <translation>Plan </translation>
     </message>
@@ -430,6 +528,16 @@
     <message>
         <source>TheBeginningTimeCannotEqualTheEndTime</source>
         <translation>Begin and end must not be the same time.</translation>
+    </message>
+    <message>
+        <source>Save as</source>
+        <translation>Save as</translation>
+    </message>
+    <message>
+        <source>Over midnight:
+never starts</source>
+        <translation>Over midnight:
+never starts</translation>
     </message>
 </context>
 <context>
@@ -610,6 +718,14 @@
         <source>Search</source>
         <translation>Search</translation>
     </message>
+    <message>
+        <source>Plans received</source>
+        <translation>Plans received</translation>
+    </message>
+    <message>
+        <source>The search got no answer.</source>
+        <translation>The search got no answer.</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewNameEdit</name>
@@ -662,6 +778,95 @@
     <message>
         <source>SaveAsView</source>
         <translation>Save view as...</translation>
+    </message>
+    <message>
+        <source>Ways to save</source>
+        <translation>Ways to save</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CWindowGrid</name>
+    <message>
+        <source>Windows of page %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2 cameras fit on this page.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Only cameras can be moved here.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clear window</source>
+        <translation>Clear window</translation>
+    </message>
+    <message>
+        <source>Clear page</source>
+        <translation>Clear page</translation>
+    </message>
+    <message>
+        <source>Drop a camera here</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CWindowText</name>
+    <message>
+        <source>Other content</source>
+        <translation>Other content</translation>
+    </message>
+    <message>
+        <source>%1 (not found)</source>
+        <translation>%1 (not found)</translation>
+    </message>
+    <message>
+        <source>Main stream</source>
+        <translation>Main stream</translation>
+    </message>
+    <message>
+        <source>Sub-stream</source>
+        <translation>Sub-stream</translation>
+    </message>
+    <message>
+        <source>Smooth stream</source>
+        <translation>Smooth stream</translation>
+    </message>
+    <message>
+        <source>Stream %1</source>
+        <translation>Stream %1</translation>
+    </message>
+    <message>
+        <source>Preset %1</source>
+        <translation>Preset %1</translation>
+    </message>
+    <message>
+        <source>Window %1 of %2</source>
+        <translation>Window %1 of %2</translation>
+    </message>
+    <message>
+        <source>%1: empty</source>
+        <translation>%1: empty</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>%1 h</source>
+        <translation>%1 h</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 min</translation>
+    </message>
+</context>
+<context>
+    <name>WidgetKit::CNewLocationComboBox</name>
+    <message>
+        <source>Choices</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

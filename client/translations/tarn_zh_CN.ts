@@ -303,6 +303,21 @@
     </message>
 </context>
 <context>
+    <name>TarnPlanView::CBothFamiliesModel</name>
+    <message>
+        <source>Public plans</source>
+        <translation>公共预案</translation>
+    </message>
+    <message>
+        <source>My plans</source>
+        <translation>我的预案</translation>
+    </message>
+    <message>
+        <source>No default view</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TarnPlanView::CCreationInfoDlg</name>
     <message>
         <source>Close</source>
@@ -311,6 +326,89 @@
     <message>
         <source>Creation information</source>
         <translation>创建信息</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPlanDocument</name>
+    <message>
+        <source>Change of name</source>
+        <translation>更改名称</translation>
+    </message>
+    <message>
+        <source>Change of group</source>
+        <translation>更改分组</translation>
+    </message>
+    <message>
+        <source>Automatic run on</source>
+        <translation>开启自动运行</translation>
+    </message>
+    <message>
+        <source>Automatic run off</source>
+        <translation>关闭自动运行</translation>
+    </message>
+    <message>
+        <source>Change of times</source>
+        <translation>更改时间</translation>
+    </message>
+    <message>
+        <source>New page</source>
+        <translation>新建页面</translation>
+    </message>
+    <message>
+        <source>Duplicate page</source>
+        <translation>复制页面</translation>
+    </message>
+    <message>
+        <source>Delete page</source>
+        <translation>删除页面</translation>
+    </message>
+    <message>
+        <source>Move page</source>
+        <translation>移动页面</translation>
+    </message>
+    <message>
+        <source>Change of split</source>
+        <translation>更改画面分割</translation>
+    </message>
+    <message>
+        <source>Change of dwell time</source>
+        <translation>更改停留时间</translation>
+    </message>
+    <message>
+        <source>Put camera into window</source>
+        <translation>将摄像机放入窗口</translation>
+    </message>
+    <message>
+        <source>Fill page</source>
+        <translation>填充页面</translation>
+    </message>
+    <message>
+        <source>Swap windows</source>
+        <translation>交换窗口</translation>
+    </message>
+    <message>
+        <source>Clear window</source>
+        <translation>清除窗口</translation>
+    </message>
+    <message>
+        <source>Clear page</source>
+        <translation>清空页面</translation>
+    </message>
+    <message>
+        <source>Change of stream</source>
+        <translation>更改码流</translation>
+    </message>
+    <message>
+        <source>Change of preset</source>
+        <translation>更改预置点</translation>
+    </message>
+    <message>
+        <source>A plan holds at most %1 filled windows. Clear some first.</source>
+        <translation>一个预案最多可填 %1 个窗口，请先清除一些。</translation>
+    </message>
+    <message>
+        <source>A plan has at most %1 pages.</source>
+        <translation>一个预案最多 %1 页。</translation>
     </message>
 </context>
 <context>
@@ -365,6 +463,10 @@
         <source>Orbis-ControlClient.fd0fcaae405246e29b52f6750fb70a76.msg</source>
         <translation>创建信息</translation>
     </message>
+    <message>
+        <source>This row is no longer there.</source>
+        <translation>该条目已不存在。</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CResourceWaitWidget</name>
@@ -400,10 +502,6 @@
         <translation>每天运行的开始和结束时间</translation>
     </message>
     <message>
-        <source>Over midnight: never starts</source>
-        <translation>跨越午夜：不会启动</translation>
-    </message>
-    <message>
         <source>Plan</source>
         <translation>预案</translation>
     </message>
@@ -430,6 +528,16 @@
     <message>
         <source>TheBeginningTimeCannotEqualTheEndTime</source>
         <translation>开始时间不能与结束时间相同。</translation>
+    </message>
+    <message>
+        <source>Save as</source>
+        <translation>另存为</translation>
+    </message>
+    <message>
+        <source>Over midnight:
+never starts</source>
+        <translation>跨越午夜：
+不会启动</translation>
     </message>
 </context>
 <context>
@@ -610,6 +718,14 @@
         <source>Search</source>
         <translation>搜索</translation>
     </message>
+    <message>
+        <source>Plans received</source>
+        <translation>收到的预案</translation>
+    </message>
+    <message>
+        <source>The search got no answer.</source>
+        <translation>搜索没有得到响应。</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewNameEdit</name>
@@ -662,6 +778,95 @@
     <message>
         <source>SaveAsView</source>
         <translation>视图另存为...</translation>
+    </message>
+    <message>
+        <source>Ways to save</source>
+        <translation>保存方式</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CWindowGrid</name>
+    <message>
+        <source>Windows of page %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2 cameras fit on this page.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Only cameras can be moved here.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clear window</source>
+        <translation>清除窗口</translation>
+    </message>
+    <message>
+        <source>Clear page</source>
+        <translation>清空页面</translation>
+    </message>
+    <message>
+        <source>Drop a camera here</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CWindowText</name>
+    <message>
+        <source>Other content</source>
+        <translation>其他内容</translation>
+    </message>
+    <message>
+        <source>%1 (not found)</source>
+        <translation>%1（未找到）</translation>
+    </message>
+    <message>
+        <source>Main stream</source>
+        <translation>主码流</translation>
+    </message>
+    <message>
+        <source>Sub-stream</source>
+        <translation>子码流</translation>
+    </message>
+    <message>
+        <source>Smooth stream</source>
+        <translation>流畅码流</translation>
+    </message>
+    <message>
+        <source>Stream %1</source>
+        <translation>码流 %1</translation>
+    </message>
+    <message>
+        <source>Preset %1</source>
+        <translation>预置点 %1</translation>
+    </message>
+    <message>
+        <source>Window %1 of %2</source>
+        <translation>窗口 %1，共 %2 个</translation>
+    </message>
+    <message>
+        <source>%1: empty</source>
+        <translation>%1：空</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 秒</translation>
+    </message>
+    <message>
+        <source>%1 h</source>
+        <translation>%1 小时</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 分钟</translation>
+    </message>
+</context>
+<context>
+    <name>WidgetKit::CNewLocationComboBox</name>
+    <message>
+        <source>Choices</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

@@ -1,6 +1,7 @@
 #include "marlog/marlog.h"
 
 #include <QDateTime>
+#include <QLocale>
 #include <cstdarg>
 #include <cstdio>
 #include <memory>
@@ -47,7 +48,7 @@ QString OneLine(QString text) {
 QByteArray Entry(const QString& module, int level, const QString& line) {
   static const char kLevels[] = {'?', 'I', 'W', 'E'};
   const char mark = level >= marlog::Info && level <= marlog::Error ? kLevels[level] : kLevels[0];
-  const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
+  const QString time = QLocale::c().toString(QDateTime::currentDateTime(), QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
   return QStringLiteral("%1 %2 %3 %4\n").arg(time, QString(QLatin1Char(mark)), module, line).toUtf8();
 }
 

@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QEvent>
 #include <QKeyEvent>
+#include <QLocale>
 #include <QPalette>
 #include <QRegExpValidator>
 #include <QTimerEvent>
@@ -83,7 +84,7 @@ void CViewNameEdit::SetMode(int mode) {
     case AddGroup:
       ui_->ptr_name_edit->setText(
           QCoreApplication::translate("Shared", "Orbis-ControlClient.99baf139876846ebb0412f61e6eca142.name") +
-          QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmss")));
+          QLocale::c().toString(QDateTime::currentDateTime(), QStringLiteral("yyyyMMddhhmmss")));
       ui_->ptr_name_label->SetText(tr("AddTheGroupSOBHJhrgRz"));
       ui_->ptr_save_btn->setText(tr("Add"));
       break;
@@ -98,6 +99,7 @@ void CViewNameEdit::SetMode(int mode) {
     default:
       break;
   }
+  setAccessibleName(ui_->ptr_name_label->text());
 }
 
 void CViewNameEdit::SetName(const QString& name) {
@@ -172,14 +174,24 @@ void CViewNameEdit::timerEvent(QTimerEvent* event) {
 void CViewNameEdit::focusOutEvent(QFocusEvent* event) {
   // The border counts as outside: whoever aims at what lies behind the pop-up often hits just its edge.
   const QPoint cursor = mapFromGlobal(QCursor::pos());
-  if (!rect().adjusted(1, 1, 0, 0).contains(cursor)) {
+  const bool own_menu = event->reason() == Qt::PopupFocusReason;  // the field's, which the keyboard opens anywhere
+  if (!own_menu && !rect().adjusted(1, 1, 0, 0).contains(cursor)) {
     hide();
   }
   QFrame::focusOutEvent(event);
 }
 
+// There is one field; a focus that went on to the frame would count as lost, and the typed name with it.
+bool CViewNameEdit::focusNextPrevChild(bool next) {
+  Q_UNUSED(next)
+  return true;
+}
+
 void CViewNameEdit::showEvent(QShowEvent* event) {
   QFrame::showEvent(event);
+  if (event->spontaneous()) {
+    return;
+  }
   KeepOnScreen(this, pos());
   activateWindow();
   ui_->ptr_name_edit->setFocus(Qt::PopupFocusReason);

@@ -41,6 +41,7 @@ class CViewNameEdit : public QFrame {
   void timerEvent(QTimerEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:

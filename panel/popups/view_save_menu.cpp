@@ -48,6 +48,7 @@ CViewSaveMenu::CViewSaveMenu(QWidget* parent) : QWidget(parent), body_(std::make
   const bool plans = CViewConfigManager::Instance().IsShowPlanOrView();
   body_->ui.ptr_save_btn_->setText(plans ? tr("LtkdtdvtUCQNJzHRVo") : tr("SaveView"));
   body_->ui.ptr_save_as_btn->setText(plans ? tr("PrYXuunpaDeMGkqpzm") : tr("SaveAsView"));
+  setAccessibleName(tr("Ways to save"));
   connect(body_->ui.ptr_save_btn_, &QPushButton::clicked, this, &CViewSaveMenu::OnSaveBtnClicked);
   connect(body_->ui.ptr_save_as_btn, &QPushButton::clicked, this, &CViewSaveMenu::OnSaveAsBtnClicked);
 }

@@ -269,8 +269,9 @@ bool CPlanViewTree::event(QEvent* event) {
       break;
     case QEvent::ShortcutOverride: {
       // A shortcut of the window must not take the keys from the row that has the focus.
-      const int key = static_cast<QKeyEvent*>(event)->key();
-      if (key == Qt::Key_F2 || key == Qt::Key_Delete) {
+      const auto* press = static_cast<QKeyEvent*>(event);
+      const bool command = press->key() == Qt::Key_F2 || press->key() == Qt::Key_Delete;
+      if (command && press->modifiers() == Qt::NoModifier && d_->HasCommands()) {
         event->accept();
         return true;
       }

@@ -94,7 +94,10 @@ void CPlanViewTree::Private::ShowMenu(const QModelIndex& index, const QPoint& gl
   menu_code = CodeOf(index);
   menu_for_group = index.data(IsGroupRole).toBool();
   BecomeCurrent(index);
-  OfferEntries(index);
+  if (!menu_row.isValid()) {
+    return;  // a listener took it away
+  }
+  OfferEntries(menu_row);
   menu->SetMenuData(menu_code);
   HideThumbnail();
   Q_EMIT q->SignalMenuAboutToShow(menu_row);
@@ -132,7 +135,12 @@ QModelIndex CPlanViewTree::Private::MenuRow() const {
 }
 
 void CPlanViewTree::Private::RunCommand(MsgType type, const QString& code) {
-  BecomeCurrent(MenuRow());
+  const QPersistentModelIndex row = MenuRow();
+  if (!row.isValid()) {
+    Q_EMIT q->SignalMessageTipNeeded(CPlanViewTree::tr("This row is no longer there."), 1);
+    return;
+  }
+  BecomeCurrent(row);
   Q_EMIT q->SignalMenuClicked(type, code);
 }
 
@@ -154,7 +162,15 @@ bool CPlanViewTree::Private::CommandByKey(MsgType type) {
   return true;
 }
 
+// A tree that only offers its rows, as in a drop-down, has no commands.
+bool CPlanViewTree::Private::HasCommands() const {
+  return q->contextMenuPolicy() != Qt::PreventContextMenu;
+}
+
 bool CPlanViewTree::Private::HandleKey(int key, Qt::KeyboardModifiers modifiers) {
+  if (!HasCommands()) {
+    return false;
+  }
   const auto held = modifiers & ~Qt::KeypadModifier;
   if (key == Qt::Key_Menu || (key == Qt::Key_F10 && held == Qt::ShiftModifier)) {
     ShowMenuAtCurrent();
@@ -181,7 +197,11 @@ bool CPlanViewTree::Private::HandleKey(int key, Qt::KeyboardModifiers modifiers)
 }
 
 void CPlanViewTree::keyPressEvent(QKeyEvent* event) {
-  if (d_->HandleKey(event->key(), event->modifiers())) {
+  const bool command = event->key() == Qt::Key_F2 || event->key() == Qt::Key_Delete ||
+                       ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
+                        CViewPublicDef::GetIndexItemType(currentIndex()) == 1);
+  // A key held down is one command, not many.
+  if ((command && event->isAutoRepeat()) || d_->HandleKey(event->key(), event->modifiers())) {
     event->accept();
     return;
   }

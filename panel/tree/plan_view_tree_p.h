@@ -35,6 +35,7 @@ class CPlanViewTree::Private {
   void OfferEntries(const QModelIndex& index);
   void RunCommand(tarn_ui_data_controller::MsgType type, const QString& code);
   QModelIndex MenuRow() const;
+  bool HasCommands() const;
   bool HandleKey(int key, Qt::KeyboardModifiers modifiers);
   bool CommandByKey(tarn_ui_data_controller::MsgType type);
 

@@ -1,5 +1,6 @@
 #include "store/plan_writer.h"
 
+#include <QLocale>
 #include <QStringList>
 #include <algorithm>
 #include <utility>
@@ -29,7 +30,7 @@ CPlanWriter::CPlanWriter(CStoreSession& session, const CSiteDirectory& site, std
     : session_(session), repository_(session.Repository()), site_(site), now_(std::move(now)) {}
 
 QString CPlanWriter::Now() const {
-  return now_().toString(kDateTimeFormat);
+  return QLocale::c().toString(now_(), kDateTimeFormat);  // other locales have other digits
 }
 
 const CSiteDirectory::User& CPlanWriter::User(int32_t id) const {

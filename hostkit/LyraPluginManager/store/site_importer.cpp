@@ -1,5 +1,6 @@
 #include "store/site_importer.h"
 
+#include <QLocale>
 #include <QUuid>
 
 #include "store/feature_switches.h"
@@ -34,7 +35,10 @@ int32_t OwnerId(const PlanSite& site, int32_t family, int owner) {
 }  // namespace
 
 CSiteImporter::CSiteImporter(CSqlEngine& engine, const PlanSite& site, const QDateTime& now)
-    : engine_(engine), repository_(engine), site_(site), now_(now.toString("yyyy-MM-dd HH:mm:ss")) {}
+    : engine_(engine),
+      repository_(engine),
+      site_(site),
+      now_(QLocale::c().toString(now, QStringLiteral("yyyy-MM-dd HH:mm:ss"))) {}
 
 void CSiteImporter::Run() {
   ImportInfo();

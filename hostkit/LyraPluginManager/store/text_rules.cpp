@@ -1,5 +1,6 @@
 #include "store/text_rules.h"
 
+#include <QLocale>
 #include <QTextCodec>
 #include <QTime>
 #include <algorithm>
@@ -53,7 +54,7 @@ QString CheckedTime(const std::string& time) {
   if (!parsed.isValid()) {
     throw CStoreError(QStringLiteral("\"%1\" is not a time of day.").arg(ToQt(time)));
   }
-  return parsed.toString(kTimeFormat);
+  return QLocale::c().toString(parsed, kTimeFormat);
 }
 
 QString TimeOrNothing(const std::string& time) {
