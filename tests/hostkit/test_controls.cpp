@@ -25,6 +25,7 @@
 #include "MarUIControl/tree_view.h"
 #include "TarnHost/modal_answer.h"
 #include "TarnUIDataController/skin_loader.h"
+#include "WidgetKit/new_location_combo_box.h"
 
 using namespace MarUIControl;  // NOLINT: the test is about this library alone
 
@@ -67,6 +68,7 @@ class ControlsTest : public QObject {
   void ComboByKeys();
   void ComboFindsByTyping();
   void ComboFollowsItsRow();
+  void ComboBringsItsTree();
   void DropDownStaysOnItsScreen();
   void ModalBoxAnswers();
   void ModalBoxOutlivesItsParent();
@@ -363,6 +365,23 @@ void ControlsTest::ComboFollowsItsRow() {
   combo_->HidePopup();
   combo_->ShowPopup();
   QVERIFY(!combo_->IsPopupVisible());
+}
+
+void ControlsTest::ComboBringsItsTree() {
+  MakeCombo();
+  QPointer<QWidget> replaced;
+  {
+    WidgetKit::CNewLocationComboBox box;
+    window_->layout()->addWidget(&box);
+    replaced = box.LocationTree();
+    QVERIFY(replaced && box.IsEditLabelVisible());
+    box.LocationTree()->setModel(&model_);
+    box.SetCurrentIndex(Row("Closed"));
+    QCOMPARE(box.CurrentText(), QString("Closed"));
+    box.SetLocationView(tree_);
+    QCOMPARE(box.LocationTree(), tree_);
+  }
+  QVERIFY(!replaced);
 }
 
 void ControlsTest::DropDownStaysOnItsScreen() {
