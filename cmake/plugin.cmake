@@ -45,9 +45,12 @@ tarn_plugin_layer(NAME tarn_plan_data DIR data USES tarn_plan_config
           view_model_data_manager_export.h view_sort_filter_proxy_model_export.h)
 tarn_plugin_layer(NAME tarn_plan_controller DIR service/controller USES tarn_plan_data tarn_plan_config
   EXPORTS standard_view_controller.h plugin_shutdown.h)
+tarn_plugin_layer(NAME tarn_plan_default_view DIR service/default_view
+  USES tarn_plan_controller tarn_plan_data tarn_plan_config
+  EXPORTS default_load_view_display.h)
 tarn_plugin_layer(NAME tarn_plan_tree DIR panel/tree USES tarn_plan_controller tarn_plan_data tarn_plan_config
   EXPORTS plan_view_tree.h)
-tarn_plugin_layer(NAME tarn_plan_dialogs DIR dialogs
+tarn_plugin_layer(NAME tarn_plan_dialogs DIR dialogs dialogs/editor
   USES tarn_plan_tree tarn_plan_controller tarn_plan_data tarn_plan_config
   EXPORTS save_plan_as_dlg.h)
 tarn_plugin_layer(NAME tarn_plan_panel DIR panel panel/moves panel/pages panel/popups panel/preview panel/search

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QUndoStack>
+#include <functional>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "plan_draft.h"
@@ -14,7 +15,8 @@ struct DraftCamera {
 };
 
 /// One plan in the editor, with undo of every edit. Each call below is one step of the stack; consecutive edits of the
-/// same text or number become one step. A call that changes nothing makes no step. Thread: GUI.
+/// name, the times or one page's dwell time become one step. A call that changes nothing, or names a page or a window
+/// that is not in sight, makes no step. Undo and redo bring the page to the front where the step was made. Thread: GUI.
 class CPlanDocument : public QObject {
   Q_OBJECT
  public:
@@ -29,12 +31,14 @@ class CPlanDocument : public QObject {
   explicit CPlanDocument(QObject* parent = nullptr);
   ~CPlanDocument() override;
 
-  /// A new plan with one empty page, clean.
-  void StartNew(const QString& name, const QString& group_code);
-  /// A plan as the host has it, clean. What the editor does not know is kept for the requests.
+  /// A new plan with one empty page, clean. SignalChanged() tells of everything at once.
+  void StartNew(const QString& name, const QString& group_code, const QString& group_name = {}, int family = 0);
+  /// A plan as the host has it, clean. What the editor does not know is kept for the requests. Pages are sorted by
+  /// their numbers, as they play. SignalChanged() tells of everything at once.
   void Load(const view_plugin_protocol::GetPlanDetailResponse& detail);
-  /// The plan as it is now is on the host, under this revision.
-  void MarkSaved(int64_t revision);
+  /// The plan as it is now is on the host, under this revision; a new one under this code. Windows out of sight are
+  /// forgotten, but undo still knows them.
+  void MarkSaved(int64_t revision, const std::string& plan_code = {});
   /// From now on the plan is a new one: it has no code and no revision yet. Dirty until saved.
   void BecomeNew();
   /// Overwrite: the next update carries the host's revision, whatever was loaded.
@@ -42,8 +46,9 @@ class CPlanDocument : public QObject {
 
   const PlanDraft& Draft() const { return draft_; }
   /// Empty for a new plan.
-  std::string PlanCode() const;
-  int64_t Revision() const;
+  std::string PlanCode() const { return origin_.index_code; }
+  int64_t Revision() const { return origin_.revision; }
+  /// Whether a save would change what is on the host.
   bool IsDirty() const;
   QUndoStack& UndoStack() { return stack_; }
 
@@ -52,33 +57,41 @@ class CPlanDocument : public QObject {
   void SetCurrentPage(int page);
 
   void SetName(const QString& name);
-  void SetGroup(const QString& group_code);
+  /// Without a family the plan stays in the one it is in.
+  void SetGroup(const QString& group_code, const QString& group_name = {}, int family = -1);
   void SetAutoRun(bool on);
+  /// Any order of the two; times that are none are ignored.
   void SetTimes(const QTime& begin, const QTime& end);
 
-  /// After `page`, which becomes the new one's neighbour; the new page is current. At most kMaxPages.
+  /// After `page`, which becomes the new one's neighbour and lends it split and dwell time; the new page is current. At
+  /// most kMaxPages, else SignalRefused(). Adding, duplicating, removing and moving number all pages anew.
   void AddPage(int page);
+  /// Right after the page, and current; refused like a new page, and when it would hold too many windows.
   void DuplicatePage(int page);
   /// The last page stays, emptied.
   void RemovePage(int page);
   /// `to`: its place after the move.
   void MovePage(int from, int to);
-  /// 1, 2, 4 or 8. Windows beyond a smaller split are kept out of sight until the plan is saved.
+  /// 1, 2, 4 or 8. Windows beyond a smaller split are kept out of sight until the plan is saved. SignalRefused() when
+  /// they come back and find the plan full.
   void SetSplit(int page, int split_type);
   /// Clamped to kMinDwellSeconds..kMaxDwellSeconds.
   void SetDwell(int page, int seconds);
 
-  /// False, with SignalRefused(), when the plan would hold more than kMaxFilledWindows.
+  /// Over what is there; the same camera keeps its stream and preset. False, with SignalRefused(), when the plan would
+  /// hold more than kMaxFilledWindows; false alone for no such window or no camera.
   bool PutCamera(int page, int window_no, const DraftCamera& camera);
-  /// From `first_window` on, over the filled ones, as far as the page's split goes; one step.
+  /// From `first_window` on, over the filled ones, as far as the page's split goes; one step, all or, when the plan
+  /// would hold too many, none.
   bool FillPage(int page, int first_window, const QVector<DraftCamera>& cameras);
   void SwapWindows(int page, int window_no, int other_window_no);
   void ClearWindow(int page, int window_no);
+  /// Windows that are out of sight as well.
   void ClearPage(int page);
   void SetStream(int page, int window_no, int stream_type);
   void SetPreset(int page, int window_no, int preset_no);
 
-  /// Pages numbered from 1; windows beyond a page's split left out; names as typed.
+  /// Names as typed, windows that a smaller split put out of sight left out, everything untouched as the host gave it.
   view_plugin_protocol::AddPlanRequest MakeAddRequest() const;
   view_plugin_protocol::UpdatePlanRequest MakeUpdateRequest() const;
 
@@ -92,17 +105,29 @@ class CPlanDocument : public QObject {
  private:
   class Step;
   friend class Step;
+  using Windows = std::list<view_plugin_protocol::PlanWindow>;
 
-  void Push(const QString& text, PlanDraft after, int merge_id, int current_page);
+  void Begin(PlanDraft draft, view_plugin_protocol::GetPlanDetailResponse origin);
+  /// False when the step would fill too many windows. `current_page` -1: the step does not care which page is shown.
+  bool Push(const QString& text, PlanDraft after, int current_page, int merge_id = -1);
+  void PushPages(const QString& text, PlanDraft after, int current_page);
+  bool PushPage(const QString& text, int page, const std::function<void(DraftPage&)>& edit, int merge_id = -1);
+  void EditShown(const QString& text, int page, int window_no,
+                 const std::function<void(view_plugin_protocol::PlanWindow&)>& edit);
   void Take(const PlanDraft& draft, int current_page);
-  bool HasPage(int page) const;
+  bool HasPage(int page) const { return page >= 0 && page < draft_.pages.size(); }
+  bool HasWindow(int page, int window_no) const;
+  bool HasRoomForPage();
   void RenewDirty();
+  std::string TimeText(const QTime& time, const std::string& loaded) const;
+  std::list<view_plugin_protocol::PlanPage> PagesToSave() const;
+  void FillRequest(view_plugin_protocol::AddPlanRequest* request) const;
 
   PlanDraft draft_, saved_;
-  view_plugin_protocol::GetPlanDetailResponse origin_;
+  view_plugin_protocol::GetPlanDetailResponse origin_;  // without its pages
   QUndoStack stack_;
   int current_page_ = 0;
-  bool was_dirty_ = false, is_new_ = true;
+  bool was_dirty_ = false, became_new_ = false, had_no_pages_ = false;
 };
 
 }  // namespace TarnPlanView

@@ -8,18 +8,49 @@
 
 namespace TarnPlanView {
 
+/// Windows of a page with this split type (1, 2, 4, 8): 1, 4, 9, 16. An unknown type counts as one window.
+int WindowsOfSplit(int split_type);
+
+/// Whether there is a camera or other content in this record.
+bool IsFilled(const view_plugin_protocol::PlanWindow& window);
+
+/// A page being edited: the host's record, and what its life in the editor adds.
+///
+/// Windows that a smaller split put out of sight stay in the record, so that a larger split brings them back, but they
+/// are not saved. Windows that were never in sight are not the editor's: they are kept and saved as they are.
+struct DraftPage : view_plugin_protocol::PlanPage {
+  DraftPage() = default;
+  explicit DraftPage(view_plugin_protocol::PlanPage page)
+      : PlanPage(std::move(page)), seen_windows(WindowsOfSplit(split_type)) {}
+
+  /// Windows numbered up to here have been in sight since the plan was loaded or saved.
+  int seen_windows = 1;
+  /// Where the host's list has the page.
+  int place = 0;
+
+  /// Whether the number is one of a window that the split put out of sight.
+  bool IsHidden(int window_no) const { return window_no > WindowsOfSplit(split_type) && window_no <= seen_windows; }
+  bool operator==(const DraftPage& other) const;
+  bool operator!=(const DraftPage& other) const { return !(*this == other); }
+};
+
 /// A plan as it is being edited. Pages and windows are the host's records, so that what the editor does not know of
-/// them is kept. Windows are numbered from 1 within a page; a window without a record is empty.
+/// them is kept. Pages stand in the order in which they play. Windows are numbered from 1 within a page; a window
+/// without a record is empty.
 struct PlanDraft {
-  QString name, group_code;
+  QString name, group_code, group_name;
+  int family = 0;  // of the group
   bool auto_run = false;
   QTime begin = QTime(0, 0), end = QTime(0, 0);
-  QVector<view_plugin_protocol::PlanPage> pages;
+  QVector<DraftPage> pages;
 
-  /// Windows with a camera or other content on all pages, those beyond a page's split included.
+  /// Windows with a camera or other content that would be saved, on all pages. Those out of sight do not count.
   int FilledWindows() const;
-  /// The record of a window, or null for an empty one.
+  /// The record that a window in sight shows, or null for an empty one. Of several records the wall shows the last one
+  /// with a camera.
   const view_plugin_protocol::PlanWindow* Window(int page, int window_no) const;
+  /// The plan as a save would leave it: without the windows out of sight.
+  PlanDraft WithoutHiddenWindows() const;
 
   bool operator==(const PlanDraft& other) const;
   bool operator!=(const PlanDraft& other) const { return !(*this == other); }
@@ -30,8 +61,5 @@ constexpr int kMinDwellSeconds = 5;
 constexpr int kMaxDwellSeconds = 24 * 60 * 60;
 constexpr int kDefaultDwellSeconds = 10;
 constexpr int kMaxPages = 64;
-
-/// Windows of a page with this split type (1, 2, 4, 8): 1, 4, 9, 16. An unknown type counts as one window.
-int WindowsOfSplit(int split_type);
 
 }  // namespace TarnPlanView

@@ -1,0 +1,521 @@
+#include "plan_document.h"
+
+#include <QUndoCommand>
+#include <algorithm>
+
+#include "MarUIControl/split_type_data.h"
+#include "MarUIControl/string_conversion.h"
+
+namespace TarnPlanView {
+
+using MarUIControl::QStringToString;
+using MarUIControl::StringToQString;
+using MarUIControl::struSplitTypeData;
+using view_plugin_protocol::PlanPage;
+using view_plugin_protocol::PlanWindow;
+
+namespace {
+
+enum MergeId { kNoMerge = -1, kMergeName = 1, kMergeTimes = 2, kMergeDwell = 100 };  // dwell: plus the page
+
+const char kTimeFormat[] = "HH:mm:ss";
+
+QTime TimeFrom(const std::string& text) {
+  const QTime time = QTime::fromString(StringToQString(text), kTimeFormat);
+  return time.isValid() ? time : QTime(0, 0);
+}
+
+bool IsKnownSplit(int split_type) {
+  return split_type == struSplitTypeData::Split1 || split_type == struSplitTypeData::Split4 ||
+         split_type == struSplitTypeData::Split9 || split_type == struSplitTypeData::Split16;
+}
+
+DraftPage EmptyPage() {
+  PlanPage page;
+  page.page_no = 1;
+  page.split_type = struSplitTypeData::Split4;
+  page.dwell_seconds = kDefaultDwellSeconds;
+  return DraftPage(page);
+}
+
+DraftPage NeighbourOf(const DraftPage& page) {
+  DraftPage neighbour = EmptyPage();
+  if (IsKnownSplit(page.split_type)) {
+    neighbour.split_type = page.split_type;
+  }
+  neighbour.dwell_seconds = qBound(kMinDwellSeconds, page.dwell_seconds, kMaxDwellSeconds);
+  return DraftPage(neighbour);
+}
+
+std::string NameAfter(int page_no) {
+  return "Page " + std::to_string(page_no);
+}
+
+// A page that is only called after its number goes by the new one.
+void NumberPages(QVector<DraftPage>* pages) {
+  for (int i = 0; i < pages->size(); ++i) {
+    DraftPage& page = (*pages)[i];
+    if (page.name == NameAfter(page.page_no)) {
+      page.name = NameAfter(i + 1);
+    }
+    page.page_no = i + 1;
+    page.place = i;
+  }
+}
+
+QVector<DraftPage> PagesFrom(const std::list<PlanPage>& records) {
+  QVector<DraftPage> pages;
+  for (const PlanPage& record : records) {
+    pages.append(DraftPage(record));
+    pages.last().place = pages.size() - 1;
+  }
+  std::stable_sort(pages.begin(), pages.end(),
+                   [](const DraftPage& one, const DraftPage& other) { return one.page_no < other.page_no; });
+  return pages;
+}
+
+PlanDraft DraftFrom(const view_plugin_protocol::GetPlanDetailResponse& detail) {
+  PlanDraft draft;
+  draft.name = StringToQString(detail.name);
+  draft.group_code = StringToQString(detail.group_index_code);
+  draft.group_name = StringToQString(detail.group_name);
+  draft.family = detail.type;
+  draft.auto_run = detail.auto_run;
+  draft.begin = TimeFrom(detail.start_time);
+  draft.end = TimeFrom(detail.end_time);
+  draft.pages = PagesFrom(detail.pages);
+  return draft;
+}
+
+PlanWindow WindowOf(int window_no, const DraftCamera& camera) {
+  PlanWindow window;
+  window.window_no = window_no;
+  window.content_kind = 1;
+  window.resource_code = QStringToString(camera.index_code);
+  window.resource_name = QStringToString(camera.name);
+  return window;
+}
+
+bool IsOf(const PlanWindow& window, const DraftCamera& camera) {
+  return window.content_kind == 1 && window.resource_code == QStringToString(camera.index_code);
+}
+
+PlanWindow* ShownIn(DraftPage* page, int window_no) {
+  PlanDraft looked_at;
+  looked_at.pages.append(*page);
+  const PlanWindow* shown = looked_at.Window(0, window_no);
+  if (!shown) {
+    return nullptr;
+  }
+  const auto& windows = looked_at.pages.constFirst().windows;
+  auto found = page->windows.begin();
+  for (auto window = windows.begin(); &*window != shown; ++window) {
+    ++found;
+  }
+  return &*found;
+}
+
+void ClearIn(DraftPage* page, int window_no) {
+  page->windows.remove_if([window_no](const PlanWindow& window) { return window.window_no == window_no; });
+}
+
+void PutIn(DraftPage* page, int window_no, const DraftCamera& camera) {
+  PlanWindow* shown = ShownIn(page, window_no);
+  if (shown && IsOf(*shown, camera)) {
+    shown->resource_name = QStringToString(camera.name);
+    return;
+  }
+  ClearIn(page, window_no);
+  const auto place = std::find_if(page->windows.begin(), page->windows.end(),
+                                  [window_no](const PlanWindow& window) { return window.window_no > window_no; });
+  page->windows.insert(place, WindowOf(window_no, camera));
+}
+
+// The only page that differs; -1 when there are several or none.
+int OnlyDifference(const QVector<DraftPage>& one, const QVector<DraftPage>& other) {
+  int page = -1;
+  for (int i = 0; i < one.size(); ++i) {
+    if (one[i] != other[i]) {
+      if (page >= 0) {
+        return -1;
+      }
+      page = i;
+    }
+  }
+  return page;
+}
+
+bool SameHead(PlanDraft one, const PlanDraft& other) {
+  one.pages = other.pages;
+  return one == other;
+}
+
+}  // namespace
+
+class CPlanDocument::Step : public QUndoCommand {
+ public:
+  struct State {
+    PlanDraft draft;
+    int current_page;  // -1: as it is
+  };
+
+  Step(const QString& text, CPlanDocument* document, State before, State after, int merge_id)
+      : QUndoCommand(text),
+        document_(document),
+        before_(std::move(before)),
+        after_(std::move(after)),
+        merge_id_(merge_id) {}
+
+  int id() const override { return merge_id_; }
+  void undo() override { document_->Take(before_.draft, before_.current_page); }
+  void redo() override { document_->Take(after_.draft, after_.current_page); }
+
+  bool mergeWith(const QUndoCommand* other) override {
+    after_ = static_cast<const Step*>(other)->after_;
+    setObsolete(before_.draft == after_.draft);
+    return true;
+  }
+
+ private:
+  CPlanDocument* document_;
+  State before_, after_;
+  int merge_id_;
+};
+
+CPlanDocument::CPlanDocument(QObject* parent) : QObject(parent) {
+  StartNew(QString(), QString());
+}
+
+CPlanDocument::~CPlanDocument() = default;
+
+void CPlanDocument::StartNew(const QString& name, const QString& group_code, const QString& group_name, int family) {
+  PlanDraft draft;
+  draft.name = name;
+  draft.group_code = group_code;
+  draft.group_name = group_name;
+  draft.family = family;
+  draft.pages.append(EmptyPage());
+  had_no_pages_ = false;
+  Begin(std::move(draft), {});
+}
+
+void CPlanDocument::Load(const view_plugin_protocol::GetPlanDetailResponse& detail) {
+  PlanDraft draft = DraftFrom(detail);
+  had_no_pages_ = draft.pages.isEmpty();
+  if (had_no_pages_) {
+    draft.pages.append(EmptyPage());  // to have something to edit
+  }
+  Begin(std::move(draft), detail);
+}
+
+void CPlanDocument::Begin(PlanDraft draft, view_plugin_protocol::GetPlanDetailResponse origin) {
+  stack_.clear();
+  origin_ = std::move(origin);
+  origin_.pages.clear();
+  draft_ = saved_ = std::move(draft);
+  current_page_ = 0;
+  became_new_ = false;
+  Q_EMIT SignalChanged(HeadChanged | PagesChanged | CurrentChanged, -1);
+  RenewDirty();
+}
+
+void CPlanDocument::MarkSaved(int64_t revision, const std::string& plan_code) {
+  if (!plan_code.empty()) {
+    origin_.index_code = plan_code;
+  }
+  origin_.revision = revision;
+  became_new_ = false;
+  draft_ = saved_ = draft_.WithoutHiddenWindows();
+  stack_.setClean();
+  RenewDirty();
+}
+
+void CPlanDocument::BecomeNew() {
+  origin_.index_code.clear();
+  origin_.revision = 0;
+  became_new_ = true;
+  RenewDirty();
+}
+
+void CPlanDocument::AdoptRevision(int64_t revision) {
+  origin_.revision = revision;
+}
+
+bool CPlanDocument::IsDirty() const {
+  return became_new_ || draft_.WithoutHiddenWindows() != saved_;
+}
+
+void CPlanDocument::SetCurrentPage(int page) {
+  page = qBound(0, page, draft_.pages.size() - 1);
+  if (page != current_page_) {
+    current_page_ = page;
+    Q_EMIT SignalChanged(CurrentChanged, -1);
+  }
+}
+
+void CPlanDocument::SetName(const QString& name) {
+  PlanDraft after = draft_;
+  after.name = name;
+  Push(tr("Change of name"), std::move(after), -1, kMergeName);
+}
+
+void CPlanDocument::SetGroup(const QString& group_code, const QString& group_name, int family) {
+  PlanDraft after = draft_;
+  after.group_code = group_code;
+  after.group_name = group_name;
+  after.family = family < 0 ? draft_.family : family;
+  Push(tr("Change of group"), std::move(after), -1);
+}
+
+void CPlanDocument::SetAutoRun(bool on) {
+  PlanDraft after = draft_;
+  after.auto_run = on;
+  Push(on ? tr("Automatic run on") : tr("Automatic run off"), std::move(after), -1);
+}
+
+void CPlanDocument::SetTimes(const QTime& begin, const QTime& end) {
+  if (!begin.isValid() || !end.isValid()) {
+    return;
+  }
+  PlanDraft after = draft_;
+  after.begin = begin;
+  after.end = end;
+  Push(tr("Change of times"), std::move(after), -1, kMergeTimes);
+}
+
+void CPlanDocument::AddPage(int page) {
+  if (!HasRoomForPage()) {
+    return;
+  }
+  page = qBound(-1, page, draft_.pages.size() - 1);
+  PlanDraft after = draft_;
+  after.pages.insert(page + 1, page < 0 ? EmptyPage() : NeighbourOf(draft_.pages[page]));
+  PushPages(tr("New page"), std::move(after), page + 1);
+}
+
+void CPlanDocument::DuplicatePage(int page) {
+  if (!HasPage(page) || !HasRoomForPage()) {
+    return;
+  }
+  PlanDraft after = draft_;
+  after.pages.insert(page + 1, draft_.pages[page]);
+  PushPages(tr("Duplicate page"), std::move(after), page + 1);
+}
+
+void CPlanDocument::RemovePage(int page) {
+  if (!HasPage(page)) {
+    return;
+  }
+  if (draft_.pages.size() == 1) {
+    ClearPage(page);
+    return;
+  }
+  PlanDraft after = draft_;
+  after.pages.removeAt(page);
+  const int current = page < current_page_ ? current_page_ - 1 : current_page_;
+  PushPages(tr("Delete page"), std::move(after), qMin(current, after.pages.size() - 1));
+}
+
+void CPlanDocument::MovePage(int from, int to) {
+  if (!HasPage(from) || !HasPage(to) || from == to) {
+    return;
+  }
+  PlanDraft after = draft_;
+  after.pages.move(from, to);
+  PushPages(tr("Move page"), std::move(after), to);
+}
+
+void CPlanDocument::SetSplit(int page, int split_type) {
+  if (IsKnownSplit(split_type)) {
+    PushPage(tr("Change of split"), page, [split_type](DraftPage& changed) {
+      changed.split_type = split_type;
+      changed.seen_windows = qMax(changed.seen_windows, WindowsOfSplit(split_type));
+    });
+  }
+}
+
+void CPlanDocument::SetDwell(int page, int seconds) {
+  seconds = qBound(kMinDwellSeconds, seconds, kMaxDwellSeconds);
+  PushPage(
+      tr("Change of dwell time"), page, [seconds](DraftPage& changed) { changed.dwell_seconds = seconds; },
+      kMergeDwell + page);
+}
+
+bool CPlanDocument::PutCamera(int page, int window_no, const DraftCamera& camera) {
+  if (!HasWindow(page, window_no) || camera.index_code.isEmpty()) {
+    return false;
+  }
+  return PushPage(tr("Put camera into window"), page,
+                  [window_no, &camera](DraftPage& changed) { PutIn(&changed, window_no, camera); });
+}
+
+bool CPlanDocument::FillPage(int page, int first_window, const QVector<DraftCamera>& cameras) {
+  if (!HasWindow(page, first_window)) {
+    return false;
+  }
+  return PushPage(tr("Fill page"), page, [first_window, &cameras](DraftPage& changed) {
+    int window_no = first_window;
+    for (const DraftCamera& camera : cameras) {
+      if (window_no <= WindowsOfSplit(changed.split_type) && !camera.index_code.isEmpty()) {
+        PutIn(&changed, window_no++, camera);
+      }
+    }
+  });
+}
+
+void CPlanDocument::SwapWindows(int page, int window_no, int other_window_no) {
+  if (!HasWindow(page, window_no) || !HasWindow(page, other_window_no)) {
+    return;
+  }
+  PushPage(tr("Swap windows"), page, [window_no, other_window_no](DraftPage& changed) {
+    for (PlanWindow& window : changed.windows) {
+      if (window.window_no == window_no) {
+        window.window_no = other_window_no;
+      } else if (window.window_no == other_window_no) {
+        window.window_no = window_no;
+      }
+    }
+  });
+}
+
+void CPlanDocument::ClearWindow(int page, int window_no) {
+  if (draft_.Window(page, window_no)) {
+    PushPage(tr("Clear window"), page, [window_no](DraftPage& changed) { ClearIn(&changed, window_no); });
+  }
+}
+
+void CPlanDocument::ClearPage(int page) {
+  if (HasPage(page)) {
+    PushPage(tr("Clear page"), page, [](DraftPage& changed) {
+      if (std::any_of(changed.windows.begin(), changed.windows.end(), &IsFilled)) {
+        changed.windows.clear();
+      }
+    });
+  }
+}
+
+void CPlanDocument::SetStream(int page, int window_no, int stream_type) {
+  EditShown(tr("Change of stream"), page, window_no,
+            [stream_type](PlanWindow& window) { window.stream_type = stream_type; });
+}
+
+void CPlanDocument::SetPreset(int page, int window_no, int preset_no) {
+  EditShown(tr("Change of preset"), page, window_no, [preset_no](PlanWindow& window) { window.preset_no = preset_no; });
+}
+
+view_plugin_protocol::AddPlanRequest CPlanDocument::MakeAddRequest() const {
+  view_plugin_protocol::AddPlanRequest request;
+  FillRequest(&request);
+  return request;
+}
+
+view_plugin_protocol::UpdatePlanRequest CPlanDocument::MakeUpdateRequest() const {
+  view_plugin_protocol::UpdatePlanRequest request;
+  FillRequest(&request);
+  request.plan_index_code = origin_.index_code;
+  request.revision = origin_.revision;
+  return request;
+}
+
+void CPlanDocument::FillRequest(view_plugin_protocol::AddPlanRequest* request) const {
+  request->plan_name = QStringToString(draft_.name);
+  request->index_type = draft_.family;
+  request->parent_index_code = QStringToString(draft_.group_code);
+  request->parent_name = QStringToString(draft_.group_name);
+  request->auto_play = draft_.auto_run;
+  request->begin_time = TimeText(draft_.begin, origin_.start_time);
+  request->end_time = TimeText(draft_.end, origin_.end_time);
+  request->pages = PagesToSave();
+  request->thumbnail = origin_.thumbnail;
+}
+
+// What was loaded and not touched goes back as it came, but a plan that is to run by itself needs a real time.
+std::string CPlanDocument::TimeText(const QTime& time, const std::string& loaded) const {
+  const bool is_time = QTime::fromString(StringToQString(loaded), kTimeFormat).isValid();
+  const bool untouched = !PlanCode().empty() && time == TimeFrom(loaded);
+  return untouched && (is_time || !draft_.auto_run) ? loaded : QStringToString(time.toString(kTimeFormat));
+}
+
+std::list<PlanPage> CPlanDocument::PagesToSave() const {
+  if (had_no_pages_ && draft_.pages == QVector<DraftPage>{EmptyPage()}) {
+    return {};
+  }
+  QVector<DraftPage> pages = draft_.WithoutHiddenWindows().pages;
+  std::stable_sort(pages.begin(), pages.end(),
+                   [](const DraftPage& one, const DraftPage& other) { return one.place < other.place; });
+  return {pages.cbegin(), pages.cend()};
+}
+
+bool CPlanDocument::Push(const QString& text, PlanDraft after, int current_page, int merge_id) {
+  const int filled = after.FilledWindows();
+  if (filled > kMaxFilledWindows && filled > draft_.FilledWindows()) {
+    Q_EMIT SignalRefused(tr("A plan holds at most %1 filled windows. Clear some first.").arg(kMaxFilledWindows));
+    return false;
+  }
+  if (after != draft_) {
+    const int page_before = current_page < 0 ? -1 : current_page_;
+    stack_.push(new Step(text, this, {draft_, page_before}, {std::move(after), current_page}, merge_id));
+  }
+  return true;
+}
+
+void CPlanDocument::PushPages(const QString& text, PlanDraft after, int current_page) {
+  NumberPages(&after.pages);
+  Push(text, std::move(after), current_page);
+}
+
+bool CPlanDocument::PushPage(const QString& text, int page, const std::function<void(DraftPage&)>& edit, int merge_id) {
+  if (!HasPage(page)) {
+    return false;
+  }
+  PlanDraft after = draft_;
+  edit(after.pages[page]);
+  return Push(text, std::move(after), page, merge_id);
+}
+
+void CPlanDocument::EditShown(const QString& text, int page, int window_no,
+                              const std::function<void(PlanWindow&)>& edit) {
+  if (draft_.Window(page, window_no)) {
+    PushPage(text, page, [window_no, &edit](DraftPage& changed) { edit(*ShownIn(&changed, window_no)); });
+  }
+}
+
+void CPlanDocument::Take(const PlanDraft& draft, int current_page) {
+  const PlanDraft before = std::exchange(draft_, draft);
+  const int page_before = current_page_;
+  current_page_ = qBound(0, current_page < 0 ? page_before : current_page, draft_.pages.size() - 1);
+  const bool same_count = before.pages.size() == draft_.pages.size();
+  const int page = same_count ? OnlyDifference(before.pages, draft_.pages) : -1;
+  int change = SameHead(before, draft_) ? NoChange : HeadChanged;
+  if (page >= 0) {
+    change |= PageChanged;
+  } else if (before.pages != draft_.pages) {
+    change |= PagesChanged;
+  }
+  if (current_page_ != page_before) {
+    change |= CurrentChanged;
+  }
+  Q_EMIT SignalChanged(change, page);
+  RenewDirty();
+}
+
+bool CPlanDocument::HasWindow(int page, int window_no) const {
+  return HasPage(page) && window_no >= 1 && window_no <= WindowsOfSplit(draft_.pages[page].split_type);
+}
+
+bool CPlanDocument::HasRoomForPage() {
+  if (draft_.pages.size() < kMaxPages) {
+    return true;
+  }
+  Q_EMIT SignalRefused(tr("A plan has at most %1 pages.").arg(kMaxPages));
+  return false;
+}
+
+void CPlanDocument::RenewDirty() {
+  const bool dirty = IsDirty();
+  if (std::exchange(was_dirty_, dirty) != dirty) {
+    Q_EMIT SignalDirtyChanged(dirty);
+  }
+}
+
+}  // namespace TarnPlanView
