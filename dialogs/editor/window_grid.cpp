@@ -1,0 +1,351 @@
+#include "window_grid.h"
+
+#include <QApplication>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QPainter>
+#include <QToolTip>
+
+#include "TarnUIDataController/skin_loader.h"
+#include "WidgetKit/drag.h"
+#include "camera_drop.h"
+#include "split_layout.h"
+
+namespace TarnPlanView {
+
+namespace {
+
+constexpr int kGap = 3;
+constexpr int kMargin = 6;
+constexpr int kFrame = 2;
+const QSize kSmallest(320, 180);
+const char kOwnWindow[] = "application/x-tarn-plan-window";
+
+QColor Color(const char* name) {
+  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
+}
+
+}  // namespace
+
+CWindowGrid::CWindowGrid(CPlanDocument* document, const CWindowText* text, QWidget* parent)
+    : QWidget(parent), document_(document), text_(text) {
+  setObjectName(QStringLiteral("window_grid"));
+  setFocusPolicy(Qt::StrongFocus);
+  setAcceptDrops(true);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  connect(document_, &CPlanDocument::SignalChanged, this, &CWindowGrid::OnDocument);
+  RenewDescription();
+}
+
+QSize CWindowGrid::sizeHint() const {
+  return QSize(480, 270);
+}
+
+QSize CWindowGrid::minimumSizeHint() const {
+  return kSmallest;
+}
+
+int CWindowGrid::Split() const {
+  const auto& pages = document_->Draft().pages;
+  const int page = document_->CurrentPage();
+  return page >= 0 && page < pages.size() ? pages[page].split_type : 1;
+}
+
+int CWindowGrid::WindowCount() const {
+  return WindowsOfSplit(Split());
+}
+
+QRect CWindowGrid::Room() const {
+  return rect().adjusted(1, 1, -1, -1);
+}
+
+QRect CWindowGrid::WindowRect(int window_no) const {
+  return WindowPlace(Room(), Split(), window_no, kGap);
+}
+
+const view_plugin_protocol::PlanWindow* CWindowGrid::Window(int window_no) const {
+  return document_->Draft().Window(document_->CurrentPage(), window_no);
+}
+
+void CWindowGrid::SetCurrentWindow(int window_no) {
+  const int clamped = qBound(1, window_no, WindowCount());
+  if (clamped == current_) {
+    return;
+  }
+  current_ = clamped;
+  update();
+  RenewDescription();
+  Q_EMIT SignalCurrentWindowChanged(current_);
+}
+
+void CWindowGrid::RenewNames() {
+  update();
+  RenewDescription();
+}
+
+void CWindowGrid::OnDocument(int, int) {
+  const bool turned = shown_page_ != document_->CurrentPage();
+  shown_page_ = document_->CurrentPage();
+  SetCurrentWindow(turned ? 1 : current_);
+  update();
+  RenewDescription();
+}
+
+// A changed name is read out while the grid has the focus.
+void CWindowGrid::RenewDescription() {
+  setAccessibleName(text_->Spoken(current_, WindowCount(), Window(current_)));
+  setAccessibleDescription(tr("Windows of page %1").arg(document_->CurrentPage() + 1));
+}
+
+bool CWindowGrid::PutCameras(int window_no, const QVector<DraftCamera>& cameras) {
+  const int page = document_->CurrentPage();
+  if (cameras.isEmpty()) {
+    return false;
+  }
+  if (cameras.size() == 1) {
+    return document_->PutCamera(page, window_no, cameras.first());
+  }
+  if (!document_->FillPage(page, window_no, cameras)) {
+    return false;
+  }
+  const int room = WindowCount() - window_no + 1;
+  if (cameras.size() > room) {
+    Q_EMIT SignalRefused(tr("%1 of %2 cameras fit on this page.").arg(room).arg(cameras.size()));
+  }
+  return true;
+}
+
+void CWindowGrid::Swap(int window_no, int other_window_no) {
+  if (window_no == other_window_no || other_window_no < 1 || other_window_no > WindowCount()) {
+    return;
+  }
+  const auto fixed = [this](int number) {
+    return other_content_fixed_ && CWindowText::IsFilled(Window(number)) && !CWindowText::IsCamera(Window(number));
+  };
+  if (fixed(window_no) || fixed(other_window_no)) {
+    Q_EMIT SignalRefused(tr("Only cameras can be moved here."));
+    return;
+  }
+  document_->SwapWindows(document_->CurrentPage(), window_no, other_window_no);
+  SetCurrentWindow(other_window_no);
+}
+
+void CWindowGrid::Clear() {
+  document_->ClearWindow(document_->CurrentPage(), current_);
+}
+
+int CWindowGrid::Neighbour(int key) const {
+  const int side = SideOfSplit(Split()), column = (current_ - 1) % side;
+  const int forth = isRightToLeft() ? -1 : 1;
+  switch (key) {
+    case Qt::Key_Left:
+    case Qt::Key_Right: {
+      const int step = key == Qt::Key_Right ? forth : -forth;
+      return column + step < 0 || column + step >= side ? current_ : current_ + step;
+    }
+    case Qt::Key_Up:
+      return current_ > side ? current_ - side : current_;
+    case Qt::Key_Down:
+      return current_ + side <= WindowCount() ? current_ + side : current_;
+    case Qt::Key_Home:
+      return 1;
+    case Qt::Key_End:
+      return WindowCount();
+    default:
+      return 0;
+  }
+}
+
+bool CWindowGrid::MoveOrSwap(QKeyEvent* event) {
+  const int other = Neighbour(event->key());
+  const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
+  if (other == 0 || (modifiers != Qt::NoModifier && modifiers != Qt::ControlModifier)) {
+    return false;
+  }
+  if (modifiers == Qt::ControlModifier) {
+    Swap(current_, other);
+  } else {
+    SetCurrentWindow(other);
+  }
+  return true;
+}
+
+bool CWindowGrid::Turn(int key) {
+  if (key != Qt::Key_PageUp && key != Qt::Key_PageDown) {
+    return false;
+  }
+  document_->SetCurrentPage(document_->CurrentPage() + (key == Qt::Key_PageDown ? 1 : -1));
+  return true;
+}
+
+void CWindowGrid::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace) {
+    Clear();
+  } else if (!Turn(event->key()) && !MoveOrSwap(event)) {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+void CWindowGrid::mousePressEvent(QMouseEvent* event) {
+  const int window_no = WindowAt(Room(), Split(), event->pos());
+  if (window_no != 0) {
+    SetCurrentWindow(window_no);
+  }
+  pressed_at_.reset();
+  if (window_no != 0 && event->button() == Qt::LeftButton && CWindowText::IsFilled(Window(window_no))) {
+    pressed_at_ = event->pos();
+  }
+}
+
+void CWindowGrid::mouseMoveEvent(QMouseEvent* event) {
+  if ((event->buttons() & Qt::LeftButton) && pressed_at_ &&
+      (event->pos() - *pressed_at_).manhattanLength() >= QApplication::startDragDistance()) {
+    pressed_at_.reset();
+    StartDrag();
+  }
+}
+
+void CWindowGrid::StartDrag() {
+  auto* cargo = new QMimeData;
+  cargo->setData(QString::fromLatin1(kOwnWindow), QByteArray::number(current_));
+  auto* drag = new WidgetKit::CDrag(this);
+  drag->setMimeData(cargo);
+  drag->setPixmap(grab(WindowRect(current_)).scaledToWidth(qMin(160, WindowRect(current_).width())));
+  drag->exec(Qt::MoveAction);
+}
+
+void CWindowGrid::contextMenuEvent(QContextMenuEvent* event) {
+  QMenu menu(this);
+  QAction* clear = menu.addAction(tr("Clear window"), this, &CWindowGrid::Clear, QKeySequence(Qt::Key_Delete));
+  clear->setEnabled(CWindowText::IsFilled(Window(current_)));
+  menu.addAction(tr("Clear page"), this, [this] { document_->ClearPage(document_->CurrentPage()); });
+  const bool by_key = event->reason() == QContextMenuEvent::Keyboard;
+  menu.exec(by_key ? mapToGlobal(WindowRect(current_).center()) : event->globalPos());
+}
+
+void CWindowGrid::dragEnterEvent(QDragEnterEvent* event) {
+  const bool own = event->source() == this && event->mimeData()->hasFormat(QString::fromLatin1(kOwnWindow));
+  dragged_ = own ? event->mimeData()->data(QString::fromLatin1(kOwnWindow)).toInt() : 0;
+  drop_ = own ? std::nullopt : ReadCameraDrop(event->mimeData());
+  if (dragged_ != 0 || drop_) {
+    event->acceptProposedAction();
+  }
+}
+
+void CWindowGrid::dragMoveEvent(QDragMoveEvent* event) {
+  const int window_no = WindowAt(Room(), Split(), event->pos());
+  ShowTarget(window_no);
+  const bool useful = window_no != 0 && window_no != dragged_ && (dragged_ != 0 || drop_);
+  event->setAccepted(useful);
+}
+
+void CWindowGrid::dragLeaveEvent(QDragLeaveEvent*) {
+  ShowTarget(0);
+}
+
+void CWindowGrid::dropEvent(QDropEvent* event) {
+  ShowTarget(0);
+  const int window_no = WindowAt(Room(), Split(), event->pos());
+  if (window_no == 0 || (dragged_ == 0 && !drop_)) {
+    event->ignore();
+    return;
+  }
+  event->acceptProposedAction();
+  const auto cameras = std::exchange(drop_, std::nullopt);
+  if (dragged_ != 0) {
+    Swap(std::exchange(dragged_, 0), window_no);
+  } else if (PutCameras(window_no, *cameras)) {
+    SetCurrentWindow(window_no);
+  }
+}
+
+void CWindowGrid::ShowTarget(int window_no) {
+  if (target_ != window_no) {
+    target_ = window_no;
+    update();
+  }
+}
+
+void CWindowGrid::focusInEvent(QFocusEvent* event) {
+  QWidget::focusInEvent(event);
+  update();
+}
+
+void CWindowGrid::focusOutEvent(QFocusEvent* event) {
+  QWidget::focusOutEvent(event);
+  update();
+}
+
+bool CWindowGrid::event(QEvent* event) {
+  if (event->type() == QEvent::ToolTip) {
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const int window_no = WindowAt(Room(), Split(), help->pos());
+    const auto* window = window_no != 0 ? Window(window_no) : nullptr;
+    // Escaped, because names come from users.
+    QToolTip::showText(help->globalPos(), text_->Name(window).toHtmlEscaped(), this);
+    return true;
+  }
+  return QWidget::event(event);
+}
+
+void CWindowGrid::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(rect(), Color("wall_line"));
+  for (int window_no = 1; window_no <= WindowCount(); ++window_no) {
+    PaintWindow(&painter, window_no);
+  }
+}
+
+void CWindowGrid::PaintWindow(QPainter* painter, int window_no) const {
+  const QRect place = WindowRect(window_no);
+  painter->fillRect(place, Color(CWindowText::IsFilled(Window(window_no)) ? "wall_bar" : "wall_empty"));
+  PaintContent(painter, place.adjusted(kMargin, kMargin - 2, -kMargin, 2 - kMargin), window_no);
+  PaintMarks(painter, place, window_no);
+}
+
+void CWindowGrid::PaintContent(QPainter* painter, const QRect& inside, int window_no) const {
+  const auto* window = Window(window_no);
+  const int line = fontMetrics().height();
+  painter->setPen(Color(isEnabled() ? "wall_hint" : "text_disabled"));
+  painter->drawText(inside, Qt::AlignTop | Qt::AlignLeft, QString::number(window_no));
+  if (!CWindowText::IsFilled(window)) {
+    if (window_no == current_ && inside.width() > 20 * fontMetrics().averageCharWidth()) {
+      painter->drawText(inside.adjusted(0, line, 0, -line), Qt::AlignCenter | Qt::TextWordWrap,
+                        tr("Drop a camera here"));
+    }
+    return;
+  }
+  const QString hints = text_->Hints(*window);
+  const bool room_for_hints = !hints.isEmpty() && inside.height() >= 3 * line;
+  if (room_for_hints) {
+    painter->drawText(inside, Qt::AlignBottom | Qt::AlignHCenter,
+                      fontMetrics().elidedText(hints, Qt::ElideRight, inside.width()));
+  }
+  painter->setPen(Color(isEnabled() ? "wall_text" : "text_disabled"));
+  const QRect room = inside.adjusted(0, line, 0, room_for_hints ? -line : 0);
+  const int lines = qMax(1, room.height() / line);
+  // Elided as one line as long as the lines that there are; breaking at words costs some of it.
+  const QString name = fontMetrics().elidedText(text_->Name(window), Qt::ElideRight,
+                                                room.width() * lines - (lines - 1) * room.width() / 3);
+  painter->drawText(room, Qt::AlignCenter | Qt::TextWordWrap | Qt::TextWrapAnywhere, name);
+}
+
+void CWindowGrid::PaintMarks(QPainter* painter, const QRect& place, int window_no) const {
+  const auto frame = [painter, &place](const QColor& color, Qt::PenStyle style) {
+    painter->setPen(QPen(color, kFrame, style));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(place.adjusted(1, 1, -1, -1));
+  };
+  if (window_no == target_) {
+    QColor veil = Color("accent");
+    veil.setAlphaF(0.35);
+    painter->fillRect(place, veil);
+    frame(Color("wall_text"), Qt::SolidLine);
+  } else if (window_no == current_) {
+    frame(Color(hasFocus() ? "wall_text" : "wall_hint"), hasFocus() ? Qt::SolidLine : Qt::DashLine);
+  }
+}
+
+}  // namespace TarnPlanView

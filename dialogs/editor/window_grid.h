@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QPoint>
+#include <QVector>
+#include <QWidget>
+#include <optional>
+
+#include "plan_document.h"
+#include "window_text.h"
+
+namespace TarnPlanView {
+
+/// The windows of the document's current page, as they will stand on the wall; one widget that paints them all.
+///
+/// Keys: arrows, Home and End move the current window, Ctrl and an arrow swaps it with its neighbour, Delete clears it,
+/// Page Up and Page Down turn the page, Menu opens the menu. Cameras are dropped on windows; a window dragged onto
+/// another one swaps the two. Its accessible name tells the current window. Thread: GUI.
+class CWindowGrid : public QWidget {
+  Q_OBJECT
+ public:
+  /// Both outlive the grid.
+  CWindowGrid(CPlanDocument* document, const CWindowText* text, QWidget* parent);
+
+  int CurrentWindow() const { return current_; }
+  /// Clamped to the windows there are.
+  void SetCurrentWindow(int window_no);
+  QRect WindowRect(int window_no) const;
+  /// Puts one camera into a window, or several from there on; what does not fit on the page is told.
+  bool PutCameras(int window_no, const QVector<DraftCamera>& cameras);
+  /// Content other than cameras stays where it is.
+  void SetOtherContentFixed(bool fixed) { other_content_fixed_ = fixed; }
+  /// The cameras' names are to be looked up anew.
+  void RenewNames();
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ Q_SIGNALS:
+  void SignalCurrentWindowChanged(int window_no);
+  /// For the user: why something was not done, or only in part.
+  void SignalRefused(const QString& reason);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  bool event(QEvent* event) override;
+
+ private:
+  int Split() const;
+  int WindowCount() const;
+  QRect Room() const;
+  const view_plugin_protocol::PlanWindow* Window(int window_no) const;
+  int Neighbour(int key) const;
+  bool Turn(int key);
+  bool MoveOrSwap(QKeyEvent* event);
+  void Swap(int window_no, int other_window_no);
+  void Clear();
+  void StartDrag();
+  void ShowTarget(int window_no);
+  void OnDocument(int change, int page);
+  void RenewDescription();
+  void PaintWindow(QPainter* painter, int window_no) const;
+  void PaintContent(QPainter* painter, const QRect& inside, int window_no) const;
+  void PaintMarks(QPainter* painter, const QRect& place, int window_no) const;
+
+  CPlanDocument* const document_;
+  const CWindowText* const text_;
+  int current_ = 1;
+  int target_ = 0;  // window under a drag; 0 for none
+  int dragged_ = 0;
+  int shown_page_ = 0;
+  std::optional<QVector<DraftCamera>> drop_;
+  std::optional<QPoint> pressed_at_;
+  bool other_content_fixed_ = false;
+};
+
+}  // namespace TarnPlanView

@@ -1,0 +1,96 @@
+#include "window_text.h"
+
+#include <QStringList>
+
+#include "MarUIControl/string_conversion.h"
+
+namespace TarnPlanView {
+
+using view_plugin_protocol::PlanWindow;
+
+namespace {
+
+constexpr int kCameraContent = 1;
+constexpr int kMainStream = 0, kSubStream = 1, kSmoothStream = 2;
+
+}  // namespace
+
+bool CWindowText::IsFilled(const PlanWindow* window) {
+  return window && (window->content_kind != 0 || !window->resource_code.empty());
+}
+
+// Plans of older hosts have cameras without a kind.
+bool CWindowText::IsCamera(const PlanWindow* window) {
+  return IsFilled(window) && !window->resource_code.empty() &&
+         (window->content_kind == kCameraContent || window->content_kind == 0);
+}
+
+QString CWindowText::Name(const PlanWindow* window) const {
+  if (!IsFilled(window)) {
+    return QString();
+  }
+  if (!IsCamera(window)) {
+    return tr("Other content");
+  }
+  const QString kept =
+      MarUIControl::StringToQString(window->resource_name.empty() ? window->resource_code : window->resource_name);
+  const auto on_site = camera_name_ ? camera_name_(window->resource_code) : std::nullopt;
+  if (!on_site) {
+    return kept;
+  }
+  return on_site->isEmpty() ? tr("%1 (not found)").arg(kept) : *on_site;
+}
+
+QString CWindowText::Stream(int stream_type) {
+  switch (stream_type) {
+    case kMainStream:
+      return tr("Main stream");
+    case kSubStream:
+      return tr("Sub-stream");
+    case kSmoothStream:
+      return tr("Smooth stream");
+    default:
+      return tr("Stream %1").arg(stream_type);
+  }
+}
+
+QString CWindowText::Hints(const PlanWindow& window) const {
+  QStringList hints;
+  if (IsCamera(&window) && window.stream_type != kMainStream) {
+    hints.append(Stream(window.stream_type));
+  }
+  if (IsCamera(&window) && window.preset_no != 0) {
+    hints.append(tr("Preset %1").arg(window.preset_no));
+  }
+  return hints.join(QStringLiteral(", "));
+}
+
+QString CWindowText::Spoken(int window_no, int windows, const PlanWindow* window) const {
+  const QString place = tr("Window %1 of %2").arg(window_no).arg(windows);
+  if (!IsFilled(window)) {
+    return tr("%1: empty").arg(place);
+  }
+  const QString hints = Hints(*window);
+  // Not a chain of arg(): a name may hold a place mark itself.
+  return place + QStringLiteral(": ") + Name(window) + (hints.isEmpty() ? QString() : QStringLiteral(", ") + hints);
+}
+
+QString CWindowText::Dwell(int seconds) {
+  constexpr int kMinute = 60, kHour = 60 * 60;
+  if (seconds < 2 * kMinute) {
+    return tr("%1 s").arg(seconds);
+  }
+  QStringList parts;
+  if (seconds >= kHour) {
+    parts.append(tr("%1 h").arg(seconds / kHour));
+  }
+  if (seconds % kHour >= kMinute) {
+    parts.append(tr("%1 min").arg(seconds % kHour / kMinute));
+  }
+  if (seconds % kMinute != 0) {
+    parts.append(tr("%1 s").arg(seconds % kMinute));
+  }
+  return parts.join(QLatin1Char(' '));
+}
+
+}  // namespace TarnPlanView

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QString>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+
+namespace TarnPlanView {
+
+/// What the editor says about windows and pages. Thread: GUI.
+class CWindowText {
+  Q_DECLARE_TR_FUNCTIONS(TarnPlanView::CWindowText)
+ public:
+  /// The site's name for a camera; no value while the site's cameras are not known, an empty name when it has no such
+  /// camera (any more).
+  using CameraName = std::function<std::optional<QString>(const std::string& index_code)>;
+
+  void SetCameraName(CameraName camera_name) { camera_name_ = std::move(camera_name); }
+
+  /// Empty for a window that holds nothing.
+  QString Name(const view_plugin_protocol::PlanWindow* window) const;
+  /// Stream and preset where they are not the usual ones.
+  QString Hints(const view_plugin_protocol::PlanWindow& window) const;
+  /// "Window 3 of 9: CAM 007, sub-stream", for those who hear it.
+  QString Spoken(int window_no, int windows, const view_plugin_protocol::PlanWindow* window) const;
+
+  static bool IsFilled(const view_plugin_protocol::PlanWindow* window);
+  static bool IsCamera(const view_plugin_protocol::PlanWindow* window);
+  static QString Stream(int stream_type);
+  /// "1 h 5 min", "90 s" and the like.
+  static QString Dwell(int seconds);
+
+ private:
+  CameraName camera_name_;
+};
+
+}  // namespace TarnPlanView
