@@ -1,0 +1,71 @@
+#include "conflict_bar.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "MarUIControl/push_button.h"
+
+namespace TarnPlanView {
+
+using MarUIControl::CPushButton;
+
+CConflictBar::CConflictBar(QWidget* parent) : QFrame(parent), text_(new QLabel(this)) {
+  setObjectName(QStringLiteral("conflict_bar"));
+  text_->setObjectName(QStringLiteral("conflict_text"));
+  text_->setTextFormat(Qt::PlainText);
+  text_->setWordWrap(true);
+  theirs_ = MakeButton("load_theirs_btn", tr("Load theirs"), &CConflictBar::SignalLoadTheirs);
+  overwrite_ = MakeButton("overwrite_btn", tr("Overwrite"), &CConflictBar::SignalOverwrite);
+  as_new_ = MakeButton("save_as_new_btn", tr("Save as a new plan"), &CConflictBar::SignalSaveAsNew);
+  retry_ = MakeButton("retry_btn", tr("Try again"), &CConflictBar::SignalRetry);
+  theirs_->setToolTip(tr("Show the plan as it is now; your changes are lost"));
+  overwrite_->setToolTip(tr("Save your version over theirs"));
+  as_new_->setToolTip(tr("Keep both"));
+  auto* row = new QHBoxLayout;
+  row->setSpacing(8);
+  row->addStretch();
+  for (CPushButton* button : {theirs_, overwrite_, as_new_, retry_}) {
+    row->addWidget(button);
+  }
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(10, 8, 10, 8);
+  column->setSpacing(6);
+  column->addWidget(text_);
+  column->addLayout(row);
+  hide();
+}
+
+CPushButton* CConflictBar::MakeButton(const char* name, const QString& text, void (CConflictBar::*clicked)()) {
+  auto* button = new CPushButton(text, this);
+  button->setObjectName(QString::fromLatin1(name));
+  connect(button, &QPushButton::clicked, this, clicked);
+  return button;
+}
+
+void CConflictBar::ShowChanged(const QString& text) {
+  Say(text, {theirs_, overwrite_, as_new_});
+}
+
+void CConflictBar::ShowDeleted(const QString& text) {
+  Say(text, {as_new_});
+}
+
+void CConflictBar::ShowNotLoaded(const QString& text) {
+  Say(text, {retry_});
+}
+
+void CConflictBar::Say(const QString& text, std::initializer_list<CPushButton*> ways) {
+  text_->setText(text);
+  setAccessibleName(text);
+  for (CPushButton* button : {theirs_, overwrite_, as_new_, retry_}) {
+    button->setVisible(std::find(ways.begin(), ways.end(), button) != ways.end());
+  }
+  show();
+  QAccessibleEvent alert(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
+}
+
+}  // namespace TarnPlanView

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QFrame>
+
+class QLabel;
+
+namespace MarUIControl {
+class CPushButton;
+}
+
+namespace TarnPlanView {
+
+/// Says why the last save did not go through, and offers what can be done. Thread: GUI.
+class CConflictBar : public QFrame {
+  Q_OBJECT
+ public:
+  explicit CConflictBar(QWidget* parent);
+
+  /// The plan was changed elsewhere; `text` says by whom and when.
+  void ShowChanged(const QString& text);
+  /// The plan is no longer there.
+  void ShowDeleted(const QString& text);
+  /// The plan could not be fetched.
+  void ShowNotLoaded(const QString& text);
+
+ Q_SIGNALS:
+  void SignalLoadTheirs();
+  void SignalOverwrite();
+  void SignalSaveAsNew();
+  void SignalRetry();
+
+ private:
+  MarUIControl::CPushButton* MakeButton(const char* name, const QString& text, void (CConflictBar::*clicked)());
+  void Say(const QString& text, std::initializer_list<MarUIControl::CPushButton*> ways);
+
+  QLabel* text_ = nullptr;
+  MarUIControl::CPushButton *theirs_ = nullptr, *overwrite_ = nullptr, *as_new_ = nullptr, *retry_ = nullptr;
+};
+
+}  // namespace TarnPlanView

@@ -1,0 +1,196 @@
+#include "editor_header.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QRegExpValidator>
+#include <QRegularExpression>
+#include <QVBoxLayout>
+
+#include "MarUIControl/label.h"
+#include "MarUIControl/placehold_line_edit.h"
+#include "MarUIControl/range_time_edit.h"
+#include "MarUIControl/switch_control.h"
+#include "group_chooser.h"
+#include "plan_document.h"
+#include "view_config_manager.h"
+
+namespace TarnPlanView {
+
+using MarUIControl::CLabel;
+
+namespace {
+
+constexpr int kLongestName = 256;
+constexpr int kFieldHeight = 32;
+
+}  // namespace
+
+CEditorHeader::CEditorHeader(CPlanDocument* document, QWidget* parent) : QWidget(parent), document_(document) {
+  setObjectName(QStringLiteral("editor_header"));
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(8);
+  column->addWidget(MakeTitle());
+  column->addWidget(MakeFields());
+  MakeTimedRun();
+  column->addWidget(run_row_);
+  connect(document_, &CPlanDocument::SignalChanged, this, [this](int change, int) {
+    if (change & CPlanDocument::HeadChanged) {
+      ShowDocument();
+    }
+  });
+  connect(document_, &CPlanDocument::SignalDirtyChanged, dirty_, &QWidget::setVisible);
+  ShowDocument();
+}
+
+QWidget* CEditorHeader::MakeTitle() {
+  auto* bar = new QWidget(this);
+  title_ = new CLabel(bar);
+  title_->setObjectName(QStringLiteral("editor_title"));
+  dirty_ = new CLabel(tr("Not saved yet"), bar);
+  dirty_->setObjectName(QStringLiteral("editor_dirty_mark"));
+  dirty_->setVisible(document_->IsDirty());
+  auto* row = new QHBoxLayout(bar);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(title_, 1);
+  row->addWidget(dirty_);
+  return bar;
+}
+
+QWidget* CEditorHeader::MakeFields() {
+  auto* fields = new QWidget(this);
+  MakeNameField();
+  groups_ = new CGroupChooser(fields);
+  groups_->setFixedHeight(kFieldHeight);
+  connect(groups_, &CGroupChooser::SignalGroupChosen, document_, &CPlanDocument::SetGroup);
+  auto* row = new QHBoxLayout(fields);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(8);
+  row->addWidget(new CLabel(tr("Name"), fields));
+  row->addWidget(name_, 3);
+  row->addSpacing(8);
+  row->addWidget(new CLabel(tr("Group"), fields));
+  row->addWidget(groups_, 2);
+  return fields;
+}
+
+void CEditorHeader::MakeNameField() {
+  name_ = new MarUIControl::CPlaceholdLineEdit(this);
+  name_->setObjectName(QStringLiteral("plan_name_edit"));
+  name_->setAccessibleName(tr("Name"));
+  name_->setFixedHeight(kFieldHeight);
+  name_->setValidator(new QRegExpValidator(QRegExp(QStringLiteral(R"(^[^\\/:*?"<|'%>]{1,256}$)")), name_));
+  name_->setMaxLineEditLength(kLongestName);
+  const QString rule = tr("1 to 256 characters, none of \\ / : * ? \" < | ' % >");
+  name_->setPlaceholderText(rule);
+  name_->setToolTip(rule);
+  name_->installEventFilter(this);
+  connect(name_, &QLineEdit::textChanged, this, [this](const QString& text) {
+    if (!showing_) {
+      document_->SetName(text);
+    }
+  });
+}
+
+void CEditorHeader::MakeTimedRun() {
+  run_row_ = new QWidget(this);
+  run_ = new MarUIControl::CSwitchControl(run_row_);
+  run_->setObjectName(QStringLiteral("auto_run_switch"));
+  run_->setAccessibleName(tr("Automatic run"));
+  times_ = new MarUIControl::CRangeTimeEdit(run_row_);
+  times_->setObjectName(QStringLiteral("auto_run_times"));
+  times_->setAccessibleName(tr("Begin and end of the daily run"));
+  times_->setFixedHeight(kFieldHeight);
+  note_ = new CLabel(tr("Over midnight: never starts"), run_row_);
+  note_->setObjectName(QStringLiteral("over_midnight_note_"));
+  auto* row = new QHBoxLayout(run_row_);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(8);
+  row->addWidget(new CLabel(tr("Automatic run"), run_row_));
+  row->addWidget(run_);
+  row->addWidget(times_);
+  row->addWidget(note_, 1);
+  row->addStretch();
+  run_row_->setVisible(CViewConfigManager::Instance().IsSupportTimedPlay());
+  connect(run_, &QAbstractButton::toggled, document_, &CPlanDocument::SetAutoRun);
+  connect(times_, &MarUIControl::CRangeTimeEdit::SignalTimeChanged, this, [this](const QTime& begin, const QTime& end) {
+    if (!showing_) {
+      document_->SetTimes(begin, end);
+    }
+  });
+}
+
+void CEditorHeader::ShowDocument() {
+  const PlanDraft& draft = document_->Draft();
+  showing_ = true;
+  if (name_->text() != draft.name) {
+    name_->setText(draft.name);
+  }
+  groups_->ShowGroup(draft.group_code, draft.group_name);
+  run_->setToggle(draft.auto_run);
+  times_->SetBeginTime(draft.begin);
+  times_->SetEndTime(draft.end);
+  showing_ = false;
+  ShowTimes();
+}
+
+void CEditorHeader::ShowTimes() {
+  const PlanDraft& draft = document_->Draft();
+  // They keep their place, so that the switch does not push the pages about.
+  times_->setEnabled(draft.auto_run);
+  note_->setVisible(draft.auto_run && draft.begin > draft.end);
+}
+
+void CEditorHeader::SetTitle(const QString& title) {
+  title_->setText(title);
+}
+
+void CEditorHeader::FocusName() {
+  name_->setFocus(Qt::PopupFocusReason);
+  name_->selectAll();
+}
+
+QString CEditorHeader::FindProblem() {
+  QString problem = NameProblem();
+  QWidget* at = name_;
+  if (problem.isEmpty()) {
+    problem = groups_->Problem();
+    at = groups_;
+  }
+  const PlanDraft& draft = document_->Draft();
+  if (problem.isEmpty() && !run_row_->isHidden() && draft.auto_run && draft.begin == draft.end) {
+    problem = tr("The daily run needs an end other than its begin.");
+    at = times_;
+  }
+  if (!problem.isEmpty()) {
+    at->setFocus(Qt::OtherFocusReason);
+  }
+  return problem;
+}
+
+// Apostrophe and percent cannot be typed, but plans made elsewhere may have them.
+QString CEditorHeader::NameProblem() const {
+  static const QRegularExpression forbidden(QStringLiteral(R"([\\/:*?"<>|])"));
+  const QString name = document_->Draft().name;
+  if (name.trimmed().isEmpty()) {
+    return tr("The plan needs a name.");
+  }
+  if (name.contains(forbidden)) {
+    return tr("The name must not contain any of / \\ : * ? \" < > |");
+  }
+  return name.size() > kLongestName ? tr("The name is longer than 256 characters.") : QString();
+}
+
+// The field's own undo would part it from the document.
+bool CEditorHeader::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+      event->ignore();
+      return true;
+    }
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace TarnPlanView
