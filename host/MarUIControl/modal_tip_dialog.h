@@ -7,13 +7,14 @@
 
 namespace MarUIControl {
 
-/// Box with a title, a text and up to two buttons, modal to its parent's window and over the middle of it. exec() gives
-/// 1 for confirm and 0 for cancel, Esc and closing. A parent that goes while the box is open ends it with 0 and takes
-/// it along: keep such a box in a QPointer, not on the stack. Tests answer it through TarnHost::SetModalAnswer().
-/// Thread: GUI.
+/// Box with a title, a text and up to three buttons, modal to its parent's window and over the middle of it. exec()
+/// gives 1 for confirm, 2 for the other way and 0 for cancel, Esc and closing. A parent that goes while the box is open
+/// ends it with 0 and takes it along: keep such a box in a QPointer, not on the stack. Tests answer it through
+/// TarnHost::SetModalAnswer(). Thread: GUI.
 class TARN_HOST_EXPORT CModalTipDialog : public QDialog {
   Q_OBJECT
  public:
+  enum Result { Cancelled = 0, Confirmed = 1, Other = 2 };
   enum DialogSize { SmallSize = 0, MiddleSize = 1, LargeSize = 2 };
   enum DialogModel { HintModel = 0, WarningModel = 1, QuestionModel = 2 };
 
@@ -27,6 +28,8 @@ class TARN_HOST_EXPORT CModalTipDialog : public QDialog {
   void SetContent(const QString& content);
   void SetConfirmText(const QString& text);
   void SetCancelText(const QString& text);
+  /// A third button between the two; none without a text.
+  void SetOtherText(const QString& text);
   void SetConfirmVisible(bool visible);
   void SetCancelVisible(bool visible);
   QString Title() const;

@@ -44,7 +44,7 @@ class CModalTipDialog::Private {
   QLabel *mark = nullptr, *content = nullptr;
   QScrollArea* scroll = nullptr;  // a text of the store's may be of any length
   CPrimaryButton* confirm = nullptr;
-  CPushButton* cancel = nullptr;
+  CPushButton *cancel = nullptr, *other = nullptr;
   int model = HintModel;
 };
 
@@ -72,11 +72,14 @@ void CModalTipDialog::Private::MakeText() {
 void CModalTipDialog::Private::MakeButtons() {
   confirm = new CPrimaryButton(CModalTipDialog::tr("OK"), q);
   cancel = new CPushButton(CModalTipDialog::tr("Cancel"), q);
-  for (CPushButton* button : {static_cast<CPushButton*>(confirm), cancel}) {
+  other = new CPushButton(q);
+  other->hide();
+  for (CPushButton* button : {static_cast<CPushButton*>(confirm), other, cancel}) {
     button->setMinimumSize(kButtonWidth, kButtonHeight);
   }
   connect(confirm, &QPushButton::clicked, q, &QDialog::accept);
   connect(cancel, &QPushButton::clicked, q, &QDialog::reject);
+  connect(other, &QPushButton::clicked, q, [this] { q->done(Other); });
 }
 
 void CModalTipDialog::Private::LayOut() {
@@ -88,6 +91,7 @@ void CModalTipDialog::Private::LayOut() {
   buttons->setSpacing(kGap);
   buttons->addStretch(1);
   buttons->addWidget(confirm);
+  buttons->addWidget(other);
   buttons->addWidget(cancel);
   auto* column = new QVBoxLayout(q);
   column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
@@ -170,6 +174,11 @@ void CModalTipDialog::SetCancelText(const QString& text) {
   d_->cancel->setText(text);
 }
 
+void CModalTipDialog::SetOtherText(const QString& text) {
+  d_->other->setText(text);
+  d_->other->setVisible(!text.isEmpty());
+}
+
 void CModalTipDialog::SetConfirmVisible(bool visible) {
   d_->confirm->setVisible(visible);
 }
@@ -187,7 +196,8 @@ QString CModalTipDialog::Content() const {
 }
 
 int CModalTipDialog::exec() {
-  const int buttons = (d_->confirm->isHidden() ? 0 : 1) | (d_->cancel->isHidden() ? 0 : 2);
+  const int buttons =
+      (d_->confirm->isHidden() ? 0 : 1) | (d_->cancel->isHidden() ? 0 : 2) | (d_->other->isHidden() ? 0 : 4);
   return TarnHost::AskModal({Title(), Content(), buttons}, [this] { return QDialog::exec(); });
 }
 

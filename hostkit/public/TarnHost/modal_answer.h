@@ -10,7 +10,7 @@ namespace TarnHost {
 /// A modal question as it would be shown.
 struct ModalQuestion {
   QString title, text;
-  int buttons = 0;  // bit mask: 1 OK, 2 cancel
+  int buttons = 0;  // bit mask: 1 OK, 2 cancel, 4 another way (result 2)
 };
 
 /// From now on modal tips and dialogs are not shown but answered by `answer`, which gives the result of the box; an
