@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QSet>
+#include <QVector>
+#include <optional>
+
+namespace TarnPlanView {
+
+/// What cameras can do: their streams and presets, fetched once each for as long as this lives.
+///
+/// Several questions for one camera lead to one call each; a failure is told and not remembered, so that the next
+/// question asks again. Thread: GUI; fetches off it.
+class CCameraAbilities : public QObject {
+  Q_OBJECT
+ public:
+  struct Preset {
+    int number = 0;
+    QString name;
+  };
+
+  explicit CCameraAbilities(QObject* parent = nullptr);
+  ~CCameraAbilities() override;
+
+  /// Fetches what is not known yet; a signal each follows. What is known is signalled within this call.
+  void Ask(const QString& camera_code);
+  /// 0 main, 1 sub; null: not known.
+  const QVector<int>* Streams(const QString& camera_code) const;
+  const QVector<Preset>* Presets(const QString& camera_code) const;
+
+ Q_SIGNALS:
+  void SignalStreamsKnown(const QString& camera_code);
+  void SignalPresetsKnown(const QString& camera_code);
+  /// With the host's text for the user.
+  void SignalStreamsFailed(const QString& camera_code, const QString& error);
+  void SignalPresetsFailed(const QString& camera_code, const QString& error);
+
+ private:
+  using Told = void (CCameraAbilities::*)(const QString&);
+  using Failed = void (CCameraAbilities::*)(const QString&, const QString&);
+
+  /// One kind of answer, by the camera's code.
+  template <class Value>
+  struct Shelf {
+    QHash<QString, Value> known;
+    QSet<QString> asked;
+  };
+
+  template <class Value, class Fetch>
+  void AskFor(Shelf<Value>* shelf, const QString& camera_code, Fetch fetch, Told told, Failed failed);
+
+  Shelf<QVector<int>> streams_;
+  Shelf<QVector<Preset>> presets_;
+};
+
+}  // namespace TarnPlanView

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QObject>
+#include <string>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+
+namespace TarnPlanView {
+
+/// Finds out what stands behind an update that the host refused: asks for the plan, and where that fails, whether it is
+/// still listed in its group. Thread: GUI; asks off it, one question at a time. Dead, it tells nobody anything.
+class CPlanConflict : public QObject {
+  Q_OBJECT
+ public:
+  enum Kind {
+    OtherFailure,      // the plan is as it was loaded, or the host does not answer
+    ChangedElsewhere,  // the host has a newer revision
+    Deleted,           // the host has no such plan
+  };
+  Q_ENUM(Kind)
+
+  struct Question {
+    std::string plan_code, group_code;
+    int64_t revision = 0;  // the one that was refused
+    QString reason;        // the host's text on it
+  };
+
+  explicit CPlanConflict(QObject* parent = nullptr);
+  ~CPlanConflict() override;
+
+  /// One SignalFound() follows, unless another question is put before.
+  void FindOut(const Question& question);
+  /// No signal follows any more.
+  void Forget();
+
+ Q_SIGNALS:
+  /// `reason`: the host's text on the refused update; `theirs`: the plan as the host has it, without a code when it
+  /// could not be fetched.
+  void SignalFound(TarnPlanView::CPlanConflict::Kind kind, const QString& reason,
+                   const view_plugin_protocol::GetPlanDetailResponse& theirs);
+
+ private:
+  void FetchPlan();
+  void AskWhetherListed(int looks_left);
+  void OnListing(bool is_known, bool has_plan, int looks_left);
+  void Tell(Kind kind, const view_plugin_protocol::GetPlanDetailResponse& theirs = {});
+
+  Question question_;
+  int asked_ = 0;
+};
+
+}  // namespace TarnPlanView
