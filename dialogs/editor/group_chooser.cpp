@@ -104,7 +104,11 @@ void CGroupChooser::OnChosen(const QModelIndex& index) {
   code_ = index.data(GroupIndexCodeRole).toString();
   name_ = index.data().toString();
   vanished_ = false;
-  Q_EMIT SignalGroupChosen(code_, name_, CViewPublicDef::GetIndexType(index));
+  Q_EMIT SignalGroupChosen(code_, name_, FamilyOf(index));
+}
+
+int CGroupChooser::FamilyOf(const QModelIndex& row) {
+  return qMax(0, CViewPublicDef::GetIndexType(row));
 }
 
 // A chosen row that goes by itself: its group was deleted, or the tree is loading anew and the row will come back.

@@ -27,6 +27,8 @@ class CGroupChooser : public MarUIControl::CMultilevelComboBox {
   void ShowGroup(const QString& code, const QString& name);
   /// Why a plan cannot go where the box stands; empty when it can.
   QString Problem() const;
+  /// 0 for a row that has none.
+  static int FamilyOf(const QModelIndex& row);
 
  Q_SIGNALS:
   void SignalGroupChosen(const QString& code, const QString& name, int family);

@@ -1,0 +1,161 @@
+#include "window_settings.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QWheelEvent>
+#include <algorithm>
+
+#include "MarUIControl/label.h"
+#include "MarUIControl/string_conversion.h"
+#include "plan_document.h"
+#include "view_config_manager.h"
+#include "window_text.h"
+
+namespace TarnPlanView {
+
+using view_plugin_protocol::PlanWindow;
+
+namespace {
+
+constexpr int kSmoothStream = 2;
+constexpr int kNoPreset = 0;
+
+bool Has(const QVector<QPair<int, QString>>& choices, int value) {
+  return std::any_of(choices.begin(), choices.end(), [value](const auto& choice) { return choice.first == value; });
+}
+
+}  // namespace
+
+CWindowSettings::CWindowSettings(CPlanDocument* document, const CWindowText* text, QWidget* parent)
+    : QWidget(parent), document_(document), text_(text), title_(new MarUIControl::CLabel(this)) {
+  title_->setObjectName(QStringLiteral("window_title"));
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(8);
+  row->addWidget(title_, 1);
+  stream_ = MakeBox("stream_box", tr("Stream"));
+  preset_ = MakeBox("preset_box", tr("Preset"));
+  row->addWidget(stream_);
+  row->addWidget(preset_);
+  connect(stream_, QOverload<int>::of(&QComboBox::activated), this, [this](int place) {
+    document_->SetStream(document_->CurrentPage(), window_no_, stream_->itemData(place).toInt());
+  });
+  connect(preset_, QOverload<int>::of(&QComboBox::activated), this, [this](int place) {
+    document_->SetPreset(document_->CurrentPage(), window_no_, preset_->itemData(place).toInt());
+  });
+  ConnectAbilities();
+  connect(document_, &CPlanDocument::SignalChanged, this, &CWindowSettings::Renew);
+  Renew();
+}
+
+QComboBox* CWindowSettings::MakeBox(const char* name, const QString& label) {
+  auto* box = new QComboBox(this);
+  box->setObjectName(QString::fromLatin1(name));
+  box->setAccessibleName(label);
+  box->setToolTip(label);
+  box->setFocusPolicy(Qt::StrongFocus);
+  box->setFixedWidth(132);
+  box->installEventFilter(this);
+  return box;
+}
+
+void CWindowSettings::ConnectAbilities() {
+  connect(&abilities_, &CCameraAbilities::SignalStreamsKnown, this, &CWindowSettings::OnAbility);
+  connect(&abilities_, &CCameraAbilities::SignalPresetsKnown, this, &CWindowSettings::OnAbility);
+  connect(&abilities_, &CCameraAbilities::SignalStreamsFailed, this, &CWindowSettings::OnFailure);
+  connect(&abilities_, &CCameraAbilities::SignalPresetsFailed, this, &CWindowSettings::OnFailure);
+}
+
+const PlanWindow* CWindowSettings::Window() const {
+  return document_->Draft().Window(document_->CurrentPage(), window_no_);
+}
+
+void CWindowSettings::ShowWindow(int window_no) {
+  window_no_ = window_no;
+  Renew();
+}
+
+void CWindowSettings::Renew() {
+  const PlanWindow* window = Window();
+  const QString name = text_->Name(window);
+  title_->setText(tr("Window %1").arg(window_no_) + QStringLiteral(": ") + (name.isEmpty() ? tr("empty") : name));
+  const bool camera = CWindowText::IsCamera(window);
+  Offer(stream_, camera ? Streams(*window) : Choices(), camera ? window->stream_type : 0);
+  Offer(preset_, camera ? Presets(*window) : Choices(), camera ? window->preset_no : 0);
+  const QString code = camera ? MarUIControl::StringToQString(window->resource_code) : QString();
+  if (asked_ != code) {
+    asked_ = code;
+    if (!code.isEmpty()) {
+      abilities_.Ask(code);
+    }
+  }
+}
+
+CWindowSettings::Choices CWindowSettings::Streams(const PlanWindow& window) const {
+  Choices choices;
+  const bool smooth = CViewConfigManager::Instance().SupportSmoothStream();
+  if (const auto* known = abilities_.Streams(MarUIControl::StringToQString(window.resource_code))) {
+    for (const int stream : *known) {
+      if (stream != kSmoothStream || smooth) {
+        choices.append({stream, CWindowText::Stream(stream)});
+      }
+    }
+  }
+  if (!Has(choices, window.stream_type)) {
+    choices.append({window.stream_type, CWindowText::Stream(window.stream_type)});
+  }
+  return choices;
+}
+
+CWindowSettings::Choices CWindowSettings::Presets(const PlanWindow& window) const {
+  Choices choices{{kNoPreset, tr("No preset")}};
+  if (const auto* known = abilities_.Presets(MarUIControl::StringToQString(window.resource_code))) {
+    for (const auto& preset : *known) {
+      choices.append({preset.number, preset.name.isEmpty() ? tr("Preset %1").arg(preset.number) : preset.name});
+    }
+  }
+  if (!Has(choices, window.preset_no)) {
+    choices.append({window.preset_no, tr("Preset %1").arg(window.preset_no)});
+  }
+  return choices;
+}
+
+// Left alone while nothing changes: the list may be open.
+void CWindowSettings::Offer(QComboBox* box, const Choices& choices, int current) {
+  Choices shown;
+  for (int place = 0; place < box->count(); ++place) {
+    shown.append({box->itemData(place).toInt(), box->itemText(place)});
+  }
+  if (shown != choices) {
+    box->clear();
+    for (const auto& choice : choices) {
+      box->addItem(choice.second, choice.first);
+    }
+  }
+  box->setCurrentIndex(box->findData(current));
+  box->setEnabled(choices.size() > 1);
+}
+
+void CWindowSettings::OnAbility(const QString& camera_code) {
+  if (camera_code == asked_) {
+    Renew();
+  }
+}
+
+void CWindowSettings::OnFailure(const QString& camera_code, const QString& error) {
+  if (camera_code == asked_) {
+    Q_EMIT SignalRefused(error);
+  }
+}
+
+// A wheel that only passes over must not change the plan.
+bool CWindowSettings::eventFilter(QObject* watched, QEvent* event) {
+  const auto* box = qobject_cast<QWidget*>(watched);
+  if (event->type() == QEvent::Wheel && box && !box->hasFocus()) {
+    event->ignore();
+    return true;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace TarnPlanView
