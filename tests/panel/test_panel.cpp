@@ -64,6 +64,7 @@ class PanelTest : public TarnTest::CPlanTest {
   void ReportsRefusedRowMoves();
   void PlayingPlanIsMarkedAndCurrent();
   void FillsTheUpdateOfThePlayingPlan();
+  void PreviewsThePlanUnderTheMouse();
 
  private:
   void openNameEditor(CPanelStage& stage, const char* button, const QString& name);
@@ -553,6 +554,39 @@ void PanelTest::FillsTheUpdateOfThePlayingPlan() {
     QCOMPARE(request.begin_time, std::string("05:00:00"));
     QCOMPARE(QString::fromStdString(request.parent_index_code),
              QByteArray(name) == "C1 plan 2" ? fixture_.Code(QStringLiteral("C1")) : QStringLiteral("-2"));
+  }
+}
+
+void PanelTest::PreviewsThePlanUnderTheMouse() {
+  for (const int thumbnail : {1, 0}) {
+    Open({{QStringLiteral("thumbnail"), thumbnail}});
+    {
+      CPanelStage stage(fixture_);
+      const auto preview = [&] { return stage.Panel().findChild<QFrame*>(QStringLiteral("plan_preview")); };
+      const auto shown = [&] { return preview() && preview()->isVisible(); };
+      const QPersistentModelIndex plan(stage.Row(QStringLiteral("Public A plan 2")));
+      Q_EMIT stage.Tree().SignalPlanViewMouseMove(stage.Row(QStringLiteral("Public A")),
+                                                  MarUIControl::CItemDataRole::TextPart);
+      Q_EMIT stage.Tree().SignalPlanViewMouseMove(plan, MarUIControl::CItemDataRole::TextPart);
+      if (!thumbnail) {
+        QVERIFY(!preview());
+      } else {
+        QTRY_VERIFY(shown());
+        QVERIFY(stage.Panel().rect().contains(preview()->geometry()));
+        Q_EMIT stage.Tree().SignalHideThumbnail(QPoint());
+        QVERIFY(!shown());
+        // An answer that comes when the mouse has long gone on shows nothing.
+        const QModelIndex other = stage.Row(QStringLiteral("Public A plan 10"));
+        Services().Hold(QStringLiteral("GetPlanDetail"));
+        Q_EMIT stage.Tree().SignalPlanViewMouseMove(other, MarUIControl::CItemDataRole::TextPart);
+        QVERIFY(Services().WaitUntilHeld(QStringLiteral("GetPlanDetail")));
+        Q_EMIT stage.Tree().SignalHideThumbnail(QPoint());
+        Services().ReleaseAll();
+        fixture_.Drain();
+        QVERIFY(!shown());
+      }
+    }
+    Shut();
   }
 }
 
