@@ -16,7 +16,7 @@ CLIENT = ROOT / "client" / "images"
 # Both trees show their icons on both skins, so every tone keeps at least 3:1 to a white and to a dark ground.
 LIGHT_SKIN, DARK_SKIN, ANY_SKIN, SELECTED = "#6a7685", "#8b95a3", "#7d8692", "#ffffff"
 LIGHT_BAR, DARK_BAR, LIGHT_GROUND, DARK_GROUND = "#3d4652", "#d5d9de", "#ffffff", "#202328"
-PLAYING, ALARM, RECORDING = "#e5484d", "#d9730d", "#e5484d"
+PLAYING, ALARM, RECORDING, FAVORITE = "#e5484d", "#d9730d", "#e5484d", "#b07d12"
 
 GROUP = ('<path d="M2.5 5.5A1.5 1.5 0 0 1 4 4h3.6a1.5 1.5 0 0 1 1.1.5L10.2 6H16a1.5 1.5 0 0 1 1.5 1.5v7'
          'A1.5 1.5 0 0 1 16 16H4a1.5 1.5 0 0 1-1.5-1.5z" fill="{c}" fill-opacity="0.25" stroke="{c}" '
@@ -28,6 +28,8 @@ CAMERA = ('<rect x="2" y="5.5" width="10.5" height="8.5" rx="1.5" fill="{c}" fil
           'stroke-width="1.4"/><path d="M12.5 8.8l4.5-2.3v6.5l-4.5-2.3z" fill="{c}" stroke="{c}" '
           'stroke-width="1.2" stroke-linejoin="round"/>')
 STRIKE = '<path d="M3.5 16.5l13-13" fill="none" stroke="{c}" stroke-width="1.6" stroke-linecap="round"/>'
+STAR = ('<path d="M10 2.6l2.3 4.7 5.2 0.7-3.8 3.6 0.9 5.2-4.6-2.5-4.6 2.5 0.9-5.2-3.8-3.6 5.2-0.7z" fill="{f}" '
+        'stroke="{c}" stroke-width="1.3" stroke-linejoin="round"/>')
 BADGE_PLAY = '<path d="M13 12.2l5.6 3.4-5.6 3.4z" fill="{b}"/>'
 BADGE_RECORDING = '<circle cx="15.6" cy="15.6" r="3.4" fill="{b}"/>'
 BADGE_ALARM = ('<path d="M4.8 10.2l4.4 8h-8.8z" fill="{a}"/><path d="M4.8 13v2.4M4.8 16.6v0.6" fill="none" '
@@ -69,6 +71,8 @@ WINDOW = {
     "drop_down": f'<path d="M5.5 8l4.5 4.5L14.5 8" {LINE}/>',
     "save": f'<path d="M4 3.5h9.5l3 3V16.5H3.5V4z" {LINE}/><path d="M6.5 3.5v4h6v-4M6.5 16.5v-5h7v5" {LINE}/>',
     "history": f'<path d="M3.6 7.2A7 7 0 1 1 3 10M3.2 3.6v3.8H7" {LINE}/><path d="M10 6.2v4l2.8 1.8" {LINE}/>',
+    "settings": f'<path d="M3.5 6.5h2.4M10.1 6.5h6.4M3.5 13.5h6.4M14.1 13.5h2.4" {LINE}/>'
+                f'<circle cx="8" cy="6.5" r="2.1" {LINE}/><circle cx="12" cy="13.5" r="2.1" {LINE}/>',
     "user": f'<circle cx="10" cy="6.6" r="3.1" {LINE}/>'
             f'<path d="M3.8 16.8c0-3.6 2.7-5.4 6.2-5.4s6.2 1.8 6.2 5.4z" {LINE}/>',
 }
@@ -110,6 +114,15 @@ def camera_icons(folder):
         svg(folder / f"tree_main_camera{name}.svg", shapes, ANY_SKIN, RECORDING)
 
 
+# What the camera tree shows beyond the common icons: rows that are selected, and the star of favourites.
+def camera_tree_icons(folder):
+    svg(folder / "tree_main_camera_sel.svg", CAMERA, SELECTED)
+    svg(folder / "tree_main_camera_offline_sel.svg", CAMERA + STRIKE, SELECTED)
+    for name, fill in {"favorite": "{c}", "favorite_off": "none"}.items():
+        svg(folder / f"{name}.svg", STAR.replace("{f}", fill), FAVORITE)
+        svg(folder / f"{name}_sel.svg", STAR.replace("{f}", fill), SELECTED)
+
+
 def bar_icons():
     for name, shapes in BAR.items():
         svg(PLUGIN / f"{name}.svg", shapes, LIGHT_BAR, ground=LIGHT_GROUND)
@@ -149,6 +162,7 @@ def main():
     tree_icons(HOST, ANY_SKIN)
     playing_icons(HOST)
     camera_icons(HOST)
+    camera_tree_icons(HOST)
     svg(HOST / "tree_main_user_group.svg", USERS, ANY_SKIN)
     svg(HOST / "smart_wall.svg", WALL, ANY_SKIN)
     for name, shapes in MEDIA.items():

@@ -6,6 +6,8 @@
 namespace TarnHost {
 namespace {
 
+const char kNoCameras[] = "This site keeps no list of cameras.";
+
 struct Installed {
   std::mutex mutex;
   std::shared_ptr<IHostServices> services;
@@ -17,6 +19,22 @@ Installed& TheInstalled() {
 }
 
 }  // namespace
+
+bool IHostServices::GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>&,
+                                  std::vector<ResourceTreeKit::CCameraItemInfo>&, std::string* error) {
+  *error = kNoCameras;
+  return false;
+}
+
+bool IHostServices::GetFavoriteCameras(std::vector<std::string>&, std::string* error) {
+  *error = kNoCameras;
+  return false;
+}
+
+bool IHostServices::SetFavoriteCamera(const std::string&, bool, std::string* error) {
+  *error = kNoCameras;
+  return false;
+}
 
 void InstallHostServices(std::shared_ptr<IHostServices> services) {
   {

@@ -1,11 +1,15 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "LyraPluginManager/play_plugin_protocol.h"
 #include "LyraPluginManager/ptz_plugin_protocol.h"
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "ResourceData/resource_observer.h"
+#include "ResourceTreeKit/camera_item_info.h"
+#include "ResourceTreeKit/region_item_info.h"
 #include "host_export.h"
 
 namespace TarnHost {
@@ -61,6 +65,14 @@ class TARN_HOST_EXPORT IHostServices {
   virtual bool GetPresets(const ptz_plugin_protocol::GetPresetRequest&, ptz_plugin_protocol::GetPresetResponse&) = 0;
   virtual bool GetStreamAbility(const play_plugin_protocol::GetStreamAbiRequest&,
                                 play_plugin_protocol::GetStreamAbiResponse&) = 0;
+
+  /// The site's regions and cameras as they are now, in no particular order. A camera may name a region that is not
+  /// there. The next two are about the current user. All three answer false with a text in `error`, as do services
+  /// without cameras.
+  virtual bool GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>& regions,
+                             std::vector<ResourceTreeKit::CCameraItemInfo>& cameras, std::string* error);
+  virtual bool GetFavoriteCameras(std::vector<std::string>& index_codes, std::string* error);
+  virtual bool SetFavoriteCamera(const std::string& index_code, bool favorite, std::string* error);
 
   /// Identity of the site behind the services; empty when there is none. A decorator hands its target's on.
   virtual std::string StationId() const { return {}; }

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QFuture>
+#include <QStringList>
+#include <memory>
+
+#include "ResourceTreeKit/camera_content.h"
+#include "ResourceTreeKit/camera_rows.h"
+
+namespace ResourceTreeKit {
+
+/// What the host answered about its cameras, ready to be shown.
+struct CameraAnswer {
+  QString error;  // empty when the content is there
+  std::shared_ptr<const CCameraContent> content;
+  CCameraRows rows;  // all of the content's
+  QStringList favorites;
+  bool keeps_favorites = false;
+};
+
+/// Asks the installed host services on a thread of the pool. Thread: any.
+QFuture<CameraAnswer> LoadCameras(const LogicNodeParam& param);
+
+/// Makes a camera a favourite of the current user, or ends that; the answer is the host's error, empty for success.
+QFuture<QString> SaveFavorite(const QString& code, bool favorite);
+
+}  // namespace ResourceTreeKit

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QAbstractItemModel>
+#include <QIcon>
+#include <memory>
+#include <vector>
+
+#include "ResourceTreeKit/camera_content.h"
+#include "ResourceTreeKit/camera_rows.h"
+
+namespace ResourceTreeKit {
+
+/// What a row is and stays when the rows around it are made anew.
+struct CameraRowKey {
+  enum Kind { kNone, kFavorites, kFavorite, kRegion, kCamera };
+  Kind kind = kNone;
+  QString code;
+
+  bool operator==(const CameraRowKey& other) const { return kind == other.kind && code == other.code; }
+};
+
+uint qHash(const CameraRowKey& key, uint seed = 0);
+
+/// The rows of a content that are shown, after the favourites, which have a branch of their own while there are any in
+/// sight. Thread: GUI.
+class CCameraModel : public QAbstractItemModel {
+  Q_OBJECT
+ public:
+  /// Invalid, or true or false for a camera while favourites are shown.
+  static constexpr int FavoriteRole = Qt::UserRole + 1;
+  static constexpr int OnlineRole = Qt::UserRole + 2;
+  static constexpr int CodeRole = Qt::UserRole + 3;
+
+  explicit CCameraModel(QObject* parent);
+
+  /// All three make the rows anew.
+  void SetContent(std::shared_ptr<const CCameraContent> content, CCameraRows rows, const QStringList& favorites);
+  void SetRows(CCameraRows rows);
+  void SetFavoritesVisible(bool visible);
+  bool AreFavoritesVisible() const { return favorites_visible_; }
+  void SetFavorite(const QString& code, bool favorite);
+  bool IsFavorite(const QString& code) const;
+
+  const CCameraContent& Content() const { return *content_; }
+  std::shared_ptr<const CCameraContent> SharedContent() const { return content_; }
+  const CCameraRows& Rows() const { return rows_; }
+  /// Null for a row that is none.
+  const CCameraItemInfo* CameraAt(const QModelIndex& index) const;
+  CameraRowKey KeyOf(const QModelIndex& index) const;
+  QModelIndex Find(const CameraRowKey& key) const;
+  QModelIndex IndexOfNode(int node) const;
+
+  QModelIndex index(int row, int column, const QModelIndex& parent = QModelIndex()) const override;
+  QModelIndex parent(const QModelIndex& index) const override;
+  int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+  int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+ private:
+  bool HasBranch() const { return favorites_visible_ && !shown_favorites_.empty(); }
+  void ShowFavorites();
+  void InsertFavorite(int node);
+  void RemoveFavorite(int node);
+  void TellOfMark(int node);
+  QIcon IconOf(const CCameraItemInfo* camera, bool branch) const;
+  QString SpokenName(const QString& name, const CCameraItemInfo& camera, bool favorite) const;
+
+  std::shared_ptr<const CCameraContent> content_;
+  CCameraRows rows_;
+  std::vector<int> favorites_, shown_favorites_;  // rows of the content, in its order
+  bool favorites_visible_ = false;
+  const QIcon online_, offline_, region_, branch_;
+};
+
+}  // namespace ResourceTreeKit

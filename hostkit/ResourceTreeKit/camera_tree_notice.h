@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QWidget>
+
+namespace MarUIControl {
+class CPushButton;
+}
+class QLabel;
+
+namespace ResourceTreeKit {
+
+/// What stands in the place of a camera tree's rows while it has none: why, and what can be done about it. Thread: GUI.
+class CCameraTreeNotice : public QWidget {
+  Q_OBJECT
+ public:
+  /// Covers `place` and follows its size.
+  explicit CCameraTreeNotice(QWidget* place);
+
+  void ShowText(const QString& text, bool with_retry);
+  QString Text() const;
+
+ Q_SIGNALS:
+  void Retry();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  QLabel* const text_;
+  MarUIControl::CPushButton* const retry_;
+};
+
+}  // namespace ResourceTreeKit

@@ -1,0 +1,59 @@
+#include "ResourceTreeKit/camera_tree_state.h"
+
+namespace ResourceTreeKit {
+
+QSet<CameraRowKey> CCameraTreeState::Expanded(const QTreeView& view, const CCameraModel& model) {
+  QSet<CameraRowKey> keys;
+  const auto take = [&](const QModelIndex& index) {
+    if (index.isValid() && view.isExpanded(index)) {
+      keys.insert(model.KeyOf(index));
+    }
+  };
+  take(model.Find({CameraRowKey::kFavorites, QString()}));
+  const std::vector<CCameraContent::Node>& nodes = model.Content().Nodes();
+  for (size_t node = 1; node < nodes.size(); ++node) {
+    if (nodes[node].child_count > 0) {
+      take(model.IndexOfNode(static_cast<int>(node)));
+    }
+  }
+  return keys;
+}
+
+void CCameraTreeState::Expand(QTreeView* view, const CCameraModel& model, const QSet<CameraRowKey>& keys) {
+  for (const CameraRowKey& key : keys) {
+    const QModelIndex row = model.Find(key);
+    if (row.isValid()) {
+      view->expand(row);
+    }
+  }
+}
+
+CCameraTreeState CCameraTreeState::Take(const QTreeView& view, const CCameraModel& model) {
+  CCameraTreeState state;
+  state.current_ = model.KeyOf(view.currentIndex());
+  const QModelIndexList rows = view.selectionModel()->selectedIndexes();
+  for (const QModelIndex& row : rows) {
+    state.selected_.append(model.KeyOf(row));
+  }
+  return state;
+}
+
+void CCameraTreeState::Restore(QTreeView* view, const CCameraModel& model) const {
+  const QModelIndex current = model.Find(current_);
+  for (QModelIndex above = current.parent(); above.isValid(); above = above.parent()) {
+    view->expand(above);
+  }
+  QItemSelection selection;
+  for (const CameraRowKey& key : selected_) {
+    const QModelIndex row = model.Find(key);
+    if (row.isValid()) {
+      selection.select(row, row);
+    }
+  }
+  view->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+  if (current.isValid()) {
+    view->selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
+  }
+}
+
+}  // namespace ResourceTreeKit
