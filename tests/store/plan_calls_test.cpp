@@ -36,6 +36,7 @@ class PlanCallsTest : public QObject {
   void FindsTheAutomaticPlan_data();
   void FindsTheAutomaticPlan();
   void KeepsADefaultViewPerUser();
+  void KeepsFavoriteCamerasPerUser();
   void SharesCopies();
   void AppliesSwitches();
   void WaitsForTheDownload();
@@ -511,6 +512,40 @@ void PlanCallsTest::ServesTheSingletons() {
   TarnHost::InstallHostServices(nullptr);
   QVERIFY(watch.expired());
   QVERIFY(!manager.IsViewResourceDownFinish());
+}
+
+void PlanCallsTest::KeepsFavoriteCamerasPerUser() {
+  CStoreFixture fixture;
+  const CClient ann(fixture.Open()), bob(fixture.Open("bob"));
+  std::vector<ResourceTreeKit::CRegionItemInfo> regions;
+  std::vector<ResourceTreeKit::CCameraItemInfo> cameras;
+  std::string error;
+  QVERIFY(ann->GetCameraTree(regions, cameras, &error));
+  QVERIFY(regions.size() == 1 && regions[0].name == "Yard" && regions[0].parent_index_code.empty());
+  QVERIFY(cameras.size() == 2 && cameras[0].online && !cameras[1].online);
+  QCOMPARE(cameras[1].name, std::string("Yard camera"));
+  QCOMPARE(cameras[1].region_index_code, regions[0].index_code);
+
+  const auto favorites = [](const CClient& client) {
+    std::vector<std::string> codes{"untouched"};
+    std::string text;
+    return client->GetFavoriteCameras(codes, &text) ? codes : std::vector<std::string>{text};
+  };
+  const std::string gate = cameras[0].index_code, yard = cameras[1].index_code;
+  for (const std::string& code : {yard, gate, gate}) {
+    QVERIFY(ann->SetFavoriteCamera(code, true, &error));
+  }
+  QCOMPARE(favorites(ann), (std::vector<std::string>{gate, yard}));
+  QVERIFY(favorites(bob).empty());
+  QVERIFY(bob->SetFavoriteCamera(yard, true, &error) && ann->SetFavoriteCamera(yard, false, &error));
+  for (const std::string& nobody : {std::string(), std::string("1"), "0" + gate, std::string("-1")}) {
+    error.clear();
+    QVERIFY2(!ann->SetFavoriteCamera(nobody, true, &error) && !error.empty(), nobody.c_str());
+  }
+  QCOMPARE(favorites(CClient(fixture.Open())), std::vector<std::string>{gate});
+  QCOMPARE(favorites(bob), std::vector<std::string>{yard});
+  ann->Close();
+  QVERIFY(!ann->GetCameraTree(regions, cameras, &error) && !ann->SetFavoriteCamera(gate, true, &error));
 }
 
 void PlanCallsTest::MakesTheDemoSite() {

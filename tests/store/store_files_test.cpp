@@ -70,6 +70,7 @@ class StoreFilesTest : public QObject {
   void RecoversFromALogThatWasLeft();
   void ReadersAndWritersGoTogether();
   void ReadsWaitForNoWrite();
+  void BringsAnOlderStoreAlong();
 };
 
 void StoreFilesTest::RefusesBadFiles_data() {
@@ -80,7 +81,7 @@ void StoreFilesTest::RefusesBadFiles_data() {
   QTest::newRow("cut in the header") << "The plan store %1 is damaged: it is cut off.";
   QTest::newRow("cut in the middle") << "The plan store %1 is damaged.";
   QTest::newRow("zeroed pages") << "The plan store %1 is damaged.";
-  QTest::newRow("newer") << "The plan store %1 was made by a newer version (99; this program knows 1).";
+  QTest::newRow("newer") << "The plan store %1 was made by a newer version (99; this program knows 2).";
   QTest::newRow("read-only") << "The plan store %1 is read-only.";
   QTest::newRow("read-only folder") << "The plan store %1 is in a read-only folder.";
 }
@@ -222,6 +223,26 @@ void StoreFilesTest::ReadsWaitForNoWrite() {
   QSqlDatabase::removeDatabase("holder");
   writer.join();
   QVERIFY(ann.Groups("-1").contains("Renamed in the end@-1"));
+}
+
+void StoreFilesTest::BringsAnOlderStoreAlong() {
+  CStoreFixture fixture;
+  fixture.Open().reset();
+  RunSql(fixture.File(), {"DROP TABLE favorite_camera", "UPDATE store_info SET value = '1' WHERE name = 'version'"});
+  const CClient ann(fixture.Open());
+  std::vector<ResourceTreeKit::CRegionItemInfo> regions;
+  std::vector<ResourceTreeKit::CCameraItemInfo> cameras;
+  std::vector<std::string> favorites;
+  std::string error;
+  QVERIFY(ann->GetCameraTree(regions, cameras, &error) && cameras.size() == 2);
+  QVERIFY(ann->SetFavoriteCamera(cameras[0].index_code, true, &error));
+  QVERIFY(ann->SetFavoriteCamera(cameras[1].index_code, true, &error));
+
+  // A camera that is taken away meanwhile is nobody's favorite any more.
+  RunSql(fixture.File(), {"DELETE FROM camera WHERE name = 'Yard camera'"});
+  QVERIFY(ann->GetFavoriteCameras(favorites, &error));
+  QCOMPARE(favorites, std::vector<std::string>{cameras[0].index_code});
+  QVERIFY(ann->GetCameraTree(regions, cameras, &error) && cameras.size() == 1);
 }
 
 QTEST_GUILESS_MAIN(StoreFilesTest)

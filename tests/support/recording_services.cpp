@@ -89,6 +89,22 @@ int CRecordingServices::ObserverCount() const {
   return static_cast<int>(observers_.size());
 }
 
+bool CRecordingServices::GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>& regions,
+                                       std::vector<ResourceTreeKit::CCameraItemInfo>& cameras, std::string* error) {
+  return pass(QStringLiteral("GetCameraTree"), {}, error,
+              [&] { return target_->GetCameraTree(regions, cameras, error); });
+}
+
+bool CRecordingServices::GetFavoriteCameras(std::vector<std::string>& index_codes, std::string* error) {
+  return pass(QStringLiteral("GetFavoriteCameras"), {}, error,
+              [&] { return target_->GetFavoriteCameras(index_codes, error); });
+}
+
+bool CRecordingServices::SetFavoriteCamera(const std::string& index_code, bool favorite, std::string* error) {
+  return pass(QStringLiteral("SetFavoriteCamera"), index_code, error,
+              [&] { return target_->SetFavoriteCamera(index_code, favorite, error); });
+}
+
 bool CRecordingServices::IsViewResourceDownFinish() {
   const QString name = QStringLiteral("IsViewResourceDownFinish");
   note(name, {});

@@ -95,6 +95,10 @@ class CRecordingServices : public TarnHost::IHostServices {
   TARN_RECORD(GetStreamAbility, play_plugin_protocol::GetStreamAbiRequest, play_plugin_protocol::GetStreamAbiResponse)
 #undef TARN_RECORD
 
+  bool GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>& regions,
+                     std::vector<ResourceTreeKit::CCameraItemInfo>& cameras, std::string* error) override;
+  bool GetFavoriteCameras(std::vector<std::string>& index_codes, std::string* error) override;
+  bool SetFavoriteCamera(const std::string& index_code, bool favorite, std::string* error) override;
   bool IsViewResourceDownFinish() override;
   void ClearViewData() override;
   void ViewRegisterResourceUpdate(ResourceData::IResourceObserver* observer,
@@ -106,6 +110,8 @@ class CRecordingServices : public TarnHost::IHostServices {
   template <class Request, class Response>
   bool run(const QString& name, const Request& request, Response& response,
            bool (IHostServices::*call)(const Request&, Response&));
+  template <class Forward>
+  bool pass(const QString& name, std::any request, std::string* error, const Forward& forward);
   void note(const QString& name, std::any request);
   /// Whether the call is to fail, and its text.
   bool failure(const QString& name, std::string* error_info) const;
@@ -137,10 +143,15 @@ std::vector<Request> CRecordingServices::Requests() const {
 template <class Request, class Response>
 bool CRecordingServices::run(const QString& name, const Request& request, Response& response,
                              bool (IHostServices::*call)(const Request&, Response&)) {
-  note(name, request);
+  return pass(name, request, &response.error_info, [&] { return (*target_.*call)(request, response); });
+}
+
+template <class Forward>
+bool CRecordingServices::pass(const QString& name, std::any request, std::string* error, const Forward& forward) {
+  note(name, std::move(request));
   waitAt(name, BeforeCall);
-  const bool fails = failure(name, &response.error_info);
-  const bool ok = !fails && (*target_.*call)(request, response);
+  const bool fails = failure(name, error);
+  const bool ok = !fails && forward();
   waitAt(name, AfterCall);
   return ok;
 }

@@ -41,6 +41,12 @@ QStringList FirstLayout(const CSqlEngine& engine) {
   };
 }
 
+QStringList FavoriteCameras(const CSqlEngine&) {
+  return {
+      "CREATE TABLE favorite_camera (user_id INTEGER NOT NULL, camera_id INTEGER NOT NULL,"
+      " PRIMARY KEY (user_id, camera_id))"};
+}
+
 void Apply(CSqlEngine& engine, const Migration& step) {
   for (const QString& statement : step.statements(engine)) {
     engine.RunOnce(statement);
@@ -62,7 +68,7 @@ void RunStep(CSqlEngine& engine, const Migration& step) {
 }  // namespace
 
 const std::vector<Migration>& AllMigrations() {
-  static const std::vector<Migration> all = {{1, FirstLayout}};
+  static const std::vector<Migration> all = {{1, FirstLayout}, {2, FavoriteCameras}};
   return all;
 }
 

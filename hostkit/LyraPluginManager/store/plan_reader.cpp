@@ -39,6 +39,14 @@ std::pair<int32_t, int32_t> CPlanReader::DefaultView(int32_t user) {
   return Read([user](CPlanRepository& repository) { return repository.DefaultView(user); });
 }
 
+CameraList CPlanReader::Cameras() {
+  return Read([](CPlanRepository& repository) { return repository.Cameras(); });
+}
+
+std::vector<std::string> CPlanReader::FavoriteCameras(int32_t user) {
+  return Read([user](CPlanRepository& repository) { return repository.FavoriteCameras(user); });
+}
+
 void CPlanReader::Connect() {
   if (!engine_) {
     engine_ = open_();

@@ -21,6 +21,8 @@ class CPlanReader {
 
   std::optional<StoredPlan> WholePlan(int32_t code);
   std::pair<int32_t, int32_t> DefaultView(int32_t user);
+  CameraList Cameras();
+  std::vector<std::string> FavoriteCameras(int32_t user);
   /// Later reads fail. Once or more.
   void Stop();
 

@@ -39,6 +39,11 @@ PlanRow PlanFrom(const QSqlQuery& query) {
   return row;
 }
 
+// Regions and cameras are numbered from 1; 0 stands for none.
+std::string CodeText(const QVariant& number) {
+  return number.toInt() == 0 ? std::string() : std::to_string(number.toInt());
+}
+
 StoredPlan WholePlanFrom(const QSqlQuery& query) {
   StoredPlan plan;
   plan.row = PlanFrom(query);
@@ -199,6 +204,36 @@ void CPlanRepository::UpdatePlan(const StoredPlan& plan) {
 void CPlanRepository::DeletePlan(int32_t code) {
   engine_.Execute("DELETE FROM default_view WHERE code = ?", {code});
   engine_.Execute("DELETE FROM plan WHERE code = ?", {code});
+}
+
+CameraList CPlanRepository::Cameras() {
+  CameraList list;
+  engine_.ForEach("SELECT id, parent_id, name FROM region ORDER BY id", {}, [&](const QSqlQuery& query) {
+    list.regions.push_back(
+        {CodeText(query.value(0)), query.value(2).toString().toStdString(), CodeText(query.value(1))});
+  });
+  engine_.ForEach("SELECT id, region_id, name, online FROM camera ORDER BY id", {}, [&](const QSqlQuery& query) {
+    list.cameras.push_back({CodeText(query.value(0)), query.value(2).toString().toStdString(), CodeText(query.value(1)),
+                            query.value(3).toInt() != 0});
+  });
+  return list;
+}
+
+std::vector<std::string> CPlanRepository::FavoriteCameras(int32_t user) {
+  std::vector<std::string> codes;
+  engine_.ForEach(
+      "SELECT favorite.camera_id FROM favorite_camera favorite JOIN camera ON camera.id = favorite.camera_id"
+      " WHERE favorite.user_id = ? ORDER BY favorite.camera_id",
+      {user}, [&](const QSqlQuery& query) { codes.push_back(CodeText(query.value(0))); });
+  return codes;
+}
+
+bool CPlanRepository::SetFavoriteCamera(int32_t user, int32_t camera, bool favorite) {
+  engine_.Execute("DELETE FROM favorite_camera WHERE user_id = ? AND camera_id = ?", {user, camera});
+  return !favorite || engine_.Execute(
+                          "INSERT INTO favorite_camera (user_id, camera_id)"
+                          " SELECT CAST(? AS INTEGER), id FROM camera WHERE id = ?",
+                          {user, camera}) == 1;
 }
 
 int64_t CPlanRepository::NewestChange() {

@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "ResourceTreeKit/camera_item_info.h"
+#include "ResourceTreeKit/region_item_info.h"
 #include "store/change_feed.h"
 #include "store/plan_records.h"
 #include "store/sql_engine.h"
@@ -25,7 +27,13 @@ struct StoredPlan {
   void Complete();
 };
 
-/// The statements on groups, plans and the change log. Throws CStoreError. Thread: the engine's.
+/// The site's regions and cameras.
+struct CameraList {
+  std::vector<ResourceTreeKit::CRegionItemInfo> regions;
+  std::vector<ResourceTreeKit::CCameraItemInfo> cameras;
+};
+
+/// The statements on groups, plans, cameras and the change log. Throws CStoreError. Thread: the engine's.
 class CPlanRepository {
  public:
   explicit CPlanRepository(CSqlEngine& engine) : engine_(engine) {}
@@ -55,6 +63,11 @@ class CPlanRepository {
   void InsertPlan(const StoredPlan& plan);
   void UpdatePlan(const StoredPlan& plan);
   void DeletePlan(int32_t code);
+
+  CameraList Cameras();
+  std::vector<std::string> FavoriteCameras(int32_t user);
+  /// False when a camera that does not exist was to become a favourite.
+  bool SetFavoriteCamera(int32_t user, int32_t camera, bool favorite);
 
   int64_t NewestChange();
   std::vector<ChangeEntry> ChangesAfter(int64_t seq);

@@ -13,6 +13,7 @@ namespace {
 constexpr int kDeepestLevel = 6;  // the root row is level 1
 constexpr int kNoDefaultView = -3;
 const char kNoDefaultViewText[] = "-3";
+const char kNoCamera[] = "The camera does not exist.";
 const char kSharedGroupName[] = "Shared";
 const char kDateTimeFormat[] = "yyyy-MM-dd HH:mm:ss";
 
@@ -252,6 +253,15 @@ void CPlanWriter::SetDefaultView(const view_plugin_protocol::ClienDefaultViewCon
     if (code != kNoDefaultView) {
       session_.Engine().Execute("INSERT INTO default_view (user_id, code, type) VALUES (?, ?, ?)",
                                 {user, code, request.type});
+    }
+    return true;
+  });
+}
+
+void CPlanWriter::SetFavoriteCamera(const std::string& index_code, bool favorite, int32_t user) {
+  session_.Write([&] {
+    if (!repository_.SetFavoriteCamera(User(user).id, ParseCode(index_code), favorite)) {
+      throw CStoreError(kNoCamera);
     }
     return true;
   });

@@ -22,6 +22,7 @@ class CPlanWriter {
   void DeletePlan(const std::string& index_code, int32_t user);
   void Share(const view_plugin_protocol::ViewShareResquestInfo& request, int32_t user);
   void SetDefaultView(const view_plugin_protocol::ClienDefaultViewConfigRequest& request, int32_t user);
+  void SetFavoriteCamera(const std::string& index_code, bool favorite, int32_t user);
   void LogPlay(const view_plugin_protocol::AddPlanLogRequestParam& request, int32_t user);
 
  private:

@@ -22,17 +22,22 @@ const char kGroupGone[] = "The group does not exist or was deleted in the meanti
 const char kPlanGone[] = "The plan does not exist or was deleted in the meantime.";
 
 // Runs a call's work; what it throws becomes the call's text for the user.
-template <class Response, class Work>
-bool Answer(Response* response, const Work& work) {
+template <class Work>
+bool AnswerOr(std::string* error_info, const Work& work) {
   try {
     work();
     return true;
   } catch (const CStoreError& error) {
-    response->error_info = error.what();
+    *error_info = error.what();
   } catch (const std::exception& error) {
-    response->error_info = std::string("The plan store failed: ") + error.what();
+    *error_info = std::string("The plan store failed: ") + error.what();
   }
   return false;
+}
+
+template <class Response, class Work>
+bool Answer(Response* response, const Work& work) {
+  return AnswerOr(&response->error_info, work);
 }
 
 }  // namespace
@@ -464,6 +469,31 @@ bool CStoreServices::GetPresets(const ptz_plugin_protocol::GetPresetRequest& req
 bool CStoreServices::GetStreamAbility(const play_plugin_protocol::GetStreamAbiRequest& request,
                                       play_plugin_protocol::GetStreamAbiResponse& response) {
   return Answer(&response, [&] { response.stream_types = CameraOf(request.camera_index_code).stream_types; });
+}
+
+bool CStoreServices::GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>& regions,
+                                   std::vector<ResourceTreeKit::CCameraItemInfo>& cameras, std::string* error) {
+  return AnswerOr(error, [&] {
+    RequireOpen();
+    CameraList list = reader_ ? reader_->Cameras() : thread_.Call([this] { return session_->Repository().Cameras(); });
+    regions = std::move(list.regions);
+    cameras = std::move(list.cameras);
+  });
+}
+
+bool CStoreServices::GetFavoriteCameras(std::vector<std::string>& index_codes, std::string* error) {
+  return AnswerOr(error, [&] {
+    const int32_t user = RequireUser();
+    index_codes = reader_ ? reader_->FavoriteCameras(user)
+                          : thread_.Call([&] { return session_->Repository().FavoriteCameras(user); });
+  });
+}
+
+bool CStoreServices::SetFavoriteCamera(const std::string& index_code, bool favorite, std::string* error) {
+  return AnswerOr(error, [&] {
+    const int32_t user = RequireUser();
+    thread_.Call([&] { writer_->SetFavoriteCamera(index_code, favorite, user); });
+  });
 }
 
 }  // namespace TarnHost::Store

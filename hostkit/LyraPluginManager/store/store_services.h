@@ -74,6 +74,10 @@ class CStoreServices : public CPlanStore {
   bool CheckControlPermission(int code) override;
   bool GetPresets(const ptz_plugin_protocol::GetPresetRequest& request,
                   ptz_plugin_protocol::GetPresetResponse& response) override;
+  bool GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>& regions,
+                     std::vector<ResourceTreeKit::CCameraItemInfo>& cameras, std::string* error) override;
+  bool GetFavoriteCameras(std::vector<std::string>& index_codes, std::string* error) override;
+  bool SetFavoriteCamera(const std::string& index_code, bool favorite, std::string* error) override;
   bool GetStreamAbility(const play_plugin_protocol::GetStreamAbiRequest& request,
                         play_plugin_protocol::GetStreamAbiResponse& response) override;
 

@@ -27,10 +27,11 @@ struct PlanStoreOptions {
 /// in memory for reading and one database thread that writes. A PostgreSQL store must be an existing database; its
 /// tables and first content are made when it is empty.
 ///
-/// Reads of the tree answer from memory, a plan's detail and default views from the database. Writes run in one
-/// transaction each on the database thread and are awaited; a call that returned true is durable. Changes of other
-/// processes on the same database arrive within a second and are told to the registered observers on the GUI thread;
-/// the process's own changes are not. Thread: Open() and LogIn() on the GUI thread; the services from any.
+/// Reads of the tree answer from memory; a plan's detail, default views, cameras and favorites from the database.
+/// Writes run in one transaction each on the database thread and are awaited; a call that returned true is durable.
+/// Changes of other processes on the same database arrive within a second and are told to the registered observers on
+/// the GUI thread; the process's own changes are not. Thread: Open() and LogIn() on the GUI thread; the services from
+/// any.
 class TARN_HOST_EXPORT CPlanStore : public IHostServices {
  public:
   /// Opens the store, creating it when it does not exist. Null with one clear line in `error` when it cannot be used
