@@ -1,0 +1,101 @@
+#include "editor_cameras.h"
+
+#include <QKeyEvent>
+#include <QVBoxLayout>
+
+#include "MarUIControl/string_conversion.h"
+#include "ResourceTreeKit/camera_tree.h"
+#include "WidgetKit/new_search_line.h"
+#include "view_config_manager.h"
+
+namespace TarnPlanView {
+
+using ResourceTreeKit::CCameraItemInfo;
+using ResourceTreeKit::CCameraTree;
+
+namespace {
+
+constexpr int kFilterDelay = 150;  // ms after the last key
+
+DraftCamera FromSite(const CCameraItemInfo& camera) {
+  return {MarUIControl::StringToQString(camera.index_code), MarUIControl::StringToQString(camera.name)};
+}
+
+}  // namespace
+
+CEditorCameras::CEditorCameras(QWidget* parent)
+    : QWidget(parent), search_(new WidgetKit::CNewSearchLine(this)), tree_(new CCameraTree(this)) {
+  search_->setObjectName(QStringLiteral("camera_search"));
+  search_->setPlaceholderText(tr("Search cameras"));
+  search_->setAccessibleName(tr("Search cameras"));
+  search_->setToolTip(tr("Search cameras and regions (Ctrl+F)"));
+  search_->setFixedHeight(32);
+  search_->installEventFilter(this);
+  tree_->setObjectName(QStringLiteral("camera_tree"));
+  tree_->setAccessibleName(tr("Cameras"));
+  tree_->setToolTip(tr("Double click or Return puts a camera into the current window, Ctrl+Return a whole region"));
+  tree_->SetFavoritesVisible(CViewConfigManager::Instance().SupportAddCameraFromFavorite());
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(6);
+  column->addWidget(search_);
+  column->addWidget(tree_, 1);
+  filter_delay_.setSingleShot(true);
+  filter_delay_.setInterval(kFilterDelay);
+  connect(search_, &QLineEdit::textChanged, &filter_delay_, QOverload<>::of(&QTimer::start));
+  connect(&filter_delay_, &QTimer::timeout, this, [this] { tree_->SetFilterText(search_->text().trimmed()); });
+  connect(tree_, &CCameraTree::SignalCameraActivated, this, &CEditorCameras::OnCamera);
+  connect(tree_, &CCameraTree::SignalRegionActivated, this, &CEditorCameras::OnRegion);
+  connect(tree_, &CCameraTree::SignalLoaded, this, &CEditorCameras::SignalNamesChanged);
+}
+
+void CEditorCameras::SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& param) {
+  // A tree of a part of the site cannot say which cameras the site has.
+  whole_site_ = param.root_region_index_code.empty() && param.show_offline;
+  tree_->SetLogicNodeParam(param);
+}
+
+void CEditorCameras::Reload() {
+  if (tree_->IsLoaded()) {  // else the tree itself does, once it is shown
+    tree_->Reload();
+  }
+}
+
+std::optional<QString> CEditorCameras::NameOf(const std::string& index_code) const {
+  if (!tree_->IsLoaded()) {
+    return std::nullopt;
+  }
+  const CCameraItemInfo camera = tree_->FindCamera(index_code);
+  if (camera.index_code.empty()) {
+    return whole_site_ ? std::make_optional(QString()) : std::nullopt;
+  }
+  return MarUIControl::StringToQString(camera.name);
+}
+
+void CEditorCameras::FocusSearch() {
+  search_->setFocus(Qt::ShortcutFocusReason);
+  search_->selectAll();
+}
+
+void CEditorCameras::OnCamera(const CCameraItemInfo& camera) {
+  Q_EMIT SignalChosen({FromSite(camera)});
+}
+
+void CEditorCameras::OnRegion(const QVector<CCameraItemInfo>& cameras) {
+  QVector<DraftCamera> chosen;
+  for (const CCameraItemInfo& camera : cameras) {
+    chosen.append(FromSite(camera));
+  }
+  Q_EMIT SignalChosen(chosen);
+}
+
+bool CEditorCameras::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == search_ && event->type() == QEvent::KeyPress &&
+      static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down) {
+    tree_->setFocus(Qt::TabFocusReason);
+    return true;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace TarnPlanView

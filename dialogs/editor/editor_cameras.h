@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QTimer>
+#include <QVector>
+#include <QWidget>
+#include <optional>
+#include <string>
+
+#include "ResourceTreeKit/camera_item_info.h"
+#include "ResourceTreeKit/logic_node_param.h"
+#include "plan_document.h"
+
+namespace ResourceTreeKit {
+class CCameraTree;
+}
+namespace WidgetKit {
+class CNewSearchLine;
+}
+
+namespace TarnPlanView {
+
+/// The site's cameras to choose from, with a search field above them. Thread: GUI.
+class CEditorCameras : public QWidget {
+  Q_OBJECT
+ public:
+  explicit CEditorCameras(QWidget* parent);
+
+  void SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& param);
+  /// Reads the site's cameras anew: some may have come or gone since the editor was last open.
+  void Reload();
+  /// No value while the cameras are not known, an empty name when the site has no such camera.
+  std::optional<QString> NameOf(const std::string& index_code) const;
+  /// Puts the focus into the search field.
+  void FocusSearch();
+
+ Q_SIGNALS:
+  /// The user wants these in the plan: one camera, or those of a region in order.
+  void SignalChosen(const QVector<TarnPlanView::DraftCamera>& cameras);
+  /// The names are known, or have changed.
+  void SignalNamesChanged();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void OnCamera(const ResourceTreeKit::CCameraItemInfo& camera);
+  void OnRegion(const QVector<ResourceTreeKit::CCameraItemInfo>& cameras);
+
+  WidgetKit::CNewSearchLine* search_ = nullptr;
+  ResourceTreeKit::CCameraTree* tree_ = nullptr;
+  QTimer filter_delay_;
+  bool whole_site_ = true;
+};
+
+}  // namespace TarnPlanView

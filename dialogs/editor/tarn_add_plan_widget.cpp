@@ -1,0 +1,273 @@
+#include "tarn_add_plan_widget.h"
+
+#include <QDateTime>
+#include <QKeyEvent>
+#include <QScrollArea>
+#include <QShowEvent>
+
+#include "MarUIControl/modal_tip_dialog.h"
+#include "MarUIControl/nomal_message.h"
+#include "MarUIControl/string_conversion.h"
+#include "conflict_bar.h"
+#include "editor_cameras.h"
+#include "editor_footer.h"
+#include "editor_header.h"
+#include "group_chooser.h"
+#include "page_thumbnail.h"
+#include "plan_saving.h"
+#include "standard_plan_model.h"
+#include "standard_view_controller.h"
+#include "tarn_add_plan_widget_p.h"
+#include "view_config_manager.h"
+#include "window_grid.h"
+
+namespace TarnPlanView {
+
+using MarUIControl::CModalTipDialog;
+using MarUIControl::CNomalMessage;
+using MarUIControl::StringToQString;
+using view_plugin_protocol::GetPlanDetailResponse;
+
+namespace {
+
+constexpr int kLongestName = 256;
+
+}  // namespace
+
+CTarnAddPlanWidget::CTarnAddPlanWidget(QWidget* parent) : QWidget(parent), d_(std::make_unique<Private>(this)) {
+  d_->Build();
+}
+
+// The children look at the document as long as they live.
+CTarnAddPlanWidget::~CTarnAddPlanWidget() {
+  d_->document.disconnect();
+  d_->document.UndoStack().disconnect();
+  qDeleteAll(findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
+  delete d_->saving;
+}
+
+void CTarnAddPlanWidget::SetController(CStandardViewController* controller) {
+  if (d_->controller == controller) {
+    return;
+  }
+  if (d_->controller) {
+    disconnect(d_->controller, nullptr, this, nullptr);
+  }
+  d_->controller = controller;
+  d_->saving->SetController(controller);
+  d_->header->Groups()->SetController(controller);
+  if (controller) {
+    connect(controller, &CStandardViewController::signalShowMessage, this,
+            [this](const QString& text, CNomalMessage::AlertState state) { d_->OnControllerMessage(text, state); });
+  }
+}
+
+void CTarnAddPlanWidget::SetModel(CStandardPlanModel* model) {
+  d_->model = model;
+  d_->header->Groups()->SetModel(model);
+}
+
+void CTarnAddPlanWidget::SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& param) {
+  d_->cameras->SetLogicNodeParam(param);
+}
+
+void CTarnAddPlanWidget::OpenNew(const QString& group_code) {
+  d_->Reset();
+  const QModelIndex group = d_->model ? d_->model->FindIndexByIndexCode(group_code, true) : QModelIndex();
+  d_->header->SetTitle(tr("New plan"));
+  d_->header->Groups()->SetAddMode(true);
+  const QString kind = CViewConfigManager::Instance().IsShowPlanOrView() ? tr("Plan") : tr("View");
+  d_->document.StartNew(kind + QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmss")), group_code,
+                        group.data().toString(), CGroupChooser::FamilyOf(group));
+  d_->header->FocusName();
+}
+
+void CTarnAddPlanWidget::OpenPlan(const QString& plan_code) {
+  d_->Reset();
+  d_->document.StartNew(QString(), QString());
+  d_->header->SetTitle(tr("Edit plan"));
+  d_->header->Groups()->SetAddMode(false);
+  d_->awaited = plan_code;
+  if (!d_->controller) {
+    return;
+  }
+  d_->SetBusy(tr("Loading..."));
+  d_->controller->GetPlanInfoByIndexCode(MarUIControl::QStringToString(plan_code));
+}
+
+void CTarnAddPlanWidget::OnPlanInfo(const GetPlanDetailResponse& plan) {
+  if (d_->awaited.isEmpty() || StringToQString(plan.index_code) != d_->awaited) {
+    return;
+  }
+  d_->awaited.clear();
+  d_->conflict->hide();
+  d_->document.Load(plan);
+  d_->opened_pages = d_->document.Draft().pages;
+  d_->SetBusy(QString());
+  d_->footer->SetSavePossible(true);
+  d_->header->FocusName();
+}
+
+bool CTarnAddPlanWidget::IsDirty() const {
+  return d_->document.IsDirty();
+}
+
+bool CTarnAddPlanWidget::MayClose() {
+  if (d_->saving->IsSaving()) {
+    d_->Refuse(tr("The plan is being saved. Wait a moment."));
+    return false;
+  }
+  if (!IsDirty()) {
+    return true;
+  }
+  const QPointer<CTarnAddPlanWidget> self(this);
+  const QPointer<CModalTipDialog> question(new CModalTipDialog(this));
+  question->SetDialogModel(CModalTipDialog::QuestionModel);
+  question->SetTitle(tr("Unsaved changes"));
+  question->SetContent(tr("The plan has changes that are not saved."));
+  question->SetConfirmText(tr("Save"));
+  question->SetOtherText(tr("Throw away"));
+  question->SetCancelText(tr("Keep editing"));
+  const int answer = question->exec();
+  delete question.data();
+  if (!self) {
+    return false;
+  }
+  if (answer == CModalTipDialog::Other) {
+    d_->Reset();
+    d_->document.StartNew(QString(), QString());
+    return true;
+  }
+  if (answer == CModalTipDialog::Confirmed) {
+    Save();
+  }
+  return false;
+}
+
+void CTarnAddPlanWidget::Save() {
+  if (d_->saving->IsSaving() || !d_->awaited.isEmpty()) {
+    return;
+  }
+  const QString problem = d_->FindProblem();
+  if (problem.isEmpty()) {
+    d_->Send();
+  } else {
+    d_->Refuse(problem);
+  }
+}
+
+void CTarnAddPlanWidget::Cancel() {
+  const QPointer<CTarnAddPlanWidget> self(this);
+  if (MayClose() && self) {
+    d_->Reset();
+    Q_EMIT SignalClosed();
+  }
+}
+
+void CTarnAddPlanWidget::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (!event->spontaneous()) {
+    d_->cameras->Reload();
+  }
+}
+
+void CTarnAddPlanWidget::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Cancel)) {
+    Cancel();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+void CTarnAddPlanWidget::Private::Reset() {
+  saving->Forget();
+  awaited.clear();
+  theirs = {};
+  opened_pages.clear();
+  conflict->hide();
+  SetBusy(QString());
+  footer->SetSavePossible(true);
+}
+
+// Disabled as a whole, so that nothing is typed into a plan that is on its way; the input stays in sight.
+void CTarnAddPlanWidget::Private::SetBusy(const QString& work) {
+  for (QWidget* part :
+       {static_cast<QWidget*>(header), static_cast<QWidget*>(scroll), static_cast<QWidget*>(conflict)}) {
+    part->setEnabled(work.isEmpty());
+  }
+  footer->ShowWork(work);
+}
+
+void CTarnAddPlanWidget::Private::Refuse(const QString& reason) {
+  Q_EMIT q->SignalMessageTipNeeded(reason, CNomalMessage::Failure);
+}
+
+QString CTarnAddPlanWidget::Private::FindProblem() {
+  if (!controller) {
+    return CTarnAddPlanWidget::tr("The plans are not available now. Try again later.");
+  }
+  if (document.Draft().FilledWindows() > kMaxFilledWindows) {
+    return CTarnAddPlanWidget::tr("A plan holds at most %1 filled windows. Clear some first.").arg(kMaxFilledWindows);
+  }
+  return header->FindProblem();
+}
+
+// The next window is ready for the next camera.
+void CTarnAddPlanWidget::Private::PutCameras(const QVector<DraftCamera>& chosen) {
+  const int window_no = grid->CurrentWindow();
+  if (grid->PutCameras(window_no, chosen)) {
+    grid->SetCurrentWindow(window_no + chosen.size());
+  }
+}
+
+void CTarnAddPlanWidget::Private::Send() {
+  conflict->hide();
+  SetBusy(CTarnAddPlanWidget::tr("Saving..."));
+  if (!saving->Save(Thumbnail())) {
+    SetBusy(QString());
+  }
+}
+
+// A picture of the live wall that the plan has from elsewhere stays as long as it shows the plan.
+std::string CTarnAddPlanWidget::Private::Thumbnail() const {
+  const bool as_opened = !opened_pages.isEmpty() && document.Draft().pages == opened_pages;
+  if (as_opened || !CViewConfigManager::Instance().SupportThumbnail()) {
+    return std::string();
+  }
+  return PaintThumbnail(document.Draft(), text);
+}
+
+void CTarnAddPlanWidget::Private::OnControllerMessage(const QString& reason, int state) {
+  if (state == CNomalMessage::Failure && !awaited.isEmpty()) {
+    SetBusy(QString());
+    scroll->setEnabled(false);
+    header->setEnabled(false);
+    footer->SetSavePossible(false);
+    conflict->ShowNotLoaded(reason);
+  }
+}
+
+void CTarnAddPlanWidget::Private::LoadTheirs() {
+  conflict->hide();
+  document.Load(theirs);
+  opened_pages = document.Draft().pages;
+  theirs = {};
+  header->FocusName();
+}
+
+void CTarnAddPlanWidget::Private::Overwrite() {
+  document.AdoptRevision(theirs.revision);
+  q->Save();
+}
+
+void CTarnAddPlanWidget::Private::SaveAsNew() {
+  conflict->hide();
+  document.BecomeNew();
+  const QString mark = CTarnAddPlanWidget::tr(" (copy)");
+  document.SetName(document.Draft().name.left(kLongestName - mark.size()) + mark);
+  header->SetTitle(CTarnAddPlanWidget::tr("New plan"));
+  header->Groups()->SetAddMode(true);
+  q->Save();
+}
+
+}  // namespace TarnPlanView

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <memory>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+#include "ResourceTreeKit/logic_node_param.h"
+
+namespace TarnPlanView {
+
+class CStandardPlanModel;
+class CStandardViewController;
+
+/// The plan editor: makes a new plan or edits one, and hands it to the controller.
+///
+/// Keys: Ctrl+S saves, Ctrl+Z and Ctrl+Shift+Z undo and redo, Ctrl+1 to Ctrl+4 split the page, Esc closes; those of the
+/// page strip, the windows and the camera tree as there. Input stays on every failure. Model and controller are not
+/// owned and may die first. Thread: GUI.
+class CTarnAddPlanWidget : public QWidget {
+  Q_OBJECT
+ public:
+  explicit CTarnAddPlanWidget(QWidget* parent);
+  ~CTarnAddPlanWidget() override;
+
+  void SetController(CStandardViewController* controller);
+  /// Its groups are offered as targets.
+  void SetModel(CStandardPlanModel* model);
+  /// Which cameras are offered.
+  void SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& param);
+
+  /// These two throw away what is there: ask MayClose() before. A new plan, with one empty page:
+  void OpenNew(const QString& group_code);
+  /// A plan of the host's; it is shown when the controller's answer comes through OnPlanInfo().
+  void OpenPlan(const QString& plan_code);
+  bool IsDirty() const;
+  /// Whether the editor may go. Asks when there are changes that are not saved. To save them takes a while: then false
+  /// comes at once, and SignalClosed() when they are safe. What is to be thrown away is gone when true comes.
+  bool MayClose();
+
+ Q_SIGNALS:
+  /// The editor has nothing more to do: saved, or left by the user.
+  void SignalClosed();
+  void SignalMessageTipNeeded(const QString& text, int state);
+
+ public Q_SLOTS:
+  /// The controller's answer; one that was not asked for here is ignored.
+  void OnPlanInfo(const view_plugin_protocol::GetPlanDetailResponse& plan);
+  void Save();
+  void Cancel();
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  class Private;
+  std::unique_ptr<Private> d_;
+};
+
+}  // namespace TarnPlanView

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QPointer>
+
+#include "plan_document.h"
+#include "tarn_add_plan_widget.h"
+#include "window_text.h"
+
+class QScrollArea;
+
+namespace TarnPlanView {
+
+class CConflictBar;
+class CEditorCameras;
+class CEditorFooter;
+class CEditorHeader;
+class CPageSettings;
+class CPageStrip;
+class CPlanSaving;
+class CWindowGrid;
+class CWindowSettings;
+
+class CTarnAddPlanWidget::Private {
+ public:
+  explicit Private(CTarnAddPlanWidget* editor);
+
+  void Build();
+  void BuildPages();
+  void BuildCameras();
+  void BuildFrame();
+  void Connect();
+  void ConnectSaving();
+  void AddShortcut(const QKeySequence& keys, const std::function<void()>& run);
+
+  /// Before another plan comes in, or none.
+  void Reset();
+  void SetBusy(const QString& work);
+  void Refuse(const QString& text);
+  /// Why the plan cannot be sent; empty when it can.
+  QString FindProblem();
+  void PutCameras(const QVector<DraftCamera>& chosen);
+  void Send();
+  std::string Thumbnail() const;
+  void OnControllerMessage(const QString& text, int state);
+  void LoadTheirs();
+  void Overwrite();
+  void SaveAsNew();
+
+  CTarnAddPlanWidget* const q;
+  CPlanDocument document;
+  CWindowText text;
+  CPlanSaving* saving = nullptr;
+  CEditorHeader* header = nullptr;
+  CEditorCameras* cameras = nullptr;
+  CPageStrip* strip = nullptr;
+  CPageSettings* page_settings = nullptr;
+  CWindowGrid* grid = nullptr;
+  CWindowSettings* window_settings = nullptr;
+  CConflictBar* conflict = nullptr;
+  CEditorFooter* footer = nullptr;
+  QScrollArea* scroll = nullptr;
+  QWidget* pages_side = nullptr;
+
+  QPointer<CStandardPlanModel> model;
+  QPointer<CStandardViewController> controller;
+  QString awaited;  // code of the plan that is being fetched
+  QVector<DraftPage> opened_pages;
+  view_plugin_protocol::GetPlanDetailResponse theirs;
+};
+
+}  // namespace TarnPlanView

@@ -1,0 +1,151 @@
+#include <QHBoxLayout>
+#include <QScrollArea>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "conflict_bar.h"
+#include "editor_cameras.h"
+#include "editor_footer.h"
+#include "editor_header.h"
+#include "page_settings.h"
+#include "page_strip.h"
+#include "plan_saving.h"
+#include "split_buttons.h"
+#include "tarn_add_plan_widget_p.h"
+#include "view_config_manager.h"
+#include "window_grid.h"
+#include "window_settings.h"
+
+namespace TarnPlanView {
+
+namespace {
+
+constexpr int kMargin = 16;
+constexpr int kGap = 10;
+constexpr int kCamerasWidth = 224;
+
+}  // namespace
+
+CTarnAddPlanWidget::Private::Private(CTarnAddPlanWidget* editor) : q(editor) {}
+
+void CTarnAddPlanWidget::Private::Build() {
+  q->setObjectName(QStringLiteral("add_edit_plan_widget"));
+  q->setAttribute(Qt::WA_StyledBackground);
+  q->setAccessibleName(CTarnAddPlanWidget::tr("Plan editor"));
+  saving = new CPlanSaving(&document, q);
+  header = new CEditorHeader(&document, q);
+  conflict = new CConflictBar(q);
+  footer = new CEditorFooter(&document, q);
+  BuildCameras();
+  BuildPages();
+  BuildFrame();
+  Connect();
+  ConnectSaving();
+}
+
+void CTarnAddPlanWidget::Private::BuildPages() {
+  pages_side = new QWidget(q);
+  strip = new CPageStrip(&document, pages_side);
+  page_settings = new CPageSettings(&document, pages_side);
+  grid = new CWindowGrid(&document, &text, pages_side);
+  grid->SetOtherContentFixed(CViewConfigManager::Instance().OnlyCamera());
+  window_settings = new CWindowSettings(&document, &text, pages_side);
+  auto* column = new QVBoxLayout(pages_side);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(kGap);
+  column->addWidget(strip);
+  column->addWidget(page_settings);
+  column->addWidget(grid, 1);
+  column->addWidget(window_settings);
+}
+
+void CTarnAddPlanWidget::Private::BuildCameras() {
+  cameras = new CEditorCameras(q);
+  cameras->setFixedWidth(kCamerasWidth);
+  text.SetCameraName([this](const std::string& code) { return cameras->NameOf(code); });
+  connect(cameras, &CEditorCameras::SignalChosen, q,
+          [this](const QVector<DraftCamera>& chosen) { PutCameras(chosen); });
+  connect(cameras, &CEditorCameras::SignalNamesChanged, q, [this] {
+    grid->RenewNames();
+    window_settings->Renew();
+  });
+}
+
+// Head and foot stay in sight; what is between them scrolls where the window is low.
+void CTarnAddPlanWidget::Private::BuildFrame() {
+  scroll = new QScrollArea(q);
+  scroll->setObjectName(QStringLiteral("editor_scroll"));
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  auto* body = new QWidget;
+  auto* sides = new QHBoxLayout(body);
+  sides->setContentsMargins(0, 0, 0, 0);
+  sides->setSpacing(kMargin);
+  sides->addWidget(cameras);
+  sides->addWidget(pages_side, 1);
+  scroll->setWidget(body);
+  auto* column = new QVBoxLayout(q);
+  column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  column->setSpacing(kGap);
+  column->addWidget(header);
+  column->addWidget(scroll, 1);
+  column->addWidget(conflict);
+  column->addWidget(footer);
+}
+
+void CTarnAddPlanWidget::Private::AddShortcut(const QKeySequence& keys, const std::function<void()>& run) {
+  auto* shortcut = new QShortcut(keys, q);
+  shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+  connect(shortcut, &QShortcut::activated, q, [this, run] {
+    if (scroll->isEnabled()) {
+      run();
+    }
+  });
+}
+
+void CTarnAddPlanWidget::Private::Connect() {
+  connect(&document, &CPlanDocument::SignalRefused, q, [this](const QString& reason) { Refuse(reason); });
+  connect(grid, &CWindowGrid::SignalRefused, q, [this](const QString& reason) { Refuse(reason); });
+  connect(window_settings, &CWindowSettings::SignalRefused, q, [this](const QString& reason) { Refuse(reason); });
+  connect(grid, &CWindowGrid::SignalCurrentWindowChanged, window_settings, &CWindowSettings::ShowWindow);
+  connect(footer, &CEditorFooter::SignalSave, q, &CTarnAddPlanWidget::Save);
+  connect(footer, &CEditorFooter::SignalCancel, q, &CTarnAddPlanWidget::Cancel);
+  AddShortcut(QKeySequence::Save, [this] { q->Save(); });
+  AddShortcut(QKeySequence::Find, [this] { cameras->FocusSearch(); });
+  AddShortcut(QKeySequence::Undo, [this] { document.UndoStack().undo(); });
+  AddShortcut(QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_Z), [this] { document.UndoStack().redo(); });
+  AddShortcut(QKeySequence(Qt::CTRL + Qt::Key_Y), [this] { document.UndoStack().redo(); });
+  for (int place = 0; place < 4; ++place) {
+    AddShortcut(QKeySequence(Qt::CTRL + Qt::Key_1 + place), [this, place] { page_settings->Splits()->Choose(place); });
+  }
+}
+
+void CTarnAddPlanWidget::Private::ConnectSaving() {
+  connect(saving, &CPlanSaving::SignalSaved, q, [this] {
+    SetBusy(QString());
+    Q_EMIT q->SignalClosed();
+  });
+  connect(saving, &CPlanSaving::SignalFailed, q, [this](const QString& reason) {
+    SetBusy(QString());
+    if (!reason.isEmpty()) {
+      Refuse(reason);
+    }
+  });
+  connect(saving, &CPlanSaving::SignalChangedElsewhere, q,
+          [this](const QString& reason, const view_plugin_protocol::GetPlanDetailResponse& plan) {
+            SetBusy(QString());
+            theirs = plan;
+            conflict->ShowChanged(reason);
+          });
+  connect(saving, &CPlanSaving::SignalDeleted, q, [this](const QString& reason) {
+    SetBusy(QString());
+    conflict->ShowDeleted(reason);
+  });
+  connect(conflict, &CConflictBar::SignalLoadTheirs, q, [this] { LoadTheirs(); });
+  connect(conflict, &CConflictBar::SignalOverwrite, q, [this] { Overwrite(); });
+  connect(conflict, &CConflictBar::SignalSaveAsNew, q, [this] { SaveAsNew(); });
+  connect(conflict, &CConflictBar::SignalRetry, q, [this] { q->OpenPlan(awaited); });
+}
+
+}  // namespace TarnPlanView
