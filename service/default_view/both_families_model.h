@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QAbstractItemModel>
+
+namespace TarnPlanView {
+
+class CStandardPlanModel;
+
+/// Public and own plans in one tree: the top rows of both models one below the other, with what stands under them.
+///
+/// Both roots carry the site's name, which says nothing side by side: here they are called by their family, and the
+/// placeholder by what choosing it means. Roots cannot be selected, groups where their model says so. The models are
+/// not owned and outlive this one; like all plan trees they never move rows. Thread: GUI.
+class CBothFamiliesModel : public QAbstractItemModel {
+  Q_OBJECT
+ public:
+  CBothFamiliesModel(CStandardPlanModel* public_plans, CStandardPlanModel* own_plans, QObject* parent);
+  ~CBothFamiliesModel() override;
+
+  QModelIndex MapFromSource(const QModelIndex& source) const;
+  QModelIndex MapToSource(const QModelIndex& index) const;
+
+  QModelIndex index(int row, int column, const QModelIndex& parent = QModelIndex()) const override;
+  QModelIndex parent(const QModelIndex& child) const override;
+  int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+  int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+  bool hasChildren(const QModelIndex& parent = QModelIndex()) const override;
+  bool canFetchMore(const QModelIndex& parent) const override;
+  QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+ private:
+  void Follow(CStandardPlanModel* source);
+  int Offset(const CStandardPlanModel* source) const;
+
+  CStandardPlanModel* const public_;
+  CStandardPlanModel* const own_;
+};
+
+}  // namespace TarnPlanView

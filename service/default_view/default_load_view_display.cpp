@@ -1,0 +1,292 @@
+#include "default_load_view_display.h"
+
+#include <QPointer>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <functional>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+#include "MarUIControl/label.h"
+#include "MarUIControl/string_conversion.h"
+#include "ResourceData/resource_type.h"
+#include "WidgetKit/new_location_combo_box.h"
+#include "async_call.h"
+#include "default_view_tree.h"
+#include "plan_item_role.h"
+#include "plan_way.h"
+#include "standard_view_controller.h"
+#include "view_model_data_manager.h"
+#include "view_public_def.h"
+
+namespace TarnPlanView {
+
+using MarUIControl::QStringToString;
+using MarUIControl::StringToQString;
+using view_plugin_protocol::ClienDefaultViewConfigRequest;
+
+namespace {
+
+constexpr int kGroupItem = 0;
+constexpr int kPlanItem = 1;
+
+ClienDefaultViewConfigRequest RequestOf(const QModelIndex& index) {
+  ClienDefaultViewConfigRequest request;
+  switch (CViewPublicDef::GetIndexItemType(index)) {
+    case kGroupItem:
+      request.type = ResourceData::RT_VIEW_GROUP;
+      request.index_code = QStringToString(index.data(GroupIndexCodeRole).toString());
+      break;
+    case kPlanItem:
+      request.type = ResourceData::RT_VIEW;
+      request.index_code = QStringToString(index.data(PlanIndexCodeRole).toString());
+      break;
+    default:
+      request.index_code = kPlaceholderCode;
+      break;
+  }
+  return request;
+}
+
+}  // namespace
+
+class CDefaultLoadViewDisplay::Private {
+ public:
+  explicit Private(CDefaultLoadViewDisplay* display) : q(display) {}
+
+  void BuildUi();
+  void Connect();
+  QModelIndex FindRow() const;
+  void Seek();
+  void FetchWay();
+  void OnWay(const QStringList& groups);
+  void Show(const QModelIndex& row);
+  void OnChosen(const QModelIndex& row);
+  void OnRowsInserted(const QModelIndex& parent);
+  void OnRowsRemoved(const QModelIndex& parent);
+  bool Ask(const std::function<bool()>& call, std::string* refusal);
+
+  CDefaultLoadViewDisplay* const q;
+  WidgetKit::CNewLocationComboBox* box = nullptr;  // child of the display
+  CDefaultViewTree* tree = nullptr;                // likewise
+  QPointer<CStandardViewController> controller;
+  ClienDefaultViewConfigRequest stored;
+  view_plugin_protocol::ClienDefaultViewConfigReponse set_response;
+  std::string response_text;
+
+  ClienDefaultViewConfigRequest wanted;  // what is shown, or being looked for
+  bool seeking = false;
+  bool was_shown = false;  // what is looked for has been there already
+  QStringList way;
+  int way_number = 0;
+  QTimer seek_soon;
+};
+
+void CDefaultLoadViewDisplay::Private::BuildUi() {
+  auto* label = new MarUIControl::CLabel(q);
+  label->SetText(tr("Default view"));
+  box = new WidgetKit::CNewLocationComboBox(q);
+  box->setObjectName(QStringLiteral("default_view_box"));
+  box->setAccessibleName(label->text());
+  box->SetPlaceholderText(tr("Choose a plan or group"));
+  box->LocationTree()->setAccessibleName(tr("Plans and groups"));
+  tree = new CDefaultViewTree(box->LocationTree(), q);
+  auto* layout = new QVBoxLayout(q);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(6);
+  layout->addWidget(label);
+  layout->addWidget(box);
+  q->setFocusProxy(box);
+}
+
+void CDefaultLoadViewDisplay::Private::Connect() {
+  connect(box, &MarUIControl::CLocationComboBox::SignalIndexActivated, q,
+          [this](const QModelIndex& row) { OnChosen(row); });
+  connect(tree->Rows(), &QAbstractItemModel::rowsInserted, q,
+          [this](const QModelIndex& parent) { OnRowsInserted(parent); });
+  connect(tree->Rows(), &QAbstractItemModel::rowsRemoved, q,
+          [this](const QModelIndex& parent) { OnRowsRemoved(parent); });
+  seek_soon.setSingleShot(true);
+  connect(&seek_soon, &QTimer::timeout, q, [this] { Seek(); });
+}
+
+// Codes are decimal numbers; anything else names no row.
+QModelIndex CDefaultLoadViewDisplay::Private::FindRow() const {
+  if (wanted.type != ResourceData::RT_VIEW && wanted.type != ResourceData::RT_VIEW_GROUP) {
+    return tree->Find(QString::fromLatin1(kPlaceholderCode), true);
+  }
+  bool is_number = false;
+  const int code = StringToQString(wanted.index_code).toInt(&is_number);
+  return is_number ? tree->Find(QString::number(code), wanted.type == ResourceData::RT_VIEW_GROUP) : QModelIndex();
+}
+
+void CDefaultLoadViewDisplay::Private::Seek() {
+  if (!seeking) {
+    return;
+  }
+  const QModelIndex row = FindRow();
+  if (row.isValid()) {
+    Show(row);
+  } else {
+    tree->ExpandLowest(way);
+  }
+}
+
+void CDefaultLoadViewDisplay::Private::FetchWay() {
+  way.clear();
+  CallAsync(
+      q, [type = wanted.type, code = wanted.index_code] { return PlanWay(type, code); },
+      [this, number = ++way_number](const QStringList& groups) {
+        if (number == way_number && seeking) {
+          OnWay(groups);
+        }
+      });
+}
+
+void CDefaultLoadViewDisplay::Private::OnWay(const QStringList& groups) {
+  way = groups;
+  if (!way.isEmpty()) {
+    Seek();
+    return;
+  }
+  seeking = false;
+  const QModelIndex none = tree->Find(QString::fromLatin1(kPlaceholderCode), true);
+  if (was_shown && none.isValid()) {
+    wanted = RequestOf(none);
+    Show(none);  // what was chosen is gone for good
+    return;
+  }
+  was_shown = box->GetCurrentIndex().isValid();
+  wanted = RequestOf(box->GetCurrentIndex());
+}
+
+void CDefaultLoadViewDisplay::Private::Show(const QModelIndex& row) {
+  seeking = false;
+  was_shown = true;
+  box->SetCurrentIndex(row);
+  Q_EMIT q->SignalChoiceChanged();
+}
+
+void CDefaultLoadViewDisplay::Private::OnChosen(const QModelIndex& row) {
+  seeking = false;
+  was_shown = true;
+  wanted = RequestOf(row);
+  Q_EMIT q->SignalChoiceChanged();
+}
+
+void CDefaultLoadViewDisplay::Private::OnRowsInserted(const QModelIndex& parent) {
+  if (!seeking) {
+    return;
+  }
+  if (!parent.isValid()) {
+    FetchWay();
+  }
+  seek_soon.start(0);
+}
+
+// A reload takes the roots and brings them again: only then is there something to look for. A moved plan comes back
+// elsewhere.
+void CDefaultLoadViewDisplay::Private::OnRowsRemoved(const QModelIndex& parent) {
+  if (seeking || !was_shown || box->GetCurrentIndex().isValid()) {
+    return;
+  }
+  seeking = true;
+  way.clear();
+  if (parent.isValid()) {
+    FetchWay();
+  }
+}
+
+// The host's text reaches the widget by the tip alone where the kept response is that of an earlier answer.
+bool CDefaultLoadViewDisplay::Private::Ask(const std::function<bool()>& call, std::string* refusal) {
+  const auto heard = connect(controller, &CStandardViewController::signalShowMessage, q,
+                             [refusal](const QString& text) { *refusal = QStringToString(text); });
+  const bool done = call();
+  disconnect(heard);
+  return done;
+}
+
+CDefaultLoadViewDisplay::CDefaultLoadViewDisplay(QWidget* parent)
+    : QWidget(parent), d_(std::make_unique<Private>(this)) {
+  d_->BuildUi();
+  d_->Connect();
+}
+
+// The rows first: their view is the box's.
+CDefaultLoadViewDisplay::~CDefaultLoadViewDisplay() {
+  disconnect(d_->tree->Rows(), nullptr, this, nullptr);
+  delete d_->tree;
+}
+
+void CDefaultLoadViewDisplay::SetViewController(CStandardViewController* controller) {
+  d_->controller = controller;
+  d_->tree->SetViewController(controller);
+}
+
+bool CDefaultLoadViewDisplay::ReadDefaultView() {
+  if (!d_->controller) {
+    return false;
+  }
+  std::string refusal;
+  const bool done = d_->Ask([this] { return d_->controller->GetClientViewDefaultConfig({}); }, &refusal);
+  const auto response = CViewModelDataManager::Instance().GetSeverResponseData();
+  if (!done) {
+    d_->response_text = response.error_info.empty() ? refusal : response.error_info;
+    return false;
+  }
+  d_->stored.index_code = response.index_code;
+  d_->stored.type = response.type;
+  return true;
+}
+
+void CDefaultLoadViewDisplay::SelectView(int32_t type, const std::string& code) {
+  d_->wanted.type = type;
+  d_->wanted.index_code = code;
+  const QModelIndex row = d_->FindRow();
+  if (row.isValid()) {
+    d_->Show(row);
+    return;
+  }
+  d_->seeking = true;
+  d_->was_shown = false;
+  d_->FetchWay();
+}
+
+bool CDefaultLoadViewDisplay::SaveChosenView() {
+  if (!d_->controller || d_->seeking) {
+    return false;
+  }
+  const ClienDefaultViewConfigRequest request = RequestOf(d_->box->GetCurrentIndex());
+  std::string refusal;
+  const bool done = d_->Ask([&] { return d_->controller->SetClientViewDefaultConfig(request); }, &refusal);
+  d_->set_response = CViewModelDataManager::Instance().GetSetConfigResponseData();
+  if (!done) {
+    d_->response_text = d_->set_response.error_info.empty() ? refusal : d_->set_response.error_info;
+    return false;
+  }
+  d_->stored = request;
+  Q_EMIT SignalChoiceChanged();
+  return true;
+}
+
+std::string CDefaultLoadViewDisplay::GetIndexCode() const {
+  return d_->stored.index_code;
+}
+
+int32_t CDefaultLoadViewDisplay::GetResourceType() const {
+  return d_->stored.type;
+}
+
+std::string CDefaultLoadViewDisplay::GetResponseText() const {
+  return d_->response_text;
+}
+
+bool CDefaultLoadViewDisplay::IsChanged() const {
+  const QModelIndex chosen = d_->box->GetCurrentIndex();
+  return !d_->seeking && chosen.isValid() && RequestOf(chosen).index_code != d_->stored.index_code;
+}
+
+WidgetKit::CNewLocationComboBox* CDefaultLoadViewDisplay::GetLocationComboBox() const {
+  return d_->box;
+}
+
+}  // namespace TarnPlanView

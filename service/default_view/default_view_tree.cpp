@@ -1,0 +1,172 @@
+#include "default_view_tree.h"
+
+#include <QElapsedTimer>
+
+#include "MarUIControl/tree_view.h"
+#include "both_families_model.h"
+#include "plan_item_role.h"
+#include "standard_view_controller.h"
+#include "view_config_manager.h"
+#include "view_manager_param.h"
+#include "view_model_data_manager.h"
+
+namespace TarnPlanView {
+
+namespace {
+
+constexpr char kModelId[] = "default_view";
+constexpr int kSliceMs = 8;
+
+}  // namespace
+
+CDefaultViewTree::CDefaultViewTree(MarUIControl::CTreeView* view, QObject* parent)
+    : QObject(parent), view_(view), manager_(&CViewModelDataManager::Instance()) {
+  public_ = MakeModel(PublicTheme);
+  own_ = MakeModel(OwnTheme);
+  rows_ = new CDefaultViewRows(new CBothFamiliesModel(public_, own_, this), public_, this);
+  view_->setModel(rows_);
+  roots_came_.setSingleShot(true);
+  connect(&roots_came_, &QTimer::timeout, this, &CDefaultViewTree::ExpandRoots);
+  connect(&fill_, &QTimer::timeout, this, &CDefaultViewTree::FillOn);
+  connect(rows_, &QAbstractItemModel::rowsInserted, this, &CDefaultViewTree::OnRowsInserted);
+  connect(view_, &MarUIControl::CTreeView::AsynchronousExpand, this, &CDefaultViewTree::Expand);
+  Load();
+}
+
+// The joint tree goes before the models that it stands on.
+CDefaultViewTree::~CDefaultViewTree() {
+  view_->setModel(nullptr);
+  QAbstractItemModel* joint = rows_->sourceModel();
+  delete rows_;
+  delete joint;
+  for (CStandardPlanModel* model : {public_, own_}) {
+    if (manager_) {
+      manager_->RemViewManagerModel(model);
+    }
+  }
+}
+
+CStandardPlanModel* CDefaultViewTree::MakeModel(int theme) {
+  ViewManagerParam param(static_cast<ThemeNodeType>(theme), QString::fromLatin1(kModelId));
+  param.flag9 = true;
+  auto* model = new CStandardPlanModel(param, this);
+  model->SetViewGroupSeleted(true);
+  connect(model, &CStandardPlanModel::SignalFinshAsynchronous, this, &CDefaultViewTree::FinishExpand);
+  manager_->AddViewManagerModel(model);
+  return model;
+}
+
+// While the manager is still loading it fills these models with all others.
+void CDefaultViewTree::Load() {
+  if (!manager_->IsViewModelInitFinish()) {
+    return;
+  }
+  for (CStandardPlanModel* model : {public_, own_}) {
+    if (model->rowCount() == 0) {
+      model->LoadPlanModel();
+    }
+  }
+  if (CViewConfigManager::Instance().IsLoadAll()) {
+    unfilled_ << QString::fromLatin1(kPublicRootCode) << QString::fromLatin1(kOwnRootCode);
+    fill_.start(0);
+  }
+}
+
+void CDefaultViewTree::SetViewController(CStandardViewController* controller) {
+  if (controller_) {
+    disconnect(controller_, nullptr, this, nullptr);
+  }
+  controller_ = controller;
+  if (controller) {
+    connect(controller, &CStandardViewController::SignalFinishAnsyGetSubItem, this, &CDefaultViewTree::FinishExpand);
+    roots_came_.start(0);
+  }
+}
+
+QModelIndex CDefaultViewTree::Find(const QString& code, bool is_group) const {
+  for (const CStandardPlanModel* model : {public_, own_}) {
+    const QModelIndex found = rows_->MapFromFamily(model->FindIndexByIndexCode(code, is_group));
+    if (found.isValid()) {
+      return found;
+    }
+  }
+  return QModelIndex();
+}
+
+void CDefaultViewTree::ExpandLowest(const QStringList& groups) {
+  for (auto code = groups.crbegin(); code != groups.crend(); ++code) {
+    const QModelIndex row = Find(*code, true);
+    if (row.isValid()) {
+      view_->ExpandAsync(row);
+      return;
+    }
+  }
+}
+
+void CDefaultViewTree::OnRowsInserted(const QModelIndex& parent) {
+  if (!parent.isValid()) {
+    roots_came_.start(0);  // later: they may have come in the middle of a load
+  }
+}
+
+void CDefaultViewTree::ExpandRoots() {
+  for (int row = 0; controller_ && row < rows_->rowCount(); ++row) {
+    const QPersistentModelIndex root = rows_->index(row, 0);
+    if (root.data(GroupIndexCodeRole).toString() != QLatin1String(kPlaceholderCode)) {
+      view_->ExpandAsync(root);
+    }
+  }
+}
+
+void CDefaultViewTree::Expand(const QModelIndex& index) {
+  if (!controller_) {
+    FinishExpand(index, false);
+  } else if (CViewConfigManager::Instance().IsLoadAll()) {
+    const QPersistentModelIndex row = index;
+    Fill(index.data(GroupIndexCodeRole).toString());
+    FinishExpand(row, true);
+  } else {
+    controller_->OnExpandViewTreeItem(index);
+  }
+}
+
+// Every model tells of every expansion: an index that is not of these rows was asked for elsewhere.
+void CDefaultViewTree::FinishExpand(const QModelIndex& index, bool expand) {
+  if (index.isValid() && index.model() == rows_) {
+    view_->FinishExpand(index, expand, !rows_->canFetchMore(index));
+  }
+}
+
+// Where everything is loaded at the start, expanding fetches nothing: models that come late are filled here, a slice
+// at a time.
+void CDefaultViewTree::FillOn() {
+  QElapsedTimer slice;
+  slice.start();
+  while (manager_ && !unfilled_.isEmpty() && slice.elapsed() < kSliceMs) {
+    const QString code = unfilled_.dequeue();
+    Fill(code);
+    const QModelIndex group = Find(code, true);
+    for (int row = 0; row < rows_->rowCount(group); ++row) {
+      const QModelIndex child = rows_->index(row, 0, group);
+      if (child.data(IsGroupRole).toBool()) {
+        unfilled_.enqueue(child.data(GroupIndexCodeRole).toString());
+      }
+    }
+  }
+  if (!manager_ || unfilled_.isEmpty()) {
+    fill_.stop();
+  }
+}
+
+void CDefaultViewTree::Fill(const QString& code) {
+  for (CStandardPlanModel* model : {public_, own_}) {
+    const QPersistentModelIndex group = model->FindIndexByIndexCode(code, true);
+    if (manager_ && group.isValid() && !model->AreChildrenFetched(group)) {
+      manager_->InsertSubGroupNode(code, model->GetViewManagerThemeNodeType());
+      manager_->InsertSubPlanNode(code, model->GetViewManagerThemeNodeType());
+      model->SetChildrenFetched(group, true);
+    }
+  }
+}
+
+}  // namespace TarnPlanView
