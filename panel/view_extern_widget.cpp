@@ -4,6 +4,7 @@
 
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/popup_menu.h"
+#include "WidgetKit/dock_widget.h"
 #include "plan_item_role.h"
 #include "view_extern_widget_p.h"
 #include "view_model_data_manager.h"
@@ -87,6 +88,14 @@ void CViewExternWidget::SetStandardViewControl(CStandardViewController* controll
   connect(controller, &Controller::SignalDeletePlanSucc, this, deleted);
   connect(controller, &Controller::SignalDeletePlanGroupSucc, this, deleted);
   connect(controller, &QObject::destroyed, tree, &CPlanViewTree::ForgetWaiting);
+  if (d_->plan_editor) {
+    d_->plan_editor->SetController(controller);
+  }
+  connect(controller, &Controller::SignalGetPlanInfo, this, [this](const auto& plan) {
+    if (d_->plan_editor) {
+      d_->plan_editor->OnPlanInfo(plan);
+    }
+  });
   connect(tree, &CPlanViewTree::AsynchronousExpand, controller, &Controller::OnExpandViewTreeItem);
   connect(controller, &Controller::SignalFinishAnsyGetSubItem, tree, &CPlanViewTree::OnFinishAnsyFilterExpandedTree);
 }
@@ -209,6 +218,9 @@ QWidget* CViewExternWidget::GetLocateViewWidget() const {
 
 void CViewExternWidget::SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& param) {
   d_->logic_node = param;
+  if (d_->plan_editor) {
+    d_->plan_editor->SetLogicNodeParam(param);
+  }
 }
 
 void CViewExternWidget::SetMonitorId(QString monitor_id) {
@@ -231,6 +243,10 @@ QString CViewExternWidget::GetTabName() const {
     default:
       return tr("Plans received");
   }
+}
+
+bool CViewExternWidget::MayLeave() {
+  return !d_->plan_editor || !WidgetKit::IsDockWidgetShown(d_->plan_editor) || d_->plan_editor->MayClose();
 }
 
 void CViewExternWidget::SwitchUserUpdate() {

@@ -75,6 +75,8 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void SetMonitorPointer(QWidget* monitor);
   QString GetTabName() const;
 
+  /// Whether the panel may be closed or change its user. Asks when the plan editor holds changes that are not saved.
+  bool MayLeave();
   /// Another user has logged in: rights are read anew and the panel waits for the next load.
   void SwitchUserUpdate();
   /// Ends pending work: nothing of the panel answers any more and its pop-ups are closed. Before the plug-in goes.

@@ -286,7 +286,8 @@ void CViewExternWidget::onAddPlanBtnClicked() {
   if (IsPlanType(group.data(ItemTypeRole).toInt())) {
     group = group.parent();
   }
-  const bool opened = d_->openPlanEditor(group, true);
+  const QString group_code = group.data(GroupIndexCodeRole).toString();
+  const bool opened = d_->openPlanEditor([&](CTarnAddPlanWidget* editor) { editor->OpenNew(group_code); });
   if (!alive) {
     return;
   }
@@ -294,6 +295,7 @@ void CViewExternWidget::onAddPlanBtnClicked() {
     TARN_PLAN_LOG_INFO("Add plan dock widget show.");
   }
   d_->ui.add_view_btn->setEnabled(true);
+  d_->renewHold();
   if (had_focus && !opened) {
     d_->ui.add_view_btn->setFocus();  // disabling has moved it on
   }
@@ -305,7 +307,8 @@ void CViewExternWidget::onEditBtnClicked() {
     return;
   }
   if (!index.data(IsGroupRole).toBool()) {
-    d_->openPlanEditor(index, false);
+    const QString code = index.data(PlanIndexCodeRole).toString();
+    d_->openPlanEditor([&](CTarnAddPlanWidget* editor) { editor->OpenPlan(code); });
     return;
   }
   d_->NameEdit()->SetMode(kRenameMode);
@@ -314,20 +317,42 @@ void CViewExternWidget::onEditBtnClicked() {
   d_->showNameEdit(d_->ui.edit_btn);
 }
 
-QWidget* CViewExternWidget::Private::PlanEditor() {
+CTarnAddPlanWidget* CViewExternWidget::Private::PlanEditor() {
+  if (!plan_editor) {
+    plan_editor = new CTarnAddPlanWidget(q);
+    plan_editor->setObjectName(QStringLiteral("add_edit_plan_widget"));
+    plan_editor->hide();
+    plan_editor->SetLogicNodeParam(logic_node);
+    connect(plan_editor, &CTarnAddPlanWidget::SignalClosed, q, [this] { closePlanEditor(); });
+    connect(plan_editor, &CTarnAddPlanWidget::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
+  }
+  plan_editor->SetModel(model);
+  plan_editor->SetController(controller);
   return plan_editor;
 }
 
-// False, with the reason as a message, when there is no editor to open.
-bool CViewExternWidget::Private::openPlanEditor(const QModelIndex& row, bool add) {
-  Q_UNUSED(row)
-  Q_UNUSED(add)
-  if (!PlanEditor()) {
-    Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("The plan editor can't be opened."), 1);
+bool CViewExternWidget::Private::openPlanEditor(const std::function<void(CTarnAddPlanWidget*)>& open) {
+  const QPointer<CViewExternWidget> alive(q);
+  const int asked_in = session;
+  const bool free = !WidgetKit::IsDockWidgetShown(plan_editor) || plan_editor->MayClose();
+  if (!alive || session != asked_in || !IsReady()) {
     return false;
   }
+  if (!free) {
+    Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("Another plan is open in the editor."), 1);
+    return false;
+  }
+  CTarnAddPlanWidget* editor = PlanEditor();
+  open(editor);
   WidgetKit::ShowDockWidget(InitSlidingRuleWidget());
+  renewHold();
   return true;
+}
+
+void CViewExternWidget::Private::closePlanEditor() {
+  WidgetKit::HideDockWidget(plan_editor);
+  renewHold();
+  ui.plan_view_tree->setFocus();
 }
 
 WidgetKit::CSlideOutData CViewExternWidget::Private::InitSlidingRuleWidget() {

@@ -6,6 +6,7 @@
 #include <QStandardItemModel>
 #include <QTimer>
 #include <array>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -22,6 +23,7 @@
 #include "share_view_wgt.h"
 #include "standard_plan_model.h"
 #include "standard_view_controller.h"
+#include "tarn_add_plan_widget.h"
 #include "ui_view_extern_widget.h"
 #include "view_extern_widget.h"
 #include "view_name_edit.h"
@@ -64,7 +66,8 @@ class CViewExternWidget::Private {
   void storeEnableState();
   void restoreEnableState();
   void applyActions(const QModelIndex& index);
-  void disableForSearch();
+  /// Takes away the buttons that have nothing to act on while a search or the plan editor is open, or gives them back.
+  void renewHold();
   void renewToolTips();
   /// Names the right that the user lacks for the current row; empty when it is not for want of a right.
   QString MissingRight(int right) const;
@@ -93,8 +96,10 @@ class CViewExternWidget::Private {
   void showNameEdit(const QWidget* button);
   void SetViewShareShow();
   void requestCreationInfo(const QString& code);
-  QWidget* PlanEditor();
-  bool openPlanEditor(const QModelIndex& row, bool add);
+  CTarnAddPlanWidget* PlanEditor();
+  /// `open` tells the editor what to show. False, with the reason as a message, when it can't be opened.
+  bool openPlanEditor(const std::function<void(CTarnAddPlanWidget*)>& open);
+  void closePlanEditor();
   WidgetKit::CSlideOutData InitSlidingRuleWidget();
   CSavePlanAsDlg* SaveAsDialog();
   void closePopups();
@@ -122,7 +127,7 @@ class CViewExternWidget::Private {
   QString playing_code;
   QPointer<CViewNameEdit> name_edit;
   std::optional<CPlanNodeRef> name_edit_row;
-  QPointer<QWidget> plan_editor;
+  QPointer<CTarnAddPlanWidget> plan_editor;
   QPointer<CCreationInfoDlg> creation_info;
   QPointer<CShareViewWgt> share_view;
   QPointer<CSavePlanAsDlg> save_as;

@@ -45,8 +45,7 @@ void CViewExternWidget::OnFuzzySearchPlan() {
 void CViewExternWidget::onGetSearchedResult(const std::list<view_plugin_protocol::SearchedPlan>& plans) {
   d_->ShowPage(Private::Page::Search);
   d_->search_model->clear();
-  d_->disableForSearch();
-  d_->renewToolTips();
+  d_->renewHold();
   const QString& text = d_->searched_text;
   const bool dark = CViewConfigManager::Instance().IsDarkSkin();
   QList<QStandardItem*> rows;

@@ -236,7 +236,7 @@ void CViewExternWidget::Private::leaveSearch() {
   if (CurrentPage() == Page::Search) {
     ShowPage(Page::Tree);
   }
-  restoreEnableState();
+  renewHold();
   scheduleRenewal();
 }
 
@@ -319,7 +319,6 @@ void CViewExternWidget::Private::restoreEnableState() {
 }
 
 void CViewExternWidget::Private::applyActions(const QModelIndex& index) {
-  const bool searching = stored_states.has_value();
   restoreEnableState();
   const PlanActions actions = AllowedActions(index);
   const auto apply = [](QToolButton* button, const std::optional<bool>& allowed) {
@@ -331,17 +330,24 @@ void CViewExternWidget::Private::applyActions(const QModelIndex& index) {
   apply(ui.add_view_btn, actions.add_plan);
   apply(ui.edit_btn, actions.edit);
   apply(ui.delete_btn, actions.remove);
-  if (searching) {
-    disableForSearch();
-  }
   renewToolTips();
+  renewHold();
 }
 
-// Neither has a row to act on while the hits stand in the tree's place.
-void CViewExternWidget::Private::disableForSearch() {
+void CViewExternWidget::Private::renewHold() {
+  restoreEnableState();
+  const bool editing = plan_editor && WidgetKit::IsDockWidgetShown(plan_editor);
+  const bool searching = CurrentPage() == Page::Search;
+  if (!editing && !searching) {
+    return;
+  }
   storeEnableState();
   ui.add_group_btn->setEnabled(false);
   ui.delete_btn->setEnabled(false);
+  if (editing) {
+    ui.edit_btn->setEnabled(false);
+  }
+  renewToolTips();
 }
 
 QString CViewExternWidget::Private::MissingRight(int right) const {
