@@ -308,7 +308,11 @@ void CViewExternWidget::onEditBtnClicked() {
   }
   if (!index.data(IsGroupRole).toBool()) {
     const QString code = index.data(PlanIndexCodeRole).toString();
+    const QPointer<CViewExternWidget> alive(this);
     d_->openPlanEditor([&](CTarnAddPlanWidget* editor) { editor->OpenPlan(code); });
+    if (alive) {
+      d_->renewHold();
+    }
     return;
   }
   d_->NameEdit()->SetMode(kRenameMode);
@@ -345,7 +349,6 @@ bool CViewExternWidget::Private::openPlanEditor(const std::function<void(CTarnAd
   CTarnAddPlanWidget* editor = PlanEditor();
   open(editor);
   WidgetKit::ShowDockWidget(InitSlidingRuleWidget());
-  renewHold();
   return true;
 }
 

@@ -5,6 +5,7 @@
 
 #include "item_type.h"
 #include "panel_stage.h"
+#include "tarn_add_plan_widget.h"
 #include "view_model_data_manager.h"
 #include "view_name_edit.h"
 
@@ -65,6 +66,7 @@ class PanelTest : public TarnTest::CPlanTest {
   void PlayingPlanIsMarkedAndCurrent();
   void FillsTheUpdateOfThePlayingPlan();
   void PreviewsThePlanUnderTheMouse();
+  void PlanEditorOpensBesideThePanel();
 
  private:
   void openNameEditor(CPanelStage& stage, const char* button, const QString& name);
@@ -588,6 +590,42 @@ void PanelTest::PreviewsThePlanUnderTheMouse() {
     }
     Shut();
   }
+}
+
+void PanelTest::PlanEditorOpensBesideThePanel() {
+  Open();
+  CPanelStage stage(fixture_);
+  const auto editor = [&] { return stage.Panel().window()->findChild<CTarnAddPlanWidget*>(); };
+  stage.Choose(QStringLiteral("Public A"));
+  QTest::mouseClick(stage.Button("add_view_btn"), Qt::LeftButton);
+  QVERIFY(editor() && editor()->isVisible());
+  QCOMPARE(editor()->objectName(), QStringLiteral("add_edit_plan_widget"));
+  QCOMPARE(stage.Enabled(), QStringLiteral("-p--"));
+  const QString log = fixture_.Log().Lines().join('\n');
+  QVERIFY(log.indexOf(QLatin1String("Add plan button clicked")) <
+          log.indexOf(QLatin1String("Add plan dock widget show.")));
+  editor()->Cancel();
+  QTRY_VERIFY(!editor() || !editor()->isVisible());
+  QCOMPARE(stage.Enabled(), QStringLiteral("gped"));
+
+  stage.Choose(QStringLiteral("Public A plan 2"));
+  QTest::keyClick(&stage.Tree(), Qt::Key_F2);
+  QVERIFY(editor()->isVisible());
+  fixture_.Drain();
+  QVERIFY(!editor()->IsDirty());
+  QVERIFY(stage.Panel().MayLeave());
+  // Changed and not saved: nothing goes without a question, and "stay" keeps everything.
+  auto* name = editor()->findChild<QLineEdit*>();
+  QCOMPARE(name->text(), QStringLiteral("Public A plan 2"));
+  QTest::keyClicks(name, QStringLiteral(" west"));
+  QVERIFY(editor()->IsDirty());
+  stage.answer = 0;
+  stage.TakeQuestions();
+  QVERIFY(!stage.Panel().MayLeave());
+  QTest::mouseClick(stage.Button("add_view_btn"), Qt::LeftButton);
+  QCOMPARE(stage.TakeQuestions().size(), 2);
+  QVERIFY(editor()->IsDirty() && editor()->isVisible());
+  QVERIFY(name->text().endsWith(QLatin1String(" west")));
 }
 
 QTEST_MAIN(PanelTest)
