@@ -76,6 +76,82 @@
     </message>
 </context>
 <context>
+    <name>ResourceTreeKit</name>
+    <message>
+        <source>%1 cameras</source>
+        <translation>%1 cameras</translation>
+    </message>
+    <message>
+        <source>The camera service has been stopped.</source>
+        <translation>The camera service has been stopped.</translation>
+    </message>
+    <message>
+        <source>The camera service gave no reason.</source>
+        <translation>The camera service gave no reason.</translation>
+    </message>
+</context>
+<context>
+    <name>ResourceTreeKit::CCameraModel</name>
+    <message>
+        <source>Favorites</source>
+        <translation>Favorites</translation>
+    </message>
+    <message>
+        <source>%1, offline</source>
+        <translation>%1, offline</translation>
+    </message>
+    <message>
+        <source>%1, favorite</source>
+        <translation>%1, favorite</translation>
+    </message>
+</context>
+<context>
+    <name>ResourceTreeKit::CCameraTree</name>
+    <message>
+        <source>Loading cameras...</source>
+        <translation>Loading cameras...</translation>
+    </message>
+    <message>
+        <source>No hit</source>
+        <translation>No hit</translation>
+    </message>
+    <message>
+        <source>No cameras</source>
+        <translation>No cameras</translation>
+    </message>
+    <message>
+        <source>Put into the window</source>
+        <translation>Put into the window</translation>
+    </message>
+    <message>
+        <source>Put all into windows (%1)</source>
+        <translation>Put all into windows (%1)</translation>
+    </message>
+    <message>
+        <source>Remove from favorites</source>
+        <translation>Remove from favorites</translation>
+    </message>
+    <message>
+        <source>Add to favorites</source>
+        <translation>Add to favorites</translation>
+    </message>
+    <message>
+        <source>Load again</source>
+        <translation>Load again</translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation>Cameras</translation>
+    </message>
+</context>
+<context>
+    <name>ResourceTreeKit::CCameraTreeNotice</name>
+    <message>
+        <source>Try again</source>
+        <translation>Try again</translation>
+    </message>
+</context>
+<context>
     <name>Shared</name>
     <message>
         <source>Orbis-ControlClient.99baf139876846ebb0412f61e6eca142.name</source>
@@ -165,6 +241,14 @@
         <source>Plans played lately (Ctrl+H)</source>
         <translation>Plans played lately (Ctrl+H)</translation>
     </message>
+    <message>
+        <source>Settings</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>Settings (Ctrl+,)</source>
+        <translation>Settings (Ctrl+,)</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CPlanSaver</name>
@@ -195,6 +279,25 @@
     <message>
         <source>Not saved: the plan was changed elsewhere. Play it again first.</source>
         <translation>Not saved: the plan was changed elsewhere. Play it again first.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CSettingsDialog</name>
+    <message>
+        <source>Settings</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>Opens when the client starts. The plans of a group play in turn.</source>
+        <translation>Opens when the client starts. The plans of a group play in turn.</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
     </message>
 </context>
 <context>
@@ -314,7 +417,38 @@
     </message>
     <message>
         <source>No default view</source>
-        <translation type="unfinished"></translation>
+        <translation>No default view</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CConflictBar</name>
+    <message>
+        <source>Load theirs</source>
+        <translation>Load theirs</translation>
+    </message>
+    <message>
+        <source>Overwrite</source>
+        <translation>Overwrite</translation>
+    </message>
+    <message>
+        <source>Save as a new plan</source>
+        <translation>Save as a new plan</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Try again</translation>
+    </message>
+    <message>
+        <source>Show the plan as it is now; your changes are lost</source>
+        <translation>Show the plan as it is now; your changes are lost</translation>
+    </message>
+    <message>
+        <source>Save your version over theirs</source>
+        <translation>Save your version over theirs</translation>
+    </message>
+    <message>
+        <source>Keep both</source>
+        <translation>Keep both</translation>
     </message>
 </context>
 <context>
@@ -326,6 +460,241 @@
     <message>
         <source>Creation information</source>
         <translation>Creation information</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CDefaultLoadViewDisplay</name>
+    <message>
+        <source>Default view</source>
+        <translation>Default view</translation>
+    </message>
+    <message>
+        <source>Choose a plan or group</source>
+        <translation>Choose a plan or group</translation>
+    </message>
+    <message>
+        <source>Plans and groups</source>
+        <translation>Plans and groups</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CEditorCameras</name>
+    <message>
+        <source>Search cameras</source>
+        <translation>Search cameras</translation>
+    </message>
+    <message>
+        <source>Search cameras and regions (Ctrl+F)</source>
+        <translation>Search cameras and regions (Ctrl+F)</translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation>Cameras</translation>
+    </message>
+    <message>
+        <source>Double click or Return puts a camera into the current window, Ctrl+Return a whole region</source>
+        <translation>Double click or Return puts a camera into the current window, Ctrl+Return a whole region</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CEditorFooter</name>
+    <message>
+        <source>Windows with content, of those that a plan may have</source>
+        <translation>Windows with content, of those that a plan may have</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Save the plan (Ctrl+S)</source>
+        <translation>Save the plan (Ctrl+S)</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Close the editor (Esc)</source>
+        <translation>Close the editor (Esc)</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Undo</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Redo</translation>
+    </message>
+    <message>
+        <source>%1 / %2</source>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2 windows filled</source>
+        <translation>%1 of %2 windows filled</translation>
+    </message>
+    <message>
+        <source>Undo: %1 (Ctrl+Z)</source>
+        <translation>Undo: %1 (Ctrl+Z)</translation>
+    </message>
+    <message>
+        <source>Nothing to undo (Ctrl+Z)</source>
+        <translation>Nothing to undo (Ctrl+Z)</translation>
+    </message>
+    <message>
+        <source>Redo: %1 (Ctrl+Shift+Z)</source>
+        <translation>Redo: %1 (Ctrl+Shift+Z)</translation>
+    </message>
+    <message>
+        <source>Nothing to redo (Ctrl+Shift+Z)</source>
+        <translation>Nothing to redo (Ctrl+Shift+Z)</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CEditorHeader</name>
+    <message>
+        <source>Not saved yet</source>
+        <translation>Not saved yet</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <translation>Group</translation>
+    </message>
+    <message>
+        <source>1 to 256 characters, none of \ / : * ? &quot; &lt; | &apos; % &gt;</source>
+        <translation>1 to 256 characters, none of \ / : * ? &quot; &lt; | &apos; % &gt;</translation>
+    </message>
+    <message>
+        <source>Automatic run</source>
+        <translation>Automatic run</translation>
+    </message>
+    <message>
+        <source>Begin and end of the daily run</source>
+        <translation>Begin and end of the daily run</translation>
+    </message>
+    <message>
+        <source>Over midnight: never starts</source>
+        <translation>Over midnight: never starts</translation>
+    </message>
+    <message>
+        <source>The daily run needs an end other than its begin.</source>
+        <translation>The daily run needs an end other than its begin.</translation>
+    </message>
+    <message>
+        <source>The plan needs a name.</source>
+        <translation>The plan needs a name.</translation>
+    </message>
+    <message>
+        <source>The name must not contain any of / \ : * ? &quot; &lt; &gt; |</source>
+        <translation>The name must not contain any of / \ : * ? &quot; &lt; &gt; |</translation>
+    </message>
+    <message>
+        <source>The name is longer than 256 characters.</source>
+        <translation>The name is longer than 256 characters.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CGroupChooser</name>
+    <message>
+        <source>Group</source>
+        <translation>Group</translation>
+    </message>
+    <message>
+        <source>Choose a group</source>
+        <translation>Choose a group</translation>
+    </message>
+    <message>
+        <source>The group is no longer there. Choose another one.</source>
+        <translation>The group is no longer there. Choose another one.</translation>
+    </message>
+    <message>
+        <source>Choose a group first.</source>
+        <translation>Choose a group first.</translation>
+    </message>
+    <message>
+        <source>A plan cannot stand directly at the top. Choose a group below.</source>
+        <translation>A plan cannot stand directly at the top. Choose a group below.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPageList</name>
+    <message>
+        <source>Pages</source>
+        <translation>Pages</translation>
+    </message>
+    <message>
+        <source>Drag or Ctrl+Shift+arrow to move a page, Ctrl+D to duplicate, Delete to remove</source>
+        <translation>Drag or Ctrl+Shift+arrow to move a page, Ctrl+D to duplicate, Delete to remove</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPageSettings</name>
+    <message>
+        <source>Clear</source>
+        <translation>Clear</translation>
+    </message>
+    <message>
+        <source>Take everything out of this page&apos;s windows</source>
+        <translation>Take everything out of this page&apos;s windows</translation>
+    </message>
+    <message>
+        <source>Shown for</source>
+        <translation>Shown for</translation>
+    </message>
+    <message>
+        <source>Seconds that this page is shown</source>
+        <translation>Seconds that this page is shown</translation>
+    </message>
+    <message>
+        <source>%1 s to 24 hours</source>
+        <translation>%1 s to 24 hours</translation>
+    </message>
+    <message>
+        <source> s</source>
+        <translation> s</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPageStrip</name>
+    <message>
+        <source>Add page</source>
+        <translation>Add page</translation>
+    </message>
+    <message>
+        <source>New empty page after this one</source>
+        <translation>New empty page after this one</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <translation>Duplicate</translation>
+    </message>
+    <message>
+        <source>Same page again (Ctrl+D in the strip)</source>
+        <translation>Same page again (Ctrl+D in the strip)</translation>
+    </message>
+    <message>
+        <source>Delete page</source>
+        <translation>Delete page</translation>
+    </message>
+    <message>
+        <source>Delete this page (Delete in the strip)</source>
+        <translation>Delete this page (Delete in the strip)</translation>
+    </message>
+    <message>
+        <source>Page %1 of %2</source>
+        <translation>Page %1 of %2</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPageStripModel</name>
+    <message>
+        <source>Page %1: %2 of %3 windows filled, shown for %4</source>
+        <translation>Page %1: %2 of %3 windows filled, shown for %4</translation>
     </message>
 </context>
 <context>
@@ -420,6 +789,13 @@
     <message>
         <source>TheMoveViewOperationrvQbjaeS</source>
         <translation>A plan can&apos;t be moved there.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPlanSaving</name>
+    <message>
+        <source>Nobody can say whether the plan was saved. Try again.</source>
+        <translation>Nobody can say whether the plan was saved. Try again.</translation>
     </message>
 </context>
 <context>
@@ -583,6 +959,17 @@ never starts</translation>
     </message>
 </context>
 <context>
+    <name>TarnPlanView::CSplitButtons</name>
+    <message>
+        <source>Split into windows: %1</source>
+        <translation>Split into windows: %1</translation>
+    </message>
+    <message>
+        <source>%1 windows (Ctrl+%2)</source>
+        <translation>%1 windows (Ctrl+%2)</translation>
+    </message>
+</context>
+<context>
     <name>TarnPlanView::CStandardPlanModel</name>
     <message>
         <source>Empty</source>
@@ -610,6 +997,73 @@ never starts</translation>
     <message>
         <source>Orbis-ControlClient.84c1323492ea472ca4d571b907908b8e.msg</source>
         <translation>A plan can hold at most 128 windows with a camera.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CTarnAddPlanWidget</name>
+    <message>
+        <source>New plan</source>
+        <translation>New plan</translation>
+    </message>
+    <message>
+        <source>Plan</source>
+        <translation>Plan </translation>
+    </message>
+    <message>
+        <source>View</source>
+        <translation>View </translation>
+    </message>
+    <message>
+        <source>Edit plan</source>
+        <translation>Edit plan</translation>
+    </message>
+    <message>
+        <source>Loading...</source>
+        <translation>Loading...</translation>
+    </message>
+    <message>
+        <source>The plan is being saved. Wait a moment.</source>
+        <translation>The plan is being saved. Wait a moment.</translation>
+    </message>
+    <message>
+        <source>Unsaved changes</source>
+        <translation>Unsaved changes</translation>
+    </message>
+    <message>
+        <source>The plan has changes that are not saved.</source>
+        <translation>The plan has changes that are not saved.</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Throw away</source>
+        <translation>Throw away</translation>
+    </message>
+    <message>
+        <source>Keep editing</source>
+        <translation>Keep editing</translation>
+    </message>
+    <message>
+        <source>The plans are not available now. Try again later.</source>
+        <translation>The plans are not available now. Try again later.</translation>
+    </message>
+    <message>
+        <source>A plan holds at most %1 filled windows. Clear some first.</source>
+        <translation>A plan holds at most %1 filled windows. Clear some first.</translation>
+    </message>
+    <message>
+        <source>Saving...</source>
+        <translation>Saving...</translation>
+    </message>
+    <message>
+        <source> (copy)</source>
+        <translation> (copy)</translation>
+    </message>
+    <message>
+        <source>Plan editor</source>
+        <translation>Plan editor</translation>
     </message>
 </context>
 <context>
@@ -649,10 +1103,6 @@ never starts</translation>
     <message>
         <source>This group is no longer there.</source>
         <translation>This group is no longer there.</translation>
-    </message>
-    <message>
-        <source>The plan editor can&apos;t be opened.</source>
-        <translation>The plan editor can&apos;t be opened.</translation>
     </message>
     <message>
         <source>ViewSortFailedadOMakQWZCpToC</source>
@@ -726,6 +1176,10 @@ never starts</translation>
         <source>The search got no answer.</source>
         <translation>The search got no answer.</translation>
     </message>
+    <message>
+        <source>Another plan is open in the editor.</source>
+        <translation>Another plan is open in the editor.</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewNameEdit</name>
@@ -788,15 +1242,15 @@ never starts</translation>
     <name>TarnPlanView::CWindowGrid</name>
     <message>
         <source>Windows of page %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Windows of page %1</translation>
     </message>
     <message>
         <source>%1 of %2 cameras fit on this page.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 of %2 cameras fit on this page.</translation>
     </message>
     <message>
         <source>Only cameras can be moved here.</source>
-        <translation type="unfinished"></translation>
+        <translation>Only cameras can be moved here.</translation>
     </message>
     <message>
         <source>Clear window</source>
@@ -808,7 +1262,34 @@ never starts</translation>
     </message>
     <message>
         <source>Drop a camera here</source>
-        <translation type="unfinished"></translation>
+        <translation>Drop a camera here</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CWindowSettings</name>
+    <message>
+        <source>Stream</source>
+        <translation>Stream</translation>
+    </message>
+    <message>
+        <source>Preset</source>
+        <translation>Preset</translation>
+    </message>
+    <message>
+        <source>Window %1</source>
+        <translation>Window %1</translation>
+    </message>
+    <message>
+        <source>empty</source>
+        <translation>empty</translation>
+    </message>
+    <message>
+        <source>No preset</source>
+        <translation>No preset</translation>
+    </message>
+    <message>
+        <source>Preset %1</source>
+        <translation>Preset %1</translation>
     </message>
 </context>
 <context>
@@ -866,7 +1347,7 @@ never starts</translation>
     <name>WidgetKit::CNewLocationComboBox</name>
     <message>
         <source>Choices</source>
-        <translation type="unfinished"></translation>
+        <translation>Choices</translation>
     </message>
 </context>
 <context>

@@ -76,6 +76,82 @@
     </message>
 </context>
 <context>
+    <name>ResourceTreeKit</name>
+    <message>
+        <source>%1 cameras</source>
+        <translation>%1 个摄像机</translation>
+    </message>
+    <message>
+        <source>The camera service has been stopped.</source>
+        <translation>摄像机服务已停止。</translation>
+    </message>
+    <message>
+        <source>The camera service gave no reason.</source>
+        <translation>摄像机服务未说明原因。</translation>
+    </message>
+</context>
+<context>
+    <name>ResourceTreeKit::CCameraModel</name>
+    <message>
+        <source>Favorites</source>
+        <translation>收藏夹</translation>
+    </message>
+    <message>
+        <source>%1, offline</source>
+        <translation>%1，离线</translation>
+    </message>
+    <message>
+        <source>%1, favorite</source>
+        <translation>%1，收藏</translation>
+    </message>
+</context>
+<context>
+    <name>ResourceTreeKit::CCameraTree</name>
+    <message>
+        <source>Loading cameras...</source>
+        <translation>正在加载摄像机...</translation>
+    </message>
+    <message>
+        <source>No hit</source>
+        <translation>无结果</translation>
+    </message>
+    <message>
+        <source>No cameras</source>
+        <translation>没有摄像机</translation>
+    </message>
+    <message>
+        <source>Put into the window</source>
+        <translation>放入窗口</translation>
+    </message>
+    <message>
+        <source>Put all into windows (%1)</source>
+        <translation>全部放入窗口（%1）</translation>
+    </message>
+    <message>
+        <source>Remove from favorites</source>
+        <translation>从收藏夹移除</translation>
+    </message>
+    <message>
+        <source>Add to favorites</source>
+        <translation>添加到收藏夹</translation>
+    </message>
+    <message>
+        <source>Load again</source>
+        <translation>重新加载</translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation>摄像机</translation>
+    </message>
+</context>
+<context>
+    <name>ResourceTreeKit::CCameraTreeNotice</name>
+    <message>
+        <source>Try again</source>
+        <translation>重试</translation>
+    </message>
+</context>
+<context>
     <name>Shared</name>
     <message>
         <source>Orbis-ControlClient.99baf139876846ebb0412f61e6eca142.name</source>
@@ -165,6 +241,14 @@
         <source>Plans played lately (Ctrl+H)</source>
         <translation>最近播放的预案 (Ctrl+H)</translation>
     </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>Settings (Ctrl+,)</source>
+        <translation>设置 (Ctrl+,)</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CPlanSaver</name>
@@ -195,6 +279,25 @@
     <message>
         <source>Not saved: the plan was changed elsewhere. Play it again first.</source>
         <translation>未保存：预案已在别处被修改，请先重新播放。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CSettingsDialog</name>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>Opens when the client starts. The plans of a group play in turn.</source>
+        <translation>客户端启动时打开。分组中的预案将依次播放。</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
     </message>
 </context>
 <context>
@@ -314,7 +417,38 @@
     </message>
     <message>
         <source>No default view</source>
-        <translation type="unfinished"></translation>
+        <translation>无默认视图</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CConflictBar</name>
+    <message>
+        <source>Load theirs</source>
+        <translation>加载对方的版本</translation>
+    </message>
+    <message>
+        <source>Overwrite</source>
+        <translation>覆盖</translation>
+    </message>
+    <message>
+        <source>Save as a new plan</source>
+        <translation>另存为新预案</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>重试</translation>
+    </message>
+    <message>
+        <source>Show the plan as it is now; your changes are lost</source>
+        <translation>显示预案的当前内容，您的更改将丢失</translation>
+    </message>
+    <message>
+        <source>Save your version over theirs</source>
+        <translation>用您的版本覆盖对方的版本</translation>
+    </message>
+    <message>
+        <source>Keep both</source>
+        <translation>保留两者</translation>
     </message>
 </context>
 <context>
@@ -326,6 +460,241 @@
     <message>
         <source>Creation information</source>
         <translation>创建信息</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CDefaultLoadViewDisplay</name>
+    <message>
+        <source>Default view</source>
+        <translation>默认视图</translation>
+    </message>
+    <message>
+        <source>Choose a plan or group</source>
+        <translation>选择预案或分组</translation>
+    </message>
+    <message>
+        <source>Plans and groups</source>
+        <translation>预案和分组</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CEditorCameras</name>
+    <message>
+        <source>Search cameras</source>
+        <translation>搜索摄像机</translation>
+    </message>
+    <message>
+        <source>Search cameras and regions (Ctrl+F)</source>
+        <translation>搜索摄像机和区域 (Ctrl+F)</translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation>摄像机</translation>
+    </message>
+    <message>
+        <source>Double click or Return puts a camera into the current window, Ctrl+Return a whole region</source>
+        <translation>双击或回车将摄像机放入当前窗口，Ctrl+回车放入整个区域</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CEditorFooter</name>
+    <message>
+        <source>Windows with content, of those that a plan may have</source>
+        <translation>有内容的窗口数，以及一个预案的上限</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Save the plan (Ctrl+S)</source>
+        <translation>保存预案 (Ctrl+S)</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Close the editor (Esc)</source>
+        <translation>关闭编辑器 (Esc)</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>重做</translation>
+    </message>
+    <message>
+        <source>%1 / %2</source>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2 windows filled</source>
+        <translation>已填 %1 个窗口，共 %2 个</translation>
+    </message>
+    <message>
+        <source>Undo: %1 (Ctrl+Z)</source>
+        <translation>撤销：%1 (Ctrl+Z)</translation>
+    </message>
+    <message>
+        <source>Nothing to undo (Ctrl+Z)</source>
+        <translation>没有可撤销的操作 (Ctrl+Z)</translation>
+    </message>
+    <message>
+        <source>Redo: %1 (Ctrl+Shift+Z)</source>
+        <translation>重做：%1 (Ctrl+Shift+Z)</translation>
+    </message>
+    <message>
+        <source>Nothing to redo (Ctrl+Shift+Z)</source>
+        <translation>没有可重做的操作 (Ctrl+Shift+Z)</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CEditorHeader</name>
+    <message>
+        <source>Not saved yet</source>
+        <translation>尚未保存</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <translation>分组</translation>
+    </message>
+    <message>
+        <source>1 to 256 characters, none of \ / : * ? &quot; &lt; | &apos; % &gt;</source>
+        <translation>1 到 256 个字符，不能包含 \ / : * ? &quot; &lt; | &apos; % &gt;</translation>
+    </message>
+    <message>
+        <source>Automatic run</source>
+        <translation>自动运行</translation>
+    </message>
+    <message>
+        <source>Begin and end of the daily run</source>
+        <translation>每天运行的开始和结束时间</translation>
+    </message>
+    <message>
+        <source>Over midnight: never starts</source>
+        <translation>跨越午夜：不会启动</translation>
+    </message>
+    <message>
+        <source>The daily run needs an end other than its begin.</source>
+        <translation>每天运行的结束时间不能与开始时间相同。</translation>
+    </message>
+    <message>
+        <source>The plan needs a name.</source>
+        <translation>请输入预案名称。</translation>
+    </message>
+    <message>
+        <source>The name must not contain any of / \ : * ? &quot; &lt; &gt; |</source>
+        <translation>名称不能包含 / \ : * ? &quot; &lt; &gt; |</translation>
+    </message>
+    <message>
+        <source>The name is longer than 256 characters.</source>
+        <translation>名称超过 256 个字符。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CGroupChooser</name>
+    <message>
+        <source>Group</source>
+        <translation>分组</translation>
+    </message>
+    <message>
+        <source>Choose a group</source>
+        <translation>选择分组</translation>
+    </message>
+    <message>
+        <source>The group is no longer there. Choose another one.</source>
+        <translation>该分组已不存在，请选择其他分组。</translation>
+    </message>
+    <message>
+        <source>Choose a group first.</source>
+        <translation>请先选择分组。</translation>
+    </message>
+    <message>
+        <source>A plan cannot stand directly at the top. Choose a group below.</source>
+        <translation>预案不能直接放在根节点下，请选择分组。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPageList</name>
+    <message>
+        <source>Pages</source>
+        <translation>页面</translation>
+    </message>
+    <message>
+        <source>Drag or Ctrl+Shift+arrow to move a page, Ctrl+D to duplicate, Delete to remove</source>
+        <translation>拖动或 Ctrl+Shift+方向键移动页面，Ctrl+D 复制，Delete 删除</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPageSettings</name>
+    <message>
+        <source>Clear</source>
+        <translation>清空</translation>
+    </message>
+    <message>
+        <source>Take everything out of this page&apos;s windows</source>
+        <translation>清空本页的所有窗口</translation>
+    </message>
+    <message>
+        <source>Shown for</source>
+        <translation>显示时长</translation>
+    </message>
+    <message>
+        <source>Seconds that this page is shown</source>
+        <translation>本页显示的秒数</translation>
+    </message>
+    <message>
+        <source>%1 s to 24 hours</source>
+        <translation>%1 秒到 24 小时</translation>
+    </message>
+    <message>
+        <source> s</source>
+        <translation> 秒</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPageStrip</name>
+    <message>
+        <source>Add page</source>
+        <translation>添加页面</translation>
+    </message>
+    <message>
+        <source>New empty page after this one</source>
+        <translation>在本页之后新建空白页</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <translation>复制</translation>
+    </message>
+    <message>
+        <source>Same page again (Ctrl+D in the strip)</source>
+        <translation>复制本页（在页面条中按 Ctrl+D）</translation>
+    </message>
+    <message>
+        <source>Delete page</source>
+        <translation>删除页面</translation>
+    </message>
+    <message>
+        <source>Delete this page (Delete in the strip)</source>
+        <translation>删除本页（在页面条中按 Delete）</translation>
+    </message>
+    <message>
+        <source>Page %1 of %2</source>
+        <translation>第 %1 页，共 %2 页</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPageStripModel</name>
+    <message>
+        <source>Page %1: %2 of %3 windows filled, shown for %4</source>
+        <translation>第 %1 页：已填 %2 个窗口，共 %3 个，显示 %4</translation>
     </message>
 </context>
 <context>
@@ -420,6 +789,13 @@
     <message>
         <source>TheMoveViewOperationrvQbjaeS</source>
         <translation>不能将预案移动到此处。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CPlanSaving</name>
+    <message>
+        <source>Nobody can say whether the plan was saved. Try again.</source>
+        <translation>无法确定预案是否已保存，请重试。</translation>
     </message>
 </context>
 <context>
@@ -583,6 +959,17 @@ never starts</source>
     </message>
 </context>
 <context>
+    <name>TarnPlanView::CSplitButtons</name>
+    <message>
+        <source>Split into windows: %1</source>
+        <translation>画面分割：%1</translation>
+    </message>
+    <message>
+        <source>%1 windows (Ctrl+%2)</source>
+        <translation>%1 个窗口 (Ctrl+%2)</translation>
+    </message>
+</context>
+<context>
     <name>TarnPlanView::CStandardPlanModel</name>
     <message>
         <source>Empty</source>
@@ -610,6 +997,73 @@ never starts</source>
     <message>
         <source>Orbis-ControlClient.84c1323492ea472ca4d571b907908b8e.msg</source>
         <translation>一个预案最多可包含 128 个有摄像机的窗口</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CTarnAddPlanWidget</name>
+    <message>
+        <source>New plan</source>
+        <translation>新建预案</translation>
+    </message>
+    <message>
+        <source>Plan</source>
+        <translation>预案</translation>
+    </message>
+    <message>
+        <source>View</source>
+        <translation>视图</translation>
+    </message>
+    <message>
+        <source>Edit plan</source>
+        <translation>编辑预案</translation>
+    </message>
+    <message>
+        <source>Loading...</source>
+        <translation>正在加载...</translation>
+    </message>
+    <message>
+        <source>The plan is being saved. Wait a moment.</source>
+        <translation>正在保存预案，请稍候。</translation>
+    </message>
+    <message>
+        <source>Unsaved changes</source>
+        <translation>未保存的更改</translation>
+    </message>
+    <message>
+        <source>The plan has changes that are not saved.</source>
+        <translation>预案有未保存的更改。</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Throw away</source>
+        <translation>放弃更改</translation>
+    </message>
+    <message>
+        <source>Keep editing</source>
+        <translation>继续编辑</translation>
+    </message>
+    <message>
+        <source>The plans are not available now. Try again later.</source>
+        <translation>预案暂不可用，请稍后重试。</translation>
+    </message>
+    <message>
+        <source>A plan holds at most %1 filled windows. Clear some first.</source>
+        <translation>一个预案最多可填 %1 个窗口，请先清除一些。</translation>
+    </message>
+    <message>
+        <source>Saving...</source>
+        <translation>正在保存...</translation>
+    </message>
+    <message>
+        <source> (copy)</source>
+        <translation> （副本）</translation>
+    </message>
+    <message>
+        <source>Plan editor</source>
+        <translation>预案编辑器</translation>
     </message>
 </context>
 <context>
@@ -649,10 +1103,6 @@ never starts</source>
     <message>
         <source>This group is no longer there.</source>
         <translation>该分组已不存在。</translation>
-    </message>
-    <message>
-        <source>The plan editor can&apos;t be opened.</source>
-        <translation>无法打开预案编辑器。</translation>
     </message>
     <message>
         <source>ViewSortFailedadOMakQWZCpToC</source>
@@ -726,6 +1176,10 @@ never starts</source>
         <source>The search got no answer.</source>
         <translation>搜索没有得到响应。</translation>
     </message>
+    <message>
+        <source>Another plan is open in the editor.</source>
+        <translation>编辑器中已打开另一个预案。</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewNameEdit</name>
@@ -788,15 +1242,15 @@ never starts</source>
     <name>TarnPlanView::CWindowGrid</name>
     <message>
         <source>Windows of page %1</source>
-        <translation type="unfinished"></translation>
+        <translation>第 %1 页的窗口</translation>
     </message>
     <message>
         <source>%1 of %2 cameras fit on this page.</source>
-        <translation type="unfinished"></translation>
+        <translation>本页可放入 %2 个摄像机中的 %1 个。</translation>
     </message>
     <message>
         <source>Only cameras can be moved here.</source>
-        <translation type="unfinished"></translation>
+        <translation>只能将摄像机移动到此处。</translation>
     </message>
     <message>
         <source>Clear window</source>
@@ -808,7 +1262,34 @@ never starts</source>
     </message>
     <message>
         <source>Drop a camera here</source>
-        <translation type="unfinished"></translation>
+        <translation>将摄像机拖到此处</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CWindowSettings</name>
+    <message>
+        <source>Stream</source>
+        <translation>码流</translation>
+    </message>
+    <message>
+        <source>Preset</source>
+        <translation>预置点</translation>
+    </message>
+    <message>
+        <source>Window %1</source>
+        <translation>窗口 %1</translation>
+    </message>
+    <message>
+        <source>empty</source>
+        <translation>空</translation>
+    </message>
+    <message>
+        <source>No preset</source>
+        <translation>无预置点</translation>
+    </message>
+    <message>
+        <source>Preset %1</source>
+        <translation>预置点 %1</translation>
     </message>
 </context>
 <context>
@@ -866,7 +1347,7 @@ never starts</source>
     <name>WidgetKit::CNewLocationComboBox</name>
     <message>
         <source>Choices</source>
-        <translation type="unfinished"></translation>
+        <translation>选项</translation>
     </message>
 </context>
 <context>
