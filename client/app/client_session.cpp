@@ -160,7 +160,11 @@ void CClientSession::OnPlansReady() {
 }
 
 void CClientSession::BeginAtTheDesk() {
-  PlayNamedPlan();
+  if (options_.play.isEmpty()) {
+    window_->OpenDefaultView();
+  } else {
+    PlayNamedPlan();
+  }
   if (!options_.screenshot.isEmpty() && !options_.quit_after_seconds) {
     QTimer::singleShot(kScreenshotDelayMs, this, [this] { SaveScreenshot(); });
   }
@@ -173,9 +177,6 @@ void CClientSession::OnUserSwitched() {
 
 // Names are looked up when the plans are there, not at the start: before that every name would be unknown.
 void CClientSession::PlayNamedPlan() {
-  if (options_.play.isEmpty()) {
-    return;
-  }
   const std::string code = store_->FindPlanByName(options_.play);
   if (code.empty()) {
     Complain(QStringLiteral("there is no plan \"%1\" that this user can see").arg(options_.play));

@@ -1,5 +1,6 @@
 #include "app/scenes.h"
 
+#include <TarnPlanView/default_load_view_display.h>
 #include <TarnPlanView/plan_view_tree.h>
 #include <TarnPlanView/view_extern_widget.h>
 
@@ -14,12 +15,15 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMimeData>
+#include <QMouseEvent>
 
 #include "MarUIControl/string_conversion.h"
 #include "TarnHost/host_services.h"
 #include "TarnUIDataController/msg_type.h"
 #include "TarnUIDataController/popup_menu.h"
+#include "WidgetKit/new_location_combo_box.h"
 #include "plans/plan_family.h"
+#include "settings/settings_dialog.h"
 #include "wall/live_wall.h"
 #include "window/main_window.h"
 
@@ -56,7 +60,12 @@ const std::vector<CScene::Entry>& CScene::Entries() {
       {"history-empty", &CScene::HistoryEmpty},
       {"users", &CScene::Users},
       {"group-cycle", &CScene::Cycle},
+      {"settings", &CScene::Settings},
+      {"default-view", &CScene::DefaultView},
       {"drop", &CScene::Drop},
+      {"plan-editor", &CScene::PlanEditor},
+      {"plan-editor-new", &CScene::PlanEditorNew},
+      {"preview", &CScene::Preview},
       {"wait", &CScene::Wait},
   };
   return entries;
@@ -273,6 +282,23 @@ void CScene::Cycle() {
   AddMenuCommand(tarn_ui_data_controller::GroupCycle);
 }
 
+void CScene::Settings() {
+  Browse();
+  Add([this] {
+    window_->OpenSettings();
+    return true;
+  });
+}
+
+void CScene::DefaultView() {
+  Settings();
+  Add([this] {
+    auto* box = window_->Settings()->DefaultView()->GetLocationComboBox();
+    Press(box, Qt::Key_Space);
+    return box->IsPopupVisible();
+  });
+}
+
 void CScene::Drop() {
   Browse();
   AddPlay(QStringLiteral("Gate overview"));
@@ -287,6 +313,31 @@ void CScene::Drop() {
     CLiveWall& wall = window_->Wall();
     QDragEnterEvent enter(wall.rect().center(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&wall, &enter);
+    return true;
+  });
+}
+
+void CScene::PlanEditor() {
+  Browse();
+  AddExpansion(QStringLiteral("Tours"));
+  AddCurrent(QStringLiteral("Whole site"));
+  AddClick(QStringLiteral("edit_btn"));
+}
+
+void CScene::PlanEditorNew() {
+  Browse();
+  AddCurrent(QStringLiteral("Gates"));
+  AddClick(QStringLiteral("add_view_btn"));
+}
+
+void CScene::Preview() {
+  Browse();
+  Add([this] {
+    auto* tree = window_->CurrentFamily().Panel()->GetPlanViewTree();
+    const QPoint row = tree->visualRect(Row(QStringLiteral("Gate overview"))).center();
+    QMouseEvent move(QEvent::MouseMove, row, tree->viewport()->mapToGlobal(row), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QCoreApplication::sendEvent(tree->viewport(), &move);
     return true;
   });
 }

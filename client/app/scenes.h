@@ -52,7 +52,12 @@ class CScene : public QObject {
   void HistoryEmpty();
   void Users();
   void Cycle();
+  void Settings();
+  void DefaultView();
   void Drop();
+  void PlanEditor();
+  void PlanEditorNew();
+  void Preview();
   void Wait();
 
   QModelIndex Row(const QString& name) const;

@@ -19,11 +19,12 @@ CGroupCycle::CGroupCycle(CPlanPlayer* player, std::unique_ptr<CPageClock> clock,
 
 CGroupCycle::~CGroupCycle() = default;
 
-void CGroupCycle::Start(const QString& group_code, const QString& group_name, int seconds_per_plan) {
+void CGroupCycle::Start(const QString& group_code, const QString& group_name, int seconds_per_plan, PlayOrigin origin) {
   Stop();
   group_code_ = MarUIControl::QStringToString(group_code);
   group_name_ = group_name;
   seconds_ = seconds_per_plan;
+  origin_ = origin;
   if (IsRunning()) {
     Turn();
   }
@@ -41,8 +42,9 @@ void CGroupCycle::Stop() {
 }
 
 void CGroupCycle::OnPlayed(const view_plugin_protocol::GetPlanDetailResponse&, PlayOrigin origin) {
-  // An automatic plan can only have come before the first turn, which then takes its place.
-  if (origin == PlayOrigin::User || origin == PlayOrigin::History) {
+  // Before the first turn of a cycle that the user wants an automatic plan may come; the turn then takes its place.
+  const bool gives_way = origin == PlayOrigin::Automatic && origin_ == PlayOrigin::DefaultView;
+  if (origin == PlayOrigin::User || origin == PlayOrigin::History || gives_way) {
     Stop();
   }
 }
@@ -78,7 +80,7 @@ void CGroupCycle::Show(const CycleTurn& turn) {
       last_.position >= 0 && last_.plan.index_code == turn.plan.index_code && last_.plan.revision == turn.plan.revision;
   last_ = turn;
   if (!on_wall) {
-    player_->PlayOfCycle(turn.plan);
+    player_->PlayOfCycle(turn.plan, origin_);
   }
   if (!IsRunning()) {
     return;  // whoever heard of it has stopped it

@@ -23,7 +23,9 @@ class CGroupCycle : public QObject {
   ~CGroupCycle() override;
 
   /// Takes the place of a cycle that runs.
-  void Start(const QString& group_code, const QString& group_name, int seconds_per_plan);
+  /// `origin` is GroupCycle, or DefaultView for a cycle that gives way to an automatic plan.
+  void Start(const QString& group_code, const QString& group_name, int seconds_per_plan,
+             PlayOrigin origin = PlayOrigin::GroupCycle);
   void Stop();
   bool IsRunning() const { return !group_code_.empty(); }
 
@@ -46,6 +48,7 @@ class CGroupCycle : public QObject {
   std::string group_code_;
   QString group_name_;
   int seconds_ = 0;
+  PlayOrigin origin_ = PlayOrigin::GroupCycle;
   int generation_ = 0;
   CycleTurn last_;
 };

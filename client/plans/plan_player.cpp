@@ -1,6 +1,7 @@
 #include "plans/plan_player.h"
 
 #include <TarnPlanView/auto_plan_helper.h>
+#include <TarnPlanView/plan_clock.h>
 
 #include <QTime>
 
@@ -14,15 +15,22 @@ namespace TarnClient {
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
 using TarnPlanView::CAutoPlanHelper;
+using TarnPlanView::CPlanClock;
 using TarnPlanView::CStandardViewController;
 using TarnPlanView::CViewExternWidget;
 using view_plugin_protocol::GetPlanDetailResponse;
 
+namespace {
+
+constexpr int kEndCheckMs = 1000;
+
+}  // namespace
+
 CPlanPlayer::CPlanPlayer(CLiveWall* wall, QObject* parent)
     : QObject(parent), wall_(wall), mark_(new CPlayingMark(this)) {
   qRegisterMetaType<PlayOrigin>("TarnClient::PlayOrigin");
-  automatic_end_.setSingleShot(true);
-  connect(&automatic_end_, &QTimer::timeout, this, &CPlanPlayer::OnAutomaticStop);
+  end_check_.setInterval(kEndCheckMs);
+  connect(&end_check_, &QTimer::timeout, this, &CPlanPlayer::CheckAutomaticEnd);
   connect(wall_, &CLiveWall::SignalPlanChanged, this, &CPlanPlayer::OnWallChanged);
   auto& helper = CAutoPlanHelper::Instance();
   connect(&helper, &CAutoPlanHelper::signalStartPlanAutoRun, this, &CPlanPlayer::OnAutomaticStart);
@@ -47,7 +55,7 @@ void CPlanPlayer::Attach(CPlanFamily* family) {
 // The panel asks its controller itself; what it asked for is heard here beforehand.
 void CPlanPlayer::OnWanted(const QVariant& plan) {
   const std::string code = QStringToString(plan.toMap().value(QStringLiteral("plan_code")).toString());
-  if (code != wanted_) {
+  if (code != wanted_ || wanted_by_ == PlayOrigin::DefaultView) {
     Want(code, PlayOrigin::User);
   }
 }
@@ -58,9 +66,9 @@ void CPlanPlayer::Want(const std::string& code, PlayOrigin origin) {
   Q_EMIT SignalWanted();
 }
 
-void CPlanPlayer::Play(const std::string& code) {
+void CPlanPlayer::Play(const std::string& code, PlayOrigin origin) {
   if (controller_) {
-    Want(code, PlayOrigin::User);
+    Want(code, origin);
     controller_->PlayPlanViewByIndexCode(code);
   }
 }
@@ -70,8 +78,17 @@ void CPlanPlayer::PlayFromHistory(CPlanFamily* family, const std::string& code) 
   family->Panel()->PlayPlanFromHistory(code);
 }
 
-void CPlanPlayer::PlayOfCycle(const GetPlanDetailResponse& plan) {
-  Show(plan, PlayOrigin::GroupCycle);
+void CPlanPlayer::PlayOfCycle(const GetPlanDetailResponse& plan, PlayOrigin origin) {
+  Show(plan, origin);
+}
+
+bool CPlanPlayer::IsBusy() const {
+  return wall_->IsPlaying() || !wanted_.empty();
+}
+
+// Nobody has asked for what the client opened by itself, so a plan may begin on time in its place.
+bool CPlanPlayer::GivesWay() const {
+  return shown_by_ == PlayOrigin::Automatic || shown_by_ == PlayOrigin::DefaultView;
 }
 
 // Answers may come in any order; what the user asked for last wins.
@@ -82,20 +99,31 @@ void CPlanPlayer::OnDetail(const GetPlanDetailResponse& plan) {
 }
 
 void CPlanPlayer::OnAutomaticStart(const GetPlanDetailResponse& plan) {
-  if (wall_->IsPlaying() && !automatic_) {
+  if (wall_->IsPlaying() && !GivesWay()) {
     return;
   }
   Show(plan, PlayOrigin::Automatic);
-  // No stop is announced when the plan vanishes in mid-run, so its end is kept here.
-  const QTime end = QTime::fromString(StringToQString(plan.end_time));
-  const int left = QTime::currentTime().msecsTo(end);
-  if (end.isValid() && left > 0) {
-    automatic_end_.start(left);
+  WatchAutomaticEnd(plan.end_time);
+}
+
+// No stop is announced when the plan vanishes in mid-run, so its end is kept here. The clock is looked at again and
+// again, since it may be set, or the computer sleep, in between.
+void CPlanPlayer::WatchAutomaticEnd(const std::string& end) {
+  const QTime time = QTime::fromString(StringToQString(end));
+  if (time.isValid()) {
+    automatic_end_ = QDateTime(CPlanClock::Now().date(), time);
+    end_check_.start();
+  }
+}
+
+void CPlanPlayer::CheckAutomaticEnd() {
+  if (CPlanClock::Now() >= automatic_end_) {
+    OnAutomaticStop();
   }
 }
 
 void CPlanPlayer::OnAutomaticStop() {
-  if (wall_->IsPlaying() && automatic_) {
+  if (wall_->IsPlaying() && shown_by_ == PlayOrigin::Automatic) {
     Stop();
   }
 }
@@ -110,10 +138,10 @@ void CPlanPlayer::Stop() {
 }
 
 void CPlanPlayer::Show(const GetPlanDetailResponse& plan, PlayOrigin origin) {
-  automatic_end_.stop();
-  automatic_ = origin == PlayOrigin::Automatic;
-  if (!automatic_) {
-    wanted_.clear();  // a wish that is still on its way takes the place of an automatic plan
+  end_check_.stop();
+  shown_by_ = origin;
+  if (origin != PlayOrigin::Automatic || wanted_by_ == PlayOrigin::DefaultView) {
+    wanted_.clear();  // the user's wish that is still on its way takes the place of an automatic plan
   }
   wall_->Play(plan);
   Record(plan.name, origin);
@@ -123,8 +151,8 @@ void CPlanPlayer::Show(const GetPlanDetailResponse& plan, PlayOrigin origin) {
 // The turns of a cycle are not the user's own plays.
 void CPlanPlayer::Record(const std::string& name, PlayOrigin origin) {
   if (controller_) {
-    const bool automatic = origin == PlayOrigin::Automatic || origin == PlayOrigin::GroupCycle;
-    controller_->AddOperationPlayPlan(StringToQString(name), automatic, origin == PlayOrigin::History);
+    const bool own = origin == PlayOrigin::User || origin == PlayOrigin::History;
+    controller_->AddOperationPlayPlan(StringToQString(name), !own, origin == PlayOrigin::History);
   }
 }
 
@@ -133,11 +161,11 @@ void CPlanPlayer::OnWallChanged() {
   if (wall_->IsPlaying()) {
     return;
   }
-  if (automatic_) {
-    automatic_ = false;
-    automatic_end_.stop();
+  if (shown_by_ == PlayOrigin::Automatic) {
+    end_check_.stop();
     CAutoPlanHelper::Instance().SetPlanDisplayState(false);
   }
+  shown_by_ = PlayOrigin::User;
   Q_EMIT SignalStopped();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -19,7 +20,8 @@ class CLiveWall;
 class CPlanFamily;
 class CPlayingMark;
 
-/// Decides what plays: what the user asked for last, else the automatic plan during its time. Thread: GUI.
+/// Decides what plays: what the user asked for last, else the automatic plan during its time, else the default view.
+/// Thread: GUI.
 class CPlanPlayer : public QObject {
   Q_OBJECT
  public:
@@ -29,10 +31,12 @@ class CPlanPlayer : public QObject {
   /// Plans asked for in this family's panel play from now on.
   void Attach(CPlanFamily* family);
   /// Fetches the plan and plays it; a failure shows a tip and leaves on the wall what is there.
-  void Play(const std::string& code);
+  void Play(const std::string& code, PlayOrigin origin = PlayOrigin::User);
   void PlayFromHistory(CPlanFamily* family, const std::string& code);
-  /// Plays a plan that a group cycle has fetched.
-  void PlayOfCycle(const view_plugin_protocol::GetPlanDetailResponse& plan);
+  /// Plays a plan that a group cycle has fetched; `origin` is the cycle's.
+  void PlayOfCycle(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
+  /// Whether something plays or was asked for and is on its way.
+  bool IsBusy() const;
   /// Also takes back a wish whose plan has not come yet.
   void Stop();
 
@@ -50,6 +54,9 @@ class CPlanPlayer : public QObject {
   void OnDetail(const view_plugin_protocol::GetPlanDetailResponse& plan);
   void OnAutomaticStart(const view_plugin_protocol::GetPlanDetailResponse& plan);
   void OnAutomaticStop();
+  void WatchAutomaticEnd(const std::string& end);
+  void CheckAutomaticEnd();
+  bool GivesWay() const;
   void Show(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
   void Record(const std::string& name, PlayOrigin origin);
   void OnWallChanged();
@@ -59,8 +66,9 @@ class CPlanPlayer : public QObject {
   QPointer<TarnPlanView::CStandardViewController> controller_;
   std::string wanted_;
   PlayOrigin wanted_by_ = PlayOrigin::User;
-  bool automatic_ = false;
-  QTimer automatic_end_;
+  PlayOrigin shown_by_ = PlayOrigin::User;
+  QDateTime automatic_end_;
+  QTimer end_check_{this};
 };
 
 }  // namespace TarnClient

@@ -2,6 +2,7 @@
 
 #include <TarnPlanView/plan_view_tree.h>
 
+#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QShortcut>
@@ -14,6 +15,7 @@
 
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
+#include "ResourceData/resource_type.h"
 #include "TarnUIDataController/message_tip_manager.h"
 #include "history/history_popup.h"
 #include "history/play_history.h"
@@ -21,6 +23,7 @@
 #include "plans/plan_family.h"
 #include "plans/plan_player.h"
 #include "saving/plan_saver.h"
+#include "settings/settings_dialog.h"
 #include "wall/live_wall.h"
 #include "wall/test_picture_source.h"
 #include "wall/wall_bar.h"
@@ -116,7 +119,20 @@ void CMainWindow::BuildStatusBar(const QString& user, const QString& store_url) 
   store_label->setToolTip(store_label->text().toHtmlEscaped());
   statusBar()->addWidget(user_menu_);
   statusBar()->addWidget(store_label, 1);
+  AddSettingsButton();
   statusBar()->setSizeGripEnabled(false);
+}
+
+void CMainWindow::AddSettingsButton() {
+  auto* button = new QToolButton(this);
+  button->setObjectName(QStringLiteral("settings_btn"));
+  button->setIcon(QIcon(QStringLiteral(":/TarnClient/images/settings.svg")));
+  button->setIconSize(QSize(20, 20));
+  button->setFocusPolicy(Qt::StrongFocus);
+  button->setAccessibleName(tr("Settings"));
+  button->setToolTip(tr("Settings (Ctrl+,)"));
+  connect(button, &QToolButton::clicked, this, &CMainWindow::OpenSettings);
+  statusBar()->addPermanentWidget(button);
 }
 
 void CMainWindow::AddFamilies() {
@@ -129,6 +145,7 @@ void CMainWindow::AddFamilies() {
     connect(family->Panel(), &CViewExternWidget::SignalPlanGroupCycle, this, &CMainWindow::StartCycle);
     if (family->Controller()) {
       connect(family->Controller(), &CStandardViewController::SignalUpdatePlanSucc, this, &CMainWindow::OnPlanUpdated);
+      connect(family->Controller(), &CStandardViewController::SignalConfigPlayView, this, &CMainWindow::OnDefaultView);
     }
   }
 }
@@ -148,6 +165,7 @@ void CMainWindow::AddShortcuts() {
   add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), &CMainWindow::SaveAs);
   add(QKeySequence(Qt::CTRL | Qt::Key_H), &CMainWindow::OpenHistory);
   add(QKeySequence(Qt::CTRL | Qt::Key_U), &CMainWindow::OpenUsers);
+  add(QKeySequence(Qt::CTRL | Qt::Key_Comma), &CMainWindow::OpenSettings);
 }
 
 // No shortcut: whoever has the focus may have a better use for Esc, as a search has.
@@ -183,12 +201,33 @@ void CMainWindow::PlayPlan(const std::string& code) {
   }
 }
 
+void CMainWindow::OpenDefaultView() {
+  if (CStandardViewController* controller = families_.front()->Controller()) {
+    controller->InitGetViewDefaultConfig({});
+  }
+}
+
+void CMainWindow::OnDefaultView(const QString& code, int type) {
+  if (player_->IsBusy() || cycle_->IsRunning()) {
+    return;
+  }
+  if (type == ResourceData::RT_VIEW_GROUP) {
+    StartCycleBy(code, kSecondsPerPlan, PlayOrigin::DefaultView);
+  } else {
+    player_->Play(QStringToString(code), PlayOrigin::DefaultView);
+  }
+}
+
 void CMainWindow::StartCycle(const QString& group_code, int seconds) {
+  StartCycleBy(group_code, seconds, PlayOrigin::GroupCycle);
+}
+
+void CMainWindow::StartCycleBy(const QString& group_code, int seconds, PlayOrigin origin) {
   QString name;
   for (const auto& family : families_) {
     name = name.isEmpty() ? family->GroupName(group_code) : name;
   }
-  cycle_->Start(group_code, name, seconds);
+  cycle_->Start(group_code, name, seconds, origin);
 }
 
 void CMainWindow::OnDropped(const PlanDrop& drop) {
@@ -201,7 +240,7 @@ void CMainWindow::OnDropped(const PlanDrop& drop) {
 
 // The turns of a cycle would push out of the list what the user had chosen.
 void CMainWindow::OnPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin) {
-  if (origin == PlayOrigin::GroupCycle) {
+  if (origin == PlayOrigin::GroupCycle || origin == PlayOrigin::DefaultView) {
     return;
   }
   PlayedPlan played;
@@ -234,6 +273,19 @@ void CMainWindow::OpenUsers() {
   user_menu_->Open();
 }
 
+CSettingsDialog* CMainWindow::Settings() const {
+  return settings_;
+}
+
+void CMainWindow::OpenSettings() {
+  if (!settings_) {
+    settings_ = new CSettingsDialog(families_.front()->Controller(), this);
+    settings_->setAttribute(Qt::WA_DeleteOnClose);
+    settings_->show();
+  }
+  settings_->activateWindow();
+}
+
 void CMainWindow::Save() {
   saver_->Save();
 }
@@ -251,13 +303,32 @@ QString CMainWindow::User() const {
 }
 
 // The log-in raises the event by which all trees load anew; until then the panels show that they wait.
+bool CMainWindow::MayLeave() {
+  for (const auto& family : families_) {
+    if (!family->Panel()->MayLeave()) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void CMainWindow::closeEvent(QCloseEvent* event) {
+  event->setAccepted(MayLeave());
+}
+
 void CMainWindow::SwitchUser(const QString& user) {
+  if (!MayLeave()) {
+    return;
+  }
   QString error;
   if (!log_in_ || !log_in_(user, &error)) {
     ShowTip(error, CNomalMessage::Failure);
     return;
   }
   user_menu_->SetUser(user);
+  if (settings_) {
+    settings_->close();  // it shows what the old user has chosen
+  }
   player_->Stop();
   history_->Clear();
   for (const auto& family : families_) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 #include <functional>
 #include <memory>
 #include <string>
@@ -27,11 +28,12 @@ class CPlanFamily;
 class CPlanPlayer;
 class CPlanSaver;
 class CPlayHistory;
+class CSettingsDialog;
 class CUserMenu;
 
 /// The client's window: a panel for each family of plans on the left, the live wall on the right. Keys: Ctrl+S and
-/// Ctrl+Shift+S save, Ctrl+H opens the history, Ctrl+U the users, Esc stops. Made once the plan data's manager stands.
-/// Thread: GUI.
+/// Ctrl+Shift+S save, Ctrl+H opens the history, Ctrl+U the users, Ctrl+Comma the settings, Esc stops. Made once the
+/// plan data's manager stands. Thread: GUI.
 class CMainWindow : public QMainWindow {
   Q_OBJECT
  public:
@@ -57,8 +59,14 @@ class CMainWindow : public QMainWindow {
   void ShowFamily(size_t number);
   /// Plays a plan that the user did not pick in a tree, and brings its row into view where it is loaded.
   void PlayPlan(const std::string& code);
+  /// Opens what the user has chosen for the start: a plan plays, a group cycles. Nothing when something plays already
+  /// by the time it is known, or when nothing was chosen.
+  void OpenDefaultView();
   void OpenHistory();
   void OpenUsers();
+  void OpenSettings();
+  /// Null while they are closed.
+  CSettingsDialog* Settings() const;
   void Save();
   void SaveAs();
   void OpenSaveMenu();
@@ -72,15 +80,21 @@ class CMainWindow : public QMainWindow {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  /// A plan that is being edited and not saved asks first.
+  void closeEvent(QCloseEvent* event) override;
 
  private:
+  bool MayLeave();
   QWidget* BuildSide();
   void BuildHistory();
   void BuildStatusBar(const QString& user, const QString& store_url);
   void AddFamilies();
   void ConnectMessages();
   void AddShortcuts();
+  void AddSettingsButton();
   void StartCycle(const QString& group_code, int seconds);
+  void StartCycleBy(const QString& group_code, int seconds, PlayOrigin origin);
+  void OnDefaultView(const QString& code, int type);
   void OnDropped(const PlanDrop& drop);
   void OnPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
   void OnPlanUpdated(const view_plugin_protocol::UpdatePlanRequest& plan);
@@ -98,6 +112,7 @@ class CMainWindow : public QMainWindow {
   CHistoryPopup* history_popup_ = nullptr;
   QToolButton* history_button_ = nullptr;
   CUserMenu* user_menu_ = nullptr;
+  QPointer<CSettingsDialog> settings_;
   std::vector<std::unique_ptr<CPlanFamily>> families_;
 };
 

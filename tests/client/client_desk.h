@@ -35,11 +35,14 @@ class CHandClock : public TarnClient::CPageClock {
 class CClientDesk : public QObject {
   Q_OBJECT
  protected:
-  void Open(const QMap<QString, int>& switches = {{"load_all", 1}}, const QString& user = "operator") {
+  void Open(const QMap<QString, int>& switches = {{"load_all", 1}}, const QString& user = "operator",
+            const QString& url = "sqlite::memory:") {
     tarn_ui_data_controller::CSkinLoader::Instance().LoadSkin("redblack");
     PlanFixtureOptions options;
     options.switches = switches;
     options.user = user;
+    options.url = url;
+    options.now = now_;
     QString error;
     QVERIFY2(fixture_.Open(options, &error), qPrintable(error));
     fixture_.Messages().Expect("propagateSizeHints");
@@ -61,6 +64,13 @@ class CClientDesk : public QObject {
     QTRY_VERIFY(TarnPlanView::CViewModelDataManagerExport::Instance().IsViewModelInitFinish());
     QTRY_VERIFY(Row("Plans").isValid());
     CPlanFixture::Drain();
+  }
+
+  void CloseDesk() {
+    window_.reset();
+    tarn_ui_data_controller::CNomalMessageManager::Release();
+    ForgetTips();
+    QCOMPARE(fixture_.Close(), QStringList());
   }
 
   TarnClient::CLiveWall& Wall() { return window_->Wall(); }
@@ -91,6 +101,7 @@ class CClientDesk : public QObject {
   static QString Tip() { return tarn_ui_data_controller::CMessageTipManager::Instance().CurrentText(); }
   static void ForgetTips() { tarn_ui_data_controller::CMessageTipManager::Release(); }
 
+  std::function<QDateTime()> now_;  // the store's clock from the next Open() on
   CPlanFixture fixture_;
   std::unique_ptr<TarnClient::CMainWindow> window_;
   CHandClock* clock_ = nullptr;
@@ -103,12 +114,7 @@ class CClientDesk : public QObject {
   }
 
  private Q_SLOTS:
-  void cleanup() {
-    window_.reset();
-    tarn_ui_data_controller::CNomalMessageManager::Release();
-    ForgetTips();
-    QCOMPARE(fixture_.Close(), QStringList());
-  }
+  void cleanup() { CloseDesk(); }
 };
 
 }  // namespace TarnTest

@@ -84,6 +84,7 @@ bool CPlanFixture::Open(const PlanFixtureOptions& options, QString* error) {
   store_options.url = options.url;
   store_options.switch_overrides = options.switches;
   store_options.first_content = options.site;
+  store_options.now = options.now;
   store_ = TarnHost::CPlanStore::Open(store_options, error);
   if (!store_) {
     return false;

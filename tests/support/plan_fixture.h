@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QMap>
 #include <QModelIndex>
 #include <QString>
@@ -32,6 +33,7 @@ struct PlanFixtureOptions {
   QString url = QStringLiteral("sqlite::memory:");
   QString user = QStringLiteral("operator");
   std::function<TarnHost::PlanSite()> site = SmallSite;
+  std::function<QDateTime()> now;  // the store's clock, asked on any thread; unset: the system's
 };
 
 /// The plug-in over a real store behind CRecordingServices, from an empty process to a full one and back.

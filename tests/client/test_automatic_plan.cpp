@@ -1,0 +1,307 @@
+#include <QAbstractEventDispatcher>
+#include <QLabel>
+#include <QTimerEvent>
+#include <QtTest>
+#include <atomic>
+
+#include "auto_plan_helper.h"
+#include "client_desk.h"
+#include "plan_clock.h"
+#include "standard_view_controller.h"
+
+using TarnPlanView::CAutoPlanHelper;
+using TarnTest::CPlanFixture;
+using namespace view_plugin_protocol;
+
+// Timed plans from the store to the wall, by a clock that the test sets; ticks are sent, not waited for.
+class AutomaticPlanTest : public TarnTest::CClientDesk {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init();
+  void StartsAndStopsOnTime();
+  void OnceADay();
+  void AManualPlayWins();
+  void AWishOnItsWayWins();
+  void TakesThePlaceOfTheDefaultView_data();
+  void TakesThePlaceOfTheDefaultView();
+  void AVanishedPlanStopsAtItsEnd();
+  void ChangedTimesTakeEffect_data();
+  void ChangedTimesTakeEffect();
+  void FollowsAnotherTimedPlan();
+  void AnotherUserHasOtherPlans();
+
+ private:
+  void Begin();
+  /// The clock shows this time, and both the look at the clock and the wall's own come round.
+  void At(const QString& time);
+  void Tick(QObject* object, int interval);
+  void Schedule(const QString& plan, const QString& begin, const QString& end);
+  void Delete(const QString& plan);
+  std::vector<AddPlanLogRequestParam> Logged() { return fixture_.Services().Requests<AddPlanLogRequestParam>(); }
+
+  QDateTime Now() const { return QDateTime::fromMSecsSinceEpoch(time_); }
+  void Set(const QDate& day, const QTime& time) { time_ = QDateTime(day, time).toMSecsSinceEpoch(); }
+  void NextDay() { Set(Now().date().addDays(1), Now().time()); }
+
+  std::atomic<qint64> time_{0};
+};
+
+void AutomaticPlanTest::init() {
+  Set(QDate(2026, 3, 2), QTime(8, 0));
+  now_ = [this] { return Now(); };
+  TarnPlanView::CPlanClock::SetSource(now_);
+}
+
+void AutomaticPlanTest::Begin() {
+  Open({{"load_all", 1}, {"timed_play", 1}});
+  CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
+}
+
+void AutomaticPlanTest::Tick(QObject* object, int interval) {
+  for (const auto& timer : QAbstractEventDispatcher::instance()->registeredTimers(object)) {
+    if (timer.interval == interval) {
+      QTimerEvent event(timer.timerId);
+      QCoreApplication::sendEvent(object, &event);
+    }
+  }
+}
+
+void AutomaticPlanTest::At(const QString& time) {
+  Set(Now().date(), QTime::fromString(time));
+  Tick(&CAutoPlanHelper::Instance(), 1000);
+  for (QTimer* timer : window_->Player().findChildren<QTimer*>()) {
+    Tick(timer, 1000);
+  }
+}
+
+void AutomaticPlanTest::Schedule(const QString& plan, const QString& begin, const QString& end) {
+  const GetPlanDetailResponse stored = Stored(plan);
+  UpdatePlanRequest request;
+  request.plan_index_code = stored.index_code;
+  request.plan_name = stored.name;
+  request.index_type = stored.type;
+  request.parent_index_code = stored.group_index_code;
+  request.pages = stored.pages;
+  request.auto_play = !begin.isEmpty();
+  request.begin_time = begin.toStdString();
+  request.end_time = end.toStdString();
+  const int changes = fixture_.Services().Count("UpdatePlan");
+  window_->Family(0).Controller()->UpdatePlanParam(request, plan);
+  QTRY_COMPARE(fixture_.Services().Count("UpdatePlan"), changes + 1);
+  CPlanFixture::Drain();
+}
+
+void AutomaticPlanTest::Delete(const QString& plan) {
+  window_->Family(0).Controller()->DeletePlanByIndex(Row(plan));
+  QTRY_VERIFY(!Row(plan).isValid());
+  CPlanFixture::Drain();
+}
+
+void AutomaticPlanTest::StartsAndStopsOnTime() {
+  Begin();
+  Schedule("A1 plan 2", "09:00:00", "10:00:00");
+  At("08:59:59");
+  QVERIFY(!Wall().IsPlaying());
+  At("09:00:00");
+  QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
+  QTRY_COMPARE(MarkedRows(), QString("A1 plan 2"));
+  CPlanFixture::Drain();
+  QVERIFY(Logged().size() == 1 && Logged()[0].automatic);
+  At("09:59:59");
+  QVERIFY(Wall().IsPlaying());
+  At("10:00:00");
+  QVERIFY(!Wall().IsPlaying());
+  QVERIFY(!CAutoPlanHelper::Instance().GetPlanDisplayState());
+  NextDay();
+  CAutoPlanHelper::Instance().CheckAutoRunPlan();
+  At("09:00:00");
+  QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
+}
+
+void AutomaticPlanTest::OnceADay() {
+  Begin();
+  Schedule("A1 plan 2", "09:00:00", "10:00:00");
+  At("09:00:00");
+  QTest::keyClick(&Wall(), Qt::Key_Escape);  // the user has had enough of it
+  QVERIFY(!Wall().IsPlaying());
+  At("09:30:00");
+  CAutoPlanHelper::Instance().CheckAutoRunPlan();
+  At("09:31:00");
+  QVERIFY(!Wall().IsPlaying());
+  Play("Public B plan 2");
+  At("10:00:00");
+  QCOMPARE(Wall().PlanName(), QString("Public B plan 2"));
+}
+
+void AutomaticPlanTest::AManualPlayWins() {
+  Begin();
+  Schedule("A1 plan 2", "09:00:00", "10:00:00");
+  Play("Public B plan 2");
+  At("09:00:00");  // what the user plays is not taken off the wall
+  QCOMPARE(Wall().PlanName(), QString("Public B plan 2"));
+  At("10:00:00");
+  QCOMPARE(Wall().PlanName(), QString("Public B plan 2"));
+  QTest::keyClick(&Wall(), Qt::Key_Escape);
+
+  Schedule("A1 plan 2", "11:00:00", "12:00:00");
+  At("11:00:00");
+  QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
+  Play("Public B plan 2");  // in mid-run
+  At("11:30:00");
+  QCOMPARE(Wall().PlanName(), QString("Public B plan 2"));
+  At("12:00:00");
+  At("12:00:01");
+  QCOMPARE(Wall().PlanName(), QString("Public B plan 2"));
+
+  Schedule("A1 plan 2", "13:00:00", "14:00:00");
+  Q_EMIT window_->Family(0).Panel()->SignalPlanGroupCycle(fixture_.Code("Public B"), 20);
+  QTRY_COMPARE(clock_->Seconds(), 20);
+  At("13:00:00");  // a cycle that the user has begun counts as well
+  QVERIFY(Wall().PlanName() != "A1 plan 2" && clock_->Seconds() == 20);
+}
+
+void AutomaticPlanTest::AWishOnItsWayWins() {
+  Begin();
+  Schedule("A1 plan 2", "09:00:00", "10:00:00");
+  fixture_.Services().Hold("GetPlanDetail");
+  window_->Player().Play(Code("Public B plan 2"));
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
+  At("09:00:00");
+  QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
+  fixture_.Services().ReleaseAll();
+  QTRY_COMPARE(Wall().PlanName(), QString("Public B plan 2"));
+  At("10:00:00");
+  QCOMPARE(Wall().PlanName(), QString("Public B plan 2"));
+}
+
+void AutomaticPlanTest::TakesThePlaceOfTheDefaultView_data() {
+  QTest::addColumn<QString>("target");
+  QTest::addColumn<int>("type");
+  QTest::addColumn<bool>("arrived");
+  QTest::newRow("plan") << "Public B plan 2" << 16000 << true;
+  QTest::newRow("group") << "Public B" << 16001 << true;
+  QTest::newRow("plan on its way") << "Public B plan 2" << 16000 << false;
+  QTest::newRow("group on its way") << "Public B" << 16001 << false;
+}
+
+// Otherwise a client that has a default view would never run a timed plan.
+void AutomaticPlanTest::TakesThePlaceOfTheDefaultView() {
+  QFETCH(QString, target);
+  QFETCH(int, type);
+  QFETCH(bool, arrived);
+  Begin();
+  Schedule("A1 plan 2", "09:00:00", "10:00:00");
+  ClienDefaultViewConfigRequest request;
+  request.index_code = Code(target);
+  request.type = type;
+  ClienDefaultViewConfigReponse response;
+  QVERIFY(fixture_.Store().SetClientViewConfig(request, response));
+  if (!arrived) {
+    fixture_.Services().Hold("GetPlanDetail");
+  }
+  window_->OpenDefaultView();
+  if (arrived) {
+    QTRY_COMPARE(Wall().PlanName(), QString("Public B plan 2"));
+  } else {
+    QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
+  }
+  At("09:00:00");
+  QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
+  fixture_.Services().ReleaseAll();
+  CPlanFixture::Drain();
+  QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
+  QCOMPARE(clock_->Seconds(), 0);
+  At("10:00:00");
+  QVERIFY(!Wall().IsPlaying());
+}
+
+void AutomaticPlanTest::AVanishedPlanStopsAtItsEnd() {
+  Begin();
+  Schedule("A1 plan 2", "09:00:00", "23:59:58");
+  At("09:00:00");
+  DeletePlanResquest request;  // by another client: this one's panel would stop it at once
+  request.plan_index_code = Code("A1 plan 2");
+  DeletePlanResponse response;
+  QVERIFY(fixture_.Store().DeletePlan(request, response));
+  CAutoPlanHelper::Instance().CheckAutoRunPlan();
+  At("23:59:57");
+  QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
+  NextDay();  // the computer slept over the end
+  At("00:00:01");
+  QVERIFY(!Wall().IsPlaying());
+  QVERIFY(!CAutoPlanHelper::Instance().GetPlanDisplayState());
+}
+
+void AutomaticPlanTest::ChangedTimesTakeEffect_data() {
+  QTest::addColumn<QString>("begin");
+  QTest::addColumn<QString>("end");
+  QTest::addColumn<QString>("runs_until");
+  QTest::newRow("later end") << "09:00:00"
+                             << "11:00:00"
+                             << "10:59:59";
+  QTest::newRow("earlier end") << "09:00:00"
+                               << "09:20:00"
+                               << "09:10:00";
+  QTest::newRow("moved to later") << "14:00:00"
+                                  << "15:00:00"
+                                  << "09:10:00";
+  QTest::newRow("switched off") << ""
+                                << ""
+                                << "09:59:59";
+}
+
+void AutomaticPlanTest::ChangedTimesTakeEffect() {
+  QFETCH(QString, begin);
+  QFETCH(QString, end);
+  QFETCH(QString, runs_until);
+  Begin();
+  Schedule("A1 plan 2", "09:00:00", "10:00:00");
+  At("09:00:00");
+  At("09:10:00");
+  QVERIFY(Wall().IsPlaying());
+  Schedule("A1 plan 2", begin, end);
+  if (runs_until != "09:10:00") {
+    At(runs_until);
+    QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
+  }
+  At(begin == "09:00:00" ? end : begin.isEmpty() ? "10:00:00" : "09:30:00");
+  QVERIFY(!Wall().IsPlaying());
+  if (begin == "14:00:00") {
+    CAutoPlanHelper::Instance().CheckAutoRunPlan();
+    At("14:00:00");
+    QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
+  }
+}
+
+void AutomaticPlanTest::FollowsAnotherTimedPlan() {
+  Begin();
+  Schedule("A1 plan 2", "09:00:00", "10:00:00");
+  Schedule("A1 plan 10", "10:00:00", "11:00:00");
+  At("09:00:00");
+  QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
+  At("10:00:00");
+  QVERIFY(!Wall().IsPlaying());
+  CAutoPlanHelper::Instance().CheckAutoRunPlan();  // as it does by itself within five minutes
+  At("10:00:01");
+  QCOMPARE(Wall().PlanName(), QString("A1 plan 10"));
+  // The one that is due goes, the other comes next tomorrow: nothing is left to run today.
+  Delete("A1 plan 10");
+  At("10:00:02");
+  QVERIFY(!Wall().IsPlaying());
+}
+
+void AutomaticPlanTest::AnotherUserHasOtherPlans() {
+  Begin();
+  Schedule("A1 plan 2", "09:00:00", "10:00:00");
+  At("09:00:00");
+  QVERIFY(Wall().IsPlaying());
+  window_->SwitchUser("viewer");
+  QVERIFY(!Wall().IsPlaying());
+  WaitForPlans();
+  At("10:00:00");
+  QVERIFY(!Wall().IsPlaying());
+}
+
+QTEST_MAIN(AutomaticPlanTest)
+#include "test_automatic_plan.moc"

@@ -1,0 +1,176 @@
+#include <QAbstractButton>
+#include <QLabel>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include "MarUIControl/tree_view.h"
+#include "WidgetKit/new_location_combo_box.h"
+#include "client_desk.h"
+#include "default_load_view_display.h"
+#include "history/play_history.h"
+#include "settings/settings_dialog.h"
+
+using TarnTest::CPlanFixture;
+
+// What the client opens by itself, from the settings to the next start.
+class ClientDefaultViewTest : public TarnTest::CClientDesk {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void OpensAfterARestart_data();
+  void OpensAfterARestart();
+  void GivesWayToWhatTheUserDoes();
+  void FailuresSayWhy();
+  void SettingsCloseWithTheirUser();
+
+ private:
+  TarnPlanView::CDefaultLoadViewDisplay* Chooser() { return window_->Settings()->DefaultView(); }
+  QModelIndex Choice(const QString& name);
+  void SaveInSettings(const QString& name);
+  void Store(int type, const std::string& code);
+  QString Progress() const { return window_->findChild<QLabel*>("wall_cycle")->accessibleName(); }
+};
+
+QModelIndex ClientDefaultViewTest::Choice(const QString& name) {
+  const QAbstractItemModel* rows = Chooser()->GetLocationComboBox()->LocationModel();
+  const auto exactly = Qt::MatchExactly | Qt::MatchRecursive;
+  return rows->rowCount() > 0 ? rows->match(rows->index(0, 0), Qt::DisplayRole, name, 1, exactly).value(0)
+                              : QModelIndex();
+}
+
+void ClientDefaultViewTest::SaveInSettings(const QString& name) {
+  QTest::keyClick(window_.get(), Qt::Key_Comma, Qt::ControlModifier);
+  QVERIFY(window_->Settings());
+  auto* save = window_->Settings()->findChild<QAbstractButton*>("settings_save_btn");
+  QVERIFY(!save->isEnabled());
+  auto* box = Chooser()->GetLocationComboBox();
+  QTRY_VERIFY2(Choice(name).isValid(), qPrintable(name));
+  QTest::keyClick(box, Qt::Key_Space);
+  auto* rows = box->LocationTree();
+  rows->setCurrentIndex(Choice(name));
+  rows->scrollTo(Choice(name));
+  QTest::mouseClick(rows->viewport(), Qt::LeftButton, {}, rows->visualRect(Choice(name)).center());
+  QCOMPARE(box->CurrentText(), name);
+  QVERIFY(save->isEnabled());
+  save->click();
+  QTRY_VERIFY(!window_->Settings());
+}
+
+void ClientDefaultViewTest::Store(int type, const std::string& code) {
+  view_plugin_protocol::ClienDefaultViewConfigRequest request;
+  request.index_code = code;
+  request.type = type;
+  view_plugin_protocol::ClienDefaultViewConfigReponse response;
+  QVERIFY(fixture_.Store().SetClientViewConfig(request, response));
+}
+
+void ClientDefaultViewTest::OpensAfterARestart_data() {
+  QTest::addColumn<QString>("choice");
+  QTest::addColumn<QString>("playing");
+  QTest::addColumn<QString>("cycle");
+  QTest::addColumn<bool>("deleted");
+  QTest::newRow("public plan") << "Public root plan"
+                               << "Public root plan" << QString() << false;
+  QTest::newRow("own plan") << "Own root plan"
+                            << "Own root plan" << QString() << false;
+  QTest::newRow("public group") << "Public A"
+                                << "Public A plan 2"
+                                << "1 of 4" << false;
+  QTest::newRow("own group") << "Own C"
+                             << "Own C plan 2"
+                             << "1 of 4" << false;
+  QTest::newRow("none") << "No default view" << QString() << QString() << false;
+  QTest::newRow("deleted target") << "Public root plan" << QString() << QString() << true;
+}
+
+void ClientDefaultViewTest::OpensAfterARestart() {
+  QFETCH(QString, choice);
+  QFETCH(QString, playing);
+  QFETCH(QString, cycle);
+  QFETCH(bool, deleted);
+  QTemporaryDir folder;
+  const QString url = "sqlite:" + folder.filePath("site.sqlite");
+  Open({{"create_under_root", 1}}, "operator", url);
+  Store(16000, Code("Public B plan 2"));  // what was chosen before
+  SaveInSettings(choice);
+  if (deleted) {
+    view_plugin_protocol::DeletePlanResquest request;
+    request.plan_index_code = Code(choice);
+    view_plugin_protocol::DeletePlanResponse response;
+    QVERIFY(fixture_.Store().DeletePlan(request, response));
+  }
+  CloseDesk();
+
+  Open({{"create_under_root", 1}}, "operator", url);
+  window_->OpenDefaultView();
+  QTRY_COMPARE(Wall().PlanName(), playing);
+  CPlanFixture::Drain();
+  QCOMPARE(Wall().PlanName(), playing);
+  QTRY_VERIFY2(Progress().contains(cycle) && Progress().isEmpty() == cycle.isEmpty(), qPrintable(Progress()));
+  QCOMPARE(window_->History().rowCount(), 0);  // the user has not played it
+  QVERIFY2(Tip().isEmpty(), qPrintable(Tip()));
+}
+
+void ClientDefaultViewTest::GivesWayToWhatTheUserDoes() {
+  Open();
+  Store(16000, Code("Public B plan 2"));
+  // It is already known, but still being fetched, when the user wants something else.
+  fixture_.Services().Hold("GetPlanDetail");
+  window_->OpenDefaultView();
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
+  window_->Player().Play(Code("Public A plan 2"));
+  fixture_.Services().ReleaseAll();
+  QTRY_COMPARE(Wall().PlanName(), QString("Public A plan 2"));
+  CPlanFixture::Drain();
+  QCOMPARE(Wall().PlanName(), QString("Public A plan 2"));
+  window_->OpenDefaultView();
+  CPlanFixture::Drain();
+  QCOMPARE(Wall().PlanName(), QString("Public A plan 2"));
+}
+
+void ClientDefaultViewTest::FailuresSayWhy() {
+  Open();
+  fixture_.Services().Fail("GetClientViewConfig", "The line is down");
+  window_->OpenDefaultView();
+  QTRY_COMPARE(Tip(), QString("The line is down"));
+  ForgetTips();
+  window_->OpenSettings();
+  QCOMPARE(Tip(), QString("The line is down"));
+  QVERIFY(!window_->Settings()->findChild<QAbstractButton*>("settings_save_btn")->isEnabled());
+  fixture_.Services().Mend("GetClientViewConfig");
+
+  ForgetTips();
+  Store(16001, Code("Public A"));
+  fixture_.Services().Fail("GetPlansInGroup", "No such group any more");
+  window_->OpenDefaultView();
+  QTRY_COMPARE(Tip(), QString("No such group any more"));
+  QVERIFY(!Wall().IsPlaying());
+  fixture_.Services().Mend("GetPlansInGroup");
+
+  // A failed save keeps the dialog and the choice.
+  ForgetTips();
+  fixture_.Services().Fail("SetClientViewConfig", "The disk is full");
+  QTRY_VERIFY(Choice("Public B").isValid());
+  Q_EMIT Chooser()->GetLocationComboBox()->LocationTree()->clicked(Choice("Public B"));
+  window_->Settings()->findChild<QAbstractButton*>("settings_save_btn")->click();
+  QCOMPARE(Tip(), QString("The disk is full"));
+  QVERIFY(window_->Settings() && window_->Settings()->isVisible());
+  QCOMPARE(Chooser()->GetLocationComboBox()->CurrentText(), QString("Public B"));
+}
+
+void ClientDefaultViewTest::SettingsCloseWithTheirUser() {
+  Open();
+  window_->OpenSettings();
+  const auto* first = window_->Settings();
+  window_->OpenSettings();
+  QCOMPARE(window_->Settings(), first);
+  window_->SwitchUser("viewer");
+  QTRY_VERIFY(!window_->Settings());
+  WaitForPlans();
+  window_->OpenSettings();
+  QTRY_VERIFY(Choice("Public A").isValid());
+  // The window may go with them open.
+}
+
+QTEST_MAIN(ClientDefaultViewTest)
+#include "test_client_default_view.moc"

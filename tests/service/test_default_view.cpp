@@ -1,0 +1,324 @@
+#include <QAbstractItemModelTester>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include "MarUIControl/tree_view.h"
+#include "WidgetKit/new_location_combo_box.h"
+#include "default_load_view_display.h"
+#include "item_type.h"
+#include "plan_item_role.h"
+#include "plan_test.h"
+#include "standard_plan_model.h"
+#include "standard_view_controller.h"
+#include "view_model_data_manager.h"
+
+using namespace TarnPlanView;
+using namespace view_plugin_protocol;
+using TarnTest::CPlanFixture;
+
+namespace {
+
+constexpr int kPlan = 16000, kGroup = 16001;
+
+}  // namespace
+
+// The default-view chooser over the real store.
+class DefaultViewTest : public TarnTest::CPlanTest {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void cleanup();
+  void OffersBothFamiliesOnce_data();
+  void OffersBothFamiliesOnce();
+  void RootsCannotBeChosenAndGroupsCan();
+  void SavesEveryKindOfRow();
+  void ReadsAndFindsWhatIsNotLoaded_data();
+  void ReadsAndFindsWhatIsNotLoaded();
+  void UnknownCodesLeaveTheChoice_data();
+  void UnknownCodesLeaveTheChoice();
+  void FailuresKeepTheHostsText();
+  void FollowsDeletionsMovesAndReloads();
+  void ChoosesByKeys();
+  void LeavesTheManagerWithItsOwnModels();
+
+ private:
+  void Begin(const QMap<QString, int>& switches = {});
+  void MakeChooser();
+  MarUIControl::CTreeView* Tree() { return chooser_->GetLocationComboBox()->LocationTree(); }
+  QString Chosen() { return chooser_->GetLocationComboBox()->CurrentText(); }
+  /// Loads the way to a row.
+  QModelIndex Row(const QString& name);
+  void Choose(const QString& name);
+  void Store(int type, const std::string& code);
+  GetClientDefaultViewConfigResponse Stored();
+  std::string Code(const QString& name) { return fixture_.Code(name).toStdString(); }
+
+  std::unique_ptr<CStandardViewController> controller_;
+  std::unique_ptr<CDefaultLoadViewDisplay> chooser_;
+};
+
+void DefaultViewTest::Begin(const QMap<QString, int>& switches) {
+  Open(switches);
+  fixture_.Messages().Expect("propagateSizeHints");
+  QTRY_VERIFY(CViewModelDataManager::Instance().IsViewModelInitFinish());
+  CPlanFixture::Drain();
+  controller_ = std::make_unique<CStandardViewController>(fixture_.Public());
+  MakeChooser();
+}
+
+void DefaultViewTest::MakeChooser() {
+  chooser_ = std::make_unique<CDefaultLoadViewDisplay>();
+  CPlanFixture::Watch(Tree()->model());
+  chooser_->SetViewController(controller_.get());
+  chooser_->show();
+  QTRY_COMPARE(Tree()->model()->rowCount(), 3);
+}
+
+void DefaultViewTest::cleanup() {
+  chooser_.reset();
+  controller_.reset();
+  Shut();
+}
+
+QModelIndex DefaultViewTest::Row(const QString& name) {
+  const QAbstractItemModel* rows = Tree()->model();
+  return rows->match(rows->index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchExactly | Qt::MatchRecursive).value(0);
+}
+
+// As a click on it does.
+void DefaultViewTest::Choose(const QString& name) {
+  QTRY_VERIFY2(Row(name).isValid(), qPrintable(name));
+  auto* box = chooser_->GetLocationComboBox();
+  box->ShowPopup();
+  Tree()->setCurrentIndex(Row(name));
+  Q_EMIT Tree()->clicked(Row(name));
+}
+
+void DefaultViewTest::Store(int type, const std::string& code) {
+  ClienDefaultViewConfigRequest request;
+  request.index_code = code;
+  request.type = type;
+  ClienDefaultViewConfigReponse response;
+  QVERIFY(fixture_.Store().SetClientViewConfig(request, response));
+}
+
+GetClientDefaultViewConfigResponse DefaultViewTest::Stored() {
+  GetClientDefaultViewConfigResponse response;
+  fixture_.Store().GetClientViewConfig({}, response);
+  return response;
+}
+
+void DefaultViewTest::OffersBothFamiliesOnce_data() {
+  QTest::addColumn<bool>("load_all");
+  QTest::newRow("on demand") << false;
+  QTest::newRow("all at the start") << true;
+}
+
+void DefaultViewTest::OffersBothFamiliesOnce() {
+  QFETCH(bool, load_all);
+  Begin({{"load_all", load_all}, {"create_under_root", 1}});
+  const QStringList tops{Tree()->model()->index(0, 0).data().toString(), Tree()->model()->index(1, 0).data().toString(),
+                         Tree()->model()->index(2, 0).data().toString()};
+  QCOMPARE(tops, QStringList({"No default view", "Public plans", "My plans"}));
+  QTRY_VERIFY(Row("Public A").isValid() && Row("Own root plan").isValid());
+  Tree()->ExpandAsync(Row("Own C"));
+  QTRY_VERIFY(Row("C1").isValid());
+  Tree()->ExpandAsync(Row("C1"));
+  QTRY_VERIFY(Row("C1 plan 10").isValid() && Tree()->isExpanded(Row("C1")));
+  // Where everything is loaded the search finds what nobody has expanded.
+  if (load_all) {
+    QTRY_VERIFY(Row("A1 plan 10").isValid());
+  }
+}
+
+void DefaultViewTest::RootsCannotBeChosenAndGroupsCan() {
+  Begin();
+  QTRY_VERIFY(Row("Public A").isValid());
+  QVERIFY(!(Row("Public plans").flags() & Qt::ItemIsSelectable) && Row("Public plans").flags() & Qt::ItemIsEnabled);
+  QVERIFY(!(Row("My plans").flags() & Qt::ItemIsSelectable));
+  QVERIFY(Row("Public A").flags() & Qt::ItemIsSelectable && Row("No default view").flags() & Qt::ItemIsSelectable);
+  Choose("My plans");
+  QCOMPARE(Chosen(), QString());
+  QVERIFY(!chooser_->IsChanged());
+  auto& manager = CViewModelDataManager::Instance();
+  for (const auto theme : {PublicTheme, OwnTheme}) {
+    CStandardPlanModel* model = manager.GetViewManagerByTheme("default_view", theme);
+    QVERIFY(model && model->IsGroupCanSelected());
+    model->SetViewGroupSeleted(false);
+  }
+  QVERIFY(!(Row("Public A").flags() & Qt::ItemIsSelectable));
+}
+
+void DefaultViewTest::SavesEveryKindOfRow() {
+  Begin({{"create_under_root", 1}});
+  const struct {
+    const char* row;
+    int type;
+  } choices[] = {{"Own C", kGroup}, {"Public root plan", kPlan}, {"Public A", kGroup}, {"Own root plan", kPlan}};
+  QSignalSpy tips(controller_.get(), &CStandardViewController::signalShowMessage);
+  QVERIFY(chooser_->ReadDefaultView());
+  for (const auto& choice : choices) {
+    Choose(choice.row);
+    QCOMPARE(Chosen(), QString(choice.row));
+    QVERIFY(chooser_->IsChanged());
+    QVERIFY(chooser_->SaveChosenView());
+    QVERIFY(!chooser_->IsChanged());
+    QCOMPARE(Stored().index_code, Code(choice.row));
+    QCOMPARE(Stored().type, choice.type);
+  }
+  QCOMPARE(tips.count(), 4);
+  QCOMPARE(tips.last().at(1).toInt(), int(MarUIControl::CNomalMessage::Success));
+  Services().ForgetCalls();
+  Choose("No default view");
+  QVERIFY(chooser_->SaveChosenView());
+  QCOMPARE(Services().Requests<ClienDefaultViewConfigRequest>().at(0).index_code, std::string("-3"));
+  QCOMPARE(Stored().index_code, std::string("-3"));
+}
+
+void DefaultViewTest::ReadsAndFindsWhatIsNotLoaded_data() {
+  QTest::addColumn<QString>("name");
+  QTest::addColumn<int>("type");
+  QTest::addColumn<bool>("load_all");
+  for (const bool load_all : {false, true}) {
+    const char* when = load_all ? "loaded" : "on demand";
+    QTest::addRow("plan of an own subgroup, %s", when) << "C1 plan 2" << kPlan << load_all;
+    QTest::addRow("public subgroup, %s", when) << "A1" << kGroup << load_all;
+    QTest::addRow("none, %s", when) << "No default view" << 0 << load_all;
+  }
+}
+
+void DefaultViewTest::ReadsAndFindsWhatIsNotLoaded() {
+  QFETCH(QString, name);
+  QFETCH(int, type);
+  QFETCH(bool, load_all);
+  Begin({{"load_all", load_all}});
+  const std::string code = type == 0 ? "-3" : Code(name);
+  Store(type, code);
+  QVERIFY(chooser_->ReadDefaultView());
+  QCOMPARE(chooser_->GetIndexCode(), code);
+  QCOMPARE(chooser_->GetResourceType(), type);
+  chooser_->SelectView(chooser_->GetResourceType(), chooser_->GetIndexCode());
+  QTRY_COMPARE(Chosen(), name);
+  QCOMPARE(Tree()->currentIndex().data().toString(), name);
+  QVERIFY(!chooser_->IsChanged());
+}
+
+void DefaultViewTest::UnknownCodesLeaveTheChoice_data() {
+  QTest::addColumn<int>("type");
+  QTest::addColumn<QByteArray>("code");
+  QTest::newRow("no such plan") << kPlan << QByteArray("987654");
+  QTest::newRow("no such group") << kGroup << QByteArray("987654");
+  QTest::newRow("no number") << kPlan << QByteArray("Gate");
+  QTest::newRow("too large") << kGroup << QByteArray("99999999999999999999");
+  QTest::newRow("empty") << kPlan << QByteArray();
+}
+
+void DefaultViewTest::UnknownCodesLeaveTheChoice() {
+  QFETCH(int, type);
+  QFETCH(QByteArray, code);
+  Begin();
+  Choose("Public A");
+  chooser_->SelectView(type, code.toStdString());
+  QVERIFY(!chooser_->SaveChosenView());  // not before it is known whether there is such a row
+  CPlanFixture::Drain();
+  QTRY_VERIFY(chooser_->IsChanged());
+  QCOMPARE(Chosen(), QString("Public A"));
+  QCOMPARE(Tree()->currentIndex().data().toString(), QString("Public A"));
+  QVERIFY(chooser_->SaveChosenView());
+  QCOMPARE(Stored().index_code, Code("Public A"));
+}
+
+void DefaultViewTest::FailuresKeepTheHostsText() {
+  Begin();
+  Store(kGroup, Code("Public B"));
+  QVERIFY(chooser_->ReadDefaultView());
+  QSignalSpy tips(controller_.get(), &CStandardViewController::signalShowMessage);
+  Services().Fail("GetClientViewConfig", "The line is down");
+  QVERIFY(!chooser_->ReadDefaultView());
+  QCOMPARE(chooser_->GetResponseText(), std::string("The line is down"));
+  QCOMPARE(chooser_->GetIndexCode(), Code("Public B"));
+  Services().Fail("SetClientViewConfig", "The disk is full");
+  Choose("Public A");
+  QVERIFY(!chooser_->SaveChosenView());
+  QCOMPARE(chooser_->GetResponseText(), std::string("The disk is full"));
+  QVERIFY(chooser_->IsChanged());
+  QCOMPARE(tips.count(), 2);
+  QCOMPARE(tips.last().first().toString(), QString("The disk is full"));
+
+  chooser_->SetViewController(nullptr);
+  QVERIFY(!chooser_->ReadDefaultView() && !chooser_->SaveChosenView());
+  chooser_->SetViewController(controller_.get());
+  controller_.reset();
+  QVERIFY(!chooser_->ReadDefaultView() && !chooser_->SaveChosenView());
+}
+
+void DefaultViewTest::FollowsDeletionsMovesAndReloads() {
+  Begin({{"create_under_root", 1}});
+  Store(kPlan, Code("A1 plan 2"));
+  QVERIFY(chooser_->ReadDefaultView());
+  chooser_->SelectView(kPlan, Code("A1 plan 2"));
+  QTRY_COMPARE(Chosen(), QString("A1 plan 2"));
+  CViewModelDataManager::Instance().OnUpdateViewModelData();
+  QTRY_COMPARE(Chosen(), QString("A1 plan 2"));
+  QVERIFY(!chooser_->IsChanged());
+
+  UpdatePlanRequest moved;
+  moved.plan_index_code = Code("A1 plan 2");
+  moved.plan_name = "A1 plan moved";
+  moved.parent_index_code = Code("Public B");
+  controller_->UpdatePlanParam(moved, "A1 plan 2");
+  QTRY_COMPARE(Chosen(), QString("A1 plan moved"));
+  QTRY_COMPARE(Row("A1 plan moved").parent().data().toString(), QString("Public B"));
+  QVERIFY(!chooser_->IsChanged());
+
+  controller_->DeletePlanByIndex(Row("A1 plan moved"));
+  QTRY_COMPARE(Chosen(), QString("No default view"));
+  QCOMPARE(Stored().index_code, std::string("-3"));
+}
+
+void DefaultViewTest::ChoosesByKeys() {
+  Begin();
+  auto* box = chooser_->GetLocationComboBox();
+  QVERIFY(!box->accessibleName().isEmpty() && chooser_->focusProxy() == box);
+  QSignalSpy changes(chooser_.get(), &CDefaultLoadViewDisplay::SignalChoiceChanged);
+  QTRY_VERIFY(Row("Public B").isValid());
+  QTest::keyClick(box, Qt::Key_Space);
+  QVERIFY(box->IsPopupVisible());
+  Tree()->setCurrentIndex(Row("Public A"));
+  QTest::keyClick(Tree(), Qt::Key_Escape);  // looking about is no choice
+  QCOMPARE(Chosen(), QString());
+  QCOMPARE(changes.count(), 0);
+  QTest::keyClick(box, Qt::Key_F4);
+  Tree()->setCurrentIndex(Row("Public A"));
+  QTest::keyClick(Tree(), Qt::Key_Right);
+  QTRY_VERIFY(Row("A1").isValid());
+  QTest::keyClick(Tree(), Qt::Key_Down);
+  QTest::keyClick(Tree(), Qt::Key_Return);
+  QCOMPARE(Chosen(), QString("A1"));
+  QVERIFY(!box->IsPopupVisible());
+  QCOMPARE(changes.count(), 1);
+}
+
+void DefaultViewTest::LeavesTheManagerWithItsOwnModels() {
+  Begin();
+  auto& manager = CViewModelDataManager::Instance();
+  QPointer<CStandardPlanModel> model = manager.GetViewManagerByTheme("default_view", OwnTheme);
+  QVERIFY(model);
+  chooser_.reset();
+  QVERIFY(!model && !manager.GetViewManagerByTheme("default_view", OwnTheme) &&
+          !manager.GetViewManagerByTheme("default_view", PublicTheme));
+  manager.OnUpdateViewModelData();
+  CPlanFixture::Drain();
+  // Before the plans are there it fills with all other trees.
+  manager.ClearModelData();
+  MakeChooser();
+  QTRY_VERIFY(Row("Own C").isValid());
+  // A request under way when it dies.
+  chooser_->SelectView(kPlan, Code("C1 plan 2"));
+  chooser_.reset();
+  CPlanFixture::Drain();
+}
+
+QTEST_MAIN(DefaultViewTest)
+#include "test_default_view.moc"
