@@ -66,7 +66,7 @@ void DrawPage(QPainter& painter, const PlanPage& page) {
     const int left = window % side * kPictureSize.width() / side;
     const int top = window / side * kPictureSize.height() / side;
     const QRect cell(left, top, kPictureSize.width() / side - 1, kPictureSize.height() / side - 1);
-    const QString camera = CameraIn(page, window);
+    const QString camera = CameraIn(page, window + 1);  // windows count from 1
     painter.fillRect(cell, SkinColor(camera.isEmpty() ? "wall_empty" : "wall_bar"));
     painter.setPen(SkinColor("wall_text"));
     const QRect text = cell.adjusted(3, 2, -3, -2);
