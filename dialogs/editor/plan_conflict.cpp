@@ -55,7 +55,9 @@ Listing ListingOf(const std::string& plan_code, const std::string& group_code) {
 
 }  // namespace
 
-CPlanConflict::CPlanConflict(QObject* parent) : QObject(parent) {}
+CPlanConflict::CPlanConflict(QObject* parent) : QObject(parent) {
+  qRegisterMetaType<Kind>("TarnPlanView::CPlanConflict::Kind");
+}
 
 CPlanConflict::~CPlanConflict() = default;
 

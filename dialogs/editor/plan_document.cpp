@@ -1,7 +1,9 @@
 #include "plan_document.h"
 
+#include <QLocale>
 #include <QUndoCommand>
 #include <algorithm>
+#include <utility>
 
 #include "MarUIControl/split_type_data.h"
 #include "MarUIControl/string_conversion.h"
@@ -19,6 +21,10 @@ namespace {
 enum MergeId { kNoMerge = -1, kMergeName = 1, kMergeTimes = 2, kMergeDwell = 100 };  // dwell: plus the page
 
 const char kTimeFormat[] = "HH:mm:ss";
+
+std::string TextOf(const QTime& time) {
+  return QStringToString(QLocale::c().toString(time, kTimeFormat));  // the store reads no other digits
+}
 
 QTime TimeFrom(const std::string& text) {
   const QTime time = QTime::fromString(StringToQString(text), kTimeFormat);
@@ -196,7 +202,10 @@ void CPlanDocument::StartNew(const QString& name, const QString& group_code, con
   draft.family = family;
   draft.pages.append(EmptyPage());
   had_no_pages_ = false;
-  Begin(std::move(draft), {});
+  view_plugin_protocol::GetPlanDetailResponse origin;
+  origin.start_time = TextOf(draft.begin);
+  origin.end_time = TextOf(draft.end);
+  Begin(std::move(draft), std::move(origin));
 }
 
 void CPlanDocument::Load(const view_plugin_protocol::GetPlanDetailResponse& detail) {
@@ -256,7 +265,7 @@ void CPlanDocument::SetCurrentPage(int page) {
 void CPlanDocument::SetName(const QString& name) {
   PlanDraft after = draft_;
   after.name = name;
-  Push(tr("Change of name"), std::move(after), -1, kMergeName);
+  Push(tr("Change of name"), std::move(after), {}, kMergeName);
 }
 
 void CPlanDocument::SetGroup(const QString& group_code, const QString& group_name, int family) {
@@ -264,13 +273,13 @@ void CPlanDocument::SetGroup(const QString& group_code, const QString& group_nam
   after.group_code = group_code;
   after.group_name = group_name;
   after.family = family < 0 ? draft_.family : family;
-  Push(tr("Change of group"), std::move(after), -1);
+  Push(tr("Change of group"), std::move(after));
 }
 
 void CPlanDocument::SetAutoRun(bool on) {
   PlanDraft after = draft_;
   after.auto_run = on;
-  Push(on ? tr("Automatic run on") : tr("Automatic run off"), std::move(after), -1);
+  Push(on ? tr("Automatic run on") : tr("Automatic run off"), std::move(after));
 }
 
 void CPlanDocument::SetTimes(const QTime& begin, const QTime& end) {
@@ -280,7 +289,7 @@ void CPlanDocument::SetTimes(const QTime& begin, const QTime& end) {
   PlanDraft after = draft_;
   after.begin = begin;
   after.end = end;
-  Push(tr("Change of times"), std::move(after), -1, kMergeTimes);
+  Push(tr("Change of times"), std::move(after), {}, kMergeTimes);
 }
 
 void CPlanDocument::AddPage(int page) {
@@ -323,6 +332,7 @@ void CPlanDocument::MovePage(int from, int to) {
   PlanDraft after = draft_;
   after.pages.move(from, to);
   PushPages(tr("Move page"), std::move(after), to);
+  SetCurrentPage(to);  // also where the pages look alike and nothing has moved
 }
 
 void CPlanDocument::SetSplit(int page, int split_type) {
@@ -432,8 +442,8 @@ void CPlanDocument::FillRequest(view_plugin_protocol::AddPlanRequest* request) c
 // What was loaded and not touched goes back as it came, but a plan that is to run by itself needs a real time.
 std::string CPlanDocument::TimeText(const QTime& time, const std::string& loaded) const {
   const bool is_time = QTime::fromString(StringToQString(loaded), kTimeFormat).isValid();
-  const bool untouched = !PlanCode().empty() && time == TimeFrom(loaded);
-  return untouched && (is_time || !draft_.auto_run) ? loaded : QStringToString(time.toString(kTimeFormat));
+  const bool untouched = time == TimeFrom(loaded);
+  return untouched && (is_time || !draft_.auto_run) ? loaded : TextOf(time);
 }
 
 std::list<PlanPage> CPlanDocument::PagesToSave() const {
@@ -446,22 +456,21 @@ std::list<PlanPage> CPlanDocument::PagesToSave() const {
   return {pages.cbegin(), pages.cend()};
 }
 
-bool CPlanDocument::Push(const QString& text, PlanDraft after, int current_page, int merge_id) {
+bool CPlanDocument::Push(const QString& text, PlanDraft after, PagesToShow pages, int merge_id) {
   const int filled = after.FilledWindows();
   if (filled > kMaxFilledWindows && filled > draft_.FilledWindows()) {
     Q_EMIT SignalRefused(tr("A plan holds at most %1 filled windows. Clear some first.").arg(kMaxFilledWindows));
     return false;
   }
   if (after != draft_) {
-    const int page_before = current_page < 0 ? -1 : current_page_;
-    stack_.push(new Step(text, this, {draft_, page_before}, {std::move(after), current_page}, merge_id));
+    stack_.push(new Step(text, this, {draft_, pages.before}, {std::move(after), pages.after}, merge_id));
   }
   return true;
 }
 
 void CPlanDocument::PushPages(const QString& text, PlanDraft after, int current_page) {
   NumberPages(&after.pages);
-  Push(text, std::move(after), current_page);
+  Push(text, std::move(after), {current_page_, current_page});
 }
 
 bool CPlanDocument::PushPage(const QString& text, int page, const std::function<void(DraftPage&)>& edit, int merge_id) {
@@ -470,7 +479,7 @@ bool CPlanDocument::PushPage(const QString& text, int page, const std::function<
   }
   PlanDraft after = draft_;
   edit(after.pages[page]);
-  return Push(text, std::move(after), page, merge_id);
+  return Push(text, std::move(after), {page, page}, merge_id);
 }
 
 void CPlanDocument::EditShown(const QString& text, int page, int window_no,

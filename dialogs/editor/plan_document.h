@@ -108,8 +108,13 @@ class CPlanDocument : public QObject {
   using Windows = std::list<view_plugin_protocol::PlanWindow>;
 
   void Begin(PlanDraft draft, view_plugin_protocol::GetPlanDetailResponse origin);
-  /// False when the step would fill too many windows. `current_page` -1: the step does not care which page is shown.
-  bool Push(const QString& text, PlanDraft after, int current_page, int merge_id = -1);
+  /// The current page before and after a step; -1: the step does not care.
+  struct PagesToShow {
+    int before = -1, after = -1;
+  };
+
+  /// False when the step would fill too many windows.
+  bool Push(const QString& text, PlanDraft after, PagesToShow pages = {-1, -1}, int merge_id = -1);
   void PushPages(const QString& text, PlanDraft after, int current_page);
   bool PushPage(const QString& text, int page, const std::function<void(DraftPage&)>& edit, int merge_id = -1);
   void EditShown(const QString& text, int page, int window_no,

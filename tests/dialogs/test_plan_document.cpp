@@ -1,0 +1,478 @@
+#include <rapidcheck.h>
+
+#include <QSignalSpy>
+#include <QtTest>
+#include <tuple>
+
+#include "LyraPluginManager/view_business_interface_mgr.h"
+#include "plan_document.h"
+#include "plan_test.h"
+
+using namespace TarnPlanView;
+using namespace view_plugin_protocol;
+using LyraPluginManager::CViewBusinessInterfaceMgr;
+
+namespace {
+
+PlanWindow Window(int no, const std::string& code, int kind = 1, int stream = 0, int preset = 0) {
+  return {no, kind, code, "name of " + code, stream, preset};
+}
+
+PlanPage Page(int no, int split, std::list<PlanWindow> windows, const std::string& name = {}, int dwell = 10) {
+  PlanPage page;
+  page.page_no = no;
+  page.name = name;
+  page.split_type = split;
+  page.dwell_seconds = dwell;
+  page.windows = std::move(windows);
+  return page;
+}
+
+PlanPage FullPage(int no) {
+  PlanPage page = Page(no, 8, {});
+  for (int window = 1; window <= 16; ++window) {
+    page.windows.push_back(Window(window, std::to_string(window)));
+  }
+  return page;
+}
+
+GetPlanDetailResponse Detail(std::list<PlanPage> pages) {
+  GetPlanDetailResponse detail;
+  detail.index_code = "77";
+  detail.name = "Night";
+  detail.group_index_code = "12";
+  detail.group_name = "Yard";
+  detail.type = 1;
+  detail.pages = std::move(pages);
+  detail.thumbnail = std::string("\x89PNG\0\1", 6);
+  detail.revision = 5;
+  return detail;
+}
+
+/// A whole request in words, so that a failed comparison shows what differs.
+std::string Words(const std::list<PlanPage>& pages) {
+  std::string words;
+  for (const PlanPage& page : pages) {
+    words += "[" + std::to_string(page.page_no) + " " + page.name + " /" + std::to_string(page.split_type) + " " +
+             std::to_string(page.dwell_seconds) + "s";
+    for (const PlanWindow& window : page.windows) {
+      words += " " + std::to_string(window.window_no) + ":" + std::to_string(window.content_kind) + "," +
+               window.resource_code + "," + window.resource_name + "," + std::to_string(window.stream_type) + "," +
+               std::to_string(window.preset_no);
+    }
+    words += "]";
+  }
+  return words;
+}
+
+std::string Words(const UpdatePlanRequest& request) {
+  return request.plan_index_code + " r" + std::to_string(request.revision) + " " + request.plan_name + " in " +
+         request.parent_index_code + " " + request.parent_name + " family " + std::to_string(request.index_type) +
+         (request.auto_play ? " runs " : " rests ") + request.begin_time + "-" + request.end_time + " picture " +
+         std::to_string(request.thumbnail.size()) + " " + Words(request.pages);
+}
+
+std::string Saved(const CPlanDocument& document) {
+  return Words(document.MakeUpdateRequest());
+}
+
+/// Codes in the windows of a page, "-" for an empty one.
+QString Shown(const CPlanDocument& document, int page) {
+  QStringList codes;
+  for (int no = 1; no <= WindowsOfSplit(document.Draft().pages.at(page).split_type); ++no) {
+    const PlanWindow* window = document.Draft().Window(page, no);
+    codes << (window ? QString::fromStdString(window->resource_code) : QStringLiteral("-"));
+  }
+  return codes.join(' ');
+}
+
+// Plans as other clients, newer versions and accidents may leave them.
+std::list<PlanPage> RandomPages() {
+  std::list<PlanPage> pages;
+  for (int count = *rc::gen::inRange(0, 5); count > 0; --count) {
+    PlanPage page = Page(*rc::gen::inRange(-1, 6), *rc::gen::element(1, 2, 4, 8, 3, 0), {},
+                         *rc::gen::element<std::string>("", "Page 2", "Hof \xc3\xa4"), *rc::gen::arbitrary<int>());
+    for (int windows = *rc::gen::inRange(0, 20); windows > 0; --windows) {
+      page.windows.push_back(Window(*rc::gen::inRange(-1, 20), *rc::gen::element<std::string>("", "7", "8"),
+                                    *rc::gen::element(0, 1, 1, 9), *rc::gen::arbitrary<int>(),
+                                    *rc::gen::inRange(0, 9)));
+    }
+    pages.push_back(page);
+  }
+  return pages;
+}
+
+GetPlanDetailResponse RandomDetail() {
+  GetPlanDetailResponse detail = Detail(RandomPages());
+  detail.auto_run = *rc::gen::arbitrary<bool>();
+  detail.start_time = *rc::gen::element<std::string>("00:00:00", "23:59:59", "07:30:00");
+  detail.end_time = detail.auto_run ? "08:00:00" : *rc::gen::element<std::string>("08:00:00", "");
+  return detail;
+}
+
+DraftCamera RandomCamera() {
+  const QString code = *rc::gen::element<QString>("7", "8", "9", "");
+  return {code, "camera " + code};
+}
+
+void RandomEdit(CPlanDocument* document) {
+  const int page = *rc::gen::inRange(-1, 6);
+  const int window = *rc::gen::inRange(-1, 18);
+  switch (*rc::gen::inRange(0, 18)) {
+    case 0:
+      return document->SetName(*rc::gen::element<QString>("Night", "Nigh", "Day"));
+    case 1:
+      return document->SetGroup("13", "Gate", *rc::gen::inRange(-1, 2));
+    case 2:
+      return document->SetAutoRun(*rc::gen::arbitrary<bool>());
+    case 3:
+      return document->SetTimes(QTime(*rc::gen::inRange(0, 24), 0), QTime(8, 0));
+    case 4:
+      return document->AddPage(page);
+    case 5:
+      return document->DuplicatePage(page);
+    case 6:
+      return document->RemovePage(page);
+    case 7:
+      return document->MovePage(page, *rc::gen::inRange(-1, 6));
+    case 8:
+    case 9:
+      return document->SetSplit(page, *rc::gen::element(1, 2, 4, 8, 5));
+    case 10:
+      return document->SetDwell(page, *rc::gen::arbitrary<int>());
+    case 11:
+      return document->SwapWindows(page, window, *rc::gen::inRange(-1, 18));
+    case 12:
+      return document->ClearWindow(page, window);
+    case 13:
+      return document->ClearPage(page);
+    case 14:
+      return document->SetStream(page, window, *rc::gen::inRange(0, 3));
+    case 15:
+      return document->SetPreset(page, window, *rc::gen::inRange(0, 9));
+    case 16:
+      document->FillPage(page, window, QVector<DraftCamera>(*rc::gen::inRange(0, 20), RandomCamera()));
+      return;
+    default:
+      document->PutCamera(page, window, RandomCamera());
+  }
+}
+
+}  // namespace
+
+class PlanDocumentTest : public TarnTest::CPlanTest {
+  Q_OBJECT
+ private Q_SLOTS:
+  void UnknownThingsGoBackAsTheyCame();
+  void PlanWithoutPages();
+  void PagesAreNumberedAnew();
+  void WindowsOutOfSight();
+  void WindowWithSeveralRecords();
+  void MovesAndClears();
+  void FilledWindowsAreLimited();
+  void PagesAreLimited();
+  void TypingIsOneStep();
+  void TellsWhatChanged();
+  void SavingAndBecomingNew();
+  void TimesOfDay();
+  void RandomEditsUndone();
+  void RandomPlansThroughTheStore();
+};
+
+void PlanDocumentTest::UnknownThingsGoBackAsTheyCame() {
+  GetPlanDetailResponse odd = Detail({Page(20, 2, {Window(3, "c"), Window(1, "a"), Window(1, "b", 1, 1, 4)}, "Late"),
+                                      Page(10, 3, {Window(1, "map", 7), Window(99, "x"), Window(0, "", 0)}, "", -5),
+                                      Page(10, 1, {Window(2, "beyond"), Window(16, "far", 9)}), Page(0, 8, {})});
+  odd.start_time = "soon";
+  CPlanDocument document;
+  document.Load(odd);
+  QCOMPARE(Shown(document, 1), QString("map"));  // pages stand as they play
+  QCOMPARE(Shown(document, 2), QString("-"));
+  const std::string pages = Words(odd.pages);
+  QCOMPARE(Saved(document), "77 r5 Night in 12 Yard family 1 rests soon- picture 6 " + pages);
+
+  document.SetName("Day");
+  document.SetDwell(0, 30);
+  document.PutCamera(3, 2, {"new", "new one"});
+  auto expected = odd.pages;
+  expected.back().dwell_seconds = 30;
+  auto& late = expected.front().windows;
+  late.insert(late.begin(), {2, 1, "new", "new one", 0, 0});
+  QCOMPARE(Words(document.MakeUpdateRequest().pages), Words(expected));
+}
+
+void PlanDocumentTest::PlanWithoutPages() {
+  CPlanDocument document;
+  document.Load(Detail({}));
+  document.SetName("Day");
+  QCOMPARE(document.Draft().pages.size(), 1);
+  QVERIFY(document.MakeUpdateRequest().pages.empty());
+  QVERIFY(document.PutCamera(0, 1, {"a", "A"}));
+  QCOMPARE(document.MakeUpdateRequest().pages.size(), size_t(1));
+}
+
+void PlanDocumentTest::PagesAreNumberedAnew() {
+  CPlanDocument document;
+  document.Load(Detail({Page(3, 4, {Window(1, "a")}, "Page 3", 90), Page(7, 2, {}, "Gate")}));
+  document.AddPage(0);
+  QCOMPARE(document.CurrentPage(), 1);
+  document.MovePage(0, 2);
+  document.DuplicatePage(2);
+  QCOMPARE(Words(document.MakeUpdateRequest().pages),
+           std::string("[1  /4 90s][2 Gate /2 10s][3 Page 3 /4 90s 1:1,a,name of a,0,0]"
+                       "[4 Page 4 /4 90s 1:1,a,name of a,0,0]"));
+  document.SetCurrentPage(3);
+  document.RemovePage(0);
+  QCOMPARE(document.CurrentPage(), 2);
+  document.RemovePage(2);
+  QCOMPARE(document.CurrentPage(), 1);
+  document.RemovePage(0);
+  document.RemovePage(0);
+  document.RemovePage(0);  // nothing left to empty
+  QCOMPARE(Words(document.MakeUpdateRequest().pages), std::string("[1 Page 1 /4 90s]"));
+  QCOMPARE(document.UndoStack().count(), 7);
+}
+
+void PlanDocumentTest::WindowsOutOfSight() {
+  CPlanDocument document;
+  document.Load(Detail({Page(1, 4, {Window(2, "b"), Window(9, "i"), Window(16, "foreign")})}));
+  document.SetSplit(0, 1);
+  QCOMPARE(Words(document.MakeUpdateRequest().pages), std::string("[1  /1 10s 16:1,foreign,name of foreign,0,0]"));
+  QCOMPARE(document.Draft().FilledWindows(), 1);
+  QVERIFY(!document.PutCamera(0, 2, {"x", "X"}));
+  document.SetSplit(0, 4);
+  QCOMPARE(Shown(document, 0), QString("- b - - - - - - i"));
+  QVERIFY(!document.IsDirty());
+
+  document.SetSplit(0, 2);
+  document.MarkSaved(6);
+  document.SetSplit(0, 4);
+  QCOMPARE(Shown(document, 0), QString("- b - - - - - - -"));
+  document.UndoStack().undo();
+  document.UndoStack().undo();
+  QCOMPARE(Shown(document, 0), QString("- b - - - - - - i"));
+}
+
+void PlanDocumentTest::WindowWithSeveralRecords() {
+  CPlanDocument document;
+  document.Load(Detail({Page(1, 2, {Window(1, "a"), Window(1, "b"), Window(1, "map", 7), Window(1, "", 0)})}));
+  QCOMPARE(Shown(document, 0), QString("b - - -"));
+  document.SetPreset(0, 1, 3);
+  document.PutCamera(0, 1, {"b", "name of b"});  // as it is
+  QCOMPARE(document.UndoStack().count(), 1);
+  QCOMPARE(document.Draft().Window(0, 1)->preset_no, 3);
+  document.PutCamera(0, 1, {"c", "C"});
+  QCOMPARE(Words(document.MakeUpdateRequest().pages), std::string("[1  /2 10s 1:1,c,C,0,0]"));
+}
+
+void PlanDocumentTest::MovesAndClears() {
+  CPlanDocument document;
+  document.StartNew("New", "12");
+  const QVector<DraftCamera> cameras{{"a", "A"}, {"b", "B"}, {"c", "C"}, {"d", "D"}};
+  QVERIFY(document.FillPage(0, 2, cameras));
+  QCOMPARE(Shown(document, 0), QString("- a b c"));
+  document.SetStream(0, 2, 1);
+  document.SwapWindows(0, 2, 4);
+  document.SwapWindows(0, 4, 1);
+  QCOMPARE(Shown(document, 0), QString("a c b -"));
+  QCOMPARE(document.Draft().Window(0, 1)->stream_type, 1);
+  document.ClearWindow(0, 2);
+  document.ClearWindow(0, 2);
+  document.ClearPage(0);
+  document.ClearPage(0);
+  document.SetStream(0, 1, 1);
+  document.SwapWindows(0, 1, 5);
+  QCOMPARE(Shown(document, 0), QString("- - - -"));
+  QCOMPARE(document.UndoStack().count(), 6);
+}
+
+void PlanDocumentTest::FilledWindowsAreLimited() {
+  std::list<PlanPage> pages;
+  for (int no = 1; no <= 8; ++no) {
+    pages.push_back(FullPage(no));
+  }
+  CPlanDocument document;
+  QSignalSpy refused(&document, &CPlanDocument::SignalRefused);
+  document.Load(Detail(pages));
+  document.AddPage(7);
+  QVERIFY(!document.PutCamera(8, 1, {"x", "X"}));
+  QVERIFY(!document.FillPage(8, 1, {{"x", "X"}}));
+  document.DuplicatePage(0);
+  QCOMPARE(refused.size(), 3);
+  QVERIFY(refused[0][0].toString().contains("128"));
+  document.SetSplit(0, 1);
+  QVERIFY(document.PutCamera(8, 1, {"x", "X"}));
+  document.SetSplit(0, 8);  // 15 come back where 14 have room
+  QCOMPARE(refused.size(), 4);
+  QVERIFY(document.PutCamera(8, 1, {"y", "Y"}));
+  QCOMPARE(document.Draft().FilledWindows(), 114);
+
+  pages.push_back(Page(9, 2, {Window(1, "129th"), Window(2, "130th")}));
+  document.Load(Detail(pages));
+  QVERIFY(document.PutCamera(0, 1, {"x", "X"}));
+  document.SetDwell(0, 20);
+  document.ClearWindow(8, 1);
+  QVERIFY(!document.PutCamera(8, 1, {"x", "X"}));
+  QCOMPARE(document.UndoStack().count(), 3);
+}
+
+void PlanDocumentTest::PagesAreLimited() {
+  CPlanDocument document;
+  QSignalSpy refused(&document, &CPlanDocument::SignalRefused);
+  document.StartNew("New", "12");
+  for (int i = 0; i < kMaxPages; ++i) {
+    document.AddPage(i);
+  }
+  document.DuplicatePage(0);
+  QCOMPARE(document.Draft().pages.size(), kMaxPages);
+  QCOMPARE(refused.size(), 2);
+}
+
+void PlanDocumentTest::TypingIsOneStep() {
+  CPlanDocument document;
+  document.Load(Detail({Page(1, 2, {}), Page(2, 2, {})}));
+  QSignalSpy dirty(&document, &CPlanDocument::SignalDirtyChanged);
+  document.SetName("N");
+  document.SetName("Ni");
+  document.SetDwell(0, 0);
+  document.SetDwell(0, 7);
+  document.SetDwell(1, INT_MAX);
+  QCOMPARE(document.UndoStack().count(), 3);
+  QCOMPARE(document.Draft().pages[1].dwell_seconds, kMaxDwellSeconds);
+  document.SetDwell(1, 10);  // typed back: as if never touched
+  QCOMPARE(document.UndoStack().count(), 2);
+  document.MarkSaved(6);
+  document.SetDwell(0, 8);
+  QCOMPARE(document.UndoStack().count(), 3);
+  document.UndoStack().undo();
+  QCOMPARE(document.Draft().pages[0].dwell_seconds, 7);
+  QVERIFY(document.UndoStack().isClean());
+  QCOMPARE(dirty, (QList<QList<QVariant>>{{true}, {false}, {true}, {false}}));
+}
+
+void PlanDocumentTest::TellsWhatChanged() {
+  using D = CPlanDocument;
+  D document;
+  document.Load(Detail({Page(1, 2, {Window(1, "a")}), Page(2, 4, {}), Page(3, 8, {})}));
+  QSignalSpy changed(&document, &D::SignalChanged);
+  const auto told = [&changed](int change, int page) {
+    const bool as_expected = changed.size() == 1 && changed[0][0].toInt() == change && changed[0][1].toInt() == page;
+    changed.clear();
+    return as_expected;
+  };
+  document.SetCurrentPage(99);
+  QVERIFY(told(D::CurrentChanged, -1));
+  document.SetName("Day");
+  QVERIFY(told(D::HeadChanged, -1));
+  document.ClearWindow(0, 1);
+  QVERIFY(told(D::PageChanged | D::CurrentChanged, 0));
+  document.AddPage(0);
+  QVERIFY(told(D::PagesChanged | D::CurrentChanged, -1));
+  document.MovePage(1, 3);
+  QVERIFY(told(D::PagesChanged | D::CurrentChanged, -1));
+  document.UndoStack().undo();
+  QVERIFY(told(D::PagesChanged | D::CurrentChanged, -1));
+  QCOMPARE(document.CurrentPage(), 1);
+  document.UndoStack().undo();
+  changed.clear();
+  document.SetCurrentPage(2);
+  changed.clear();
+  document.UndoStack().undo();  // brings the page to the front
+  QVERIFY(told(D::PageChanged | D::CurrentChanged, 0));
+  QCOMPARE(document.CurrentPage(), 0);
+}
+
+void PlanDocumentTest::SavingAndBecomingNew() {
+  CPlanDocument document;
+  document.Load(Detail({Page(1, 2, {})}));
+  document.SetName("Day");
+  document.AdoptRevision(9);
+  QCOMPARE(document.MakeUpdateRequest().revision, int64_t(9));
+  document.MarkSaved(10);
+  QVERIFY(!document.IsDirty());
+  document.BecomeNew();
+  QVERIFY(document.IsDirty() && document.PlanCode().empty() && document.Revision() == 0);
+  document.UndoStack().undo();
+  QCOMPARE(document.MakeAddRequest().thumbnail.size(), size_t(6));
+  document.MarkSaved(1, "78");
+  QVERIFY(!document.IsDirty());
+  QCOMPARE(document.MakeUpdateRequest().plan_index_code, std::string("78"));
+  document.UndoStack().redo();
+  QVERIFY(document.IsDirty());
+}
+
+void PlanDocumentTest::TimesOfDay() {
+  CPlanDocument document;
+  GetPlanDetailResponse detail = Detail({});
+  detail.start_time = "25:00:00";
+  detail.end_time = "7:05:00";
+  document.Load(detail);
+  document.SetTimes(QTime(), QTime(1, 0));
+  QVERIFY(!document.IsDirty());
+  document.SetAutoRun(true);  // a time that is none cannot start anything
+  QCOMPARE(document.MakeUpdateRequest().begin_time, std::string("00:00:00"));
+  document.SetTimes(QTime(22, 0), QTime(6, 0));
+  document.SetTimes(QTime(22, 0), QTime(22, 0));
+  QCOMPARE(document.UndoStack().count(), 2);
+  const auto request = document.MakeUpdateRequest();
+  QCOMPARE(request.begin_time + " " + request.end_time, std::string("22:00:00 22:00:00"));
+}
+
+void PlanDocumentTest::RandomEditsUndone() {
+  QVERIFY(rc::check("undone to the start a plan is as it came, redone as it was", [] {
+    CPlanDocument document;
+    document.Load(RandomDetail());
+    const PlanDraft first = document.Draft();
+    const std::string first_saved = Saved(document);
+    for (int edits = *rc::gen::inRange(1, 40); edits > 0; --edits) {
+      const int before = document.Draft().FilledWindows();
+      RandomEdit(&document);
+      RC_ASSERT(document.IsDirty() == (Saved(document) != first_saved));
+      RC_ASSERT(document.Draft().FilledWindows() <= qMax(before, kMaxFilledWindows));
+      RC_ASSERT(document.CurrentPage() >= 0 && document.CurrentPage() < document.Draft().pages.size());
+    }
+    const PlanDraft last = document.Draft();
+    const std::string last_saved = Saved(document);
+    while (document.UndoStack().canUndo()) {
+      document.UndoStack().undo();
+    }
+    RC_ASSERT(document.Draft() == first);
+    RC_ASSERT(Saved(document) == first_saved && !document.IsDirty());
+    while (document.UndoStack().canRedo()) {
+      document.UndoStack().redo();
+    }
+    RC_ASSERT(document.Draft() == last);
+    RC_ASSERT(Saved(document) == last_saved);
+  }));
+}
+
+void PlanDocumentTest::RandomPlansThroughTheStore() {
+  Open({}, false);
+  auto& service = CViewBusinessInterfaceMgr::Instance();
+  GetPlanDetailRequest question;
+  question.plan_index_code = fixture_.Code("Own root plan").toStdString();
+  GetPlanDetailResponse stored;
+  QVERIFY(service.GetPlanDetail(question, stored));
+  QVERIFY(rc::check("what was saved is what is read", [&] {
+    GetPlanDetailResponse random = RandomDetail();
+    std::tie(random.index_code, random.group_index_code, random.group_name, random.revision) =
+        std::tie(stored.index_code, stored.group_index_code, stored.group_name, stored.revision);
+    CPlanDocument document;
+    document.Load(random);
+    for (int edits = *rc::gen::inRange(0, 10); edits > 0; --edits) {
+      RandomEdit(&document);
+    }
+    document.SetGroup(QString::fromStdString(stored.group_index_code), QString::fromStdString(stored.group_name), 1);
+    UpdatePlanResponse response;
+    RC_ASSERT(service.UpdatePlan(document.MakeUpdateRequest(), response));
+    RC_ASSERT(service.GetPlanDetail(question, stored));
+    document.MarkSaved(stored.revision);
+    CPlanDocument read;
+    read.Load(stored);
+    RC_ASSERT(read.Draft() == document.Draft());
+    RC_ASSERT(Saved(read) == Saved(document));
+  }));
+}
+
+QTEST_MAIN(PlanDocumentTest)
+#include "test_plan_document.moc"
