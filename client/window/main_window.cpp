@@ -12,6 +12,7 @@
 #include <QTabWidget>
 #include <QToolButton>
 #include <QUrl>
+#include <utility>
 
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
@@ -151,6 +152,8 @@ void CMainWindow::AddFamilies() {
 }
 
 void CMainWindow::ConnectMessages() {
+  // Stopping, as a switch of user does, also takes back what the client is about to open by itself.
+  connect(player_, &CPlanPlayer::SignalStopped, this, [this] { awaits_default_view_ = false; });
   connect(cycle_, &CGroupCycle::SignalProgress, wall_->Bar(), &CWallBar::ShowCycle);
   connect(cycle_, &CGroupCycle::SignalMessage, this, &CMainWindow::ShowTip);
   connect(saver_, &CPlanSaver::SignalMessage, this, &CMainWindow::ShowTip);
@@ -203,12 +206,14 @@ void CMainWindow::PlayPlan(const std::string& code) {
 
 void CMainWindow::OpenDefaultView() {
   if (CStandardViewController* controller = families_.front()->Controller()) {
+    awaits_default_view_ = true;
     controller->InitGetViewDefaultConfig({});
   }
 }
 
 void CMainWindow::OnDefaultView(const QString& code, int type) {
-  if (player_->IsBusy() || cycle_->IsRunning()) {
+  const bool awaited = std::exchange(awaits_default_view_, false);
+  if (!awaited || player_->IsBusy() || cycle_->IsRunning()) {
     return;
   }
   if (type == ResourceData::RT_VIEW_GROUP) {

@@ -113,6 +113,7 @@ class CMainWindow : public QMainWindow {
   QToolButton* history_button_ = nullptr;
   CUserMenu* user_menu_ = nullptr;
   QPointer<CSettingsDialog> settings_;
+  bool awaits_default_view_ = false;
   std::vector<std::unique_ptr<CPlanFamily>> families_;
 };
 

@@ -28,6 +28,7 @@ namespace {
 
 constexpr int kGroupItem = 0;
 constexpr int kPlanItem = 1;
+constexpr int kIconSize = 18;  // as in the plan tree
 
 ClienDefaultViewConfigRequest RequestOf(const QModelIndex& index) {
   ClienDefaultViewConfigRequest request;
@@ -89,6 +90,7 @@ void CDefaultLoadViewDisplay::Private::BuildUi() {
   box->setAccessibleName(label->text());
   box->SetPlaceholderText(tr("Choose a plan or group"));
   box->LocationTree()->setAccessibleName(tr("Plans and groups"));
+  box->LocationTree()->setIconSize(QSize(kIconSize, kIconSize));
   tree = new CDefaultViewTree(box->LocationTree(), q);
   auto* layout = new QVBoxLayout(q);
   layout->setContentsMargins(0, 0, 0, 0);

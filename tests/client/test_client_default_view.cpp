@@ -126,6 +126,15 @@ void ClientDefaultViewTest::GivesWayToWhatTheUserDoes() {
   window_->OpenDefaultView();
   CPlanFixture::Drain();
   QCOMPARE(Wall().PlanName(), QString("Public A plan 2"));
+  QTest::keyClick(&Wall(), Qt::Key_Escape);
+
+  fixture_.Services().Hold("GetClientViewConfig");
+  window_->OpenDefaultView();
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetClientViewConfig"));
+  QTest::keyClick(&Wall(), Qt::Key_Escape);
+  fixture_.Services().ReleaseAll();
+  CPlanFixture::Drain();
+  QVERIFY(!Wall().IsPlaying());
 }
 
 void ClientDefaultViewTest::FailuresSayWhy() {

@@ -64,6 +64,7 @@ class ClientProgramTest : public QObject {
   void RefusesWithOneLineAndCode2_data();
   void RefusesWithOneLineAndCode2();
   void PlaysAndTurnsThePage();
+  void OpensTheDefaultViewAtTheNextStart();
   void ShowsAWaitPageDuringTheDownload();
   void TwoClientsOnOneStoreFollowAChange();
   void HelpNeedsNoDisplay();
@@ -154,6 +155,24 @@ void ClientProgramTest::PlaysAndTurnsThePage() {
   QCOMPARE(window.value("camera").toString(), QString("Hall"));
   QCOMPARE(window.value("state").toString(), QString("live"));
   QVERIFY2(window.value("frames").toInt() >= 5, qPrintable(QString::number(window.value("frames").toInt())));
+}
+
+void ClientProgramTest::OpensTheDefaultViewAtTheNextStart() {
+  auto store = OpenStore();
+  view_plugin_protocol::ClienDefaultViewConfigRequest choice;
+  choice.index_code = store->FindPlanByName("Round \"\u95e8\"");
+  choice.type = 16000;
+  view_plugin_protocol::ClienDefaultViewConfigReponse response;
+  QVERIFY(store->SetClientViewConfig(choice, response));
+  store.reset();
+  for (int start = 0; start < 2; ++start) {
+    CClientRun run(home_->path(), Quiet({"--quit-after", "3"}));
+    VerifyQuietEnd(run);
+    QCOMPARE(run.State().value("playing").toString(), QString("Round \"\u95e8\""));
+  }
+  CClientRun other(home_->path(), Quiet({"--user", "guard", "--quit-after", "2"}));
+  VerifyQuietEnd(other);
+  QCOMPARE(other.State().value("playing").toString("?"), QString());
 }
 
 void ClientProgramTest::ShowsAWaitPageDuringTheDownload() {
