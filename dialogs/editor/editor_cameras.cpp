@@ -34,6 +34,7 @@ CEditorCameras::CEditorCameras(QWidget* parent)
   tree_->setObjectName(QStringLiteral("camera_tree"));
   tree_->setAccessibleName(tr("Cameras"));
   tree_->setToolTip(tr("Double click or Return puts a camera into the current window, Ctrl+Return a whole region"));
+  tree_->setIndentation(12);
   tree_->SetFavoritesVisible(CViewConfigManager::Instance().SupportAddCameraFromFavorite());
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);

@@ -15,7 +15,7 @@ namespace TarnPlanView {
 CPageSettings::CPageSettings(CPlanDocument* document, QWidget* parent)
     : QWidget(parent), document_(document), splits_(new CSplitButtons(document, this)) {
   MakeDwell();
-  auto* clear = new MarUIControl::CPushButton(tr("Clear page"), this);
+  auto* clear = new MarUIControl::CPushButton(tr("Clear"), this);
   clear->setObjectName(QStringLiteral("clear_page_btn"));
   clear->setToolTip(tr("Take everything out of this page's windows"));
   connect(clear, &QPushButton::clicked, this, [this] { document_->ClearPage(document_->CurrentPage()); });
@@ -24,7 +24,9 @@ CPageSettings::CPageSettings(CPlanDocument* document, QWidget* parent)
   row->setSpacing(8);
   row->addWidget(splits_);
   row->addSpacing(8);
-  row->addWidget(new MarUIControl::CLabel(tr("Shown for"), this));
+  auto* label = new MarUIControl::CLabel(tr("Shown for"), this);
+  label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+  row->addWidget(label);
   row->addWidget(dwell_);
   row->addStretch(1);
   row->addWidget(clear);

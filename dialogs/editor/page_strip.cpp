@@ -21,9 +21,9 @@ CPageStrip::CPageStrip(CPlanDocument* document, QWidget* parent)
       document_(document),
       title_(new MarUIControl::CLabel(this)),
       list_(new CPageList(document, this)) {
-  add_ = MakeButton("add_page_btn", tr("Add page"), tr("New empty page after this one"));
+  add_ = MakeButton("add_page_btn", tr("Add"), tr("New empty page after this one"));
   duplicate_ = MakeButton("duplicate_page_btn", tr("Duplicate"), tr("Same page again (Ctrl+D in the strip)"));
-  remove_ = MakeButton("remove_page_btn", tr("Delete page"), tr("Delete this page (Delete in the strip)"));
+  remove_ = MakeButton("remove_page_btn", tr("Delete"), tr("Delete this page (Delete in the strip)"));
   connect(add_, &QPushButton::clicked, this, [this] { document_->AddPage(document_->CurrentPage()); });
   connect(duplicate_, &QPushButton::clicked, this, [this] { document_->DuplicatePage(document_->CurrentPage()); });
   connect(remove_, &QPushButton::clicked, this, [this] { document_->RemovePage(document_->CurrentPage()); });
@@ -47,6 +47,7 @@ MarUIControl::CPushButton* CPageStrip::MakeButton(const char* name, const QStrin
   auto* button = new MarUIControl::CPushButton(text, this);
   button->setObjectName(QString::fromLatin1(name));
   button->setToolTip(tip);
+  button->setAccessibleName(tip.section(QStringLiteral(" ("), 0, 0));
   return button;
 }
 

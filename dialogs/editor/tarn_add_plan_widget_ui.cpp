@@ -1,6 +1,6 @@
-#include <QHBoxLayout>
 #include <QScrollArea>
 #include <QShortcut>
+#include <QSplitter>
 #include <QVBoxLayout>
 
 #include "conflict_bar.h"
@@ -22,7 +22,9 @@ namespace {
 
 constexpr int kMargin = 16;
 constexpr int kGap = 10;
-constexpr int kCamerasWidth = 224;
+constexpr int kCamerasWidth = 250;
+constexpr int kLeastCamerasWidth = 160;
+constexpr int kPagesWidth = 472;
 
 }  // namespace
 
@@ -61,7 +63,7 @@ void CTarnAddPlanWidget::Private::BuildPages() {
 
 void CTarnAddPlanWidget::Private::BuildCameras() {
   cameras = new CEditorCameras(q);
-  cameras->setFixedWidth(kCamerasWidth);
+  cameras->setMinimumWidth(kLeastCamerasWidth);
   text.SetCameraName([this](const std::string& code) { return cameras->NameOf(code); });
   connect(cameras, &CEditorCameras::SignalChosen, q,
           [this](const QVector<DraftCamera>& chosen) { PutCameras(chosen); });
@@ -78,13 +80,15 @@ void CTarnAddPlanWidget::Private::BuildFrame() {
   scroll->setWidgetResizable(true);
   scroll->setFrameShape(QFrame::NoFrame);
   scroll->setFocusPolicy(Qt::NoFocus);
-  auto* body = new QWidget;
-  auto* sides = new QHBoxLayout(body);
-  sides->setContentsMargins(0, 0, 0, 0);
-  sides->setSpacing(kMargin);
+  auto* sides = new QSplitter(Qt::Horizontal);
+  sides->setObjectName(QStringLiteral("editor_sides"));
+  sides->setHandleWidth(kMargin);
+  sides->setChildrenCollapsible(false);
   sides->addWidget(cameras);
-  sides->addWidget(pages_side, 1);
-  scroll->setWidget(body);
+  sides->addWidget(pages_side);
+  sides->setStretchFactor(1, 1);
+  sides->setSizes({kCamerasWidth, kPagesWidth});
+  scroll->setWidget(sides);
   auto* column = new QVBoxLayout(q);
   column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   column->setSpacing(kGap);

@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPainter>
+#include <QTextLayout>
 #include <QToolTip>
 
 #include "TarnUIDataController/skin_loader.h"
@@ -25,6 +26,26 @@ const char kOwnWindow[] = "application/x-tarn-plan-window";
 
 QColor Color(const char* name) {
   return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
+}
+
+// Whole words as long as they fit; what is too long for the room ends in an ellipsis.
+void PaintLines(QPainter* painter, const QRect& room, const QString& words) {
+  QTextOption option(Qt::AlignHCenter);
+  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  QTextLayout layout(words, painter->font());
+  layout.setTextOption(option);
+  const QFontMetrics metrics = painter->fontMetrics();
+  const int most = qMax(1, room.height() / metrics.height());
+  QStringList lines;
+  layout.beginLayout();
+  for (QTextLine line = layout.createLine(); line.isValid() && lines.size() < most; line = layout.createLine()) {
+    line.setLineWidth(room.width());
+    const bool last = lines.size() + 1 == most;
+    const QString rest = last ? words.mid(line.textStart()) : words.mid(line.textStart(), line.textLength());
+    lines.append(metrics.elidedText(rest.trimmed(), Qt::ElideRight, room.width()));
+  }
+  layout.endLayout();
+  painter->drawText(room, Qt::AlignCenter, lines.join(QLatin1Char('\n')));
 }
 
 }  // namespace
@@ -324,12 +345,9 @@ void CWindowGrid::PaintContent(QPainter* painter, const QRect& inside, int windo
                       fontMetrics().elidedText(hints, Qt::ElideRight, inside.width()));
   }
   painter->setPen(Color(isEnabled() ? "wall_text" : "text_disabled"));
-  const QRect room = inside.adjusted(0, line, 0, room_for_hints ? -line : 0);
-  const int lines = qMax(1, room.height() / line);
-  // Elided as one line as long as the lines that there are; breaking at words costs some of it.
-  const QString name = fontMetrics().elidedText(text_->Name(window), Qt::ElideRight,
-                                                room.width() * lines - (lines - 1) * room.width() / 3);
-  painter->drawText(room, Qt::AlignCenter | Qt::TextWordWrap | Qt::TextWrapAnywhere, name);
+  // Beside the number where the window is too low for two lines below it.
+  const int top = qBound(0, inside.height() - 2 * line, line);
+  PaintLines(painter, inside.adjusted(0, top, 0, room_for_hints ? -line : 0), text_->Name(window));
 }
 
 void CWindowGrid::PaintMarks(QPainter* painter, const QRect& place, int window_no) const {

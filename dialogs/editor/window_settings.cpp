@@ -82,9 +82,11 @@ void CWindowSettings::Renew() {
   const bool camera = CWindowText::IsCamera(window);
   Offer(stream_, camera ? Streams(*window) : Choices(), camera ? window->stream_type : 0);
   Offer(preset_, camera ? Presets(*window) : Choices(), camera ? window->preset_no : 0);
-  const QString code = camera ? MarUIControl::StringToQString(window->resource_code) : QString();
+  // Of a camera that has gone nobody can say anything.
+  const QString code = text_->IsOnSite(window) ? MarUIControl::StringToQString(window->resource_code) : QString();
   if (asked_ != code) {
     asked_ = code;
+    told_.clear();
     if (!code.isEmpty()) {
       abilities_.Ask(code);
     }
@@ -143,7 +145,8 @@ void CWindowSettings::OnAbility(const QString& camera_code) {
 }
 
 void CWindowSettings::OnFailure(const QString& camera_code, const QString& error) {
-  if (camera_code == asked_) {
+  if (camera_code == asked_ && camera_code != told_) {  // one message for streams and presets
+    told_ = camera_code;
     Q_EMIT SignalRefused(error);
   }
 }

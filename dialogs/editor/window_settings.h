@@ -55,7 +55,7 @@ class CWindowSettings : public QWidget {
   CCameraAbilities abilities_;
   QLabel* title_ = nullptr;
   QComboBox *stream_ = nullptr, *preset_ = nullptr;
-  QString asked_;
+  QString asked_, told_;  // cameras' codes: asked for, and whose failure has been told
   int window_no_ = 1;
 };
 

@@ -41,6 +41,14 @@ QString CWindowText::Name(const PlanWindow* window) const {
   return on_site->isEmpty() ? tr("%1 (not found)").arg(kept) : *on_site;
 }
 
+bool CWindowText::IsOnSite(const PlanWindow* window) const {
+  if (!IsCamera(window)) {
+    return false;
+  }
+  const auto on_site = camera_name_ ? camera_name_(window->resource_code) : std::nullopt;
+  return !on_site || !on_site->isEmpty();
+}
+
 QString CWindowText::Stream(int stream_type) {
   switch (stream_type) {
     case kMainStream:

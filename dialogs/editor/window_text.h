@@ -22,6 +22,8 @@ class CWindowText {
 
   /// Empty for a window that holds nothing.
   QString Name(const view_plugin_protocol::PlanWindow* window) const;
+  /// Whether this is a camera that the site has, as far as is known.
+  bool IsOnSite(const view_plugin_protocol::PlanWindow* window) const;
   /// Stream and preset where they are not the usual ones.
   QString Hints(const view_plugin_protocol::PlanWindow& window) const;
   /// "Window 3 of 9: CAM 007, sub-stream", for those who hear it.
