@@ -1,7 +1,6 @@
 #include "editor_header.h"
 
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QRegExpValidator>
 #include <QRegularExpression>
 #include <QVBoxLayout>
@@ -84,7 +83,6 @@ void CEditorHeader::MakeNameField() {
   const QString rule = tr("1 to 256 characters, none of \\ / : * ? \" < | ' % >");
   name_->setPlaceholderText(rule);
   name_->setToolTip(rule);
-  name_->installEventFilter(this);
   connect(name_, &QLineEdit::textChanged, this, [this](const QString& text) {
     if (!showing_) {
       document_->SetName(text);
@@ -179,18 +177,6 @@ QString CEditorHeader::NameProblem() const {
     return tr("The name must not contain any of / \\ : * ? \" < > |");
   }
   return name.size() > kLongestName ? tr("The name is longer than 256 characters.") : QString();
-}
-
-// The field's own undo would part it from the document.
-bool CEditorHeader::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::ShortcutOverride) {
-    auto* key = static_cast<QKeyEvent*>(event);
-    if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
-      event->ignore();
-      return true;
-    }
-  }
-  return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace TarnPlanView

@@ -28,9 +28,6 @@ class CEditorHeader : public QWidget {
   /// Why the plan cannot be saved so; empty when it can. Puts the focus where it must be mended.
   QString FindProblem();
 
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
-
  private:
   void MakeNameField();
   void MakeTimedRun();

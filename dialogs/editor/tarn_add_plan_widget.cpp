@@ -1,5 +1,6 @@
 #include "tarn_add_plan_widget.h"
 
+#include <QApplication>
 #include <QDateTime>
 #include <QKeyEvent>
 #include <QScrollArea>
@@ -89,6 +90,7 @@ void CTarnAddPlanWidget::OpenPlan(const QString& plan_code) {
   d_->header->Groups()->SetAddMode(false);
   d_->awaited = plan_code;
   if (!d_->controller) {
+    d_->ShowNotLoaded(tr("The plans are not available now. Try again later."));
     return;
   }
   d_->SetBusy(tr("Loading..."));
@@ -179,6 +181,17 @@ void CTarnAddPlanWidget::keyPressEvent(QKeyEvent* event) {
   }
 }
 
+bool CTarnAddPlanWidget::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+      event->ignore();
+      return true;
+    }
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
 void CTarnAddPlanWidget::Private::Reset() {
   saving->Forget();
   awaited.clear();
@@ -189,13 +202,23 @@ void CTarnAddPlanWidget::Private::Reset() {
   footer->SetSavePossible(true);
 }
 
-// Disabled as a whole, so that nothing is typed into a plan that is on its way; the input stays in sight.
+// Disabled as a whole, so that nothing is typed into a plan that is on its way; the input stays in sight. The focus
+// waits here and not on the next button, where a key meant for a field would press it.
 void CTarnAddPlanWidget::Private::SetBusy(const QString& work) {
+  QWidget* focus = QApplication::focusWidget();
+  if (!work.isEmpty() && focus && q->isAncestorOf(focus)) {
+    had_focus = focus;
+    q->setFocus(Qt::OtherFocusReason);
+  }
   for (QWidget* part :
        {static_cast<QWidget*>(header), static_cast<QWidget*>(scroll), static_cast<QWidget*>(conflict)}) {
     part->setEnabled(work.isEmpty());
   }
   footer->ShowWork(work);
+  if (work.isEmpty() && had_focus) {
+    had_focus->setFocus(Qt::OtherFocusReason);
+    had_focus.clear();
+  }
 }
 
 void CTarnAddPlanWidget::Private::Refuse(const QString& reason) {
@@ -239,12 +262,16 @@ std::string CTarnAddPlanWidget::Private::Thumbnail() const {
 
 void CTarnAddPlanWidget::Private::OnControllerMessage(const QString& reason, int state) {
   if (state == CNomalMessage::Failure && !awaited.isEmpty()) {
-    SetBusy(QString());
-    scroll->setEnabled(false);
-    header->setEnabled(false);
-    footer->SetSavePossible(false);
-    conflict->ShowNotLoaded(reason);
+    ShowNotLoaded(reason);
   }
+}
+
+void CTarnAddPlanWidget::Private::ShowNotLoaded(const QString& reason) {
+  SetBusy(QString());
+  scroll->setEnabled(false);
+  header->setEnabled(false);
+  footer->SetSavePossible(false);
+  conflict->ShowNotLoaded(reason);
 }
 
 void CTarnAddPlanWidget::Private::LoadTheirs() {

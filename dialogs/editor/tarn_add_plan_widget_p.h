@@ -30,6 +30,7 @@ class CTarnAddPlanWidget::Private {
   void BuildFrame();
   void Connect();
   void ConnectSaving();
+  void GatherUndo();
   void AddShortcut(const QKeySequence& keys, const std::function<void()>& run);
 
   /// Before another plan comes in, or none.
@@ -42,6 +43,7 @@ class CTarnAddPlanWidget::Private {
   void Send();
   std::string Thumbnail() const;
   void OnControllerMessage(const QString& text, int state);
+  void ShowNotLoaded(const QString& reason);
   void LoadTheirs();
   void Overwrite();
   void SaveAsNew();
@@ -63,7 +65,8 @@ class CTarnAddPlanWidget::Private {
 
   QPointer<CStandardPlanModel> model;
   QPointer<CStandardViewController> controller;
-  QString awaited;  // code of the plan that is being fetched
+  QPointer<QWidget> had_focus;  // before the work that is going on
+  QString awaited;              // code of the plan that is being fetched
   QVector<DraftPage> opened_pages;
   view_plugin_protocol::GetPlanDetailResponse theirs;
 };

@@ -1,3 +1,5 @@
+#include <QAbstractSpinBox>
+#include <QLineEdit>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QSplitter>
@@ -35,12 +37,15 @@ void CTarnAddPlanWidget::Private::Build() {
   q->setAttribute(Qt::WA_StyledBackground);
   q->setAccessibleName(CTarnAddPlanWidget::tr("Plan editor"));
   saving = new CPlanSaving(&document, q);
+  // In the order in which Tab goes through them.
   header = new CEditorHeader(&document, q);
-  conflict = new CConflictBar(q);
-  footer = new CEditorFooter(&document, q);
+  scroll = new QScrollArea(q);
   BuildCameras();
   BuildPages();
+  conflict = new CConflictBar(q);
+  footer = new CEditorFooter(&document, q);
   BuildFrame();
+  GatherUndo();
   Connect();
   ConnectSaving();
 }
@@ -75,12 +80,11 @@ void CTarnAddPlanWidget::Private::BuildCameras() {
 
 // Head and foot stay in sight; what is between them scrolls where the window is low.
 void CTarnAddPlanWidget::Private::BuildFrame() {
-  scroll = new QScrollArea(q);
   scroll->setObjectName(QStringLiteral("editor_scroll"));
   scroll->setWidgetResizable(true);
   scroll->setFrameShape(QFrame::NoFrame);
   scroll->setFocusPolicy(Qt::NoFocus);
-  auto* sides = new QSplitter(Qt::Horizontal);
+  auto* sides = new QSplitter(Qt::Horizontal, scroll);
   sides->setObjectName(QStringLiteral("editor_sides"));
   sides->setHandleWidth(kMargin);
   sides->setChildrenCollapsible(false);
@@ -125,6 +129,15 @@ void CTarnAddPlanWidget::Private::Connect() {
   }
 }
 
+// The fields' own undo would part them from the document; only the search is none of its business.
+void CTarnAddPlanWidget::Private::GatherUndo() {
+  const auto spins = q->findChildren<QAbstractSpinBox*>();
+  for (QAbstractSpinBox* spin : spins) {
+    spin->installEventFilter(q);
+  }
+  q->findChild<QLineEdit*>(QStringLiteral("plan_name_edit"))->installEventFilter(q);
+}
+
 void CTarnAddPlanWidget::Private::ConnectSaving() {
   connect(saving, &CPlanSaving::SignalSaved, q, [this] {
     SetBusy(QString());
@@ -149,7 +162,7 @@ void CTarnAddPlanWidget::Private::ConnectSaving() {
   connect(conflict, &CConflictBar::SignalLoadTheirs, q, [this] { LoadTheirs(); });
   connect(conflict, &CConflictBar::SignalOverwrite, q, [this] { Overwrite(); });
   connect(conflict, &CConflictBar::SignalSaveAsNew, q, [this] { SaveAsNew(); });
-  connect(conflict, &CConflictBar::SignalRetry, q, [this] { q->OpenPlan(awaited); });
+  connect(conflict, &CConflictBar::SignalRetry, q, [this] { q->OpenPlan(QString(awaited)); });
 }
 
 }  // namespace TarnPlanView

@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMimeData>
@@ -68,6 +69,7 @@ class PlanEditorTest : public TarnTest::CPlanTest {
   void LoadsWhatItWaitsFor();
   void GroupVanishes();
   void OutlivesModelAndController();
+  void TabVisitsNamedControlsInOrder();
 
  private:
   void Begin(const QMap<QString, int>& switches = {}) {
@@ -259,11 +261,12 @@ void PlanEditorTest::SavesOnceAndKeepsInputOnFailure() {
   auto* name = stage.Find<QLineEdit>("plan_name_edit");
   name->setText("Kept");
   Services().Fail("AddPlan", "disk full");
-  stage.Click("save_plan_btn");
+  QTest::keyClick(name, Qt::Key_S, Qt::ControlModifier);
   QTRY_VERIFY(name->isEnabled());
   QCOMPARE(stage.closed, 0);
   QVERIFY(stage.editor->IsDirty());
   QCOMPARE(name->text(), QString("Kept"));
+  QCOMPARE(QApplication::focusWidget(), name);
   Services().Mend("AddPlan");
   Services().Hold("AddPlan");
   Services().ForgetCalls();
@@ -424,6 +427,9 @@ void PlanEditorTest::StrangeDwellTimesStay() {
   QTest::keyClicks(spin, "3");
   QTest::keyClick(spin, Qt::Key_Return);
   QCOMPARE(spin->value(), kMinDwellSeconds);
+  QTest::keyClick(spin, Qt::Key_Z, Qt::ControlModifier);
+  QCOMPARE(spin->value(), loaded[1]);
+  QTest::keyClick(spin, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
   stage.Click("save_plan_btn");
   QTRY_COMPARE(stage.closed, 1);
   const auto stored = CEditorStage::Stored(code);
@@ -469,8 +475,10 @@ void PlanEditorTest::LoadsWhatItWaitsFor() {
   QCOMPARE(stage.Text("conflict_text"), QString("gone fishing"));
   QVERIFY(!stage.Find<QWidget>("save_plan_btn")->isEnabled());
   Services().Mend("GetPlanDetail");
-  Services().Hold("GetPlanDetail", TarnTest::CRecordingServices::AfterCall);
   stage.Click("retry_btn");
+  QTRY_COMPARE(stage.Find<QLineEdit>("plan_name_edit")->text(), QString("Night patrol"));
+  Services().Hold("GetPlanDetail", TarnTest::CRecordingServices::AfterCall);
+  stage.editor->OpenPlan(code);
   QVERIFY(Services().WaitUntilHeld("GetPlanDetail"));
   stage.editor->OpenPlan(fixture_.Code("Gate overview"));  // the user has thought better of it
   Services().ReleaseAll();
@@ -518,6 +526,34 @@ void PlanEditorTest::OutlivesModelAndController() {
   stage.Click("save_plan_btn");
   QCOMPARE(stage.TakeTips().size(), 1);
   QVERIFY(stage.editor->IsDirty());
+}
+
+void PlanEditorTest::TabVisitsNamedControlsInOrder() {
+  Begin();
+  CEditorStage stage(fixture_);
+  stage.Open(fixture_.Code("Night patrol"));
+  QStringList order;
+  const QWidget* first = stage.Find<QWidget>("plan_name_edit");
+  const QWidget* control = first;
+  do {
+    if (stage.editor->isAncestorOf(control) && control->isVisible() && control->isEnabled() &&
+        (control->focusPolicy() & Qt::TabFocus) && !control->focusProxy()) {
+      order.append(control->objectName());
+      QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(control));
+      QVERIFY2(spoken && !spoken->text(QAccessible::Name).isEmpty(), qPrintable(control->objectName()));
+    }
+    control = control->nextInFocusChain();
+  } while (control != first);
+  QStringList landmarks;
+  for (const QString& name : order) {
+    if (QStringList{"plan_name_edit", "target_group_box", "camera_search", "camera_tree", "page_list", "window_grid",
+                    "save_plan_btn"}
+            .contains(name)) {
+      landmarks.append(name);
+    }
+  }
+  QCOMPARE(landmarks, QStringList({"plan_name_edit", "target_group_box", "camera_search", "camera_tree", "page_list",
+                                   "window_grid", "save_plan_btn"}));
 }
 
 QTEST_MAIN(PlanEditorTest)
