@@ -29,7 +29,7 @@ namespace {
 
 constexpr int kPages = 8;
 constexpr int kWindows = 16;
-constexpr int kRounds = 9;
+constexpr int kRounds = 25;
 const QSize kDock(770, 720);
 
 view_plugin_protocol::PlanPage FullPage(int number) {
