@@ -12,3 +12,4 @@ Figures MeasureMemory();
 Figures MeasureStoreReads();
 Figures MeasureLocate();
 Figures MeasureSearch();
+Figures MeasureEditor();
