@@ -1,0 +1,452 @@
+#include <QAbstractButton>
+#include <QAbstractItemModelTester>
+#include <QContextMenuEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QtTest>
+#include <memory>
+
+#include "ResourceTreeKit/camera_tree.h"
+#include "TarnHost/plan_site.h"
+#include "TarnHost/plan_store.h"
+#include "TarnUIDataController/nomal_message_manager.h"
+#include "recording_services.h"
+
+using ResourceTreeKit::CCameraItemInfo;
+using ResourceTreeKit::CCameraTree;
+
+namespace {
+
+// Regions "Building" (with "Hall" below it) and "Yard"; CAM 10 was made before CAM 2.
+TarnHost::PlanSite Site() {
+  TarnHost::PlanSite site;
+  site.users = {{"operator", {5, 6, 7}}};
+  site.regions = {{"Yard", -1}, {"Building", -1}, {"Hall", 1}};
+  site.cameras = {{"CAM 10 gate", 0, true, {}, {}},   {"CAM 2 fence", 0, false, {}, {}},
+                  {"CAM 30 door", 2, true, {}, {}},   {"CAM 31 gate", 2, true, {}, {}},
+                  {"CAM 40 stairs", 1, true, {}, {}}, {"Roaming", -1, true, {}, {}}};
+  return site;
+}
+
+// "name(child,child)" of all rows; what a filter and favorites leave.
+QString Outline(const QAbstractItemModel& model, const QModelIndex& parent = QModelIndex()) {
+  QStringList rows;
+  for (int row = 0; row < model.rowCount(parent); ++row) {
+    const QModelIndex index = model.index(row, 0, parent);
+    const QString below = Outline(model, index);
+    rows.append(index.data().toString() + (below.isEmpty() ? QString() : "(" + below + ")"));
+  }
+  return rows.join(",");
+}
+
+QStringList Names(const QVector<CCameraItemInfo>& cameras) {
+  QStringList names;
+  for (const CCameraItemInfo& camera : cameras) {
+    names.append(QString::fromStdString(camera.name));
+  }
+  return names;
+}
+
+/// Answers with regions that no sound site has.
+class CBrokenSite : public TarnTest::CRecordingServices {
+ public:
+  using CRecordingServices::CRecordingServices;
+  bool GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>& regions, std::vector<CCameraItemInfo>& cameras,
+                     std::string*) override {
+    regions = {{"1", "A", "2"}, {"2", "B", "1"}, {"3", "Self", "3"}, {"4", "Lost", "99"}, {"4", "Twice", ""}};
+    cameras = {{"10", "In the ring", "1", true}, {"11", "Nowhere", "77", true}, {"10", "Same code", "", true}};
+    return true;
+  }
+};
+
+}  // namespace
+
+class CameraTreeTest : public QObject {
+  Q_OBJECT
+ private Q_SLOTS:
+  void init();
+  void cleanup();
+  void LoadsAtTheFirstShow();
+  void ShowsPartOfTheSite();
+  void FiltersByName();
+  void LatestTextWins();
+  void KeepsWhatTheUserMadeOfIt();
+  void ActivatesByMouseAndKeys();
+  void FavoritesComeAndGo();
+  void FavoriteThatCannotBeSaved();
+  void FailureCanBeTriedAgain();
+  void DiesWhileItLoads();
+  void BrokenRegionsLoseNoCamera();
+  void RandomCommandsAgainstAPlainTree();
+
+ private:
+  void Show(bool favorites = false);
+  QModelIndex Row(const QString& name, const QModelIndex& below = QModelIndex()) const;
+  void Filter(const QString& text);
+  void ToggleFavorite(const QModelIndex& row);
+  QString Notice() const;
+
+  std::shared_ptr<TarnHost::CPlanStore> store_;
+  std::shared_ptr<TarnTest::CRecordingServices> services_;
+  std::unique_ptr<CCameraTree> tree_;
+  std::unique_ptr<QAbstractItemModelTester> tester_;
+};
+
+void CameraTreeTest::init() {
+  TarnHost::PlanStoreOptions options;
+  options.url = "sqlite::memory:";
+  options.first_content = Site;
+  QString error;
+  store_ = TarnHost::CPlanStore::Open(options, &error);
+  QVERIFY2(store_ && store_->LogIn("operator", &error), qPrintable(error));
+  services_ = std::make_shared<TarnTest::CRecordingServices>(store_);
+  TarnHost::InstallHostServices(services_);
+  tree_ = std::make_unique<CCameraTree>();
+  tree_->resize(320, 400);
+  tester_ = std::make_unique<QAbstractItemModelTester>(tree_->model(),
+                                                       QAbstractItemModelTester::FailureReportingMode::QtTest);
+}
+
+void CameraTreeTest::cleanup() {
+  services_->ReleaseAll();
+  tester_.reset();
+  tree_.reset();
+  TarnHost::InstallHostServices(nullptr);
+  QThreadPool::globalInstance()->waitForDone();
+  services_.reset();
+  store_.reset();
+}
+
+void CameraTreeTest::Show(bool favorites) {
+  tree_->SetFavoritesVisible(favorites);
+  tree_->show();
+  QVERIFY(QTest::qWaitForWindowExposed(tree_.get()));
+  QTRY_VERIFY(tree_->IsLoaded());
+}
+
+QModelIndex CameraTreeTest::Row(const QString& name, const QModelIndex& below) const {
+  for (int row = 0; row < tree_->model()->rowCount(below); ++row) {
+    const QModelIndex index = tree_->model()->index(row, 0, below);
+    const QModelIndex found = index.data().toString() == name ? index : Row(name, index);
+    if (found.isValid()) {
+      return found;
+    }
+  }
+  return QModelIndex();
+}
+
+void CameraTreeTest::Filter(const QString& text) {
+  tree_->SetFilterText(text);
+  QTRY_VERIFY(!tree_->IsFiltering());
+}
+
+void CameraTreeTest::ToggleFavorite(const QModelIndex& row) {
+  const int before = services_->Count("SetFavoriteCamera");
+  const QString outline = Outline(*tree_->model());
+  tree_->setCurrentIndex(row);
+  QTest::keyClick(tree_.get(), Qt::Key_F);
+  QTRY_COMPARE(services_->Count("SetFavoriteCamera"), before + 1);
+  QTRY_VERIFY(Outline(*tree_->model()) != outline);
+}
+
+QString CameraTreeTest::Notice() const {
+  const auto* label = tree_->findChild<QLabel*>("empty_state_text");
+  return label->isVisible() ? label->text() : QString();
+}
+
+void CameraTreeTest::LoadsAtTheFirstShow() {
+  QSignalSpy loaded(tree_.get(), &CCameraTree::SignalLoaded);
+  QCOMPARE(services_->Count("GetCameraTree"), 0);
+  Show();
+  tree_->hide();
+  tree_->show();
+  QCOMPARE(loaded.size(), 1);
+  QVERIFY(loaded[0][0].toString().isEmpty());
+  QCOMPARE(services_->Count("GetCameraTree"), 1);
+  for (const auto& call : services_->Calls()) {
+    QVERIFY2(!call.on_gui_thread, qPrintable(call.name));
+  }
+  QCOMPARE(Outline(*tree_->model()),
+           QString("Building(Hall(CAM 30 door,CAM 31 gate),CAM 40 stairs),Yard(CAM 2 fence,CAM 10 gate),Roaming"));
+  QCOMPARE(tree_->CameraCount(), 6);
+  QVERIFY(tree_->isExpanded(Row("Building")) && !tree_->isExpanded(Row("Hall")));
+  QCOMPARE(Row("CAM 2 fence").data(Qt::AccessibleTextRole).toString(), QString("CAM 2 fence, offline"));
+  QCOMPARE(Row("CAM 10 gate").data(Qt::AccessibleTextRole).toString(), QString("CAM 10 gate"));
+  const auto picture = [this](const char* name) {
+    return Row(name).data(Qt::DecorationRole).value<QIcon>().pixmap(20).toImage();
+  };
+  QVERIFY(picture("CAM 2 fence") != picture("CAM 10 gate"));  // the state is told without colour, too
+  QCOMPARE(Names(tree_->CamerasBelow(Row("Building"))), (QStringList{"CAM 30 door", "CAM 31 gate", "CAM 40 stairs"}));
+  QCOMPARE(tree_->CameraAt(Row("Yard")).index_code, std::string());
+  const CCameraItemInfo gate = tree_->CameraAt(Row("CAM 10 gate"));
+  QVERIFY(gate.online && tree_->FindCamera(gate.index_code).name == "CAM 10 gate");
+  QVERIFY(tree_->FindCamera("no such code").index_code.empty());
+}
+
+void CameraTreeTest::ShowsPartOfTheSite() {
+  Show();
+  const std::string yard = tree_->CameraAt(Row("CAM 10 gate")).region_index_code;
+  const std::string fence = tree_->CameraAt(Row("CAM 2 fence")).index_code;
+  tree_->SetLogicNodeParam({yard, false});
+  QTRY_COMPARE(Outline(*tree_->model()), QString("Yard(CAM 10 gate)"));
+  QCOMPARE(tree_->FindCamera(fence).name, std::string("CAM 2 fence"));  // the site has it all the same
+  tree_->SetLogicNodeParam({"gone", true});
+  QTRY_COMPARE(Notice(), QString("No cameras"));
+}
+
+void CameraTreeTest::FiltersByName() {
+  Show();
+  QSignalSpy filtered(tree_.get(), &CCameraTree::SignalFiltered);
+  Filter("GATE");
+  QCOMPARE(Outline(*tree_->model()), QString("Building(Hall(CAM 31 gate)),Yard(CAM 10 gate)"));
+  QVERIFY(tree_->isExpanded(Row("Hall")));
+  QCOMPARE(Names(tree_->CamerasBelow(Row("Building"))), QStringList{"CAM 31 gate"});
+  Filter("hall");
+  QCOMPARE(Outline(*tree_->model()), QString("Building(Hall(CAM 30 door,CAM 31 gate))"));
+  Filter("nothing like it");
+  QVERIFY(Outline(*tree_->model()).isEmpty());
+  QCOMPARE(Notice(), QString("No hit"));
+  Filter("");
+  QVERIFY(Notice().isEmpty() && tree_->model()->rowCount() == 3);
+  QCOMPARE(filtered.size(), 4);
+  for (const int place : {0, 1, 2, 3}) {
+    QCOMPARE(filtered[place][0].toInt(), QVector<int>({2, 2, 0, 6}).at(place));
+  }
+}
+
+// Texts that are typed before the cameras are there, or before an earlier text was looked for.
+void CameraTreeTest::LatestTextWins() {
+  services_->Hold("GetCameraTree");
+  QSignalSpy filtered(tree_.get(), &CCameraTree::SignalFiltered);
+  tree_->show();
+  QVERIFY(services_->WaitUntilHeld("GetCameraTree"));
+  QTRY_COMPARE(Notice(), QString("Loading cameras..."));
+  tree_->SetFilterText("yard");
+  services_->Release("GetCameraTree");
+  QTRY_COMPARE(Outline(*tree_->model()), QString("Yard(CAM 2 fence,CAM 10 gate)"));
+  QVERIFY(Notice().isEmpty());
+  tree_->SetFilterText("door");
+  tree_->SetFilterText("stairs");
+  QTRY_COMPARE(Outline(*tree_->model()), QString("Building(CAM 40 stairs)"));
+  QCOMPARE(filtered.size(), 2);
+}
+
+void CameraTreeTest::KeepsWhatTheUserMadeOfIt() {
+  Show();
+  tree_->collapse(Row("Yard"));
+  tree_->expand(Row("Hall"));
+  Filter("gate");
+  QVERIFY(tree_->isExpanded(Row("Yard")));
+  tree_->setCurrentIndex(Row("CAM 10 gate"));
+  Filter("gat");
+  QCOMPARE(tree_->currentIndex(), Row("CAM 10 gate"));
+  QVERIFY(tree_->selectionModel()->isSelected(Row("CAM 10 gate")));
+  Filter("");
+  QCOMPARE(tree_->currentIndex(), Row("CAM 10 gate"));
+  QVERIFY(tree_->isExpanded(Row("Yard")) && tree_->isExpanded(Row("Hall")));  // the way to the found camera stays open
+  tree_->setCurrentIndex(Row("CAM 31 gate"));
+  tree_->collapse(Row("Yard"));
+  QSignalSpy loaded(tree_.get(), &CCameraTree::SignalLoaded);
+  QTest::keyClick(tree_.get(), Qt::Key_F5);
+  QTRY_COMPARE(loaded.size(), 1);
+  QVERIFY(!tree_->isExpanded(Row("Yard")) && tree_->isExpanded(Row("Hall")));
+  QCOMPARE(tree_->currentIndex(), Row("CAM 31 gate"));
+}
+
+void CameraTreeTest::ActivatesByMouseAndKeys() {
+  Show();
+  QSignalSpy one(tree_.get(), &CCameraTree::SignalCameraActivated);
+  QSignalSpy many(tree_.get(), &CCameraTree::SignalRegionActivated);
+  const QPoint roaming = tree_->visualRect(Row("Roaming")).center();
+  QTest::mouseClick(tree_->viewport(), Qt::LeftButton, Qt::NoModifier, roaming);
+  QTest::mouseDClick(tree_->viewport(), Qt::LeftButton, Qt::NoModifier, roaming);
+  QTest::keyClick(tree_.get(), Qt::Key_Return);
+  QCOMPARE(one.size(), 2);
+  QCOMPARE(one[0][0].value<CCameraItemInfo>().name, std::string("Roaming"));
+  tree_->setCurrentIndex(Row("Building"));
+  QTest::keyClick(tree_.get(), Qt::Key_Return);
+  QVERIFY(!tree_->isExpanded(Row("Building")) && one.size() == 2 && many.isEmpty());
+  QTest::keyClick(tree_.get(), Qt::Key_Return, Qt::ControlModifier);
+  QCOMPARE(Names(many.takeFirst()[0].value<QVector<CCameraItemInfo>>()),
+           (QStringList{"CAM 30 door", "CAM 31 gate", "CAM 40 stairs"}));
+  tree_->selectAll();
+  QTest::keyClick(tree_.get(), Qt::Key_Return, Qt::ControlModifier);
+  QCOMPARE(many.takeFirst()[0].value<QVector<CCameraItemInfo>>().size(), 6);
+
+  QTest::mouseClick(tree_->viewport(), Qt::LeftButton, Qt::NoModifier, tree_->visualRect(Row("Yard")).center());
+  QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint());
+  QApplication::sendEvent(tree_->viewport(), &asked);
+  auto* menu = tree_->findChild<QMenu*>();
+  QVERIFY(menu);
+  for (QAction* action : menu->actions()) {
+    if (action->text() == "Put all into windows (2)") {
+      action->trigger();
+    }
+  }
+  menu->close();
+  QCOMPARE(many.size(), 1);
+  QCOMPARE(Names(many.takeFirst()[0].value<QVector<CCameraItemInfo>>()), (QStringList{"CAM 2 fence", "CAM 10 gate"}));
+}
+
+void CameraTreeTest::FavoritesComeAndGo() {
+  Show(true);
+  const QString all = Outline(*tree_->model());
+  ToggleFavorite(Row("CAM 10 gate"));
+  QCOMPARE(Outline(*tree_->model()), "Favorites(CAM 10 gate)," + all);
+  QVERIFY(tree_->isExpanded(Row("Favorites")));
+  QCOMPARE(Row("CAM 10 gate", Row("Yard")).data(Qt::AccessibleTextRole).toString(), QString("CAM 10 gate, favorite"));
+  ToggleFavorite(Row("CAM 31 gate"));
+  Filter("31");
+  QCOMPARE(Outline(*tree_->model()), QString("Favorites(CAM 31 gate),Building(Hall(CAM 31 gate))"));
+  Filter("");
+  tree_->selectAll();
+  QCOMPARE(Names(tree_->CamerasBelow(Row("Favorites"))).size(), 2);
+  QSignalSpy many(tree_.get(), &CCameraTree::SignalRegionActivated);
+  QTest::keyClick(tree_.get(), Qt::Key_Return, Qt::ControlModifier);
+  QCOMPARE(many[0][0].value<QVector<CCameraItemInfo>>().size(), 6);  // a favorite once, not twice
+
+  const QRect row = tree_->visualRect(Row("CAM 10 gate", Row("Yard")));
+  QSignalSpy one(tree_.get(), &CCameraTree::SignalCameraActivated);
+  const QPoint star(row.right() - 13, row.center().y());
+  QTest::mouseClick(tree_->viewport(), Qt::LeftButton, Qt::NoModifier, star);
+  QTest::mouseDClick(tree_->viewport(), Qt::LeftButton, Qt::NoModifier, star);
+  QTRY_COMPARE(Outline(*tree_->model()), "Favorites(CAM 31 gate)," + all);  // a click on the star
+  QVERIFY(one.isEmpty());
+  tree_->SetFavoritesVisible(false);
+  QCOMPARE(Outline(*tree_->model()), all);
+
+  CCameraTree second;  // they are the user's, not the tree's
+  second.SetFavoritesVisible(true);
+  second.Reload();
+  QTRY_VERIFY(second.IsLoaded());
+  QCOMPARE(Outline(*second.model()), "Favorites(CAM 31 gate)," + all);
+  tree_->SetFavoritesVisible(true);
+  ToggleFavorite(Row("CAM 31 gate", Row("Building")));
+  QCOMPARE(Outline(*tree_->model()), all);
+}
+
+void CameraTreeTest::FavoriteThatCannotBeSaved() {
+  Show(true);
+  const QString all = Outline(*tree_->model());
+  services_->Fail("SetFavoriteCamera", "The store is full.");
+  using tarn_ui_data_controller::CNomalMessageManager;
+  QSignalSpy told(&CNomalMessageManager::Instance(), &CNomalMessageManager::SignalMessageShown);
+  tree_->setCurrentIndex(Row("Roaming"));
+  QTest::keyClick(tree_.get(), Qt::Key_F);
+  QTRY_COMPARE(told.size(), 1);
+  QCOMPARE(told[0][0].toString(), QString("The store is full."));
+  QCOMPARE(Outline(*tree_->model()), all);
+
+  services_->Fail("GetFavoriteCameras");
+  tree_->Reload();
+  QTRY_VERIFY(!Row("Roaming").data(Qt::UserRole + 1).isValid());  // no mark that could not be kept
+}
+
+void CameraTreeTest::FailureCanBeTriedAgain() {
+  services_->Fail("GetCameraTree", "The site does not answer.");
+  QSignalSpy loaded(tree_.get(), &CCameraTree::SignalLoaded);
+  tree_->show();
+  QTRY_COMPARE(Notice(), QString("The site does not answer."));
+  QCOMPARE(loaded.takeFirst()[0].toString(), Notice());
+  auto* retry = tree_->findChild<QAbstractButton*>();
+  QVERIFY(retry && retry->isVisible() && !tree_->IsLoaded());
+  services_->Mend("GetCameraTree");
+  QTest::mouseClick(retry, Qt::LeftButton);
+  QTRY_VERIFY(tree_->IsLoaded());
+  QVERIFY(Notice().isEmpty() && !retry->isVisible());
+
+  services_->Fail("GetCameraTree", "");
+  loaded.clear();
+  tree_->Reload();
+  QTRY_COMPARE(loaded.size(), 1);
+  QVERIFY(!loaded[0][0].toString().isEmpty());
+  QVERIFY(tree_->CameraCount() == 6 && Notice().isEmpty());  // what is there stays
+}
+
+void CameraTreeTest::DiesWhileItLoads() {
+  services_->Hold("GetCameraTree");
+  tree_->show();
+  QVERIFY(services_->WaitUntilHeld("GetCameraTree"));
+  tree_->Reload();
+  tester_.reset();
+  tree_.reset();
+  services_->ReleaseAll();
+  QThreadPool::globalInstance()->waitForDone();
+  QCoreApplication::processEvents();
+
+  TarnHost::InstallHostServices(nullptr);
+  CCameraTree late;
+  QSignalSpy loaded(&late, &CCameraTree::SignalLoaded);
+  late.Reload();
+  QTRY_COMPARE(loaded.size(), 1);
+  QVERIFY(!loaded[0][0].toString().isEmpty());
+}
+
+void CameraTreeTest::BrokenRegionsLoseNoCamera() {
+  TarnHost::InstallHostServices(std::make_shared<CBrokenSite>(store_));
+  Show();
+  QCOMPARE(Outline(*tree_->model()), QString("A(B,In the ring),Lost,Self,Nowhere"));
+}
+
+// What a filter and favorites must show, told once more without cleverness.
+QString Expected(const QStringList& favorites, const QString& text) {
+  const auto hit = [&text](const QString& name) { return name.contains(text, Qt::CaseInsensitive); };
+  const auto region = [&](const QString& name, const QStringList& cameras, const QStringList& inner = {}) {
+    QStringList shown = inner;
+    for (const QString& camera : cameras) {
+      if (hit(name) || hit(camera)) {
+        shown.append(camera);
+      }
+    }
+    if (shown.isEmpty()) {
+      return hit(name) ? QStringList{name} : QStringList{};
+    }
+    return QStringList{name + "(" + shown.join(",") + ")"};
+  };
+  const QStringList hall{"CAM 30 door", "CAM 31 gate"};
+  QStringList rows = region("Building", {"CAM 40 stairs"},
+                            hit("Building") ? QStringList{"Hall(" + hall.join(",") + ")"} : region("Hall", hall));
+  rows += region("Yard", {"CAM 2 fence", "CAM 10 gate"});
+  rows += hit("Roaming") ? QStringList{"Roaming"} : QStringList{};
+  QStringList top;
+  const QStringList in_order{"Roaming", "CAM 40 stairs", "CAM 2 fence", "CAM 10 gate", "CAM 30 door", "CAM 31 gate"};
+  for (const QString& camera : in_order) {
+    if (favorites.contains(camera) && rows.join(",").contains(camera)) {
+      top.append(camera);
+    }
+  }
+  if (!top.isEmpty()) {
+    rows.prepend("Favorites(" + top.join(",") + ")");
+  }
+  return rows.join(",");
+}
+
+void CameraTreeTest::RandomCommandsAgainstAPlainTree() {
+  Show(true);
+  QRandomGenerator random(20);
+  const QStringList cameras{"CAM 10 gate", "CAM 2 fence", "CAM 30 door", "CAM 31 gate", "CAM 40 stairs", "Roaming"};
+  const QStringList texts{"", "gate", "cam", "HALL", "building", "3", "yard", "oa", "none"};
+  QStringList favorites;
+  for (int step = 0; step < 120; ++step) {
+    const QString camera = cameras[random.bounded(cameras.size())];
+    const QModelIndex row = Row(camera);
+    if (random.bounded(3) == 0) {
+      Filter(texts[random.bounded(texts.size())]);
+    } else if (row.isValid()) {
+      ToggleFavorite(row);
+      if (!favorites.removeOne(camera)) {
+        favorites.append(camera);
+      }
+    } else {
+      QSignalSpy loaded(tree_.get(), &CCameraTree::SignalLoaded);
+      tree_->Reload();
+      QTRY_COMPARE(loaded.size(), 1);
+    }
+    QCOMPARE(Outline(*tree_->model()), Expected(favorites, tree_->FilterText()));
+  }
+}
+
+QTEST_MAIN(CameraTreeTest)
+#include "test_camera_tree.moc"
