@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDateTime>
 #include <QKeyEvent>
+#include <QLocale>
 #include <QScrollArea>
 #include <QShowEvent>
 
@@ -78,8 +79,8 @@ void CTarnAddPlanWidget::OpenNew(const QString& group_code) {
   d_->header->SetTitle(tr("New plan"));
   d_->header->Groups()->SetAddMode(true);
   const QString kind = CViewConfigManager::Instance().IsShowPlanOrView() ? tr("Plan") : tr("View");
-  d_->document.StartNew(kind + QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmss")), group_code,
-                        group.data().toString(), CGroupChooser::FamilyOf(group));
+  const QString now = QLocale::c().toString(QDateTime::currentDateTime(), QStringLiteral("yyyyMMddhhmmss"));
+  d_->document.StartNew(kind + now, group_code, group.data().toString(), CGroupChooser::FamilyOf(group));
   d_->header->FocusName();
 }
 
@@ -110,6 +111,10 @@ void CTarnAddPlanWidget::OnPlanInfo(const GetPlanDetailResponse& plan) {
   d_->header->FocusName();
 }
 
+bool CTarnAddPlanWidget::IsSaving() const {
+  return d_->saving->IsSaving();
+}
+
 bool CTarnAddPlanWidget::IsDirty() const {
   return d_->document.IsDirty();
 }
@@ -125,6 +130,7 @@ bool CTarnAddPlanWidget::MayClose() {
   const QPointer<CTarnAddPlanWidget> self(this);
   const QPointer<CModalTipDialog> question(new CModalTipDialog(this));
   question->SetDialogModel(CModalTipDialog::QuestionModel);
+  question->SetDialogSize(CModalTipDialog::LargeSize);  // for three buttons in words
   question->SetTitle(tr("Unsaved changes"));
   question->SetContent(tr("The plan has changes that are not saved."));
   question->SetConfirmText(tr("Save"));
@@ -173,9 +179,27 @@ void CTarnAddPlanWidget::showEvent(QShowEvent* event) {
   }
 }
 
+// The window around the editor has these keys, too; while the focus is in here they mean the plan that is being edited.
+bool CTarnAddPlanWidget::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (key->matches(QKeySequence::Save) || key->matches(QKeySequence::Find)) {
+      event->accept();
+      return true;
+    }
+  }
+  return QWidget::event(event);
+}
+
 void CTarnAddPlanWidget::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Cancel)) {
     Cancel();
+  } else if (event->matches(QKeySequence::Save)) {
+    if (d_->scroll->isEnabled()) {
+      Save();
+    }
+  } else if (event->matches(QKeySequence::Find)) {
+    d_->cameras->FocusSearch();
   } else {
     QWidget::keyPressEvent(event);
   }
