@@ -12,4 +12,5 @@ Figures MeasureMemory();
 Figures MeasureStoreReads();
 Figures MeasureLocate();
 Figures MeasureSearch();
+Figures MeasureCameras();
 Figures MeasureEditor();

@@ -17,9 +17,9 @@ struct Chapter {
 
 // Sorting comes first, before other chapters have scattered the heap.
 const Chapter kChapters[] = {
-    {"sort", MeasureSorting},  {"load", MeasureFullLoad}, {"lookup", MeasureLookUps}, {"expand", MeasureExpand},
-    {"tree", MeasureTreeView}, {"locate", MeasureLocate}, {"memory", MeasureMemory},  {"store", MeasureStoreReads},
-    {"search", MeasureSearch}, {"editor", MeasureEditor},
+    {"sort", MeasureSorting},  {"load", MeasureFullLoad},   {"lookup", MeasureLookUps}, {"expand", MeasureExpand},
+    {"tree", MeasureTreeView}, {"locate", MeasureLocate},   {"memory", MeasureMemory},  {"store", MeasureStoreReads},
+    {"search", MeasureSearch}, {"cameras", MeasureCameras}, {"editor", MeasureEditor},
 };
 
 void Print(const Figure& figure) {

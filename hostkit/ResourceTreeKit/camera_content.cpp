@@ -1,16 +1,10 @@
 #include "ResourceTreeKit/camera_content.h"
 
-#include <algorithm>
-
-#include "MarUIControl/standard_item_model.h"
+#include "ResourceTreeKit/camera_name_order.h"
 
 namespace ResourceTreeKit {
 
 namespace {
-
-using MarUIControl::CStandardItemModel;
-
-constexpr int kNaturalOrder = 2;
 
 CCameraContent::Node MakeNode(const std::string& name, const std::string& code, int camera) {
   CCameraContent::Node node;
@@ -19,13 +13,6 @@ CCameraContent::Node MakeNode(const std::string& name, const std::string& code, 
   node.code = QString::fromStdString(code);
   node.camera = camera;
   return node;
-}
-
-bool SortsBefore(const CCameraContent::Node& left, const CCameraContent::Node& right) {
-  if (CStandardItemModel::CustomStringCompare(left.name, right.name, kNaturalOrder)) {
-    return true;
-  }
-  return left.code < right.code && !CStandardItemModel::CustomStringCompare(right.name, left.name, kNaturalOrder);
 }
 
 }  // namespace
@@ -113,6 +100,9 @@ void CCameraContent::Builder::BreakRings() {
 }
 
 void CCameraContent::Builder::PlaceCameras() {
+  content_.camera_places_.reserve(static_cast<int>(content_.cameras_.size()));
+  content_.camera_nodes_.reserve(static_cast<int>(content_.cameras_.size()));
+  content_.nodes_.reserve(content_.cameras_.size() + regions_.size() + 1);
   for (size_t at = 0; at < content_.cameras_.size(); ++at) {
     const CCameraItemInfo& camera = content_.cameras_[at];
     const QString code = QString::fromStdString(camera.index_code);
@@ -138,7 +128,7 @@ void CCameraContent::Builder::AppendChildren(int node, Children children) {
 }
 
 void CCameraContent::Builder::Append(int parent, std::vector<Node> nodes) {
-  std::sort(nodes.begin(), nodes.end(), SortsBefore);
+  SortByName(&nodes);
   for (Node& node : nodes) {
     const int at = static_cast<int>(content_.nodes_.size());
     node.parent = parent;

@@ -67,12 +67,13 @@ class CCameraTree::Private : public QObject {
   QSet<CameraRowKey> RowsToExpand(const std::vector<int>& open);
   QSet<CameraRowKey> FirstExpansion() const;
   void OnSaved(const QString& code, bool favorite, const QString& error);
+  void OnFailure();
   void UpdateNotice();
   QString NoticeText() const;
   QModelIndex StarAt(const QPoint& position) const;
 
   QFutureWatcher<CameraAnswer> answer_;
-  std::optional<CameraAnswer> waiting_;  // loaded, but not filtered yet
+  std::optional<CameraAnswer> waiting_;  // loaded, but not filtered yet: exactly while its content is being filtered
   QTimer late_;                          // runs until an unanswered load is worth a word
   QString error_, shown_text_;
   bool keeps_favorites_ = false, favorites_wanted_ = false;
@@ -95,7 +96,6 @@ CCameraTree::Private::Private(CCameraTree* tree)
 
 void CCameraTree::Private::Load() {
   asked = true;
-  waiting_.reset();
   answer_.setFuture(LoadCameras(param));
   late_.start();
 }
@@ -105,8 +105,7 @@ void CCameraTree::Private::OnAnswer() {
   CameraAnswer answer = answer_.result();
   error_ = answer.error;
   if (!error_.isEmpty()) {
-    UpdateNotice();
-    Q_EMIT q->SignalLoaded(error_);
+    OnFailure();
     return;
   }
   waiting_ = std::move(answer);
@@ -116,6 +115,15 @@ void CCameraTree::Private::OnAnswer() {
   } else {
     filter.Start(waiting_->content, text);
   }
+}
+
+// Where rows stand the notice has no room.
+void CCameraTree::Private::OnFailure() {
+  UpdateNotice();
+  if (notice_->Text().isEmpty() && q->isVisible()) {
+    tarn_ui_data_controller::CNomalMessageManager::Instance().ShowMessage(q->window(), error_, 1);
+  }
+  Q_EMIT q->SignalLoaded(error_);
 }
 
 void CCameraTree::Private::Filter(const QString& new_text) {
