@@ -74,6 +74,9 @@ void CViewExternWidget::SetStandardViewControl(CStandardViewController* controll
   d_->deleting.clear();
   tree->ForgetWaiting();  // nobody will answer for these rows
   d_->mover->SetController(controller);
+  if (d_->plan_editor) {
+    d_->plan_editor->SetController(controller);
+  }
   if (!controller) {
     return;
   }
@@ -81,6 +84,7 @@ void CViewExternWidget::SetStandardViewControl(CStandardViewController* controll
   connect(controller, &Controller::signalShowMessage, this, [this](const QString& text, int state) {
     if (state == MarUIControl::CNomalMessage::Failure) {
       d_->deleting.clear();
+      d_->leaving = false;  // what was to be saved first may have been refused
     }
     Q_EMIT SignalMessageTipNeeded(text, state);
   });
@@ -88,9 +92,6 @@ void CViewExternWidget::SetStandardViewControl(CStandardViewController* controll
   connect(controller, &Controller::SignalDeletePlanSucc, this, deleted);
   connect(controller, &Controller::SignalDeletePlanGroupSucc, this, deleted);
   connect(controller, &QObject::destroyed, tree, &CPlanViewTree::ForgetWaiting);
-  if (d_->plan_editor) {
-    d_->plan_editor->SetController(controller);
-  }
   connect(controller, &Controller::SignalGetPlanInfo, this, [this](const auto& plan) {
     if (d_->plan_editor) {
       d_->plan_editor->OnPlanInfo(plan);
@@ -246,7 +247,22 @@ QString CViewExternWidget::GetTabName() const {
 }
 
 bool CViewExternWidget::MayLeave() {
-  return !d_->plan_editor || !WidgetKit::IsDockWidgetShown(d_->plan_editor) || d_->plan_editor->MayClose();
+  if (!d_->plan_editor || !WidgetKit::IsDockWidgetShown(d_->plan_editor)) {
+    return true;
+  }
+  const QPointer<CViewExternWidget> alive(this);
+  d_->leaving = true;  // before the question: the save may be done by the time it returns
+  const bool may_leave = d_->plan_editor->MayClose();
+  if (!alive) {
+    return false;
+  }
+  if (may_leave) {
+    d_->leaving = false;
+    d_->closePlanEditor();
+  } else {
+    d_->leaving = d_->leaving && d_->plan_editor && d_->plan_editor->IsSaving();
+  }
+  return may_leave;
 }
 
 void CViewExternWidget::SwitchUserUpdate() {

@@ -75,7 +75,9 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void SetMonitorPointer(QWidget* monitor);
   QString GetTabName() const;
 
-  /// Whether the panel may be closed or change its user. Asks when the plan editor holds changes that are not saved.
+  /// Whether the panel may be closed or change its user. Asks when the plan editor holds changes that are not saved;
+  /// what the user throws away is gone with the editor's dock when true comes. When the user wants them saved first,
+  /// false comes, and SignalMayLeave() once they are safe.
   bool MayLeave();
   /// Another user has logged in: rights are read anew and the panel waits for the next load.
   void SwitchUserUpdate();
@@ -91,6 +93,8 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   /// The save-as dialog was confirmed: time to fill a request and to send it.
   void SignalSavePlanAs();
   void SignalMessageTipNeeded(const QString& text, int state);
+  /// What MayLeave() found unsaved is safe now.
+  void SignalMayLeave();
   /// The plans of this group shall play one after the other, each for so many seconds.
   void SignalPlanGroupCycle(const QString& group_index_code, int seconds_per_plan);
   void signalSucceedToGetCreationInfo(const QString& creator, const QString& creation_time);

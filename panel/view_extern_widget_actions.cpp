@@ -1,5 +1,6 @@
 #include <QGuiApplication>
 #include <QScreen>
+#include <utility>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
@@ -342,6 +343,9 @@ bool CViewExternWidget::Private::openPlanEditor(const std::function<void(CTarnAd
   if (!alive || session != asked_in || !IsReady()) {
     return false;
   }
+  if (!free && plan_editor && plan_editor->IsSaving()) {
+    return false;  // the user has chosen to save first, and sees it being done
+  }
   if (!free) {
     Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("Another plan is open in the editor."), 1);
     return false;
@@ -356,6 +360,9 @@ void CViewExternWidget::Private::closePlanEditor() {
   WidgetKit::HideDockWidget(plan_editor);
   renewHold();
   ui.plan_view_tree->setFocus();
+  if (std::exchange(leaving, false)) {
+    Q_EMIT q->SignalMayLeave();
+  }
 }
 
 WidgetKit::CSlideOutData CViewExternWidget::Private::InitSlidingRuleWidget() {

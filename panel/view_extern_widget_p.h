@@ -128,6 +128,7 @@ class CViewExternWidget::Private {
   QPointer<CViewNameEdit> name_edit;
   std::optional<CPlanNodeRef> name_edit_row;
   QPointer<CTarnAddPlanWidget> plan_editor;
+  bool leaving = false;  // the host waits for the editor's save before it goes
   QPointer<CCreationInfoDlg> creation_info;
   QPointer<CShareViewWgt> share_view;
   QPointer<CSavePlanAsDlg> save_as;

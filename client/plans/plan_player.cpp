@@ -123,6 +123,7 @@ void CPlanPlayer::CheckAutomaticEnd() {
 }
 
 void CPlanPlayer::OnAutomaticStop() {
+  CAutoPlanHelper::Instance().CheckAutoRunPlan();  // the next one may be due now, long before the helper asks by itself
   if (wall_->IsPlaying() && shown_by_ == PlayOrigin::Automatic) {
     Stop();
   }

@@ -662,10 +662,6 @@
 <context>
     <name>TarnPlanView::CPageStrip</name>
     <message>
-        <source>Add page</source>
-        <translation>Add page</translation>
-    </message>
-    <message>
         <source>New empty page after this one</source>
         <translation>New empty page after this one</translation>
     </message>
@@ -678,16 +674,20 @@
         <translation>Same page again (Ctrl+D in the strip)</translation>
     </message>
     <message>
-        <source>Delete page</source>
-        <translation>Delete page</translation>
-    </message>
-    <message>
         <source>Delete this page (Delete in the strip)</source>
         <translation>Delete this page (Delete in the strip)</translation>
     </message>
     <message>
         <source>Page %1 of %2</source>
         <translation>Page %1 of %2</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Add</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Delete</translation>
     </message>
 </context>
 <context>

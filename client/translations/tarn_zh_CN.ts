@@ -662,10 +662,6 @@
 <context>
     <name>TarnPlanView::CPageStrip</name>
     <message>
-        <source>Add page</source>
-        <translation>添加页面</translation>
-    </message>
-    <message>
         <source>New empty page after this one</source>
         <translation>在本页之后新建空白页</translation>
     </message>
@@ -678,16 +674,20 @@
         <translation>复制本页（在页面条中按 Ctrl+D）</translation>
     </message>
     <message>
-        <source>Delete page</source>
-        <translation>删除页面</translation>
-    </message>
-    <message>
         <source>Delete this page (Delete in the strip)</source>
         <translation>删除本页（在页面条中按 Delete）</translation>
     </message>
     <message>
         <source>Page %1 of %2</source>
         <translation>第 %1 页，共 %2 页</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>添加</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
     </message>
 </context>
 <context>

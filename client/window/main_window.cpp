@@ -144,6 +144,8 @@ void CMainWindow::AddFamilies() {
     player_->Attach(family);
     saver_->Attach(family);
     connect(family->Panel(), &CViewExternWidget::SignalPlanGroupCycle, this, &CMainWindow::StartCycle);
+    // Later: the panel is still in the middle of closing its editor.
+    connect(family->Panel(), &CViewExternWidget::SignalMayLeave, this, &CMainWindow::OnMayLeave, Qt::QueuedConnection);
     if (family->Controller()) {
       connect(family->Controller(), &CStandardViewController::SignalUpdatePlanSucc, this, &CMainWindow::OnPlanUpdated);
       connect(family->Controller(), &CStandardViewController::SignalConfigPlayView, this, &CMainWindow::OnDefaultView);
@@ -318,13 +320,23 @@ bool CMainWindow::MayLeave() {
 }
 
 void CMainWindow::closeEvent(QCloseEvent* event) {
+  leave_wish_ = [this] { close(); };
   event->setAccepted(MayLeave());
 }
 
+// The changes that kept the user here are saved: on with what was wanted.
+void CMainWindow::OnMayLeave() {
+  if (leave_wish_) {
+    std::exchange(leave_wish_, nullptr)();
+  }
+}
+
 void CMainWindow::SwitchUser(const QString& user) {
+  leave_wish_ = [this, user] { SwitchUser(user); };
   if (!MayLeave()) {
     return;
   }
+  leave_wish_ = nullptr;
   QString error;
   if (!log_in_ || !log_in_(user, &error)) {
     ShowTip(error, CNomalMessage::Failure);

@@ -85,6 +85,7 @@ class CMainWindow : public QMainWindow {
 
  private:
   bool MayLeave();
+  void OnMayLeave();
   QWidget* BuildSide();
   void BuildHistory();
   void BuildStatusBar(const QString& user, const QString& store_url);
@@ -103,6 +104,7 @@ class CMainWindow : public QMainWindow {
   void ShowTip(const QString& text, int state);
 
   const std::function<bool(const QString&, QString*)> log_in_;
+  std::function<void()> leave_wish_;  // what waits for a plan to be saved
   QTabWidget* tabs_ = nullptr;
   CLiveWall* wall_ = nullptr;
   CPlanPlayer* player_ = nullptr;

@@ -34,6 +34,7 @@ class CTarnAddPlanWidget : public QWidget {
   /// A plan of the host's; it is shown when the controller's answer comes through OnPlanInfo().
   void OpenPlan(const QString& plan_code);
   bool IsDirty() const;
+  bool IsSaving() const;
   /// Whether the editor may go. Asks when there are changes that are not saved. To save them takes a while: then false
   /// comes at once, and SignalClosed() when they are safe. What is to be thrown away is gone when true comes.
   bool MayClose();
@@ -51,6 +52,7 @@ class CTarnAddPlanWidget : public QWidget {
 
  protected:
   void showEvent(QShowEvent* event) override;
+  bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
