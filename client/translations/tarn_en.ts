@@ -439,16 +439,16 @@
         <translation>Try again</translation>
     </message>
     <message>
-        <source>Show the plan as it is now; your changes are lost</source>
-        <translation>Show the plan as it is now; your changes are lost</translation>
-    </message>
-    <message>
         <source>Save your version over theirs</source>
         <translation>Save your version over theirs</translation>
     </message>
     <message>
         <source>Keep both</source>
         <translation>Keep both</translation>
+    </message>
+    <message>
+        <source>Show the plan as it is now; Undo brings your changes back</source>
+        <translation>Show the plan as it is now; Undo brings your changes back</translation>
     </message>
 </context>
 <context>
@@ -779,6 +779,14 @@
         <source>A plan has at most %1 pages.</source>
         <translation>A plan has at most %1 pages.</translation>
     </message>
+    <message>
+        <source>Load theirs</source>
+        <translation>Load theirs</translation>
+    </message>
+    <message>
+        <source>Only cameras can be changed here; other content stays where it is.</source>
+        <translation>Only cameras can be changed here; other content stays where it is.</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CPlanMover</name>
@@ -796,6 +804,10 @@
     <message>
         <source>Nobody can say whether the plan was saved. Try again.</source>
         <translation>Nobody can say whether the plan was saved. Try again.</translation>
+    </message>
+    <message>
+        <source>The plan was saved without the last changes.</source>
+        <translation>The plan was saved without the last changes.</translation>
     </message>
 </context>
 <context>
@@ -1065,6 +1077,26 @@ never starts</translation>
         <source>Plan editor</source>
         <translation>Plan editor</translation>
     </message>
+    <message>
+        <source>Still saving</source>
+        <translation>Still saving</translation>
+    </message>
+    <message>
+        <source>Nobody has said yet that the plan is saved. It may still be saved when you leave now.</source>
+        <translation>Nobody has said yet that the plan is saved. It may still be saved when you leave now.</translation>
+    </message>
+    <message>
+        <source>Leave</source>
+        <translation>Leave</translation>
+    </message>
+    <message>
+        <source>Wait</source>
+        <translation>Wait</translation>
+    </message>
+    <message>
+        <source>Saving takes long. Cancel leaves the editor.</source>
+        <translation>Saving takes long. Cancel leaves the editor.</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewExternWidget</name>
@@ -1247,10 +1279,6 @@ never starts</translation>
     <message>
         <source>%1 of %2 cameras fit on this page.</source>
         <translation>%1 of %2 cameras fit on this page.</translation>
-    </message>
-    <message>
-        <source>Only cameras can be moved here.</source>
-        <translation>Only cameras can be moved here.</translation>
     </message>
     <message>
         <source>Clear window</source>

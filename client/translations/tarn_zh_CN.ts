@@ -439,16 +439,16 @@
         <translation>重试</translation>
     </message>
     <message>
-        <source>Show the plan as it is now; your changes are lost</source>
-        <translation>显示预案的当前内容，您的更改将丢失</translation>
-    </message>
-    <message>
         <source>Save your version over theirs</source>
         <translation>用您的版本覆盖对方的版本</translation>
     </message>
     <message>
         <source>Keep both</source>
         <translation>保留两者</translation>
+    </message>
+    <message>
+        <source>Show the plan as it is now; Undo brings your changes back</source>
+        <translation>显示预案的当前内容；撤销可恢复您的更改</translation>
     </message>
 </context>
 <context>
@@ -779,6 +779,14 @@
         <source>A plan has at most %1 pages.</source>
         <translation>一个预案最多 %1 页。</translation>
     </message>
+    <message>
+        <source>Load theirs</source>
+        <translation>加载对方的版本</translation>
+    </message>
+    <message>
+        <source>Only cameras can be changed here; other content stays where it is.</source>
+        <translation>此处只能更改摄像机，其他内容保持不变。</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CPlanMover</name>
@@ -796,6 +804,10 @@
     <message>
         <source>Nobody can say whether the plan was saved. Try again.</source>
         <translation>无法确定预案是否已保存，请重试。</translation>
+    </message>
+    <message>
+        <source>The plan was saved without the last changes.</source>
+        <translation>预案已保存，但不包含最后的更改。</translation>
     </message>
 </context>
 <context>
@@ -1065,6 +1077,26 @@ never starts</source>
         <source>Plan editor</source>
         <translation>预案编辑器</translation>
     </message>
+    <message>
+        <source>Still saving</source>
+        <translation>仍在保存</translation>
+    </message>
+    <message>
+        <source>Nobody has said yet that the plan is saved. It may still be saved when you leave now.</source>
+        <translation>尚未确认预案已保存。现在离开，预案仍可能被保存。</translation>
+    </message>
+    <message>
+        <source>Leave</source>
+        <translation>离开</translation>
+    </message>
+    <message>
+        <source>Wait</source>
+        <translation>等待</translation>
+    </message>
+    <message>
+        <source>Saving takes long. Cancel leaves the editor.</source>
+        <translation>保存时间较长，按“取消”可离开编辑器。</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewExternWidget</name>
@@ -1247,10 +1279,6 @@ never starts</source>
     <message>
         <source>%1 of %2 cameras fit on this page.</source>
         <translation>本页可放入 %2 个摄像机中的 %1 个。</translation>
-    </message>
-    <message>
-        <source>Only cameras can be moved here.</source>
-        <translation>只能将摄像机移动到此处。</translation>
     </message>
     <message>
         <source>Clear window</source>
