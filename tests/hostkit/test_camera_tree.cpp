@@ -61,6 +61,25 @@ class CBrokenSite : public TarnTest::CRecordingServices {
   }
 };
 
+/// Loads the tree again at the moment when a filter is about to look at the rows that just came.
+class CReloadInTheMiddle : public QObject {
+ public:
+  explicit CReloadInTheMiddle(CCameraTree* tree) : tree_(tree) { qApp->installEventFilter(this); }
+  bool done = false;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Timer && watched->inherits("ResourceTreeKit::CCameraFilter") && !done) {
+      done = true;
+      tree_->Reload();
+    }
+    return false;
+  }
+
+ private:
+  CCameraTree* const tree_;
+};
+
 }  // namespace
 
 class CameraTreeTest : public QObject {
@@ -72,6 +91,7 @@ class CameraTreeTest : public QObject {
   void ShowsPartOfTheSite();
   void FiltersByName();
   void LatestTextWins();
+  void LoadsAgainWhileItFilters();
   void KeepsWhatTheUserMadeOfIt();
   void ActivatesByMouseAndKeys();
   void FavoritesComeAndGo();
@@ -233,6 +253,17 @@ void CameraTreeTest::LatestTextWins() {
   QCOMPARE(filtered.size(), 2);
 }
 
+void CameraTreeTest::LoadsAgainWhileItFilters() {
+  QSignalSpy loaded(tree_.get(), &CCameraTree::SignalLoaded);
+  const CReloadInTheMiddle reload(tree_.get());
+  tree_->SetFilterText("gate");
+  tree_->show();
+  QTRY_COMPARE(loaded.size(), 2);
+  QVERIFY(reload.done);
+  QCOMPARE(Outline(*tree_->model()), QString("Building(Hall(CAM 31 gate)),Yard(CAM 10 gate)"));
+  QCOMPARE(tree_->CameraCount(), 6);
+}
+
 void CameraTreeTest::KeepsWhatTheUserMadeOfIt() {
   Show();
   tree_->collapse(Row("Yard"));
@@ -357,12 +388,16 @@ void CameraTreeTest::FailureCanBeTriedAgain() {
   QTRY_VERIFY(tree_->IsLoaded());
   QVERIFY(Notice().isEmpty() && !retry->isVisible());
 
+  using tarn_ui_data_controller::CNomalMessageManager;
+  QSignalSpy told(&CNomalMessageManager::Instance(), &CNomalMessageManager::SignalMessageShown);
   services_->Fail("GetCameraTree", "");
   loaded.clear();
   tree_->Reload();
   QTRY_COMPARE(loaded.size(), 1);
   QVERIFY(!loaded[0][0].toString().isEmpty());
   QVERIFY(tree_->CameraCount() == 6 && Notice().isEmpty());  // what is there stays
+  QCOMPARE(told.size(), 1);
+  QCOMPARE(told[0][0], loaded[0][0]);
 }
 
 void CameraTreeTest::DiesWhileItLoads() {
