@@ -11,11 +11,12 @@ using view_plugin_protocol::PlanWindow;
 namespace {
 
 auto Key(const PlanWindow& window) {
-  return std::tie(window.window_no, window.content_kind, window.resource_code, window.stream_type, window.preset_no);
+  return std::tie(window.window_no, window.content_kind, window.resource_code, window.stream_type, window.preset_no,
+                  window.extra);
 }
 
 auto Key(const PlanPage& page) {
-  return std::tie(page.page_no, page.name, page.split_type, page.dwell_seconds);
+  return std::tie(page.page_no, page.name, page.split_type, page.dwell_seconds, page.extra);
 }
 
 bool SameWindow(const PlanWindow& one, const PlanWindow& other) {

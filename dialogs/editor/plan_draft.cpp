@@ -15,7 +15,7 @@ namespace {
 
 auto Fields(const PlanWindow& window) {
   return std::tie(window.window_no, window.content_kind, window.resource_code, window.resource_name, window.stream_type,
-                  window.preset_no);
+                  window.preset_no, window.extra);
 }
 
 bool SameWindow(const PlanWindow& one, const PlanWindow& other) {
@@ -23,7 +23,7 @@ bool SameWindow(const PlanWindow& one, const PlanWindow& other) {
 }
 
 auto Fields(const PlanPage& page) {
-  return std::tie(page.page_no, page.name, page.split_type, page.dwell_seconds);
+  return std::tie(page.page_no, page.name, page.split_type, page.dwell_seconds, page.extra);
 }
 
 auto Head(const PlanDraft& draft) {

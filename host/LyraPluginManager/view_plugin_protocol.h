@@ -32,6 +32,7 @@ struct PlanWindow {
   int32_t content_kind = 0;  // 0 nothing, 1 camera
   std::string resource_code, resource_name;
   int32_t stream_type = 0, preset_no = 0;
+  std::string extra = {};  // what a newer version keeps here, as a JSON object: handed back with the window
 };
 
 struct PlanPage {
@@ -40,6 +41,7 @@ struct PlanPage {
   int32_t split_type = 1;
   int32_t dwell_seconds = 10;
   std::list<PlanWindow> windows;
+  std::string extra = {};  // likewise
 };
 
 struct PlanItem {

@@ -2,6 +2,7 @@
 #include <QtTest>
 
 #include "store/migrations.h"
+#include "store/page_codec.h"
 #include "store/sqlite_engine.h"
 
 using namespace TarnHost::Store;
@@ -40,6 +41,7 @@ class StoreMigrationsTest : public QObject {
   void CarriesContentOver();
   void LeavesAStoreAsItWasWhenAStepFails();
   void RunsEachStepOnce();
+  void KeepsWhatANewerProgramWrote();
 
  private:
   bool HasTable(const char* name) {
@@ -84,6 +86,19 @@ void StoreMigrationsTest::RunsEachStepOnce() {
   other.Open();
   Migrate(other, "store", steps);
   QCOMPARE(StoredVersion(other), steps.back().to);
+}
+
+void StoreMigrationsTest::KeepsWhatANewerProgramWrote() {
+  const QString text =
+      R"([{"colour":"red","dwell":30,"name":"P","no":1,"split":2,)"
+      R"("windows":[{"code":"7","kind":1,"name":"Gate","no":1,"preset":0,"stream":0,"zoom":{"x":1}}]},)"
+      R"({"dwell":10,"name":"","no":2,"split":1,"windows":[]}])";
+  auto pages = PagesFromText(text);
+  QVERIFY(!pages.front().extra.empty() && pages.back().extra.empty());
+  QCOMPARE(PagesToText(pages), text);
+  pages.front().windows.front().preset_no = 3;
+  pages.front().extra = "no object";
+  QCOMPARE(PagesToText(pages), QString(text).replace(R"("preset":0)", R"("preset":3)").remove(R"("colour":"red",)"));
 }
 
 QTEST_GUILESS_MAIN(StoreMigrationsTest)

@@ -12,7 +12,31 @@ namespace {
 using view_plugin_protocol::PlanPage;
 using view_plugin_protocol::PlanWindow;
 
-QJsonObject WindowToJson(const PlanWindow& window) {
+QString TextOf(const QJsonDocument& json) {
+  return QString::fromUtf8(json.toJson(QJsonDocument::Compact));
+}
+
+/// The fields known here over those that a newer version wrote.
+QJsonObject WithExtra(const QJsonObject& known, const std::string& extra) {
+  QJsonObject json = QJsonDocument::fromJson(QByteArray::fromStdString(extra)).object();
+  for (auto field = known.begin(); field != known.end(); ++field) {
+    json.insert(field.key(), field.value());
+  }
+  return json;
+}
+
+/// What `json` says beyond the fields known here; empty for nothing.
+std::string ExtraOf(const QJsonObject& json, const QJsonObject& known) {
+  QJsonObject extra;
+  for (auto field = json.begin(); field != json.end(); ++field) {
+    if (!known.contains(field.key())) {
+      extra.insert(field.key(), field.value());
+    }
+  }
+  return extra.isEmpty() ? std::string() : TextOf(QJsonDocument(extra)).toStdString();
+}
+
+QJsonObject KnownFields(const PlanWindow& window) {
   return {{"no", window.window_no},
           {"kind", window.content_kind},
           {"code", ToQt(window.resource_code)},
@@ -22,6 +46,7 @@ QJsonObject WindowToJson(const PlanWindow& window) {
 }
 
 PlanWindow WindowFromJson(const QJsonObject& json) {
+  static const QJsonObject known = KnownFields(PlanWindow());
   PlanWindow window;
   window.window_no = json["no"].toInt(window.window_no);
   window.content_kind = json["kind"].toInt(window.content_kind);
@@ -29,13 +54,14 @@ PlanWindow WindowFromJson(const QJsonObject& json) {
   window.resource_name = json["name"].toString().toStdString();
   window.stream_type = json["stream"].toInt(window.stream_type);
   window.preset_no = json["preset"].toInt(window.preset_no);
+  window.extra = ExtraOf(json, known);
   return window;
 }
 
-QJsonObject PageToJson(const PlanPage& page) {
+QJsonObject KnownFields(const PlanPage& page) {
   QJsonArray windows;
   for (const PlanWindow& window : page.windows) {
-    windows.append(WindowToJson(window));
+    windows.append(WithExtra(KnownFields(window), window.extra));
   }
   return {{"no", page.page_no},
           {"name", ToQt(page.name)},
@@ -45,6 +71,7 @@ QJsonObject PageToJson(const PlanPage& page) {
 }
 
 PlanPage PageFromJson(const QJsonObject& json) {
+  static const QJsonObject known = KnownFields(PlanPage());
   PlanPage page;
   page.page_no = json["no"].toInt(page.page_no);
   page.name = json["name"].toString().toStdString();
@@ -53,6 +80,7 @@ PlanPage PageFromJson(const QJsonObject& json) {
   for (const QJsonValue& window : json["windows"].toArray()) {
     page.windows.push_back(WindowFromJson(window.toObject()));
   }
+  page.extra = ExtraOf(json, known);
   return page;
 }
 
@@ -61,9 +89,9 @@ PlanPage PageFromJson(const QJsonObject& json) {
 QString PagesToText(const std::list<PlanPage>& pages) {
   QJsonArray array;
   for (const PlanPage& page : pages) {
-    array.append(PageToJson(page));
+    array.append(WithExtra(KnownFields(page), page.extra));
   }
-  return QString::fromUtf8(QJsonDocument(array).toJson(QJsonDocument::Compact));
+  return TextOf(QJsonDocument(array));
 }
 
 std::list<PlanPage> PagesFromText(const QString& text) {

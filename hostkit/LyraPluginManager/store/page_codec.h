@@ -7,7 +7,8 @@
 
 namespace TarnHost::Store {
 
-/// The pages of a plan as the text that is stored, and back. What a text does not say keeps its default.
+/// The pages of a plan as the text that is stored, and back. What a text does not say keeps its default; fields
+/// that a newer version wrote survive in `extra`.
 QString PagesToText(const std::list<view_plugin_protocol::PlanPage>& pages);
 std::list<view_plugin_protocol::PlanPage> PagesFromText(const QString& text);
 
