@@ -60,6 +60,7 @@ class CDefaultLoadViewDisplay::Private {
   void Seek();
   void FetchWay();
   void OnWay(const QStringList& groups);
+  void GiveUp();
   void Show(const QModelIndex& row);
   void OnChosen(const QModelIndex& row);
   void OnRowsInserted(const QModelIndex& parent);
@@ -71,6 +72,7 @@ class CDefaultLoadViewDisplay::Private {
   CDefaultViewTree* tree = nullptr;                // likewise
   QPointer<CStandardViewController> controller;
   ClienDefaultViewConfigRequest stored;
+  bool is_stored_known = false;
   view_plugin_protocol::ClienDefaultViewConfigReponse set_response;
   std::string response_text;
 
@@ -107,6 +109,11 @@ void CDefaultLoadViewDisplay::Private::Connect() {
           [this](const QModelIndex& parent) { OnRowsInserted(parent); });
   connect(tree->Rows(), &QAbstractItemModel::rowsRemoved, q,
           [this](const QModelIndex& parent) { OnRowsRemoved(parent); });
+  connect(tree, &CDefaultViewTree::SignalNotLoaded, q, [this](const QString& group) {
+    if (seeking && way.contains(group)) {
+      GiveUp();
+    }
+  });
   seek_soon.setSingleShot(true);
   connect(&seek_soon, &QTimer::timeout, q, [this] { Seek(); });
 }
@@ -157,8 +164,15 @@ void CDefaultLoadViewDisplay::Private::OnWay(const QStringList& groups) {
     Show(none);  // what was chosen is gone for good
     return;
   }
+  GiveUp();
+}
+
+// The choice stays as it is and can be saved.
+void CDefaultLoadViewDisplay::Private::GiveUp() {
+  seeking = false;
   was_shown = box->GetCurrentIndex().isValid();
   wanted = RequestOf(box->GetCurrentIndex());
+  Q_EMIT q->SignalChoiceChanged();
 }
 
 void CDefaultLoadViewDisplay::Private::Show(const QModelIndex& row) {
@@ -237,6 +251,7 @@ bool CDefaultLoadViewDisplay::ReadDefaultView() {
   }
   d_->stored.index_code = response.index_code;
   d_->stored.type = response.type;
+  d_->is_stored_known = true;
   return true;
 }
 
@@ -266,6 +281,7 @@ bool CDefaultLoadViewDisplay::SaveChosenView() {
     return false;
   }
   d_->stored = request;
+  d_->is_stored_known = true;
   Q_EMIT SignalChoiceChanged();
   return true;
 }
@@ -284,7 +300,8 @@ std::string CDefaultLoadViewDisplay::GetResponseText() const {
 
 bool CDefaultLoadViewDisplay::IsChanged() const {
   const QModelIndex chosen = d_->box->GetCurrentIndex();
-  return !d_->seeking && chosen.isValid() && RequestOf(chosen).index_code != d_->stored.index_code;
+  return !d_->seeking && chosen.isValid() &&
+         (!d_->is_stored_known || RequestOf(chosen).index_code != d_->stored.index_code);
 }
 
 WidgetKit::CNewLocationComboBox* CDefaultLoadViewDisplay::GetLocationComboBox() const {

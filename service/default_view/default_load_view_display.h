@@ -45,12 +45,13 @@ class TARNPLANVIEW_EXPORT CDefaultLoadViewDisplay : public QWidget {
   int32_t GetResourceType() const;
   /// The host's text after a failed read or save.
   std::string GetResponseText() const;
-  /// Whether saving would change the stored default view.
+  /// Whether saving would change the stored default view, or might: before it was read, any chosen row counts.
   bool IsChanged() const;
   WidgetKit::CNewLocationComboBox* GetLocationComboBox() const;
 
  Q_SIGNALS:
-  /// Another row is chosen: by the user, because a row was found that was being looked for, or because it vanished.
+  /// Another row is chosen: by the user, because a row was found that was being looked for, or because it vanished. Or
+  /// saving is possible again, because a row is no longer being looked for.
   void SignalChoiceChanged();
 
  private:

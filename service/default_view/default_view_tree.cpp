@@ -78,7 +78,8 @@ void CDefaultViewTree::SetViewController(CStandardViewController* controller) {
   }
   controller_ = controller;
   if (controller) {
-    connect(controller, &CStandardViewController::SignalFinishAnsyGetSubItem, this, &CDefaultViewTree::FinishExpand);
+    connect(controller, &CStandardViewController::SignalFinishAnsyGetSubItem, this,
+            &CDefaultViewTree::OnControllerFinished);
     roots_came_.start(0);
   }
 }
@@ -134,6 +135,17 @@ void CDefaultViewTree::Expand(const QModelIndex& index) {
 void CDefaultViewTree::FinishExpand(const QModelIndex& index, bool expand) {
   if (index.isValid() && index.model() == rows_) {
     view_->FinishExpand(index, expand, !rows_->canFetchMore(index));
+  }
+}
+
+// The controller speaks for itself only where it has nothing to hand to the models: after a failure above all.
+void CDefaultViewTree::OnControllerFinished(const QModelIndex& index, bool expand) {
+  const bool is_ours = index.isValid() && index.model() == rows_;
+  const QString unfetched =
+      is_ours && rows_->canFetchMore(index) ? index.data(GroupIndexCodeRole).toString() : QString();
+  FinishExpand(index, expand);
+  if (!unfetched.isEmpty()) {
+    Q_EMIT SignalNotLoaded(unfetched);
   }
 }
 

@@ -34,11 +34,16 @@ class CDefaultViewTree : public QObject {
   /// Opens the lowest of these groups that is loaded, so that what is below it gets loaded.
   void ExpandLowest(const QStringList& groups);
 
+ Q_SIGNALS:
+  /// What is below this group was asked for and did not come; the controller tells why.
+  void SignalNotLoaded(const QString& group);
+
  private:
   CStandardPlanModel* MakeModel(int theme);
   void Load();
   void Expand(const QModelIndex& index);
   void FinishExpand(const QModelIndex& index, bool expand);
+  void OnControllerFinished(const QModelIndex& index, bool expand);
   void OnRowsInserted(const QModelIndex& parent);
   void ExpandRoots();
   void FillOn();

@@ -38,6 +38,7 @@ class DefaultViewTest : public TarnTest::CPlanTest {
   void UnknownCodesLeaveTheChoice_data();
   void UnknownCodesLeaveTheChoice();
   void FailuresKeepTheHostsText();
+  void WayThatCannotBeLoadedEndsTheSearch();
   void FollowsDeletionsMovesAndReloads();
   void ChoosesByKeys();
   void LeavesTheManagerWithItsOwnModels();
@@ -251,6 +252,31 @@ void DefaultViewTest::FailuresKeepTheHostsText() {
   chooser_->SetViewController(controller_.get());
   controller_.reset();
   QVERIFY(!chooser_->ReadDefaultView() && !chooser_->SaveChosenView());
+}
+
+void DefaultViewTest::WayThatCannotBeLoadedEndsTheSearch() {
+  Begin();
+  QTRY_VERIFY(Row("Own C").isValid());
+  Store(kPlan, Code("C1 plan 2"));
+  Services().Fail("GetClientViewConfig");
+  QVERIFY(!chooser_->ReadDefaultView());
+  Choose("No default view");
+  QVERIFY(chooser_->IsChanged());  // nobody knows that there is none
+  Services().Mend("GetClientViewConfig");
+  QVERIFY(chooser_->ReadDefaultView());
+
+  Services().Fail("GetPlansInGroup", "The line is down");
+  QSignalSpy tips(controller_.get(), &CStandardViewController::signalShowMessage);
+  QSignalSpy changes(chooser_.get(), &CDefaultLoadViewDisplay::SignalChoiceChanged);
+  chooser_->SelectView(kPlan, chooser_->GetIndexCode());
+  QTRY_COMPARE(changes.count(), 1);
+  QTRY_COMPARE(tips.count(), 1);
+  QCOMPARE(Chosen(), QString("No default view"));
+  QVERIFY(chooser_->IsChanged());
+  Services().Mend("GetPlansInGroup");
+  chooser_->SelectView(kPlan, chooser_->GetIndexCode());
+  QTRY_COMPARE(Chosen(), QString("C1 plan 2"));
+  QVERIFY(!chooser_->IsChanged());
 }
 
 void DefaultViewTest::FollowsDeletionsMovesAndReloads() {
