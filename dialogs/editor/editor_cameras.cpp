@@ -57,7 +57,15 @@ void CEditorCameras::SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& pa
 }
 
 void CEditorCameras::Reload() {
+  doubted_.clear();
   if (tree_->IsLoaded()) {  // else the tree itself does, once it is shown
+    tree_->Reload();
+  }
+}
+
+void CEditorCameras::Doubt(const QString& index_code) {
+  if (!doubted_.contains(index_code) && tree_->IsLoaded()) {
+    doubted_.insert(index_code);
     tree_->Reload();
   }
 }

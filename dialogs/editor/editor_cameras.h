@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSet>
 #include <QTimer>
 #include <QVector>
 #include <QWidget>
@@ -28,6 +29,8 @@ class CEditorCameras : public QWidget {
   void SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& param);
   /// Reads the site's cameras anew: some may have come or gone since the editor was last open.
   void Reload();
+  /// Reads them anew because this one may have gone; once for each until the next Reload().
+  void Doubt(const QString& index_code);
   /// No value while the cameras are not known, an empty name when the site has no such camera.
   std::optional<QString> NameOf(const std::string& index_code) const;
   /// Puts the focus into the search field.
@@ -49,6 +52,7 @@ class CEditorCameras : public QWidget {
   WidgetKit::CNewSearchLine* search_ = nullptr;
   ResourceTreeKit::CCameraTree* tree_ = nullptr;
   QTimer filter_delay_;
+  QSet<QString> doubted_;
   bool whole_site_ = true;
 };
 

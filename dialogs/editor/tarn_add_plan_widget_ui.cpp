@@ -116,6 +116,7 @@ void CTarnAddPlanWidget::Private::Connect() {
   connect(&document, &CPlanDocument::SignalRefused, q, [this](const QString& reason) { Refuse(reason); });
   connect(grid, &CWindowGrid::SignalRefused, q, [this](const QString& reason) { Refuse(reason); });
   connect(window_settings, &CWindowSettings::SignalRefused, q, [this](const QString& reason) { Refuse(reason); });
+  connect(window_settings, &CWindowSettings::SignalCameraFailed, cameras, &CEditorCameras::Doubt);
   connect(grid, &CWindowGrid::SignalCurrentWindowChanged, window_settings, &CWindowSettings::ShowWindow);
   connect(footer, &CEditorFooter::SignalSave, q, &CTarnAddPlanWidget::Save);
   connect(footer, &CEditorFooter::SignalCancel, q, &CTarnAddPlanWidget::Cancel);

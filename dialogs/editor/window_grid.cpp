@@ -3,12 +3,12 @@
 #include <QApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMimeData>
 #include <QPainter>
 #include <QTextLayout>
 #include <QToolTip>
 
+#include "TarnUIDataController/popup_menu.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "WidgetKit/drag.h"
 #include "camera_drop.h"
@@ -238,12 +238,13 @@ void CWindowGrid::StartDrag() {
 }
 
 void CWindowGrid::contextMenuEvent(QContextMenuEvent* event) {
-  QMenu menu(this);
-  QAction* clear = menu.addAction(tr("Clear window"), this, &CWindowGrid::Clear, QKeySequence(Qt::Key_Delete));
+  auto* menu = new tarn_ui_data_controller::CPopupMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  QAction* clear = menu->addAction(tr("Clear window"), this, &CWindowGrid::Clear, QKeySequence(Qt::Key_Delete));
   clear->setEnabled(CWindowText::IsFilled(Window(current_)));
-  menu.addAction(tr("Clear page"), this, [this] { document_->ClearPage(document_->CurrentPage()); });
+  menu->addAction(tr("Clear page"), this, [this] { document_->ClearPage(document_->CurrentPage()); });
   const bool by_key = event->reason() == QContextMenuEvent::Keyboard;
-  menu.exec(by_key ? mapToGlobal(WindowRect(current_).center()) : event->globalPos());
+  menu->PopupAt(by_key ? mapToGlobal(WindowRect(current_).center()) : event->globalPos());
 }
 
 void CWindowGrid::dragEnterEvent(QDragEnterEvent* event) {

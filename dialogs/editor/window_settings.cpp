@@ -148,6 +148,7 @@ void CWindowSettings::OnFailure(const QString& camera_code, const QString& error
   if (camera_code == asked_ && camera_code != told_) {  // one message for streams and presets
     told_ = camera_code;
     Q_EMIT SignalRefused(error);
+    Q_EMIT SignalCameraFailed(camera_code);
   }
 }
 

@@ -34,6 +34,8 @@ class CWindowSettings : public QWidget {
  Q_SIGNALS:
   /// For the user: what the host could not tell.
   void SignalRefused(const QString& reason);
+  /// It is on the site as far as was known here, but the host could not tell what it can do.
+  void SignalCameraFailed(const QString& camera_code);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

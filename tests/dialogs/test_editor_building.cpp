@@ -1,3 +1,7 @@
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QPointer>
+
 #include "editor_stage.h"
 
 using namespace TarnPlanView;
@@ -23,11 +27,13 @@ GetPlanDetailResponse FullPlan(int pages) {
 
 }  // namespace
 
-/// What the editor builds for a plan: one page, whatever their number.
+/// What the editor makes and asks for while it is open: one page at a time, a menu, the site's cameras.
 class EditorBuildingTest : public TarnTest::CPlanTest {
   Q_OBJECT
  private Q_SLOTS:
   void PagesAreNotBuiltBeforeTheyAreNeeded();
+  void MenuOfAWindow();
+  void LooksAnewForCamerasThatFail();
 };
 
 void EditorBuildingTest::PagesAreNotBuiltBeforeTheyAreNeeded() {
@@ -49,6 +55,48 @@ void EditorBuildingTest::PagesAreNotBuiltBeforeTheyAreNeeded() {
   TarnTest::CPlanFixture::Drain();
   QVERIFY(stage.Grid().accessibleDescription().contains('8'));
   QCOMPARE(stage.editor->findChildren<QObject*>().size(), objects);
+}
+
+void EditorBuildingTest::MenuOfAWindow() {
+  Open({{"load_all", 1}});
+  CEditorStage stage(fixture_);
+  stage.editor->OpenPlan("77");
+  stage.editor->OnPlanInfo(FullPlan(1));
+  const auto open_menu = [&stage] {
+    QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint());
+    QApplication::sendEvent(&stage.Grid(), &asked);
+    return QPointer<QMenu>(stage.Grid().findChild<QMenu*>());
+  };
+  QPointer<QMenu> menu = open_menu();
+  QVERIFY(menu && menu->isVisible());
+  QTest::keyClick(menu, Qt::Key_Down);
+  QTest::keyClick(menu, Qt::Key_Return);
+  QTRY_VERIFY(!menu);
+  QCOMPARE(stage.Windows().filter("empty", Qt::CaseInsensitive).size(), 1);
+  menu = open_menu();
+  QVERIFY(menu);
+  stage.editor.reset();  // the editor may go while its menu is open
+  QVERIFY(!menu);
+}
+
+void EditorBuildingTest::LooksAnewForCamerasThatFail() {
+  Open({{"load_all", 1}});
+  CEditorStage stage(fixture_);
+  stage.editor->OpenPlan("77");
+  stage.WaitForCameras();
+  Services().Fail("GetStreamAbility", "The camera does not exist.");
+  Services().ForgetCalls();
+  const auto& cameras = stage.Cameras();
+  GetPlanDetailResponse plan = FullPlan(1);
+  plan.pages.front().windows.front().resource_code =
+      cameras.CamerasBelow(cameras.model()->index(0, 0)).value(0).index_code;
+  stage.editor->OnPlanInfo(plan);
+  QTRY_COMPARE(stage.tips.size(), 1);
+  stage.Grid().SetCurrentWindow(2);
+  stage.Grid().SetCurrentWindow(1);
+  QTRY_COMPARE(stage.tips.size(), 2);
+  TarnTest::CPlanFixture::Drain();
+  QCOMPARE(Services().Count("GetCameraTree"), 1);  // it was still there: no reason to look once more
 }
 
 QTEST_MAIN(EditorBuildingTest)

@@ -346,6 +346,8 @@ void PlanEditorTest::ShowsWhatItDoesNotKnow() {
   page.page_no = 1;
   page.split_type = 2;
   page.windows = {Window(1, 1, "987654"), Window(2, 7, "map 3")};
+  page.extra = R"({"colour":"red"})";
+  page.windows.back().extra = R"({"zoom":{"x":1}})";
   const QString code = Add("Strange", {page});
   QVERIFY(!code.isEmpty());
   CEditorStage stage(fixture_);
@@ -361,10 +363,12 @@ void PlanEditorTest::ShowsWhatItDoesNotKnow() {
   QVERIFY(Drop(stage.Grid(), 3, Json({Payload(stage, 0, 1)})));
   stage.Click("save_plan_btn");
   QTRY_COMPARE(stage.closed, 1);
-  const std::list<PlanWindow> windows = CEditorStage::Stored(code).pages.front().windows;
+  const PlanPage stored = CEditorStage::Stored(code).pages.front();
+  const std::list<PlanWindow>& windows = stored.windows;
   QCOMPARE(windows.size(), size_t(3));
   QCOMPARE(std::next(windows.begin())->content_kind, 7);
   QCOMPARE(std::next(windows.begin())->resource_code, std::string("map 3"));
+  QVERIFY(stored.extra == page.extra && std::next(windows.begin())->extra == page.windows.back().extra);
 }
 
 void PlanEditorTest::RefusesWhatCannotBeSaved() {
