@@ -26,6 +26,7 @@ class TARN_HOST_EXPORT CCameraTree : public MarUIControl::CTreeView {
   void SetLogicNodeParam(const LogicNodeParam& param);
   /// Shows the favourites' branch and the mark on each camera (key F toggles it, as does the row's menu).
   void SetFavoritesVisible(bool visible);
+  /// A failure leaves the rows as they are; where there are any, a message tells of it, else a notice in their place.
   void Reload();
   bool IsLoaded() const;
   /// Case-insensitive part of a camera's or region's name; an empty text shows everything. What is above a hit stays.
