@@ -21,7 +21,7 @@ CConflictBar::CConflictBar(QWidget* parent) : QFrame(parent), text_(new QLabel(t
   overwrite_ = MakeButton("overwrite_btn", tr("Overwrite"), &CConflictBar::SignalOverwrite);
   as_new_ = MakeButton("save_as_new_btn", tr("Save as a new plan"), &CConflictBar::SignalSaveAsNew);
   retry_ = MakeButton("retry_btn", tr("Try again"), &CConflictBar::SignalRetry);
-  theirs_->setToolTip(tr("Show the plan as it is now; your changes are lost"));
+  theirs_->setToolTip(tr("Show the plan as it is now; Undo brings your changes back"));
   overwrite_->setToolTip(tr("Save your version over theirs"));
   as_new_->setToolTip(tr("Keep both"));
   auto* row = new QHBoxLayout;

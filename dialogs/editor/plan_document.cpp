@@ -3,6 +3,7 @@
 #include <QLocale>
 #include <QUndoCommand>
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 #include "MarUIControl/split_type_data.h"
@@ -21,13 +22,19 @@ namespace {
 enum MergeId { kNoMerge = -1, kMergeName = 1, kMergeTimes = 2, kMergeDwell = 100 };  // dwell: plus the page
 
 const char kTimeFormat[] = "HH:mm:ss";
+const char kShortTimeFormat[] = "HH:mm";  // as other programs write it
 
 std::string TextOf(const QTime& time) {
   return QStringToString(QLocale::c().toString(time, kTimeFormat));  // the store reads no other digits
 }
 
-QTime TimeFrom(const std::string& text) {
+QTime Parsed(const std::string& text) {
   const QTime time = QTime::fromString(StringToQString(text), kTimeFormat);
+  return time.isValid() ? time : QTime::fromString(StringToQString(text), kShortTimeFormat);
+}
+
+QTime TimeFrom(const std::string& text) {
+  const QTime time = Parsed(text);
   return time.isValid() ? time : QTime(0, 0);
 }
 
@@ -151,6 +158,20 @@ int OnlyDifference(const QVector<DraftPage>& one, const QVector<DraftPage>& othe
   return page;
 }
 
+bool IsOtherContent(const PlanWindow& window) {
+  return IsFilled(window) && (window.resource_code.empty() || (window.content_kind != 0 && window.content_kind != 1));
+}
+
+QVector<std::tuple<int, int, std::string>> OtherContentOf(const DraftPage& page) {
+  QVector<std::tuple<int, int, std::string>> content;
+  for (const PlanWindow& window : page.windows) {
+    if (IsOtherContent(window) && !page.IsHidden(window.window_no)) {
+      content.append(std::make_tuple(window.window_no, window.content_kind, window.resource_code));
+    }
+  }
+  return content;
+}
+
 bool SameHead(PlanDraft one, const PlanDraft& other) {
   one.pages = other.pages;
   return one == other;
@@ -209,12 +230,27 @@ void CPlanDocument::StartNew(const QString& name, const QString& group_code, con
 }
 
 void CPlanDocument::Load(const view_plugin_protocol::GetPlanDetailResponse& detail) {
+  Begin(DraftToEdit(detail), detail);
+}
+
+PlanDraft CPlanDocument::DraftToEdit(const view_plugin_protocol::GetPlanDetailResponse& detail) {
   PlanDraft draft = DraftFrom(detail);
   had_no_pages_ = draft.pages.isEmpty();
   if (had_no_pages_) {
     draft.pages.append(EmptyPage());  // to have something to edit
   }
-  Begin(std::move(draft), detail);
+  return draft;
+}
+
+void CPlanDocument::TakeOver(const view_plugin_protocol::GetPlanDetailResponse& detail) {
+  saved_ = DraftToEdit(detail);
+  origin_ = detail;
+  origin_.pages.clear();
+  if (draft_ != saved_) {
+    stack_.push(new Step(tr("Load theirs"), this, {draft_, current_page_}, {saved_, 0}, kNoMerge));
+  }
+  stack_.setClean();
+  RenewDirty();
 }
 
 void CPlanDocument::Begin(PlanDraft draft, view_plugin_protocol::GetPlanDetailResponse origin) {
@@ -223,26 +259,25 @@ void CPlanDocument::Begin(PlanDraft draft, view_plugin_protocol::GetPlanDetailRe
   origin_.pages.clear();
   draft_ = saved_ = std::move(draft);
   current_page_ = 0;
-  became_new_ = false;
   Q_EMIT SignalChanged(HeadChanged | PagesChanged | CurrentChanged, -1);
   RenewDirty();
 }
 
 void CPlanDocument::MarkSaved(int64_t revision, const std::string& plan_code) {
+  MarkSaved(PlanDraft(draft_), revision, plan_code);
+}
+
+void CPlanDocument::MarkSaved(const PlanDraft& saved, int64_t revision, const std::string& plan_code) {
   if (!plan_code.empty()) {
     origin_.index_code = plan_code;
   }
   origin_.revision = revision;
-  became_new_ = false;
-  draft_ = saved_ = draft_.WithoutHiddenWindows();
-  stack_.setClean();
-  RenewDirty();
-}
-
-void CPlanDocument::BecomeNew() {
-  origin_.index_code.clear();
-  origin_.revision = 0;
-  became_new_ = true;
+  origin_.group_index_code = QStringToString(saved.group_code);
+  saved_ = saved.WithoutHiddenWindows();
+  if (!IsDirty()) {
+    draft_ = saved_;
+    stack_.setClean();
+  }
   RenewDirty();
 }
 
@@ -251,7 +286,7 @@ void CPlanDocument::AdoptRevision(int64_t revision) {
 }
 
 bool CPlanDocument::IsDirty() const {
-  return became_new_ || draft_.WithoutHiddenWindows() != saved_;
+  return draft_.WithoutHiddenWindows() != saved_;
 }
 
 void CPlanDocument::SetCurrentPage(int page) {
@@ -373,11 +408,11 @@ bool CPlanDocument::FillPage(int page, int first_window, const QVector<DraftCame
   });
 }
 
-void CPlanDocument::SwapWindows(int page, int window_no, int other_window_no) {
+bool CPlanDocument::SwapWindows(int page, int window_no, int other_window_no) {
   if (!HasWindow(page, window_no) || !HasWindow(page, other_window_no)) {
-    return;
+    return false;
   }
-  PushPage(tr("Swap windows"), page, [window_no, other_window_no](DraftPage& changed) {
+  return PushPage(tr("Swap windows"), page, [window_no, other_window_no](DraftPage& changed) {
     for (PlanWindow& window : changed.windows) {
       if (window.window_no == window_no) {
         window.window_no = other_window_no;
@@ -439,11 +474,11 @@ void CPlanDocument::FillRequest(view_plugin_protocol::AddPlanRequest* request) c
   request->thumbnail = origin_.thumbnail;
 }
 
-// What was loaded and not touched goes back as it came, but a plan that is to run by itself needs a real time.
+// What was loaded and not touched goes back as it came, but a plan that is to run by itself needs a real time. The
+// store takes times with seconds only.
 std::string CPlanDocument::TimeText(const QTime& time, const std::string& loaded) const {
-  const bool is_time = QTime::fromString(StringToQString(loaded), kTimeFormat).isValid();
-  const bool untouched = time == TimeFrom(loaded);
-  return untouched && (is_time || !draft_.auto_run) ? loaded : TextOf(time);
+  const bool runs_anyway = draft_.auto_run || Parsed(loaded).isValid();
+  return time == TimeFrom(loaded) && !runs_anyway ? loaded : TextOf(time);
 }
 
 std::list<PlanPage> CPlanDocument::PagesToSave() const {
@@ -479,6 +514,11 @@ bool CPlanDocument::PushPage(const QString& text, int page, const std::function<
   }
   PlanDraft after = draft_;
   edit(after.pages[page]);
+  const bool same_split = after.pages[page].split_type == draft_.pages[page].split_type;
+  if (other_content_fixed_ && same_split && OtherContentOf(after.pages[page]) != OtherContentOf(draft_.pages[page])) {
+    Q_EMIT SignalRefused(tr("Only cameras can be changed here; other content stays where it is."));
+    return false;
+  }
   return Push(text, std::move(after), {page, page}, merge_id);
 }
 

@@ -39,8 +39,11 @@ class CPlanDocument : public QObject {
   /// The plan as it is now is on the host, under this revision; a new one under this code. Windows out of sight are
   /// forgotten, but undo still knows them.
   void MarkSaved(int64_t revision, const std::string& plan_code = {});
-  /// From now on the plan is a new one: it has no code and no revision yet. Dirty until saved.
-  void BecomeNew();
+  /// The same of a plan that was sent as `saved`: edits made since then stay, and are not saved.
+  void MarkSaved(const PlanDraft& saved, int64_t revision, const std::string& plan_code);
+  /// The plan as the host has it now takes the place of the edited one, clean. One step: undone, the edited one would
+  /// go over it.
+  void TakeOver(const view_plugin_protocol::GetPlanDetailResponse& detail);
   /// Overwrite: the next update carries the host's revision, whatever was loaded.
   void AdoptRevision(int64_t revision);
 
@@ -48,9 +51,13 @@ class CPlanDocument : public QObject {
   /// Empty for a new plan.
   std::string PlanCode() const { return origin_.index_code; }
   int64_t Revision() const { return origin_.revision; }
+  /// Of the group that the plan is in on the host.
+  std::string GroupCode() const { return origin_.group_index_code; }
   /// Whether a save would change what is on the host.
   bool IsDirty() const;
   QUndoStack& UndoStack() { return stack_; }
+  /// Edits of windows that would move, cover or clear anything but a camera are refused.
+  void SetOtherContentFixed(bool fixed) { other_content_fixed_ = fixed; }
 
   int CurrentPage() const { return current_page_; }
   /// No step of the stack. Clamped to the pages there are.
@@ -79,12 +86,12 @@ class CPlanDocument : public QObject {
   void SetDwell(int page, int seconds);
 
   /// Over what is there; the same camera keeps its stream and preset. False, with SignalRefused(), when the plan would
-  /// hold more than kMaxFilledWindows; false alone for no such window or no camera.
+  /// hold more than kMaxFilledWindows or the window is fixed; false alone for no such window or no camera.
   bool PutCamera(int page, int window_no, const DraftCamera& camera);
   /// From `first_window` on, over the filled ones, as far as the page's split goes; one step, all or, when the plan
   /// would hold too many, none.
   bool FillPage(int page, int first_window, const QVector<DraftCamera>& cameras);
-  void SwapWindows(int page, int window_no, int other_window_no);
+  bool SwapWindows(int page, int window_no, int other_window_no);
   void ClearWindow(int page, int window_no);
   /// Windows that are out of sight as well.
   void ClearPage(int page);
@@ -107,6 +114,7 @@ class CPlanDocument : public QObject {
   friend class Step;
   using Windows = std::list<view_plugin_protocol::PlanWindow>;
 
+  PlanDraft DraftToEdit(const view_plugin_protocol::GetPlanDetailResponse& detail);
   void Begin(PlanDraft draft, view_plugin_protocol::GetPlanDetailResponse origin);
   /// The current page before and after a step; -1: the step does not care.
   struct PagesToShow {
@@ -132,7 +140,7 @@ class CPlanDocument : public QObject {
   view_plugin_protocol::GetPlanDetailResponse origin_;  // without its pages
   QUndoStack stack_;
   int current_page_ = 0;
-  bool was_dirty_ = false, became_new_ = false, had_no_pages_ = false;
+  bool was_dirty_ = false, had_no_pages_ = false, other_content_fixed_ = false;
 };
 
 }  // namespace TarnPlanView

@@ -6,11 +6,21 @@
 
 namespace TarnPlanView {
 
-using view_plugin_protocol::AddPlanRequest;
+using MarUIControl::QStringToString;
+using MarUIControl::StringToQString;
 using view_plugin_protocol::GetPlanDetailResponse;
 using view_plugin_protocol::UpdatePlanRequest;
 
+namespace {
+
+constexpr int kPatienceMs = 10000;
+
+}  // namespace
+
 CPlanSaving::CPlanSaving(CPlanDocument* document, QObject* parent) : QObject(parent), document_(document) {
+  patience_.setSingleShot(true);
+  patience_.setInterval(kPatienceMs);
+  connect(&patience_, &QTimer::timeout, this, &CPlanSaving::SignalSlow);
   connect(&conflict_, &CPlanConflict::SignalFound, this, &CPlanSaving::OnFound);
 }
 
@@ -22,85 +32,102 @@ void CPlanSaving::SetController(CStandardViewController* controller) {
     disconnect(controller_, nullptr, this, nullptr);
   }
   controller_ = controller;
-  if (!controller_) {
-    return;
+  if (controller_) {
+    connect(controller_, &QObject::destroyed, this, &CPlanSaving::OnControllerLost);
   }
-  connect(controller_, &CStandardViewController::SignalAddPlanSucc, this, &CPlanSaving::OnAdded);
-  connect(controller_, &CStandardViewController::SignalUpdatePlanSucc, this, &CPlanSaving::OnUpdated);
-  connect(controller_, &CStandardViewController::signalShowMessage, this, &CPlanSaving::OnMessage);
-  connect(controller_, &QObject::destroyed, this, [this] {
-    if (saving_) {
-      Forget();
-      Q_EMIT SignalFailed(tr("Nobody can say whether the plan was saved. Try again."));
-    }
-  });
+  OnControllerLost();
+}
+
+void CPlanSaving::OnControllerLost() {
+  if (saving_) {
+    StopWaiting();
+    Q_EMIT SignalFailed(tr("Nobody can say whether the plan was saved. Try again."));
+  }
 }
 
 bool CPlanSaving::Save(const std::string& thumbnail) {
   if (!controller_ || saving_) {
     return false;
   }
-  sent_ = document_->MakeUpdateRequest();
-  if (!thumbnail.empty()) {
-    sent_.thumbnail = thumbnail;
-  }
-  sent_at_ = document_->UndoStack().index();
-  saving_ = answer_due_ = true;
-  if (sent_.plan_index_code.empty()) {
-    controller_->AddPlanParam(sent_);
-  } else {
-    controller_->UpdatePlanParam(sent_, MarUIControl::StringToQString(sent_.plan_name));
-  }
+  edited_ = sent_ = document_->Draft();
+  Send(document_->MakeUpdateRequest(), thumbnail);
   return true;
 }
 
+bool CPlanSaving::SaveCopy(const QString& name, const std::string& thumbnail) {
+  if (!controller_ || saving_) {
+    return false;
+  }
+  edited_ = sent_ = document_->Draft();
+  sent_.name = name;
+  sent_.auto_run = false;
+  UpdatePlanRequest request = document_->MakeUpdateRequest();
+  request.plan_name = QStringToString(name);
+  request.auto_play = false;
+  request.plan_index_code.clear();
+  request.revision = 0;
+  Send(request, thumbnail);
+  return true;
+}
+
+void CPlanSaving::Send(UpdatePlanRequest request, const std::string& thumbnail) {
+  if (!thumbnail.empty()) {
+    request.thumbnail = thumbnail;
+  }
+  code_ = request.plan_index_code;
+  revision_ = request.revision;
+  saving_ = true;
+  patience_.start();
+  const QPointer<CPlanSaving> self(this);
+  const auto answer = [self, save_no = ++save_no_](bool ok, const QString& text) {
+    if (self && self->save_no_ == save_no) {
+      self->OnAnswer(ok, text);
+    }
+  };
+  if (code_.empty()) {
+    controller_->AddPlanParam(request, answer);
+  } else {
+    controller_->UpdatePlanParam(request, StringToQString(request.plan_name), answer);
+  }
+}
+
 void CPlanSaving::Forget() {
-  answer_due_ = false;
+  ++save_no_;
   StopWaiting();
 }
 
 void CPlanSaving::StopWaiting() {
   saving_ = false;
+  patience_.stop();
   conflict_.Forget();
 }
 
-bool CPlanSaving::IsMine(const AddPlanRequest& request) const {
-  return answer_due_ && request.plan_name == sent_.plan_name && request.parent_index_code == sent_.parent_index_code &&
-         request.pages.size() == sent_.pages.size();
-}
-
-void CPlanSaving::OnAdded(const AddPlanRequest& request, const QString& plan_code) {
-  if (sent_.plan_index_code.empty() && IsMine(request)) {
-    Finish(1, MarUIControl::QStringToString(plan_code));
-  }
-}
-
-void CPlanSaving::OnUpdated(const UpdatePlanRequest& request) {
-  if (!sent_.plan_index_code.empty() && request.plan_index_code == sent_.plan_index_code &&
-      request.revision == sent_.revision && IsMine(request)) {
-    Finish(sent_.revision + 1, sent_.plan_index_code);
-  }
-}
-
-void CPlanSaving::Finish(int64_t revision, const std::string& plan_code) {
-  Forget();
-  if (document_->UndoStack().index() != sent_at_) {  // a late answer, to a plan that has been edited since
-    document_->AdoptRevision(revision);
-    return;
-  }
-  document_->MarkSaved(revision, plan_code);
-  Q_EMIT SignalSaved();
-}
-
-void CPlanSaving::OnMessage(const QString& text, int state) {
-  if (!saving_ || state != MarUIControl::CNomalMessage::Failure) {
-    return;
-  }
-  if (sent_.plan_index_code.empty()) {
+void CPlanSaving::OnAnswer(bool ok, const QString& text) {
+  if (ok) {
+    OnSaved(QStringToString(text));
+  } else if (!saving_) {
+    return;  // that it failed has been told
+  } else if (code_.empty()) {
     Forget();
     Q_EMIT SignalFailed(QString());
   } else {
-    conflict_.FindOut({sent_.plan_index_code, sent_.parent_index_code, sent_.revision, text});
+    conflict_.FindOut({code_, document_->GroupCode(), revision_, text});
+  }
+}
+
+// May come late, after an editing that has gone on.
+void CPlanSaving::OnSaved(const std::string& plan_code) {
+  Forget();
+  const bool edited_since = document_->Draft() != edited_;
+  if (edited_ != sent_) {
+    document_->SetName(sent_.name);
+    document_->SetAutoRun(sent_.auto_run);
+  }
+  document_->MarkSaved(sent_, revision_ + 1, plan_code);
+  if (edited_since) {
+    Q_EMIT SignalFailed(tr("The plan was saved without the last changes."));
+  } else {
+    Q_EMIT SignalSaved();
   }
 }
 

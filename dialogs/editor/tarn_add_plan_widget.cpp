@@ -1,5 +1,6 @@
 #include "tarn_add_plan_widget.h"
 
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QDateTime>
 #include <QKeyEvent>
@@ -58,7 +59,9 @@ void CTarnAddPlanWidget::SetController(CStandardViewController* controller) {
   d_->controller = controller;
   d_->saving->SetController(controller);
   d_->header->Groups()->SetController(controller);
+  d_->OnControllerLost();
   if (controller) {
+    connect(controller, &QObject::destroyed, this, [this] { d_->OnControllerLost(); });
     connect(controller, &CStandardViewController::signalShowMessage, this,
             [this](const QString& text, CNomalMessage::AlertState state) { d_->OnControllerMessage(text, state); });
   }
@@ -91,7 +94,7 @@ void CTarnAddPlanWidget::OpenPlan(const QString& plan_code) {
   d_->header->Groups()->SetAddMode(false);
   d_->awaited = plan_code;
   if (!d_->controller) {
-    d_->ShowNotLoaded(tr("The plans are not available now. Try again later."));
+    d_->OnControllerLost();
     return;
   }
   d_->SetBusy(tr("Loading..."));
@@ -116,34 +119,25 @@ bool CTarnAddPlanWidget::IsSaving() const {
 }
 
 bool CTarnAddPlanWidget::IsDirty() const {
+  d_->TakeTyped();
   return d_->document.IsDirty();
 }
 
 bool CTarnAddPlanWidget::MayClose() {
   if (d_->saving->IsSaving()) {
-    d_->Refuse(tr("The plan is being saved. Wait a moment."));
-    return false;
+    return d_->MayLeaveSave();
   }
   if (!IsDirty()) {
     return true;
   }
   const QPointer<CTarnAddPlanWidget> self(this);
-  const QPointer<CModalTipDialog> question(new CModalTipDialog(this));
-  question->SetDialogModel(CModalTipDialog::QuestionModel);
-  question->SetDialogSize(CModalTipDialog::LargeSize);  // for three buttons in words
-  question->SetTitle(tr("Unsaved changes"));
-  question->SetContent(tr("The plan has changes that are not saved."));
-  question->SetConfirmText(tr("Save"));
-  question->SetOtherText(tr("Throw away"));
-  question->SetCancelText(tr("Keep editing"));
-  const int answer = question->exec();
-  delete question.data();
+  const int answer = d_->Ask({tr("Unsaved changes"), tr("The plan has changes that are not saved."), tr("Save"),
+                              tr("Throw away"), tr("Keep editing")});
   if (!self) {
     return false;
   }
   if (answer == CModalTipDialog::Other) {
-    d_->Reset();
-    d_->document.StartNew(QString(), QString());
+    d_->ThrowAway();
     return true;
   }
   if (answer == CModalTipDialog::Confirmed) {
@@ -156,6 +150,8 @@ void CTarnAddPlanWidget::Save() {
   if (d_->saving->IsSaving() || !d_->awaited.isEmpty()) {
     return;
   }
+  d_->TakeTyped();
+  d_->header->Groups()->SetAddMode(d_->document.PlanCode().empty());
   const QString problem = d_->FindProblem();
   if (problem.isEmpty()) {
     d_->Send();
@@ -221,9 +217,57 @@ void CTarnAddPlanWidget::Private::Reset() {
   awaited.clear();
   theirs = {};
   opened_pages.clear();
+  copying = false;
+  grid->SetCurrentWindow(1);
   conflict->hide();
   SetBusy(QString());
   footer->SetSavePossible(true);
+}
+
+void CTarnAddPlanWidget::Private::ThrowAway() {
+  Reset();
+  document.StartNew(QString(), QString());
+}
+
+// What stands in a field counts, also before the field is left.
+void CTarnAddPlanWidget::Private::TakeTyped() {
+  const auto fields = q->findChildren<QAbstractSpinBox*>();
+  for (QAbstractSpinBox* field : fields) {
+    field->interpretText();
+  }
+}
+
+int CTarnAddPlanWidget::Private::Ask(const Question& words) {
+  const QPointer<CModalTipDialog> question(new CModalTipDialog(q));
+  question->SetDialogModel(CModalTipDialog::QuestionModel);
+  question->SetDialogSize(CModalTipDialog::LargeSize);  // for three buttons in words
+  question->SetTitle(words.title);
+  question->SetContent(words.text);
+  question->SetConfirmText(words.yes);
+  question->SetOtherText(words.other);
+  question->SetCancelText(words.no);
+  const int answer = question->exec();
+  delete question.data();
+  return answer;
+}
+
+bool CTarnAddPlanWidget::Private::MayLeaveSave() {
+  if (!saving->IsSlow()) {
+    Refuse(CTarnAddPlanWidget::tr("The plan is being saved. Wait a moment."));
+    return false;
+  }
+  const QPointer<CTarnAddPlanWidget> alive(q);
+  const int answer = Ask({CTarnAddPlanWidget::tr("Still saving"),
+                          CTarnAddPlanWidget::tr("Nobody has said yet that the plan is saved. It may still be saved "
+                                                 "when you leave now."),
+                          CTarnAddPlanWidget::tr("Leave"), QString(), CTarnAddPlanWidget::tr("Wait")});
+  if (!alive || answer != CModalTipDialog::Confirmed) {
+    return false;
+  }
+  if (saving->IsSaving()) {
+    ThrowAway();
+  }
+  return !document.IsDirty();
 }
 
 // Disabled as a whole, so that nothing is typed into a plan that is on its way; the input stays in sight. The focus
@@ -290,6 +334,12 @@ void CTarnAddPlanWidget::Private::OnControllerMessage(const QString& reason, int
   }
 }
 
+void CTarnAddPlanWidget::Private::OnControllerLost() {
+  if (!awaited.isEmpty()) {
+    ShowNotLoaded(CTarnAddPlanWidget::tr("The plans are not available now. Try again later."));
+  }
+}
+
 void CTarnAddPlanWidget::Private::ShowNotLoaded(const QString& reason) {
   SetBusy(QString());
   scroll->setEnabled(false);
@@ -300,7 +350,7 @@ void CTarnAddPlanWidget::Private::ShowNotLoaded(const QString& reason) {
 
 void CTarnAddPlanWidget::Private::LoadTheirs() {
   conflict->hide();
-  document.Load(theirs);
+  document.TakeOver(theirs);
   opened_pages = document.Draft().pages;
   theirs = {};
   header->FocusName();
@@ -312,13 +362,18 @@ void CTarnAddPlanWidget::Private::Overwrite() {
 }
 
 void CTarnAddPlanWidget::Private::SaveAsNew() {
-  conflict->hide();
-  document.BecomeNew();
-  const QString mark = CTarnAddPlanWidget::tr(" (copy)");
-  document.SetName(document.Draft().name.left(kLongestName - mark.size()) + mark);
-  header->SetTitle(CTarnAddPlanWidget::tr("New plan"));
+  TakeTyped();
   header->Groups()->SetAddMode(true);
-  q->Save();
+  const QString problem = FindProblem();
+  if (!problem.isEmpty()) {
+    Refuse(problem);
+    return;
+  }
+  conflict->hide();
+  copying = true;
+  SetBusy(CTarnAddPlanWidget::tr("Saving..."));
+  const QString mark = CTarnAddPlanWidget::tr(" (copy)");
+  saving->SaveCopy(document.Draft().name.left(kLongestName - mark.size()) + mark, Thumbnail());
 }
 
 }  // namespace TarnPlanView

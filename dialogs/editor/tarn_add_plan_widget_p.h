@@ -35,6 +35,14 @@ class CTarnAddPlanWidget::Private {
 
   /// Before another plan comes in, or none.
   void Reset();
+  /// Leaves the editor empty and clean.
+  void ThrowAway();
+  void TakeTyped();
+  struct Question {
+    QString title, text, yes, other, no;
+  };
+  int Ask(const Question& words);
+  bool MayLeaveSave();
   void SetBusy(const QString& work);
   void Refuse(const QString& text);
   /// Why the plan cannot be sent; empty when it can.
@@ -43,6 +51,7 @@ class CTarnAddPlanWidget::Private {
   void Send();
   std::string Thumbnail() const;
   void OnControllerMessage(const QString& text, int state);
+  void OnControllerLost();
   void ShowNotLoaded(const QString& reason);
   void LoadTheirs();
   void Overwrite();
@@ -67,6 +76,7 @@ class CTarnAddPlanWidget::Private {
   QPointer<CStandardViewController> controller;
   QPointer<QWidget> had_focus;  // before the work that is going on
   QString awaited;              // code of the plan that is being fetched
+  bool copying = false;         // the save under way is to make a second plan
   QVector<DraftPage> opened_pages;
   view_plugin_protocol::GetPlanDetailResponse theirs;
 };

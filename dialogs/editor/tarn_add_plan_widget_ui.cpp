@@ -4,6 +4,7 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "conflict_bar.h"
 #include "editor_cameras.h"
@@ -55,7 +56,7 @@ void CTarnAddPlanWidget::Private::BuildPages() {
   strip = new CPageStrip(&document, pages_side);
   page_settings = new CPageSettings(&document, pages_side);
   grid = new CWindowGrid(&document, &text, pages_side);
-  grid->SetOtherContentFixed(CViewConfigManager::Instance().OnlyCamera());
+  document.SetOtherContentFixed(CViewConfigManager::Instance().OnlyCamera());
   window_settings = new CWindowSettings(&document, &text, pages_side);
   auto* column = new QVBoxLayout(pages_side);
   column->setContentsMargins(0, 0, 0, 0);
@@ -120,8 +121,6 @@ void CTarnAddPlanWidget::Private::Connect() {
   connect(grid, &CWindowGrid::SignalCurrentWindowChanged, window_settings, &CWindowSettings::ShowWindow);
   connect(footer, &CEditorFooter::SignalSave, q, &CTarnAddPlanWidget::Save);
   connect(footer, &CEditorFooter::SignalCancel, q, &CTarnAddPlanWidget::Cancel);
-  AddShortcut(QKeySequence::Save, [this] { q->Save(); });
-  AddShortcut(QKeySequence::Find, [this] { cameras->FocusSearch(); });
   AddShortcut(QKeySequence::Undo, [this] { document.UndoStack().undo(); });
   AddShortcut(QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_Z), [this] { document.UndoStack().redo(); });
   AddShortcut(QKeySequence(Qt::CTRL + Qt::Key_Y), [this] { document.UndoStack().redo(); });
@@ -144,10 +143,15 @@ void CTarnAddPlanWidget::Private::ConnectSaving() {
     SetBusy(QString());
     Q_EMIT q->SignalClosed();
   });
+  connect(saving, &CPlanSaving::SignalSlow, q,
+          [this] { footer->ShowWork(CTarnAddPlanWidget::tr("Saving takes long. Cancel leaves the editor.")); });
   connect(saving, &CPlanSaving::SignalFailed, q, [this](const QString& reason) {
     SetBusy(QString());
     if (!reason.isEmpty()) {
       Refuse(reason);
+    }
+    if (std::exchange(copying, false)) {  // the choice is open again
+      conflict->show();
     }
   });
   connect(saving, &CPlanSaving::SignalChangedElsewhere, q,

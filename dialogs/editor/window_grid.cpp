@@ -142,15 +142,9 @@ void CWindowGrid::Swap(int window_no, int other_window_no) {
   if (window_no == other_window_no || other_window_no < 1 || other_window_no > WindowCount()) {
     return;
   }
-  const auto fixed = [this](int number) {
-    return other_content_fixed_ && CWindowText::IsFilled(Window(number)) && !CWindowText::IsCamera(Window(number));
-  };
-  if (fixed(window_no) || fixed(other_window_no)) {
-    Q_EMIT SignalRefused(tr("Only cameras can be moved here."));
-    return;
+  if (document_->SwapWindows(document_->CurrentPage(), window_no, other_window_no)) {
+    SetCurrentWindow(other_window_no);
   }
-  document_->SwapWindows(document_->CurrentPage(), window_no, other_window_no);
-  SetCurrentWindow(other_window_no);
 }
 
 void CWindowGrid::Clear() {

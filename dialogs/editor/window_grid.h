@@ -27,8 +27,6 @@ class CWindowGrid : public QWidget {
   QRect WindowRect(int window_no) const;
   /// Puts one camera into a window, or several from there on; what does not fit on the page is told.
   bool PutCameras(int window_no, const QVector<DraftCamera>& cameras);
-  /// Content other than cameras stays where it is.
-  void SetOtherContentFixed(bool fixed) { other_content_fixed_ = fixed; }
   /// The cameras' names are to be looked up anew.
   void RenewNames();
 
@@ -80,7 +78,6 @@ class CWindowGrid : public QWidget {
   int shown_page_ = 0;
   std::optional<QVector<DraftCamera>> drop_;
   std::optional<QPoint> pressed_at_;
-  bool other_content_fixed_ = false;
 };
 
 }  // namespace TarnPlanView

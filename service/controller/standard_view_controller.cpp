@@ -107,6 +107,10 @@ DeletePlanResquest MakeDeletePlanRequest(const QModelIndex& index) {
   return request;
 }
 
+QString TooManyWindows() {
+  return CStandardViewController::tr("Orbis-ControlClient.84c1323492ea472ca4d571b907908b8e.msg");
+}
+
 bool IsFilled(const PlanWindow& window) {
   return !window.resource_code.empty() || window.content_kind != 0;
 }
@@ -265,29 +269,46 @@ void CStandardViewController::updatePlanGroupNameThread(const QModelIndex& index
 }
 
 void CStandardViewController::AddPlanParam(const AddPlanRequest& request) {
-  if (!IsExceedAddLimit(request.pages)) {
-    addPlanParamThread(request);
+  AddPlanParam(request, [](bool, const QString&) {});
+}
+
+void CStandardViewController::AddPlanParam(const AddPlanRequest& request, const PlanAnswer& answer) {
+  if (IsExceedAddLimit(request.pages)) {
+    answer(false, TooManyWindows());
+  } else {
+    addPlanParamThread(request, answer);
   }
 }
 
-void CStandardViewController::addPlanParamThread(const AddPlanRequest& request) {
-  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::AddPlan, request), [this, request](const auto& answer) {
+void CStandardViewController::addPlanParamThread(const AddPlanRequest& request, const PlanAnswer& told) {
+  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::AddPlan, request), [this, request, told](const auto& answer) {
+    const std::string& code = answer.response.index_code;
     Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"),
-           [&] { Q_EMIT SignalAddPlanSucc(request, StringToQString(answer.response.index_code)); });
+           [&] { Q_EMIT SignalAddPlanSucc(request, StringToQString(code)); });
+    told(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
   });
 }
 
 void CStandardViewController::UpdatePlanParam(const UpdatePlanRequest& request, const QString& old_name) {
-  if (!IsExceedAddLimit(request.pages)) {
-    updatePlanParamThread(request, old_name);
+  UpdatePlanParam(request, old_name, [](bool, const QString&) {});
+}
+
+void CStandardViewController::UpdatePlanParam(const UpdatePlanRequest& request, const QString& old_name,
+                                              const PlanAnswer& answer) {
+  if (IsExceedAddLimit(request.pages)) {
+    answer(false, TooManyWindows());
+  } else {
+    updatePlanParamThread(request, old_name, answer);
   }
 }
 
-void CStandardViewController::updatePlanParamThread(const UpdatePlanRequest& request, const QString& old_name) {
+void CStandardViewController::updatePlanParamThread(const UpdatePlanRequest& request, const QString& old_name,
+                                                    const PlanAnswer& told) {
   // The old name travels with the request for whoever watches it; the host is not told.
   CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::UpdatePlan, request),
-            [this, request, old_name](const auto& answer) {
+            [this, request, old_name, told](const auto& answer) {
               Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"), [&] { Q_EMIT SignalUpdatePlanSucc(request); });
+              told(answer.ok, StringToQString(answer.ok ? request.plan_index_code : answer.response.error_info));
             });
 }
 
@@ -505,8 +526,7 @@ bool CStandardViewController::IsExceedAddLimit(const std::list<PlanPage>& pages)
   if (filled <= kMaxFilledWindows) {
     return false;
   }
-  Q_EMIT signalShowMessage(tr("Orbis-ControlClient.84c1323492ea472ca4d571b907908b8e.msg"),
-                           MarUIControl::CNomalMessage::Failure);
+  Q_EMIT signalShowMessage(TooManyWindows(), MarUIControl::CNomalMessage::Failure);
   return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QModelIndex>
 #include <QObject>
+#include <functional>
 #include <list>
 #include <memory>
 #include <string>
@@ -39,6 +40,13 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   /// Nothing is sent when the pages hold more than 128 filled windows.
   void AddPlanParam(const view_plugin_protocol::AddPlanRequest& request);
   void UpdatePlanParam(const view_plugin_protocol::UpdatePlanRequest& request, const QString& old_name);
+  /// How one call ended: `text` is the plan's code, or the reason of the failure.
+  using PlanAnswer = std::function<void(bool ok, const QString& text)>;
+  /// For who must know what came of this very call: `answer` is called once, after the signals, unless the controller
+  /// dies before; without a delay when nothing is sent.
+  void AddPlanParam(const view_plugin_protocol::AddPlanRequest& request, const PlanAnswer& answer);
+  void UpdatePlanParam(const view_plugin_protocol::UpdatePlanRequest& request, const QString& old_name,
+                       const PlanAnswer& answer);
   /// Answers with SignalPlayPlanView(); nothing for an empty code.
   void PlayPlanViewByIndexCode(const std::string& indexCode);
   /// Answers with SignalGetPlanInfo().
@@ -92,8 +100,9 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   void deletePlanGroupByIndexThread(const QModelIndex& index);
   void deletePlanByIndexThread(const QModelIndex& index);
   void updatePlanGroupNameThread(const QModelIndex& index, const QString& name);
-  void addPlanParamThread(const view_plugin_protocol::AddPlanRequest& request);
-  void updatePlanParamThread(const view_plugin_protocol::UpdatePlanRequest& request, const QString& old_name);
+  void addPlanParamThread(const view_plugin_protocol::AddPlanRequest& request, const PlanAnswer& told);
+  void updatePlanParamThread(const view_plugin_protocol::UpdatePlanRequest& request, const QString& old_name,
+                             const PlanAnswer& told);
   void downloadPlanInfoThread(const std::string& indexCode);
   void getPlanInfoByIndexCodeThread(const std::string& indexCode);
   void addOperationPlayPlanThread(const QString& name, bool automatic, bool from_history);

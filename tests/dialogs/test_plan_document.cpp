@@ -141,7 +141,8 @@ void RandomEdit(CPlanDocument* document) {
     case 10:
       return document->SetDwell(page, *rc::gen::arbitrary<int>());
     case 11:
-      return document->SwapWindows(page, window, *rc::gen::inRange(-1, 18));
+      document->SwapWindows(page, window, *rc::gen::inRange(-1, 18));
+      return;
     case 12:
       return document->ClearWindow(page, window);
     case 13:
@@ -173,7 +174,8 @@ class PlanDocumentTest : public TarnTest::CPlanTest {
   void PagesAreLimited();
   void TypingIsOneStep();
   void TellsWhatChanged();
-  void SavingAndBecomingNew();
+  void SavingAndTakingOver();
+  void OtherContentStays();
   void TimesOfDay();
   void RandomEditsUndone();
   void RandomPlansThroughTheStore();
@@ -382,7 +384,7 @@ void PlanDocumentTest::TellsWhatChanged() {
   QCOMPARE(document.CurrentPage(), 0);
 }
 
-void PlanDocumentTest::SavingAndBecomingNew() {
+void PlanDocumentTest::SavingAndTakingOver() {
   CPlanDocument document;
   document.Load(Detail({Page(1, 2, {})}));
   document.SetName("Day");
@@ -390,15 +392,47 @@ void PlanDocumentTest::SavingAndBecomingNew() {
   QCOMPARE(document.MakeUpdateRequest().revision, int64_t(9));
   document.MarkSaved(10);
   QVERIFY(!document.IsDirty());
-  document.BecomeNew();
-  QVERIFY(document.IsDirty() && document.PlanCode().empty() && document.Revision() == 0);
-  document.UndoStack().undo();
-  QCOMPARE(document.MakeAddRequest().thumbnail.size(), size_t(6));
-  document.MarkSaved(1, "78");
-  QVERIFY(!document.IsDirty());
-  QCOMPARE(document.MakeUpdateRequest().plan_index_code, std::string("78"));
-  document.UndoStack().redo();
+  const PlanDraft sent = document.Draft();
+  document.SetGroup("13");
+  document.MarkSaved(sent, 11, "78");  // late: the edit since is not saved
   QVERIFY(document.IsDirty());
+  QCOMPARE(document.MakeUpdateRequest().plan_index_code, std::string("78"));
+  QCOMPARE(document.GroupCode(), std::string("12"));
+  document.MarkSaved(12);
+  QCOMPARE(document.GroupCode(), std::string("13"));
+  document.UndoStack().undo();
+  QVERIFY(document.IsDirty());
+
+  auto theirs = Detail({FullPage(1), FullPage(2), FullPage(3), FullPage(4), FullPage(5), FullPage(6), FullPage(7),
+                        FullPage(8), FullPage(9)});  // more than can be filled here
+  theirs.revision = 20;
+  const PlanDraft mine = document.Draft();
+  document.TakeOver(theirs);
+  QVERIFY(!document.IsDirty());
+  QCOMPARE(document.Draft().pages.size(), 9);
+  document.UndoStack().undo();
+  QVERIFY(document.IsDirty() && document.Draft() == mine);
+  QCOMPARE(document.MakeUpdateRequest().revision, int64_t(20));
+}
+
+void PlanDocumentTest::OtherContentStays() {
+  CPlanDocument document;
+  document.Load(Detail({Page(1, 2, {Window(1, "a"), Window(2, "map", 7), Window(3, "c")})}));
+  document.SetOtherContentFixed(true);
+  QSignalSpy refused(&document, &CPlanDocument::SignalRefused);
+  QVERIFY(!document.PutCamera(0, 2, {"x", "X"}));
+  QVERIFY(!document.FillPage(0, 1, {{"x", "X"}, {"y", "Y"}}));
+  QVERIFY(!document.SwapWindows(0, 1, 2));
+  document.ClearWindow(0, 2);
+  document.ClearPage(0);
+  document.RemovePage(0);
+  QCOMPARE(refused.size(), 6);
+  QVERIFY(!document.IsDirty());
+  QVERIFY(document.SwapWindows(0, 1, 3));
+  QVERIFY(document.PutCamera(0, 4, {"x", "X"}));
+  document.ClearWindow(0, 1);
+  document.SetSplit(0, 1);
+  QCOMPARE(refused.size(), 6);
 }
 
 void PlanDocumentTest::TimesOfDay() {
@@ -416,6 +450,11 @@ void PlanDocumentTest::TimesOfDay() {
   QCOMPARE(document.UndoStack().count(), 2);
   const auto request = document.MakeUpdateRequest();
   QCOMPARE(request.begin_time + " " + request.end_time, std::string("22:00:00 22:00:00"));
+  detail.start_time = "08:00";
+  detail.auto_run = true;
+  document.Load(detail);
+  QCOMPARE(document.Draft().begin, QTime(8, 0));
+  QCOMPARE(document.MakeUpdateRequest().begin_time, std::string("08:00:00"));
 }
 
 void PlanDocumentTest::RandomEditsUndone() {
