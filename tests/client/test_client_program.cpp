@@ -159,6 +159,7 @@ void ClientProgramTest::PlaysAndTurnsThePage() {
 
 void ClientProgramTest::OpensTheDefaultViewAtTheNextStart() {
   auto store = OpenStore();
+  QTRY_VERIFY(store->IsViewResourceDownFinish());
   view_plugin_protocol::ClienDefaultViewConfigRequest choice;
   choice.index_code = store->FindPlanByName("Round \"\u95e8\"");
   choice.type = 16000;
