@@ -9,7 +9,6 @@
 #include "TarnUIDataController/show_message_tip.h"
 #include "WidgetKit/dock_widget.h"
 #include "async_call.h"
-#include "item_type.h"
 #include "plan_actions.h"
 #include "plan_item_role.h"
 #include "plan_log.h"
@@ -34,18 +33,8 @@ constexpr int kQuestionButtons = 3;
 constexpr int kEditorWidth = 770;
 constexpr int kSecondsPerPlan = 20;
 
-bool IsPlanType(int type) {
-  switch (type) {
-    case PublicPlanItem:
-    case PublicLeafItem:
-    case OwnPlanItem:
-    case OwnLeafItem:
-    case ReceivedPlanItem:
-    case ReceivedLeafItem:
-      return true;
-    default:
-      return false;
-  }
+bool IsPlanRow(const QModelIndex& index) {
+  return CViewPublicDef::GetIndexItemType(index) == 1;
 }
 
 int DepthOf(QModelIndex index) {
@@ -243,7 +232,7 @@ void CViewExternWidget::onAddGroupBtnClicked() {
 
 void CViewExternWidget::onAddPlanViewGroupName(const QString& name) {
   QModelIndex parent = d_->Current();
-  if (IsPlanType(parent.data(ItemTypeRole).toInt())) {
+  if (IsPlanRow(parent)) {
     parent = parent.parent();
   }
   if (DepthOf(parent) >= kMaxGroupDepth) {
@@ -284,7 +273,7 @@ void CViewExternWidget::onAddPlanBtnClicked() {
   const bool had_focus = d_->ui.add_view_btn->hasFocus();
   d_->ui.add_view_btn->setEnabled(false);
   QModelIndex group = d_->Current();
-  if (IsPlanType(group.data(ItemTypeRole).toInt())) {
+  if (IsPlanRow(group)) {
     group = group.parent();
   }
   const QString group_code = group.data(GroupIndexCodeRole).toString();
