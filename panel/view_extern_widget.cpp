@@ -156,8 +156,8 @@ void CViewExternWidget::OnPlayPlanByString(const QString& index_code, int window
 }
 
 void CViewExternWidget::EditPlanByIndex(const QModelIndex& index) {
-  if (d_->controller && index.isValid()) {
-    d_->controller->GetPlanInfoByIndexCode(QStringToString(index.data(PlanIndexCodeRole).toString()));
+  if (d_->controller && index.isValid() && !index.data(IsGroupRole).toBool()) {
+    d_->editPlan(index.data(PlanIndexCodeRole).toString());
   }
 }
 

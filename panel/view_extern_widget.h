@@ -52,6 +52,7 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void PlayPlanByIndex(const QModelIndex& index);
   void PlayPlanByString(const QString& index_code, const bool& automatic);
   void PlayPlanFromHistory(const std::string& index_code);
+  /// The plan slides out in the editor, as by the edit button, once the controller has fetched it.
   void EditPlanByIndex(const QModelIndex& index);
   void DelPlanByIndex(const QModelIndex& index);
 

@@ -297,18 +297,21 @@ void CViewExternWidget::onEditBtnClicked() {
     return;
   }
   if (!index.data(IsGroupRole).toBool()) {
-    const QString code = index.data(PlanIndexCodeRole).toString();
-    const QPointer<CViewExternWidget> alive(this);
-    d_->openPlanEditor([&](CTarnAddPlanWidget* editor) { editor->OpenPlan(code); });
-    if (alive) {
-      d_->renewHold();
-    }
+    d_->editPlan(index.data(PlanIndexCodeRole).toString());
     return;
   }
   d_->NameEdit()->SetMode(kRenameMode);
   d_->NameEdit()->SetName(index.data().toString());
   d_->name_edit_row = CPlanNodeRef(index);
   d_->showNameEdit(d_->ui.edit_btn);
+}
+
+void CViewExternWidget::Private::editPlan(const QString& code) {
+  const QPointer<CViewExternWidget> alive(q);
+  openPlanEditor([&](CTarnAddPlanWidget* editor) { editor->OpenPlan(code); });
+  if (alive) {
+    renewHold();
+  }
 }
 
 CTarnAddPlanWidget* CViewExternWidget::Private::PlanEditor() {

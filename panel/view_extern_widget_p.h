@@ -96,6 +96,8 @@ class CViewExternWidget::Private {
   void showNameEdit(const QWidget* button);
   void SetViewShareShow();
   void requestCreationInfo(const QString& code);
+  /// The controller fetches the plan for the editor.
+  void editPlan(const QString& code);
   CTarnAddPlanWidget* PlanEditor();
   /// `open` tells the editor what to show. False, with the reason as a message, when it can't be opened.
   bool openPlanEditor(const std::function<void(CTarnAddPlanWidget*)>& open);

@@ -37,6 +37,7 @@ CWallBar::CWallBar(QWidget* parent)
     layout->addWidget(label, 1);
   }
   cycle_->setObjectName(QStringLiteral("wall_cycle"));
+  time_->setObjectName(QStringLiteral("page_time"));
   page_->setTextFormat(Qt::PlainText);
   layout->addWidget(page_);
   layout->addWidget(time_);

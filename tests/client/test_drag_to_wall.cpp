@@ -1,8 +1,7 @@
-#include <QTimer>
-#include <QWindow>
 #include <QtTest>
 
 #include "client_desk.h"
+#include "mouse_drag.h"
 
 // Drags with the mouse, in real windows: what the tree packs is what the wall unpacks.
 class DragToWallTest : public TarnTest::CClientDesk {
@@ -15,31 +14,10 @@ class DragToWallTest : public TarnTest::CClientDesk {
   void Drag(const QModelIndex& row);
 };
 
-// The drag runs an event loop of its own; a timer goes on with the mouse from inside it.
 void DragToWallTest::Drag(const QModelIndex& row) {
-  QWidget* port = Tree()->viewport();
   Tree()->scrollTo(row);
-  const QPoint start = Tree()->visualRect(row).center();
-  const QPoint end = Wall().mapTo(window_.get(), Wall().rect().center());
-  QWindow* window = window_->windowHandle();
-  int step = 0;
-  QTimer hand;
-  connect(&hand, &QTimer::timeout, window, [&, window, end] {
-    if (++step < 6) {
-      QTest::mouseMove(window, end - QPoint(6 - step, 0));
-    } else {
-      hand.stop();
-      QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, end);
-    }
-  });
-  QTest::mousePress(port, Qt::LeftButton, Qt::NoModifier, start);
-  hand.start(20);
-  for (int moved = 5; moved <= 40 && step == 0; moved += 5) {
-    const QPoint at = start + QPoint(moved, 0);
-    QMouseEvent move(QEvent::MouseMove, at, port->mapToGlobal(at), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(port, &move);
-  }
-  QTRY_VERIFY(step >= 6);
+  const QPoint to = Wall().mapToGlobal(Wall().rect().center());
+  QVERIFY(TarnTest::DragWithMouse(Tree()->viewport(), Tree()->visualRect(row).center(), to));
 }
 
 void DragToWallTest::PlanPlaysAndGroupCycles() {

@@ -1,80 +1,18 @@
-#include <rapidcheck.h>
-
 #include <QSignalSpy>
 #include <QtTest>
 #include <tuple>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "plan_document.h"
+#include "plan_records.h"
 #include "plan_test.h"
+#include "random_plans.h"
 
 using namespace TarnPlanView;
+using namespace TarnTest;
 using namespace view_plugin_protocol;
-using LyraPluginManager::CViewBusinessInterfaceMgr;
 
 namespace {
-
-PlanWindow Window(int no, const std::string& code, int kind = 1, int stream = 0, int preset = 0) {
-  return {no, kind, code, "name of " + code, stream, preset};
-}
-
-PlanPage Page(int no, int split, std::list<PlanWindow> windows, const std::string& name = {}, int dwell = 10) {
-  PlanPage page;
-  page.page_no = no;
-  page.name = name;
-  page.split_type = split;
-  page.dwell_seconds = dwell;
-  page.windows = std::move(windows);
-  return page;
-}
-
-PlanPage FullPage(int no) {
-  PlanPage page = Page(no, 8, {});
-  for (int window = 1; window <= 16; ++window) {
-    page.windows.push_back(Window(window, std::to_string(window)));
-  }
-  return page;
-}
-
-GetPlanDetailResponse Detail(std::list<PlanPage> pages) {
-  GetPlanDetailResponse detail;
-  detail.index_code = "77";
-  detail.name = "Night";
-  detail.group_index_code = "12";
-  detail.group_name = "Yard";
-  detail.type = 1;
-  detail.pages = std::move(pages);
-  detail.thumbnail = std::string("\x89PNG\0\1", 6);
-  detail.revision = 5;
-  return detail;
-}
-
-/// A whole request in words, so that a failed comparison shows what differs.
-std::string Words(const std::list<PlanPage>& pages) {
-  std::string words;
-  for (const PlanPage& page : pages) {
-    words += "[" + std::to_string(page.page_no) + " " + page.name + " /" + std::to_string(page.split_type) + " " +
-             std::to_string(page.dwell_seconds) + "s";
-    for (const PlanWindow& window : page.windows) {
-      words += " " + std::to_string(window.window_no) + ":" + std::to_string(window.content_kind) + "," +
-               window.resource_code + "," + window.resource_name + "," + std::to_string(window.stream_type) + "," +
-               std::to_string(window.preset_no);
-    }
-    words += "]";
-  }
-  return words;
-}
-
-std::string Words(const UpdatePlanRequest& request) {
-  return request.plan_index_code + " r" + std::to_string(request.revision) + " " + request.plan_name + " in " +
-         request.parent_index_code + " " + request.parent_name + " family " + std::to_string(request.index_type) +
-         (request.auto_play ? " runs " : " rests ") + request.begin_time + "-" + request.end_time + " picture " +
-         std::to_string(request.thumbnail.size()) + " " + Words(request.pages);
-}
-
-std::string Saved(const CPlanDocument& document) {
-  return Words(document.MakeUpdateRequest());
-}
 
 /// Codes in the windows of a page, "-" for an empty one.
 QString Shown(const CPlanDocument& document, int page) {
@@ -84,79 +22,6 @@ QString Shown(const CPlanDocument& document, int page) {
     codes << (window ? QString::fromStdString(window->resource_code) : QStringLiteral("-"));
   }
   return codes.join(' ');
-}
-
-// Plans as other clients, newer versions and accidents may leave them.
-std::list<PlanPage> RandomPages() {
-  std::list<PlanPage> pages;
-  for (int count = *rc::gen::inRange(0, 5); count > 0; --count) {
-    PlanPage page = Page(*rc::gen::inRange(-1, 6), *rc::gen::element(1, 2, 4, 8, 3, 0), {},
-                         *rc::gen::element<std::string>("", "Page 2", "Hof \xc3\xa4"), *rc::gen::arbitrary<int>());
-    for (int windows = *rc::gen::inRange(0, 20); windows > 0; --windows) {
-      page.windows.push_back(Window(*rc::gen::inRange(-1, 20), *rc::gen::element<std::string>("", "7", "8"),
-                                    *rc::gen::element(0, 1, 1, 9), *rc::gen::arbitrary<int>(),
-                                    *rc::gen::inRange(0, 9)));
-    }
-    pages.push_back(page);
-  }
-  return pages;
-}
-
-GetPlanDetailResponse RandomDetail() {
-  GetPlanDetailResponse detail = Detail(RandomPages());
-  detail.auto_run = *rc::gen::arbitrary<bool>();
-  detail.start_time = *rc::gen::element<std::string>("00:00:00", "23:59:59", "07:30:00");
-  detail.end_time = detail.auto_run ? "08:00:00" : *rc::gen::element<std::string>("08:00:00", "");
-  return detail;
-}
-
-DraftCamera RandomCamera() {
-  const QString code = *rc::gen::element<QString>("7", "8", "9", "");
-  return {code, "camera " + code};
-}
-
-void RandomEdit(CPlanDocument* document) {
-  const int page = *rc::gen::inRange(-1, 6);
-  const int window = *rc::gen::inRange(-1, 18);
-  switch (*rc::gen::inRange(0, 18)) {
-    case 0:
-      return document->SetName(*rc::gen::element<QString>("Night", "Nigh", "Day"));
-    case 1:
-      return document->SetGroup("13", "Gate", *rc::gen::inRange(-1, 2));
-    case 2:
-      return document->SetAutoRun(*rc::gen::arbitrary<bool>());
-    case 3:
-      return document->SetTimes(QTime(*rc::gen::inRange(0, 24), 0), QTime(8, 0));
-    case 4:
-      return document->AddPage(page);
-    case 5:
-      return document->DuplicatePage(page);
-    case 6:
-      return document->RemovePage(page);
-    case 7:
-      return document->MovePage(page, *rc::gen::inRange(-1, 6));
-    case 8:
-    case 9:
-      return document->SetSplit(page, *rc::gen::element(1, 2, 4, 8, 5));
-    case 10:
-      return document->SetDwell(page, *rc::gen::arbitrary<int>());
-    case 11:
-      document->SwapWindows(page, window, *rc::gen::inRange(-1, 18));
-      return;
-    case 12:
-      return document->ClearWindow(page, window);
-    case 13:
-      return document->ClearPage(page);
-    case 14:
-      return document->SetStream(page, window, *rc::gen::inRange(0, 3));
-    case 15:
-      return document->SetPreset(page, window, *rc::gen::inRange(0, 9));
-    case 16:
-      document->FillPage(page, window, QVector<DraftCamera>(*rc::gen::inRange(0, 20), RandomCamera()));
-      return;
-    default:
-      document->PutCamera(page, window, RandomCamera());
-  }
 }
 
 }  // namespace
@@ -178,7 +43,6 @@ class PlanDocumentTest : public TarnTest::CPlanTest {
   void OtherContentStays();
   void TimesOfDay();
   void RandomEditsUndone();
-  void RandomPlansThroughTheStore();
 };
 
 void PlanDocumentTest::UnknownThingsGoBackAsTheyCame() {
@@ -482,34 +346,6 @@ void PlanDocumentTest::RandomEditsUndone() {
     }
     RC_ASSERT(document.Draft() == last);
     RC_ASSERT(Saved(document) == last_saved);
-  }));
-}
-
-void PlanDocumentTest::RandomPlansThroughTheStore() {
-  Open({}, false);
-  auto& service = CViewBusinessInterfaceMgr::Instance();
-  GetPlanDetailRequest question;
-  question.plan_index_code = fixture_.Code("Own root plan").toStdString();
-  GetPlanDetailResponse stored;
-  QVERIFY(service.GetPlanDetail(question, stored));
-  QVERIFY(rc::check("what was saved is what is read", [&] {
-    GetPlanDetailResponse random = RandomDetail();
-    std::tie(random.index_code, random.group_index_code, random.group_name, random.revision) =
-        std::tie(stored.index_code, stored.group_index_code, stored.group_name, stored.revision);
-    CPlanDocument document;
-    document.Load(random);
-    for (int edits = *rc::gen::inRange(0, 10); edits > 0; --edits) {
-      RandomEdit(&document);
-    }
-    document.SetGroup(QString::fromStdString(stored.group_index_code), QString::fromStdString(stored.group_name), 1);
-    UpdatePlanResponse response;
-    RC_ASSERT(service.UpdatePlan(document.MakeUpdateRequest(), response));
-    RC_ASSERT(service.GetPlanDetail(question, stored));
-    document.MarkSaved(stored.revision);
-    CPlanDocument read;
-    read.Load(stored);
-    RC_ASSERT(read.Draft() == document.Draft());
-    RC_ASSERT(Saved(read) == Saved(document));
   }));
 }
 

@@ -4,14 +4,15 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSignalSpy>
-#include <QTimer>
 #include <QtTest>
 
+#include "mouse_drag.h"
 #include "plan_item_role.h"
 #include "tree_stage.h"
 
 using namespace TarnPlanView;
 using TarnTest::CTreeStage;
+using TarnTest::DragWithMouse;
 
 namespace {
 
@@ -29,32 +30,6 @@ class CWall : public QWidget {
   }
 };
 
-// Moves and releases the mouse at points of the screen from inside the drag's own event loop.
-class CHand : public QObject {
- public:
-  CHand(QWidget* from, const QList<QPoint>& way) : from_(from), way_(way) {
-    connect(&timer_, &QTimer::timeout, this, &CHand::Step);
-    timer_.start(20);
-  }
-  bool IsDone() const { return way_.isEmpty(); }
-
- private:
-  void Step() {
-    QWindow* window = from_->window()->windowHandle();
-    const QPoint at = window->mapFromGlobal(way_.takeFirst());
-    if (way_.isEmpty()) {
-      timer_.stop();
-      QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, at);
-    } else {
-      QTest::mouseMove(window, at);
-    }
-  }
-
-  QWidget* const from_;
-  QList<QPoint> way_;
-  QTimer timer_;
-};
-
 }  // namespace
 
 // Drags as an operator makes them, in real windows.
@@ -63,25 +38,7 @@ class PlanTreeDragTest : public TarnTest::CPlanTest {
  private Q_SLOTS:
   void PlanIsMovedInsideTheTree();
   void PlanAndGroupReachTheWall();
-
- private:
-  // Presses on the row and drags it to a point of the screen; returns when the drag has ended.
-  void Drag(CTreeStage& stage, const QModelIndex& row, const QPoint& to);
 };
-
-void PlanTreeDragTest::Drag(CTreeStage& stage, const QModelIndex& row, const QPoint& to) {
-  const QPoint start = stage.Middle(row);
-  const QPoint near = stage.tree.viewport()->mapToGlobal(start + QPoint(4, 3));
-  QWidget* port = stage.tree.viewport();
-  QTest::mousePress(port, Qt::LeftButton, Qt::NoModifier, start);
-  CHand hand(&stage.tree, {near, to - QPoint(3, 0), to, to + QPoint(1, 0), to, to});
-  for (int step = 5; step <= 40 && !hand.IsDone(); step += 5) {  // the drag starts, and runs, within one of these
-    QMouseEvent move(QEvent::MouseMove, start + QPoint(step, 0), port->mapToGlobal(start + QPoint(step, 0)),
-                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(port, &move);
-  }
-  QTRY_VERIFY(hand.IsDone());
-}
 
 void PlanTreeDragTest::PlanIsMovedInsideTheTree() {
   Open({{"load_all", 1}});
@@ -92,7 +49,7 @@ void PlanTreeDragTest::PlanIsMovedInsideTheTree() {
   QSignalSpy hidden(&stage.tree, &CPlanViewTree::SignalHideThumbnail);
   const QModelIndex plan = stage.Row("Public root plan"), group = stage.Row("Public B");
   const QPoint target = stage.Middle(group);
-  Drag(stage, plan, stage.tree.viewport()->mapToGlobal(target));
+  QVERIFY(DragWithMouse(stage.tree.viewport(), stage.Middle(plan), stage.tree.viewport()->mapToGlobal(target)));
   QTRY_COMPARE(moved.size(), 1);
   QCOMPARE(moved[0].at(0).toPoint(), stage.Middle(plan));
   QCOMPARE(moved[0].at(1).toPoint(), target);
@@ -113,7 +70,8 @@ void PlanTreeDragTest::PlanAndGroupReachTheWall() {
   fixture_.Messages().Expect("occurs outside of target window");  // that is what such a drag is
   for (const char* name : {"Public root plan", "Public A"}) {
     wall.payload.clear();
-    Drag(stage, stage.Row(name), wall.mapToGlobal(wall.rect().center()));
+    QVERIFY(
+        DragWithMouse(stage.tree.viewport(), stage.Middle(stage.Row(name)), wall.mapToGlobal(wall.rect().center())));
     QTRY_VERIFY(!wall.payload.isEmpty());
     const QJsonObject row = QJsonDocument::fromJson(wall.payload).array().at(0).toObject();
     QCOMPARE(row.value("_source_id_").toString(), fixture_.Code(name));

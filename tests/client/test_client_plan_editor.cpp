@@ -1,0 +1,139 @@
+#include <QLineEdit>
+#include <QtTest>
+
+#include "TarnHost/modal_answer.h"
+#include "client_desk.h"
+
+namespace {
+
+enum Answer { KeepEditing = 0, SaveFirst = 1, ThrowAway = 2 };  // as the question's buttons stand
+
+}  // namespace
+
+// The plan editor in the client's own window: its keys, and leaving with changes that are not saved.
+class ClientPlanEditorTest : public TarnTest::CClientDesk {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void KeysMeanThePlanThatIsEdited();
+  void ClosingAsksAndSavesFirst();
+  void FailedSaveKeepsTheWindow();
+  void SwitchOfUserAsks();
+
+ private:
+  void Edit(const QString& plan);
+  QWidget* Editor() const { return window_->findChild<QWidget*>("add_edit_plan_widget"); }
+  QLineEdit* Name() const { return window_->findChild<QLineEdit*>("plan_name_edit"); }
+  bool IsEditing() const { return Editor() && Editor()->isVisible(); }
+  void Answer(int answer) {
+    questions_ = 0;
+    TarnHost::SetModalAnswer([this, answer](const TarnHost::ModalQuestion&) {
+      ++questions_;
+      return answer;
+    });
+  }
+  static void PressCtrl(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key, Qt::ControlModifier); }
+
+  int questions_ = 0;
+};
+
+void ClientPlanEditorTest::Edit(const QString& plan) {
+  const size_t family = Row(plan).isValid() ? 0 : 1;
+  window_->activateWindow();
+  QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+  window_->ShowFamily(family);
+  window_->Family(family).Panel()->EditPlanByIndex(Row(plan, family));
+  QTRY_VERIFY(IsEditing() && Name()->text() == plan);
+  QTRY_VERIFY(Name()->hasFocus());
+}
+
+void ClientPlanEditorTest::KeysMeanThePlanThatIsEdited() {
+  Open();
+  Play("Public A plan 2");
+  const auto playing = Stored("Public A plan 2").revision;
+  Edit("Public A plan 10");
+  PressCtrl(Qt::Key_F);
+  QCOMPARE(QApplication::focusWidget()->objectName(), QString("camera_search"));
+  Name()->setFocus();
+  Name()->selectAll();
+  QTest::keyClicks(Name(), "Renamed here");
+  PressCtrl(Qt::Key_Z);  // the plan's undo, not the field's
+  QCOMPARE(Name()->text(), QString("Public A plan 10"));
+  QTest::keyClick(Name(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+  QCOMPARE(Name()->text(), QString("Renamed here"));
+  PressCtrl(Qt::Key_S);
+  QTRY_VERIFY(Row("Renamed here").isValid());
+  QTRY_VERIFY(!IsEditing());
+  QCOMPARE(Stored("Public A plan 2").revision, playing);
+  QCOMPARE(Wall().PlanName(), QString("Public A plan 2"));
+}
+
+void ClientPlanEditorTest::ClosingAsksAndSavesFirst() {
+  Open();
+  Edit("Public A plan 10");
+  Name()->setText("Not yet");
+  Answer(KeepEditing);
+  QVERIFY(!window_->close());
+  QCOMPARE(questions_, 1);
+  QVERIFY(IsEditing());
+  QCOMPARE(Name()->text(), QString("Not yet"));
+
+  Answer(SaveFirst);
+  QVERIFY(!window_->close());
+  QTRY_VERIFY(!window_->isVisible());
+  QCOMPARE(questions_, 1);
+  QVERIFY(Row("Not yet").isValid());
+
+  CloseDesk();
+  Open();
+  Edit("Public A plan 10");
+  Name()->setText("Never");
+  Answer(ThrowAway);
+  QVERIFY(window_->close());
+  QCOMPARE(questions_, 1);
+  QVERIFY(!Row("Never").isValid());
+}
+
+void ClientPlanEditorTest::FailedSaveKeepsTheWindow() {
+  Open();
+  Edit("Public A plan 10");
+  Name()->setText("Not yet");
+  fixture_.Services().Fail("UpdatePlan", "The store is away");
+  Answer(SaveFirst);
+  QVERIFY(!window_->close());
+  QTRY_COMPARE(Tip(), QString("The store is away"));
+  QTRY_VERIFY(Editor()->findChild<QWidget*>("save_plan_btn")->isEnabled());
+  QVERIFY(window_->isVisible() && IsEditing());
+  QCOMPARE(Name()->text(), QString("Not yet"));
+
+  // Saved later for its own sake it leaves the window open.
+  fixture_.Services().Mend("UpdatePlan");
+  PressCtrl(Qt::Key_S);
+  QTRY_VERIFY(Row("Not yet").isValid());
+  QTRY_VERIFY(!IsEditing());
+  TarnTest::CPlanFixture::Drain();
+  QVERIFY(window_->isVisible());
+}
+
+void ClientPlanEditorTest::SwitchOfUserAsks() {
+  Open();
+  Edit("Own C plan 2");
+  Name()->setText("Mine");
+  Answer(KeepEditing);
+  window_->SwitchUser("viewer");
+  QCOMPARE(window_->User(), QString("operator"));
+  QVERIFY(IsEditing());
+
+  Answer(SaveFirst);
+  window_->SwitchUser("viewer");
+  QTRY_COMPARE(window_->User(), QString("viewer"));
+  QCOMPARE(questions_, 1);
+  QVERIFY(!IsEditing());
+  QTRY_VERIFY(Row("Plans").isValid());
+  QString error;
+  QVERIFY(fixture_.Store().LogIn("operator", &error));
+  QTRY_VERIFY(Row("Mine", 1).isValid());
+}
+
+QTEST_MAIN(ClientPlanEditorTest)
+#include "test_client_plan_editor.moc"

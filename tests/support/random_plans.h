@@ -1,0 +1,94 @@
+#pragma once
+
+#include <rapidcheck.h>
+
+#include <QTime>
+
+#include "plan_document.h"
+#include "plan_records.h"
+
+namespace TarnTest {
+
+using TarnPlanView::CPlanDocument;
+using TarnPlanView::DraftCamera;
+
+/// What a save of the plan as it is now would send, in words.
+inline std::string Saved(const CPlanDocument& document) {
+  return Words(document.MakeUpdateRequest());
+}
+
+/// Plans as other clients, newer versions and accidents may leave them.
+inline std::list<PlanPage> RandomPages() {
+  std::list<PlanPage> pages;
+  for (int count = *rc::gen::inRange(0, 5); count > 0; --count) {
+    PlanPage page = Page(*rc::gen::inRange(-1, 6), *rc::gen::element(1, 2, 4, 8, 3, 0), {},
+                         *rc::gen::element<std::string>("", "Page 2", "Hof \xc3\xa4"), *rc::gen::arbitrary<int>());
+    for (int windows = *rc::gen::inRange(0, 20); windows > 0; --windows) {
+      page.windows.push_back(Window(*rc::gen::inRange(-1, 20), *rc::gen::element<std::string>("", "7", "8"),
+                                    *rc::gen::element(0, 1, 1, 9), *rc::gen::arbitrary<int>(),
+                                    *rc::gen::inRange(0, 9)));
+    }
+    pages.push_back(page);
+  }
+  return pages;
+}
+
+inline GetPlanDetailResponse RandomDetail() {
+  GetPlanDetailResponse detail = Detail(RandomPages());
+  detail.auto_run = *rc::gen::arbitrary<bool>();
+  detail.start_time = *rc::gen::element<std::string>("00:00:00", "23:59:59", "07:30:00");
+  detail.end_time = detail.auto_run ? "08:00:00" : *rc::gen::element<std::string>("08:00:00", "");
+  return detail;
+}
+
+inline DraftCamera RandomCamera() {
+  const QString code = *rc::gen::element<QString>("7", "8", "9", "");
+  return {code, "camera " + code};
+}
+
+/// One edit of any kind, of a page and a window that may not be there.
+inline void RandomEdit(CPlanDocument* document) {
+  const int page = *rc::gen::inRange(-1, 6);
+  const int window = *rc::gen::inRange(-1, 18);
+  switch (*rc::gen::inRange(0, 18)) {
+    case 0:
+      return document->SetName(*rc::gen::element<QString>("Night", "Nigh", "Day"));
+    case 1:
+      return document->SetGroup("13", "Gate", *rc::gen::inRange(-1, 2));
+    case 2:
+      return document->SetAutoRun(*rc::gen::arbitrary<bool>());
+    case 3:
+      return document->SetTimes(QTime(*rc::gen::inRange(0, 24), 0), QTime(8, 0));
+    case 4:
+      return document->AddPage(page);
+    case 5:
+      return document->DuplicatePage(page);
+    case 6:
+      return document->RemovePage(page);
+    case 7:
+      return document->MovePage(page, *rc::gen::inRange(-1, 6));
+    case 8:
+    case 9:
+      return document->SetSplit(page, *rc::gen::element(1, 2, 4, 8, 5));
+    case 10:
+      return document->SetDwell(page, *rc::gen::arbitrary<int>());
+    case 11:
+      document->SwapWindows(page, window, *rc::gen::inRange(-1, 18));
+      return;
+    case 12:
+      return document->ClearWindow(page, window);
+    case 13:
+      return document->ClearPage(page);
+    case 14:
+      return document->SetStream(page, window, *rc::gen::inRange(0, 3));
+    case 15:
+      return document->SetPreset(page, window, *rc::gen::inRange(0, 9));
+    case 16:
+      document->FillPage(page, window, QVector<DraftCamera>(*rc::gen::inRange(0, 20), RandomCamera()));
+      return;
+    default:
+      document->PutCamera(page, window, RandomCamera());
+  }
+}
+
+}  // namespace TarnTest
