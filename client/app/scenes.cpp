@@ -33,14 +33,14 @@ namespace {
 
 constexpr int kStepMs = 40;
 
-void Press(QWidget* widget, int key) {
+}  // namespace
+
+void CScene::Press(QWidget* widget, int key) {
   QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
   QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
   QCoreApplication::sendEvent(widget, &press);
   QCoreApplication::sendEvent(widget, &release);
 }
-
-}  // namespace
 
 const std::vector<CScene::Entry>& CScene::Entries() {
   static const std::vector<Entry> entries{
@@ -65,6 +65,9 @@ const std::vector<CScene::Entry>& CScene::Entries() {
       {"drop", &CScene::Drop},
       {"plan-editor", &CScene::PlanEditor},
       {"plan-editor-new", &CScene::PlanEditorNew},
+      {"plan-editor-cameras", &CScene::PlanEditorCameras},
+      {"plan-editor-conflict", &CScene::PlanEditorConflict},
+      {"plan-editor-question", &CScene::PlanEditorQuestion},
       {"preview", &CScene::Preview},
       {"wait", &CScene::Wait},
   };
@@ -315,19 +318,6 @@ void CScene::Drop() {
     QCoreApplication::sendEvent(&wall, &enter);
     return true;
   });
-}
-
-void CScene::PlanEditor() {
-  Browse();
-  AddExpansion(QStringLiteral("Tours"));
-  AddCurrent(QStringLiteral("Whole site"));
-  AddClick(QStringLiteral("edit_btn"));
-}
-
-void CScene::PlanEditorNew() {
-  Browse();
-  AddCurrent(QStringLiteral("Gates"));
-  AddClick(QStringLiteral("add_view_btn"));
 }
 
 void CScene::Preview() {

@@ -57,9 +57,13 @@ class CScene : public QObject {
   void Drop();
   void PlanEditor();
   void PlanEditorNew();
+  void PlanEditorCameras();
+  void PlanEditorConflict();
+  void PlanEditorQuestion();
   void Preview();
   void Wait();
 
+  static void Press(QWidget* widget, int key);
   QModelIndex Row(const QString& name) const;
   void AddExpansion(const QString& group);
   void AddCurrent(const QString& name);
@@ -68,6 +72,11 @@ class CScene : public QObject {
   void AddMenuCommand(int command);
   void AddSearch(const QString& text);
   void AddPlay(const QString& name);
+  /// Opens the plan "Whole site" in the editor and waits until it and the cameras are there.
+  void AddEditor();
+  void AddEditedName(const QString& name);
+  template <class Widget>
+  Widget* InEditor(const char* name) const;
 
   CMainWindow* const window_;
   std::deque<Step> steps_;

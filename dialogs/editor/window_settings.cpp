@@ -54,6 +54,7 @@ QComboBox* CWindowSettings::MakeBox(const char* name, const QString& label) {
   box->setAccessibleName(label);
   box->setToolTip(label);
   box->setFocusPolicy(Qt::StrongFocus);
+  box->setPlaceholderText(label);
   box->setFixedWidth(132);
   box->installEventFilter(this);
   return box;
