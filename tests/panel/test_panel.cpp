@@ -54,15 +54,10 @@ class PanelTest : public TarnTest::CPlanTest {
   void NamesTheMissingRight();
   void AddsGroupsDownToTheSixthLevel();
   void RenamesTheRowThatTheEditorWasOpenedFor();
-  void AsksBeforeDeletingAGroup();
-  void AsksBeforeDeletingAPlan();
-  void RowGoneUnderTheQuestionIsLeftAlone();
   void MenuCommands();
   void MenuOfAVanishedRowTouchesNoOther();
   void WhateverDiesFirstDoesNoHarm();
   void SwitchOfUserEndsWhatIsUnderWay();
-  void MovesPlansWhole();
-  void ReportsRefusedRowMoves();
   void PlayingPlanIsMarkedAndCurrent();
   void FillsTheUpdateOfThePlayingPlan();
   void PreviewsThePlanUnderTheMouse();
@@ -70,7 +65,6 @@ class PanelTest : public TarnTest::CPlanTest {
 
  private:
   void openNameEditor(CPanelStage& stage, const char* button, const QString& name);
-  QString groupOf(const QString& plan) const;
 };
 
 void PanelTest::StartsWaitingAndThenShowsTheTree() {
@@ -195,98 +189,6 @@ void PanelTest::RenamesTheRowThatTheEditorWasOpenedFor() {
   fixture_.Drain();
   QCOMPARE(Services().Count(QStringLiteral("UpdatePlanGroup")), 0);
   QCOMPARE(stage.TakeTips().size(), 1);
-}
-
-void PanelTest::AsksBeforeDeletingAGroup() {
-  for (const bool with_children : {false, true}) {
-    Open({{QStringLiteral("delete_with_children"), with_children}, {QStringLiteral("show_mode"), 1}});
-    {
-      CPanelStage stage(fixture_);
-      // Not expanded yet: the host is asked whether there is anything below.
-      stage.Expand(stage.Tree().model()->index(0, 0));
-      stage.Choose(QStringLiteral("Public B"));
-      stage.answer = 0;
-      Services().ForgetCalls();
-      stage.Button("delete_btn")->click();
-      QCOMPARE(stage.TakeQuestions(), QStringList(with_children ? "ConfirmToDelete" : "ContainsChildNodesThPmmApRHD"));
-      fixture_.Drain();
-      QCOMPARE(Services().Count(QStringLiteral("DeletePlanGroup")), 0);  // declined, or not even asked
-
-      stage.Panel().SetCurPlayItemByIndexCode(fixture_.Code(QStringLiteral("A1 plan 2")));
-      stage.Choose(QStringLiteral("A1 plan 2"));
-      stage.Choose(QStringLiteral("Public A"));
-      stage.answer = 1;
-      QSignalSpy stop(&stage.Panel(), &CViewExternWidget::SignalStopPlan);
-      stage.Button("delete_btn")->click();
-      if (with_children) {
-        // The playing plan stands two levels below; still nobody is told to stop it.
-        QCOMPARE(stage.TakeQuestions().size(), 1);
-        QTRY_VERIFY(!stage.Row(QStringLiteral("Public A")).isValid());
-      } else {
-        QCOMPARE(stage.TakeQuestions(), QStringList("ContainsChildNodesThPmmApRHD"));
-      }
-      QCOMPARE(stop.size(), 0);
-      fixture_.Drain();
-    }
-    Shut();
-  }
-}
-
-void PanelTest::AsksBeforeDeletingAPlan() {
-  for (const int show_mode : {0, 1}) {
-    Open({{QStringLiteral("show_mode"), show_mode}});
-    {
-      CPanelStage stage(fixture_);
-      stage.Choose(QStringLiteral("Public A plan 2"));
-      stage.answer = 0;
-      stage.Button("delete_btn")->click();
-      QCOMPARE(stage.TakeQuestions(), QStringList("ConfirmToDelete"));
-      fixture_.Drain();
-      QCOMPARE(Services().Count(QStringLiteral("DeletePlan")), 0);
-
-      stage.Panel().SetCurPlayItemByIndexCode(fixture_.Code(QStringLiteral("Public A plan 2")));
-      int calls_at_stop = -1;
-      connect(&stage.Panel(), &CViewExternWidget::SignalStopPlan, &stage.Panel(),
-              [&] { calls_at_stop = Services().Count(QStringLiteral("DeletePlan")); });
-      stage.answer = 1;
-      Services().Hold(QStringLiteral("DeletePlan"));
-      stage.Button("delete_btn")->click();
-      QCOMPARE(stage.TakeQuestions(),
-               QStringList(show_mode ? "TheUserCurrentlyHasAWPBwgUrC" : "TheUserCurrentlyHasAwlMLoHj"));
-      QCOMPARE(calls_at_stop, 0);
-      // A second key press before the first answer asks nothing and sends nothing.
-      stage.Button("delete_btn")->click();
-      QCOMPARE(stage.TakeQuestions(), QStringList());
-      Services().ReleaseAll();
-      QTRY_VERIFY(!stage.Row(QStringLiteral("Public A plan 2")).isValid());
-      QCOMPARE(Services().Count(QStringLiteral("DeletePlan")), 1);
-
-      // A refused deletion can be tried again.
-      stage.TakeTips();
-      stage.Choose(QStringLiteral("Public A plan 10"));
-      Services().Fail(QStringLiteral("DeletePlan"), "locked");
-      stage.Button("delete_btn")->click();
-      fixture_.Drain();
-      QCOMPARE(stage.TakeTips(), QStringList("1:locked"));
-      Services().Mend(QStringLiteral("DeletePlan"));
-      stage.Button("delete_btn")->click();
-      QTRY_VERIFY(!stage.Row(QStringLiteral("Public A plan 10")).isValid());
-    }
-    Shut();
-  }
-}
-
-void PanelTest::RowGoneUnderTheQuestionIsLeftAlone() {
-  Open();
-  CPanelStage stage(fixture_);
-  stage.Choose(QStringLiteral("Public A plan 2"));
-  stage.while_asking = [&] {
-    CViewModelDataManager::Instance().OnDeletePlanGroupPlanSucc(stage.Tree().currentIndex());
-  };
-  stage.Button("delete_btn")->click();
-  fixture_.Drain();
-  QCOMPARE(Services().Count(QStringLiteral("DeletePlan")), 0);
-  QVERIFY(stage.Row(QStringLiteral("Public A plan 10")).isValid());
 }
 
 void PanelTest::MenuCommands() {
@@ -423,100 +325,6 @@ void PanelTest::SwitchOfUserEndsWhatIsUnderWay() {
   CViewModelDataManager::Instance().OnUpdateViewModelData();
   QTRY_COMPARE(stage.PageName(), QStringLiteral("tree"));
   QTRY_COMPARE(stage.Tree().currentIndex().data().toString(), QStringLiteral("Public A plan 2"));
-}
-
-QString PanelTest::groupOf(const QString& plan) const {
-  GetPlanDetailRequest request;
-  request.plan_index_code = fixture_.Code(plan).toStdString();
-  GetPlanDetailResponse detail;
-  return const_cast<PanelTest*>(this)->fixture_.Store().GetPlanDetail(request, detail)
-             ? QString::fromStdString(detail.group_name)
-             : QString();
-}
-
-void PanelTest::MovesPlansWhole() {
-  Open();
-  CPanelStage stage(fixture_);
-  GetPlanDetailRequest request;
-  request.plan_index_code = fixture_.Code(QStringLiteral("Public A plan 2")).toStdString();
-  UpdatePlanRequest timed;
-  GetPlanDetailResponse before;
-  QVERIFY(fixture_.Store().GetPlanDetail(request, before));
-  timed.plan_index_code = request.plan_index_code;
-  timed.plan_name = before.name;
-  timed.parent_index_code = before.group_index_code;
-  timed.pages = before.pages;
-  timed.auto_play = true;
-  timed.begin_time = "02:00:00";
-  timed.end_time = "03:00:00";
-  UpdatePlanResponse updated;
-  QVERIFY(fixture_.Store().UpdatePlan(timed, updated));
-
-  const auto drop = [&](const QString& source, const QString& target) {
-    // Rows are opened first: what opens between two looks moves the rows below it.
-    const QPersistentModelIndex from(stage.Row(source)), onto(stage.Row(target));
-    stage.Tree().setCurrentIndex(from);
-    stage.Tree().expandAll();
-    const QRect rect = stage.Tree().visualRect(onto);
-    Q_EMIT stage.Tree().SignalMoveRow(stage.Tree().visualRect(from).center(), rect.center(), rect);
-    fixture_.Drain();
-  };
-  stage.Row(QStringLiteral("Public B plan 2"));
-  stage.Row(QStringLiteral("nothing"));  // everything is expanded now
-  stage.TakeTips();
-  drop(QStringLiteral("Public A plan 2"), QStringLiteral("Public A plan 10"));
-  QCOMPARE(stage.TakeTips(), QStringList("0:ViewSortFailedadOMakQWZCpToC"));
-  drop(QStringLiteral("Public A plan 2"), QStringLiteral("Public A"));
-  QCOMPARE(stage.TakeTips(), QStringList("0:ViewSortFailedadOMakQWZCpToC"));
-  QCOMPARE(Services().Count(QStringLiteral("UpdatePlan")), 0);
-
-  drop(QStringLiteral("Public A plan 2"), QStringLiteral("Public B plan 10"));
-  QTRY_COMPARE(groupOf(QStringLiteral("Public A plan 2")), QStringLiteral("Public B"));
-  QTRY_COMPARE(stage.Tree().currentIndex().data().toString(), QStringLiteral("Public A plan 2"));
-  GetPlanDetailResponse after;
-  QVERIFY(fixture_.Store().GetPlanDetail(request, after));
-  QCOMPARE(after.pages.size(), before.pages.size());
-  QCOMPARE(after.start_time, std::string("02:00:00"));
-  QVERIFY(after.auto_run);
-  drop(QStringLiteral("Public A plan 2"), QStringLiteral("A1"));
-  QTRY_COMPARE(groupOf(QStringLiteral("Public A plan 2")), QStringLiteral("A1"));
-
-  stage.TakeTips();
-  Services().Fail(QStringLiteral("UpdatePlan"), "full");
-  drop(QStringLiteral("Public A plan 2"), QStringLiteral("Public B"));
-  QStringList tips;
-  QTRY_VERIFY(!(tips += stage.TakeTips()).isEmpty());
-  QCOMPARE(tips, QStringList("1:full"));
-  QCOMPARE(groupOf(QStringLiteral("Public A plan 2")), QStringLiteral("A1"));
-}
-
-void PanelTest::ReportsRefusedRowMoves() {
-  Open();
-  CPanelStage stage(fixture_);
-  stage.Row(QStringLiteral("nothing"));
-  stage.Tree().expandAll();
-  enum Where { Upper, Middle, Lower };
-  const auto move = [&](const char* source, const char* target, Where where) {
-    const QRect from = stage.Tree().visualRect(stage.Row(QString::fromLatin1(source)));
-    const QRect onto = stage.Tree().visualRect(stage.Row(QString::fromLatin1(target)));
-    const int middle = (onto.top() + onto.bottom()) / 2;
-    const int y = where == Upper ? onto.top() + 1 : where == Middle ? middle : middle + 1;
-    stage.TakeTips();
-    QMetaObject::invokeMethod(&stage.Panel(), "OnMoveRow", Q_ARG(QPoint, from.center()),
-                              Q_ARG(QPoint, QPoint(onto.center().x(), y)), Q_ARG(QRect, onto));
-    return stage.TakeTips().join('|');
-  };
-  const QString same = QStringLiteral("0:ViewSortFailedadOMakQWZCpToC");
-  const QString other = QStringLiteral("0:TheMoveViewOperationrvQbjaeS");
-  // "plan 2" stands before "plan 10": on the middle the drop goes before the target, below it after.
-  QCOMPARE(move("Public A plan 10", "Public A plan 2", Middle), same);
-  QCOMPARE(move("Public A plan 2", "Public A plan 2", Middle), QString());
-  QCOMPARE(move("Public A plan 10", "Public A plan 2", Lower), QString());  // it stands there already
-  QCOMPARE(move("Public A plan 2", "Public B plan 2", Upper), other);
-  QCOMPARE(move("Public A plan 2", "Public B", Upper), other);
-  QCOMPARE(move("Public A", "Public B", Upper), QString());
-  QCOMPARE(move("A1", "Public B", Lower), other);
-  QCOMPARE(Services().Count(QStringLiteral("UpdatePlan")), 0);
 }
 
 void PanelTest::PlayingPlanIsMarkedAndCurrent() {
