@@ -17,16 +17,14 @@ class PanelMovesTest : public TarnTest::CPlanTest {
   void ReportsRefusedRowMoves();
 
  private:
-  QString groupOf(const QString& plan) const;
+  QString groupOf(const QString& plan);
 };
 
-QString PanelMovesTest::groupOf(const QString& plan) const {
+QString PanelMovesTest::groupOf(const QString& plan) {
   GetPlanDetailRequest request;
   request.plan_index_code = fixture_.Code(plan).toStdString();
   GetPlanDetailResponse detail;
-  return const_cast<PanelMovesTest*>(this)->fixture_.Store().GetPlanDetail(request, detail)
-             ? QString::fromStdString(detail.group_name)
-             : QString();
+  return fixture_.Store().GetPlanDetail(request, detail) ? QString::fromStdString(detail.group_name) : QString();
 }
 
 void PanelMovesTest::MovesPlansWhole() {
