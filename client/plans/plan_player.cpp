@@ -2,9 +2,12 @@
 
 #include <TarnPlanView/auto_plan_helper.h>
 #include <TarnPlanView/plan_clock.h>
+#include <TarnPlanView/theme_node_type.h>
 
 #include <QTime>
+#include <utility>
 
+#include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "plans/plan_family.h"
 #include "plans/playing_mark.h"
@@ -23,6 +26,7 @@ using view_plugin_protocol::GetPlanDetailResponse;
 namespace {
 
 constexpr int kEndCheckMs = 1000;
+constexpr int kNextPlanMs = 1500;  // by then the helper has looked whether another timed plan is due
 
 }  // namespace
 
@@ -31,6 +35,9 @@ CPlanPlayer::CPlanPlayer(CLiveWall* wall, QObject* parent)
   qRegisterMetaType<PlayOrigin>("TarnClient::PlayOrigin");
   end_check_.setInterval(kEndCheckMs);
   connect(&end_check_, &QTimer::timeout, this, &CPlanPlayer::CheckAutomaticEnd);
+  next_plan_.setInterval(kNextPlanMs);
+  next_plan_.setSingleShot(true);
+  connect(&next_plan_, &QTimer::timeout, this, &CPlanPlayer::OnNoNextPlan);
   connect(wall_, &CLiveWall::SignalPlanChanged, this, &CPlanPlayer::OnWallChanged);
   auto& helper = CAutoPlanHelper::Instance();
   connect(&helper, &CAutoPlanHelper::signalStartPlanAutoRun, this, &CPlanPlayer::OnAutomaticStart);
@@ -86,6 +93,10 @@ bool CPlanPlayer::IsBusy() const {
   return wall_->IsPlaying() || !wanted_.empty();
 }
 
+bool CPlanPlayer::ShowsAutomatic() const {
+  return wall_->IsPlaying() && shown_by_ == PlayOrigin::Automatic;
+}
+
 // Nobody has asked for what the client opened by itself, so a plan may begin on time in its place.
 bool CPlanPlayer::GivesWay() const {
   return shown_by_ == PlayOrigin::Automatic || shown_by_ == PlayOrigin::DefaultView;
@@ -99,33 +110,59 @@ void CPlanPlayer::OnDetail(const GetPlanDetailResponse& plan) {
 }
 
 void CPlanPlayer::OnAutomaticStart(const GetPlanDetailResponse& plan) {
-  if (wall_->IsPlaying() && !GivesWay()) {
-    return;
+  const bool is_taken = wall_->IsPlaying() && !GivesWay();
+  if (!is_taken && IsForThisUser(plan)) {
+    Show(plan, PlayOrigin::Automatic);
+    WatchAutomaticEnd(plan.end_time);
   }
-  Show(plan, PlayOrigin::Automatic);
-  WatchAutomaticEnd(plan.end_time);
 }
 
-// No stop is announced when the plan vanishes in mid-run, so its end is kept here. The clock is looked at again and
-// again, since it may be set, or the computer sleep, in between.
+// The helper keeps the plan that it knows while it gets no answer: after a switch of user that may be one which only
+// the last user can see.
+bool CPlanPlayer::IsForThisUser(const GetPlanDetailResponse& plan) {
+  if (!user_switched_ || plan.type == TarnPlanView::PublicTheme) {
+    return true;
+  }
+  view_plugin_protocol::GetPlanDetailRequest request;
+  request.plan_index_code = plan.index_code;
+  GetPlanDetailResponse response;
+  user_switched_ = !LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, response);
+  return !user_switched_;
+}
+
+// No stop is announced when the plan vanishes in mid-run or was stopped, so its end is kept here, also for the plan that
+// may come next. The clock is looked at again and again, since it may be set, or the computer sleep, in between.
 void CPlanPlayer::WatchAutomaticEnd(const std::string& end) {
   const QTime time = QTime::fromString(StringToQString(end));
   if (time.isValid()) {
     automatic_end_ = QDateTime(CPlanClock::Now().date(), time);
+    is_past_end_ = false;
     end_check_.start();
   }
 }
 
+// The helper, which looks as often, goes first: it forgets its plan by announcing the stop.
 void CPlanPlayer::CheckAutomaticEnd() {
-  if (CPlanClock::Now() >= automatic_end_) {
+  const bool was_past_end = std::exchange(is_past_end_, CPlanClock::Now() >= automatic_end_);
+  if (was_past_end && is_past_end_) {
     OnAutomaticStop();
   }
 }
 
 void CPlanPlayer::OnAutomaticStop() {
+  end_check_.stop();
   CAutoPlanHelper::Instance().CheckAutoRunPlan();  // the next one may be due now, long before the helper asks by itself
-  if (wall_->IsPlaying() && shown_by_ == PlayOrigin::Automatic) {
-    Stop();
+  if (ShowsAutomatic()) {
+    ends_by_time_ = true;
+    wall_->Stop();
+    ends_by_time_ = false;
+    next_plan_.start();
+  }
+}
+
+void CPlanPlayer::OnNoNextPlan() {
+  if (!IsBusy()) {
+    Q_EMIT SignalAutomaticOver();
   }
 }
 
@@ -138,8 +175,12 @@ void CPlanPlayer::Stop() {
   }
 }
 
+void CPlanPlayer::ForgetUser() {
+  user_switched_ = true;
+  Stop();
+}
+
 void CPlanPlayer::Show(const GetPlanDetailResponse& plan, PlayOrigin origin) {
-  end_check_.stop();
   shown_by_ = origin;
   if (origin != PlayOrigin::Automatic || wanted_by_ == PlayOrigin::DefaultView) {
     wanted_.clear();  // the user's wish that is still on its way takes the place of an automatic plan
@@ -163,11 +204,13 @@ void CPlanPlayer::OnWallChanged() {
     return;
   }
   if (shown_by_ == PlayOrigin::Automatic) {
-    end_check_.stop();
     CAutoPlanHelper::Instance().SetPlanDisplayState(false);
   }
   shown_by_ = PlayOrigin::User;
-  Q_EMIT SignalStopped();
+  if (!ends_by_time_) {
+    wanted_.clear();
+    Q_EMIT SignalStopped();
+  }
 }
 
 }  // namespace TarnClient

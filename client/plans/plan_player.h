@@ -37,16 +37,22 @@ class CPlanPlayer : public QObject {
   void PlayOfCycle(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
   /// Whether something plays or was asked for and is on its way.
   bool IsBusy() const;
+  /// Whether an automatic plan is on the wall.
+  bool ShowsAutomatic() const;
   /// Also takes back a wish whose plan has not come yet.
   void Stop();
+  /// Another user has logged in: stops, and no timed plan of the last user's own starts any more.
+  void ForgetUser();
 
  Q_SIGNALS:
   /// The user has asked for a plan; it may still be on its way.
   void SignalWanted();
   /// The plan is on the wall.
   void SignalPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, TarnClient::PlayOrigin origin);
-  /// Everything was stopped, or the wall has become empty.
+  /// Everything was stopped. Not at the end of an automatic plan: what the user wants meanwhile goes on.
   void SignalStopped();
+  /// A moment ago an automatic plan has ended; nothing has come in its place, and nothing is on its way.
+  void SignalAutomaticOver();
 
  private:
   void OnWanted(const QVariant& plan);
@@ -56,7 +62,9 @@ class CPlanPlayer : public QObject {
   void OnAutomaticStop();
   void WatchAutomaticEnd(const std::string& end);
   void CheckAutomaticEnd();
+  void OnNoNextPlan();
   bool GivesWay() const;
+  bool IsForThisUser(const view_plugin_protocol::GetPlanDetailResponse& plan);
   void Show(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
   void Record(const std::string& name, PlayOrigin origin);
   void OnWallChanged();
@@ -69,6 +77,10 @@ class CPlanPlayer : public QObject {
   PlayOrigin shown_by_ = PlayOrigin::User;
   QDateTime automatic_end_;
   QTimer end_check_{this};
+  QTimer next_plan_{this};
+  bool is_past_end_ = false;    // the last look at the clock was the first one after the end
+  bool ends_by_time_ = false;   // the wall is being emptied because the automatic plan's time is over
+  bool user_switched_ = false;  // and no own plan of the new user has started by itself yet
 };
 
 }  // namespace TarnClient

@@ -155,7 +155,9 @@ void CMainWindow::AddFamilies() {
 
 void CMainWindow::ConnectMessages() {
   // Stopping, as a switch of user does, also takes back what the client is about to open by itself.
-  connect(player_, &CPlanPlayer::SignalStopped, this, [this] { awaits_default_view_ = false; });
+  connect(player_, &CPlanPlayer::SignalStopped, this,
+          [this] { awaits_default_view_ = default_view_stands_ = false; });
+  connect(player_, &CPlanPlayer::SignalAutomaticOver, this, &CMainWindow::OnAutomaticOver);
   connect(cycle_, &CGroupCycle::SignalProgress, wall_->Bar(), &CWallBar::ShowCycle);
   connect(cycle_, &CGroupCycle::SignalMessage, this, &CMainWindow::ShowTip);
   connect(saver_, &CPlanSaver::SignalMessage, this, &CMainWindow::ShowTip);
@@ -215,13 +217,22 @@ void CMainWindow::OpenDefaultView() {
 
 void CMainWindow::OnDefaultView(const QString& code, int type) {
   const bool awaited = std::exchange(awaits_default_view_, false);
-  if (!awaited || player_->IsBusy() || cycle_->IsRunning()) {
+  const bool is_busy = player_->IsBusy() || cycle_->IsRunning();
+  default_view_stands_ |= awaited && (!is_busy || player_->ShowsAutomatic());
+  if (!awaited || is_busy) {
     return;
   }
   if (type == ResourceData::RT_VIEW_GROUP) {
     StartCycleBy(code, kSecondsPerPlan, PlayOrigin::DefaultView);
   } else {
     player_->Play(QStringToString(code), PlayOrigin::DefaultView);
+  }
+}
+
+// Anew, since another one may have been chosen or its plan been deleted in the meantime.
+void CMainWindow::OnAutomaticOver() {
+  if (default_view_stands_ && !cycle_->IsRunning()) {
+    OpenDefaultView();
   }
 }
 
@@ -247,6 +258,8 @@ void CMainWindow::OnDropped(const PlanDrop& drop) {
 
 // The turns of a cycle would push out of the list what the user had chosen.
 void CMainWindow::OnPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin) {
+  const bool by_itself = origin == PlayOrigin::Automatic || origin == PlayOrigin::DefaultView;
+  default_view_stands_ = default_view_stands_ && by_itself;
   if (origin == PlayOrigin::GroupCycle || origin == PlayOrigin::DefaultView) {
     return;
   }
@@ -346,7 +359,7 @@ void CMainWindow::SwitchUser(const QString& user) {
   if (settings_) {
     settings_->close();  // it shows what the old user has chosen
   }
-  player_->Stop();
+  player_->ForgetUser();
   history_->Clear();
   for (const auto& family : families_) {
     family->Panel()->SwitchUserUpdate();

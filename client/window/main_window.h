@@ -96,6 +96,7 @@ class CMainWindow : public QMainWindow {
   void StartCycle(const QString& group_code, int seconds);
   void StartCycleBy(const QString& group_code, int seconds, PlayOrigin origin);
   void OnDefaultView(const QString& code, int type);
+  void OnAutomaticOver();
   void OnDropped(const PlanDrop& drop);
   void OnPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
   void OnPlanUpdated(const view_plugin_protocol::UpdatePlanRequest& plan);
@@ -116,6 +117,7 @@ class CMainWindow : public QMainWindow {
   CUserMenu* user_menu_ = nullptr;
   QPointer<CSettingsDialog> settings_;
   bool awaits_default_view_ = false;
+  bool default_view_stands_ = false;  // nobody has wanted anything else since the client opened it
   std::vector<std::unique_ptr<CPlanFamily>> families_;
 };
 

@@ -1,5 +1,6 @@
+#include <QAbstractButton>
 #include <QAbstractEventDispatcher>
-#include <QLabel>
+#include <QSignalSpy>
 #include <QTimerEvent>
 #include <QtTest>
 #include <atomic>
@@ -13,6 +14,12 @@ using TarnPlanView::CAutoPlanHelper;
 using TarnTest::CPlanFixture;
 using namespace view_plugin_protocol;
 
+namespace {
+
+constexpr int kNextPlanMs = 1500;  // how long the player leaves the wall to a timed plan that may come next
+
+}  // namespace
+
 // Timed plans from the store to the wall, by a clock that the test sets; ticks are sent, not waited for.
 class AutomaticPlanTest : public TarnTest::CClientDesk {
   Q_OBJECT
@@ -23,19 +30,30 @@ class AutomaticPlanTest : public TarnTest::CClientDesk {
   void OnceADay();
   void AManualPlayWins();
   void AWishOnItsWayWins();
+  void AWishOutlivesTheEnd_data();
+  void AWishOutlivesTheEnd();
+  void StoppingTakesBackAWish_data();
+  void StoppingTakesBackAWish();
   void TakesThePlaceOfTheDefaultView_data();
   void TakesThePlaceOfTheDefaultView();
+  void WhatWasThereBeforeComesBack_data();
+  void WhatWasThereBeforeComesBack();
   void AVanishedPlanStopsAtItsEnd();
+  void StopIsAnnouncedWhicheverClockTicksFirst();
   void ChangedTimesTakeEffect_data();
   void ChangedTimesTakeEffect();
   void FollowsAnotherTimedPlan();
+  void FollowsAnotherTimedPlanAfterAStop();
   void AnotherUserHasOtherPlans();
+  void AnotherUserGetsNoOwnPlansOfTheFirst();
 
  private:
   void Begin();
   /// The clock shows this time, and both the look at the clock and the wall's own come round.
   void At(const QString& time);
   void Tick(QObject* object, int interval);
+  void TickPlayer(int interval = 1000);
+  void StoreDefaultView(const QString& name, int type);
   void Schedule(const QString& plan, const QString& begin, const QString& end);
   void Delete(const QString& plan);
   std::vector<AddPlanLogRequestParam> Logged() { return fixture_.Services().Requests<AddPlanLogRequestParam>(); }
@@ -70,9 +88,21 @@ void AutomaticPlanTest::Tick(QObject* object, int interval) {
 void AutomaticPlanTest::At(const QString& time) {
   Set(Now().date(), QTime::fromString(time));
   Tick(&CAutoPlanHelper::Instance(), 1000);
+  TickPlayer();
+}
+
+void AutomaticPlanTest::TickPlayer(int interval) {
   for (QTimer* timer : window_->Player().findChildren<QTimer*>()) {
-    Tick(timer, 1000);
+    Tick(timer, interval);
   }
+}
+
+void AutomaticPlanTest::StoreDefaultView(const QString& name, int type) {
+  ClienDefaultViewConfigRequest request;
+  request.index_code = Code(name);
+  request.type = type;
+  ClienDefaultViewConfigReponse response;
+  QVERIFY(fixture_.Store().SetClientViewConfig(request, response));
 }
 
 void AutomaticPlanTest::Schedule(const QString& plan, const QString& begin, const QString& end) {
@@ -175,6 +205,58 @@ void AutomaticPlanTest::AWishOnItsWayWins() {
   QCOMPARE(Wall().PlanName(), QString("Public B plan 2"));
 }
 
+void AutomaticPlanTest::AWishOutlivesTheEnd_data() {
+  QTest::addColumn<bool>("group");
+  QTest::newRow("plan") << false;
+  QTest::newRow("group") << true;
+}
+
+void AutomaticPlanTest::AWishOutlivesTheEnd() {
+  QFETCH(bool, group);
+  Begin();
+  Schedule("A1 plan 2", "09:00:00", "10:00:00");
+  At("09:00:00");
+  fixture_.Services().Hold("GetPlanDetail");
+  if (group) {
+    Q_EMIT window_->Family(0).Panel()->SignalPlanGroupCycle(fixture_.Code("Public B"), 20);
+  } else {
+    window_->Player().Play(Code("Public B plan 2"));
+  }
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
+  QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
+  At("10:00:00");
+  QVERIFY(!Wall().IsPlaying());
+  fixture_.Services().ReleaseAll();
+  QTRY_COMPARE(Wall().PlanName(), QString("Public B plan 2"));
+  QCOMPARE(clock_->Seconds(), group ? 20 : 0);
+}
+
+void AutomaticPlanTest::StoppingTakesBackAWish_data() {
+  QTest::addColumn<QString>("by");
+  QTest::newRow("button") << "button";
+  QTest::newRow("key on the wall") << "wall";
+  QTest::newRow("key in the tree") << "tree";
+}
+
+void AutomaticPlanTest::StoppingTakesBackAWish() {
+  QFETCH(QString, by);
+  Begin();
+  Schedule("A1 plan 2", "09:00:00", "10:00:00");
+  At("09:00:00");
+  fixture_.Services().Hold("GetPlanDetail");
+  window_->Player().Play(Code("Public B plan 2"));
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
+  if (by == "button") {
+    window_->findChild<QAbstractButton*>("wall_stop_btn")->click();
+  } else {
+    QTest::keyClick(by == "wall" ? static_cast<QWidget*>(&Wall()) : Tree(), Qt::Key_Escape);
+  }
+  QVERIFY(!Wall().IsPlaying());
+  fixture_.Services().ReleaseAll();
+  CPlanFixture::Drain();
+  QVERIFY(!Wall().IsPlaying() && !window_->Player().IsBusy());
+}
+
 void AutomaticPlanTest::TakesThePlaceOfTheDefaultView_data() {
   QTest::addColumn<QString>("target");
   QTest::addColumn<int>("type");
@@ -192,11 +274,7 @@ void AutomaticPlanTest::TakesThePlaceOfTheDefaultView() {
   QFETCH(bool, arrived);
   Begin();
   Schedule("A1 plan 2", "09:00:00", "10:00:00");
-  ClienDefaultViewConfigRequest request;
-  request.index_code = Code(target);
-  request.type = type;
-  ClienDefaultViewConfigReponse response;
-  QVERIFY(fixture_.Store().SetClientViewConfig(request, response));
+  StoreDefaultView(target, type);
   if (!arrived) {
     fixture_.Services().Hold("GetPlanDetail");
   }
@@ -214,6 +292,55 @@ void AutomaticPlanTest::TakesThePlaceOfTheDefaultView() {
   QCOMPARE(clock_->Seconds(), 0);
   At("10:00:00");
   QVERIFY(!Wall().IsPlaying());
+  TickPlayer(kNextPlanMs);
+  QTRY_COMPARE(Wall().PlanName(), QString("Public B plan 2"));
+  QTRY_COMPARE(clock_->Seconds() > 0, type == 16001);
+}
+
+void AutomaticPlanTest::WhatWasThereBeforeComesBack_data() {
+  QTest::addColumn<QString>("meanwhile");
+  QTest::addColumn<QString>("afterwards");
+  QTest::newRow("two timed plans") << "another"
+                                   << "Public B plan 2";
+  QTest::newRow("stopped by the user") << "stop" << QString();
+  QTest::newRow("played by the user") << "play"
+                                      << "Public A plan 2";
+  QTest::newRow("played and stopped by the user") << "play and stop" << QString();
+  QTest::newRow("nothing before") << "" << QString();
+}
+
+void AutomaticPlanTest::WhatWasThereBeforeComesBack() {
+  QFETCH(QString, meanwhile);
+  QFETCH(QString, afterwards);
+  Begin();
+  Schedule("A1 plan 2", "09:00:00", "10:00:00");
+  StoreDefaultView("Public B plan 2", 16000);
+  if (!meanwhile.isEmpty()) {
+    window_->OpenDefaultView();
+    QTRY_COMPARE(Wall().PlanName(), QString("Public B plan 2"));
+  }
+  At("09:00:00");
+  QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
+  if (meanwhile.startsWith("play")) {
+    Play("Public A plan 2");
+  }
+  if (meanwhile.endsWith("stop")) {
+    QTest::keyClick(&Wall(), Qt::Key_Escape);
+  }
+  if (meanwhile == "another") {
+    Schedule("A1 plan 10", "10:00:00", "11:00:00");
+    At("10:00:00");
+    At("10:00:01");
+    TickPlayer(kNextPlanMs);
+    CPlanFixture::Drain();
+    QCOMPARE(Wall().PlanName(), QString("A1 plan 10"));
+    At("11:00:00");
+  } else {
+    At("10:00:00");
+  }
+  TickPlayer(kNextPlanMs);
+  CPlanFixture::Drain();
+  QTRY_COMPARE(Wall().PlanName(), afterwards);
 }
 
 void AutomaticPlanTest::AVanishedPlanStopsAtItsEnd() {
@@ -229,8 +356,26 @@ void AutomaticPlanTest::AVanishedPlanStopsAtItsEnd() {
   QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
   NextDay();  // the computer slept over the end
   At("00:00:01");
+  At("00:00:02");  // the helper's announcement, which does not come here, has the first go
   QVERIFY(!Wall().IsPlaying());
   QVERIFY(!CAutoPlanHelper::Instance().GetPlanDisplayState());
+}
+
+// Both look at the clock once a second, in no particular order.
+void AutomaticPlanTest::StopIsAnnouncedWhicheverClockTicksFirst() {
+  Begin();
+  Schedule("A1 plan 2", "09:00:00", "10:00:00");
+  At("09:00:00");
+  QSignalSpy stops(&CAutoPlanHelper::Instance(), &CAutoPlanHelper::signalStopPlanAutoRun);
+  Set(Now().date(), QTime(10, 0));
+  TickPlayer();
+  QCOMPARE(stops.count(), 0);
+  Tick(&CAutoPlanHelper::Instance(), 1000);
+  QCOMPARE(stops.count(), 1);
+  QVERIFY(!Wall().IsPlaying() && CAutoPlanHelper::Instance().GetAutoRunPlanIndex().empty());
+  At("10:00:01");
+  At("10:00:02");
+  QCOMPARE(stops.count(), 1);
 }
 
 void AutomaticPlanTest::ChangedTimesTakeEffect_data() {
@@ -266,6 +411,9 @@ void AutomaticPlanTest::ChangedTimesTakeEffect() {
     QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
   }
   At(begin == "09:00:00" ? end : begin.isEmpty() ? "10:00:00" : "09:30:00");
+  if (begin.isEmpty()) {
+    At("10:00:01");  // no announcement comes for it
+  }
   QVERIFY(!Wall().IsPlaying());
   if (begin == "14:00:00") {
     CAutoPlanHelper::Instance().CheckAutoRunPlan();
@@ -291,6 +439,19 @@ void AutomaticPlanTest::FollowsAnotherTimedPlan() {
   QVERIFY(!Wall().IsPlaying());
 }
 
+void AutomaticPlanTest::FollowsAnotherTimedPlanAfterAStop() {
+  Begin();
+  Schedule("A1 plan 2", "09:00:00", "10:00:00");
+  Schedule("A1 plan 10", "10:00:00", "11:00:00");
+  At("09:00:00");
+  QTest::keyClick(&Wall(), Qt::Key_Escape);
+  At("10:00:00");
+  At("10:00:01");  // nobody announces the end of a plan that is not on show
+  QVERIFY(!Wall().IsPlaying());
+  At("10:00:02");
+  QCOMPARE(Wall().PlanName(), QString("A1 plan 10"));
+}
+
 void AutomaticPlanTest::AnotherUserHasOtherPlans() {
   Begin();
   Schedule("A1 plan 2", "09:00:00", "10:00:00");
@@ -301,6 +462,24 @@ void AutomaticPlanTest::AnotherUserHasOtherPlans() {
   WaitForPlans();
   At("10:00:00");
   QVERIFY(!Wall().IsPlaying());
+}
+
+void AutomaticPlanTest::AnotherUserGetsNoOwnPlansOfTheFirst() {
+  Begin();
+  Schedule("Own C plan 2", "09:00:00", "10:00:00");
+  window_->SwitchUser("viewer");
+  WaitForPlans();
+  fixture_.Services().Fail("GetPlanDetail", "The line is down");
+  CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
+  At("09:00:00");
+  QVERIFY(!Wall().IsPlaying());
+  fixture_.Services().Mend("GetPlanDetail");
+  window_->SwitchUser("operator");
+  WaitForPlans();
+  CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
+  NextDay();
+  At("09:00:00");
+  QCOMPARE(Wall().PlanName(), QString("Own C plan 2"));
 }
 
 QTEST_MAIN(AutomaticPlanTest)
