@@ -1,6 +1,9 @@
 #include "plans/cycle_turn.h"
 
+#include <TarnPlanView/plan_item_role.h>
+
 #include <QHash>
+#include <QQueue>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
@@ -36,6 +39,28 @@ bool CollectPlans(const std::string& group_code, PlanList* plans, std::string* e
     CollectPlans(group.index_code, plans, &ignored);
   }
   return true;
+}
+
+bool ListsRoots() {
+  auto& host = CViewBusinessInterfaceMgr::Instance();
+  GetPlansInGroupResponse plans;
+  GetPlanGroupsResponse groups;
+  return host.GetPlansInGroup({TarnPlanView::kPublicRootCode, 0}, plans) &&
+         host.GetPlanGroups({TarnPlanView::kPublicRootCode, 0}, groups);
+}
+
+// A group that cannot be read is gone when others can, before and after: the service may come back in between.
+PlanList FindPlans(const std::string& group_code, CycleTurn* turn) {
+  PlanList plans;
+  std::string error;
+  turn->group_found = CollectPlans(group_code, &plans, &error);
+  if (!turn->group_found) {
+    plans.clear();
+    turn->may_pass = !ListsRoots();
+    turn->group_found = !turn->may_pass && CollectPlans(group_code, &plans, &error);
+  }
+  turn->error = StringToQString(error);
+  return turn->group_found ? plans : PlanList();
 }
 
 QHash<QString, int> Places(const QVector<std::string>& plans) {
@@ -82,10 +107,7 @@ bool Fetch(const std::string& code, CycleTurn* turn) {
 
 CycleTurn CycleTurn::Next(const std::string& group_code, const CycleTurn& last) {
   CycleTurn turn;
-  PlanList plans;
-  std::string error;
-  turn.group_found = CollectPlans(group_code, &plans, &error);
-  turn.error = StringToQString(error);
+  const PlanList plans = FindPlans(group_code, &turn);
   for (const PlanBasicInfo& plan : qAsConst(plans)) {
     turn.plans.append(plan.index_code);
   }
@@ -98,7 +120,24 @@ CycleTurn CycleTurn::Next(const std::string& group_code, const CycleTurn& last) 
     }
     turn.skipped.append(StringToQString(plans[place].name));
   }
+  turn.may_pass = turn.may_pass || (turn.position < 0 && !plans.isEmpty());
   return turn;
+}
+
+QString FindGroupName(const std::string& group_code) {
+  QQueue<std::string> open;
+  open << TarnPlanView::kPublicRootCode << TarnPlanView::kOwnRootCode;
+  while (!open.isEmpty()) {
+    GetPlanGroupsResponse below;
+    CViewBusinessInterfaceMgr::Instance().GetPlanGroups({open.dequeue(), 0}, below);
+    for (const PlanGroup& group : qAsConst(below.groups)) {
+      if (group.index_code == group_code) {
+        return StringToQString(group.name);
+      }
+      open << group.index_code;
+    }
+  }
+  return QString();
 }
 
 }  // namespace TarnClient

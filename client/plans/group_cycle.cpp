@@ -1,5 +1,7 @@
 #include "plans/group_cycle.h"
 
+#include <utility>
+
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "plans/off_thread.h"
@@ -26,8 +28,26 @@ void CGroupCycle::Start(const QString& group_code, const QString& group_name, in
   seconds_ = seconds_per_plan;
   origin_ = origin;
   if (IsRunning()) {
+    FetchName();
     Turn();
   }
+}
+
+void CGroupCycle::FetchName() {
+  if (!group_name_.isEmpty()) {
+    return;
+  }
+  RunOffThread(
+      this, [group = group_code_] { return FindGroupName(group); },
+      [this, group = group_code_](const QString& name) {
+        if (group != group_code_ || name.isEmpty()) {
+          return;
+        }
+        group_name_ = name;
+        if (last_.position >= 0) {
+          Q_EMIT SignalProgress(Progress());
+        }
+      });
 }
 
 void CGroupCycle::Stop() {
@@ -38,6 +58,7 @@ void CGroupCycle::Stop() {
   clock_->Stop();
   group_code_.clear();
   last_ = {};
+  told_.clear();
   Q_EMIT SignalProgress(QString());
 }
 
@@ -61,17 +82,26 @@ void CGroupCycle::Turn() {
 }
 
 void CGroupCycle::OnTurn(const CycleTurn& turn) {
-  if (!turn.group_found) {
-    return Fail(turn.error);
+  if (turn.group_found && turn.plans.isEmpty()) {
+    Fail(tr("The group has no plans to cycle through."));
+  } else if (turn.position >= 0) {
+    told_.clear();
+    TellSkipped(turn.skipped);
+    Show(turn);
+  } else if (turn.may_pass && last_.position >= 0) {
+    TryAgain(turn.error);
+  } else {
+    Fail(turn.error);
   }
-  if (turn.plans.isEmpty()) {
-    return Fail(tr("The group has no plans to cycle through."));
+}
+
+// Nobody may be there to start the cycle anew. What keeps it waiting is said once, not at every turn.
+void CGroupCycle::TryAgain(const QString& error) {
+  clock_->Begin(seconds_);
+  const QString text = tr("The next plan of the group could not be played and is tried again: %1").arg(error);
+  if (text != std::exchange(told_, text)) {
+    Q_EMIT SignalMessage(text, CNomalMessage::Failure);
   }
-  if (turn.position < 0) {
-    return Fail(turn.error);
-  }
-  TellSkipped(turn.skipped);
-  Show(turn);
 }
 
 // A group of one plan does not begin it anew at every turn, unless the plan was changed.

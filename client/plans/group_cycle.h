@@ -13,8 +13,9 @@ namespace TarnClient {
 class CPlanPlayer;
 
 /// Plays the plans of a group one after the other and around, its own before those of its subgroups. The group is read
-/// anew at every turn. A plan that cannot be fetched is skipped with a message. Ends when the user plays something else
-/// or stops, and when the group has no plans. Thread: GUI; the service is asked on the thread pool.
+/// anew at every turn. A plan that cannot be fetched is skipped with a message; when none can, or the service does not
+/// answer, what is on the wall stays for another turn. Ends when the user plays something else or stops, when the group
+/// is gone or has no plans, and when its first turn fails. Thread: GUI; the service is asked on the thread pool.
 class CGroupCycle : public QObject {
   Q_OBJECT
  public:
@@ -22,7 +23,7 @@ class CGroupCycle : public QObject {
   CGroupCycle(CPlanPlayer* player, std::unique_ptr<CPageClock> clock, QObject* parent = nullptr);
   ~CGroupCycle() override;
 
-  /// Takes the place of a cycle that runs.
+  /// Takes the place of a cycle that runs. An empty name is looked up.
   /// `origin` is GroupCycle, or DefaultView for a cycle that gives way to an automatic plan.
   void Start(const QString& group_code, const QString& group_name, int seconds_per_plan,
              PlayOrigin origin = PlayOrigin::GroupCycle);
@@ -39,6 +40,8 @@ class CGroupCycle : public QObject {
   void OnTurn(const CycleTurn& turn);
   void Show(const CycleTurn& turn);
   void TellSkipped(const QStringList& names);
+  void TryAgain(const QString& error);
+  void FetchName();
   void Fail(const QString& text);
   void OnPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
   QString Progress() const;
@@ -51,6 +54,7 @@ class CGroupCycle : public QObject {
   PlayOrigin origin_ = PlayOrigin::GroupCycle;
   int generation_ = 0;
   CycleTurn last_;
+  QString told_;  // why the last turn failed, for a run of failures
 };
 
 }  // namespace TarnClient

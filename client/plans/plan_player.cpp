@@ -130,8 +130,8 @@ bool CPlanPlayer::IsForThisUser(const GetPlanDetailResponse& plan) {
   return !user_switched_;
 }
 
-// No stop is announced when the plan vanishes in mid-run or was stopped, so its end is kept here, also for the plan that
-// may come next. The clock is looked at again and again, since it may be set, or the computer sleep, in between.
+// No stop is announced when the plan vanishes in mid-run or was stopped, so its end is kept here, also for the plan
+// that may come next. The clock is looked at again and again, since it may be set, or the computer sleep, in between.
 void CPlanPlayer::WatchAutomaticEnd(const std::string& end) {
   const QTime time = QTime::fromString(StringToQString(end));
   if (time.isValid()) {

@@ -1,6 +1,7 @@
 #include "window/main_window.h"
 
 #include <TarnPlanView/plan_view_tree.h>
+#include <TarnPlanView/view_config_manager.h>
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -47,6 +48,10 @@ constexpr int kSecondsPerPlan = 20;
 QString ShownStore(const QString& url) {
   return url.startsWith(QLatin1String("postgresql:")) ? QUrl(url).toDisplayString(QUrl::RemovePassword)
                                                       : url.section(QLatin1Char(':'), 1);
+}
+
+bool MayCycle() {
+  return TarnPlanView::CViewConfigManager::Instance().IsSupportPlanGroupCycle();
 }
 
 }  // namespace
@@ -155,8 +160,7 @@ void CMainWindow::AddFamilies() {
 
 void CMainWindow::ConnectMessages() {
   // Stopping, as a switch of user does, also takes back what the client is about to open by itself.
-  connect(player_, &CPlanPlayer::SignalStopped, this,
-          [this] { awaits_default_view_ = default_view_stands_ = false; });
+  connect(player_, &CPlanPlayer::SignalStopped, this, [this] { awaits_default_view_ = default_view_stands_ = false; });
   connect(player_, &CPlanPlayer::SignalAutomaticOver, this, &CMainWindow::OnAutomaticOver);
   connect(cycle_, &CGroupCycle::SignalProgress, wall_->Bar(), &CWallBar::ShowCycle);
   connect(cycle_, &CGroupCycle::SignalMessage, this, &CMainWindow::ShowTip);
@@ -222,10 +226,12 @@ void CMainWindow::OnDefaultView(const QString& code, int type) {
   if (!awaited || is_busy) {
     return;
   }
-  if (type == ResourceData::RT_VIEW_GROUP) {
+  if (type != ResourceData::RT_VIEW_GROUP) {
+    player_->Play(QStringToString(code), PlayOrigin::DefaultView);
+  } else if (MayCycle()) {
     StartCycleBy(code, kSecondsPerPlan, PlayOrigin::DefaultView);
   } else {
-    player_->Play(QStringToString(code), PlayOrigin::DefaultView);
+    ShowTip(tr("The default view is a group, but playing groups in turn is switched off."), CNomalMessage::Failure);
   }
 }
 
@@ -237,7 +243,11 @@ void CMainWindow::OnAutomaticOver() {
 }
 
 void CMainWindow::StartCycle(const QString& group_code, int seconds) {
-  StartCycleBy(group_code, seconds, PlayOrigin::GroupCycle);
+  if (MayCycle()) {
+    StartCycleBy(group_code, seconds, PlayOrigin::GroupCycle);
+  } else {
+    ShowTip(tr("Playing the plans of a group in turn is switched off."), CNomalMessage::Failure);
+  }
 }
 
 void CMainWindow::StartCycleBy(const QString& group_code, int seconds, PlayOrigin origin) {

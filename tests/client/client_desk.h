@@ -24,7 +24,10 @@ class CHandClock : public TarnClient::CPageClock {
   void Stop() override { seconds_ = 0; }
   /// Length of the turn that is on; 0 when none is.
   int Seconds() const { return seconds_; }
-  void EndTurn() { Q_EMIT SignalTurn(); }
+  void EndTurn() {
+    seconds_ = 0;
+    Q_EMIT SignalTurn();
+  }
 
  private:
   int seconds_ = 0;

@@ -1,4 +1,5 @@
 #include <QLabel>
+#include <QSignalSpy>
 #include <QtTest>
 
 #include "client_desk.h"
@@ -13,6 +14,10 @@ class GroupCycleTest : public TarnTest::CClientDesk {
   void PlaysAllPlansInTurnAndAround();
   void FollowsChangesOfTheGroup();
   void SkipsPlansThatFail();
+  void TriesAgainWhatFailsForAWhile_data();
+  void TriesAgainWhatFailsForAWhile();
+  void NamesGroupsThatAreNotLoaded();
+  void FollowsItsSwitch();
   void EndsWhenTheUserWantsSomethingElse();
   void EmptyAndVanishedGroupsEndWithOneMessage();
 
@@ -83,12 +88,77 @@ void GroupCycleTest::SkipsPlansThatFail() {
   QTRY_VERIFY(Tip().contains("Public B plan 10"));
   QCOMPARE(Wall().PlanName(), QString("Public B plan 2"));
   QCOMPARE(clock_->Seconds(), 20);
+}
 
-  ForgetTips();
-  fixture_.Services().Fail("GetPlanDetail", "The disk is tired");
-  clock_->EndTurn();
+void GroupCycleTest::TriesAgainWhatFailsForAWhile_data() {
+  QTest::addColumn<QString>("call");
+  QTest::newRow("listed but not fetched") << "GetPlanDetail";
+  QTest::newRow("plans not to be listed") << "GetPlansInGroup";
+  QTest::newRow("groups not to be listed") << "GetPlanGroups";
+}
+
+// Nobody may be there to start it anew.
+void GroupCycleTest::TriesAgainWhatFailsForAWhile() {
+  QFETCH(QString, call);
+  Open();
+  // Nothing was shown yet: whoever has started it hears of it at once.
+  fixture_.Services().Fail(call, "The disk is tired");
+  Start("Public B");
   QTRY_COMPARE(Tip(), QString("The disk is tired"));
   QVERIFY(clock_->Seconds() == 0 && Progress().isEmpty());
+  fixture_.Services().Mend(call);
+  ForgetTips();
+
+  Start("Public B");
+  QTRY_VERIFY(Progress().contains("1 of 2"));
+  fixture_.Services().Fail(call, "The disk is tired");
+  QSignalSpy tips(&tarn_ui_data_controller::CMessageTipManager::Instance(),
+                  &tarn_ui_data_controller::CMessageTipManager::SignalTipShown);
+  for (int turn = 0; turn < 2; ++turn) {
+    clock_->EndTurn();
+    QCOMPARE(clock_->Seconds(), 0);
+    QTRY_COMPARE(clock_->Seconds(), 20);
+  }
+  QVERIFY2(Tip().contains("The disk is tired"), qPrintable(Tip()));
+  QCOMPARE(tips.count(), 1);  // not at every turn
+  QCOMPARE(Wall().PlanName(), QString("Public B plan 2"));
+  QVERIFY(Progress().contains("1 of 2"));
+  fixture_.Services().Mend(call);
+  Turn("Public B plan 10");
+
+  // What is gone for good ends it, also in the middle.
+  view_plugin_protocol::DeletePlanGroupRequest request;
+  request.index_code = Code("Public B");
+  view_plugin_protocol::DeletePlanGroupResponse response;
+  QVERIFY(fixture_.Store().DeletePlanGroup(request, response));
+  ForgetTips();
+  clock_->EndTurn();
+  QTRY_VERIFY2(Tip().contains("group does not exist"), qPrintable(Tip()));
+  QVERIFY(clock_->Seconds() == 0 && Progress().isEmpty());
+}
+
+void GroupCycleTest::NamesGroupsThatAreNotLoaded() {
+  Open({});
+  QVERIFY(!Row("A1").isValid());
+  Start("A1");
+  QTRY_VERIFY2(Progress().contains("Group A1") && Progress().contains("1 of 2"), qPrintable(Progress()));
+  // The answer for a group comes too late to name the next one.
+  fixture_.Services().Hold("GetPlanGroups", TarnTest::CRecordingServices::AfterCall);
+  Start("C1");
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanGroups"));
+  Start("Public B");
+  fixture_.Services().ReleaseAll();
+  CPlanFixture::Drain();
+  QVERIFY2(Progress().contains("Group Public B"), qPrintable(Progress()));
+}
+
+void GroupCycleTest::FollowsItsSwitch() {
+  Open({{"load_all", 1}, {"group_cycle", 0}});
+  Play("Public A plan 2");
+  Start("Public B");
+  QTRY_VERIFY2(Tip().contains("switched off"), qPrintable(Tip()));
+  CPlanFixture::Drain();
+  QVERIFY(Wall().PlanName() == "Public A plan 2" && Progress().isEmpty());
 }
 
 void GroupCycleTest::EndsWhenTheUserWantsSomethingElse() {
