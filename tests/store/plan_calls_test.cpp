@@ -37,6 +37,7 @@ class PlanCallsTest : public QObject {
   void FindsTheAutomaticPlan();
   void KeepsADefaultViewPerUser();
   void KeepsFavoriteCamerasPerUser();
+  void TellsWhatCamerasCanDoNow();
   void SharesCopies();
   void AppliesSwitches();
   void WaitsForTheDownload();
@@ -546,6 +547,39 @@ void PlanCallsTest::KeepsFavoriteCamerasPerUser() {
   QCOMPARE(favorites(bob), std::vector<std::string>{yard});
   ann->Close();
   QVERIFY(!ann->GetCameraTree(regions, cameras, &error) && !ann->SetFavoriteCamera(gate, true, &error));
+}
+
+// Cameras come and go while the store is open.
+void PlanCallsTest::TellsWhatCamerasCanDoNow() {
+  CStoreFixture fixture;
+  const CClient ann(fixture.Open());
+  const auto abilities = [&ann](const std::string& camera) {
+    ptz_plugin_protocol::GetPresetResponse presets;
+    play_plugin_protocol::GetStreamAbiResponse streams;
+    QStringList told;
+    if (ann->GetPresets({camera}, presets) && ann->GetStreamAbility({camera}, streams)) {
+      for (const auto& preset : presets.presets) {
+        told.append(QString::number(preset.preset_no) + ' ' + QString::fromStdString(preset.name));
+      }
+      for (const int32_t stream : streams.stream_types) {
+        told.append("stream " + QString::number(stream));
+      }
+      return told.join(", ");
+    }
+    return QString::fromStdString(presets.error_info + streams.error_info);
+  };
+  const QString gone = "The camera does not exist.";
+  QCOMPARE(abilities("1001"), QString("1 Wide, 2 Close, stream 0, stream 1"));
+  QCOMPARE(abilities("1002"), QString("stream 0"));
+  QCOMPARE(abilities("5000"), gone);
+  fixture.RunPastTheStore("INSERT INTO camera (id, region_id, name, online) VALUES (5000, 1, 'New', 1)");
+  QCOMPARE(abilities("5000"), QString());
+  fixture.RunPastTheStore("INSERT INTO camera_preset (camera_id, preset_no, name) VALUES (5000, 7, 'Gate')");
+  QCOMPARE(abilities("5000"), QString("7 Gate"));
+  fixture.RunPastTheStore("DELETE FROM camera WHERE id = 1001 OR id = 1002");
+  for (const char* nobody : {"1001", "1002", "", "0", "05000", "5000x"}) {
+    QCOMPARE(abilities(nobody), gone);
+  }
 }
 
 void PlanCallsTest::MakesTheDemoSite() {

@@ -189,10 +189,10 @@ void StoreEventsTest::ComesBackAfterALostConnection() {
   CRecorder recorder(ann, &record);
   recorder.Watch(kGroupType, "root");
   for (int round = 1; round <= 2; ++round) {
-    fixture.RunOnServer(
+    fixture.RunPastTheStore(
         "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE pid <> pg_backend_pid()"
         " AND datname = current_database()");
-    fixture.RunOnServer(
+    fixture.RunPastTheStore(
         QString("UPDATE plan_group SET name = 'Changed meanwhile %1' WHERE parent_code = -1").arg(round));
     QTRY_COMPARE(record.size(), round);
     QCOMPARE(record.last(), Line("root", 8, "", 0));

@@ -18,11 +18,12 @@ QString Text(bool done, const Response& response) {
 
 void RunStatement(const QUrl& url, const QString& statement) {
   {
-    QSqlDatabase admin = QSqlDatabase::addDatabase("QPSQL", "admin");
+    const bool file = url.scheme() == "sqlite";
+    QSqlDatabase admin = QSqlDatabase::addDatabase(file ? "QSQLITE" : "QPSQL", "admin");
     admin.setHostName(url.host());
     admin.setPort(url.port());
     admin.setUserName(url.userName());
-    admin.setDatabaseName(url.path().mid(1));
+    admin.setDatabaseName(file ? url.path() : url.path().mid(1));
     if (!admin.open() || !QSqlQuery(admin).exec(statement)) {
       qFatal("%s fails: %s", qPrintable(statement), qPrintable(admin.lastError().text()));
     }
@@ -97,7 +98,7 @@ CStoreFixture::CStoreFixture() {
   options.first_content = SmallSite;
 }
 
-void CStoreFixture::RunOnServer(const QString& statement) const {
+void CStoreFixture::RunPastTheStore(const QString& statement) const {
   RunStatement(QUrl(options.url), statement);
 }
 

@@ -29,8 +29,8 @@ class CStoreFixture {
   /// Opens the store as one more client, logged in and downloaded.
   std::shared_ptr<TarnHost::CPlanStore> Open(const QString& user = "ann") const;
 
-  /// On a server: runs a statement in the store's database, past the store.
-  void RunOnServer(const QString& statement) const;
+  /// Runs a statement in the store's database, past the store.
+  void RunPastTheStore(const QString& statement) const;
 
   static bool OnPostgres();
 

@@ -43,6 +43,14 @@ CameraList CPlanReader::Cameras() {
   return Read([](CPlanRepository& repository) { return repository.Cameras(); });
 }
 
+std::optional<std::list<ptz_plugin_protocol::PresetInfo>> CPlanReader::Presets(int32_t camera) {
+  return Read([camera](CPlanRepository& repository) { return repository.Presets(camera); });
+}
+
+std::optional<std::list<int32_t>> CPlanReader::StreamTypes(int32_t camera) {
+  return Read([camera](CPlanRepository& repository) { return repository.StreamTypes(camera); });
+}
+
 std::vector<std::string> CPlanReader::FavoriteCameras(int32_t user) {
   return Read([user](CPlanRepository& repository) { return repository.FavoriteCameras(user); });
 }

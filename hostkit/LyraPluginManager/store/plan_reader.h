@@ -22,6 +22,8 @@ class CPlanReader {
   std::optional<StoredPlan> WholePlan(int32_t code);
   std::pair<int32_t, int32_t> DefaultView(int32_t user);
   CameraList Cameras();
+  std::optional<std::list<ptz_plugin_protocol::PresetInfo>> Presets(int32_t camera);
+  std::optional<std::list<int32_t>> StreamTypes(int32_t camera);
   std::vector<std::string> FavoriteCameras(int32_t user);
   /// Later reads fail. Once or more.
   void Stop();

@@ -219,6 +219,32 @@ CameraList CPlanRepository::Cameras() {
   return list;
 }
 
+bool CPlanRepository::HasCamera(int32_t camera) {
+  return engine_.Value("SELECT id FROM camera WHERE id = ?", {camera}).isValid();
+}
+
+std::optional<std::list<ptz_plugin_protocol::PresetInfo>> CPlanRepository::Presets(int32_t camera) {
+  if (!HasCamera(camera)) {
+    return std::nullopt;
+  }
+  std::list<ptz_plugin_protocol::PresetInfo> presets;
+  engine_.ForEach("SELECT preset_no, name FROM camera_preset WHERE camera_id = ? ORDER BY preset_no", {camera},
+                  [&](const QSqlQuery& query) {
+                    presets.push_back({query.value(0).toInt(), query.value(1).toString().toStdString()});
+                  });
+  return presets;
+}
+
+std::optional<std::list<int32_t>> CPlanRepository::StreamTypes(int32_t camera) {
+  if (!HasCamera(camera)) {
+    return std::nullopt;
+  }
+  std::list<int32_t> types;
+  engine_.ForEach("SELECT stream_type FROM camera_stream WHERE camera_id = ? ORDER BY stream_type", {camera},
+                  [&](const QSqlQuery& query) { types.push_back(query.value(0).toInt()); });
+  return types;
+}
+
 std::vector<std::string> CPlanRepository::FavoriteCameras(int32_t user) {
   std::vector<std::string> codes;
   engine_.ForEach(

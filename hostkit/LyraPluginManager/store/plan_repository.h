@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "LyraPluginManager/ptz_plugin_protocol.h"
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "ResourceTreeKit/camera_item_info.h"
 #include "ResourceTreeKit/region_item_info.h"
@@ -65,6 +66,9 @@ class CPlanRepository {
   void DeletePlan(int32_t code);
 
   CameraList Cameras();
+  /// These two have no value for a camera that does not exist.
+  std::optional<std::list<ptz_plugin_protocol::PresetInfo>> Presets(int32_t camera);
+  std::optional<std::list<int32_t>> StreamTypes(int32_t camera);
   std::vector<std::string> FavoriteCameras(int32_t user);
   /// False when a camera that does not exist was to become a favourite.
   bool SetFavoriteCamera(int32_t user, int32_t camera, bool favorite);
@@ -75,6 +79,7 @@ class CPlanRepository {
   int64_t LogChange(const ChangeEntry& entry);
 
  private:
+  bool HasCamera(int32_t camera);
   int64_t Advance(const char* counter, int64_t count);
 
   CSqlEngine& engine_;

@@ -1,9 +1,9 @@
 #include "store/site_directory.h"
 
 #include <algorithm>
+#include <map>
 
 #include "store/feature_switches.h"
-#include "store/plan_records.h"
 
 namespace TarnHost::Store {
 
@@ -15,7 +15,6 @@ CSiteDirectory CSiteDirectory::Read(CSqlEngine& engine, const QMap<QString, int>
   site.station_id_ = info("station_id");
   site.root_name_ = info("root_name");
   site.ReadUsers(engine);
-  site.ReadCameras(engine);
   site.ReadSwitches(engine, switch_overrides);
   return site;
 }
@@ -28,18 +27,6 @@ void CSiteDirectory::ReadUsers(CSqlEngine& engine) {
     const int32_t id = query.value(0).toInt();
     users_.push_back({id, query.value(1).toString().toStdString(), rights[id]});
   });
-}
-
-void CSiteDirectory::ReadCameras(CSqlEngine& engine) {
-  engine.ForEach("SELECT id FROM camera", {}, [&](const QSqlQuery& query) { cameras_[query.value(0).toInt()]; });
-  engine.ForEach("SELECT camera_id, preset_no, name FROM camera_preset ORDER BY camera_id, preset_no", {},
-                 [&](const QSqlQuery& query) {
-                   cameras_[query.value(0).toInt()].presets.push_back(
-                       {query.value(1).toInt(), query.value(2).toString().toStdString()});
-                 });
-  engine.ForEach(
-      "SELECT camera_id, stream_type FROM camera_stream ORDER BY camera_id, stream_type", {},
-      [&](const QSqlQuery& query) { cameras_[query.value(0).toInt()].stream_types.push_back(query.value(1).toInt()); });
 }
 
 void CSiteDirectory::ReadSwitches(CSqlEngine& engine, const QMap<QString, int>& overrides) {
@@ -59,11 +46,6 @@ const CSiteDirectory::User* CSiteDirectory::FindUser(int32_t id) const {
 const CSiteDirectory::User* CSiteDirectory::FindUser(const std::string& name) const {
   const auto found = std::find_if(users_.begin(), users_.end(), [&](const User& user) { return user.name == name; });
   return found == users_.end() ? nullptr : &*found;
-}
-
-const CSiteDirectory::Camera* CSiteDirectory::FindCamera(const std::string& index_code) const {
-  const auto found = cameras_.find(ParseCode(index_code));
-  return found == cameras_.end() ? nullptr : &found->second;
 }
 
 }  // namespace TarnHost::Store

@@ -2,20 +2,16 @@
 
 #include <QMap>
 #include <QString>
-#include <map>
-#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
-#include "LyraPluginManager/play_plugin_protocol.h"
-#include "LyraPluginManager/ptz_plugin_protocol.h"
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "store/sql_engine.h"
 
 namespace TarnHost::Store {
 
-/// What a client reads of its site once, when it opens the store: users, rights, switches and cameras.
+/// What a client reads of its site once, when it opens the store: users, rights and switches.
 /// Thread: any; nothing changes after Read().
 class CSiteDirectory {
  public:
@@ -23,10 +19,6 @@ class CSiteDirectory {
     int32_t id = 0;
     std::string name;
     std::set<int> rights;
-  };
-  struct Camera {
-    std::list<ptz_plugin_protocol::PresetInfo> presets;
-    std::list<int32_t> stream_types;
   };
 
   static CSiteDirectory Read(CSqlEngine& engine, const QMap<QString, int>& switch_overrides);
@@ -36,18 +28,15 @@ class CSiteDirectory {
   const std::vector<User>& Users() const { return users_; }
   const User* FindUser(int32_t id) const;
   const User* FindUser(const std::string& name) const;
-  const Camera* FindCamera(const std::string& index_code) const;
   /// The configuration record, with the overrides of this process.
   const view_plugin_protocol::GetPlanConfigResponse& Config() const { return config_; }
 
  private:
   void ReadUsers(CSqlEngine& engine);
-  void ReadCameras(CSqlEngine& engine);
   void ReadSwitches(CSqlEngine& engine, const QMap<QString, int>& overrides);
 
   std::string station_id_, root_name_;
   std::vector<User> users_;
-  std::map<int32_t, Camera> cameras_;
   view_plugin_protocol::GetPlanConfigResponse config_;
 };
 

@@ -1,6 +1,7 @@
 #include "store/store_services.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "marlog/marlog.h"
@@ -33,6 +34,14 @@ bool AnswerOr(std::string* error_info, const Work& work) {
     *error_info = std::string("The plan store failed: ") + error.what();
   }
   return false;
+}
+
+template <class Ability>
+Ability Existing(std::optional<Ability> of_camera) {
+  if (!of_camera) {
+    throw CStoreError("The camera does not exist.");
+  }
+  return std::move(*of_camera);
 }
 
 template <class Response, class Work>
@@ -452,23 +461,25 @@ bool CStoreServices::CheckControlPermission(int code) {
   return user != nullptr && user->rights.count(code) != 0;
 }
 
-const CSiteDirectory::Camera& CStoreServices::CameraOf(const std::string& index_code) const {
-  RequireOpen();
-  const CSiteDirectory::Camera* camera = site_.FindCamera(index_code);
-  if (camera == nullptr) {
-    throw CStoreError("The camera does not exist.");
-  }
-  return *camera;
-}
-
 bool CStoreServices::GetPresets(const ptz_plugin_protocol::GetPresetRequest& request,
                                 ptz_plugin_protocol::GetPresetResponse& response) {
-  return Answer(&response, [&] { response.presets = CameraOf(request.camera_index_code).presets; });
+  return Answer(&response, [&] {
+    RequireOpen();
+    const int32_t camera = ParseCode(request.camera_index_code);
+    response.presets = Existing(reader_ ? reader_->Presets(camera)
+                                        : thread_.Call([&] { return session_->Repository().Presets(camera); }));
+  });
 }
 
 bool CStoreServices::GetStreamAbility(const play_plugin_protocol::GetStreamAbiRequest& request,
                                       play_plugin_protocol::GetStreamAbiResponse& response) {
-  return Answer(&response, [&] { response.stream_types = CameraOf(request.camera_index_code).stream_types; });
+  return Answer(&response, [&] {
+    RequireOpen();
+    const int32_t camera = ParseCode(request.camera_index_code);
+    response.stream_types =
+        Existing(reader_ ? reader_->StreamTypes(camera)
+                         : thread_.Call([&] { return session_->Repository().StreamTypes(camera); }));
+  });
 }
 
 bool CStoreServices::GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>& regions,

@@ -92,7 +92,6 @@ class CStoreServices : public CPlanStore {
   int32_t RequireUser() const;
   void RequireDownloaded() const;
   bool IsDownloaded() const;
-  const CSiteDirectory::Camera& CameraOf(const std::string& index_code) const;
   int32_t AutomaticPlan() const;
   StoredPlan ReadPlan(int32_t code, int32_t user);
   std::string ParentName(int32_t parent, int32_t user) const;
