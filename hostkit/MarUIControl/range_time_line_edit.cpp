@@ -1,5 +1,6 @@
 #include "MarUIControl/range_time_line_edit.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QTimeEdit>
@@ -47,8 +48,19 @@ QTimeEdit* CRangeTimeLineEdit::MakeEdit(const QString& name) {
   edit->setAccessibleName(name);
   edit->setToolTip(name);
   edit->setWrapping(true);
+  edit->setFocusPolicy(Qt::StrongFocus);
+  edit->installEventFilter(this);
   connect(edit, &QTimeEdit::timeChanged, this, [this] { Q_EMIT SignalTimeChanged(GetBeginTime(), GetEndTime()); });
   return edit;
+}
+
+// A wheel that only passes over must not change a time.
+bool CRangeTimeLineEdit::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Wheel && !static_cast<QWidget*>(watched)->hasFocus()) {
+    event->ignore();
+    return true;
+  }
+  return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace MarUIControl

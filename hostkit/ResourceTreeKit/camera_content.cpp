@@ -1,5 +1,7 @@
 #include "ResourceTreeKit/camera_content.h"
 
+#include <algorithm>
+
 #include "ResourceTreeKit/camera_name_order.h"
 
 namespace ResourceTreeKit {
@@ -151,6 +153,18 @@ std::shared_ptr<const CCameraContent> CCameraContent::Build(const std::vector<CR
 const CCameraItemInfo* CCameraContent::FindCamera(const QString& code) const {
   const auto place = camera_places_.constFind(code);
   return place == camera_places_.constEnd() ? nullptr : &cameras_[static_cast<size_t>(*place)];
+}
+
+bool CCameraContent::IsSame(const CCameraContent& other) const {
+  const auto same_camera = [](const CCameraItemInfo& one, const CCameraItemInfo& two) {
+    return one.online == two.online && one.index_code == two.index_code && one.name == two.name &&
+           one.region_index_code == two.region_index_code;
+  };
+  const auto same_node = [](const Node& one, const Node& two) {
+    return one.parent == two.parent && one.camera == two.camera && one.code == two.code && one.name == two.name;
+  };
+  return std::equal(cameras_.begin(), cameras_.end(), other.cameras_.begin(), other.cameras_.end(), same_camera) &&
+         std::equal(nodes_.begin(), nodes_.end(), other.nodes_.begin(), other.nodes_.end(), same_node);
 }
 
 QString CCameraContent::Folded(const QString& text) {

@@ -32,6 +32,8 @@ class CCameraContent {
   int CameraCount() const { return camera_count_; }
   /// Any camera of the site, whether it has a row or not; null for an unknown code.
   const CCameraItemInfo* FindCamera(const QString& code) const;
+  /// Whether rows and cameras are the same in everything.
+  bool IsSame(const CCameraContent& other) const;
   /// The row of a region or camera; 0 for none.
   int RegionNode(const QString& code) const { return region_nodes_.value(code); }
   int CameraNode(const QString& code) const { return camera_nodes_.value(code); }

@@ -29,7 +29,8 @@ void ReadFavorites(TarnHost::IHostServices& services, CameraAnswer* answer) {
   }
 }
 
-CameraAnswer Read(const Services& services, const LogicNodeParam& param) {
+CameraAnswer Read(const Services& services, const LogicNodeParam& param,
+                  const std::shared_ptr<const CCameraContent>& known) {
   CameraAnswer answer;
   std::vector<CRegionItemInfo> regions;
   std::vector<CCameraItemInfo> cameras;
@@ -41,6 +42,9 @@ CameraAnswer Read(const Services& services, const LogicNodeParam& param) {
   } else {
     ReadFavorites(*services, &answer);
     answer.content = CCameraContent::Build(regions, std::move(cameras), param);
+    if (known && known->IsSame(*answer.content)) {
+      answer.content = known;
+    }
     answer.rows = CCameraRows::All(*answer.content);
   }
   return answer;
@@ -56,8 +60,8 @@ QString Save(const Services& services, const QString& code, bool favorite) {
 
 }  // namespace
 
-QFuture<CameraAnswer> LoadCameras(const LogicNodeParam& param) {
-  return QtConcurrent::run(Read, TarnHost::InstalledHostServices(), param);
+QFuture<CameraAnswer> LoadCameras(const LogicNodeParam& param, std::shared_ptr<const CCameraContent> known) {
+  return QtConcurrent::run(Read, TarnHost::InstalledHostServices(), param, std::move(known));
 }
 
 QFuture<QString> SaveFavorite(const QString& code, bool favorite) {

@@ -18,8 +18,9 @@ struct CameraAnswer {
   bool keeps_favorites = false;
 };
 
-/// Asks the installed host services on a thread of the pool. Thread: any.
-QFuture<CameraAnswer> LoadCameras(const LogicNodeParam& param);
+/// Asks the installed host services on a thread of the pool. When nothing has changed since `known` the answer's
+/// content is that very one. Thread: any.
+QFuture<CameraAnswer> LoadCameras(const LogicNodeParam& param, std::shared_ptr<const CCameraContent> known);
 
 /// Makes a camera a favourite of the current user, or ends that; the answer is the host's error, empty for success.
 QFuture<QString> SaveFavorite(const QString& code, bool favorite);

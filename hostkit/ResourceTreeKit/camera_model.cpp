@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "MarUIControl/plain_tool_tip.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "WidgetKit/high_dpi_svg_icon.h"
 
@@ -61,15 +62,24 @@ void CCameraModel::SetContent(std::shared_ptr<const CCameraContent> content, CCa
   beginResetModel();
   content_ = std::move(content);
   rows_ = std::move(rows);
-  favorites_.clear();
-  for (const QString& code : favorites) {
-    if (const int node = content_->CameraNode(code)) {
-      favorites_.push_back(node);
-    }
-  }
-  std::sort(favorites_.begin(), favorites_.end());
+  favorites_ = NodesOf(favorites);
   ShowFavorites();
   endResetModel();
+}
+
+std::vector<int> CCameraModel::NodesOf(const QStringList& cameras) const {
+  std::vector<int> nodes;
+  for (const QString& code : cameras) {
+    if (const int node = content_->CameraNode(code)) {
+      nodes.push_back(node);
+    }
+  }
+  std::sort(nodes.begin(), nodes.end());
+  return nodes;
+}
+
+bool CCameraModel::HasFavorites(const QStringList& codes) const {
+  return NodesOf(codes) == favorites_;
 }
 
 void CCameraModel::SetRows(CCameraRows rows) {
@@ -267,8 +277,9 @@ QVariant CCameraModel::data(const QModelIndex& index, int role) const {
                  ? QVariant(tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QStringLiteral("text_muted")))
                  : QVariant();
     case Qt::AccessibleTextRole:
-    case Qt::ToolTipRole:
       return camera ? QVariant(SpokenName(node.name, *camera, Contains(favorites_, NodeOf(index)))) : QVariant();
+    case Qt::ToolTipRole:
+      return MarUIControl::PlainToolTip(data(index, Qt::AccessibleTextRole).toString());
     case FavoriteRole:
       return camera && favorites_visible_ ? QVariant(Contains(favorites_, NodeOf(index))) : QVariant();
     case OnlineRole:

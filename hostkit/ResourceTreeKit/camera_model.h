@@ -40,6 +40,8 @@ class CCameraModel : public QAbstractItemModel {
   bool AreFavoritesVisible() const { return favorites_visible_; }
   void SetFavorite(const QString& code, bool favorite);
   bool IsFavorite(const QString& code) const;
+  /// Whether these, as far as they have rows, are all favourites there are.
+  bool HasFavorites(const QStringList& codes) const;
 
   const CCameraContent& Content() const { return *content_; }
   std::shared_ptr<const CCameraContent> SharedContent() const { return content_; }
@@ -59,6 +61,7 @@ class CCameraModel : public QAbstractItemModel {
 
  private:
   bool HasBranch() const { return favorites_visible_ && !shown_favorites_.empty(); }
+  std::vector<int> NodesOf(const QStringList& cameras) const;
   void ShowFavorites();
   void InsertFavorite(int node);
   void RemoveFavorite(int node);

@@ -39,6 +39,8 @@ class CCameraTree::Private : public QObject {
   explicit Private(CCameraTree* tree);
 
   void Load();
+  void LoadQuietly();
+  bool IsLoading() const { return answer_.isRunning(); }
   void Filter(const QString& new_text);
   void ShowFavorites(bool visible);
   void ToggleFavorite(const QModelIndex& row);
@@ -52,7 +54,7 @@ class CCameraTree::Private : public QObject {
   CCameraModel* const model;
   LogicNodeParam param;
   QString text;  // what the user wants to see
-  bool loaded = false, asked = false;
+  bool loaded = false;
   CCameraFilter filter;
 
  protected:
@@ -63,8 +65,11 @@ class CCameraTree::Private : public QObject {
                    QVector<CCameraItemInfo>* cameras) const;
   void OnAnswer();
   void OnFiltered(const CCameraRows& rows, const std::vector<int>& open);
+  bool IsAsShown(const CameraAnswer& answer) const;
+  void TakeAnswer(CameraAnswer answer);
   void Show(const std::function<void()>& make_rows, const std::vector<int>& open);
   QSet<CameraRowKey> RowsToExpand(const std::vector<int>& open);
+  QSet<CameraRowKey> NewRows(const std::vector<int>& open, const CCameraContent& before) const;
   QSet<CameraRowKey> FirstExpansion() const;
   void OnSaved(const QString& code, bool favorite, const QString& error);
   void OnFailure();
@@ -76,7 +81,7 @@ class CCameraTree::Private : public QObject {
   std::optional<CameraAnswer> waiting_;  // loaded, but not filtered yet: exactly while its content is being filtered
   QTimer late_;                          // runs until an unanswered load is worth a word
   QString error_, shown_text_;
-  bool keeps_favorites_ = false, favorites_wanted_ = false;
+  bool keeps_favorites_ = false, favorites_wanted_ = false, quiet_ = false;
   QSet<CameraRowKey> expanded_;  // what the user had expanded when filtering began
   QPersistentModelIndex pressed_star_;
   CCameraTreeNotice* const notice_;
@@ -95,9 +100,17 @@ CCameraTree::Private::Private(CCameraTree* tree)
 }
 
 void CCameraTree::Private::Load() {
-  asked = true;
-  answer_.setFuture(LoadCameras(param));
+  quiet_ = false;
+  answer_.setFuture(LoadCameras(param, model->SharedContent()));
   late_.start();
+}
+
+void CCameraTree::Private::LoadQuietly() {
+  if (!IsLoading()) {
+    Load();
+    quiet_ = true;
+    late_.stop();
+  }
 }
 
 void CCameraTree::Private::OnAnswer() {
@@ -108,6 +121,20 @@ void CCameraTree::Private::OnAnswer() {
     OnFailure();
     return;
   }
+  if (IsAsShown(answer)) {
+    UpdateNotice();
+    Q_EMIT q->SignalLoaded(QString());
+    return;
+  }
+  TakeAnswer(std::move(answer));
+}
+
+bool CCameraTree::Private::IsAsShown(const CameraAnswer& answer) const {
+  return loaded && !waiting_ && answer.content == model->SharedContent() &&
+         answer.keeps_favorites == keeps_favorites_ && model->HasFavorites(answer.favorites);
+}
+
+void CCameraTree::Private::TakeAnswer(CameraAnswer answer) {
   waiting_ = std::move(answer);
   if (text.isEmpty()) {
     filter.Stop();
@@ -120,7 +147,7 @@ void CCameraTree::Private::OnAnswer() {
 // Where rows stand the notice has no room.
 void CCameraTree::Private::OnFailure() {
   UpdateNotice();
-  if (notice_->Text().isEmpty() && q->isVisible()) {
+  if (notice_->Text().isEmpty() && q->isVisible() && !quiet_) {
     tarn_ui_data_controller::CNomalMessageManager::Instance().ShowMessage(q->window(), error_, 1);
   }
   Q_EMIT q->SignalLoaded(error_);
@@ -163,13 +190,27 @@ void CCameraTree::Private::OnFiltered(const CCameraRows& rows, const std::vector
 
 // The rows come anew all at once, which costs far less than taking out and putting in thousands one after the other.
 void CCameraTree::Private::Show(const std::function<void()>& make_rows, const std::vector<int>& open) {
+  const bool same_text = loaded && shown_text_ == text;
+  const QSet<CameraRowKey> expanded = loaded ? CCameraTreeState::Expanded(*q, *model) : QSet<CameraRowKey>();
   if (shown_text_.isEmpty() && loaded) {
-    expanded_ = CCameraTreeState::Expanded(*q, *model);
+    expanded_ = expanded;
   }
+  const std::shared_ptr<const CCameraContent> before = model->SharedContent();
   const CCameraTreeState state = CCameraTreeState::Take(*q, *model);
   make_rows();
-  CCameraTreeState::Expand(q, *model, RowsToExpand(open));
-  state.Restore(q, *model);
+  CCameraTreeState::Expand(q, *model, same_text ? expanded + NewRows(open, *before) : RowsToExpand(open));
+  state.Restore(q, *model, same_text ? CCameraTreeState::kStay : CCameraTreeState::kShowCurrent);
+}
+
+QSet<CameraRowKey> CCameraTree::Private::NewRows(const std::vector<int>& open, const CCameraContent& before) const {
+  QSet<CameraRowKey> keys;
+  for (const int node : open) {
+    const CameraRowKey key = model->KeyOf(model->IndexOfNode(node));
+    if (before.RegionNode(key.code) == 0) {
+      keys.insert(key);
+    }
+  }
+  return keys;
 }
 
 QSet<CameraRowKey> CCameraTree::Private::RowsToExpand(const std::vector<int>& open) {
@@ -222,7 +263,7 @@ void CCameraTree::Private::ShowFavorites(bool visible) {
     const CCameraTreeState state = CCameraTreeState::Take(*q, *model);
     model->SetFavoritesVisible(visible && keeps_favorites_);
     CCameraTreeState::Expand(q, *model, expanded + QSet<CameraRowKey>{{CameraRowKey::kFavorites, QString()}});
-    state.Restore(q, *model);
+    state.Restore(q, *model, CCameraTreeState::kStay);
   }
 }
 
@@ -367,7 +408,7 @@ CCameraTree::~CCameraTree() = default;
 
 void CCameraTree::SetLogicNodeParam(const LogicNodeParam& param) {
   d_->param = param;
-  if (d_->asked) {
+  if (d_->loaded || d_->IsLoading() || isVisible()) {
     Reload();
   }
 }
@@ -378,6 +419,10 @@ void CCameraTree::SetFavoritesVisible(bool visible) {
 
 void CCameraTree::Reload() {
   d_->Load();
+}
+
+void CCameraTree::Renew() {
+  d_->LoadQuietly();
 }
 
 bool CCameraTree::IsLoaded() const {
@@ -420,7 +465,7 @@ CCameraItemInfo CCameraTree::FindCamera(const std::string& index_code) const {
 
 void CCameraTree::showEvent(QShowEvent* event) {
   CTreeView::showEvent(event);
-  if (!d_->asked) {
+  if (!d_->loaded && !d_->IsLoading()) {
     d_->Load();
   }
 }

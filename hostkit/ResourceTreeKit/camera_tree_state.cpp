@@ -1,5 +1,7 @@
 #include "ResourceTreeKit/camera_tree_state.h"
 
+#include <QScrollBar>
+
 namespace ResourceTreeKit {
 
 QSet<CameraRowKey> CCameraTreeState::Expanded(const QTreeView& view, const CCameraModel& model) {
@@ -35,12 +37,16 @@ CCameraTreeState CCameraTreeState::Take(const QTreeView& view, const CCameraMode
   for (const QModelIndex& row : rows) {
     state.selected_.append(model.KeyOf(row));
   }
+  const QModelIndex top = view.indexAt(QPoint(0, 0));
+  state.top_ = model.KeyOf(top);
+  state.top_offset_ = top.isValid() ? view.visualRect(top).top() : 0;
+  state.scrolled_ = view.verticalScrollBar()->value();
   return state;
 }
 
-void CCameraTreeState::Restore(QTreeView* view, const CCameraModel& model) const {
+void CCameraTreeState::Restore(QTreeView* view, const CCameraModel& model, View where) const {
   const QModelIndex current = model.Find(current_);
-  for (QModelIndex above = current.parent(); above.isValid(); above = above.parent()) {
+  for (QModelIndex above = current.parent(); where == kShowCurrent && above.isValid(); above = above.parent()) {
     view->expand(above);
   }
   QItemSelection selection;
@@ -51,8 +57,25 @@ void CCameraTreeState::Restore(QTreeView* view, const CCameraModel& model) const
     }
   }
   view->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+  const bool scrolls = view->hasAutoScroll();
+  view->setAutoScroll(scrolls && where == kShowCurrent);
   if (current.isValid()) {
     view->selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
+  }
+  view->setAutoScroll(scrolls);
+  if (where == kStay) {
+    RestoreTop(view, model);
+  }
+}
+
+void CCameraTreeState::RestoreTop(QTreeView* view, const CCameraModel& model) const {
+  const QModelIndex top = model.Find(top_);
+  QScrollBar* bar = view->verticalScrollBar();
+  if (top.isValid()) {
+    view->scrollTo(top, QAbstractItemView::PositionAtTop);
+    bar->setValue(bar->value() - (view->verticalScrollMode() == QAbstractItemView::ScrollPerPixel ? top_offset_ : 0));
+  } else {
+    bar->setValue(scrolled_);
   }
 }
 

@@ -16,14 +16,22 @@ class CCameraTreeState {
   /// Expands these rows and no other, before the view lays its rows out.
   static void Expand(QTreeView* view, const CCameraModel& model, const QSet<CameraRowKey>& keys);
 
-  /// Current row and selection.
+  enum View {
+    kShowCurrent,  // what is above the current row expands, and the row comes into sight
+    kStay,         // nothing moves; the row at the top stays there
+  };
+
+  /// Current row, selection and the row at the top.
   static CCameraTreeState Take(const QTreeView& view, const CCameraModel& model);
-  /// Rows that are gone are left out; what is above the current row expands.
-  void Restore(QTreeView* view, const CCameraModel& model) const;
+  /// Rows that are gone are left out.
+  void Restore(QTreeView* view, const CCameraModel& model, View where) const;
 
  private:
-  CameraRowKey current_;
+  void RestoreTop(QTreeView* view, const CCameraModel& model) const;
+
+  CameraRowKey current_, top_;
   QVector<CameraRowKey> selected_;
+  int top_offset_ = 0, scrolled_ = 0;
 };
 
 }  // namespace ResourceTreeKit

@@ -5,8 +5,11 @@
 #include <QMenu>
 #include <QRandomGenerator>
 #include <QSignalSpy>
+#include <QTextDocument>
 #include <QtTest>
+#include <functional>
 #include <memory>
+#include <mutex>
 
 #include "ResourceTreeKit/camera_tree.h"
 #include "TarnHost/plan_site.h"
@@ -61,6 +64,38 @@ class CBrokenSite : public TarnTest::CRecordingServices {
   }
 };
 
+/// Three regions of thirty cameras, of which a test takes and adds some.
+class CChangingSite : public TarnTest::CRecordingServices {
+ public:
+  explicit CChangingSite(std::shared_ptr<TarnHost::IHostServices> target) : CRecordingServices(std::move(target)) {
+    for (int number = 0; number < 90; ++number) {
+      cameras_.push_back(
+          {std::to_string(100 + number), "CAM " + std::to_string(100 + number), std::to_string(1 + number / 30), true});
+    }
+  }
+  bool GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>& regions, std::vector<CCameraItemInfo>& cameras,
+                     std::string* error) override {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    *error = error_;
+    regions = {{"1", "North", ""}, {"2", "South", ""}, {"3", "West", ""}, {"4", "New", ""}};
+    cameras = cameras_;
+    return error_.empty();
+  }
+  void Change(const std::function<void(std::vector<CCameraItemInfo>&)>& change) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    change(cameras_);
+  }
+  void FailWith(const std::string& error) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    error_ = error;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::vector<CCameraItemInfo> cameras_;
+  std::string error_;
+};
+
 /// Loads the tree again at the moment when a filter is about to look at the rows that just came.
 class CReloadInTheMiddle : public QObject {
  public:
@@ -97,6 +132,9 @@ class CameraTreeTest : public QObject {
   void FavoritesComeAndGo();
   void FavoriteThatCannotBeSaved();
   void FailureCanBeTriedAgain();
+  void FailureIsForgottenAtTheNextShow();
+  void RenewsWithoutMovingAnything();
+  void NamesAreNoMarkup();
   void DiesWhileItLoads();
   void BrokenRegionsLoseNoCamera();
   void RandomCommandsAgainstAPlainTree();
@@ -398,6 +436,80 @@ void CameraTreeTest::FailureCanBeTriedAgain() {
   QVERIFY(tree_->CameraCount() == 6 && Notice().isEmpty());  // what is there stays
   QCOMPARE(told.size(), 1);
   QCOMPARE(told[0][0], loaded[0][0]);
+}
+
+void CameraTreeTest::FailureIsForgottenAtTheNextShow() {
+  services_->Fail("GetCameraTree", "The site does not answer.");
+  tree_->show();
+  QTRY_COMPARE(Notice(), QString("The site does not answer."));
+  services_->Mend("GetCameraTree");
+  tree_->hide();
+  tree_->show();
+  QTRY_VERIFY(tree_->IsLoaded());
+  QVERIFY(Notice().isEmpty());
+}
+
+void CameraTreeTest::RenewsWithoutMovingAnything() {
+  const auto site = std::make_shared<CChangingSite>(store_);
+  TarnHost::InstallHostServices(site);
+  Show();
+  QSignalSpy loaded(tree_.get(), &CCameraTree::SignalLoaded), reset(tree_->model(), &QAbstractItemModel::modelReset);
+  const auto renew = [&] {
+    loaded.clear();
+    tree_->Renew();
+    QTRY_COMPARE(loaded.size(), 1);
+  };
+  renew();
+  QVERIFY(reset.isEmpty());
+
+  tree_->setCurrentIndex(Row("CAM 110"));
+  tree_->collapse(Row("North"));  // around the current row
+  tree_->scrollTo(Row("CAM 140"), QAbstractItemView::PositionAtTop);
+  const auto top = [this] { return tree_->indexAt(QPoint(0, 0)).data().toString(); };
+  QCOMPARE(top(), QString("CAM 140"));
+  site->Change([](auto& cameras) {
+    cameras.erase(cameras.begin() + 35, cameras.begin() + 38);
+    cameras[33].name = "Renamed";
+    cameras.push_back({"500", "A new one", "2", true});
+    cameras.push_back({"501", "CAM 14x", "4", true});
+  });
+  renew();
+  QCOMPARE(reset.size(), 1);
+  QVERIFY(!Row("CAM 135").isValid() && Row("A new one").isValid() && Row("Renamed").isValid());
+  QCOMPARE(top(), QString("CAM 140"));
+  QCOMPARE(tree_->currentIndex(), Row("CAM 110"));
+  QVERIFY(!tree_->isExpanded(Row("North")) && tree_->isExpanded(Row("South")) && tree_->isExpanded(Row("West")));
+
+  Filter("CAM 1");
+  tree_->collapse(Row("South"));
+  site->Change([](auto& cameras) { cameras.erase(cameras.begin() + 40, cameras.begin() + 42); });
+  renew();
+  QVERIFY(!tree_->isExpanded(Row("South")) && tree_->isExpanded(Row("West")));
+  QCOMPARE(tree_->FilterText(), QString("CAM 1"));
+  QVERIFY(!Row("A new one").isValid());
+
+  using tarn_ui_data_controller::CNomalMessageManager;
+  QSignalSpy told(&CNomalMessageManager::Instance(), &CNomalMessageManager::SignalMessageShown);
+  site->FailWith("gone fishing");
+  renew();
+  QCOMPARE(loaded[0][0].toString(), QString("gone fishing"));
+  QVERIFY(told.isEmpty() && Row("CAM 188").isValid());
+}
+
+void CameraTreeTest::NamesAreNoMarkup() {
+  const auto site = std::make_shared<CChangingSite>(store_);
+  site->Change([](auto& cameras) {
+    cameras[0].name = "<b>x";
+    cameras[1].name = "Gate A & B";
+  });
+  TarnHost::InstallHostServices(site);
+  Show();
+  for (const char* name : {"<b>x", "Gate A & B"}) {
+    const QString tip = Row(name).data(Qt::ToolTipRole).toString();
+    QTextDocument shown;
+    Qt::mightBeRichText(tip) ? shown.setHtml(tip) : shown.setPlainText(tip);
+    QCOMPARE(shown.toPlainText(), QString(name));
+  }
 }
 
 void CameraTreeTest::DiesWhileItLoads() {

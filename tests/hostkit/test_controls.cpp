@@ -64,6 +64,7 @@ class ControlsTest : public QObject {
   void LongTextsEndInAnEllipsis();
   void SwitchTellsChangesOnly();
   void TimesAreIndependent();
+  void WheelsThatPassOverChangeNoTime();
   void ComboByMouseWithRowsThatComeLate();
   void ComboByKeys();
   void ComboFindsByTyping();
@@ -251,6 +252,28 @@ void ControlsTest::TimesAreIndependent() {
   begin->setSelectedSection(QDateTimeEdit::HourSection);
   QTest::keyClicks(begin, "071530");
   QCOMPARE(range.GetBeginTime(), QTime(7, 15, 30));
+}
+
+void ControlsTest::WheelsThatPassOverChangeNoTime() {
+  QWidget window;
+  auto* range = new CRangeTimeEdit(&window);
+  auto* field = new QLineEdit(&window);
+  window.show();
+  window.activateWindow();
+  field->setFocus();
+  QTRY_VERIFY(field->hasFocus());
+  auto* begin = range->findChildren<QTimeEdit*>().value(0);
+  const auto turn = [begin] {
+    QWheelEvent wheel(QPointF(5, 5), begin->mapToGlobal(QPoint(5, 5)), QPoint(), QPoint(0, 120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(begin, &wheel);
+  };
+  turn();
+  QCOMPARE(range->GetBeginTime(), QTime(0, 0));
+  QVERIFY(field->hasFocus());
+  begin->setFocus();
+  turn();
+  QVERIFY(range->GetBeginTime() != QTime(0, 0));
 }
 
 void ControlsTest::ComboByMouseWithRowsThatComeLate() {
