@@ -1,5 +1,7 @@
 #include "view_sort_filter_proxy_model.h"
 
+#include <vector>
+
 #include "LyraPluginManager/resource_business_interface_mgr.h"
 #include "MarUIControl/standard_item_model.h"
 #include "item_type.h"
@@ -45,14 +47,48 @@ const QString& TextOf(const QVariant& value, QString& scratch) {
 }  // namespace
 
 struct CViewSortFilterProxyModel::Data {
+  /// A row of the source as it was compared last. Of two rows that a sort compares one was in the comparison before.
+  struct Side {
+    QModelIndex index;
+    int type = -1;
+    QVariant text;
+  };
+
+  const Side& Look(Side& side, const QModelIndex& index) const {
+    if (side.index != index) {
+      const SourceRow row(tree, index);
+      side = {index, row.Type(), row.Data(Qt::DisplayRole)};
+    }
+    return side;
+  }
+  void ForgetSides() { left = right = Side(); }
+  static bool Less(const Side& left, const Side& right);
+
   bool filter_enabled = false;
   bool ever_filtered = false;  // some rows may be hidden until the next pass, whatever the flag says now
   bool add_mode = false;
   bool edit_mode = false;  // carried for consumers
   bool show_theme2 = false;
   const CStandardPlanModel* tree = nullptr;  // the source when it is a plan tree
-  QMetaObject::Connection on_removing;
+  Side left, right;
+  std::vector<QMetaObject::Connection> on_change;
 };
+
+bool CViewSortFilterProxyModel::Data::Less(const Side& left, const Side& right) {
+  if (left.type != right.type) {
+    return left.type < right.type;
+  }
+  if (!left.text.isValid()) {
+    return true;
+  }
+  if (!right.text.isValid()) {
+    return false;
+  }
+  QString left_scratch;
+  QString right_scratch;
+  return MarUIControl::CStandardItemModel::CustomStringCompare(TextOf(left.text, left_scratch),
+                                                               TextOf(right.text, right_scratch), kCompareNames);
+}
 
 CViewSortFilterProxyModel::CViewSortFilterProxyModel(QObject* parent, bool filterEnabled)
     : CViewSortFilterProxyModel(parent, filterEnabled, false) {}
@@ -77,12 +113,31 @@ void CViewSortFilterProxyModel::setSourceModel(QAbstractItemModel* source) {
       }
     });
   }
-  disconnect(data_->on_removing);
-  if (source) {  // connected before the base class is
-    data_->on_removing = connect(source, &QAbstractItemModel::rowsAboutToBeRemoved, this,
-                                 &CViewSortFilterProxyModel::takeInBeforeLastOnesGo);
+  for (const QMetaObject::Connection& connection : data_->on_change) {
+    disconnect(connection);
+  }
+  data_->on_change.clear();
+  data_->ForgetSides();
+  if (source) {
+    listenBeforeTheBase(source);
   }
   QSortFilterProxyModel::setSourceModel(source);
+}
+
+// Connected before the base class is: whatever it compares after a change is looked at anew.
+void CViewSortFilterProxyModel::listenBeforeTheBase(QAbstractItemModel* source) {
+  const auto forget = [this] { data_->ForgetSides(); };
+  data_->on_change = {
+      connect(source, &QAbstractItemModel::rowsAboutToBeRemoved, this,
+              &CViewSortFilterProxyModel::takeInBeforeLastOnesGo),
+      connect(source, &QAbstractItemModel::rowsAboutToBeRemoved, this, forget),
+      connect(source, &QAbstractItemModel::rowsRemoved, this, forget),
+      connect(source, &QAbstractItemModel::rowsInserted, this, forget),
+      connect(source, &QAbstractItemModel::rowsMoved, this, forget),
+      connect(source, &QAbstractItemModel::dataChanged, this, forget),
+      connect(source, &QAbstractItemModel::layoutChanged, this, forget),
+      connect(source, &QAbstractItemModel::modelReset, this, forget),
+  };
 }
 
 // The base class tells of the removal of rows that it has taken in; a view that saw an expander waits for it.
@@ -143,25 +198,11 @@ bool CViewSortFilterProxyModel::lessThan(const QModelIndex& left, const QModelIn
   if (!left.isValid() || !right.isValid()) {
     return false;
   }
-  const SourceRow left_row(data_->tree, left);
-  const SourceRow right_row(data_->tree, right);
-  const int left_type = left_row.Type();
-  const int right_type = right_row.Type();
-  if (left_type != right_type) {
-    return left_type < right_type;
+  if (left.model() == sourceModel() && right.model() == sourceModel()) {
+    return Data::Less(data_->Look(data_->left, left), data_->Look(data_->right, right));
   }
-  const QVariant left_text = left_row.Data(Qt::DisplayRole);
-  if (!left_text.isValid()) {
-    return true;
-  }
-  const QVariant right_text = right_row.Data(Qt::DisplayRole);
-  if (!right_text.isValid()) {
-    return false;
-  }
-  QString left_scratch;
-  QString right_scratch;
-  return MarUIControl::CStandardItemModel::CustomStringCompare(TextOf(left_text, left_scratch),
-                                                               TextOf(right_text, right_scratch), kCompareNames);
+  Data::Side other_left, other_right;  // nobody tells of changes in other models
+  return Data::Less(data_->Look(other_left, left), data_->Look(other_right, right));
 }
 
 }  // namespace TarnPlanView

@@ -35,6 +35,7 @@ class CViewSortFilterProxyModel : public QSortFilterProxyModel {
  private:
   bool isPublicTarget() const;
   void takeInBeforeLastOnesGo(const QModelIndex& sourceParent, int first, int last);
+  void listenBeforeTheBase(QAbstractItemModel* source);
 
   struct Data;
   std::unique_ptr<Data> data_;

@@ -36,6 +36,7 @@ class ProxyTest : public CPlanTest {
   void SettersDoNotRefilter();
   void RejectedParentHidesItsRows();
   void ExpandersNeedNoSorting();
+  void ComparesRowsAsTheyAre();
   void HandleOwnsTheRealProxy();
 };
 
@@ -112,6 +113,39 @@ void ProxyTest::RowsWithoutTextComeFirst() {
   QVERIFY(proxy.lessThan(source.index(1, 0), source.index(2, 0)));  // the left one counts as smaller
   QVERIFY(proxy.lessThan(source.index(2, 0), source.index(1, 0)));
   QCOMPARE(proxy.index(2, 0).data().toString(), QString("a"));
+}
+
+// What it has read of a row for one comparison must not outlive a change of that row, or of the rows above it.
+void ProxyTest::ComparesRowsAsTheyAre() {
+  QStandardItemModel source;
+  for (const char* name : {"b", "c", "d"}) {
+    source.appendRow(Row(name, PublicPlanItem));
+  }
+  CViewSortFilterProxyModel proxy(nullptr, false);
+  proxy.setSourceModel(&source);
+  const auto less = [&](int left, int right) { return proxy.lessThan(source.index(left, 0), source.index(right, 0)); };
+  QVERIFY(less(0, 1) && !less(1, 0));
+  source.item(0)->setText("e");
+  QVERIFY(!less(0, 1));
+  source.item(1)->setData(PublicGroupItem, ItemTypeRole);
+  QVERIFY(less(1, 2));
+  source.insertRow(0, Row("z", PublicPlanItem));
+  QVERIFY(!less(0, 1));
+  source.removeRow(0);
+  QVERIFY(!less(0, 2) && less(2, 0));
+  source.sort(0, Qt::DescendingOrder);
+  QVERIFY(less(1, 0));
+  source.clear();
+  source.appendRow(Row("a", PublicPlanItem));
+  source.appendRow(Row("b", PublicPlanItem));
+  QVERIFY(less(0, 1));
+
+  QStandardItemModel other;
+  other.appendRow(Row("b", PublicPlanItem));
+  other.appendRow(Row("a", PublicPlanItem));
+  QVERIFY(!proxy.lessThan(other.index(0, 0), other.index(1, 0)));
+  proxy.setSourceModel(&other);
+  QCOMPARE(proxy.index(0, 0).data().toString(), QString("a"));
 }
 
 void ProxyTest::FilterByTypeRightAndMode_data() {
