@@ -36,6 +36,13 @@ QJsonObject ToJson(const Figure& figure) {
           {QStringLiteral("holds"), figure.Holds()}};
 }
 
+// The platform without a display says of every window that it has no use for size hints.
+void DropSizeHints(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+  if (!text.contains(QLatin1String("propagateSizeHints"))) {
+    std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
+  }
+}
+
 bool WriteJson(const QString& path, const QJsonArray& figures) {
   QFile file(path);
   const QByteArray text = QJsonDocument(QJsonObject{{QStringLiteral("figures"), figures}}).toJson();
@@ -48,6 +55,7 @@ int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
   }
+  qInstallMessageHandler(DropSizeHints);
   QApplication app(argc, argv);
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("Measures the figures of the plan panel against their bars."));
