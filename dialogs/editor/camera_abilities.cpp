@@ -4,6 +4,7 @@
 #include "LyraPluginManager/ptz_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "async_call.h"
+#include "question_pool.h"
 
 namespace TarnPlanView {
 
@@ -60,7 +61,7 @@ void CCameraAbilities::Ask(const QString& camera_code) {
 
 template <class Value, class Fetch>
 void CCameraAbilities::AskFor(Shelf<Value>* shelf, const QString& camera_code, Fetch fetch, Told told, Failed failed) {
-  if (shelf->known.contains(camera_code)) {
+  if (shelf->fresh.contains(camera_code)) {
     Q_EMIT(this->*told)(camera_code);
     return;
   }
@@ -69,16 +70,22 @@ void CCameraAbilities::AskFor(Shelf<Value>* shelf, const QString& camera_code, F
   }
   shelf->asked.insert(camera_code);
   CallAsync(
-      this, [camera_code, fetch] { return fetch(camera_code); },
+      &QuestionPool(), this, [camera_code, fetch] { return fetch(camera_code); },
       [this, shelf, camera_code, told, failed](const Answer<Value>& answer) {
         shelf->asked.remove(camera_code);
         if (answer.is_there) {
           shelf->known.insert(camera_code, answer.value);
+          shelf->fresh.insert(camera_code);
           Q_EMIT(this->*told)(camera_code);
         } else {
           Q_EMIT(this->*failed)(camera_code, answer.error);
         }
       });
+}
+
+void CCameraAbilities::Doubt() {
+  streams_.fresh.clear();
+  presets_.fresh.clear();
 }
 
 const QVector<int>* CCameraAbilities::Streams(const QString& camera_code) const {

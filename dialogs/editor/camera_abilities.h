@@ -8,10 +8,10 @@
 
 namespace TarnPlanView {
 
-/// What cameras can do: their streams and presets, fetched once each for as long as this lives.
+/// What cameras can do: their streams and presets, fetched once each, and anew after Doubt().
 ///
 /// Several questions for one camera lead to one call each; a failure is told and not remembered, so that the next
-/// question asks again. Thread: GUI; fetches off it.
+/// question asks again. Thread: GUI; fetches on the threads for questions.
 class CCameraAbilities : public QObject {
   Q_OBJECT
  public:
@@ -25,6 +25,8 @@ class CCameraAbilities : public QObject {
 
   /// Fetches what is not known yet; a signal each follows. What is known is signalled within this call.
   void Ask(const QString& camera_code);
+  /// From now on what is known may have changed: it stays until a question for it brings an answer.
+  void Doubt();
   /// 0 main, 1 sub; null: not known.
   const QVector<int>* Streams(const QString& camera_code) const;
   const QVector<Preset>* Presets(const QString& camera_code) const;
@@ -44,7 +46,7 @@ class CCameraAbilities : public QObject {
   template <class Value>
   struct Shelf {
     QHash<QString, Value> known;
-    QSet<QString> asked;
+    QSet<QString> fresh, asked;
   };
 
   template <class Value, class Fetch>

@@ -19,6 +19,7 @@ namespace {
 
 constexpr int kSmoothStream = 2;
 constexpr int kNoPreset = 0;
+constexpr int kRest = 200;  // ms
 
 bool Has(const QVector<QPair<int, QString>>& choices, int value) {
   return std::any_of(choices.begin(), choices.end(), [value](const auto& choice) { return choice.first == value; });
@@ -43,6 +44,9 @@ CWindowSettings::CWindowSettings(CPlanDocument* document, const CWindowText* tex
   connect(preset_, QOverload<int>::of(&QComboBox::activated), this, [this](int place) {
     document_->SetPreset(document_->CurrentPage(), window_no_, preset_->itemData(place).toInt());
   });
+  rest_.setSingleShot(true);
+  rest_.setInterval(kRest);
+  connect(&rest_, &QTimer::timeout, this, [this] { abilities_.Ask(asked_); });
   ConnectAbilities();
   connect(document_, &CPlanDocument::SignalChanged, this, &CWindowSettings::Renew);
   Renew();
@@ -87,11 +91,24 @@ void CWindowSettings::Renew() {
   const QString code = text_->IsOnSite(window) ? MarUIControl::StringToQString(window->resource_code) : QString();
   if (asked_ != code) {
     asked_ = code;
-    told_.clear();
-    if (!code.isEmpty()) {
-      abilities_.Ask(code);
-    }
+    AskSoon();
   }
+}
+
+void CWindowSettings::AskSoon() {
+  told_.clear();
+  if (asked_.isEmpty()) {
+    rest_.stop();
+  } else if (isVisible()) {
+    rest_.start();
+  }
+}
+
+// Somebody may have changed the cameras since.
+void CWindowSettings::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  abilities_.Doubt();
+  AskSoon();
 }
 
 CWindowSettings::Choices CWindowSettings::Streams(const PlanWindow& window) const {

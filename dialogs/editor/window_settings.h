@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPair>
+#include <QTimer>
 #include <QVector>
 #include <QWidget>
 
@@ -19,7 +20,7 @@ class CPlanDocument;
 class CWindowText;
 
 /// Stream and preset of one window's camera, as far as the camera has them; what the plan says already is always among
-/// the choices. Asks the host only for a camera that is shown. Thread: GUI.
+/// the choices. Asks the host only for a camera that stays for a moment, and anew whenever this is shown. Thread: GUI.
 class CWindowSettings : public QWidget {
   Q_OBJECT
  public:
@@ -38,6 +39,7 @@ class CWindowSettings : public QWidget {
   void SignalCameraFailed(const QString& camera_code);
 
  protected:
+  void showEvent(QShowEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -49,12 +51,14 @@ class CWindowSettings : public QWidget {
   Choices Streams(const view_plugin_protocol::PlanWindow& window) const;
   Choices Presets(const view_plugin_protocol::PlanWindow& window) const;
   static void Offer(QComboBox* box, const Choices& choices, int current);
+  void AskSoon();
   void OnAbility(const QString& camera_code);
   void OnFailure(const QString& camera_code, const QString& error);
 
   CPlanDocument* const document_;
   const CWindowText* const text_;
   CCameraAbilities abilities_;
+  QTimer rest_;  // since another camera came into the window
   QLabel* title_ = nullptr;
   QComboBox *stream_ = nullptr, *preset_ = nullptr;
   QString asked_, told_;  // cameras' codes: asked for, and whose failure has been told

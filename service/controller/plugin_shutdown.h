@@ -4,9 +4,10 @@
 
 namespace TarnPlanView {
 
-/// Destroys the plug-in's singletons (facade, data manager with its models, automatic plan, configuration) and drops
-/// cached icons. Called once at shut-down on the GUI thread, after UninitManager(), after the panels are gone and the
-/// global thread pool is drained, and before the host's singletons and the application object go.
+/// Waits for the questions that are still put to the host, destroys the plug-in's singletons (facade, data manager with
+/// its models, automatic plan, configuration) and drops cached icons. Called once at shut-down on the GUI thread, after
+/// UninitManager(), after the panels are gone and the global thread pool is drained, and before the host's singletons
+/// and the application object go.
 TARNPLANVIEW_EXPORT void ReleasePlugin();
 
 }  // namespace TarnPlanView

@@ -1,0 +1,31 @@
+#include "question_pool.h"
+
+#include <QThreadPool>
+#include <memory>
+
+namespace TarnPlanView {
+
+namespace {
+
+constexpr int kThreads = 2;
+
+std::unique_ptr<QThreadPool>& Pool() {
+  static std::unique_ptr<QThreadPool> pool;
+  return pool;
+}
+
+}  // namespace
+
+QThreadPool& QuestionPool() {
+  if (!Pool()) {
+    Pool() = std::make_unique<QThreadPool>();
+    Pool()->setMaxThreadCount(kThreads);
+  }
+  return *Pool();
+}
+
+void ReleaseQuestionPool() {
+  Pool().reset();
+}
+
+}  // namespace TarnPlanView

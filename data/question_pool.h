@@ -1,0 +1,14 @@
+#pragma once
+
+class QThreadPool;
+
+namespace TarnPlanView {
+
+/// Two threads for what is only asked to offer a choice: a host that is slow to answer holds up no load and no save.
+/// Thread: GUI.
+QThreadPool& QuestionPool();
+
+/// Waits for the questions under way, then ends the threads.
+void ReleaseQuestionPool();
+
+}  // namespace TarnPlanView
