@@ -1,5 +1,6 @@
 #include "editor_cameras.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
@@ -16,6 +17,7 @@ using ResourceTreeKit::CCameraTree;
 namespace {
 
 constexpr int kFilterDelay = 150;  // ms after the last key
+constexpr int kLookAgain = 30000;  // ms
 
 DraftCamera FromSite(const CCameraItemInfo& camera) {
   return {MarUIControl::StringToQString(camera.index_code), MarUIControl::StringToQString(camera.name)};
@@ -24,7 +26,10 @@ DraftCamera FromSite(const CCameraItemInfo& camera) {
 }  // namespace
 
 CEditorCameras::CEditorCameras(QWidget* parent)
-    : QWidget(parent), search_(new WidgetKit::CNewSearchLine(this)), tree_(new CCameraTree(this)) {
+    : QWidget(parent),
+      search_(new WidgetKit::CNewSearchLine(this)),
+      tree_(new CCameraTree(this)),
+      watch_(new QTimer(this)) {
   search_->setObjectName(QStringLiteral("camera_search"));
   search_->setPlaceholderText(tr("Search cameras"));
   search_->setAccessibleName(tr("Search cameras"));
@@ -41,6 +46,9 @@ CEditorCameras::CEditorCameras(QWidget* parent)
   column->setSpacing(6);
   column->addWidget(search_);
   column->addWidget(tree_, 1);
+  watch_->setObjectName(QStringLiteral("camera_watch"));
+  watch_->setInterval(kLookAgain);
+  connect(watch_, &QTimer::timeout, this, &CEditorCameras::LookAgain);
   filter_delay_.setSingleShot(true);
   filter_delay_.setInterval(kFilterDelay);
   connect(search_, &QLineEdit::textChanged, &filter_delay_, QOverload<>::of(&QTimer::start));
@@ -60,6 +68,23 @@ void CEditorCameras::Reload() {
   doubted_.clear();
   if (tree_->IsLoaded()) {  // else the tree itself does, once it is shown
     tree_->Reload();
+  }
+}
+
+void CEditorCameras::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  watch_->start();
+}
+
+void CEditorCameras::hideEvent(QHideEvent* event) {
+  QWidget::hideEvent(event);
+  watch_->stop();
+}
+
+// Not under the user's hand: a drag or a menu belongs to the rows as they are.
+void CEditorCameras::LookAgain() {
+  if (QApplication::mouseButtons() == Qt::NoButton && !QApplication::activePopupWidget()) {
+    tree_->Renew();
   }
 }
 

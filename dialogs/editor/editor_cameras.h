@@ -20,7 +20,8 @@ class CNewSearchLine;
 
 namespace TarnPlanView {
 
-/// The site's cameras to choose from, with a search field above them. Thread: GUI.
+/// The site's cameras to choose from, with a search field above them. While it is in sight it looks every half minute
+/// whether the site still has them, without a word when that fails. Thread: GUI.
 class CEditorCameras : public QWidget {
   Q_OBJECT
  public:
@@ -44,14 +45,18 @@ class CEditorCameras : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
+  void LookAgain();
   void OnCamera(const ResourceTreeKit::CCameraItemInfo& camera);
   void OnRegion(const QVector<ResourceTreeKit::CCameraItemInfo>& cameras);
 
   WidgetKit::CNewSearchLine* search_ = nullptr;
   ResourceTreeKit::CCameraTree* tree_ = nullptr;
   QTimer filter_delay_;
+  QTimer* const watch_;
   QSet<QString> doubted_;
   bool whole_site_ = true;
 };

@@ -77,9 +77,9 @@ void CGroupChooser::ShowGroup(const QString& code, const QString& name) {
   if (code_ == code && !vanished_ && GetCurrentIndex().isValid()) {
     return;
   }
+  vanished_ = vanished_ && code_ == code;  // told of another change it is no less gone
   code_ = code;
   name_ = name;
-  vanished_ = false;
   Resolve();
 }
 
