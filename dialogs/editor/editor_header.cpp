@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QRegExpValidator>
 #include <QRegularExpression>
+#include <QTimeEdit>
 #include <QVBoxLayout>
 
 #include "MarUIControl/label.h"
@@ -136,7 +137,14 @@ void CEditorHeader::ShowTimes() {
   const PlanDraft& draft = document_->Draft();
   // They keep their place, so that the switch does not push the pages about.
   times_->setEnabled(draft.auto_run);
-  note_->setVisible(draft.auto_run && draft.begin > draft.end);
+  const bool over_midnight = draft.auto_run && draft.begin > draft.end;
+  note_->setVisible(over_midnight);
+  const QString heard = over_midnight ? note_->text() : QString();
+  for (QTimeEdit* edit : times_->findChildren<QTimeEdit*>()) {
+    if (edit->accessibleDescription() != heard) {
+      edit->setAccessibleDescription(heard);  // tells those who hear it at once
+    }
+  }
 }
 
 void CEditorHeader::SetTitle(const QString& title) {

@@ -26,7 +26,7 @@ CPageList::CPageList(CPlanDocument* document, QWidget* parent) : QListView(paren
   setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setAccessibleName(tr("Pages"));
-  setToolTip(tr("Drag or Ctrl+Shift+arrow to move a page, Ctrl+D to duplicate, Delete to remove"));
+  setToolTip(tr("Drag or Ctrl+Shift+arrow to move a page, Insert to add, Ctrl+D to duplicate, Delete to remove"));
   // The model was connected first: the rows stand when this is called.
   connect(document_, &CPlanDocument::SignalChanged, this, &CPageList::FollowDocument);
   FollowDocument();
@@ -63,6 +63,8 @@ bool CPageList::MovePageBy(QKeyEvent* event) {
 void CPageList::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Delete) {
     document_->RemovePage(document_->CurrentPage());
+  } else if (event->key() == Qt::Key_Insert && event->modifiers() == Qt::NoModifier) {
+    document_->AddPage(document_->CurrentPage());
   } else if (event->key() == Qt::Key_D && event->modifiers() == Qt::ControlModifier) {
     document_->DuplicatePage(document_->CurrentPage());
   } else if (!MovePageBy(event)) {

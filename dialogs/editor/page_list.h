@@ -7,7 +7,7 @@ namespace TarnPlanView {
 class CPlanDocument;
 
 /// The pages side by side. A page is moved by dragging it or by Ctrl+Shift and an arrow, removed by Delete, doubled by
-/// Ctrl+D; the current row is the document's current page. Thread: GUI.
+/// Ctrl+D, Insert adds one; the current row is the document's current page. Thread: GUI.
 class CPageList : public QListView {
   Q_OBJECT
  public:

@@ -18,6 +18,7 @@ CPageSettings::CPageSettings(CPlanDocument* document, QWidget* parent)
   auto* clear = new MarUIControl::CPushButton(tr("Clear"), this);
   clear->setObjectName(QStringLiteral("clear_page_btn"));
   clear->setToolTip(tr("Take everything out of this page's windows"));
+  clear->setAccessibleName(tr("Clear page"));
   connect(clear, &QPushButton::clicked, this, [this] { document_->ClearPage(document_->CurrentPage()); });
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
@@ -30,6 +31,7 @@ CPageSettings::CPageSettings(CPlanDocument* document, QWidget* parent)
   row->addWidget(dwell_);
   row->addStretch(1);
   row->addWidget(clear);
+  connect(document_, &CPlanDocument::SignalLeavingPage, dwell_, [this] { dwell_->interpretText(); });
   connect(document_, &CPlanDocument::SignalChanged, this, &CPageSettings::ShowDocument);
   ShowDocument();
 }

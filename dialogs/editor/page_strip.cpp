@@ -21,7 +21,7 @@ CPageStrip::CPageStrip(CPlanDocument* document, QWidget* parent)
       document_(document),
       title_(new MarUIControl::CLabel(this)),
       list_(new CPageList(document, this)) {
-  add_ = MakeButton("add_page_btn", tr("Add"), tr("New empty page after this one"));
+  add_ = MakeButton("add_page_btn", tr("Add"), tr("New empty page after this one (Insert in the strip)"));
   duplicate_ = MakeButton("duplicate_page_btn", tr("Duplicate"), tr("Same page again (Ctrl+D in the strip)"));
   remove_ = MakeButton("remove_page_btn", tr("Delete"), tr("Delete this page (Delete in the strip)"));
   connect(add_, &QPushButton::clicked, this, [this] { document_->AddPage(document_->CurrentPage()); });

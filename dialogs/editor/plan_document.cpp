@@ -292,6 +292,7 @@ bool CPlanDocument::IsDirty() const {
 void CPlanDocument::SetCurrentPage(int page) {
   page = qBound(0, page, draft_.pages.size() - 1);
   if (page != current_page_) {
+    Q_EMIT SignalLeavingPage();
     current_page_ = page;
     Q_EMIT SignalChanged(CurrentChanged, -1);
   }
@@ -328,6 +329,7 @@ void CPlanDocument::SetTimes(const QTime& begin, const QTime& end) {
 }
 
 void CPlanDocument::AddPage(int page) {
+  Q_EMIT SignalLeavingPage();
   if (!HasRoomForPage()) {
     return;
   }
@@ -338,6 +340,7 @@ void CPlanDocument::AddPage(int page) {
 }
 
 void CPlanDocument::DuplicatePage(int page) {
+  Q_EMIT SignalLeavingPage();
   if (!HasPage(page) || !HasRoomForPage()) {
     return;
   }
@@ -347,6 +350,7 @@ void CPlanDocument::DuplicatePage(int page) {
 }
 
 void CPlanDocument::RemovePage(int page) {
+  Q_EMIT SignalLeavingPage();
   if (!HasPage(page)) {
     return;
   }
@@ -361,6 +365,7 @@ void CPlanDocument::RemovePage(int page) {
 }
 
 void CPlanDocument::MovePage(int from, int to) {
+  Q_EMIT SignalLeavingPage();
   if (!HasPage(from) || !HasPage(to) || from == to) {
     return;
   }
@@ -430,13 +435,27 @@ void CPlanDocument::ClearWindow(int page, int window_no) {
 }
 
 void CPlanDocument::ClearPage(int page) {
-  if (HasPage(page)) {
-    PushPage(tr("Clear page"), page, [](DraftPage& changed) {
-      if (std::any_of(changed.windows.begin(), changed.windows.end(), &IsFilled)) {
-        changed.windows.clear();
-      }
-    });
+  if (!HasPage(page)) {
+    return;
   }
+  const bool some_stay = other_content_fixed_ && !OtherContentOf(draft_.pages[page]).isEmpty();
+  PushPage(tr("Clear page"), page, [this](DraftPage& changed) {
+    const auto stays = [this, &changed](const PlanWindow& window) {
+      return other_content_fixed_ && IsOtherContent(window) && !changed.IsHidden(window.window_no);
+    };
+    const bool filled = std::any_of(changed.windows.begin(), changed.windows.end(),
+                                    [&stays](const PlanWindow& window) { return IsFilled(window) && !stays(window); });
+    if (filled) {
+      changed.windows.remove_if([&stays](const PlanWindow& window) { return !stays(window); });
+    }
+  });
+  if (some_stay) {
+    Q_EMIT SignalRefused(OnlyCamerasText());
+  }
+}
+
+QString CPlanDocument::OnlyCamerasText() {
+  return tr("Only cameras can be changed here; other content stays where it is.");
 }
 
 void CPlanDocument::SetStream(int page, int window_no, int stream_type) {
@@ -516,7 +535,7 @@ bool CPlanDocument::PushPage(const QString& text, int page, const std::function<
   edit(after.pages[page]);
   const bool same_split = after.pages[page].split_type == draft_.pages[page].split_type;
   if (other_content_fixed_ && same_split && OtherContentOf(after.pages[page]) != OtherContentOf(draft_.pages[page])) {
-    Q_EMIT SignalRefused(tr("Only cameras can be changed here; other content stays where it is."));
+    Q_EMIT SignalRefused(OnlyCamerasText());
     return false;
   }
   return Push(text, std::move(after), {page, page}, merge_id);

@@ -93,7 +93,7 @@ class CPlanDocument : public QObject {
   bool FillPage(int page, int first_window, const QVector<DraftCamera>& cameras);
   bool SwapWindows(int page, int window_no, int other_window_no);
   void ClearWindow(int page, int window_no);
-  /// Windows that are out of sight as well.
+  /// Windows that are out of sight as well. Fixed content stays, which SignalRefused() tells.
   void ClearPage(int page);
   void SetStream(int page, int window_no, int stream_type);
   void SetPreset(int page, int window_no, int preset_no);
@@ -106,6 +106,8 @@ class CPlanDocument : public QObject {
   /// `change`: a bit mask of Change; `page`: the page of PageChanged, else -1. After every edit, undo and redo.
   void SignalChanged(int change, int page);
   void SignalDirtyChanged(bool dirty);
+  /// Another page is about to be current, or pages to come and go: what is being typed for this one has to come now.
+  void SignalLeavingPage();
   /// An edit that could not be done, with the reason for the user.
   void SignalRefused(const QString& reason);
 
@@ -131,6 +133,7 @@ class CPlanDocument : public QObject {
   bool HasPage(int page) const { return page >= 0 && page < draft_.pages.size(); }
   bool HasWindow(int page, int window_no) const;
   bool HasRoomForPage();
+  static QString OnlyCamerasText();
   void RenewDirty();
   std::string TimeText(const QTime& time, const std::string& loaded) const;
   std::list<view_plugin_protocol::PlanPage> PagesToSave() const;

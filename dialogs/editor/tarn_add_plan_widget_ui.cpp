@@ -4,7 +4,6 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QVBoxLayout>
-#include <utility>
 
 #include "conflict_bar.h"
 #include "editor_cameras.h"
@@ -72,7 +71,7 @@ void CTarnAddPlanWidget::Private::BuildCameras() {
   cameras->setMinimumWidth(kLeastCamerasWidth);
   text.SetCameraName([this](const std::string& code) { return cameras->NameOf(code); });
   connect(cameras, &CEditorCameras::SignalChosen, q,
-          [this](const QVector<DraftCamera>& chosen) { PutCameras(chosen); });
+          [this](const QVector<DraftCamera>& chosen) { grid->PutAndGoOn(chosen); });
   connect(cameras, &CEditorCameras::SignalNamesChanged, q, [this] {
     grid->RenewNames();
     window_settings->Renew();
@@ -108,6 +107,7 @@ void CTarnAddPlanWidget::Private::AddShortcut(const QKeySequence& keys, const st
   shortcut->setContext(Qt::WidgetWithChildrenShortcut);
   connect(shortcut, &QShortcut::activated, q, [this, run] {
     if (scroll->isEnabled()) {
+      TakeTyped();
       run();
     }
   });
@@ -139,29 +139,23 @@ void CTarnAddPlanWidget::Private::GatherUndo() {
 }
 
 void CTarnAddPlanWidget::Private::ConnectSaving() {
-  connect(saving, &CPlanSaving::SignalSaved, q, [this] {
-    SetBusy(QString());
-    Q_EMIT q->SignalClosed();
-  });
+  connect(saving, &CPlanSaving::SignalStored, q, &CTarnAddPlanWidget::SignalSaved);
+  connect(saving, &CPlanSaving::SignalSaved, q, [this] { OnSaved(); });
   connect(saving, &CPlanSaving::SignalSlow, q,
           [this] { footer->ShowWork(CTarnAddPlanWidget::tr("Saving takes long. Cancel leaves the editor.")); });
-  connect(saving, &CPlanSaving::SignalFailed, q, [this](const QString& reason) {
-    SetBusy(QString());
-    if (!reason.isEmpty()) {
-      Refuse(reason);
-    }
-    if (std::exchange(copying, false)) {  // the choice is open again
-      conflict->show();
-    }
-  });
+  connect(saving, &CPlanSaving::SignalFailed, q, [this](const QString& reason) { OnNotSaved(reason); });
   connect(saving, &CPlanSaving::SignalChangedElsewhere, q,
           [this](const QString& reason, const view_plugin_protocol::GetPlanDetailResponse& plan) {
-            SetBusy(QString());
             theirs = plan;
+            original_gone = false;
+            OnNotSaved(QString());
+            conflict->SetNewRefused(MissingRight(true));
             conflict->ShowChanged(reason);
           });
   connect(saving, &CPlanSaving::SignalDeleted, q, [this](const QString& reason) {
-    SetBusy(QString());
+    original_gone = true;
+    OnNotSaved(QString());
+    conflict->SetNewRefused(MissingRight(true));
     conflict->ShowDeleted(reason);
   });
   connect(conflict, &CConflictBar::SignalLoadTheirs, q, [this] { LoadTheirs(); });

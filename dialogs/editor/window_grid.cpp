@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
+#include <QTextDocument>
 #include <QTextLayout>
 #include <QToolTip>
 
@@ -106,9 +107,12 @@ void CWindowGrid::RenewNames() {
   RenewDescription();
 }
 
-void CWindowGrid::OnDocument(int, int) {
+void CWindowGrid::OnDocument(int change, int) {
   const bool turned = shown_page_ != document_->CurrentPage();
   shown_page_ = document_->CurrentPage();
+  if (turned || (change & CPlanDocument::PagesChanged) || marked_ > WindowCount()) {
+    marked_ = 0;
+  }
   SetCurrentWindow(turned ? 1 : current_);
   update();
   RenewDescription();
@@ -117,7 +121,9 @@ void CWindowGrid::OnDocument(int, int) {
 // A changed name is read out while the grid has the focus.
 void CWindowGrid::RenewDescription() {
   setAccessibleName(text_->Spoken(current_, WindowCount(), Window(current_)));
-  setAccessibleDescription(tr("Windows of page %1").arg(document_->CurrentPage() + 1));
+  const QString page = tr("Windows of page %1").arg(document_->CurrentPage() + 1);
+  const QString mark = tr("Window %1 is marked, Ctrl+V swaps it with this one").arg(marked_);
+  setAccessibleDescription(marked_ == 0 ? page : page + QStringLiteral(". ") + mark);
 }
 
 bool CWindowGrid::PutCameras(int window_no, const QVector<DraftCamera>& cameras) {
@@ -134,6 +140,52 @@ bool CWindowGrid::PutCameras(int window_no, const QVector<DraftCamera>& cameras)
   const int room = WindowCount() - window_no + 1;
   if (cameras.size() > room) {
     Q_EMIT SignalRefused(tr("%1 of %2 cameras fit on this page.").arg(room).arg(cameras.size()));
+  }
+  return true;
+}
+
+void CWindowGrid::PutAndGoOn(const QVector<DraftCamera>& cameras) {
+  const int first = current_;
+  if (PutCameras(first, cameras)) {
+    const int next = NextEmpty(qMin(first + cameras.size() - 1, WindowCount()));
+    SetCurrentWindow(next == 0 ? first : next);
+  }
+}
+
+// After this one, then from the start; 0 when all are filled.
+int CWindowGrid::NextEmpty(int window_no) const {
+  for (int step = 0; step < WindowCount(); ++step) {
+    const int next = (window_no + step) % WindowCount() + 1;
+    if (!CWindowText::IsFilled(Window(next))) {
+      return next;
+    }
+  }
+  return 0;
+}
+
+void CWindowGrid::Mark(int window_no) {
+  marked_ = window_no;
+  update();
+  RenewDescription();
+}
+
+void CWindowGrid::SwapMarked() {
+  const int marked = marked_;
+  Mark(0);
+  if (marked != 0) {
+    Swap(marked, current_);
+  }
+}
+
+bool CWindowGrid::MarkOrSwap(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Cut)) {
+    Mark(marked_ == current_ ? 0 : current_);
+  } else if (event->matches(QKeySequence::Paste) && marked_ != 0) {
+    SwapMarked();
+  } else if (event->matches(QKeySequence::Cancel) && marked_ != 0) {
+    Mark(0);
+  } else {
+    return false;
   }
   return true;
 }
@@ -198,7 +250,7 @@ bool CWindowGrid::Turn(int key) {
 void CWindowGrid::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace) {
     Clear();
-  } else if (!Turn(event->key()) && !MoveOrSwap(event)) {
+  } else if (!Turn(event->key()) && !MarkOrSwap(event) && !MoveOrSwap(event)) {
     QWidget::keyPressEvent(event);
   }
 }
@@ -237,6 +289,12 @@ void CWindowGrid::contextMenuEvent(QContextMenuEvent* event) {
   QAction* clear = menu->addAction(tr("Clear window"), this, &CWindowGrid::Clear, QKeySequence(Qt::Key_Delete));
   clear->setEnabled(CWindowText::IsFilled(Window(current_)));
   menu->addAction(tr("Clear page"), this, [this] { document_->ClearPage(document_->CurrentPage()); });
+  menu->addAction(
+      tr("Mark to swap"), this, [this] { Mark(current_); }, QKeySequence(QKeySequence::Cut));
+  if (marked_ != 0 && marked_ != current_) {
+    menu->addAction(tr("Swap with window %1").arg(marked_), this, &CWindowGrid::SwapMarked,
+                    QKeySequence(QKeySequence::Paste));
+  }
   const bool by_key = event->reason() == QContextMenuEvent::Keyboard;
   menu->PopupAt(by_key ? mapToGlobal(WindowRect(current_).center()) : event->globalPos());
 }
@@ -298,12 +356,21 @@ bool CWindowGrid::event(QEvent* event) {
   if (event->type() == QEvent::ToolTip) {
     const auto* help = static_cast<QHelpEvent*>(event);
     const int window_no = WindowAt(Room(), Split(), help->pos());
-    const auto* window = window_no != 0 ? Window(window_no) : nullptr;
-    // Escaped, because names come from users.
-    QToolTip::showText(help->globalPos(), text_->Name(window).toHtmlEscaped(), this);
+    QToolTip::showText(help->globalPos(), Tip(window_no), this);
     return true;
   }
   return QWidget::event(event);
+}
+
+QString CWindowGrid::Tip(int window_no) const {
+  const auto* window = window_no != 0 ? Window(window_no) : nullptr;
+  if (!CWindowText::IsFilled(window)) {
+    return QString();
+  }
+  const QString tip =
+      text_->Name(window) + QLatin1Char('\n') + tr("Ctrl+X marks a window, Ctrl+V on another one swaps the two");
+  // A name that a tool tip would take for markup has to become markup itself.
+  return Qt::mightBeRichText(tip) ? Qt::convertFromPlainText(tip) : tip;
 }
 
 void CWindowGrid::paintEvent(QPaintEvent*) {
@@ -351,6 +418,11 @@ void CWindowGrid::PaintMarks(QPainter* painter, const QRect& place, int window_n
     painter->setBrush(Qt::NoBrush);
     painter->drawRect(place.adjusted(1, 1, -1, -1));
   };
+  if (window_no == marked_) {
+    painter->setPen(QPen(Color("accent"), kFrame, Qt::DotLine));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(place.adjusted(2 * kFrame, 2 * kFrame, -2 * kFrame, -2 * kFrame));
+  }
   if (window_no == target_) {
     QColor veil = Color("accent");
     veil.setAlphaF(0.35);

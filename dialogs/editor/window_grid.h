@@ -12,9 +12,10 @@ namespace TarnPlanView {
 
 /// The windows of the document's current page, as they will stand on the wall; one widget that paints them all.
 ///
-/// Keys: arrows, Home and End move the current window, Ctrl and an arrow swaps it with its neighbour, Delete clears it,
-/// Page Up and Page Down turn the page, Menu opens the menu. Cameras are dropped on windows; a window dragged onto
-/// another one swaps the two. Its accessible name tells the current window. Thread: GUI.
+/// Keys: arrows, Home and End move the current window, Ctrl and an arrow swaps it with its neighbour, Ctrl+X marks it
+/// and Ctrl+V on another one swaps the two, Delete clears it, Page Up and Page Down turn the page, Menu opens the menu.
+/// Cameras are dropped on windows; a window dragged onto another one swaps the two. Its accessible name tells the
+/// current window. Thread: GUI.
 class CWindowGrid : public QWidget {
   Q_OBJECT
  public:
@@ -27,6 +28,8 @@ class CWindowGrid : public QWidget {
   QRect WindowRect(int window_no) const;
   /// Puts one camera into a window, or several from there on; what does not fit on the page is told.
   bool PutCameras(int window_no, const QVector<DraftCamera>& cameras);
+  /// The same from the current window on; the next empty one, if there is any, is current then.
+  void PutAndGoOn(const QVector<DraftCamera>& cameras);
   /// The cameras' names are to be looked up anew.
   void RenewNames();
 
@@ -60,6 +63,11 @@ class CWindowGrid : public QWidget {
   int Neighbour(int key) const;
   bool Turn(int key);
   bool MoveOrSwap(QKeyEvent* event);
+  int NextEmpty(int window_no) const;
+  void Mark(int window_no);
+  bool MarkOrSwap(QKeyEvent* event);
+  void SwapMarked();
+  QString Tip(int window_no) const;
   void Swap(int window_no, int other_window_no);
   void Clear();
   void StartDrag();
@@ -75,6 +83,7 @@ class CWindowGrid : public QWidget {
   int current_ = 1;
   int target_ = 0;  // window under a drag; 0 for none
   int dragged_ = 0;
+  int marked_ = 0;  // to be swapped; 0 for none
   int shown_page_ = 0;
   std::optional<QVector<DraftCamera>> drop_;
   std::optional<QPoint> pressed_at_;
