@@ -1,14 +1,13 @@
 #include "tarn_add_plan_widget.h"
 
 #include <QAbstractSpinBox>
+#include <QApplication>
 #include <QDateTime>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QScrollArea>
 #include <QShowEvent>
-#include <utility>
 
-#include "LyraPluginManager/resource_business_interface_mgr.h"
 #include "MarUIControl/modal_tip_dialog.h"
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
@@ -35,8 +34,6 @@ using view_plugin_protocol::GetPlanDetailResponse;
 namespace {
 
 constexpr int kLongestName = 256;
-constexpr int kAddRight = 5;
-constexpr int kEditRight = 6;
 
 }  // namespace
 
@@ -48,7 +45,6 @@ CTarnAddPlanWidget::CTarnAddPlanWidget(QWidget* parent) : QWidget(parent), d_(st
 CTarnAddPlanWidget::~CTarnAddPlanWidget() {
   d_->document.disconnect();
   d_->document.UndoStack().disconnect();
-  d_->grid = nullptr;  // no refuge for the focus of those that go after it
   qDeleteAll(findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
   delete d_->saving;
 }
@@ -66,6 +62,8 @@ void CTarnAddPlanWidget::SetController(CStandardViewController* controller) {
   d_->OnControllerLost();
   if (controller) {
     connect(controller, &QObject::destroyed, this, [this] { d_->OnControllerLost(); });
+    connect(controller, &CStandardViewController::signalShowMessage, this,
+            [this](const QString& text, CNomalMessage::AlertState state) { d_->OnControllerMessage(text, state); });
   }
 }
 
@@ -100,13 +98,7 @@ void CTarnAddPlanWidget::OpenPlan(const QString& plan_code) {
     return;
   }
   d_->SetBusy(tr("Loading..."));
-  const QPointer<CTarnAddPlanWidget> self(this);
-  const auto answer = [self, load_no = ++d_->load_no](bool ok, const QString& text) {
-    if (self && self->d_->load_no == load_no) {
-      self->d_->OnLoadAnswered(ok, text);
-    }
-  };
-  d_->controller->GetPlanInfoByIndexCode(MarUIControl::QStringToString(plan_code), answer);
+  d_->controller->GetPlanInfoByIndexCode(MarUIControl::QStringToString(plan_code));
 }
 
 void CTarnAddPlanWidget::OnPlanInfo(const GetPlanDetailResponse& plan) {
@@ -119,11 +111,7 @@ void CTarnAddPlanWidget::OnPlanInfo(const GetPlanDetailResponse& plan) {
   d_->opened_pages = d_->document.Draft().pages;
   d_->SetBusy(QString());
   d_->footer->SetSavePossible(true);
-  d_->GiveNameFocus();
-}
-
-QString CTarnAddPlanWidget::PlanCode() const {
-  return d_->awaited.isEmpty() ? StringToQString(d_->document.PlanCode()) : d_->awaited;
+  d_->header->FocusName();
 }
 
 bool CTarnAddPlanWidget::IsSaving() const {
@@ -163,11 +151,12 @@ void CTarnAddPlanWidget::Save() {
     return;
   }
   d_->TakeTyped();
-  if (d_->HasNothingToSave()) {
-    d_->Reset();
-    Q_EMIT SignalClosed();
+  d_->header->Groups()->SetAddMode(d_->document.PlanCode().empty());
+  const QString problem = d_->FindProblem();
+  if (problem.isEmpty()) {
+    d_->Send();
   } else {
-    d_->SaveIt();
+    d_->Refuse(problem);
   }
 }
 
@@ -212,19 +201,6 @@ void CTarnAddPlanWidget::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-// Called for Tab, and when the widget with the focus is disabled or hidden: its neighbour must not get the next press of
-// the key that was meant for it.
-bool CTarnAddPlanWidget::focusNextPrevChild(bool next) {
-  const QWidget* focus = window()->focusWidget();
-  const bool lost = isVisible() && focus && isAncestorOf(focus) && !(focus->isEnabled() && focus->isVisible());
-  if (!lost) {
-    return QWidget::focusNextPrevChild(next);
-  }
-  QWidget* refuge = d_->grid && d_->grid->isEnabled() ? static_cast<QWidget*>(d_->grid) : this;
-  refuge->setFocus(Qt::OtherFocusReason);
-  return true;
-}
-
 bool CTarnAddPlanWidget::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride) {
     const auto* key = static_cast<QKeyEvent*>(event);
@@ -237,20 +213,15 @@ bool CTarnAddPlanWidget::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void CTarnAddPlanWidget::Private::Reset() {
-  const bool given_up = saving->IsSaving();
   saving->Forget();
   awaited.clear();
   theirs = {};
   opened_pages.clear();
-  original_gone = renewing = false;
-  copy_note.clear();
+  copying = false;
   grid->SetCurrentWindow(1);
   conflict->hide();
   SetBusy(QString());
   footer->SetSavePossible(true);
-  if (given_up) {
-    Q_EMIT q->SignalNotSaved();
-  }
 }
 
 void CTarnAddPlanWidget::Private::ThrowAway() {
@@ -300,11 +271,9 @@ bool CTarnAddPlanWidget::Private::MayLeaveSave() {
 }
 
 // Disabled as a whole, so that nothing is typed into a plan that is on its way; the input stays in sight. The focus
-// waits here and not on the next button, where a key meant for a field would press it; also when the editor is opened
-// meanwhile.
+// waits here and not on the next button, where a key meant for a field would press it.
 void CTarnAddPlanWidget::Private::SetBusy(const QString& work) {
-  q->setFocusPolicy(work.isEmpty() ? Qt::NoFocus : Qt::TabFocus);
-  QWidget* focus = q->window()->focusWidget();
+  QWidget* focus = QApplication::focusWidget();
   if (!work.isEmpty() && focus && q->isAncestorOf(focus)) {
     had_focus = focus;
     q->setFocus(Qt::OtherFocusReason);
@@ -314,31 +283,9 @@ void CTarnAddPlanWidget::Private::SetBusy(const QString& work) {
     part->setEnabled(work.isEmpty());
   }
   footer->ShowWork(work);
-  if (work.isEmpty()) {
-    GiveFocusBack();
-  }
-}
-
-bool CTarnAddPlanWidget::Private::HasFocus() const {
-  const QWidget* focus = q->window()->focusWidget();
-  return focus && (focus == q || q->isAncestorOf(focus));
-}
-
-bool CTarnAddPlanWidget::Private::MayTakeFocus() const {
-  return HasFocus() || !q->window()->focusWidget();
-}
-
-void CTarnAddPlanWidget::Private::GiveFocusBack() {
-  const QPointer<QWidget> before = std::exchange(had_focus, nullptr);
-  if (before && MayTakeFocus()) {
-    QWidget* to = before->isVisibleTo(q) && before->isEnabledTo(q) ? before.data() : grid;
-    to->setFocus(Qt::OtherFocusReason);
-  }
-}
-
-void CTarnAddPlanWidget::Private::GiveNameFocus() {
-  if (MayTakeFocus()) {
-    header->FocusName();
+  if (work.isEmpty() && had_focus) {
+    had_focus->setFocus(Qt::OtherFocusReason);
+    had_focus.clear();
   }
 }
 
@@ -346,50 +293,19 @@ void CTarnAddPlanWidget::Private::Refuse(const QString& reason) {
   Q_EMIT q->SignalMessageTipNeeded(reason, CNomalMessage::Failure);
 }
 
-QString CTarnAddPlanWidget::Private::MissingRight(bool adding) const {
-  const PlanDraft& draft = document.Draft();
-  const bool is_public = !draft.group_code.isEmpty() && draft.family == PublicTheme;
-  auto& host = LyraPluginManager::CResourceBusinessInterfaceMgr::Instance();
-  if (!is_public || host.CheckControlPermission(adding ? kAddRight : kEditRight)) {
-    return QString();
-  }
-  return adding ? CTarnAddPlanWidget::tr("You lack the right to add plans.")
-                : CTarnAddPlanWidget::tr("You lack the right to edit plans.");
-}
-
-QString CTarnAddPlanWidget::Private::FindProblem(bool adding) {
+QString CTarnAddPlanWidget::Private::FindProblem() {
   if (!controller) {
     return CTarnAddPlanWidget::tr("The plans are not available now. Try again later.");
   }
   if (document.Draft().FilledWindows() > kMaxFilledWindows) {
     return CTarnAddPlanWidget::tr("A plan holds at most %1 filled windows. Clear some first.").arg(kMaxFilledWindows);
   }
-  // First, because without it there are no groups to choose from.
-  const QString missing_right = MissingRight(adding);
-  if (!missing_right.isEmpty()) {
-    return missing_right;
-  }
-  header->Groups()->SetAddMode(adding);
   return header->FindProblem();
 }
 
-// What the host has changed or dropped is saved at the user's word, even if he has taken back all of his changes.
-bool CTarnAddPlanWidget::Private::HasNothingToSave() const {
-  return !document.PlanCode().empty() && !document.IsDirty() && conflict->isHidden();
-}
-
-void CTarnAddPlanWidget::Private::SaveIt() {
-  const QString problem = FindProblem(document.PlanCode().empty());
-  if (problem.isEmpty()) {
-    Send();
-  } else {
-    Refuse(problem);
-  }
-}
-
 void CTarnAddPlanWidget::Private::Send() {
-  SetBusy(CTarnAddPlanWidget::tr("Saving..."));
   conflict->hide();
+  SetBusy(CTarnAddPlanWidget::tr("Saving..."));
   if (!saving->Save(Thumbnail())) {
     SetBusy(QString());
   }
@@ -404,11 +320,9 @@ std::string CTarnAddPlanWidget::Private::Thumbnail() const {
   return PaintThumbnail(document.Draft(), text);
 }
 
-void CTarnAddPlanWidget::Private::OnLoadAnswered(bool ok, const QString& reason) {
-  if (!ok) {
+void CTarnAddPlanWidget::Private::OnControllerMessage(const QString& reason, int state) {
+  if (state == CNomalMessage::Failure && !awaited.isEmpty()) {
     ShowNotLoaded(reason);
-  } else {
-    OnControllerLost();  // answered with another plan
   }
 }
 
@@ -424,38 +338,6 @@ void CTarnAddPlanWidget::Private::ShowNotLoaded(const QString& reason) {
   header->setEnabled(false);
   footer->SetSavePossible(false);
   conflict->ShowNotLoaded(reason);
-  if (HasFocus()) {
-    conflict->FocusRetry();
-  }
-}
-
-void CTarnAddPlanWidget::Private::OnSaved() {
-  SetBusy(QString());
-  renewing = false;
-  const QPointer<CTarnAddPlanWidget> alive(q);
-  const QString note = std::exchange(copy_note, QString());
-  if (!note.isEmpty()) {
-    Q_EMIT q->SignalMessageTipNeeded(note, CNomalMessage::Success);
-  }
-  if (alive) {
-    Q_EMIT q->SignalClosed();
-  }
-}
-
-void CTarnAddPlanWidget::Private::OnNotSaved(const QString& reason) {
-  SetBusy(QString());
-  copy_note.clear();
-  if (std::exchange(renewing, false)) {  // the choice is open again
-    header->Groups()->SetAddMode(document.PlanCode().empty());
-    conflict->show();
-  }
-  const QPointer<CTarnAddPlanWidget> alive(q);
-  if (!reason.isEmpty()) {
-    Refuse(reason);
-  }
-  if (alive) {
-    Q_EMIT q->SignalNotSaved();
-  }
 }
 
 void CTarnAddPlanWidget::Private::LoadTheirs() {
@@ -467,33 +349,23 @@ void CTarnAddPlanWidget::Private::LoadTheirs() {
 }
 
 void CTarnAddPlanWidget::Private::Overwrite() {
-  TakeTyped();
   document.AdoptRevision(theirs.revision);
-  SaveIt();
+  q->Save();
 }
 
 void CTarnAddPlanWidget::Private::SaveAsNew() {
   TakeTyped();
-  const QString problem = FindProblem(true);
+  header->Groups()->SetAddMode(true);
+  const QString problem = FindProblem();
   if (!problem.isEmpty()) {
     Refuse(problem);
     return;
   }
-  renewing = true;
-  SetBusy(CTarnAddPlanWidget::tr("Saving..."));
   conflict->hide();
-  const PlanDraft& draft = document.Draft();
-  if (original_gone) {
-    saving->SaveAsNew(draft.name, draft.auto_run, Thumbnail());
-    return;
-  }
-  // Beside the original it needs another name, and of two plans that are alike only one can run at its time.
+  copying = true;
+  SetBusy(CTarnAddPlanWidget::tr("Saving..."));
   const QString mark = CTarnAddPlanWidget::tr(" (copy)");
-  const QString name = draft.name.left(kLongestName - mark.size()) + mark;
-  copy_note = (draft.auto_run ? CTarnAddPlanWidget::tr("Saved as \"%1\". Its automatic run is switched off.")
-                              : CTarnAddPlanWidget::tr("Saved as \"%1\"."))
-                  .arg(name);
-  saving->SaveAsNew(name, false, Thumbnail());
+  saving->SaveCopy(document.Draft().name.left(kLongestName - mark.size()) + mark, Thumbnail());
 }
 
 }  // namespace TarnPlanView

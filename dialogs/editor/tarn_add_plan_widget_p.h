@@ -44,23 +44,12 @@ class CTarnAddPlanWidget::Private {
   int Ask(const Question& words);
   bool MayLeaveSave();
   void SetBusy(const QString& work);
-  bool HasFocus() const;
-  /// Nor is the focus ever taken from where the user has put it meanwhile.
-  bool MayTakeFocus() const;
-  void GiveFocusBack();
-  void GiveNameFocus();
   void Refuse(const QString& text);
-  /// Names the right that the user lacks to add or to change the plan; empty when he has it.
-  QString MissingRight(bool adding) const;
   /// Why the plan cannot be sent; empty when it can.
-  QString FindProblem(bool adding);
-  bool HasNothingToSave() const;
-  void SaveIt();
+  QString FindProblem();
   void Send();
   std::string Thumbnail() const;
-  void OnLoadAnswered(bool ok, const QString& reason);
-  void OnSaved();
-  void OnNotSaved(const QString& reason);
+  void OnControllerMessage(const QString& text, int state);
   void OnControllerLost();
   void ShowNotLoaded(const QString& reason);
   void LoadTheirs();
@@ -86,10 +75,7 @@ class CTarnAddPlanWidget::Private {
   QPointer<CStandardViewController> controller;
   QPointer<QWidget> had_focus;  // before the work that is going on
   QString awaited;              // code of the plan that is being fetched
-  int load_no = 0;
-  bool original_gone = false;  // the host no longer has the plan that was loaded
-  bool renewing = false;       // the save under way makes a new plan of an old one
-  QString copy_note;           // what that plan has not taken over
+  bool copying = false;         // the save under way is to make a second plan
   QVector<DraftPage> opened_pages;
   view_plugin_protocol::GetPlanDetailResponse theirs;
 };
