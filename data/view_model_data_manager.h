@@ -56,8 +56,9 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   /// Loads everything below `code` depth first, descending through the rows of the first registered model.
   void InsertAllChildItem(const QString& code, int theme);
   /// Fetches the groups (plans) directly below `code` and puts the missing ones into every model that has the row.
-  void InsertSubGroupNode(const QString& code, int theme);
-  void InsertSubPlanNode(const QString& code, int theme);
+  /// False when the host did not answer.
+  bool InsertSubGroupNode(const QString& code, int theme);
+  bool InsertSubPlanNode(const QString& code, int theme);
   void addPlanGroupList(CStandardPlanModel* model, QStandardItem* parent,
                         const view_plugin_protocol::GetPlanGroupsResponse& groups);
   void addPlanList(CStandardPlanModel* model, QStandardItem* parent,

@@ -54,16 +54,16 @@ void CViewModelDataManager::InsertAllChildItem(const QString& code, int theme) {
   }
 }
 
-void CViewModelDataManager::InsertSubGroupNode(const QString& code, int theme) {
+bool CViewModelDataManager::InsertSubGroupNode(const QString& code, int theme) {
   if (code.isEmpty()) {
-    return;
+    return false;
   }
   view_plugin_protocol::GetPlanGroupsRequest request;
   request.parent_index_code = QStringToString(code);
   request.node_type = theme;
   view_plugin_protocol::GetPlanGroupsResponse response;
   if (!CViewBusinessInterfaceMgr::Instance().GetPlanGroups(request, response)) {
-    return;
+    return false;
   }
   for (const PlanGroup& group : qAsConst(response.groups)) {
     CreateViewGroup(group);
@@ -73,6 +73,7 @@ void CViewModelDataManager::InsertSubGroupNode(const QString& code, int theme) {
       insertGroups(model, parent, response.groups);
     }
   }
+  return true;
 }
 
 void CViewModelDataManager::insertGroups(CStandardPlanModel* model, QStandardItem* parent,
@@ -92,16 +93,16 @@ void CViewModelDataManager::insertGroups(CStandardPlanModel* model, QStandardIte
   }
 }
 
-void CViewModelDataManager::InsertSubPlanNode(const QString& code, int theme) {
+bool CViewModelDataManager::InsertSubPlanNode(const QString& code, int theme) {
   if (code.isEmpty()) {
-    return;
+    return false;
   }
   view_plugin_protocol::GetPlansInGroupRequest request;
   request.group_index_code = QStringToString(code);
   request.node_type = theme;
   view_plugin_protocol::GetPlansInGroupResponse response;
   if (!CViewBusinessInterfaceMgr::Instance().GetPlansInGroup(request, response)) {
-    return;
+    return false;
   }
   for (const PlanBasicInfo& plan : qAsConst(response.plans)) {
     CreateView(plan);
@@ -111,6 +112,7 @@ void CViewModelDataManager::InsertSubPlanNode(const QString& code, int theme) {
       insertPlans(model, parent, response.plans);
     }
   }
+  return true;
 }
 
 void CViewModelDataManager::insertPlans(CStandardPlanModel* model, QStandardItem* parent,

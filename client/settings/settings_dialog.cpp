@@ -2,12 +2,14 @@
 
 #include <TarnPlanView/default_load_view_display.h>
 
+#include <QAbstractItemModel>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
 #include "MarUIControl/primary_button.h"
 #include "MarUIControl/push_button.h"
+#include "WidgetKit/new_location_combo_box.h"
 
 namespace TarnClient {
 
@@ -36,11 +38,26 @@ CSettingsDialog::CSettingsDialog(TarnPlanView::CStandardViewController* controll
   layout->addWidget(BuildButtons());
   connect(default_view_, &CDefaultLoadViewDisplay::SignalChoiceChanged, this, &CSettingsDialog::Renew);
   default_view_->SetViewController(controller);
-  if (default_view_->ReadDefaultView()) {
+  // Later than the rows: they may come in the middle of a load.
+  read_again_.setSingleShot(true);
+  connect(&read_again_, &QTimer::timeout, this, &CSettingsDialog::Read);
+  connect(default_view_->GetLocationComboBox()->LocationModel(), &QAbstractItemModel::rowsInserted, this,
+          [this](const QModelIndex& above) {
+            if (!is_read_ && !above.isValid()) {
+              read_again_.start(0);
+            }
+          });
+  Read();
+  default_view_->setFocus(Qt::OtherFocusReason);
+}
+
+// What the user has chosen meanwhile is left alone.
+void CSettingsDialog::Read() {
+  is_read_ = default_view_->ReadDefaultView();
+  if (is_read_ && !default_view_->GetLocationComboBox()->GetCurrentIndex().isValid()) {
     default_view_->SelectView(default_view_->GetResourceType(), default_view_->GetIndexCode());
   }
   Renew();
-  default_view_->setFocus(Qt::OtherFocusReason);
 }
 
 QWidget* CSettingsDialog::BuildButtons() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QTimer>
 
 class QPushButton;
 
@@ -11,8 +12,9 @@ class CStandardViewController;
 
 namespace TarnClient {
 
-/// What a user can set for the client: the default view. Shows at once what is stored; saving closes it, a failed save
-/// does not. Reading and saving block until the service has answered. Thread: GUI.
+/// What a user can set for the client: the default view. Shows at once what is stored, or, when that cannot be read,
+/// as soon as plans come in; saving closes it, a failed save does not. Reading and saving block until the service has
+/// answered. Thread: GUI.
 class CSettingsDialog : public QDialog {
   Q_OBJECT
  public:
@@ -23,11 +25,14 @@ class CSettingsDialog : public QDialog {
 
  private:
   QWidget* BuildButtons();
+  void Read();
   void Save();
   void Renew();
 
   TarnPlanView::CDefaultLoadViewDisplay* const default_view_;
   QPushButton* save_ = nullptr;
+  QTimer read_again_;
+  bool is_read_ = false;
 };
 
 }  // namespace TarnClient

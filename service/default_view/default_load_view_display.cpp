@@ -15,6 +15,7 @@
 #include "plan_item_role.h"
 #include "plan_way.h"
 #include "standard_view_controller.h"
+#include "view_config_manager.h"
 #include "view_model_data_manager.h"
 #include "view_public_def.h"
 
@@ -59,8 +60,9 @@ class CDefaultLoadViewDisplay::Private {
   QModelIndex FindRow() const;
   void Seek();
   void FetchWay();
-  void OnWay(const QStringList& groups);
-  void GiveUp();
+  void OnWay(const PlanWay& found);
+  void OnExpanded(const QString& group, bool loaded);
+  void GiveUp(const QString& why);
   void Show(const QModelIndex& row);
   void OnChosen(const QModelIndex& row);
   void OnRowsInserted(const QModelIndex& parent);
@@ -79,6 +81,7 @@ class CDefaultLoadViewDisplay::Private {
   ClienDefaultViewConfigRequest wanted;  // what is shown, or being looked for
   bool seeking = false;
   bool was_shown = false;  // what is looked for has been there already
+  bool missed = false;     // it was not found, and nothing else is shown: it may come after all
   QStringList way;
   int way_number = 0;
   QTimer seek_soon;
@@ -109,11 +112,8 @@ void CDefaultLoadViewDisplay::Private::Connect() {
           [this](const QModelIndex& parent) { OnRowsInserted(parent); });
   connect(tree->Rows(), &QAbstractItemModel::rowsRemoved, q,
           [this](const QModelIndex& parent) { OnRowsRemoved(parent); });
-  connect(tree, &CDefaultViewTree::SignalNotLoaded, q, [this](const QString& group) {
-    if (seeking && way.contains(group)) {
-      GiveUp();
-    }
-  });
+  connect(tree, &CDefaultViewTree::SignalExpanded, q,
+          [this](const QString& group, bool loaded) { OnExpanded(group, loaded); });
   seek_soon.setSingleShot(true);
   connect(&seek_soon, &QTimer::timeout, q, [this] { Seek(); });
 }
@@ -129,71 +129,91 @@ QModelIndex CDefaultLoadViewDisplay::Private::FindRow() const {
 }
 
 void CDefaultLoadViewDisplay::Private::Seek() {
-  if (!seeking) {
+  if (!seeking && !missed) {
     return;
   }
   const QModelIndex row = FindRow();
   if (row.isValid()) {
     Show(row);
-  } else {
-    tree->ExpandLowest(way);
+  } else if (seeking && !tree->ExpandLowest(way)) {
+    GiveUp(tr("The default view is not among the plans offered here."));
   }
 }
 
 void CDefaultLoadViewDisplay::Private::FetchWay() {
   way.clear();
   CallAsync(
-      q, [type = wanted.type, code = wanted.index_code] { return PlanWay(type, code); },
-      [this, number = ++way_number](const QStringList& groups) {
+      q, [type = wanted.type, code = wanted.index_code] { return FindPlanWay(type, code); },
+      [this, number = ++way_number](const PlanWay& found) {
         if (number == way_number && seeking) {
-          OnWay(groups);
+          OnWay(found);
         }
       });
 }
 
-void CDefaultLoadViewDisplay::Private::OnWay(const QStringList& groups) {
-  way = groups;
+// Only what the host itself has taken out of the stored default view is gone for good.
+void CDefaultLoadViewDisplay::Private::OnWay(const PlanWay& found) {
+  way = found.groups;
+  const QModelIndex none = tree->Find(QString::fromLatin1(kPlaceholderCode), true);
+  const bool is_stored = !found.default_view || *found.default_view == wanted.index_code;
   if (!way.isEmpty()) {
     Seek();
-    return;
+  } else if (was_shown && none.isValid() && found.default_view == std::string(kPlaceholderCode)) {
+    stored = wanted = RequestOf(none);
+    is_stored_known = true;
+    Show(none);
+  } else {
+    GiveUp(was_shown || is_stored ? tr("The default view cannot be shown: %1").arg(found.error) : QString());
   }
-  seeking = false;
-  const QModelIndex none = tree->Find(QString::fromLatin1(kPlaceholderCode), true);
-  if (was_shown && none.isValid()) {
-    wanted = RequestOf(none);
-    Show(none);  // what was chosen is gone for good
-    return;
-  }
-  GiveUp();
 }
 
-// The choice stays as it is and can be saved.
-void CDefaultLoadViewDisplay::Private::GiveUp() {
+void CDefaultLoadViewDisplay::Private::OnExpanded(const QString& group, bool loaded) {
+  if (!seeking || !way.contains(group)) {
+    return;
+  }
+  if (loaded) {
+    seek_soon.start(0);
+    return;
+  }
+  // Where all is loaded at the start the controller was not asked, so it says nothing.
+  GiveUp(CViewConfigManager::Instance().IsLoadAll() ? tr("The plans could not be loaded.") : QString());
+}
+
+// The choice stays as it is and can be saved; what is stored but not shown stays stored.
+void CDefaultLoadViewDisplay::Private::GiveUp(const QString& why) {
+  const QModelIndex shown = box->GetCurrentIndex();
   seeking = false;
-  was_shown = box->GetCurrentIndex().isValid();
-  wanted = RequestOf(box->GetCurrentIndex());
+  missed = !shown.isValid();
+  if (shown.isValid()) {
+    was_shown = true;
+    wanted = RequestOf(shown);
+  }
+  if (!why.isEmpty() && controller) {
+    Q_EMIT controller->signalShowMessage(why, MarUIControl::CNomalMessage::Failure);
+  }
   Q_EMIT q->SignalChoiceChanged();
 }
 
 void CDefaultLoadViewDisplay::Private::Show(const QModelIndex& row) {
-  seeking = false;
+  seeking = missed = false;
   was_shown = true;
   box->SetCurrentIndex(row);
   Q_EMIT q->SignalChoiceChanged();
 }
 
 void CDefaultLoadViewDisplay::Private::OnChosen(const QModelIndex& row) {
-  seeking = false;
+  seeking = missed = false;
   was_shown = true;
   wanted = RequestOf(row);
   Q_EMIT q->SignalChoiceChanged();
 }
 
 void CDefaultLoadViewDisplay::Private::OnRowsInserted(const QModelIndex& parent) {
-  if (!seeking) {
+  if (!seeking && !missed) {
     return;
   }
   if (!parent.isValid()) {
+    seeking = true;  // all anew
     FetchWay();
   }
   seek_soon.start(0);
@@ -202,7 +222,7 @@ void CDefaultLoadViewDisplay::Private::OnRowsInserted(const QModelIndex& parent)
 // A reload takes the roots and brings them again: only then is there something to look for. A moved plan comes back
 // elsewhere.
 void CDefaultLoadViewDisplay::Private::OnRowsRemoved(const QModelIndex& parent) {
-  if (seeking || !was_shown || box->GetCurrentIndex().isValid()) {
+  if (seeking || missed || !was_shown || box->GetCurrentIndex().isValid()) {
     return;
   }
   seeking = true;
@@ -264,12 +284,12 @@ void CDefaultLoadViewDisplay::SelectView(int32_t type, const std::string& code) 
     return;
   }
   d_->seeking = true;
-  d_->was_shown = false;
+  d_->was_shown = d_->missed = false;
   d_->FetchWay();
 }
 
 bool CDefaultLoadViewDisplay::SaveChosenView() {
-  if (!d_->controller || d_->seeking) {
+  if (!d_->controller || d_->seeking || !d_->box->GetCurrentIndex().isValid()) {
     return false;
   }
   const ClienDefaultViewConfigRequest request = RequestOf(d_->box->GetCurrentIndex());

@@ -17,9 +17,9 @@ class CStandardViewController;
 
 /// Lets the user choose what the client opens when it starts: a plan, a group whose plans take turns, or nothing.
 ///
-/// Offers public and own plans in one drop-down tree over two models of its own, which follow all changes as long as
-/// the widget lives. Made once the plan data's manager stands, destroyed before it goes. Reading and saving block until
-/// the host has answered; failures are shown by the controller. Thread: GUI.
+/// Offers public and own plans, and groups where those may be cycled, in one drop-down tree over two models of its own,
+/// which follow all changes as long as the widget lives. Made once the plan data's manager stands, destroyed before it
+/// goes. Reading and saving block until the host has answered; failures are shown by the controller. Thread: GUI.
 class TARNPLANVIEW_EXPORT CDefaultLoadViewDisplay : public QWidget {
   Q_OBJECT
  public:
@@ -34,10 +34,10 @@ class TARNPLANVIEW_EXPORT CDefaultLoadViewDisplay : public QWidget {
   bool ReadDefaultView();
   /// Chooses the row of this plan (resource type 16000) or group (16001), or the one for no default view (any other
   /// type). A row that is not loaded yet is loaded, which takes a while; a code that nothing has leaves the choice as
-  /// it is.
+  /// it is. So does a failure, of which the controller tells; the row is then shown should it come later.
   void SelectView(int32_t type, const std::string& code);
-  /// Stores the chosen row. False without a controller, when the host fails, and while the chosen row is still being
-  /// looked for.
+  /// Stores the chosen row. False without a controller or a chosen row, when the host fails, and while the chosen row
+  /// is still being looked for.
   bool SaveChosenView();
 
   /// The default view as it was last read or saved: "-3" for none.

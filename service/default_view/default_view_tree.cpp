@@ -50,7 +50,7 @@ CStandardPlanModel* CDefaultViewTree::MakeModel(int theme) {
   ViewManagerParam param(static_cast<ThemeNodeType>(theme), QString::fromLatin1(kModelId));
   param.flag9 = true;
   auto* model = new CStandardPlanModel(param, this);
-  model->SetViewGroupSeleted(true);
+  model->SetViewGroupSeleted(CViewConfigManager::Instance().IsSupportPlanGroupCycle());
   connect(model, &CStandardPlanModel::SignalFinshAsynchronous, this, &CDefaultViewTree::FinishExpand);
   manager_->AddViewManagerModel(model);
   return model;
@@ -78,8 +78,7 @@ void CDefaultViewTree::SetViewController(CStandardViewController* controller) {
   }
   controller_ = controller;
   if (controller) {
-    connect(controller, &CStandardViewController::SignalFinishAnsyGetSubItem, this,
-            &CDefaultViewTree::OnControllerFinished);
+    connect(controller, &CStandardViewController::SignalFinishAnsyGetSubItem, this, &CDefaultViewTree::FinishOwnExpand);
     roots_came_.start(0);
   }
 }
@@ -94,14 +93,16 @@ QModelIndex CDefaultViewTree::Find(const QString& code, bool is_group) const {
   return QModelIndex();
 }
 
-void CDefaultViewTree::ExpandLowest(const QStringList& groups) {
+bool CDefaultViewTree::ExpandLowest(const QStringList& groups) {
   for (auto code = groups.crbegin(); code != groups.crend(); ++code) {
     const QModelIndex row = Find(*code, true);
     if (row.isValid()) {
+      const bool is_loaded = !rows_->canFetchMore(row);
       view_->ExpandAsync(row);
-      return;
+      return !is_loaded;
     }
   }
+  return true;
 }
 
 void CDefaultViewTree::OnRowsInserted(const QModelIndex& parent) {
@@ -121,31 +122,38 @@ void CDefaultViewTree::ExpandRoots() {
 
 void CDefaultViewTree::Expand(const QModelIndex& index) {
   if (!controller_) {
-    FinishExpand(index, false);
+    FinishOwnExpand(index, false);
   } else if (CViewConfigManager::Instance().IsLoadAll()) {
     const QPersistentModelIndex row = index;
     Fill(index.data(GroupIndexCodeRole).toString());
-    FinishExpand(row, true);
+    FinishOwnExpand(row, true);
   } else {
     controller_->OnExpandViewTreeItem(index);
   }
 }
 
-// Every model tells of every expansion: an index that is not of these rows was asked for elsewhere.
+// Every model tells of every expansion, whether it has got rows by it or another one, and also of those that were asked
+// for elsewhere, whose index is not of these rows.
 void CDefaultViewTree::FinishExpand(const QModelIndex& index, bool expand) {
-  if (index.isValid() && index.model() == rows_) {
-    view_->FinishExpand(index, expand, !rows_->canFetchMore(index));
+  if (!index.isValid() || index.model() != rows_) {
+    return;
+  }
+  const QString group = index.data(GroupIndexCodeRole).toString();
+  const bool is_loaded = !rows_->canFetchMore(index);
+  view_->FinishExpand(index, expand, is_loaded);
+  if (is_loaded) {
+    Q_EMIT SignalExpanded(group, true);
   }
 }
 
-// The controller speaks for itself only where it has nothing to hand to the models: after a failure above all.
-void CDefaultViewTree::OnControllerFinished(const QModelIndex& index, bool expand) {
+// The controller tells only where it has nothing to hand to the models: after a failure above all.
+void CDefaultViewTree::FinishOwnExpand(const QModelIndex& index, bool expand) {
   const bool is_ours = index.isValid() && index.model() == rows_;
   const QString unfetched =
       is_ours && rows_->canFetchMore(index) ? index.data(GroupIndexCodeRole).toString() : QString();
   FinishExpand(index, expand);
   if (!unfetched.isEmpty()) {
-    Q_EMIT SignalNotLoaded(unfetched);
+    Q_EMIT SignalExpanded(unfetched, false);
   }
 }
 
@@ -173,11 +181,13 @@ void CDefaultViewTree::FillOn() {
 void CDefaultViewTree::Fill(const QString& code) {
   for (CStandardPlanModel* model : {public_, own_}) {
     const QPersistentModelIndex group = model->FindIndexByIndexCode(code, true);
-    if (manager_ && group.isValid() && !model->AreChildrenFetched(group)) {
-      manager_->InsertSubGroupNode(code, model->GetViewManagerThemeNodeType());
-      manager_->InsertSubPlanNode(code, model->GetViewManagerThemeNodeType());
-      model->SetChildrenFetched(group, true);
+    if (!manager_ || !group.isValid() || model->AreChildrenFetched(group)) {
+      continue;
     }
+    const int theme = model->GetViewManagerThemeNodeType();
+    const bool has_groups = manager_->InsertSubGroupNode(code, theme);
+    const bool has_plans = manager_->InsertSubPlanNode(code, theme);
+    model->SetChildrenFetched(group, has_groups && has_plans);
   }
 }
 

@@ -31,19 +31,20 @@ class CDefaultViewTree : public QObject {
   CDefaultViewRows* Rows() const { return rows_; }
   /// Row of a plan or group by its code; the placeholder's code is a group's. Invalid when it is not loaded.
   QModelIndex Find(const QString& code, bool is_group) const;
-  /// Opens the lowest of these groups that is loaded, so that what is below it gets loaded.
-  void ExpandLowest(const QStringList& groups);
+  /// Opens the lowest of these groups that is there, so that what is below it gets loaded. False when that has been
+  /// loaded already.
+  bool ExpandLowest(const QStringList& groups);
 
  Q_SIGNALS:
-  /// What is below this group was asked for and did not come; the controller tells why.
-  void SignalNotLoaded(const QString& group);
+  /// What is below this group was asked for and has come, or not. The controller tells why not, when it was asked.
+  void SignalExpanded(const QString& group, bool loaded);
 
  private:
   CStandardPlanModel* MakeModel(int theme);
   void Load();
   void Expand(const QModelIndex& index);
   void FinishExpand(const QModelIndex& index, bool expand);
-  void OnControllerFinished(const QModelIndex& index, bool expand);
+  void FinishOwnExpand(const QModelIndex& index, bool expand);
   void OnRowsInserted(const QModelIndex& parent);
   void ExpandRoots();
   void FillOn();

@@ -1,13 +1,23 @@
 #pragma once
 
+#include <QString>
 #include <QStringList>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace TarnPlanView {
 
-/// Codes of the groups above a plan or group, from its root down; empty when there is no such plan or group. `type` is
-/// a resource type. Asks the host for every group of both families in the worst case: blocks. Thread: any but GUI.
-QStringList PlanWay(int32_t type, const std::string& code);
+/// Where a plan or group stands, as far as the host says. A plain value, made by blocking calls.
+struct PlanWay {
+  QStringList groups;  // codes of the groups above, from the root down; empty when it was not found
+  QString error;       // the host's text of the last call that failed
+  std::optional<std::string> default_view;  // what is stored now; asked for only when nothing was found
+};
+
+/// Looks for a plan or group; `type` is a resource type. Asks the host for every group of both families in the worst
+/// case: blocks. Nothing found is no proof that it is gone, since a call may have failed: the host, which knows no
+/// default view that was deleted, is asked for the stored one then. Thread: any but GUI.
+PlanWay FindPlanWay(int32_t type, const std::string& code);
 
 }  // namespace TarnPlanView

@@ -21,6 +21,8 @@ class ClientDefaultViewTest : public TarnTest::CClientDesk {
   void OpensAfterARestart();
   void GivesWayToWhatTheUserDoes();
   void FailuresSayWhy();
+  void SettingsReadAgainWhenPlansCome();
+  void GroupsFollowTheirSwitch();
   void SettingsCloseWithTheirUser();
 
  private:
@@ -165,6 +167,32 @@ void ClientDefaultViewTest::FailuresSayWhy() {
   QCOMPARE(Tip(), QString("The disk is full"));
   QVERIFY(window_->Settings() && window_->Settings()->isVisible());
   QCOMPARE(Chooser()->GetLocationComboBox()->CurrentText(), QString("Public B"));
+}
+
+void ClientDefaultViewTest::SettingsReadAgainWhenPlansCome() {
+  Open();
+  Store(16001, Code("Public B"));
+  fixture_.Services().Fail("GetClientViewConfig", "The plans have not been downloaded yet.");
+  window_->OpenSettings();
+  CPlanFixture::Drain();
+  fixture_.Services().Mend("GetClientViewConfig");
+  QString error;
+  QVERIFY(fixture_.Store().LogIn("operator", &error));  // all plans come anew
+  QTRY_COMPARE(Chooser()->GetLocationComboBox()->CurrentText(), QString("Public B"));
+  QVERIFY(!window_->Settings()->findChild<QAbstractButton*>("settings_save_btn")->isEnabled());
+}
+
+// The choice stays for the day when groups play again.
+void ClientDefaultViewTest::GroupsFollowTheirSwitch() {
+  Open({{"load_all", 1}, {"group_cycle", 0}});
+  Store(16001, Code("Public B"));
+  window_->OpenDefaultView();
+  QTRY_VERIFY2(Tip().contains("switched off"), qPrintable(Tip()));
+  CPlanFixture::Drain();
+  QVERIFY(!Wall().IsPlaying() && Progress().isEmpty());
+  view_plugin_protocol::GetClientDefaultViewConfigResponse stored;
+  QVERIFY(fixture_.Store().GetClientViewConfig({}, stored));
+  QCOMPARE(stored.index_code, Code("Public B"));
 }
 
 void ClientDefaultViewTest::SettingsCloseWithTheirUser() {

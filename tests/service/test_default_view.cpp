@@ -2,6 +2,7 @@
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QtTest>
+#include <algorithm>
 
 #include "MarUIControl/tree_view.h"
 #include "WidgetKit/new_location_combo_box.h"
@@ -32,6 +33,7 @@ class DefaultViewTest : public TarnTest::CPlanTest {
   void OffersBothFamiliesOnce_data();
   void OffersBothFamiliesOnce();
   void RootsCannotBeChosenAndGroupsCan();
+  void GroupsFollowTheirSwitch();
   void SavesEveryKindOfRow();
   void ReadsAndFindsWhatIsNotLoaded_data();
   void ReadsAndFindsWhatIsNotLoaded();
@@ -39,7 +41,11 @@ class DefaultViewTest : public TarnTest::CPlanTest {
   void UnknownCodesLeaveTheChoice();
   void FailuresKeepTheHostsText();
   void WayThatCannotBeLoadedEndsTheSearch();
+  void PlanThatIsNotOfferedEndsTheSearch();
+  void LoadingAllAgainAfterAFailure();
   void FollowsDeletionsMovesAndReloads();
+  void FailedCallsAreNoDeletions_data();
+  void FailedCallsAreNoDeletions();
   void ChoosesByKeys();
   void LeavesTheManagerWithItsOwnModels();
 
@@ -149,6 +155,17 @@ void DefaultViewTest::RootsCannotBeChosenAndGroupsCan() {
     model->SetViewGroupSeleted(false);
   }
   QVERIFY(!(Row("Public A").flags() & Qt::ItemIsSelectable));
+}
+
+void DefaultViewTest::GroupsFollowTheirSwitch() {
+  Begin({{"group_cycle", 0}});
+  Store(kGroup, Code("Public A"));
+  QVERIFY(chooser_->ReadDefaultView());
+  chooser_->SelectView(kGroup, Code("Public A"));
+  QTRY_COMPARE(Chosen(), QString("Public A"));  // what is stored stays to be seen
+  QVERIFY(!(Row("Public A").flags() & Qt::ItemIsSelectable) && !(Row("Public B").flags() & Qt::ItemIsSelectable));
+  Choose("Public B");
+  QCOMPARE(Chosen(), QString("Public A"));
 }
 
 void DefaultViewTest::SavesEveryKindOfRow() {
@@ -279,6 +296,39 @@ void DefaultViewTest::WayThatCannotBeLoadedEndsTheSearch() {
   QVERIFY(!chooser_->IsChanged());
 }
 
+void DefaultViewTest::PlanThatIsNotOfferedEndsTheSearch() {
+  Begin({{"create_under_root", 0}});
+  Store(kPlan, Code("Public root plan"));
+  QVERIFY(chooser_->ReadDefaultView());
+  QSignalSpy tips(controller_.get(), &CStandardViewController::signalShowMessage);
+  QSignalSpy changes(chooser_.get(), &CDefaultLoadViewDisplay::SignalChoiceChanged);
+  chooser_->SelectView(kPlan, chooser_->GetIndexCode());
+  QTRY_COMPARE(changes.count(), 1);
+  QCOMPARE(tips.count(), 1);
+  QCOMPARE(Chosen(), QString());
+  QVERIFY(!chooser_->IsChanged() && !chooser_->SaveChosenView());
+  QCOMPARE(Stored().index_code, Code("Public root plan"));
+}
+
+void DefaultViewTest::LoadingAllAgainAfterAFailure() {
+  Begin({{"load_all", 1}});
+  Store(kPlan, Code("C1 plan 2"));
+  chooser_.reset();
+  Services().Fail("GetPlansInGroup", "The line is down");
+  MakeChooser();
+  CPlanFixture::Drain();
+  QVERIFY(chooser_->ReadDefaultView());
+  QSignalSpy tips(controller_.get(), &CStandardViewController::signalShowMessage);
+  QSignalSpy changes(chooser_.get(), &CDefaultLoadViewDisplay::SignalChoiceChanged);
+  chooser_->SelectView(kPlan, chooser_->GetIndexCode());
+  QTRY_COMPARE(changes.count(), 1);
+  QCOMPARE(tips.count(), 1);
+  QVERIFY(Chosen().isEmpty() && !chooser_->IsChanged());
+  Services().Mend("GetPlansInGroup");
+  chooser_->SelectView(kPlan, chooser_->GetIndexCode());
+  QTRY_COMPARE(Chosen(), QString("C1 plan 2"));
+}
+
 void DefaultViewTest::FollowsDeletionsMovesAndReloads() {
   Begin({{"create_under_root", 1}});
   Store(kPlan, Code("A1 plan 2"));
@@ -301,6 +351,52 @@ void DefaultViewTest::FollowsDeletionsMovesAndReloads() {
   controller_->DeletePlanByIndex(Row("A1 plan moved"));
   QTRY_COMPARE(Chosen(), QString("No default view"));
   QCOMPARE(Stored().index_code, std::string("-3"));
+  QVERIFY(!chooser_->IsChanged());
+}
+
+void DefaultViewTest::FailedCallsAreNoDeletions_data() {
+  QTest::addColumn<QStringList>("calls");
+  QTest::addColumn<bool>("deleted");
+  QTest::newRow("plan") << QStringList{"GetPlanDetail"} << false;
+  QTest::newRow("all but the roots") << QStringList{"GetPlanDetail", "GetPlansInGroup", "GetClientViewConfig"} << false;
+  QTest::newRow("deleted meanwhile") << QStringList{"GetPlanDetail", "GetClientViewConfig"} << true;
+}
+
+void DefaultViewTest::FailedCallsAreNoDeletions() {
+  QFETCH(QStringList, calls);
+  QFETCH(bool, deleted);
+  Begin();
+  Store(kPlan, Code("C1 plan 2"));
+  QVERIFY(chooser_->ReadDefaultView());
+  chooser_->SelectView(kPlan, Code("C1 plan 2"));
+  QTRY_COMPARE(Chosen(), QString("C1 plan 2"));
+  for (const QString& call : calls) {
+    Services().Fail(call, "The line is down");
+  }
+  QSignalSpy tips(controller_.get(), &CStandardViewController::signalShowMessage);
+  CViewModelDataManager::Instance().OnUpdateViewModelData();
+  const auto said = [&tips] {
+    return std::count_if(tips.begin(), tips.end(),
+                         [](const QList<QVariant>& tip) { return tip.first().toString().contains("default view"); });
+  };
+  QTRY_COMPARE(said(), 1);
+  CPlanFixture::Drain();
+  QCOMPARE(Chosen(), QString());
+  QVERIFY(!chooser_->IsChanged() && !chooser_->SaveChosenView());
+  QCOMPARE(Stored().index_code, Code("C1 plan 2"));
+  if (deleted) {
+    DeletePlanResquest request;
+    request.plan_index_code = Code("C1 plan 2");
+    DeletePlanResponse response;
+    QVERIFY(fixture_.Store().DeletePlan(request, response));
+  }
+  for (const QString& call : calls) {
+    Services().Mend(call);
+  }
+  CViewModelDataManager::Instance().OnUpdateViewModelData();
+  QTRY_COMPARE(Chosen(), QString(deleted ? "No default view" : "C1 plan 2"));
+  QVERIFY(!chooser_->IsChanged());
+  QCOMPARE(said(), 1);
 }
 
 void DefaultViewTest::ChoosesByKeys() {
