@@ -288,10 +288,15 @@ void PlanDocumentTest::OtherContentStays() {
   QVERIFY(!document.FillPage(0, 1, {{"x", "X"}, {"y", "Y"}}));
   QVERIFY(!document.SwapWindows(0, 1, 2));
   document.ClearWindow(0, 2);
-  document.ClearPage(0);
+  QCOMPARE(refused.size(), 4);
+  QVERIFY(!document.IsDirty());
+  document.ClearPage(0);  // of its cameras
   document.RemovePage(0);
   QCOMPARE(refused.size(), 6);
-  QVERIFY(!document.IsDirty());
+  QCOMPARE(document.Draft().FilledWindows(), 1);
+  QVERIFY(document.Draft().Window(0, 2));
+  QCOMPARE(document.UndoStack().count(), 1);
+  document.UndoStack().undo();
   QVERIFY(document.SwapWindows(0, 1, 3));
   QVERIFY(document.PutCamera(0, 4, {"x", "X"}));
   document.ClearWindow(0, 1);
