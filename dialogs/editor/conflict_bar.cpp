@@ -23,7 +23,7 @@ CConflictBar::CConflictBar(QWidget* parent) : QFrame(parent), text_(new QLabel(t
   retry_ = MakeButton("retry_btn", tr("Try again"), &CConflictBar::SignalRetry);
   theirs_->setToolTip(tr("Show the plan as it is now; Undo brings your changes back"));
   overwrite_->setToolTip(tr("Save your version over theirs"));
-  as_new_->setToolTip(tr("Keep both"));
+  SetNewRefused(QString());
   auto* row = new QHBoxLayout;
   row->setSpacing(8);
   row->addStretch();
@@ -46,15 +46,30 @@ CPushButton* CConflictBar::MakeButton(const char* name, const QString& text, voi
 }
 
 void CConflictBar::ShowChanged(const QString& text) {
-  Say(text, {theirs_, overwrite_, as_new_});
+  Say(WithRefusal(text), {theirs_, overwrite_, as_new_});
 }
 
 void CConflictBar::ShowDeleted(const QString& text) {
-  Say(text, {as_new_});
+  Say(WithRefusal(text), {as_new_});
+}
+
+void CConflictBar::SetNewRefused(const QString& reason) {
+  new_refused_ = reason;
+  as_new_->setEnabled(reason.isEmpty());
+  as_new_->setToolTip(reason.isEmpty() ? tr("Keep both") : reason);
+}
+
+// In words as well: who goes by keys does not come to the tool tip of a disabled button.
+QString CConflictBar::WithRefusal(const QString& text) const {
+  return new_refused_.isEmpty() ? text : text + '\n' + new_refused_;
 }
 
 void CConflictBar::ShowNotLoaded(const QString& text) {
   Say(text, {retry_});
+}
+
+void CConflictBar::FocusRetry() {
+  retry_->setFocus(Qt::OtherFocusReason);
 }
 
 void CConflictBar::Say(const QString& text, std::initializer_list<CPushButton*> ways) {

@@ -20,8 +20,11 @@ class CConflictBar : public QFrame {
   void ShowChanged(const QString& text);
   /// The plan is no longer there.
   void ShowDeleted(const QString& text);
+  /// Whether a new plan may be made of it, from the next text on: `reason` says why not, empty when it may.
+  void SetNewRefused(const QString& reason);
   /// The plan could not be fetched.
   void ShowNotLoaded(const QString& text);
+  void FocusRetry();
 
  Q_SIGNALS:
   void SignalLoadTheirs();
@@ -31,9 +34,11 @@ class CConflictBar : public QFrame {
 
  private:
   MarUIControl::CPushButton* MakeButton(const char* name, const QString& text, void (CConflictBar::*clicked)());
+  QString WithRefusal(const QString& text) const;
   void Say(const QString& text, std::initializer_list<MarUIControl::CPushButton*> ways);
 
   QLabel* text_ = nullptr;
+  QString new_refused_;
   MarUIControl::CPushButton *theirs_ = nullptr, *overwrite_ = nullptr, *as_new_ = nullptr, *retry_ = nullptr;
 };
 

@@ -54,16 +54,16 @@ bool CPlanSaving::Save(const std::string& thumbnail) {
   return true;
 }
 
-bool CPlanSaving::SaveCopy(const QString& name, const std::string& thumbnail) {
+bool CPlanSaving::SaveAsNew(const QString& name, bool auto_run, const std::string& thumbnail) {
   if (!controller_ || saving_) {
     return false;
   }
   edited_ = sent_ = document_->Draft();
   sent_.name = name;
-  sent_.auto_run = false;
+  sent_.auto_run = auto_run;
   UpdatePlanRequest request = document_->MakeUpdateRequest();
   request.plan_name = QStringToString(name);
-  request.auto_play = false;
+  request.auto_play = auto_run;
   request.plan_index_code.clear();
   request.revision = 0;
   Send(request, thumbnail);
@@ -124,6 +124,11 @@ void CPlanSaving::OnSaved(const std::string& plan_code) {
     document_->SetAutoRun(sent_.auto_run);
   }
   document_->MarkSaved(sent_, revision_ + 1, plan_code);
+  const QPointer<CPlanSaving> alive(this);
+  Q_EMIT SignalStored(StringToQString(document_->PlanCode()), StringToQString(document_->GroupCode()));
+  if (!alive) {
+    return;
+  }
   if (edited_since) {
     Q_EMIT SignalFailed(tr("The plan was saved without the last changes."));
   } else {

@@ -25,9 +25,9 @@ class CPlanSaving : public QObject {
   /// Updates the plan, or adds it when it is new. `thumbnail`: PNG bytes; empty keeps what the plan has. False when
   /// there is nobody to send it to, or a save is under way.
   bool Save(const std::string& thumbnail);
-  /// Adds the document as a new plan of this name that does not run by itself: of two plans that are alike only one
-  /// may. The document becomes that plan when the host has it, and stays what it is when not.
-  bool SaveCopy(const QString& name, const std::string& thumbnail);
+  /// Adds the document as a new plan under this name. The document becomes that plan when the host has it, and stays
+  /// what it is when not.
+  bool SaveAsNew(const QString& name, bool auto_run, const std::string& thumbnail);
   bool IsSaving() const { return saving_; }
   /// Whether the save under way takes longer than a user is to wait without a way out.
   bool IsSlow() const { return saving_ && !patience_.isActive(); }
@@ -38,6 +38,9 @@ class CPlanSaving : public QObject {
 
  Q_SIGNALS:
   void SignalSlow();
+  /// The host has the plan under this code, in this group; SignalSaved() or, when it was edited since, SignalFailed()
+  /// follows.
+  void SignalStored(const QString& plan_code, const QString& group_code);
   void SignalSaved();
   /// `text`: the host's, or empty when the failure has been told already.
   void SignalFailed(const QString& text);

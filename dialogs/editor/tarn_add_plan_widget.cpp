@@ -1,13 +1,14 @@
 #include "tarn_add_plan_widget.h"
 
 #include <QAbstractSpinBox>
-#include <QApplication>
 #include <QDateTime>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QScrollArea>
 #include <QShowEvent>
+#include <utility>
 
+#include "LyraPluginManager/resource_business_interface_mgr.h"
 #include "MarUIControl/modal_tip_dialog.h"
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
@@ -34,6 +35,8 @@ using view_plugin_protocol::GetPlanDetailResponse;
 namespace {
 
 constexpr int kLongestName = 256;
+constexpr int kAddRight = 5;
+constexpr int kEditRight = 6;
 
 }  // namespace
 
@@ -45,6 +48,7 @@ CTarnAddPlanWidget::CTarnAddPlanWidget(QWidget* parent) : QWidget(parent), d_(st
 CTarnAddPlanWidget::~CTarnAddPlanWidget() {
   d_->document.disconnect();
   d_->document.UndoStack().disconnect();
+  d_->grid = nullptr;  // no refuge for the focus of those that go after it
   qDeleteAll(findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
   delete d_->saving;
 }
@@ -62,8 +66,6 @@ void CTarnAddPlanWidget::SetController(CStandardViewController* controller) {
   d_->OnControllerLost();
   if (controller) {
     connect(controller, &QObject::destroyed, this, [this] { d_->OnControllerLost(); });
-    connect(controller, &CStandardViewController::signalShowMessage, this,
-            [this](const QString& text, CNomalMessage::AlertState state) { d_->OnControllerMessage(text, state); });
   }
 }
 
@@ -98,7 +100,13 @@ void CTarnAddPlanWidget::OpenPlan(const QString& plan_code) {
     return;
   }
   d_->SetBusy(tr("Loading..."));
-  d_->controller->GetPlanInfoByIndexCode(MarUIControl::QStringToString(plan_code));
+  const QPointer<CTarnAddPlanWidget> self(this);
+  const auto answer = [self, load_no = ++d_->load_no](bool ok, const QString& text) {
+    if (self && self->d_->load_no == load_no) {
+      self->d_->OnLoadAnswered(ok, text);
+    }
+  };
+  d_->controller->GetPlanInfoByIndexCode(MarUIControl::QStringToString(plan_code), answer);
 }
 
 void CTarnAddPlanWidget::OnPlanInfo(const GetPlanDetailResponse& plan) {
@@ -111,7 +119,11 @@ void CTarnAddPlanWidget::OnPlanInfo(const GetPlanDetailResponse& plan) {
   d_->opened_pages = d_->document.Draft().pages;
   d_->SetBusy(QString());
   d_->footer->SetSavePossible(true);
-  d_->header->FocusName();
+  d_->GiveNameFocus();
+}
+
+QString CTarnAddPlanWidget::PlanCode() const {
+  return d_->awaited.isEmpty() ? StringToQString(d_->document.PlanCode()) : d_->awaited;
 }
 
 bool CTarnAddPlanWidget::IsSaving() const {
@@ -151,12 +163,11 @@ void CTarnAddPlanWidget::Save() {
     return;
   }
   d_->TakeTyped();
-  d_->header->Groups()->SetAddMode(d_->document.PlanCode().empty());
-  const QString problem = d_->FindProblem();
-  if (problem.isEmpty()) {
-    d_->Send();
+  if (d_->HasNothingToSave()) {
+    d_->Reset();
+    Q_EMIT SignalClosed();
   } else {
-    d_->Refuse(problem);
+    d_->SaveIt();
   }
 }
 
@@ -201,6 +212,19 @@ void CTarnAddPlanWidget::keyPressEvent(QKeyEvent* event) {
   }
 }
 
+// Called for Tab, and when the widget with the focus is disabled or hidden: its neighbour must not get the next press
+// of the key that was meant for it.
+bool CTarnAddPlanWidget::focusNextPrevChild(bool next) {
+  const QWidget* focus = window()->focusWidget();
+  const bool lost = isVisible() && focus && isAncestorOf(focus) && !(focus->isEnabled() && focus->isVisible());
+  if (!lost) {
+    return QWidget::focusNextPrevChild(next);
+  }
+  QWidget* refuge = d_->grid && d_->grid->isEnabled() ? static_cast<QWidget*>(d_->grid) : this;
+  refuge->setFocus(Qt::OtherFocusReason);
+  return true;
+}
+
 bool CTarnAddPlanWidget::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride) {
     const auto* key = static_cast<QKeyEvent*>(event);
@@ -213,15 +237,20 @@ bool CTarnAddPlanWidget::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void CTarnAddPlanWidget::Private::Reset() {
+  const bool given_up = saving->IsSaving();
   saving->Forget();
   awaited.clear();
   theirs = {};
   opened_pages.clear();
-  copying = false;
+  original_gone = renewing = false;
+  copy_note.clear();
   grid->SetCurrentWindow(1);
   conflict->hide();
   SetBusy(QString());
   footer->SetSavePossible(true);
+  if (given_up) {
+    Q_EMIT q->SignalNotSaved();
+  }
 }
 
 void CTarnAddPlanWidget::Private::ThrowAway() {
@@ -271,9 +300,11 @@ bool CTarnAddPlanWidget::Private::MayLeaveSave() {
 }
 
 // Disabled as a whole, so that nothing is typed into a plan that is on its way; the input stays in sight. The focus
-// waits here and not on the next button, where a key meant for a field would press it.
+// waits here and not on the next button, where a key meant for a field would press it; also when the editor is opened
+// meanwhile.
 void CTarnAddPlanWidget::Private::SetBusy(const QString& work) {
-  QWidget* focus = QApplication::focusWidget();
+  q->setFocusPolicy(work.isEmpty() ? Qt::NoFocus : Qt::TabFocus);
+  QWidget* focus = q->window()->focusWidget();
   if (!work.isEmpty() && focus && q->isAncestorOf(focus)) {
     had_focus = focus;
     q->setFocus(Qt::OtherFocusReason);
@@ -283,9 +314,31 @@ void CTarnAddPlanWidget::Private::SetBusy(const QString& work) {
     part->setEnabled(work.isEmpty());
   }
   footer->ShowWork(work);
-  if (work.isEmpty() && had_focus) {
-    had_focus->setFocus(Qt::OtherFocusReason);
-    had_focus.clear();
+  if (work.isEmpty()) {
+    GiveFocusBack();
+  }
+}
+
+bool CTarnAddPlanWidget::Private::HasFocus() const {
+  const QWidget* focus = q->window()->focusWidget();
+  return focus && (focus == q || q->isAncestorOf(focus));
+}
+
+bool CTarnAddPlanWidget::Private::MayTakeFocus() const {
+  return HasFocus() || !q->window()->focusWidget();
+}
+
+void CTarnAddPlanWidget::Private::GiveFocusBack() {
+  const QPointer<QWidget> before = std::exchange(had_focus, nullptr);
+  if (before && MayTakeFocus()) {
+    QWidget* to = before->isVisibleTo(q) && before->isEnabledTo(q) ? before.data() : grid;
+    to->setFocus(Qt::OtherFocusReason);
+  }
+}
+
+void CTarnAddPlanWidget::Private::GiveNameFocus() {
+  if (MayTakeFocus()) {
+    header->FocusName();
   }
 }
 
@@ -293,19 +346,50 @@ void CTarnAddPlanWidget::Private::Refuse(const QString& reason) {
   Q_EMIT q->SignalMessageTipNeeded(reason, CNomalMessage::Failure);
 }
 
-QString CTarnAddPlanWidget::Private::FindProblem() {
+QString CTarnAddPlanWidget::Private::MissingRight(bool adding) const {
+  const PlanDraft& draft = document.Draft();
+  const bool is_public = !draft.group_code.isEmpty() && draft.family == PublicTheme;
+  auto& host = LyraPluginManager::CResourceBusinessInterfaceMgr::Instance();
+  if (!is_public || host.CheckControlPermission(adding ? kAddRight : kEditRight)) {
+    return QString();
+  }
+  return adding ? CTarnAddPlanWidget::tr("You lack the right to add plans.")
+                : CTarnAddPlanWidget::tr("You lack the right to edit plans.");
+}
+
+QString CTarnAddPlanWidget::Private::FindProblem(bool adding) {
   if (!controller) {
     return CTarnAddPlanWidget::tr("The plans are not available now. Try again later.");
   }
   if (document.Draft().FilledWindows() > kMaxFilledWindows) {
     return CTarnAddPlanWidget::tr("A plan holds at most %1 filled windows. Clear some first.").arg(kMaxFilledWindows);
   }
+  // First, because without it there are no groups to choose from.
+  const QString missing_right = MissingRight(adding);
+  if (!missing_right.isEmpty()) {
+    return missing_right;
+  }
+  header->Groups()->SetAddMode(adding);
   return header->FindProblem();
 }
 
+// What the host has changed or dropped is saved at the user's word, even if he has taken back all of his changes.
+bool CTarnAddPlanWidget::Private::HasNothingToSave() const {
+  return !document.PlanCode().empty() && !document.IsDirty() && conflict->isHidden();
+}
+
+void CTarnAddPlanWidget::Private::SaveIt() {
+  const QString problem = FindProblem(document.PlanCode().empty());
+  if (problem.isEmpty()) {
+    Send();
+  } else {
+    Refuse(problem);
+  }
+}
+
 void CTarnAddPlanWidget::Private::Send() {
-  conflict->hide();
   SetBusy(CTarnAddPlanWidget::tr("Saving..."));
+  conflict->hide();
   if (!saving->Save(Thumbnail())) {
     SetBusy(QString());
   }
@@ -320,10 +404,15 @@ std::string CTarnAddPlanWidget::Private::Thumbnail() const {
   return PaintThumbnail(document.Draft(), text);
 }
 
-void CTarnAddPlanWidget::Private::OnControllerMessage(const QString& reason, int state) {
-  if (state == CNomalMessage::Failure && !awaited.isEmpty()) {
-    ShowNotLoaded(reason);
+void CTarnAddPlanWidget::Private::OnLoadAnswered(bool ok, const QString& reason) {
+  if (awaited.isEmpty()) {
+    return;  // the plan is here
   }
+  if (awaited.isEmpty()) {
+    return;
+  }
+  // An answer that is no failure, and not the plan either, is another plan.
+  ShowNotLoaded(ok ? CTarnAddPlanWidget::tr("The plans are not available now. Try again later.") : reason);
 }
 
 void CTarnAddPlanWidget::Private::OnControllerLost() {
@@ -333,11 +422,43 @@ void CTarnAddPlanWidget::Private::OnControllerLost() {
 }
 
 void CTarnAddPlanWidget::Private::ShowNotLoaded(const QString& reason) {
+  const bool take_focus = MayTakeFocus();
   SetBusy(QString());
   scroll->setEnabled(false);
   header->setEnabled(false);
   footer->SetSavePossible(false);
   conflict->ShowNotLoaded(reason);
+  if (take_focus) {
+    conflict->FocusRetry();
+  }
+}
+
+void CTarnAddPlanWidget::Private::OnSaved() {
+  SetBusy(QString());
+  const QPointer<CTarnAddPlanWidget> alive(q);
+  const QString note = std::exchange(copy_note, QString());
+  if (!note.isEmpty()) {
+    Q_EMIT q->SignalMessageTipNeeded(note, CNomalMessage::Success);
+  }
+  if (alive) {
+    Q_EMIT q->SignalClosed();
+  }
+}
+
+void CTarnAddPlanWidget::Private::OnNotSaved(const QString& reason) {
+  SetBusy(QString());
+  copy_note.clear();
+  if (std::exchange(renewing, false)) {  // the choice is open again
+    header->Groups()->SetAddMode(document.PlanCode().empty());
+    conflict->show();
+  }
+  const QPointer<CTarnAddPlanWidget> alive(q);
+  if (!reason.isEmpty()) {
+    Refuse(reason);
+  }
+  if (alive) {
+    Q_EMIT q->SignalNotSaved();
+  }
 }
 
 void CTarnAddPlanWidget::Private::LoadTheirs() {
@@ -349,23 +470,33 @@ void CTarnAddPlanWidget::Private::LoadTheirs() {
 }
 
 void CTarnAddPlanWidget::Private::Overwrite() {
+  TakeTyped();
   document.AdoptRevision(theirs.revision);
-  q->Save();
+  SaveIt();
 }
 
 void CTarnAddPlanWidget::Private::SaveAsNew() {
   TakeTyped();
-  header->Groups()->SetAddMode(true);
-  const QString problem = FindProblem();
+  const QString problem = FindProblem(true);
   if (!problem.isEmpty()) {
     Refuse(problem);
     return;
   }
-  conflict->hide();
-  copying = true;
+  renewing = true;
   SetBusy(CTarnAddPlanWidget::tr("Saving..."));
+  conflict->hide();
+  const PlanDraft& draft = document.Draft();
+  if (original_gone) {
+    saving->SaveAsNew(draft.name, draft.auto_run, Thumbnail());
+    return;
+  }
+  // Beside the original it needs another name, and of two plans that are alike only one can run at its time.
   const QString mark = CTarnAddPlanWidget::tr(" (copy)");
-  saving->SaveCopy(document.Draft().name.left(kLongestName - mark.size()) + mark, Thumbnail());
+  const QString name = draft.name.left(kLongestName - mark.size()) + mark;
+  copy_note = (draft.auto_run ? CTarnAddPlanWidget::tr("Saved as \"%1\". Its automatic run is switched off.")
+                              : CTarnAddPlanWidget::tr("Saved as \"%1\"."))
+                  .arg(name);
+  saving->SaveAsNew(name, false, Thumbnail());
 }
 
 }  // namespace TarnPlanView

@@ -33,6 +33,8 @@ class CTarnAddPlanWidget : public QWidget {
   void OpenNew(const QString& group_code);
   /// A plan of the host's; it is shown when the controller's answer comes through OnPlanInfo().
   void OpenPlan(const QString& plan_code);
+  /// Of the plan that is shown or awaited; empty for a new one.
+  QString PlanCode() const;
   bool IsDirty() const;
   bool IsSaving() const;
   /// Whether the editor may go. Asks when there are changes that are not saved. To save them takes a while: then false
@@ -40,6 +42,11 @@ class CTarnAddPlanWidget : public QWidget {
   bool MayClose();
 
  Q_SIGNALS:
+  /// The host has the plan under this code, in this group. Comes before SignalClosed(), or before SignalNotSaved() when
+  /// the plan was edited since.
+  void SignalSaved(const QString& plan_code, const QString& group_code);
+  /// A save has ended, or was given up, and the changes are not safe.
+  void SignalNotSaved();
   /// The editor has nothing more to do: saved, or left by the user.
   void SignalClosed();
   void SignalMessageTipNeeded(const QString& text, int state);
@@ -47,6 +54,7 @@ class CTarnAddPlanWidget : public QWidget {
  public Q_SLOTS:
   /// The controller's answer; one that was not asked for here is ignored.
   void OnPlanInfo(const view_plugin_protocol::GetPlanDetailResponse& plan);
+  /// A plan of the host's without changes is only closed.
   void Save();
   void Cancel();
 
@@ -54,6 +62,7 @@ class CTarnAddPlanWidget : public QWidget {
   void showEvent(QShowEvent* event) override;
   bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:

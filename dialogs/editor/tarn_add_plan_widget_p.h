@@ -44,12 +44,23 @@ class CTarnAddPlanWidget::Private {
   int Ask(const Question& words);
   bool MayLeaveSave();
   void SetBusy(const QString& work);
+  bool HasFocus() const;
+  /// Nor is the focus ever taken from where the user has put it meanwhile.
+  bool MayTakeFocus() const;
+  void GiveFocusBack();
+  void GiveNameFocus();
   void Refuse(const QString& text);
+  /// Names the right that the user lacks to add or to change the plan; empty when he has it.
+  QString MissingRight(bool adding) const;
   /// Why the plan cannot be sent; empty when it can.
-  QString FindProblem();
+  QString FindProblem(bool adding);
+  bool HasNothingToSave() const;
+  void SaveIt();
   void Send();
   std::string Thumbnail() const;
-  void OnControllerMessage(const QString& text, int state);
+  void OnLoadAnswered(bool ok, const QString& reason);
+  void OnSaved();
+  void OnNotSaved(const QString& reason);
   void OnControllerLost();
   void ShowNotLoaded(const QString& reason);
   void LoadTheirs();
@@ -75,7 +86,10 @@ class CTarnAddPlanWidget::Private {
   QPointer<CStandardViewController> controller;
   QPointer<QWidget> had_focus;  // before the work that is going on
   QString awaited;              // code of the plan that is being fetched
-  bool copying = false;         // the save under way is to make a second plan
+  int load_no = 0;
+  bool original_gone = false;  // the host no longer has the plan that was loaded
+  bool renewing = false;       // the save under way makes a new plan of an old one
+  QString copy_note;           // what that plan has not taken over
   QVector<DraftPage> opened_pages;
   view_plugin_protocol::GetPlanDetailResponse theirs;
 };

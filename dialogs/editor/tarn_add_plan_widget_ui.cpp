@@ -4,7 +4,6 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QVBoxLayout>
-#include <utility>
 
 #include "conflict_bar.h"
 #include "editor_cameras.h"
@@ -140,29 +139,26 @@ void CTarnAddPlanWidget::Private::GatherUndo() {
 }
 
 void CTarnAddPlanWidget::Private::ConnectSaving() {
-  connect(saving, &CPlanSaving::SignalSaved, q, [this] {
-    SetBusy(QString());
-    Q_EMIT q->SignalClosed();
+  connect(saving, &CPlanSaving::SignalStored, q, [this](const QString& plan_code, const QString& group_code) {
+    renewing = original_gone = false;  // the document is that plan now
+    Q_EMIT q->SignalSaved(plan_code, group_code);
   });
+  connect(saving, &CPlanSaving::SignalSaved, q, [this] { OnSaved(); });
   connect(saving, &CPlanSaving::SignalSlow, q,
           [this] { footer->ShowWork(CTarnAddPlanWidget::tr("Saving takes long. Cancel leaves the editor.")); });
-  connect(saving, &CPlanSaving::SignalFailed, q, [this](const QString& reason) {
-    SetBusy(QString());
-    if (!reason.isEmpty()) {
-      Refuse(reason);
-    }
-    if (std::exchange(copying, false)) {  // the choice is open again
-      conflict->show();
-    }
-  });
+  connect(saving, &CPlanSaving::SignalFailed, q, [this](const QString& reason) { OnNotSaved(reason); });
   connect(saving, &CPlanSaving::SignalChangedElsewhere, q,
           [this](const QString& reason, const view_plugin_protocol::GetPlanDetailResponse& plan) {
-            SetBusy(QString());
             theirs = plan;
+            original_gone = false;
+            OnNotSaved(QString());
+            conflict->SetNewRefused(MissingRight(true));
             conflict->ShowChanged(reason);
           });
   connect(saving, &CPlanSaving::SignalDeleted, q, [this](const QString& reason) {
-    SetBusy(QString());
+    original_gone = true;
+    OnNotSaved(QString());
+    conflict->SetNewRefused(MissingRight(true));
     conflict->ShowDeleted(reason);
   });
   connect(conflict, &CConflictBar::SignalLoadTheirs, q, [this] { LoadTheirs(); });

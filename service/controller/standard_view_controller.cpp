@@ -332,18 +332,23 @@ void CStandardViewController::downloadPlanInfoThread(const std::string& indexCod
 }
 
 void CStandardViewController::GetPlanInfoByIndexCode(const std::string& indexCode) {
-  getPlanInfoByIndexCodeThread(indexCode);
+  GetPlanInfoByIndexCode(indexCode, [](bool, const QString&) {});
 }
 
-void CStandardViewController::getPlanInfoByIndexCodeThread(const std::string& indexCode) {
+void CStandardViewController::GetPlanInfoByIndexCode(const std::string& indexCode, const PlanAnswer& answer) {
+  getPlanInfoByIndexCodeThread(indexCode, answer);
+}
+
+void CStandardViewController::getPlanInfoByIndexCodeThread(const std::string& indexCode, const PlanAnswer& told) {
   GetPlanDetailRequest request;
   request.plan_index_code = indexCode;
-  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::GetPlanDetail, request), [this](const auto& answer) {
+  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::GetPlanDetail, request), [this, told](const auto& answer) {
     if (answer.ok) {
       Q_EMIT SignalGetPlanInfo(answer.response);
     } else {
       showFailure(answer.response.error_info);
     }
+    told(answer.ok, StringToQString(answer.ok ? answer.response.index_code : answer.response.error_info));
   });
 }
 

@@ -51,6 +51,7 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   void PlayPlanViewByIndexCode(const std::string& indexCode);
   /// Answers with SignalGetPlanInfo().
   void GetPlanInfoByIndexCode(const std::string& indexCode);
+  void GetPlanInfoByIndexCode(const std::string& indexCode, const PlanAnswer& answer);
   /// Records a play in the host's log; silent in every case.
   void AddOperationPlayPlan(const QString& name, bool automatic, bool from_history);
   /// Answers with SignalConfigPlayView() when there is a default view.
@@ -104,7 +105,7 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   void updatePlanParamThread(const view_plugin_protocol::UpdatePlanRequest& request, const QString& old_name,
                              const PlanAnswer& told);
   void downloadPlanInfoThread(const std::string& indexCode);
-  void getPlanInfoByIndexCodeThread(const std::string& indexCode);
+  void getPlanInfoByIndexCodeThread(const std::string& indexCode, const PlanAnswer& told);
   void addOperationPlayPlanThread(const QString& name, bool automatic, bool from_history);
   void initGetViewConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request);
   /// Marks the row as loaded for the families that do so before the fetch.

@@ -337,7 +337,9 @@ void PlanEditorTest::DeletedElsewhere() {
   QVERIFY(stage.Find<QWidget>("overwrite_btn")->isHidden());
   stage.Click("save_as_new_btn");
   QTRY_COMPARE(stage.closed, 1);
-  QCOMPARE(CEditorStage::Stored(fixture_.Code("Mine (copy)")).pages.size(), size_t(3));
+  const auto again = CEditorStage::Stored(fixture_.Code("Mine"));  // there is none beside it: nothing is taken away
+  QCOMPARE(again.pages.size(), size_t(3));
+  QVERIFY(again.auto_run && again.index_code != code.toStdString());
 }
 
 void PlanEditorTest::ShowsWhatItDoesNotKnow() {

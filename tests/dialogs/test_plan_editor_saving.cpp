@@ -22,6 +22,9 @@ class PlanEditorSavingTest : public TarnTest::CPlanTest {
   void AnotherControllerEndsTheWait();
   void ASlowSaveCanBeLeft();
   void EachPlanStartsAtItsFirstWindow();
+  void AnUnchangedPlanIsNotSent();
+  void NamesTheMissingRight();
+  void OtherCallsFailuresAreNotTheLoads();
 
  private:
   void Begin() {
@@ -132,6 +135,7 @@ void PlanEditorSavingTest::ACopyThatFailsLeavesThePlan() {
   QTRY_COMPARE(stage.closed, 1);
   QCOMPARE(CEditorStage::Stored(code).name, std::string("Theirs"));
   QVERIFY(!CEditorStage::Stored(fixture_.Code("Mine (copy)")).auto_run);  // two at once could not run
+  QVERIFY(stage.tips.last().contains("Mine (copy)") && stage.tips.last().contains("automatic run"));
 }
 
 void PlanEditorSavingTest::AnotherControllerEndsTheWait() {
@@ -196,6 +200,84 @@ void PlanEditorSavingTest::EachPlanStartsAtItsFirstWindow() {
   stage.Grid().SetCurrentWindow(3);
   stage.Open(fixture_.Code("Night patrol"));
   QCOMPARE(stage.Grid().CurrentWindow(), 1);
+}
+
+void PlanEditorSavingTest::AnUnchangedPlanIsNotSent() {
+  Begin();
+  const QString code = fixture_.Code("Night patrol");
+  CEditorStage stage(fixture_);
+  stage.Open(code);
+  stage.Click("save_plan_btn");
+  QCOMPARE(stage.closed, 1);
+  QCOMPARE(Services().Count("UpdatePlan"), 0);
+
+  // Where the host has something else it is not "unchanged".
+  auto* name = stage.Find<QLineEdit>("plan_name_edit");
+  stage.Open(code);
+  name->setText("Mine");
+  UpdatePlanRequest request;
+  request.plan_index_code = code.toStdString();
+  request.plan_name = "Theirs";
+  UpdatePlanResponse response;
+  QVERIFY(fixture_.Store().UpdatePlan(request, response));
+  stage.Click("save_plan_btn");
+  QTRY_VERIFY(stage.IsConflictShown());
+  name->setText("Night patrol");
+  QVERIFY(!stage.editor->IsDirty());
+  stage.Click("overwrite_btn");
+  QTRY_COMPARE(stage.closed, 2);
+  QCOMPARE(CEditorStage::Stored(code).name, std::string("Night patrol"));
+
+  stage.OpenNew(fixture_.Code("Gates"));  // a new plan is worth saving as it comes
+  stage.Click("save_plan_btn");
+  QTRY_COMPARE(Services().Count("AddPlan"), 1);
+  QTRY_COMPARE(stage.closed, 3);
+}
+
+void PlanEditorSavingTest::NamesTheMissingRight() {
+  Begin();
+  const QString code = fixture_.Code("Night patrol");
+  CEditorStage stage(fixture_);
+  Services().SetRight(5, false);
+  stage.OpenNew(fixture_.Code("Gates"));
+  stage.Click("save_plan_btn");
+  QCOMPARE(stage.TakeTips(), QStringList("You lack the right to add plans."));
+  stage.Open(code);
+  stage.Find<QLineEdit>("plan_name_edit")->setText("Mine");
+  DeletePlanResquest request;
+  request.plan_index_code = code.toStdString();
+  DeletePlanResponse response;
+  QVERIFY(fixture_.Store().DeletePlan(request, response));
+  stage.Click("save_plan_btn");
+  QTRY_VERIFY(stage.IsConflictShown());
+  QVERIFY(!stage.Find<QWidget>("save_as_new_btn")->isEnabled());
+  QVERIFY(stage.Text("conflict_text").contains("You lack the right to add plans."));
+  Services().SetRight(5, true);
+  stage.Click("save_plan_btn");
+  QTRY_VERIFY(stage.IsConflictShown() && stage.Find<QWidget>("save_as_new_btn")->isEnabled());
+  QVERIFY(!stage.Text("conflict_text").contains("right"));
+  stage.Find<QLineEdit>("plan_name_edit")->setText("Mine too");
+  Services().SetRight(6, false);
+  stage.TakeTips();
+  stage.Click("save_plan_btn");
+  QCOMPARE(stage.TakeTips(), QStringList("You lack the right to edit plans."));
+}
+
+void PlanEditorSavingTest::OtherCallsFailuresAreNotTheLoads() {
+  Begin();
+  CEditorStage stage(fixture_);
+  const QModelIndex group = fixture_.Public()->FindIndexByIndexCode(fixture_.Code("Gates"), true);
+  QSignalSpy messages(stage.controller.get(), &CStandardViewController::signalShowMessage);
+  Services().Hold("GetPlanDetail");
+  stage.editor->OpenPlan(fixture_.Code("Night patrol"));
+  QVERIFY(Services().WaitUntilHeld("GetPlanDetail"));
+  Services().Fail("UpdatePlanGroup", "no such name");
+  stage.controller->UpdatePlanGroupName(group, "Doors");
+  QTRY_COMPARE(messages.size(), 1);
+  QVERIFY(!IsIdle(stage) && !stage.IsConflictShown());
+  Services().ReleaseAll();
+  QTRY_COMPARE(stage.Find<QLineEdit>("plan_name_edit")->text(), QString("Night patrol"));
+  QVERIFY(IsIdle(stage));
 }
 
 QTEST_MAIN(PlanEditorSavingTest)
