@@ -37,6 +37,8 @@ void CViewExternWidget::SetModel(CStandardPlanModel* model) {
   const QPointer<CViewSortFilterProxyModel> old = d_->proxy;
   d_->proxy = new CViewSortFilterProxyModel(this, false);
   d_->proxy->setSourceModel(model);
+  connect(d_->proxy, &QAbstractItemModel::rowsAboutToBeRemoved, this,  // before the tree makes another row current
+          [this](const QModelIndex& parent, int first, int last) { d_->noteRemoval(parent, first, last); });
   d_->ui.plan_view_tree->SetFilterSortModel(d_->proxy);
   d_->ui.plan_view_tree->SetShowRightHoverDelgete();
   delete old;
@@ -84,7 +86,6 @@ void CViewExternWidget::SetStandardViewControl(CStandardViewController* controll
   connect(controller, &Controller::signalShowMessage, this, [this](const QString& text, int state) {
     if (state == MarUIControl::CNomalMessage::Failure) {
       d_->deleting.clear();
-      d_->leaving = false;  // what was to be saved first may have been refused
     }
     Q_EMIT SignalMessageTipNeeded(text, state);
   });
@@ -247,7 +248,7 @@ QString CViewExternWidget::GetTabName() const {
 }
 
 bool CViewExternWidget::MayLeave() {
-  if (!d_->plan_editor || !WidgetKit::IsDockWidgetShown(d_->plan_editor)) {
+  if (!d_->isEditing()) {
     return true;
   }
   const QPointer<CViewExternWidget> alive(this);
@@ -297,6 +298,10 @@ void CViewExternWidget::Private::dropPending() {
   search->Cancel();
   mover->Stop();
   deleting.clear();
+  open_next = nullptr;
+  leaving = false;
+  removed_current.clear();
+  saved_plan.clear();
   if (preview) {
     preview->Dismiss();
     preview->Forget();

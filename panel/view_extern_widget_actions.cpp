@@ -1,10 +1,8 @@
 #include <QGuiApplication>
 #include <QScreen>
-#include <utility>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
-#include "TarnUIDataController/download_slide_widget_pos_rule.h"
 #include "TarnUIDataController/message_tip_manager.h"
 #include "TarnUIDataController/show_message_tip.h"
 #include "WidgetKit/dock_widget.h"
@@ -30,7 +28,6 @@ constexpr int kRenameMode = 1;
 constexpr int kConfirmed = 1;
 constexpr int kCloseButton = 2;
 constexpr int kQuestionButtons = 3;
-constexpr int kEditorWidth = 770;
 constexpr int kSecondsPerPlan = 20;
 
 bool IsPlanRow(const QModelIndex& index) {
@@ -80,7 +77,9 @@ QString CViewExternWidget::Private::MonitorId() const {
 }
 
 void CViewExternWidget::onCurrentIndexChanged(const QModelIndex& current, const QModelIndex& previous) {
-  Q_UNUSED(previous)
+  if (previous.data(PlanIndexCodeRole).toString() != d_->removed_current) {
+    d_->removed_current.clear();  // somebody has gone on from where that row stood
+  }
   if (!current.isValid()) {
     return;
   }
@@ -277,7 +276,7 @@ void CViewExternWidget::onAddPlanBtnClicked() {
     group = group.parent();
   }
   const QString group_code = group.data(GroupIndexCodeRole).toString();
-  const bool opened = d_->openPlanEditor([&](CTarnAddPlanWidget* editor) { editor->OpenNew(group_code); });
+  const bool opened = d_->openPlanEditor([group_code](CTarnAddPlanWidget* editor) { editor->OpenNew(group_code); });
   if (!alive) {
     return;
   }
@@ -304,69 +303,6 @@ void CViewExternWidget::onEditBtnClicked() {
   d_->NameEdit()->SetName(index.data().toString());
   d_->name_edit_row = CPlanNodeRef(index);
   d_->showNameEdit(d_->ui.edit_btn);
-}
-
-void CViewExternWidget::Private::editPlan(const QString& code) {
-  const QPointer<CViewExternWidget> alive(q);
-  openPlanEditor([&](CTarnAddPlanWidget* editor) { editor->OpenPlan(code); });
-  if (alive) {
-    renewHold();
-  }
-}
-
-CTarnAddPlanWidget* CViewExternWidget::Private::PlanEditor() {
-  if (!plan_editor) {
-    plan_editor = new CTarnAddPlanWidget(q);
-    plan_editor->setObjectName(QStringLiteral("add_edit_plan_widget"));
-    plan_editor->hide();
-    plan_editor->SetLogicNodeParam(logic_node);
-    connect(plan_editor, &CTarnAddPlanWidget::SignalClosed, q, [this] { closePlanEditor(); });
-    connect(plan_editor, &CTarnAddPlanWidget::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
-  }
-  plan_editor->SetModel(model);
-  plan_editor->SetController(controller);
-  return plan_editor;
-}
-
-bool CViewExternWidget::Private::openPlanEditor(const std::function<void(CTarnAddPlanWidget*)>& open) {
-  const QPointer<CViewExternWidget> alive(q);
-  const int asked_in = session;
-  const bool free = !WidgetKit::IsDockWidgetShown(plan_editor) || plan_editor->MayClose();
-  if (!alive || session != asked_in || !IsReady()) {
-    return false;
-  }
-  if (!free && plan_editor && plan_editor->IsSaving()) {
-    return false;  // the user has chosen to save first, and sees it being done
-  }
-  if (!free) {
-    Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("Another plan is open in the editor."), 1);
-    return false;
-  }
-  CTarnAddPlanWidget* editor = PlanEditor();
-  open(editor);
-  WidgetKit::ShowDockWidget(InitSlidingRuleWidget());
-  return true;
-}
-
-void CViewExternWidget::Private::closePlanEditor() {
-  WidgetKit::HideDockWidget(plan_editor);
-  renewHold();
-  ui.plan_view_tree->setFocus();
-  if (std::exchange(leaving, false)) {
-    Q_EMIT q->SignalMayLeave();
-  }
-}
-
-WidgetKit::CSlideOutData CViewExternWidget::Private::InitSlidingRuleWidget() {
-  WidgetKit::CSlideOutData slide;
-  slide.SetVal_slide_width(kEditorWidth);
-  slide.SetVal_ptr_dock_widget(plan_editor);
-  if (monitor) {
-    auto rule = std::make_shared<tarn_ui_data_controller::CDownloadSlideWidgetPosRule>();
-    rule->SetPosAttachTo(monitor);
-    slide.SetVal_ptr_dock_pos_rule(rule);
-  }
-  return slide;
 }
 
 void CViewExternWidget::Private::fillUpdate(const QModelIndex& row,

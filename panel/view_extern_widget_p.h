@@ -72,6 +72,11 @@ class CViewExternWidget::Private {
   /// Names the right that the user lacks for the current row; empty when it is not for want of a right.
   QString MissingRight(int right) const;
   bool isCurrent(const QString& code) const;
+  /// A plan that is saved loses its row and gets another one; noted, so that the current plan stays current over it.
+  void noteRemoval(const QModelIndex& parent, int first, int last);
+  /// What the editor has saved becomes current, as soon as its group is loaded.
+  void showSaved(const QString& plan_code, const QString& group_code);
+  void showAwaited();
   bool mayUse(const QToolButton* button, int right) const;
 
   // Rows.
@@ -99,9 +104,14 @@ class CViewExternWidget::Private {
   /// The controller fetches the plan for the editor.
   void editPlan(const QString& code);
   CTarnAddPlanWidget* PlanEditor();
-  /// `open` tells the editor what to show. False, with the reason as a message, when it can't be opened.
-  bool openPlanEditor(const std::function<void(CTarnAddPlanWidget*)>& open);
+  bool isEditing() const;
+  using OpenInEditor = std::function<void(CTarnAddPlanWidget*)>;
+  /// `open` tells the editor what to show. False when the user keeps what is in it, or has it saved first: then it is
+  /// opened once that is safe.
+  bool openPlanEditor(const OpenInEditor& open);
+  void showPlanEditor(const OpenInEditor& open);
   void closePlanEditor();
+  void hidePlanEditor();
   WidgetKit::CSlideOutData InitSlidingRuleWidget();
   CSavePlanAsDlg* SaveAsDialog();
   void closePopups();
@@ -130,7 +140,10 @@ class CViewExternWidget::Private {
   QPointer<CViewNameEdit> name_edit;
   std::optional<CPlanNodeRef> name_edit_row;
   QPointer<CTarnAddPlanWidget> plan_editor;
-  bool leaving = false;  // the host waits for the editor's save before it goes
+  bool leaving = false;             // the host waits for the editor's save before it goes
+  OpenInEditor open_next;           // what the user wants to edit after that save
+  QString removed_current;          // code of the plan whose row went while it was current
+  QString saved_plan, saved_group;  // to become current when it is loaded, unless the user goes elsewhere
   QPointer<CCreationInfoDlg> creation_info;
   QPointer<CShareViewWgt> share_view;
   QPointer<CSavePlanAsDlg> save_as;

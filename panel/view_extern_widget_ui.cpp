@@ -4,6 +4,7 @@
 #include <QShortcut>
 #include <QStyle>
 #include <QToolTip>
+#include <utility>
 
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/popup_menu.h"
@@ -123,6 +124,7 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
   });
   connect(mover, &CPlanMover::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
   connect(mover, &CPlanMover::SignalMoved, q, &CViewExternWidget::SetCurPlanByIndexCode);
+  mover->SetEditedPlan([this] { return isEditing() ? plan_editor->PlanCode() : QString(); });
 
   connect(ui.search_list_view, &CSearchPlanListView::SignalDoubleClicked, q, &CViewExternWidget::onDoubleClicked);
   connect(ui.search_list_view, &CSearchPlanListView::SignalLeave, q, [this] {
@@ -157,6 +159,11 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
   connect(manager, &CViewModelDataManager::SignalDataDownloadFinished, q,
           &CViewExternWidget::OnDownloadResouceFinished);
   connect(manager, &CViewModelDataManager::SignalPlanStateChanged, q, &CViewExternWidget::SignalPlanStateChanged);
+  connect(manager, &CViewModelDataManager::SignalUpdatePlanSucc, q, [this](const auto& plan) {
+    if (!removed_current.isEmpty() && MarUIControl::StringToQString(plan.plan_index_code) == removed_current) {
+      q->SetCurPlanByIndexCode(std::exchange(removed_current, QString()));
+    }
+  });
   if (preview) {
     connect(manager, &CViewModelDataManager::SignalPlanStateChanged, preview, &CPlanPreview::Forget);
   }
@@ -255,6 +262,7 @@ void CViewExternWidget::Private::renewAfterRows() {
     row_before_load.reset();
     ui.plan_view_tree->setCurrentIndex(before);
   }
+  showAwaited();
   renewEmptyState();
 }
 
@@ -336,7 +344,7 @@ void CViewExternWidget::Private::applyActions(const QModelIndex& index) {
 
 void CViewExternWidget::Private::renewHold() {
   restoreEnableState();
-  const bool editing = plan_editor && WidgetKit::IsDockWidgetShown(plan_editor);
+  const bool editing = isEditing();
   const bool searching = CurrentPage() == Page::Search;
   if (!editing && !searching) {
     return;

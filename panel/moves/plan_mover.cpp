@@ -105,8 +105,16 @@ bool CPlanMover::MayHold(const QModelIndex& group) const {
   return !root || CViewConfigManager::Instance().CreatePlanUnderRootNode();
 }
 
+bool CPlanMover::IsBeingEdited(const QString& plan_code) {
+  if (!edited_plan_ || edited_plan_() != plan_code) {
+    return false;
+  }
+  Q_EMIT SignalMessageTipNeeded(tr("The plan is open in the editor. Close it first, or choose the group there."), 1);
+  return true;
+}
+
 void CPlanMover::Move(const QString& plan_code, const Destination& destination) {
-  if (plan_code.isEmpty() || moving_.contains(plan_code)) {
+  if (plan_code.isEmpty() || moving_.contains(plan_code) || IsBeingEdited(plan_code)) {
     return;
   }
   moving_.insert(plan_code);
@@ -124,6 +132,8 @@ void CPlanMover::Move(const QString& plan_code, const Destination& destination) 
     if (!fetched.ok) {
       moving_.remove(plan_code);
       Q_EMIT SignalMessageTipNeeded(StringToQString(fetched.plan.error_info), 1);
+    } else if (IsBeingEdited(plan_code)) {  // opened since
+      moving_.remove(plan_code);
     } else if (controller_) {
       Save(fetched.plan, destination);
     }

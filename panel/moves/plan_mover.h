@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QSet>
+#include <functional>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
 
@@ -26,6 +27,8 @@ class CPlanMover : public QObject {
   void SetController(CStandardViewController* controller);
   /// Answers that are still under way are dropped.
   void Stop();
+  /// Which plan is being edited: it stays where it is, or its editor could not save it any more.
+  void SetEditedPlan(const std::function<QString()>& edited_plan) { edited_plan_ = edited_plan; }
 
  Q_SIGNALS:
   void SignalMessageTipNeeded(const QString& text, int state);
@@ -43,6 +46,8 @@ class CPlanMover : public QObject {
 
   QModelIndex GroupAt(const QModelIndex& source, const QModelIndex& target) const;
   bool MayHold(const QModelIndex& group) const;
+  /// With a message when it is.
+  bool IsBeingEdited(const QString& plan_code);
   void Move(const QString& plan_code, const Destination& destination);
   void Save(const view_plugin_protocol::GetPlanDetailResponse& plan, const Destination& destination);
   void OnUpdated(const view_plugin_protocol::UpdatePlanRequest& request);
@@ -50,6 +55,7 @@ class CPlanMover : public QObject {
 
   CPlanViewTree* const tree_;
   QPointer<CStandardViewController> controller_;
+  std::function<QString()> edited_plan_;
   QSet<QString> moving_;
   int generation_ = 0;
 };
