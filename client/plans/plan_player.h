@@ -39,6 +39,8 @@ class CPlanPlayer : public QObject {
   bool IsBusy() const;
   /// Whether an automatic plan is on the wall.
   bool ShowsAutomatic() const;
+  /// A plan that was asked for and has not come yet is not wanted any more; what is on the wall stays.
+  void TakeBackWish() { wanted_.clear(); }
   /// Also takes back a wish whose plan has not come yet.
   void Stop();
   /// Another user has logged in: stops, and no timed plan of the last user's own starts any more.

@@ -182,6 +182,18 @@ void GroupCycleTest::EndsWhenTheUserWantsSomethingElse() {
   QTest::keyClick(&Wall(), Qt::Key_Escape);
   QVERIFY(!Wall().IsPlaying() && Progress().isEmpty());
 
+  // And the other way round: what was asked for before the cycle does not end it.
+  fixture_.Services().Hold("GetPlanDetail");
+  window_->Player().Play(Code("Public A plan 2"));
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
+  Start("Public B");
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail", 2));
+  fixture_.Services().ReleaseAll();
+  QTRY_VERIFY(Progress().contains("1 of 2"));
+  CPlanFixture::Drain();
+  QVERIFY(Wall().PlanName() == "Public B plan 2" && clock_->Seconds() == 20);
+  QTest::keyClick(&Wall(), Qt::Key_Escape);
+
   // Also before the first plan has come.
   fixture_.Services().Hold("GetPlansInGroup");
   Start("Public B");
