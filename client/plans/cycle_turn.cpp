@@ -18,7 +18,7 @@ namespace {
 
 using PlanList = QVector<PlanBasicInfo>;
 
-// False when the group itself cannot be read; a subgroup that went in the meantime is left out.
+// False when the group itself cannot be read; a subgroup that cannot, since it went in the meantime, is left out.
 bool CollectPlans(const std::string& group_code, PlanList* plans, std::string* error) {
   auto& host = CViewBusinessInterfaceMgr::Instance();
   GetPlansInGroupResponse here;
@@ -35,8 +35,7 @@ bool CollectPlans(const std::string& group_code, PlanList* plans, std::string* e
     return false;
   }
   for (const PlanGroup& group : qAsConst(below.groups)) {
-    std::string ignored;
-    CollectPlans(group.index_code, plans, &ignored);
+    CollectPlans(group.index_code, plans, error);
   }
   return true;
 }
@@ -58,6 +57,8 @@ PlanList FindPlans(const std::string& group_code, CycleTurn* turn) {
     plans.clear();
     turn->may_pass = !ListsRoots();
     turn->group_found = !turn->may_pass && CollectPlans(group_code, &plans, &error);
+  } else if (plans.isEmpty()) {
+    turn->may_pass = !error.empty();  // they may be in a subgroup that could not be read
   }
   turn->error = StringToQString(error);
   return turn->group_found ? plans : PlanList();

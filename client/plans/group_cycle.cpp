@@ -82,7 +82,7 @@ void CGroupCycle::Turn() {
 }
 
 void CGroupCycle::OnTurn(const CycleTurn& turn) {
-  if (turn.group_found && turn.plans.isEmpty()) {
+  if (turn.group_found && turn.plans.isEmpty() && !turn.may_pass) {
     Fail(tr("The group has no plans to cycle through."));
   } else if (turn.position >= 0) {
     told_.clear();

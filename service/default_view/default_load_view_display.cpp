@@ -62,6 +62,7 @@ class CDefaultLoadViewDisplay::Private {
   void FetchWay();
   void OnWay(const PlanWay& found);
   void OnExpanded(const QString& group, bool loaded);
+  static QString NotOffered();
   void GiveUp(const QString& why);
   void Show(const QModelIndex& row);
   void OnChosen(const QModelIndex& row);
@@ -136,8 +137,12 @@ void CDefaultLoadViewDisplay::Private::Seek() {
   if (row.isValid()) {
     Show(row);
   } else if (seeking && !tree->ExpandLowest(way)) {
-    GiveUp(tr("The default view is not among the plans offered here."));
+    GiveUp(NotOffered());
   }
+}
+
+QString CDefaultLoadViewDisplay::Private::NotOffered() {
+  return tr("The default view is not among the plans offered here.");
 }
 
 void CDefaultLoadViewDisplay::Private::FetchWay() {
@@ -162,8 +167,10 @@ void CDefaultLoadViewDisplay::Private::OnWay(const PlanWay& found) {
     stored = wanted = RequestOf(none);
     is_stored_known = true;
     Show(none);
+  } else if (was_shown || is_stored) {
+    GiveUp(found.error.isEmpty() ? NotOffered() : tr("The default view cannot be shown: %1").arg(found.error));
   } else {
-    GiveUp(was_shown || is_stored ? tr("The default view cannot be shown: %1").arg(found.error) : QString());
+    GiveUp(QString());  // a code that nobody has stored
   }
 }
 
