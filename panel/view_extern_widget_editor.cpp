@@ -118,9 +118,22 @@ void CViewExternWidget::Private::noteRemoval(const QModelIndex& parent, int firs
   }
 }
 
+void CViewExternWidget::Private::followUpdated(const QString& plan_code) {
+  if (removed_current.isEmpty() || removed_current != plan_code) {
+    return;
+  }
+  removed_current.clear();
+  if (RowOf(plan_code, false).isValid()) {
+    q->SetCurPlanByIndexCode(plan_code);
+  } else if (!Current().data(IsGroupRole).toBool()) {  // a neighbour, for which no key is meant
+    ui.plan_view_tree->setCurrentIndex(Current().parent());
+  }
+}
+
 void CViewExternWidget::Private::showSaved(const QString& plan_code, const QString& group_code) {
-  if (open_next || stopped) {
-    return;  // the user is at the next plan already
+  const bool gone_on = open_next || ui.plan_view_tree->hasFocus();
+  if (gone_on || stopped) {
+    return;
   }
   if (RowOf(plan_code, false).isValid()) {
     q->SetCurPlanByIndexCode(plan_code);

@@ -74,7 +74,8 @@ class CViewExternWidget::Private {
   bool isCurrent(const QString& code) const;
   /// A plan that is saved loses its row and gets another one; noted, so that the current plan stays current over it.
   void noteRemoval(const QModelIndex& parent, int first, int last);
-  /// What the editor has saved becomes current, as soon as its group is loaded.
+  void followUpdated(const QString& plan_code);
+  /// What the editor has saved becomes current, as soon as its group is loaded, unless the user has gone on meanwhile.
   void showSaved(const QString& plan_code, const QString& group_code);
   void showAwaited();
   bool mayUse(const QToolButton* button, int right) const;

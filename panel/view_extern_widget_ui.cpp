@@ -4,7 +4,6 @@
 #include <QShortcut>
 #include <QStyle>
 #include <QToolTip>
-#include <utility>
 
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/popup_menu.h"
@@ -159,11 +158,8 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
   connect(manager, &CViewModelDataManager::SignalDataDownloadFinished, q,
           &CViewExternWidget::OnDownloadResouceFinished);
   connect(manager, &CViewModelDataManager::SignalPlanStateChanged, q, &CViewExternWidget::SignalPlanStateChanged);
-  connect(manager, &CViewModelDataManager::SignalUpdatePlanSucc, q, [this](const auto& plan) {
-    if (!removed_current.isEmpty() && MarUIControl::StringToQString(plan.plan_index_code) == removed_current) {
-      q->SetCurPlanByIndexCode(std::exchange(removed_current, QString()));
-    }
-  });
+  connect(manager, &CViewModelDataManager::SignalUpdatePlanSucc, q,
+          [this](const auto& plan) { followUpdated(MarUIControl::StringToQString(plan.plan_index_code)); });
   if (preview) {
     connect(manager, &CViewModelDataManager::SignalPlanStateChanged, preview, &CPlanPreview::Forget);
   }

@@ -135,6 +135,9 @@ void CEditorHeader::ShowDocument() {
 
 void CEditorHeader::ShowTimes() {
   const PlanDraft& draft = document_->Draft();
+  if (!draft.auto_run && times_->isAncestorOf(window()->focusWidget())) {
+    run_->setFocus(Qt::OtherFocusReason);  // else the keys would go nowhere
+  }
   // They keep their place, so that the switch does not push the pages about.
   times_->setEnabled(draft.auto_run);
   const bool over_midnight = draft.auto_run && draft.begin > draft.end;

@@ -1,4 +1,6 @@
+#include <QAbstractButton>
 #include <QLineEdit>
+#include <QTimeEdit>
 
 #include "editor_stage.h"
 
@@ -17,7 +19,7 @@ class PlanEditorFocusTest : public TarnTest::CPlanTest {
   void Begin() {
     QString error;
     TarnTest::PlanFixtureOptions options;
-    options.switches = {{"load_all", 1}};
+    options.switches = {{"load_all", 1}, {"timed_play", 1}};
     options.site = TarnHost::MakeDemoSite;
     QVERIFY2(fixture_.Open(options, &error), qPrintable(error));
     fixture_.Start();
@@ -77,7 +79,16 @@ void PlanEditorFocusTest::ButtonsThatGoHandTheFocusToTheWindows() {
   Press(Qt::Key_Space);
   QCOMPARE(stage.Pages().model()->rowCount(), 1);
   QCOMPARE(QApplication::focusWidget(), &stage.Grid());
+  auto* run = stage.Find<QAbstractButton>("auto_run_switch");
+  run->click();
+  auto* time = stage.Find<QWidget>("auto_run_times")->findChild<QTimeEdit*>();
+  time->setFocus();
+  QTest::keyClick(time, Qt::Key_Z, Qt::ControlModifier);
+  QVERIFY(!time->isEnabled());
+  QCOMPARE(QApplication::focusWidget(), run);
+
   // The focus goes on as ever where nothing is taken away.
+  stage.Grid().setFocus();
   Press(Qt::Key_Tab);
   QVERIFY(QApplication::focusWidget() != &stage.Grid());
 }

@@ -69,9 +69,21 @@ void PanelEditorTest::WhatWasSavedIsCurrent() {
   Edit(stage, "Public A plan 1");
   ChooseGroup(stage, "Public B");
   Save(stage);
-  QVERIFY(!Current(stage).startsWith("Public A"));
+  QVERIFY(QStringList({"Public B", "Public A plan 1"}).contains(Current(stage)));
   QTRY_COMPARE(Current(stage), QString("Public A plan 1"));
   QCOMPARE(stage.Tree().currentIndex().parent().data().toString(), QString("Public B"));
+
+  // The user who has gone on in the tree meanwhile is left where he is.
+  Edit(stage, "Public A plan 20");
+  Name(stage)->setText("Public A plan 3");
+  Services().Hold("UpdatePlan");
+  Editor(stage)->Save();
+  QVERIFY(Services().WaitUntilHeld("UpdatePlan"));
+  stage.Tree().setFocus();
+  stage.Choose("Public A plan 10");
+  Services().ReleaseAll();
+  QTRY_VERIFY(!IsOpen(stage));
+  QCOMPARE(Current(stage), QString("Public A plan 10"));
 }
 
 void PanelEditorTest::CurrentPlanStaysCurrentWhoeverSavesIt() {
@@ -90,6 +102,11 @@ void PanelEditorTest::CurrentPlanStaysCurrentWhoeverSavesIt() {
   stage.Controller().UpdatePlanParam(request, "Public A plan 20");
   QTRY_COMPARE(saved.size(), 2);
   QCOMPARE(Current(stage), QString("Public A plan 10"));
+  stage.Choose("Public A plan 2");
+  request.parent_index_code = fixture_.Code("Public B").toStdString();  // nobody has looked into it yet
+  stage.Controller().UpdatePlanParam(request, "Public A plan 2");
+  QTRY_COMPARE(saved.size(), 3);
+  QCOMPARE(Current(stage), QString("Public A"));
 }
 
 void PanelEditorTest::KeysBeforeThePlanIsThereDoNothing() {
