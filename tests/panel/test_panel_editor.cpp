@@ -53,6 +53,8 @@ class PanelEditorTest : public TarnTest::CPlanTest {
 void PanelEditorTest::WhatWasSavedIsCurrent() {
   Open();
   CPanelStage stage(fixture_);
+  stage.Panel().activateWindow();
+  QVERIFY(QTest::qWaitForWindowActive(&stage.Panel()));
   Edit(stage, "Public A plan 2");
   Name(stage)->setText("Public A plan 20");  // stands behind its neighbour now
   Save(stage);
