@@ -38,7 +38,7 @@ CWallBar::CWallBar(QWidget* parent)
   }
   cycle_->setObjectName(QStringLiteral("wall_cycle"));
   time_->setObjectName(QStringLiteral("page_time"));
-  time_->setContentsMargins(9, 0, 6, 0);  // apart from the page's number
+  time_->setContentsMargins(8, 0, 0, 0);  // apart from the page's number
   page_->setTextFormat(Qt::PlainText);
   layout->addWidget(page_);
   layout->addWidget(time_);
