@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QToolButton>
 
+#include "wall/plain_text_tip.h"
+
 namespace TarnClient {
 
 namespace {
@@ -12,7 +14,7 @@ constexpr int kLeastText = 40;
 
 void ElideInto(QLabel* label, const QString& text) {
   label->setText(label->fontMetrics().elidedText(text, Qt::ElideMiddle, qMax(kLeastText, label->width())));
-  label->setToolTip(text.toHtmlEscaped());
+  label->setToolTip(PlainTextTip(text));
   label->setAccessibleName(text);
 }
 

@@ -5,6 +5,7 @@
 #include <QTime>
 
 #include "TarnUIDataController/skin_loader.h"
+#include "wall/plain_text_tip.h"
 
 namespace TarnClient {
 
@@ -123,7 +124,7 @@ void CWallWindow::RenewDescription() {
   if (text != described_) {
     described_ = text;
     setAccessibleName(text);
-    setToolTip(source_ ? camera_.toHtmlEscaped() : QString());
+    setToolTip(source_ ? PlainTextTip(camera_) : QString());
   }
 }
 

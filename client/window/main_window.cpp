@@ -27,6 +27,7 @@
 #include "saving/plan_saver.h"
 #include "settings/settings_dialog.h"
 #include "wall/live_wall.h"
+#include "wall/plain_text_tip.h"
 #include "wall/test_picture_source.h"
 #include "wall/wall_bar.h"
 #include "window/user_menu.h"
@@ -122,7 +123,7 @@ void CMainWindow::BuildStatusBar(const QString& user, const QString& store_url) 
   auto* store_label = new QLabel(tr("Store: %1").arg(ShownStore(store_url)), this);
   store_label->setTextFormat(Qt::PlainText);
   store_label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  store_label->setToolTip(store_label->text().toHtmlEscaped());
+  store_label->setToolTip(PlainTextTip(store_label->text()));
   statusBar()->addWidget(user_menu_);
   statusBar()->addWidget(store_label, 1);
   AddSettingsButton();

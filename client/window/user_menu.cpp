@@ -6,6 +6,7 @@
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "plans/off_thread.h"
+#include "wall/plain_text_tip.h"
 
 namespace TarnClient {
 
@@ -50,7 +51,7 @@ void CUserMenu::SetUser(const QString& user) {
   user_ = user;
   setText(Shown(user));
   setAccessibleName(tr("User: %1").arg(user));
-  setToolTip(tr("%1. Switch user (Ctrl+U)").arg(accessibleName().toHtmlEscaped()));
+  setToolTip(PlainTextTip(tr("%1. Switch user (Ctrl+U)").arg(accessibleName())));
 }
 
 void CUserMenu::Open() {

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QHelpEvent>
 #include <QPainter>
+#include <QTextDocument>
 #include <QTextLayout>
 #include <QToolTip>
 
@@ -103,7 +104,7 @@ bool CSearchPlanItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* vi
   const QString path = index.data(kSearchPathRole).toString();
   const QString name = index.data().toString();
   const QString whole = path.isEmpty() ? name : path + QStringLiteral(" / ") + name;
-  QToolTip::showText(event->globalPos(), whole.toHtmlEscaped(), view);
+  QToolTip::showText(event->globalPos(), Qt::mightBeRichText(whole) ? Qt::convertFromPlainText(whole) : whole, view);
   return true;
 }
 

@@ -1,4 +1,5 @@
 #include <QLabel>
+#include <QTextDocument>
 #include <QToolButton>
 #include <QtTest>
 #include <memory>
@@ -78,6 +79,7 @@ class LiveWallTest : public QObject {
   void OddPlansAreHarmless();
   void PicturesMoveAndRestWhenHidden();
   void CamerasCanBeToldApart();
+  void NamesInToolTipsAreNoMarkup();
 
  private:
   QStringList Cameras() const;
@@ -217,6 +219,14 @@ void LiveWallTest::CamerasCanBeToldApart() {
   source.Start();
   const QImage first = source.LatestPicture(QSize());
   QTRY_VERIFY(source.LatestPicture(QSize()) != first);
+}
+
+void LiveWallTest::NamesInToolTipsAreNoMarkup() {
+  wall_->Play(Plan("p", {Page(1, 1, 5, {"Gate A & B"}), Page(2, 1, 5, {"<b>x"})}));
+  const auto* window = wall_->findChild<TarnClient::CWallWindow*>();
+  QTRY_COMPARE(window->toolTip(), QString("Gate A & B"));
+  QTest::keyClick(wall_.get(), Qt::Key_Right);
+  QTRY_VERIFY(window->toolTip().contains("&lt;b&gt;x") && Qt::mightBeRichText(window->toolTip()));
 }
 
 QTEST_MAIN(LiveWallTest)
