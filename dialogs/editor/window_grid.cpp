@@ -419,7 +419,7 @@ void CWindowGrid::PaintMarks(QPainter* painter, const QRect& place, int window_n
     painter->drawRect(place.adjusted(1, 1, -1, -1));
   };
   if (window_no == marked_) {
-    painter->setPen(QPen(Color("accent"), kFrame, Qt::DotLine));
+    painter->setPen(QPen(Color("wall_text"), kFrame, Qt::DotLine));
     painter->setBrush(Qt::NoBrush);
     painter->drawRect(place.adjusted(2 * kFrame, 2 * kFrame, -2 * kFrame, -2 * kFrame));
   }

@@ -59,7 +59,7 @@ QComboBox* CWindowSettings::MakeBox(const char* name, const QString& label) {
   box->setToolTip(label);
   box->setFocusPolicy(Qt::StrongFocus);
   box->setPlaceholderText(label);
-  box->setFixedWidth(132);
+  box->setFixedWidth(148);
   box->installEventFilter(this);
   return box;
 }
