@@ -188,6 +188,10 @@
         <source>Group %1 · %2</source>
         <translation>Group %1 · %2</translation>
     </message>
+    <message>
+        <source>The next plan of the group could not be played and is tried again: %1</source>
+        <translation>The next plan of the group could not be played and is tried again: %1</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CHistoryPopup</name>
@@ -248,6 +252,14 @@
     <message>
         <source>Settings (Ctrl+,)</source>
         <translation>Settings (Ctrl+,)</translation>
+    </message>
+    <message>
+        <source>The default view is a group, but playing groups in turn is switched off.</source>
+        <translation>The default view is a group, but playing groups in turn is switched off.</translation>
+    </message>
+    <message>
+        <source>Playing the plans of a group in turn is switched off.</source>
+        <translation>Playing the plans of a group in turn is switched off.</translation>
     </message>
 </context>
 <context>
@@ -476,6 +488,18 @@
         <source>Plans and groups</source>
         <translation>Plans and groups</translation>
     </message>
+    <message>
+        <source>The default view is not among the plans offered here.</source>
+        <translation>The default view is not among the plans offered here.</translation>
+    </message>
+    <message>
+        <source>The default view cannot be shown: %1</source>
+        <translation>The default view cannot be shown: %1</translation>
+    </message>
+    <message>
+        <source>The plans could not be loaded.</source>
+        <translation>The plans could not be loaded.</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CEditorCameras</name>
@@ -628,8 +652,8 @@
         <translation>Pages</translation>
     </message>
     <message>
-        <source>Drag or Ctrl+Shift+arrow to move a page, Ctrl+D to duplicate, Delete to remove</source>
-        <translation>Drag or Ctrl+Shift+arrow to move a page, Ctrl+D to duplicate, Delete to remove</translation>
+        <source>Drag or Ctrl+Shift+arrow to move a page, Insert to add, Ctrl+D to duplicate, Delete to remove</source>
+        <translation>Drag or Ctrl+Shift+arrow to move a page, Insert to add, Ctrl+D to duplicate, Delete to remove</translation>
     </message>
 </context>
 <context>
@@ -658,13 +682,13 @@
         <source> s</source>
         <translation> s</translation>
     </message>
+    <message>
+        <source>Clear page</source>
+        <translation>Clear page</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CPageStrip</name>
-    <message>
-        <source>New empty page after this one</source>
-        <translation>New empty page after this one</translation>
-    </message>
     <message>
         <source>Duplicate</source>
         <translation>Duplicate</translation>
@@ -688,6 +712,10 @@
     <message>
         <source>Delete</source>
         <translation>Delete</translation>
+    </message>
+    <message>
+        <source>New empty page after this one (Insert in the strip)</source>
+        <translation>New empty page after this one (Insert in the strip)</translation>
     </message>
 </context>
 <context>
@@ -797,6 +825,10 @@
     <message>
         <source>TheMoveViewOperationrvQbjaeS</source>
         <translation>A plan can&apos;t be moved there.</translation>
+    </message>
+    <message>
+        <source>The plan is open in the editor. Close it first, or choose the group there.</source>
+        <translation>The plan is open in the editor. Close it first, or choose the group there.</translation>
     </message>
 </context>
 <context>
@@ -1097,6 +1129,22 @@ never starts</translation>
         <source>Saving takes long. Cancel leaves the editor.</source>
         <translation>Saving takes long. Cancel leaves the editor.</translation>
     </message>
+    <message>
+        <source>You lack the right to add plans.</source>
+        <translation>You lack the right to add plans.</translation>
+    </message>
+    <message>
+        <source>You lack the right to edit plans.</source>
+        <translation>You lack the right to edit plans.</translation>
+    </message>
+    <message>
+        <source>Saved as &quot;%1&quot;. Its automatic run is switched off.</source>
+        <translation>Saved as &quot;%1&quot;. Its automatic run is switched off.</translation>
+    </message>
+    <message>
+        <source>Saved as &quot;%1&quot;.</source>
+        <translation>Saved as &quot;%1&quot;.</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewExternWidget</name>
@@ -1208,10 +1256,6 @@ never starts</translation>
         <source>The search got no answer.</source>
         <translation>The search got no answer.</translation>
     </message>
-    <message>
-        <source>Another plan is open in the editor.</source>
-        <translation>Another plan is open in the editor.</translation>
-    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewNameEdit</name>
@@ -1291,6 +1335,22 @@ never starts</translation>
     <message>
         <source>Drop a camera here</source>
         <translation>Drop a camera here</translation>
+    </message>
+    <message>
+        <source>Window %1 is marked, Ctrl+V swaps it with this one</source>
+        <translation>Window %1 is marked, Ctrl+V swaps it with this one</translation>
+    </message>
+    <message>
+        <source>Mark to swap</source>
+        <translation>Mark to swap</translation>
+    </message>
+    <message>
+        <source>Swap with window %1</source>
+        <translation>Swap with window %1</translation>
+    </message>
+    <message>
+        <source>Ctrl+X marks a window, Ctrl+V on another one swaps the two</source>
+        <translation>Ctrl+X marks a window, Ctrl+V on another one swaps the two</translation>
     </message>
 </context>
 <context>

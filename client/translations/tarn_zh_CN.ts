@@ -188,6 +188,10 @@
         <source>Group %1 · %2</source>
         <translation>分组 %1 · %2</translation>
     </message>
+    <message>
+        <source>The next plan of the group could not be played and is tried again: %1</source>
+        <translation>组内下一个预案无法播放，将重试：%1</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CHistoryPopup</name>
@@ -248,6 +252,14 @@
     <message>
         <source>Settings (Ctrl+,)</source>
         <translation>设置 (Ctrl+,)</translation>
+    </message>
+    <message>
+        <source>The default view is a group, but playing groups in turn is switched off.</source>
+        <translation>默认视图是一个分组，但分组轮巡功能已关闭。</translation>
+    </message>
+    <message>
+        <source>Playing the plans of a group in turn is switched off.</source>
+        <translation>组内预案轮巡功能已关闭。</translation>
     </message>
 </context>
 <context>
@@ -476,6 +488,18 @@
         <source>Plans and groups</source>
         <translation>预案和分组</translation>
     </message>
+    <message>
+        <source>The default view is not among the plans offered here.</source>
+        <translation>默认视图不在此处可选的预案中。</translation>
+    </message>
+    <message>
+        <source>The default view cannot be shown: %1</source>
+        <translation>无法显示默认视图：%1</translation>
+    </message>
+    <message>
+        <source>The plans could not be loaded.</source>
+        <translation>无法加载预案。</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CEditorCameras</name>
@@ -628,8 +652,8 @@
         <translation>页面</translation>
     </message>
     <message>
-        <source>Drag or Ctrl+Shift+arrow to move a page, Ctrl+D to duplicate, Delete to remove</source>
-        <translation>拖动或 Ctrl+Shift+方向键移动页面，Ctrl+D 复制，Delete 删除</translation>
+        <source>Drag or Ctrl+Shift+arrow to move a page, Insert to add, Ctrl+D to duplicate, Delete to remove</source>
+        <translation>拖动或 Ctrl+Shift+方向键移动页面，Insert 添加，Ctrl+D 复制，Delete 删除</translation>
     </message>
 </context>
 <context>
@@ -658,13 +682,13 @@
         <source> s</source>
         <translation> 秒</translation>
     </message>
+    <message>
+        <source>Clear page</source>
+        <translation>清空页面</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CPageStrip</name>
-    <message>
-        <source>New empty page after this one</source>
-        <translation>在本页之后新建空白页</translation>
-    </message>
     <message>
         <source>Duplicate</source>
         <translation>复制</translation>
@@ -688,6 +712,10 @@
     <message>
         <source>Delete</source>
         <translation>删除</translation>
+    </message>
+    <message>
+        <source>New empty page after this one (Insert in the strip)</source>
+        <translation>在本页之后新建空白页（在页面条中按 Insert）</translation>
     </message>
 </context>
 <context>
@@ -797,6 +825,10 @@
     <message>
         <source>TheMoveViewOperationrvQbjaeS</source>
         <translation>不能将预案移动到此处。</translation>
+    </message>
+    <message>
+        <source>The plan is open in the editor. Close it first, or choose the group there.</source>
+        <translation>该预案正在编辑器中打开。请先关闭编辑器，或在其中选择分组。</translation>
     </message>
 </context>
 <context>
@@ -1097,6 +1129,22 @@ never starts</source>
         <source>Saving takes long. Cancel leaves the editor.</source>
         <translation>保存时间较长，按“取消”可离开编辑器。</translation>
     </message>
+    <message>
+        <source>You lack the right to add plans.</source>
+        <translation>您没有添加预案的权限。</translation>
+    </message>
+    <message>
+        <source>You lack the right to edit plans.</source>
+        <translation>您没有编辑预案的权限。</translation>
+    </message>
+    <message>
+        <source>Saved as &quot;%1&quot;. Its automatic run is switched off.</source>
+        <translation>已另存为“%1”，其自动运行已关闭。</translation>
+    </message>
+    <message>
+        <source>Saved as &quot;%1&quot;.</source>
+        <translation>已另存为“%1”。</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewExternWidget</name>
@@ -1208,10 +1256,6 @@ never starts</source>
         <source>The search got no answer.</source>
         <translation>搜索没有得到响应。</translation>
     </message>
-    <message>
-        <source>Another plan is open in the editor.</source>
-        <translation>编辑器中已打开另一个预案。</translation>
-    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewNameEdit</name>
@@ -1291,6 +1335,22 @@ never starts</source>
     <message>
         <source>Drop a camera here</source>
         <translation>将摄像机拖到此处</translation>
+    </message>
+    <message>
+        <source>Window %1 is marked, Ctrl+V swaps it with this one</source>
+        <translation>窗口 %1 已标记，按 Ctrl+V 与此窗口交换</translation>
+    </message>
+    <message>
+        <source>Mark to swap</source>
+        <translation>标记以交换</translation>
+    </message>
+    <message>
+        <source>Swap with window %1</source>
+        <translation>与窗口 %1 交换</translation>
+    </message>
+    <message>
+        <source>Ctrl+X marks a window, Ctrl+V on another one swaps the two</source>
+        <translation>Ctrl+X 标记窗口，在另一个窗口按 Ctrl+V 交换两者</translation>
     </message>
 </context>
 <context>
