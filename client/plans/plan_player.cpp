@@ -9,6 +9,7 @@
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
+#include "plans/off_thread.h"
 #include "plans/plan_family.h"
 #include "plans/playing_mark.h"
 #include "wall/live_wall.h"
@@ -110,24 +111,34 @@ void CPlanPlayer::OnDetail(const GetPlanDetailResponse& plan) {
 }
 
 void CPlanPlayer::OnAutomaticStart(const GetPlanDetailResponse& plan) {
-  const bool is_taken = wall_->IsPlaying() && !GivesWay();
-  if (!is_taken && IsForThisUser(plan)) {
-    Show(plan, PlayOrigin::Automatic);
-    WatchAutomaticEnd(plan.end_time);
+  if (wall_->IsPlaying() && !GivesWay()) {
+    return;
   }
+  if (user_switched_ && plan.type != TarnPlanView::PublicTheme) {
+    ShowIfOfThisUser(plan);
+    return;
+  }
+  Show(plan, PlayOrigin::Automatic);
+  WatchAutomaticEnd(plan.end_time);
 }
 
 // The helper keeps the plan that it knows while it gets no answer: after a switch of user that may be one which only
 // the last user can see.
-bool CPlanPlayer::IsForThisUser(const GetPlanDetailResponse& plan) {
-  if (!user_switched_ || plan.type == TarnPlanView::PublicTheme) {
-    return true;
-  }
-  view_plugin_protocol::GetPlanDetailRequest request;
-  request.plan_index_code = plan.index_code;
-  GetPlanDetailResponse response;
-  user_switched_ = !LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, response);
-  return !user_switched_;
+void CPlanPlayer::ShowIfOfThisUser(const GetPlanDetailResponse& plan) {
+  RunOffThread(
+      this,
+      [code = plan.index_code] {
+        view_plugin_protocol::GetPlanDetailRequest request;
+        request.plan_index_code = code;
+        GetPlanDetailResponse response;
+        return LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, response);
+      },
+      [this, plan, user = user_no_](bool is_seen) {
+        if (is_seen && user == user_no_) {
+          user_switched_ = false;
+          OnAutomaticStart(plan);
+        }
+      });
 }
 
 // No stop is announced when the plan vanishes in mid-run or was stopped, so its end is kept here, also for the plan
@@ -177,6 +188,7 @@ void CPlanPlayer::Stop() {
 
 void CPlanPlayer::ForgetUser() {
   user_switched_ = true;
+  ++user_no_;
   Stop();
 }
 

@@ -66,7 +66,7 @@ class CPlanPlayer : public QObject {
   void CheckAutomaticEnd();
   void OnNoNextPlan();
   bool GivesWay() const;
-  bool IsForThisUser(const view_plugin_protocol::GetPlanDetailResponse& plan);
+  void ShowIfOfThisUser(const view_plugin_protocol::GetPlanDetailResponse& plan);
   void Show(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
   void Record(const std::string& name, PlayOrigin origin);
   void OnWallChanged();
@@ -83,6 +83,7 @@ class CPlanPlayer : public QObject {
   bool is_past_end_ = false;    // the last look at the clock was the first one after the end
   bool ends_by_time_ = false;   // the wall is being emptied because the automatic plan's time is over
   bool user_switched_ = false;  // and no own plan of the new user has started by itself yet
+  int user_no_ = 0;             // counts the switches
 };
 
 }  // namespace TarnClient

@@ -472,6 +472,7 @@ void AutomaticPlanTest::AnotherUserGetsNoOwnPlansOfTheFirst() {
   fixture_.Services().Fail("GetPlanDetail", "The line is down");
   CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
   At("09:00:00");
+  TarnTest::CPlanFixture::Drain();
   QVERIFY(!Wall().IsPlaying());
   fixture_.Services().Mend("GetPlanDetail");
   window_->SwitchUser("operator");
@@ -479,7 +480,7 @@ void AutomaticPlanTest::AnotherUserGetsNoOwnPlansOfTheFirst() {
   CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
   NextDay();
   At("09:00:00");
-  QCOMPARE(Wall().PlanName(), QString("Own C plan 2"));
+  QTRY_COMPARE(Wall().PlanName(), QString("Own C plan 2"));
 }
 
 QTEST_MAIN(AutomaticPlanTest)
