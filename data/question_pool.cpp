@@ -25,6 +25,9 @@ QThreadPool& QuestionPool() {
 }
 
 void ReleaseQuestionPool() {
+  if (Pool()) {
+    Pool()->clear();
+  }
   Pool().reset();
 }
 

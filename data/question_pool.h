@@ -8,7 +8,7 @@ namespace TarnPlanView {
 /// Thread: GUI.
 QThreadPool& QuestionPool();
 
-/// Waits for the questions under way, then ends the threads.
+/// Drops the questions that wait, awaits those under way and ends the threads.
 void ReleaseQuestionPool();
 
 }  // namespace TarnPlanView

@@ -157,7 +157,7 @@ void CViewExternWidget::OnPlayPlanByString(const QString& index_code, int window
 }
 
 void CViewExternWidget::EditPlanByIndex(const QModelIndex& index) {
-  if (d_->controller && index.isValid() && !index.data(IsGroupRole).toBool()) {
+  if (d_->IsReady() && index.isValid() && !index.data(IsGroupRole).toBool()) {
     d_->editPlan(index.data(PlanIndexCodeRole).toString());
   }
 }

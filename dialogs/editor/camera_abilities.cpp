@@ -71,7 +71,10 @@ void CCameraAbilities::AskFor(Shelf<Value>* shelf, const QString& camera_code, F
   shelf->asked.insert(camera_code);
   CallAsync(
       &QuestionPool(), this, [camera_code, fetch] { return fetch(camera_code); },
-      [this, shelf, camera_code, told, failed](const Answer<Value>& answer) {
+      [this, shelf, camera_code, told, failed, doubts = doubts_](const Answer<Value>& answer) {
+        if (doubts != doubts_) {
+          return;
+        }
         shelf->asked.remove(camera_code);
         if (answer.is_there) {
           shelf->known.insert(camera_code, answer.value);
@@ -84,6 +87,9 @@ void CCameraAbilities::AskFor(Shelf<Value>* shelf, const QString& camera_code, F
 }
 
 void CCameraAbilities::Doubt() {
+  ++doubts_;
+  streams_.asked.clear();
+  presets_.asked.clear();
   streams_.fresh.clear();
   presets_.fresh.clear();
 }

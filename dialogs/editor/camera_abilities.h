@@ -25,7 +25,8 @@ class CCameraAbilities : public QObject {
 
   /// Fetches what is not known yet; a signal each follows. What is known is signalled within this call.
   void Ask(const QString& camera_code);
-  /// From now on what is known may have changed: it stays until a question for it brings an answer.
+  /// From now on what is known may have changed: it stays until a question for it brings an answer. Questions under
+  /// way have been asked too early and are not answered.
   void Doubt();
   /// 0 main, 1 sub; null: not known.
   const QVector<int>* Streams(const QString& camera_code) const;
@@ -52,6 +53,7 @@ class CCameraAbilities : public QObject {
   template <class Value, class Fetch>
   void AskFor(Shelf<Value>* shelf, const QString& camera_code, Fetch fetch, Told told, Failed failed);
 
+  int doubts_ = 0;
   Shelf<QVector<int>> streams_;
   Shelf<QVector<Preset>> presets_;
 };

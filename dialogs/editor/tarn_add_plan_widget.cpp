@@ -117,9 +117,12 @@ void CTarnAddPlanWidget::OnPlanInfo(const GetPlanDetailResponse& plan) {
   d_->conflict->hide();
   d_->document.Load(plan);
   d_->opened_pages = d_->document.Draft().pages;
+  const bool is_focus_free = d_->IsFocusFree();
   d_->SetBusy(QString());
   d_->footer->SetSavePossible(true);
-  d_->GiveNameFocus();
+  if (is_focus_free) {
+    d_->header->FocusName();
+  }
 }
 
 QString CTarnAddPlanWidget::PlanCode() const {
@@ -319,26 +322,16 @@ void CTarnAddPlanWidget::Private::SetBusy(const QString& work) {
   }
 }
 
-bool CTarnAddPlanWidget::Private::HasFocus() const {
+bool CTarnAddPlanWidget::Private::IsFocusFree() const {
   const QWidget* focus = q->window()->focusWidget();
-  return focus && (focus == q || q->isAncestorOf(focus));
-}
-
-bool CTarnAddPlanWidget::Private::MayTakeFocus() const {
-  return HasFocus() || !q->window()->focusWidget();
+  return !focus || focus == q;
 }
 
 void CTarnAddPlanWidget::Private::GiveFocusBack() {
   const QPointer<QWidget> before = std::exchange(had_focus, nullptr);
-  if (before && MayTakeFocus()) {
+  if (before && IsFocusFree()) {
     QWidget* to = before->isVisibleTo(q) && before->isEnabledTo(q) ? before.data() : grid;
     to->setFocus(Qt::OtherFocusReason);
-  }
-}
-
-void CTarnAddPlanWidget::Private::GiveNameFocus() {
-  if (MayTakeFocus()) {
-    header->FocusName();
   }
 }
 
@@ -408,9 +401,6 @@ void CTarnAddPlanWidget::Private::OnLoadAnswered(bool ok, const QString& reason)
   if (awaited.isEmpty()) {
     return;  // the plan is here
   }
-  if (awaited.isEmpty()) {
-    return;
-  }
   // An answer that is no failure, and not the plan either, is another plan.
   ShowNotLoaded(ok ? CTarnAddPlanWidget::tr("The plans are not available now. Try again later.") : reason);
 }
@@ -422,7 +412,7 @@ void CTarnAddPlanWidget::Private::OnControllerLost() {
 }
 
 void CTarnAddPlanWidget::Private::ShowNotLoaded(const QString& reason) {
-  const bool take_focus = MayTakeFocus();
+  const bool take_focus = IsFocusFree();
   SetBusy(QString());
   scroll->setEnabled(false);
   header->setEnabled(false);

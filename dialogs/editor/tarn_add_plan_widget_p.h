@@ -44,11 +44,9 @@ class CTarnAddPlanWidget::Private {
   int Ask(const Question& words);
   bool MayLeaveSave();
   void SetBusy(const QString& work);
-  bool HasFocus() const;
-  /// Nor is the focus ever taken from where the user has put it meanwhile.
-  bool MayTakeFocus() const;
+  /// Whether it still waits where SetBusy() has put it, or nowhere: never is it taken from where the user has put it.
+  bool IsFocusFree() const;
   void GiveFocusBack();
-  void GiveNameFocus();
   void Refuse(const QString& text);
   /// Names the right that the user lacks to add or to change the plan; empty when he has it.
   QString MissingRight(bool adding) const;

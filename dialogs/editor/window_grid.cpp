@@ -120,10 +120,16 @@ void CWindowGrid::OnDocument(int change, int) {
 
 // A changed name is read out while the grid has the focus.
 void CWindowGrid::RenewDescription() {
-  setAccessibleName(text_->Spoken(current_, WindowCount(), Window(current_)));
+  const QString spoken = text_->Spoken(current_, WindowCount(), Window(current_));
+  if (spoken != accessibleName()) {  // each call is read out
+    setAccessibleName(spoken);
+  }
   const QString page = tr("Windows of page %1").arg(document_->CurrentPage() + 1);
   const QString mark = tr("Window %1 is marked, Ctrl+V swaps it with this one").arg(marked_);
-  setAccessibleDescription(marked_ == 0 ? page : page + QStringLiteral(". ") + mark);
+  const QString described = marked_ == 0 ? page : page + QStringLiteral(". ") + mark;
+  if (described != accessibleDescription()) {
+    setAccessibleDescription(described);
+  }
 }
 
 bool CWindowGrid::PutCameras(int window_no, const QVector<DraftCamera>& cameras) {

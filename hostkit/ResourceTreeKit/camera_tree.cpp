@@ -67,9 +67,9 @@ class CCameraTree::Private : public QObject {
   void OnFiltered(const CCameraRows& rows, const std::vector<int>& open);
   bool IsAsShown(const CameraAnswer& answer) const;
   void TakeAnswer(CameraAnswer answer);
-  void Show(const std::function<void()>& make_rows, const std::vector<int>& open);
+  void Show(const std::function<void()>& make_rows, const std::vector<int>& open, const CCameraContent& content);
   QSet<CameraRowKey> RowsToExpand(const std::vector<int>& open);
-  QSet<CameraRowKey> NewRows(const std::vector<int>& open, const CCameraContent& before) const;
+  QSet<CameraRowKey> NewRegions(const std::vector<int>& open, const CCameraContent& content) const;
   QSet<CameraRowKey> FirstExpansion() const;
   void OnSaved(const QString& code, bool favorite, const QString& error);
   void OnFailure();
@@ -116,6 +116,10 @@ void CCameraTree::Private::LoadQuietly() {
 void CCameraTree::Private::OnAnswer() {
   late_.stop();
   CameraAnswer answer = answer_.result();
+  if (quiet_ && loaded && !answer.error.isEmpty()) {  // what stands here stays, and what is said of it
+    Q_EMIT q->SignalLoaded(answer.error);
+    return;
+  }
   error_ = answer.error;
   if (!error_.isEmpty()) {
     OnFailure();
@@ -147,7 +151,7 @@ void CCameraTree::Private::TakeAnswer(CameraAnswer answer) {
 // Where rows stand the notice has no room.
 void CCameraTree::Private::OnFailure() {
   UpdateNotice();
-  if (notice_->Text().isEmpty() && q->isVisible() && !quiet_) {
+  if (notice_->Text().isEmpty() && q->isVisible()) {
     tarn_ui_data_controller::CNomalMessageManager::Instance().ShowMessage(q->window(), error_, 1);
   }
   Q_EMIT q->SignalLoaded(error_);
@@ -175,7 +179,7 @@ void CCameraTree::Private::OnFiltered(const CCameraRows& rows, const std::vector
           model->SetRows(rows);
         }
       },
-      open);
+      open, answer ? *answer->content : model->Content());
   loaded = true;
   const bool filtered = std::exchange(shown_text_, text) != text || !text.isEmpty();
   UpdateNotice();
@@ -189,24 +193,26 @@ void CCameraTree::Private::OnFiltered(const CCameraRows& rows, const std::vector
 }
 
 // The rows come anew all at once, which costs far less than taking out and putting in thousands one after the other.
-void CCameraTree::Private::Show(const std::function<void()>& make_rows, const std::vector<int>& open) {
+void CCameraTree::Private::Show(const std::function<void()>& make_rows, const std::vector<int>& open,
+                                const CCameraContent& content) {
   const bool same_text = loaded && shown_text_ == text;
   const QSet<CameraRowKey> expanded = loaded ? CCameraTreeState::Expanded(*q, *model) : QSet<CameraRowKey>();
   if (shown_text_.isEmpty() && loaded) {
     expanded_ = expanded;
   }
-  const std::shared_ptr<const CCameraContent> before = model->SharedContent();
+  const QSet<CameraRowKey> fresh = same_text ? NewRegions(open, content) : QSet<CameraRowKey>();
   const CCameraTreeState state = CCameraTreeState::Take(*q, *model);
   make_rows();
-  CCameraTreeState::Expand(q, *model, same_text ? expanded + NewRows(open, *before) : RowsToExpand(open));
+  CCameraTreeState::Expand(q, *model, same_text ? expanded + fresh : RowsToExpand(open));
   state.Restore(q, *model, same_text ? CCameraTreeState::kStay : CCameraTreeState::kShowCurrent);
 }
 
-QSet<CameraRowKey> CCameraTree::Private::NewRows(const std::vector<int>& open, const CCameraContent& before) const {
+// Those of `open` that have no row yet. Before the rows of `content` stand in the model.
+QSet<CameraRowKey> CCameraTree::Private::NewRegions(const std::vector<int>& open, const CCameraContent& content) const {
   QSet<CameraRowKey> keys;
   for (const int node : open) {
-    const CameraRowKey key = model->KeyOf(model->IndexOfNode(node));
-    if (before.RegionNode(key.code) == 0) {
+    const CameraRowKey key{CameraRowKey::kRegion, content.At(node).code};
+    if (!model->Find(key).isValid()) {
       keys.insert(key);
     }
   }
@@ -239,7 +245,9 @@ QSet<CameraRowKey> CCameraTree::Private::FirstExpansion() const {
 
 void CCameraTree::Private::UpdateNotice() {
   notice_->ShowText(NoticeText(), !error_.isEmpty() && !answer_.isRunning());
-  q->setAccessibleDescription(notice_->Text());
+  if (q->accessibleDescription() != notice_->Text()) {  // each call is read out
+    q->setAccessibleDescription(notice_->Text());
+  }
 }
 
 QString CCameraTree::Private::NoticeText() const {

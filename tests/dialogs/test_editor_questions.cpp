@@ -181,6 +181,15 @@ void EditorQuestionsTest::AbilitiesAreFetchedOnce() {
   QCOMPARE(*abilities.Streams(camera), (QVector<int>{0, 1}));
   QCOMPARE(abilities.Presets(camera)->at(0).name, QString("Door"));
   QCOMPARE(Services().Count("GetStreamAbility") + Services().Count("GetPresets"), 2);
+  Services().Hold("GetPresets");
+  abilities.Doubt();
+  abilities.Ask(camera);
+  QVERIFY(Services().WaitUntilHeld("GetPresets"));
+  abilities.Doubt();  // the question under way was put too early
+  abilities.Ask(camera);
+  Services().ReleaseAll();
+  QTRY_COMPARE(presets.size(), 3);
+  QCOMPARE(Services().Count("GetPresets"), 3);
   for (const auto& call : Services().Calls()) {
     QVERIFY2(!call.on_gui_thread || (call.name != "GetStreamAbility" && call.name != "GetPresets"), "the GUI was held");
   }

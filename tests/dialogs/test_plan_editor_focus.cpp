@@ -36,14 +36,17 @@ void PlanEditorFocusTest::AnswersLeaveTheFocusWhereTheUserIs() {
   QLineEdit search(&stage.window);
   search.show();
   auto* name = stage.Find<QLineEdit>("plan_name_edit");
-  for (const bool elsewhere : {true, false}) {
+  // Left where the editor has put it, in another part of the window, or on the button that stays enabled.
+  for (QWidget* user : {static_cast<QWidget*>(stage.editor.get()), static_cast<QWidget*>(&search),
+                        stage.Find<QWidget>("cancel_plan_btn")}) {
+    const bool elsewhere = user != stage.editor.get();
     Services().Hold("GetPlanDetail");
     stage.editor->OpenPlan(fixture_.Code("Night patrol"));
     QVERIFY(Services().WaitUntilHeld("GetPlanDetail"));
-    elsewhere ? search.setFocus() : stage.editor->setFocus();
+    user->setFocus();
     Services().ReleaseAll();
     QTRY_COMPARE(name->text(), QString("Night patrol"));
-    QCOMPARE(QApplication::focusWidget(), elsewhere ? &search : name);
+    QCOMPARE(QApplication::focusWidget(), elsewhere ? user : name);
 
     name->setText("Mine");
     stage.Grid().setFocus();
@@ -52,11 +55,11 @@ void PlanEditorFocusTest::AnswersLeaveTheFocusWhereTheUserIs() {
     stage.editor->Save();
     QVERIFY(Services().WaitUntilHeld("UpdatePlan"));
     if (elsewhere) {
-      search.setFocus();
+      user->setFocus();
     }
     Services().ReleaseAll();
     QTRY_VERIFY(IsIdle(stage));
-    QCOMPARE(QApplication::focusWidget(), elsewhere ? static_cast<QWidget*>(&search) : &stage.Grid());
+    QCOMPARE(QApplication::focusWidget(), elsewhere ? user : &stage.Grid());
     Services().Mend("UpdatePlan");
   }
 }

@@ -494,6 +494,16 @@ void CameraTreeTest::RenewsWithoutMovingAnything() {
   renew();
   QCOMPARE(loaded[0][0].toString(), QString("gone fishing"));
   QVERIFY(told.isEmpty() && Row("CAM 188").isValid());
+  Filter("fence");
+  QCOMPARE(Notice(), QString("No hit"));
+  renew();
+  QCOMPARE(Notice(), QString("No hit"));
+  site->FailWith({});
+  site->Change([](auto& cameras) { cameras.push_back({"502", "Fence", "2", true}); });
+  renew();
+  for (QModelIndex above = Row("Fence").parent(); above.isValid(); above = above.parent()) {
+    QVERIFY(tree_->isExpanded(above));  // a hit that comes in is in sight
+  }
 }
 
 void CameraTreeTest::NamesAreNoMarkup() {
