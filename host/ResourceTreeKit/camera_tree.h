@@ -29,7 +29,8 @@ class TARN_HOST_EXPORT CCameraTree : public MarUIControl::CTreeView {
   /// A failure leaves the rows as they are; where there are any, a message tells of it, else a notice in their place.
   void Reload();
   /// The same in the background: a failure is not told, and while the cameras are being loaded anyway nothing happens.
-  /// What has not changed stays as it is; else expanded and selected rows and the place in the list stay.
+  /// What has not changed stays as it is; else expanded and selected rows and the place in the list stay. Under a
+  /// pressed mouse button or an open menu nothing changes.
   void Renew();
   bool IsLoaded() const;
   /// Case-insensitive part of a camera's or region's name; an empty text shows everything. What is above a hit stays.

@@ -1,5 +1,6 @@
 #include "ResourceTreeKit/camera_tree.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QFutureWatcher>
 #include <QKeyEvent>
@@ -65,6 +66,7 @@ class CCameraTree::Private : public QObject {
                    QVector<CCameraItemInfo>* cameras) const;
   void OnAnswer();
   void OnFiltered(const CCameraRows& rows, const std::vector<int>& open);
+  static bool IsInUse();
   bool IsAsShown(const CameraAnswer& answer) const;
   void TakeAnswer(CameraAnswer answer);
   void Show(const std::function<void()>& make_rows, const std::vector<int>& open, const CCameraContent& content);
@@ -116,7 +118,7 @@ void CCameraTree::Private::LoadQuietly() {
 void CCameraTree::Private::OnAnswer() {
   late_.stop();
   CameraAnswer answer = answer_.result();
-  if (quiet_ && loaded && !answer.error.isEmpty()) {  // what stands here stays, and what is said of it
+  if (quiet_ && loaded && (!answer.error.isEmpty() || IsInUse())) {  // what stands here stays, and what is said of it
     Q_EMIT q->SignalLoaded(answer.error);
     return;
   }
@@ -131,6 +133,11 @@ void CCameraTree::Private::OnAnswer() {
     return;
   }
   TakeAnswer(std::move(answer));
+}
+
+// A drag or a menu belongs to the rows as they are.
+bool CCameraTree::Private::IsInUse() {
+  return QApplication::mouseButtons() != Qt::NoButton || QApplication::activePopupWidget();
 }
 
 bool CCameraTree::Private::IsAsShown(const CameraAnswer& answer) const {
