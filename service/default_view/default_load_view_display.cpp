@@ -61,6 +61,7 @@ class CDefaultLoadViewDisplay::Private {
   void Seek();
   void FetchWay();
   void OnWay(const PlanWay& found);
+  bool IsStoredElsewhere(const PlanWay& found) const;
   void OnExpanded(const QString& group, bool loaded);
   static QString NotOffered();
   void GiveUp(const QString& why);
@@ -167,11 +168,18 @@ void CDefaultLoadViewDisplay::Private::OnWay(const PlanWay& found) {
     stored = wanted = RequestOf(none);
     is_stored_known = true;
     Show(none);
+  } else if (was_shown && IsStoredElsewhere(found)) {
+    q->SelectView(stored.type, stored.index_code);
   } else if (was_shown || is_stored) {
     GiveUp(found.error.isEmpty() ? NotOffered() : tr("The default view cannot be shown: %1").arg(found.error));
   } else {
     GiveUp(QString());  // a code that nobody has stored
   }
+}
+
+// What vanished was chosen and never saved, so the default view is as it was.
+bool CDefaultLoadViewDisplay::Private::IsStoredElsewhere(const PlanWay& found) const {
+  return is_stored_known && found.default_view == stored.index_code && stored.index_code != wanted.index_code;
 }
 
 void CDefaultLoadViewDisplay::Private::OnExpanded(const QString& group, bool loaded) {

@@ -34,7 +34,8 @@ class TARNPLANVIEW_EXPORT CDefaultLoadViewDisplay : public QWidget {
   bool ReadDefaultView();
   /// Chooses the row of this plan (resource type 16000) or group (16001), or the one for no default view (any other
   /// type). A row that is not loaded yet is loaded, which takes a while; a code that nothing has leaves the choice as
-  /// it is. So does a failure, of which the controller tells; the row is then shown should it come later.
+  /// it is. So does a failure, of which the controller tells; the row is then shown should it come later. When a chosen
+  /// row vanishes that was not saved, what is stored is chosen again.
   void SelectView(int32_t type, const std::string& code);
   /// Stores the chosen row. False without a controller or a chosen row, when the host fails, and while the chosen row
   /// is still being looked for.

@@ -44,6 +44,8 @@ class DefaultViewTest : public TarnTest::CPlanTest {
   void PlanThatIsNotOfferedEndsTheSearch();
   void LoadingAllAgainAfterAFailure();
   void FollowsDeletionsMovesAndReloads();
+  void UnsavedChoiceThatVanishesGivesWayToTheStored_data();
+  void UnsavedChoiceThatVanishesGivesWayToTheStored();
   void FailedCallsAreNoDeletions_data();
   void FailedCallsAreNoDeletions();
   void ChoosesByKeys();
@@ -352,6 +354,44 @@ void DefaultViewTest::FollowsDeletionsMovesAndReloads() {
   QTRY_COMPARE(Chosen(), QString("No default view"));
   QCOMPARE(Stored().index_code, std::string("-3"));
   QVERIFY(!chooser_->IsChanged());
+}
+
+void DefaultViewTest::UnsavedChoiceThatVanishesGivesWayToTheStored_data() {
+  QTest::addColumn<QString>("stored");
+  QTest::addColumn<QString>("choice");
+  QTest::newRow("plan after plan") << "C1 plan 2"
+                                   << "Public root plan";
+  QTest::newRow("group after plan") << "C1 plan 2"
+                                    << "Public B";
+  QTest::newRow("plan after group") << "A1"
+                                    << "Own root plan";
+}
+
+void DefaultViewTest::UnsavedChoiceThatVanishesGivesWayToTheStored() {
+  QFETCH(QString, stored);
+  QFETCH(QString, choice);
+  Begin({{"create_under_root", 1}});
+  Store(stored == "A1" ? kGroup : kPlan, Code(stored));
+  QVERIFY(chooser_->ReadDefaultView());
+  chooser_->SelectView(chooser_->GetResourceType(), chooser_->GetIndexCode());
+  QTRY_COMPARE(Chosen(), stored);
+  Choose(choice);
+  QVERIFY(chooser_->IsChanged());
+  QSignalSpy tips(controller_.get(), &CStandardViewController::signalShowMessage);
+  if (choice == "Public B") {
+    controller_->DeletePlanGroupByIndex(Row(choice));
+  } else {
+    controller_->DeletePlanByIndex(Row(choice));
+  }
+  QTRY_COMPARE(Chosen(), stored);
+  QVERIFY(!chooser_->IsChanged());
+  CViewModelDataManager::Instance().OnUpdateViewModelData();
+  CPlanFixture::Drain();
+  QTRY_COMPARE(Chosen(), stored);
+  QCOMPARE(tips.count(), 1);  // of the deletion itself
+  QCOMPARE(tips.first().at(1).toInt(), int(MarUIControl::CNomalMessage::Success));
+  Choose("No default view");
+  QVERIFY(chooser_->IsChanged() && chooser_->SaveChosenView());
 }
 
 void DefaultViewTest::FailedCallsAreNoDeletions_data() {
