@@ -7,10 +7,9 @@
 #include <QTime>
 #include <utility>
 
-#include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
-#include "plans/off_thread.h"
 #include "plans/plan_family.h"
+#include "plans/plan_inquiry.h"
 #include "plans/playing_mark.h"
 #include "wall/live_wall.h"
 
@@ -32,7 +31,10 @@ constexpr int kNextPlanMs = 1500;  // by then the helper has looked whether anot
 }  // namespace
 
 CPlanPlayer::CPlanPlayer(CLiveWall* wall, QObject* parent)
-    : QObject(parent), wall_(wall), mark_(new CPlayingMark(this)) {
+    : QObject(parent),
+      wall_(wall),
+      mark_(new CPlayingMark(this)),
+      inquiry_(new CPlanInquiry(this, [this](const GetPlanDetailResponse& plan) { OnSeen(plan); })) {
   qRegisterMetaType<PlayOrigin>("TarnClient::PlayOrigin");
   end_check_.setInterval(kEndCheckMs);
   connect(&end_check_, &QTimer::timeout, this, &CPlanPlayer::CheckAutomaticEnd);
@@ -56,6 +58,7 @@ void CPlanPlayer::Attach(CPlanFamily* family) {
       controller_ = controller;
     }
     connect(controller, &CStandardViewController::SignalPlayPlanView, this, &CPlanPlayer::OnDetail);
+    controller->SetPlayListener(this, [this](const std::string& code) { OnFetched(code); });
   }
   mark_->Watch(family);
 }
@@ -65,6 +68,19 @@ void CPlanPlayer::OnWanted(const QVariant& plan) {
   const std::string code = QStringToString(plan.toMap().value(QStringLiteral("plan_code")).toString());
   if (code != wanted_ || wanted_by_ == PlayOrigin::DefaultView) {
     Want(code, PlayOrigin::User);
+  }
+  ++on_way_[code];
+}
+
+// Whether it has come or failed; but the plan may have been asked for once more since.
+void CPlanPlayer::OnFetched(const std::string& code) {
+  const auto fetches = on_way_.find(code);
+  if (fetches == on_way_.end() || --fetches->second > 0) {
+    return;
+  }
+  on_way_.erase(fetches);
+  if (code == wanted_) {
+    wanted_.clear();
   }
 }
 
@@ -77,6 +93,7 @@ void CPlanPlayer::Want(const std::string& code, PlayOrigin origin) {
 void CPlanPlayer::Play(const std::string& code, PlayOrigin origin) {
   if (controller_) {
     Want(code, origin);
+    ++on_way_[code];
     controller_->PlayPlanViewByIndexCode(code);
   }
 }
@@ -111,34 +128,23 @@ void CPlanPlayer::OnDetail(const GetPlanDetailResponse& plan) {
 }
 
 void CPlanPlayer::OnAutomaticStart(const GetPlanDetailResponse& plan) {
+  inquiry_->Drop();
   if (wall_->IsPlaying() && !GivesWay()) {
     return;
   }
+  // The helper keeps the plan that it knows while it gets no answer: after a switch of user that may be one which only
+  // the last user can see.
   if (user_switched_ && plan.type != TarnPlanView::PublicTheme) {
-    ShowIfOfThisUser(plan);
+    inquiry_->Begin(plan);
     return;
   }
   Show(plan, PlayOrigin::Automatic);
   WatchAutomaticEnd(plan.end_time);
 }
 
-// The helper keeps the plan that it knows while it gets no answer: after a switch of user that may be one which only
-// the last user can see.
-void CPlanPlayer::ShowIfOfThisUser(const GetPlanDetailResponse& plan) {
-  RunOffThread(
-      this,
-      [code = plan.index_code] {
-        view_plugin_protocol::GetPlanDetailRequest request;
-        request.plan_index_code = code;
-        GetPlanDetailResponse response;
-        return LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, response);
-      },
-      [this, plan, user = user_no_](bool is_seen) {
-        if (is_seen && user == user_no_) {
-          user_switched_ = false;
-          OnAutomaticStart(plan);
-        }
-      });
+void CPlanPlayer::OnSeen(const GetPlanDetailResponse& plan) {
+  user_switched_ = false;
+  OnAutomaticStart(plan);
 }
 
 // No stop is announced when the plan vanishes in mid-run or was stopped, so its end is kept here, also for the plan
@@ -156,11 +162,16 @@ void CPlanPlayer::WatchAutomaticEnd(const std::string& end) {
 void CPlanPlayer::CheckAutomaticEnd() {
   const bool was_past_end = std::exchange(is_past_end_, CPlanClock::Now() >= automatic_end_);
   if (was_past_end && is_past_end_) {
-    OnAutomaticStop();
+    EndAutomatic();
   }
 }
 
 void CPlanPlayer::OnAutomaticStop() {
+  inquiry_->Drop();
+  EndAutomatic();
+}
+
+void CPlanPlayer::EndAutomatic() {
   end_check_.stop();
   CAutoPlanHelper::Instance().CheckAutoRunPlan();  // the next one may be due now, long before the helper asks by itself
   if (ShowsAutomatic()) {
@@ -171,14 +182,22 @@ void CPlanPlayer::OnAutomaticStop() {
   }
 }
 
+// A wish that is on its way may fail yet, so it is waited for.
 void CPlanPlayer::OnNoNextPlan() {
-  if (!IsBusy()) {
+  if (wall_->IsPlaying()) {
+    return;
+  }
+  if (IsBusy()) {
+    AwaitNextPlan();
+  } else {
     Q_EMIT SignalAutomaticOver();
   }
 }
 
 void CPlanPlayer::Stop() {
   wanted_.clear();
+  inquiry_->Drop();
+  next_plan_.stop();
   if (wall_->IsPlaying()) {
     wall_->Stop();
   } else {
@@ -188,12 +207,18 @@ void CPlanPlayer::Stop() {
 
 void CPlanPlayer::ForgetUser() {
   user_switched_ = true;
-  ++user_no_;
+  const auto unanswered = inquiry_->Take();
   Stop();
+  if (unanswered) {
+    inquiry_->Begin(*unanswered);  // the helper announces it no more today, and it may be this user's
+  }
 }
 
 void CPlanPlayer::Show(const GetPlanDetailResponse& plan, PlayOrigin origin) {
   shown_by_ = origin;
+  if (!GivesWay()) {
+    inquiry_->Drop();
+  }
   if (origin != PlayOrigin::Automatic || wanted_by_ == PlayOrigin::DefaultView) {
     wanted_.clear();  // the user's wish that is still on its way takes the place of an automatic plan
   }
@@ -221,6 +246,8 @@ void CPlanPlayer::OnWallChanged() {
   shown_by_ = PlayOrigin::User;
   if (!ends_by_time_) {
     wanted_.clear();
+    inquiry_->Drop();
+    next_plan_.stop();
     Q_EMIT SignalStopped();
   }
 }

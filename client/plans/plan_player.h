@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QTimer>
 #include <QVariant>
+#include <map>
 #include <string>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
@@ -18,6 +19,7 @@ namespace TarnClient {
 
 class CLiveWall;
 class CPlanFamily;
+class CPlanInquiry;
 class CPlayingMark;
 
 /// Decides what plays: what the user asked for last, else the automatic plan during its time, else the default view.
@@ -45,6 +47,9 @@ class CPlanPlayer : public QObject {
   void Stop();
   /// Another user has logged in: stops, and no timed plan of the last user's own starts any more.
   void ForgetUser();
+  /// Something is still on its way of which this object knows nothing: SignalAutomaticOver() comes again a moment later
+  /// unless something plays by then or the user has stopped.
+  void AwaitNextPlan() { next_plan_.start(); }
 
  Q_SIGNALS:
   /// The user has asked for a plan; it may still be on its way.
@@ -53,28 +58,32 @@ class CPlanPlayer : public QObject {
   void SignalPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, TarnClient::PlayOrigin origin);
   /// Everything was stopped. Not at the end of an automatic plan: what the user wants meanwhile goes on.
   void SignalStopped();
-  /// A moment ago an automatic plan has ended; nothing has come in its place, and nothing is on its way.
+  /// A while ago an automatic plan has ended; nothing has come in its place, and no wish is on its way any more.
   void SignalAutomaticOver();
 
  private:
   void OnWanted(const QVariant& plan);
+  void OnFetched(const std::string& code);
   void Want(const std::string& code, PlayOrigin origin);
   void OnDetail(const view_plugin_protocol::GetPlanDetailResponse& plan);
   void OnAutomaticStart(const view_plugin_protocol::GetPlanDetailResponse& plan);
   void OnAutomaticStop();
+  void OnSeen(const view_plugin_protocol::GetPlanDetailResponse& plan);
+  void EndAutomatic();
   void WatchAutomaticEnd(const std::string& end);
   void CheckAutomaticEnd();
   void OnNoNextPlan();
   bool GivesWay() const;
-  void ShowIfOfThisUser(const view_plugin_protocol::GetPlanDetailResponse& plan);
   void Show(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
   void Record(const std::string& name, PlayOrigin origin);
   void OnWallChanged();
 
   CLiveWall* const wall_;
   CPlayingMark* const mark_;
+  CPlanInquiry* const inquiry_;  // about a timed plan that may be the last user's
   QPointer<TarnPlanView::CStandardViewController> controller_;
   std::string wanted_;
+  std::map<std::string, int> on_way_;  // fetches of each plan whose answers have not come yet
   PlayOrigin wanted_by_ = PlayOrigin::User;
   PlayOrigin shown_by_ = PlayOrigin::User;
   QDateTime automatic_end_;
@@ -83,7 +92,6 @@ class CPlanPlayer : public QObject {
   bool is_past_end_ = false;    // the last look at the clock was the first one after the end
   bool ends_by_time_ = false;   // the wall is being emptied because the automatic plan's time is over
   bool user_switched_ = false;  // and no own plan of the new user has started by itself yet
-  int user_no_ = 0;             // counts the switches
 };
 
 }  // namespace TarnClient

@@ -238,7 +238,9 @@ void CMainWindow::OnDefaultView(const QString& code, int type) {
 
 // Anew, since another one may have been chosen or its plan been deleted in the meantime.
 void CMainWindow::OnAutomaticOver() {
-  if (default_view_stands_ && !cycle_->IsRunning()) {
+  if (cycle_->IsRunning()) {
+    player_->AwaitNextPlan();  // its first plan has not come, and may fail yet
+  } else if (default_view_stands_) {
     OpenDefaultView();
   }
 }

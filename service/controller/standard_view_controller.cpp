@@ -142,6 +142,8 @@ void getSubPlanGroupListThread(std::promise<bool> result, const std::string& cod
 
 struct CStandardViewController::CStandardViewControllerData {
   CStandardPlanModel* model;
+  QPointer<QObject> play_listener;
+  std::function<void(const std::string& code)> play_answered;
 };
 
 /// What a fetch of a node's children brought.
@@ -322,13 +324,23 @@ void CStandardViewController::downloadPlanInfoThread(const std::string& indexCod
   GetPlanDetailRequest request;
   request.plan_index_code = indexCode;
   request.play = true;
-  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::GetPlanDetail, request), [this](const auto& answer) {
+  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::GetPlanDetail, request), [this, indexCode](const auto& answer) {
+    const QPointer<CStandardViewController> alive(this);
     if (answer.ok) {
       Q_EMIT SignalPlayPlanView(answer.response);
     } else {
       showFailure(answer.response.error_info);
     }
+    if (alive && data_->play_listener) {
+      data_->play_answered(indexCode);
+    }
   });
+}
+
+void CStandardViewController::SetPlayListener(QObject* listener,
+                                              const std::function<void(const std::string& code)>& answered) {
+  data_->play_listener = listener;
+  data_->play_answered = answered;
 }
 
 void CStandardViewController::GetPlanInfoByIndexCode(const std::string& indexCode) {

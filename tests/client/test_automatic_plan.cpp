@@ -38,6 +38,8 @@ class AutomaticPlanTest : public TarnTest::CClientDesk {
   void TakesThePlaceOfTheDefaultView();
   void WhatWasThereBeforeComesBack_data();
   void WhatWasThereBeforeComesBack();
+  void AFailedWishKeepsNothingAway_data();
+  void AFailedWishKeepsNothingAway();
   void AVanishedPlanStopsAtItsEnd();
   void StopIsAnnouncedWhicheverClockTicksFirst();
   void ChangedTimesTakeEffect_data();
@@ -46,6 +48,10 @@ class AutomaticPlanTest : public TarnTest::CClientDesk {
   void FollowsAnotherTimedPlanAfterAStop();
   void AnotherUserHasOtherPlans();
   void AnotherUserGetsNoOwnPlansOfTheFirst();
+  void AnUnansweredPlanStartsLate_data();
+  void AnUnansweredPlanStartsLate();
+  void WhatComesBeforeTheAnswer_data();
+  void WhatComesBeforeTheAnswer();
 
  private:
   void Begin();
@@ -56,6 +62,8 @@ class AutomaticPlanTest : public TarnTest::CClientDesk {
   void StoreDefaultView(const QString& name, int type);
   void Schedule(const QString& plan, const QString& begin, const QString& end);
   void Delete(const QString& plan);
+  /// A timed own plan of a user who has just logged in again.
+  void BeginAfterSwitch();
   std::vector<AddPlanLogRequestParam> Logged() { return fixture_.Services().Requests<AddPlanLogRequestParam>(); }
 
   QDateTime Now() const { return QDateTime::fromMSecsSinceEpoch(time_); }
@@ -343,6 +351,56 @@ void AutomaticPlanTest::WhatWasThereBeforeComesBack() {
   QTRY_COMPARE(Wall().PlanName(), afterwards);
 }
 
+void AutomaticPlanTest::AFailedWishKeepsNothingAway_data() {
+  QTest::addColumn<QString>("wish");
+  QTest::addColumn<bool>("at_the_end");
+  QTest::newRow("plan that failed before") << "plan" << false;
+  QTest::newRow("plan that fails after the end") << "plan" << true;
+  QTest::newRow("plan of the panel that failed before") << "panel" << false;
+  QTest::newRow("plan of the panel that fails after the end") << "panel" << true;
+  QTest::newRow("group that fails after the end") << "group" << true;
+}
+
+void AutomaticPlanTest::AFailedWishKeepsNothingAway() {
+  QFETCH(QString, wish);
+  QFETCH(bool, at_the_end);
+  Begin();
+  Schedule("A1 plan 2", "09:00:00", "10:00:00");
+  StoreDefaultView("Public B plan 2", 16000);
+  window_->OpenDefaultView();
+  QTRY_COMPARE(Wall().PlanName(), QString("Public B plan 2"));
+  if (at_the_end) {
+    At("09:00:00");
+    QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
+  }
+  ForgetTips();
+  fixture_.Services().Hold("GetPlanDetail");
+  if (wish == "plan") {
+    window_->Player().Play(Code("Public A plan 2"));
+  } else if (wish == "panel") {
+    window_->Family(0).Panel()->PlayPlanByString(fixture_.Code("Public A plan 2"), false);
+  } else {
+    Q_EMIT window_->Family(0).Panel()->SignalPlanGroupCycle(fixture_.Code("Public A"), 20);
+  }
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
+  if (at_the_end) {
+    At("10:00:00");
+    TickPlayer(kNextPlanMs);
+    QVERIFY(!Wall().IsPlaying());
+  }
+  fixture_.Services().Fail("GetPlanDetail", "The line is down");
+  fixture_.Services().ReleaseAll();
+  QTRY_COMPARE(Tip(), QString("The line is down"));
+  fixture_.Services().Mend("GetPlanDetail");
+  if (!at_the_end) {
+    At("09:00:00");
+    QCOMPARE(Wall().PlanName(), QString("A1 plan 2"));
+    At("10:00:00");
+  }
+  TickPlayer(kNextPlanMs);
+  QTRY_COMPARE(Wall().PlanName(), QString("Public B plan 2"));
+}
+
 void AutomaticPlanTest::AVanishedPlanStopsAtItsEnd() {
   Begin();
   Schedule("A1 plan 2", "09:00:00", "23:59:58");
@@ -475,12 +533,101 @@ void AutomaticPlanTest::AnotherUserGetsNoOwnPlansOfTheFirst() {
   TarnTest::CPlanFixture::Drain();
   QVERIFY(!Wall().IsPlaying());
   fixture_.Services().Mend("GetPlanDetail");
+  TickPlayer();
+  TarnTest::CPlanFixture::Drain();
+  QVERIFY(!Wall().IsPlaying());
   window_->SwitchUser("operator");
   WaitForPlans();
-  CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
+  TickPlayer();
+  QTRY_COMPARE(Wall().PlanName(), QString("Own C plan 2"));  // the same day, though it was announced once only
+  At("10:00:00");
+  QVERIFY(!Wall().IsPlaying());
   NextDay();
+  CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
   At("09:00:00");
   QTRY_COMPARE(Wall().PlanName(), QString("Own C plan 2"));
+}
+
+void AutomaticPlanTest::BeginAfterSwitch() {
+  Begin();
+  Schedule("Own C plan 2", "09:00:00", "10:00:00");
+  for (const char* user : {"viewer", "operator"}) {
+    window_->SwitchUser(user);
+    WaitForPlans();
+  }
+  CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
+}
+
+void AutomaticPlanTest::AnUnansweredPlanStartsLate_data() {
+  QTest::addColumn<QString>("answered");
+  QTest::addColumn<bool>("starts");
+  QTest::newRow("at once") << "09:00:01" << true;
+  QTest::newRow("last second") << "09:59:59" << true;
+  QTest::newRow("past its end") << "10:00:00" << false;
+}
+
+void AutomaticPlanTest::AnUnansweredPlanStartsLate() {
+  QFETCH(QString, answered);
+  QFETCH(bool, starts);
+  BeginAfterSwitch();
+  fixture_.Services().Fail("GetPlanDetail", "The line is down");
+  At("09:00:00");
+  CPlanFixture::Drain();
+  QVERIFY(!Wall().IsPlaying());
+  Set(Now().date(), QTime::fromString(answered));
+  fixture_.Services().Mend("GetPlanDetail");
+  TickPlayer();
+  CPlanFixture::Drain();
+  QCOMPARE(Wall().PlanName(), QString(starts ? "Own C plan 2" : ""));
+  At("10:00:00");
+  QVERIFY(!Wall().IsPlaying());
+}
+
+void AutomaticPlanTest::WhatComesBeforeTheAnswer_data() {
+  QTest::addColumn<QString>("meanwhile");
+  QTest::addColumn<QString>("afterwards");
+  QTest::newRow("nothing") << QString() << "Own C plan 2";
+  QTest::newRow("default view") << "default view"
+                                << "Own C plan 2";
+  QTest::newRow("another timed plan") << "timed"
+                                      << "A1 plan 2";
+  QTest::newRow("a plan of the user's") << "play"
+                                        << "Public B plan 2";
+  QTest::newRow("the user stops") << "escape" << QString();
+  QTest::newRow("its end") << "end" << QString();
+  QTest::newRow("its end is announced") << "announced end" << QString();
+  QTest::newRow("another user") << "switch" << QString();
+}
+
+void AutomaticPlanTest::WhatComesBeforeTheAnswer() {
+  QFETCH(QString, meanwhile);
+  QFETCH(QString, afterwards);
+  BeginAfterSwitch();
+  fixture_.Services().Hold("GetPlanDetail");
+  At("09:00:00");
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
+  if (meanwhile == "default view") {
+    window_->Player().PlayOfCycle(Stored("Public B plan 2"), TarnClient::PlayOrigin::DefaultView);
+  } else if (meanwhile == "timed") {
+    GetPlanDetailResponse plan = Stored("A1 plan 2");
+    plan.end_time = "09:30:00";
+    Q_EMIT CAutoPlanHelper::Instance().signalStartPlanAutoRun(plan);
+  } else if (meanwhile == "play") {
+    window_->Player().PlayOfCycle(Stored("Public B plan 2"), TarnClient::PlayOrigin::GroupCycle);
+  } else if (meanwhile == "escape") {
+    QTest::keyClick(&Wall(), Qt::Key_Escape);
+  } else if (meanwhile == "end") {
+    Set(Now().date(), QTime(10, 0));
+  } else if (meanwhile == "announced end") {
+    Q_EMIT CAutoPlanHelper::Instance().signalStopPlanAutoRun();
+  } else if (meanwhile == "switch") {
+    window_->SwitchUser("viewer");
+  }
+  fixture_.Services().ReleaseAll();
+  WaitForPlans();
+  TickPlayer();
+  CPlanFixture::Drain();
+  QCOMPARE(Wall().PlanName(), afterwards);
 }
 
 QTEST_MAIN(AutomaticPlanTest)
