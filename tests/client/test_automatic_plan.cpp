@@ -40,6 +40,7 @@ class AutomaticPlanTest : public TarnTest::CClientDesk {
   void WhatWasThereBeforeComesBack();
   void AFailedWishKeepsNothingAway_data();
   void AFailedWishKeepsNothingAway();
+  void AWishAskedForTwiceOutlivesOneFailure();
   void AVanishedPlanStopsAtItsEnd();
   void StopIsAnnouncedWhicheverClockTicksFirst();
   void ChangedTimesTakeEffect_data();
@@ -398,6 +399,23 @@ void AutomaticPlanTest::AFailedWishKeepsNothingAway() {
     At("10:00:00");
   }
   TickPlayer(kNextPlanMs);
+  QTRY_COMPARE(Wall().PlanName(), QString("Public B plan 2"));
+}
+
+void AutomaticPlanTest::AWishAskedForTwiceOutlivesOneFailure() {
+  Begin();
+  auto& services = fixture_.Services();
+  services.Fail("GetPlanDetail", "The line is down");
+  services.Hold("GetPlanDetail", TarnTest::CRecordingServices::AfterCall);
+  window_->Player().Play(Code("Public B plan 2"));
+  QVERIFY(services.WaitUntilHeld("GetPlanDetail"));
+  services.Mend("GetPlanDetail");
+  services.Hold("GetPlanDetail");  // the first one may go when it looks again
+  window_->Player().Play(Code("Public B plan 2"));
+  QVERIFY(services.WaitUntilHeld("GetPlanDetail", 2));
+  services.Release("nothing");
+  QTRY_COMPARE(Tip(), QString("The line is down"));
+  services.ReleaseAll();
   QTRY_COMPARE(Wall().PlanName(), QString("Public B plan 2"));
 }
 
