@@ -19,6 +19,8 @@ namespace {
 
 constexpr int kSmoothStream = 2;
 constexpr int kNoPreset = 0;
+constexpr int kStreamWidth = 140;  // the longest word for a stream; the rest of the row is the name's
+constexpr int kPresetWidth = 132;
 constexpr int kRest = 200;  // ms
 
 bool Has(const QVector<QPair<int, QString>>& choices, int value) {
@@ -34,8 +36,8 @@ CWindowSettings::CWindowSettings(CPlanDocument* document, const CWindowText* tex
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(8);
   row->addWidget(title_, 1);
-  stream_ = MakeBox("stream_box", tr("Stream"));
-  preset_ = MakeBox("preset_box", tr("Preset"));
+  stream_ = MakeBox("stream_box", tr("Stream"), kStreamWidth);
+  preset_ = MakeBox("preset_box", tr("Preset"), kPresetWidth);
   row->addWidget(stream_);
   row->addWidget(preset_);
   connect(stream_, QOverload<int>::of(&QComboBox::activated), this, [this](int place) {
@@ -52,14 +54,14 @@ CWindowSettings::CWindowSettings(CPlanDocument* document, const CWindowText* tex
   Renew();
 }
 
-QComboBox* CWindowSettings::MakeBox(const char* name, const QString& label) {
+QComboBox* CWindowSettings::MakeBox(const char* name, const QString& label, int width) {
   auto* box = new QComboBox(this);
   box->setObjectName(QString::fromLatin1(name));
   box->setAccessibleName(label);
   box->setToolTip(label);
   box->setFocusPolicy(Qt::StrongFocus);
   box->setPlaceholderText(label);
-  box->setFixedWidth(148);
+  box->setFixedWidth(width);
   box->installEventFilter(this);
   return box;
 }

@@ -45,7 +45,7 @@ class CWindowSettings : public QWidget {
  private:
   using Choices = QVector<QPair<int, QString>>;
 
-  QComboBox* MakeBox(const char* name, const QString& label);
+  QComboBox* MakeBox(const char* name, const QString& label, int width);
   void ConnectAbilities();
   const view_plugin_protocol::PlanWindow* Window() const;
   Choices Streams(const view_plugin_protocol::PlanWindow& window) const;
