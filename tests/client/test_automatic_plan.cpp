@@ -1,14 +1,8 @@
 #include <QAbstractButton>
-#include <QAbstractEventDispatcher>
 #include <QSignalSpy>
-#include <QTimerEvent>
 #include <QtTest>
-#include <atomic>
 
-#include "auto_plan_helper.h"
-#include "client_desk.h"
-#include "plan_clock.h"
-#include "standard_view_controller.h"
+#include "automatic_desk.h"
 
 using TarnPlanView::CAutoPlanHelper;
 using TarnTest::CPlanFixture;
@@ -20,12 +14,11 @@ constexpr int kNextPlanMs = 1500;  // how long the player leaves the wall to a t
 
 }  // namespace
 
-// Timed plans from the store to the wall, by a clock that the test sets; ticks are sent, not waited for.
-class AutomaticPlanTest : public TarnTest::CClientDesk {
+// Timed plans from the store to the wall.
+class AutomaticPlanTest : public TarnTest::CAutomaticDesk {
   Q_OBJECT
 
  private Q_SLOTS:
-  void init();
   void StartsAndStopsOnTime();
   void OnceADay();
   void AManualPlayWins();
@@ -47,95 +40,7 @@ class AutomaticPlanTest : public TarnTest::CClientDesk {
   void ChangedTimesTakeEffect();
   void FollowsAnotherTimedPlan();
   void FollowsAnotherTimedPlanAfterAStop();
-  void AnotherUserHasOtherPlans();
-  void AnotherUserGetsNoOwnPlansOfTheFirst();
-  void AnUnansweredPlanStartsLate_data();
-  void AnUnansweredPlanStartsLate();
-  void WhatComesBeforeTheAnswer_data();
-  void WhatComesBeforeTheAnswer();
-
- private:
-  void Begin();
-  /// The clock shows this time, and both the look at the clock and the wall's own come round.
-  void At(const QString& time);
-  void Tick(QObject* object, int interval);
-  void TickPlayer(int interval = 1000);
-  void StoreDefaultView(const QString& name, int type);
-  void Schedule(const QString& plan, const QString& begin, const QString& end);
-  void Delete(const QString& plan);
-  /// A timed own plan of a user who has just logged in again.
-  void BeginAfterSwitch();
-  std::vector<AddPlanLogRequestParam> Logged() { return fixture_.Services().Requests<AddPlanLogRequestParam>(); }
-
-  QDateTime Now() const { return QDateTime::fromMSecsSinceEpoch(time_); }
-  void Set(const QDate& day, const QTime& time) { time_ = QDateTime(day, time).toMSecsSinceEpoch(); }
-  void NextDay() { Set(Now().date().addDays(1), Now().time()); }
-
-  std::atomic<qint64> time_{0};
 };
-
-void AutomaticPlanTest::init() {
-  Set(QDate(2026, 3, 2), QTime(8, 0));
-  now_ = [this] { return Now(); };
-  TarnPlanView::CPlanClock::SetSource(now_);
-}
-
-void AutomaticPlanTest::Begin() {
-  Open({{"load_all", 1}, {"timed_play", 1}});
-  CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
-}
-
-void AutomaticPlanTest::Tick(QObject* object, int interval) {
-  for (const auto& timer : QAbstractEventDispatcher::instance()->registeredTimers(object)) {
-    if (timer.interval == interval) {
-      QTimerEvent event(timer.timerId);
-      QCoreApplication::sendEvent(object, &event);
-    }
-  }
-}
-
-void AutomaticPlanTest::At(const QString& time) {
-  Set(Now().date(), QTime::fromString(time));
-  Tick(&CAutoPlanHelper::Instance(), 1000);
-  TickPlayer();
-}
-
-void AutomaticPlanTest::TickPlayer(int interval) {
-  for (QTimer* timer : window_->Player().findChildren<QTimer*>()) {
-    Tick(timer, interval);
-  }
-}
-
-void AutomaticPlanTest::StoreDefaultView(const QString& name, int type) {
-  ClienDefaultViewConfigRequest request;
-  request.index_code = Code(name);
-  request.type = type;
-  ClienDefaultViewConfigReponse response;
-  QVERIFY(fixture_.Store().SetClientViewConfig(request, response));
-}
-
-void AutomaticPlanTest::Schedule(const QString& plan, const QString& begin, const QString& end) {
-  const GetPlanDetailResponse stored = Stored(plan);
-  UpdatePlanRequest request;
-  request.plan_index_code = stored.index_code;
-  request.plan_name = stored.name;
-  request.index_type = stored.type;
-  request.parent_index_code = stored.group_index_code;
-  request.pages = stored.pages;
-  request.auto_play = !begin.isEmpty();
-  request.begin_time = begin.toStdString();
-  request.end_time = end.toStdString();
-  const int changes = fixture_.Services().Count("UpdatePlan");
-  window_->Family(0).Controller()->UpdatePlanParam(request, plan);
-  QTRY_COMPARE(fixture_.Services().Count("UpdatePlan"), changes + 1);
-  CPlanFixture::Drain();
-}
-
-void AutomaticPlanTest::Delete(const QString& plan) {
-  window_->Family(0).Controller()->DeletePlanByIndex(Row(plan));
-  QTRY_VERIFY(!Row(plan).isValid());
-  CPlanFixture::Drain();
-}
 
 void AutomaticPlanTest::StartsAndStopsOnTime() {
   Begin();
@@ -526,126 +431,6 @@ void AutomaticPlanTest::FollowsAnotherTimedPlanAfterAStop() {
   QVERIFY(!Wall().IsPlaying());
   At("10:00:02");
   QCOMPARE(Wall().PlanName(), QString("A1 plan 10"));
-}
-
-void AutomaticPlanTest::AnotherUserHasOtherPlans() {
-  Begin();
-  Schedule("A1 plan 2", "09:00:00", "10:00:00");
-  At("09:00:00");
-  QVERIFY(Wall().IsPlaying());
-  window_->SwitchUser("viewer");
-  QVERIFY(!Wall().IsPlaying());
-  WaitForPlans();
-  At("10:00:00");
-  QVERIFY(!Wall().IsPlaying());
-}
-
-void AutomaticPlanTest::AnotherUserGetsNoOwnPlansOfTheFirst() {
-  Begin();
-  Schedule("Own C plan 2", "09:00:00", "10:00:00");
-  window_->SwitchUser("viewer");
-  WaitForPlans();
-  fixture_.Services().Fail("GetPlanDetail", "The line is down");
-  CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
-  At("09:00:00");
-  TarnTest::CPlanFixture::Drain();
-  QVERIFY(!Wall().IsPlaying());
-  fixture_.Services().Mend("GetPlanDetail");
-  TickPlayer();
-  TarnTest::CPlanFixture::Drain();
-  QVERIFY(!Wall().IsPlaying());
-  window_->SwitchUser("operator");
-  WaitForPlans();
-  TickPlayer();
-  QTRY_COMPARE(Wall().PlanName(), QString("Own C plan 2"));  // the same day, though it was announced once only
-  At("10:00:00");
-  QVERIFY(!Wall().IsPlaying());
-  NextDay();
-  CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
-  At("09:00:00");
-  QTRY_COMPARE(Wall().PlanName(), QString("Own C plan 2"));
-}
-
-void AutomaticPlanTest::BeginAfterSwitch() {
-  Begin();
-  Schedule("Own C plan 2", "09:00:00", "10:00:00");
-  for (const char* user : {"viewer", "operator"}) {
-    window_->SwitchUser(user);
-    WaitForPlans();
-  }
-  CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
-}
-
-void AutomaticPlanTest::AnUnansweredPlanStartsLate_data() {
-  QTest::addColumn<QString>("answered");
-  QTest::addColumn<bool>("starts");
-  QTest::newRow("at once") << "09:00:01" << true;
-  QTest::newRow("last second") << "09:59:59" << true;
-  QTest::newRow("past its end") << "10:00:00" << false;
-}
-
-void AutomaticPlanTest::AnUnansweredPlanStartsLate() {
-  QFETCH(QString, answered);
-  QFETCH(bool, starts);
-  BeginAfterSwitch();
-  fixture_.Services().Fail("GetPlanDetail", "The line is down");
-  At("09:00:00");
-  CPlanFixture::Drain();
-  QVERIFY(!Wall().IsPlaying());
-  Set(Now().date(), QTime::fromString(answered));
-  fixture_.Services().Mend("GetPlanDetail");
-  TickPlayer();
-  CPlanFixture::Drain();
-  QCOMPARE(Wall().PlanName(), QString(starts ? "Own C plan 2" : ""));
-  At("10:00:00");
-  QVERIFY(!Wall().IsPlaying());
-}
-
-void AutomaticPlanTest::WhatComesBeforeTheAnswer_data() {
-  QTest::addColumn<QString>("meanwhile");
-  QTest::addColumn<QString>("afterwards");
-  QTest::newRow("nothing") << QString() << "Own C plan 2";
-  QTest::newRow("default view") << "default view"
-                                << "Own C plan 2";
-  QTest::newRow("another timed plan") << "timed"
-                                      << "A1 plan 2";
-  QTest::newRow("a plan of the user's") << "play"
-                                        << "Public B plan 2";
-  QTest::newRow("the user stops") << "escape" << QString();
-  QTest::newRow("its end") << "end" << QString();
-  QTest::newRow("its end is announced") << "announced end" << QString();
-  QTest::newRow("another user") << "switch" << QString();
-}
-
-void AutomaticPlanTest::WhatComesBeforeTheAnswer() {
-  QFETCH(QString, meanwhile);
-  QFETCH(QString, afterwards);
-  BeginAfterSwitch();
-  fixture_.Services().Hold("GetPlanDetail");
-  At("09:00:00");
-  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
-  if (meanwhile == "default view") {
-    window_->Player().PlayOfCycle(Stored("Public B plan 2"), TarnClient::PlayOrigin::DefaultView);
-  } else if (meanwhile == "timed") {
-    GetPlanDetailResponse plan = Stored("A1 plan 2");
-    plan.end_time = "09:30:00";
-    Q_EMIT CAutoPlanHelper::Instance().signalStartPlanAutoRun(plan);
-  } else if (meanwhile == "play") {
-    window_->Player().PlayOfCycle(Stored("Public B plan 2"), TarnClient::PlayOrigin::GroupCycle);
-  } else if (meanwhile == "escape") {
-    QTest::keyClick(&Wall(), Qt::Key_Escape);
-  } else if (meanwhile == "end") {
-    Set(Now().date(), QTime(10, 0));
-  } else if (meanwhile == "announced end") {
-    Q_EMIT CAutoPlanHelper::Instance().signalStopPlanAutoRun();
-  } else if (meanwhile == "switch") {
-    window_->SwitchUser("viewer");
-  }
-  fixture_.Services().ReleaseAll();
-  WaitForPlans();
-  TickPlayer();
-  CPlanFixture::Drain();
-  QCOMPARE(Wall().PlanName(), afterwards);
 }
 
 QTEST_MAIN(AutomaticPlanTest)
