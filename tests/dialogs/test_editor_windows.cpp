@@ -35,12 +35,7 @@ class CShrinkingSite : public TarnTest::CRecordingServices {
 };
 
 PlanWindow Camera(int window_no, const std::string& code) {
-  PlanWindow window;
-  window.window_no = window_no;
-  window.content_kind = 1;
-  window.resource_code = code;
-  window.resource_name = code;
-  return window;
+  return {window_no, 1, code, code, 0, 0};
 }
 
 }  // namespace

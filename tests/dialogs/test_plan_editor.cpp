@@ -41,12 +41,7 @@ bool Drop(CWindowGrid& grid, int window_no, const QByteArray& payload) {
 }
 
 PlanWindow Window(int window_no, int kind, const std::string& code) {
-  PlanWindow window;
-  window.window_no = window_no;
-  window.content_kind = kind;
-  window.resource_code = code;
-  window.resource_name = code;
-  return window;
+  return {window_no, kind, code, code, 0, 0};
 }
 
 }  // namespace
