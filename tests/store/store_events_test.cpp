@@ -57,6 +57,7 @@ class StoreEventsTest : public QObject {
   Q_OBJECT
  private Q_SLOTS:
   void TellsOthersAndNotItself();
+  void HasTheLastWordOnItsOwnChange();
   void TellsRecipientsOfShares();
   void ReadsAllAgainAfterAGap();
   void ComesBackAfterALostConnection();
@@ -131,6 +132,38 @@ void StoreEventsTest::TellsOthersAndNotItself() {
   QVERIFY(told({Line(gates, 4, fresh, kPlanType)}));
   QCOMPARE(bob.RenameGroup(gates, "Bob was here"), QString());
   QTRY_COMPARE(own_record, QStringList{Line(gates, 2, "Bob was here", kGroupType)});
+  QCOMPARE(record, QStringList());
+}
+
+// Somebody else's change comes in with an own one to the same row, and is told after that was answered: what stands in
+// the store must be told last, or a moved plan stays gone from the tree and a group keeps a name it no longer has.
+void StoreEventsTest::HasTheLastWordOnItsOwnChange() {
+  CStoreFixture fixture;
+  const CClient ann(fixture.Open());
+  const CClient bob(fixture.Open("bob"));
+  const std::string gates = ann.Group("-1", "Gates"), plan = ann.Plan("Gate A");
+  QStringList record;
+  CRecorder own(ann, &record);
+  own.Watch(kGroupType, "root");
+  own.Watch(kGroupType, gates);
+  own.Watch(kPlanType, plan);
+
+  auto update = bob.Unchanged(plan);
+  update.parent_index_code = "-1";
+  update.revision = 0;
+  QCOMPARE(bob.Update(update), QString());
+  QCOMPARE(bob.RenameGroup(gates, "Bob's"), QString());
+  update.parent_index_code = gates;
+  QCOMPARE(ann.Update(update), QString());
+  QCOMPARE(ann.RenameGroup(gates, "Ann's"), QString());
+  const auto after = [&record](const QString& late) { return record.mid(record.indexOf(late) + 1); };
+  QTRY_VERIFY(record.contains(Line(gates, 2, "Bob's", kGroupType)));
+  QTRY_VERIFY(after(Line(gates, 4, plan, kPlanType)).contains(Line(gates, 3, plan, kPlanType)));
+  QTRY_VERIFY(after(Line(gates, 2, "Bob's", kGroupType)).contains(Line(gates, 2, "Ann's", kGroupType)));
+
+  record.clear();
+  QCOMPARE(ann.RenameGroup(gates, "Ann's own"), QString());
+  QTest::qWait(300);
   QCOMPARE(record, QStringList());
 }
 

@@ -18,6 +18,16 @@ bool IsSameGrowth(const CObserverHub::Event& one, const CObserverHub::Event& nex
          one.key == next.key && one.param.type == next.param.type;
 }
 
+/// Whether whoever is told `late` believes of the node what was true before `now`. A notice of growth does no such
+/// harm: the node is read anew for it.
+bool IsOutdatedBy(const CObserverHub::Event& late, const CObserverHub::Event& now) {
+  if (now.param.event == ResourceData::RE_CHILD_ADDED) {
+    return late.param.event == ResourceData::RE_CHILD_REMOVED && late.param.type == now.param.type &&
+           late.param.second == now.param.second;
+  }
+  return late.param.event == now.param.event && late.key == now.key;
+}
+
 }  // namespace
 
 using ResourceData::IResourceObserver;
@@ -64,6 +74,20 @@ void CObserverHub::Unregister(IResourceObserver* observer, const Key& key) {
 
 void CObserverHub::Post(std::vector<Event> events) {
   const std::lock_guard<std::mutex> lock(mutex_);
+  Schedule(std::move(events));
+}
+
+void CObserverHub::PostCorrections(std::vector<Event> events) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  const auto is_needless = [this](const Event& now) {
+    return std::none_of(events_.begin(), events_.end(), [&](const Event& late) { return IsOutdatedBy(late, now); });
+  };
+  events.erase(std::remove_if(events.begin(), events.end(), is_needless), events.end());
+  Schedule(std::move(events));
+}
+
+// With the mutex held.
+void CObserverHub::Schedule(std::vector<Event> events) {
   if (closed_ || events.empty()) {
     return;
   }

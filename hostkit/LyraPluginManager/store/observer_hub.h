@@ -36,11 +36,15 @@ class CObserverHub : public QObject {
   void Register(ResourceData::IResourceObserver* observer, const Key& key);
   void Unregister(ResourceData::IResourceObserver* observer, const Key& key);
   void Post(std::vector<Event> events);
+  /// After a change made here: posts those of the notices, which say how a node is now, that correct a notice still to
+  /// be delivered, which says how it was before.
+  void PostCorrections(std::vector<Event> events);
   bool IsObserved(const Key& key) const { return !ObserversOf(key).empty(); }
   /// Forgets all observers and events, for good.
   void Close();
 
  private:
+  void Schedule(std::vector<Event> events);
   void DeliverSome();
   bool TakeEvent(Event* event);
   void Deliver(const Event& event);

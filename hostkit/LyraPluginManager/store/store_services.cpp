@@ -68,8 +68,7 @@ void CStoreServices::OpenDatabase() {
     reader_ = std::make_unique<CPlanReader>([url = options_.url] { return OpenReader(url); });
   }
   site_ = CSiteDirectory::Read(*engine_, options_.switch_overrides);
-  session_ = std::make_unique<CStoreSession>(
-      *engine_, catalog_, user_, [this](std::vector<CObserverHub::Event> events) { hub_->Post(std::move(events)); });
+  session_ = std::make_unique<CStoreSession>(*engine_, catalog_, user_, *hub_);
   writer_ = std::make_unique<CPlanWriter>(*session_, site_, options_.now);
   thread_.SetBeat(kBeat, [this] { Beat(); });
 }

@@ -1,18 +1,16 @@
 #include "store/store_session.h"
 
 #include <QUuid>
-#include <utility>
-
-#include "store/tree_events.h"
 
 namespace TarnHost::Store {
 
-CStoreSession::CStoreSession(CSqlEngine& engine, CPlanCatalog& catalog, const std::atomic<int32_t>& user, Sink sink)
+CStoreSession::CStoreSession(CSqlEngine& engine, CPlanCatalog& catalog, const std::atomic<int32_t>& user,
+                             CObserverHub& hub)
     : engine_(engine),
       repository_(engine),
       catalog_(catalog),
       user_(user),
-      sink_(std::move(sink)),
+      hub_(hub),
       feed_(QUuid::createUuid().toString(QUuid::WithoutBraces).toStdString()) {}
 
 void CStoreSession::LoadCatalog() {
@@ -46,7 +44,7 @@ void CStoreSession::Poll() {
 void CStoreSession::Resume() {
   if (loaded_) {
     LoadCatalog();
-    sink_({WholeTreeEvent()});
+    hub_.Post({WholeTreeEvent()});
   }
 }
 
@@ -64,7 +62,7 @@ void CStoreSession::CatchUp() {
   const auto foreign = feed_.Take(repository_.ChangesAfter(feed_.Last()), newest);
   if (!foreign) {
     ReadWhole();
-    sink_({WholeTreeEvent()});
+    hub_.Post({WholeTreeEvent()});
     return;
   }
   try {
@@ -83,11 +81,11 @@ void CStoreSession::ApplyForeign(const ChangeEntry& entry) {
   if (entry.kind == ChangeEntry::kGroupSaved || entry.kind == ChangeEntry::kGroupRemoved) {
     const auto now = repository_.Group(entry.code);
     const auto before = now ? catalog_.Put(*now) : catalog_.RemoveGroup(entry.code);
-    sink_(EventsOf(before, now, user_));
+    hub_.Post(EventsOf(before, now, user_));
   } else {
     const auto now = repository_.Plan(entry.code);
     const auto before = now ? catalog_.Put(*now) : catalog_.RemovePlan(entry.code);
-    sink_(EventsOf(before, now, user_));
+    hub_.Post(EventsOf(before, now, user_));
   }
 }
 
@@ -119,7 +117,7 @@ void CStoreSession::SaveNew(const GroupRow& group) {
 void CStoreSession::SaveName(GroupRow group, const std::string& name) {
   repository_.RenameGroup(group.code, name);
   group.name = name;
-  Note(ChangeEntry::kGroupSaved, group.code, [this, group] { catalog_.Put(group); });
+  Note(ChangeEntry::kGroupSaved, group.code, [this, group] { PutChanged(group); });
 }
 
 void CStoreSession::RemoveGroup(int32_t code) {
@@ -134,7 +132,7 @@ void CStoreSession::SaveNew(const StoredPlan& plan) {
 
 void CStoreSession::SaveChanged(const StoredPlan& plan) {
   repository_.UpdatePlan(plan);
-  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row] { catalog_.Put(row); });
+  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row] { PutChanged(row); });
 }
 
 void CStoreSession::RemovePlan(int32_t code) {

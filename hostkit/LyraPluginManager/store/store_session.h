@@ -8,6 +8,7 @@
 #include "store/observer_hub.h"
 #include "store/plan_catalog.h"
 #include "store/plan_repository.h"
+#include "store/tree_events.h"
 
 namespace TarnHost::Store {
 
@@ -17,10 +18,8 @@ namespace TarnHost::Store {
 /// Throws CStoreError. Thread: the database thread.
 class CStoreSession {
  public:
-  using Sink = std::function<void(std::vector<CObserverHub::Event>)>;
-
-  /// `user` names whose events are made; `sink` takes them.
-  CStoreSession(CSqlEngine& engine, CPlanCatalog& catalog, const std::atomic<int32_t>& user, Sink sink);
+  /// `user` names whose events are made; `hub` takes them and outlives the session.
+  CStoreSession(CSqlEngine& engine, CPlanCatalog& catalog, const std::atomic<int32_t>& user, CObserverHub& hub);
 
   CSqlEngine& Engine() { return engine_; }
   CPlanRepository& Repository() { return repository_; }
@@ -61,6 +60,13 @@ class CStoreSession {
   void BeginJournal();
   void WriteJournal();
   void ApplyJournal();
+  /// A change of somebody else's to the same row, brought in just before, may not have been told yet: told after this
+  /// one was answered, it would have the last word.
+  template <class Row>
+  void PutChanged(const Row& row) {
+    catalog_.Put(row);
+    hub_.PostCorrections(CorrectionsOf(row));
+  }
   void Note(ChangeEntry::Kind kind, int32_t code, std::function<void()> apply);
   void CatchUp();
   void ReadWhole();
@@ -70,7 +76,7 @@ class CStoreSession {
   CPlanRepository repository_;
   CPlanCatalog& catalog_;
   const std::atomic<int32_t>& user_;
-  const Sink sink_;
+  CObserverHub& hub_;
   CChangeFeed feed_;
   bool loaded_ = false, unread_ = false;
   std::vector<Step> journal_;

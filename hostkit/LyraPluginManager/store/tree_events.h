@@ -15,6 +15,10 @@ std::vector<CObserverHub::Event> EventsOf(const std::optional<GroupRow>& before,
 std::vector<CObserverHub::Event> EventsOf(const std::optional<PlanRow>& before, const std::optional<PlanRow>& after,
                                           int32_t user);
 
+/// What says how a row is now, to whoever may still be told how it was.
+std::vector<CObserverHub::Event> CorrectionsOf(const GroupRow& row);
+std::vector<CObserverHub::Event> CorrectionsOf(const PlanRow& row);
+
 CObserverHub::Event WholeTreeEvent();
 CObserverHub::Event ChildEvent(int32_t parent, int32_t event, int32_t child, ResourceData::ResourceType type);
 
