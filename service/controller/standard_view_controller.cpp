@@ -48,6 +48,13 @@ auto HostCall(bool (CViewBusinessInterfaceMgr::*call)(const Request&, Response&)
   };
 }
 
+/// What the changes of one node keep: whoever moves a plan twice finds it where it was put last. All controllers share
+/// it, since a node may stand in several trees.
+CCallOrder& ChangeOrder() {
+  static CCallOrder order;
+  return order;
+}
+
 /// Tells what came of a request that changes something: `announce` and then the tip, or the host's text. A slot may
 /// end the controller in between.
 template <class Response, class Announce>
@@ -237,9 +244,10 @@ void CStandardViewController::deletePlanGroupByIndexThread(const QModelIndex& in
   request.name = NameOf(index);
   request.type = CViewPublicDef::GetIndexType(index);
   const CPlanNodeRef node(index);
-  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::DeletePlanGroup, request), [this, node](const auto& answer) {
-    Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanGroupSucc(node.Resolve()); });
-  });
+  CallInOrder(ChangeOrder(), request.index_code, this, HostCall(&CViewBusinessInterfaceMgr::DeletePlanGroup, request),
+              [this, node](const auto& answer) {
+                Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanGroupSucc(node.Resolve()); });
+              });
 }
 
 void CStandardViewController::DeletePlanByIndex(const QModelIndex& index) {
@@ -248,10 +256,11 @@ void CStandardViewController::DeletePlanByIndex(const QModelIndex& index) {
 
 void CStandardViewController::deletePlanByIndexThread(const QModelIndex& index) {
   const CPlanNodeRef node(index);
-  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::DeletePlan, MakeDeletePlanRequest(index)),
-            [this, node](const auto& answer) {
-              Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanSucc(node.Resolve()); });
-            });
+  const DeletePlanResquest request = MakeDeletePlanRequest(index);
+  CallInOrder(ChangeOrder(), request.plan_index_code, this, HostCall(&CViewBusinessInterfaceMgr::DeletePlan, request),
+              [this, node](const auto& answer) {
+                Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanSucc(node.Resolve()); });
+              });
 }
 
 void CStandardViewController::UpdatePlanGroupName(const QModelIndex& index, const QString& name) {
@@ -264,10 +273,11 @@ void CStandardViewController::updatePlanGroupNameThread(const QModelIndex& index
   request.name = QStringToString(name);
   request.flag = TypeOf(index) == ReceivedGroupItem;
   const CPlanNodeRef node(index);
-  CallAsync(
-      this, HostCall(&CViewBusinessInterfaceMgr::UpdatePlanGroup, request), [this, node, name](const auto& answer) {
-        Settle(this, answer, tr("EditSuccess"), [&] { Q_EMIT SignalUpdatePlanGroupNameSucc(node.Resolve(), name); });
-      });
+  CallInOrder(ChangeOrder(), request.index_code, this, HostCall(&CViewBusinessInterfaceMgr::UpdatePlanGroup, request),
+              [this, node, name](const auto& answer) {
+                Settle(this, answer, tr("EditSuccess"),
+                       [&] { Q_EMIT SignalUpdatePlanGroupNameSucc(node.Resolve(), name); });
+              });
 }
 
 void CStandardViewController::AddPlanParam(const AddPlanRequest& request) {
@@ -307,11 +317,11 @@ void CStandardViewController::UpdatePlanParam(const UpdatePlanRequest& request, 
 void CStandardViewController::updatePlanParamThread(const UpdatePlanRequest& request, const QString& old_name,
                                                     const PlanAnswer& told) {
   // The old name travels with the request for whoever watches it; the host is not told.
-  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::UpdatePlan, request),
-            [this, request, old_name, told](const auto& answer) {
-              Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"), [&] { Q_EMIT SignalUpdatePlanSucc(request); });
-              told(answer.ok, StringToQString(answer.ok ? request.plan_index_code : answer.response.error_info));
-            });
+  CallInOrder(ChangeOrder(), request.plan_index_code, this, HostCall(&CViewBusinessInterfaceMgr::UpdatePlan, request),
+              [this, request, old_name, told](const auto& answer) {
+                Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"), [&] { Q_EMIT SignalUpdatePlanSucc(request); });
+                told(answer.ok, StringToQString(answer.ok ? request.plan_index_code : answer.response.error_info));
+              });
 }
 
 void CStandardViewController::PlayPlanViewByIndexCode(const std::string& indexCode) {

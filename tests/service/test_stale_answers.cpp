@@ -35,6 +35,7 @@ class StaleAnswersTest : public CPlanTest {
   void ControllerDies();
   void ASlotEndsTheController();
   void ManySlowRequestsInAnyOrder();
+  void ChangesOfOneRowKeepTheirOrder();
 
  private:
   QModelIndex Group(const QString& name) { return fixture_.Public()->FindIndexByIndexCode(fixture_.Code(name), true); }
@@ -289,6 +290,31 @@ void StaleAnswersTest::ManySlowRequestsInAnyOrder() {
   }
   std::sort(rows.begin(), rows.begin() + 6);  // groups first, in the order of their answers
   QCOMPARE(rows, QStringList({"slow 0", "slow 1", "slow 2", "slow 3", "slow 4", "slow 5", "A1 plan 2", "A1 plan 10"}));
+}
+
+void StaleAnswersTest::ChangesOfOneRowKeepTheirOrder() {
+  const int threads = QThreadPool::globalInstance()->maxThreadCount();
+  QThreadPool::globalInstance()->setMaxThreadCount(8);
+  Services().Hold("UpdatePlanGroup");
+  controller_->UpdatePlanGroupName(Group("Public A"), "first");
+  CStandardViewController other(fixture_.Public());
+  other.UpdatePlanGroupName(Group("Public A"), "second");
+  controller_->UpdatePlanGroupName(Group("Public A"), "last");
+  QVERIFY(Services().WaitUntilHeld("UpdatePlanGroup", 1));
+  controller_->UpdatePlanGroupName(Group("Public B"), "beside it");
+  QVERIFY(Services().WaitUntilHeld("UpdatePlanGroup", 2));
+  QTest::qWait(100);  // what is wrongly let through has its time to come
+  QCOMPARE(Services().Requests<view_plugin_protocol::UpdatePlanGroupRequest>().size(), 2u);
+  Services().Release("UpdatePlanGroup");
+  CPlanFixture::Drain();
+  QThreadPool::globalInstance()->setMaxThreadCount(threads);
+  QStringList names;
+  for (const auto& request : Services().Requests<view_plugin_protocol::UpdatePlanGroupRequest>()) {
+    names << QString::fromStdString(request.name);
+  }
+  names.removeOne("beside it");
+  QCOMPARE(names, QStringList({"first", "second", "last"}));
+  QCOMPARE(Outline(fixture_.Public()), QString("Plans(last(A1,Public A plan 2,Public A plan 10),beside it)"));
 }
 
 QTEST_MAIN(StaleAnswersTest)

@@ -1,0 +1,35 @@
+#include "call_order.h"
+
+#include <QtConcurrent>
+#include <utility>
+
+namespace TarnPlanView {
+
+void CCallOrder::Run(QThreadPool* pool, const std::string& key, std::function<void()> task) {
+  {
+    const std::lock_guard<std::mutex> lock(waiting_->mutex);
+    const auto running = waiting_->tasks.find(key);
+    if (running != waiting_->tasks.end()) {
+      running->second.push_back(std::move(task));
+      return;
+    }
+    waiting_->tasks[key];
+  }
+  QtConcurrent::run(pool, [waiting = waiting_, key, task = std::move(task)] { RunAll(*waiting, key, task); });
+}
+
+void CCallOrder::RunAll(Waiting& waiting, const std::string& key, std::function<void()> task) {
+  while (task) {
+    task();
+    const std::lock_guard<std::mutex> lock(waiting.mutex);
+    auto& next = waiting.tasks[key];
+    if (next.empty()) {
+      waiting.tasks.erase(key);
+      return;
+    }
+    task = std::move(next.front());
+    next.pop_front();
+  }
+}
+
+}  // namespace TarnPlanView

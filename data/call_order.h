@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QThreadPool>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <unordered_map>
+
+namespace TarnPlanView {
+
+/// Runs tasks of one key one after the other, in the order in which they came, and those of different keys side by
+/// side. Waiting tasks hold no thread.
+///
+/// A task must not throw. What has come is run even when the order is forgotten meanwhile. Thread: any.
+class CCallOrder {
+ public:
+  void Run(QThreadPool* pool, const std::string& key, std::function<void()> task);
+
+ private:
+  /// The tasks that wait for the one of their key that runs.
+  struct Waiting {
+    std::mutex mutex;
+    std::unordered_map<std::string, std::deque<std::function<void()>>> tasks;
+  };
+
+  static void RunAll(Waiting& waiting, const std::string& key, std::function<void()> task);
+
+  const std::shared_ptr<Waiting> waiting_ = std::make_shared<Waiting>();
+};
+
+}  // namespace TarnPlanView
