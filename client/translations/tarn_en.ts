@@ -776,8 +776,8 @@
         <translation>Put camera into window</translation>
     </message>
     <message>
-        <source>Fill page</source>
-        <translation>Fill page</translation>
+        <source>Fill windows</source>
+        <translation>Fill windows</translation>
     </message>
     <message>
         <source>Swap windows</source>
@@ -1321,8 +1321,20 @@ never starts</translation>
         <translation>Windows of page %1</translation>
     </message>
     <message>
-        <source>%1 of %2 cameras fit on this page.</source>
-        <translation>%1 of %2 cameras fit on this page.</translation>
+        <source>Cameras placed: %1 of %2. Pages used: %3, new: %4.</source>
+        <translation>Cameras placed: %1 of %2. Pages used: %3, new: %4.</translation>
+    </message>
+    <message>
+        <source>A plan has at most %1 pages.</source>
+        <translation>A plan has at most %1 pages.</translation>
+    </message>
+    <message>
+        <source>A plan holds at most %1 filled windows.</source>
+        <translation>A plan holds at most %1 filled windows.</translation>
+    </message>
+    <message>
+        <source>Left out: %1.</source>
+        <translation>Left out: %1.</translation>
     </message>
     <message>
         <source>Clear window</source>

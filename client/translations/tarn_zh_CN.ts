@@ -776,8 +776,8 @@
         <translation>将摄像机放入窗口</translation>
     </message>
     <message>
-        <source>Fill page</source>
-        <translation>填充页面</translation>
+        <source>Fill windows</source>
+        <translation>填充窗口</translation>
     </message>
     <message>
         <source>Swap windows</source>
@@ -1321,8 +1321,20 @@ never starts</source>
         <translation>第 %1 页的窗口</translation>
     </message>
     <message>
-        <source>%1 of %2 cameras fit on this page.</source>
-        <translation>本页可放入 %2 个摄像机中的 %1 个。</translation>
+        <source>Cameras placed: %1 of %2. Pages used: %3, new: %4.</source>
+        <translation>已放入摄像机：%1/%2。使用页数：%3，其中新增：%4。</translation>
+    </message>
+    <message>
+        <source>A plan has at most %1 pages.</source>
+        <translation>一个预案最多 %1 页。</translation>
+    </message>
+    <message>
+        <source>A plan holds at most %1 filled windows.</source>
+        <translation>一个预案最多可填 %1 个窗口。</translation>
+    </message>
+    <message>
+        <source>Left out: %1.</source>
+        <translation>未放入：%1。</translation>
     </message>
     <message>
         <source>Clear window</source>

@@ -112,7 +112,7 @@ void CEditorCameras::FocusSearch() {
 }
 
 void CEditorCameras::OnCamera(const CCameraItemInfo& camera) {
-  Q_EMIT SignalChosen({FromSite(camera)});
+  Q_EMIT SignalCameraChosen(FromSite(camera));
 }
 
 void CEditorCameras::OnRegion(const QVector<CCameraItemInfo>& cameras) {
@@ -120,7 +120,7 @@ void CEditorCameras::OnRegion(const QVector<CCameraItemInfo>& cameras) {
   for (const CCameraItemInfo& camera : cameras) {
     chosen.append(FromSite(camera));
   }
-  Q_EMIT SignalChosen(chosen);
+  Q_EMIT SignalCamerasChosen(chosen);
 }
 
 bool CEditorCameras::eventFilter(QObject* watched, QEvent* event) {

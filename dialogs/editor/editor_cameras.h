@@ -38,8 +38,10 @@ class CEditorCameras : public QWidget {
   void FocusSearch();
 
  Q_SIGNALS:
-  /// The user wants these in the plan: one camera, or those of a region in order.
-  void SignalChosen(const QVector<TarnPlanView::DraftCamera>& cameras);
+  /// The user wants this camera in the current window.
+  void SignalCameraChosen(const TarnPlanView::DraftCamera& camera);
+  /// He wants these, a region's or several at once, in order, in windows that are empty.
+  void SignalCamerasChosen(const QVector<TarnPlanView::DraftCamera>& cameras);
   /// The names are known, or have changed.
   void SignalNamesChanged();
 

@@ -6,14 +6,12 @@
 #include <tuple>
 #include <utility>
 
-#include "MarUIControl/split_type_data.h"
 #include "MarUIControl/string_conversion.h"
 
 namespace TarnPlanView {
 
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
-using MarUIControl::struSplitTypeData;
 using view_plugin_protocol::PlanPage;
 using view_plugin_protocol::PlanWindow;
 
@@ -38,44 +36,6 @@ QTime TimeFrom(const std::string& text) {
   return time.isValid() ? time : QTime(0, 0);
 }
 
-bool IsKnownSplit(int split_type) {
-  return split_type == struSplitTypeData::Split1 || split_type == struSplitTypeData::Split4 ||
-         split_type == struSplitTypeData::Split9 || split_type == struSplitTypeData::Split16;
-}
-
-DraftPage EmptyPage() {
-  PlanPage page;
-  page.page_no = 1;
-  page.split_type = struSplitTypeData::Split4;
-  page.dwell_seconds = kDefaultDwellSeconds;
-  return DraftPage(page);
-}
-
-DraftPage NeighbourOf(const DraftPage& page) {
-  DraftPage neighbour = EmptyPage();
-  if (IsKnownSplit(page.split_type)) {
-    neighbour.split_type = page.split_type;
-  }
-  neighbour.dwell_seconds = qBound(kMinDwellSeconds, page.dwell_seconds, kMaxDwellSeconds);
-  return DraftPage(neighbour);
-}
-
-std::string NameAfter(int page_no) {
-  return "Page " + std::to_string(page_no);
-}
-
-// A page that is only called after its number goes by the new one.
-void NumberPages(QVector<DraftPage>* pages) {
-  for (int i = 0; i < pages->size(); ++i) {
-    DraftPage& page = (*pages)[i];
-    if (page.name == NameAfter(page.page_no)) {
-      page.name = NameAfter(i + 1);
-    }
-    page.page_no = i + 1;
-    page.place = i;
-  }
-}
-
 QVector<DraftPage> PagesFrom(const std::list<PlanPage>& records) {
   QVector<DraftPage> pages;
   for (const PlanPage& record : records) {
@@ -98,50 +58,6 @@ PlanDraft DraftFrom(const view_plugin_protocol::GetPlanDetailResponse& detail) {
   draft.end = TimeFrom(detail.end_time);
   draft.pages = PagesFrom(detail.pages);
   return draft;
-}
-
-PlanWindow WindowOf(int window_no, const DraftCamera& camera) {
-  PlanWindow window;
-  window.window_no = window_no;
-  window.content_kind = 1;
-  window.resource_code = QStringToString(camera.index_code);
-  window.resource_name = QStringToString(camera.name);
-  return window;
-}
-
-bool IsOf(const PlanWindow& window, const DraftCamera& camera) {
-  return window.content_kind == 1 && window.resource_code == QStringToString(camera.index_code);
-}
-
-PlanWindow* ShownIn(DraftPage* page, int window_no) {
-  PlanDraft looked_at;
-  looked_at.pages.append(*page);
-  const PlanWindow* shown = looked_at.Window(0, window_no);
-  if (!shown) {
-    return nullptr;
-  }
-  const auto& windows = looked_at.pages.constFirst().windows;
-  auto found = page->windows.begin();
-  for (auto window = windows.begin(); &*window != shown; ++window) {
-    ++found;
-  }
-  return &*found;
-}
-
-void ClearIn(DraftPage* page, int window_no) {
-  page->windows.remove_if([window_no](const PlanWindow& window) { return window.window_no == window_no; });
-}
-
-void PutIn(DraftPage* page, int window_no, const DraftCamera& camera) {
-  PlanWindow* shown = ShownIn(page, window_no);
-  if (shown && IsOf(*shown, camera)) {
-    shown->resource_name = QStringToString(camera.name);
-    return;
-  }
-  ClearIn(page, window_no);
-  const auto place = std::find_if(page->windows.begin(), page->windows.end(),
-                                  [window_no](const PlanWindow& window) { return window.window_no > window_no; });
-  page->windows.insert(place, WindowOf(window_no, camera));
 }
 
 // The only page that differs; -1 when there are several or none.
@@ -399,18 +315,23 @@ bool CPlanDocument::PutCamera(int page, int window_no, const DraftCamera& camera
                   [window_no, &camera](DraftPage& changed) { PutIn(&changed, window_no, camera); });
 }
 
-bool CPlanDocument::FillPage(int page, int first_window, const QVector<DraftCamera>& cameras) {
+PlanFilling CPlanDocument::Fill(int page, int first_window, const QVector<DraftCamera>& cameras) {
   if (!HasWindow(page, first_window)) {
-    return false;
+    return {};
   }
-  return PushPage(tr("Fill page"), page, [first_window, &cameras](DraftPage& changed) {
-    int window_no = first_window;
-    for (const DraftCamera& camera : cameras) {
-      if (window_no <= WindowsOfSplit(changed.split_type) && !camera.index_code.isEmpty()) {
-        PutIn(&changed, window_no++, camera);
-      }
-    }
-  });
+  Q_EMIT SignalLeavingPage();  // new pages take its dwell time
+  QVector<DraftCamera> known = cameras;
+  known.erase(
+      std::remove_if(known.begin(), known.end(), [](const auto& camera) { return camera.index_code.isEmpty(); }),
+      known.end());
+  PlanDraft after = draft_;
+  const PlanFilling filling = FillPlan(&after, page, first_window, known);
+  if (filling.placed > 0) {
+    Push(tr("Fill windows"), std::move(after), {page, page});
+  } else if (filling.left_out > 0) {
+    Q_EMIT SignalRefused(filling.out_of_pages ? NoMorePagesText() : FullText());
+  }
+  return filling;
 }
 
 bool CPlanDocument::SwapWindows(int page, int window_no, int other_window_no) {
@@ -456,6 +377,14 @@ void CPlanDocument::ClearPage(int page) {
 
 QString CPlanDocument::OnlyCamerasText() {
   return tr("Only cameras can be changed here; other content stays where it is.");
+}
+
+QString CPlanDocument::FullText() {
+  return tr("A plan holds at most %1 filled windows. Clear some first.").arg(kMaxFilledWindows);
+}
+
+QString CPlanDocument::NoMorePagesText() {
+  return tr("A plan has at most %1 pages.").arg(kMaxPages);
 }
 
 void CPlanDocument::SetStream(int page, int window_no, int stream_type) {
@@ -513,7 +442,7 @@ std::list<PlanPage> CPlanDocument::PagesToSave() const {
 bool CPlanDocument::Push(const QString& text, PlanDraft after, PagesToShow pages, int merge_id) {
   const int filled = after.FilledWindows();
   if (filled > kMaxFilledWindows && filled > draft_.FilledWindows()) {
-    Q_EMIT SignalRefused(tr("A plan holds at most %1 filled windows. Clear some first.").arg(kMaxFilledWindows));
+    Q_EMIT SignalRefused(FullText());
     return false;
   }
   if (after != draft_) {
@@ -575,7 +504,7 @@ bool CPlanDocument::HasRoomForPage() {
   if (draft_.pages.size() < kMaxPages) {
     return true;
   }
-  Q_EMIT SignalRefused(tr("A plan has at most %1 pages.").arg(kMaxPages));
+  Q_EMIT SignalRefused(NoMorePagesText());
   return false;
 }
 

@@ -5,14 +5,10 @@
 #include <functional>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "draft_edits.h"
 #include "plan_draft.h"
 
 namespace TarnPlanView {
-
-/// A camera to put into a window.
-struct DraftCamera {
-  QString index_code, name;
-};
 
 /// One plan in the editor, with undo of every edit. Each call below is one step of the stack; consecutive edits of the
 /// name, the times or one page's dwell time become one step. A call that changes nothing, or names a page or a window
@@ -88,9 +84,9 @@ class CPlanDocument : public QObject {
   /// Over what is there; the same camera keeps its stream and preset. False, with SignalRefused(), when the plan would
   /// hold more than kMaxFilledWindows or the window is fixed; false alone for no such window or no camera.
   bool PutCamera(int page, int window_no, const DraftCamera& camera);
-  /// From `first_window` on, over the filled ones, as far as the page's split goes; one step, all or, when the plan
-  /// would hold too many, none.
-  bool FillPage(int page, int first_window, const QVector<DraftCamera>& cameras);
+  /// Into empty windows from this one on, also of the pages that follow and of new ones like this behind the last, as
+  /// FillPlan() does; one step, and the page stays current. SignalRefused() when there was no room for any.
+  PlanFilling Fill(int page, int first_window, const QVector<DraftCamera>& cameras);
   bool SwapWindows(int page, int window_no, int other_window_no);
   void ClearWindow(int page, int window_no);
   /// Windows that are out of sight as well. Fixed content stays, which SignalRefused() tells.
@@ -134,6 +130,8 @@ class CPlanDocument : public QObject {
   bool HasWindow(int page, int window_no) const;
   bool HasRoomForPage();
   static QString OnlyCamerasText();
+  static QString FullText();
+  static QString NoMorePagesText();
   void RenewDirty();
   std::string TimeText(const QTime& time, const std::string& loaded) const;
   std::list<view_plugin_protocol::PlanPage> PagesToSave() const;

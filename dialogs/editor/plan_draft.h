@@ -11,6 +11,11 @@ namespace TarnPlanView {
 /// Windows of a page with this split type (1, 2, 4, 8): 1, 4, 9, 16. An unknown type counts as one window.
 int WindowsOfSplit(int split_type);
 
+/// A camera to put into a window.
+struct DraftCamera {
+  QString index_code, name;
+};
+
 /// Whether there is a camera or other content in this record.
 bool IsFilled(const view_plugin_protocol::PlanWindow& window);
 

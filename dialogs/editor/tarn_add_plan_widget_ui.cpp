@@ -5,6 +5,7 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include "MarUIControl/nomal_message.h"
 #include "conflict_bar.h"
 #include "editor_cameras.h"
 #include "editor_footer.h"
@@ -70,8 +71,10 @@ void CTarnAddPlanWidget::Private::BuildCameras() {
   cameras = new CEditorCameras(q);
   cameras->setMinimumWidth(kLeastCamerasWidth);
   text.SetCameraName([this](const std::string& code) { return cameras->NameOf(code); });
-  connect(cameras, &CEditorCameras::SignalChosen, q,
-          [this](const QVector<DraftCamera>& chosen) { grid->PutAndGoOn(chosen); });
+  connect(cameras, &CEditorCameras::SignalCameraChosen, q,
+          [this](const DraftCamera& chosen) { grid->PutAndGoOn(chosen); });
+  connect(cameras, &CEditorCameras::SignalCamerasChosen, q,
+          [this](const QVector<DraftCamera>& chosen) { grid->FillAndGoOn(chosen); });
   connect(cameras, &CEditorCameras::SignalNamesChanged, q, [this] {
     grid->RenewNames();
     window_settings->Renew();
@@ -116,6 +119,9 @@ void CTarnAddPlanWidget::Private::AddShortcut(const QKeySequence& keys, const st
 void CTarnAddPlanWidget::Private::Connect() {
   connect(&document, &CPlanDocument::SignalRefused, q, [this](const QString& reason) { Refuse(reason); });
   connect(grid, &CWindowGrid::SignalRefused, q, [this](const QString& reason) { Refuse(reason); });
+  connect(grid, &CWindowGrid::SignalDone, q, [this](const QString& what) {
+    Q_EMIT q->SignalMessageTipNeeded(what, MarUIControl::CNomalMessage::Success);
+  });
   connect(window_settings, &CWindowSettings::SignalRefused, q, [this](const QString& reason) { Refuse(reason); });
   connect(window_settings, &CWindowSettings::SignalCameraFailed, cameras, &CEditorCameras::Doubt);
   connect(grid, &CWindowGrid::SignalCurrentWindowChanged, window_settings, &CWindowSettings::ShowWindow);

@@ -133,29 +133,51 @@ void CWindowGrid::RenewDescription() {
 }
 
 bool CWindowGrid::PutCameras(int window_no, const QVector<DraftCamera>& cameras) {
-  const int page = document_->CurrentPage();
-  if (cameras.isEmpty()) {
-    return false;
-  }
-  if (cameras.size() == 1) {
-    return document_->PutCamera(page, window_no, cameras.first());
-  }
-  if (!document_->FillPage(page, window_no, cameras)) {
-    return false;
-  }
-  const int room = WindowCount() - window_no + 1;
-  if (cameras.size() > room) {
-    Q_EMIT SignalRefused(tr("%1 of %2 cameras fit on this page.").arg(room).arg(cameras.size()));
-  }
-  return true;
+  const bool one = cameras.size() == 1;
+  return one ? document_->PutCamera(document_->CurrentPage(), window_no, cameras.first()) : Fill(window_no, cameras);
 }
 
-void CWindowGrid::PutAndGoOn(const QVector<DraftCamera>& cameras) {
-  const int first = current_;
-  if (PutCameras(first, cameras)) {
-    const int next = NextEmpty(qMin(first + cameras.size() - 1, WindowCount()));
-    SetCurrentWindow(next == 0 ? first : next);
+bool CWindowGrid::Fill(int window_no, const QVector<DraftCamera>& cameras) {
+  const PlanFilling filling = document_->Fill(document_->CurrentPage(), window_no, cameras);
+  if (filling.placed > 0) {
+    TellOfFilling(filling);
   }
+  return filling.placed > 0;
+}
+
+// What all went onto the page in sight needs no word; the page may have been full, with all gone to others.
+void CWindowGrid::TellOfFilling(const PlanFilling& filling) {
+  const int wanted = filling.placed + filling.left_out;
+  const QString done = tr("Cameras placed: %1 of %2. Pages used: %3, new: %4.")
+                           .arg(filling.placed)
+                           .arg(wanted)
+                           .arg(filling.pages)
+                           .arg(filling.new_pages);
+  if (filling.left_out > 0) {
+    const QString limit = filling.out_of_pages ? tr("A plan has at most %1 pages.").arg(kMaxPages)
+                                               : tr("A plan holds at most %1 filled windows.").arg(kMaxFilledWindows);
+    Q_EMIT SignalRefused(done + QLatin1Char(' ') + tr("Left out: %1.").arg(filling.left_out) + QLatin1Char(' ') +
+                         limit);
+  } else if (filling.beyond_first) {
+    Q_EMIT SignalDone(done);
+  }
+}
+
+void CWindowGrid::PutAndGoOn(const DraftCamera& camera) {
+  if (PutCameras(current_, {camera})) {
+    GoOn();
+  }
+}
+
+void CWindowGrid::FillAndGoOn(const QVector<DraftCamera>& cameras) {
+  if (Fill(current_, cameras)) {
+    GoOn();
+  }
+}
+
+void CWindowGrid::GoOn() {
+  const int next = NextEmpty(current_);
+  SetCurrentWindow(next == 0 ? current_ : next);
 }
 
 // After this one, then from the start; 0 when all are filled.

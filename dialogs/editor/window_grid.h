@@ -26,10 +26,12 @@ class CWindowGrid : public QWidget {
   /// Clamped to the windows there are.
   void SetCurrentWindow(int window_no);
   QRect WindowRect(int window_no) const;
-  /// Puts one camera into a window, or several from there on; what does not fit on the page is told.
+  /// Puts one camera into a window, whatever it holds, or several into the empty windows from there on; when these are
+  /// not all on this page it tells where they went. False when nothing was put anywhere.
   bool PutCameras(int window_no, const QVector<DraftCamera>& cameras);
-  /// The same from the current window on; the next empty one, if there is any, is current then.
-  void PutAndGoOn(const QVector<DraftCamera>& cameras);
+  /// The same in the current window, or from it on; the next empty one, if there is any, is current then.
+  void PutAndGoOn(const DraftCamera& camera);
+  void FillAndGoOn(const QVector<DraftCamera>& cameras);
   /// The cameras' names are to be looked up anew.
   void RenewNames();
 
@@ -40,6 +42,8 @@ class CWindowGrid : public QWidget {
   void SignalCurrentWindowChanged(int window_no);
   /// For the user: why something was not done, or only in part.
   void SignalRefused(const QString& reason);
+  /// For the user: what was done beyond what he sees.
+  void SignalDone(const QString& what);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -64,6 +68,9 @@ class CWindowGrid : public QWidget {
   bool Turn(int key);
   bool MoveOrSwap(QKeyEvent* event);
   int NextEmpty(int window_no) const;
+  void GoOn();
+  bool Fill(int window_no, const QVector<DraftCamera>& cameras);
+  void TellOfFilling(const PlanFilling& filling);
   void Mark(int window_no);
   bool MarkOrSwap(QKeyEvent* event);
   void SwapMarked();

@@ -144,8 +144,13 @@ void EditorWindowsTest::GoesOnToTheNextEmptyWindow() {
   QTest::keyClick(&stage.Grid(), Qt::Key_Delete);
   stage.Grid().SetCurrentWindow(3);
   tree.setCurrentIndex(tree.model()->index(0, 0));
-  QTest::keyClick(&tree, Qt::Key_Return, Qt::ControlModifier);  // three cameras into windows 3 and 4
+  QTest::keyClick(&tree, Qt::Key_Return, Qt::ControlModifier);  // windows 3 and 4 are filled and stay
+  QCOMPARE(stage.Windows(), QStringList({full[0], "empty", full[2], full[3]}));
   QCOMPARE(stage.Grid().CurrentWindow(), 2);
+  QCOMPARE(stage.TakeTips(), QStringList({"Cameras placed: 3 of 3. Pages used: 1, new: 1."}));
+  QTest::keyClick(&tree, Qt::Key_Return, Qt::ControlModifier);
+  QCOMPARE(stage.TakeTips(), QStringList({"Cameras placed: 3 of 3. Pages used: 3, new: 1."}));
+  QVERIFY(stage.Grid().accessibleName().contains(full[0]));  // still on the first page
 }
 
 void EditorWindowsTest::SwapsAnyTwoWindowsByKeys() {

@@ -35,6 +35,7 @@ class PlanDocumentTest : public TarnTest::CPlanTest {
   void WindowsOutOfSight();
   void WindowWithSeveralRecords();
   void MovesAndClears();
+  void RegionGoesOnOverPages();
   void FilledWindowsAreLimited();
   void PagesAreLimited();
   void TypingIsOneStep();
@@ -134,8 +135,7 @@ void PlanDocumentTest::WindowWithSeveralRecords() {
 void PlanDocumentTest::MovesAndClears() {
   CPlanDocument document;
   document.StartNew("New", "12");
-  const QVector<DraftCamera> cameras{{"a", "A"}, {"b", "B"}, {"c", "C"}, {"d", "D"}};
-  QVERIFY(document.FillPage(0, 2, cameras));
+  QCOMPARE(document.Fill(0, 2, {{"a", "A"}, {"b", "B"}, {"c", "C"}}).placed, 3);
   QCOMPARE(Shown(document, 0), QString("- a b c"));
   document.SetStream(0, 2, 1);
   document.SwapWindows(0, 2, 4);
@@ -152,6 +152,48 @@ void PlanDocumentTest::MovesAndClears() {
   QCOMPARE(document.UndoStack().count(), 6);
 }
 
+void PlanDocumentTest::RegionGoesOnOverPages() {
+  const auto region = [](int cameras) {
+    QVector<DraftCamera> named(cameras);
+    for (int i = 0; i < cameras; ++i) {
+      named[i].index_code = QString::number(i + 1);
+    }
+    return named;
+  };
+  CPlanDocument document;
+  QSignalSpy refused(&document, &CPlanDocument::SignalRefused);
+  document.Load(Detail({Page(1, 2, {Window(1, "a"), Window(3, "map", 7)}, "Page 1", 90), Page(2, 1, {Window(1, "b")}),
+                        Page(3, 3, {Window(1, "", 0), Window(9, "beyond")})}));
+  document.SetOtherContentFixed(true);  // is never in the way
+  document.SetCurrentPage(2);
+  const std::string before = Saved(document);
+  const PlanFilling filling = document.Fill(0, 2, region(8) + QVector<DraftCamera>{{"", "none"}});
+  QCOMPARE(filling.placed, 8);
+  QCOMPARE(filling.left_out, 0);
+  QCOMPARE(filling.pages, 4);
+  QCOMPARE(filling.new_pages, 2);
+  QCOMPARE(Shown(document, 0) + " | " + Shown(document, 1) + " | " + Shown(document, 2), QString("a 1 map 2 | b | 3"));
+  QCOMPARE(Shown(document, 3) + " | " + Shown(document, 4), QString("4 5 6 7 | 8 - - -"));
+  QCOMPARE(document.Draft().pages[4].dwell_seconds, 90);
+  QCOMPARE(document.CurrentPage(), 0);
+  QCOMPARE(document.UndoStack().count(), 1);
+  document.UndoStack().undo();
+  QCOMPARE(Saved(document), before);
+
+  document.StartNew("New", "12");
+  document.SetSplit(0, 8);
+  QCOMPARE(document.Fill(0, 2, region(200)).left_out, 200 - kMaxFilledWindows);
+  QCOMPARE(document.Draft().pages.size(), 9);
+  QCOMPARE(document.Draft().FilledWindows(), kMaxFilledWindows);
+  document.StartNew("New", "12");
+  document.SetSplit(0, 1);
+  const PlanFilling single = document.Fill(0, 1, region(kMaxPages + 1));
+  QVERIFY(single.left_out == 1 && single.out_of_pages && document.Draft().pages.size() == kMaxPages);
+  QCOMPARE(refused.size(), 0);
+  QCOMPARE(document.Fill(0, 1, region(2)).placed, 0);
+  QCOMPARE(refused.size(), 1);
+}
+
 void PlanDocumentTest::FilledWindowsAreLimited() {
   std::list<PlanPage> pages;
   for (int no = 1; no <= 8; ++no) {
@@ -162,7 +204,7 @@ void PlanDocumentTest::FilledWindowsAreLimited() {
   document.Load(Detail(pages));
   document.AddPage(7);
   QVERIFY(!document.PutCamera(8, 1, {"x", "X"}));
-  QVERIFY(!document.FillPage(8, 1, {{"x", "X"}}));
+  QCOMPARE(document.Fill(8, 1, {{"x", "X"}}).left_out, 1);
   document.DuplicatePage(0);
   QCOMPARE(refused.size(), 3);
   QVERIFY(refused[0][0].toString().contains("128"));
@@ -285,14 +327,13 @@ void PlanDocumentTest::OtherContentStays() {
   document.SetOtherContentFixed(true);
   QSignalSpy refused(&document, &CPlanDocument::SignalRefused);
   QVERIFY(!document.PutCamera(0, 2, {"x", "X"}));
-  QVERIFY(!document.FillPage(0, 1, {{"x", "X"}, {"y", "Y"}}));
   QVERIFY(!document.SwapWindows(0, 1, 2));
   document.ClearWindow(0, 2);
-  QCOMPARE(refused.size(), 4);
+  QCOMPARE(refused.size(), 3);
   QVERIFY(!document.IsDirty());
   document.ClearPage(0);  // of its cameras
   document.RemovePage(0);
-  QCOMPARE(refused.size(), 6);
+  QCOMPARE(refused.size(), 5);
   QCOMPARE(document.Draft().FilledWindows(), 1);
   QVERIFY(document.Draft().Window(0, 2));
   QCOMPARE(document.UndoStack().count(), 1);
@@ -301,7 +342,7 @@ void PlanDocumentTest::OtherContentStays() {
   QVERIFY(document.PutCamera(0, 4, {"x", "X"}));
   document.ClearWindow(0, 1);
   document.SetSplit(0, 1);
-  QCOMPARE(refused.size(), 6);
+  QCOMPARE(refused.size(), 5);
 }
 
 void PlanDocumentTest::TimesOfDay() {

@@ -221,11 +221,19 @@ void PlanEditorTest::TakesDropsOfCamerasOnly() {
     QVERIFY2(!Drop(grid, 1, bad), bad.constData());
   }
   QVERIFY(!stage.editor->IsDirty());
-  // A region: as far as the page goes, and the rest is told.
+  // A region goes on where the page ends, and that is told.
   QVERIFY(Drop(grid, 2, Json({Payload(stage, 0, 5)})));
   QCOMPARE(stage.Windows()[0], QString("empty"));
-  QCOMPARE(stage.Text("filled_count"), QString("3 / 128"));
-  QCOMPARE(stage.TakeTips(), QStringList({"3 of 5 cameras fit on this page."}));
+  QCOMPARE(stage.Text("filled_count"), QString("5 / 128"));
+  QCOMPARE(stage.Pages().model()->rowCount(), 2);
+  QCOMPARE(stage.Pages().currentIndex().row(), 0);
+  QCOMPARE(stage.TakeTips(), QStringList({"Cameras placed: 5 of 5. Pages used: 2, new: 1."}));
+  QTest::keyClick(&grid, Qt::Key_Z, Qt::ControlModifier);
+  QVERIFY(!stage.editor->IsDirty());
+  stage.Find<QSpinBox>("dwell_spin")->findChild<QLineEdit*>()->setText("77");  // not left yet
+  QVERIFY(Drop(grid, 2, Json({Payload(stage, 0, 5)})));
+  stage.Pages().setCurrentIndex(stage.Pages().model()->index(1, 0));
+  QCOMPARE(stage.Find<QSpinBox>("dwell_spin")->value(), 77);
 }
 
 void PlanEditorTest::HoldsAtMost128() {

@@ -84,7 +84,7 @@ inline void RandomEdit(CPlanDocument* document) {
     case 15:
       return document->SetPreset(page, window, *rc::gen::inRange(0, 9));
     case 16:
-      document->FillPage(page, window, QVector<DraftCamera>(*rc::gen::inRange(0, 20), RandomCamera()));
+      document->Fill(page, window, QVector<DraftCamera>(*rc::gen::inRange(0, 20), RandomCamera()));
       return;
     default:
       document->PutCamera(page, window, RandomCamera());

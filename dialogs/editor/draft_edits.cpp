@@ -1,0 +1,138 @@
+#include "draft_edits.h"
+
+#include <algorithm>
+
+#include "MarUIControl/split_type_data.h"
+#include "MarUIControl/string_conversion.h"
+
+namespace TarnPlanView {
+
+using MarUIControl::QStringToString;
+using MarUIControl::struSplitTypeData;
+using view_plugin_protocol::PlanPage;
+using view_plugin_protocol::PlanWindow;
+
+namespace {
+
+std::string NameAfter(int page_no) {
+  return "Page " + std::to_string(page_no);
+}
+
+PlanWindow WindowOf(int window_no, const DraftCamera& camera) {
+  PlanWindow window;
+  window.window_no = window_no;
+  window.content_kind = 1;
+  window.resource_code = QStringToString(camera.index_code);
+  window.resource_name = QStringToString(camera.name);
+  return window;
+}
+
+bool IsOf(const PlanWindow& window, const DraftCamera& camera) {
+  return window.content_kind == 1 && window.resource_code == QStringToString(camera.index_code);
+}
+
+// How many of the cameras, from the first on, found an empty window.
+int FillPage(PlanDraft* draft, int page, int first_window, const QVector<DraftCamera>& cameras) {
+  int placed = 0;
+  const int windows = WindowsOfSplit(draft->pages[page].split_type);
+  for (int window_no = first_window; window_no <= windows && placed < cameras.size(); ++window_no) {
+    if (!draft->Window(page, window_no)) {
+      PutIn(&draft->pages[page], window_no, cameras[placed++]);
+    }
+  }
+  return placed;
+}
+
+}  // namespace
+
+bool IsKnownSplit(int split_type) {
+  return split_type == struSplitTypeData::Split1 || split_type == struSplitTypeData::Split4 ||
+         split_type == struSplitTypeData::Split9 || split_type == struSplitTypeData::Split16;
+}
+
+DraftPage EmptyPage() {
+  PlanPage page;
+  page.page_no = 1;
+  page.split_type = struSplitTypeData::Split4;
+  page.dwell_seconds = kDefaultDwellSeconds;
+  return DraftPage(page);
+}
+
+DraftPage NeighbourOf(const DraftPage& page) {
+  DraftPage neighbour = EmptyPage();
+  if (IsKnownSplit(page.split_type)) {
+    neighbour.split_type = page.split_type;
+  }
+  neighbour.dwell_seconds = qBound(kMinDwellSeconds, page.dwell_seconds, kMaxDwellSeconds);
+  return DraftPage(neighbour);
+}
+
+void NumberPages(QVector<DraftPage>* pages) {
+  for (int i = 0; i < pages->size(); ++i) {
+    DraftPage& page = (*pages)[i];
+    if (page.name == NameAfter(page.page_no)) {
+      page.name = NameAfter(i + 1);
+    }
+    page.page_no = i + 1;
+    page.place = i;
+  }
+}
+
+PlanWindow* ShownIn(DraftPage* page, int window_no) {
+  PlanDraft looked_at;
+  looked_at.pages.append(*page);
+  const PlanWindow* shown = looked_at.Window(0, window_no);
+  if (!shown) {
+    return nullptr;
+  }
+  const auto& windows = looked_at.pages.constFirst().windows;
+  auto found = page->windows.begin();
+  for (auto window = windows.begin(); &*window != shown; ++window) {
+    ++found;
+  }
+  return &*found;
+}
+
+void ClearIn(DraftPage* page, int window_no) {
+  page->windows.remove_if([window_no](const PlanWindow& window) { return window.window_no == window_no; });
+}
+
+void PutIn(DraftPage* page, int window_no, const DraftCamera& camera) {
+  PlanWindow* shown = ShownIn(page, window_no);
+  if (shown && IsOf(*shown, camera)) {
+    shown->resource_name = QStringToString(camera.name);
+    return;
+  }
+  ClearIn(page, window_no);
+  const auto place = std::find_if(page->windows.begin(), page->windows.end(),
+                                  [window_no](const PlanWindow& window) { return window.window_no > window_no; });
+  page->windows.insert(place, WindowOf(window_no, camera));
+}
+
+PlanFilling FillPlan(PlanDraft* draft, int page, int first_window, const QVector<DraftCamera>& cameras) {
+  const DraftPage neighbour = NeighbourOf(draft->pages[page]);
+  const int room = qBound(0, kMaxFilledWindows - draft->FilledWindows(), cameras.size());
+  const int first_page = page;
+  PlanFilling filling;
+  for (; filling.placed < room; ++page, first_window = 1) {
+    if (page == draft->pages.size() && page >= kMaxPages) {
+      filling.out_of_pages = true;
+      break;
+    }
+    if (page == draft->pages.size()) {
+      draft->pages.append(neighbour);
+      ++filling.new_pages;
+    }
+    const int placed = FillPage(draft, page, first_window, cameras.mid(filling.placed, room - filling.placed));
+    filling.placed += placed;
+    filling.pages += placed > 0 ? 1 : 0;
+    filling.beyond_first |= placed > 0 && page != first_page;
+  }
+  filling.left_out = cameras.size() - filling.placed;
+  if (filling.new_pages > 0) {
+    NumberPages(&draft->pages);
+  }
+  return filling;
+}
+
+}  // namespace TarnPlanView
