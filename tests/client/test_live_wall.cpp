@@ -137,17 +137,16 @@ void LiveWallTest::ShowsEverySplit() {
 
 void LiveWallTest::TurnsByDwellAndLeavesNothingBehind() {
   // Pages come in the order of their numbers; a dwell of 0 still leaves a second to look.
-  wall_->Play(Plan("p", {Page(2, 2, 0, {"", "c"}), Page(1, 2, 1, {"a", "b", "d", "e"})}));
-  QCOMPARE(Cameras(), QStringList({"a", "b", "d", "e"}));
   QElapsedTimer clock;
   clock.start();
+  wall_->Play(Plan("p", {Page(2, 2, 0, {"", "c"}), Page(1, 2, 1, {"a", "b", "d", "e"})}));
+  QCOMPARE(Cameras(), QStringList({"a", "b", "d", "e"}));
   QTRY_COMPARE(wall_->PageNumber(), 2);
   QVERIFY(clock.elapsed() >= 900);
   QCOMPARE(Cameras(), QStringList{"c"});
   QCOMPARE(g_running, 1);
-  clock.restart();
   QTRY_COMPARE(wall_->PageNumber(), 1);
-  QVERIFY(clock.elapsed() >= 900);
+  QVERIFY(clock.elapsed() >= 1900);
 }
 
 void LiveWallTest::KeysTurnHoldAndStop() {

@@ -62,13 +62,12 @@ void MessageTipsTest::OneAfterTheOtherWithoutFocus() {
   QCOMPARE(edit_->text(), QString("abc"));
   QVERIFY(window_->isActiveWindow());
 
-  QTRY_COMPARE_WITH_TIMEOUT(shown.size(), 2, 4000);
+  QTRY_COMPARE_WITH_TIMEOUT(shown.size(), 2, 30000);
   QVERIFY(clock.elapsed() >= 1900);
   QCOMPARE(shown.at(1).at(1).toInt(), 1);
   QVERIFY(tips.CurrentText().isEmpty() && Tip());
-  clock.restart();
-  QTRY_VERIFY_WITH_TIMEOUT(!Tip(), 8000);
-  QVERIFY(clock.elapsed() >= 4000);
+  QTRY_VERIFY_WITH_TIMEOUT(!Tip(), 30000);
+  QVERIFY(clock.elapsed() >= 6500);  // two seconds for the first, five for a failure
   QCOMPARE(QApplication::focusWidget(), edit_);
 }
 
@@ -100,7 +99,7 @@ void MessageTipsTest::WindowGoesAwayWithItsTips() {
   tips.ShowTip("elsewhere", 0, &other);
   window_.reset();
   QVERIFY(tips.CurrentText().isEmpty());
-  QTRY_COMPARE_WITH_TIMEOUT(tips.CurrentText(), QString("elsewhere"), 4000);
+  QTRY_COMPARE_WITH_TIMEOUT(tips.CurrentText(), QString("elsewhere"), 30000);
   QCOMPARE(shown.size(), 2);
 }
 
