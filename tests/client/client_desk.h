@@ -59,11 +59,14 @@ class CClientDesk : public QObject {
     clock_ = clock.get();
     setup.cycle_clock = std::move(clock);
     window_ = std::make_unique<TarnClient::CMainWindow>(std::move(setup));
+    FollowSwitches();
     window_->show();
     QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
     WaitForPlans();
   }
+  /// After a switch of user: for those of the new one.
   void WaitForPlans() {
+    QTRY_VERIFY(!old_plans_);
     QTRY_VERIFY(TarnPlanView::CViewModelDataManagerExport::Instance().IsViewModelInitFinish());
     QTRY_VERIFY(Row("Plans").isValid());
     CPlanFixture::Drain();
@@ -110,11 +113,20 @@ class CClientDesk : public QObject {
   CHandClock* clock_ = nullptr;
 
  private:
+  // A new user's plans come with the store's notice, so at first all is still as it was for the last user.
+  void FollowSwitches() {
+    old_plans_ = false;
+    connect(window_.get(), &TarnClient::CMainWindow::SignalUserSwitched, this, [this] { old_plans_ = true; });
+    connect(fixture_.Public(), &QAbstractItemModel::rowsRemoved, this,
+            [this](const QModelIndex& parent) { old_plans_ = old_plans_ && parent.isValid(); });
+  }
   QModelIndexList Rows(int role, const QVariant& value, size_t family) {
     const QAbstractItemModel* rows = Tree(family)->model();
     const auto exactly = Qt::MatchExactly | Qt::MatchRecursive;
     return rows && rows->rowCount() > 0 ? rows->match(rows->index(0, 0), role, value, -1, exactly) : QModelIndexList();
   }
+
+  bool old_plans_ = false;
 
  private Q_SLOTS:
   void cleanup() { CloseDesk(); }
