@@ -28,6 +28,8 @@ class CAutomaticDesk : public CClientDesk {
   void At(const QString& time);
   void Tick(QObject* object, int interval);
   void TickPlayer(int interval = 1000);
+  /// The running timer of the player with this interval; null when there is none.
+  QTimer* PlayerTimer(int interval);
   void StoreDefaultView(const QString& name, int type);
   void Schedule(const QString& plan, const QString& begin, const QString& end);
   void Delete(const QString& plan);
@@ -70,6 +72,15 @@ inline void CAutomaticDesk::TickPlayer(int interval) {
   for (QTimer* timer : window_->Player().findChildren<QTimer*>()) {
     Tick(timer, interval);
   }
+}
+
+inline QTimer* CAutomaticDesk::PlayerTimer(int interval) {
+  for (QTimer* timer : window_->Player().findChildren<QTimer*>()) {
+    if (timer->isActive() && timer->interval() == interval) {
+      return timer;
+    }
+  }
+  return nullptr;
 }
 
 inline void CAutomaticDesk::StoreDefaultView(const QString& name, int type) {
