@@ -10,7 +10,7 @@ namespace TarnTest {
 
 namespace {
 
-constexpr int kEndMs = 30000;
+constexpr int kEndMs = 90000;
 
 }  // namespace
 

@@ -15,7 +15,7 @@ class CClientRun {
 
   /// Asks the program to go, as a log-out of the desktop does.
   void Terminate() { process_.terminate(); }
-  /// False when the program does not end within 30 seconds.
+  /// False when the program does not end within 90 seconds.
   bool WaitForEnd();
   int ExitCode() const { return process_.exitCode(); }
   QString Errors() const { return errors_; }
