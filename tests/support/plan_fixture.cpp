@@ -20,6 +20,9 @@ using namespace TarnPlanView;
 
 namespace {
 
+constexpr int kLeastThreads = 4;
+constexpr int kReadyMs = 30000;
+
 TarnHost::PlanSite::Plan OneWindowPlan(const std::string& name, int group, int family) {
   TarnHost::PlanSite::Plan plan;
   plan.name = name;
@@ -78,6 +81,8 @@ CPlanFixture::~CPlanFixture() {
 }
 
 bool CPlanFixture::Open(const PlanFixtureOptions& options, QString* error) {
+  QThreadPool* pool = QThreadPool::globalInstance();  // holds two calls and more, also where there is one processor
+  pool->setMaxThreadCount(qMax(kLeastThreads, pool->maxThreadCount()));
   messages_ = std::make_unique<CMessageGuard>();
   log_ = std::make_unique<CLogCapture>();
   TarnHost::PlanStoreOptions store_options;
@@ -98,8 +103,8 @@ bool CPlanFixture::logIn(const QString& user, QString* error) {
   // The log-in tells observers that the whole tree is new; the plug-in is not to hear that later.
   CEventCounter events;
   store_->ViewRegisterResourceUpdate(&events, {ResourceData::RT_VIEW_GROUP, "root", 1});
-  const bool done = store_->LogIn(user, error) && QTest::qWaitFor([&events] { return events.Count() > 0; }) &&
-                    QTest::qWaitFor([this] { return store_->IsViewResourceDownFinish(); });
+  const bool done = store_->LogIn(user, error) && QTest::qWaitFor([&events] { return events.Count() > 0; }, kReadyMs) &&
+                    QTest::qWaitFor([this] { return store_->IsViewResourceDownFinish(); }, kReadyMs);
   store_->ViewRegisterResourceUpdate(&events, {ResourceData::RT_VIEW_GROUP, "root", 0});
   return done;
 }

@@ -7,9 +7,13 @@
 namespace TarnTest {
 
 namespace {
+
+constexpr int kHeldMs = 30000;
+
 bool OnGuiThread() {
   return QThread::currentThread() == QCoreApplication::instance()->thread();
 }
+
 }  // namespace
 
 CRecordingServices::CRecordingServices(std::shared_ptr<TarnHost::IHostServices> target) : target_(std::move(target)) {}
@@ -36,10 +40,11 @@ void CRecordingServices::ReleaseAll() {
 }
 
 bool CRecordingServices::WaitUntilHeld(const QString& call, int count) {
-  return QTest::qWaitFor([this, call, count] {
+  const auto held = [this, call, count] {
     const std::lock_guard<std::mutex> lock(mutex_);
     return waiting_.value(call) >= count;
-  });
+  };
+  return QTest::qWaitFor(held, kHeldMs);
 }
 
 void CRecordingServices::Fail(const QString& call, const std::string& error_info) {
