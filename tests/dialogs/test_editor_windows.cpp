@@ -313,11 +313,14 @@ void EditorWindowsTest::AsksOnlyOfCamerasThatStay() {
   Services().Hold("GetStreamAbility");
   Services().Hold("GetPresets");
   Show(stage, {Camera(2, "101"), Camera(3, "102"), Camera(4, "103")});
-  for (int window_no = 2; window_no <= 4; ++window_no) {  // passes over two of them
+  QElapsedTimer rest;
+  for (int window_no = 2; window_no <= 4; ++window_no) {  // passes over two of them, too fast for any timer
+    rest.start();
     stage.Grid().SetCurrentWindow(window_no);
-    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents();
   }
   QVERIFY(Services().WaitUntilHeld("GetStreamAbility"));
+  QVERIFY(rest.elapsed() >= 150);
   QVERIFY(Services().WaitUntilHeld("GetPresets"));
   const int threads = QThreadPool::globalInstance()->maxThreadCount();
   QThreadPool::globalInstance()->setMaxThreadCount(1);
