@@ -5,6 +5,11 @@
 
 namespace TarnPlanView {
 
+bool CCallOrder::IsBusy(const std::string& key) const {
+  const std::lock_guard<std::mutex> lock(waiting_->mutex);
+  return waiting_->tasks.count(key) > 0;
+}
+
 void CCallOrder::Run(QThreadPool* pool, const std::string& key, std::function<void()> task) {
   {
     const std::lock_guard<std::mutex> lock(waiting_->mutex);

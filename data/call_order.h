@@ -16,6 +16,8 @@ namespace TarnPlanView {
 /// A task must not throw. What has come is run even when the order is forgotten meanwhile. Thread: any.
 class CCallOrder {
  public:
+  /// Whether a task of this key runs or waits.
+  bool IsBusy(const std::string& key) const;
   void Run(QThreadPool* pool, const std::string& key, std::function<void()> task);
 
  private:

@@ -166,7 +166,7 @@ void CViewModelDataManager::InitRootItem() {
 
 void CViewModelDataManager::ClearAllViewModelData() {
   TARN_PLAN_LOG_INFO("ClearAllViewModelData Clear Data");
-  ++d_->change_count;
+  noteNotice();
   d_->data_requested = false;
   d_->init_finished = false;
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
@@ -177,7 +177,7 @@ void CViewModelDataManager::ClearAllViewModelData() {
 
 void CViewModelDataManager::ClearModelData() {
   TARN_PLAN_LOG_INFO("ClearModelData View Data");
-  ++d_->change_count;
+  noteNotice();
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     model->UninitModelRootItem();
   }

@@ -82,6 +82,10 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
 
   /// Grows with every change of a plan or group that was applied. What was fetched before the last one may be outdated.
   int GetChangeCount() const;
+  /// Grows with every notice of a change made elsewhere.
+  int GetNoticeCount() const;
+  /// Brings the rows of one plan or group to what the host says of it now. Blocks as a notice does.
+  void Recheck(const QString& code, bool is_group);
 
  Q_SIGNALS:
   void SignalFinshExpandPublicView();
@@ -133,6 +137,12 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   void markChildrenFetched(const QString& code);
   bool followMove(CStandardPlanModel* model, QStandardItem* row, const view_plugin_protocol::PlanBasicInfo& plan);
   void recheckTimedPlay();
+  void noteNotice();
+  void recheckGroup(const QString& code);
+  void recheckPlan(const QString& code);
+  void showMissingPlan(const QString& code);
+  /// The parent of the row in the first model that has it.
+  QModelIndex parentOf(const QString& code, bool is_group) const;
   std::shared_ptr<CView> makeView(const std::string& code);
   std::shared_ptr<CViewGroup> makeViewGroup(const std::string& code);
   void dropObservers();

@@ -1,5 +1,6 @@
 #include <QPointer>
 #include <QStandardItem>
+#include <algorithm>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
@@ -213,6 +214,15 @@ int CViewModelDataManager::GetChangeCount() const {
   return d_->change_count;
 }
 
+int CViewModelDataManager::GetNoticeCount() const {
+  return d_->notice_count;
+}
+
+void CViewModelDataManager::noteNotice() {
+  ++d_->change_count;
+  ++d_->notice_count;
+}
+
 void CViewModelDataManager::OnSetGroupNodeLoaded(const QString& index_code, bool is_loaded) {
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     if (QStandardItem* row = model->FindTargetItemByIndexCode(index_code, true)) {
@@ -225,7 +235,7 @@ void CViewModelDataManager::OnSetGroupNodeLoaded(const QString& index_code, bool
 }
 
 void CViewModelDataManager::OnViewGroupNameChanged(const QString& index_code, const QString& new_name) {
-  ++d_->change_count;
+  noteNotice();
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     if (QStandardItem* row = model->FindTargetItemByIndexCode(index_code, true)) {
       row->setText(new_name);
@@ -235,7 +245,7 @@ void CViewModelDataManager::OnViewGroupNameChanged(const QString& index_code, co
 
 void CViewModelDataManager::OnViewGroupChildAdded(const QString& group_index_code,
                                                   ResourceData::ResourceType child_type) {
-  ++d_->change_count;
+  noteNotice();
   const QModelIndex group =
       d_->models.isEmpty() ? QModelIndex() : d_->models.first()->FindIndexByIndexCode(group_index_code, true);
   const int theme = group.isValid() ? CViewPublicDef::GetIndexType(group) : -1;
@@ -248,7 +258,7 @@ void CViewModelDataManager::OnViewGroupChildAdded(const QString& group_index_cod
 
 void CViewModelDataManager::OnViewGroupChildRemoved(const QString& child_index_code,
                                                     ResourceData::ResourceType child_type) {
-  ++d_->change_count;
+  noteNotice();
   if (!IsPlanResource(child_type)) {
     return;
   }
@@ -261,7 +271,7 @@ void CViewModelDataManager::OnViewGroupChildRemoved(const QString& child_index_c
 }
 
 void CViewModelDataManager::OnViewChanged(const QString& view_index_code) {
-  ++d_->change_count;
+  noteNotice();
   view_plugin_protocol::GetPlanDetailRequest request;
   request.plan_index_code = QStringToString(view_index_code);
   view_plugin_protocol::GetPlanDetailResponse detail;
@@ -298,7 +308,7 @@ bool CViewModelDataManager::followMove(CStandardPlanModel* model, QStandardItem*
 }
 
 void CViewModelDataManager::OnRootChildAdded(ResourceData::ResourceType child_type) {
-  ++d_->change_count;
+  noteNotice();
   const struct {
     const char* code;
     ThemeNodeType theme;
@@ -310,6 +320,81 @@ void CViewModelDataManager::OnRootChildAdded(ResourceData::ResourceType child_ty
       InsertSubPlanNode(QString::fromLatin1(root.code), root.theme);
     }
   }
+}
+
+void CViewModelDataManager::Recheck(const QString& code, bool is_group) {
+  if (!code.isEmpty()) {
+    is_group ? recheckGroup(code) : recheckPlan(code);
+  }
+}
+
+// A group never changes its parent: it stands there under its name, or it is gone.
+void CViewModelDataManager::recheckGroup(const QString& code) {
+  const QModelIndex parent = parentOf(code, true);
+  view_plugin_protocol::GetPlanGroupsRequest request;
+  request.parent_index_code = CViewPublicDef::GetIndexCode(parent);
+  request.node_type = CViewPublicDef::GetIndexType(parent);
+  view_plugin_protocol::GetPlanGroupsResponse response;
+  if (!parent.isValid() || !CViewBusinessInterfaceMgr::Instance().GetPlanGroups(request, response)) {
+    return;
+  }
+  for (const auto& group : qAsConst(response.groups)) {
+    if (group.index_code == QStringToString(code)) {
+      OnViewGroupNameChanged(code, StringToQString(group.name));
+      return;
+    }
+  }
+  OnViewGroupChildRemoved(code, ResourceData::RT_VIEW_GROUP);
+}
+
+void CViewModelDataManager::recheckPlan(const QString& code) {
+  OnViewChanged(code);  // follows a move
+  const QModelIndex parent = parentOf(code, false);
+  if (!parent.isValid()) {
+    showMissingPlan(code);
+    return;
+  }
+  view_plugin_protocol::GetPlansInGroupRequest request;
+  request.group_index_code = CViewPublicDef::GetIndexCode(parent);
+  request.node_type = CViewPublicDef::GetIndexType(parent);
+  view_plugin_protocol::GetPlansInGroupResponse response;
+  if (!CViewBusinessInterfaceMgr::Instance().GetPlansInGroup(request, response)) {
+    return;
+  }
+  const bool is_there = std::any_of(response.plans.cbegin(), response.plans.cend(), [&code](const PlanBasicInfo& plan) {
+    return plan.index_code == QStringToString(code);
+  });
+  if (!is_there) {
+    OnViewGroupChildRemoved(code, ResourceData::RT_VIEW);
+  }
+}
+
+void CViewModelDataManager::showMissingPlan(const QString& code) {
+  view_plugin_protocol::GetPlanDetailRequest request;
+  request.plan_index_code = QStringToString(code);
+  view_plugin_protocol::GetPlanDetailResponse detail;
+  if (!CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, detail)) {
+    return;
+  }
+  for (const CStandardPlanModel* model : qAsConst(d_->models)) {
+    const QStandardItem* group = model->FindTargetItemByIndexCode(StringToQString(detail.group_index_code), true);
+    if (group) {
+      if (takesChildren(group)) {
+        InsertSubPlanNode(StringToQString(detail.group_index_code), CViewPublicDef::GetIndexType(group->index()));
+      }
+      return;
+    }
+  }
+}
+
+QModelIndex CViewModelDataManager::parentOf(const QString& code, bool is_group) const {
+  for (const CStandardPlanModel* model : qAsConst(d_->models)) {
+    const QModelIndex row = model->FindIndexByIndexCode(code, is_group);
+    if (row.isValid()) {
+      return row.parent();
+    }
+  }
+  return {};
 }
 
 void CViewModelDataManager::SetPlanPlayStateByIndexCode(const QString& monitorId, const QString& code, bool playing) {

@@ -30,6 +30,7 @@ class CViewModelDataManager::Private {
   bool data_requested = false;
   bool init_finished = false;
   int change_count = 0;
+  int notice_count = 0;
   CDownloadPoll* poll;  // child of the manager
   std::unique_ptr<CViewGroupManager> group_manager;
   std::unordered_map<std::string, std::shared_ptr<CView>> views;

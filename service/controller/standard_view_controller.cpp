@@ -9,6 +9,8 @@
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "async_call.h"
+#include "change_call.h"
+#include "host_call.h"
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_node_ref.h"
@@ -28,32 +30,8 @@ namespace {
 
 constexpr int kMaxFilledWindows = 128;
 constexpr char kNoDefaultView[] = "-3";
-// A site that changes without a pause must not keep a row waiting for ever.
+// A site that changes without a pause must not keep a row waiting for ever: the last fetch of that many is awaited.
 constexpr int kMaxFetches = 5;
-
-/// A host call's answer: whether it succeeded, and the response.
-template <class Response>
-struct Answer {
-  bool ok = false;
-  Response response;
-};
-
-/// A task that makes one host call.
-template <class Request, class Response>
-auto HostCall(bool (CViewBusinessInterfaceMgr::*call)(const Request&, Response&), const Request& request) {
-  return [call, request] {
-    Answer<Response> answer;
-    answer.ok = (CViewBusinessInterfaceMgr::Instance().*call)(request, answer.response);
-    return answer;
-  };
-}
-
-/// What the changes of one node keep: whoever moves a plan twice finds it where it was put last. All controllers share
-/// it, since a node may stand in several trees.
-CCallOrder& ChangeOrder() {
-  static CCallOrder order;
-  return order;
-}
 
 /// Tells what came of a request that changes something: `announce` and then the tip, or the host's text. A slot may
 /// end the controller in between.
@@ -218,8 +196,9 @@ void CStandardViewController::AddPlanGroupByIndexName(const QModelIndex& parent,
 void CStandardViewController::addPlanGroupByIndexNameThread(const QModelIndex& parent, const QString& name) {
   const AddPlanGroupRequest request = MakeAddGroupRequest(parent, name);
   const CPlanNodeRef node(parent);
+  const int notices = CViewModelDataManager::Instance().GetNoticeCount();
   CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::AddPlanGroup, request),
-            [this, request, node](const auto& answer) {
+            [this, request, node, notices](const auto& answer) {
               Settle(this, answer, tr("AddASuccess"), [&] {
                 PlanGroup group;
                 group.name = request.name;
@@ -228,6 +207,7 @@ void CStandardViewController::addPlanGroupByIndexNameThread(const QModelIndex& p
                 group.type = request.kind;
                 Q_EMIT SignalAddPlanGroupSucc(node.Resolve(), group);
               });
+              RecheckIfTold(notices, answer.response.index_code, true);
             });
 }
 
@@ -244,10 +224,10 @@ void CStandardViewController::deletePlanGroupByIndexThread(const QModelIndex& in
   request.name = NameOf(index);
   request.type = CViewPublicDef::GetIndexType(index);
   const CPlanNodeRef node(index);
-  CallInOrder(ChangeOrder(), request.index_code, this, HostCall(&CViewBusinessInterfaceMgr::DeletePlanGroup, request),
-              [this, node](const auto& answer) {
-                Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanGroupSucc(node.Resolve()); });
-              });
+  CallChange(this, &CViewBusinessInterfaceMgr::DeletePlanGroup, request, request.index_code, true,
+             [this, node](const auto& answer) {
+               Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanGroupSucc(node.Resolve()); });
+             });
 }
 
 void CStandardViewController::DeletePlanByIndex(const QModelIndex& index) {
@@ -257,10 +237,10 @@ void CStandardViewController::DeletePlanByIndex(const QModelIndex& index) {
 void CStandardViewController::deletePlanByIndexThread(const QModelIndex& index) {
   const CPlanNodeRef node(index);
   const DeletePlanResquest request = MakeDeletePlanRequest(index);
-  CallInOrder(ChangeOrder(), request.plan_index_code, this, HostCall(&CViewBusinessInterfaceMgr::DeletePlan, request),
-              [this, node](const auto& answer) {
-                Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanSucc(node.Resolve()); });
-              });
+  CallChange(this, &CViewBusinessInterfaceMgr::DeletePlan, request, request.plan_index_code, false,
+             [this, node](const auto& answer) {
+               Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanSucc(node.Resolve()); });
+             });
 }
 
 void CStandardViewController::UpdatePlanGroupName(const QModelIndex& index, const QString& name) {
@@ -273,11 +253,11 @@ void CStandardViewController::updatePlanGroupNameThread(const QModelIndex& index
   request.name = QStringToString(name);
   request.flag = TypeOf(index) == ReceivedGroupItem;
   const CPlanNodeRef node(index);
-  CallInOrder(ChangeOrder(), request.index_code, this, HostCall(&CViewBusinessInterfaceMgr::UpdatePlanGroup, request),
-              [this, node, name](const auto& answer) {
-                Settle(this, answer, tr("EditSuccess"),
-                       [&] { Q_EMIT SignalUpdatePlanGroupNameSucc(node.Resolve(), name); });
-              });
+  CallChange(this, &CViewBusinessInterfaceMgr::UpdatePlanGroup, request, request.index_code, true,
+             [this, node, name](const auto& answer) {
+               Settle(this, answer, tr("EditSuccess"),
+                      [&] { Q_EMIT SignalUpdatePlanGroupNameSucc(node.Resolve(), name); });
+             });
 }
 
 void CStandardViewController::AddPlanParam(const AddPlanRequest& request) {
@@ -293,10 +273,12 @@ void CStandardViewController::AddPlanParam(const AddPlanRequest& request, const 
 }
 
 void CStandardViewController::addPlanParamThread(const AddPlanRequest& request, const PlanAnswer& told) {
-  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::AddPlan, request), [this, request, told](const auto& answer) {
+  const int notices = CViewModelDataManager::Instance().GetNoticeCount();
+  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::AddPlan, request), [=](const auto& answer) {
     const std::string& code = answer.response.index_code;
     Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"),
            [&] { Q_EMIT SignalAddPlanSucc(request, StringToQString(code)); });
+    RecheckIfTold(notices, code, false);
     told(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
   });
 }
@@ -317,11 +299,11 @@ void CStandardViewController::UpdatePlanParam(const UpdatePlanRequest& request, 
 void CStandardViewController::updatePlanParamThread(const UpdatePlanRequest& request, const QString& old_name,
                                                     const PlanAnswer& told) {
   // The old name travels with the request for whoever watches it; the host is not told.
-  CallInOrder(ChangeOrder(), request.plan_index_code, this, HostCall(&CViewBusinessInterfaceMgr::UpdatePlan, request),
-              [this, request, old_name, told](const auto& answer) {
-                Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"), [&] { Q_EMIT SignalUpdatePlanSucc(request); });
-                told(answer.ok, StringToQString(answer.ok ? request.plan_index_code : answer.response.error_info));
-              });
+  CallChange(this, &CViewBusinessInterfaceMgr::UpdatePlan, request, request.plan_index_code, false,
+             [this, request, old_name, told](const auto& answer) {
+               Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"), [&] { Q_EMIT SignalUpdatePlanSucc(request); });
+               told(answer.ok, StringToQString(answer.ok ? request.plan_index_code : answer.response.error_info));
+             });
 }
 
 void CStandardViewController::PlayPlanViewByIndexCode(const std::string& indexCode) {
@@ -385,7 +367,9 @@ void CStandardViewController::addOperationPlayPlanThread(const QString& name, bo
   request.name = QStringToString(name);
   request.automatic = automatic;
   request.from_history = from_history;
-  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::AddPlanLog, request), [](const auto&) {});
+  // In order: the time of an entry is that of its writing.
+  static CCallOrder order;
+  CallInOrder(order, {}, this, HostCall(&CViewBusinessInterfaceMgr::AddPlanLog, request), [](const auto&) {});
 }
 
 void CStandardViewController::InitGetViewDefaultConfig(const GetClientDefaultViewConfigRequest& request) {
@@ -485,10 +469,12 @@ void CStandardViewController::fetchSubItems(const CPlanNodeRef& node, const std:
   CallAsync(this, task, [=](const SubItems& items) {
     // An answer from before a change would bring back what was deleted or put a moved plan in its old place.
     const bool outdated = changes != CViewModelDataManager::Instance().GetChangeCount();
-    if (items.ok && outdated && fetches_left > 1 && node.Resolve().isValid()) {
+    if (!items.ok || !outdated || !node.Resolve().isValid()) {
+      finishExpand(node, items);
+    } else if (fetches_left > 1) {
       fetchSubItems(node, code, type, fetches_left - 1);
     } else {
-      finishExpand(node, items);
+      finishExpand(node, task());  // awaited here: no notice comes in between
     }
   });
 }

@@ -21,9 +21,10 @@ class CPlanNodeRef;
 /// Each call checks its arguments (guards are silent but for the window limit), reads what it needs from the rows and
 /// returns at once; the answer comes later as signals, all emitted on the controller's thread: first the success
 /// signal, then signalShowMessage() with state 0 where a tip belongs to it; after a failed call
-/// signalShowMessage() with the host's text and state 1. Answers of several calls may come in any order. A row is held
-/// by its code and position while its request runs; when it is gone the signals carry an invalid index. Results reach
-/// the plan data before any other receiver. A controller that dies gets no answers. Thread: GUI.
+/// signalShowMessage() with the host's text and state 1. Answers of several calls may come in any order, but those of
+/// changes of one plan or group. A row is held by its code and position while its request runs; when it is gone the
+/// signals carry an invalid index. Results reach the plan data before any other receiver. A controller that dies gets
+/// no answers. Thread: GUI.
 class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   Q_OBJECT
  public:

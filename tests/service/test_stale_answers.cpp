@@ -36,6 +36,8 @@ class StaleAnswersTest : public CPlanTest {
   void ASlotEndsTheController();
   void ManySlowRequestsInAnyOrder();
   void ChangesOfOneRowKeepTheirOrder();
+  void OwnAnswerAfterANewerNotice();
+  void AChangeThatWaitedIsNotTheNextUsers();
 
  private:
   QModelIndex Group(const QString& name) { return fixture_.Public()->FindIndexByIndexCode(fixture_.Code(name), true); }
@@ -315,6 +317,75 @@ void StaleAnswersTest::ChangesOfOneRowKeepTheirOrder() {
   names.removeOne("beside it");
   QCOMPARE(names, QStringList({"first", "second", "last"}));
   QCOMPARE(Outline(fixture_.Public()), QString("Plans(last(A1,Public A plan 2,Public A plan 10),beside it)"));
+}
+
+// The own change is made; before its answer comes, somebody else's newer one is told. The tree ends as the store does.
+void StaleAnswersTest::OwnAnswerAfterANewerNotice() {
+  auto& manager = CViewModelDataManager::Instance();
+  auto& store = fixture_.Store();
+  Expand("Public B");
+  const QStringList calls{"UpdatePlanGroup", "UpdatePlan", "AddPlan", "AddPlanGroup"};
+  for (const QString& call : calls) {
+    Services().Hold(call, CRecordingServices::AfterCall);
+  }
+  const QString renamed = fixture_.Code("Public B"), away = fixture_.Code("Public A plan 2"),
+                gone = fixture_.Code("Public A plan 10");
+  UpdatePlanRequest update;
+  update.parent_index_code = fixture_.Code("A1").toStdString();
+  update.plan_index_code = away.toStdString();
+  update.plan_name = "put below A1";
+  controller_->UpdatePlanGroupName(Group("Public B"), "own name");
+  QVERIFY(Services().WaitUntilHeld("UpdatePlanGroup"));
+  controller_->UpdatePlanParam(update, "");
+  QVERIFY(Services().WaitUntilHeld("UpdatePlan"));
+
+  UpdatePlanGroupResponse group_answer;
+  QVERIFY(store.UpdatePlanGroup({renamed.toStdString(), "their name", false}, group_answer));
+  manager.OnViewGroupNameChanged(renamed, "their name");
+  UpdatePlanResponse plan_answer;
+  update.parent_index_code = renamed.toStdString();
+  update.plan_name = "their place";
+  QVERIFY(store.UpdatePlan(update, plan_answer));
+  manager.OnViewChanged(away);
+  Services().ReleaseAll();
+  CPlanFixture::Drain();
+  QCOMPARE(Outline(fixture_.Public()), QString("Plans(Public A(A1,Public A plan 10),"
+                                               "their name(Public B plan 2,Public B plan 10,their place))"));
+
+  for (const QString& call : calls) {
+    Services().Hold(call, CRecordingServices::AfterCall);
+  }
+  update.plan_index_code = gone.toStdString();
+  update.plan_name = "saved";
+  controller_->UpdatePlanParam(update, "");
+  QVERIFY(Services().WaitUntilHeld("UpdatePlan"));
+  controller_->AddPlanGroupByIndexName(Group("Public A"), "added");
+  QVERIFY(Services().WaitUntilHeld("AddPlanGroup"));
+  DeletePlanResponse plan_deleted;
+  QVERIFY(store.DeletePlan({gone.toStdString(), "", "", "", ""}, plan_deleted));
+  manager.OnViewGroupChildRemoved(gone, ResourceData::RT_VIEW);
+  DeletePlanGroupResponse group_deleted;
+  QVERIFY(store.DeletePlanGroup({fixture_.Code("added").toStdString(), "", 0}, group_deleted));
+  Services().ReleaseAll();
+  CPlanFixture::Drain();
+  QCOMPARE(Outline(fixture_.Public()),
+           QString("Plans(Public A(A1),their name(Public B plan 2,Public B plan 10,their place))"));
+}
+
+void StaleAnswersTest::AChangeThatWaitedIsNotTheNextUsers() {
+  const QString code = fixture_.Code("Public A");
+  const QModelIndex row = Group("Public A");
+  Services().Hold("UpdatePlanGroup", CRecordingServices::AfterCall);
+  controller_->UpdatePlanGroupName(row, "first");
+  QVERIFY(Services().WaitUntilHeld("UpdatePlanGroup"));
+  controller_->UpdatePlanGroupName(row, "waits");
+  QString error;
+  QVERIFY(fixture_.Store().LogIn("viewer", &error));
+  Services().ReleaseAll();
+  CPlanFixture::Drain();
+  QCOMPARE(Services().Requests<UpdatePlanGroupRequest>().size(), 1u);  // the host was not asked in the viewer's name
+  QCOMPARE(fixture_.Code("first"), code);
+  QVERIFY2(log_->lines.join(' ').contains("the user was switched"), qPrintable(log_->lines.join(' ')));
 }
 
 QTEST_MAIN(StaleAnswersTest)

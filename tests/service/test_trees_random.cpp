@@ -247,14 +247,15 @@ class RandomSite {
     }
   }
 
-  // Reads may come back late, with what was true before; writes are late as a whole.
+  // What was true before may come back late; a change may also be late as a whole.
   void holdOrFail() {
     const int place = *rc::gen::inRange(0, 8);
     if (*rc::gen::inRange(0, 3) == 0) {
       fixture_.Services().Fail(kCalls[place]);
     } else {
-      fixture_.Services().Hold(kCalls[place],
-                               place < 2 ? CRecordingServices::AfterCall : CRecordingServices::BeforeCall);
+      fixture_.Services().Hold(kCalls[place], place < 2 || *rc::gen::arbitrary<bool>()
+                                                  ? CRecordingServices::AfterCall
+                                                  : CRecordingServices::BeforeCall);
     }
   }
 
