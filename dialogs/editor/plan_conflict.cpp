@@ -2,10 +2,12 @@
 
 #include <QTimer>
 #include <algorithm>
-#include <optional>
+#include <deque>
+#include <set>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "async_call.h"
+#include "plan_item_role.h"
 
 namespace TarnPlanView {
 
@@ -28,29 +30,55 @@ std::optional<GetPlanDetailResponse> PlanOf(const std::string& plan_code) {
   return response;
 }
 
-bool ServiceAnswers() {
-  view_plugin_protocol::GetPlanGroupsRequest request;
-  request.parent_index_code = "-1";
-  view_plugin_protocol::GetPlanGroupsResponse response;
-  return CViewBusinessInterfaceMgr::Instance().GetPlanGroups(request, response);
-}
-
-struct Listing {
-  bool is_known = false;  // the host told what is in the group, or that there is no such group
-  bool has_plan = false;
-};
-
-Listing ListingOf(const std::string& plan_code, const std::string& group_code) {
+// No value when the host did not say.
+std::optional<bool> IsInGroup(const std::string& plan_code, const std::string& group_code) {
   view_plugin_protocol::GetPlansInGroupRequest request;
   request.group_index_code = group_code;
   view_plugin_protocol::GetPlansInGroupResponse response;
   if (!CViewBusinessInterfaceMgr::Instance().GetPlansInGroup(request, response)) {
-    return {ServiceAnswers(), false};
+    return std::nullopt;
   }
-  const auto is_it = [&plan_code](const view_plugin_protocol::PlanBasicInfo& plan) {
-    return plan.index_code == plan_code;
-  };
-  return {true, std::any_of(response.plans.cbegin(), response.plans.cend(), is_it)};
+  return std::any_of(response.plans.cbegin(), response.plans.cend(),
+                     [&plan_code](const auto& plan) { return plan.index_code == plan_code; });
+}
+
+// The groups that were not known yet join them and `open`. False when the host did not say.
+bool AddGroupsBelow(const std::string& group_code, std::set<std::string>* known, std::deque<std::string>* open) {
+  view_plugin_protocol::GetPlanGroupsRequest request;
+  request.parent_index_code = group_code;
+  view_plugin_protocol::GetPlanGroupsResponse response;
+  if (!CViewBusinessInterfaceMgr::Instance().GetPlanGroups(request, response)) {
+    return false;
+  }
+  for (const auto& group : qAsConst(response.groups)) {
+    if (known->insert(group.index_code).second) {
+      open->push_back(group.index_code);
+    }
+  }
+  return true;
+}
+
+// Asks for every group there is, since the plan may have been moved. No value when one answer fails to come: then
+// the plan may be in that very group.
+std::optional<bool> IsInAnyGroup(const std::string& plan_code) {
+  std::deque<std::string> open{kPublicRootCode, kOwnRootCode, kReceivedRootCode};
+  std::set<std::string> known(open.begin(), open.end());
+  for (; !open.empty(); open.pop_front()) {
+    const std::string group = open.front();
+    const std::optional<bool> is_here = IsInGroup(plan_code, group);
+    if (!is_here || *is_here) {
+      return is_here;
+    }
+    if (!AddGroupsBelow(group, &known, &open)) {
+      return std::nullopt;
+    }
+  }
+  return false;
+}
+
+// The group it was in comes first; when it fails that group may be gone with all in it.
+std::optional<bool> IsListed(const std::string& plan_code, const std::string& group_code) {
+  return IsInGroup(plan_code, group_code).value_or(false) ? true : IsInAnyGroup(plan_code);
 }
 
 }  // namespace
@@ -88,18 +116,18 @@ void CPlanConflict::FetchPlan() {
 
 void CPlanConflict::AskWhetherListed(int looks_left) {
   CallAsync(
-      this, [plan = question_.plan_code, group = question_.group_code] { return ListingOf(plan, group); },
-      [this, asked = asked_, looks_left](const Listing& listing) {
+      this, [plan = question_.plan_code, group = question_.group_code] { return IsListed(plan, group); },
+      [this, asked = asked_, looks_left](const std::optional<bool>& is_listed) {
         if (asked == asked_) {
-          OnListing(listing.is_known, listing.has_plan, looks_left - 1);
+          OnListing(is_listed, looks_left - 1);
         }
       });
 }
 
-void CPlanConflict::OnListing(bool is_known, bool has_plan, int looks_left) {
-  if (is_known && !has_plan) {
+void CPlanConflict::OnListing(std::optional<bool> is_listed, int looks_left) {
+  if (is_listed && !*is_listed) {
     Tell(Deleted);
-  } else if (!is_known || looks_left == 0) {
+  } else if (!is_listed || looks_left == 0) {
     Tell(OtherFailure);
   } else {
     QTimer::singleShot(kBetweenLooksMs, this, [this, asked = asked_, looks_left] {

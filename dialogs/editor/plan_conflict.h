@@ -1,19 +1,21 @@
 #pragma once
 
 #include <QObject>
+#include <optional>
 #include <string>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
 
 namespace TarnPlanView {
 
-/// Finds out what stands behind an update that the host refused: asks for the plan, and where that fails, whether it is
-/// still listed in its group. Thread: GUI; asks off it, one question at a time. Dead, it tells nobody anything.
+/// Finds out what stands behind an update that the host refused: asks for the plan, and where that fails, whether any
+/// group lists it; it is deleted only when all of them have answered. Thread: GUI; asks off it, one question at a time.
+/// Dead, it tells nobody anything.
 class CPlanConflict : public QObject {
   Q_OBJECT
  public:
   enum Kind {
-    OtherFailure,      // the plan is as it was loaded, or the host does not answer
+    OtherFailure,      // the plan is as it was loaded, or the host does not say
     ChangedElsewhere,  // the host has a newer revision
     Deleted,           // the host has no such plan
   };
@@ -42,7 +44,7 @@ class CPlanConflict : public QObject {
  private:
   void FetchPlan();
   void AskWhetherListed(int looks_left);
-  void OnListing(bool is_known, bool has_plan, int looks_left);
+  void OnListing(std::optional<bool> is_listed, int looks_left);
   void Tell(Kind kind, const view_plugin_protocol::GetPlanDetailResponse& theirs = {});
 
   Question question_;

@@ -69,7 +69,8 @@ void EditorFailuresTest::OneMessageAndNothingLost() {
     stage.Grid().PutCameras(4, {{QString::fromStdString(camera.index_code), "Gate camera"}});
   }
   for (const QString& call : calls) {
-    QTRY_VERIFY2(Services().Count(call) > 0, qPrintable(call));
+    const bool comes_to_it = call != "GetPlanGroups";  // asked for only after a list of plans
+    QTRY_VERIFY2(!comes_to_it || Services().Count(call) > 0, qPrintable(call));
   }
   const int messages = calls.contains("GetFavoriteCameras") ? 0 : 1;  // without them there are no stars
   QTRY_COMPARE(told(), messages);
@@ -85,9 +86,10 @@ void EditorFailuresTest::OneMessageAndNothingLost() {
   for (const QString& call : calls) {
     Services().Mend(call);
   }
-  stage.IsConflictShown() ? stage.Click("save_as_new_btn") : stage.Click("save_plan_btn");
+  QVERIFY(!stage.IsConflictShown());  // nobody has changed or deleted it
+  stage.Click("save_plan_btn");
   QTRY_COMPARE(stage.closed, 1);
-  QVERIFY(!fixture_.Code("Changed").isEmpty() || !fixture_.Code("Changed (copy)").isEmpty());
+  QVERIFY(!fixture_.Code("Changed").isEmpty());
 }
 
 QTEST_MAIN(EditorFailuresTest)

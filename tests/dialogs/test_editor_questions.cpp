@@ -20,6 +20,7 @@ class EditorQuestionsTest : public TarnTest::CPlanTest {
   void DeletedByAnotherClient();
   void OtherFailures_data();
   void OtherFailures();
+  void MovedIsNotDeleted();
   void OnlyTheLastQuestionIsAnswered();
   void AbilitiesAreFetchedOnce();
   void FailuresAreAskedAgain();
@@ -124,6 +125,7 @@ void EditorQuestionsTest::OtherFailures_data() {
   QTest::addColumn<bool>("fetched");
   QTest::newRow("the save alone") << QStringList{} << true;
   QTest::newRow("the plan as well") << QStringList{"GetPlanDetail"} << false;
+  QTest::newRow("all but the groups") << QStringList{"GetPlanDetail", "GetPlansInGroup"} << false;
   QTest::newRow("everything") << QStringList{"GetPlanDetail", "GetPlansInGroup", "GetPlanGroups"} << false;
 }
 
@@ -138,6 +140,20 @@ void EditorQuestionsTest::OtherFailures() {
   const Answer answer = Ask(question);
   QCOMPARE(answer.kind, CPlanConflict::OtherFailure);
   QCOMPARE(answer.theirs.index_code.empty(), !fetched);
+}
+
+void EditorQuestionsTest::MovedIsNotDeleted() {
+  Open({}, false);
+  const auto question = QuestionOf(kPlan);
+  UpdatePlanRequest move;
+  move.plan_index_code = question.plan_code;
+  move.plan_name = kPlan;
+  move.index_type = 1;
+  move.parent_index_code = fixture_.Code("C1").toStdString();
+  UpdatePlanResponse response;
+  QVERIFY2(fixture_.Store().UpdatePlan(move, response), response.error_info.c_str());
+  Services().Fail("GetPlanDetail");
+  QCOMPARE(Ask(question).kind, CPlanConflict::OtherFailure);
 }
 
 void EditorQuestionsTest::OnlyTheLastQuestionIsAnswered() {
