@@ -298,7 +298,7 @@ void CViewExternWidget::Private::dropPending() {
   search->Cancel();
   mover->Stop();
   deleting.clear();
-  open_next = nullptr;
+  open_next.reset();
   leaving = false;
   removed_current.clear();
   saved_plan.clear();

@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <utility>
 
+#include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/download_slide_widget_pos_rule.h"
 #include "WidgetKit/dock_widget.h"
 #include "plan_item_role.h"
@@ -13,6 +15,20 @@ namespace {
 constexpr int kEditorWidth = 770;
 
 }  // namespace
+
+// All there are: their editors open over the same wall.
+QVector<CViewExternWidget::Private*>& CViewExternWidget::Private::Panels() {
+  static QVector<Private*> panels;
+  return panels;
+}
+
+CViewExternWidget::Private::Private(CViewExternWidget* panel) : q(panel) {
+  Panels().append(this);
+}
+
+CViewExternWidget::Private::~Private() {
+  Panels().removeOne(this);
+}
 
 void CViewExternWidget::Private::editPlan(const QString& code) {
   const QPointer<CViewExternWidget> alive(q);
@@ -32,7 +48,7 @@ CTarnAddPlanWidget* CViewExternWidget::Private::PlanEditor() {
             [this](const QString& plan, const QString& group) { showSaved(plan, group); });
     connect(plan_editor, &CTarnAddPlanWidget::SignalNotSaved, q, [this] {
       leaving = false;
-      open_next = nullptr;
+      open_next.reset();
     });
     connect(plan_editor, &CTarnAddPlanWidget::SignalClosed, q, [this] { closePlanEditor(); });
     connect(plan_editor, &CTarnAddPlanWidget::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
@@ -46,28 +62,58 @@ bool CViewExternWidget::Private::isEditing() const {
   return WidgetKit::IsDockWidgetShown(plan_editor);
 }
 
+QWidget* CViewExternWidget::Private::windowOfEditor() const {
+  return isEditing() ? plan_editor->window() : MarUIControl::GetIndependentWindow(monitor ? monitor.data() : q);
+}
+
+CViewExternWidget::Private* CViewExternWidget::Private::holderOfPlace() {
+  if (isEditing()) {
+    return this;
+  }
+  const QWidget* place = windowOfEditor();
+  const auto holds = [place](const Private* panel) { return panel->isEditing() && panel->windowOfEditor() == place; };
+  const auto holder = std::find_if(Panels().begin(), Panels().end(), holds);
+  return holder == Panels().end() ? nullptr : *holder;
+}
+
+bool CViewExternWidget::Private::isEditedAnywhere(const QString& plan_code) {
+  return std::any_of(Panels().cbegin(), Panels().cend(), [&plan_code](const Private* panel) {
+    return panel->isEditing() && panel->plan_editor->PlanCode() == plan_code;
+  });
+}
+
 bool CViewExternWidget::Private::openPlanEditor(const OpenInEditor& open) {
-  if (!isEditing()) {
+  Private* holder = holderOfPlace();
+  if (!holder) {
     showPlanEditor(open);
     return true;
   }
-  const QPointer<CViewExternWidget> alive(q);
-  const int asked_in = session;
-  const bool saved_anyway = plan_editor->IsSaving();  // then the user is told to wait
+  const QPointer<CViewExternWidget> alive(q), holding(holder->q);
+  const int asked_in = session, held_in = holder->session;
+  const bool saved_anyway = holder->plan_editor->IsSaving();  // then the user is told to wait
   if (!saved_anyway) {
-    open_next = open;  // before the question: the save may be done by the time it returns
+    holder->open_next = NextPlan{q, session, open};  // before the question: the save may be done when it returns
   }
-  const bool free = plan_editor->MayClose();
-  if (!alive || session != asked_in || !IsReady()) {
+  const bool free = holder->plan_editor->MayClose();
+  const bool is_saving = holding && holder->plan_editor && holder->plan_editor->IsSaving();
+  if (holding && holder->session == held_in && !saved_anyway && (free || !is_saving)) {
+    holder->open_next.reset();  // he keeps what is there, or has been told why it cannot be saved
+  }
+  if (!free || !alive || session != asked_in || !IsReady()) {
     return false;
   }
-  if (free) {
-    open_next = nullptr;
-    showPlanEditor(open);
-  } else if (!saved_anyway && !(plan_editor && plan_editor->IsSaving())) {
-    open_next = nullptr;  // he keeps what is there, or has been told why it cannot be saved
+  if (holding && holder != this) {
+    holder->closePlanEditor();
   }
-  return free;
+  showPlanEditor(open);
+  return true;
+}
+
+void CViewExternWidget::Private::openAwaited(const NextPlan& next) {
+  if (session == next.session && IsReady()) {
+    showPlanEditor(next.open);
+    renewHold();
+  }
 }
 
 void CViewExternWidget::Private::showPlanEditor(const OpenInEditor& open) {
@@ -76,15 +122,17 @@ void CViewExternWidget::Private::showPlanEditor(const OpenInEditor& open) {
 }
 
 void CViewExternWidget::Private::closePlanEditor() {
-  const OpenInEditor next = std::exchange(open_next, nullptr);
+  const std::optional<NextPlan> next = std::exchange(open_next, std::nullopt);
   if (std::exchange(leaving, false)) {
     hidePlanEditor();
     Q_EMIT q->SignalMayLeave();
-  } else if (next && IsReady()) {
-    showPlanEditor(next);
-    renewHold();
+  } else if (next && next->panel == q && IsReady()) {
+    openAwaited(*next);
   } else {
     hidePlanEditor();
+    if (next && next->panel && next->panel != q) {
+      next->panel->d_->openAwaited(*next);
+    }
   }
 }
 
@@ -131,7 +179,7 @@ void CViewExternWidget::Private::followUpdated(const QString& plan_code) {
 }
 
 void CViewExternWidget::Private::showSaved(const QString& plan_code, const QString& group_code) {
-  const bool gone_on = open_next || ui.plan_view_tree->hasFocus();
+  const bool gone_on = open_next.has_value() || ui.plan_view_tree->hasFocus();
   if (gone_on || stopped) {
     return;
   }

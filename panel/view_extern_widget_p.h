@@ -33,7 +33,9 @@ namespace TarnPlanView {
 
 class CViewExternWidget::Private {
  public:
-  explicit Private(CViewExternWidget* panel) : q(panel) {}
+  explicit Private(CViewExternWidget* panel);
+  ~Private();
+  static QVector<Private*>& Panels();
 
   // Construction.
   void initUi();
@@ -107,9 +109,21 @@ class CViewExternWidget::Private {
   CTarnAddPlanWidget* PlanEditor();
   bool isEditing() const;
   using OpenInEditor = std::function<void(CTarnAddPlanWidget*)>;
-  /// `open` tells the editor what to show. False when the user keeps what is in it, or has it saved first: then it is
-  /// opened once that is safe.
+  struct NextPlan {
+    QPointer<CViewExternWidget> panel;
+    int session = 0;  // of that panel
+    OpenInEditor open;
+  };
+  /// `open` tells the editor what to show. What is open in its place, here or in another panel's editor, goes
+  /// first. False when the user keeps that, or has it saved: then this one is opened once that is safe.
   bool openPlanEditor(const OpenInEditor& open);
+  /// The panel, this or another, whose editor is open where ours opens; null for none.
+  Private* holderOfPlace();
+  QWidget* windowOfEditor() const;
+  /// What waited for an editor to close, this panel's or another's.
+  void openAwaited(const NextPlan& next);
+  /// Whether any panel has it in its editor.
+  static bool isEditedAnywhere(const QString& plan_code);
   void showPlanEditor(const OpenInEditor& open);
   void closePlanEditor();
   void hidePlanEditor();
@@ -141,10 +155,10 @@ class CViewExternWidget::Private {
   QPointer<CViewNameEdit> name_edit;
   std::optional<CPlanNodeRef> name_edit_row;
   QPointer<CTarnAddPlanWidget> plan_editor;
-  bool leaving = false;             // the host waits for the editor's save before it goes
-  OpenInEditor open_next;           // what the user wants to edit after that save
-  QString removed_current;          // code of the plan whose row went while it was current
-  QString saved_plan, saved_group;  // to become current when it is loaded, unless the user goes elsewhere
+  bool leaving = false;               // the host waits for the editor's save before it goes
+  std::optional<NextPlan> open_next;  // what the user wants to edit after that save
+  QString removed_current;            // code of the plan whose row went while it was current
+  QString saved_plan, saved_group;    // to become current when it is loaded, unless the user goes elsewhere
   QPointer<CCreationInfoDlg> creation_info;
   QPointer<CShareViewWgt> share_view;
   QPointer<CSavePlanAsDlg> save_as;

@@ -123,7 +123,7 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
   });
   connect(mover, &CPlanMover::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
   connect(mover, &CPlanMover::SignalMoved, q, &CViewExternWidget::SetCurPlanByIndexCode);
-  mover->SetEditedPlan([this] { return isEditing() ? plan_editor->PlanCode() : QString(); });
+  mover->SetIsEdited(&Private::isEditedAnywhere);
 
   connect(ui.search_list_view, &CSearchPlanListView::SignalDoubleClicked, q, &CViewExternWidget::onDoubleClicked);
   connect(ui.search_list_view, &CSearchPlanListView::SignalLeave, q, [this] {

@@ -106,7 +106,7 @@ bool CPlanMover::MayHold(const QModelIndex& group) const {
 }
 
 bool CPlanMover::IsBeingEdited(const QString& plan_code) {
-  if (!edited_plan_ || edited_plan_() != plan_code) {
+  if (!is_edited_ || !is_edited_(plan_code)) {
     return false;
   }
   Q_EMIT SignalMessageTipNeeded(tr("The plan is open in the editor. Close it first, or choose the group there."), 1);

@@ -27,8 +27,8 @@ class CPlanMover : public QObject {
   void SetController(CStandardViewController* controller);
   /// Answers that are still under way are dropped.
   void Stop();
-  /// Which plan is being edited: it stays where it is, or its editor could not save it any more.
-  void SetEditedPlan(const std::function<QString()>& edited_plan) { edited_plan_ = edited_plan; }
+  /// Whether a plan is being edited: it stays where it is, or its editor could not save it any more.
+  void SetIsEdited(const std::function<bool(const QString& plan_code)>& is_edited) { is_edited_ = is_edited; }
 
  Q_SIGNALS:
   void SignalMessageTipNeeded(const QString& text, int state);
@@ -55,7 +55,7 @@ class CPlanMover : public QObject {
 
   CPlanViewTree* const tree_;
   QPointer<CStandardViewController> controller_;
-  std::function<QString()> edited_plan_;
+  std::function<bool(const QString&)> is_edited_;
   QSet<QString> moving_;
   int generation_ = 0;
 };

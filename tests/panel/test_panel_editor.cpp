@@ -28,6 +28,7 @@ class PanelEditorTest : public TarnTest::CPlanTest {
   void NextPlanOpensOnceTheFirstIsSafe();
   void LeavingIsTiedToItsSave();
   void PlanInTheEditorIsNotMoved();
+  void PanelsOfOneWallShareTheEditorsPlace();
 
  private:
   CTarnAddPlanWidget* Editor(CPanelStage& stage) { return stage.Panel().window()->findChild<CTarnAddPlanWidget*>(); }
@@ -198,7 +199,7 @@ void PanelEditorTest::LeavingIsTiedToItsSave() {
 
 void PanelEditorTest::PlanInTheEditorIsNotMoved() {
   Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(fixture_), other(fixture_);
   stage.Row("nothing");  // everything is expanded now
   stage.Tree().expandAll();
   const auto drop = [&] {
@@ -208,14 +209,77 @@ void PanelEditorTest::PlanInTheEditorIsNotMoved() {
     Q_EMIT stage.Tree().SignalMoveRow(from.center(), onto.center(), onto);
     fixture_.Drain();
   };
-  Edit(stage, "Public A plan 2");
-  drop();
-  QCOMPARE(stage.TakeTips().size(), 1);
-  QCOMPARE(Services().Count("UpdatePlan"), 0);
-  Editor(stage)->Cancel();
+  for (CPanelStage* editing : {&stage, &other}) {
+    Edit(*editing, "Public A plan 2");
+    drop();
+    QCOMPARE(stage.TakeTips().size(), 1);
+    QCOMPARE(Services().Count("UpdatePlan"), 0);
+    Editor(*editing)->Cancel();
+  }
   drop();
   QTRY_COMPARE(Services().Count("UpdatePlan"), 1);
   QTRY_COMPARE(stage.Row("Public A plan 2").parent().data().toString(), QString("Public B"));
+}
+
+void PanelEditorTest::PanelsOfOneWallShareTheEditorsPlace() {
+  Open();
+  CPanelStage shared(fixture_), own(fixture_, true);
+  QWidget wall;
+  wall.resize(1000, 700);
+  wall.show();
+  shared.Panel().SetMonitorPointer(&wall);
+  own.Panel().SetMonitorPointer(&wall);
+  const auto names = [&wall] {  // fields of the editors that stand over the wall
+    QList<QLineEdit*> fields;
+    const auto editors = wall.findChildren<CTarnAddPlanWidget*>();
+    for (const auto* editor : editors) {
+      if (WidgetKit::IsDockWidgetShown(editor)) {
+        fields << editor->findChild<QLineEdit*>("plan_name_edit");
+      }
+    }
+    return fields;
+  };
+  const auto open = [&names] {
+    QStringList texts;
+    for (const QLineEdit* name : names()) {
+      texts << name->text();
+    }
+    return texts.join(',');
+  };
+  const auto edit = [](CPanelStage& stage, const QString& plan) {
+    stage.Choose(plan);
+    stage.Panel().EditPlanByIndex(stage.Tree().currentIndex());
+  };
+  edit(shared, "Public A plan 2");
+  QTRY_COMPARE(open(), QString("Public A plan 2"));
+  edit(own, "Own C plan 2");
+  QTRY_COMPARE(open(), QString("Own C plan 2"));
+  QCOMPARE(own.TakeQuestions(), QStringList());  // there was nothing to lose
+
+  names().first()->setText("Mine");
+  own.answer = KeepEditing;
+  edit(shared, "Public A plan 2");
+  QCOMPARE(own.TakeQuestions().size(), 1);
+  QCOMPARE(open(), QString("Mine"));
+  own.answer = SaveFirst;
+  Services().Fail("UpdatePlan", "full");
+  edit(shared, "Public A plan 2");
+  QStringList tips;
+  QTRY_VERIFY(!(tips += own.TakeTips()).isEmpty());
+  QCOMPARE(tips, QStringList("1:full"));
+  QTRY_VERIFY(names().first()->isEnabled());
+  QCOMPARE(open(), QString("Mine"));
+  Services().Mend("UpdatePlan");
+  edit(shared, "Public A plan 2");
+  QTRY_COMPARE(open(), QString("Public A plan 2"));
+  QVERIFY(!fixture_.Code("Mine").isEmpty());
+
+  names().first()->setText("Never");
+  own.answer = ThrowAway;
+  own.Button("add_view_btn")->click();
+  QTRY_VERIFY(open().startsWith("View20"));
+  QVERIFY(fixture_.Code("Never").isEmpty());
+  QVERIFY(shared.Button("edit_btn")->isEnabled());  // nothing is open here any more
 }
 
 QTEST_MAIN(PanelEditorTest)
