@@ -4,6 +4,7 @@
 #include <TarnPlanView/view_save_menu.h>
 
 #include <QBuffer>
+#include <QPointer>
 #include <algorithm>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
@@ -51,7 +52,7 @@ void CPlanSaver::Attach(CPlanFamily* family) {
   connect(family, &QObject::destroyed, this, [this, family] { families_.removeOne(family); });
   connect(family->Panel(), &CViewExternWidget::SignalSavePlanAs, this, [this, family] { OnSaveAsConfirmed(family); });
   if (family->Controller()) {
-    connect(family->Controller(), &CStandardViewController::signalShowMessage, this, [this] { saving_ = false; });
+    connect(family->Controller(), &QObject::destroyed, this, [this] { saving_ = false; });  // and no answer comes
   }
   Renew();
 }
@@ -159,7 +160,12 @@ void CPlanSaver::OnFresh(const Fresh& fresh, UpdatePlanRequest request) {
   request.end_time = fresh.plan.end_time;
   request.revision = fresh.plan.revision;
   family->Panel()->GetSaveAsPlanInfo(request);
-  family->Controller()->UpdatePlanParam(request, StringToQString(fresh.plan.name));
+  family->Controller()->UpdatePlanParam(request, StringToQString(fresh.plan.name),
+                                        [saver = QPointer<CPlanSaver>(this)](bool, const QString&) {
+                                          if (saver) {
+                                            saver->saving_ = false;
+                                          }
+                                        });
 }
 
 void CPlanSaver::SaveAs() {

@@ -21,6 +21,7 @@ class PlanSavingTest : public TarnTest::CClientDesk {
  private Q_SLOTS:
   void ControlSaysWhatCanBeSaved();
   void SavingOverAPlanKeepsWhatTheWallDoesNotShow();
+  void SavesOnceWhateverElseIsTold();
   void RefusesToSaveOverAnotherUsersPages();
   void SavesTheWallAsANewPlan();
 
@@ -101,6 +102,32 @@ void PlanSavingTest::SavingOverAPlanKeepsWhatTheWallDoesNotShow() {
 
   window_->Save();  // again: its own save is no change of somebody else
   QTRY_COMPARE(Stored("Public A moved").revision, after.revision + 1);
+}
+
+// A message about something else does not mean that the save has ended: the plan would be sent twice with one revision.
+void PlanSavingTest::SavesOnceWhateverElseIsTold() {
+  Open();
+  auto& services = fixture_.Services();
+  Play("Public A plan 2");
+  const auto revision = Stored("Public A plan 2").revision;
+  services.Hold("UpdatePlan");
+  window_->Save();
+  QVERIFY(services.WaitUntilHeld("UpdatePlan"));
+  window_->Family(1).Controller()->AddPlanGroupByIndexName(Row("Plans", 1), "Made meanwhile");
+  QTRY_VERIFY(!Tip().isEmpty());
+  window_->Save();
+  services.ReleaseAll();
+  CPlanFixture::Drain();
+  QCOMPARE(services.Count("UpdatePlan"), 1);
+  QCOMPARE(Stored("Public A plan 2").revision, revision + 1);
+
+  services.Fail("UpdatePlan", "The disk is full");  // a refused save is no longer under way either
+  ForgetTips();
+  window_->Save();
+  QTRY_COMPARE(Tip(), QString("The disk is full"));
+  services.Mend("UpdatePlan");
+  window_->Save();
+  QTRY_COMPARE(Stored("Public A plan 2").revision, revision + 2);
 }
 
 void PlanSavingTest::RefusesToSaveOverAnotherUsersPages() {
