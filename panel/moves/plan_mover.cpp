@@ -53,9 +53,8 @@ void CPlanMover::SetController(CStandardViewController* controller) {
   Stop();
   controller_ = controller;
   if (controller_) {
-    connect(controller_, &CStandardViewController::SignalUpdatePlanSucc, this, &CPlanMover::OnUpdated);
-    connect(controller_, &CStandardViewController::signalShowMessage, this,
-            [this](const QString&, int state) { OnMessage(state); });
+    // Its answers do not come any more.
+    connect(controller_, &QObject::destroyed, this, &CPlanMover::Stop);
   }
 }
 
@@ -145,20 +144,19 @@ void CPlanMover::Save(const GetPlanDetailResponse& plan, const Destination& dest
   request.index_type = destination.type;
   request.parent_index_code = destination.code;
   request.parent_name = destination.name;
-  controller_->UpdatePlanParam(request, StringToQString(plan.name));
+  const auto answered = [mover = QPointer<CPlanMover>(this), code = StringToQString(plan.index_code),
+                         generation = generation_](bool ok, const QString&) {
+    if (mover && generation == mover->generation_) {
+      mover->OnAnswer(code, ok);
+    }
+  };
+  controller_->UpdatePlanParam(request, StringToQString(plan.name), answered);
 }
 
-void CPlanMover::OnUpdated(const UpdatePlanRequest& request) {
-  const QString code = StringToQString(request.plan_index_code);
-  if (moving_.remove(code)) {
-    Q_EMIT SignalMoved(code);
-  }
-}
-
-// A refused move can't be told from other refusals; none is held back for longer than until the next of them.
-void CPlanMover::OnMessage(int state) {
-  if (state != MarUIControl::CNomalMessage::Success) {
-    moving_.clear();
+void CPlanMover::OnAnswer(const QString& plan_code, bool moved) {
+  moving_.remove(plan_code);
+  if (moved) {
+    Q_EMIT SignalMoved(plan_code);
   }
 }
 

@@ -50,8 +50,7 @@ class CPlanMover : public QObject {
   bool IsBeingEdited(const QString& plan_code);
   void Move(const QString& plan_code, const Destination& destination);
   void Save(const view_plugin_protocol::GetPlanDetailResponse& plan, const Destination& destination);
-  void OnUpdated(const view_plugin_protocol::UpdatePlanRequest& request);
-  void OnMessage(int state);
+  void OnAnswer(const QString& plan_code, bool moved);
 
   CPlanViewTree* const tree_;
   QPointer<CStandardViewController> controller_;

@@ -14,6 +14,7 @@ class PanelMovesTest : public TarnTest::CPlanTest {
   Q_OBJECT
  private Q_SLOTS:
   void MovesPlansWhole();
+  void MovesOnceWhateverElseFails();
   void ReportsRefusedRowMoves();
 
  private:
@@ -81,6 +82,41 @@ void PanelMovesTest::MovesPlansWhole() {
   QTRY_VERIFY(!(tips += stage.TakeTips()).isEmpty());
   QCOMPARE(tips, QStringList("1:full"));
   QCOMPARE(groupOf(QStringLiteral("Public A plan 2")), QStringLiteral("A1"));
+}
+
+// A failure of something else does not end the move: the plan would be sent to two groups with one revision.
+void PanelMovesTest::MovesOnceWhateverElseFails() {
+  Open();
+  CPanelStage stage(fixture_);
+  stage.Row(QStringLiteral("nothing"));
+  stage.Tree().expandAll();
+  const auto drop = [&stage](const char* target) {
+    const QRect from = stage.Tree().visualRect(stage.Row(QStringLiteral("Public A plan 2")));
+    const QRect onto = stage.Tree().visualRect(stage.Row(QString::fromLatin1(target)));
+    Q_EMIT stage.Tree().SignalMoveRow(from.center(), onto.center(), onto);
+  };
+  Services().Hold(QStringLiteral("UpdatePlan"));
+  drop("Public B");
+  QVERIFY(Services().WaitUntilHeld(QStringLiteral("UpdatePlan")));
+  Services().Fail(QStringLiteral("UpdatePlanGroup"), "no");
+  stage.TakeTips();
+  stage.Controller().UpdatePlanGroupName(stage.Row(QStringLiteral("A1")), QStringLiteral("Other"));
+  QStringList tips;
+  QTRY_VERIFY(!(tips += stage.TakeTips()).isEmpty());
+  QCOMPARE(tips, QStringList("1:no"));
+  drop("A1");
+  Services().ReleaseAll();
+  fixture_.Drain();
+  QCOMPARE(Services().Count(QStringLiteral("UpdatePlan")), 1);
+  QCOMPARE(groupOf(QStringLiteral("Public A plan 2")), QStringLiteral("Public B"));
+
+  Services().Fail(QStringLiteral("UpdatePlan"), "full");
+  drop("A1");
+  QTRY_COMPARE(Services().Count(QStringLiteral("UpdatePlan")), 2);
+  fixture_.Drain();
+  Services().Mend(QStringLiteral("UpdatePlan"));
+  drop("A1");  // a refused move is no longer under way either
+  QTRY_COMPARE(groupOf(QStringLiteral("Public A plan 2")), QStringLiteral("A1"));
 }
 
 void PanelMovesTest::ReportsRefusedRowMoves() {
