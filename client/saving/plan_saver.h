@@ -59,7 +59,7 @@ class CPlanSaver : public QObject {
   QVector<CPlanFamily*> families_;
   TarnPlanView::CViewSaveMenu* menu_ = nullptr;
   view_plugin_protocol::AddPlanRequest pending_;  // while the dialog is open
-  bool saving_ = false;  // from the look at the plan until the service has answered
+  bool saving_ = false;                           // from the look at the plan until the service has answered
 };
 
 }  // namespace TarnClient
