@@ -60,6 +60,13 @@ QString Save(const Services& services, const QString& code, bool favorite) {
 
 }  // namespace
 
+void CameraAnswer::SetFavorite(const QString& code, bool favorite) {
+  favorites.removeAll(code);
+  if (favorite) {
+    favorites.append(code);
+  }
+}
+
 QFuture<CameraAnswer> LoadCameras(const LogicNodeParam& param, std::shared_ptr<const CCameraContent> known) {
   return QtConcurrent::run(Read, TarnHost::InstalledHostServices(), param, std::move(known));
 }

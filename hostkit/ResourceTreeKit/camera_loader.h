@@ -16,6 +16,8 @@ struct CameraAnswer {
   CCameraRows rows;  // all of the content's
   QStringList favorites;
   bool keeps_favorites = false;
+
+  void SetFavorite(const QString& code, bool favorite);
 };
 
 /// Asks the installed host services on a thread of the pool. When nothing has changed since `known` the answer's

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QFutureWatcher>
+#include <QHash>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
@@ -82,6 +83,7 @@ class CCameraTree::Private : public QObject {
   QFutureWatcher<CameraAnswer> answer_;
   std::optional<CameraAnswer> waiting_;  // loaded, but not filtered yet: exactly while its content is being filtered
   QTimer late_;                          // runs until an unanswered load is worth a word
+  QHash<QString, bool> saved_;           // favourites changed since the load began, which may not know of them
   QString error_, shown_text_;
   bool keeps_favorites_ = false, favorites_wanted_ = false, quiet_ = false;
   QSet<CameraRowKey> expanded_;  // what the user had expanded when filtering began
@@ -103,6 +105,7 @@ CCameraTree::Private::Private(CCameraTree* tree)
 
 void CCameraTree::Private::Load() {
   quiet_ = false;
+  saved_.clear();
   answer_.setFuture(LoadCameras(param, model->SharedContent()));
   late_.start();
 }
@@ -118,6 +121,9 @@ void CCameraTree::Private::LoadQuietly() {
 void CCameraTree::Private::OnAnswer() {
   late_.stop();
   CameraAnswer answer = answer_.result();
+  for (auto change = saved_.cbegin(); change != saved_.cend(); ++change) {
+    answer.SetFavorite(change.key(), change.value());
+  }
   if (quiet_ && loaded && (!answer.error.isEmpty() || IsInUse())) {  // what stands here stays, and what is said of it
     Q_EMIT q->SignalLoaded(answer.error);
     return;
@@ -301,6 +307,10 @@ void CCameraTree::Private::OnSaved(const QString& code, bool favorite, const QSt
   if (!error.isEmpty()) {
     tarn_ui_data_controller::CNomalMessageManager::Instance().ShowMessage(q->window(), error, 1);
     return;
+  }
+  saved_.insert(code, favorite);
+  if (waiting_) {
+    waiting_->SetFavorite(code, favorite);
   }
   const CameraRowKey branch{CameraRowKey::kFavorites, QString()};
   const bool first = !model->Find(branch).isValid();
