@@ -1349,6 +1349,10 @@ never starts</translation>
         <translation>Drop a camera here</translation>
     </message>
     <message>
+        <source>Offline</source>
+        <translation>Offline</translation>
+    </message>
+    <message>
         <source>Window %1 is marked, Ctrl+V swaps it with this one</source>
         <translation>Window %1 is marked, Ctrl+V swaps it with this one</translation>
     </message>
@@ -1401,6 +1405,10 @@ never starts</translation>
     <message>
         <source>%1 (not found)</source>
         <translation>%1 (not found)</translation>
+    </message>
+    <message>
+        <source>%1, offline</source>
+        <translation>%1, offline</translation>
     </message>
     <message>
         <source>Main stream</source>

@@ -1349,6 +1349,10 @@ never starts</source>
         <translation>将摄像机拖到此处</translation>
     </message>
     <message>
+        <source>Offline</source>
+        <translation>离线</translation>
+    </message>
+    <message>
         <source>Window %1 is marked, Ctrl+V swaps it with this one</source>
         <translation>窗口 %1 已标记，按 Ctrl+V 与此窗口交换</translation>
     </message>
@@ -1401,6 +1405,10 @@ never starts</source>
     <message>
         <source>%1 (not found)</source>
         <translation>%1（未找到）</translation>
+    </message>
+    <message>
+        <source>%1, offline</source>
+        <translation>%1，离线</translation>
     </message>
     <message>
         <source>Main stream</source>

@@ -55,7 +55,7 @@ CEditorCameras::CEditorCameras(QWidget* parent)
   connect(&filter_delay_, &QTimer::timeout, this, [this] { tree_->SetFilterText(search_->text().trimmed()); });
   connect(tree_, &CCameraTree::SignalCameraActivated, this, &CEditorCameras::OnCamera);
   connect(tree_, &CCameraTree::SignalRegionActivated, this, &CEditorCameras::OnRegion);
-  connect(tree_, &CCameraTree::SignalLoaded, this, &CEditorCameras::SignalNamesChanged);
+  connect(tree_, &CCameraTree::SignalLoaded, this, &CEditorCameras::SignalCamerasChanged);
 }
 
 void CEditorCameras::SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& param) {
@@ -95,15 +95,15 @@ void CEditorCameras::Doubt(const QString& index_code) {
   }
 }
 
-std::optional<QString> CEditorCameras::NameOf(const std::string& index_code) const {
+std::optional<CWindowText::SiteCamera> CEditorCameras::Find(const std::string& index_code) const {
   if (!tree_->IsLoaded()) {
     return std::nullopt;
   }
   const CCameraItemInfo camera = tree_->FindCamera(index_code);
   if (camera.index_code.empty()) {
-    return whole_site_ ? std::make_optional(QString()) : std::nullopt;
+    return whole_site_ ? std::make_optional(CWindowText::SiteCamera()) : std::nullopt;
   }
-  return MarUIControl::StringToQString(camera.name);
+  return CWindowText::SiteCamera{MarUIControl::StringToQString(camera.name), camera.online};
 }
 
 void CEditorCameras::FocusSearch() {

@@ -10,6 +10,7 @@
 #include "ResourceTreeKit/camera_item_info.h"
 #include "ResourceTreeKit/logic_node_param.h"
 #include "plan_document.h"
+#include "window_text.h"
 
 namespace ResourceTreeKit {
 class CCameraTree;
@@ -33,7 +34,7 @@ class CEditorCameras : public QWidget {
   /// Reads them anew because this one may have gone; once for each until the next Reload().
   void Doubt(const QString& index_code);
   /// No value while the cameras are not known, an empty name when the site has no such camera.
-  std::optional<QString> NameOf(const std::string& index_code) const;
+  std::optional<CWindowText::SiteCamera> Find(const std::string& index_code) const;
   /// Puts the focus into the search field.
   void FocusSearch();
 
@@ -42,8 +43,8 @@ class CEditorCameras : public QWidget {
   void SignalCameraChosen(const TarnPlanView::DraftCamera& camera);
   /// He wants these, a region's or several at once, in order, in windows that are empty.
   void SignalCamerasChosen(const QVector<TarnPlanView::DraftCamera>& cameras);
-  /// The names are known, or have changed.
-  void SignalNamesChanged();
+  /// Names and states are known, or have changed.
+  void SignalCamerasChanged();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

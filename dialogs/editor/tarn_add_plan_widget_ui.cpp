@@ -70,13 +70,13 @@ void CTarnAddPlanWidget::Private::BuildPages() {
 void CTarnAddPlanWidget::Private::BuildCameras() {
   cameras = new CEditorCameras(q);
   cameras->setMinimumWidth(kLeastCamerasWidth);
-  text.SetCameraName([this](const std::string& code) { return cameras->NameOf(code); });
+  text.SetCameraLookUp([this](const std::string& code) { return cameras->Find(code); });
   connect(cameras, &CEditorCameras::SignalCameraChosen, q,
           [this](const DraftCamera& chosen) { grid->PutAndGoOn(chosen); });
   connect(cameras, &CEditorCameras::SignalCamerasChosen, q,
           [this](const QVector<DraftCamera>& chosen) { grid->FillAndGoOn(chosen); });
-  connect(cameras, &CEditorCameras::SignalNamesChanged, q, [this] {
-    grid->RenewNames();
+  connect(cameras, &CEditorCameras::SignalCamerasChanged, q, [this] {
+    grid->RenewCameras();
     window_settings->Renew();
   });
 }

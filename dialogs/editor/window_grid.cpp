@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
+#include <QStyle>
 #include <QTextDocument>
 #include <QTextLayout>
 #include <QToolTip>
@@ -12,6 +13,7 @@
 #include "TarnUIDataController/popup_menu.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "WidgetKit/drag.h"
+#include "WidgetKit/high_dpi_svg_icon.h"
 #include "camera_drop.h"
 #include "split_layout.h"
 
@@ -23,6 +25,8 @@ constexpr int kGap = 3;
 constexpr int kMargin = 6;
 constexpr int kFrame = 2;
 const QSize kSmallest(320, 180);
+constexpr int kMark = 16;
+const char kOfflineMark[] = ":/TarnHost/icons/tree_main_camera_offline_sel.svg";  // for dark ground
 const char kOwnWindow[] = "application/x-tarn-plan-window";
 
 QColor Color(const char* name) {
@@ -52,7 +56,10 @@ void PaintLines(QPainter* painter, const QRect& room, const QString& words) {
 }  // namespace
 
 CWindowGrid::CWindowGrid(CPlanDocument* document, const CWindowText* text, QWidget* parent)
-    : QWidget(parent), document_(document), text_(text) {
+    : QWidget(parent),
+      document_(document),
+      text_(text),
+      offline_(WidgetKit::GetHighDpiSvgIcon(QString::fromLatin1(kOfflineMark), QString(), QSize(20, 20))) {
   setObjectName(QStringLiteral("window_grid"));
   setFocusPolicy(Qt::StrongFocus);
   setAcceptDrops(true);
@@ -102,7 +109,7 @@ void CWindowGrid::SetCurrentWindow(int window_no) {
   Q_EMIT SignalCurrentWindowChanged(current_);
 }
 
-void CWindowGrid::RenewNames() {
+void CWindowGrid::RenewCameras() {
   update();
   RenewDescription();
 }
@@ -395,8 +402,8 @@ QString CWindowGrid::Tip(int window_no) const {
   if (!CWindowText::IsFilled(window)) {
     return QString();
   }
-  const QString tip =
-      text_->Name(window) + QLatin1Char('\n') + tr("Ctrl+X marks a window, Ctrl+V on another one swaps the two");
+  const QString tip = text_->NameAndState(window) + QLatin1Char('\n') +
+                      tr("Ctrl+X marks a window, Ctrl+V on another one swaps the two");
   // A name that a tool tip would take for markup has to become markup itself.
   return Qt::mightBeRichText(tip) ? Qt::convertFromPlainText(tip) : tip;
 }
@@ -428,16 +435,37 @@ void CWindowGrid::PaintContent(QPainter* painter, const QRect& inside, int windo
     }
     return;
   }
+  const bool offline = text_->IsOffline(window);
+  const bool low = inside.height() < 3 * line;
+  if (offline) {
+    PaintOffline(painter, QRect(inside.topLeft(), QSize(inside.width(), qMax(line, kMark))));
+  }
   const QString hints = text_->Hints(*window);
-  const bool room_for_hints = !hints.isEmpty() && inside.height() >= 3 * line;
+  const bool room_for_hints = !hints.isEmpty() && !low;
   if (room_for_hints) {
     painter->drawText(inside, Qt::AlignBottom | Qt::AlignHCenter,
                       fontMetrics().elidedText(hints, Qt::ElideRight, inside.width()));
   }
   painter->setPen(Color(isEnabled() ? "wall_text" : "text_disabled"));
-  // Beside the number where the window is too low for two lines below it.
-  const int top = qBound(0, inside.height() - 2 * line, line);
+  // Beside the number where the window is too low for two lines below it, but never under the mark.
+  const int lines = low && offline ? 1 : 2;
+  const int top = qBound(0, inside.height() - lines * line, line);
   PaintLines(painter, inside.adjusted(0, top, 0, room_for_hints ? -line : 0), text_->Name(window));
+}
+
+// The mark of the camera tree, at the end of the line of the number, with the word where there is room for it.
+void CWindowGrid::PaintOffline(QPainter* painter, const QRect& top_line) const {
+  const auto placed = [this, &top_line](const QRect& part) {
+    return QStyle::visualRect(layoutDirection(), top_line, part);
+  };
+  const QRect mark(top_line.right() + 1 - kMark, top_line.top(), kMark, kMark);
+  offline_.paint(painter, placed(mark), Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
+  const QString word = tr("Offline");
+  const int number = fontMetrics().horizontalAdvance(QStringLiteral("16")) + kMargin;
+  const QRect rest = top_line.adjusted(number, 0, -kMark - kMargin, 0);
+  if (fontMetrics().horizontalAdvance(word) <= rest.width()) {
+    painter->drawText(placed(rest), Qt::AlignTop | Qt::AlignRight, word);
+  }
 }
 
 void CWindowGrid::PaintMarks(QPainter* painter, const QRect& place, int window_no) const {

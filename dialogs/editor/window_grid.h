@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QIcon>
 #include <QPoint>
 #include <QVector>
 #include <QWidget>
@@ -32,8 +33,8 @@ class CWindowGrid : public QWidget {
   /// The same in the current window, or from it on; the next empty one, if there is any, is current then.
   void PutAndGoOn(const DraftCamera& camera);
   void FillAndGoOn(const QVector<DraftCamera>& cameras);
-  /// The cameras' names are to be looked up anew.
-  void RenewNames();
+  /// The cameras' names and states are to be looked up anew.
+  void RenewCameras();
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
@@ -83,6 +84,7 @@ class CWindowGrid : public QWidget {
   void RenewDescription();
   void PaintWindow(QPainter* painter, int window_no) const;
   void PaintContent(QPainter* painter, const QRect& inside, int window_no) const;
+  void PaintOffline(QPainter* painter, const QRect& top_line) const;
   void PaintMarks(QPainter* painter, const QRect& place, int window_no) const;
 
   CPlanDocument* const document_;
@@ -92,6 +94,7 @@ class CWindowGrid : public QWidget {
   int dragged_ = 0;
   int marked_ = 0;  // to be swapped; 0 for none
   int shown_page_ = 0;
+  const QIcon offline_;
   std::optional<QVector<DraftCamera>> drop_;
   std::optional<QPoint> pressed_at_;
 };

@@ -84,7 +84,7 @@ void CWindowSettings::ShowWindow(int window_no) {
 
 void CWindowSettings::Renew() {
   const PlanWindow* window = Window();
-  const QString name = text_->Name(window);
+  const QString name = text_->NameAndState(window);
   title_->setText(tr("Window %1").arg(window_no_) + QStringLiteral(": ") + (name.isEmpty() ? tr("empty") : name));
   const bool camera = CWindowText::IsCamera(window);
   Offer(stream_, camera ? Streams(*window) : Choices(), camera ? window->stream_type : 0);

@@ -34,19 +34,32 @@ QString CWindowText::Name(const PlanWindow* window) const {
   }
   const QString kept =
       MarUIControl::StringToQString(window->resource_name.empty() ? window->resource_code : window->resource_name);
-  const auto on_site = camera_name_ ? camera_name_(window->resource_code) : std::nullopt;
+  const auto on_site = OnSite(*window);
   if (!on_site) {
     return kept;
   }
-  return on_site->isEmpty() ? tr("%1 (not found)").arg(kept) : *on_site;
+  return on_site->name.isEmpty() ? tr("%1 (not found)").arg(kept) : on_site->name;
 }
 
 bool CWindowText::IsOnSite(const PlanWindow* window) const {
   if (!IsCamera(window)) {
     return false;
   }
-  const auto on_site = camera_name_ ? camera_name_(window->resource_code) : std::nullopt;
-  return !on_site || !on_site->isEmpty();
+  const auto on_site = OnSite(*window);
+  return !on_site || !on_site->name.isEmpty();
+}
+
+bool CWindowText::IsOffline(const PlanWindow* window) const {
+  const auto on_site = IsCamera(window) ? OnSite(*window) : std::nullopt;
+  return on_site && !on_site->name.isEmpty() && !on_site->online;
+}
+
+QString CWindowText::NameAndState(const PlanWindow* window) const {
+  return IsOffline(window) ? tr("%1, offline").arg(Name(window)) : Name(window);
+}
+
+std::optional<CWindowText::SiteCamera> CWindowText::OnSite(const PlanWindow& window) const {
+  return look_up_ ? look_up_(window.resource_code) : std::nullopt;
 }
 
 QString CWindowText::Stream(int stream_type) {
@@ -80,7 +93,8 @@ QString CWindowText::Spoken(int window_no, int windows, const PlanWindow* window
   }
   const QString hints = Hints(*window);
   // Not a chain of arg(): a name may hold a place mark itself.
-  return place + QStringLiteral(": ") + Name(window) + (hints.isEmpty() ? QString() : QStringLiteral(", ") + hints);
+  return place + QStringLiteral(": ") + NameAndState(window) +
+         (hints.isEmpty() ? QString() : QStringLiteral(", ") + hints);
 }
 
 QString CWindowText::Dwell(int seconds) {

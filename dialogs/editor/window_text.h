@@ -14,19 +14,27 @@ namespace TarnPlanView {
 class CWindowText {
   Q_DECLARE_TR_FUNCTIONS(TarnPlanView::CWindowText)
  public:
-  /// The site's name for a camera; no value while the site's cameras are not known, an empty name when it has no such
-  /// camera (any more).
-  using CameraName = std::function<std::optional<QString>(const std::string& index_code)>;
+  /// A camera as the site has it.
+  struct SiteCamera {
+    QString name;  // empty: the site has no such camera (any more)
+    bool online = true;
+  };
+  /// No value while the site's cameras are not known.
+  using CameraLookUp = std::function<std::optional<SiteCamera>(const std::string& index_code)>;
 
-  void SetCameraName(CameraName camera_name) { camera_name_ = std::move(camera_name); }
+  void SetCameraLookUp(CameraLookUp look_up) { look_up_ = std::move(look_up); }
 
   /// Empty for a window that holds nothing.
   QString Name(const view_plugin_protocol::PlanWindow* window) const;
   /// Whether this is a camera that the site has, as far as is known.
   bool IsOnSite(const view_plugin_protocol::PlanWindow* window) const;
+  /// Whether this is a camera that the site has, but that does not answer there now.
+  bool IsOffline(const view_plugin_protocol::PlanWindow* window) const;
+  /// The name, and that it is offline.
+  QString NameAndState(const view_plugin_protocol::PlanWindow* window) const;
   /// Stream and preset where they are not the usual ones.
   QString Hints(const view_plugin_protocol::PlanWindow& window) const;
-  /// "Window 3 of 9: CAM 007, sub-stream", for those who hear it.
+  /// "Window 3 of 9: CAM 007, offline, sub-stream", for those who hear it.
   QString Spoken(int window_no, int windows, const view_plugin_protocol::PlanWindow* window) const;
 
   static bool IsFilled(const view_plugin_protocol::PlanWindow* window);
@@ -36,7 +44,9 @@ class CWindowText {
   static QString Dwell(int seconds);
 
  private:
-  CameraName camera_name_;
+  std::optional<SiteCamera> OnSite(const view_plugin_protocol::PlanWindow& window) const;
+
+  CameraLookUp look_up_;
 };
 
 }  // namespace TarnPlanView

@@ -20,7 +20,7 @@ using TarnTest::CEditorStage;
 
 namespace {
 
-/// A site whose last camera may go while somebody looks at it.
+/// A site whose last camera may go, and whose first may fall silent, while somebody looks at it.
 class CShrinkingSite : public TarnTest::CRecordingServices {
  public:
   using CRecordingServices::CRecordingServices;
@@ -28,14 +28,25 @@ class CShrinkingSite : public TarnTest::CRecordingServices {
                      std::string*) override {
     regions = {{"1", "Yard", ""}};
     cameras = {{"101", "Gate A & B", "1", true}, {"102", "<b>x", "1", true}, {"103", "Door", "1", true}};
+    cameras.front().online = !silent;
     cameras.resize(shrunk ? 2 : 3);
     return true;
   }
-  std::atomic<bool> shrunk{false};
+  std::atomic<bool> shrunk{false}, silent{false};
 };
 
 PlanWindow Camera(int window_no, const std::string& code) {
   return {window_no, 1, code, code, 0, 0};
+}
+
+QString TipOver(CWindowGrid& grid, int window_no) {
+  const QPoint at = grid.WindowRect(window_no).center();
+  QHelpEvent help(QEvent::ToolTip, at, grid.mapToGlobal(at));
+  QApplication::sendEvent(&grid, &help);
+  QTextDocument shown;
+  const QString tip = QToolTip::text();
+  Qt::mightBeRichText(tip) ? shown.setHtml(tip) : shown.setPlainText(tip);
+  return shown.toPlainText();
 }
 
 }  // namespace
@@ -53,6 +64,7 @@ class EditorWindowsTest : public TarnTest::CPlanTest {
   void SaysWhatItShows();
   void AGroupThatHasGoneStaysGone();
   void NoticesThatACameraHasGone();
+  void ShowsWhichCamerasAreOffline();
   void AsksAnewAtEachShow();
   void AsksOnlyOfCamerasThatStay();
 
@@ -228,17 +240,8 @@ void EditorWindowsTest::NamesInToolTipsAreNoMarkup() {
   CEditorStage stage(fixture_);
   Show(stage, {Camera(1, "101"), Camera(2, "102")});
   auto& grid = stage.Grid();
-  const auto first_line_over = [&grid](int window_no) {
-    const QPoint at = grid.WindowRect(window_no).center();
-    QHelpEvent help(QEvent::ToolTip, at, grid.mapToGlobal(at));
-    QApplication::sendEvent(&grid, &help);
-    QTextDocument shown;
-    const QString tip = QToolTip::text();
-    Qt::mightBeRichText(tip) ? shown.setHtml(tip) : shown.setPlainText(tip);
-    return shown.toPlainText().section('\n', 0, 0);
-  };
-  QCOMPARE(first_line_over(1), QString("Gate A & B"));
-  QCOMPARE(first_line_over(2), QString("<b>x"));
+  QCOMPARE(TipOver(grid, 1).section('\n', 0, 0), QString("Gate A & B"));
+  QCOMPARE(TipOver(grid, 2).section('\n', 0, 0), QString("<b>x"));
 }
 
 void EditorWindowsTest::SaysWhatItShows() {
@@ -288,6 +291,28 @@ void EditorWindowsTest::NoticesThatACameraHasGone() {
   QCOMPARE(stage.Windows()[0], QString("Gate A & B"));
   stage.editor->hide();
   QVERIFY(!watch->isActive());
+}
+
+void EditorWindowsTest::ShowsWhichCamerasAreOffline() {
+  Open({{"load_all", 1}});
+  const auto site = Shrinking();
+  CEditorStage stage(fixture_);
+  PlanWindow on_substream = Camera(1, "101");
+  on_substream.stream_type = 1;
+  Show(stage, {on_substream, Camera(2, "103")});
+  auto& grid = stage.Grid();
+  const auto picture = [&grid] { return grid.grab(grid.WindowRect(1)).toImage(); };
+  const QImage online = picture();
+  const QString title = stage.Text("window_title");
+  stage.Find<QTimer>("camera_watch")->setInterval(10);
+  site->silent = true;
+  QTRY_COMPARE(stage.Windows().mid(0, 2), QStringList({"Gate A & B, offline, Sub-stream", "Door"}));
+  QVERIFY(TipOver(grid, 1).startsWith("Gate A & B, offline\n"));
+  QCOMPARE(stage.Text("window_title"), title + ", offline");
+  QVERIFY(picture() != online);
+  site->silent = false;
+  QTRY_COMPARE(stage.Windows()[0], QString("Gate A & B, Sub-stream"));
+  QVERIFY(picture() == online);
 }
 
 void EditorWindowsTest::AsksAnewAtEachShow() {
