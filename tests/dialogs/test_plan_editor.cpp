@@ -249,6 +249,11 @@ void PlanEditorTest::HoldsAtMost128() {
   }
   QCOMPARE(stage.Text("filled_count"), QString("128 / 128"));
   QCOMPARE(stage.TakeTips(), QStringList());
+  stage.Grid().SetCurrentWindow(16);
+  QTest::keyClick(&stage.Grid(), Qt::Key_Delete);
+  QVERIFY(Drop(stage.Grid(), 1, Json({Payload(stage, 0, 3)})));
+  QCOMPARE(stage.TakeTips(), QStringList("Cameras placed: 1 of 3. Pages used: 1, new: 0. Left out: 2. "
+                                         "A plan holds at most 128 filled windows."));
   stage.Click("add_page_btn");
   Drop(stage.Grid(), 1, Json({Payload(stage, 0, 1)}));
   QCOMPARE(stage.TakeTips().size(), 1);
