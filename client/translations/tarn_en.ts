@@ -1035,6 +1035,10 @@ never starts</translation>
         <translation>Changed.</translation>
     </message>
     <message>
+        <source>Not done: the user was switched before this change had its turn.</source>
+        <translation>Not done: the user was switched before this change had its turn.</translation>
+    </message>
+    <message>
         <source>SaveSuccessfulYCFI2BGO</source>
         <translation>Saved.</translation>
     </message>

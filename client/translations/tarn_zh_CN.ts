@@ -1035,6 +1035,10 @@ never starts</source>
         <translation>修改成功</translation>
     </message>
     <message>
+        <source>Not done: the user was switched before this change had its turn.</source>
+        <translation>未执行：轮到此更改之前已切换用户。</translation>
+    </message>
+    <message>
         <source>SaveSuccessfulYCFI2BGO</source>
         <translation>保存成功</translation>
     </message>

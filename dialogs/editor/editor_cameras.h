@@ -41,7 +41,7 @@ class CEditorCameras : public QWidget {
  Q_SIGNALS:
   /// The user wants this camera in the current window.
   void SignalCameraChosen(const TarnPlanView::DraftCamera& camera);
-  /// He wants these, a region's or several at once, in order, in windows that are empty.
+  /// These are wanted, a region's or several at once, in order, in windows that are empty.
   void SignalCamerasChosen(const QVector<TarnPlanView::DraftCamera>& cameras);
   /// Names and states are known, or have changed.
   void SignalCamerasChanged();
