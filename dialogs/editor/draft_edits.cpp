@@ -64,7 +64,8 @@ DraftPage NeighbourOf(const DraftPage& page) {
     neighbour.split_type = page.split_type;
   }
   neighbour.dwell_seconds = qBound(kMinDwellSeconds, page.dwell_seconds, kMaxDwellSeconds);
-  return DraftPage(neighbour);
+  neighbour.seen_windows = WindowsOfSplit(neighbour.split_type);
+  return neighbour;
 }
 
 void NumberPages(QVector<DraftPage>* pages) {

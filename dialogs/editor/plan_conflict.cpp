@@ -7,7 +7,9 @@
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "async_call.h"
+#include "item_type.h"
 #include "plan_item_role.h"
+#include "view_config_manager.h"
 
 namespace TarnPlanView {
 
@@ -30,10 +32,16 @@ std::optional<GetPlanDetailResponse> PlanOf(const std::string& plan_code) {
   return response;
 }
 
+struct Place {
+  std::string code;
+  int type;  // of its row in a tree
+};
+
 // No value when the host did not say.
-std::optional<bool> IsInGroup(const std::string& plan_code, const std::string& group_code) {
+std::optional<bool> HasPlan(const Place& group, const std::string& plan_code) {
   view_plugin_protocol::GetPlansInGroupRequest request;
-  request.group_index_code = group_code;
+  request.group_index_code = group.code;
+  request.node_type = group.type;
   view_plugin_protocol::GetPlansInGroupResponse response;
   if (!CViewBusinessInterfaceMgr::Instance().GetPlansInGroup(request, response)) {
     return std::nullopt;
@@ -42,43 +50,67 @@ std::optional<bool> IsInGroup(const std::string& plan_code, const std::string& g
                      [&plan_code](const auto& plan) { return plan.index_code == plan_code; });
 }
 
+int TypeBelow(int type) {
+  switch (type) {
+    case PublicRootItem:
+    case PublicGroupItem:
+      return PublicGroupItem;
+    case OwnRootItem:
+    case OwnGroupItem:
+      return OwnGroupItem;
+    default:
+      return ReceivedGroupItem;
+  }
+}
+
 // The groups that were not known yet join them and `open`. False when the host did not say.
-bool AddGroupsBelow(const std::string& group_code, std::set<std::string>* known, std::deque<std::string>* open) {
+bool AddGroupsBelow(const Place& parent, std::set<std::string>* known, std::deque<Place>* open) {
   view_plugin_protocol::GetPlanGroupsRequest request;
-  request.parent_index_code = group_code;
+  request.parent_index_code = parent.code;
+  request.node_type = parent.type;
   view_plugin_protocol::GetPlanGroupsResponse response;
   if (!CViewBusinessInterfaceMgr::Instance().GetPlanGroups(request, response)) {
     return false;
   }
   for (const auto& group : qAsConst(response.groups)) {
     if (known->insert(group.index_code).second) {
-      open->push_back(group.index_code);
+      open->push_back({group.index_code, TypeBelow(parent.type)});
     }
   }
   return true;
 }
 
+// Public and own plans stand directly under their root only where that is switched on; the host is not asked else.
+bool MayHavePlans(const Place& place) {
+  return (place.type != PublicRootItem && place.type != OwnRootItem) ||
+         CViewConfigManager::Instance().CreatePlanUnderRootNode();
+}
+
 // Asks for every group there is, since the plan may have been moved. No value when one answer fails to come: then
-// the plan may be in that very group.
-std::optional<bool> IsInAnyGroup(const std::string& plan_code) {
-  std::deque<std::string> open{kPublicRootCode, kOwnRootCode, kReceivedRootCode};
-  std::set<std::string> known(open.begin(), open.end());
-  for (; !open.empty(); open.pop_front()) {
-    const std::string group = open.front();
-    const std::optional<bool> is_here = IsInGroup(plan_code, group);
-    if (!is_here || *is_here) {
-      return is_here;
+// the plan may be in that very group. Nobody waits for the answer any more once `dropped` is true.
+std::optional<bool> IsInAnyGroup(const std::string& plan_code, const std::atomic<bool>& dropped) {
+  std::deque<Place> open{
+      {kPublicRootCode, PublicRootItem}, {kOwnRootCode, OwnRootItem}, {kReceivedRootCode, ReceivedRootItem}};
+  std::set<std::string> known;
+  for (; !open.empty() && !dropped; open.pop_front()) {
+    const Place place = open.front();
+    if (MayHavePlans(place)) {
+      const std::optional<bool> is_here = HasPlan(place, plan_code);
+      if (!is_here || *is_here) {
+        return is_here;
+      }
     }
-    if (!AddGroupsBelow(group, &known, &open)) {
+    if (!AddGroupsBelow(place, &known, &open)) {
       return std::nullopt;
     }
   }
-  return false;
+  return dropped ? std::nullopt : std::optional<bool>(false);
 }
 
-// The group it was in comes first; when it fails that group may be gone with all in it.
-std::optional<bool> IsListed(const std::string& plan_code, const std::string& group_code) {
-  return IsInGroup(plan_code, group_code).value_or(false) ? true : IsInAnyGroup(plan_code);
+// The group it was in, whose family is not known here, can only say yes: failing, it may be gone with all in it.
+std::optional<bool> IsListed(const std::string& plan_code, const std::string& group_code,
+                             const std::atomic<bool>& dropped) {
+  return HasPlan({group_code, 0}, plan_code).value_or(false) ? true : IsInAnyGroup(plan_code, dropped);
 }
 
 }  // namespace
@@ -87,7 +119,9 @@ CPlanConflict::CPlanConflict(QObject* parent) : QObject(parent) {
   qRegisterMetaType<Kind>("TarnPlanView::CPlanConflict::Kind");
 }
 
-CPlanConflict::~CPlanConflict() = default;
+CPlanConflict::~CPlanConflict() {
+  *dropped_ = true;
+}
 
 void CPlanConflict::FindOut(const Question& question) {
   Forget();
@@ -97,6 +131,8 @@ void CPlanConflict::FindOut(const Question& question) {
 
 void CPlanConflict::Forget() {
   ++asked_;
+  *dropped_ = true;
+  dropped_ = std::make_shared<std::atomic<bool>>(false);
 }
 
 void CPlanConflict::FetchPlan() {
@@ -116,7 +152,10 @@ void CPlanConflict::FetchPlan() {
 
 void CPlanConflict::AskWhetherListed(int looks_left) {
   CallAsync(
-      this, [plan = question_.plan_code, group = question_.group_code] { return IsListed(plan, group); },
+      this,
+      [plan = question_.plan_code, group = question_.group_code, dropped = dropped_] {
+        return IsListed(plan, group, *dropped);
+      },
       [this, asked = asked_, looks_left](const std::optional<bool>& is_listed) {
         if (asked == asked_) {
           OnListing(is_listed, looks_left - 1);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QObject>
+#include <atomic>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -49,6 +51,7 @@ class CPlanConflict : public QObject {
 
   Question question_;
   int asked_ = 0;
+  std::shared_ptr<std::atomic<bool>> dropped_ = std::make_shared<std::atomic<bool>>(false);  // the question under way
 };
 
 }  // namespace TarnPlanView

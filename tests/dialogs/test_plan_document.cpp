@@ -185,6 +185,8 @@ void PlanDocumentTest::RegionGoesOnOverPages() {
   QCOMPARE(document.Fill(0, 2, region(200)).left_out, 200 - kMaxFilledWindows);
   QCOMPARE(document.Draft().pages.size(), 9);
   QCOMPARE(document.Draft().FilledWindows(), kMaxFilledWindows);
+  document.SetSplit(1, 2);  // a new page's windows were in sight: fewer of them take what they held along
+  QCOMPARE(document.Draft().FilledWindows(), kMaxFilledWindows - 12);
   document.StartNew("New", "12");
   document.SetSplit(0, 1);
   const PlanFilling single = document.Fill(0, 1, region(kMaxPages + 1));
