@@ -1,4 +1,5 @@
 #include <QPointer>
+#include <QScopedValueRollback>
 #include <QStandardItem>
 #include <algorithm>
 
@@ -324,6 +325,7 @@ void CViewModelDataManager::OnRootChildAdded(ResourceData::ResourceType child_ty
 
 void CViewModelDataManager::Recheck(const QString& code, bool is_group) {
   if (!code.isEmpty()) {
+    const QScopedValueRollback<int> uncounted(d_->notice_count);  // it follows from notices that were counted
     is_group ? recheckGroup(code) : recheckPlan(code);
   }
 }

@@ -102,8 +102,13 @@ bool CViewExternWidget::Private::openPlanEditor(const OpenInEditor& open) {
   if (!free || !alive || session != asked_in || !IsReady()) {
     return false;
   }
-  if (holding && holder != this) {
-    holder->closePlanEditor();
+  // While the question stood, what had waited for the first editor may have taken its place.
+  Private* holder_now = holderOfPlace();
+  if (holder_now && holder_now != holder && holder_now != this) {
+    return false;
+  }
+  if (holder_now && holder_now != this) {
+    holder_now->closePlanEditor();
   }
   showPlanEditor(open);
   return true;

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "MarUIControl/string_conversion.h"
+#include "view_model_data_manager.h"
 
 namespace TarnPlanView {
 
@@ -26,9 +27,14 @@ CCallOrder& ChangeOrder() {
   return order;
 }
 
-// A change whose turn is now needs no question: it starts as any other request does.
-std::function<std::string()> UserCheck(const std::string& code) {
-  if (!ChangeOrder().IsBusy(code)) {
+CCallOrder& PlayLogOrder() {
+  static CCallOrder order;
+  return order;
+}
+
+// A call whose turn is now needs no question: it starts as any other request does.
+std::function<std::string()> UserCheck(const CCallOrder& order, const std::string& key) {
+  if (!order.IsBusy(key)) {
     return [] { return std::string(); };
   }
   const std::string refusal = MarUIControl::QStringToString(QCoreApplication::translate(

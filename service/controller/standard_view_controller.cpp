@@ -224,7 +224,7 @@ void CStandardViewController::deletePlanGroupByIndexThread(const QModelIndex& in
   request.name = NameOf(index);
   request.type = CViewPublicDef::GetIndexType(index);
   const CPlanNodeRef node(index);
-  CallChange(this, &CViewBusinessInterfaceMgr::DeletePlanGroup, request, request.index_code, true,
+  CallChange(this, &CViewBusinessInterfaceMgr::DeletePlanGroup, request, request.index_code,
              [this, node](const auto& answer) {
                Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanGroupSucc(node.Resolve()); });
              });
@@ -237,7 +237,7 @@ void CStandardViewController::DeletePlanByIndex(const QModelIndex& index) {
 void CStandardViewController::deletePlanByIndexThread(const QModelIndex& index) {
   const CPlanNodeRef node(index);
   const DeletePlanResquest request = MakeDeletePlanRequest(index);
-  CallChange(this, &CViewBusinessInterfaceMgr::DeletePlan, request, request.plan_index_code, false,
+  CallChange(this, &CViewBusinessInterfaceMgr::DeletePlan, request, request.plan_index_code,
              [this, node](const auto& answer) {
                Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanSucc(node.Resolve()); });
              });
@@ -253,11 +253,13 @@ void CStandardViewController::updatePlanGroupNameThread(const QModelIndex& index
   request.name = QStringToString(name);
   request.flag = TypeOf(index) == ReceivedGroupItem;
   const CPlanNodeRef node(index);
-  CallChange(this, &CViewBusinessInterfaceMgr::UpdatePlanGroup, request, request.index_code, true,
-             [this, node, name](const auto& answer) {
-               Settle(this, answer, tr("EditSuccess"),
-                      [&] { Q_EMIT SignalUpdatePlanGroupNameSucc(node.Resolve(), name); });
-             });
+  const int notices = CViewModelDataManager::Instance().GetNoticeCount();
+  CallChange(this, &CViewBusinessInterfaceMgr::UpdatePlanGroup, request, request.index_code, [=](const auto& answer) {
+    Settle(this, answer, tr("EditSuccess"), [&] { Q_EMIT SignalUpdatePlanGroupNameSucc(node.Resolve(), name); });
+    if (answer.ok) {
+      RecheckIfTold(notices, request.index_code, true);
+    }
+  });
 }
 
 void CStandardViewController::AddPlanParam(const AddPlanRequest& request) {
@@ -299,9 +301,13 @@ void CStandardViewController::UpdatePlanParam(const UpdatePlanRequest& request, 
 void CStandardViewController::updatePlanParamThread(const UpdatePlanRequest& request, const QString& old_name,
                                                     const PlanAnswer& told) {
   // The old name travels with the request for whoever watches it; the host is not told.
-  CallChange(this, &CViewBusinessInterfaceMgr::UpdatePlan, request, request.plan_index_code, false,
-             [this, request, old_name, told](const auto& answer) {
+  const int notices = CViewModelDataManager::Instance().GetNoticeCount();
+  CallChange(this, &CViewBusinessInterfaceMgr::UpdatePlan, request, request.plan_index_code,
+             [this, request, old_name, told, notices](const auto& answer) {
                Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"), [&] { Q_EMIT SignalUpdatePlanSucc(request); });
+               if (answer.ok) {
+                 RecheckIfTold(notices, request.plan_index_code, false);
+               }
                told(answer.ok, StringToQString(answer.ok ? request.plan_index_code : answer.response.error_info));
              });
 }
@@ -367,9 +373,7 @@ void CStandardViewController::addOperationPlayPlanThread(const QString& name, bo
   request.name = QStringToString(name);
   request.automatic = automatic;
   request.from_history = from_history;
-  // In order: the time of an entry is that of its writing.
-  static CCallOrder order;
-  CallInOrder(order, {}, this, HostCall(&CViewBusinessInterfaceMgr::AddPlanLog, request), [](const auto&) {});
+  CallInTurn(PlayLogOrder(), {}, this, &CViewBusinessInterfaceMgr::AddPlanLog, request, [](const auto&) {});
 }
 
 void CStandardViewController::InitGetViewDefaultConfig(const GetClientDefaultViewConfigRequest& request) {

@@ -1,3 +1,4 @@
+#include <QScopeGuard>
 #include <QThreadPool>
 #include <QtTest>
 
@@ -296,6 +297,7 @@ void StaleAnswersTest::ManySlowRequestsInAnyOrder() {
 
 void StaleAnswersTest::ChangesOfOneRowKeepTheirOrder() {
   const int threads = QThreadPool::globalInstance()->maxThreadCount();
+  const auto restore = qScopeGuard([threads] { QThreadPool::globalInstance()->setMaxThreadCount(threads); });
   QThreadPool::globalInstance()->setMaxThreadCount(8);
   Services().Hold("UpdatePlanGroup");
   controller_->UpdatePlanGroupName(Group("Public A"), "first");
@@ -309,7 +311,6 @@ void StaleAnswersTest::ChangesOfOneRowKeepTheirOrder() {
   QVERIFY(!QTest::qWaitFor([&] { return requests().size() > 2; }, 100));
   Services().Release("UpdatePlanGroup");
   CPlanFixture::Drain();
-  QThreadPool::globalInstance()->setMaxThreadCount(threads);
   QStringList names;
   for (const auto& request : requests()) {
     names << QString::fromStdString(request.name);
