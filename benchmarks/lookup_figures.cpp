@@ -16,7 +16,7 @@ namespace {
 constexpr int kPlansEach = 10;
 constexpr int kLookUps = 200000;
 constexpr int kHotCodes = 200;
-constexpr int kRounds = 5;
+constexpr int kRounds = 15;  // short ones: a disturbance must not cover them all
 
 /// A tree of `groups` groups with ten plans each, without a host.
 std::unique_ptr<CStandardPlanModel> MakeModel(int groups) {
