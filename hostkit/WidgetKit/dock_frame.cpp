@@ -62,10 +62,18 @@ DockFrame* DockFrame::Around(const QWidget* widget) {
 
 void DockFrame::WatchContent() {
   content_->installEventFilter(this);
-  connect(content_, &QObject::destroyed, this, &DockFrame::Vanish);
+  // Who says so is half gone already: the pointer still stands, but nothing of it may be touched any more.
+  connect(content_, &QObject::destroyed, this, [this] {
+    content_.clear();
+    Vanish();
+  });
   if (home_) {
     // Its owner ends while the content stands here: the content ends with it, as it would have there.
-    connect(home_, &QObject::destroyed, this, [this] { delete content_; });
+    connect(home_, &QObject::destroyed, this, [this] {
+      home_.clear();
+      focus_before_.clear();  // most likely one of its own
+      delete content_;
+    });
   }
 }
 

@@ -410,6 +410,41 @@ void SearchAndPopupsTest::DockOutlivesNobody() {
     WidgetKit::ShowDockWidget(desk.Data());
   }
   QVERIFY(!editor);
+  // The panel in a window of its own: the content stands in a window that is not its owner's.
+  enum End { DeleteContent, DeleteWhileItSlidesBack, DeleteOwner, DeleteOwnersWindow, DeleteWallsWindow };
+  for (const auto end : {DeleteContent, DeleteWhileItSlidesBack, DeleteOwner, DeleteOwnersWindow, DeleteWallsWindow}) {
+    auto desk = std::make_unique<Desk>();
+    auto floating = std::make_unique<QWidget>();
+    auto* row = new QHBoxLayout(floating.get());
+    row->addWidget(desk->panel);
+    floating->show();
+    WidgetKit::ShowDockWidget(desk->Data());
+    QTRY_VERIFY(desk->editor->isVisible());
+    QCOMPARE(desk->editor->window(), &desk->window);
+    switch (end) {
+      case DeleteContent:
+        delete desk->editor;
+        break;
+      case DeleteWhileItSlidesBack:
+        WidgetKit::HideDockWidget(desk->editor);
+        desk->editor->deleteLater();
+        QTRY_VERIFY(!desk->editor);
+        break;
+      case DeleteOwner:
+        delete desk->panel;
+        break;
+      case DeleteOwnersWindow:
+        floating.reset();
+        break;
+      case DeleteWallsWindow:
+        editor = desk->editor;
+        desk.reset();
+        QVERIFY(editor && editor->isHidden());  // back with its owner
+        continue;
+    }
+    QVERIFY(!desk->editor);
+    QTRY_VERIFY(!desk->window.findChild<QWidget*>("dock_frame"));
+  }
   WidgetKit::ShowDockWidget(WidgetKit::CSlideOutData());
   WidgetKit::HideDockWidget(nullptr);
 }

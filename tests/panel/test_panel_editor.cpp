@@ -29,6 +29,7 @@ class PanelEditorTest : public TarnTest::CPlanTest {
   void LeavingIsTiedToItsSave();
   void PlanInTheEditorIsNotMoved();
   void PanelsOfOneWallShareTheEditorsPlace();
+  void WallMayStandInAnotherWindow();
 
  private:
   CTarnAddPlanWidget* Editor(CPanelStage& stage) { return stage.Panel().window()->findChild<CTarnAddPlanWidget*>(); }
@@ -280,6 +281,42 @@ void PanelEditorTest::PanelsOfOneWallShareTheEditorsPlace() {
   QTRY_VERIFY(open().startsWith("View20"));
   QVERIFY(fixture_.Code("Never").isEmpty());
   QVERIFY(shared.Button("edit_btn")->isEnabled());  // nothing is open here any more
+}
+
+// As with a panel that floats, or has a window of its own on another screen.
+void PanelEditorTest::WallMayStandInAnotherWindow() {
+  Open();
+  QWidget wall_window;
+  auto* wall = new QWidget(&wall_window);
+  wall_window.resize(1000, 700);
+  wall->resize(1000, 700);
+  wall_window.show();
+  QVERIFY(QTest::qWaitForWindowExposed(&wall_window));
+  const QList<std::function<void(std::unique_ptr<CPanelStage>&)>> ends = {
+      [](auto& stage) { stage->Panel().SwitchUserUpdate(); },
+      [](auto& stage) { stage->Panel().StopWorking(); },
+      [](auto& stage) { stage.reset(); },
+  };
+  for (const auto& end : ends) {
+    for (const bool in_motion : {false, true}) {
+      auto stage = std::make_unique<CPanelStage>(fixture_);
+      stage->Panel().SetMonitorPointer(wall);
+      stage->Choose("Public A plan 2");
+      stage->Panel().EditPlanByIndex(stage->Tree().currentIndex());
+      const QPointer<CTarnAddPlanWidget> editor = wall_window.findChild<CTarnAddPlanWidget*>();
+      QVERIFY(editor);
+      auto* name = editor->findChild<QLineEdit*>("plan_name_edit");
+      QTRY_COMPARE(name->text(), QString("Public A plan 2"));
+      name->setText("Never");
+      if (!in_motion) {
+        QTRY_COMPARE(editor->visibleRegion().boundingRect().width(), editor->width());  // it has slid out
+      }
+      end(stage);
+      QTRY_VERIFY(!editor);
+      QTRY_VERIFY(!wall_window.findChild<QWidget*>("dock_frame"));
+    }
+  }
+  QVERIFY(fixture_.Code("Never").isEmpty());
 }
 
 QTEST_MAIN(PanelEditorTest)
