@@ -247,6 +247,16 @@ QString CViewExternWidget::GetTabName() const {
   }
 }
 
+bool CViewExternWidget::IsEditorOpen() const {
+  return d_->isEditing();
+}
+
+void CViewExternWidget::SaveEdited() {
+  if (d_->isEditing()) {
+    d_->plan_editor->Save();
+  }
+}
+
 bool CViewExternWidget::MayLeave() {
   if (!d_->isEditing()) {
     return true;
@@ -273,6 +283,7 @@ void CViewExternWidget::SwitchUserUpdate() {
   d_->leaveSearch();
   d_->waitForLoad();
   d_->row_before_load.reset();
+  d_->between_users = true;
   d_->ui.add_view_btn->setEnabled(false);
   d_->ui.add_group_btn->setEnabled(false);
 }

@@ -76,6 +76,10 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void SetMonitorPointer(QWidget* monitor);
   QString GetTabName() const;
 
+  bool IsEditorOpen() const;
+  /// As Ctrl+S in the open plan editor; nothing while none is open.
+  void SaveEdited();
+
   /// Whether the panel may be closed or change its user. Asks when the plan editor holds changes that are not saved;
   /// what the user throws away is gone with the editor's dock when true comes. When the user wants them saved first,
   /// false comes, and SignalMayLeave() once they are safe.
@@ -100,6 +104,8 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void SignalPlanGroupCycle(const QString& group_index_code, int seconds_per_plan);
   void signalSucceedToGetCreationInfo(const QString& creator, const QString& creation_time);
   void signalGetSearchedResult(const std::list<view_plugin_protocol::SearchedPlan>& plans);
+  /// The plan editor has opened or closed.
+  void SignalEditorChanged();
 
  public Q_SLOTS:
   void OnFuzzySearchPlan();

@@ -220,19 +220,34 @@ void CViewExternWidget::Private::showNameEdit(const QWidget* button) {
   edit->activateWindow();
 }
 
+// The group that a new group or plan goes into: the current one, or the one of the current plan.
+QModelIndex CViewExternWidget::Private::GroupForNew() const {
+  const QModelIndex row = Current();
+  return IsPlanRow(row) ? row.parent() : row;
+}
+
 void CViewExternWidget::onAddGroupBtnClicked() {
   if (!d_->IsReady()) {
     return;
   }
   d_->NameEdit()->SetMode(kAddMode);
+  if (!d_->unused_name.isEmpty()) {
+    d_->NameEdit()->SetName(std::exchange(d_->unused_name, QString()));
+  }
+  const QModelIndex parent = d_->GroupForNew();
   d_->name_edit_row.reset();
+  d_->new_group_parent = parent.isValid() ? std::make_optional(CPlanNodeRef(parent)) : std::nullopt;
   d_->showNameEdit(d_->ui.add_group_btn);
 }
 
 void CViewExternWidget::onAddPlanViewGroupName(const QString& name) {
-  QModelIndex parent = d_->Current();
-  if (IsPlanRow(parent)) {
-    parent = parent.parent();
+  const auto pinned = std::exchange(d_->new_group_parent, std::nullopt);
+  QModelIndex parent = pinned ? QModelIndex(pinned->Resolve()) : d_->GroupForNew();
+  if (pinned && !parent.isValid()) {
+    d_->unused_name = name;
+    Q_EMIT SignalMessageTipNeeded(
+        tr("The group around the new one is no longer there. Choose another; the name is kept."), 1);
+    return;
   }
   if (DepthOf(parent) >= kMaxGroupDepth) {
     tarn_ui_data_controller::CMessageTipManager::Instance().ShowMessage(MarUIControl::GetIndependentWindow(this),
@@ -263,6 +278,15 @@ void CViewExternWidget::onEditPlanViewGroupName(const QString& name) {
 
 // --- Plans ----------------------------------------------------------------------------------------------------------
 
+// None for a hit whose group is not loaded here: then the user chooses one.
+QString CViewExternWidget::Private::GroupForNewPlan() const {
+  if (CurrentPage() != Page::Search) {
+    return GroupForNew().data(GroupIndexCodeRole).toString();
+  }
+  const QString code = MarkedHit().data(kSearchGroupRole).toString();
+  return RowOf(code, true).isValid() ? code : QString();
+}
+
 void CViewExternWidget::onAddPlanBtnClicked() {
   TARN_PLAN_LOG_INFO("Add plan button clicked");
   if (!d_->IsReady()) {
@@ -271,11 +295,7 @@ void CViewExternWidget::onAddPlanBtnClicked() {
   const QPointer<CViewExternWidget> alive(this);
   const bool had_focus = d_->ui.add_view_btn->hasFocus();
   d_->ui.add_view_btn->setEnabled(false);
-  QModelIndex group = d_->Current();
-  if (IsPlanRow(group)) {
-    group = group.parent();
-  }
-  const QString group_code = group.data(GroupIndexCodeRole).toString();
+  const QString group_code = d_->GroupForNewPlan();
   const bool opened = d_->openPlanEditor([group_code](CTarnAddPlanWidget* editor) { editor->OpenNew(group_code); });
   if (!alive) {
     return;
@@ -283,7 +303,7 @@ void CViewExternWidget::onAddPlanBtnClicked() {
   if (opened) {
     TARN_PLAN_LOG_INFO("Add plan dock widget show.");
   }
-  d_->ui.add_view_btn->setEnabled(true);
+  d_->ui.add_view_btn->setEnabled(!d_->between_users);
   d_->renewHold();
   if (had_focus && !opened) {
     d_->ui.add_view_btn->setFocus();  // disabling has moved it on
@@ -291,18 +311,28 @@ void CViewExternWidget::onAddPlanBtnClicked() {
 }
 
 void CViewExternWidget::onEditBtnClicked() {
-  const QModelIndex index = d_->Current();
-  if (!index.isValid() || !d_->IsReady() || d_->CurrentPage() == Private::Page::Wait) {
+  if (!d_->IsReady() || d_->CurrentPage() == Private::Page::Wait) {
+    return;
+  }
+  if (d_->CurrentPage() == Private::Page::Search) {
+    d_->editHit(d_->MarkedHit());
+  } else {
+    d_->editRow(d_->Current());
+  }
+}
+
+void CViewExternWidget::Private::editRow(const QModelIndex& index) {
+  if (!index.isValid() || !IsReady() || CurrentPage() == Page::Wait) {
     return;
   }
   if (!index.data(IsGroupRole).toBool()) {
-    d_->editPlan(index.data(PlanIndexCodeRole).toString());
+    editPlan(index.data(PlanIndexCodeRole).toString());
     return;
   }
-  d_->NameEdit()->SetMode(kRenameMode);
-  d_->NameEdit()->SetName(index.data().toString());
-  d_->name_edit_row = CPlanNodeRef(index);
-  d_->showNameEdit(d_->ui.edit_btn);
+  NameEdit()->SetMode(kRenameMode);
+  NameEdit()->SetName(index.data().toString());
+  name_edit_row = CPlanNodeRef(index);
+  showNameEdit(ui.edit_btn);
 }
 
 void CViewExternWidget::Private::fillUpdate(const QModelIndex& row,
@@ -354,7 +384,7 @@ void CViewExternWidget::OnMenuClicked(tarn_ui_data_controller::MsgType type, QVa
       break;
     case tarn_ui_data_controller::Edit:
       if (d_->isCurrent(code) && d_->mayUse(d_->ui.edit_btn, kEditRight)) {
-        onEditBtnClicked();
+        d_->editRow(d_->Current());
       }
       break;
     case tarn_ui_data_controller::GroupCycle:
@@ -364,7 +394,7 @@ void CViewExternWidget::OnMenuClicked(tarn_ui_data_controller::MsgType type, QVa
       break;
     case tarn_ui_data_controller::Share:
       if (d_->isCurrent(code)) {
-        d_->SetViewShareShow();
+        d_->SetViewShareShow(d_->Current().data(PlanIndexCodeRole).toString());
       }
       break;
     default:
@@ -427,7 +457,7 @@ void CViewExternWidget::onSucceedToGetCreationInfo(const QString& creator, const
   box->show();
 }
 
-void CViewExternWidget::Private::SetViewShareShow() {
+void CViewExternWidget::Private::SetViewShareShow(const QString& plan_code) {
   if (!share_view) {
     share_view = new CShareViewWgt(q);
   }
@@ -435,9 +465,8 @@ void CViewExternWidget::Private::SetViewShareShow() {
   share_view->show();
   const QPoint cursor = QCursor::pos();
   MoveOntoScreen(share_view, QPoint(cursor.x(), cursor.y() - share_view->height() / 2));
-  const QModelIndex row = Current();
-  if (row.isValid()) {
-    share_view->SetShareViewIndexCode(QStringToString(row.data(PlanIndexCodeRole).toString()));
+  if (Current().isValid() || !plan_code.isEmpty()) {
+    share_view->SetShareViewIndexCode(QStringToString(plan_code));
     share_view->RefreshUsers();
   }
 }
@@ -465,6 +494,7 @@ void CViewExternWidget::OnPopupSavePlanAsDlg(const QPoint& position) {
 }
 
 void CViewExternWidget::Private::closePopups() {
+  const bool was_editing = isEditing();
   WidgetKit::HideDockWidget(plan_editor);
   if (plan_editor) {
     plan_editor->deleteLater();
@@ -482,6 +512,10 @@ void CViewExternWidget::Private::closePopups() {
   save_as = nullptr;
   creation_info = nullptr;
   name_edit = nullptr;
+  unused_name.clear();
+  if (was_editing) {
+    Q_EMIT q->SignalEditorChanged();
+  }
 }
 
 }  // namespace TarnPlanView

@@ -116,14 +116,18 @@ bool CViewExternWidget::Private::openPlanEditor(const OpenInEditor& open) {
 
 void CViewExternWidget::Private::openAwaited(const NextPlan& next) {
   if (session == next.session && IsReady()) {
+    const QPointer<CViewExternWidget> alive(q);
     showPlanEditor(next.open);
-    renewHold();
+    if (alive) {
+      renewHold();
+    }
   }
 }
 
 void CViewExternWidget::Private::showPlanEditor(const OpenInEditor& open) {
   open(PlanEditor());
   WidgetKit::ShowDockWidget(InitSlidingRuleWidget());
+  Q_EMIT q->SignalEditorChanged();
 }
 
 void CViewExternWidget::Private::closePlanEditor() {
@@ -141,15 +145,16 @@ void CViewExternWidget::Private::closePlanEditor() {
   }
 }
 
-// The keys go to the tree, unless the user has gone on to something else meanwhile.
+// The keys go to the rows, unless the user has gone on to something else meanwhile.
 void CViewExternWidget::Private::hidePlanEditor() {
   const QWidget* focus = plan_editor ? plan_editor->window()->focusWidget() : nullptr;
   const bool elsewhere = focus && focus != plan_editor && !plan_editor->isAncestorOf(focus);
   WidgetKit::HideDockWidget(plan_editor);
   renewHold();
   if (!elsewhere) {
-    ui.plan_view_tree->setFocus();
+    ui.plan_stacked_widget->currentWidget()->setFocus();
   }
+  Q_EMIT q->SignalEditorChanged();
 }
 
 WidgetKit::CSlideOutData CViewExternWidget::Private::InitSlidingRuleWidget() {

@@ -52,6 +52,8 @@ class CViewExternWidget::Private {
   void ShowPage(Page page);
   void waitForLoad();
   void leaveSearch();
+  /// The page below the hits, where a search ends.
+  Page PageBehindSearch() const;
   /// Later and once, however many rows come and go meanwhile.
   void scheduleRenewal();
   void renewAfterRows();
@@ -73,6 +75,8 @@ class CViewExternWidget::Private {
   void renewToolTips();
   /// Names the right that the user lacks for the current row; empty when it is not for want of a right.
   QString MissingRight(int right) const;
+  /// Why a button of the bar is off, where the user can do something about it.
+  QString WhyOff(const QToolButton* button, int right) const;
   bool isCurrent(const QString& code) const;
   /// A plan that is saved loses its row and gets another one; noted, so that the current plan stays current over it.
   void noteRemoval(const QModelIndex& parent, int first, int last);
@@ -102,7 +106,10 @@ class CViewExternWidget::Private {
   // Pop-ups.
   CViewNameEdit* NameEdit();
   void showNameEdit(const QWidget* button);
-  void SetViewShareShow();
+  void editRow(const QModelIndex& index);
+  QModelIndex GroupForNew() const;
+  QString GroupForNewPlan() const;
+  void SetViewShareShow(const QString& plan_code);
   void requestCreationInfo(const QString& code);
   /// The controller fetches the plan for the editor.
   void editPlan(const QString& code);
@@ -131,7 +138,12 @@ class CViewExternWidget::Private {
   CSavePlanAsDlg* SaveAsDialog();
   void closePopups();
 
-  // Search.
+  // Search. While the hits are shown, commands are about the marked one and never about the row hidden behind them.
+  QModelIndex MarkedHit() const;
+  bool mayEditHit(const QModelIndex& hit) const;
+  void editHit(const QModelIndex& hit);
+  void offerForHit(tarn_ui_data_controller::CPopupMenu* menu, const QModelIndex& hit);
+  void onHitCommand(tarn_ui_data_controller::MsgType type, const QString& code);
   QString SearchText() const;
   QString PathOf(const view_plugin_protocol::SearchedPlan& plan) const;
   void renewSearchIcons();
@@ -153,7 +165,8 @@ class CViewExternWidget::Private {
   QPointer<CPlanPreview> preview;
   QString playing_code;
   QPointer<CViewNameEdit> name_edit;
-  std::optional<CPlanNodeRef> name_edit_row;
+  std::optional<CPlanNodeRef> name_edit_row, new_group_parent;  // which row it was opened for
+  QString unused_name;                                          // of a group whose parent has vanished meanwhile
   QPointer<CTarnAddPlanWidget> plan_editor;
   bool leaving = false;               // the host waits for the editor's save before it goes
   std::optional<NextPlan> open_next;  // what the user wants to edit after that save
@@ -169,6 +182,7 @@ class CViewExternWidget::Private {
   QSet<QString> deleting;
   int creation_info_generation = 0;
   bool stopped = false;
+  bool between_users = false;  // the rows are still the last user's
 };
 
 }  // namespace TarnPlanView

@@ -1,6 +1,8 @@
 #include <QStandardItem>
 
 #include "MarUIControl/string_conversion.h"
+#include "TarnUIDataController/popup_menu.h"
+#include "plan_actions.h"
 #include "plan_item_role.h"
 #include "view_config_manager.h"
 #include "view_extern_widget_p.h"
@@ -56,6 +58,8 @@ void CViewExternWidget::onGetSearchedResult(const std::list<view_plugin_protocol
     const QString code = StringToQString(plan.index_code);
     row->setData(code, PlanIndexCodeRole);
     row->setIcon(CViewPublicDef::GetPlanIcon(dark, code == d_->playing_code));
+    row->setData(plan.type, PlanTypeRole);
+    row->setData(StringToQString(plan.group_index_code), kSearchGroupRole);
     row->setData(d_->PathOf(plan), kSearchPathRole);
     row->setData(row->text() + PathSeparator() + row->data(kSearchPathRole).toString(), Qt::AccessibleTextRole);
     rows.append(row);
@@ -103,6 +107,71 @@ void CViewExternWidget::Private::renewSearchIcons() {
   }
 }
 
+QModelIndex CViewExternWidget::Private::MarkedHit() const {
+  return CurrentPage() == Page::Search ? ui.search_list_view->currentIndex() : QModelIndex();
+}
+
+bool CViewExternWidget::Private::mayEditHit(const QModelIndex& hit) const {
+  if (!hit.isValid()) {
+    return false;
+  }
+  const int family = hit.data(PlanTypeRole).toInt();
+  return family == OwnTheme || (family == PublicTheme && HasRight(kEditRight));
+}
+
+void CViewExternWidget::Private::editHit(const QModelIndex& hit) {
+  if (!hit.isValid()) {
+    Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("No plan is marked."), 1);
+  } else if (!mayEditHit(hit)) {
+    Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("You lack the right to edit plans."), 1);
+  } else {
+    editPlan(hit.data(PlanIndexCodeRole).toString());
+  }
+}
+
+void CViewExternWidget::Private::offerForHit(tarn_ui_data_controller::CPopupMenu* menu, const QModelIndex& hit) {
+  using namespace tarn_ui_data_controller;
+  for (const MsgType type : {PlayVideo, Edit, Delete, Share, CreationInfo}) {
+    menu->SetMenuItemVisible(type, !ui.plan_view_tree->IsMenuItemHidden(type));
+  }
+  menu->SetMenuItemVisible(GroupCycle, false);
+  menu->SetMenuItemEnabled(Edit, !isEditing() && mayEditHit(hit),
+                           isEditing() ? QString() : CViewExternWidget::tr("You lack the right to edit plans."));
+  menu->SetMenuItemEnabled(Delete, false, CViewExternWidget::tr("Leave the search first."));
+}
+
+void CViewExternWidget::Private::onHitCommand(tarn_ui_data_controller::MsgType type, const QString& code) {
+  const QModelIndex hit = ui.search_list_view->Hit(code);
+  if (!IsReady() || ui.plan_view_tree->IsMenuItemHidden(type)) {
+    return;
+  }
+  if (!hit.isValid()) {  // another search has ended meanwhile
+    Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("This row is no longer there."), 1);
+    return;
+  }
+  switch (type) {
+    case tarn_ui_data_controller::PlayVideo:
+      play(code);
+      break;
+    case tarn_ui_data_controller::Edit:
+      if (!isEditing()) {
+        editHit(hit);
+      }
+      break;
+    case tarn_ui_data_controller::Delete:
+      Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("Leave the search first."), 1);
+      break;
+    case tarn_ui_data_controller::Share:
+      SetViewShareShow(code);
+      break;
+    case tarn_ui_data_controller::CreationInfo:
+      requestCreationInfo(code);
+      break;
+    default:
+      break;
+  }
+}
+
 void CViewExternWidget::onDoubleClicked(const QString& index_code) {
   d_->play(index_code);
 }
@@ -111,6 +180,7 @@ void CViewExternWidget::OnDownloadResouceFinished() {
   if (d_->stopped) {
     return;
   }
+  d_->between_users = false;
   d_->ui.wait_widget->SetWaiting(false);
   d_->leaveSearch();
   d_->ShowPage(Private::Page::Tree);

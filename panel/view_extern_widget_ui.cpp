@@ -126,6 +126,11 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
   mover->SetIsEdited(&Private::isEditedAnywhere);
 
   connect(ui.search_list_view, &CSearchPlanListView::SignalDoubleClicked, q, &CViewExternWidget::onDoubleClicked);
+  connect(ui.search_list_view, &CSearchPlanListView::SignalMenuAboutToShow, q,
+          [this](auto* menu, const QModelIndex& hit) { offerForHit(menu, hit); });
+  connect(ui.search_list_view, &CSearchPlanListView::SignalMenuClicked, q,
+          [this](auto type, const QString& code) { onHitCommand(type, code); });
+  connect(ui.search_list_view->selectionModel(), &QItemSelectionModel::currentChanged, q, [this] { renewHold(); });
   connect(ui.search_list_view, &CSearchPlanListView::SignalLeave, q, [this] {
     ui.view_location_line_edit->clear();
     leaveSearch();
@@ -237,10 +242,14 @@ void CViewExternWidget::Private::reload() {
 void CViewExternWidget::Private::leaveSearch() {
   search->Cancel();
   if (CurrentPage() == Page::Search) {
-    ShowPage(Page::Tree);
+    ShowPage(PageBehindSearch());
   }
   renewHold();
   scheduleRenewal();
+}
+
+CViewExternWidget::Private::Page CViewExternWidget::Private::PageBehindSearch() const {
+  return ui.wait_widget->IsWaiting() ? Page::Wait : Page::Tree;
 }
 
 void CViewExternWidget::Private::scheduleRenewal() {
@@ -323,6 +332,9 @@ void CViewExternWidget::Private::restoreEnableState() {
 }
 
 void CViewExternWidget::Private::applyActions(const QModelIndex& index) {
+  if (between_users) {
+    return;
+  }
   restoreEnableState();
   const PlanActions actions = AllowedActions(index);
   const auto apply = [](QToolButton* button, const std::optional<bool>& allowed) {
@@ -350,6 +362,8 @@ void CViewExternWidget::Private::renewHold() {
   ui.delete_btn->setEnabled(false);
   if (editing) {
     ui.edit_btn->setEnabled(false);
+  } else if (mayEditHit(MarkedHit())) {
+    ui.edit_btn->setEnabled(true);
   }
   renewToolTips();
 }
@@ -368,6 +382,16 @@ QString CViewExternWidget::Private::MissingRight(int right) const {
   }
 }
 
+QString CViewExternWidget::Private::WhyOff(const QToolButton* button, int right) const {
+  if (CurrentPage() != Page::Search) {
+    return MissingRight(right);
+  }
+  if (button != ui.edit_btn) {
+    return CViewExternWidget::tr("Leave the search first.");
+  }
+  return isEditing() || !MarkedHit().isValid() ? QString() : CViewExternWidget::tr("You lack the right to edit plans.");
+}
+
 void CViewExternWidget::Private::renewToolTips() {
   const struct {
     QToolButton* button;
@@ -382,7 +406,7 @@ void CViewExternWidget::Private::renewToolTips() {
   for (const auto& one : buttons) {
     QString tip = QStringLiteral("%1 (%2)").arg(one.button->accessibleName(), QLatin1String(one.keys));
     if (!one.button->isEnabled()) {
-      const QString reason = MissingRight(one.right);
+      const QString reason = WhyOff(one.button, one.right);
       tip += reason.isEmpty() ? QString() : QStringLiteral("\n") + reason;
     }
     one.button->setToolTip(tip);

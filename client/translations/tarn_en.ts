@@ -269,6 +269,10 @@
         <translation>no plan is playing</translation>
     </message>
     <message>
+        <source>the plan editor is open, and Ctrl+S saves there</source>
+        <translation>the plan editor is open, and Ctrl+S saves there</translation>
+    </message>
+    <message>
         <source>this plan cannot be changed from here</source>
         <translation>this plan cannot be changed from here</translation>
     </message>
@@ -1183,6 +1187,22 @@ never starts</translation>
     <message>
         <source>MplOHCzygFvfHFyDzE</source>
         <translation>Groups can be nested six levels deep, not deeper.</translation>
+    </message>
+    <message>
+        <source>This row is no longer there.</source>
+        <translation>This row is no longer there.</translation>
+    </message>
+    <message>
+        <source>Leave the search first.</source>
+        <translation>Leave the search first.</translation>
+    </message>
+    <message>
+        <source>No plan is marked.</source>
+        <translation>No plan is marked.</translation>
+    </message>
+    <message>
+        <source>The group around the new one is no longer there. Choose another; the name is kept.</source>
+        <translation>The group around the new one is no longer there. Choose another; the name is kept.</translation>
     </message>
     <message>
         <source>This group is no longer there.</source>

@@ -269,6 +269,10 @@
         <translation>没有正在播放的预案</translation>
     </message>
     <message>
+        <source>the plan editor is open, and Ctrl+S saves there</source>
+        <translation>预案编辑器已打开，请用 Ctrl+S 在其中保存</translation>
+    </message>
+    <message>
         <source>this plan cannot be changed from here</source>
         <translation>不能在此处修改该预案</translation>
     </message>
@@ -1183,6 +1187,22 @@ never starts</source>
     <message>
         <source>MplOHCzygFvfHFyDzE</source>
         <translation>分组最多嵌套六层。</translation>
+    </message>
+    <message>
+        <source>This row is no longer there.</source>
+        <translation>该项已不存在。</translation>
+    </message>
+    <message>
+        <source>Leave the search first.</source>
+        <translation>请先退出搜索。</translation>
+    </message>
+    <message>
+        <source>No plan is marked.</source>
+        <translation>未选中任何预案。</translation>
+    </message>
+    <message>
+        <source>The group around the new one is no longer there. Choose another; the name is kept.</source>
+        <translation>新分组的上级分组已不存在。请另选一个，名称已保留。</translation>
     </message>
     <message>
         <source>This group is no longer there.</source>

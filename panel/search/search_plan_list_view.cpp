@@ -1,13 +1,30 @@
 #include "search_plan_list_view.h"
 
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 
 #include "plan_item_role.h"
+#include "plan_menu.h"
 #include "search_plan_item_delegate.h"
 
 namespace TarnPlanView {
 
-CSearchPlanListView::CSearchPlanListView(QWidget* parent) : QListView(parent) {
+using tarn_ui_data_controller::CPopupMenu;
+using tarn_ui_data_controller::MsgType;
+
+namespace {
+
+bool IsCommand(const QKeyEvent& event) {
+  return event.modifiers() == Qt::NoModifier && (event.key() == Qt::Key_F2 || event.key() == Qt::Key_Delete);
+}
+
+bool OpensMenu(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Menu || (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier);
+}
+
+}  // namespace
+
+CSearchPlanListView::CSearchPlanListView(QWidget* parent) : QListView(parent), menu_(MakePlanMenu(this)) {
   setItemDelegate(new CSearchPlanItemDelegate(this));
   setUniformItemSizes(true);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -16,18 +33,42 @@ CSearchPlanListView::CSearchPlanListView(QWidget* parent) : QListView(parent) {
   setMouseTracking(true);
   setFrameShape(QFrame::NoFrame);
   connect(this, &QAbstractItemView::doubleClicked, this, &CSearchPlanListView::RequestPlay);
+  connect(menu_, &CPopupMenu::signalPopupMenuClicked, this,
+          [this](MsgType type, const QVariant& code) { Q_EMIT SignalMenuClicked(type, code.toString()); });
+}
+
+QModelIndex CSearchPlanListView::Hit(const QString& plan_code) const {
+  const QModelIndexList hits =
+      model() ? model()->match(model()->index(0, 0), PlanIndexCodeRole, plan_code, 1, Qt::MatchExactly)
+              : QModelIndexList();
+  return hits.value(0);
 }
 
 // Keys of the list come before shortcuts of the window around it.
 bool CSearchPlanListView::event(QEvent* event) {
-  if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-    event->accept();
-    return true;
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto* press = static_cast<QKeyEvent*>(event);
+    if (press->key() == Qt::Key_Escape || IsCommand(*press)) {
+      event->accept();
+      return true;
+    }
   }
   return QListView::event(event);
 }
 
 void CSearchPlanListView::keyPressEvent(QKeyEvent* event) {
+  if (IsCommand(*event) || OpensMenu(*event)) {
+    event->accept();
+    if (event->isAutoRepeat()) {
+      return;  // a key held down is one command, not many
+    }
+    if (OpensMenu(*event)) {
+      ShowMenuAtCurrent();
+    } else {
+      RequestCommand(event->key() == Qt::Key_F2 ? tarn_ui_data_controller::Edit : tarn_ui_data_controller::Delete);
+    }
+    return;
+  }
   switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -40,6 +81,42 @@ void CSearchPlanListView::keyPressEvent(QKeyEvent* event) {
       return;
     default:
       QListView::keyPressEvent(event);
+  }
+}
+
+void CSearchPlanListView::contextMenuEvent(QContextMenuEvent* event) {
+  event->accept();
+  if (event->reason() == QContextMenuEvent::Keyboard) {
+    ShowMenuAtCurrent();
+  } else {
+    ShowMenu(indexAt(event->pos()), event->globalPos());
+  }
+}
+
+void CSearchPlanListView::ShowMenuAtCurrent() {
+  if (!currentIndex().isValid() || menu_->isVisible()) {
+    return;
+  }
+  scrollTo(currentIndex());
+  const QRect row = visualRect(currentIndex());
+  ShowMenu(currentIndex(), viewport()->mapToGlobal(isRightToLeft() ? row.bottomRight() : row.bottomLeft()));
+}
+
+void CSearchPlanListView::ShowMenu(const QModelIndex& index, const QPoint& global_position) {
+  const QString code = index.data(PlanIndexCodeRole).toString();
+  if (code.isEmpty()) {
+    return;
+  }
+  setCurrentIndex(index);
+  menu_->SetMenuData(code);
+  Q_EMIT SignalMenuAboutToShow(menu_, index);
+  menu_->PopupAt(global_position);
+}
+
+void CSearchPlanListView::RequestCommand(MsgType type) {
+  const QString code = currentIndex().data(PlanIndexCodeRole).toString();
+  if (!code.isEmpty()) {
+    Q_EMIT SignalMenuClicked(type, code);
   }
 }
 

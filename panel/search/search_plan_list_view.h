@@ -2,29 +2,51 @@
 
 #include <QListView>
 
+#include "TarnUIDataController/msg_type.h"
+
+namespace tarn_ui_data_controller {
+class CPopupMenu;
+}
+
 namespace TarnPlanView {
 
-/// The plans that a search has found. Double click and Return ask for the plan to be played, Esc for the end of the
-/// search. Rows: display role name, role 661 code, role 665 the text to mark, kSearchPathRole the groups above.
+/// The plans that a search has found. Double click and Return ask for the plan to be played, F2 and Delete for the
+/// commands of these names, Esc for the end of the search; the right button, Menu and Shift+F10 open a menu. Rows:
+/// display role name, role 661 code, role 665 the text to mark, role 671 family, kSearchGroupRole and kSearchPathRole.
 /// Thread: GUI.
 class CSearchPlanListView : public QListView {
   Q_OBJECT
  public:
   explicit CSearchPlanListView(QWidget* parent = nullptr);
 
+  /// The row with this code; invalid when there is none (any more).
+  QModelIndex Hit(const QString& plan_code) const;
+
  Q_SIGNALS:
   void SignalDoubleClicked(const QString& index_code);
   void SignalLeave();
+  /// Time to say which of its entries this row offers.
+  void SignalMenuAboutToShow(tarn_ui_data_controller::CPopupMenu* menu, const QModelIndex& index);
+  /// A command of the menu or of a key, about the plan with this code.
+  void SignalMenuClicked(tarn_ui_data_controller::MsgType type, const QString& plan_code);
 
  protected:
   bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
   void RequestPlay(const QModelIndex& index);
+  void RequestCommand(tarn_ui_data_controller::MsgType type);
+  void ShowMenu(const QModelIndex& index, const QPoint& global_position);
+  void ShowMenuAtCurrent();
+
+  tarn_ui_data_controller::CPopupMenu* menu_ = nullptr;
 };
 
 /// QString: the names of the groups above a hit, from the root.
 constexpr int kSearchPathRole = 0x0100 + 900;
+/// QString: code of the group that a hit stands in.
+constexpr int kSearchGroupRole = 0x0100 + 901;
 
 }  // namespace TarnPlanView

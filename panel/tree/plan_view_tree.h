@@ -41,6 +41,8 @@ class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
   bool IsGroupPropertySame(const QModelIndex& a, const QModelIndex& b) const;
 
   void SetMenuItemVisible(tarn_ui_data_controller::MsgType type, bool visible);
+  /// By that call; an entry that only does not suit a row is not meant.
+  bool IsMenuItemHidden(tarn_ui_data_controller::MsgType type) const;
   /// `reason` becomes the tool tip of a disabled entry.
   void SetMenuItemEnabled(tarn_ui_data_controller::MsgType type, bool enabled, const QString& reason);
   /// The host's own actions below the tree's commands; not owned.

@@ -6,8 +6,8 @@
 
 #include "item_type.h"
 #include "plan_item_role.h"
+#include "plan_menu.h"
 #include "standard_plan_model.h"
-#include "view_config_manager.h"
 #include "view_public_def.h"
 
 namespace TarnPlanView {
@@ -40,20 +40,8 @@ bool SuitsRow(MsgType type, const QModelIndex& index) {
 }  // namespace
 
 void CPlanViewTree::initMenu() {
-  using namespace tarn_ui_data_controller;
-  auto* menu = new CPopupMenu(this);
-  menu->AddMenuItem(PlayVideo, tr("PlayVideo"));
-  menu->AddMenuItem(Edit, tr("Edit"));
-  menu->AddMenuItem(Delete, tr("Delete"));
-  menu->AddMenuItem(Share, tr("Share"));
-  const auto& config = CViewConfigManager::Instance();
-  if (config.IsSupportPlanGroupCycle()) {
-    menu->AddMenuItem(GroupCycle, tr("Orbis-ControlClient.7776cb5a28d14f4abda07c1e49560e50.button"));
-  }
-  if (config.ShowCreationInfo()) {
-    menu->AddMenuItem(CreationInfo, tr("Orbis-ControlClient.fd0fcaae405246e29b52f6750fb70a76.msg"));
-  }
-  connect(menu, &CPopupMenu::signalPopupMenuClicked, this,
+  auto* menu = MakePlanMenu(this);
+  connect(menu, &tarn_ui_data_controller::CPopupMenu::signalPopupMenuClicked, this,
           [this](MsgType type, const QVariant& code) { d_->RunCommand(type, code.toString()); });
   menu->installEventFilter(this);
   d_->menu = menu;
@@ -68,6 +56,10 @@ void CPlanViewTree::SetMenuItemVisible(MsgType type, bool visible) {
   if (d_->menu) {
     d_->menu->SetMenuItemVisible(type, visible);
   }
+}
+
+bool CPlanViewTree::IsMenuItemHidden(MsgType type) const {
+  return d_->hidden_entries.contains(type);
 }
 
 void CPlanViewTree::SetMenuItemEnabled(MsgType type, bool enabled, const QString& reason) {

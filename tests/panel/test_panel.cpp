@@ -53,6 +53,7 @@ class PanelTest : public TarnTest::CPlanTest {
   void ButtonsFollowTypeRightsAndSwitch();
   void NamesTheMissingRight();
   void AddsGroupsDownToTheSixthLevel();
+  void NewGroupGoesWhereItWasBegun();
   void RenamesTheRowThatTheEditorWasOpenedFor();
   void MenuCommands();
   void MenuOfAVanishedRowTouchesNoOther();
@@ -164,6 +165,33 @@ void PanelTest::AddsGroupsDownToTheSixthLevel() {
   QCOMPARE(Services().Count(QStringLiteral("AddPlanGroup")), 3);
   QVERIFY(fixture_.Log().Lines().join('\n').contains(
       QLatin1String("CNomalMessageManager::Instance().ShowMessage ViewGroup Tips Show")));
+}
+
+void PanelTest::NewGroupGoesWhereItWasBegun() {
+  Open();
+  CPanelStage stage(fixture_);
+  stage.Row(QStringLiteral("A1 plan 2"));
+  stage.Choose(QStringLiteral("Public A plan 2"));
+  openNameEditor(stage, "add_group_btn", QStringLiteral("Yard"));
+  stage.Choose(QStringLiteral("Public B"));  // while the name was typed
+  auto* editor = stage.Panel().findChild<CViewNameEdit*>();
+  QMetaObject::invokeMethod(editor, "OnClickedBtn");
+  QTRY_COMPARE(stage.Row(QStringLiteral("Yard")).parent().data().toString(), QStringLiteral("Public A"));
+
+  stage.Choose(QStringLiteral("A1"));
+  openNameEditor(stage, "add_group_btn", QStringLiteral("Gate"));
+  CViewModelDataManager::Instance().OnDeletePlanGroupPlanSucc(stage.Row(QStringLiteral("A1")));
+  QVERIFY(stage.Tree().currentIndex().isValid());
+  stage.TakeTips();
+  Services().ForgetCalls();
+  QMetaObject::invokeMethod(editor, "OnClickedBtn");
+  fixture_.Drain();
+  QCOMPARE(Services().Count(QStringLiteral("AddPlanGroup")), 0);
+  QCOMPARE(stage.TakeTips().size(), 1);
+  stage.Choose(QStringLiteral("Public B"));
+  QTest::mouseClick(stage.Button("add_group_btn"), Qt::LeftButton);  // what was typed is not lost
+  QTest::keyClick(editor->findChild<QLineEdit*>(), Qt::Key_Return);
+  QTRY_COMPARE(stage.Row(QStringLiteral("Gate")).parent().data().toString(), QStringLiteral("Public B"));
 }
 
 void PanelTest::RenamesTheRowThatTheEditorWasOpenedFor() {

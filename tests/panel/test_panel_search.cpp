@@ -5,9 +5,11 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+#include "TarnUIDataController/popup_menu.h"
 #include "empty_state.h"
 #include "panel_stage.h"
 #include "resource_wait_widget.h"
+#include "tarn_add_plan_widget.h"
 #include "view_model_data_manager.h"
 
 using namespace TarnPlanView;
@@ -38,6 +40,8 @@ class PanelSearchTest : public TarnTest::CPlanTest {
   void OlderSearchCountsForNothing();
   void FailedScopeIsSaidOnce();
   void LeavesTheSearchPage();
+  void CommandsMeanTheMarkedHit();
+  void SearchWhileWaitingEndsInTheWait();
   void LocatesInTheLoadedTree();
   void SearchSwitchedOff();
   void EmptyAndBrokenTrees();
@@ -147,6 +151,124 @@ void PanelSearchTest::LeavesTheSearchPage() {
   enter();
   Q_EMIT CViewModelDataManager::Instance().SignalDataDownloadFinished();
   left();
+}
+
+void PanelSearchTest::CommandsMeanTheMarkedHit() {
+  Open({{QStringLiteral("creation_info"), 1}});
+  CPanelStage stage(fixture_);
+  stage.Row(QStringLiteral("A1"));
+  stage.Choose(QStringLiteral("Public B"));  // which Edit would rename
+  searchFor(stage, "plan 10");
+  QTRY_COMPARE(Hits(stage).size(), 5);
+  auto* list = stage.Panel().findChild<QListView*>(QStringLiteral("search_list_view"));
+  auto* menu = list->findChild<tarn_ui_data_controller::CPopupMenu*>();
+  const auto mark = [&](int row) { list->setCurrentIndex(list->model()->index(row, 0)); };
+  const auto editor = [&] { return stage.Panel().window()->findChild<CTarnAddPlanWidget*>(); };
+  const auto edited = [&] {
+    const auto* name = editor() && editor()->isVisible() ? editor()->findChild<QLineEdit*>("plan_name_edit") : nullptr;
+    return name ? name->text() : QString();
+  };
+  const auto close = [&] {
+    QVERIFY(!editor()->IsDirty());
+    editor()->Cancel();
+    QTRY_COMPARE(edited(), QString());
+    QVERIFY(stage.Panel().focusWidget() == list);
+  };
+  mark(1);
+  QTest::mouseClick(stage.Button("edit_btn"), Qt::LeftButton);
+  QTRY_COMPARE(edited(), QStringLiteral("A1 plan 10"));
+  QTest::keyClick(list, Qt::Key_F2);  // one at a time
+  close();
+  QTest::keyClick(list, Qt::Key_Down);
+  QTest::keyClick(list, Qt::Key_F2);
+  QTRY_COMPARE(edited(), QStringLiteral("Public B plan 10"));
+  close();
+
+  mark(0);
+  const QPoint on_hit = list->visualRect(list->model()->index(3, 0)).center();
+  QTest::mousePress(list->viewport(), Qt::RightButton, {}, on_hit);
+  QContextMenuEvent right_button(QContextMenuEvent::Mouse, on_hit, list->viewport()->mapToGlobal(on_hit));
+  QCoreApplication::sendEvent(list->viewport(), &right_button);
+  QVERIFY(menu->isVisible());
+  QVERIFY(!menu->MenuItem(tarn_ui_data_controller::Delete)->isEnabled());
+  menu->MenuItem(tarn_ui_data_controller::Edit)->trigger();
+  menu->hide();
+  QTRY_COMPARE(edited(), QStringLiteral("Own C plan 10"));
+  close();
+  QTest::keyClick(list, Qt::Key_Menu);
+  QVERIFY(menu->isVisible());
+  QSignalSpy played(&stage.Controller(), &CStandardViewController::SignalPlayPlanView);
+  menu->MenuItem(tarn_ui_data_controller::PlayVideo)->trigger();
+  QTRY_COMPARE(played.size(), 1);
+  const auto plan = played[0][0].value<view_plugin_protocol::GetPlanDetailResponse>();
+  QCOMPARE(plan.name, std::string("Own C plan 10"));
+  menu->MenuItem(tarn_ui_data_controller::CreationInfo)->trigger();
+  menu->hide();
+  QTRY_VERIFY(stage.Panel().findChild<QWidget*>(QStringLiteral("CreationInfoDlgUi")));
+
+  stage.TakeTips();
+  QTest::keyClick(list, Qt::Key_Delete);
+  QCOMPARE(stage.TakeTips(), QStringList("1:Leave the search first."));
+  QCOMPARE(stage.TakeQuestions(), QStringList());
+  Services().SetRight(6, false);
+  mark(1);
+  QTest::keyClick(list, Qt::Key_F2);
+  QCOMPARE(stage.TakeTips(), QStringList("1:You lack the right to edit plans."));
+  QCOMPARE(edited(), QString());
+  // A new plan goes beside the hit.
+  QTest::mouseClick(stage.Button("add_view_btn"), Qt::LeftButton);
+  QVERIFY(editor()->isVisible());
+  QCOMPARE(editor()->findChild<QWidget*>(QStringLiteral("target_group_box"))->isVisible(), true);
+  editor()->findChild<QLineEdit*>("plan_name_edit")->setText(QStringLiteral("Beside it"));
+  editor()->Save();
+  QTRY_VERIFY(!fixture_.Code(QStringLiteral("Beside it")).isEmpty());
+  fixture_.Drain();
+  QTRY_COMPARE(edited(), QString());
+  QTest::keyClick(list, Qt::Key_Escape);
+  QCOMPARE(stage.Row(QStringLiteral("Beside it")).parent().data().toString(), QStringLiteral("A1"));
+
+  // Nothing marked: nothing to act on, least of all the row behind the page.
+  searchFor(stage, "nowhere");
+  QTRY_COMPARE(Hits(stage), QStringList());
+  stage.TakeTips();
+  QTest::mouseClick(stage.Button("edit_btn"), Qt::LeftButton);
+  QTest::keyClick(list, Qt::Key_F2);
+  QVERIFY(stage.TakeTips().size() <= 1);
+  QCOMPARE(edited(), QString());
+  QVERIFY(!stage.Panel().findChild<QWidget*>(QStringLiteral("CViewNameEdit")));
+}
+
+void PanelSearchTest::SearchWhileWaitingEndsInTheWait() {
+  Open();
+  CPanelStage stage(fixture_);
+  stage.Choose(QStringLiteral("Public A plan 2"));
+  stage.Panel().SwitchUserUpdate();
+  QCOMPARE(stage.Enabled(), QStringLiteral("--ed"));
+  // The rows are still the last user's; that one of them becomes current, as when a plan starts by itself, is not his.
+  stage.Panel().SetCurPlayItemByIndexCode(fixture_.Code(QStringLiteral("Public A plan 10")));
+  QCOMPARE(stage.Enabled(), QStringLiteral("--ed"));
+  searchFor(stage, "plan");
+  QTRY_COMPARE(stage.PageName(), QStringLiteral("search_list_view"));
+  QCOMPARE(stage.Enabled(), QStringLiteral("--e-"));
+  QTest::keyClick(stage.Panel().findChild<QListView*>(QStringLiteral("search_list_view")), Qt::Key_Escape);
+  QCOMPARE(stage.PageName(), QStringLiteral("wait_widget"));
+  QCOMPARE(stage.Enabled(), QStringLiteral("--ed"));
+  searchFor(stage, "plan");
+  QTRY_COMPARE(stage.PageName(), QStringLiteral("search_list_view"));
+  CViewModelDataManager::Instance().OnUpdateViewModelData();
+  QTRY_COMPARE(stage.PageName(), QStringLiteral("tree"));
+  QTRY_COMPARE(stage.Tree().currentIndex().data().toString(), QStringLiteral("Plans"));
+  QCOMPARE(stage.Enabled(), QStringLiteral("g---"));
+
+  // The user who is asked about his changes may have been switched by the time the question is answered.
+  stage.Choose(QStringLiteral("Public A"));
+  stage.Button("add_view_btn")->click();
+  auto* editor = stage.Panel().window()->findChild<CTarnAddPlanWidget*>();
+  editor->findChild<QLineEdit*>("plan_name_edit")->setText(QStringLiteral("Never"));
+  stage.while_asking = [&] { stage.Panel().SwitchUserUpdate(); };
+  stage.Button("add_view_btn")->click();
+  QCOMPARE(stage.TakeQuestions().size(), 1);
+  QCOMPARE(stage.Enabled().left(2), QStringLiteral("--"));
 }
 
 void PanelSearchTest::LocatesInTheLoadedTree() {

@@ -1,0 +1,25 @@
+#include "plan_menu.h"
+
+#include "plan_view_tree.h"
+#include "view_config_manager.h"
+
+namespace TarnPlanView {
+
+tarn_ui_data_controller::CPopupMenu* MakePlanMenu(QWidget* parent) {
+  using namespace tarn_ui_data_controller;
+  auto* menu = new CPopupMenu(parent);
+  menu->AddMenuItem(PlayVideo, CPlanViewTree::tr("PlayVideo"));
+  menu->AddMenuItem(Edit, CPlanViewTree::tr("Edit"));
+  menu->AddMenuItem(Delete, CPlanViewTree::tr("Delete"));
+  menu->AddMenuItem(Share, CPlanViewTree::tr("Share"));
+  const auto& config = CViewConfigManager::Instance();
+  if (config.IsSupportPlanGroupCycle()) {
+    menu->AddMenuItem(GroupCycle, CPlanViewTree::tr("Orbis-ControlClient.7776cb5a28d14f4abda07c1e49560e50.button"));
+  }
+  if (config.ShowCreationInfo()) {
+    menu->AddMenuItem(CreationInfo, CPlanViewTree::tr("Orbis-ControlClient.fd0fcaae405246e29b52f6750fb70a76.msg"));
+  }
+  return menu;
+}
+
+}  // namespace TarnPlanView
