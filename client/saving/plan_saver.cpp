@@ -12,8 +12,8 @@
 #include "MarUIControl/string_conversion.h"
 #include "plans/off_thread.h"
 #include "plans/plan_family.h"
-#include "saving/same_pages.h"
 #include "wall/live_wall.h"
+#include "wall/same_pages.h"
 #include "wall/wall_bar.h"
 
 namespace TarnClient {
@@ -43,6 +43,7 @@ std::string Png(const QImage& image) {
 CPlanSaver::CPlanSaver(CLiveWall* wall, std::function<CPlanFamily&()> current, QObject* parent)
     : QObject(parent), wall_(wall), current_(std::move(current)) {
   connect(wall_, &CLiveWall::SignalPlanChanged, this, &CPlanSaver::Renew);
+  connect(wall_, &CLiveWall::SignalPlanRenewed, this, &CPlanSaver::Renew);
   connect(wall_->Bar(), &CWallBar::SignalSave, this, &CPlanSaver::Save);
   connect(wall_->Bar(), &CWallBar::SignalSaveMenu, this, &CPlanSaver::ShowMenu);
 }
@@ -51,6 +52,7 @@ void CPlanSaver::Attach(CPlanFamily* family) {
   families_.append(family);
   connect(family, &QObject::destroyed, this, [this, family] { families_.removeOne(family); });
   connect(family->Panel(), &CViewExternWidget::SignalSavePlanAs, this, [this, family] { OnSaveAsConfirmed(family); });
+  connect(family->Panel(), &CViewExternWidget::SignalEditorChanged, this, &CPlanSaver::Renew);
   if (family->Controller()) {
     connect(family->Controller(), &QObject::destroyed, this, [this] { saving_ = false; });  // and no answer comes
   }
@@ -64,6 +66,11 @@ CPlanFamily* CPlanSaver::FamilyOfPlan() const {
   return found != families_.end() && (*found)->Controller() ? *found : nullptr;
 }
 
+bool CPlanSaver::IsEditing() const {
+  return std::any_of(families_.begin(), families_.end(),
+                     [](const CPlanFamily* family) { return family->Panel()->IsEditorOpen(); });
+}
+
 QString CPlanSaver::WhyNotSave() const {
   if (!wall_->IsPlaying()) {
     return tr("no plan is playing");
@@ -71,6 +78,9 @@ QString CPlanSaver::WhyNotSave() const {
   const CPlanFamily* family = FamilyOfPlan();
   if (!family) {
     return tr("this plan cannot be changed from here");
+  }
+  if (IsEditing()) {
+    return tr("the plan editor is open, and Ctrl+S saves there");
   }
   return family->MayEdit() ? QString() : tr("you need the right to edit public plans");
 }
@@ -135,7 +145,8 @@ void CPlanSaver::Save() {
   RunOffThread(this, fetch, [this, request](const Fresh& fresh) { OnFresh(fresh, request); });
 }
 
-// The fresh record brings name, group, times and revision: others may have changed them while the plan played.
+// The fresh record brings name, group, times and revision: others may have changed them while the plan played, and its
+// row in the tree may not know yet.
 void CPlanSaver::OnFresh(const Fresh& fresh, UpdatePlanRequest request) {
   const auto refuse = [this](const QString& text) {
     saving_ = false;
@@ -148,6 +159,9 @@ void CPlanSaver::OnFresh(const Fresh& fresh, UpdatePlanRequest request) {
   if (!family || wall_->Plan().index_code != request.plan_index_code) {
     return refuse(tr("Not saved: the plan was stopped meanwhile."));
   }
+  if (IsEditing()) {
+    return refuse(tr("Not saved: %1.").arg(WhyNotSave()));  // opened meanwhile
+  }
   if (!SamePages(fresh.plan.pages, wall_->Plan().pages)) {
     return refuse(tr("Not saved: the plan was changed elsewhere. Play it again first."));
   }
@@ -159,7 +173,6 @@ void CPlanSaver::OnFresh(const Fresh& fresh, UpdatePlanRequest request) {
   request.begin_time = fresh.plan.start_time;
   request.end_time = fresh.plan.end_time;
   request.revision = fresh.plan.revision;
-  family->Panel()->GetSaveAsPlanInfo(request);
   family->Controller()->UpdatePlanParam(request, StringToQString(fresh.plan.name),
                                         [saver = QPointer<CPlanSaver>(this)](bool, const QString&) {
                                           if (saver) {

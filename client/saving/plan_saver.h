@@ -36,6 +36,9 @@ class CPlanSaver : public QObject {
   void ShowMenu();
   /// Looks anew at what can be saved; to be called when the user's rights have changed.
   void Renew();
+  /// Whether a plan editor is open over the wall; meanwhile the plan is saved there only, lest the user's own save be a
+  /// conflict with himself.
+  bool IsEditing() const;
 
  Q_SIGNALS:
   void SignalMessage(const QString& text, int state);

@@ -10,11 +10,13 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "LyraPluginManager/window_content.h"
 #include "MarUIControl/split_type_data.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "marlog/marlog.h"
 #include "wall/drop_hint.h"
+#include "wall/same_pages.h"
 #include "wall/wall_bar.h"
 #include "wall/wall_window.h"
 
@@ -48,10 +50,6 @@ int SideOfSplit(int split_type) {
 QString NameWorthShowing(const PlanPage& page) {
   const QString name = StringToQString(page.name);
   return name == QStringLiteral("Page %1").arg(page.page_no) ? QString() : name;
-}
-
-bool ShowsCamera(const PlanWindow& window) {
-  return window.content_kind == 1 && !window.resource_code.empty();
 }
 
 // A plan that plays stays where it is, so nothing is to be moved away.
@@ -110,18 +108,45 @@ CLiveWall::~CLiveWall() = default;
 
 void CLiveWall::Play(const view_plugin_protocol::GetPlanDetailResponse& plan) {
   plan_ = plan;
-  pages_ = QVector<PlanPage>(plan.pages.begin(), plan.pages.end());
-  std::stable_sort(pages_.begin(), pages_.end(),
-                   [](const PlanPage& a, const PlanPage& b) { return a.page_no < b.page_no; });
-  if (pages_.isEmpty()) {
-    pages_.append(PlanPage());
-  }
+  TakePages();
   playing_ = true;
   page_ = 0;
   clock_.Stop();
   ShowPage();
   marlog::Write("LyraClientInfo", marlog::Info, "Playing plan %s, %d pages", plan.index_code.c_str(), pages_.size());
   Q_EMIT SignalPlanChanged();
+}
+
+void CLiveWall::TakePages() {
+  pages_ = QVector<PlanPage>(plan_.pages.begin(), plan_.pages.end());
+  std::stable_sort(pages_.begin(), pages_.end(),
+                   [](const PlanPage& a, const PlanPage& b) { return a.page_no < b.page_no; });
+  if (pages_.isEmpty()) {
+    pages_.append(PlanPage());
+  }
+}
+
+void CLiveWall::Renew(const view_plugin_protocol::GetPlanDetailResponse& plan) {
+  if (!playing_ || plan.index_code != plan_.index_code) {
+    return;
+  }
+  const QVector<PlanPage> before = pages_;
+  const PlanPage& was_on = before.at(page_);
+  plan_ = plan;
+  TakePages();
+  page_ = PageAfterChange(before, page_, pages_);
+  const PlanPage& is_on = pages_.at(page_);
+  if (!SameWindows(was_on, is_on)) {
+    ShowWindows();
+  }
+  ShowInBar();
+  if (!HasSeveralPages()) {
+    clock_.Stop();
+  } else if (before.size() < 2 || was_on.dwell_seconds != is_on.dwell_seconds) {
+    clock_.Begin(is_on.dwell_seconds);
+  }
+  Tick();
+  Q_EMIT SignalPlanRenewed();
 }
 
 void CLiveWall::Stop() {
@@ -176,17 +201,25 @@ QVector<CLiveWall::WindowState> CLiveWall::Windows() const {
 }
 
 void CLiveWall::ShowPage() {
+  ShowWindows();
+  stack_->setCurrentWidget(grid_page_);
+  ShowInBar();
+  if (HasSeveralPages()) {
+    clock_.Begin(pages_.at(page_).dwell_seconds);
+    bar_->ShowTime(clock_.SecondsLeft(), clock_.IsPaused());
+  }
+  RunTicker();
+}
+
+void CLiveWall::ShowWindows() {
   const PlanPage& page = pages_.at(page_);
   const int side = SideOfSplit(page.split_type);
   ArrangeGrid(side);
   FillWindows(page, side * side);
-  stack_->setCurrentWidget(grid_page_);
-  bar_->ShowPlan(PlanName(), NameWorthShowing(page), page_ + 1, pages_.size());
-  if (HasSeveralPages()) {
-    clock_.Begin(page.dwell_seconds);
-    bar_->ShowTime(clock_.SecondsLeft(), clock_.IsPaused());
-  }
-  RunTicker();
+}
+
+void CLiveWall::ShowInBar() {
+  bar_->ShowPlan(PlanName(), NameWorthShowing(pages_.at(page_)), page_ + 1, pages_.size());
 }
 
 void CLiveWall::ArrangeGrid(int side) {
@@ -208,7 +241,7 @@ void CLiveWall::ArrangeGrid(int side) {
 void CLiveWall::FillWindows(const PlanPage& page, int count) {
   QVector<const PlanWindow*> contents(kMostWindows, nullptr);
   for (const PlanWindow& window : page.windows) {
-    if (!ShowsCamera(window)) {
+    if (!IsCamera(window)) {
       continue;
     }
     if (window.window_no < 1 || window.window_no > count) {

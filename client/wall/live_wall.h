@@ -35,6 +35,9 @@ class CLiveWall : public QWidget {
 
   /// Plays this plan from its first page; the one before it ends.
   void Play(const view_plugin_protocol::GetPlanDetailResponse& plan);
+  /// The plan that plays was changed: what is on stays as far as it is still there, page, hold and time. Nothing for
+  /// another plan.
+  void Renew(const view_plugin_protocol::GetPlanDetailResponse& plan);
   void Stop();
   /// Turns by `pages`, around the ends.
   void Turn(int pages);
@@ -58,6 +61,8 @@ class CLiveWall : public QWidget {
  Q_SIGNALS:
   /// Another plan plays, or none.
   void SignalPlanChanged();
+  /// The plan plays on as it is now.
+  void SignalPlanRenewed();
   void SignalDropped(const TarnClient::PlanDrop& drop);
 
  protected:
@@ -70,7 +75,10 @@ class CLiveWall : public QWidget {
   void dropEvent(QDropEvent* event) override;
 
  private:
+  void TakePages();
   void ShowPage();
+  void ShowWindows();
+  void ShowInBar();
   void ArrangeGrid(int side);
   void FillWindows(const view_plugin_protocol::PlanPage& page, int count);
   void Tick();

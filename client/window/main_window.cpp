@@ -24,6 +24,7 @@
 #include "plans/group_cycle.h"
 #include "plans/plan_family.h"
 #include "plans/plan_player.h"
+#include "plans/plan_renewal.h"
 #include "saving/plan_saver.h"
 #include "settings/settings_dialog.h"
 #include "wall/live_wall.h"
@@ -63,6 +64,7 @@ CMainWindow::CMainWindow(Setup setup, QWidget* parent)
       tabs_(new QTabWidget(this)),
       wall_(new CLiveWall(&CTestPictureSource::Make, this)),
       player_(new CPlanPlayer(wall_, this)),
+      renewal_(new CPlanRenewal(wall_, this)),
       cycle_(new CGroupCycle(player_, setup.cycle_clock ? std::move(setup.cycle_clock) : std::make_unique<CPageClock>(),
                              this)),
       saver_(new CPlanSaver(
@@ -149,6 +151,7 @@ void CMainWindow::AddFamilies() {
     tabs_->addTab(family->Panel(), family->Title());
     player_->Attach(family);
     saver_->Attach(family);
+    renewal_->Attach(family);
     connect(family->Panel(), &CViewExternWidget::SignalPlanGroupCycle, this, &CMainWindow::StartCycle);
     // Later: the panel is still in the middle of closing its editor.
     connect(family->Panel(), &CViewExternWidget::SignalMayLeave, this, &CMainWindow::OnMayLeave, Qt::QueuedConnection);
@@ -321,6 +324,11 @@ void CMainWindow::OpenSettings() {
 }
 
 void CMainWindow::Save() {
+  for (const auto& family : families_) {
+    if (family->Panel()->IsEditorOpen()) {
+      return family->Panel()->SaveEdited();
+    }
+  }
   saver_->Save();
 }
 

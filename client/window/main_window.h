@@ -26,6 +26,7 @@ class CHistoryPopup;
 class CLiveWall;
 class CPlanFamily;
 class CPlanPlayer;
+class CPlanRenewal;
 class CPlanSaver;
 class CPlayHistory;
 class CSettingsDialog;
@@ -67,6 +68,7 @@ class CMainWindow : public QMainWindow {
   void OpenSettings();
   /// Null while they are closed.
   CSettingsDialog* Settings() const;
+  /// The plan in an open editor, else what is on the wall over the plan that plays.
   void Save();
   void SaveAs();
   void OpenSaveMenu();
@@ -109,6 +111,7 @@ class CMainWindow : public QMainWindow {
   QTabWidget* tabs_ = nullptr;
   CLiveWall* wall_ = nullptr;
   CPlanPlayer* player_ = nullptr;
+  CPlanRenewal* renewal_ = nullptr;
   CGroupCycle* cycle_ = nullptr;
   CPlanSaver* saver_ = nullptr;
   CPlayHistory* history_ = nullptr;

@@ -21,14 +21,14 @@ std::string NameAfter(int page_no) {
 PlanWindow WindowOf(int window_no, const DraftCamera& camera) {
   PlanWindow window;
   window.window_no = window_no;
-  window.content_kind = 1;
+  window.content_kind = view_plugin_protocol::CameraKind;
   window.resource_code = QStringToString(camera.index_code);
   window.resource_name = QStringToString(camera.name);
   return window;
 }
 
 bool IsOf(const PlanWindow& window, const DraftCamera& camera) {
-  return window.content_kind == 1 && window.resource_code == QStringToString(camera.index_code);
+  return IsCamera(window) && window.resource_code == QStringToString(camera.index_code);
 }
 
 // How many of the cameras, from the first on, found an empty window.

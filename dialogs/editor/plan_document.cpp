@@ -75,7 +75,7 @@ int OnlyDifference(const QVector<DraftPage>& one, const QVector<DraftPage>& othe
 }
 
 bool IsOtherContent(const PlanWindow& window) {
-  return IsFilled(window) && (window.resource_code.empty() || (window.content_kind != 0 && window.content_kind != 1));
+  return IsFilled(window) && !IsCamera(window);
 }
 
 QVector<std::tuple<int, int, std::string>> OtherContentOf(const DraftPage& page) {

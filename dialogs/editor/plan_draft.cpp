@@ -30,10 +30,6 @@ auto Head(const PlanDraft& draft) {
   return std::tie(draft.name, draft.group_code, draft.group_name, draft.family, draft.auto_run, draft.begin, draft.end);
 }
 
-bool ShowsCamera(const PlanWindow& window) {
-  return window.content_kind == 1 && !window.resource_code.empty();
-}
-
 int FilledOf(const DraftPage& page) {
   return static_cast<int>(std::count_if(page.windows.begin(), page.windows.end(), [&page](const PlanWindow& window) {
     return IsFilled(window) && !page.IsHidden(window.window_no);
@@ -55,10 +51,6 @@ int WindowsOfSplit(int split_type) {
   }
 }
 
-bool IsFilled(const PlanWindow& window) {
-  return window.content_kind != 0 || !window.resource_code.empty();
-}
-
 bool DraftPage::operator==(const DraftPage& other) const {
   return Fields(*this) == Fields(other) &&
          std::equal(windows.begin(), windows.end(), other.windows.begin(), other.windows.end(), &SameWindow);
@@ -78,7 +70,7 @@ const PlanWindow* PlanDraft::Window(int page, int window_no) const {
   }
   const PlanWindow* shown = nullptr;
   for (const PlanWindow& window : pages[page].windows) {
-    if (window.window_no == window_no && IsFilled(window) && (!shown || ShowsCamera(window) || !ShowsCamera(*shown))) {
+    if (window.window_no == window_no && IsFilled(window) && (!shown || IsCamera(window) || !IsCamera(*shown))) {
       shown = &window;
     }
   }

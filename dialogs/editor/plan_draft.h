@@ -4,9 +4,11 @@
 #include <QTime>
 #include <QVector>
 
-#include "LyraPluginManager/view_plugin_protocol.h"
+#include "LyraPluginManager/window_content.h"
 
 namespace TarnPlanView {
+
+using view_plugin_protocol::kMaxFilledWindows;
 
 /// Windows of a page with this split type (1, 2, 4, 8): 1, 4, 9, 16. An unknown type counts as one window.
 int WindowsOfSplit(int split_type);
@@ -15,9 +17,6 @@ int WindowsOfSplit(int split_type);
 struct DraftCamera {
   QString index_code, name;
 };
-
-/// Whether there is a camera or other content in this record.
-bool IsFilled(const view_plugin_protocol::PlanWindow& window);
 
 /// A page being edited: the host's record, and what its life in the editor adds.
 ///
@@ -61,7 +60,6 @@ struct PlanDraft {
   bool operator!=(const PlanDraft& other) const { return !(*this == other); }
 };
 
-constexpr int kMaxFilledWindows = 128;
 constexpr int kMinDwellSeconds = 5;
 constexpr int kMaxDwellSeconds = 24 * 60 * 60;
 constexpr int kDefaultDwellSeconds = 10;

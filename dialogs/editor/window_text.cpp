@@ -10,19 +10,16 @@ using view_plugin_protocol::PlanWindow;
 
 namespace {
 
-constexpr int kCameraContent = 1;
 constexpr int kMainStream = 0, kSubStream = 1, kSmoothStream = 2;
 
 }  // namespace
 
 bool CWindowText::IsFilled(const PlanWindow* window) {
-  return window && (window->content_kind != 0 || !window->resource_code.empty());
+  return window && view_plugin_protocol::IsFilled(*window);
 }
 
-// Plans of older hosts have cameras without a kind.
 bool CWindowText::IsCamera(const PlanWindow* window) {
-  return IsFilled(window) && !window->resource_code.empty() &&
-         (window->content_kind == kCameraContent || window->content_kind == 0);
+  return window && view_plugin_protocol::IsCamera(*window);
 }
 
 QString CWindowText::Name(const PlanWindow* window) const {

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "LyraPluginManager/view_plugin_protocol.h"
+#include "LyraPluginManager/window_content.h"
 
 namespace TarnPlanView {
 

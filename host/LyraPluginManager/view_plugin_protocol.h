@@ -29,7 +29,7 @@ struct PlanBasicInfo {
 
 struct PlanWindow {
   int32_t window_no = 0;
-  int32_t content_kind = 0;  // 0 nothing, 1 camera
+  int32_t content_kind = 0;  // 0 none given, 1 camera; see window_content.h
   std::string resource_code, resource_name;
   int32_t stream_type = 0, preset_no = 0;
   std::string extra = {};  // what a newer version keeps here, as a JSON object: handed back with the window

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
+#include "LyraPluginManager/window_content.h"
 #include "MarUIControl/string_conversion.h"
 #include "async_call.h"
 #include "change_call.h"
@@ -28,7 +29,6 @@ using namespace view_plugin_protocol;
 
 namespace {
 
-constexpr int kMaxFilledWindows = 128;
 constexpr char kNoDefaultView[] = "-3";
 // A site that changes without a pause must not keep a row waiting for ever: the last fetch of that many is awaited.
 constexpr int kMaxFetches = 5;
@@ -94,10 +94,6 @@ DeletePlanResquest MakeDeletePlanRequest(const QModelIndex& index) {
 
 QString TooManyWindows() {
   return CStandardViewController::tr("Orbis-ControlClient.84c1323492ea472ca4d571b907908b8e.msg");
-}
-
-bool IsFilled(const PlanWindow& window) {
-  return !window.resource_code.empty() || window.content_kind != 0;
 }
 
 /// Whether the host has anything below `code`. Runs on a thread of its own; sets the promise exactly once.

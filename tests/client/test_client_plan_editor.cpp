@@ -1,4 +1,6 @@
+#include <QLabel>
 #include <QLineEdit>
+#include <QToolButton>
 #include <QtTest>
 
 #include "TarnHost/modal_answer.h"
@@ -16,6 +18,7 @@ class ClientPlanEditorTest : public TarnTest::CClientDesk {
 
  private Q_SLOTS:
   void KeysMeanThePlanThatIsEdited();
+  void WallSavesAndPlaysWhatTheEditorLeaves();
   void ClosingAsksAndSavesFirst();
   void FailedSaveKeepsTheWindow();
   void SwitchOfUserAsks();
@@ -66,6 +69,54 @@ void ClientPlanEditorTest::KeysMeanThePlanThatIsEdited() {
   QTRY_VERIFY(!IsEditing());
   QCOMPARE(Stored("Public A plan 2").revision, playing);
   QCOMPARE(Wall().PlanName(), QString("Public A plan 2"));
+}
+
+// Two ways to save one plan at a time would make the user's own save a conflict with himself.
+void ClientPlanEditorTest::WallSavesAndPlaysWhatTheEditorLeaves() {
+  Open();
+  view_plugin_protocol::UpdatePlanRequest pages;
+  pages.plan_index_code = Code("Public A plan 2");
+  pages.plan_name = "Public A plan 2";
+  pages.pages = Stored("Public A plan 2").pages;
+  pages.pages.push_back(pages.pages.front());
+  pages.pages.back().page_no = 2;
+  pages.pages.back().windows.clear();
+  view_plugin_protocol::UpdatePlanResponse ignored;
+  QVERIFY(fixture_.Store().UpdatePlan(pages, ignored));
+  Play("Public A plan 2");
+  Wall().Turn(1);
+  QTest::keyClick(&Wall(), Qt::Key_Space);
+  const QString held = Wall().findChild<QLabel*>("page_time")->text();
+
+  const auto* save = window_->findChild<QToolButton*>("wall_save_btn");
+  QVERIFY(save->isEnabled());
+  Edit("Public A plan 2");
+  QVERIFY(!save->isEnabled());
+  QVERIFY(save->toolTip().contains("editor") && save->accessibleDescription().contains("editor"));
+  Name()->setText("Renamed here");
+  Wall().setFocus();
+  PressCtrl(Qt::Key_S);  // the editor's, wherever the focus is
+  QTRY_VERIFY(!IsEditing());
+  QTRY_COMPARE(Wall().PlanName(), QString("Renamed here"));
+  QCOMPARE(Wall().PageNumber(), 2);
+  QCOMPARE(Wall().findChild<QLabel*>("page_time")->text(), held);
+
+  QVERIFY(save->isEnabled());
+  const auto revision = Stored("Renamed here").revision;
+  ForgetTips();
+  window_->Save();  // over the editor's version, which is on the wall now
+  QTRY_COMPARE(Stored("Renamed here").revision, revision + 1);
+  TarnTest::CPlanFixture::Drain();
+
+  // Opened while a save of the wall's was looking at the plan.
+  fixture_.Services().Hold("GetPlanDetail");
+  window_->Save();
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
+  window_->Family(0).Panel()->EditPlanByIndex(Row("Renamed here"));
+  fixture_.Services().ReleaseAll();
+  QTRY_VERIFY(Tip().contains("editor"));
+  TarnTest::CPlanFixture::Drain();
+  QCOMPARE(Stored("Renamed here").revision, revision + 1);
 }
 
 void ClientPlanEditorTest::ClosingAsksAndSavesFirst() {

@@ -3,19 +3,24 @@
 #include <tuple>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
+#include "LyraPluginManager/window_content.h"
 #include "plan_document.h"
 #include "plan_test.h"
 #include "random_plans.h"
+#include "standard_view_controller.h"
 #include "wall/live_wall.h"
 #include "wall/page_clock.h"
+#include "wall/same_pages.h"
 #include "wall/test_picture_source.h"
 #include "wall/wall_window.h"
+#include "window_text.h"
 
 using namespace TarnTest;
 using namespace view_plugin_protocol;
 using LyraPluginManager::CViewBusinessInterfaceMgr;
 using TarnClient::CLiveWall;
 using TarnClient::CWallWindow;
+using TarnPlanView::CWindowText;
 using TarnPlanView::kMaxDwellSeconds;
 
 namespace {
@@ -38,7 +43,7 @@ std::string InEditor(const CPlanDocument& document, int page) {
   std::string words = std::to_string(TarnPlanView::WindowsOfSplit(shown.split_type)) + " windows";
   for (int no = 1; no <= TarnPlanView::WindowsOfSplit(shown.split_type); ++no) {
     const PlanWindow* window = document.Draft().Window(page, no);
-    if (window && window->content_kind == 1 && !window->resource_code.empty()) {
+    if (CWindowText::IsCamera(window)) {
       words += AskedSource::InWords(*window);
     }
   }
@@ -89,6 +94,8 @@ class EditorToWallTest : public CPlanTest {
   Q_OBJECT
  private Q_SLOTS:
   void RandomPlans();
+  void EveryKindOfContent_data();
+  void EveryKindOfContent();
 };
 
 void EditorToWallTest::RandomPlans() {
@@ -132,6 +139,51 @@ void EditorToWallTest::RandomPlans() {
     }
     RC_ASSERT(wall.Number() == 1);
   }));
+}
+
+void EditorToWallTest::EveryKindOfContent_data() {
+  QTest::addColumn<int>("kind");
+  QTest::addColumn<QString>("code");
+  QTest::addColumn<bool>("filled");
+  QTest::addColumn<QString>("name");  // in the editor
+  QTest::addColumn<bool>("plays");
+  QTest::newRow("nothing") << 0 << "" << false << "" << false;
+  QTest::newRow("camera without a kind") << 0 << "7" << true << "camera 7" << true;
+  QTest::newRow("camera") << 1 << "7" << true << "camera 7" << true;
+  QTest::newRow("camera without a code") << 1 << "" << true << "Other content" << false;
+  QTest::newRow("kind of a newer version") << 9 << "7" << true << "Other content" << false;
+  QTest::newRow("such a kind without a code") << 9 << "" << true << "Other content" << false;
+  QTest::newRow("kind below all") << -1 << "7" << true << "Other content" << false;
+}
+
+// Editor, wall, save-as and limit have one answer.
+void EditorToWallTest::EveryKindOfContent() {
+  QFETCH(int, kind);
+  QFETCH(QString, code);
+  QFETCH(bool, filled);
+  QFETCH(QString, name);
+  QFETCH(bool, plays);
+  Open();
+  PlanWindow window = Window(2, code.toStdString(), kind, 1, 3);
+  window.resource_name = code.isEmpty() ? "" : "camera " + code.toStdString();
+  const PlanPage page = TarnTest::Page(1, 2, {window}, "", 10);
+  const GetPlanDetailResponse plan = Detail({page});
+  CPlanDocument document;
+  document.Load(plan);
+  const auto shown = [&document] { return document.Draft().Window(0, 2); };
+  QCOMPARE(CWindowText().Name(shown()), name);
+  QCOMPARE(document.Draft().FilledWindows(), filled ? 1 : 0);
+  Wall wall;
+  wall.Play(plan);
+  QCOMPARE(wall.Page(), std::string("4 windows") + (plays ? AskedSource::InWords(window) : ""));
+  QCOMPARE(TarnClient::HoldsSomething(page), filled);
+  TarnPlanView::CStandardViewController controller(fixture_.Public());
+  QCOMPARE(controller.IsExceedAddLimit(std::list<PlanPage>(kMaxFilledWindows, page)), false);
+  QCOMPARE(controller.IsExceedAddLimit(std::list<PlanPage>(kMaxFilledWindows + 1, page)), filled);
+  // The camera that is there keeps its stream and preset, anything else is replaced.
+  document.PutCamera(0, 2, {"7", "camera 7"});
+  QCOMPARE(shown()->stream_type, plays ? 1 : 0);
+  controller.setParent(nullptr);
 }
 
 QTEST_MAIN(EditorToWallTest)

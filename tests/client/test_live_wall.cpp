@@ -6,6 +6,7 @@
 
 #include "TarnUIDataController/skin_loader.h"
 #include "wall/live_wall.h"
+#include "wall/same_pages.h"
 #include "wall/test_picture_source.h"
 #include "wall/wall_window.h"
 
@@ -18,7 +19,7 @@ using view_plugin_protocol::PlanWindow;
 
 namespace {
 
-int g_running = 0;
+int g_running = 0, g_started = 0;
 
 // Counts the sources that run, so that one that was forgotten shows.
 class CountedSource : public CTestPictureSource {
@@ -27,6 +28,7 @@ class CountedSource : public CTestPictureSource {
   ~CountedSource() override { SetRunning(false); }
   void Start() override {
     SetRunning(true);
+    ++g_started;
     CTestPictureSource::Start();
   }
   void Stop() override {
@@ -76,6 +78,9 @@ class LiveWallTest : public QObject {
   void ShowsEverySplit();
   void TurnsByDwellAndLeavesNothingBehind();
   void KeysTurnHoldAndStop();
+  void FindsThePageAfterAChange_data();
+  void FindsThePageAfterAChange();
+  void GoesOnWithTheChangedPlan();
   void OddPlansAreHarmless();
   void PicturesMoveAndRestWhenHidden();
   void CamerasCanBeToldApart();
@@ -169,6 +174,71 @@ void LiveWallTest::KeysTurnHoldAndStop() {
   QTest::keyClick(wall_.get(), Qt::Key_Escape);
   QVERIFY(!wall_->IsPlaying());
   QCOMPARE(g_running, 0);
+}
+
+void LiveWallTest::FindsThePageAfterAChange_data() {
+  QTest::addColumn<QString>("before");
+  QTest::addColumn<int>("page");
+  QTest::addColumn<QString>("now");
+  QTest::addColumn<int>("expected");
+  QTest::newRow("nothing changed") << "a b c" << 1 << "a b c" << 1;
+  QTest::newRow("a page before it has gone") << "a b c" << 1 << "b c" << 0;
+  QTest::newRow("pages in another order") << "a b c" << 0 << "c b a" << 2;
+  QTest::newRow("it was changed itself") << "a b c" << 1 << "a x c" << 1;
+  QTest::newRow("of two alike, the one in its place") << "a b b" << 2 << "b b b" << 2;
+  QTest::newRow("it has gone") << "a b c" << 1 << "a c" << 1;
+  QTest::newRow("it has gone, and its place too") << "a b c" << 2 << "a b" << 0;
+}
+
+void LiveWallTest::FindsThePageAfterAChange() {
+  QFETCH(QString, before);
+  QFETCH(int, page);
+  QFETCH(QString, now);
+  // Numbers, names and times are not what a page shows.
+  const auto pages = [](const QString& cameras, int dwell) {
+    QVector<PlanPage> made;
+    for (const QString& camera : cameras.split(' ')) {
+      made.append(Page(made.size() + 1, 1, dwell, {camera}));
+      made.last().name = "Page " + std::to_string(made.size());
+    }
+    return made;
+  };
+  QTEST(TarnClient::PageAfterChange(pages(before, 5), page, pages(now, 7)), "expected");
+}
+
+void LiveWallTest::GoesOnWithTheChangedPlan() {
+  const auto bar = [this](const char* name) { return wall_->findChild<QLabel*>(name)->text(); };
+  wall_->Play(Plan("p", {Page(1, 1, 60, {"a"}), Page(2, 1, 60, {"b"}), Page(3, 1, 60, {"c"})}));
+  wall_->Turn(1);
+  QTest::keyClick(wall_.get(), Qt::Key_Space);
+  const QString held = bar("page_time");
+  QSignalSpy changed(wall_.get(), &CLiveWall::SignalPlanChanged);
+  g_started = 0;
+  GetPlanDetailResponse renewed = Plan("p", {Page(1, 1, 60, {"b"}), Page(2, 1, 60, {"c"})});
+  renewed.name = "Renamed";
+  wall_->Renew(renewed);
+  QCOMPARE(wall_->PlanName(), QString("Renamed"));
+  QCOMPARE(wall_->PageNumber(), 1);
+  QCOMPARE(Cameras(), QStringList{"b"});
+  QCOMPARE(g_started, 0);  // what is on is not interrupted
+  QCOMPARE(bar("page_time"), held);
+  renewed.pages.front() = Page(1, 2, 90, {"b", "d"});
+  wall_->Renew(renewed);
+  QCOMPARE(Cameras(), QStringList({"b", "d"}));
+  QCOMPARE(VisibleWindows(), 4);
+  QCOMPARE(bar("page_time"), held);
+  QTest::keyClick(wall_.get(), Qt::Key_Space);
+  QCOMPARE(bar("page_time"), QString("90 s"));
+  renewed.pages.pop_back();
+  wall_->Renew(renewed);
+  QVERIFY(!wall_->findChild<QToolButton*>("wall_pause_btn")->isVisible());
+  wall_->Turn(1);
+  QCOMPARE(wall_->PageNumber(), 1);
+  renewed.index_code = "another plan";
+  renewed.pages.clear();
+  wall_->Renew(renewed);
+  QCOMPARE(Cameras(), QStringList({"b", "d"}));
+  QCOMPARE(changed.size(), 0);
 }
 
 void LiveWallTest::OddPlansAreHarmless() {

@@ -6,8 +6,8 @@
 
 #include "client_desk.h"
 #include "save_plan_as_dlg.h"
-#include "saving/same_pages.h"
 #include "view_save_menu.h"
+#include "wall/same_pages.h"
 
 using TarnPlanView::CSavePlanAsDlg;
 using TarnPlanView::CViewSaveMenu;
@@ -76,13 +76,13 @@ void PlanSavingTest::SavingOverAPlanKeepsWhatTheWallDoesNotShow() {
   rich.pages.back().page_no = 2;
   Update(rich);
   Play("Public A plan 2");
-  // Renamed, moved and given other times while it plays.
+  // Renamed, moved and given other times while it plays; its row in the tree does not know yet.
   UpdatePlanRequest elsewhere = rich;
   elsewhere.plan_name = "Public A moved";
   elsewhere.parent_index_code = Code("Public B");
   elsewhere.end_time = "03:00:00";
-  window_->Family(0).Controller()->UpdatePlanParam(elsewhere, "Public A plan 2");
-  QTRY_COMPARE(MarkedRows(), QString("Public A moved"));
+  Update(elsewhere);
+  QCOMPARE(MarkedRows(), QString("Public A plan 2"));
   const GetPlanDetailResponse before = Stored("Public A moved");
 
   // Two key presses, one save.
