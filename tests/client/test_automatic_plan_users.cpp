@@ -112,6 +112,9 @@ void AutomaticPlanUsersTest::WhatComesBeforeTheAnswer_data() {
   QTest::newRow("its end") << "end" << QString();
   QTest::newRow("its end is announced") << "announced end" << QString();
   QTest::newRow("another user") << "switch" << QString();
+  QTest::newRow("another beginning") << "times 09:30:00 10:00:00" << QString();
+  QTest::newRow("another end") << "times 09:00:00 09:30:00" << QString();
+  QTest::newRow("no longer timed") << "times 09:00:00 10:00:00 off" << QString();
 }
 
 void AutomaticPlanUsersTest::WhatComesBeforeTheAnswer() {
@@ -137,6 +140,15 @@ void AutomaticPlanUsersTest::WhatComesBeforeTheAnswer() {
     Q_EMIT CAutoPlanHelper::Instance().signalStopPlanAutoRun();
   } else if (meanwhile == "switch") {
     window_->SwitchUser("viewer");
+  } else if (meanwhile.startsWith("times")) {
+    UpdatePlanRequest changed;
+    changed.plan_index_code = Code("Own C plan 2");
+    changed.plan_name = "Own C plan 2";
+    changed.auto_play = !meanwhile.endsWith("off");
+    changed.begin_time = meanwhile.section(' ', 1, 1).toStdString();
+    changed.end_time = meanwhile.section(' ', 2, 2).toStdString();
+    UpdatePlanResponse response;
+    QVERIFY(fixture_.Store().UpdatePlan(changed, response));
   }
   fixture_.Services().ReleaseAll();
   WaitForPlans();

@@ -13,6 +13,7 @@ using TarnPlanView::CSavePlanAsDlg;
 using TarnPlanView::CViewSaveMenu;
 using TarnTest::CPlanFixture;
 using view_plugin_protocol::GetPlanDetailResponse;
+using view_plugin_protocol::PlanPage;
 using view_plugin_protocol::UpdatePlanRequest;
 
 class PlanSavingTest : public TarnTest::CClientDesk {
@@ -62,6 +63,11 @@ void PlanSavingTest::ControlSaysWhatCanBeSaved() {
   menu->OnSaveAsBtnClicked();
   const auto* dialog = window_->Family(0).Panel()->findChild<CSavePlanAsDlg*>();
   QTRY_VERIFY(dialog && dialog->isVisible());
+
+  fixture_.Services().SetRight(6, false);
+  Play("Public A plan 10");
+  QVERIFY(!Button("wall_save_btn")->isEnabled());
+  QVERIFY(Button("wall_save_btn")->toolTip().contains("right to edit"));
 }
 
 void PlanSavingTest::SavingOverAPlanKeepsWhatTheWallDoesNotShow() {
@@ -106,7 +112,7 @@ void PlanSavingTest::SavingOverAPlanKeepsWhatTheWallDoesNotShow() {
 
 // A message about something else does not mean that the save has ended: the plan would be sent twice with one revision.
 void PlanSavingTest::SavesOnceWhateverElseIsTold() {
-  Open();
+  Open({{"load_all", 1}, {"thumbnail", 0}});
   auto& services = fixture_.Services();
   Play("Public A plan 2");
   const auto revision = Stored("Public A plan 2").revision;
@@ -120,6 +126,7 @@ void PlanSavingTest::SavesOnceWhateverElseIsTold() {
   CPlanFixture::Drain();
   QCOMPARE(services.Count("UpdatePlan"), 1);
   QCOMPARE(Stored("Public A plan 2").revision, revision + 1);
+  QVERIFY(Stored("Public A plan 2").thumbnail.empty());  // switched off
 
   services.Fail("UpdatePlan", "The disk is full");  // a refused save is no longer under way either
   ForgetTips();
@@ -134,12 +141,32 @@ void PlanSavingTest::RefusesToSaveOverAnotherUsersPages() {
   Open();
   Play("Public A plan 2");
   UpdatePlanRequest changed = RequestOf(Stored("Public A plan 2"));
-  changed.pages.front().dwell_seconds = 77;
+  changed.pages.front().windows.front().preset_no = 7;
   Update(changed);
   const auto revision = Stored("Public A plan 2").revision;
   window_->Save();
   QTRY_VERIFY(Tip().contains("changed elsewhere"));
   QCOMPARE(Stored("Public A plan 2").revision, revision);
+  const std::function<void(PlanPage&)> changes[] = {
+      [](PlanPage& page) { page.page_no = 7; },
+      [](PlanPage& page) { page.name = "Other"; },
+      [](PlanPage& page) { page.split_type = 8; },
+      [](PlanPage& page) { page.dwell_seconds = 77; },
+      [](PlanPage& page) { page.extra = "{}"; },
+      [](PlanPage& page) { page.windows.clear(); },
+      [](PlanPage& page) { page.windows.front().window_no = 7; },
+      [](PlanPage& page) { page.windows.front().content_kind = 7; },
+      [](PlanPage& page) { page.windows.front().resource_code = "7"; },
+      [](PlanPage& page) { page.windows.front().stream_type = 1; },
+      [](PlanPage& page) { page.windows.front().preset_no = 7; },
+      [](PlanPage& page) { page.windows.front().extra = "{}"; },
+  };
+  const std::list<PlanPage> mine = Wall().Plan().pages;
+  for (size_t i = 0; i < std::size(changes); ++i) {
+    std::list<PlanPage> theirs = mine;
+    changes[i](theirs.front());
+    QVERIFY2(!TarnClient::SamePages(mine, theirs), qPrintable(QString::number(i)));
+  }
 
   ForgetTips();
   fixture_.Services().Fail("GetPlanDetail", "The disk is tired");

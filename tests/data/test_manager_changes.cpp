@@ -223,9 +223,14 @@ void ManagerChangesTest::UpdatedPlanLooksAtEachModel() {
   request.plan_name = "moved";
   request.parent_index_code = fixture_.Code("Public B").toStdString();
   Manager().SetPlanPlayStateByIndexCode("0", fixture_.Code("Public A plan 2"), true);
-  QSignalSpy updated(&Manager(), &CViewModelDataManager::SignalUpdatePlanSucc);
+  QStringList order;
+  const auto note = [this, &order](const char* signal) {
+    order << signal + (": " + PlanRow("Public A plan 2")->text());
+  };
+  connect(&Manager(), &CViewModelDataManager::SignalPlanStateChanged, this, [note] { note("changed"); });
+  connect(&Manager(), &CViewModelDataManager::SignalUpdatePlanSucc, this, [note] { note("updated"); });
   Manager().OnUpdatePlanSucc(request);
-  QCOMPARE(updated.count(), 1);
+  QCOMPARE(order, QStringList({"changed: moved", "updated: moved"}));  // the rows stand before anybody is told
   const QString moved = "Plans(Public A(A1,Public A plan 10),Public B(Public B plan 2,Public B plan 10,moved))";
   QCOMPARE(Outline(fixture_.Public()), moved);
   QCOMPARE(Outline(fixture_.Model("1", PublicTheme)),
@@ -267,9 +272,16 @@ void ManagerChangesTest::TimedPlayIsCheckedAfterPlansAlone() {
     QCOMPARE(automatic_queries(), std::ptrdiff_t(0));
     Manager().OnDeletePlanGroupPlanSucc(PlanRow("Public A plan 2")->index());
     QCOMPARE(automatic_queries(), std::ptrdiff_t(timed_play));
+    QList<std::ptrdiff_t> asked_before;  // whoever is told of a plan is told before its time is looked at
+    const auto note = [&asked_before, automatic_queries] { asked_before << automatic_queries(); };
+    const auto added = connect(&Manager(), &CViewModelDataManager::SignalAddPlanSucc, this, note);
+    const auto updated = connect(&Manager(), &CViewModelDataManager::SignalUpdatePlanSucc, this, note);
     Manager().OnAddPlanSucc({}, "950");
     Manager().OnUpdatePlanSucc({});
     QCOMPARE(automatic_queries(), std::ptrdiff_t(3 * timed_play));
+    QCOMPARE(asked_before, QList<std::ptrdiff_t>({timed_play, 2 * timed_play}));
+    disconnect(added);
+    disconnect(updated);
     Shut();
   }
 }

@@ -209,6 +209,21 @@ void ManagerLoadingTest::WaitsForTheDownload() {
   QCOMPARE(Outline(fixture_.Public()), QString("Plans"));
   QCOMPARE(Services().Count("GetPlanGroups"), 1);
   QVERIFY(fixture_.Log().Lines().join('\n').contains("- Resource DownLoading View Init"));
+
+  // A load that need not wait ends the wait of the one before it.
+  Services().Fail("IsViewResourceDownFinish");
+  for (int load = 0; load < 2; ++load) {
+    Manager().ClearAllViewModelData();
+    QTRY_VERIFY(fixture_.Store().IsViewResourceDownFinish());
+    if (load == 1) {
+      Services().Mend("IsViewResourceDownFinish");
+    }
+    Manager().LoadAllViewManagerModelData();
+  }
+  QCOMPARE(finished.count(), 3);
+  CPlanFixture::Drain();
+  QCOMPARE(finished.count(), 3);
+  QCOMPARE(Services().Count("GetPlanGroups"), 2);
 }
 
 void ManagerLoadingTest::WaitLendsItsThread() {

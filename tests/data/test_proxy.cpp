@@ -1,6 +1,8 @@
 #include <QSignalSpy>
 #include <QStandardItemModel>
+#include <QStringListModel>
 #include <QtTest>
+#include <random>
 
 #include "item_type.h"
 #include "plan_item_role.h"
@@ -118,34 +120,49 @@ void ProxyTest::RowsWithoutTextComeFirst() {
 // What it has read of a row for one comparison must not outlive a change of that row, or of the rows above it.
 void ProxyTest::ComparesRowsAsTheyAre() {
   QStandardItemModel source;
-  for (const char* name : {"b", "c", "d"}) {
-    source.appendRow(Row(name, PublicPlanItem));
-  }
   CViewSortFilterProxyModel proxy(nullptr, false);
   proxy.setSourceModel(&source);
-  const auto less = [&](int left, int right) { return proxy.lessThan(source.index(left, 0), source.index(right, 0)); };
-  QVERIFY(less(0, 1) && !less(1, 0));
-  source.item(0)->setText("e");
-  QVERIFY(!less(0, 1));
-  source.item(1)->setData(PublicGroupItem, ItemTypeRole);
-  QVERIFY(less(1, 2));
-  source.insertRow(0, Row("z", PublicPlanItem));
-  QVERIFY(!less(0, 1));
-  source.removeRow(0);
-  QVERIFY(!less(0, 2) && less(2, 0));
-  source.sort(0, Qt::DescendingOrder);
-  QVERIFY(less(1, 0));
-  source.clear();
-  source.appendRow(Row("a", PublicPlanItem));
-  source.appendRow(Row("b", PublicPlanItem));
-  QVERIFY(less(0, 1));
+  std::mt19937 random(11);
+  for (int step = 0; step < 300; ++step) {
+    const QString name = QStringLiteral("%1 %2").arg(random() % 10).arg(step);
+    const int type = PublicGroupItem + static_cast<int>(random() % 2);
+    const int row = static_cast<int>(random() % (source.rowCount() + 1));
+    QStandardItem* item = source.item(row);
+    switch (random() % 6) {
+      case 0:
+      case 1:
+        source.insertRow(row, Row(name, type));
+        break;
+      case 2:
+        source.removeRows(0, source.rowCount() > 6 ? row : 0);
+        break;
+      case 3:
+        source.sort(0, random() % 2 ? Qt::AscendingOrder : Qt::DescendingOrder);
+        break;
+      case 4:
+        item ? item->setText(name) : source.clear();
+        break;
+      default:
+        source.setData(source.index(row, 0), type, ItemTypeRole);
+        break;
+    }
+    CViewSortFilterProxyModel fresh(nullptr, false);
+    fresh.setSourceModel(&source);
+    QCOMPARE(Outline(&proxy), Outline(&fresh));
+  }
 
-  QStandardItemModel other;
-  other.appendRow(Row("b", PublicPlanItem));
-  other.appendRow(Row("a", PublicPlanItem));
+  QStringListModel other({"b", "a"});
   QVERIFY(!proxy.lessThan(other.index(0, 0), other.index(1, 0)));
   proxy.setSourceModel(&other);
-  QCOMPARE(proxy.index(0, 0).data().toString(), QString("a"));
+  QCOMPARE(Outline(&proxy), QString("a,b"));
+  other.setStringList({"a", "b"});
+  QCOMPARE(Outline(&proxy), QString("a,b"));
+  QVERIFY(other.moveRows({}, 0, 1, {}, 2));
+  QCOMPARE(Outline(&proxy), QString("a,b"));
+  other.setStringList({"b", "a", "c"});
+  QVERIFY(!proxy.lessThan(other.index(0), other.index(1)));
+  other.removeRow(0);  // leads to no comparison by itself
+  QVERIFY(proxy.lessThan(other.index(0), other.index(1)));
 }
 
 void ProxyTest::FilterByTypeRightAndMode_data() {

@@ -216,6 +216,7 @@ void EditorWindowsTest::PagesByKeys() {
   QCOMPARE(pages.model()->rowCount(), 4);
   QTest::keyClick(&pages, Qt::Key_Delete);
   QCOMPARE(pages.model()->rowCount(), 3);
+  QCOMPARE(pages.currentIndex().row(), 2);  // the page that came after it
 }
 
 void EditorWindowsTest::ClearingKeepsFixedContent() {

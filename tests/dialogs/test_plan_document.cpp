@@ -88,6 +88,12 @@ void PlanDocumentTest::PagesAreNumberedAnew() {
   QCOMPARE(Words(document.MakeUpdateRequest().pages),
            std::string("[1  /4 90s][2 Gate /2 10s][3 Page 3 /4 90s 1:1,a,name of a,0,0]"
                        "[4 Page 4 /4 90s 1:1,a,name of a,0,0]"));
+  document.SetCurrentPage(1);
+  document.RemovePage(1);
+  QCOMPARE(document.CurrentPage(), 1);
+  document.SetCurrentPage(0);
+  document.UndoStack().undo();
+  QCOMPARE(document.CurrentPage(), 1);
   document.SetCurrentPage(3);
   document.RemovePage(0);
   QCOMPARE(document.CurrentPage(), 2);

@@ -351,7 +351,7 @@ void PlanEditorTest::DeletedElsewhere() {
 }
 
 void PlanEditorTest::ShowsWhatItDoesNotKnow() {
-  Begin({{"only_camera", 1}});
+  Begin({{"only_camera", 1}, {"thumbnail", 0}});
   PlanPage page;
   page.page_no = 1;
   page.split_type = 2;
@@ -379,6 +379,7 @@ void PlanEditorTest::ShowsWhatItDoesNotKnow() {
   QCOMPARE(std::next(windows.begin())->content_kind, 7);
   QCOMPARE(std::next(windows.begin())->resource_code, std::string("map 3"));
   QVERIFY(stored.extra == page.extra && std::next(windows.begin())->extra == page.windows.back().extra);
+  QVERIFY(CEditorStage::Stored(code).thumbnail.empty());
 }
 
 void PlanEditorTest::RefusesWhatCannotBeSaved() {

@@ -192,6 +192,8 @@ void PlanEditorSavingTest::ASlowSaveCanBeLeft() {
   TarnTest::CPlanFixture::Drain();
   QCOMPARE(stage.closed, 1);
   QCOMPARE(stage.Find<QLineEdit>("plan_name_edit")->text(), QString("Gate overview"));
+  QCOMPARE(stage.editor->PlanCode(), fixture_.Code("Gate overview"));  // and would be saved as itself
+  QCOMPARE(stage.TakeTips(), QStringList());
 }
 
 void PlanEditorSavingTest::EachPlanStartsAtItsFirstWindow() {

@@ -47,6 +47,7 @@ void StringOrderTest::OrdersNames_data() {
   QTest::addColumn<QStringList>("expected");
   QTest::newRow("numbers by value") << 2 << QStringList{"Plan 1", "plan 2", "Plan 10", "PLAN 11", "Plan 100"};
   QTest::newRow("case decides ties only") << 2 << QStringList{"GATE", "Gate", "gate", "Gate 2"};
+  QTest::newRow("accents before case") << 2 << QStringList{"Cafe", "cafe", U("CAFÉ"), U("Café"), U("café"), "cafe 2"};
   QTest::newRow("blank first") << 2 << QStringList{"", "1", "a"};
   QTest::newRow("by code point") << 0 << QStringList{"Plan 10", "Plan 2", "plan 1", U("\uE000"), U("\U0001F600")};
   QTest::newRow("folded") << 1 << QStringList{"a10", "A2", "b", "Z"};

@@ -112,6 +112,7 @@ void PanelTest::ButtonsFollowTypeRightsAndSwitch() {
             select(before_type);
             const QString before = stage.Enabled();
             select(type);
+            QCOMPARE(stage.Tree().IsMovePermitted(), edit || type < PublicRootItem || type > PublicLeafItem);
             QCOMPARE(stage.Enabled(), Expected(type, before, add, edit, remove, under_root));
           }
         }
@@ -342,10 +343,16 @@ void PanelTest::SwitchOfUserEndsWhatIsUnderWay() {
   Services().Hold(QStringLiteral("GetPlanDetail"));
   Q_EMIT stage.Tree().SignalMenuClicked(tarn_ui_data_controller::CreationInfo,
                                         fixture_.Code(QStringLiteral("Public A plan 2")));
+  const QPersistentModelIndex onto(stage.Row(QStringLiteral("Public B")));
+  const QRect from = stage.Tree().visualRect(stage.Row(QStringLiteral("Public A plan 2")));
+  Q_EMIT stage.Tree().SignalMoveRow(from.center(), stage.Tree().visualRect(onto).center(),
+                                    stage.Tree().visualRect(onto));
+  QVERIFY(Services().WaitUntilHeld(QStringLiteral("GetPlanDetail"), 2));
   stage.Panel().SwitchUserUpdate();
   Services().ReleaseAll();
   fixture_.Drain();
   QCOMPARE(Services().Count(QStringLiteral("DeletePlan")), 0);
+  QCOMPARE(Services().Count(QStringLiteral("UpdatePlan")), 0);
   QVERIFY(!stage.Panel().findChild<QWidget*>(QStringLiteral("CreationInfoDlgUi")));
   // The next load finds the row again where the tree stood before it.
   Q_EMIT CViewModelDataManager::Instance().SignalDataDownloadFinished();

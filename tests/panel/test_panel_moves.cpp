@@ -2,6 +2,7 @@
 #include <QtTest>
 
 #include "panel_stage.h"
+#include "plan_records.h"
 
 using namespace TarnPlanView;
 using namespace view_plugin_protocol;
@@ -39,7 +40,10 @@ void PanelMovesTest::MovesPlansWhole() {
   timed.plan_index_code = request.plan_index_code;
   timed.plan_name = before.name;
   timed.parent_index_code = before.group_index_code;
-  timed.pages = before.pages;
+  timed.pages = {TarnTest::Page(1, 2, {TarnTest::Window(1, "101", 1, 1, 3), TarnTest::Window(4, "map", 7)}, "Gate", 30),
+                 TarnTest::Page(2, 8, {TarnTest::Window(16, "102")})};
+  timed.pages.front().extra = timed.pages.front().windows.front().extra = R"({"zoom":2})";
+  timed.thumbnail = "picture";
   timed.auto_play = true;
   timed.begin_time = "02:00:00";
   timed.end_time = "03:00:00";
@@ -69,9 +73,11 @@ void PanelMovesTest::MovesPlansWhole() {
   QTRY_COMPARE(stage.Tree().currentIndex().data().toString(), QStringLiteral("Public A plan 2"));
   GetPlanDetailResponse after;
   QVERIFY(fixture_.Store().GetPlanDetail(request, after));
-  QCOMPARE(after.pages.size(), before.pages.size());
-  QCOMPARE(after.start_time, std::string("02:00:00"));
-  QVERIFY(after.auto_run);
+  QCOMPARE(TarnTest::Words(after.pages), TarnTest::Words(timed.pages));
+  QCOMPARE(after.pages.front().extra, timed.pages.front().extra);
+  QCOMPARE(after.pages.front().windows.front().extra, timed.pages.front().windows.front().extra);
+  QCOMPARE(after.start_time + " " + after.end_time, std::string("02:00:00 03:00:00"));
+  QVERIFY(after.auto_run && after.thumbnail == "picture");
   drop(QStringLiteral("Public A plan 2"), QStringLiteral("A1"));
   QTRY_COMPARE(groupOf(QStringLiteral("Public A plan 2")), QStringLiteral("A1"));
 

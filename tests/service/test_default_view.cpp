@@ -1,4 +1,5 @@
 #include <QAbstractItemModelTester>
+#include <QFutureWatcher>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QtTest>
@@ -310,6 +311,15 @@ void DefaultViewTest::PlanThatIsNotOfferedEndsTheSearch() {
   QCOMPARE(Chosen(), QString());
   QVERIFY(!chooser_->IsChanged() && !chooser_->SaveChosenView());
   QCOMPARE(Stored().index_code, Code("Public root plan"));
+
+  // That one plan is not to be had says nothing about the one that was asked for since.
+  Services().Hold("GetPlanGroups");
+  chooser_->SelectView(kPlan, "987654");
+  chooser_->SelectView(kPlan, Code("C1 plan 2"));
+  QVERIFY(Services().WaitUntilHeld("GetPlanGroups"));
+  QTRY_COMPARE(chooser_->findChildren<QFutureWatcherBase*>().size(), 1);
+  Services().ReleaseAll();
+  QTRY_COMPARE(Chosen(), QString("C1 plan 2"));
 }
 
 void DefaultViewTest::LoadingAllAgainAfterAFailure() {

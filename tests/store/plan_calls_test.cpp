@@ -138,6 +138,8 @@ void PlanCallsTest::EnforcesRights_data() {
   QTest::newRow("bob") << "bob" << true << true << false;
   QTest::newRow("cid") << "cid" << false << false << false;
   QTest::newRow("dora") << "dora" << false << false << true;
+  QTest::newRow("eve") << "eve" << true << false << false;
+  QTest::newRow("fred") << "fred" << false << true << false;
 }
 
 void PlanCallsTest::EnforcesRights() {
@@ -417,6 +419,15 @@ void PlanCallsTest::KeepsADefaultViewPerUser() {
   QCOMPARE(ann.SetDefaultView(ann.Plan("Top"), kPlanType), QString());
   QCOMPARE(ann.SetDefaultView("-3", 0), QString());
   QCOMPARE(ann.DefaultView(), std::string("-3"));
+
+  // Taken back to her own plans it is there, but not for him.
+  fixture.options.switch_overrides = {{"move_public_private", 1}};
+  const CClient owner(fixture.Open());
+  QCOMPARE(bob.SetDefaultView(bob.Plan("Top"), kPlanType), QString());
+  auto taken = owner.Unchanged(owner.Plan("Top"));
+  taken.parent_index_code = "-2";
+  QCOMPARE(owner.Update(taken), QString());
+  QTRY_COMPARE(bob.DefaultView(), std::string("-3"));
 }
 
 void PlanCallsTest::SharesCopies() {
@@ -430,6 +441,11 @@ void PlanCallsTest::SharesCopies() {
     QVERIFY(!response.error_info.empty() && response.error_code != 0);
   }
   QCOMPARE(bob.Group("-2", "Shared"), std::string());  // nothing is left of a share that failed half way
+  auto timed = ann.Unchanged(plan);
+  timed.auto_play = true;
+  timed.begin_time = "08:00:00";
+  timed.end_time = "09:00:00";
+  QCOMPARE(ann.Update(timed), QString());
   QCOMPARE(ann.Share(plan, "2,3,2"), QString());
   QCOMPARE(ann.Share(plan, "2"), QString());
   QTRY_COMPARE(bob.Plans(bob.Group("-2", "Shared")).size(), 2);
@@ -437,6 +453,8 @@ void PlanCallsTest::SharesCopies() {
   const auto copy = bob.Detail(bob.Plan("Ann's gate"));
   QCOMPARE(copy.creator, std::string("ann"));
   QCOMPARE(copy.pages.size(), size_t(2));
+  QVERIFY(!copy.auto_run && copy.start_time == "08:00:00");  // it starts when its new owner wants it to
+  QCOMPARE(bob.Detail("123", 1).error_info, std::string("NoAutoRunPlan"));
   QCOMPARE(ann.DeletePlan(plan), QString());
   QCOMPARE(bob.DeletePlan(copy.index_code), QString());  // the copy is the recipient's
   QVERIFY(ann.Share(plan, "2").contains("plan does not exist"));

@@ -62,6 +62,9 @@ class StoreEventsTest : public QObject {
   void HasTheLastWordOnItsOwnChange();
   void TellsRecipientsOfShares();
   void ReadsAllAgainAfterAGap();
+  void ReadsAgainWhatItCouldNotRead();
+  void ForgetsWhatWasNotCommitted_data();
+  void ForgetsWhatWasNotCommitted();
   void ComesBackAfterALostConnection();
   void RaisesTheTreeEventAtLogIn();
   void ToleratesRemovalWhileTelling();
@@ -224,6 +227,58 @@ void StoreEventsTest::ReadsAllAgainAfterAGap() {
   QCOMPARE(ann.RenameGroup(ann.Group("-1", "Renamed unseen"), "Seen"), QString());
   QTRY_COMPARE(bob.Groups("-1"), QStringList{"Seen@-1"});
   QCOMPARE(record.size(), 1);  // and goes on change by change
+}
+
+// For a second the log can be read, and what it names cannot; nothing is written any more that would have it looked at.
+void StoreEventsTest::ReadsAgainWhatItCouldNotRead() {
+  if (CStoreFixture::OnPostgres()) {
+    QSKIP("Reaches into the store's file.");
+  }
+  CStoreFixture fixture;
+  const CClient bob(fixture.Open("bob"));
+  const QDateTime readable = QDateTime::currentDateTimeUtc().addSecs(1);
+  fixture.RunPastTheStore("ALTER TABLE plan_group RENAME TO kept");
+  fixture.RunPastTheStore(
+      QString("CREATE VIEW plan_group AS SELECT * FROM kept WHERE julianday('now') > julianday('%1')"
+              " OR abs(code - code - 9223372036854775807 - 1) = 0")
+          .arg(readable.toString("yyyy-MM-dd HH:mm:ss.zzz")));
+  fixture.RunPastTheStore("UPDATE kept SET name = 'Doors' WHERE name = 'Gates'");
+  fixture.RunPastTheStore(
+      "INSERT INTO change_log SELECT value + 1, 'elsewhere', 1, (SELECT code FROM kept WHERE name = 'Doors')"
+      " FROM counter WHERE name = 'seq'");
+  fixture.RunPastTheStore("UPDATE counter SET value = value + 1 WHERE name = 'seq'");
+  QTRY_COMPARE(bob.Groups("-1"), QStringList{"Doors@-1"});
+}
+
+void StoreEventsTest::ForgetsWhatWasNotCommitted_data() {
+  QTest::addColumn<QString>("table");
+  QTest::newRow("half way") << "plan";
+  QTest::newRow("at its end") << "change_log";
+}
+
+void StoreEventsTest::ForgetsWhatWasNotCommitted() {
+  QFETCH(QString, table);
+  CStoreFixture fixture;
+  const CClient ann(fixture.Open());
+  const bool postgres = CStoreFixture::OnPostgres(), at_end = table == "change_log";
+  const QString when = at_end ? "CONSTRAINT TRIGGER refuse AFTER INSERT ON %1 DEFERRABLE INITIALLY DEFERRED"
+                              : "TRIGGER refuse BEFORE INSERT ON %1";
+  const QString refuse = postgres
+                             ? "CREATE FUNCTION refuse() RETURNS trigger LANGUAGE plpgsql AS"
+                               " $$ BEGIN RAISE EXCEPTION 'no room'; END $$; CREATE " +
+                                   when + " FOR EACH ROW EXECUTE FUNCTION refuse()"
+                             : "CREATE TRIGGER refuse BEFORE INSERT ON %1 BEGIN SELECT RAISE(ABORT, 'no room'); END";
+  fixture.RunPastTheStore(refuse.arg(table));
+  const QString error =
+      at_end ? ann.RenameGroup(ann.Group("-1", "Gates"), "Doors") : ann.Share(ann.Plan("Gate A"), "2");
+  QVERIFY2(error.contains("no room"), qPrintable(error));
+  fixture.RunPastTheStore((postgres ? "DROP TRIGGER refuse ON " : "DROP TRIGGER refuse -- ") + table);
+  QCOMPARE(ann.RenameGroup(ann.Group("-2", "Ann's"), "Later"), QString());
+  QCOMPARE(ann.Groups("-1"), QStringList{"Gates@-1"});
+  QCOMPARE(ann.Groups("-2"), QStringList{"Later@-2"});
+  QString refusal;
+  QVERIFY(ann->LogIn("bob", &refusal));
+  QCOMPARE(ann.Groups("-2"), QStringList{"Bob's@-2"});
 }
 
 void StoreEventsTest::ComesBackAfterALostConnection() {

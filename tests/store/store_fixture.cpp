@@ -67,7 +67,7 @@ view::PlanPage Page(int page_no, int split_type, std::vector<std::string> camera
 PlanSite SmallSite() {
   PlanSite site;
   site.root_name = "All plans";
-  site.users = {{"ann", {5, 6, 7}}, {"bob", {5, 6}}, {"cid", {}}, {"dora", {7}}};
+  site.users = {{"ann", {5, 6, 7}}, {"bob", {5, 6}}, {"cid", {}}, {"dora", {7}}, {"eve", {5}}, {"fred", {6}}};
   site.regions = {{"Yard", -1}};
   site.cameras = {{"Gate camera", 0, true, {"Wide", "Close"}, {0, 1}}, {"Yard camera", 0, false, {}, {0}}};
   site.groups = {

@@ -13,7 +13,8 @@ namespace StoreTest {
 
 namespace view = view_plugin_protocol;
 
-/// Users ann (all rights), bob (add and edit), cid (none), dora (delete only); a few groups and plans of each family.
+/// Users ann (all rights), bob (add and edit), cid (none), dora, eve and fred (delete, add and edit only); a few groups
+/// and plans of each family.
 TarnHost::PlanSite SmallSite();
 view::PlanPage Page(int page_no, int split_type, std::vector<std::string> cameras = {"#0"});
 
