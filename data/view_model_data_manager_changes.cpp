@@ -64,6 +64,11 @@ void SetPlayState(QStandardItem* row, bool playing) {
   }
 }
 
+/// What the host knows a group by; roots, too, which all share one index code.
+std::string GroupCodeOf(const QModelIndex& group) {
+  return QStringToString(group.data(GroupIndexCodeRole).toString());
+}
+
 /// Whether a child notice of this type concerns the trees.
 bool IsPlanResource(ResourceData::ResourceType type) {
   return type == ResourceData::RT_VIEW || type == ResourceData::RT_VIEW_GROUP;
@@ -334,7 +339,7 @@ void CViewModelDataManager::Recheck(const QString& code, bool is_group) {
 void CViewModelDataManager::recheckGroup(const QString& code) {
   const QModelIndex parent = parentOf(code, true);
   view_plugin_protocol::GetPlanGroupsRequest request;
-  request.parent_index_code = CViewPublicDef::GetIndexCode(parent);
+  request.parent_index_code = GroupCodeOf(parent);
   request.node_type = CViewPublicDef::GetIndexType(parent);
   view_plugin_protocol::GetPlanGroupsResponse response;
   if (!parent.isValid() || !CViewBusinessInterfaceMgr::Instance().GetPlanGroups(request, response)) {
@@ -357,7 +362,7 @@ void CViewModelDataManager::recheckPlan(const QString& code) {
     return;
   }
   view_plugin_protocol::GetPlansInGroupRequest request;
-  request.group_index_code = CViewPublicDef::GetIndexCode(parent);
+  request.group_index_code = GroupCodeOf(parent);
   request.node_type = CViewPublicDef::GetIndexType(parent);
   view_plugin_protocol::GetPlansInGroupResponse response;
   if (!CViewBusinessInterfaceMgr::Instance().GetPlansInGroup(request, response)) {

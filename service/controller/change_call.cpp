@@ -1,7 +1,6 @@
 #include "change_call.h"
 
 #include <QCoreApplication>
-#include <optional>
 
 #include "MarUIControl/string_conversion.h"
 #include "view_model_data_manager.h"
@@ -12,12 +11,24 @@ using LyraPluginManager::CViewBusinessInterfaceMgr;
 
 namespace {
 
-std::optional<int32_t> CurrentUser() {
-  view_plugin_protocol::GetCurrentUserResponse response;
-  if (!CViewBusinessInterfaceMgr::Instance().GetCurrentUser({}, response)) {
+using UserAnswer = Answer<view_plugin_protocol::GetCurrentUserResponse>;
+
+UserAnswer CurrentUser() {
+  return HostCall(&CViewBusinessInterfaceMgr::GetCurrentUser, {})();
+}
+
+Refusal RefusalFor(const UserAnswer& asked_by, const UserAnswer& now, const std::string& switched) {
+  for (const UserAnswer* user : {&asked_by, &now}) {
+    if (!user->ok) {
+      return user->response;
+    }
+  }
+  if (asked_by.response.user.id == now.response.user.id) {
     return std::nullopt;
   }
-  return response.user.id;
+  view_plugin_protocol::ResponseHeader refusal;
+  refusal.error_info = switched;
+  return refusal;
 }
 
 }  // namespace
@@ -33,13 +44,13 @@ CCallOrder& PlayLogOrder() {
 }
 
 // A call whose turn is now needs no question: it starts as any other request does.
-std::function<std::string()> UserCheck(const CCallOrder& order, const std::string& key) {
+std::function<Refusal()> UserCheck(const CCallOrder& order, const std::string& key) {
   if (!order.IsBusy(key)) {
-    return [] { return std::string(); };
+    return [] { return Refusal(); };
   }
-  const std::string refusal = MarUIControl::QStringToString(QCoreApplication::translate(
+  const std::string switched = MarUIControl::QStringToString(QCoreApplication::translate(
       "TarnPlanView::CStandardViewController", "Not done: the user was switched before this change had its turn."));
-  return [user = CurrentUser(), refusal] { return CurrentUser() == user ? std::string() : refusal; };
+  return [asked_by = CurrentUser(), switched] { return RefusalFor(asked_by, CurrentUser(), switched); };
 }
 
 void RecheckIfTold(int notices, const std::string& code, bool is_group) {

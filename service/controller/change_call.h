@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -16,8 +17,10 @@ CCallOrder& ChangeOrder();
 CCallOrder& PlayLogOrder();
 
 /// For a call of this key that is asked for now: a question to be put when its turn has come, on any thread. Answers
-/// why it may not be made any more, or nothing: a call that waited must not run in the name of the next user.
-std::function<std::string()> UserCheck(const CCallOrder& order, const std::string& key);
+/// why it may not be made any more, or nothing: a call that waited must not run in the name of the next user, nor when
+/// the host cannot say who that is.
+using Refusal = std::optional<view_plugin_protocol::ResponseHeader>;
+std::function<Refusal()> UserCheck(const CCallOrder& order, const std::string& key);
 
 /// To be called after an own change was applied, with the manager's notice count from when it was asked for: what was
 /// told meanwhile may be newer than the change, so the row is brought to what the host says now.
@@ -30,9 +33,13 @@ void CallInTurn(CCallOrder& order, const std::string& key, QObject* receiver,
                 bool (LyraPluginManager::CViewBusinessInterfaceMgr::*call)(const Request&, Response&),
                 const Request& request, Done done) {
   const auto task = [call = HostCall(call, request), check = UserCheck(order, key)] {
+    const Refusal refusal = check();
+    if (!refusal) {
+      return call();
+    }
     Answer<Response> refused;
-    refused.response.error_info = check();
-    return refused.response.error_info.empty() ? call() : refused;
+    static_cast<view_plugin_protocol::ResponseHeader&>(refused.response) = *refusal;
+    return refused;
   };
   CallInOrder(order, key, receiver, task, std::move(done));
 }
