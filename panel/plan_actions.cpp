@@ -7,24 +7,40 @@
 
 namespace TarnPlanView {
 
+namespace {
+
 bool HasRight(int code) {
   return LyraPluginManager::CResourceBusinessInterfaceMgr::Instance().CheckControlPermission(code);
 }
 
-PlanActions AllowedActions(const QModelIndex& index) {
-  const bool may_add = HasRight(kAddRight);
-  const bool may_edit = HasRight(kEditRight);
-  const bool may_delete = HasRight(kDeleteRight);
+}  // namespace
+
+bool PlanRights::Has(int code) const {
+  switch (code) {
+    case kAddRight:
+      return add;
+    case kEditRight:
+      return edit;
+    default:
+      return remove;
+  }
+}
+
+PlanRights AskRights() {
+  return {HasRight(kAddRight), HasRight(kEditRight), HasRight(kDeleteRight)};
+}
+
+PlanActions AllowedActions(const QModelIndex& index, const PlanRights& rights) {
   const bool under_root = CViewConfigManager::Instance().CreatePlanUnderRootNode();
   switch (index.data(ItemTypeRole).toInt()) {
     case PublicRootItem:
-      return {may_add, may_add && under_root, false, false};
+      return {rights.add, rights.add && under_root, false, false};
     case OwnRootItem:
       return {true, under_root, false, false};
     case PublicGroupItem:
     case PublicPlanItem:
     case PublicLeafItem:
-      return {may_add, may_add, may_edit, may_delete};
+      return {rights.add, rights.add, rights.edit, rights.remove};
     case OwnGroupItem:
     case OwnPlanItem:
     case OwnLeafItem:

@@ -10,16 +10,23 @@ struct PlanActions {
   std::optional<bool> add_group, add_plan, edit, remove;
 };
 
-/// What the current user may do with `index`, by its item type, the rights and the switches as they are now. The rights
-/// are asked of the host at every call. Own plans need no rights; received ones only ever take new groups.
-/// Thread: GUI.
-PlanActions AllowedActions(const QModelIndex& index);
-
-/// Whether the user has the host's right with this code.
-bool HasRight(int code);
-
 constexpr int kAddRight = 5;
 constexpr int kEditRight = 6;
 constexpr int kDeleteRight = 7;
+
+/// The user's rights over public plans, as they were when they were asked for.
+struct PlanRights {
+  bool add = false, edit = false, remove = false;
+
+  /// By the host's code of the right.
+  bool Has(int code) const;
+};
+
+/// Asks the host for each right once. Thread: GUI.
+PlanRights AskRights();
+
+/// What a user with these rights may do with `index`, by its item type and the switches. Own plans need no rights;
+/// received ones only ever take new groups.
+PlanActions AllowedActions(const QModelIndex& index, const PlanRights& rights);
 
 }  // namespace TarnPlanView

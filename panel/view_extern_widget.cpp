@@ -83,15 +83,7 @@ void CViewExternWidget::SetStandardViewControl(CStandardViewController* controll
     return;
   }
   using Controller = CStandardViewController;
-  connect(controller, &Controller::signalShowMessage, this, [this](const QString& text, int state) {
-    if (state == MarUIControl::CNomalMessage::Failure) {
-      d_->deleting.clear();
-    }
-    Q_EMIT SignalMessageTipNeeded(text, state);
-  });
-  const auto deleted = [this] { d_->deleting.clear(); };
-  connect(controller, &Controller::SignalDeletePlanSucc, this, deleted);
-  connect(controller, &Controller::SignalDeletePlanGroupSucc, this, deleted);
+  connect(controller, &Controller::signalShowMessage, this, &CViewExternWidget::SignalMessageTipNeeded);
   connect(controller, &QObject::destroyed, tree, &CPlanViewTree::ForgetWaiting);
   connect(controller, &Controller::SignalGetPlanInfo, this, [this](const auto& plan) {
     if (d_->plan_editor) {

@@ -98,12 +98,12 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   /// The save-as dialog was confirmed: time to fill a request and to send it.
   void SignalSavePlanAs();
   void SignalMessageTipNeeded(const QString& text, int state);
-  /// What MayLeave() found unsaved is safe now.
-  void SignalMayLeave();
   /// The plans of this group shall play one after the other, each for so many seconds.
   void SignalPlanGroupCycle(const QString& group_index_code, int seconds_per_plan);
   void signalSucceedToGetCreationInfo(const QString& creator, const QString& creation_time);
   void signalGetSearchedResult(const std::list<view_plugin_protocol::SearchedPlan>& plans);
+  /// What MayLeave() found unsaved is safe now. Behind all others, whose numbers hosts may go by.
+  void SignalMayLeave();
   /// The plan editor has opened or closed.
   void SignalEditorChanged();
 

@@ -89,7 +89,7 @@ void CViewExternWidget::onCurrentIndexChanged(const QModelIndex& current, const 
   d_->applyActions(current);
   // Own plans may always be moved; public ones by those who may edit them.
   const bool is_public = CViewPublicDef::GetIndexType(current) == PublicTheme;
-  d_->ui.plan_view_tree->SetMovePermission(!is_public || HasRight(kEditRight));
+  d_->ui.plan_view_tree->SetMovePermission(!is_public || d_->rights.edit);
 }
 
 // --- Play -----------------------------------------------------------------------------------------------------------
@@ -177,8 +177,17 @@ void CViewExternWidget::Private::deleteGroup(const QModelIndex& index) {
   if (deleting.contains(code) || !Confirm(question) || !controller || !row.Resolve().isValid()) {
     return;
   }
+  controller->DeletePlanGroupByIndex(row.Resolve(), noteDeletion(code));
+}
+
+// Until its own answer comes, and no other, the row is not deleted once more.
+CStandardViewController::PlanAnswer CViewExternWidget::Private::noteDeletion(const QString& code) {
   deleting.insert(code);
-  controller->DeletePlanGroupByIndex(row.Resolve());
+  return [this, panel = QPointer<CViewExternWidget>(q), code, begun_in = session](bool, const QString&) {
+    if (panel && session == begun_in) {
+      deleting.remove(code);
+    }
+  };
 }
 
 void CViewExternWidget::Private::deletePlan(const QModelIndex& index) {
@@ -194,8 +203,7 @@ void CViewExternWidget::Private::deletePlan(const QModelIndex& index) {
     Q_EMIT q->SignalStopPlan();
   }
   if (alive && controller && row.Resolve().isValid()) {
-    deleting.insert(code);
-    controller->DeletePlanByIndex(row.Resolve());
+    controller->DeletePlanByIndex(row.Resolve(), noteDeletion(code));
   }
 }
 

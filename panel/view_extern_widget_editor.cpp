@@ -171,8 +171,22 @@ WidgetKit::CSlideOutData CViewExternWidget::Private::InitSlidingRuleWidget() {
 
 void CViewExternWidget::Private::noteRemoval(const QModelIndex& parent, int first, int last) {
   const QModelIndex row = Current();
+  if (!parent.isValid()) {
+    noteReload(row);
+  }
   if (row.isValid() && row.parent() == parent && row.row() >= first && row.row() <= last) {
     removed_current = row.data(PlanIndexCodeRole).toString();
+  }
+}
+
+// The trees are about to be loaded anew. What is waited for already counts more than a root that stood in for it.
+void CViewExternWidget::Private::noteReload(const QModelIndex& row) {
+  if (row_before_load || !row.isValid() || CurrentPage() == Page::Wait) {
+    return;
+  }
+  row_before_load = CPlanNodeRef(row);
+  for (QModelIndex group = row.parent(); group.isValid(); group = group.parent()) {
+    ui.plan_view_tree->ExpandWhenLoaded(group.data(GroupIndexCodeRole).toString());
   }
 }
 

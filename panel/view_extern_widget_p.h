@@ -13,6 +13,7 @@
 #include "WidgetKit/slide_out_data.h"
 #include "creation_info_dlg.h"
 #include "empty_state.h"
+#include "plan_actions.h"
 #include "plan_mover.h"
 #include "plan_node_ref.h"
 #include "plan_preview.h"
@@ -80,6 +81,7 @@ class CViewExternWidget::Private {
   bool isCurrent(const QString& code) const;
   /// A plan that is saved loses its row and gets another one; noted, so that the current plan stays current over it.
   void noteRemoval(const QModelIndex& parent, int first, int last);
+  void noteReload(const QModelIndex& row);
   void followUpdated(const QString& plan_code);
   /// What the editor has saved becomes current, as soon as its group is loaded, unless the user has gone on meanwhile.
   void showSaved(const QString& plan_code, const QString& group_code);
@@ -100,6 +102,7 @@ class CViewExternWidget::Private {
   QString PlayingWarning() const;
   void deleteGroup(const QModelIndex& index);
   void deletePlan(const QModelIndex& index);
+  CStandardViewController::PlanAnswer noteDeletion(const QString& code);
   void play(const QString& code);
   void fillUpdate(const QModelIndex& row, view_plugin_protocol::UpdatePlanRequest& request) const;
 
@@ -179,6 +182,7 @@ class CViewExternWidget::Private {
   QPointer<QWidget> monitor;
   ResourceTreeKit::LogicNodeParam logic_node;
   std::optional<std::array<bool, 4>> stored_states;
+  PlanRights rights;  // what the bar goes by
   QSet<QString> deleting;
   int creation_info_generation = 0;
   bool stopped = false;

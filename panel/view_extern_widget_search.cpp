@@ -1,4 +1,5 @@
 #include <QStandardItem>
+#include <utility>
 
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/popup_menu.h"
@@ -48,7 +49,9 @@ void CViewExternWidget::onGetSearchedResult(const std::list<view_plugin_protocol
   d_->ShowPage(Private::Page::Search);
   d_->search_model->clear();
   d_->renewHold();
-  const QString& text = d_->searched_text;
+  // A result that this panel did not ask for is taken as one for what stands in the field.
+  const QString asked = std::exchange(d_->searched_text, {});
+  const QString text = asked.isEmpty() ? d_->SearchText() : asked;
   const bool dark = CViewConfigManager::Instance().IsDarkSkin();
   QList<QStandardItem*> rows;
   for (const view_plugin_protocol::SearchedPlan& plan : plans) {
@@ -184,9 +187,6 @@ void CViewExternWidget::OnDownloadResouceFinished() {
   d_->ui.wait_widget->SetWaiting(false);
   d_->leaveSearch();
   d_->ShowPage(Private::Page::Tree);
-  if (d_->Current().isValid()) {
-    d_->row_before_load = CPlanNodeRef(d_->Current());
-  }
   // The rows come after this signal; only then it is known whether there are any.
   QMetaObject::invokeMethod(
       this, [this] { d_->onLoadChecked(); }, Qt::QueuedConnection);

@@ -241,6 +241,7 @@ void CViewExternWidget::Private::reload() {
 
 void CViewExternWidget::Private::leaveSearch() {
   search->Cancel();
+  searched_text.clear();
   if (CurrentPage() == Page::Search) {
     ShowPage(PageBehindSearch());
   }
@@ -336,7 +337,8 @@ void CViewExternWidget::Private::applyActions(const QModelIndex& index) {
     return;
   }
   restoreEnableState();
-  const PlanActions actions = AllowedActions(index);
+  rights = AskRights();
+  const PlanActions actions = AllowedActions(index, rights);
   const auto apply = [](QToolButton* button, const std::optional<bool>& allowed) {
     if (allowed) {
       button->setEnabled(*allowed);
@@ -369,7 +371,7 @@ void CViewExternWidget::Private::renewHold() {
 }
 
 QString CViewExternWidget::Private::MissingRight(int right) const {
-  if (CViewPublicDef::GetIndexType(Current()) != PublicTheme || HasRight(right)) {
+  if (CViewPublicDef::GetIndexType(Current()) != PublicTheme || rights.Has(right)) {
     return QString();
   }
   switch (right) {

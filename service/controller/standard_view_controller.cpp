@@ -208,34 +208,45 @@ void CStandardViewController::addPlanGroupByIndexNameThread(const QModelIndex& p
 }
 
 void CStandardViewController::DeletePlanGroupByIndex(const QModelIndex& index) {
-  deletePlanGroupByIndexThread(index);
+  DeletePlanGroupByIndex(index, [](bool, const QString&) {});
 }
 
-void CStandardViewController::deletePlanGroupByIndexThread(const QModelIndex& index) {
+void CStandardViewController::DeletePlanGroupByIndex(const QModelIndex& index, const PlanAnswer& answer) {
+  if (GroupCodeOf(index).isEmpty()) {
+    answer(false, QString());
+  } else {
+    deletePlanGroupByIndexThread(index, answer);
+  }
+}
+
+void CStandardViewController::deletePlanGroupByIndexThread(const QModelIndex& index, const PlanAnswer& told) {
   DeletePlanGroupRequest request;
   request.index_code = QStringToString(GroupCodeOf(index));
-  if (request.index_code.empty()) {
-    return;
-  }
   request.name = NameOf(index);
   request.type = CViewPublicDef::GetIndexType(index);
   const CPlanNodeRef node(index);
   CallChange(this, &CViewBusinessInterfaceMgr::DeletePlanGroup, request, request.index_code,
-             [this, node](const auto& answer) {
+             [this, node, told, code = request.index_code](const auto& answer) {
                Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanGroupSucc(node.Resolve()); });
+               told(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
              });
 }
 
 void CStandardViewController::DeletePlanByIndex(const QModelIndex& index) {
-  deletePlanByIndexThread(index);
+  DeletePlanByIndex(index, [](bool, const QString&) {});
 }
 
-void CStandardViewController::deletePlanByIndexThread(const QModelIndex& index) {
+void CStandardViewController::DeletePlanByIndex(const QModelIndex& index, const PlanAnswer& answer) {
+  deletePlanByIndexThread(index, answer);
+}
+
+void CStandardViewController::deletePlanByIndexThread(const QModelIndex& index, const PlanAnswer& told) {
   const CPlanNodeRef node(index);
   const DeletePlanResquest request = MakeDeletePlanRequest(index);
   CallChange(this, &CViewBusinessInterfaceMgr::DeletePlan, request, request.plan_index_code,
-             [this, node](const auto& answer) {
+             [this, node, told, code = request.plan_index_code](const auto& answer) {
                Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanSucc(node.Resolve()); });
+               told(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
              });
 }
 

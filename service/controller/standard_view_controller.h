@@ -37,14 +37,16 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   /// Nothing for a row without a code.
   void DeletePlanGroupByIndex(const QModelIndex& index);
   void DeletePlanByIndex(const QModelIndex& index);
+  /// How one call ended: `text` is the code of the plan or group, or the reason of the failure.
+  using PlanAnswer = std::function<void(bool ok, const QString& text)>;
+  /// For who must know what came of this very call: `answer` is called once, after the signals, unless the controller
+  /// dies before; without a delay when nothing is sent.
+  void DeletePlanGroupByIndex(const QModelIndex& index, const PlanAnswer& answer);
+  void DeletePlanByIndex(const QModelIndex& index, const PlanAnswer& answer);
   void UpdatePlanGroupName(const QModelIndex& index, const QString& name);
   /// Nothing is sent when the pages hold more than 128 filled windows.
   void AddPlanParam(const view_plugin_protocol::AddPlanRequest& request);
   void UpdatePlanParam(const view_plugin_protocol::UpdatePlanRequest& request, const QString& old_name);
-  /// How one call ended: `text` is the plan's code, or the reason of the failure.
-  using PlanAnswer = std::function<void(bool ok, const QString& text)>;
-  /// For who must know what came of this very call: `answer` is called once, after the signals, unless the controller
-  /// dies before; without a delay when nothing is sent.
   void AddPlanParam(const view_plugin_protocol::AddPlanRequest& request, const PlanAnswer& answer);
   void UpdatePlanParam(const view_plugin_protocol::UpdatePlanRequest& request, const QString& old_name,
                        const PlanAnswer& answer);
@@ -103,8 +105,8 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   void registerMetaTypes();
   void connectDataManager();
   void addPlanGroupByIndexNameThread(const QModelIndex& parent, const QString& name);
-  void deletePlanGroupByIndexThread(const QModelIndex& index);
-  void deletePlanByIndexThread(const QModelIndex& index);
+  void deletePlanGroupByIndexThread(const QModelIndex& index, const PlanAnswer& told);
+  void deletePlanByIndexThread(const QModelIndex& index, const PlanAnswer& told);
   void updatePlanGroupNameThread(const QModelIndex& index, const QString& name);
   void addPlanParamThread(const view_plugin_protocol::AddPlanRequest& request, const PlanAnswer& told);
   void updatePlanParamThread(const view_plugin_protocol::UpdatePlanRequest& request, const QString& old_name,

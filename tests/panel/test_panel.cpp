@@ -61,6 +61,9 @@ class PanelTest : public TarnTest::CPlanTest {
   void SwitchOfUserEndsWhatIsUnderWay();
   void PlayingPlanIsMarkedAndCurrent();
   void FillsTheUpdateOfThePlayingPlan();
+  void SignalsStandInTheirOrder();
+  void ReloadKeepsTheCurrentRow_data();
+  void ReloadKeepsTheCurrentRow();
   void PreviewsThePlanUnderTheMouse();
   void PlanEditorOpensBesideThePanel();
 
@@ -111,9 +114,11 @@ void PanelTest::ButtonsFollowTypeRightsAndSwitch() {
             };
             select(before_type);
             const QString before = stage.Enabled();
+            Services().ForgetCalls();
             select(type);
             QCOMPARE(stage.Tree().IsMovePermitted(), edit || type < PublicRootItem || type > PublicLeafItem);
             QCOMPARE(stage.Enabled(), Expected(type, before, add, edit, remove, under_root));
+            QCOMPARE(Services().Requests<int>(), std::vector<int>({5, 6, 7}));  // each right once
           }
         }
       }
@@ -400,6 +405,84 @@ void PanelTest::FillsTheUpdateOfThePlayingPlan() {
     QCOMPARE(QString::fromStdString(request.parent_index_code),
              QByteArray(name) == "C1 plan 2" ? fixture_.Code(QStringLiteral("C1")) : QStringLiteral("-2"));
   }
+}
+
+// Hosts that connect by number go by this order; signals of a later day stand behind.
+void PanelTest::SignalsStandInTheirOrder() {
+  const QMetaObject& panel = CViewExternWidget::staticMetaObject;
+  QByteArrayList names;
+  for (int method = panel.methodOffset(); method < panel.methodOffset() + 8; ++method) {
+    QCOMPARE(panel.method(method).methodType(), QMetaMethod::Signal);
+    names << panel.method(method).name();
+  }
+  QCOMPARE(names, QByteArrayList({"SignalPlayPlanToMonitor", "SignalStopPlan", "SignalPlanStateChanged",
+                                  "SignalSavePlanAs", "SignalMessageTipNeeded", "SignalPlanGroupCycle",
+                                  "signalSucceedToGetCreationInfo", "signalGetSearchedResult"}));
+}
+
+void PanelTest::ReloadKeepsTheCurrentRow_data() {
+  QTest::addColumn<QString>("row");
+  QTest::addColumn<bool>("load_all");
+  QTest::addColumn<bool>("collapsed");
+  QTest::addColumn<QString>("act");
+  QTest::addColumn<QString>("current");
+  for (const bool load_all : {false, true}) {
+    const char* when = load_all ? "loaded" : "on demand";
+    QTest::addRow("plan, %s", when) << "A1 plan 10" << load_all << false << ""
+                                    << "A1 plan 10";
+    QTest::addRow("group, %s", when) << "A1" << load_all << false << ""
+                                     << "A1";
+    QTest::addRow("below a closed group, %s", when) << "A1 plan 2" << load_all << true << ""
+                                                    << "A1 plan 2";
+  }
+  QTest::newRow("root") << "Plans" << false << false << ""
+                        << "Plans";
+  QTest::newRow("gone since") << "A1 plan 10" << false << false << "delete"
+                              << "Plans";
+  QTest::newRow("user goes on") << "A1 plan 10" << false << false << "choose"
+                                << "Public B";
+  QTest::newRow("next user") << "A1 plan 10" << false << false << "switch"
+                             << "Plans";
+  QTest::newRow("second loss before the rows are back") << "A1 plan 10" << false << false << "again"
+                                                        << "A1 plan 10";
+}
+
+// A lost connection ends in a reload of all trees; the user finds the tree as he left it.
+void PanelTest::ReloadKeepsTheCurrentRow() {
+  QFETCH(QString, row);
+  QFETCH(bool, load_all);
+  QFETCH(bool, collapsed);
+  QFETCH(QString, act);
+  QFETCH(QString, current);
+  Open({{QStringLiteral("load_all"), load_all}});
+  CPanelStage stage(fixture_);
+  stage.Choose(row);
+  if (collapsed) {
+    stage.Tree().collapse(stage.Row(QStringLiteral("Public A")));
+    QCOMPARE(stage.Tree().currentIndex().data().toString(), row);
+  }
+  if (act == QLatin1String("delete")) {
+    DeletePlanResponse deleted;
+    QVERIFY(fixture_.Store().DeletePlan({fixture_.Code(row).toStdString(), "", "", "", ""}, deleted));
+  } else if (act == QLatin1String("switch")) {
+    stage.Panel().SwitchUserUpdate();
+  }
+  auto& manager = CViewModelDataManager::Instance();
+  const auto back = [&] { return stage.Tree().isExpanded(stage.Tree().model()->index(0, 0)); };
+  Services().Hold(QStringLiteral("GetPlansInGroup"));
+  manager.OnUpdateViewModelData();
+  QTRY_VERIFY(manager.IsViewModelInitFinish() && back());
+  if (act == QLatin1String("again")) {
+    manager.OnUpdateViewModelData();
+    QTRY_VERIFY(manager.IsViewModelInitFinish() && back());
+  } else if (act == QLatin1String("choose")) {
+    const QAbstractItemModel* rows = stage.Tree().model();
+    stage.Tree().setCurrentIndex(rows->match(rows->index(0, 0), Qt::DisplayRole, current, 1, Qt::MatchRecursive)[0]);
+  }
+  Services().ReleaseAll();
+  QTRY_COMPARE(stage.Tree().currentIndex().data().toString(), current);
+  fixture_.Drain();
+  QCOMPARE(stage.Tree().currentIndex().data().toString(), current);
 }
 
 void PanelTest::PreviewsThePlanUnderTheMouse() {

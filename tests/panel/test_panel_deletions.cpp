@@ -76,7 +76,17 @@ void PanelDeletionsTest::AsksBeforeDeletingAPlan() {
       QCOMPARE(stage.TakeQuestions(),
                QStringList(show_mode ? "TheUserCurrentlyHasAWPBwgUrC" : "TheUserCurrentlyHasAwlMLoHj"));
       QCOMPARE(calls_at_stop, 0);
-      // A second key press before the first answer asks nothing and sends nothing.
+      // A second key press before the first answer asks nothing and sends nothing, whatever fails or goes meanwhile.
+      QSignalSpy tips(&stage.Panel(), &CViewExternWidget::SignalMessageTipNeeded);
+      stage.Panel().PlayPlanByString(QStringLiteral("4711"), false);
+      QTRY_COMPARE(tips.size(), 1);
+      stage.Button("delete_btn")->click();
+      QCOMPARE(stage.TakeQuestions(), QStringList());
+      stage.Choose(QStringLiteral("Public B"));
+      stage.Button("delete_btn")->click();
+      QTRY_VERIFY(!stage.Row(QStringLiteral("Public B")).isValid());
+      QCOMPARE(stage.TakeQuestions(), QStringList("ConfirmToDelete"));
+      stage.Choose(QStringLiteral("Public A plan 2"));
       stage.Button("delete_btn")->click();
       QCOMPARE(stage.TakeQuestions(), QStringList());
       Services().ReleaseAll();
