@@ -10,12 +10,14 @@
 #include <QRegularExpression>
 #include <QTimerEvent>
 #include <QToolTip>
+#include <optional>
 
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/nomal_message_manager.h"
 #include "item_type.h"
 #include "keep_on_screen.h"
 #include "plan_item_role.h"
+#include "plan_node_ref.h"
 #include "plan_view_tree.h"
 #include "standard_plan_model.h"
 #include "standard_view_controller.h"
@@ -49,6 +51,7 @@ struct CSavePlanAsDlg::Data {
   QString theme_name;
   QPointer<QWidget> parent;
   bool default_index_set = false;
+  std::optional<CPlanNodeRef> awaited;  // chosen before the tree began to load anew
   int hint_timer = 0;
 };
 
@@ -127,12 +130,29 @@ void CSavePlanAsDlg::setUpPlanTree() {
   d_->ui.node_combox_->SetEditLabelVisible(false);
   connect(d_->model, &CStandardPlanModel::SignalFinshAsynchronous, d_->tree,
           &CPlanViewTree::OnFinishAnsyFilterExpandedTree);
+  connect(d_->proxy, &QAbstractItemModel::rowsAboutToBeRemoved, this, [this](const QModelIndex& parent) {
+    const QModelIndex chosen = d_->ui.node_combox_->GetCurrentIndex();
+    if (!parent.isValid() && chosen.isValid()) {
+      d_->awaited = CPlanNodeRef(chosen);
+    }
+  });
+  // Later: the rows may come in the middle of a load.
+  connect(d_->proxy, &QAbstractItemModel::rowsInserted, this, &CSavePlanAsDlg::chooseAwaited, Qt::QueuedConnection);
+}
+
+void CSavePlanAsDlg::chooseAwaited() {
+  const QModelIndex row = d_->awaited ? QModelIndex(d_->awaited->Resolve()) : QModelIndex();
+  if (row.isValid() && row.model() == d_->proxy) {
+    choose(row);
+  }
 }
 
 void CSavePlanAsDlg::connectSignalAndSlot() {
   connect(d_->ui.save_button_, &QPushButton::clicked, this, &CSavePlanAsDlg::OnClickSaveAsPlan);
-  connect(d_->ui.node_combox_, &MarUIControl::CLocationComboBox::SignalIndexActivated, this,
-          [this] { d_->default_index_set = true; });
+  connect(d_->ui.node_combox_, &MarUIControl::CLocationComboBox::SignalIndexActivated, this, [this] {
+    d_->default_index_set = true;
+    d_->awaited.reset();
+  });
   connect(d_->ui.auto_run_switch_, &MarUIControl::CSwitchControl::toggled, this, &CSavePlanAsDlg::showDuration);
   connect(d_->ui.auto_run_duration_, &MarUIControl::CRangeTimeEdit::SignalTimeChanged, this,
           &CSavePlanAsDlg::renewOverMidnightNote);
@@ -196,6 +216,7 @@ void CSavePlanAsDlg::OnSetDefaultIndex() {
 
 // The first call makes the drop-down expand down to the row; only with the row laid out does the second one reach it.
 void CSavePlanAsDlg::choose(const QModelIndex& index) {
+  d_->awaited.reset();
   const QPersistentModelIndex target(index);
   d_->ui.node_combox_->SetCurrentIndex(target);
   d_->ui.node_combox_->SetCurrentIndex(target);

@@ -53,6 +53,7 @@ class TARNPLANVIEW_EXPORT CSavePlanAsDlg : public QWidget {
   void renewOverMidnightNote();
   void stopHint();
   void choose(const QModelIndex& index);
+  void chooseAwaited();
   QString namingRule() const;
   QString nameProblem() const;
   void showRefusal(const QString& text) const;

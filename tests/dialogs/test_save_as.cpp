@@ -33,6 +33,7 @@ class SaveAsTest : public TarnTest::CPlanTest {
   void GroupOfThePlayingPlan();
   void DefaultOnceTheTreeCame();
   void GroupVanishesWhileOpen();
+  void ChosenGroupOutlastsAReload();
   void WorksWithoutATree();
   void ClosesWithTheActivation();
   void Keys();
@@ -276,6 +277,36 @@ void SaveAsTest::GroupVanishesWhileOpen() {
   QTRY_VERIFY(!Groups()->GetCurrentIndex().isValid());
   QCOMPARE(Groups()->CurrentText(), QString());
   QCOMPARE(Save(), QString("refused"));
+}
+
+void SaveAsTest::ChosenGroupOutlastsAReload() {
+  for (const int load_all : {1, 0}) {
+    Begin({{"load_all", load_all}});
+    auto controller = std::make_unique<CStandardViewController>(fixture_.Own());
+    dialog_->SetViewController(controller.get());
+    Show();
+    const auto rows = [this] { return Groups()->LocationModel(); };
+    const auto row = [&](const QString& name) {
+      return rows()->match(rows()->index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchRecursive).value(0);
+    };
+    auto* tree = qobject_cast<CPlanViewTree*>(Groups()->LocationView());
+    for (const char* name : {"Plans", "Own C"}) {
+      QTRY_VERIFY(row(name).isValid());
+      tree->ExpandAsync(row(name));
+    }
+    QTRY_VERIFY(row("C1").isValid());
+    Choose("C1");
+    CViewModelDataManager::Instance().OnUpdateViewModelData();
+    QCOMPARE(Group(), QString());
+    QTRY_COMPARE(Group(), QString("C1"));
+    CPlanFixture::Drain();
+    QCOMPARE(Group(), QString("C1"));
+    QCOMPARE(Save(), QString("saved"));
+    dialog_.reset();
+    ground_.reset();
+    controller.reset();
+    Shut();
+  }
 }
 
 void SaveAsTest::WorksWithoutATree() {
