@@ -52,6 +52,7 @@ CViewNameEdit::CViewNameEdit(QWidget* parent)
   setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
   BuildForm();
   connect(ui_->ptr_save_btn, &QPushButton::clicked, this, &CViewNameEdit::OnClickedBtn);
+  connect(ui_->ptr_name_edit, &QLineEdit::textChanged, this, &CViewNameEdit::HideHintOver);
 }
 
 CViewNameEdit::~CViewNameEdit() = default;
@@ -166,9 +167,17 @@ void CViewNameEdit::timerEvent(QTimerEvent* event) {
   const auto* field = ui_->ptr_name_edit;
   if (event->timerId() == hint_timer_ && field->text().isEmpty()) {
     const int y = field->mapTo(this, QPoint()).y() + field->height() - kHintRise;
-    QToolTip::showText(mapToGlobal(QPoint(mapFromGlobal(QCursor::pos()).x(), y)), NamingRule());
+    const QPoint place(mapFromGlobal(QCursor::pos()).x(), y);
+    // A hint that stands already is moved only where its own rectangle no longer holds the place.
+    QToolTip::showText(mapToGlobal(place), NamingRule(), this, QRect(place, QSize(1, 1)));
   }
   QFrame::timerEvent(event);
+}
+
+void CViewNameEdit::HideHintOver(const QString& text) {
+  if (hint_timer_ != 0 && !text.isEmpty()) {
+    QToolTip::hideText();
+  }
 }
 
 void CViewNameEdit::focusOutEvent(QFocusEvent* event) {

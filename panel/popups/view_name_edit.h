@@ -48,6 +48,7 @@ class CViewNameEdit : public QFrame {
   void BuildForm();
   void Report(const QString& name);
   void StopHint();
+  void HideHintOver(const QString& text);
   QString NamingRule() const;
 
   std::unique_ptr<Ui::CViewNameEdit> ui_;

@@ -183,9 +183,26 @@ void NameEditorTest::HintOverAnEmptyField() {
   QEvent enter(QEvent::Enter), leave(QEvent::Leave);
   QApplication::sendEvent(field_, &enter);
   QVERIFY(!QTest::qWaitFor([] { return QToolTip::isVisible(); }, 1200));
+  TarnTest::CDialogGround::PutCursor(field_->mapToGlobal(QPoint(10, 5)));
   field_->clear();
   QTRY_VERIFY(QToolTip::isVisible());
   QCOMPARE(QToolTip::text(), QString(R"(Rule 1 256 \/:*?"<|'%>)"));
+  // It goes with the cursor while that stays over the empty field, and makes way for what is typed.
+  const auto hint_at = [] {
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->inherits("QTipLabel") && window->isVisible()) {
+        return window->x();
+      }
+    }
+    return -1;
+  };
+  const int first = hint_at();
+  TarnTest::CDialogGround::PutCursor(QCursor::pos() + QPoint(30, 0));
+  QTRY_COMPARE(hint_at(), first + 30);
+  QTest::keyClicks(field_, "Y");
+  QTRY_VERIFY(!QToolTip::isVisible());
+  field_->clear();
+  QTRY_VERIFY(QToolTip::isVisible());
   QApplication::sendEvent(field_, &leave);
   QTRY_VERIFY(!QToolTip::isVisible());
   QVERIFY(!QTest::qWaitFor([] { return QToolTip::isVisible(); }, 700));
