@@ -1,5 +1,7 @@
 #include "plan_icon_cache.h"
 
+#include "plugin_shutdown.h"
+
 namespace TarnPlanView {
 
 QIcon* CPlanIconCache::Icons() {
@@ -10,6 +12,7 @@ QIcon* CPlanIconCache::Icons() {
 QIcon CPlanIconCache::Get(Slot slot, const std::function<QIcon()>& build) {
   QIcon& icon = Icons()[slot];
   if (icon.isNull()) {
+    ReleaseWithTheApplication();
     icon = build();
   }
   return icon;

@@ -5,6 +5,7 @@
 #include "auto_plan_helper.h"
 #include "plan_item_role.h"
 #include "plan_log.h"
+#include "plugin_shutdown.h"
 #include "standard_plan_model.h"
 #include "view_config_manager.h"
 #include "view_group.h"
@@ -35,6 +36,7 @@ CViewModelDataManager::CViewModelDataManager() : d_(std::make_unique<Private>(th
   qRegisterMetaType<view_plugin_protocol::PlanBasicInfo>("view_plugin_protocol::PlanBasicInfo");
   qRegisterMetaType<view_plugin_protocol::PlanItem>("view_plugin_protocol::PlanItem");
   qRegisterMetaType<view_plugin_protocol::SearchedPlan>("view_plugin_protocol::SearchedPlan");
+  ReleaseWithTheApplication();
   // Reads the switches now, on the GUI thread; workers ask for them later.
   CViewConfigManager::Instance();
   makeModels();
@@ -71,11 +73,13 @@ void CViewModelDataManager::InitViewConfigInterfacePointer() {
 }
 
 void CViewModelDataManager::InitManager() {
+  d_->ended = false;
   registerOwnModels();
   CreateViewGroupManager();
 }
 
 void CViewModelDataManager::UninitManager() {
+  d_->ended = true;
   d_->poll->Stop();
   DeleteViewGroupManager();
   dropObservers();

@@ -32,7 +32,7 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   /// Registers the root observer, and the nine models when UninitManager() took them out.
   void InitManager();
   /// Stops the download poll, unregisters all observers, empties the models and takes them out of the list. The models
-  /// themselves live as long as the manager.
+  /// themselves live as long as the manager. Answers of requests that are still under way change nothing any more.
   void UninitManager();
   void CreateViewGroupManager();
   void DeleteViewGroupManager();
@@ -65,7 +65,7 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
                    const view_plugin_protocol::GetPlansInGroupResponse& plans);
   void addPlanView(CStandardPlanModel* model, QStandardItem* parent, const view_plugin_protocol::PlanBasicInfo& plan);
 
-  /// Observer of one plan or group; the existing one when there is one.
+  /// Observer of one plan or group; the existing one when there is one, null from UninitManager() to InitManager().
   std::shared_ptr<CView> CreateView(const view_plugin_protocol::PlanBasicInfo& plan);
   void DeleteView(const std::string& indexCode);
   std::shared_ptr<CViewGroup> CreateViewGroup(const view_plugin_protocol::PlanGroup& group);

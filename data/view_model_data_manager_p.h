@@ -27,6 +27,7 @@ class CViewModelDataManager::Private {
 
   QList<CStandardPlanModel*> own_models;  // the nine; children of the manager
   QList<CStandardPlanModel*> models;      // registered, in order
+  bool ended = false;                     // by UninitManager(): answers that come late are of no tree
   bool data_requested = false;
   bool init_finished = false;
   int change_count = 0;

@@ -194,7 +194,7 @@ std::shared_ptr<CViewGroup> CViewModelDataManager::CreateViewGroup(const PlanGro
 }
 
 std::shared_ptr<CView> CViewModelDataManager::makeView(const std::string& code) {
-  if (code.empty()) {
+  if (code.empty() || d_->ended) {
     return nullptr;
   }
   auto& view = d_->views[code];
@@ -207,7 +207,7 @@ std::shared_ptr<CView> CViewModelDataManager::makeView(const std::string& code) 
 }
 
 std::shared_ptr<CViewGroup> CViewModelDataManager::makeViewGroup(const std::string& code) {
-  if (code.empty()) {
+  if (code.empty() || d_->ended) {
     return nullptr;
   }
   auto& group = d_->groups[code];

@@ -1,4 +1,6 @@
+#include <QApplication>
 #include <QPointer>
+#include <QProcess>
 #include <QtTest>
 
 #include "MarUIControl/standard_item_model.h"
@@ -10,12 +12,66 @@
 #include "standard_view_controller.h"
 #include "view_config_manager.h"
 #include "view_model_data_manager_export.h"
+#include "view_public_def.h"
 #include "view_sort_filter_proxy_model_export.h"
 
 using namespace TarnPlanView;
 using TarnTest::CPlanFixture;
 using TarnTest::CPlanTest;
 using TarnTest::Outline;
+
+namespace {
+
+const char kCareless[] = "--end-carelessly";
+constexpr int kEndMs = 20000;  // a process that has not ended by then never will
+
+/// A host that only ever loads: it enters no event loop of its own and ends without a word to the plug-in. The name of
+/// what is left behind tells how far it gets. Its store goes after everything else, as that of a static object would.
+int EndCarelessly(int argc, char** argv, const QString& left_behind) {
+  QString error;
+  std::shared_ptr<TarnHost::CPlanStore> store;
+  {
+    QApplication app(argc, argv);
+    if (left_behind == "icons") {
+      return CViewPublicDef::GetPlanGroupIcon(true).isNull() ? 3 : 0;
+    }
+    TarnHost::PlanStoreOptions options;
+    options.url = "sqlite::memory:";
+    options.first_content = TarnTest::SmallSite;
+    options.switch_overrides = {{"load_all", 1}};
+    store = TarnHost::CPlanStore::Open(options, &error);
+    if (!store || !store->LogIn("operator", &error)) {
+      return 3;
+    }
+    auto services = std::make_shared<TarnTest::CRecordingServices>(store);
+    TarnHost::InstallHostServices(services);
+    if (left_behind == "wait") {
+      services->Fail("IsViewResourceDownFinish");
+    }
+    auto& facade = CViewModelDataManagerExport::Instance();
+    facade.InitManager();
+    facade.LoadAllViewManagerModelData();
+    const auto loaded = [&] {
+      return left_behind == "wait" ? services->Count("IsViewResourceDownFinish") > 2 : facade.IsViewModelInitFinish();
+    };
+    if (!QTest::qWaitFor(loaded, kEndMs)) {
+      return 4;
+    }
+    if (left_behind == "question") {
+      auto* model =
+          qobject_cast<CStandardPlanModel*>(facade.GetViewManagerByTheme("0", PublicTheme)->GetPlanViewModel());
+      auto* controller = new CStandardViewController(model);
+      controller->UpdatePlanGroupName(model->index(0, 0, model->index(0, 0)), "renamed");
+    }
+  }
+  // The plug-in has let go of everything that needs the application or the host.
+  const bool clean = !CViewModelDataManagerExport::IsCreated() && !CViewConfigManager::IsCreated();
+  TarnHost::InstallHostServices(nullptr);
+  store->Close();
+  return clean ? 0 : 5;
+}
+
+}  // namespace
 
 // A host on the finished shared library.
 class FacadeTest : public CPlanTest {
@@ -26,6 +82,8 @@ class FacadeTest : public CPlanTest {
   void ReadinessFailuresAreLogged();
   void HandleOutlivesItsModel();
   void SingletonsAreSharedWithTheLibrary();
+  void EndsWithTheApplication_data();
+  void EndsWithTheApplication();
 
  private:
   CViewModelDataManagerExport& Facade() { return CViewModelDataManagerExport::Instance(); }
@@ -119,5 +177,34 @@ void FacadeTest::SingletonsAreSharedWithTheLibrary() {
   QVERIFY(!CViewConfigManager::IsCreated() && !CAutoPlanHelper::IsCreated());
 }
 
-QTEST_MAIN(FacadeTest)
+void FacadeTest::EndsWithTheApplication_data() {
+  QTest::addColumn<QString>("left_behind");
+  for (const char* left_behind : {"rows", "wait", "question", "icons"}) {
+    QTest::newRow(left_behind) << left_behind;
+  }
+}
+
+void FacadeTest::EndsWithTheApplication() {
+  QFETCH(QString, left_behind);
+  QProcess host;
+  host.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  host.start(QCoreApplication::applicationFilePath(), {kCareless, left_behind});
+  const bool ended = host.waitForFinished(kEndMs);
+  if (!ended) {
+    host.kill();
+    host.waitForFinished();
+  }
+  QVERIFY2(ended, "It hangs at its end");
+  QCOMPARE(host.exitStatus(), QProcess::NormalExit);
+  QCOMPARE(host.exitCode(), 0);
+}
+
+int main(int argc, char** argv) {
+  if (argc == 3 && QString(argv[1]) == kCareless) {
+    return EndCarelessly(argc, argv, argv[2]);
+  }
+  QApplication app(argc, argv);
+  FacadeTest test;
+  return QTest::qExec(&test, argc, argv);
+}
 #include "test_facade.moc"

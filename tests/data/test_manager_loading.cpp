@@ -309,8 +309,21 @@ void ManagerLoadingTest::UninitDropsEverythingAndInitBringsItBack() {
   CPlanFixture::Drain();
   const auto models = fixture_.Models();
   QVERIFY(Services().ObserverCount() > 10);
+  CStandardViewController controller(fixture_.Public());
+  const QModelIndex root = fixture_.Public()->index(0, 0);
+  view_plugin_protocol::AddPlanRequest plan;
+  plan.plan_name = "late";
+  plan.parent_index_code = fixture_.Code("A1").toStdString();
+  Services().Hold("AddPlanGroup", TarnTest::CRecordingServices::AfterCall);
+  Services().Hold("AddPlan", TarnTest::CRecordingServices::AfterCall);
+  controller.AddPlanGroupByIndexName(root, "late");
+  controller.AddPlanParam(plan);
+  QVERIFY(Services().WaitUntilHeld("AddPlanGroup") && Services().WaitUntilHeld("AddPlan"));
   Manager().UninitManager();
   QCOMPARE(Services().ObserverCount(), 0);
+  Services().ReleaseAll();
+  CPlanFixture::Drain();
+  QCOMPARE(Services().ObserverCount(), 0);  // late answers are of no tree any more
   QVERIFY(!Manager().IsViewModelInitFinish());
   QVERIFY(!fixture_.Public());
   for (const CStandardPlanModel* model : models) {
@@ -322,7 +335,9 @@ void ManagerLoadingTest::UninitDropsEverythingAndInitBringsItBack() {
   QCOMPARE(Services().ObserverCount(), 1);
   Manager().LoadAllViewManagerModelData();
   CPlanFixture::Drain();
-  QCOMPARE(Outline(fixture_.Public()), QString(kWholePublic));
+  const QString late_too =
+      QString(kWholePublic).replace("A1 plan 10", "A1 plan 10,late").replace(",Public root", ",late,Public root");
+  QCOMPARE(Outline(fixture_.Public()), late_too);
 }
 
 void ManagerLoadingTest::ModelsOfOnesOwnTakePart() {
