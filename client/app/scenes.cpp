@@ -22,6 +22,7 @@
 #include "TarnUIDataController/msg_type.h"
 #include "TarnUIDataController/popup_menu.h"
 #include "WidgetKit/new_location_combo_box.h"
+#include "WidgetKit/new_location_view_widget.h"
 #include "plans/plan_family.h"
 #include "settings/settings_dialog.h"
 #include "wall/live_wall.h"
@@ -62,6 +63,7 @@ const std::vector<CScene::Entry>& CScene::Entries() {
       {"group-cycle", &CScene::Cycle},
       {"settings", &CScene::Settings},
       {"default-view", &CScene::DefaultView},
+      {"default-view-search", &CScene::DefaultViewSearch},
       {"drop", &CScene::Drop},
       {"plan-editor", &CScene::PlanEditor},
       {"plan-editor-new", &CScene::PlanEditorNew},
@@ -299,6 +301,19 @@ void CScene::DefaultView() {
     auto* box = window_->Settings()->DefaultView()->GetLocationComboBox();
     Press(box, Qt::Key_Space);
     return box->IsPopupVisible();
+  });
+}
+
+void CScene::DefaultViewSearch() {
+  DefaultView();
+  Add([this] {
+    auto* line = window_->Settings()->DefaultView()->GetLocationComboBox()->SearchLine();
+    line->setText(QStringLiteral("overview"));
+    return true;
+  });
+  Add([this] {
+    const auto* line = window_->Settings()->DefaultView()->GetLocationComboBox()->SearchLine();
+    return !line->IsLocating() && line->HitCount() > 0;
   });
 }
 

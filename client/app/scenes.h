@@ -54,6 +54,7 @@ class CScene : public QObject {
   void Cycle();
   void Settings();
   void DefaultView();
+  void DefaultViewSearch();
   void Drop();
   void PlanEditor();
   void PlanEditorNew();

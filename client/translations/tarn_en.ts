@@ -627,6 +627,25 @@
     </message>
 </context>
 <context>
+    <name>TarnPlanView::CFoundPlans</name>
+    <message>
+        <source>The search got no answer: %1</source>
+        <translation>The search got no answer: %1</translation>
+    </message>
+    <message>
+        <source>No further plans found</source>
+        <translation>No further plans found</translation>
+    </message>
+    <message>
+        <source>Further plans found: %1</source>
+        <translation>Further plans found: %1</translation>
+    </message>
+    <message>
+        <source>Searching for further plans...</source>
+        <translation>Searching for further plans...</translation>
+    </message>
+</context>
+<context>
     <name>TarnPlanView::CGroupChooser</name>
     <message>
         <source>Group</source>

@@ -627,6 +627,25 @@
     </message>
 </context>
 <context>
+    <name>TarnPlanView::CFoundPlans</name>
+    <message>
+        <source>The search got no answer: %1</source>
+        <translation>搜索没有得到响应：%1</translation>
+    </message>
+    <message>
+        <source>No further plans found</source>
+        <translation>没有找到更多预案</translation>
+    </message>
+    <message>
+        <source>Further plans found: %1</source>
+        <translation>找到更多预案：%1</translation>
+    </message>
+    <message>
+        <source>Searching for further plans...</source>
+        <translation>正在搜索更多预案...</translation>
+    </message>
+</context>
+<context>
     <name>TarnPlanView::CGroupChooser</name>
     <message>
         <source>Group</source>

@@ -9,6 +9,10 @@
 class QAbstractItemModel;
 class QAbstractItemView;
 
+namespace WidgetKit {
+class CNewLocationViewWidget;
+}
+
 namespace MarUIControl {
 
 /// Combo box whose drop-down holds an item view of the caller's, with an edit line above it that looks for rows.
@@ -30,6 +34,8 @@ class TARN_HOST_EXPORT CLocationComboBox : public QWidget {
   /// Whether the edit line stands above the view.
   void SetEditLabelVisible(bool visible);
   bool IsEditLabelVisible() const;
+  /// The edit line; it looks through the view whether it is shown or not.
+  WidgetKit::CNewLocationViewWidget* SearchLine() const;
 
   void ShowPopup();
   void HidePopup();

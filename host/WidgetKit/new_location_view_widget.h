@@ -14,8 +14,8 @@ namespace WidgetKit {
 /// With a view: typing looks for all hits a moment after the last key, in slices that never hold the event loop longer
 /// than 8 ms; the first hit becomes current with the way to it expanded. Return, Down and F3 step to the next hit,
 /// Shift+Return, Up and Shift+F3 to the one before, around the ends; the field shows "2/17". Rows that come, go or
-/// change while it looks are taken into account. All rows that the view's model shows are searched, not the expanded
-/// ones alone, but none is fetched. Without a view it is a plain search field. Thread: GUI.
+/// change while it looks are taken into account. All enabled rows that the view's model shows are searched, not the
+/// expanded ones alone, but none is fetched. Without a view it is a plain search field. Thread: GUI.
 class TARN_HOST_EXPORT CNewLocationViewWidget : public CNewSearchLine {
   Q_OBJECT
  public:
@@ -32,11 +32,16 @@ class TARN_HOST_EXPORT CNewLocationViewWidget : public CNewSearchLine {
   void Locate();
   void StepToHit(int by);
   bool IsLocating() const;
+  /// Rows for the text are still being fetched: until the last have come, "No hit" is not said, and the first hit among
+  /// them becomes current when there was none before.
+  void SetAwaitsRows(bool awaits);
   int HitCount() const;
   /// The text that `view` marks in its rows; empty for none. For delegates.
   static QString LocatedText(const QWidget* view);
 
  Q_SIGNALS:
+  /// Looking for the text of the field begins: time to fetch rows for it that the view does not hold.
+  void SignalLocating();
   /// Looking has ended with so many hits.
   void SignalLocated(int hits);
 

@@ -74,6 +74,10 @@ bool CLocationComboBox::IsEditLabelVisible() const {
   return d_->popup->IsSearchVisible();
 }
 
+WidgetKit::CNewLocationViewWidget* CLocationComboBox::SearchLine() const {
+  return d_->popup->SearchLine();
+}
+
 void CLocationComboBox::ShowPopup() {
   if (!isEnabled() || !isVisible() || !LocationView() || IsPopupVisible()) {
     return;

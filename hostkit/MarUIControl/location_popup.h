@@ -26,6 +26,7 @@ class LocationPopup : public QFrame {
   QAbstractItemView* View() const { return view_; }
   void SetSearchVisible(bool visible);
   bool IsSearchVisible() const { return search_visible_; }
+  WidgetKit::CNewLocationViewWidget* SearchLine() const { return search_; }
 
   /// Below `anchor`, a rectangle of the screen, or above it where there is more room, whole on the anchor's screen.
   void OpenAt(const QRect& anchor);

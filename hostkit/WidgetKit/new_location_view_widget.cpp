@@ -75,6 +75,7 @@ class CNewLocationViewWidget::Private : public QObject {
   void Locate();
   void Step(int by);
   void Reset();
+  void SetAwaitsRows(bool awaits_rows);
   void PlaceCounter();
 
   CNewLocationViewWidget* const q;
@@ -89,6 +90,7 @@ class CNewLocationViewWidget::Private : public QObject {
   int renew_ms = kFirstRenewMs;
   bool to_first = false;  // the first hit is to become current
   bool stale = false;     // texts changed while it looked
+  bool awaits = false;    // rows for the text are being fetched
 
  private:
   void Begin();
@@ -159,6 +161,7 @@ void CNewLocationViewWidget::Private::Locate() {
   SetCounter(QStringLiteral("\u2026"), CNewLocationViewWidget::tr("Searching"));
   sought = q->text();
   Begin();
+  Q_EMIT q->SignalLocating();
 }
 
 void CNewLocationViewWidget::Private::Begin() {
@@ -242,7 +245,8 @@ void CNewLocationViewWidget::Private::OnFinished(const QVector<QModelIndex>& fou
   renew_ms = kFirstRenewMs;
   hits.Set(found, count);
   Mark(sought);  // together with the move to a hit: one painting for both
-  if (std::exchange(to_first, false)) {
+  if (to_first) {
+    to_first = awaits && count == 0;
     Step(1);
   }
   if (!alive) {
@@ -270,6 +274,18 @@ void CNewLocationViewWidget::Private::Step(int by) {
   }
 }
 
+// What was fetched last may still have to be looked through.
+void CNewLocationViewWidget::Private::SetAwaitsRows(bool awaits_rows) {
+  if (awaits == awaits_rows) {
+    return;
+  }
+  awaits = awaits_rows;
+  if (!sought.isEmpty() && !scanner.IsRunning() && !renew.isActive()) {
+    to_first = to_first && awaits;
+    ShowCount();
+  }
+}
+
 void CNewLocationViewWidget::Private::Mark(const QString& text) {
   if (view && LocatedText(view) != text) {
     view->setProperty(kLocatedText, text);
@@ -279,7 +295,9 @@ void CNewLocationViewWidget::Private::Mark(const QString& text) {
 
 void CNewLocationViewWidget::Private::ShowCount() {
   const int count = hits.Count(), at = hits.Current() + 1;
-  if (count == 0) {
+  if (count == 0 && awaits) {
+    SetCounter(QStringLiteral("\u2026"), CNewLocationViewWidget::tr("Searching"));
+  } else if (count == 0) {
     SetCounter(CNewLocationViewWidget::tr("No hit"), CNewLocationViewWidget::tr("No hit"));
   } else {
     SetCounter(QStringLiteral("%1/%2").arg(at).arg(count),
@@ -350,6 +368,10 @@ int CNewLocationViewWidget::HitCount() const {
 
 QString CNewLocationViewWidget::LocatedText(const QWidget* view) {
   return view ? view->property(kLocatedText).toString() : QString();
+}
+
+void CNewLocationViewWidget::SetAwaitsRows(bool awaits) {
+  d_->SetAwaitsRows(awaits);
 }
 
 void CNewLocationViewWidget::keyPressEvent(QKeyEvent* event) {

@@ -41,7 +41,7 @@ RowScanner::RowScanner(QObject* parent) : QObject(parent) {}
 RowScanner::~RowScanner() = default;
 
 bool RowScanner::Contains(const QStringMatcher& matcher, const QModelIndex& index) {
-  return matcher.indexIn(index.data(Qt::DisplayRole).toString()) >= 0;
+  return matcher.indexIn(index.data(Qt::DisplayRole).toString()) >= 0 && index.flags() & Qt::ItemIsEnabled;
 }
 
 void RowScanner::Start(QAbstractItemModel* model, const QModelIndex& root, const QString& text) {

@@ -1,5 +1,6 @@
 #include "both_families_model.h"
 
+#include "found_plans.h"
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "standard_plan_model.h"
@@ -10,22 +11,24 @@ namespace TarnPlanView {
 namespace {
 
 /// What an index of the joint tree carries: the item above it in its own model.
-QStandardItem* ItemAbove(const CStandardPlanModel* source, const QModelIndex& index) {
+QStandardItem* ItemAbove(const QStandardItemModel* source, const QModelIndex& index) {
   const QModelIndex parent = index.parent();
   return parent.isValid() ? source->itemFromIndex(parent) : source->invisibleRootItem();
 }
 
 }  // namespace
 
-CBothFamiliesModel::CBothFamiliesModel(CStandardPlanModel* public_plans, CStandardPlanModel* own_plans, QObject* parent)
-    : QAbstractItemModel(parent), public_(public_plans), own_(own_plans) {
-  Follow(public_);
-  Follow(own_);
+CBothFamiliesModel::CBothFamiliesModel(CStandardPlanModel* public_plans, CStandardPlanModel* own_plans,
+                                       QStandardItemModel* found, QObject* parent)
+    : QAbstractItemModel(parent), sources_{public_plans, own_plans, found} {
+  for (QStandardItemModel* source : sources_) {
+    Follow(source);
+  }
 }
 
 CBothFamiliesModel::~CBothFamiliesModel() = default;
 
-void CBothFamiliesModel::Follow(CStandardPlanModel* source) {
+void CBothFamiliesModel::Follow(QStandardItemModel* source) {
   const auto offset = [this, source](const QModelIndex& parent) { return parent.isValid() ? 0 : Offset(source); };
   connect(source, &QAbstractItemModel::rowsAboutToBeInserted, this,
           [this, offset](const QModelIndex& parent, int first, int last) {
@@ -45,15 +48,31 @@ void CBothFamiliesModel::Follow(CStandardPlanModel* source) {
   connect(source, &QAbstractItemModel::modelReset, this, [this] { endResetModel(); });
 }
 
-int CBothFamiliesModel::Offset(const CStandardPlanModel* source) const {
-  return source == own_ ? public_->rowCount() : 0;
+int CBothFamiliesModel::Offset(const QAbstractItemModel* source) const {
+  int rows = 0;
+  for (const QStandardItemModel* before : sources_) {
+    if (before == source) {
+      break;
+    }
+    rows += before->rowCount();
+  }
+  return rows;
+}
+
+QStandardItemModel* CBothFamiliesModel::Source(const QAbstractItemModel* model) const {
+  for (QStandardItemModel* source : sources_) {
+    if (source == model) {
+      return source;
+    }
+  }
+  return nullptr;
 }
 
 QModelIndex CBothFamiliesModel::MapFromSource(const QModelIndex& source) const {
-  if (!source.isValid() || (source.model() != public_ && source.model() != own_)) {
+  const QStandardItemModel* model = source.isValid() ? Source(source.model()) : nullptr;
+  if (!model) {
     return QModelIndex();
   }
-  const CStandardPlanModel* model = source.model() == own_ ? own_ : public_;
   const int offset = source.parent().isValid() ? 0 : Offset(model);
   return createIndex(source.row() + offset, 0, ItemAbove(model, source));
 }
@@ -63,7 +82,7 @@ QModelIndex CBothFamiliesModel::MapToSource(const QModelIndex& index) const {
     return QModelIndex();
   }
   const auto* above = static_cast<const QStandardItem*>(index.internalPointer());
-  const CStandardPlanModel* model = above->model() == own_ ? own_ : public_;
+  const QStandardItemModel* model = above->model();
   const bool top = above == model->invisibleRootItem();
   return model->index(index.row() - (top ? Offset(model) : 0), 0, top ? QModelIndex() : above->index());
 }
@@ -76,8 +95,13 @@ QModelIndex CBothFamiliesModel::index(int row, int column, const QModelIndex& pa
     const QModelIndex above = MapToSource(parent);
     return MapFromSource(above.model()->index(row, 0, above));
   }
-  const CStandardPlanModel* model = row < public_->rowCount() ? public_ : own_;
-  return MapFromSource(model->index(row - Offset(model), 0));
+  for (const QStandardItemModel* source : sources_) {
+    if (row < source->rowCount()) {
+      return MapFromSource(source->index(row, 0));
+    }
+    row -= source->rowCount();
+  }
+  return QModelIndex();
 }
 
 QModelIndex CBothFamiliesModel::parent(const QModelIndex& child) const {
@@ -86,7 +110,7 @@ QModelIndex CBothFamiliesModel::parent(const QModelIndex& child) const {
 
 int CBothFamiliesModel::rowCount(const QModelIndex& parent) const {
   if (!parent.isValid()) {
-    return public_->rowCount() + own_->rowCount();
+    return Offset(nullptr);
   }
   const QModelIndex source = MapToSource(parent);
   return source.isValid() ? source.model()->rowCount(source) : 0;
@@ -108,7 +132,7 @@ bool CBothFamiliesModel::canFetchMore(const QModelIndex& parent) const {
 
 QVariant CBothFamiliesModel::data(const QModelIndex& index, int role) const {
   const QModelIndex source = MapToSource(index);
-  const bool title = !source.parent().isValid();
+  const bool title = !source.parent().isValid() && source.data(ItemTypeRole).toInt() != kFoundPlansItem;
   if (!title || role == ItemTypeRole || role == GroupIndexCodeRole) {
     return source.data(role);
   }
@@ -137,7 +161,11 @@ Qt::ItemFlags CBothFamiliesModel::flags(const QModelIndex& index) const {
   const int type = source.data(ItemTypeRole).toInt();
   const bool root = type == PublicRootItem || type == OwnRootItem;
   const bool group = CViewPublicDef::IsPlanGroup(source);
-  const bool groups_too = static_cast<const CStandardPlanModel*>(source.model())->IsGroupCanSelected();
+  if (type == kFoundPlansItem) {
+    return Qt::NoItemFlags;
+  }
+  const auto* plans = qobject_cast<const CStandardPlanModel*>(source.model());
+  const bool groups_too = plans && plans->IsGroupCanSelected();
   return root || (group && !groups_too) ? Qt::ItemIsEnabled : Qt::ItemIsEnabled | Qt::ItemIsSelectable;
 }
 

@@ -1,12 +1,16 @@
 #pragma once
 
 #include <QAbstractItemModel>
+#include <QVector>
+
+class QStandardItemModel;
 
 namespace TarnPlanView {
 
 class CStandardPlanModel;
 
-/// Public and own plans in one tree: the top rows of both models one below the other, with what stands under them.
+/// Public and own plans and what a search has found in one tree: the top rows of the three models one below the other,
+/// with what stands under them.
 ///
 /// Both roots carry the site's name, which says nothing side by side: here they are called by their family, and the
 /// placeholder by what choosing it means. Roots cannot be selected, groups where their model says so. The models are
@@ -14,7 +18,8 @@ class CStandardPlanModel;
 class CBothFamiliesModel : public QAbstractItemModel {
   Q_OBJECT
  public:
-  CBothFamiliesModel(CStandardPlanModel* public_plans, CStandardPlanModel* own_plans, QObject* parent);
+  CBothFamiliesModel(CStandardPlanModel* public_plans, CStandardPlanModel* own_plans, QStandardItemModel* found,
+                     QObject* parent);
   ~CBothFamiliesModel() override;
 
   QModelIndex MapFromSource(const QModelIndex& source) const;
@@ -30,11 +35,13 @@ class CBothFamiliesModel : public QAbstractItemModel {
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  private:
-  void Follow(CStandardPlanModel* source);
-  int Offset(const CStandardPlanModel* source) const;
+  void Follow(QStandardItemModel* source);
+  /// Number of top rows of the models before it.
+  int Offset(const QAbstractItemModel* source) const;
+  /// One of ours, or null.
+  QStandardItemModel* Source(const QAbstractItemModel* model) const;
 
-  CStandardPlanModel* const public_;
-  CStandardPlanModel* const own_;
+  const QVector<QStandardItemModel*> sources_;
 };
 
 }  // namespace TarnPlanView

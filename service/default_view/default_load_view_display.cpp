@@ -10,6 +10,7 @@
 #include "MarUIControl/string_conversion.h"
 #include "ResourceData/resource_type.h"
 #include "WidgetKit/new_location_combo_box.h"
+#include "WidgetKit/new_location_view_widget.h"
 #include "async_call.h"
 #include "default_view_tree.h"
 #include "plan_item_role.h"
@@ -49,6 +50,16 @@ ClienDefaultViewConfigRequest RequestOf(const QModelIndex& index) {
   return request;
 }
 
+// Whatever type is stored with it.
+bool IsNone(const ClienDefaultViewConfigRequest& view) {
+  return view.index_code == kPlaceholderCode;
+}
+
+// Codes of plans and of groups are told apart by their type alone.
+bool IsSame(const ClienDefaultViewConfigRequest& a, const ClienDefaultViewConfigRequest& b) {
+  return a.index_code == b.index_code && (a.type == b.type || IsNone(a));
+}
+
 }  // namespace
 
 class CDefaultLoadViewDisplay::Private {
@@ -67,8 +78,9 @@ class CDefaultLoadViewDisplay::Private {
   void GiveUp(const QString& why);
   void Show(const QModelIndex& row);
   void OnChosen(const QModelIndex& row);
-  void OnRowsInserted(const QModelIndex& parent);
-  void OnRowsRemoved(const QModelIndex& parent);
+  void OnRowsInserted(const QModelIndex& parent, int first);
+  void OnRowsRemoved();
+  void ConnectSearch();
   bool Ask(const std::function<bool()>& call, std::string* refusal);
 
   CDefaultLoadViewDisplay* const q;
@@ -111,18 +123,34 @@ void CDefaultLoadViewDisplay::Private::Connect() {
   connect(box, &MarUIControl::CLocationComboBox::SignalIndexActivated, q,
           [this](const QModelIndex& row) { OnChosen(row); });
   connect(tree->Rows(), &QAbstractItemModel::rowsInserted, q,
-          [this](const QModelIndex& parent) { OnRowsInserted(parent); });
-  connect(tree->Rows(), &QAbstractItemModel::rowsRemoved, q,
-          [this](const QModelIndex& parent) { OnRowsRemoved(parent); });
+          [this](const QModelIndex& parent, int first) { OnRowsInserted(parent, first); });
+  connect(tree->Rows(), &QAbstractItemModel::rowsRemoved, q, [this] { OnRowsRemoved(); });
   connect(tree, &CDefaultViewTree::SignalExpanded, q,
           [this](const QString& group, bool loaded) { OnExpanded(group, loaded); });
   seek_soon.setSingleShot(true);
   connect(&seek_soon, &QTimer::timeout, q, [this] { Seek(); });
+  // Where all is loaded at the start, the rows are all there is to look through.
+  if (!CViewConfigManager::Instance().IsLoadAll()) {
+    ConnectSearch();
+  }
+}
+
+void CDefaultLoadViewDisplay::Private::ConnectSearch() {
+  CFoundPlans* found = tree->Found();
+  WidgetKit::CNewLocationViewWidget* line = box->SearchLine();
+  connect(line, &QLineEdit::textChanged, found, &CFoundPlans::SetText);
+  connect(line, &WidgetKit::CNewLocationViewWidget::SignalLocating, found, &CFoundPlans::Renew);
+  connect(line, &WidgetKit::CNewLocationViewWidget::SignalLocated, found, [found, line] {
+    if (!line->IsLocating()) {
+      found->Ask();
+    }
+  });
+  connect(found, &CFoundPlans::SignalChanged, line, [found, line] { line->SetAwaitsRows(found->IsAsking()); });
 }
 
 // Codes are decimal numbers; anything else names no row.
 QModelIndex CDefaultLoadViewDisplay::Private::FindRow() const {
-  if (wanted.type != ResourceData::RT_VIEW && wanted.type != ResourceData::RT_VIEW_GROUP) {
+  if (IsNone(wanted) || (wanted.type != ResourceData::RT_VIEW && wanted.type != ResourceData::RT_VIEW_GROUP)) {
     return tree->Find(QString::fromLatin1(kPlaceholderCode), true);
   }
   bool is_number = false;
@@ -161,10 +189,12 @@ void CDefaultLoadViewDisplay::Private::FetchWay() {
 void CDefaultLoadViewDisplay::Private::OnWay(const PlanWay& found) {
   way = found.groups;
   const QModelIndex none = tree->Find(QString::fromLatin1(kPlaceholderCode), true);
-  const bool is_stored = !found.default_view || *found.default_view == wanted.index_code;
+  const bool is_stored = !found.default_view || IsSame(*found.default_view, wanted);
   if (!way.isEmpty()) {
     Seek();
-  } else if (was_shown && none.isValid() && found.default_view == std::string(kPlaceholderCode)) {
+  } else if (tree->IsFound(box->GetCurrentIndex())) {
+    GiveUp(found.error);
+  } else if (was_shown && none.isValid() && found.default_view && IsNone(*found.default_view)) {
     stored = wanted = RequestOf(none);
     is_stored_known = true;
     Show(none);
@@ -179,7 +209,7 @@ void CDefaultLoadViewDisplay::Private::OnWay(const PlanWay& found) {
 
 // What vanished was chosen and never saved, so the default view is as it was.
 bool CDefaultLoadViewDisplay::Private::IsStoredElsewhere(const PlanWay& found) const {
-  return is_stored_known && found.default_view == stored.index_code && stored.index_code != wanted.index_code;
+  return is_stored_known && found.default_view && IsSame(*found.default_view, stored) && !IsSame(stored, wanted);
 }
 
 void CDefaultLoadViewDisplay::Private::OnExpanded(const QString& group, bool loaded) {
@@ -216,14 +246,22 @@ void CDefaultLoadViewDisplay::Private::Show(const QModelIndex& row) {
   Q_EMIT q->SignalChoiceChanged();
 }
 
+// What a search has found gets its own row loaded, too.
 void CDefaultLoadViewDisplay::Private::OnChosen(const QModelIndex& row) {
-  seeking = missed = false;
+  seeking = tree->IsFound(row);
+  missed = false;
   was_shown = true;
   wanted = RequestOf(row);
+  if (seeking) {
+    FetchWay();
+  }
   Q_EMIT q->SignalChoiceChanged();
 }
 
-void CDefaultLoadViewDisplay::Private::OnRowsInserted(const QModelIndex& parent) {
+void CDefaultLoadViewDisplay::Private::OnRowsInserted(const QModelIndex& parent, int first) {
+  if (tree->IsFound(tree->Rows()->index(first, 0, parent))) {
+    return;
+  }
   if (!seeking && !missed) {
     return;
   }
@@ -236,13 +274,13 @@ void CDefaultLoadViewDisplay::Private::OnRowsInserted(const QModelIndex& parent)
 
 // A reload takes the roots and brings them again: only then is there something to look for. A moved plan comes back
 // elsewhere.
-void CDefaultLoadViewDisplay::Private::OnRowsRemoved(const QModelIndex& parent) {
+void CDefaultLoadViewDisplay::Private::OnRowsRemoved() {
   if (seeking || missed || !was_shown || box->GetCurrentIndex().isValid()) {
     return;
   }
   seeking = true;
   way.clear();
-  if (parent.isValid()) {
+  if (tree->HasRoots()) {
     FetchWay();
   }
 }
@@ -335,8 +373,7 @@ std::string CDefaultLoadViewDisplay::GetResponseText() const {
 
 bool CDefaultLoadViewDisplay::IsChanged() const {
   const QModelIndex chosen = d_->box->GetCurrentIndex();
-  return !d_->seeking && chosen.isValid() &&
-         (!d_->is_stored_known || RequestOf(chosen).index_code != d_->stored.index_code);
+  return !d_->seeking && chosen.isValid() && (!d_->is_stored_known || !IsSame(RequestOf(chosen), d_->stored));
 }
 
 WidgetKit::CNewLocationComboBox* CDefaultLoadViewDisplay::GetLocationComboBox() const {

@@ -4,6 +4,7 @@
 
 #include "MarUIControl/tree_view.h"
 #include "both_families_model.h"
+#include "item_type.h"
 #include "plan_item_role.h"
 #include "standard_view_controller.h"
 #include "view_config_manager.h"
@@ -23,10 +24,16 @@ CDefaultViewTree::CDefaultViewTree(MarUIControl::CTreeView* view, QObject* paren
     : QObject(parent), view_(view), manager_(&CViewModelDataManager::Instance()) {
   public_ = MakeModel(PublicTheme);
   own_ = MakeModel(OwnTheme);
-  rows_ = new CDefaultViewRows(new CBothFamiliesModel(public_, own_, this), public_, this);
+  found_ = new CFoundPlans([this](const QString& code) { return Find(code, false).isValid(); }, this);
+  joint_ = new CBothFamiliesModel(public_, own_, found_->Rows(), this);
+  rows_ = new CDefaultViewRows(joint_, public_, this);
   view_->setModel(rows_);
   roots_came_.setSingleShot(true);
+  rows_came_.setSingleShot(true);
   connect(&roots_came_, &QTimer::timeout, this, &CDefaultViewTree::ExpandRoots);
+  // Other rows are loaded from now on, perhaps of another user.
+  connect(&roots_came_, &QTimer::timeout, found_, &CFoundPlans::Renew);
+  connect(&rows_came_, &QTimer::timeout, found_, &CFoundPlans::DropLoaded);
   connect(&fill_, &QTimer::timeout, this, &CDefaultViewTree::FillOn);
   connect(rows_, &QAbstractItemModel::rowsInserted, this, &CDefaultViewTree::OnRowsInserted);
   connect(view_, &MarUIControl::CTreeView::AsynchronousExpand, this, &CDefaultViewTree::Expand);
@@ -36,9 +43,8 @@ CDefaultViewTree::CDefaultViewTree(MarUIControl::CTreeView* view, QObject* paren
 // The joint tree goes before the models that it stands on.
 CDefaultViewTree::~CDefaultViewTree() {
   view_->setModel(nullptr);
-  QAbstractItemModel* joint = rows_->sourceModel();
   delete rows_;
-  delete joint;
+  delete joint_;
   for (CStandardPlanModel* model : {public_, own_}) {
     if (manager_) {
       manager_->RemViewManagerModel(model);
@@ -93,6 +99,20 @@ QModelIndex CDefaultViewTree::Find(const QString& code, bool is_group) const {
   return QModelIndex();
 }
 
+// Not by the models below: these rows are gone before those are.
+bool CDefaultViewTree::HasRoots() const {
+  int roots = 0;
+  for (int row = 0; row < rows_->rowCount(); ++row) {
+    const int type = rows_->index(row, 0).data(ItemTypeRole).toInt();
+    roots += type == PublicRootItem || type == OwnRootItem ? 1 : 0;
+  }
+  return roots == 2;
+}
+
+bool CDefaultViewTree::IsFound(const QModelIndex& row) const {
+  return row.isValid() && joint_->MapToSource(rows_->mapToSource(row)).model() == found_->Rows();
+}
+
 bool CDefaultViewTree::ExpandLowest(const QStringList& groups) {
   for (auto code = groups.crbegin(); code != groups.crend(); ++code) {
     const QModelIndex row = Find(*code, true);
@@ -105,16 +125,20 @@ bool CDefaultViewTree::ExpandLowest(const QStringList& groups) {
   return true;
 }
 
-void CDefaultViewTree::OnRowsInserted(const QModelIndex& parent) {
-  if (!parent.isValid()) {
-    roots_came_.start(0);  // later: they may have come in the middle of a load
+void CDefaultViewTree::OnRowsInserted(const QModelIndex& parent, int first) {
+  const QPersistentModelIndex row = rows_->index(first, 0, parent);
+  if (IsFound(row)) {
+    view_->expand(parent.isValid() ? parent : QModelIndex(row));
+  } else {
+    // Later: they may have come in the middle of a load.
+    (parent.isValid() ? rows_came_ : roots_came_).start(0);
   }
 }
 
 void CDefaultViewTree::ExpandRoots() {
   for (int row = 0; controller_ && row < rows_->rowCount(); ++row) {
     const QPersistentModelIndex root = rows_->index(row, 0);
-    if (root.data(GroupIndexCodeRole).toString() != QLatin1String(kPlaceholderCode)) {
+    if (!IsFound(root) && root.data(GroupIndexCodeRole).toString() != QLatin1String(kPlaceholderCode)) {
       view_->ExpandAsync(root);
     }
   }

@@ -7,6 +7,7 @@
 #include <QTimer>
 
 #include "default_view_rows.h"
+#include "found_plans.h"
 #include "standard_plan_model.h"
 
 namespace MarUIControl {
@@ -31,6 +32,12 @@ class CDefaultViewTree : public QObject {
   CDefaultViewRows* Rows() const { return rows_; }
   /// Row of a plan or group by its code; the placeholder's code is a group's. Invalid when it is not loaded.
   QModelIndex Find(const QString& code, bool is_group) const;
+  /// Whether the roots of both families are there.
+  bool HasRoots() const;
+  /// Plans that a search has found and whose rows are not loaded stand in rows of their own, as long as its text does.
+  CFoundPlans* Found() const { return found_; }
+  /// Whether a row here is one of those.
+  bool IsFound(const QModelIndex& row) const;
   /// Opens the lowest of these groups that is there, so that what is below it gets loaded. False when that has been
   /// loaded already.
   bool ExpandLowest(const QStringList& groups);
@@ -45,7 +52,7 @@ class CDefaultViewTree : public QObject {
   void Expand(const QModelIndex& index);
   void FinishExpand(const QModelIndex& index, bool expand);
   void FinishOwnExpand(const QModelIndex& index, bool expand);
-  void OnRowsInserted(const QModelIndex& parent);
+  void OnRowsInserted(const QModelIndex& parent, int first);
   void ExpandRoots();
   void FillOn();
   void Fill(const QString& code);
@@ -55,8 +62,11 @@ class CDefaultViewTree : public QObject {
   QPointer<CStandardViewController> controller_;
   CStandardPlanModel* public_ = nullptr;
   CStandardPlanModel* own_ = nullptr;
+  CFoundPlans* found_ = nullptr;
+  CBothFamiliesModel* joint_ = nullptr;
   CDefaultViewRows* rows_ = nullptr;
   QTimer roots_came_;
+  QTimer rows_came_;
   QTimer fill_;
   QQueue<QString> unfilled_;
 };

@@ -56,13 +56,16 @@ QHash<QString, QString> ParentsUpTo(const QString& wanted, QString* error) {
   return parents;
 }
 
-std::optional<std::string> StoredDefaultView(QString* error) {
+std::optional<view_plugin_protocol::ClienDefaultViewConfigRequest> StoredDefaultView(QString* error) {
   view_plugin_protocol::GetClientDefaultViewConfigResponse response;
   if (!CViewBusinessInterfaceMgr::Instance().GetClientViewConfig({}, response)) {
     *error = StringToQString(response.error_info);
     return std::nullopt;
   }
-  return response.index_code;
+  view_plugin_protocol::ClienDefaultViewConfigRequest stored;
+  stored.index_code = response.index_code;
+  stored.type = response.type;
+  return stored;
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <QAbstractItemModelTester>
 #include <QFutureWatcher>
+#include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QtTest>
@@ -7,6 +8,7 @@
 
 #include "MarUIControl/tree_view.h"
 #include "WidgetKit/new_location_combo_box.h"
+#include "WidgetKit/new_location_view_widget.h"
 #include "default_load_view_display.h"
 #include "item_type.h"
 #include "plan_item_role.h"
@@ -50,6 +52,12 @@ class DefaultViewTest : public TarnTest::CPlanTest {
   void FailedCallsAreNoDeletions_data();
   void FailedCallsAreNoDeletions();
   void ChoosesByKeys();
+  void TypesTellCodesApart();
+  void SearchFindsWhatIsNotLoaded();
+  void SearchSaysHowItStands();
+  void SearchAsksForTheLastTextAlone();
+  void FoundPlanThatCannotBeShownCanBeSaved();
+  void SearchOfALoadedTreeAsksNobody();
   void LeavesTheManagerWithItsOwnModels();
 
  private:
@@ -63,6 +71,12 @@ class DefaultViewTest : public TarnTest::CPlanTest {
   void Store(int type, const std::string& code);
   GetClientDefaultViewConfigResponse Stored();
   std::string Code(const QString& name) { return fixture_.Code(name).toStdString(); }
+  WidgetKit::CNewLocationViewWidget* Line() { return chooser_->GetLocationComboBox()->SearchLine(); }
+  /// Types into the open drop-down.
+  void LookFor(const QString& text);
+  QString Counter() { return Line()->findChild<QLabel*>("locate_counter")->text(); }
+  /// "state: plan, plan" as the rows above the tree show it; empty without them.
+  QString Found();
 
   std::unique_ptr<CStandardViewController> controller_;
   std::unique_ptr<CDefaultLoadViewDisplay> chooser_;
@@ -117,6 +131,24 @@ GetClientDefaultViewConfigResponse DefaultViewTest::Stored() {
   GetClientDefaultViewConfigResponse response;
   fixture_.Store().GetClientViewConfig({}, response);
   return response;
+}
+
+void DefaultViewTest::LookFor(const QString& text) {
+  chooser_->GetLocationComboBox()->ShowPopup();
+  Line()->clear();
+  QTest::keyClicks(Line(), text);
+}
+
+QString DefaultViewTest::Found() {
+  const QModelIndex top = Tree()->model()->index(0, 0);
+  if (top.data(GroupIndexCodeRole).isValid()) {
+    return QString();
+  }
+  QStringList plans;
+  for (int row = 0; row < Tree()->model()->rowCount(top); ++row) {
+    plans << Tree()->model()->index(row, 0, top).data().toString();
+  }
+  return top.data().toString() + ": " + plans.join(", ");
 }
 
 void DefaultViewTest::OffersBothFamiliesOnce_data() {
@@ -470,6 +502,142 @@ void DefaultViewTest::ChoosesByKeys() {
   QCOMPARE(Chosen(), QString("A1"));
   QVERIFY(!box->IsPopupVisible());
   QCOMPARE(changes.count(), 1);
+}
+
+void DefaultViewTest::TypesTellCodesApart() {
+  Begin();
+  QSignalSpy tips(controller_.get(), &CStandardViewController::signalShowMessage);
+  for (const int type : {kPlan, kGroup}) {
+    Choose("Public A");
+    chooser_->SelectView(type, "-3");  // none, whatever stands beside it
+    QCOMPARE(Chosen(), QString("No default view"));
+  }
+  // Another host's codes may serve a group and a plan.
+  auto& manager = CViewModelDataManager::Instance();
+  CStandardPlanModel* own = manager.GetViewManagerByTheme("default_view", OwnTheme);
+  PlanBasicInfo namesake;
+  namesake.index_code = Code("Own C");
+  namesake.name = "namesake";
+  namesake.type = 1;
+  QTRY_VERIFY(Row("Own C").isValid());
+  manager.addPlanView(own, own->FindTargetItemByIndexCode("-2", true), namesake);
+  Store(kGroup, namesake.index_code);
+  QVERIFY(chooser_->ReadDefaultView());
+  Choose("namesake");
+  QVERIFY(chooser_->IsChanged());
+  Choose("Own C");
+  QVERIFY(!chooser_->IsChanged());
+  QCOMPARE(tips.count(), 0);
+}
+
+void DefaultViewTest::SearchFindsWhatIsNotLoaded() {
+  Begin();
+  QTRY_VERIFY(Row("Own C").isValid());
+  Services().Hold("SearchPlan");
+  LookFor("plan 2");
+  QVERIFY(Services().WaitUntilHeld("SearchPlan"));
+  QCOMPARE(Found(), QString("Searching for further plans...: "));
+  QCOMPARE(Counter(), QString("\u2026"));  // not "No hit": that is not known yet
+  Services().ReleaseAll();
+  QTRY_COMPARE(Found(), QString("Further plans found: 5: A1 plan 2 (A1), Public A plan 2 (Public A), "
+                                "Public B plan 2 (Public B), C1 plan 2 (C1), Own C plan 2 (Own C)"));
+  QTRY_COMPARE(Counter(), QString("1/5"));
+  QCOMPARE(Tree()->currentIndex().data().toString(), QString("A1 plan 2 (A1)"));
+  for (int step = 0; step < 3; ++step) {
+    QTest::keyClick(Line(), Qt::Key_Down);
+  }
+  QTest::keyClick(Line(), Qt::Key_Return);
+  // Its own row is loaded and chosen, and counts once.
+  QTRY_COMPARE(Chosen(), QString("C1 plan 2"));
+  QCOMPARE(chooser_->GetLocationComboBox()->GetCurrentIndex().parent().data().toString(), QString("C1"));
+  QTRY_COMPARE(Found().left(23), QString("Further plans found: 3:"));
+  QVERIFY(chooser_->IsChanged() && chooser_->SaveChosenView());
+  QCOMPARE(Stored().index_code, Code("C1 plan 2"));
+  CViewModelDataManager::Instance().OnUpdateViewModelData();
+  QTRY_COMPARE(Chosen(), QString("C1 plan 2"));
+  QTRY_VERIFY(Found().startsWith("Further plans found:"));
+  Line()->clear();
+  QCOMPARE(Found(), QString());
+  QCOMPARE(Chosen(), QString("C1 plan 2"));
+}
+
+void DefaultViewTest::SearchSaysHowItStands() {
+  Begin();
+  QTRY_VERIFY(Row("Own C").isValid());
+  LookFor("no such plan");
+  QTRY_COMPARE(Found(), QString("No further plans found: "));
+  QTRY_COMPARE(Counter(), QString("No hit"));
+  LookFor("further");  // the words of the state are no hit
+  QTRY_COMPARE(Counter(), QString("No hit"));
+  LookFor("root plan");  // not offered in the tree either
+  QTRY_COMPARE(Found(), QString("No further plans found: "));
+  LookFor("Own C");  // what is there is found without the host's help
+  QTRY_COMPARE(Tree()->currentIndex().data().toString(), QString("Own C"));
+  QTRY_COMPARE(Found(), QString("Further plans found: 2: Own C plan 2 (Own C), Own C plan 10 (Own C)"));
+
+  Services().Fail("SearchPlan", "The line is down");
+  LookFor("a1 plan");
+  QTRY_COMPARE(Found(), QString("The search got no answer: The line is down: "));
+  QTRY_VERIFY(!Line()->IsLocating());
+  Services().Mend("SearchPlan");
+  QTest::keyClick(Line(), Qt::Key_Return);  // once more
+  QTRY_COMPARE(Found(), QString("Further plans found: 2: A1 plan 2 (A1), A1 plan 10 (A1)"));
+  LookFor("   ");
+  QCOMPARE(Found(), QString());
+}
+
+void DefaultViewTest::SearchAsksForTheLastTextAlone() {
+  Begin();
+  QTRY_VERIFY(Row("Own C").isValid());
+  Services().Hold("SearchPlan", TarnTest::CRecordingServices::AfterCall);
+  LookFor("A1 plan");
+  QVERIFY(Services().WaitUntilHeld("SearchPlan"));
+  LookFor("C1 plan");
+  QVERIFY(Services().WaitUntilHeld("SearchPlan", 2));
+  Services().ReleaseAll();
+  const QString found = "Further plans found: 2: C1 plan 2 (C1), C1 plan 10 (C1)";
+  QTRY_COMPARE(Found(), found);
+  CPlanFixture::Drain();
+  QCOMPARE(Found(), found);
+  Services().Hold("SearchPlan", TarnTest::CRecordingServices::AfterCall);
+  LookFor("A1");
+  QVERIFY(Services().WaitUntilHeld("SearchPlan"));
+  Line()->clear();
+  Services().ReleaseAll();
+  CPlanFixture::Drain();
+  QCOMPARE(Found(), QString());
+  LookFor("A1");
+  chooser_.reset();  // with a search under way
+  CPlanFixture::Drain();
+}
+
+void DefaultViewTest::FoundPlanThatCannotBeShownCanBeSaved() {
+  Begin();
+  LookFor("c1 plan 10");
+  QTRY_COMPARE(Found(), QString("Further plans found: 1: C1 plan 10 (C1)"));
+  Services().Fail("GetPlanDetail", "The line is down");
+  QSignalSpy tips(controller_.get(), &CStandardViewController::signalShowMessage);
+  QTRY_COMPARE(Counter(), QString("1/1"));
+  QTest::keyClick(Line(), Qt::Key_Return);
+  QTRY_COMPARE(tips.count(), 1);
+  QCOMPARE(tips.first().first().toString(), QString("The line is down"));
+  QCOMPARE(Chosen(), QString("C1 plan 10 (C1)"));
+  QVERIFY(chooser_->IsChanged() && chooser_->SaveChosenView());
+  QCOMPARE(Stored().index_code, Code("C1 plan 10"));
+  QCOMPARE(Stored().type, kPlan);
+  // The row that it stands in goes with the text; by then it is found.
+  Services().Mend("GetPlanDetail");
+  Line()->clear();
+  QTRY_COMPARE(Chosen(), QString("C1 plan 10"));
+  QVERIFY(!chooser_->IsChanged());
+}
+
+void DefaultViewTest::SearchOfALoadedTreeAsksNobody() {
+  Begin({{"load_all", 1}});
+  LookFor("c1 plan 10");
+  QTRY_COMPARE(Counter(), QString("1/1"));
+  QCOMPARE(Services().Count("SearchPlan"), 0);
+  QCOMPARE(Found(), QString());
 }
 
 void DefaultViewTest::LeavesTheManagerWithItsOwnModels() {
