@@ -119,7 +119,7 @@ bool CViewExternWidget::Private::mayEditHit(const QModelIndex& hit) const {
     return false;
   }
   const int family = hit.data(PlanTypeRole).toInt();
-  return family == OwnTheme || (family == PublicTheme && HasRight(kEditRight));
+  return family == OwnTheme || (family == PublicTheme && rights.edit);
 }
 
 void CViewExternWidget::Private::editHit(const QModelIndex& hit) {
@@ -134,6 +134,7 @@ void CViewExternWidget::Private::editHit(const QModelIndex& hit) {
 
 void CViewExternWidget::Private::offerForHit(tarn_ui_data_controller::CPopupMenu* menu, const QModelIndex& hit) {
   using namespace tarn_ui_data_controller;
+  rights = AskRights();
   for (const MsgType type : {PlayVideo, Edit, Delete, Share, CreationInfo}) {
     menu->SetMenuItemVisible(type, !ui.plan_view_tree->IsMenuItemHidden(type));
   }

@@ -130,7 +130,10 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
           [this](auto* menu, const QModelIndex& hit) { offerForHit(menu, hit); });
   connect(ui.search_list_view, &CSearchPlanListView::SignalMenuClicked, q,
           [this](auto type, const QString& code) { onHitCommand(type, code); });
-  connect(ui.search_list_view->selectionModel(), &QItemSelectionModel::currentChanged, q, [this] { renewHold(); });
+  connect(ui.search_list_view->selectionModel(), &QItemSelectionModel::currentChanged, q, [this] {
+    rights = AskRights();
+    renewHold();
+  });
   connect(ui.search_list_view, &CSearchPlanListView::SignalLeave, q, [this] {
     ui.view_location_line_edit->clear();
     leaveSearch();
