@@ -109,6 +109,10 @@ void CViewExternWidget::SetCurPlayItemByIndexCode(const QString& index_code) {
       }
     }
   }
+  RenewPlayingIcons(index_code);
+}
+
+void CViewExternWidget::RenewPlayingIcons(const QString& index_code) {
   d_->playing_code = index_code;
   if (d_->CurrentPage() == Private::Page::Search) {
     d_->renewSearchIcons();

@@ -44,6 +44,9 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   /// This plan plays: it is marked in the trees of the model's monitor and becomes current here. An empty code takes
   /// the mark away and leaves the current row.
   void SetCurPlayItemByIndexCode(const QString& index_code);
+  /// This plan plays, without the user having asked for it: only the icons on the search page follow. The mark in the
+  /// trees is the facade's SetPlanPlayStateByIndexCode(), and the current row stays the user's.
+  void RenewPlayingIcons(const QString& index_code);
   /// Makes the plan's row current, with its parent expanded; nothing for a plan that is not loaded.
   void SetCurPlanByIndexCode(const QString& index_code);
   CPlanViewTree* GetPlanViewTree() const;

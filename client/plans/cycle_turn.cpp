@@ -72,23 +72,23 @@ QHash<QString, int> Places(const QVector<std::string>& plans) {
   return places;
 }
 
-// Place in `plans` where the next turn begins to look: after the last plan, or at the first one that followed it.
-int FirstCandidate(const QVector<std::string>& plans, const CycleTurn& last) {
+// Place in `plans` where the next turn begins to look: beside the last plan, or at the first one that was beyond it.
+int FirstCandidate(const QVector<std::string>& plans, const CycleTurn& last, int step) {
   if (last.position < 0) {
     return 0;
   }
   const QHash<QString, int> places = Places(plans);
   const int current = places.value(StringToQString(last.plans[last.position]), -1);
   if (current >= 0) {
-    return current + 1;
+    return current + step;
   }
-  for (int i = last.position + 1; i < last.plans.size(); ++i) {
+  for (int i = last.position + step; i >= 0 && i < last.plans.size(); i += step) {
     const int place = places.value(StringToQString(last.plans[i]), -1);
     if (place >= 0) {
       return place;
     }
   }
-  return 0;
+  return step > 0 ? 0 : plans.size() - 1;
 }
 
 bool Fetch(const std::string& code, CycleTurn* turn) {
@@ -106,15 +106,16 @@ bool Fetch(const std::string& code, CycleTurn* turn) {
 
 }  // namespace
 
-CycleTurn CycleTurn::Next(const std::string& group_code, const CycleTurn& last) {
+CycleTurn CycleTurn::Next(const std::string& group_code, const CycleTurn& last, int step) {
   CycleTurn turn;
   const PlanList plans = FindPlans(group_code, &turn);
   for (const PlanBasicInfo& plan : qAsConst(plans)) {
     turn.plans.append(plan.index_code);
   }
-  const int first = FirstCandidate(turn.plans, last);
-  for (int tried = 0; tried < plans.size(); ++tried) {
-    const int place = (first + tried) % plans.size();
+  const int count = plans.size();
+  const int first = FirstCandidate(turn.plans, last, step);
+  for (int tried = 0; tried < count; ++tried) {
+    const int place = (first + step * tried + count) % count;
     if (Fetch(plans[place].index_code, &turn)) {
       turn.position = place;
       break;

@@ -20,9 +20,9 @@ struct CycleTurn {
   bool may_pass = false;  // no plan came for a reason that may pass: the service lists nothing at all at present, or
                           // lists plans and hands out none
 
-  /// The turn after `last`, which is a default one at the beginning. When the plan of the last turn is gone the one
-  /// that followed it then comes next. Thread: any but GUI, since it blocks.
-  static CycleTurn Next(const std::string& group_code, const CycleTurn& last);
+  /// The turn that is `step` (1 or -1) away from `last`, which is a default one at the beginning. When the plan of the
+  /// last turn is gone, its neighbour of then comes. Thread: any but GUI, since it blocks.
+  static CycleTurn Next(const std::string& group_code, const CycleTurn& last, int step = 1);
 };
 
 /// Name of a group of either family; empty when there is none, or the service does not answer. Asks for all groups in

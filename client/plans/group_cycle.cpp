@@ -6,14 +6,17 @@
 #include "MarUIControl/string_conversion.h"
 #include "plans/off_thread.h"
 #include "plans/plan_player.h"
+#include "wall/live_wall.h"
 
 namespace TarnClient {
 
 using MarUIControl::CNomalMessage;
 
-CGroupCycle::CGroupCycle(CPlanPlayer* player, std::unique_ptr<CPageClock> clock, QObject* parent)
-    : QObject(parent), player_(player), clock_(std::move(clock)) {
-  connect(clock_.get(), &CPageClock::SignalTurn, this, &CGroupCycle::Turn);
+CGroupCycle::CGroupCycle(CPlanPlayer* player, CLiveWall* wall, QObject* parent)
+    : QObject(parent), player_(player), wall_(wall) {
+  connect(wall_, &CLiveWall::SignalTurnOver, this, &CGroupCycle::OnTurnOver);
+  connect(wall_, &CLiveWall::SignalStepWanted, this, &CGroupCycle::OnStepWanted);
+  connect(wall_, &CLiveWall::SignalHeld, this, &CGroupCycle::OnHeld);
   connect(player_, &CPlanPlayer::SignalWanted, this, &CGroupCycle::Stop);
   connect(player_, &CPlanPlayer::SignalStopped, this, &CGroupCycle::Stop);
   connect(player_, &CPlanPlayer::SignalPlayed, this, &CGroupCycle::OnPlayed);
@@ -29,7 +32,8 @@ void CGroupCycle::Start(const QString& group_code, const QString& group_name, in
   origin_ = origin;
   if (IsRunning()) {
     FetchName();
-    Turn();
+    asked_ = Asked::ByUser;
+    Turn(1);
   }
 }
 
@@ -55,7 +59,8 @@ void CGroupCycle::Stop() {
     return;
   }
   ++generation_;
-  clock_->Stop();
+  asked_ = Asked::Nothing;
+  wall_->EndTurns();
   group_code_.clear();
   last_ = {};
   told_.clear();
@@ -70,12 +75,33 @@ void CGroupCycle::OnPlayed(const view_plugin_protocol::GetPlanDetailResponse&, P
   }
 }
 
-void CGroupCycle::Turn() {
+void CGroupCycle::OnTurnOver() {
+  if (asked_ == Asked::Nothing) {
+    asked_ = Asked::ByTime;
+    Turn(1);
+  }
+}
+
+void CGroupCycle::OnStepWanted(int step) {
+  asked_ = Asked::ByUser;
+  Turn(step);
+}
+
+// The plan on the wall shall stay, so the next one that time has asked for counts for nothing.
+void CGroupCycle::OnHeld() {
+  if (asked_ == Asked::ByTime) {
+    asked_ = Asked::Nothing;
+    ++generation_;
+  }
+}
+
+void CGroupCycle::Turn(int step) {
   const int generation = ++generation_;
   RunOffThread(
-      this, [group = group_code_, last = last_] { return CycleTurn::Next(group, last); },
+      this, [group = group_code_, last = last_, step] { return CycleTurn::Next(group, last, step); },
       [this, generation](const CycleTurn& turn) {
         if (generation == generation_) {
+          asked_ = Asked::Nothing;
           OnTurn(turn);
         }
       });
@@ -97,7 +123,7 @@ void CGroupCycle::OnTurn(const CycleTurn& turn) {
 
 // Nobody may be there to start the cycle anew. What keeps it waiting is said once, not at every turn.
 void CGroupCycle::TryAgain(const QString& error) {
-  clock_->Begin(seconds_);
+  wall_->BeginTurn(seconds_);
   const QString text = tr("The next plan of the group could not be played and is tried again: %1").arg(error);
   if (text != std::exchange(told_, text)) {
     Q_EMIT SignalMessage(text, CNomalMessage::Failure);
@@ -108,6 +134,7 @@ void CGroupCycle::TryAgain(const QString& error) {
 void CGroupCycle::Show(const CycleTurn& turn) {
   const bool on_wall =
       last_.position >= 0 && last_.plan.index_code == turn.plan.index_code && last_.plan.revision == turn.plan.revision;
+  const bool was_held = wall_->IsHeld() && wall_->IsInTurn();
   last_ = turn;
   if (!on_wall) {
     player_->PlayOfCycle(turn.plan, origin_);
@@ -115,7 +142,10 @@ void CGroupCycle::Show(const CycleTurn& turn) {
   if (!IsRunning()) {
     return;  // whoever heard of it has stopped it
   }
-  clock_->Begin(seconds_);
+  wall_->BeginTurn(seconds_);
+  if (was_held && !wall_->IsHeld()) {
+    wall_->ToggleHold();
+  }
   Q_EMIT SignalProgress(Progress());
 }
 

@@ -1,26 +1,25 @@
 #pragma once
 
 #include <QObject>
-#include <memory>
 #include <string>
 
 #include "plans/cycle_turn.h"
 #include "plans/play_origin.h"
-#include "wall/page_clock.h"
 
 namespace TarnClient {
 
+class CLiveWall;
 class CPlanPlayer;
 
-/// Plays the plans of a group one after the other and around, its own before those of its subgroups. The group is read
-/// anew at every turn. A plan that cannot be fetched is skipped with a message; when none can, or the service does not
-/// answer, what is on the wall stays for another turn. Ends when the user plays something else or stops, when the group
-/// is gone or has no plans, and when its first turn fails. Thread: GUI; the service is asked on the thread pool.
+/// Plays the plans of a group one after the other and around, its own before those of its subgroups. The wall says when
+/// a turn is over, or that the user wants another plan of the group. The group is read anew at every turn. A plan that
+/// cannot be fetched is skipped with a message; when none can, or the service does not answer, what is on the wall
+/// stays for another turn. Ends when the user plays something else or stops, when the group is gone or has no plans,
+/// and when its first turn fails. Thread: GUI; the service is asked on the thread pool.
 class CGroupCycle : public QObject {
   Q_OBJECT
  public:
-  /// `clock` says when a turn is over.
-  CGroupCycle(CPlanPlayer* player, std::unique_ptr<CPageClock> clock, QObject* parent = nullptr);
+  CGroupCycle(CPlanPlayer* player, CLiveWall* wall, QObject* parent = nullptr);
   ~CGroupCycle() override;
 
   /// Takes the place of a cycle that runs. An empty name is looked up.
@@ -36,7 +35,12 @@ class CGroupCycle : public QObject {
   void SignalMessage(const QString& text, int state);
 
  private:
-  void Turn();
+  enum class Asked { Nothing, ByTime, ByUser };  // who wants the turn that is being fetched
+
+  void OnTurnOver();
+  void OnStepWanted(int step);
+  void OnHeld();
+  void Turn(int step);
   void OnTurn(const CycleTurn& turn);
   void Show(const CycleTurn& turn);
   void TellSkipped(const QStringList& names);
@@ -47,12 +51,13 @@ class CGroupCycle : public QObject {
   QString Progress() const;
 
   CPlanPlayer* const player_;
-  const std::unique_ptr<CPageClock> clock_;
+  CLiveWall* const wall_;
   std::string group_code_;
   QString group_name_;
   int seconds_ = 0;
   PlayOrigin origin_ = PlayOrigin::GroupCycle;
   int generation_ = 0;
+  Asked asked_ = Asked::Nothing;
   CycleTurn last_;
   QString told_;  // why the last turn failed, for a run of failures
 };

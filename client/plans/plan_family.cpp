@@ -1,6 +1,5 @@
 #include "plans/plan_family.h"
 
-#include <TarnPlanView/plan_item_role.h>
 #include <TarnPlanView/standard_plan_model_export.h>
 #include <TarnPlanView/view_model_data_manager_export.h>
 
@@ -16,6 +15,7 @@ using tarn_ui_data_controller::CSignalTransferManager;
 using TarnPlanView::CStandardPlanModel;
 using TarnPlanView::CStandardViewController;
 using TarnPlanView::CViewExternWidget;
+using TarnPlanView::CViewModelDataManagerExport;
 
 namespace {
 
@@ -23,7 +23,7 @@ constexpr int kEditRight = 6;
 
 CStandardPlanModel* ModelOf(TarnPlanView::ThemeNodeType theme) {
   const std::unique_ptr<TarnPlanView::CStandardPlanModelExport> handle(
-      TarnPlanView::CViewModelDataManagerExport::Instance().GetViewManagerByTheme(QStringLiteral("0"), theme));
+      CViewModelDataManagerExport::Instance().GetViewManagerByTheme(QStringLiteral("0"), theme));
   return qobject_cast<CStandardPlanModel*>(handle->GetPlanViewModel());
 }
 
@@ -77,11 +77,9 @@ void CPlanFamily::RenewMark(const QString& code) {
   if (code.isEmpty() || !model_) {
     return;
   }
-  const QModelIndex row = model_->FindIndexByIndexCode(code, false);
-  const bool lost = row.isValid() && !row.data(TarnPlanView::PlayingRole).toBool();
-  if (lost || model_->GetPlayingIndexCode() != code) {
-    MarkPlaying(code);
-  }
+  model_->SetPlayingIndexCode(code);  // rows that are loaded later take their mark from here
+  CViewModelDataManagerExport::Instance().SetPlanPlayStateByIndexCode(model_->GetViewManagerMonitorId(), code, true);
+  panel_->RenewPlayingIcons(code);
 }
 
 // After the trees have taken the change: whoever asks for plans on this notice finds them as they are now.

@@ -35,7 +35,7 @@ class CPlanFamily : public QObject {
 
   /// Marks this plan as playing and makes it current; an empty code takes the mark away.
   void MarkPlaying(const QString& code);
-  /// Marks it again when rows that were made anew have lost the mark; leaves the current row alone otherwise.
+  /// Marks it and leaves the current row alone: for what starts by itself, and for rows that were made anew.
   void RenewMark(const QString& code);
 
  private:

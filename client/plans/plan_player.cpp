@@ -28,6 +28,11 @@ namespace {
 constexpr int kEndCheckMs = 1000;
 constexpr int kNextPlanMs = 1500;  // by then the helper has looked whether another timed plan is due
 
+// What starts by itself, as a turn of a cycle does, is none.
+bool IsUsersOwn(PlayOrigin origin) {
+  return origin == PlayOrigin::User || origin == PlayOrigin::History;
+}
+
 }  // namespace
 
 CPlanPlayer::CPlanPlayer(CLiveWall* wall, QObject* parent)
@@ -227,16 +232,14 @@ void CPlanPlayer::Show(const GetPlanDetailResponse& plan, PlayOrigin origin) {
   Q_EMIT SignalPlayed(plan, origin);
 }
 
-// The turns of a cycle are not the user's own plays.
 void CPlanPlayer::Record(const std::string& name, PlayOrigin origin) {
   if (controller_) {
-    const bool own = origin == PlayOrigin::User || origin == PlayOrigin::History;
-    controller_->AddOperationPlayPlan(StringToQString(name), !own, origin == PlayOrigin::History);
+    controller_->AddOperationPlayPlan(StringToQString(name), !IsUsersOwn(origin), origin == PlayOrigin::History);
   }
 }
 
 void CPlanPlayer::OnWallChanged() {
-  mark_->Set(wall_->PlanCode());
+  mark_->Set(wall_->PlanCode(), IsUsersOwn(shown_by_));
   if (wall_->IsPlaying()) {
     return;
   }

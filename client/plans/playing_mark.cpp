@@ -18,11 +18,11 @@ void CPlayingMark::Watch(CPlanFamily* family) {
   }
 }
 
-void CPlayingMark::Set(const QString& code) {
-  if (code == code_) {
+void CPlayingMark::Set(const QString& code, bool makes_current) {
+  code_ = code;
+  if (!code_.isEmpty() && !makes_current) {
     return Renew();
   }
-  code_ = code;
   for (CPlanFamily* family : qAsConst(families_)) {
     family->MarkPlaying(code_);
   }

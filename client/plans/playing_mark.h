@@ -9,7 +9,7 @@ namespace TarnClient {
 class CPlanFamily;
 
 /// Keeps the plan that plays marked in the trees. The mark is lost when rows are made anew, so it is set again after
-/// rows came in; several such changes in a row lead to one renewal. Thread: GUI.
+/// rows came in, without a change of the current row; several such changes in a row lead to one renewal. Thread: GUI.
 class CPlayingMark : public QObject {
   Q_OBJECT
  public:
@@ -17,8 +17,8 @@ class CPlayingMark : public QObject {
 
   /// Not owned; destroyed families drop out by themselves.
   void Watch(CPlanFamily* family);
-  /// Marks this plan and no other; an empty code takes the mark away.
-  void Set(const QString& code);
+  /// Marks this plan and no other; an empty code takes the mark away. What the user has asked for becomes current, too.
+  void Set(const QString& code, bool makes_current);
 
  private:
   void RenewLater();

@@ -401,6 +401,38 @@
         <source>save as: Ctrl+Shift+S</source>
         <translation>save as: Ctrl+Shift+S</translation>
     </message>
+    <message>
+        <source>Time left for this page</source>
+        <translation>Time left for this page</translation>
+    </message>
+    <message>
+        <source>Time left for this plan of the cycle</source>
+        <translation>Time left for this plan of the cycle</translation>
+    </message>
+    <message>
+        <source>Previous page or plan</source>
+        <translation>Previous page or plan</translation>
+    </message>
+    <message>
+        <source>Next page or plan</source>
+        <translation>Next page or plan</translation>
+    </message>
+    <message>
+        <source>Previous plan</source>
+        <translation>Previous plan</translation>
+    </message>
+    <message>
+        <source>Next plan</source>
+        <translation>Next plan</translation>
+    </message>
+    <message>
+        <source>Hold this plan</source>
+        <translation>Hold this plan</translation>
+    </message>
+    <message>
+        <source>Go on with the cycle</source>
+        <translation>Go on with the cycle</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CWallWindow</name>

@@ -401,6 +401,38 @@
         <source>save as: Ctrl+Shift+S</source>
         <translation>另存为：Ctrl+Shift+S</translation>
     </message>
+    <message>
+        <source>Time left for this page</source>
+        <translation>此页剩余时间</translation>
+    </message>
+    <message>
+        <source>Time left for this plan of the cycle</source>
+        <translation>轮巡中此预案的剩余时间</translation>
+    </message>
+    <message>
+        <source>Previous page or plan</source>
+        <translation>上一页或上一个预案</translation>
+    </message>
+    <message>
+        <source>Next page or plan</source>
+        <translation>下一页或下一个预案</translation>
+    </message>
+    <message>
+        <source>Previous plan</source>
+        <translation>上一个预案</translation>
+    </message>
+    <message>
+        <source>Next plan</source>
+        <translation>下一个预案</translation>
+    </message>
+    <message>
+        <source>Hold this plan</source>
+        <translation>停留在此预案</translation>
+    </message>
+    <message>
+        <source>Go on with the cycle</source>
+        <translation>继续轮巡</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CWallWindow</name>

@@ -52,6 +52,14 @@ QString NameWorthShowing(const PlanPage& page) {
   return name == QStringLiteral("Page %1").arg(page.page_no) ? QString() : name;
 }
 
+QVector<int> DwellTimes(const QVector<PlanPage>& pages) {
+  QVector<int> seconds;
+  for (const PlanPage& page : pages) {
+    seconds.append(page.dwell_seconds);
+  }
+  return seconds;
+}
+
 // A plan that plays stays where it is, so nothing is to be moved away.
 void Take(QDropEvent* event) {
   if (event->possibleActions() & Qt::CopyAction) {
@@ -66,10 +74,10 @@ QColor Color(const char* name) {
 
 }  // namespace
 
-CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent)
+CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent, std::unique_ptr<CPageClock> turn_clock)
     : QWidget(parent),
       factory_(std::move(factory)),
-      clock_(nullptr),
+      clock_(std::make_unique<CPageClock>(), turn_clock ? std::move(turn_clock) : std::make_unique<CPageClock>()),
       bar_(new CWallBar(this)),
       stack_(new QStackedWidget(this)),
       hint_(new QLabel(tr("Double-click a plan, or drag one here, to play it"), this)),
@@ -97,10 +105,11 @@ CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent)
   }
   ticker_.setInterval(kTickMs);
   connect(&ticker_, &QTimer::timeout, this, &CLiveWall::Tick);
-  connect(&clock_, &CPageClock::SignalTurn, this, [this] { Turn(1); });
+  connect(&clock_, &CWallClock::SignalPageOver, this, [this] { ShowPage((page_ + 1) % pages_.size()); });
+  connect(&clock_, &CWallClock::SignalTurnOver, this, &CLiveWall::SignalTurnOver);
   connect(bar_, &CWallBar::SignalPrevious, this, [this] { Turn(-1); });
   connect(bar_, &CWallBar::SignalNext, this, [this] { Turn(1); });
-  connect(bar_, &CWallBar::SignalPause, this, &CLiveWall::TogglePause);
+  connect(bar_, &CWallBar::SignalPause, this, &CLiveWall::ToggleHold);
   connect(bar_, &CWallBar::SignalStop, this, &CLiveWall::Stop);
 }
 
@@ -110,9 +119,8 @@ void CLiveWall::Play(const view_plugin_protocol::GetPlanDetailResponse& plan) {
   plan_ = plan;
   TakePages();
   playing_ = true;
-  page_ = 0;
-  clock_.Stop();
-  ShowPage();
+  clock_.BeginPlan(DwellTimes(pages_));
+  ShowPage(0);
   marlog::Write("LyraClientInfo", marlog::Info, "Playing plan %s, %d pages", plan.index_code.c_str(), pages_.size());
   Q_EMIT SignalPlanChanged();
 }
@@ -131,20 +139,15 @@ void CLiveWall::Renew(const view_plugin_protocol::GetPlanDetailResponse& plan) {
     return;
   }
   const QVector<PlanPage> before = pages_;
-  const PlanPage& was_on = before.at(page_);
+  const int page_before = page_;
   plan_ = plan;
   TakePages();
-  page_ = PageAfterChange(before, page_, pages_);
-  const PlanPage& is_on = pages_.at(page_);
-  if (!SameWindows(was_on, is_on)) {
+  page_ = PageAfterChange(before, page_before, pages_);
+  if (!SameWindows(before.at(page_before), pages_.at(page_))) {
     ShowWindows();
   }
-  ShowInBar();
-  if (!HasSeveralPages()) {
-    clock_.Stop();
-  } else if (before.size() < 2 || was_on.dwell_seconds != is_on.dwell_seconds) {
-    clock_.Begin(is_on.dwell_seconds);
-  }
+  clock_.ChangePlan(DwellTimes(pages_), page_before, page_);
+  RenewBar();
   Tick();
   Q_EMIT SignalPlanRenewed();
 }
@@ -160,26 +163,48 @@ void CLiveWall::Stop() {
   }
   pages_.clear();
   plan_ = {};
-  bar_->ShowNothing();
+  RenewBar();
   stack_->setCurrentWidget(hint_);
   RunTicker();
   Q_EMIT SignalPlanChanged();
 }
 
 void CLiveWall::Turn(int pages) {
-  if (!playing_ || !HasSeveralPages()) {
+  if (!playing_ || !HasTimes()) {
     return;
   }
   const int count = pages_.size();
-  page_ = ((page_ + pages) % count + count) % count;
-  ShowPage();
+  const int page = page_ + pages;
+  if (clock_.IsInTurn() && (page < 0 || page >= count)) {
+    Q_EMIT SignalStepWanted(page < 0 ? -1 : 1);
+    return;
+  }
+  ShowPage((page % count + count) % count);
+  clock_.GoToPage(page_);
+  RenewBar();
 }
 
-void CLiveWall::TogglePause() {
-  if (playing_ && HasSeveralPages()) {
-    clock_.SetPaused(!clock_.IsPaused());
-    bar_->ShowTime(clock_.SecondsLeft(), clock_.IsPaused());
+void CLiveWall::ToggleHold() {
+  if (!playing_ || !HasTimes()) {
+    return;
   }
+  clock_.SetHeld(!clock_.IsHeld());
+  RenewBar();
+  if (clock_.IsHeld()) {
+    Q_EMIT SignalHeld();
+  }
+}
+
+void CLiveWall::BeginTurn(int least_seconds) {
+  if (playing_) {
+    clock_.BeginTurn(least_seconds);
+    RenewBar();
+  }
+}
+
+void CLiveWall::EndTurns() {
+  clock_.EndTurns();
+  RenewBar();
 }
 
 QString CLiveWall::PlanName() const {
@@ -200,14 +225,12 @@ QVector<CLiveWall::WindowState> CLiveWall::Windows() const {
   return states;
 }
 
-void CLiveWall::ShowPage() {
+void CLiveWall::ShowPage(int number) {
+  page_ = number;
   ShowWindows();
   stack_->setCurrentWidget(grid_page_);
-  ShowInBar();
-  if (HasSeveralPages()) {
-    clock_.Begin(pages_.at(page_).dwell_seconds);
-    bar_->ShowTime(clock_.SecondsLeft(), clock_.IsPaused());
-  }
+  clock_.BeginPage(page_);
+  RenewBar();
   RunTicker();
 }
 
@@ -218,8 +241,16 @@ void CLiveWall::ShowWindows() {
   FillWindows(page, side * side);
 }
 
-void CLiveWall::ShowInBar() {
-  bar_->ShowPlan(PlanName(), NameWorthShowing(pages_.at(page_)), page_ + 1, pages_.size());
+void CLiveWall::RenewBar() {
+  if (!playing_) {
+    return bar_->ShowNothing();
+  }
+  bar_->ShowPlan(PlanName(), NameWorthShowing(pages_.at(page_)), page_ + 1, pages_.size(), clock_.IsInTurn());
+  ShowTimes();
+}
+
+void CLiveWall::ShowTimes() {
+  bar_->ShowTimes(clock_.PageSecondsLeft(), clock_.TurnSecondsLeft(), clock_.IsHeld());
 }
 
 void CLiveWall::ArrangeGrid(int side) {
@@ -265,8 +296,8 @@ void CLiveWall::Tick() {
   for (CWallWindow* window : qAsConst(windows_)) {
     window->Tick();
   }
-  if (HasSeveralPages()) {
-    bar_->ShowTime(clock_.SecondsLeft(), clock_.IsPaused());
+  if (HasTimes()) {
+    ShowTimes();
   }
 }
 
@@ -290,7 +321,7 @@ void CLiveWall::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Right:
       return Turn(1);
     case Qt::Key_Space:
-      return TogglePause();
+      return ToggleHold();
     case Qt::Key_Escape:
       // The window may have something to take back that is not on the wall yet.
       return playing_ ? Stop() : QWidget::keyPressEvent(event);

@@ -4,11 +4,12 @@
 #include <QTimer>
 #include <QVector>
 #include <QWidget>
+#include <memory>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
-#include "wall/page_clock.h"
 #include "wall/picture_source.h"
 #include "wall/plan_drop.h"
+#include "wall/wall_clock.h"
 
 class QGridLayout;
 class QLabel;
@@ -20,8 +21,9 @@ class CDropHint;
 class CWallBar;
 class CWallWindow;
 
-/// Plays one plan: the windows of its current page, pages turned by their dwell times. Keys while the wall has the
-/// focus: Left and Right turn, Space holds the page, Esc stops. Plans and groups may be dropped on it. Thread: GUI.
+/// Plays one plan: the windows of its current page, pages turned by their dwell times; in a group cycle for the time of
+/// one turn. Keys while the wall has the focus: Left and Right turn, Space holds, Esc stops. Plans and groups may be
+/// dropped on it. Thread: GUI.
 class CLiveWall : public QWidget {
   Q_OBJECT
  public:
@@ -30,7 +32,9 @@ class CLiveWall : public QWidget {
     qint64 frames = 0;
   };
 
-  explicit CLiveWall(PictureSourceFactory factory, QWidget* parent = nullptr);
+  /// `turn_clock` measures the turns of a group cycle; null: real time.
+  explicit CLiveWall(PictureSourceFactory factory, QWidget* parent = nullptr,
+                     std::unique_ptr<CPageClock> turn_clock = nullptr);
   ~CLiveWall() override;
 
   /// Plays this plan from its first page; the one before it ends.
@@ -39,9 +43,16 @@ class CLiveWall : public QWidget {
   /// another plan.
   void Renew(const view_plugin_protocol::GetPlanDetailResponse& plan);
   void Stop();
-  /// Turns by `pages`, around the ends.
+  /// Turns by `pages`, around the ends; in a cycle the plans before and after come there.
   void Turn(int pages);
-  void TogglePause();
+  /// Holds the page, in a cycle the plan, or lets it go on.
+  void ToggleHold();
+  /// The plan is one turn of a group cycle: it stays until its pages had their times, `least_seconds` at least.
+  void BeginTurn(int least_seconds);
+  /// No cycle runs any more: the plan stays.
+  void EndTurns();
+  bool IsInTurn() const { return clock_.IsInTurn(); }
+  bool IsHeld() const { return clock_.IsHeld(); }
 
   bool IsPlaying() const { return playing_; }
   /// The plan as it was fetched to be played; a blank record when nothing plays.
@@ -64,6 +75,12 @@ class CLiveWall : public QWidget {
   /// The plan plays on as it is now.
   void SignalPlanRenewed();
   void SignalDropped(const TarnClient::PlanDrop& drop);
+  /// The turn of the cycle is over: time for the next plan.
+  void SignalTurnOver();
+  /// The user wants the next plan of the cycle (1) or the one before (-1).
+  void SignalStepWanted(int step);
+  /// The user holds what is on the wall.
+  void SignalHeld();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -76,21 +93,23 @@ class CLiveWall : public QWidget {
 
  private:
   void TakePages();
-  void ShowPage();
+  void ShowPage(int number);
   void ShowWindows();
-  void ShowInBar();
+  void RenewBar();
+  void ShowTimes();
   void ArrangeGrid(int side);
   void FillWindows(const view_plugin_protocol::PlanPage& page, int count);
   void Tick();
   void RunTicker();
   bool HasSeveralPages() const { return pages_.size() > 1; }
+  bool HasTimes() const { return HasSeveralPages() || clock_.IsInTurn(); }
 
   PictureSourceFactory factory_;
   view_plugin_protocol::GetPlanDetailResponse plan_;
   QVector<view_plugin_protocol::PlanPage> pages_;
   bool playing_ = false;
   int page_ = 0;
-  CPageClock clock_;
+  CWallClock clock_;
   QTimer ticker_;
   CWallBar* bar_ = nullptr;
   QStackedWidget* stack_ = nullptr;

@@ -2,20 +2,17 @@
 
 namespace TarnClient {
 
-namespace {
-
-constexpr int kLeastSeconds = 1, kMostSeconds = 24 * 60 * 60;
-
-}  // namespace
-
 CPageClock::CPageClock(QObject* parent) : QObject(parent) {
   timer_.setSingleShot(true);
   timer_.setTimerType(Qt::PreciseTimer);
-  connect(&timer_, &QTimer::timeout, this, &CPageClock::SignalTurn);
+  connect(&timer_, &QTimer::timeout, this, [this] {
+    left_ms_ = 0;
+    Q_EMIT SignalTurn();
+  });
 }
 
 void CPageClock::Begin(int seconds) {
-  left_ms_ = qBound(kLeastSeconds, seconds, kMostSeconds) * 1000;
+  left_ms_ = Bounded(seconds) * 1000;
   if (!paused_) {
     timer_.start(left_ms_);
   }
@@ -40,8 +37,8 @@ void CPageClock::SetPaused(bool paused) {
   }
 }
 
-int CPageClock::SecondsLeft() const {
-  return ((timer_.isActive() ? timer_.remainingTime() : left_ms_) + 999) / 1000;
+int CPageClock::MsLeft() const {
+  return timer_.isActive() ? timer_.remainingTime() : left_ms_;
 }
 
 }  // namespace TarnClient

@@ -9,6 +9,10 @@ namespace TarnClient {
 class CPageClock : public QObject {
   Q_OBJECT
  public:
+  static constexpr int kLeastSeconds = 1, kMostSeconds = 24 * 60 * 60;
+  /// The time that something really stays which is to stay for `seconds`.
+  static int Bounded(qint64 seconds) { return static_cast<int>(qBound<qint64>(kLeastSeconds, seconds, kMostSeconds)); }
+
   explicit CPageClock(QObject* parent = nullptr);
 
   /// A page has come on: it stays for `seconds`, at least one and at most a day. A pause goes on.
@@ -17,8 +21,10 @@ class CPageClock : public QObject {
   /// A paused page keeps what was left of its time.
   void SetPaused(bool paused);
   bool IsPaused() const { return paused_; }
-  /// Whole seconds until the page turns, rounded up; 0 when no page is on.
-  int SecondsLeft() const;
+  /// Until the time is over; 0 when no page is on.
+  virtual int MsLeft() const;
+  /// Whole seconds, rounded up.
+  int SecondsLeft() const { return (MsLeft() + 999) / 1000; }
 
  Q_SIGNALS:
   /// The page's time is over.

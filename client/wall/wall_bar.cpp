@@ -25,7 +25,8 @@ CWallBar::CWallBar(QWidget* parent)
       title_(new QLabel(this)),
       page_(new QLabel(this)),
       time_(new QLabel(this)),
-      cycle_(new QLabel(this)) {
+      cycle_(new QLabel(this)),
+      turn_time_(new QLabel(this)) {
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(12, 4, 8, 4);
   layout->setSpacing(3);
@@ -40,16 +41,19 @@ CWallBar::CWallBar(QWidget* parent)
   }
   cycle_->setObjectName(QStringLiteral("wall_cycle"));
   time_->setObjectName(QStringLiteral("page_time"));
+  turn_time_->setObjectName(QStringLiteral("turn_time"));
   time_->setContentsMargins(8, 0, 0, 0);  // apart from the page's number
+  turn_time_->setContentsMargins(8, 0, 16, 0);
+  time_->setToolTip(tr("Time left for this page"));
+  turn_time_->setToolTip(tr("Time left for this plan of the cycle"));
   page_->setTextFormat(Qt::PlainText);
+  layout->addWidget(turn_time_);
   layout->addWidget(page_);
   layout->addWidget(time_);
   previous_ = AddButton("previous", "wall_previous_btn");
   pause_ = AddButton("pause", "wall_pause_btn");
   next_ = AddButton("next", "wall_next_btn");
   stop_ = AddButton("stop", "wall_stop_btn");
-  Label(previous_, tr("Previous page"), tr("Left"));
-  Label(next_, tr("Next page"), tr("Right"));
   Label(stop_, tr("Stop the plan"), tr("Esc"));
   save_ = AddButton("save", "wall_save_btn");
   save_menu_ = AddButton("drop_down", "wall_save_menu_btn");
@@ -79,28 +83,45 @@ void CWallBar::Label(QToolButton* button, const QString& text, const QString& ke
   button->setToolTip(QStringLiteral("%1 (%2)").arg(text, keys));
 }
 
-void CWallBar::ShowPlan(const QString& name, const QString& page_name, int page, int pages) {
+void CWallBar::ShowPlan(const QString& name, const QString& page_name, int page, int pages, bool in_turn) {
   const bool several = pages > 1;
   title_text_ = page_name.isEmpty() || !several ? name : QStringLiteral("%1 \u2013 %2").arg(name, page_name);
   ElideTexts();
   page_->setText(several ? tr("Page %1 of %2").arg(page).arg(pages) : QString());
   time_->clear();
-  SetButtonsVisible(true, several);
+  turn_time_->clear();
+  in_turn_ = in_turn;
+  LabelSteps(several, in_turn);
+  SetPartsVisible(true, several, in_turn);
 }
 
-void CWallBar::ShowTime(int seconds_left, bool paused) {
-  time_->setText(paused ? tr("held") : tr("%1 s").arg(seconds_left));
-  pause_->setIcon(QIcon(paused ? QStringLiteral(":/TarnClient/images/resume.svg")
-                               : QStringLiteral(":/TarnClient/images/pause.svg")));
-  Label(pause_, paused ? tr("Go on turning pages") : tr("Hold this page"), tr("Space"));
+void CWallBar::LabelSteps(bool several, bool in_turn) {
+  if (!in_turn) {
+    Label(previous_, tr("Previous page"), tr("Left"));
+    Label(next_, tr("Next page"), tr("Right"));
+  } else if (several) {
+    Label(previous_, tr("Previous page or plan"), tr("Left"));
+    Label(next_, tr("Next page or plan"), tr("Right"));
+  } else {
+    Label(previous_, tr("Previous plan"), tr("Left"));
+    Label(next_, tr("Next plan"), tr("Right"));
+  }
+}
+
+void CWallBar::ShowTimes(int page_seconds, int turn_seconds, bool held) {
+  time_->setText(held ? tr("held") : tr("%1 s").arg(page_seconds));
+  turn_time_->setText(held ? tr("held") : tr("%1 s").arg(turn_seconds));
+  pause_->setIcon(
+      QIcon(held ? QStringLiteral(":/TarnClient/images/resume.svg") : QStringLiteral(":/TarnClient/images/pause.svg")));
+  const QString hold = in_turn_ ? tr("Hold this plan") : tr("Hold this page");
+  const QString go_on = in_turn_ ? tr("Go on with the cycle") : tr("Go on turning pages");
+  Label(pause_, held ? go_on : hold, tr("Space"));
 }
 
 void CWallBar::ShowNothing() {
   title_text_ = tr("Live view");
   ElideTexts();
-  page_->clear();
-  time_->clear();
-  SetButtonsVisible(false, false);
+  SetPartsVisible(false, false, false);
 }
 
 void CWallBar::ShowCycle(const QString& text) {
@@ -127,12 +148,13 @@ QPoint CWallBar::SavePlace(int width) const {
   return save_menu_->mapToGlobal(QPoint(save_menu_->width() - width, save_menu_->height() + 1));
 }
 
-void CWallBar::SetButtonsVisible(bool playing, bool several) {
-  previous_->setVisible(several);
-  pause_->setVisible(several);
-  next_->setVisible(several);
+void CWallBar::SetPartsVisible(bool playing, bool several, bool in_turn) {
+  for (QToolButton* button : {previous_, pause_, next_}) {
+    button->setVisible(several || in_turn);
+  }
   time_->setVisible(several);
   page_->setVisible(several);
+  turn_time_->setVisible(in_turn);
   stop_->setVisible(playing);
 }
 

@@ -14,9 +14,10 @@ class CWallBar : public QWidget {
  public:
   explicit CWallBar(QWidget* parent = nullptr);
 
-  /// `page` counts from 1. With one page there is nothing to turn or hold.
-  void ShowPlan(const QString& name, const QString& page_name, int page, int pages);
-  void ShowTime(int seconds_left, bool paused);
+  /// `page` counts from 1. With one page there is nothing to turn or hold, unless the plan is one turn of a cycle.
+  void ShowPlan(const QString& name, const QString& page_name, int page, int pages, bool in_turn);
+  /// What is left of the page's time and of the turn's.
+  void ShowTimes(int page_seconds, int turn_seconds, bool held);
   void ShowNothing();
   /// Where a group cycle is; an empty text when none runs.
   void ShowCycle(const QString& text);
@@ -41,13 +42,16 @@ class CWallBar : public QWidget {
   void Label(QToolButton* button, const QString& text, const QString& keys);
   void Offer(QToolButton* button, const QString& text, const QString& keys, const QString& why_not);
   void ElideTexts();
-  void SetButtonsVisible(bool playing, bool several);
+  void SetPartsVisible(bool playing, bool several, bool in_turn);
+  void LabelSteps(bool several, bool in_turn);
 
   QString title_text_, cycle_text_;
   QLabel* title_ = nullptr;
   QLabel* page_ = nullptr;
   QLabel* time_ = nullptr;
   QLabel* cycle_ = nullptr;
+  QLabel* turn_time_ = nullptr;
+  bool in_turn_ = false;
   QToolButton *previous_ = nullptr, *pause_ = nullptr, *next_ = nullptr, *stop_ = nullptr;
   QToolButton *save_ = nullptr, *save_menu_ = nullptr;
 };

@@ -62,11 +62,10 @@ CMainWindow::CMainWindow(Setup setup, QWidget* parent)
     : QMainWindow(parent),
       log_in_(std::move(setup.log_in)),
       tabs_(new QTabWidget(this)),
-      wall_(new CLiveWall(&CTestPictureSource::Make, this)),
+      wall_(new CLiveWall(&CTestPictureSource::Make, this, std::move(setup.cycle_clock))),
       player_(new CPlanPlayer(wall_, this)),
       renewal_(new CPlanRenewal(wall_, this)),
-      cycle_(new CGroupCycle(player_, setup.cycle_clock ? std::move(setup.cycle_clock) : std::make_unique<CPageClock>(),
-                             this)),
+      cycle_(new CGroupCycle(player_, wall_, this)),
       saver_(new CPlanSaver(
           wall_, [this]() -> CPlanFamily& { return CurrentFamily(); }, this)),
       history_(new CPlayHistory(this)) {

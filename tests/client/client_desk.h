@@ -6,6 +6,7 @@
 #include "TarnUIDataController/message_tip_manager.h"
 #include "TarnUIDataController/nomal_message_manager.h"
 #include "TarnUIDataController/skin_loader.h"
+#include "hand_clock.h"
 #include "plan_fixture.h"
 #include "plan_item_role.h"
 #include "plan_view_tree.h"
@@ -16,22 +17,6 @@
 #include "window/main_window.h"
 
 namespace TarnTest {
-
-/// The clock of a group cycle, moved by hand.
-class CHandClock : public TarnClient::CPageClock {
- public:
-  void Begin(int seconds) override { seconds_ = seconds; }
-  void Stop() override { seconds_ = 0; }
-  /// Length of the turn that is on; 0 when none is.
-  int Seconds() const { return seconds_; }
-  void EndTurn() {
-    seconds_ = 0;
-    Q_EMIT SignalTurn();
-  }
-
- private:
-  int seconds_ = 0;
-};
 
 /// Base of tests with the client's whole window over a real store. After each test all is shut down in order, and a
 /// warning nobody expected fails.

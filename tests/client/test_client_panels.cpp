@@ -130,11 +130,16 @@ void ClientPanelsTest::MarkSurvivesUpdatesAndReloads() {
   window_->Family(0).Controller()->UpdatePlanParam(request, "Public A plan 2");
   QTRY_COMPARE(MarkedRows(), QString("Public A renamed"));
 
+  QCOMPARE(Tree()->currentIndex(), Row("Public B"));
+
   QString error;
   QSignalSpy removed(Tree()->model(), &QAbstractItemModel::rowsRemoved);
   QVERIFY(fixture_.Store().LogIn("operator", &error));
   QTRY_VERIFY(!removed.isEmpty());
   QTRY_COMPARE(MarkedRows(), QString("Public A renamed"));
+  // What the user plays once more becomes current, also when it is on the wall already.
+  window_->Player().PlayFromHistory(&window_->Family(0), Code("Public A renamed"));
+  QTRY_COMPARE(Tree()->currentIndex(), Row("Public A renamed"));
 }
 
 QStringList ClientPanelsTest::HistoryNames() const {

@@ -1,18 +1,25 @@
 #include <QLabel>
+#include <QSignalSpy>
 #include <QTextDocument>
 #include <QToolButton>
 #include <QtTest>
 #include <memory>
 
 #include "TarnUIDataController/skin_loader.h"
+#include "hand_clock.h"
 #include "wall/live_wall.h"
 #include "wall/same_pages.h"
 #include "wall/test_picture_source.h"
+#include "wall/turn_time.h"
+#include "wall/wall_clock.h"
 #include "wall/wall_window.h"
 
 using TarnClient::CLiveWall;
 using TarnClient::CTestPictureSource;
+using TarnClient::CTurnTime;
+using TarnClient::CWallClock;
 using TarnClient::IPictureSource;
+using TarnTest::CHandClock;
 using view_plugin_protocol::GetPlanDetailResponse;
 using view_plugin_protocol::PlanPage;
 using view_plugin_protocol::PlanWindow;
@@ -81,6 +88,11 @@ class LiveWallTest : public QObject {
   void FindsThePageAfterAChange_data();
   void FindsThePageAfterAChange();
   void GoesOnWithTheChangedPlan();
+  void TurnsOfACycle_data();
+  void TurnsOfACycle();
+  void NoPageBeginsJustBeforeTheNextPlan();
+  void AChangedPlanKeepsItsTurn();
+  void HoldStopsTheTurn();
   void OddPlansAreHarmless();
   void PicturesMoveAndRestWhenHidden();
   void CamerasCanBeToldApart();
@@ -239,6 +251,126 @@ void LiveWallTest::GoesOnWithTheChangedPlan() {
   wall_->Renew(renewed);
   QCOMPARE(Cameras(), QStringList({"b", "d"}));
   QCOMPARE(changed.size(), 0);
+}
+
+void LiveWallTest::TurnsOfACycle_data() {
+  QTest::addColumn<QVector<int>>("pages");
+  QTest::addColumn<int>("turn");
+  QTest::addColumn<int>("page");  // where the user goes
+  QTest::addColumn<int>("before");
+  QTest::addColumn<int>("after");
+  using Pages = QVector<int>;
+  QTest::newRow("one short page") << Pages{10} << 20 << 0 << 7 << 10;
+  QTest::newRow("tour beyond the turn, on") << Pages{15, 15, 5} << 35 << 2 << 30 << 5;
+  QTest::newRow("tour beyond the turn, back") << Pages{15, 15, 5} << 35 << 0 << 6 << 35;
+  QTest::newRow("tour as long as the turn") << Pages{10, 10} << 20 << 1 << 19 << 10;
+  QTest::newRow("short tour goes around, on") << Pages{5, 5} << 20 << 1 << 18 << 18;
+  QTest::newRow("short tour goes around, back") << Pages{5, 5} << 20 << 0 << 3 << 10;
+  QTest::newRow("times out of bounds") << Pages{-5, 0, 25} << 27 << 1 << 27 << 26;
+  QTest::newRow("days of pages") << Pages{2147483647, 2147483647} << 86400 << 1 << 86400 << 86400;
+}
+
+void LiveWallTest::TurnsOfACycle() {
+  QFETCH(QVector<int>, pages);
+  QFETCH(int, page);
+  QFETCH(int, before);
+  const CTurnTime time(20, pages);
+  QTEST(time.Seconds(), "turn");
+  QTEST(time.SecondsLeftFrom(page, before), "after");
+}
+
+// Otherwise a tour's first page would flash up while its next plan is being fetched.
+void LiveWallTest::NoPageBeginsJustBeforeTheNextPlan() {
+  auto* page = new CHandClock;
+  auto* turn = new CHandClock;
+  CWallClock clock{std::unique_ptr<CHandClock>(page), std::unique_ptr<CHandClock>(turn)};
+  QSignalSpy pages(&clock, &CWallClock::SignalPageOver), turns(&clock, &CWallClock::SignalTurnOver);
+  clock.BeginPlan({15, 15});
+  clock.BeginPage(0);
+  clock.BeginTurn(20);
+  QCOMPARE(turn->Seconds(), 30);
+  turn->SetMsLeft(15004);
+  page->EndTurn();
+  QCOMPARE(pages.size(), 1);
+  clock.BeginPage(1);
+  turn->SetMsLeft(4);
+  page->EndTurn();
+  QVERIFY(pages.size() == 1 && page->Seconds() == 1);
+  turn->EndTurn();
+  QCOMPARE(turns.size(), 1);
+  page->EndTurn();  // the next plan is long in coming
+  QCOMPARE(pages.size(), 2);
+
+  // The other way round: the turn is over a moment before the page.
+  clock.BeginPage(1);
+  clock.BeginTurn(20);
+  page->SetMsLeft(4);
+  turn->EndTurn();
+  QVERIFY(pages.size() == 2 && page->Seconds() == 1);
+}
+
+// Whoever saves the plan that is on does not take its turn away.
+void LiveWallTest::AChangedPlanKeepsItsTurn() {
+  auto* page = new CHandClock;
+  auto* turn = new CHandClock;
+  CWallClock clock{std::unique_ptr<CHandClock>(page), std::unique_ptr<CHandClock>(turn)};
+  clock.BeginPlan({15, 15});
+  clock.BeginPage(0);
+  clock.BeginTurn(20);
+  page->SetMsLeft(10000);
+  turn->SetMsLeft(25000);
+  clock.SetHeld(true);
+  clock.ChangePlan({15, 15}, 0, 0);
+  QVERIFY(page->Seconds() == 10 && turn->Seconds() == 25);
+  clock.ChangePlan({15, 15, 20}, 0, 0);  // a page more
+  QVERIFY(page->Seconds() == 10 && turn->Seconds() == 45);
+  clock.ChangePlan({30, 15, 20}, 0, 0);  // it begins anew
+  QVERIFY(page->Seconds() == 30 && turn->Seconds() == 65);
+  clock.ChangePlan({5}, 0, 0);
+  QVERIFY(clock.IsHeld() && turn->IsPaused() && page->Seconds() == 0 && turn->Seconds() == 20);
+  clock.EndTurns();
+  clock.ChangePlan({5, 5}, 0, 1);
+  QVERIFY(!clock.IsInTurn() && page->Seconds() == 5 && turn->Seconds() == 0);
+}
+
+void LiveWallTest::HoldStopsTheTurn() {
+  auto* turn = new CHandClock;
+  CLiveWall wall(&CTestPictureSource::Make, nullptr, std::unique_ptr<CHandClock>(turn));
+  wall.show();
+  const auto text = [&wall](const char* name) { return wall.findChild<QLabel*>(name)->text(); };
+  const auto shown = [&wall](const char* name) { return wall.findChild<QWidget*>(name)->isVisible(); };
+  wall.Play(Plan("one page", {Page(1, 1, 5, {"a"})}));
+  QVERIFY(!shown("wall_pause_btn") && !shown("turn_time"));
+  QTest::keyClick(&wall, Qt::Key_Space);
+  QVERIFY(!wall.IsHeld());
+  wall.BeginTurn(20);
+  QVERIFY(shown("wall_pause_btn") && shown("wall_next_btn") && shown("turn_time") && !shown("page_time"));
+  QCOMPARE(text("turn_time"), QString("20 s"));
+  QTest::keyClick(&wall, Qt::Key_Space);
+  QVERIFY(turn->IsPaused());
+  QCOMPARE(text("turn_time"), QString("held"));
+  QTest::mouseClick(wall.findChild<QToolButton*>("wall_pause_btn"), Qt::LeftButton);
+  QVERIFY(!turn->IsPaused());
+
+  QSignalSpy steps(&wall, &CLiveWall::SignalStepWanted);
+  QTest::keyClick(&wall, Qt::Key_Right);
+  QTest::keyClick(&wall, Qt::Key_Left);
+  QCOMPARE(steps, (QList<QVariantList>{{1}, {-1}}));
+
+  wall.Play(Plan("tour", {Page(1, 1, 15, {"a"}), Page(2, 1, 10, {"b"})}));
+  QVERIFY(!turn->IsPaused() && turn->Seconds() == 0);
+  wall.BeginTurn(20);
+  QCOMPARE(text("turn_time"), QString("25 s"));
+  QTest::keyClick(&wall, Qt::Key_Right);
+  QVERIFY(wall.PageNumber() == 2 && text("turn_time") == "10 s" && text("page_time") == "10 s");
+  QTest::keyClick(&wall, Qt::Key_Right);
+  QVERIFY(wall.PageNumber() == 2 && steps.size() == 3);
+  QTest::keyClick(&wall, Qt::Key_Space);
+  QVERIFY(text("turn_time") == "held" && text("page_time") == "held");
+  wall.EndTurns();
+  QVERIFY(wall.IsHeld() && !shown("turn_time") && shown("page_time"));
+  QTest::keyClick(&wall, Qt::Key_Right);  // around again
+  QCOMPARE(wall.PageNumber(), 1);
 }
 
 void LiveWallTest::OddPlansAreHarmless() {
