@@ -40,6 +40,11 @@ void CPlayHistory::Rename(const QString& code, const QString& name) {
   }
 }
 
+QString CPlayHistory::NameOf(const QString& code) const {
+  const int row = RowOf(code);
+  return row >= 0 ? plans_[row].name : QString();
+}
+
 void CPlayHistory::Clear() {
   beginResetModel();
   plans_.clear();

@@ -29,6 +29,8 @@ class CPlayHistory : public QAbstractListModel {
   void Rename(const QString& code, const QString& name);
   void Clear();
   const PlayedPlan& At(int row) const { return plans_.at(row); }
+  /// Empty for a plan that is not there.
+  QString NameOf(const QString& code) const;
 
   int rowCount(const QModelIndex& parent = QModelIndex()) const override;
   QVariant data(const QModelIndex& index, int role) const override;

@@ -32,7 +32,7 @@ void CGroupCycle::Start(const QString& group_code, const QString& group_name, in
   origin_ = origin;
   if (IsRunning()) {
     FetchName();
-    asked_ = Asked::ByUser;
+    SetAsked(Asked::ByUser);
     Turn(1);
   }
 }
@@ -59,7 +59,7 @@ void CGroupCycle::Stop() {
     return;
   }
   ++generation_;
-  asked_ = Asked::Nothing;
+  SetAsked(Asked::Nothing);
   wall_->EndTurns();
   group_code_.clear();
   last_ = {};
@@ -75,22 +75,27 @@ void CGroupCycle::OnPlayed(const view_plugin_protocol::GetPlanDetailResponse&, P
   }
 }
 
+void CGroupCycle::SetAsked(Asked asked) {
+  asked_ = asked;
+  Q_EMIT SignalFetchingChanged();
+}
+
 void CGroupCycle::OnTurnOver() {
   if (asked_ == Asked::Nothing) {
-    asked_ = Asked::ByTime;
+    SetAsked(Asked::ByTime);
     Turn(1);
   }
 }
 
 void CGroupCycle::OnStepWanted(int step) {
-  asked_ = Asked::ByUser;
+  SetAsked(Asked::ByUser);
   Turn(step);
 }
 
 // The plan on the wall shall stay, so the next one that time has asked for counts for nothing.
 void CGroupCycle::OnHeld() {
   if (asked_ == Asked::ByTime) {
-    asked_ = Asked::Nothing;
+    SetAsked(Asked::Nothing);
     ++generation_;
   }
 }
@@ -101,7 +106,7 @@ void CGroupCycle::Turn(int step) {
       this, [group = group_code_, last = last_, step] { return CycleTurn::Next(group, last, step); },
       [this, generation](const CycleTurn& turn) {
         if (generation == generation_) {
-          asked_ = Asked::Nothing;
+          SetAsked(Asked::Nothing);
           OnTurn(turn);
         }
       });

@@ -28,15 +28,19 @@ class CGroupCycle : public QObject {
              PlayOrigin origin = PlayOrigin::GroupCycle);
   void Stop();
   bool IsRunning() const { return !group_code_.empty(); }
+  /// Whether a plan of the group is on its way.
+  bool IsFetching() const { return asked_ != Asked::Nothing; }
 
  Q_SIGNALS:
   /// Where the cycle is: "Group Gates, plan 2 of 5"; empty when none runs.
   void SignalProgress(const QString& text);
+  void SignalFetchingChanged();
   void SignalMessage(const QString& text, int state);
 
  private:
   enum class Asked { Nothing, ByTime, ByUser };  // who wants the turn that is being fetched
 
+  void SetAsked(Asked asked);
   void OnTurnOver();
   void OnStepWanted(int step);
   void OnHeld();

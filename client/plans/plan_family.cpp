@@ -60,6 +60,10 @@ QString CPlanFamily::GroupName(const QString& code) const {
   return model_ ? model_->FindIndexByIndexCode(code, true).data().toString() : QString();
 }
 
+QString CPlanFamily::PlanName(const QString& code) const {
+  return model_ ? model_->FindIndexByIndexCode(code, false).data().toString() : QString();
+}
+
 QStringList CPlanFamily::GroupsOf(const QString& plan_code) const {
   QStringList names;
   const QModelIndex plan = model_ ? model_->FindIndexByIndexCode(plan_code, false) : QModelIndex();

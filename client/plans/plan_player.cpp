@@ -85,14 +85,21 @@ void CPlanPlayer::OnFetched(const std::string& code) {
   }
   on_way_.erase(fetches);
   if (code == wanted_) {
-    wanted_.clear();
+    SetWanted({});
   }
 }
 
 void CPlanPlayer::Want(const std::string& code, PlayOrigin origin) {
-  wanted_ = code;
   wanted_by_ = origin;
+  SetWanted(code);
   Q_EMIT SignalWanted();
+}
+
+void CPlanPlayer::SetWanted(const std::string& code) {
+  if (code != wanted_) {
+    wanted_ = code;
+    Q_EMIT SignalWantedChanged();
+  }
 }
 
 void CPlanPlayer::Play(const std::string& code, PlayOrigin origin) {
@@ -200,7 +207,7 @@ void CPlanPlayer::OnNoNextPlan() {
 }
 
 void CPlanPlayer::Stop() {
-  wanted_.clear();
+  SetWanted({});
   inquiry_->Drop();
   next_plan_.stop();
   if (wall_->IsPlaying()) {
@@ -225,7 +232,7 @@ void CPlanPlayer::Show(const GetPlanDetailResponse& plan, PlayOrigin origin) {
     inquiry_->Drop();
   }
   if (origin != PlayOrigin::Automatic || wanted_by_ == PlayOrigin::DefaultView) {
-    wanted_.clear();  // the user's wish that is still on its way takes the place of an automatic plan
+    SetWanted({});  // the user's wish that is still on its way takes the place of an automatic plan
   }
   wall_->Play(plan);
   Record(plan.name, origin);
@@ -248,7 +255,7 @@ void CPlanPlayer::OnWallChanged() {
   }
   shown_by_ = PlayOrigin::User;
   if (!ends_by_time_) {
-    wanted_.clear();
+    SetWanted({});
     inquiry_->Drop();
     next_plan_.stop();
     Q_EMIT SignalStopped();

@@ -42,7 +42,9 @@ class CPlanPlayer : public QObject {
   /// Whether an automatic plan is on the wall.
   bool ShowsAutomatic() const;
   /// A plan that was asked for and has not come yet is not wanted any more; what is on the wall stays.
-  void TakeBackWish() { wanted_.clear(); }
+  void TakeBackWish() { SetWanted({}); }
+  /// The plan that was asked for and is on its way; empty for none.
+  const std::string& Wanted() const { return wanted_; }
   /// Also takes back a wish whose plan has not come yet.
   void Stop();
   /// Another user has logged in: stops, and no timed plan of the last user's own starts any more.
@@ -54,6 +56,8 @@ class CPlanPlayer : public QObject {
  Q_SIGNALS:
   /// The user has asked for a plan; it may still be on its way.
   void SignalWanted();
+  /// Another plan is on its way, or none.
+  void SignalWantedChanged();
   /// The plan is on the wall.
   void SignalPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, TarnClient::PlayOrigin origin);
   /// Everything was stopped. Not at the end of an automatic plan: what the user wants meanwhile goes on.
@@ -65,6 +69,7 @@ class CPlanPlayer : public QObject {
   void OnWanted(const QVariant& plan);
   void OnFetched(const std::string& code);
   void Want(const std::string& code, PlayOrigin origin);
+  void SetWanted(const std::string& code);
   void OnDetail(const view_plugin_protocol::GetPlanDetailResponse& plan);
   void OnAutomaticStart(const view_plugin_protocol::GetPlanDetailResponse& plan);
   void OnAutomaticStop();

@@ -261,6 +261,18 @@
         <source>Playing the plans of a group in turn is switched off.</source>
         <translation>Playing the plans of a group in turn is switched off.</translation>
     </message>
+    <message>
+        <source>The plan is being fetched...</source>
+        <translation>The plan is being fetched...</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is being fetched...</source>
+        <translation>&quot;%1&quot; is being fetched...</translation>
+    </message>
+    <message>
+        <source>The next plan of the group is being fetched...</source>
+        <translation>The next plan of the group is being fetched...</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CPlanSaver</name>

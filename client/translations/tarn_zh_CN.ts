@@ -261,6 +261,18 @@
         <source>Playing the plans of a group in turn is switched off.</source>
         <translation>组内预案轮巡功能已关闭。</translation>
     </message>
+    <message>
+        <source>The plan is being fetched...</source>
+        <translation>正在获取预案...</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is being fetched...</source>
+        <translation>正在获取“%1”...</translation>
+    </message>
+    <message>
+        <source>The next plan of the group is being fetched...</source>
+        <translation>正在获取组内下一个预案...</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CPlanSaver</name>

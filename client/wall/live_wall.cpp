@@ -16,6 +16,7 @@
 #include "TarnUIDataController/skin_loader.h"
 #include "marlog/marlog.h"
 #include "wall/drop_hint.h"
+#include "wall/fetch_sign.h"
 #include "wall/same_pages.h"
 #include "wall/wall_bar.h"
 #include "wall/wall_window.h"
@@ -82,6 +83,7 @@ CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent, std::unique_
       stack_(new QStackedWidget(this)),
       hint_(new QLabel(tr("Double-click a plan, or drag one here, to play it"), this)),
       drop_hint_(new CDropHint(this)),
+      fetch_sign_(new CFetchSign(this)),
       grid_page_(new QWidget(this)),
       grid_(new QGridLayout(grid_page_)) {
   setObjectName(QStringLiteral("live_wall"));
@@ -200,6 +202,10 @@ void CLiveWall::BeginTurn(int least_seconds) {
     clock_.BeginTurn(least_seconds);
     RenewBar();
   }
+}
+
+void CLiveWall::Await(const QString& text) {
+  fetch_sign_->Await(text);
 }
 
 void CLiveWall::EndTurns() {
@@ -387,6 +393,11 @@ void CLiveWall::paintEvent(QPaintEvent*) {
 void CLiveWall::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   RunTicker();
+}
+
+void CLiveWall::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  fetch_sign_->Place(rect().adjusted(0, bar_->height(), 0, 0));
 }
 
 void CLiveWall::hideEvent(QHideEvent* event) {

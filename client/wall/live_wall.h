@@ -18,6 +18,7 @@ class QStackedWidget;
 namespace TarnClient {
 
 class CDropHint;
+class CFetchSign;
 class CWallBar;
 class CWallWindow;
 
@@ -51,6 +52,9 @@ class CLiveWall : public QWidget {
   void BeginTurn(int least_seconds);
   /// No cycle runs any more: the plan stays.
   void EndTurns();
+  /// Says what is on its way to the wall, once that takes a second; an empty text when nothing is.
+  void Await(const QString& text);
+
   bool IsInTurn() const { return clock_.IsInTurn(); }
   bool IsHeld() const { return clock_.IsHeld(); }
 
@@ -87,6 +91,7 @@ class CLiveWall : public QWidget {
   void paintEvent(QPaintEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void hideEvent(QHideEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
@@ -115,6 +120,7 @@ class CLiveWall : public QWidget {
   QStackedWidget* stack_ = nullptr;
   QLabel* hint_ = nullptr;
   CDropHint* drop_hint_ = nullptr;
+  CFetchSign* fetch_sign_ = nullptr;
   QString station_id_;
   QWidget* grid_page_ = nullptr;
   QGridLayout* grid_ = nullptr;

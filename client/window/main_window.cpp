@@ -91,7 +91,7 @@ CMainWindow::~CMainWindow() {
   for (const auto& family : families_) {
     family->Panel()->StopWorking();
   }
-  families_.clear();
+  std::exchange(families_, {}).clear();  // what hears of their end finds none of them any more
 }
 
 QWidget* CMainWindow::BuildSide() {
@@ -169,6 +169,8 @@ void CMainWindow::ConnectMessages() {
   connect(cycle_, &CGroupCycle::SignalMessage, this, &CMainWindow::ShowTip);
   connect(saver_, &CPlanSaver::SignalMessage, this, &CMainWindow::ShowTip);
   connect(wall_, &CLiveWall::SignalDropped, this, &CMainWindow::OnDropped);
+  connect(player_, &CPlanPlayer::SignalWantedChanged, this, &CMainWindow::RenewAwaited);
+  connect(cycle_, &CGroupCycle::SignalFetchingChanged, this, &CMainWindow::RenewAwaited);
 }
 
 void CMainWindow::AddShortcuts() {
@@ -262,6 +264,29 @@ void CMainWindow::StartCycleBy(const QString& group_code, int seconds, PlayOrigi
     name = name.isEmpty() ? family->GroupName(group_code) : name;
   }
   cycle_->Start(group_code, name, seconds, origin);
+}
+
+void CMainWindow::RenewAwaited() {
+  wall_->Await(AwaitedText());
+}
+
+QString CMainWindow::AwaitedText() const {
+  if (!player_->Wanted().empty()) {
+    const QString name = NameOfPlan(StringToQString(player_->Wanted()));
+    return name.isEmpty() ? tr("The plan is being fetched...") : tr("\"%1\" is being fetched...").arg(name);
+  }
+  return cycle_->IsFetching() ? tr("The next plan of the group is being fetched...") : QString();
+}
+
+// As the trees have it; a plan whose group is not loaded may have been played before.
+QString CMainWindow::NameOfPlan(const QString& code) const {
+  for (const auto& family : families_) {
+    const QString name = family->PlanName(code);
+    if (!name.isEmpty()) {
+      return name;
+    }
+  }
+  return history_->NameOf(code);
 }
 
 void CMainWindow::OnDropped(const PlanDrop& drop) {

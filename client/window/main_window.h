@@ -104,6 +104,9 @@ class CMainWindow : public QMainWindow {
   void OnPlanUpdated(const view_plugin_protocol::UpdatePlanRequest& plan);
   void OnHistoryTaken(int row);
   CPlanFamily* FamilyOf(int theme);
+  void RenewAwaited();
+  QString AwaitedText() const;
+  QString NameOfPlan(const QString& code) const;
   void ShowTip(const QString& text, int state);
 
   const std::function<bool(const QString&, QString*)> log_in_;

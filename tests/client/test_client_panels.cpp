@@ -1,3 +1,5 @@
+#include <QElapsedTimer>
+#include <QLabel>
 #include <QListView>
 #include <QMenu>
 #include <QToolButton>
@@ -16,6 +18,8 @@ class ClientPanelsTest : public TarnTest::CClientDesk {
  private Q_SLOTS:
   void PlaysByDoubleClickAndReturnAndStopsByEscape();
   void LastWishWinsAndCanBeTakenBack();
+  void SaysWhatIsLongOnItsWay_data();
+  void SaysWhatIsLongOnItsWay();
   void AutomaticPlanYieldsToTheUser();
   void MarkSurvivesUpdatesAndReloads();
   void HistoryKeepsTheLastPlansOnce();
@@ -70,6 +74,49 @@ void ClientPanelsTest::LastWishWinsAndCanBeTakenBack() {
   fixture_.Services().ReleaseAll();
   CPlanFixture::Drain();
   QVERIFY(!Wall().IsPlaying());
+}
+
+void ClientPanelsTest::SaysWhatIsLongOnItsWay_data() {
+  QTest::addColumn<QString>("end");
+  QTest::addColumn<QString>("plays");
+  QTest::newRow("arrives") << "arrives"
+                           << "Public B plan 2";
+  QTest::newRow("fails") << "fails"
+                         << "Public A plan 10";
+  QTest::newRow("is taken back") << "Esc" << QString();
+}
+
+void ClientPanelsTest::SaysWhatIsLongOnItsWay() {
+  QFETCH(QString, end);
+  Open();
+  auto* sign = window_->findChild<QLabel*>("wall_fetch_sign");
+  Play("Public A plan 10");
+  fixture_.Services().Hold("GetPlanDetail");
+  if (end == "fails") {
+    fixture_.Services().Fail("GetPlanDetail", "The line is down");
+  }
+  QElapsedTimer clock;
+  clock.start();
+  Tree()->setCurrentIndex(Row("Public A plan 2"));
+  QTest::keyClick(Tree(), Qt::Key_Return);
+  QVERIFY(!sign->isVisible());
+  QTRY_VERIFY(sign->isVisible());
+  QVERIFY(clock.elapsed() >= 900);
+  QVERIFY2(sign->accessibleName().contains("Public A plan 2"), qPrintable(sign->accessibleName()));
+  QVERIFY(Wall().rect().contains(sign->geometry()));
+  QCOMPARE(Wall().PlanName(), QString("Public A plan 10"));
+  // Of two, the one that is wanted.
+  window_->Player().Play(Code("Public B plan 2"));
+  QVERIFY(!sign->isVisible());
+  QTRY_VERIFY(sign->isVisible() && sign->accessibleName().contains("Public B plan 2"));
+  if (end == "Esc") {
+    QTest::keyClick(window_.get(), Qt::Key_Escape);
+    QVERIFY(!sign->isVisible());
+  }
+  fixture_.Services().ReleaseAll();
+  QTRY_VERIFY(!sign->isVisible());
+  CPlanFixture::Drain();
+  QTEST(Wall().PlanName(), "plays");
 }
 
 void ClientPanelsTest::AutomaticPlanYieldsToTheUser() {

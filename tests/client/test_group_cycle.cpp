@@ -115,7 +115,10 @@ void GroupCycleTest::HoldKeepsThePlanThatIsOn() {
   fixture_.Services().Hold("GetPlanDetail");
   clock_->EndTurn();
   QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
-  QTest::keyClick(&Wall(), Qt::Key_Space);  // the next one is on its way
+  auto* sign = window_->findChild<QLabel*>("wall_fetch_sign");
+  QTRY_VERIFY(sign->isVisible() && sign->accessibleName().contains("next plan"));
+  QTest::keyClick(&Wall(), Qt::Key_Space);
+  QVERIFY(!sign->isVisible());
   fixture_.Services().ReleaseAll();
   CPlanFixture::Drain();
   QCOMPARE(Wall().PlanName(), QString("Public B plan 2"));
