@@ -88,19 +88,22 @@ CClientSession::~CClientSession() {
 }
 
 bool CClientSession::Start(QString* error) {
-  OpenLog();
-  if (!OpenStore(error)) {
+  const QString log_trouble = OpenLog();
+  if (!log_trouble.isEmpty()) {
+    TarnHost::LogSink::Close();  // its lines would go to stderr, where a refusal stands alone
+  }
+  if (!OpenStore(error) || !LogIn(error)) {
+    *error += log_trouble.isEmpty() ? QString() : QStringLiteral("; ") + log_trouble;
     return false;
   }
-  const QString user = options_.user.isEmpty() ? store_->DefaultUser() : options_.user;
-  TarnHost::InstallHostServices(store_);
-  if (!store_->LogIn(user, error)) {
-    return false;
+  if (!log_trouble.isEmpty()) {
+    Complain(log_trouble);
+    OpenLog();
   }
   tarn_ui_data_controller::CSkinLoader::Instance().LoadSkin(options_.skin);
   LoadLanguage();
   loader_.Prepare();
-  ShowWindow(user);
+  ShowWindow();
   loader_.Load();
   if (options_.quit_after_seconds) {
     QTimer::singleShot(static_cast<int>(*options_.quit_after_seconds * 1000), this, &CClientSession::OnTimeIsUp);
@@ -108,12 +111,13 @@ bool CClientSession::Start(QString* error) {
   return true;
 }
 
-void CClientSession::OpenLog() {
+QString CClientSession::OpenLog() {
   const QString path = options_.log_file.isEmpty() ? DataFile("client.log") : options_.log_file;
   if (!TarnHost::LogSink::OpenFile(path)) {
-    Complain(QStringLiteral("cannot write the log file %1").arg(path));
+    return QStringLiteral("cannot write the log file %1").arg(path);
   }
   marlog::Write("LyraClientInfo", marlog::Info, "The client starts");
+  return QString();
 }
 
 bool CClientSession::OpenStore(QString* error) {
@@ -127,6 +131,12 @@ bool CClientSession::OpenStore(QString* error) {
   return store_ != nullptr;
 }
 
+bool CClientSession::LogIn(QString* error) {
+  user_ = options_.user.isEmpty() ? store_->DefaultUser() : options_.user;
+  TarnHost::InstallHostServices(store_);
+  return store_->LogIn(user_, error);
+}
+
 void CClientSession::LoadLanguage() {
   QLocale::setDefault(QLocale(options_.language));
   const QString file = QStringLiteral(":/TarnClient/translations/tarn_%1.qm").arg(options_.language);
@@ -137,9 +147,9 @@ void CClientSession::LoadLanguage() {
   }
 }
 
-void CClientSession::ShowWindow(const QString& user) {
+void CClientSession::ShowWindow() {
   CMainWindow::Setup setup;
-  setup.user = user;
+  setup.user = user_;
   setup.store_url = store_url_;
   setup.station_id = MarUIControl::StringToQString(store_->StationId());
   setup.log_in = [this](const QString& name, QString* error) { return store_->LogIn(name, error); };

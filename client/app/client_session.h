@@ -29,9 +29,11 @@ class CClientSession : public QObject {
 
  private:
   bool OpenStore(QString* error);
-  void OpenLog();
+  bool LogIn(QString* error);
+  /// What is wrong with the log, as one line.
+  QString OpenLog();
   void LoadLanguage();
-  void ShowWindow(const QString& user);
+  void ShowWindow();
   void OnPlansReady();
   void OnUserSwitched();
   void BeginAtTheDesk();
@@ -40,7 +42,7 @@ class CClientSession : public QObject {
   bool SaveScreenshot();
 
   const ClientOptions options_;
-  QString store_url_;
+  QString store_url_, user_;
   QTranslator translator_;
   std::shared_ptr<TarnHost::CPlanStore> store_;
   CPlanDataLoader loader_;

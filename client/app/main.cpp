@@ -3,6 +3,7 @@
 
 #include "app/client_options.h"
 #include "app/client_session.h"
+#include "app/display_check.h"
 #include "app/qt_messages.h"
 #include "app/quit_on_signal.h"
 
@@ -43,8 +44,14 @@ int main(int argc, char** argv) {
   }
   TarnClient::InstallQtMessageHandler();
   TarnClient::EnsureRuntimeFolder();
+  error = TarnClient::WhyNoDisplay();
+  if (!error.isEmpty()) {
+    return Refuse(error);
+  }
   QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
   QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+  // A factor of 1.5 is not rounded up to 2, which takes the window beyond the screen.
+  QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   QApplication application(argc, argv);
   QCoreApplication::setApplicationName(QStringLiteral("tarn-client"));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("TarnPlanView"));

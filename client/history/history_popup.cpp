@@ -56,7 +56,8 @@ void CHistoryPopup::ShowBelow(QWidget* anchor) {
   ensurePolished();
   list_->ensurePolished();
   const int list_height = qMin(rows, kMostRows) * list_->sizeHintForRow(0) + 2 * list_->frameWidth();
-  resize(kWidth, 2 + (rows > 0 ? list_height : empty_->sizeHint().height()));
+  list_->setFixedHeight(list_height);
+  resize(kWidth, minimumSizeHint().height());
   move(PlaceBelow(anchor, size()));
   list_->setCurrentIndex(history_->index(0));
   list_->scrollToTop();

@@ -41,6 +41,7 @@ CWallBar::CWallBar(QWidget* parent)
   }
   cycle_->setObjectName(QStringLiteral("wall_cycle"));
   time_->setObjectName(QStringLiteral("page_time"));
+  cycle_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);  // beside its time
   turn_time_->setObjectName(QStringLiteral("turn_time"));
   time_->setContentsMargins(8, 0, 0, 0);  // apart from the page's number
   turn_time_->setContentsMargins(8, 0, 16, 0);

@@ -6,6 +6,7 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
@@ -32,6 +33,7 @@
 #include "wall/test_picture_source.h"
 #include "wall/wall_bar.h"
 #include "window/user_menu.h"
+#include "window/window_size.h"
 
 namespace TarnClient {
 
@@ -83,7 +85,7 @@ CMainWindow::CMainWindow(Setup setup, QWidget* parent)
   AddFamilies();
   ConnectMessages();
   AddShortcuts();
-  resize(1280, 800);
+  resize(WindowSizeFor(screen()->availableSize()));
   CurrentFamily().Panel()->GetPlanViewTree()->setFocus();
 }
 

@@ -14,11 +14,17 @@ constexpr int kEndMs = 90000;
 
 }  // namespace
 
-CClientRun::CClientRun(const QString& home, const QStringList& arguments)
+CClientRun::CClientRun(const QString& home, const QStringList& arguments, const QMap<QString, QString>& changes)
     : log_file_(QDir(home).filePath(QUuid::createUuid().toString(QUuid::Id128) + ".log")) {
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   environment.insert("QT_QPA_PLATFORM", "offscreen");
   environment.insert("XDG_DATA_HOME", home);
+  for (auto change = changes.begin(); change != changes.end(); ++change) {
+    environment.remove(change.key());
+    if (!change.value().isEmpty()) {
+      environment.insert(change.key(), change.value());
+    }
+  }
   process_.setProcessEnvironment(environment);
   process_.start(QStringLiteral(TARN_CLIENT_PROGRAM), arguments + QStringList{"--log", log_file_});
 }

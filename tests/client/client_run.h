@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QJsonObject>
+#include <QMap>
 #include <QProcess>
 #include <QStringList>
 
@@ -9,8 +10,8 @@ namespace TarnTest {
 /// One run of the built client in a home of its own, without a display.
 class CClientRun {
  public:
-  /// Starts the program; `home` holds its data and log.
-  CClientRun(const QString& home, const QStringList& arguments);
+  /// Starts the program; `home` holds its data and log. An empty value takes a variable out of its environment.
+  CClientRun(const QString& home, const QStringList& arguments, const QMap<QString, QString>& environment = {});
   ~CClientRun();
 
   /// Asks the program to go, as a log-out of the desktop does.

@@ -1,6 +1,7 @@
 #include <QtTest>
 
 #include "app/client_options.h"
+#include "window/window_size.h"
 
 using TarnClient::ClientOptions;
 
@@ -11,6 +12,7 @@ class ClientOptionsTest : public QObject {
   void ReadsWhatWasAsked();
   void RefusesWithOneLine_data();
   void RefusesWithOneLine();
+  void TheWindowFitsTheScreen();
 };
 
 void ClientOptionsTest::ReadsWhatWasAsked() {
@@ -58,6 +60,15 @@ void ClientOptionsTest::RefusesWithOneLine() {
   QString error;
   QVERIFY(!ClientOptions::Parse(QStringList("tarn-client") + arguments, &error));
   QVERIFY2(error.contains(named) && !error.contains('\n'), qPrintable(error));
+}
+
+void ClientOptionsTest::TheWindowFitsTheScreen() {
+  using TarnClient::WindowSizeFor;
+  QCOMPARE(WindowSizeFor({1920, 1080}), QSize(1280, 800));
+  QCOMPARE(WindowSizeFor({1366, 768}), QSize(1280, 728));
+  QCOMPARE(WindowSizeFor({1280, 720}), QSize(1264, 680));  // 1920x1080 at a factor of 1.5
+  QCOMPARE(WindowSizeFor({1024, 700}), QSize(1008, 660));
+  QCOMPARE(WindowSizeFor({640, 480}), QSize(1008, 660));
 }
 
 QTEST_GUILESS_MAIN(ClientOptionsTest)

@@ -73,6 +73,9 @@ class ClientProgramTest : public QObject {
   void ShowsAWaitPageDuringTheDownload();
   void TwoClientsOnOneStoreFollowAChange();
   void HelpNeedsNoDisplay();
+  void SaysWhatTheMachineLacks_data();
+  void SaysWhatTheMachineLacks();
+  void TakesAFactorAsItIs();
 
  private:
   QString StoreUrl() const { return "sqlite:" + home_->filePath("site.sqlite"); }
@@ -256,6 +259,44 @@ void ClientProgramTest::EndsInOrderWhateverIsOpen() {
   CClientRun run(home_->path(), {"--scene", scene, "--quit-after", "1.2", "--screenshot", picture});
   VerifyQuietEnd(run);
   QVERIFY(!QImage(picture).isNull());
+}
+
+void ClientProgramTest::SaysWhatTheMachineLacks_data() {
+  QTest::addColumn<QString>("home");
+  QTest::addColumn<QString>("platform");
+  QTest::addColumn<QString>("display");
+  QTest::addColumn<QStringList>("named");
+  const QString home = QStringLiteral("here");
+  QTest::newRow("no display") << home << "xcb" << QString() << QStringList{"display"};
+  QTest::newRow("display that is not there") << home << "xcb"
+                                             << ":65099" << QStringList{"display :65099"};
+  QTest::newRow("unknown platform") << home << "sundial" << QString() << QStringList{"sundial"};
+  QTest::newRow("neither log nor store") << "/dev/null"
+                                         << "offscreen" << QString() << QStringList{"plans.sqlite", ".log"};
+}
+
+void ClientProgramTest::SaysWhatTheMachineLacks() {
+  QFETCH(QString, home);
+  QFETCH(QString, platform);
+  QFETCH(QString, display);
+  QFETCH(QStringList, named);
+  CClientRun run(home == "here" ? home_->path() : home, {"--quit-after", "20"},
+                 {{"QT_QPA_PLATFORM", platform}, {"DISPLAY", display}, {"WAYLAND_DISPLAY", QString()}});
+  QVERIFY(run.WaitForEnd());
+  QCOMPARE(run.ExitCode(), 2);
+  QCOMPARE(run.Errors().count('\n'), 1);
+  for (const QString& name : named) {
+    QVERIFY2(run.Errors().contains(name), qPrintable(run.Errors()));
+  }
+}
+
+// Rounded up to 2 the window would be larger than most screens.
+void ClientProgramTest::TakesAFactorAsItIs() {
+  const QString picture = home_->filePath("factor.png");
+  CClientRun run(home_->path(), Quiet({"--quit-after", "1", "--screenshot", picture}),
+                 {{"QT_SCREEN_SCALE_FACTORS", "1.5"}});
+  VerifyQuietEnd(run);
+  QCOMPARE(QImage(picture).width(), 1512);  // of the least width, since this platform's screen is small
 }
 
 void ClientProgramTest::HelpNeedsNoDisplay() {
