@@ -3,15 +3,16 @@
 #include <TarnPlanView/view_config_manager.h>
 #include <TarnPlanView/view_save_menu.h>
 
-#include <QBuffer>
 #include <QPointer>
 #include <algorithm>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
+#include "TarnUIDataController/skin_loader.h"
 #include "plans/off_thread.h"
 #include "plans/plan_family.h"
+#include "saving/thumbnail.h"
 #include "wall/live_wall.h"
 #include "wall/same_pages.h"
 #include "wall/wall_bar.h"
@@ -27,15 +28,10 @@ using namespace view_plugin_protocol;
 
 namespace {
 
-const QSize kThumbnailSize(320, 180);
 constexpr int kDialogWidth = 288;
 
-std::string Png(const QImage& image) {
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::WriteOnly);
-  image.save(&buffer, "PNG");
-  return bytes.toStdString();
+QColor Ground() {
+  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QStringLiteral("wall"));
 }
 
 }  // namespace
@@ -115,11 +111,9 @@ void CPlanSaver::OnMenu(TarnPlanView::ViewSaveActions action) {
   }
 }
 
-void CPlanSaver::FillFromWall(AddPlanRequest* request) const {
-  request->pages = wall_->Plan().pages;
-  if (TarnPlanView::CViewConfigManager::Instance().SupportThumbnail()) {
-    request->thumbnail = Png(wall_->Picture(kThumbnailSize));
-  }
+// Null when plans have no thumbnails.
+QImage CPlanSaver::Picture() const {
+  return TarnPlanView::CViewConfigManager::Instance().SupportThumbnail() ? wall_->Picture() : QImage();
 }
 
 void CPlanSaver::Save() {
@@ -134,12 +128,13 @@ void CPlanSaver::Save() {
   saving_ = true;
   UpdatePlanRequest request;
   request.plan_index_code = wall_->Plan().index_code;
-  FillFromWall(&request);
-  const auto fetch = [code = request.plan_index_code] {
+  request.pages = wall_->Plan().pages;
+  const auto fetch = [code = request.plan_index_code, picture = Picture(), ground = Ground()] {
     Fresh fresh;
     GetPlanDetailRequest wanted;
     wanted.plan_index_code = code;
     fresh.ok = LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(wanted, fresh.plan);
+    fresh.thumbnail = ThumbnailOf(picture, ground);
     return fresh;
   };
   RunOffThread(this, fetch, [this, request](const Fresh& fresh) { OnFresh(fresh, request); });
@@ -165,6 +160,7 @@ void CPlanSaver::OnFresh(const Fresh& fresh, UpdatePlanRequest request) {
   if (!SamePages(fresh.plan.pages, wall_->Plan().pages)) {
     return refuse(tr("Not saved: the plan was changed elsewhere. Play it again first."));
   }
+  request.thumbnail = fresh.thumbnail;
   request.plan_name = fresh.plan.name;
   request.index_type = fresh.plan.type;
   request.parent_index_code = fresh.plan.group_index_code;
@@ -188,7 +184,8 @@ void CPlanSaver::SaveAs() {
     return;
   }
   pending_ = {};
-  FillFromWall(&pending_);
+  pending_.pages = wall_->Plan().pages;
+  pending_picture_ = Picture();
   current_().Panel()->OnPopupSavePlanAsDlg(wall_->Bar()->SavePlace(kDialogWidth));
 }
 
@@ -198,7 +195,14 @@ void CPlanSaver::OnSaveAsConfirmed(CPlanFamily* family) {
     return;
   }
   family->Panel()->GetSaveAsPlanInfo(request);
-  family->Controller()->AddPlanParam(request);
+  CStandardViewController* controller = family->Controller();
+  RunOffThread(
+      controller, [picture = pending_picture_, ground = Ground()] { return ThumbnailOf(picture, ground); },
+      [controller, request](const std::string& thumbnail) {
+        AddPlanRequest whole = request;
+        whole.thumbnail = thumbnail;
+        controller->AddPlanParam(whole);
+      });
 }
 
 }  // namespace TarnClient

@@ -2,9 +2,11 @@
 
 #include <TarnPlanView/view_save_actions.h>
 
+#include <QImage>
 #include <QObject>
 #include <QVector>
 #include <functional>
+#include <string>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
 
@@ -47,12 +49,13 @@ class CPlanSaver : public QObject {
   struct Fresh {
     bool ok = false;
     view_plugin_protocol::GetPlanDetailResponse plan;
+    std::string thumbnail;  // of what was on the wall when the user wanted it saved
   };
 
   CPlanFamily* FamilyOfPlan() const;
   QString WhyNotSave() const;
   QString WhyNotSaveAs() const;
-  void FillFromWall(view_plugin_protocol::AddPlanRequest* request) const;
+  QImage Picture() const;
   void OnFresh(const Fresh& fresh, view_plugin_protocol::UpdatePlanRequest request);
   void OnSaveAsConfirmed(CPlanFamily* family);
   void OnMenu(TarnPlanView::ViewSaveActions action);
@@ -62,7 +65,8 @@ class CPlanSaver : public QObject {
   QVector<CPlanFamily*> families_;
   TarnPlanView::CViewSaveMenu* menu_ = nullptr;
   view_plugin_protocol::AddPlanRequest pending_;  // while the dialog is open
-  bool saving_ = false;                           // from the look at the plan until the service has answered
+  QImage pending_picture_;
+  bool saving_ = false;  // from the look at the plan until the service has answered
 };
 
 }  // namespace TarnClient

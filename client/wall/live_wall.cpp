@@ -336,15 +336,10 @@ void CLiveWall::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-QImage CLiveWall::Picture(const QSize& size) const {
-  QImage picture(size, QImage::Format_RGB32);
-  picture.fill(Color("wall"));
+QImage CLiveWall::Picture() const {
   QImage windows = grid_page_->grab().toImage();
   windows.setDevicePixelRatio(1);
-  windows = windows.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-  QPainter painter(&picture);
-  painter.drawImage((size.width() - windows.width()) / 2, (size.height() - windows.height()) / 2, windows);
-  return picture;
+  return windows;
 }
 
 void CLiveWall::AcceptDropsOf(const QString& station_id) {

@@ -61,8 +61,8 @@ class CLiveWall : public QWidget {
   bool IsPlaying() const { return playing_; }
   /// The plan as it was fetched to be played; a blank record when nothing plays.
   const view_plugin_protocol::GetPlanDetailResponse& Plan() const { return plan_; }
-  /// The windows as they are now, scaled to fit `size`, with the wall's colour around them.
-  QImage Picture(const QSize& size) const;
+  /// The windows as they are now, as large as they are.
+  QImage Picture() const;
   /// Takes plans and groups of this site from now on.
   void AcceptDropsOf(const QString& station_id);
   CWallBar* Bar() const { return bar_; }

@@ -1,11 +1,14 @@
 #include "plan_preview.h"
 
+#include <QBuffer>
+#include <QImageReader>
 #include <QLabel>
 #include <QModelIndex>
 #include <QPainter>
 #include <QVBoxLayout>
 #include <cmath>
 
+#include "LyraPluginManager/thumbnail_limits.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/skin_loader.h"
@@ -29,7 +32,20 @@ constexpr int kPlanRow = 1;
 struct FetchedPlan {
   bool ok = false;
   GetPlanDetailResponse plan;
+  QImage thumbnail;  // in the preview's size; null when there is none that can be shown
 };
+
+// Larger ones than a plan may have are not decoded: who knows at what price.
+QImage ScaledThumbnail(const std::string& png, const QSize& room) {
+  if (png.empty() || png.size() > static_cast<size_t>(kMostThumbnailBytes)) {
+    return QImage();
+  }
+  QByteArray bytes = QByteArray::fromRawData(png.data(), static_cast<int>(png.size()));
+  QBuffer buffer(&bytes);
+  QImageReader reader(&buffer, "png");
+  const QImage picture = IsThumbnailSize(reader.size()) ? reader.read() : QImage();
+  return picture.isNull() ? picture : picture.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+}
 
 QColor SkinColor(const char* name) {
   return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
@@ -130,21 +146,23 @@ void CPlanPreview::Fetch() {
   }
   GetPlanDetailRequest request;
   request.plan_index_code = MarUIControl::QStringToString(code_);
-  const auto fetch = [request] {
+  const auto fetch = [request, pixels = Pixels()] {
     FetchedPlan fetched;
     fetched.ok = LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, fetched.plan);
+    fetched.thumbnail = ScaledThumbnail(fetched.plan.thumbnail, pixels);
     return fetched;
   };
   // A failure is not worth a message: nobody asked for the picture.
   CallAsync(this, fetch, [this, code = code_, generation = generation_](const FetchedPlan& fetched) {
     if (fetched.ok && generation == generation_) {
-      OnDetail(code, fetched.plan);
+      OnFetched(code, fetched.plan, fetched.thumbnail);
     }
   });
 }
 
-void CPlanPreview::OnDetail(const QString& code, const GetPlanDetailResponse& plan) {
-  const QPixmap picture = PictureOf(plan);
+void CPlanPreview::OnFetched(const QString& code, const GetPlanDetailResponse& plan, const QImage& thumbnail) {
+  QPixmap picture = thumbnail.isNull() ? Drawn(plan) : QPixmap::fromImage(thumbnail);
+  picture.setDevicePixelRatio(devicePixelRatioF());
   if (picture.isNull()) {
     return;
   }
@@ -152,22 +170,18 @@ void CPlanPreview::OnDetail(const QString& code, const GetPlanDetailResponse& pl
   Show(picture);
 }
 
-QPixmap CPlanPreview::PictureOf(const GetPlanDetailResponse& plan) const {
+QSize CPlanPreview::Pixels() const {
   const qreal ratio = devicePixelRatioF();
-  const QSize pixels(static_cast<int>(std::ceil(kPictureSize.width() * ratio)),
-                     static_cast<int>(std::ceil(kPictureSize.height() * ratio)));
-  QPixmap picture;
-  if (picture.loadFromData(reinterpret_cast<const uchar*>(plan.thumbnail.data()),
-                           static_cast<uint>(plan.thumbnail.size()))) {
-    picture = picture.scaled(pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    picture.setDevicePixelRatio(ratio);
-    return picture;
-  }
+  return QSize(static_cast<int>(std::ceil(kPictureSize.width() * ratio)),
+               static_cast<int>(std::ceil(kPictureSize.height() * ratio)));
+}
+
+QPixmap CPlanPreview::Drawn(const GetPlanDetailResponse& plan) const {
   if (plan.pages.empty()) {
     return QPixmap();
   }
-  picture = QPixmap(pixels);
-  picture.setDevicePixelRatio(ratio);
+  QPixmap picture(Pixels());
+  picture.setDevicePixelRatio(devicePixelRatioF());
   picture.fill(SkinColor("wall"));
   QPainter painter(&picture);
   DrawPage(painter, plan.pages.front());

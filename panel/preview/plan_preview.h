@@ -2,6 +2,7 @@
 
 #include <QCache>
 #include <QFrame>
+#include <QImage>
 #include <QPixmap>
 #include <QPointer>
 #include <QTimer>
@@ -32,10 +33,11 @@ class CPlanPreview : public QFrame {
  private:
   void OnMouseMove(const QModelIndex& index);
   void Fetch();
-  void OnDetail(const QString& code, const view_plugin_protocol::GetPlanDetailResponse& plan);
+  void OnFetched(const QString& code, const view_plugin_protocol::GetPlanDetailResponse& plan, const QImage& thumbnail);
   void Show(const QPixmap& picture);
   void Place();
-  QPixmap PictureOf(const view_plugin_protocol::GetPlanDetailResponse& plan) const;
+  QSize Pixels() const;
+  QPixmap Drawn(const view_plugin_protocol::GetPlanDetailResponse& plan) const;
 
   QPointer<CPlanViewTree> tree_;
   QLabel *picture_ = nullptr, *name_ = nullptr;

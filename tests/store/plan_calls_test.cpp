@@ -1,3 +1,6 @@
+#include <QBuffer>
+#include <QImage>
+#include <QRandomGenerator>
 #include <QtTest>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
@@ -12,6 +15,19 @@ constexpr int kPlanType = ResourceData::RT_VIEW, kGroupType = ResourceData::RT_V
 
 QDateTime At(const char* time) {
   return {QDate(2026, 3, 5), QTime::fromString(time, "HH:mm:ss")};
+}
+
+// Noise, which no format makes small.
+std::string Picture(int width, int height) {
+  QImage picture(width, height, QImage::Format_RGB32);
+  QRandomGenerator random(1);
+  for (int y = 0; y < height; ++y) {
+    random.fillRange(reinterpret_cast<quint32*>(picture.scanLine(y)), width);
+  }
+  QBuffer bytes;
+  bytes.open(QIODevice::WriteOnly);
+  picture.save(&bytes, "PNG");
+  return bytes.data().toStdString();
 }
 
 }  // namespace
@@ -29,6 +45,7 @@ class PlanCallsTest : public QObject {
   void KeepsOwnPlansFromOthers();
   void LimitsNesting();
   void DeletesSubtreesOrRefuses();
+  void ShrinksLargeThumbnails();
   void KeepsAllOfAPlan();
   void UpdatesByRevision();
   void MovesPlans();
@@ -233,6 +250,28 @@ void PlanCallsTest::DeletesSubtreesOrRefuses() {
   const CClient careful(fixture.Open());
   QVERIFY(careful.DeleteGroup(careful.Group("-2", "Ann's")).contains("not empty"));
   QCOMPARE(careful.DeleteGroup(careful.Group("-1", "New")), QString());
+}
+
+void PlanCallsTest::ShrinksLargeThumbnails() {
+  CStoreFixture fixture;
+  const CClient ann(fixture.Open());
+  auto request = ann.Unchanged(ann.Plan("Gate A"));
+  const auto kept = [&](const std::string& thumbnail) {
+    request.thumbnail = thumbnail;
+    request.revision = 0;
+    const QString error = ann.Update(request);
+    return error.isEmpty() ? ann.Detail(request.plan_index_code).thumbnail : error.toStdString();
+  };
+  const std::string small = Picture(200, 100);
+  QVERIFY(kept(small) == small);
+  for (const QSize size : {QSize(2000, 30), QSize(1000, 500)}) {  // too wide, too many bytes
+    const std::string shrunk = kept(Picture(size.width(), size.height()));
+    const QImage picture = QImage::fromData(QByteArray::fromStdString(shrunk), "PNG");
+    QVERIFY(shrunk.size() <= 256 * 1024 && !picture.isNull() && picture.width() <= 1024);
+    QVERIFY(qAbs(picture.width() * size.height() - picture.height() * size.width()) <= size.width());  // same shape
+  }
+  const std::string before = kept(small);
+  QVERIFY(kept(std::string(300 * 1024, 'x')) == before);  // no picture at all
 }
 
 void PlanCallsTest::KeepsAllOfAPlan() {

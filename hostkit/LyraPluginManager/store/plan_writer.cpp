@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "store/text_rules.h"
+#include "store/thumbnail_rules.h"
 
 namespace TarnHost::Store {
 namespace {
@@ -111,15 +112,16 @@ void CPlanWriter::DeleteGroup(const std::string& index_code, int32_t user) {
   });
 }
 
-void CPlanWriter::TakeRequest(StoredPlan* plan, const view_plugin_protocol::AddPlanRequest& request) const {
+void CPlanWriter::TakeRequest(StoredPlan* plan, const view_plugin_protocol::AddPlanRequest& request,
+                              const QByteArray& thumbnail) const {
   plan->name = CheckedName(request.plan_name);
   plan->row.auto_run = request.auto_play;
   // Times that are not used are kept for the next time the plan is made automatic, if they are times.
   plan->begin_time = request.auto_play ? CheckedTime(request.begin_time) : TimeOrNothing(request.begin_time);
   plan->end_time = request.auto_play ? CheckedTime(request.end_time) : TimeOrNothing(request.end_time);
   plan->pages = request.pages;
-  if (!request.thumbnail.empty()) {
-    plan->thumbnail = QByteArray::fromStdString(request.thumbnail);
+  if (!thumbnail.isEmpty()) {
+    plan->thumbnail = thumbnail;
   }
   plan->Complete();
 }
@@ -131,9 +133,10 @@ void CPlanWriter::MarkMade(StoredPlan* plan, int32_t user) const {
 }
 
 int32_t CPlanWriter::AddPlan(const view_plugin_protocol::AddPlanRequest& request, int32_t user) {
+  const QByteArray thumbnail = BoundedThumbnail(request.thumbnail);  // before other writers have to wait
   return session_.Write([&] {
     StoredPlan plan;
-    TakeRequest(&plan, request);
+    TakeRequest(&plan, request, thumbnail);
     const Parent parent = ParentOf(request.parent_index_code, user);
     RequireRight(parent.family, kAdd, user);
     plan.row.parent = parent.code;
@@ -147,11 +150,12 @@ int32_t CPlanWriter::AddPlan(const view_plugin_protocol::AddPlanRequest& request
 }
 
 void CPlanWriter::UpdatePlan(const view_plugin_protocol::UpdatePlanRequest& request, int32_t user) {
+  const QByteArray thumbnail = BoundedThumbnail(request.thumbnail);
   session_.Write([&] {
     StoredPlan plan = PlanOf(request.plan_index_code, user);
     RequireRight(plan.row.family, kEdit, user);
     CheckRevision(plan, request.revision);
-    TakeRequest(&plan, request);
+    TakeRequest(&plan, request, thumbnail);
     MovePlan(&plan, request.parent_index_code, user);
     plan.revision += 1;
     plan.changed_by = ToQt(User(user).name);

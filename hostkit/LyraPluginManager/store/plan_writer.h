@@ -36,7 +36,8 @@ class CPlanWriter {
   Parent ParentOf(const std::string& index_code, int32_t user);
   GroupRow GroupOf(const std::string& index_code, int32_t user);
   StoredPlan PlanOf(const std::string& index_code, int32_t user);
-  void TakeRequest(StoredPlan* plan, const view_plugin_protocol::AddPlanRequest& request) const;
+  void TakeRequest(StoredPlan* plan, const view_plugin_protocol::AddPlanRequest& request,
+                   const QByteArray& thumbnail) const;
   void MovePlan(StoredPlan* plan, const std::string& parent_code, int32_t user);
   void CheckRevision(const StoredPlan& plan, int64_t revision) const;
   std::vector<int32_t> Recipients(const std::string& user_ids, int32_t sharer) const;

@@ -5,6 +5,7 @@
 
 #include "store/feature_switches.h"
 #include "store/text_rules.h"
+#include "store/thumbnail_rules.h"
 
 namespace TarnHost::Store {
 namespace {
@@ -154,7 +155,7 @@ StoredPlan CSiteImporter::Content(const PlanSite::Plan& plan) const {
   stored.begin_time = ToQt(plan.begin_time);
   stored.end_time = ToQt(plan.end_time);
   stored.pages = Pages(plan);
-  stored.thumbnail = QByteArray::fromStdString(plan.thumbnail);
+  stored.thumbnail = BoundedThumbnail(plan.thumbnail);
   stored.creator = stored.changed_by = CreatorOf(plan);
   stored.creation_time = stored.changed_at = now_;
   stored.Complete();
