@@ -37,7 +37,7 @@ struct FetchedPlan {
 
 // Larger ones than a plan may have are not decoded: who knows at what price.
 QImage ScaledThumbnail(const std::string& png, const QSize& room) {
-  if (png.empty() || png.size() > static_cast<size_t>(kMostThumbnailBytes)) {
+  if (!IsPng(png) || png.size() > static_cast<size_t>(kMostThumbnailBytes)) {
     return QImage();
   }
   QByteArray bytes = QByteArray::fromRawData(png.data(), static_cast<int>(png.size()));

@@ -8,6 +8,7 @@
 namespace TarnHost::Store {
 namespace {
 
+using view_plugin_protocol::IsPng;
 using view_plugin_protocol::IsThumbnailSize;
 using view_plugin_protocol::kMostThumbnailBytes;
 using view_plugin_protocol::kMostThumbnailSide;
@@ -42,16 +43,16 @@ QByteArray Shrunk(QImage picture) {
 }  // namespace
 
 QByteArray BoundedThumbnail(const std::string& png) {
-  if (png.size() > static_cast<size_t>(kMostBytesRead)) {
-    return QByteArray();
+  const bool is_short = png.size() <= static_cast<size_t>(kMostThumbnailBytes);
+  if (!IsPng(png) || png.size() > static_cast<size_t>(kMostBytesRead)) {
+    return is_short ? QByteArray::fromStdString(png) : QByteArray();  // what no reader knows harms none
   }
   QByteArray bytes = QByteArray::fromStdString(png);
   QBuffer buffer(&bytes);
   QImageReader reader(&buffer, kFormat);
   const QSize pixels = reader.size();
-  const bool is_short = bytes.size() <= kMostThumbnailBytes;
   if (is_short && (!pixels.isValid() || IsThumbnailSize(pixels))) {
-    return bytes;  // what no reader knows harms none
+    return bytes;
   }
   if (pixels.isEmpty() || qint64(pixels.width()) * pixels.height() > kMostPixelsRead) {
     return QByteArray();
