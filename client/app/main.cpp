@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <QApplication>
 #include <cstdio>
 
@@ -50,5 +52,10 @@ int main(int argc, char** argv) {
   QGuiApplication::setApplicationDisplayName(QStringLiteral("TarnPlanView"));
   const TarnClient::CQuitOnSignal quit_on_signal;
   TarnClient::CClientSession session(*options);
-  return session.Start(&error) ? QApplication::exec() : Refuse(error);
+  const int code = session.Start(&error) ? QApplication::exec() : Refuse(error);
+  if (!session.End()) {
+    std::fflush(nullptr);
+    ::_exit(code);  // a thread that still waits for the store uses what destructors would take from it
+  }
+  return code;
 }

@@ -37,8 +37,10 @@ PlanStoreOptions Completed(PlanStoreOptions options) {
 std::shared_ptr<CPlanStore> CPlanStore::Open(const PlanStoreOptions& options, QString* error) {
   try {
     CheckOverrides(options.switch_overrides);
-    auto store = std::make_shared<Store::CStoreServices>(Completed(options));
-    store->Start();
+    const auto services = std::make_shared<Store::CStoreServices>(Completed(options));
+    // Its threads hold the services, too, so their end cannot wait for a destructor.
+    const std::shared_ptr<CPlanStore> store(services.get(), [services](CPlanStore*) { services->Close(); });
+    services->Start();
     return store;
   } catch (const Store::CStoreError& failure) {
     if (error != nullptr) {

@@ -1,5 +1,9 @@
 #include "store/postgres_engine.h"
 
+#include <libpq-fe.h>
+
+#include <QSqlDriver>
+
 #include "store/migrations.h"
 #include "store/store_opener.h"
 
@@ -14,6 +18,12 @@ constexpr int kDefaultPort = 5432;
 // The store as messages name it: without the password.
 QString PlaceOf(const QUrl& url) {
   return url.toString(QUrl::RemovePassword | QUrl::RemoveQuery);
+}
+
+int SocketOf(const QSqlDatabase& database) {
+  const QVariant handle = database.driver()->handle();
+  const bool known = qstrcmp(handle.typeName(), "PGconn*") == 0;
+  return known ? PQsocket(*static_cast<PGconn* const*>(handle.constData())) : -1;
 }
 
 }  // namespace
@@ -34,6 +44,7 @@ void CPostgresEngine::Configure(QSqlDatabase* database) const {
 
 void CPostgresEngine::Open() {
   OpenDatabase();
+  WatchSocket(SocketOf(database_));
   RunOnce(QStringLiteral("SET client_min_messages = warning"));
   RunOnce(QStringLiteral("SET synchronous_commit = on"));
   SetPatience(kPatience);
@@ -76,8 +87,10 @@ CStoreError::Kind CPostgresEngine::KindOf(const QSqlError& error) const {
   return state == "25006" || state == "42501" ? CStoreError::kReadOnly : CStoreError::kFailed;
 }
 
-std::unique_ptr<CSqlEngine> OpenPostgresStore(const QUrl& url, const NewStore& fresh) {
+std::unique_ptr<CSqlEngine> OpenPostgresStore(const QUrl& url, const NewStore& fresh,
+                                              std::shared_ptr<CConnectionWatch> watch) {
   auto engine = std::make_unique<CPostgresEngine>(url);
+  engine->SetWatch(std::move(watch));
   const QString place = PlaceOf(url);
   try {
     engine->Open();

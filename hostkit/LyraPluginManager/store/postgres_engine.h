@@ -29,6 +29,7 @@ class CPostgresEngine : public CSqlEngine {
 };
 
 /// Opens the store at `url`, making tables and content in a database that is still empty.
-std::unique_ptr<CSqlEngine> OpenPostgresStore(const QUrl& url, const NewStore& fresh);
+std::unique_ptr<CSqlEngine> OpenPostgresStore(const QUrl& url, const NewStore& fresh,
+                                              std::shared_ptr<CConnectionWatch> watch);
 
 }  // namespace TarnHost::Store

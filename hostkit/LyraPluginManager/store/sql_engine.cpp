@@ -27,6 +27,12 @@ void CSqlEngine::OpenDatabase() {
   }
 }
 
+void CSqlEngine::WatchSocket(int socket) {
+  if (watch_) {
+    watch_->Attach(socket);
+  }
+}
+
 // The driver goes before its statements, or each of them would still turn to a server that may be lost.
 void CSqlEngine::Close() {
   if (database_.isValid()) {
@@ -34,6 +40,9 @@ void CSqlEngine::Close() {
     QSqlDatabase::removeDatabase(connection_);
   }
   statements_.clear();
+  if (watch_) {
+    watch_->Detach();
+  }
 }
 
 void CSqlEngine::Commit() {
@@ -41,6 +50,7 @@ void CSqlEngine::Commit() {
 }
 
 void CSqlEngine::Rollback() noexcept {
+  const CConnectionWatch::CWait wait(watch_.get());
   QSqlQuery query(database_);
   query.exec(QStringLiteral("ROLLBACK"));
 }
@@ -50,6 +60,7 @@ QSqlQuery& CSqlEngine::Prepared(const QString& sql) {
   if (!query) {
     auto fresh = std::make_shared<QSqlQuery>(database_);
     fresh->setForwardOnly(true);
+    const CConnectionWatch::CWait wait(watch_.get());
     if (!fresh->prepare(sql)) {
       const QSqlError error = fresh->lastError();
       statements_.remove(sql);
@@ -65,6 +76,7 @@ QSqlQuery& CSqlEngine::Run(const QString& sql, const QVariantList& values) {
   for (int i = 0; i < values.size(); ++i) {
     query.bindValue(i, NotNull(values[i]));
   }
+  const CConnectionWatch::CWait wait(watch_.get());
   if (!query.exec()) {
     const QSqlError error = query.lastError();
     query.finish();
@@ -83,8 +95,10 @@ int CSqlEngine::Execute(const QString& sql, const QVariantList& values) {
 void CSqlEngine::ForEach(const QString& sql, const QVariantList& values,
                          const std::function<void(const QSqlQuery&)>& take) {
   QSqlQuery& query = Run(sql, values);
+  CConnectionWatch::CWait wait(watch_.get());
   while (query.next()) {
     take(query);
+    wait.Renew();
   }
   const QSqlError error = query.lastError();
   query.finish();  // a statement left half read would hold the connection's view of the store
@@ -95,12 +109,14 @@ void CSqlEngine::ForEach(const QString& sql, const QVariantList& values,
 
 QVariant CSqlEngine::Value(const QString& sql, const QVariantList& values) {
   QSqlQuery& query = Run(sql, values);
+  const CConnectionWatch::CWait wait(watch_.get());
   const QVariant value = query.next() ? query.value(0) : QVariant();
   query.finish();
   return value;
 }
 
 QVariant CSqlEngine::RunOnce(const QString& sql) {
+  const CConnectionWatch::CWait wait(watch_.get());
   QSqlQuery query(database_);
   query.setForwardOnly(true);
   if (!query.exec(sql)) {
@@ -110,6 +126,9 @@ QVariant CSqlEngine::RunOnce(const QString& sql) {
 }
 
 void CSqlEngine::Fail(const QSqlError& error) const {
+  if (watch_ && watch_->WasCut()) {
+    throw CStoreError::NotAnswering(CStoreError::kConnectionLost);
+  }
   const CStoreError::Kind kind = KindOf(error);
   switch (kind) {
     case CStoreError::kBusy:

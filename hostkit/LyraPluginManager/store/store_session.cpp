@@ -1,16 +1,18 @@
 #include "store/store_session.h"
 
 #include <QUuid>
+#include <utility>
 
 namespace TarnHost::Store {
 
 CStoreSession::CStoreSession(CSqlEngine& engine, CPlanCatalog& catalog, const std::atomic<int32_t>& user,
-                             CObserverHub& hub)
+                             CObserverHub& hub, std::function<bool()> is_awaited)
     : engine_(engine),
       repository_(engine),
       catalog_(catalog),
       user_(user),
       hub_(hub),
+      is_awaited_(std::move(is_awaited)),
       feed_(QUuid::createUuid().toString(QUuid::WithoutBraces).toStdString()) {}
 
 void CStoreSession::LoadCatalog() {
@@ -59,14 +61,14 @@ void CStoreSession::CatchUp() {
   if (newest == feed_.Last()) {
     return;
   }
-  const auto foreign = feed_.Take(repository_.ChangesAfter(feed_.Last()), newest);
-  if (!foreign) {
+  const std::vector<ChangeEntry> entries = repository_.ChangesAfter(feed_.Last());
+  if (!feed_.Take(entries, newest)) {
     ReadWhole();
     hub_.Post({WholeTreeEvent()});
     return;
   }
   try {
-    for (const ChangeEntry& entry : *foreign) {
+    for (const ChangeEntry& entry : entries) {
       ApplyForeign(entry);
     }
   } catch (...) {
@@ -89,7 +91,7 @@ void CStoreSession::ApplyForeign(const ChangeEntry& entry) {
   }
 }
 
-void CStoreSession::Note(ChangeEntry::Kind kind, int32_t code, std::function<void()> apply) {
+void CStoreSession::Note(ChangeEntry::Kind kind, int32_t code, std::function<void(bool awaited)> apply) {
   journal_.push_back({{0, feed_.OwnOrigin(), kind, code}, std::move(apply)});
 }
 
@@ -101,8 +103,9 @@ void CStoreSession::WriteJournal() {
 
 void CStoreSession::ApplyJournal() {
   if (loaded_) {
+    const bool awaited = is_awaited_();
     for (const Step& step : journal_) {
-      step.apply();
+      step.apply(awaited);
       feed_.Restart(step.entry.seq);
     }
   }
@@ -111,33 +114,33 @@ void CStoreSession::ApplyJournal() {
 
 void CStoreSession::SaveNew(const GroupRow& group) {
   repository_.InsertGroup(group);
-  Note(ChangeEntry::kGroupSaved, group.code, [this, group] { catalog_.Put(group); });
+  Note(ChangeEntry::kGroupSaved, group.code, [this, group](bool awaited) { Put(group, awaited); });
 }
 
 void CStoreSession::SaveName(GroupRow group, const std::string& name) {
   repository_.RenameGroup(group.code, name);
   group.name = name;
-  Note(ChangeEntry::kGroupSaved, group.code, [this, group] { PutChanged(group); });
+  Note(ChangeEntry::kGroupSaved, group.code, [this, group](bool awaited) { Put(group, awaited); });
 }
 
 void CStoreSession::RemoveGroup(int32_t code) {
   repository_.DeleteGroup(code);
-  Note(ChangeEntry::kGroupRemoved, code, [this, code] { catalog_.RemoveGroup(code); });
+  Note(ChangeEntry::kGroupRemoved, code, [this, code](bool awaited) { TellRemoved(catalog_.RemoveGroup(code), awaited); });
 }
 
 void CStoreSession::SaveNew(const StoredPlan& plan) {
   repository_.InsertPlan(plan);
-  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row] { catalog_.Put(row); });
+  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row](bool awaited) { Put(row, awaited); });
 }
 
 void CStoreSession::SaveChanged(const StoredPlan& plan) {
   repository_.UpdatePlan(plan);
-  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row] { PutChanged(row); });
+  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row](bool awaited) { Put(row, awaited); });
 }
 
 void CStoreSession::RemovePlan(int32_t code) {
   repository_.DeletePlan(code);
-  Note(ChangeEntry::kPlanRemoved, code, [this, code] { catalog_.RemovePlan(code); });
+  Note(ChangeEntry::kPlanRemoved, code, [this, code](bool awaited) { TellRemoved(catalog_.RemovePlan(code), awaited); });
 }
 
 }  // namespace TarnHost::Store

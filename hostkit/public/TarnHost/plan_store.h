@@ -29,6 +29,9 @@ struct PlanStoreOptions {
 ///
 /// Reads of the tree answer from memory; a plan's detail, default views, cameras and favorites from the database.
 /// Writes run in one transaction each on the database thread and are awaited; a call that returned true is durable.
+/// No call waits for ever: after 2 s on the GUI thread and 10 s on any other it returns false with "The service does
+/// not answer", on the GUI thread at once until the store answers again. A write that is committed after its caller
+/// gave up counts as somebody else's change.
 /// Changes of other processes on the same database arrive within a second and are told to the registered observers on
 /// the GUI thread; the process's own changes are not. Thread: Open() and LogIn() on the GUI thread; the services from
 /// any.
@@ -49,8 +52,10 @@ class TARN_HOST_EXPORT CPlanStore : public IHostServices {
   std::string StationId() const override = 0;
   /// Code of the first plan visible to the current user with this exact name, by family, then code; empty when none.
   virtual std::string FindPlanByName(const QString& name) const = 0;
-  /// Stops the feed and the database thread; later calls return false. Called by the destructor too.
-  virtual void Close() = 0;
+  /// Stops the feed and the database threads, within 3 s; later calls return false. Called by the last owner's end, too.
+  /// False when the database holds a thread for longer: it ends by itself some time later, and a process that ends
+  /// before that does so by _exit(), for the thread uses what static objects and the application hold.
+  virtual bool Close() = 0;
 };
 
 }  // namespace TarnHost
