@@ -2,7 +2,7 @@
 """Runs a program with a PostgreSQL server of its own: with_postgres.py PROGRAM [ARGUMENT...]
 
 The server listens on 127.0.0.1 alone, keeps its data in a folder that goes with it, and does not run as root. The
-program finds it in TARN_TEST_POSTGRES. Exit code 77 when PostgreSQL is not installed.
+program finds it in TARN_TEST_POSTGRES, its process in TARN_TEST_POSTGRES_PID. Exit code 77 when PostgreSQL is not installed.
 """
 import glob
 import os
@@ -33,6 +33,29 @@ def unprivileged():
     return {"user": account.pw_uid, "group": account.pw_gid, "extra_groups": []}
 
 
+def processes_of(server):
+    """The server's own process and those that it has started."""
+    found = [server]
+    for stat in glob.glob("/proc/[0-9]*/stat"):
+        try:
+            with open(stat) as file:
+                text = file.read()
+        except OSError:
+            continue
+        if int(text.rpartition(")")[2].split()[1]) == server:
+            found.append(int(stat.split("/")[2]))
+    return found
+
+
+def go_on(server):
+    """A program that stopped the server and died would leave it so."""
+    for process in processes_of(server):
+        try:
+            os.kill(process, signal.SIGCONT)
+        except ProcessLookupError:
+            pass
+
+
 def main():
     initdb, server, ready = tool("initdb"), tool("postgres"), tool("pg_isready")
     if not (initdb and server and ready):
@@ -52,10 +75,12 @@ def main():
              "-c", "log_min_messages=panic", "-c", "fsync=off"], cwd=folder, **account)
         subprocess.run(f"for i in $(seq 100); do '{ready}' -q -h 127.0.0.1 -p {port} && exit 0; "
                        f"kill -0 {process.pid} || exit 1; sleep 0.1; done; exit 1", shell=True, check=True)
-        environment = dict(os.environ, TARN_TEST_POSTGRES=f"postgresql://tarn@127.0.0.1:{port}")
+        environment = dict(os.environ, TARN_TEST_POSTGRES=f"postgresql://tarn@127.0.0.1:{port}",
+                           TARN_TEST_POSTGRES_PID=str(process.pid))
         return subprocess.run(sys.argv[1:], env=environment).returncode
     finally:
         if process is not None:
+            go_on(process.pid)
             process.send_signal(signal.SIGINT)
             process.wait()
         shutil.rmtree(folder, ignore_errors=True)

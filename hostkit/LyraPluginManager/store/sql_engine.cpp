@@ -50,12 +50,23 @@ void CSqlEngine::Commit() {
 }
 
 void CSqlEngine::Rollback() noexcept {
+  if (!database_.isOpen()) {
+    return;
+  }
   const CConnectionWatch::CWait wait(watch_.get());
   QSqlQuery query(database_);
   query.exec(QStringLiteral("ROLLBACK"));
 }
 
+// After a connection that was lost could not be made again.
+void CSqlEngine::RequireOpen() const {
+  if (!database_.isOpen()) {
+    Fail(QSqlError());
+  }
+}
+
 QSqlQuery& CSqlEngine::Prepared(const QString& sql) {
+  RequireOpen();
   std::shared_ptr<QSqlQuery>& query = statements_[sql];
   if (!query) {
     auto fresh = std::make_shared<QSqlQuery>(database_);
@@ -116,6 +127,7 @@ QVariant CSqlEngine::Value(const QString& sql, const QVariantList& values) {
 }
 
 QVariant CSqlEngine::RunOnce(const QString& sql) {
+  RequireOpen();
   const CConnectionWatch::CWait wait(watch_.get());
   QSqlQuery query(database_);
   query.setForwardOnly(true);

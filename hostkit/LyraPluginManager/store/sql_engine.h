@@ -67,6 +67,7 @@ class CSqlEngine {
   const QString place_;  // the store as messages name it
 
  private:
+  void RequireOpen() const;
   QSqlQuery& Prepared(const QString& sql);
   QSqlQuery& Run(const QString& sql, const QVariantList& values);
 
