@@ -37,6 +37,7 @@ void ClientHangTest::EndsInTime() {
   CClientRun run(home.path(), QStringList{"--store", fixture.Url()} + arguments);
   QTRY_VERIFY_WITH_TIMEOUT(run.Log().contains("InitRootItem"), kStartMs);
   const StoreTest::CServerPause pause;
+  QTRY_VERIFY(pause.KeepsSomebodyWaiting());
   QElapsedTimer clock;
   clock.start();
   run.Terminate();
@@ -53,6 +54,7 @@ void ClientHangTest::EndsAtOnceWhenAskedTwice() {
   CClientRun run(home.path(), {"--store", fixture.Url(), "--set", "timed_play=0"});
   QTRY_VERIFY_WITH_TIMEOUT(run.Log().contains("InitRootItem"), kStartMs);
   const StoreTest::CServerPause pause;
+  QTRY_VERIFY(pause.KeepsSomebodyWaiting());
   while (!run.HasEnded(kSignalMs)) {
     run.Terminate();
   }

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QUrl>
 #include <csignal>
 #include <vector>
 
@@ -29,6 +30,20 @@ class CServerPause {
   ~CServerPause() { GoOn(); }
   CServerPause(const CServerPause&) = delete;
   CServerPause& operator=(const CServerPause&) = delete;
+
+  /// Whether a client has sent something that the server leaves lying: so it waits.
+  bool KeepsSomebodyWaiting() const {
+    const int port = QUrl(QString::fromLocal8Bit(qgetenv("TARN_TEST_POSTGRES"))).port();
+    const QByteArray local = "0100007F:" + QByteArray::number(port, 16).rightJustified(4, '0').toUpper();
+    QFile file("/proc/net/tcp");
+    for (const QByteArray& line : (file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray()).split('\n')) {
+      const QList<QByteArray> fields = line.simplified().split(' ');  // number, own end, other end, state, queues
+      if (fields.value(1) == local && !fields.value(4).endsWith(":00000000")) {
+        return true;
+      }
+    }
+    return false;
+  }
 
   void GoOn() {
     for (const pid_t process : stopped_) {

@@ -127,6 +127,7 @@ void StoreHangTest::ClosesInTime() {
   QCOMPARE(ann.Detail(plan).error_info, std::string());
   CServerPause pause;
   auto pool_read = std::async(std::launch::async, [&] { return Timed([&] { return ann.AddPlan("-1", "Late"); }); });
+  QTRY_VERIFY(pause.KeepsSomebodyWaiting());
   if (known) {
     QCOMPARE(QString::fromStdString(ann.Detail(plan).error_info), kNoAnswer);
   }
