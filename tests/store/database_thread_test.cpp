@@ -111,7 +111,8 @@ void DatabaseThreadTest::OutlivesItsOwner() {
   const auto gate = std::make_shared<CGate>();
   auto used = std::make_shared<int>(1);
   const std::weak_ptr<int> left = used;
-  auto waiting = std::async(std::launch::async, [&] { return TextOf([&] { thread->Call([gate] { gate->Pass(); }); }); });
+  auto waiting =
+      std::async(std::launch::async, [&] { return TextOf([&] { thread->Call([gate] { gate->Pass(); }); }); });
   gate->WaitUntilBegun();
   thread->BeginStop([used] { ++*used; });
   used.reset();

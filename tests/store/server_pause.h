@@ -10,8 +10,8 @@
 
 namespace StoreTest {
 
-/// Stops the PostgreSQL server that the tests were given, until this object goes. The system goes on taking what is sent
-/// to it: so a server looks that hangs.
+/// Stops the PostgreSQL server that the tests were given, until this object goes. The system goes on taking what is
+/// sent to it: so a server looks that hangs.
 class CServerPause {
  public:
   CServerPause() {

@@ -254,9 +254,8 @@ void StoreEventsTest::TellsOfItsOwnChangeThatItGaveUp() {
   QTRY_COMPARE(ann.Plan("Gate A renamed"), plan);
   QVERIFY(given_up([&](const CClient& client) { return client.DeletePlan(going); }));
   QTRY_COMPARE(ann.Plan("Gate B"), std::string());
-  QTRY_COMPARE(record,
-               (QStringList{Line("root", 3, ann.Group("-1", "Late"), kGroupType),
-                            Line(plan, 2, "Gate A renamed", kPlanType), Line(north, 4, going, kPlanType)}));
+  QTRY_COMPARE(record, (QStringList{Line("root", 3, ann.Group("-1", "Late"), kGroupType),
+                                    Line(plan, 2, "Gate A renamed", kPlanType), Line(north, 4, going, kPlanType)}));
   QTRY_COMPARE(bob.Groups("-1"), ann.Groups("-1"));
 }
 

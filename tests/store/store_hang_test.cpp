@@ -85,7 +85,9 @@ void StoreHangTest::AnswersInTimeAndWorksAgain() {
   QCOMPARE(read(), kNoAnswer);
 
   pause.GoOn();
-  const auto becomes_possible = [](const auto& call) { return QTest::qWaitFor([&] { return call().isEmpty(); }, 20000); };
+  const auto becomes_possible = [](const auto& call) {
+    return QTest::qWaitFor([&] { return call().isEmpty(); }, 20000);
+  };
   QVERIFY(becomes_possible(read));
   QVERIFY(becomes_possible([&] { return ann.AddPlan(gates, "Works again"); }));
   QVERIFY(becomes_possible([&] { return bob.AddGroup("-1", "Bob's, too"); }));

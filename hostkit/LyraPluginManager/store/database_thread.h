@@ -29,9 +29,9 @@ class CDatabaseThread {
   explicit CDatabaseThread(std::shared_ptr<CAnswering> answering);
   ~CDatabaseThread();
 
-  /// Runs `task` on the thread and waits for it, pumping no events: 2 s on the GUI thread, 10 s on any other; on the GUI
-  /// thread not at all while the store does not answer. What the task throws comes back here; CStoreError when its end
-  /// was not awaited or the thread stops. Thread: any but this one.
+  /// Runs `task` on the thread and waits for it, pumping no events: 2 s on the GUI thread, 10 s on any other; on the
+  /// GUI thread not at all while the store does not answer. What the task throws comes back here; CStoreError when its
+  /// end was not awaited or the thread stops. Thread: any but this one.
   template <class Task>
   auto Call(Task task, Patience patience = kBounded) -> decltype(task()) {
     const auto answer = std::make_shared<std::promise<decltype(task())>>();

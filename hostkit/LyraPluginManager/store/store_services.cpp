@@ -544,8 +544,9 @@ bool CStoreServices::GetPresets(const ptz_plugin_protocol::GetPresetRequest& req
   return Answer(&response, [&] {
     RequireOpen();
     const int32_t camera = ParseCode(request.camera_index_code);
-    response.presets = Existing(reader_ ? reader_->Presets(camera)
-                                        : Read([camera](CPlanRepository& repository) { return repository.Presets(camera); }));
+    response.presets =
+        Existing(reader_ ? reader_->Presets(camera)
+                         : Read([camera](CPlanRepository& repository) { return repository.Presets(camera); }));
   });
 }
 
@@ -564,7 +565,8 @@ bool CStoreServices::GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>
                                    std::vector<ResourceTreeKit::CCameraItemInfo>& cameras, std::string* error) {
   return AnswerOr(error, [&] {
     RequireOpen();
-    CameraList list = reader_ ? reader_->Cameras() : Read([](CPlanRepository& repository) { return repository.Cameras(); });
+    CameraList list =
+        reader_ ? reader_->Cameras() : Read([](CPlanRepository& repository) { return repository.Cameras(); });
     regions = std::move(list.regions);
     cameras = std::move(list.cameras);
   });

@@ -125,7 +125,8 @@ void CStoreSession::SaveName(GroupRow group, const std::string& name) {
 
 void CStoreSession::RemoveGroup(int32_t code) {
   repository_.DeleteGroup(code);
-  Note(ChangeEntry::kGroupRemoved, code, [this, code](bool awaited) { TellRemoved(catalog_.RemoveGroup(code), awaited); });
+  Note(ChangeEntry::kGroupRemoved, code,
+       [this, code](bool awaited) { TellRemoved(catalog_.RemoveGroup(code), awaited); });
 }
 
 void CStoreSession::SaveNew(const StoredPlan& plan) {
@@ -140,7 +141,8 @@ void CStoreSession::SaveChanged(const StoredPlan& plan) {
 
 void CStoreSession::RemovePlan(int32_t code) {
   repository_.DeletePlan(code);
-  Note(ChangeEntry::kPlanRemoved, code, [this, code](bool awaited) { TellRemoved(catalog_.RemovePlan(code), awaited); });
+  Note(ChangeEntry::kPlanRemoved, code,
+       [this, code](bool awaited) { TellRemoved(catalog_.RemovePlan(code), awaited); });
 }
 
 }  // namespace TarnHost::Store

@@ -52,8 +52,8 @@ class TARN_HOST_EXPORT CPlanStore : public IHostServices {
   std::string StationId() const override = 0;
   /// Code of the first plan visible to the current user with this exact name, by family, then code; empty when none.
   virtual std::string FindPlanByName(const QString& name) const = 0;
-  /// Stops the feed and the database threads, within 3 s; later calls return false. Called by the last owner's end, too.
-  /// False when the database holds a thread for longer: it ends by itself some time later, and a process that ends
+  /// Stops the feed and the database threads, within 3 s; later calls return false. Called by the last owner's end,
+  /// too. False when the database holds a thread for longer: it ends by itself some time later, and a process that ends
   /// before that does so by _exit(), for the thread uses what static objects and the application hold.
   virtual bool Close() = 0;
 };
