@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Runs a program with a PostgreSQL server of its own: with_postgres.py PROGRAM [ARGUMENT...]
 
-The server listens on 127.0.0.1 alone, keeps its data in a folder that goes with it, and does not run as root. The
-program finds it in TARN_TEST_POSTGRES, its process in TARN_TEST_POSTGRES_PID. Exit code 77 when PostgreSQL is not installed.
+The server listens on 127.0.0.1 alone, keeps its data in a folder that goes with it, and does not run as root. It asks
+no user for a password but one called "guarded". The program finds it in TARN_TEST_POSTGRES, its process in
+TARN_TEST_POSTGRES_PID. Exit code 77 when PostgreSQL is not installed.
 """
 import glob
 import os
@@ -56,6 +57,13 @@ def go_on(server):
             pass
 
 
+def ask_for_password(rules, user):
+    with open(rules, "r+", encoding="utf-8") as file:
+        others = file.read()
+        file.seek(0)
+        file.write(f"host all {user} 127.0.0.1/32 scram-sha-256\n{others}")
+
+
 def main():
     initdb, server, ready = tool("initdb"), tool("postgres"), tool("pg_isready")
     if not (initdb and server and ready):
@@ -70,6 +78,7 @@ def main():
     try:
         subprocess.run([initdb, "-D", data, "-U", "tarn", "-A", "trust", "-E", "UTF8", "--locale=C", "--no-sync"],
                        check=True, stdout=subprocess.DEVNULL, cwd=folder, **account)
+        ask_for_password(os.path.join(data, "pg_hba.conf"), "guarded")
         process = subprocess.Popen(
             [server, "-D", data, "-p", port, "-c", "listen_addresses=127.0.0.1", "-c", f"unix_socket_directories={folder}",
              "-c", "log_min_messages=panic", "-c", "fsync=off"], cwd=folder, **account)

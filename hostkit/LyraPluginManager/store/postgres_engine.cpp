@@ -14,6 +14,7 @@ constexpr int kPatience = 5000;  // ms
 // Any number will do that is no other program's.
 constexpr int kWriterLock = 0x5461726e;
 constexpr int kDefaultPort = 5432;
+const char kSessionEnded[] = "25P03";  // it was idle in a transaction for too long
 
 // The store as messages name it: without the password.
 QString PlaceOf(const QUrl& url) {
@@ -48,6 +49,17 @@ void CPostgresEngine::Open() {
   RunOnce(QStringLiteral("SET client_min_messages = warning"));
   RunOnce(QStringLiteral("SET synchronous_commit = on"));
   SetPatience(kPatience);
+  LimitAbsence();
+}
+
+// What a desk that vanishes in mid-write holds, the turn to write above all, must not stay with it: by the server's own
+// settings it would for hours. The last setting is missing on older servers.
+void CPostgresEngine::LimitAbsence() {
+  RunOnce(QStringLiteral("SET idle_in_transaction_session_timeout = 15000"));
+  RunOnce(QStringLiteral("SET tcp_keepalives_idle = 5"));
+  RunOnce(QStringLiteral("SET tcp_keepalives_interval = 5"));
+  RunOnce(QStringLiteral("SET tcp_keepalives_count = 2"));
+  RunOnce(QStringLiteral("SELECT set_config(name, '15000', false) FROM pg_settings WHERE name = 'tcp_user_timeout'"));
 }
 
 void CPostgresEngine::SetPatience(int milliseconds) {
@@ -78,7 +90,7 @@ bool CPostgresEngine::IsFilled() {
 CStoreError::Kind CPostgresEngine::KindOf(const QSqlError& error) const {
   const QString state = error.nativeErrorCode();
   if (!database_.isOpen() || error.type() == QSqlError::ConnectionError || state.startsWith("08") ||
-      state.startsWith("57P") || state.isEmpty()) {
+      state.startsWith("57P") || state == kSessionEnded || state.isEmpty()) {
     return CStoreError::kConnectionLost;
   }
   if (state == "55P03") {

@@ -24,6 +24,7 @@ class CPostgresEngine : public CSqlEngine {
  private:
   void Configure(QSqlDatabase* database) const override;
   CStoreError::Kind KindOf(const QSqlError& error) const override;
+  void LimitAbsence();
 
   const QUrl url_;
 };

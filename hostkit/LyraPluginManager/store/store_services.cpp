@@ -78,7 +78,8 @@ void CStoreServices::OpenDatabase() {
     reader_ = std::make_unique<CPlanReader>(open, answering_);
   }
   site_ = CSiteDirectory::Read(*engine_, options_.switch_overrides);
-  session_ = std::make_unique<CStoreSession>(*engine_, catalog_, user_, *hub_, [this] { return thread_.Claim(); });
+  session_ = std::make_unique<CStoreSession>(
+      *engine_, catalog_, user_, *hub_, [this] { return thread_.Claim(); }, closed_);
   writer_ = std::make_unique<CPlanWriter>(*session_, site_, options_.now);
   thread_.SetBeat(kBeat, [weak = weak_from_this()] {
     const auto self = weak.lock();
@@ -159,9 +160,7 @@ auto CStoreServices::Read(Work work) {
 
 void CStoreServices::Reconnect() {
   if (connection_lost_) {
-    engine_->Close();
-    engine_->Open();
-    session_->Resume();
+    session_->Reconnect();
     connection_lost_ = false;
   }
 }

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "store/change_feed.h"
@@ -20,9 +21,10 @@ namespace TarnHost::Store {
 class CStoreSession {
  public:
   /// `user` names whose events are made; `hub` takes them and outlives the session. `is_awaited` answers whether
-  /// somebody waits for the running transaction, and has him wait for its end.
+  /// somebody waits for the running transaction, and has him wait for its end. Once `closed`, no lost connection is
+  /// waited for.
   CStoreSession(CSqlEngine& engine, CPlanCatalog& catalog, const std::atomic<int32_t>& user, CObserverHub& hub,
-                std::function<bool()> is_awaited);
+                std::function<bool()> is_awaited, const std::atomic<bool>& closed);
 
   CSqlEngine& Engine() { return engine_; }
   CPlanRepository& Repository() { return repository_; }
@@ -32,20 +34,28 @@ class CStoreSession {
   void DropCatalog();
   /// Brings in what other processes changed; raises the whole-tree event when that cannot be told change by change.
   void Poll();
-  /// The connection was lost and is there again.
-  void Resume();
+  /// Connects again after the connection was lost, and reads everything anew.
+  void Reconnect();
 
   /// Runs `work` in one transaction. What it saves or removes goes through Save...() and Remove...(). When nobody waits
-  /// for it any more, its changes are told like somebody else's.
+  /// for it any more, its changes are told like somebody else's. When the connection is lost over the commit, it is
+  /// found out what became of it before this returns or throws.
   template <class Work>
   auto Write(Work work) {
-    CTransaction transaction(engine_, CTransaction::kWrite);
-    BeginJournal();
-    auto result = work();
-    WriteJournal();
-    transaction.Commit();
+    std::optional<decltype(work())> result;
+    try {
+      CTransaction transaction(engine_, CTransaction::kWrite);
+      BeginJournal();
+      result = work();
+      WriteJournal();
+      transaction.Commit();
+    } catch (const CStoreError& error) {
+      if (!result || !WasCommitted(error)) {
+        throw;
+      }
+    }
     ApplyJournal();
-    return result;
+    return std::move(*result);
   }
 
   void SaveNew(const GroupRow& group);
@@ -64,6 +74,10 @@ class CStoreSession {
   void BeginJournal();
   void WriteJournal();
   void ApplyJournal();
+  bool WasCommitted(const CStoreError& error);
+  bool IsLogged(const ChangeEntry& entry);
+  void AwaitConnection();
+  void Connect();
   template <class Row>
   void Put(const Row& row, bool awaited) {
     const std::optional<Row> before = catalog_.Put(row);
@@ -92,6 +106,7 @@ class CStoreSession {
   const std::atomic<int32_t>& user_;
   CObserverHub& hub_;
   const std::function<bool()> is_awaited_;
+  const std::atomic<bool>& closed_;
   CChangeFeed feed_;
   bool loaded_ = false, unread_ = false;
   std::vector<Step> journal_;

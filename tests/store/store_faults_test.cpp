@@ -1,0 +1,146 @@
+#include <QtTest>
+#include <future>
+
+#include "faulty_line.h"
+#include "store_fixture.h"
+
+using namespace StoreTest;
+
+namespace {
+
+// Said by each write, in this order.
+const QByteArray kWriteBegins = "pg_advisory_xact_lock", kWriteEnds = "COMMIT";
+constexpr int kAnswerMs = 30000;
+constexpr int kLockFreeMs = 20000;  // a desk that vanished may hold the others up so long
+
+/// Runs a call over a line that fails, so that the test can mend it meanwhile.
+class CPendingCall {
+ public:
+  CPendingCall(CFaultyLine& line, std::function<QString()> call)
+      : line_(line), answer_(std::async(std::launch::async, std::move(call))) {}
+  /// A call whose line stays silent would never end.
+  ~CPendingCall() {
+    if (answer_.valid()) {
+      line_.Cut();
+    }
+  }
+
+  bool IsAnswered() const { return answer_.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }
+  QString Answer() {
+    return QTest::qWaitFor([this] { return IsAnswered(); }, kAnswerMs) ? answer_.get() : "no answer";
+  }
+
+ private:
+  CFaultyLine& line_;
+  std::future<QString> answer_;
+};
+
+}  // namespace
+
+/// What becomes of a store when its line or its server fails. Needs PostgreSQL.
+class StoreFaultsTest : public QObject {
+  Q_OBJECT
+ private Q_SLOTS:
+  void OthersSaveAfterADeskVanishedWhileItSaved();
+  void AnswersWhatBecameOfAWrite_data();
+  void AnswersWhatBecameOfAWrite();
+};
+
+void StoreFaultsTest::OthersSaveAfterADeskVanishedWhileItSaved() {
+  CStoreFixture fixture;
+  const CClient other(fixture.Open("bob"));
+  CFaultyLine line(QUrl(fixture.Url()));
+  fixture.options.url = line.Url();
+  const CClient vanishing(fixture.Open());
+  line.FailAfter({kWriteBegins}, CFaultyLine::kSilent);
+  CPendingCall lost(line, [&] { return vanishing.AddPlan("-1", "Never saved"); });
+  QTRY_VERIFY(line.HasFailed());
+  QElapsedTimer clock;
+  clock.start();
+  QString error = "not tried";
+  while (!error.isEmpty() && clock.elapsed() < 2 * kLockFreeMs) {
+    error = other.AddPlan("-1", "Saved");
+  }
+  QCOMPARE(error, QString());
+  QVERIFY2(clock.elapsed() < kLockFreeMs, qPrintable(QString::number(clock.elapsed())));
+  // Once the line is there again, so is the desk.
+  line.Cut();
+  QVERIFY(!lost.Answer().isEmpty());
+  line.Mend();
+  QTRY_VERIFY_WITH_TIMEOUT(vanishing.Plans("-1") == other.Plans("-1"), kAnswerMs);
+  QCOMPARE(other.Plans("-1").filter("aved"), QStringList{"Saved@-1"});
+  QCOMPARE(vanishing.AddPlan("-1", "Works again"), QString());
+}
+
+void StoreFaultsTest::AnswersWhatBecameOfAWrite_data() {
+  QTest::addColumn<int>("fault");
+  QTest::addColumn<QString>("call");
+  QTest::addColumn<bool>("mended");
+  QTest::addColumn<QString>("wanted");
+  const char done[] = "", undone[] = "is lost.", unknown[] = "Look whether it is there before you try again.";
+  const auto add = [](const char* name, CFaultyLine::Fault fault, const char* call, const char* wanted,
+                      bool mended = true) { QTest::newRow(name) << int(fault) << call << mended << wanted; };
+  add("a plan whose answer is lost", CFaultyLine::kCutAnswered, "plan", done);
+  add("a group whose answer is lost", CFaultyLine::kCutAnswered, "group", done);
+  add("a change whose answer is lost", CFaultyLine::kCutAnswered, "change", done);
+  add("a deletion whose answer is lost", CFaultyLine::kCutAnswered, "deletion", done);
+  add("a plan that was never committed", CFaultyLine::kCutBefore, "plan", undone);
+  add("a change that was never committed", CFaultyLine::kCutBefore, "change", undone);
+  add("a plan while the line stays away", CFaultyLine::kCutAnswered, "plan", unknown, false);
+}
+
+// Whoever is told that nothing was saved does it again: a change that was saved all the same would be made twice.
+void StoreFaultsTest::AnswersWhatBecameOfAWrite() {
+  QFETCH(int, fault);
+  QFETCH(QString, call);
+  QFETCH(bool, mended);
+  QFETCH(QString, wanted);
+  const bool is_sure = wanted.isEmpty() || !mended;  // that it is saved
+  CStoreFixture fixture;
+  const CClient other(fixture.Open("bob"));
+  CFaultyLine line(QUrl(fixture.Url()));
+  fixture.options.url = line.Url();
+  const CClient here(fixture.Open());
+  const std::string gate = here.Plan("Gate A");
+  auto change = here.Unchanged(gate);
+  change.plan_name = "Changed";
+  std::string code;
+  const QMap<QString, std::function<QString()>> calls = {
+      {"plan", [&] { return here.AddPlan("-1", "New", &code); }},
+      {"group", [&] { return here.AddGroup("-1", "New", &code); }},
+      {"change", [&] { return here.Update(change); }},
+      {"deletion", [&] { return here.DeletePlan(gate); }},
+  };
+  line.FailAfter({kWriteBegins, kWriteEnds}, static_cast<CFaultyLine::Fault>(fault));
+  CPendingCall pending(line, calls[call]);
+  QTRY_VERIFY(line.HasFailed());
+  // A line takes a while to come back; until then it is not known what to answer.
+  QVERIFY(!is_sure || !QTest::qWaitFor([&] { return pending.IsAnswered(); }, 500));
+  if (mended) {
+    line.Mend();
+  }
+  const QString answer = pending.Answer();
+  QVERIFY2(wanted.isEmpty() ? answer.isEmpty() : answer.endsWith(wanted), qPrintable(answer));
+  if (!mended) {
+    line.Mend();
+  }
+  QVERIFY(is_sure || QTest::qWaitFor([&] { return calls[call]().isEmpty(); }));
+  if (call == "plan" || call == "group") {
+    QTRY_COMPARE((other.Plans("-1") + other.Groups("-1")).filter("New"), QStringList{"New@-1"});
+    QVERIFY(!mended || (call == "plan" ? other.Plan("New") : other.Group("-1", "New")) == code);
+  } else if (call == "change") {
+    QTRY_COMPARE(QString::fromStdString(other.Detail(gate).name), QString("Changed"));
+    QCOMPARE(other.Detail(gate).revision, change.revision + 1);
+  } else {
+    QTRY_VERIFY(other.Plan("Gate A").empty());
+  }
+  // This desk sees the same, and both follow each other.
+  QTRY_VERIFY(here.Plans("-1") + here.Groups("-1") == other.Plans("-1") + other.Groups("-1"));
+  QCOMPARE(here.AddPlan("-1", "From here"), QString());
+  QTRY_VERIFY(!other.Plan("From here").empty());
+  QCOMPARE(other.AddPlan("-1", "From there"), QString());
+  QTRY_VERIFY(!here.Plan("From there").empty());
+}
+
+QTEST_GUILESS_MAIN(StoreFaultsTest)
+#include "store_faults_test.moc"
