@@ -54,12 +54,15 @@ class CFaultyLine::Exchange : public QObject {
       pair->server->waitForConnected();
       connect(client, &QTcpSocket::readyRead, this, [this, pair] { FromClient(*pair); });
       connect(pair->server, &QTcpSocket::readyRead, this, [this, pair] { FromServer(*pair); });
-      connect(client, &QTcpSocket::disconnected, pair->server, &QTcpSocket::disconnectFromHost);
-      connect(pair->server, &QTcpSocket::disconnected, client, [pair] {
-        if (!pair->silent) {
-          pair->client->disconnectFromHost();
-        }
-      });
+      connect(client, &QTcpSocket::disconnected, this, [pair] { End(*pair, pair->server); });
+      connect(pair->server, &QTcpSocket::disconnected, this, [pair] { End(*pair, pair->client); });
+    }
+  }
+
+  // Over a silent line the other end hears of nothing, its partner's end included.
+  static void End(const Pair& pair, QTcpSocket* other) {
+    if (!pair.silent) {
+      other->disconnectFromHost();
     }
   }
 

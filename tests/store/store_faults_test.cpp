@@ -1,6 +1,9 @@
+#include <QTcpServer>
 #include <QtTest>
 #include <future>
+#include <mutex>
 
+#include "TarnHost/log_sink.h"
 #include "faulty_line.h"
 #include "store_fixture.h"
 
@@ -35,6 +38,39 @@ class CPendingCall {
   std::future<QString> answer_;
 };
 
+/// What is logged while it lives.
+class CLogLines {
+ public:
+  CLogLines() {
+    TarnHost::LogSink::SetListener([this](const QString&, int, const QString& line) {
+      const std::lock_guard<std::mutex> lock(mutex_);
+      lines_ += line + '\n';
+    });
+  }
+  ~CLogLines() { TarnHost::LogSink::SetListener({}); }
+  QString Text() const {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    return lines_;
+  }
+
+ private:
+  mutable std::mutex mutex_;
+  QString lines_;
+};
+
+QUrl With(QUrl url, const QString& user, const QString& password, const QString& database = QString()) {
+  url.setUserName(user);
+  url.setPassword(password);
+  url.setPath(database.isEmpty() ? url.path() : "/" + database);
+  return url;
+}
+
+quint16 ClosedPort() {
+  QTcpServer server;
+  server.listen(QHostAddress::LocalHost);
+  return server.serverPort();
+}
+
 }  // namespace
 
 /// What becomes of a store when its line or its server fails. Needs PostgreSQL.
@@ -44,6 +80,9 @@ class StoreFaultsTest : public QObject {
   void OthersSaveAfterADeskVanishedWhileItSaved();
   void AnswersWhatBecameOfAWrite_data();
   void AnswersWhatBecameOfAWrite();
+  void SaysWhyItCannotBeOpened_data();
+  void SaysWhyItCannotBeOpened();
+  void TellsTroubleWhileItLasts();
 };
 
 void StoreFaultsTest::OthersSaveAfterADeskVanishedWhileItSaved() {
@@ -59,7 +98,7 @@ void StoreFaultsTest::OthersSaveAfterADeskVanishedWhileItSaved() {
   clock.start();
   QString error = "not tried";
   while (!error.isEmpty() && clock.elapsed() < 2 * kLockFreeMs) {
-    error = other.AddPlan("-1", "Saved");
+    error = CPendingCall(line, [&] { return other.AddPlan("-1", "Saved"); }).Answer();
   }
   QCOMPARE(error, QString());
   QVERIFY2(clock.elapsed() < kLockFreeMs, qPrintable(QString::number(clock.elapsed())));
@@ -140,6 +179,136 @@ void StoreFaultsTest::AnswersWhatBecameOfAWrite() {
   QTRY_VERIFY(!other.Plan("From here").empty());
   QCOMPARE(other.AddPlan("-1", "From there"), QString());
   QTRY_VERIFY(!here.Plan("From there").empty());
+}
+
+void StoreFaultsTest::SaysWhyItCannotBeOpened_data() {
+  QTest::addColumn<QString>("prepare");
+  QTest::addColumn<QString>("user");
+  QTest::addColumn<QString>("password");
+  QTest::addColumn<QString>("database");
+  QTest::addColumn<QString>("query");
+  QTest::addColumn<QString>("reason");  // the plain sentence
+  QTest::addColumn<QString>("logged");  // of the server's own words
+  const QString guarded = "DROP ROLE IF EXISTS guarded; CREATE ROLE guarded LOGIN PASSWORD 'right'";
+  const QString crowded = "DROP ROLE IF EXISTS crowded; CREATE ROLE crowded LOGIN CONNECTION LIMIT 0";
+  const QString reader =
+      "DROP ROLE IF EXISTS reader; CREATE ROLE reader LOGIN; REVOKE CREATE ON SCHEMA public FROM PUBLIC";
+  const auto add = [](const char* name) -> QTestData& { return QTest::newRow(name); };
+  add("wrong password") << guarded << "guarded"
+                        << "wrong"
+                        << ""
+                        << ""
+                        << "user \"guarded\" is unknown or has another password"
+                        << "password authentication failed";
+  add("no password") << guarded << "guarded"
+                     << ""
+                     << ""
+                     << ""
+                     << "a password is needed for user \"guarded\""
+                     << "no password supplied";
+  add("unknown user") << ""
+                      << "stranger"
+                      << ""
+                      << ""
+                      << ""
+                      << "user \"stranger\" is unknown or may not log in from here"
+                      << "role \"stranger\" does not exist";
+  add("unknown database") << ""
+                          << "tarn"
+                          << ""
+                          << "nowhere"
+                          << ""
+                          << "there is no database \"nowhere\""
+                          << "database \"nowhere\" does not exist";
+  add("connection limit") << crowded << "crowded"
+                          << ""
+                          << ""
+                          << ""
+                          << "the server takes no more connections"
+                          << "too many connections for role";
+  add("no right to make tables") << reader << "reader"
+                                 << ""
+                                 << ""
+                                 << ""
+                                 << "user \"reader\" has no right to create tables"
+                                 << "permission denied for schema public";
+  add("no encryption") << ""
+                       << "tarn"
+                       << ""
+                       << ""
+                       << "sslmode=require"
+                       << "server does not support SSL"
+                       << "SSL";
+  add("closed port") << ""
+                     << ""
+                     << ""
+                     << ""
+                     << ""
+                     << "no server answers at 127.0.0.1:"
+                     << "onnection refused";
+}
+
+void StoreFaultsTest::SaysWhyItCannotBeOpened() {
+  QFETCH(QString, prepare);
+  QFETCH(QString, user);
+  QFETCH(QString, password);
+  QFETCH(QString, database);
+  QFETCH(QString, query);
+  QFETCH(QString, reason);
+  QFETCH(QString, logged);
+  CStoreFixture fixture;
+  for (const QString& statement : prepare.split(';', Qt::SkipEmptyParts)) {
+    fixture.RunPastTheStore(statement);
+  }
+  QUrl url(fixture.Url());
+  if (user.isEmpty()) {
+    url.setPort(ClosedPort());
+  } else {
+    url = With(url, user, password, database);
+  }
+  url.setQuery(query);
+  const CLogLines log;
+  TarnHost::PlanStoreOptions options = fixture.options;
+  options.url = url.toString();
+  QString error;
+  QVERIFY(!TarnHost::CPlanStore::Open(options, &error));
+  QVERIFY2(error.contains(reason) && error.count('\n') == 0, qPrintable(error));
+  QVERIFY2(log.Text().contains(logged), qPrintable(log.Text()));
+  for (const QString& text : {error, log.Text()}) {
+    QVERIFY2(password.isEmpty() || !text.contains(password), qPrintable(text));
+  }
+}
+
+void StoreFaultsTest::TellsTroubleWhileItLasts() {
+  CStoreFixture fixture;
+  CFaultyLine line(QUrl(fixture.Url()));
+  fixture.options.url = line.Url();
+  QStringList told;
+  fixture.options.on_trouble = [&](TarnHost::StoreTrouble trouble, const QString& text) {
+    QVERIFY(QThread::currentThread() == qApp->thread());
+    QCOMPARE(trouble == TarnHost::StoreTrouble::kNone, text.isEmpty());
+    QVERIFY(trouble == TarnHost::StoreTrouble::kNone || trouble == TarnHost::StoreTrouble::kConnectionLost);
+    told.append(text);
+  };
+  {
+    const CClient client(fixture.Open());
+    for (int round = 0; round < 2; ++round) {
+      told.clear();
+      line.Cut();
+      QTRY_VERIFY(!told.isEmpty() && told.last().contains("no server answers at 127.0.0.1:"));
+      const QStringList during = told;
+      QVERIFY(!QTest::qWaitFor([&] { return told != during; }, 700));  // once, not with every attempt
+      line.Mend();
+      QTRY_COMPARE(told.last(), QString());
+      QCOMPARE(client.AddPlan("-1", "Works again"), QString());
+    }
+    told.clear();
+    line.Cut();
+    QTRY_VERIFY(!told.isEmpty());
+  }
+  const QStringList at_the_end = told;
+  QCoreApplication::processEvents();
+  QCOMPARE(told, at_the_end);  // a store that is closed tells nothing
 }
 
 QTEST_GUILESS_MAIN(StoreFaultsTest)

@@ -3,7 +3,9 @@
 #include <utility>
 
 #include "TarnHost/plan_site.h"
+#include "marlog/marlog.h"
 #include "store/feature_switches.h"
+#include "store/postgres_address.h"
 #include "store/store_error.h"
 #include "store/store_services.h"
 
@@ -43,11 +45,17 @@ std::shared_ptr<CPlanStore> CPlanStore::Open(const PlanStoreOptions& options, QS
     services->Start();
     return store;
   } catch (const Store::CStoreError& failure) {
+    marlog::Write("LyraClientError", marlog::Error, "[%s(%d)] [0x%08x] - %s", "TarnHost::CPlanStore::Open", __LINE__,
+                  0U, qUtf8Printable(failure.LogText()));
     if (error != nullptr) {
       *error = failure.Text();
     }
     return nullptr;
   }
+}
+
+QString CPlanStore::ShownAddress(const QString& url) {
+  return Store::ShownAddress(url);
 }
 
 QStringList CPlanStore::SwitchNames() {

@@ -3,8 +3,10 @@
 #include <libpq-fe.h>
 
 #include <QSqlDriver>
+#include <chrono>
 
 #include "store/migrations.h"
+#include "store/postgres_refusal.h"
 #include "store/store_opener.h"
 
 namespace TarnHost::Store {
@@ -13,12 +15,13 @@ namespace {
 constexpr int kPatience = 5000;  // ms
 // Any number will do that is no other program's.
 constexpr int kWriterLock = 0x5461726e;
-constexpr int kDefaultPort = 5432;
+constexpr auto kConnectTimeout = std::chrono::seconds(5);
 const char kSessionEnded[] = "25P03";  // it was idle in a transaction for too long
 
-// The store as messages name it: without the password.
-QString PlaceOf(const QUrl& url) {
-  return url.toString(QUrl::RemovePassword | QUrl::RemoveQuery);
+// As the driver's options have it.
+QString Option(const char* name, QString value) {
+  value.replace('\\', QLatin1String("\\\\")).replace('\'', QLatin1String("\\'"));
+  return value.isEmpty() ? QString() : QStringLiteral(";%1='%2'").arg(QLatin1String(name), value);
 }
 
 int SocketOf(const QSqlDatabase& database) {
@@ -29,22 +32,37 @@ int SocketOf(const QSqlDatabase& database) {
 
 }  // namespace
 
-CPostgresEngine::CPostgresEngine(const QUrl& url) : CSqlEngine(QStringLiteral("QPSQL"), PlaceOf(url)), url_(url) {}
+CPostgresEngine::CPostgresEngine(const PostgresAddress& address)
+    : CSqlEngine(QStringLiteral("QPSQL"), address.Place()), address_(address) {}
 
 void CPostgresEngine::Configure(QSqlDatabase* database) const {
-  database->setHostName(url_.host());
-  database->setPort(url_.port(kDefaultPort));
-  database->setUserName(url_.userName(QUrl::FullyDecoded));
-  database->setPassword(url_.password(QUrl::FullyDecoded));
-  database->setDatabaseName(url_.path(QUrl::FullyDecoded).mid(1));
+  database->setHostName(address_.host);
+  database->setPort(address_.port);
+  database->setUserName(address_.user);
+  database->setPassword(address_.password);
+  database->setDatabaseName(address_.database);
   // A cut line is noticed in seconds, not after the network's own patience of minutes.
   database->setConnectOptions(
-      QStringLiteral("connect_timeout=5;tcp_user_timeout=10000;keepalives_idle=5;keepalives_interval=3;"
-                     "keepalives_count=2"));
+      QStringLiteral("connect_timeout=%1;tcp_user_timeout=10000;keepalives_idle=5;keepalives_interval=3;"
+                     "keepalives_count=2")
+          .arg(kConnectTimeout.count()) +
+      Option("sslmode", address_.ssl_mode) + Option("sslrootcert", address_.ssl_root_cert));
+}
+
+void CPostgresEngine::Connect() {
+  const auto begin = std::chrono::steady_clock::now();
+  try {
+    OpenDatabase();
+  } catch (const CStoreError& error) {
+    const bool was_silent = std::chrono::steady_clock::now() - begin >= kConnectTimeout;
+    const QString reason = was_silent ? ReasonOfSilence(address_) : ReasonOfRefusal(address_);
+    throw CStoreError(QStringLiteral("The plan store %1 cannot be opened: %2.").arg(place_, reason),
+                      CStoreError::kConnectionLost, error.Words());
+  }
 }
 
 void CPostgresEngine::Open() {
-  OpenDatabase();
+  Connect();
   WatchSocket(SocketOf(database_));
   RunOnce(QStringLiteral("SET client_min_messages = warning"));
   RunOnce(QStringLiteral("SET synchronous_commit = on"));
@@ -96,23 +114,30 @@ CStoreError::Kind CPostgresEngine::KindOf(const QSqlError& error) const {
   if (state == "55P03") {
     return CStoreError::kBusy;
   }
-  return state == "25006" || state == "42501" ? CStoreError::kReadOnly : CStoreError::kFailed;
+  if (state == "42501") {
+    return CStoreError::kNoRight;
+  }
+  return state == "25006" ? CStoreError::kReadOnly : CStoreError::kFailed;
 }
 
-std::unique_ptr<CSqlEngine> OpenPostgresStore(const QUrl& url, const NewStore& fresh,
+std::unique_ptr<CSqlEngine> OpenPostgresStore(const PostgresAddress& address, const NewStore& fresh,
                                               std::shared_ptr<CConnectionWatch> watch) {
-  auto engine = std::make_unique<CPostgresEngine>(url);
+  auto engine = std::make_unique<CPostgresEngine>(address);
   engine->SetWatch(std::move(watch));
-  const QString place = PlaceOf(url);
+  engine->Open();
   try {
-    engine->Open();
-  } catch (const CStoreError&) {
-    throw CStoreError(QStringLiteral("The plan store %1 cannot be reached.").arg(place), CStoreError::kConnectionLost);
+    if (!engine->IsFilled()) {
+      FillNewStore(*engine, fresh);
+    }
+    Migrate(*engine, address.Place());
+  } catch (const CStoreError& error) {
+    if (error.GetKind() != CStoreError::kNoRight) {
+      throw;
+    }
+    throw CStoreError(QStringLiteral("The plan store %1 cannot be opened: user \"%2\" has no right to create tables.")
+                          .arg(address.Place(), engine->Value("SELECT current_user").toString()),
+                      CStoreError::kNoRight, error.Words());
   }
-  if (!engine->IsFilled()) {
-    FillNewStore(*engine, fresh);
-  }
-  Migrate(*engine, place);
   return engine;
 }
 

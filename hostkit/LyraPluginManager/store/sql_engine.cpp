@@ -10,6 +10,24 @@ QVariant NotNull(const QVariant& value) {
   return value.type() == QVariant::String && value.isNull() ? QVariant(QStringLiteral("")) : value;
 }
 
+// Null for what only the database's own words explain.
+const char* TextOf(CStoreError::Kind kind) {
+  switch (kind) {
+    case CStoreError::kBusy:
+      return "The plan store %1 is locked by another program.";
+    case CStoreError::kReadOnly:
+      return "The plan store %1 is read-only.";
+    case CStoreError::kNoRight:
+      return "The plan store %1 does not allow its user to do that.";
+    case CStoreError::kDamaged:
+      return "The plan store %1 is damaged.";
+    case CStoreError::kConnectionLost:
+      return "The connection to the plan store %1 is lost.";
+    default:
+      return nullptr;
+  }
+}
+
 }  // namespace
 
 CSqlEngine::CSqlEngine(const QString& driver, const QString& place)
@@ -142,19 +160,11 @@ void CSqlEngine::Fail(const QSqlError& error) const {
     throw CStoreError::NotAnswering(CStoreError::kConnectionLost);
   }
   const CStoreError::Kind kind = KindOf(error);
-  switch (kind) {
-    case CStoreError::kBusy:
-      throw CStoreError(QStringLiteral("The plan store %1 is locked by another program.").arg(place_), kind);
-    case CStoreError::kReadOnly:
-      throw CStoreError(QStringLiteral("The plan store %1 is read-only.").arg(place_), kind);
-    case CStoreError::kDamaged:
-      throw CStoreError(QStringLiteral("The plan store %1 is damaged.").arg(place_), kind);
-    case CStoreError::kConnectionLost:
-      throw CStoreError(QStringLiteral("The connection to the plan store %1 is lost.").arg(place_), kind);
-    default:
-      throw CStoreError(QStringLiteral("The plan store %1 failed: %2").arg(place_, error.databaseText().simplified()),
-                        CStoreError::kFailed);
-  }
+  const QString words = error.databaseText().simplified();
+  const char* text = TextOf(kind);
+  throw CStoreError(
+      text != nullptr ? QString(text).arg(place_) : QStringLiteral("The plan store %1 failed: %2").arg(place_, words),
+      text != nullptr ? kind : CStoreError::kFailed, words);
 }
 
 CTransaction::CTransaction(CSqlEngine& engine, Mode mode) : engine_(engine) {

@@ -16,6 +16,8 @@ using std::chrono::steady_clock;
 namespace view = view_plugin_protocol;
 
 constexpr auto kBeat = std::chrono::milliseconds(200);
+// Between two attempts to connect again: a server logs each that it refuses.
+constexpr auto kBetweenAttempts = std::chrono::seconds(1);
 // At its end a store waits so long for what its threads do, then, having cut the connections, for the threads.
 constexpr std::chrono::milliseconds kNoTime(0), kOrderlyEnd(1500), kEndAfterCut(1000);
 const char kRoot[] = "root";
@@ -49,6 +51,13 @@ Ability Existing(std::optional<Ability> of_camera) {
 template <class Response, class Work>
 bool Answer(Response* response, const Work& work) {
   return AnswerOr(&response->error_info, work);
+}
+
+StoreTrouble KindFor(const CStoreError& error) {
+  if (error.GetKind() == CStoreError::kConnectionLost) {
+    return StoreTrouble::kConnectionLost;
+  }
+  return error.GetKind() == CStoreError::kBusy ? StoreTrouble::kLocked : StoreTrouble::kOther;
 }
 
 }  // namespace
@@ -124,26 +133,45 @@ bool CStoreServices::WaitUntilEnded(steady_clock::time_point deadline) {
   return thread_.WaitUntilEnded(deadline) && reader_ended;
 }
 
-// A trouble is logged when it begins, not at every beat. Answers whether the database did.
+// Answers whether the database did.
 bool CStoreServices::Beat() {
-  QString trouble;
-  bool answered = true;
+  if (connection_lost_ && steady_clock::now() < next_attempt_) {
+    return false;
+  }
+  std::optional<CStoreError> trouble;
   try {
     Reconnect();
     DownloadWhenWanted();
     session_->Poll();
   } catch (const CStoreError& error) {
-    trouble = error.Text();
+    trouble = error;
     connection_lost_ = error.GetKind() == CStoreError::kConnectionLost;
-    answered = !connection_lost_;
   } catch (const std::exception& error) {
-    trouble = QString::fromUtf8(error.what());
+    trouble = CStoreError(QString::fromUtf8(error.what()), CStoreError::kFailed);
   }
-  if (trouble != std::exchange(last_trouble_, trouble) && !trouble.isEmpty()) {
+  NoteTrouble(trouble);
+  return !connection_lost_;
+}
+
+// A trouble is logged and told when it begins or becomes another, not at every beat.
+void CStoreServices::NoteTrouble(const std::optional<CStoreError>& trouble) {
+  const QString text = trouble ? trouble->Text() : QString();
+  if (text == std::exchange(last_trouble_, text)) {
+    return;
+  }
+  if (trouble) {
     marlog::Write("LyraClientError", marlog::Error, "[%s(%d)] [0x%08x] - %s", "TarnHost::Store::CStoreServices::Beat",
-                  __LINE__, 0U, qUtf8Printable(trouble));
+                  __LINE__, 0U, qUtf8Printable(trouble->LogText()));
   }
-  return answered;
+  if (options_.on_trouble) {
+    const auto tell = [weak = weak_from_this(), kind = trouble ? KindFor(*trouble) : StoreTrouble::kNone, text] {
+      const auto self = weak.lock();
+      if (self && !self->closed_) {
+        self->options_.on_trouble(kind, text);
+      }
+    };
+    QMetaObject::invokeMethod(hub_.get(), tell, Qt::QueuedConnection);
+  }
 }
 
 /// Runs work(writer) on the database thread. It must refer to nothing of its caller's.
@@ -160,6 +188,7 @@ auto CStoreServices::Read(Work work) {
 
 void CStoreServices::Reconnect() {
   if (connection_lost_) {
+    next_attempt_ = steady_clock::now() + kBetweenAttempts;
     session_->Reconnect();
     connection_lost_ = false;
   }

@@ -85,8 +85,9 @@ class CStoreServices : public CPlanStore, public std::enable_shared_from_this<CS
                         play_plugin_protocol::GetStreamAbiResponse& response) override;
 
  private:
-  void OpenDatabase();  // on the database thread, as the next four
+  void OpenDatabase();  // on the database thread, as the next five
   bool Beat();
+  void NoteTrouble(const std::optional<CStoreError>& trouble);
   void Reconnect();
   void DownloadWhenWanted();
   void CloseDatabase();
@@ -125,6 +126,7 @@ class CStoreServices : public CPlanStore, public std::enable_shared_from_this<CS
   std::unique_ptr<CStoreSession> session_;
   std::unique_ptr<CPlanWriter> writer_;
   QString last_trouble_;
+  std::chrono::steady_clock::time_point next_attempt_;
   bool connection_lost_ = false;
 
   // Reads what the catalog does not hold; null where the store has but one connection. Made with the database.

@@ -15,12 +15,18 @@ namespace TarnHost {
 
 struct PlanSite;
 
+/// What keeps a store that is open from following and saving changes.
+enum class StoreTrouble { kNone, kConnectionLost, kLocked, kOther };
+
 struct PlanStoreOptions {
   QString url;                                  // "sqlite:FILE", "sqlite::memory:" or "postgresql://..."
   std::chrono::milliseconds download_delay{0};  // how long a download of the plan data takes at the least
   QMap<QString, int> switch_overrides;          // by the switch's name in the store; for this process only
   std::function<PlanSite()> first_content;      // what a new store is filled with; unset: users alone
   std::function<QDateTime()> now;               // the clock, asked from any thread; unset: the local time
+  /// Told on the GUI thread, from the event loop: what the trouble is when it begins or becomes another, with a line
+  /// that says more; kNone and no line when it is over. The store goes on trying by itself.
+  std::function<void(StoreTrouble trouble, const QString& line)> on_trouble;
 };
 
 /// The plan store: groups, plans, users, rights, cameras and configuration in one database, with the whole plan tree
@@ -40,6 +46,9 @@ class TARN_HOST_EXPORT CPlanStore : public IHostServices {
   /// Opens the store, creating it when it does not exist. Null with one clear line in `error` when it cannot be used
   /// (made by a newer version, locked, read-only, truncated, corrupted, not a plan store); nothing is overwritten.
   static std::shared_ptr<CPlanStore> Open(const PlanStoreOptions& options, QString* error);
+
+  /// A store's address, sound or not, as anybody may read it: a password in it is a single star, a query is left out.
+  static QString ShownAddress(const QString& url);
 
   /// Names of the configuration switches, in the order of the configuration record.
   static QStringList SwitchNames();
