@@ -142,7 +142,12 @@ bool CClientSession::OpenStore(QString* error) {
   store.url = options_.store_url.isEmpty() ? QStringLiteral("sqlite:") + DataFile("plans.sqlite") : options_.store_url;
   store.download_delay = std::chrono::milliseconds(options_.download_delay_ms);
   store.switch_overrides = options_.switches;
-  store.first_content = &TarnHost::MakeDemoSite;
+  store.first_content = options_.FillsWithDemo() ? &TarnHost::MakeDemoSite : &TarnHost::MakeEmptySite;
+  store.on_trouble = [this](TarnHost::StoreTrouble trouble, const QString& line) {
+    if (window_) {
+      window_->ShowStoreTrouble(trouble, line);
+    }
+  };
   store_url_ = store.url;
   store_ = TarnHost::CPlanStore::Open(store, error);
   return store_ != nullptr;

@@ -5,6 +5,7 @@
 
 #include "app/client_options.h"
 #include "app/client_session.h"
+#include "app/hide_passwords.h"
 #include "app/qt_messages.h"
 #include "app/quit_on_signal.h"
 
@@ -35,8 +36,10 @@ int ShowHelp(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   QString error;
+  const QStringList arguments = Arguments(argc, argv);
+  TarnClient::HidePasswords(argc, argv);
   // Before the application object, so that help and refusals need no display.
-  const auto options = TarnClient::ClientOptions::Parse(Arguments(argc, argv), &error);
+  const auto options = TarnClient::ClientOptions::Parse(arguments, &error);
   if (!options) {
     return Refuse(error);
   }

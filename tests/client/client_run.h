@@ -19,6 +19,7 @@ class CClientRun {
   bool HasEnded(int ms) { return process_.state() == QProcess::NotRunning || process_.waitForFinished(ms); }
   /// False when the program does not end within 90 seconds.
   bool WaitForEnd();
+  qint64 ProcessId() const { return process_.processId(); }
   int ExitCode() const { return process_.exitCode(); }
   QString Errors() const { return errors_; }
   QStringList Output() const { return output_; }

@@ -67,6 +67,7 @@ QString ReasonByCode(const QString& code, const PGconn* connection) {
       {"28000", QStringLiteral("user %1 is unknown or may not log in from here").arg(user)},
       {"3D000", QStringLiteral("there is no database %1").arg(database)},
       {"42501", QStringLiteral("user %1 has no right to use database %2").arg(user, database)},
+      {"55000", QStringLiteral("database %1 takes no connections").arg(database)},
       {"53300", QStringLiteral("the server takes no more connections")},
       {"57P03", QStringLiteral("the server is starting or ending")},
   };

@@ -47,7 +47,7 @@ class TARN_HOST_EXPORT CPlanStore : public IHostServices {
   /// (made by a newer version, locked, read-only, truncated, corrupted, not a plan store); nothing is overwritten.
   static std::shared_ptr<CPlanStore> Open(const PlanStoreOptions& options, QString* error);
 
-  /// A store's address, sound or not, as anybody may read it: a password in it is a single star, a query is left out.
+  /// A store's address, sound or not, as anybody may read it: without a password or query.
   static QString ShownAddress(const QString& url);
 
   /// Names of the configuration switches, in the order of the configuration record.
