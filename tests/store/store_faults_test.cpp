@@ -1,4 +1,5 @@
 #include <QTcpServer>
+#include <QUrlQuery>
 #include <QtTest>
 #include <future>
 #include <mutex>
@@ -83,6 +84,7 @@ class StoreFaultsTest : public QObject {
   void SaysWhyItCannotBeOpened_data();
   void SaysWhyItCannotBeOpened();
   void TellsTroubleWhileItLasts();
+  void ChecksWhoTheServerIs();
 };
 
 void StoreFaultsTest::OthersSaveAfterADeskVanishedWhileItSaved() {
@@ -309,6 +311,39 @@ void StoreFaultsTest::TellsTroubleWhileItLasts() {
   const QStringList at_the_end = told;
   QCoreApplication::processEvents();
   QCOMPARE(told, at_the_end);  // a store that is closed tells nothing
+}
+
+// Last: the server offers encrypted connections from here on.
+void StoreFaultsTest::ChecksWhoTheServerIs() {
+  CStoreFixture fixture;
+  fixture.Open().reset();
+  const QTemporaryDir folder;
+  QFile::setPermissions(folder.path(), QFile::Permissions(0x7777));  // the server writes there
+  const QString root = folder.filePath("the server's root.crt"), quoted = QString(root).replace('\'', "''");
+  for (const QString& statement :
+       {QString("COPY (SELECT) TO PROGRAM 'openssl req -x509 -newkey rsa:2048 -nodes -subj /CN=tarn -keyout server.key"
+                " -out server.crt && chmod 600 server.key && cat server.crt > \"%1\"'")
+            .arg(quoted),
+        QString("ALTER SYSTEM SET ssl = on"), QString("SELECT pg_reload_conf()")}) {
+    fixture.RunPastTheStore(statement);
+  }
+  QString error;
+  const auto open = [&](const QString& mode, const QString& file) {
+    QUrlQuery query;
+    query.addQueryItem("sslmode", mode);
+    query.addQueryItem("sslrootcert", file);
+    QUrl url(fixture.Url());
+    url.setQuery(query);
+    TarnHost::PlanStoreOptions options = fixture.options;
+    options.url = url.toString();
+    error.clear();
+    return TarnHost::CPlanStore::Open(options, &error) != nullptr;
+  };
+  QTRY_VERIFY2(open("verify-ca", root), qPrintable(error));
+  QVERIFY(!open("verify-ca", folder.filePath("none.crt")));
+  QVERIFY2(error.contains("root certificate file"), qPrintable(error));
+  QVERIFY(!open("verify-full", root));
+  QVERIFY2(error.contains("does not match"), qPrintable(error));
 }
 
 QTEST_GUILESS_MAIN(StoreFaultsTest)
