@@ -109,7 +109,8 @@ QString ReasonOfRefusal(const PostgresAddress& address) {
 }
 
 QString ReasonOfSilence(const PostgresAddress& address) {
-  return QStringLiteral("no server answers at %1:%2").arg(address.host).arg(address.port);
+  const QString host = address.host.isEmpty() ? QStringLiteral("this machine") : address.host;
+  return QStringLiteral("no server answers at %1:%2").arg(host).arg(address.port);
 }
 
 }  // namespace TarnHost::Store
