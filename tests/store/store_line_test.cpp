@@ -75,7 +75,7 @@ quint16 ClosedPort() {
 }  // namespace
 
 /// What becomes of a store when its line or its server fails. Needs PostgreSQL.
-class StoreFaultsTest : public QObject {
+class StoreLineTest : public QObject {
   Q_OBJECT
  private Q_SLOTS:
   void OthersSaveAfterADeskVanishedWhileItSaved();
@@ -87,7 +87,7 @@ class StoreFaultsTest : public QObject {
   void ChecksWhoTheServerIs();
 };
 
-void StoreFaultsTest::OthersSaveAfterADeskVanishedWhileItSaved() {
+void StoreLineTest::OthersSaveAfterADeskVanishedWhileItSaved() {
   CStoreFixture fixture;
   const CClient other(fixture.Open("bob"));
   CFaultyLine line(QUrl(fixture.Url()));
@@ -113,7 +113,7 @@ void StoreFaultsTest::OthersSaveAfterADeskVanishedWhileItSaved() {
   QCOMPARE(vanishing.AddPlan("-1", "Works again"), QString());
 }
 
-void StoreFaultsTest::AnswersWhatBecameOfAWrite_data() {
+void StoreLineTest::AnswersWhatBecameOfAWrite_data() {
   QTest::addColumn<int>("fault");
   QTest::addColumn<QString>("call");
   QTest::addColumn<bool>("mended");
@@ -131,7 +131,7 @@ void StoreFaultsTest::AnswersWhatBecameOfAWrite_data() {
 }
 
 // Whoever is told that nothing was saved does it again: a change that was saved all the same would be made twice.
-void StoreFaultsTest::AnswersWhatBecameOfAWrite() {
+void StoreLineTest::AnswersWhatBecameOfAWrite() {
   QFETCH(int, fault);
   QFETCH(QString, call);
   QFETCH(bool, mended);
@@ -183,7 +183,7 @@ void StoreFaultsTest::AnswersWhatBecameOfAWrite() {
   QTRY_VERIFY(!here.Plan("From there").empty());
 }
 
-void StoreFaultsTest::SaysWhyItCannotBeOpened_data() {
+void StoreLineTest::SaysWhyItCannotBeOpened_data() {
   QTest::addColumn<QString>("prepare");
   QTest::addColumn<QString>("user");
   QTest::addColumn<QString>("password");
@@ -250,7 +250,7 @@ void StoreFaultsTest::SaysWhyItCannotBeOpened_data() {
                      << "onnection refused";
 }
 
-void StoreFaultsTest::SaysWhyItCannotBeOpened() {
+void StoreLineTest::SaysWhyItCannotBeOpened() {
   QFETCH(QString, prepare);
   QFETCH(QString, user);
   QFETCH(QString, password);
@@ -281,7 +281,7 @@ void StoreFaultsTest::SaysWhyItCannotBeOpened() {
   }
 }
 
-void StoreFaultsTest::TellsTroubleWhileItLasts() {
+void StoreLineTest::TellsTroubleWhileItLasts() {
   CStoreFixture fixture;
   CFaultyLine line(QUrl(fixture.Url()));
   fixture.options.url = line.Url();
@@ -314,7 +314,7 @@ void StoreFaultsTest::TellsTroubleWhileItLasts() {
 }
 
 // Last: the server offers encrypted connections from here on.
-void StoreFaultsTest::ChecksWhoTheServerIs() {
+void StoreLineTest::ChecksWhoTheServerIs() {
   CStoreFixture fixture;
   fixture.Open().reset();
   const QTemporaryDir folder;
@@ -346,5 +346,5 @@ void StoreFaultsTest::ChecksWhoTheServerIs() {
   QVERIFY2(error.contains("does not match"), qPrintable(error));
 }
 
-QTEST_GUILESS_MAIN(StoreFaultsTest)
-#include "store_faults_test.moc"
+QTEST_GUILESS_MAIN(StoreLineTest)
+#include "store_line_test.moc"
