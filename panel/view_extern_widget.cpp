@@ -272,6 +272,10 @@ bool CViewExternWidget::MayLeave() {
   return may_leave;
 }
 
+void CViewExternWidget::ShowServiceTrouble(const QString& text) {
+  d_->ui.wait_widget->ShowTrouble(text);
+}
+
 void CViewExternWidget::SwitchUserUpdate() {
   d_->dropPending();
   d_->closePopups();

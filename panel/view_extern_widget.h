@@ -87,6 +87,8 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   /// what the user throws away is gone with the editor's dock when true comes. When the user wants them saved first,
   /// false comes, and SignalMayLeave() once they are safe.
   bool MayLeave();
+  /// What keeps the service from answering at the moment, for the wait page; empty when it is over.
+  void ShowServiceTrouble(const QString& text);
   /// Another user has logged in: rights are read anew and the panel waits for the next load.
   void SwitchUserUpdate();
   /// Ends pending work: nothing of the panel answers any more and its pop-ups are closed. Before the plug-in goes.

@@ -10,6 +10,7 @@ namespace TarnClient {
 /// What the command line asks for.
 struct ClientOptions {
   QString store_url;  // empty: the store in the user's data folder
+  bool demo = false;  // fills an empty PostgreSQL database with the demo site
   QString user;       // empty: the store's default user
   QString skin = QStringLiteral("redblack");
   QString language;
@@ -21,6 +22,9 @@ struct ClientOptions {
   int download_delay_ms = 0;
   QString log_file;  // empty: in the user's data folder
   bool help = false;
+
+  /// What a store that is made at this start is filled with: the demo site, or nothing but a user.
+  bool FillsWithDemo() const;
 
   /// Reads the arguments (the program's name first). Empty with one line in `error` when they cannot be followed.
   /// Needs no application object.

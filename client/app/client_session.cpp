@@ -13,6 +13,7 @@
 #include <QThreadPool>
 #include <QTimer>
 #include <cstdio>
+#include <utility>
 
 #include "LyraPluginManager/preview_business_interface_mgr.h"
 #include "LyraPluginManager/ptz_business_interface_mgr.h"
@@ -38,6 +39,7 @@ namespace TarnClient {
 namespace {
 
 constexpr int kScreenshotDelayMs = 3000;
+constexpr int kPoolEndMs = 1000;  // for tasks whose calls have failed by then
 constexpr int kCannotFollow = 2;
 
 QString DataFile(const char* name) {
@@ -69,22 +71,41 @@ CClientSession::CClientSession(ClientOptions options, QObject* parent)
 }
 
 CClientSession::~CClientSession() {
+  End();
+}
+
+bool CClientSession::End() {
+  if (std::exchange(ended_, true)) {
+    return true;
+  }
   scene_.reset();
   window_.reset();
   if (TarnPlanView::CViewModelDataManagerExport::IsCreated()) {
     TarnPlanView::CAutoPlanHelper::Instance().StopDetect();
     TarnPlanView::CViewModelDataManagerExport::Instance().UninitManager();
   }
-  if (store_) {
-    TarnHost::InstallHostServices(nullptr);
-    store_->Close();
-    QThreadPool::globalInstance()->waitForDone();
-    TarnPlanView::ReleasePlugin();
-    store_.reset();
+  const bool in_order = EndStore();
+  if (in_order) {
+    ReleaseHostSingletons();
+  } else {
+    marlog::Write("LyraClientError", marlog::Error, "A call of the store has not ended; the client ends without it");
   }
-  ReleaseHostSingletons();
   marlog::Write("LyraClientInfo", marlog::Info, "The client has ended");
   TarnHost::LogSink::Close();
+  return in_order;
+}
+
+bool CClientSession::EndStore() {
+  if (!store_) {
+    return true;
+  }
+  TarnHost::InstallHostServices(nullptr);
+  if (!store_->Close() || !QThreadPool::globalInstance()->waitForDone(kPoolEndMs)) {
+    return false;
+  }
+  TarnPlanView::ReleasePlugin();
+  store_.reset();
+  return true;
 }
 
 bool CClientSession::Start(QString* error) {
@@ -125,7 +146,12 @@ bool CClientSession::OpenStore(QString* error) {
   store.url = options_.store_url.isEmpty() ? QStringLiteral("sqlite:") + DataFile("plans.sqlite") : options_.store_url;
   store.download_delay = std::chrono::milliseconds(options_.download_delay_ms);
   store.switch_overrides = options_.switches;
-  store.first_content = &TarnHost::MakeDemoSite;
+  store.first_content = options_.FillsWithDemo() ? &TarnHost::MakeDemoSite : &TarnHost::MakeEmptySite;
+  store.on_trouble = [this](TarnHost::StoreTrouble trouble, const QString& line) {
+    if (window_) {
+      window_->ShowStoreTrouble(trouble, line);
+    }
+  };
   store_url_ = store.url;
   store_ = TarnHost::CPlanStore::Open(store, error);
   return store_ != nullptr;

@@ -21,17 +21,20 @@ class CClientSession : public QObject {
   Q_OBJECT
  public:
   explicit CClientSession(ClientOptions options, QObject* parent = nullptr);
-  /// Takes everything down in the order in which nothing is used after its end.
   ~CClientSession() override;
 
   /// Opens the store, logs in, shows the window and starts loading. False with one line in `error`.
   bool Start(QString* error);
+  /// Takes everything down in the order in which nothing is used after its end, within a few seconds. False when
+  /// something still runs that cannot be ended: then nothing more may be destroyed. Once or more.
+  bool End();
 
  private:
   bool OpenStore(QString* error);
   bool LogIn(QString* error);
   /// What is wrong with the log, as one line.
   QString OpenLog();
+  bool EndStore();
   void LoadLanguage();
   void ShowWindow();
   void OnPlansReady();
@@ -48,7 +51,7 @@ class CClientSession : public QObject {
   CPlanDataLoader loader_;
   std::unique_ptr<CMainWindow> window_;
   std::unique_ptr<CScene> scene_;
-  bool begun_ = false;
+  bool begun_ = false, ended_ = false;
 };
 
 }  // namespace TarnClient

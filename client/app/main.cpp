@@ -1,9 +1,12 @@
+#include <unistd.h>
+
 #include <QApplication>
 #include <cstdio>
 
 #include "app/client_options.h"
 #include "app/client_session.h"
 #include "app/display_check.h"
+#include "app/hide_passwords.h"
 #include "app/qt_messages.h"
 #include "app/quit_on_signal.h"
 
@@ -34,8 +37,10 @@ int ShowHelp(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   QString error;
+  const QStringList arguments = Arguments(argc, argv);
+  TarnClient::HidePasswords(argc, argv);
   // Before the application object, so that help and refusals need no display.
-  const auto options = TarnClient::ClientOptions::Parse(Arguments(argc, argv), &error);
+  const auto options = TarnClient::ClientOptions::Parse(arguments, &error);
   if (!options) {
     return Refuse(error);
   }
@@ -57,5 +62,10 @@ int main(int argc, char** argv) {
   QGuiApplication::setApplicationDisplayName(QStringLiteral("TarnPlanView"));
   const TarnClient::CQuitOnSignal quit_on_signal;
   TarnClient::CClientSession session(*options);
-  return session.Start(&error) ? QApplication::exec() : Refuse(error);
+  const int code = session.Start(&error) ? QApplication::exec() : Refuse(error);
+  if (!session.End()) {
+    std::fflush(nullptr);
+    ::_exit(code);  // a thread that still waits for the store uses what destructors would take from it
+  }
+  return code;
 }

@@ -5,7 +5,8 @@
 namespace TarnClient {
 
 /// Ends the event loop in an orderly way when the session manager or the shell asks the program to go (SIGTERM, SIGINT,
-/// SIGHUP). One a process. Thread: GUI.
+/// SIGHUP). Who asks a second time (SIGTERM, SIGINT) ends the program at once, whatever it is doing. One a process.
+/// Thread: GUI.
 class CQuitOnSignal : public QObject {
   Q_OBJECT
  public:

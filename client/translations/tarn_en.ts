@@ -234,10 +234,6 @@
         <translation>Families of plans</translation>
     </message>
     <message>
-        <source>Store: %1</source>
-        <translation>Store: %1</translation>
-    </message>
-    <message>
         <source>Plans played lately</source>
         <translation>Plans played lately</translation>
     </message>
@@ -326,6 +322,25 @@
     <message>
         <source>Close</source>
         <translation>Close</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CStoreState</name>
+    <message>
+        <source>Store: %1</source>
+        <translation>Store: %1</translation>
+    </message>
+    <message>
+        <source>No connection to the plan store. Trying again...</source>
+        <translation>No connection to the plan store. Trying again...</translation>
+    </message>
+    <message>
+        <source>The plan store is locked by another program. Trying again...</source>
+        <translation>The plan store is locked by another program. Trying again...</translation>
+    </message>
+    <message>
+        <source>The plan store cannot be read. Trying again...</source>
+        <translation>The plan store cannot be read. Trying again...</translation>
     </message>
 </context>
 <context>

@@ -234,10 +234,6 @@
         <translation>预案类别</translation>
     </message>
     <message>
-        <source>Store: %1</source>
-        <translation>数据：%1</translation>
-    </message>
-    <message>
         <source>Plans played lately</source>
         <translation>最近播放的预案</translation>
     </message>
@@ -326,6 +322,25 @@
     <message>
         <source>Close</source>
         <translation>关闭</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CStoreState</name>
+    <message>
+        <source>Store: %1</source>
+        <translation>数据：%1</translation>
+    </message>
+    <message>
+        <source>No connection to the plan store. Trying again...</source>
+        <translation>无法连接预案数据库，正在重试…</translation>
+    </message>
+    <message>
+        <source>The plan store is locked by another program. Trying again...</source>
+        <translation>预案数据库被其他程序锁定，正在重试…</translation>
+    </message>
+    <message>
+        <source>The plan store cannot be read. Trying again...</source>
+        <translation>无法读取预案数据库，正在重试…</translation>
     </message>
 </context>
 <context>

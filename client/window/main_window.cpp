@@ -13,7 +13,6 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolButton>
-#include <QUrl>
 #include <utility>
 
 #include "MarUIControl/nomal_message.h"
@@ -29,9 +28,9 @@
 #include "saving/plan_saver.h"
 #include "settings/settings_dialog.h"
 #include "wall/live_wall.h"
-#include "wall/plain_text_tip.h"
 #include "wall/test_picture_source.h"
 #include "wall/wall_bar.h"
+#include "window/store_state.h"
 #include "window/user_menu.h"
 #include "window/window_size.h"
 
@@ -47,12 +46,6 @@ namespace {
 
 constexpr int kSideWidth = 330;
 constexpr int kSecondsPerPlan = 20;
-
-// The address as a reader may see it: without a password.
-QString ShownStore(const QString& url) {
-  return url.startsWith(QLatin1String("postgresql:")) ? QUrl(url).toDisplayString(QUrl::RemovePassword)
-                                                      : url.section(QLatin1Char(':'), 1);
-}
 
 bool MayCycle() {
   return TarnPlanView::CViewConfigManager::Instance().IsSupportPlanGroupCycle();
@@ -123,12 +116,9 @@ void CMainWindow::BuildStatusBar(const QString& user, const QString& store_url) 
   connect(user_menu_, &CUserMenu::SignalUserChosen, this, &CMainWindow::SwitchUser);
   connect(user_menu_, &CUserMenu::SignalFailed, this,
           [this](const QString& text) { ShowTip(text, CNomalMessage::Failure); });
-  auto* store_label = new QLabel(tr("Store: %1").arg(ShownStore(store_url)), this);
-  store_label->setTextFormat(Qt::PlainText);
-  store_label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  store_label->setToolTip(PlainTextTip(store_label->text()));
+  store_state_ = new CStoreState(store_url, this);
   statusBar()->addWidget(user_menu_);
-  statusBar()->addWidget(store_label, 1);
+  statusBar()->addWidget(store_state_, 1);
   AddSettingsButton();
   statusBar()->setSizeGripEnabled(false);
 }
@@ -414,6 +404,13 @@ void CMainWindow::SwitchUser(const QString& user) {
   }
   saver_->Renew();
   Q_EMIT SignalUserSwitched();
+}
+
+void CMainWindow::ShowStoreTrouble(TarnHost::StoreTrouble trouble, const QString& line) {
+  store_state_->ShowTrouble(trouble, line);
+  for (const auto& family : families_) {
+    family->Panel()->ShowServiceTrouble(CStoreState::TextOf(trouble));
+  }
 }
 
 void CMainWindow::ShowTip(const QString& text, int state) {

@@ -14,6 +14,10 @@
 class QTabWidget;
 class QToolButton;
 
+namespace TarnHost {
+enum class StoreTrouble;
+}
+
 namespace view_plugin_protocol {
 struct GetPlanDetailResponse;
 struct UpdatePlanRequest;
@@ -30,6 +34,7 @@ class CPlanRenewal;
 class CPlanSaver;
 class CPlayHistory;
 class CSettingsDialog;
+class CStoreState;
 class CUserMenu;
 
 /// The client's window: a panel for each family of plans on the left, the live wall on the right. Keys: Ctrl+S and
@@ -76,6 +81,8 @@ class CMainWindow : public QMainWindow {
   /// a message.
   void SwitchUser(const QString& user);
   QString User() const;
+  /// What is wrong with the store, in the status line and on the panels' wait pages until kNone comes.
+  void ShowStoreTrouble(TarnHost::StoreTrouble trouble, const QString& line);
 
  Q_SIGNALS:
   void SignalUserSwitched();
@@ -121,6 +128,7 @@ class CMainWindow : public QMainWindow {
   CHistoryPopup* history_popup_ = nullptr;
   QToolButton* history_button_ = nullptr;
   CUserMenu* user_menu_ = nullptr;
+  CStoreState* store_state_ = nullptr;
   QPointer<CSettingsDialog> settings_;
   bool awaits_default_view_ = false;
   bool default_view_stands_ = false;  // nobody has wanted anything else since the client opened it

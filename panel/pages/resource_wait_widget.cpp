@@ -1,5 +1,6 @@
 #include "resource_wait_widget.h"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -22,14 +23,18 @@ constexpr int kRetryAfterSeconds = 15;
 CResourceWaitWidget::CResourceWaitWidget(QWidget* parent)
     : QWidget(parent),
       text_(new QLabel(tr("Loading the plans..."), this)),
+      trouble_(new QLabel(this)),
       elapsed_(new QLabel(this)),
       mark_place_(new QWidget(this)),
       retry_(new MarUIControl::CPushButton(tr("Try again"), this)) {
-  for (QLabel* label : {text_, elapsed_}) {
+  for (QLabel* label : {text_, trouble_, elapsed_}) {
     label->setAlignment(Qt::AlignCenter);
     label->setWordWrap(true);
   }
   text_->setObjectName(QStringLiteral("wait_text"));
+  trouble_->setObjectName(QStringLiteral("wait_trouble"));
+  trouble_->setTextFormat(Qt::PlainText);
+  trouble_->hide();
   elapsed_->setObjectName(QStringLiteral("wait_elapsed"));
   retry_->setObjectName(QStringLiteral("wait_retry"));
   mark_place_->setFixedSize(kMarkSize, kMarkSize);
@@ -39,6 +44,7 @@ CResourceWaitWidget::CResourceWaitWidget(QWidget* parent)
   layout->addStretch();
   layout->addWidget(mark_place_, 0, Qt::AlignHCenter);
   layout->addWidget(text_);
+  layout->addWidget(trouble_);
   layout->addWidget(elapsed_);
   layout->addWidget(retry_, 0, Qt::AlignHCenter);
   layout->addStretch();
@@ -56,6 +62,17 @@ void CResourceWaitWidget::SetWaiting(bool waiting) {
   since_start_.start();
   ShowElapsed(0);
   ticker_.start();
+}
+
+void CResourceWaitWidget::ShowTrouble(const QString& text) {
+  const bool news = !text.isEmpty() && text != trouble_->text();
+  trouble_->setText(text);
+  trouble_->setVisible(!text.isEmpty());
+  setAccessibleDescription(text);
+  if (news && isVisible()) {
+    QAccessibleEvent alert(trouble_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+  }
 }
 
 void CResourceWaitWidget::ShowElapsed(int seconds) {

@@ -19,6 +19,8 @@ class CResourceWaitWidget : public QWidget {
   /// Starts or ends the animation; starting begins to count anew.
   void SetWaiting(bool waiting);
   bool IsWaiting() const { return ticker_.isActive(); }
+  /// Why the plans do not come, while that lasts; empty when it is over.
+  void ShowTrouble(const QString& text);
   /// What the page says after so many seconds.
   void ShowElapsed(int seconds);
 
@@ -35,7 +37,7 @@ class CResourceWaitWidget : public QWidget {
   QTimer ticker_;
   QElapsedTimer since_start_;
   int frame_ = 0;
-  QLabel *text_ = nullptr, *elapsed_ = nullptr;
+  QLabel *text_ = nullptr, *trouble_ = nullptr, *elapsed_ = nullptr;
   QWidget* mark_place_ = nullptr;
   QPushButton* retry_ = nullptr;
 };

@@ -37,7 +37,7 @@ CClientRun::~CClientRun() {
 }
 
 bool CClientRun::WaitForEnd() {
-  if (!process_.waitForFinished(kEndMs) || process_.exitStatus() != QProcess::NormalExit) {
+  if (!HasEnded(kEndMs) || process_.exitStatus() != QProcess::NormalExit) {
     return false;
   }
   errors_ = QString::fromLocal8Bit(process_.readAllStandardError());

@@ -16,8 +16,11 @@ class CClientRun {
 
   /// Asks the program to go, as a log-out of the desktop does.
   void Terminate() { process_.terminate(); }
+  /// Waits for the end, but not for long.
+  bool HasEnded(int ms) { return process_.state() == QProcess::NotRunning || process_.waitForFinished(ms); }
   /// False when the program does not end within 90 seconds.
   bool WaitForEnd();
+  qint64 ProcessId() const { return process_.processId(); }
   int ExitCode() const { return process_.exitCode(); }
   QString Errors() const { return errors_; }
   QStringList Output() const { return output_; }

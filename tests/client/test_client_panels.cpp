@@ -5,6 +5,7 @@
 #include <QToolButton>
 #include <QtTest>
 
+#include "TarnHost/plan_store.h"
 #include "auto_plan_helper.h"
 #include "client_desk.h"
 #include "history/play_history.h"
@@ -26,6 +27,7 @@ class ClientPanelsTest : public TarnTest::CClientDesk {
   void HistoryPlaysAndSaysWhatIsGone();
   void SwitchesTheUser();
   void UserMenuListsTheUsers();
+  void ShowsTroubleOfTheStoreWhileItLasts();
 
  private:
   QStringList HistoryNames() const;
@@ -282,6 +284,29 @@ void ClientPanelsTest::UserMenuListsTheUsers() {
   QTest::keyClick(menu, Qt::Key_Return);
   QTRY_COMPARE(window_->User(), QString("viewer"));
   WaitForPlans();
+}
+
+void ClientPanelsTest::ShowsTroubleOfTheStoreWhileItLasts() {
+  using TarnHost::StoreTrouble;
+  Open();
+  auto* state = window_->findChild<QFrame*>("store_state");
+  auto* text = state->findChild<QLabel*>("store_state_text");
+  const QString before = text->text();
+  QSet<QString> sentences{before};
+  for (const auto trouble : {StoreTrouble::kConnectionLost, StoreTrouble::kLocked, StoreTrouble::kOther}) {
+    window_->ShowStoreTrouble(trouble, "the server's words");
+    QVERIFY(text->isVisible() && state->property("trouble").toBool());
+    QVERIFY(!text->text().isEmpty() && !sentences.contains(text->text()));
+    sentences.insert(text->text());
+    QCOMPARE(state->accessibleName(), text->text());
+    QVERIFY(state->toolTip().contains("the server's words") && state->accessibleDescription() == "the server's words");
+    for (size_t number = 0; number < window_->FamilyCount(); ++number) {
+      QCOMPARE(window_->Family(number).Panel()->findChild<QLabel*>("wait_trouble")->text(), text->text());
+    }
+  }
+  window_->ShowStoreTrouble(StoreTrouble::kNone, QString());
+  QVERIFY(text->text() == before && !state->property("trouble").toBool() && state->accessibleDescription().isEmpty());
+  QCOMPARE(window_->Family(0).Panel()->findChild<QLabel*>("wait_trouble")->text(), QString());
 }
 
 QTEST_MAIN(ClientPanelsTest)

@@ -334,6 +334,12 @@ void PanelSearchTest::WaitPageCountsAndOffersRetry() {
   page->ShowElapsed(5);
   QVERIFY(elapsed->text().contains('5'));
   QVERIFY(!retry->isVisible());
+  auto* trouble = page->findChild<QLabel*>(QStringLiteral("wait_trouble"));
+  QVERIFY(!trouble->isVisible());
+  stage.Panel().ShowServiceTrouble(QStringLiteral("No service"));
+  QVERIFY(trouble->isVisible() && trouble->text() == "No service" && page->accessibleDescription() == "No service");
+  stage.Panel().ShowServiceTrouble(QString());
+  QVERIFY(!trouble->isVisible() && page->accessibleDescription().isEmpty());
   page->ShowElapsed(15);
   QVERIFY(retry->isVisible());
   QTest::mouseClick(retry, Qt::LeftButton);

@@ -58,6 +58,7 @@ class PlanCallsTest : public QObject {
   void WaitsForTheDownload();
   void ServesTheSingletons();
   void MakesTheDemoSite();
+  void MakesAnEmptySite();
 };
 
 void PlanCallsTest::ListsWhatTheUserSees() {
@@ -596,6 +597,18 @@ void PlanCallsTest::MakesTheDemoSite() {
   QCOMPARE(site.cameras.size(), size_t(40));
   QCOMPARE(site.groups.size(), size_t(30));
   QCOMPARE(site.plans.size(), size_t(120));
+}
+
+void PlanCallsTest::MakesAnEmptySite() {
+  CStoreFixture fixture;
+  fixture.options.first_content = TarnHost::MakeEmptySite;
+  const CClient client(fixture.Open("operator"));
+  view::UserResponseInfo users;
+  QVERIFY(client->GetAllUserInfo({}, users));
+  QCOMPARE(users.users.size(), size_t(1));
+  QCOMPARE(client->DefaultUser(), QString("operator"));
+  QCOMPARE(client.Groups("-1") + client.Plans("-1") + client.Groups("-2"), QStringList());
+  QCOMPARE(client.AddPlan("-1", "First"), QString());
 }
 
 QTEST_GUILESS_MAIN(PlanCallsTest)

@@ -1,5 +1,7 @@
 #include <QSqlDatabase>
+#include <QSqlError>
 #include <QSqlQuery>
+#include <QUrl>
 #include <QtTest>
 #include <limits>
 
@@ -48,6 +50,49 @@ class CRecorder : public IResourceObserver {
   std::vector<std::pair<int, std::string>> watched_;
 };
 
+/// Keeps every client from writing, as one does that is in the midst of a long change.
+class CWritersHold {
+ public:
+  explicit CWritersHold(const CStoreFixture& fixture) {
+    const QUrl url(fixture.Url());
+    QSqlDatabase database = QSqlDatabase::addDatabase(CStoreFixture::OnPostgres() ? "QPSQL" : "QSQLITE", kName);
+    database.setHostName(url.host());
+    database.setPort(url.port());
+    database.setUserName(url.userName());
+    database.setDatabaseName(CStoreFixture::OnPostgres() ? url.path().mid(1) : fixture.File());
+    database.open();
+    Run(CStoreFixture::OnPostgres() ? "BEGIN" : "BEGIN IMMEDIATE");
+    if (CStoreFixture::OnPostgres()) {
+      Run("LOCK TABLE counter IN EXCLUSIVE MODE");
+    }
+  }
+  ~CWritersHold() {
+    Run("ROLLBACK");
+    QSqlDatabase::removeDatabase(kName);
+  }
+  CWritersHold(const CWritersHold&) = delete;
+  CWritersHold& operator=(const CWritersHold&) = delete;
+
+ private:
+  static constexpr char kName[] = "hold";
+  static void Run(const char* statement) {
+    QSqlQuery query(QSqlDatabase::database(kName));
+    if (!query.exec(statement)) {
+      qFatal("%s fails: %s", statement, qPrintable(query.lastError().text()));
+    }
+  }
+};
+
+/// Waits without letting events in, so that notices wait, too.
+bool WaitDeaf(const std::function<bool()>& done) {
+  QElapsedTimer clock;
+  clock.start();
+  while (!done() && !clock.hasExpired(10000)) {
+    QThread::yieldCurrentThread();
+  }
+  return done();
+}
+
 QString Line(const std::string& node, int event, const std::string& second, int type) {
   return QString::fromStdString(node + ":" + std::to_string(event) + ":" + second + ":" + std::to_string(type));
 }
@@ -60,6 +105,9 @@ class StoreEventsTest : public QObject {
   void TellsOthersAndNotItself();
   void TellsWithinASecond();
   void HasTheLastWordOnItsOwnChange();
+  void TellsOfItsOwnChangeThatItGaveUp();
+  void ClosesWhileAChangeWaits();
+  void TellsOnceOfManyChangesOfAPlan();
   void TellsRecipientsOfShares();
   void ReadsAllAgainAfterAGap();
   void ReadsAgainWhatItCouldNotRead();
@@ -182,6 +230,87 @@ void StoreEventsTest::HasTheLastWordOnItsOwnChange() {
   record.clear();
   QCOMPARE(ann.RenameGroup(gates, "Ann's own"), QString());
   QVERIFY(!QTest::qWaitFor([&record] { return !record.isEmpty(); }, 300));
+}
+
+// Whoever was answered that the service does not answer knows nothing of a change that came through later.
+void StoreEventsTest::TellsOfItsOwnChangeThatItGaveUp() {
+  CStoreFixture fixture;
+  const CClient ann(fixture.Open());
+  const CClient bob(fixture.Open("bob"));
+  const std::string gates = ann.Group("-1", "Gates"), north = ann.Group(gates, "North");
+  const std::string plan = ann.Plan("Gate A"), going = ann.Plan("Gate B");
+  QStringList record;
+  CRecorder own(ann, &record);
+  own.Watch(kGroupType, "root");
+  own.Watch(kGroupType, north);
+  own.Watch(kPlanType, plan);
+  auto update = ann.Unchanged(plan);
+  update.plan_name = "Gate A renamed";
+  const auto given_up = [&ann, &fixture](const std::function<QString(const CClient&)>& write) {
+    const CWritersHold hold(fixture);
+    return write(ann) == "The service does not answer";
+  };
+
+  QVERIFY(given_up([](const CClient& client) { return client.AddGroup("-1", "Late"); }));
+  QTRY_VERIFY(!ann.Group("-1", "Late").empty());
+  QVERIFY(given_up([&](const CClient& client) { return client.Update(update); }));
+  QTRY_COMPARE(ann.Plan("Gate A renamed"), plan);
+  QVERIFY(given_up([&](const CClient& client) { return client.DeletePlan(going); }));
+  QTRY_COMPARE(ann.Plan("Gate B"), std::string());
+  QTRY_COMPARE(record, (QStringList{Line("root", 3, ann.Group("-1", "Late"), kGroupType),
+                                    Line(plan, 2, "Gate A renamed", kPlanType), Line(north, 4, going, kPlanType)}));
+  QTRY_COMPARE(bob.Groups("-1"), ann.Groups("-1"));
+}
+
+// A server's client is cut off. What waits for a file is left behind, and does no harm when it ends after the store.
+void StoreEventsTest::ClosesWhileAChangeWaits() {
+  CStoreFixture fixture;
+  const CClient bob(fixture.Open("bob"));
+  auto ann = std::make_unique<CClient>(fixture.Open());
+  const bool cut_off = CStoreFixture::OnPostgres();
+  {
+    const CWritersHold hold(fixture);
+    QCOMPARE(ann->AddGroup("-1", "Late"), QString("The service does not answer"));
+    QElapsedTimer clock;
+    clock.start();
+    QCOMPARE((*ann)->Close(), cut_off);
+    ann.reset();
+    QVERIFY2(clock.elapsed() < 4000, qPrintable(QString::number(clock.elapsed())));
+  }
+  QCOMPARE(bob.AddGroup("-1", "Next"), QString());
+  QTRY_COMPARE(bob.Group("-1", "Late").empty(), cut_off);
+}
+
+void StoreEventsTest::TellsOnceOfManyChangesOfAPlan() {
+  CStoreFixture fixture;
+  const CClient ann(fixture.Open());
+  const CClient bob(fixture.Open("bob"));
+  const std::string gates = ann.Group("-1", "Gates"), north = ann.Group(gates, "North");
+  const std::string busy = ann.Plan("Gate A"), other = ann.Plan("Gate B");
+  QStringList record;
+  CRecorder recorder(ann, &record);
+  recorder.Watch(kGroupType, gates);
+  recorder.Watch(kGroupType, north);
+  recorder.Watch(kPlanType, busy);
+  recorder.Watch(kPlanType, other);
+  auto busy_update = bob.Unchanged(busy), other_update = bob.Unchanged(other);
+  const auto rename = [&](view::UpdatePlanRequest* update, const char* name) {
+    update->plan_name = name;
+    update->revision = 0;
+    QCOMPARE(bob.Update(*update), QString());
+    QVERIFY(WaitDeaf([&] { return !ann.Plan(name).empty(); }));  // each by itself, or the store tells of the last only
+  };
+  rename(&busy_update, "One");
+  rename(&other_update, "Other");
+  rename(&busy_update, "Two");
+  busy_update.parent_index_code = north;
+  rename(&busy_update, "Moved");
+  rename(&busy_update, "Last");
+  QCOMPARE(record, QStringList());
+  QTRY_COMPARE(record, (QStringList{Line(other, 2, "Other", kPlanType), Line(gates, 4, busy, kPlanType),
+                                    Line(north, 3, busy, kPlanType), Line(busy, 2, "Last", kPlanType)}));
+  rename(&busy_update, "Later");
+  QTRY_COMPARE(record.size(), 5);
 }
 
 void StoreEventsTest::TellsRecipientsOfShares() {

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Runs a program with a PostgreSQL server of its own: with_postgres.py PROGRAM [ARGUMENT...]
 
-The server listens on 127.0.0.1 alone, keeps its data in a folder that goes with it, and does not run as root. The
-program finds it in TARN_TEST_POSTGRES. Exit code 77 when PostgreSQL is not installed.
+The server listens on 127.0.0.1 alone, keeps its data in a folder that goes with it, and does not run as root. It asks
+no user for a password but one called "guarded". The program finds it in TARN_TEST_POSTGRES, its process in
+TARN_TEST_POSTGRES_PID. Exit code 77 when PostgreSQL is not installed.
 """
 import glob
 import os
@@ -33,6 +34,36 @@ def unprivileged():
     return {"user": account.pw_uid, "group": account.pw_gid, "extra_groups": []}
 
 
+def processes_of(server):
+    """The server's own process and those that it has started."""
+    found = [server]
+    for stat in glob.glob("/proc/[0-9]*/stat"):
+        try:
+            with open(stat) as file:
+                text = file.read()
+        except OSError:
+            continue
+        if int(text.rpartition(")")[2].split()[1]) == server:
+            found.append(int(stat.split("/")[2]))
+    return found
+
+
+def go_on(server):
+    """A program that stopped the server and died would leave it so."""
+    for process in processes_of(server):
+        try:
+            os.kill(process, signal.SIGCONT)
+        except ProcessLookupError:
+            pass
+
+
+def ask_for_password(rules, user):
+    with open(rules, "r+", encoding="utf-8") as file:
+        others = file.read()
+        file.seek(0)
+        file.write(f"host all {user} 127.0.0.1/32 scram-sha-256\n{others}")
+
+
 def main():
     initdb, server, ready = tool("initdb"), tool("postgres"), tool("pg_isready")
     if not (initdb and server and ready):
@@ -47,15 +78,18 @@ def main():
     try:
         subprocess.run([initdb, "-D", data, "-U", "tarn", "-A", "trust", "-E", "UTF8", "--locale=C", "--no-sync"],
                        check=True, stdout=subprocess.DEVNULL, cwd=folder, **account)
+        ask_for_password(os.path.join(data, "pg_hba.conf"), "guarded")
         process = subprocess.Popen(
             [server, "-D", data, "-p", port, "-c", "listen_addresses=127.0.0.1", "-c", f"unix_socket_directories={folder}",
              "-c", "log_min_messages=panic", "-c", "fsync=off"], cwd=folder, **account)
         subprocess.run(f"for i in $(seq 100); do '{ready}' -q -h 127.0.0.1 -p {port} && exit 0; "
                        f"kill -0 {process.pid} || exit 1; sleep 0.1; done; exit 1", shell=True, check=True)
-        environment = dict(os.environ, TARN_TEST_POSTGRES=f"postgresql://tarn@127.0.0.1:{port}")
+        environment = dict(os.environ, TARN_TEST_POSTGRES=f"postgresql://tarn@127.0.0.1:{port}",
+                           TARN_TEST_POSTGRES_PID=str(process.pid))
         return subprocess.run(sys.argv[1:], env=environment).returncode
     finally:
         if process is not None:
+            go_on(process.pid)
             process.send_signal(signal.SIGINT)
             process.wait()
         shutil.rmtree(folder, ignore_errors=True)

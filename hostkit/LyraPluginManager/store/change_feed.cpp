@@ -6,22 +6,18 @@ namespace TarnHost::Store {
 
 CChangeFeed::CChangeFeed(std::string own_origin) : own_origin_(std::move(own_origin)) {}
 
-std::optional<std::vector<ChangeEntry>> CChangeFeed::Take(const std::vector<ChangeEntry>& entries, int64_t newest) {
-  std::vector<ChangeEntry> foreign;
+bool CChangeFeed::Take(const std::vector<ChangeEntry>& entries, int64_t newest) {
   int64_t expected = last_;
   for (const ChangeEntry& entry : entries) {
     if (entry.seq != ++expected) {
-      return std::nullopt;
-    }
-    if (entry.origin != own_origin_) {
-      foreign.push_back(entry);
+      return false;
     }
   }
   if (expected != newest) {
-    return std::nullopt;
+    return false;
   }
   last_ = newest;
-  return foreign;
+  return true;
 }
 
 }  // namespace TarnHost::Store

@@ -2,7 +2,6 @@
 
 #include <atomic>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,7 +16,7 @@ struct ChangeEntry {
   int32_t code = 0;
 };
 
-/// Follows the change log: knows how far it was read, whether entries are missing and which are this process's own.
+/// Follows the change log: knows how far it was read and whether entries are missing.
 ///
 /// Entries are numbered without holes, so a hole means that the log was cut before it was read. Thread: one that
 /// reads the log; Last() from any.
@@ -30,9 +29,11 @@ class CChangeFeed {
   /// The content was read whole, as of entry `last`.
   void Restart(int64_t last) { last_ = last; }
 
-  /// Takes the entries after Last(), oldest first, and the number of the newest in the store. Answers the entries of
-  /// others and moves on; nothing when entries are missing: then the whole content must be read again.
-  std::optional<std::vector<ChangeEntry>> Take(const std::vector<ChangeEntry>& entries, int64_t newest);
+  /// Takes the entries after Last(), oldest first, and the number of the newest in the store. False when entries are
+  /// missing: then the whole content must be read again. Own entries are taken like others: what was made here and
+  /// answered is never read, for the log counts as read up to there; what is read was made by a call that went wrong
+  /// for its caller.
+  bool Take(const std::vector<ChangeEntry>& entries, int64_t newest);
 
  private:
   const std::string own_origin_;

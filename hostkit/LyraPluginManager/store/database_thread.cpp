@@ -1,87 +1,237 @@
 #include "store/database_thread.h"
 
-#include <utility>
+#include <QCoreApplication>
+#include <QThread>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+
+#include "store/database_call.h"
 
 namespace TarnHost::Store {
+namespace {
 
-CDatabaseThread::CDatabaseThread() : thread_([this] { Run(); }) {}
+using std::chrono::milliseconds;
 
-CDatabaseThread::~CDatabaseThread() {
-  Stop({});
+constexpr milliseconds kGuiPatience{2000}, kPatience{10000};
+
+bool IsGuiThread() {
+  const QCoreApplication* application = QCoreApplication::instance();
+  return application != nullptr && application->thread() == QThread::currentThread();
 }
 
-void CDatabaseThread::Post(std::function<void()> task) {
-  Add(std::move(task), [] {});
-}
+}  // namespace
 
-void CDatabaseThread::Add(std::function<void()> run, std::function<void()> drop) {
+/// What thread and owner share, so that either may outlive the other.
+class CDatabaseThread::CLoop {
+ public:
+  explicit CLoop(std::shared_ptr<CAnswering> answering) : answering_(std::move(answering)) {}
+
+  void Run();
+  void Add(const std::shared_ptr<CDatabaseCall>& call);
+  void SetBeat(milliseconds period, std::function<bool()> beat, When when);
+  void Stop(std::function<void()> last);
+  bool WaitUntilEnded(Clock::time_point deadline);
+  std::shared_ptr<CDatabaseCall> Running() const;
+  void MarkStuck();
+
+ private:
+  bool HasBeat() const { return beat_ && (stuck_ || when_ == kAlways); }
+  std::shared_ptr<CDatabaseCall> Next();
+  bool OnRun(bool answered);
+
+  const std::shared_ptr<CAnswering> answering_;
+  mutable std::mutex mutex_;
+  std::condition_variable wake_, end_;
+  std::deque<std::shared_ptr<CDatabaseCall>> calls_;
+  std::shared_ptr<CDatabaseCall> running_;
+  bool stopping_ = false, ended_ = false, stuck_ = false;
+  milliseconds period_{0};
+  std::function<bool()> beat_;
+  When when_ = kAlways;
+  Clock::time_point next_beat_ = Clock::time_point::max();
+};
+
+void CDatabaseThread::CLoop::Add(const std::shared_ptr<CDatabaseCall>& call) {
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     if (!stopping_) {
-      tasks_.push_back({std::move(run), std::move(drop)});
+      calls_.push_back(call);
       wake_.notify_one();
       return;
     }
   }
-  drop();
+  call->Drop();
 }
 
-void CDatabaseThread::SetBeat(std::chrono::milliseconds period, std::function<void()> beat) {
-  period_ = period;
-  beat_ = std::move(beat);
-  next_beat_ = std::chrono::steady_clock::now() + period;
+void CDatabaseThread::CLoop::SetBeat(milliseconds period, std::function<bool()> beat, When when) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  if (!stopping_) {
+    period_ = period;
+    beat_ = std::move(beat);
+    when_ = when;
+    next_beat_ = Clock::now() + period;
+    wake_.notify_one();
+  }
 }
 
-void CDatabaseThread::Stop(std::function<void()> last) {
-  std::deque<Task> dropped;
+void CDatabaseThread::CLoop::Stop(std::function<void()> last) {
+  std::deque<std::shared_ptr<CDatabaseCall>> dropped;
+  std::function<bool()> beat;  // dies outside the lock, as do the calls
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     if (stopping_) {
       return;
     }
     stopping_ = true;
-    dropped.swap(tasks_);
-    tasks_.push_back({std::move(last), {}});
+    beat.swap(beat_);
+    dropped.swap(calls_);
+    calls_.push_back(std::make_shared<CDatabaseCall>([last = std::move(last)] {
+      last();
+      return false;
+    }));
     wake_.notify_one();
   }
-  for (const Task& task : dropped) {
-    task.drop();
+  for (const auto& call : dropped) {
+    call->Drop();
   }
-  thread_.join();
 }
 
-std::function<void()> CDatabaseThread::Next() {
+bool CDatabaseThread::CLoop::WaitUntilEnded(Clock::time_point deadline) {
   std::unique_lock<std::mutex> lock(mutex_);
-  const auto something = [this] { return !tasks_.empty(); };
-  if (beat_) {
-    wake_.wait_until(lock, next_beat_, something);
-  } else {
-    wake_.wait(lock, something);
+  return end_.wait_until(lock, deadline, [this] { return ended_; });
+}
+
+std::shared_ptr<CDatabaseCall> CDatabaseThread::CLoop::Running() const {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  return running_;
+}
+
+void CDatabaseThread::CLoop::MarkStuck() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  if (!std::exchange(stuck_, true)) {
+    answering_->OnStuck();
+    wake_.notify_one();
+  }
+}
+
+void CDatabaseThread::CLoop::Run() {
+  for (bool ended = false; !ended;) {
+    bool answered = false;
+    if (const std::shared_ptr<CDatabaseCall> call = Next()) {
+      answered = call->Run();
+    }
+    ended = OnRun(answered);
+  }
+}
+
+std::shared_ptr<CDatabaseCall> CDatabaseThread::CLoop::Next() {
+  std::unique_lock<std::mutex> lock(mutex_);
+  wake_.wait(lock, [this] { return !calls_.empty() || HasBeat(); });
+  if (HasBeat()) {
+    wake_.wait_until(lock, next_beat_, [this] { return !calls_.empty(); });
   }
   // The beat comes in its time even when tasks never run out, and tasks get theirs after a beat that took long.
-  if (!stopping_ && std::chrono::steady_clock::now() >= next_beat_) {
-    next_beat_ = std::chrono::steady_clock::time_point::max();
-    return [this] {
-      beat_();
-      const std::lock_guard<std::mutex> again(mutex_);
-      next_beat_ = std::chrono::steady_clock::now() + period_;
-    };
+  if (HasBeat() && Clock::now() >= next_beat_) {
+    next_beat_ = Clock::time_point::max();
+    running_ = std::make_shared<CDatabaseCall>(beat_);
+  } else if (!calls_.empty()) {
+    running_ = std::move(calls_.front());
+    calls_.pop_front();
   }
-  if (tasks_.empty()) {
-    return [] {};
-  }
-  std::function<void()> run = std::move(tasks_.front().run);
-  tasks_.pop_front();
-  return run;
+  return running_;
 }
 
-void CDatabaseThread::Run() {
-  for (bool stop = false; !stop;) {
-    if (const std::function<void()> run = Next()) {
-      run();
-    }
+// Answers whether it was the thread's last act.
+bool CDatabaseThread::CLoop::OnRun(bool answered) {
+  bool again = false;
+  {
     const std::lock_guard<std::mutex> lock(mutex_);
-    stop = stopping_ && tasks_.empty();
+    running_.reset();
+    if (next_beat_ == Clock::time_point::max()) {
+      next_beat_ = Clock::now() + period_;
+    }
+    again = answered && std::exchange(stuck_, false);
+    ended_ = stopping_ && calls_.empty();
+    if (ended_) {
+      end_.notify_all();
+      return true;
+    }
+  }
+  if (again) {
+    answering_->OnAnswered();
+  }
+  return false;
+}
+
+CDatabaseThread::CDatabaseThread(std::shared_ptr<CAnswering> answering)
+    : answering_(answering),
+      loop_(std::make_shared<CLoop>(std::move(answering))),
+      thread_([loop = loop_] { loop->Run(); }) {}
+
+CDatabaseThread::~CDatabaseThread() {
+  loop_->Stop([] {});
+  if (thread_.get_id() == std::this_thread::get_id()) {
+    thread_.detach();
+  } else if (thread_.joinable()) {
+    thread_.join();
+  }
+}
+
+void CDatabaseThread::Perform(std::function<bool()> work, Patience patience) {
+  const bool on_gui = IsGuiThread();
+  if (on_gui && patience == kBounded && answering_->IsLost()) {
+    throw CStoreError::NotAnswering();
+  }
+  milliseconds limit = on_gui ? kGuiPatience : kPatience;
+  if (patience == kUntilDone) {
+    limit = std::chrono::hours(24);
+  }
+  const auto call = std::make_shared<CDatabaseCall>(std::move(work));
+  loop_->Add(call);
+  switch (call->Await(limit)) {
+    case CDatabaseCall::kDone:
+      return;
+    case CDatabaseCall::kGivenUp:
+      loop_->MarkStuck();
+      throw CStoreError::NotAnswering();
+    case CDatabaseCall::kDropped:
+      throw CStoreError("The plan store has been closed.");
+  }
+}
+
+void CDatabaseThread::Post(std::function<bool()> task) {
+  loop_->Add(std::make_shared<CDatabaseCall>(std::move(task)));
+}
+
+void CDatabaseThread::SetBeat(milliseconds period, std::function<bool()> beat, When when) {
+  loop_->SetBeat(period, std::move(beat), when);
+}
+
+bool CDatabaseThread::Claim() {
+  return loop_->Running()->Claim();
+}
+
+void CDatabaseThread::BeginStop(std::function<void()> last) {
+  loop_->Stop(std::move(last));
+}
+
+bool CDatabaseThread::WaitUntilEnded(Clock::time_point deadline) {
+  if (!loop_->WaitUntilEnded(deadline)) {
+    return false;
+  }
+  if (thread_.joinable()) {
+    thread_.join();
+  }
+  return true;
+}
+
+void CDatabaseThread::LeaveBehind() {
+  if (const auto running = loop_->Running()) {
+    running->Drop();
+  }
+  if (thread_.joinable()) {
+    thread_.detach();
   }
 }
 

@@ -1,69 +1,87 @@
 #pragma once
 
 #include <chrono>
-#include <condition_variable>
-#include <deque>
 #include <functional>
 #include <future>
 #include <memory>
-#include <mutex>
 #include <thread>
+#include <type_traits>
+#include <utility>
 
+#include "store/answering.h"
 #include "store/store_error.h"
 
 namespace TarnHost::Store {
 
-/// The one thread that touches the database: runs tasks in their order and, every now and then, a beat.
+class CDatabaseCall;
+
+/// A thread of its own for a database: runs tasks in their order and, every now and then, a beat.
+///
+/// A database may hang, so nobody waits for the thread without a limit. What it runs may outlive its callers and this
+/// object: tasks and beats hold what they use by value or shared.
 class CDatabaseThread {
  public:
-  CDatabaseThread();
+  using Clock = std::chrono::steady_clock;
+  enum Patience { kBounded, kUntilDone };
+  enum When { kAlways, kWhileStuck };
+
+  /// `answering` is told when the thread keeps a caller waiting too long, and when it gets something done after that.
+  explicit CDatabaseThread(std::shared_ptr<CAnswering> answering);
   ~CDatabaseThread();
 
-  /// Runs `task` on the thread and waits for it; pumps no events. What it throws comes back here; once the thread
-  /// stops, CStoreError. Thread: any but this one.
+  /// Runs `task` on the thread and waits for it, pumping no events: 2 s on the GUI thread, 10 s on any other; on the
+  /// GUI thread not at all while the store does not answer. What the task throws comes back here; CStoreError when its
+  /// end was not awaited or the thread stops. Thread: any but this one.
   template <class Task>
-  auto Call(Task task) -> decltype(task()) {
-    // Shared: the thread may still be leaving the task when the answer is here.
-    const auto packaged = std::make_shared<std::packaged_task<decltype(task())()>>(std::move(task));
-    auto result = packaged->get_future();
-    Add([packaged] { (*packaged)(); }, [packaged] { *packaged = {}; });
-    return Await(result);
+  auto Call(Task task, Patience patience = kBounded) -> decltype(task()) {
+    const auto answer = std::make_shared<std::promise<decltype(task())>>();
+    auto result = answer->get_future();
+    Perform([answer, task = std::move(task)]() mutable { return Fulfil(answer.get(), task); }, patience);
+    return result.get();
   }
 
-  /// Runs `task` some time later. Dropped when the thread stops. Thread: any.
-  void Post(std::function<void()> task);
+  /// Runs `task` some time later; it answers whether the database did. Dropped when the thread stops. Thread: any.
+  void Post(std::function<bool()> task);
 
-  /// Runs `beat` every `period` from now on, whatever else there is to do. Thread: this one's tasks.
-  void SetBeat(std::chrono::milliseconds period, std::function<void()> beat);
+  /// Runs `beat` every `period` from now on, whatever else there is to do, or only while somebody has given up waiting
+  /// and nothing was got done since; it answers whether the database did.
+  void SetBeat(std::chrono::milliseconds period, std::function<bool()> beat, When when = kAlways);
 
-  /// Ends after the running task: waiting calls fail, `last` runs as the thread's last act. Once only.
-  void Stop(std::function<void()> last);
+  /// Whether somebody waits for the running task; if so he waits for its end from here on. Thread: this one's tasks.
+  bool Claim();
+
+  /// Ends after the running task: calls that wait for their turn fail, `last` runs as the thread's last act. Once.
+  void BeginStop(std::function<void()> last);
+  /// After BeginStop(): whether the thread has ended, at the latest at `deadline`.
+  bool WaitUntilEnded(Clock::time_point deadline);
+  /// After BeginStop(): lets the thread end by itself some time later; whoever waits for the running task fails.
+  void LeaveBehind();
 
  private:
-  struct Task {
-    std::function<void()> run, drop;
-  };
+  class CLoop;
 
-  template <class Result>
-  static Result Await(std::future<Result>& result) {
+  template <class Result, class Task>
+  static bool Fulfil(std::promise<Result>* answer, Task& task) {
     try {
-      return result.get();
-    } catch (const std::future_error&) {
-      throw CStoreError("The plan store has been closed.");
+      if constexpr (std::is_void_v<Result>) {
+        task();
+        answer->set_value();
+      } else {
+        answer->set_value(task());
+      }
+    } catch (const CStoreError& error) {
+      answer->set_exception(std::current_exception());
+      return error.GetKind() != CStoreError::kConnectionLost;
+    } catch (...) {
+      answer->set_exception(std::current_exception());
     }
+    return true;
   }
 
-  void Add(std::function<void()> run, std::function<void()> drop);
-  void Run();
-  std::function<void()> Next();
+  void Perform(std::function<bool()> work, Patience patience);
 
-  std::mutex mutex_;
-  std::condition_variable wake_;
-  std::deque<Task> tasks_;
-  bool stopping_ = false;
-  std::chrono::milliseconds period_{0};
-  std::function<void()> beat_;
-  std::chrono::steady_clock::time_point next_beat_ = std::chrono::steady_clock::time_point::max();
+  const std::shared_ptr<CAnswering> answering_;
+  const std::shared_ptr<CLoop> loop_;
   std::thread thread_;
 };
 

@@ -165,6 +165,12 @@ void AddViews(PlanSite* site) {
 
 }  // namespace
 
+PlanSite MakeEmptySite() {
+  PlanSite site;
+  site.users = {{"operator", {5, 6, 7}}};
+  return site;
+}
+
 PlanSite MakeDemoSite() {
   PlanSite site;
   site.root_name = "Plans";

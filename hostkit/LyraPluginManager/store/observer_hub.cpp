@@ -18,6 +18,10 @@ bool IsSameGrowth(const CObserverHub::Event& one, const CObserverHub::Event& nex
          one.key == next.key && one.param.type == next.param.type;
 }
 
+bool IsPlanChange(const CObserverHub::Event& event) {
+  return event.param.event == ResourceData::RE_NAME_CHANGED && event.param.type == ResourceData::RT_VIEW;
+}
+
 /// Whether whoever is told `late` believes of the node what was true before `now`. A notice of growth does no such
 /// harm: the node is read anew for it.
 bool IsOutdatedBy(const CObserverHub::Event& late, const CObserverHub::Event& now) {
@@ -91,10 +95,19 @@ void CObserverHub::Schedule(std::vector<Event> events) {
   if (closed_ || events.empty()) {
     return;
   }
-  std::move(events.begin(), events.end(), std::back_inserter(events_));
+  for (Event& event : events) {
+    if (IsPlanChange(event)) {
+      ++waiting_changes_[event.key];
+    }
+    events_.push_back(std::move(event));
+  }
   if (!std::exchange(scheduled_, true)) {
     QMetaObject::invokeMethod(timer_, QOverload<>::of(&QTimer::start), Qt::QueuedConnection);
   }
+}
+
+bool CObserverHub::IsDelivering() const {
+  return thread() == QThread::currentThread() && delivering_;
 }
 
 void CObserverHub::Close() {
@@ -102,6 +115,7 @@ void CObserverHub::Close() {
   closed_ = true;
   observers_.clear();
   events_.clear();
+  waiting_changes_.clear();
 }
 
 void CObserverHub::DeliverSome() {
@@ -131,8 +145,21 @@ bool CObserverHub::TakeEvent(Event* event) {
   do {
     *event = std::move(events_.front());
     events_.pop_front();
-  } while (!events_.empty() && IsSameGrowth(*event, events_.front()));
+  } while (IsOutdated(*event) && !events_.empty());
   return true;
+}
+
+// With the mutex held, for the event that was just taken.
+bool CObserverHub::IsOutdated(const Event& event) {
+  if (!IsPlanChange(event)) {
+    return !events_.empty() && IsSameGrowth(event, events_.front());
+  }
+  const auto waiting = waiting_changes_.find(event.key);
+  const bool last = --waiting->second == 0;
+  if (last) {
+    waiting_changes_.erase(waiting);
+  }
+  return !last;
 }
 
 void CObserverHub::Deliver(const Event& event) {

@@ -13,7 +13,8 @@ namespace TarnHost::Store {
 
 /// Brings events to the registered observers on the GUI thread, in the order in which they were posted.
 ///
-/// Of neighbouring notices that children of one kind came to one node the last one is delivered.
+/// Of neighbouring notices that children of one kind came to one node the last one is delivered, of the notices that
+/// one plan has changed the last that waits: the plan is read anew for it, which may take long.
 /// A long row of events is delivered in short pieces between which the event loop runs. An event reaches who is
 /// registered for its node when it is delivered. Thread: made on the GUI thread; Post() and the registration from any.
 class CObserverHub : public QObject {
@@ -39,6 +40,8 @@ class CObserverHub : public QObject {
   /// After a change made here: posts those of the notices, which say how a node is now, that correct a notice still to
   /// be delivered, which says how it was before.
   void PostCorrections(std::vector<Event> events);
+  /// Whether an observer is being told something. Thread: the GUI's, any other answers no.
+  bool IsDelivering() const;
   bool IsObserved(const Key& key) const { return !ObserversOf(key).empty(); }
   /// Forgets all observers and events, for good.
   void Close();
@@ -47,12 +50,14 @@ class CObserverHub : public QObject {
   void Schedule(std::vector<Event> events);
   void DeliverSome();
   bool TakeEvent(Event* event);
+  bool IsOutdated(const Event& event);
   void Deliver(const Event& event);
   std::vector<ResourceData::IResourceObserver*> ObserversOf(const Key& key) const;
 
   mutable std::mutex mutex_;
   std::map<Key, std::vector<ResourceData::IResourceObserver*>> observers_;
   std::deque<Event> events_;
+  std::map<Key, int> waiting_changes_;  // notices that a plan has changed, by plan
   bool scheduled_ = false, closed_ = false;
   bool delivering_ = false;  // GUI thread
   QTimer* timer_;

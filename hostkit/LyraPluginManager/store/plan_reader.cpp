@@ -5,30 +5,52 @@
 #include "store/store_error.h"
 
 namespace TarnHost::Store {
+namespace {
 
-CPlanReader::CPlanReader(Opener open) : open_(std::move(open)) {}
+constexpr std::chrono::milliseconds kBeat{500};
 
-CPlanReader::~CPlanReader() {
-  Stop();
-}
+}  // namespace
 
-void CPlanReader::Stop() {
-  thread_.Stop([this] { Disconnect(); });
-}
-
-template <class Work>
-auto CPlanReader::Read(const Work& work) {
-  return thread_.Call([this, &work] {
+/// Lives on the thread, and as long as it has something to do.
+struct CPlanReader::Connection {
+  template <class Work>
+  auto Read(const Work& work) {
     Connect();
     try {
-      return work(*repository_);
+      return work(*repository);
     } catch (const CStoreError& error) {
       if (error.GetKind() == CStoreError::kConnectionLost) {
         Disconnect();
       }
       throw;
     }
-  });
+  }
+  bool Answers();
+  void Connect();
+  void Disconnect();
+
+  const Opener open;
+  const std::shared_ptr<CConnectionWatch> watch;
+  std::unique_ptr<CSqlEngine> engine{};
+  std::unique_ptr<CPlanRepository> repository{};
+};
+
+CPlanReader::CPlanReader(Opener open, std::shared_ptr<CAnswering> answering)
+    : watch_(std::make_shared<CConnectionWatch>()),
+      connection_(new Connection{std::move(open), watch_}),
+      thread_(std::move(answering)) {
+  // Callers on the GUI thread no longer come here while the store does not answer, so somebody has to look.
+  const auto look = [connection = connection_] { return connection->Answers(); };
+  thread_.SetBeat(kBeat, look, CDatabaseThread::kWhileStuck);
+}
+
+void CPlanReader::BeginStop() {
+  thread_.BeginStop([connection = connection_] { connection->Disconnect(); });
+}
+
+template <class Work>
+auto CPlanReader::Read(Work work) {
+  return thread_.Call([connection = connection_, work] { return connection->Read(work); });
 }
 
 std::optional<StoredPlan> CPlanReader::WholePlan(int32_t code) {
@@ -55,16 +77,25 @@ std::vector<std::string> CPlanReader::FavoriteCameras(int32_t user) {
   return Read([user](CPlanRepository& repository) { return repository.FavoriteCameras(user); });
 }
 
-void CPlanReader::Connect() {
-  if (!engine_) {
-    engine_ = open_();
-    repository_ = std::make_unique<CPlanRepository>(*engine_);
+bool CPlanReader::Connection::Answers() {
+  try {
+    Read([](CPlanRepository& plans) { return plans.NewestChange(); });
+    return true;
+  } catch (const CStoreError& error) {
+    return error.GetKind() != CStoreError::kConnectionLost;
   }
 }
 
-void CPlanReader::Disconnect() {
-  repository_.reset();
-  engine_.reset();
+void CPlanReader::Connection::Connect() {
+  if (!engine) {
+    engine = open(watch);
+    repository = std::make_unique<CPlanRepository>(*engine);
+  }
+}
+
+void CPlanReader::Connection::Disconnect() {
+  repository.reset();
+  engine.reset();
 }
 
 }  // namespace TarnHost::Store

@@ -14,10 +14,9 @@ namespace TarnHost::Store {
 /// Throws CStoreError. Thread: any; the connection lives on a thread of its own and is made anew after it was lost.
 class CPlanReader {
  public:
-  using Opener = std::function<std::unique_ptr<CSqlEngine>()>;
+  using Opener = std::function<std::unique_ptr<CSqlEngine>(std::shared_ptr<CConnectionWatch>)>;
 
-  explicit CPlanReader(Opener open);
-  ~CPlanReader();
+  CPlanReader(Opener open, std::shared_ptr<CAnswering> answering);
 
   std::optional<StoredPlan> WholePlan(int32_t code);
   std::pair<int32_t, int32_t> DefaultView(int32_t user);
@@ -25,18 +24,21 @@ class CPlanReader {
   std::optional<std::list<ptz_plugin_protocol::PresetInfo>> Presets(int32_t camera);
   std::optional<std::list<int32_t>> StreamTypes(int32_t camera);
   std::vector<std::string> FavoriteCameras(int32_t user);
-  /// Later reads fail. Once or more.
-  void Stop();
+
+  /// Later reads fail. Then, on Thread(), as CDatabaseThread has it.
+  void BeginStop();
+  /// Breaks off what waits for the server.
+  void Cut() { watch_->Cut(); }
+  CDatabaseThread& Thread() { return thread_; }
 
  private:
-  template <class Work>
-  auto Read(const Work& work);
-  void Connect();  // on the thread, as the next
-  void Disconnect();
+  struct Connection;
 
-  const Opener open_;
-  std::unique_ptr<CSqlEngine> engine_;
-  std::unique_ptr<CPlanRepository> repository_;
+  template <class Work>
+  auto Read(Work work);
+
+  const std::shared_ptr<CConnectionWatch> watch_;
+  const std::shared_ptr<Connection> connection_;
   CDatabaseThread thread_;
 };
 

@@ -276,6 +276,11 @@ std::vector<ChangeEntry> CPlanRepository::ChangesAfter(int64_t seq) {
   return entries;
 }
 
+std::optional<std::string> CPlanRepository::OriginOf(int64_t seq) {
+  const QVariant origin = engine_.Value("SELECT origin FROM change_log WHERE seq = ?", {qint64(seq)});
+  return origin.isValid() ? std::make_optional(origin.toString().toStdString()) : std::nullopt;
+}
+
 int64_t CPlanRepository::LogChange(const ChangeEntry& entry) {
   const int64_t seq = Advance("seq", 1);
   engine_.Execute("INSERT INTO change_log (seq, origin, kind, code) VALUES (?, ?, ?, ?)",

@@ -75,6 +75,8 @@ class CPlanRepository {
 
   int64_t NewestChange();
   std::vector<ChangeEntry> ChangesAfter(int64_t seq);
+  /// Who wrote the change with this number; none when it is not there, or not any more.
+  std::optional<std::string> OriginOf(int64_t seq);
   /// Writes the entry under the next number, which it answers, and forgets the oldest entries.
   int64_t LogChange(const ChangeEntry& entry);
 

@@ -3,7 +3,9 @@
 #include <utility>
 
 #include "TarnHost/plan_site.h"
+#include "marlog/marlog.h"
 #include "store/feature_switches.h"
+#include "store/postgres_address.h"
 #include "store/store_error.h"
 #include "store/store_services.h"
 
@@ -37,15 +39,23 @@ PlanStoreOptions Completed(PlanStoreOptions options) {
 std::shared_ptr<CPlanStore> CPlanStore::Open(const PlanStoreOptions& options, QString* error) {
   try {
     CheckOverrides(options.switch_overrides);
-    auto store = std::make_shared<Store::CStoreServices>(Completed(options));
-    store->Start();
+    const auto services = std::make_shared<Store::CStoreServices>(Completed(options));
+    // Its threads hold the services, too, so their end cannot wait for a destructor.
+    const std::shared_ptr<CPlanStore> store(services.get(), [services](CPlanStore*) { services->Close(); });
+    services->Start();
     return store;
   } catch (const Store::CStoreError& failure) {
+    marlog::Write("LyraClientError", marlog::Error, "[%s(%d)] [0x%08x] - %s", "TarnHost::CPlanStore::Open", __LINE__,
+                  0U, qUtf8Printable(failure.LogText()));
     if (error != nullptr) {
       *error = failure.Text();
     }
     return nullptr;
   }
+}
+
+QString CPlanStore::ShownAddress(const QString& url) {
+  return Store::ShownAddress(url);
 }
 
 QStringList CPlanStore::SwitchNames() {

@@ -1,6 +1,12 @@
 #include "store/postgres_engine.h"
 
+#include <libpq-fe.h>
+
+#include <QSqlDriver>
+#include <chrono>
+
 #include "store/migrations.h"
+#include "store/postgres_refusal.h"
 #include "store/store_opener.h"
 
 namespace TarnHost::Store {
@@ -9,34 +15,69 @@ namespace {
 constexpr int kPatience = 5000;  // ms
 // Any number will do that is no other program's.
 constexpr int kWriterLock = 0x5461726e;
-constexpr int kDefaultPort = 5432;
+constexpr auto kConnectTimeout = std::chrono::seconds(5);
+const char kSessionEnded[] = "25P03";  // it was idle in a transaction for too long
 
-// The store as messages name it: without the password.
-QString PlaceOf(const QUrl& url) {
-  return url.toString(QUrl::RemovePassword | QUrl::RemoveQuery);
+// As the driver's options have it.
+QString Option(const char* name, QString value) {
+  value.replace('\\', QLatin1String("\\\\")).replace('\'', QLatin1String("\\'"));
+  return value.isEmpty() ? QString() : QStringLiteral(";%1='%2'").arg(QLatin1String(name), value);
+}
+
+int SocketOf(const QSqlDatabase& database) {
+  const QVariant handle = database.driver()->handle();
+  const bool known = qstrcmp(handle.typeName(), "PGconn*") == 0;
+  return known ? PQsocket(*static_cast<PGconn* const*>(handle.constData())) : -1;
 }
 
 }  // namespace
 
-CPostgresEngine::CPostgresEngine(const QUrl& url) : CSqlEngine(QStringLiteral("QPSQL"), PlaceOf(url)), url_(url) {}
+CPostgresEngine::CPostgresEngine(const PostgresAddress& address)
+    : CSqlEngine(QStringLiteral("QPSQL"), address.Place()), address_(address) {}
 
 void CPostgresEngine::Configure(QSqlDatabase* database) const {
-  database->setHostName(url_.host());
-  database->setPort(url_.port(kDefaultPort));
-  database->setUserName(url_.userName(QUrl::FullyDecoded));
-  database->setPassword(url_.password(QUrl::FullyDecoded));
-  database->setDatabaseName(url_.path(QUrl::FullyDecoded).mid(1));
+  database->setHostName(address_.host);
+  database->setPort(address_.port);
+  database->setUserName(address_.user);
+  database->setPassword(address_.password);
+  database->setDatabaseName(address_.database);
   // A cut line is noticed in seconds, not after the network's own patience of minutes.
   database->setConnectOptions(
-      QStringLiteral("connect_timeout=5;tcp_user_timeout=10000;keepalives_idle=5;keepalives_interval=3;"
-                     "keepalives_count=2"));
+      QStringLiteral("connect_timeout=%1;tcp_user_timeout=10000;keepalives_idle=5;keepalives_interval=3;"
+                     "keepalives_count=2")
+          .arg(kConnectTimeout.count()) +
+      Option("sslmode", address_.ssl_mode) + Option("sslrootcert", address_.ssl_root_cert));
+}
+
+void CPostgresEngine::Connect() {
+  const auto begin = std::chrono::steady_clock::now();
+  try {
+    OpenDatabase();
+  } catch (const CStoreError& error) {
+    const bool was_silent = std::chrono::steady_clock::now() - begin >= kConnectTimeout;
+    const QString reason = was_silent ? ReasonOfSilence(address_) : ReasonOfRefusal(address_);
+    throw CStoreError(QStringLiteral("The plan store %1 cannot be opened: %2.").arg(place_, reason),
+                      CStoreError::kConnectionLost, error.Words());
+  }
 }
 
 void CPostgresEngine::Open() {
-  OpenDatabase();
+  Connect();
+  WatchSocket(SocketOf(database_));
   RunOnce(QStringLiteral("SET client_min_messages = warning"));
   RunOnce(QStringLiteral("SET synchronous_commit = on"));
   SetPatience(kPatience);
+  LimitAbsence();
+}
+
+// What a desk that vanishes in mid-write holds, the turn to write above all, must not stay with it: by the server's own
+// settings it would for hours. The last setting is missing on older servers.
+void CPostgresEngine::LimitAbsence() {
+  RunOnce(QStringLiteral("SET idle_in_transaction_session_timeout = 15000"));
+  RunOnce(QStringLiteral("SET tcp_keepalives_idle = 5"));
+  RunOnce(QStringLiteral("SET tcp_keepalives_interval = 5"));
+  RunOnce(QStringLiteral("SET tcp_keepalives_count = 2"));
+  RunOnce(QStringLiteral("SELECT set_config(name, '15000', false) FROM pg_settings WHERE name = 'tcp_user_timeout'"));
 }
 
 void CPostgresEngine::SetPatience(int milliseconds) {
@@ -67,27 +108,36 @@ bool CPostgresEngine::IsFilled() {
 CStoreError::Kind CPostgresEngine::KindOf(const QSqlError& error) const {
   const QString state = error.nativeErrorCode();
   if (!database_.isOpen() || error.type() == QSqlError::ConnectionError || state.startsWith("08") ||
-      state.startsWith("57P") || state.isEmpty()) {
+      state.startsWith("57P") || state == kSessionEnded || state.isEmpty()) {
     return CStoreError::kConnectionLost;
   }
   if (state == "55P03") {
     return CStoreError::kBusy;
   }
-  return state == "25006" || state == "42501" ? CStoreError::kReadOnly : CStoreError::kFailed;
+  if (state == "42501") {
+    return CStoreError::kNoRight;
+  }
+  return state == "25006" ? CStoreError::kReadOnly : CStoreError::kFailed;
 }
 
-std::unique_ptr<CSqlEngine> OpenPostgresStore(const QUrl& url, const NewStore& fresh) {
-  auto engine = std::make_unique<CPostgresEngine>(url);
-  const QString place = PlaceOf(url);
+std::unique_ptr<CSqlEngine> OpenPostgresStore(const PostgresAddress& address, const NewStore& fresh,
+                                              std::shared_ptr<CConnectionWatch> watch) {
+  auto engine = std::make_unique<CPostgresEngine>(address);
+  engine->SetWatch(std::move(watch));
+  engine->Open();
   try {
-    engine->Open();
-  } catch (const CStoreError&) {
-    throw CStoreError(QStringLiteral("The plan store %1 cannot be reached.").arg(place), CStoreError::kConnectionLost);
+    if (!engine->IsFilled()) {
+      FillNewStore(*engine, fresh);
+    }
+    Migrate(*engine, address.Place());
+  } catch (const CStoreError& error) {
+    if (error.GetKind() != CStoreError::kNoRight) {
+      throw;
+    }
+    throw CStoreError(QStringLiteral("The plan store %1 cannot be opened: user \"%2\" has no right to create tables.")
+                          .arg(address.Place(), engine->Value("SELECT current_user").toString()),
+                      CStoreError::kNoRight, error.Words());
   }
-  if (!engine->IsFilled()) {
-    FillNewStore(*engine, fresh);
-  }
-  Migrate(*engine, place);
   return engine;
 }
 

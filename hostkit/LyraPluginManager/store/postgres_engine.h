@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QUrl>
-
+#include "store/postgres_address.h"
 #include "store/sql_engine.h"
 
 namespace TarnHost::Store {
@@ -11,7 +10,7 @@ struct NewStore;
 /// A store in a PostgreSQL database that several workstations share.
 class CPostgresEngine : public CSqlEngine {
  public:
-  explicit CPostgresEngine(const QUrl& url);
+  explicit CPostgresEngine(const PostgresAddress& address);
 
   void Open() override;
   void BeginWrite() override;
@@ -24,11 +23,14 @@ class CPostgresEngine : public CSqlEngine {
  private:
   void Configure(QSqlDatabase* database) const override;
   CStoreError::Kind KindOf(const QSqlError& error) const override;
+  void Connect();
+  void LimitAbsence();
 
-  const QUrl url_;
+  const PostgresAddress address_;
 };
 
-/// Opens the store at `url`, making tables and content in a database that is still empty.
-std::unique_ptr<CSqlEngine> OpenPostgresStore(const QUrl& url, const NewStore& fresh);
+/// Opens the store at `address`, making tables and content in a database that is still empty.
+std::unique_ptr<CSqlEngine> OpenPostgresStore(const PostgresAddress& address, const NewStore& fresh,
+                                              std::shared_ptr<CConnectionWatch> watch);
 
 }  // namespace TarnHost::Store

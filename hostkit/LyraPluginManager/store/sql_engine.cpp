@@ -10,6 +10,24 @@ QVariant NotNull(const QVariant& value) {
   return value.type() == QVariant::String && value.isNull() ? QVariant(QStringLiteral("")) : value;
 }
 
+// Null for what only the database's own words explain.
+const char* TextOf(CStoreError::Kind kind) {
+  switch (kind) {
+    case CStoreError::kBusy:
+      return "The plan store %1 is locked by another program.";
+    case CStoreError::kReadOnly:
+      return "The plan store %1 is read-only.";
+    case CStoreError::kNoRight:
+      return "The plan store %1 does not allow its user to do that.";
+    case CStoreError::kDamaged:
+      return "The plan store %1 is damaged.";
+    case CStoreError::kConnectionLost:
+      return "The connection to the plan store %1 is lost.";
+    default:
+      return nullptr;
+  }
+}
+
 }  // namespace
 
 CSqlEngine::CSqlEngine(const QString& driver, const QString& place)
@@ -27,6 +45,12 @@ void CSqlEngine::OpenDatabase() {
   }
 }
 
+void CSqlEngine::WatchSocket(int socket) {
+  if (watch_) {
+    watch_->Attach(socket);
+  }
+}
+
 // The driver goes before its statements, or each of them would still turn to a server that may be lost.
 void CSqlEngine::Close() {
   if (database_.isValid()) {
@@ -34,6 +58,9 @@ void CSqlEngine::Close() {
     QSqlDatabase::removeDatabase(connection_);
   }
   statements_.clear();
+  if (watch_) {
+    watch_->Detach();
+  }
 }
 
 void CSqlEngine::Commit() {
@@ -41,15 +68,28 @@ void CSqlEngine::Commit() {
 }
 
 void CSqlEngine::Rollback() noexcept {
+  if (!database_.isOpen()) {
+    return;
+  }
+  const CConnectionWatch::CWait wait(watch_.get());
   QSqlQuery query(database_);
   query.exec(QStringLiteral("ROLLBACK"));
 }
 
+// After a connection that was lost could not be made again.
+void CSqlEngine::RequireOpen() const {
+  if (!database_.isOpen()) {
+    Fail(QSqlError());
+  }
+}
+
 QSqlQuery& CSqlEngine::Prepared(const QString& sql) {
+  RequireOpen();
   std::shared_ptr<QSqlQuery>& query = statements_[sql];
   if (!query) {
     auto fresh = std::make_shared<QSqlQuery>(database_);
     fresh->setForwardOnly(true);
+    const CConnectionWatch::CWait wait(watch_.get());
     if (!fresh->prepare(sql)) {
       const QSqlError error = fresh->lastError();
       statements_.remove(sql);
@@ -65,6 +105,7 @@ QSqlQuery& CSqlEngine::Run(const QString& sql, const QVariantList& values) {
   for (int i = 0; i < values.size(); ++i) {
     query.bindValue(i, NotNull(values[i]));
   }
+  const CConnectionWatch::CWait wait(watch_.get());
   if (!query.exec()) {
     const QSqlError error = query.lastError();
     query.finish();
@@ -83,8 +124,10 @@ int CSqlEngine::Execute(const QString& sql, const QVariantList& values) {
 void CSqlEngine::ForEach(const QString& sql, const QVariantList& values,
                          const std::function<void(const QSqlQuery&)>& take) {
   QSqlQuery& query = Run(sql, values);
+  CConnectionWatch::CWait wait(watch_.get());
   while (query.next()) {
     take(query);
+    wait.Renew();
   }
   const QSqlError error = query.lastError();
   query.finish();  // a statement left half read would hold the connection's view of the store
@@ -95,12 +138,15 @@ void CSqlEngine::ForEach(const QString& sql, const QVariantList& values,
 
 QVariant CSqlEngine::Value(const QString& sql, const QVariantList& values) {
   QSqlQuery& query = Run(sql, values);
+  const CConnectionWatch::CWait wait(watch_.get());
   const QVariant value = query.next() ? query.value(0) : QVariant();
   query.finish();
   return value;
 }
 
 QVariant CSqlEngine::RunOnce(const QString& sql) {
+  RequireOpen();
+  const CConnectionWatch::CWait wait(watch_.get());
   QSqlQuery query(database_);
   query.setForwardOnly(true);
   if (!query.exec(sql)) {
@@ -110,20 +156,15 @@ QVariant CSqlEngine::RunOnce(const QString& sql) {
 }
 
 void CSqlEngine::Fail(const QSqlError& error) const {
-  const CStoreError::Kind kind = KindOf(error);
-  switch (kind) {
-    case CStoreError::kBusy:
-      throw CStoreError(QStringLiteral("The plan store %1 is locked by another program.").arg(place_), kind);
-    case CStoreError::kReadOnly:
-      throw CStoreError(QStringLiteral("The plan store %1 is read-only.").arg(place_), kind);
-    case CStoreError::kDamaged:
-      throw CStoreError(QStringLiteral("The plan store %1 is damaged.").arg(place_), kind);
-    case CStoreError::kConnectionLost:
-      throw CStoreError(QStringLiteral("The connection to the plan store %1 is lost.").arg(place_), kind);
-    default:
-      throw CStoreError(QStringLiteral("The plan store %1 failed: %2").arg(place_, error.databaseText().simplified()),
-                        CStoreError::kFailed);
+  if (watch_ && watch_->WasCut()) {
+    throw CStoreError::NotAnswering(CStoreError::kConnectionLost);
   }
+  const CStoreError::Kind kind = KindOf(error);
+  const QString words = error.databaseText().simplified();
+  const char* text = TextOf(kind);
+  throw CStoreError(
+      text != nullptr ? QString(text).arg(place_) : QStringLiteral("The plan store %1 failed: %2").arg(place_, words),
+      text != nullptr ? kind : CStoreError::kFailed, words);
 }
 
 CTransaction::CTransaction(CSqlEngine& engine, Mode mode) : engine_(engine) {

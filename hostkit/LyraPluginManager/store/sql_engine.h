@@ -8,7 +8,9 @@
 #include <QVariant>
 #include <functional>
 #include <memory>
+#include <utility>
 
+#include "store/connection_watch.h"
 #include "store/store_error.h"
 
 namespace TarnHost::Store {
@@ -19,6 +21,9 @@ namespace TarnHost::Store {
 class CSqlEngine {
  public:
   virtual ~CSqlEngine();
+
+  /// Sees to it that nobody waits for a server for ever. Before Open().
+  void SetWatch(std::shared_ptr<CConnectionWatch> watch) { watch_ = std::move(watch); }
 
   virtual void Open() = 0;
   void Close();
@@ -56,15 +61,18 @@ class CSqlEngine {
   [[noreturn]] void Fail(const QSqlError& error) const;
   virtual void Configure(QSqlDatabase* database) const = 0;
   void OpenDatabase();
+  void WatchSocket(int socket);
 
   QSqlDatabase database_;
   const QString place_;  // the store as messages name it
 
  private:
+  void RequireOpen() const;
   QSqlQuery& Prepared(const QString& sql);
   QSqlQuery& Run(const QString& sql, const QVariantList& values);
 
   const QString driver_, connection_;
+  std::shared_ptr<CConnectionWatch> watch_;
   QHash<QString, std::shared_ptr<QSqlQuery>> statements_;
 };
 

@@ -17,13 +17,15 @@ struct NewStore {
 };
 
 /// Opens the store at `url`, making it when it does not exist. Throws CStoreError with one line for the user when it
-/// cannot be used; nothing that exists is changed before it was found to be a sound store. Thread: the database's.
-std::unique_ptr<CSqlEngine> OpenStore(const QString& url, const NewStore& fresh);
+/// cannot be used; nothing that exists is changed before it was found to be a sound store. `watch` cuts the connection
+/// to a server that hangs. Thread: the database's.
+std::unique_ptr<CSqlEngine> OpenStore(const QString& url, const NewStore& fresh,
+                                      std::shared_ptr<CConnectionWatch> watch);
 
 /// Whether the store can be read over further connections; one in memory has a single one.
 bool HasReaders(const QString& url);
 /// A further connection to a store that is open already. Throws CStoreError.
-std::unique_ptr<CSqlEngine> OpenReader(const QString& url);
+std::unique_ptr<CSqlEngine> OpenReader(const QString& url, std::shared_ptr<CConnectionWatch> watch);
 
 /// Makes tables and content in the database of `engine`, all or nothing; leaves one that has them as it is.
 void FillNewStore(CSqlEngine& engine, const NewStore& fresh);

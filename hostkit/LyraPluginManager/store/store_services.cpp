@@ -16,6 +16,10 @@ using std::chrono::steady_clock;
 namespace view = view_plugin_protocol;
 
 constexpr auto kBeat = std::chrono::milliseconds(200);
+// Between two attempts to connect again: a server logs each that it refuses.
+constexpr auto kBetweenAttempts = std::chrono::seconds(1);
+// At its end a store waits so long for what its threads do, then, having cut the connections, for the threads.
+constexpr std::chrono::milliseconds kNoTime(0), kOrderlyEnd(1500), kEndAfterCut(1000);
 const char kRoot[] = "root";
 const char kNoDefaultView[] = "-3";
 const char kNoAutomaticPlan[] = "NoAutoRunPlan";
@@ -49,28 +53,47 @@ bool Answer(Response* response, const Work& work) {
   return AnswerOr(&response->error_info, work);
 }
 
-}  // namespace
-
-CStoreServices::CStoreServices(PlanStoreOptions options) : options_(std::move(options)), hub_(new CObserverHub) {}
-
-CStoreServices::~CStoreServices() {
-  Close();
+StoreTrouble KindFor(const CStoreError& error) {
+  if (error.GetKind() == CStoreError::kConnectionLost) {
+    return StoreTrouble::kConnectionLost;
+  }
+  return error.GetKind() == CStoreError::kBusy ? StoreTrouble::kLocked : StoreTrouble::kOther;
 }
 
+}  // namespace
+
+CStoreServices::CStoreServices(PlanStoreOptions options)
+    : options_(std::move(options)),
+      hub_(new CObserverHub),
+      answering_(std::make_shared<CAnswering>()),
+      watch_(std::make_shared<CConnectionWatch>()),
+      thread_(answering_) {}
+
+// Opening has limits of its own: the engines' and those of the watch.
 void CStoreServices::Start() {
-  thread_.Call([this] { OpenDatabase(); });
+  answering_->SetAgain([weak = weak_from_this()] {
+    if (const auto self = weak.lock()) {
+      self->TellAgain();
+    }
+  });
+  thread_.Call([self = shared_from_this()] { self->OpenDatabase(); }, CDatabaseThread::kUntilDone);
   ClearViewData();
 }
 
 void CStoreServices::OpenDatabase() {
-  engine_ = OpenStore(options_.url, {options_.first_content, options_.now()});
+  engine_ = OpenStore(options_.url, {options_.first_content, options_.now()}, watch_);
   if (HasReaders(options_.url)) {
-    reader_ = std::make_unique<CPlanReader>([url = options_.url] { return OpenReader(url); });
+    const auto open = [url = options_.url](auto watch) { return OpenReader(url, std::move(watch)); };
+    reader_ = std::make_unique<CPlanReader>(open, answering_);
   }
   site_ = CSiteDirectory::Read(*engine_, options_.switch_overrides);
-  session_ = std::make_unique<CStoreSession>(*engine_, catalog_, user_, *hub_);
+  session_ = std::make_unique<CStoreSession>(
+      *engine_, catalog_, user_, *hub_, [this] { return thread_.Claim(); }, closed_);
   writer_ = std::make_unique<CPlanWriter>(*session_, site_, options_.now);
-  thread_.SetBeat(kBeat, [this] { Beat(); });
+  thread_.SetBeat(kBeat, [weak = weak_from_this()] {
+    const auto self = weak.lock();
+    return self && self->Beat();
+  });
 }
 
 void CStoreServices::CloseDatabase() {
@@ -79,39 +102,94 @@ void CStoreServices::CloseDatabase() {
   engine_.reset();
 }
 
-void CStoreServices::Close() {
+bool CStoreServices::Close() {
   closed_ = true;
   hub_->Close();
+  thread_.BeginStop([self = shared_from_this()] { self->CloseDatabase(); });
   if (reader_) {
-    reader_->Stop();
+    reader_->BeginStop();
   }
-  thread_.Stop([this] { CloseDatabase(); });
+  const auto now = steady_clock::now();
+  const auto in_order = now + (answering_->IsLost() ? kNoTime : kOrderlyEnd);
+  if (WaitUntilEnded(in_order)) {
+    return true;
+  }
+  watch_->Cut();
+  if (reader_) {
+    reader_->Cut();
+  }
+  if (WaitUntilEnded(in_order + kEndAfterCut)) {
+    return true;
+  }
+  thread_.LeaveBehind();
+  if (reader_) {
+    reader_->Thread().LeaveBehind();
+  }
+  return false;
 }
 
-// A trouble is logged when it begins, not at every beat.
-void CStoreServices::Beat() {
-  QString trouble;
+bool CStoreServices::WaitUntilEnded(steady_clock::time_point deadline) {
+  const bool reader_ended = !reader_ || reader_->Thread().WaitUntilEnded(deadline);
+  return thread_.WaitUntilEnded(deadline) && reader_ended;
+}
+
+// Answers whether the database did.
+bool CStoreServices::Beat() {
+  if (connection_lost_ && steady_clock::now() < next_attempt_) {
+    return false;
+  }
+  std::optional<CStoreError> trouble;
   try {
     Reconnect();
     DownloadWhenWanted();
     session_->Poll();
   } catch (const CStoreError& error) {
-    trouble = error.Text();
+    trouble = error;
     connection_lost_ = error.GetKind() == CStoreError::kConnectionLost;
   } catch (const std::exception& error) {
-    trouble = QString::fromUtf8(error.what());
+    trouble = CStoreError(QString::fromUtf8(error.what()), CStoreError::kFailed);
   }
-  if (trouble != std::exchange(last_trouble_, trouble) && !trouble.isEmpty()) {
+  NoteTrouble(trouble);
+  return !connection_lost_;
+}
+
+// A trouble is logged and told when it begins or becomes another, not at every beat.
+void CStoreServices::NoteTrouble(const std::optional<CStoreError>& trouble) {
+  const QString text = trouble ? trouble->Text() : QString();
+  if (text == std::exchange(last_trouble_, text)) {
+    return;
+  }
+  if (trouble) {
     marlog::Write("LyraClientError", marlog::Error, "[%s(%d)] [0x%08x] - %s", "TarnHost::Store::CStoreServices::Beat",
-                  __LINE__, 0U, qUtf8Printable(trouble));
+                  __LINE__, 0U, qUtf8Printable(trouble->LogText()));
   }
+  if (options_.on_trouble) {
+    const auto tell = [weak = weak_from_this(), kind = trouble ? KindFor(*trouble) : StoreTrouble::kNone, text] {
+      const auto self = weak.lock();
+      if (self && !self->closed_) {
+        self->options_.on_trouble(kind, text);
+      }
+    };
+    QMetaObject::invokeMethod(hub_.get(), tell, Qt::QueuedConnection);
+  }
+}
+
+/// Runs work(writer) on the database thread. It must refer to nothing of its caller's.
+template <class Work>
+auto CStoreServices::Write(Work work) {
+  return thread_.Call([self = shared_from_this(), work] { return work(*self->writer_); });
+}
+
+/// Runs work(repository) there, for stores that have no reader.
+template <class Work>
+auto CStoreServices::Read(Work work) {
+  return thread_.Call([self = shared_from_this(), work] { return work(self->session_->Repository()); });
 }
 
 void CStoreServices::Reconnect() {
   if (connection_lost_) {
-    engine_->Close();
-    engine_->Open();
-    session_->Resume();
+    next_attempt_ = steady_clock::now() + kBetweenAttempts;
+    session_->Reconnect();
     connection_lost_ = false;
   }
 }
@@ -128,7 +206,7 @@ void CStoreServices::DownloadWhenWanted() {
 void CStoreServices::ClearViewData() {
   download_end_ = (steady_clock::now() + options_.download_delay).time_since_epoch().count();
   ++downloads_wanted_;
-  thread_.Post([this] { Beat(); });
+  thread_.Post([self = shared_from_this()] { return self->Beat(); });
 }
 
 bool CStoreServices::IsDownloaded() const {
@@ -247,7 +325,7 @@ bool CStoreServices::GetPlansInGroup(const view::GetPlansInGroupRequest& request
 bool CStoreServices::AddPlanGroup(const view::AddPlanGroupRequest& request, view::AddPlanGroupResponse& response) {
   return Answer(&response, [&] {
     const int32_t user = RequireUser();
-    response.index_code = std::to_string(thread_.Call([&] { return writer_->AddGroup(request, user); }));
+    response.index_code = std::to_string(Write([=](CPlanWriter& writer) { return writer.AddGroup(request, user); }));
   });
 }
 
@@ -255,7 +333,7 @@ bool CStoreServices::UpdatePlanGroup(const view::UpdatePlanGroupRequest& request
                                      view::UpdatePlanGroupResponse& response) {
   return Answer(&response, [&] {
     const int32_t user = RequireUser();
-    thread_.Call([&] { writer_->RenameGroup(request, user); });
+    Write([=](CPlanWriter& writer) { writer.RenameGroup(request, user); });
   });
 }
 
@@ -263,28 +341,28 @@ bool CStoreServices::DeletePlanGroup(const view::DeletePlanGroupRequest& request
                                      view::DeletePlanGroupResponse& response) {
   return Answer(&response, [&] {
     const int32_t user = RequireUser();
-    thread_.Call([&] { writer_->DeleteGroup(request.index_code, user); });
+    Write([=](CPlanWriter& writer) { writer.DeleteGroup(request.index_code, user); });
   });
 }
 
 bool CStoreServices::AddPlan(const view::AddPlanRequest& request, view::AddPlanResponse& response) {
   return Answer(&response, [&] {
     const int32_t user = RequireUser();
-    response.index_code = std::to_string(thread_.Call([&] { return writer_->AddPlan(request, user); }));
+    response.index_code = std::to_string(Write([=](CPlanWriter& writer) { return writer.AddPlan(request, user); }));
   });
 }
 
 bool CStoreServices::UpdatePlan(const view::UpdatePlanRequest& request, view::UpdatePlanResponse& response) {
   return Answer(&response, [&] {
     const int32_t user = RequireUser();
-    thread_.Call([&] { writer_->UpdatePlan(request, user); });
+    Write([=](CPlanWriter& writer) { writer.UpdatePlan(request, user); });
   });
 }
 
 bool CStoreServices::DeletePlan(const view::DeletePlanResquest& request, view::DeletePlanResponse& response) {
   return Answer(&response, [&] {
     const int32_t user = RequireUser();
-    thread_.Call([&] { writer_->DeletePlan(request.plan_index_code, user); });
+    Write([=](CPlanWriter& writer) { writer.DeletePlan(request.plan_index_code, user); });
   });
 }
 
@@ -298,11 +376,39 @@ int32_t CStoreServices::AutomaticPlan() const {
 }
 
 StoredPlan CStoreServices::ReadPlan(int32_t code, int32_t user) {
-  auto plan = reader_ ? reader_->WholePlan(code) : thread_.Call([&] { return session_->Repository().WholePlan(code); });
+  auto plan = reader_ ? reader_->WholePlan(code)
+                      : Read([code](CPlanRepository& repository) { return repository.WholePlan(code); });
   if (!plan || (plan->row.family == kOwn && plan->row.owner != user)) {
     throw CStoreError(kPlanGone);
   }
   return std::move(*plan);
+}
+
+// Whoever was told of a change and then cannot read the plan will not ask again by himself.
+StoredPlan CStoreServices::ReadToldPlan(int32_t code, int32_t user) {
+  try {
+    return ReadPlan(code, user);
+  } catch (const CStoreError& error) {
+    if (error.GetKind() == CStoreError::kNotAnswering && hub_->IsDelivering()) {
+      const std::lock_guard<std::mutex> lock(untold_mutex_);
+      untold_plans_.insert(code);
+    }
+    throw;
+  }
+}
+
+void CStoreServices::TellAgain() {
+  std::set<int32_t> codes;
+  {
+    const std::lock_guard<std::mutex> lock(untold_mutex_);
+    codes.swap(untold_plans_);
+  }
+  for (const int32_t code : codes) {
+    if (const auto hit = catalog_.FindPlan(code, user_)) {
+      const std::optional<PlanRow> row = hit->plan;
+      hub_->Post(EventsOf(row, row, user_));
+    }
+  }
 }
 
 std::string CStoreServices::ParentName(int32_t parent, int32_t user) const {
@@ -315,7 +421,7 @@ bool CStoreServices::GetPlanDetail(const view::GetPlanDetailRequest& request, vi
     const int32_t user = RequireUser();
     RequireDownloaded();
     const bool automatic = request.query_kind == 1;
-    StoredPlan plan = ReadPlan(automatic ? AutomaticPlan() : ParseCode(request.plan_index_code), user);
+    StoredPlan plan = ReadToldPlan(automatic ? AutomaticPlan() : ParseCode(request.plan_index_code), user);
     response.index_code = std::to_string(plan.row.code);
     response.name = plan.row.name;
     response.group_index_code = std::to_string(plan.row.parent);
@@ -335,7 +441,7 @@ bool CStoreServices::GetPlanDetail(const view::GetPlanDetailRequest& request, vi
 bool CStoreServices::AddPlanLog(const view::AddPlanLogRequestParam& request, view::AddPlanLogResponseParam& response) {
   return Answer(&response, [&] {
     const int32_t user = RequireUser();
-    thread_.Call([&] { writer_->LogPlay(request, user); });
+    Write([=](CPlanWriter& writer) { writer.LogPlay(request, user); });
   });
 }
 
@@ -367,7 +473,8 @@ bool CStoreServices::GetClientViewConfig(const view::GetClientDefaultViewConfigR
     const int32_t user = RequireUser();
     RequireDownloaded();
     const std::pair<int32_t, int32_t> found =
-        reader_ ? reader_->DefaultView(user) : thread_.Call([&] { return session_->Repository().DefaultView(user); });
+        reader_ ? reader_->DefaultView(user)
+                : Read([user](CPlanRepository& repository) { return repository.DefaultView(user); });
     const bool there = IsVisible(found.first, user);
     response.index_code = there ? std::to_string(found.first) : kNoDefaultView;
     response.type = there ? found.second : 0;
@@ -378,7 +485,7 @@ bool CStoreServices::SetClientViewConfig(const view::ClienDefaultViewConfigReque
                                          view::ClienDefaultViewConfigReponse& response) {
   return Answer(&response, [&] {
     const int32_t user = RequireUser();
-    thread_.Call([&] { writer_->SetDefaultView(request, user); });
+    Write([=](CPlanWriter& writer) { writer.SetDefaultView(request, user); });
   });
 }
 
@@ -408,7 +515,7 @@ bool CStoreServices::GetAllUserInfo(const view::UserRequestInfo&, view::UserResp
 bool CStoreServices::ViewShareUsers(const view::ViewShareResquestInfo& request, view::ShareViewResponseInfo& response) {
   const bool shared = Answer(&response, [&] {
     const int32_t user = RequireUser();
-    thread_.Call([&] { writer_->Share(request, user); });
+    Write([=](CPlanWriter& writer) { writer.Share(request, user); });
   });
   response.error_model = response.error_code = shared ? 0 : 1;
   return shared;
@@ -465,8 +572,9 @@ bool CStoreServices::GetPresets(const ptz_plugin_protocol::GetPresetRequest& req
   return Answer(&response, [&] {
     RequireOpen();
     const int32_t camera = ParseCode(request.camera_index_code);
-    response.presets = Existing(reader_ ? reader_->Presets(camera)
-                                        : thread_.Call([&] { return session_->Repository().Presets(camera); }));
+    response.presets =
+        Existing(reader_ ? reader_->Presets(camera)
+                         : Read([camera](CPlanRepository& repository) { return repository.Presets(camera); }));
   });
 }
 
@@ -477,7 +585,7 @@ bool CStoreServices::GetStreamAbility(const play_plugin_protocol::GetStreamAbiRe
     const int32_t camera = ParseCode(request.camera_index_code);
     response.stream_types =
         Existing(reader_ ? reader_->StreamTypes(camera)
-                         : thread_.Call([&] { return session_->Repository().StreamTypes(camera); }));
+                         : Read([camera](CPlanRepository& repository) { return repository.StreamTypes(camera); }));
   });
 }
 
@@ -485,7 +593,8 @@ bool CStoreServices::GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>
                                    std::vector<ResourceTreeKit::CCameraItemInfo>& cameras, std::string* error) {
   return AnswerOr(error, [&] {
     RequireOpen();
-    CameraList list = reader_ ? reader_->Cameras() : thread_.Call([this] { return session_->Repository().Cameras(); });
+    CameraList list =
+        reader_ ? reader_->Cameras() : Read([](CPlanRepository& repository) { return repository.Cameras(); });
     regions = std::move(list.regions);
     cameras = std::move(list.cameras);
   });
@@ -495,14 +604,14 @@ bool CStoreServices::GetFavoriteCameras(std::vector<std::string>& index_codes, s
   return AnswerOr(error, [&] {
     const int32_t user = RequireUser();
     index_codes = reader_ ? reader_->FavoriteCameras(user)
-                          : thread_.Call([&] { return session_->Repository().FavoriteCameras(user); });
+                          : Read([user](CPlanRepository& repository) { return repository.FavoriteCameras(user); });
   });
 }
 
 bool CStoreServices::SetFavoriteCamera(const std::string& index_code, bool favorite, std::string* error) {
   return AnswerOr(error, [&] {
     const int32_t user = RequireUser();
-    thread_.Call([&] { writer_->SetFavoriteCamera(index_code, favorite, user); });
+    Write([=](CPlanWriter& writer) { writer.SetFavoriteCamera(index_code, favorite, user); });
   });
 }
 

@@ -2,6 +2,8 @@
 
 #include <atomic>
 #include <memory>
+#include <mutex>
+#include <set>
 
 #include "TarnHost/plan_store.h"
 #include "store/database_thread.h"
@@ -15,10 +17,11 @@
 namespace TarnHost::Store {
 
 /// The plan store's calls: reads from the catalog, everything else by the database thread.
-class CStoreServices : public CPlanStore {
+///
+/// Owned by a shared pointer: what runs on the threads keeps it alive, also when it was left behind by Close().
+class CStoreServices : public CPlanStore, public std::enable_shared_from_this<CStoreServices> {
  public:
   explicit CStoreServices(PlanStoreOptions options);
-  ~CStoreServices() override;
 
   /// Opens the database and starts the first download; throws CStoreError. Once, before anything else.
   void Start();
@@ -27,7 +30,7 @@ class CStoreServices : public CPlanStore {
   QString DefaultUser() const override;
   std::string StationId() const override { return site_.StationId(); }
   std::string FindPlanByName(const QString& name) const override;
-  void Close() override;
+  bool Close() override;
 
   bool GetPlanGroups(const view_plugin_protocol::GetPlanGroupsRequest& request,
                      view_plugin_protocol::GetPlanGroupsResponse& response) override;
@@ -82,11 +85,19 @@ class CStoreServices : public CPlanStore {
                         play_plugin_protocol::GetStreamAbiResponse& response) override;
 
  private:
-  void OpenDatabase();  // on the database thread, as the next four
-  void Beat();
+  void OpenDatabase();  // on the database thread, as the next five
+  bool Beat();
+  void NoteTrouble(const std::optional<CStoreError>& trouble);
   void Reconnect();
   void DownloadWhenWanted();
   void CloseDatabase();
+
+  template <class Work>
+  auto Write(Work work);
+  template <class Work>
+  auto Read(Work work);
+  bool WaitUntilEnded(CDatabaseThread::Clock::time_point deadline);
+  void TellAgain();
 
   void RequireOpen() const;
   int32_t RequireUser() const;
@@ -94,6 +105,7 @@ class CStoreServices : public CPlanStore {
   bool IsDownloaded() const;
   int32_t AutomaticPlan() const;
   StoredPlan ReadPlan(int32_t code, int32_t user);
+  StoredPlan ReadToldPlan(int32_t code, int32_t user);
   std::string ParentName(int32_t parent, int32_t user) const;
   bool IsVisible(int32_t code, int32_t user) const;
   void PostChildrenOf(const std::string& group_code);
@@ -114,10 +126,18 @@ class CStoreServices : public CPlanStore {
   std::unique_ptr<CStoreSession> session_;
   std::unique_ptr<CPlanWriter> writer_;
   QString last_trouble_;
+  std::chrono::steady_clock::time_point next_attempt_;
   bool connection_lost_ = false;
 
   // Reads what the catalog does not hold; null where the store has but one connection. Made with the database.
   std::unique_ptr<CPlanReader> reader_;
+
+  // Plans whose notices came while they could not be read: told again when the store answers.
+  std::mutex untold_mutex_;
+  std::set<int32_t> untold_plans_;
+
+  const std::shared_ptr<CAnswering> answering_;
+  const std::shared_ptr<CConnectionWatch> watch_;
   CDatabaseThread thread_;
 };
 

@@ -1,16 +1,33 @@
 #include "store/store_session.h"
 
 #include <QUuid>
+#include <chrono>
+#include <thread>
+#include <utility>
 
 namespace TarnHost::Store {
+namespace {
+
+using std::chrono::steady_clock;
+
+// For a line to come back while a write waits to be answered, and between two attempts.
+constexpr auto kPatience = std::chrono::seconds(6);
+constexpr auto kPause = std::chrono::milliseconds(200);
+const char kUnknownOutcome[] =
+    "The connection to the plan store was lost while the change was being saved. Look whether it is there before you"
+    " try again.";
+
+}  // namespace
 
 CStoreSession::CStoreSession(CSqlEngine& engine, CPlanCatalog& catalog, const std::atomic<int32_t>& user,
-                             CObserverHub& hub)
+                             CObserverHub& hub, std::function<bool()> is_awaited, const std::atomic<bool>& closed)
     : engine_(engine),
       repository_(engine),
       catalog_(catalog),
       user_(user),
       hub_(hub),
+      is_awaited_(std::move(is_awaited)),
+      closed_(closed),
       feed_(QUuid::createUuid().toString(QUuid::WithoutBraces).toStdString()) {}
 
 void CStoreSession::LoadCatalog() {
@@ -41,7 +58,14 @@ void CStoreSession::Poll() {
   }
 }
 
-void CStoreSession::Resume() {
+void CStoreSession::Connect() {
+  engine_.Close();
+  engine_.Open();
+  feed_.Restart(-1);  // whatever comes next: all is to be read anew
+}
+
+void CStoreSession::Reconnect() {
+  Connect();
   if (loaded_) {
     LoadCatalog();
     hub_.Post({WholeTreeEvent()});
@@ -59,14 +83,14 @@ void CStoreSession::CatchUp() {
   if (newest == feed_.Last()) {
     return;
   }
-  const auto foreign = feed_.Take(repository_.ChangesAfter(feed_.Last()), newest);
-  if (!foreign) {
+  const std::vector<ChangeEntry> entries = repository_.ChangesAfter(feed_.Last());
+  if (!feed_.Take(entries, newest)) {
     ReadWhole();
     hub_.Post({WholeTreeEvent()});
     return;
   }
   try {
-    for (const ChangeEntry& entry : *foreign) {
+    for (const ChangeEntry& entry : entries) {
       ApplyForeign(entry);
     }
   } catch (...) {
@@ -89,7 +113,7 @@ void CStoreSession::ApplyForeign(const ChangeEntry& entry) {
   }
 }
 
-void CStoreSession::Note(ChangeEntry::Kind kind, int32_t code, std::function<void()> apply) {
+void CStoreSession::Note(ChangeEntry::Kind kind, int32_t code, std::function<void(bool awaited)> apply) {
   journal_.push_back({{0, feed_.OwnOrigin(), kind, code}, std::move(apply)});
 }
 
@@ -101,43 +125,93 @@ void CStoreSession::WriteJournal() {
 
 void CStoreSession::ApplyJournal() {
   if (loaded_) {
+    const bool awaited = is_awaited_();
     for (const Step& step : journal_) {
-      step.apply();
+      step.apply(awaited);
       feed_.Restart(step.entry.seq);
     }
   }
   journal_.clear();
 }
 
+// The server may have committed before the line broke. Whoever is answered that nothing was saved saves again, so the
+// log of changes is asked first.
+bool CStoreSession::WasCommitted(const CStoreError& error) {
+  const std::vector<Step> journal = std::exchange(journal_, {});  // all is read anew
+  if (error.GetKind() != CStoreError::kConnectionLost || journal.empty() || journal.back().entry.seq == 0) {
+    return false;
+  }
+  bool committed = false;
+  try {
+    AwaitConnection();
+    committed = IsLogged(journal.back().entry);
+  } catch (const CStoreError&) {
+    throw CStoreError(kUnknownOutcome, CStoreError::kConnectionLost);
+  }
+  try {
+    Poll();
+  } catch (const CStoreError&) {
+    // It is saved all the same; the next look reads what this one did not.
+  }
+  return committed;
+}
+
+// In its turn to write: by then the lost transaction has ended, one way or the other.
+bool CStoreSession::IsLogged(const ChangeEntry& entry) {
+  CTransaction transaction(engine_, CTransaction::kWrite);
+  const std::optional<std::string> origin = repository_.OriginOf(entry.seq);
+  if (!origin && repository_.NewestChange() >= entry.seq) {
+    throw CStoreError(kUnknownOutcome);  // others have written so much that the entry is forgotten
+  }
+  return origin == entry.origin;
+}
+
+void CStoreSession::AwaitConnection() {
+  const auto end = steady_clock::now() + kPatience;
+  for (;;) {
+    try {
+      Connect();
+      return;
+    } catch (const CStoreError&) {
+      if (closed_ || steady_clock::now() >= end) {
+        throw;
+      }
+    }
+    std::this_thread::sleep_for(kPause);
+  }
+}
+
 void CStoreSession::SaveNew(const GroupRow& group) {
   repository_.InsertGroup(group);
-  Note(ChangeEntry::kGroupSaved, group.code, [this, group] { catalog_.Put(group); });
+  Note(ChangeEntry::kGroupSaved, group.code, [this, group](bool awaited) { Put(group, awaited); });
 }
 
 void CStoreSession::SaveName(GroupRow group, const std::string& name) {
   repository_.RenameGroup(group.code, name);
   group.name = name;
-  Note(ChangeEntry::kGroupSaved, group.code, [this, group] { PutChanged(group); });
+  Note(ChangeEntry::kGroupSaved, group.code, [this, group](bool awaited) { Put(group, awaited); });
 }
 
 void CStoreSession::RemoveGroup(int32_t code) {
   repository_.DeleteGroup(code);
-  Note(ChangeEntry::kGroupRemoved, code, [this, code] { catalog_.RemoveGroup(code); });
+  Note(ChangeEntry::kGroupRemoved, code,
+       [this, code](bool awaited) { TellRemoved(catalog_.RemoveGroup(code), awaited); });
 }
 
 void CStoreSession::SaveNew(const StoredPlan& plan) {
   repository_.InsertPlan(plan);
-  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row] { catalog_.Put(row); });
+  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row](bool awaited) { Put(row, awaited); });
 }
 
 void CStoreSession::SaveChanged(const StoredPlan& plan) {
   repository_.UpdatePlan(plan);
-  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row] { PutChanged(row); });
+  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row](bool awaited) { Put(row, awaited); });
 }
 
 void CStoreSession::RemovePlan(int32_t code) {
   repository_.DeletePlan(code);
-  Note(ChangeEntry::kPlanRemoved, code, [this, code] { catalog_.RemovePlan(code); });
+  Note(ChangeEntry::kPlanRemoved, code,
+       [this, code](bool awaited) { TellRemoved(catalog_.RemovePlan(code), awaited); });
 }
 
 }  // namespace TarnHost::Store

@@ -2,6 +2,8 @@
 
 #include <atomic>
 #include <functional>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "store/change_feed.h"
@@ -18,8 +20,11 @@ namespace TarnHost::Store {
 /// Throws CStoreError. Thread: the database thread.
 class CStoreSession {
  public:
-  /// `user` names whose events are made; `hub` takes them and outlives the session.
-  CStoreSession(CSqlEngine& engine, CPlanCatalog& catalog, const std::atomic<int32_t>& user, CObserverHub& hub);
+  /// `user` names whose events are made; `hub` takes them and outlives the session. `is_awaited` answers whether
+  /// somebody waits for the running transaction, and has him wait for its end. Once `closed`, no lost connection is
+  /// waited for.
+  CStoreSession(CSqlEngine& engine, CPlanCatalog& catalog, const std::atomic<int32_t>& user, CObserverHub& hub,
+                std::function<bool()> is_awaited, const std::atomic<bool>& closed);
 
   CSqlEngine& Engine() { return engine_; }
   CPlanRepository& Repository() { return repository_; }
@@ -29,19 +34,28 @@ class CStoreSession {
   void DropCatalog();
   /// Brings in what other processes changed; raises the whole-tree event when that cannot be told change by change.
   void Poll();
-  /// The connection was lost and is there again.
-  void Resume();
+  /// Connects again after the connection was lost, and reads everything anew.
+  void Reconnect();
 
-  /// Runs `work` in one transaction. What it saves or removes goes through Save...() and Remove...().
+  /// Runs `work` in one transaction. What it saves or removes goes through Save...() and Remove...(). When nobody waits
+  /// for it any more, its changes are told like somebody else's. When the connection is lost over the commit, it is
+  /// found out what became of it before this returns or throws.
   template <class Work>
   auto Write(Work work) {
-    CTransaction transaction(engine_, CTransaction::kWrite);
-    BeginJournal();
-    auto result = work();
-    WriteJournal();
-    transaction.Commit();
+    std::optional<decltype(work())> result;
+    try {
+      CTransaction transaction(engine_, CTransaction::kWrite);
+      BeginJournal();
+      result = work();
+      WriteJournal();
+      transaction.Commit();
+    } catch (const CStoreError& error) {
+      if (!result || !WasCommitted(error)) {
+        throw;
+      }
+    }
     ApplyJournal();
-    return result;
+    return std::move(*result);
   }
 
   void SaveNew(const GroupRow& group);
@@ -54,20 +68,34 @@ class CStoreSession {
  private:
   struct Step {
     ChangeEntry entry;
-    std::function<void()> apply;
+    std::function<void(bool awaited)> apply;
   };
 
   void BeginJournal();
   void WriteJournal();
   void ApplyJournal();
-  /// A change of somebody else's to the same row, brought in just before, may not have been told yet: told after this
-  /// one was answered, it would have the last word.
+  bool WasCommitted(const CStoreError& error);
+  bool IsLogged(const ChangeEntry& entry);
+  void AwaitConnection();
+  void Connect();
   template <class Row>
-  void PutChanged(const Row& row) {
-    catalog_.Put(row);
-    hub_.PostCorrections(CorrectionsOf(row));
+  void Put(const Row& row, bool awaited) {
+    const std::optional<Row> before = catalog_.Put(row);
+    if (!awaited) {
+      hub_.Post(EventsOf(before, std::optional<Row>(row), user_));
+    } else if (before) {
+      // A change of somebody else's to the same row, brought in just before, may not have been told yet: told after
+      // this one was answered, it would have the last word.
+      hub_.PostCorrections(CorrectionsOf(row));
+    }
   }
-  void Note(ChangeEntry::Kind kind, int32_t code, std::function<void()> apply);
+  template <class Row>
+  void TellRemoved(const std::optional<Row>& before, bool awaited) {
+    if (!awaited) {
+      hub_.Post(EventsOf(before, std::optional<Row>(), user_));
+    }
+  }
+  void Note(ChangeEntry::Kind kind, int32_t code, std::function<void(bool awaited)> apply);
   void CatchUp();
   void ReadWhole();
   void ApplyForeign(const ChangeEntry& entry);
@@ -77,6 +105,8 @@ class CStoreSession {
   CPlanCatalog& catalog_;
   const std::atomic<int32_t>& user_;
   CObserverHub& hub_;
+  const std::function<bool()> is_awaited_;
+  const std::atomic<bool>& closed_;
   CChangeFeed feed_;
   bool loaded_ = false, unread_ = false;
   std::vector<Step> journal_;

@@ -52,6 +52,9 @@ struct PlanSite {
   std::vector<std::pair<std::string, int>> switches;  // name, value; the rest keep their defaults
 };
 
+/// A site that is still to be filled: one user, "operator", with all rights.
+TARN_HOST_EXPORT PlanSite MakeEmptySite();
+
 /// The demo site: 4 users with different rights, 40 cameras in a region tree, 30 groups and 120 plans.
 TARN_HOST_EXPORT PlanSite MakeDemoSite();
 

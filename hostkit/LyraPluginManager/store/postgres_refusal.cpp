@@ -1,0 +1,116 @@
+#include "store/postgres_refusal.h"
+
+#include <libpq-fe.h>
+#include <poll.h>
+
+#include <QHash>
+#include <QRegularExpression>
+#include <QVector>
+#include <chrono>
+#include <memory>
+
+namespace TarnHost::Store {
+namespace {
+
+using std::chrono::steady_clock;
+
+constexpr auto kPatience = std::chrono::seconds(5);
+
+using Connection = std::unique_ptr<PGconn, decltype(&PQfinish)>;
+
+Connection Begin(const PostgresAddress& address) {
+  const QVector<QPair<const char*, QByteArray>> settings = {
+      {"user", address.user.toUtf8()},
+      {"password", address.password.toUtf8()},
+      {"host", address.host.toUtf8()},
+      {"port", QByteArray::number(address.port)},
+      {"dbname", address.database.toUtf8()},
+      {"sslmode", address.ssl_mode.toUtf8()},
+      {"sslrootcert", address.ssl_root_cert.toUtf8()},
+  };
+  QVector<const char*> names, values;
+  for (const auto& setting : settings) {
+    names.append(setting.first);
+    values.append(setting.second.constData());  // an empty one counts as not set
+  }
+  names.append(nullptr);
+  values.append(nullptr);
+  return Connection(PQconnectStartParams(names.constData(), values.constData(), 0), &PQfinish);
+}
+
+bool IsReached(const PGconn* connection) {
+  const ConnStatusType status = PQstatus(connection);
+  return status != CONNECTION_BAD && status != CONNECTION_STARTED;
+}
+
+// Waits until the connection can go on; false when its time is over.
+bool Await(const PGconn* connection, PostgresPollingStatusType state, steady_clock::time_point end) {
+  const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - steady_clock::now()).count();
+  pollfd socket{PQsocket(connection), short(state == PGRES_POLLING_READING ? POLLIN : POLLOUT), 0};
+  return left > 0 && poll(&socket, 1, static_cast<int>(left)) > 0;
+}
+
+QString Quoted(const char* name) {
+  return '"' + QString::fromUtf8(name) + '"';
+}
+
+// The code stands before the server's own words: "FATAL:  28P01: password authentication failed".
+QString CodeIn(const QString& words) {
+  static const QRegularExpression code(QStringLiteral(":\\s+(?=[A-Z]*[0-9])([0-9A-Z]{5}):\\s"));
+  return code.match(words).captured(1);
+}
+
+QString ReasonByCode(const QString& code, const PGconn* connection) {
+  const QString user = Quoted(PQuser(connection)), database = Quoted(PQdb(connection));
+  const QHash<QString, QString> reasons = {
+      {"28P01", QStringLiteral("user %1 is unknown or has another password").arg(user)},
+      {"28000", QStringLiteral("user %1 is unknown or may not log in from here").arg(user)},
+      {"3D000", QStringLiteral("there is no database %1").arg(database)},
+      {"42501", QStringLiteral("user %1 has no right to use database %2").arg(user, database)},
+      {"55000", QStringLiteral("database %1 takes no connections").arg(database)},
+      {"53300", QStringLiteral("the server takes no more connections")},
+      {"57P03", QStringLiteral("the server is starting or ending")},
+  };
+  return reasons.value(code);
+}
+
+QString ReasonFor(PGconn* connection, const PostgresAddress& address, bool is_reached) {
+  const QString words = QString::fromUtf8(PQerrorMessage(connection));
+  const QString by_code = ReasonByCode(CodeIn(words), connection);
+  if (!by_code.isEmpty()) {
+    return by_code;
+  }
+  if (PQconnectionNeedsPassword(connection) != 0) {
+    return QStringLiteral("a password is needed for user %1").arg(Quoted(PQuser(connection)));
+  }
+  return is_reached ? words.section(QStringLiteral("\nLOCATION:"), 0, 0).simplified() : ReasonOfSilence(address);
+}
+
+}  // namespace
+
+QString ReasonOfRefusal(const PostgresAddress& address) {
+  const Connection connection = Begin(address);
+  const auto end = steady_clock::now() + kPatience;
+  bool is_reached = false;
+  if (!connection) {
+    return ReasonOfSilence(address);
+  }
+  PQsetErrorVerbosity(connection.get(), PQERRORS_VERBOSE);
+  PostgresPollingStatusType state = PGRES_POLLING_WRITING;
+  while (state == PGRES_POLLING_READING || state == PGRES_POLLING_WRITING) {
+    if (!Await(connection.get(), state, end)) {
+      return ReasonOfSilence(address);
+    }
+    state = PQconnectPoll(connection.get());
+    is_reached = is_reached || IsReached(connection.get());
+  }
+  return state == PGRES_POLLING_OK ? QStringLiteral("the server was out of reach for a moment")
+                                   : ReasonFor(connection.get(), address, is_reached);
+}
+
+QString ReasonOfSilence(const PostgresAddress& address) {
+  const QString host = address.host.isEmpty() ? QStringLiteral("this machine") : address.host;
+  return QStringLiteral("no server answers at %1:%2").arg(host).arg(address.port);
+}
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,130 @@
+#include <QtTest>
+#include <atomic>
+#include <future>
+#include <memory>
+
+#include "store/database_thread.h"
+
+using TarnHost::Store::CAnswering;
+using TarnHost::Store::CDatabaseThread;
+using TarnHost::Store::CStoreError;
+
+namespace {
+
+constexpr int kGuiMs = 3000, kAtOnceMs = 500, kLongMs = 30000;
+const QString kNoAnswer = "The service does not answer";
+
+/// Keeps a task of a database thread busy until it is opened.
+class CGate {
+ public:
+  /// What the task does.
+  void Pass() {
+    begun_.set_value();
+    open_.get_future().wait();
+  }
+  void WaitUntilBegun() { begun_.get_future().wait(); }
+  void Open() { open_.set_value(); }
+
+ private:
+  std::promise<void> begun_, open_;
+};
+
+template <class Call>
+QString TextOf(const Call& call) {
+  try {
+    call();
+    return {};
+  } catch (const CStoreError& error) {
+    return error.Text();
+  }
+}
+
+}  // namespace
+
+class DatabaseThreadTest : public QObject {
+  Q_OBJECT
+ private Q_SLOTS:
+  void GivesUpAndGoesOn();
+  void KeepsWhoWasClaimedWaiting();
+  void OutlivesItsOwner();
+};
+
+void DatabaseThreadTest::GivesUpAndGoesOn() {
+  const auto answering = std::make_shared<CAnswering>();
+  std::atomic<int> again{0}, beats{0};
+  answering->SetAgain([&again] { ++again; });
+  CDatabaseThread thread(answering), sibling(answering);
+  const auto look = [&beats] {
+    ++beats;
+    return false;  // as long as the database is not there
+  };
+  thread.SetBeat(std::chrono::milliseconds(1), look, CDatabaseThread::kWhileStuck);
+  std::atomic<bool> never{false};
+  CGate gate;
+  auto begun = std::async(std::launch::async, [&] { return thread.Call([&gate] { return gate.Pass(), 7; }); });
+  gate.WaitUntilBegun();
+  QElapsedTimer clock;
+  clock.start();
+  QCOMPARE(TextOf([&] { thread.Call([&never] { never = true; }); }), kNoAnswer);
+  QVERIFY(clock.elapsed() < kGuiMs);
+  clock.restart();
+  for (CDatabaseThread* any : {&thread, &sibling}) {
+    QCOMPARE(TextOf([&] { any->Call([&never] { never = true; }); }), kNoAnswer);
+  }
+  QVERIFY(clock.elapsed() < kAtOnceMs);
+  QCOMPARE(beats, 0);
+  QVERIFY(answering->IsLost());
+
+  gate.Open();
+  QCOMPARE(begun.get(), 7);
+  QTRY_VERIFY(!answering->IsLost());
+  QCOMPARE(again, 1);
+  QCOMPARE(thread.Call([] { return 8; }), 8);
+  QVERIFY(!never);
+}
+
+// What was committed and is about to be answered must not be given up: nobody would be told of it.
+void DatabaseThreadTest::KeepsWhoWasClaimedWaiting() {
+  CDatabaseThread thread(std::make_shared<CAnswering>());
+  bool awaited = false;
+  QCOMPARE(thread.Call([&thread, &awaited] {
+    awaited = thread.Claim();
+    std::promise<void>().get_future().wait_for(std::chrono::milliseconds(kGuiMs));
+    return 9;
+  }),
+           9);
+  QVERIFY(awaited);
+
+  CGate gate;
+  std::atomic<int> claimed{-1};
+  const auto work = [&] {
+    gate.Pass();
+    claimed = thread.Claim();
+  };
+  QCOMPARE(TextOf([&] { thread.Call(work); }), kNoAnswer);
+  gate.Open();
+  QTRY_COMPARE(claimed, 0);
+}
+
+void DatabaseThreadTest::OutlivesItsOwner() {
+  auto thread = std::make_unique<CDatabaseThread>(std::make_shared<CAnswering>());
+  const auto gate = std::make_shared<CGate>();
+  auto used = std::make_shared<int>(1);
+  const std::weak_ptr<int> left = used;
+  auto waiting =
+      std::async(std::launch::async, [&] { return TextOf([&] { thread->Call([gate] { gate->Pass(); }); }); });
+  gate->WaitUntilBegun();
+  thread->BeginStop([used] { ++*used; });
+  used.reset();
+  QVERIFY(!thread->WaitUntilEnded(CDatabaseThread::Clock::now()));
+  QVERIFY(!TextOf([&] { thread->Call([] {}); }).isEmpty());
+  thread->LeaveBehind();
+  QVERIFY(!waiting.get().isEmpty());
+  thread.reset();
+  QVERIFY(!left.expired());
+  gate->Open();
+  QTRY_VERIFY_WITH_TIMEOUT(left.expired(), kLongMs);  // its last act was done
+}
+
+QTEST_GUILESS_MAIN(DatabaseThreadTest)
+#include "database_thread_test.moc"
