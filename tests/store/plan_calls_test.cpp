@@ -44,6 +44,7 @@ class PlanCallsTest : public QObject {
   void EnforcesRights();
   void KeepsOwnPlansFromOthers();
   void LimitsNesting();
+  void BearsRowsChangedPastTheProgram();
   void DeletesSubtreesOrRefuses();
   void ShrinksLargeThumbnails();
   void KeepsAllOfAPlan();
@@ -227,6 +228,40 @@ void PlanCallsTest::LimitsNesting() {
   QVERIFY(ann.AddGroup(parent, "Too deep").contains("6 levels"));
   QCOMPARE(ann.AddPlan(parent, "Deep enough"), QString());
   QCOMPARE(ann.Groups(parent), QStringList());
+}
+
+void PlanCallsTest::BearsRowsChangedPastTheProgram() {
+  CStoreFixture fixture;
+  const CClient ann(fixture.Open()), bob(fixture.Open("bob"));
+  const std::string gates = ann.Group("-1", "Gates"), north = ann.Group(gates, "North");
+  const auto put_below = [&fixture](const std::string& group, const std::string& parent) {
+    fixture.RunPastTheStore(
+        QString::fromStdString("UPDATE plan_group SET parent_code = " + parent + " WHERE code = " + group));
+  };
+  // Nobody is told of the change itself, but the next one of the program brings the row.
+  put_below(north, "-1");
+  QCOMPARE(ann.RenameGroup(north, "Moved"), QString());
+  for (const CClient& client : {ann, bob}) {
+    QTRY_COMPARE(client.Groups("-1"), QStringList({"Gates@-1", "Moved@-1"}));
+    QCOMPARE(client.Groups(gates), QStringList());
+    QCOMPARE(client.Plans(north).size(), 1);
+  }
+  // Below each other, then below itself: no writer hangs, no client falls.
+  put_below(north, gates);
+  put_below(gates, north);
+  QVERIFY(ann.AddGroup(north, "x").contains("6 levels"));
+  QCOMPARE(bob.RenameGroup(gates, "Round"), QString());
+  QCOMPARE(bob.RenameGroup(north, "About"), QString());
+  for (const CClient& client : {ann, bob}) {
+    QTRY_COMPARE(client.Groups("-1"), QStringList());
+    QVERIFY(client.Plans(gates).value(0).startsWith('!') && client.Plans(north).value(0).startsWith('!'));
+  }
+  put_below(gates, gates);
+  QVERIFY(ann.AddGroup(gates, "x").contains("6 levels"));
+  QCOMPARE(CClient(fixture.Open()).Groups("-1"), QStringList());
+  QCOMPARE(ann.DeleteGroup(gates), QString());
+  QVERIFY(ann.DeleteGroup(north).contains("deleted in the meantime"));  // it hung below the other
+  QCOMPARE(ann.AddGroup("-1", "Works"), QString());
 }
 
 void PlanCallsTest::DeletesSubtreesOrRefuses() {

@@ -64,6 +64,52 @@ void TestRowsComeAndGo() {
   REQUIRE(catalog.AutomaticPlan(150, 7) == 12 && catalog.AutomaticPlan(150, 8) == 0);
 }
 
+// Rows that were changed past the program, one after the other on one catalog.
+void TestGroupsThatMoved() {
+  CPlanCatalog catalog;
+  // The parent has the higher code; two are each other's parent, one is its own.
+  catalog.Replace({Group(1, 5), Group(2, 1), Group(5, kPublicRoot), Group(6, 7), Group(7, 6), Group(8, 8)},
+                  {Plan(10, 2), Plan(11, 6), Plan(12, 8)});
+  REQUIRE(catalog.FindGroup(2, 0) && CountPlans(catalog, 2, 0) == 1);
+  REQUIRE(!catalog.FindGroup(6, 0) && !catalog.FindGroup(7, 0) && !catalog.FindGroup(8, 0) && !catalog.FindPlan(12, 0));
+  const auto children = [&catalog](int32_t parent) {
+    std::vector<int32_t> codes;
+    catalog.VisitGroups(parent, 7, [&codes](const std::vector<GroupRow>& rows) {
+      for (const GroupRow& row : rows) {
+        codes.push_back(row.code);
+      }
+    });
+    return codes;
+  };
+  REQUIRE(catalog.Put(Group(1, kPublicRoot))->parent == 5);
+  REQUIRE(children(5).empty() && children(kPublicRoot) == std::vector<int32_t>({1, 5}) && catalog.FindPlan(10, 0));
+  REQUIRE(catalog.Put(Group(5, 1))->parent == kPublicRoot);
+  REQUIRE(children(1) == std::vector<int32_t>({2, 5}));
+  REQUIRE(catalog.Put(Group(5, kOwnRoot, kOwn, 7))->parent == 1 && children(kOwnRoot) == std::vector<int32_t>({5}));
+  REQUIRE(!catalog.FindGroup(5, 8));
+  REQUIRE(catalog.Put(Group(5, 77))->parent == kOwnRoot && !catalog.FindGroup(5, 7));
+  // Into what hangs below it: with all of that it stands nowhere any more.
+  REQUIRE(catalog.Put(Group(1, 2))->parent == kPublicRoot);
+  REQUIRE(!catalog.FindGroup(1, 0) && !catalog.FindGroup(2, 0) && !catalog.FindPlan(10, 0));
+  REQUIRE(children(kPublicRoot).empty());
+}
+
+void TestLevelsAreBounded() {
+  constexpr int32_t kChain = 200000;
+  std::vector<GroupRow> chain;
+  for (int32_t code = 1; code <= kChain; ++code) {
+    chain.push_back(Group(code, code == 1 ? int32_t{kPublicRoot} : code - 1));
+  }
+  CPlanCatalog catalog;
+  catalog.Replace(chain, {Plan(kChain + 1, kChain), Plan(kChain + 2, 1)});
+  REQUIRE(catalog.FindGroup(CPlanCatalog::kMostLevels, 0) && !catalog.FindGroup(CPlanCatalog::kMostLevels + 1, 0));
+  REQUIRE(!catalog.FindPlan(kChain + 1, 0) && catalog.FindPlan(kChain + 2, 0));
+  // One more level above pushes the lowest out of bounds, and it goes with all below.
+  catalog.Put(Group(kChain + 9, kPublicRoot));
+  catalog.Put(Group(1, kChain + 9));
+  REQUIRE(!catalog.FindGroup(1, 0) && !catalog.FindPlan(kChain + 2, 0));
+}
+
 void TestCodes() {
   REQUIRE(ParseCode("2147483647") == 2147483647 && ParseCode("-4") == kCommonRoot);
   for (const char* bad : {"", "2147483648", "+1", "01", " 1", "1 ", "-0", "0x1"}) {
@@ -137,6 +183,8 @@ void TestReadersAndAWriter() {
 
 int main() {
   TestRowsComeAndGo();
+  TestGroupsThatMoved();
+  TestLevelsAreBounded();
   TestCodes();
   TestFeed();
   TestReadersAndAWriter();

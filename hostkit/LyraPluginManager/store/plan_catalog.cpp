@@ -46,9 +46,7 @@ void CPlanCatalog::Replace(const std::vector<GroupRow>& groups, const std::vecto
   CPlanCatalog fresh;  // built and, with the old content in it, destroyed while readers go on
   fresh.groups_.reserve(groups.size());
   fresh.plans_.reserve(plans.size());
-  for (const GroupRow& row : groups) {
-    fresh.PutGroup(row);
-  }
+  fresh.PutGroups(groups);
   for (const PlanRow& row : plans) {
     fresh.PutPlan(row);
   }
@@ -197,17 +195,72 @@ std::optional<PlanRow> CPlanCatalog::Put(const PlanRow& row) {
   return PutPlan(row);
 }
 
+// A parent may have the higher code when its row was changed past the program; who is below himself has none.
+void CPlanCatalog::PutGroups(const std::vector<GroupRow>& rows) {
+  std::unordered_map<int32_t, std::vector<const GroupRow*>> waiting;  // by the parent that is not there yet
+  for (const GroupRow& row : rows) {
+    if (ChildrenAt(row.parent, row.owner) == nullptr) {
+      waiting[row.parent].push_back(&row);
+      continue;
+    }
+    std::vector<const GroupRow*> ready{&row};
+    while (!ready.empty()) {
+      const GroupRow& next = *ready.back();
+      ready.pop_back();
+      PutGroup(next);
+      if (const auto children = waiting.find(next.code); children != waiting.end()) {
+        ready.insert(ready.end(), children->second.begin(), children->second.end());
+        waiting.erase(children);
+      }
+    }
+  }
+}
+
 std::optional<GroupRow> CPlanCatalog::PutGroup(const GroupRow& row) {
-  Children* siblings = ChildrenAt(row.parent, row.owner);
-  if (siblings == nullptr) {
+  const Place place{row.parent, row.family, row.owner};
+  const auto known = groups_.find(row.code);
+  if (known == groups_.end()) {
+    if (HasRoomFor(row, 1)) {
+      Insert(ChildrenAt(row.parent, row.owner)->groups, row);
+      groups_[row.code].place = place;
+    }
     return std::nullopt;
   }
-  if (groups_.count(row.code) != 0) {
-    return std::exchange(*LowerBound(siblings->groups, row.code), row);
+  const Place old_place = std::exchange(known->second.place, place);
+  std::vector<GroupRow>& old_siblings = ChildrenAt(old_place.parent, old_place.owner)->groups;
+  if (old_place.parent == place.parent && old_place.owner == place.owner) {
+    return std::exchange(*LowerBound(old_siblings, row.code), row);
   }
-  Insert(siblings->groups, row);
-  groups_[row.code].place = {row.parent, row.family, row.owner};
-  return std::nullopt;
+  GroupRow old = Take(old_siblings, row.code);
+  if (HasRoomFor(row, HeightOf(known->second.children) + 1)) {
+    Insert(ChildrenAt(row.parent, row.owner)->groups, row);
+  } else {
+    ForgetBelow(known->second.children);
+    groups_.erase(known);
+  }
+  return old;
+}
+
+// Whether a group of so many levels, itself counted, can stand where the row says: below a parent that is there and
+// not below itself, and not too deep for what goes down the tree.
+bool CPlanCatalog::HasRoomFor(const GroupRow& row, int levels) {
+  int32_t parent = row.parent;
+  while (!IsRootCode(parent)) {
+    const auto found = groups_.find(parent);
+    if (found == groups_.end() || parent == row.code || ++levels > kMostLevels) {
+      return false;
+    }
+    parent = found->second.place.parent;
+  }
+  return true;
+}
+
+int CPlanCatalog::HeightOf(const Children& children) const {
+  int height = 0;
+  for (const GroupRow& group : children.groups) {
+    height = std::max(height, HeightOf(groups_.at(group.code).children) + 1);
+  }
+  return height;
 }
 
 std::optional<PlanRow> CPlanCatalog::PutPlan(const PlanRow& row) {

@@ -18,12 +18,15 @@ namespace TarnHost::Store {
 /// Rows stand ready in lists by parent, in the order of their codes. Thread: any; readers share, a writer excludes.
 class CPlanCatalog {
  public:
+  /// Groups below each other that are shown at most. The program makes far fewer; rows changed past it may say anything.
+  static constexpr int kMostLevels = 64;
+
   struct Hit {
     PlanRow plan;
     std::string parent_name;  // empty directly under a root
   };
 
-  /// Takes new content; both lists in the order of their codes, so that a parent comes before its children.
+  /// Takes new content; both lists in the order of their codes. Groups that hang from no root are left out.
   void Replace(const std::vector<GroupRow>& groups, const std::vector<PlanRow>& plans);
   void Clear();
 
@@ -50,8 +53,9 @@ class CPlanCatalog {
   /// lower code. 0 when there is none.
   int32_t AutomaticPlan(int32_t second_of_day, int32_t user) const;
 
-  /// Puts a row in, or in the place of the one with its code; answers what stood there. A row whose parent is unknown
-  /// is left out. A group never changes its parent, family or owner.
+  /// Puts a row in, or in the place of the one with its code; answers what stood there. One with another parent goes
+  /// there, a group with all below it. Left out is a row whose parent is unknown, and a group that would stand below
+  /// itself or too deep, with all below it.
   std::optional<GroupRow> Put(const GroupRow& row);
   std::optional<PlanRow> Put(const PlanRow& row);
   /// Takes out a group with all below it, or a plan; answers what stood there.
@@ -89,7 +93,10 @@ class CPlanCatalog {
   Children* ChildrenAt(int32_t parent, int32_t owner);
   const GroupRow& GroupAt(int32_t code, const Place& place) const;
   Hit HitOf(const PlanRow& row) const;
+  void PutGroups(const std::vector<GroupRow>& rows);
   std::optional<GroupRow> PutGroup(const GroupRow& row);
+  bool HasRoomFor(const GroupRow& row, int levels);
+  int HeightOf(const Children& children) const;
   std::optional<PlanRow> PutPlan(const PlanRow& row);
   PlanRow TakePlan(int32_t code, const Place& place);
   void ForgetBelow(const Children& children);

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "store/page_codec.h"
+#include "store/plan_catalog.h"
 #include "store/text_rules.h"
 
 namespace TarnHost::Store {
@@ -13,9 +14,10 @@ constexpr int64_t kKeptChanges = 10000;
 const char kGroupColumns[] = "code, parent_code, family, owner_id, name";
 const char kPlanColumns[] =
     "code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time";
+// UNION, not UNION ALL: ends for groups that are below themselves, too.
 const char kTree[] =
     "WITH RECURSIVE tree (code) AS (SELECT code FROM plan_group WHERE code = ?"
-    " UNION ALL SELECT child.code FROM plan_group child JOIN tree ON child.parent_code = tree.code) ";
+    " UNION SELECT child.code FROM plan_group child JOIN tree ON child.parent_code = tree.code) ";
 
 GroupRow GroupFrom(const QSqlQuery& query) {
   return {query.value(0).toInt(), query.value(1).toInt(), query.value(2).toInt(), query.value(3).toInt(),
@@ -134,7 +136,7 @@ bool CPlanRepository::HasChildren(int32_t group) {
 
 int CPlanRepository::LevelOf(int32_t group) {
   int level = 1;
-  while (!IsRootCode(group)) {
+  while (!IsRootCode(group) && level <= CPlanCatalog::kMostLevels) {
     const QVariant parent = engine_.Value("SELECT parent_code FROM plan_group WHERE code = ?", {group});
     if (!parent.isValid()) {
       break;

@@ -100,16 +100,17 @@ void CStoreSession::CatchUp() {
 }
 
 // The rows are read as they are now, which may be later than the entry: a row that is gone by now counts as removed,
-// for the entry that removed it may name only the group it went with.
+// for the entry that removed it may name only the group it went with. So does one that stands nowhere in the tree.
 void CStoreSession::ApplyForeign(const ChangeEntry& entry) {
   if (entry.kind == ChangeEntry::kGroupSaved || entry.kind == ChangeEntry::kGroupRemoved) {
     const auto now = repository_.Group(entry.code);
     const auto before = now ? catalog_.Put(*now) : catalog_.RemoveGroup(entry.code);
-    hub_.Post(EventsOf(before, now, user_));
+    hub_.Post(EventsOf(before, catalog_.FindGroup(entry.code, user_), user_));
   } else {
     const auto now = repository_.Plan(entry.code);
     const auto before = now ? catalog_.Put(*now) : catalog_.RemovePlan(entry.code);
-    hub_.Post(EventsOf(before, now, user_));
+    const auto hit = catalog_.FindPlan(entry.code, user_);
+    hub_.Post(EventsOf(before, hit ? std::make_optional(hit->plan) : std::nullopt, user_));
   }
 }
 
@@ -189,7 +190,15 @@ void CStoreSession::SaveNew(const GroupRow& group) {
 void CStoreSession::SaveName(GroupRow group, const std::string& name) {
   repository_.RenameGroup(group.code, name);
   group.name = name;
-  Note(ChangeEntry::kGroupSaved, group.code, [this, group](bool awaited) { Put(group, awaited); });
+  Note(ChangeEntry::kGroupSaved, group.code, [this, group](bool awaited) { PutRenamed(group, awaited); });
+}
+
+// The program moves no group. One that stands elsewhere by now was moved past it, which has not been told yet.
+void CStoreSession::PutRenamed(const GroupRow& group, bool awaited) {
+  const auto before = Put(group, awaited);
+  if (awaited && before && before->parent != group.parent) {
+    hub_.Post(EventsOf(before, catalog_.FindGroup(group.code, user_), user_));
+  }
 }
 
 void CStoreSession::RemoveGroup(int32_t code) {

@@ -79,7 +79,7 @@ class CStoreSession {
   void AwaitConnection();
   void Connect();
   template <class Row>
-  void Put(const Row& row, bool awaited) {
+  std::optional<Row> Put(const Row& row, bool awaited) {
     const std::optional<Row> before = catalog_.Put(row);
     if (!awaited) {
       hub_.Post(EventsOf(before, std::optional<Row>(row), user_));
@@ -88,7 +88,9 @@ class CStoreSession {
       // this one was answered, it would have the last word.
       hub_.PostCorrections(CorrectionsOf(row));
     }
+    return before;
   }
+  void PutRenamed(const GroupRow& group, bool awaited);
   template <class Row>
   void TellRemoved(const std::optional<Row>& before, bool awaited) {
     if (!awaited) {
