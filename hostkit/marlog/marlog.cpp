@@ -1,6 +1,9 @@
 #include "marlog/marlog.h"
 
 #include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QLocale>
 #include <cstdarg>
 #include <cstdio>
@@ -52,16 +55,17 @@ QByteArray Entry(const QString& module, int level, const QString& line) {
   return QStringLiteral("%1 %2 %3 %4\n").arg(time, QString(QLatin1Char(mark)), module, line).toUtf8();
 }
 
+// Only system calls under the mutex: what Qt has to say about a file comes here again.
 void Put(const QString& module, int level, const QString& line) {
   SinkState& state = State();
+  const QByteArray entry = Entry(module, level, line);
   std::shared_ptr<const LogSink::Listener> listener;
   {
     const std::lock_guard<std::mutex> lock(state.mutex);
     listener = state.listener;
     if (state.file.IsOpen()) {
-      state.file.Append(Entry(module, level, line));
+      state.file.Append(entry);
     } else if (state.to_stderr) {
-      const QByteArray entry = Entry(module, level, line);
       std::fwrite(entry.constData(), 1, static_cast<size_t>(entry.size()), stderr);
     }
   }
@@ -87,9 +91,11 @@ void Write(const char* module, int level, const char* format, ...) {
 namespace TarnHost {
 
 bool LogSink::OpenFile(const QString& path) {
+  QDir().mkpath(QFileInfo(path).absolutePath());
+  const QByteArray name = QFile::encodeName(path);
   SinkState& state = State();
   const std::lock_guard<std::mutex> lock(state.mutex);
-  const bool open = state.file.Open(path);
+  const bool open = state.file.Open(name);
   state.to_stderr = !open;
   return open;
 }

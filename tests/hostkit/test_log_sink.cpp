@@ -4,6 +4,10 @@
 #include <atomic>
 #include <thread>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include "TarnHost/log_sink.h"
 #include "marlog/marlog.h"
 
@@ -16,6 +20,8 @@ class LogSinkTest : public QObject {
   void RotatesAndKeepsThreeOlderFiles();
   void ListenerMayWriteItself();
   void UnwritableFileIsReported();
+  void TakesWhateverWasNamed_data();
+  void TakesWhateverWasNamed();
 
  private:
   QString Path() const { return dir_.filePath("logs/client.log"); }
@@ -69,6 +75,7 @@ void LogSinkTest::RotatesAndKeepsThreeOlderFiles() {
   for (const QFileInfo& file : folder.entryInfoList(QDir::Files)) {
     QVERIFY2(file.size() <= 1024 * 1024, qPrintable(file.fileName()));
   }
+  QCOMPARE(QFile::permissions(Path()) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
   QVERIFY(Lines(Path()).last().contains(" 099 "));
   QVERIFY(Lines(Path() + ".1").last() < Lines(Path()).first());
 }
@@ -89,6 +96,57 @@ void LogSinkTest::UnwritableFileIsReported() {
   QFile blocker(dir_.filePath("blocker"));
   QVERIFY(blocker.open(QIODevice::WriteOnly));
   QVERIFY(!TarnHost::LogSink::OpenFile(dir_.filePath("blocker/client.log")));
+}
+
+void LogSinkTest::TakesWhateverWasNamed_data() {
+  QTest::addColumn<QString>("kind");
+  QTest::addColumn<bool>("opens");
+  QTest::newRow("a file of others' making") << "file" << true;
+  QTest::newRow("a pipe") << "pipe" << true;
+  QTest::newRow("a pipe that nobody reads") << "silent pipe" << false;
+  QTest::newRow("a device") << "device" << true;
+}
+
+// With Qt's own messages going to the log, as in the client. What takes for ever here ends with the test's time limit.
+void LogSinkTest::TakesWhateverWasNamed() {
+  QFETCH(QString, kind);
+  QFETCH(bool, opens);
+  QByteArray path = QFile::encodeName(dir_.filePath("named-" + kind));
+  int reader = -1;
+  if (kind == "file") {
+    QFile file(QFile::decodeName(path));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("first\n") == 6);
+  } else if (kind == "device") {
+    reader = ::posix_openpt(O_RDWR | O_NOCTTY);  // a terminal of the test's own
+    QVERIFY(reader >= 0 && ::grantpt(reader) == 0 && ::unlockpt(reader) == 0);
+    path = ::ptsname(reader);
+  } else {
+    QCOMPARE(::mkfifo(path.constData(), 0644), 0);
+    reader = kind == "pipe" ? ::open(path.constData(), O_RDONLY | O_NONBLOCK) : -1;
+  }
+  const auto rights = [&path] {
+    struct stat status {};
+    return ::stat(path.constData(), &status) == 0 ? status.st_mode & 0777 : mode_t{0};
+  };
+  QCOMPARE(::chmod(path.constData(), 0644), 0);
+  QtMessageHandler old = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& message) {
+    marlog::Write("Qt", marlog::Warning, "%s", qUtf8Printable(message));
+  });
+  const bool opened = TarnHost::LogSink::OpenFile(QFile::decodeName(path));
+  marlog::Write("LyraClientInfo", marlog::Info, "a line");
+  qInstallMessageHandler(old);
+  QCOMPARE(opened, opens);
+  QCOMPARE(rights(), mode_t{0644});
+  if (kind == "file") {
+    QCOMPARE(Lines(QFile::decodeName(path)).size(), 2);
+  }
+  if (reader >= 0) {
+    QByteArray taken(256, '\0');
+    taken.resize(int(qMax<ssize_t>(0, ::read(reader, taken.data(), size_t(taken.size())))));
+    QVERIFY2(taken.trimmed().endsWith("a line"), taken);
+    ::close(reader);
+    marlog::Write("LyraClientInfo", marlog::Info, "into the void");  // and the process lives on
+  }
 }
 
 QTEST_GUILESS_MAIN(LogSinkTest)

@@ -11,7 +11,8 @@ namespace TarnHost {
 struct TARN_HOST_EXPORT LogSink {
   using Listener = std::function<void(const QString& module, int level, const QString& line)>;
 
-  /// Opens the log file (1 MiB, 3 older ones kept). False when it cannot be written: lines then go to stderr.
+  /// Opens the log file (1 MiB, 3 older ones kept), with its folder; a pipe or a device will do. A file that is made is
+  /// its owner's alone, one that is there keeps its rights. False when it cannot be written: lines then go to stderr.
   static bool OpenFile(const QString& path);
   /// Sets the one listener, called in the writing thread with no lock held; an empty function removes it.
   static void SetListener(Listener listener);
