@@ -1,7 +1,8 @@
-// A second process for the tests: store_client URL add [MAX_FILE_BYTES] | station | lock MODE
+// A second process for the tests: store_client URL add [MAX_FILE_BYTES] | read MAX_FILE_BYTES | station | lock MODE
 #include <QCoreApplication>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <QThread>
 #include <csignal>
 #include <cstdio>
 #include <string>
@@ -56,6 +57,23 @@ void LimitFiles(rlim_t bytes) {
   setrlimit(RLIMIT_FSIZE, &limit);
 }
 
+// What stands at the top, then what becomes of a change, as soon as the plans are there.
+int ReadThenAdd(const QString& url) {
+  const auto store = Open(url);
+  if (!store) {
+    return 2;
+  }
+  while (!store->IsViewResourceDownFinish()) {
+    QThread::yieldCurrentThread();
+  }
+  const StoreTest::CClient client(store);
+  for (const QString& line : client.Groups("-1") + client.Plans("-1")) {
+    Say(line.toStdString());
+  }
+  std::fprintf(stderr, "%s\n", qPrintable(client.AddPlan("-1", "One more")));
+  return 0;
+}
+
 int SayStation(const QString& url) {
   const auto store = Open(url);
   Say(store ? store->StationId() : std::string());
@@ -78,10 +96,11 @@ int main(int argc, char** argv) {
   QCoreApplication application(argc, argv);
   const QStringList arguments = application.arguments();
   const QString mode = arguments.value(2);
-  if (mode == "add" && arguments.size() > 3) {
+  if (arguments.value(3).toLongLong() >= 0 && arguments.size() > 3 && mode != "lock") {
     LimitFiles(arguments[3].toULongLong());
   }
   return mode == "add"       ? AddForever(arguments[1])
+         : mode == "read"    ? ReadThenAdd(arguments[1])
          : mode == "station" ? SayStation(arguments[1])
                              : HoldLock(arguments[1], arguments.value(3));
 }

@@ -16,7 +16,8 @@ QString Text(bool done, const Response& response) {
   return done ? QString() : response.error_info.empty() ? "(blank)" : QString::fromStdString(response.error_info);
 }
 
-void RunStatement(const QUrl& url, const QString& statement) {
+QString RunStatement(const QUrl& url, const QString& statement) {
+  QString value;
   {
     const bool file = url.scheme() == "sqlite";
     QSqlDatabase admin = QSqlDatabase::addDatabase(file ? "QSQLITE" : "QPSQL", "admin");
@@ -24,11 +25,14 @@ void RunStatement(const QUrl& url, const QString& statement) {
     admin.setPort(url.port());
     admin.setUserName(url.userName());
     admin.setDatabaseName(file ? url.path() : url.path().mid(1));
-    if (!admin.open() || !QSqlQuery(admin).exec(statement)) {
-      qFatal("%s fails: %s", qPrintable(statement), qPrintable(admin.lastError().text()));
+    QSqlQuery query(admin.open() ? admin : QSqlDatabase());
+    if (!query.exec(statement)) {
+      qFatal("%s fails: %s", qPrintable(statement), qPrintable(query.lastError().text()));
     }
+    value = query.next() ? query.value(0).toString() : QString();
   }
   QSqlDatabase::removeDatabase("admin");
+  return value;
 }
 
 // A database of its own in the server that the environment names.
@@ -98,8 +102,8 @@ CStoreFixture::CStoreFixture() {
   options.first_content = SmallSite;
 }
 
-void CStoreFixture::RunPastTheStore(const QString& statement) const {
-  RunStatement(QUrl(options.url), statement);
+QString CStoreFixture::ReadPastTheStore(const QString& statement) const {
+  return RunStatement(QUrl(options.url), statement);
 }
 
 QString CStoreFixture::File() const {

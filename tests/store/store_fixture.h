@@ -30,8 +30,9 @@ class CStoreFixture {
   /// Opens the store as one more client, logged in and downloaded.
   std::shared_ptr<TarnHost::CPlanStore> Open(const QString& user = "ann") const;
 
-  /// Runs a statement in the store's database, past the store.
-  void RunPastTheStore(const QString& statement) const;
+  /// Runs a statement in the store's database, past the store. The second answers the first value of the first row.
+  void RunPastTheStore(const QString& statement) const { ReadPastTheStore(statement); }
+  QString ReadPastTheStore(const QString& statement) const;
 
   static bool OnPostgres();
 

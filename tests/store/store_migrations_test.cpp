@@ -30,7 +30,7 @@ class StoreMigrationsTest : public QObject {
  private Q_SLOTS:
   void init() {
     folder_ = std::make_unique<QTemporaryDir>();
-    engine_ = std::make_unique<CSqliteEngine>(folder_->filePath("plans.db"));
+    engine_ = std::make_unique<CSqliteEngine>(folder_->filePath("plans.db"), CSqliteEngine::kMake);
     engine_->Open();
     CTransaction transaction(*engine_, CTransaction::kWrite);
     MakeLayout(*engine_);
@@ -82,7 +82,7 @@ void StoreMigrationsTest::RunsEachStepOnce() {
   steps.push_back(Step(steps.back().to + 1, AddsNote));
   Migrate(*engine_, "store", steps);
   Migrate(*engine_, "store", steps);
-  CSqliteEngine other(folder_->filePath("plans.db"));
+  CSqliteEngine other(folder_->filePath("plans.db"), CSqliteEngine::kExisting);
   other.Open();
   Migrate(other, "store", steps);
   QCOMPARE(StoredVersion(other), steps.back().to);
@@ -93,7 +93,7 @@ void StoreMigrationsTest::KeepsWhatANewerProgramWrote() {
       R"([{"colour":"red","dwell":30,"name":"P","no":1,"split":2,)"
       R"("windows":[{"code":"7","kind":1,"name":"Gate","no":1,"preset":0,"stream":0,"zoom":{"x":1}}]},)"
       R"({"dwell":10,"name":"","no":2,"split":1,"windows":[]}])";
-  auto pages = PagesFromText(text);
+  auto pages = *PagesFromText(text);
   QVERIFY(!pages.front().extra.empty() && pages.back().extra.empty());
   QCOMPARE(PagesToText(pages), text);
   pages.front().windows.front().preset_no = 3;

@@ -47,6 +47,11 @@ QStringList FavoriteCameras(const CSqlEngine&) {
       " PRIMARY KEY (user_id, camera_id))"};
 }
 
+// Rows of before have none, nor have those that an older program still writes.
+QStringList PlanChecksums(const CSqlEngine&) {
+  return {"ALTER TABLE plan ADD COLUMN checksum TEXT NOT NULL DEFAULT ''"};
+}
+
 void Apply(CSqlEngine& engine, const Migration& step) {
   for (const QString& statement : step.statements(engine)) {
     engine.RunOnce(statement);
@@ -68,12 +73,39 @@ void RunStep(CSqlEngine& engine, const Migration& step) {
 }  // namespace
 
 const std::vector<Migration>& AllMigrations() {
-  static const std::vector<Migration> all = {{1, FirstLayout}, {2, FavoriteCameras}};
+  static const std::vector<Migration> all = {{1, FirstLayout}, {2, FavoriteCameras}, {3, PlanChecksums}};
   return all;
 }
 
 int StoredVersion(CSqlEngine& engine) {
   return engine.Value("SELECT value FROM store_info WHERE name = 'version'").toString().toInt();
+}
+
+// A newer program may have other tables; that it is newer is said elsewhere.
+static bool IsPlanStore(CSqlEngine& engine) {
+  if (!engine.HasTable("store_info") || StoredVersion(engine) <= 0 ||
+      !engine.Value("SELECT value FROM store_info WHERE name = 'station_id'").isValid()) {
+    return false;
+  }
+  bool whole = true;
+  for (const char* table : {"counter", "change_log", "app_user", "plan_group", "plan"}) {
+    whole = whole && engine.HasTable(table);
+  }
+  return whole || StoredVersion(engine) > AllMigrations().back().to;
+}
+
+void RequirePlanStore(CSqlEngine& engine, const QString& place) {
+  bool ours = false;
+  try {
+    ours = IsPlanStore(engine);
+  } catch (const CStoreError& error) {
+    if (error.GetKind() != CStoreError::kFailed) {
+      throw;
+    }  // else a table of this name that has other columns
+  }
+  if (!ours) {
+    throw CStoreError(QStringLiteral("%1 is not a plan store.").arg(place));
+  }
 }
 
 void MakeLayout(CSqlEngine& engine, const std::vector<Migration>& migrations) {

@@ -17,6 +17,9 @@ const std::vector<Migration>& AllMigrations();
 /// Version of the opened store; 0 for one without any table.
 int StoredVersion(CSqlEngine& engine);
 
+/// Refuses a database that holds something else, whatever its tables are called.
+void RequirePlanStore(CSqlEngine& engine, const QString& place);
+
 /// Makes the newest layout in an empty database, inside the caller's transaction.
 void MakeLayout(CSqlEngine& engine, const std::vector<Migration>& migrations = AllMigrations());
 

@@ -3,6 +3,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <algorithm>
+#include <utility>
 
 #include "store/text_rules.h"
 
@@ -45,17 +47,41 @@ QJsonObject KnownFields(const PlanWindow& window) {
           {"preset", window.preset_no}};
 }
 
-PlanWindow WindowFromJson(const QJsonObject& json) {
+// A field that is there must be what it should be; one that is not keeps its default.
+bool Take(const QJsonObject& json, const char* key, int32_t* number) {
+  const QJsonValue value = json[QLatin1String(key)];
+  if (value.isUndefined()) {
+    return true;
+  }
+  const int32_t taken = value.toInt(0);
+  const bool whole = value.isDouble() && taken == value.toInt(1);
+  *number = whole ? taken : *number;
+  return whole;
+}
+
+bool Take(const QJsonObject& json, const char* key, std::string* text) {
+  const QJsonValue value = json[QLatin1String(key)];
+  *text = value.toString().toStdString();
+  return value.isUndefined() || value.isString();
+}
+
+bool Read(const QJsonObject& json, PlanWindow* window) {
   static const QJsonObject known = KnownFields(PlanWindow());
-  PlanWindow window;
-  window.window_no = json["no"].toInt(window.window_no);
-  window.content_kind = json["kind"].toInt(window.content_kind);
-  window.resource_code = json["code"].toString().toStdString();
-  window.resource_name = json["name"].toString().toStdString();
-  window.stream_type = json["stream"].toInt(window.stream_type);
-  window.preset_no = json["preset"].toInt(window.preset_no);
-  window.extra = ExtraOf(json, known);
-  return window;
+  window->extra = ExtraOf(json, known);
+  return Take(json, "no", &window->window_no) && Take(json, "kind", &window->content_kind) &&
+         Take(json, "code", &window->resource_code) && Take(json, "name", &window->resource_name) &&
+         Take(json, "stream", &window->stream_type) && Take(json, "preset", &window->preset_no);
+}
+
+bool Read(const QJsonObject& json, PlanPage* page);
+
+// Reads each object of `array` into a record of `list`.
+template <class List>
+bool ReadAll(const QJsonArray& array, List* list) {
+  return std::all_of(array.begin(), array.end(), [list](const QJsonValue& value) {
+    list->emplace_back();
+    return value.isObject() && Read(value.toObject(), &list->back());
+  });
 }
 
 QJsonObject KnownFields(const PlanPage& page) {
@@ -70,18 +96,13 @@ QJsonObject KnownFields(const PlanPage& page) {
           {"windows", windows}};
 }
 
-PlanPage PageFromJson(const QJsonObject& json) {
+bool Read(const QJsonObject& json, PlanPage* page) {
   static const QJsonObject known = KnownFields(PlanPage());
-  PlanPage page;
-  page.page_no = json["no"].toInt(page.page_no);
-  page.name = json["name"].toString().toStdString();
-  page.split_type = json["split"].toInt(page.split_type);
-  page.dwell_seconds = json["dwell"].toInt(page.dwell_seconds);
-  for (const QJsonValue& window : json["windows"].toArray()) {
-    page.windows.push_back(WindowFromJson(window.toObject()));
-  }
-  page.extra = ExtraOf(json, known);
-  return page;
+  page->extra = ExtraOf(json, known);
+  const QJsonValue windows = json["windows"];
+  return Take(json, "no", &page->page_no) && Take(json, "name", &page->name) &&
+         Take(json, "split", &page->split_type) && Take(json, "dwell", &page->dwell_seconds) &&
+         (windows.isUndefined() || windows.isArray()) && ReadAll(windows.toArray(), &page->windows);
 }
 
 }  // namespace
@@ -94,12 +115,10 @@ QString PagesToText(const std::list<PlanPage>& pages) {
   return TextOf(QJsonDocument(array));
 }
 
-std::list<PlanPage> PagesFromText(const QString& text) {
+std::optional<std::list<PlanPage>> PagesFromText(const QString& text) {
+  const QJsonDocument json = QJsonDocument::fromJson(text.toUtf8());
   std::list<PlanPage> pages;
-  for (const QJsonValue& page : QJsonDocument::fromJson(text.toUtf8()).array()) {
-    pages.push_back(PageFromJson(page.toObject()));
-  }
-  return pages;
+  return json.isArray() && ReadAll(json.array(), &pages) ? std::make_optional(std::move(pages)) : std::nullopt;
 }
 
 }  // namespace TarnHost::Store

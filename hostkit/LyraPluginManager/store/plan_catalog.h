@@ -18,7 +18,8 @@ namespace TarnHost::Store {
 /// Rows stand ready in lists by parent, in the order of their codes. Thread: any; readers share, a writer excludes.
 class CPlanCatalog {
  public:
-  /// Groups below each other that are shown at most. The program makes far fewer; rows changed past it may say anything.
+  /// Groups below each other that are shown at most. The program makes far fewer; rows changed past it may say
+  /// anything.
   static constexpr int kMostLevels = 64;
 
   struct Hit {

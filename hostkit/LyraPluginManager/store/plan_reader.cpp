@@ -17,6 +17,7 @@ struct CPlanReader::Connection {
   auto Read(const Work& work) {
     Connect();
     try {
+      engine->RequireInPlace();
       return work(*repository);
     } catch (const CStoreError& error) {
       if (error.GetKind() == CStoreError::kConnectionLost) {
@@ -46,6 +47,10 @@ CPlanReader::CPlanReader(Opener open, std::shared_ptr<CAnswering> answering)
 
 void CPlanReader::BeginStop() {
   thread_.BeginStop([connection = connection_] { connection->Disconnect(); });
+}
+
+void CPlanReader::Release() {
+  thread_.Post([connection = connection_] { connection->Disconnect(); });
 }
 
 template <class Work>

@@ -4,6 +4,7 @@
 
 #include "store/page_codec.h"
 #include "store/plan_catalog.h"
+#include "store/plan_soundness.h"
 #include "store/text_rules.h"
 
 namespace TarnHost::Store {
@@ -14,6 +15,7 @@ constexpr int64_t kKeptChanges = 10000;
 const char kGroupColumns[] = "code, parent_code, family, owner_id, name";
 const char kPlanColumns[] =
     "code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time";
+const char kFurtherColumns[] = "pages, thumbnail, creator, creation_time, revision, changed_by, changed_at, checksum";
 // UNION, not UNION ALL: ends for groups that are below themselves, too.
 const char kTree[] =
     "WITH RECURSIVE tree (code) AS (SELECT code FROM plan_group WHERE code = ?"
@@ -52,22 +54,26 @@ StoredPlan WholePlanFrom(const QSqlQuery& query) {
   plan.name = query.value(4).toString();
   plan.begin_time = query.value(8).toString();
   plan.end_time = query.value(9).toString();
-  plan.pages = PagesFromText(query.value(10).toString());
   plan.thumbnail = query.value(11).toByteArray();
   plan.creator = query.value(12).toString();
   plan.creation_time = query.value(13).toString();
   plan.revision = query.value(14).toLongLong();
   plan.changed_by = query.value(15).toString();
   plan.changed_at = query.value(16).toString();
+  TakePages(&plan, query.value(10).toString(), query.value(17).toString());
   return plan;
 }
 
 }  // namespace
 
+int32_t SplitOf(const std::list<view_plugin_protocol::PlanPage>& pages) {
+  return pages.empty() ? 1 : pages.front().split_type;
+}
+
 void StoredPlan::Complete() {
   row.name = name.toStdString();
   row.folded_name = Folded(name);
-  row.split_type = pages.empty() ? 1 : pages.front().split_type;
+  row.split_type = SplitOf(pages);
   row.page_count = static_cast<int32_t>(pages.size());
   row.begin_second = SecondOfDay(begin_time);
   row.end_second = SecondOfDay(end_time);
@@ -113,12 +119,17 @@ std::optional<PlanRow> CPlanRepository::Plan(int32_t code) {
 
 std::optional<StoredPlan> CPlanRepository::WholePlan(int32_t code) {
   std::optional<StoredPlan> plan;
-  engine_.ForEach(
-      QStringLiteral("SELECT %1, pages, thumbnail, creator, creation_time, revision, changed_by, changed_at FROM plan"
-                     " WHERE code = ?")
-          .arg(kPlanColumns),
-      {code}, [&](const QSqlQuery& query) { plan = WholePlanFrom(query); });
+  engine_.ForEach(QStringLiteral("SELECT %1, %2 FROM plan WHERE code = ?").arg(kPlanColumns, kFurtherColumns), {code},
+                  [&](const QSqlQuery& query) { plan = WholePlanFrom(query); });
   return plan;
+}
+
+void CPlanRepository::ForEachPlan(const std::function<void(const StoredPlan&, Vouched)>& visit) {
+  engine_.ForEach(QStringLiteral("SELECT %1, %2 FROM plan ORDER BY code").arg(kPlanColumns, kFurtherColumns), {},
+                  [&](const QSqlQuery& query) {
+                    const StoredPlan plan = WholePlanFrom(query);
+                    visit(plan, CheckedBy(query.value(17).toString(), plan, query.value(10).toString()));
+                  });
 }
 
 std::pair<int32_t, int32_t> CPlanRepository::DefaultView(int32_t user) {
@@ -184,23 +195,25 @@ void CPlanRepository::DeleteGroup(int32_t code) {
 }
 
 void CPlanRepository::InsertPlan(const StoredPlan& plan) {
+  const QString pages = PagesToText(plan.pages);
   engine_.Execute(
       "INSERT INTO plan (code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time,"
-      " end_time, pages, thumbnail, creator, creation_time, revision, changed_by, changed_at)"
-      " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+      " end_time, pages, thumbnail, creator, creation_time, revision, changed_by, changed_at, checksum)"
+      " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
       {plan.row.code, plan.row.parent, plan.row.family, plan.row.owner, plan.name, plan.row.split_type,
-       plan.row.page_count, int(plan.row.auto_run), plan.begin_time, plan.end_time, PagesToText(plan.pages),
-       plan.thumbnail, plan.creator, plan.creation_time, qint64(plan.revision), plan.changed_by, plan.changed_at});
+       plan.row.page_count, int(plan.row.auto_run), plan.begin_time, plan.end_time, pages, plan.thumbnail, plan.creator,
+       plan.creation_time, qint64(plan.revision), plan.changed_by, plan.changed_at, ChecksumOf(plan, pages)});
 }
 
 void CPlanRepository::UpdatePlan(const StoredPlan& plan) {
+  const QString pages = PagesToText(plan.pages);
   engine_.Execute(
       "UPDATE plan SET parent_code = ?, family = ?, owner_id = ?, name = ?, split_type = ?, page_count = ?,"
       " auto_run = ?, begin_time = ?, end_time = ?, pages = ?, thumbnail = ?, revision = ?, changed_by = ?,"
-      " changed_at = ? WHERE code = ?",
+      " changed_at = ?, checksum = ? WHERE code = ?",
       {plan.row.parent, plan.row.family, plan.row.owner, plan.name, plan.row.split_type, plan.row.page_count,
-       int(plan.row.auto_run), plan.begin_time, plan.end_time, PagesToText(plan.pages), plan.thumbnail,
-       qint64(plan.revision), plan.changed_by, plan.changed_at, plan.row.code});
+       int(plan.row.auto_run), plan.begin_time, plan.end_time, pages, plan.thumbnail, qint64(plan.revision),
+       plan.changed_by, plan.changed_at, ChecksumOf(plan, pages), plan.row.code});
 }
 
 void CPlanRepository::DeletePlan(int32_t code) {

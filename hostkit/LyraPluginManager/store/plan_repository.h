@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <functional>
 #include <list>
 #include <optional>
 #include <vector>
@@ -15,6 +16,8 @@
 
 namespace TarnHost::Store {
 
+enum class Vouched;
+
 /// A plan with all that is stored of it. The row's fields that follow from others are filled by Complete().
 struct StoredPlan {
   PlanRow row;
@@ -23,10 +26,16 @@ struct StoredPlan {
   QByteArray thumbnail;
   QString creator, creation_time, changed_by, changed_at;
   int64_t revision = 1;
+  /// A sentence that names the plan when its row cannot be right; such a plan is neither played nor changed.
+  QString damage;
+  bool has_checksum = true;  // false for a row of before there were any
 
   /// Fills the row's name, split, page count and times from the rest.
   void Complete();
 };
+
+/// The split that the tree shows for a plan with these pages.
+int32_t SplitOf(const std::list<view_plugin_protocol::PlanPage>& pages);
 
 /// The site's regions and cameras.
 struct CameraList {
@@ -46,6 +55,8 @@ class CPlanRepository {
   std::optional<GroupRow> OwnTopGroup(int32_t owner, const QString& name);
   std::optional<PlanRow> Plan(int32_t code);
   std::optional<StoredPlan> WholePlan(int32_t code);
+  /// Calls visit(plan, what its checksum says of it) with each plan, in the order of the codes.
+  void ForEachPlan(const std::function<void(const StoredPlan&, Vouched)>& visit);
   /// Code and type of the user's default view; zeros when there is none.
   std::pair<int32_t, int32_t> DefaultView(int32_t user);
   bool HasChildren(int32_t group);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "store/plan_soundness.h"
 #include "store/text_rules.h"
 #include "store/thumbnail_rules.h"
 
@@ -15,6 +16,7 @@ constexpr int kDeepestLevel = 6;  // the root row is level 1
 constexpr int kNoDefaultView = -3;
 const char kNoDefaultViewText[] = "-3";
 const char kNoCamera[] = "The camera does not exist.";
+const char kPlanGone[] = "The plan does not exist or was deleted in the meantime.";
 const char kSharedGroupName[] = "Shared";
 const char kDateTimeFormat[] = "yyyy-MM-dd HH:mm:ss";
 
@@ -69,9 +71,20 @@ GroupRow CPlanWriter::GroupOf(const std::string& index_code, int32_t user) {
 StoredPlan CPlanWriter::PlanOf(const std::string& index_code, int32_t user) {
   auto plan = repository_.WholePlan(ParseCode(index_code));
   if (!plan || !Sees(plan->row.family, plan->row.owner, user)) {
-    throw CStoreError("The plan does not exist or was deleted in the meantime.");
+    throw CStoreError(kPlanGone);
+  }
+  if (!plan->damage.isEmpty()) {
+    throw CStoreError(plan->damage, CStoreError::kDamaged);  // what is left of it must not become all that is stored
   }
   return std::move(*plan);
+}
+
+PlanRow CPlanWriter::PlanRowOf(const std::string& index_code, int32_t user) {
+  const auto row = repository_.Plan(ParseCode(index_code));
+  if (!row || !Sees(row->family, row->owner, user)) {
+    throw CStoreError(kPlanGone);
+  }
+  return *row;
 }
 
 int32_t CPlanWriter::AddGroup(const view_plugin_protocol::AddPlanGroupRequest& request, int32_t user) {
@@ -120,6 +133,10 @@ void CPlanWriter::TakeRequest(StoredPlan* plan, const view_plugin_protocol::AddP
   plan->begin_time = request.auto_play ? CheckedTime(request.begin_time) : TimeOrNothing(request.begin_time);
   plan->end_time = request.auto_play ? CheckedTime(request.end_time) : TimeOrNothing(request.end_time);
   plan->pages = request.pages;
+  const QString fault = FaultOf(plan->pages);
+  if (!fault.isEmpty()) {
+    throw CStoreError(QStringLiteral("The plan \"%1\" cannot be saved: %2.").arg(plan->name, fault));
+  }
   if (!thumbnail.isEmpty()) {
     plan->thumbnail = thumbnail;
   }
@@ -192,9 +209,9 @@ void CPlanWriter::MovePlan(StoredPlan* plan, const std::string& parent_code, int
 
 void CPlanWriter::DeletePlan(const std::string& index_code, int32_t user) {
   session_.Write([&] {
-    const StoredPlan plan = PlanOf(index_code, user);
-    RequireRight(plan.row.family, kDelete, user);
-    session_.RemovePlan(plan.row.code);
+    const PlanRow plan = PlanRowOf(index_code, user);
+    RequireRight(plan.family, kDelete, user);
+    session_.RemovePlan(plan.code);
     return true;
   });
 }
@@ -251,7 +268,7 @@ void CPlanWriter::SetDefaultView(const view_plugin_protocol::ClienDefaultViewCon
     int32_t code = kNoDefaultView;
     if (request.index_code != kNoDefaultViewText) {
       code = request.type == ResourceData::RT_VIEW_GROUP ? GroupOf(request.index_code, user).code
-                                                         : PlanOf(request.index_code, user).row.code;
+                                                         : PlanRowOf(request.index_code, user).code;
     }
     session_.Engine().Execute("DELETE FROM default_view WHERE user_id = ?", {User(user).id});
     if (code != kNoDefaultView) {

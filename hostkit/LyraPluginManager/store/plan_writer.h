@@ -35,7 +35,8 @@ class CPlanWriter {
   void RequireRight(int32_t family, Right right, int32_t user) const;
   Parent ParentOf(const std::string& index_code, int32_t user);
   GroupRow GroupOf(const std::string& index_code, int32_t user);
-  StoredPlan PlanOf(const std::string& index_code, int32_t user);
+  StoredPlan PlanOf(const std::string& index_code, int32_t user);  // refuses a damaged one
+  PlanRow PlanRowOf(const std::string& index_code, int32_t user);
   void TakeRequest(StoredPlan* plan, const view_plugin_protocol::AddPlanRequest& request,
                    const QByteArray& thumbnail) const;
   void MovePlan(StoredPlan* plan, const std::string& parent_code, int32_t user);

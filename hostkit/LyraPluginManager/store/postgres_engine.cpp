@@ -101,8 +101,18 @@ void CPostgresEngine::BeginRead() {
 }
 
 // Asks the table of tables: the server's quicker ways answer from a cache that may miss what was made a moment ago.
-bool CPostgresEngine::IsFilled() {
-  return Value("SELECT 1 FROM pg_tables WHERE schemaname = current_schema() AND tablename = 'store_info'").isValid();
+bool CPostgresEngine::HasTable(const char* name) {
+  return Value("SELECT 1 FROM pg_tables WHERE schemaname = current_schema() AND tablename = ?", {name}).isValid();
+}
+
+// What an extension brought along does not count, nor what the server keeps for itself.
+bool CPostgresEngine::IsEmpty() {
+  return !Value(
+              "SELECT 1 FROM pg_class thing JOIN pg_namespace place ON place.oid = thing.relnamespace"
+              " WHERE place.nspname NOT LIKE 'pg\\_%' AND place.nspname <> 'information_schema' AND NOT EXISTS"
+              " (SELECT 1 FROM pg_depend WHERE classid = 'pg_class'::regclass AND objid = thing.oid AND deptype = 'e')"
+              " LIMIT 1")
+              .isValid();
 }
 
 CStoreError::Kind CPostgresEngine::KindOf(const QSqlError& error) const {
@@ -126,9 +136,10 @@ std::unique_ptr<CSqlEngine> OpenPostgresStore(const PostgresAddress& address, co
   engine->SetWatch(std::move(watch));
   engine->Open();
   try {
-    if (!engine->IsFilled()) {
+    if (!engine->HasTable("store_info")) {
       FillNewStore(*engine, fresh);
     }
+    RequirePlanStore(*engine, address.Place());
     Migrate(*engine, address.Place());
   } catch (const CStoreError& error) {
     if (error.GetKind() != CStoreError::kNoRight) {

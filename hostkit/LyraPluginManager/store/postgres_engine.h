@@ -16,7 +16,8 @@ class CPostgresEngine : public CSqlEngine {
   void BeginWrite() override;
   void BeginRead() override;
   bool MayHaveChanged() override { return true; }
-  bool IsFilled() override;
+  bool HasTable(const char* name) override;
+  bool IsEmpty() override;
   QString BytesType() const override { return QStringLiteral("BYTEA"); }
   void SetPatience(int milliseconds) override;
 

@@ -19,6 +19,8 @@ const char* TextOf(CStoreError::Kind kind) {
       return "The plan store %1 is read-only.";
     case CStoreError::kNoRight:
       return "The plan store %1 does not allow its user to do that.";
+    case CStoreError::kNoRoom:
+      return "The plan store %1 has no room left: its disk is full.";
     case CStoreError::kDamaged:
       return "The plan store %1 is damaged.";
     case CStoreError::kConnectionLost:
@@ -139,8 +141,13 @@ void CSqlEngine::ForEach(const QString& sql, const QVariantList& values,
 QVariant CSqlEngine::Value(const QString& sql, const QVariantList& values) {
   QSqlQuery& query = Run(sql, values);
   const CConnectionWatch::CWait wait(watch_.get());
-  const QVariant value = query.next() ? query.value(0) : QVariant();
+  const bool found = query.next();
+  const QVariant value = found ? query.value(0) : QVariant();
+  const QSqlError error = query.lastError();
   query.finish();
+  if (!found && error.isValid()) {
+    Fail(error);
+  }
   return value;
 }
 

@@ -26,7 +26,14 @@ class CSqlEngine {
   void SetWatch(std::shared_ptr<CConnectionWatch> watch) { watch_ = std::move(watch); }
 
   virtual void Open() = 0;
+  /// Opens what was lost once more, after the same checks as at the first time.
+  virtual void Reopen() {
+    Close();
+    Open();
+  }
   void Close();
+  /// Throws kConnectionLost when what is open is not what stands at the store's place any more; cheap.
+  virtual void RequireInPlace() {}
 
   /// Starts a transaction that will write; no other process writes until it ends.
   virtual void BeginWrite() = 0;
@@ -38,8 +45,13 @@ class CSqlEngine {
 
   /// Whether others may have written since the last call; cheap.
   virtual bool MayHaveChanged() = 0;
-  /// Whether the database holds a store.
-  virtual bool IsFilled() = 0;
+  /// The store as messages name it.
+  const QString& Place() const { return place_; }
+  virtual bool HasTable(const char* name) = 0;
+  /// Whether there is nothing at all in the database.
+  virtual bool IsEmpty() = 0;
+  /// What the engine finds wrong with its own files, a line each; reads all of them.
+  virtual QStringList Integrity() { return {}; }
   /// Name of the type for bytes.
   virtual QString BytesType() const = 0;
   /// How long a transaction waits for other processes; also before Open().

@@ -1,25 +1,189 @@
 #include "store/sqlite_engine.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStorageInfo>
+
+#include "store/migrations.h"
+
 namespace TarnHost::Store {
 namespace {
 
 // Primary result codes of the SQLite library.
-enum ResultCode { kPermission = 3, kBusy = 5, kLocked = 6, kReadOnly = 8, kCorrupt = 11, kNotADatabase = 26 };
+enum ResultCode {
+  kPermission = 3,
+  kBusy = 5,
+  kLocked = 6,
+  kReadOnly = 8,
+  kCorrupt = 11,
+  kFull = 13,
+  kNotADatabase = 26
+};
+
+const char kMemory[] = ":memory:";
 
 }  // namespace
 
-CSqliteEngine::CSqliteEngine(const QString& file, const QString& place)
-    : CSqlEngine(QStringLiteral("QSQLITE"), place.isEmpty() ? file : place), file_(file) {}
+CSqliteEngine::CSqliteEngine(const QString& file, Mode mode, const QString& place)
+    : CSqlEngine(QStringLiteral("QSQLITE"), place.isEmpty() ? file : place), file_(file), mode_(mode) {}
 
+// Only what makes a store may make a file: in the place of one that has gone an empty one would stand.
 void CSqliteEngine::Configure(QSqlDatabase* database) const {
-  database->setDatabaseName(file_);
+  if (file_ == kMemory) {
+    database->setDatabaseName(file_);
+    return;
+  }
+  const QString path = QDir::cleanPath(QFileInfo(file_).absoluteFilePath());
+  const char* query = "?mode=rw";
+  switch (access_) {
+    case Access::kMake:
+      query = "?mode=rwc";
+      break;
+    case Access::kChange:
+      break;
+    case Access::kRead:
+      query = "?mode=ro";
+      break;
+    case Access::kFrozen:
+      query = "?mode=ro&immutable=1";
+      break;
+  }
+  database->setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI"));
+  // The very bytes by which the system knows the file, in any locale.
+  const QByteArray name = QFile::encodeName(path).toPercentEncoding("/");
+  database->setDatabaseName("file:" + QString::fromLatin1(name) + query);
 }
 
 void CSqliteEngine::Open() {
+  if (mode_ == kMake) {
+    OpenAs(Access::kMake);
+  } else {
+    OpenExisting();
+  }
+}
+
+void CSqliteEngine::OpenExisting() {
+  const SqliteFileState now = SqliteFileState::Of(file_);
+  if (!now.file.IsThere()) {
+    throw CStoreError(QStringLiteral("The plan store %1 is gone: it was removed or moved away.").arg(place_),
+                      CStoreError::kConnectionLost);
+  }
+  if (now.file.size == 0) {
+    throw CStoreError(QStringLiteral("The plan store %1 is empty: its content was lost.").arg(place_),
+                      CStoreError::kConnectionLost);
+  }
+  refusal_.clear();
+  if (!IsWritableFile(file_)) {
+    refusal_ = QStringLiteral("The plan store %1 is read-only.").arg(place_);
+  } else if (!IsInWritableFolder(file_)) {
+    refusal_ = QStringLiteral("The plan store %1 is in a read-only folder.").arg(place_);
+  }
+  const bool frozen = now.log.size == 0;  // else the log has a part of the content
+  if (!refusal_.isEmpty()) {
+    OpenAs(frozen && !IsInWritableFolder(file_) ? Access::kFrozen : Access::kRead);
+    return;
+  }
+  try {
+    OpenAs(Access::kChange);
+  } catch (const CStoreError& error) {
+    const bool may_lack_room = error.GetKind() == CStoreError::kNoRoom || error.GetKind() == CStoreError::kFailed;
+    if (!frozen || !may_lack_room) {
+      throw;
+    }
+    Close();
+    OpenAs(Access::kFrozen);
+    refusal_ = QStringLiteral("The plan store %1 can only be read: no file can be written beside it. Is the disk full?")
+                   .arg(place_);
+  }
+}
+
+void CSqliteEngine::OpenAs(Access access) {
+  access_ = access;
+  data_version_ = -1;
   OpenDatabase();
+  seen_ = SqliteFileState::Of(file_);
   SetPatience(patience_);
   // An acknowledged change must survive a power cut, not only the end of the process.
   RunOnce(QStringLiteral("PRAGMA synchronous = FULL"));
+}
+
+void CSqliteEngine::Reopen() {
+  const SqliteFileState now = SqliteFileState::Of(file_);
+  if (!trouble_.isEmpty() && now == tried_) {
+    throw CStoreError(trouble_, CStoreError::kConnectionLost);  // nothing has happened since the last attempt
+  }
+  const SqliteFileState good = seen_;
+  try {
+    OpenAgain();
+    trouble_.clear();
+  } catch (const CStoreError& error) {
+    Close();
+    seen_ = good;
+    if (now.file.IsThere() && now.file.size < seen_.file.size && now.log.IsSameFile(seen_.log)) {
+      PutLogAside();
+    }
+    trouble_ = error.Text();
+    // Who holds it lets go of it some time.
+    tried_ = error.GetKind() == CStoreError::kBusy ? SqliteFileState() : SqliteFileState::Of(file_);
+    throw CStoreError(trouble_, CStoreError::kConnectionLost);
+  }
+}
+
+void CSqliteEngine::OpenAgain() {
+  Close();
+  const SqliteFileState now = SqliteFileState::Of(file_);
+  if (now.file.IsThere() && !now.file.IsSameFile(seen_.file) && seen_.log.IsThere() && now.log.IsSameFile(seen_.log)) {
+    PutLogAside();
+  }
+  OpenExisting();
+  RequireSound();
+  Migrate(*this, place_);
+}
+
+// The log of a file that is no longer there, or no longer whole: what is put in its place must not get these pages.
+void CSqliteEngine::PutLogAside() {
+  QFile::remove(file_ + "-wal.replaced");
+  QFile::rename(file_ + "-wal", file_ + "-wal.replaced");
+  QFile::remove(file_ + "-shm");
+}
+
+void CSqliteEngine::RequireSound() {
+  if (RunOnce("PRAGMA application_id").toInt() != kApplicationId) {
+    throw CStoreError(QStringLiteral("%1 is not a plan store.").arg(place_));
+  }
+  RequirePlanStore(*this, place_);
+  if (StoredVersion(*this) <= AllMigrations().back().to && RunOnce("PRAGMA quick_check(1)").toString() != "ok") {
+    throw CStoreError(QStringLiteral("The plan store %1 is damaged.").arg(place_), CStoreError::kDamaged);
+  }
+}
+
+void CSqliteEngine::Lose(const char* text) {
+  throw CStoreError(QString::fromUtf8(text).arg(place_), CStoreError::kConnectionLost);
+}
+
+// A file grows and, but for a cleaning by hand, never shrinks; whether it is sound then shows when it is opened again.
+void CSqliteEngine::RequireInPlace() {
+  if (mode_ == kMake) {
+    return;
+  }
+  if (!trouble_.isEmpty()) {
+    throw CStoreError(trouble_, CStoreError::kConnectionLost);
+  }
+  const SqliteFileState now = SqliteFileState::Of(file_);
+  if (!now.file.IsThere()) {
+    Lose("The plan store %1 is gone: it was removed or moved away.");
+  }
+  if (!now.file.IsSameFile(seen_.file) || (seen_.log.IsThere() && !now.log.IsSameFile(seen_.log))) {
+    Lose("The plan store %1 was replaced while it was open.");
+  }
+  if (now.file.size < seen_.file.size) {
+    Lose("The plan store %1 was cut off while it was open.");
+  }
+  if (access_ == Access::kFrozen && !(now == seen_)) {
+    Lose("The plan store %1 was changed by another program.");
+  }
+  seen_ = now;
 }
 
 void CSqliteEngine::SetPatience(int milliseconds) {
@@ -31,6 +195,13 @@ void CSqliteEngine::SetPatience(int milliseconds) {
 
 // A transaction that reads first and then writes would fail at once when another process wrote in between.
 void CSqliteEngine::BeginWrite() {
+  RequireInPlace();
+  if (!CanWrite() && IsWritableFile(file_) && IsInWritableFolder(file_) && QStorageInfo(file_).bytesAvailable() > 0) {
+    Reopen();
+  }
+  if (!CanWrite()) {
+    throw CStoreError(refusal_, CStoreError::kReadOnly);
+  }
   RunOnce(QStringLiteral("BEGIN IMMEDIATE"));
 }
 
@@ -38,11 +209,23 @@ void CSqliteEngine::BeginRead() {
   RunOnce(QStringLiteral("BEGIN"));
 }
 
-bool CSqliteEngine::IsFilled() {
-  return Value(QStringLiteral("SELECT 1 FROM sqlite_master WHERE name = 'store_info'")).isValid();
+bool CSqliteEngine::HasTable(const char* name) {
+  return Value(QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ?"), {name}).isValid();
+}
+
+bool CSqliteEngine::IsEmpty() {
+  return !Value(QStringLiteral("SELECT 1 FROM sqlite_master LIMIT 1")).isValid();
+}
+
+QStringList CSqliteEngine::Integrity() {
+  QStringList lines;
+  ForEach(QStringLiteral("PRAGMA integrity_check"), {},
+          [&lines](const QSqlQuery& query) { lines.append(query.value(0).toString()); });
+  return lines == QStringList{QStringLiteral("ok")} ? QStringList() : lines;
 }
 
 bool CSqliteEngine::MayHaveChanged() {
+  RequireInPlace();
   const int64_t version = Value(QStringLiteral("PRAGMA data_version")).toLongLong();
   const bool changed = version != data_version_;
   data_version_ = version;
@@ -60,6 +243,8 @@ CStoreError::Kind CSqliteEngine::KindOf(const QSqlError& error) const {
     case kCorrupt:
     case kNotADatabase:
       return CStoreError::kDamaged;
+    case kFull:
+      return CStoreError::kNoRoom;
     default:
       return CStoreError::kFailed;
   }

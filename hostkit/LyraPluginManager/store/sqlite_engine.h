@@ -1,32 +1,60 @@
 #pragma once
 
 #include "store/sql_engine.h"
+#include "store/sqlite_file_state.h"
 
 namespace TarnHost::Store {
 
 /// A store in one SQLite file, or in memory.
+///
+/// An existing file is opened for reading alone where it or its folder is not to be written, or has no room left; the
+/// first change says so. While it is open its file is watched: a file that was removed, moved, replaced or cut counts
+/// as a lost connection.
 class CSqliteEngine : public CSqlEngine {
  public:
   /// Marks a file as a plan store, at a fixed place of the file.
   static constexpr int32_t kApplicationId = 0x5461726e;
   static constexpr int kPatience = 5000;  // ms that a write waits for other processes
 
+  enum Mode { kMake, kExisting };
+
   /// `place` names the store in messages; by default the file itself.
-  explicit CSqliteEngine(const QString& file, const QString& place = {});
+  CSqliteEngine(const QString& file, Mode mode, const QString& place = {});
 
   void Open() override;
+  void Reopen() override;
+  void RequireInPlace() override;
   void BeginWrite() override;
   void BeginRead() override;
   bool MayHaveChanged() override;
-  bool IsFilled() override;
+  bool HasTable(const char* name) override;
+  bool IsEmpty() override;
+  QStringList Integrity() override;
   QString BytesType() const override { return QStringLiteral("BLOB"); }
   void SetPatience(int milliseconds) override;
 
+  bool CanWrite() const { return refusal_.isEmpty(); }
+  /// Throws unless the open database is a whole plan store.
+  void RequireSound();
+
  private:
+  enum class Access { kMake, kChange, kRead, kFrozen };
+
+  void OpenExisting();
+  void OpenAs(Access access);
+  void OpenAgain();
+  void PutLogAside();
+  [[noreturn]] void Lose(const char* text);
   void Configure(QSqlDatabase* database) const override;
   CStoreError::Kind KindOf(const QSqlError& error) const override;
 
   const QString file_;
+  const Mode mode_;
+  Access access_ = Access::kMake;
+  QString refusal_;        // of changes, when the store is open for reading alone
+  QString trouble_;        // why the store could not be opened again
+  SqliteFileState seen_;   // as it was open last
+  SqliteFileState tried_;  // at the last attempt that failed
   int patience_ = kPatience;
   int64_t data_version_ = -1;
 };

@@ -8,7 +8,7 @@ namespace TarnHost::Store {
 /// Why a call cannot be done, as a text for the user. Thrown inside the store, caught where its calls end.
 class CStoreError : public std::exception {
  public:
-  enum Kind { kRefused, kBusy, kReadOnly, kNoRight, kDamaged, kConnectionLost, kNotAnswering, kFailed };
+  enum Kind { kRefused, kBusy, kReadOnly, kNoRight, kDamaged, kNoRoom, kConnectionLost, kNotAnswering, kFailed };
 
   /// `words` are the database's own on it.
   explicit CStoreError(const QString& text, Kind kind = kRefused, const QString& words = QString())

@@ -9,6 +9,14 @@
 #include "store/sqlite_store_file.h"
 
 namespace TarnHost::Store {
+namespace {
+
+QString FileOf(const QString& url) {
+  const QString sqlite = QStringLiteral("sqlite:");
+  return url.startsWith(sqlite) ? url.mid(sqlite.size()) : QString();
+}
+
+}  // namespace
 
 std::unique_ptr<CSqlEngine> OpenStore(const QString& url, const NewStore& fresh,
                                       std::shared_ptr<CConnectionWatch> watch) {
@@ -30,7 +38,7 @@ std::unique_ptr<CSqlEngine> OpenReader(const QString& url, std::shared_ptr<CConn
   const QString sqlite = QStringLiteral("sqlite:");
   std::unique_ptr<CSqlEngine> engine;
   if (url.startsWith(sqlite)) {
-    engine = std::make_unique<CSqliteEngine>(url.mid(sqlite.size()));
+    engine = std::make_unique<CSqliteEngine>(url.mid(sqlite.size()), CSqliteEngine::kExisting);
   } else {
     engine = std::make_unique<CPostgresEngine>(PostgresAddress::FromText(url));
   }
@@ -39,9 +47,25 @@ std::unique_ptr<CSqlEngine> OpenReader(const QString& url, std::shared_ptr<CConn
   return engine;
 }
 
+std::unique_ptr<CSqlEngine> OpenStoreAsItIs(const QString& url) {
+  const QString file = FileOf(url);
+  return file.isEmpty() ? OpenReader(url, nullptr) : OpenStoreFileAsItIs(file);
+}
+
+void BackUpStore(const QString& url, const QString& copy) {
+  const QString file = FileOf(url);
+  if (file.isEmpty()) {
+    throw CStoreError("Only a store in a file can be copied so; a server has tools of its own.");
+  }
+  BackUpStoreFile(file, copy);
+}
+
 void FillNewStore(CSqlEngine& engine, const NewStore& fresh) {
   CTransaction transaction(engine, CTransaction::kWrite);
-  if (!engine.IsFilled()) {
+  if (!engine.HasTable("store_info")) {
+    if (!engine.IsEmpty()) {
+      throw CStoreError(QStringLiteral("%1 is not a plan store.").arg(engine.Place()));
+    }
     MakeLayout(engine);
     CSiteImporter(engine, fresh.content(), fresh.now).Run();
     transaction.Commit();

@@ -27,7 +27,13 @@ bool HasReaders(const QString& url);
 /// A further connection to a store that is open already. Throws CStoreError.
 std::unique_ptr<CSqlEngine> OpenReader(const QString& url, std::shared_ptr<CConnectionWatch> watch);
 
-/// Makes tables and content in the database of `engine`, all or nothing; leaves one that has them as it is.
+/// Opens an existing store to look at it: nothing is made or brought along. Throws CStoreError.
+std::unique_ptr<CSqlEngine> OpenStoreAsItIs(const QString& url);
+/// Writes a copy of a store in a file into the new file `copy`. Throws CStoreError; then there is no copy.
+void BackUpStore(const QString& url, const QString& copy);
+
+/// Makes tables and content in the empty database of `engine`, all or nothing. Leaves one that has a store as it is,
+/// and refuses one that has anything else.
 void FillNewStore(CSqlEngine& engine, const NewStore& fresh);
 
 }  // namespace TarnHost::Store

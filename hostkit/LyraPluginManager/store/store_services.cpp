@@ -145,7 +145,7 @@ bool CStoreServices::Beat() {
     session_->Poll();
   } catch (const CStoreError& error) {
     trouble = error;
-    connection_lost_ = error.GetKind() == CStoreError::kConnectionLost;
+    connection_lost_ = connection_lost_ || error.GetKind() == CStoreError::kConnectionLost;
   } catch (const std::exception& error) {
     trouble = CStoreError(QString::fromUtf8(error.what()), CStoreError::kFailed);
   }
@@ -189,6 +189,9 @@ auto CStoreServices::Read(Work work) {
 void CStoreServices::Reconnect() {
   if (connection_lost_) {
     next_attempt_ = steady_clock::now() + kBetweenAttempts;
+    if (reader_) {
+      reader_->Release();
+    }
     session_->Reconnect();
     connection_lost_ = false;
   }
@@ -380,6 +383,9 @@ StoredPlan CStoreServices::ReadPlan(int32_t code, int32_t user) {
                       : Read([code](CPlanRepository& repository) { return repository.WholePlan(code); });
   if (!plan || (plan->row.family == kOwn && plan->row.owner != user)) {
     throw CStoreError(kPlanGone);
+  }
+  if (!plan->damage.isEmpty()) {
+    throw CStoreError(plan->damage, CStoreError::kDamaged);
   }
   return std::move(*plan);
 }

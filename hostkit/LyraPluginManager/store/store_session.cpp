@@ -59,8 +59,7 @@ void CStoreSession::Poll() {
 }
 
 void CStoreSession::Connect() {
-  engine_.Close();
-  engine_.Open();
+  engine_.Reopen();
   feed_.Restart(-1);  // whatever comes next: all is to be read anew
 }
 
@@ -121,6 +120,16 @@ void CStoreSession::Note(ChangeEntry::Kind kind, int32_t code, std::function<voi
 void CStoreSession::WriteJournal() {
   for (Step& step : journal_) {
     step.entry.seq = repository_.LogChange(step.entry);
+  }
+}
+
+// Nothing counts as saved that went into a file which nobody will find again.
+void CStoreSession::RequireKept() {
+  try {
+    engine_.RequireInPlace();
+  } catch (...) {
+    feed_.Restart(-1);  // the change may be found after all: everything is read again then
+    throw;
   }
 }
 

@@ -54,6 +54,7 @@ class CStoreSession {
         throw;
       }
     }
+    RequireKept();
     ApplyJournal();
     return std::move(*result);
   }
@@ -78,6 +79,7 @@ class CStoreSession {
   bool IsLogged(const ChangeEntry& entry);
   void AwaitConnection();
   void Connect();
+  void RequireKept();
   template <class Row>
   std::optional<Row> Put(const Row& row, bool awaited) {
     const std::optional<Row> before = catalog_.Put(row);

@@ -1,0 +1,134 @@
+#include "store/plan_soundness.h"
+
+#include <QCryptographicHash>
+#include <QStringList>
+
+#include "store/page_codec.h"
+
+namespace TarnHost::Store {
+namespace {
+
+using view_plugin_protocol::PlanPage;
+using view_plugin_protocol::PlanWindow;
+
+constexpr int32_t kMostWindows = 16;
+constexpr int kHashCharacters = 16;
+
+bool IsSplit(int32_t split) {
+  return split == 1 || split == 2 || split == 4 || split == 8;
+}
+
+QString FaultIn(const PlanWindow& window) {
+  if (window.window_no < 0 || window.window_no > kMostWindows) {
+    return QStringLiteral("a page has a window number %1").arg(window.window_no);
+  }
+  if (window.content_kind < 0 || window.stream_type < 0 || window.preset_no < 0) {
+    return QStringLiteral("a window has a number below zero");
+  }
+  return {};
+}
+
+QString FaultIn(const PlanPage& page) {
+  if (page.page_no < 0) {
+    return QStringLiteral("a page has the number %1").arg(page.page_no);
+  }
+  if (!IsSplit(page.split_type)) {
+    return QStringLiteral("a page has an unknown split %1").arg(page.split_type);
+  }
+  for (const PlanWindow& window : page.windows) {
+    const QString fault = FaultIn(window);
+    if (!fault.isEmpty()) {
+      return fault;
+    }
+  }
+  return {};
+}
+
+// As a database hands it back: some change the two characters that are none.
+QByteArray Bytes(QString text) {
+  const QChar replacement(QChar::ReplacementCharacter);
+  return text.replace(QChar(0xfffe), replacement).replace(QChar(0xffff), replacement).toUtf8();
+}
+
+// Each part with its length before it, or what goes from the end of one to the next would not show.
+QString HashOf(const QList<QByteArray>& parts) {
+  QCryptographicHash hash(QCryptographicHash::Sha256);
+  for (const QByteArray& part : parts) {
+    hash.addData(QByteArray::number(part.size()) + ' ' + part);
+  }
+  return QString::fromLatin1(hash.result().toHex().left(kHashCharacters));
+}
+
+QString PlayedHash(const StoredPlan& plan, const QString& pages_text) {
+  const PlanRow& row = plan.row;
+  return HashOf({QByteArray::number(row.code), QByteArray::number(row.split_type), QByteArray::number(row.page_count),
+                 QByteArray::number(int(row.auto_run)), Bytes(plan.begin_time), Bytes(plan.end_time),
+                 Bytes(pages_text)});
+}
+
+QString RestHash(const StoredPlan& plan) {
+  const PlanRow& row = plan.row;
+  return HashOf({QByteArray::number(row.parent), QByteArray::number(row.family), QByteArray::number(row.owner),
+                 Bytes(plan.name), plan.thumbnail, Bytes(plan.creator), Bytes(plan.creation_time),
+                 Bytes(plan.changed_by), Bytes(plan.changed_at)});
+}
+
+QString FaultIn(const StoredPlan& plan, const QString& pages_text, const QString& checksum, bool readable) {
+  const auto stored = static_cast<int32_t>(plan.pages.size());
+  if (!readable) {
+    return QStringLiteral("its pages cannot be read");
+  }
+  if (stored != plan.row.page_count) {
+    return QStringLiteral("it has %1 of its %2 pages").arg(stored).arg(plan.row.page_count);
+  }
+  const QString fault = FaultOf(plan.pages);
+  if (!fault.isEmpty()) {
+    return fault;
+  }
+  if (plan.row.split_type != SplitOf(plan.pages)) {
+    return QStringLiteral("its split is not that of its first page");
+  }
+  const bool denied = CheckedBy(checksum, plan, pages_text) == Vouched::kNo;
+  return denied ? QStringLiteral("its content is not what was saved") : QString();
+}
+
+}  // namespace
+
+QString FaultOf(const std::list<PlanPage>& pages) {
+  for (const PlanPage& page : pages) {
+    const QString fault = FaultIn(page);
+    if (!fault.isEmpty()) {
+      return fault;
+    }
+  }
+  return {};
+}
+
+QString ChecksumOf(const StoredPlan& plan, const QString& pages_text) {
+  return QStringLiteral("%1:%2:%3").arg(plan.revision).arg(PlayedHash(plan, pages_text), RestHash(plan));
+}
+
+Vouched CheckedBy(const QString& checksum, const StoredPlan& plan, const QString& pages_text) {
+  const QString expected = ChecksumOf(plan, pages_text);
+  if (checksum == expected) {
+    return Vouched::kYes;
+  }
+  const QStringList stored = checksum.split(':');
+  if (checksum.isEmpty() || stored.first() != QString::number(plan.revision)) {
+    return Vouched::kUnknown;
+  }
+  return stored.value(1) == expected.section(':', 1, 1) ? Vouched::kRestChanged : Vouched::kNo;
+}
+
+void TakePages(StoredPlan* plan, const QString& pages_text, const QString& checksum) {
+  plan->has_checksum = !checksum.isEmpty();
+  auto pages = PagesFromText(pages_text);
+  plan->pages = pages ? std::move(*pages) : std::list<PlanPage>();
+  const QString fault = FaultIn(*plan, pages_text, checksum, pages.has_value());
+  if (!fault.isEmpty()) {
+    plan->damage =
+        QStringLiteral("The plan \"%1\" (%2) is damaged: %3.").arg(plan->name).arg(plan->row.code).arg(fault);
+  }
+}
+
+}  // namespace TarnHost::Store

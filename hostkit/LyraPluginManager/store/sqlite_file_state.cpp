@@ -1,0 +1,77 @@
+#include "store/sqlite_file_state.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QtEndian>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "store/sqlite_engine.h"
+
+namespace TarnHost::Store {
+namespace {
+
+constexpr int kHeaderSize = 100;
+constexpr int kApplicationIdAt = 68;
+const char kMagic[] = "SQLite format 3";
+
+[[noreturn]] void Refuse(const char* text, const QString& file) {
+  throw CStoreError(QString::fromUtf8(text).arg(file));
+}
+
+SqliteFileState::Entry EntryOf(const QString& name) {
+  SqliteFileState::Entry entry;
+  struct stat status {};
+  if (::stat(QFile::encodeName(name).constData(), &status) == 0) {
+    entry.device = status.st_dev;
+    entry.inode = status.st_ino;
+    entry.size = status.st_size;
+    entry.changed_ns = status.st_mtim.tv_sec * qint64{1000000000} + status.st_mtim.tv_nsec;
+  }
+  return entry;
+}
+
+// Mode bits count even for a user whom they do not bind: a file that was made read-only is meant to stay as it is.
+bool IsWritable(const QString& path) {
+  struct stat status {};
+  const QByteArray name = QFile::encodeName(path);
+  return ::stat(name.constData(), &status) == 0 && (status.st_mode & 0222) != 0 &&
+         ::access(name.constData(), W_OK) == 0;
+}
+
+}  // namespace
+
+SqliteFileState SqliteFileState::Of(const QString& file) {
+  return {EntryOf(file), EntryOf(file + "-wal")};
+}
+
+bool IsWritableFile(const QString& file) {
+  return IsWritable(file);
+}
+
+bool IsInWritableFolder(const QString& file) {
+  return IsWritable(QFileInfo(file).absolutePath());
+}
+
+void CheckSqliteHeader(const QString& name) {
+  QFile file(name);
+  if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly)) {
+    Refuse("The plan store %1 cannot be read.", name);
+  }
+  const QByteArray header = file.read(kHeaderSize);
+  if (header.isEmpty()) {
+    Refuse("The plan store %1 is empty: its content was lost.", name);
+  }
+  if (!header.startsWith(kMagic)) {
+    Refuse("%1 is not a plan store.", name);
+  }
+  if (header.size() < kHeaderSize) {
+    Refuse("The plan store %1 is damaged: it is cut off.", name);
+  }
+  if (qFromBigEndian<qint32>(header.constData() + kApplicationIdAt) != CSqliteEngine::kApplicationId) {
+    Refuse("%1 is not a plan store.", name);
+  }
+}
+
+}  // namespace TarnHost::Store

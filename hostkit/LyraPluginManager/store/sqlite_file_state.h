@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+
+namespace TarnHost::Store {
+
+/// A database file and its log as they stand under their names.
+struct SqliteFileState {
+  struct Entry {
+    quint64 device = 0, inode = 0;  // inode 0: there is none
+    qint64 size = 0, changed_ns = 0;
+
+    bool IsThere() const { return inode != 0; }
+    bool IsSameFile(const Entry& other) const { return device == other.device && inode == other.inode; }
+    bool operator==(const Entry& other) const {
+      return IsSameFile(other) && size == other.size && changed_ns == other.changed_ns;
+    }
+  };
+
+  Entry file, log;
+
+  static SqliteFileState Of(const QString& file);
+  bool operator==(const SqliteFileState& other) const { return file == other.file && log == other.log; }
+};
+
+/// Whether file and folder are meant to be written by this user.
+bool IsWritableFile(const QString& file);
+bool IsInWritableFolder(const QString& file);
+
+/// Looks at the file itself, so that a foreign file is never opened as a database. Throws CStoreError for one that is
+/// missing, unreadable, empty, cut off in its header or no plan store.
+void CheckSqliteHeader(const QString& file);
+
+}  // namespace TarnHost::Store

@@ -1,0 +1,208 @@
+#include "store/store_checker.h"
+
+#include <algorithm>
+
+#include "ResourceData/resource_type.h"
+#include "store/migrations.h"
+#include "store/plan_soundness.h"
+#include "store/text_rules.h"
+
+namespace TarnHost::Store {
+namespace {
+
+constexpr int kLongestName = 256;
+constexpr int kDeepestLevel = 6;  // the root row is level 1
+
+QString Named(const char* kind, const QString& name, int32_t code) {
+  return QStringLiteral("%1 \"%2\" (%3)").arg(QLatin1String(kind), name).arg(code);
+}
+
+}  // namespace
+
+QStringList CStoreChecker::Run() {
+  const CTransaction one_state(engine_, CTransaction::kRead);
+  RequirePlanStore(engine_, engine_.Place());
+  const int version = StoredVersion(engine_);
+  const int newest = AllMigrations().back().to;
+  if (version != newest) {
+    throw CStoreError(
+        version > newest ? QStringLiteral("The plan store %1 was made by a newer version (%2; this program knows %3).")
+                               .arg(engine_.Place())
+                               .arg(version)
+                               .arg(newest)
+                         : QStringLiteral("The plan store %1 is of an older version (%2); start the client on it once.")
+                               .arg(engine_.Place())
+                               .arg(version));
+  }
+  Try("file", [this] { CheckFile(); });
+  Try("users", [this] { ReadUsers(); });
+  Try("groups", [this] { CheckGroups(); });
+  Try("plans", [this] { CheckPlans(); });
+  Try("default views", [this] { CheckDefaultViews(); });
+  Try("rights", [this] { CheckRights(); });
+  Try("counters", [this] { CheckCounters(); });
+  return findings_;
+}
+
+QString CStoreChecker::Summary() const {
+  return QStringLiteral("%1: %2 groups, %3 plans, %4 users; %5")
+      .arg(engine_.Place())
+      .arg(groups_.size())
+      .arg(plan_codes_.size())
+      .arg(users_.size())
+      .arg(findings_.isEmpty() ? QStringLiteral("sound") : QStringLiteral("findings: %1").arg(findings_.size()));
+}
+
+void CStoreChecker::Try(const char* what, const std::function<void()>& part) {
+  try {
+    part();
+  } catch (const CStoreError& error) {
+    if (error.GetKind() == CStoreError::kConnectionLost) {
+      throw;
+    }
+    Note(QStringLiteral("The %1 cannot be read: %2").arg(QLatin1String(what), error.Text()));
+  }
+}
+
+void CStoreChecker::CheckFile() {
+  for (const QString& line : engine_.Integrity()) {
+    Note(QStringLiteral("The file is damaged: %1").arg(line.simplified()));
+  }
+}
+
+void CStoreChecker::ReadUsers() {
+  engine_.ForEach("SELECT id, name FROM app_user", {},
+                  [this](const QSqlQuery& query) { users_[query.value(0).toInt()] = query.value(1).toString(); });
+  for (const auto& [id, name] : users_) {
+    if (id <= 0 || name.isEmpty()) {
+      Note(QStringLiteral("User \"%1\" has the number %2.").arg(name).arg(id));
+    }
+  }
+}
+
+void CStoreChecker::CheckGroups() {
+  for (const GroupRow& group : repository_.AllGroups()) {
+    groups_[group.code] = group;
+  }
+  for (const auto& [code, group] : groups_) {
+    CheckGroup(group);
+  }
+}
+
+void CStoreChecker::CheckGroup(const GroupRow& group) {
+  const QString what = Named("Group", ToQt(group.name), group.code);
+  CheckName(what, ToQt(group.name));
+  CheckPlace(what, group);
+  const int level = LevelOf(group);
+  if (level == 0) {
+    Note(QStringLiteral("%1 is below itself.").arg(what));
+  } else if (level > kDeepestLevel) {
+    Note(QStringLiteral("%1 is on level %2; there are %3.").arg(what).arg(level).arg(kDeepestLevel));
+  }
+}
+
+// The root has level 1; 0 for a group from which no way leads up. Where a parent is missing the way ends, too: that is
+// said of the row below.
+int CStoreChecker::LevelOf(const GroupRow& group) const {
+  int level = 2;
+  for (auto parent = groups_.find(group.parent); parent != groups_.end();
+       parent = groups_.find(parent->second.parent)) {
+    if (static_cast<size_t>(++level) > groups_.size() + 2) {
+      return 0;
+    }
+  }
+  return level;
+}
+
+template <class Row>
+void CStoreChecker::CheckPlace(const QString& what, const Row& row) {
+  highest_code_ = std::max(highest_code_, row.code);
+  if (row.code <= 0) {
+    Note(QStringLiteral("%1 has no possible code.").arg(what));
+  }
+  if (row.family < kPublic || row.family > kCommon) {
+    Note(QStringLiteral("%1 is of an unknown family %2.").arg(what).arg(row.family));
+    return;
+  }
+  if ((row.family == kOwn) != (users_.count(row.owner) != 0) || (row.family != kOwn && row.owner != 0)) {
+    Note(QStringLiteral("%1 belongs to user %2, who cannot have it.").arg(what).arg(row.owner));
+  }
+  const auto parent = groups_.find(row.parent);
+  const bool under_root = IsRootCode(row.parent);
+  if (!under_root && parent == groups_.end()) {
+    Note(QStringLiteral("%1 is in group %2, which is not there.").arg(what).arg(row.parent));
+  } else if (under_root ? FamilyOfRoot(row.parent) != row.family
+                        : parent->second.family != row.family || parent->second.owner != row.owner) {
+    Note(QStringLiteral("%1 is of another family or user than what it is in.").arg(what));
+  }
+}
+
+// A site's first content may have names that nobody could type; none is empty, endless or has control characters.
+void CStoreChecker::CheckName(const QString& what, const QString& name) {
+  const auto is_control = [](QChar c) { return c.category() == QChar::Other_Control; };
+  if (name.trimmed().isEmpty() || name.size() > kLongestName || std::any_of(name.begin(), name.end(), is_control)) {
+    Note(QStringLiteral("%1 has no possible name.").arg(what));
+  }
+}
+
+void CStoreChecker::CheckPlans() {
+  repository_.ForEachPlan([this](const StoredPlan& plan, Vouched vouched) { CheckPlan(plan, vouched); });
+}
+
+void CStoreChecker::CheckPlan(const StoredPlan& plan, Vouched vouched) {
+  const QString what = Named("Plan", plan.name, plan.row.code);
+  plan_codes_[plan.row.code] += 1;
+  CheckName(what, plan.name);
+  CheckPlace(what, plan.row);
+  if (groups_.count(plan.row.code) != 0) {
+    Note(QStringLiteral("%1 has the code of a group.").arg(what));
+  }
+  if (!plan.damage.isEmpty()) {
+    Note(plan.damage);
+  } else if (vouched == Vouched::kRestChanged) {
+    Note(QStringLiteral("%1: name, place, picture or marks are not what was saved.").arg(what));
+  } else if (vouched == Vouched::kUnknown && plan.has_checksum) {
+    Note(QStringLiteral("%1 was last saved by an older program, or its revision is damaged.").arg(what));
+  }
+  for (const QString& time : {plan.begin_time, plan.end_time}) {
+    if ((!time.isEmpty() || plan.row.auto_run) && SecondOfDay(time) < 0) {
+      Note(QStringLiteral("%1: \"%2\" is not a time of day.").arg(what, time));
+    }
+  }
+}
+
+void CStoreChecker::CheckDefaultViews() {
+  engine_.ForEach("SELECT user_id, code, type FROM default_view", {}, [this](const QSqlQuery& query) {
+    const int32_t user = query.value(0).toInt(), code = query.value(1).toInt(), type = query.value(2).toInt();
+    const bool there = type == ResourceData::RT_VIEW_GROUP ? groups_.count(code) != 0 : plan_codes_.count(code) != 0;
+    if (users_.count(user) == 0 || !there) {
+      Note(QStringLiteral("The default view of user %1 is %2 of type %3, which is not there.")
+               .arg(user)
+               .arg(code)
+               .arg(type));
+    }
+  });
+}
+
+void CStoreChecker::CheckRights() {
+  engine_.ForEach("SELECT user_id, code FROM user_right", {}, [this](const QSqlQuery& query) {
+    const int32_t user = query.value(0).toInt(), code = query.value(1).toInt();
+    if (users_.count(user) == 0 || code < 5 || code > 7) {
+      Note(QStringLiteral("User %1 has right %2, which cannot be.").arg(user).arg(code));
+    }
+  });
+}
+
+void CStoreChecker::CheckCounters() {
+  const qint64 last_code = engine_.Value("SELECT value FROM counter WHERE name = 'code'").toLongLong();
+  if (last_code < highest_code_) {
+    Note(QStringLiteral("Codes are given from %1 on, but %2 is in use.").arg(last_code + 1).arg(highest_code_));
+  }
+  const qint64 changes = engine_.Value("SELECT max(seq) FROM change_log").toLongLong();
+  if (changes > repository_.NewestChange()) {
+    Note(
+        QStringLiteral("The log has change %1, but only %2 are counted.").arg(changes).arg(repository_.NewestChange()));
+  }
+}
+
+}  // namespace TarnHost::Store
