@@ -40,6 +40,9 @@ void Describe(QCommandLineParser& parser) {
   add("quit-after", "Quits after this time and prints the client's state as one line of JSON.", "SECONDS");
   add("delay", "Lets the download of the plans take at least this long.", "MILLISECONDS");
   add("log", "Log file.", "FILE");
+  parser.addOption({QStringLiteral("check"), QStringLiteral("Looks through the whole store, names what it finds, and"
+                                                            " quits: 0 sound, 1 findings, 2 not to be opened.")});
+  add("backup", "Copies a store in a file into this new file, also while clients use it, and quits.", "FILE");
 }
 
 // The first thing that cannot be followed becomes the one line the user reads.
@@ -130,6 +133,11 @@ std::optional<ClientOptions> ClientOptions::Parse(const QStringList& arguments, 
   options.quit_after_seconds = reader.Number("quit-after");
   options.download_delay_ms = static_cast<int>(reader.Number("delay").value_or(0));
   options.log_file = reader.Text("log");
+  options.check = parser.isSet(QStringLiteral("check"));
+  options.backup_file = reader.Text("backup");
+  if (options.check && !options.backup_file.isEmpty()) {
+    reader.Fail(QStringLiteral("--check and --backup are two runs"));
+  }
   if (!parser.positionalArguments().isEmpty()) {
     reader.Fail(QStringLiteral("Unexpected argument '%1'")
                     .arg(TarnHost::CPlanStore::ShownAddress(parser.positionalArguments().constFirst())));

@@ -22,6 +22,10 @@ struct ClientOptions {
   int download_delay_ms = 0;
   QString log_file;  // empty: in the user's data folder
   bool help = false;
+  bool check = false;   // look through the store instead of showing the client
+  QString backup_file;  // copy the store into this file instead of showing the client
+
+  bool WantsStoreTool() const { return check || !backup_file.isEmpty(); }
 
   /// What a store that is made at this start is filled with: the demo site, or nothing but a user.
   bool FillsWithDemo() const;

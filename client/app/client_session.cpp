@@ -5,11 +5,9 @@
 #include <TarnPlanView/view_model_data_manager_export.h>
 
 #include <QApplication>
-#include <QDir>
 #include <QFileInfo>
 #include <QLocale>
 #include <QPixmap>
-#include <QStandardPaths>
 #include <QThreadPool>
 #include <QTimer>
 #include <cstdio>
@@ -27,6 +25,7 @@
 #include "TarnUIDataController/nomal_message_manager.h"
 #include "TarnUIDataController/signal_transfer_manager.h"
 #include "TarnUIDataController/skin_loader.h"
+#include "app/data_file.h"
 #include "app/grab_windows.h"
 #include "app/scenes.h"
 #include "app/state_report.h"
@@ -41,12 +40,6 @@ namespace {
 constexpr int kScreenshotDelayMs = 3000;
 constexpr int kPoolEndMs = 1000;  // for tasks whose calls have failed by then
 constexpr int kCannotFollow = 2;
-
-QString DataFile(const char* name) {
-  const QDir folder(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
-  folder.mkpath(QStringLiteral("."));
-  return folder.filePath(QString::fromLatin1(name));
-}
 
 void Complain(const QString& line) {
   std::fprintf(stderr, "tarn-client: %s\n", qUtf8Printable(line));
@@ -143,7 +136,7 @@ QString CClientSession::OpenLog() {
 
 bool CClientSession::OpenStore(QString* error) {
   TarnHost::PlanStoreOptions store;
-  store.url = options_.store_url.isEmpty() ? QStringLiteral("sqlite:") + DataFile("plans.sqlite") : options_.store_url;
+  store.url = StoreUrlOf(options_);
   store.download_delay = std::chrono::milliseconds(options_.download_delay_ms);
   store.switch_overrides = options_.switches;
   store.first_content = options_.FillsWithDemo() ? &TarnHost::MakeDemoSite : &TarnHost::MakeEmptySite;

@@ -9,10 +9,12 @@
 #include "app/hide_passwords.h"
 #include "app/qt_messages.h"
 #include "app/quit_on_signal.h"
+#include "app/store_tool.h"
 
 namespace {
 
 constexpr int kCannotFollow = 2;
+constexpr char kName[] = "tarn-client";
 
 int Refuse(const QString& line) {
   std::fprintf(stderr, "tarn-client: %s\n", qUtf8Printable(QString(line).replace(QLatin1Char('\n'), QLatin1Char(' '))));
@@ -47,6 +49,11 @@ int main(int argc, char** argv) {
   if (options->help) {
     return ShowHelp(argc, argv);
   }
+  if (options->WantsStoreTool()) {
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QString::fromLatin1(kName));
+    return TarnClient::RunStoreTool(*options);
+  }
   TarnClient::InstallQtMessageHandler();
   TarnClient::EnsureRuntimeFolder();
   error = TarnClient::WhyNoDisplay();
@@ -58,7 +65,7 @@ int main(int argc, char** argv) {
   // A factor of 1.5 is not rounded up to 2, which takes the window beyond the screen.
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   QApplication application(argc, argv);
-  QCoreApplication::setApplicationName(QStringLiteral("tarn-client"));
+  QCoreApplication::setApplicationName(QString::fromLatin1(kName));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("TarnPlanView"));
   const TarnClient::CQuitOnSignal quit_on_signal;
   TarnClient::CClientSession session(*options);

@@ -36,8 +36,13 @@ void ClientOptionsTest::ReadsWhatWasAsked() {
   QCOMPARE(*all->quit_after_seconds, 1.5);
   QCOMPARE(all->download_delay_ms, 300);
 
+  const auto check = ClientOptions::Parse({"tarn-client", "--check"}, &error);
+  QVERIFY(check && check->check && check->WantsStoreTool());
+  const auto backup = ClientOptions::Parse({"tarn-client", "--backup", "copy"}, &error);
+  QVERIFY(backup && backup->backup_file == "copy" && backup->WantsStoreTool());
+
   const auto none = ClientOptions::Parse({"tarn-client"}, &error);
-  QVERIFY(none && none->store_url.isEmpty() && !none->quit_after_seconds && !none->help);
+  QVERIFY(none && !none->WantsStoreTool() && none->store_url.isEmpty() && !none->quit_after_seconds && !none->help);
   QCOMPARE(none->skin, QString("redblack"));
 }
 
@@ -56,6 +61,7 @@ void ClientOptionsTest::RefusesWithOneLine_data() {
   QTest::newRow("no number") << QStringList{"--quit-after", "nan"} << "--quit-after";
   QTest::newRow("delay") << QStringList{"--delay", "1e9"} << "--delay";
   QTest::newRow("scene") << QStringList{"--scene", "sunset"} << "sunset";
+  QTest::newRow("two tools") << QStringList{"--check", "--backup", "x"} << "--backup";
   QTest::newRow("argument") << QStringList{"Gate"} << "Gate";
   QTest::newRow("argument with a password")
       << QStringList{"postgresql://ann:sesame@db/site"} << "postgresql://ann@db/site";

@@ -78,6 +78,7 @@ class ClientProgramTest : public QObject {
   void SaysWhatTheMachineLacks_data();
   void SaysWhatTheMachineLacks();
   void TakesAFactorAsItIs();
+  void LooksAfterTheStoreWithoutADisplay();
 
  private:
   QString StoreUrl() const { return "sqlite:" + home_->filePath("site.sqlite"); }
@@ -336,9 +337,34 @@ void ClientProgramTest::HelpNeedsNoDisplay() {
   QCOMPARE(process.exitCode(), 0);
   const QString help = QString::fromUtf8(process.readAllStandardOutput());
   for (const char* option : {"--store", "--user", "--skin", "--lang", "--set", "--play", "--scene", "--screenshot",
-                             "--quit-after", "--delay", "--log", "--demo"}) {
+                             "--quit-after", "--delay", "--log", "--demo", "--check", "--backup"}) {
     QVERIFY2(help.contains(option), option);
   }
+}
+
+void ClientProgramTest::LooksAfterTheStoreWithoutADisplay() {
+  const QString store = home_->filePath("site.sqlite"), copy = home_->filePath("copy.sqlite");
+  const auto run = [this](const QStringList& arguments, int exit_code, const char* said) {
+    CClientRun client(home_->path(), arguments, {{"QT_QPA_PLATFORM", "no such display"}});
+    QVERIFY(client.WaitForEnd());
+    QCOMPARE(client.ExitCode(), exit_code);
+    const QString lines = exit_code == 2 ? client.Errors() : client.Output().join('\n');
+    QVERIFY2(lines.contains(said), qPrintable(lines));
+    QVERIFY(exit_code == 2 ? client.Output().isEmpty() && lines.count('\n') == 1 : client.Errors().isEmpty());
+  };
+  run({"--store", StoreUrl(), "--check"}, 0, "3 groups, 1 plans, 2 users; sound");
+  run({"--store", StoreUrl(), "--backup", copy}, 0, "copy.sqlite");
+  run({"--store", StoreUrl(), "--backup", copy}, 2, "exists already");
+  run({"--store", "sqlite:" + home_->filePath("none"), "--check"}, 2, "cannot be read");
+  QVERIFY(!QFile::exists(home_->filePath("none")));
+  QFile file(copy);
+  QVERIFY(file.open(QIODevice::ReadWrite));
+  QByteArray bytes = file.readAll();
+  QCOMPARE(bytes.count("\"split\":2"), 2);
+  file.seek(0);
+  QCOMPARE(file.write(bytes.replace("\"split\":2", "\"split\":3")), file.size());
+  file.close();
+  run({"--store", "sqlite:" + copy, "--check"}, 1, "is damaged: a page has an unknown split 3.");
 }
 
 QTEST_GUILESS_MAIN(ClientProgramTest)
