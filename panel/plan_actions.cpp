@@ -30,6 +30,10 @@ PlanRights AskRights() {
   return {HasRight(kAddRight), HasRight(kEditRight), HasRight(kDeleteRight)};
 }
 
+bool MaySharePlans(const PlanRights& rights) {
+  return rights.add;
+}
+
 PlanActions AllowedActions(const QModelIndex& index, const PlanRights& rights) {
   const bool under_root = CViewConfigManager::Instance().CreatePlanUnderRootNode();
   switch (index.data(ItemTypeRole).toInt()) {

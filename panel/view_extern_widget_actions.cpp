@@ -465,7 +465,17 @@ void CViewExternWidget::onSucceedToGetCreationInfo(const QString& creator, const
   box->show();
 }
 
+QString CViewExternWidget::Private::WhyNoShare() const {
+  return MaySharePlans(rights) ? QString() : CViewExternWidget::tr("You lack the right to share plans.");
+}
+
 void CViewExternWidget::Private::SetViewShareShow(const QString& plan_code) {
+  rights = AskRights();
+  const QString reason = WhyNoShare();
+  if (!reason.isEmpty()) {
+    Q_EMIT q->SignalMessageTipNeeded(reason, 1);
+    return;
+  }
   if (!share_view) {
     share_view = new CShareViewWgt(q);
   }

@@ -76,6 +76,7 @@ class CViewExternWidget::Private {
   void renewToolTips();
   /// Names the right that the user lacks for the current row; empty when it is not for want of a right.
   QString MissingRight(int right) const;
+  QString WhyNoShare() const;  // empty when the user may
   /// Why a button of the bar is off, where the user can do something about it.
   QString WhyOff(const QToolButton* button, int right) const;
   bool isCurrent(const QString& code) const;

@@ -142,6 +142,8 @@ void CViewExternWidget::Private::offerForHit(tarn_ui_data_controller::CPopupMenu
   menu->SetMenuItemEnabled(Edit, !isEditing() && mayEditHit(hit),
                            isEditing() ? QString() : CViewExternWidget::tr("You lack the right to edit plans."));
   menu->SetMenuItemEnabled(Delete, false, CViewExternWidget::tr("Leave the search first."));
+  const QString no_share = WhyNoShare();
+  menu->SetMenuItemEnabled(Share, no_share.isEmpty(), no_share);
 }
 
 void CViewExternWidget::Private::onHitCommand(tarn_ui_data_controller::MsgType type, const QString& code) {

@@ -120,6 +120,8 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
     applyActions(index);
     ui.plan_view_tree->SetMenuItemEnabled(Edit, ui.edit_btn->isEnabled(), ui.edit_btn->toolTip());
     ui.plan_view_tree->SetMenuItemEnabled(Delete, ui.delete_btn->isEnabled(), ui.delete_btn->toolTip());
+    const QString no_share = WhyNoShare();
+    ui.plan_view_tree->SetMenuItemEnabled(Share, no_share.isEmpty(), no_share);
   });
   connect(mover, &CPlanMover::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
   connect(mover, &CPlanMover::SignalMoved, q, &CViewExternWidget::SetCurPlanByIndexCode);

@@ -1331,6 +1331,10 @@ never starts</translation>
         <translation>You lack the right to delete plans.</translation>
     </message>
     <message>
+        <source>You lack the right to share plans.</source>
+        <translation>You lack the right to share plans.</translation>
+    </message>
+    <message>
         <source>New group</source>
         <translation>New group</translation>
     </message>

@@ -1331,6 +1331,10 @@ never starts</source>
         <translation>您没有删除预案的权限。</translation>
     </message>
     <message>
+        <source>You lack the right to share plans.</source>
+        <translation>您没有分享预案的权限。</translation>
+    </message>
+    <message>
         <source>New group</source>
         <translation>新建分组</translation>
     </message>

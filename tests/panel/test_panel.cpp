@@ -3,8 +3,10 @@
 #include <QStandardItemModel>
 #include <QtTest>
 
+#include "TarnUIDataController/popup_menu.h"
 #include "item_type.h"
 #include "panel_stage.h"
+#include "share_view_wgt.h"
 #include "tarn_add_plan_widget.h"
 #include "view_model_data_manager.h"
 #include "view_name_edit.h"
@@ -143,6 +145,19 @@ void PanelTest::NamesTheMissingRight() {
   QTest::keyClick(&stage.Tree(), Qt::Key_Delete);
   QCOMPARE(stage.TakeQuestions(), QStringList());
   QCOMPARE(stage.TakeTips().size(), 1);
+  // Sharing has no button: the entry of the menu says it.
+  for (const bool may_add : {false, true}) {
+    Services().SetRight(5, may_add);
+    QTest::keyClick(&stage.Tree(), Qt::Key_Menu);
+    auto* menu = stage.Tree().GetViewMoreMenu();
+    const auto share = tarn_ui_data_controller::Share;
+    QCOMPARE(menu->MenuItem(share)->isEnabled(), may_add);
+    QCOMPARE(menu->MenuItem(share)->toolTip().contains(QLatin1String("right to share")), !may_add);
+    menu->close();
+    Q_EMIT stage.Tree().SignalMenuClicked(share, QVariant());
+    QCOMPARE(stage.TakeTips().size(), may_add ? 0 : 1);
+    QCOMPARE(stage.Panel().findChild<CShareViewWgt*>() != nullptr, may_add);
+  }
 }
 
 void PanelTest::openNameEditor(CPanelStage& stage, const char* button, const QString& name) {

@@ -186,6 +186,11 @@ void PlanCallsTest::EnforcesRights() {
   QCOMPARE(client.AddPlan(own, "My plan", &plan), QString());
   QCOMPARE(client.RenameGroup(own, "Newer"), QString());
   QCOMPARE(client.Update(client.Unchanged(plan)), QString());
+  // A copy for somebody else is added in a tree that is not the user's own.
+  for (const std::string& shared : {plan, client.Plan("Top")}) {
+    const QString answer = client.Share(shared, user == "bob" ? "1" : "2");
+    QVERIFY2(answer.isEmpty() == add && (add || answer == "You have no right to share plans."), qPrintable(answer));
+  }
   QCOMPARE(client.DeleteGroup(own), QString());
 }
 

@@ -50,7 +50,10 @@ void CPlanReader::BeginStop() {
 }
 
 void CPlanReader::Release() {
-  thread_.Post([connection = connection_] { connection->Disconnect(); });
+  thread_.Post([connection = connection_] {
+    connection->Disconnect();
+    return true;
+  });
 }
 
 template <class Work>

@@ -24,7 +24,8 @@ class CPlanReader {
   std::optional<std::list<ptz_plugin_protocol::PresetInfo>> Presets(int32_t camera);
   std::optional<std::list<int32_t>> StreamTypes(int32_t camera);
   std::vector<std::string> FavoriteCameras(int32_t user);
-  /// Closes the connection some time soon; the next read makes another. For a store that must be opened again.
+  /// Closes the connection some time soon; the next read makes another. For a store in a
+  /// file, whose log stays as long as anybody has it open.
   void Release();
 
   /// Later reads fail. Then, on Thread(), as CDatabaseThread has it.

@@ -245,9 +245,13 @@ int32_t CPlanWriter::SharedGroupOf(int32_t user) {
   return group.code;
 }
 
+// What is shared comes into trees that are not the sharer's, also of his own plans: so it takes the right to add.
 // A copy does not start by itself: what runs on the recipient's screen is the recipient's to decide.
 void CPlanWriter::Share(const view_plugin_protocol::ViewShareResquestInfo& request, int32_t user) {
   session_.Write([&] {
+    if (User(user).rights.count(kAdd) == 0) {
+      throw CStoreError("You have no right to share plans.");
+    }
     const std::vector<int32_t> recipients = Recipients(request.user_ids, User(user).id);
     StoredPlan copy = PlanOf(request.plan_index_code, user);
     copy.row.auto_run = false;

@@ -189,7 +189,7 @@ auto CStoreServices::Read(Work work) {
 void CStoreServices::Reconnect() {
   if (connection_lost_) {
     next_attempt_ = steady_clock::now() + kBetweenAttempts;
-    if (reader_) {
+    if (reader_ && options_.url.startsWith("sqlite:")) {
       reader_->Release();
     }
     session_->Reconnect();
