@@ -29,8 +29,8 @@ PlanRights AskRights();
 /// received ones only ever take new groups.
 PlanActions AllowedActions(const QModelIndex& index, const PlanRights& rights);
 
-/// Whether a user with these rights may share plans, also his own: a copy comes into trees that are not his, so it takes
-/// the right to add. Apart from the actions of a row, for the bar has no button of it.
+/// Whether a user with these rights may share plans, also his own: a copy comes into trees that are not his, so it
+/// takes the right to add. Apart from the actions of a row, for the bar has no button of it.
 bool MaySharePlans(const PlanRights& rights);
 
 }  // namespace TarnPlanView
