@@ -110,8 +110,13 @@ void CWallBar::LabelSteps(bool several, bool in_turn) {
 }
 
 void CWallBar::ShowTimes(int page_seconds, int turn_seconds, bool held) {
-  time_->setText(held ? tr("held") : tr("%1 s").arg(page_seconds));
-  turn_time_->setText(held ? tr("held") : tr("%1 s").arg(turn_seconds));
+  const auto show = [held](QLabel* label, int seconds) {
+    if (!label->isHidden()) {
+      label->setText(held ? tr("held") : tr("%1 s").arg(seconds));
+    }
+  };
+  show(time_, page_seconds);
+  show(turn_time_, turn_seconds);
   pause_->setIcon(
       QIcon(held ? QStringLiteral(":/TarnClient/images/resume.svg") : QStringLiteral(":/TarnClient/images/pause.svg")));
   const QString hold = in_turn_ ? tr("Hold this plan") : tr("Hold this page");
