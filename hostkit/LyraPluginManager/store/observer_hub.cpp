@@ -106,10 +106,6 @@ void CObserverHub::Schedule(std::vector<Event> events) {
   }
 }
 
-bool CObserverHub::IsDelivering() const {
-  return thread() == QThread::currentThread() && delivering_;
-}
-
 void CObserverHub::Close() {
   const std::lock_guard<std::mutex> lock(mutex_);
   closed_ = true;

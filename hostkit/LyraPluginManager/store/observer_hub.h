@@ -40,8 +40,6 @@ class CObserverHub : public QObject {
   /// After a change made here: posts those of the notices, which say how a node is now, that correct a notice still to
   /// be delivered, which says how it was before.
   void PostCorrections(std::vector<Event> events);
-  /// Whether an observer is being told something. Thread: the GUI's, any other answers no.
-  bool IsDelivering() const;
   bool IsObserved(const Key& key) const { return !ObserversOf(key).empty(); }
   /// Forgets all observers and events, for good.
   void Close();

@@ -1,5 +1,6 @@
 #include "store/store_services.h"
 
+#include <QThread>
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -390,12 +391,12 @@ StoredPlan CStoreServices::ReadPlan(int32_t code, int32_t user) {
   return std::move(*plan);
 }
 
-// Whoever was told of a change and then cannot read the plan will not ask again by himself.
+// A tree that was told of a change, or looks again after one of its own, does not ask a second time by itself.
 StoredPlan CStoreServices::ReadToldPlan(int32_t code, int32_t user) {
   try {
     return ReadPlan(code, user);
   } catch (const CStoreError& error) {
-    if (error.GetKind() == CStoreError::kNotAnswering && hub_->IsDelivering()) {
+    if (error.GetKind() == CStoreError::kNotAnswering && hub_->thread() == QThread::currentThread()) {
       const std::lock_guard<std::mutex> lock(untold_mutex_);
       untold_plans_.insert(code);
     }

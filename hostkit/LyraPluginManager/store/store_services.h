@@ -132,7 +132,7 @@ class CStoreServices : public CPlanStore, public std::enable_shared_from_this<CS
   // Reads what the catalog does not hold; null where the store has but one connection. Made with the database.
   std::unique_ptr<CPlanReader> reader_;
 
-  // Plans whose notices came while they could not be read: told again when the store answers.
+  // Plans that a tree could not read: told to have changed when the store answers again.
   std::mutex untold_mutex_;
   std::set<int32_t> untold_plans_;
 
