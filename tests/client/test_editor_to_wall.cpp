@@ -108,7 +108,7 @@ void EditorToWallTest::RandomPlans() {
   fixture_.Messages().Expect("has no window");  // records beyond the split, which the editor keeps
   Wall wall;
   QVERIFY(rc::check("what was edited and saved is what is read and what plays", [&] {
-    GetPlanDetailResponse random = RandomDetail();
+    GetPlanDetailResponse random = RandomDetail(TarnTest::RandomPlans::Storable);
     std::tie(random.index_code, random.group_index_code, random.group_name, random.revision) =
         std::tie(stored.index_code, stored.group_index_code, stored.group_name, stored.revision);
     CPlanDocument document;

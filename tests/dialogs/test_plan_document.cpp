@@ -378,7 +378,7 @@ void PlanDocumentTest::TimesOfDay() {
 void PlanDocumentTest::RandomEditsUndone() {
   QVERIFY(rc::check("undone to the start a plan is as it came, redone as it was", [] {
     CPlanDocument document;
-    document.Load(RandomDetail());
+    document.Load(RandomDetail(TarnTest::RandomPlans::Anywhere));
     const PlanDraft first = document.Draft();
     const std::string first_saved = Saved(document);
     for (int edits = *rc::gen::inRange(1, 40); edits > 0; --edits) {

@@ -17,24 +17,34 @@ inline std::string Saved(const CPlanDocument& document) {
   return Words(document.MakeUpdateRequest());
 }
 
-/// Plans as other clients, newer versions and accidents may leave them.
-inline std::list<PlanPage> RandomPages() {
+/// Anywhere: plans as newer versions and accidents may leave them. Storable: those that the store takes.
+enum class RandomPlans { Anywhere, Storable };
+
+inline PlanWindow RandomWindow(RandomPlans which) {
+  const bool storable = which == RandomPlans::Storable;
+  const int number = storable ? *rc::gen::inRange(0, 17) : *rc::gen::inRange(-1, 20);
+  const int stream = storable ? *rc::gen::inRange(0, 1000) : *rc::gen::arbitrary<int>();
+  return Window(number, *rc::gen::element<std::string>("", "7", "8"), *rc::gen::element(0, 1, 1, 9), stream,
+                *rc::gen::inRange(0, 9));
+}
+
+inline std::list<PlanPage> RandomPages(RandomPlans which) {
+  const bool storable = which == RandomPlans::Storable;
   std::list<PlanPage> pages;
   for (int count = *rc::gen::inRange(0, 5); count > 0; --count) {
-    PlanPage page = Page(*rc::gen::inRange(-1, 6), *rc::gen::element(1, 2, 4, 8, 3, 0), {},
+    PlanPage page = Page(*rc::gen::inRange(storable ? 0 : -1, 6),
+                         storable ? *rc::gen::element(1, 2, 4, 8) : *rc::gen::element(1, 2, 4, 8, 3, 0), {},
                          *rc::gen::element<std::string>("", "Page 2", "Hof \xc3\xa4"), *rc::gen::arbitrary<int>());
     for (int windows = *rc::gen::inRange(0, 20); windows > 0; --windows) {
-      page.windows.push_back(Window(*rc::gen::inRange(-1, 20), *rc::gen::element<std::string>("", "7", "8"),
-                                    *rc::gen::element(0, 1, 1, 9), *rc::gen::arbitrary<int>(),
-                                    *rc::gen::inRange(0, 9)));
+      page.windows.push_back(RandomWindow(which));
     }
     pages.push_back(page);
   }
   return pages;
 }
 
-inline GetPlanDetailResponse RandomDetail() {
-  GetPlanDetailResponse detail = Detail(RandomPages());
+inline GetPlanDetailResponse RandomDetail(RandomPlans which) {
+  GetPlanDetailResponse detail = Detail(RandomPages(which));
   detail.auto_run = *rc::gen::arbitrary<bool>();
   detail.start_time = *rc::gen::element<std::string>("00:00:00", "23:59:59", "07:30:00");
   detail.end_time = detail.auto_run ? "08:00:00" : *rc::gen::element<std::string>("08:00:00", "");
