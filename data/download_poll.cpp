@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
-#include "async_call.h"
+#include "host_calls/ask.h"
 
 namespace TarnPlanView {
 
@@ -69,7 +69,7 @@ void CDownloadPoll::Start(std::function<void()> finished) {
     }
     return true;
   };
-  CallAsync(this, task, [state, finished = std::move(finished)](bool) {
+  HostCalls::Ask(task).Then(this, [state, finished = std::move(finished)](bool) {
     if (!state->IsStopped()) {
       finished();
     }

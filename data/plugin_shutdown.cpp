@@ -4,8 +4,8 @@
 #include <QThreadPool>
 
 #include "auto_plan_helper.h"
+#include "host_calls/question_pool.h"
 #include "plan_icon_cache.h"
-#include "question_pool.h"
 #include "view_config_manager.h"
 #include "view_model_data_manager.h"
 #include "view_model_data_manager_export.h"
@@ -52,7 +52,7 @@ CRoutine& Routine() {
 }  // namespace
 
 void ReleasePlugin() {
-  ReleaseQuestionPool();
+  HostCalls::ReleaseQuestionPool();
   CViewModelDataManagerExport::Release();
   CViewModelDataManager::Release();
   CAutoPlanHelper::Release();

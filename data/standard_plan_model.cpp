@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
-#include "async_call.h"
+#include "host_calls/ask.h"
 #include "item_type.h"
 #include "plan_code_index.h"
 #include "plan_item_role.h"
@@ -54,8 +54,8 @@ class CStandardPlanModel::Private {
   QString playing_code;
   bool loaded = false;
   bool group_can_be_selected = false;
-  CPlanCodeIndex* index;    // child of the model
-  int root_generation = 0;  // an answer of an older generation belongs to rows that are gone
+  CPlanCodeIndex* index;             // child of the model
+  HostCalls::CCallScope root_calls;  // of the rows that are there now
 };
 
 CStandardPlanModel::CStandardPlanModel(ViewManagerParam param, QObject* parent)
@@ -109,18 +109,10 @@ void CStandardPlanModel::LoadPlanModel() {
 }
 
 void CStandardPlanModel::LoadRootNode() {
-  const auto task = [] {
-    GetPlanGroupsResponse response;
-    // A failed call delivers the empty response, which adds no rows.
-    LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanGroups(TopLevelRequest(), response);
-    return response;
-  };
-  const int generation = d_->root_generation;
-  CallAsync(this, task, [this, generation](const GetPlanGroupsResponse& response) {
-    if (generation == d_->root_generation) {
-      Q_EMIT SignalGetRootPlanGroupSucc(response);
-    }
-  });
+  // A failed call delivers the empty response, which adds no rows.
+  HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanGroups, TopLevelRequest())
+      .Within(d_->root_calls)
+      .Then(this, [this](const auto& answer) { Q_EMIT SignalGetRootPlanGroupSucc(answer.response); });
 }
 
 void CStandardPlanModel::OnAddRootPlanGroup(const GetPlanGroupsResponse& lst_group) {
@@ -157,7 +149,7 @@ void CStandardPlanModel::appendPlaceholder() {
 void CStandardPlanModel::UninitModelRootItem() {
   removeRows(0, rowCount(), QModelIndex());
   d_->loaded = false;
-  ++d_->root_generation;
+  d_->root_calls.Drop();
 }
 
 void CStandardPlanModel::FinishAddChildItems(const QModelIndex& index) {

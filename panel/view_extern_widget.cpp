@@ -305,7 +305,7 @@ void CViewExternWidget::Private::dropModel() {
 
 void CViewExternWidget::Private::dropPending() {
   ++session;
-  ++creation_info_generation;
+  creation_info_calls.Drop();
   search->Cancel();
   mover->Stop();
   deleting.clear();

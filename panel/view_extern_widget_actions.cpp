@@ -6,7 +6,7 @@
 #include "TarnUIDataController/message_tip_manager.h"
 #include "TarnUIDataController/show_message_tip.h"
 #include "WidgetKit/dock_widget.h"
-#include "async_call.h"
+#include "host_calls/ask.h"
 #include "plan_actions.h"
 #include "plan_item_role.h"
 #include "plan_log.h"
@@ -53,11 +53,6 @@ void MoveOntoScreen(QWidget* popup, const QPoint& position) {
   const int top = qMax(room.top(), qMin(position.y(), room.bottom() + 1 - popup->height()));
   popup->move(left, top);
 }
-
-struct CreationInfoAnswer {
-  bool ok = false;
-  view_plugin_protocol::GetPlanDetailResponse plan;
-};
 
 }  // namespace
 
@@ -432,22 +427,16 @@ void CViewExternWidget::Private::requestCreationInfo(const QString& code) {
   }
   view_plugin_protocol::GetPlanDetailRequest request;
   request.plan_index_code = QStringToString(code);
-  const auto fetch = [request] {
-    CreationInfoAnswer answer;
-    answer.ok = LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, answer.plan);
-    return answer;
-  };
-  CallAsync(q, fetch, [this, generation = ++creation_info_generation](const CreationInfoAnswer& answer) {
-    if (generation != creation_info_generation) {
-      return;
-    }
-    if (answer.ok) {
-      Q_EMIT q->signalSucceedToGetCreationInfo(StringToQString(answer.plan.creator),
-                                               StringToQString(answer.plan.creation_time));
-    } else {
-      Q_EMIT q->SignalMessageTipNeeded(StringToQString(answer.plan.error_info), 1);
-    }
-  });
+  HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request)
+      .Replacing(creation_info_calls)
+      .Then(q, [this](const auto& answer) {
+        const view_plugin_protocol::GetPlanDetailResponse& plan = answer.response;
+        if (answer.ok) {
+          Q_EMIT q->signalSucceedToGetCreationInfo(StringToQString(plan.creator), StringToQString(plan.creation_time));
+        } else {
+          Q_EMIT q->SignalMessageTipNeeded(StringToQString(plan.error_info), 1);
+        }
+      });
 }
 
 void CViewExternWidget::onSucceedToGetCreationInfo(const QString& creator, const QString& creation_time) {

@@ -13,6 +13,7 @@
 #include "WidgetKit/slide_out_data.h"
 #include "creation_info_dlg.h"
 #include "empty_state.h"
+#include "host_calls/call_scope.h"
 #include "plan_actions.h"
 #include "plan_mover.h"
 #include "plan_node_ref.h"
@@ -185,7 +186,7 @@ class CViewExternWidget::Private {
   std::optional<std::array<bool, 4>> stored_states;
   PlanRights rights;  // what the bar goes by
   QSet<QString> deleting;
-  int creation_info_generation = 0;
+  HostCalls::CCallScope creation_info_calls;
   bool stopped = false;
   bool between_users = false;  // the rows are still the last user's
 };

@@ -4,7 +4,7 @@
 
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
-#include "plans/off_thread.h"
+#include "host_calls/ask.h"
 #include "plans/plan_player.h"
 #include "wall/live_wall.h"
 
@@ -41,24 +41,24 @@ void CGroupCycle::FetchName() {
   if (!group_name_.isEmpty()) {
     return;
   }
-  RunOffThread(
-      this, [group = group_code_] { return FindGroupName(group); },
-      [this, group = group_code_](const QString& name) {
-        if (group != group_code_ || name.isEmpty()) {
-          return;
-        }
-        group_name_ = name;
-        if (last_.position >= 0) {
-          Q_EMIT SignalProgress(Progress());
-        }
-      });
+  HostCalls::Ask([group = group_code_] {
+    return FindGroupName(group);
+  }).Then(this, [this, group = group_code_](const QString& name) {
+    if (group != group_code_ || name.isEmpty()) {
+      return;
+    }
+    group_name_ = name;
+    if (last_.position >= 0) {
+      Q_EMIT SignalProgress(Progress());
+    }
+  });
 }
 
 void CGroupCycle::Stop() {
   if (!IsRunning()) {
     return;
   }
-  ++generation_;
+  turns_.Drop();
   SetAsked(Asked::Nothing);
   wall_->EndTurns();
   group_code_.clear();
@@ -96,19 +96,16 @@ void CGroupCycle::OnStepWanted(int step) {
 void CGroupCycle::OnHeld() {
   if (asked_ == Asked::ByTime) {
     SetAsked(Asked::Nothing);
-    ++generation_;
+    turns_.Drop();
   }
 }
 
 void CGroupCycle::Turn(int step) {
-  const int generation = ++generation_;
-  RunOffThread(
-      this, [group = group_code_, last = last_, step] { return CycleTurn::Next(group, last, step); },
-      [this, generation](const CycleTurn& turn) {
-        if (generation == generation_) {
-          SetAsked(Asked::Nothing);
-          OnTurn(turn);
-        }
+  HostCalls::Ask([group = group_code_, last = last_, step] { return CycleTurn::Next(group, last, step); })
+      .Replacing(turns_)
+      .Then(this, [this](const CycleTurn& turn) {
+        SetAsked(Asked::Nothing);
+        OnTurn(turn);
       });
 }
 

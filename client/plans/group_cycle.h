@@ -3,6 +3,7 @@
 #include <QObject>
 #include <string>
 
+#include "host_calls/call_scope.h"
 #include "plans/cycle_turn.h"
 #include "plans/play_origin.h"
 
@@ -60,7 +61,7 @@ class CGroupCycle : public QObject {
   QString group_name_;
   int seconds_ = 0;
   PlayOrigin origin_ = PlayOrigin::GroupCycle;
-  int generation_ = 0;
+  HostCalls::CCallScope turns_;
   Asked asked_ = Asked::Nothing;
   CycleTurn last_;
   QString told_;  // why the last turn failed, for a run of failures

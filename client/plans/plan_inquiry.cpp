@@ -4,7 +4,7 @@
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
-#include "plans/off_thread.h"
+#include "host_calls/ask.h"
 
 namespace TarnClient {
 
@@ -24,10 +24,9 @@ void CPlanInquiry::Begin(const Plan& plan) {
 }
 
 void CPlanInquiry::Drop() {
-  ++generation_;
+  calls_.Drop();
   again_.stop();
   plan_.reset();
-  is_asking_ = false;
 }
 
 std::optional<CPlanInquiry::Plan> CPlanInquiry::Take() {
@@ -39,37 +38,24 @@ std::optional<CPlanInquiry::Plan> CPlanInquiry::Take() {
 void CPlanInquiry::Ask() {
   if (IsOver()) {
     Drop();
-  } else if (!std::exchange(is_asking_, true)) {
-    RunOffThread(
-        this, [code = plan_->index_code] { return Fetch(code); },
-        [this, generation = generation_](const std::optional<Plan>& found) {
-          if (generation == generation_) {
-            OnAnswer(found);
-          }
-        });
+  } else if (!calls_.IsUnderWay()) {
+    view_plugin_protocol::GetPlanDetailRequest request;
+    request.plan_index_code = plan_->index_code;
+    HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request)
+        .Within(calls_)
+        .Then(this, [this](const HostCalls::Result<Plan>& found) { OnAnswer(found); });
   }
 }
 
-void CPlanInquiry::OnAnswer(const std::optional<Plan>& found) {
-  is_asking_ = false;
+void CPlanInquiry::OnAnswer(const HostCalls::Result<Plan>& found) {
   if (IsOver()) {
     Drop();
-  } else if (found) {
+  } else if (found.ok) {
     const std::optional<Plan> asked = Take();
-    if (IsTimedAlike(*asked, *found)) {
-      seen_(*found);
+    if (IsTimedAlike(*asked, found.response)) {
+      seen_(found.response);
     }
   }
-}
-
-std::optional<CPlanInquiry::Plan> CPlanInquiry::Fetch(const std::string& code) {
-  view_plugin_protocol::GetPlanDetailRequest request;
-  request.plan_index_code = code;
-  Plan response;
-  if (!LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, response)) {
-    return std::nullopt;
-  }
-  return response;
 }
 
 bool CPlanInquiry::IsTimedAlike(const Plan& one, const Plan& other) {

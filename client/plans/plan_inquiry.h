@@ -10,6 +10,8 @@
 #include <string>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "host_calls/call_scope.h"
+#include "host_calls/result.h"
 
 namespace TarnClient {
 
@@ -29,18 +31,16 @@ class CPlanInquiry : public QObject {
   std::optional<Plan> Take();
 
  private:
-  static std::optional<Plan> Fetch(const std::string& code);
   static bool IsTimedAlike(const Plan& one, const Plan& other);
   void Ask();
-  void OnAnswer(const std::optional<Plan>& found);
+  void OnAnswer(const HostCalls::Result<Plan>& found);
   bool IsOver() const { return TarnPlanView::CPlanClock::Now() >= end_; }
 
   const std::function<void(const Plan& plan)> seen_;
   std::optional<Plan> plan_;
   QDateTime end_;
   QTimer again_{this};
-  bool is_asking_ = false;
-  int generation_ = 0;
+  HostCalls::CCallScope calls_;
 };
 
 }  // namespace TarnClient

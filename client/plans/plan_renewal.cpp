@@ -1,7 +1,7 @@
 #include "plans/plan_renewal.h"
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
-#include "plans/off_thread.h"
+#include "host_calls/ask.h"
 #include "plans/plan_family.h"
 #include "wall/live_wall.h"
 
@@ -9,15 +9,6 @@ namespace TarnClient {
 
 using TarnPlanView::CStandardViewController;
 using namespace view_plugin_protocol;
-
-namespace {
-
-struct Fetched {
-  bool ok = false;
-  GetPlanDetailResponse plan;
-};
-
-}  // namespace
 
 CPlanRenewal::CPlanRenewal(CLiveWall* wall, QObject* parent) : QObject(parent), wall_(wall) {}
 
@@ -34,18 +25,16 @@ void CPlanRenewal::OnSaved(const std::string& plan_code) {
   if (!wall_->IsPlaying() || plan_code != wall_->Plan().index_code) {
     return;
   }
-  const auto fetch = [plan_code] {
-    Fetched fetched;
-    GetPlanDetailRequest request;
-    request.plan_index_code = plan_code;
-    fetched.ok = LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, fetched.plan);
-    return fetched;
-  };
-  RunOffThread(this, fetch, [this, asked = ++asked_](const Fetched& fetched) {
-    if (fetched.ok && asked == asked_) {
-      wall_->Renew(fetched.plan);
-    }
-  });
+  GetPlanDetailRequest request;
+  request.plan_index_code = plan_code;
+  // The answer to an older question brings an older version.
+  HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request)
+      .Replacing(newest_)
+      .Then(this, [this](const auto& fetched) {
+        if (fetched.ok) {
+          wall_->Renew(fetched.response);
+        }
+      });
 }
 
 }  // namespace TarnClient

@@ -3,6 +3,8 @@
 #include <QObject>
 #include <string>
 
+#include "host_calls/call_scope.h"
+
 namespace TarnClient {
 
 class CLiveWall;
@@ -22,7 +24,7 @@ class CPlanRenewal : public QObject {
   void OnSaved(const std::string& plan_code);
 
   CLiveWall* const wall_;
-  int asked_ = 0;  // the answer to an older question brings an older version
+  HostCalls::CCallScope newest_;
 };
 
 }  // namespace TarnClient

@@ -10,7 +10,7 @@
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/skin_loader.h"
-#include "plans/off_thread.h"
+#include "host_calls/ask.h"
 #include "plans/plan_family.h"
 #include "saving/thumbnail.h"
 #include "wall/live_wall.h"
@@ -131,13 +131,13 @@ void CPlanSaver::Save() {
   request.pages = wall_->Plan().pages;
   const auto fetch = [code = request.plan_index_code, picture = Picture(), ground = Ground()] {
     Fresh fresh;
-    GetPlanDetailRequest wanted;
-    wanted.plan_index_code = code;
-    fresh.ok = LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(wanted, fresh.plan);
+    GetPlanDetailRequest detail;
+    detail.plan_index_code = code;
+    fresh.ok = LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(detail, fresh.plan);
     fresh.thumbnail = ThumbnailOf(picture, ground);
     return fresh;
   };
-  RunOffThread(this, fetch, [this, request](const Fresh& fresh) { OnFresh(fresh, request); });
+  HostCalls::Ask(fetch).Then(this, [this, request](const Fresh& fresh) { OnFresh(fresh, request); });
 }
 
 // The fresh record brings name, group, times and revision: others may have changed them while the plan played, and its
@@ -196,13 +196,13 @@ void CPlanSaver::OnSaveAsConfirmed(CPlanFamily* family) {
   }
   family->Panel()->GetSaveAsPlanInfo(request);
   CStandardViewController* controller = family->Controller();
-  RunOffThread(
-      controller, [picture = pending_picture_, ground = Ground()] { return ThumbnailOf(picture, ground); },
-      [controller, request](const std::string& thumbnail) {
-        AddPlanRequest whole = request;
-        whole.thumbnail = thumbnail;
-        controller->AddPlanParam(whole);
-      });
+  HostCalls::Ask([picture = pending_picture_, ground = Ground()] {
+    return ThumbnailOf(picture, ground);
+  }).Then(controller, [controller, request](const std::string& thumbnail) {
+    AddPlanRequest whole = request;
+    whole.thumbnail = thumbnail;
+    controller->AddPlanParam(whole);
+  });
 }
 
 }  // namespace TarnClient

@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
+    <name>HostCalls</name>
+    <message>
+        <source>Not done: the user was switched before this change had its turn.</source>
+        <translation>Not done: the user was switched before this change had its turn.</translation>
+    </message>
+</context>
+<context>
     <name>CSavePlanAsDlg</name>
     <message>
         <source>Name</source>
@@ -1115,10 +1122,6 @@ never starts</translation>
     <message>
         <source>EditSuccess</source>
         <translation>Changed.</translation>
-    </message>
-    <message>
-        <source>Not done: the user was switched before this change had its turn.</source>
-        <translation>Not done: the user was switched before this change had its turn.</translation>
     </message>
     <message>
         <source>SaveSuccessfulYCFI2BGO</source>

@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>HostCalls</name>
+    <message>
+        <source>Not done: the user was switched before this change had its turn.</source>
+        <translation>未执行：轮到此更改之前已切换用户。</translation>
+    </message>
+</context>
+<context>
     <name>CSavePlanAsDlg</name>
     <message>
         <source>Name</source>
@@ -1115,10 +1122,6 @@ never starts</source>
     <message>
         <source>EditSuccess</source>
         <translation>修改成功</translation>
-    </message>
-    <message>
-        <source>Not done: the user was switched before this change had its turn.</source>
-        <translation>未执行：轮到此更改之前已切换用户。</translation>
     </message>
     <message>
         <source>SaveSuccessfulYCFI2BGO</source>

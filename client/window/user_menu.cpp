@@ -5,28 +5,19 @@
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
-#include "plans/off_thread.h"
+#include "host_calls/ask.h"
 #include "wall/plain_text_tip.h"
 
 namespace TarnClient {
 
 namespace {
 
-struct Users {
-  bool ok = false;
+QStringList NamesOf(const std::list<view_plugin_protocol::UserInfo>& users) {
   QStringList names;
-  QString error;
-};
-
-Users FetchUsers() {
-  view_plugin_protocol::UserResponseInfo response;
-  Users users;
-  users.ok = LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetAllUserInfo({}, response);
-  users.error = MarUIControl::StringToQString(response.error_info);
-  for (const auto& user : response.users) {
-    users.names << MarUIControl::StringToQString(user.name);
+  for (const auto& user : users) {
+    names << MarUIControl::StringToQString(user.name);
   }
-  return users;
+  return names;
 }
 
 // A lone "&" in a name would become a mnemonic.
@@ -55,18 +46,18 @@ void CUserMenu::SetUser(const QString& user) {
 }
 
 void CUserMenu::Open() {
-  if (fetching_) {
+  if (calls_.IsUnderWay()) {
     return;
   }
-  fetching_ = true;
-  RunOffThread(this, &FetchUsers, [this](const Users& users) {
-    fetching_ = false;
-    if (users.ok) {
-      Show(users.names);
-    } else {
-      Q_EMIT SignalFailed(users.error);
-    }
-  });
+  HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetAllUserInfo, view_plugin_protocol::UserRequestInfo())
+      .Within(calls_)
+      .Then(this, [this](const auto& answer) {
+        if (answer.ok) {
+          Show(NamesOf(answer.response.users));
+        } else {
+          Q_EMIT SignalFailed(MarUIControl::StringToQString(answer.response.error_info));
+        }
+      });
 }
 
 void CUserMenu::Show(const QStringList& users) {

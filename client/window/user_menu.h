@@ -2,6 +2,8 @@
 
 #include <QToolButton>
 
+#include "host_calls/call_scope.h"
+
 class QMenu;
 
 namespace TarnClient {
@@ -29,7 +31,7 @@ class CUserMenu : public QToolButton {
 
   QString user_;
   QMenu* menu_ = nullptr;
-  bool fetching_ = false;
+  HostCalls::CCallScope calls_;
 };
 
 }  // namespace TarnClient

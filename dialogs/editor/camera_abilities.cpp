@@ -3,8 +3,8 @@
 #include "LyraPluginManager/preview_business_interface_mgr.h"
 #include "LyraPluginManager/ptz_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
-#include "async_call.h"
-#include "question_pool.h"
+#include "host_calls/ask.h"
+#include "host_calls/question_pool.h"
 
 namespace TarnPlanView {
 
@@ -69,12 +69,10 @@ void CCameraAbilities::AskFor(Shelf<Value>* shelf, const QString& camera_code, F
     return;
   }
   shelf->asked.insert(camera_code);
-  CallAsync(
-      &QuestionPool(), this, [camera_code, fetch] { return fetch(camera_code); },
-      [this, shelf, camera_code, told, failed, doubts = doubts_](const Answer<Value>& answer) {
-        if (doubts != doubts_) {
-          return;
-        }
+  HostCalls::Ask([camera_code, fetch] { return fetch(camera_code); })
+      .On(HostCalls::QuestionPool())
+      .Within(calls_)
+      .Then(this, [this, shelf, camera_code, told, failed](const Answer<Value>& answer) {
         shelf->asked.remove(camera_code);
         if (answer.is_there) {
           shelf->known.insert(camera_code, answer.value);
@@ -87,7 +85,7 @@ void CCameraAbilities::AskFor(Shelf<Value>* shelf, const QString& camera_code, F
 }
 
 void CCameraAbilities::Doubt() {
-  ++doubts_;
+  calls_.Drop();
   streams_.asked.clear();
   presets_.asked.clear();
   streams_.fresh.clear();

@@ -6,6 +6,8 @@
 #include <QVector>
 #include <optional>
 
+#include "host_calls/call_scope.h"
+
 namespace TarnPlanView {
 
 /// What cameras can do: their streams and presets, fetched once each, and anew after Doubt().
@@ -53,7 +55,7 @@ class CCameraAbilities : public QObject {
   template <class Value, class Fetch>
   void AskFor(Shelf<Value>* shelf, const QString& camera_code, Fetch fetch, Told told, Failed failed);
 
-  int doubts_ = 0;
+  HostCalls::CCallScope calls_;
   Shelf<QVector<int>> streams_;
   Shelf<QVector<Preset>> presets_;
 };

@@ -6,7 +6,7 @@
 #include <set>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
-#include "async_call.h"
+#include "host_calls/ask.h"
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "view_config_manager.h"
@@ -18,19 +18,11 @@ using view_plugin_protocol::GetPlanDetailResponse;
 
 namespace {
 
+using Ticket = HostCalls::CCallScope::Ticket;
+
 // The host hears of other clients' changes with a short delay, so a plan just deleted may still be listed.
 constexpr int kLooks = 4;
 constexpr int kBetweenLooksMs = 250;
-
-std::optional<GetPlanDetailResponse> PlanOf(const std::string& plan_code) {
-  view_plugin_protocol::GetPlanDetailRequest request;
-  request.plan_index_code = plan_code;
-  GetPlanDetailResponse response;
-  if (!CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, response)) {
-    return std::nullopt;
-  }
-  return response;
-}
 
 struct Place {
   std::string code;
@@ -87,12 +79,12 @@ bool MayHavePlans(const Place& place) {
 }
 
 // Asks for every group there is, since the plan may have been moved. No value when one answer fails to come: then
-// the plan may be in that very group. Nobody waits for the answer any more once `dropped` is true.
-std::optional<bool> IsInAnyGroup(const std::string& plan_code, const std::atomic<bool>& dropped) {
+// the plan may be in that very group. Ends early when the question was dropped.
+std::optional<bool> IsInAnyGroup(const std::string& plan_code, const Ticket& asked) {
   std::deque<Place> open{
       {kPublicRootCode, PublicRootItem}, {kOwnRootCode, OwnRootItem}, {kReceivedRootCode, ReceivedRootItem}};
   std::set<std::string> known;
-  for (; !open.empty() && !dropped; open.pop_front()) {
+  for (; !open.empty() && !asked.IsDropped(); open.pop_front()) {
     const Place place = open.front();
     if (MayHavePlans(place)) {
       const std::optional<bool> is_here = HasPlan(place, plan_code);
@@ -104,13 +96,12 @@ std::optional<bool> IsInAnyGroup(const std::string& plan_code, const std::atomic
       return std::nullopt;
     }
   }
-  return dropped ? std::nullopt : std::optional<bool>(false);
+  return asked.IsDropped() ? std::nullopt : std::optional<bool>(false);
 }
 
 // The group it was in, whose family is not known here, can only say yes: failing, it may be gone with all in it.
-std::optional<bool> IsListed(const std::string& plan_code, const std::string& group_code,
-                             const std::atomic<bool>& dropped) {
-  return HasPlan({group_code, 0}, plan_code).value_or(false) ? true : IsInAnyGroup(plan_code, dropped);
+std::optional<bool> IsListed(const std::string& plan_code, const std::string& group_code, const Ticket& asked) {
+  return HasPlan({group_code, 0}, plan_code).value_or(false) ? true : IsInAnyGroup(plan_code, asked);
 }
 
 }  // namespace
@@ -119,9 +110,7 @@ CPlanConflict::CPlanConflict(QObject* parent) : QObject(parent) {
   qRegisterMetaType<Kind>("TarnPlanView::CPlanConflict::Kind");
 }
 
-CPlanConflict::~CPlanConflict() {
-  *dropped_ = true;
-}
+CPlanConflict::~CPlanConflict() = default;
 
 void CPlanConflict::FindOut(const Question& question) {
   Forget();
@@ -130,37 +119,27 @@ void CPlanConflict::FindOut(const Question& question) {
 }
 
 void CPlanConflict::Forget() {
-  ++asked_;
-  *dropped_ = true;
-  dropped_ = std::make_shared<std::atomic<bool>>(false);
+  calls_.Drop();
 }
 
 void CPlanConflict::FetchPlan() {
-  CallAsync(
-      this, [code = question_.plan_code] { return PlanOf(code); },
-      [this, asked = asked_](const std::optional<GetPlanDetailResponse>& theirs) {
-        if (asked != asked_) {
-          return;
-        }
-        if (!theirs) {
-          AskWhetherListed(kLooks);
-        } else {
-          Tell(theirs->revision > question_.revision ? ChangedElsewhere : OtherFailure, *theirs);
-        }
-      });
+  view_plugin_protocol::GetPlanDetailRequest request;
+  request.plan_index_code = question_.plan_code;
+  HostCalls::Ask(&CViewBusinessInterfaceMgr::GetPlanDetail, request).Within(calls_).Then(this, [this](const auto& now) {
+    if (!now.ok) {
+      AskWhetherListed(kLooks);
+    } else {
+      Tell(now.response.revision > question_.revision ? ChangedElsewhere : OtherFailure, now.response);
+    }
+  });
 }
 
 void CPlanConflict::AskWhetherListed(int looks_left) {
-  CallAsync(
-      this,
-      [plan = question_.plan_code, group = question_.group_code, dropped = dropped_] {
-        return IsListed(plan, group, *dropped);
-      },
-      [this, asked = asked_, looks_left](const std::optional<bool>& is_listed) {
-        if (asked == asked_) {
-          OnListing(is_listed, looks_left - 1);
-        }
-      });
+  HostCalls::Ask([plan = question_.plan_code, group = question_.group_code, asked = calls_.Current()] {
+    return IsListed(plan, group, asked);
+  })
+      .Within(calls_)
+      .Then(this, [this, looks_left](const std::optional<bool>& is_listed) { OnListing(is_listed, looks_left - 1); });
 }
 
 void CPlanConflict::OnListing(std::optional<bool> is_listed, int looks_left) {
@@ -169,8 +148,8 @@ void CPlanConflict::OnListing(std::optional<bool> is_listed, int looks_left) {
   } else if (!is_listed || looks_left == 0) {
     Tell(OtherFailure);
   } else {
-    QTimer::singleShot(kBetweenLooksMs, this, [this, asked = asked_, looks_left] {
-      if (asked == asked_) {
+    QTimer::singleShot(kBetweenLooksMs, this, [this, asked = calls_.Current(), looks_left] {
+      if (!asked.IsDropped()) {
         AskWhetherListed(looks_left);
       }
     });

@@ -1,12 +1,11 @@
 #pragma once
 
 #include <QObject>
-#include <atomic>
-#include <memory>
 #include <optional>
 #include <string>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "host_calls/call_scope.h"
 
 namespace TarnPlanView {
 
@@ -50,8 +49,7 @@ class CPlanConflict : public QObject {
   void Tell(Kind kind, const view_plugin_protocol::GetPlanDetailResponse& theirs = {});
 
   Question question_;
-  int asked_ = 0;
-  std::shared_ptr<std::atomic<bool>> dropped_ = std::make_shared<std::atomic<bool>>(false);  // the question under way
+  HostCalls::CCallScope calls_;  // of the question under way
 };
 
 }  // namespace TarnPlanView

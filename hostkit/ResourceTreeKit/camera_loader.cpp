@@ -1,7 +1,6 @@
 #include "ResourceTreeKit/camera_loader.h"
 
 #include <QCoreApplication>
-#include <QtConcurrent>
 
 #include "TarnHost/host_services.h"
 
@@ -67,12 +66,14 @@ void CameraAnswer::SetFavorite(const QString& code, bool favorite) {
   }
 }
 
-QFuture<CameraAnswer> LoadCameras(const LogicNodeParam& param, std::shared_ptr<const CCameraContent> known) {
-  return QtConcurrent::run(Read, TarnHost::InstalledHostServices(), param, std::move(known));
+std::function<CameraAnswer()> LoadCameras(const LogicNodeParam& param, std::shared_ptr<const CCameraContent> known) {
+  return [services = TarnHost::InstalledHostServices(), param, known = std::move(known)] {
+    return Read(services, param, known);
+  };
 }
 
-QFuture<QString> SaveFavorite(const QString& code, bool favorite) {
-  return QtConcurrent::run(Save, TarnHost::InstalledHostServices(), code, favorite);
+std::function<QString()> SaveFavorite(const QString& code, bool favorite) {
+  return [services = TarnHost::InstalledHostServices(), code, favorite] { return Save(services, code, favorite); };
 }
 
 }  // namespace ResourceTreeKit

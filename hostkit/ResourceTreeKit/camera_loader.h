@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QFuture>
 #include <QStringList>
+#include <functional>
 #include <memory>
 
 #include "ResourceTreeKit/camera_content.h"
@@ -20,11 +20,12 @@ struct CameraAnswer {
   void SetFavorite(const QString& code, bool favorite);
 };
 
-/// Asks the installed host services on a thread of the pool. When nothing has changed since `known` the answer's
-/// content is that very one. Thread: any.
-QFuture<CameraAnswer> LoadCameras(const LogicNodeParam& param, std::shared_ptr<const CCameraContent> known);
+/// A task that asks the host services installed now. When nothing has changed since `known` the answer's content is
+/// that very one. Thread: any; the task blocks.
+std::function<CameraAnswer()> LoadCameras(const LogicNodeParam& param, std::shared_ptr<const CCameraContent> known);
 
-/// Makes a camera a favourite of the current user, or ends that; the answer is the host's error, empty for success.
-QFuture<QString> SaveFavorite(const QString& code, bool favorite);
+/// A task that makes a camera a favourite of the current user, or ends that; the answer is the host's error, empty for
+/// success.
+std::function<QString()> SaveFavorite(const QString& code, bool favorite);
 
 }  // namespace ResourceTreeKit

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QFutureWatcher>
 #include <QHash>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -22,6 +21,7 @@
 #include "TarnUIDataController/nomal_message_manager.h"
 #include "TarnUIDataController/popup_menu.h"
 #include "WidgetKit/drag.h"
+#include "host_calls/ask.h"
 
 namespace ResourceTreeKit {
 
@@ -42,7 +42,7 @@ class CCameraTree::Private : public QObject {
 
   void Load();
   void LoadQuietly();
-  bool IsLoading() const { return answer_.isRunning(); }
+  bool IsLoading() const { return loads_.IsUnderWay(); }
   void Filter(const QString& new_text);
   void ShowFavorites(bool visible);
   void ToggleFavorite(const QModelIndex& row);
@@ -65,7 +65,7 @@ class CCameraTree::Private : public QObject {
  private:
   void AddSelected(const QModelIndex& parent, const QSet<QModelIndex>& selected,
                    QVector<CCameraItemInfo>* cameras) const;
-  void OnAnswer();
+  void OnAnswer(CameraAnswer answer);
   void OnFiltered(const CCameraRows& rows, const std::vector<int>& open);
   static bool IsInUse();
   bool IsAsShown(const CameraAnswer& answer) const;
@@ -80,7 +80,7 @@ class CCameraTree::Private : public QObject {
   QString NoticeText() const;
   QModelIndex StarAt(const QPoint& position) const;
 
-  QFutureWatcher<CameraAnswer> answer_;
+  HostCalls::CCallScope loads_;
   std::optional<CameraAnswer> waiting_;  // loaded, but not filtered yet: exactly while its content is being filtered
   QTimer late_;                          // runs until an unanswered load is worth a word
   QHash<QString, bool> saved_;           // favourites changed since the load began, which may not know of them
@@ -96,7 +96,6 @@ CCameraTree::Private::Private(CCameraTree* tree)
   late_.setSingleShot(true);
   late_.setInterval(kLoadingNoticeMs);
   connect(&late_, &QTimer::timeout, this, [this] { UpdateNotice(); });
-  connect(&answer_, &QFutureWatcher<CameraAnswer>::finished, this, [this] { OnAnswer(); });
   connect(&filter, &CCameraFilter::Finished, this,
           [this](const CCameraRows& rows, const std::vector<int>& open) { OnFiltered(rows, open); });
   connect(notice_, &CCameraTreeNotice::Retry, q, &CCameraTree::Reload);
@@ -106,7 +105,9 @@ CCameraTree::Private::Private(CCameraTree* tree)
 void CCameraTree::Private::Load() {
   quiet_ = false;
   saved_.clear();
-  answer_.setFuture(LoadCameras(param, model->SharedContent()));
+  HostCalls::Ask(LoadCameras(param, model->SharedContent()))
+      .Replacing(loads_)
+      .Then(this, [this](const CameraAnswer& answer) { OnAnswer(answer); });
   late_.start();
 }
 
@@ -118,9 +119,8 @@ void CCameraTree::Private::LoadQuietly() {
   }
 }
 
-void CCameraTree::Private::OnAnswer() {
+void CCameraTree::Private::OnAnswer(CameraAnswer answer) {
   late_.stop();
-  CameraAnswer answer = answer_.result();
   for (auto change = saved_.cbegin(); change != saved_.cend(); ++change) {
     answer.SetFavorite(change.key(), change.value());
   }
@@ -257,7 +257,7 @@ QSet<CameraRowKey> CCameraTree::Private::FirstExpansion() const {
 }
 
 void CCameraTree::Private::UpdateNotice() {
-  notice_->ShowText(NoticeText(), !error_.isEmpty() && !answer_.isRunning());
+  notice_->ShowText(NoticeText(), !error_.isEmpty() && !loads_.IsUnderWay());
   if (q->accessibleDescription() != notice_->Text()) {  // each call is read out
     q->setAccessibleDescription(notice_->Text());
   }
@@ -267,7 +267,7 @@ QString CCameraTree::Private::NoticeText() const {
   if (loaded && model->rowCount() > 0) {
     return {};
   }
-  if (answer_.isRunning()) {
+  if (loads_.IsUnderWay()) {
     return CCameraTree::tr("Loading cameras...");
   }
   if (!error_.isEmpty() || !loaded) {
@@ -295,12 +295,9 @@ void CCameraTree::Private::ToggleFavorite(const QModelIndex& row) {
   }
   const QString code = QString::fromStdString(camera->index_code);
   const bool favorite = !model->IsFavorite(code);
-  auto* saved = new QFutureWatcher<QString>(this);
-  connect(saved, &QFutureWatcher<QString>::finished, this, [this, saved, code, favorite] {
-    saved->deleteLater();
-    OnSaved(code, favorite, saved->result());
+  HostCalls::Ask(SaveFavorite(code, favorite)).Then(this, [this, code, favorite](const QString& error) {
+    OnSaved(code, favorite, error);
   });
-  saved->setFuture(SaveFavorite(code, favorite));
 }
 
 void CCameraTree::Private::OnSaved(const QString& code, bool favorite, const QString& error) {

@@ -2,7 +2,7 @@
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
-#include "async_call.h"
+#include "host_calls/ask.h"
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_view_tree.h"
@@ -21,11 +21,6 @@ namespace {
 bool IsPlanLevel(EItemLevel level) {
   return level == PublicPlanLevel || level == OwnPlanLevel;
 }
-
-struct FetchedPlan {
-  bool ok = false;
-  GetPlanDetailResponse plan;
-};
 
 UpdatePlanRequest RequestFor(const GetPlanDetailResponse& plan) {
   UpdatePlanRequest request;
@@ -59,7 +54,7 @@ void CPlanMover::SetController(CStandardViewController* controller) {
 }
 
 void CPlanMover::Stop() {
-  ++generation_;
+  calls_.Drop();
   moving_.clear();
 }
 
@@ -119,24 +114,18 @@ void CPlanMover::Move(const QString& plan_code, const Destination& destination) 
   moving_.insert(plan_code);
   GetPlanDetailRequest request;
   request.plan_index_code = QStringToString(plan_code);
-  const auto fetch = [request] {
-    FetchedPlan fetched;
-    fetched.ok = LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, fetched.plan);
-    return fetched;
-  };
-  CallAsync(this, fetch, [this, plan_code, destination, generation = generation_](const FetchedPlan& fetched) {
-    if (generation != generation_) {
-      return;
-    }
-    if (!fetched.ok) {
-      moving_.remove(plan_code);
-      Q_EMIT SignalMessageTipNeeded(StringToQString(fetched.plan.error_info), 1);
-    } else if (IsBeingEdited(plan_code)) {  // opened since
-      moving_.remove(plan_code);
-    } else if (controller_) {
-      Save(fetched.plan, destination);
-    }
-  });
+  HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request)
+      .Within(calls_)
+      .Then(this, [this, plan_code, destination](const auto& fetched) {
+        if (!fetched.ok) {
+          moving_.remove(plan_code);
+          Q_EMIT SignalMessageTipNeeded(StringToQString(fetched.response.error_info), 1);
+        } else if (IsBeingEdited(plan_code)) {  // opened since
+          moving_.remove(plan_code);
+        } else if (controller_) {
+          Save(fetched.response, destination);
+        }
+      });
 }
 
 void CPlanMover::Save(const GetPlanDetailResponse& plan, const Destination& destination) {
@@ -145,8 +134,8 @@ void CPlanMover::Save(const GetPlanDetailResponse& plan, const Destination& dest
   request.parent_index_code = destination.code;
   request.parent_name = destination.name;
   const auto answered = [mover = QPointer<CPlanMover>(this), code = StringToQString(plan.index_code),
-                         generation = generation_](bool ok, const QString&) {
-    if (mover && generation == mover->generation_) {
+                         sent = calls_.Current()](bool ok, const QString&) {
+    if (mover && !sent.IsDropped()) {
       mover->OnAnswer(code, ok);
     }
   };

@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "host_calls/call_scope.h"
 
 class QModelIndex;
 class QPoint;
@@ -56,7 +57,7 @@ class CPlanMover : public QObject {
   QPointer<CStandardViewController> controller_;
   std::function<bool(const QString&)> is_edited_;
   QSet<QString> moving_;
-  int generation_ = 0;
+  HostCalls::CCallScope calls_;
 };
 
 }  // namespace TarnPlanView

@@ -12,7 +12,7 @@
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/skin_loader.h"
-#include "async_call.h"
+#include "host_calls/ask.h"
 #include "plan_item_role.h"
 #include "plan_view_tree.h"
 #include "view_public_def.h"
@@ -117,7 +117,7 @@ void CPlanPreview::Forget() {
 }
 
 void CPlanPreview::Dismiss() {
-  ++generation_;
+  newest_.Drop();
   rest_.stop();
   code_.clear();
   hide();
@@ -152,9 +152,9 @@ void CPlanPreview::Fetch() {
     fetched.thumbnail = ScaledThumbnail(fetched.plan.thumbnail, pixels);
     return fetched;
   };
-  // A failure is not worth a message: nobody asked for the picture.
-  CallAsync(this, fetch, [this, code = code_, generation = generation_](const FetchedPlan& fetched) {
-    if (fetched.ok && generation == generation_) {
+  // A failure is not worth a message: it was the mouse that asked for the picture.
+  HostCalls::Ask(fetch).Replacing(newest_).Then(this, [this, code = code_](const FetchedPlan& fetched) {
+    if (fetched.ok) {
       OnFetched(code, fetched.plan, fetched.thumbnail);
     }
   });

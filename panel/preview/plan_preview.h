@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "host_calls/call_scope.h"
 
 class QLabel;
 class QModelIndex;
@@ -45,7 +46,7 @@ class CPlanPreview : public QFrame {
   QString code_, title_;
   QRect row_;
   QCache<QString, QPixmap> seen_;
-  int generation_ = 0;
+  HostCalls::CCallScope newest_;
 };
 
 }  // namespace TarnPlanView

@@ -4,7 +4,7 @@
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
-#include "async_call.h"
+#include "host_calls/ask.h"
 
 namespace TarnPlanView {
 
@@ -43,22 +43,20 @@ CPlanSearch::CPlanSearch(QObject* parent) : QObject(parent) {}
 
 void CPlanSearch::Start(const QString& text) {
   const auto search = [text = MarUIControl::QStringToString(text)] { return SearchAllScopes(text); };
-  CallAsync(this, search, [this, generation = ++generation_](const Findings& findings) {
-    if (generation != generation_) {
-      return;
-    }
+  HostCalls::Ask(search).Replacing(newest_).Then(this, [this](const Findings& findings) {
     const QPointer<CPlanSearch> alive(this);
+    const auto answered = newest_.Current();
     if (findings.failed) {
       Q_EMIT SignalFailed(MarUIControl::StringToQString(findings.error_info));
     }
-    if (alive && generation == generation_) {
+    if (alive && !answered.IsDropped()) {
       Q_EMIT SignalFound(findings.plans);
     }
   });
 }
 
 void CPlanSearch::Cancel() {
-  ++generation_;
+  newest_.Drop();
 }
 
 }  // namespace TarnPlanView

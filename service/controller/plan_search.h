@@ -5,6 +5,7 @@
 #include <list>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "host_calls/call_scope.h"
 
 namespace TarnPlanView {
 
@@ -25,7 +26,7 @@ class CPlanSearch : public QObject {
   void SignalFailed(const QString& error);
 
  private:
-  int generation_ = 0;
+  HostCalls::CCallScope newest_;
 };
 
 }  // namespace TarnPlanView

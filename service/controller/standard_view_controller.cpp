@@ -9,9 +9,8 @@
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "LyraPluginManager/window_content.h"
 #include "MarUIControl/string_conversion.h"
-#include "async_call.h"
 #include "change_call.h"
-#include "host_call.h"
+#include "host_calls/ask.h"
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_node_ref.h"
@@ -22,6 +21,7 @@
 
 namespace TarnPlanView {
 
+using HostCalls::Ask;
 using LyraPluginManager::CViewBusinessInterfaceMgr;
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
@@ -36,7 +36,7 @@ constexpr int kMaxFetches = 5;
 /// Tells what came of a request that changes something: `announce` and then the tip, or the host's text. A slot may
 /// end the controller in between.
 template <class Response, class Announce>
-void Settle(CStandardViewController* controller, const Answer<Response>& answer, const QString& tip,
+void Settle(CStandardViewController* controller, const HostCalls::Result<Response>& answer, const QString& tip,
             const Announce& announce) {
   using MarUIControl::CNomalMessage;
   if (!answer.ok) {
@@ -193,18 +193,19 @@ void CStandardViewController::addPlanGroupByIndexNameThread(const QModelIndex& p
   const AddPlanGroupRequest request = MakeAddGroupRequest(parent, name);
   const CPlanNodeRef node(parent);
   const int notices = CViewModelDataManager::Instance().GetNoticeCount();
-  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::AddPlanGroup, request),
-            [this, request, node, notices](const auto& answer) {
-              Settle(this, answer, tr("AddASuccess"), [&] {
-                PlanGroup group;
-                group.name = request.name;
-                group.parent_index_code = request.parent_index_code;
-                group.index_code = answer.response.index_code;
-                group.type = request.kind;
-                Q_EMIT SignalAddPlanGroupSucc(node.Resolve(), group);
-              });
-              RecheckIfTold(notices, answer.response.index_code, true);
-            });
+  Ask(&CViewBusinessInterfaceMgr::AddPlanGroup, request)
+      .AsCurrentUser()
+      .Then(this, [this, request, node, notices](const auto& answer) {
+        Settle(this, answer, tr("AddASuccess"), [&] {
+          PlanGroup group;
+          group.name = request.name;
+          group.parent_index_code = request.parent_index_code;
+          group.index_code = answer.response.index_code;
+          group.type = request.kind;
+          Q_EMIT SignalAddPlanGroupSucc(node.Resolve(), group);
+        });
+        RecheckIfTold(notices, answer.response.index_code, true);
+      });
 }
 
 void CStandardViewController::DeletePlanGroupByIndex(const QModelIndex& index) {
@@ -225,11 +226,11 @@ void CStandardViewController::deletePlanGroupByIndexThread(const QModelIndex& in
   request.name = NameOf(index);
   request.type = CViewPublicDef::GetIndexType(index);
   const CPlanNodeRef node(index);
-  CallChange(this, &CViewBusinessInterfaceMgr::DeletePlanGroup, request, request.index_code,
-             [this, node, told, code = request.index_code](const auto& answer) {
-               Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanGroupSucc(node.Resolve()); });
-               told(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
-             });
+  AskForChange(&CViewBusinessInterfaceMgr::DeletePlanGroup, request, request.index_code)
+      .Then(this, [this, node, told, code = request.index_code](const auto& answer) {
+        Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanGroupSucc(node.Resolve()); });
+        told(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
+      });
 }
 
 void CStandardViewController::DeletePlanByIndex(const QModelIndex& index) {
@@ -243,11 +244,11 @@ void CStandardViewController::DeletePlanByIndex(const QModelIndex& index, const 
 void CStandardViewController::deletePlanByIndexThread(const QModelIndex& index, const PlanAnswer& told) {
   const CPlanNodeRef node(index);
   const DeletePlanResquest request = MakeDeletePlanRequest(index);
-  CallChange(this, &CViewBusinessInterfaceMgr::DeletePlan, request, request.plan_index_code,
-             [this, node, told, code = request.plan_index_code](const auto& answer) {
-               Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanSucc(node.Resolve()); });
-               told(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
-             });
+  AskForChange(&CViewBusinessInterfaceMgr::DeletePlan, request, request.plan_index_code)
+      .Then(this, [this, node, told, code = request.plan_index_code](const auto& answer) {
+        Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanSucc(node.Resolve()); });
+        told(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
+      });
 }
 
 void CStandardViewController::UpdatePlanGroupName(const QModelIndex& index, const QString& name) {
@@ -261,12 +262,13 @@ void CStandardViewController::updatePlanGroupNameThread(const QModelIndex& index
   request.flag = TypeOf(index) == ReceivedGroupItem;
   const CPlanNodeRef node(index);
   const int notices = CViewModelDataManager::Instance().GetNoticeCount();
-  CallChange(this, &CViewBusinessInterfaceMgr::UpdatePlanGroup, request, request.index_code, [=](const auto& answer) {
-    Settle(this, answer, tr("EditSuccess"), [&] { Q_EMIT SignalUpdatePlanGroupNameSucc(node.Resolve(), name); });
-    if (answer.ok) {
-      RecheckIfTold(notices, request.index_code, true);
-    }
-  });
+  AskForChange(&CViewBusinessInterfaceMgr::UpdatePlanGroup, request, request.index_code)
+      .Then(this, [=](const auto& answer) {
+        Settle(this, answer, tr("EditSuccess"), [&] { Q_EMIT SignalUpdatePlanGroupNameSucc(node.Resolve(), name); });
+        if (answer.ok) {
+          RecheckIfTold(notices, request.index_code, true);
+        }
+      });
 }
 
 void CStandardViewController::AddPlanParam(const AddPlanRequest& request) {
@@ -283,7 +285,7 @@ void CStandardViewController::AddPlanParam(const AddPlanRequest& request, const 
 
 void CStandardViewController::addPlanParamThread(const AddPlanRequest& request, const PlanAnswer& told) {
   const int notices = CViewModelDataManager::Instance().GetNoticeCount();
-  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::AddPlan, request), [=](const auto& answer) {
+  Ask(&CViewBusinessInterfaceMgr::AddPlan, request).AsCurrentUser().Then(this, [=](const auto& answer) {
     const std::string& code = answer.response.index_code;
     Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"),
            [&] { Q_EMIT SignalAddPlanSucc(request, StringToQString(code)); });
@@ -307,16 +309,16 @@ void CStandardViewController::UpdatePlanParam(const UpdatePlanRequest& request, 
 
 void CStandardViewController::updatePlanParamThread(const UpdatePlanRequest& request, const QString& old_name,
                                                     const PlanAnswer& told) {
-  // The old name travels with the request for whoever watches it; the host is not told.
+  Q_UNUSED(old_name)  // for whoever watches the request; the host does not need it
   const int notices = CViewModelDataManager::Instance().GetNoticeCount();
-  CallChange(this, &CViewBusinessInterfaceMgr::UpdatePlan, request, request.plan_index_code,
-             [this, request, old_name, told, notices](const auto& answer) {
-               Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"), [&] { Q_EMIT SignalUpdatePlanSucc(request); });
-               if (answer.ok) {
-                 RecheckIfTold(notices, request.plan_index_code, false);
-               }
-               told(answer.ok, StringToQString(answer.ok ? request.plan_index_code : answer.response.error_info));
-             });
+  AskForChange(&CViewBusinessInterfaceMgr::UpdatePlan, request, request.plan_index_code)
+      .Then(this, [this, request, told, notices](const auto& answer) {
+        Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"), [&] { Q_EMIT SignalUpdatePlanSucc(request); });
+        if (answer.ok) {
+          RecheckIfTold(notices, request.plan_index_code, false);
+        }
+        told(answer.ok, StringToQString(answer.ok ? request.plan_index_code : answer.response.error_info));
+      });
 }
 
 void CStandardViewController::PlayPlanViewByIndexCode(const std::string& indexCode) {
@@ -329,7 +331,7 @@ void CStandardViewController::downloadPlanInfoThread(const std::string& indexCod
   GetPlanDetailRequest request;
   request.plan_index_code = indexCode;
   request.play = true;
-  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::GetPlanDetail, request), [this, indexCode](const auto& answer) {
+  Ask(&CViewBusinessInterfaceMgr::GetPlanDetail, request).Then(this, [this, indexCode](const auto& answer) {
     const QPointer<CStandardViewController> alive(this);
     if (answer.ok) {
       Q_EMIT SignalPlayPlanView(answer.response);
@@ -359,7 +361,7 @@ void CStandardViewController::GetPlanInfoByIndexCode(const std::string& indexCod
 void CStandardViewController::getPlanInfoByIndexCodeThread(const std::string& indexCode, const PlanAnswer& told) {
   GetPlanDetailRequest request;
   request.plan_index_code = indexCode;
-  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::GetPlanDetail, request), [this, told](const auto& answer) {
+  Ask(&CViewBusinessInterfaceMgr::GetPlanDetail, request).Then(this, [this, told](const auto& answer) {
     if (answer.ok) {
       Q_EMIT SignalGetPlanInfo(answer.response);
     } else {
@@ -380,7 +382,10 @@ void CStandardViewController::addOperationPlayPlanThread(const QString& name, bo
   request.name = QStringToString(name);
   request.automatic = automatic;
   request.from_history = from_history;
-  CallInTurn(PlayLogOrder(), {}, this, &CViewBusinessInterfaceMgr::AddPlanLog, request, [](const auto&) {});
+  Ask(&CViewBusinessInterfaceMgr::AddPlanLog, request)
+      .AsCurrentUser()
+      .InOrder(PlayLogOrder(), {})
+      .Then(this, [](const auto&) {});
 }
 
 void CStandardViewController::InitGetViewDefaultConfig(const GetClientDefaultViewConfigRequest& request) {
@@ -388,7 +393,7 @@ void CStandardViewController::InitGetViewDefaultConfig(const GetClientDefaultVie
 }
 
 void CStandardViewController::initGetViewConfig(const GetClientDefaultViewConfigRequest& request) {
-  CallAsync(this, HostCall(&CViewBusinessInterfaceMgr::GetClientViewConfig, request), [this](const auto& answer) {
+  Ask(&CViewBusinessInterfaceMgr::GetClientViewConfig, request).Then(this, [this](const auto& answer) {
     if (!answer.ok) {
       showFailure(answer.response.error_info);
     } else if (answer.response.index_code != kNoDefaultView) {
@@ -466,8 +471,7 @@ void CStandardViewController::downloadSubPlanGroupListThread(const QModelIndex& 
     fetchSubItems(node, code, type, kMaxFetches);
     return;
   }
-  CallAsync(
-      this, [] { return true; }, [this, node](bool) { Q_EMIT SignalFinishAnsyGetSubItem(node.Resolve(), true); });
+  Ask([] { return true; }).Then(this, [this, node](bool) { Q_EMIT SignalFinishAnsyGetSubItem(node.Resolve(), true); });
 }
 
 void CStandardViewController::fetchSubItems(const CPlanNodeRef& node, const std::string& code, int type,
@@ -477,7 +481,7 @@ void CStandardViewController::fetchSubItems(const CPlanNodeRef& node, const std:
     const bool root = type == PublicRootItem || type == OwnRootItem;
     return FetchSubItems(code, type, !root || CViewConfigManager::Instance().CreatePlanUnderRootNode());
   };
-  CallAsync(this, task, [=](const SubItems& items) {
+  Ask(task).Then(this, [=](const SubItems& items) {
     // An answer from before a change would bring back what was deleted or put a moved plan in its old place.
     const bool outdated = changes != CViewModelDataManager::Instance().GetChangeCount();
     if (!items.ok || !outdated || !node.Resolve().isValid()) {

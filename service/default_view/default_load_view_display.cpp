@@ -11,8 +11,8 @@
 #include "ResourceData/resource_type.h"
 #include "WidgetKit/new_location_combo_box.h"
 #include "WidgetKit/new_location_view_widget.h"
-#include "async_call.h"
 #include "default_view_tree.h"
+#include "host_calls/ask.h"
 #include "plan_item_role.h"
 #include "plan_way.h"
 #include "standard_view_controller.h"
@@ -97,7 +97,7 @@ class CDefaultLoadViewDisplay::Private {
   bool was_shown = false;  // what is looked for has been there already
   bool missed = false;     // it was not found, and nothing else is shown: it may come after all
   QStringList way;
-  int way_number = 0;
+  HostCalls::CCallScope way_calls;
   QTimer seek_soon;
 };
 
@@ -176,10 +176,10 @@ QString CDefaultLoadViewDisplay::Private::NotOffered() {
 
 void CDefaultLoadViewDisplay::Private::FetchWay() {
   way.clear();
-  CallAsync(
-      q, [type = wanted.type, code = wanted.index_code] { return FindPlanWay(type, code); },
-      [this, number = ++way_number](const PlanWay& found) {
-        if (number == way_number && seeking) {
+  HostCalls::Ask([type = wanted.type, code = wanted.index_code] { return FindPlanWay(type, code); })
+      .Replacing(way_calls)
+      .Then(q, [this](const PlanWay& found) {
+        if (seeking) {
           OnWay(found);
         }
       });

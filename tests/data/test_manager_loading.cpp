@@ -1,7 +1,7 @@
+#include <QSemaphore>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QThreadPool>
-#include <QtConcurrent>
 #include <QtTest>
 
 #include "item_type.h"
@@ -233,8 +233,9 @@ void ManagerLoadingTest::WaitLendsItsThread() {
   Services().Fail("IsViewResourceDownFinish");
   fixture_.Start();
   QTRY_VERIFY(Services().Count("IsViewResourceDownFinish") >= 3);
-  QFuture<int> other = QtConcurrent::run([] { return 7; });
-  QTRY_VERIFY(other.isFinished());
+  QSemaphore others_turn;
+  QThreadPool::globalInstance()->start([&others_turn] { others_turn.release(); });
+  QVERIFY(others_turn.tryAcquire(1, 5000));
   QThreadPool::globalInstance()->setMaxThreadCount(threads);
 }
 

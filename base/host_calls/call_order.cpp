@@ -1,9 +1,8 @@
-#include "call_order.h"
+#include "host_calls/call_order.h"
 
-#include <QtConcurrent>
 #include <utility>
 
-namespace TarnPlanView {
+namespace HostCalls {
 
 bool CCallOrder::IsBusy(const std::string& key) const {
   const std::lock_guard<std::mutex> lock(waiting_->mutex);
@@ -20,7 +19,7 @@ void CCallOrder::Run(QThreadPool* pool, const std::string& key, std::function<vo
     }
     waiting_->tasks[key];
   }
-  QtConcurrent::run(pool, [waiting = waiting_, key, task = std::move(task)] { RunAll(*waiting, key, task); });
+  pool->start([waiting = waiting_, key, task = std::move(task)] { RunAll(*waiting, key, task); });
 }
 
 void CCallOrder::RunAll(Waiting& waiting, const std::string& key, std::function<void()> task) {
@@ -37,4 +36,4 @@ void CCallOrder::RunAll(Waiting& waiting, const std::string& key, std::function<
   }
 }
 
-}  // namespace TarnPlanView
+}  // namespace HostCalls

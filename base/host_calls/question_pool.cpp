@@ -1,9 +1,9 @@
-#include "question_pool.h"
+#include "host_calls/question_pool.h"
 
 #include <QThreadPool>
 #include <memory>
 
-namespace TarnPlanView {
+namespace HostCalls {
 
 namespace {
 
@@ -31,4 +31,4 @@ void ReleaseQuestionPool() {
   Pool().reset();
 }
 
-}  // namespace TarnPlanView
+}  // namespace HostCalls

@@ -2,7 +2,7 @@
 
 class QThreadPool;
 
-namespace TarnPlanView {
+namespace HostCalls {
 
 /// Two threads for what is only asked to offer a choice: a host that is slow to answer holds up no load and no save.
 /// Thread: GUI.
@@ -11,4 +11,4 @@ QThreadPool& QuestionPool();
 /// Drops the questions that wait, awaits those under way and ends the threads.
 void ReleaseQuestionPool();
 
-}  // namespace TarnPlanView
+}  // namespace HostCalls

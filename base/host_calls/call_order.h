@@ -8,7 +8,7 @@
 #include <string>
 #include <unordered_map>
 
-namespace TarnPlanView {
+namespace HostCalls {
 
 /// Runs tasks of one key one after the other, in the order in which they came, and those of different keys side by
 /// side. Waiting tasks hold no thread.
@@ -32,4 +32,4 @@ class CCallOrder {
   const std::shared_ptr<Waiting> waiting_ = std::make_shared<Waiting>();
 };
 
-}  // namespace TarnPlanView
+}  // namespace HostCalls

@@ -1,0 +1,121 @@
+#pragma once
+
+#include <QFutureInterface>
+#include <QFutureWatcher>
+#include <QObject>
+#include <QThreadPool>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "host_calls/call_order.h"
+#include "host_calls/call_scope.h"
+#include "host_calls/result.h"
+#include "host_calls/user_check.h"
+
+namespace HostCalls {
+
+/// A question to the host that is put off the GUI thread; made by Ask(), sent by Then().
+///
+/// `task` carries plain values only. Thread: that of the context, which is the one that sends it.
+template <class Task>
+class CQuestion {
+ public:
+  using Answer = decltype(std::declval<Task&>()());
+
+  explicit CQuestion(Task task) : task_(std::move(task)) {}
+
+  /// Instead of the global thread pool.
+  CQuestion& On(QThreadPool& pool) {
+    pool_ = &pool;
+    return *this;
+  }
+  /// The answer is of interest while the scope is neither dropped nor dead.
+  CQuestion& Within(CCallScope& scope) {
+    scope_ = &scope;
+    return *this;
+  }
+  /// The same, and the answers of the scope's calls before this one are of interest no more.
+  CQuestion& Replacing(CCallScope& scope) {
+    scope.Drop();
+    return Within(scope);
+  }
+  /// After the calls that were asked for before with this order and key; their answers keep that order, too.
+  CQuestion& InOrder(CCallOrder& order, const std::string& key) {
+    order_ = &order;
+    key_ = key;
+    return *this;
+  }
+  /// For answers that are a Result: the host is not called when the user has been switched until the call has its turn.
+  CQuestion& AsCurrentUser() {
+    Task task = std::move(task_);
+    guarded_ = [task = std::move(task), check = CheckOfUser()]() mutable {
+      const std::optional<view_plugin_protocol::ResponseHeader> refusal = check();
+      if (!refusal) {
+        return task();
+      }
+      Answer refused;
+      static_cast<view_plugin_protocol::ResponseHeader&>(refused.response) = *refusal;
+      return refused;
+    };
+    return *this;
+  }
+
+  /// Sends the question and hands its answer to `done` on the thread of `context`, later. A context that dies before
+  /// gets no answer; the task is run nevertheless.
+  template <class Done>
+  void Then(QObject* context, Done done) {
+    auto* watcher = new QFutureWatcher<Answer>(context);
+    QObject::connect(watcher, &QFutureWatcherBase::finished, context,
+                     [watcher, ticket = Ticket(), done = std::move(done)]() mutable {
+                       watcher->deleteLater();
+                       if (!ticket || CCallScope::Leave(*ticket)) {
+                         done(watcher->result());
+                       }
+                     });
+    QFutureInterface<Answer> promise;
+    promise.reportStarted();
+    watcher->setFuture(promise.future());
+    Start([promise, task = TaskToRun()]() mutable {
+      const Answer answer = task();
+      promise.reportFinished(&answer);
+    });
+  }
+
+ private:
+  std::optional<CCallScope::Ticket> Ticket() {
+    return scope_ ? std::optional<CCallScope::Ticket>(scope_->Enter()) : std::nullopt;
+  }
+  std::function<Answer()> TaskToRun() {
+    return guarded_ ? std::move(guarded_) : std::function<Answer()>(std::move(task_));
+  }
+  void Start(std::function<void()> run) {
+    if (order_) {
+      order_->Run(pool_, key_, std::move(run));
+    } else {
+      pool_->start(std::move(run));
+    }
+  }
+
+  Task task_;
+  std::function<Answer()> guarded_;
+  QThreadPool* pool_ = QThreadPool::globalInstance();
+  CCallScope* scope_ = nullptr;
+  CCallOrder* order_ = nullptr;
+  std::string key_;
+};
+
+/// A question that takes several calls, or something to be worked out off the GUI thread.
+template <class Task>
+CQuestion<Task> Ask(Task task) {
+  return CQuestion<Task>(std::move(task));
+}
+
+/// One call of the host, answered by a Result.
+template <class Host, class Request, class Response>
+auto Ask(bool (Host::*method)(const Request&, Response&), const Request& request) {
+  return Ask([method, request] { return CallNow(method, request); });
+}
+
+}  // namespace HostCalls

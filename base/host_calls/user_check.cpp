@@ -1,0 +1,35 @@
+#include "host_calls/user_check.h"
+
+#include <QCoreApplication>
+
+#include "LyraPluginManager/view_business_interface_mgr.h"
+#include "host_calls/result.h"
+
+namespace HostCalls {
+
+namespace {
+
+using LyraPluginManager::CViewBusinessInterfaceMgr;
+using view_plugin_protocol::ResponseHeader;
+
+auto CurrentUser() {
+  return CallNow(&CViewBusinessInterfaceMgr::GetCurrentUser, view_plugin_protocol::GetCurrentUserRequest());
+}
+
+}  // namespace
+
+std::function<std::optional<ResponseHeader>()> CheckOfUser() {
+  ResponseHeader switched;
+  switched.error_info =
+      QCoreApplication::translate("HostCalls", "Not done: the user was switched before this change had its turn.")
+          .toStdString();
+  return [asked = CurrentUser(), switched]() -> std::optional<ResponseHeader> {
+    const auto now = asked.ok ? CurrentUser() : asked;
+    if (!now.ok) {
+      return now.response;
+    }
+    return now.response.user.id == asked.response.user.id ? std::nullopt : std::make_optional(switched);
+  };
+}
+
+}  // namespace HostCalls
