@@ -43,9 +43,9 @@ class CPanelStage {
  private:
   QModelIndex findBelow(const QModelIndex& parent, const QString& name);
 
+  QStringList tips_, questions_;  // outlive the panel, which may say why a save has no end when its controller goes
   std::unique_ptr<TarnPlanView::CViewExternWidget> panel_;
   std::unique_ptr<TarnPlanView::CStandardViewController> controller_;
-  QStringList tips_, questions_;
 };
 
 }  // namespace TarnTest
