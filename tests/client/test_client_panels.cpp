@@ -293,7 +293,8 @@ void ClientPanelsTest::ShowsTroubleOfTheStoreWhileItLasts() {
   auto* text = state->findChild<QLabel*>("store_state_text");
   const QString before = text->text();
   QSet<QString> sentences{before};
-  for (const auto trouble : {StoreTrouble::kConnectionLost, StoreTrouble::kLocked, StoreTrouble::kOther}) {
+  for (const auto trouble :
+       {StoreTrouble::kConnectionLost, StoreTrouble::kLocked, StoreTrouble::kReadOnly, StoreTrouble::kOther}) {
     window_->ShowStoreTrouble(trouble, "the server's words");
     QVERIFY(text->isVisible() && state->property("trouble").toBool());
     QVERIFY(!text->text().isEmpty() && !sentences.contains(text->text()));

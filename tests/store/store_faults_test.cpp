@@ -214,15 +214,22 @@ void StoreFaultsTest::OpensForReadingWhereNothingCanBeWritten() {
   const QByteArray target = QFile::encodeName(file_alone ? fixture.File() : folder);
   const QByteArray before = Content(fixture.File());
   QCOMPARE(::chmod(target.constData(), file_alone ? 0400 : 0500), 0);
+  QStringList troubles;
+  fixture.options.on_trouble = [&troubles](TarnHost::StoreTrouble trouble, const QString& line) {
+    QVERIFY(trouble == (line.isEmpty() ? TarnHost::StoreTrouble::kNone : TarnHost::StoreTrouble::kReadOnly));
+    troubles.append(line);
+  };
   {
     const CClient ann(fixture.Open());
     QCOMPARE(ann.Detail(ann.Plan("Gate A")).pages.size(), size_t(2));
     QCOMPARE(ann.Groups("-1"), QStringList{"Gates@-1"});
+    QTRY_COMPARE(troubles, QStringList{said.arg(fixture.File())});  // before anybody changes something
     for (int attempt = 0; attempt < 2; ++attempt) {
       QCOMPARE(ann.AddPlan("-1", "x"), said.arg(fixture.File()));
     }
     QVERIFY(Content(fixture.File()) == before);
     QCOMPARE(::chmod(target.constData(), file_alone ? 0600 : 0700), 0);
+    QTRY_COMPARE(troubles, (QStringList{said.arg(fixture.File()), QString()}));
     QCOMPARE(ann.AddPlan("-1", "x"), QString());  // and goes on once it may
     QCOMPARE(ann.Plans("-1").filter("x@-1").size(), 1);
   }

@@ -48,7 +48,7 @@ class StoreHangTest : public QObject {
   Q_OBJECT
  private Q_SLOTS:
   void AnswersInTimeAndWorksAgain();
-  void TellsAgainWhatCouldNotBeRead();
+  void ReportsTheHangAndWhatCouldNotBeRead();
   void ClosesInTime_data();
   void ClosesInTime();
 };
@@ -96,12 +96,17 @@ void StoreHangTest::AnswersInTimeAndWorksAgain() {
   QVERIFY(ann.Plans(gates).contains(QString::fromStdString("Works again@" + gates)));
 }
 
-void StoreHangTest::TellsAgainWhatCouldNotBeRead() {
+void StoreHangTest::ReportsTheHangAndWhatCouldNotBeRead() {
   CStoreFixture fixture;
-  const CClient ann(fixture.Open());
   const CClient bob(fixture.Open("bob"));
   CPlanFollower follower(ann, ann.Plan("Gate A"));
   auto update = bob.Unchanged(follower.plan);
+  QStringList troubles;
+  fixture.options.on_trouble = [&](TarnHost::StoreTrouble trouble, const QString& line) {
+    QVERIFY(trouble == (line.isEmpty() ? TarnHost::StoreTrouble::kNone : TarnHost::StoreTrouble::kConnectionLost));
+    troubles.append(line);
+  };
+  const CClient ann(fixture.Open());
   update.plan_name = "Gate A renamed";
   QCOMPARE(bob.Update(update), QString());
   QElapsedTimer clock;
@@ -112,9 +117,13 @@ void StoreHangTest::TellsAgainWhatCouldNotBeRead() {
   CServerPause pause;
   QTRY_COMPARE(follower.seen, QStringList{kNoAnswer});
   pause.GoOn();
+  clock.restart();
   QTRY_COMPARE(follower.seen, (QStringList{kNoAnswer, "Gate A renamed"}));
+  QTRY_COMPARE(troubles, QStringList{kNoAnswer});
+  QVERIFY2(clock.elapsed() < kGuiMs, qPrintable(QString::number(clock.elapsed())));
 }
 
+  QTRY_COMPARE(troubles, (QStringList{kNoAnswer, QString()}));
 void StoreHangTest::ClosesInTime_data() {
   QTest::addColumn<bool>("known");
   QTest::newRow("before anybody noticed") << false;

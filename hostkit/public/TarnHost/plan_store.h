@@ -16,7 +16,7 @@ namespace TarnHost {
 struct PlanSite;
 
 /// What keeps a store that is open from following and saving changes.
-enum class StoreTrouble { kNone, kConnectionLost, kLocked, kOther };
+enum class StoreTrouble { kNone, kConnectionLost, kLocked, kReadOnly, kOther };
 
 struct PlanStoreOptions {
   QString url;                                  // "sqlite:FILE", "sqlite::memory:" or "postgresql://..."
@@ -24,7 +24,7 @@ struct PlanStoreOptions {
   QMap<QString, int> switch_overrides;          // by the switch's name in the store; for this process only
   std::function<PlanSite()> first_content;      // what a new store is filled with; unset: users alone
   std::function<QDateTime()> now;               // the clock, asked from any thread; unset: the local time
-  /// Told on the GUI thread, from the event loop: what the trouble is when it begins or becomes another, with a line
+  /// Called on the GUI thread, from the event loop: what the trouble is when it begins or becomes another, with a line
   /// that says more; kNone and no line when it is over. The store goes on trying by itself.
   std::function<void(StoreTrouble trouble, const QString& line)> on_trouble;
 };
