@@ -22,7 +22,7 @@ struct PlanStoreOptions {
   QString url;                                  // "sqlite:FILE", "sqlite::memory:" or "postgresql://..."
   std::chrono::milliseconds download_delay{0};  // how long a download of the plan data takes at the least
   QMap<QString, int> switch_overrides;          // by the switch's name in the store; for this process only
-  std::function<PlanSite()> first_content;      // what a new store is filled with; unset: users alone
+  std::function<PlanSite()> first_content;      // what a new store is filled with; unset: MakeEmptySite()
   std::function<QDateTime()> now;               // the clock, asked from any thread; unset: the local time
   /// Called on the GUI thread, from the event loop: what the trouble is when it begins or becomes another, with a line
   /// that says more; kNone and no line when it is over. The store goes on trying by itself.
