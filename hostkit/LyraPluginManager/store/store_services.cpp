@@ -18,8 +18,9 @@ namespace view = view_plugin_protocol;
 constexpr auto kBeat = std::chrono::milliseconds(200);
 // Between two attempts to connect again: a server logs each that it refuses.
 constexpr auto kBetweenAttempts = std::chrono::seconds(1);
-// At its end a store waits so long for what its threads do, then, having cut the connections, for the threads.
-constexpr std::chrono::milliseconds kNoTime(0), kOrderlyEnd(1500), kEndAfterCut(1000);
+// At its end a store waits so long for what its threads do, then, having cut the connections, for the threads. Who
+// closes it has 3 s for all that he has to do.
+constexpr std::chrono::milliseconds kNoTime(0), kOrderlyEnd(1200), kEndAfterCut(800);
 const char kRoot[] = "root";
 const char kNoDefaultView[] = "-3";
 const char kNoAutomaticPlan[] = "NoAutoRunPlan";
@@ -60,8 +61,8 @@ CStoreServices::CStoreServices(PlanStoreOptions options)
       hub_(new CObserverHub),
       answering_(std::make_shared<CAnswering>()),
       watch_(std::make_shared<CConnectionWatch>()),
-      thread_(answering_) {}
       troubles_(answering_, [this](StoreTrouble trouble, const QString& line) { Report(trouble, line); }),
+      thread_(answering_) {}
 
 // Opening has limits of its own: the engines' and those of the watch.
 void CStoreServices::Start() {
@@ -96,8 +97,13 @@ void CStoreServices::CloseDatabase() {
   engine_.reset();
 }
 
-bool CStoreServices::Close() {
 // Whoever asks again, the last owner's end for one, does not wait again for what was left behind.
+bool CStoreServices::Close() {
+  std::call_once(close_once_, [this] { closed_in_order_ = EndThreads(); });
+  return closed_in_order_;
+}
+
+bool CStoreServices::EndThreads() {
   closed_ = true;
   hub_->Close();
   thread_.BeginStop([self = shared_from_this()] { self->CloseDatabase(); });
@@ -138,14 +144,14 @@ bool CStoreServices::Beat() {
     Reconnect();
     DownloadWhenWanted();
     session_->Poll();
+    LookAgainAtPlans();
+    RequireWritable();
   } catch (const CStoreError& error) {
     trouble = error;
     connection_lost_ = connection_lost_ || error.GetKind() == CStoreError::kConnectionLost;
   } catch (const std::exception& error) {
     trouble = CStoreError(QString::fromUtf8(error.what()), CStoreError::kFailed);
   }
-    LookAgainAtPlans();
-    RequireWritable();
   troubles_.OnLook(trouble);
   return !connection_lost_;
 }
@@ -156,15 +162,15 @@ void CStoreServices::RequireWritable() const {
   if (!refusal.isEmpty()) {
     throw CStoreError(refusal, CStoreError::kReadOnly);
   }
+}
+
+void CStoreServices::Report(StoreTrouble trouble, const QString& line) {
   if (options_.on_trouble) {
     const auto report = [weak = weak_from_this(), trouble, line] {
       const auto self = weak.lock();
       if (self && !self->closed_) {
         self->options_.on_trouble(trouble, line);
       }
-}
-
-void CStoreServices::Report(StoreTrouble trouble, const QString& line) {
     };
     QMetaObject::invokeMethod(hub_.get(), report, Qt::QueuedConnection);
   }

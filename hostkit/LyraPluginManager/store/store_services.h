@@ -97,6 +97,7 @@ class CStoreServices : public CPlanStore, public std::enable_shared_from_this<CS
   auto Write(Work work);
   template <class Work>
   auto Read(Work work);
+  bool EndThreads();
   bool WaitUntilEnded(CDatabaseThread::Clock::time_point deadline);
   void Report(StoreTrouble trouble, const QString& line);
   void LookAgainAtPlans();
@@ -116,6 +117,8 @@ class CStoreServices : public CPlanStore, public std::enable_shared_from_this<CS
   std::unique_ptr<CObserverHub, CObserverHub::Disposer> hub_;
   std::atomic<int32_t> user_{0};
   std::atomic<bool> closed_{false};
+  std::once_flag close_once_;
+  bool closed_in_order_ = false;
   // Numbers of downloads: the newest, the one in the catalog, the one that counts as complete.
   std::atomic<int> downloads_wanted_{0}, download_done_{0};
   mutable std::atomic<int> download_ready_{0};
@@ -139,8 +142,8 @@ class CStoreServices : public CPlanStore, public std::enable_shared_from_this<CS
 
   const std::shared_ptr<CAnswering> answering_;
   const std::shared_ptr<CConnectionWatch> watch_;
+  CStoreTroubles troubles_;
   CDatabaseThread thread_;
 };
 
-  CStoreTroubles troubles_;
 }  // namespace TarnHost::Store
