@@ -4,6 +4,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QtTest>
+#include <future>
 #include <random>
 
 #include <fcntl.h>
@@ -72,6 +73,7 @@ class StoreFaultsTest : public QObject {
   void KeepsNothingInAFileThatIsGone();
   void OpensForReadingWhereNothingCanBeWritten_data();
   void OpensForReadingWhereNothingCanBeWritten();
+  void ReportsALockThatRefusedAChangeUntilOneIsSaved();
   void OpensOnAFullDisk_data();
   void OpensOnAFullDisk();
   void RemovesItsLeftOversOnly();
@@ -234,6 +236,30 @@ void StoreFaultsTest::OpensForReadingWhereNothingCanBeWritten() {
     QCOMPARE(ann.Plans("-1").filter("x@-1").size(), 1);
   }
   QVERIFY(CClient(fixture.Open()).Plans("-1").contains("x@-1"));
+}
+
+void StoreFaultsTest::ReportsALockThatRefusedAChangeUntilOneIsSaved() {
+  CStoreFixture fixture;
+  QStringList troubles;
+  fixture.options.on_trouble = [&troubles](TarnHost::StoreTrouble trouble, const QString& line) {
+    QVERIFY(trouble == (line.isEmpty() ? TarnHost::StoreTrouble::kNone : TarnHost::StoreTrouble::kLocked));
+    troubles.append(line);
+  };
+  const CClient ann(fixture.Open());
+  const QString locked = "The plan store " + fixture.File() + " is locked by another program.";
+  {
+    QSqlDatabase holder = QSqlDatabase::addDatabase("QSQLITE", "holder");
+    holder.setDatabaseName(fixture.File());
+    QVERIFY(holder.open());
+    QVERIFY(QSqlQuery(holder).exec("BEGIN IMMEDIATE"));
+    auto write = std::async(std::launch::async, [&ann] { return ann.AddPlan("-1", "x"); });
+    QTRY_COMPARE_WITH_TIMEOUT(troubles, QStringList{locked}, kAnswerMs);
+    QCOMPARE(write.get(), locked);
+    QVERIFY(!QTest::qWaitFor([&troubles] { return troubles.size() > 1; }, 500));  // reading goes on all the time
+  }
+  QSqlDatabase::removeDatabase("holder");
+  QCOMPARE(ann.AddPlan("-1", "x"), QString());
+  QTRY_COMPARE(troubles, (QStringList{locked, QString()}));
 }
 
 void StoreFaultsTest::OpensOnAFullDisk_data() {
