@@ -12,6 +12,7 @@ namespace {
 
 const QString kNoAnswer = "The service does not answer";
 constexpr int kGuiMs = 3000, kPoolMs = 13000, kAtOnceMs = 300, kCloseMs = 3000;
+constexpr double kIdleSeconds = 5;
 
 struct Answer {
   QString text;
@@ -48,6 +49,7 @@ struct CPlanFollower : ResourceData::IResourceObserver {
 class StoreHangTest : public QObject {
   Q_OBJECT
  private Q_SLOTS:
+  void HasTheSystemWatchIdleConnections();
   void AnswersInTimeAndWorksAgain();
   void ReportsTheHangAndWhatCouldNotBeRead();
   void ClosesInTime_data();
@@ -55,7 +57,22 @@ class StoreHangTest : public QObject {
   void WaitsOnceForWhatItLeavesBehind();
 };
 
-// The whole time that the watch needs to cut a connection passes, so that everything is connected anew afterwards.
+// At both ends: the one that is left behind by the other's machine has to notice.
+void StoreHangTest::HasTheSystemWatchIdleConnections() {
+  CStoreFixture fixture;
+  const CClient ann(fixture.Open());
+  QCOMPARE(ann.Detail(ann.Plan("Gate A")).error_info, std::string());  // the second connection
+  const auto is_watched = [](const ServerSocket& socket) {
+    return socket.alive_seconds >= 0 && socket.alive_seconds <= kIdleSeconds;
+  };
+  QTRY_VERIFY(ServerSockets().size() == 4);
+  QTRY_VERIFY([&] {
+    const auto sockets = ServerSockets();
+    return std::all_of(sockets.begin(), sockets.end(), is_watched);
+  }());
+}
+
+// The whole time that the watch needs to cut a connection passes, so that everything is connected again afterwards.
 void StoreHangTest::AnswersInTimeAndWorksAgain() {
   CStoreFixture fixture;
   const CClient ann(fixture.Open());
