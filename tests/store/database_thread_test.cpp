@@ -84,7 +84,7 @@ void DatabaseThreadTest::GivesUpAndGoesOn() {
   QVERIFY(!never);
 }
 
-// What was committed and is about to be answered must not be given up: nobody would be told of it.
+// What was committed and is about to be answered must not be abandoned: no one would learn of it.
 void DatabaseThreadTest::KeepsWhoWasClaimedWaiting() {
   CDatabaseThread thread(std::make_shared<CAnswering>());
   bool awaited = false;

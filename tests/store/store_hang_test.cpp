@@ -1,4 +1,4 @@
-// Against a PostgreSQL server that is stopped: nobody waits for it longer than he may, and nothing is lost by it.
+// Against a PostgreSQL server that is stopped: no one waits for it longer than he may, and nothing is lost by it.
 #include <QtTest>
 #include <future>
 #include <optional>
@@ -28,7 +28,7 @@ Answer Timed(const Call& call) {
   return {text, clock.elapsed()};
 }
 
-/// Reads a plan whenever it is told that it has changed, as a tree does.
+/// Reads a plan whenever a notice says that it has changed, as a tree does.
 struct CPlanFollower : ResourceData::IResourceObserver {
   CPlanFollower(CClient client_to_ask, std::string plan_code) : client(std::move(client_to_ask)), plan(plan_code) {
     client->ViewRegisterResourceUpdate(this, {ResourceData::RT_VIEW, plan, 1});
@@ -111,7 +111,7 @@ void StoreHangTest::AnswersInTimeAndWorksAgain() {
   QVERIFY(becomes_possible([&] { return ann.AddPlan(gates, "Works again"); }));
   QVERIFY(becomes_possible([&] { return bob.AddGroup("-1", "Bob's, too"); }));
   QTRY_COMPARE(ann.Groups("-1"), bob.Groups("-1"));
-  QTRY_COMPARE(ann.Plans(gates), bob.Plans(gates));  // whether or not the write that was given up came through
+  QTRY_COMPARE(ann.Plans(gates), bob.Plans(gates));  // whether or not the write that was abandoned came through
   QVERIFY(ann.Plans(gates).contains(QString::fromStdString("Works again@" + gates)));
 }
 
@@ -146,7 +146,7 @@ void StoreHangTest::ReportsTheHangAndWhatCouldNotBeRead() {
 void StoreHangTest::ClosesInTime_data() {
   QTest::addColumn<bool>("known");
   QTest::newRow("before anybody noticed") << false;
-  QTest::newRow("after a call was given up") << true;
+  QTest::newRow("after a call was abandoned") << true;
 }
 
 void StoreHangTest::ClosesInTime() {

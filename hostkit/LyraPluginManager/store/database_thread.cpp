@@ -199,7 +199,7 @@ void CDatabaseThread::Perform(std::function<bool()> work, Patience patience) {
   switch (call->Await(limit)) {
     case CDatabaseCall::kDone:
       return;
-    case CDatabaseCall::kGivenUp:
+    case CDatabaseCall::kAbandoned:
       loop_->MarkStuck();
       throw CStoreError::NotAnswering();
     case CDatabaseCall::kDropped:

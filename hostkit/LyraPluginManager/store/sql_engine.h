@@ -22,7 +22,7 @@ class CSqlEngine {
  public:
   virtual ~CSqlEngine();
 
-  /// Sees to it that nobody waits for a server for ever. Before Open().
+  /// Sees to it that no one waits for a server for ever. Before Open().
   void SetWatch(std::shared_ptr<CConnectionWatch> watch) { watch_ = std::move(watch); }
 
   virtual void Open() = 0;

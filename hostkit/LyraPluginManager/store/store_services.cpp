@@ -261,7 +261,10 @@ QString CStoreServices::DefaultUser() const {
     return user.rights.count(5) != 0 && user.rights.count(6) != 0 && user.rights.count(7) != 0;
   };
   const auto found = std::find_if(users.begin(), users.end(), all_rights);
-  return found != users.end() ? ToQt(found->name) : users.empty() ? QString() : ToQt(users.front().name);
+  if (found != users.end()) {
+    return ToQt(found->name);
+  }
+  return users.empty() ? QString() : ToQt(users.front().name);
 }
 
 std::string CStoreServices::FindPlanByName(const QString& name) const {
@@ -579,7 +582,7 @@ void CStoreServices::ViewRegisterResourceUpdate(ResourceData::IResourceObserver*
   }
 }
 
-// With everything loaded at the start a tree learns of a group's content only by being told of it.
+// With everything loaded at the start a tree learns of a group's content only from notices.
 void CStoreServices::PostChildrenOf(const std::string& group_code) {
   const int32_t group = ParseCode(group_code);
   const auto [first_group, first_plan] = catalog_.FirstChildren(group, user_);

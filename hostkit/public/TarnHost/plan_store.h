@@ -37,10 +37,10 @@ struct PlanStoreOptions {
 /// Writes run in one transaction each on the database thread and are awaited; a call that returned true is durable.
 /// No call waits for ever: after 2 s on the GUI thread and 10 s on any other it returns false with "The service does
 /// not answer", on the GUI thread at once until the store answers again. A write that is committed after its caller
-/// gave up counts as somebody else's change.
-/// Changes of other processes on the same database arrive within a second and are told to the registered observers on
-/// the GUI thread; the process's own changes are not. Thread: Open() and LogIn() on the GUI thread; the services from
-/// any.
+/// abandoned it counts as somebody else's change.
+/// Changes of other processes on the same database arrive within a second and are reported to the registered observers
+/// on the GUI thread; the process's own changes are not. Thread: Open() and LogIn() on the GUI thread; the services
+/// from any.
 class TARN_HOST_EXPORT CPlanStore : public IHostServices {
  public:
   /// Opens the store, creating it when it does not exist. Null with one clear line in `error` when it cannot be used
