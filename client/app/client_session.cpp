@@ -38,7 +38,7 @@ namespace TarnClient {
 namespace {
 
 constexpr int kScreenshotDelayMs = 3000;
-constexpr int kPoolEndMs = 1000;  // for tasks whose calls have failed by then
+constexpr int kPoolEndMs = 500;  // for tasks whose calls have failed by then
 constexpr int kCannotFollow = 2;
 
 void Complain(const QString& line) {

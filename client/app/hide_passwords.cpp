@@ -28,7 +28,8 @@ void HidePasswords(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     if (std::strncmp(argv[i], kStoreOptionAndValue, std::strlen(kStoreOptionAndValue)) == 0) {
       Hide(argv[i] + std::strlen(kStoreOptionAndValue));
-    } else if (std::strcmp(argv[i - 1], kStoreOption) == 0 || std::strstr(argv[i], "://") != nullptr) {
+    } else if (std::strcmp(argv[i - 1], kStoreOption) == 0 || std::strstr(argv[i], "://") != nullptr ||
+               std::strstr(argv[i], "password=") != nullptr) {
       Hide(argv[i]);
     }
   }

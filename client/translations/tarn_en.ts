@@ -346,6 +346,10 @@
         <translation>The plan store is locked by another program. Trying again...</translation>
     </message>
     <message>
+        <source>The plan store can only be read. Changes cannot be saved.</source>
+        <translation>The plan store can only be read. Changes cannot be saved.</translation>
+    </message>
+    <message>
         <source>The plan store cannot be read. Trying again...</source>
         <translation>The plan store cannot be read. Trying again...</translation>
     </message>

@@ -346,6 +346,10 @@
         <translation>预案数据库被其他程序锁定，正在重试…</translation>
     </message>
     <message>
+        <source>The plan store can only be read. Changes cannot be saved.</source>
+        <translation>预案数据库只能读取，无法保存更改。</translation>
+    </message>
+    <message>
         <source>The plan store cannot be read. Trying again...</source>
         <translation>无法读取预案数据库，正在重试…</translation>
     </message>

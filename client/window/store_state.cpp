@@ -46,6 +46,8 @@ QString CStoreState::TextOf(StoreTrouble trouble) {
       return tr("No connection to the plan store. Trying again...");
     case StoreTrouble::kLocked:
       return tr("The plan store is locked by another program. Trying again...");
+    case StoreTrouble::kReadOnly:
+      return tr("The plan store can only be read. Changes cannot be saved.");
     case StoreTrouble::kOther:
       return tr("The plan store cannot be read. Trying again...");
     default:

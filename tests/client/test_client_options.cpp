@@ -65,6 +65,7 @@ void ClientOptionsTest::RefusesWithOneLine_data() {
   QTest::newRow("argument") << QStringList{"Gate"} << "Gate";
   QTest::newRow("argument with a password")
       << QStringList{"postgresql://ann:sesame@db/site"} << "postgresql://ann@db/site";
+  QTest::newRow("settings with a password") << QStringList{"host=db password=sesame"} << "'*'";
 }
 
 void ClientOptionsTest::RefusesWithOneLine() {
@@ -103,6 +104,11 @@ void ClientOptionsTest::ShowsAddressesWithoutPasswords_data() {
   add("postgresql://ann:sesame", "postgresql://ann:*");
   add("ann:sesame@db", "ann:*@db");
   add("mysql://db:3306/site", "mysql://db:3306/site");
+  add("postgresql://ann:12/sesame@db/site", "postgresql://ann:*@db/site");
+  add("postgresql://ann@db/si%40te%3Fx", "postgresql://ann@db/si@te%3Fx");
+  add("postgresql://ann:12/ses/ame", "postgresql://ann:*");
+  add("host=db user=ann password=sesame", "*");
+  add("password = 'se same'", "*");
   add("plans.sqlite", "plans.sqlite");
 }
 

@@ -2,10 +2,12 @@
 #include <QLabel>
 #include <QListView>
 #include <QMenu>
+#include <QTemporaryDir>
 #include <QToolButton>
 #include <QtTest>
 
 #include "TarnHost/plan_store.h"
+#include "app/client_session.h"
 #include "auto_plan_helper.h"
 #include "client_desk.h"
 #include "history/play_history.h"
@@ -28,6 +30,7 @@ class ClientPanelsTest : public TarnTest::CClientDesk {
   void SwitchesTheUser();
   void UserMenuListsTheUsers();
   void ShowsTroubleOfTheStoreWhileItLasts();
+  void ShowsThatTheStoreItOpensCanOnlyBeRead();
 
  private:
   QStringList HistoryNames() const;
@@ -293,7 +296,8 @@ void ClientPanelsTest::ShowsTroubleOfTheStoreWhileItLasts() {
   auto* text = state->findChild<QLabel*>("store_state_text");
   const QString before = text->text();
   QSet<QString> sentences{before};
-  for (const auto trouble : {StoreTrouble::kConnectionLost, StoreTrouble::kLocked, StoreTrouble::kOther}) {
+  for (const auto trouble :
+       {StoreTrouble::kConnectionLost, StoreTrouble::kLocked, StoreTrouble::kReadOnly, StoreTrouble::kOther}) {
     window_->ShowStoreTrouble(trouble, "the server's words");
     QVERIFY(text->isVisible() && state->property("trouble").toBool());
     QVERIFY(!text->text().isEmpty() && !sentences.contains(text->text()));
@@ -307,6 +311,30 @@ void ClientPanelsTest::ShowsTroubleOfTheStoreWhileItLasts() {
   window_->ShowStoreTrouble(StoreTrouble::kNone, QString());
   QVERIFY(text->text() == before && !state->property("trouble").toBool() && state->accessibleDescription().isEmpty());
   QCOMPARE(window_->Family(0).Panel()->findChild<QLabel*>("wait_trouble")->text(), QString());
+}
+
+// The whole way from the store to the status line; no one has changed anything yet.
+void ClientPanelsTest::ShowsThatTheStoreItOpensCanOnlyBeRead() {
+  const QTemporaryDir home;
+  const QString file = home.filePath("plans.sqlite");
+  QString error;
+  TarnHost::PlanStoreOptions fresh;
+  fresh.url = "sqlite:" + file;
+  TarnHost::CPlanStore::Open(fresh, &error).reset();
+  QVERIFY(QFile::setPermissions(file, QFile::ReadOwner));
+  const auto options = TarnClient::ClientOptions::Parse(
+      {"tarn-client", "--store", fresh.url, "--log", home.filePath("client.log")}, &error);
+  TarnClient::CClientSession session(*options);
+  QVERIFY2(session.Start(&error), qPrintable(error));
+  QFrame* state = nullptr;
+  for (const QWidget* window : QApplication::topLevelWidgets()) {
+    state = state != nullptr ? state : window->findChild<QFrame*>("store_state");
+  }
+  QVERIFY(state != nullptr && !state->property("trouble").toBool());
+  QTRY_VERIFY(state->property("trouble").toBool());
+  QCOMPARE(state->accessibleName(), QString("The plan store can only be read. Changes cannot be saved."));
+  QVERIFY2(state->accessibleDescription().contains(file), qPrintable(state->accessibleDescription()));
+  QVERIFY(session.End());
 }
 
 QTEST_MAIN(ClientPanelsTest)

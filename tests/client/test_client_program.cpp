@@ -157,9 +157,12 @@ void ClientProgramTest::RefusesWithOneLineAndCode2_data() {
   QTest::newRow("plan") << QStringList{"--play", "No such plan"} << "No such plan";
   QTest::newRow("switch") << QStringList{"--set", "foo=1"} << "foo";
   QTest::newRow("store") << QStringList{"--store", "sqlite:/dev/null/x.sqlite"} << "/dev/null/x.sqlite";
-  const char* const refused[] = {"postgresql://ann:sesame@[::1/site", "postgresql://ann@[::1]/site?password=sesame",
+  const char* const refused[] = {"postgresql://ann:sesame@[::1/site",
+                                 "postgresql://ann@[::1]/site?password=sesame",
                                  "postgresql://ann:sesame@[::1]/site?sslmode=maybe",
-                                 "postgres://ann:sesame@[::1]/site"};
+                                 "postgres://ann:sesame@[::1]/site",
+                                 "postgresql://ann:12/sesame@[::1]/site",
+                                 "host=::1 user=ann password=sesame"};
   for (const char* address : refused) {
     QTest::newRow(address) << QStringList{"--store", address} << "plan store";
   }

@@ -51,8 +51,8 @@ class DatabaseThreadTest : public QObject {
 
 void DatabaseThreadTest::GivesUpAndGoesOn() {
   const auto answering = std::make_shared<CAnswering>();
-  std::atomic<int> again{0}, beats{0};
-  answering->SetAgain([&again] { ++again; });
+  std::atomic<int> news{0}, beats{0};
+  answering->SetNews([&news] { ++news; });
   CDatabaseThread thread(answering), sibling(answering);
   const auto look = [&beats] {
     ++beats;
@@ -74,16 +74,17 @@ void DatabaseThreadTest::GivesUpAndGoesOn() {
   QVERIFY(clock.elapsed() < kAtOnceMs);
   QCOMPARE(beats, 0);
   QVERIFY(answering->IsLost());
+  QCOMPARE(news, 1);
 
   gate.Open();
   QCOMPARE(begun.get(), 7);
   QTRY_VERIFY(!answering->IsLost());
-  QCOMPARE(again, 1);
+  QTRY_COMPARE(news, 2);
   QCOMPARE(thread.Call([] { return 8; }), 8);
   QVERIFY(!never);
 }
 
-// What was committed and is about to be answered must not be given up: nobody would be told of it.
+// What was committed and is about to be answered must not be abandoned: no one would learn of it.
 void DatabaseThreadTest::KeepsWhoWasClaimedWaiting() {
   CDatabaseThread thread(std::make_shared<CAnswering>());
   bool awaited = false;

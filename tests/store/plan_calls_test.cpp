@@ -214,7 +214,7 @@ void PlanCallsTest::KeepsOwnPlansFromOthers() {
                                ann.Share(plan, "3"),
                                ann.SetDefaultView(plan, kPlanType)};
   for (const QString& answer : answers) {
-    QVERIFY2(answer.contains("does not exist"), qPrintable(answer));  // not even that it is there is told
+    QVERIFY2(answer.contains("does not exist"), qPrintable(answer));  // not even that it is there is said
   }
   auto theft = ann.Unchanged(ann.Plan("Ann's gate"));
   theft.parent_index_code = group;
@@ -243,7 +243,7 @@ void PlanCallsTest::BearsRowsChangedPastTheProgram() {
     fixture.RunPastTheStore(
         QString::fromStdString("UPDATE plan_group SET parent_code = " + parent + " WHERE code = " + group));
   };
-  // Nobody is told of the change itself, but the next one of the program brings the row.
+  // No one gets a notice of the change itself, but the next one of the program brings the row.
   put_below(north, "-1");
   QCOMPARE(ann.RenameGroup(north, "Moved"), QString());
   for (const CClient& client : {ann, bob}) {
@@ -641,7 +641,7 @@ void PlanCallsTest::MakesTheDemoSite() {
 
 void PlanCallsTest::MakesAnEmptySite() {
   CStoreFixture fixture;
-  fixture.options.first_content = TarnHost::MakeEmptySite;
+  fixture.options.first_content = nullptr;  // as an embedder leaves it who knows of no demo
   const CClient client(fixture.Open("operator"));
   view::UserResponseInfo users;
   QVERIFY(client->GetAllUserInfo({}, users));

@@ -3,12 +3,37 @@
 #include <QDir>
 #include <QFile>
 #include <QUrl>
+#include <algorithm>
 #include <csignal>
 #include <vector>
 
 #include <sys/types.h>
 
 namespace StoreTest {
+
+/// One end of a connection to the PostgreSQL server that the tests were given.
+struct ServerSocket {
+  bool is_servers, has_unread;
+  double alive_seconds;  // until the system asks the other end for a sign of life; negative when it does not
+};
+
+inline std::vector<ServerSocket> ServerSockets() {
+  constexpr double kTicks = 100;  // a second, as the system shows times
+  const int port = QUrl(QString::fromLocal8Bit(qgetenv("TARN_TEST_POSTGRES"))).port();
+  const QByteArray server = "0100007F:" + QByteArray::number(port, 16).rightJustified(4, '0').toUpper();
+  std::vector<ServerSocket> sockets;
+  QFile file("/proc/net/tcp");
+  for (const QByteArray& line : (file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray()).split('\n')) {
+    const QList<QByteArray> fields = line.simplified().split(' ');  // number, own end, other end, state, queues, timer
+    const bool is_servers = fields.value(1) == server;
+    if (fields.value(3) == "01" && (is_servers || fields.value(2) == server)) {
+      const QByteArray timer = fields.value(5);
+      sockets.push_back({is_servers, !fields.value(4).endsWith(":00000000"),
+                         timer.startsWith("02:") ? timer.mid(3).toInt(nullptr, 16) / kTicks : -1});
+    }
+  }
+  return sockets;
+}
 
 /// Stops the PostgreSQL server that the tests were given, until this object goes. The system goes on taking what is
 /// sent to it: so a server looks that hangs.
@@ -33,16 +58,9 @@ class CServerPause {
 
   /// Whether a client has sent something that the server leaves lying: so it waits.
   bool KeepsSomebodyWaiting() const {
-    const int port = QUrl(QString::fromLocal8Bit(qgetenv("TARN_TEST_POSTGRES"))).port();
-    const QByteArray local = "0100007F:" + QByteArray::number(port, 16).rightJustified(4, '0').toUpper();
-    QFile file("/proc/net/tcp");
-    for (const QByteArray& line : (file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray()).split('\n')) {
-      const QList<QByteArray> fields = line.simplified().split(' ');  // number, own end, other end, state, queues
-      if (fields.value(1) == local && !fields.value(4).endsWith(":00000000")) {
-        return true;
-      }
-    }
-    return false;
+    const auto sockets = ServerSockets();
+    return std::any_of(sockets.begin(), sockets.end(),
+                       [](const ServerSocket& socket) { return socket.is_servers && socket.has_unread; });
   }
 
   void GoOn() {

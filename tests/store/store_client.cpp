@@ -99,8 +99,11 @@ int main(int argc, char** argv) {
   if (arguments.value(3).toLongLong() >= 0 && arguments.size() > 3 && mode != "lock") {
     LimitFiles(arguments[3].toULongLong());
   }
-  return mode == "add"       ? AddForever(arguments[1])
-         : mode == "read"    ? ReadThenAdd(arguments[1])
-         : mode == "station" ? SayStation(arguments[1])
-                             : HoldLock(arguments[1], arguments.value(3));
+  if (mode == "add") {
+    return AddForever(arguments[1]);
+  }
+  if (mode == "read") {
+    return ReadThenAdd(arguments[1]);
+  }
+  return mode == "station" ? SayStation(arguments[1]) : HoldLock(arguments[1], arguments.value(3));
 }

@@ -298,7 +298,7 @@ void StoreEventsTest::TellsOnceOfManyChangesOfAPlan() {
     update->plan_name = name;
     update->revision = 0;
     QCOMPARE(bob.Update(*update), QString());
-    QVERIFY(WaitDeaf([&] { return !ann.Plan(name).empty(); }));  // each by itself, or the store tells of the last only
+    QVERIFY(WaitDeaf([&] { return !ann.Plan(name).empty(); }));  // each by itself, or the store reports the last only
   };
   rename(&busy_update, "One");
   rename(&other_update, "Other");

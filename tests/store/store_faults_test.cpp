@@ -4,6 +4,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QtTest>
+#include <future>
 #include <random>
 
 #include <fcntl.h>
@@ -72,6 +73,7 @@ class StoreFaultsTest : public QObject {
   void KeepsNothingInAFileThatIsGone();
   void OpensForReadingWhereNothingCanBeWritten_data();
   void OpensForReadingWhereNothingCanBeWritten();
+  void ReportsALockThatRefusedAChangeUntilOneIsSaved();
   void OpensOnAFullDisk_data();
   void OpensOnAFullDisk();
   void RemovesItsLeftOversOnly();
@@ -214,19 +216,50 @@ void StoreFaultsTest::OpensForReadingWhereNothingCanBeWritten() {
   const QByteArray target = QFile::encodeName(file_alone ? fixture.File() : folder);
   const QByteArray before = Content(fixture.File());
   QCOMPARE(::chmod(target.constData(), file_alone ? 0400 : 0500), 0);
+  QStringList troubles;
+  fixture.options.on_trouble = [&troubles](TarnHost::StoreTrouble trouble, const QString& line) {
+    QVERIFY(trouble == (line.isEmpty() ? TarnHost::StoreTrouble::kNone : TarnHost::StoreTrouble::kReadOnly));
+    troubles.append(line);
+  };
   {
     const CClient ann(fixture.Open());
     QCOMPARE(ann.Detail(ann.Plan("Gate A")).pages.size(), size_t(2));
     QCOMPARE(ann.Groups("-1"), QStringList{"Gates@-1"});
+    QTRY_COMPARE(troubles, QStringList{said.arg(fixture.File())});  // before anybody changes something
     for (int attempt = 0; attempt < 2; ++attempt) {
       QCOMPARE(ann.AddPlan("-1", "x"), said.arg(fixture.File()));
     }
     QVERIFY(Content(fixture.File()) == before);
     QCOMPARE(::chmod(target.constData(), file_alone ? 0600 : 0700), 0);
+    QTRY_COMPARE(troubles, (QStringList{said.arg(fixture.File()), QString()}));
     QCOMPARE(ann.AddPlan("-1", "x"), QString());  // and goes on once it may
     QCOMPARE(ann.Plans("-1").filter("x@-1").size(), 1);
   }
   QVERIFY(CClient(fixture.Open()).Plans("-1").contains("x@-1"));
+}
+
+void StoreFaultsTest::ReportsALockThatRefusedAChangeUntilOneIsSaved() {
+  CStoreFixture fixture;
+  QStringList troubles;
+  fixture.options.on_trouble = [&troubles](TarnHost::StoreTrouble trouble, const QString& line) {
+    QVERIFY(trouble == (line.isEmpty() ? TarnHost::StoreTrouble::kNone : TarnHost::StoreTrouble::kLocked));
+    troubles.append(line);
+  };
+  const CClient ann(fixture.Open());
+  const QString locked = "The plan store " + fixture.File() + " is locked by another program.";
+  {
+    QSqlDatabase holder = QSqlDatabase::addDatabase("QSQLITE", "holder");
+    holder.setDatabaseName(fixture.File());
+    QVERIFY(holder.open());
+    QVERIFY(QSqlQuery(holder).exec("BEGIN IMMEDIATE"));
+    auto write = std::async(std::launch::async, [&ann] { return ann.AddPlan("-1", "x"); });
+    QTRY_COMPARE_WITH_TIMEOUT(troubles, QStringList{locked}, kAnswerMs);
+    QCOMPARE(write.get(), locked);
+    QVERIFY(!QTest::qWaitFor([&troubles] { return troubles.size() > 1; }, 500));  // reading goes on all the time
+  }
+  QSqlDatabase::removeDatabase("holder");
+  QCOMPARE(ann.AddPlan("-1", "x"), QString());
+  QTRY_COMPARE(troubles, (QStringList{locked, QString()}));
 }
 
 void StoreFaultsTest::OpensOnAFullDisk_data() {

@@ -83,7 +83,8 @@ class StoreLineTest : public QObject {
   void AnswersWhatBecameOfAWrite();
   void SaysWhyItCannotBeOpened_data();
   void SaysWhyItCannotBeOpened();
-  void TellsTroubleWhileItLasts();
+  void ReportsTroubleWhileItLasts();
+  void ReadsWhenItsConnectionsHaveDied();
   void ChecksWhoTheServerIs();
 };
 
@@ -130,7 +131,7 @@ void StoreLineTest::AnswersWhatBecameOfAWrite_data() {
   add("a plan while the line stays away", CFaultyLine::kCutAnswered, "plan", unknown, false);
 }
 
-// Whoever is told that nothing was saved does it again: a change that was saved all the same would be made twice.
+// Whoever learns that nothing was saved does it again: a change that was saved all the same would be made twice.
 void StoreLineTest::AnswersWhatBecameOfAWrite() {
   QFETCH(int, fault);
   QFETCH(QString, call);
@@ -234,6 +235,13 @@ void StoreLineTest::SaysWhyItCannotBeOpened_data() {
                                  << ""
                                  << "user \"reader\" has no right to create tables"
                                  << "permission denied for schema public";
+  add("no right to read") << reader + "; CREATE TABLE store_info (name TEXT, value TEXT)"
+                          << "reader"
+                          << ""
+                          << ""
+                          << ""
+                          << "does not allow its user to do that"
+                          << "permission denied for table store_info";
   add("no encryption") << ""
                        << "tarn"
                        << ""
@@ -281,36 +289,64 @@ void StoreLineTest::SaysWhyItCannotBeOpened() {
   }
 }
 
-void StoreLineTest::TellsTroubleWhileItLasts() {
+void StoreLineTest::ReportsTroubleWhileItLasts() {
   CStoreFixture fixture;
   CFaultyLine line(QUrl(fixture.Url()));
   fixture.options.url = line.Url();
-  QStringList told;
+  QStringList reported;
   fixture.options.on_trouble = [&](TarnHost::StoreTrouble trouble, const QString& text) {
     QVERIFY(QThread::currentThread() == qApp->thread());
     QCOMPARE(trouble == TarnHost::StoreTrouble::kNone, text.isEmpty());
     QVERIFY(trouble == TarnHost::StoreTrouble::kNone || trouble == TarnHost::StoreTrouble::kConnectionLost);
-    told.append(text);
+    reported.append(text);
   };
   {
     const CClient client(fixture.Open());
     for (int round = 0; round < 2; ++round) {
-      told.clear();
+      reported.clear();
       line.Cut();
-      QTRY_VERIFY(!told.isEmpty() && told.last().contains("no server answers at 127.0.0.1:"));
-      const QStringList during = told;
-      QVERIFY(!QTest::qWaitFor([&] { return told != during; }, 700));  // once, not with every attempt
+      QTRY_VERIFY(!reported.isEmpty() && reported.last().contains("no server answers at 127.0.0.1:"));
+      const QStringList during = reported;
+      QVERIFY(!QTest::qWaitFor([&] { return reported != during; }, 700));  // once, not with every attempt
       line.Mend();
-      QTRY_COMPARE(told.last(), QString());
+      QTRY_COMPARE(reported.last(), QString());
       QCOMPARE(client.AddPlan("-1", "Works again"), QString());
     }
-    told.clear();
+    reported.clear();
     line.Cut();
-    QTRY_VERIFY(!told.isEmpty());
+    QTRY_VERIFY(!reported.isEmpty());
   }
-  const QStringList at_the_end = told;
+  const QStringList at_the_end = reported;
   QCoreApplication::processEvents();
-  QCOMPARE(told, at_the_end);  // a store that is closed tells nothing
+  QCOMPARE(reported, at_the_end);  // a store that is closed reports nothing
+}
+
+// The reads right after a server was started again find connections that died while they lay idle.
+void StoreLineTest::ReadsWhenItsConnectionsHaveDied() {
+  CStoreFixture fixture;
+  QString trouble;
+  fixture.options.on_trouble = [&trouble](TarnHost::StoreTrouble, const QString& line) { trouble = line; };
+  const auto cut_all = [&fixture] {
+    fixture.RunPastTheStore(
+        "SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity"
+        " WHERE datname = current_database() AND pid <> pg_backend_pid()");
+  };
+  const CClient client(fixture.Open());
+  const std::string plan = client.Plan("Gate A");
+  for (int round = 0; round < 2; ++round) {
+    QCOMPARE(client.Detail(plan).error_info, std::string());
+    cut_all();
+    QCOMPARE(client.Detail(plan).error_info, std::string());
+  }
+  QTRY_COMPARE(client.AddPlan("-1", "Works again"), QString());
+  // By then there may be something else in its place.
+  fixture.RunPastTheStore("ALTER TABLE store_info RENAME TO foreign_info");
+  cut_all();
+  QTRY_VERIFY2(trouble.endsWith("is not a plan store."), qPrintable(trouble));
+  QVERIFY(!client.AddPlan("-1", "Into a foreign database").isEmpty());
+  fixture.RunPastTheStore("ALTER TABLE foreign_info RENAME TO store_info");
+  QTRY_COMPARE(trouble, QString());
+  QCOMPARE(client.AddPlan("-1", "Works once more"), QString());
 }
 
 // Last: the server offers encrypted connections from here on.

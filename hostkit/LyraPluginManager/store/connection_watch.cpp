@@ -59,7 +59,7 @@ void CConnectionWatch::CutNow() {
   }
 }
 
-// A wait that begins while this sleeps ends no earlier than the sleep does, so nobody has to wake it.
+// A wait that begins while this sleeps ends no earlier than the sleep does, so no one has to wake it.
 void CConnectionWatch::Run() {
   std::unique_lock<std::mutex> lock(mutex_);
   while (!ending_) {

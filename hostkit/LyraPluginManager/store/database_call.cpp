@@ -11,7 +11,7 @@ CDatabaseCall::Outcome CDatabaseCall::Await(std::chrono::milliseconds patience) 
   const auto is_over = [this] { return state_ == kOver; };
   if (!over_.wait_for(lock, patience, is_over)) {
     if (state_ != kClaimed) {
-      EndAs(kGivenUp);
+      EndAs(kAbandoned);
     }
     over_.wait(lock, is_over);
   }

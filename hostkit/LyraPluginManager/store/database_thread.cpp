@@ -108,11 +108,15 @@ std::shared_ptr<CDatabaseCall> CDatabaseThread::CLoop::Running() const {
 }
 
 void CDatabaseThread::CLoop::MarkStuck() {
-  const std::lock_guard<std::mutex> lock(mutex_);
-  if (!std::exchange(stuck_, true)) {
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (std::exchange(stuck_, true)) {
+      return;
+    }
     answering_->OnStuck();
     wake_.notify_one();
   }
+  answering_->PassOn();
 }
 
 void CDatabaseThread::CLoop::Run() {
@@ -152,6 +156,9 @@ bool CDatabaseThread::CLoop::OnRun(bool answered) {
       next_beat_ = Clock::now() + period_;
     }
     again = answered && std::exchange(stuck_, false);
+    if (again) {
+      answering_->OnAnswered();
+    }
     ended_ = stopping_ && calls_.empty();
     if (ended_) {
       end_.notify_all();
@@ -159,7 +166,7 @@ bool CDatabaseThread::CLoop::OnRun(bool answered) {
     }
   }
   if (again) {
-    answering_->OnAnswered();
+    answering_->PassOn();
   }
   return false;
 }
@@ -192,7 +199,7 @@ void CDatabaseThread::Perform(std::function<bool()> work, Patience patience) {
   switch (call->Await(limit)) {
     case CDatabaseCall::kDone:
       return;
-    case CDatabaseCall::kGivenUp:
+    case CDatabaseCall::kAbandoned:
       loop_->MarkStuck();
       throw CStoreError::NotAnswering();
     case CDatabaseCall::kDropped:

@@ -17,7 +17,7 @@ class CDatabaseCall;
 
 /// A thread of its own for a database: runs tasks in their order and, every now and then, a beat.
 ///
-/// A database may hang, so nobody waits for the thread without a limit. What it runs may outlive its callers and this
+/// A database may hang, so no one waits for the thread without a limit. What it runs may outlive its callers and this
 /// object: tasks and beats hold what they use by value or shared.
 class CDatabaseThread {
  public:
@@ -25,7 +25,7 @@ class CDatabaseThread {
   enum Patience { kBounded, kUntilDone };
   enum When { kAlways, kWhileStuck };
 
-  /// `answering` is told when the thread keeps a caller waiting too long, and when it gets something done after that.
+  /// `answering` learns when the thread keeps a caller waiting too long, and when it gets something done after that.
   explicit CDatabaseThread(std::shared_ptr<CAnswering> answering);
   ~CDatabaseThread();
 
@@ -43,8 +43,8 @@ class CDatabaseThread {
   /// Runs `task` some time later; it answers whether the database did. Dropped when the thread stops. Thread: any.
   void Post(std::function<bool()> task);
 
-  /// Runs `beat` every `period` from now on, whatever else there is to do, or only while somebody has given up waiting
-  /// and nothing was got done since; it answers whether the database did.
+  /// Runs `beat` every `period` from now on, whatever else there is to do, or only after a caller has abandoned his
+  /// call and while nothing was got done since; it answers whether the database did.
   void SetBeat(std::chrono::milliseconds period, std::function<bool()> beat, When when = kAlways);
 
   /// Whether somebody waits for the running task; if so he waits for its end from here on. Thread: this one's tasks.

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kSliceMilliseconds = 4;
 
-/// Whether both say that children of one kind came to one node. An observer reads the whole node anew for each, so of
+/// Whether both say that children of one kind came to one node. An observer reads the whole node again for each, so of
 /// a thousand plans added in one go the last notice does; all of them would cost the square of it.
 bool IsSameGrowth(const CObserverHub::Event& one, const CObserverHub::Event& next) {
   return one.param.event == ResourceData::RE_CHILD_ADDED && next.param.event == ResourceData::RE_CHILD_ADDED &&
@@ -22,8 +22,8 @@ bool IsPlanChange(const CObserverHub::Event& event) {
   return event.param.event == ResourceData::RE_NAME_CHANGED && event.param.type == ResourceData::RT_VIEW;
 }
 
-/// Whether whoever is told `late` believes of the node what was true before `now`. A notice of growth does no such
-/// harm: the node is read anew for it.
+/// Whether whoever gets `late` believes of the node what was true before `now`. A notice of growth does no such
+/// harm: the node is read again for it.
 bool IsOutdatedBy(const CObserverHub::Event& late, const CObserverHub::Event& now) {
   if (now.param.event == ResourceData::RE_CHILD_ADDED) {
     return late.param.event == ResourceData::RE_CHILD_REMOVED && late.param.type == now.param.type &&
@@ -160,7 +160,7 @@ bool CObserverHub::IsOutdated(const Event& event) {
 
 void CObserverHub::Deliver(const Event& event) {
   for (IResourceObserver* observer : ObserversOf(event.key)) {
-    // An observer may remove others, or itself, while it is told.
+    // An observer may remove others, or itself, while it is called.
     const auto still = ObserversOf(event.key);
     if (std::find(still.begin(), still.end(), observer) != still.end()) {
       observer->OnResourceUpdate(event.param);

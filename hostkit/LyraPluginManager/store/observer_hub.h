@@ -14,7 +14,7 @@ namespace TarnHost::Store {
 /// Brings events to the registered observers on the GUI thread, in the order in which they were posted.
 ///
 /// Of neighbouring notices that children of one kind came to one node the last one is delivered, of the notices that
-/// one plan has changed the last that waits: the plan is read anew for it, which may take long.
+/// one plan has changed the last that waits: the plan is read again for it, which may take long.
 /// A long row of events is delivered in short pieces between which the event loop runs. An event reaches who is
 /// registered for its node when it is delivered. Thread: made on the GUI thread; Post() and the registration from any.
 class CObserverHub : public QObject {

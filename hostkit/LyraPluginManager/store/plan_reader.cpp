@@ -15,20 +15,30 @@ constexpr std::chrono::milliseconds kBeat{500};
 struct CPlanReader::Connection {
   template <class Work>
   auto Read(const Work& work) {
+    const bool was_idle = engine != nullptr;
     Connect();
     try {
       engine->RequireInPlace();
-      return work(*repository);
-    } catch (const CStoreError& error) {
-      if (error.GetKind() == CStoreError::kConnectionLost) {
-        Disconnect();
-      }
+    } catch (const CStoreError&) {
+      Disconnect();
       throw;
     }
+    try {
+      return work(*repository);
+    } catch (const CStoreError& error) {
+      if (!was_idle || !IsDead(error)) {
+        DisconnectAfter(error);
+        throw;
+      }
+    }
+    Disconnect();
+    return Read(work);  // once: the connection is a new one
   }
   bool Answers();
   void Connect();
   void Disconnect();
+  void DisconnectAfter(const CStoreError& error);
+  bool IsDead(const CStoreError& error) const;
 
   const Opener open;
   const std::shared_ptr<CConnectionWatch> watch;
@@ -104,6 +114,18 @@ void CPlanReader::Connection::Connect() {
 void CPlanReader::Connection::Disconnect() {
   repository.reset();
   engine.reset();
+}
+
+void CPlanReader::Connection::DisconnectAfter(const CStoreError& error) {
+  if (error.GetKind() == CStoreError::kConnectionLost) {
+    Disconnect();
+  }
+}
+
+// A connection that lay idle may have died long ago, for instance because the server was started again: that shows with
+// the next read. One that was cut because its server hangs would hang again.
+bool CPlanReader::Connection::IsDead(const CStoreError& error) const {
+  return error.GetKind() == CStoreError::kConnectionLost && !watch->WasCut();
 }
 
 }  // namespace TarnHost::Store

@@ -10,8 +10,8 @@
 
 namespace TarnHost::Store {
 
-/// Reads what the catalog does not hold over a connection of its own, so that nobody waits behind somebody's write.
-/// Throws CStoreError. Thread: any; the connection lives on a thread of its own and is made anew after it was lost.
+/// Reads what the catalog does not hold over a connection of its own, so that no one waits behind somebody's write.
+/// Throws CStoreError. Thread: any; the connection lives on a thread of its own and is made again after it was lost.
 class CPlanReader {
  public:
   using Opener = std::function<std::unique_ptr<CSqlEngine>(std::shared_ptr<CConnectionWatch>)>;

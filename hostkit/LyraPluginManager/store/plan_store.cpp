@@ -25,11 +25,7 @@ PlanStoreOptions Completed(PlanStoreOptions options) {
     options.now = [] { return QDateTime::currentDateTime(); };
   }
   if (!options.first_content) {
-    options.first_content = [] {
-      PlanSite users_alone;
-      users_alone.users = MakeDemoSite().users;
-      return users_alone;
-    };
+    options.first_content = &MakeEmptySite;
   }
   return options;
 }

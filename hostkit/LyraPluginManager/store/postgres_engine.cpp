@@ -12,7 +12,6 @@
 namespace TarnHost::Store {
 namespace {
 
-constexpr int kPatience = 5000;  // ms
 // Any number will do that is no other program's.
 constexpr int kWriterLock = 0x5461726e;
 constexpr auto kConnectTimeout = std::chrono::seconds(5);
@@ -28,6 +27,20 @@ int SocketOf(const QSqlDatabase& database) {
   const QVariant handle = database.driver()->handle();
   const bool known = qstrcmp(handle.typeName(), "PGconn*") == 0;
   return known ? PQsocket(*static_cast<PGconn* const*>(handle.constData())) : -1;
+}
+
+template <class Work>
+void MakeTables(CSqlEngine& engine, const Work& work) {
+  try {
+    work();
+  } catch (const CStoreError& error) {
+    if (error.GetKind() != CStoreError::kNoRight) {
+      throw;
+    }
+    throw CStoreError(QStringLiteral("The plan store %1 cannot be opened: user \"%2\" has no right to create tables.")
+                          .arg(engine.Place(), engine.Value("SELECT current_user").toString()),
+                      CStoreError::kNoRight, error.Words());
+  }
 }
 
 }  // namespace
@@ -66,8 +79,21 @@ void CPostgresEngine::Open() {
   WatchSocket(SocketOf(database_));
   RunOnce(QStringLiteral("SET client_min_messages = warning"));
   RunOnce(QStringLiteral("SET synchronous_commit = on"));
-  SetPatience(kPatience);
+  SetPatience(patience_);
   LimitAbsence();
+}
+
+// Where the store was, something else may stand by now.
+void CPostgresEngine::Reopen() {
+  Close();
+  Open();
+  try {
+    RequirePlanStore(*this, place_);
+    Migrate(*this, place_);
+  } catch (...) {
+    Close();  // nothing is written there
+    throw;
+  }
 }
 
 // What a desk that vanishes in mid-write holds, the turn to write above all, must not stay with it: by the server's own
@@ -81,7 +107,10 @@ void CPostgresEngine::LimitAbsence() {
 }
 
 void CPostgresEngine::SetPatience(int milliseconds) {
-  RunOnce(QStringLiteral("SET lock_timeout = %1").arg(milliseconds));
+  patience_ = milliseconds;
+  if (database_.isOpen()) {
+    RunOnce(QStringLiteral("SET lock_timeout = %1").arg(milliseconds));
+  }
 }
 
 // Writers take turns: the numbers in the change log would otherwise not follow the order of the commits, and a reader
@@ -135,20 +164,11 @@ std::unique_ptr<CSqlEngine> OpenPostgresStore(const PostgresAddress& address, co
   auto engine = std::make_unique<CPostgresEngine>(address);
   engine->SetWatch(std::move(watch));
   engine->Open();
-  try {
-    if (!engine->HasTable("store_info")) {
-      FillNewStore(*engine, fresh);
-    }
-    RequirePlanStore(*engine, address.Place());
-    Migrate(*engine, address.Place());
-  } catch (const CStoreError& error) {
-    if (error.GetKind() != CStoreError::kNoRight) {
-      throw;
-    }
-    throw CStoreError(QStringLiteral("The plan store %1 cannot be opened: user \"%2\" has no right to create tables.")
-                          .arg(address.Place(), engine->Value("SELECT current_user").toString()),
-                      CStoreError::kNoRight, error.Words());
+  if (!engine->HasTable("store_info")) {
+    MakeTables(*engine, [&] { FillNewStore(*engine, fresh); });
   }
+  RequirePlanStore(*engine, engine->Place());
+  MakeTables(*engine, [&] { Migrate(*engine, engine->Place()); });
   return engine;
 }
 

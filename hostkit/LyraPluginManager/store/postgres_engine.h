@@ -13,6 +13,7 @@ class CPostgresEngine : public CSqlEngine {
   explicit CPostgresEngine(const PostgresAddress& address);
 
   void Open() override;
+  void Reopen() override;
   void BeginWrite() override;
   void BeginRead() override;
   bool MayHaveChanged() override { return true; }
@@ -28,6 +29,7 @@ class CPostgresEngine : public CSqlEngine {
   void LimitAbsence();
 
   const PostgresAddress address_;
+  int patience_ = 5000;  // ms
 };
 
 /// Opens the store at `address`, making tables and content in a database that is still empty.

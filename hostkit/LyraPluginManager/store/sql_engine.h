@@ -22,7 +22,7 @@ class CSqlEngine {
  public:
   virtual ~CSqlEngine();
 
-  /// Sees to it that nobody waits for a server for ever. Before Open().
+  /// Sees to it that no one waits for a server for ever. Before Open().
   void SetWatch(std::shared_ptr<CConnectionWatch> watch) { watch_ = std::move(watch); }
 
   virtual void Open() = 0;
@@ -45,6 +45,8 @@ class CSqlEngine {
 
   /// Whether others may have written since the last call; cheap.
   virtual bool MayHaveChanged() = 0;
+  /// Why nothing can be changed at present; empty when that is not known. Cheap.
+  virtual QString WriteRefusal() const { return {}; }
   /// The store as messages name it.
   const QString& Place() const { return place_; }
   virtual bool HasTable(const char* name) = 0;

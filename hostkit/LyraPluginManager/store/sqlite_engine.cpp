@@ -193,10 +193,17 @@ void CSqliteEngine::SetPatience(int milliseconds) {
   }
 }
 
+// What stood in the way when the file was opened may be over by now.
+QString CSqliteEngine::WriteRefusal() const {
+  const bool may_write =
+      !CanWrite() && IsWritableFile(file_) && IsInWritableFolder(file_) && QStorageInfo(file_).bytesAvailable() > 0;
+  return may_write ? QString() : refusal_;
+}
+
 // A transaction that reads first and then writes would fail at once when another process wrote in between.
 void CSqliteEngine::BeginWrite() {
   RequireInPlace();
-  if (!CanWrite() && IsWritableFile(file_) && IsInWritableFolder(file_) && QStorageInfo(file_).bytesAvailable() > 0) {
+  if (!CanWrite() && WriteRefusal().isEmpty()) {
     Reopen();
   }
   if (!CanWrite()) {

@@ -27,6 +27,7 @@ class CSqliteEngine : public CSqlEngine {
   void BeginWrite() override;
   void BeginRead() override;
   bool MayHaveChanged() override;
+  QString WriteRefusal() const override;
   bool HasTable(const char* name) override;
   bool IsEmpty() override;
   QStringList Integrity() override;

@@ -14,7 +14,7 @@ class CStoreError : public std::exception {
   explicit CStoreError(const QString& text, Kind kind = kRefused, const QString& words = QString())
       : text_(text), words_(words), bytes_(text.toUtf8()), kind_(kind) {}
 
-  /// What a user reads whenever a wait for the store was given up.
+  /// What a user reads whenever a wait for the store was abandoned.
   static CStoreError NotAnswering(Kind kind = kNotAnswering) {
     return CStoreError(QStringLiteral("The service does not answer"), kind);
   }

@@ -5,7 +5,6 @@
 #include <optional>
 #include <utility>
 
-#include "marlog/marlog.h"
 #include "store/store_opener.h"
 #include "store/text_rules.h"
 #include "store/tree_events.h"
@@ -19,8 +18,9 @@ namespace view = view_plugin_protocol;
 constexpr auto kBeat = std::chrono::milliseconds(200);
 // Between two attempts to connect again: a server logs each that it refuses.
 constexpr auto kBetweenAttempts = std::chrono::seconds(1);
-// At its end a store waits so long for what its threads do, then, having cut the connections, for the threads.
-constexpr std::chrono::milliseconds kNoTime(0), kOrderlyEnd(1500), kEndAfterCut(1000);
+// At its end a store waits so long for what its threads do, then, having cut the connections, for the threads. Who
+// closes it has 3 s for all that he has to do.
+constexpr std::chrono::milliseconds kNoTime(0), kOrderlyEnd(1200), kEndAfterCut(800);
 const char kRoot[] = "root";
 const char kNoDefaultView[] = "-3";
 const char kNoAutomaticPlan[] = "NoAutoRunPlan";
@@ -54,13 +54,6 @@ bool Answer(Response* response, const Work& work) {
   return AnswerOr(&response->error_info, work);
 }
 
-StoreTrouble KindFor(const CStoreError& error) {
-  if (error.GetKind() == CStoreError::kConnectionLost) {
-    return StoreTrouble::kConnectionLost;
-  }
-  return error.GetKind() == CStoreError::kBusy ? StoreTrouble::kLocked : StoreTrouble::kOther;
-}
-
 }  // namespace
 
 CStoreServices::CStoreServices(PlanStoreOptions options)
@@ -68,13 +61,14 @@ CStoreServices::CStoreServices(PlanStoreOptions options)
       hub_(new CObserverHub),
       answering_(std::make_shared<CAnswering>()),
       watch_(std::make_shared<CConnectionWatch>()),
+      troubles_(answering_, [this](StoreTrouble trouble, const QString& line) { Report(trouble, line); }),
       thread_(answering_) {}
 
 // Opening has limits of its own: the engines' and those of the watch.
 void CStoreServices::Start() {
-  answering_->SetAgain([weak = weak_from_this()] {
+  answering_->SetNews([weak = weak_from_this()] {
     if (const auto self = weak.lock()) {
-      self->TellAgain();
+      self->troubles_.OnAnswering();
     }
   });
   thread_.Call([self = shared_from_this()] { self->OpenDatabase(); }, CDatabaseThread::kUntilDone);
@@ -103,7 +97,13 @@ void CStoreServices::CloseDatabase() {
   engine_.reset();
 }
 
+// Whoever asks again, the last owner's end for one, does not wait again for what was left behind.
 bool CStoreServices::Close() {
+  std::call_once(close_once_, [this] { closed_in_order_ = EndThreads(); });
+  return closed_in_order_;
+}
+
+bool CStoreServices::EndThreads() {
   closed_ = true;
   hub_->Close();
   thread_.BeginStop([self = shared_from_this()] { self->CloseDatabase(); });
@@ -144,41 +144,56 @@ bool CStoreServices::Beat() {
     Reconnect();
     DownloadWhenWanted();
     session_->Poll();
+    LookAgainAtPlans();
+    RequireWritable();
   } catch (const CStoreError& error) {
     trouble = error;
     connection_lost_ = connection_lost_ || error.GetKind() == CStoreError::kConnectionLost;
   } catch (const std::exception& error) {
     trouble = CStoreError(QString::fromUtf8(error.what()), CStoreError::kFailed);
   }
-  NoteTrouble(trouble);
+  troubles_.OnLook(trouble);
   return !connection_lost_;
 }
 
-// A trouble is logged and told when it begins or becomes another, not at every beat.
-void CStoreServices::NoteTrouble(const std::optional<CStoreError>& trouble) {
-  const QString text = trouble ? trouble->Text() : QString();
-  if (text == std::exchange(last_trouble_, text)) {
-    return;
+// Else the user learns of it when he has made a change.
+void CStoreServices::RequireWritable() const {
+  const QString refusal = engine_->WriteRefusal();
+  if (!refusal.isEmpty()) {
+    throw CStoreError(refusal, CStoreError::kReadOnly);
   }
-  if (trouble) {
-    marlog::Write("LyraClientError", marlog::Error, "[%s(%d)] [0x%08x] - %s", "TarnHost::Store::CStoreServices::Beat",
-                  __LINE__, 0U, qUtf8Printable(trouble->LogText()));
-  }
+}
+
+void CStoreServices::Report(StoreTrouble trouble, const QString& line) {
   if (options_.on_trouble) {
-    const auto tell = [weak = weak_from_this(), kind = trouble ? KindFor(*trouble) : StoreTrouble::kNone, text] {
+    const auto report = [weak = weak_from_this(), trouble, line] {
       const auto self = weak.lock();
       if (self && !self->closed_) {
-        self->options_.on_trouble(kind, text);
+        self->options_.on_trouble(trouble, line);
       }
     };
-    QMetaObject::invokeMethod(hub_.get(), tell, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(hub_.get(), report, Qt::QueuedConnection);
   }
 }
 
 /// Runs work(writer) on the database thread. It must refer to nothing of its caller's.
 template <class Work>
 auto CStoreServices::Write(Work work) {
-  return thread_.Call([self = shared_from_this(), work] { return work(*self->writer_); });
+  return thread_.Call([self = shared_from_this(), work] {
+    try {
+      if constexpr (std::is_void_v<decltype(work(*self->writer_))>) {
+        work(*self->writer_);
+        self->troubles_.OnChange({});
+      } else {
+        auto result = work(*self->writer_);
+        self->troubles_.OnChange({});
+        return result;
+      }
+    } catch (const CStoreError& refusal) {
+      self->troubles_.OnChange(refusal);
+      throw;
+    }
+  });
 }
 
 /// Runs work(repository) there, for stores that have no reader.
@@ -246,7 +261,10 @@ QString CStoreServices::DefaultUser() const {
     return user.rights.count(5) != 0 && user.rights.count(6) != 0 && user.rights.count(7) != 0;
   };
   const auto found = std::find_if(users.begin(), users.end(), all_rights);
-  return found != users.end() ? ToQt(found->name) : users.empty() ? QString() : ToQt(users.front().name);
+  if (found != users.end()) {
+    return ToQt(found->name);
+  }
+  return users.empty() ? QString() : ToQt(users.front().name);
 }
 
 std::string CStoreServices::FindPlanByName(const QString& name) const {
@@ -391,24 +409,33 @@ StoredPlan CStoreServices::ReadPlan(int32_t code, int32_t user) {
   return std::move(*plan);
 }
 
-// A tree that was told of a change, or looks again after one of its own, does not ask a second time by itself.
-StoredPlan CStoreServices::ReadToldPlan(int32_t code, int32_t user) {
+// A tree that reads a plan because it has changed does not ask a second time by itself.
+StoredPlan CStoreServices::ReadPlanForTree(int32_t code, int32_t user) {
   try {
     return ReadPlan(code, user);
   } catch (const CStoreError& error) {
-    if (error.GetKind() == CStoreError::kNotAnswering && hub_->thread() == QThread::currentThread()) {
-      const std::lock_guard<std::mutex> lock(untold_mutex_);
-      untold_plans_.insert(code);
+    const bool is_lost =
+        error.GetKind() == CStoreError::kNotAnswering || error.GetKind() == CStoreError::kConnectionLost;
+    if (is_lost && hub_->thread() == QThread::currentThread()) {
+      const std::lock_guard<std::mutex> lock(unread_mutex_);
+      unread_plans_.insert(code);
     }
     throw;
   }
 }
 
-void CStoreServices::TellAgain() {
+// With every beat, not at the end of a trouble: a plan may be noted just after that.
+void CStoreServices::LookAgainAtPlans() {
+  if (answering_->IsLost() || steady_clock::now() < next_look_) {
+    return;
+  }
   std::set<int32_t> codes;
   {
-    const std::lock_guard<std::mutex> lock(untold_mutex_);
-    codes.swap(untold_plans_);
+    const std::lock_guard<std::mutex> lock(unread_mutex_);
+    codes.swap(unread_plans_);
+  }
+  if (!codes.empty()) {
+    next_look_ = steady_clock::now() + kBetweenAttempts;
   }
   for (const int32_t code : codes) {
     if (const auto hit = catalog_.FindPlan(code, user_)) {
@@ -428,7 +455,7 @@ bool CStoreServices::GetPlanDetail(const view::GetPlanDetailRequest& request, vi
     const int32_t user = RequireUser();
     RequireDownloaded();
     const bool automatic = request.query_kind == 1;
-    StoredPlan plan = ReadToldPlan(automatic ? AutomaticPlan() : ParseCode(request.plan_index_code), user);
+    StoredPlan plan = ReadPlanForTree(automatic ? AutomaticPlan() : ParseCode(request.plan_index_code), user);
     response.index_code = std::to_string(plan.row.code);
     response.name = plan.row.name;
     response.group_index_code = std::to_string(plan.row.parent);
@@ -555,7 +582,7 @@ void CStoreServices::ViewRegisterResourceUpdate(ResourceData::IResourceObserver*
   }
 }
 
-// With everything loaded at the start a tree learns of a group's content only by being told of it.
+// With everything loaded at the start a tree learns of a group's content only from notices.
 void CStoreServices::PostChildrenOf(const std::string& group_code) {
   const int32_t group = ParseCode(group_code);
   const auto [first_group, first_plan] = catalog_.FirstChildren(group, user_);

@@ -13,6 +13,7 @@
 #include "store/plan_writer.h"
 #include "store/site_directory.h"
 #include "store/store_session.h"
+#include "store/store_troubles.h"
 
 namespace TarnHost::Store {
 
@@ -87,7 +88,7 @@ class CStoreServices : public CPlanStore, public std::enable_shared_from_this<CS
  private:
   void OpenDatabase();  // on the database thread, as the next five
   bool Beat();
-  void NoteTrouble(const std::optional<CStoreError>& trouble);
+  void RequireWritable() const;
   void Reconnect();
   void DownloadWhenWanted();
   void CloseDatabase();
@@ -96,8 +97,10 @@ class CStoreServices : public CPlanStore, public std::enable_shared_from_this<CS
   auto Write(Work work);
   template <class Work>
   auto Read(Work work);
+  bool EndThreads();
   bool WaitUntilEnded(CDatabaseThread::Clock::time_point deadline);
-  void TellAgain();
+  void Report(StoreTrouble trouble, const QString& line);
+  void LookAgainAtPlans();
 
   void RequireOpen() const;
   int32_t RequireUser() const;
@@ -105,7 +108,7 @@ class CStoreServices : public CPlanStore, public std::enable_shared_from_this<CS
   bool IsDownloaded() const;
   int32_t AutomaticPlan() const;
   StoredPlan ReadPlan(int32_t code, int32_t user);
-  StoredPlan ReadToldPlan(int32_t code, int32_t user);
+  StoredPlan ReadPlanForTree(int32_t code, int32_t user);
   std::string ParentName(int32_t parent, int32_t user) const;
   bool IsVisible(int32_t code, int32_t user) const;
   void PostChildrenOf(const std::string& group_code);
@@ -114,6 +117,8 @@ class CStoreServices : public CPlanStore, public std::enable_shared_from_this<CS
   std::unique_ptr<CObserverHub, CObserverHub::Disposer> hub_;
   std::atomic<int32_t> user_{0};
   std::atomic<bool> closed_{false};
+  std::once_flag close_once_;
+  bool closed_in_order_ = false;
   // Numbers of downloads: the newest, the one in the catalog, the one that counts as complete.
   std::atomic<int> downloads_wanted_{0}, download_done_{0};
   mutable std::atomic<int> download_ready_{0};
@@ -125,19 +130,19 @@ class CStoreServices : public CPlanStore, public std::enable_shared_from_this<CS
   std::unique_ptr<CSqlEngine> engine_;
   std::unique_ptr<CStoreSession> session_;
   std::unique_ptr<CPlanWriter> writer_;
-  QString last_trouble_;
-  std::chrono::steady_clock::time_point next_attempt_;
+  std::chrono::steady_clock::time_point next_attempt_, next_look_;
   bool connection_lost_ = false;
 
   // Reads what the catalog does not hold; null where the store has but one connection. Made with the database.
   std::unique_ptr<CPlanReader> reader_;
 
-  // Plans that a tree could not read: told to have changed when the store answers again.
-  std::mutex untold_mutex_;
-  std::set<int32_t> untold_plans_;
+  // Plans that a tree could not read: reported as changed when the store answers again.
+  std::mutex unread_mutex_;
+  std::set<int32_t> unread_plans_;
 
   const std::shared_ptr<CAnswering> answering_;
   const std::shared_ptr<CConnectionWatch> watch_;
+  CStoreTroubles troubles_;
   CDatabaseThread thread_;
 };
 

@@ -50,7 +50,7 @@ void CStoreSession::ReadWhole() {
 
 void CStoreSession::Poll() {
   if (loaded_ && (engine_.MayHaveChanged() || unread_)) {
-    unread_ = true;  // until it was read: the engine tells of a change once
+    unread_ = true;  // until it was read: the engine reports a change once
     CTransaction transaction(engine_, CTransaction::kRead);
     CatchUp();
     transaction.Commit();
@@ -60,7 +60,7 @@ void CStoreSession::Poll() {
 
 void CStoreSession::Connect() {
   engine_.Reopen();
-  feed_.Restart(-1);  // whatever comes next: all is to be read anew
+  feed_.Restart(-1);  // whatever comes next: all is to be read again
 }
 
 void CStoreSession::Reconnect() {
@@ -123,7 +123,7 @@ void CStoreSession::WriteJournal() {
   }
 }
 
-// Nothing counts as saved that went into a file which nobody will find again.
+// Nothing counts as saved that went into a file that no one will find again.
 void CStoreSession::RequireKept() {
   try {
     engine_.RequireInPlace();
@@ -147,7 +147,7 @@ void CStoreSession::ApplyJournal() {
 // The server may have committed before the line broke. Whoever is answered that nothing was saved saves again, so the
 // log of changes is asked first.
 bool CStoreSession::WasCommitted(const CStoreError& error) {
-  const std::vector<Step> journal = std::exchange(journal_, {});  // all is read anew
+  const std::vector<Step> journal = std::exchange(journal_, {});  // all is read again
   if (error.GetKind() != CStoreError::kConnectionLost || journal.empty() || journal.back().entry.seq == 0) {
     return false;
   }
@@ -202,7 +202,7 @@ void CStoreSession::SaveName(GroupRow group, const std::string& name) {
   Note(ChangeEntry::kGroupSaved, group.code, [this, group](bool awaited) { PutRenamed(group, awaited); });
 }
 
-// The program moves no group. One that stands elsewhere by now was moved past it, which has not been told yet.
+// The program moves no group. One that stands elsewhere by now was moved past it, which has not been reported yet.
 void CStoreSession::PutRenamed(const GroupRow& group, bool awaited) {
   const auto before = Put(group, awaited);
   if (awaited && before && before->parent != group.parent) {
@@ -213,7 +213,7 @@ void CStoreSession::PutRenamed(const GroupRow& group, bool awaited) {
 void CStoreSession::RemoveGroup(int32_t code) {
   repository_.DeleteGroup(code);
   Note(ChangeEntry::kGroupRemoved, code,
-       [this, code](bool awaited) { TellRemoved(catalog_.RemoveGroup(code), awaited); });
+       [this, code](bool awaited) { PostRemoved(catalog_.RemoveGroup(code), awaited); });
 }
 
 void CStoreSession::SaveNew(const StoredPlan& plan) {
@@ -229,7 +229,7 @@ void CStoreSession::SaveChanged(const StoredPlan& plan) {
 void CStoreSession::RemovePlan(int32_t code) {
   repository_.DeletePlan(code);
   Note(ChangeEntry::kPlanRemoved, code,
-       [this, code](bool awaited) { TellRemoved(catalog_.RemovePlan(code), awaited); });
+       [this, code](bool awaited) { PostRemoved(catalog_.RemovePlan(code), awaited); });
 }
 
 }  // namespace TarnHost::Store

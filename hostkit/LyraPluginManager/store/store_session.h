@@ -32,13 +32,13 @@ class CStoreSession {
   /// Fills the catalog with the store's content.
   void LoadCatalog();
   void DropCatalog();
-  /// Brings in what other processes changed; raises the whole-tree event when that cannot be told change by change.
+  /// Brings in what other processes changed; raises the whole-tree event when that cannot be done change by change.
   void Poll();
-  /// Connects again after the connection was lost, and reads everything anew.
+  /// Connects again after the connection was lost, and reads everything again.
   void Reconnect();
 
-  /// Runs `work` in one transaction. What it saves or removes goes through Save...() and Remove...(). When nobody waits
-  /// for it any more, its changes are told like somebody else's. When the connection is lost over the commit, it is
+  /// Runs `work` in one transaction. What it saves or removes goes through Save...() and Remove...(). When no one waits
+  /// for it any more, its changes are reported like somebody else's. When the connection is lost over the commit, it is
   /// found out what became of it before this returns or throws.
   template <class Work>
   auto Write(Work work) {
@@ -86,7 +86,7 @@ class CStoreSession {
     if (!awaited) {
       hub_.Post(EventsOf(before, std::optional<Row>(row), user_));
     } else if (before) {
-      // A change of somebody else's to the same row, brought in just before, may not have been told yet: told after
+      // A change of somebody else's to the same row, brought in just before, may not be reported yet: reported after
       // this one was answered, it would have the last word.
       hub_.PostCorrections(CorrectionsOf(row));
     }
@@ -94,7 +94,7 @@ class CStoreSession {
   }
   void PutRenamed(const GroupRow& group, bool awaited);
   template <class Row>
-  void TellRemoved(const std::optional<Row>& before, bool awaited) {
+  void PostRemoved(const std::optional<Row>& before, bool awaited) {
     if (!awaited) {
       hub_.Post(EventsOf(before, std::optional<Row>(), user_));
     }

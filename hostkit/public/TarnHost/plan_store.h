@@ -16,15 +16,15 @@ namespace TarnHost {
 struct PlanSite;
 
 /// What keeps a store that is open from following and saving changes.
-enum class StoreTrouble { kNone, kConnectionLost, kLocked, kOther };
+enum class StoreTrouble { kNone, kConnectionLost, kLocked, kReadOnly, kOther };
 
 struct PlanStoreOptions {
   QString url;                                  // "sqlite:FILE", "sqlite::memory:" or "postgresql://..."
   std::chrono::milliseconds download_delay{0};  // how long a download of the plan data takes at the least
   QMap<QString, int> switch_overrides;          // by the switch's name in the store; for this process only
-  std::function<PlanSite()> first_content;      // what a new store is filled with; unset: users alone
+  std::function<PlanSite()> first_content;      // what a new store is filled with; unset: MakeEmptySite()
   std::function<QDateTime()> now;               // the clock, asked from any thread; unset: the local time
-  /// Told on the GUI thread, from the event loop: what the trouble is when it begins or becomes another, with a line
+  /// Called on the GUI thread, from the event loop: what the trouble is when it begins or becomes another, with a line
   /// that says more; kNone and no line when it is over. The store goes on trying by itself.
   std::function<void(StoreTrouble trouble, const QString& line)> on_trouble;
 };
@@ -37,10 +37,10 @@ struct PlanStoreOptions {
 /// Writes run in one transaction each on the database thread and are awaited; a call that returned true is durable.
 /// No call waits for ever: after 2 s on the GUI thread and 10 s on any other it returns false with "The service does
 /// not answer", on the GUI thread at once until the store answers again. A write that is committed after its caller
-/// gave up counts as somebody else's change.
-/// Changes of other processes on the same database arrive within a second and are told to the registered observers on
-/// the GUI thread; the process's own changes are not. Thread: Open() and LogIn() on the GUI thread; the services from
-/// any.
+/// abandoned it counts as somebody else's change.
+/// Changes of other processes on the same database arrive within a second and are reported to the registered observers
+/// on the GUI thread; the process's own changes are not. Thread: Open() and LogIn() on the GUI thread; the services
+/// from any.
 class TARN_HOST_EXPORT CPlanStore : public IHostServices {
  public:
   /// Opens the store, creating it when it does not exist. Null with one clear line in `error` when it cannot be used
