@@ -295,7 +295,7 @@ void StoreLineTest::ReportsTroubleWhileItLasts() {
   fixture.options.url = line.Url();
   QStringList reported;
   fixture.options.on_trouble = [&](TarnHost::StoreTrouble trouble, const QString& text) {
-    QVERIFY(QThread::currentThread() == qApp->thread());
+    QVERIFY(QThread::currentThread() == QCoreApplication::instance()->thread());
     QCOMPARE(trouble == TarnHost::StoreTrouble::kNone, text.isEmpty());
     QVERIFY(trouble == TarnHost::StoreTrouble::kNone || trouble == TarnHost::StoreTrouble::kConnectionLost);
     reported.append(text);
