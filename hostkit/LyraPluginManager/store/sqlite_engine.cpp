@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStorageInfo>
+#include <utility>
 
 #include "store/migrations.h"
 
@@ -21,12 +22,16 @@ enum ResultCode {
   kNotADatabase = 26
 };
 
+constexpr qint64 kHeaderSize = 100;
 const char kMemory[] = ":memory:";
 
 }  // namespace
 
 CSqliteEngine::CSqliteEngine(const QString& file, Mode mode, const QString& place)
     : CSqlEngine(QStringLiteral("QSQLITE"), place.isEmpty() ? file : place), file_(file), mode_(mode) {}
+
+CSqliteEngine::CSqliteEngine(const QString& file, std::shared_ptr<const CSharedFileState> session)
+    : CSqlEngine(QStringLiteral("QSQLITE"), file), file_(file), mode_(kExisting), session_(std::move(session)) {}
 
 // Only what makes a store may make a file: in the place of one that has gone an empty one would stand.
 void CSqliteEngine::Configure(QSqlDatabase* database) const {
@@ -61,9 +66,16 @@ void CSqliteEngine::Open() {
   } else {
     OpenExisting();
   }
+  files_->Set(seen_);
 }
 
+// A further connection that went ahead of the session to what stands there now would lay the log of the old file over
+// it.
 void CSqliteEngine::OpenExisting() {
+  if (session_) {
+    seen_ = session_->Get();
+    RequireUnmoved();
+  }
   const SqliteFileState now = SqliteFileState::Of(file_);
   if (!now.file.IsThere()) {
     throw CStoreError(QStringLiteral("The plan store %1 is gone: it was removed or moved away.").arg(place_),
@@ -73,6 +85,7 @@ void CSqliteEngine::OpenExisting() {
     throw CStoreError(QStringLiteral("The plan store %1 is empty: its content was lost.").arg(place_),
                       CStoreError::kConnectionLost);
   }
+  seen_ = session_ ? seen_ : now;
   refusal_.clear();
   if (!IsWritableFile(file_)) {
     refusal_ = QStringLiteral("The plan store %1 is read-only.").arg(place_);
@@ -92,6 +105,7 @@ void CSqliteEngine::OpenExisting() {
       throw;
     }
     Close();
+    RequireUnmoved();  // the attempt may have left an empty log
     OpenAs(Access::kFrozen);
     refusal_ = QStringLiteral("The plan store %1 can only be read: no file can be written beside it. Is the disk full?")
                    .arg(place_);
@@ -102,7 +116,11 @@ void CSqliteEngine::OpenAs(Access access) {
   access_ = access;
   data_version_ = -1;
   OpenDatabase();
-  seen_ = SqliteFileState::Of(file_);
+  if (mode_ == kMake) {
+    seen_ = SqliteFileState::Of(file_);
+  } else {
+    RequireUnmoved();  // what was opened is what stands there
+  }
   SetPatience(patience_);
   // An acknowledged change must survive a power cut, not only the end of the process.
   RunOnce(QStringLiteral("PRAGMA synchronous = FULL"));
@@ -110,23 +128,32 @@ void CSqliteEngine::OpenAs(Access access) {
 
 void CSqliteEngine::Reopen() {
   const SqliteFileState now = SqliteFileState::Of(file_);
-  if (!trouble_.isEmpty() && now == tried_) {
-    throw CStoreError(trouble_, CStoreError::kConnectionLost);  // nothing has happened since the last attempt
+  if (damaged_ && now == *damaged_) {
+    throw CStoreError(trouble_, CStoreError::kConnectionLost);  // to read all of it again would find the same
   }
   const SqliteFileState good = seen_;
+  trouble_.clear();
+  damaged_.reset();
   try {
     OpenAgain();
-    trouble_.clear();
+    files_->Set(seen_);
   } catch (const CStoreError& error) {
     Close();
     seen_ = good;
-    if (now.file.IsThere() && now.file.size < seen_.file.size && now.log.IsSameFile(seen_.log)) {
-      PutLogAside();
-    }
     trouble_ = error.Text();
-    // Who holds it lets go of it some time.
-    tried_ = error.GetKind() == CStoreError::kBusy ? SqliteFileState() : SqliteFileState::Of(file_);
+    NoteFailure(now, error.GetKind() == CStoreError::kDamaged);
     throw CStoreError(trouble_, CStoreError::kConnectionLost);
+  }
+}
+
+// Whatever else is in the way may go away without a change of the file.
+void CSqliteEngine::NoteFailure(const SqliteFileState& now, bool damaged) {
+  const bool emptied = now.file.IsThere() && now.file.size == 0;
+  const bool has_old_log = seen_.log.IsThere() && now.log.IsSameFile(seen_.log);
+  if ((damaged || emptied) && now.file.size < seen_.file.size && has_old_log) {
+    PutLogAside();
+  } else if (damaged) {
+    damaged_ = SqliteFileState::Of(file_);
   }
 }
 
@@ -138,7 +165,7 @@ void CSqliteEngine::OpenAgain() {
   }
   OpenExisting();
   RequireSound();
-  Migrate(*this, place_);
+  BringAlong();
 }
 
 // The log of a file that is no longer there, or no longer whole: what is put in its place must not get these pages.
@@ -146,6 +173,39 @@ void CSqliteEngine::PutLogAside() {
   QFile::remove(file_ + "-wal.replaced");
   QFile::rename(file_ + "-wal", file_ + "-wal.replaced");
   QFile::remove(file_ + "-shm");
+}
+
+// By way of SQLite: to close a file that was opened past it would take this process's other locks on it. Nothing is
+// locked, recovered or written.
+void CSqliteEngine::RequireHeader() {
+  const auto refuse = [this](const char* text) { throw CStoreError(QString::fromUtf8(text).arg(place_)); };
+  const SqliteFileState::Entry entry = SqliteFileState::Of(file_).file;
+  if (!QFileInfo(file_).isFile() || !QFileInfo(file_).isReadable()) {
+    refuse("The plan store %1 cannot be read.");
+  }
+  if (entry.size == 0) {
+    refuse("The plan store %1 is empty: its content was lost.");
+  }
+  access_ = Access::kFrozen;
+  OpenDatabase();
+  qint64 id = 0;
+  int code = 0;
+  {
+    QSqlQuery query(database_);
+    const bool read = query.exec(QStringLiteral("PRAGMA application_id")) && query.next();
+    id = read ? query.value(0).toLongLong() : 0;
+    code = read ? 0 : query.lastError().nativeErrorCode().toInt() & 0xff;
+  }
+  Close();
+  if (code == kNotADatabase) {
+    refuse("%1 is not a plan store.");
+  }
+  if (entry.size < kHeaderSize) {
+    refuse("The plan store %1 is damaged: it is cut off.");
+  }
+  if (code == 0 && id != kApplicationId) {
+    refuse("%1 is not a plan store.");
+  }
 }
 
 void CSqliteEngine::RequireSound() {
@@ -158,11 +218,18 @@ void CSqliteEngine::RequireSound() {
   }
 }
 
+// A step begins a write, which for a store that can only be read would open it again first, and so on without end.
+void CSqliteEngine::BringAlong() {
+  if (!CanWrite() && StoredVersion(*this) < AllMigrations().back().to) {
+    throw CStoreError(refusal_, CStoreError::kReadOnly);
+  }
+  Migrate(*this, place_);
+}
+
 void CSqliteEngine::Lose(const char* text) {
   throw CStoreError(QString::fromUtf8(text).arg(place_), CStoreError::kConnectionLost);
 }
 
-// A file grows and, but for a cleaning by hand, never shrinks; whether it is sound then shows when it is opened again.
 void CSqliteEngine::RequireInPlace() {
   if (mode_ == kMake) {
     return;
@@ -170,6 +237,12 @@ void CSqliteEngine::RequireInPlace() {
   if (!trouble_.isEmpty()) {
     throw CStoreError(trouble_, CStoreError::kConnectionLost);
   }
+  RequireUnmoved();
+  files_->Set(seen_);
+}
+
+// A file grows and, but for a cleaning by hand, never shrinks; whether it is sound then shows when it is opened again.
+void CSqliteEngine::RequireUnmoved() {
   const SqliteFileState now = SqliteFileState::Of(file_);
   if (!now.file.IsThere()) {
     Lose("The plan store %1 is gone: it was removed or moved away.");

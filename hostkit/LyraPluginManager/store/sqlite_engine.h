@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+
+#include "store/shared_file_state.h"
 #include "store/sql_engine.h"
 #include "store/sqlite_file_state.h"
 
@@ -20,10 +23,13 @@ class CSqliteEngine : public CSqlEngine {
 
   /// `place` names the store in messages; by default the file itself.
   CSqliteEngine(const QString& file, Mode mode, const QString& place = {});
+  /// A further connection: opens nothing but what the one that `session` comes from has open.
+  CSqliteEngine(const QString& file, std::shared_ptr<const CSharedFileState> session);
 
   void Open() override;
   void Reopen() override;
   void RequireInPlace() override;
+  std::shared_ptr<const CSharedFileState> Files() const override { return files_; }
   void BeginWrite() override;
   void BeginRead() override;
   bool MayHaveChanged() override;
@@ -34,9 +40,15 @@ class CSqliteEngine : public CSqlEngine {
   QString BytesType() const override { return QStringLiteral("BLOB"); }
   void SetPatience(int milliseconds) override;
 
+  /// Looks at the header of an existing file alone, so that a foreign one is never opened for more. Throws CStoreError
+  /// for one that is missing, unreadable, empty, cut off in its header or no plan store. Before Open().
+  void RequireHeader();
+
   bool CanWrite() const { return refusal_.isEmpty(); }
   /// Throws unless the open database is a whole plan store.
   void RequireSound();
+  /// Brings a store of an older program along; throws when it can only be read.
+  void BringAlong();
 
  private:
   enum class Access { kMake, kChange, kRead, kFrozen };
@@ -44,7 +56,9 @@ class CSqliteEngine : public CSqlEngine {
   void OpenExisting();
   void OpenAs(Access access);
   void OpenAgain();
+  void NoteFailure(const SqliteFileState& now, bool damaged);
   void PutLogAside();
+  void RequireUnmoved();
   [[noreturn]] void Lose(const char* text);
   void Configure(QSqlDatabase* database) const override;
   CStoreError::Kind KindOf(const QSqlError& error) const override;
@@ -52,10 +66,12 @@ class CSqliteEngine : public CSqlEngine {
   const QString file_;
   const Mode mode_;
   Access access_ = Access::kMake;
-  QString refusal_;        // of changes, when the store is open for reading alone
-  QString trouble_;        // why the store could not be opened again
-  SqliteFileState seen_;   // as it was open last
-  SqliteFileState tried_;  // at the last attempt that failed
+  QString refusal_;       // of changes, when the store is open for reading alone
+  QString trouble_;       // why the store could not be opened again
+  SqliteFileState seen_;  // as it was open last
+  const std::shared_ptr<CSharedFileState> files_ = std::make_shared<CSharedFileState>();
+  const std::shared_ptr<const CSharedFileState> session_;  // null for the session's own connection
+  std::optional<SqliteFileState> damaged_;  // as it was found damaged at the last attempt to open it again
   int patience_ = kPatience;
   int64_t data_version_ = -1;
 };

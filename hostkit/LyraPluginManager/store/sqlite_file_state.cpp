@@ -2,32 +2,42 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QtEndian>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include "store/sqlite_engine.h"
 
 namespace TarnHost::Store {
 namespace {
 
-constexpr int kHeaderSize = 100;
-constexpr int kApplicationIdAt = 68;
-const char kMagic[] = "SQLite format 3";
+qint64 NanosecondsOf(const timespec& time) {
+  return time.tv_sec * qint64{1000000000} + time.tv_nsec;
+}
 
-[[noreturn]] void Refuse(const char* text, const QString& file) {
-  throw CStoreError(QString::fromUtf8(text).arg(file));
+// Closing any other handle of a file would take this process's locks on it.
+std::shared_ptr<const int> PinOf(const QByteArray& name) {
+  const int descriptor = ::open(name.constData(), O_PATH | O_CLOEXEC);
+  if (descriptor < 0) {
+    return nullptr;
+  }
+  return {new int(descriptor), [](const int* held) {
+            ::close(*held);
+            delete held;
+          }};
 }
 
 SqliteFileState::Entry EntryOf(const QString& name) {
   SqliteFileState::Entry entry;
   struct stat status {};
-  if (::stat(QFile::encodeName(name).constData(), &status) == 0) {
+  const QByteArray path = QFile::encodeName(name);
+  entry.pin = PinOf(path);
+  // Where no more files can be opened the name alone says what stands there.
+  if ((entry.pin ? ::fstat(*entry.pin, &status) : ::stat(path.constData(), &status)) == 0) {
     entry.device = status.st_dev;
     entry.inode = status.st_ino;
     entry.size = status.st_size;
-    entry.changed_ns = status.st_mtim.tv_sec * qint64{1000000000} + status.st_mtim.tv_nsec;
+    entry.modified_ns = NanosecondsOf(status.st_mtim);
+    entry.changed_ns = NanosecondsOf(status.st_ctim);
   }
   return entry;
 }
@@ -52,26 +62,6 @@ bool IsWritableFile(const QString& file) {
 
 bool IsInWritableFolder(const QString& file) {
   return IsWritable(QFileInfo(file).absolutePath());
-}
-
-void CheckSqliteHeader(const QString& name) {
-  QFile file(name);
-  if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly)) {
-    Refuse("The plan store %1 cannot be read.", name);
-  }
-  const QByteArray header = file.read(kHeaderSize);
-  if (header.isEmpty()) {
-    Refuse("The plan store %1 is empty: its content was lost.", name);
-  }
-  if (!header.startsWith(kMagic)) {
-    Refuse("%1 is not a plan store.", name);
-  }
-  if (header.size() < kHeaderSize) {
-    Refuse("The plan store %1 is damaged: it is cut off.", name);
-  }
-  if (qFromBigEndian<qint32>(header.constData() + kApplicationIdAt) != CSqliteEngine::kApplicationId) {
-    Refuse("%1 is not a plan store.", name);
-  }
 }
 
 }  // namespace TarnHost::Store

@@ -1,19 +1,22 @@
 #pragma once
 
 #include <QString>
+#include <memory>
 
 namespace TarnHost::Store {
 
 /// A database file and its log as they stand under their names.
 struct SqliteFileState {
   struct Entry {
-    quint64 device = 0, inode = 0;  // inode 0: there is none
-    qint64 size = 0, changed_ns = 0;
+    quint64 device = 0, inode = 0;                     // inode 0: there is none
+    qint64 size = 0, modified_ns = 0, changed_ns = 0;  // content; content, rights or name
+    std::shared_ptr<const int> pin{};                  // as long as this is remembered, no other file gets the number
 
     bool IsThere() const { return inode != 0; }
     bool IsSameFile(const Entry& other) const { return device == other.device && inode == other.inode; }
     bool operator==(const Entry& other) const {
-      return IsSameFile(other) && size == other.size && changed_ns == other.changed_ns;
+      return IsSameFile(other) && size == other.size && modified_ns == other.modified_ns &&
+             changed_ns == other.changed_ns;
     }
   };
 
@@ -26,9 +29,5 @@ struct SqliteFileState {
 /// Whether file and folder are meant to be written by this user.
 bool IsWritableFile(const QString& file);
 bool IsInWritableFolder(const QString& file);
-
-/// Looks at the file itself, so that a foreign file is never opened as a database. Throws CStoreError for one that is
-/// missing, unreadable, empty, cut off in its header or no plan store.
-void CheckSqliteHeader(const QString& file);
 
 }  // namespace TarnHost::Store

@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include "store/migrations.h"
 #include "store/new_store_file.h"
 
 namespace TarnHost::Store {
@@ -57,25 +56,25 @@ std::unique_ptr<CSqlEngine> OpenStoreFile(const QString& file, const NewStore& f
   if (!QFileInfo::exists(file)) {
     MakeStoreFile(file, fresh);
   }
-  CheckSqliteHeader(file);
+  auto engine = std::make_unique<CSqliteEngine>(file, CSqliteEngine::kExisting);
+  engine->RequireHeader();
   if (IsInWritableFolder(file)) {
     CNewStoreFile::RemoveLeftOvers(file);
   }
-  auto engine = std::make_unique<CSqliteEngine>(file, CSqliteEngine::kExisting);
   engine->SetPatience(kOpenPatience);
   engine->Open();
   if (engine->CanWrite()) {
     CheckUnlocked(*engine);
   }
   engine->RequireSound();
-  Migrate(*engine, file);
+  engine->BringAlong();
   engine->SetPatience(CSqliteEngine::kPatience);
   return engine;
 }
 
 std::unique_ptr<CSqlEngine> OpenStoreFileAsItIs(const QString& file) {
-  CheckSqliteHeader(file);
   auto engine = std::make_unique<CSqliteEngine>(file, CSqliteEngine::kExisting);
+  engine->RequireHeader();
   engine->Open();
   return engine;
 }
