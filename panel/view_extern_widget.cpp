@@ -286,6 +286,8 @@ void CViewExternWidget::SwitchUserUpdate() {
   d_->between_users = true;
   d_->ui.add_view_btn->setEnabled(false);
   d_->ui.add_group_btn->setEnabled(false);
+  d_->rights = AskRights();
+  d_->renewToolTips();
 }
 
 void CViewExternWidget::StopWorking() {

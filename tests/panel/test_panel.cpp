@@ -71,6 +71,10 @@ class PanelTest : public TarnTest::CPlanTest {
 
  private:
   void openNameEditor(CPanelStage& stage, const char* button, const QString& name);
+  QVector<int> AskedRights() {
+    const auto asked = Services().Requests<int>();
+    return QVector<int>(asked.begin(), asked.end());
+  }
 };
 
 void PanelTest::StartsWaitingAndThenShowsTheTree() {
@@ -368,7 +372,13 @@ void PanelTest::SwitchOfUserEndsWhatIsUnderWay() {
   Q_EMIT stage.Tree().SignalMoveRow(from.center(), stage.Tree().visualRect(onto).center(),
                                     stage.Tree().visualRect(onto));
   QVERIFY(Services().WaitUntilHeld(QStringLiteral("GetPlanDetail"), 2));
+  // The bar goes by the new user's rights at once, before there are rows of his.
+  Services().SetRight(5, false);
+  const int asked_before = AskedRights().size();
   stage.Panel().SwitchUserUpdate();
+  QCOMPARE(AskedRights().mid(asked_before), QVector<int>({5, 6, 7}));
+  QVERIFY(stage.Button("add_view_btn")->toolTip().contains(QStringLiteral("lack the right")));
+  Services().SetRight(5, true);
   Services().ReleaseAll();
   fixture_.Drain();
   QCOMPARE(Services().Count(QStringLiteral("DeletePlan")), 0);
