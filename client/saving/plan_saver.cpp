@@ -195,14 +195,28 @@ void CPlanSaver::OnSaveAsConfirmed(CPlanFamily* family) {
     return;
   }
   family->Panel()->GetSaveAsPlanInfo(request);
-  CStandardViewController* controller = family->Controller();
-  HostCalls::Ask([picture = pending_picture_, ground = Ground()] {
-    return ThumbnailOf(picture, ground);
-  }).Then(controller, [controller, request](const std::string& thumbnail) {
-    AddPlanRequest whole = request;
-    whole.thumbnail = thumbnail;
-    controller->AddPlanParam(whole);
-  });
+  HostCalls::Ask([picture = pending_picture_, ground = Ground()] { return ThumbnailOf(picture, ground); })
+      .Within(new_plans_)
+      .Then(this, [controller = QPointer<CStandardViewController>(family->Controller()),
+                   request](const std::string& thumbnail) {
+        if (controller) {
+          AddPlanRequest whole = request;
+          whole.thumbnail = thumbnail;
+          controller->AddPlanParam(whole);
+        }
+      });
+}
+
+// A plan that is not sent yet would be made in the next user's name.
+void CPlanSaver::ForgetUser() {
+  const bool is_adding = new_plans_.IsUnderWay();
+  new_plans_.Drop();
+  pending_ = {};
+  pending_picture_ = QImage();
+  if (is_adding) {
+    Q_EMIT SignalMessage(tr("Not saved: the user was switched meanwhile."), CNomalMessage::Failure);
+  }
+  Renew();
 }
 
 }  // namespace TarnClient

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "host_calls/call_scope.h"
 
 namespace TarnPlanView {
 class CViewSaveMenu;
@@ -36,8 +37,9 @@ class CPlanSaver : public QObject {
   /// Opens the save-as dialog. What is on the wall at this moment is what will be saved.
   void SaveAs();
   void ShowMenu();
-  /// Looks anew at what can be saved; to be called when the user's rights have changed.
-  void Renew();
+  /// To be called when the user was switched: drops the new plans of the last one that are not sent yet, and looks
+  /// again at what can be saved.
+  void ForgetUser();
   /// Whether a plan editor is open over the wall; meanwhile the plan is saved there only, lest the user's own save be a
   /// conflict with himself.
   bool IsEditing() const;
@@ -52,6 +54,7 @@ class CPlanSaver : public QObject {
     std::string thumbnail;  // of what was on the wall when the user wanted it saved
   };
 
+  void Renew();
   CPlanFamily* FamilyOfPlan() const;
   QString WhyNotSave() const;
   QString WhyNotSaveAs() const;
@@ -66,7 +69,8 @@ class CPlanSaver : public QObject {
   TarnPlanView::CViewSaveMenu* menu_ = nullptr;
   view_plugin_protocol::AddPlanRequest pending_;  // while the dialog is open
   QImage pending_picture_;
-  bool saving_ = false;  // from the look at the plan until the service has answered
+  HostCalls::CCallScope new_plans_;  // their thumbnails are being made
+  bool saving_ = false;              // from the look at the plan until the service has answered
 };
 
 }  // namespace TarnClient

@@ -308,6 +308,10 @@
         <translation>Not saved: the plan was stopped meanwhile.</translation>
     </message>
     <message>
+        <source>Not saved: the user was switched meanwhile.</source>
+        <translation>Not saved: the user was switched meanwhile.</translation>
+    </message>
+    <message>
         <source>Not saved: the plan was changed elsewhere. Play it again first.</source>
         <translation>Not saved: the plan was changed elsewhere. Play it again first.</translation>
     </message>

@@ -308,6 +308,10 @@
         <translation>未保存：预案已停止。</translation>
     </message>
     <message>
+        <source>Not saved: the user was switched meanwhile.</source>
+        <translation>未保存：用户已切换。</translation>
+    </message>
+    <message>
         <source>Not saved: the plan was changed elsewhere. Play it again first.</source>
         <translation>未保存：预案已在别处被修改，请先重新播放。</translation>
     </message>

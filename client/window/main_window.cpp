@@ -402,7 +402,7 @@ void CMainWindow::SwitchUser(const QString& user) {
   for (const auto& family : families_) {
     family->Panel()->SwitchUserUpdate();
   }
-  saver_->Renew();
+  saver_->ForgetUser();
   Q_EMIT SignalUserSwitched();
 }
 

@@ -1,6 +1,8 @@
 #include <QAbstractButton>
 #include <QImage>
 #include <QLineEdit>
+#include <QSemaphore>
+#include <QThreadPool>
 #include <QToolButton>
 #include <QtTest>
 
@@ -193,6 +195,30 @@ void PlanSavingTest::SavesTheWallAsANewPlan() {
   QVERIFY(TarnClient::SamePages(kept.pages, Stored("Public A plan 2").pages));
   QCOMPARE(QImage::fromData(QByteArray::fromStdString(kept.thumbnail), "PNG").size(), QSize(320, 180));
   QTRY_VERIFY(Row("Kept", 1).isValid());
+
+  // Confirmed by one user, but not sent when the next one comes.
+  Play("Public A plan 2");
+  window_->SaveAs();
+  dialog->findChild<QLineEdit*>("name_line_edit_")->setText("Of the last user");
+  auto* pool = QThreadPool::globalInstance();
+  QVERIFY(pool->waitForDone(5000));
+  const int threads = pool->maxThreadCount();
+  pool->setMaxThreadCount(1);
+  QSemaphore held, released;
+  pool->start([&] {
+    held.release();
+    released.acquire();
+  });
+  held.acquire();
+  ForgetTips();
+  dialog->findChild<QAbstractButton*>("save_button_")->click();
+  window_->SwitchUser("viewer");
+  const QString tip = Tip();
+  released.release();
+  CPlanFixture::Drain();
+  pool->setMaxThreadCount(threads);
+  QCOMPARE(fixture_.Services().Count("AddPlan"), 1);
+  QVERIFY2(tip.contains("user was switched"), qPrintable(tip));
 }
 
 QTEST_MAIN(PlanSavingTest)
