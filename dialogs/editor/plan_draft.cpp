@@ -68,13 +68,7 @@ const PlanWindow* PlanDraft::Window(int page, int window_no) const {
   if (page < 0 || page >= pages.size() || window_no < 1 || window_no > WindowsOfSplit(pages[page].split_type)) {
     return nullptr;
   }
-  const PlanWindow* shown = nullptr;
-  for (const PlanWindow& window : pages[page].windows) {
-    if (window.window_no == window_no && IsFilled(window) && (!shown || IsCamera(window) || !IsCamera(*shown))) {
-      shown = &window;
-    }
-  }
-  return shown;
+  return ContentOf(pages[page].windows, window_no);
 }
 
 PlanDraft PlanDraft::WithoutHiddenWindows() const {

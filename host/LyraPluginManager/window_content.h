@@ -17,6 +17,19 @@ inline bool IsCamera(const PlanWindow& window) {
   return !window.resource_code.empty() && (window.content_kind == CameraKind || window.content_kind == NoKind);
 }
 
+/// The record that shows what a window holds: a camera before other content, of equals the last. Null when it holds
+/// nothing.
+template <class Windows>
+const PlanWindow* ContentOf(const Windows& windows, int window_no) {
+  const PlanWindow* content = nullptr;
+  for (const PlanWindow& window : windows) {
+    if (window.window_no == window_no && IsFilled(window) && (!content || IsCamera(window) || !IsCamera(*content))) {
+      content = &window;
+    }
+  }
+  return content;
+}
+
 /// The most filled windows that a plan may have on all its pages together.
 constexpr int kMaxFilledWindows = 128;
 

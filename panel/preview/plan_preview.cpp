@@ -4,15 +4,14 @@
 #include <QImageReader>
 #include <QLabel>
 #include <QModelIndex>
-#include <QPainter>
 #include <QVBoxLayout>
 #include <cmath>
 
 #include "LyraPluginManager/thumbnail_limits.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
-#include "TarnUIDataController/skin_loader.h"
 #include "host_calls/ask.h"
+#include "page_picture.h"
 #include "plan_item_role.h"
 #include "plan_view_tree.h"
 #include "view_public_def.h"
@@ -45,49 +44,6 @@ QImage ScaledThumbnail(const std::string& png, const QSize& room) {
   QImageReader reader(&buffer, "png");
   const QImage picture = IsThumbnailSize(reader.size()) ? reader.read() : QImage();
   return picture.isNull() ? picture : picture.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-}
-
-QColor SkinColor(const char* name) {
-  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
-}
-
-int GridSide(int split_type) {
-  switch (split_type) {
-    case 2:
-      return 2;
-    case 4:
-      return 3;
-    case 8:
-      return 4;
-    default:
-      return 1;
-  }
-}
-
-QString CameraIn(const PlanPage& page, int window) {
-  for (const PlanWindow& one : page.windows) {
-    if (one.window_no == window) {
-      return MarUIControl::StringToQString(one.resource_name);
-    }
-  }
-  return QString();
-}
-
-void DrawPage(QPainter& painter, const PlanPage& page) {
-  const int side = GridSide(page.split_type);
-  QFont font = painter.font();
-  font.setPixelSize(side > 2 ? 9 : 11);
-  painter.setFont(font);
-  for (int window = 0; window < side * side; ++window) {
-    const int left = window % side * kPictureSize.width() / side;
-    const int top = window / side * kPictureSize.height() / side;
-    const QRect cell(left, top, kPictureSize.width() / side - 1, kPictureSize.height() / side - 1);
-    const QString camera = CameraIn(page, window + 1);  // windows count from 1
-    painter.fillRect(cell, SkinColor(camera.isEmpty() ? "wall_empty" : "wall_bar"));
-    painter.setPen(SkinColor("wall_text"));
-    const QRect text = cell.adjusted(3, 2, -3, -2);
-    painter.drawText(text, Qt::AlignCenter, painter.fontMetrics().elidedText(camera, Qt::ElideRight, text.width()));
-  }
 }
 
 }  // namespace
@@ -180,12 +136,7 @@ QPixmap CPlanPreview::Drawn(const GetPlanDetailResponse& plan) const {
   if (plan.pages.empty()) {
     return QPixmap();
   }
-  QPixmap picture(Pixels());
-  picture.setDevicePixelRatio(devicePixelRatioF());
-  picture.fill(SkinColor("wall"));
-  QPainter painter(&picture);
-  DrawPage(painter, plan.pages.front());
-  return picture;
+  return QPixmap::fromImage(PagePicture(plan.pages.front(), kPictureSize, devicePixelRatioF()));
 }
 
 void CPlanPreview::Show(const QPixmap& picture) {

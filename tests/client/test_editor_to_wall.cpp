@@ -1,9 +1,11 @@
+#include <QImage>
 #include <QLabel>
 #include <QtTest>
 #include <tuple>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "LyraPluginManager/window_content.h"
+#include "page_picture.h"
 #include "plan_document.h"
 #include "plan_test.h"
 #include "random_plans.h"
@@ -54,6 +56,18 @@ std::string InEditor(const CPlanDocument& document, int page) {
 QString TimeOf(const CPlanDocument& document, int page) {
   const auto& pages = document.Draft().pages;
   return pages.size() < 2 ? QString() : QString("%1 s").arg(qBound(1, pages.at(page).dwell_seconds, kMaxDwellSeconds));
+}
+
+/// How the preview draws a page with these windows.
+QImage PictureOf(const std::list<PlanWindow>& windows) {
+  return TarnPlanView::PagePicture(TarnTest::Page(1, 2, windows), QSize(240, 135), 1);
+}
+
+/// The windows of a page with a camera of this name; none for an empty name.
+std::list<PlanWindow> Named(const QString& name) {
+  PlanWindow window = Window(2, "1");
+  window.resource_name = name.toStdString();
+  return name.isEmpty() ? std::list<PlanWindow>() : std::list<PlanWindow>{window};
 }
 
 /// Plays plans and tells page by page what is to be seen.
@@ -156,7 +170,7 @@ void EditorToWallTest::EveryKindOfContent_data() {
   QTest::newRow("kind below all") << -1 << "7" << true << "Other content" << false;
 }
 
-// Editor, wall, save-as and limit have one answer.
+// Editor, preview, wall, save-as and limit have one answer.
 void EditorToWallTest::EveryKindOfContent() {
   QFETCH(int, kind);
   QFETCH(QString, code);
@@ -180,6 +194,12 @@ void EditorToWallTest::EveryKindOfContent() {
   TarnPlanView::CStandardViewController controller(fixture_.Public());
   QCOMPARE(controller.IsExceedAddLimit(std::list<PlanPage>(kMaxFilledWindows, page)), false);
   QCOMPARE(controller.IsExceedAddLimit(std::list<PlanPage>(kMaxFilledWindows + 1, page)), filled);
+  QCOMPARE(PictureOf({window}), PictureOf(Named(name)));
+  window.resource_name.clear();
+  const QString unnamed = plays ? QString("7") : name;
+  QCOMPARE(PictureOf({window}), PictureOf(Named(unnamed)));
+  // Of two records of one window a camera is shown.
+  QCOMPARE(PictureOf({window, Window(2, "8", 9)}), PictureOf(Named(plays ? "7" : "Other content")));
   // The camera that is there keeps its stream and preset, anything else is replaced.
   document.PutCamera(0, 2, {"7", "camera 7"});
   QCOMPARE(shown()->stream_type, plays ? 1 : 0);

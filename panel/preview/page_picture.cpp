@@ -1,0 +1,65 @@
+#include "page_picture.h"
+
+#include <QPainter>
+#include <cmath>
+
+#include "LyraPluginManager/window_content.h"
+#include "MarUIControl/split_type_data.h"
+#include "TarnUIDataController/skin_loader.h"
+#include "window_text.h"
+
+namespace TarnPlanView {
+
+using MarUIControl::struSplitTypeData;
+using view_plugin_protocol::PlanPage;
+using view_plugin_protocol::PlanWindow;
+
+namespace {
+
+QColor SkinColor(const char* name) {
+  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
+}
+
+int GridSide(int split_type) {
+  switch (split_type) {
+    case struSplitTypeData::Split4:
+      return 2;
+    case struSplitTypeData::Split9:
+      return 3;
+    case struSplitTypeData::Split16:
+      return 4;
+    default:
+      return 1;
+  }
+}
+
+void DrawWindow(QPainter& painter, const QRect& cell, const PlanWindow* content) {
+  painter.fillRect(cell, SkinColor(content ? "wall_bar" : "wall_empty"));
+  painter.setPen(SkinColor("wall_text"));
+  const QRect place = cell.adjusted(3, 2, -3, -2);
+  const QString name = CWindowText().Name(content);
+  painter.drawText(place, Qt::AlignCenter, painter.fontMetrics().elidedText(name, Qt::ElideRight, place.width()));
+}
+
+}  // namespace
+
+QImage PagePicture(const PlanPage& page, const QSize& size, qreal device_pixel_ratio) {
+  QImage picture(static_cast<int>(std::ceil(size.width() * device_pixel_ratio)),
+                 static_cast<int>(std::ceil(size.height() * device_pixel_ratio)), QImage::Format_RGB32);
+  picture.setDevicePixelRatio(device_pixel_ratio);
+  picture.fill(SkinColor("wall"));
+  QPainter painter(&picture);
+  const int side = GridSide(page.split_type);
+  QFont font = painter.font();
+  font.setPixelSize(side > 2 ? 9 : 11);
+  painter.setFont(font);
+  for (int window = 0; window < side * side; ++window) {
+    const int left = window % side * size.width() / side;
+    const int top = window / side * size.height() / side;
+    const QRect cell(left, top, size.width() / side - 1, size.height() / side - 1);
+    DrawWindow(painter, cell, ContentOf(page.windows, window + 1));  // windows count from 1
+  }
+  return picture;
+}
+
+}  // namespace TarnPlanView
