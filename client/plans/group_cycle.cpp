@@ -125,7 +125,7 @@ void CGroupCycle::OnTurn(const CycleTurn& turn) {
 
 // Nobody may be there to start the cycle anew. What keeps it waiting is said once, not at every turn.
 void CGroupCycle::TryAgain(const QString& error) {
-  wall_->BeginTurn(seconds_);
+  wall_->Stay(seconds_);
   const QString text = tr("The next plan of the group could not be played and is tried again: %1").arg(error);
   if (text != std::exchange(told_, text)) {
     Q_EMIT SignalMessage(text, CNomalMessage::Failure);

@@ -204,6 +204,13 @@ void CLiveWall::BeginTurn(int least_seconds) {
   }
 }
 
+void CLiveWall::Stay(int seconds) {
+  if (clock_.IsInTurn()) {
+    clock_.Stay(seconds);
+    RenewBar();
+  }
+}
+
 void CLiveWall::Await(const QString& text) {
   fetch_sign_->Await(text);
 }

@@ -50,6 +50,8 @@ class CLiveWall : public QWidget {
   void ToggleHold();
   /// The plan is one turn of a group cycle: it stays until its pages had their times, `least_seconds` at least.
   void BeginTurn(int least_seconds);
+  /// The next plan of the cycle could not be had: this one stays for so long, whatever its pages take.
+  void Stay(int seconds);
   /// No cycle runs any more: the plan stays.
   void EndTurns();
   /// Says what is on its way to the wall, once that takes a second; an empty text when nothing is.

@@ -21,13 +21,13 @@ void CWallClock::ChangePlan(const QVector<int>& page_seconds, int page_before, i
   const bool is_changed = page_seconds_ != page_seconds;
   page_seconds_ = page_seconds;
   if (!HasSeveralPages()) {
-    const bool held = in_turn_ && IsHeld();
+    const bool held = IsInTurn() && IsHeld();
     page_clock_->Stop();
     page_clock_->SetPaused(held);
   } else if (!goes_on) {
     BeginPage(page);
   }
-  if (in_turn_ && is_changed) {
+  if (is_changed && (turn_ == Turn::On || turn_ == Turn::Over)) {
     ChangeTurn(page);
   }
 }
@@ -35,7 +35,7 @@ void CWallClock::ChangePlan(const QVector<int>& page_seconds, int page_before, i
 // The pages from this one on get their times, less what has been shown of it.
 void CWallClock::ChangeTurn(int page) {
   turn_time_ = CTurnTime(least_seconds_, page_seconds_);
-  if (!is_over_) {
+  if (TurnRuns()) {
     const int time = CPageClock::Bounded(page_seconds_.at(page));
     const int shown = HasSeveralPages() ? time - page_clock_->SecondsLeft() : 0;
     const int left = turn_time_.SecondsLeftFrom(page, turn_clock_->SecondsLeft() + shown) - shown;
@@ -51,23 +51,29 @@ void CWallClock::BeginPage(int page) {
 
 void CWallClock::GoToPage(int page) {
   BeginPage(page);
-  if (in_turn_ && !is_over_) {
+  if (TurnRuns()) {
     turn_clock_->Begin(turn_time_.SecondsLeftFrom(page, turn_clock_->SecondsLeft()));
   }
 }
 
 void CWallClock::BeginTurn(int least_seconds) {
   least_seconds_ = least_seconds;
-  turn_time_ = CTurnTime(least_seconds, page_seconds_);
-  in_turn_ = true;
-  is_over_ = false;
+  Begin(Turn::On, CTurnTime(least_seconds, page_seconds_));
+}
+
+void CWallClock::Stay(int seconds) {
+  Begin(Turn::Stay, CTurnTime(seconds, {}));
+}
+
+void CWallClock::Begin(Turn turn, const CTurnTime& time) {
+  turn_ = turn;
+  turn_time_ = time;
   turn_clock_->Begin(turn_time_.Seconds());
   turn_clock_->SetPaused(IsHeld());
 }
 
 void CWallClock::EndTurns() {
-  in_turn_ = false;
-  is_over_ = false;
+  turn_ = Turn::None;
   turn_clock_->Stop();
 }
 
@@ -75,14 +81,14 @@ void CWallClock::EndTurns() {
 void CWallClock::SetHeld(bool held) {
   page_clock_->SetPaused(held);
   turn_clock_->SetPaused(held);
-  if (held && is_over_) {
-    is_over_ = false;
+  if (held && turn_ == Turn::Over) {
+    turn_ = Turn::On;
     turn_clock_->Begin(CPageClock::kLeastSeconds);
   }
 }
 
 void CWallClock::OnPageOver() {
-  if (in_turn_ && !is_over_ && !CTurnTime::HasTimeForAPage(turn_clock_->MsLeft())) {
+  if (TurnRuns() && !CTurnTime::HasTimeForAPage(turn_clock_->MsLeft())) {
     page_clock_->Begin(CPageClock::kLeastSeconds);
   } else {
     Q_EMIT SignalPageOver();
@@ -91,7 +97,7 @@ void CWallClock::OnPageOver() {
 
 // The next plan takes a while to come; no page begins just before it.
 void CWallClock::OnTurnOver() {
-  is_over_ = true;
+  turn_ = Turn::Over;
   if (HasSeveralPages() && !CTurnTime::HasTimeForAPage(page_clock_->MsLeft())) {
     page_clock_->Begin(CPageClock::kLeastSeconds);
   }

@@ -28,12 +28,14 @@ class CWallClock : public QObject {
   void GoToPage(int page);
   /// The plan stays for a turn from now on.
   void BeginTurn(int least_seconds);
+  /// The turn is over, but no other plan came: this one stays for so long, whatever its pages take.
+  void Stay(int seconds);
   /// The plan stays without an end.
   void EndTurns();
   void SetHeld(bool held);
 
   bool IsHeld() const { return page_clock_->IsPaused(); }
-  bool IsInTurn() const { return in_turn_; }
+  bool IsInTurn() const { return turn_ != Turn::None; }
   int PageSecondsLeft() const { return page_clock_->SecondsLeft(); }
   int TurnSecondsLeft() const { return turn_clock_->SecondsLeft(); }
 
@@ -42,6 +44,10 @@ class CWallClock : public QObject {
   void SignalTurnOver();
 
  private:
+  enum class Turn { None, On, Over, Stay };  // Over: the next plan is awaited; Stay: it could not be had
+
+  void Begin(Turn turn, const CTurnTime& time);
+  bool TurnRuns() const { return turn_ == Turn::On || turn_ == Turn::Stay; }
   void ChangeTurn(int page);
   void OnPageOver();
   void OnTurnOver();
@@ -51,8 +57,7 @@ class CWallClock : public QObject {
   QVector<int> page_seconds_;
   int least_seconds_ = 0;
   CTurnTime turn_time_;
-  bool in_turn_ = false;
-  bool is_over_ = false;  // the turn is, and the next plan is awaited
+  Turn turn_ = Turn::None;
 };
 
 }  // namespace TarnClient

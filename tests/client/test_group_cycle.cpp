@@ -209,15 +209,21 @@ void GroupCycleTest::SkipsPlansThatFail() {
 
 void GroupCycleTest::TriesAgainWhatFailsForAWhile_data() {
   QTest::addColumn<QString>("call");
-  QTest::newRow("listed but not fetched") << "GetPlanDetail";
-  QTest::newRow("plans not to be listed") << "GetPlansInGroup";
-  QTest::newRow("groups not to be listed") << "GetPlanGroups";
+  QTest::addColumn<int>("page_seconds");
+  QTest::newRow("listed but not fetched") << "GetPlanDetail" << 5;
+  QTest::newRow("plans not to be listed") << "GetPlansInGroup" << 5;
+  QTest::newRow("groups not to be listed") << "GetPlanGroups" << 5;
+  QTest::newRow("after a plan that has shown its pages for long") << "GetPlanDetail" << 300;
 }
 
 // Nobody may be there to start it anew.
 void GroupCycleTest::TriesAgainWhatFailsForAWhile() {
   QFETCH(QString, call);
+  QFETCH(int, page_seconds);
   Open();
+  std::list<view_plugin_protocol::PlanPage> pages(2, Stored("Public B plan 2").pages.front());
+  pages.front().dwell_seconds = pages.back().dwell_seconds = page_seconds;
+  Save("Public B plan 2", pages);
   // Nothing was shown yet: whoever has started it hears of it at once.
   fixture_.Services().Fail(call, "The disk is tired");
   Start("Public B");
@@ -228,6 +234,7 @@ void GroupCycleTest::TriesAgainWhatFailsForAWhile() {
 
   Start("Public B");
   QTRY_VERIFY(Progress().contains("1 of 2"));
+  QCOMPARE(clock_->Seconds(), qMax(20, 2 * page_seconds));
   fixture_.Services().Fail(call, "The disk is tired");
   fixture_.Log().Clear();
   for (int turn = 0; turn < 2; ++turn) {
