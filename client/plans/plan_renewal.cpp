@@ -10,7 +10,17 @@ namespace TarnClient {
 using TarnPlanView::CStandardViewController;
 using namespace view_plugin_protocol;
 
-CPlanRenewal::CPlanRenewal(CLiveWall* wall, QObject* parent) : QObject(parent), wall_(wall) {}
+namespace {
+
+constexpr int kAgainMs = 3000;
+
+}  // namespace
+
+CPlanRenewal::CPlanRenewal(CLiveWall* wall, QObject* parent) : QObject(parent), wall_(wall) {
+  again_.setSingleShot(true);
+  again_.setInterval(kAgainMs);
+  connect(&again_, &QTimer::timeout, this, &CPlanRenewal::Fetch);
+}
 
 void CPlanRenewal::Attach(CPlanFamily* family) {
   if (family->Controller()) {
@@ -19,22 +29,38 @@ void CPlanRenewal::Attach(CPlanFamily* family) {
   }
 }
 
-// The request is not enough: what it leaves out stays as the service has it. A plan that cannot be read plays on as it
-// was; whoever saves it from the wall is told.
 void CPlanRenewal::OnSaved(const std::string& plan_code) {
-  if (!wall_->IsPlaying() || plan_code != wall_->Plan().index_code) {
+  if (wall_->IsPlaying() && plan_code == wall_->Plan().index_code) {
+    plan_code_ = plan_code;
+    Fetch();
+  }
+}
+
+// What was sent is not enough: what it leaves out stays as the service has it. Until the plan can be read it plays on
+// as it was.
+void CPlanRenewal::Fetch() {
+  again_.stop();
+  if (!wall_->IsPlaying() || plan_code_ != wall_->Plan().index_code) {
     return;
   }
   GetPlanDetailRequest request;
-  request.plan_index_code = plan_code;
-  // The answer to an older question brings an older version.
+  request.plan_index_code = plan_code_;
   HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request)
       .Replacing(newest_)
       .Then(this, [this](const auto& fetched) {
         if (fetched.ok) {
-          wall_->Renew(fetched.response);
+          Take(fetched.response);
+        } else {
+          again_.start();
         }
       });
+}
+
+// A newer version may have been played in the meantime.
+void CPlanRenewal::Take(const GetPlanDetailResponse& plan) {
+  if (plan.revision >= wall_->Plan().revision) {
+    wall_->Renew(plan);
+  }
 }
 
 }  // namespace TarnClient

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QObject>
+#include <QTimer>
 #include <string>
 
+#include "LyraPluginManager/view_plugin_protocol.h"
 #include "host_calls/call_scope.h"
 
 namespace TarnClient {
@@ -11,7 +13,8 @@ class CLiveWall;
 class CPlanFamily;
 
 /// Brings the new version of the plan that plays onto the wall when this client has saved one, in the editor or else.
-/// Thread: GUI; the service is asked on the thread pool.
+/// A version that cannot be read is asked for again while the plan plays. Thread: GUI; the service is asked on the
+/// thread pool.
 class CPlanRenewal : public QObject {
   Q_OBJECT
  public:
@@ -22,8 +25,12 @@ class CPlanRenewal : public QObject {
 
  private:
   void OnSaved(const std::string& plan_code);
+  void Fetch();
+  void Take(const view_plugin_protocol::GetPlanDetailResponse& plan);
 
   CLiveWall* const wall_;
+  std::string plan_code_;  // of the plan that was saved last
+  QTimer again_;
   HostCalls::CCallScope newest_;
 };
 
