@@ -1,10 +1,14 @@
+#include <QAbstractButton>
 #include <QLabel>
 #include <QLineEdit>
 #include <QToolButton>
+#include <QTranslator>
 #include <QtTest>
 
 #include "TarnHost/modal_answer.h"
 #include "client_desk.h"
+#include "plan_records.h"
+#include "window/window_size.h"
 
 namespace {
 
@@ -22,9 +26,15 @@ class ClientPlanEditorTest : public TarnTest::CClientDesk {
   void ClosingAsksAndSavesFirst();
   void FailedSaveKeepsTheWindow();
   void SwitchOfUserAsks();
+  void WallTakesTheNewestVersion();
+  void FitsTheLeastWindow_data();
+  void FitsTheLeastWindow();
 
  private:
   void Edit(const QString& plan);
+  view_plugin_protocol::UpdatePlanRequest UpdateOf(const QString& plan);
+  /// The buttons of the window that are not wholly in it.
+  QString ButtonsOutside() const;
   QWidget* Editor() const { return window_->findChild<QWidget*>("add_edit_plan_widget"); }
   QLineEdit* Name() const { return window_->findChild<QLineEdit*>("plan_name_edit"); }
   bool IsEditing() const { return Editor() && Editor()->isVisible(); }
@@ -48,6 +58,30 @@ void ClientPlanEditorTest::Edit(const QString& plan) {
   window_->Family(family).Panel()->EditPlanByIndex(Row(plan, family));
   QTRY_VERIFY(IsEditing() && Name()->text() == plan);
   QTRY_VERIFY(Name()->hasFocus());
+}
+
+view_plugin_protocol::UpdatePlanRequest ClientPlanEditorTest::UpdateOf(const QString& plan) {
+  const view_plugin_protocol::GetPlanDetailResponse stored = Stored(plan);
+  view_plugin_protocol::UpdatePlanRequest update;
+  update.plan_index_code = stored.index_code;
+  update.plan_name = stored.name;
+  update.index_type = stored.type;
+  update.parent_index_code = stored.group_index_code;
+  update.parent_name = stored.group_name;
+  update.pages = stored.pages;
+  update.revision = stored.revision;
+  return update;
+}
+
+QString ClientPlanEditorTest::ButtonsOutside() const {
+  QStringList outside;
+  for (const auto* button : window_->findChildren<QAbstractButton*>()) {
+    const QRect place(button->mapTo(button->window(), QPoint()), button->size());
+    if (button->isVisible() && button->window() == window_.get() && !window_->rect().contains(place)) {
+      outside << QString("%1 ends at %2, %3").arg(button->objectName()).arg(place.right()).arg(place.bottom());
+    }
+  }
+  return outside.join("; ");
 }
 
 void ClientPlanEditorTest::KeysMeanThePlanThatIsEdited() {
@@ -184,6 +218,69 @@ void ClientPlanEditorTest::SwitchOfUserAsks() {
   QString error;
   QVERIFY(fixture_.Store().LogIn("operator", &error));
   QTRY_VERIFY(Row("Mine", 1).isValid());
+}
+
+// What was saved comes onto the wall, also when it cannot be read at once, but never after what was saved later.
+void ClientPlanEditorTest::WallTakesTheNewestVersion() {
+  Open();
+  Play("Public A plan 2");
+  const auto revision = Stored("Public A plan 2").revision;
+  auto& services = fixture_.Services();
+  services.Fail("GetPlanDetail", "The disk is tired");
+  window_->Family(0).Controller()->UpdatePlanParam(UpdateOf("Public A plan 2"), "Public A plan 2");
+  QTRY_COMPARE(Stored("Public A plan 2").revision, revision + 1);
+  TarnTest::CPlanFixture::Drain();
+  services.Mend("GetPlanDetail");
+  QTRY_COMPARE_WITH_TIMEOUT(Wall().Plan().revision, revision + 1, 20000);
+
+  services.Hold("GetPlanDetail", TarnTest::CRecordingServices::AfterCall);
+  window_->Family(0).Controller()->UpdatePlanParam(UpdateOf("Public A plan 2"), "Public A plan 2");
+  QVERIFY(services.WaitUntilHeld("GetPlanDetail"));
+  view_plugin_protocol::UpdatePlanResponse ignored;
+  QVERIFY(fixture_.Store().UpdatePlan(UpdateOf("Public A plan 2"), ignored));
+  Wall().Play(Stored("Public A plan 2"));
+  services.ReleaseAll();
+  TarnTest::CPlanFixture::Drain();
+  QCOMPARE(Wall().Plan().revision, revision + 3);
+}
+
+void ClientPlanEditorTest::FitsTheLeastWindow_data() {
+  QTest::addColumn<QString>("language");
+  QTest::newRow("English") << "en";
+  QTest::newRow("Chinese") << "zh_CN";
+}
+
+// With all that asks for room: many windows and pages, long names, a cycle, the editor.
+void ClientPlanEditorTest::FitsTheLeastWindow() {
+  QFETCH(QString, language);
+  QTranslator texts;
+  QVERIFY(texts.load(QString(":/TarnClient/translations/tarn_%1.qm").arg(language)));
+  QCoreApplication::installTranslator(&texts);
+  Open();
+  view_plugin_protocol::UpdatePlanRequest large = UpdateOf("Public B plan 2");
+  large.pages.clear();
+  large.plan_name = "Gates, yards and all the ways between them as they are seen at night";
+  for (int page = 1; page <= 8; ++page) {
+    large.pages.push_back(TarnTest::FullPage(page));
+    large.pages.back().name = large.plan_name;
+    large.pages.back().dwell_seconds = 3600;
+    for (auto& window : large.pages.back().windows) {
+      window.resource_name = large.plan_name;
+    }
+  }
+  window_->Family(0).Controller()->UpdatePlanParam(large, "Public B plan 2");
+  const QString name = QString::fromStdString(large.plan_name);
+  QTRY_VERIFY(Row(name).isValid());
+  Q_EMIT window_->Family(0).Panel()->SignalPlanGroupCycle(fixture_.Code("Public B"), 20);
+  QTRY_COMPARE(Wall().PlanName(), name);
+  Edit(name);
+  const QSize least = TarnClient::WindowSizeFor({0, 0});
+  window_->resize(least);
+  QTRY_COMPARE(window_->size(), least);
+  const QSize needed = window_->minimumSizeHint();
+  QVERIFY2(needed.width() <= least.width() && needed.height() <= least.height(),
+           qPrintable(QString("%1 x %2").arg(needed.width()).arg(needed.height())));
+  QTRY_COMPARE(ButtonsOutside(), QString());  // once the editor stands
 }
 
 QTEST_MAIN(ClientPlanEditorTest)
