@@ -21,7 +21,7 @@ CViewExternWidget::CViewExternWidget(QWidget* parent) : QWidget(parent), d_(new 
 }
 
 CViewExternWidget::~CViewExternWidget() {
-  StopWorking();
+  d_->stop();
   // It belongs to the window once it was shown.
   delete d_->preview;
 }
@@ -277,6 +277,7 @@ void CViewExternWidget::ShowServiceTrouble(const QString& text) {
 }
 
 void CViewExternWidget::SwitchUserUpdate() {
+  const bool was_editing = d_->isEditing();
   d_->dropPending();
   d_->closePopups();
   d_->ui.view_location_line_edit->clear();
@@ -288,15 +289,26 @@ void CViewExternWidget::SwitchUserUpdate() {
   d_->ui.add_group_btn->setEnabled(false);
   d_->rights = AskRights();
   d_->renewToolTips();
+  if (was_editing) {
+    Q_EMIT SignalEditorChanged();  // last, since whoever hears it may end the panel
+  }
 }
 
 void CViewExternWidget::StopWorking() {
-  d_->stopped = true;
-  d_->dropPending();
-  d_->renewal.stop();
-  d_->ui.wait_widget->SetWaiting(false);
-  d_->ui.view_location_line_edit->SetView(nullptr);
-  d_->closePopups();
+  const bool was_editing = d_->isEditing();
+  d_->stop();
+  if (was_editing) {
+    Q_EMIT SignalEditorChanged();
+  }
+}
+
+void CViewExternWidget::Private::stop() {
+  stopped = true;
+  dropPending();
+  renewal.stop();
+  ui.wait_widget->SetWaiting(false);
+  ui.view_location_line_edit->SetView(nullptr);
+  closePopups();
 }
 
 void CViewExternWidget::Private::dropModel() {

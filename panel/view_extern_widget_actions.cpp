@@ -501,7 +501,6 @@ void CViewExternWidget::OnPopupSavePlanAsDlg(const QPoint& position) {
 }
 
 void CViewExternWidget::Private::closePopups() {
-  const bool was_editing = isEditing();
   WidgetKit::HideDockWidget(plan_editor);
   if (plan_editor) {
     plan_editor->deleteLater();
@@ -520,9 +519,6 @@ void CViewExternWidget::Private::closePopups() {
   creation_info = nullptr;
   name_edit = nullptr;
   unused_name.clear();
-  if (was_editing) {
-    Q_EMIT q->SignalEditorChanged();
-  }
 }
 
 }  // namespace TarnPlanView

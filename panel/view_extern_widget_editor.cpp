@@ -131,17 +131,23 @@ void CViewExternWidget::Private::showPlanEditor(const OpenInEditor& open) {
 }
 
 void CViewExternWidget::Private::closePlanEditor() {
+  const QPointer<CViewExternWidget> alive(q);
   const std::optional<NextPlan> next = std::exchange(open_next, std::nullopt);
   if (std::exchange(leaving, false)) {
     hidePlanEditor();
-    Q_EMIT q->SignalMayLeave();
-  } else if (next && next->panel == q && IsReady()) {
-    openAwaited(*next);
-  } else {
-    hidePlanEditor();
-    if (next && next->panel && next->panel != q) {
-      next->panel->d_->openAwaited(*next);
+    if (alive) {
+      Q_EMIT q->SignalMayLeave();
     }
+    return;
+  }
+  const bool is_ours = next && next->panel == q;
+  if (is_ours && IsReady()) {
+    openAwaited(*next);
+    return;
+  }
+  hidePlanEditor();
+  if (next && next->panel && !is_ours) {
+    next->panel->d_->openAwaited(*next);
   }
 }
 

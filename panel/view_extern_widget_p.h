@@ -65,6 +65,8 @@ class CViewExternWidget::Private {
   void dropModel();
   /// Nothing that was asked so far is answered or acted upon any more.
   void dropPending();
+  /// StopWorking() without a word to anyone.
+  void stop();
 
   bool IsReady() const { return model && controller && !stopped; }
 
