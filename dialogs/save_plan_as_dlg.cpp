@@ -310,7 +310,9 @@ void CSavePlanAsDlg::timerEvent(QTimerEvent* event) {
   const auto* field = d_->ui.name_line_edit_;
   if (event->timerId() == d_->hint_timer && field->text().isEmpty()) {
     const int y = field->mapTo(this, QPoint()).y() + field->height() - kHintRise;
-    QToolTip::showText(mapToGlobal(QPoint(mapFromGlobal(QCursor::pos()).x(), y)), namingRule());
+    const QPoint place(mapFromGlobal(QCursor::pos()).x(), y);
+    // A hint that stands already is moved only where its own rectangle no longer holds the place.
+    QToolTip::showText(mapToGlobal(place), namingRule(), this, QRect(place, QSize(1, 1)));
   }
   QWidget::timerEvent(event);
 }

@@ -169,18 +169,18 @@ void CViewExternWidget::Private::deleteGroup(const QModelIndex& index) {
   const QString code = index.data(GroupIndexCodeRole).toString();
   const QString question = IsChildPlaying(index) ? PlayingWarning() : CViewExternWidget::tr("ConfirmToDelete");
   // The row may have gone while the question was open, and a second key press may come before the first answer.
-  if (deleting.contains(code) || !Confirm(question) || !controller || !row.Resolve().isValid()) {
+  if (deleting.contains({true, code}) || !Confirm(question) || !controller || !row.Resolve().isValid()) {
     return;
   }
-  controller->DeletePlanGroupByIndex(row.Resolve(), noteDeletion(code));
+  controller->DeletePlanGroupByIndex(row.Resolve(), noteDeletion({true, code}));
 }
 
 // Until its own answer comes, and no other, the row is not deleted once more.
-CStandardViewController::PlanAnswer CViewExternWidget::Private::noteDeletion(const QString& code) {
-  deleting.insert(code);
-  return [this, panel = QPointer<CViewExternWidget>(q), code, begun_in = session](bool, const QString&) {
+CStandardViewController::PlanAnswer CViewExternWidget::Private::noteDeletion(const QPair<bool, QString>& row) {
+  deleting.insert(row);
+  return [this, panel = QPointer<CViewExternWidget>(q), row, begun_in = session](bool, const QString&) {
     if (panel && session == begun_in) {
-      deleting.remove(code);
+      deleting.remove(row);
     }
   };
 }
@@ -190,7 +190,7 @@ void CViewExternWidget::Private::deletePlan(const QModelIndex& index) {
   const QString code = index.data(PlanIndexCodeRole).toString();
   const bool playing = index.data(PlayingRole).toBool();
   const QString question = playing ? PlayingWarning() : CViewExternWidget::tr("ConfirmToDelete");
-  if (deleting.contains(code) || !Confirm(question) || !controller || !row.Resolve().isValid()) {
+  if (deleting.contains({false, code}) || !Confirm(question) || !controller || !row.Resolve().isValid()) {
     return;
   }
   const QPointer<CViewExternWidget> alive(q);
@@ -198,7 +198,7 @@ void CViewExternWidget::Private::deletePlan(const QModelIndex& index) {
     Q_EMIT q->SignalStopPlan();
   }
   if (alive && controller && row.Resolve().isValid()) {
-    controller->DeletePlanByIndex(row.Resolve(), noteDeletion(code));
+    controller->DeletePlanByIndex(row.Resolve(), noteDeletion({false, code}));
   }
 }
 
@@ -209,6 +209,10 @@ CViewNameEdit* CViewExternWidget::Private::NameEdit() {
     name_edit = new CViewNameEdit(q);
     connect(name_edit, &CViewNameEdit::SignalEditPlanViewGroup, q, &CViewExternWidget::onEditPlanViewGroupName);
     connect(name_edit, &CViewNameEdit::SignalAddPlanViewGroup, q, &CViewExternWidget::onAddPlanViewGroupName);
+    connect(name_edit, &CViewNameEdit::SignalClosed, q, [this] {
+      name_edit_row.reset();
+      new_group_parent.reset();
+    });
   }
   return name_edit;
 }

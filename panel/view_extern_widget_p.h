@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QPair>
 #include <QPointer>
 #include <QSet>
 #include <QStandardItemModel>
@@ -106,7 +107,7 @@ class CViewExternWidget::Private {
   QString PlayingWarning() const;
   void deleteGroup(const QModelIndex& index);
   void deletePlan(const QModelIndex& index);
-  CStandardViewController::PlanAnswer noteDeletion(const QString& code);
+  CStandardViewController::PlanAnswer noteDeletion(const QPair<bool, QString>& row);
   void play(const QString& code);
   void fillUpdate(const QModelIndex& row, view_plugin_protocol::UpdatePlanRequest& request) const;
 
@@ -165,7 +166,7 @@ class CViewExternWidget::Private {
   CPlanMover* mover = nullptr;
   CPlanSearch* search = nullptr;
   QTimer renewal;
-  QString searched_text;
+  QString searched_text, answered_text;  // of the search that is under way, and of the one that is being shown
   bool search_failed = false, load_failed = false;
   std::optional<CPlanNodeRef> row_before_load;
   int session = 0;
@@ -186,8 +187,8 @@ class CViewExternWidget::Private {
   QPointer<QWidget> monitor;
   ResourceTreeKit::LogicNodeParam logic_node;
   std::optional<std::array<bool, 4>> stored_states;
-  PlanRights rights;  // what the bar goes by
-  QSet<QString> deleting;
+  PlanRights rights;                    // what the bar goes by
+  QSet<QPair<bool, QString>> deleting;  // whether it is a group, and its code
   HostCalls::CCallScope creation_info_calls;
   bool stopped = false;
   bool between_users = false;  // the rows are still the last user's

@@ -50,8 +50,7 @@ void CViewExternWidget::onGetSearchedResult(const std::list<view_plugin_protocol
   d_->search_model->clear();
   d_->renewHold();
   // A result that this panel did not ask for is taken as one for what stands in the field.
-  const QString asked = std::exchange(d_->searched_text, {});
-  const QString text = asked.isEmpty() ? d_->SearchText() : asked;
+  const QString text = d_->answered_text.isEmpty() ? d_->SearchText() : d_->answered_text;
   const bool dark = CViewConfigManager::Instance().IsDarkSkin();
   QList<QStandardItem*> rows;
   for (const view_plugin_protocol::SearchedPlan& plan : plans) {

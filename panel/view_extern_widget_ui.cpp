@@ -4,6 +4,7 @@
 #include <QShortcut>
 #include <QStyle>
 #include <QToolTip>
+#include <utility>
 
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/popup_menu.h"
@@ -154,7 +155,14 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
     leaveSearch();
     ui.plan_view_tree->setFocus();
   });
-  connect(search, &CPlanSearch::SignalFound, q, &CViewExternWidget::signalGetSearchedResult);
+  connect(search, &CPlanSearch::SignalFound, q, [this](const auto& plans) {
+    const QPointer<CViewExternWidget> alive(q);
+    answered_text = std::exchange(searched_text, {});
+    Q_EMIT q->signalGetSearchedResult(plans);
+    if (alive) {
+      answered_text.clear();
+    }
+  });
   connect(search, &CPlanSearch::SignalFailed, q, [this](const QString& error) {
     search_failed = true;
     Q_EMIT q->SignalMessageTipNeeded(error, 1);

@@ -207,6 +207,13 @@ void CViewNameEdit::showEvent(QShowEvent* event) {
   ui_->ptr_name_edit->selectAll();
 }
 
+void CViewNameEdit::hideEvent(QHideEvent* event) {
+  QFrame::hideEvent(event);
+  if (!event->spontaneous()) {
+    Q_EMIT SignalClosed();
+  }
+}
+
 void CViewNameEdit::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Return:

@@ -32,6 +32,8 @@ class CViewNameEdit : public QFrame {
   void SignalAddPlanViewGroup(QString name);
   void SignalEditPlanViewGroup(QString name);
   void SignalEditCycleName(QString name);
+  /// With or without a name.
+  void SignalClosed();
 
  public Q_SLOTS:
   void OnClickedBtn();
@@ -41,6 +43,7 @@ class CViewNameEdit : public QFrame {
   void timerEvent(QTimerEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
   bool focusNextPrevChild(bool next) override;
   void keyPressEvent(QKeyEvent* event) override;
 

@@ -217,6 +217,14 @@ void PanelTest::NewGroupGoesWhereItWasBegun() {
   QTest::mouseClick(stage.Button("add_group_btn"), Qt::LeftButton);  // what was typed is not lost
   QTest::keyClick(editor->findChild<QLineEdit*>(), Qt::Key_Return);
   QTRY_COMPARE(stage.Row(QStringLiteral("Gate")).parent().data().toString(), QStringLiteral("Public B"));
+
+  // Closed without a name: a name that comes without the pop-up goes into the current group.
+  stage.Choose(QStringLiteral("Public A"));
+  QTest::mouseClick(stage.Button("add_group_btn"), Qt::LeftButton);
+  QTest::keyClick(editor, Qt::Key_Escape);
+  stage.Choose(QStringLiteral("Public B"));
+  QMetaObject::invokeMethod(&stage.Panel(), "onAddPlanViewGroupName", Q_ARG(QString, QStringLiteral("Roof")));
+  QTRY_COMPARE(stage.Row(QStringLiteral("Roof")).parent().data().toString(), QStringLiteral("Public B"));
 }
 
 void PanelTest::RenamesTheRowThatTheEditorWasOpenedFor() {
@@ -333,8 +341,7 @@ void PanelTest::WhateverDiesFirstDoesNoHarm() {
     fixture_.Drain();
   }
   // Slots that end the panel while it tells them something.
-  const auto end_at = [&](void (CViewExternWidget::*signal)(QVariant),
-                          const std::function<void(CViewExternWidget*)>& act) {
+  const auto end_at = [&](auto signal, const std::function<void(CViewExternWidget*)>& act) {
     auto* panel = new CViewExternWidget(nullptr);
     CStandardViewController controller(fixture_.Public());
     controller.setParent(nullptr);
@@ -355,6 +362,27 @@ void PanelTest::WhateverDiesFirstDoesNoHarm() {
     qobject_cast<QLineEdit*>(panel->GetLocateViewWidget())->setText(QStringLiteral("plan"));
     panel->OnFuzzySearchPlan();
   });
+  const auto open_editor = [](CViewExternWidget* panel) {
+    const QSignalBlocker quiet(panel);
+    QMetaObject::invokeMethod(panel, "onAddPlanBtnClicked");
+    QVERIFY(panel->IsEditorOpen());
+  };
+  for (const auto end : {&CViewExternWidget::SwitchUserUpdate, &CViewExternWidget::StopWorking}) {
+    end_at(&CViewExternWidget::SignalEditorChanged, [&](CViewExternWidget* panel) {
+      open_editor(panel);
+      (panel->*end)();
+    });
+  }
+  // A panel that ends with its editor says nothing any more.
+  auto* panel = new CViewExternWidget(nullptr);
+  CStandardViewController controller(fixture_.Public());
+  controller.setParent(nullptr);
+  panel->SetModel(fixture_.Public());
+  panel->SetStandardViewControl(&controller);
+  open_editor(panel);
+  QSignalSpy changed(panel, &CViewExternWidget::SignalEditorChanged);
+  delete panel;
+  QCOMPARE(changed.count(), 0);
 }
 
 void PanelTest::SwitchOfUserEndsWhatIsUnderWay() {

@@ -72,8 +72,14 @@ void PanelSearchTest::ShowsBothScopesInOrder() {
   Field(stage)->setText(QStringLiteral("  gate "));
   Q_EMIT stage.Panel().signalGetSearchedResult({{"4711", "Gate", "1", "Yard", 0}});
   QCOMPARE(list->model()->index(0, 0).data(SearchTextRole).toString(), QStringLiteral("gate"));
+  // While a search is under way it takes nothing from that one.
+  Services().Hold(QStringLiteral("SearchPlan"));
   searchFor(stage, "plan 10");
+  Field(stage)->setText(QStringLiteral("gate"));
+  Q_EMIT stage.Panel().signalGetSearchedResult({{"4711", "Gate", "1", "Yard", 0}});
+  Services().ReleaseAll();
   QTRY_COMPARE(Hits(stage).size(), 5);
+  QCOMPARE(list->model()->index(0, 0).data(SearchTextRole).toString(), QStringLiteral("plan 10"));
 
   QSignalSpy played(&stage.Controller(), &CStandardViewController::SignalPlayPlanView);
   list->setCurrentIndex(list->model()->index(3, 0));
