@@ -51,7 +51,7 @@ struct CSavePlanAsDlg::Data {
   QString theme_name;
   QPointer<QWidget> parent;
   bool default_index_set = false;
-  std::optional<CPlanNodeRef> awaited;  // chosen before the tree began to load anew
+  std::optional<CPlanNodeRef> awaited;  // chosen before the tree began to load again
   int hint_timer = 0;
 };
 

@@ -185,7 +185,7 @@ void CViewExternWidget::Private::noteRemoval(const QModelIndex& parent, int firs
   }
 }
 
-// The trees are about to be loaded anew. What is waited for already counts more than a root that stood in for it.
+// The trees are about to be loaded again. What is waited for already counts more than a root that stood in for it.
 void CViewExternWidget::Private::noteReload(const QModelIndex& row) {
   if (row_before_load || !row.isValid() || between_users) {
     return;

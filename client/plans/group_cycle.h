@@ -13,7 +13,7 @@ class CLiveWall;
 class CPlanPlayer;
 
 /// Plays the plans of a group one after the other and around, its own before those of its subgroups. The wall says when
-/// a turn is over, or that the user wants another plan of the group. The group is read anew at every turn. A plan that
+/// a turn is over, or that the user wants another plan of the group. The group is read again at every turn. A plan that
 /// cannot be fetched is skipped with a message; when none can, or the service does not answer, what is on the wall
 /// stays for another turn. Ends when the user plays something else or stops, when the group is gone or has no plans,
 /// and when its first turn fails. Thread: GUI; the service is asked on the thread pool.

@@ -37,7 +37,7 @@ class CPlanFamily : public QObject {
 
   /// Marks this plan as playing and makes it current; an empty code takes the mark away.
   void MarkPlaying(const QString& code);
-  /// Marks it and leaves the current row alone: for what starts by itself, and for rows that were made anew.
+  /// Marks it and leaves the current row alone: for what starts by itself, and for rows that were made again.
   void RenewMark(const QString& code);
 
  private:

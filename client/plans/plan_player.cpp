@@ -232,7 +232,7 @@ void CPlanPlayer::Show(const GetPlanDetailResponse& plan, PlayOrigin origin) {
     inquiry_->Drop();
   }
   if (origin != PlayOrigin::Automatic || wanted_by_ == PlayOrigin::DefaultView) {
-    SetWanted({});  // the user's wish that is still on its way takes the place of an automatic plan
+    SetWanted({});  // what the user wanted and is still on its way takes the place of an automatic plan
   }
   wall_->Play(plan);
   Record(plan.name, origin);

@@ -42,7 +42,7 @@ class CPlanPlayer : public QObject {
   /// Whether an automatic plan is on the wall.
   bool ShowsAutomatic() const;
   /// A plan that was asked for and has not come yet is not wanted any more; what is on the wall stays.
-  void TakeBackWish() { SetWanted({}); }
+  void DropWanted() { SetWanted({}); }
   /// The plan that was asked for and is on its way; empty for none.
   const std::string& Wanted() const { return wanted_; }
   /// Also takes back a wish whose plan has not come yet.

@@ -243,7 +243,7 @@ void CMainWindow::OnAutomaticOver() {
 
 void CMainWindow::StartCycle(const QString& group_code, int seconds) {
   if (MayCycle()) {
-    player_->TakeBackWish();
+    player_->DropWanted();
     StartCycleBy(group_code, seconds, PlayOrigin::GroupCycle);
   } else {
     ShowTip(tr("Playing the plans of a group in turn is switched off."), CNomalMessage::Failure);

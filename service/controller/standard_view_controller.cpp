@@ -220,16 +220,16 @@ void CStandardViewController::DeletePlanGroupByIndex(const QModelIndex& index, c
   }
 }
 
-void CStandardViewController::deletePlanGroupByIndexThread(const QModelIndex& index, const PlanAnswer& told) {
+void CStandardViewController::deletePlanGroupByIndexThread(const QModelIndex& index, const PlanAnswer& reply) {
   DeletePlanGroupRequest request;
   request.index_code = QStringToString(GroupCodeOf(index));
   request.name = NameOf(index);
   request.type = CViewPublicDef::GetIndexType(index);
   const CPlanNodeRef node(index);
   AskForChange(&CViewBusinessInterfaceMgr::DeletePlanGroup, request, request.index_code)
-      .Then(this, [this, node, told, code = request.index_code](const auto& answer) {
+      .Then(this, [this, node, reply, code = request.index_code](const auto& answer) {
         Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanGroupSucc(node.Resolve()); });
-        told(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
+        reply(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
       });
 }
 
@@ -241,13 +241,13 @@ void CStandardViewController::DeletePlanByIndex(const QModelIndex& index, const 
   deletePlanByIndexThread(index, answer);
 }
 
-void CStandardViewController::deletePlanByIndexThread(const QModelIndex& index, const PlanAnswer& told) {
+void CStandardViewController::deletePlanByIndexThread(const QModelIndex& index, const PlanAnswer& reply) {
   const CPlanNodeRef node(index);
   const DeletePlanResquest request = MakeDeletePlanRequest(index);
   AskForChange(&CViewBusinessInterfaceMgr::DeletePlan, request, request.plan_index_code)
-      .Then(this, [this, node, told, code = request.plan_index_code](const auto& answer) {
+      .Then(this, [this, node, reply, code = request.plan_index_code](const auto& answer) {
         Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanSucc(node.Resolve()); });
-        told(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
+        reply(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
       });
 }
 
@@ -283,14 +283,14 @@ void CStandardViewController::AddPlanParam(const AddPlanRequest& request, const 
   }
 }
 
-void CStandardViewController::addPlanParamThread(const AddPlanRequest& request, const PlanAnswer& told) {
+void CStandardViewController::addPlanParamThread(const AddPlanRequest& request, const PlanAnswer& reply) {
   const int notices = CViewModelDataManager::Instance().GetNoticeCount();
   Ask(&CViewBusinessInterfaceMgr::AddPlan, request).AsCurrentUser().Then(this, [=](const auto& answer) {
     const std::string& code = answer.response.index_code;
     Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"),
            [&] { Q_EMIT SignalAddPlanSucc(request, StringToQString(code)); });
     RecheckIfTold(notices, code, false);
-    told(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
+    reply(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
   });
 }
 
@@ -308,16 +308,16 @@ void CStandardViewController::UpdatePlanParam(const UpdatePlanRequest& request, 
 }
 
 void CStandardViewController::updatePlanParamThread(const UpdatePlanRequest& request, const QString& old_name,
-                                                    const PlanAnswer& told) {
+                                                    const PlanAnswer& reply) {
   Q_UNUSED(old_name)  // for whoever watches the request; the host does not need it
   const int notices = CViewModelDataManager::Instance().GetNoticeCount();
   AskForChange(&CViewBusinessInterfaceMgr::UpdatePlan, request, request.plan_index_code)
-      .Then(this, [this, request, told, notices](const auto& answer) {
+      .Then(this, [this, request, reply, notices](const auto& answer) {
         Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"), [&] { Q_EMIT SignalUpdatePlanSucc(request); });
         if (answer.ok) {
           RecheckIfTold(notices, request.plan_index_code, false);
         }
-        told(answer.ok, StringToQString(answer.ok ? request.plan_index_code : answer.response.error_info));
+        reply(answer.ok, StringToQString(answer.ok ? request.plan_index_code : answer.response.error_info));
       });
 }
 
@@ -358,16 +358,16 @@ void CStandardViewController::GetPlanInfoByIndexCode(const std::string& indexCod
   getPlanInfoByIndexCodeThread(indexCode, answer);
 }
 
-void CStandardViewController::getPlanInfoByIndexCodeThread(const std::string& indexCode, const PlanAnswer& told) {
+void CStandardViewController::getPlanInfoByIndexCodeThread(const std::string& indexCode, const PlanAnswer& reply) {
   GetPlanDetailRequest request;
   request.plan_index_code = indexCode;
-  Ask(&CViewBusinessInterfaceMgr::GetPlanDetail, request).Then(this, [this, told](const auto& answer) {
+  Ask(&CViewBusinessInterfaceMgr::GetPlanDetail, request).Then(this, [this, reply](const auto& answer) {
     if (answer.ok) {
       Q_EMIT SignalGetPlanInfo(answer.response);
     } else {
       showFailure(answer.response.error_info);
     }
-    told(answer.ok, StringToQString(answer.ok ? answer.response.index_code : answer.response.error_info));
+    reply(answer.ok, StringToQString(answer.ok ? answer.response.index_code : answer.response.error_info));
   });
 }
 

@@ -105,14 +105,14 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   void registerMetaTypes();
   void connectDataManager();
   void addPlanGroupByIndexNameThread(const QModelIndex& parent, const QString& name);
-  void deletePlanGroupByIndexThread(const QModelIndex& index, const PlanAnswer& told);
-  void deletePlanByIndexThread(const QModelIndex& index, const PlanAnswer& told);
+  void deletePlanGroupByIndexThread(const QModelIndex& index, const PlanAnswer& reply);
+  void deletePlanByIndexThread(const QModelIndex& index, const PlanAnswer& reply);
   void updatePlanGroupNameThread(const QModelIndex& index, const QString& name);
-  void addPlanParamThread(const view_plugin_protocol::AddPlanRequest& request, const PlanAnswer& told);
+  void addPlanParamThread(const view_plugin_protocol::AddPlanRequest& request, const PlanAnswer& reply);
   void updatePlanParamThread(const view_plugin_protocol::UpdatePlanRequest& request, const QString& old_name,
-                             const PlanAnswer& told);
+                             const PlanAnswer& reply);
   void downloadPlanInfoThread(const std::string& indexCode);
-  void getPlanInfoByIndexCodeThread(const std::string& indexCode, const PlanAnswer& told);
+  void getPlanInfoByIndexCodeThread(const std::string& indexCode, const PlanAnswer& reply);
   void addOperationPlayPlanThread(const QString& name, bool automatic, bool from_history);
   void initGetViewConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request);
   /// Marks the row as loaded for the families that do so before the fetch.

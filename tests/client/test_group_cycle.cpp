@@ -139,7 +139,7 @@ void GroupCycleTest::LeavesTheCurrentRowToTheUser() {
   Turn("Public B plan 10");
   QCOMPARE(MarkedRows(), QString("Public B plan 10"));
   QCOMPARE(Tree()->currentIndex(), Row("Public A"));
-  // The mark comes back to a row that is made anew, and is there for rows that are loaded later.
+  // The mark comes back to a row that is made again, and is there for rows that are loaded later.
   view_plugin_protocol::UpdatePlanRequest rename;
   rename.plan_index_code = Code("Public B plan 10");
   rename.plan_name = "Public B renamed";

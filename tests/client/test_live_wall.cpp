@@ -324,7 +324,7 @@ void LiveWallTest::AChangedPlanKeepsItsTurn() {
   QVERIFY(page->Seconds() == 10 && turn->Seconds() == 25);
   clock.ChangePlan({15, 15, 20}, 0, 0);  // a page more
   QVERIFY(page->Seconds() == 10 && turn->Seconds() == 45);
-  clock.ChangePlan({30, 15, 20}, 0, 0);  // it begins anew
+  clock.ChangePlan({30, 15, 20}, 0, 0);  // it begins again
   QVERIFY(page->Seconds() == 30 && turn->Seconds() == 65);
   clock.ChangePlan({5}, 0, 0);
   QVERIFY(clock.IsHeld() && turn->IsPaused() && page->Seconds() == 0 && turn->Seconds() == 20);

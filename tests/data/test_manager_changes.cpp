@@ -230,7 +230,7 @@ void ManagerChangesTest::UpdatedPlanLooksAtEachModel() {
   connect(&Manager(), &CViewModelDataManager::SignalPlanStateChanged, this, [note] { note("changed"); });
   connect(&Manager(), &CViewModelDataManager::SignalUpdatePlanSucc, this, [note] { note("updated"); });
   Manager().OnUpdatePlanSucc(request);
-  QCOMPARE(order, QStringList({"changed: moved", "updated: moved"}));  // the rows stand before anybody is told
+  QCOMPARE(order, QStringList({"changed: moved", "updated: moved"}));  // the rows stand before anybody hears of it
   const QString moved = "Plans(Public A(A1,Public A plan 10),Public B(Public B plan 2,Public B plan 10,moved))";
   QCOMPARE(Outline(fixture_.Public()), moved);
   QCOMPARE(Outline(fixture_.Model("1", PublicTheme)),
@@ -272,7 +272,7 @@ void ManagerChangesTest::TimedPlayIsCheckedAfterPlansAlone() {
     QCOMPARE(automatic_queries(), std::ptrdiff_t(0));
     Manager().OnDeletePlanGroupPlanSucc(PlanRow("Public A plan 2")->index());
     QCOMPARE(automatic_queries(), std::ptrdiff_t(timed_play));
-    QList<std::ptrdiff_t> asked_before;  // whoever is told of a plan is told before its time is looked at
+    QList<std::ptrdiff_t> asked_before;  // whoever hears of a plan hears of it before its time is looked at
     const auto note = [&asked_before, automatic_queries] { asked_before << automatic_queries(); };
     const auto added = connect(&Manager(), &CViewModelDataManager::SignalAddPlanSucc, this, note);
     const auto updated = connect(&Manager(), &CViewModelDataManager::SignalUpdatePlanSucc, this, note);

@@ -68,7 +68,7 @@ void PanelSearchTest::ShowsBothScopesInOrder() {
   // Every hit can be told from its namesakes by the groups above it.
   QVERIFY(list->model()->index(1, 0).data(Qt::AccessibleTextRole).toString().contains(QLatin1String("A1")));
   QVERIFY(list->model()->index(4, 0).data(Qt::AccessibleTextRole).toString().contains(QLatin1String("C1")));
-  // A result that is nobody's search here marks what the field says.
+  // A result that was not asked for here marks what the field says.
   Field(stage)->setText(QStringLiteral("  gate "));
   Q_EMIT stage.Panel().signalGetSearchedResult({{"4711", "Gate", "1", "Yard", 0}});
   QCOMPARE(list->model()->index(0, 0).data(SearchTextRole).toString(), QStringLiteral("gate"));
