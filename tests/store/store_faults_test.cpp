@@ -231,18 +231,25 @@ void StoreFaultsTest::OpensForReadingWhereNothingCanBeWritten() {
 
 void StoreFaultsTest::OpensOnAFullDisk_data() {
   QTest::addColumn<bool>("mounted");
-  QTest::newRow("no file may grow") << false;
-  QTest::newRow("a disk of its own") << true;
+  QTest::addColumn<bool>("older");
+  QTest::newRow("no file may grow") << false << false;
+  QTest::newRow("a disk of its own") << true << false;
+  QTest::newRow("a store of an older program") << false << true;
 }
 
 void StoreFaultsTest::OpensOnAFullDisk() {
   QFETCH(bool, mounted);
+  QFETCH(bool, older);
   CStoreFixture fixture;
   const QString folder = QFileInfo(fixture.File()).path();
   if (mounted && ::mount("tmpfs", QFile::encodeName(folder).constData(), "tmpfs", 0, "size=1m") != 0) {
     QSKIP("Only a user who may mount can fill a disk.");
   }
   fixture.Open().reset();
+  if (older) {
+    fixture.RunPastTheStore("ALTER TABLE plan DROP COLUMN checksum");
+    fixture.RunPastTheStore("UPDATE store_info SET value = '2' WHERE name = 'version'");
+  }
   QString answer, error;
   if (mounted) {
     QFile filler(folder + "/filler");
@@ -263,7 +270,9 @@ void StoreFaultsTest::OpensOnAFullDisk() {
     ::umount2(QFile::encodeName(folder).constData(), MNT_DETACH);
   }
   QVERIFY(ended && again);
-  QCOMPARE(answer, QString("Gates@-1\nTop@-1\n"));
+  QCOMPARE(client.exitStatus(), QProcess::NormalExit);
+  QCOMPARE(client.exitCode(), older ? 2 : 0);  // it would have to be brought along first
+  QCOMPARE(answer, older ? QString() : QString("Gates@-1\nTop@-1\n"));
   QCOMPARE(error, "The plan store " + fixture.File() +
                       " can only be read: no file can be written beside it. Is the disk full?\n");
 }

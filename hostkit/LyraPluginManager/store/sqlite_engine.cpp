@@ -138,7 +138,7 @@ void CSqliteEngine::OpenAgain() {
   }
   OpenExisting();
   RequireSound();
-  Migrate(*this, place_);
+  BringAlong();
 }
 
 // The log of a file that is no longer there, or no longer whole: what is put in its place must not get these pages.
@@ -156,6 +156,14 @@ void CSqliteEngine::RequireSound() {
   if (StoredVersion(*this) <= AllMigrations().back().to && RunOnce("PRAGMA quick_check(1)").toString() != "ok") {
     throw CStoreError(QStringLiteral("The plan store %1 is damaged.").arg(place_), CStoreError::kDamaged);
   }
+}
+
+// A step begins a write, which for a store that can only be read would open it again first, and so on without end.
+void CSqliteEngine::BringAlong() {
+  if (!CanWrite() && StoredVersion(*this) < AllMigrations().back().to) {
+    throw CStoreError(refusal_, CStoreError::kReadOnly);
+  }
+  Migrate(*this, place_);
 }
 
 void CSqliteEngine::Lose(const char* text) {

@@ -36,6 +36,8 @@ class CSqliteEngine : public CSqlEngine {
   bool CanWrite() const { return refusal_.isEmpty(); }
   /// Throws unless the open database is a whole plan store.
   void RequireSound();
+  /// Brings a store of an older program along; throws when it can only be read.
+  void BringAlong();
 
  private:
   enum class Access { kMake, kChange, kRead, kFrozen };

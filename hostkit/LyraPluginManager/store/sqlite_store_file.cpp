@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include "store/migrations.h"
 #include "store/new_store_file.h"
 
 namespace TarnHost::Store {
@@ -68,7 +67,7 @@ std::unique_ptr<CSqlEngine> OpenStoreFile(const QString& file, const NewStore& f
     CheckUnlocked(*engine);
   }
   engine->RequireSound();
-  Migrate(*engine, file);
+  engine->BringAlong();
   engine->SetPatience(CSqliteEngine::kPatience);
   return engine;
 }
