@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QtEndian>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,10 +21,25 @@ const char kMagic[] = "SQLite format 3";
   throw CStoreError(QString::fromUtf8(text).arg(file));
 }
 
+// Closing any other handle of a file would take this process's locks on it.
+std::shared_ptr<const int> PinOf(const QByteArray& name) {
+  const int descriptor = ::open(name.constData(), O_PATH | O_CLOEXEC);
+  if (descriptor < 0) {
+    return nullptr;
+  }
+  return {new int(descriptor), [](const int* held) {
+            ::close(*held);
+            delete held;
+          }};
+}
+
 SqliteFileState::Entry EntryOf(const QString& name) {
   SqliteFileState::Entry entry;
   struct stat status {};
-  if (::stat(QFile::encodeName(name).constData(), &status) == 0) {
+  const QByteArray path = QFile::encodeName(name);
+  entry.pin = PinOf(path);
+  // Where no more files can be opened the name alone says what stands there.
+  if ((entry.pin ? ::fstat(*entry.pin, &status) : ::stat(path.constData(), &status)) == 0) {
     entry.device = status.st_dev;
     entry.inode = status.st_ino;
     entry.size = status.st_size;

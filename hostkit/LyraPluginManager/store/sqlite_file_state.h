@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <memory>
 
 namespace TarnHost::Store {
 
@@ -9,6 +10,7 @@ struct SqliteFileState {
   struct Entry {
     quint64 device = 0, inode = 0;  // inode 0: there is none
     qint64 size = 0, changed_ns = 0;
+    std::shared_ptr<const int> pin{};  // as long as this is remembered, no other file gets the number
 
     bool IsThere() const { return inode != 0; }
     bool IsSameFile(const Entry& other) const { return device == other.device && inode == other.inode; }
