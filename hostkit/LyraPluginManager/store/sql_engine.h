@@ -15,6 +15,8 @@
 
 namespace TarnHost::Store {
 
+class CSharedFileState;
+
 /// One database connection with its prepared statements; the statements are the same for every engine.
 ///
 /// Everything throws CStoreError. Thread: the one that made the object.
@@ -34,6 +36,9 @@ class CSqlEngine {
   void Close();
   /// Throws kConnectionLost when what is open is not what stands at the store's place any more; cheap.
   virtual void RequireInPlace() {}
+
+  /// What the store's further connections compare before they open it; null for one that is in no file.
+  virtual std::shared_ptr<const CSharedFileState> Files() const { return nullptr; }
 
   /// Starts a transaction that will write; no other process writes until it ends.
   virtual void BeginWrite() = 0;

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStorageInfo>
+#include <utility>
 
 #include "store/migrations.h"
 
@@ -27,6 +28,9 @@ const char kMemory[] = ":memory:";
 
 CSqliteEngine::CSqliteEngine(const QString& file, Mode mode, const QString& place)
     : CSqlEngine(QStringLiteral("QSQLITE"), place.isEmpty() ? file : place), file_(file), mode_(mode) {}
+
+CSqliteEngine::CSqliteEngine(const QString& file, std::shared_ptr<const CSharedFileState> session)
+    : CSqlEngine(QStringLiteral("QSQLITE"), file), file_(file), mode_(kExisting), session_(std::move(session)) {}
 
 // Only what makes a store may make a file: in the place of one that has gone an empty one would stand.
 void CSqliteEngine::Configure(QSqlDatabase* database) const {
@@ -61,9 +65,16 @@ void CSqliteEngine::Open() {
   } else {
     OpenExisting();
   }
+  files_->Set(seen_);
 }
 
+// A further connection that went ahead of the session to what stands there now would lay the log of the old file over
+// it.
 void CSqliteEngine::OpenExisting() {
+  if (session_) {
+    seen_ = session_->Get();
+    RequireUnmoved();
+  }
   const SqliteFileState now = SqliteFileState::Of(file_);
   if (!now.file.IsThere()) {
     throw CStoreError(QStringLiteral("The plan store %1 is gone: it was removed or moved away.").arg(place_),
@@ -73,6 +84,7 @@ void CSqliteEngine::OpenExisting() {
     throw CStoreError(QStringLiteral("The plan store %1 is empty: its content was lost.").arg(place_),
                       CStoreError::kConnectionLost);
   }
+  seen_ = session_ ? seen_ : now;
   refusal_.clear();
   if (!IsWritableFile(file_)) {
     refusal_ = QStringLiteral("The plan store %1 is read-only.").arg(place_);
@@ -92,6 +104,7 @@ void CSqliteEngine::OpenExisting() {
       throw;
     }
     Close();
+    RequireUnmoved();  // the attempt may have left an empty log
     OpenAs(Access::kFrozen);
     refusal_ = QStringLiteral("The plan store %1 can only be read: no file can be written beside it. Is the disk full?")
                    .arg(place_);
@@ -102,7 +115,11 @@ void CSqliteEngine::OpenAs(Access access) {
   access_ = access;
   data_version_ = -1;
   OpenDatabase();
-  seen_ = SqliteFileState::Of(file_);
+  if (mode_ == kMake) {
+    seen_ = SqliteFileState::Of(file_);
+  } else {
+    RequireUnmoved();  // what was opened is what stands there
+  }
   SetPatience(patience_);
   // An acknowledged change must survive a power cut, not only the end of the process.
   RunOnce(QStringLiteral("PRAGMA synchronous = FULL"));
@@ -114,9 +131,10 @@ void CSqliteEngine::Reopen() {
     throw CStoreError(trouble_, CStoreError::kConnectionLost);  // nothing has happened since the last attempt
   }
   const SqliteFileState good = seen_;
+  trouble_.clear();
   try {
     OpenAgain();
-    trouble_.clear();
+    files_->Set(seen_);
   } catch (const CStoreError& error) {
     Close();
     seen_ = good;
@@ -170,7 +188,6 @@ void CSqliteEngine::Lose(const char* text) {
   throw CStoreError(QString::fromUtf8(text).arg(place_), CStoreError::kConnectionLost);
 }
 
-// A file grows and, but for a cleaning by hand, never shrinks; whether it is sound then shows when it is opened again.
 void CSqliteEngine::RequireInPlace() {
   if (mode_ == kMake) {
     return;
@@ -178,6 +195,12 @@ void CSqliteEngine::RequireInPlace() {
   if (!trouble_.isEmpty()) {
     throw CStoreError(trouble_, CStoreError::kConnectionLost);
   }
+  RequireUnmoved();
+  files_->Set(seen_);
+}
+
+// A file grows and, but for a cleaning by hand, never shrinks; whether it is sound then shows when it is opened again.
+void CSqliteEngine::RequireUnmoved() {
   const SqliteFileState now = SqliteFileState::Of(file_);
   if (!now.file.IsThere()) {
     Lose("The plan store %1 is gone: it was removed or moved away.");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "store/shared_file_state.h"
 #include "store/sql_engine.h"
 #include "store/sqlite_file_state.h"
 
@@ -20,10 +21,13 @@ class CSqliteEngine : public CSqlEngine {
 
   /// `place` names the store in messages; by default the file itself.
   CSqliteEngine(const QString& file, Mode mode, const QString& place = {});
+  /// A further connection: opens nothing but what the one that `session` comes from has open.
+  CSqliteEngine(const QString& file, std::shared_ptr<const CSharedFileState> session);
 
   void Open() override;
   void Reopen() override;
   void RequireInPlace() override;
+  std::shared_ptr<const CSharedFileState> Files() const override { return files_; }
   void BeginWrite() override;
   void BeginRead() override;
   bool MayHaveChanged() override;
@@ -46,6 +50,7 @@ class CSqliteEngine : public CSqlEngine {
   void OpenAs(Access access);
   void OpenAgain();
   void PutLogAside();
+  void RequireUnmoved();
   [[noreturn]] void Lose(const char* text);
   void Configure(QSqlDatabase* database) const override;
   CStoreError::Kind KindOf(const QSqlError& error) const override;
@@ -56,6 +61,8 @@ class CSqliteEngine : public CSqlEngine {
   QString refusal_;        // of changes, when the store is open for reading alone
   QString trouble_;        // why the store could not be opened again
   SqliteFileState seen_;   // as it was open last
+  const std::shared_ptr<CSharedFileState> files_ = std::make_shared<CSharedFileState>();
+  const std::shared_ptr<const CSharedFileState> session_;  // null for the session's own connection
   SqliteFileState tried_;  // at the last attempt that failed
   int patience_ = kPatience;
   int64_t data_version_ = -1;

@@ -34,11 +34,12 @@ bool HasReaders(const QString& url) {
   return url != QLatin1String("sqlite::memory:");
 }
 
-std::unique_ptr<CSqlEngine> OpenReader(const QString& url, std::shared_ptr<CConnectionWatch> watch) {
+std::unique_ptr<CSqlEngine> OpenReader(const QString& url, std::shared_ptr<CConnectionWatch> watch,
+                                       std::shared_ptr<const CSharedFileState> files) {
   const QString sqlite = QStringLiteral("sqlite:");
   std::unique_ptr<CSqlEngine> engine;
   if (url.startsWith(sqlite)) {
-    engine = std::make_unique<CSqliteEngine>(url.mid(sqlite.size()), CSqliteEngine::kExisting);
+    engine = std::make_unique<CSqliteEngine>(url.mid(sqlite.size()), std::move(files));
   } else {
     engine = std::make_unique<CPostgresEngine>(PostgresAddress::FromText(url));
   }
@@ -49,7 +50,7 @@ std::unique_ptr<CSqlEngine> OpenReader(const QString& url, std::shared_ptr<CConn
 
 std::unique_ptr<CSqlEngine> OpenStoreAsItIs(const QString& url) {
   const QString file = FileOf(url);
-  return file.isEmpty() ? OpenReader(url, nullptr) : OpenStoreFileAsItIs(file);
+  return file.isEmpty() ? OpenReader(url, nullptr, nullptr) : OpenStoreFileAsItIs(file);
 }
 
 void BackUpStore(const QString& url, const QString& copy) {

@@ -24,8 +24,9 @@ std::unique_ptr<CSqlEngine> OpenStore(const QString& url, const NewStore& fresh,
 
 /// Whether the store can be read over further connections; one in memory has a single one.
 bool HasReaders(const QString& url);
-/// A further connection to a store that is open already. Throws CStoreError.
-std::unique_ptr<CSqlEngine> OpenReader(const QString& url, std::shared_ptr<CConnectionWatch> watch);
+/// A further connection to a store that is open already, by a connection with these `files`. Throws CStoreError.
+std::unique_ptr<CSqlEngine> OpenReader(const QString& url, std::shared_ptr<CConnectionWatch> watch,
+                                       std::shared_ptr<const CSharedFileState> files);
 
 /// Opens an existing store to look at it: nothing is made or brought along. Throws CStoreError.
 std::unique_ptr<CSqlEngine> OpenStoreAsItIs(const QString& url);

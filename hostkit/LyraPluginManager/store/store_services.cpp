@@ -84,7 +84,9 @@ void CStoreServices::Start() {
 void CStoreServices::OpenDatabase() {
   engine_ = OpenStore(options_.url, {options_.first_content, options_.now()}, watch_);
   if (HasReaders(options_.url)) {
-    const auto open = [url = options_.url](auto watch) { return OpenReader(url, std::move(watch)); };
+    const auto open = [url = options_.url, files = engine_->Files()](auto watch) {
+      return OpenReader(url, std::move(watch), files);
+    };
     reader_ = std::make_unique<CPlanReader>(open, answering_);
   }
   site_ = CSiteDirectory::Read(*engine_, options_.switch_overrides);
