@@ -127,24 +127,32 @@ void CSqliteEngine::OpenAs(Access access) {
 
 void CSqliteEngine::Reopen() {
   const SqliteFileState now = SqliteFileState::Of(file_);
-  if (!trouble_.isEmpty() && now == tried_) {
-    throw CStoreError(trouble_, CStoreError::kConnectionLost);  // nothing has happened since the last attempt
+  if (damaged_ && now == *damaged_) {
+    throw CStoreError(trouble_, CStoreError::kConnectionLost);  // to read all of it again would find the same
   }
   const SqliteFileState good = seen_;
   trouble_.clear();
+  damaged_.reset();
   try {
     OpenAgain();
     files_->Set(seen_);
   } catch (const CStoreError& error) {
     Close();
     seen_ = good;
-    if (now.file.IsThere() && now.file.size < seen_.file.size && now.log.IsSameFile(seen_.log)) {
-      PutLogAside();
-    }
     trouble_ = error.Text();
-    // Who holds it lets go of it some time.
-    tried_ = error.GetKind() == CStoreError::kBusy ? SqliteFileState() : SqliteFileState::Of(file_);
+    NoteFailure(now, error.GetKind() == CStoreError::kDamaged);
     throw CStoreError(trouble_, CStoreError::kConnectionLost);
+  }
+}
+
+// Whatever else is in the way may go away without a change of the file.
+void CSqliteEngine::NoteFailure(const SqliteFileState& now, bool damaged) {
+  const bool emptied = now.file.IsThere() && now.file.size == 0;
+  const bool has_old_log = seen_.log.IsThere() && now.log.IsSameFile(seen_.log);
+  if ((damaged || emptied) && now.file.size < seen_.file.size && has_old_log) {
+    PutLogAside();
+  } else if (damaged) {
+    damaged_ = SqliteFileState::Of(file_);
   }
 }
 

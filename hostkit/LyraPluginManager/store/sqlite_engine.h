@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "store/shared_file_state.h"
 #include "store/sql_engine.h"
 #include "store/sqlite_file_state.h"
@@ -49,6 +51,7 @@ class CSqliteEngine : public CSqlEngine {
   void OpenExisting();
   void OpenAs(Access access);
   void OpenAgain();
+  void NoteFailure(const SqliteFileState& now, bool damaged);
   void PutLogAside();
   void RequireUnmoved();
   [[noreturn]] void Lose(const char* text);
@@ -58,12 +61,12 @@ class CSqliteEngine : public CSqlEngine {
   const QString file_;
   const Mode mode_;
   Access access_ = Access::kMake;
-  QString refusal_;        // of changes, when the store is open for reading alone
-  QString trouble_;        // why the store could not be opened again
-  SqliteFileState seen_;   // as it was open last
+  QString refusal_;       // of changes, when the store is open for reading alone
+  QString trouble_;       // why the store could not be opened again
+  SqliteFileState seen_;  // as it was open last
   const std::shared_ptr<CSharedFileState> files_ = std::make_shared<CSharedFileState>();
   const std::shared_ptr<const CSharedFileState> session_;  // null for the session's own connection
-  SqliteFileState tried_;  // at the last attempt that failed
+  std::optional<SqliteFileState> damaged_;  // as it was found damaged at the last attempt to open it again
   int patience_ = kPatience;
   int64_t data_version_ = -1;
 };

@@ -21,6 +21,10 @@ const char kMagic[] = "SQLite format 3";
   throw CStoreError(QString::fromUtf8(text).arg(file));
 }
 
+qint64 NanosecondsOf(const timespec& time) {
+  return time.tv_sec * qint64{1000000000} + time.tv_nsec;
+}
+
 // Closing any other handle of a file would take this process's locks on it.
 std::shared_ptr<const int> PinOf(const QByteArray& name) {
   const int descriptor = ::open(name.constData(), O_PATH | O_CLOEXEC);
@@ -43,7 +47,8 @@ SqliteFileState::Entry EntryOf(const QString& name) {
     entry.device = status.st_dev;
     entry.inode = status.st_ino;
     entry.size = status.st_size;
-    entry.changed_ns = status.st_mtim.tv_sec * qint64{1000000000} + status.st_mtim.tv_nsec;
+    entry.modified_ns = NanosecondsOf(status.st_mtim);
+    entry.changed_ns = NanosecondsOf(status.st_ctim);
   }
   return entry;
 }
