@@ -54,12 +54,14 @@ QString CStoreChecker::Summary() const {
 }
 
 void CStoreChecker::Try(const char* what, const std::function<void()>& part) {
+  engine_.RunOnce("SAVEPOINT part");  // a server refuses all that follows a failure, up to here
   try {
     part();
   } catch (const CStoreError& error) {
     if (error.GetKind() == CStoreError::kConnectionLost) {
       throw;
     }
+    engine_.RunOnce("ROLLBACK TO SAVEPOINT part");
     Note(QStringLiteral("The %1 cannot be read: %2").arg(QLatin1String(what), error.Text()));
   }
 }

@@ -50,7 +50,7 @@ std::unique_ptr<CSqlEngine> OpenReader(const QString& url, std::shared_ptr<CConn
 
 std::unique_ptr<CSqlEngine> OpenStoreAsItIs(const QString& url) {
   const QString file = FileOf(url);
-  return file.isEmpty() ? OpenReader(url, nullptr, nullptr) : OpenStoreFileAsItIs(file);
+  return file.isEmpty() ? OpenReader(url, std::make_shared<CConnectionWatch>(), nullptr) : OpenStoreFileAsItIs(file);
 }
 
 void BackUpStore(const QString& url, const QString& copy) {
