@@ -261,6 +261,15 @@ void PlanCallsTest::BearsRowsChangedPastTheProgram() {
     QTRY_COMPARE(client.Groups("-1"), QStringList());
     QVERIFY(client.Plans(gates).value(0).startsWith('!') && client.Plans(north).value(0).startsWith('!'));
   }
+  // Put right, they come back with all below them.
+  put_below(gates, "-1");
+  QCOMPARE(ann.RenameGroup(gates, "Gates"), QString());
+  for (const CClient& client : {ann, bob}) {
+    QTRY_COMPARE(client.Groups("-1"), QStringList{"Gates@-1"});
+    QTRY_COMPARE(client.Groups(gates), QStringList{"About@" + QString::fromStdString(gates)});
+    QCOMPARE(client.Plans(gates).filter("Gate A@").size(), 1);
+    QCOMPARE(client.Plans(north).filter("Gate B@").size(), 1);
+  }
   put_below(gates, gates);
   QVERIFY(ann.AddGroup(gates, "x").contains("6 levels"));
   QCOMPARE(CClient(fixture.Open()).Groups("-1"), QStringList());

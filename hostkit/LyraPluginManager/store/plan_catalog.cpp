@@ -134,6 +134,16 @@ std::pair<int32_t, int32_t> CPlanCatalog::FirstChildren(int32_t parent, int32_t 
   return children == nullptr ? std::pair(0, 0) : std::pair(first(children->groups), first(children->plans));
 }
 
+std::optional<int> CPlanCatalog::CountChildren(int32_t group) const {
+  const std::shared_lock<CFairSharedMutex> lock(mutex_);
+  const auto found = groups_.find(group);
+  if (found == groups_.end()) {
+    return std::nullopt;
+  }
+  const Children& children = found->second.children;
+  return static_cast<int>(children.groups.size() + children.plans.size());
+}
+
 std::vector<CPlanCatalog::Hit> CPlanCatalog::Search(const std::string& folded, int32_t family, int32_t user) const {
   std::vector<Hit> hits;
   const std::shared_lock<CFairSharedMutex> lock(mutex_);

@@ -46,6 +46,9 @@ class CPlanCatalog {
   /// Codes of the parent's first group and first plan; 0 for what it has none of.
   std::pair<int32_t, int32_t> FirstChildren(int32_t parent, int32_t user) const;
 
+  /// Groups and plans of all users directly in a group; nothing for one that is not in the tree.
+  std::optional<int> CountChildren(int32_t group) const;
+
   /// Visible plans of one family whose folded name contains `folded`, by code.
   std::vector<Hit> Search(const std::string& folded, int32_t family, int32_t user) const;
   /// First visible plan of this exact name, by family, then code; 0 when there is none.

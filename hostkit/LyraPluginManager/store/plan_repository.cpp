@@ -145,6 +145,11 @@ bool CPlanRepository::HasChildren(int32_t group) {
          engine_.Value("SELECT 1 FROM plan WHERE parent_code = ? LIMIT 1", {group}).isValid();
 }
 
+int CPlanRepository::CountChildren(int32_t group) {
+  return engine_.Value("SELECT count(*) FROM plan_group WHERE parent_code = ?", {group}).toInt() +
+         engine_.Value("SELECT count(*) FROM plan WHERE parent_code = ?", {group}).toInt();
+}
+
 int CPlanRepository::LevelOf(int32_t group) {
   int level = 1;
   while (!IsRootCode(group) && level <= CPlanCatalog::kMostLevels) {

@@ -60,6 +60,7 @@ class CPlanRepository {
   /// Code and type of the user's default view; zeros when there is none.
   std::pair<int32_t, int32_t> DefaultView(int32_t user);
   bool HasChildren(int32_t group);
+  int CountChildren(int32_t group);
   /// Rows from the group up to the root, both counted; a root has 1. Counts no further than the tree shows.
   int LevelOf(int32_t group);
 

@@ -1,6 +1,7 @@
 #include "store/store_session.h"
 
 #include <QUuid>
+#include <algorithm>
 #include <chrono>
 #include <thread>
 #include <utility>
@@ -89,8 +90,16 @@ void CStoreSession::CatchUp() {
     return;
   }
   try {
+    std::vector<int32_t> arrived;
     for (const ChangeEntry& entry : entries) {
-      ApplyForeign(entry);
+      ApplyForeign(entry, &arrived);
+    }
+    const auto lacks_rows = [this](int32_t group) {
+      return catalog_.CountChildren(group).value_or(0) < repository_.CountChildren(group);
+    };
+    if (std::any_of(arrived.begin(), arrived.end(), lacks_rows)) {
+      ReadWhole();
+      hub_.Post({WholeTreeEvent()});
     }
   } catch (...) {
     feed_.Restart(-1);  // what is left of the entries is made up for by reading everything again
@@ -100,10 +109,15 @@ void CStoreSession::CatchUp() {
 
 // The rows are read as they are now, which may be later than the entry: a row that is gone by now counts as removed,
 // for the entry that removed it may name only the group it went with. So does one that stands nowhere in the tree.
-void CStoreSession::ApplyForeign(const ChangeEntry& entry) {
+// A group that had no place until its row was repaired has content of which no entry tells: `arrived` names the new
+// ones.
+void CStoreSession::ApplyForeign(const ChangeEntry& entry, std::vector<int32_t>* arrived) {
   if (entry.kind == ChangeEntry::kGroupSaved || entry.kind == ChangeEntry::kGroupRemoved) {
     const auto now = repository_.Group(entry.code);
     const auto before = now ? catalog_.Put(*now) : catalog_.RemoveGroup(entry.code);
+    if (now && !before && catalog_.CountChildren(entry.code)) {
+      arrived->push_back(entry.code);
+    }
     hub_.Post(EventsOf(before, catalog_.FindGroup(entry.code, user_), user_));
   } else {
     const auto now = repository_.Plan(entry.code);
@@ -123,12 +137,18 @@ void CStoreSession::WriteJournal() {
   }
 }
 
+// At the next look, also when nothing seems to have changed by then.
+void CStoreSession::ReadAgain() {
+  feed_.Restart(-1);
+  unread_ = true;
+}
+
 // Nothing counts as saved that went into a file which nobody will find again.
 void CStoreSession::RequireKept() {
   try {
     engine_.RequireInPlace();
   } catch (...) {
-    feed_.Restart(-1);  // the change may be found after all: everything is read again then
+    ReadAgain();  // the change may be found after all
     throw;
   }
 }
@@ -136,9 +156,11 @@ void CStoreSession::RequireKept() {
 void CStoreSession::ApplyJournal() {
   if (loaded_) {
     const bool awaited = is_awaited_();
+    if (!journal_.empty()) {
+      feed_.Restart(journal_.back().entry.seq);
+    }
     for (const Step& step : journal_) {
       step.apply(awaited);
-      feed_.Restart(step.entry.seq);
     }
   }
   journal_.clear();
@@ -205,6 +227,9 @@ void CStoreSession::SaveName(GroupRow group, const std::string& name) {
 // The program moves no group. One that stands elsewhere by now was moved past it, which has not been told yet.
 void CStoreSession::PutRenamed(const GroupRow& group, bool awaited) {
   const auto before = Put(group, awaited);
+  if (!before && catalog_.CountChildren(group.code)) {
+    ReadAgain();  // it had no place in the tree before, nor had what is below it
+  }
   if (awaited && before && before->parent != group.parent) {
     hub_.Post(EventsOf(before, catalog_.FindGroup(group.code, user_), user_));
   }

@@ -80,6 +80,7 @@ class CStoreSession {
   void AwaitConnection();
   void Connect();
   void RequireKept();
+  void ReadAgain();
   template <class Row>
   std::optional<Row> Put(const Row& row, bool awaited) {
     const std::optional<Row> before = catalog_.Put(row);
@@ -102,7 +103,7 @@ class CStoreSession {
   void Note(ChangeEntry::Kind kind, int32_t code, std::function<void(bool awaited)> apply);
   void CatchUp();
   void ReadWhole();
-  void ApplyForeign(const ChangeEntry& entry);
+  void ApplyForeign(const ChangeEntry& entry, std::vector<int32_t>* arrived);
 
   CSqlEngine& engine_;
   CPlanRepository repository_;
