@@ -3,6 +3,8 @@
 #include <QSqlQuery>
 #include <QtTest>
 
+#include <sys/stat.h>
+
 #include "TarnHost/store_care.h"
 #include "store_fixture.h"
 
@@ -21,6 +23,17 @@ Checked Check(const QString& url) {
   Checked checked;
   checked.done = StoreCare::Check(url, &checked.findings, &checked.summary, &checked.error);
   return checked;
+}
+
+// Locks of this process on the file.
+int LocksOn(const QString& name) {
+  struct stat status {};
+  QFile locks("/proc/locks");
+  if (::stat(QFile::encodeName(name).constData(), &status) != 0 || !locks.open(QIODevice::ReadOnly)) {
+    return -1;
+  }
+  const QRegularExpression own(QString(" %1 \\S+:%2 ").arg(QCoreApplication::applicationPid()).arg(status.st_ino));
+  return QString::fromLatin1(locks.readAll()).count(own);
 }
 
 }  // namespace
@@ -222,7 +235,9 @@ void StoreCareTest::CopiesAStoreThatIsInUse() {
     QVERIFY(!StoreCare::BackUp(fixture.Url(), "/tmp/none.db", &error) && error.contains("server"));
     return;
   }
+  const int locks = LocksOn(fixture.File());
   QVERIFY2(StoreCare::BackUp(fixture.Url(), copy, &error), qPrintable(error));
+  QVERIFY2(locks > 0 && LocksOn(fixture.File()) == locks, "the client's locks have gone");
   QCOMPARE(ann.AddPlan("-1", "Later"), QString());
   QCOMPARE(QFileInfo(copy).dir().entryList({"copy*"}), QStringList{"copy of it.db"});
   QCOMPARE(Check("sqlite:" + copy).findings, QStringList());

@@ -22,6 +22,7 @@ enum ResultCode {
   kNotADatabase = 26
 };
 
+constexpr qint64 kHeaderSize = 100;
 const char kMemory[] = ":memory:";
 
 }  // namespace
@@ -172,6 +173,39 @@ void CSqliteEngine::PutLogAside() {
   QFile::remove(file_ + "-wal.replaced");
   QFile::rename(file_ + "-wal", file_ + "-wal.replaced");
   QFile::remove(file_ + "-shm");
+}
+
+// By way of SQLite: to close a file that was opened past it would take this process's other locks on it. Nothing is
+// locked, recovered or written.
+void CSqliteEngine::RequireHeader() {
+  const auto refuse = [this](const char* text) { throw CStoreError(QString::fromUtf8(text).arg(place_)); };
+  const SqliteFileState::Entry entry = SqliteFileState::Of(file_).file;
+  if (!QFileInfo(file_).isFile() || !QFileInfo(file_).isReadable()) {
+    refuse("The plan store %1 cannot be read.");
+  }
+  if (entry.size == 0) {
+    refuse("The plan store %1 is empty: its content was lost.");
+  }
+  access_ = Access::kFrozen;
+  OpenDatabase();
+  qint64 id = 0;
+  int code = 0;
+  {
+    QSqlQuery query(database_);
+    const bool read = query.exec(QStringLiteral("PRAGMA application_id")) && query.next();
+    id = read ? query.value(0).toLongLong() : 0;
+    code = read ? 0 : query.lastError().nativeErrorCode().toInt() & 0xff;
+  }
+  Close();
+  if (code == kNotADatabase) {
+    refuse("%1 is not a plan store.");
+  }
+  if (entry.size < kHeaderSize) {
+    refuse("The plan store %1 is damaged: it is cut off.");
+  }
+  if (code == 0 && id != kApplicationId) {
+    refuse("%1 is not a plan store.");
+  }
 }
 
 void CSqliteEngine::RequireSound() {

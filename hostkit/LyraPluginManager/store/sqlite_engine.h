@@ -39,6 +39,10 @@ class CSqliteEngine : public CSqlEngine {
   QString BytesType() const override { return QStringLiteral("BLOB"); }
   void SetPatience(int milliseconds) override;
 
+  /// Looks at the header of an existing file alone, so that a foreign one is never opened for more. Throws CStoreError
+  /// for one that is missing, unreadable, empty, cut off in its header or no plan store. Before Open().
+  void RequireHeader();
+
   bool CanWrite() const { return refusal_.isEmpty(); }
   /// Throws unless the open database is a whole plan store.
   void RequireSound();

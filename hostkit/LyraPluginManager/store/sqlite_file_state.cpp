@@ -2,24 +2,13 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QtEndian>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "store/sqlite_engine.h"
-
 namespace TarnHost::Store {
 namespace {
-
-constexpr int kHeaderSize = 100;
-constexpr int kApplicationIdAt = 68;
-const char kMagic[] = "SQLite format 3";
-
-[[noreturn]] void Refuse(const char* text, const QString& file) {
-  throw CStoreError(QString::fromUtf8(text).arg(file));
-}
 
 qint64 NanosecondsOf(const timespec& time) {
   return time.tv_sec * qint64{1000000000} + time.tv_nsec;
@@ -73,26 +62,6 @@ bool IsWritableFile(const QString& file) {
 
 bool IsInWritableFolder(const QString& file) {
   return IsWritable(QFileInfo(file).absolutePath());
-}
-
-void CheckSqliteHeader(const QString& name) {
-  QFile file(name);
-  if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly)) {
-    Refuse("The plan store %1 cannot be read.", name);
-  }
-  const QByteArray header = file.read(kHeaderSize);
-  if (header.isEmpty()) {
-    Refuse("The plan store %1 is empty: its content was lost.", name);
-  }
-  if (!header.startsWith(kMagic)) {
-    Refuse("%1 is not a plan store.", name);
-  }
-  if (header.size() < kHeaderSize) {
-    Refuse("The plan store %1 is damaged: it is cut off.", name);
-  }
-  if (qFromBigEndian<qint32>(header.constData() + kApplicationIdAt) != CSqliteEngine::kApplicationId) {
-    Refuse("%1 is not a plan store.", name);
-  }
 }
 
 }  // namespace TarnHost::Store

@@ -30,8 +30,4 @@ struct SqliteFileState {
 bool IsWritableFile(const QString& file);
 bool IsInWritableFolder(const QString& file);
 
-/// Looks at the file itself, so that a foreign file is never opened as a database. Throws CStoreError for one that is
-/// missing, unreadable, empty, cut off in its header or no plan store.
-void CheckSqliteHeader(const QString& file);
-
 }  // namespace TarnHost::Store

@@ -56,11 +56,11 @@ std::unique_ptr<CSqlEngine> OpenStoreFile(const QString& file, const NewStore& f
   if (!QFileInfo::exists(file)) {
     MakeStoreFile(file, fresh);
   }
-  CheckSqliteHeader(file);
+  auto engine = std::make_unique<CSqliteEngine>(file, CSqliteEngine::kExisting);
+  engine->RequireHeader();
   if (IsInWritableFolder(file)) {
     CNewStoreFile::RemoveLeftOvers(file);
   }
-  auto engine = std::make_unique<CSqliteEngine>(file, CSqliteEngine::kExisting);
   engine->SetPatience(kOpenPatience);
   engine->Open();
   if (engine->CanWrite()) {
@@ -73,8 +73,8 @@ std::unique_ptr<CSqlEngine> OpenStoreFile(const QString& file, const NewStore& f
 }
 
 std::unique_ptr<CSqlEngine> OpenStoreFileAsItIs(const QString& file) {
-  CheckSqliteHeader(file);
   auto engine = std::make_unique<CSqliteEngine>(file, CSqliteEngine::kExisting);
+  engine->RequireHeader();
   engine->Open();
   return engine;
 }
