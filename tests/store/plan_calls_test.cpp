@@ -243,7 +243,7 @@ void PlanCallsTest::BearsRowsChangedPastTheProgram() {
     fixture.RunPastTheStore(
         QString::fromStdString("UPDATE plan_group SET parent_code = " + parent + " WHERE code = " + group));
   };
-  // Nobody is told of the change itself, but the next one of the program brings the row.
+  // No one hears of the change itself, but the next one of the program brings the row.
   put_below(north, "-1");
   QCOMPARE(ann.RenameGroup(north, "Moved"), QString());
   for (const CClient& client : {ann, bob}) {
