@@ -231,7 +231,7 @@ void StoreFilesTest::BringsAnOlderStoreAlong() {
   QVERIFY(ann->SetFavoriteCamera(cameras[0].index_code, true, &error));
   QVERIFY(ann->SetFavoriteCamera(cameras[1].index_code, true, &error));
 
-  // A camera that is taken away meanwhile is nobody's favorite any more.
+  // A camera that is taken away meanwhile is no one's favorite any more.
   RunSql(fixture.File(), {"DELETE FROM camera WHERE name = 'Yard camera'"});
   QVERIFY(ann->GetFavoriteCameras(favorites, &error));
   QCOMPARE(favorites, std::vector<std::string>{cameras[0].index_code});

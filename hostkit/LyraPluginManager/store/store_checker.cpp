@@ -139,7 +139,7 @@ void CStoreChecker::CheckPlace(const QString& what, const Row& row) {
   }
 }
 
-// A site's first content may have names that nobody could type; none is empty, endless or has control characters.
+// A site's first content may have names that no one could type; none is empty, endless or has control characters.
 void CStoreChecker::CheckName(const QString& what, const QString& name) {
   const auto is_control = [](QChar c) { return c.category() == QChar::Other_Control; };
   if (name.trimmed().isEmpty() || name.size() > kLongestName || std::any_of(name.begin(), name.end(), is_control)) {
