@@ -116,14 +116,26 @@ void CSqliteEngine::OpenAs(Access access) {
   access_ = access;
   data_version_ = -1;
   OpenDatabase();
-  if (mode_ == kMake) {
-    seen_ = SqliteFileState::Of(file_);
-  } else {
-    RequireUnmoved();  // what was opened is what stands there
-  }
+  RequireOpened();
+  // The first look takes hold of the log; what is wrong with it shows at the next statement.
+  QSqlQuery(database_).exec(QStringLiteral("PRAGMA schema_version"));
+  RequireOpened();
   SetPatience(patience_);
   // An acknowledged change must survive a power cut, not only the end of the process.
   RunOnce(QStringLiteral("PRAGMA synchronous = FULL"));
+}
+
+// What was opened is what stands there. The log may have been another until it was taken hold of: a client that closed
+// as the last one had removed it. A further connection finds the one that its session holds.
+void CSqliteEngine::RequireOpened() {
+  if (mode_ == kMake) {
+    seen_ = SqliteFileState::Of(file_);
+    return;
+  }
+  if (!session_ && access_ != Access::kFrozen) {
+    seen_.log = {};
+  }
+  RequireUnmoved();
 }
 
 void CSqliteEngine::Reopen() {

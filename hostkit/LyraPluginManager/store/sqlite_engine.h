@@ -58,6 +58,7 @@ class CSqliteEngine : public CSqlEngine {
   void OpenAgain();
   void NoteFailure(const SqliteFileState& now, bool damaged);
   void PutLogAside();
+  void RequireOpened();
   void RequireUnmoved();
   [[noreturn]] void Lose(const char* text);
   void Configure(QSqlDatabase* database) const override;
