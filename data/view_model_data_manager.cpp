@@ -188,7 +188,7 @@ void CViewModelDataManager::ClearModelData() {
 }
 
 void CViewModelDataManager::OnUpdateViewModelData() {
-  // The tree they stood for is forgotten. Loading makes them anew, and registering lets the host tell what is there.
+  // The tree they stood for is forgotten. Loading makes them again, and registering lets the host tell what is there.
   dropObservers();
   ClearAllViewModelData();
   LoadAllViewManagerModelData();

@@ -89,7 +89,7 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   bool MayLeave();
   /// What keeps the service from answering at the moment, for the wait page; empty when it is over.
   void ShowServiceTrouble(const QString& text);
-  /// Another user has logged in: rights are read anew and the panel waits for the next load.
+  /// Another user has logged in: rights are read again and the panel waits for the next load.
   void SwitchUserUpdate();
   /// Ends pending work: nothing of the panel answers any more and its pop-ups are closed. Before the plug-in goes.
   void StopWorking();

@@ -510,7 +510,7 @@ void CViewExternWidget::Private::closePopups() {
     plan_editor->deleteLater();
     plan_editor = nullptr;
   }
-  // Made anew when next asked for: what they hold belongs to another user.
+  // Made again when next asked for: what they hold belongs to another user.
   for (QWidget* popup : {static_cast<QWidget*>(share_view), static_cast<QWidget*>(save_as),
                          static_cast<QWidget*>(creation_info), static_cast<QWidget*>(name_edit)}) {
     if (popup) {

@@ -123,7 +123,7 @@ void CGroupCycle::OnTurn(const CycleTurn& turn) {
   }
 }
 
-// Nobody may be there to start the cycle anew. What keeps it waiting is said once, not at every turn.
+// No one may be there to start the cycle again. What keeps it waiting is said once, not at every turn.
 void CGroupCycle::TryAgain(const QString& error) {
   wall_->Stay(seconds_);
   const QString text = tr("The next plan of the group could not be played and is tried again: %1").arg(error);
@@ -132,7 +132,7 @@ void CGroupCycle::TryAgain(const QString& error) {
   }
 }
 
-// A group of one plan does not begin it anew at every turn, unless the plan was changed.
+// A group of one plan does not begin it again at every turn, unless the plan was changed.
 void CGroupCycle::Show(const CycleTurn& turn) {
   const bool on_wall =
       last_.position >= 0 && last_.plan.index_code == turn.plan.index_code && last_.plan.revision == turn.plan.revision;

@@ -21,7 +21,7 @@ class CPlanInquiry : public QObject {
  public:
   using Plan = view_plugin_protocol::GetPlanDetailResponse;
 
-  /// `seen` gets the plan as it is now. Not when its times have changed meanwhile: it is then announced anew.
+  /// `seen` gets the plan as it is now. Not when its times have changed meanwhile: it is then announced again.
   CPlanInquiry(QObject* parent, std::function<void(const Plan& plan)> seen);
 
   /// Takes the place of an earlier plan; nothing is heard of that one any more.

@@ -127,7 +127,7 @@ bool CPlanPlayer::ShowsAutomatic() const {
   return wall_->IsPlaying() && shown_by_ == PlayOrigin::Automatic;
 }
 
-// Nobody has asked for what the client opened by itself, so a plan may begin on time in its place.
+// No one has asked for what the client opened by itself, so a plan may begin on time in its place.
 bool CPlanPlayer::GivesWay() const {
   return shown_by_ == PlayOrigin::Automatic || shown_by_ == PlayOrigin::DefaultView;
 }

@@ -8,7 +8,7 @@ namespace TarnClient {
 
 class CPlanFamily;
 
-/// Keeps the plan that plays marked in the trees. The mark is lost when rows are made anew, so it is set again after
+/// Keeps the plan that plays marked in the trees. The mark is lost when rows are made again, so it is set again after
 /// rows came in, without a change of the current row; several such changes in a row lead to one renewal. Thread: GUI.
 class CPlayingMark : public QObject {
   Q_OBJECT

@@ -47,7 +47,7 @@ int SideOfSplit(int split_type) {
   }
 }
 
-// A page that nobody named is called after its number, which the bar shows anyway.
+// A page that no one named is called after its number, which the bar shows anyway.
 QString NameWorthShowing(const PlanPage& page) {
   const QString name = StringToQString(page.name);
   return name == QStringLiteral("Page %1").arg(page.page_no) ? QString() : name;
@@ -314,7 +314,7 @@ void CLiveWall::Tick() {
   }
 }
 
-// Nobody looks at a hidden wall: its pictures rest, while its pages go on turning.
+// No one looks at a hidden wall: its pictures rest, while its pages go on turning.
 void CLiveWall::RunTicker() {
   if (playing_ && isVisible()) {
     ticker_.start();

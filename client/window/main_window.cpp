@@ -360,7 +360,7 @@ QString CMainWindow::User() const {
   return user_menu_->User();
 }
 
-// The log-in raises the event by which all trees load anew; until then the panels show that they wait.
+// The log-in raises the event by which all trees load again; until then the panels show that they wait.
 bool CMainWindow::MayLeave() {
   for (const auto& family : families_) {
     if (!family->Panel()->MayLeave()) {

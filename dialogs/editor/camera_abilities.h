@@ -10,7 +10,7 @@
 
 namespace TarnPlanView {
 
-/// What cameras can do: their streams and presets, fetched once each, and anew after Doubt().
+/// What cameras can do: their streams and presets, fetched once each, and again after Doubt().
 ///
 /// Several questions for one camera lead to one call each; a failure is told and not remembered, so that the next
 /// question asks again. Thread: GUI; fetches on the threads for questions.

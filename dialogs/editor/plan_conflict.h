@@ -11,7 +11,7 @@ namespace TarnPlanView {
 
 /// Finds out what stands behind an update that the host refused: asks for the plan, and where that fails, whether any
 /// group lists it; it is deleted only when all of them have answered. Thread: GUI; asks off it, one question at a time.
-/// Dead, it tells nobody anything.
+/// Dead, it tells no one anything.
 class CPlanConflict : public QObject {
   Q_OBJECT
  public:

@@ -86,10 +86,14 @@ void CWindowSettings::Renew() {
   const PlanWindow* window = Window();
   const QString name = text_->NameAndState(window);
   title_->setText(tr("Window %1").arg(window_no_) + QStringLiteral(": ") + (name.isEmpty() ? tr("empty") : name));
-  const bool camera = CWindowText::IsCamera(window);
-  Offer(stream_, camera ? Streams(*window) : Choices(), camera ? window->stream_type : 0);
-  Offer(preset_, camera ? Presets(*window) : Choices(), camera ? window->preset_no : 0);
-  // Of a camera that has gone nobody can say anything.
+  if (CWindowText::IsCamera(window)) {
+    Offer(stream_, Streams(*window), window->stream_type);
+    Offer(preset_, Presets(*window), window->preset_no);
+  } else {
+    Offer(stream_, Choices(), 0);
+    Offer(preset_, Choices(), 0);
+  }
+  // Of a camera that has gone no one can say anything.
   const QString code = text_->IsOnSite(window) ? MarUIControl::StringToQString(window->resource_code) : QString();
   if (asked_ != code) {
     asked_ = code;

@@ -205,7 +205,7 @@ void CCameraTree::Private::OnFiltered(const CCameraRows& rows, const std::vector
   }
 }
 
-// The rows come anew all at once, which costs far less than taking out and putting in thousands one after the other.
+// The rows come again all at once, which costs far less than taking out and putting in thousands one after the other.
 void CCameraTree::Private::Show(const std::function<void()>& make_rows, const std::vector<int>& open,
                                 const CCameraContent& content) {
   const bool same_text = loaded && shown_text_ == text;

@@ -16,7 +16,7 @@ class CResourceWaitWidget : public QWidget {
  public:
   explicit CResourceWaitWidget(QWidget* parent = nullptr);
 
-  /// Starts or ends the animation; starting begins to count anew.
+  /// Starts or ends the animation; starting begins to count again.
   void SetWaiting(bool waiting);
   bool IsWaiting() const { return ticker_.isActive(); }
   /// Why the plans do not come, while that lasts; empty when it is over.

@@ -4,13 +4,12 @@
 #include <cmath>
 
 #include "LyraPluginManager/window_content.h"
-#include "MarUIControl/split_type_data.h"
 #include "TarnUIDataController/skin_loader.h"
+#include "split_layout.h"
 #include "window_text.h"
 
 namespace TarnPlanView {
 
-using MarUIControl::struSplitTypeData;
 using view_plugin_protocol::PlanPage;
 using view_plugin_protocol::PlanWindow;
 
@@ -18,19 +17,6 @@ namespace {
 
 QColor SkinColor(const char* name) {
   return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
-}
-
-int GridSide(int split_type) {
-  switch (split_type) {
-    case struSplitTypeData::Split4:
-      return 2;
-    case struSplitTypeData::Split9:
-      return 3;
-    case struSplitTypeData::Split16:
-      return 4;
-    default:
-      return 1;
-  }
 }
 
 void DrawWindow(QPainter& painter, const QRect& cell, const PlanWindow* content) {
@@ -49,7 +35,7 @@ QImage PagePicture(const PlanPage& page, const QSize& size, qreal device_pixel_r
   picture.setDevicePixelRatio(device_pixel_ratio);
   picture.fill(SkinColor("wall"));
   QPainter painter(&picture);
-  const int side = GridSide(page.split_type);
+  const int side = SideOfSplit(page.split_type);
   QFont font = painter.font();
   font.setPixelSize(side > 2 ? 9 : 11);
   painter.setFont(font);

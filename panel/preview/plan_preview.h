@@ -26,7 +26,7 @@ class CPlanPreview : public QFrame {
   /// Belongs to `tree` until it is first shown, then to the tree's window.
   explicit CPlanPreview(CPlanViewTree* tree);
 
-  /// Pictures seen so far are fetched anew.
+  /// Pictures seen so far are fetched again.
   void Forget();
   /// Hides the picture and drops answers under way.
   void Dismiss();

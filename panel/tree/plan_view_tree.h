@@ -31,7 +31,7 @@ class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
   explicit CPlanViewTree(QWidget* parent = nullptr);
   ~CPlanViewTree() override;
 
-  /// Not owned. What was expanded expands again, by its code, when its row comes in anew.
+  /// Not owned. What was expanded expands again, by its code, when its row comes in again.
   void SetFilterSortModel(QSortFilterProxyModel* model);
   /// Puts the hover buttons on the rows (the host's own spelling).
   void SetShowRightHoverDelgete();

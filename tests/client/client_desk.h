@@ -19,7 +19,7 @@
 namespace TarnTest {
 
 /// Base of tests with the client's whole window over a real store. After each test all is shut down in order, and a
-/// warning nobody expected fails.
+/// warning no one expected fails.
 class CClientDesk : public QObject {
   Q_OBJECT
  protected:

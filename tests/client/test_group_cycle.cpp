@@ -216,7 +216,7 @@ void GroupCycleTest::TriesAgainWhatFailsForAWhile_data() {
   QTest::newRow("after a plan that has shown its pages for long") << "GetPlanDetail" << 300;
 }
 
-// Nobody may be there to start it anew.
+// No one may be there to start it again.
 void GroupCycleTest::TriesAgainWhatFailsForAWhile() {
   QFETCH(QString, call);
   QFETCH(int, page_seconds);

@@ -41,7 +41,7 @@ void PanelDeletionsTest::AsksBeforeDeletingAGroup() {
       QSignalSpy stop(&stage.Panel(), &CViewExternWidget::SignalStopPlan);
       stage.Button("delete_btn")->click();
       if (with_children) {
-        // The playing plan stands two levels below; still nobody is told to stop it.
+        // The playing plan stands two levels below; still no one is told to stop it.
         QCOMPARE(stage.TakeQuestions().size(), 1);
         QTRY_VERIFY(!stage.Row(QStringLiteral("Public A")).isValid());
       } else {

@@ -69,7 +69,7 @@ void PanelEditorTest::WhatWasSavedIsCurrent() {
   Save(stage);
   QCOMPARE(Current(stage), QString("Public A plan 1"));
 
-  // Moved to a group that nobody has looked into yet; a key must not hit what has stood below it.
+  // Moved to a group that no one has looked into yet; a key must not hit what has stood below it.
   Edit(stage, "Public A plan 1");
   ChooseGroup(stage, "Public B");
   Save(stage);

@@ -315,7 +315,7 @@ void PanelSearchTest::EmptyAndBrokenTrees() {
   auto* state = stage.Tree().findChild<CEmptyState*>();
   QTRY_VERIFY(state->isVisible());
   const QString broken = state->Text();
-  // Mended: the button loads anew, and then the tree says that it is empty, which is something else.
+  // Mended: the button loads again, and then the tree says that it is empty, which is something else.
   Services().Mend(QStringLiteral("GetPlanGroups"));
   auto* retry = state->findChild<QPushButton*>();
   QVERIFY(retry->isVisible());

@@ -168,7 +168,7 @@ void DefaultViewTest::OffersBothFamiliesOnce() {
   QTRY_VERIFY(Row("C1").isValid());
   Tree()->ExpandAsync(Row("C1"));
   QTRY_VERIFY(Row("C1 plan 10").isValid() && Tree()->isExpanded(Row("C1")));
-  // Where everything is loaded the search finds what nobody has expanded.
+  // Where everything is loaded the search finds what no one has expanded.
   if (load_all) {
     QTRY_VERIFY(Row("A1 plan 10").isValid());
   }

@@ -96,7 +96,16 @@ void AddPlaces(PlanSite* site) {
 }
 
 int WindowCount(int split_type) {
-  return split_type == 1 ? 1 : split_type == 2 ? 4 : split_type == 4 ? 9 : 16;
+  switch (split_type) {
+    case 1:
+      return 1;
+    case 2:
+      return 4;
+    case 4:
+      return 9;
+    default:
+      return 16;
+  }
 }
 
 PlanPage MakePage(int page_no, int split_type, int dwell_seconds, size_t first_camera, size_t camera_count) {
@@ -141,10 +150,17 @@ void AddNamedPlans(PlanSite* site) {
                                  {MakePage(1, 1, 5, 18, cameras), MakePage(2, 2, 12, 18, cameras)}));
 }
 
+size_t PageCount(size_t number) {
+  if (number % 5 == 0) {
+    return 3;
+  }
+  return number % 3 == 0 ? 2 : 1;
+}
+
 // One to three pages; every split turns up, and no two pages of a plan have the same dwell.
 std::vector<PlanPage> PagesOfView(size_t number, size_t camera_count) {
   const std::array<int, 4> splits = {1, 2, 4, 8};
-  const size_t page_count = number % 5 == 0 ? 3 : number % 3 == 0 ? 2 : 1;
+  const size_t page_count = PageCount(number);
   std::vector<PlanPage> pages;
   for (size_t page = 0; page < page_count; ++page) {
     const int dwell = 10 + 5 * static_cast<int>(page + number % 4);

@@ -25,7 +25,14 @@ bool Sees(int32_t family, int32_t owner, int32_t user) {
 }
 
 QString RightText(int right) {
-  return right == 5 ? QStringLiteral("add") : right == 6 ? QStringLiteral("change") : QStringLiteral("delete");
+  switch (right) {
+    case 5:
+      return QStringLiteral("add");
+    case 6:
+      return QStringLiteral("change");
+    default:
+      return QStringLiteral("delete");
+  }
 }
 
 }  // namespace
