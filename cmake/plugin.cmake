@@ -24,7 +24,7 @@ function(tarn_plugin_layer)
   add_library(${L_NAME} OBJECT ${sources})
   set_target_properties(${L_NAME} PROPERTIES AUTOUIC ON AUTOUIC_SEARCH_PATHS ${PROJECT_SOURCE_DIR}/resources/forms)
   target_include_directories(${L_NAME} PUBLIC ${folders} ${PROJECT_BINARY_DIR}/generated)
-  target_link_libraries(${L_NAME} PUBLIC tarn_host_api tarn_host_calls ${L_USES} Qt5::Svg PRIVATE tarn_build_options)
+  target_link_libraries(${L_NAME} PUBLIC tarn_host_api tarn_plan_rules tarn_host_calls ${L_USES} Qt5::Svg PRIVATE tarn_build_options)
   target_link_libraries(TarnPlanView PRIVATE ${L_NAME})
   foreach(header ${L_EXPORTS})
     find_file(source_of_header ${header} PATHS ${folders} NO_DEFAULT_PATH NO_CACHE REQUIRED)
@@ -37,7 +37,7 @@ function(tarn_plugin_layer)
   set(TARN_PLUGIN_LAYERS ${TARN_PLUGIN_LAYERS} ${L_NAME} PARENT_SCOPE)
 endfunction()
 
-tarn_plugin_layer(NAME tarn_plan_config DIR service/config
+tarn_plugin_layer(NAME tarn_plan_config DIR config
   EXPORTS view_config_manager.h auto_plan_helper.h plan_clock.h)
 tarn_plugin_layer(NAME tarn_plan_data DIR data USES tarn_plan_config
   EXPORTS theme_node_type.h view_manager_param.h item_level.h item_type.h plan_item_role.h plan_region_info.h
@@ -48,7 +48,7 @@ tarn_plugin_layer(NAME tarn_plan_controller DIR service/controller USES tarn_pla
 tarn_plugin_layer(NAME tarn_plan_default_view DIR service/default_view
   USES tarn_plan_controller tarn_plan_data tarn_plan_config
   EXPORTS default_load_view_display.h)
-tarn_plugin_layer(NAME tarn_plan_tree DIR panel/tree USES tarn_plan_controller tarn_plan_data tarn_plan_config
+tarn_plugin_layer(NAME tarn_plan_tree DIR tree USES tarn_plan_controller tarn_plan_data tarn_plan_config
   EXPORTS plan_view_tree.h)
 tarn_plugin_layer(NAME tarn_plan_dialogs DIR dialogs dialogs/editor
   USES tarn_plan_tree tarn_plan_controller tarn_plan_data tarn_plan_config

@@ -18,7 +18,7 @@ while IFS=: read -r document path; do
     echo "docs: $document names $path, which is not there" >&2
     bad=1
   fi
-done < <(git ls-files -- '*.md' | xargs grep -oHE '`(data|service|panel|dialogs|host|hostkit|client|tests|benchmarks|scripts|cmake|resources|docs)/[A-Za-z0-9_./-]+`' | tr -d '`')
+done < <(git ls-files -- '*.md' | xargs grep -oHE '`(base|config|data|service|tree|panel|dialogs|host|hostkit|client|tests|benchmarks|scripts|cmake|resources|docs)/[A-Za-z0-9_./-]+`' | tr -d '`')
 if git grep -nE 'qWait\(|qSleep\(|msleep\(|sleep_for\(|usleep\(' -- tests | grep -v UNAVOIDABLE >&2; then
   echo "docs: tests wait on conditions, not on the clock" >&2
   bad=1

@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "LyraPluginManager/window_content.h"
+#include "plan_rules/window_content.h"
 #include "MarUIControl/split_type_data.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/skin_loader.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
-#include "LyraPluginManager/window_content.h"
+#include "plan_rules/window_content.h"
 
 namespace TarnClient {
 

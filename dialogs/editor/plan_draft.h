@@ -4,7 +4,7 @@
 #include <QTime>
 #include <QVector>
 
-#include "LyraPluginManager/window_content.h"
+#include "plan_rules/window_content.h"
 
 namespace TarnPlanView {
 

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "LyraPluginManager/window_content.h"
+#include "plan_rules/window_content.h"
 
 namespace TarnPlanView {
 

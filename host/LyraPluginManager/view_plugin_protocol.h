@@ -5,13 +5,16 @@
 #include <cstdint>
 #include <list>
 #include <string>
+#include <vector>
 
 // Records of the plan service. Strings are UTF-8. A response beyond its header is meaningful only when the call
 // returned true.
 namespace view_plugin_protocol {
 
 struct ResponseHeader {
-  std::string error_info;  // for the user, after a call that returned false
+  std::string error_info;                    // for the user, after a call that returned false
+  int32_t error_kind = 0;                    // an ErrorKind, after a call that returned false
+  std::vector<std::string> error_arguments;  // what error_info names, in its order: a plan, a limit
 };
 
 struct PlanGroup {
@@ -29,7 +32,7 @@ struct PlanBasicInfo {
 
 struct PlanWindow {
   int32_t window_no = 0;
-  int32_t content_kind = 0;  // 0 none given, 1 camera; see window_content.h
+  int32_t content_kind = 0;  // 0 none given, 1 camera; see ContentKind in plan_rules/window_content.h
   std::string resource_code, resource_name;
   int32_t stream_type = 0, preset_no = 0;
   std::string extra = {};  // what a newer version keeps here, as a JSON object: handed back with the window

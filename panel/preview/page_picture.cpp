@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <cmath>
 
-#include "LyraPluginManager/window_content.h"
+#include "plan_rules/window_content.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "split_layout.h"
 #include "window_text.h"

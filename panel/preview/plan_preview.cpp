@@ -7,7 +7,7 @@
 #include <QVBoxLayout>
 #include <cmath>
 
-#include "LyraPluginManager/thumbnail_limits.h"
+#include "plan_rules/thumbnail_limits.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "host_calls/ask.h"

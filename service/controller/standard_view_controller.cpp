@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
-#include "LyraPluginManager/window_content.h"
+#include "plan_rules/window_content.h"
 #include "MarUIControl/string_conversion.h"
 #include "change_call.h"
 #include "host_calls/ask.h"

@@ -4,7 +4,7 @@
 #include <tuple>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
-#include "LyraPluginManager/window_content.h"
+#include "plan_rules/window_content.h"
 #include "page_picture.h"
 #include "plan_document.h"
 #include "plan_test.h"

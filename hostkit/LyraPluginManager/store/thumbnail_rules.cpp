@@ -3,7 +3,7 @@
 #include <QBuffer>
 #include <QImageReader>
 
-#include "LyraPluginManager/thumbnail_limits.h"
+#include "plan_rules/thumbnail_limits.h"
 
 namespace TarnHost::Store {
 namespace {
