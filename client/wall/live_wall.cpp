@@ -10,11 +10,11 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "plan_rules/window_content.h"
 #include "MarUIControl/split_type_data.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "marlog/marlog.h"
+#include "plan_rules/window_content.h"
 #include "wall/drop_hint.h"
 #include "wall/fetch_sign.h"
 #include "wall/same_pages.h"

@@ -3,8 +3,8 @@
 #include <QPainter>
 #include <cmath>
 
-#include "plan_rules/window_content.h"
 #include "TarnUIDataController/skin_loader.h"
+#include "plan_rules/window_content.h"
 #include "split_layout.h"
 #include "window_text.h"
 

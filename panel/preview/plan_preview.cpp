@@ -7,12 +7,12 @@
 #include <QVBoxLayout>
 #include <cmath>
 
-#include "plan_rules/thumbnail_limits.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "host_calls/ask.h"
 #include "page_picture.h"
 #include "plan_item_role.h"
+#include "plan_rules/thumbnail_limits.h"
 #include "plan_view_tree.h"
 #include "view_public_def.h"
 

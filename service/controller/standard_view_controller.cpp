@@ -7,13 +7,13 @@
 #include <utility>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
-#include "plan_rules/window_content.h"
 #include "MarUIControl/string_conversion.h"
 #include "change_call.h"
 #include "host_calls/ask.h"
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_node_ref.h"
+#include "plan_rules/window_content.h"
 #include "standard_plan_model.h"
 #include "view_config_manager.h"
 #include "view_model_data_manager.h"

@@ -4,9 +4,9 @@
 #include <tuple>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
-#include "plan_rules/window_content.h"
 #include "page_picture.h"
 #include "plan_document.h"
+#include "plan_rules/window_content.h"
 #include "plan_test.h"
 #include "random_plans.h"
 #include "standard_view_controller.h"
