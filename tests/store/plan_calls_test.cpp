@@ -334,7 +334,7 @@ void PlanCallsTest::KeepsAllOfAPlan() {
   request.begin_time = "22:00:00";
   request.end_time = "02:00:00";
   request.thumbnail = std::string("\x89PNG\0\xff", 6);
-  request.pages = {Page(1, 8, {"1001", "1002"}), Page(2, 4, {})};
+  request.pages = {CameraPage(1, 8, {"1001", "1002"}), CameraPage(2, 4, {})};
   request.pages.front().name = "\xF0\x9F\x9A\xA8 'page'";
   request.pages.front().dwell_seconds = 90;
   request.pages.front().windows.back().preset_no = 2;

@@ -29,14 +29,7 @@ TarnHost::PlanSite::Plan OneWindowPlan(const std::string& name, int group, int f
   plan.group = group;
   plan.family = family;
   plan.owner = family == 1 ? 0 : -1;
-  view_plugin_protocol::PlanPage page;
-  page.page_no = 1;
-  view_plugin_protocol::PlanWindow window;
-  window.window_no = 1;
-  window.content_kind = 1;
-  window.resource_code = "#0";
-  page.windows.push_back(window);
-  plan.pages.push_back(page);
+  plan.pages = {CameraPage(1, 1)};
   return plan;
 }
 

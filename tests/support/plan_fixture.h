@@ -13,6 +13,7 @@
 #include "TarnHost/plan_store.h"
 #include "log_capture.h"
 #include "message_guard.h"
+#include "plan_calls.h"
 #include "recording_services.h"
 #include "theme_node_type.h"
 
@@ -47,11 +48,13 @@ class CPlanFixture {
   bool Open(const PlanFixtureOptions& options, QString* error);
   /// The host's calls at start-up, in their order.
   void Start();
-  /// Shuts everything down in the order of a real client. The warnings nobody expected.
+  /// Shuts everything down in the order of a real client. The warnings that were not expected.
   QStringList Close();
 
   CRecordingServices& Services() { return *services_; }
   TarnHost::CPlanStore& Store() { return *store_; }
+  /// Straight to the store, past the plug-in and the recorder: no notice comes of it.
+  CPlanCalls InStore() { return CPlanCalls(*store_); }
   CLogCapture& Log() { return *log_; }
   CMessageGuard& Messages() { return *messages_; }
   TarnPlanView::CStandardPlanModel* Model(const QString& monitor, TarnPlanView::ThemeNodeType theme) const;

@@ -1,16 +1,48 @@
 #pragma once
 
+#include <QString>
 #include <string>
+#include <vector>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
 
-/// Records of plans made in a line, and told in words.
+/// Records and requests made in a line: what stands in a plan (Window, Page, CameraPage, FullPage), rows as the host
+/// sends them (GroupRecord, PlanRecord, Detail), what is asked of the host (NewPlan, ChangedPlan, Unchanged), and both
+/// in words (Words). What sends them to a store past the plug-in: plan_calls.h.
 namespace TarnTest {
 
+using view_plugin_protocol::AddPlanRequest;
 using view_plugin_protocol::GetPlanDetailResponse;
+using view_plugin_protocol::PlanBasicInfo;
+using view_plugin_protocol::PlanGroup;
 using view_plugin_protocol::PlanPage;
 using view_plugin_protocol::PlanWindow;
 using view_plugin_protocol::UpdatePlanRequest;
+
+/// A name or a code, from either kind of string.
+struct Text : std::string {
+  Text(const char* text) : std::string(text) {}
+  Text(std::string text) : std::string(std::move(text)) {}
+  Text(const QString& text) : std::string(text.toStdString()) {}
+};
+
+inline PlanGroup GroupRecord(const Text& code, const Text& name, int family = 0, const Text& parent = "") {
+  PlanGroup group;
+  group.index_code = code;
+  group.name = name;
+  group.type = family;
+  group.parent_index_code = parent;
+  return group;
+}
+
+inline PlanBasicInfo PlanRecord(const Text& code, const Text& name, int family = 0, const Text& group = "") {
+  PlanBasicInfo plan;
+  plan.index_code = code;
+  plan.name = name;
+  plan.type = family;
+  plan.group_index_code = group;
+  return plan;
+}
 
 inline PlanWindow Window(int no, const std::string& code, int kind = 1, int stream = 0, int preset = 0) {
   return {no, kind, code, "name of " + code, stream, preset};
@@ -23,6 +55,15 @@ inline PlanPage Page(int no, int split, std::list<PlanWindow> windows, const std
   page.split_type = split;
   page.dwell_seconds = dwell;
   page.windows = std::move(windows);
+  return page;
+}
+
+/// A page with these cameras in its first windows; "#0" is the first camera of a PlanSite.
+inline PlanPage CameraPage(int no, int split, const std::vector<std::string>& cameras = {"#0"}, int dwell = 10) {
+  PlanPage page = Page(no, split, {}, {}, dwell);
+  for (const std::string& camera : cameras) {
+    page.windows.push_back({static_cast<int32_t>(page.windows.size()) + 1, 1, camera, {}, 0, 0});
+  }
   return page;
 }
 
@@ -45,6 +86,36 @@ inline GetPlanDetailResponse Detail(std::list<PlanPage> pages) {
   detail.thumbnail = std::string("\x89PNG\0\1", 6);
   detail.revision = 5;
   return detail;
+}
+
+inline AddPlanRequest NewPlan(const Text& name, const Text& parent, std::list<PlanPage> pages = {}) {
+  AddPlanRequest request;
+  request.plan_name = name;
+  request.parent_index_code = parent;
+  request.pages = std::move(pages);
+  return request;
+}
+
+/// Without a revision: takes the place of whatever is stored. An empty parent leaves the plan where it is.
+inline UpdatePlanRequest ChangedPlan(const Text& code, const Text& name, const Text& parent = "",
+                                     std::list<PlanPage> pages = {}) {
+  UpdatePlanRequest request;
+  static_cast<AddPlanRequest&>(request) = NewPlan(name, parent, std::move(pages));
+  request.plan_index_code = code;
+  return request;
+}
+
+/// The request that leaves the plan as it was read.
+inline UpdatePlanRequest Unchanged(const GetPlanDetailResponse& plan) {
+  UpdatePlanRequest request = ChangedPlan(plan.index_code, plan.name, plan.group_index_code, plan.pages);
+  request.index_type = plan.type;
+  request.parent_name = plan.group_name;
+  request.auto_play = plan.auto_run;
+  request.begin_time = plan.start_time;
+  request.end_time = plan.end_time;
+  request.thumbnail = plan.thumbnail;
+  request.revision = plan.revision;
+  return request;
 }
 
 /// A whole request in words, so that a failed comparison shows what differs.

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QStringList>
+#include <string>
+
+#include "TarnHost/host_services.h"
+#include "plan_records.h"
+
+namespace TarnTest {
+
+/// The calls of a host in the form tests want them: changes answer the text of their failure, empty when they were made.
+/// Over another client's store they are changes from elsewhere; see CPlanFixture::InStore(), too.
+class CPlanCalls {
+ public:
+  explicit CPlanCalls(TarnHost::IHostServices& host) : host_(&host) {}
+
+  /// "name@parent" of each group or plan below `parent`; "!text" for a failure.
+  QStringList Groups(const Text& parent) const;
+  QStringList Plans(const Text& group) const;
+  /// Code of the child group with this name; empty when there is none.
+  std::string Group(const Text& parent, const std::string& name) const;
+  GetPlanDetailResponse Detail(const Text& plan, int kind = 0) const;
+  QStringList Search(const char* text, int scope) const;
+  std::string DefaultView() const;
+
+  QString AddGroup(const Text& parent, const Text& name, std::string* code = nullptr) const;
+  QString AddPlan(const AddPlanRequest& request, std::string* code = nullptr) const;
+  /// With one camera on one page.
+  QString AddPlan(const Text& parent, const Text& name, std::string* code = nullptr) const;
+  QString RenameGroup(const Text& code, const Text& name) const;
+  QString DeleteGroup(const Text& code) const;
+  QString DeletePlan(const Text& code) const;
+  QString Update(const UpdatePlanRequest& request) const;
+  QString Share(const Text& plan, const Text& users) const;
+  QString SetDefaultView(const Text& code, int type) const;
+
+ private:
+  TarnHost::IHostServices* host_;
+};
+
+}  // namespace TarnTest
