@@ -1,20 +1,37 @@
 #pragma once
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "plan_rules/plan_limits.h"
 
 // What a window of a plan holds: the one answer for whoever shows, edits, counts or saves plans. Thread: any.
 namespace view_plugin_protocol {
 
+/// The kinds that a window's record can name.
 enum ContentKind : int32_t { NoKind = 0, CameraKind = 1 };
+
+/// What a window really has. OtherContent is what this version cannot show.
+enum class Content { Nothing, Camera, OtherContent };
+
+inline Content ContentIn(const PlanWindow& window) {
+  const bool is_named = !window.resource_code.empty();
+  if (window.content_kind == NoKind) {
+    return is_named ? Content::Camera : Content::Nothing;  // plans of older hosts have cameras without a kind
+  }
+  return is_named && window.content_kind == CameraKind ? Content::Camera : Content::OtherContent;
+}
+
+/// The same of a window's record, null when it has none.
+inline Content ContentIn(const PlanWindow* window) {
+  return window ? ContentIn(*window) : Content::Nothing;
+}
 
 /// Whether there is a camera or other content in this record. A code or a kind is enough.
 inline bool IsFilled(const PlanWindow& window) {
-  return window.content_kind != NoKind || !window.resource_code.empty();
+  return ContentIn(window) != Content::Nothing;
 }
 
-/// Whether this record is a camera. Plans of older hosts have cameras without a kind.
 inline bool IsCamera(const PlanWindow& window) {
-  return !window.resource_code.empty() && (window.content_kind == CameraKind || window.content_kind == NoKind);
+  return ContentIn(window) == Content::Camera;
 }
 
 /// The record that shows what a window holds: a camera before other content, of equals the last. Null when it holds
@@ -29,8 +46,5 @@ const PlanWindow* ContentOf(const Windows& windows, int window_no) {
   }
   return content;
 }
-
-/// The most filled windows that a plan may have on all its pages together.
-constexpr int kMaxFilledWindows = 128;
 
 }  // namespace view_plugin_protocol

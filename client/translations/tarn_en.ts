@@ -9,6 +9,21 @@
     </message>
 </context>
 <context>
+    <name>PlanRules</name>
+    <message>
+        <source>You lack the right to add plans.</source>
+        <translation>You lack the right to add plans.</translation>
+    </message>
+    <message>
+        <source>You lack the right to edit plans.</source>
+        <translation>You lack the right to edit plans.</translation>
+    </message>
+    <message>
+        <source>You lack the right to delete plans.</source>
+        <translation>You lack the right to delete plans.</translation>
+    </message>
+</context>
+<context>
     <name>CSavePlanAsDlg</name>
     <message>
         <source>Name</source>

@@ -9,6 +9,21 @@
     </message>
 </context>
 <context>
+    <name>PlanRules</name>
+    <message>
+        <source>You lack the right to add plans.</source>
+        <translation>您没有添加预案的权限。</translation>
+    </message>
+    <message>
+        <source>You lack the right to edit plans.</source>
+        <translation>您没有编辑预案的权限。</translation>
+    </message>
+    <message>
+        <source>You lack the right to delete plans.</source>
+        <translation>您没有删除预案的权限。</translation>
+    </message>
+</context>
+<context>
     <name>CSavePlanAsDlg</name>
     <message>
         <source>Name</source>

@@ -10,10 +10,10 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "MarUIControl/split_type_data.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "marlog/marlog.h"
+#include "plan_rules/splits.h"
 #include "plan_rules/window_content.h"
 #include "wall/drop_hint.h"
 #include "wall/fetch_sign.h"
@@ -24,28 +24,16 @@
 namespace TarnClient {
 
 using MarUIControl::StringToQString;
-using MarUIControl::struSplitTypeData;
+using view_plugin_protocol::Content;
+using view_plugin_protocol::kMostWindowsOfPage;
 using view_plugin_protocol::PlanPage;
 using view_plugin_protocol::PlanWindow;
+using view_plugin_protocol::SideOfSplit;
 
 namespace {
 
 constexpr int kTickMs = 100;
 constexpr int kGap = 2;
-constexpr int kMostWindows = 16;
-
-int SideOfSplit(int split_type) {
-  switch (split_type) {
-    case struSplitTypeData::Split4:
-      return 2;
-    case struSplitTypeData::Split9:
-      return 3;
-    case struSplitTypeData::Split16:
-      return 4;
-    default:
-      return 1;
-  }
-}
 
 // A page that no one named is called after its number, which the bar shows anyway.
 QString NameWorthShowing(const PlanPage& page) {
@@ -101,7 +89,7 @@ CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent, std::unique_
   grid_->setContentsMargins(0, 0, 0, 0);
   grid_->setSpacing(kGap);
   stack_->addWidget(grid_page_);
-  for (int i = 0; i < kMostWindows; ++i) {
+  for (int i = 0; i < kMostWindowsOfPage; ++i) {
     windows_.append(new CWallWindow(i + 1, grid_page_));
     windows_.last()->hide();
   }
@@ -267,7 +255,7 @@ void CLiveWall::ShowTimes() {
 }
 
 void CLiveWall::ArrangeGrid(int side) {
-  for (int i = 0; i < kMostWindows; ++i) {
+  for (int i = 0; i < kMostWindowsOfPage; ++i) {
     grid_->removeWidget(windows_[i]);
     const bool used = i < side * side;
     windows_[i]->setVisible(used);
@@ -281,27 +269,26 @@ void CLiveWall::ArrangeGrid(int side) {
   }
 }
 
-// Every window is told, also those without a camera on this page: nothing of the last page may stay in them.
 void CLiveWall::FillWindows(const PlanPage& page, int count) {
-  QVector<const PlanWindow*> contents(kMostWindows, nullptr);
   for (const PlanWindow& window : page.windows) {
-    if (!IsCamera(window)) {
-      continue;
-    }
-    if (window.window_no < 1 || window.window_no > count) {
+    if (IsCamera(window) && (window.window_no < 1 || window.window_no > count)) {
       marlog::Write("LyraClientError", marlog::Warning, "Plan %s, page %d has no window %d", plan_.index_code.c_str(),
                     page.page_no, window.window_no);
-      continue;
     }
-    contents[window.window_no - 1] = &window;
   }
-  for (int i = 0; i < kMostWindows; ++i) {
-    const PlanWindow* content = contents[i];
-    if (content) {
-      windows_[i]->Show(StringToQString(content->resource_name), factory_(*content));
-    } else {
-      windows_[i]->Show(QString(), nullptr);
-    }
+  for (int i = 0; i < windows_.size(); ++i) {
+    FillWindow(windows_[i], i < count ? ContentOf(page.windows, i + 1) : nullptr);
+  }
+}
+
+// Also one without content: nothing of the last page may stay in it.
+void CLiveWall::FillWindow(CWallWindow* window, const PlanWindow* content) {
+  switch (ContentIn(content)) {
+    case Content::Camera:
+      return window->Show(StringToQString(content->resource_name), factory_(*content));
+    case Content::Nothing:
+    case Content::OtherContent:
+      return window->Show(QString(), nullptr);
   }
 }
 

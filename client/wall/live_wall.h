@@ -106,6 +106,7 @@ class CLiveWall : public QWidget {
   void ShowTimes();
   void ArrangeGrid(int side);
   void FillWindows(const view_plugin_protocol::PlanPage& page, int count);
+  void FillWindow(CWallWindow* window, const view_plugin_protocol::PlanWindow* content);
   void Tick();
   void RunTicker();
   bool HasSeveralPages() const { return pages_.size() > 1; }

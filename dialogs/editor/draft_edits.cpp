@@ -45,11 +45,6 @@ int FillPage(PlanDraft* draft, int page, int first_window, const QVector<DraftCa
 
 }  // namespace
 
-bool IsKnownSplit(int split_type) {
-  return split_type == struSplitTypeData::Split1 || split_type == struSplitTypeData::Split4 ||
-         split_type == struSplitTypeData::Split9 || split_type == struSplitTypeData::Split16;
-}
-
 DraftPage EmptyPage() {
   PlanPage page;
   page.page_no = 1;

@@ -11,7 +11,6 @@ namespace TarnPlanView {
 DraftPage EmptyPage();
 /// A new page with this one's split, where that is a known one, and dwell time.
 DraftPage NeighbourOf(const DraftPage& page);
-bool IsKnownSplit(int split_type);
 /// By their order. A page that is only called after its number goes by the new one.
 void NumberPages(QVector<DraftPage>* pages);
 

@@ -3,11 +3,8 @@
 #include <algorithm>
 #include <tuple>
 
-#include "MarUIControl/split_type_data.h"
-
 namespace TarnPlanView {
 
-using MarUIControl::struSplitTypeData;
 using view_plugin_protocol::PlanPage;
 using view_plugin_protocol::PlanWindow;
 
@@ -37,19 +34,6 @@ int FilledOf(const DraftPage& page) {
 }
 
 }  // namespace
-
-int WindowsOfSplit(int split_type) {
-  switch (split_type) {
-    case struSplitTypeData::Split4:
-      return 4;
-    case struSplitTypeData::Split9:
-      return 9;
-    case struSplitTypeData::Split16:
-      return 16;
-    default:
-      return 1;
-  }
-}
 
 bool DraftPage::operator==(const DraftPage& other) const {
   return Fields(*this) == Fields(other) &&

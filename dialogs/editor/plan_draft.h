@@ -4,14 +4,18 @@
 #include <QTime>
 #include <QVector>
 
+#include "plan_rules/plan_limits.h"
+#include "plan_rules/splits.h"
 #include "plan_rules/window_content.h"
 
 namespace TarnPlanView {
 
+using view_plugin_protocol::IsKnownSplit;
+using view_plugin_protocol::kMaxDwellSeconds;
 using view_plugin_protocol::kMaxFilledWindows;
-
-/// Windows of a page with this split type (1, 2, 4, 8): 1, 4, 9, 16. An unknown type counts as one window.
-int WindowsOfSplit(int split_type);
+using view_plugin_protocol::kMaxPages;
+using view_plugin_protocol::SideOfSplit;
+using view_plugin_protocol::WindowsOfSplit;
 
 /// A camera to put into a window.
 struct DraftCamera {
@@ -61,8 +65,6 @@ struct PlanDraft {
 };
 
 constexpr int kMinDwellSeconds = 5;
-constexpr int kMaxDwellSeconds = 24 * 60 * 60;
 constexpr int kDefaultDwellSeconds = 10;
-constexpr int kMaxPages = 64;
 
 }  // namespace TarnPlanView

@@ -1,15 +1,10 @@
 #include "split_layout.h"
 
 #include <QPainter>
-#include <cmath>
 
 #include "plan_draft.h"
 
 namespace TarnPlanView {
-
-int SideOfSplit(int split_type) {
-  return static_cast<int>(std::lround(std::sqrt(WindowsOfSplit(split_type))));
-}
 
 QRect WindowPlace(const QRect& room, int split_type, int window_no, int gap) {
   const int side = SideOfSplit(split_type);

@@ -8,8 +8,6 @@ class QPainter;
 
 namespace TarnPlanView {
 
-/// Windows along each side of a page with this split type: 1, 2, 3 or 4.
-int SideOfSplit(int split_type);
 /// Where window `window_no` (from 1) stands in `room`, with `gap` pixels between windows.
 QRect WindowPlace(const QRect& room, int split_type, int window_no, int gap);
 /// The window at `point`; 0 for none.

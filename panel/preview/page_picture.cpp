@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "TarnUIDataController/skin_loader.h"
+#include "plan_rules/splits.h"
 #include "plan_rules/window_content.h"
 #include "split_layout.h"
 #include "window_text.h"
@@ -12,6 +13,7 @@ namespace TarnPlanView {
 
 using view_plugin_protocol::PlanPage;
 using view_plugin_protocol::PlanWindow;
+using view_plugin_protocol::SideOfSplit;
 
 namespace {
 

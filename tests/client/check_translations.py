@@ -8,7 +8,7 @@ import sys
 import tempfile
 import xml.etree.ElementTree as tree
 
-FOLDERS = ["base", "data", "service", "panel", "dialogs", "client", "host", "hostkit", "resources/forms"]
+FOLDERS = ["base", "config", "data", "service", "tree", "dialogs", "panel", "client", "host", "hostkit", "resources/forms"]
 ORDINARY_WORD = re.compile(r"[A-Za-z][a-z]*(-[a-z]+)*(\.\.\.)?")
 PLACES = re.compile(r"%\d")
 PLAIN_ENGLISH = ("TarnClient::", "MarUIControl::", "WidgetKit::", "Q")  # contexts whose sources are texts, not keys

@@ -23,7 +23,6 @@ using LyraPluginManager::CViewBusinessInterfaceMgr;
 using TarnClient::CLiveWall;
 using TarnClient::CWallWindow;
 using TarnPlanView::CWindowText;
-using TarnPlanView::kMaxDwellSeconds;
 
 namespace {
 
@@ -42,8 +41,8 @@ class AskedSource : public TarnClient::CTestPictureSource {
 /// A page as the editor shows it.
 std::string InEditor(const CPlanDocument& document, int page) {
   const auto& shown = document.Draft().pages.at(page);
-  std::string words = std::to_string(TarnPlanView::WindowsOfSplit(shown.split_type)) + " windows";
-  for (int no = 1; no <= TarnPlanView::WindowsOfSplit(shown.split_type); ++no) {
+  std::string words = std::to_string(WindowsOfSplit(shown.split_type)) + " windows";
+  for (int no = 1; no <= WindowsOfSplit(shown.split_type); ++no) {
     const PlanWindow* window = document.Draft().Window(page, no);
     if (CWindowText::IsCamera(window)) {
       words += AskedSource::InWords(*window);

@@ -1,0 +1,41 @@
+#include "plan_rules/names.h"
+
+#include <QLatin1String>
+#include <algorithm>
+
+#include "plan_rules/plan_limits.h"
+
+namespace view_plugin_protocol {
+
+namespace {
+
+bool IsForbidden(QChar c) {
+  return QLatin1String(kForbiddenInNames).contains(c);
+}
+
+bool IsControl(QChar c) {
+  return c.category() == QChar::Other_Control;
+}
+
+}  // namespace
+
+NameFault FaultOfName(const QString& name) {
+  if (name.trimmed().isEmpty()) {
+    return NameFault::Empty;
+  }
+  if (name.size() > kLongestName) {
+    return NameFault::TooLong;
+  }
+  if (std::any_of(name.begin(), name.end(), IsForbidden)) {
+    return NameFault::ForbiddenCharacter;
+  }
+  return std::any_of(name.begin(), name.end(), IsControl) ? NameFault::ControlCharacter : NameFault::None;
+}
+
+QString TypedNamePattern() {
+  QString listed = QLatin1String(kNotTypedInNames);
+  listed.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
+  return QStringLiteral("^[^%1]{1,%2}$").arg(listed, QString::number(kLongestName));
+}
+
+}  // namespace view_plugin_protocol

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+// The rule for names of plans and groups. Thread: any.
+namespace view_plugin_protocol {
+
+/// What no name may contain.
+constexpr char kForbiddenInNames[] = "\\/:*?\"<>|";
+/// What cannot be typed into a name. Apostrophe and percent are no more than that: names made elsewhere have them.
+constexpr char kNotTypedInNames[] = "\\/:*?\"<|'%>";
+
+enum class NameFault { None, Empty, TooLong, ForbiddenCharacter, ControlCharacter };
+
+/// What is wrong with a name: it has 1 to kLongestName characters, not blanks alone, and none of kForbiddenInNames.
+NameFault FaultOfName(const QString& name);
+
+/// The pattern of what a field for names takes while it is typed.
+QString TypedNamePattern();
+
+}  // namespace view_plugin_protocol

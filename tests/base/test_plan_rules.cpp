@@ -1,0 +1,81 @@
+#include <QRegExpValidator>
+#include <QtTest>
+
+#include "plan_rules/families.h"
+#include "plan_rules/names.h"
+#include "plan_rules/plan_limits.h"
+#include "plan_rules/rights.h"
+#include "plan_rules/splits.h"
+
+using namespace view_plugin_protocol;
+
+Q_DECLARE_METATYPE(NameFault)
+
+class PlanRulesTest : public QObject {
+  Q_OBJECT
+ private Q_SLOTS:
+  void Names_data();
+  void Names();
+  void Splits();
+  void Families();
+  void Rights();
+};
+
+void PlanRulesTest::Names_data() {
+  QTest::addColumn<QString>("name");
+  QTest::addColumn<NameFault>("fault");
+  QTest::addColumn<bool>("typed");
+  const QString longest(kLongestName, 'x');
+  QTest::newRow("plain") << "Gate 1" << NameFault::None << true;
+  QTest::newRow("longest") << longest << NameFault::None << true;
+  QTest::newRow("too long") << longest + "x" << NameFault::TooLong << false;
+  QTest::newRow("empty") << "" << NameFault::Empty << true;
+  QTest::newRow("blanks") << "   " << NameFault::Empty << true;
+  QTest::newRow("not typed, but taken") << "5% o'clock" << NameFault::None << false;
+  QTest::newRow("control character") << "a\tb" << NameFault::ControlCharacter << true;
+  for (const char c : QByteArray("\\/:*?\"<>|")) {
+    QTest::addRow("with %c", c) << QString("a%1b").arg(c) << NameFault::ForbiddenCharacter << false;
+  }
+}
+
+void PlanRulesTest::Names() {
+  QFETCH(QString, name);
+  QTEST(FaultOfName(name), "fault");
+  int at = 0;
+  QTEST(QRegExpValidator(QRegExp(TypedNamePattern()), nullptr).validate(name, at) != QValidator::Invalid, "typed");
+}
+
+void PlanRulesTest::Splits() {
+  const QMap<int, int> windows{{1, 1}, {2, 4}, {4, 9}, {8, 16}};
+  for (int split = -1; split <= 2 * kMostWindowsOfPage; ++split) {
+    QCOMPARE(WindowsOfSplit(split), windows.value(split, 1));
+    QCOMPARE(IsKnownSplit(split), windows.contains(split));
+    QVERIFY(WindowsOfSplit(split) <= kMostWindowsOfPage);
+  }
+}
+
+void PlanRulesTest::Families() {
+  struct Row {
+    int32_t family, owner;
+  };
+  for (const Family family : {PublicFamily, OwnFamily, ReceivedFamily}) {
+    QVERIFY(IsFamily(family) && IsRootCode(RootOf(family)));
+    QCOMPARE(FamilyOfRoot(RootOf(family)), family);
+    QVERIFY(IsVisibleTo(Row{family, 2}, 2));
+    QCOMPARE(IsVisibleTo(Row{family, 2}, 3), family != OwnFamily);
+  }
+  QVERIFY(!IsFamily(-1) && !IsFamily(3) && !IsRootCode(0) && !IsRootCode(-3) && !IsRootCode(1));
+}
+
+void PlanRulesTest::Rights() {
+  QSet<QString> texts;
+  for (const Right right : kRights) {
+    QVERIFY(IsRight(right) && !LackOf(right).isEmpty());
+    texts.insert(LackOf(right));
+  }
+  QCOMPARE(texts.size(), int(std::size(kRights)));
+  QVERIFY(!IsRight(AddRight - 1) && !IsRight(DeleteRight + 1));
+}
+
+QTEST_GUILESS_MAIN(PlanRulesTest)
+#include "test_plan_rules.moc"
