@@ -171,6 +171,7 @@ void CViewModelDataManager::InitRootItem() {
 void CViewModelDataManager::ClearAllViewModelData() {
   TARN_PLAN_LOG_INFO("ClearAllViewModelData Clear Data");
   noteNotice();
+  d_->unanswered.Clear();
   d_->data_requested = false;
   d_->init_finished = false;
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
@@ -182,6 +183,7 @@ void CViewModelDataManager::ClearAllViewModelData() {
 void CViewModelDataManager::ClearModelData() {
   TARN_PLAN_LOG_INFO("ClearModelData View Data");
   noteNotice();
+  d_->unanswered.Clear();
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     model->UninitModelRootItem();
   }

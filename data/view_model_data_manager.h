@@ -84,7 +84,8 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   int GetChangeCount() const;
   /// Grows with every notice of a change made elsewhere.
   int GetNoticeCount() const;
-  /// Brings the rows of one plan or group to what the host says of it now. Blocks as a notice does.
+  /// Brings the rows of one plan or group to what the host says of it now; later when it says nothing now. Blocks as a
+  /// notice does.
   void Recheck(const QString& code, bool is_group);
 
  Q_SIGNALS:
@@ -138,11 +139,14 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   bool followMove(CStandardPlanModel* model, QStandardItem* row, const view_plugin_protocol::PlanBasicInfo& plan);
   void recheckTimedPlay();
   void noteNotice();
-  void recheckGroup(const QString& code);
-  void recheckPlan(const QString& code);
+  void showNewChildren(const QString& group_code, int theme, ResourceData::ResourceType child_type);
+  /// Both: false when the host gave no answer.
+  bool recheckGroup(const QString& code);
+  bool recheckPlan(const QString& code);
   void showMissingPlan(const QString& code);
   /// The parent of the row in the first model that has it.
   QModelIndex parentOf(const QString& code, bool is_group) const;
+  bool isShown(const QString& code, bool is_group) const;
   std::shared_ptr<CView> makeView(const std::string& code);
   std::shared_ptr<CViewGroup> makeViewGroup(const std::string& code);
   void dropObservers();

@@ -3,6 +3,7 @@
 #include <QStandardItem>
 #include <algorithm>
 
+#include "LyraPluginManager/error_kind.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "item_type.h"
@@ -72,6 +73,11 @@ std::string GroupCodeOf(const QModelIndex& group) {
 /// Whether a child notice of this type concerns the trees.
 bool IsPlanResource(ResourceData::ResourceType type) {
   return type == ResourceData::RT_VIEW || type == ResourceData::RT_VIEW_GROUP;
+}
+
+/// Whether the host has said what stands in a group: what is below a group that is gone is gone, too.
+bool IsAnswer(bool ok, const view_plugin_protocol::ResponseHeader& response) {
+  return ok || response.error_kind == view_plugin_protocol::Gone;
 }
 
 }  // namespace
@@ -254,11 +260,19 @@ void CViewModelDataManager::OnViewGroupChildAdded(const QString& group_index_cod
   noteNotice();
   const QModelIndex group =
       d_->models.isEmpty() ? QModelIndex() : d_->models.first()->FindIndexByIndexCode(group_index_code, true);
-  const int theme = group.isValid() ? CViewPublicDef::GetIndexType(group) : -1;
-  if (child_type == ResourceData::RT_VIEW_GROUP) {
-    InsertSubGroupNode(group_index_code, theme);
-  } else if (child_type == ResourceData::RT_VIEW) {
-    InsertSubPlanNode(group_index_code, theme);
+  showNewChildren(group_index_code, group.isValid() ? CViewPublicDef::GetIndexType(group) : -1, child_type);
+}
+
+void CViewModelDataManager::showNewChildren(const QString& group_code, int theme,
+                                            ResourceData::ResourceType child_type) {
+  if (!IsPlanResource(child_type)) {
+    return;
+  }
+  const bool are_groups = child_type == ResourceData::RT_VIEW_GROUP;
+  const bool answered = are_groups ? InsertSubGroupNode(group_code, theme) : InsertSubPlanNode(group_code, theme);
+  if (!answered && isShown(group_code, true)) {
+    d_->unanswered.Add(QString("below %1 %2").arg(group_code).arg(child_type),
+                       [=] { showNewChildren(group_code, theme, child_type); });
   }
 }
 
@@ -320,53 +334,57 @@ void CViewModelDataManager::OnRootChildAdded(ResourceData::ResourceType child_ty
     ThemeNodeType theme;
   } roots[] = {{kPublicRootCode, PublicTheme}, {kOwnRootCode, OwnTheme}, {kReceivedRootCode, ReceivedTheme}};
   for (const auto& root : roots) {
-    if (child_type == ResourceData::RT_VIEW_GROUP) {
-      InsertSubGroupNode(QString::fromLatin1(root.code), root.theme);
-    } else if (child_type == ResourceData::RT_VIEW) {
-      InsertSubPlanNode(QString::fromLatin1(root.code), root.theme);
-    }
+    showNewChildren(QString::fromLatin1(root.code), root.theme, child_type);
   }
 }
 
 void CViewModelDataManager::Recheck(const QString& code, bool is_group) {
-  if (!code.isEmpty()) {
-    const QScopedValueRollback<int> uncounted(d_->notice_count);  // it follows from notices that were counted
-    is_group ? recheckGroup(code) : recheckPlan(code);
+  if (code.isEmpty()) {
+    return;
+  }
+  const QScopedValueRollback<int> uncounted(d_->notice_count);  // it follows from notices that were counted
+  const bool answered = is_group ? recheckGroup(code) : recheckPlan(code);
+  if (!answered) {
+    d_->unanswered.Add((is_group ? "group " : "plan ") + code, [this, code, is_group] { Recheck(code, is_group); });
   }
 }
 
 // A group never changes its parent: it stands there under its name, or it is gone.
-void CViewModelDataManager::recheckGroup(const QString& code) {
+bool CViewModelDataManager::recheckGroup(const QString& code) {
   const QModelIndex parent = parentOf(code, true);
+  if (!parent.isValid()) {
+    return true;
+  }
   view_plugin_protocol::GetPlanGroupsRequest request;
   request.parent_index_code = GroupCodeOf(parent);
   request.node_type = CViewPublicDef::GetIndexType(parent);
   view_plugin_protocol::GetPlanGroupsResponse response;
-  if (!parent.isValid() || !CViewBusinessInterfaceMgr::Instance().GetPlanGroups(request, response)) {
-    return;
+  if (!IsAnswer(CViewBusinessInterfaceMgr::Instance().GetPlanGroups(request, response), response)) {
+    return false;
   }
   for (const auto& group : qAsConst(response.groups)) {
     if (group.index_code == QStringToString(code)) {
       OnViewGroupNameChanged(code, StringToQString(group.name));
-      return;
+      return true;
     }
   }
   OnViewGroupChildRemoved(code, ResourceData::RT_VIEW_GROUP);
+  return true;
 }
 
-void CViewModelDataManager::recheckPlan(const QString& code) {
+bool CViewModelDataManager::recheckPlan(const QString& code) {
   OnViewChanged(code);  // follows a move
   const QModelIndex parent = parentOf(code, false);
   if (!parent.isValid()) {
     showMissingPlan(code);
-    return;
+    return true;
   }
   view_plugin_protocol::GetPlansInGroupRequest request;
   request.group_index_code = GroupCodeOf(parent);
   request.node_type = CViewPublicDef::GetIndexType(parent);
   view_plugin_protocol::GetPlansInGroupResponse response;
-  if (!CViewBusinessInterfaceMgr::Instance().GetPlansInGroup(request, response)) {
-    return;
+  if (!IsAnswer(CViewBusinessInterfaceMgr::Instance().GetPlansInGroup(request, response), response)) {
+    return false;
   }
   const bool is_there = std::any_of(response.plans.cbegin(), response.plans.cend(), [&code](const PlanBasicInfo& plan) {
     return plan.index_code == QStringToString(code);
@@ -374,6 +392,7 @@ void CViewModelDataManager::recheckPlan(const QString& code) {
   if (!is_there) {
     OnViewGroupChildRemoved(code, ResourceData::RT_VIEW);
   }
+  return true;
 }
 
 void CViewModelDataManager::showMissingPlan(const QString& code) {
@@ -387,11 +406,18 @@ void CViewModelDataManager::showMissingPlan(const QString& code) {
     const QStandardItem* group = model->FindTargetItemByIndexCode(StringToQString(detail.group_index_code), true);
     if (group) {
       if (takesChildren(group)) {
-        InsertSubPlanNode(StringToQString(detail.group_index_code), CViewPublicDef::GetIndexType(group->index()));
+        showNewChildren(StringToQString(detail.group_index_code), CViewPublicDef::GetIndexType(group->index()),
+                        ResourceData::RT_VIEW);
       }
       return;
     }
   }
+}
+
+bool CViewModelDataManager::isShown(const QString& code, bool is_group) const {
+  return std::any_of(d_->models.cbegin(), d_->models.cend(), [&](const CStandardPlanModel* model) {
+    return model->FindIndexByIndexCode(code, is_group).isValid();
+  });
 }
 
 QModelIndex CViewModelDataManager::parentOf(const QString& code, bool is_group) const {

@@ -7,6 +7,7 @@
 
 #include "TarnConfiguration/view_config_interface.h"
 #include "download_poll.h"
+#include "unanswered_questions.h"
 #include "view.h"
 #include "view_group.h"
 #include "view_group_manager.h"
@@ -33,6 +34,7 @@ class CViewModelDataManager::Private {
   int change_count = 0;
   int notice_count = 0;
   CDownloadPoll* poll;  // child of the manager
+  CUnansweredQuestions unanswered;
   std::unique_ptr<CViewGroupManager> group_manager;
   std::unordered_map<std::string, std::shared_ptr<CView>> views;
   std::unordered_map<std::string, std::shared_ptr<CViewGroup>> groups;

@@ -2,7 +2,6 @@
 
 #include <QTemporaryDir>
 #include <QtTest>
-#include <map>
 #include <set>
 
 #include "plan_fixture.h"
@@ -14,12 +13,14 @@
 using namespace TarnPlanView;
 using namespace view_plugin_protocol;
 using TarnHost::CPlanStore;
+using TarnTest::ChangedPlan;
 using TarnTest::CPlanFixture;
 using TarnTest::CRecordingServices;
+using TarnTest::NewPlan;
 
 namespace {
 
-// Told of changes at the root, after the plug-in: when a marker has come, everything before it has.
+// Hears of changes at the root, after the plug-in: when a marker has come, everything before it has.
 class MarkerObserver : public ResourceData::IResourceObserver {
  public:
   void OnResourceUpdate(const Param& param) override { seen.insert(param.second); }
@@ -28,7 +29,7 @@ class MarkerObserver : public ResourceData::IResourceObserver {
 
 struct Node {
   QString code, name;
-  bool is_group;
+  bool is_group = false;
 };
 
 // Two clients on one file: this one with all its trees, the other a bare store. After any commands, and once everything
@@ -87,7 +88,7 @@ class RandomSite {
         addPlan();
         break;
       case 7:
-        updatePlan();
+        controller()->UpdatePlanParam(update(), "");
         break;
       case 8:
         changeElsewhere();
@@ -96,50 +97,40 @@ class RandomSite {
         holdOrFail();
         break;
       case 10:
-        *rc::gen::inRange(0, 3) == 0 ? CViewModelDataManager::Instance().OnUpdateViewModelData() : Settle();
+        *rc::gen::inRange(0, 3) == 0 ? CViewModelDataManager::Instance().OnUpdateViewModelData() : letNoticesCome();
         break;
       default:
         QCoreApplication::processEvents();
     }
   }
 
-  /// Everything held is let go, everything asked is answered, all news has come.
-  void Settle() {
+  /// Everything held is let go, everything asked is answered, all notices have come; then all must agree, at the latest
+  /// when what had no answer was asked again.
+  void SettleAndCheck() {
     for (const char* call : kCalls) {
       fixture_.Services().Mend(call);
     }
     fixture_.Services().ReleaseAll();
     CPlanFixture::Drain();
-    AddPlanGroupResponse response;
-    RC_ASSERT(other_->AddPlanGroup({"marker", "-1", 0, false}, response));
-    RC_ASSERT(QTest::qWaitFor([&] { return marker_.seen.count(response.index_code) > 0; }));
+    letNoticesCome();
     CPlanFixture::Drain();
-  }
-
-  /// Says at once what is wrong: a failing run is repeated by the library, and may then succeed.
-  static void Complain(const QString& what) {
-    qCritical().noquote() << what;
-    RC_FAIL(what.toStdString());
-  }
-
-  void Check() const {
-    const auto models = fixture_.Models();
-    const QString trees[] = {dump(models[0], {}), dump(models[1], {})};
-    for (int place = 0; place < models.size(); ++place) {
-      const QString tree = dump(models[place], {});
-      if (tree != trees[place == 8 ? 1 : place % 2]) {
-        Complain("tree " + QString::number(place) + " differs: " + tree + " / " + trees[place == 8 ? 1 : place % 2]);
-      }
-    }
-    for (const CStandardPlanModel* model : {models[0], models[1]}) {
-      std::set<QString> codes;
-      checkBelow(model, model->index(0, 0), &codes);
+    QString wrong;
+    if (!QTest::qWaitFor([&] { return (wrong = firstFault()).isEmpty(); })) {
+      // At once: a failing run is repeated by the library, and may then succeed.
+      qCritical().noquote() << wrong;
+      RC_FAIL(wrong.toStdString());
     }
   }
 
  private:
   static constexpr const char* kCalls[] = {"GetPlanGroups", "GetPlansInGroup", "AddPlan",         "UpdatePlan",
                                            "DeletePlan",    "AddPlanGroup",    "UpdatePlanGroup", "DeletePlanGroup"};
+
+  void letNoticesCome() {
+    std::string marker;
+    RC_ASSERT(TarnTest::CPlanCalls(*other_).AddGroup("-1", "marker", &marker).isEmpty());
+    RC_ASSERT(QTest::qWaitFor([&] { return marker_.seen.count(marker) > 0; }));
+  }
 
   CStandardPlanModel* model() const { return which_ == 0 ? fixture_.Public() : fixture_.Own(); }
   CStandardViewController* controller() const { return controllers_[which_]; }
@@ -172,12 +163,10 @@ class RandomSite {
 
   /// A group (or root) or plan of the store, on screen or not; empty when there is none.
   std::string stored(bool group) const {
-    QList<Node> all;
-    collectStored(which_ == 0 ? "-1" : "-2", &all);
+    const QString root = which_ == 0 ? "-1" : "-2";
+    QList<Node> all{{root, {}, true}};
+    collectStored(root, &all);
     QStringList codes;
-    if (group) {
-      codes << (which_ == 0 ? "-1" : "-2");
-    }
     for (const Node& node : all) {
       if (node.is_group == group) {
         codes << node.code;
@@ -198,52 +187,37 @@ class RandomSite {
   }
 
   void addPlan() {
-    AddPlanRequest request;
-    request.plan_name = name().toStdString();
+    AddPlanRequest request = NewPlan(name(), stored(true));
     request.index_type = which_;
-    request.parent_index_code = stored(true);
     controller()->AddPlanParam(request);
   }
 
   UpdatePlanRequest update() const {
-    UpdatePlanRequest request;
-    request.plan_index_code = stored(false);
-    request.plan_name = name().toStdString();
+    UpdatePlanRequest request = ChangedPlan(stored(false), name(), stored(true));
     request.index_type = which_;
-    request.parent_index_code = stored(true);
     return request;
   }
 
-  void updatePlan() { controller()->UpdatePlanParam(update(), ""); }
-
   void changeElsewhere() {
-    AddPlanGroupResponse group;
-    UpdatePlanGroupResponse renamed;
-    DeletePlanGroupResponse group_gone;
-    AddPlanResponse plan;
-    UpdatePlanResponse updated;
-    DeletePlanResponse plan_gone;
-    AddPlanRequest add;
+    const TarnTest::CPlanCalls other(*other_);
     switch (*rc::gen::inRange(0, 6)) {
       case 0:
-        other_->AddPlanGroup({name().toStdString(), stored(true), 0, false}, group);
+        other.AddGroup(stored(true), name());
         break;
       case 1:
-        other_->UpdatePlanGroup({stored(true), name().toStdString(), false}, renamed);
+        other.RenameGroup(stored(true), name());
         break;
       case 2:
-        other_->DeletePlanGroup({stored(true), "", 0}, group_gone);
+        other.DeleteGroup(stored(true));
         break;
       case 3:
-        add.plan_name = name().toStdString();
-        add.parent_index_code = stored(true);
-        other_->AddPlan(add, plan);
+        other.AddPlan(NewPlan(name(), stored(true)));
         break;
       case 4:
-        other_->UpdatePlan(update(), updated);
+        other.Update(update());
         break;
       default:
-        other_->DeletePlan({stored(false), "", "", "", ""}, plan_gone);
+        other.DeletePlan(stored(false));
     }
   }
 
@@ -287,28 +261,42 @@ class RandomSite {
     return rows.join(",");
   }
 
-  void checkBelow(const CStandardPlanModel* model, const QModelIndex& parent, std::set<QString>* codes) const {
-    std::map<QString, Node> expected;
+  /// Where a tree differs from the other trees of its family or from the store; empty when all agree.
+  QString firstFault() const {
+    const auto models = fixture_.Models();
+    for (int place = 0; place < models.size(); ++place) {
+      const int first = place == 8 ? 1 : place % 2;
+      if (dump(models[place], {}) != dump(models[first], {})) {
+        return QString("tree %1: %2 / %3").arg(place).arg(dump(models[place], {}), dump(models[first], {}));
+      }
+    }
+    std::set<QString> codes;
+    const QString wrong = faultBelow(models[0], models[0]->index(0, 0), &codes);
+    return wrong.isEmpty() ? faultBelow(models[1], models[1]->index(0, 0), &codes) : wrong;
+  }
+
+  QString faultBelow(const CStandardPlanModel* model, const QModelIndex& parent, std::set<QString>* codes) const {
+    QMap<QString, Node> expected;
     for (const Node& node : childrenOf(fixture_.Store(), codeOf(parent))) {
       expected[node.code] = node;
     }
-    if (model->AreChildrenFetched(parent) && model->rowCount(parent) != static_cast<int>(expected.size())) {
-      QStringList stored_names;
-      for (const auto& entry : expected) {
-        stored_names << entry.second.code + " " + entry.second.name;
-      }
-      Complain("rows missing below " + codeOf(parent) + ": " + dump(model, {}) + ", stored " + stored_names.join(","));
+    if (model->AreChildrenFetched(parent) && model->rowCount(parent) != expected.size()) {
+      return "rows missing below " + codeOf(parent) + ": " + dump(model, {}) + ", stored " +
+             QStringList(expected.keys()).join(",");
     }
     for (int row = 0; row < model->rowCount(parent); ++row) {
       const QModelIndex index = model->index(row, 0, parent);
-      const auto node = expected.find(codeOf(index));
-      if (node == expected.end() || node->second.name != index.data().toString() ||
-          node->second.is_group != index.data(IsGroupRole).toBool() || !codes->insert(codeOf(index)).second) {
-        Complain("wrong row " + codeOf(index) + " " + index.data().toString() + " below " + codeOf(parent) + ": " +
-                 dump(model, {}));
+      const Node node = expected.value(codeOf(index));
+      if (node.code.isEmpty() || node.name != index.data().toString() ||
+          node.is_group != index.data(IsGroupRole).toBool() || !codes->insert(codeOf(index)).second) {
+        return "wrong row " + codeOf(index) + " below " + codeOf(parent) + ": " + dump(model, {});
       }
-      checkBelow(model, index, codes);
+      const QString wrong = faultBelow(model, index, codes);
+      if (!wrong.isEmpty()) {
+        return wrong;
+      }
     }
+    return {};
   }
 
   QTemporaryDir folder_;
@@ -337,8 +325,7 @@ class TreesRandomTest : public QObject {
         for (int steps = *rc::gen::inRange(5, 40); steps > 0; --steps) {
           site.Step();
         }
-        site.Settle();
-        site.Check();
+        site.SettleAndCheck();
       }
     }));
   }
