@@ -114,7 +114,7 @@ void CViewExternWidget::SetCurPlayItemByIndexCode(const QString& index_code) {
 
 void CViewExternWidget::RenewPlayingIcons(const QString& index_code) {
   d_->playing_code = index_code;
-  if (d_->CurrentPage() == Private::Page::Search) {
+  if (d_->CurrentPage() == PanelPage::Search) {
     d_->renewSearchIcons();
   }
 }
@@ -284,11 +284,9 @@ void CViewExternWidget::SwitchUserUpdate() {
   d_->leaveSearch();
   d_->waitForLoad();
   d_->row_before_load.reset();
-  d_->between_users = true;
-  d_->ui.add_view_btn->setEnabled(false);
-  d_->ui.add_group_btn->setEnabled(false);
-  d_->rights = AskRights();
-  d_->renewToolTips();
+  d_->known.between_users = true;
+  d_->known.grants.add_group = d_->known.grants.add_plan = false;
+  d_->renewRights();
   if (was_editing) {
     Q_EMIT SignalEditorChanged();  // last, since whoever hears it may end the panel
   }

@@ -7,7 +7,7 @@
 #include "TarnUIDataController/show_message_tip.h"
 #include "WidgetKit/dock_widget.h"
 #include "host_calls/ask.h"
-#include "plan_actions.h"
+#include "plan_commands.h"
 #include "plan_item_role.h"
 #include "plan_log.h"
 #include "row_move_check.h"
@@ -28,7 +28,6 @@ constexpr int kRenameMode = 1;
 constexpr int kConfirmed = 1;
 constexpr int kCloseButton = 2;
 constexpr int kQuestionButtons = 3;
-constexpr int kSecondsPerPlan = 20;
 
 bool IsPlanRow(const QModelIndex& index) {
   return CViewPublicDef::GetIndexItemType(index) == 1;
@@ -81,10 +80,10 @@ void CViewExternWidget::onCurrentIndexChanged(const QModelIndex& current, const 
   if (d_->row_before_load && current.parent().isValid()) {
     d_->row_before_load.reset();  // the user has gone on from where the load found him
   }
-  d_->applyActions(current);
+  d_->renewForRow(current);
   // Own plans may always be moved; public ones by those who may edit them.
   const bool is_public = CViewPublicDef::GetIndexType(current) == PublicTheme;
-  d_->ui.plan_view_tree->SetMovePermission(!is_public || d_->rights.edit);
+  d_->ui.plan_view_tree->SetMovePermission(!is_public || d_->known.rights.edit);
 }
 
 // --- Play -----------------------------------------------------------------------------------------------------------
@@ -150,7 +149,7 @@ bool CViewExternWidget::Private::Confirm(const QString& question) {
 
 void CViewExternWidget::onDeleteBtnClicked() {
   const QModelIndex index = d_->Current();
-  if (!index.isValid() || !d_->IsReady() || d_->CurrentPage() == Private::Page::Wait) {
+  if (!index.isValid() || !d_->IsReady() || d_->CurrentPage() == PanelPage::Wait) {
     return;
   }
   if (index.data(IsGroupRole).toBool()) {
@@ -287,7 +286,7 @@ void CViewExternWidget::onEditPlanViewGroupName(const QString& name) {
 
 // None for a hit whose group is not loaded here: then the user chooses one.
 QString CViewExternWidget::Private::GroupForNewPlan() const {
-  if (CurrentPage() != Page::Search) {
+  if (CurrentPage() != PanelPage::Search) {
     return GroupForNew().data(GroupIndexCodeRole).toString();
   }
   const QString code = MarkedHit().data(kSearchGroupRole).toString();
@@ -301,7 +300,8 @@ void CViewExternWidget::onAddPlanBtnClicked() {
   }
   const QPointer<CViewExternWidget> alive(this);
   const bool had_focus = d_->ui.add_view_btn->hasFocus();
-  d_->ui.add_view_btn->setEnabled(false);
+  d_->known.opening = true;
+  d_->restoreEnableState();
   const QString group_code = d_->GroupForNewPlan();
   const bool opened = d_->openPlanEditor([group_code](CTarnAddPlanWidget* editor) { editor->OpenNew(group_code); });
   if (!alive) {
@@ -310,26 +310,26 @@ void CViewExternWidget::onAddPlanBtnClicked() {
   if (opened) {
     TARN_PLAN_LOG_INFO("Add plan dock widget show.");
   }
-  d_->ui.add_view_btn->setEnabled(!d_->between_users);
-  d_->renewHold();
+  d_->known.opening = false;
+  d_->restoreEnableState();
   if (had_focus && !opened) {
     d_->ui.add_view_btn->setFocus();  // disabling has moved it on
   }
 }
 
 void CViewExternWidget::onEditBtnClicked() {
-  if (!d_->IsReady() || d_->CurrentPage() == Private::Page::Wait) {
+  if (!d_->IsReady() || d_->CurrentPage() == PanelPage::Wait) {
     return;
   }
-  if (d_->CurrentPage() == Private::Page::Search) {
-    d_->editHit(d_->MarkedHit());
+  if (d_->CurrentPage() == PanelPage::Search) {
+    d_->editHit();
   } else {
     d_->editRow(d_->Current());
   }
 }
 
 void CViewExternWidget::Private::editRow(const QModelIndex& index) {
-  if (!index.isValid() || !IsReady() || CurrentPage() == Page::Wait) {
+  if (!index.isValid() || !IsReady() || CurrentPage() == PanelPage::Wait) {
     return;
   }
   if (!index.data(IsGroupRole).toBool()) {
@@ -359,53 +359,25 @@ bool CViewExternWidget::Private::isCurrent(const QString& code) const {
   return code.isEmpty() || row.data(role).toString() == code;
 }
 
-// Menu and keys follow the bar; only the missing right is worth a word, the rest is seen.
-bool CViewExternWidget::Private::mayUse(const QToolButton* button, int right) const {
-  if (button->isEnabled()) {
-    return true;
+// Whether what a command of the menu is about is still there to act on.
+bool CViewExternWidget::Private::isThere(PlanCommand command, const QString& code) const {
+  switch (command) {
+    case PlanCommand::Play:
+      return RowOf(code, false).isValid();
+    case PlanCommand::Cycle:
+      return RowOf(code, true).isValid();
+    case PlanCommand::CreationInfo:
+      return true;
+    default:
+      return isCurrent(code);
   }
-  const QString reason = MissingRight(right);
-  if (!reason.isEmpty()) {
-    Q_EMIT q->SignalMessageTipNeeded(reason, 1);
-  }
-  return false;
 }
 
 void CViewExternWidget::OnMenuClicked(tarn_ui_data_controller::MsgType type, QVariant menu_data) {
-  const QString code = menu_data.toString();
-  switch (type) {
-    case tarn_ui_data_controller::CreationInfo:
-      d_->requestCreationInfo(code);
-      break;
-    case tarn_ui_data_controller::PlayVideo: {
-      const QModelIndex row = d_->RowOf(code, false);
-      if (row.isValid()) {
-        PlayPlanByIndex(row);
-      }
-      break;
-    }
-    case tarn_ui_data_controller::Delete:
-      if (d_->isCurrent(code) && d_->mayUse(d_->ui.delete_btn, kDeleteRight)) {
-        onDeleteBtnClicked();
-      }
-      break;
-    case tarn_ui_data_controller::Edit:
-      if (d_->isCurrent(code) && d_->mayUse(d_->ui.edit_btn, kEditRight)) {
-        d_->editRow(d_->Current());
-      }
-      break;
-    case tarn_ui_data_controller::GroupCycle:
-      if (d_->RowOf(code, true).isValid()) {
-        Q_EMIT SignalPlanGroupCycle(code, kSecondsPerPlan);
-      }
-      break;
-    case tarn_ui_data_controller::Share:
-      if (d_->isCurrent(code)) {
-        d_->SetViewShareShow(d_->Current().data(PlanIndexCodeRole).toString());
-      }
-      break;
-    default:
-      break;
+  const std::optional<PlanCommand> command = CommandOf(type);
+  if (command && d_->isThere(*command, menu_data.toString())) {
+    d_->renewRights();
+    d_->actions->Run(*command, menu_data.toString());
   }
 }
 
@@ -458,17 +430,7 @@ void CViewExternWidget::onSucceedToGetCreationInfo(const QString& creator, const
   box->show();
 }
 
-QString CViewExternWidget::Private::WhyNoShare() const {
-  return MaySharePlans(rights) ? QString() : CViewExternWidget::tr("You lack the right to share plans.");
-}
-
 void CViewExternWidget::Private::SetViewShareShow(const QString& plan_code) {
-  rights = AskRights();
-  const QString reason = WhyNoShare();
-  if (!reason.isEmpty()) {
-    Q_EMIT q->SignalMessageTipNeeded(reason, 1);
-    return;
-  }
   if (!share_view) {
     share_view = new CShareViewWgt(q);
   }

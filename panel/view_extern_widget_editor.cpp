@@ -34,7 +34,7 @@ void CViewExternWidget::Private::editPlan(const QString& code) {
   const QPointer<CViewExternWidget> alive(q);
   openPlanEditor([code](CTarnAddPlanWidget* editor) { editor->OpenPlan(code); });
   if (alive) {
-    renewHold();
+    restoreEnableState();
   }
 }
 
@@ -119,7 +119,7 @@ void CViewExternWidget::Private::openAwaited(const NextPlan& next) {
     const QPointer<CViewExternWidget> alive(q);
     showPlanEditor(next.open);
     if (alive) {
-      renewHold();
+      restoreEnableState();
     }
   }
 }
@@ -156,7 +156,7 @@ void CViewExternWidget::Private::hidePlanEditor() {
   const QWidget* focus = plan_editor ? plan_editor->window()->focusWidget() : nullptr;
   const bool elsewhere = focus && focus != plan_editor && !plan_editor->isAncestorOf(focus);
   WidgetKit::HideDockWidget(plan_editor);
-  renewHold();
+  restoreEnableState();
   if (!elsewhere) {
     ui.plan_stacked_widget->currentWidget()->setFocus();
   }
@@ -187,7 +187,7 @@ void CViewExternWidget::Private::noteRemoval(const QModelIndex& parent, int firs
 
 // The trees are about to be loaded again. What is waited for already counts more than a root that stood in for it.
 void CViewExternWidget::Private::noteReload(const QModelIndex& row) {
-  if (row_before_load || !row.isValid() || between_users) {
+  if (row_before_load || !row.isValid() || known.between_users) {
     return;
   }
   row_before_load = CPlanNodeRef(row);

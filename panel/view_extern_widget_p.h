@@ -6,7 +6,6 @@
 #include <QSet>
 #include <QStandardItemModel>
 #include <QTimer>
-#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -15,7 +14,8 @@
 #include "creation_info_dlg.h"
 #include "empty_state.h"
 #include "host_calls/call_scope.h"
-#include "plan_actions.h"
+#include "panel_actions.h"
+#include "plan_commands.h"
 #include "plan_mover.h"
 #include "plan_node_ref.h"
 #include "plan_preview.h"
@@ -46,17 +46,15 @@ class CViewExternWidget::Private {
   void makeShortcuts();
   CViewExternWidget* PanelForKeys() const;
   void beginSearch();
-  void nameButtons();
   void renewSkin();
 
   // Pages.
-  enum class Page { Tree, Search, Wait };
-  Page CurrentPage() const;
-  void ShowPage(Page page);
+  PanelPage CurrentPage() const;
+  void ShowPage(PanelPage page);
   void waitForLoad();
   void leaveSearch();
   /// The page below the hits, where a search ends.
-  Page PageBehindSearch() const;
+  PanelPage PageBehindSearch() const;
   /// Later and once, however many rows come and go meanwhile.
   void scheduleRenewal();
   void renewAfterRows();
@@ -71,19 +69,22 @@ class CViewExternWidget::Private {
 
   bool IsReady() const { return model && controller && !stopped; }
 
-  // The bar.
-  void storeEnableState();
+  // Commands.
+  void bindActions();
+  PanelSituation Situation() const;
+  CommandStates States() const { return StatesOf(Situation()); }
+  /// Keeps what this row leaves of the four buttons on, while a search or the editor takes some of them away.
+  void storeEnableState(const QModelIndex& row);
+  /// Shows the buttons as they were stored, but for those that a search or the editor takes away at the moment.
   void restoreEnableState();
-  void applyActions(const QModelIndex& index);
-  /// Takes away the buttons that have nothing to act on while a search or the plan editor is open, or gives them back.
-  void renewHold();
-  void renewToolTips();
-  /// Names the right that the user lacks for the current row; empty when it is not for want of a right.
-  QString MissingRight(int right) const;
-  QString WhyNoShare() const;  // empty when the user may
-  /// Why a button of the bar is off, where the user can do something about it.
-  QString WhyOff(const QToolButton* button, int right) const;
+  /// The row is current, or its menu opens: its rights are asked for and its commands shown.
+  void renewForRow(const QModelIndex& row);
+  /// Asks the host for each right once.
+  void renewRights();
   bool isCurrent(const QString& code) const;
+  bool isThere(PlanCommand command, const QString& code) const;
+
+  // The current row.
   /// A plan that is saved loses its row and gets another one; noted, so that the current plan stays current over it.
   void noteRemoval(const QModelIndex& parent, int first, int last);
   void noteReload(const QModelIndex& row);
@@ -91,7 +92,6 @@ class CViewExternWidget::Private {
   /// What the editor has saved becomes current, as soon as its group is loaded, unless the user has gone on meanwhile.
   void showSaved(const QString& plan_code, const QString& group_code);
   void showAwaited();
-  bool mayUse(const QToolButton* button, int right) const;
 
   // Rows.
   QModelIndex Current() const { return ui.plan_view_tree->currentIndex(); }
@@ -148,9 +148,9 @@ class CViewExternWidget::Private {
 
   // Search. While the hits are shown, commands are about the marked one and never about the row hidden behind them.
   QModelIndex MarkedHit() const;
-  bool mayEditHit(const QModelIndex& hit) const;
-  void editHit(const QModelIndex& hit);
-  void offerForHit(tarn_ui_data_controller::CPopupMenu* menu, const QModelIndex& hit);
+  int MarkedHitType() const;
+  void editHit();
+  void offerForHit(tarn_ui_data_controller::CPopupMenu* menu);
   void onHitCommand(tarn_ui_data_controller::MsgType type, const QString& code);
   QString SearchText() const;
   QString PathOf(const view_plugin_protocol::SearchedPlan& plan) const;
@@ -163,6 +163,8 @@ class CViewExternWidget::Private {
   QPointer<CViewSortFilterProxyModel> proxy;
   QStandardItemModel* search_model = nullptr;
   CEmptyState *tree_state = nullptr, *search_state = nullptr;
+  CPanelActions* actions = nullptr;
+  PanelSituation known;  // what is not read from the widgets: grants, rights, what is under way
   CPlanMover* mover = nullptr;
   CPlanSearch* search = nullptr;
   QTimer renewal;
@@ -186,12 +188,9 @@ class CViewExternWidget::Private {
   QString monitor_id;
   QPointer<QWidget> monitor;
   ResourceTreeKit::LogicNodeParam logic_node;
-  std::optional<std::array<bool, 4>> stored_states;
-  PlanRights rights;                    // what the bar goes by
   QSet<QPair<bool, QString>> deleting;  // whether it is a group, and its code
   HostCalls::CCallScope creation_info_calls;
   bool stopped = false;
-  bool between_users = false;  // the rows are still the last user's
 };
 
 }  // namespace TarnPlanView

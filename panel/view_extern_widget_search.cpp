@@ -3,8 +3,10 @@
 
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/popup_menu.h"
-#include "plan_actions.h"
+#include "item_type.h"
+#include "plan_commands.h"
 #include "plan_item_role.h"
+#include "plan_menu.h"
 #include "view_config_manager.h"
 #include "view_extern_widget_p.h"
 #include "view_public_def.h"
@@ -46,9 +48,9 @@ void CViewExternWidget::OnFuzzySearchPlan() {
 }
 
 void CViewExternWidget::onGetSearchedResult(const std::list<view_plugin_protocol::SearchedPlan>& plans) {
-  d_->ShowPage(Private::Page::Search);
+  d_->ShowPage(PanelPage::Search);
   d_->search_model->clear();
-  d_->renewHold();
+  d_->restoreEnableState();
   // A result that this panel did not ask for is taken as one for what stands in the field.
   const QString text = d_->answered_text.isEmpty() ? d_->SearchText() : d_->answered_text;
   const bool dark = CViewConfigManager::Instance().IsDarkSkin();
@@ -110,71 +112,54 @@ void CViewExternWidget::Private::renewSearchIcons() {
 }
 
 QModelIndex CViewExternWidget::Private::MarkedHit() const {
-  return CurrentPage() == Page::Search ? ui.search_list_view->currentIndex() : QModelIndex();
+  return CurrentPage() == PanelPage::Search ? ui.search_list_view->currentIndex() : QModelIndex();
 }
 
-bool CViewExternWidget::Private::mayEditHit(const QModelIndex& hit) const {
+// The item type that the marked hit's row has in a tree; 0 when nothing is marked.
+int CViewExternWidget::Private::MarkedHitType() const {
+  const QModelIndex hit = MarkedHit();
   if (!hit.isValid()) {
-    return false;
+    return 0;
   }
-  const int family = hit.data(PlanTypeRole).toInt();
-  return family == OwnTheme || (family == PublicTheme && rights.edit);
-}
-
-void CViewExternWidget::Private::editHit(const QModelIndex& hit) {
-  if (!hit.isValid()) {
-    Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("No plan is marked."), 1);
-  } else if (!mayEditHit(hit)) {
-    Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("You lack the right to edit plans."), 1);
-  } else {
-    editPlan(hit.data(PlanIndexCodeRole).toString());
+  switch (hit.data(PlanTypeRole).toInt()) {
+    case PublicTheme:
+      return PublicPlanItem;
+    case OwnTheme:
+      return OwnPlanItem;
+    default:
+      return ReceivedPlanItem;
   }
 }
 
-void CViewExternWidget::Private::offerForHit(tarn_ui_data_controller::CPopupMenu* menu, const QModelIndex& hit) {
-  using namespace tarn_ui_data_controller;
-  rights = AskRights();
-  for (const MsgType type : {PlayVideo, Edit, Delete, Share, CreationInfo}) {
-    menu->SetMenuItemVisible(type, !ui.plan_view_tree->IsMenuItemHidden(type));
+void CViewExternWidget::Private::editHit() {
+  const CommandState edit = States()[PlanCommand::Edit];
+  if (edit.enabled) {
+    editPlan(MarkedHit().data(PlanIndexCodeRole).toString());
+  } else if (edit.reason != Refusal::None) {
+    Q_EMIT q->SignalMessageTipNeeded(TextOf(edit.reason), 1);
   }
-  menu->SetMenuItemVisible(GroupCycle, false);
-  menu->SetMenuItemEnabled(Edit, !isEditing() && mayEditHit(hit),
-                           isEditing() ? QString() : CViewExternWidget::tr("You lack the right to edit plans."));
-  menu->SetMenuItemEnabled(Delete, false, CViewExternWidget::tr("Leave the search first."));
-  const QString no_share = WhyNoShare();
-  menu->SetMenuItemEnabled(Share, no_share.isEmpty(), no_share);
+}
+
+void CViewExternWidget::Private::offerForHit(tarn_ui_data_controller::CPopupMenu* menu) {
+  renewRights();
+  const CommandStates states = States();
+  ShowEntries(*menu, states, ui.plan_view_tree->HiddenMenuItems());
+  EnableEntries(*menu, states);
 }
 
 void CViewExternWidget::Private::onHitCommand(tarn_ui_data_controller::MsgType type, const QString& code) {
-  const QModelIndex hit = ui.search_list_view->Hit(code);
-  if (!IsReady() || ui.plan_view_tree->IsMenuItemHidden(type)) {
+  const std::optional<PlanCommand> command = CommandOf(type);
+  if (!command || !IsReady() || ui.plan_view_tree->HiddenMenuItems().contains(type)) {
     return;
   }
+  const QModelIndex hit = ui.search_list_view->Hit(code);
   if (!hit.isValid()) {  // another search has ended meanwhile
     Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("This row is no longer there."), 1);
     return;
   }
-  switch (type) {
-    case tarn_ui_data_controller::PlayVideo:
-      play(code);
-      break;
-    case tarn_ui_data_controller::Edit:
-      if (!isEditing()) {
-        editHit(hit);
-      }
-      break;
-    case tarn_ui_data_controller::Delete:
-      Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("Leave the search first."), 1);
-      break;
-    case tarn_ui_data_controller::Share:
-      SetViewShareShow(code);
-      break;
-    case tarn_ui_data_controller::CreationInfo:
-      requestCreationInfo(code);
-      break;
-    default:
-      break;
-  }
+  ui.search_list_view->setCurrentIndex(hit);
+  renewRights();
+  actions->Run(*command, code);
 }
 
 void CViewExternWidget::onDoubleClicked(const QString& index_code) {
@@ -185,10 +170,10 @@ void CViewExternWidget::OnDownloadResouceFinished() {
   if (d_->stopped) {
     return;
   }
-  d_->between_users = false;
+  d_->known.between_users = false;
   d_->ui.wait_widget->SetWaiting(false);
   d_->leaveSearch();
-  d_->ShowPage(Private::Page::Tree);
+  d_->ShowPage(PanelPage::Tree);
   // The rows come after this signal; only then it is known whether there are any.
   QMetaObject::invokeMethod(
       this, [this] { d_->onLoadChecked(); }, Qt::QueuedConnection);

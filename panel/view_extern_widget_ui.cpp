@@ -1,17 +1,18 @@
 #include <QApplication>
-#include <QPainter>
 #include <QRegExpValidator>
 #include <QShortcut>
 #include <QStyle>
-#include <QToolTip>
+#include <QToolButton>
 #include <utility>
 
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/popup_menu.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "WidgetKit/dock_widget.h"
-#include "plan_actions.h"
+#include "plan_commands.h"
 #include "plan_item_role.h"
+#include "plan_menu.h"
+#include "plan_rules/rights.h"
 #include "view_config_manager.h"
 #include "view_extern_widget_p.h"
 #include "view_model_data_manager.h"
@@ -23,29 +24,8 @@ using tarn_ui_data_controller::CSkinLoader;
 
 namespace {
 
+constexpr int kSecondsPerPlan = 20;
 constexpr char kNamePattern[] = "^[^\\\\/:*?\"<|'%>]{1,256}$";
-constexpr QSize kBarIconSize(20, 20);
-constexpr qreal kDisabledOpacity = 0.35;
-
-// The style's own look of a disabled icon is hardly told from an enabled one on a dark ground.
-QPixmap Faded(const QPixmap& pixmap) {
-  QPixmap faded(pixmap.size());
-  faded.setDevicePixelRatio(pixmap.devicePixelRatio());
-  faded.fill(Qt::transparent);
-  QPainter painter(&faded);
-  painter.setOpacity(kDisabledOpacity);
-  painter.drawPixmap(0, 0, pixmap);
-  return faded;
-}
-
-QIcon BarIcon(const char* name) {
-  const QString path = QStringLiteral(":/Images/TarnPlanView/%1.svg").arg(QLatin1String(name));
-  const bool dark = CViewConfigManager::Instance().IsDarkSkin();
-  QIcon icon(CViewPublicDef::GetDarkPath(path, dark));
-  icon.addPixmap(Faded(icon.pixmap(kBarIconSize)), QIcon::Disabled);
-  return icon;
-}
-
 }  // namespace
 
 void CViewExternWidget::Private::initUi() {
@@ -57,15 +37,8 @@ void CViewExternWidget::Private::initUi() {
   field->setPlaceholderText(CViewExternWidget::tr("Search plans"));
   field->setAccessibleName(CViewExternWidget::tr("Search plans"));
   ui.search_line_widget->setVisible(switches.IsEnableSearch());
-  ui.search_btn->setVisible(switches.IsEnableSearch());
   field->setVisible(switches.IsEnableSearch());
-  for (QToolButton* button : {ui.add_group_btn, ui.add_view_btn, ui.edit_btn, ui.delete_btn}) {
-    button->setEnabled(false);
-  }
-  for (QToolButton* button : {ui.add_group_btn, ui.add_view_btn, ui.edit_btn, ui.delete_btn, ui.search_btn}) {
-    button->setIconSize(kBarIconSize);
-    button->setFocusPolicy(Qt::TabFocus);
-  }
+  bindActions();
   search_model = new QStandardItemModel(q);
   ui.search_list_view->setModel(search_model);
   ui.search_list_view->setAccessibleName(CViewExternWidget::tr("Plans found"));
@@ -81,18 +54,13 @@ void CViewExternWidget::Private::initUi() {
   }
   renewal.setSingleShot(true);
   renewal.setInterval(0);
-  nameButtons();
   renewSkin();
-  renewToolTips();
   waitForLoad();
+  restoreEnableState();
 }
 
 void CViewExternWidget::Private::renewSkin() {
-  ui.add_group_btn->setIcon(BarIcon("bar_add_group"));
-  ui.add_view_btn->setIcon(BarIcon("bar_add_plan"));
-  ui.edit_btn->setIcon(BarIcon("bar_edit"));
-  ui.delete_btn->setIcon(BarIcon("bar_delete"));
-  ui.search_btn->setIcon(BarIcon("bar_search"));
+  actions->RenewIcons();
   const bool dark = CViewConfigManager::Instance().IsDarkSkin();
   CPlanViewTree* tree = ui.plan_view_tree;
   tree->setObjectName(dark ? QStringLiteral("plan_view_tree") : QStringLiteral("plan_view_tree_white"));
@@ -104,25 +72,14 @@ void CViewExternWidget::Private::renewSkin() {
 }
 
 void CViewExternWidget::Private::connectSignalAndSlot() {
-  const auto clicked = &QAbstractButton::clicked;
-  connect(ui.add_group_btn, clicked, q, &CViewExternWidget::onAddGroupBtnClicked);
-  connect(ui.add_view_btn, clicked, q, &CViewExternWidget::onAddPlanBtnClicked);
-  connect(ui.edit_btn, clicked, q, &CViewExternWidget::onEditBtnClicked);
-  connect(ui.delete_btn, clicked, q, &CViewExternWidget::onDeleteBtnClicked);
-  connect(ui.search_btn, clicked, q, &CViewExternWidget::OnSearchBtnClicked);
-
   CPlanViewTree* tree = ui.plan_view_tree;
   connect(tree, &CPlanViewTree::SignalCurrentIndexChanged, q, &CViewExternWidget::onCurrentIndexChanged);
   connect(tree, &CPlanViewTree::SignalMenuClicked, q, &CViewExternWidget::OnMenuClicked);
   connect(tree, &CPlanViewTree::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
   connect(tree, &CPlanViewTree::SignalPlayRequested, q, &CViewExternWidget::onStartPlayView);
   connect(tree, &CPlanViewTree::SignalMenuAboutToShow, q, [this](const QModelIndex& index) {
-    using namespace tarn_ui_data_controller;
-    applyActions(index);
-    ui.plan_view_tree->SetMenuItemEnabled(Edit, ui.edit_btn->isEnabled(), ui.edit_btn->toolTip());
-    ui.plan_view_tree->SetMenuItemEnabled(Delete, ui.delete_btn->isEnabled(), ui.delete_btn->toolTip());
-    const QString no_share = WhyNoShare();
-    ui.plan_view_tree->SetMenuItemEnabled(Share, no_share.isEmpty(), no_share);
+    renewForRow(index);
+    EnableEntries(*ui.plan_view_tree->GetViewMoreMenu(), States());
   });
   connect(mover, &CPlanMover::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
   connect(mover, &CPlanMover::SignalMoved, q, &CViewExternWidget::SetCurPlanByIndexCode);
@@ -130,13 +87,10 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
 
   connect(ui.search_list_view, &CSearchPlanListView::SignalDoubleClicked, q, &CViewExternWidget::onDoubleClicked);
   connect(ui.search_list_view, &CSearchPlanListView::SignalMenuAboutToShow, q,
-          [this](auto* menu, const QModelIndex& hit) { offerForHit(menu, hit); });
+          [this](auto* menu) { offerForHit(menu); });
   connect(ui.search_list_view, &CSearchPlanListView::SignalMenuClicked, q,
           [this](auto type, const QString& code) { onHitCommand(type, code); });
-  connect(ui.search_list_view->selectionModel(), &QItemSelectionModel::currentChanged, q, [this] {
-    rights = AskRights();
-    renewHold();
-  });
+  connect(ui.search_list_view->selectionModel(), &QItemSelectionModel::currentChanged, q, [this] { renewRights(); });
   connect(ui.search_list_view, &CSearchPlanListView::SignalLeave, q, [this] {
     ui.view_location_line_edit->clear();
     leaveSearch();
@@ -197,9 +151,9 @@ void CViewExternWidget::Private::makeShortcuts() {
     QObject::connect(shortcut, &QShortcut::activatedAmbiguously, q, act);
   };
   add(QKeySequence::Find, [](Private& panel) { panel.beginSearch(); });
-  // As a click, so that a disabled button refuses its key too.
-  add(QKeySequence::New, [](Private& panel) { panel.ui.add_view_btn->click(); });
-  add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N), [](Private& panel) { panel.ui.add_group_btn->click(); });
+  add(QKeySequence::New, [](Private& panel) { panel.actions->Run(PlanCommand::AddPlan); });
+  add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N),
+      [](Private& panel) { panel.actions->Run(PlanCommand::AddGroup); });
 }
 
 CViewExternWidget* CViewExternWidget::Private::PanelForKeys() const {
@@ -212,7 +166,7 @@ CViewExternWidget* CViewExternWidget::Private::PanelForKeys() const {
 }
 
 void CViewExternWidget::Private::beginSearch() {
-  if (!CViewConfigManager::Instance().IsEnableSearch()) {
+  if (!States()[PlanCommand::Search].shown) {
     return;
   }
   ui.view_location_line_edit->show();
@@ -221,15 +175,15 @@ void CViewExternWidget::Private::beginSearch() {
   ui.view_location_line_edit->selectAll();
 }
 
-CViewExternWidget::Private::Page CViewExternWidget::Private::CurrentPage() const {
+PanelPage CViewExternWidget::Private::CurrentPage() const {
   const QWidget* page = ui.plan_stacked_widget->currentWidget();
   if (page == ui.search_list_view) {
-    return Page::Search;
+    return PanelPage::Search;
   }
-  return page == ui.wait_widget ? Page::Wait : Page::Tree;
+  return page == ui.wait_widget ? PanelPage::Wait : PanelPage::Tree;
 }
 
-void CViewExternWidget::Private::ShowPage(Page page) {
+void CViewExternWidget::Private::ShowPage(PanelPage page) {
   QWidget* const pages[] = {ui.plan_view_tree, ui.search_list_view, ui.wait_widget};
   ui.plan_stacked_widget->setCurrentWidget(pages[static_cast<int>(page)]);
   if (preview) {
@@ -240,7 +194,7 @@ void CViewExternWidget::Private::ShowPage(Page page) {
 void CViewExternWidget::Private::waitForLoad() {
   search->Cancel();
   load_failed = false;
-  ShowPage(Page::Wait);
+  ShowPage(PanelPage::Wait);
   ui.wait_widget->SetWaiting(true);
 }
 
@@ -255,15 +209,15 @@ void CViewExternWidget::Private::reload() {
 void CViewExternWidget::Private::leaveSearch() {
   search->Cancel();
   searched_text.clear();
-  if (CurrentPage() == Page::Search) {
+  if (CurrentPage() == PanelPage::Search) {
     ShowPage(PageBehindSearch());
   }
-  renewHold();
+  restoreEnableState();
   scheduleRenewal();
 }
 
-CViewExternWidget::Private::Page CViewExternWidget::Private::PageBehindSearch() const {
-  return ui.wait_widget->IsWaiting() ? Page::Wait : Page::Tree;
+PanelPage CViewExternWidget::Private::PageBehindSearch() const {
+  return ui.wait_widget->IsWaiting() ? PanelPage::Wait : PanelPage::Tree;
 }
 
 void CViewExternWidget::Private::scheduleRenewal() {
@@ -287,7 +241,7 @@ void CViewExternWidget::Private::renewAfterRows() {
 
 // The load has come to its end, and with it the time to say whether it brought anything.
 void CViewExternWidget::Private::onLoadChecked() {
-  if (stopped || !proxy || CurrentPage() == Page::Wait) {
+  if (stopped || !proxy || CurrentPage() == PanelPage::Wait) {
     return;
   }
   load_failed = proxy->rowCount() == 0;
@@ -299,7 +253,7 @@ void CViewExternWidget::Private::onLoadChecked() {
 
 // What the tree says when there is nothing in it: that nothing could be loaded, or that nothing is there yet.
 void CViewExternWidget::Private::renewEmptyState() {
-  if (!proxy || CurrentPage() != Page::Tree || stopped) {
+  if (!proxy || CurrentPage() != PanelPage::Tree || stopped) {
     return;
   }
   const int roots = proxy->rowCount();
@@ -325,116 +279,66 @@ void CViewExternWidget::Private::renewEmptyState() {
   tree_state->ShowState(CViewExternWidget::tr("There are no plans yet."));
 }
 
-void CViewExternWidget::Private::storeEnableState() {
-  if (!stored_states) {
-    stored_states = {ui.add_group_btn->isEnabled(), ui.add_view_btn->isEnabled(), ui.edit_btn->isEnabled(),
-                     ui.delete_btn->isEnabled()};
+void CViewExternWidget::Private::bindActions() {
+  actions = new CPanelActions(q);
+  const struct {
+    PlanCommand command;
+    QToolButton* button;
+    void (CViewExternWidget::*slot)();
+  } bar[] = {
+      {PlanCommand::AddGroup, ui.add_group_btn, &CViewExternWidget::onAddGroupBtnClicked},
+      {PlanCommand::AddPlan, ui.add_view_btn, &CViewExternWidget::onAddPlanBtnClicked},
+      {PlanCommand::Edit, ui.edit_btn, &CViewExternWidget::onEditBtnClicked},
+      {PlanCommand::Delete, ui.delete_btn, &CViewExternWidget::onDeleteBtnClicked},
+      {PlanCommand::Search, ui.search_btn, &CViewExternWidget::OnSearchBtnClicked},
+  };
+  for (const auto& one : bar) {
+    actions->Bind(one.command, one.button);
+    connect(actions->Of(one.command), &QAction::triggered, q, one.slot);
   }
+  const auto about = [this](PlanCommand command, auto act) {
+    QAction* action = actions->Of(command);
+    connect(action, &QAction::triggered, q, [action, act] { act(action->data().toString()); });
+  };
+  about(PlanCommand::Play, [this](const QString& code) { play(code); });
+  about(PlanCommand::Share, [this](const QString& code) { SetViewShareShow(code); });
+  about(PlanCommand::CreationInfo, [this](const QString& code) { requestCreationInfo(code); });
+  about(PlanCommand::Cycle, [this](const QString& code) { Q_EMIT q->SignalPlanGroupCycle(code, kSecondsPerPlan); });
+  connect(actions, &CPanelActions::SignalRefused, q,
+          [this](const QString& reason) { Q_EMIT q->SignalMessageTipNeeded(reason, 1); });
+}
+
+PanelSituation CViewExternWidget::Private::Situation() const {
+  PanelSituation situation = known;
+  situation.switches = AskCommandSwitches();
+  situation.page = CurrentPage();
+  situation.editing = isEditing();
+  situation.item_type = situation.page == PanelPage::Search ? MarkedHitType() : Current().data(ItemTypeRole).toInt();
+  return situation;
+}
+
+void CViewExternWidget::Private::storeEnableState(const QModelIndex& row) {
+  const bool under_root = CViewConfigManager::Instance().CreatePlanUnderRootNode();
+  known.grants = GrantsAfter(known.grants, row.data(ItemTypeRole).toInt(), known.rights, under_root);
 }
 
 void CViewExternWidget::Private::restoreEnableState() {
-  if (!stored_states) {
-    return;
-  }
-  const std::array<bool, 4> states = *stored_states;
-  stored_states.reset();
-  ui.add_group_btn->setEnabled(states[0]);
-  ui.add_view_btn->setEnabled(states[1]);
-  ui.edit_btn->setEnabled(states[2]);
-  ui.delete_btn->setEnabled(states[3]);
-  renewToolTips();
+  actions->Show(States());
 }
 
-void CViewExternWidget::Private::applyActions(const QModelIndex& index) {
-  if (between_users) {
+void CViewExternWidget::Private::renewForRow(const QModelIndex& row) {
+  if (known.between_users) {
     return;
   }
+  renewRights();
+  storeEnableState(row);
   restoreEnableState();
-  rights = AskRights();
-  const PlanActions actions = AllowedActions(index, rights);
-  const auto apply = [](QToolButton* button, const std::optional<bool>& allowed) {
-    if (allowed) {
-      button->setEnabled(*allowed);
-    }
-  };
-  apply(ui.add_group_btn, actions.add_group);
-  apply(ui.add_view_btn, actions.add_plan);
-  apply(ui.edit_btn, actions.edit);
-  apply(ui.delete_btn, actions.remove);
-  renewToolTips();
-  renewHold();
 }
 
-void CViewExternWidget::Private::renewHold() {
+void CViewExternWidget::Private::renewRights() {
+  using namespace view_plugin_protocol;
+  known.rights = {HasRight(AddRight), HasRight(EditRight), HasRight(DeleteRight)};
   restoreEnableState();
-  const bool editing = isEditing();
-  const bool searching = CurrentPage() == Page::Search;
-  if (!editing && !searching) {
-    return;
-  }
-  storeEnableState();
-  ui.add_group_btn->setEnabled(false);
-  ui.delete_btn->setEnabled(false);
-  if (editing) {
-    ui.edit_btn->setEnabled(false);
-  } else if (mayEditHit(MarkedHit())) {
-    ui.edit_btn->setEnabled(true);
-  }
-  renewToolTips();
-}
-
-QString CViewExternWidget::Private::MissingRight(int right) const {
-  if (CViewPublicDef::GetIndexType(Current()) != PublicTheme || rights.Has(right)) {
-    return QString();
-  }
-  switch (right) {
-    case kAddRight:
-      return CViewExternWidget::tr("You lack the right to add plans.");
-    case kEditRight:
-      return CViewExternWidget::tr("You lack the right to edit plans.");
-    default:
-      return CViewExternWidget::tr("You lack the right to delete plans.");
-  }
-}
-
-QString CViewExternWidget::Private::WhyOff(const QToolButton* button, int right) const {
-  if (CurrentPage() != Page::Search) {
-    return MissingRight(right);
-  }
-  if (button != ui.edit_btn) {
-    return CViewExternWidget::tr("Leave the search first.");
-  }
-  return isEditing() || !MarkedHit().isValid() ? QString() : CViewExternWidget::tr("You lack the right to edit plans.");
-}
-
-void CViewExternWidget::Private::renewToolTips() {
-  const struct {
-    QToolButton* button;
-    int right;
-    const char* keys;
-  } buttons[] = {
-      {ui.add_group_btn, kAddRight, "Ctrl+Shift+N"},
-      {ui.add_view_btn, kAddRight, "Ctrl+N"},
-      {ui.edit_btn, kEditRight, "F2"},
-      {ui.delete_btn, kDeleteRight, "Del"},
-  };
-  for (const auto& one : buttons) {
-    QString tip = QStringLiteral("%1 (%2)").arg(one.button->accessibleName(), QLatin1String(one.keys));
-    if (!one.button->isEnabled()) {
-      const QString reason = WhyOff(one.button, one.right);
-      tip += reason.isEmpty() ? QString() : QStringLiteral("\n") + reason;
-    }
-    one.button->setToolTip(tip);
-  }
-}
-
-void CViewExternWidget::Private::nameButtons() {
-  ui.add_group_btn->setAccessibleName(CViewExternWidget::tr("New group"));
-  ui.add_view_btn->setAccessibleName(CViewExternWidget::tr("New plan"));
-  ui.edit_btn->setAccessibleName(CViewExternWidget::tr("Edit"));
-  ui.delete_btn->setAccessibleName(CViewExternWidget::tr("Delete"));
-  ui.search_btn->setAccessibleName(CViewExternWidget::tr("Search"));
-  ui.search_btn->setToolTip(QStringLiteral("%1 (Ctrl+F)").arg(CViewExternWidget::tr("Search")));
 }
 
 }  // namespace TarnPlanView

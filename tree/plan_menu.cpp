@@ -5,7 +5,17 @@
 
 namespace TarnPlanView {
 
-tarn_ui_data_controller::CPopupMenu* MakePlanMenu(QWidget* parent) {
+using tarn_ui_data_controller::CPopupMenu;
+
+namespace {
+
+constexpr tarn_ui_data_controller::MsgType kEntries[] = {
+    tarn_ui_data_controller::PlayVideo, tarn_ui_data_controller::Edit,       tarn_ui_data_controller::Delete,
+    tarn_ui_data_controller::Share,     tarn_ui_data_controller::GroupCycle, tarn_ui_data_controller::CreationInfo};
+
+}  // namespace
+
+CPopupMenu* MakePlanMenu(QWidget* parent) {
   using namespace tarn_ui_data_controller;
   auto* menu = new CPopupMenu(parent);
   menu->AddMenuItem(PlayVideo, CPlanViewTree::tr("PlayVideo"));
@@ -20,6 +30,19 @@ tarn_ui_data_controller::CPopupMenu* MakePlanMenu(QWidget* parent) {
     menu->AddMenuItem(CreationInfo, CPlanViewTree::tr("Orbis-ControlClient.fd0fcaae405246e29b52f6750fb70a76.msg"));
   }
   return menu;
+}
+
+void ShowEntries(CPopupMenu& menu, const CommandStates& states, const QSet<int>& hidden) {
+  for (const auto type : kEntries) {
+    menu.SetMenuItemVisible(type, !hidden.contains(type) && states[*CommandOf(type)].shown);
+  }
+}
+
+void EnableEntries(CPopupMenu& menu, const CommandStates& states) {
+  for (const auto type : kEntries) {
+    const CommandState& state = states[*CommandOf(type)];
+    menu.SetMenuItemEnabled(type, state.enabled, TextOf(state.reason));
+  }
 }
 
 }  // namespace TarnPlanView

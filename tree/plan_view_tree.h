@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QPersistentModelIndex>
+#include <QSet>
 #include <QVariant>
 #include <memory>
 
@@ -41,10 +42,8 @@ class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
   bool IsGroupPropertySame(const QModelIndex& a, const QModelIndex& b) const;
 
   void SetMenuItemVisible(tarn_ui_data_controller::MsgType type, bool visible);
-  /// By that call; an entry that only does not suit a row is not meant.
-  bool IsMenuItemHidden(tarn_ui_data_controller::MsgType type) const;
-  /// `reason` becomes the tool tip of a disabled entry.
-  void SetMenuItemEnabled(tarn_ui_data_controller::MsgType type, bool enabled, const QString& reason);
+  /// By that call, a MsgType each; an entry that only does not suit a row is not meant.
+  const QSet<int>& HiddenMenuItems() const;
   /// The host's own actions below the tree's commands; not owned.
   void SetViewMoreActions(QList<QAction*>& actions);
   tarn_ui_data_controller::CPopupMenu* GetViewMoreMenu() const;
@@ -69,7 +68,7 @@ class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
   void SignalHideThumbnail(QPoint position);
   /// The user wants this plan row to play: double click, Return or Enter.
   void SignalPlayRequested(const QModelIndex& index);
-  /// The menu is about to open for this row, which is current: time to enable and disable its entries.
+  /// The menu is about to open for this row, which is current: time to enable its entries.
   void SignalMenuAboutToShow(const QModelIndex& index);
 
  public Q_SLOTS:

@@ -24,19 +24,6 @@ bool IsRowWithCommands(const QModelIndex& index) {
   return index.data(ItemTypeRole).toInt() > 0;
 }
 
-bool SuitsRow(MsgType type, const QModelIndex& index) {
-  switch (type) {
-    case tarn_ui_data_controller::PlayVideo:
-    case tarn_ui_data_controller::Share:
-    case tarn_ui_data_controller::CreationInfo:
-      return CViewPublicDef::GetIndexItemType(index) == 1;
-    case tarn_ui_data_controller::GroupCycle:
-      return CViewPublicDef::IsPlanGroup(index);
-    default:
-      return true;
-  }
-}
-
 }  // namespace
 
 void CPlanViewTree::initMenu() {
@@ -58,12 +45,8 @@ void CPlanViewTree::SetMenuItemVisible(MsgType type, bool visible) {
   }
 }
 
-bool CPlanViewTree::IsMenuItemHidden(MsgType type) const {
-  return d_->hidden_entries.contains(type);
-}
-
-void CPlanViewTree::SetMenuItemEnabled(MsgType type, bool enabled, const QString& reason) {
-  d_->menu->SetMenuItemEnabled(type, enabled, reason);
+const QSet<int>& CPlanViewTree::HiddenMenuItems() const {
+  return d_->hidden_entries;
 }
 
 void CPlanViewTree::SetViewMoreActions(QList<QAction*>& actions) {
@@ -99,10 +82,10 @@ void CPlanViewTree::Private::ShowMenu(const QModelIndex& index, const QPoint& gl
 }
 
 void CPlanViewTree::Private::OfferEntries(const QModelIndex& index) {
-  using namespace tarn_ui_data_controller;
-  for (const MsgType type : {PlayVideo, Edit, Delete, Share, GroupCycle, CreationInfo}) {
-    menu->SetMenuItemVisible(type, !hidden_entries.contains(type) && SuitsRow(type, index));
-  }
+  PanelSituation situation;
+  situation.item_type = index.data(ItemTypeRole).toInt();
+  situation.switches = AskCommandSwitches();
+  ShowEntries(*menu, StatesOf(situation), hidden_entries);
 }
 
 void CPlanViewTree::Private::ShowMenuAtCurrent() {

@@ -1,0 +1,104 @@
+#include "panel_actions.h"
+
+#include <QAction>
+#include <QPainter>
+#include <QToolButton>
+
+#include "view_config_manager.h"
+#include "view_extern_widget.h"
+#include "view_public_def.h"
+
+namespace TarnPlanView {
+
+namespace {
+
+constexpr QSize kBarIconSize(20, 20);
+constexpr qreal kDisabledOpacity = 0.35;
+
+// How a command is shown where it has a button; menus have texts of their own.
+struct Look {
+  const char* name;
+  const char* keys;
+  const char* icon;
+};
+
+constexpr Look kLooks[] = {
+    {QT_TRANSLATE_NOOP("TarnPlanView::CViewExternWidget", "New group"), "Ctrl+Shift+N", "bar_add_group"},
+    {QT_TRANSLATE_NOOP("TarnPlanView::CViewExternWidget", "New plan"), "Ctrl+N", "bar_add_plan"},
+    {QT_TRANSLATE_NOOP("TarnPlanView::CViewExternWidget", "Edit"), "F2", "bar_edit"},
+    {QT_TRANSLATE_NOOP("TarnPlanView::CViewExternWidget", "Delete"), "Del", "bar_delete"},
+    {QT_TRANSLATE_NOOP("TarnPlanView::CViewExternWidget", "Search"), "Ctrl+F", "bar_search"},
+};
+
+// The style's own look of a disabled icon is hardly told from an enabled one on a dark ground.
+QPixmap Faded(const QPixmap& pixmap) {
+  QPixmap faded(pixmap.size());
+  faded.setDevicePixelRatio(pixmap.devicePixelRatio());
+  faded.fill(Qt::transparent);
+  QPainter painter(&faded);
+  painter.setOpacity(kDisabledOpacity);
+  painter.drawPixmap(0, 0, pixmap);
+  return faded;
+}
+
+QIcon BarIcon(const char* name) {
+  const QString path = QStringLiteral(":/Images/TarnPlanView/%1.svg").arg(QLatin1String(name));
+  QIcon icon(CViewPublicDef::GetDarkPath(path, CViewConfigManager::Instance().IsDarkSkin()));
+  icon.addPixmap(Faded(icon.pixmap(kBarIconSize)), QIcon::Disabled);
+  return icon;
+}
+
+}  // namespace
+
+CPanelActions::CPanelActions(QObject* parent) : QObject(parent) {
+  for (QAction*& action : actions_) {
+    action = new QAction(this);
+  }
+  for (size_t command = 0; command < std::size(kLooks); ++command) {
+    actions_[command]->setText(CViewExternWidget::tr(kLooks[command].name));
+  }
+}
+
+void CPanelActions::Bind(PlanCommand command, QToolButton* button) {
+  QAction* action = Of(command);
+  button->setDefaultAction(action);
+  button->setAccessibleName(action->text());
+  button->setIconSize(kBarIconSize);
+  button->setFocusPolicy(Qt::TabFocus);
+  connect(action, &QAction::changed, button, [action, button] { button->setVisible(action->isVisible()); });
+}
+
+void CPanelActions::Show(const CommandStates& states) {
+  states_ = states;
+  for (size_t command = 0; command < std::size(kLooks); ++command) {
+    const CommandState& state = states[static_cast<PlanCommand>(command)];
+    QString tip = QStringLiteral("%1 (%2)").arg(actions_[command]->text(), QLatin1String(kLooks[command].keys));
+    if (!state.button_enabled && state.reason != Refusal::None) {
+      tip += QLatin1Char('\n') + TextOf(state.reason);
+    }
+    actions_[command]->setToolTip(tip);
+  }
+  for (size_t command = 0; command < actions_.size(); ++command) {
+    const CommandState& state = states[static_cast<PlanCommand>(command)];
+    actions_[command]->setVisible(state.shown);
+    actions_[command]->setEnabled(state.button_enabled);
+  }
+}
+
+void CPanelActions::Run(PlanCommand command, const QString& code) {
+  const CommandState& state = states_[command];
+  if (state.enabled) {
+    Of(command)->setData(code);
+    Of(command)->trigger();
+  } else if (state.reason != Refusal::None) {
+    Q_EMIT SignalRefused(TextOf(state.reason));
+  }
+}
+
+void CPanelActions::RenewIcons() {
+  for (size_t command = 0; command < std::size(kLooks); ++command) {
+    actions_[command]->setIcon(BarIcon(kLooks[command].icon));
+  }
+}
+
+}  // namespace TarnPlanView

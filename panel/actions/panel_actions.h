@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QObject>
+#include <array>
+
+#include "plan_commands.h"
+
+class QAction;
+class QToolButton;
+
+namespace TarnPlanView {
+
+/// The panel's commands as actions. The bar's buttons show them; menus and keys trigger them by Run(). What is shown
+/// and enabled comes from StatesOf() alone. Thread: GUI.
+class CPanelActions : public QObject {
+  Q_OBJECT
+ public:
+  explicit CPanelActions(QObject* parent);
+
+  QAction* Of(PlanCommand command) const { return actions_[static_cast<size_t>(command)]; }
+  /// The button shows the action and triggers it.
+  void Bind(PlanCommand command, QToolButton* button);
+  void Show(const CommandStates& states);
+  /// Triggers the action with the code, of the row that it is about, as data, or says why it may not run. What it does
+  /// may end the panel.
+  void Run(PlanCommand command, const QString& code = QString());
+  /// The icons of the skin as it is now.
+  void RenewIcons();
+
+ Q_SIGNALS:
+  void SignalRefused(const QString& reason);
+
+ private:
+  CommandStates states_;
+  std::array<QAction*, kPlanCommands> actions_;
+};
+
+}  // namespace TarnPlanView

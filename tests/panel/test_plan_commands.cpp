@@ -1,0 +1,167 @@
+#include <QtTest>
+
+#include "item_type.h"
+#include "plan_commands.h"
+
+using namespace TarnPlanView;
+
+namespace {
+
+// g add group, p add plan, e edit, d delete; "-" where the button is off.
+QString Letters(bool add_group, bool add_plan, bool edit, bool remove) {
+  const bool on[] = {add_group, add_plan, edit, remove};
+  QString letters = "gped";
+  for (int i = 0; i < letters.size(); ++i) {
+    letters[i] = on[i] ? letters[i] : QChar('-');
+  }
+  return letters;
+}
+
+BarGrants Grants(const QString& letters) {
+  return {letters.contains('g'), letters.contains('p'), letters.contains('e'), letters.contains('d')};
+}
+
+// Of the rights to add, edit and delete.
+PlanRights Rights(const QString& letters) {
+  return {letters.contains('a'), letters.contains('e'), letters.contains('d')};
+}
+
+constexpr PlanCommand kBar[] = {PlanCommand::AddGroup, PlanCommand::AddPlan, PlanCommand::Edit, PlanCommand::Delete};
+
+// S a search is shown, W the wait page, E the editor is open, O a new plan is being opened, U between two users.
+PanelSituation SituationOf(const QString& mode) {
+  PanelSituation situation;
+  if (mode.contains('S')) {
+    situation.page = PanelPage::Search;
+  } else if (mode.contains('W')) {
+    situation.page = PanelPage::Wait;
+  }
+  situation.editing = mode.contains('E');
+  situation.opening = mode.contains('O');
+  situation.between_users = mode.contains('U');
+  return situation;
+}
+
+}  // namespace
+
+// Which commands there are: by row, rights, switches and what the panel shows.
+class PlanCommandsTest : public QObject {
+  Q_OBJECT
+ private Q_SLOTS:
+  void RowsGrantTheButtons();
+  void StatesFollowTheSituation_data();
+  void StatesFollowTheSituation();
+  void MenusShowWhatSuitsTheRow();
+};
+
+void PlanCommandsTest::RowsGrantTheButtons() {
+  const struct {
+    QList<int> types;
+    const char *none, *add, *edit, *remove, *all;  // by the rights that the user has
+    const char* all_without_root;                  // all rights, and no plans under the root
+  } rows[] = {
+      {{PublicRootItem}, "----", "gp--", "----", "----", "gp--", "g---"},
+      {{OwnRootItem}, "gp--", "gp--", "gp--", "gp--", "gp--", "g---"},
+      {{PublicGroupItem, PublicPlanItem, PublicLeafItem}, "----", "gp--", "--e-", "---d", "gped", "gped"},
+      {{OwnGroupItem, OwnPlanItem, OwnLeafItem}, "gped", "gped", "gped", "gped", "gped", "gped"},
+      // These leave edit and delete as they were, others everything.
+      {{ReceivedRootItem, ReceivedGroupItem, ReceivedPlanItem, ReceivedLeafItem},
+       "g-e-",
+       "g-e-",
+       "g-e-",
+       "g-e-",
+       "g-e-",
+       "g-e-"},
+      {{PlaceholderItem, 0, 9, 14}, "-pe-", "-pe-", "-pe-", "-pe-", "-pe-", "-pe-"},
+  };
+  for (const auto& row : rows) {
+    for (const int type : row.types) {
+      const auto after = [type](const char* rights, bool under_root) {
+        const BarGrants grants = GrantsAfter(Grants("-pe-"), type, Rights(rights), under_root);
+        return Letters(grants.add_group, grants.add_plan, grants.edit, grants.remove);
+      };
+      const QStringList found = {after("", true),  after("a", true),   after("e", true),
+                                 after("d", true), after("aed", true), after("aed", false)};
+      QCOMPARE(found, QStringList({row.none, row.add, row.edit, row.remove, row.all, row.all_without_root}));
+    }
+  }
+}
+
+void PlanCommandsTest::StatesFollowTheSituation_data() {
+  QTest::addColumn<QString>("mode");
+  QTest::addColumn<int>("type");
+  QTest::addColumn<QString>("grants");
+  QTest::addColumn<QString>("rights");
+  QTest::addColumn<QString>("buttons");
+  QTest::addColumn<QString>("enabled");
+  QTest::addColumn<QString>("reasons");  // of each button: . none, a e d the right, L a search, M nothing marked
+  const auto add = [](const char* name, const char* mode, int type, const char* grants, const char* rights,
+                      const char* buttons, const char* enabled, const char* reasons) {
+    QTest::newRow(name) << QString(mode) << type << QString(grants) << QString(rights) << QString(buttons)
+                        << QString(enabled) << QString(reasons);
+  };
+  add("as granted", "", PublicPlanItem, "gped", "aed", "gped", "gped", "....");
+  add("no rights", "", PublicPlanItem, "----", "", "----", "----", "aaed");
+  add("one right", "", PublicGroupItem, "--e-", "e", "--e-", "--e-", "aa.d");
+  add("root", "", PublicRootItem, "g---", "aed", "g---", "g---", "....");
+  add("received", "", ReceivedPlanItem, "g---", "", "g---", "g---", "....");
+  add("no row", "", 0, "----", "", "----", "----", "....");
+  add("editing", "E", PublicPlanItem, "gped", "aed", "-p--", "-p--", "....");
+  add("opening", "O", PublicPlanItem, "gped", "aed", "g-ed", "g-ed", "....");
+  add("wait", "W", PublicPlanItem, "gped", "aed", "gped", "gp--", "....");
+  add("between users", "WU", PublicPlanItem, "gped", "", "--ed", "----", "aa..");
+  add("public hit", "S", PublicPlanItem, "gped", "aed", "-pe-", "-pe-", "L..L");
+  add("hit of one's own", "S", OwnPlanItem, "g---", "", "--e-", "--e-", "LL.L");
+  add("hit without the right", "S", PublicPlanItem, "gped", "", "-pe-", "-p--", "L.eL");
+  add("received hit", "S", ReceivedPlanItem, "g---", "aed", "----", "----", "LLeL");
+  add("no hit", "S", 0, "gped", "aed", "-pe-", "-p--", "L.ML");
+  add("editing a hit", "SE", OwnPlanItem, "gped", "aed", "-p--", "-p--", "L..L");
+  add("search between users", "SU", PublicPlanItem, "--ed", "aed", "--e-", "--e-", "LL.L");
+}
+
+void PlanCommandsTest::StatesFollowTheSituation() {
+  QFETCH(QString, mode);
+  QFETCH(int, type);
+  QFETCH(QString, grants);
+  QFETCH(QString, rights);
+  QFETCH(QString, reasons);
+  PanelSituation situation = SituationOf(mode);
+  situation.item_type = type;
+  situation.grants = Grants(grants);
+  situation.rights = Rights(rights);
+  const CommandStates states = StatesOf(situation);
+  const auto letters = [&states](bool CommandState::*member) {
+    return Letters(states[kBar[0]].*member, states[kBar[1]].*member, states[kBar[2]].*member, states[kBar[3]].*member);
+  };
+  QTEST(letters(&CommandState::button_enabled), "buttons");
+  QTEST(letters(&CommandState::enabled), "enabled");
+  QString found;
+  for (const PlanCommand command : kBar) {
+    found += QStringLiteral(".aedsLM").at(static_cast<int>(states[command].reason));
+  }
+  QCOMPARE(found, reasons);
+  QCOMPARE(states[PlanCommand::Share].enabled, situation.rights.add);
+  QCOMPARE(states[PlanCommand::Share].reason == Refusal::NoShareRight, !situation.rights.add);
+}
+
+void PlanCommandsTest::MenusShowWhatSuitsTheRow() {
+  PanelSituation situation;
+  const auto shown = [&situation](int type) {
+    situation.item_type = type;
+    const CommandStates states = StatesOf(situation);
+    QString letters;
+    for (int command = 0; command < kPlanCommands; ++command) {
+      letters += states[static_cast<PlanCommand>(command)].shown ? QStringLiteral("gped/>s*i").at(command) : QChar();
+    }
+    return letters.remove(QChar());
+  };
+  QCOMPARE(shown(OwnPlanItem), QString("gped/>s"));
+  QCOMPARE(shown(OwnGroupItem), QString("gped/"));
+  situation.switches = {false, false, true, true};
+  QCOMPARE(shown(ReceivedLeafItem), QString("gped>si"));
+  QCOMPARE(shown(PublicGroupItem), QString("gped*"));
+  QCOMPARE(shown(PublicRootItem), QString("gped"));
+}
+
+QTEST_APPLESS_MAIN(PlanCommandsTest)
+#include "test_plan_commands.moc"

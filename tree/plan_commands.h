@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QString>
+#include <array>
+#include <optional>
+
+#include "TarnUIDataController/msg_type.h"
+
+namespace TarnPlanView {
+
+/// What a user can ask for: by the panel's bar, by a menu of a row, or by a key.
+enum class PlanCommand { AddGroup, AddPlan, Edit, Delete, Search, Play, Share, Cycle, CreationInfo };
+constexpr int kPlanCommands = 9;
+
+/// The command of a menu entry; none for numbers that belong to others.
+std::optional<PlanCommand> CommandOf(tarn_ui_data_controller::MsgType type);
+
+/// The user's rights over public plans, as they were when they were asked for.
+struct PlanRights {
+  bool add = false, edit = false, remove = false;
+};
+
+/// Which of the bar's four buttons the rows that were current so far have left on.
+struct BarGrants {
+  bool add_group = false, add_plan = false, edit = false, remove = false;
+};
+
+/// The switches that commands depend on.
+struct CommandSwitches {
+  bool under_root = false, search = true, group_cycle = false, creation_info = false;
+};
+
+/// What the panel shows below its bar.
+enum class PanelPage { Tree, Search, Wait };
+
+/// All that decides which commands there are.
+struct PanelSituation {
+  int item_type = 0;  // of the row that commands are about; while hits are shown, of the marked one
+  BarGrants grants;
+  PlanRights rights;
+  CommandSwitches switches;
+  PanelPage page = PanelPage::Tree;
+  bool editing = false;        // the plan editor is open
+  bool opening = false;        // a new plan is being opened in it
+  bool between_users = false;  // the rows are still the last user's
+};
+
+/// Why a command is not enabled, where that needs words.
+enum class Refusal { None, NoAddRight, NoEditRight, NoDeleteRight, NoShareRight, SearchShown, NothingMarked };
+
+/// For the user; empty for none.
+QString TextOf(Refusal refusal);
+
+struct CommandState {
+  bool shown = true;
+  /// Whether the command does anything. Menus show it.
+  bool enabled = true;
+  /// What its button shows: as `enabled`, except for buttons that a search or a wait leaves as they were.
+  bool button_enabled = true;
+  Refusal reason = Refusal::None;
+};
+
+/// One state for each command.
+class CommandStates {
+ public:
+  CommandState& operator[](PlanCommand command) { return states_[static_cast<size_t>(command)]; }
+  const CommandState& operator[](PlanCommand command) const { return states_[static_cast<size_t>(command)]; }
+
+ private:
+  std::array<CommandState, kPlanCommands> states_;
+};
+
+/// The four buttons once a row of this type has become current. Own plans need no rights; received ones only ever take
+/// new groups and leave the rest as it was.
+BarGrants GrantsAfter(const BarGrants& before, int item_type, const PlanRights& rights, bool under_root);
+
+/// The one place that says which commands are shown, which are enabled, and why the others are not.
+CommandStates StatesOf(const PanelSituation& situation);
+
+/// The switches as they are now.
+CommandSwitches AskCommandSwitches();
+
+}  // namespace TarnPlanView
