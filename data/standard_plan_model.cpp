@@ -9,6 +9,7 @@
 #include "item_type.h"
 #include "plan_code_index.h"
 #include "plan_item_role.h"
+#include "plan_rows.h"
 #include "view_config_manager.h"
 #include "view_group_item.h"
 
@@ -170,11 +171,10 @@ QStandardItem* CStandardPlanModel::FindTargetItemByIndexCode(const QString& code
 }
 
 QStandardItem* CStandardPlanModel::FindItemByIndex(const QModelIndex& index) const {
-  const bool is_group = index.data(IsGroupRole).toBool();
   if (QStandardItem* item = itemFromIndex(index)) {
     return item;
   }
-  return FindTargetItemByIndexCode(index.data(is_group ? GroupIndexCodeRole : PlanIndexCodeRole).toString(), is_group);
+  return FindTargetItemByIndexCode(CodeOfRow(index), index.data(IsGroupRole).toBool());
 }
 
 QStandardItem* CStandardPlanModel::FindItemPlanPlaying() const {

@@ -8,6 +8,7 @@
 #include "MarUIControl/string_conversion.h"
 #include "item_type.h"
 #include "plan_item_role.h"
+#include "plan_rows.h"
 #include "standard_plan_model.h"
 #include "view_group_item.h"
 #include "view_model_data_manager_p.h"
@@ -127,7 +128,7 @@ void CViewModelDataManager::OnGetPlanGroupListSucc(const QModelIndex& index,
 void CViewModelDataManager::OnDeletePlanGroupPlanSucc(const QModelIndex& index) {
   ++d_->change_count;
   const bool is_group = index.data(IsGroupRole).toBool();
-  const QString code = index.data(is_group ? GroupIndexCodeRole : PlanIndexCodeRole).toString();
+  const QString code = CodeOfRow(index);
   if (code.isEmpty()) {
     return;
   }

@@ -2,17 +2,15 @@
 
 #include <vector>
 
-#include "LyraPluginManager/resource_business_interface_mgr.h"
 #include "MarUIControl/standard_item_model.h"
 #include "item_type.h"
 #include "plan_item_role.h"
+#include "plan_rules/rights.h"
 #include "standard_plan_model.h"
 
 namespace TarnPlanView {
 
 namespace {
-constexpr int kAddRight = 5;
-constexpr int kEditRight = 6;
 constexpr int kCompareNames = 2;
 constexpr int kSortedWhenOpened = 200;  // more children than these are sorted as soon as their expander is shown
 
@@ -171,8 +169,8 @@ QPair<int, int> CViewSortFilterProxyModel::GetIndexType(const QModelIndex& left,
 }
 
 bool CViewSortFilterProxyModel::isPublicTarget() const {
-  return LyraPluginManager::CResourceBusinessInterfaceMgr::Instance().CheckControlPermission(
-      data_->add_mode ? kAddRight : kEditRight);
+  return view_plugin_protocol::HasRight(data_->add_mode ? view_plugin_protocol::AddRight
+                                                        : view_plugin_protocol::EditRight);
 }
 
 bool CViewSortFilterProxyModel::filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const {
@@ -201,7 +199,7 @@ bool CViewSortFilterProxyModel::lessThan(const QModelIndex& left, const QModelIn
   if (left.model() == sourceModel() && right.model() == sourceModel()) {
     return Data::Less(data_->Look(data_->left, left), data_->Look(data_->right, right));
   }
-  Data::Side other_left, other_right;  // nobody tells of changes in other models
+  Data::Side other_left, other_right;  // changes in other models are not announced here
   return Data::Less(data_->Look(other_left, left), data_->Look(other_right, right));
 }
 

@@ -7,7 +7,6 @@
 #include <QLocale>
 #include <QPointer>
 #include <QRegExpValidator>
-#include <QRegularExpression>
 #include <QTimerEvent>
 #include <QToolTip>
 #include <optional>
@@ -18,6 +17,8 @@
 #include "keep_on_screen.h"
 #include "plan_item_role.h"
 #include "plan_node_ref.h"
+#include "plan_rules/names.h"
+#include "plan_rules/plan_limits.h"
 #include "plan_view_tree.h"
 #include "standard_plan_model.h"
 #include "standard_view_controller.h"
@@ -31,7 +32,6 @@ namespace TarnPlanView {
 
 namespace {
 
-constexpr int kLongestName = 256;
 constexpr int kHeightPlain = 264;     // without timed play
 constexpr int kHeightTimesOff = 328;  // with its switch off
 constexpr int kHeightTimesOn = 360;
@@ -79,8 +79,8 @@ CSavePlanAsDlg::~CSavePlanAsDlg() = default;
 
 void CSavePlanAsDlg::setUpNameField() {
   auto* field = d_->ui.name_line_edit_;
-  field->setValidator(new QRegExpValidator(QRegExp(QStringLiteral(R"(^[^\\/:*?"<|'%>]{1,256}$)")), field));
-  field->setMaxLineEditLength(kLongestName);
+  field->setValidator(new QRegExpValidator(QRegExp(view_plugin_protocol::TypedNamePattern()), field));
+  field->setMaxLineEditLength(view_plugin_protocol::kLongestName);
   field->setPlaceholderText(namingRule());
   field->setToolTip(namingRule());
   field->setAccessibleName(d_->ui.name_label_->text());
@@ -92,8 +92,8 @@ void CSavePlanAsDlg::setUpNameField() {
 QString CSavePlanAsDlg::namingRule() const {
   return tr("PleaseEnterCharacterUYoapXK")
       .arg(QStringLiteral("1"), 0, QLatin1Char(' '))
-      .arg(QString::number(kLongestName), 0, QLatin1Char(' '))
-      .arg(QStringLiteral(R"(\/:*?"<|'%>)"), 0, QLatin1Char(' '));
+      .arg(QString::number(view_plugin_protocol::kLongestName), 0, QLatin1Char(' '))
+      .arg(QString::fromLatin1(view_plugin_protocol::kNotTypedInNames), 0, QLatin1Char(' '));
 }
 
 void CSavePlanAsDlg::setUpTimedPlay() {
@@ -358,15 +358,19 @@ bool CSavePlanAsDlg::checkInput() const {
 
 // Narrower than what may be typed: apostrophe and percent come in with names set by the client and are kept.
 QString CSavePlanAsDlg::nameProblem() const {
-  static const QRegularExpression forbidden(QStringLiteral(R"(\\|/|:|\*|\?|"|<|>|\|)"));
-  const QString name = d_->ui.name_line_edit_->text().trimmed();
-  if (name.isEmpty()) {
-    return tr("NameCanNotBeEmpty");
+  using view_plugin_protocol::NameFault;
+  switch (view_plugin_protocol::FaultOfName(d_->ui.name_line_edit_->text().trimmed())) {
+    case NameFault::Empty:
+      return tr("NameCanNotBeEmpty");
+    case NameFault::ForbiddenCharacter:
+      return tr("TheInputCannotContainAnyOfTheFollowingCharacters") + QStringLiteral(R"(/ \ : * ? " < > |)");
+    case NameFault::TooLong:
+      return tr("NoMoreThan%1CharactersCanBeInput").arg(view_plugin_protocol::kLongestName);
+    case NameFault::ControlCharacter:  // the service names them
+    case NameFault::None:
+      return QString();
   }
-  if (name.contains(forbidden)) {
-    return tr("TheInputCannotContainAnyOfTheFollowingCharacters") + QStringLiteral(R"(/ \ : * ? " < > |)");
-  }
-  return name.size() > kLongestName ? tr("NoMoreThan%1CharactersCanBeInput").arg(kLongestName) : QString();
+  return QString();
 }
 
 bool CSavePlanAsDlg::checkParentNodeAllowed() {

@@ -9,6 +9,7 @@
 #include "MarUIControl/string_conversion.h"
 #include "TarnConfiguration/view_config_interface.h"
 #include "plan_item_role.h"
+#include "plan_rows.h"
 #include "view_config_manager.h"
 #include "view_public_def.h"
 
@@ -26,7 +27,7 @@ QString StationId() {
 
 QJsonObject Describe(const QModelIndex& row) {
   const bool group = CViewPublicDef::IsPlanGroup(row);
-  const QString code = row.data(group ? GroupIndexCodeRole : PlanIndexCodeRole).toString();
+  const QString code = CodeOfRow(row);
   return {
       {QStringLiteral("_source_id_"), code},
       {QStringLiteral("_station_id_"), StationId()},
@@ -53,7 +54,7 @@ bool CPlanDrag::CanDrag(const QModelIndex& row) {
   if (CViewPublicDef::IsPlanGroup(row)) {
     return CViewConfigManager::Instance().IsSupportPlanGroupCycle();
   }
-  return CViewPublicDef::GetIndexItemType(row) == 1;
+  return IsPlanRow(row);
 }
 
 QByteArray CPlanDrag::Payload(const QModelIndex& row) {

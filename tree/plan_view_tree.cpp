@@ -9,6 +9,7 @@
 #include "TarnUIDataController/skin_loader.h"
 #include "item_type.h"
 #include "plan_item_role.h"
+#include "plan_rows.h"
 #include "plan_view_tree_p.h"
 #include "view_config_manager.h"
 #include "view_public_def.h"
@@ -52,7 +53,7 @@ void CPlanViewTree::Private::SetUp() {
   connect(q, &QTreeView::expanded, q, hide_indicator);
   connect(q, &QTreeView::collapsed, q, hide_indicator);
   connect(q, &QAbstractItemView::doubleClicked, q, [this](const QModelIndex& index) {
-    if (CViewPublicDef::GetIndexItemType(index) == 1) {
+    if (IsPlanRow(index)) {
       Q_EMIT q->SignalPlayRequested(index);
     }
   });

@@ -8,6 +8,7 @@
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "ResourceTreeKit/camera_tree.h"
+#include "plan_rules/update_request.h"
 #include "plans/plan_family.h"
 #include "window/main_window.h"
 
@@ -26,19 +27,8 @@ void ChangePlan(const QString& plan_code) {
   question.plan_index_code = MarUIControl::QStringToString(plan_code);
   view_plugin_protocol::GetPlanDetailResponse plan;
   CViewBusinessInterfaceMgr::Instance().GetPlanDetail(question, plan);
-  view_plugin_protocol::UpdatePlanRequest request;
-  request.plan_index_code = plan.index_code;
-  request.plan_name = plan.name;
-  request.index_type = plan.type;
-  request.parent_index_code = plan.group_index_code;
-  request.parent_name = plan.group_name;
-  request.auto_play = plan.auto_run;
-  request.begin_time = plan.start_time;
-  request.end_time = plan.end_time;
-  request.pages = plan.pages;
-  request.thumbnail = plan.thumbnail;
   view_plugin_protocol::UpdatePlanResponse response;
-  CViewBusinessInterfaceMgr::Instance().UpdatePlan(request, response);
+  CViewBusinessInterfaceMgr::Instance().UpdatePlan(UpdateRequestFrom(plan), response);
 }
 
 }  // namespace

@@ -5,9 +5,9 @@
 
 #include <memory>
 
-#include "LyraPluginManager/resource_business_interface_mgr.h"
 #include "TarnUIDataController/message_tip_manager.h"
 #include "TarnUIDataController/signal_transfer_manager.h"
+#include "plan_rules/rights.h"
 
 namespace TarnClient {
 
@@ -18,8 +18,6 @@ using TarnPlanView::CViewExternWidget;
 using TarnPlanView::CViewModelDataManagerExport;
 
 namespace {
-
-constexpr int kEditRight = 6;
 
 CStandardPlanModel* ModelOf(TarnPlanView::ThemeNodeType theme) {
   const std::unique_ptr<TarnPlanView::CStandardPlanModelExport> handle(
@@ -52,8 +50,7 @@ CPlanFamily::~CPlanFamily() {
 }
 
 bool CPlanFamily::MayEdit() const {
-  return theme_ != TarnPlanView::PublicTheme ||
-         LyraPluginManager::CResourceBusinessInterfaceMgr::Instance().CheckControlPermission(kEditRight);
+  return theme_ != TarnPlanView::PublicTheme || view_plugin_protocol::HasRight(view_plugin_protocol::EditRight);
 }
 
 QString CPlanFamily::GroupName(const QString& code) const {

@@ -11,6 +11,7 @@
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "host_calls/ask.h"
+#include "plan_rules/update_request.h"
 #include "plans/plan_family.h"
 #include "saving/thumbnail.h"
 #include "wall/live_wall.h"
@@ -126,10 +127,7 @@ void CPlanSaver::Save() {
     return;
   }
   saving_ = true;
-  UpdatePlanRequest request;
-  request.plan_index_code = wall_->Plan().index_code;
-  request.pages = wall_->Plan().pages;
-  const auto fetch = [code = request.plan_index_code, picture = Picture(), ground = Ground()] {
+  const auto fetch = [code = wall_->Plan().index_code, picture = Picture(), ground = Ground()] {
     Fresh fresh;
     GetPlanDetailRequest detail;
     detail.plan_index_code = code;
@@ -137,12 +135,14 @@ void CPlanSaver::Save() {
     fresh.thumbnail = ThumbnailOf(picture, ground);
     return fresh;
   };
-  HostCalls::Ask(fetch).Then(this, [this, request](const Fresh& fresh) { OnFresh(fresh, request); });
+  HostCalls::Ask(fetch).Then(this, [this, code = wall_->Plan().index_code,
+                                    pages = wall_->Plan().pages](const Fresh& fresh) { OnFresh(fresh, code, pages); });
 }
 
 // The fresh record brings name, group, times and revision: others may have changed them while the plan played, and its
 // row in the tree may not know yet.
-void CPlanSaver::OnFresh(const Fresh& fresh, UpdatePlanRequest request) {
+void CPlanSaver::OnFresh(const Fresh& fresh, const std::string& code,
+                         const std::list<view_plugin_protocol::PlanPage>& pages) {
   const auto refuse = [this](const QString& text) {
     saving_ = false;
     Q_EMIT SignalMessage(text, CNomalMessage::Failure);
@@ -151,7 +151,7 @@ void CPlanSaver::OnFresh(const Fresh& fresh, UpdatePlanRequest request) {
     return refuse(StringToQString(fresh.plan.error_info));
   }
   CPlanFamily* family = FamilyOfPlan();
-  if (!family || wall_->Plan().index_code != request.plan_index_code) {
+  if (!family || wall_->Plan().index_code != code) {
     return refuse(tr("Not saved: the plan was stopped meanwhile."));
   }
   if (IsEditing()) {
@@ -160,15 +160,9 @@ void CPlanSaver::OnFresh(const Fresh& fresh, UpdatePlanRequest request) {
   if (!SamePages(fresh.plan.pages, wall_->Plan().pages)) {
     return refuse(tr("Not saved: the plan was changed elsewhere. Play it again first."));
   }
+  UpdatePlanRequest request = UpdateRequestFrom(fresh.plan);
+  request.pages = pages;
   request.thumbnail = fresh.thumbnail;
-  request.plan_name = fresh.plan.name;
-  request.index_type = fresh.plan.type;
-  request.parent_index_code = fresh.plan.group_index_code;
-  request.parent_name = fresh.plan.group_name;
-  request.auto_play = fresh.plan.auto_run;
-  request.begin_time = fresh.plan.start_time;
-  request.end_time = fresh.plan.end_time;
-  request.revision = fresh.plan.revision;
   family->Controller()->UpdatePlanParam(request, StringToQString(fresh.plan.name),
                                         [saver = QPointer<CPlanSaver>(this)](bool, const QString&) {
                                           if (saver) {

@@ -59,7 +59,8 @@ class CPlanSaver : public QObject {
   QString WhyNotSave() const;
   QString WhyNotSaveAs() const;
   QImage Picture() const;
-  void OnFresh(const Fresh& fresh, view_plugin_protocol::UpdatePlanRequest request);
+  /// `code` and `pages` are those of the plan on the wall when the user wanted it saved.
+  void OnFresh(const Fresh& fresh, const std::string& code, const std::list<view_plugin_protocol::PlanPage>& pages);
   void OnSaveAsConfirmed(CPlanFamily* family);
   void OnMenu(TarnPlanView::ViewSaveActions action);
 

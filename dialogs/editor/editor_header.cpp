@@ -2,7 +2,6 @@
 
 #include <QHBoxLayout>
 #include <QRegExpValidator>
-#include <QRegularExpression>
 #include <QTimeEdit>
 #include <QVBoxLayout>
 
@@ -12,6 +11,8 @@
 #include "MarUIControl/switch_control.h"
 #include "group_chooser.h"
 #include "plan_document.h"
+#include "plan_rules/names.h"
+#include "plan_rules/plan_limits.h"
 #include "view_config_manager.h"
 
 namespace TarnPlanView {
@@ -20,7 +21,6 @@ using MarUIControl::CLabel;
 
 namespace {
 
-constexpr int kLongestName = 256;
 constexpr int kFieldHeight = 32;
 
 }  // namespace
@@ -79,8 +79,8 @@ void CEditorHeader::MakeNameField() {
   name_->setObjectName(QStringLiteral("plan_name_edit"));
   name_->setAccessibleName(tr("Name"));
   name_->setFixedHeight(kFieldHeight);
-  name_->setValidator(new QRegExpValidator(QRegExp(QStringLiteral(R"(^[^\\/:*?"<|'%>]{1,256}$)")), name_));
-  name_->setMaxLineEditLength(kLongestName);
+  name_->setValidator(new QRegExpValidator(QRegExp(view_plugin_protocol::TypedNamePattern()), name_));
+  name_->setMaxLineEditLength(view_plugin_protocol::kLongestName);
   const QString rule = tr("1 to 256 characters, none of \\ / : * ? \" < | ' % >");
   name_->setPlaceholderText(rule);
   name_->setToolTip(rule);
@@ -179,15 +179,19 @@ QString CEditorHeader::FindProblem() {
 
 // Apostrophe and percent cannot be typed, but plans made elsewhere may have them.
 QString CEditorHeader::NameProblem() const {
-  static const QRegularExpression forbidden(QStringLiteral(R"([\\/:*?"<>|])"));
-  const QString name = document_->Draft().name;
-  if (name.trimmed().isEmpty()) {
-    return tr("The plan needs a name.");
+  using view_plugin_protocol::NameFault;
+  switch (view_plugin_protocol::FaultOfName(document_->Draft().name)) {
+    case NameFault::Empty:
+      return tr("The plan needs a name.");
+    case NameFault::ForbiddenCharacter:
+      return tr("The name must not contain any of / \\ : * ? \" < > |");
+    case NameFault::TooLong:
+      return tr("The name is longer than 256 characters.");
+    case NameFault::ControlCharacter:  // the service names them
+    case NameFault::None:
+      return QString();
   }
-  if (name.contains(forbidden)) {
-    return tr("The name must not contain any of / \\ : * ? \" < > |");
-  }
-  return name.size() > kLongestName ? tr("The name is longer than 256 characters.") : QString();
+  return QString();
 }
 
 }  // namespace TarnPlanView

@@ -5,6 +5,7 @@
 #include "host_calls/ask.h"
 #include "item_type.h"
 #include "plan_item_role.h"
+#include "plan_rules/update_request.h"
 #include "plan_view_tree.h"
 #include "standard_view_controller.h"
 #include "view_config_manager.h"
@@ -20,19 +21,6 @@ namespace {
 
 bool IsPlanLevel(EItemLevel level) {
   return level == PublicPlanLevel || level == OwnPlanLevel;
-}
-
-UpdatePlanRequest RequestFor(const GetPlanDetailResponse& plan) {
-  UpdatePlanRequest request;
-  request.plan_index_code = plan.index_code;
-  request.plan_name = plan.name;
-  request.auto_play = plan.auto_run;
-  request.begin_time = plan.start_time;
-  request.end_time = plan.end_time;
-  request.pages = plan.pages;
-  request.thumbnail = plan.thumbnail;
-  request.revision = plan.revision;
-  return request;
 }
 
 }  // namespace
@@ -129,7 +117,7 @@ void CPlanMover::Move(const QString& plan_code, const Destination& destination) 
 }
 
 void CPlanMover::Save(const GetPlanDetailResponse& plan, const Destination& destination) {
-  UpdatePlanRequest request = RequestFor(plan);
+  UpdatePlanRequest request = UpdateRequestFrom(plan);
   request.index_type = destination.type;
   request.parent_index_code = destination.code;
   request.parent_name = destination.name;

@@ -13,6 +13,8 @@
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/nomal_message_manager.h"
 #include "keep_on_screen.h"
+#include "plan_rules/names.h"
+#include "plan_rules/plan_limits.h"
 #include "ui_view_name_edit.h"
 
 namespace TarnPlanView {
@@ -21,7 +23,6 @@ namespace {
 
 enum Mode { AddGroup = 0, RenameGroup = 1, RenameCycle = 2 };
 
-constexpr int kLongestName = 256;
 constexpr int kHintDelay = 500;  // ms
 constexpr int kHintRise = 25;    // how far above the field's lower edge the hint begins
 constexpr int kRefusal = 1;
@@ -65,18 +66,18 @@ void CViewNameEdit::BuildForm() {
   ui_->view_name_frame->setStyleSheet(
       QStringLiteral("MarUIControl--CFrame#view_name_frame {background-color: #ffffff}"));
   ui_->ptr_name_edit->setPalette(OnWhite(ui_->ptr_name_edit->palette()));
-  ui_->ptr_name_edit->setMaxLength(kLongestName);
+  ui_->ptr_name_edit->setMaxLength(view_plugin_protocol::kLongestName);
   ui_->ptr_name_edit->setPlaceholderText(NamingRule());
   ui_->ptr_name_edit->installEventFilter(this);
   ui_->ptr_name_edit->setValidator(
-      new QRegExpValidator(QRegExp(QStringLiteral(R"(^[^\\/:*?"<|'%>]{1,256}$)")), ui_->ptr_name_edit));
+      new QRegExpValidator(QRegExp(view_plugin_protocol::TypedNamePattern()), ui_->ptr_name_edit));
 }
 
 QString CViewNameEdit::NamingRule() const {
   return tr("PleaseEnterCharacterUYoapXK")
       .arg(QStringLiteral("1"), 0, QLatin1Char(' '))
-      .arg(QString::number(kLongestName), 0, QLatin1Char(' '))
-      .arg(QStringLiteral(R"(\/:*?"<|'%>)"), 0, QLatin1Char(' '));
+      .arg(QString::number(view_plugin_protocol::kLongestName), 0, QLatin1Char(' '))
+      .arg(QString::fromLatin1(view_plugin_protocol::kNotTypedInNames), 0, QLatin1Char(' '));
 }
 
 void CViewNameEdit::SetMode(int mode) {

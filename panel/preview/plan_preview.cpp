@@ -11,10 +11,9 @@
 #include "MarUIControl/string_conversion.h"
 #include "host_calls/ask.h"
 #include "page_picture.h"
-#include "plan_item_role.h"
+#include "plan_rows.h"
 #include "plan_rules/thumbnail_limits.h"
 #include "plan_view_tree.h"
-#include "view_public_def.h"
 
 namespace TarnPlanView {
 
@@ -26,7 +25,6 @@ constexpr int kRestMs = 500;
 constexpr int kPicturesKept = 64;
 constexpr int kDistance = 8;
 constexpr QSize kPictureSize(240, 135);
-constexpr int kPlanRow = 1;
 
 struct FetchedPlan {
   bool ok = false;
@@ -80,8 +78,7 @@ void CPlanPreview::Dismiss() {
 }
 
 void CPlanPreview::OnMouseMove(const QModelIndex& index) {
-  const QString code =
-      CViewPublicDef::GetIndexItemType(index) == kPlanRow ? index.data(PlanIndexCodeRole).toString() : QString();
+  const QString code = IsPlanRow(index) ? CodeOfRow(index) : QString();
   if (!code.isEmpty() && code == code_) {
     return;
   }

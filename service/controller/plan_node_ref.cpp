@@ -2,16 +2,12 @@
 
 #include <QAbstractProxyModel>
 
-#include "plan_item_role.h"
+#include "plan_rows.h"
 #include "standard_plan_model.h"
 
 namespace TarnPlanView {
 
 namespace {
-
-QString CodeOf(const QModelIndex& index, bool is_group) {
-  return index.data(is_group ? GroupIndexCodeRole : PlanIndexCodeRole).toString();
-}
 
 /// The row with this code in `model`, a plan tree or a proxy over one.
 QModelIndex FindByCode(const QAbstractItemModel* model, const QString& code, bool is_group) {
@@ -29,15 +25,13 @@ QModelIndex FindByCode(const QAbstractItemModel* model, const QString& code, boo
 }  // namespace
 
 CPlanNodeRef::CPlanNodeRef(const QModelIndex& index)
-    : index_(index), model_(index.model()), is_group_(index.data(IsGroupRole).toBool()) {
-  code_ = CodeOf(index, is_group_);
-}
+    : index_(index), model_(index.model()), code_(CodeOfRow(index)), is_group_(index.data(IsGroupRole).toBool()) {}
 
 QPersistentModelIndex CPlanNodeRef::Resolve() const {
   if (!model_) {
     return QPersistentModelIndex();
   }
-  if (index_.isValid() && CodeOf(index_, is_group_) == code_) {
+  if (index_.isValid() && CodeOfRow(index_) == code_) {
     return index_;
   }
   return FindByCode(model_, code_, is_group_);
