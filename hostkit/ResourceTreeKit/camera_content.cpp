@@ -34,6 +34,7 @@ class CCameraContent::Builder {
   void PlaceRegions();
   void PlaceCameras();
   void BreakRings();
+  void AppendTop();
   int PlaceOf(const std::string& region_code) const;
   void AppendChildren(int node, Children children);
   void Append(int parent, std::vector<Node> nodes);
@@ -51,18 +52,25 @@ void CCameraContent::Builder::Build() {
   PlaceRegions();
   PlaceCameras();
   content_.nodes_.emplace_back();
-  const int only = param_.root_region_index_code.empty() ? 0 : PlaceOf(param_.root_region_index_code);
-  if (only > 0) {
-    const CRegionItemInfo& region = regions_[static_cast<size_t>(only) - 1];
-    Append(0, {MakeNode(region.name, region.index_code, -1)});
-  } else if (param_.root_region_index_code.empty()) {
-    AppendChildren(0, std::move(children_[0]));
-  }
+  AppendTop();
   for (size_t node = 1; node < content_.nodes_.size(); ++node) {
-    const int place = content_.nodes_[node].camera < 0 ? places_.value(content_.nodes_[node].code) : 0;
-    if (place > 0) {
+    if (!content_.nodes_[node].IsCamera()) {
+      const int place = places_.value(content_.nodes_[node].code);
       AppendChildren(static_cast<int>(node), std::move(children_[static_cast<size_t>(place)]));
     }
+  }
+}
+
+// The whole site, or one region of it; nothing when there is no such region.
+void CCameraContent::Builder::AppendTop() {
+  if (param_.root_region_index_code.empty()) {
+    AppendChildren(0, std::move(children_[0]));
+    return;
+  }
+  const int place = PlaceOf(param_.root_region_index_code);
+  if (place > 0) {
+    const CRegionItemInfo& region = regions_[static_cast<size_t>(place) - 1];
+    Append(0, {MakeNode(region.name, region.index_code, -1)});
   }
 }
 
@@ -119,8 +127,12 @@ void CCameraContent::Builder::PlaceCameras() {
   }
 }
 
+// 0 for no region, and for one that is not there.
 int CCameraContent::Builder::PlaceOf(const std::string& region_code) const {
-  return region_code.empty() ? 0 : places_.value(QString::fromStdString(region_code));
+  if (region_code.empty()) {
+    return 0;
+  }
+  return places_.value(QString::fromStdString(region_code));
 }
 
 void CCameraContent::Builder::AppendChildren(int node, Children children) {
@@ -134,8 +146,11 @@ void CCameraContent::Builder::Append(int parent, std::vector<Node> nodes) {
   for (Node& node : nodes) {
     const int at = static_cast<int>(content_.nodes_.size());
     node.parent = parent;
-    (node.camera < 0 ? content_.region_nodes_ : content_.camera_nodes_).insert(node.code, at);
-    content_.camera_count_ += node.camera < 0 ? 0 : 1;
+    if (node.IsCamera()) {
+      content_.camera_nodes_.insert(node.code, at);
+    } else {
+      content_.region_nodes_.insert(node.code, at);
+    }
     content_.nodes_.push_back(std::move(node));
   }
   content_.nodes_[static_cast<size_t>(parent)].child_count += static_cast<int>(nodes.size());
@@ -152,7 +167,10 @@ std::shared_ptr<const CCameraContent> CCameraContent::Build(const std::vector<CR
 
 const CCameraItemInfo* CCameraContent::FindCamera(const QString& code) const {
   const auto place = camera_places_.constFind(code);
-  return place == camera_places_.constEnd() ? nullptr : &cameras_[static_cast<size_t>(*place)];
+  if (place == camera_places_.constEnd()) {
+    return nullptr;
+  }
+  return &cameras_[static_cast<size_t>(*place)];
 }
 
 bool CCameraContent::IsSame(const CCameraContent& other) const {

@@ -19,6 +19,8 @@ class CCameraContent {
     int parent = -1, first_child = 0, child_count = 0;
     int camera = -1;  // place among all cameras; -1 for a region
     QString name, folded, code;
+
+    bool IsCamera() const { return camera >= 0; }
   };
 
   /// Regions before cameras, each sorted by name. What stands in no region, or in a ring of them, stands at the top.
@@ -29,7 +31,7 @@ class CCameraContent {
   const Node& At(int node) const { return nodes_[static_cast<size_t>(node)]; }
   const CCameraItemInfo& CameraOf(const Node& node) const { return cameras_[static_cast<size_t>(node.camera)]; }
   /// How many cameras have a row.
-  int CameraCount() const { return camera_count_; }
+  int CameraCount() const { return camera_nodes_.size(); }
   /// Any camera of the site, whether it has a row or not; null for an unknown code.
   const CCameraItemInfo* FindCamera(const QString& code) const;
   /// Whether rows and cameras are the same in everything.
@@ -47,7 +49,6 @@ class CCameraContent {
   std::vector<CCameraItemInfo> cameras_;
   std::vector<Node> nodes_;
   QHash<QString, int> camera_places_, camera_nodes_, region_nodes_;
-  int camera_count_ = 0;
 };
 
 }  // namespace ResourceTreeKit

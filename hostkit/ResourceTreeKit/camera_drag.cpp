@@ -19,8 +19,10 @@ constexpr int kPadding = 8;
 constexpr int kMostWidth = 240;
 
 QString Caption(const QVector<CCameraItemInfo>& cameras) {
-  return cameras.size() == 1 ? QString::fromStdString(cameras.front().name)
-                             : QCoreApplication::translate("ResourceTreeKit", "%1 cameras").arg(cameras.size());
+  if (cameras.size() == 1) {
+    return QString::fromStdString(cameras.front().name);
+  }
+  return QCoreApplication::translate("ResourceTreeKit", "%1 cameras").arg(cameras.size());
 }
 
 }  // namespace

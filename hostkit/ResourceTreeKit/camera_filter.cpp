@@ -42,15 +42,22 @@ void CCameraFilter::timerEvent(QTimerEvent* event) {
   }
 }
 
-// A row comes after the one above it, so that one's mark is known.
 void CCameraFilter::MarkSome() {
   const size_t end = qMin(content_->Nodes().size(), marks_.size() + kRowsBetweenLooks);
   for (size_t at = marks_.size(); at < end; ++at) {
-    const CCameraContent::Node& node = content_->Nodes()[at];
-    const bool hit = !folded_.isEmpty() && node.folded.contains(folded_);
-    const bool below = marks_[static_cast<size_t>(node.parent)] != kNo;
-    marks_.push_back(hit ? kHit : below ? kBelowHit : kNo);
+    marks_.push_back(MarkOf(content_->Nodes()[at]));
   }
+}
+
+// A row comes after the one above it, so that one's mark is known.
+CCameraFilter::Mark CCameraFilter::MarkOf(const CCameraContent::Node& node) const {
+  if (!folded_.isEmpty() && node.folded.contains(folded_)) {
+    return kHit;
+  }
+  if (marks_[static_cast<size_t>(node.parent)] != kNo) {
+    return kBelowHit;
+  }
+  return kNo;
 }
 
 void CCameraFilter::Finish() {

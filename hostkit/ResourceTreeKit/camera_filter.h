@@ -33,6 +33,7 @@ class CCameraFilter : public QObject {
   enum Mark : char { kNo, kBelowHit, kHit };
 
   void MarkSome();
+  Mark MarkOf(const CCameraContent::Node& node) const;
   void Finish();
 
   std::shared_ptr<const CCameraContent> content_;

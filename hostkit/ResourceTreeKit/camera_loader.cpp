@@ -1,8 +1,10 @@
 #include "ResourceTreeKit/camera_loader.h"
 
 #include <QCoreApplication>
+#include <utility>
 
 #include "TarnHost/host_services.h"
+#include "host_calls/ask.h"
 
 namespace ResourceTreeKit {
 
@@ -16,7 +18,10 @@ QString Stopped() {
 
 QString TextOf(const std::string& error) {
   const QString text = QString::fromStdString(error).trimmed();
-  return text.isEmpty() ? QCoreApplication::translate("ResourceTreeKit", "The camera service gave no reason.") : text;
+  if (text.isEmpty()) {
+    return QCoreApplication::translate("ResourceTreeKit", "The camera service gave no reason.");
+  }
+  return text;
 }
 
 void ReadFavorites(TarnHost::IHostServices& services, CameraAnswer* answer) {
@@ -49,31 +54,45 @@ CameraAnswer Read(const Services& services, const LogicNodeParam& param,
   return answer;
 }
 
+// Empty for success.
 QString Save(const Services& services, const QString& code, bool favorite) {
   std::string error;
   if (!services) {
     return Stopped();
   }
-  return services->SetFavoriteCamera(code.toStdString(), favorite, &error) ? QString() : TextOf(error);
+  if (!services->SetFavoriteCamera(code.toStdString(), favorite, &error)) {
+    return TextOf(error);
+  }
+  return {};
 }
 
 }  // namespace
 
-void CameraAnswer::SetFavorite(const QString& code, bool favorite) {
-  favorites.removeAll(code);
-  if (favorite) {
-    favorites.append(code);
-  }
-}
-
-std::function<CameraAnswer()> LoadCameras(const LogicNodeParam& param, std::shared_ptr<const CCameraContent> known) {
-  return [services = TarnHost::InstalledHostServices(), param, known = std::move(known)] {
+void CCameraLoader::Load(const LogicNodeParam& param, std::shared_ptr<const CCameraContent> known, Done done) {
+  saved_.clear();
+  HostCalls::Ask([services = TarnHost::InstalledHostServices(), param, known = std::move(known)] {
     return Read(services, param, known);
-  };
+  })
+      .Replacing(loads_)
+      .Then(this, [this, done = std::move(done)](CameraAnswer answer) {
+        for (auto change = saved_.cbegin(); change != saved_.cend(); ++change) {
+          answer.SetFavorite(change.key(), change.value());
+        }
+        done(answer);
+      });
 }
 
-std::function<QString()> SaveFavorite(const QString& code, bool favorite) {
-  return [services = TarnHost::InstalledHostServices(), code, favorite] { return Save(services, code, favorite); };
+void CCameraLoader::SaveFavorite(const QString& code, bool favorite) {
+  HostCalls::Ask([services = TarnHost::InstalledHostServices(), code, favorite] {
+    return Save(services, code, favorite);
+  }).Then(this, [this, code, favorite](const QString& error) {
+    if (!error.isEmpty()) {
+      Q_EMIT FavoriteRefused(error);
+      return;
+    }
+    saved_.insert(code, favorite);
+    Q_EMIT FavoriteSaved(code, favorite);
+  });
 }
 
 }  // namespace ResourceTreeKit

@@ -1,31 +1,37 @@
 #pragma once
 
-#include <QStringList>
+#include <QHash>
+#include <QObject>
 #include <functional>
 #include <memory>
 
-#include "ResourceTreeKit/camera_content.h"
-#include "ResourceTreeKit/camera_rows.h"
+#include "ResourceTreeKit/camera_answer.h"
+#include "host_calls/call_scope.h"
 
 namespace ResourceTreeKit {
 
-/// What the host answered about its cameras, ready to be shown.
-struct CameraAnswer {
-  QString error;  // empty when the content is there
-  std::shared_ptr<const CCameraContent> content;
-  CCameraRows rows;  // all of the content's
-  QStringList favorites;
-  bool keeps_favorites = false;
+/// Asks the host services installed at the time for the cameras and favourites of the current user. Thread: GUI; the
+/// calls run on the pool.
+class CCameraLoader : public QObject {
+  Q_OBJECT
+ public:
+  using Done = std::function<void(const CameraAnswer&)>;
 
-  void SetFavorite(const QString& code, bool favorite);
+  using QObject::QObject;
+
+  /// Only the last load is answered. When nothing has changed since `known` the answer's content is that very one.
+  void Load(const LogicNodeParam& param, std::shared_ptr<const CCameraContent> known, Done done);
+  bool IsLoading() const { return loads_.IsUnderWay(); }
+  /// Makes a camera a favourite of the current user, or ends that.
+  void SaveFavorite(const QString& code, bool favorite);
+
+ Q_SIGNALS:
+  void FavoriteSaved(const QString& code, bool favorite);
+  void FavoriteRefused(const QString& error);
+
+ private:
+  HostCalls::CCallScope loads_;
+  QHash<QString, bool> saved_;  // favourites changed since the load began, which may not know of them
 };
-
-/// A task that asks the host services installed now. When nothing has changed since `known` the answer's content is
-/// that very one. Thread: any; the task blocks.
-std::function<CameraAnswer()> LoadCameras(const LogicNodeParam& param, std::shared_ptr<const CCameraContent> known);
-
-/// A task that makes a camera a favourite of the current user, or ends that; the answer is the host's error, empty for
-/// success.
-std::function<QString()> SaveFavorite(const QString& code, bool favorite);
 
 }  // namespace ResourceTreeKit

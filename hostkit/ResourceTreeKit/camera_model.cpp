@@ -1,7 +1,6 @@
 #include "ResourceTreeKit/camera_model.h"
 
 #include <QColor>
-#include <algorithm>
 #include <utility>
 
 #include "MarUIControl/plain_tool_tip.h"
@@ -15,47 +14,39 @@ namespace {
 // Internal ids: a row of the content; with this bit, that camera's row among the favourites; alone, their branch.
 constexpr quintptr kFavoriteBit = quintptr(1) << 31;
 
+bool IsBranch(const QModelIndex& index) {
+  return index.internalId() == kFavoriteBit;
+}
+
 bool IsFavoriteRow(const QModelIndex& index) {
-  return (index.internalId() & kFavoriteBit) != 0;
+  return !IsBranch(index) && (index.internalId() & kFavoriteBit) != 0;
 }
 
 int NodeOf(const QModelIndex& index) {
   return static_cast<int>(index.internalId() & ~kFavoriteBit);
 }
 
-QIcon Icon(const char* folder, const char* name) {
+QIcon MakeIcon(const char* folder, const char* name) {
   const QString path = QString::fromLatin1(folder) + QString::fromLatin1(name);
   return WidgetKit::GetHighDpiSvgIcon(path + QStringLiteral(".svg"), path + QStringLiteral("_sel.svg"), QSize(20, 20));
 }
 
-QIcon CameraIcon(const QString& name) {
+QIcon MakeCameraIcon(const QString& name) {
   return WidgetKit::GetHighDpiSvgIcon(
       QStringLiteral(":/Bolt/Public/TreePublic/Images/Public/TreePublic/%1.svg").arg(name),
       QStringLiteral(":/TarnHost/icons/%1_sel.svg").arg(name), QSize(20, 20));
 }
 
-void InsertSorted(std::vector<int>* nodes, int node) {
-  nodes->insert(std::lower_bound(nodes->begin(), nodes->end(), node), node);
-}
-
-bool Contains(const std::vector<int>& nodes, int node) {
-  return std::binary_search(nodes.begin(), nodes.end(), node);
-}
-
 }  // namespace
-
-uint qHash(const CameraRowKey& key, uint seed) {
-  return ::qHash(key.code, seed) ^ static_cast<uint>(key.kind);
-}
 
 CCameraModel::CCameraModel(QObject* parent)
     : QAbstractItemModel(parent),
       content_(CCameraContent::Build({}, {}, {})),
       rows_(CCameraRows::All(*content_)),
-      online_(CameraIcon(QStringLiteral("tree_main_camera"))),
-      offline_(CameraIcon(QStringLiteral("tree_main_camera_offline"))),
-      region_(Icon(":/Bolt/Public/TreePublic/Images/Public/TreePublic/", "tree_main_group")),
-      branch_(Icon(":/TarnHost/icons/", "favorite")) {}
+      online_(MakeCameraIcon(QStringLiteral("tree_main_camera"))),
+      offline_(MakeCameraIcon(QStringLiteral("tree_main_camera_offline"))),
+      region_(MakeIcon(":/Bolt/Public/TreePublic/Images/Public/TreePublic/", "tree_main_group")),
+      branch_(MakeIcon(":/TarnHost/icons/", "favorite")) {}
 
 void CCameraModel::SetContent(std::shared_ptr<const CCameraContent> content, CCameraRows rows,
                               const QStringList& favorites) {
@@ -67,15 +58,14 @@ void CCameraModel::SetContent(std::shared_ptr<const CCameraContent> content, CCa
   endResetModel();
 }
 
-std::vector<int> CCameraModel::NodesOf(const QStringList& cameras) const {
+CNodeSet CCameraModel::NodesOf(const QStringList& cameras) const {
   std::vector<int> nodes;
   for (const QString& code : cameras) {
     if (const int node = content_->CameraNode(code)) {
       nodes.push_back(node);
     }
   }
-  std::sort(nodes.begin(), nodes.end());
-  return nodes;
+  return CNodeSet(std::move(nodes));
 }
 
 bool CCameraModel::HasFavorites(const QStringList& codes) const {
@@ -98,72 +88,68 @@ void CCameraModel::SetFavoritesVisible(bool visible) {
 }
 
 void CCameraModel::ShowFavorites() {
-  shown_favorites_.clear();
+  std::vector<int> shown;
   for (const int node : favorites_) {
     if (rows_.IsShown(node)) {
-      shown_favorites_.push_back(node);
+      shown.push_back(node);
     }
   }
+  shown_favorites_ = CNodeSet(std::move(shown));
 }
 
 bool CCameraModel::IsFavorite(const QString& code) const {
-  return Contains(favorites_, content_->CameraNode(code));
+  return favorites_.Contains(content_->CameraNode(code));
 }
 
 void CCameraModel::SetFavorite(const QString& code, bool favorite) {
   const int node = content_->CameraNode(code);
-  if (node == 0 || Contains(favorites_, node) == favorite) {
+  if (node == 0 || favorites_.Contains(node) == favorite) {
     return;
   }
   if (favorite) {
-    InsertSorted(&favorites_, node);
+    favorites_.Insert(node);
     InsertFavorite(node);
   } else {
-    favorites_.erase(std::lower_bound(favorites_.begin(), favorites_.end(), node));
+    favorites_.Remove(node);
     RemoveFavorite(node);
   }
-  TellOfMark(node);
+  ReportMark(node);
 }
 
 void CCameraModel::InsertFavorite(int node) {
   if (!rows_.IsShown(node)) {
     return;
   }
-  const auto place = std::lower_bound(shown_favorites_.begin(), shown_favorites_.end(), node);
-  const int row = static_cast<int>(place - shown_favorites_.begin());
   if (!favorites_visible_) {
-    shown_favorites_.insert(place, node);
+    shown_favorites_.Insert(node);
     return;
   }
-  if (shown_favorites_.empty()) {
+  const int row = shown_favorites_.PlaceOf(node);
+  if (shown_favorites_.IsEmpty()) {
     beginInsertRows(QModelIndex(), 0, 0);  // the branch comes with its first row
   } else {
-    beginInsertRows(index(0, 0), row, row);
+    beginInsertRows(BranchIndex(), row, row);
   }
-  shown_favorites_.insert(place, node);
+  shown_favorites_.Insert(node);
   endInsertRows();
 }
 
 void CCameraModel::RemoveFavorite(int node) {
-  if (!Contains(shown_favorites_, node)) {
+  if (!favorites_visible_ || !shown_favorites_.Contains(node)) {
+    shown_favorites_.Remove(node);
     return;
   }
-  const auto place = std::lower_bound(shown_favorites_.begin(), shown_favorites_.end(), node);
-  const int row = static_cast<int>(place - shown_favorites_.begin());
-  if (!favorites_visible_) {
-    shown_favorites_.erase(place);
-    return;
-  }
-  if (shown_favorites_.size() == 1) {
+  const int row = shown_favorites_.PlaceOf(node);
+  if (shown_favorites_.Size() == 1) {
     beginRemoveRows(QModelIndex(), 0, 0);
   } else {
-    beginRemoveRows(index(0, 0), row, row);
+    beginRemoveRows(BranchIndex(), row, row);
   }
-  shown_favorites_.erase(place);
+  shown_favorites_.Remove(node);
   endRemoveRows();
 }
 
-void CCameraModel::TellOfMark(int node) {
+void CCameraModel::ReportMark(int node) {
   const QModelIndex row = IndexOfNode(node);
   if (row.isValid()) {
     Q_EMIT dataChanged(row, row, {FavoriteRole, Qt::AccessibleTextRole});
@@ -175,18 +161,24 @@ const CCameraItemInfo* CCameraModel::CameraAt(const QModelIndex& index) const {
     return nullptr;
   }
   const CCameraContent::Node& node = content_->At(NodeOf(index));
-  return node.camera < 0 ? nullptr : &content_->CameraOf(node);
+  if (!node.IsCamera()) {
+    return nullptr;
+  }
+  return &content_->CameraOf(node);
 }
 
 CameraRowKey CCameraModel::KeyOf(const QModelIndex& index) const {
   if (!index.isValid() || index.model() != this) {
     return {};
   }
-  const int node = NodeOf(index);
-  if (IsFavoriteRow(index)) {
-    return {node == 0 ? CameraRowKey::kFavorites : CameraRowKey::kFavorite, content_->At(node).code};
+  if (IsBranch(index)) {
+    return CameraRowKey::Favorites();
   }
-  return {content_->At(node).camera < 0 ? CameraRowKey::kRegion : CameraRowKey::kCamera, content_->At(node).code};
+  const CCameraContent::Node& node = content_->At(NodeOf(index));
+  if (!node.IsCamera()) {
+    return CameraRowKey::Region(node.code);
+  }
+  return {IsFavoriteRow(index) ? CameraRowKey::kFavorite : CameraRowKey::kCamera, node.code};
 }
 
 QModelIndex CCameraModel::Find(const CameraRowKey& key) const {
@@ -196,12 +188,13 @@ QModelIndex CCameraModel::Find(const CameraRowKey& key) const {
     case CameraRowKey::kCamera:
       return IndexOfNode(content_->CameraNode(key.code));
     case CameraRowKey::kFavorites:
-      return HasBranch() ? index(0, 0) : QModelIndex();
+      return BranchIndex();
     case CameraRowKey::kFavorite: {
       const int node = content_->CameraNode(key.code);
-      const auto place = std::lower_bound(shown_favorites_.begin(), shown_favorites_.end(), node);
-      const bool found = HasBranch() && place != shown_favorites_.end() && *place == node;
-      return found ? index(static_cast<int>(place - shown_favorites_.begin()), 0, index(0, 0)) : QModelIndex();
+      if (HasBranch() && shown_favorites_.Contains(node)) {
+        return FavoriteIndex(shown_favorites_.PlaceOf(node));
+      }
+      break;
     }
     case CameraRowKey::kNone:
       break;
@@ -213,37 +206,59 @@ QModelIndex CCameraModel::IndexOfNode(int node) const {
   if (node <= 0 || !rows_.IsShown(node)) {
     return {};
   }
-  const int above = content_->At(node).parent == 0 && HasBranch() ? 1 : 0;
-  return createIndex(rows_.RowOf(node) + above, 0, static_cast<quintptr>(node));
+  int row = rows_.RowOf(node);
+  if (content_->At(node).parent == 0) {
+    row += BranchRows();
+  }
+  return createIndex(row, 0, static_cast<quintptr>(node));
+}
+
+QModelIndex CCameraModel::BranchIndex() const {
+  if (!HasBranch()) {
+    return {};
+  }
+  return createIndex(0, 0, kFavoriteBit);
+}
+
+QModelIndex CCameraModel::FavoriteIndex(int place) const {
+  return createIndex(place, 0, static_cast<quintptr>(shown_favorites_.At(place)) | kFavoriteBit);
 }
 
 QModelIndex CCameraModel::index(int row, int column, const QModelIndex& parent) const {
   if (row < 0 || column != 0 || row >= rowCount(parent)) {
     return {};
   }
-  if (parent.isValid()) {
-    const quintptr id = IsFavoriteRow(parent)
-                            ? static_cast<quintptr>(shown_favorites_[static_cast<size_t>(row)]) | kFavoriteBit
-                            : static_cast<quintptr>(rows_.ChildAt(NodeOf(parent), row));
-    return createIndex(row, 0, id);
+  if (!parent.isValid()) {
+    if (row < BranchRows()) {
+      return BranchIndex();
+    }
+    return createIndex(row, 0, static_cast<quintptr>(rows_.ChildAt(0, row - BranchRows())));
   }
-  const int above = HasBranch() ? 1 : 0;
-  return createIndex(row, 0, row < above ? kFavoriteBit : static_cast<quintptr>(rows_.ChildAt(0, row - above)));
+  if (IsBranch(parent)) {
+    return FavoriteIndex(row);
+  }
+  return createIndex(row, 0, static_cast<quintptr>(rows_.ChildAt(NodeOf(parent), row)));
 }
 
 QModelIndex CCameraModel::parent(const QModelIndex& index) const {
-  if (!index.isValid() || index.internalId() == kFavoriteBit) {
+  if (!index.isValid() || IsBranch(index)) {
     return {};
   }
-  return IsFavoriteRow(index) ? createIndex(0, 0, kFavoriteBit) : IndexOfNode(content_->At(NodeOf(index)).parent);
+  if (IsFavoriteRow(index)) {
+    return BranchIndex();
+  }
+  return IndexOfNode(content_->At(NodeOf(index)).parent);
 }
 
 int CCameraModel::rowCount(const QModelIndex& parent) const {
   if (!parent.isValid()) {
-    return rows_.ChildCount(0) + (HasBranch() ? 1 : 0);
+    return rows_.ChildCount(0) + BranchRows();
+  }
+  if (IsBranch(parent)) {
+    return shown_favorites_.Size();
   }
   if (IsFavoriteRow(parent)) {
-    return parent.internalId() == kFavoriteBit ? static_cast<int>(shown_favorites_.size()) : 0;
+    return 0;
   }
   return rows_.ChildCount(NodeOf(parent));
 }
@@ -256,34 +271,42 @@ Qt::ItemFlags CCameraModel::flags(const QModelIndex& index) const {
   if (!index.isValid()) {
     return Qt::NoItemFlags;
   }
-  const Qt::ItemFlags common = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsDragEnabled;
-  return CameraAt(index) ? common | Qt::ItemNeverHasChildren : common;
+  Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsDragEnabled;
+  flags.setFlag(Qt::ItemNeverHasChildren, CameraAt(index) != nullptr);
+  return flags;
 }
 
 QVariant CCameraModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) {
     return {};
   }
-  const bool branch = index.internalId() == kFavoriteBit;
+  if (IsBranch(index)) {
+    return BranchData(role);
+  }
   const CCameraContent::Node& node = content_->At(NodeOf(index));
-  const CCameraItemInfo* camera = CameraAt(index);
+  if (!node.IsCamera()) {
+    return RegionData(node, role);
+  }
+  return CameraData(node, favorites_visible_ && favorites_.Contains(NodeOf(index)), role);
+}
+
+QVariant CCameraModel::BranchData(int role) const {
   switch (role) {
     case Qt::DisplayRole:
-      return branch ? tr("Favorites") : node.name;
+      return tr("Favorites");
     case Qt::DecorationRole:
-      return IconOf(camera, branch);
-    case Qt::ForegroundRole:
-      return camera && !camera->online
-                 ? QVariant(tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QStringLiteral("text_muted")))
-                 : QVariant();
-    case Qt::AccessibleTextRole:
-      return camera ? QVariant(SpokenName(node.name, *camera, Contains(favorites_, NodeOf(index)))) : QVariant();
-    case Qt::ToolTipRole:
-      return MarUIControl::PlainToolTip(data(index, Qt::AccessibleTextRole).toString());
-    case FavoriteRole:
-      return camera && favorites_visible_ ? QVariant(Contains(favorites_, NodeOf(index))) : QVariant();
-    case OnlineRole:
-      return camera ? QVariant(camera->online) : QVariant();
+      return branch_;
+    default:
+      return {};
+  }
+}
+
+QVariant CCameraModel::RegionData(const CCameraContent::Node& node, int role) const {
+  switch (role) {
+    case Qt::DisplayRole:
+      return node.name;
+    case Qt::DecorationRole:
+      return region_;
     case CodeRole:
       return node.code;
     default:
@@ -291,16 +314,57 @@ QVariant CCameraModel::data(const QModelIndex& index, int role) const {
   }
 }
 
-QIcon CCameraModel::IconOf(const CCameraItemInfo* camera, bool branch) const {
-  if (camera) {
-    return camera->online ? online_ : offline_;
+QVariant CCameraModel::CameraData(const CCameraContent::Node& node, bool favorite, int role) const {
+  const CCameraItemInfo& camera = content_->CameraOf(node);
+  switch (role) {
+    case Qt::DisplayRole:
+      return node.name;
+    case Qt::DecorationRole:
+      return CameraIcon(camera);
+    case Qt::ForegroundRole:
+      return CameraColor(camera);
+    case Qt::AccessibleTextRole:
+      return SpokenName(node, favorite);
+    case Qt::ToolTipRole:
+      return MarUIControl::PlainToolTip(SpokenName(node, favorite));
+    case FavoriteRole:
+      if (!favorites_visible_) {
+        return {};
+      }
+      return favorite;
+    case OnlineRole:
+      return camera.online;
+    case CodeRole:
+      return node.code;
+    default:
+      return {};
   }
-  return branch ? branch_ : region_;
 }
 
-QString CCameraModel::SpokenName(const QString& name, const CCameraItemInfo& camera, bool favorite) const {
-  QString spoken = camera.online ? name : tr("%1, offline").arg(name);
-  return favorite && favorites_visible_ ? tr("%1, favorite").arg(spoken) : spoken;
+QIcon CCameraModel::CameraIcon(const CCameraItemInfo& camera) const {
+  if (camera.online) {
+    return online_;
+  }
+  return offline_;
+}
+
+// An online camera has the view's own colour.
+QVariant CCameraModel::CameraColor(const CCameraItemInfo& camera) const {
+  if (camera.online) {
+    return {};
+  }
+  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QStringLiteral("text_muted"));
+}
+
+QString CCameraModel::SpokenName(const CCameraContent::Node& node, bool favorite) const {
+  QString spoken = node.name;
+  if (!content_->CameraOf(node).online) {
+    spoken = tr("%1, offline").arg(spoken);
+  }
+  if (favorite) {
+    spoken = tr("%1, favorite").arg(spoken);
+  }
+  return spoken;
 }
 
 }  // namespace ResourceTreeKit

@@ -3,23 +3,13 @@
 #include <QAbstractItemModel>
 #include <QIcon>
 #include <memory>
-#include <vector>
 
 #include "ResourceTreeKit/camera_content.h"
+#include "ResourceTreeKit/camera_row_key.h"
 #include "ResourceTreeKit/camera_rows.h"
+#include "ResourceTreeKit/node_set.h"
 
 namespace ResourceTreeKit {
-
-/// What a row is and stays when the rows around it are made anew.
-struct CameraRowKey {
-  enum Kind { kNone, kFavorites, kFavorite, kRegion, kCamera };
-  Kind kind = kNone;
-  QString code;
-
-  bool operator==(const CameraRowKey& other) const { return kind == other.kind && code == other.code; }
-};
-
-uint qHash(const CameraRowKey& key, uint seed = 0);
 
 /// The rows of a content that are shown, after the favourites, which have a branch of their own while there are any in
 /// sight. Thread: GUI.
@@ -33,7 +23,7 @@ class CCameraModel : public QAbstractItemModel {
 
   explicit CCameraModel(QObject* parent);
 
-  /// All three make the rows anew.
+  /// All three reset the model.
   void SetContent(std::shared_ptr<const CCameraContent> content, CCameraRows rows, const QStringList& favorites);
   void SetRows(CCameraRows rows);
   void SetFavoritesVisible(bool visible);
@@ -60,18 +50,26 @@ class CCameraModel : public QAbstractItemModel {
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  private:
-  bool HasBranch() const { return favorites_visible_ && !shown_favorites_.empty(); }
-  std::vector<int> NodesOf(const QStringList& cameras) const;
+  bool HasBranch() const { return favorites_visible_ && !shown_favorites_.IsEmpty(); }
+  /// How many rows at the top the favourites' branch takes.
+  int BranchRows() const { return HasBranch() ? 1 : 0; }
+  QModelIndex BranchIndex() const;
+  QModelIndex FavoriteIndex(int place) const;
+  CNodeSet NodesOf(const QStringList& cameras) const;
   void ShowFavorites();
   void InsertFavorite(int node);
   void RemoveFavorite(int node);
-  void TellOfMark(int node);
-  QIcon IconOf(const CCameraItemInfo* camera, bool branch) const;
-  QString SpokenName(const QString& name, const CCameraItemInfo& camera, bool favorite) const;
+  void ReportMark(int node);
+  QVariant BranchData(int role) const;
+  QVariant RegionData(const CCameraContent::Node& node, int role) const;
+  QVariant CameraData(const CCameraContent::Node& node, bool favorite, int role) const;
+  QIcon CameraIcon(const CCameraItemInfo& camera) const;
+  QVariant CameraColor(const CCameraItemInfo& camera) const;
+  QString SpokenName(const CCameraContent::Node& node, bool favorite) const;
 
   std::shared_ptr<const CCameraContent> content_;
   CCameraRows rows_;
-  std::vector<int> favorites_, shown_favorites_;  // rows of the content, in its order
+  CNodeSet favorites_, shown_favorites_;
   bool favorites_visible_ = false;
   const QIcon online_, offline_, region_, branch_;
 };

@@ -17,7 +17,9 @@ CCameraRows::CCameraRows(const CCameraContent& content, const std::vector<char>&
     }
     rows_[node] = counts_[parent]++;
     order_.push_back(static_cast<int>(node));
-    cameras_ += content.Nodes()[node].camera < 0 ? 0 : 1;
+    if (content.Nodes()[node].IsCamera()) {
+      ++cameras_;
+    }
   }
 }
 

@@ -11,7 +11,7 @@ QSet<CameraRowKey> CCameraTreeState::Expanded(const QTreeView& view, const CCame
       keys.insert(model.KeyOf(index));
     }
   };
-  take(model.Find({CameraRowKey::kFavorites, QString()}));
+  take(model.Find(CameraRowKey::Favorites()));
   const std::vector<CCameraContent::Node>& nodes = model.Content().Nodes();
   for (size_t node = 1; node < nodes.size(); ++node) {
     if (nodes[node].child_count > 0) {
@@ -39,7 +39,7 @@ CCameraTreeState CCameraTreeState::Take(const QTreeView& view, const CCameraMode
   }
   const QModelIndex top = view.indexAt(QPoint(0, 0));
   state.top_ = model.KeyOf(top);
-  state.top_offset_ = top.isValid() ? view.visualRect(top).top() : 0;
+  state.top_offset_ = view.visualRect(top).top();
   state.scrolled_ = view.verticalScrollBar()->value();
   return state;
 }
@@ -73,7 +73,9 @@ void CCameraTreeState::RestoreTop(QTreeView* view, const CCameraModel& model) co
   QScrollBar* bar = view->verticalScrollBar();
   if (top.isValid()) {
     view->scrollTo(top, QAbstractItemView::PositionAtTop);
-    bar->setValue(bar->value() - (view->verticalScrollMode() == QAbstractItemView::ScrollPerPixel ? top_offset_ : 0));
+    if (view->verticalScrollMode() == QAbstractItemView::ScrollPerPixel) {
+      bar->setValue(bar->value() - top_offset_);
+    }
   } else {
     bar->setValue(scrolled_);
   }

@@ -8,7 +8,7 @@
 
 namespace ResourceTreeKit {
 
-/// What the user made of a camera tree, by the rows' own keys: it outlasts rows that are made anew. Thread: GUI.
+/// What the user made of a camera tree, by the rows' own keys: it outlasts the rows. Thread: GUI.
 class CCameraTreeState {
  public:
   /// Which rows are expanded, those above all other rows at least.
