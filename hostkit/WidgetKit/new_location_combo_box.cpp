@@ -10,7 +10,7 @@ CNewLocationComboBox::CNewLocationComboBox(QWidget* parent)
   SetEditLabelVisible(true);
 }
 
-// A view that another one has replaced belongs to nobody else.
+// A view that another one has replaced has no other owner.
 CNewLocationComboBox::~CNewLocationComboBox() {
   if (own_tree_ && !own_tree_->parent()) {
     delete own_tree_;
