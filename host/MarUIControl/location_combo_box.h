@@ -69,6 +69,8 @@ class TARN_HOST_EXPORT CLocationComboBox : public QWidget {
   void hideEvent(QHideEvent* event) override;
 
  private:
+  void DrawText(QPainter* painter, const QString& text, QPalette::ColorRole color) const;
+
   class Private;
   std::unique_ptr<Private> d_;
 };

@@ -27,6 +27,7 @@ class TARN_HOST_EXPORT CMultilevelComboBox : public CLocationComboBox {
   void PrepareView() override;
 
  private:
+  QModelIndex OwnRow(const QModelIndex& index) const;
   void WatchModel();
   void RenewText();
 

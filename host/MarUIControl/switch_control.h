@@ -26,7 +26,7 @@ class TARN_HOST_EXPORT CSwitchControl : public QAbstractButton {
 
  private:
   void Slide(bool on);
-  void DrawKnob(QPainter* painter, const QRectF& track, const QColor& off) const;
+  void DrawKnob(QPainter* painter, const QRectF& track) const;
 
   QVariantAnimation slide_;
   qreal knob_ = 0;  // 0 off, 1 on

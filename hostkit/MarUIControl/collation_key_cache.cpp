@@ -68,10 +68,16 @@ CollationKey CollationKeyCache::KeyOf(const QString& text) {
   if (const CollationKey* young = young_.Find(text)) {
     return *young;
   }
-  const CollationKey* old = old_.Find(text);
-  const CollationKey key = old ? *old : MakeKey(text);
+  const CollationKey key = OldOrNewKey(text);
   Insert(text, key);
   return key;
+}
+
+CollationKey CollationKeyCache::OldOrNewKey(const QString& text) const {
+  if (const CollationKey* old = old_.Find(text)) {
+    return *old;
+  }
+  return MakeKey(text);
 }
 
 void CollationKeyCache::Insert(const QString& text, const CollationKey& key) {

@@ -33,6 +33,7 @@ class CollationKeyCache {
   CollationKeyCache();
   CollationKey MakeKey(const QString& text) const;
   CollationKey KeyOf(const QString& text);
+  CollationKey OldOrNewKey(const QString& text) const;
   void Insert(const QString& text, const CollationKey& key);
 
   std::unique_ptr<UCollator, Closer> collator_;

@@ -34,7 +34,10 @@ class ComboBoxInterface : public QAccessibleWidget {
   explicit ComboBoxInterface(CLocationComboBox* box) : QAccessibleWidget(box, QAccessible::ComboBox) {}
 
   QString text(QAccessible::Text kind) const override {
-    return kind == QAccessible::Value ? Box()->CurrentText() : QAccessibleWidget::text(kind);
+    if (kind == QAccessible::Value) {
+      return Box()->CurrentText();
+    }
+    return QAccessibleWidget::text(kind);
   }
   QAccessible::State state() const override {
     QAccessible::State state = QAccessibleWidget::state();

@@ -11,7 +11,6 @@
 #include <QMouseEvent>
 #include <QRegularExpression>
 #include <QValidator>
-#include <algorithm>
 
 #include "MarUIControl/plain_tool_tip.h"
 
@@ -29,17 +28,21 @@ QString WithoutLineBreaks(const QString& text) {
 
 // No half of a character beyond the basic plane.
 QString Left(const QString& text, int length) {
-  const bool splits = length > 0 && length < text.size() && text.at(length - 1).isHighSurrogate();
-  return text.left(splits ? length - 1 : qMax(length, 0));
+  if (length > 0 && length < text.size() && text.at(length - 1).isHighSurrogate()) {
+    --length;
+  }
+  return text.left(qMax(length, 0));
 }
 
 // The base gives its actions no names; their texts begin with its own translations.
 QAction* PasteAction(const QMenu* menu) {
   const QList<QAction*> actions = menu->actions();
-  const auto paste = std::find_if(actions.begin(), actions.end(), [](const QAction* action) {
-    return action->text().startsWith(QLineEdit::tr("&Paste"));
-  });
-  return paste == actions.end() ? nullptr : *paste;
+  for (QAction* action : actions) {
+    if (action->text().startsWith(QLineEdit::tr("&Paste"))) {
+      return action;
+    }
+  }
+  return nullptr;
 }
 
 }  // namespace

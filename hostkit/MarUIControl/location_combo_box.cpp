@@ -6,6 +6,7 @@
 #include <QMouseEvent>
 #include <QStyleOption>
 #include <QStylePainter>
+#include <utility>
 
 #include "MarUIControl/control_accessibility.h"
 #include "MarUIControl/location_popup.h"
@@ -19,9 +20,11 @@ constexpr int kPadding = 10;
 constexpr int kArrowRoom = 26;
 
 QPolygonF Chevron(const QRectF& place, bool up) {
-  const qreal ends = up ? place.bottom() : place.top();
-  return QPolygonF({QPointF(place.left(), ends), QPointF(place.center().x(), up ? place.top() : place.bottom()),
-                    QPointF(place.right(), ends)});
+  qreal ends = place.top(), tip = place.bottom();
+  if (up) {
+    std::swap(ends, tip);
+  }
+  return QPolygonF({QPointF(place.left(), ends), QPointF(place.center().x(), tip), QPointF(place.right(), ends)});
 }
 
 }  // namespace
@@ -63,7 +66,10 @@ QAbstractItemView* CLocationComboBox::LocationView() const {
 
 QAbstractItemModel* CLocationComboBox::LocationModel() const {
   const QAbstractItemView* view = LocationView();
-  return view ? view->model() : nullptr;
+  if (!view) {
+    return nullptr;
+  }
+  return view->model();
 }
 
 void CLocationComboBox::SetEditLabelVisible(bool visible) {
@@ -135,17 +141,24 @@ void CLocationComboBox::paintEvent(QPaintEvent*) {
   option.initFrom(this);
   painter.drawPrimitive(QStyle::PE_Widget, option);
 
-  const bool empty = d_->text.isEmpty();
-  const QRect room = style()->visualRect(layoutDirection(), rect(), rect().adjusted(kPadding, 0, -kArrowRoom, 0));
-  const QString shown = fontMetrics().elidedText(empty ? d_->placeholder : d_->text, Qt::ElideRight, room.width());
-  painter.setPen(palette().color(empty ? QPalette::PlaceholderText : QPalette::WindowText));
-  painter.drawText(room, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine), shown);
+  if (d_->text.isEmpty()) {
+    DrawText(&painter, d_->placeholder, QPalette::PlaceholderText);
+  } else {
+    DrawText(&painter, d_->text, QPalette::WindowText);
+  }
 
   QRect arrow(0, 0, 9, 5);
   arrow.moveCenter(QPoint(width() - kArrowRoom / 2 - 1, height() / 2));
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(palette().color(QPalette::WindowText), 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   painter.drawPolyline(Chevron(style()->visualRect(layoutDirection(), rect(), arrow), IsPopupVisible()));
+}
+
+void CLocationComboBox::DrawText(QPainter* painter, const QString& text, QPalette::ColorRole color) const {
+  const QRect room = style()->visualRect(layoutDirection(), rect(), rect().adjusted(kPadding, 0, -kArrowRoom, 0));
+  painter->setPen(palette().color(color));
+  painter->drawText(room, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine),
+                    fontMetrics().elidedText(text, Qt::ElideRight, room.width()));
 }
 
 void CLocationComboBox::mousePressEvent(QMouseEvent* event) {

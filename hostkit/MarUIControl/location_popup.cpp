@@ -1,12 +1,11 @@
 #include "MarUIControl/location_popup.h"
 
 #include <QAbstractItemView>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QScreen>
 #include <QVBoxLayout>
 
+#include "MarUIControl/screen_room.h"
 #include "WidgetKit/new_location_view_widget.h"
 
 namespace MarUIControl {
@@ -75,16 +74,16 @@ void LocationPopup::OpenAt(const QRect& anchor) {
 }
 
 QRect LocationPopup::PlaceFor(const QRect& anchor) const {
-  const QScreen* screen = QGuiApplication::screenAt(anchor.center());
-  const QRect room = (screen ? screen : owner_->screen())->availableGeometry();
+  const QRect room = RoomAround(anchor.center(), owner_->screen());
   const int below = room.bottom() - anchor.bottom() - kGap;
   const int above = anchor.top() - room.top() - kGap;
-  const bool down = below >= kHeight || below >= above;
-  const int height = qMin(kHeight, qMax(down ? below : above, 0));
-  const int width = qMin(anchor.width(), room.width());
-  const int x = qBound(room.left(), anchor.left(), room.right() - width + 1);
-  const int y = down ? anchor.bottom() + 1 + kGap : anchor.top() - kGap - height;
-  return QRect(x, qBound(room.top(), y, room.bottom() - height + 1), width, height);
+  QRect place(anchor.bottomLeft(), QSize(qMin(anchor.width(), room.width()), qBound(0, below, kHeight)));
+  place.translate(0, 1 + kGap);
+  if (below < qMin(above, kHeight)) {
+    place.setHeight(qBound(0, above, kHeight));
+    place.moveBottom(anchor.top() - 1 - kGap);
+  }
+  return MovedInto(room, place);
 }
 
 bool LocationPopup::eventFilter(QObject* watched, QEvent* event) {

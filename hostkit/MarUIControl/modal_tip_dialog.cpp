@@ -7,10 +7,12 @@
 #include <QScrollArea>
 #include <QShowEvent>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "MarUIControl/label.h"
 #include "MarUIControl/primary_button.h"
 #include "MarUIControl/push_button.h"
+#include "MarUIControl/screen_room.h"
 #include "TarnUIDataController/modal_answer.h"
 
 namespace MarUIControl {
@@ -38,6 +40,7 @@ class CModalTipDialog::Private {
   void FitText();
   void Center();
   void ChooseDefault();
+  int ShownButtons() const;
 
   CModalTipDialog* const q;
   CLabel* title = nullptr;
@@ -114,21 +117,22 @@ void CModalTipDialog::Private::FitText() {
 }
 
 void CModalTipDialog::Private::Center() {
-  const QWidget* over = q->parentWidget() ? q->parentWidget()->window() : nullptr;
-  const QPoint middle = over ? over->frameGeometry().center() : QGuiApplication::primaryScreen()->geometry().center();
-  const QScreen* screen = QGuiApplication::screenAt(middle);
-  const QRect room = (screen ? screen : q->screen())->availableGeometry();
+  QPoint middle = QGuiApplication::primaryScreen()->geometry().center();
+  if (q->parentWidget()) {
+    middle = q->parentWidget()->window()->frameGeometry().center();
+  }
   QRect place(QPoint(0, 0), q->size());
   place.moveCenter(middle);
-  place.moveLeft(qMax(room.left(), qMin(place.left(), room.right() - place.width() + 1)));
-  place.moveTop(qMax(room.top(), qMin(place.top(), room.bottom() - place.height() + 1)));
-  q->move(place.topLeft());
+  q->move(MovedInto(RoomAround(middle, q->screen()), place).topLeft());
 }
 
 // A stray Return must not confirm what can't be taken back: questions begin on the way out.
 void CModalTipDialog::Private::ChooseDefault() {
   const bool way_out = !cancel->isHidden() && (confirm->isHidden() || model == QuestionModel);
-  CPushButton* button = way_out ? cancel : static_cast<CPushButton*>(confirm);
+  CPushButton* button = confirm;
+  if (way_out) {
+    button = cancel;
+  }
   button->setDefault(true);
   button->setFocus();
 }
@@ -195,10 +199,20 @@ QString CModalTipDialog::Content() const {
   return d_->content->text();
 }
 
+// As the bits of a ModalQuestion.
+int CModalTipDialog::Private::ShownButtons() const {
+  const std::pair<const QWidget*, int> bits[] = {{confirm, 1}, {cancel, 2}, {other, 4}};
+  int shown = 0;
+  for (const auto& [button, bit] : bits) {
+    if (!button->isHidden()) {
+      shown |= bit;
+    }
+  }
+  return shown;
+}
+
 int CModalTipDialog::exec() {
-  const int buttons =
-      (d_->confirm->isHidden() ? 0 : 1) | (d_->cancel->isHidden() ? 0 : 2) | (d_->other->isHidden() ? 0 : 4);
-  return TarnHost::AskModal({Title(), Content(), buttons}, [this] { return QDialog::exec(); });
+  return TarnHost::AskModal({Title(), Content(), d_->ShownButtons()}, [this] { return QDialog::exec(); });
 }
 
 void CModalTipDialog::showEvent(QShowEvent* event) {

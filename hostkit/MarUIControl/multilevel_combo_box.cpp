@@ -24,8 +24,16 @@ CMultilevelComboBox::CMultilevelComboBox(QWidget* parent) : CLocationComboBox(pa
 
 CMultilevelComboBox::~CMultilevelComboBox() = default;
 
+// Invalid for a row that is none of the drop-down's.
+QModelIndex CMultilevelComboBox::OwnRow(const QModelIndex& index) const {
+  if (index.model() != LocationModel()) {
+    return {};
+  }
+  return index;
+}
+
 void CMultilevelComboBox::SetCurrentIndex(const QModelIndex& index) {
-  const QModelIndex row = index.isValid() && index.model() == LocationModel() ? index : QModelIndex();
+  const QModelIndex row = OwnRow(index);
   const bool changed = row != current_;
   current_ = row;
   chosen_ = row.isValid();
@@ -38,7 +46,7 @@ void CMultilevelComboBox::SetCurrentIndex(const QModelIndex& index) {
 }
 
 QModelIndex CMultilevelComboBox::GetCurrentIndex() const {
-  return current_.model() == LocationModel() ? QModelIndex(current_) : QModelIndex();
+  return OwnRow(current_);
 }
 
 void CMultilevelComboBox::Choose(const QModelIndex& index) {

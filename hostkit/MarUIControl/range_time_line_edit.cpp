@@ -7,6 +7,17 @@
 
 namespace MarUIControl {
 
+namespace {
+
+QTime OrMidnight(const QTime& time) {
+  if (!time.isValid()) {
+    return QTime(0, 0);
+  }
+  return time;
+}
+
+}  // namespace
+
 CRangeTimeLineEdit::CRangeTimeLineEdit(QWidget* parent) : QWidget(parent) {
   begin_ = MakeEdit(tr("Begin time"));
   end_ = MakeEdit(tr("End time"));
@@ -24,11 +35,11 @@ CRangeTimeLineEdit::CRangeTimeLineEdit(QWidget* parent) : QWidget(parent) {
 CRangeTimeLineEdit::~CRangeTimeLineEdit() = default;
 
 void CRangeTimeLineEdit::SetBeginTime(const QTime& time) {
-  begin_->setTime(time.isValid() ? time : QTime(0, 0));
+  begin_->setTime(OrMidnight(time));
 }
 
 void CRangeTimeLineEdit::SetEndTime(const QTime& time) {
-  end_->setTime(time.isValid() ? time : QTime(0, 0));
+  end_->setTime(OrMidnight(time));
 }
 
 QTime CRangeTimeLineEdit::GetBeginTime() const {

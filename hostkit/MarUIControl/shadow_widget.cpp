@@ -53,7 +53,7 @@ void CShadowWidget::SetAutoShow(bool automatic) {
   Follow();
 }
 
-// The pop-up is told of its showing before its window comes up: so the shadow's is below it and was active before it.
+// The pop-up gets its show event before its window comes up: so the shadow's is below it and was active before it.
 bool CShadowWidget::eventFilter(QObject* watched, QEvent* event) {
   if (watched == content_) {
     switch (event->type()) {

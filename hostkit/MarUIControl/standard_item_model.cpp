@@ -14,7 +14,10 @@ ushort CodePointOrder(QChar unit) {
   if (value < 0xD800) {
     return value;
   }
-  return value < 0xE000 ? static_cast<ushort>(value + 0x2000) : static_cast<ushort>(value - 0x800);
+  if (value < 0xE000) {
+    return static_cast<ushort>(value + 0x2000);
+  }
+  return static_cast<ushort>(value - 0x800);
 }
 
 bool LessByCodePoint(const QString& left, const QString& right) {
@@ -24,7 +27,7 @@ bool LessByCodePoint(const QString& left, const QString& right) {
 
 bool LessForPeople(const QString& left, const QString& right) {
   const int order = CollationKeyCache::OfThisThread().Compare(left, right);
-  return order != 0 ? order < 0 : LessByCodePoint(left, right);
+  return order < 0 || (order == 0 && LessByCodePoint(left, right));
 }
 
 }  // namespace

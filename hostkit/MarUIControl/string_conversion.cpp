@@ -13,7 +13,10 @@ std::string QStringToString(const QString& text) {
 }
 
 QWidget* GetIndependentWindow(QWidget* widget) {
-  return widget ? widget->window() : nullptr;
+  if (!widget) {
+    return nullptr;
+  }
+  return widget->window();
 }
 
 }  // namespace MarUIControl

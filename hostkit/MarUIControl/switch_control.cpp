@@ -18,6 +18,17 @@ QColor SkinColor(const char* name) {
   return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QLatin1String(name));
 }
 
+struct SwitchColors {
+  QColor line, track, knob, tick;
+};
+
+SwitchColors Colors(bool enabled) {
+  if (!enabled) {
+    return {SkinColor("border"), SkinColor("border"), SkinColor("surface"), SkinColor("border")};
+  }
+  return {SkinColor("control_border"), SkinColor("accent"), SkinColor("accent_text"), SkinColor("accent")};
+}
+
 QColor Between(const QColor& from, const QColor& to, qreal part) {
   return QColor::fromRgbF(from.redF() + (to.redF() - from.redF()) * part,
                           from.greenF() + (to.greenF() - from.greenF()) * part,
@@ -28,6 +39,12 @@ void DrawPill(QPainter* painter, const QRectF& rect, const QPen& pen, const QBru
   painter->setPen(pen);
   painter->setBrush(brush);
   painter->drawRoundedRect(rect, rect.height() / 2, rect.height() / 2);
+}
+
+void DrawTick(QPainter* painter, const QPointF& center, const QColor& color) {
+  painter->setPen(QPen(color, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter->setBrush(Qt::NoBrush);
+  painter->drawPolyline(QPolygonF({center + QPointF(-2.8, 0), center + QPointF(-0.8, 2.2), center + QPointF(3, -2.4)}));
 }
 
 }  // namespace
@@ -68,28 +85,28 @@ void CSwitchControl::paintEvent(QPaintEvent*) {
     DrawPill(&painter, track.adjusted(1, 1, -1, -1), QPen(SkinColor("focus"), 2), Qt::NoBrush);
   }
   track.adjust(4, 4, -4, -4);
-  const QColor line = SkinColor(isEnabled() ? "control_border" : "border");
-  const QColor on = isEnabled() ? SkinColor("accent") : line;
-  DrawPill(&painter, track, QPen(Between(line, on, knob_), 1.4), Between(SkinColor("surface"), on, knob_));
-  DrawKnob(&painter, track, line);
+  const SwitchColors colors = Colors(isEnabled());
+  DrawPill(&painter, track, QPen(Between(colors.line, colors.track, knob_), 1.4),
+           Between(SkinColor("surface"), colors.track, knob_));
+  DrawKnob(&painter, track);
 }
 
 // Off it is a ring at the near end, on a disc with a tick at the far end.
-void CSwitchControl::DrawKnob(QPainter* painter, const QRectF& track, const QColor& off) const {
+void CSwitchControl::DrawKnob(QPainter* painter, const QRectF& track) const {
   const qreal way = track.width() - track.height();
-  const QPointF center(track.left() + track.height() / 2 + way * (isRightToLeft() ? 1 - knob_ : knob_),
-                       track.center().y());
-  const QColor on = SkinColor(isEnabled() ? "accent_text" : "surface");
+  const qreal at = isRightToLeft() ? 1 - knob_ : knob_;
+  const QPointF center(track.left() + track.height() / 2 + way * at, track.center().y());
   const qreal radius = track.height() / 2 - 3.5 + knob_ * 1.5;
-  painter->setPen(QPen(Between(off, on, knob_), 2));
-  painter->setBrush(knob_ > 0.5 ? QBrush(on) : QBrush(Qt::NoBrush));
+  const bool past_middle = knob_ > 0.5;
+  const SwitchColors colors = Colors(isEnabled());
+  painter->setPen(QPen(Between(colors.line, colors.knob, knob_), 2));
+  painter->setBrush(Qt::NoBrush);
+  if (past_middle) {
+    painter->setBrush(colors.knob);
+  }
   painter->drawEllipse(center, radius - 1, radius - 1);
-  if (knob_ > 0.5) {
-    painter->setPen(
-        QPen(SkinColor(isEnabled() ? "accent" : "border"), 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter->setBrush(Qt::NoBrush);
-    painter->drawPolyline(
-        QPolygonF({center + QPointF(-2.8, 0), center + QPointF(-0.8, 2.2), center + QPointF(3, -2.4)}));
+  if (past_middle) {
+    DrawTick(painter, center, colors.tick);
   }
 }
 
@@ -105,14 +122,15 @@ void CSwitchControl::keyPressEvent(QKeyEvent* event) {
 }
 
 void CSwitchControl::Slide(bool on) {
+  const qreal end = on ? 1 : 0;
   slide_.stop();
   if (!isVisible()) {
-    knob_ = on ? 1 : 0;
+    knob_ = end;
     update();
     return;
   }
   slide_.setStartValue(knob_);
-  slide_.setEndValue(on ? 1.0 : 0.0);
+  slide_.setEndValue(end);
   slide_.start();
 }
 

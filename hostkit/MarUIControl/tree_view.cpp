@@ -1,19 +1,19 @@
 #include "MarUIControl/tree_view.h"
 
+#include <QBasicTimer>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QSet>
 #include <QTimerEvent>
 
 #include "MarUIControl/standard_item_model.h"
+#include "MarUIControl/tree_expander.h"
 
 namespace MarUIControl {
 
 namespace {
 
 constexpr int kFrameMs = 80;
-constexpr int kFramesPerTurn = 12;
 
 QModelIndex FirstColumn(const QModelIndex& index) {
   return index.sibling(index.row(), 0);
@@ -25,7 +25,7 @@ class CTreeView::Private {
  public:
   explicit Private(CTreeView* view) : q(view) {}
 
-  // Whether the user's wish to expand `index` is a request, or has to be held back, instead of a plain expansion.
+  // Whether the user's gesture on `index` asks for its children, or has asked already, instead of just expanding it.
   bool IsUnfetched(const QModelIndex& index) const {
     return index.isValid() && !q->isExpanded(index) && (waiting.contains(index) || NeedsFetch(index));
   }
@@ -36,16 +36,15 @@ class CTreeView::Private {
   void Forget();
   void DropVanished();
   void StopTimerWhenIdle();
-  QModelIndex RowOfExpanderAt(const QPoint& position) const;
-  QRect ExpanderRect(const QRect& branches) const;
-  void DrawWaitingMark(QPainter* painter, const QRect& expander, const QColor& color) const;
+  Qt::Key ForwardKey() const { return q->isRightToLeft() ? Qt::Key_Left : Qt::Key_Right; }
   bool ExpandByKey(const QModelIndex& current, int key);
   void ExpandFetchedBelow(const QModelIndex& index);
 
   CTreeView* const q;
   QSet<QPersistentModelIndex> waiting, fetched;
   QMetaObject::Connection on_reset, on_removed;
-  int timer = 0, frame = 0;
+  QBasicTimer timer;  // runs while a row waits
+  int frame = 0;
 };
 
 void CTreeView::Private::Request(const QModelIndex& index) {
@@ -53,8 +52,8 @@ void CTreeView::Private::Request(const QModelIndex& index) {
     return;
   }
   waiting.insert(index);
-  if (timer == 0) {
-    timer = q->startTimer(kFrameMs);
+  if (!timer.isActive()) {
+    timer.start(kFrameMs, q);
   }
   q->viewport()->update();
   Q_EMIT q->AsynchronousExpand(index);
@@ -82,52 +81,14 @@ void CTreeView::Private::DropVanished() {
 }
 
 void CTreeView::Private::StopTimerWhenIdle() {
-  if (timer != 0 && waiting.isEmpty()) {
-    q->killTimer(timer);
-    timer = 0;
+  if (waiting.isEmpty()) {
+    timer.stop();
   }
-}
-
-QModelIndex CTreeView::Private::RowOfExpanderAt(const QPoint& position) const {
-  const QModelIndex index = FirstColumn(q->indexAt(position));
-  if (!index.isValid() || (!q->rootIsDecorated() && index.parent() == q->rootIndex())) {
-    return QModelIndex();
-  }
-  QRect branches = q->visualRect(index);
-  if (q->isRightToLeft()) {
-    branches.setLeft(branches.right() + 1);
-    branches.setWidth(q->indentation());
-  } else {
-    branches.setRight(branches.left() - 1);
-    branches.setLeft(branches.right() - q->indentation() + 1);
-  }
-  return branches.contains(position) ? index : QModelIndex();
-}
-
-QRect CTreeView::Private::ExpanderRect(const QRect& branches) const {
-  const int left = q->isRightToLeft() ? branches.left() : branches.right() - q->indentation() + 1;
-  return QRect(left, branches.top(), q->indentation(), branches.height());
-}
-
-void CTreeView::Private::DrawWaitingMark(QPainter* painter, const QRect& expander, const QColor& color) const {
-  const int size = qMax(8, qMin(12, qMin(expander.width(), expander.height()) - 4));
-  QRectF circle(0, 0, size, size);
-  circle.moveCenter(QRectF(expander).center());
-  painter->save();
-  painter->setRenderHint(QPainter::Antialiasing);
-  QColor faint = color;
-  faint.setAlphaF(0.3);
-  painter->setPen(QPen(faint, 2));
-  painter->drawEllipse(circle);
-  painter->setPen(QPen(color, 2, Qt::SolidLine, Qt::RoundCap));
-  painter->drawArc(circle, -frame * 360 * 16 / kFramesPerTurn, 100 * 16);
-  painter->restore();
 }
 
 bool CTreeView::Private::ExpandByKey(const QModelIndex& current, int key) {
   const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
-  const int forward = q->isRightToLeft() ? Qt::Key_Left : Qt::Key_Right;
-  if (!enter && key != forward && key != Qt::Key_Plus && key != Qt::Key_Asterisk) {
+  if (!enter && key != ForwardKey() && key != Qt::Key_Plus && key != Qt::Key_Asterisk) {
     return false;
   }
   if (IsUnfetched(current)) {
@@ -145,7 +106,7 @@ bool CTreeView::Private::ExpandByKey(const QModelIndex& current, int key) {
   return false;
 }
 
-// The base class would open rows whose children nobody has asked for.
+// The base class would also open rows whose children were never asked for.
 void CTreeView::Private::ExpandFetchedBelow(const QModelIndex& index) {
   if (IsUnfetched(index) || !q->model()->hasChildren(index)) {
     return;
@@ -220,7 +181,7 @@ bool CTreeView::IsFetched(const QModelIndex& index) const {
 }
 
 void CTreeView::mousePressEvent(QMouseEvent* event) {
-  const QModelIndex row = d_->RowOfExpanderAt(event->pos());
+  const QModelIndex row = TreeExpander::RowAt(*this, event->pos());
   if (event->button() == Qt::LeftButton && itemsExpandable() && d_->IsUnfetched(row)) {
     d_->Request(row);
     event->accept();
@@ -231,7 +192,7 @@ void CTreeView::mousePressEvent(QMouseEvent* event) {
 
 // Some styles expand on release: the gesture that made the request must not be taken for a second one.
 void CTreeView::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton && d_->IsUnfetched(d_->RowOfExpanderAt(event->pos()))) {
+  if (event->button() == Qt::LeftButton && d_->IsUnfetched(TreeExpander::RowAt(*this, event->pos()))) {
     event->accept();
     return;
   }
@@ -241,12 +202,12 @@ void CTreeView::mouseReleaseEvent(QMouseEvent* event) {
 void CTreeView::mouseDoubleClickEvent(QMouseEvent* event) {
   const QPersistentModelIndex row = FirstColumn(indexAt(event->pos()));
   const bool request = event->button() == Qt::LeftButton && expandsOnDoubleClick() && itemsExpandable() &&
-                       d_->IsUnfetched(row) && !d_->RowOfExpanderAt(event->pos()).isValid();
+                       d_->IsUnfetched(row) && !TreeExpander::RowAt(*this, event->pos()).isValid();
   if (!request) {
     CAbstractItemView::mouseDoubleClickEvent(event);
     return;
   }
-  setExpandsOnDoubleClick(false);  // doubleClicked() is still told, but the base class must not expand
+  setExpandsOnDoubleClick(false);  // the base class is to emit doubleClicked(), but not to expand
   CAbstractItemView::mouseDoubleClickEvent(event);
   setExpandsOnDoubleClick(true);
   if (row.isValid()) {
@@ -269,9 +230,11 @@ void CTreeView::drawBranches(QPainter* painter, const QRect& rect, const QModelI
     CAbstractItemView::drawBranches(painter, rect, index);
     return;
   }
-  const bool selected = selectionModel() && selectionModel()->isSelected(index);
-  d_->DrawWaitingMark(painter, d_->ExpanderRect(rect),
-                      palette().color(selected ? QPalette::HighlightedText : QPalette::Text));
+  QPalette::ColorRole role = QPalette::Text;
+  if (selectionModel() && selectionModel()->isSelected(index)) {
+    role = QPalette::HighlightedText;
+  }
+  TreeExpander::DrawWaitingMark(painter, TreeExpander::Place(*this, rect), palette().color(role), d_->frame);
 }
 
 void CTreeView::dataChanged(const QModelIndex& top_left, const QModelIndex& bottom_right, const QVector<int>& roles) {
@@ -282,12 +245,12 @@ void CTreeView::dataChanged(const QModelIndex& top_left, const QModelIndex& bott
 }
 
 void CTreeView::timerEvent(QTimerEvent* event) {
-  if (event->timerId() != d_->timer) {
+  if (event->timerId() != d_->timer.timerId()) {
     CAbstractItemView::timerEvent(event);
     return;
   }
   d_->DropVanished();
-  d_->frame = (d_->frame + 1) % kFramesPerTurn;
+  d_->frame = (d_->frame + 1) % TreeExpander::kFramesPerTurn;
   for (const QPersistentModelIndex& row : qAsConst(d_->waiting)) {
     const QRect item = visualRect(row);
     viewport()->update(QRect(0, item.top(), viewport()->width(), item.height()));

@@ -20,11 +20,10 @@ class CViewConfigInterface : public IViewConfigInterface {
 
 std::shared_ptr<IViewConfigInterface> CreateViewConfigInterface() {
   const auto services = TarnHost::InstalledHostServices();
-  std::string station_id = services ? services->StationId() : std::string();
-  if (station_id.empty()) {
+  if (!services || services->StationId().empty()) {
     return nullptr;
   }
-  return std::make_shared<CViewConfigInterface>(std::move(station_id));
+  return std::make_shared<CViewConfigInterface>(services->StationId());
 }
 
 }  // namespace TarnConfiguration

@@ -14,7 +14,7 @@ namespace {
 constexpr int kSideDistance = 12;
 constexpr int kWidestText = 520;
 
-// Told apart by the mark and the edge, too, not by the colour alone.
+// The kinds differ by the mark and the edge, too, not by the colour alone.
 QString MarkFor(int kind) {
   switch (kind) {
     case kSuccessTip:
@@ -72,8 +72,13 @@ void MessageTip::Place() {
   text_->setWordWrap(false);
   const bool wrap = text_->sizeHint().width() > widest;
   text_->setWordWrap(wrap);
-  text_->setFixedWidth(wrap ? widest : text_->sizeHint().width());
-  text_->setMinimumHeight(wrap ? text_->heightForWidth(widest) : 0);
+  text_->setMinimumHeight(0);
+  if (wrap) {
+    text_->setFixedWidth(widest);
+    text_->setMinimumHeight(text_->heightForWidth(widest));
+  } else {
+    text_->setFixedWidth(text_->sizeHint().width());
+  }
   layout()->activate();
   adjustSize();
   move((parentWidget()->width() - width()) / 2, distance_);

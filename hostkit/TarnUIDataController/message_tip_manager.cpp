@@ -5,7 +5,6 @@
 #include <QPointer>
 #include <QQueue>
 #include <QTimer>
-#include <algorithm>
 
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/message_tip.h"
@@ -16,20 +15,36 @@ namespace tarn_ui_data_controller {
 
 namespace {
 
-constexpr int kSuccessMs = 2000;
-constexpr int kFailureMs = 5000;
 constexpr int kMostWaiting = 32;
 constexpr int kTipDistance = 48;
 constexpr int kPlaceTop = 1;
 
+struct TipTraits {
+  int shown_ms;
+  int log_level;
+};
+
+TipTraits TraitsOf(int kind) {
+  if (kind == kSuccessTip) {
+    return {2000, marlog::Info};
+  }
+  return {5000, marlog::Warning};
+}
+
 QWidget* WindowFor(QWidget* widget) {
-  QWidget* window = MarUIControl::GetIndependentWindow(widget ? widget : QApplication::activeWindow());
-  if (window) {
-    return window;
+  if (widget) {
+    return MarUIControl::GetIndependentWindow(widget);
+  }
+  if (QWidget* active = QApplication::activeWindow()) {
+    return active;
   }
   const QWidgetList windows = QApplication::topLevelWidgets();
-  const auto visible = std::find_if(windows.begin(), windows.end(), [](QWidget* one) { return one->isVisible(); });
-  return visible == windows.end() ? nullptr : *visible;
+  for (QWidget* window : windows) {
+    if (window->isVisible()) {
+      return window;
+    }
+  }
+  return nullptr;
 }
 
 }  // namespace
@@ -65,7 +80,7 @@ void CMessageTipManager::Private::ShowNext() {
     }
     tip = new MessageTip(next.text, next.kind, next.distance, next.window);
     tip->show();
-    end_of_tip.start(next.kind == kSuccessTip ? kSuccessMs : kFailureMs);
+    end_of_tip.start(TraitsOf(next.kind).shown_ms);
     QAccessibleEvent alert(tip, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
     Q_EMIT q->SignalTipShown(next.text, next.kind);
@@ -89,8 +104,7 @@ void CMessageTipManager::ShowTip(const QString& text, int state, QWidget* widget
 
 void CMessageTipManager::ShowMessage(QWidget* window, const QString& text, int kind, int /*place*/, int distance) {
   QWidget* over = WindowFor(window);
-  marlog::Write("LyraClientInfo", kind == kSuccessTip ? marlog::Info : marlog::Warning, "Tip: %s",
-                qUtf8Printable(text));
+  marlog::Write("LyraClientInfo", TraitsOf(kind).log_level, "Tip: %s", qUtf8Printable(text));
   if (!over) {
     return;
   }
@@ -102,7 +116,10 @@ void CMessageTipManager::ShowMessage(QWidget* window, const QString& text, int k
 }
 
 QString CMessageTipManager::CurrentText() const {
-  return d_->tip ? d_->tip->Text() : QString();
+  if (!d_->tip) {
+    return {};
+  }
+  return d_->tip->Text();
 }
 
 }  // namespace tarn_ui_data_controller

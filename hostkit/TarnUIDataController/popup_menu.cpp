@@ -2,19 +2,23 @@
 
 #include <QGuiApplication>
 #include <QPointer>
-#include <QScreen>
 #include <algorithm>
 #include <utility>
 #include <vector>
+
+#include "MarUIControl/screen_room.h"
 
 namespace tarn_ui_data_controller {
 
 class CPopupMenu::Private {
  public:
   QAction* Item(MsgType type) const {
-    const auto found =
-        std::find_if(items.begin(), items.end(), [type](const auto& item) { return item.first == type; });
-    return found == items.end() ? nullptr : found->second.data();
+    for (const auto& [item_type, item] : items) {
+      if (item_type == type) {
+        return item;
+      }
+    }
+    return nullptr;
   }
 
   std::vector<std::pair<MsgType, QPointer<QAction>>> items;
@@ -24,11 +28,6 @@ class CPopupMenu::Private {
 };
 
 namespace {
-
-QRect ScreenAround(const QPoint& point) {
-  const QScreen* screen = QGuiApplication::screenAt(point);
-  return (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
-}
 
 QPoint Within(const QRect& area, const QPoint& point) {
   return {qBound(area.left(), point.x(), area.right()), qBound(area.top(), point.y(), area.bottom())};
@@ -104,7 +103,8 @@ void CPopupMenu::PopupAt(const QPoint& global_position) {
   const bool any =
       std::any_of(all.begin(), all.end(), [](const QAction* one) { return one->isVisible() && !one->isSeparator(); });
   if (any) {
-    popup(Within(ScreenAround(global_position), global_position));
+    const QRect room = MarUIControl::RoomAround(global_position, QGuiApplication::primaryScreen());
+    popup(Within(room, global_position));
   }
 }
 

@@ -10,8 +10,9 @@ namespace tarn_ui_data_controller {
 namespace {
 
 Qt::WindowFlags FlagsFor(int flag) {
-  const Qt::WindowFlags flags = Qt::Dialog | Qt::FramelessWindowHint;
-  return flag == 1 ? flags | Qt::WindowStaysOnTopHint : flags;
+  Qt::WindowFlags flags = Qt::Dialog | Qt::FramelessWindowHint;
+  flags.setFlag(Qt::WindowStaysOnTopHint, flag == 1);
+  return flags;
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ int ShowMessageTip(const QString& text, int state, QWidget* widget, int buttons)
   SetButtons(*dialog, buttons);
   const int answer = dialog->exec();
   delete dialog;
-  return answer == 1 && (buttons & kOkButton) ? 1 : 0;
+  return static_cast<int>(answer == CModalTipDialog::Confirmed && (buttons & kOkButton));
 }
 
 }  // namespace tarn_ui_data_controller

@@ -11,7 +11,10 @@ namespace {
 
 QByteArray ReadResource(const QString& path) {
   QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  if (!file.open(QIODevice::ReadOnly)) {
+    return {};
+  }
+  return file.readAll();
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QPainter>
 #include <QStyle>
+#include <utility>
 
 #include "TarnUIDataController/skin_loader.h"
 
@@ -28,6 +29,18 @@ QWidget* FirstFocus(QWidget* content) {
     }
   }
   return content;
+}
+
+// Fades out towards the free edge.
+QLinearGradient Shade(const QRect& place, Qt::LayoutDirection direction) {
+  int begin = place.left(), end = place.right() + 1;
+  if (direction == Qt::RightToLeft) {
+    std::swap(begin, end);
+  }
+  QLinearGradient shade(begin, 0, end, 0);
+  shade.setColorAt(0, QColor(0, 0, 0, 110));
+  shade.setColorAt(1, QColor(0, 0, 0, 0));
+  return shade;
 }
 
 }  // namespace
@@ -57,12 +70,15 @@ DockFrame::~DockFrame() {
 }
 
 DockFrame* DockFrame::Around(const QWidget* widget) {
-  return widget ? qobject_cast<DockFrame*>(widget->parentWidget()) : nullptr;
+  if (!widget) {
+    return nullptr;
+  }
+  return qobject_cast<DockFrame*>(widget->parentWidget());
 }
 
 void DockFrame::WatchContent() {
   content_->installEventFilter(this);
-  // Who says so is half gone already: the pointer still stands, but nothing of it may be touched any more.
+  // It is half gone by now: the pointer still stands, but nothing of it may be touched any more.
   connect(content_, &QObject::destroyed, this, [this] {
     content_.clear();
     Vanish();
@@ -79,8 +95,10 @@ void DockFrame::WatchContent() {
 
 void DockFrame::WatchPlace() {
   window()->installEventFilter(this);
-  QWidget* beside = rule_ ? rule_->PosAttachTo() : nullptr;
-  for (; beside && !beside->isWindow(); beside = beside->parentWidget()) {
+  if (!rule_) {
+    return;
+  }
+  for (QWidget* beside = rule_->PosAttachTo(); beside && !beside->isWindow(); beside = beside->parentWidget()) {
     beside->installEventFilter(this);
   }
 }
@@ -122,13 +140,25 @@ void DockFrame::EndOfSlide() {
 }
 
 QRect DockFrame::FullPlace() const {
-  const int width = qMax(0, qMin(width_, parentWidget()->width()));
-  const QRect ruled = rule_ ? rule_->Place(width) : QRect();
-  return ruled.isEmpty() ? QRect(parentWidget()->width() - width, 0, width, parentWidget()->height()) : ruled;
+  const int width = qBound(0, width_, parentWidget()->width());
+  const QRect ruled = RuledPlace(width);
+  if (!ruled.isEmpty()) {
+    return ruled;
+  }
+  return QRect(parentWidget()->width() - width, 0, width, parentWidget()->height());
 }
 
-bool DockFrame::FromLeft() const {
-  return rule_ && !rule_->Place(width_).isEmpty();
+QRect DockFrame::RuledPlace(int width) const {
+  if (!rule_) {
+    return {};
+  }
+  return rule_->Place(width);
+}
+
+// A place that the rule gives is slid into from the left, the window's right edge from the right. What follows is
+// worked out for the first and mirrored for the second.
+Qt::LayoutDirection DockFrame::Direction() const {
+  return RuledPlace(width_).isEmpty() ? Qt::RightToLeft : Qt::LeftToRight;
 }
 
 // It grows out of the edge it clings to and carries the content along, so that it never covers what lies behind that
@@ -136,10 +166,11 @@ bool DockFrame::FromLeft() const {
 void DockFrame::PlaceAll() {
   const QRect full = FullPlace();
   const int shown = qRound(full.width() * out_);
-  const int left = FromLeft() ? full.left() : full.right() + 1 - shown - kShadow;
-  setGeometry(left, full.top(), shown + kShadow, full.height());
+  const QRect grown(full.left(), full.top(), shown + kShadow, full.height());
+  setGeometry(QStyle::visualRect(Direction(), full, grown));
   if (content_) {
-    content_->setGeometry(FromLeft() ? shown - full.width() : kShadow, 0, full.width(), full.height());
+    const QRect inside(shown - full.width(), 0, full.width(), full.height());
+    content_->setGeometry(QStyle::visualRect(Direction(), rect(), inside));
   }
   update();
 }
@@ -186,16 +217,16 @@ bool DockFrame::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void DockFrame::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  const int x = FromLeft() ? width() - kShadow : 0;
-  QLinearGradient shade(FromLeft() ? x : kShadow, 0, FromLeft() ? width() : 0, 0);
-  shade.setColorAt(0, QColor(0, 0, 0, 110));
-  shade.setColorAt(1, QColor(0, 0, 0, 0));
+  const Qt::LayoutDirection direction = Direction();
+  const auto mirrored = [&](int left, int width) {
+    return QStyle::visualRect(direction, rect(), QRect(left, 0, width, height()));
+  };
+  const int free_edge = width() - kShadow;
   const auto& skin = tarn_ui_data_controller::CSkinLoader::Instance();
-  painter.fillRect(rect().adjusted(FromLeft() ? 0 : kShadow, 0, FromLeft() ? -kShadow : 0, 0),
-                   skin.GetColor(QStringLiteral("surface")));
-  painter.fillRect(x, 0, kShadow, height(), shade);
-  painter.fillRect(FromLeft() ? x : kShadow - 1, 0, 1, height(), skin.GetColor(QStringLiteral("control_border")));
+  QPainter painter(this);
+  painter.fillRect(mirrored(0, free_edge), skin.GetColor(QStringLiteral("surface")));
+  painter.fillRect(mirrored(free_edge, kShadow), Shade(mirrored(free_edge, kShadow), direction));
+  painter.fillRect(mirrored(free_edge, 1), skin.GetColor(QStringLiteral("control_border")));
 }
 
 }  // namespace WidgetKit

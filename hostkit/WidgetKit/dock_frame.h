@@ -35,7 +35,8 @@ class DockFrame : public QWidget {
   void EndOfSlide();
   void PlaceAll();
   QRect FullPlace() const;
-  bool FromLeft() const;
+  QRect RuledPlace(int width) const;
+  Qt::LayoutDirection Direction() const;
   void GiveFocus();
   void ReleaseContent();
   void Vanish();

@@ -10,11 +10,15 @@ namespace WidgetKit {
 namespace {
 
 QWidget* WindowFor(const CSlideOutData& data) {
+  QWidget* within = data.GetVal_ptr_dock_widget()->parentWidget();
   const auto rule = data.GetVal_ptr_dock_pos_rule();
-  QWidget* beside = rule ? rule->PosAttachTo() : nullptr;
-  QWidget* parent = data.GetVal_ptr_dock_widget()->parentWidget();
-  QWidget* window = MarUIControl::GetIndependentWindow(beside ? beside : parent);
-  return window ? window : QApplication::activeWindow();
+  if (rule && rule->PosAttachTo()) {
+    within = rule->PosAttachTo();
+  }
+  if (QWidget* window = MarUIControl::GetIndependentWindow(within)) {
+    return window;
+  }
+  return QApplication::activeWindow();
 }
 
 }  // namespace

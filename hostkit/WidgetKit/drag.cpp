@@ -38,7 +38,7 @@ QPixmap Drawn(const QString& path, qreal ratio) {
   return picture;
 }
 
-// The same pixmap each time: the cursor is set anew, and flickers, for every other one.
+// The same pixmap each time: for another one the cursor would be set again and flicker.
 QPixmap CachedPicture(const QString& path, qreal ratio) {
   const QString key = QStringLiteral("drag cursor %1 %2").arg(ratio).arg(path);
   QPixmap picture;
@@ -63,7 +63,11 @@ void CDrag::setMimeData(QMimeData* data) {
 }
 
 void CDrag::SetCursorPicture(const QString& path, Qt::DropAction action) {
-  setDragCursor(path.isEmpty() ? QPixmap() : CachedPicture(path, PixelRatio(source())), action);
+  QPixmap picture;
+  if (!path.isEmpty()) {
+    picture = CachedPicture(path, PixelRatio(source()));
+  }
+  setDragCursor(picture, action);
 }
 
 }  // namespace WidgetKit

@@ -10,7 +10,7 @@ QSize SizeFor(const QString& path, const QSize& size) {
   return size.isEmpty() ? QSvgRenderer(path).defaultSize() : size;
 }
 
-// The file itself goes into the icon: its engine draws the vectors anew for each device pixel ratio.
+// The file itself goes into the icon: its engine draws the vectors for each device pixel ratio.
 void Add(QIcon& icon, const QString& path, const QSize& size, QIcon::Mode mode) {
   if (!path.isEmpty()) {
     icon.addFile(path, SizeFor(path, size), mode, QIcon::Off);

@@ -14,7 +14,10 @@ void HitList::Set(const QVector<QModelIndex>& hits, int count) {
     hits_.append(hit);
   }
   count_ = count;
-  current_ = at.isValid() ? hits.indexOf(at) : -1;
+  current_ = -1;
+  if (at.isValid()) {
+    current_ = hits.indexOf(at);
+  }
 }
 
 QModelIndex HitList::Step(int by) {

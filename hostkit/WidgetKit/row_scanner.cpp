@@ -50,13 +50,20 @@ void RowScanner::Start(QAbstractItemModel* model, const QModelIndex& root, const
   Descend(model);
   source_root_ = ToSource(root);
   items_ = qobject_cast<QStandardItemModel*>(source_);
-  levels_.push_back({source_root_, 0, source_->rowCount(source_root_),
-                     items_
-                         ? (source_root_.isValid() ? items_->itemFromIndex(source_root_) : items_->invisibleRootItem())
-                         : nullptr});
+  levels_.push_back({source_root_, 0, source_->rowCount(source_root_), ItemOf(source_root_)});
   Watch();
   stage_ = Reading;
   timer_.start(0, this);
+}
+
+const QStandardItem* RowScanner::ItemOf(const QModelIndex& source_index) const {
+  if (!items_) {
+    return nullptr;
+  }
+  if (!source_index.isValid()) {
+    return items_->invisibleRootItem();
+  }
+  return items_->itemFromIndex(source_index);
 }
 
 void RowScanner::Stop() {
@@ -114,12 +121,12 @@ void RowScanner::timerEvent(QTimerEvent* event) {
   if (event->timerId() != timer_.timerId()) {
     return;
   }
-  if (stage_ == Reading) {
-    stage_ = ReadSome() ? Mapping : Reading;
-  } else if (stage_ == Mapping) {
-    stage_ = MapSome() ? Done : Mapping;
-  } else {
+  if (stage_ == Done) {
     Finish();
+  } else if (stage_ == Reading && ReadSome()) {
+    stage_ = Mapping;
+  } else if (stage_ == Mapping && MapSome()) {
+    stage_ = Done;
   }
 }
 
@@ -141,7 +148,7 @@ void RowScanner::ReadRow() {
   }
   const int rows = source_->rowCount(index);
   if (rows > 0) {
-    levels_.push_back({index, 0, rows, items_ ? items_->itemFromIndex(index) : nullptr});
+    levels_.push_back({index, 0, rows, ItemOf(index)});
   }
 }
 
@@ -165,7 +172,10 @@ bool RowScanner::MapSome() {
 
 void RowScanner::MapHit(const QModelIndex& source_index) {
   std::optional<Path> path = PathOf(source_index.parent());
-  const QModelIndex index = path ? ToModel(source_index) : QModelIndex();
+  if (!path) {
+    return;
+  }
+  const QModelIndex index = ToModel(source_index);
   if (index.isValid()) {
     ++count_;
     path->append(index.row());
@@ -221,8 +231,8 @@ void RowScanner::Finish() {
 }
 
 QModelIndex RowScanner::ToModel(QModelIndex index) const {
-  for (const auto& proxy : proxies_) {
-    index = index.isValid() ? proxy->mapFromSource(index) : index;
+  for (auto proxy = proxies_.begin(); index.isValid() && proxy != proxies_.end(); ++proxy) {
+    index = (*proxy)->mapFromSource(index);
   }
   return index;
 }

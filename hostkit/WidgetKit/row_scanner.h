@@ -24,7 +24,7 @@ class RowScanner : public QObject {
   explicit RowScanner(QObject* parent = nullptr);
   ~RowScanner() override;
 
-  /// Begins anew below `root`, an index of `model`.
+  /// Looks below `root`, an index of `model`. Ends what it was looking for before.
   void Start(QAbstractItemModel* model, const QModelIndex& root, const QString& text);
   void Stop();
   bool IsRunning() const { return stage_ != Idle; }
@@ -47,7 +47,7 @@ class RowScanner : public QObject {
     QModelIndex parent;
     int row;
     int rows;
-    const QStandardItem* item;  // of the parent; null where the source keeps no items
+    const QStandardItem* item;  // of the parent, or null
   };
   struct Hit {
     Path path;
@@ -55,6 +55,8 @@ class RowScanner : public QObject {
     bool operator<(const Hit& other) const { return path < other.path; }
   };
 
+  /// The item of a row of the source, or of its root; null where the source keeps no items.
+  const QStandardItem* ItemOf(const QModelIndex& source_index) const;
   void Descend(QAbstractItemModel* model);
   void Watch();
   void Interrupt();

@@ -1,5 +1,6 @@
 #include "marlog/log_file.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -85,7 +86,7 @@ void LogFile::Write(const QByteArray& line) {
     if (written < 0 && errno != EINTR) {
       return;
     }
-    begin += written < 0 ? 0 : static_cast<int>(written);
+    begin += static_cast<int>(std::max<ssize_t>(written, 0));
   }
   size_ += line.size();
 }

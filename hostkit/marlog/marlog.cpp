@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLocale>
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <memory>
@@ -35,7 +36,7 @@ QString Format(const char* format, std::va_list arguments) {
   std::va_list again;
   va_copy(again, arguments);
   const int length = std::vsnprintf(nullptr, 0, format, arguments);
-  std::vector<char> buffer(static_cast<size_t>(length < 0 ? 0 : length) + 1);
+  std::vector<char> buffer(static_cast<size_t>(std::max(length, 0)) + 1);
   if (length > 0) {
     std::vsnprintf(buffer.data(), buffer.size(), format, again);
   }
@@ -48,11 +49,22 @@ QString OneLine(QString text) {
   return text.replace(QLatin1Char('\n'), QLatin1String("\\n")).replace(QLatin1Char('\r'), QLatin1String("\\r"));
 }
 
+char MarkOf(int level) {
+  switch (level) {
+    case marlog::Info:
+      return 'I';
+    case marlog::Warning:
+      return 'W';
+    case marlog::Error:
+      return 'E';
+    default:
+      return '?';
+  }
+}
+
 QByteArray Entry(const QString& module, int level, const QString& line) {
-  static const char kLevels[] = {'?', 'I', 'W', 'E'};
-  const char mark = level >= marlog::Info && level <= marlog::Error ? kLevels[level] : kLevels[0];
   const QString time = QLocale::c().toString(QDateTime::currentDateTime(), QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
-  return QStringLiteral("%1 %2 %3 %4\n").arg(time, QString(QLatin1Char(mark)), module, line).toUtf8();
+  return QStringLiteral("%1 %2 %3 %4\n").arg(time, QString(QLatin1Char(MarkOf(level))), module, line).toUtf8();
 }
 
 // Only system calls under the mutex: what Qt has to say about a file comes here again.

@@ -7,7 +7,7 @@
 
 namespace TarnHost {
 
-/// Where marlog::Write() goes: a rotating file, and whoever listens. Thread: any.
+/// Where marlog::Write() goes: a rotating file and one listener. Thread: any.
 struct TARN_HOST_EXPORT LogSink {
   using Listener = std::function<void(const QString& module, int level, const QString& line)>;
 
