@@ -1,6 +1,7 @@
 #include "app/client_options.h"
 
 #include <QCommandLineParser>
+#include <QDir>
 #include <QLocale>
 
 #include "TarnHost/plan_store.h"
@@ -15,8 +16,13 @@ const QStringList& Skins() {
   return skins;
 }
 
-const QStringList& Languages() {
-  static const QStringList languages{QStringLiteral("en"), QStringLiteral("zh_CN")};
+// By the catalogues that the program carries.
+QStringList Languages() {
+  QStringList languages;
+  const QDir catalogues(QStringLiteral(":/TarnClient/translations"));
+  for (const QString& file : catalogues.entryList({QStringLiteral("tarn_*.qm")}, QDir::Files, QDir::Name)) {
+    languages.append(file.section(QLatin1Char('.'), 0, 0).section(QLatin1Char('_'), 1));
+  }
   return languages;
 }
 
@@ -31,7 +37,8 @@ void Describe(QCommandLineParser& parser) {
       {QStringLiteral("demo"), QStringLiteral("Fills a PostgreSQL database that is still empty with the demo site.")});
   add("user", "Logs in as this user.", "NAME");
   add("skin", "redblack (dark) or white.", "SKIN");
-  add("lang", "en or zh_CN.", "LANGUAGE");
+  parser.addOption({QStringLiteral("lang"), Languages().join(QStringLiteral(" or ")) + QLatin1Char('.'),
+                    QStringLiteral("LANGUAGE")});
   add("set", "Changes a configuration switch for this start; may be repeated.", "SWITCH=VALUE");
   add("play", "Plays the plan of this name.", "NAME");
   add("scene", "For pictures: opens a part of the client as a user would.", "NAME");
@@ -106,7 +113,12 @@ class Reader {
 };
 
 QString SystemLanguage() {
-  return QLocale::system().language() == QLocale::Chinese ? Languages().last() : Languages().first();
+  for (const QString& language : Languages()) {
+    if (QLocale(language).language() == QLocale::system().language()) {
+      return language;
+    }
+  }
+  return QStringLiteral("en");
 }
 
 }  // namespace

@@ -52,10 +52,11 @@ def main():
     wanted = texts_of_sources(lupdate, root)
     found = [] if len(wanted) > 10 else [f"only {len(wanted)} texts found in the sources"]
     folder = root / "client" / "translations"
-    catalogues = {language: dict(messages(folder / f"tarn_{language}.ts")) for language in ("en", "zh_CN")}
+    languages = [file.stem[len("tarn_"):] for file in folder.glob("tarn_*.ts")]
+    catalogues = {language: dict(messages(folder / f"tarn_{language}.ts")) for language in languages}
     for language, known in catalogues.items():
         found += faults(language, wanted, known, catalogues["en"])
-    print("\n".join(found) or f"{len(wanted)} texts, both languages complete")
+    print("\n".join(found) or f"{len(wanted)} texts, {len(languages)} languages complete")
     return 1 if found else 0
 
 
