@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 
+#include "LyraPluginManager/error_kind.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "host_calls/result.h"
 
@@ -23,6 +24,7 @@ std::function<std::optional<ResponseHeader>()> CheckOfUser() {
   switched.error_info =
       QCoreApplication::translate("HostCalls", "Not done: the user was switched before this change had its turn.")
           .toStdString();
+  switched.error_kind = view_plugin_protocol::Refused;
   return [asked = CurrentUser(), switched]() -> std::optional<ResponseHeader> {
     const auto now = asked.ok ? CurrentUser() : asked;
     if (!now.ok) {

@@ -511,6 +511,293 @@
     </message>
 </context>
 <context>
+    <name>TarnHost::Store</name>
+    <message>
+        <source>The plan service has been stopped.</source>
+        <translation>The plan service has been stopped.</translation>
+    </message>
+    <message>
+        <source>This site keeps no list of cameras.</source>
+        <translation>This site keeps no list of cameras.</translation>
+    </message>
+    <message>
+        <source>The plan store failed: %1</source>
+        <translation>The plan store failed: %1</translation>
+    </message>
+    <message>
+        <source>The plan store has given out all its codes.</source>
+        <translation>The plan store has given out all its codes.</translation>
+    </message>
+    <message>
+        <source>a page has a window number %1</source>
+        <translation>a page has a window number %1</translation>
+    </message>
+    <message>
+        <source>a window has a number below zero</source>
+        <translation>a window has a number below zero</translation>
+    </message>
+    <message>
+        <source>a page has the number %1</source>
+        <translation>a page has the number %1</translation>
+    </message>
+    <message>
+        <source>a page has an unknown split %1</source>
+        <translation>a page has an unknown split %1</translation>
+    </message>
+    <message>
+        <source>its pages cannot be read</source>
+        <translation>its pages cannot be read</translation>
+    </message>
+    <message>
+        <source>it has %1 of its %2 pages</source>
+        <translation>it has %1 of its %2 pages</translation>
+    </message>
+    <message>
+        <source>its split is not that of its first page</source>
+        <translation>its split is not that of its first page</translation>
+    </message>
+    <message>
+        <source>its content is not what was saved</source>
+        <translation>its content is not what was saved</translation>
+    </message>
+    <message>
+        <source>The plan &quot;%1&quot; (%2) is damaged: %3.</source>
+        <translation>The plan &quot;%1&quot; (%2) is damaged: %3.</translation>
+    </message>
+    <message>
+        <source>You have no right to add public plans and groups.</source>
+        <translation>You have no right to add public plans and groups.</translation>
+    </message>
+    <message>
+        <source>You have no right to change public plans and groups.</source>
+        <translation>You have no right to change public plans and groups.</translation>
+    </message>
+    <message>
+        <source>You have no right to delete public plans and groups.</source>
+        <translation>You have no right to delete public plans and groups.</translation>
+    </message>
+    <message>
+        <source>Groups can be nested %1 levels deep at most.</source>
+        <translation>Groups can be nested %1 levels deep at most.</translation>
+    </message>
+    <message>
+        <source>The group is not empty. Delete what is in it first.</source>
+        <translation>The group is not empty. Delete what is in it first.</translation>
+    </message>
+    <message>
+        <source>The plan &quot;%1&quot; cannot be saved: %2.</source>
+        <translation>The plan &quot;%1&quot; cannot be saved: %2.</translation>
+    </message>
+    <message>
+        <source>The plan was changed by %1 on %2. Open it again before you change it.</source>
+        <translation>The plan was changed by %1 on %2. Open it again before you change it.</translation>
+    </message>
+    <message>
+        <source>A plan cannot be moved between public and own plans.</source>
+        <translation>A plan cannot be moved between public and own plans.</translation>
+    </message>
+    <message>
+        <source>There is no user with the number %1.</source>
+        <translation>There is no user with the number %1.</translation>
+    </message>
+    <message>
+        <source>A plan cannot be shared with yourself.</source>
+        <translation>A plan cannot be shared with yourself.</translation>
+    </message>
+    <message>
+        <source>Nobody was named to share the plan with.</source>
+        <translation>Nobody was named to share the plan with.</translation>
+    </message>
+    <message>
+        <source>You have no right to share plans.</source>
+        <translation>You have no right to share plans.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 cannot be opened: %2.</source>
+        <translation>The plan store %1 cannot be opened: %2.</translation>
+    </message>
+    <message>
+        <source>user %1 is unknown or has another password</source>
+        <translation>user %1 is unknown or has another password</translation>
+    </message>
+    <message>
+        <source>user %1 is unknown or may not log in from here</source>
+        <translation>user %1 is unknown or may not log in from here</translation>
+    </message>
+    <message>
+        <source>there is no database %1</source>
+        <translation>there is no database %1</translation>
+    </message>
+    <message>
+        <source>user %1 has no right to use database %2</source>
+        <translation>user %1 has no right to use database %2</translation>
+    </message>
+    <message>
+        <source>database %1 takes no connections</source>
+        <translation>database %1 takes no connections</translation>
+    </message>
+    <message>
+        <source>the server takes no more connections</source>
+        <translation>the server takes no more connections</translation>
+    </message>
+    <message>
+        <source>the server is starting or ending</source>
+        <translation>the server is starting or ending</translation>
+    </message>
+    <message>
+        <source>a password is needed for user %1</source>
+        <translation>a password is needed for user %1</translation>
+    </message>
+    <message>
+        <source>the server was out of reach for a moment</source>
+        <translation>the server was out of reach for a moment</translation>
+    </message>
+    <message>
+        <source>this machine</source>
+        <translation>this machine</translation>
+    </message>
+    <message>
+        <source>no server answers at %1:%2</source>
+        <translation>no server answers at %1:%2</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is locked by another program.</source>
+        <translation>The plan store %1 is locked by another program.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 does not allow its user to do that.</source>
+        <translation>The plan store %1 does not allow its user to do that.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 has no room left: its disk is full.</source>
+        <translation>The plan store %1 has no room left: its disk is full.</translation>
+    </message>
+    <message>
+        <source>The connection to the plan store %1 is lost.</source>
+        <translation>The connection to the plan store %1 is lost.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 cannot keep that much in one piece.</source>
+        <translation>The plan store %1 cannot keep that much in one piece.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 failed: %2</source>
+        <translation>The plan store %1 failed: %2</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is in a read-only folder.</source>
+        <translation>The plan store %1 is in a read-only folder.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 can only be read: no file can be written beside it. Is the disk full?</source>
+        <translation>The plan store %1 can only be read: no file can be written beside it. Is the disk full?</translation>
+    </message>
+    <message>
+        <source>The plan store %1 cannot be read.</source>
+        <translation>The plan store %1 cannot be read.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is damaged: it is cut off.</source>
+        <translation>The plan store %1 is damaged: it is cut off.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 was replaced while it was open.</source>
+        <translation>The plan store %1 was replaced while it was open.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 was cut off while it was open.</source>
+        <translation>The plan store %1 was cut off while it was open.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 was changed by another program.</source>
+        <translation>The plan store %1 was changed by another program.</translation>
+    </message>
+    <message>
+        <source>There is no user &quot;%1&quot;.</source>
+        <translation>There is no user &quot;%1&quot;.</translation>
+    </message>
+    <message>
+        <source>The plans have not been downloaded yet.</source>
+        <translation>The plans have not been downloaded yet.</translation>
+    </message>
+    <message>
+        <source>The connection to the plan store was lost while the change was being saved. Look whether it is there before you try again.</source>
+        <translation>The connection to the plan store was lost while the change was being saved. Look whether it is there before you try again.</translation>
+    </message>
+    <message>
+        <source>The plan store has been closed.</source>
+        <translation>The plan store has been closed.</translation>
+    </message>
+    <message>
+        <source>The service does not answer</source>
+        <translation>The service does not answer</translation>
+    </message>
+    <message>
+        <source>Nobody is logged in.</source>
+        <translation>Nobody is logged in.</translation>
+    </message>
+    <message>
+        <source>The group does not exist or was deleted in the meantime.</source>
+        <translation>The group does not exist or was deleted in the meantime.</translation>
+    </message>
+    <message>
+        <source>The plan does not exist or was deleted in the meantime.</source>
+        <translation>The plan does not exist or was deleted in the meantime.</translation>
+    </message>
+    <message>
+        <source>The camera does not exist.</source>
+        <translation>The camera does not exist.</translation>
+    </message>
+    <message>
+        <source>%1 is not a plan store.</source>
+        <translation>%1 is not a plan store.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is read-only.</source>
+        <translation>The plan store %1 is read-only.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is damaged.</source>
+        <translation>The plan store %1 is damaged.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is gone: it was removed or moved away.</source>
+        <translation>The plan store %1 is gone: it was removed or moved away.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is empty: its content was lost.</source>
+        <translation>The plan store %1 is empty: its content was lost.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 was made by a newer version (%2; this program knows %3).</source>
+        <translation>The plan store %1 was made by a newer version (%2; this program knows %3).</translation>
+    </message>
+    <message>
+        <source>The name is not valid text.</source>
+        <translation>The name is not valid text.</translation>
+    </message>
+    <message>
+        <source>The name is empty.</source>
+        <translation>The name is empty.</translation>
+    </message>
+    <message>
+        <source>The name has more than %1 characters.</source>
+        <translation>The name has more than %1 characters.</translation>
+    </message>
+    <message>
+        <source>The name must not contain any of these characters: \ / : * ? &quot; &lt; &gt; |</source>
+        <translation>The name must not contain any of these characters: \ / : * ? &quot; &lt; &gt; |</translation>
+    </message>
+    <message>
+        <source>The name must not contain control characters.</source>
+        <translation>The name must not contain control characters.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a time of day.</source>
+        <translation>&quot;%1&quot; is not a time of day.</translation>
+    </message>
+</context>
+<context>
     <name>TarnPlanView::CBothFamiliesModel</name>
     <message>
         <source>Public plans</source>

@@ -511,6 +511,293 @@
     </message>
 </context>
 <context>
+    <name>TarnHost::Store</name>
+    <message>
+        <source>The plan service has been stopped.</source>
+        <translation>预案服务已停止。</translation>
+    </message>
+    <message>
+        <source>This site keeps no list of cameras.</source>
+        <translation>此站点没有摄像机列表。</translation>
+    </message>
+    <message>
+        <source>The plan store failed: %1</source>
+        <translation>预案数据库出错：%1</translation>
+    </message>
+    <message>
+        <source>The plan store has given out all its codes.</source>
+        <translation>预案数据库的编号已用完。</translation>
+    </message>
+    <message>
+        <source>a page has a window number %1</source>
+        <translation>某页的窗口编号为 %1</translation>
+    </message>
+    <message>
+        <source>a window has a number below zero</source>
+        <translation>某窗口含有负数</translation>
+    </message>
+    <message>
+        <source>a page has the number %1</source>
+        <translation>某页的编号为 %1</translation>
+    </message>
+    <message>
+        <source>a page has an unknown split %1</source>
+        <translation>某页的分屏方式 %1 未知</translation>
+    </message>
+    <message>
+        <source>its pages cannot be read</source>
+        <translation>无法读取其页面</translation>
+    </message>
+    <message>
+        <source>it has %1 of its %2 pages</source>
+        <translation>只有 %1 页，应有 %2 页</translation>
+    </message>
+    <message>
+        <source>its split is not that of its first page</source>
+        <translation>其分屏方式与第一页不符</translation>
+    </message>
+    <message>
+        <source>its content is not what was saved</source>
+        <translation>其内容与保存时不符</translation>
+    </message>
+    <message>
+        <source>The plan &quot;%1&quot; (%2) is damaged: %3.</source>
+        <translation>预案“%1”(%2) 已损坏：%3。</translation>
+    </message>
+    <message>
+        <source>You have no right to add public plans and groups.</source>
+        <translation>您没有添加公共预案和分组的权限。</translation>
+    </message>
+    <message>
+        <source>You have no right to change public plans and groups.</source>
+        <translation>您没有修改公共预案和分组的权限。</translation>
+    </message>
+    <message>
+        <source>You have no right to delete public plans and groups.</source>
+        <translation>您没有删除公共预案和分组的权限。</translation>
+    </message>
+    <message>
+        <source>Groups can be nested %1 levels deep at most.</source>
+        <translation>分组最多可嵌套 %1 级。</translation>
+    </message>
+    <message>
+        <source>The group is not empty. Delete what is in it first.</source>
+        <translation>分组不为空，请先删除其中的内容。</translation>
+    </message>
+    <message>
+        <source>The plan &quot;%1&quot; cannot be saved: %2.</source>
+        <translation>无法保存预案“%1”：%2。</translation>
+    </message>
+    <message>
+        <source>The plan was changed by %1 on %2. Open it again before you change it.</source>
+        <translation>该预案已由 %1 于 %2 修改，请重新打开后再修改。</translation>
+    </message>
+    <message>
+        <source>A plan cannot be moved between public and own plans.</source>
+        <translation>不能在公共预案和我的预案之间移动预案。</translation>
+    </message>
+    <message>
+        <source>There is no user with the number %1.</source>
+        <translation>没有编号为 %1 的用户。</translation>
+    </message>
+    <message>
+        <source>A plan cannot be shared with yourself.</source>
+        <translation>不能将预案分享给自己。</translation>
+    </message>
+    <message>
+        <source>Nobody was named to share the plan with.</source>
+        <translation>未指定分享预案的用户。</translation>
+    </message>
+    <message>
+        <source>You have no right to share plans.</source>
+        <translation>您没有分享预案的权限。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 cannot be opened: %2.</source>
+        <translation>无法打开预案数据库 %1：%2。</translation>
+    </message>
+    <message>
+        <source>user %1 is unknown or has another password</source>
+        <translation>用户 %1 不存在或密码错误</translation>
+    </message>
+    <message>
+        <source>user %1 is unknown or may not log in from here</source>
+        <translation>用户 %1 不存在或不允许从此处登录</translation>
+    </message>
+    <message>
+        <source>there is no database %1</source>
+        <translation>没有数据库 %1</translation>
+    </message>
+    <message>
+        <source>user %1 has no right to use database %2</source>
+        <translation>用户 %1 无权使用数据库 %2</translation>
+    </message>
+    <message>
+        <source>database %1 takes no connections</source>
+        <translation>数据库 %1 不接受连接</translation>
+    </message>
+    <message>
+        <source>the server takes no more connections</source>
+        <translation>服务器不再接受更多连接</translation>
+    </message>
+    <message>
+        <source>the server is starting or ending</source>
+        <translation>服务器正在启动或关闭</translation>
+    </message>
+    <message>
+        <source>a password is needed for user %1</source>
+        <translation>用户 %1 需要密码</translation>
+    </message>
+    <message>
+        <source>the server was out of reach for a moment</source>
+        <translation>服务器曾短暂无法访问</translation>
+    </message>
+    <message>
+        <source>this machine</source>
+        <translation>本机</translation>
+    </message>
+    <message>
+        <source>no server answers at %1:%2</source>
+        <translation>%1:%2 处没有服务器应答</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is locked by another program.</source>
+        <translation>预案数据库 %1 被其他程序锁定。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 does not allow its user to do that.</source>
+        <translation>预案数据库 %1 不允许其用户执行此操作。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 has no room left: its disk is full.</source>
+        <translation>预案数据库 %1 已无可用空间：磁盘已满。</translation>
+    </message>
+    <message>
+        <source>The connection to the plan store %1 is lost.</source>
+        <translation>与预案数据库 %1 的连接已断开。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 cannot keep that much in one piece.</source>
+        <translation>预案数据库 %1 无法保存如此大的数据。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 failed: %2</source>
+        <translation>预案数据库 %1 出错：%2</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is in a read-only folder.</source>
+        <translation>预案数据库 %1 位于只读文件夹中。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 can only be read: no file can be written beside it. Is the disk full?</source>
+        <translation>预案数据库 %1 只能读取：无法在其旁边写入文件。磁盘是否已满？</translation>
+    </message>
+    <message>
+        <source>The plan store %1 cannot be read.</source>
+        <translation>无法读取预案数据库 %1。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is damaged: it is cut off.</source>
+        <translation>预案数据库 %1 已损坏：文件不完整。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 was replaced while it was open.</source>
+        <translation>预案数据库 %1 在打开期间被替换。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 was cut off while it was open.</source>
+        <translation>预案数据库 %1 在打开期间被截断。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 was changed by another program.</source>
+        <translation>预案数据库 %1 被其他程序更改。</translation>
+    </message>
+    <message>
+        <source>There is no user &quot;%1&quot;.</source>
+        <translation>没有用户“%1”。</translation>
+    </message>
+    <message>
+        <source>The plans have not been downloaded yet.</source>
+        <translation>预案尚未下载完成。</translation>
+    </message>
+    <message>
+        <source>The connection to the plan store was lost while the change was being saved. Look whether it is there before you try again.</source>
+        <translation>保存更改时与预案数据库的连接断开。重试前请先查看更改是否已保存。</translation>
+    </message>
+    <message>
+        <source>The plan store has been closed.</source>
+        <translation>预案数据库已关闭。</translation>
+    </message>
+    <message>
+        <source>The service does not answer</source>
+        <translation>服务无应答</translation>
+    </message>
+    <message>
+        <source>Nobody is logged in.</source>
+        <translation>没有用户登录。</translation>
+    </message>
+    <message>
+        <source>The group does not exist or was deleted in the meantime.</source>
+        <translation>该分组不存在或已被删除。</translation>
+    </message>
+    <message>
+        <source>The plan does not exist or was deleted in the meantime.</source>
+        <translation>该预案不存在或已被删除。</translation>
+    </message>
+    <message>
+        <source>The camera does not exist.</source>
+        <translation>该摄像机不存在。</translation>
+    </message>
+    <message>
+        <source>%1 is not a plan store.</source>
+        <translation>%1 不是预案数据库。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is read-only.</source>
+        <translation>预案数据库 %1 为只读。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is damaged.</source>
+        <translation>预案数据库 %1 已损坏。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is gone: it was removed or moved away.</source>
+        <translation>预案数据库 %1 已不存在：已被删除或移走。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is empty: its content was lost.</source>
+        <translation>预案数据库 %1 为空：其内容已丢失。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 was made by a newer version (%2; this program knows %3).</source>
+        <translation>预案数据库 %1 由更新的版本创建（%2；本程序支持 %3）。</translation>
+    </message>
+    <message>
+        <source>The name is not valid text.</source>
+        <translation>名称不是有效的文本。</translation>
+    </message>
+    <message>
+        <source>The name is empty.</source>
+        <translation>名称为空。</translation>
+    </message>
+    <message>
+        <source>The name has more than %1 characters.</source>
+        <translation>名称超过 %1 个字符。</translation>
+    </message>
+    <message>
+        <source>The name must not contain any of these characters: \ / : * ? &quot; &lt; &gt; |</source>
+        <translation>名称不能包含以下任何字符：\ / : * ? &quot; &lt; &gt; |</translation>
+    </message>
+    <message>
+        <source>The name must not contain control characters.</source>
+        <translation>名称不能包含控制字符。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a time of day.</source>
+        <translation>“%1”不是有效的时间。</translation>
+    </message>
+</context>
+<context>
     <name>TarnPlanView::CBothFamiliesModel</name>
     <message>
         <source>Public plans</source>

@@ -4,13 +4,14 @@
 #include <list>
 #include <string>
 
+#include "LyraPluginManager/view_plugin_protocol.h"
+
 namespace play_plugin_protocol {
 
 struct GetStreamAbiRequest {
   std::string camera_index_code;
 };
-struct GetStreamAbiResponse {
-  std::string error_info;
+struct GetStreamAbiResponse : view_plugin_protocol::ResponseHeader {
   std::list<int32_t> stream_types;  // 0 main, 1 sub
 };
 

@@ -4,6 +4,8 @@
 #include <list>
 #include <string>
 
+#include "LyraPluginManager/view_plugin_protocol.h"
+
 namespace ptz_plugin_protocol {
 
 struct PresetInfo {
@@ -13,8 +15,7 @@ struct PresetInfo {
 struct GetPresetRequest {
   std::string camera_index_code;
 };
-struct GetPresetResponse {
-  std::string error_info;
+struct GetPresetResponse : view_plugin_protocol::ResponseHeader {
   std::list<PresetInfo> presets;
 };
 

@@ -4,12 +4,15 @@
 
 namespace TarnHost {
 
+/// What a response says when there is no service any more.
+void FillStopped(view_plugin_protocol::ResponseHeader* response);
+
 /// Hands a call of the plug-in manager to the installed services, which stay alive until it returns.
 template <class Request, class Response>
 bool ForwardCall(bool (IHostServices::*call)(const Request&, Response&), const Request& request, Response& response) {
   const std::shared_ptr<IHostServices> services = InstalledHostServices();
   if (!services) {
-    response.error_info = "The plan service has been stopped.";
+    FillStopped(&response);
     return false;
   }
   return (services.get()->*call)(request, response);

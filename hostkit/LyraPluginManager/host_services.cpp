@@ -1,12 +1,15 @@
 #include "TarnHost/host_services.h"
 
+#include <QCoreApplication>
 #include <mutex>
 #include <utility>
 
 namespace TarnHost {
 namespace {
 
-const char kNoCameras[] = "This site keeps no list of cameras.";
+std::string NoCameras() {
+  return QCoreApplication::translate("TarnHost::Store", "This site keeps no list of cameras.").toStdString();
+}
 
 struct Installed {
   std::mutex mutex;
@@ -22,17 +25,17 @@ Installed& TheInstalled() {
 
 bool IHostServices::GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>&,
                                   std::vector<ResourceTreeKit::CCameraItemInfo>&, std::string* error) {
-  *error = kNoCameras;
+  *error = NoCameras();
   return false;
 }
 
 bool IHostServices::GetFavoriteCameras(std::vector<std::string>&, std::string* error) {
-  *error = kNoCameras;
+  *error = NoCameras();
   return false;
 }
 
 bool IHostServices::SetFavoriteCamera(const std::string&, bool, std::string* error) {
-  *error = kNoCameras;
+  *error = NoCameras();
   return false;
 }
 

@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <QTemporaryDir>
 #include <QToolButton>
+#include <QTranslator>
 #include <QtTest>
 
 #include "TarnHost/plan_store.h"
@@ -31,6 +32,7 @@ class ClientPanelsTest : public TarnTest::CClientDesk {
   void UserMenuListsTheUsers();
   void ShowsTroubleOfTheStoreWhileItLasts();
   void ShowsThatTheStoreItOpensCanOnlyBeRead();
+  void ShowsRefusalsOfTheStoreInChinese();
 
  private:
   QStringList HistoryNames() const;
@@ -335,6 +337,19 @@ void ClientPanelsTest::ShowsThatTheStoreItOpensCanOnlyBeRead() {
   QCOMPARE(state->accessibleName(), QString("The plan store can only be read. Changes cannot be saved."));
   QVERIFY2(state->accessibleDescription().contains(file), qPrintable(state->accessibleDescription()));
   QVERIFY(session.End());
+}
+
+// The store says so on a thread of its own, with what it names in the middle of the text.
+void ClientPanelsTest::ShowsRefusalsOfTheStoreInChinese() {
+  QTranslator texts;
+  QVERIFY(texts.load(":/TarnClient/translations/tarn_zh_CN.qm"));
+  QCoreApplication::installTranslator(&texts);
+  Open({{"load_all", 1}}, "viewer");
+  window_->Family(0).Controller()->AddPlanGroupByIndexName(Row("Plans"), "New");
+  QTRY_COMPARE(Tip(), QString::fromUtf8("您没有添加公共预案和分组的权限。"));
+  ForgetTips();
+  window_->Family(0).Controller()->AddPlanGroupByIndexName(Row("Plans"), QString(257, 'x'));
+  QTRY_COMPARE(Tip(), QString::fromUtf8("名称超过 256 个字符。"));
 }
 
 QTEST_MAIN(ClientPanelsTest)

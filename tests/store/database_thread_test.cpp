@@ -35,7 +35,7 @@ QString TextOf(const Call& call) {
     call();
     return {};
   } catch (const CStoreError& error) {
-    return error.Text();
+    return error.Text().Shown();
   }
 }
 

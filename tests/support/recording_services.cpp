@@ -47,9 +47,10 @@ bool CRecordingServices::WaitUntilHeld(const QString& call, int count) {
   return QTest::qWaitFor(held, kHeldMs);
 }
 
-void CRecordingServices::Fail(const QString& call, const std::string& error_info) {
+void CRecordingServices::Fail(const QString& call, const std::string& error_info,
+                              view_plugin_protocol::ErrorKind kind) {
   const std::lock_guard<std::mutex> lock(mutex_);
-  failures_[call] = error_info;
+  failures_[call] = {error_info, kind, {}};
 }
 
 void CRecordingServices::Mend(const QString& call) {
@@ -164,14 +165,23 @@ void CRecordingServices::note(const QString& name, std::any request) {
   calls_.push_back({name, OnGuiThread(), std::move(request)});
 }
 
-bool CRecordingServices::failure(const QString& name, std::string* error_info) const {
+bool CRecordingServices::failure(const QString& name, view_plugin_protocol::ResponseHeader* answer) const {
   const std::lock_guard<std::mutex> lock(mutex_);
   const auto found = failures_.find(name);
   if (found == failures_.end()) {
     return false;
   }
-  *error_info = found.value();
+  *answer = found.value();
   return true;
+}
+
+bool CRecordingServices::failure(const QString& name, std::string* error_info) const {
+  view_plugin_protocol::ResponseHeader answer;
+  const bool fails = failure(name, &answer);
+  if (fails) {
+    *error_info = answer.error_info;
+  }
+  return fails;
 }
 
 void CRecordingServices::waitAt(const QString& name, HoldPoint point) {

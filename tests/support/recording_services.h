@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "LyraPluginManager/error_kind.h"
 #include "TarnHost/host_services.h"
 
 namespace TarnTest {
@@ -42,8 +43,9 @@ class CRecordingServices : public TarnHost::IHostServices {
   void ReleaseAll();
   /// Waits until `count` calls of this name stand at the gate; events go on meanwhile.
   bool WaitUntilHeld(const QString& call, int count = 1);
-  /// From now on the call returns false with this text and does not reach the target.
-  void Fail(const QString& call, const std::string& error_info = "refused");
+  /// From now on the call returns false with this text and kind and does not reach the target.
+  void Fail(const QString& call, const std::string& error_info = "refused",
+            view_plugin_protocol::ErrorKind kind = view_plugin_protocol::UnknownFailure);
   void Mend(const QString& call);
   /// From now on the user has (or lacks) this right as far as the plug-in can see; the target goes by its own.
   void SetRight(int code, bool granted);
@@ -110,10 +112,11 @@ class CRecordingServices : public TarnHost::IHostServices {
   template <class Request, class Response>
   bool run(const QString& name, const Request& request, Response& response,
            bool (IHostServices::*call)(const Request&, Response&));
-  template <class Forward>
-  bool pass(const QString& name, std::any request, std::string* error, const Forward& forward);
+  template <class Answer, class Forward>
+  bool pass(const QString& name, std::any request, Answer* answer, const Forward& forward);
   void note(const QString& name, std::any request);
-  /// Whether the call is to fail, and its text.
+  /// Whether the call is to fail, and what it answers then.
+  bool failure(const QString& name, view_plugin_protocol::ResponseHeader* answer) const;
   bool failure(const QString& name, std::string* error_info) const;
   void waitAt(const QString& name, HoldPoint point);
 
@@ -122,7 +125,7 @@ class CRecordingServices : public TarnHost::IHostServices {
   std::condition_variable opened_;
   QMap<QString, HoldPoint> held_;
   QMap<QString, int> waiting_;
-  QMap<QString, std::string> failures_;
+  QMap<QString, view_plugin_protocol::ResponseHeader> failures_;
   QMap<int, bool> rights_;
   std::vector<Call> calls_;
   std::vector<Registration> registrations_;
@@ -143,14 +146,14 @@ std::vector<Request> CRecordingServices::Requests() const {
 template <class Request, class Response>
 bool CRecordingServices::run(const QString& name, const Request& request, Response& response,
                              bool (IHostServices::*call)(const Request&, Response&)) {
-  return pass(name, request, &response.error_info, [&] { return (*target_.*call)(request, response); });
+  return pass(name, request, &response, [&] { return (*target_.*call)(request, response); });
 }
 
-template <class Forward>
-bool CRecordingServices::pass(const QString& name, std::any request, std::string* error, const Forward& forward) {
+template <class Answer, class Forward>
+bool CRecordingServices::pass(const QString& name, std::any request, Answer* answer, const Forward& forward) {
   note(name, std::move(request));
   waitAt(name, BeforeCall);
-  const bool fails = failure(name, error);
+  const bool fails = failure(name, answer);
   const bool ok = !fails && forward();
   waitAt(name, AfterCall);
   return ok;

@@ -7,6 +7,7 @@
 #include <mutex>
 
 #include "store/database_call.h"
+#include "store/store_texts.h"
 
 namespace TarnHost::Store {
 namespace {
@@ -203,7 +204,7 @@ void CDatabaseThread::Perform(std::function<bool()> work, Patience patience) {
       loop_->MarkStuck();
       throw CStoreError::NotAnswering();
     case CDatabaseCall::kDropped:
-      throw CStoreError("The plan store has been closed.");
+      throw CStoreError(CStoreError::kClosed, kStoreClosed);
   }
 }
 

@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include "store/store_texts.h"
+
 namespace TarnHost::Store {
 namespace {
 
@@ -104,7 +106,13 @@ void RequirePlanStore(CSqlEngine& engine, const QString& place) {
     }  // else a table of this name that has other columns
   }
   if (!ours) {
-    throw CStoreError(QStringLiteral("%1 is not a plan store.").arg(place));
+    throw CStoreError(CStoreError::kRefused, {kNotAPlanStore, {place}});
+  }
+}
+
+void RequireKnownVersion(int stored, int newest, const QString& place) {
+  if (stored > newest) {
+    throw CStoreError(CStoreError::kRefused, {kNewerStore, {place, QString::number(stored), QString::number(newest)}});
   }
 }
 
@@ -118,12 +126,7 @@ void MakeLayout(CSqlEngine& engine, const std::vector<Migration>& migrations) {
 void Migrate(CSqlEngine& engine, const QString& place, const std::vector<Migration>& migrations) {
   const int newest = migrations.back().to;
   const int stored = StoredVersion(engine);
-  if (stored > newest) {
-    throw CStoreError(QStringLiteral("The plan store %1 was made by a newer version (%2; this program knows %3).")
-                          .arg(place)
-                          .arg(stored)
-                          .arg(newest));
-  }
+  RequireKnownVersion(stored, newest, place);
   for (const Migration& step : migrations) {
     if (step.to > stored) {
       RunStep(engine, step);

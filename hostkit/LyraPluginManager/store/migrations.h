@@ -20,6 +20,9 @@ int StoredVersion(CSqlEngine& engine);
 /// Refuses a database that holds something else, whatever its tables are called.
 void RequirePlanStore(CSqlEngine& engine, const QString& place);
 
+/// Refuses a store that a newer program made.
+void RequireKnownVersion(int stored, int newest, const QString& place);
+
 /// Makes the newest layout in an empty database, inside the caller's transaction.
 void MakeLayout(CSqlEngine& engine, const std::vector<Migration>& migrations = AllMigrations());
 

@@ -64,8 +64,8 @@ CNewStoreFile::CNewStoreFile(const QString& target)
     : target_(target), path_(target + ".new-" + QUuid::createUuid().toString(QUuid::Id128)) {
   held_ = ::open(QFile::encodeName(path_).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
   if (held_ < 0) {
-    throw CStoreError(QStringLiteral("The plan store %1 cannot be made: %2")
-                          .arg(target, QString::fromLocal8Bit(std::strerror(errno))));
+    throw CStoreError(CStoreError::kFailed, QStringLiteral("The plan store %1 cannot be made: %2")
+                                                .arg(target, QString::fromLocal8Bit(std::strerror(errno))));
   }
   ::flock(held_, LOCK_EX | LOCK_NB);
 }
@@ -81,8 +81,8 @@ bool CNewStoreFile::Publish() const {
     if (errno == EEXIST) {
       return false;
     }
-    throw CStoreError(QStringLiteral("The plan store %1 cannot be made: %2")
-                          .arg(target_, QString::fromLocal8Bit(std::strerror(errno))));
+    throw CStoreError(CStoreError::kFailed, QStringLiteral("The plan store %1 cannot be made: %2")
+                                                .arg(target_, QString::fromLocal8Bit(std::strerror(errno))));
   }
   SyncFolderOf(target_);
   return true;

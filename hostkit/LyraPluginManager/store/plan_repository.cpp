@@ -175,7 +175,8 @@ int32_t CPlanRepository::NewCode() {
 int32_t CPlanRepository::NewCodes(int32_t count) {
   const int64_t last = Advance("code", count);
   if (last > std::numeric_limits<int32_t>::max()) {
-    throw CStoreError("The plan store has given out all its codes.");
+    throw CStoreError(CStoreError::kRefused,
+                      QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store has given out all its codes."));
   }
   return static_cast<int32_t>(last - count + 1);
 }

@@ -27,7 +27,7 @@ struct StoredPlan {
   QString creator, creation_time, changed_by, changed_at;
   int64_t revision = 1;
   /// A sentence that names the plan when its row cannot be right; such a plan is neither played nor changed.
-  QString damage;
+  CStoreText damage;
   bool has_checksum = true;  // false for a row of before there were any
 
   /// Fills the row's name, split, page count and times from the rest.

@@ -18,26 +18,26 @@ bool IsSplit(int32_t split) {
   return split == 1 || split == 2 || split == 4 || split == 8;
 }
 
-QString FaultIn(const PlanWindow& window) {
+CStoreText FaultIn(const PlanWindow& window) {
   if (window.window_no < 0 || window.window_no > kMostWindows) {
-    return QStringLiteral("a page has a window number %1").arg(window.window_no);
+    return {QT_TRANSLATE_NOOP("TarnHost::Store", "a page has a window number %1"), {QString::number(window.window_no)}};
   }
   if (window.content_kind < 0 || window.stream_type < 0 || window.preset_no < 0) {
-    return QStringLiteral("a window has a number below zero");
+    return QT_TRANSLATE_NOOP("TarnHost::Store", "a window has a number below zero");
   }
   return {};
 }
 
-QString FaultIn(const PlanPage& page) {
+CStoreText FaultIn(const PlanPage& page) {
   if (page.page_no < 0) {
-    return QStringLiteral("a page has the number %1").arg(page.page_no);
+    return {QT_TRANSLATE_NOOP("TarnHost::Store", "a page has the number %1"), {QString::number(page.page_no)}};
   }
   if (!IsSplit(page.split_type)) {
-    return QStringLiteral("a page has an unknown split %1").arg(page.split_type);
+    return {QT_TRANSLATE_NOOP("TarnHost::Store", "a page has an unknown split %1"), {QString::number(page.split_type)}};
   }
   for (const PlanWindow& window : page.windows) {
-    const QString fault = FaultIn(window);
-    if (!fault.isEmpty()) {
+    const CStoreText fault = FaultIn(window);
+    if (!fault.IsEmpty()) {
       return fault;
     }
   }
@@ -73,31 +73,35 @@ QString RestHash(const StoredPlan& plan) {
                  Bytes(plan.changed_by), Bytes(plan.changed_at)});
 }
 
-QString FaultIn(const StoredPlan& plan, const QString& pages_text, const QString& checksum, bool readable) {
+CStoreText FaultIn(const StoredPlan& plan, const QString& pages_text, const QString& checksum, bool readable) {
   const auto stored = static_cast<int32_t>(plan.pages.size());
   if (!readable) {
-    return QStringLiteral("its pages cannot be read");
+    return QT_TRANSLATE_NOOP("TarnHost::Store", "its pages cannot be read");
   }
   if (stored != plan.row.page_count) {
-    return QStringLiteral("it has %1 of its %2 pages").arg(stored).arg(plan.row.page_count);
+    return {QT_TRANSLATE_NOOP("TarnHost::Store", "it has %1 of its %2 pages"),
+            {QString::number(stored), QString::number(plan.row.page_count)}};
   }
-  const QString fault = FaultOf(plan.pages);
-  if (!fault.isEmpty()) {
+  const CStoreText fault = FaultOf(plan.pages);
+  if (!fault.IsEmpty()) {
     return fault;
   }
   if (plan.row.split_type != SplitOf(plan.pages)) {
-    return QStringLiteral("its split is not that of its first page");
+    return QT_TRANSLATE_NOOP("TarnHost::Store", "its split is not that of its first page");
   }
   const bool denied = CheckedBy(checksum, plan, pages_text) == Vouched::kNo;
-  return denied ? QStringLiteral("its content is not what was saved") : QString();
+  if (denied) {
+    return QT_TRANSLATE_NOOP("TarnHost::Store", "its content is not what was saved");
+  }
+  return {};
 }
 
 }  // namespace
 
-QString FaultOf(const std::list<PlanPage>& pages) {
+CStoreText FaultOf(const std::list<PlanPage>& pages) {
   for (const PlanPage& page : pages) {
-    const QString fault = FaultIn(page);
-    if (!fault.isEmpty()) {
+    const CStoreText fault = FaultIn(page);
+    if (!fault.IsEmpty()) {
       return fault;
     }
   }
@@ -124,10 +128,10 @@ void TakePages(StoredPlan* plan, const QString& pages_text, const QString& check
   plan->has_checksum = !checksum.isEmpty();
   auto pages = PagesFromText(pages_text);
   plan->pages = pages ? std::move(*pages) : std::list<PlanPage>();
-  const QString fault = FaultIn(*plan, pages_text, checksum, pages.has_value());
-  if (!fault.isEmpty()) {
-    plan->damage =
-        QStringLiteral("The plan \"%1\" (%2) is damaged: %3.").arg(plan->name).arg(plan->row.code).arg(fault);
+  const CStoreText fault = FaultIn(*plan, pages_text, checksum, pages.has_value());
+  if (!fault.IsEmpty()) {
+    plan->damage = {QT_TRANSLATE_NOOP("TarnHost::Store", "The plan \"%1\" (%2) is damaged: %3."),
+                    {plan->name, QString::number(plan->row.code), fault}};
   }
 }
 

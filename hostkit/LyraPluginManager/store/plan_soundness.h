@@ -8,7 +8,7 @@ namespace TarnHost::Store {
 
 /// What these pages have that no plan can have, as the end of a sentence: an unknown split, a number below or beyond
 /// what there is. Empty when all is well. Dwell times are as the one who saved them wants them.
-QString FaultOf(const std::list<view_plugin_protocol::PlanPage>& pages);
+CStoreText FaultOf(const std::list<view_plugin_protocol::PlanPage>& pages);
 
 /// What proves that a plan's row is as it was written, with the revision that it was made for: an older program that
 /// writes the row knows nothing of it. It vouches for what the plan plays, and apart from that for the rest; name and

@@ -15,7 +15,8 @@ namespace {
 void CheckOverrides(const QMap<QString, int>& overrides) {
   for (auto it = overrides.begin(); it != overrides.end(); ++it) {
     if (!CPlanStore::SwitchNames().contains(it.key())) {
-      throw Store::CStoreError(QStringLiteral("There is no switch \"%1\".").arg(it.key()));
+      throw Store::CStoreError(Store::CStoreError::kRefused,
+                               QStringLiteral("There is no switch \"%1\".").arg(it.key()));
     }
   }
 }
@@ -44,7 +45,7 @@ std::shared_ptr<CPlanStore> CPlanStore::Open(const PlanStoreOptions& options, QS
     marlog::Write("LyraClientError", marlog::Error, "[%s(%d)] [0x%08x] - %s", "TarnHost::CPlanStore::Open", __LINE__,
                   0U, qUtf8Printable(failure.LogText()));
     if (error != nullptr) {
-      *error = failure.Text();
+      *error = failure.Text().Shown();
     }
     return nullptr;
   }

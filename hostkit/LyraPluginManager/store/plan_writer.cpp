@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "store/plan_soundness.h"
+#include "store/store_texts.h"
 #include "store/text_rules.h"
 #include "store/thumbnail_rules.h"
 
@@ -15,8 +16,6 @@ namespace {
 constexpr int kDeepestLevel = 6;  // the root row is level 1
 constexpr int kNoDefaultView = -3;
 const char kNoDefaultViewText[] = "-3";
-const char kNoCamera[] = "The camera does not exist.";
-const char kPlanGone[] = "The plan does not exist or was deleted in the meantime.";
 const char kSharedGroupName[] = "Shared";
 const char kDateTimeFormat[] = "yyyy-MM-dd HH:mm:ss";
 
@@ -24,14 +23,15 @@ bool Sees(int32_t family, int32_t owner, int32_t user) {
   return family != kOwn || owner == user;
 }
 
-QString RightText(int right) {
+// Of public plans and groups: what stands among a user's own takes no right.
+const char* RefusalWithout(int right) {
   switch (right) {
     case 5:
-      return QStringLiteral("add");
+      return QT_TRANSLATE_NOOP("TarnHost::Store", "You have no right to add public plans and groups.");
     case 6:
-      return QStringLiteral("change");
+      return QT_TRANSLATE_NOOP("TarnHost::Store", "You have no right to change public plans and groups.");
     default:
-      return QStringLiteral("delete");
+      return QT_TRANSLATE_NOOP("TarnHost::Store", "You have no right to delete public plans and groups.");
   }
 }
 
@@ -47,14 +47,14 @@ QString CPlanWriter::Now() const {
 const CSiteDirectory::User& CPlanWriter::User(int32_t id) const {
   const CSiteDirectory::User* user = site_.FindUser(id);
   if (user == nullptr) {
-    throw CStoreError("Nobody is logged in.");
+    throw CStoreError(CStoreError::kNotPermitted, kNobodyLoggedIn);
   }
   return *user;
 }
 
 void CPlanWriter::RequireRight(int32_t family, Right right, int32_t user) const {
   if (User(user).rights.count(right) == 0 && family != kOwn) {
-    throw CStoreError(QStringLiteral("You have no right to %1 public plans and groups.").arg(RightText(right)));
+    throw CStoreError(CStoreError::kNotPermitted, RefusalWithout(right));
   }
 }
 
@@ -70,7 +70,7 @@ CPlanWriter::Parent CPlanWriter::ParentOf(const std::string& index_code, int32_t
 GroupRow CPlanWriter::GroupOf(const std::string& index_code, int32_t user) {
   const auto group = repository_.Group(ParseCode(index_code));
   if (!group || !Sees(group->family, group->owner, user)) {
-    throw CStoreError("The group does not exist or was deleted in the meantime.");
+    throw CStoreError(CStoreError::kGone, kGroupGone);
   }
   return *group;
 }
@@ -78,10 +78,10 @@ GroupRow CPlanWriter::GroupOf(const std::string& index_code, int32_t user) {
 StoredPlan CPlanWriter::PlanOf(const std::string& index_code, int32_t user) {
   auto plan = repository_.WholePlan(ParseCode(index_code));
   if (!plan || !Sees(plan->row.family, plan->row.owner, user)) {
-    throw CStoreError(kPlanGone);
+    throw CStoreError(CStoreError::kGone, kPlanGone);
   }
-  if (!plan->damage.isEmpty()) {
-    throw CStoreError(plan->damage, CStoreError::kDamaged);  // what is left of it must not become all that is stored
+  if (!plan->damage.IsEmpty()) {
+    throw CStoreError(CStoreError::kDamaged, plan->damage);  // what is left of it must not become all that is stored
   }
   return std::move(*plan);
 }
@@ -89,7 +89,7 @@ StoredPlan CPlanWriter::PlanOf(const std::string& index_code, int32_t user) {
 PlanRow CPlanWriter::PlanRowOf(const std::string& index_code, int32_t user) {
   const auto row = repository_.Plan(ParseCode(index_code));
   if (!row || !Sees(row->family, row->owner, user)) {
-    throw CStoreError(kPlanGone);
+    throw CStoreError(CStoreError::kGone, kPlanGone);
   }
   return *row;
 }
@@ -100,7 +100,9 @@ int32_t CPlanWriter::AddGroup(const view_plugin_protocol::AddPlanGroupRequest& r
     const Parent parent = ParentOf(request.parent_index_code, user);
     RequireRight(parent.family, kAdd, user);
     if (repository_.LevelOf(parent.code) >= kDeepestLevel) {
-      throw CStoreError(QStringLiteral("Groups can be nested %1 levels deep at most.").arg(kDeepestLevel));
+      throw CStoreError(CStoreError::kRefused,
+                        {QT_TRANSLATE_NOOP("TarnHost::Store", "Groups can be nested %1 levels deep at most."),
+                         {QString::number(kDeepestLevel)}});
     }
     const int32_t code = repository_.NewCode();
     session_.SaveNew(GroupRow{code, parent.code, parent.family, parent.owner, name.toStdString()});
@@ -125,7 +127,8 @@ void CPlanWriter::DeleteGroup(const std::string& index_code, int32_t user) {
     const GroupRow group = GroupOf(index_code, user);
     RequireRight(group.family, kDelete, user);
     if (!site_.Config().delete_with_children && repository_.HasChildren(group.code)) {
-      throw CStoreError("The group is not empty. Delete what is in it first.");
+      throw CStoreError(CStoreError::kRefused,
+                        QT_TRANSLATE_NOOP("TarnHost::Store", "The group is not empty. Delete what is in it first."));
     }
     session_.RemoveGroup(group.code);
     return true;
@@ -140,9 +143,11 @@ void CPlanWriter::TakeRequest(StoredPlan* plan, const view_plugin_protocol::AddP
   plan->begin_time = request.auto_play ? CheckedTime(request.begin_time) : TimeOrNothing(request.begin_time);
   plan->end_time = request.auto_play ? CheckedTime(request.end_time) : TimeOrNothing(request.end_time);
   plan->pages = request.pages;
-  const QString fault = FaultOf(plan->pages);
-  if (!fault.isEmpty()) {
-    throw CStoreError(QStringLiteral("The plan \"%1\" cannot be saved: %2.").arg(plan->name, fault));
+  const CStoreText fault = FaultOf(plan->pages);
+  if (!fault.IsEmpty()) {
+    throw CStoreError(
+        CStoreError::kRefused,
+        {QT_TRANSLATE_NOOP("TarnHost::Store", "The plan \"%1\" cannot be saved: %2."), {plan->name, fault}});
   }
   if (!thumbnail.isEmpty()) {
     plan->thumbnail = thumbnail;
@@ -191,8 +196,10 @@ void CPlanWriter::UpdatePlan(const view_plugin_protocol::UpdatePlanRequest& requ
 
 void CPlanWriter::CheckRevision(const StoredPlan& plan, int64_t revision) const {
   if (revision != 0 && revision < plan.revision) {
-    throw CStoreError(QStringLiteral("The plan was changed by %1 on %2. Open it again before you change it.")
-                          .arg(plan.changed_by, plan.changed_at));
+    throw CStoreError(
+        CStoreError::kChanged,
+        {QT_TRANSLATE_NOOP("TarnHost::Store", "The plan was changed by %1 on %2. Open it again before you change it."),
+         {plan.changed_by, plan.changed_at}});
   }
 }
 
@@ -204,7 +211,8 @@ void CPlanWriter::MovePlan(StoredPlan* plan, const std::string& parent_code, int
   const Parent parent = ParentOf(parent_code, user);
   if (parent.family != plan->row.family) {
     if (!site_.Config().move_public_private) {
-      throw CStoreError("A plan cannot be moved between public and own plans.");
+      throw CStoreError(CStoreError::kRefused,
+                        QT_TRANSLATE_NOOP("TarnHost::Store", "A plan cannot be moved between public and own plans."));
     }
     RequireRight(plan->row.family, kDelete, user);
     RequireRight(parent.family, kAdd, user);
@@ -228,17 +236,21 @@ std::vector<int32_t> CPlanWriter::Recipients(const std::string& user_ids, int32_
   for (const QString& text : ToQt(user_ids).split(',', Qt::SkipEmptyParts)) {
     const CSiteDirectory::User* user = site_.FindUser(ParseCode(text.trimmed().toStdString()));
     if (user == nullptr) {
-      throw CStoreError(QStringLiteral("There is no user with the number %1.").arg(text.trimmed()));
+      throw CStoreError(
+          CStoreError::kGone,
+          {QT_TRANSLATE_NOOP("TarnHost::Store", "There is no user with the number %1."), {text.trimmed()}});
     }
     if (user->id == sharer) {
-      throw CStoreError("A plan cannot be shared with yourself.");
+      throw CStoreError(CStoreError::kRefused,
+                        QT_TRANSLATE_NOOP("TarnHost::Store", "A plan cannot be shared with yourself."));
     }
     if (std::find(recipients.begin(), recipients.end(), user->id) == recipients.end()) {
       recipients.push_back(user->id);
     }
   }
   if (recipients.empty()) {
-    throw CStoreError("Nobody was named to share the plan with.");
+    throw CStoreError(CStoreError::kRefused,
+                      QT_TRANSLATE_NOOP("TarnHost::Store", "Nobody was named to share the plan with."));
   }
   return recipients;
 }
@@ -257,7 +269,8 @@ int32_t CPlanWriter::SharedGroupOf(int32_t user) {
 void CPlanWriter::Share(const view_plugin_protocol::ViewShareResquestInfo& request, int32_t user) {
   session_.Write([&] {
     if (User(user).rights.count(kAdd) == 0) {
-      throw CStoreError("You have no right to share plans.");
+      throw CStoreError(CStoreError::kNotPermitted,
+                        QT_TRANSLATE_NOOP("TarnHost::Store", "You have no right to share plans."));
     }
     const std::vector<int32_t> recipients = Recipients(request.user_ids, User(user).id);
     StoredPlan copy = PlanOf(request.plan_index_code, user);
@@ -293,7 +306,7 @@ void CPlanWriter::SetDefaultView(const view_plugin_protocol::ClienDefaultViewCon
 void CPlanWriter::SetFavoriteCamera(const std::string& index_code, bool favorite, int32_t user) {
   session_.Write([&] {
     if (!repository_.SetFavoriteCamera(User(user).id, ParseCode(index_code), favorite)) {
-      throw CStoreError(kNoCamera);
+      throw CStoreError(CStoreError::kGone, kNoCamera);
     }
     return true;
   });

@@ -37,9 +37,11 @@ void MakeTables(CSqlEngine& engine, const Work& work) {
     if (error.GetKind() != CStoreError::kNoRight) {
       throw;
     }
-    throw CStoreError(QStringLiteral("The plan store %1 cannot be opened: user \"%2\" has no right to create tables.")
-                          .arg(engine.Place(), engine.Value("SELECT current_user").toString()),
-                      CStoreError::kNoRight, error.Words());
+    const QString user = engine.Value("SELECT current_user").toString();
+    throw CStoreError(CStoreError::kNoRight,
+                      QStringLiteral("The plan store %1 cannot be opened: user \"%2\" has no right to create tables.")
+                          .arg(engine.Place(), user),
+                      error.Words());
   }
 }
 
@@ -68,9 +70,11 @@ void CPostgresEngine::Connect() {
     OpenDatabase();
   } catch (const CStoreError& error) {
     const bool was_silent = std::chrono::steady_clock::now() - begin >= kConnectTimeout;
-    const QString reason = was_silent ? ReasonOfSilence(address_) : ReasonOfRefusal(address_);
-    throw CStoreError(QStringLiteral("The plan store %1 cannot be opened: %2.").arg(place_, reason),
-                      CStoreError::kConnectionLost, error.Words());
+    const CStoreText reason = was_silent ? ReasonOfSilence(address_) : ReasonOfRefusal(address_);
+    throw CStoreError(
+        CStoreError::kConnectionLost,
+        {QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 cannot be opened: %2."), {place_, reason}},
+        error.Words());
   }
 }
 
@@ -156,7 +160,10 @@ CStoreError::Kind CPostgresEngine::KindOf(const QSqlError& error) const {
   if (state == "42501") {
     return CStoreError::kNoRight;
   }
-  return state == "25006" ? CStoreError::kReadOnly : CStoreError::kFailed;
+  if (state == "25006") {
+    return CStoreError::kReadOnly;
+  }
+  return state.startsWith("54") ? CStoreError::kTooLarge : CStoreError::kFailed;
 }
 
 std::unique_ptr<CSqlEngine> OpenPostgresStore(const PostgresAddress& address, const NewStore& fresh,

@@ -60,35 +60,38 @@ QString CodeIn(const QString& words) {
   return code.match(words).captured(1);
 }
 
-QString ReasonByCode(const QString& code, const PGconn* connection) {
+CStoreText ReasonByCode(const QString& code, const PGconn* connection) {
   const QString user = Quoted(PQuser(connection)), database = Quoted(PQdb(connection));
-  const QHash<QString, QString> reasons = {
-      {"28P01", QStringLiteral("user %1 is unknown or has another password").arg(user)},
-      {"28000", QStringLiteral("user %1 is unknown or may not log in from here").arg(user)},
-      {"3D000", QStringLiteral("there is no database %1").arg(database)},
-      {"42501", QStringLiteral("user %1 has no right to use database %2").arg(user, database)},
-      {"55000", QStringLiteral("database %1 takes no connections").arg(database)},
-      {"53300", QStringLiteral("the server takes no more connections")},
-      {"57P03", QStringLiteral("the server is starting or ending")},
+  const QHash<QString, CStoreText> reasons = {
+      {"28P01", {QT_TRANSLATE_NOOP("TarnHost::Store", "user %1 is unknown or has another password"), {user}}},
+      {"28000", {QT_TRANSLATE_NOOP("TarnHost::Store", "user %1 is unknown or may not log in from here"), {user}}},
+      {"3D000", {QT_TRANSLATE_NOOP("TarnHost::Store", "there is no database %1"), {database}}},
+      {"42501", {QT_TRANSLATE_NOOP("TarnHost::Store", "user %1 has no right to use database %2"), {user, database}}},
+      {"55000", {QT_TRANSLATE_NOOP("TarnHost::Store", "database %1 takes no connections"), {database}}},
+      {"53300", QT_TRANSLATE_NOOP("TarnHost::Store", "the server takes no more connections")},
+      {"57P03", QT_TRANSLATE_NOOP("TarnHost::Store", "the server is starting or ending")},
   };
   return reasons.value(code);
 }
 
-QString ReasonFor(PGconn* connection, const PostgresAddress& address, bool is_reached) {
+CStoreText ReasonFor(PGconn* connection, const PostgresAddress& address, bool is_reached) {
   const QString words = QString::fromUtf8(PQerrorMessage(connection));
-  const QString by_code = ReasonByCode(CodeIn(words), connection);
-  if (!by_code.isEmpty()) {
+  const CStoreText by_code = ReasonByCode(CodeIn(words), connection);
+  if (!by_code.IsEmpty()) {
     return by_code;
   }
   if (PQconnectionNeedsPassword(connection) != 0) {
-    return QStringLiteral("a password is needed for user %1").arg(Quoted(PQuser(connection)));
+    return {QT_TRANSLATE_NOOP("TarnHost::Store", "a password is needed for user %1"), {Quoted(PQuser(connection))}};
   }
-  return is_reached ? words.section(QStringLiteral("\nLOCATION:"), 0, 0).simplified() : ReasonOfSilence(address);
+  if (!is_reached) {
+    return ReasonOfSilence(address);
+  }
+  return words.section(QStringLiteral("\nLOCATION:"), 0, 0).simplified();
 }
 
 }  // namespace
 
-QString ReasonOfRefusal(const PostgresAddress& address) {
+CStoreText ReasonOfRefusal(const PostgresAddress& address) {
   const Connection connection = Begin(address);
   const auto end = steady_clock::now() + kPatience;
   bool is_reached = false;
@@ -104,13 +107,18 @@ QString ReasonOfRefusal(const PostgresAddress& address) {
     state = PQconnectPoll(connection.get());
     is_reached = is_reached || IsReached(connection.get());
   }
-  return state == PGRES_POLLING_OK ? QStringLiteral("the server was out of reach for a moment")
-                                   : ReasonFor(connection.get(), address, is_reached);
+  if (state == PGRES_POLLING_OK) {
+    return QT_TRANSLATE_NOOP("TarnHost::Store", "the server was out of reach for a moment");
+  }
+  return ReasonFor(connection.get(), address, is_reached);
 }
 
-QString ReasonOfSilence(const PostgresAddress& address) {
-  const QString host = address.host.isEmpty() ? QStringLiteral("this machine") : address.host;
-  return QStringLiteral("no server answers at %1:%2").arg(host).arg(address.port);
+CStoreText ReasonOfSilence(const PostgresAddress& address) {
+  CStoreText host = address.host;
+  if (host.IsEmpty()) {
+    host = QT_TRANSLATE_NOOP("TarnHost::Store", "this machine");
+  }
+  return {QT_TRANSLATE_NOOP("TarnHost::Store", "no server answers at %1:%2"), {host, QString::number(address.port)}};
 }
 
 }  // namespace TarnHost::Store

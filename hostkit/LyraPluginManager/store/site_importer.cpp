@@ -16,7 +16,8 @@ constexpr int32_t kFirstUser = 1;
 template <class List>
 const typename List::value_type& At(const List& list, int place) {
   if (place < 0 || static_cast<size_t>(place) >= list.size()) {
-    throw CStoreError("The site's content refers to something that is not in it.");
+    throw CStoreError(CStoreError::kRefused,
+                      QStringLiteral("The site's content refers to something that is not in it."));
   }
   return list[static_cast<size_t>(place)];
 }
@@ -105,7 +106,7 @@ void CSiteImporter::ImportSwitches() {
   }
   for (const auto& [name, value] : site_.switches) {
     if (!FeatureSwitchNames().contains(ToQt(name))) {
-      throw CStoreError(QStringLiteral("There is no switch \"%1\".").arg(ToQt(name)));
+      throw CStoreError(CStoreError::kRefused, QStringLiteral("There is no switch \"%1\".").arg(ToQt(name)));
     }
     engine_.Execute("UPDATE feature_switch SET value = ? WHERE name = ?", {value, ToQt(name)});
   }

@@ -2,6 +2,8 @@
 
 #include <QUuid>
 
+#include "store/store_texts.h"
+
 namespace TarnHost::Store {
 namespace {
 
@@ -14,17 +16,19 @@ QVariant NotNull(const QVariant& value) {
 const char* TextOf(CStoreError::Kind kind) {
   switch (kind) {
     case CStoreError::kBusy:
-      return "The plan store %1 is locked by another program.";
+      return QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 is locked by another program.");
     case CStoreError::kReadOnly:
-      return "The plan store %1 is read-only.";
+      return kReadOnlyStore;
     case CStoreError::kNoRight:
-      return "The plan store %1 does not allow its user to do that.";
+      return QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 does not allow its user to do that.");
     case CStoreError::kNoRoom:
-      return "The plan store %1 has no room left: its disk is full.";
+      return QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 has no room left: its disk is full.");
     case CStoreError::kDamaged:
-      return "The plan store %1 is damaged.";
+      return kDamagedStore;
     case CStoreError::kConnectionLost:
-      return "The connection to the plan store %1 is lost.";
+      return QT_TRANSLATE_NOOP("TarnHost::Store", "The connection to the plan store %1 is lost.");
+    case CStoreError::kTooLarge:
+      return QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 cannot keep that much in one piece.");
     default:
       return nullptr;
   }
@@ -168,10 +172,11 @@ void CSqlEngine::Fail(const QSqlError& error) const {
   }
   const CStoreError::Kind kind = KindOf(error);
   const QString words = error.databaseText().simplified();
-  const char* text = TextOf(kind);
-  throw CStoreError(
-      text != nullptr ? QString(text).arg(place_) : QStringLiteral("The plan store %1 failed: %2").arg(place_, words),
-      text != nullptr ? kind : CStoreError::kFailed, words);
+  if (const char* text = TextOf(kind)) {
+    throw CStoreError(kind, {text, {place_}}, words);
+  }
+  throw CStoreError(CStoreError::kFailed,
+                    {QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 failed: %2"), {place_, words}}, words);
 }
 
 CTransaction::CTransaction(CSqlEngine& engine, Mode mode) : engine_(engine) {

@@ -51,7 +51,7 @@ class CSqlEngine {
   /// Whether others may have written since the last call; cheap.
   virtual bool MayHaveChanged() = 0;
   /// Why nothing can be changed at present; empty when that is not known. Cheap.
-  virtual QString WriteRefusal() const { return {}; }
+  virtual CStoreText WriteRefusal() const { return {}; }
   /// The store as messages name it.
   const QString& Place() const { return place_; }
   virtual bool HasTable(const char* name) = 0;

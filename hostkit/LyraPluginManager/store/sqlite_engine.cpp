@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "store/migrations.h"
+#include "store/store_texts.h"
 
 namespace TarnHost::Store {
 namespace {
@@ -19,6 +20,7 @@ enum ResultCode {
   kReadOnly = 8,
   kCorrupt = 11,
   kFull = 13,
+  kTooBig = 18,
   kNotADatabase = 26
 };
 
@@ -78,22 +80,20 @@ void CSqliteEngine::OpenExisting() {
   }
   const SqliteFileState now = SqliteFileState::Of(file_);
   if (!now.file.IsThere()) {
-    throw CStoreError(QStringLiteral("The plan store %1 is gone: it was removed or moved away.").arg(place_),
-                      CStoreError::kConnectionLost);
+    Lose(kStoreFileGone);
   }
   if (now.file.size == 0) {
-    throw CStoreError(QStringLiteral("The plan store %1 is empty: its content was lost.").arg(place_),
-                      CStoreError::kConnectionLost);
+    Lose(kStoreFileEmpty);
   }
   seen_ = session_ ? seen_ : now;
-  refusal_.clear();
+  refusal_ = {};
   if (!IsWritableFile(file_)) {
-    refusal_ = QStringLiteral("The plan store %1 is read-only.").arg(place_);
+    refusal_ = {kReadOnlyStore, {place_}};
   } else if (!IsInWritableFolder(file_)) {
-    refusal_ = QStringLiteral("The plan store %1 is in a read-only folder.").arg(place_);
+    refusal_ = {QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 is in a read-only folder."), {place_}};
   }
   const bool frozen = now.log.size == 0;  // else the log has a part of the content
-  if (!refusal_.isEmpty()) {
+  if (!refusal_.IsEmpty()) {
     OpenAs(frozen && !IsInWritableFolder(file_) ? Access::kFrozen : Access::kRead);
     return;
   }
@@ -107,8 +107,10 @@ void CSqliteEngine::OpenExisting() {
     Close();
     RequireUnmoved();  // the attempt may have left an empty log
     OpenAs(Access::kFrozen);
-    refusal_ = QStringLiteral("The plan store %1 can only be read: no file can be written beside it. Is the disk full?")
-                   .arg(place_);
+    refusal_ = {
+        QT_TRANSLATE_NOOP("TarnHost::Store",
+                          "The plan store %1 can only be read: no file can be written beside it. Is the disk full?"),
+        {place_}};
   }
 }
 
@@ -141,10 +143,10 @@ void CSqliteEngine::RequireOpened() {
 void CSqliteEngine::Reopen() {
   const SqliteFileState now = SqliteFileState::Of(file_);
   if (damaged_ && now == *damaged_) {
-    throw CStoreError(trouble_, CStoreError::kConnectionLost);  // to read all of it again would find the same
+    throw CStoreError(CStoreError::kConnectionLost, trouble_);  // to read all of it again would find the same
   }
   const SqliteFileState good = seen_;
-  trouble_.clear();
+  trouble_ = {};
   damaged_.reset();
   try {
     OpenAgain();
@@ -154,7 +156,7 @@ void CSqliteEngine::Reopen() {
     seen_ = good;
     trouble_ = error.Text();
     NoteFailure(now, error.GetKind() == CStoreError::kDamaged);
-    throw CStoreError(trouble_, CStoreError::kConnectionLost);
+    throw CStoreError(CStoreError::kConnectionLost, trouble_);
   }
 }
 
@@ -190,13 +192,13 @@ void CSqliteEngine::PutLogAside() {
 // By way of SQLite: to close a file that was opened past it would take this process's other locks on it. Nothing is
 // locked, recovered or written.
 void CSqliteEngine::RequireHeader() {
-  const auto refuse = [this](const char* text) { throw CStoreError(QString::fromUtf8(text).arg(place_)); };
+  const auto refuse = [this](const char* text) { throw CStoreError(CStoreError::kFailed, {text, {place_}}); };
   const SqliteFileState::Entry entry = SqliteFileState::Of(file_).file;
   if (!QFileInfo(file_).isFile() || !QFileInfo(file_).isReadable()) {
-    refuse("The plan store %1 cannot be read.");
+    refuse(QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 cannot be read."));
   }
   if (entry.size == 0) {
-    refuse("The plan store %1 is empty: its content was lost.");
+    refuse(kStoreFileEmpty);
   }
   access_ = Access::kFrozen;
   OpenDatabase();
@@ -210,44 +212,44 @@ void CSqliteEngine::RequireHeader() {
   }
   Close();
   if (code == kNotADatabase) {
-    refuse("%1 is not a plan store.");
+    refuse(kNotAPlanStore);
   }
   if (entry.size < kHeaderSize) {
-    refuse("The plan store %1 is damaged: it is cut off.");
+    refuse(QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 is damaged: it is cut off."));
   }
   if (code == 0 && id != kApplicationId) {
-    refuse("%1 is not a plan store.");
+    refuse(kNotAPlanStore);
   }
 }
 
 void CSqliteEngine::RequireSound() {
   if (RunOnce("PRAGMA application_id").toInt() != kApplicationId) {
-    throw CStoreError(QStringLiteral("%1 is not a plan store.").arg(place_));
+    throw CStoreError(CStoreError::kRefused, {kNotAPlanStore, {place_}});
   }
   RequirePlanStore(*this, place_);
   if (StoredVersion(*this) <= AllMigrations().back().to && RunOnce("PRAGMA quick_check(1)").toString() != "ok") {
-    throw CStoreError(QStringLiteral("The plan store %1 is damaged.").arg(place_), CStoreError::kDamaged);
+    throw CStoreError(CStoreError::kDamaged, {kDamagedStore, {place_}});
   }
 }
 
 // A step begins a write, which for a store that can only be read would open it again first, and so on without end.
 void CSqliteEngine::BringAlong() {
   if (!CanWrite() && StoredVersion(*this) < AllMigrations().back().to) {
-    throw CStoreError(refusal_, CStoreError::kReadOnly);
+    throw CStoreError(CStoreError::kReadOnly, refusal_);
   }
   Migrate(*this, place_);
 }
 
 void CSqliteEngine::Lose(const char* text) {
-  throw CStoreError(QString::fromUtf8(text).arg(place_), CStoreError::kConnectionLost);
+  throw CStoreError(CStoreError::kConnectionLost, {text, {place_}});
 }
 
 void CSqliteEngine::RequireInPlace() {
   if (mode_ == kMake) {
     return;
   }
-  if (!trouble_.isEmpty()) {
-    throw CStoreError(trouble_, CStoreError::kConnectionLost);
+  if (!trouble_.IsEmpty()) {
+    throw CStoreError(CStoreError::kConnectionLost, trouble_);
   }
   RequireUnmoved();
   files_->Set(seen_);
@@ -257,16 +259,16 @@ void CSqliteEngine::RequireInPlace() {
 void CSqliteEngine::RequireUnmoved() {
   const SqliteFileState now = SqliteFileState::Of(file_);
   if (!now.file.IsThere()) {
-    Lose("The plan store %1 is gone: it was removed or moved away.");
+    Lose(kStoreFileGone);
   }
   if (!now.file.IsSameFile(seen_.file) || (seen_.log.IsThere() && !now.log.IsSameFile(seen_.log))) {
-    Lose("The plan store %1 was replaced while it was open.");
+    Lose(QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 was replaced while it was open."));
   }
   if (now.file.size < seen_.file.size) {
-    Lose("The plan store %1 was cut off while it was open.");
+    Lose(QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 was cut off while it was open."));
   }
   if (access_ == Access::kFrozen && !(now == seen_)) {
-    Lose("The plan store %1 was changed by another program.");
+    Lose(QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 was changed by another program."));
   }
   seen_ = now;
 }
@@ -279,20 +281,20 @@ void CSqliteEngine::SetPatience(int milliseconds) {
 }
 
 // What stood in the way when the file was opened may be over by now.
-QString CSqliteEngine::WriteRefusal() const {
+CStoreText CSqliteEngine::WriteRefusal() const {
   const bool may_write =
       !CanWrite() && IsWritableFile(file_) && IsInWritableFolder(file_) && QStorageInfo(file_).bytesAvailable() > 0;
-  return may_write ? QString() : refusal_;
+  return may_write ? CStoreText() : refusal_;
 }
 
 // A transaction that reads first and then writes would fail at once when another process wrote in between.
 void CSqliteEngine::BeginWrite() {
   RequireInPlace();
-  if (!CanWrite() && WriteRefusal().isEmpty()) {
+  if (!CanWrite() && WriteRefusal().IsEmpty()) {
     Reopen();
   }
   if (!CanWrite()) {
-    throw CStoreError(refusal_, CStoreError::kReadOnly);
+    throw CStoreError(CStoreError::kReadOnly, refusal_);
   }
   RunOnce(QStringLiteral("BEGIN IMMEDIATE"));
 }
@@ -335,6 +337,8 @@ CStoreError::Kind CSqliteEngine::KindOf(const QSqlError& error) const {
     case kCorrupt:
     case kNotADatabase:
       return CStoreError::kDamaged;
+    case kTooBig:
+      return CStoreError::kTooLarge;
     case kFull:
       return CStoreError::kNoRoom;
     default:

@@ -33,7 +33,7 @@ class CSqliteEngine : public CSqlEngine {
   void BeginWrite() override;
   void BeginRead() override;
   bool MayHaveChanged() override;
-  QString WriteRefusal() const override;
+  CStoreText WriteRefusal() const override;
   bool HasTable(const char* name) override;
   bool IsEmpty() override;
   QStringList Integrity() override;
@@ -44,7 +44,7 @@ class CSqliteEngine : public CSqlEngine {
   /// for one that is missing, unreadable, empty, cut off in its header or no plan store. Before Open().
   void RequireHeader();
 
-  bool CanWrite() const { return refusal_.isEmpty(); }
+  bool CanWrite() const { return refusal_.IsEmpty(); }
   /// Throws unless the open database is a whole plan store.
   void RequireSound();
   /// Brings a store of an older program along; throws when it can only be read.
@@ -67,8 +67,8 @@ class CSqliteEngine : public CSqlEngine {
   const QString file_;
   const Mode mode_;
   Access access_ = Access::kMake;
-  QString refusal_;       // of changes, when the store is open for reading alone
-  QString trouble_;       // why the store could not be opened again
+  CStoreText refusal_;    // of changes, when the store is open for reading alone
+  CStoreText trouble_;    // why the store could not be opened again
   SqliteFileState seen_;  // as it was open last
   const std::shared_ptr<CSharedFileState> files_ = std::make_shared<CSharedFileState>();
   const std::shared_ptr<const CSharedFileState> session_;  // null for the session's own connection

@@ -11,7 +11,7 @@ namespace {
 constexpr int kOpenPatience = 2000;  // ms
 
 [[noreturn]] void Refuse(const char* text, const QString& file) {
-  throw CStoreError(QString::fromUtf8(text).arg(file));
+  throw CStoreError(CStoreError::kFailed, QString::fromUtf8(text).arg(file));
 }
 
 void Fill(CSqliteEngine& engine, const QString& file, const NewStore& fresh) {
@@ -82,7 +82,7 @@ std::unique_ptr<CSqlEngine> OpenStoreFileAsItIs(const QString& file) {
 void BackUpStoreFile(const QString& file, const QString& copy) {
   const auto engine = OpenStoreFileAsItIs(file);
   const auto refuse_existing = [&copy] {
-    throw CStoreError(QStringLiteral("%1 exists already; nothing was written.").arg(copy));
+    throw CStoreError(CStoreError::kRefused, QStringLiteral("%1 exists already; nothing was written.").arg(copy));
   };
   if (QFileInfo::exists(copy) || QFileInfo(copy).isSymLink()) {
     refuse_existing();

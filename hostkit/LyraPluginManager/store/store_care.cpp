@@ -12,7 +12,7 @@ bool Succeeds(QString* error, const Work& work) {
     work();
     return true;
   } catch (const Store::CStoreError& failure) {
-    *error = failure.Text();
+    *error = failure.Text().Shown();
     return false;
   }
 }

@@ -24,15 +24,11 @@ QStringList CStoreChecker::Run() {
   RequirePlanStore(engine_, engine_.Place());
   const int version = StoredVersion(engine_);
   const int newest = AllMigrations().back().to;
-  if (version != newest) {
-    throw CStoreError(
-        version > newest ? QStringLiteral("The plan store %1 was made by a newer version (%2; this program knows %3).")
-                               .arg(engine_.Place())
-                               .arg(version)
-                               .arg(newest)
-                         : QStringLiteral("The plan store %1 is of an older version (%2); start the client on it once.")
-                               .arg(engine_.Place())
-                               .arg(version));
+  RequireKnownVersion(version, newest, engine_.Place());
+  if (version < newest) {
+    throw CStoreError(CStoreError::kFailed,
+                      QStringLiteral("The plan store %1 is of an older version (%2); start the client on it once.")
+                          .arg(engine_.Place(), QString::number(version)));
   }
   Try("file", [this] { CheckFile(); });
   Try("users", [this] { ReadUsers(); });
@@ -62,7 +58,7 @@ void CStoreChecker::Try(const char* what, const std::function<void()>& part) {
       throw;
     }
     engine_.RunOnce("ROLLBACK TO SAVEPOINT part");
-    Note(QStringLiteral("The %1 cannot be read: %2").arg(QLatin1String(what), error.Text()));
+    Note(QStringLiteral("The %1 cannot be read: %2").arg(QLatin1String(what), error.Text().Logged()));
   }
 }
 
@@ -159,8 +155,8 @@ void CStoreChecker::CheckPlan(const StoredPlan& plan, Vouched vouched) {
   if (groups_.count(plan.row.code) != 0) {
     Note(QStringLiteral("%1 has the code of a group.").arg(what));
   }
-  if (!plan.damage.isEmpty()) {
-    Note(plan.damage);
+  if (!plan.damage.IsEmpty()) {
+    Note(plan.damage.Logged());
   } else if (vouched == Vouched::kRestChanged) {
     Note(QStringLiteral("%1: name, place, picture or marks are not what was saved.").arg(what));
   } else if (vouched == Vouched::kUnknown && plan.has_checksum) {

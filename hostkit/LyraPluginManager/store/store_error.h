@@ -3,33 +3,56 @@
 #include <QString>
 #include <exception>
 
+#include "LyraPluginManager/error_kind.h"
+#include "store/store_text.h"
+
 namespace TarnHost::Store {
 
 /// Why a call cannot be done, as a text for the user. Thrown inside the store, caught where its calls end.
 class CStoreError : public std::exception {
  public:
-  enum Kind { kRefused, kBusy, kReadOnly, kNoRight, kDamaged, kNoRoom, kConnectionLost, kNotAnswering, kFailed };
+  enum Kind {
+    // What was asked for cannot be.
+    kGone,
+    kChanged,
+    kNotPermitted,
+    kRefused,
+    kTooLarge,
+    // The store cannot do it.
+    kBusy,
+    kReadOnly,
+    kNoRight,
+    kDamaged,
+    kNoRoom,
+    kConnectionLost,
+    kNotAnswering,
+    kClosed,
+    kOutcomeUnknown,  // the connection was lost over a change that may be saved or not
+    kFailed
+  };
 
   /// `words` are the database's own on it.
-  explicit CStoreError(const QString& text, Kind kind = kRefused, const QString& words = QString())
-      : text_(text), words_(words), bytes_(text.toUtf8()), kind_(kind) {}
+  CStoreError(Kind kind, const CStoreText& text, const QString& words = QString())
+      : text_(text), words_(words), bytes_(text.Logged().toUtf8()), kind_(kind) {}
 
   /// What a user reads whenever a wait for the store was abandoned.
-  static CStoreError NotAnswering(Kind kind = kNotAnswering) {
-    return CStoreError(QStringLiteral("The service does not answer"), kind);
-  }
+  static CStoreError NotAnswering(Kind kind = kNotAnswering);
 
-  const QString& Text() const { return text_; }
+  const CStoreText& Text() const { return text_; }
   /// For the log: the text, and what the database itself said.
-  QString LogText() const { return words_.isEmpty() ? text_ : text_ + " (" + words_ + ')'; }
+  QString LogText() const;
   const QString& Words() const { return words_; }
   Kind GetKind() const { return kind_; }
   const char* what() const noexcept override { return bytes_.constData(); }
 
  private:
-  QString text_, words_;
+  CStoreText text_;
+  QString words_;
   QByteArray bytes_;
   Kind kind_;
 };
+
+/// What a caller of the service learns of it.
+view_plugin_protocol::ErrorKind ErrorKindOf(CStoreError::Kind kind);
 
 }  // namespace TarnHost::Store

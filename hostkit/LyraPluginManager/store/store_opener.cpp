@@ -7,6 +7,7 @@
 #include "store/site_importer.h"
 #include "store/sqlite_engine.h"
 #include "store/sqlite_store_file.h"
+#include "store/store_texts.h"
 
 namespace TarnHost::Store {
 namespace {
@@ -56,7 +57,8 @@ std::unique_ptr<CSqlEngine> OpenStoreAsItIs(const QString& url) {
 void BackUpStore(const QString& url, const QString& copy) {
   const QString file = FileOf(url);
   if (file.isEmpty()) {
-    throw CStoreError("Only a store in a file can be copied so; a server has tools of its own.");
+    throw CStoreError(CStoreError::kRefused,
+                      QStringLiteral("Only a store in a file can be copied so; a server has tools of its own."));
   }
   BackUpStoreFile(file, copy);
 }
@@ -65,7 +67,7 @@ void FillNewStore(CSqlEngine& engine, const NewStore& fresh) {
   CTransaction transaction(engine, CTransaction::kWrite);
   if (!engine.HasTable("store_info")) {
     if (!engine.IsEmpty()) {
-      throw CStoreError(QStringLiteral("%1 is not a plan store.").arg(engine.Place()));
+      throw CStoreError(CStoreError::kRefused, {kNotAPlanStore, {engine.Place()}});
     }
     MakeLayout(engine);
     CSiteImporter(engine, fresh.content(), fresh.now).Run();

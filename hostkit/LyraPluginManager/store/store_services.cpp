@@ -5,7 +5,9 @@
 #include <optional>
 #include <utility>
 
+#include "store/call_answer.h"
 #include "store/store_opener.h"
+#include "store/store_texts.h"
 #include "store/text_rules.h"
 #include "store/tree_events.h"
 
@@ -24,34 +26,13 @@ constexpr std::chrono::milliseconds kNoTime(0), kOrderlyEnd(1200), kEndAfterCut(
 const char kRoot[] = "root";
 const char kNoDefaultView[] = "-3";
 const char kNoAutomaticPlan[] = "NoAutoRunPlan";
-const char kGroupGone[] = "The group does not exist or was deleted in the meantime.";
-const char kPlanGone[] = "The plan does not exist or was deleted in the meantime.";
-
-// Runs a call's work; what it throws becomes the call's text for the user.
-template <class Work>
-bool AnswerOr(std::string* error_info, const Work& work) {
-  try {
-    work();
-    return true;
-  } catch (const CStoreError& error) {
-    *error_info = error.what();
-  } catch (const std::exception& error) {
-    *error_info = std::string("The plan store failed: ") + error.what();
-  }
-  return false;
-}
 
 template <class Ability>
 Ability Existing(std::optional<Ability> of_camera) {
   if (!of_camera) {
-    throw CStoreError("The camera does not exist.");
+    throw CStoreError(CStoreError::kGone, kNoCamera);
   }
   return std::move(*of_camera);
-}
-
-template <class Response, class Work>
-bool Answer(Response* response, const Work& work) {
-  return AnswerOr(&response->error_info, work);
 }
 
 }  // namespace
@@ -152,7 +133,7 @@ bool CStoreServices::Beat() {
     trouble = error;
     connection_lost_ = connection_lost_ || error.GetKind() == CStoreError::kConnectionLost;
   } catch (const std::exception& error) {
-    trouble = CStoreError(QString::fromUtf8(error.what()), CStoreError::kFailed);
+    trouble = Unforeseen(error);
   }
   troubles_.OnLook(trouble);
   return !connection_lost_;
@@ -160,9 +141,9 @@ bool CStoreServices::Beat() {
 
 // Else the user learns of it when he has made a change.
 void CStoreServices::RequireWritable() const {
-  const QString refusal = engine_->WriteRefusal();
-  if (!refusal.isEmpty()) {
-    throw CStoreError(refusal, CStoreError::kReadOnly);
+  const CStoreText refusal = engine_->WriteRefusal();
+  if (!refusal.IsEmpty()) {
+    throw CStoreError(CStoreError::kReadOnly, refusal);
   }
 }
 
@@ -245,7 +226,7 @@ bool CStoreServices::IsDownloaded() const {
 bool CStoreServices::LogIn(const QString& user, QString* error) {
   const CSiteDirectory::User* found = site_.FindUser(user.toStdString());
   if (found == nullptr) {
-    *error = QStringLiteral("There is no user \"%1\".").arg(user);
+    *error = CStoreText(QT_TRANSLATE_NOOP("TarnHost::Store", "There is no user \"%1\"."), {user}).Shown();
     return false;
   }
   user_ = found->id;
@@ -276,7 +257,7 @@ std::string CStoreServices::FindPlanByName(const QString& name) const {
 
 void CStoreServices::RequireOpen() const {
   if (closed_) {
-    throw CStoreError("The plan store has been closed.");
+    throw CStoreError(CStoreError::kClosed, kStoreClosed);
   }
 }
 
@@ -284,7 +265,7 @@ int32_t CStoreServices::RequireUser() const {
   RequireOpen();
   const int32_t user = user_;
   if (user == 0) {
-    throw CStoreError("Nobody is logged in.");
+    throw CStoreError(CStoreError::kNotPermitted, kNobodyLoggedIn);
   }
   return user;
 }
@@ -292,12 +273,13 @@ int32_t CStoreServices::RequireUser() const {
 void CStoreServices::RequireDownloaded() const {
   RequireOpen();
   if (!IsDownloaded()) {
-    throw CStoreError("The plans have not been downloaded yet.");
+    throw CStoreError(CStoreError::kNotAnswering,
+                      QT_TRANSLATE_NOOP("TarnHost::Store", "The plans have not been downloaded yet."));
   }
 }
 
 bool CStoreServices::GetPlanGroups(const view::GetPlanGroupsRequest& request, view::GetPlanGroupsResponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     const int32_t user = RequireUser();
     RequireDownloaded();
     if (request.parent_index_code == kRoot) {
@@ -316,14 +298,14 @@ bool CStoreServices::GetPlanGroups(const view::GetPlanGroupsRequest& request, vi
       }
     };
     if (!catalog_.VisitGroups(ParseCode(request.parent_index_code), user, take)) {
-      throw CStoreError(kGroupGone);
+      throw CStoreError(CStoreError::kGone, kGroupGone);
     }
   });
 }
 
 bool CStoreServices::GetPlansInGroup(const view::GetPlansInGroupRequest& request,
                                      view::GetPlansInGroupResponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     const int32_t user = RequireUser();
     RequireDownloaded();
     const auto take = [&](const std::vector<PlanRow>& rows) {
@@ -341,13 +323,13 @@ bool CStoreServices::GetPlansInGroup(const view::GetPlansInGroupRequest& request
       }
     };
     if (!catalog_.VisitPlans(ParseCode(request.group_index_code), user, take)) {
-      throw CStoreError(kGroupGone);
+      throw CStoreError(CStoreError::kGone, kGroupGone);
     }
   });
 }
 
 bool CStoreServices::AddPlanGroup(const view::AddPlanGroupRequest& request, view::AddPlanGroupResponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     const int32_t user = RequireUser();
     response.index_code = std::to_string(Write([=](CPlanWriter& writer) { return writer.AddGroup(request, user); }));
   });
@@ -355,7 +337,7 @@ bool CStoreServices::AddPlanGroup(const view::AddPlanGroupRequest& request, view
 
 bool CStoreServices::UpdatePlanGroup(const view::UpdatePlanGroupRequest& request,
                                      view::UpdatePlanGroupResponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     const int32_t user = RequireUser();
     Write([=](CPlanWriter& writer) { writer.RenameGroup(request, user); });
   });
@@ -363,28 +345,28 @@ bool CStoreServices::UpdatePlanGroup(const view::UpdatePlanGroupRequest& request
 
 bool CStoreServices::DeletePlanGroup(const view::DeletePlanGroupRequest& request,
                                      view::DeletePlanGroupResponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     const int32_t user = RequireUser();
     Write([=](CPlanWriter& writer) { writer.DeleteGroup(request.index_code, user); });
   });
 }
 
 bool CStoreServices::AddPlan(const view::AddPlanRequest& request, view::AddPlanResponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     const int32_t user = RequireUser();
     response.index_code = std::to_string(Write([=](CPlanWriter& writer) { return writer.AddPlan(request, user); }));
   });
 }
 
 bool CStoreServices::UpdatePlan(const view::UpdatePlanRequest& request, view::UpdatePlanResponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     const int32_t user = RequireUser();
     Write([=](CPlanWriter& writer) { writer.UpdatePlan(request, user); });
   });
 }
 
 bool CStoreServices::DeletePlan(const view::DeletePlanResquest& request, view::DeletePlanResponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     const int32_t user = RequireUser();
     Write([=](CPlanWriter& writer) { writer.DeletePlan(request.plan_index_code, user); });
   });
@@ -394,7 +376,7 @@ int32_t CStoreServices::AutomaticPlan() const {
   const int32_t second = options_.now().time().msecsSinceStartOfDay() / 1000;
   const int32_t code = catalog_.AutomaticPlan(second, user_);
   if (code == 0) {
-    throw CStoreError(kNoAutomaticPlan);
+    throw CStoreError(CStoreError::kGone, QString(kNoAutomaticPlan));
   }
   return code;
 }
@@ -403,10 +385,10 @@ StoredPlan CStoreServices::ReadPlan(int32_t code, int32_t user) {
   auto plan = reader_ ? reader_->WholePlan(code)
                       : Read([code](CPlanRepository& repository) { return repository.WholePlan(code); });
   if (!plan || (plan->row.family == kOwn && plan->row.owner != user)) {
-    throw CStoreError(kPlanGone);
+    throw CStoreError(CStoreError::kGone, kPlanGone);
   }
-  if (!plan->damage.isEmpty()) {
-    throw CStoreError(plan->damage, CStoreError::kDamaged);
+  if (!plan->damage.IsEmpty()) {
+    throw CStoreError(CStoreError::kDamaged, plan->damage);
   }
   return std::move(*plan);
 }
@@ -453,7 +435,7 @@ std::string CStoreServices::ParentName(int32_t parent, int32_t user) const {
 }
 
 bool CStoreServices::GetPlanDetail(const view::GetPlanDetailRequest& request, view::GetPlanDetailResponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     const int32_t user = RequireUser();
     RequireDownloaded();
     const bool automatic = request.query_kind == 1;
@@ -475,14 +457,14 @@ bool CStoreServices::GetPlanDetail(const view::GetPlanDetailRequest& request, vi
 }
 
 bool CStoreServices::AddPlanLog(const view::AddPlanLogRequestParam& request, view::AddPlanLogResponseParam& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     const int32_t user = RequireUser();
     Write([=](CPlanWriter& writer) { writer.LogPlay(request, user); });
   });
 }
 
 bool CStoreServices::SearchPlan(const view::SearchPlanRequest& request, view::SearchPlanResponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     const int32_t user = RequireUser();
     RequireDownloaded();
     const std::string folded = Folded(ToQt(request.text));
@@ -505,7 +487,7 @@ bool CStoreServices::IsVisible(int32_t code, int32_t user) const {
 
 bool CStoreServices::GetClientViewConfig(const view::GetClientDefaultViewConfigRequest&,
                                          view::GetClientDefaultViewConfigResponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     const int32_t user = RequireUser();
     RequireDownloaded();
     const std::pair<int32_t, int32_t> found =
@@ -519,28 +501,28 @@ bool CStoreServices::GetClientViewConfig(const view::GetClientDefaultViewConfigR
 
 bool CStoreServices::SetClientViewConfig(const view::ClienDefaultViewConfigRequest& request,
                                          view::ClienDefaultViewConfigReponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     const int32_t user = RequireUser();
     Write([=](CPlanWriter& writer) { writer.SetDefaultView(request, user); });
   });
 }
 
 bool CStoreServices::GetPlanConfig(const view::GetPlanConfigRequest&, view::GetPlanConfigResponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     RequireOpen();
     response = site_.Config();
   });
 }
 
 bool CStoreServices::GetCurrentUser(const view::GetCurrentUserRequest&, view::GetCurrentUserResponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     const CSiteDirectory::User* user = site_.FindUser(RequireUser());
     response.user = {user->id, user->name};
   });
 }
 
 bool CStoreServices::GetAllUserInfo(const view::UserRequestInfo&, view::UserResponseInfo& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     RequireOpen();
     for (const CSiteDirectory::User& user : site_.Users()) {
       response.users.push_back({user.id, user.name});
@@ -549,7 +531,7 @@ bool CStoreServices::GetAllUserInfo(const view::UserRequestInfo&, view::UserResp
 }
 
 bool CStoreServices::ViewShareUsers(const view::ViewShareResquestInfo& request, view::ShareViewResponseInfo& response) {
-  const bool shared = Answer(&response, [&] {
+  const bool shared = AnswerCall(&response, [&] {
     const int32_t user = RequireUser();
     Write([=](CPlanWriter& writer) { writer.Share(request, user); });
   });
@@ -559,12 +541,12 @@ bool CStoreServices::ViewShareUsers(const view::ViewShareResquestInfo& request, 
 
 bool CStoreServices::IsInitViewGroupFinish(const view::ClienInitViewDataRequest&,
                                            view::ClienInitViewDataResponse& response) {
-  return Answer(&response, [this] { RequireDownloaded(); });
+  return AnswerCall(&response, [this] { RequireDownloaded(); });
 }
 
 bool CStoreServices::IsInitViewFinish(const view::ClienInitViewDataRequest&,
                                       view::ClienInitViewDataResponse& response) {
-  return Answer(&response, [this] { RequireDownloaded(); });
+  return AnswerCall(&response, [this] { RequireDownloaded(); });
 }
 
 bool CStoreServices::IsViewResourceDownFinish() {
@@ -605,7 +587,7 @@ bool CStoreServices::CheckControlPermission(int code) {
 
 bool CStoreServices::GetPresets(const ptz_plugin_protocol::GetPresetRequest& request,
                                 ptz_plugin_protocol::GetPresetResponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     RequireOpen();
     const int32_t camera = ParseCode(request.camera_index_code);
     response.presets =
@@ -616,7 +598,7 @@ bool CStoreServices::GetPresets(const ptz_plugin_protocol::GetPresetRequest& req
 
 bool CStoreServices::GetStreamAbility(const play_plugin_protocol::GetStreamAbiRequest& request,
                                       play_plugin_protocol::GetStreamAbiResponse& response) {
-  return Answer(&response, [&] {
+  return AnswerCall(&response, [&] {
     RequireOpen();
     const int32_t camera = ParseCode(request.camera_index_code);
     response.stream_types =
@@ -627,7 +609,7 @@ bool CStoreServices::GetStreamAbility(const play_plugin_protocol::GetStreamAbiRe
 
 bool CStoreServices::GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>& regions,
                                    std::vector<ResourceTreeKit::CCameraItemInfo>& cameras, std::string* error) {
-  return AnswerOr(error, [&] {
+  return AnswerCall(error, [&] {
     RequireOpen();
     CameraList list =
         reader_ ? reader_->Cameras() : Read([](CPlanRepository& repository) { return repository.Cameras(); });
@@ -637,7 +619,7 @@ bool CStoreServices::GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>
 }
 
 bool CStoreServices::GetFavoriteCameras(std::vector<std::string>& index_codes, std::string* error) {
-  return AnswerOr(error, [&] {
+  return AnswerCall(error, [&] {
     const int32_t user = RequireUser();
     index_codes = reader_ ? reader_->FavoriteCameras(user)
                           : Read([user](CPlanRepository& repository) { return repository.FavoriteCameras(user); });
@@ -645,7 +627,7 @@ bool CStoreServices::GetFavoriteCameras(std::vector<std::string>& index_codes, s
 }
 
 bool CStoreServices::SetFavoriteCamera(const std::string& index_code, bool favorite, std::string* error) {
-  return AnswerOr(error, [&] {
+  return AnswerCall(error, [&] {
     const int32_t user = RequireUser();
     Write([=](CPlanWriter& writer) { writer.SetFavoriteCamera(index_code, favorite, user); });
   });

@@ -14,9 +14,10 @@ using std::chrono::steady_clock;
 // For a line to come back while a write waits to be answered, and between two attempts.
 constexpr auto kPatience = std::chrono::seconds(6);
 constexpr auto kPause = std::chrono::milliseconds(200);
-const char kUnknownOutcome[] =
+const char kUnknownOutcome[] = QT_TRANSLATE_NOOP(
+    "TarnHost::Store",
     "The connection to the plan store was lost while the change was being saved. Look whether it is there before you"
-    " try again.";
+    " try again.");
 
 }  // namespace
 
@@ -178,7 +179,7 @@ bool CStoreSession::WasCommitted(const CStoreError& error) {
     AwaitConnection();
     committed = IsLogged(journal.back().entry);
   } catch (const CStoreError&) {
-    throw CStoreError(kUnknownOutcome, CStoreError::kConnectionLost);
+    throw CStoreError(CStoreError::kOutcomeUnknown, kUnknownOutcome);
   }
   try {
     Poll();
@@ -193,7 +194,8 @@ bool CStoreSession::IsLogged(const ChangeEntry& entry) {
   CTransaction transaction(engine_, CTransaction::kWrite);
   const std::optional<std::string> origin = repository_.OriginOf(entry.seq);
   if (!origin && repository_.NewestChange() >= entry.seq) {
-    throw CStoreError(kUnknownOutcome);  // others have written so much that the entry is forgotten
+    throw CStoreError(CStoreError::kOutcomeUnknown,
+                      kUnknownOutcome);  // others have written so much that the entry is forgotten
   }
   return origin == entry.origin;
 }

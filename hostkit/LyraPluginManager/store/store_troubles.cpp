@@ -65,7 +65,7 @@ std::optional<CStoreError> CStoreTroubles::Present() const {
 void CStoreTroubles::ReportNews() {
   const std::lock_guard<std::mutex> lock(mutex_);
   const std::optional<CStoreError> trouble = Present();
-  const QString line = trouble ? trouble->Text() : QString();
+  const QString line = trouble ? trouble->Text().Shown() : QString();
   if (line == std::exchange(reported_, line)) {
     return;
   }

@@ -18,7 +18,7 @@ QString Decoded(const std::string& bytes) {
   const QString text =
       QTextCodec::codecForName("UTF-8")->toUnicode(bytes.data(), static_cast<int>(bytes.size()), &state);
   if (state.invalidChars > 0 || state.remainingChars > 0) {
-    throw CStoreError("The name is not valid text.");
+    throw CStoreError(CStoreError::kRefused, QT_TRANSLATE_NOOP("TarnHost::Store", "The name is not valid text."));
   }
   return text;
 }
@@ -35,16 +35,21 @@ bool IsControl(QChar c) {
 QString CheckedName(const std::string& name) {
   const QString text = Decoded(name);
   if (text.trimmed().isEmpty()) {
-    throw CStoreError("The name is empty.");
+    throw CStoreError(CStoreError::kRefused, QT_TRANSLATE_NOOP("TarnHost::Store", "The name is empty."));
   }
   if (text.size() > kLongestName) {
-    throw CStoreError(QStringLiteral("The name has more than %1 characters.").arg(kLongestName));
+    throw CStoreError(CStoreError::kRefused,
+                      {QT_TRANSLATE_NOOP("TarnHost::Store", "The name has more than %1 characters."),
+                       {QString::number(kLongestName)}});
   }
   if (std::any_of(text.begin(), text.end(), IsForbidden)) {
-    throw CStoreError("The name must not contain any of these characters: \\ / : * ? \" < > |");
+    throw CStoreError(
+        CStoreError::kRefused,
+        QT_TRANSLATE_NOOP("TarnHost::Store", "The name must not contain any of these characters: \\ / : * ? \" < > |"));
   }
   if (std::any_of(text.begin(), text.end(), IsControl)) {
-    throw CStoreError("The name must not contain control characters.");
+    throw CStoreError(CStoreError::kRefused,
+                      QT_TRANSLATE_NOOP("TarnHost::Store", "The name must not contain control characters."));
   }
   return text;
 }
@@ -52,7 +57,8 @@ QString CheckedName(const std::string& name) {
 QString CheckedTime(const std::string& time) {
   const QTime parsed = QTime::fromString(ToQt(time), kTimeFormat);
   if (!parsed.isValid()) {
-    throw CStoreError(QStringLiteral("\"%1\" is not a time of day.").arg(ToQt(time)));
+    throw CStoreError(CStoreError::kRefused,
+                      {QT_TRANSLATE_NOOP("TarnHost::Store", "\"%1\" is not a time of day."), {ToQt(time)}});
   }
   return QLocale::c().toString(parsed, kTimeFormat);
 }
