@@ -1,11 +1,15 @@
 #include "view_extern_widget.h"
 
-#include <QHash>
-
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/popup_menu.h"
-#include "WidgetKit/dock_widget.h"
+#include "current_row_keeper.h"
 #include "plan_item_role.h"
+#include "plan_mover.h"
+#include "plan_popups.h"
+#include "plan_preview.h"
+#include "row_deletion.h"
+#include "search_page.h"
+#include "tree_notice.h"
 #include "view_extern_widget_p.h"
 #include "view_model_data_manager.h"
 #include "view_public_def.h"
@@ -37,18 +41,12 @@ void CViewExternWidget::SetModel(CStandardPlanModel* model) {
   const QPointer<CViewSortFilterProxyModel> old = d_->proxy;
   d_->proxy = new CViewSortFilterProxyModel(this, false);
   d_->proxy->setSourceModel(model);
-  connect(d_->proxy, &QAbstractItemModel::rowsAboutToBeRemoved, this,  // before the tree makes another row current
-          [this](const QModelIndex& parent, int first, int last) { d_->noteRemoval(parent, first, last); });
-  d_->ui.plan_view_tree->SetFilterSortModel(d_->proxy);
-  d_->ui.plan_view_tree->SetShowRightHoverDelgete();
-  delete old;
   d_->model = model;
+  d_->watchRows();
+  delete old;
+  d_->search->SetModel(model);
+  d_->editor->SetModel(model);
   d_->ui.plan_view_tree->setAccessibleName(GetTabName());
-  const auto renew = [this] { d_->scheduleRenewal(); };
-  connect(d_->proxy, &QAbstractItemModel::rowsInserted, this, renew);
-  connect(d_->proxy, &QAbstractItemModel::rowsRemoved, this, renew);
-  connect(d_->proxy, &QAbstractItemModel::dataChanged, this, renew);
-  connect(d_->proxy, &QAbstractItemModel::modelReset, this, renew);
   connect(model, &CStandardPlanModel::SignalFinshAsynchronous, d_->ui.plan_view_tree,
           &CPlanViewTree::OnFinishAnsySourceExpandedTree);
   // Later than the proxy's own clean-up, and before the tree looks for rows that are gone.
@@ -73,23 +71,16 @@ void CViewExternWidget::SetStandardViewControl(CStandardViewController* controll
     disconnect(tree, nullptr, d_->controller, nullptr);
   }
   d_->controller = controller;
-  d_->deleting.clear();
-  tree->ForgetWaiting();  // nobody will answer for these rows
+  d_->deletion->SetController(controller);
   d_->mover->SetController(controller);
-  if (d_->plan_editor) {
-    d_->plan_editor->SetController(controller);
-  }
+  d_->editor->SetController(controller);
+  tree->ForgetWaiting();  // no answer will come for these rows
   if (!controller) {
     return;
   }
   using Controller = CStandardViewController;
   connect(controller, &Controller::signalShowMessage, this, &CViewExternWidget::SignalMessageTipNeeded);
   connect(controller, &QObject::destroyed, tree, &CPlanViewTree::ForgetWaiting);
-  connect(controller, &Controller::SignalGetPlanInfo, this, [this](const auto& plan) {
-    if (d_->plan_editor) {
-      d_->plan_editor->OnPlanInfo(plan);
-    }
-  });
   connect(tree, &CPlanViewTree::AsynchronousExpand, controller, &Controller::OnExpandViewTreeItem);
   connect(controller, &Controller::SignalFinishAnsyGetSubItem, tree, &CPlanViewTree::OnFinishAnsyFilterExpandedTree);
 }
@@ -103,7 +94,7 @@ void CViewExternWidget::SetCurPlayItemByIndexCode(const QString& index_code) {
       manager.SetPlanPlayStateByIndexCode(d_->MonitorId(), before, false);
     } else {
       manager.SetPlanPlayStateByIndexCode(d_->MonitorId(), index_code, true);
-      const QModelIndex row = d_->RowOf(index_code, false);
+      const QModelIndex row = d_->ui.plan_view_tree->RowOf(index_code, false);
       if (row.isValid()) {
         d_->ui.plan_view_tree->setCurrentIndex(row);
       }
@@ -113,21 +104,12 @@ void CViewExternWidget::SetCurPlayItemByIndexCode(const QString& index_code) {
 }
 
 void CViewExternWidget::RenewPlayingIcons(const QString& index_code) {
-  d_->playing_code = index_code;
-  if (d_->CurrentPage() == PanelPage::Search) {
-    d_->renewSearchIcons();
-  }
+  d_->search->SetPlaying(index_code);
+  d_->search->RenewIcons();
 }
 
 void CViewExternWidget::SetCurPlanByIndexCode(const QString& index_code) {
-  const QModelIndex row = d_->RowOf(index_code, false);
-  if (!row.isValid()) {
-    return;
-  }
-  if (!d_->ui.plan_view_tree->isExpanded(row.parent())) {
-    d_->ui.plan_view_tree->expand(row.parent());
-  }
-  d_->ui.plan_view_tree->setCurrentIndex(row);
+  d_->keeper->MakeCurrent(index_code);
 }
 
 CPlanViewTree* CViewExternWidget::GetPlanViewTree() const {
@@ -165,10 +147,9 @@ void CViewExternWidget::DelPlanByIndex(const QModelIndex& index) {
 }
 
 void CViewExternWidget::GetSaveAsPlanInfo(view_plugin_protocol::AddPlanRequest& request) {
-  if (!d_->save_as) {
+  if (!d_->popups->FillSaveAs(request)) {
     return;
   }
-  d_->save_as->GetPlanParam(request);
   const QString group_code = StringToQString(request.parent_index_code);
   const auto* own = CViewModelDataManager::Instance().GetViewManagerByTheme(d_->MonitorId(), OwnTheme);
   if (own) {
@@ -179,9 +160,13 @@ void CViewExternWidget::GetSaveAsPlanInfo(view_plugin_protocol::AddPlanRequest& 
 void CViewExternWidget::GetSaveAsPlanInfo(view_plugin_protocol::UpdatePlanRequest& request) {
   const QModelIndex row =
       d_->model ? d_->model->FindIndexByIndexCode(StringToQString(request.plan_index_code), false) : QModelIndex();
-  if (row.isValid()) {
-    d_->fillUpdate(row, request);
+  if (!row.isValid()) {
+    return;
   }
+  request.plan_name = QStringToString(row.data().toString());
+  request.index_type = row.data(PlanTypeRole).toInt();
+  request.parent_index_code = QStringToString(row.parent().data(GroupIndexCodeRole).toString());
+  request.parent_name = QStringToString(row.parent().data().toString());
 }
 
 QString CViewExternWidget::GetCurrentSelectedViewID() const {
@@ -215,10 +200,7 @@ QWidget* CViewExternWidget::GetLocateViewWidget() const {
 }
 
 void CViewExternWidget::SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& param) {
-  d_->logic_node = param;
-  if (d_->plan_editor) {
-    d_->plan_editor->SetLogicNodeParam(param);
-  }
+  d_->editor->SetLogicNodeParam(param);
 }
 
 void CViewExternWidget::SetMonitorId(QString monitor_id) {
@@ -226,7 +208,7 @@ void CViewExternWidget::SetMonitorId(QString monitor_id) {
 }
 
 void CViewExternWidget::SetMonitorPointer(QWidget* monitor) {
-  d_->monitor = monitor;
+  d_->editor->SetMonitor(monitor);
 }
 
 QString CViewExternWidget::GetTabName() const {
@@ -244,32 +226,15 @@ QString CViewExternWidget::GetTabName() const {
 }
 
 bool CViewExternWidget::IsEditorOpen() const {
-  return d_->isEditing();
+  return d_->editor->IsOpen();
 }
 
 void CViewExternWidget::SaveEdited() {
-  if (d_->isEditing()) {
-    d_->plan_editor->Save();
-  }
+  d_->editor->Save();
 }
 
 bool CViewExternWidget::MayLeave() {
-  if (!d_->isEditing()) {
-    return true;
-  }
-  const QPointer<CViewExternWidget> alive(this);
-  d_->leaving = true;  // before the question: the save may be done by the time it returns
-  const bool may_leave = d_->plan_editor->MayClose();
-  if (!alive) {
-    return false;
-  }
-  if (may_leave) {
-    d_->leaving = false;
-    d_->closePlanEditor();
-  } else {
-    d_->leaving = d_->leaving && d_->plan_editor && d_->plan_editor->IsSaving();
-  }
-  return may_leave;
+  return d_->editor->MayLeave();
 }
 
 void CViewExternWidget::ShowServiceTrouble(const QString& text) {
@@ -277,23 +242,23 @@ void CViewExternWidget::ShowServiceTrouble(const QString& text) {
 }
 
 void CViewExternWidget::SwitchUserUpdate() {
-  const bool was_editing = d_->isEditing();
+  const bool was_editing = IsEditorOpen();
   d_->dropPending();
   d_->closePopups();
   d_->ui.view_location_line_edit->clear();
   d_->leaveSearch();
   d_->waitForLoad();
-  d_->row_before_load.reset();
   d_->known.between_users = true;
   d_->known.grants.add_group = d_->known.grants.add_plan = false;
-  d_->renewRights();
+  d_->askRights();
+  d_->restoreEnableState();
   if (was_editing) {
-    Q_EMIT SignalEditorChanged();  // last, since whoever hears it may end the panel
+    Q_EMIT SignalEditorChanged();  // last, since a receiver may end the panel
   }
 }
 
 void CViewExternWidget::StopWorking() {
-  const bool was_editing = d_->isEditing();
+  const bool was_editing = IsEditorOpen();
   d_->stop();
   if (was_editing) {
     Q_EMIT SignalEditorChanged();
@@ -312,19 +277,16 @@ void CViewExternWidget::Private::stop() {
 void CViewExternWidget::Private::dropModel() {
   ui.plan_view_tree->SetFilterSortModel(nullptr);
   delete proxy;
-  tree_state->hide();
+  notice->Hide();
 }
 
 void CViewExternWidget::Private::dropPending() {
-  ++session;
-  creation_info_calls.Drop();
+  editor->Drop();
+  deletion->Drop();
+  popups->Drop();
   search->Cancel();
   mover->Stop();
-  deleting.clear();
-  open_next.reset();
-  leaving = false;
-  removed_current.clear();
-  saved_plan.clear();
+  keeper->SetKeeping(false);
   if (preview) {
     preview->Dismiss();
     preview->Forget();

@@ -1,23 +1,29 @@
+#include <QAction>
 #include <QApplication>
 #include <QRegExpValidator>
 #include <QShortcut>
 #include <QStyle>
-#include <QToolButton>
-#include <utility>
 
 #include "MarUIControl/string_conversion.h"
-#include "TarnUIDataController/popup_menu.h"
 #include "TarnUIDataController/skin_loader.h"
-#include "WidgetKit/dock_widget.h"
-#include "plan_commands.h"
+#include "current_row_keeper.h"
+#include "group_naming.h"
 #include "plan_item_role.h"
 #include "plan_menu.h"
+#include "plan_mover.h"
+#include "plan_popups.h"
+#include "plan_preview.h"
+#include "plan_rules/names.h"
 #include "plan_rules/rights.h"
+#include "row_deletion.h"
+#include "search_page.h"
+#include "tree_notice.h"
 #include "view_config_manager.h"
 #include "view_extern_widget_p.h"
 #include "view_model_data_manager.h"
 #include "view_public_def.h"
 
+// How the panel is put together.
 namespace TarnPlanView {
 
 using tarn_ui_data_controller::CSkinLoader;
@@ -25,38 +31,43 @@ using tarn_ui_data_controller::CSkinLoader;
 namespace {
 
 constexpr int kSecondsPerPlan = 20;
-constexpr char kNamePattern[] = "^[^\\\\/:*?\"<|'%>]{1,256}$";
+
 }  // namespace
 
 void CViewExternWidget::Private::initUi() {
   qRegisterMetaType<std::list<view_plugin_protocol::SearchedPlan>>("std::list<view_plugin_protocol::SearchedPlan>");
   ui.setupUi(q);
+  keeper = new CCurrentRowKeeper(ui.plan_view_tree);
+  notice = new CTreeNotice(ui.plan_view_tree);
+  editor = new CEditorPlace(q);
+  deletion = new CRowDeletion(q);
+  naming = new CGroupNaming(q);
+  popups = new CPlanPopups(q);
+  search = new CSearchPage(ui.view_location_line_edit, ui.search_list_view, q);
+  mover = new CPlanMover(ui.plan_view_tree, q);
+  if (CViewConfigManager::Instance().SupportThumbnail()) {
+    preview = new CPlanPreview(ui.plan_view_tree);
+  }
+  renewal.setSingleShot(true);
+  renewal.setInterval(0);
+  setUpField();
+  bindActions();
+  renewSkin();
+  waitForLoad();
+  restoreEnableState();
+}
+
+void CViewExternWidget::Private::setUpField() {
   const auto& switches = CViewConfigManager::Instance();
   auto* field = ui.view_location_line_edit;
-  field->setValidator(new QRegExpValidator(QRegExp(QString::fromLatin1(kNamePattern)), field));
+  field->setValidator(new QRegExpValidator(QRegExp(view_plugin_protocol::TypedNamePattern()), field));
   field->setPlaceholderText(CViewExternWidget::tr("Search plans"));
   field->setAccessibleName(CViewExternWidget::tr("Search plans"));
   ui.search_line_widget->setVisible(switches.IsEnableSearch());
   field->setVisible(switches.IsEnableSearch());
-  bindActions();
-  search_model = new QStandardItemModel(q);
-  ui.search_list_view->setModel(search_model);
-  ui.search_list_view->setAccessibleName(CViewExternWidget::tr("Plans found"));
-  tree_state = new CEmptyState(ui.plan_view_tree->viewport());
-  search_state = new CEmptyState(ui.search_list_view->viewport());
-  mover = new CPlanMover(ui.plan_view_tree, q);
-  search = new CPlanSearch(q);
-  if (switches.SupportThumbnail()) {
-    preview = new CPlanPreview(ui.plan_view_tree);
-  }
   if (switches.IsLoadAll()) {
     field->SetView(ui.plan_view_tree);
   }
-  renewal.setSingleShot(true);
-  renewal.setInterval(0);
-  renewSkin();
-  waitForLoad();
-  restoreEnableState();
 }
 
 void CViewExternWidget::Private::renewSkin() {
@@ -66,12 +77,27 @@ void CViewExternWidget::Private::renewSkin() {
   tree->setObjectName(dark ? QStringLiteral("plan_view_tree") : QStringLiteral("plan_view_tree_white"));
   tree->style()->unpolish(tree);  // the style sheets go by the name
   tree->style()->polish(tree);
-  tree_state->RenewPicture();
-  search_state->RenewPicture();
-  renewSearchIcons();
+  notice->RenewPicture();
+  search->RenewIcons();
 }
 
 void CViewExternWidget::Private::connectSignalAndSlot() {
+  connectTree();
+  connectEditor();
+  connectPopups();
+  connectSearch();
+  connectManager();
+  connect(mover, &CPlanMover::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
+  connect(mover, &CPlanMover::SignalMoved, q, &CViewExternWidget::SetCurPlanByIndexCode);
+  mover->SetIsEdited(&CEditorPlace::IsEditedAnywhere);
+  connect(&renewal, &QTimer::timeout, q, [this] { renewAfterRows(); });
+  connect(ui.wait_widget, &CResourceWaitWidget::SignalRetry, q, [this] { reload(); });
+  connect(notice, &CTreeNotice::SignalRetry, q, [this] { reload(); });
+  connect(&CSkinLoader::Instance(), &CSkinLoader::SignalSkinChanged, q, [this] { renewSkin(); });
+  makeShortcuts();
+}
+
+void CViewExternWidget::Private::connectTree() {
   CPlanViewTree* tree = ui.plan_view_tree;
   connect(tree, &CPlanViewTree::SignalCurrentIndexChanged, q, &CViewExternWidget::onCurrentIndexChanged);
   connect(tree, &CPlanViewTree::SignalMenuClicked, q, &CViewExternWidget::OnMenuClicked);
@@ -81,74 +107,93 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
     renewForRow(index);
     EnableEntries(*ui.plan_view_tree->GetViewMoreMenu(), States());
   });
-  connect(mover, &CPlanMover::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
-  connect(mover, &CPlanMover::SignalMoved, q, &CViewExternWidget::SetCurPlanByIndexCode);
-  mover->SetIsEdited(&Private::isEditedAnywhere);
+}
 
-  connect(ui.search_list_view, &CSearchPlanListView::SignalDoubleClicked, q, &CViewExternWidget::onDoubleClicked);
-  connect(ui.search_list_view, &CSearchPlanListView::SignalMenuAboutToShow, q,
-          [this](auto* menu) { offerForHit(menu); });
-  connect(ui.search_list_view, &CSearchPlanListView::SignalMenuClicked, q,
-          [this](auto type, const QString& code) { onHitCommand(type, code); });
-  connect(ui.search_list_view->selectionModel(), &QItemSelectionModel::currentChanged, q, [this] { renewRights(); });
-  connect(ui.search_list_view, &CSearchPlanListView::SignalLeave, q, [this] {
+void CViewExternWidget::Private::connectEditor() {
+  connect(editor, &CEditorPlace::SignalSaved, keeper, &CCurrentRowKeeper::OnPlanSaved);
+  connect(editor, &CEditorPlace::SignalFocusFree, q, [this] { ui.plan_stacked_widget->currentWidget()->setFocus(); });
+  connect(editor, &CEditorPlace::SignalChanged, q, [this] { restoreEnableState(); });
+  connect(editor, &CEditorPlace::SignalChanged, q, &CViewExternWidget::SignalEditorChanged);
+  connect(editor, &CEditorPlace::SignalMayLeave, q, &CViewExternWidget::SignalMayLeave);
+  connect(editor, &CEditorPlace::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
+}
+
+void CViewExternWidget::Private::connectPopups() {
+  connect(deletion, &CRowDeletion::SignalStopPlan, q, &CViewExternWidget::SignalStopPlan);
+  connect(naming, &CGroupNaming::SignalNewName, q, &CViewExternWidget::onAddPlanViewGroupName);
+  connect(naming, &CGroupNaming::SignalOtherName, q, &CViewExternWidget::onEditPlanViewGroupName);
+  connect(naming, &CGroupNaming::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
+  connect(popups, &CPlanPopups::SignalSavePlanAs, q, &CViewExternWidget::SignalSavePlanAs);
+  connect(popups, &CPlanPopups::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
+  connect(popups, &CPlanPopups::SignalCreationInfo, q, &CViewExternWidget::signalSucceedToGetCreationInfo);
+  connect(q, &CViewExternWidget::signalSucceedToGetCreationInfo, q, &CViewExternWidget::onSucceedToGetCreationInfo);
+}
+
+void CViewExternWidget::Private::connectSearch() {
+  const auto leave = [this] {
     ui.view_location_line_edit->clear();
     leaveSearch();
     ui.plan_view_tree->setFocus();
+  };
+  CSearchPlanListView* list = ui.search_list_view;
+  connect(list, &CSearchPlanListView::SignalDoubleClicked, q, &CViewExternWidget::onDoubleClicked);
+  connect(list, &CSearchPlanListView::SignalMenuAboutToShow, q, [this](auto* menu) { offerForHit(menu); });
+  connect(list, &CSearchPlanListView::SignalMenuClicked, q,
+          [this](auto type, const QString& code) { onHitCommand(type, code); });
+  connect(list, &CSearchPlanListView::SignalLeave, q, leave);
+  connect(list->selectionModel(), &QItemSelectionModel::currentChanged, q, [this] {
+    askRights();
+    restoreEnableState();
   });
   auto* field = ui.view_location_line_edit;
   if (!CViewConfigManager::Instance().IsLoadAll()) {
     connect(field, &WidgetKit::CNewSearchLine::SignalSearch, q, &CViewExternWidget::OnFuzzySearchPlan);
   }
+  connect(field, &WidgetKit::CNewSearchLine::SignalLeave, q, leave);
   connect(field, &QLineEdit::textChanged, q, [this](const QString& text) {
     if (text.trimmed().isEmpty()) {
       leaveSearch();
     }
   });
-  connect(field, &WidgetKit::CNewSearchLine::SignalLeave, q, [this] {
-    leaveSearch();
-    ui.plan_view_tree->setFocus();
-  });
-  connect(search, &CPlanSearch::SignalFound, q, [this](const auto& plans) {
-    const QPointer<CViewExternWidget> alive(q);
-    answered_text = std::exchange(searched_text, {});
-    Q_EMIT q->signalGetSearchedResult(plans);
-    if (alive) {
-      answered_text.clear();
-    }
-  });
-  connect(search, &CPlanSearch::SignalFailed, q, [this](const QString& error) {
-    search_failed = true;
-    Q_EMIT q->SignalMessageTipNeeded(error, 1);
-  });
-  connect(search_state, &CEmptyState::SignalAction, q, &CViewExternWidget::OnFuzzySearchPlan);
-  connect(&renewal, &QTimer::timeout, q, [this] { renewAfterRows(); });
+  connect(search, &CSearchPage::SignalFound, q, &CViewExternWidget::signalGetSearchedResult);
+  connect(search, &CSearchPage::SignalFailed, q,
+          [this](const QString& error) { Q_EMIT q->SignalMessageTipNeeded(error, 1); });
+  connect(search, &CSearchPage::SignalRetry, q, &CViewExternWidget::OnFuzzySearchPlan);
   connect(q, &CViewExternWidget::signalGetSearchedResult, q, &CViewExternWidget::onGetSearchedResult);
-  connect(q, &CViewExternWidget::signalSucceedToGetCreationInfo, q, &CViewExternWidget::onSucceedToGetCreationInfo);
+}
 
-  auto* manager = &CViewModelDataManager::Instance();
-  connect(manager, &CViewModelDataManager::SignalDataDownloadFinished, q,
-          &CViewExternWidget::OnDownloadResouceFinished);
-  connect(manager, &CViewModelDataManager::SignalPlanStateChanged, q, &CViewExternWidget::SignalPlanStateChanged);
-  connect(manager, &CViewModelDataManager::SignalUpdatePlanSucc, q,
-          [this](const auto& plan) { followUpdated(MarUIControl::StringToQString(plan.plan_index_code)); });
+void CViewExternWidget::Private::connectManager() {
+  using Manager = CViewModelDataManager;
+  auto* manager = &Manager::Instance();
+  connect(manager, &Manager::SignalDataDownloadFinished, q, &CViewExternWidget::OnDownloadResouceFinished);
+  connect(manager, &Manager::SignalPlanStateChanged, q, &CViewExternWidget::SignalPlanStateChanged);
+  connect(manager, &Manager::SignalUpdatePlanSucc, keeper,
+          [this](const auto& plan) { keeper->OnPlanUpdated(MarUIControl::StringToQString(plan.plan_index_code)); });
   if (preview) {
-    connect(manager, &CViewModelDataManager::SignalPlanStateChanged, preview, &CPlanPreview::Forget);
+    connect(manager, &Manager::SignalPlanStateChanged, preview, &CPlanPreview::Forget);
   }
-  connect(ui.wait_widget, &CResourceWaitWidget::SignalRetry, q, [this] { reload(); });
-  connect(tree_state, &CEmptyState::SignalAction, q, [this] { reload(); });
-  connect(&CSkinLoader::Instance(), &CSkinLoader::SignalSkinChanged, q, [this] { renewSkin(); });
-  makeShortcuts();
+}
+
+// Those of the tree are watched before the tree itself hears of them.
+void CViewExternWidget::Private::watchRows() {
+  keeper->Watch(proxy);
+  ui.plan_view_tree->SetFilterSortModel(proxy);
+  ui.plan_view_tree->SetShowRightHoverDelgete();
+  const auto renew = [this] { scheduleRenewal(); };
+  connect(proxy, &QAbstractItemModel::rowsInserted, q, renew);
+  connect(proxy, &QAbstractItemModel::rowsRemoved, q, renew);
+  connect(proxy, &QAbstractItemModel::dataChanged, q, renew);
+  connect(proxy, &QAbstractItemModel::modelReset, q, renew);
 }
 
 void CViewExternWidget::Private::makeShortcuts() {
-  using Action = void (*)(Private&);
+  using Act = void (*)(Private&);
   // With several panels in sight the keys belong to the one that has the focus.
-  const auto add = [this](const QKeySequence& keys, Action action) {
+  const auto add = [this](const QKeySequence& keys, Act act) {
     auto* shortcut = new QShortcut(keys, q);
-    const auto act = [this, action] { action(*PanelForKeys()->d_); };
-    QObject::connect(shortcut, &QShortcut::activated, q, act);
-    QObject::connect(shortcut, &QShortcut::activatedAmbiguously, q, act);
+    const auto run = [this, act] { act(*PanelForKeys()->d_); };
+    connect(shortcut, &QShortcut::activated, q, run);
+    connect(shortcut, &QShortcut::activatedAmbiguously, q, run);
   };
   add(QKeySequence::Find, [](Private& panel) { panel.beginSearch(); });
   add(QKeySequence::New, [](Private& panel) { panel.actions->Run(PlanCommand::AddPlan); });
@@ -165,119 +210,7 @@ CViewExternWidget* CViewExternWidget::Private::PanelForKeys() const {
   return q;
 }
 
-void CViewExternWidget::Private::beginSearch() {
-  if (!States()[PlanCommand::Search].shown) {
-    return;
-  }
-  ui.view_location_line_edit->show();
-  ui.search_line_widget->show();
-  ui.view_location_line_edit->setFocus(Qt::ShortcutFocusReason);
-  ui.view_location_line_edit->selectAll();
-}
-
-PanelPage CViewExternWidget::Private::CurrentPage() const {
-  const QWidget* page = ui.plan_stacked_widget->currentWidget();
-  if (page == ui.search_list_view) {
-    return PanelPage::Search;
-  }
-  return page == ui.wait_widget ? PanelPage::Wait : PanelPage::Tree;
-}
-
-void CViewExternWidget::Private::ShowPage(PanelPage page) {
-  QWidget* const pages[] = {ui.plan_view_tree, ui.search_list_view, ui.wait_widget};
-  ui.plan_stacked_widget->setCurrentWidget(pages[static_cast<int>(page)]);
-  if (preview) {
-    preview->Dismiss();
-  }
-}
-
-void CViewExternWidget::Private::waitForLoad() {
-  search->Cancel();
-  load_failed = false;
-  ShowPage(PanelPage::Wait);
-  ui.wait_widget->SetWaiting(true);
-}
-
-void CViewExternWidget::Private::reload() {
-  if (stopped) {
-    return;
-  }
-  waitForLoad();
-  CViewModelDataManager::Instance().OnUpdateViewModelData();
-}
-
-void CViewExternWidget::Private::leaveSearch() {
-  search->Cancel();
-  searched_text.clear();
-  if (CurrentPage() == PanelPage::Search) {
-    ShowPage(PageBehindSearch());
-  }
-  restoreEnableState();
-  scheduleRenewal();
-}
-
-PanelPage CViewExternWidget::Private::PageBehindSearch() const {
-  return ui.wait_widget->IsWaiting() ? PanelPage::Wait : PanelPage::Tree;
-}
-
-void CViewExternWidget::Private::scheduleRenewal() {
-  if (!renewal.isActive() && !stopped) {
-    renewal.start();
-  }
-}
-
-void CViewExternWidget::Private::renewAfterRows() {
-  if (stopped || !proxy) {
-    return;
-  }
-  const QModelIndex before = row_before_load ? QModelIndex(row_before_load->Resolve()) : QModelIndex();
-  if (before.isValid()) {
-    row_before_load.reset();
-    ui.plan_view_tree->setCurrentIndex(before);
-  }
-  showAwaited();
-  renewEmptyState();
-}
-
-// The load has come to its end, and with it the time to say whether it brought anything.
-void CViewExternWidget::Private::onLoadChecked() {
-  if (stopped || !proxy || CurrentPage() == PanelPage::Wait) {
-    return;
-  }
-  load_failed = proxy->rowCount() == 0;
-  renewAfterRows();
-  if (!Current().isValid() && proxy->rowCount() > 0) {
-    ui.plan_view_tree->setCurrentIndex(proxy->index(0, 0));
-  }
-}
-
-// What the tree says when there is nothing in it: that nothing could be loaded, or that nothing is there yet.
-void CViewExternWidget::Private::renewEmptyState() {
-  if (!proxy || CurrentPage() != PanelPage::Tree || stopped) {
-    return;
-  }
-  const int roots = proxy->rowCount();
-  if (roots == 0 && !load_failed) {
-    if (!CViewModelDataManager::Instance().IsViewModelInitFinish()) {
-      waitForLoad();  // everything is being loaded anew
-    }
-    return;
-  }
-  if (roots == 0) {
-    tree_state->SetTopDistance(0);
-    tree_state->ShowState(CViewExternWidget::tr("The plans could not be loaded."), CViewExternWidget::tr("Try again"));
-    return;
-  }
-  for (int row = 0; row < roots; ++row) {
-    const QModelIndex root = proxy->index(row, 0);
-    if (proxy->canFetchMore(root) || proxy->rowCount(root) > 0) {
-      tree_state->hide();
-      return;
-    }
-  }
-  tree_state->SetTopDistance(roots * qMax(1, ui.plan_view_tree->sizeHintForRow(0)));
-  tree_state->ShowState(CViewExternWidget::tr("There are no plans yet."));
-}
+// --- Commands -------------------------------------------------------------------------------------------------------
 
 void CViewExternWidget::Private::bindActions() {
   actions = new CPanelActions(q);
@@ -302,7 +235,7 @@ void CViewExternWidget::Private::bindActions() {
   };
   about(PlanCommand::Play, [this](const QString& code) { play(code); });
   about(PlanCommand::Share, [this](const QString& code) { SetViewShareShow(code); });
-  about(PlanCommand::CreationInfo, [this](const QString& code) { requestCreationInfo(code); });
+  about(PlanCommand::CreationInfo, [this](const QString& code) { popups->RequestCreationInfo(code); });
   about(PlanCommand::Cycle, [this](const QString& code) { Q_EMIT q->SignalPlanGroupCycle(code, kSecondsPerPlan); });
   connect(actions, &CPanelActions::SignalRefused, q,
           [this](const QString& reason) { Q_EMIT q->SignalMessageTipNeeded(reason, 1); });
@@ -312,13 +245,17 @@ PanelSituation CViewExternWidget::Private::Situation() const {
   PanelSituation situation = known;
   situation.switches = AskCommandSwitches();
   situation.page = CurrentPage();
-  situation.editing = isEditing();
-  situation.item_type = situation.page == PanelPage::Search ? MarkedHitType() : Current().data(ItemTypeRole).toInt();
+  situation.editing = editor->IsOpen();
+  if (situation.page == PanelPage::Search) {
+    situation.item_type = search->MarkedType();
+  } else {
+    situation.item_type = Current().data(ItemTypeRole).toInt();
+  }
   return situation;
 }
 
 void CViewExternWidget::Private::storeEnableState(const QModelIndex& row) {
-  const bool under_root = CViewConfigManager::Instance().CreatePlanUnderRootNode();
+  const bool under_root = AskCommandSwitches().under_root;
   known.grants = GrantsAfter(known.grants, row.data(ItemTypeRole).toInt(), known.rights, under_root);
 }
 
@@ -326,19 +263,28 @@ void CViewExternWidget::Private::restoreEnableState() {
   actions->Show(States());
 }
 
-void CViewExternWidget::Private::renewForRow(const QModelIndex& row) {
-  if (known.between_users) {
-    return;
-  }
-  renewRights();
-  storeEnableState(row);
-  restoreEnableState();
-}
-
-void CViewExternWidget::Private::renewRights() {
+void CViewExternWidget::Private::askRights() {
   using namespace view_plugin_protocol;
   known.rights = {HasRight(AddRight), HasRight(EditRight), HasRight(DeleteRight)};
-  restoreEnableState();
+}
+
+void CViewExternWidget::Private::renewForRow(const QModelIndex& row) {
+  if (!known.between_users) {
+    askRights();
+    storeEnableState(row);
+    restoreEnableState();
+  }
+}
+
+void CViewExternWidget::onCurrentIndexChanged(const QModelIndex& current, const QModelIndex& previous) {
+  d_->keeper->OnCurrentChanged(current, previous);
+  if (!current.isValid()) {
+    return;
+  }
+  d_->renewForRow(current);
+  // Own plans may always be moved; public ones by those who may edit them.
+  const bool is_public = CViewPublicDef::GetIndexType(current) == PublicTheme;
+  d_->ui.plan_view_tree->SetMovePermission(!is_public || d_->known.rights.edit);
 }
 
 }  // namespace TarnPlanView

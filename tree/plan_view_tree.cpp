@@ -11,6 +11,7 @@
 #include "plan_item_role.h"
 #include "plan_rows.h"
 #include "plan_view_tree_p.h"
+#include "standard_plan_model.h"
 #include "view_config_manager.h"
 #include "view_public_def.h"
 
@@ -102,6 +103,12 @@ void CPlanViewTree::SetShowRightHoverDelgete() {
   d_->delegate = new CPlanTreeItemDelegate(this);
   setItemDelegate(d_->delegate);
   connect(d_->delegate, &CPlanTreeItemDelegate::SignalMoreButtonClicked, this, &CPlanViewTree::OnRightMoreBtnClicked);
+}
+
+QModelIndex CPlanViewTree::RowOf(const QString& code, bool is_group) const {
+  const auto* proxy = qobject_cast<const QSortFilterProxyModel*>(model());
+  const auto* plans = proxy ? qobject_cast<const CStandardPlanModel*>(proxy->sourceModel()) : nullptr;
+  return plans ? proxy->mapFromSource(plans->FindIndexByIndexCode(code, is_group)) : QModelIndex();
 }
 
 EItemLevel CPlanViewTree::GetItemLevel(const QModelIndex& index) const {

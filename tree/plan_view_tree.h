@@ -37,6 +37,8 @@ class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
   /// Puts the hover buttons on the rows (the host's own spelling).
   void SetShowRightHoverDelgete();
 
+  /// The row of the group or plan with this code; invalid when it is not loaded.
+  QModelIndex RowOf(const QString& code, bool is_group) const;
   EItemLevel GetItemLevel(const QModelIndex& index) const;
   /// Whether both rows belong to the same kind of group. A row without a level counts with family 0.
   bool IsGroupPropertySame(const QModelIndex& a, const QModelIndex& b) const;

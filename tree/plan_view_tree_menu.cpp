@@ -2,12 +2,10 @@
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>
-#include <QSortFilterProxyModel>
 
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_menu.h"
-#include "standard_plan_model.h"
 #include "view_public_def.h"
 
 namespace TarnPlanView {
@@ -104,9 +102,7 @@ QModelIndex CPlanViewTree::Private::MenuRow() const {
   if (menu_row.isValid() && CodeOf(menu_row) == menu_code) {
     return menu_row;
   }
-  const auto* proxy = qobject_cast<QSortFilterProxyModel*>(q->model());
-  const auto* plans = proxy ? qobject_cast<CStandardPlanModel*>(proxy->sourceModel()) : nullptr;
-  return plans ? proxy->mapFromSource(plans->FindIndexByIndexCode(menu_code, menu_for_group)) : QModelIndex();
+  return q->RowOf(menu_code, menu_for_group);
 }
 
 void CPlanViewTree::Private::RunCommand(MsgType type, const QString& code) {

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QObject>
+#include <QPair>
+#include <QPointer>
+#include <QSet>
+#include <QString>
+#include <functional>
+
+#include "standard_view_controller.h"
+
+class QModelIndex;
+class QWidget;
+
+namespace TarnPlanView {
+
+/// Deletes a row of the tree once the user has said yes. A row that has gone while the question was open is left alone,
+/// and one that is being deleted is not deleted once more before the answer has come. Thread: GUI.
+class CRowDeletion : public QObject {
+  Q_OBJECT
+ public:
+  /// Questions stand over the window of `panel`.
+  explicit CRowDeletion(QWidget* panel);
+
+  /// Not owned; may die first.
+  void SetController(CStandardViewController* controller);
+  void Delete(const QModelIndex& row);
+  /// Questions that are open and deletions under way count for nothing any more.
+  void Drop();
+
+ Q_SIGNALS:
+  /// The plan that is about to be deleted plays. Whoever hears it may end the panel.
+  void SignalStopPlan();
+
+ private:
+  using Row = QPair<bool, QString>;  // whether it is a group, and its code
+
+  bool HasChildren(const QModelIndex& group) const;
+  bool Confirm(bool playing);
+  void DeleteGroup(const QModelIndex& index);
+  void DeletePlan(const QModelIndex& index);
+  std::function<void(bool, const QString&)> Note(const Row& row);
+
+  QWidget* const panel_;
+  QPointer<CStandardViewController> controller_;
+  QSet<Row> deleting_;
+  int session_ = 0;
+};
+
+}  // namespace TarnPlanView

@@ -1,0 +1,117 @@
+#include "group_naming.h"
+
+#include <QWidget>
+#include <utility>
+
+#include "MarUIControl/string_conversion.h"
+#include "TarnUIDataController/message_tip_manager.h"
+#include "keep_on_screen.h"
+#include "plan_log.h"
+#include "plan_rules/plan_limits.h"
+#include "standard_view_controller.h"
+#include "view_extern_widget.h"
+
+namespace TarnPlanView {
+
+namespace {
+
+constexpr int kAddMode = 0;
+constexpr int kRenameMode = 1;
+
+int DepthOf(QModelIndex index) {
+  int depth = 0;
+  for (; index.isValid(); index = index.parent()) {
+    ++depth;
+  }
+  return depth;
+}
+
+}  // namespace
+
+CGroupNaming::CGroupNaming(QWidget* panel) : QObject(panel), panel_(panel) {}
+
+CViewNameEdit* CGroupNaming::Editor() {
+  if (!editor_) {
+    editor_ = new CViewNameEdit(panel_);
+    connect(editor_, &CViewNameEdit::SignalAddPlanViewGroup, this, &CGroupNaming::SignalNewName);
+    connect(editor_, &CViewNameEdit::SignalEditPlanViewGroup, this, &CGroupNaming::SignalOtherName);
+    connect(editor_, &CViewNameEdit::SignalClosed, this, [this] {
+      renamed_.reset();
+      parent_.reset();
+    });
+  }
+  return editor_;
+}
+
+// One pixel below the button, left edges aligned.
+void CGroupNaming::ShowBelow(const QWidget* button) {
+  const QPoint below(button->x(), button->y() + button->height() + 1);
+  CViewNameEdit* editor = Editor();
+  editor->setFocusPolicy(Qt::StrongFocus);
+  const QPoint position = button->parentWidget()->mapToGlobal(below);
+  editor->move(position);
+  KeepOnScreen(editor, position);
+  editor->show();
+  editor->activateWindow();
+}
+
+void CGroupNaming::AskForNew(const QModelIndex& parent, const QWidget* button) {
+  Editor()->SetMode(kAddMode);
+  if (!unused_name_.isEmpty()) {
+    Editor()->SetName(std::exchange(unused_name_, QString()));
+  }
+  renamed_.reset();
+  parent_.reset();
+  if (parent.isValid()) {
+    parent_ = CPlanNodeRef(parent);
+  }
+  ShowBelow(button);
+}
+
+void CGroupNaming::AskForRename(const QModelIndex& group, const QWidget* button) {
+  Editor()->SetMode(kRenameMode);
+  Editor()->SetName(group.data().toString());
+  renamed_ = CPlanNodeRef(group);
+  ShowBelow(button);
+}
+
+void CGroupNaming::Add(CStandardViewController* controller, const QString& name, const QModelIndex& current,
+                       const QModelIndex& root) {
+  const auto asked_for = std::exchange(parent_, std::nullopt);
+  const QModelIndex parent = asked_for ? QModelIndex(asked_for->Resolve()) : current;
+  if (asked_for && !parent.isValid()) {
+    unused_name_ = name;
+    Q_EMIT SignalMessageTipNeeded(
+        CViewExternWidget::tr("The group around the new one is no longer there. Choose another; the name is kept."), 1);
+    return;
+  }
+  if (DepthOf(parent) >= view_plugin_protocol::kDeepestLevel) {
+    tarn_ui_data_controller::CMessageTipManager::Instance().ShowMessage(
+        MarUIControl::GetIndependentWindow(panel_), CViewExternWidget::tr("MplOHCzygFvfHFyDzE"), 2, 1, 15);
+    TARN_PLAN_LOG_INFO("CNomalMessageManager::Instance().ShowMessage ViewGroup Tips Show");
+    return;
+  }
+  if (controller) {
+    controller->AddPlanGroupByIndexName(parent.isValid() ? parent : root, name);
+  }
+}
+
+void CGroupNaming::Rename(CStandardViewController& controller, const QString& name, const QModelIndex& current) {
+  const QModelIndex group = renamed_ ? QModelIndex(renamed_->Resolve()) : current;
+  if (group.isValid()) {
+    controller.UpdatePlanGroupName(group, name);
+  } else {
+    Q_EMIT SignalMessageTipNeeded(CViewExternWidget::tr("This group is no longer there."), 1);
+  }
+}
+
+void CGroupNaming::Close() {
+  if (editor_) {
+    editor_->hide();
+    editor_->deleteLater();
+    editor_ = nullptr;
+  }
+  unused_name_.clear();
+}
+
+}  // namespace TarnPlanView

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <optional>
+
+#include "plan_node_ref.h"
+
+class QAbstractItemModel;
+class QModelIndex;
+
+namespace TarnPlanView {
+
+class CPlanViewTree;
+
+/// Keeps the user's row current over what takes rows away and brings them back: a load of everything, a plan that is
+/// saved or moved, a plan that was edited here. It stops where the user has gone on by himself. Child of the tree.
+/// Thread: GUI.
+class CCurrentRowKeeper : public QObject {
+  Q_OBJECT
+ public:
+  explicit CCurrentRowKeeper(CPlanViewTree* tree);
+
+  /// The rows of the tree. To be called before the tree gets them: a row that goes is seen while it is current.
+  void Watch(QAbstractItemModel* rows);
+  /// From false on nothing is kept, for the rows are another user's.
+  void SetKeeping(bool keeping);
+
+  void OnCurrentChanged(const QModelIndex& current, const QModelIndex& previous);
+  /// Rows have come: what they are awaited for becomes current.
+  void OnRowsChanged();
+  /// A plan was changed, by whomever: the current one, whose row went for that, is current again.
+  void OnPlanUpdated(const QString& plan_code);
+  /// The plan that was edited becomes current, as soon as its group is loaded.
+  void OnPlanSaved(const QString& plan_code, const QString& group_code);
+  /// With its parent expanded; false for a plan that is not loaded.
+  bool MakeCurrent(const QString& plan_code);
+
+ private:
+  void OnRemoval(const QModelIndex& parent, int first, int last);
+  void AwaitReload(const QModelIndex& row);
+
+  /// A plan in a group that is being fetched.
+  struct SavedPlan {
+    QString code, group;
+  };
+
+  CPlanViewTree* const tree_;
+  bool keeping_ = true;
+  QString removed_;                          // code of the plan whose row went while it was current
+  std::optional<CPlanNodeRef> before_load_;  // the row where a load found the user
+  std::optional<SavedPlan> saved_;
+};
+
+}  // namespace TarnPlanView
