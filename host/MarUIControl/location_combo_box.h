@@ -33,10 +33,10 @@ class TARN_HOST_EXPORT CLocationComboBox : public QWidget {
   QAbstractItemModel* LocationModel() const;
   /// Whether the edit line stands above the view.
   void SetEditLabelVisible(bool visible);
-  bool IsEditLabelVisible() const;
   /// The edit line; it looks through the view whether it is shown or not.
   WidgetKit::CNewLocationViewWidget* SearchLine() const;
 
+  /// Nothing without a view, or while the box is disabled or hidden.
   void ShowPopup();
   void HidePopup();
   bool IsPopupVisible() const;

@@ -21,7 +21,9 @@ class TARN_HOST_EXPORT CModalTipDialog : public QDialog {
   explicit CModalTipDialog(QWidget* parent = nullptr);
   ~CModalTipDialog() override;
 
+  /// A DialogSize: how wide. The height follows the text.
   void SetDialogSize(int size);
+  /// A DialogModel: which mark, and for a question that Return cancels.
   void SetDialogModel(int model);
   void SetTitle(const QString& title);
   /// Plain text, wrapped.

@@ -20,6 +20,7 @@ class TARN_HOST_EXPORT CMultilevelComboBox : public CLocationComboBox {
   QModelIndex GetCurrentIndex() const;
 
  Q_SIGNALS:
+  /// By the user or by a call; invalid when the chosen row has gone.
   void SignalCurrentIndexChanged(const QModelIndex& index);
 
  protected:

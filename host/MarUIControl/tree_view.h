@@ -39,6 +39,7 @@ class TARN_HOST_EXPORT CTreeView : public CAbstractItemView {
   bool IsFetched(const QModelIndex& index) const;
 
  Q_SIGNALS:
+  /// Fetch the children of this row; to be answered by FinishExpand().
   void AsynchronousExpand(const QModelIndex& index);
 
  protected:

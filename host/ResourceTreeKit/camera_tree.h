@@ -23,15 +23,18 @@ class TARN_HOST_EXPORT CCameraTree : public MarUIControl::CTreeView {
   explicit CCameraTree(QWidget* parent = nullptr);
   ~CCameraTree() override;
 
+  /// Loads again, unless the first show is still to come.
   void SetLogicNodeParam(const LogicNodeParam& param);
   /// Shows the favourites' branch and the mark on each camera (key F toggles it, as does the row's menu).
   void SetFavoritesVisible(bool visible);
-  /// A failure leaves the rows as they are; where there are any, a message tells of it, else a notice in their place.
+  /// A failure leaves the rows as they are; where there are any, it is shown as a message, else as a notice in their
+  /// place.
   void Reload();
-  /// The same in the background: a failure is not told, and while the cameras are being loaded anyway nothing happens.
+  /// The same in the background: a failure is not shown, and while the cameras are being loaded anyway nothing happens.
   /// What has not changed stays as it is; else expanded and selected rows and the place in the list stay. Under a
   /// pressed mouse button or an open menu nothing changes.
   void Renew();
+  /// Whether cameras of the host's have ever come.
   bool IsLoaded() const;
   /// Case-insensitive part of a camera's or region's name; an empty text shows everything. What is above a hit stays.
   void SetFilterText(const QString& text);
@@ -49,6 +52,7 @@ class TARN_HOST_EXPORT CCameraTree : public MarUIControl::CTreeView {
   CCameraItemInfo FindCamera(const std::string& index_code) const;
 
  Q_SIGNALS:
+  /// Double click, Return or the menu of a camera's row.
   void SignalCameraActivated(const ResourceTreeKit::CCameraItemInfo& camera);
   /// The user wants all cameras of a region (Ctrl+Return on it, or its menu), or of several selected rows.
   void SignalRegionActivated(const QVector<ResourceTreeKit::CCameraItemInfo>& cameras);

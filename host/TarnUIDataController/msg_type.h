@@ -6,7 +6,6 @@ namespace tarn_ui_data_controller {
 
 /// Commands of the client's popup menus. The numbers are shared by all plug-ins; those left out belong to others.
 enum MsgType : int {
-  NoMsg = 0,
   CreationInfo = 27,
   PlayVideo = 31,
   Delete = 32,

@@ -21,6 +21,7 @@ class TARN_HOST_EXPORT CNomalMessageManager : public QObject, public Wren::Base:
   void ShowMessage(QWidget* window, const QString& text, int level);
 
  Q_SIGNALS:
+  /// Emitted at once, also for a message that waits its turn.
   void SignalMessageShown(const QString& text, int level);
 
  private:

@@ -19,6 +19,7 @@ class TARN_HOST_EXPORT CQssWidgetBox : public QWidget {
   void signalVisiblityChanged(bool visible);
 
  public Q_SLOTS:
+  /// Esc comes here, too: a box that asks before it closes overrides it.
   virtual void CloseBox();
 
  protected:

@@ -16,6 +16,7 @@ class TARN_HOST_EXPORT CSignalTransferManager : public QObject, public Wren::Bas
  Q_SIGNALS:
   /// A plan was changed somewhere in the client.
   void SignalPlanStateChanged();
+  /// A modal box has opened (true) or closed.
   void signalModalityRequested(bool modal);
 
  private:

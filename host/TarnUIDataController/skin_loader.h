@@ -23,6 +23,7 @@ class TARN_HOST_EXPORT CSkinLoader : public QObject, public Wren::Base::CSinglet
   QColor GetColor(const QString& name) const;
 
  Q_SIGNALS:
+  /// Style sheet, palette and colours are the new skin's by now.
   void SignalSkinChanged(const QString& name);
 
  private:

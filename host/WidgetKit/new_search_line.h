@@ -14,6 +14,7 @@ class TARN_HOST_EXPORT CNewSearchLine : public MarUIControl::CLineEdit {
   ~CNewSearchLine() override;
 
  Q_SIGNALS:
+  /// Return, or a click on the magnifier.
   void SignalSearch();
   /// Esc in an empty field.
   void SignalLeave();

@@ -76,10 +76,6 @@ void CLocationComboBox::SetEditLabelVisible(bool visible) {
   d_->popup->SetSearchVisible(visible);
 }
 
-bool CLocationComboBox::IsEditLabelVisible() const {
-  return d_->popup->IsSearchVisible();
-}
-
 WidgetKit::CNewLocationViewWidget* CLocationComboBox::SearchLine() const {
   return d_->popup->SearchLine();
 }

@@ -54,7 +54,6 @@ void LocationPopup::SetView(QAbstractItemView* view) {
 }
 
 void LocationPopup::SetSearchVisible(bool visible) {
-  search_visible_ = visible;
   search_->setVisible(visible);
 }
 
@@ -63,7 +62,7 @@ void LocationPopup::OpenAt(const QRect& anchor) {
   ensurePolished();
   setGeometry(PlaceFor(anchor));
   show();
-  if (search_visible_) {
+  if (!search_->isHidden()) {
     search_->setFocus(Qt::PopupFocusReason);
   } else if (view_) {
     view_->setFocus(Qt::PopupFocusReason);

@@ -25,7 +25,6 @@ class LocationPopup : public QFrame {
   void SetView(QAbstractItemView* view);
   QAbstractItemView* View() const { return view_; }
   void SetSearchVisible(bool visible);
-  bool IsSearchVisible() const { return search_visible_; }
   WidgetKit::CNewLocationViewWidget* SearchLine() const { return search_; }
 
   /// Below `anchor`, a rectangle of the screen, or above it where there is more room, whole on the anchor's screen.
@@ -50,7 +49,6 @@ class LocationPopup : public QFrame {
   QWidget* const owner_;
   QPointer<QAbstractItemView> view_;
   WidgetKit::CNewLocationViewWidget* search_ = nullptr;
-  bool search_visible_ = false;
 };
 
 }  // namespace MarUIControl

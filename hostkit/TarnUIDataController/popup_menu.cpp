@@ -64,11 +64,6 @@ void CPopupMenu::SetMenuItemVisible(MsgType type, bool visible) {
   }
 }
 
-bool CPopupMenu::IsMenuItemVisible(MsgType type) const {
-  const QAction* item = MenuItem(type);
-  return item && item->isVisible();
-}
-
 void CPopupMenu::SetMenuItemEnabled(MsgType type, bool enabled, const QString& reason) {
   if (QAction* item = MenuItem(type)) {
     item->setEnabled(enabled);
@@ -92,10 +87,6 @@ void CPopupMenu::SetMoreActions(const QList<QAction*>& actions) {
 
 void CPopupMenu::SetMenuData(const QVariant& about) {
   d_->data = about;
-}
-
-QVariant CPopupMenu::MenuData() const {
-  return d_->data;
 }
 
 void CPopupMenu::PopupAt(const QPoint& global_position) {

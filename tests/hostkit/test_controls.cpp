@@ -26,6 +26,7 @@
 #include "TarnHost/modal_answer.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "WidgetKit/new_location_combo_box.h"
+#include "WidgetKit/new_location_view_widget.h"
 
 using namespace MarUIControl;  // NOLINT: the test is about this library alone
 
@@ -397,7 +398,7 @@ void ControlsTest::ComboBringsItsTree() {
     WidgetKit::CNewLocationComboBox box;
     window_->layout()->addWidget(&box);
     replaced = box.LocationTree();
-    QVERIFY(replaced && box.IsEditLabelVisible());
+    QVERIFY(replaced && !box.SearchLine()->isHidden());
     box.LocationTree()->setModel(&model_);
     box.SetCurrentIndex(Row("Closed"));
     QCOMPARE(box.CurrentText(), QString("Closed"));
