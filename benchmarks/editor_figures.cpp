@@ -64,7 +64,7 @@ GetPlanDetailResponse FullPlan() {
   view_plugin_protocol::GetPlansInGroupResponse plans;
   service.GetPlansInGroup({"-1", 0}, plans);
   view_plugin_protocol::GetPlanDetailRequest request;
-  request.plan_index_code = plans.plans.isEmpty() ? std::string() : plans.plans.first().index_code;
+  request.plan_index_code = plans.plans.value(0).index_code;
   GetPlanDetailResponse detail;
   service.GetPlanDetail(request, detail);
   return detail;

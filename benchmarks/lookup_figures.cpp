@@ -52,7 +52,7 @@ double LookUpNs(const CStandardPlanModel& model, const QStringList& codes) {
   int found = 0;
   const double ms = TimeMs([&] {
     for (int i = 0; i < kLookUps; ++i) {
-      found += model.FindIndexByIndexCode(codes[i % codes.size()], false).isValid() ? 1 : 0;
+      found += static_cast<int>(model.FindIndexByIndexCode(codes[i % codes.size()], false).isValid());
     }
   });
   if (found != kLookUps) {

@@ -23,9 +23,10 @@ const Chapter kChapters[] = {
 };
 
 void Print(const Figure& figure) {
-  std::printf("%-20s %10.2f  bar %s %-8g %-4s  %s (%s)\n", qPrintable(figure.name), figure.value,
-              figure.sense == Figure::AtMost ? "<=" : ">=", figure.bar, figure.Holds() ? "ok" : "FALLS SHORT",
-              qPrintable(figure.what), qPrintable(figure.note));
+  const char* sense = figure.sense == Figure::AtMost ? "<=" : ">=";
+  const char* verdict = figure.Holds() ? "ok" : "FALLS SHORT";
+  std::printf("%-20s %10.2f  bar %s %-8g %-4s  %s (%s)\n", qPrintable(figure.name), figure.value, sense, figure.bar,
+              verdict, qPrintable(figure.what), qPrintable(figure.note));
   std::fflush(stdout);
 }
 

@@ -22,21 +22,33 @@ constexpr int kHits = 100;
 constexpr int kRounds = 9;
 const char kSearched[] = "needle";
 
+struct Family {
+  int type;
+  int owner;  // place among the users, or -1
+};
+constexpr Family kPublic{0, -1}, kOwn{1, 0};
+
+std::string PlanName(int serial) {
+  const std::string name = "Plan " + std::to_string(serial);
+  if (serial % (kGroups * kPlansEach / kHits) == 7) {
+    return name + " Needle";
+  }
+  return name + " gate";
+}
+
 /// 100,000 plans, half of them public, half the user's own; every thousandth carries the searched word.
 TarnHost::PlanSite MakeSite() {
   TarnHost::PlanSite site;
   site.users.push_back({"operator", {5, 6, 7}});
   for (int group = 0; group < kGroups; ++group) {
-    const bool own = group % 2 != 0;
-    site.groups.push_back({"Sector " + std::to_string(group), -1, own ? 1 : 0, own ? 0 : -1});
+    const Family family = group % 2 == 0 ? kPublic : kOwn;
+    site.groups.push_back({"Sector " + std::to_string(group), -1, family.type, family.owner});
     for (int number = 0; number < kPlansEach; ++number) {
       TarnHost::PlanSite::Plan plan;
-      const int serial = group * kPlansEach + number;
-      plan.name =
-          "Plan " + std::to_string(serial) + (serial % (kGroups * kPlansEach / kHits) == 7 ? " Needle" : " gate");
+      plan.name = PlanName(group * kPlansEach + number);
       plan.group = group;
-      plan.family = own ? 1 : 0;
-      plan.owner = own ? 0 : -1;
+      plan.family = family.type;
+      plan.owner = family.owner;
       plan.pages.emplace_back();
       site.plans.push_back(plan);
     }

@@ -60,7 +60,7 @@ std::unique_ptr<CStandardPlanModel> MakeSiblings() {
   return model;
 }
 
-/// Rows made anew for each round, so that no key of an earlier round helps.
+/// Makes rows of its own, so that no key of an earlier round helps.
 template <class Proxy>
 double SortMs(Proxy& proxy) {
   const auto model = MakeSiblings();

@@ -108,7 +108,7 @@ void CAutoPlanHelper::queryAutoRunPlan() {
     }
     data_->plan = response;
   } else if (response.error_info == kNoAutoRunPlan) {
-    // A plan that vanishes in mid-run leaves nothing to check, so no stop is announced: whoever shows it goes by the
+    // A plan that vanishes in mid-run leaves nothing to check, so no stop is announced: the player goes by the
     // end time that the start carried.
     data_->plan = {};
   }

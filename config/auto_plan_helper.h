@@ -20,7 +20,7 @@ class TARNPLANVIEW_EXPORT CAutoPlanHelper : public QObject, public Wren::Base::C
  public:
   ~CAutoPlanHelper() override;
 
-  /// Starts both timers anew and asks the host at once.
+  /// Starts both timers again and asks the host at once.
   void StartDetectAutoRunPlan();
   void StopDetect();
   /// Asks the host at once; blocks until it has answered.

@@ -85,10 +85,16 @@ class CQuestion {
 
  private:
   std::optional<CCallScope::Ticket> Ticket() {
-    return scope_ ? std::optional<CCallScope::Ticket>(scope_->Enter()) : std::nullopt;
+    if (!scope_) {
+      return std::nullopt;
+    }
+    return scope_->Enter();
   }
   std::function<Answer()> TaskToRun() {
-    return guarded_ ? std::move(guarded_) : std::function<Answer()>(std::move(task_));
+    if (guarded_) {
+      return std::move(guarded_);
+    }
+    return std::move(task_);
   }
   void Start(std::function<void()> run) {
     if (order_) {

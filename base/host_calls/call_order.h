@@ -18,6 +18,7 @@ class CCallOrder {
  public:
   /// Whether a task of this key runs or waits.
   bool IsBusy(const std::string& key) const;
+  /// The thread that runs a task of the key takes this one over; `pool` is for the first.
   void Run(QThreadPool* pool, const std::string& key, std::function<void()> task);
 
  private:

@@ -5,7 +5,7 @@
 
 namespace HostCalls {
 
-/// Which calls under way are still of interest to whoever made them.
+/// Which calls under way their owner still wants answered.
 ///
 /// A call made with Ask(...).Within(scope) is answered unless the scope was dropped or has died since; one made with
 /// Replacing(scope) drops the older ones first, so that only the newest is answered. Thread: that of its owner.

@@ -26,11 +26,17 @@ std::function<std::optional<ResponseHeader>()> CheckOfUser() {
           .toStdString();
   switched.error_kind = view_plugin_protocol::Refused;
   return [asked = CurrentUser(), switched]() -> std::optional<ResponseHeader> {
-    const auto now = asked.ok ? CurrentUser() : asked;
+    if (!asked.ok) {
+      return asked.response;
+    }
+    const auto now = CurrentUser();
     if (!now.ok) {
       return now.response;
     }
-    return now.response.user.id == asked.response.user.id ? std::nullopt : std::make_optional(switched);
+    if (now.response.user.id != asked.response.user.id) {
+      return switched;
+    }
+    return std::nullopt;
   };
 }
 

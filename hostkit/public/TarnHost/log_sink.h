@@ -16,6 +16,7 @@ struct TARN_HOST_EXPORT LogSink {
   static bool OpenFile(const QString& path);
   /// Sets the one listener, called in the writing thread with no lock held; an empty function removes it.
   static void SetListener(Listener listener);
+  /// Lines then go nowhere but to the listener.
   static void Close();
 };
 
