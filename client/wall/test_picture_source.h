@@ -7,8 +7,8 @@
 
 namespace TarnClient {
 
-/// A generated scene with something moving in it; its colours come from the camera's code, so that two cameras can be
-/// told apart. About ten pictures a second, made when they are asked for. Thread: GUI.
+/// A generated scene with something moving in it; its colours come from the camera's code, so that each camera
+/// has its own. About ten pictures a second, made when they are asked for. Thread: GUI.
 class CTestPictureSource : public IPictureSource {
  public:
   explicit CTestPictureSource(const view_plugin_protocol::PlanWindow& window);

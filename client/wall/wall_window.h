@@ -23,7 +23,7 @@ class CWallWindow : public QWidget {
   QString StateName() const;
   /// Pictures shown since the camera came into this window.
   qint64 Frames() const { return frames_; }
-  /// Paints anew when there is a new picture or the clock went on.
+  /// Paints again when there is a new picture or the clock went on.
   void Tick();
 
   QSize minimumSizeHint() const override { return QSize(80, 60); }

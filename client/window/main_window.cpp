@@ -176,7 +176,7 @@ void CMainWindow::AddShortcuts() {
   add(QKeySequence(Qt::CTRL | Qt::Key_Comma), &CMainWindow::OpenSettings);
 }
 
-// No shortcut: whoever has the focus may have a better use for Esc, as a search has.
+// No shortcut: the widget with the focus may have a better use for Esc, as a search has.
 void CMainWindow::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape) {
     player_->Stop();
@@ -232,7 +232,7 @@ void CMainWindow::OnDefaultView(const QString& code, int type) {
   }
 }
 
-// Anew, since another one may have been chosen or its plan been deleted in the meantime.
+// Asked for again, since another one may have been chosen or its plan been deleted in the meantime.
 void CMainWindow::OnAutomaticOver() {
   if (cycle_->IsRunning()) {
     player_->AwaitNextPlan();  // its first plan has not come, and may fail yet

@@ -131,7 +131,7 @@ class CMainWindow : public QMainWindow {
   CStoreState* store_state_ = nullptr;
   QPointer<CSettingsDialog> settings_;
   bool awaits_default_view_ = false;
-  bool default_view_stands_ = false;  // nobody has wanted anything else since the client opened it
+  bool default_view_stands_ = false;  // nothing else was asked for since the client opened it
   std::vector<std::unique_ptr<CPlanFamily>> families_;
 };
 

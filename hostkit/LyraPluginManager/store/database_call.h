@@ -9,8 +9,8 @@ namespace TarnHost::Store {
 
 /// One call of a database thread: its work, and the caller who waits for it but not for ever.
 ///
-/// Work that its caller abandoned before it began is dropped. Once begun it runs to its end, whoever waits: so it holds
-/// all that it needs by value or shared, nothing of its caller's.
+/// Work that its caller abandoned before it began is dropped. Once begun it runs to its end, awaited or not: so it
+/// holds all that it needs by value or shared, nothing of its caller's.
 class CDatabaseCall {
  public:
   enum Outcome { kDone, kAbandoned, kDropped };

@@ -54,7 +54,7 @@ class CDatabaseThread {
   void BeginStop(std::function<void()> last);
   /// After BeginStop(): whether the thread has ended, at the latest at `deadline`.
   bool WaitUntilEnded(Clock::time_point deadline);
-  /// After BeginStop(): lets the thread end by itself some time later; whoever waits for the running task fails.
+  /// After BeginStop(): lets the thread end by itself some time later; the wait for the running task fails.
   void LeaveBehind();
 
  private:

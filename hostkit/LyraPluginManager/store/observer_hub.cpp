@@ -22,8 +22,8 @@ bool IsPlanChange(const CObserverHub::Event& event) {
   return event.param.event == ResourceData::RE_NAME_CHANGED && event.param.type == ResourceData::RT_VIEW;
 }
 
-/// Whether whoever gets `late` believes of the node what was true before `now`. A notice of growth does no such
-/// harm: the node is read again for it.
+/// Whether an observer that gets `late` believes of the node what was true before `now`. A notice of growth does no
+/// such harm: the node is read again for it.
 bool IsOutdatedBy(const CObserverHub::Event& late, const CObserverHub::Event& now) {
   if (now.param.event == ResourceData::RE_CHILD_ADDED) {
     return late.param.event == ResourceData::RE_CHILD_REMOVED && late.param.type == now.param.type &&

@@ -80,7 +80,7 @@ void CStoreServices::CloseDatabase() {
   engine_.reset();
 }
 
-// Whoever asks again, the last owner's end for one, does not wait again for what was left behind.
+// A second call, as by the last owner's end, does not wait again for what was left behind.
 bool CStoreServices::Close() {
   std::call_once(close_once_, [this] { closed_in_order_ = EndThreads(); });
   return closed_in_order_;

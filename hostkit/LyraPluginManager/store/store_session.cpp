@@ -167,7 +167,7 @@ void CStoreSession::ApplyJournal() {
   journal_.clear();
 }
 
-// The server may have committed before the line broke. Whoever is answered that nothing was saved saves again, so the
+// The server may have committed before the line broke. A user who reads that nothing was saved saves again, so the
 // log of changes is asked first.
 bool CStoreSession::WasCommitted(const CStoreError& error) {
   const std::vector<Step> journal = std::exchange(journal_, {});  // all is read again

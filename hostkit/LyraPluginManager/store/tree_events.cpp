@@ -68,7 +68,7 @@ std::vector<Event> CorrectionsOf(const GroupRow& row) {
   return {NameEvent(RT_VIEW_GROUP, row.code, row.name)};
 }
 
-// A plan's own notice needs none: the plan is read anew for it.
+// A plan's own notice needs none: the plan is read again for it.
 std::vector<Event> CorrectionsOf(const PlanRow& row) {
   return {ChildEvent(row.parent, RE_CHILD_ADDED, row.code, RT_VIEW)};
 }

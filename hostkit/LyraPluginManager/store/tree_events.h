@@ -8,14 +8,14 @@
 
 namespace TarnHost::Store {
 
-/// What the observers of `user`'s tree are told when a row became another; "no row" on either side for a row that
+/// The events for the observers of `user`'s tree when a row became another; "no row" on either side for a row that
 /// came or went. Rows that the user does not see count as none.
 std::vector<CObserverHub::Event> EventsOf(const std::optional<GroupRow>& before, const std::optional<GroupRow>& after,
                                           int32_t user);
 std::vector<CObserverHub::Event> EventsOf(const std::optional<PlanRow>& before, const std::optional<PlanRow>& after,
                                           int32_t user);
 
-/// What says how a row is now, to whoever may still be told how it was.
+/// The events that say how a row is now, for observers who may still get older ones.
 std::vector<CObserverHub::Event> CorrectionsOf(const GroupRow& row);
 std::vector<CObserverHub::Event> CorrectionsOf(const PlanRow& row);
 
