@@ -49,7 +49,7 @@ class CControllerLog : public QObject {
     connect(controller, &C::SignalFinshCreateRootPlan, this, [this] { lines << "roots"; });
   }
 
-  /// The lines so far; starts anew.
+  /// The lines since the last call.
   QStringList Take() {
     const QStringList taken = lines;
     lines.clear();

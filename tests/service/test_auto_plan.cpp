@@ -27,7 +27,7 @@ class CScriptedAutoPlan : public TarnTest::CRecordingServices {
     response.error_info = error;
     return false;
   }
-  void Plan(const char* code, const char* start, const char* end) {
+  void SetPlan(const char* code, const char* start, const char* end) {
     error.clear();
     plan = {};
     plan.index_code = code;
@@ -58,8 +58,7 @@ class AutoPlanTest : public CPlanTest {
   void cleanup();
   void StartsAndStopsOnTime();
   void TimersAndQueries();
-  void OnceADayUnlessChanged();
-  void NextDayStartsAgain();
+  void OncePerDayUnlessChanged();
   void NeverDue_data();
   void NeverDue();
   void LostPlanInMidRun();
@@ -70,6 +69,12 @@ class AutoPlanTest : public CPlanTest {
 
  private:
   void Begin(bool timed_play = true);
+  /// With a plan "17" that is detected.
+  void BeginWith(const char* start, const char* end) {
+    Begin();
+    host_->SetPlan("17", start, end);
+    Helper().StartDetectAutoRunPlan();
+  }
   CAutoPlanHelper& Helper() { return CAutoPlanHelper::Instance(); }
   void Tick(const QString& time) {
     now_.setTime(QTime::fromString(time));
@@ -104,9 +109,7 @@ void AutoPlanTest::cleanup() {
 }
 
 void AutoPlanTest::StartsAndStopsOnTime() {
-  Begin();
-  host_->Plan("17", "09:00:00", "10:00:00");
-  Helper().StartDetectAutoRunPlan();
+  BeginWith("09:00:00", "10:00:00");
   Tick("08:59:59");
   QCOMPARE(started_->count(), 0);
   Tick("09:00:00");
@@ -144,15 +147,13 @@ void AutoPlanTest::TimersAndQueries() {
   Helper().StopDetect();
   QVERIFY(TimersOf(&Helper()).isEmpty());
   // The check comes by its real timer, too.
-  host_->Plan("17", "07:00:00", "10:00:00");
+  host_->SetPlan("17", "07:00:00", "10:00:00");
   Helper().StartDetectAutoRunPlan();
   QTRY_COMPARE(started_->count(), 1);
 }
 
-void AutoPlanTest::OnceADayUnlessChanged() {
-  Begin();
-  host_->Plan("17", "09:00:00", "10:00:00");
-  Helper().StartDetectAutoRunPlan();
+void AutoPlanTest::OncePerDayUnlessChanged() {
+  BeginWith("09:00:00", "10:00:00");
   Tick("09:00:00");
   Helper().SetPlanDisplayState(false);  // the user turned it off
   Helper().CheckAutoRunPlan();
@@ -163,7 +164,7 @@ void AutoPlanTest::OnceADayUnlessChanged() {
     const char *code, *start, *end;
   } changes[] = {{"18", "09:00:00", "10:00:00"}, {"18", "09:01:00", "10:00:00"}, {"18", "09:01:00", "10:01:00"}};
   for (const auto& change : changes) {
-    host_->Plan(change.code, change.start, change.end);
+    host_->SetPlan(change.code, change.start, change.end);
     Helper().OnQueryAutoRunPlanOnce();
     Tick();
     QCOMPARE(started_->count(), ++expected);
@@ -174,59 +175,46 @@ void AutoPlanTest::OnceADayUnlessChanged() {
   Helper().CheckAutoRunPlan();
   Tick();
   QCOMPARE(started_->count(), expected);
-}
-
-void AutoPlanTest::NextDayStartsAgain() {
-  Begin();
-  host_->Plan("17", "09:00:00", "10:00:00");
-  Helper().StartDetectAutoRunPlan();
-  Tick("09:30:00");
   now_ = now_.addDays(1);
   Tick();
-  QCOMPARE(started_->count(), 2);
+  QCOMPARE(started_->count(), expected + 1);
 }
 
 void AutoPlanTest::NeverDue_data() {
   QTest::addColumn<QByteArray>("start");
   QTest::addColumn<QByteArray>("end");
-  QTest::newRow("over midnight") << QByteArray("22:00:00") << QByteArray("02:00:00");
-  QTest::newRow("empty span") << QByteArray("09:00:00") << QByteArray("09:00:00");
-  QTest::newRow("no start") << QByteArray() << QByteArray("23:59:59");
-  QTest::newRow("no end") << QByteArray("00:00:00") << QByteArray("later");
-  QTest::newRow("neither") << QByteArray("24:00:00") << QByteArray("25:00:00");
+  const auto add = [](const char* row, QByteArray start, QByteArray end) { QTest::newRow(row) << start << end; };
+  add("over midnight", "22:00:00", "02:00:00");
+  add("empty span", "09:00:00", "09:00:00");
+  add("no start", "", "23:59:59");
+  add("no end", "00:00:00", "later");
+  add("neither", "24:00:00", "25:00:00");
 }
 
 void AutoPlanTest::NeverDue() {
   QFETCH(QByteArray, start);
   QFETCH(QByteArray, end);
-  Begin();
-  host_->Plan("17", start.constData(), end.constData());
-  Helper().StartDetectAutoRunPlan();
+  BeginWith(start.constData(), end.constData());
   for (const char* time : {"00:00:00", "01:00:00", "09:00:00", "22:30:00", "23:59:59"}) {
     Tick(time);
   }
-  QCOMPARE(started_->count(), 0);
-  QCOMPARE(stopped_->count(), 0);
+  QVERIFY(started_->isEmpty() && stopped_->isEmpty());
 }
 
 void AutoPlanTest::LostPlanInMidRun() {
-  Begin();
-  host_->Plan("17", "09:00:00", "10:00:00");
-  Helper().StartDetectAutoRunPlan();
+  BeginWith("09:00:00", "10:00:00");
   Tick("09:00:00");
   host_->error = "NoAutoRunPlan";
   Helper().CheckAutoRunPlan();
   Tick("10:30:00");
-  // No stop is announced; whoever shows the plan knows its end from the start.
+  // No stop is announced: what shows the plan knows its end from the start.
   QCOMPARE(stopped_->count(), 0);
   QVERIFY(Helper().GetPlanDisplayState());
   QCOMPARE(Helper().GetAutoRunPlanIndex(), std::string("17"));
 }
 
 void AutoPlanTest::OtherFailuresKeepThePlan() {
-  Begin();
-  host_->Plan("17", "09:00:00", "10:00:00");
-  Helper().StartDetectAutoRunPlan();
+  BeginWith("09:00:00", "10:00:00");
   for (const char* error : {"line is down", "NoAutoRunPlan ", " "}) {
     host_->error = error;
     Helper().CheckAutoRunPlan();
@@ -236,9 +224,7 @@ void AutoPlanTest::OtherFailuresKeepThePlan() {
 }
 
 void AutoPlanTest::ModalLoopInASlot() {
-  Begin();
-  host_->Plan("17", "09:00:00", "10:00:00");
-  Helper().StartDetectAutoRunPlan();
+  BeginWith("09:00:00", "10:00:00");
   int depth = 0, deepest = 0;
   connect(&Helper(), &CAutoPlanHelper::signalStartPlanAutoRun, this, [&] {
     deepest = qMax(deepest, ++depth);
@@ -262,12 +248,10 @@ void AutoPlanTest::ModalLoopInASlot() {
 }
 
 void AutoPlanTest::SlotsMayAskAgain() {
-  Begin();
-  host_->Plan("17", "09:00:00", "10:00:00");
-  Helper().StartDetectAutoRunPlan();
+  BeginWith("09:00:00", "10:00:00");
   std::string seen;
   connect(&Helper(), &CAutoPlanHelper::signalStartPlanAutoRun, this, [&](const GetPlanDetailResponse& plan) {
-    host_->Plan("99", "11:00:00", "12:00:00");
+    host_->SetPlan("99", "11:00:00", "12:00:00");
     Helper().CheckAutoRunPlan();  // replaces the stored record while it is being announced
     seen = plan.index_code;
   });
@@ -278,7 +262,7 @@ void AutoPlanTest::SlotsMayAskAgain() {
 
 void AutoPlanTest::TimedPlayOffMakesNoCall() {
   Begin(false);
-  host_->Plan("17", "00:00:00", "23:59:59");
+  host_->SetPlan("17", "00:00:00", "23:59:59");
   Helper().StartDetectAutoRunPlan();
   Helper().CheckAutoRunPlan();
   Tick();
