@@ -26,7 +26,7 @@ const char kCareless[] = "--end-carelessly";
 constexpr int kEndMs = 20000;  // a process that has not ended by then never will
 
 /// A host that only ever loads: it enters no event loop of its own and ends without a word to the plug-in. The name of
-/// what is left behind tells how far it gets. Its store goes after everything else, as that of a static object would.
+/// what is left behind says how far it gets. Its store goes after everything else, as that of a static object would.
 int EndCarelessly(int argc, char** argv, const QString& left_behind) {
   QString error;
   std::shared_ptr<TarnHost::CPlanStore> store;

@@ -33,45 +33,40 @@ QString Info(const char* function, const char* text) {
 class ManagerLoadingTest : public CPlanTest {
   Q_OBJECT
  private Q_SLOTS:
+  void init() { QThreadPool::globalInstance()->setMaxThreadCount(threads_); }
   void NineModelsInOrder();
   void OnDemandLoadsTheTopAlone();
   void LoadAllDescendsThroughTheFirstModel();
   void SecondLoadRepeatsTheSignalAlone();
-  void PanelsAreToldBeforeTheTreesEmpty();
-  void HostNotReady_data();
   void HostNotReady();
   void FailedTopLevelStillInitialises();
   void WaitsForTheDownload();
-  void WaitLendsItsThread();
   void StoppedWaitNeverLoads_data();
   void StoppedWaitNeverLoads();
   void WholeTreeEventReloads();
-  void ReloadWhileAnAnswerIsUnderWay();
   void UninitDropsEverythingAndInitBringsItBack();
   void ModelsOfOnesOwnTakePart();
 
  private:
   CViewModelDataManager& Manager() { return CViewModelDataManager::Instance(); }
+  void UseOneThread() { QThreadPool::globalInstance()->setMaxThreadCount(1); }
+
+  const int threads_ = QThreadPool::globalInstance()->maxThreadCount();
 };
 
 void ManagerLoadingTest::NineModelsInOrder() {
   Open({}, false);
-  const char* const ids[] = {"0", "1", "2", "3"};
-  for (const char* id : ids) {
+  for (const char* id : {"0", "1", "2", "3"}) {
     for (const ThemeNodeType theme : {PublicTheme, OwnTheme}) {
       const CStandardPlanModel* model = Manager().GetViewManagerByTheme(id, theme);
-      QVERIFY(model);
-      QCOMPARE(model->parent(), &Manager());
-      QCOMPARE(model->GetViewManagerMonitorId(), QString(id));
-      QCOMPARE(model->GetViewManagerThemeNodeType(), theme);
+      QVERIFY(model && model->parent() == &Manager());
       QVERIFY(model->GetViewMangageParam().flag8 && !model->GetViewMangageParam().flag9);
     }
   }
   QVERIFY(Manager().GetViewManagerByTheme("system_config", OwnTheme));
-  QVERIFY(!Manager().GetViewManagerByTheme("system_config", PublicTheme));
-  QVERIFY(!Manager().GetViewManagerByTheme("0", ReceivedTheme));
-  QVERIFY(!Manager().GetViewManagerByTheme("4", OwnTheme));
-  QVERIFY(!Manager().IsViewModelInitFinish());  // may be asked before any load
+  for (const auto& [id, theme] : {std::pair("system_config", PublicTheme), {"0", ReceivedTheme}, {"4", OwnTheme}}) {
+    QVERIFY(!Manager().GetViewManagerByTheme(id, theme));
+  }
   // A model is registered once, and of two with one name the first is found.
   CStandardPlanModel twin(ViewManagerParam(PublicTheme, "0"), nullptr);
   CStandardPlanModel* const first = Manager().GetViewManagerByTheme("0", PublicTheme);
@@ -141,46 +136,38 @@ void ManagerLoadingTest::SecondLoadRepeatsTheSignalAlone() {
   QCOMPARE(finished.count(), 1);
   QVERIFY(root.isValid());
   QCOMPARE(Services().Count("GetPlanGroups"), calls);
-}
-
-void ManagerLoadingTest::PanelsAreToldBeforeTheTreesEmpty() {
-  Open();
+  // A load that comes about otherwise says so before the trees empty.
   int rows = -1;
-  connect(&Manager(), &CViewModelDataManager::SignalDataDownloadFinished, this,
-          [this, &rows] { rows = fixture_.Public()->rowCount(); });
   fixture_.Public()->appendRow(new QStandardItem("left over"));
+  connect(&Manager(), &CViewModelDataManager::SignalDataDownloadFinished, fixture_.Public(),
+          [this, &rows] { rows = fixture_.Public()->rowCount(); });
   Manager().OnViewUiTreeInit();
   QCOMPARE(rows, 2);
   QCOMPARE(Outline(fixture_.Public()), QString("Plans"));
 }
 
-void ManagerLoadingTest::HostNotReady_data() {
-  QTest::addColumn<QString>("call");
-  QTest::newRow("groups") << "IsInitViewGroupFinish";
-  QTest::newRow("plans") << "IsInitViewFinish";
-}
-
 void ManagerLoadingTest::HostNotReady() {
-  QFETCH(QString, call);
-  Open({}, false);
-  fixture_.Start();
-  Manager().ClearAllViewModelData();
-  QTRY_VERIFY(Manager().IsViewResourceDownLoadFinish());
-  Services().Fail(call);
-  fixture_.Log().Clear();
-  QSignalSpy finished(&Manager(), &CViewModelDataManager::SignalDataDownloadFinished);
-  Manager().LoadAllViewManagerModelData();
-  QCOMPARE(finished.count(), 1);  // the wait page goes all the same
-  QVERIFY(!Manager().IsViewModelInitFinish());
-  QCOMPARE(fixture_.Public()->rowCount(), 0);
-  // Both failures log the text of the groups.
-  QCOMPARE(fixture_.Log().Lines().last(),
-           QString("LyraClientError 3 [TarnPlanView::CViewModelDataManager::OnViewUiTreeInit(#)] [0x00000000] - "
-                   "IsInitViewGroupFinish is Failed"));
-  Services().Mend(call);
-  Manager().LoadAllViewManagerModelData();  // counts as requested: only the signal again
-  QCOMPARE(finished.count(), 2);
-  QCOMPARE(fixture_.Public()->rowCount(), 0);
+  for (const char* call : {"IsInitViewGroupFinish", "IsInitViewFinish"}) {
+    Open();
+    Manager().ClearAllViewModelData();
+    QTRY_VERIFY(Manager().IsViewResourceDownLoadFinish());
+    Services().Fail(call);
+    fixture_.Log().Clear();
+    QSignalSpy finished(&Manager(), &CViewModelDataManager::SignalDataDownloadFinished);
+    Manager().LoadAllViewManagerModelData();
+    QCOMPARE(finished.count(), 1);  // the wait page goes all the same
+    QVERIFY(!Manager().IsViewModelInitFinish());
+    QCOMPARE(fixture_.Public()->rowCount(), 0);
+    // Both failures log the text of the groups.
+    QCOMPARE(fixture_.Log().Lines().last(),
+             QString("LyraClientError 3 [TarnPlanView::CViewModelDataManager::OnViewUiTreeInit(#)] [0x00000000] - "
+                     "IsInitViewGroupFinish is Failed"));
+    Services().Mend(call);
+    Manager().LoadAllViewManagerModelData();  // counts as requested: only the signal again
+    QCOMPARE(finished.count(), 2);
+    QCOMPARE(fixture_.Public()->rowCount(), 0);
+    Shut();
+  }
 }
 
 void ManagerLoadingTest::FailedTopLevelStillInitialises() {
@@ -226,19 +213,6 @@ void ManagerLoadingTest::WaitsForTheDownload() {
   QCOMPARE(Services().Count("GetPlanGroups"), 2);
 }
 
-void ManagerLoadingTest::WaitLendsItsThread() {
-  Open({}, false);
-  const int threads = QThreadPool::globalInstance()->maxThreadCount();
-  QThreadPool::globalInstance()->setMaxThreadCount(1);
-  Services().Fail("IsViewResourceDownFinish");
-  fixture_.Start();
-  QTRY_VERIFY(Services().Count("IsViewResourceDownFinish") >= 3);
-  QSemaphore others_turn;
-  QThreadPool::globalInstance()->start([&others_turn] { others_turn.release(); });
-  QVERIFY(others_turn.tryAcquire(1, 5000));
-  QThreadPool::globalInstance()->setMaxThreadCount(threads);
-}
-
 void ManagerLoadingTest::StoppedWaitNeverLoads_data() {
   QTest::addColumn<QString>("end");
   for (const char* end : {"uninit", "destroyed", "application quits"}) {
@@ -249,12 +223,13 @@ void ManagerLoadingTest::StoppedWaitNeverLoads_data() {
 void ManagerLoadingTest::StoppedWaitNeverLoads() {
   QFETCH(QString, end);
   Open({}, false);
-  const int threads = QThreadPool::globalInstance()->maxThreadCount();
-  QThreadPool::globalInstance()->setMaxThreadCount(1);
+  UseOneThread();
   Services().Fail("IsViewResourceDownFinish");
   fixture_.Start();
-  const int asked = Services().Count("IsViewResourceDownFinish");
-  QTRY_VERIFY(Services().Count("IsViewResourceDownFinish") > asked);
+  QTRY_VERIFY(Services().Count("IsViewResourceDownFinish") >= 3);
+  QSemaphore others_turn;  // the wait lends its thread
+  QThreadPool::globalInstance()->start([&others_turn] { others_turn.release(); });
+  QVERIFY(others_turn.tryAcquire(1, 5000));
   if (end == "uninit") {
     Manager().UninitManager();
   } else if (end == "destroyed") {
@@ -263,7 +238,6 @@ void ManagerLoadingTest::StoppedWaitNeverLoads() {
     QMetaObject::invokeMethod(qApp, "aboutToQuit", Qt::DirectConnection);
   }
   QVERIFY(QThreadPool::globalInstance()->waitForDone(5000));  // the task ends although there is no time limit
-  QThreadPool::globalInstance()->setMaxThreadCount(threads);
   Services().Mend("IsViewResourceDownFinish");
   CPlanFixture::Drain();
   QVERIFY(!Manager().IsViewModelInitFinish());
@@ -289,22 +263,6 @@ void ManagerLoadingTest::WholeTreeEventReloads() {
   QTRY_COMPARE(Outline(fixture_.Public()), QString(kWholePublic));
 }
 
-void ManagerLoadingTest::ReloadWhileAnAnswerIsUnderWay() {
-  Open();
-  CStandardViewController controller(fixture_.Public());
-  Services().Hold("GetPlansInGroup", TarnTest::CRecordingServices::AfterCall);
-  controller.OnExpandViewTreeItem(fixture_.Public()->index(0, 0));
-  CPlanFixture::Drain();  // under the root no plans are asked for: the first level is there
-  const QString a = fixture_.Code("Public A");
-  controller.OnExpandViewTreeItem(fixture_.Public()->FindIndexByIndexCode(a, true));
-  QVERIFY(Services().WaitUntilHeld("GetPlansInGroup"));
-  Manager().OnUpdateViewModelData();
-  QTRY_VERIFY(Manager().IsViewModelInitFinish());
-  Services().ReleaseAll();
-  CPlanFixture::Drain();
-  QCOMPARE(Outline(fixture_.Public()), QString("Plans"));  // the group is gone, its plans land nowhere
-}
-
 void ManagerLoadingTest::UninitDropsEverythingAndInitBringsItBack() {
   Open({{"load_all", 1}});
   CPlanFixture::Drain();
@@ -312,13 +270,10 @@ void ManagerLoadingTest::UninitDropsEverythingAndInitBringsItBack() {
   QVERIFY(Services().ObserverCount() > 10);
   CStandardViewController controller(fixture_.Public());
   const QModelIndex root = fixture_.Public()->index(0, 0);
-  view_plugin_protocol::AddPlanRequest plan;
-  plan.plan_name = "late";
-  plan.parent_index_code = fixture_.Code("A1").toStdString();
   Services().Hold("AddPlanGroup", TarnTest::CRecordingServices::AfterCall);
   Services().Hold("AddPlan", TarnTest::CRecordingServices::AfterCall);
   controller.AddPlanGroupByIndexName(root, "late");
-  controller.AddPlanParam(plan);
+  controller.AddPlanParam(TarnTest::NewPlan("late", fixture_.Code("A1")));
   QVERIFY(Services().WaitUntilHeld("AddPlanGroup") && Services().WaitUntilHeld("AddPlan"));
   Manager().UninitManager();
   QCOMPARE(Services().ObserverCount(), 0);

@@ -64,8 +64,6 @@ class ControllerTest : public CPlanTest {
 
  private:
   void Start(const QMap<QString, int>& switches = {});
-  QModelIndex Group(const QString& name) { return fixture_.Public()->FindIndexByIndexCode(fixture_.Code(name), true); }
-  QModelIndex Plan(const QString& name) { return fixture_.Public()->FindIndexByIndexCode(fixture_.Code(name), false); }
   QModelIndex Root() { return fixture_.Public()->index(0, 0); }
   /// A row of its own at the top, as another host might send it.
   QStandardItem* AddRow(int type, const QVariant& code) {
@@ -97,7 +95,7 @@ void ControllerTest::Start(const QMap<QString, int>& switches) {
   if (!switches.value("load_all")) {
     controller_->OnExpandViewTreeItem(Root());
     CPlanFixture::Drain();
-    controller_->OnExpandViewTreeItem(Group("Public A"));
+    controller_->OnExpandViewTreeItem(GroupRow("Public A"));
   }
   Said();
   Services().ForgetCalls();
@@ -113,7 +111,7 @@ void ControllerTest::AddGroup() {
   Start();
   QCOMPARE(controller_->parent(), fixture_.Public());
   const QString name = QString::fromUtf8("N\xC3\xB6rd \xF0\x9F\x8E\xA5");
-  controller_->AddPlanGroupByIndexName(Group("Public A"), name);
+  controller_->AddPlanGroupByIndexName(GroupRow("Public A"), name);
   QVERIFY(log_->lines.isEmpty());  // never before the event loop runs
   QCOMPARE(Said(), QStringList({"group added Public A " + name + " 0", "tip 0 AddASuccess"}));
   const auto request = Sent<AddPlanGroupRequest>();
@@ -121,7 +119,7 @@ void ControllerTest::AddGroup() {
   QCOMPARE(request.parent_index_code, fixture_.Code("Public A").toStdString());
   QCOMPARE(QString::fromStdString(log_->last_group.index_code), fixture_.Code(name));
   QCOMPARE(log_->last_group.parent_index_code, request.parent_index_code);
-  QVERIFY(Group(name).isValid());
+  QVERIFY(GroupRow(name).isValid());
   for (const auto& call : Services().Calls()) {
     QVERIFY2(!call.on_gui_thread || call.name != "AddPlanGroup", "the GUI thread waited for the host");
   }
@@ -151,11 +149,11 @@ void ControllerTest::GroupsOfEveryKindOfRow() {
 void ControllerTest::DeleteAndRenameGroup() {
   Start();
   const std::string code = fixture_.Code("A1").toStdString();
-  controller_->UpdatePlanGroupName(Group("A1"), "A1 new");
+  controller_->UpdatePlanGroupName(GroupRow("A1"), "A1 new");
   QCOMPARE(Said(), QStringList({"renamed A1 new A1 new", "tip 0 EditSuccess"}));  // the trees have it already
   QCOMPARE(Sent<UpdatePlanGroupRequest>().index_code, code);
   QCOMPARE(Sent<UpdatePlanGroupRequest>().name, std::string("A1 new"));
-  controller_->DeletePlanGroupByIndex(Group("A1 new"));
+  controller_->DeletePlanGroupByIndex(GroupRow("A1 new"));
   QCOMPARE(Said(), QStringList({"group deleted -", kDeleted}));
   const auto request = Sent<DeletePlanGroupRequest>();
   QCOMPARE(request.index_code, code);
@@ -177,7 +175,7 @@ void ControllerTest::AddUpdateDeletePlan() {
   controller_->UpdatePlanParam(update, "new");
   QCOMPARE(Said(), QStringList({"updated newer", kSaved}));
   QCOMPARE(Sent<UpdatePlanRequest>().plan_index_code, update.plan_index_code);
-  controller_->DeletePlanByIndex(Plan("newer"));
+  controller_->DeletePlanByIndex(PlanRow("newer"));
   QCOMPARE(Said(), QStringList({"plan deleted -", kDeleted}));
   const auto request = Sent<DeletePlanResquest>();
   QCOMPARE(request.plan_index_code, update.plan_index_code);
@@ -237,9 +235,9 @@ void ControllerTest::FailuresShowTheHostsText() {
   const std::string code = fixture_.Code("Public A plan 2").toStdString();
   const std::pair<const char*, std::function<void()>> requests[] = {
       {"AddPlanGroup", [&] { controller_->AddPlanGroupByIndexName(Root(), "x"); }},
-      {"DeletePlanGroup", [&] { controller_->DeletePlanGroupByIndex(Group("A1")); }},
-      {"DeletePlan", [&] { controller_->DeletePlanByIndex(Plan("Public A plan 2")); }},
-      {"UpdatePlanGroup", [&] { controller_->UpdatePlanGroupName(Group("A1"), "x"); }},
+      {"DeletePlanGroup", [&] { controller_->DeletePlanGroupByIndex(GroupRow("A1")); }},
+      {"DeletePlan", [&] { controller_->DeletePlanByIndex(PlanRow("Public A plan 2")); }},
+      {"UpdatePlanGroup", [&] { controller_->UpdatePlanGroupName(GroupRow("A1"), "x"); }},
       {"AddPlan", [&] { controller_->AddPlanParam({}); }},
       {"UpdatePlan", [&] { controller_->UpdatePlanParam({}, "x"); }},
       {"GetPlanDetail", [&] { controller_->PlayPlanViewByIndexCode(code); }},
@@ -264,7 +262,7 @@ void ControllerTest::GuardsAreSilent() {
   controller_->AddPlanGroupByIndexName(Root(), "");
   controller_->DeletePlanGroupByIndex({});
   controller_->DeletePlanGroupByIndex(bare);
-  controller_->DeletePlanGroupByIndex(Plan("Public A plan 2"));  // no group code
+  controller_->DeletePlanGroupByIndex(PlanRow("Public A plan 2"));  // no group code
   controller_->PlayPlanViewByIndexCode("");
   controller_->AddOperationPlayPlan("", true, true);
   controller_->OnExpandViewTreeItem({});
@@ -302,9 +300,9 @@ void ControllerTest::WindowLimit() {
 void ControllerTest::Expand() {
   Start();
   const QString b = fixture_.Code("Public B");
-  controller_->OnExpandViewTreeItem(Group("Public B"));
+  controller_->OnExpandViewTreeItem(GroupRow("Public B"));
   QCOMPARE(log_->Take(), QStringList("loaded " + b + " 1"));  // before the fetch
-  QVERIFY(Group("Public B").data(GroupLoadedRole).toBool());
+  QVERIFY(GroupRow("Public B").data(GroupLoadedRole).toBool());
   QCOMPARE(Said(), QStringList("list Public B 0 2"));
   QCOMPARE(Sent<GetPlanGroupsRequest>().parent_index_code, b.toStdString());
   QCOMPARE(Sent<GetPlanGroupsRequest>().node_type, int(PublicGroupItem));
@@ -317,7 +315,7 @@ void ControllerTest::Expand() {
   QCOMPARE(Services().Count("GetPlansInGroup"), 0);
   // A plan has nothing below it.
   Services().ForgetCalls();
-  controller_->OnExpandViewTreeItem(Plan("Public A plan 2"));
+  controller_->OnExpandViewTreeItem(PlanRow("Public A plan 2"));
   QCOMPARE(Said(), QStringList("finished Public A plan 2 1"));
   QVERIFY(Services().Calls().empty());
   Q_EMIT fixture_.Public()->SignalFinshCreateRootPlan();
@@ -333,9 +331,9 @@ void ControllerTest::ExpandUnderRootAsksForPlansWhenTheyMayStandThere() {
 
 void ControllerTest::ExpandWhenEverythingIsLoaded() {
   Start({{"load_all", 1}});
-  controller_->OnExpandViewTreeItem(Group("A1"));
+  controller_->OnExpandViewTreeItem(GroupRow("A1"));
   QCOMPARE(log_->Take(), QStringList({"loaded " + fixture_.Code("A1") + " 1", "finished A1 1"}));
-  controller_->OnExpandViewTreeItem(Plan("A1 plan 2"));
+  controller_->OnExpandViewTreeItem(PlanRow("A1 plan 2"));
   QCOMPARE(Said(), QStringList("finished A1 plan 2 1"));
   QCOMPARE(Services().Count("GetPlanGroups"), 0);
 }
@@ -362,20 +360,20 @@ void ControllerTest::ExpandFailures() {
   Start();
   const QString loaded = "loaded " + fixture_.Code("Public B") + " 1";
   Services().Fail("GetPlansInGroup", "no plans");
-  controller_->OnExpandViewTreeItem(Group("Public B"));
+  controller_->OnExpandViewTreeItem(GroupRow("Public B"));
   QCOMPARE(Said(), QStringList({loaded, "finished Public B 1", "tip 1 no plans"}));
   Services().Fail("GetPlanGroups", "");
   Services().ForgetCalls();
-  controller_->OnExpandViewTreeItem(Group("Public B"));
+  controller_->OnExpandViewTreeItem(GroupRow("Public B"));
   QCOMPARE(Said(), QStringList({loaded, "finished Public B 1", "tip 1 "}));
   QCOMPARE(Services().Count("GetPlansInGroup"), 0);
-  QCOMPARE(fixture_.Public()->rowCount(Group("Public B")), 0);
-  QVERIFY(fixture_.Public()->canFetchMore(Group("Public B")));  // can be tried again
+  QCOMPARE(fixture_.Public()->rowCount(GroupRow("Public B")), 0);
+  QVERIFY(fixture_.Public()->canFetchMore(GroupRow("Public B")));  // can be tried again
   Services().Mend("GetPlanGroups");
   Services().Mend("GetPlansInGroup");
-  controller_->OnExpandViewTreeItem(Group("Public B"));
+  controller_->OnExpandViewTreeItem(GroupRow("Public B"));
   Said();
-  QCOMPARE(fixture_.Public()->rowCount(Group("Public B")), 2);
+  QCOMPARE(fixture_.Public()->rowCount(GroupRow("Public B")), 2);
 }
 
 void ControllerTest::HasChildren() {
@@ -383,19 +381,19 @@ void ControllerTest::HasChildren() {
   controller_->AddPlanGroupByIndexName(Root(), "empty");
   CPlanFixture::Drain();
   log_->Take();
-  QVERIFY(controller_->IsHaveChilds(Group("Public A")));
-  QVERIFY(controller_->IsHaveChilds(Group("Public B")));  // plans alone
+  QVERIFY(controller_->IsHaveChilds(GroupRow("Public A")));
+  QVERIFY(controller_->IsHaveChilds(GroupRow("Public B")));  // plans alone
   QVERIFY(controller_->IsHaveChilds(Root()));
-  QVERIFY(!controller_->IsHaveChilds(Plan("Public A plan 2")));
-  QVERIFY(!controller_->IsHaveChilds(Group("empty")));
+  QVERIFY(!controller_->IsHaveChilds(PlanRow("Public A plan 2")));
+  QVERIFY(!controller_->IsHaveChilds(GroupRow("empty")));
   for (const auto& call : Services().Calls()) {
     QVERIFY(!call.on_gui_thread || call.name == "GetCurrentUser");  // on whose behalf the group is added
   }
   Services().Fail("GetPlansInGroup");
-  QVERIFY(controller_->IsHaveChilds(Group("Public A")));
-  QVERIFY(!controller_->IsHaveChilds(Group("Public B")));  // the host cannot say
+  QVERIFY(controller_->IsHaveChilds(GroupRow("Public A")));
+  QVERIFY(!controller_->IsHaveChilds(GroupRow("Public B")));  // the host cannot say
   Services().Fail("GetPlanGroups");
-  QVERIFY(!controller_->IsHaveChilds(Group("Public A")));
+  QVERIFY(!controller_->IsHaveChilds(GroupRow("Public A")));
   QCOMPARE(Said(), QStringList());  // the probe says nothing to the user
 }
 

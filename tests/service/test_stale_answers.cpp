@@ -55,8 +55,6 @@ class StaleAnswersTest : public CPlanTest {
 
  private:
   CViewModelDataManager& Manager() { return CViewModelDataManager::Instance(); }
-  QModelIndex Group(const QString& name) { return fixture_.Public()->FindIndexByIndexCode(fixture_.Code(name), true); }
-  QModelIndex Plan(const QString& name) { return fixture_.Public()->FindIndexByIndexCode(fixture_.Code(name), false); }
   QModelIndex Root() { return fixture_.Public()->index(0, 0); }
   /// Other requests may be held meanwhile.
   void Expand(const QPersistentModelIndex& row) {
@@ -88,7 +86,7 @@ void StaleAnswersTest::init() {
   Open();
   controller_ = std::make_unique<CStandardViewController>(fixture_.Public());
   Expand(Root());
-  Expand(Group("Public A"));
+  Expand(GroupRow("Public A"));
   log_ = std::make_unique<CControllerLog>(controller_.get());
 }
 
@@ -102,7 +100,7 @@ void StaleAnswersTest::cleanup() {
 
 void StaleAnswersTest::RowMovedMeanwhile() {
   AskAndHold("UpdatePlanGroup", CRecordingServices::BeforeCall,
-             [this] { controller_->UpdatePlanGroupName(Group("Public B"), "renamed"); });
+             [this] { controller_->UpdatePlanGroupName(GroupRow("Public B"), "renamed"); });
   // "Public B" goes to another place and another row takes its old one.
   QStandardItem* root = fixture_.Public()->item(0);
   root->insertRow(0, root->takeRow(1));
@@ -125,7 +123,7 @@ void StaleAnswersTest::RowRemovedMeanwhile() {
       {"DeletePlanGroup", [this](const auto& row) { controller_->DeletePlanGroupByIndex(row); }},
       {"AddPlanGroup", [this](const auto& row) { controller_->AddPlanGroupByIndexName(row, "x"); }},
       {"GetPlansInGroup", [this](const auto& row) { controller_->OnExpandViewTreeItem(row); }}};
-  AskAndHold(call, CRecordingServices::BeforeCall, [&] { requests[call](Group("Public B")); });
+  AskAndHold(call, CRecordingServices::BeforeCall, [&] { requests[call](GroupRow("Public B")); });
   log_->Take();
   Manager().OnViewGroupChildRemoved(fixture_.Code("Public B"), ResourceData::RT_VIEW_GROUP);
   AnswerAll();
@@ -136,11 +134,11 @@ void StaleAnswersTest::RowRemovedMeanwhile() {
 void StaleAnswersTest::DeletedPlanDoesNotSurviveAReload() {
   const QString code = fixture_.Code("Public A plan 2");
   AskAndHold("DeletePlan", CRecordingServices::BeforeCall,
-             [this] { controller_->DeletePlanByIndex(Plan("Public A plan 2")); });
+             [this] { controller_->DeletePlanByIndex(PlanRow("Public A plan 2")); });
   Reload();
   Expand(Root());
-  Expand(Group("Public A"));
-  QVERIFY(Plan("Public A plan 2").isValid());  // the host still has it
+  Expand(GroupRow("Public A"));
+  QVERIFY(PlanRow("Public A plan 2").isValid());  // the host still has it
   AnswerAll();
   for (CStandardPlanModel* model : fixture_.Models()) {
     QVERIFY(!model->FindItemByIndexCode(code, false));
@@ -162,12 +160,12 @@ void StaleAnswersTest::ChangedWhileItsGroupLoads() {
   QFETCH(QString, success);
   QFETCH(QString, left);
   const QString what = QTest::currentDataTag(), plan = fixture_.Code("Public B plan 2");
-  AskAndHold("GetPlansInGroup", AfterCall, [this] { controller_->OnExpandViewTreeItem(Group("Public B")); });
+  AskAndHold("GetPlansInGroup", AfterCall, [this] { controller_->OnExpandViewTreeItem(GroupRow("Public B")); });
   if (what == "group deleted") {
-    controller_->DeletePlanGroupByIndex(Group("Public B"));
+    controller_->DeletePlanGroupByIndex(GroupRow("Public B"));
   } else if (what == "plan deleted") {  // in another panel, which has the group open
     Manager().InsertSubPlanNode(fixture_.Code("Public B"), 0);
-    controller_->DeletePlanByIndex(Plan("Public B plan 2"));
+    controller_->DeletePlanByIndex(PlanRow("Public B plan 2"));
   } else if (what == "plan moved") {  // where no rows are loaded
     controller_->UpdatePlanParam(ChangedPlan(plan, "moved", fixture_.Code("A1")), "");
   } else {
@@ -208,7 +206,7 @@ void StaleAnswersTest::IndexesOfAProxy() {
   CPlanFixture::Watch(&proxy);
   proxy.setSourceModel(fixture_.Public());
   AskAndHold("GetPlansInGroup", CRecordingServices::BeforeCall,
-             [&] { controller_->OnExpandViewTreeItem(proxy.mapFromSource(Group("Public B"))); });
+             [&] { controller_->OnExpandViewTreeItem(proxy.mapFromSource(GroupRow("Public B"))); });
   proxy.invalidate();
   Reload();
   log_->Take();
@@ -223,14 +221,14 @@ void StaleAnswersTest::IndexesOfAProxy() {
 void StaleAnswersTest::ASlotEndsTheController() {
   log_.reset();
   connect(controller_.get(), &CStandardViewController::SignalDeletePlanSucc, this, [this] { controller_.reset(); });
-  controller_->DeletePlanByIndex(Plan("Public A plan 2"));
+  controller_->DeletePlanByIndex(PlanRow("Public A plan 2"));
   QTRY_VERIFY(!controller_);
-  QVERIFY(!Plan("Public A plan 2").isValid());
+  QVERIFY(!PlanRow("Public A plan 2").isValid());
   controller_ = std::make_unique<CStandardViewController>(fixture_.Public());
   Services().Fail("GetPlanGroups", "no");
   connect(controller_.get(), &CStandardViewController::SignalFinishAnsyGetSubItem, this,
           [this] { controller_.reset(); });
-  controller_->OnExpandViewTreeItem(Group("Public B"));
+  controller_->OnExpandViewTreeItem(GroupRow("Public B"));
   QTRY_VERIFY(!controller_);
 }
 
@@ -249,8 +247,8 @@ void StaleAnswersTest::ControllerDies() {
   for (const char* call : {"AddPlanGroup", "GetPlansInGroup", "GetPlanDetail"}) {
     Services().Hold(call);
   }
-  controller->AddPlanGroupByIndexName(Group("Public A"), "orphan");
-  controller->OnExpandViewTreeItem(Group("Public B"));
+  controller->AddPlanGroupByIndexName(GroupRow("Public A"), "orphan");
+  controller->OnExpandViewTreeItem(GroupRow("Public B"));
   controller->PlayPlanViewByIndexCode(fixture_.Code("Public A plan 2").toStdString());
   QVERIFY(Services().WaitUntilHeld("AddPlanGroup"));
   if (!with_model) {
@@ -267,14 +265,14 @@ void StaleAnswersTest::ControllerDies() {
 void StaleAnswersTest::ManySlowRequestsInAnyOrder() {
   Services().Hold("AddPlanGroup");
   for (int i = 0; i < 6; ++i) {
-    controller_->AddPlanGroupByIndexName(Group("A1"), QString("slow %1").arg(i));
+    controller_->AddPlanGroupByIndexName(GroupRow("A1"), QString("slow %1").arg(i));
   }
   QVERIFY(Services().WaitUntilHeld("AddPlanGroup", 6));
-  Expand(Group("A1"));  // meanwhile the group is opened
+  Expand(GroupRow("A1"));  // meanwhile the group is opened
   AnswerAll();
   QStringList rows;
-  for (int row = 0; row < fixture_.Public()->rowCount(Group("A1")); ++row) {
-    rows << fixture_.Public()->index(row, 0, Group("A1")).data().toString();
+  for (int row = 0; row < fixture_.Public()->rowCount(GroupRow("A1")); ++row) {
+    rows << fixture_.Public()->index(row, 0, GroupRow("A1")).data().toString();
   }
   std::sort(rows.begin(), rows.begin() + 6);  // groups first, in the order of their answers
   QCOMPARE(rows, QStringList({"slow 0", "slow 1", "slow 2", "slow 3", "slow 4", "slow 5", "A1 plan 2", "A1 plan 10"}));
@@ -283,10 +281,10 @@ void StaleAnswersTest::ManySlowRequestsInAnyOrder() {
 void StaleAnswersTest::ChangesOfOneRowKeepTheirOrder() {
   CStandardViewController other(fixture_.Public());
   Services().Hold("UpdatePlanGroup");
-  controller_->UpdatePlanGroupName(Group("Public A"), "first");
-  other.UpdatePlanGroupName(Group("Public A"), "second");
-  controller_->UpdatePlanGroupName(Group("Public A"), "last");
-  controller_->UpdatePlanGroupName(Group("Public B"), "beside it");
+  controller_->UpdatePlanGroupName(GroupRow("Public A"), "first");
+  other.UpdatePlanGroupName(GroupRow("Public A"), "second");
+  controller_->UpdatePlanGroupName(GroupRow("Public A"), "last");
+  controller_->UpdatePlanGroupName(GroupRow("Public B"), "beside it");
   const auto asked = [this] {
     QStringList names;
     for (const auto& request : Services().Requests<UpdatePlanGroupRequest>()) {
@@ -312,16 +310,16 @@ void StaleAnswersTest::OwnAnswerAfterANewerNotice_data() {
 // Own changes are made; before their answers come, somebody else makes newer ones. The tree ends as the store does.
 void StaleAnswersTest::OwnAnswerAfterANewerNotice() {
   QFETCH(QStringList, failing);
-  Expand(Group("Public B"));
+  Expand(GroupRow("Public B"));
   const QString renamed = fixture_.Code("Public B"), moved = fixture_.Code("Public A plan 2"),
                 deleted = fixture_.Code("Public A plan 10");
   for (const char* call : {"UpdatePlanGroup", "UpdatePlan", "AddPlanGroup"}) {
     Services().Hold(call, AfterCall);
   }
-  controller_->UpdatePlanGroupName(Group("Public B"), "own name");
+  controller_->UpdatePlanGroupName(GroupRow("Public B"), "own name");
   controller_->UpdatePlanParam(ChangedPlan(moved, "own place", fixture_.Code("A1")), "");
   controller_->UpdatePlanParam(ChangedPlan(deleted, "own save", renamed), "");
-  controller_->AddPlanGroupByIndexName(Group("Public A"), "own group");
+  controller_->AddPlanGroupByIndexName(GroupRow("Public A"), "own group");
   QVERIFY(Services().WaitUntilHeld("UpdatePlanGroup") && Services().WaitUntilHeld("UpdatePlan", 2) &&
           Services().WaitUntilHeld("AddPlanGroup"));
 
@@ -418,7 +416,7 @@ void StaleAnswersTest::AChangeThatWaitedIsNotTheNextUsers() {
     failing.contains(time) ? Services().Fail("GetCurrentUser", "The line is down") : Services().Mend("GetCurrentUser");
   };
   const QString code = fixture_.Code("Public A");
-  const QModelIndex row = Group("Public A");
+  const QModelIndex row = GroupRow("Public A");
   AskAndHold("UpdatePlanGroup", AfterCall, [&] { controller_->UpdatePlanGroupName(row, "first"); });
   fail_at("asked");
   controller_->UpdatePlanGroupName(row, "waits");

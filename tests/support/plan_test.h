@@ -4,10 +4,11 @@
 #include <QtTest>
 
 #include "plan_fixture.h"
+#include "standard_plan_model.h"
 
 namespace TarnTest {
 
-/// Base of tests over the whole plug-in: after each test everything is shut down, and a warning nobody expected fails.
+/// Base of tests over the whole plug-in: after each test everything is shut down, and an unexpected warning fails.
 class CPlanTest : public QObject {
   Q_OBJECT
  protected:
@@ -24,6 +25,13 @@ class CPlanTest : public QObject {
   /// Shuts down in the middle of a test that opens again.
   void Shut() { QCOMPARE(fixture_.Close(), QStringList()); }
   CRecordingServices& Services() { return fixture_.Services(); }
+  /// Row of the group (plan) with this name in the store, in the public tree or in another.
+  QModelIndex GroupRow(const QString& name, const TarnPlanView::CStandardPlanModel* model = nullptr) const {
+    return (model ? model : fixture_.Public())->FindIndexByIndexCode(fixture_.Code(name), true);
+  }
+  QModelIndex PlanRow(const QString& name, const TarnPlanView::CStandardPlanModel* model = nullptr) const {
+    return (model ? model : fixture_.Public())->FindIndexByIndexCode(fixture_.Code(name), false);
+  }
 
   CPlanFixture fixture_;
 
