@@ -31,7 +31,7 @@ class ManagerChangesTest : public CPlanTest {
   void NewGroup();
   void NewPlanStopsAtTheFirstUnloadedGroup();
   void UpdatedPlanLooksAtEachModel();
-  void ChangedPlanStopsAtTheFirstUnloadedGroup();
+  void FollowsAPlanThatChangedElsewhere();
   void Deletions();
   void TimedPlayIsCheckedAfterPlansAlone();
   void Renames();
@@ -208,21 +208,29 @@ void ManagerChangesTest::UpdatedPlanLooksAtEachModel() {
   QVERIFY(!fixture_.Public()->FindItemPlanPlaying());  // a new row; the player marks it again
 }
 
-void ManagerChangesTest::ChangedPlanStopsAtTheFirstUnloadedGroup() {
+void ManagerChangesTest::FollowsAPlanThatChangedElsewhere() {
   OpenExpanded({"Public A", "Public B"});
   const QString plan = fixture_.Code("Public A plan 2");
-  QCOMPARE(fixture_.InStore().Update(ChangedPlan(plan, "changed", fixture_.Code("Public B"))), QString());
+  const auto change_to = [&](const char* name, const QString& group) {
+    QCOMPARE(fixture_.InStore().Update(ChangedPlan(plan, name, group)), QString());
+    Services().ObserverOf(RT_VIEW, plan.toStdString())->OnResourceUpdate({2, plan.toStdString(), name, RT_VIEW});
+  };
+  change_to("renamed", fixture_.Code("Public A"));
+  QCOMPARE(PublicOutlines(),
+           QString("Plans(Public A(A1,renamed,Public A plan 10),Public B(Public B plan 2,Public B plan 10))"));
+  // It comes into every tree up to the first whose group is not loaded.
   Unload("Public B", "1");
-  Services().Fail("GetPlanDetail");
-  Manager().OnViewChanged(plan);
-  Services().Mend("GetPlanDetail");
-  Services().ObserverOf(RT_VIEW, plan.toStdString())->OnResourceUpdate({2, plan.toStdString(), "changed", RT_VIEW});
+  change_to("moved", fixture_.Code("Public B"));
   const auto parent = [&](const char* monitor) {
     return PublicOf(monitor)->FindIndexByIndexCode(plan, false).parent().data().toString();
   };
   QCOMPARE(parent("0"), QString("Public B"));
   QCOMPARE(parent("1"), QString());  // comes when the group is expanded
   QCOMPARE(parent("2"), QString("Public A"));
+  // Where its group has no row it goes from every tree.
+  QCOMPARE(fixture_.InStore().AddGroup(fixture_.Code("A1"), "hidden"), QString());
+  change_to("hidden", fixture_.Code("hidden"));
+  QCOMPARE(parent("0") + parent("2") + parent("3"), QString());
 }
 
 void ManagerChangesTest::Deletions() {

@@ -8,8 +8,8 @@
 
 namespace TarnTest {
 
-/// The calls of a host in the form tests want them: changes answer the text of their failure, empty when they were made.
-/// Over another client's store they are changes from elsewhere; see CPlanFixture::InStore(), too.
+/// The calls of a host in the form tests want them: changes answer the text of their failure, empty when they were
+/// made. Over another client's store they are changes from elsewhere; see CPlanFixture::InStore(), too.
 class CPlanCalls {
  public:
   explicit CPlanCalls(TarnHost::IHostServices& host) : host_(&host) {}
