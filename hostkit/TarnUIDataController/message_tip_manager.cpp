@@ -6,6 +6,7 @@
 #include <QQueue>
 #include <QTimer>
 
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/message_tip.h"
 #include "TarnUIDataController/tip_kind.h"
@@ -99,7 +100,8 @@ CMessageTipManager::~CMessageTipManager() {
 }
 
 void CMessageTipManager::ShowTip(const QString& text, int state, QWidget* widget) {
-  ShowMessage(widget, text, state == 0 ? kSuccessTip : kFailureTip, kPlaceTop, kTipDistance);
+  const TipKind kind = state == MarUIControl::CNomalMessage::Success ? kSuccessTip : kFailureTip;
+  ShowMessage(widget, text, kind, kPlaceTop, kTipDistance);
 }
 
 void CMessageTipManager::ShowMessage(QWidget* window, const QString& text, int kind, int /*place*/, int distance) {

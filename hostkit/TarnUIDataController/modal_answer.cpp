@@ -19,7 +19,10 @@ void SetModalAnswer(std::function<int(const ModalQuestion&)> answer) {
 
 int AskModal(const ModalQuestion& question, const std::function<int()>& show) {
   const auto answer = Answer();  // a copy: the answer may set another one
-  return answer ? answer(question) : show();
+  if (!answer) {
+    return show();
+  }
+  return answer(question);
 }
 
 }  // namespace TarnHost

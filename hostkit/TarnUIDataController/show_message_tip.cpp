@@ -3,6 +3,7 @@
 #include <QPointer>
 
 #include "MarUIControl/modal_tip_dialog.h"
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 
 namespace tarn_ui_data_controller {
@@ -18,7 +19,10 @@ int ModelFor(int state, int buttons) {
   if (buttons == (kOkButton | kCancelButton)) {
     return CModalTipDialog::QuestionModel;
   }
-  return state == 0 ? CModalTipDialog::HintModel : CModalTipDialog::WarningModel;
+  if (state == MarUIControl::CNomalMessage::Success) {
+    return CModalTipDialog::HintModel;
+  }
+  return CModalTipDialog::WarningModel;
 }
 
 void SetButtons(CModalTipDialog& dialog, int buttons) {
