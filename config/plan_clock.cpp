@@ -12,7 +12,10 @@ std::function<QDateTime()>& Source() {
 }  // namespace
 
 QDateTime CPlanClock::Now() {
-  return Source() ? Source()() : QDateTime::currentDateTime();
+  if (Source()) {
+    return Source()();
+  }
+  return QDateTime::currentDateTime();
 }
 
 void CPlanClock::SetSource(std::function<QDateTime()> source) {

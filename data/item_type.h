@@ -19,4 +19,14 @@ enum ItemType {
   ReceivedLeafItem = 13,
 };
 
+inline bool IsGroupItem(int type) {
+  return type == PublicGroupItem || type == OwnGroupItem || type == ReceivedGroupItem;
+}
+
+/// A plan or a plan-like leaf.
+inline bool IsPlanItem(int type) {
+  return type == PublicPlanItem || type == PublicLeafItem || type == OwnPlanItem || type == OwnLeafItem ||
+         type == ReceivedPlanItem || type == ReceivedLeafItem;
+}
+
 }  // namespace TarnPlanView

@@ -86,7 +86,7 @@ void CPlanCodeIndex::onRowsAboutToBeRemoved(const QModelIndex& parent, int first
     stale_ = false;
     return;
   }
-  // A look-up by somebody else who is told of the removal must not take the going rows in.
+  // A look-up by another receiver of the removal's signal must not take the going rows in.
   rebuildIfStale();
   for (int row = first; row <= last; ++row) {
     removeSubtree(owner->child(row));

@@ -44,7 +44,7 @@ class CPlanCodeIndex : public QObject {
   CodeHash groups_;
   CodeHash plans_;
   QVector<QStandardItem*> playing_;
-  // Codes changed in place or the model was reset: the hashes are filled anew when next asked.
+  // Codes changed in place or the model was reset: the hashes are filled again when next asked.
   bool stale_ = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include "item_type.h"
 #include "plan_item_role.h"
+#include "plan_rules/families.h"
 #include "view_public_def.h"
 
 namespace TarnPlanView {
@@ -10,9 +11,9 @@ namespace {
 // The family comes from the record, not from the model that shows it.
 int PlanItemType(int family) {
   switch (family) {
-    case 0:
+    case view_plugin_protocol::PublicFamily:
       return PublicPlanItem;
-    case 2:
+    case view_plugin_protocol::ReceivedFamily:
       return ReceivedPlanItem;
     default:
       return OwnPlanItem;

@@ -7,6 +7,7 @@
 #include "item_type.h"
 #include "plan_icon_cache.h"
 #include "plan_item_role.h"
+#include "plan_rules/families.h"
 
 namespace TarnPlanView {
 
@@ -16,24 +17,6 @@ constexpr char kSvgSuffix[] = ".svg";
 
 int TypeOf(const QModelIndex& index) {
   return index.data(ItemTypeRole).toInt();
-}
-
-bool IsGroupType(int type) {
-  return type == PublicGroupItem || type == OwnGroupItem || type == ReceivedGroupItem;
-}
-
-bool IsPlanType(int type) {
-  switch (type) {
-    case PublicPlanItem:
-    case PublicLeafItem:
-    case OwnPlanItem:
-    case OwnLeafItem:
-    case ReceivedPlanItem:
-    case ReceivedLeafItem:
-      return true;
-    default:
-      return false;
-  }
 }
 
 QString TreePublic(const char* file) {
@@ -60,35 +43,38 @@ CViewPublicDef::~CViewPublicDef() = default;
 int CViewPublicDef::GetIndexType(const QModelIndex& index) {
   const int type = TypeOf(index);
   if (type >= PublicRootItem && type <= PublicLeafItem) {
-    return 0;
+    return view_plugin_protocol::PublicFamily;
   }
   if (type >= OwnRootItem && type <= OwnLeafItem) {
-    return 1;
+    return view_plugin_protocol::OwnFamily;
   }
   if (type >= ReceivedRootItem && type <= ReceivedLeafItem) {
-    return 2;
+    return view_plugin_protocol::ReceivedFamily;
   }
   return -1;
 }
 
 int CViewPublicDef::GetIndexItemType(const QModelIndex& index) {
   const int type = TypeOf(index);
-  if (IsGroupType(type)) {
+  if (IsGroupItem(type)) {
     return 0;
   }
-  return IsPlanType(type) ? 1 : -1;
+  if (IsPlanItem(type)) {
+    return 1;
+  }
+  return -1;
 }
 
 bool CViewPublicDef::IsPlanGroup(const QModelIndex& index) {
-  return IsGroupType(TypeOf(index));
+  return IsGroupItem(TypeOf(index));
 }
 
 std::string CViewPublicDef::GetIndexCode(const QModelIndex& index) {
   const int type = TypeOf(index);
-  if (IsGroupType(type)) {
+  if (IsGroupItem(type)) {
     return MarUIControl::QStringToString(index.data(GroupIndexCodeRole).toString());
   }
-  if (IsPlanType(type)) {
+  if (IsPlanItem(type)) {
     return MarUIControl::QStringToString(index.data(PlanIndexCodeRole).toString());
   }
   return kPublicRootCode;
@@ -99,7 +85,10 @@ QString CViewPublicDef::GetDarkPath(QString path, bool dark) {
     return path;
   }
   const int at = path.lastIndexOf(QLatin1String(kSvgSuffix), -1, Qt::CaseSensitive);
-  return at < 0 ? path : path.insert(at, QLatin1String("_d"));
+  if (at >= 0) {
+    path.insert(at, QLatin1String("_d"));
+  }
+  return path;
 }
 
 QPixmap CViewPublicDef::GetHighDpiSvgPixmap(const QString& svgPath) {

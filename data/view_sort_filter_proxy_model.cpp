@@ -122,7 +122,7 @@ void CViewSortFilterProxyModel::setSourceModel(QAbstractItemModel* source) {
   QSortFilterProxyModel::setSourceModel(source);
 }
 
-// Connected before the base class is: whatever it compares after a change is looked at anew.
+// Connected before the base class is: whatever it compares after a change is looked at again.
 void CViewSortFilterProxyModel::listenBeforeTheBase(QAbstractItemModel* source) {
   const auto forget = [this] { data_->ForgetSides(); };
   data_->on_change = {
@@ -150,8 +150,10 @@ bool CViewSortFilterProxyModel::hasChildren(const QModelIndex& parent) const {
     return QSortFilterProxyModel::hasChildren(parent);
   }
   const QModelIndex row = mapToSource(parent);
-  return sourceModel()->rowCount(row) > kSortedWhenOpened ? QSortFilterProxyModel::hasChildren(parent)
-                                                          : sourceModel()->hasChildren(row);
+  if (sourceModel()->rowCount(row) > kSortedWhenOpened) {
+    return QSortFilterProxyModel::hasChildren(parent);
+  }
+  return sourceModel()->hasChildren(row);
 }
 
 void CViewSortFilterProxyModel::SetFilterEnabled(bool enabled) {

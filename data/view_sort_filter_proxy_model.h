@@ -9,8 +9,8 @@ namespace TarnPlanView {
 /// Sorts each level of a plan tree by item type, then name; with filtering on it keeps only the roots and groups that
 /// the user may use as a target.
 ///
-/// The flags take effect at the next filter pass: whoever changes one invalidates the filter. Rights are asked for
-/// every row of family 0 at every pass; family 1 needs none. Thread: GUI.
+/// The flags take effect at the next filter pass: after a change of one the filter is to be invalidated. Rights are
+/// asked for every row of family 0 at every pass; family 1 needs none. Thread: GUI.
 class CViewSortFilterProxyModel : public QSortFilterProxyModel {
   Q_OBJECT
  public:

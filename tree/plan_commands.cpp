@@ -14,24 +14,6 @@ bool IsPublic(int item_type) {
   return item_type >= PublicRootItem && item_type <= PublicLeafItem;
 }
 
-bool IsGroup(int item_type) {
-  return item_type == PublicGroupItem || item_type == OwnGroupItem || item_type == ReceivedGroupItem;
-}
-
-bool IsPlan(int item_type) {
-  switch (item_type) {
-    case PublicPlanItem:
-    case PublicLeafItem:
-    case OwnPlanItem:
-    case OwnLeafItem:
-    case ReceivedPlanItem:
-    case ReceivedLeafItem:
-      return true;
-    default:
-      return false;
-  }
-}
-
 // A button of the bar is off: for want of a right, or for something that needs no words.
 CommandState Granted(bool granted, bool has_right, Refusal no_right, const PanelSituation& situation) {
   CommandState state;
@@ -166,11 +148,11 @@ CommandStates StatesOf(const PanelSituation& situation) {
   states[PlanCommand::Edit] = Edit(situation);
   states[PlanCommand::Delete] = Delete(situation);
   states[PlanCommand::Share] = Share(situation);
-  const bool is_plan = IsPlan(situation.item_type);
+  const bool is_plan = IsPlanItem(situation.item_type);
   states[PlanCommand::Play].shown = is_plan;
   states[PlanCommand::Share].shown = is_plan;
   states[PlanCommand::CreationInfo].shown = is_plan && situation.switches.creation_info;
-  states[PlanCommand::Cycle].shown = IsGroup(situation.item_type) && situation.switches.group_cycle;
+  states[PlanCommand::Cycle].shown = IsGroupItem(situation.item_type) && situation.switches.group_cycle;
   states[PlanCommand::Search].shown = situation.switches.search;
   return states;
 }

@@ -29,8 +29,14 @@ inline Content ContentIn(const PlanWindow* window) {
 inline bool IsFilled(const PlanWindow& window) {
   return ContentIn(window) != Content::Nothing;
 }
+inline bool IsFilled(const PlanWindow* window) {
+  return ContentIn(window) != Content::Nothing;
+}
 
 inline bool IsCamera(const PlanWindow& window) {
+  return ContentIn(window) == Content::Camera;
+}
+inline bool IsCamera(const PlanWindow* window) {
   return ContentIn(window) == Content::Camera;
 }
 

@@ -16,13 +16,13 @@ int CPageStripModel::rowCount(const QModelIndex& parent) const {
 int CPageStripModel::FilledOn(int page) const {
   int filled = 0;
   for (int window_no = 1; window_no <= WindowsOfSplit(document_->Draft().pages[page].split_type); ++window_no) {
-    filled += CWindowText::IsFilled(document_->Draft().Window(page, window_no)) ? 1 : 0;
+    filled += view_plugin_protocol::IsFilled(document_->Draft().Window(page, window_no)) ? 1 : 0;
   }
   return filled;
 }
 
 bool CPageStripModel::IsFilled(const QModelIndex& index, int window_no) const {
-  return CWindowText::IsFilled(document_->Draft().Window(index.row(), window_no));
+  return view_plugin_protocol::IsFilled(document_->Draft().Window(index.row(), window_no));
 }
 
 QVariant CPageStripModel::data(const QModelIndex& index, int role) const {

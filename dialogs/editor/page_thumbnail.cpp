@@ -33,7 +33,7 @@ std::string PaintThumbnail(const PlanDraft& draft, const CWindowText& text) {
   for (int window_no = 1; window_no <= WindowsOfSplit(split); ++window_no) {
     const QRect place = WindowPlace(picture.rect(), split, window_no, 2);
     const auto* window = draft.Window(0, window_no);
-    painter.fillRect(place, CWindowText::IsFilled(window) ? kFilled : kEmpty);
+    painter.fillRect(place, IsFilled(window) ? kFilled : kEmpty);
     painter.setPen(kInk);
     painter.drawText(place.adjusted(4, 2, -4, -2), Qt::AlignCenter | Qt::TextWordWrap, text.Name(window));
   }

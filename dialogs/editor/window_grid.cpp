@@ -191,7 +191,7 @@ void CWindowGrid::GoOn() {
 int CWindowGrid::NextEmpty(int window_no) const {
   for (int step = 0; step < WindowCount(); ++step) {
     const int next = (window_no + step) % WindowCount() + 1;
-    if (!CWindowText::IsFilled(Window(next))) {
+    if (!IsFilled(Window(next))) {
       return next;
     }
   }
@@ -296,7 +296,7 @@ void CWindowGrid::mousePressEvent(QMouseEvent* event) {
     SetCurrentWindow(window_no);
   }
   pressed_at_.reset();
-  if (window_no != 0 && event->button() == Qt::LeftButton && CWindowText::IsFilled(Window(window_no))) {
+  if (window_no != 0 && event->button() == Qt::LeftButton && IsFilled(Window(window_no))) {
     pressed_at_ = event->pos();
   }
 }
@@ -322,7 +322,7 @@ void CWindowGrid::contextMenuEvent(QContextMenuEvent* event) {
   auto* menu = new tarn_ui_data_controller::CPopupMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
   QAction* clear = menu->addAction(tr("Clear window"), this, &CWindowGrid::Clear, QKeySequence(Qt::Key_Delete));
-  clear->setEnabled(CWindowText::IsFilled(Window(current_)));
+  clear->setEnabled(IsFilled(Window(current_)));
   menu->addAction(tr("Clear page"), this, [this] { document_->ClearPage(document_->CurrentPage()); });
   menu->addAction(
       tr("Mark to swap"), this, [this] { Mark(current_); }, QKeySequence(QKeySequence::Cut));
@@ -399,7 +399,7 @@ bool CWindowGrid::event(QEvent* event) {
 
 QString CWindowGrid::Tip(int window_no) const {
   const auto* window = window_no != 0 ? Window(window_no) : nullptr;
-  if (!CWindowText::IsFilled(window)) {
+  if (!IsFilled(window)) {
     return QString();
   }
   const QString tip = text_->NameAndState(window) + QLatin1Char('\n') +
@@ -418,7 +418,7 @@ void CWindowGrid::paintEvent(QPaintEvent*) {
 
 void CWindowGrid::PaintWindow(QPainter* painter, int window_no) const {
   const QRect place = WindowRect(window_no);
-  painter->fillRect(place, Color(CWindowText::IsFilled(Window(window_no)) ? "wall_bar" : "wall_empty"));
+  painter->fillRect(place, Color(IsFilled(Window(window_no)) ? "wall_bar" : "wall_empty"));
   PaintContent(painter, place.adjusted(kMargin, kMargin - 2, -kMargin, 2 - kMargin), window_no);
   PaintMarks(painter, place, window_no);
 }
@@ -428,7 +428,7 @@ void CWindowGrid::PaintContent(QPainter* painter, const QRect& inside, int windo
   const int line = fontMetrics().height();
   painter->setPen(Color(isEnabled() ? "wall_hint" : "text_disabled"));
   painter->drawText(inside, Qt::AlignTop | Qt::AlignLeft, QString::number(window_no));
-  if (!CWindowText::IsFilled(window)) {
+  if (!IsFilled(window)) {
     if (window_no == current_ && inside.width() > 20 * fontMetrics().averageCharWidth()) {
       painter->drawText(inside.adjusted(0, line, 0, -line), Qt::AlignCenter | Qt::TextWordWrap,
                         tr("Drop a camera here"));

@@ -86,7 +86,7 @@ void CWindowSettings::Renew() {
   const PlanWindow* window = Window();
   const QString name = text_->NameAndState(window);
   title_->setText(tr("Window %1").arg(window_no_) + QStringLiteral(": ") + (name.isEmpty() ? tr("empty") : name));
-  if (CWindowText::IsCamera(window)) {
+  if (IsCamera(window)) {
     Offer(stream_, Streams(*window), window->stream_type);
     Offer(preset_, Presets(*window), window->preset_no);
   } else {

@@ -6,6 +6,7 @@
 
 namespace TarnPlanView {
 
+using view_plugin_protocol::Content;
 using view_plugin_protocol::PlanWindow;
 
 namespace {
@@ -14,24 +15,22 @@ constexpr int kMainStream = 0, kSubStream = 1, kSmoothStream = 2;
 
 }  // namespace
 
-bool CWindowText::IsFilled(const PlanWindow* window) {
-  return window && view_plugin_protocol::IsFilled(*window);
-}
-
-bool CWindowText::IsCamera(const PlanWindow* window) {
-  return window && view_plugin_protocol::IsCamera(*window);
-}
-
 QString CWindowText::Name(const PlanWindow* window) const {
-  if (!IsFilled(window)) {
-    return QString();
+  switch (ContentIn(window)) {
+    case Content::Nothing:
+      return QString();
+    case Content::Camera:
+      return CameraName(*window);
+    case Content::OtherContent:
+      return tr("Other content");
   }
-  if (!IsCamera(window)) {
-    return tr("Other content");
-  }
+  return QString();
+}
+
+QString CWindowText::CameraName(const PlanWindow& window) const {
   const QString kept =
-      MarUIControl::StringToQString(window->resource_name.empty() ? window->resource_code : window->resource_name);
-  const auto on_site = OnSite(*window);
+      MarUIControl::StringToQString(window.resource_name.empty() ? window.resource_code : window.resource_name);
+  const auto on_site = OnSite(window);
   if (!on_site) {
     return kept;
   }
@@ -74,10 +73,10 @@ QString CWindowText::Stream(int stream_type) {
 
 QString CWindowText::Hints(const PlanWindow& window) const {
   QStringList hints;
-  if (IsCamera(&window) && window.stream_type != kMainStream) {
+  if (IsCamera(window) && window.stream_type != kMainStream) {
     hints.append(Stream(window.stream_type));
   }
-  if (IsCamera(&window) && window.preset_no != 0) {
+  if (IsCamera(window) && window.preset_no != 0) {
     hints.append(tr("Preset %1").arg(window.preset_no));
   }
   return hints.join(QStringLiteral(", "));

@@ -37,13 +37,12 @@ class CWindowText {
   /// "Window 3 of 9: CAM 007, offline, sub-stream", for those who hear it.
   QString Spoken(int window_no, int windows, const view_plugin_protocol::PlanWindow* window) const;
 
-  static bool IsFilled(const view_plugin_protocol::PlanWindow* window);
-  static bool IsCamera(const view_plugin_protocol::PlanWindow* window);
   static QString Stream(int stream_type);
   /// "1 h 5 min", "90 s" and the like.
   static QString Dwell(int seconds);
 
  private:
+  QString CameraName(const view_plugin_protocol::PlanWindow& window) const;
   std::optional<SiteCamera> OnSite(const view_plugin_protocol::PlanWindow& window) const;
 
   CameraLookUp look_up_;

@@ -4,7 +4,6 @@
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "standard_plan_model.h"
-#include "view_public_def.h"
 
 namespace TarnPlanView {
 
@@ -12,8 +11,8 @@ namespace {
 
 /// What an index of the joint tree carries: the item above it in its own model.
 QStandardItem* ItemAbove(const QStandardItemModel* source, const QModelIndex& index) {
-  const QModelIndex parent = index.parent();
-  return parent.isValid() ? source->itemFromIndex(parent) : source->invisibleRootItem();
+  QStandardItem* above = source->itemFromIndex(index.parent());
+  return above == nullptr ? source->invisibleRootItem() : above;
 }
 
 }  // namespace
@@ -29,15 +28,16 @@ CBothFamiliesModel::CBothFamiliesModel(CStandardPlanModel* public_plans, CStanda
 CBothFamiliesModel::~CBothFamiliesModel() = default;
 
 void CBothFamiliesModel::Follow(QStandardItemModel* source) {
-  const auto offset = [this, source](const QModelIndex& parent) { return parent.isValid() ? 0 : Offset(source); };
   connect(source, &QAbstractItemModel::rowsAboutToBeInserted, this,
-          [this, offset](const QModelIndex& parent, int first, int last) {
-            beginInsertRows(MapFromSource(parent), first + offset(parent), last + offset(parent));
+          [this, source](const QModelIndex& parent, int first, int last) {
+            const int offset = OffsetBelow(parent, source);
+            beginInsertRows(MapFromSource(parent), first + offset, last + offset);
           });
   connect(source, &QAbstractItemModel::rowsInserted, this, [this] { endInsertRows(); });
   connect(source, &QAbstractItemModel::rowsAboutToBeRemoved, this,
-          [this, offset](const QModelIndex& parent, int first, int last) {
-            beginRemoveRows(MapFromSource(parent), first + offset(parent), last + offset(parent));
+          [this, source](const QModelIndex& parent, int first, int last) {
+            const int offset = OffsetBelow(parent, source);
+            beginRemoveRows(MapFromSource(parent), first + offset, last + offset);
           });
   connect(source, &QAbstractItemModel::rowsRemoved, this, [this] { endRemoveRows(); });
   connect(source, &QAbstractItemModel::dataChanged, this,
@@ -59,6 +59,13 @@ int CBothFamiliesModel::Offset(const QAbstractItemModel* source) const {
   return rows;
 }
 
+int CBothFamiliesModel::OffsetBelow(const QModelIndex& parent, const QAbstractItemModel* source) const {
+  if (parent.isValid()) {
+    return 0;
+  }
+  return Offset(source);
+}
+
 QStandardItemModel* CBothFamiliesModel::Source(const QAbstractItemModel* model) const {
   for (QStandardItemModel* source : sources_) {
     if (source == model) {
@@ -69,12 +76,11 @@ QStandardItemModel* CBothFamiliesModel::Source(const QAbstractItemModel* model) 
 }
 
 QModelIndex CBothFamiliesModel::MapFromSource(const QModelIndex& source) const {
-  const QStandardItemModel* model = source.isValid() ? Source(source.model()) : nullptr;
+  const QStandardItemModel* model = Source(source.model());
   if (!model) {
     return QModelIndex();
   }
-  const int offset = source.parent().isValid() ? 0 : Offset(model);
-  return createIndex(source.row() + offset, 0, ItemAbove(model, source));
+  return createIndex(source.row() + OffsetBelow(source.parent(), model), 0, ItemAbove(model, source));
 }
 
 QModelIndex CBothFamiliesModel::MapToSource(const QModelIndex& index) const {
@@ -83,8 +89,8 @@ QModelIndex CBothFamiliesModel::MapToSource(const QModelIndex& index) const {
   }
   const auto* above = static_cast<const QStandardItem*>(index.internalPointer());
   const QStandardItemModel* model = above->model();
-  const bool top = above == model->invisibleRootItem();
-  return model->index(index.row() - (top ? Offset(model) : 0), 0, top ? QModelIndex() : above->index());
+  const QModelIndex parent = above->index();  // invalid at the top
+  return model->index(index.row() - OffsetBelow(parent, model), 0, parent);
 }
 
 QModelIndex CBothFamiliesModel::index(int row, int column, const QModelIndex& parent) const {
@@ -113,7 +119,10 @@ int CBothFamiliesModel::rowCount(const QModelIndex& parent) const {
     return Offset(nullptr);
   }
   const QModelIndex source = MapToSource(parent);
-  return source.isValid() ? source.model()->rowCount(source) : 0;
+  if (!source.isValid()) {
+    return 0;
+  }
+  return source.model()->rowCount(source);
 }
 
 int CBothFamiliesModel::columnCount(const QModelIndex&) const {
@@ -121,8 +130,11 @@ int CBothFamiliesModel::columnCount(const QModelIndex&) const {
 }
 
 bool CBothFamiliesModel::hasChildren(const QModelIndex& parent) const {
+  if (!parent.isValid()) {
+    return rowCount() > 0;
+  }
   const QModelIndex source = MapToSource(parent);
-  return source.isValid() ? source.model()->hasChildren(source) : rowCount() > 0;
+  return source.isValid() && source.model()->hasChildren(source);
 }
 
 bool CBothFamiliesModel::canFetchMore(const QModelIndex& parent) const {
@@ -132,25 +144,30 @@ bool CBothFamiliesModel::canFetchMore(const QModelIndex& parent) const {
 
 QVariant CBothFamiliesModel::data(const QModelIndex& index, int role) const {
   const QModelIndex source = MapToSource(index);
-  const bool title = !source.parent().isValid() && source.data(ItemTypeRole).toInt() != kFoundPlansItem;
-  if (!title || role == ItemTypeRole || role == GroupIndexCodeRole) {
+  if (source.parent().isValid()) {
     return source.data(role);
   }
-  if (role == Qt::DisplayRole) {
-    switch (source.data(ItemTypeRole).toInt()) {
-      case PublicRootItem:
-        return tr("Public plans");
-      case OwnRootItem:
-        return tr("My plans");
-      case PlaceholderItem:
-        return tr("No default view");
-      default:
-        break;
-    }
+  const int type = source.data(ItemTypeRole).toInt();
+  if (type != kFoundPlansItem && role == Qt::DisplayRole) {
+    return Title(type, source.data(role));
   }
-  // The placeholder's own font and colour are made for a light ground.
-  const bool look = role == Qt::FontRole || role == Qt::ForegroundRole;
-  return look ? QVariant() : source.data(role);
+  if (type != kFoundPlansItem && (role == Qt::FontRole || role == Qt::ForegroundRole)) {
+    return QVariant();  // the placeholder's own are made for a light ground
+  }
+  return source.data(role);
+}
+
+QVariant CBothFamiliesModel::Title(int type, const QVariant& own_text) {
+  switch (type) {
+    case PublicRootItem:
+      return tr("Public plans");
+    case OwnRootItem:
+      return tr("My plans");
+    case PlaceholderItem:
+      return tr("No default view");
+    default:
+      return own_text;
+  }
 }
 
 Qt::ItemFlags CBothFamiliesModel::flags(const QModelIndex& index) const {
@@ -159,14 +176,15 @@ Qt::ItemFlags CBothFamiliesModel::flags(const QModelIndex& index) const {
     return Qt::NoItemFlags;
   }
   const int type = source.data(ItemTypeRole).toInt();
-  const bool root = type == PublicRootItem || type == OwnRootItem;
-  const bool group = CViewPublicDef::IsPlanGroup(source);
   if (type == kFoundPlansItem) {
     return Qt::NoItemFlags;
   }
   const auto* plans = qobject_cast<const CStandardPlanModel*>(source.model());
-  const bool groups_too = plans && plans->IsGroupCanSelected();
-  return root || (group && !groups_too) ? Qt::ItemIsEnabled : Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+  const bool is_fixed_group = IsGroupItem(type) && !(plans && plans->IsGroupCanSelected());
+  if (type == PublicRootItem || type == OwnRootItem || is_fixed_group) {
+    return Qt::ItemIsEnabled;
+  }
+  return Qt::ItemIsEnabled | Qt::ItemIsSelectable;
 }
 
 }  // namespace TarnPlanView

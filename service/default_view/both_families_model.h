@@ -22,6 +22,7 @@ class CBothFamiliesModel : public QAbstractItemModel {
                      QObject* parent);
   ~CBothFamiliesModel() override;
 
+  /// Invalid for an index of another model, as is that of MapToSource().
   QModelIndex MapFromSource(const QModelIndex& source) const;
   QModelIndex MapToSource(const QModelIndex& index) const;
 
@@ -38,8 +39,12 @@ class CBothFamiliesModel : public QAbstractItemModel {
   void Follow(QStandardItemModel* source);
   /// Number of top rows of the models before it.
   int Offset(const QAbstractItemModel* source) const;
+  /// What is to be added to the rows of `source` below `parent`: its offset at the top, else nothing.
+  int OffsetBelow(const QModelIndex& parent, const QAbstractItemModel* source) const;
   /// One of ours, or null.
   QStandardItemModel* Source(const QAbstractItemModel* model) const;
+  /// How a top row of this item type is called here.
+  static QVariant Title(int type, const QVariant& own_text);
 
   const QVector<QStandardItemModel*> sources_;
 };

@@ -14,6 +14,7 @@
 #include "default_view_tree.h"
 #include "host_calls/ask.h"
 #include "plan_item_role.h"
+#include "plan_rows.h"
 #include "plan_way.h"
 #include "standard_view_controller.h"
 #include "view_config_manager.h"
@@ -28,24 +29,17 @@ using view_plugin_protocol::ClienDefaultViewConfigRequest;
 
 namespace {
 
-constexpr int kGroupItem = 0;
-constexpr int kPlanItem = 1;
 constexpr int kIconSize = 18;  // as in the plan tree
 
 ClienDefaultViewConfigRequest RequestOf(const QModelIndex& index) {
   ClienDefaultViewConfigRequest request;
-  switch (CViewPublicDef::GetIndexItemType(index)) {
-    case kGroupItem:
-      request.type = ResourceData::RT_VIEW_GROUP;
-      request.index_code = QStringToString(index.data(GroupIndexCodeRole).toString());
-      break;
-    case kPlanItem:
-      request.type = ResourceData::RT_VIEW;
-      request.index_code = QStringToString(index.data(PlanIndexCodeRole).toString());
-      break;
-    default:
-      request.index_code = kPlaceholderCode;
-      break;
+  request.index_code = kPlaceholderCode;
+  if (CViewPublicDef::IsPlanGroup(index)) {
+    request.type = ResourceData::RT_VIEW_GROUP;
+    request.index_code = QStringToString(CodeOfRow(index));
+  } else if (IsPlanRow(index)) {
+    request.type = ResourceData::RT_VIEW;
+    request.index_code = QStringToString(CodeOfRow(index));
   }
   return request;
 }
@@ -75,7 +69,8 @@ class CDefaultLoadViewDisplay::Private {
   bool IsStoredElsewhere(const PlanWay& found) const;
   void OnExpanded(const QString& group, bool loaded);
   static QString NotOffered();
-  void GiveUp(const QString& why);
+  static QString WhyNotShown(const PlanWay& found);
+  void StopSeeking(const QString& why);
   void Show(const QModelIndex& row);
   void OnChosen(const QModelIndex& row);
   void OnRowsInserted(const QModelIndex& parent, int first);
@@ -155,7 +150,10 @@ QModelIndex CDefaultLoadViewDisplay::Private::FindRow() const {
   }
   bool is_number = false;
   const int code = StringToQString(wanted.index_code).toInt(&is_number);
-  return is_number ? tree->Find(QString::number(code), wanted.type == ResourceData::RT_VIEW_GROUP) : QModelIndex();
+  if (!is_number) {
+    return QModelIndex();
+  }
+  return tree->Find(QString::number(code), wanted.type == ResourceData::RT_VIEW_GROUP);
 }
 
 void CDefaultLoadViewDisplay::Private::Seek() {
@@ -166,8 +164,15 @@ void CDefaultLoadViewDisplay::Private::Seek() {
   if (row.isValid()) {
     Show(row);
   } else if (seeking && !tree->ExpandLowest(way)) {
-    GiveUp(NotOffered());
+    StopSeeking(NotOffered());
   }
+}
+
+QString CDefaultLoadViewDisplay::Private::WhyNotShown(const PlanWay& found) {
+  if (found.error.isEmpty()) {
+    return NotOffered();
+  }
+  return tr("The default view cannot be shown: %1").arg(found.error);
 }
 
 QString CDefaultLoadViewDisplay::Private::NotOffered() {
@@ -193,7 +198,7 @@ void CDefaultLoadViewDisplay::Private::OnWay(const PlanWay& found) {
   if (!way.isEmpty()) {
     Seek();
   } else if (tree->IsFound(box->GetCurrentIndex())) {
-    GiveUp(found.error);
+    StopSeeking(found.error);
   } else if (was_shown && none.isValid() && found.default_view && IsNone(*found.default_view)) {
     stored = wanted = RequestOf(none);
     is_stored_known = true;
@@ -201,9 +206,9 @@ void CDefaultLoadViewDisplay::Private::OnWay(const PlanWay& found) {
   } else if (was_shown && IsStoredElsewhere(found)) {
     q->SelectView(stored.type, stored.index_code);
   } else if (was_shown || is_stored) {
-    GiveUp(found.error.isEmpty() ? NotOffered() : tr("The default view cannot be shown: %1").arg(found.error));
+    StopSeeking(WhyNotShown(found));
   } else {
-    GiveUp(QString());  // a code that nobody has stored
+    StopSeeking(QString());  // a code that is stored nowhere
   }
 }
 
@@ -221,11 +226,12 @@ void CDefaultLoadViewDisplay::Private::OnExpanded(const QString& group, bool loa
     return;
   }
   // Where all is loaded at the start the controller was not asked, so it says nothing.
-  GiveUp(CViewConfigManager::Instance().IsLoadAll() ? tr("The plans could not be loaded.") : QString());
+  const bool is_silent = CViewConfigManager::Instance().IsLoadAll();
+  StopSeeking(is_silent ? tr("The plans could not be loaded.") : QString());
 }
 
 // The choice stays as it is and can be saved; what is stored but not shown stays stored.
-void CDefaultLoadViewDisplay::Private::GiveUp(const QString& why) {
+void CDefaultLoadViewDisplay::Private::StopSeeking(const QString& why) {
   const QModelIndex shown = box->GetCurrentIndex();
   seeking = false;
   missed = !shown.isValid();
@@ -266,7 +272,7 @@ void CDefaultLoadViewDisplay::Private::OnRowsInserted(const QModelIndex& parent,
     return;
   }
   if (!parent.isValid()) {
-    seeking = true;  // all anew
+    seeking = true;  // all once more
     FetchWay();
   }
   seek_soon.start(0);

@@ -104,7 +104,7 @@ bool CDefaultViewTree::HasRoots() const {
   int roots = 0;
   for (int row = 0; row < rows_->rowCount(); ++row) {
     const int type = rows_->index(row, 0).data(ItemTypeRole).toInt();
-    roots += type == PublicRootItem || type == OwnRootItem ? 1 : 0;
+    roots += static_cast<int>(type == PublicRootItem || type == OwnRootItem);
   }
   return roots == 2;
 }
@@ -127,12 +127,14 @@ bool CDefaultViewTree::ExpandLowest(const QStringList& groups) {
 
 void CDefaultViewTree::OnRowsInserted(const QModelIndex& parent, int first) {
   const QPersistentModelIndex row = rows_->index(first, 0, parent);
+  const bool is_top = !parent.isValid();
   if (IsFound(row)) {
-    view_->expand(parent.isValid() ? parent : QModelIndex(row));
-  } else {
-    // Later: they may have come in the middle of a load.
-    (parent.isValid() ? rows_came_ : roots_came_).start(0);
+    view_->expand(is_top ? QModelIndex(row) : parent);
+    return;
   }
+  // Later: they may have come in the middle of a load.
+  QTimer& came = is_top ? roots_came_ : rows_came_;
+  came.start(0);
 }
 
 void CDefaultViewTree::ExpandRoots() {
@@ -156,8 +158,8 @@ void CDefaultViewTree::Expand(const QModelIndex& index) {
   }
 }
 
-// Every model tells of every expansion, whether it has got rows by it or another one, and also of those that were asked
-// for elsewhere, whose index is not of these rows.
+// Every model announces every expansion, whether it has got rows by it or another one, and also of those that were
+// asked for elsewhere, whose index is not of these rows.
 void CDefaultViewTree::FinishExpand(const QModelIndex& index, bool expand) {
   if (!index.isValid() || index.model() != rows_) {
     return;
@@ -170,14 +172,13 @@ void CDefaultViewTree::FinishExpand(const QModelIndex& index, bool expand) {
   }
 }
 
-// The controller tells only where it has nothing to hand to the models: after a failure above all.
+// The controller answers only where it has nothing to hand to the models: after a failure above all.
 void CDefaultViewTree::FinishOwnExpand(const QModelIndex& index, bool expand) {
-  const bool is_ours = index.isValid() && index.model() == rows_;
-  const QString unfetched =
-      is_ours && rows_->canFetchMore(index) ? index.data(GroupIndexCodeRole).toString() : QString();
+  const bool is_unfetched = index.isValid() && index.model() == rows_ && rows_->canFetchMore(index);
+  const QString group = index.data(GroupIndexCodeRole).toString();  // read now, for the row may go
   FinishExpand(index, expand);
-  if (!unfetched.isEmpty()) {
-    Q_EMIT SignalExpanded(unfetched, false);
+  if (is_unfetched && !group.isEmpty()) {
+    Q_EMIT SignalExpanded(group, false);
   }
 }
 

@@ -21,7 +21,7 @@ QStandardItem* RowOf(const SearchedPlan& found) {
   plan.group_index_code = found.group_index_code;
   plan.type = found.type;
   auto* row = new CViewPlanItem(ViewManagerParam(static_cast<ThemeNodeType>(found.type), QString()), plan);
-  if (!found.group_name.empty()) {  // tells it from its namesakes
+  if (!found.group_name.empty()) {  // or its namesakes would look the same
     row->setText(QStringLiteral("%1 (%2)").arg(row->text(), StringToQString(found.group_name)));
   }
   row->setEditable(false);
@@ -98,14 +98,15 @@ bool CFoundPlans::IsOffered(const SearchedPlan& plan) const {
 
 void CFoundPlans::DropLoaded() {
   QStandardItem* top = rows_.item(0);
-  for (int row = top ? top->rowCount() - 1 : -1; row >= 0; --row) {
+  if (!top) {
+    return;
+  }
+  for (int row = top->rowCount() - 1; row >= 0; --row) {
     if (is_loaded_(top->child(row)->data(PlanIndexCodeRole).toString())) {
       top->removeRow(row);
     }
   }
-  if (top) {
-    ShowState();
-  }
+  ShowState();
 }
 
 void CFoundPlans::ShowState() {
@@ -113,15 +114,24 @@ void CFoundPlans::ShowState() {
 }
 
 QString CFoundPlans::StateText() const {
-  const int found = rows_.rowCount() > 0 ? rows_.item(0)->rowCount() : 0;
   switch (state_) {
     case Failed:
       return tr("The search got no answer: %1").arg(reason_);
     case Answered:
-      return found == 0 ? tr("No further plans found") : tr("Further plans found: %1").arg(found);
-    default:
-      return tr("Searching for further plans...");
+      return CountText();
+    case Idle:
+    case Asking:
+      break;
   }
+  return tr("Searching for further plans...");
+}
+
+QString CFoundPlans::CountText() const {
+  const int found = rows_.item(0)->rowCount();
+  if (found == 0) {
+    return tr("No further plans found");
+  }
+  return tr("Further plans found: %1").arg(found);
 }
 
 }  // namespace TarnPlanView

@@ -46,6 +46,7 @@ class CFoundPlans : public QObject {
   bool IsOffered(const view_plugin_protocol::SearchedPlan& plan) const;
   void ShowState();
   QString StateText() const;
+  QString CountText() const;
 
   const IsLoaded is_loaded_;
   CPlanSearch search_;

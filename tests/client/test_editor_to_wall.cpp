@@ -44,7 +44,7 @@ std::string InEditor(const CPlanDocument& document, int page) {
   std::string words = std::to_string(WindowsOfSplit(shown.split_type)) + " windows";
   for (int no = 1; no <= WindowsOfSplit(shown.split_type); ++no) {
     const PlanWindow* window = document.Draft().Window(page, no);
-    if (CWindowText::IsCamera(window)) {
+    if (IsCamera(window)) {
       words += AskedSource::InWords(*window);
     }
   }
