@@ -7,6 +7,7 @@
 #include "plan_mover.h"
 #include "plan_popups.h"
 #include "plan_preview.h"
+#include "plan_rows.h"
 #include "row_deletion.h"
 #include "search_page.h"
 #include "tree_notice.h"
@@ -179,7 +180,7 @@ void CViewExternWidget::GetCurrentSelectedViewInfo(view_plugin_protocol::TarnPla
     return;
   }
   info.is_group = row.data(IsGroupRole).toBool();
-  info.index_code = QStringToString(row.data(info.is_group ? GroupIndexCodeRole : PlanIndexCodeRole).toString());
+  info.index_code = QStringToString(CodeOfRow(row));
   info.name = QStringToString(row.data().toString());
   info.group_index_code = QStringToString(row.parent().data(GroupIndexCodeRole).toString());
   info.group_name = QStringToString(row.parent().data().toString());

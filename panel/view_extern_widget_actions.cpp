@@ -4,6 +4,7 @@
 #include "plan_item_role.h"
 #include "plan_log.h"
 #include "plan_popups.h"
+#include "plan_rows.h"
 #include "row_deletion.h"
 #include "row_move_check.h"
 #include "search_page.h"
@@ -59,7 +60,7 @@ void CViewExternWidget::onDeleteBtnClicked() {
 
 QModelIndex CViewExternWidget::Private::GroupForNew() const {
   const QModelIndex row = Current();
-  const bool is_plan = CViewPublicDef::GetIndexItemType(row) == 1;
+  const bool is_plan = IsPlanRow(row);
   return is_plan ? row.parent() : row;
 }
 
@@ -155,9 +156,7 @@ void CViewExternWidget::Private::editPlan(const QString& code) {
 
 // The row may have vanished under the open menu, and another one become current. No code means the current row.
 bool CViewExternWidget::Private::isCurrent(const QString& code) const {
-  const QModelIndex row = Current();
-  const int role = row.data(IsGroupRole).toBool() ? GroupIndexCodeRole : PlanIndexCodeRole;
-  return code.isEmpty() || row.data(role).toString() == code;
+  return code.isEmpty() || CodeOfRow(Current()) == code;
 }
 
 bool CViewExternWidget::Private::isThere(PlanCommand command, const QString& code) const {

@@ -265,7 +265,7 @@ void CViewExternWidget::Private::restoreEnableState() {
 
 void CViewExternWidget::Private::askRights() {
   using namespace view_plugin_protocol;
-  known.rights = {HasRight(AddRight), HasRight(EditRight), HasRight(DeleteRight)};
+  known.rights = view_plugin_protocol::Rights::OfCurrentUser();
 }
 
 void CViewExternWidget::Private::renewForRow(const QModelIndex& row) {
@@ -284,7 +284,7 @@ void CViewExternWidget::onCurrentIndexChanged(const QModelIndex& current, const 
   d_->renewForRow(current);
   // Own plans may always be moved; public ones by those who may edit them.
   const bool is_public = CViewPublicDef::GetIndexType(current) == PublicTheme;
-  d_->ui.plan_view_tree->SetMovePermission(!is_public || d_->known.rights.edit);
+  d_->ui.plan_view_tree->SetMovePermission(!is_public || d_->known.rights.Has(view_plugin_protocol::EditRight));
 }
 
 }  // namespace TarnPlanView

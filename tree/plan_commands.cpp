@@ -3,10 +3,13 @@
 #include <QCoreApplication>
 
 #include "item_type.h"
-#include "plan_rules/rights.h"
 #include "view_config_manager.h"
 
 namespace TarnPlanView {
+
+using view_plugin_protocol::AddRight;
+using view_plugin_protocol::DeleteRight;
+using view_plugin_protocol::EditRight;
 
 namespace {
 
@@ -44,7 +47,7 @@ void HoldWhileWaiting(CommandState& state, const PanelSituation& situation) {
 CommandState EditHit(const PanelSituation& situation) {
   CommandState state;
   const int hit = situation.item_type;
-  const bool allowed = hit == OwnPlanItem || (hit == PublicPlanItem && situation.rights.edit);
+  const bool allowed = hit == OwnPlanItem || (hit == PublicPlanItem && situation.rights.Has(EditRight));
   state.enabled = allowed && !situation.editing;
   state.button_enabled = state.enabled || (situation.grants.edit && !situation.editing);
   if (!allowed && !situation.editing) {
@@ -58,13 +61,14 @@ CommandState Edit(const PanelSituation& situation) {
     return EditHit(situation);
   }
   const bool granted = situation.grants.edit && !situation.editing;
-  CommandState state = Granted(granted, situation.rights.edit, Refusal::NoEditRight, situation);
+  CommandState state = Granted(granted, situation.rights.Has(EditRight), Refusal::NoEditRight, situation);
   HoldWhileWaiting(state, situation);
   return state;
 }
 
 CommandState Delete(const PanelSituation& situation) {
-  CommandState state = Granted(situation.grants.remove, situation.rights.remove, Refusal::NoDeleteRight, situation);
+  CommandState state =
+      Granted(situation.grants.remove, situation.rights.Has(DeleteRight), Refusal::NoDeleteRight, situation);
   Hold(state, situation);
   HoldWhileWaiting(state, situation);
   return state;
@@ -72,14 +76,14 @@ CommandState Delete(const PanelSituation& situation) {
 
 CommandState AddGroup(const PanelSituation& situation) {
   const bool granted = situation.grants.add_group && !situation.between_users;
-  CommandState state = Granted(granted, situation.rights.add, Refusal::NoAddRight, situation);
+  CommandState state = Granted(granted, situation.rights.Has(AddRight), Refusal::NoAddRight, situation);
   Hold(state, situation);
   return state;
 }
 
 CommandState AddPlan(const PanelSituation& situation) {
   const bool granted = situation.grants.add_plan && !situation.between_users && !situation.opening;
-  CommandState state = Granted(granted, situation.rights.add, Refusal::NoAddRight, situation);
+  CommandState state = Granted(granted, situation.rights.Has(AddRight), Refusal::NoAddRight, situation);
   if (!granted && situation.page == PanelPage::Search) {
     state.reason = Refusal::SearchShown;
   }
@@ -89,8 +93,8 @@ CommandState AddPlan(const PanelSituation& situation) {
 // Also of own plans: the copy comes into trees that are not the sharer's, so sharing takes the right to add.
 CommandState Share(const PanelSituation& situation) {
   CommandState state;
-  state.enabled = state.button_enabled = situation.rights.add;
-  if (!situation.rights.add) {
+  state.enabled = state.button_enabled = situation.rights.Has(AddRight);
+  if (!situation.rights.Has(AddRight)) {
     state.reason = Refusal::NoShareRight;
   }
   return state;
@@ -117,16 +121,17 @@ std::optional<PlanCommand> CommandOf(tarn_ui_data_controller::MsgType type) {
   }
 }
 
-BarGrants GrantsAfter(const BarGrants& before, int item_type, const PlanRights& rights, bool under_root) {
+BarGrants GrantsAfter(const BarGrants& before, int item_type, const view_plugin_protocol::Rights& rights,
+                      bool under_root) {
   switch (item_type) {
     case PublicRootItem:
-      return {rights.add, rights.add && under_root, false, false};
+      return {rights.Has(AddRight), rights.Has(AddRight) && under_root, false, false};
     case OwnRootItem:
       return {true, under_root, false, false};
     case PublicGroupItem:
     case PublicPlanItem:
     case PublicLeafItem:
-      return {rights.add, rights.add, rights.edit, rights.remove};
+      return {rights.Has(AddRight), rights.Has(AddRight), rights.Has(EditRight), rights.Has(DeleteRight)};
     case OwnGroupItem:
     case OwnPlanItem:
     case OwnLeafItem:
@@ -162,11 +167,11 @@ QString TextOf(Refusal refusal) {
     case Refusal::None:
       return QString();
     case Refusal::NoAddRight:
-      return view_plugin_protocol::LackOf(view_plugin_protocol::AddRight);
+      return LackOf(AddRight);
     case Refusal::NoEditRight:
-      return view_plugin_protocol::LackOf(view_plugin_protocol::EditRight);
+      return LackOf(EditRight);
     case Refusal::NoDeleteRight:
-      return view_plugin_protocol::LackOf(view_plugin_protocol::DeleteRight);
+      return LackOf(DeleteRight);
     case Refusal::NoShareRight:
       return QCoreApplication::translate("TarnPlanView::CViewExternWidget", "You lack the right to share plans.");
     case Refusal::SearchShown:

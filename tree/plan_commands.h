@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "TarnUIDataController/msg_type.h"
+#include "plan_rules/rights.h"
 
 namespace TarnPlanView {
 
@@ -14,11 +15,6 @@ constexpr int kPlanCommands = 9;
 
 /// The command of a menu entry; none for numbers that belong to others.
 std::optional<PlanCommand> CommandOf(tarn_ui_data_controller::MsgType type);
-
-/// The user's rights over public plans, as they were when they were asked for.
-struct PlanRights {
-  bool add = false, edit = false, remove = false;
-};
 
 /// Which of the bar's four buttons the rows that were current so far have left on.
 struct BarGrants {
@@ -37,7 +33,7 @@ enum class PanelPage { Tree, Search, Wait };
 struct PanelSituation {
   int item_type = 0;  // of the row that commands are about; while hits are shown, of the marked one
   BarGrants grants;
-  PlanRights rights;
+  view_plugin_protocol::Rights rights;
   CommandSwitches switches;
   PanelPage page = PanelPage::Tree;
   bool editing = false;        // the plan editor is open
@@ -72,7 +68,8 @@ class CommandStates {
 
 /// The four buttons once a row of this type has become current. Own plans need no rights; received ones only ever take
 /// new groups and leave the rest as it was.
-BarGrants GrantsAfter(const BarGrants& before, int item_type, const PlanRights& rights, bool under_root);
+BarGrants GrantsAfter(const BarGrants& before, int item_type, const view_plugin_protocol::Rights& rights,
+                      bool under_root);
 
 /// The one place that says which commands are shown, which are enabled, and why the others are not.
 CommandStates StatesOf(const PanelSituation& situation);

@@ -6,6 +6,7 @@
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_menu.h"
+#include "plan_rows.h"
 #include "view_public_def.h"
 
 namespace TarnPlanView {
@@ -13,10 +14,6 @@ namespace TarnPlanView {
 using tarn_ui_data_controller::MsgType;
 
 namespace {
-
-QString CodeOf(const QModelIndex& index) {
-  return index.data(index.data(IsGroupRole).toBool() ? GroupIndexCodeRole : PlanIndexCodeRole).toString();
-}
 
 bool IsRowWithCommands(const QModelIndex& index) {
   return index.data(ItemTypeRole).toInt() > 0;
@@ -64,7 +61,7 @@ void CPlanViewTree::Private::ShowMenu(const QModelIndex& index, const QPoint& gl
     return;
   }
   menu_row = index;
-  menu_code = CodeOf(index);
+  menu_code = CodeOfRow(index);
   menu_for_group = index.data(IsGroupRole).toBool();
   BecomeCurrent(index);
   if (!menu_row.isValid()) {
@@ -99,7 +96,7 @@ void CPlanViewTree::Private::ShowMenuAtCurrent() {
 
 // A reload may have put another row in the place of the one that the menu was opened for.
 QModelIndex CPlanViewTree::Private::MenuRow() const {
-  if (menu_row.isValid() && CodeOf(menu_row) == menu_code) {
+  if (menu_row.isValid() && CodeOfRow(menu_row) == menu_code) {
     return menu_row;
   }
   return q->RowOf(menu_code, menu_for_group);
@@ -129,7 +126,7 @@ bool CPlanViewTree::Private::CommandByKey(MsgType type) {
   if (!IsRowWithCommands(current) || hidden_entries.contains(type)) {
     return false;
   }
-  Q_EMIT q->SignalMenuClicked(type, CodeOf(current));
+  Q_EMIT q->SignalMenuClicked(type, CodeOfRow(current));
   return true;
 }
 
@@ -157,7 +154,7 @@ bool CPlanViewTree::Private::HandleKey(int key, Qt::KeyboardModifiers modifiers)
       return CommandByKey(tarn_ui_data_controller::Delete);
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      if (CViewPublicDef::GetIndexItemType(q->currentIndex()) == 1) {
+      if (IsPlanRow(q->currentIndex())) {
         Q_EMIT q->SignalPlayRequested(q->currentIndex());
         return true;
       }
@@ -169,8 +166,7 @@ bool CPlanViewTree::Private::HandleKey(int key, Qt::KeyboardModifiers modifiers)
 
 void CPlanViewTree::keyPressEvent(QKeyEvent* event) {
   const bool command = event->key() == Qt::Key_F2 || event->key() == Qt::Key_Delete ||
-                       ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
-                        CViewPublicDef::GetIndexItemType(currentIndex()) == 1);
+                       ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && IsPlanRow(currentIndex()));
   // A key held down is one command, not many.
   if ((command && event->isAutoRepeat()) || d_->HandleKey(event->key(), event->modifiers())) {
     event->accept();

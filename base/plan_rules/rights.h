@@ -1,8 +1,14 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
+#include <algorithm>
+#include <iterator>
+#include <set>
 
-// The rights that changes of public plans and groups take.
+#include "LyraPluginManager/resource_business_interface_mgr.h"
+
+// The rights that changes of public plans and groups take. Thread: any.
 namespace view_plugin_protocol {
 
 /// The host's codes of the rights.
@@ -10,10 +16,46 @@ enum Right : int { AddRight = 5, EditRight = 6, DeleteRight = 7 };
 constexpr Right kRights[] = {AddRight, EditRight, DeleteRight};
 
 /// Whether `code` is that of a right.
-bool IsRight(int code);
-/// Whether the host grants the current user this right. Thread: any.
-bool HasRight(Right right);
+inline bool IsRight(int code) {
+  return std::find(std::begin(kRights), std::end(kRights), code) != std::end(kRights);
+}
+
+/// Whether the host grants the current user this right.
+inline bool HasRight(Right right) {
+  return LyraPluginManager::CResourceBusinessInterfaceMgr::Instance().CheckControlPermission(right);
+}
+
 /// For the user who lacks the right.
-QString LackOf(Right right);
+inline QString LackOf(Right right) {
+  switch (right) {
+    case AddRight:
+      return QCoreApplication::translate("PlanRules", "You lack the right to add plans.");
+    case EditRight:
+      return QCoreApplication::translate("PlanRules", "You lack the right to edit plans.");
+    case DeleteRight:
+      return QCoreApplication::translate("PlanRules", "You lack the right to delete plans.");
+  }
+  return QString();
+}
+
+/// A user's rights, as they were when they were asked for.
+class Rights {
+ public:
+  /// Asks the host for each.
+  static Rights OfCurrentUser() {
+    Rights rights;
+    for (const Right right : kRights) {
+      if (HasRight(right)) {
+        rights.Add(right);
+      }
+    }
+    return rights;
+  }
+  void Add(Right right) { held_.insert(right); }
+  bool Has(Right right) const { return held_.count(right) != 0; }
+
+ private:
+  std::set<Right> held_;
+};
 
 }  // namespace view_plugin_protocol

@@ -4,6 +4,9 @@
 #include "plan_commands.h"
 
 using namespace TarnPlanView;
+using view_plugin_protocol::AddRight;
+using view_plugin_protocol::kRights;
+using view_plugin_protocol::Rights;
 
 namespace {
 
@@ -22,8 +25,15 @@ BarGrants Grants(const QString& letters) {
 }
 
 // Of the rights to add, edit and delete.
-PlanRights Rights(const QString& letters) {
-  return {letters.contains('a'), letters.contains('e'), letters.contains('d')};
+Rights RightsOf(const QString& letters) {
+  Rights rights;
+  const QString all = "aed";
+  for (int i = 0; i < all.size(); ++i) {
+    if (letters.contains(all[i])) {
+      rights.Add(kRights[i]);
+    }
+  }
+  return rights;
 }
 
 constexpr PlanCommand kBar[] = {PlanCommand::AddGroup, PlanCommand::AddPlan, PlanCommand::Edit, PlanCommand::Delete};
@@ -77,7 +87,7 @@ void PlanCommandsTest::RowsGrantTheButtons() {
   for (const auto& row : rows) {
     for (const int type : row.types) {
       const auto after = [type](const char* rights, bool under_root) {
-        const BarGrants grants = GrantsAfter(Grants("-pe-"), type, Rights(rights), under_root);
+        const BarGrants grants = GrantsAfter(Grants("-pe-"), type, RightsOf(rights), under_root);
         return Letters(grants.add_group, grants.add_plan, grants.edit, grants.remove);
       };
       const QStringList found = {after("", true),  after("a", true),   after("e", true),
@@ -128,7 +138,7 @@ void PlanCommandsTest::StatesFollowTheSituation() {
   PanelSituation situation = SituationOf(mode);
   situation.item_type = type;
   situation.grants = Grants(grants);
-  situation.rights = Rights(rights);
+  situation.rights = RightsOf(rights);
   const CommandStates states = StatesOf(situation);
   const auto letters = [&states](bool CommandState::*member) {
     return Letters(states[kBar[0]].*member, states[kBar[1]].*member, states[kBar[2]].*member, states[kBar[3]].*member);
@@ -140,8 +150,8 @@ void PlanCommandsTest::StatesFollowTheSituation() {
     found += QStringLiteral(".aedsLM").at(static_cast<int>(states[command].reason));
   }
   QCOMPARE(found, reasons);
-  QCOMPARE(states[PlanCommand::Share].enabled, situation.rights.add);
-  QCOMPARE(states[PlanCommand::Share].reason == Refusal::NoShareRight, !situation.rights.add);
+  QCOMPARE(states[PlanCommand::Share].enabled, situation.rights.Has(AddRight));
+  QCOMPARE(states[PlanCommand::Share].reason == Refusal::NoShareRight, !situation.rights.Has(AddRight));
 }
 
 void PlanCommandsTest::MenusShowWhatSuitsTheRow() {
