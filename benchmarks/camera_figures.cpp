@@ -59,7 +59,7 @@ class PaintWatch : public QObject {
   bool painted_ = false;
 };
 
-// Comes back with the very event that was waited for.
+// Returns in the turn of the event loop in which it is done.
 void WaitFor(const std::function<bool()>& done) {
   while (!done()) {
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);

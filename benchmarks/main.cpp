@@ -37,7 +37,7 @@ QJsonObject ToJson(const Figure& figure) {
           {QStringLiteral("holds"), figure.Holds()}};
 }
 
-// The platform without a display says of every window that it has no use for size hints.
+// The offscreen platform warns of size hints for every window.
 void DropSizeHints(QtMsgType type, const QMessageLogContext& context, const QString& text) {
   if (!text.contains(QLatin1String("propagateSizeHints"))) {
     std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));

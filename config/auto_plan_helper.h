@@ -34,7 +34,7 @@ class TARNPLANVIEW_EXPORT CAutoPlanHelper : public QObject, public Wren::Base::C
   bool event(QEvent* event) override;
 
  Q_SIGNALS:
-  /// The span has begun. The record is a copy: slots may do as they like.
+  /// The span has begun. The record is a copy, which slots may keep or change.
   void signalStartPlanAutoRun(const view_plugin_protocol::GetPlanDetailResponse& plan_info);
   /// The span has ended.
   void signalStopPlanAutoRun();

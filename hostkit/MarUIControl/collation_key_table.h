@@ -17,8 +17,9 @@ struct CollationKey {
   int Compare(const CollationKey& other) const;
 };
 
-/// Collation keys by the address of a text's characters: open addressing in one block, because sorting a long list is
-/// a few million look-ups and chained hashes spend most of it waiting for memory. Grows; never forgets single texts.
+/// Collation keys by the address of a text's characters: open addressing in one block, because sorting a long list
+/// takes a few million look-ups, and chained hashes spend most of them waiting for memory. It grows; single texts are
+/// never removed.
 class CollationKeyTable {
  public:
   /// Null when the text is not held. The pointer is good until the next Insert() or Clear().

@@ -126,7 +126,7 @@ void CModalTipDialog::Private::Center() {
   q->move(MovedInto(RoomAround(middle, q->screen()), place).topLeft());
 }
 
-// A stray Return must not confirm what can't be taken back: questions begin on the way out.
+// Return by mistake must not confirm what cannot be undone: questions begin on Cancel.
 void CModalTipDialog::Private::ChooseDefault() {
   const bool way_out = !cancel->isHidden() && (confirm->isHidden() || model == QuestionModel);
   CPushButton* button = confirm;

@@ -118,7 +118,7 @@ void CTreeView::Private::ExpandFetchedBelow(const QModelIndex& index) {
 }
 
 CTreeView::CTreeView(QWidget* parent) : CAbstractItemView(parent), d_(new Private(this)) {
-  // Rows hold one line each. Otherwise a way to a far row measures every row before it.
+  // Rows hold one line each. Otherwise scrolling to a far row measures every row before it.
   setUniformRowHeights(true);
 }
 
@@ -159,7 +159,7 @@ void CTreeView::FinishExpand(const QModelIndex& index, bool expand_row, bool fet
     d_->fetched.insert(row);
   }
   if (!model()->hasChildren(row)) {
-    scheduleDelayedItemsLayout();  // the base class keeps what it once learnt about expanders
+    scheduleDelayedItemsLayout();  // the base class caches which rows have expanders
   } else if (expand_row && model()->rowCount(row) > 0) {
     expand(row);
   }

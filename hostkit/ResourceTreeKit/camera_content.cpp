@@ -87,14 +87,14 @@ void CCameraContent::Builder::PlaceRegions() {
   }
   BreakRings();
   for (size_t at = 0; at < regions_.size(); ++at) {
-    if (PlaceOf(regions_[at].index_code) == static_cast<int>(at) + 1) {  // a code that comes twice counts once
+    if (PlaceOf(regions_[at].index_code) == static_cast<int>(at) + 1) {  // of a code that comes twice the first counts
       children_[static_cast<size_t>(parents_[at + 1])].regions.push_back(
           MakeNode(regions_[at].name, regions_[at].index_code, -1));
     }
   }
 }
 
-// Walks up from each region; one that meets its own walk stands in a ring, which is opened there.
+// Walks up from each region. A walk that meets itself has found a ring, which is opened there.
 void CCameraContent::Builder::BreakRings() {
   std::vector<int> walk_of(parents_.size(), 0);
   for (int start = 1; start < static_cast<int>(parents_.size()); ++start) {

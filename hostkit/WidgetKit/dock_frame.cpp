@@ -161,8 +161,7 @@ Qt::LayoutDirection DockFrame::Direction() const {
   return RuledPlace(width_).isEmpty() ? Qt::RightToLeft : Qt::LeftToRight;
 }
 
-// It grows out of the edge it clings to and carries the content along, so that it never covers what lies behind that
-// edge.
+// It grows out of its fixed edge and carries the content along, so that it never covers what lies behind that edge.
 void DockFrame::PlaceAll() {
   const QRect full = FullPlace();
   const int shown = qRound(full.width() * out_);

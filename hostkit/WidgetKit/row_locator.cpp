@@ -147,7 +147,7 @@ void RowLocator::OnRows() {
   }
 }
 
-// A tree that is just being filled changes all the time: the pauses grow until it is left in peace for one look.
+// A tree that is just being filled changes all the time: the pauses grow until one look ends before the next change.
 void RowLocator::OnInterrupted() {
   Pause(pause_ms_);
   pause_ms_ = qMin(2 * pause_ms_, kLastPauseMs);

@@ -97,7 +97,7 @@ void RowScanner::Descend(QAbstractItemModel* model) {
   }
 }
 
-// Rows that a proxy filters out come and go without a word from the proxy.
+// A proxy emits nothing for rows that it filters out.
 void RowScanner::Watch() {
   connect(source_, &QAbstractItemModel::rowsInserted, this, &RowScanner::Interrupt);
   connect(source_, &QAbstractItemModel::rowsRemoved, this, &RowScanner::Interrupt);
@@ -116,7 +116,7 @@ void RowScanner::Interrupt() {
   Q_EMIT Interrupted();
 }
 
-// One stage a turn: moving the view to a hit, which follows the last, wants the turn for itself.
+// One stage a turn of the event loop: after the last one the view moves to a hit, which takes long enough.
 void RowScanner::timerEvent(QTimerEvent* event) {
   if (event->timerId() != timer_.timerId()) {
     return;
@@ -152,8 +152,8 @@ void RowScanner::ReadRow() {
   }
 }
 
-// The rows of a large tree lie all over the memory, and waiting for it is most of the work: it is asked for some rows
-// before their turn.
+// The rows of a large tree are scattered over the memory, and waiting for it takes most of the time: so some rows are
+// fetched before their turn.
 void RowScanner::FetchAhead(const Level& level) {
   if (!level.item) {
     return;

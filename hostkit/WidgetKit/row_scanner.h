@@ -15,9 +15,9 @@ namespace WidgetKit {
 
 /// Looks for all rows of a model whose text contains another, in slices between which the event loop runs.
 ///
-/// It reads the rows where they are kept, below the sort and filter proxies, because a row costs a multiple there; only
-/// the hits are brought up through the proxies, and what these filter out is dropped. The proxies are taken to hand
-/// texts on as they are. Thread: GUI.
+/// It reads the rows where they are kept, below the sort and filter proxies, because a row costs several times as much
+/// there; only the hits are mapped up through the proxies, and what these filter out is dropped. Proxies must not
+/// change texts. Thread: GUI.
 class RowScanner : public QObject {
   Q_OBJECT
  public:
@@ -34,7 +34,7 @@ class RowScanner : public QObject {
  Q_SIGNALS:
   /// `hits`: the first of them in the order of the model, at most a thousand; `count`: how many there are.
   void Finished(const QVector<QModelIndex>& hits, int count);
-  /// Rows changed under it in a way that makes what it has useless; it has stopped.
+  /// Rows have come, gone or moved, so what it has found is useless; it has stopped.
   void Interrupted();
 
  protected:
