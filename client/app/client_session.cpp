@@ -31,6 +31,7 @@
 #include "app/state_report.h"
 #include "marlog/marlog.h"
 #include "wall/live_wall.h"
+#include "plans/plan_player.h"
 #include "window/main_window.h"
 
 namespace TarnClient {
@@ -190,7 +191,7 @@ void CClientSession::OnPlansReady() {
 
 void CClientSession::BeginAtTheDesk() {
   if (options_.play.isEmpty()) {
-    window_->OpenDefaultView();
+    window_->Player().OpenDefaultView();
   } else {
     PlayNamedPlan();
   }

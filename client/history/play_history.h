@@ -10,7 +10,6 @@ namespace TarnClient {
 struct PlayedPlan {
   QString code, name;
   QString place;  // the groups above it, or its family
-  int family = 0;
   QDateTime time;
 };
 

@@ -1,67 +1,56 @@
 #include "plans/cycle_turn.h"
 
-#include <TarnPlanView/plan_item_role.h>
-
 #include <QHash>
-#include <QQueue>
+#include <optional>
 
+#include "LyraPluginManager/error_kind.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
+#include "host_calls/result.h"
 
 namespace TarnClient {
 
+using HostCalls::CallNow;
 using LyraPluginManager::CViewBusinessInterfaceMgr;
 using MarUIControl::StringToQString;
 using namespace view_plugin_protocol;
 
 namespace {
 
-using PlanList = QVector<PlanBasicInfo>;
+using Failure = std::optional<ResponseHeader>;
 
-// False when the group itself cannot be read; a subgroup that cannot, since it went in the meantime, is left out.
-bool CollectPlans(const std::string& group_code, PlanList* plans, std::string* error) {
-  auto& host = CViewBusinessInterfaceMgr::Instance();
-  GetPlansInGroupResponse here;
-  GetPlanGroupsResponse below;
-  if (!host.GetPlansInGroup({group_code, 0}, here)) {
-    *error = here.error_info;
-    return false;
+struct Listing {
+  QVector<PlanBasicInfo> plans;
+  Failure left_out;  // why a subgroup is missing that may come back
+};
+
+// Why the group itself cannot be listed. A subgroup that cannot is left out; it may have gone in the meantime.
+Failure ListPlans(const std::string& group_code, Listing* listing) {
+  const auto here = CallNow(&CViewBusinessInterfaceMgr::GetPlansInGroup, GetPlansInGroupRequest{group_code, 0});
+  if (!here.ok) {
+    return here.response;
   }
-  for (const PlanBasicInfo& plan : qAsConst(here.plans)) {
-    plans->append(plan);
+  const auto below = CallNow(&CViewBusinessInterfaceMgr::GetPlanGroups, GetPlanGroupsRequest{group_code, 0});
+  if (!below.ok) {
+    return below.response;
   }
-  if (!host.GetPlanGroups({group_code, 0}, below)) {
-    *error = below.error_info;
-    return false;
+  listing->plans += QVector<PlanBasicInfo>::fromList(here.response.plans);
+  for (const PlanGroup& group : below.response.groups) {
+    const Failure failure = ListPlans(group.index_code, listing);
+    if (failure && failure->error_kind != Gone) {
+      listing->left_out = failure;
+    }
   }
-  for (const PlanGroup& group : qAsConst(below.groups)) {
-    CollectPlans(group.index_code, plans, error);
-  }
-  return true;
+  return std::nullopt;
 }
 
-bool ListsRoots() {
-  auto& host = CViewBusinessInterfaceMgr::Instance();
-  GetPlansInGroupResponse plans;
-  GetPlanGroupsResponse groups;
-  return host.GetPlansInGroup({TarnPlanView::kPublicRootCode, 0}, plans) &&
-         host.GetPlanGroups({TarnPlanView::kPublicRootCode, 0}, groups);
-}
-
-// A group that cannot be read is gone when others can, before and after: the service may come back in between.
-PlanList FindPlans(const std::string& group_code, CycleTurn* turn) {
-  PlanList plans;
-  std::string error;
-  turn->group_found = CollectPlans(group_code, &plans, &error);
-  if (!turn->group_found) {
-    plans.clear();
-    turn->may_pass = !ListsRoots();
-    turn->group_found = !turn->may_pass && CollectPlans(group_code, &plans, &error);
-  } else if (plans.isEmpty()) {
-    turn->may_pass = !error.empty();  // they may be in a subgroup that could not be read
+// As long as no plan has come.
+CycleTurn::Outcome OutcomeOf(const Failure& failure, const Listing& listing) {
+  if (failure && failure->error_kind == Gone) {
+    return CycleTurn::Outcome::Gone;
   }
-  turn->error = StringToQString(error);
-  return turn->group_found ? plans : PlanList();
+  const bool is_empty = !failure && !listing.left_out && listing.plans.isEmpty();
+  return is_empty ? CycleTurn::Outcome::Empty : CycleTurn::Outcome::Failed;
 }
 
 QHash<QString, int> Places(const QVector<std::string>& plans) {
@@ -95,51 +84,38 @@ bool Fetch(const std::string& code, CycleTurn* turn) {
   GetPlanDetailRequest request;
   request.plan_index_code = code;
   request.play = true;
-  GetPlanDetailResponse response;
-  if (!CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, response)) {
-    turn->error = StringToQString(response.error_info);
-    return false;
+  const auto detail = CallNow(&CViewBusinessInterfaceMgr::GetPlanDetail, request);
+  if (detail.ok) {
+    turn->plan = detail.response;
+  } else {
+    turn->error = StringToQString(detail.response.error_info);
   }
-  turn->plan = response;
-  return true;
+  return detail.ok;
 }
 
 }  // namespace
 
 CycleTurn CycleTurn::Next(const std::string& group_code, const CycleTurn& last, int step) {
   CycleTurn turn;
-  const PlanList plans = FindPlans(group_code, &turn);
-  for (const PlanBasicInfo& plan : qAsConst(plans)) {
+  Listing listing;
+  const Failure failure = ListPlans(group_code, &listing);
+  turn.outcome = OutcomeOf(failure, listing);
+  turn.error = StringToQString(failure.value_or(listing.left_out.value_or(ResponseHeader())).error_info);
+  for (const PlanBasicInfo& plan : qAsConst(listing.plans)) {
     turn.plans.append(plan.index_code);
   }
-  const int count = plans.size();
+  const int count = turn.plans.size();
   const int first = FirstCandidate(turn.plans, last, step);
-  for (int tried = 0; tried < count; ++tried) {
+  for (int tried = 0; tried < count && turn.position < 0; ++tried) {
     const int place = (first + step * tried + count) % count;
-    if (Fetch(plans[place].index_code, &turn)) {
+    if (Fetch(turn.plans[place], &turn)) {
       turn.position = place;
-      break;
+      turn.outcome = Outcome::Fetched;
+    } else {
+      turn.skipped.append(StringToQString(listing.plans[place].name));
     }
-    turn.skipped.append(StringToQString(plans[place].name));
   }
-  turn.may_pass = turn.may_pass || (turn.position < 0 && !plans.isEmpty());
   return turn;
-}
-
-QString FindGroupName(const std::string& group_code) {
-  QQueue<std::string> open;
-  open << TarnPlanView::kPublicRootCode << TarnPlanView::kOwnRootCode;
-  while (!open.isEmpty()) {
-    GetPlanGroupsResponse below;
-    CViewBusinessInterfaceMgr::Instance().GetPlanGroups({open.dequeue(), 0}, below);
-    for (const PlanGroup& group : qAsConst(below.groups)) {
-      if (group.index_code == group_code) {
-        return StringToQString(group.name);
-      }
-      open << group.index_code;
-    }
-  }
-  return QString();
 }
 
 }  // namespace TarnClient

@@ -2,15 +2,19 @@
 
 #include <TarnPlanView/auto_plan_helper.h>
 #include <TarnPlanView/plan_clock.h>
-#include <TarnPlanView/theme_node_type.h>
+#include <TarnPlanView/view_config_manager.h>
 
-#include <QTime>
 #include <utility>
 
+#include "LyraPluginManager/error_kind.h"
+#include "LyraPluginManager/view_business_interface_mgr.h"
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
+#include "ResourceData/resource_type.h"
+#include "host_calls/ask.h"
 #include "plans/plan_family.h"
-#include "plans/plan_inquiry.h"
 #include "plans/playing_mark.h"
+#include "plans/programme_texts.h"
 #include "wall/live_wall.h"
 
 namespace TarnClient {
@@ -18,248 +22,235 @@ namespace TarnClient {
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
 using TarnPlanView::CAutoPlanHelper;
-using TarnPlanView::CPlanClock;
 using TarnPlanView::CStandardViewController;
 using TarnPlanView::CViewExternWidget;
+using view_plugin_protocol::GetPlanDetailRequest;
 using view_plugin_protocol::GetPlanDetailResponse;
 
 namespace {
 
-constexpr int kEndCheckMs = 1000;
+constexpr int kClockMs = 1000;
 constexpr int kNextPlanMs = 1500;  // by then the helper has looked whether another timed plan is due
-
-// What starts by itself, as a turn of a cycle does, is none.
-bool IsUsersOwn(PlayOrigin origin) {
-  return origin == PlayOrigin::User || origin == PlayOrigin::History;
-}
 
 }  // namespace
 
 CPlanPlayer::CPlanPlayer(CLiveWall* wall, QObject* parent)
-    : QObject(parent),
-      wall_(wall),
-      mark_(new CPlayingMark(this)),
-      inquiry_(new CPlanInquiry(this, [this](const GetPlanDetailResponse& plan) { OnSeen(plan); })) {
+    : QObject(parent), wall_(wall), mark_(new CPlayingMark(this)) {
   qRegisterMetaType<PlayOrigin>("TarnClient::PlayOrigin");
-  end_check_.setInterval(kEndCheckMs);
-  connect(&end_check_, &QTimer::timeout, this, &CPlanPlayer::CheckAutomaticEnd);
+  clock_.setInterval(kClockMs);
+  connect(&clock_, &QTimer::timeout, this, [this] { Handle(Events::ClockTicked()); });
   next_plan_.setInterval(kNextPlanMs);
   next_plan_.setSingleShot(true);
-  connect(&next_plan_, &QTimer::timeout, this, &CPlanPlayer::OnNoNextPlan);
-  connect(wall_, &CLiveWall::SignalPlanChanged, this, &CPlanPlayer::OnWallChanged);
-  auto& helper = CAutoPlanHelper::Instance();
-  connect(&helper, &CAutoPlanHelper::signalStartPlanAutoRun, this, &CPlanPlayer::OnAutomaticStart);
-  connect(&helper, &CAutoPlanHelper::signalStopPlanAutoRun, this, &CPlanPlayer::OnAutomaticStop);
+  connect(&next_plan_, &QTimer::timeout, this, [this] { Handle(Events::NextPlanDue()); });
+  FollowWall();
+  FollowTimedPlans();
 }
 
 CPlanPlayer::~CPlanPlayer() = default;
 
-void CPlanPlayer::Attach(CPlanFamily* family) {
-  CViewExternWidget* panel = family->Panel();
-  connect(panel, &CViewExternWidget::SignalPlayPlanToMonitor, this, &CPlanPlayer::OnWanted);
-  connect(panel, &CViewExternWidget::SignalStopPlan, this, &CPlanPlayer::Stop);
-  if (CStandardViewController* controller = family->Controller()) {
-    if (!controller_) {
-      controller_ = controller;
+void CPlanPlayer::FollowWall() {
+  connect(wall_, &CLiveWall::SignalPlanChanged, this, [this] {
+    if (!wall_->IsPlaying()) {
+      Handle(Events::WallEmptied());
     }
-    connect(controller, &CStandardViewController::SignalPlayPlanView, this, &CPlanPlayer::OnDetail);
-    controller->SetPlayListener(this, [this](const std::string& code) { OnFetched(code); });
-  }
+  });
+  connect(wall_, &CLiveWall::SignalTurnOver, this, [this] { Handle(Events::TurnOver()); });
+  connect(wall_, &CLiveWall::SignalStepWanted, this, [this](int step) { Handle(Events::StepWanted{step}); });
+  connect(wall_, &CLiveWall::SignalHeld, this, [this] { Handle(Events::Held()); });
+}
+
+void CPlanPlayer::FollowTimedPlans() {
+  auto& helper = CAutoPlanHelper::Instance();
+  connect(&helper, &CAutoPlanHelper::signalStartPlanAutoRun, this,
+          [this](const GetPlanDetailResponse& plan) { Handle(Events::TimedPlanBegins{plan}); });
+  connect(&helper, &CAutoPlanHelper::signalStopPlanAutoRun, this, [this] { Handle(Events::TimedPlanEnds()); });
+}
+
+void CPlanPlayer::Attach(CPlanFamily* family) {
+  families_.append(family);
   mark_->Watch(family);
-}
-
-// The panel asks its controller itself; what it asked for is heard here beforehand.
-void CPlanPlayer::OnWanted(const QVariant& plan) {
-  const std::string code = QStringToString(plan.toMap().value(QStringLiteral("plan_code")).toString());
-  if (code != wanted_ || wanted_by_ == PlayOrigin::DefaultView) {
-    Want(code, PlayOrigin::User);
-  }
-  ++on_way_[code];
-}
-
-// Whether it has come or failed; but the plan may have been asked for once more since.
-void CPlanPlayer::OnFetched(const std::string& code) {
-  const auto fetches = on_way_.find(code);
-  if (fetches == on_way_.end() || --fetches->second > 0) {
+  CViewExternWidget* panel = family->Panel();
+  // The panel asks its controller itself; what it asks for is heard here beforehand.
+  connect(panel, &CViewExternWidget::SignalPlayPlanToMonitor, this, [this](const QVariant& plan) {
+    Handle(Events::PanelFetches{QStringToString(plan.toMap().value(QStringLiteral("plan_code")).toString())});
+  });
+  connect(panel, &CViewExternWidget::SignalStopPlan, this, &CPlanPlayer::Stop);
+  connect(panel, &CViewExternWidget::SignalPlanGroupCycle, this, &CPlanPlayer::PlayGroup);
+  CStandardViewController* controller = family->Controller();
+  if (!controller) {
     return;
   }
-  on_way_.erase(fetches);
-  if (code == wanted_) {
-    SetWanted({});
+  if (!controller_) {
+    controller_ = controller;
   }
-}
-
-void CPlanPlayer::Want(const std::string& code, PlayOrigin origin) {
-  wanted_by_ = origin;
-  SetWanted(code);
-  Q_EMIT SignalWanted();
-}
-
-void CPlanPlayer::SetWanted(const std::string& code) {
-  if (code != wanted_) {
-    wanted_ = code;
-    Q_EMIT SignalWantedChanged();
-  }
+  connect(controller, &CStandardViewController::SignalPlayPlanView, this,
+          [this](const GetPlanDetailResponse& plan) { Handle(Events::PlanCame{plan}); });
+  connect(controller, &CStandardViewController::SignalConfigPlayView, this, &CPlanPlayer::OnDefaultView);
+  controller->SetPlayListener(this, [this](const std::string& code) { Handle(Events::FetchOver{code}); });
 }
 
 void CPlanPlayer::Play(const std::string& code, PlayOrigin origin) {
-  if (controller_) {
-    Want(code, origin);
-    ++on_way_[code];
-    controller_->PlayPlanViewByIndexCode(code);
+  if (controller_ && !code.empty()) {
+    Handle(Events::PlanWanted{code, origin});
   }
 }
 
-void CPlanPlayer::PlayFromHistory(CPlanFamily* family, const std::string& code) {
-  Want(code, PlayOrigin::History);
-  family->Panel()->PlayPlanFromHistory(code);
-}
-
-void CPlanPlayer::PlayOfCycle(const GetPlanDetailResponse& plan, PlayOrigin origin) {
-  Show(plan, origin);
-}
-
-bool CPlanPlayer::IsBusy() const {
-  return wall_->IsPlaying() || !wanted_.empty();
-}
-
-bool CPlanPlayer::ShowsAutomatic() const {
-  return wall_->IsPlaying() && shown_by_ == PlayOrigin::Automatic;
-}
-
-// No one has asked for what the client opened by itself, so a plan may begin on time in its place.
-bool CPlanPlayer::GivesWay() const {
-  return shown_by_ == PlayOrigin::Automatic || shown_by_ == PlayOrigin::DefaultView;
-}
-
-// Answers may come in any order; what the user asked for last wins.
-void CPlanPlayer::OnDetail(const GetPlanDetailResponse& plan) {
-  if (plan.index_code == wanted_) {
-    Show(plan, wanted_by_);
+void CPlanPlayer::PlayGroup(const QString& code, int seconds_per_plan) {
+  if (!code.isEmpty()) {
+    Handle(Events::GroupWanted{GroupOf(code, seconds_per_plan)});
   }
 }
 
-void CPlanPlayer::OnAutomaticStart(const GetPlanDetailResponse& plan) {
-  inquiry_->Drop();
-  if (wall_->IsPlaying() && !GivesWay()) {
-    return;
-  }
-  // The helper keeps the plan that it knows while it gets no answer: after a switch of user that may be one which only
-  // the last user can see.
-  if (user_switched_ && plan.type != TarnPlanView::PublicTheme) {
-    inquiry_->Begin(plan);
-    return;
-  }
-  Show(plan, PlayOrigin::Automatic);
-  WatchAutomaticEnd(plan.end_time);
-}
-
-void CPlanPlayer::OnSeen(const GetPlanDetailResponse& plan) {
-  user_switched_ = false;
-  OnAutomaticStart(plan);
-}
-
-// No stop is announced when the plan vanishes in mid-run or was stopped, so its end is kept here, also for the plan
-// that may come next. The clock is looked at again and again, since it may be set, or the computer sleep, in between.
-void CPlanPlayer::WatchAutomaticEnd(const std::string& end) {
-  const QTime time = QTime::fromString(StringToQString(end));
-  if (time.isValid()) {
-    automatic_end_ = QDateTime(CPlanClock::Now().date(), time);
-    is_past_end_ = false;
-    end_check_.start();
-  }
-}
-
-// The helper, which looks as often, goes first: it forgets its plan by announcing the stop.
-void CPlanPlayer::CheckAutomaticEnd() {
-  const bool was_past_end = std::exchange(is_past_end_, CPlanClock::Now() >= automatic_end_);
-  if (was_past_end && is_past_end_) {
-    EndAutomatic();
-  }
-}
-
-void CPlanPlayer::OnAutomaticStop() {
-  inquiry_->Drop();
-  EndAutomatic();
-}
-
-void CPlanPlayer::EndAutomatic() {
-  end_check_.stop();
-  CAutoPlanHelper::Instance().CheckAutoRunPlan();  // the next one may be due now, long before the helper asks by itself
-  if (ShowsAutomatic()) {
-    ends_by_time_ = true;
-    wall_->Stop();
-    ends_by_time_ = false;
-    next_plan_.start();
-  }
-}
-
-// A wish that is on its way may fail yet, so it is waited for.
-void CPlanPlayer::OnNoNextPlan() {
-  if (wall_->IsPlaying()) {
-    return;
-  }
-  if (IsBusy()) {
-    AwaitNextPlan();
-  } else {
-    Q_EMIT SignalAutomaticOver();
-  }
+void CPlanPlayer::OpenDefaultView() {
+  Handle(Events::DefaultViewWanted());
 }
 
 void CPlanPlayer::Stop() {
-  SetWanted({});
-  inquiry_->Drop();
-  next_plan_.stop();
-  if (wall_->IsPlaying()) {
-    wall_->Stop();
-  } else {
-    Q_EMIT SignalStopped();
-  }
+  Handle(Events::StopWanted());
 }
 
 void CPlanPlayer::ForgetUser() {
-  user_switched_ = true;
-  const auto unanswered = inquiry_->Take();
-  Stop();
-  if (unanswered) {
-    inquiry_->Begin(*unanswered);  // the helper announces it no more today, and it may be this user's
+  Handle(Events::UserSwitched());
+}
+
+void CPlanPlayer::OnDefaultView(const QString& code, int type) {
+  if (type == ResourceData::RT_VIEW_GROUP) {
+    Handle(Events::DefaultGroupKnown{GroupOf(code, kSecondsPerPlan)});
+  } else {
+    Handle(Events::DefaultPlanKnown{QStringToString(code)});
   }
 }
 
-void CPlanPlayer::Show(const GetPlanDetailResponse& plan, PlayOrigin origin) {
-  shown_by_ = origin;
-  if (!GivesWay()) {
-    inquiry_->Drop();
+Events::Group CPlanPlayer::GroupOf(const QString& code, int seconds_per_plan) const {
+  Events::Group group{QStringToString(code), QString(), seconds_per_plan};
+  group.may_cycle = TarnPlanView::CViewConfigManager::Instance().IsSupportPlanGroupCycle();
+  for (const auto& family : families_) {
+    if (family && group.name.isEmpty()) {
+      group.name = family->GroupName(code);
+    }
   }
-  if (origin != PlayOrigin::Automatic || wanted_by_ == PlayOrigin::DefaultView) {
-    SetWanted({});  // what the user wanted and is still on its way takes the place of an automatic plan
-  }
-  wall_->Play(plan);
-  Record(plan.name, origin);
-  Q_EMIT SignalPlayed(plan, origin);
+  return group;
 }
 
-void CPlanPlayer::Record(const std::string& name, PlayOrigin origin) {
-  if (controller_) {
-    controller_->AddOperationPlayPlan(StringToQString(name), !IsUsersOwn(origin), origin == PlayOrigin::History);
-  }
-}
-
-void CPlanPlayer::OnWallChanged() {
-  mark_->Set(wall_->PlanCode(), IsUsersOwn(shown_by_));
-  if (wall_->IsPlaying()) {
+// One event after the other: what a command causes has to wait.
+void CPlanPlayer::Handle(const ProgrammeEvent& event) {
+  events_.push_back(event);
+  if (events_.size() > 1) {
     return;
   }
-  if (shown_by_ == PlayOrigin::Automatic) {
-    CAutoPlanHelper::Instance().SetPlanDisplayState(false);
+  for (; !events_.empty(); events_.pop_front()) {
+    const CProgramme::Step step = CProgramme::Next(state_, events_.front(), TarnPlanView::CPlanClock::Now());
+    state_ = step.state;
+    for (const ProgrammeCommand& command : step.commands) {
+      std::visit([this](const auto& what) { Do(what); }, command);
+    }
   }
-  shown_by_ = PlayOrigin::User;
-  if (!ends_by_time_) {
-    SetWanted({});
-    inquiry_->Drop();
+}
+
+void CPlanPlayer::Do(const Commands::FetchPlan& fetch) {
+  if (controller_) {
+    controller_->PlayPlanViewByIndexCode(fetch.code);
+  }
+}
+
+void CPlanPlayer::Do(const Commands::ShowPlan& show) {
+  wall_->Play(show.plan);
+  mark_->Set(wall_->PlanCode(), IsPicked(show.by));
+  if (controller_) {
+    controller_->AddOperationPlayPlan(wall_->PlanName(), !IsPicked(show.by), show.by == PlayOrigin::History);
+  }
+  Q_EMIT SignalPlayed(show.plan, show.by);
+}
+
+void CPlanPlayer::Do(const Commands::EmptyWall&) {
+  wall_->Stop();
+  mark_->Set(QString(), false);
+}
+
+void CPlanPlayer::Do(const Commands::FetchTurn& fetch) {
+  HostCalls::Ask([fetch] { return CycleTurn::Next(fetch.group_code, fetch.last, fetch.step); })
+      .Replacing(turn_)
+      .Then(this, [this](const CycleTurn& turn) { Handle(Events::TurnCame{turn, wall_->IsInTurn() && wall_->IsHeld()}); });
+}
+
+void CPlanPlayer::Do(const Commands::DropTurn&) {
+  turn_.Drop();
+}
+
+void CPlanPlayer::Do(const Commands::BeginTurn& begin) {
+  wall_->BeginTurn(begin.seconds);
+  if (begin.is_held && !wall_->IsHeld()) {
+    wall_->ToggleHold();
+  }
+}
+
+void CPlanPlayer::Do(const Commands::Stay& stay) {
+  wall_->Stay(stay.seconds);
+}
+
+void CPlanPlayer::Do(const Commands::EndTurns&) {
+  wall_->EndTurns();
+}
+
+void CPlanPlayer::Do(const Commands::AskDefaultView&) {
+  if (controller_) {
+    controller_->InitGetViewDefaultConfig({});
+  }
+}
+
+void CPlanPlayer::Do(const Commands::AskIfSeen& ask) {
+  GetPlanDetailRequest request;
+  request.plan_index_code = ask.code;
+  HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request)
+      .Replacing(question_)
+      .Then(this, [this](const auto& detail) {
+        Events::SeenAnswered answer;
+        if (detail.ok) {
+          answer.plan = detail.response;
+        }
+        answer.is_gone = detail.response.error_kind == view_plugin_protocol::Gone;
+        Handle(answer);
+      });
+}
+
+void CPlanPlayer::Do(const Commands::DropQuestion&) {
+  question_.Drop();
+}
+
+void CPlanPlayer::Do(const Commands::LookForTimedPlan&) {
+  CAutoPlanHelper::Instance().CheckAutoRunPlan();
+}
+
+void CPlanPlayer::Do(const Commands::ForgetTimedPlan&) {
+  CAutoPlanHelper::Instance().SetPlanDisplayState(false);
+}
+
+void CPlanPlayer::Do(const Commands::WatchClock& watch) {
+  if (watch.on) {
+    clock_.start();
+  } else {
+    clock_.stop();
+  }
+}
+
+void CPlanPlayer::Do(const Commands::AwaitNextPlan& await) {
+  if (await.on) {
+    next_plan_.start();
+  } else {
     next_plan_.stop();
-    Q_EMIT SignalStopped();
   }
+}
+
+void CPlanPlayer::Do(const Commands::SayAwaited&) {
+  Q_EMIT SignalAwaitedChanged();
+}
+
+void CPlanPlayer::Do(const Commands::SayProgress&) {
+  Q_EMIT SignalProgress(CProgrammeTexts::ProgressOf(state_));
+}
+
+void CPlanPlayer::Do(const Commands::SayFailure& say) {
+  Q_EMIT SignalMessage(CProgrammeTexts::Of(say), MarUIControl::CNomalMessage::Failure);
 }
 
 }  // namespace TarnClient

@@ -1,15 +1,16 @@
 #pragma once
 
-#include <QDateTime>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
-#include <QVariant>
-#include <map>
+#include <QVector>
+#include <deque>
 #include <string>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "host_calls/call_scope.h"
 #include "plans/play_origin.h"
+#include "plans/programme.h"
 
 namespace TarnPlanView {
 class CStandardViewController;
@@ -19,84 +20,81 @@ namespace TarnClient {
 
 class CLiveWall;
 class CPlanFamily;
-class CPlanInquiry;
 class CPlayingMark;
 
-/// Decides what plays: what the user asked for last, else the automatic plan during its time, else the default view.
-/// Thread: GUI.
+/// Carries out what CProgramme decides, and lets it know what happens: on the wall, in the panels, in the service and by
+/// the clock. Thread: GUI; the service is asked on the thread pool.
 class CPlanPlayer : public QObject {
   Q_OBJECT
  public:
+  static constexpr int kSecondsPerPlan = 20;
+
   explicit CPlanPlayer(CLiveWall* wall, QObject* parent = nullptr);
   ~CPlanPlayer() override;
 
-  /// Plans asked for in this family's panel play from now on.
+  /// Plans asked for in this family's panel play from now on. Not owned; may die first.
   void Attach(CPlanFamily* family);
   /// Fetches the plan and plays it; a failure shows a tip and leaves on the wall what is there.
   void Play(const std::string& code, PlayOrigin origin = PlayOrigin::User);
-  void PlayFromHistory(CPlanFamily* family, const std::string& code);
-  /// Plays a plan that a group cycle has fetched; `origin` is the cycle's.
-  void PlayOfCycle(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
-  /// Whether something plays or was asked for and is on its way.
-  bool IsBusy() const;
-  /// Whether an automatic plan is on the wall.
-  bool ShowsAutomatic() const;
-  /// A plan that was asked for and has not come yet is not wanted any more; what is on the wall stays.
-  void DropWanted() { SetWanted({}); }
-  /// The plan that was asked for and is on its way; empty for none.
-  const std::string& Wanted() const { return wanted_; }
-  /// Also takes back a wish whose plan has not come yet.
+  /// Plays the plans of the group in turn, its own before those of its subgroups, and around, until the user plays
+  /// something else or stops. The group is read again at every turn.
+  void PlayGroup(const QString& code, int seconds_per_plan = kSecondsPerPlan);
+  /// Opens what the user has chosen for the start: a plan plays, a group cycles. Nothing when something plays already
+  /// by the time it is known, or when nothing was chosen.
+  void OpenDefaultView();
+  /// Also takes back what was asked for and has not come yet.
   void Stop();
   /// Another user has logged in: stops, and no timed plan of the last user's own starts any more.
   void ForgetUser();
-  /// Something is still on its way of which this object knows nothing: SignalAutomaticOver() comes again a moment later
-  /// unless something plays by then or the user has stopped.
-  void AwaitNextPlan() { next_plan_.start(); }
+  /// What plays and what is to follow.
+  const CProgramme::State& State() const { return state_; }
 
  Q_SIGNALS:
-  /// The user has asked for a plan; it may still be on its way.
-  void SignalWanted();
-  /// Another plan is on its way, or none.
-  void SignalWantedChanged();
+  /// Another plan or turn is on its way, or none.
+  void SignalAwaitedChanged();
   /// The plan is on the wall.
   void SignalPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, TarnClient::PlayOrigin origin);
-  /// Everything was stopped. Not at the end of an automatic plan: what the user wants meanwhile goes on.
-  void SignalStopped();
-  /// A while ago an automatic plan has ended; nothing has come in its place, and no wish is on its way any more.
-  void SignalAutomaticOver();
+  /// Where the group cycle is; empty when none runs.
+  void SignalProgress(const QString& text);
+  /// For the user; `state` is that of a tip.
+  void SignalMessage(const QString& text, int state);
 
  private:
-  void OnWanted(const QVariant& plan);
-  void OnFetched(const std::string& code);
-  void Want(const std::string& code, PlayOrigin origin);
-  void SetWanted(const std::string& code);
-  void OnDetail(const view_plugin_protocol::GetPlanDetailResponse& plan);
-  void OnAutomaticStart(const view_plugin_protocol::GetPlanDetailResponse& plan);
-  void OnAutomaticStop();
-  void OnSeen(const view_plugin_protocol::GetPlanDetailResponse& plan);
-  void EndAutomatic();
-  void WatchAutomaticEnd(const std::string& end);
-  void CheckAutomaticEnd();
-  void OnNoNextPlan();
-  bool GivesWay() const;
-  void Show(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
-  void Record(const std::string& name, PlayOrigin origin);
-  void OnWallChanged();
+  void FollowWall();
+  void FollowTimedPlans();
+  void Handle(const ProgrammeEvent& event);
+  void OnDefaultView(const QString& code, int type);
+  Events::Group GroupOf(const QString& code, int seconds_per_plan) const;
+
+  void Do(const Commands::FetchPlan& fetch);
+  void Do(const Commands::ShowPlan& show);
+  void Do(const Commands::EmptyWall& empty);
+  void Do(const Commands::FetchTurn& fetch);
+  void Do(const Commands::DropTurn& drop);
+  void Do(const Commands::BeginTurn& begin);
+  void Do(const Commands::Stay& stay);
+  void Do(const Commands::EndTurns& end);
+  void Do(const Commands::AskDefaultView& ask);
+  void Do(const Commands::AskIfSeen& ask);
+  void Do(const Commands::DropQuestion& drop);
+  void Do(const Commands::LookForTimedPlan& look);
+  void Do(const Commands::ForgetTimedPlan& forget);
+  void Do(const Commands::WatchClock& watch);
+  void Do(const Commands::AwaitNextPlan& await);
+  void Do(const Commands::SayAwaited& say);
+  void Do(const Commands::SayProgress& say);
+  void Do(const Commands::SayFailure& say);
 
   CLiveWall* const wall_;
   CPlayingMark* const mark_;
-  CPlanInquiry* const inquiry_;  // about a timed plan that may be the last user's
-  QPointer<TarnPlanView::CStandardViewController> controller_;
-  std::string wanted_;
-  std::map<std::string, int> on_way_;  // fetches of each plan whose answers have not come yet
-  PlayOrigin wanted_by_ = PlayOrigin::User;
-  PlayOrigin shown_by_ = PlayOrigin::User;
-  QDateTime automatic_end_;
-  QTimer end_check_{this};
+  QVector<QPointer<CPlanFamily>> families_;
+  QPointer<TarnPlanView::CStandardViewController> controller_;  // the first family's: it fetches plans of all
+  CProgramme::State state_;
+  std::deque<ProgrammeEvent> events_;  // the first one is being handled
+  QTimer clock_{this};
   QTimer next_plan_{this};
-  bool is_past_end_ = false;    // the last look at the clock was the first one after the end
-  bool ends_by_time_ = false;   // the wall is being emptied because the automatic plan's time is over
-  bool user_switched_ = false;  // and no own plan of the new user has started by itself yet
+  HostCalls::CCallScope turn_;
+  HostCalls::CCallScope question_;
 };
 
 }  // namespace TarnClient

@@ -185,7 +185,15 @@
     </message>
 </context>
 <context>
-    <name>TarnClient::CGroupCycle</name>
+    <name>TarnClient::CProgrammeTexts</name>
+    <message>
+        <source>The default view is a group, but playing groups in turn is switched off.</source>
+        <translation>The default view is a group, but playing groups in turn is switched off.</translation>
+    </message>
+    <message>
+        <source>Playing the plans of a group in turn is switched off.</source>
+        <translation>Playing the plans of a group in turn is switched off.</translation>
+    </message>
     <message>
         <source>The group has no plans to cycle through.</source>
         <translation>The group has no plans to cycle through.</translation>
@@ -270,14 +278,6 @@
     <message>
         <source>Settings (Ctrl+,)</source>
         <translation>Settings (Ctrl+,)</translation>
-    </message>
-    <message>
-        <source>The default view is a group, but playing groups in turn is switched off.</source>
-        <translation>The default view is a group, but playing groups in turn is switched off.</translation>
-    </message>
-    <message>
-        <source>Playing the plans of a group in turn is switched off.</source>
-        <translation>Playing the plans of a group in turn is switched off.</translation>
     </message>
     <message>
         <source>The plan is being fetched...</source>

@@ -185,7 +185,15 @@
     </message>
 </context>
 <context>
-    <name>TarnClient::CGroupCycle</name>
+    <name>TarnClient::CProgrammeTexts</name>
+    <message>
+        <source>The default view is a group, but playing groups in turn is switched off.</source>
+        <translation>默认视图是一个分组，但分组轮巡功能已关闭。</translation>
+    </message>
+    <message>
+        <source>Playing the plans of a group in turn is switched off.</source>
+        <translation>组内预案轮巡功能已关闭。</translation>
+    </message>
     <message>
         <source>The group has no plans to cycle through.</source>
         <translation>该分组没有可轮巡的预案。</translation>
@@ -270,14 +278,6 @@
     <message>
         <source>Settings (Ctrl+,)</source>
         <translation>设置 (Ctrl+,)</translation>
-    </message>
-    <message>
-        <source>The default view is a group, but playing groups in turn is switched off.</source>
-        <translation>默认视图是一个分组，但分组轮巡功能已关闭。</translation>
-    </message>
-    <message>
-        <source>Playing the plans of a group in turn is switched off.</source>
-        <translation>组内预案轮巡功能已关闭。</translation>
     </message>
     <message>
         <source>The plan is being fetched...</source>

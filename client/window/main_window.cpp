@@ -1,7 +1,6 @@
 #include "window/main_window.h"
 
 #include <TarnPlanView/plan_view_tree.h>
-#include <TarnPlanView/view_config_manager.h>
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -17,11 +16,9 @@
 
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
-#include "ResourceData/resource_type.h"
 #include "TarnUIDataController/message_tip_manager.h"
 #include "history/history_popup.h"
 #include "history/play_history.h"
-#include "plans/group_cycle.h"
 #include "plans/plan_family.h"
 #include "plans/plan_player.h"
 #include "plans/plan_renewal.h"
@@ -45,11 +42,6 @@ using TarnPlanView::CViewExternWidget;
 namespace {
 
 constexpr int kSideWidth = 330;
-constexpr int kSecondsPerPlan = 20;
-
-bool MayCycle() {
-  return TarnPlanView::CViewConfigManager::Instance().IsSupportPlanGroupCycle();
-}
 
 }  // namespace
 
@@ -60,7 +52,6 @@ CMainWindow::CMainWindow(Setup setup, QWidget* parent)
       wall_(new CLiveWall(&CTestPictureSource::Make, this, std::move(setup.cycle_clock))),
       player_(new CPlanPlayer(wall_, this)),
       renewal_(new CPlanRenewal(wall_, this)),
-      cycle_(new CGroupCycle(player_, wall_, this)),
       saver_(new CPlanSaver(
           wall_, [this]() -> CPlanFamily& { return CurrentFamily(); }, this)),
       history_(new CPlayHistory(this)) {
@@ -143,26 +134,20 @@ void CMainWindow::AddFamilies() {
     player_->Attach(family);
     saver_->Attach(family);
     renewal_->Attach(family);
-    connect(family->Panel(), &CViewExternWidget::SignalPlanGroupCycle, this, &CMainWindow::StartCycle);
     // Later: the panel is still in the middle of closing its editor.
     connect(family->Panel(), &CViewExternWidget::SignalMayLeave, this, &CMainWindow::OnMayLeave, Qt::QueuedConnection);
     if (family->Controller()) {
       connect(family->Controller(), &CStandardViewController::SignalUpdatePlanSucc, this, &CMainWindow::OnPlanUpdated);
-      connect(family->Controller(), &CStandardViewController::SignalConfigPlayView, this, &CMainWindow::OnDefaultView);
     }
   }
 }
 
 void CMainWindow::ConnectMessages() {
-  // Stopping, as a switch of user does, also takes back what the client is about to open by itself.
-  connect(player_, &CPlanPlayer::SignalStopped, this, [this] { awaits_default_view_ = default_view_stands_ = false; });
-  connect(player_, &CPlanPlayer::SignalAutomaticOver, this, &CMainWindow::OnAutomaticOver);
-  connect(cycle_, &CGroupCycle::SignalProgress, wall_->Bar(), &CWallBar::ShowCycle);
-  connect(cycle_, &CGroupCycle::SignalMessage, this, &CMainWindow::ShowTip);
+  connect(player_, &CPlanPlayer::SignalProgress, wall_->Bar(), &CWallBar::ShowCycle);
+  connect(player_, &CPlanPlayer::SignalMessage, this, &CMainWindow::ShowTip);
   connect(saver_, &CPlanSaver::SignalMessage, this, &CMainWindow::ShowTip);
   connect(wall_, &CLiveWall::SignalDropped, this, &CMainWindow::OnDropped);
-  connect(player_, &CPlanPlayer::SignalWantedChanged, this, &CMainWindow::RenewAwaited);
-  connect(cycle_, &CGroupCycle::SignalFetchingChanged, this, &CMainWindow::RenewAwaited);
+  connect(player_, &CPlanPlayer::SignalAwaitedChanged, this, &CMainWindow::RenewAwaited);
 }
 
 void CMainWindow::AddShortcuts() {
@@ -209,65 +194,20 @@ void CMainWindow::PlayPlan(const std::string& code) {
   }
 }
 
-void CMainWindow::OpenDefaultView() {
-  if (CStandardViewController* controller = families_.front()->Controller()) {
-    awaits_default_view_ = true;
-    controller->InitGetViewDefaultConfig({});
-  }
-}
-
-void CMainWindow::OnDefaultView(const QString& code, int type) {
-  const bool awaited = std::exchange(awaits_default_view_, false);
-  const bool is_busy = player_->IsBusy() || cycle_->IsRunning();
-  default_view_stands_ |= awaited && (!is_busy || player_->ShowsAutomatic());
-  if (!awaited || is_busy) {
-    return;
-  }
-  if (type != ResourceData::RT_VIEW_GROUP) {
-    player_->Play(QStringToString(code), PlayOrigin::DefaultView);
-  } else if (MayCycle()) {
-    StartCycleBy(code, kSecondsPerPlan, PlayOrigin::DefaultView);
-  } else {
-    ShowTip(tr("The default view is a group, but playing groups in turn is switched off."), CNomalMessage::Failure);
-  }
-}
-
-// Asked for again, since another one may have been chosen or its plan been deleted in the meantime.
-void CMainWindow::OnAutomaticOver() {
-  if (cycle_->IsRunning()) {
-    player_->AwaitNextPlan();  // its first plan has not come, and may fail yet
-  } else if (default_view_stands_) {
-    OpenDefaultView();
-  }
-}
-
-void CMainWindow::StartCycle(const QString& group_code, int seconds) {
-  if (MayCycle()) {
-    player_->DropWanted();
-    StartCycleBy(group_code, seconds, PlayOrigin::GroupCycle);
-  } else {
-    ShowTip(tr("Playing the plans of a group in turn is switched off."), CNomalMessage::Failure);
-  }
-}
-
-void CMainWindow::StartCycleBy(const QString& group_code, int seconds, PlayOrigin origin) {
-  QString name;
-  for (const auto& family : families_) {
-    name = name.isEmpty() ? family->GroupName(group_code) : name;
-  }
-  cycle_->Start(group_code, name, seconds, origin);
-}
-
 void CMainWindow::RenewAwaited() {
   wall_->Await(AwaitedText());
 }
 
 QString CMainWindow::AwaitedText() const {
-  if (!player_->Wanted().empty()) {
-    const QString name = NameOfPlan(StringToQString(player_->Wanted()));
+  const CProgramme::State& state = player_->State();
+  if (state.on_its_way) {
+    const QString name = NameOfPlan(StringToQString(state.on_its_way->code));
     return name.isEmpty() ? tr("The plan is being fetched...") : tr("\"%1\" is being fetched...").arg(name);
   }
-  return cycle_->IsFetching() ? tr("The next plan of the group is being fetched...") : QString();
+  if (CProgramme::AwaitsTurn(state)) {
+    return tr("The next plan of the group is being fetched...");
+  }
+  return QString();
 }
 
 // As the trees have it; a plan whose group is not loaded may have been played before.
@@ -283,7 +223,7 @@ QString CMainWindow::NameOfPlan(const QString& code) const {
 
 void CMainWindow::OnDropped(const PlanDrop& drop) {
   if (drop.kind == PlanDrop::Kind::Group) {
-    StartCycle(drop.code, kSecondsPerPlan);
+    player_->PlayGroup(drop.code);
   } else {
     player_->Play(QStringToString(drop.code));
   }
@@ -291,15 +231,12 @@ void CMainWindow::OnDropped(const PlanDrop& drop) {
 
 // The turns of a cycle would push out of the list what the user had chosen.
 void CMainWindow::OnPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin) {
-  const bool by_itself = origin == PlayOrigin::Automatic || origin == PlayOrigin::DefaultView;
-  default_view_stands_ = default_view_stands_ && by_itself;
   if (origin == PlayOrigin::GroupCycle || origin == PlayOrigin::DefaultView) {
     return;
   }
   PlayedPlan played;
   played.code = StringToQString(plan.index_code);
   played.name = StringToQString(plan.name);
-  played.family = plan.type;
   played.time = QDateTime::currentDateTime();
   const CPlanFamily* family = FamilyOf(plan.type);
   const QStringList groups = family ? family->GroupsOf(played.code) : QStringList();
@@ -313,9 +250,7 @@ void CMainWindow::OnPlanUpdated(const view_plugin_protocol::UpdatePlanRequest& p
 }
 
 void CMainWindow::OnHistoryTaken(int row) {
-  const PlayedPlan played = history_->At(row);
-  CPlanFamily* family = FamilyOf(played.family);
-  player_->PlayFromHistory(family ? family : &CurrentFamily(), QStringToString(played.code));
+  player_->Play(QStringToString(history_->At(row).code), PlayOrigin::History);
 }
 
 void CMainWindow::OpenHistory() {
@@ -371,23 +306,23 @@ bool CMainWindow::MayLeave() {
 }
 
 void CMainWindow::closeEvent(QCloseEvent* event) {
-  leave_wish_ = [this] { close(); };
+  after_saving_ = [this] { close(); };
   event->setAccepted(MayLeave());
 }
 
 // The changes that kept the user here are saved: on with what was wanted.
 void CMainWindow::OnMayLeave() {
-  if (leave_wish_) {
-    std::exchange(leave_wish_, nullptr)();
+  if (after_saving_) {
+    std::exchange(after_saving_, nullptr)();
   }
 }
 
 void CMainWindow::SwitchUser(const QString& user) {
-  leave_wish_ = [this, user] { SwitchUser(user); };
+  after_saving_ = [this, user] { SwitchUser(user); };
   if (!MayLeave()) {
     return;
   }
-  leave_wish_ = nullptr;
+  after_saving_ = nullptr;
   QString error;
   if (!log_in_ || !log_in_(user, &error)) {
     ShowTip(error, CNomalMessage::Failure);

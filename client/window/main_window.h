@@ -25,7 +25,6 @@ struct UpdatePlanRequest;
 
 namespace TarnClient {
 
-class CGroupCycle;
 class CHistoryPopup;
 class CLiveWall;
 class CPlanFamily;
@@ -65,9 +64,6 @@ class CMainWindow : public QMainWindow {
   void ShowFamily(size_t number);
   /// Plays a plan that the user did not pick in a tree, and brings its row into view where it is loaded.
   void PlayPlan(const std::string& code);
-  /// Opens what the user has chosen for the start: a plan plays, a group cycles. Nothing when something plays already
-  /// by the time it is known, or when nothing was chosen.
-  void OpenDefaultView();
   void OpenHistory();
   void OpenUsers();
   void OpenSettings();
@@ -102,10 +98,6 @@ class CMainWindow : public QMainWindow {
   void ConnectMessages();
   void AddShortcuts();
   void AddSettingsButton();
-  void StartCycle(const QString& group_code, int seconds);
-  void StartCycleBy(const QString& group_code, int seconds, PlayOrigin origin);
-  void OnDefaultView(const QString& code, int type);
-  void OnAutomaticOver();
   void OnDropped(const PlanDrop& drop);
   void OnPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
   void OnPlanUpdated(const view_plugin_protocol::UpdatePlanRequest& plan);
@@ -117,12 +109,11 @@ class CMainWindow : public QMainWindow {
   void ShowTip(const QString& text, int state);
 
   const std::function<bool(const QString&, QString*)> log_in_;
-  std::function<void()> leave_wish_;  // what waits for a plan to be saved
+  std::function<void()> after_saving_;  // what waits for a plan to be saved
   QTabWidget* tabs_ = nullptr;
   CLiveWall* wall_ = nullptr;
   CPlanPlayer* player_ = nullptr;
   CPlanRenewal* renewal_ = nullptr;
-  CGroupCycle* cycle_ = nullptr;
   CPlanSaver* saver_ = nullptr;
   CPlayHistory* history_ = nullptr;
   CHistoryPopup* history_popup_ = nullptr;
@@ -130,8 +121,6 @@ class CMainWindow : public QMainWindow {
   CUserMenu* user_menu_ = nullptr;
   CStoreState* store_state_ = nullptr;
   QPointer<CSettingsDialog> settings_;
-  bool awaits_default_view_ = false;
-  bool default_view_stands_ = false;  // nothing else was asked for since the client opened it
   std::vector<std::unique_ptr<CPlanFamily>> families_;
 };
 

@@ -168,7 +168,7 @@ void AutomaticPlanTest::StoppingTakesBackAWish() {
   QVERIFY(!Wall().IsPlaying());
   fixture_.Services().ReleaseAll();
   CPlanFixture::Drain();
-  QVERIFY(!Wall().IsPlaying() && !window_->Player().IsBusy());
+  QVERIFY(!Wall().IsPlaying() && !window_->Player().State().on_its_way);
 }
 
 void AutomaticPlanTest::TakesThePlaceOfTheDefaultView_data() {
@@ -192,7 +192,7 @@ void AutomaticPlanTest::TakesThePlaceOfTheDefaultView() {
   if (!arrived) {
     fixture_.Services().Hold("GetPlanDetail");
   }
-  window_->OpenDefaultView();
+  window_->Player().OpenDefaultView();
   if (arrived) {
     QTRY_COMPARE(Wall().PlanName(), QString("Public B plan 2"));
   } else {
@@ -230,7 +230,7 @@ void AutomaticPlanTest::WhatWasThereBeforeComesBack() {
   Schedule("A1 plan 2", "09:00:00", "10:00:00");
   StoreDefaultView("Public B plan 2", 16000);
   if (!meanwhile.isEmpty()) {
-    window_->OpenDefaultView();
+    window_->Player().OpenDefaultView();
     QTRY_COMPARE(Wall().PlanName(), QString("Public B plan 2"));
   }
   At("09:00:00");
@@ -273,7 +273,7 @@ void AutomaticPlanTest::AFailedWishKeepsNothingAway() {
   Begin();
   Schedule("A1 plan 2", "09:00:00", "10:00:00");
   StoreDefaultView("Public B plan 2", 16000);
-  window_->OpenDefaultView();
+  window_->Player().OpenDefaultView();
   QTRY_COMPARE(Wall().PlanName(), QString("Public B plan 2"));
   if (at_the_end) {
     At("09:00:00");

@@ -125,13 +125,13 @@ void AutomaticPlanUsersTest::WhatComesBeforeTheAnswer() {
   At("09:00:00");
   QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
   if (meanwhile == "default view") {
-    window_->Player().PlayOfCycle(Stored("Public B plan 2"), TarnClient::PlayOrigin::DefaultView);
+    window_->Player().Play(Code("Public B plan 2"), TarnClient::PlayOrigin::DefaultView);
   } else if (meanwhile == "timed") {
     GetPlanDetailResponse plan = Stored("A1 plan 2");
     plan.end_time = "09:30:00";
     Q_EMIT CAutoPlanHelper::Instance().signalStartPlanAutoRun(plan);
   } else if (meanwhile == "play") {
-    window_->Player().PlayOfCycle(Stored("Public B plan 2"), TarnClient::PlayOrigin::GroupCycle);
+    window_->Player().Play(Code("Public B plan 2"), TarnClient::PlayOrigin::GroupCycle);
   } else if (meanwhile == "escape") {
     QTest::keyClick(&Wall(), Qt::Key_Escape);
   } else if (meanwhile == "end") {

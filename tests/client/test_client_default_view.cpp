@@ -104,7 +104,7 @@ void ClientDefaultViewTest::OpensAfterARestart() {
   CloseDesk();
 
   Open({{"create_under_root", 1}}, "operator", url);
-  window_->OpenDefaultView();
+  window_->Player().OpenDefaultView();
   QTRY_COMPARE(Wall().PlanName(), playing);
   CPlanFixture::Drain();
   QCOMPARE(Wall().PlanName(), playing);
@@ -118,20 +118,20 @@ void ClientDefaultViewTest::GivesWayToWhatTheUserDoes() {
   Store(16000, Code("Public B plan 2"));
   // It is already known, but still being fetched, when the user wants something else.
   fixture_.Services().Hold("GetPlanDetail");
-  window_->OpenDefaultView();
+  window_->Player().OpenDefaultView();
   QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
   window_->Player().Play(Code("Public A plan 2"));
   fixture_.Services().ReleaseAll();
   QTRY_COMPARE(Wall().PlanName(), QString("Public A plan 2"));
   CPlanFixture::Drain();
   QCOMPARE(Wall().PlanName(), QString("Public A plan 2"));
-  window_->OpenDefaultView();
+  window_->Player().OpenDefaultView();
   CPlanFixture::Drain();
   QCOMPARE(Wall().PlanName(), QString("Public A plan 2"));
   QTest::keyClick(&Wall(), Qt::Key_Escape);
 
   fixture_.Services().Hold("GetClientViewConfig");
-  window_->OpenDefaultView();
+  window_->Player().OpenDefaultView();
   QVERIFY(fixture_.Services().WaitUntilHeld("GetClientViewConfig"));
   QTest::keyClick(&Wall(), Qt::Key_Escape);
   fixture_.Services().ReleaseAll();
@@ -142,7 +142,7 @@ void ClientDefaultViewTest::GivesWayToWhatTheUserDoes() {
 void ClientDefaultViewTest::FailuresSayWhy() {
   Open();
   fixture_.Services().Fail("GetClientViewConfig", "The line is down");
-  window_->OpenDefaultView();
+  window_->Player().OpenDefaultView();
   QTRY_COMPARE(Tip(), QString("The line is down"));
   ForgetTips();
   window_->OpenSettings();
@@ -153,7 +153,7 @@ void ClientDefaultViewTest::FailuresSayWhy() {
   ForgetTips();
   Store(16001, Code("Public A"));
   fixture_.Services().Fail("GetPlansInGroup", "No such group any more");
-  window_->OpenDefaultView();
+  window_->Player().OpenDefaultView();
   QTRY_COMPARE(Tip(), QString("No such group any more"));
   QVERIFY(!Wall().IsPlaying());
   fixture_.Services().Mend("GetPlansInGroup");
@@ -186,7 +186,7 @@ void ClientDefaultViewTest::SettingsReadAgainWhenPlansCome() {
 void ClientDefaultViewTest::GroupsFollowTheirSwitch() {
   Open({{"load_all", 1}, {"group_cycle", 0}});
   Store(16001, Code("Public B"));
-  window_->OpenDefaultView();
+  window_->Player().OpenDefaultView();
   QTRY_VERIFY2(Tip().contains("switched off"), qPrintable(Tip()));
   CPlanFixture::Drain();
   QVERIFY(!Wall().IsPlaying() && Progress().isEmpty());

@@ -192,7 +192,7 @@ void ClientPanelsTest::MarkSurvivesUpdatesAndReloads() {
   QTRY_VERIFY(!removed.isEmpty());
   QTRY_COMPARE(MarkedRows(), QString("Public A renamed"));
   // What the user plays once more becomes current, also when it is on the wall already.
-  window_->Player().PlayFromHistory(&window_->Family(0), Code("Public A renamed"));
+  window_->Player().Play(Code("Public A renamed"), TarnClient::PlayOrigin::History);
   QTRY_COMPARE(Tree()->currentIndex(), Row("Public A renamed"));
 }
 
@@ -214,10 +214,10 @@ void ClientPanelsTest::HistoryKeepsTheLastPlansOnce() {
 
   TarnClient::CPlayHistory history;
   for (int plan = 0; plan < 25; ++plan) {
-    history.Add({QString::number(plan), QString::number(plan), {}, 0, {}});
+    history.Add({QString::number(plan), QString::number(plan), {}, {}});
   }
   QCOMPARE(history.rowCount(), 20);
-  history.Add({"5", "5", {}, 0, {}});
+  history.Add({"5", "5", {}, {}});
   QCOMPARE(history.rowCount(), 20);
   QCOMPARE(history.At(0).code, QString("5"));
   QCOMPARE(history.At(19).code, QString("6"));

@@ -1,0 +1,389 @@
+#include "plans/programme.h"
+
+#include <TarnPlanView/theme_node_type.h>
+
+#include <QTime>
+#include <tuple>
+#include <utility>
+
+#include "MarUIControl/string_conversion.h"
+
+namespace TarnClient {
+
+using MarUIControl::StringToQString;
+using Reason = Commands::SayFailure::Reason;
+
+namespace {
+
+QDateTime EndOf(const Events::Plan& plan, const QDate& day) {
+  const QTime time = QTime::fromString(StringToQString(plan.end_time));
+  return time.isValid() ? QDateTime(day, time) : QDateTime();
+}
+
+bool IsTimedAlike(const Events::Plan& one, const Events::Plan& other) {
+  return std::tie(one.auto_run, one.start_time, one.end_time) ==
+         std::tie(other.auto_run, other.start_time, other.end_time);
+}
+
+bool NeedsClock(const CProgramme::State& state) {
+  return state.timed_end || state.doubtful;
+}
+
+std::string AwaitedPlan(const CProgramme::State& state) {
+  return state.on_its_way.value_or(CProgramme::Play()).code;
+}
+
+auto ProgressOf(const CProgramme::State& state) {
+  const CProgramme::Cycle cycle = state.cycle.value_or(CProgramme::Cycle());
+  return std::make_tuple(cycle.code, cycle.name, cycle.last.position, cycle.last.plans.size());
+}
+
+}  // namespace
+
+bool CProgramme::AwaitsTurn(const State& state) {
+  return state.cycle && state.cycle->awaits != Cycle::Awaits::Nothing;
+}
+
+CProgramme::Step CProgramme::Next(const State& state, const ProgrammeEvent& event, const QDateTime& now) {
+  CProgramme programme(state, now);
+  std::visit([&programme](const auto& happened) { programme.On(happened); }, event);
+  programme.Settle(state);
+  return {std::move(programme.state_), std::move(programme.commands_)};
+}
+
+// What follows from the state alone.
+void CProgramme::Settle(const State& before) {
+  if (NeedsClock(state_) != NeedsClock(before)) {
+    Do(Commands::WatchClock{NeedsClock(state_)});
+  }
+  if (AwaitedPlan(state_) != AwaitedPlan(before) || AwaitsTurn(state_) != AwaitsTurn(before)) {
+    Do(Commands::SayAwaited());
+  }
+  if (ProgressOf(state_) != ProgressOf(before)) {
+    Do(Commands::SayProgress());
+  }
+}
+
+void CProgramme::Want(const Play& play) {
+  EndCycle();
+  state_.on_its_way = play;
+}
+
+void CProgramme::On(const Events::PlanWanted& wanted) {
+  Want({wanted.code, wanted.by});
+  state_.fetches.insert(wanted.code);
+  Do(Commands::FetchPlan{wanted.code});
+}
+
+void CProgramme::On(const Events::PanelFetches& fetch) {
+  if (!IsOnItsWay(fetch.code) || state_.on_its_way->by == PlayOrigin::DefaultView) {
+    Want({fetch.code, PlayOrigin::User});
+  }
+  state_.fetches.insert(fetch.code);
+}
+
+// Answers may come in any order; what was asked for last wins.
+void CProgramme::On(const Events::PlanCame& came) {
+  if (IsOnItsWay(came.plan.index_code)) {
+    Show(came.plan, state_.on_its_way->by);
+  }
+}
+
+// It may have failed; but the plan may have been asked for once more since.
+void CProgramme::On(const Events::FetchOver& fetch) {
+  const auto found = state_.fetches.find(fetch.code);
+  if (found == state_.fetches.end()) {
+    return;
+  }
+  state_.fetches.erase(found);
+  if (IsOnItsWay(fetch.code) && state_.fetches.count(fetch.code) == 0) {
+    state_.on_its_way.reset();
+  }
+}
+
+void CProgramme::Show(const Events::Plan& plan, PlayOrigin by) {
+  const bool gives_way = StartsByItself(by);
+  if (!gives_way) {
+    DropDoubtful();
+  }
+  state_.default_view_stands = state_.default_view_stands && gives_way;
+  // What the user wants and is still on its way, plan or group, takes the place of a timed plan.
+  if (by != PlayOrigin::Automatic || (state_.on_its_way && StartsByItself(state_.on_its_way->by))) {
+    state_.on_its_way.reset();
+  }
+  if (by == PlayOrigin::Automatic && state_.cycle && StartsByItself(state_.cycle->by)) {
+    EndCycle();
+  }
+  state_.on_wall = Play{plan.index_code, by};
+  Do(Commands::ShowPlan{plan, by});
+}
+
+void CProgramme::On(const Events::StopWanted&) {
+  Clear();
+}
+
+void CProgramme::On(const Events::WallEmptied&) {
+  if (state_.on_wall) {
+    Clear();
+  }
+}
+
+// The helper announces a timed plan once a day, and the one in doubt may be this user's.
+void CProgramme::On(const Events::UserSwitched&) {
+  state_.is_new_user = true;
+  const std::optional<Doubtful> doubtful = state_.doubtful;
+  Clear();
+  state_.doubtful = doubtful;
+  AskIfSeen();
+}
+
+// Stopping also takes back what was wanted and what is about to open by itself. The end of the timed plan stays known,
+// for the one that may come next.
+void CProgramme::Clear() {
+  state_.on_its_way.reset();
+  state_.asks_default_view = state_.default_view_stands = false;
+  DropDoubtful();
+  EndCycle();
+  Do(Commands::AwaitNextPlan{false});
+  EmptyWall();
+}
+
+void CProgramme::EmptyWall() {
+  if (IsOnWall(PlayOrigin::Automatic)) {
+    Do(Commands::ForgetTimedPlan());
+  }
+  if (state_.on_wall) {
+    state_.on_wall.reset();
+    Do(Commands::EmptyWall());
+  }
+}
+
+void CProgramme::On(const Events::GroupWanted& wanted) {
+  if (!wanted.group.may_cycle) {
+    return Do(Commands::SayFailure{Reason::GroupsSwitchedOff});
+  }
+  state_.on_its_way.reset();
+  BeginCycle(wanted.group, PlayOrigin::GroupCycle);
+}
+
+void CProgramme::BeginCycle(const Events::Group& group, PlayOrigin by) {
+  EndCycle();
+  state_.cycle = Cycle{group.code, group.name, group.seconds_per_plan, by};
+  AskForTurn(Cycle::Awaits::TurnByUser, 1);
+}
+
+void CProgramme::AskForTurn(Cycle::Awaits awaits, int step) {
+  state_.cycle->awaits = awaits;
+  Do(Commands::FetchTurn{state_.cycle->code, state_.cycle->last, step});
+}
+
+void CProgramme::On(const Events::TurnOver&) {
+  if (state_.cycle && state_.cycle->awaits == Cycle::Awaits::Nothing) {
+    AskForTurn(Cycle::Awaits::TurnByTime, 1);
+  }
+}
+
+void CProgramme::On(const Events::StepWanted& wanted) {
+  if (state_.cycle) {
+    AskForTurn(Cycle::Awaits::TurnByUser, wanted.step);
+  }
+}
+
+// The plan on the wall is to stay, so the next one that time has asked for counts for nothing.
+void CProgramme::On(const Events::Held&) {
+  if (state_.cycle && state_.cycle->awaits == Cycle::Awaits::TurnByTime) {
+    state_.cycle->awaits = Cycle::Awaits::Nothing;
+    Do(Commands::DropTurn());
+  }
+}
+
+void CProgramme::On(const Events::TurnCame& came) {
+  if (!AwaitsTurn(state_)) {
+    return;
+  }
+  state_.cycle->awaits = Cycle::Awaits::Nothing;
+  const bool has_begun = state_.cycle->last.position >= 0;
+  if (came.turn.outcome == CycleTurn::Outcome::Fetched) {
+    ShowTurn(came);
+  } else if (came.turn.outcome == CycleTurn::Outcome::Empty) {
+    FailCycle({Reason::NoPlans});
+  } else if (came.turn.outcome == CycleTurn::Outcome::Failed && has_begun) {
+    RepeatTurn(came.turn.error);
+  } else {
+    FailCycle({Reason::GroupFailed, {came.turn.error}});
+  }
+}
+
+// A group of one plan does not begin it again at every turn, unless the plan was changed.
+void CProgramme::ShowTurn(const Events::TurnCame& came) {
+  const CycleTurn& turn = came.turn;
+  if (!turn.skipped.isEmpty()) {
+    Do(Commands::SayFailure{Reason::PlansSkipped, turn.skipped});
+  }
+  Cycle& cycle = *state_.cycle;
+  const CycleTurn last = std::exchange(cycle.last, turn);
+  cycle.failure.clear();
+  if (turn.plan.group_index_code == cycle.code) {
+    cycle.name = StringToQString(turn.plan.group_name);
+  }
+  if (last.plan.index_code != turn.plan.index_code || last.plan.revision != turn.plan.revision) {
+    Show(turn.plan, cycle.by);
+  }
+  Do(Commands::BeginTurn{cycle.seconds_per_plan, came.is_held});
+}
+
+// No one may be there to begin the cycle again. What keeps it waiting is said once, not at every turn.
+void CProgramme::RepeatTurn(const QString& error) {
+  Do(Commands::Stay{state_.cycle->seconds_per_plan});
+  if (std::exchange(state_.cycle->failure, error) != error) {
+    Do(Commands::SayFailure{Reason::TurnFailed, {error}});
+  }
+}
+
+// What is on the wall stays there, without a cycle.
+void CProgramme::FailCycle(const Commands::SayFailure& failure) {
+  EndCycle();
+  Do(failure);
+}
+
+void CProgramme::EndCycle() {
+  if (state_.cycle) {
+    state_.cycle.reset();
+    Do(Commands::DropTurn());
+    Do(Commands::EndTurns());
+  }
+}
+
+void CProgramme::On(const Events::DefaultViewWanted&) {
+  state_.asks_default_view = true;
+  Do(Commands::AskDefaultView());
+}
+
+// What plays by then keeps it away; after a timed plan it is asked for again.
+bool CProgramme::MayOpenDefaultView() {
+  if (!std::exchange(state_.asks_default_view, false)) {
+    return false;
+  }
+  const bool may_open = !IsBusy();
+  state_.default_view_stands = state_.default_view_stands || may_open || IsOnWall(PlayOrigin::Automatic);
+  return may_open;
+}
+
+void CProgramme::On(const Events::DefaultPlanKnown& known) {
+  if (MayOpenDefaultView()) {
+    On(Events::PlanWanted{known.code, PlayOrigin::DefaultView});
+  }
+}
+
+void CProgramme::On(const Events::DefaultGroupKnown& known) {
+  if (!MayOpenDefaultView()) {
+    return;
+  }
+  if (known.group.may_cycle) {
+    BeginCycle(known.group, PlayOrigin::DefaultView);
+  } else {
+    Do(Commands::SayFailure{Reason::DefaultGroupSwitchedOff});
+  }
+}
+
+// The helper keeps the plan that it knows while it gets no answer: after a switch of user that may be one which only
+// the last user can see.
+void CProgramme::On(const Events::TimedPlanBegins& begins) {
+  DropDoubtful();
+  if (state_.on_wall && !StartsByItself(state_.on_wall->by)) {
+    return;
+  }
+  if (state_.is_new_user && begins.plan.type != TarnPlanView::PublicTheme) {
+    state_.doubtful = Doubtful{begins.plan, EndOf(begins.plan, now_.date())};
+    AskIfSeen();
+  } else {
+    BeginTimed(begins.plan);
+  }
+}
+
+// No end is announced when the plan vanishes in mid-run or was stopped, so it is kept here. The clock is looked at again
+// and again, since it may be set, or the computer sleep, in between.
+void CProgramme::BeginTimed(const Events::Plan& plan) {
+  Show(plan, PlayOrigin::Automatic);
+  const QDateTime end = EndOf(plan, now_.date());
+  if (end.isValid()) {
+    state_.timed_end = TimedEnd{end};
+  }
+}
+
+void CProgramme::On(const Events::TimedPlanEnds&) {
+  DropDoubtful();
+  EndTimed();
+}
+
+// The next timed plan may be due, long before the helper asks by itself. What is wanted meanwhile goes on.
+void CProgramme::EndTimed() {
+  state_.timed_end.reset();
+  Do(Commands::LookForTimedPlan());
+  if (IsOnWall(PlayOrigin::Automatic)) {
+    EmptyWall();
+    Do(Commands::AwaitNextPlan());
+  }
+}
+
+void CProgramme::On(const Events::ClockTicked&) {
+  // The helper, which looks as often, goes first at the end: it forgets its plan by announcing it.
+  if (state_.timed_end) {
+    const bool is_past = now_ >= state_.timed_end->at;
+    if (std::exchange(state_.timed_end->is_past, is_past) && is_past) {
+      EndTimed();
+    }
+  }
+  if (state_.doubtful && now_ >= state_.doubtful->end) {
+    DropDoubtful();
+  } else if (state_.doubtful && state_.doubtful->question == Doubtful::Question::Failed) {
+    AskIfSeen();
+  }
+}
+
+void CProgramme::AskIfSeen() {
+  if (state_.doubtful) {
+    state_.doubtful->question = Doubtful::Question::Asked;
+    Do(Commands::AskIfSeen{state_.doubtful->plan.index_code});
+  }
+}
+
+void CProgramme::DropDoubtful() {
+  if (state_.doubtful) {
+    state_.doubtful.reset();
+    Do(Commands::DropQuestion());
+  }
+}
+
+// A plan that is not this user's may be the next one's; with other times it is announced again.
+void CProgramme::On(const Events::SeenAnswered& answer) {
+  if (!state_.doubtful) {
+    return;
+  }
+  if (now_ >= state_.doubtful->end) {
+    DropDoubtful();
+  } else if (answer.plan) {
+    const Doubtful doubtful = *std::exchange(state_.doubtful, std::nullopt);
+    if (IsTimedAlike(doubtful.plan, *answer.plan)) {
+      state_.is_new_user = false;
+      On(Events::TimedPlanBegins{*answer.plan});
+    }
+  } else {
+    state_.doubtful->question = answer.is_gone ? Doubtful::Question::NotSeen : Doubtful::Question::Failed;
+  }
+}
+
+// What is on its way may fail yet, so it is waited for. The default view is asked for again, since another one may have
+// been chosen or its plan been deleted in the meantime.
+void CProgramme::On(const Events::NextPlanDue&) {
+  if (state_.on_wall) {
+    return;
+  }
+  if (IsBusy()) {
+    Do(Commands::AwaitNextPlan());
+  } else if (state_.default_view_stands) {
+    On(Events::DefaultViewWanted());
+  }
+}
+
+}  // namespace TarnClient

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <QDateTime>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "plans/programme_commands.h"
+#include "plans/programme_events.h"
+
+namespace TarnClient {
+
+/// Decides what plays: what the user asked for last, else the timed plan during its time, else the default view.
+/// Knows no wall, timer or service: an event changes a state, and what is to be done comes out as commands, in the
+/// order in which they are to be carried out. An event that they cause comes after the last of them.
+class CProgramme {
+ public:
+  struct Play {
+    std::string code;
+    PlayOrigin by = PlayOrigin::User;
+  };
+  /// A group whose plans play in turn.
+  struct Cycle {
+    enum class Awaits { Nothing, TurnByTime, TurnByUser };
+    std::string code;
+    QString name;
+    int seconds_per_plan = 0;
+    PlayOrigin by = PlayOrigin::GroupCycle;
+    Awaits awaits = Awaits::Nothing;
+    CycleTurn last = {};   // on the wall; a default one at first
+    QString failure = {};  // why no other plan came, for a run of failures
+  };
+  struct TimedEnd {
+    QDateTime at;
+    bool is_past = false;  // the last look at the clock was past it
+  };
+  /// A timed plan which may be one that only the last user can see.
+  struct Doubtful {
+    enum class Question { Asked, Failed, NotSeen };
+    Events::Plan plan;
+    QDateTime end;
+    Question question = Question::Asked;
+  };
+  struct State {
+    std::optional<Play> on_wall;
+    std::optional<Play> on_its_way;      // the plan that was asked for last
+    std::multiset<std::string> fetches;  // of all plans, not answered yet
+    std::optional<Cycle> cycle;
+    std::optional<TimedEnd> timed_end;  // also while another plan is on the wall
+    std::optional<Doubtful> doubtful;
+    bool is_new_user = false;           // and no own timed plan of his was seen yet
+    bool asks_default_view = false;     // it is not known yet
+    bool default_view_stands = false;   // no one has wanted anything else since it was opened
+  };
+  struct Step {
+    State state;
+    ProgrammeCommands commands;
+  };
+
+  /// Whether the next plan of a group is on its way.
+  static bool AwaitsTurn(const State& state);
+  static Step Next(const State& state, const ProgrammeEvent& event, const QDateTime& now);
+
+ private:
+  CProgramme(const State& state, const QDateTime& now) : state_(state), now_(now) {}
+
+  void On(const Events::PlanWanted& wanted);
+  void On(const Events::PanelFetches& fetch);
+  void On(const Events::PlanCame& came);
+  void On(const Events::FetchOver& fetch);
+  void On(const Events::GroupWanted& wanted);
+  void On(const Events::TurnOver& over);
+  void On(const Events::StepWanted& wanted);
+  void On(const Events::Held& held);
+  void On(const Events::TurnCame& came);
+  void On(const Events::DefaultViewWanted& wanted);
+  void On(const Events::DefaultPlanKnown& known);
+  void On(const Events::DefaultGroupKnown& known);
+  void On(const Events::TimedPlanBegins& begins);
+  void On(const Events::TimedPlanEnds& ends);
+  void On(const Events::SeenAnswered& answer);
+  void On(const Events::ClockTicked& ticked);
+  void On(const Events::NextPlanDue& due);
+  void On(const Events::StopWanted& wanted);
+  void On(const Events::WallEmptied& emptied);
+  void On(const Events::UserSwitched& switched);
+
+  template <class Command>
+  void Do(Command command) {
+    commands_.push_back(std::move(command));
+  }
+  void Want(const Play& play);
+  bool IsOnItsWay(const std::string& code) const { return state_.on_its_way && state_.on_its_way->code == code; }
+  bool IsOnWall(PlayOrigin by) const { return state_.on_wall && state_.on_wall->by == by; }
+  bool IsBusy() const { return state_.on_wall || state_.on_its_way || state_.cycle; }
+  void Show(const Events::Plan& plan, PlayOrigin by);
+  void Clear();
+  void EmptyWall();
+  void BeginCycle(const Events::Group& group, PlayOrigin by);
+  void AskForTurn(Cycle::Awaits awaits, int step);
+  void ShowTurn(const Events::TurnCame& came);
+  void RepeatTurn(const QString& error);
+  void FailCycle(const Commands::SayFailure& failure);
+  void EndCycle();
+  bool MayOpenDefaultView();
+  void BeginTimed(const Events::Plan& plan);
+  void EndTimed();
+  void AskIfSeen();
+  void DropDoubtful();
+  void Settle(const State& before);
+
+  State state_;
+  const QDateTime now_;
+  ProgrammeCommands commands_;
+};
+
+}  // namespace TarnClient

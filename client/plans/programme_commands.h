@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QStringList>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+#include "plans/cycle_turn.h"
+#include "plans/play_origin.h"
+
+// What the programme wants to be done. Plain values.
+namespace TarnClient::Commands {
+
+/// Events::FetchOver comes once for each.
+struct FetchPlan {
+  std::string code;
+};
+struct ShowPlan {
+  view_plugin_protocol::GetPlanDetailResponse plan;
+  PlayOrigin by = PlayOrigin::User;
+};
+/// Nothing plays any more.
+struct EmptyWall {};
+
+/// In place of a fetch that is under way.
+struct FetchTurn {
+  std::string group_code;
+  CycleTurn last;
+  int step = 1;
+};
+struct DropTurn {};
+/// What is on the wall stays for a turn of the cycle.
+struct BeginTurn {
+  int seconds = 0;
+  bool is_held = false;
+};
+/// No other plan came: the one on the wall stays for so long.
+struct Stay {
+  int seconds = 0;
+};
+struct EndTurns {};
+
+struct AskDefaultView {};
+
+/// Answered by Events::SeenAnswered.
+struct AskIfSeen {
+  std::string code;
+};
+struct DropQuestion {};
+/// The next timed plan may be due now.
+struct LookForTimedPlan {};
+/// The timed plan that was announced is not shown any more.
+struct ForgetTimedPlan {};
+/// Events::ClockTicked comes once a second.
+struct WatchClock {
+  bool on = true;
+};
+/// Events::NextPlanDue comes in a moment; an earlier wait counts no more.
+struct AwaitNextPlan {
+  bool on = true;
+};
+
+/// What is on its way to the wall has changed.
+struct SayAwaited {};
+/// The place in the cycle has changed.
+struct SayProgress {};
+struct SayFailure {
+  enum class Reason { GroupsSwitchedOff, DefaultGroupSwitchedOff, NoPlans, GroupFailed, TurnFailed, PlansSkipped };
+  Reason reason = Reason::NoPlans;
+  QStringList details = {};  // the service's text, or names of plans
+};
+
+}  // namespace TarnClient::Commands
+
+namespace TarnClient {
+
+using ProgrammeCommand =
+    std::variant<Commands::FetchPlan, Commands::ShowPlan, Commands::EmptyWall, Commands::FetchTurn, Commands::DropTurn,
+                 Commands::BeginTurn, Commands::Stay, Commands::EndTurns, Commands::AskDefaultView, Commands::AskIfSeen,
+                 Commands::DropQuestion, Commands::LookForTimedPlan, Commands::ForgetTimedPlan, Commands::WatchClock,
+                 Commands::AwaitNextPlan, Commands::SayAwaited, Commands::SayProgress, Commands::SayFailure>;
+using ProgrammeCommands = std::vector<ProgrammeCommand>;
+
+}  // namespace TarnClient

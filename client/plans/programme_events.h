@@ -1,0 +1,95 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+#include <string>
+#include <variant>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+#include "plans/cycle_turn.h"
+#include "plans/play_origin.h"
+
+// What happens to the programme. Plain values.
+namespace TarnClient::Events {
+
+using Plan = view_plugin_protocol::GetPlanDetailResponse;
+
+/// Somebody wants a plan that still is to be fetched.
+struct PlanWanted {
+  std::string code;
+  PlayOrigin by = PlayOrigin::User;
+};
+/// A panel fetches a plan for the user.
+struct PanelFetches {
+  std::string code;
+};
+struct PlanCame {
+  Plan plan;
+};
+/// One fetch of a plan is over: PlanCame came just before, or it has failed.
+struct FetchOver {
+  std::string code;
+};
+
+struct Group {
+  std::string code;
+  QString name;  // empty when it is not known
+  int seconds_per_plan = 0;
+  bool may_cycle = true;  // groups may be played at all
+};
+struct GroupWanted {
+  Group group;
+};
+/// The plan on the wall has had its time in the cycle.
+struct TurnOver {};
+/// The user wants the next plan of the cycle (1) or the one before (-1).
+struct StepWanted {
+  int step = 1;
+};
+/// The user holds what is on the wall.
+struct Held {};
+struct TurnCame {
+  CycleTurn turn;
+  bool is_held = false;  // the turn before, on the wall
+};
+
+/// What the user has chosen for the start is to be opened.
+struct DefaultViewWanted {};
+struct DefaultPlanKnown {
+  std::string code;
+};
+struct DefaultGroupKnown {
+  Group group;
+};
+
+struct TimedPlanBegins {
+  Plan plan;
+};
+struct TimedPlanEnds {};
+/// Whether the present user sees a timed plan.
+struct SeenAnswered {
+  std::optional<Plan> plan;  // as it is now; none when he does not, or the service did not answer
+  bool is_gone = false;      // he does not
+};
+/// The second look at the clock.
+struct ClockTicked {};
+/// Another timed plan has had the time to begin.
+struct NextPlanDue {};
+
+struct StopWanted {};
+/// The user has emptied the wall there.
+struct WallEmptied {};
+struct UserSwitched {};
+
+}  // namespace TarnClient::Events
+
+namespace TarnClient {
+
+using ProgrammeEvent =
+    std::variant<Events::PlanWanted, Events::PanelFetches, Events::PlanCame, Events::FetchOver, Events::GroupWanted,
+                 Events::TurnOver, Events::StepWanted, Events::Held, Events::TurnCame, Events::DefaultViewWanted,
+                 Events::DefaultPlanKnown, Events::DefaultGroupKnown, Events::TimedPlanBegins, Events::TimedPlanEnds,
+                 Events::SeenAnswered, Events::ClockTicked, Events::NextPlanDue, Events::StopWanted,
+                 Events::WallEmptied, Events::UserSwitched>;
+
+}  // namespace TarnClient
