@@ -1,12 +1,11 @@
 #include "plans/programme.h"
 
-#include <TarnPlanView/theme_node_type.h>
-
 #include <QTime>
 #include <tuple>
 #include <utility>
 
 #include "MarUIControl/string_conversion.h"
+#include "plan_rules/families.h"
 
 namespace TarnClient {
 
@@ -293,7 +292,7 @@ void CProgramme::On(const Events::TimedPlanBegins& begins) {
   if (state_.on_wall && !StartsByItself(state_.on_wall->by)) {
     return;
   }
-  if (state_.is_new_user && begins.plan.type != TarnPlanView::PublicTheme) {
+  if (state_.is_new_user && begins.plan.type != view_plugin_protocol::PublicFamily) {
     state_.doubtful = Doubtful{begins.plan, EndOf(begins.plan, now_.date())};
     AskIfSeen();
   } else {

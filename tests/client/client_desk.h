@@ -83,11 +83,7 @@ class CClientDesk : public QObject {
     QTRY_COMPARE(Wall().PlanName(), name);
   }
   view_plugin_protocol::GetPlanDetailResponse Stored(const QString& name) {
-    view_plugin_protocol::GetPlanDetailRequest request;
-    request.plan_index_code = Code(name);
-    view_plugin_protocol::GetPlanDetailResponse plan;
-    fixture_.Store().GetPlanDetail(request, plan);
-    return plan;
+    return fixture_.InStore().Detail(Code(name));
   }
   static QString Tip() { return tarn_ui_data_controller::CMessageTipManager::Instance().CurrentText(); }
   static void ForgetTips() { tarn_ui_data_controller::CMessageTipManager::Release(); }

@@ -1,7 +1,6 @@
 #include <QtTest>
 
 #include "plans/programme.h"
-#include "theme_node_type.h"
 
 using namespace TarnClient;
 using namespace TarnClient::Events;
@@ -15,7 +14,7 @@ using Happened = QVector<ProgrammeEvent>;
 Plan PlanOf(const std::string& code, const std::string& end = "10:00:00") {
   Plan plan;
   plan.index_code = code;
-  plan.type = code == "O" ? TarnPlanView::OwnTheme : TarnPlanView::PublicTheme;
+  plan.type = code == "O" ? 1 : 0;
   plan.auto_run = true;
   plan.start_time = "09:00:00";
   plan.end_time = end;
