@@ -1,5 +1,6 @@
 #include "plans/plan_renewal.h"
 
+#include "LyraPluginManager/error_kind.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "host_calls/ask.h"
 #include "plans/plan_family.h"
@@ -50,7 +51,7 @@ void CPlanRenewal::Fetch() {
       .Then(this, [this](const auto& fetched) {
         if (fetched.ok) {
           Take(fetched.response);
-        } else {
+        } else if (fetched.response.error_kind != Gone) {
           again_.start();
         }
       });

@@ -60,7 +60,8 @@ CPlanFamily* CPlanSaver::FamilyOfPlan() const {
   const auto theme = wall_->Plan().type;
   const auto found = std::find_if(families_.begin(), families_.end(),
                                   [theme](const CPlanFamily* family) { return family->Theme() == theme; });
-  return found != families_.end() && (*found)->Controller() ? *found : nullptr;
+  const bool can_be_asked = found != families_.end() && (*found)->Controller();
+  return can_be_asked ? *found : nullptr;
 }
 
 bool CPlanSaver::IsEditing() const {
@@ -79,19 +80,26 @@ QString CPlanSaver::WhyNotSave() const {
   if (IsEditing()) {
     return tr("the plan editor is open, and Ctrl+S saves there");
   }
-  return family->MayEdit() ? QString() : tr("you need the right to edit public plans");
+  if (!family->MayEdit()) {
+    return tr("you need the right to edit public plans");
+  }
+  return QString();
 }
 
 QString CPlanSaver::WhyNotSaveAs() const {
   const std::list<PlanPage>& pages = wall_->Plan().pages;
   const bool filled =
       std::any_of(pages.begin(), pages.end(), [](const PlanPage& page) { return HoldsSomething(page); });
-  return filled ? QString() : tr("the live view is empty");
+  if (!filled) {
+    return tr("the live view is empty");
+  }
+  return QString();
 }
 
 void CPlanSaver::Renew() {
-  const QString save = WhyNotSave(), save_as = WhyNotSaveAs();
-  wall_->Bar()->ShowSaving(save, save.isEmpty() ? QString() : save_as);
+  const QString why_not = WhyNotSave();
+  const bool has_one_way = why_not.isEmpty();
+  wall_->Bar()->ShowSaving(why_not, has_one_way ? QString() : WhyNotSaveAs());
 }
 
 void CPlanSaver::ShowMenu() {
@@ -114,7 +122,10 @@ void CPlanSaver::OnMenu(TarnPlanView::ViewSaveActions action) {
 
 // Null when plans have no thumbnails.
 QImage CPlanSaver::Picture() const {
-  return TarnPlanView::CViewConfigManager::Instance().SupportThumbnail() ? wall_->Picture() : QImage();
+  if (!TarnPlanView::CViewConfigManager::Instance().SupportThumbnail()) {
+    return QImage();
+  }
+  return wall_->Picture();
 }
 
 void CPlanSaver::Save() {
@@ -127,48 +138,51 @@ void CPlanSaver::Save() {
     return;
   }
   saving_ = true;
-  const auto fetch = [code = wall_->Plan().index_code, picture = Picture(), ground = Ground()] {
-    Fresh fresh;
-    GetPlanDetailRequest detail;
-    detail.plan_index_code = code;
-    fresh.ok = LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(detail, fresh.plan);
-    fresh.thumbnail = ThumbnailOf(picture, ground);
+  GetPlanDetailRequest request;
+  request.plan_index_code = wall_->Plan().index_code;
+  const auto fetch = [request, picture = Picture(), ground = Ground()] {
+    auto fresh = HostCalls::CallNow(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request);
+    fresh.response.thumbnail = ThumbnailOf(picture, ground);
     return fresh;
   };
-  HostCalls::Ask(fetch).Then(this, [this, code = wall_->Plan().index_code,
-                                    pages = wall_->Plan().pages](const Fresh& fresh) { OnFresh(fresh, code, pages); });
+  HostCalls::Ask(fetch).Then(this, [this, code = request.plan_index_code](const FreshPlan& fresh) {
+    const QString why_not = WhyNotSave(fresh, code);
+    if (why_not.isEmpty()) {
+      Send(fresh.response);
+    } else {
+      saving_ = false;
+      Q_EMIT SignalMessage(why_not, CNomalMessage::Failure);
+    }
+  });
+}
+
+QString CPlanSaver::WhyNotSave(const FreshPlan& fresh, const std::string& code) const {
+  if (!fresh.ok) {
+    return StringToQString(fresh.response.error_info);
+  }
+  if (!FamilyOfPlan() || wall_->Plan().index_code != code) {
+    return tr("Not saved: the plan was stopped meanwhile.");
+  }
+  if (IsEditing()) {
+    return tr("Not saved: %1.").arg(WhyNotSave());  // opened meanwhile
+  }
+  if (!SamePages(fresh.response.pages, wall_->Plan().pages)) {
+    return tr("Not saved: the plan was changed elsewhere. Play it again first.");
+  }
+  return QString();
 }
 
 // The fresh record brings name, group, times and revision: others may have changed them while the plan played, and its
 // row in the tree may not know yet.
-void CPlanSaver::OnFresh(const Fresh& fresh, const std::string& code,
-                         const std::list<view_plugin_protocol::PlanPage>& pages) {
-  const auto refuse = [this](const QString& text) {
-    saving_ = false;
-    Q_EMIT SignalMessage(text, CNomalMessage::Failure);
-  };
-  if (!fresh.ok) {
-    return refuse(StringToQString(fresh.plan.error_info));
-  }
-  CPlanFamily* family = FamilyOfPlan();
-  if (!family || wall_->Plan().index_code != code) {
-    return refuse(tr("Not saved: the plan was stopped meanwhile."));
-  }
-  if (IsEditing()) {
-    return refuse(tr("Not saved: %1.").arg(WhyNotSave()));  // opened meanwhile
-  }
-  if (!SamePages(fresh.plan.pages, wall_->Plan().pages)) {
-    return refuse(tr("Not saved: the plan was changed elsewhere. Play it again first."));
-  }
-  UpdatePlanRequest request = UpdateRequestFrom(fresh.plan);
-  request.pages = pages;
-  request.thumbnail = fresh.thumbnail;
-  family->Controller()->UpdatePlanParam(request, StringToQString(fresh.plan.name),
-                                        [saver = QPointer<CPlanSaver>(this)](bool, const QString&) {
-                                          if (saver) {
-                                            saver->saving_ = false;
-                                          }
-                                        });
+void CPlanSaver::Send(const GetPlanDetailResponse& fresh) {
+  UpdatePlanRequest request = UpdateRequestFrom(fresh);
+  request.pages = wall_->Plan().pages;
+  FamilyOfPlan()->Controller()->UpdatePlanParam(request, StringToQString(fresh.name),
+                                                [saver = QPointer<CPlanSaver>(this)](bool, const QString&) {
+                                                  if (saver) {
+                                                    saver->saving_ = false;
+                                                  }
+                                                });
 }
 
 void CPlanSaver::SaveAs() {

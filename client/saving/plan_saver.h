@@ -10,6 +10,7 @@
 
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "host_calls/call_scope.h"
+#include "host_calls/result.h"
 
 namespace TarnPlanView {
 class CViewSaveMenu;
@@ -48,19 +49,16 @@ class CPlanSaver : public QObject {
   void SignalMessage(const QString& text, int state);
 
  private:
-  struct Fresh {
-    bool ok = false;
-    view_plugin_protocol::GetPlanDetailResponse plan;
-    std::string thumbnail;  // of what was on the wall when the user wanted it saved
-  };
+  /// As it is stored, with a thumbnail of what was on the wall when the user wanted it saved.
+  using FreshPlan = HostCalls::Result<view_plugin_protocol::GetPlanDetailResponse>;
 
   void Renew();
   CPlanFamily* FamilyOfPlan() const;
   QString WhyNotSave() const;
+  QString WhyNotSave(const FreshPlan& fresh, const std::string& code) const;
   QString WhyNotSaveAs() const;
   QImage Picture() const;
-  /// `code` and `pages` are those of the plan on the wall when the user wanted it saved.
-  void OnFresh(const Fresh& fresh, const std::string& code, const std::list<view_plugin_protocol::PlanPage>& pages);
+  void Send(const view_plugin_protocol::GetPlanDetailResponse& fresh);
   void OnSaveAsConfirmed(CPlanFamily* family);
   void OnMenu(TarnPlanView::ViewSaveActions action);
 
