@@ -38,11 +38,11 @@ void CPlanDataLoader::Load() {
   data.LoadAllViewManagerModelData();
 }
 
-// A root row that comes in is the beginning of a load, this object's or another's.
+// A root row that comes in is the beginning of a load, no matter who asked for it.
 void CPlanDataLoader::OnRowsInserted(const QModelIndex& parent) {
   if (!parent.isValid()) {
     poll_.start();
-    // Not at once: a receiver may want to end the event loop, which has to run for that.
+    // Not at once: those who hear of it may want to end the event loop, which has to run for that.
     QTimer::singleShot(0, this, &CPlanDataLoader::Poll);
   }
 }

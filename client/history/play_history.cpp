@@ -8,7 +8,9 @@ CPlayHistory::CPlayHistory(QObject* parent) : QAbstractListModel(parent) {}
 
 void CPlayHistory::Add(const PlayedPlan& plan) {
   RemoveRow(RowOf(plan.code));
-  RemoveRow(plans_.size() == kMostPlans ? kMostPlans - 1 : -1);
+  if (plans_.size() == kMostPlans) {
+    RemoveRow(kMostPlans - 1);
+  }
   beginInsertRows(QModelIndex(), 0, 0);
   plans_.prepend(plan);
   endInsertRows();
@@ -42,7 +44,10 @@ void CPlayHistory::Rename(const QString& code, const QString& name) {
 
 QString CPlayHistory::NameOf(const QString& code) const {
   const int row = RowOf(code);
-  return row >= 0 ? plans_[row].name : QString();
+  if (row < 0) {
+    return QString();
+  }
+  return plans_[row].name;
 }
 
 void CPlayHistory::Clear() {
@@ -52,7 +57,10 @@ void CPlayHistory::Clear() {
 }
 
 int CPlayHistory::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : plans_.size();
+  if (parent.isValid()) {
+    return 0;
+  }
+  return plans_.size();
 }
 
 QVariant CPlayHistory::data(const QModelIndex& index, int role) const {

@@ -49,8 +49,10 @@ CycleTurn::Outcome OutcomeOf(const Failure& failure, const Listing& listing) {
   if (failure && failure->error_kind == Gone) {
     return CycleTurn::Outcome::Gone;
   }
-  const bool is_empty = !failure && !listing.left_out && listing.plans.isEmpty();
-  return is_empty ? CycleTurn::Outcome::Empty : CycleTurn::Outcome::Failed;
+  if (!failure && !listing.left_out && listing.plans.isEmpty()) {
+    return CycleTurn::Outcome::Empty;
+  }
+  return CycleTurn::Outcome::Failed;
 }
 
 QHash<QString, int> Places(const QVector<std::string>& plans) {
@@ -77,7 +79,10 @@ int FirstCandidate(const QVector<std::string>& plans, const CycleTurn& last, int
       return place;
     }
   }
-  return step > 0 ? 0 : plans.size() - 1;
+  if (step > 0) {
+    return 0;
+  }
+  return plans.size() - 1;
 }
 
 bool Fetch(const std::string& code, CycleTurn* turn) {

@@ -38,7 +38,7 @@ CPlanFamily::CPlanFamily(TarnPlanView::ThemeNodeType theme, QWidget* monitor, QW
   controller_ = new CStandardViewController(model_);
   panel_->SetModel(model_);
   panel_->SetStandardViewControl(controller_);
-  TellOfChanges();
+  ReportChanges();
 }
 
 CPlanFamily::~CPlanFamily() {
@@ -53,17 +53,24 @@ bool CPlanFamily::MayEdit() const {
   return theme_ != TarnPlanView::PublicTheme || view_plugin_protocol::HasRight(view_plugin_protocol::EditRight);
 }
 
+QModelIndex CPlanFamily::RowOf(const QString& code, bool is_group) const {
+  if (!model_) {
+    return QModelIndex();
+  }
+  return model_->FindIndexByIndexCode(code, is_group);
+}
+
 QString CPlanFamily::GroupName(const QString& code) const {
-  return model_ ? model_->FindIndexByIndexCode(code, true).data().toString() : QString();
+  return RowOf(code, true).data().toString();
 }
 
 QString CPlanFamily::PlanName(const QString& code) const {
-  return model_ ? model_->FindIndexByIndexCode(code, false).data().toString() : QString();
+  return RowOf(code, false).data().toString();
 }
 
 QStringList CPlanFamily::GroupsOf(const QString& plan_code) const {
   QStringList names;
-  const QModelIndex plan = model_ ? model_->FindIndexByIndexCode(plan_code, false) : QModelIndex();
+  const QModelIndex plan = RowOf(plan_code, false);
   for (QModelIndex group = plan.parent(); group.parent().isValid(); group = group.parent()) {
     names.prepend(group.data().toString());
   }
@@ -83,8 +90,8 @@ void CPlanFamily::RenewMark(const QString& code) {
   panel_->RenewPlayingIcons(code);
 }
 
-// After the trees have taken the change: whoever asks for plans on this notice finds them as they are now.
-void CPlanFamily::TellOfChanges() {
+// After the trees have taken the change: so those who ask for plans on this notice find them as they are now.
+void CPlanFamily::ReportChanges() {
   auto* client = &CSignalTransferManager::Instance();
   const auto changed = &CSignalTransferManager::SignalPlanStateChanged;
   connect(controller_, &CStandardViewController::SignalAddPlanSucc, client, changed);

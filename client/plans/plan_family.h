@@ -41,7 +41,8 @@ class CPlanFamily : public QObject {
   void RenewMark(const QString& code);
 
  private:
-  void TellOfChanges();
+  QModelIndex RowOf(const QString& code, bool is_group) const;
+  void ReportChanges();
   void ShowTip(const QString& text, int state);
 
   const TarnPlanView::ThemeNodeType theme_;

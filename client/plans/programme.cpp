@@ -16,7 +16,10 @@ namespace {
 
 QDateTime EndOf(const Events::Plan& plan, const QDate& day) {
   const QTime time = QTime::fromString(StringToQString(plan.end_time));
-  return time.isValid() ? QDateTime(day, time) : QDateTime();
+  if (!time.isValid()) {
+    return QDateTime();
+  }
+  return QDateTime(day, time);
 }
 
 bool IsTimedAlike(const Events::Plan& one, const Events::Plan& other) {
@@ -367,8 +370,10 @@ void CProgramme::On(const Events::SeenAnswered& answer) {
       state_.is_new_user = false;
       On(Events::TimedPlanBegins{*answer.plan});
     }
+  } else if (answer.is_gone) {
+    state_.doubtful->question = Doubtful::Question::NotSeen;
   } else {
-    state_.doubtful->question = answer.is_gone ? Doubtful::Question::NotSeen : Doubtful::Question::Failed;
+    state_.doubtful->question = Doubtful::Question::Failed;
   }
 }
 

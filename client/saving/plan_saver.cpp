@@ -57,11 +57,12 @@ void CPlanSaver::Attach(CPlanFamily* family) {
 }
 
 CPlanFamily* CPlanSaver::FamilyOfPlan() const {
-  const auto theme = wall_->Plan().type;
-  const auto found = std::find_if(families_.begin(), families_.end(),
-                                  [theme](const CPlanFamily* family) { return family->Theme() == theme; });
-  const bool can_be_asked = found != families_.end() && (*found)->Controller();
-  return can_be_asked ? *found : nullptr;
+  for (CPlanFamily* family : families_) {
+    if (family->Theme() == wall_->Plan().type && family->Controller()) {
+      return family;
+    }
+  }
+  return nullptr;
 }
 
 bool CPlanSaver::IsEditing() const {
@@ -98,8 +99,11 @@ QString CPlanSaver::WhyNotSaveAs() const {
 
 void CPlanSaver::Renew() {
   const QString why_not = WhyNotSave();
-  const bool has_one_way = why_not.isEmpty();
-  wall_->Bar()->ShowSaving(why_not, has_one_way ? QString() : WhyNotSaveAs());
+  QString why_no_way;  // to save it, old or new
+  if (!why_not.isEmpty()) {
+    why_no_way = WhyNotSaveAs();
+  }
+  wall_->Bar()->ShowSaving(why_not, why_no_way);
 }
 
 void CPlanSaver::ShowMenu() {

@@ -38,7 +38,10 @@ constexpr int kGap = 2;
 // A page that no one named is called after its number, which the bar shows anyway.
 QString NameWorthShowing(const PlanPage& page) {
   const QString name = StringToQString(page.name);
-  return name == QStringLiteral("Page %1").arg(page.page_no) ? QString() : name;
+  if (name == QStringLiteral("Page %1").arg(page.page_no)) {
+    return QString();
+  }
+  return name;
 }
 
 QVector<int> DwellTimes(const QVector<PlanPage>& pages) {
@@ -66,7 +69,7 @@ QColor Color(const char* name) {
 CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent, std::unique_ptr<CPageClock> turn_clock)
     : QWidget(parent),
       factory_(std::move(factory)),
-      clock_(std::make_unique<CPageClock>(), turn_clock ? std::move(turn_clock) : std::make_unique<CPageClock>()),
+      clock_(std::make_unique<CPageClock>(), std::move(turn_clock)),
       bar_(new CWallBar(this)),
       stack_(new QStackedWidget(this)),
       hint_(new QLabel(tr("Double-click a plan, or drag one here, to play it"), this)),
@@ -86,15 +89,25 @@ CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent, std::unique_
   hint_->setAlignment(Qt::AlignCenter);
   hint_->setWordWrap(true);
   stack_->addWidget(hint_);
+  stack_->addWidget(grid_page_);
+  BuildGrid();
+  ticker_.setInterval(kTickMs);
+  connect(&ticker_, &QTimer::timeout, this, &CLiveWall::Tick);
+  ConnectParts();
+}
+
+CLiveWall::~CLiveWall() = default;
+
+void CLiveWall::BuildGrid() {
   grid_->setContentsMargins(0, 0, 0, 0);
   grid_->setSpacing(kGap);
-  stack_->addWidget(grid_page_);
   for (int i = 0; i < kMostWindowsOfPage; ++i) {
     windows_.append(new CWallWindow(i + 1, grid_page_));
     windows_.last()->hide();
   }
-  ticker_.setInterval(kTickMs);
-  connect(&ticker_, &QTimer::timeout, this, &CLiveWall::Tick);
+}
+
+void CLiveWall::ConnectParts() {
   connect(&clock_, &CWallClock::SignalPageOver, this, [this] { ShowPage((page_ + 1) % pages_.size()); });
   connect(&clock_, &CWallClock::SignalTurnOver, this, &CLiveWall::SignalTurnOver);
   connect(bar_, &CWallBar::SignalPrevious, this, [this] { Turn(-1); });
@@ -102,8 +115,6 @@ CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent, std::unique_
   connect(bar_, &CWallBar::SignalPause, this, &CLiveWall::ToggleHold);
   connect(bar_, &CWallBar::SignalStop, this, &CLiveWall::Stop);
 }
-
-CLiveWall::~CLiveWall() = default;
 
 void CLiveWall::Play(const view_plugin_protocol::GetPlanDetailResponse& plan) {
   plan_ = plan;
@@ -165,9 +176,11 @@ void CLiveWall::Turn(int pages) {
   }
   const int count = pages_.size();
   const int page = page_ + pages;
-  if (clock_.IsInTurn() && (page < 0 || page >= count)) {
-    Q_EMIT SignalStepWanted(page < 0 ? -1 : 1);
-    return;
+  if (clock_.IsInTurn() && page < 0) {
+    return Q_EMIT SignalStepWanted(-1);
+  }
+  if (clock_.IsInTurn() && page >= count) {
+    return Q_EMIT SignalStepWanted(1);
   }
   ShowPage((page % count + count) % count);
   clock_.GoToPage(page_);
@@ -264,8 +277,9 @@ void CLiveWall::ArrangeGrid(int side) {
     }
   }
   for (int line = 0; line < 4; ++line) {
-    grid_->setRowStretch(line, line < side ? 1 : 0);
-    grid_->setColumnStretch(line, line < side ? 1 : 0);
+    const int stretch = static_cast<int>(line < side);
+    grid_->setRowStretch(line, stretch);
+    grid_->setColumnStretch(line, stretch);
   }
 }
 
@@ -276,8 +290,11 @@ void CLiveWall::FillWindows(const PlanPage& page, int count) {
                     page.page_no, window.window_no);
     }
   }
-  for (int i = 0; i < windows_.size(); ++i) {
-    FillWindow(windows_[i], i < count ? ContentOf(page.windows, i + 1) : nullptr);
+  for (int i = 0; i < count; ++i) {
+    FillWindow(windows_[i], ContentOf(page.windows, i + 1));
+  }
+  for (int i = count; i < windows_.size(); ++i) {
+    FillWindow(windows_[i], nullptr);
   }
 }
 
@@ -323,11 +340,14 @@ void CLiveWall::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Space:
       return ToggleHold();
     case Qt::Key_Escape:
-      // The window may have something to take back that is not on the wall yet.
-      return playing_ ? Stop() : QWidget::keyPressEvent(event);
+      if (playing_) {
+        return Stop();
+      }
+      break;  // the window may have something to take back that is not on the wall yet
     default:
-      QWidget::keyPressEvent(event);
+      break;
   }
+  QWidget::keyPressEvent(event);
 }
 
 QImage CLiveWall::Picture() const {
@@ -349,9 +369,11 @@ void CLiveWall::dragEnterEvent(QDragEnterEvent* event) {
     return;
   }
   Take(event);
-  drop_hint_->ShowOver(stack_->geometry(), drop->kind == PlanDrop::Kind::Plan
-                                               ? tr("Play \"%1\"").arg(drop->name)
-                                               : tr("Play the plans of \"%1\" in turn").arg(drop->name));
+  QString hint = tr("Play \"%1\"");
+  if (drop->kind == PlanDrop::Kind::Group) {
+    hint = tr("Play the plans of \"%1\" in turn");
+  }
+  drop_hint_->ShowOver(stack_->geometry(), hint.arg(drop->name));
 }
 
 void CLiveWall::dragLeaveEvent(QDragLeaveEvent*) {

@@ -99,6 +99,8 @@ class CLiveWall : public QWidget {
   void dropEvent(QDropEvent* event) override;
 
  private:
+  void BuildGrid();
+  void ConnectParts();
   void TakePages();
   void ShowPage(int number);
   void ShowWindows();

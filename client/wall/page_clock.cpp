@@ -30,7 +30,7 @@ void CPageClock::SetPaused(bool paused) {
   }
   paused_ = paused;
   if (paused) {
-    left_ms_ = timer_.isActive() ? timer_.remainingTime() : left_ms_;
+    left_ms_ = CPageClock::MsLeft();
     timer_.stop();
   } else if (left_ms_ > 0) {
     timer_.start(left_ms_);
@@ -38,7 +38,10 @@ void CPageClock::SetPaused(bool paused) {
 }
 
 int CPageClock::MsLeft() const {
-  return timer_.isActive() ? timer_.remainingTime() : left_ms_;
+  if (timer_.isActive()) {
+    return timer_.remainingTime();
+  }
+  return left_ms_;
 }
 
 }  // namespace TarnClient

@@ -13,7 +13,10 @@ int CTurnTime::Seconds() const {
 
 int CTurnTime::SecondsLeftFrom(int page, int left) const {
   const int rest = SecondsFrom(page);
-  return SecondsFrom(0) >= least_ ? rest : qMax(left, rest);
+  if (SecondsFrom(0) >= least_) {
+    return rest;
+  }
+  return qMax(left, rest);
 }
 
 bool CTurnTime::HasTimeForAPage(int left_ms) {

@@ -12,6 +12,10 @@ namespace {
 
 constexpr int kLeastText = 40;
 
+QIcon Icon(const char* name) {
+  return QIcon(QStringLiteral(":/TarnClient/images/%1.svg").arg(QLatin1String(name)));
+}
+
 void ElideInto(QLabel* label, const QString& text) {
   label->setText(label->fontMetrics().elidedText(text, Qt::ElideMiddle, qMax(kLeastText, label->width())));
   label->setToolTip(PlainTextTip(text));
@@ -27,55 +31,58 @@ CWallBar::CWallBar(QWidget* parent)
       time_(new QLabel(this)),
       cycle_(new QLabel(this)),
       turn_time_(new QLabel(this)) {
-  auto* layout = new QHBoxLayout(this);
-  layout->setContentsMargins(12, 4, 8, 4);
-  layout->setSpacing(3);
-  QFont font = title_->font();
-  font.setBold(true);
-  title_->setFont(font);
-  for (QLabel* label : {title_, cycle_}) {
-    label->setTextFormat(Qt::PlainText);
-    label->setMinimumWidth(kLeastText);
-    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    layout->addWidget(label, 1);
-  }
-  cycle_->setObjectName(QStringLiteral("wall_cycle"));
-  time_->setObjectName(QStringLiteral("page_time"));
-  cycle_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);  // beside its time
-  turn_time_->setObjectName(QStringLiteral("turn_time"));
-  time_->setContentsMargins(8, 0, 0, 0);  // apart from the page's number
-  turn_time_->setContentsMargins(8, 0, 16, 0);
-  time_->setToolTip(tr("Time left for this page"));
-  turn_time_->setToolTip(tr("Time left for this plan of the cycle"));
-  page_->setTextFormat(Qt::PlainText);
-  layout->addWidget(turn_time_);
-  layout->addWidget(page_);
-  layout->addWidget(time_);
-  previous_ = AddButton("previous", "wall_previous_btn");
-  pause_ = AddButton("pause", "wall_pause_btn");
-  next_ = AddButton("next", "wall_next_btn");
-  stop_ = AddButton("stop", "wall_stop_btn");
-  Label(stop_, tr("Stop the plan"), tr("Esc"));
-  save_ = AddButton("save", "wall_save_btn");
-  save_menu_ = AddButton("drop_down", "wall_save_menu_btn");
-  connect(save_, &QToolButton::clicked, this, &CWallBar::SignalSave);
-  connect(save_menu_, &QToolButton::clicked, this, &CWallBar::SignalSaveMenu);
-  connect(previous_, &QToolButton::clicked, this, &CWallBar::SignalPrevious);
-  connect(pause_, &QToolButton::clicked, this, &CWallBar::SignalPause);
-  connect(next_, &QToolButton::clicked, this, &CWallBar::SignalNext);
-  connect(stop_, &QToolButton::clicked, this, &CWallBar::SignalStop);
+  setLayout(new QHBoxLayout);
+  layout()->setContentsMargins(12, 4, 8, 4);
+  layout()->setSpacing(3);
+  AddTexts();
+  AddButtons();
   setFixedHeight(qMax(40, fontMetrics().height() + 22));
   ShowCycle(QString());
   ShowNothing();
 }
 
-QToolButton* CWallBar::AddButton(const char* icon, const char* name) {
+void CWallBar::AddTexts() {
+  QFont font = title_->font();
+  font.setBold(true);
+  title_->setFont(font);
+  cycle_->setObjectName(QStringLiteral("wall_cycle"));
+  cycle_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);  // beside its time
+  time_->setObjectName(QStringLiteral("page_time"));
+  time_->setContentsMargins(8, 0, 0, 0);  // apart from the page's number
+  time_->setToolTip(tr("Time left for this page"));
+  turn_time_->setObjectName(QStringLiteral("turn_time"));
+  turn_time_->setContentsMargins(8, 0, 16, 0);
+  turn_time_->setToolTip(tr("Time left for this plan of the cycle"));
+  for (QLabel* label : {title_, cycle_, turn_time_, page_, time_}) {
+    label->setTextFormat(Qt::PlainText);
+    layout()->addWidget(label);
+  }
+  for (QLabel* label : {title_, cycle_}) {
+    label->setMinimumWidth(kLeastText);
+    QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    policy.setHorizontalStretch(1);
+    label->setSizePolicy(policy);
+  }
+}
+
+void CWallBar::AddButtons() {
+  previous_ = AddButton("previous", "wall_previous_btn", &CWallBar::SignalPrevious);
+  pause_ = AddButton("pause", "wall_pause_btn", &CWallBar::SignalPause);
+  next_ = AddButton("next", "wall_next_btn", &CWallBar::SignalNext);
+  stop_ = AddButton("stop", "wall_stop_btn", &CWallBar::SignalStop);
+  Label(stop_, tr("Stop the plan"), tr("Esc"));
+  save_ = AddButton("save", "wall_save_btn", &CWallBar::SignalSave);
+  save_menu_ = AddButton("drop_down", "wall_save_menu_btn", &CWallBar::SignalSaveMenu);
+}
+
+QToolButton* CWallBar::AddButton(const char* icon, const char* name, void (CWallBar::*clicked)()) {
   auto* button = new QToolButton(this);
   button->setObjectName(QString::fromLatin1(name));
-  button->setIcon(QIcon(QStringLiteral(":/TarnClient/images/%1.svg").arg(QLatin1String(icon))));
+  button->setIcon(Icon(icon));
   button->setIconSize(QSize(20, 20));
   button->setFocusPolicy(Qt::TabFocus);
   layout()->addWidget(button);
+  connect(button, &QToolButton::clicked, this, clicked);
   return button;
 }
 
@@ -86,9 +93,15 @@ void CWallBar::Label(QToolButton* button, const QString& text, const QString& ke
 
 void CWallBar::ShowPlan(const QString& name, const QString& page_name, int page, int pages, bool in_turn) {
   const bool several = pages > 1;
-  title_text_ = page_name.isEmpty() || !several ? name : QStringLiteral("%1 \u2013 %2").arg(name, page_name);
+  title_text_ = name;
+  page_->clear();
+  if (several) {
+    page_->setText(tr("Page %1 of %2").arg(page).arg(pages));
+  }
+  if (several && !page_name.isEmpty()) {
+    title_text_ = QStringLiteral("%1 \u2013 %2").arg(name, page_name);
+  }
   ElideTexts();
-  page_->setText(several ? tr("Page %1 of %2").arg(page).arg(pages) : QString());
   time_->clear();
   turn_time_->clear();
   in_turn_ = in_turn;
@@ -110,18 +123,26 @@ void CWallBar::LabelSteps(bool several, bool in_turn) {
 }
 
 void CWallBar::ShowTimes(int page_seconds, int turn_seconds, bool held) {
-  const auto show = [held](QLabel* label, int seconds) {
-    if (!label->isHidden()) {
-      label->setText(held ? tr("held") : tr("%1 s").arg(seconds));
-    }
-  };
-  show(time_, page_seconds);
-  show(turn_time_, turn_seconds);
-  pause_->setIcon(
-      QIcon(held ? QStringLiteral(":/TarnClient/images/resume.svg") : QStringLiteral(":/TarnClient/images/pause.svg")));
-  const QString hold = in_turn_ ? tr("Hold this plan") : tr("Hold this page");
-  const QString go_on = in_turn_ ? tr("Go on with the cycle") : tr("Go on turning pages");
-  Label(pause_, held ? go_on : hold, tr("Space"));
+  ShowTime(time_, page_seconds, held);
+  ShowTime(turn_time_, turn_seconds, held);
+  if (held) {
+    pause_->setIcon(Icon("resume"));
+    Label(pause_, in_turn_ ? tr("Go on with the cycle") : tr("Go on turning pages"), tr("Space"));
+  } else {
+    pause_->setIcon(Icon("pause"));
+    Label(pause_, in_turn_ ? tr("Hold this plan") : tr("Hold this page"), tr("Space"));
+  }
+}
+
+void CWallBar::ShowTime(QLabel* label, int seconds, bool held) {
+  if (label->isHidden()) {
+    return;
+  }
+  if (held) {
+    label->setText(tr("held"));
+  } else {
+    label->setText(tr("%1 s").arg(seconds));
+  }
 }
 
 void CWallBar::ShowNothing() {

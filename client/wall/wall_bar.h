@@ -38,9 +38,12 @@ class CWallBar : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  QToolButton* AddButton(const char* icon, const char* name);
+  void AddTexts();
+  void AddButtons();
+  QToolButton* AddButton(const char* icon, const char* name, void (CWallBar::*clicked)());
   void Label(QToolButton* button, const QString& text, const QString& keys);
   void Offer(QToolButton* button, const QString& text, const QString& keys, const QString& why_not);
+  void ShowTime(QLabel* label, int seconds, bool held);
   void ElideTexts();
   void SetPartsVisible(bool playing, bool several, bool in_turn);
   void LabelSteps(bool several, bool in_turn);

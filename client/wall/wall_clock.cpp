@@ -4,6 +4,9 @@ namespace TarnClient {
 
 CWallClock::CWallClock(std::unique_ptr<CPageClock> page_clock, std::unique_ptr<CPageClock> turn_clock, QObject* parent)
     : QObject(parent), page_clock_(std::move(page_clock)), turn_clock_(std::move(turn_clock)) {
+  if (!turn_clock_) {
+    turn_clock_ = std::make_unique<CPageClock>();
+  }
   connect(page_clock_.get(), &CPageClock::SignalTurn, this, &CWallClock::OnPageOver);
   connect(turn_clock_.get(), &CPageClock::SignalTurn, this, &CWallClock::OnTurnOver);
 }

@@ -14,6 +14,7 @@ namespace TarnClient {
 class CWallClock : public QObject {
   Q_OBJECT
  public:
+  /// No turn clock: real time.
   CWallClock(std::unique_ptr<CPageClock> page_clock, std::unique_ptr<CPageClock> turn_clock, QObject* parent = nullptr);
   ~CWallClock() override;
 
@@ -53,7 +54,7 @@ class CWallClock : public QObject {
   void OnTurnOver();
   bool HasSeveralPages() const { return page_seconds_.size() > 1; }
 
-  const std::unique_ptr<CPageClock> page_clock_, turn_clock_;
+  std::unique_ptr<CPageClock> page_clock_, turn_clock_;
   QVector<int> page_seconds_;
   int least_seconds_ = 0;
   CTurnTime turn_time_;

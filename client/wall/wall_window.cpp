@@ -31,10 +31,11 @@ void CWallWindow::Show(const QString& camera, std::unique_ptr<IPictureSource> so
     source_->Stop();
   }
   source_ = std::move(source);
-  camera_ = source_ ? camera : QString();
+  camera_.clear();
   shown_number_ = -1;
   frames_ = 0;
   if (source_) {
+    camera_ = camera;
     source_->Start();
   }
   RenewDescription();
@@ -42,14 +43,14 @@ void CWallWindow::Show(const QString& camera, std::unique_ptr<IPictureSource> so
 }
 
 QString CWallWindow::StateName() const {
-  switch (source_ ? source_->GetState() : IPictureSource::State::Stopped) {
-    case IPictureSource::State::Live:
-      return QStringLiteral("live");
-    case IPictureSource::State::Opening:
-      return QStringLiteral("opening");
-    default:
-      return QStringLiteral("lost");
+  const auto state = source_->GetState();
+  if (state == IPictureSource::State::Live) {
+    return QStringLiteral("live");
   }
+  if (state == IPictureSource::State::Opening) {
+    return QStringLiteral("opening");
+  }
+  return QStringLiteral("lost");
 }
 
 void CWallWindow::Tick() {
@@ -103,12 +104,13 @@ void CWallWindow::PaintBar(QPainter& painter) {
   const QString time = QLocale().toString(QTime::currentTime(), QStringLiteral("HH:mm:ss"));
   const int time_width = metrics.horizontalAdvance(time);
   const bool room_for_time = inside.width() > 3 * time_width;
-  const int name_width = room_for_time ? inside.width() - time_width - kMargin : inside.width();
+  int name_width = inside.width();
   painter.setPen(Color("wall_text"));
-  painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, metrics.elidedText(camera_, Qt::ElideRight, name_width));
   if (room_for_time) {
     painter.drawText(inside, Qt::AlignRight | Qt::AlignVCenter, time);
+    name_width -= time_width + kMargin;
   }
+  painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, metrics.elidedText(camera_, Qt::ElideRight, name_width));
 }
 
 void CWallWindow::PaintEmpty(QPainter& painter) {
@@ -119,12 +121,14 @@ void CWallWindow::PaintEmpty(QPainter& painter) {
 
 // Assistive technology hears of a window only when something about it changed.
 void CWallWindow::RenewDescription() {
-  const QString text = source_ ? tr("Window %1: %2, %3").arg(QString::number(number_), camera_, StateName())
-                               : tr("Window %1: no camera").arg(number_);
+  QString text = tr("Window %1: no camera").arg(number_);
+  if (source_) {
+    text = tr("Window %1: %2, %3").arg(QString::number(number_), camera_, StateName());
+  }
   if (text != described_) {
     described_ = text;
     setAccessibleName(text);
-    setToolTip(source_ ? PlainTextTip(camera_) : QString());
+    setToolTip(PlainTextTip(camera_));
   }
 }
 

@@ -161,7 +161,7 @@ void CMainWindow::AddShortcuts() {
   add(QKeySequence(Qt::CTRL | Qt::Key_Comma), &CMainWindow::OpenSettings);
 }
 
-// No shortcut: the widget with the focus may have a better use for Esc, as a search has.
+// No shortcut: what has the focus may have a better use for Esc, as a search has.
 void CMainWindow::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape) {
     player_->Stop();
@@ -172,15 +172,6 @@ void CMainWindow::keyPressEvent(QKeyEvent* event) {
 
 CPlanFamily& CMainWindow::CurrentFamily() {
   return *families_.at(static_cast<size_t>(qMax(0, tabs_->currentIndex())));
-}
-
-CPlanFamily* CMainWindow::FamilyOf(int theme) {
-  for (const auto& family : families_) {
-    if (family->Theme() == theme) {
-      return family.get();
-    }
-  }
-  return nullptr;
 }
 
 void CMainWindow::ShowFamily(size_t number) {
@@ -202,7 +193,10 @@ QString CMainWindow::AwaitedText() const {
   const CProgramme::State& state = player_->State();
   if (state.on_its_way) {
     const QString name = NameOfPlan(StringToQString(state.on_its_way->code));
-    return name.isEmpty() ? tr("The plan is being fetched...") : tr("\"%1\" is being fetched...").arg(name);
+    if (name.isEmpty()) {
+      return tr("The plan is being fetched...");
+    }
+    return tr("\"%1\" is being fetched...").arg(name);
   }
   if (CProgramme::AwaitsTurn(state)) {
     return tr("The next plan of the group is being fetched...");
@@ -238,11 +232,19 @@ void CMainWindow::OnPlayed(const view_plugin_protocol::GetPlanDetailResponse& pl
   played.code = StringToQString(plan.index_code);
   played.name = StringToQString(plan.name);
   played.time = QDateTime::currentDateTime();
-  const CPlanFamily* family = FamilyOf(plan.type);
-  const QStringList groups = family ? family->GroupsOf(played.code) : QStringList();
-  const QString group = groups.isEmpty() ? StringToQString(plan.group_name) : groups.join(QStringLiteral(" / "));
-  played.place = family ? QStringLiteral("%1 \u00b7 %2").arg(family->Title(), group) : group;
+  played.place = PlaceOf(plan);
   history_->Add(played);
+}
+
+QString CMainWindow::PlaceOf(const view_plugin_protocol::GetPlanDetailResponse& plan) const {
+  const QString group = StringToQString(plan.group_name);
+  for (const auto& family : families_) {
+    if (family->Theme() == plan.type) {
+      const QStringList groups = family->GroupsOf(StringToQString(plan.index_code));
+      return QStringLiteral("%1 \u00b7 %2").arg(family->Title(), groups.isEmpty() ? group : groups.join(QStringLiteral(" / ")));
+    }
+  }
+  return group;
 }
 
 void CMainWindow::OnPlanUpdated(const view_plugin_protocol::UpdatePlanRequest& plan) {

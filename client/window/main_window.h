@@ -102,7 +102,7 @@ class CMainWindow : public QMainWindow {
   void OnPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
   void OnPlanUpdated(const view_plugin_protocol::UpdatePlanRequest& plan);
   void OnHistoryTaken(int row);
-  CPlanFamily* FamilyOf(int theme);
+  QString PlaceOf(const view_plugin_protocol::GetPlanDetailResponse& plan) const;
   void RenewAwaited();
   QString AwaitedText() const;
   QString NameOfPlan(const QString& code) const;

@@ -16,7 +16,10 @@ namespace {
 
 QString ShownStore(const QString& url) {
   const QString file = QStringLiteral("sqlite:");
-  return url.startsWith(file) ? url.mid(file.size()) : TarnHost::CPlanStore::ShownAddress(url);
+  if (url.startsWith(file)) {
+    return url.mid(file.size());
+  }
+  return TarnHost::CPlanStore::ShownAddress(url);
 }
 
 }  // namespace
@@ -50,14 +53,18 @@ QString CStoreState::TextOf(StoreTrouble trouble) {
       return tr("The plan store can only be read. Changes cannot be saved.");
     case StoreTrouble::kOther:
       return tr("The plan store cannot be read. Trying again...");
-    default:
-      return {};
+    case StoreTrouble::kNone:
+      break;
   }
+  return QString();
 }
 
 void CStoreState::ShowTrouble(StoreTrouble trouble, const QString& line) {
-  const bool is_trouble = trouble != StoreTrouble::kNone;
-  ShowText(is_trouble ? TextOf(trouble) : name_, line, is_trouble);
+  if (trouble == StoreTrouble::kNone) {
+    ShowText(name_, line, false);
+  } else {
+    ShowText(TextOf(trouble), line, true);
+  }
 }
 
 void CStoreState::ShowText(const QString& text, const QString& more, bool is_trouble) {
