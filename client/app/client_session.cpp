@@ -30,8 +30,8 @@
 #include "app/scenes.h"
 #include "app/state_report.h"
 #include "marlog/marlog.h"
-#include "wall/live_wall.h"
 #include "plans/plan_player.h"
+#include "wall/live_wall.h"
 #include "window/main_window.h"
 
 namespace TarnClient {

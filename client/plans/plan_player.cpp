@@ -170,7 +170,9 @@ void CPlanPlayer::Do(const Commands::EmptyWall&) {
 void CPlanPlayer::Do(const Commands::FetchTurn& fetch) {
   HostCalls::Ask([fetch] { return CycleTurn::Next(fetch.group_code, fetch.last, fetch.step); })
       .Replacing(turn_)
-      .Then(this, [this](const CycleTurn& turn) { Handle(Events::TurnCame{turn, wall_->IsInTurn() && wall_->IsHeld()}); });
+      .Then(this, [this](const CycleTurn& turn) {
+        Handle(Events::TurnCame{turn, wall_->IsInTurn() && wall_->IsHeld()});
+      });
 }
 
 void CPlanPlayer::Do(const Commands::DropTurn&) {

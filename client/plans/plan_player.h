@@ -22,8 +22,8 @@ class CLiveWall;
 class CPlanFamily;
 class CPlayingMark;
 
-/// Carries out what CProgramme decides, and lets it know what happens: on the wall, in the panels, in the service and by
-/// the clock. Thread: GUI; the service is asked on the thread pool.
+/// Carries out what CProgramme decides, and lets it know what happens: on the wall, in the panels, in the service and
+/// by the clock. Thread: GUI; the service is asked on the thread pool.
 class CPlanPlayer : public QObject {
   Q_OBJECT
  public:

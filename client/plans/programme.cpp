@@ -303,8 +303,8 @@ void CProgramme::On(const Events::TimedPlanBegins& begins) {
   }
 }
 
-// No end is announced when the plan vanishes in mid-run or was stopped, so it is kept here. The clock is looked at again
-// and again, since it may be set, or the computer sleep, in between.
+// No end is announced when the plan vanishes in mid-run or was stopped, so it is kept here. The clock is looked at
+// again and again, since it may be set, or the computer sleep, in between.
 void CProgramme::BeginTimed(const Events::Plan& plan) {
   Show(plan, PlayOrigin::Automatic);
   const QDateTime end = EndOf(plan, now_.date());

@@ -48,9 +48,9 @@ class CProgramme {
     std::optional<Cycle> cycle;
     std::optional<TimedEnd> timed_end;  // also while another plan is on the wall
     std::optional<Doubtful> doubtful;
-    bool is_new_user = false;           // and no own timed plan of his was seen yet
-    bool asks_default_view = false;     // it is not known yet
-    bool default_view_stands = false;   // no one has wanted anything else since it was opened
+    bool is_new_user = false;          // and no own timed plan of his was seen yet
+    bool asks_default_view = false;    // it is not known yet
+    bool default_view_stands = false;  // no one has wanted anything else since it was opened
   };
   struct Step {
     State state;

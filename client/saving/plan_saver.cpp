@@ -150,12 +150,12 @@ void CPlanSaver::Save() {
     return fresh;
   };
   HostCalls::Ask(fetch).Then(this, [this, code = request.plan_index_code](const FreshPlan& fresh) {
-    const QString why_not = WhyNotSave(fresh, code);
-    if (why_not.isEmpty()) {
+    const QString refusal = WhyNotSave(fresh, code);
+    if (refusal.isEmpty()) {
       Send(fresh.response);
     } else {
       saving_ = false;
-      Q_EMIT SignalMessage(why_not, CNomalMessage::Failure);
+      Q_EMIT SignalMessage(refusal, CNomalMessage::Failure);
     }
   });
 }

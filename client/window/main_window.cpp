@@ -241,7 +241,8 @@ QString CMainWindow::PlaceOf(const view_plugin_protocol::GetPlanDetailResponse& 
   for (const auto& family : families_) {
     if (family->Theme() == plan.type) {
       const QStringList groups = family->GroupsOf(StringToQString(plan.index_code));
-      return QStringLiteral("%1 \u00b7 %2").arg(family->Title(), groups.isEmpty() ? group : groups.join(QStringLiteral(" / ")));
+      return QStringLiteral("%1 \u00b7 %2")
+          .arg(family->Title(), groups.isEmpty() ? group : groups.join(QStringLiteral(" / ")));
     }
   }
   return group;

@@ -96,7 +96,8 @@ struct Words {
 
 Q_DECLARE_METATYPE(QVector<TarnClient::ProgrammeEvent>)
 
-/// What plays, without a window: each row is what happens, the commands for the last event, and what then is on the wall.
+/// What plays, without a window: each row is what happens, the commands for the last event, and what then is on the
+/// wall.
 class ProgrammeTest : public QObject {
   Q_OBJECT
 
@@ -224,8 +225,8 @@ void ProgrammeTest::Decides_data() {
   row("held while the user turns", {Cycle(), Turn("1"), next, held}, "", "1 cycle");
   row("plans skipped", {Cycle(), Turn("2", false, {"x", "y"})}, "say 5 x+y show 2 cycle stays 20 s", "2 cycle");
   row("first turn fails", {Cycle(), NoTurn(Outcome::Failed, "tired")}, "drop turn end turns say 3 tired", "");
-  row("later turn fails", {Cycle(), Turn("1"), time_over, NoTurn(Outcome::Failed, "tired")}, "again in 20 s say 4 tired",
-      "1 cycle");
+  row("later turn fails", {Cycle(), Turn("1"), time_over, NoTurn(Outcome::Failed, "tired")},
+      "again in 20 s say 4 tired", "1 cycle");
   row("said once",
       {Cycle(), Turn("1"), time_over, NoTurn(Outcome::Failed, "x"), time_over, NoTurn(Outcome::Failed, "x")},
       "again in 20 s", "1 cycle");
