@@ -1,16 +1,23 @@
 #include <array>
 #include <cstdio>
+#include <iterator>
 
 #include "TarnHost/plan_site.h"
+#include "plan_rules/families.h"
+#include "plan_rules/rights.h"
+#include "plan_rules/window_content.h"
 
 namespace TarnHost {
 namespace {
 
+using view_plugin_protocol::AddRight;
+using view_plugin_protocol::EditRight;
+using view_plugin_protocol::kRights;
+using view_plugin_protocol::OwnFamily;
 using view_plugin_protocol::PlanPage;
 using view_plugin_protocol::PlanWindow;
 
 constexpr int kOperator = 0, kSupervisor = 1, kGuard = 2, kTrainee = 3;
-constexpr int kPublicFamily = 0, kOwnFamily = 1;
 constexpr size_t kPlanCount = 120;
 
 struct Place {
@@ -41,38 +48,42 @@ const std::vector<Place>& Places() {
 // Parents come first. The deepest group is on the sixth level, the root row counted.
 const std::vector<PlanSite::Group>& Groups() {
   static const std::vector<PlanSite::Group> groups = {
-      {"Perimeter", -1},                             // 0
-      {"Gates", 0},                                  // 1
-      {"North gate", 1},                             // 2
-      {"Entry lane", 2},                             // 3
-      {"Barrier", 3},                                // 4
-      {"Service gate", 1},                           // 5
-      {"North fence", 0},                            // 6
-      {"South fence", 0},                            // 7
-      {"Car park", -1},                              // 8
-      {"Level 1", 8},                                // 9
-      {"Level 2", 8},                                // 10
-      {"Building A", -1},                            // 11
-      {"Ground floor", 11},                          // 12
-      {"Reception", 12},                             // 13
-      {"First floor", 11},                           // 14
-      {"Second floor", 11},                          // 15
-      {"Warehouse", -1},                             // 16
-      {"Loading bays", 16},                          // 17
-      {"Cold store", 16},                            // 18
-      {"Tours", -1},                                 // 19
-      {"Roof", -1},                                  // 20
-      {"My views", -1, kOwnFamily, kOperator},       // 21
-      {"Morning round", 21, kOwnFamily, kOperator},  // 22
-      {"Night shift", 21, kOwnFamily, kOperator},    // 23
-      {"Drafts", -1, kOwnFamily, kOperator},         // 24
-      {"Handover", -1, kOwnFamily, kSupervisor},     // 25
-      {"Incidents", 25, kOwnFamily, kSupervisor},    // 26
-      {"Patrol", -1, kOwnFamily, kGuard},            // 27
-      {"Exercises", -1, kOwnFamily, kTrainee},       // 28
-      {"First week", 28, kOwnFamily, kTrainee},      // 29
+      {"Perimeter", -1},                            // 0
+      {"Gates", 0},                                 // 1
+      {"North gate", 1},                            // 2
+      {"Entry lane", 2},                            // 3
+      {"Barrier", 3},                               // 4
+      {"Service gate", 1},                          // 5
+      {"North fence", 0},                           // 6
+      {"South fence", 0},                           // 7
+      {"Car park", -1},                             // 8
+      {"Level 1", 8},                               // 9
+      {"Level 2", 8},                               // 10
+      {"Building A", -1},                           // 11
+      {"Ground floor", 11},                         // 12
+      {"Reception", 12},                            // 13
+      {"First floor", 11},                          // 14
+      {"Second floor", 11},                         // 15
+      {"Warehouse", -1},                            // 16
+      {"Loading bays", 16},                         // 17
+      {"Cold store", 16},                           // 18
+      {"Tours", -1},                                // 19
+      {"Roof", -1},                                 // 20
+      {"My views", -1, OwnFamily, kOperator},       // 21
+      {"Morning round", 21, OwnFamily, kOperator},  // 22
+      {"Night shift", 21, OwnFamily, kOperator},    // 23
+      {"Drafts", -1, OwnFamily, kOperator},         // 24
+      {"Handover", -1, OwnFamily, kSupervisor},     // 25
+      {"Incidents", 25, OwnFamily, kSupervisor},    // 26
+      {"Patrol", -1, OwnFamily, kGuard},            // 27
+      {"Exercises", -1, OwnFamily, kTrainee},       // 28
+      {"First week", 28, OwnFamily, kTrainee},      // 29
   };
   return groups;
+}
+
+std::vector<int> AllRights() {
+  return {std::begin(kRights), std::end(kRights)};
 }
 
 constexpr int kGates = 1, kTours = 19, kMorningRound = 22;
@@ -117,7 +128,7 @@ PlanPage MakePage(int page_no, int split_type, int dwell_seconds, size_t first_c
   for (int window_no = 1; window_no <= WindowCount(split_type); ++window_no) {
     PlanWindow window;
     window.window_no = window_no;
-    window.content_kind = 1;
+    window.content_kind = view_plugin_protocol::CameraKind;
     window.resource_code = "#" + std::to_string((first_camera + static_cast<size_t>(window_no) - 1) % camera_count);
     page.windows.push_back(window);
   }
@@ -183,14 +194,14 @@ void AddViews(PlanSite* site) {
 
 PlanSite MakeEmptySite() {
   PlanSite site;
-  site.users = {{"operator", {5, 6, 7}}};
+  site.users = {{"operator", AllRights()}};
   return site;
 }
 
 PlanSite MakeDemoSite() {
   PlanSite site;
   site.root_name = "Plans";
-  site.users = {{"operator", {5, 6, 7}}, {"supervisor", {5, 6}}, {"guard", {}}, {"trainee", {}}};
+  site.users = {{"operator", AllRights()}, {"supervisor", {AddRight, EditRight}}, {"guard", {}}, {"trainee", {}}};
   site.groups = Groups();
   site.switches = {{"timed_play", 1}, {"creation_info", 1}};
   AddPlaces(&site);
