@@ -4,21 +4,19 @@
 
 using namespace StoreTest;
 
-// What the store tells of the site's cameras.
-class CameraCallsTest : public QObject {
+// What the store says of the site's cameras.
+class CameraCallsTest : public CStoreTest {
   Q_OBJECT
  private Q_SLOTS:
   void KeepsFavoriteCamerasPerUser();
-  void TellsWhatCamerasCanDoNow();
+  void SaysWhatCamerasCanDoNow();
 };
 
 void CameraCallsTest::KeepsFavoriteCamerasPerUser() {
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open()), bob(fixture.Open("bob"));
   std::vector<ResourceTreeKit::CRegionItemInfo> regions;
   std::vector<ResourceTreeKit::CCameraItemInfo> cameras;
   std::string error;
-  QVERIFY(ann->GetCameraTree(regions, cameras, &error));
+  QVERIFY(ann_->GetCameraTree(regions, cameras, &error));
   QVERIFY(regions.size() == 1 && regions[0].name == "Yard" && regions[0].parent_index_code.empty());
   QVERIFY(cameras.size() == 2 && cameras[0].online && !cameras[1].online);
   QCOMPARE(cameras[1].name, std::string("Yard camera"));
@@ -31,37 +29,37 @@ void CameraCallsTest::KeepsFavoriteCamerasPerUser() {
   };
   const std::string gate = cameras[0].index_code, yard = cameras[1].index_code;
   for (const std::string& code : {yard, gate, gate}) {
-    QVERIFY(ann->SetFavoriteCamera(code, true, &error));
+    QVERIFY(ann_->SetFavoriteCamera(code, true, &error));
   }
-  QCOMPARE(favorites(ann), (std::vector<std::string>{gate, yard}));
-  QVERIFY(favorites(bob).empty());
-  QVERIFY(bob->SetFavoriteCamera(yard, true, &error) && ann->SetFavoriteCamera(yard, false, &error));
-  for (const std::string& nobody : {std::string(), std::string("1"), "0" + gate, std::string("-1")}) {
+  QCOMPARE(favorites(ann_), (std::vector<std::string>{gate, yard}));
+  QVERIFY(favorites(bob_).empty());
+  QVERIFY(bob_->SetFavoriteCamera(yard, true, &error) && ann_->SetFavoriteCamera(yard, false, &error));
+  for (const std::string& no_code : {std::string(), std::string("1"), "0" + gate, std::string("-1")}) {
     error.clear();
-    QVERIFY2(!ann->SetFavoriteCamera(nobody, true, &error) && !error.empty(), nobody.c_str());
+    QVERIFY2(!ann_->SetFavoriteCamera(no_code, true, &error) && !error.empty(), no_code.c_str());
   }
-  QCOMPARE(favorites(CClient(fixture.Open())), std::vector<std::string>{gate});
-  QCOMPARE(favorites(bob), std::vector<std::string>{yard});
-  ann->Close();
-  QVERIFY(!ann->GetCameraTree(regions, cameras, &error) && !ann->SetFavoriteCamera(gate, true, &error));
+  QCOMPARE(favorites(CClient(fixture_.get(), "ann")), std::vector<std::string>{gate});
+  QCOMPARE(favorites(bob_), std::vector<std::string>{yard});
+  fixture_->RunPastTheStore("DELETE FROM camera WHERE id = " + QString::fromStdString(yard));
+  QVERIFY(favorites(bob_).empty());
+  ann_->Close();
+  QVERIFY(!ann_->GetCameraTree(regions, cameras, &error) && !ann_->SetFavoriteCamera(gate, true, &error));
 }
 
 // Cameras come and go while the store is open.
-void CameraCallsTest::TellsWhatCamerasCanDoNow() {
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open());
-  const auto abilities = [&ann](const std::string& camera) {
+void CameraCallsTest::SaysWhatCamerasCanDoNow() {
+  const auto abilities = [this](const std::string& camera) {
     ptz_plugin_protocol::GetPresetResponse presets;
     play_plugin_protocol::GetStreamAbiResponse streams;
-    QStringList told;
-    if (ann->GetPresets({camera}, presets) && ann->GetStreamAbility({camera}, streams)) {
+    QStringList said;
+    if (ann_->GetPresets({camera}, presets) && ann_->GetStreamAbility({camera}, streams)) {
       for (const auto& preset : presets.presets) {
-        told.append(QString::number(preset.preset_no) + ' ' + QString::fromStdString(preset.name));
+        said.append(QString::number(preset.preset_no) + ' ' + QString::fromStdString(preset.name));
       }
       for (const int32_t stream : streams.stream_types) {
-        told.append("stream " + QString::number(stream));
+        said.append("stream " + QString::number(stream));
       }
-      return told.join(", ");
+      return said.join(", ");
     }
     return QString::fromStdString(presets.error_info + streams.error_info);
   };
@@ -69,13 +67,13 @@ void CameraCallsTest::TellsWhatCamerasCanDoNow() {
   QCOMPARE(abilities("1001"), QString("1 Wide, 2 Close, stream 0, stream 1"));
   QCOMPARE(abilities("1002"), QString("stream 0"));
   QCOMPARE(abilities("5000"), gone);
-  fixture.RunPastTheStore("INSERT INTO camera (id, region_id, name, online) VALUES (5000, 1, 'New', 1)");
+  fixture_->RunPastTheStore("INSERT INTO camera (id, region_id, name, online) VALUES (5000, 1, 'New', 1)");
   QCOMPARE(abilities("5000"), QString());
-  fixture.RunPastTheStore("INSERT INTO camera_preset (camera_id, preset_no, name) VALUES (5000, 7, 'Gate')");
+  fixture_->RunPastTheStore("INSERT INTO camera_preset (camera_id, preset_no, name) VALUES (5000, 7, 'Gate')");
   QCOMPARE(abilities("5000"), QString("7 Gate"));
-  fixture.RunPastTheStore("DELETE FROM camera WHERE id = 1001 OR id = 1002");
-  for (const char* nobody : {"1001", "1002", "", "0", "05000", "5000x"}) {
-    QCOMPARE(abilities(nobody), gone);
+  fixture_->RunPastTheStore("DELETE FROM camera WHERE id = 1001 OR id = 1002");
+  for (const char* no_code : {"1001", "1002", "", "0", "05000", "5000x"}) {
+    QCOMPARE(abilities(no_code), gone);
   }
 }
 

@@ -1,6 +1,4 @@
 #include <QFile>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QtTest>
 
 #include <sys/stat.h>
@@ -38,7 +36,8 @@ int LocksOn(const QString& name) {
 
 }  // namespace
 
-class StoreCareTest : public QObject {
+/// What is said of stores that somebody else has changed, and how they are copied.
+class StoreCareTest : public CStoreTest {
   Q_OBJECT
  private Q_SLOTS:
   void FindsNothingInASoundStore();
@@ -50,16 +49,16 @@ class StoreCareTest : public QObject {
   void LeavesForeignDatabasesAlone();
   void CopiesAStoreThatIsInUse();
   void WritesNoCopyOverAnything();
+  void BearsRowsChangedPastTheProgram();
 };
 
 void StoreCareTest::FindsNothingInASoundStore() {
-  for (const auto& site : {&SmallSite, &TarnHost::MakeDemoSite}) {
+  for (const bool small : {true, false}) {
     CStoreFixture fixture;
-    fixture.options.first_content = site;
+    fixture.options.first_content = small ? SmallSite : TarnHost::MakeDemoSite;
     const Checked none = Check(fixture.Url());
     QVERIFY(!none.done && !none.error.isEmpty());
-    const bool small = site == &SmallSite;
-    const CClient client(fixture.Open(small ? "ann" : "operator"));
+    const CClient client(&fixture, small ? "ann" : "operator");
     std::string group;
     QCOMPARE(client.AddGroup("-2", "Mine", &group), QString());
     QCOMPARE(client.AddPlan(group, QString::fromUtf8("\u95e8 \uffff").toStdString()), QString());
@@ -75,54 +74,36 @@ void StoreCareTest::FindsNothingInASoundStore() {
 
 // A row past the program, and the start of the line that names it.
 void StoreCareTest::NamesWhatItFinds_data() {
-  QTest::addColumn<QString>("statement");
   QTest::addColumn<QString>("named");
-  const auto add = [](const char* name, const char* statement, const char* named) {
-    QTest::newRow(name) << statement << named;
-  };
-  add("own parent", "UPDATE plan_group SET parent_code = code WHERE name = 'North'",
-      "Group \"North\" (100002) is below itself");
-  add("no parent", "UPDATE plan_group SET parent_code = 77 WHERE name = 'North'",
-      "Group \"North\" (100002) is in group 77");
-  add("other family", "UPDATE plan_group SET family = 2 WHERE name = 'Gates'",
-      "Group \"Gates\" (100001) is of another family");
-  add("no family", "UPDATE plan_group SET family = 9 WHERE name = 'Gates'",
-      "Group \"Gates\" (100001) is of an unknown family 9");
-  add("no owner", "UPDATE plan_group SET owner_id = 9 WHERE name = 'Bob''s'",
-      "Group \"Bob's\" (100004) belongs to user 9");
-  add("name", "UPDATE plan_group SET name = ' ' WHERE name = 'Gates'", "Group \" \" (100001) has no possible name");
-  add("code", "UPDATE plan_group SET code = -7 WHERE name = 'North'", "Group \"North\" (-7) has no possible code");
-  add("plan of a group's code", "UPDATE plan SET code = 100005 WHERE name = 'Top'",
-      "Plan \"Top\" (100005) has the code of a group");
-  add("plan without a group", "UPDATE plan SET parent_code = 77 WHERE name = 'Gate A'",
-      "Plan \"Gate A\" (100006) is in group 77");
-  add("plan moved", "UPDATE plan SET parent_code = -1 WHERE name = 'Gate A'",
-      "Plan \"Gate A\" (100006): name, place, picture");
-  add("plan renamed", "UPDATE plan SET name = 'Gate Z' WHERE name = 'Gate A'",
-      "Plan \"Gate Z\" (100006): name, place, picture");
-  add("plan's revision", "UPDATE plan SET revision = 7 WHERE name = 'Gate A'",
-      "Plan \"Gate A\" (100006) was last saved by");
-  add("time", "UPDATE plan SET begin_time = '25:00', checksum = '' WHERE name = 'Gate A'",
+  const auto add = [](const char* statement, const char* named) { QTest::newRow(statement) << named; };
+  add("UPDATE plan_group SET parent_code = code WHERE code = 100002", "Group \"North\" (100002) is below itself");
+  add("UPDATE plan_group SET parent_code = 77 WHERE code = 100002", "Group \"North\" (100002) is in group 77");
+  add("UPDATE plan_group SET family = 2 WHERE code = 100001", "Group \"Gates\" (100001) is of another family");
+  add("UPDATE plan_group SET family = 9 WHERE code = 100001", "Group \"Gates\" (100001) is of an unknown family 9");
+  add("UPDATE plan_group SET owner_id = 9 WHERE code = 100004", "Group \"Bob's\" (100004) belongs to user 9");
+  add("UPDATE plan_group SET name = ' ' WHERE code = 100001", "Group \" \" (100001) has no possible name");
+  add("UPDATE plan_group SET code = -7 WHERE code = 100002", "Group \"North\" (-7) has no possible code");
+  add("UPDATE plan SET code = 100005 WHERE name = 'Top'", "Plan \"Top\" (100005) has the code of a group");
+  add("UPDATE plan SET parent_code = 77 WHERE code = 100006", "Plan \"Gate A\" (100006) is in group 77");
+  add("UPDATE plan SET parent_code = -1 WHERE code = 100006", "Plan \"Gate A\" (100006): name, place, picture");
+  add("UPDATE plan SET name = 'Gate Z' WHERE code = 100006", "Plan \"Gate Z\" (100006): name, place, picture");
+  add("UPDATE plan SET revision = 7 WHERE code = 100006", "Plan \"Gate A\" (100006) was last saved by");
+  add("UPDATE plan SET begin_time = '25:00', checksum = '' WHERE code = 100006",
       "Plan \"Gate A\" (100006): \"25:00\" is not");
-  add("default view", "INSERT INTO default_view (user_id, code, type) VALUES (2, 77, 16000)",
-      "The default view of user 2 is 77");
-  add("right", "INSERT INTO user_right (user_id, code) VALUES (9, 5)", "User 9 has right 5");
-  add("table", "ALTER TABLE user_right RENAME TO elsewhere", "The rights cannot be read: ");
-  add("counter", "UPDATE counter SET value = 100003 WHERE name = 'code'", "Codes are given from 100004 on, but 100010");
-  add("log", "INSERT INTO change_log (seq, origin, kind, code) VALUES (99, 'x', 1, 1)", "The log has change 99");
+  add("INSERT INTO default_view (user_id, code, type) VALUES (2, 77, 16000)", "The default view of user 2 is 77");
+  add("INSERT INTO user_right (user_id, code) VALUES (9, 5)", "User 9 has right 5");
+  add("ALTER TABLE user_right RENAME TO elsewhere", "The rights cannot be read: ");
+  add("UPDATE counter SET value = 100003 WHERE name = 'code'", "Codes are given from 100004 on, but 100010");
+  add("INSERT INTO change_log (seq, origin, kind, code) VALUES (99, 'x', 1, 1)", "The log has change 99");
 }
 
 void StoreCareTest::NamesWhatItFinds() {
-  QFETCH(QString, statement);
   QFETCH(QString, named);
-  CStoreFixture fixture;
-  const CClient open(fixture.Open());
-  fixture.RunPastTheStore(statement);
-  const Checked checked = Check(fixture.Url());
+  fixture_->Make();
+  fixture_->RunPastTheStore(QTest::currentDataTag());
+  const Checked checked = Check(fixture_->Url());
   QVERIFY2(checked.done, qPrintable(checked.error));
-  const auto begins = [&named](const QString& line) { return line.startsWith(named); };
-  QVERIFY2(std::any_of(checked.findings.begin(), checked.findings.end(), begins),
-           qPrintable(checked.findings.join('\n')));
+  QVERIFY2(("\n" + checked.findings.join('\n')).contains("\n" + named), qPrintable(checked.findings.join('\n')));
   QVERIFY(checked.findings.filter("cannot be read").size() <= 1);  // what comes after it is read all the same
   QVERIFY2(checked.summary.endsWith(QString("findings: %1").arg(checked.findings.size())), qPrintable(checked.summary));
 }
@@ -162,89 +143,74 @@ void StoreCareTest::PlaysAndChangesNoDamagedPlan_data() {
 void StoreCareTest::PlaysAndChangesNoDamagedPlan() {
   QFETCH(QString, set);
   QFETCH(QString, fault);
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open());
-  const std::string plan = ann.Plan("Gate A");
-  auto move = ann.Unchanged(plan);
-  move.parent_index_code = "-1";
-  fixture.RunPastTheStore("UPDATE plan SET " + set + " WHERE name = 'Gate A'");
+  const std::string plan = ann_.Plan("Gate A");
+  const QString gates = QString::fromStdString(ann_.Group("-1", "Gates"));
+  auto move = ann_.Unchanged(plan), move_of_the_rest = move;
+  move.parent_index_code = move_of_the_rest.parent_index_code = "-1";
+  move_of_the_rest.pages.clear();  // as a mover hands on what is left of it
+  fixture_->RunPastTheStore("UPDATE plan SET " + set + " WHERE name = 'Gate A'");
   const QString line = QString("The plan \"Gate A\" (%1) is damaged: %2.").arg(QString::fromStdString(plan), fault);
-  QCOMPARE(QString::fromStdString(ann.Detail(plan).error_info), line);
-  QVERIFY(ann.Detail(plan).pages.empty());
-  for (auto* pages : {&move.pages, static_cast<std::list<view::PlanPage>*>(nullptr)}) {
-    if (pages == nullptr) {
-      move.pages.clear();  // what is left of it, as a mover hands it on
-    }
-    QCOMPARE(ann.Update(move), line);
+  QCOMPARE(QString::fromStdString(ann_.Detail(plan).error_info), line);
+  QVERIFY(ann_.Detail(plan).pages.empty());
+  for (const QString& refusal : {ann_.Update(move), ann_.Update(move_of_the_rest), ann_.Share(plan, "2")}) {
+    QCOMPARE(refusal, line);
   }
-  QCOMPARE(ann.Share(plan, "2"), line);
-  QVERIFY(Check(fixture.Url()).findings.contains(line));
-  QCOMPARE(ann.Plans(ann.Group("-1", "Gates")),
-           QStringList{"Gate A@" + QString::fromStdString(ann.Group("-1", "Gates"))});
-  QCOMPARE(ann.SetDefaultView(plan, 16000), QString());
-  QCOMPARE(ann.DeletePlan(plan), QString());
-  QCOMPARE(Check(fixture.Url()).findings, QStringList());
+  QVERIFY(Check(fixture_->Url()).findings.contains(line));
+  QCOMPARE(ann_.Plans(gates), QStringList{"Gate A@" + gates});
+  QCOMPARE(ann_.SetDefaultView(plan, kPlanType), QString());
+  QCOMPARE(ann_.DeletePlan(plan), QString());
+  QCOMPARE(Check(fixture_->Url()).findings, QStringList());
 }
 
 void StoreCareTest::LeavesForeignDatabasesAlone_data() {
   QTest::addColumn<QStringList>("statements");
-  QTest::newRow("other tables") << QStringList{"CREATE TABLE recipes (name TEXT)"};
-  QTest::newRow("a view alone") << QStringList{"CREATE VIEW recipes AS SELECT 1 AS one"};
-  QTest::newRow("a table of the same name")
-      << QStringList{"CREATE TABLE store_info (shop TEXT)", "INSERT INTO store_info VALUES ('x')"};
-  QTest::newRow("and the same columns") << QStringList{"CREATE TABLE store_info (name TEXT PRIMARY KEY, value TEXT)",
-                                                       "INSERT INTO store_info VALUES ('version', '1')"};
-  QTest::newRow("and much alike") << QStringList{"CREATE TABLE store_info (name TEXT PRIMARY KEY, value TEXT)",
-                                                 "INSERT INTO store_info VALUES ('version', '2'), ('station_id', 'x')",
-                                                 "CREATE TABLE plan (code INTEGER)",
-                                                 "CREATE TABLE counter (name TEXT)"};
+  const auto add = [](const char* name, const QStringList& statements) { QTest::newRow(name) << statements; };
+  const QString info = "CREATE TABLE store_info (name TEXT PRIMARY KEY, value TEXT)";
+  add("other tables", {"CREATE TABLE recipes (name TEXT)"});
+  add("a view alone", {"CREATE VIEW recipes AS SELECT 1 AS one"});
+  add("a table of the same name", {"CREATE TABLE store_info (shop TEXT)", "INSERT INTO store_info VALUES ('x')"});
+  add("and the same columns", {info, "INSERT INTO store_info VALUES ('version', '1')"});
+  add("and much alike", {info, "INSERT INTO store_info VALUES ('version', '2'), ('station_id', 'x')",
+                         "CREATE TABLE plan (code INTEGER)", "CREATE TABLE counter (name TEXT)"});
   if (CStoreFixture::OnPostgres()) {
-    QTest::newRow("in a schema of their own")
-        << QStringList{"CREATE SCHEMA kitchen", "CREATE TABLE kitchen.recipes (n TEXT)"};
+    add("in a schema of their own", {"CREATE SCHEMA kitchen", "CREATE TABLE kitchen.recipes (n TEXT)"});
   }
 }
 
 void StoreCareTest::LeavesForeignDatabasesAlone() {
   QFETCH(QStringList, statements);
-  CStoreFixture fixture;
   for (const QString& statement : statements) {
-    fixture.RunPastTheStore(statement);
+    fixture_->RunPastTheStore(statement);
   }
-  const auto things = [&fixture] {
-    return fixture.ReadPastTheStore(CStoreFixture::OnPostgres() ? "SELECT count(*) FROM pg_class"
-                                                                : "SELECT count(*) FROM sqlite_master");
+  const auto things = [this] {
+    return fixture_->ReadPastTheStore(CStoreFixture::OnPostgres() ? "SELECT count(*) FROM pg_class"
+                                                                  : "SELECT count(*) FROM sqlite_master");
   };
   const QString before = things();
-  for (int attempt = 0; attempt < 2; ++attempt) {
-    QString error;
-    QVERIFY(!TarnHost::CPlanStore::Open(fixture.options, &error));
+  for (const QString& error : {fixture_->OpeningError(), fixture_->OpeningError(), Check(fixture_->Url()).error}) {
     QVERIFY2(error.endsWith(" is not a plan store."), qPrintable(error));
     QCOMPARE(things(), before);
   }
-  const Checked checked = Check(fixture.Url());
-  QVERIFY2(!checked.done && checked.error.endsWith(" is not a plan store."), qPrintable(checked.error));
 }
 
 void StoreCareTest::CopiesAStoreThatIsInUse() {
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open());
-  QCOMPARE(ann.AddPlan("-1", "Still in the log"), QString());
+  QCOMPARE(ann_.AddPlan("-1", "Still in the log"), QString());
   QString error;
-  const QString copy = QFileInfo(fixture.File()).path() + "/copy of it.db";
+  const QString copy = QFileInfo(fixture_->File()).path() + "/copy of it.db";
   if (CStoreFixture::OnPostgres()) {
-    QVERIFY(!StoreCare::BackUp(fixture.Url(), "/tmp/none.db", &error) && error.contains("server"));
+    QVERIFY(!StoreCare::BackUp(fixture_->Url(), "/tmp/none.db", &error) && error.contains("server"));
     return;
   }
-  const int locks = LocksOn(fixture.File());
-  QVERIFY2(StoreCare::BackUp(fixture.Url(), copy, &error), qPrintable(error));
-  QVERIFY2(locks > 0 && LocksOn(fixture.File()) == locks, "the client's locks have gone");
-  QCOMPARE(ann.AddPlan("-1", "Later"), QString());
+  const int locks = LocksOn(fixture_->File());
+  QVERIFY2(StoreCare::BackUp(fixture_->Url(), copy, &error), qPrintable(error));
+  QVERIFY2(locks > 0 && LocksOn(fixture_->File()) == locks, "the client's locks have gone");
+  QCOMPARE(ann_.AddPlan("-1", "Later"), QString());
   QCOMPARE(QFileInfo(copy).dir().entryList({"copy*"}), QStringList{"copy of it.db"});
   QCOMPARE(Check("sqlite:" + copy).findings, QStringList());
-  fixture.options.url = "sqlite:" + copy;
-  const CClient other(fixture.Open());
+  fixture_->options.url = "sqlite:" + copy;
+  const CClient other(fixture_.get(), "ann");
   QVERIFY(other.Plans("-1").contains("Still in the log@-1") && !other.Plans("-1").contains("Later@-1"));
-  QCOMPARE(other->StationId(), ann->StationId());
+  QCOMPARE(other->StationId(), ann_->StationId());
   QCOMPARE(other.AddPlan("-1", "In the copy alone"), QString());
 }
 
@@ -252,9 +218,8 @@ void StoreCareTest::WritesNoCopyOverAnything() {
   if (CStoreFixture::OnPostgres()) {
     QSKIP("A server's store has no file.");
   }
-  CStoreFixture fixture;
-  fixture.Open().reset();
-  const QDir folder = QFileInfo(fixture.File()).dir();
+  fixture_->Make();
+  const QDir folder = QFileInfo(fixture_->File()).dir();
   QFile taken(folder.filePath("taken"));
   QVERIFY(taken.open(QIODevice::WriteOnly));
   QVERIFY(QFile::link("/nowhere", folder.filePath("dangling")));
@@ -263,14 +228,53 @@ void StoreCareTest::WritesNoCopyOverAnything() {
     QString error;
     return !StoreCare::BackUp(url, copy, &error) && error.contains(reason) && !error.contains('\n');
   };
-  QVERIFY(refuses(fixture.Url(), folder.filePath("taken"), "exists already"));
-  QVERIFY(refuses(fixture.Url(), folder.filePath("dangling"), "exists already"));
-  QVERIFY(refuses(fixture.Url(), fixture.File(), "exists already"));
-  QVERIFY(refuses(fixture.Url(), "/proc/none/copy.db", "cannot be made"));
-  QVERIFY(refuses("sqlite:" + folder.filePath("taken"), folder.filePath("new"), "is empty"));
-  QVERIFY(refuses("sqlite:" + folder.filePath("missing"), folder.filePath("new"), "cannot be read"));
+  const QString url = fixture_->Url(), fresh = folder.filePath("new");
+  QVERIFY(refuses(url, folder.filePath("taken"), "exists already"));
+  QVERIFY(refuses(url, folder.filePath("dangling"), "exists already"));
+  QVERIFY(refuses(url, fixture_->File(), "exists already"));
+  QVERIFY(refuses(url, "/proc/none/copy.db", "cannot be made"));
+  QVERIFY(refuses("sqlite:" + folder.filePath("taken"), fresh, "is empty"));
+  QVERIFY(refuses("sqlite:" + folder.filePath("missing"), fresh, "cannot be read"));
   QCOMPARE(folder.entryList(QDir::Files | QDir::System), before);
   QCOMPARE(taken.size(), qint64(0));
+}
+
+void StoreCareTest::BearsRowsChangedPastTheProgram() {
+  const std::string gates = ann_.Group("-1", "Gates"), north = ann_.Group(gates, "North");
+  const auto put_below = [this](const std::string& group, const std::string& parent) {
+    fixture_->RunPastTheStore(
+        QString::fromStdString("UPDATE plan_group SET parent_code = " + parent + " WHERE code = " + group));
+  };
+  // There is no notice of the change itself, but the next one of the program brings the row.
+  put_below(north, "-1");
+  QCOMPARE(ann_.RenameGroup(north, "Moved"), QString());
+  for (const CClient& client : {ann_, bob_}) {
+    QTRY_COMPARE(client.Groups("-1"), QStringList({"Gates@-1", "Moved@-1"}));
+    QCOMPARE(client.Groups(gates), QStringList());
+  }
+  // Below each other, then below itself: no writer hangs, no client falls.
+  put_below(north, gates);
+  put_below(gates, north);
+  QVERIFY(ann_.AddGroup(north, "x").contains("6 levels"));
+  QCOMPARE(bob_.RenameGroup(gates, "Round"), QString());
+  QCOMPARE(bob_.RenameGroup(north, "About"), QString());
+  for (const CClient& client : {ann_, bob_}) {
+    QTRY_COMPARE(client.Groups("-1"), QStringList());
+    QVERIFY(client.Plans(gates).value(0).startsWith('!') && client.Plans(north).value(0).startsWith('!'));
+  }
+  // Put right, they come back with all below them.
+  put_below(gates, "-1");
+  QCOMPARE(ann_.RenameGroup(gates, "Gates"), QString());
+  for (const CClient& client : {ann_, bob_}) {
+    QTRY_COMPARE(client.Groups("-1"), QStringList{"Gates@-1"});
+    QTRY_COMPARE(client.Groups(gates), QStringList{"About@" + QString::fromStdString(gates)});
+    QVERIFY(client.Plans(gates).value(0).startsWith("Gate A@") && client.Plans(north).value(0).startsWith("Gate B@"));
+  }
+  put_below(gates, gates);
+  QVERIFY(ann_.AddGroup(gates, "x").contains("6 levels"));
+  QCOMPARE(CClient(fixture_.get(), "cid").Groups("-1"), QStringList());
+  QCOMPARE(ann_.DeleteGroup(gates), QString());
+  QVERIFY(ann_.DeleteGroup(north).contains("deleted in the meantime"));  // it hung below the other
 }
 
 QTEST_GUILESS_MAIN(StoreCareTest)

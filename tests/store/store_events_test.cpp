@@ -1,9 +1,4 @@
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
-#include <QUrl>
 #include <QtTest>
-#include <limits>
 
 #include "store_fixture.h"
 
@@ -12,12 +7,27 @@ using ResourceData::IResourceObserver;
 
 namespace {
 
-constexpr int kPlanType = ResourceData::RT_VIEW, kGroupType = ResourceData::RT_VIEW_GROUP;
+const QString kNoAnswer = "The service does not answer";
+enum Event { kChanged = 2, kAdded = 3, kRemoved = 4, kAll = 8 };
 
-/// Writes down what it is told as "code:event:second:type", then does what the test asks for.
+/// A notice: of which node, what has happened, to which row below it (of a change: its name), and that row's type.
+QString Line(const std::string& node, int event, const std::string& second, int type) {
+  return QString::fromStdString(node + ":" + std::to_string(event) + ":" + second + ":" + std::to_string(type));
+}
+const QString kWholeTree = Line("root", kAll, "", 0);
+
+/// Writes down the notices of one client, each by Line(), then does what the test asks for.
 class CRecorder : public IResourceObserver {
  public:
-  CRecorder(CClient client, QStringList* record) : client_(std::move(client)), record_(record) {}
+  CRecorder(CClient client, const std::vector<std::string>& groups, const std::vector<std::string>& plans = {})
+      : client_(std::move(client)) {
+    for (const std::string& group : groups) {
+      Watch(kGroupType, group);
+    }
+    for (const std::string& plan : plans) {
+      Watch(kPlanType, plan);
+    }
+  }
   ~CRecorder() override {
     for (const auto& [type, code] : watched_) {
       client_->ViewRegisterResourceUpdate(this, {type, code, 0});
@@ -32,55 +42,18 @@ class CRecorder : public IResourceObserver {
 
   void OnResourceUpdate(const Param& param) override {
     QVERIFY(QThread::currentThread() == QCoreApplication::instance()->thread());
-    record_->append(QString("%1:%2:%3:%4")
-                        .arg(QString::fromStdString(param.index_code))
-                        .arg(param.event)
-                        .arg(QString::fromStdString(param.second))
-                        .arg(param.type));
+    lines.append(Line(param.index_code, param.event, param.second, param.type));
     if (then) {
       then();
     }
   }
 
+  QStringList lines;
   std::function<void()> then;
 
  private:
   const CClient client_;
-  QStringList* const record_;
   std::vector<std::pair<int, std::string>> watched_;
-};
-
-/// Keeps every client from writing, as one does that is in the midst of a long change.
-class CWritersHold {
- public:
-  explicit CWritersHold(const CStoreFixture& fixture) {
-    const QUrl url(fixture.Url());
-    QSqlDatabase database = QSqlDatabase::addDatabase(CStoreFixture::OnPostgres() ? "QPSQL" : "QSQLITE", kName);
-    database.setHostName(url.host());
-    database.setPort(url.port());
-    database.setUserName(url.userName());
-    database.setDatabaseName(CStoreFixture::OnPostgres() ? url.path().mid(1) : fixture.File());
-    database.open();
-    Run(CStoreFixture::OnPostgres() ? "BEGIN" : "BEGIN IMMEDIATE");
-    if (CStoreFixture::OnPostgres()) {
-      Run("LOCK TABLE counter IN EXCLUSIVE MODE");
-    }
-  }
-  ~CWritersHold() {
-    Run("ROLLBACK");
-    QSqlDatabase::removeDatabase(kName);
-  }
-  CWritersHold(const CWritersHold&) = delete;
-  CWritersHold& operator=(const CWritersHold&) = delete;
-
- private:
-  static constexpr char kName[] = "hold";
-  static void Run(const char* statement) {
-    QSqlQuery query(QSqlDatabase::database(kName));
-    if (!query.exec(statement)) {
-      qFatal("%s fails: %s", statement, qPrintable(query.lastError().text()));
-    }
-  }
 };
 
 /// Waits without letting events in, so that notices wait, too.
@@ -93,269 +66,166 @@ bool WaitDeaf(const std::function<bool()>& done) {
   return done();
 }
 
-QString Line(const std::string& node, int event, const std::string& second, int type) {
-  return QString::fromStdString(node + ":" + std::to_string(event) + ":" + second + ":" + std::to_string(type));
-}
-
 }  // namespace
 
-class StoreEventsTest : public QObject {
+/// What a client learns of changes that were made elsewhere, and of its own.
+class StoreEventsTest : public CStoreTest {
   Q_OBJECT
  private Q_SLOTS:
-  void TellsOthersAndNotItself();
-  void TellsWithinASecond();
+  void ReportsToOthersAndNotToItself();
   void HasTheLastWordOnItsOwnChange();
-  void TellsOfItsOwnChangeThatItGaveUp();
+  void ReportsItsOwnChangeThatItAbandoned();
   void ClosesWhileAChangeWaits();
-  void TellsOnceOfManyChangesOfAPlan();
-  void TellsRecipientsOfShares();
+  void ReportsOnceManyChangesOfAPlan();
+  void ReportsSharesToTheirRecipients();
   void ReadsAllAgainAfterAGap();
   void ReadsAgainWhatItCouldNotRead();
   void ForgetsWhatWasNotCommitted_data();
   void ForgetsWhatWasNotCommitted();
   void ComesBackAfterALostConnection();
   void RaisesTheTreeEventAtLogIn();
-  void ToleratesRemovalWhileTelling();
+  void ToleratesRemovalWhileItReports();
   void AnnouncesChildrenUnderLoadAll();
+
+ private:
+  std::string Gates() const { return ann_.Group("-1", "Gates"); }
+  std::string North() const { return ann_.Group(Gates(), "North"); }
 };
 
-void StoreEventsTest::TellsOthersAndNotItself() {
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open());
-  const CClient bob(fixture.Open("bob"));
-  const std::string gates = ann.Group("-1", "Gates"), north = ann.Group(gates, "North"), plan = ann.Plan("Gate A");
-  QStringList own_record, record;
-  CRecorder own(ann, &own_record), other(bob, &record);
-  for (CRecorder* recorder : {&own, &other}) {
-    recorder->Watch(kGroupType, "root");
-    recorder->Watch(kGroupType, gates);
-    recorder->Watch(kGroupType, north);
-    recorder->Watch(kPlanType, plan);
-  }
-
-  std::string top, inner, fresh;
-  QCOMPARE(ann.AddGroup("-1", "Top group", &top), QString());
-  QCOMPARE(ann.AddGroup(gates, "Inner", &inner), QString());
-  QCOMPARE(ann.AddPlan(north, "Fresh", &fresh), QString());
-  QCOMPARE(ann.RenameGroup(gates, "Doors"), QString());
-  auto update = ann.Unchanged(plan);
-  update.plan_name = "Gate A renamed";
-  QCOMPARE(ann.Update(update), QString());
-  update.revision = 0;
-  update.parent_index_code = north;
-  QCOMPARE(ann.Update(update), QString());
-  QCOMPARE(ann.DeletePlan(fresh), QString());
-  QCOMPARE(ann.DeleteGroup(north), QString());
-  QCOMPARE(ann.DeleteGroup(top), QString());
-  QCOMPARE(ann.AddPlan("-2", "Nobody else's"), QString());
-  QTRY_VERIFY(bob.Groups("-1") == ann.Groups("-1"));
-  QCoreApplication::processEvents();
-
-  // What was added and deleted between two looks at the log may leave no trace but its removal from nowhere.
-  const QString removed_north = Line(gates, 4, north, kGroupType);
-  QTRY_VERIFY(record.contains(removed_north));
-  QVERIFY(record.contains(Line(gates, 3, inner, kGroupType)));
-  QVERIFY(record.contains(Line(gates, 2, "Doors", kGroupType)));
-  QVERIFY(!record.join(' ').contains("Nobody") && record.filter("root:3").size() <= 1);
-  QCOMPARE(own_record, QStringList());
-  QCOMPARE(bob.Groups(gates), ann.Groups(gates));
-  QCOMPARE(bob.Plans(gates), ann.Plans(gates));  // moved and then deleted with its new group
-  QCOMPARE(bob.Search("a", 0), ann.Search("a", 0));
-
-  // One by one every change is told as what it is.
-  const auto told = [&record](const QStringList& wanted) {
-    const bool same = QTest::qWaitFor([&] { return record == wanted; });
-    const bool result = same || QTest::qCompare(record, wanted, "record", "wanted", __FILE__, __LINE__);
-    record.clear();
+void StoreEventsTest::ReportsToOthersAndNotToItself() {
+  const std::string gates = Gates(), north = North(), gate_a = ann_.Plan("Gate A");
+  CRecorder own(ann_, {"root", gates, north}, {gate_a}), other(bob_, {"root", gates, north}, {gate_a});
+  const auto reported = [&other](const QStringList& wanted) {
+    const bool same = QTest::qWaitFor([&] { return other.lines == wanted; });
+    const bool result = same || QTest::qCompare(other.lines, wanted, "reported", "wanted", __FILE__, __LINE__);
+    other.lines.clear();
     return result;
   };
-  record.clear();
-  QCOMPARE(ann.AddPlan("-1", "Moving", &fresh), QString());
-  QVERIFY(told({Line("root", 3, fresh, kPlanType)}));
-  other.Watch(kPlanType, fresh);
-  update = ann.Unchanged(fresh);
-  update.parent_index_code = gates;
-  QCOMPARE(ann.Update(update), QString());
-  QVERIFY(
-      told({Line("root", 4, fresh, kPlanType), Line(gates, 3, fresh, kPlanType), Line(fresh, 2, "Moving", kPlanType)}));
-  QCOMPARE(ann.DeletePlan(fresh), QString());
-  QVERIFY(told({Line(gates, 4, fresh, kPlanType)}));
-  QCOMPARE(bob.RenameGroup(gates, "Bob was here"), QString());
-  QTRY_COMPARE(own_record, QStringList{Line(gates, 2, "Bob was here", kGroupType)});
-  QCOMPARE(record, QStringList());
+  std::string inner, fresh;
+  QCOMPARE(ann_.AddPlan("-2", "Of no one else"), QString());
+  QCOMPARE(ann_.AddGroup(gates, "Inner", &inner), QString());
+  QVERIFY(reported({Line(gates, kAdded, inner, kGroupType)}));
+  QCOMPARE(ann_.RenameGroup(gates, "Doors"), QString());
+  QVERIFY(reported({Line(gates, kChanged, "Doors", kGroupType)}));
+  QCOMPARE(ann_.AddPlan("-1", "Fresh", &fresh), QString());
+  QVERIFY(reported({Line("root", kAdded, fresh, kPlanType)}));
+  QCOMPARE(ann_.Update(TarnTest::ChangedPlan(gate_a, "Moved", north)), QString());
+  QVERIFY(reported({Line(gates, kRemoved, gate_a, kPlanType), Line(north, kAdded, gate_a, kPlanType),
+                    Line(gate_a, kChanged, "Moved", kPlanType)}));
+  QCOMPARE(ann_.DeletePlan(fresh), QString());
+  QVERIFY(reported({Line("root", kRemoved, fresh, kPlanType)}));
+  QCOMPARE(ann_.DeleteGroup(north), QString());
+  QVERIFY(reported({Line(gates, kRemoved, north, kGroupType)}));
+
+  QCOMPARE(bob_.Groups(gates), ann_.Groups(gates));
+  QCOMPARE(bob_.Plans(gates), ann_.Plans(gates));
+  QCOMPARE(bob_.Search("a", 0), ann_.Search("a", 0));
+  QCOMPARE(bob_.RenameGroup(gates, "Bob was here"), QString());
+  QTRY_COMPARE(own.lines, QStringList{Line(gates, kChanged, "Bob was here", kGroupType)});
+  QCOMPARE(other.lines, QStringList());
 }
 
-// The best of three counts: anybody may hold up a machine for a second.
-void StoreEventsTest::TellsWithinASecond() {
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open());
-  const CClient bob(fixture.Open("bob"));
-  qint64 best = std::numeric_limits<qint64>::max();
-  for (int round = 0; round < 3; ++round) {
-    QCOMPARE(ann.AddGroup("-1", "Top group " + std::to_string(round)), QString());
-    QElapsedTimer clock;
-    clock.start();
-    QTRY_VERIFY(bob.Groups("-1") == ann.Groups("-1"));
-    best = qMin(best, clock.elapsed());
-  }
-  QVERIFY2(best < 1000, qPrintable(QString::number(best)));
-}
-
-// Somebody else's change comes in with an own one to the same row, and is told after that was answered: what stands in
-// the store must be told last, or a moved plan stays gone from the tree and a group keeps a name it no longer has.
+// Somebody else's change comes in with an own one to the same row, and is reported after that was answered: what stands
+// in the store must be reported last, or a moved plan stays gone from the tree and a group keeps an old name.
 void StoreEventsTest::HasTheLastWordOnItsOwnChange() {
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open());
-  const CClient bob(fixture.Open("bob"));
-  const std::string gates = ann.Group("-1", "Gates"), plan = ann.Plan("Gate A");
-  QStringList record;
-  CRecorder own(ann, &record);
-  own.Watch(kGroupType, "root");
-  own.Watch(kGroupType, gates);
-  own.Watch(kPlanType, plan);
+  const std::string gates = Gates(), north = North(), plan = ann_.Plan("Gate A");
+  CRecorder own(ann_, {"root", gates, north}, {plan});
+  QCOMPARE(bob_.Update(TarnTest::ChangedPlan(plan, "Gate A", "-1")), QString());
+  QCOMPARE(bob_.RenameGroup(gates, "Bob's"), QString());
+  QCOMPARE(ann_.Update(TarnTest::ChangedPlan(plan, "Gate A", gates)), QString());
+  QCOMPARE(ann_.RenameGroup(gates, "Ann's"), QString());
+  const auto after = [&own](const QString& late) { return own.lines.mid(own.lines.indexOf(late) + 1); };
+  QTRY_VERIFY(own.lines.contains(Line(gates, kChanged, "Bob's", kGroupType)));
+  QTRY_VERIFY(after(Line(gates, kRemoved, plan, kPlanType)).contains(Line(gates, kAdded, plan, kPlanType)));
+  QTRY_VERIFY(after(Line(gates, kChanged, "Bob's", kGroupType)).contains(Line(gates, kChanged, "Ann's", kGroupType)));
 
-  auto update = bob.Unchanged(plan);
-  update.parent_index_code = "-1";
-  update.revision = 0;
-  QCOMPARE(bob.Update(update), QString());
-  QCOMPARE(bob.RenameGroup(gates, "Bob's"), QString());
-  update.parent_index_code = gates;
-  QCOMPARE(ann.Update(update), QString());
-  QCOMPARE(ann.RenameGroup(gates, "Ann's"), QString());
-  const auto after = [&record](const QString& late) { return record.mid(record.indexOf(late) + 1); };
-  QTRY_VERIFY(record.contains(Line(gates, 2, "Bob's", kGroupType)));
-  QTRY_VERIFY(after(Line(gates, 4, plan, kPlanType)).contains(Line(gates, 3, plan, kPlanType)));
-  QTRY_VERIFY(after(Line(gates, 2, "Bob's", kGroupType)).contains(Line(gates, 2, "Ann's", kGroupType)));
-
-  record.clear();
-  QCOMPARE(ann.RenameGroup(gates, "Ann's own"), QString());
-  QVERIFY(!QTest::qWaitFor([&record] { return !record.isEmpty(); }, 300));
+  own.lines.clear();
+  QCOMPARE(ann_.RenameGroup(gates, "Ann's own"), QString());  // alone: no notice
+  QCOMPARE(bob_.RenameGroup(north, "Later"), QString());
+  QTRY_COMPARE(own.lines, QStringList{Line(north, kChanged, "Later", kGroupType)});
 }
 
-// Whoever was answered that the service does not answer knows nothing of a change that came through later.
-void StoreEventsTest::TellsOfItsOwnChangeThatItGaveUp() {
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open());
-  const CClient bob(fixture.Open("bob"));
-  const std::string gates = ann.Group("-1", "Gates"), north = ann.Group(gates, "North");
-  const std::string plan = ann.Plan("Gate A"), going = ann.Plan("Gate B");
-  QStringList record;
-  CRecorder own(ann, &record);
-  own.Watch(kGroupType, "root");
-  own.Watch(kGroupType, north);
-  own.Watch(kPlanType, plan);
-  auto update = ann.Unchanged(plan);
-  update.plan_name = "Gate A renamed";
-  const auto given_up = [&ann, &fixture](const std::function<QString(const CClient&)>& write) {
-    const CWritersHold hold(fixture);
-    return write(ann) == "The service does not answer";
+// Where the answer was that the service does not answer, no one knows of a change that came through later.
+void StoreEventsTest::ReportsItsOwnChangeThatItAbandoned() {
+  const std::string north = North(), plan = ann_.Plan("Gate A"), going = ann_.Plan("Gate B");
+  CRecorder own(ann_, {"root", north}, {plan});
+  const auto update = TarnTest::ChangedPlan(plan, "Gate A renamed");
+  const auto abandoned = [this](const std::function<QString()>& write) {
+    const CWritersHold hold(*fixture_);
+    return write() == kNoAnswer;
   };
-
-  QVERIFY(given_up([](const CClient& client) { return client.AddGroup("-1", "Late"); }));
-  QTRY_VERIFY(!ann.Group("-1", "Late").empty());
-  QVERIFY(given_up([&](const CClient& client) { return client.Update(update); }));
-  QTRY_COMPARE(ann.Plan("Gate A renamed"), plan);
-  QVERIFY(given_up([&](const CClient& client) { return client.DeletePlan(going); }));
-  QTRY_COMPARE(ann.Plan("Gate B"), std::string());
-  QTRY_COMPARE(record, (QStringList{Line("root", 3, ann.Group("-1", "Late"), kGroupType),
-                                    Line(plan, 2, "Gate A renamed", kPlanType), Line(north, 4, going, kPlanType)}));
-  QTRY_COMPARE(bob.Groups("-1"), ann.Groups("-1"));
+  QVERIFY(abandoned([this] { return ann_.AddGroup("-1", "Late"); }));
+  QTRY_VERIFY(!ann_.Group("-1", "Late").empty());
+  QVERIFY(abandoned([&] { return ann_.Update(update); }));
+  QTRY_COMPARE(ann_.Plan("Gate A renamed"), plan);
+  QVERIFY(abandoned([&] { return ann_.DeletePlan(going); }));
+  QTRY_COMPARE(ann_.Plan("Gate B"), std::string());
+  QTRY_COMPARE(own.lines, (QStringList{Line("root", kAdded, ann_.Group("-1", "Late"), kGroupType),
+                                       Line(plan, kChanged, "Gate A renamed", kPlanType),
+                                       Line(north, kRemoved, going, kPlanType)}));
+  QTRY_COMPARE(bob_.Groups("-1"), ann_.Groups("-1"));
 }
 
 // A server's client is cut off. What waits for a file is left behind, and does no harm when it ends after the store.
 void StoreEventsTest::ClosesWhileAChangeWaits() {
-  CStoreFixture fixture;
-  const CClient bob(fixture.Open("bob"));
-  auto ann = std::make_unique<CClient>(fixture.Open());
   const bool cut_off = CStoreFixture::OnPostgres();
+  QCOMPARE(bob_.Groups("-1").size(), 1);
   {
-    const CWritersHold hold(fixture);
-    QCOMPARE(ann->AddGroup("-1", "Late"), QString("The service does not answer"));
+    QCOMPARE(ann_.Groups("-1").size(), 1);
+    const CWritersHold hold(*fixture_);
+    QCOMPARE(ann_.AddGroup("-1", "Late"), kNoAnswer);
     QElapsedTimer clock;
     clock.start();
-    QCOMPARE((*ann)->Close(), cut_off);
-    ann.reset();
+    QCOMPARE(ann_->Close(), cut_off);
+    ann_.Leave();
     QVERIFY2(clock.elapsed() < 4000, qPrintable(QString::number(clock.elapsed())));
   }
-  QCOMPARE(bob.AddGroup("-1", "Next"), QString());
-  QTRY_COMPARE(bob.Group("-1", "Late").empty(), cut_off);
+  QCOMPARE(bob_.AddGroup("-1", "Next"), QString());
+  QTRY_COMPARE(bob_.Group("-1", "Late").empty(), cut_off);
 }
 
-void StoreEventsTest::TellsOnceOfManyChangesOfAPlan() {
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open());
-  const CClient bob(fixture.Open("bob"));
-  const std::string gates = ann.Group("-1", "Gates"), north = ann.Group(gates, "North");
-  const std::string busy = ann.Plan("Gate A"), other = ann.Plan("Gate B");
-  QStringList record;
-  CRecorder recorder(ann, &record);
-  recorder.Watch(kGroupType, gates);
-  recorder.Watch(kGroupType, north);
-  recorder.Watch(kPlanType, busy);
-  recorder.Watch(kPlanType, other);
-  auto busy_update = bob.Unchanged(busy), other_update = bob.Unchanged(other);
-  const auto rename = [&](view::UpdatePlanRequest* update, const char* name) {
-    update->plan_name = name;
-    update->revision = 0;
-    QCOMPARE(bob.Update(*update), QString());
-    QVERIFY(WaitDeaf([&] { return !ann.Plan(name).empty(); }));  // each by itself, or the store reports the last only
+void StoreEventsTest::ReportsOnceManyChangesOfAPlan() {
+  const std::string gates = Gates(), north = North();
+  const std::string busy = ann_.Plan("Gate A"), other = ann_.Plan("Gate B");
+  CRecorder recorder(ann_, {gates, north}, {busy, other});
+  const auto change = [&](const std::string& plan, const char* name, const std::string& group) {
+    QCOMPARE(bob_.Update(TarnTest::ChangedPlan(plan, name, group)), QString());
+    QVERIFY(WaitDeaf([&] { return !ann_.Plan(name).empty(); }));  // each by itself, or the store reports the last only
   };
-  rename(&busy_update, "One");
-  rename(&other_update, "Other");
-  rename(&busy_update, "Two");
-  busy_update.parent_index_code = north;
-  rename(&busy_update, "Moved");
-  rename(&busy_update, "Last");
-  QCOMPARE(record, QStringList());
-  QTRY_COMPARE(record, (QStringList{Line(other, 2, "Other", kPlanType), Line(gates, 4, busy, kPlanType),
-                                    Line(north, 3, busy, kPlanType), Line(busy, 2, "Last", kPlanType)}));
-  rename(&busy_update, "Later");
-  QTRY_COMPARE(record.size(), 5);
+  change(busy, "One", gates);
+  change(other, "Other", north);
+  change(busy, "Two", gates);
+  change(busy, "Moved", north);
+  change(busy, "Last", north);
+  QCOMPARE(recorder.lines, QStringList());
+  QTRY_COMPARE(recorder.lines,
+               (QStringList{Line(other, kChanged, "Other", kPlanType), Line(gates, kRemoved, busy, kPlanType),
+                            Line(north, kAdded, busy, kPlanType), Line(busy, kChanged, "Last", kPlanType)}));
+  change(busy, "Later", north);
+  QTRY_COMPARE(recorder.lines.size(), 5);
 }
 
-void StoreEventsTest::TellsRecipientsOfShares() {
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open());
-  const CClient bob(fixture.Open("bob"));
-  QStringList record;
-  CRecorder recorder(bob, &record);
-  recorder.Watch(kGroupType, "root");
-  QCOMPARE(ann.Share(ann.Plan("Gate A"), "2"), QString());
-  QTRY_COMPARE(record.size(), 1);
-  const std::string shared = bob.Group("-2", "Shared");
-  QCOMPARE(record, QStringList{Line("root", 3, shared, kGroupType)});
+void StoreEventsTest::ReportsSharesToTheirRecipients() {
+  CRecorder recorder(bob_, {"root"});
+  QCOMPARE(ann_.Share(ann_.Plan("Gate A"), "2"), QString());
+  QTRY_COMPARE(recorder.lines.size(), 1);
+  const std::string shared = bob_.Group("-2", "Shared");
+  QCOMPARE(recorder.lines, QStringList{Line("root", kAdded, shared, kGroupType)});
   recorder.Watch(kGroupType, shared);
-  QCOMPARE(ann.Share(ann.Plan("Gate B"), "2,3"), QString());
-  QTRY_COMPARE(record.size(), 2);
-  QVERIFY(record.last().startsWith(QString::fromStdString(shared) + ":3:"));
+  QCOMPARE(ann_.Share(ann_.Plan("Gate B"), "2,3"), QString());
+  QTRY_COMPARE(recorder.lines.size(), 2);
+  QVERIFY(recorder.lines.last().startsWith(QString::fromStdString(shared) + ":3:"));
 }
 
 void StoreEventsTest::ReadsAllAgainAfterAGap() {
-  if (CStoreFixture::OnPostgres()) {
-    QSKIP("Reaches into the store's file.");
-  }
-  CStoreFixture fixture;
-  const CClient bob(fixture.Open("bob"));
-  QStringList record;
-  CRecorder recorder(bob, &record);
-  recorder.Watch(kGroupType, "root");
-  {
-    QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE", "gap");
-    database.setDatabaseName(fixture.File());
-    QVERIFY(database.open());
-    QSqlQuery query(database);
-    QVERIFY(query.exec("BEGIN IMMEDIATE"));
-    QVERIFY(query.exec("UPDATE plan_group SET name = 'Renamed unseen' WHERE name = 'Gates'"));
-    QVERIFY(query.exec("UPDATE counter SET value = value + 3 WHERE name = 'seq'"));
-    QVERIFY(query.exec("COMMIT"));
-  }
-  QSqlDatabase::removeDatabase("gap");
-  QTRY_COMPARE(record, QStringList{Line("root", 8, "", 0)});
-  QCOMPARE(bob.Groups("-1"), QStringList{"Renamed unseen@-1"});
-  const CClient ann(fixture.Open());
-  QCOMPARE(ann.RenameGroup(ann.Group("-1", "Renamed unseen"), "Seen"), QString());
-  QTRY_COMPARE(bob.Groups("-1"), QStringList{"Seen@-1"});
-  QCOMPARE(record.size(), 1);  // and goes on change by change
+  CRecorder recorder(bob_, {"root"});
+  fixture_->RunPastTheStore("UPDATE plan_group SET name = 'Renamed unseen' WHERE name = 'Gates'");
+  fixture_->RunPastTheStore("UPDATE counter SET value = value + 3 WHERE name = 'seq'");
+  QTRY_COMPARE(recorder.lines, QStringList{kWholeTree});
+  QCOMPARE(bob_.Groups("-1"), QStringList{"Renamed unseen@-1"});
+  QCOMPARE(ann_.RenameGroup(ann_.Group("-1", "Renamed unseen"), "Seen"), QString());
+  QTRY_COMPARE(bob_.Groups("-1"), QStringList{"Seen@-1"});
+  QCOMPARE(recorder.lines.size(), 1);  // and goes on change by change
 }
 
 // For a second the log can be read, and what it names cannot; nothing is written any more that would have it looked at.
@@ -363,20 +233,20 @@ void StoreEventsTest::ReadsAgainWhatItCouldNotRead() {
   if (CStoreFixture::OnPostgres()) {
     QSKIP("Reaches into the store's file.");
   }
-  CStoreFixture fixture;
-  const CClient bob(fixture.Open("bob"));
+  QCOMPARE(bob_.Groups("-1"), QStringList{"Gates@-1"});
   const QDateTime readable = QDateTime::currentDateTimeUtc().addSecs(1);
-  fixture.RunPastTheStore("ALTER TABLE plan_group RENAME TO kept");
-  fixture.RunPastTheStore(
-      QString("CREATE VIEW plan_group AS SELECT * FROM kept WHERE julianday('now') > julianday('%1')"
-              " OR abs(code - code - 9223372036854775807 - 1) = 0")
-          .arg(readable.toString("yyyy-MM-dd HH:mm:ss.zzz")));
-  fixture.RunPastTheStore("UPDATE kept SET name = 'Doors' WHERE name = 'Gates'");
-  fixture.RunPastTheStore(
-      "INSERT INTO change_log SELECT value + 1, 'elsewhere', 1, (SELECT code FROM kept WHERE name = 'Doors')"
-      " FROM counter WHERE name = 'seq'");
-  fixture.RunPastTheStore("UPDATE counter SET value = value + 1 WHERE name = 'seq'");
-  QTRY_COMPARE(bob.Groups("-1"), QStringList{"Doors@-1"});
+  for (const QString& statement :
+       {QString("ALTER TABLE plan_group RENAME TO kept"),
+        QString("CREATE VIEW plan_group AS SELECT * FROM kept WHERE julianday('now') > julianday('%1')"
+                " OR abs(code - code - 9223372036854775807 - 1) = 0")
+            .arg(readable.toString("yyyy-MM-dd HH:mm:ss.zzz")),
+        QString("UPDATE kept SET name = 'Doors' WHERE name = 'Gates'"),
+        QString("INSERT INTO change_log SELECT value + 1, 'elsewhere', 1, (SELECT code FROM kept WHERE name = 'Doors')"
+                " FROM counter WHERE name = 'seq'"),
+        QString("UPDATE counter SET value = value + 1 WHERE name = 'seq'")}) {
+    fixture_->RunPastTheStore(statement);
+  }
+  QTRY_COMPARE(bob_.Groups("-1"), QStringList{"Doors@-1"});
 }
 
 void StoreEventsTest::ForgetsWhatWasNotCommitted_data() {
@@ -387,8 +257,7 @@ void StoreEventsTest::ForgetsWhatWasNotCommitted_data() {
 
 void StoreEventsTest::ForgetsWhatWasNotCommitted() {
   QFETCH(QString, table);
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open());
+  const std::string gates = Gates();
   const bool postgres = CStoreFixture::OnPostgres(), at_end = table == "change_log";
   const QString when = at_end ? "CONSTRAINT TRIGGER refuse AFTER INSERT ON %1 DEFERRABLE INITIALLY DEFERRED"
                               : "TRIGGER refuse BEFORE INSERT ON %1";
@@ -397,93 +266,67 @@ void StoreEventsTest::ForgetsWhatWasNotCommitted() {
                                " $$ BEGIN RAISE EXCEPTION 'no room'; END $$; CREATE " +
                                    when + " FOR EACH ROW EXECUTE FUNCTION refuse()"
                              : "CREATE TRIGGER refuse BEFORE INSERT ON %1 BEGIN SELECT RAISE(ABORT, 'no room'); END";
-  fixture.RunPastTheStore(refuse.arg(table));
-  const QString error =
-      at_end ? ann.RenameGroup(ann.Group("-1", "Gates"), "Doors") : ann.Share(ann.Plan("Gate A"), "2");
+  fixture_->RunPastTheStore(refuse.arg(table));
+  const QString error = at_end ? ann_.RenameGroup(gates, "Doors") : ann_.Share(ann_.Plan("Gate A"), "2");
   QVERIFY2(error.contains("no room"), qPrintable(error));
-  fixture.RunPastTheStore((postgres ? "DROP TRIGGER refuse ON " : "DROP TRIGGER refuse -- ") + table);
-  QCOMPARE(ann.RenameGroup(ann.Group("-2", "Ann's"), "Later"), QString());
-  QCOMPARE(ann.Groups("-1"), QStringList{"Gates@-1"});
-  QCOMPARE(ann.Groups("-2"), QStringList{"Later@-2"});
+  fixture_->RunPastTheStore((postgres ? "DROP TRIGGER refuse ON " : "DROP TRIGGER refuse -- ") + table);
+  QCOMPARE(ann_.RenameGroup(ann_.Group("-2", "Ann's"), "Later"), QString());
+  QCOMPARE(ann_.Groups("-1") + ann_.Groups("-2"), QStringList({"Gates@-1", "Later@-2"}));
   QString refusal;
-  QVERIFY(ann->LogIn("bob", &refusal));
-  QCOMPARE(ann.Groups("-2"), QStringList{"Bob's@-2"});
+  QVERIFY(ann_->LogIn("bob", &refusal));
+  QCOMPARE(ann_.Groups("-2"), QStringList{"Bob's@-2"});
 }
 
 void StoreEventsTest::ComesBackAfterALostConnection() {
   if (!CStoreFixture::OnPostgres()) {
     QSKIP("A file has no connection to lose.");
   }
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open());
-  QStringList record;
-  CRecorder recorder(ann, &record);
-  recorder.Watch(kGroupType, "root");
-  for (int round = 1; round <= 2; ++round) {
-    fixture.RunPastTheStore(
-        "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE pid <> pg_backend_pid()"
-        " AND datname = current_database()");
-    fixture.RunPastTheStore(
-        QString("UPDATE plan_group SET name = 'Changed meanwhile %1' WHERE parent_code = -1").arg(round));
-    QTRY_COMPARE(record.size(), round);
-    QCOMPARE(record.last(), Line("root", 8, "", 0));
-    QCOMPARE(ann.Groups("-1"), QStringList{QString("Changed meanwhile %1@-1").arg(round)});
-    QCOMPARE(ann.AddPlan("-1", "Works again"), QString());
-  }
+  CRecorder recorder(ann_, {"root"});
+  fixture_->RunPastTheStore(
+      "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE pid <> pg_backend_pid()"
+      " AND datname = current_database()");
+  fixture_->RunPastTheStore("UPDATE plan_group SET name = 'Changed meanwhile' WHERE parent_code = -1");
+  QTRY_COMPARE(recorder.lines, QStringList{kWholeTree});
+  QCOMPARE(ann_.Groups("-1"), QStringList{"Changed meanwhile@-1"});
+  QCOMPARE(ann_.AddPlan("-1", "Works again"), QString());
 }
 
 void StoreEventsTest::RaisesTheTreeEventAtLogIn() {
-  CStoreFixture fixture;
-  const CClient client(fixture.Open());
-  QStringList record;
-  CRecorder recorder(client, &record);
-  recorder.Watch(kGroupType, "root");
+  CRecorder recorder(ann_, {"root"});
   QString error;
-  QVERIFY(!client->LogIn("nobody", &error));
-  QVERIFY(client->LogIn("bob", &error));
-  client->ClearViewData();
-  QCOMPARE(record, QStringList());  // never from within the call
-  QTRY_COMPARE(record, QStringList{Line("root", 8, "", 0)});
-  QTRY_VERIFY(client->IsViewResourceDownFinish());
-  QCOMPARE(client.Groups("-2"), QStringList{"Bob's@-2"});
+  QVERIFY(!ann_->LogIn("stranger", &error));
+  QVERIFY(ann_->LogIn("bob", &error));
+  ann_->ClearViewData();
+  QCOMPARE(recorder.lines, QStringList());  // never from within the call
+  QTRY_COMPARE(recorder.lines, QStringList{kWholeTree});
+  QTRY_VERIFY(ann_->IsViewResourceDownFinish());
+  QCOMPARE(ann_.Groups("-2"), QStringList{"Bob's@-2"});
 }
 
-void StoreEventsTest::ToleratesRemovalWhileTelling() {
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open());
-  const CClient bob(fixture.Open("bob"));
-  const std::string gates = bob.Group("-1", "Gates");
-  QStringList record;
-  auto first = std::make_unique<CRecorder>(bob, &record);
-  auto second = std::make_unique<CRecorder>(bob, &record);
-  first->Watch(kGroupType, gates);
-  first->Watch(kGroupType, gates);  // twice is once
-  second->Watch(kGroupType, gates);
-  first->then = [&] { second.reset(); };  // told as the second of the two, it would be gone
-  QCOMPARE(ann.RenameGroup(gates, "One"), QString());
-  QTRY_COMPARE(record.size(), 1);
+void StoreEventsTest::ToleratesRemovalWhileItReports() {
+  const std::string gates = Gates();
+  auto first = std::make_unique<CRecorder>(bob_, std::vector<std::string>{gates, gates});  // twice is once
+  auto second = std::make_unique<CRecorder>(bob_, std::vector<std::string>{gates});
+  first->then = [&] { second.reset(); };  // called as the second of the two, it would be gone
+  QCOMPARE(ann_.RenameGroup(gates, "One"), QString());
+  QTRY_COMPARE(first->lines.size(), 1);
   first->then = [&] { first->Unwatch(kGroupType, gates); };
-  QCOMPARE(ann.RenameGroup(gates, "Two"), QString());
-  QCOMPARE(ann.AddPlan(gates, "Three"), QString());
-  QTRY_COMPARE(record.size(), 2);
-  QTRY_COMPARE(bob.Plans(gates).size(), 2);
+  QCOMPARE(ann_.RenameGroup(gates, "Two"), QString());
+  QCOMPARE(ann_.AddPlan(gates, "Three"), QString());
+  QTRY_COMPARE(first->lines.size(), 2);
+  QTRY_COMPARE(bob_.Plans(gates).size(), 2);
   QCoreApplication::processEvents();
-  QCOMPARE(record.size(), 2);
+  QCOMPARE(first->lines.size(), 2);
 }
 
 void StoreEventsTest::AnnouncesChildrenUnderLoadAll() {
-  CStoreFixture fixture;
-  fixture.options.switch_overrides = {{"load_all", 1}};
-  const CClient ann(fixture.Open());
-  QStringList record;
-  CRecorder recorder(ann, &record);
-  const std::string gates = ann.Group("-1", "Gates"), north = ann.Group(gates, "North");
-  recorder.Watch(kGroupType, "root");
-  recorder.Watch(kGroupType, gates);
-  recorder.Watch(kGroupType, north);
-  QCOMPARE(record, QStringList());
-  QTRY_COMPARE(record, (QStringList{Line(gates, 3, north, kGroupType), Line(gates, 3, ann.Plan("Gate A"), kPlanType),
-                                    Line(north, 3, ann.Plan("Gate B"), kPlanType)}));
+  fixture_->options.switch_overrides = {{"load_all", 1}};
+  const std::string gates = Gates(), north = North();
+  CRecorder recorder(ann_, {"root", gates, north});
+  QCOMPARE(recorder.lines, QStringList());
+  QTRY_COMPARE(recorder.lines,
+               (QStringList{Line(gates, kAdded, north, kGroupType), Line(gates, kAdded, ann_.Plan("Gate A"), kPlanType),
+                            Line(north, kAdded, ann_.Plan("Gate B"), kPlanType)}));
 
   // Thousands of announcements leave the event loop room.
   int turns = 0;
@@ -496,11 +339,11 @@ void StoreEventsTest::AnnouncesChildrenUnderLoadAll() {
     while (work.nsecsElapsed() < 100000) {
     }
   };
-  record.clear();
+  recorder.lines.clear();
   for (int round = 0; round < 1000; ++round) {
     recorder.Watch(kGroupType, gates);
   }
-  QTRY_COMPARE(record.size(), 2000);
+  QTRY_COMPARE(recorder.lines.size(), 2000);
   QVERIFY2(turns >= 20, qPrintable(QString::number(turns)));
 }
 

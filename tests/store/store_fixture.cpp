@@ -1,6 +1,5 @@
 #include "store_fixture.h"
 
-#include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QUrl>
@@ -10,25 +9,7 @@ namespace StoreTest {
 namespace {
 
 using TarnHost::PlanSite;
-
-QString RunStatement(const QUrl& url, const QString& statement) {
-  QString value;
-  {
-    const bool file = url.scheme() == "sqlite";
-    QSqlDatabase admin = QSqlDatabase::addDatabase(file ? "QSQLITE" : "QPSQL", "admin");
-    admin.setHostName(url.host());
-    admin.setPort(url.port());
-    admin.setUserName(url.userName());
-    admin.setDatabaseName(file ? url.path() : url.path().mid(1));
-    QSqlQuery query(admin.open() ? admin : QSqlDatabase());
-    if (!query.exec(statement)) {
-      qFatal("%s fails: %s", qPrintable(statement), qPrintable(query.lastError().text()));
-    }
-    value = query.next() ? query.value(0).toString() : QString();
-  }
-  QSqlDatabase::removeDatabase("admin");
-  return value;
-}
+using TarnTest::SitePlan;
 
 // A database of its own in the server that the environment names.
 QString NewPostgresDatabase() {
@@ -36,7 +17,7 @@ QString NewPostgresDatabase() {
   QUrl url(QString::fromLocal8Bit(qgetenv("TARN_TEST_POSTGRES")));
   const QString name = QStringLiteral("store_%1_%2").arg(QCoreApplication::applicationPid()).arg(++number);
   url.setPath("/postgres");
-  RunStatement(url, "CREATE DATABASE " + name);
+  CDirectAccess(url.toString()).Run("CREATE DATABASE " + name);
   url.setPath("/" + name);
   return url.toString();
 }
@@ -49,6 +30,31 @@ struct LogInWatch : ResourceData::IResourceObserver {
 
 }  // namespace
 
+CDirectAccess::CDirectAccess(const QString& address) {
+  static int number = 0;
+  name_ = QString("direct %1").arg(++number);
+  const QUrl url(address);
+  const bool file = url.scheme() == "sqlite";
+  QSqlDatabase database = QSqlDatabase::addDatabase(file ? "QSQLITE" : "QPSQL", name_);
+  database.setHostName(url.host());
+  database.setPort(url.port());
+  database.setUserName(url.userName());
+  database.setDatabaseName(file ? url.path() : url.path().mid(1));
+  database.open();
+}
+
+CDirectAccess::~CDirectAccess() {
+  QSqlDatabase::removeDatabase(name_);
+}
+
+QString CDirectAccess::Run(const QString& statement) const {
+  QSqlQuery query(QSqlDatabase::database(name_, false));
+  if (!query.exec(statement)) {
+    qFatal("%s fails: %s", qPrintable(statement), qPrintable(query.lastError().text()));
+  }
+  return query.next() ? query.value(0).toString() : QString();
+}
+
 PlanSite SmallSite() {
   PlanSite site;
   site.root_name = "All plans";
@@ -57,20 +63,10 @@ PlanSite SmallSite() {
   site.cameras = {{"Gate camera", 0, true, {"Wide", "Close"}, {0, 1}}, {"Yard camera", 0, false, {}, {0}}};
   site.groups = {
       {"Gates", -1, 0, -1}, {"North", 0, 0, -1}, {"Ann's", -1, 1, 0}, {"Bob's", -1, 1, 1}, {"Common", -1, 2, -1}};
-  const auto add = [&site](const char* name, int group, int family, int owner) {
-    PlanSite::Plan plan;
-    plan.name = name;
-    plan.group = group;
-    plan.family = family;
-    plan.owner = owner;
-    plan.pages = {CameraPage(1, 2, {"#0", "#1"}), CameraPage(2, 1)};
-    site.plans.push_back(plan);
-  };
-  add("Gate A", 0, 0, -1);
-  add("Gate B", 1, 0, -1);
-  add("Ann's gate", 2, 1, 0);
-  add("Bob's gate", 3, 1, 1);
-  add("Top", -1, 0, -1);
+  const std::vector<view::PlanPage> pages = {CameraPage(1, 2, {"#0", "#1"}), CameraPage(2, 1)};
+  site.plans = {SitePlan("Gate A", 0, 0, -1, pages), SitePlan("Gate B", 1, 0, -1, pages),
+                SitePlan("Ann's gate", 2, 1, 0, pages), SitePlan("Bob's gate", 3, 1, 1, pages),
+                SitePlan("Top", -1, 0, -1, pages)};
   return site;
 }
 
@@ -83,12 +79,13 @@ CStoreFixture::CStoreFixture() {
   options.first_content = SmallSite;
 }
 
-QString CStoreFixture::ReadPastTheStore(const QString& statement) const {
-  return RunStatement(QUrl(options.url), statement);
-}
-
 QString CStoreFixture::File() const {
   return options.url.mid(7);
+}
+
+QString CStoreFixture::OpeningError() const {
+  QString error;
+  return TarnHost::CPlanStore::Open(options, &error) ? QString() : error;
 }
 
 std::shared_ptr<TarnHost::CPlanStore> CStoreFixture::Open(const QString& user) const {
@@ -106,6 +103,32 @@ std::shared_ptr<TarnHost::CPlanStore> CStoreFixture::Open(const QString& user) c
     qFatal("the store does not get ready: %s", qPrintable(error));
   }
   return store;
+}
+
+CWritersHold::CWritersHold(const CStoreFixture& fixture) : access_(fixture.Url()) {
+  access_.Run(CStoreFixture::OnPostgres() ? "BEGIN" : "BEGIN IMMEDIATE");
+  if (CStoreFixture::OnPostgres()) {
+    access_.Run("LOCK TABLE counter IN EXCLUSIVE MODE");
+  }
+}
+
+TarnHost::CPlanStore* CClient::operator->() const {
+  if (!desk_->store) {
+    desk_->store = desk_->fixture->Open(desk_->user);
+  }
+  return desk_->store.get();
+}
+
+void CStoreTest::init() {
+  fixture_ = std::make_unique<CStoreFixture>();
+  ann_ = CClient(fixture_.get(), "ann");
+  bob_ = CClient(fixture_.get(), "bob");
+}
+
+void CStoreTest::cleanup() {
+  ann_.Leave();
+  bob_.Leave();
+  fixture_.reset();
 }
 
 }  // namespace StoreTest

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QObject>
+#include <QSqlDatabase>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <memory>
@@ -14,9 +16,26 @@ namespace StoreTest {
 namespace view = view_plugin_protocol;
 using TarnTest::CameraPage;
 
+constexpr int kPlanType = ResourceData::RT_VIEW, kGroupType = ResourceData::RT_VIEW_GROUP;
+
 /// Users ann (all rights), bob (add and edit), cid (none), dora, eve and fred (delete, add and edit only); a few groups
 /// and plans of each family.
 TarnHost::PlanSite SmallSite();
+
+/// A connection to a store's database, past the store.
+class CDirectAccess {
+ public:
+  explicit CDirectAccess(const QString& url);
+  ~CDirectAccess();
+  CDirectAccess(const CDirectAccess&) = delete;
+  CDirectAccess& operator=(const CDirectAccess&) = delete;
+
+  /// The first value of the first row. Ends the program when the statement fails.
+  QString Run(const QString& statement) const;
+
+ private:
+  QString name_;
+};
 
 /// A store of its own for one test case, on the engine that the environment names.
 class CStoreFixture {
@@ -29,10 +48,12 @@ class CStoreFixture {
   QString File() const;
   /// Opens the store as one more client, logged in and downloaded.
   std::shared_ptr<TarnHost::CPlanStore> Open(const QString& user = "ann") const;
+  void Make() const { Open().reset(); }
+  /// The text of a store that cannot be opened; empty for one that can.
+  QString OpeningError() const;
 
-  /// Runs a statement in the store's database, past the store. The second answers the first value of the first row.
   void RunPastTheStore(const QString& statement) const { ReadPastTheStore(statement); }
-  QString ReadPastTheStore(const QString& statement) const;
+  QString ReadPastTheStore(const QString& statement) const { return CDirectAccess(options.url).Run(statement); }
 
   static bool OnPostgres();
 
@@ -40,20 +61,53 @@ class CStoreFixture {
   QTemporaryDir folder_;
 };
 
-/// A client with a store of its own.
+/// Keeps every client from writing, as one does that is in the midst of a long change.
+class CWritersHold {
+ public:
+  explicit CWritersHold(const CStoreFixture& fixture);
+  ~CWritersHold() { access_.Run("ROLLBACK"); }
+
+ private:
+  const CDirectAccess access_;
+};
+
+/// A user at a machine of his own; copies are the same one. Opens the store when it is first used.
 class CClient : public TarnTest::CPlanCalls {
  public:
-  explicit CClient(std::shared_ptr<TarnHost::CPlanStore> store) : CPlanCalls(*store), store_(std::move(store)) {}
+  explicit CClient(std::shared_ptr<TarnHost::CPlanStore> store) : desk_(new Desk{nullptr, {}, std::move(store)}) {}
+  CClient(const CStoreFixture* fixture, const QString& user) : desk_(new Desk{fixture, user, nullptr}) {}
 
-  TarnHost::CPlanStore* operator->() const { return store_.get(); }
-  TarnHost::CPlanStore& operator*() const { return *store_; }
+  TarnHost::CPlanStore* operator->() const;
+  TarnHost::CPlanStore& operator*() const { return *operator->(); }
+  /// Lets go of the store; the next use opens it again.
+  void Leave() const { desk_->store.reset(); }
 
-  std::string Plan(const char* name) const { return store_->FindPlanByName(QString::fromUtf8(name)); }
+  std::string Plan(const char* name) const { return (*this)->FindPlanByName(QString::fromUtf8(name)); }
   /// The request that leaves the plan as it is.
   view::UpdatePlanRequest Unchanged(const std::string& plan) const { return TarnTest::Unchanged(Detail(plan)); }
 
+ protected:
+  TarnHost::IHostServices& Host() const override { return *operator->(); }
+
  private:
-  std::shared_ptr<TarnHost::CPlanStore> store_;
+  struct Desk {
+    const CStoreFixture* fixture;
+    QString user;
+    std::shared_ptr<TarnHost::CPlanStore> store;
+  };
+  std::shared_ptr<Desk> desk_;
+};
+
+/// Base of the store's tests: each case has a store of its own, with two users who open it when they are first named.
+class CStoreTest : public QObject {
+  Q_OBJECT
+ protected:
+  std::unique_ptr<CStoreFixture> fixture_;
+  CClient ann_{nullptr}, bob_{nullptr};
+
+ private Q_SLOTS:
+  void init();
+  void cleanup();
 };
 
 }  // namespace StoreTest

@@ -1,7 +1,6 @@
-// Against a PostgreSQL server that is stopped: no one waits for it longer than he may, and nothing is lost by it.
+// Against a PostgreSQL server that is stopped: no call waits longer than it may, and nothing is lost by it.
 #include <QtTest>
 #include <future>
-#include <optional>
 
 #include "server_pause.h"
 #include "store_fixture.h"
@@ -46,7 +45,7 @@ struct CPlanFollower : ResourceData::IResourceObserver {
 
 }  // namespace
 
-class StoreHangTest : public QObject {
+class StoreHangTest : public CStoreTest {
   Q_OBJECT
  private Q_SLOTS:
   void HasTheSystemWatchIdleConnections();
@@ -59,27 +58,23 @@ class StoreHangTest : public QObject {
 
 // At both ends: the one that is left behind by the other's machine has to notice.
 void StoreHangTest::HasTheSystemWatchIdleConnections() {
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open());
-  QCOMPARE(ann.Detail(ann.Plan("Gate A")).error_info, std::string());  // the second connection
+  QCOMPARE(ann_.Detail(ann_.Plan("Gate A")).error_info, std::string());  // the second connection
   const auto is_watched = [](const ServerSocket& socket) {
     return socket.alive_seconds >= 0 && socket.alive_seconds <= kIdleSeconds;
   };
   QTRY_VERIFY(ServerSockets().size() == 4);
-  QTRY_VERIFY([&] {
+  const auto all_are = [&] {
     const auto sockets = ServerSockets();
     return std::all_of(sockets.begin(), sockets.end(), is_watched);
-  }());
+  };
+  QTRY_VERIFY_WITH_TIMEOUT(all_are(), kPoolMs);  // not while one of them carries something
 }
 
 // The whole time that the watch needs to cut a connection passes, so that everything is connected again afterwards.
 void StoreHangTest::AnswersInTimeAndWorksAgain() {
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open());
-  const CClient bob(fixture.Open("bob"));
-  const std::string plan = ann.Plan("Gate A"), gates = ann.Group("-1", "Gates");
-  const auto read = [&] { return QString::fromStdString(ann.Detail(plan).error_info); };
-  const auto write = [&] { return ann.AddPlan(gates, "Asked for in vain"); };
+  const std::string plan = ann_.Plan("Gate A"), gates = bob_.Group("-1", "Gates");
+  const auto read = [&] { return QString::fromStdString(ann_.Detail(plan).error_info); };
+  const auto write = [&] { return ann_.AddPlan(gates, "Asked for in vain"); };
   QCOMPARE(read(), QString());
 
   CServerPause pause;
@@ -89,13 +84,13 @@ void StoreHangTest::AnswersInTimeAndWorksAgain() {
   QCOMPARE(first.text, kNoAnswer);
   QVERIFY2(first.ms < kGuiMs, qPrintable(QString::number(first.ms)));
   for (const auto& call : std::vector<std::function<QString()>>{
-           read, write, [&] { return QString::fromStdString(ann.DefaultView()).mid(1); },
-           [&] { return ann.Share(plan, "2"); }, [&] { return ann.SetDefaultView(plan, 16000); }}) {
+           read, write, [&] { return QString::fromStdString(ann_.DefaultView()).mid(1); },
+           [&] { return ann_.Share(plan, "2"); }, [&] { return ann_.SetDefaultView(plan, 16000); }}) {
     const Answer answer = Timed(call);
     QCOMPARE(answer.text, kNoAnswer);
     QVERIFY2(answer.ms < kAtOnceMs, qPrintable(QString::number(answer.ms)));
   }
-  QCOMPARE(ann.Groups("-1"), QStringList{"Gates@-1"});  // what is in memory needs no server
+  QCOMPARE(ann_.Groups("-1"), QStringList{"Gates@-1"});  // what is in memory needs no server
   for (auto* waiting : {&pool_read, &pool_write}) {
     const Answer answer = waiting->get();
     QCOMPARE(answer.text, kNoAnswer);
@@ -108,29 +103,25 @@ void StoreHangTest::AnswersInTimeAndWorksAgain() {
     return QTest::qWaitFor([&] { return call().isEmpty(); }, 20000);
   };
   QVERIFY(becomes_possible(read));
-  QVERIFY(becomes_possible([&] { return ann.AddPlan(gates, "Works again"); }));
-  QVERIFY(becomes_possible([&] { return bob.AddGroup("-1", "Bob's, too"); }));
-  QTRY_COMPARE(ann.Groups("-1"), bob.Groups("-1"));
-  QTRY_COMPARE(ann.Plans(gates), bob.Plans(gates));  // whether or not the write that was abandoned came through
-  QVERIFY(ann.Plans(gates).contains(QString::fromStdString("Works again@" + gates)));
+  QVERIFY(becomes_possible([&] { return ann_.AddPlan(gates, "Works again"); }));
+  QVERIFY(becomes_possible([&] { return bob_.AddGroup("-1", "Bob's, too"); }));
+  QTRY_COMPARE(ann_.Groups("-1"), bob_.Groups("-1"));
+  QTRY_COMPARE(ann_.Plans(gates), bob_.Plans(gates));  // whether or not the write that was abandoned came through
+  QVERIFY(ann_.Plans(gates).contains(QString::fromStdString("Works again@" + gates)));
 }
 
 void StoreHangTest::ReportsTheHangAndWhatCouldNotBeRead() {
-  CStoreFixture fixture;
-  const CClient bob(fixture.Open("bob"));
+  const auto update = TarnTest::ChangedPlan(bob_.Plan("Gate A"), "Gate A renamed");
   QStringList troubles;
-  fixture.options.on_trouble = [&](TarnHost::StoreTrouble trouble, const QString& line) {
+  fixture_->options.on_trouble = [&](TarnHost::StoreTrouble trouble, const QString& line) {
     QVERIFY(trouble == (line.isEmpty() ? TarnHost::StoreTrouble::kNone : TarnHost::StoreTrouble::kConnectionLost));
     troubles.append(line);
   };
-  const CClient ann(fixture.Open());
-  CPlanFollower follower(ann, ann.Plan("Gate A"));
-  auto update = bob.Unchanged(follower.plan);
-  update.plan_name = "Gate A renamed";
-  QCOMPARE(bob.Update(update), QString());
+  CPlanFollower follower(ann_, update.plan_index_code);
+  QCOMPARE(bob_.Update(update), QString());
   QElapsedTimer clock;
   clock.start();
-  while (ann.Plan("Gate A renamed").empty() && !clock.hasExpired(kPoolMs)) {
+  while (ann_.Plan("Gate A renamed").empty() && !clock.hasExpired(kPoolMs)) {
     QThread::yieldCurrentThread();  // no events: the notice waits
   }
   CServerPause pause;
@@ -145,46 +136,43 @@ void StoreHangTest::ReportsTheHangAndWhatCouldNotBeRead() {
 
 void StoreHangTest::ClosesInTime_data() {
   QTest::addColumn<bool>("known");
-  QTest::newRow("before anybody noticed") << false;
+  QTest::newRow("before it was noticed") << false;
   QTest::newRow("after a call was abandoned") << true;
 }
 
 void StoreHangTest::ClosesInTime() {
   QFETCH(bool, known);
-  CStoreFixture fixture;
-  const CClient ann(fixture.Open());
-  const std::string plan = ann.Plan("Gate A");
-  QCOMPARE(ann.Detail(plan).error_info, std::string());
+  const std::string plan = ann_.Plan("Gate A");
+  QCOMPARE(ann_.Detail(plan).error_info, std::string());
   CServerPause pause;
-  auto pool_read = std::async(std::launch::async, [&] { return Timed([&] { return ann.AddPlan("-1", "Late"); }); });
+  auto pool_read = std::async(std::launch::async, [&] { return Timed([&] { return ann_.AddPlan("-1", "Late"); }); });
   QTRY_VERIFY(pause.KeepsSomebodyWaiting());
   if (known) {
-    QCOMPARE(QString::fromStdString(ann.Detail(plan).error_info), kNoAnswer);
+    QCOMPARE(QString::fromStdString(ann_.Detail(plan).error_info), kNoAnswer);
   }
-  const Answer closing = Timed([&] { return ann->Close() ? "in order" : "left behind"; });
+  const Answer closing = Timed([&] { return ann_->Close() ? "in order" : "left behind"; });
   QCOMPARE(closing.text, QString("in order"));
   QVERIFY2(closing.ms < kCloseMs, qPrintable(QString::number(closing.ms)));
   QVERIFY(!pool_read.get().text.isEmpty());
   pause.GoOn();
-  QCOMPARE(CClient(fixture.Open()).Groups("-1"), QStringList{"Gates@-1"});
+  QCOMPARE(CClient(fixture_->Open()).Groups("-1"), QStringList{"Gates@-1"});
 }
 
 // What hangs is no server, so that no cut helps.
 void StoreHangTest::WaitsOnceForWhatItLeavesBehind() {
-  CStoreFixture fixture;
   std::promise<void> asked, open;
   auto clock = std::make_shared<std::function<QDateTime()>>([] { return QDateTime::currentDateTime(); });
   const std::weak_ptr<void> alive = clock;
-  fixture.options.now = [clock] { return (*clock)(); };
-  std::optional<CClient> ann(fixture.Open());
+  fixture_->options.now = [clock] { return (*clock)(); };
+  QCOMPARE(ann_.Groups("-1").size(), 1);
   *clock = [&] {
     asked.set_value();
     open.get_future().wait();
     return QDateTime::currentDateTime();
   };
-  auto write = std::async(std::launch::async, [&] { return ann->AddPlan("-1", "Late"); });
+  auto write = std::async(std::launch::async, [&] { return ann_.AddPlan("-1", "Late"); });
   asked.get_future().wait();
-  const auto close = [&] { return (*ann)->Close() ? "in order" : "left behind"; };
+  const auto close = [&] { return ann_->Close() ? "in order" : "left behind"; };
   const Answer first = Timed(close), second = Timed(close);
   open.set_value();
   QVERIFY(!write.get().isEmpty());
@@ -193,8 +181,8 @@ void StoreHangTest::WaitsOnceForWhatItLeavesBehind() {
   QCOMPARE(second.text, QString("left behind"));
   QVERIFY2(second.ms < kAtOnceMs, qPrintable(QString::number(second.ms)));
   clock.reset();
-  ann.reset();
-  fixture.options.now = nullptr;
+  ann_.Leave();
+  fixture_->options.now = nullptr;
   QTRY_VERIFY(alive.expired());
 }
 

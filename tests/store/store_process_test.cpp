@@ -1,7 +1,5 @@
 #include <QFile>
 #include <QProcess>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QtTest>
 
 #include "store_fixture.h"
@@ -17,18 +15,6 @@ std::unique_ptr<QProcess> StartClient(const QStringList& arguments) {
   auto process = std::make_unique<QProcess>();
   process->start(STORE_CLIENT, arguments);
   return process->waitForStarted() ? std::move(process) : nullptr;
-}
-
-QByteArray IntegrityOf(const QString& file) {
-  QByteArray answer;
-  {
-    QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE", "integrity");
-    database.setDatabaseName(file);
-    QSqlQuery query(database.open() ? database : QSqlDatabase());
-    answer = query.exec("PRAGMA integrity_check") && query.next() ? query.value(0).toByteArray() : "no answer";
-  }
-  QSqlDatabase::removeDatabase("integrity");
-  return answer;
 }
 
 QSet<QByteArray> CodesIn(const CClient& client) {
@@ -48,22 +34,21 @@ QSet<QByteArray> CodesIn(const CClient& client) {
 
 }  // namespace
 
-class StoreProcessTest : public QObject {
+class StoreProcessTest : public CStoreTest {
   Q_OBJECT
  private Q_SLOTS:
   void LosesNothingWhenKilled();
   void KeepsWhatWasAcknowledgedWhenTheDiskIsFull();
   void IsMadeOnceByClientsThatStartTogether();
   void FollowsAnotherProcess();
-  void TellsThatItIsLocked_data();
-  void TellsThatItIsLocked();
+  void SaysThatItIsLocked_data();
+  void SaysThatItIsLocked();
 };
 
 void StoreProcessTest::LosesNothingWhenKilled() {
-  CStoreFixture fixture;
   QSet<QByteArray> acknowledged;
   for (int round = 0; round < 24; ++round) {
-    const auto client = StartClient({fixture.Url(), "add"});
+    const auto client = StartClient({fixture_->Url(), "add"});
     QVERIFY(client);
     // Killed at a different moment each time: during the start, the first changes, later ones.
     QByteArray output;
@@ -79,10 +64,10 @@ void StoreProcessTest::LosesNothingWhenKilled() {
     for (int line = 0; line + 1 < lines.size(); ++line) {  // what follows the last line feed was not said whole
       acknowledged.insert(lines[line]);
     }
-    if (!CStoreFixture::OnPostgres() && QFile::exists(fixture.File())) {
-      QCOMPARE(IntegrityOf(fixture.File()), QByteArray("ok"));
+    if (!CStoreFixture::OnPostgres() && QFile::exists(fixture_->File())) {
+      QCOMPARE(fixture_->ReadPastTheStore("PRAGMA integrity_check"), QString("ok"));
     }
-    const CClient survivor(fixture.Open());
+    const CClient survivor(fixture_->Open());
     const QSet<QByteArray> lost = acknowledged - CodesIn(survivor);
     QVERIFY2(lost.isEmpty(), qPrintable(QString("round %1 lost %2").arg(round).arg(lost.size())));
   }
@@ -93,9 +78,8 @@ void StoreProcessTest::KeepsWhatWasAcknowledgedWhenTheDiskIsFull() {
   if (CStoreFixture::OnPostgres()) {
     QSKIP("The server's disk is the server's.");
   }
-  CStoreFixture fixture;
-  fixture.Open().reset();
-  const auto client = StartClient({fixture.Url(), "add", "400000"});
+  fixture_->Make();
+  const auto client = StartClient({fixture_->Url(), "add", "400000"});
   QVERIFY(client && client->waitForFinished());
   QCOMPARE(client->exitCode(), 1);
   const QByteArray error = client->readAllStandardError();
@@ -105,8 +89,8 @@ void StoreProcessTest::KeepsWhatWasAcknowledgedWhenTheDiskIsFull() {
     acknowledged.insert(line);
   }
   QVERIFY(acknowledged.size() > 5);
-  QCOMPARE(IntegrityOf(fixture.File()), QByteArray("ok"));
-  const CClient survivor(fixture.Open());
+  QCOMPARE(fixture_->ReadPastTheStore("PRAGMA integrity_check"), QString("ok"));
+  const CClient survivor(fixture_->Open());
   QCOMPARE(acknowledged - CodesIn(survivor), QSet<QByteArray>());
   QCOMPARE(survivor.AddPlan("-1", "Room again"), QString());
 }
@@ -135,7 +119,7 @@ void StoreProcessTest::IsMadeOnceByClientsThatStartTogether() {
 }
 
 void StoreProcessTest::FollowsAnotherProcess() {
-  // Within a second. The best of three counts: anybody may hold up a machine for as long.
+  // Within a second. The best of three counts: a machine may be held up for as long.
   qint64 best = kFollowMs;
   for (int round = 0; round < 3 && best >= kFollowMs; ++round) {
     CStoreFixture fixture;
@@ -154,31 +138,28 @@ void StoreProcessTest::FollowsAnotherProcess() {
   QVERIFY2(best < kFollowMs, qPrintable(QString::number(best)));
 }
 
-void StoreProcessTest::TellsThatItIsLocked_data() {
+void StoreProcessTest::SaysThatItIsLocked_data() {
   QTest::addColumn<QString>("mode");
   QTest::newRow("a transaction that does not end") << "transaction";
   QTest::newRow("a program that keeps the file to itself") << "whole";
 }
 
-void StoreProcessTest::TellsThatItIsLocked() {
+void StoreProcessTest::SaysThatItIsLocked() {
   QFETCH(QString, mode);
   if (CStoreFixture::OnPostgres()) {
     QSKIP("A server's store has no file to lock.");
   }
-  CStoreFixture fixture;
-  fixture.Open().reset();
-  const auto holder = StartClient({fixture.File(), "lock", mode});
+  fixture_->Make();
+  const auto holder = StartClient({fixture_->File(), "lock", mode});
   QVERIFY(holder && holder->waitForReadyRead(kAnswerMs));
   QCOMPARE(holder->readAllStandardOutput(), QByteArray("held\n"));
-  QString error;
   QElapsedTimer clock;
   clock.start();
-  QVERIFY(!TarnHost::CPlanStore::Open(fixture.options, &error));
-  QCOMPARE(error, "The plan store " + fixture.File() + " is locked by another program.");
+  QCOMPARE(fixture_->OpeningError(), "The plan store " + fixture_->File() + " is locked by another program.");
   QVERIFY(clock.elapsed() < 15000);
   holder->closeWriteChannel();
   QVERIFY(holder->waitForFinished());
-  QCOMPARE(CClient(fixture.Open()).Groups("-1").size(), 1);
+  QCOMPARE(CClient(fixture_->Open()).Groups("-1").size(), 1);
 }
 
 QTEST_GUILESS_MAIN(StoreProcessTest)

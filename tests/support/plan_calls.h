@@ -13,6 +13,7 @@ namespace TarnTest {
 class CPlanCalls {
  public:
   explicit CPlanCalls(TarnHost::IHostServices& host) : host_(&host) {}
+  virtual ~CPlanCalls() = default;
 
   /// "name@parent" of each group or plan below `parent`; "!text" for a failure.
   QStringList Groups(const Text& parent) const;
@@ -34,8 +35,12 @@ class CPlanCalls {
   QString Share(const Text& plan, const Text& users) const;
   QString SetDefaultView(const Text& code, int type) const;
 
+ protected:
+  CPlanCalls() = default;
+  virtual TarnHost::IHostServices& Host() const { return *host_; }
+
  private:
-  TarnHost::IHostServices* host_;
+  TarnHost::IHostServices* host_ = nullptr;
 };
 
 }  // namespace TarnTest

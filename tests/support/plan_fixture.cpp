@@ -23,16 +23,6 @@ namespace {
 constexpr int kLeastThreads = 4;
 constexpr int kReadyMs = 30000;
 
-TarnHost::PlanSite::Plan OneWindowPlan(const std::string& name, int group, int family) {
-  TarnHost::PlanSite::Plan plan;
-  plan.name = name;
-  plan.group = group;
-  plan.family = family;
-  plan.owner = family == 1 ? 0 : -1;
-  plan.pages = {CameraPage(1, 1)};
-  return plan;
-}
-
 class CEventCounter : public ResourceData::IResourceObserver {
  public:
   void OnResourceUpdate(const Param&) override { ++count_; }
@@ -47,23 +37,21 @@ class CEventCounter : public ResourceData::IResourceObserver {
 TarnHost::PlanSite SmallSite() {
   TarnHost::PlanSite site;
   site.users = {{"operator", {5, 6, 7}}, {"viewer", {}}};
-  site.regions.push_back({"Yard", -1});
-  TarnHost::PlanSite::Camera camera;
-  camera.name = "Gate camera";
-  camera.region = 0;
-  camera.presets = {"Door"};
-  camera.stream_types = {0, 1};
-  site.cameras.push_back(camera);
+  site.regions = {{"Yard", -1}};
+  site.cameras = {{"Gate camera", 0, true, {"Door"}, {0, 1}}};
   site.groups = {
       {"Public A", -1, 0, -1}, {"A1", 0, 0, -1}, {"Public B", -1, 0, -1}, {"Own C", -1, 1, 0}, {"C1", 3, 1, 0}};
-  const char* const groups[] = {"Public A", "A1", "Public B", "Own C", "C1"};
+  const auto add = [&site](const std::string& name, int group, int family) {
+    site.plans.push_back(SitePlan(name, group, family, family - 1, {CameraPage(1, 1)}));
+  };
   for (int group = 0; group < 5; ++group) {
     for (const char* suffix : {" plan 2", " plan 10"}) {
-      site.plans.push_back(OneWindowPlan(std::string(groups[group]) + suffix, group, group < 3 ? 0 : 1));
+      const auto& row = site.groups[size_t(group)];
+      add(row.name + suffix, group, row.family);
     }
   }
-  site.plans.push_back(OneWindowPlan("Public root plan", -1, 0));
-  site.plans.push_back(OneWindowPlan("Own root plan", -1, 1));
+  add("Public root plan", -1, 0);
+  add("Own root plan", -1, 1);
   return site;
 }
 

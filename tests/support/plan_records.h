@@ -5,10 +5,11 @@
 #include <vector>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "TarnHost/plan_site.h"
 
-/// Records and requests made in a line: what stands in a plan (Window, Page, CameraPage, FullPage), rows as the host
-/// sends them (GroupRecord, PlanRecord, Detail), what is asked of the host (NewPlan, ChangedPlan, Unchanged), and both
-/// in words (Words). What sends them to a store past the plug-in: plan_calls.h.
+/// Records and requests made in a line: what stands in a plan (Window, Page, CameraPage, FullPage), plans of a site
+/// (SitePlan), rows as the host sends them (GroupRecord, PlanRecord, Detail), what is asked of the host (NewPlan,
+/// ChangedPlan, Unchanged), and both in words (Words). What sends them to a store past the plug-in: plan_calls.h.
 namespace TarnTest {
 
 using view_plugin_protocol::AddPlanRequest;
@@ -75,6 +76,18 @@ inline PlanPage FullPage(int no) {
   return page;
 }
 
+/// Of the site that a store is filled with.
+inline TarnHost::PlanSite::Plan SitePlan(const std::string& name, int group, int family, int owner,
+                                         std::vector<PlanPage> pages) {
+  TarnHost::PlanSite::Plan plan;
+  plan.name = name;
+  plan.group = group;
+  plan.family = family;
+  plan.owner = owner;
+  plan.pages = std::move(pages);
+  return plan;
+}
+
 inline GetPlanDetailResponse Detail(std::list<PlanPage> pages) {
   GetPlanDetailResponse detail;
   detail.index_code = "77";
@@ -123,11 +136,11 @@ inline std::string Words(const std::list<PlanPage>& pages) {
   std::string words;
   for (const PlanPage& page : pages) {
     words += "[" + std::to_string(page.page_no) + " " + page.name + " /" + std::to_string(page.split_type) + " " +
-             std::to_string(page.dwell_seconds) + "s";
+             std::to_string(page.dwell_seconds) + "s" + page.extra;
     for (const PlanWindow& window : page.windows) {
       words += " " + std::to_string(window.window_no) + ":" + std::to_string(window.content_kind) + "," +
                window.resource_code + "," + window.resource_name + "," + std::to_string(window.stream_type) + "," +
-               std::to_string(window.preset_no);
+               std::to_string(window.preset_no) + window.extra;
     }
     words += "]";
   }
