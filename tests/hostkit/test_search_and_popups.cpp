@@ -133,10 +133,11 @@ class SearchAndPopupsTest : public QObject {
   void MenuStaysOnScreen();
   void DockSlidesOutAndPutsBack();
   void DockFollowsItsWindow();
-  void DockOutlivesNobody();
+  void DockGoesWithWhatItBelongsTo_data();
+  void DockGoesWithWhatItBelongsTo();
   void DragMarksItsOwnRows();
   void TipsAsk();
-  void BoxTellsWhenItComesAndGoes();
+  void BoxSaysWhenItComesAndGoes();
 };
 
 void SearchAndPopupsTest::LocatesAndSteps() {
@@ -382,6 +383,8 @@ void SearchAndPopupsTest::DockSlidesOutAndPutsBack() {
   desk.editor->hide();  // closes itself
   QVERIFY(!WidgetKit::IsDockWidgetShown(desk.editor));
   QCOMPARE(desk.editor->parentWidget(), desk.panel);
+  WidgetKit::ShowDockWidget(WidgetKit::CSlideOutData());
+  WidgetKit::HideDockWidget(nullptr);
 }
 
 void SearchAndPopupsTest::DockFollowsItsWindow() {
@@ -396,92 +399,74 @@ void SearchAndPopupsTest::DockFollowsItsWindow() {
   QTRY_COMPARE(desk.Place().right(), 1399);
 }
 
-void SearchAndPopupsTest::DockOutlivesNobody() {
-  {
-    Desk desk;
-    WidgetKit::ShowDockWidget(desk.Data());
-    delete desk.editor;
-    QTRY_VERIFY(!desk.window.findChild<QWidget*>("dock_frame"));
-  }
-  {
-    Desk desk;
-    WidgetKit::ShowDockWidget(desk.Data());
-    delete desk.panel;  // its owner
-    QVERIFY(!desk.editor);
-  }
-  QPointer<QWidget> editor;
-  {
-    Desk desk;
-    editor = desk.editor;
-    WidgetKit::ShowDockWidget(desk.Data());
-  }
-  QVERIFY(!editor);
-  // The panel in a window of its own: the content stands in a window that is not its owner's.
-  enum End { DeleteContent, DeleteWhileItSlidesBack, DeleteOwner, DeleteOwnersWindow, DeleteWallsWindow };
-  for (const auto end : {DeleteContent, DeleteWhileItSlidesBack, DeleteOwner, DeleteOwnersWindow, DeleteWallsWindow}) {
-    auto desk = std::make_unique<Desk>();
-    auto floating = std::make_unique<QWidget>();
-    auto* row = new QHBoxLayout(floating.get());
-    row->addWidget(desk->panel);
-    floating->show();
-    WidgetKit::ShowDockWidget(desk->Data());
-    QTRY_VERIFY(desk->editor->isVisible());
-    QCOMPARE(desk->editor->window(), &desk->window);
-    switch (end) {
-      case DeleteContent:
-        delete desk->editor;
-        break;
-      case DeleteWhileItSlidesBack:
-        WidgetKit::HideDockWidget(desk->editor);
-        desk->editor->deleteLater();
-        QTRY_VERIFY(!desk->editor);
-        break;
-      case DeleteOwner:
-        delete desk->panel;
-        break;
-      case DeleteOwnersWindow:
-        floating.reset();
-        break;
-      case DeleteWallsWindow:
-        editor = desk->editor;
-        desk.reset();
-        QVERIFY(editor && editor->isHidden());  // back with its owner
-        continue;
+void SearchAndPopupsTest::DockGoesWithWhatItBelongsTo_data() {
+  QTest::addColumn<QString>("goes");
+  QTest::addColumn<bool>("floating");  // the panel stands in a window of its own, the content in another
+  for (const bool floating : {false, true}) {
+    for (const char* goes : {"content", "content while it slides back", "owner", "owner's window"}) {
+      QTest::newRow(qPrintable(QString(goes) + (floating ? ", floating" : ""))) << goes << floating;
     }
-    QVERIFY(!desk->editor);
-    QTRY_VERIFY(!desk->window.findChild<QWidget*>("dock_frame"));
   }
-  WidgetKit::ShowDockWidget(WidgetKit::CSlideOutData());
-  WidgetKit::HideDockWidget(nullptr);
+  QTest::newRow("wall's window, floating") << "wall's window" << true;
+}
+
+void SearchAndPopupsTest::DockGoesWithWhatItBelongsTo() {
+  QFETCH(QString, goes);
+  QFETCH(bool, floating);
+  auto desk = std::make_unique<Desk>();
+  auto window = std::make_unique<QWidget>();
+  if (floating) {
+    (new QHBoxLayout(window.get()))->addWidget(desk->panel);
+    window->show();
+  }
+  const QPointer<QWidget> editor = desk->editor;
+  WidgetKit::ShowDockWidget(desk->Data());
+  QTRY_VERIFY(editor->isVisible());
+  QCOMPARE(editor->window(), &desk->window);
+  if (goes == "content") {
+    delete editor;
+  } else if (goes == "content while it slides back") {
+    WidgetKit::HideDockWidget(editor);
+    editor->deleteLater();
+  } else if (goes == "owner") {
+    delete desk->panel;
+  } else if (goes == "owner's window" && floating) {
+    window.reset();
+  } else {
+    desk.reset();
+  }
+  if (goes == "wall's window") {
+    QVERIFY(editor && editor->isHidden());  // back with its owner
+    return;
+  }
+  QTRY_VERIFY(!editor);
+  QTRY_VERIFY(!desk || !desk->window.findChild<QWidget*>("dock_frame"));
 }
 
 void SearchAndPopupsTest::DragMarksItsOwnRows() {
   QTreeView view;
   QWidget other;
-  const auto marked = [](QObject* source) {
+  for (QObject* source : std::vector<QObject*>{&view, view.viewport(), &other}) {
     auto* drag = new WidgetKit::CDrag(source);
     auto* data = new QMimeData;
     drag->setMimeData(data);
     drag->SetCursorPicture(":/Images/TarnUIDataController/FavImg/monitoring_window_add_resource.svg", Qt::MoveAction);
     const QPixmap picture = drag->dragCursor(Qt::MoveAction);
-    const bool mark = data->property("_tree_drop_").toBool();
-    const bool own = drag->mimeData() == data && picture.size() == QSize(20, 20) * picture.devicePixelRatio();
+    QCOMPARE(picture.size(), QSize(20, 20) * picture.devicePixelRatio());
+    QCOMPARE(drag->mimeData(), data);
+    QCOMPARE(data->property("_tree_drop_").toBool(), source != &other);
     drag->SetCursorPicture(QString(), Qt::MoveAction);
     delete drag;
-    return QPair<bool, bool>(mark, own);
-  };
-  QCOMPARE(marked(&view), qMakePair(true, true));
-  QCOMPARE(marked(view.viewport()), qMakePair(true, true));
-  QCOMPARE(marked(&other), qMakePair(false, true));
+  }
 }
 
 void SearchAndPopupsTest::TipsAsk() {
   QWidget window;
   window.show();
-  QVector<TarnHost::ModalQuestion> asked;
+  QStringList asked;
   int answer = 1;
   TarnHost::SetModalAnswer([&](const TarnHost::ModalQuestion& question) {
-    asked.append(question);
+    asked << question.text + '/' + QString::number(question.buttons);
     return answer;
   });
   QCOMPARE(ShowMessageTip("Delete <b>it</b>?", 1, &window, 3), 1);
@@ -489,22 +474,17 @@ void SearchAndPopupsTest::TipsAsk() {
   answer = 0;
   QCOMPARE(ShowMessageTip("Delete it?", 1, nullptr, 3), 0);
   TarnHost::SetModalAnswer({});
-  QCOMPARE(asked.size(), 3);
-  QCOMPARE(asked.at(0).text, QString("Delete <b>it</b>?"));
-  QCOMPARE(asked.at(0).buttons, 3);
-  QCOMPARE(asked.at(1).buttons, 2);
+  QCOMPARE(asked, QStringList({"Delete <b>it</b>?/3", "Not empty/2", "Delete it?/3"}));
 }
 
-void SearchAndPopupsTest::BoxTellsWhenItComesAndGoes() {
+void SearchAndPopupsTest::BoxSaysWhenItComesAndGoes() {
   CQssWidgetBox box;
   QSignalSpy changed(&box, &CQssWidgetBox::signalVisiblityChanged);
   box.show();
   box.show();
   QTest::keyClick(&box, Qt::Key_Escape);
   box.CloseBox();
-  QCOMPARE(changed.size(), 2);
-  QCOMPARE(changed.at(0).at(0).toBool(), true);
-  QCOMPARE(changed.at(1).at(0).toBool(), false);
+  QCOMPARE(changed, (QList<QList<QVariant>>{{true}, {false}}));
   QVERIFY(box.windowFlags() & Qt::FramelessWindowHint);
 }
 

@@ -55,7 +55,8 @@ class PlanRecordsTest : public CStoreTest {
 void PlanRecordsTest::ListsWhatTheUserSees() {
   const QString gates = QString::fromStdString(ann_.Group("-1", "Gates"));
   QCOMPARE(ann_.Groups("root"), QStringList{"All plans@"});
-  QCOMPARE(ann_.Groups("-1") + ann_.Groups("-2") + ann_.Groups("-4"), QStringList({"Gates@-1", "Ann's@-2", "Common@-4"}));
+  QCOMPARE(ann_.Groups("-1") + ann_.Groups("-2") + ann_.Groups("-4"),
+           QStringList({"Gates@-1", "Ann's@-2", "Common@-4"}));
   QCOMPARE(ann_.Plans("-1"), QStringList{"Top@-1"});
   QCOMPARE(ann_.Groups(gates) + ann_.Plans(gates), QStringList({"North@" + gates, "Gate A@" + gates}));
 
@@ -195,9 +196,9 @@ void PlanRecordsTest::FindsTheAutomaticPlan() {
     QCOMPARE(ann_.AddPlan(never), QString());
   }
   QCOMPARE(ann_.Detail("123", 1).error_info, std::string("NoAutoRunPlan"));
-  for (const auto& timed : {TimedPlan("-2", "Morning", "09:00:00", "10:00:00"),
-                            TimedPlan("-1", "Evening", "17:00:00", "19:00:00"),
-                            TimedPlan("-1", "Evening too", "17:00:00", "19:00:00")}) {
+  for (const auto& timed :
+       {TimedPlan("-2", "Morning", "09:00:00", "10:00:00"), TimedPlan("-1", "Evening", "17:00:00", "19:00:00"),
+        TimedPlan("-1", "Evening too", "17:00:00", "19:00:00")}) {
     QCOMPARE(ann_.AddPlan(timed), QString());
   }
   QCOMPARE(ann_.Detail("123", 1).name, plan.toStdString());

@@ -44,9 +44,12 @@ void PlanRightsTest::KeepsNamesAsTheyAre() {
 void PlanRightsTest::RefusesNames() {
   const std::string gates = ann_.Group("-1", "Gates");
   auto update = ann_.Unchanged(ann_.Plan("Gate A"));
-  std::vector<std::string> names = {
-      "", " \t ", std::string(257, 'x'), QString::fromUtf8("\U0001F6A8").repeated(128).append('x').toStdString(),
-      std::string("a\0b", 3), "a\xff\xc3"};  // too long by half a character, a zero in the middle, broken UTF-8
+  std::vector<std::string> names = {"",
+                                    " \t ",
+                                    std::string(257, 'x'),
+                                    QString::fromUtf8("\U0001F6A8").repeated(128).append('x').toStdString(),
+                                    std::string("a\0b", 3),
+                                    "a\xff\xc3"};  // too long by half a character, a zero in the middle, broken UTF-8
   for (const char c : std::string("\\/:*?\"<>|\n\t\x01\x7f")) {
     names.push_back(std::string("a") + c + "b");
   }
@@ -55,7 +58,8 @@ void PlanRightsTest::RefusesNames() {
     const QStringList answers = {ann_.AddGroup("-1", name), ann_.AddPlan(gates, name), ann_.RenameGroup(gates, name),
                                  ann_.Update(update)};
     for (const QString& answer : answers) {
-      QVERIFY2(answer.startsWith("The name ") && answer == answers.first(), (name + ": ").append(answer.toStdString()).c_str());
+      QVERIFY2(answer.startsWith("The name ") && answer == answers.first(),
+               (name + ": ").append(answer.toStdString()).c_str());
     }
   }
   QCOMPARE(ann_.Groups("-1"), QStringList{"Gates@-1"});

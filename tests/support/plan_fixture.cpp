@@ -182,14 +182,4 @@ void CPlanFixture::Watch(QAbstractItemModel* model) {
   }
 }
 
-QString Outline(const QAbstractItemModel* model, const QModelIndex& parent) {
-  QStringList rows;
-  for (int row = 0; row < model->rowCount(parent); ++row) {
-    const QModelIndex index = model->index(row, 0, parent);
-    const QString below = Outline(model, index);
-    rows << index.data().toString() + (below.isEmpty() ? below : QLatin1Char('(') + below + QLatin1Char(')'));
-  }
-  return rows.join(QLatin1Char(','));
-}
-
 }  // namespace TarnTest

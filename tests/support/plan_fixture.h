@@ -13,6 +13,7 @@
 #include "TarnHost/plan_store.h"
 #include "log_capture.h"
 #include "message_guard.h"
+#include "outline.h"
 #include "plan_calls.h"
 #include "recording_services.h"
 #include "theme_node_type.h"
@@ -79,8 +80,5 @@ class CPlanFixture {
   std::shared_ptr<TarnHost::CPlanStore> store_;
   std::shared_ptr<CRecordingServices> services_;
 };
-
-/// "name(child,child(...))" of the rows below `parent`, in model order; what a test compares trees by.
-QString Outline(const QAbstractItemModel* model, const QModelIndex& parent = QModelIndex());
 
 }  // namespace TarnTest
