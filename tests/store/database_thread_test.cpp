@@ -44,12 +44,12 @@ QString TextOf(const Call& call) {
 class DatabaseThreadTest : public QObject {
   Q_OBJECT
  private Q_SLOTS:
-  void GivesUpAndGoesOn();
+  void AbandonsACallAndGoesOn();
   void KeepsWhoWasClaimedWaiting();
   void OutlivesItsOwner();
 };
 
-void DatabaseThreadTest::GivesUpAndGoesOn() {
+void DatabaseThreadTest::AbandonsACallAndGoesOn() {
   const auto answering = std::make_shared<CAnswering>();
   std::atomic<int> news{0}, beats{0};
   answering->SetNews([&news] { ++news; });

@@ -81,10 +81,7 @@ class CFaultyLine::Exchange : public QObject {
     if (now) {
       pair.silent = fault_ == kSilent;
       pair.cut_when_answered = fault_ == kCutAnswered;
-      if (fault_ == kCutAtOnce) {
-        Fail();
-      }
-      failed = pair.silent || fault_ == kCutAtOnce;
+      failed = pair.silent;
     }
   }
 

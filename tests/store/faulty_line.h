@@ -13,7 +13,6 @@ class CFaultyLine {
   enum Fault {
     kSilent,      // nothing passes any more, in neither direction; no end of the line is to be seen
     kCutBefore,   // cut; the server does not get the last words
-    kCutAtOnce,   // cut as soon as the server has them
     kCutAnswered  // cut when the server has answered them; the answer is lost
   };
 

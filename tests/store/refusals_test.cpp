@@ -82,7 +82,8 @@ ResponseHeader OddWindow(const Desks& at) {
 
 Q_DECLARE_METATYPE(Attempt)
 
-class RefusalsTest : public QObject {
+/// Of what kind a refusal is, and what is said of it.
+class RefusalsTest : public CStoreTest {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -92,80 +93,56 @@ class RefusalsTest : public QObject {
 };
 
 void RefusalsTest::EachSaysItsKind_data() {
-  QTest::addColumn<Attempt>("attempt");
   QTest::addColumn<int>("kind");
   QTest::addColumn<QString>("text");
-  const auto row = [](const char* name, const Attempt& attempt, view::ErrorKind kind, const char* text) {
-    QTest::newRow(name) << attempt << int(kind) << text;
+  QTest::addColumn<Attempt>("attempt");
+  const auto row = [](const char* name, view::ErrorKind kind, const char* text, const Attempt& attempt) {
+    QTest::newRow(name) << int(kind) << text << attempt;
   };
   const char plan_gone[] = "The plan does not exist or was deleted in the meantime.";
   const char group_gone[] = "The group does not exist or was deleted in the meantime.";
-  row(
-      "unknown plan", [](auto& at) { return Detail(at.ann, "99"); }, view::Gone, plan_gone);
-  row(
-      "another user's plan", [](auto& at) { return Detail(at.ann, at.bob.Plan("Bob's gate")); }, view::Gone, plan_gone);
-  row("plan deleted elsewhere", DetailOfDeleted, view::Gone, plan_gone);
-  row("change of a plan deleted elsewhere", UpdateOfDeleted, view::Gone, plan_gone);
-  row("move into a group deleted elsewhere", MoveIntoDeleted, view::Gone, group_gone);
-  row(
-      "plans of an unknown group",
-      [](auto& at) {
-        return Answer(at.ann, &IHostServices::GetPlansInGroup, view::GetPlansInGroupRequest{"99", 0});
-      },
-      view::Gone, group_gone);
-  row(
-      "groups of an unknown group",
-      [](auto& at) {
-        return Answer(at.ann, &IHostServices::GetPlanGroups, view::GetPlanGroupsRequest{"99", 0});
-      },
-      view::Gone, group_gone);
-  row(
-      "unknown default view",
-      [](auto& at) {
-        return Answer(at.ann, &IHostServices::SetClientViewConfig, view::ClienDefaultViewConfigRequest{"99", 16001});
-      },
-      view::Gone, group_gone);
-  row(
-      "copy for an unknown user", [](auto& at) { return Share(at.ann, at.plan.plan_index_code, "77"); }, view::Gone,
-      "There is no user with the number 77.");
-  row(
-      "unknown camera",
-      [](auto& at) { return Answer(at.ann, &IHostServices::GetPresets, ptz_plugin_protocol::GetPresetRequest{"99"}); },
-      view::Gone, "The camera does not exist.");
-  row(
-      "no automatic plan", [](auto& at) { return Detail(at.ann, "", 1); }, view::Gone, "NoAutoRunPlan");
-  row("older revision", UpdateOfOldRevision, view::Changed,
-      "The plan was changed by bob on 2024-05-06 07:08:09. Open it again before you change it.");
-  row(
-      "no right",
-      [](auto& at) {
-        return Answer(at.bob, &IHostServices::DeletePlanGroup,
-                      view::DeletePlanGroupRequest{at.bob.Group("-4", "Common"), "Common", 2});
-      },
-      view::NotPermitted, "You have no right to delete public plans and groups.");
-  row(
-      "name too long",
-      [](auto& at) {
-        return Answer(at.ann, &IHostServices::AddPlanGroup,
-                      view::AddPlanGroupRequest{std::string(257, 'x'), "-1", 0, false});
-      },
-      view::Refused, "The name has more than 256 characters.");
-  row("no time of day", OddTime, view::Refused, "\"%1%2\" is not a time of day.");
-  row("no such window", OddWindow, view::Refused,
-      "The plan \"Gate A\" cannot be saved: a page has a window number 77.");
-  row(
-      "copy for oneself", [](auto& at) { return Share(at.ann, at.plan.plan_index_code, "1"); }, view::Refused,
-      "A plan cannot be shared with yourself.");
+  row("unknown plan", view::Gone, plan_gone, [](auto& at) { return Detail(at.ann, "99"); });
+  row("another user's plan", view::Gone, plan_gone, [](auto& at) { return Detail(at.ann, at.bob.Plan("Bob's gate")); });
+  row("plan deleted elsewhere", view::Gone, plan_gone, DetailOfDeleted);
+  row("change of a plan deleted elsewhere", view::Gone, plan_gone, UpdateOfDeleted);
+  row("move into a group deleted elsewhere", view::Gone, group_gone, MoveIntoDeleted);
+  row("plans of an unknown group", view::Gone, group_gone, [](auto& at) {
+    return Answer(at.ann, &IHostServices::GetPlansInGroup, view::GetPlansInGroupRequest{"99", 0});
+  });
+  row("groups of an unknown group", view::Gone, group_gone, [](auto& at) {
+    return Answer(at.ann, &IHostServices::GetPlanGroups, view::GetPlanGroupsRequest{"99", 0});
+  });
+  row("unknown default view", view::Gone, group_gone, [](auto& at) {
+    return Answer(at.ann, &IHostServices::SetClientViewConfig, view::ClienDefaultViewConfigRequest{"99", kGroupType});
+  });
+  row("copy for an unknown user", view::Gone, "There is no user with the number 77.",
+      [](auto& at) { return Share(at.ann, at.plan.plan_index_code, "77"); });
+  row("unknown camera", view::Gone, "The camera does not exist.",
+      [](auto& at) { return Answer(at.ann, &IHostServices::GetPresets, ptz_plugin_protocol::GetPresetRequest{"99"}); });
+  row("no automatic plan", view::Gone, "NoAutoRunPlan", [](auto& at) { return Detail(at.ann, "", 1); });
+  row("older revision", view::Changed,
+      "The plan was changed by bob on 2024-05-06 07:08:09. Open it again before you change it.", UpdateOfOldRevision);
+  row("no right", view::NotPermitted, "You have no right to delete public plans and groups.", [](auto& at) {
+    return Answer(at.bob, &IHostServices::DeletePlanGroup,
+                  view::DeletePlanGroupRequest{at.bob.Group("-4", "Common"), "Common", 2});
+  });
+  row("name too long", view::Refused, "The name has more than 256 characters.", [](auto& at) {
+    return Answer(at.ann, &IHostServices::AddPlanGroup,
+                  view::AddPlanGroupRequest{std::string(257, 'x'), "-1", 0, false});
+  });
+  row("no time of day", view::Refused, "\"%1%2\" is not a time of day.", OddTime);
+  row("no such window", view::Refused, "The plan \"Gate A\" cannot be saved: a page has a window number 77.",
+      OddWindow);
+  row("copy for oneself", view::Refused, "A plan cannot be shared with yourself.",
+      [](auto& at) { return Share(at.ann, at.plan.plan_index_code, "1"); });
 }
 
 void RefusalsTest::EachSaysItsKind() {
   QFETCH(Attempt, attempt);
   QFETCH(QString, text);
-  CStoreFixture fixture;
-  fixture.options.now = [] { return QDateTime({2024, 5, 6}, {7, 8, 9}); };
-  const CClient ann(fixture.Open()), elsewhere(fixture.Open()), bob(fixture.Open("bob"));
-  const Desks desks{ann, elsewhere, bob, ann.Unchanged(ann.Plan("Gate A"))};
-  const ResponseHeader answer = attempt(desks);
+  fixture_->options.now = [] { return QDateTime({2024, 5, 6}, {7, 8, 9}); };
+  const CClient elsewhere(fixture_.get(), "ann");
+  const ResponseHeader answer = attempt({ann_, elsewhere, bob_, ann_.Unchanged(ann_.Plan("Gate A"))});
   QTEST(int(answer.error_kind), "kind");
   QCOMPARE(QString::fromStdString(answer.error_info), text);
   for (const std::string& argument : answer.error_arguments) {
@@ -174,10 +151,9 @@ void RefusalsTest::EachSaysItsKind() {
 }
 
 void RefusalsTest::WithoutAStoreAllIsUnavailable() {
-  CStoreFixture fixture;
-  fixture.options.download_delay = std::chrono::hours(1);
+  fixture_->options.download_delay = std::chrono::hours(1);
   QString error;
-  const CClient late(TarnHost::CPlanStore::Open(fixture.options, &error));
+  const CClient late(TarnHost::CPlanStore::Open(fixture_->options, &error));
   QVERIFY2(late->LogIn("ann", &error), qPrintable(error));
   QCOMPARE(Detail(late, "99").error_kind, int(view::Unavailable));
   QVERIFY(late->Close());

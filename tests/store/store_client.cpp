@@ -1,7 +1,5 @@
-// A second process for the tests: store_client URL add [MAX_FILE_BYTES] | read MAX_FILE_BYTES | station | lock MODE
+// A second process for the tests: store_client URL add [MAX_FILE_BYTES] | read MAX_FILE_BYTES | station
 #include <QCoreApplication>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QThread>
 #include <csignal>
 #include <cstdio>
@@ -80,30 +78,17 @@ int SayStation(const QString& url) {
   return store ? 0 : 2;
 }
 
-int HoldLock(const QString& file, const QString& mode) {
-  QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE");
-  database.setDatabaseName(file);
-  QSqlQuery query(database.open() ? database : QSqlDatabase());
-  const bool held = (mode != "whole" || query.exec("PRAGMA locking_mode = EXCLUSIVE")) &&
-                    query.exec("BEGIN EXCLUSIVE") && query.exec("UPDATE counter SET value = value WHERE name = 'seq'");
-  Say(held ? "held" : "failed");
-  return std::getchar();  // until the parent closes the pipe
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
   QCoreApplication application(argc, argv);
   const QStringList arguments = application.arguments();
   const QString mode = arguments.value(2);
-  if (arguments.value(3).toLongLong() >= 0 && arguments.size() > 3 && mode != "lock") {
+  if (arguments.value(3).toLongLong() >= 0 && arguments.size() > 3) {
     LimitFiles(arguments[3].toULongLong());
   }
   if (mode == "add") {
     return AddForever(arguments[1]);
   }
-  if (mode == "read") {
-    return ReadThenAdd(arguments[1]);
-  }
-  return mode == "station" ? SayStation(arguments[1]) : HoldLock(arguments[1], arguments.value(3));
+  return mode == "read" ? ReadThenAdd(arguments[1]) : SayStation(arguments[1]);
 }

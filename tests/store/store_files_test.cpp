@@ -16,6 +16,7 @@ class StoreFilesTest : public CStoreTest {
   void RecoversFromALogThatWasLeft();
   void ReadersAndWritersGoTogether();
   void ReadsWaitForNoWrite();
+  void SaysThatItIsLocked();
   void BringsAnOlderStoreAlong();
 };
 
@@ -141,6 +142,22 @@ void StoreFilesTest::ReadsWaitForNoWrite() {
   }
   writer.join();
   QCOMPARE(ann_.Groups("-1"), QStringList{"Renamed in the end@-1"});
+}
+
+// By a transaction that does not end, and by a program that keeps the whole file to itself.
+void StoreFilesTest::SaysThatItIsLocked() {
+  fixture_->Make();
+  for (const char* mode : {"NORMAL", "EXCLUSIVE"}) {
+    const CDirectAccess holder(fixture_->Url());
+    holder.Run(QString("PRAGMA locking_mode = ") + mode);
+    holder.Run("BEGIN EXCLUSIVE");
+    holder.Run("UPDATE counter SET value = value WHERE name = 'seq'");
+    QElapsedTimer clock;
+    clock.start();
+    QCOMPARE(fixture_->OpeningError(), "The plan store " + fixture_->File() + " is locked by another program.");
+    QVERIFY(clock.elapsed() < 15000);
+  }
+  QCOMPARE(ann_.Groups("-1").size(), 1);
 }
 
 void StoreFilesTest::BringsAnOlderStoreAlong() {

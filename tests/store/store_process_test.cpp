@@ -41,8 +41,6 @@ class StoreProcessTest : public CStoreTest {
   void KeepsWhatWasAcknowledgedWhenTheDiskIsFull();
   void IsMadeOnceByClientsThatStartTogether();
   void FollowsAnotherProcess();
-  void SaysThatItIsLocked_data();
-  void SaysThatItIsLocked();
 };
 
 void StoreProcessTest::LosesNothingWhenKilled() {
@@ -136,30 +134,6 @@ void StoreProcessTest::FollowsAnotherProcess() {
     QVERIFY(other->waitForFinished());
   }
   QVERIFY2(best < kFollowMs, qPrintable(QString::number(best)));
-}
-
-void StoreProcessTest::SaysThatItIsLocked_data() {
-  QTest::addColumn<QString>("mode");
-  QTest::newRow("a transaction that does not end") << "transaction";
-  QTest::newRow("a program that keeps the file to itself") << "whole";
-}
-
-void StoreProcessTest::SaysThatItIsLocked() {
-  QFETCH(QString, mode);
-  if (CStoreFixture::OnPostgres()) {
-    QSKIP("A server's store has no file to lock.");
-  }
-  fixture_->Make();
-  const auto holder = StartClient({fixture_->File(), "lock", mode});
-  QVERIFY(holder && holder->waitForReadyRead(kAnswerMs));
-  QCOMPARE(holder->readAllStandardOutput(), QByteArray("held\n"));
-  QElapsedTimer clock;
-  clock.start();
-  QCOMPARE(fixture_->OpeningError(), "The plan store " + fixture_->File() + " is locked by another program.");
-  QVERIFY(clock.elapsed() < 15000);
-  holder->closeWriteChannel();
-  QVERIFY(holder->waitForFinished());
-  QCOMPARE(CClient(fixture_->Open()).Groups("-1").size(), 1);
 }
 
 QTEST_GUILESS_MAIN(StoreProcessTest)

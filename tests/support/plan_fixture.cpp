@@ -81,7 +81,7 @@ bool CPlanFixture::Open(const PlanFixtureOptions& options, QString* error) {
 }
 
 bool CPlanFixture::logIn(const QString& user, QString* error) {
-  // The log-in tells observers that the whole tree is new; the plug-in is not to hear that later.
+  // Observers of the log-in learn that the whole tree is new; the plug-in is not to hear that later.
   CEventCounter events;
   store_->ViewRegisterResourceUpdate(&events, {ResourceData::RT_VIEW_GROUP, "root", 1});
   const bool done = store_->LogIn(user, error) && QTest::qWaitFor([&events] { return events.Count() > 0; }, kReadyMs) &&
@@ -168,7 +168,7 @@ QString CPlanFixture::findBelow(const std::string& code, const std::string& name
 }
 
 void CPlanFixture::Drain() {
-  // A delivered answer may ask again, and the store tells its news by a timer.
+  // A delivered answer may ask again, and the store reports its news by a timer.
   for (int round = 0; round < 4; ++round) {
     QThreadPool::globalInstance()->waitForDone();
     QCoreApplication::processEvents();

@@ -3,6 +3,8 @@
 #include <rapidcheck.h>
 
 #include <QTime>
+#include <functional>
+#include <vector>
 
 #include "plan_document.h"
 #include "plan_records.h"
@@ -58,47 +60,27 @@ inline DraftCamera RandomCamera() {
 
 /// One edit of any kind, of a page and a window that may not be there.
 inline void RandomEdit(CPlanDocument* document) {
-  const int page = *rc::gen::inRange(-1, 6);
-  const int window = *rc::gen::inRange(-1, 18);
-  switch (*rc::gen::inRange(0, 18)) {
-    case 0:
-      return document->SetName(*rc::gen::element<QString>("Night", "Nigh", "Day"));
-    case 1:
-      return document->SetGroup("13", "Gate", *rc::gen::inRange(-1, 2));
-    case 2:
-      return document->SetAutoRun(*rc::gen::arbitrary<bool>());
-    case 3:
-      return document->SetTimes(QTime(*rc::gen::inRange(0, 24), 0), QTime(8, 0));
-    case 4:
-      return document->AddPage(page);
-    case 5:
-      return document->DuplicatePage(page);
-    case 6:
-      return document->RemovePage(page);
-    case 7:
-      return document->MovePage(page, *rc::gen::inRange(-1, 6));
-    case 8:
-    case 9:
-      return document->SetSplit(page, *rc::gen::element(1, 2, 4, 8, 5));
-    case 10:
-      return document->SetDwell(page, *rc::gen::arbitrary<int>());
-    case 11:
-      document->SwapWindows(page, window, *rc::gen::inRange(-1, 18));
-      return;
-    case 12:
-      return document->ClearWindow(page, window);
-    case 13:
-      return document->ClearPage(page);
-    case 14:
-      return document->SetStream(page, window, *rc::gen::inRange(0, 3));
-    case 15:
-      return document->SetPreset(page, window, *rc::gen::inRange(0, 9));
-    case 16:
-      document->Fill(page, window, QVector<DraftCamera>(*rc::gen::inRange(0, 20), RandomCamera()));
-      return;
-    default:
-      document->PutCamera(page, window, RandomCamera());
-  }
+  const auto any = [](int least, int end) { return *rc::gen::inRange(least, end); };
+  const int page = any(-1, 6), window = any(-1, 18);
+  const std::vector<std::function<void()>> edits = {
+      [&] { document->SetName(*rc::gen::element<QString>("Night", "Nigh", "Day")); },
+      [&] { document->SetGroup("13", "Gate", any(-1, 2)); },
+      [&] { document->SetAutoRun(*rc::gen::arbitrary<bool>()); },
+      [&] { document->SetTimes(QTime(any(0, 24), 0), QTime(8, 0)); },
+      [&] { document->AddPage(page); },
+      [&] { document->DuplicatePage(page); },
+      [&] { document->RemovePage(page); },
+      [&] { document->MovePage(page, any(-1, 6)); },
+      [&] { document->SetSplit(page, *rc::gen::element(1, 2, 4, 8, 5)); },
+      [&] { document->SetDwell(page, *rc::gen::arbitrary<int>()); },
+      [&] { document->SwapWindows(page, window, any(-1, 18)); },
+      [&] { document->ClearWindow(page, window); },
+      [&] { document->ClearPage(page); },
+      [&] { document->SetStream(page, window, any(0, 3)); },
+      [&] { document->SetPreset(page, window, any(0, 9)); },
+      [&] { document->Fill(page, window, QVector<DraftCamera>(any(0, 20), RandomCamera())); },
+      [&] { document->PutCamera(page, window, RandomCamera()); }};
+  edits[size_t(any(0, int(edits.size())))]();
 }
 
 }  // namespace TarnTest

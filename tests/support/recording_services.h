@@ -19,7 +19,7 @@ namespace TarnTest {
 
 /// Stands before the real services: notes every call, and holds or fails those that a test names.
 ///
-/// A held call waits on its worker thread until Release(); calls from the GUI thread are never held, since nobody could
+/// A held call waits on its worker thread until Release(); calls from the GUI thread are never held: nothing could
 /// release them. Thread: any.
 class CRecordingServices : public TarnHost::IHostServices {
  public:
