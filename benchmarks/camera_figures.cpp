@@ -1,5 +1,4 @@
 #include <QCoreApplication>
-#include <QEvent>
 #include <QSortFilterProxyModel>
 #include <QStandardItemModel>
 #include <QTreeView>
@@ -9,6 +8,7 @@
 #include "ResourceTreeKit/camera_tree.h"
 #include "figures.h"
 #include "host_fixture.h"
+#include "paint_watch.h"
 
 namespace {
 
@@ -41,23 +41,6 @@ TarnHost::PlanSite CameraSite() {
   }
   return site;
 }
-
-/// Tells whether a view has painted since it was last asked.
-class PaintWatch : public QObject {
- public:
-  explicit PaintWatch(QTreeView* view) { view->viewport()->installEventFilter(this); }
-  void Forget() { painted_ = false; }
-  bool HasPainted() const { return painted_; }
-
- protected:
-  bool eventFilter(QObject*, QEvent* event) override {
-    painted_ = painted_ || event->type() == QEvent::Paint;
-    return false;
-  }
-
- private:
-  bool painted_ = false;
-};
 
 // Returns in the turn of the event loop in which it is done.
 void WaitFor(const std::function<bool()>& done) {
@@ -125,7 +108,7 @@ class PlainSide {
   QStandardItemModel model_;
   QSortFilterProxyModel proxy_;
   QTreeView view_;
-  PaintWatch watch_{&view_};
+  PaintWatch watch_{view_.viewport()};
 };
 
 class OurSide {
@@ -167,7 +150,7 @@ class OurSide {
   void Turn(const std::function<void()>& work) { worst_hold_ = std::max(worst_hold_, TimeMs(work)); }
 
   ResourceTreeKit::CCameraTree tree_;
-  PaintWatch watch_{&tree_};
+  PaintWatch watch_{tree_.viewport()};
   double worst_hold_ = 0;
 };
 

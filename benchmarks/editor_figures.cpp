@@ -17,6 +17,7 @@
 #include "TarnUIDataController/skin_loader.h"
 #include "figures.h"
 #include "host_fixture.h"
+#include "paint_watch.h"
 #include "standard_plan_model.h"
 #include "tarn_add_plan_widget.h"
 #include "view_model_data_manager.h"
@@ -71,27 +72,20 @@ GetPlanDetailResponse FullPlan() {
 }
 
 /// Shows a widget and runs the event loop until it has painted.
-class ShownWidget : public QObject {
+class ShownWidget {
  public:
-  explicit ShownWidget(QWidget* widget) {
-    widget->installEventFilter(this);
+  explicit ShownWidget(QWidget* widget) : watch_(widget) {
     widget->resize(kDock);
     widget->show();
     WaitForPaint();
   }
   void WaitForPaint() {
-    painted_ = false;
-    HostFixture::WaitFor([this] { return painted_; });
-  }
-
- protected:
-  bool eventFilter(QObject*, QEvent* event) override {
-    painted_ = painted_ || event->type() == QEvent::Paint;
-    return false;
+    watch_.Forget();
+    HostFixture::WaitFor([this] { return watch_.HasPainted(); });
   }
 
  private:
-  bool painted_ = false;
+  PaintWatch watch_;
 };
 
 /// The editor with the plan in it, as the panel opens it, but with the plan already fetched.

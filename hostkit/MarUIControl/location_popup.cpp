@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QVBoxLayout>
 
+#include "MarUIControl/return_key.h"
 #include "MarUIControl/screen_room.h"
 #include "WidgetKit/new_location_view_widget.h"
 
@@ -104,7 +105,7 @@ bool LocationPopup::HandleKey(QObject* watched, int key, Qt::KeyboardModifiers m
     hide();
     return true;
   }
-  if ((key != Qt::Key_Return && key != Qt::Key_Enter) || modifiers != Qt::NoModifier || !view_) {
+  if (!IsReturn(key) || modifiers != Qt::NoModifier || !view_) {
     return false;
   }
   if (watched == search_) {

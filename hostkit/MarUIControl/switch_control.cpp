@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include "MarUIControl/control_accessibility.h"
+#include "MarUIControl/return_key.h"
 #include "TarnUIDataController/skin_loader.h"
 
 namespace MarUIControl {
@@ -111,7 +112,7 @@ void CSwitchControl::DrawKnob(QPainter* painter, const QRectF& track) const {
 }
 
 void CSwitchControl::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+  if (IsReturn(event->key())) {
     if (!event->isAutoRepeat()) {
       click();
     }

@@ -6,6 +6,7 @@
 #include <QSet>
 #include <QTimerEvent>
 
+#include "MarUIControl/return_key.h"
 #include "MarUIControl/standard_item_model.h"
 #include "MarUIControl/tree_expander.h"
 
@@ -87,7 +88,7 @@ void CTreeView::Private::StopTimerWhenIdle() {
 }
 
 bool CTreeView::Private::ExpandByKey(const QModelIndex& current, int key) {
-  const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+  const bool enter = IsReturn(key);
   if (!enter && key != ForwardKey() && key != Qt::Key_Plus && key != Qt::Key_Asterisk) {
     return false;
   }

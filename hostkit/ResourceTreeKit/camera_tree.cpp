@@ -3,6 +3,7 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 
+#include "MarUIControl/return_key.h"
 #include "ResourceTreeKit/camera_drag.h"
 #include "ResourceTreeKit/camera_model.h"
 #include "ResourceTreeKit/camera_presenter.h"
@@ -17,10 +18,6 @@ namespace ResourceTreeKit {
 namespace {
 
 const char kAddCursor[] = ":/Images/TarnUIDataController/FavImg/monitoring_window_add_resource.svg";
-
-bool IsReturn(const QKeyEvent& event) {
-  return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-}
 
 CCameraItemInfo CopyOf(const CCameraItemInfo* camera) {
   if (!camera) {
@@ -167,9 +164,9 @@ void CCameraTree::keyPressEvent(QKeyEvent* event) {
   const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
   const bool camera = d_->model->CameraAt(currentIndex()) != nullptr;
   event->accept();
-  if (IsReturn(*event) && modifiers == Qt::ControlModifier) {
+  if (MarUIControl::IsReturn(event->key()) && modifiers == Qt::ControlModifier) {
     d_->ActivateSelection();
-  } else if (IsReturn(*event) && modifiers == Qt::NoModifier && camera) {
+  } else if (MarUIControl::IsReturn(event->key()) && modifiers == Qt::NoModifier && camera) {
     d_->Activate(currentIndex());
   } else if (event->key() == Qt::Key_F && modifiers == Qt::NoModifier && camera && d_->model->AreFavoritesVisible()) {
     d_->presenter.ToggleFavorite(currentIndex());

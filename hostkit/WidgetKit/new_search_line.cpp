@@ -3,15 +3,9 @@
 #include <QAction>
 #include <QKeyEvent>
 
+#include "MarUIControl/return_key.h"
+
 namespace WidgetKit {
-
-namespace {
-
-bool IsReturn(const QKeyEvent& event) {
-  return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-}
-
-}  // namespace
 
 CNewSearchLine::CNewSearchLine(QWidget* parent) : CLineEdit(parent) {
   setProperty("search_line", true);
@@ -44,7 +38,7 @@ void CNewSearchLine::keyPressEvent(QKeyEvent* event) {
     return;
   }
   CLineEdit::keyPressEvent(event);
-  if (IsReturn(*event)) {
+  if (MarUIControl::IsReturn(event->key())) {
     event->accept();  // not for the default button of a dialog around
     Q_EMIT SignalSearch();
   }
