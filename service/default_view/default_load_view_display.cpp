@@ -66,7 +66,7 @@ class CDefaultLoadViewDisplay::Private {
   void Seek();
   void FetchWay();
   void OnWay(const PlanWay& found);
-  bool IsStoredElsewhere(const PlanWay& found) const;
+  void OnGone();
   void OnExpanded(const QString& group, bool loaded);
   static QString NotOffered();
   static QString WhyNotShown(const PlanWay& found);
@@ -190,31 +190,31 @@ void CDefaultLoadViewDisplay::Private::FetchWay() {
       });
 }
 
-// Only what the host itself has taken out of the stored default view is gone for good.
 void CDefaultLoadViewDisplay::Private::OnWay(const PlanWay& found) {
   way = found.groups;
-  const QModelIndex none = tree->Find(QString::fromLatin1(kPlaceholderCode), true);
-  const bool is_stored = !found.default_view || IsSame(*found.default_view, wanted);
   if (!way.isEmpty()) {
     Seek();
   } else if (tree->IsFound(box->GetCurrentIndex())) {
     StopSeeking(found.error);
-  } else if (was_shown && none.isValid() && found.default_view && IsNone(*found.default_view)) {
-    stored = wanted = RequestOf(none);
-    is_stored_known = true;
-    Show(none);
-  } else if (was_shown && IsStoredElsewhere(found)) {
-    q->SelectView(stored.type, stored.index_code);
-  } else if (was_shown || is_stored) {
-    StopSeeking(WhyNotShown(found));
+  } else if (found.is_gone) {
+    OnGone();
   } else {
-    StopSeeking(QString());  // a code that is stored nowhere
+    StopSeeking(WhyNotShown(found));
   }
 }
 
-// What vanished was chosen and never saved, so the default view is as it was.
-bool CDefaultLoadViewDisplay::Private::IsStoredElsewhere(const PlanWay& found) const {
-  return is_stored_known && found.default_view && IsSame(*found.default_view, stored) && !IsSame(stored, wanted);
+// A choice that was never saved leaves the default view as it was; a stored one took the default view with it.
+void CDefaultLoadViewDisplay::Private::OnGone() {
+  const QModelIndex none = tree->Find(QString::fromLatin1(kPlaceholderCode), true);
+  if (!was_shown || !none.isValid()) {
+    StopSeeking(QString());
+  } else if (is_stored_known && !IsSame(stored, wanted)) {
+    q->SelectView(stored.type, stored.index_code);
+  } else {
+    stored = wanted = RequestOf(none);
+    is_stored_known = true;
+    Show(none);
+  }
 }
 
 void CDefaultLoadViewDisplay::Private::OnExpanded(const QString& group, bool loaded) {

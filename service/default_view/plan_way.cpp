@@ -3,41 +3,46 @@
 #include <QHash>
 #include <QQueue>
 
+#include "LyraPluginManager/error_kind.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "ResourceData/resource_type.h"
+#include "host_calls/result.h"
 #include "plan_item_role.h"
 
 namespace TarnPlanView {
 
+using HostCalls::CallNow;
 using LyraPluginManager::CViewBusinessInterfaceMgr;
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
 
 namespace {
 
-QString GroupOfPlan(const std::string& code, QString* error) {
+QString GroupOfPlan(const std::string& code, PlanWay* way) {
   view_plugin_protocol::GetPlanDetailRequest request;
   request.plan_index_code = code;
-  view_plugin_protocol::GetPlanDetailResponse response;
-  if (!CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, response)) {
-    *error = StringToQString(response.error_info);
-    return QString();
+  const auto plan = CallNow(&CViewBusinessInterfaceMgr::GetPlanDetail, request);
+  if (!plan.ok) {
+    way->is_gone = plan.response.error_kind == view_plugin_protocol::Gone;
+    way->error = StringToQString(plan.response.error_info);
   }
-  return StringToQString(response.group_index_code);
+  return StringToQString(plan.response.group_index_code);
 }
 
-QList<view_plugin_protocol::PlanGroup> GroupsBelow(const QString& code, QString* error) {
+auto GroupsBelow(const QString& code) {
   view_plugin_protocol::GetPlanGroupsRequest request;
   request.parent_index_code = QStringToString(code);
-  view_plugin_protocol::GetPlanGroupsResponse response;
-  if (!CViewBusinessInterfaceMgr::Instance().GetPlanGroups(request, response)) {
-    *error = StringToQString(response.error_info);
-  }
-  return response.groups;
+  return CallNow(&CViewBusinessInterfaceMgr::GetPlanGroups, request);
 }
 
-/// Each group below the roots with the group that holds it, as far as the search for `wanted` went.
+void CheckGroup(const QString& code, PlanWay* way) {
+  const auto groups = GroupsBelow(code);
+  way->is_gone = !groups.ok && groups.response.error_kind == view_plugin_protocol::Gone;
+}
+
+/// Each group below the roots with the group that holds it, as far as the search for `wanted` went. A group that is
+/// deleted meanwhile does not matter, one that cannot be read may hold what is wanted.
 QHash<QString, QString> ParentsUpTo(const QString& wanted, QString* error) {
   QHash<QString, QString> parents{{QString::fromLatin1(kPublicRootCode), QString()},
                                   {QString::fromLatin1(kOwnRootCode), QString()}};
@@ -45,7 +50,11 @@ QHash<QString, QString> ParentsUpTo(const QString& wanted, QString* error) {
   open << QString::fromLatin1(kPublicRootCode) << QString::fromLatin1(kOwnRootCode);
   while (!open.isEmpty() && !parents.contains(wanted)) {
     const QString above = open.dequeue();
-    for (const auto& group : GroupsBelow(above, error)) {
+    const auto groups = GroupsBelow(above);
+    if (!groups.ok && groups.response.error_kind != view_plugin_protocol::Gone) {
+      *error = StringToQString(groups.response.error_info);
+    }
+    for (const auto& group : groups.response.groups) {
       const QString code = StringToQString(group.index_code);
       if (!parents.contains(code)) {
         parents.insert(code, above);
@@ -56,32 +65,24 @@ QHash<QString, QString> ParentsUpTo(const QString& wanted, QString* error) {
   return parents;
 }
 
-std::optional<view_plugin_protocol::ClienDefaultViewConfigRequest> StoredDefaultView(QString* error) {
-  view_plugin_protocol::GetClientDefaultViewConfigResponse response;
-  if (!CViewBusinessInterfaceMgr::Instance().GetClientViewConfig({}, response)) {
-    *error = StringToQString(response.error_info);
-    return std::nullopt;
-  }
-  view_plugin_protocol::ClienDefaultViewConfigRequest stored;
-  stored.index_code = response.index_code;
-  stored.type = response.type;
-  return stored;
-}
-
 }  // namespace
 
 PlanWay FindPlanWay(int32_t type, const std::string& code) {
   PlanWay way;
   const bool is_group = type == ResourceData::RT_VIEW_GROUP;
-  const QString lowest = is_group ? StringToQString(code) : GroupOfPlan(code, &way.error);
-  const QHash<QString, QString> parents =
-      lowest.isEmpty() ? QHash<QString, QString>() : ParentsUpTo(lowest, &way.error);
-  for (QString group = is_group ? parents.value(lowest) : lowest; parents.contains(group);
-       group = parents.value(group)) {
-    way.groups.prepend(group);
+  QString lowest = StringToQString(code);
+  if (is_group) {
+    CheckGroup(lowest, &way);
+  } else {
+    lowest = GroupOfPlan(code, &way);
   }
-  if (way.groups.isEmpty()) {
-    way.default_view = StoredDefaultView(&way.error);
+  if (way.is_gone || lowest.isEmpty()) {
+    return way;
+  }
+  const QHash<QString, QString> parents = ParentsUpTo(lowest, &way.error);
+  QString group = is_group ? parents.value(lowest) : lowest;
+  for (; parents.contains(group); group = parents.value(group)) {
+    way.groups.prepend(group);
   }
   return way;
 }

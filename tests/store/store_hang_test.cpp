@@ -67,7 +67,8 @@ void StoreHangTest::HasTheSystemWatchIdleConnections() {
     const auto sockets = ServerSockets();
     return std::all_of(sockets.begin(), sockets.end(), is_watched);
   };
-  QTRY_VERIFY_WITH_TIMEOUT(all_are(), kPoolMs);  // not while one of them carries something
+  // Once it was so: at a second look a line may carry something.
+  QVERIFY(QTest::qWaitFor(all_are, kPoolMs));
 }
 
 // The whole time that the watch needs to cut a connection passes, so that everything is connected again afterwards.

@@ -20,11 +20,11 @@ namespace {
     }                                                                      \
   } while (false)
 
-GroupRow Group(int32_t code, int32_t parent, int32_t family = kPublic, int32_t owner = 0) {
+GroupRow Group(int32_t code, int32_t parent, int32_t family = PublicFamily, int32_t owner = 0) {
   return {code, parent, family, owner, "group " + std::to_string(code)};
 }
 
-PlanRow Plan(int32_t code, int32_t parent, int32_t family = kPublic, int32_t owner = 0) {
+PlanRow Plan(int32_t code, int32_t parent, int32_t family = PublicFamily, int32_t owner = 0) {
   PlanRow row;
   row.code = code;
   row.parent = parent;
@@ -46,12 +46,12 @@ int CountPlans(const CPlanCatalog& catalog, int32_t parent, int32_t user) {
 
 void TestRowsComeAndGo() {
   CPlanCatalog catalog;
-  catalog.Replace({Group(1, kPublicRoot), Group(2, 1), Group(3, kOwnRoot, kOwn, 7)},
-                  {Plan(10, 1), Plan(11, 2), Plan(12, 3, kOwn, 7), Plan(13, 99)});
+  catalog.Replace({Group(1, PublicRoot), Group(2, 1), Group(3, OwnRoot, OwnFamily, 7)},
+                  {Plan(10, 1), Plan(11, 2), Plan(12, 3, OwnFamily, 7), Plan(13, 99)});
   REQUIRE(CountPlans(catalog, 1, 0) == 1 && CountPlans(catalog, 3, 7) == 1);
   REQUIRE(CountPlans(catalog, 3, 8) == -1 && CountPlans(catalog, 99, 7) == -1);
   REQUIRE(!catalog.FindPlan(13, 7) && !catalog.FindPlan(12, 8));
-  REQUIRE(catalog.Search("plan", kOwn, 7).size() == 1 && catalog.Search("plan", kOwn, 8).empty());
+  REQUIRE(catalog.Search("plan", OwnFamily, 7).size() == 1 && catalog.Search("plan", OwnFamily, 8).empty());
 
   PlanRow moved = Plan(11, 1);
   REQUIRE(catalog.Put(moved)->parent == 2);
@@ -68,7 +68,7 @@ void TestRowsComeAndGo() {
 void TestGroupsThatMoved() {
   CPlanCatalog catalog;
   // The parent has the higher code; two are each other's parent, one is its own.
-  catalog.Replace({Group(1, 5), Group(2, 1), Group(5, kPublicRoot), Group(6, 7), Group(7, 6), Group(8, 8)},
+  catalog.Replace({Group(1, 5), Group(2, 1), Group(5, PublicRoot), Group(6, 7), Group(7, 6), Group(8, 8)},
                   {Plan(10, 2), Plan(11, 6), Plan(12, 8)});
   REQUIRE(catalog.FindGroup(2, 0) && CountPlans(catalog, 2, 0) == 1);
   REQUIRE(!catalog.FindGroup(6, 0) && !catalog.FindGroup(7, 0) && !catalog.FindGroup(8, 0) && !catalog.FindPlan(12, 0));
@@ -81,37 +81,37 @@ void TestGroupsThatMoved() {
     });
     return codes;
   };
-  REQUIRE(catalog.Put(Group(1, kPublicRoot))->parent == 5);
-  REQUIRE(children(5).empty() && children(kPublicRoot) == std::vector<int32_t>({1, 5}) && catalog.FindPlan(10, 0));
-  REQUIRE(catalog.Put(Group(5, 1))->parent == kPublicRoot);
+  REQUIRE(catalog.Put(Group(1, PublicRoot))->parent == 5);
+  REQUIRE(children(5).empty() && children(PublicRoot) == std::vector<int32_t>({1, 5}) && catalog.FindPlan(10, 0));
+  REQUIRE(catalog.Put(Group(5, 1))->parent == PublicRoot);
   REQUIRE(children(1) == std::vector<int32_t>({2, 5}));
-  REQUIRE(catalog.Put(Group(5, kOwnRoot, kOwn, 7))->parent == 1 && children(kOwnRoot) == std::vector<int32_t>({5}));
+  REQUIRE(catalog.Put(Group(5, OwnRoot, OwnFamily, 7))->parent == 1 && children(OwnRoot) == std::vector<int32_t>({5}));
   REQUIRE(!catalog.FindGroup(5, 8));
-  REQUIRE(catalog.Put(Group(5, 77))->parent == kOwnRoot && !catalog.FindGroup(5, 7));
+  REQUIRE(catalog.Put(Group(5, 77))->parent == OwnRoot && !catalog.FindGroup(5, 7));
   // Into what hangs below it: with all of that it stands nowhere any more.
-  REQUIRE(catalog.Put(Group(1, 2))->parent == kPublicRoot);
+  REQUIRE(catalog.Put(Group(1, 2))->parent == PublicRoot);
   REQUIRE(!catalog.FindGroup(1, 0) && !catalog.FindGroup(2, 0) && !catalog.FindPlan(10, 0));
-  REQUIRE(children(kPublicRoot).empty());
+  REQUIRE(children(PublicRoot).empty());
 }
 
 void TestLevelsAreBounded() {
   constexpr int32_t kChain = 200000;
   std::vector<GroupRow> chain;
   for (int32_t code = 1; code <= kChain; ++code) {
-    chain.push_back(Group(code, code == 1 ? int32_t{kPublicRoot} : code - 1));
+    chain.push_back(Group(code, code == 1 ? int32_t{PublicRoot} : code - 1));
   }
   CPlanCatalog catalog;
   catalog.Replace(chain, {Plan(kChain + 1, kChain), Plan(kChain + 2, 1)});
   REQUIRE(catalog.FindGroup(CPlanCatalog::kMostLevels, 0) && !catalog.FindGroup(CPlanCatalog::kMostLevels + 1, 0));
   REQUIRE(!catalog.FindPlan(kChain + 1, 0) && catalog.FindPlan(kChain + 2, 0));
   // One more level above pushes the lowest out of bounds, and it goes with all below.
-  catalog.Put(Group(kChain + 9, kPublicRoot));
+  catalog.Put(Group(kChain + 9, PublicRoot));
   catalog.Put(Group(1, kChain + 9));
   REQUIRE(!catalog.FindGroup(1, 0) && !catalog.FindPlan(kChain + 2, 0));
 }
 
 void TestCodes() {
-  REQUIRE(ParseCode("2147483647") == 2147483647 && ParseCode("-4") == kCommonRoot);
+  REQUIRE(ParseCode("2147483647") == 2147483647 && ParseCode("-4") == ReceivedRoot);
   for (const char* bad : {"", "2147483648", "+1", "01", " 1", "1 ", "-0", "0x1"}) {
     REQUIRE(ParseCode(bad) == 0);
   }
@@ -146,7 +146,7 @@ void TestReadersAndAWriter() {
           before = row.code;
         }
       });
-      for (const CPlanCatalog::Hit& hit : catalog.Search("plan", kPublic, 7)) {
+      for (const CPlanCatalog::Hit& hit : catalog.Search("plan", PublicFamily, 7)) {
         REQUIRE(hit.parent_name == "group " + std::to_string(hit.plan.parent));
       }
       catalog.AutomaticPlan(150, 7);
@@ -161,7 +161,7 @@ void TestReadersAndAWriter() {
   }
   int64_t seq = 0;
   for (int round = 0; round < 100; ++round) {
-    catalog.Replace({Group(1, kPublicRoot), Group(2, 1)}, {Plan(10, 1), Plan(11, 2)});
+    catalog.Replace({Group(1, PublicRoot), Group(2, 1)}, {Plan(10, 1), Plan(11, 2)});
     for (int32_t code = 12; code < 40; ++code) {
       catalog.Put(Plan(code, 1 + code % 2));
       feed.Take({{++seq, "you", ChangeEntry::kPlanSaved, code}}, seq);

@@ -8,8 +8,8 @@
 
 namespace TarnHost::Store {
 
-/// Cuts a connection whose server takes too long, so that those who wait for it get an error instead. The system finds
-/// out by itself about a server that is gone, never about one that hangs.
+/// Cuts a connection whose server takes too long, so that the thread that waits for it gets an error instead. The
+/// system finds out by itself about a server that is gone, never about one that hangs.
 ///
 /// Thread: the connection's; Cut() and WasCut() from any.
 class CConnectionWatch {

@@ -29,7 +29,7 @@ bool CDatabaseCall::Run() {
     state_ = kRunning;
   }
   const bool answered = work();
-  work = nullptr;  // before the caller goes on: it may hold the last of what he is about to take down
+  work = nullptr;  // before the caller goes on: it may hold the last of what the caller is about to take down
   const std::lock_guard<std::mutex> lock(mutex_);
   EndAs(kDone);
   return answered;

@@ -23,7 +23,7 @@ class CDatabaseCall {
 
   /// Answers what the work does; false when there was nothing left to do. Once. Thread: the database's.
   bool Run();
-  /// Whether the caller still waits; if so he waits for the end of the work, which is near. Thread: as Run().
+  /// Whether the caller still waits; if so it waits for the end of the work, which is near. Thread: as Run().
   bool Claim();
 
   /// The work will not end in time, or never begin. Thread: any.

@@ -43,18 +43,18 @@ class CDatabaseThread {
   /// Runs `task` some time later; it answers whether the database did. Dropped when the thread stops. Thread: any.
   void Post(std::function<bool()> task);
 
-  /// Runs `beat` every `period` from now on, whatever else there is to do, or only after a caller has abandoned his
+  /// Runs `beat` every `period` from now on, whatever else there is to do, or only after a caller has abandoned a
   /// call and while nothing was got done since; it answers whether the database did.
   void SetBeat(std::chrono::milliseconds period, std::function<bool()> beat, When when = kAlways);
 
-  /// Whether somebody waits for the running task; if so he waits for its end from here on. Thread: this one's tasks.
+  /// Whether a caller waits for the running task; if so it waits for the end from here on. Thread: this one's tasks.
   bool Claim();
 
   /// Ends after the running task: calls that wait for their turn fail, `last` runs as the thread's last act. Once.
   void BeginStop(std::function<void()> last);
   /// After BeginStop(): whether the thread has ended, at the latest at `deadline`.
   bool WaitUntilEnded(Clock::time_point deadline);
-  /// After BeginStop(): lets the thread end by itself some time later; the wait for the running task fails.
+  /// After BeginStop(): lets the thread end by itself some time later; a caller that waits for the running task fails.
   void LeaveBehind();
 
  private:

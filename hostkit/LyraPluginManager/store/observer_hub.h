@@ -34,8 +34,10 @@ class CObserverHub : public QObject {
     void operator()(CObserverHub* hub) const;
   };
 
+  /// From now on, also for events that were posted before and not delivered yet.
   void Register(ResourceData::IResourceObserver* observer, const Key& key);
   void Unregister(ResourceData::IResourceObserver* observer, const Key& key);
+  /// The observers get them later, from the event loop.
   void Post(std::vector<Event> events);
   /// After a change made here: posts those of the notices, which say how a node is now, that correct a notice still to
   /// be delivered, which says how it was before.

@@ -15,6 +15,11 @@ auto LowerBound(Rows& rows, int32_t code) {
                           [](const auto& row, int32_t wanted) { return row.code < wanted; });
 }
 
+template <class Rows>
+int32_t FirstCode(const Rows& rows) {
+  return rows.empty() ? 0 : rows.front().code;
+}
+
 template <class Row>
 void Insert(std::vector<Row>& rows, const Row& row) {
   rows.insert(LowerBound(rows, row.code), row);
@@ -28,6 +33,13 @@ Row Take(std::vector<Row>& rows, int32_t code) {
   return row;
 }
 
+/// Null when there is no such key.
+template <class Map>
+auto* FindIn(Map& map, int32_t key) {
+  const auto found = map.find(key);
+  return found == map.end() ? nullptr : &found->second;
+}
+
 bool HasSpan(const PlanRow& row) {
   return row.auto_run && row.begin_second >= 0 && row.begin_second < row.end_second;
 }
@@ -37,7 +49,11 @@ int32_t WaitFor(const PlanRow& row, int32_t now) {
   if (row.begin_second <= now && now < row.end_second) {
     return 0;
   }
-  return row.begin_second > now ? row.begin_second - now : row.begin_second + kDay - now;
+  const int32_t begin = row.begin_second;
+  if (begin < now) {
+    return begin + kDay - now;  // tomorrow
+  }
+  return begin - now;
 }
 
 }  // namespace
@@ -69,79 +85,89 @@ void CPlanCatalog::Swap(CPlanCatalog& other) {
 }
 
 const CPlanCatalog::Children* CPlanCatalog::ChildrenAt(int32_t parent, int32_t owner) const {
-  static const Children none;
   switch (parent) {
-    case kPublicRoot:
+    case PublicRoot:
       return &public_;
-    case kCommonRoot:
+    case ReceivedRoot:
       return &common_;
-    case kOwnRoot: {
-      const auto found = own_.find(owner);
-      return found == own_.end() ? &none : &found->second;
+    case OwnRoot: {
+      static const Children none;
+      const Children* own = FindIn(own_, owner);
+      return own ? own : &none;
     }
     default: {
-      const auto found = groups_.find(parent);
-      return found == groups_.end() ? nullptr : &found->second.children;
+      const GroupNode* group = FindIn(groups_, parent);
+      return group ? &group->children : nullptr;
     }
   }
 }
 
+// The first own row of a user makes the tree of it.
 CPlanCatalog::Children* CPlanCatalog::ChildrenAt(int32_t parent, int32_t owner) {
-  return parent == kOwnRoot ? &own_[owner] : const_cast<Children*>(std::as_const(*this).ChildrenAt(parent, owner));
+  if (parent == OwnRoot) {
+    return &own_[owner];
+  }
+  return const_cast<Children*>(std::as_const(*this).ChildrenAt(parent, owner));
 }
 
 const CPlanCatalog::Children* CPlanCatalog::VisibleChildren(int32_t parent, int32_t user) const {
-  if (!IsRootCode(parent)) {
-    const auto found = groups_.find(parent);
-    if (found == groups_.end() || !Sees(found->second.place, user)) {
-      return nullptr;
-    }
+  if (IsRootCode(parent)) {
+    return ChildrenAt(parent, user);
   }
-  return ChildrenAt(parent, user);
+  const GroupNode* group = FindIn(groups_, parent);
+  return group && IsVisibleTo(group->place, user) ? &group->children : nullptr;
 }
 
 const GroupRow& CPlanCatalog::GroupAt(int32_t code, const Place& place) const {
   return *LowerBound(ChildrenAt(place.parent, place.owner)->groups, code);
 }
 
+const PlanRow& CPlanCatalog::PlanAt(int32_t code, const Place& place) const {
+  return *LowerBound(ChildrenAt(place.parent, place.owner)->plans, code);
+}
+
 CPlanCatalog::Hit CPlanCatalog::HitOf(const PlanRow& row) const {
-  const auto parent = groups_.find(row.parent);
-  return {row, parent == groups_.end() ? std::string() : GroupAt(row.parent, parent->second.place).name};
+  Hit hit{row, {}};
+  if (const GroupNode* parent = FindIn(groups_, row.parent)) {
+    hit.parent_name = GroupAt(row.parent, parent->place).name;
+  }
+  return hit;
 }
 
 std::optional<GroupRow> CPlanCatalog::FindGroup(int32_t code, int32_t user) const {
   const std::shared_lock<CFairSharedMutex> lock(mutex_);
-  const auto found = groups_.find(code);
-  if (found == groups_.end() || !Sees(found->second.place, user)) {
+  const GroupNode* group = FindIn(groups_, code);
+  if (!group || !IsVisibleTo(group->place, user)) {
     return std::nullopt;
   }
-  return GroupAt(code, found->second.place);
+  return GroupAt(code, group->place);
 }
 
 std::optional<CPlanCatalog::Hit> CPlanCatalog::FindPlan(int32_t code, int32_t user) const {
   const std::shared_lock<CFairSharedMutex> lock(mutex_);
-  const auto found = plans_.find(code);
-  if (found == plans_.end() || !Sees(found->second, user)) {
+  const Place* place = FindIn(plans_, code);
+  if (!place || !IsVisibleTo(*place, user)) {
     return std::nullopt;
   }
-  return HitOf(*LowerBound(ChildrenAt(found->second.parent, found->second.owner)->plans, code));
+  return HitOf(PlanAt(code, *place));
 }
 
 std::pair<int32_t, int32_t> CPlanCatalog::FirstChildren(int32_t parent, int32_t user) const {
-  const auto first = [](const auto& rows) { return rows.empty() ? 0 : rows.front().code; };
   const std::shared_lock<CFairSharedMutex> lock(mutex_);
   const Children* children = VisibleChildren(parent, user);
-  return children == nullptr ? std::pair(0, 0) : std::pair(first(children->groups), first(children->plans));
+  if (children == nullptr) {
+    return {0, 0};
+  }
+  return {FirstCode(children->groups), FirstCode(children->plans)};
 }
 
 std::optional<int> CPlanCatalog::CountChildren(int32_t group) const {
   const std::shared_lock<CFairSharedMutex> lock(mutex_);
-  const auto found = groups_.find(group);
-  if (found == groups_.end()) {
+  const GroupNode* node = FindIn(groups_, group);
+  if (!node) {
     return std::nullopt;
   }
-  const Children& children = found->second.children;
-  return static_cast<int>(children.groups.size() + children.plans.size());
+  return static_cast<int>(node->children.groups.size() + node->children.plans.size());
 }
 
 std::vector<CPlanCatalog::Hit> CPlanCatalog::Search(const std::string& folded, int32_t family, int32_t user) const {
@@ -154,11 +180,11 @@ std::vector<CPlanCatalog::Hit> CPlanCatalog::Search(const std::string& folded, i
       }
     }
   };
-  for (const int32_t root : {kPublicRoot, kOwnRoot, kCommonRoot}) {
+  for (const int32_t root : {PublicRoot, OwnRoot, ReceivedRoot}) {
     search(*ChildrenAt(root, user));
   }
   for (const auto& [code, node] : groups_) {
-    if (node.place.family == family && Sees(node.place, user)) {
+    if (node.place.family == family && IsVisibleTo(node.place, user)) {
       search(node.children);
     }
   }
@@ -171,8 +197,7 @@ int32_t CPlanCatalog::FindByName(const std::string& name, int32_t user) const {
   const std::shared_lock<CFairSharedMutex> lock(mutex_);
   for (const auto& [code, place] : plans_) {
     const std::pair<int32_t, int32_t> candidate(place.family, code);
-    if (Sees(place, user) && (best.second == 0 || candidate < best) &&
-        LowerBound(ChildrenAt(place.parent, place.owner)->plans, code)->name == name) {
+    if (IsVisibleTo(place, user) && (best.second == 0 || candidate < best) && PlanAt(code, place).name == name) {
       best = candidate;
     }
   }
@@ -185,8 +210,11 @@ int32_t CPlanCatalog::AutomaticPlan(int32_t second_of_day, int32_t user) const {
   const std::shared_lock<CFairSharedMutex> lock(mutex_);
   for (const int32_t code : automatic_) {
     const Place& place = plans_.at(code);
-    const PlanRow& row = *LowerBound(ChildrenAt(place.parent, place.owner)->plans, code);
-    const int32_t wait = Sees(place, user) && HasSpan(row) ? WaitFor(row, second_of_day) : best_wait;
+    const PlanRow& row = PlanAt(code, place);
+    if (!IsVisibleTo(place, user) || !HasSpan(row)) {
+      continue;
+    }
+    const int32_t wait = WaitFor(row, second_of_day);
     if (wait < best_wait) {
       best = code;
       best_wait = wait;

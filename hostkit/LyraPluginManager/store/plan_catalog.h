@@ -79,8 +79,6 @@ class CPlanCatalog {
     Children children;
   };
 
-  static bool Sees(const Place& place, int32_t user) { return place.family != kOwn || place.owner == user; }
-
   template <class List, class Visit>
   bool VisitList(int32_t parent, int32_t user, List Children::*list, const Visit& visit) const {
     const std::shared_lock<CFairSharedMutex> lock(mutex_);
@@ -95,6 +93,7 @@ class CPlanCatalog {
   const Children* VisibleChildren(int32_t parent, int32_t user) const;
   const Children* ChildrenAt(int32_t parent, int32_t owner) const;
   Children* ChildrenAt(int32_t parent, int32_t owner);
+  const PlanRow& PlanAt(int32_t code, const Place& place) const;
   const GroupRow& GroupAt(int32_t code, const Place& place) const;
   Hit HitOf(const PlanRow& row) const;
   void PutGroups(const std::vector<GroupRow>& rows);

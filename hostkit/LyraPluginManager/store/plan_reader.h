@@ -1,12 +1,9 @@
 #pragma once
 
-#include <functional>
 #include <memory>
-#include <optional>
 
 #include "store/database_thread.h"
-#include "store/plan_repository.h"
-#include "store/sql_engine.h"
+#include "store/reader_connection.h"
 
 namespace TarnHost::Store {
 
@@ -14,18 +11,15 @@ namespace TarnHost::Store {
 /// Throws CStoreError. Thread: any; the connection lives on a thread of its own and is made again after it was lost.
 class CPlanReader {
  public:
-  using Opener = std::function<std::unique_ptr<CSqlEngine>(std::shared_ptr<CConnectionWatch>)>;
+  CPlanReader(CReaderConnection::Opener open, std::shared_ptr<CAnswering> answering);
 
-  CPlanReader(Opener open, std::shared_ptr<CAnswering> answering);
-
-  std::optional<StoredPlan> WholePlan(int32_t code);
-  std::pair<int32_t, int32_t> DefaultView(int32_t user);
-  CameraList Cameras();
-  std::optional<std::list<ptz_plugin_protocol::PresetInfo>> Presets(int32_t camera);
-  std::optional<std::list<int32_t>> StreamTypes(int32_t camera);
-  std::vector<std::string> FavoriteCameras(int32_t user);
-  /// Closes the connection some time soon; the next read makes another. For a store in a
-  /// file, whose log stays as long as anybody has it open.
+  /// Answers work(repository), which refers to nothing of the caller's.
+  template <class Work>
+  auto Read(Work work) {
+    return thread_.Call([connection = connection_, work] { return connection->Read(work); });
+  }
+  /// Closes the connection some time soon; the next read makes another. For a store in a file, whose log stays as long
+  /// as anybody has it open.
   void Release();
 
   /// Later reads fail. Then, on Thread(), as CDatabaseThread has it.
@@ -35,13 +29,8 @@ class CPlanReader {
   CDatabaseThread& Thread() { return thread_; }
 
  private:
-  struct Connection;
-
-  template <class Work>
-  auto Read(Work work);
-
   const std::shared_ptr<CConnectionWatch> watch_;
-  const std::shared_ptr<Connection> connection_;
+  const std::shared_ptr<CReaderConnection> connection_;
   CDatabaseThread thread_;
 };
 

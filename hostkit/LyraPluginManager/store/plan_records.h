@@ -3,25 +3,25 @@
 #include <cstdint>
 #include <string>
 
+#include "plan_rules/families.h"
+
 namespace TarnHost::Store {
 
-enum Family : int32_t { kPublic = 0, kOwn = 1, kCommon = 2 };
-
-/// Parents of what stands directly under a root.
-enum RootCode : int32_t { kPublicRoot = -1, kOwnRoot = -2, kCommonRoot = -4 };
-
-inline bool IsRootCode(int32_t code) {
-  return code == kPublicRoot || code == kOwnRoot || code == kCommonRoot;
-}
-inline int32_t FamilyOfRoot(int32_t root) {
-  return root == kPublicRoot ? kPublic : root == kOwnRoot ? kOwn : kCommon;
-}
+using view_plugin_protocol::FamilyOfRoot;
+using view_plugin_protocol::IsRootCode;
+using view_plugin_protocol::IsVisibleTo;
+using view_plugin_protocol::OwnFamily;
+using view_plugin_protocol::OwnRoot;
+using view_plugin_protocol::PublicFamily;
+using view_plugin_protocol::PublicRoot;
+using view_plugin_protocol::ReceivedFamily;
+using view_plugin_protocol::ReceivedRoot;
 
 /// A group as the tree shows it.
 struct GroupRow {
   int32_t code = 0;
-  int32_t parent = kPublicRoot;
-  int32_t family = kPublic;
+  int32_t parent = PublicRoot;
+  int32_t family = PublicFamily;
   int32_t owner = 0;  // user of an own group; 0 otherwise
   std::string name;
 };
@@ -29,8 +29,8 @@ struct GroupRow {
 /// A plan as the tree, the search and the automatic start need it.
 struct PlanRow {
   int32_t code = 0;
-  int32_t parent = kPublicRoot;
-  int32_t family = kPublic;
+  int32_t parent = PublicRoot;
+  int32_t family = PublicFamily;
   int32_t owner = 0;
   std::string name, folded_name;  // folded for searching
   int32_t split_type = 1, page_count = 1;

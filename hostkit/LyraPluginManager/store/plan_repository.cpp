@@ -106,7 +106,7 @@ std::optional<GroupRow> CPlanRepository::OwnTopGroup(int32_t owner, const QStrin
       QStringLiteral("SELECT %1 FROM plan_group WHERE parent_code = ? AND owner_id = ? AND name = ? ORDER BY code"
                      " LIMIT 1")
           .arg(kGroupColumns),
-      {int32_t{kOwnRoot}, owner, name}, [&](const QSqlQuery& query) { row = GroupFrom(query); });
+      {int32_t{OwnRoot}, owner, name}, [&](const QSqlQuery& query) { row = GroupFrom(query); });
   return row;
 }
 

@@ -48,18 +48,22 @@ class CPlanRepository {
  public:
   explicit CPlanRepository(CSqlEngine& engine) : engine_(engine) {}
 
+  /// All rows of all users, in the order of their codes.
   std::vector<GroupRow> AllGroups();
   std::vector<PlanRow> AllPlans();
+  /// The row of the group or plan with this code, visible or not; none when it is not there.
   std::optional<GroupRow> Group(int32_t code);
   /// The group with this name directly under a user's own root.
   std::optional<GroupRow> OwnTopGroup(int32_t owner, const QString& name);
   std::optional<PlanRow> Plan(int32_t code);
+  /// The same with all that is stored of it; look at `damage` first.
   std::optional<StoredPlan> WholePlan(int32_t code);
   /// Calls visit(plan, what its checksum says of it) with each plan, in the order of the codes.
   void ForEachPlan(const std::function<void(const StoredPlan&, Vouched)>& visit);
   /// Code and type of the user's default view; zeros when there is none.
   std::pair<int32_t, int32_t> DefaultView(int32_t user);
   bool HasChildren(int32_t group);
+  /// Groups and plans directly in it, of all users.
   int CountChildren(int32_t group);
   /// Rows from the group up to the root, both counted; a root has 1. Counts no further than the tree shows.
   int LevelOf(int32_t group);
@@ -85,7 +89,9 @@ class CPlanRepository {
   /// False when a camera that does not exist was to become a favourite.
   bool SetFavoriteCamera(int32_t user, int32_t camera, bool favorite);
 
+  /// The number of the last change written; 0 when there was none.
   int64_t NewestChange();
+  /// In their order; entries that were forgotten by now are missing.
   std::vector<ChangeEntry> ChangesAfter(int64_t seq);
   /// Who wrote the change with this number; none when it is not there, or not any more.
   std::optional<std::string> OriginOf(int64_t seq);

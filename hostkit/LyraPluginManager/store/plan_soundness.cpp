@@ -3,23 +3,21 @@
 #include <QCryptographicHash>
 #include <QStringList>
 
+#include "plan_rules/splits.h"
 #include "store/page_codec.h"
 
 namespace TarnHost::Store {
 namespace {
 
+using view_plugin_protocol::IsKnownSplit;
+using view_plugin_protocol::kMostWindowsOfPage;
 using view_plugin_protocol::PlanPage;
 using view_plugin_protocol::PlanWindow;
 
-constexpr int32_t kMostWindows = 16;
 constexpr int kHashCharacters = 16;
 
-bool IsSplit(int32_t split) {
-  return split == 1 || split == 2 || split == 4 || split == 8;
-}
-
 CStoreText FaultIn(const PlanWindow& window) {
-  if (window.window_no < 0 || window.window_no > kMostWindows) {
+  if (window.window_no < 0 || window.window_no > kMostWindowsOfPage) {
     return {QT_TRANSLATE_NOOP("TarnHost::Store", "a page has a window number %1"), {QString::number(window.window_no)}};
   }
   if (window.content_kind < 0 || window.stream_type < 0 || window.preset_no < 0) {
@@ -32,7 +30,7 @@ CStoreText FaultIn(const PlanPage& page) {
   if (page.page_no < 0) {
     return {QT_TRANSLATE_NOOP("TarnHost::Store", "a page has the number %1"), {QString::number(page.page_no)}};
   }
-  if (!IsSplit(page.split_type)) {
+  if (!IsKnownSplit(page.split_type)) {
     return {QT_TRANSLATE_NOOP("TarnHost::Store", "a page has an unknown split %1"), {QString::number(page.split_type)}};
   }
   for (const PlanWindow& window : page.windows) {
@@ -121,13 +119,14 @@ Vouched CheckedBy(const QString& checksum, const StoredPlan& plan, const QString
   if (checksum.isEmpty() || stored.first() != QString::number(plan.revision)) {
     return Vouched::kUnknown;
   }
-  return stored.value(1) == expected.section(':', 1, 1) ? Vouched::kRestChanged : Vouched::kNo;
+  const bool plays_as_saved = stored.value(1) == expected.section(':', 1, 1);
+  return plays_as_saved ? Vouched::kRestChanged : Vouched::kNo;
 }
 
 void TakePages(StoredPlan* plan, const QString& pages_text, const QString& checksum) {
   plan->has_checksum = !checksum.isEmpty();
-  auto pages = PagesFromText(pages_text);
-  plan->pages = pages ? std::move(*pages) : std::list<PlanPage>();
+  const auto pages = PagesFromText(pages_text);
+  plan->pages = pages.value_or(std::list<PlanPage>());
   const CStoreText fault = FaultIn(*plan, pages_text, checksum, pages.has_value());
   if (!fault.IsEmpty()) {
     plan->damage = {QT_TRANSLATE_NOOP("TarnHost::Store", "The plan \"%1\" (%2) is damaged: %3."),

@@ -36,10 +36,8 @@ PlanStoreOptions Completed(PlanStoreOptions options) {
 std::shared_ptr<CPlanStore> CPlanStore::Open(const PlanStoreOptions& options, QString* error) {
   try {
     CheckOverrides(options.switch_overrides);
-    const auto services = std::make_shared<Store::CStoreServices>(Completed(options));
-    // Its threads hold the services, too, so their end cannot wait for a destructor.
-    const std::shared_ptr<CPlanStore> store(services.get(), [services](CPlanStore*) { services->Close(); });
-    services->Start();
+    const auto store = std::make_shared<Store::CStoreServices>(Completed(options));
+    store->Start();
     return store;
   } catch (const Store::CStoreError& failure) {
     marlog::Write("LyraClientError", marlog::Error, "[%s(%d)] [0x%08x] - %s", "TarnHost::CPlanStore::Open", __LINE__,

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "plan_rules/plan_limits.h"
 #include "store/plan_soundness.h"
 #include "store/store_texts.h"
 #include "store/text_rules.h"
@@ -13,26 +14,28 @@
 namespace TarnHost::Store {
 namespace {
 
-constexpr int kDeepestLevel = 6;  // the root row is level 1
+using view_plugin_protocol::AddRight;
+using view_plugin_protocol::DeleteRight;
+using view_plugin_protocol::EditRight;
+using view_plugin_protocol::kDeepestLevel;
+using view_plugin_protocol::Right;
+
 constexpr int kNoDefaultView = -3;
 const char kNoDefaultViewText[] = "-3";
 const char kSharedGroupName[] = "Shared";
 const char kDateTimeFormat[] = "yyyy-MM-dd HH:mm:ss";
 
-bool Sees(int32_t family, int32_t owner, int32_t user) {
-  return family != kOwn || owner == user;
-}
-
 // Of public plans and groups: what stands among a user's own takes no right.
-const char* RefusalWithout(int right) {
+const char* RefusalWithout(Right right) {
   switch (right) {
-    case 5:
+    case AddRight:
       return QT_TRANSLATE_NOOP("TarnHost::Store", "You have no right to add public plans and groups.");
-    case 6:
+    case EditRight:
       return QT_TRANSLATE_NOOP("TarnHost::Store", "You have no right to change public plans and groups.");
-    default:
-      return QT_TRANSLATE_NOOP("TarnHost::Store", "You have no right to delete public plans and groups.");
+    case DeleteRight:
+      break;
   }
+  return QT_TRANSLATE_NOOP("TarnHost::Store", "You have no right to delete public plans and groups.");
 }
 
 }  // namespace
@@ -53,15 +56,18 @@ const CSiteDirectory::User& CPlanWriter::User(int32_t id) const {
 }
 
 void CPlanWriter::RequireRight(int32_t family, Right right, int32_t user) const {
-  if (User(user).rights.count(right) == 0 && family != kOwn) {
+  if (User(user).rights.count(right) == 0 && family != OwnFamily) {
     throw CStoreError(CStoreError::kNotPermitted, RefusalWithout(right));
   }
 }
 
 CPlanWriter::Parent CPlanWriter::ParentOf(const std::string& index_code, int32_t user) {
   const int32_t code = ParseCode(index_code);
+  if (code == OwnRoot) {
+    return {code, OwnFamily, User(user).id};
+  }
   if (IsRootCode(code)) {
-    return {code, FamilyOfRoot(code), code == kOwnRoot ? User(user).id : 0};
+    return {code, FamilyOfRoot(code), 0};
   }
   const GroupRow group = GroupOf(index_code, user);
   return {group.code, group.family, group.owner};
@@ -69,7 +75,7 @@ CPlanWriter::Parent CPlanWriter::ParentOf(const std::string& index_code, int32_t
 
 GroupRow CPlanWriter::GroupOf(const std::string& index_code, int32_t user) {
   const auto group = repository_.Group(ParseCode(index_code));
-  if (!group || !Sees(group->family, group->owner, user)) {
+  if (!group || !IsVisibleTo(*group, user)) {
     throw CStoreError(CStoreError::kGone, kGroupGone);
   }
   return *group;
@@ -77,7 +83,7 @@ GroupRow CPlanWriter::GroupOf(const std::string& index_code, int32_t user) {
 
 StoredPlan CPlanWriter::PlanOf(const std::string& index_code, int32_t user) {
   auto plan = repository_.WholePlan(ParseCode(index_code));
-  if (!plan || !Sees(plan->row.family, plan->row.owner, user)) {
+  if (!plan || !IsVisibleTo(plan->row, user)) {
     throw CStoreError(CStoreError::kGone, kPlanGone);
   }
   if (!plan->damage.IsEmpty()) {
@@ -88,7 +94,7 @@ StoredPlan CPlanWriter::PlanOf(const std::string& index_code, int32_t user) {
 
 PlanRow CPlanWriter::PlanRowOf(const std::string& index_code, int32_t user) {
   const auto row = repository_.Plan(ParseCode(index_code));
-  if (!row || !Sees(row->family, row->owner, user)) {
+  if (!row || !IsVisibleTo(*row, user)) {
     throw CStoreError(CStoreError::kGone, kPlanGone);
   }
   return *row;
@@ -98,7 +104,7 @@ int32_t CPlanWriter::AddGroup(const view_plugin_protocol::AddPlanGroupRequest& r
   return session_.Write([&] {
     const QString name = CheckedName(request.name);
     const Parent parent = ParentOf(request.parent_index_code, user);
-    RequireRight(parent.family, kAdd, user);
+    RequireRight(parent.family, AddRight, user);
     if (repository_.LevelOf(parent.code) >= kDeepestLevel) {
       throw CStoreError(CStoreError::kRefused,
                         {QT_TRANSLATE_NOOP("TarnHost::Store", "Groups can be nested %1 levels deep at most."),
@@ -114,7 +120,7 @@ void CPlanWriter::RenameGroup(const view_plugin_protocol::UpdatePlanGroupRequest
   session_.Write([&] {
     const QString name = CheckedName(request.name);
     const GroupRow group = GroupOf(request.index_code, user);
-    RequireRight(group.family, kEdit, user);
+    RequireRight(group.family, EditRight, user);
     if (group.name != request.name) {
       session_.SaveName(group, name.toStdString());
     }
@@ -125,7 +131,7 @@ void CPlanWriter::RenameGroup(const view_plugin_protocol::UpdatePlanGroupRequest
 void CPlanWriter::DeleteGroup(const std::string& index_code, int32_t user) {
   session_.Write([&] {
     const GroupRow group = GroupOf(index_code, user);
-    RequireRight(group.family, kDelete, user);
+    RequireRight(group.family, DeleteRight, user);
     if (!site_.Config().delete_with_children && repository_.HasChildren(group.code)) {
       throw CStoreError(CStoreError::kRefused,
                         QT_TRANSLATE_NOOP("TarnHost::Store", "The group is not empty. Delete what is in it first."));
@@ -140,8 +146,9 @@ void CPlanWriter::TakeRequest(StoredPlan* plan, const view_plugin_protocol::AddP
   plan->name = CheckedName(request.plan_name);
   plan->row.auto_run = request.auto_play;
   // Times that are not used are kept for the next time the plan is made automatic, if they are times.
-  plan->begin_time = request.auto_play ? CheckedTime(request.begin_time) : TimeOrNothing(request.begin_time);
-  plan->end_time = request.auto_play ? CheckedTime(request.end_time) : TimeOrNothing(request.end_time);
+  const auto time = request.auto_play ? CheckedTime : TimeOrNothing;
+  plan->begin_time = time(request.begin_time);
+  plan->end_time = time(request.end_time);
   plan->pages = request.pages;
   const CStoreText fault = FaultOf(plan->pages);
   if (!fault.IsEmpty()) {
@@ -167,7 +174,7 @@ int32_t CPlanWriter::AddPlan(const view_plugin_protocol::AddPlanRequest& request
     StoredPlan plan;
     TakeRequest(&plan, request, thumbnail);
     const Parent parent = ParentOf(request.parent_index_code, user);
-    RequireRight(parent.family, kAdd, user);
+    RequireRight(parent.family, AddRight, user);
     plan.row.parent = parent.code;
     plan.row.family = parent.family;
     plan.row.owner = parent.owner;
@@ -182,7 +189,7 @@ void CPlanWriter::UpdatePlan(const view_plugin_protocol::UpdatePlanRequest& requ
   const QByteArray thumbnail = BoundedThumbnail(request.thumbnail);
   session_.Write([&] {
     StoredPlan plan = PlanOf(request.plan_index_code, user);
-    RequireRight(plan.row.family, kEdit, user);
+    RequireRight(plan.row.family, EditRight, user);
     CheckRevision(plan, request.revision);
     TakeRequest(&plan, request, thumbnail);
     MovePlan(&plan, request.parent_index_code, user);
@@ -214,8 +221,8 @@ void CPlanWriter::MovePlan(StoredPlan* plan, const std::string& parent_code, int
       throw CStoreError(CStoreError::kRefused,
                         QT_TRANSLATE_NOOP("TarnHost::Store", "A plan cannot be moved between public and own plans."));
     }
-    RequireRight(plan->row.family, kDelete, user);
-    RequireRight(parent.family, kAdd, user);
+    RequireRight(plan->row.family, DeleteRight, user);
+    RequireRight(parent.family, AddRight, user);
   }
   plan->row.parent = parent.code;
   plan->row.family = parent.family;
@@ -225,7 +232,7 @@ void CPlanWriter::MovePlan(StoredPlan* plan, const std::string& parent_code, int
 void CPlanWriter::DeletePlan(const std::string& index_code, int32_t user) {
   session_.Write([&] {
     const PlanRow plan = PlanRowOf(index_code, user);
-    RequireRight(plan.family, kDelete, user);
+    RequireRight(plan.family, DeleteRight, user);
     session_.RemovePlan(plan.code);
     return true;
   });
@@ -259,23 +266,23 @@ int32_t CPlanWriter::SharedGroupOf(int32_t user) {
   if (const auto group = repository_.OwnTopGroup(user, kSharedGroupName)) {
     return group->code;
   }
-  const GroupRow group{repository_.NewCode(), kOwnRoot, kOwn, user, kSharedGroupName};
+  const GroupRow group{repository_.NewCode(), OwnRoot, OwnFamily, user, kSharedGroupName};
   session_.SaveNew(group);
   return group.code;
 }
 
-// What is shared comes into trees that are not the sharer's, also of his own plans: so it takes the right to add.
+// What is shared comes into trees that are not the sharer's, also when it is an own plan: so it takes the right to add.
 // A copy does not start by itself: what runs on the recipient's screen is the recipient's to decide.
 void CPlanWriter::Share(const view_plugin_protocol::ViewShareResquestInfo& request, int32_t user) {
   session_.Write([&] {
-    if (User(user).rights.count(kAdd) == 0) {
+    if (User(user).rights.count(AddRight) == 0) {
       throw CStoreError(CStoreError::kNotPermitted,
                         QT_TRANSLATE_NOOP("TarnHost::Store", "You have no right to share plans."));
     }
     const std::vector<int32_t> recipients = Recipients(request.user_ids, User(user).id);
     StoredPlan copy = PlanOf(request.plan_index_code, user);
     copy.row.auto_run = false;
-    copy.row.family = kOwn;
+    copy.row.family = OwnFamily;
     MarkMade(&copy, user);
     for (const int32_t recipient : recipients) {
       copy.row.owner = recipient;
@@ -289,11 +296,7 @@ void CPlanWriter::Share(const view_plugin_protocol::ViewShareResquestInfo& reque
 
 void CPlanWriter::SetDefaultView(const view_plugin_protocol::ClienDefaultViewConfigRequest& request, int32_t user) {
   session_.Write([&] {
-    int32_t code = kNoDefaultView;
-    if (request.index_code != kNoDefaultViewText) {
-      code = request.type == ResourceData::RT_VIEW_GROUP ? GroupOf(request.index_code, user).code
-                                                         : PlanRowOf(request.index_code, user).code;
-    }
+    const int32_t code = DefaultViewOf(request, user);
     session_.Engine().Execute("DELETE FROM default_view WHERE user_id = ?", {User(user).id});
     if (code != kNoDefaultView) {
       session_.Engine().Execute("INSERT INTO default_view (user_id, code, type) VALUES (?, ?, ?)",
@@ -301,6 +304,16 @@ void CPlanWriter::SetDefaultView(const view_plugin_protocol::ClienDefaultViewCon
     }
     return true;
   });
+}
+
+int32_t CPlanWriter::DefaultViewOf(const view_plugin_protocol::ClienDefaultViewConfigRequest& request, int32_t user) {
+  if (request.index_code == kNoDefaultViewText) {
+    return kNoDefaultView;
+  }
+  if (request.type == ResourceData::RT_VIEW_GROUP) {
+    return GroupOf(request.index_code, user).code;
+  }
+  return PlanRowOf(request.index_code, user).code;
 }
 
 void CPlanWriter::SetFavoriteCamera(const std::string& index_code, bool favorite, int32_t user) {

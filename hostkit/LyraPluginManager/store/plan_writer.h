@@ -3,36 +3,42 @@
 #include <QDateTime>
 #include <functional>
 
+#include "plan_rules/rights.h"
 #include "store/site_directory.h"
 #include "store/store_session.h"
 
 namespace TarnHost::Store {
 
 /// The calls that change the store, with the rules they obey. Every refusal is a CStoreError with a text for the user
-/// and leaves nothing behind. Thread: the database thread.
+/// and leaves nothing behind. `user` is the one on whose behalf it is done: what that user does not see is gone.
+/// Thread: the database thread.
 class CPlanWriter {
  public:
   CPlanWriter(CStoreSession& session, const CSiteDirectory& site, std::function<QDateTime()> now);
 
+  /// Answers the new code, as does AddPlan().
   int32_t AddGroup(const view_plugin_protocol::AddPlanGroupRequest& request, int32_t user);
   void RenameGroup(const view_plugin_protocol::UpdatePlanGroupRequest& request, int32_t user);
   void DeleteGroup(const std::string& index_code, int32_t user);
   int32_t AddPlan(const view_plugin_protocol::AddPlanRequest& request, int32_t user);
+  /// Stores all that the request says; an empty group leaves the plan where it is, an empty thumbnail keeps the old
+  /// one.
   void UpdatePlan(const view_plugin_protocol::UpdatePlanRequest& request, int32_t user);
   void DeletePlan(const std::string& index_code, int32_t user);
+  /// Gives each of the named users a copy.
   void Share(const view_plugin_protocol::ViewShareResquestInfo& request, int32_t user);
   void SetDefaultView(const view_plugin_protocol::ClienDefaultViewConfigRequest& request, int32_t user);
   void SetFavoriteCamera(const std::string& index_code, bool favorite, int32_t user);
+  /// Notes that a plan was played; no one is notified.
   void LogPlay(const view_plugin_protocol::AddPlanLogRequestParam& request, int32_t user);
 
  private:
-  enum Right { kAdd = 5, kEdit = 6, kDelete = 7 };
   struct Parent {
     int32_t code, family, owner;
   };
 
   const CSiteDirectory::User& User(int32_t id) const;
-  void RequireRight(int32_t family, Right right, int32_t user) const;
+  void RequireRight(int32_t family, view_plugin_protocol::Right right, int32_t user) const;
   Parent ParentOf(const std::string& index_code, int32_t user);
   GroupRow GroupOf(const std::string& index_code, int32_t user);
   StoredPlan PlanOf(const std::string& index_code, int32_t user);  // refuses a damaged one
@@ -42,6 +48,7 @@ class CPlanWriter {
   void MovePlan(StoredPlan* plan, const std::string& parent_code, int32_t user);
   void CheckRevision(const StoredPlan& plan, int64_t revision) const;
   std::vector<int32_t> Recipients(const std::string& user_ids, int32_t sharer) const;
+  int32_t DefaultViewOf(const view_plugin_protocol::ClienDefaultViewConfigRequest& request, int32_t user);
   int32_t SharedGroupOf(int32_t user);
   void MarkMade(StoredPlan* plan, int32_t user) const;
   QString Now() const;

@@ -26,6 +26,7 @@ class CSiteDirectory {
   const std::string& StationId() const { return station_id_; }
   const std::string& RootName() const { return root_name_; }
   const std::vector<User>& Users() const { return users_; }
+  /// Null for an unknown one.
   const User* FindUser(int32_t id) const;
   const User* FindUser(const std::string& name) const;
   /// The configuration record, with the overrides of this process.

@@ -2,6 +2,7 @@
 
 #include <QLocale>
 #include <QUuid>
+#include <algorithm>
 
 #include "store/feature_switches.h"
 #include "store/text_rules.h"
@@ -22,12 +23,8 @@ const typename List::value_type& At(const List& list, int place) {
   return list[static_cast<size_t>(place)];
 }
 
-int32_t RootOf(int32_t family) {
-  return family == kPublic ? kPublicRoot : family == kOwn ? kOwnRoot : kCommonRoot;
-}
-
 int32_t OwnerId(const PlanSite& site, int32_t family, int owner) {
-  if (family != kOwn) {
+  if (family != OwnFamily) {
     return 0;
   }
   At(site.users, owner);
@@ -124,7 +121,8 @@ GroupRow CSiteImporter::GroupAt(size_t place, int32_t first_code) const {
   const PlanSite::Group& group = site_.groups[place];
   const int32_t code = first_code + static_cast<int32_t>(place);
   if (group.parent < 0) {
-    return {code, RootOf(group.family), group.family, OwnerId(site_, group.family, group.owner), group.name};
+    return {code, view_plugin_protocol::RootOf(group.family), group.family, OwnerId(site_, group.family, group.owner),
+            group.name};
   }
   const GroupRow& parent = At(groups_, group.parent);  // those before it: a parent comes first
   return {code, parent.code, parent.family, parent.owner, group.name};
@@ -142,7 +140,7 @@ void CSiteImporter::ImportPlans(int32_t first_code) {
 StoredPlan CSiteImporter::Content(const PlanSite::Plan& plan) const {
   StoredPlan stored;
   if (plan.group < 0) {
-    stored.row.parent = RootOf(plan.family);
+    stored.row.parent = view_plugin_protocol::RootOf(plan.family);
     stored.row.family = plan.family;
     stored.row.owner = OwnerId(site_, plan.family, plan.owner);
   } else {
@@ -167,8 +165,10 @@ QString CSiteImporter::CreatorOf(const PlanSite::Plan& plan) const {
   if (!plan.creator.empty()) {
     return ToQt(plan.creator);
   }
-  const int user = plan.owner < 0 ? 0 : plan.owner;
-  return site_.users.empty() ? QString() : ToQt(At(site_.users, user).name);
+  if (site_.users.empty()) {
+    return QString();
+  }
+  return ToQt(At(site_.users, std::max(plan.owner, 0)).name);
 }
 
 std::list<view_plugin_protocol::PlanPage> CSiteImporter::Pages(const PlanSite::Plan& plan) const {

@@ -13,6 +13,7 @@ class CSiteImporter {
  public:
   CSiteImporter(CSqlEngine& engine, const PlanSite& site, const QDateTime& now);
 
+  /// Once.
   void Run();
 
  private:

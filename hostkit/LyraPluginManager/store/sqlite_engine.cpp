@@ -24,10 +24,25 @@ enum ResultCode {
   kNotADatabase = 26
 };
 
+constexpr int kPrimaryCode = 0xff;  // of an extended one
 constexpr qint64 kHeaderSize = 100;
 const char kMemory[] = ":memory:";
 
 }  // namespace
+
+const char* CSqliteEngine::ModeOf(Access access) {
+  switch (access) {
+    case Access::kMake:
+      return "?mode=rwc";
+    case Access::kChange:
+      break;
+    case Access::kRead:
+      return "?mode=ro";
+    case Access::kFrozen:
+      return "?mode=ro&immutable=1";
+  }
+  return "?mode=rw";
+}
 
 CSqliteEngine::CSqliteEngine(const QString& file, Mode mode, const QString& place)
     : CSqlEngine(QStringLiteral("QSQLITE"), place.isEmpty() ? file : place), file_(file), mode_(mode) {}
@@ -42,24 +57,10 @@ void CSqliteEngine::Configure(QSqlDatabase* database) const {
     return;
   }
   const QString path = QDir::cleanPath(QFileInfo(file_).absoluteFilePath());
-  const char* query = "?mode=rw";
-  switch (access_) {
-    case Access::kMake:
-      query = "?mode=rwc";
-      break;
-    case Access::kChange:
-      break;
-    case Access::kRead:
-      query = "?mode=ro";
-      break;
-    case Access::kFrozen:
-      query = "?mode=ro&immutable=1";
-      break;
-  }
   database->setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI"));
   // The very bytes by which the system knows the file, in any locale.
   const QByteArray name = QFile::encodeName(path).toPercentEncoding("/");
-  database->setDatabaseName("file:" + QString::fromLatin1(name) + query);
+  database->setDatabaseName("file:" + QString::fromLatin1(name) + ModeOf(access_));
 }
 
 void CSqliteEngine::Open() {
@@ -85,18 +86,32 @@ void CSqliteEngine::OpenExisting() {
   if (now.file.size == 0) {
     Lose(kStoreFileEmpty);
   }
-  seen_ = session_ ? seen_ : now;
-  refusal_ = {};
-  if (!IsWritableFile(file_)) {
-    refusal_ = {kReadOnlyStore, {place_}};
-  } else if (!IsInWritableFolder(file_)) {
-    refusal_ = {QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 is in a read-only folder."), {place_}};
+  if (!session_) {
+    seen_ = now;
   }
   const bool frozen = now.log.size == 0;  // else the log has a part of the content
-  if (!refusal_.IsEmpty()) {
-    OpenAs(frozen && !IsInWritableFolder(file_) ? Access::kFrozen : Access::kRead);
-    return;
+  refusal_ = RefusalByPermissions();
+  if (refusal_.IsEmpty()) {
+    OpenForChanges(frozen);
+  } else if (frozen && !IsInWritableFolder(file_)) {
+    OpenAs(Access::kFrozen);
+  } else {
+    OpenAs(Access::kRead);
   }
+}
+
+CStoreText CSqliteEngine::RefusalByPermissions() const {
+  if (!IsWritableFile(file_)) {
+    return {kReadOnlyStore, {place_}};
+  }
+  if (!IsInWritableFolder(file_)) {
+    return {QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 is in a read-only folder."), {place_}};
+  }
+  return {};
+}
+
+// Where there is no room for a log the store is opened for reading, if its file has all of the content.
+void CSqliteEngine::OpenForChanges(bool frozen) {
   try {
     OpenAs(Access::kChange);
   } catch (const CStoreError& error) {
@@ -200,17 +215,7 @@ void CSqliteEngine::RequireHeader() {
   if (entry.size == 0) {
     refuse(kStoreFileEmpty);
   }
-  access_ = Access::kFrozen;
-  OpenDatabase();
-  qint64 id = 0;
-  int code = 0;
-  {
-    QSqlQuery query(database_);
-    const bool read = query.exec(QStringLiteral("PRAGMA application_id")) && query.next();
-    id = read ? query.value(0).toLongLong() : 0;
-    code = read ? 0 : query.lastError().nativeErrorCode().toInt() & 0xff;
-  }
-  Close();
+  const auto [code, id] = ReadApplicationId();
   if (code == kNotADatabase) {
     refuse(kNotAPlanStore);
   }
@@ -220,6 +225,23 @@ void CSqliteEngine::RequireHeader() {
   if (code == 0 && id != kApplicationId) {
     refuse(kNotAPlanStore);
   }
+}
+
+// The result code of the attempt, 0 when it succeeded, and the number.
+std::pair<int, qint64> CSqliteEngine::ReadApplicationId() {
+  access_ = Access::kFrozen;
+  OpenDatabase();
+  std::pair<int, qint64> found(0, 0);
+  {
+    QSqlQuery query(database_);
+    if (query.exec(QStringLiteral("PRAGMA application_id")) && query.next()) {
+      found.second = query.value(0).toLongLong();
+    } else {
+      found.first = query.lastError().nativeErrorCode().toInt() & kPrimaryCode;
+    }
+  }
+  Close();
+  return found;
 }
 
 void CSqliteEngine::RequireSound() {
@@ -282,9 +304,10 @@ void CSqliteEngine::SetPatience(int milliseconds) {
 
 // What stood in the way when the file was opened may be over by now.
 CStoreText CSqliteEngine::WriteRefusal() const {
-  const bool may_write =
-      !CanWrite() && IsWritableFile(file_) && IsInWritableFolder(file_) && QStorageInfo(file_).bytesAvailable() > 0;
-  return may_write ? CStoreText() : refusal_;
+  if (!CanWrite() && RefusalByPermissions().IsEmpty() && QStorageInfo(file_).bytesAvailable() > 0) {
+    return {};
+  }
+  return refusal_;
 }
 
 // A transaction that reads first and then writes would fail at once when another process wrote in between.
@@ -315,7 +338,8 @@ QStringList CSqliteEngine::Integrity() {
   QStringList lines;
   ForEach(QStringLiteral("PRAGMA integrity_check"), {},
           [&lines](const QSqlQuery& query) { lines.append(query.value(0).toString()); });
-  return lines == QStringList{QStringLiteral("ok")} ? QStringList() : lines;
+  lines.removeOne(QStringLiteral("ok"));
+  return lines;
 }
 
 bool CSqliteEngine::MayHaveChanged() {
@@ -327,7 +351,7 @@ bool CSqliteEngine::MayHaveChanged() {
 }
 
 CStoreError::Kind CSqliteEngine::KindOf(const QSqlError& error) const {
-  switch (error.nativeErrorCode().toInt() & 0xff) {
+  switch (error.nativeErrorCode().toInt() & kPrimaryCode) {
     case kBusy:
     case kLocked:
       return CStoreError::kBusy;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <utility>
 
 #include "store/shared_file_state.h"
 #include "store/sql_engine.h"
@@ -53,7 +54,11 @@ class CSqliteEngine : public CSqlEngine {
  private:
   enum class Access { kMake, kChange, kRead, kFrozen };
 
+  static const char* ModeOf(Access access);
   void OpenExisting();
+  CStoreText RefusalByPermissions() const;
+  void OpenForChanges(bool frozen);
+  std::pair<int, qint64> ReadApplicationId();
   void OpenAs(Access access);
   void OpenAgain();
   void NoteFailure(const SqliteFileState& now, bool damaged);

@@ -16,7 +16,8 @@ std::unique_ptr<CSqlEngine> OpenStoreFile(const QString& file, const NewStore& f
 /// Opens an existing store file for looking at it: nothing is made, brought along or refused for its content.
 std::unique_ptr<CSqlEngine> OpenStoreFileAsItIs(const QString& file);
 
-/// Writes one state of the store, which may be in use, into the new file `copy`, which gets its name when it is whole.
+/// Writes one state of the store, whatever other programs use it, into the new file `copy`, which gets its name when it
+/// is whole.
 void BackUpStoreFile(const QString& file, const QString& copy);
 
 }  // namespace TarnHost::Store

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "ResourceData/resource_type.h"
+#include "plan_rules/plan_limits.h"
+#include "plan_rules/rights.h"
 #include "store/migrations.h"
 #include "store/plan_soundness.h"
 #include "store/text_rules.h"
@@ -10,8 +12,8 @@
 namespace TarnHost::Store {
 namespace {
 
-constexpr int kLongestName = 256;
-constexpr int kDeepestLevel = 6;  // the root row is level 1
+using view_plugin_protocol::kDeepestLevel;
+using view_plugin_protocol::kLongestName;
 
 QString Named(const char* kind, const QString& name, int32_t code) {
   return QStringLiteral("%1 \"%2\" (%3)").arg(QLatin1String(kind), name).arg(code);
@@ -41,12 +43,16 @@ QStringList CStoreChecker::Run() {
 }
 
 QString CStoreChecker::Summary() const {
+  QString verdict = QStringLiteral("sound");
+  if (!findings_.isEmpty()) {
+    verdict = QStringLiteral("findings: %1").arg(findings_.size());
+  }
   return QStringLiteral("%1: %2 groups, %3 plans, %4 users; %5")
       .arg(engine_.Place())
       .arg(groups_.size())
       .arg(plan_codes_.size())
       .arg(users_.size())
-      .arg(findings_.isEmpty() ? QStringLiteral("sound") : QStringLiteral("findings: %1").arg(findings_.size()));
+      .arg(verdict);
 }
 
 void CStoreChecker::Try(const char* what, const std::function<void()>& part) {
@@ -118,19 +124,30 @@ void CStoreChecker::CheckPlace(const QString& what, const Row& row) {
   if (row.code <= 0) {
     Note(QStringLiteral("%1 has no possible code.").arg(what));
   }
-  if (row.family < kPublic || row.family > kCommon) {
+  if (!view_plugin_protocol::IsFamily(row.family)) {
     Note(QStringLiteral("%1 is of an unknown family %2.").arg(what).arg(row.family));
     return;
   }
-  if ((row.family == kOwn) != (users_.count(row.owner) != 0) || (row.family != kOwn && row.owner != 0)) {
+  if ((row.family == OwnFamily) != (users_.count(row.owner) != 0) || (row.family != OwnFamily && row.owner != 0)) {
     Note(QStringLiteral("%1 belongs to user %2, who cannot have it.").arg(what).arg(row.owner));
   }
-  const auto parent = groups_.find(row.parent);
-  const bool under_root = IsRootCode(row.parent);
-  if (!under_root && parent == groups_.end()) {
-    Note(QStringLiteral("%1 is in group %2, which is not there.").arg(what).arg(row.parent));
-  } else if (under_root ? FamilyOfRoot(row.parent) != row.family
-                        : parent->second.family != row.family || parent->second.owner != row.owner) {
+  CheckParent(what, row);
+}
+
+template <class Row>
+void CStoreChecker::CheckParent(const QString& what, const Row& row) {
+  bool fits = false;
+  if (IsRootCode(row.parent)) {
+    fits = FamilyOfRoot(row.parent) == row.family;
+  } else {
+    const auto parent = groups_.find(row.parent);
+    if (parent == groups_.end()) {
+      Note(QStringLiteral("%1 is in group %2, which is not there.").arg(what).arg(row.parent));
+      return;
+    }
+    fits = parent->second.family == row.family && parent->second.owner == row.owner;
+  }
+  if (!fits) {
     Note(QStringLiteral("%1 is of another family or user than what it is in.").arg(what));
   }
 }
@@ -172,8 +189,9 @@ void CStoreChecker::CheckPlan(const StoredPlan& plan, Vouched vouched) {
 void CStoreChecker::CheckDefaultViews() {
   engine_.ForEach("SELECT user_id, code, type FROM default_view", {}, [this](const QSqlQuery& query) {
     const int32_t user = query.value(0).toInt(), code = query.value(1).toInt(), type = query.value(2).toInt();
-    const bool there = type == ResourceData::RT_VIEW_GROUP ? groups_.count(code) != 0 : plan_codes_.count(code) != 0;
-    if (users_.count(user) == 0 || !there) {
+    const bool is_group = type == ResourceData::RT_VIEW_GROUP && groups_.count(code) != 0;
+    const bool is_plan = type != ResourceData::RT_VIEW_GROUP && plan_codes_.count(code) != 0;
+    if (users_.count(user) == 0 || (!is_group && !is_plan)) {
       Note(QStringLiteral("The default view of user %1 is %2 of type %3, which is not there.")
                .arg(user)
                .arg(code)
@@ -185,7 +203,7 @@ void CStoreChecker::CheckDefaultViews() {
 void CStoreChecker::CheckRights() {
   engine_.ForEach("SELECT user_id, code FROM user_right", {}, [this](const QSqlQuery& query) {
     const int32_t user = query.value(0).toInt(), code = query.value(1).toInt();
-    if (users_.count(user) == 0 || code < 5 || code > 7) {
+    if (users_.count(user) == 0 || !view_plugin_protocol::IsRight(code)) {
       Note(QStringLiteral("User %1 has right %2, which cannot be.").arg(user).arg(code));
     }
   });

@@ -14,6 +14,7 @@ class CStoreChecker {
  public:
   explicit CStoreChecker(CSqlEngine& engine) : engine_(engine), repository_(engine) {}
 
+  /// What was found, a line each; empty for a sound store.
   QStringList Run();
   /// What was looked at, for the last line.
   QString Summary() const;
@@ -32,6 +33,8 @@ class CStoreChecker {
   /// What groups and plans have in common. `what` names the row.
   template <class Row>
   void CheckPlace(const QString& what, const Row& row);
+  template <class Row>
+  void CheckParent(const QString& what, const Row& row);
   void CheckName(const QString& what, const QString& name);
   void CheckDefaultViews();
   void CheckRights();

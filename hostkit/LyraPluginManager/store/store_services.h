@@ -1,37 +1,28 @@
 #pragma once
 
-#include <atomic>
 #include <memory>
-#include <mutex>
-#include <set>
 
 #include "TarnHost/plan_store.h"
-#include "store/database_thread.h"
-#include "store/observer_hub.h"
-#include "store/plan_catalog.h"
-#include "store/plan_reader.h"
-#include "store/plan_writer.h"
-#include "store/site_directory.h"
-#include "store/store_session.h"
-#include "store/store_troubles.h"
+#include "store/plan_operations.h"
+#include "store/site_operations.h"
+#include "store/store_runner.h"
 
 namespace TarnHost::Store {
 
-/// The plan store's calls: reads from the catalog, everything else by the database thread.
-///
-/// Owned by a shared pointer: what runs on the threads keeps it alive, also when it was left behind by Close().
-class CStoreServices : public CPlanStore, public std::enable_shared_from_this<CStoreServices> {
+/// The plan store as the host's services: answers each call, and turns what keeps it from being done into the answer.
+class CStoreServices : public CPlanStore {
  public:
   explicit CStoreServices(PlanStoreOptions options);
+  ~CStoreServices() override;
 
   /// Opens the database and starts the first download; throws CStoreError. Once, before anything else.
-  void Start();
+  void Start() { runner_->Start(); }
 
   bool LogIn(const QString& user, QString* error) override;
-  QString DefaultUser() const override;
-  std::string StationId() const override { return site_.StationId(); }
+  QString DefaultUser() const override { return site_.DefaultUser(); }
+  std::string StationId() const override { return runner_->Site().StationId(); }
   std::string FindPlanByName(const QString& name) const override;
-  bool Close() override;
+  bool Close() override { return runner_->Close(); }
 
   bool GetPlanGroups(const view_plugin_protocol::GetPlanGroupsRequest& request,
                      view_plugin_protocol::GetPlanGroupsResponse& response) override;
@@ -71,11 +62,11 @@ class CStoreServices : public CPlanStore, public std::enable_shared_from_this<CS
                              view_plugin_protocol::ClienInitViewDataResponse& response) override;
   bool IsInitViewFinish(const view_plugin_protocol::ClienInitViewDataRequest& request,
                         view_plugin_protocol::ClienInitViewDataResponse& response) override;
-  bool IsViewResourceDownFinish() override;
-  void ClearViewData() override;
+  bool IsViewResourceDownFinish() override { return runner_->IsDownloaded(); }
+  void ClearViewData() override { runner_->Download(); }
   void ViewRegisterResourceUpdate(ResourceData::IResourceObserver* observer,
                                   const view_plugin_protocol::ViewObserverInfo& info) override;
-  bool CheckControlPermission(int code) override;
+  bool CheckControlPermission(int code) override { return site_.HasRight(code); }
   bool GetPresets(const ptz_plugin_protocol::GetPresetRequest& request,
                   ptz_plugin_protocol::GetPresetResponse& response) override;
   bool GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>& regions,
@@ -86,64 +77,11 @@ class CStoreServices : public CPlanStore, public std::enable_shared_from_this<CS
                         play_plugin_protocol::GetStreamAbiResponse& response) override;
 
  private:
-  void OpenDatabase();  // on the database thread, as the next five
-  bool Beat();
-  void RequireWritable() const;
-  void Reconnect();
-  void DownloadWhenWanted();
-  void CloseDatabase();
-
-  template <class Work>
-  auto Write(Work work);
-  template <class Work>
-  auto Read(Work work);
-  bool EndThreads();
-  bool WaitUntilEnded(CDatabaseThread::Clock::time_point deadline);
-  void Report(StoreTrouble trouble, const QString& line);
-  void LookAgainAtPlans();
-
-  void RequireOpen() const;
-  int32_t RequireUser() const;
-  void RequireDownloaded() const;
-  bool IsDownloaded() const;
-  int32_t AutomaticPlan() const;
-  StoredPlan ReadPlan(int32_t code, int32_t user);
-  StoredPlan ReadPlanForTree(int32_t code, int32_t user);
-  std::string ParentName(int32_t parent, int32_t user) const;
-  bool IsVisible(int32_t code, int32_t user) const;
   void PostChildrenOf(const std::string& group_code);
 
-  const PlanStoreOptions options_;
-  std::unique_ptr<CObserverHub, CObserverHub::Disposer> hub_;
-  std::atomic<int32_t> user_{0};
-  std::atomic<bool> closed_{false};
-  std::once_flag close_once_;
-  bool closed_in_order_ = false;
-  // Numbers of downloads: the newest, the one in the catalog, the one that counts as complete.
-  std::atomic<int> downloads_wanted_{0}, download_done_{0};
-  mutable std::atomic<int> download_ready_{0};
-  std::atomic<std::chrono::steady_clock::rep> download_end_{0};
-  CPlanCatalog catalog_;
-  CSiteDirectory site_;
-
-  // Live on the database thread.
-  std::unique_ptr<CSqlEngine> engine_;
-  std::unique_ptr<CStoreSession> session_;
-  std::unique_ptr<CPlanWriter> writer_;
-  std::chrono::steady_clock::time_point next_attempt_, next_look_;
-  bool connection_lost_ = false;
-
-  // Reads what the catalog does not hold; null where the store has but one connection. Made with the database.
-  std::unique_ptr<CPlanReader> reader_;
-
-  // Plans that a tree could not read: reported as changed when the store answers again.
-  std::mutex unread_mutex_;
-  std::set<int32_t> unread_plans_;
-
-  const std::shared_ptr<CAnswering> answering_;
-  const std::shared_ptr<CConnectionWatch> watch_;
-  CStoreTroubles troubles_;
-  CDatabaseThread thread_;
+  const std::shared_ptr<CStoreRunner> runner_;
+  CPlanOperations plans_;
+  CSiteOperations site_;
 };
 
 }  // namespace TarnHost::Store

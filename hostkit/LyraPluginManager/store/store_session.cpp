@@ -91,27 +91,31 @@ void CStoreSession::CatchUp() {
     return;
   }
   try {
-    std::vector<int32_t> arrived;
-    for (const ChangeEntry& entry : entries) {
-      ApplyForeign(entry, &arrived);
-    }
-    const auto lacks_rows = [this](int32_t group) {
-      return catalog_.CountChildren(group).value_or(0) < repository_.CountChildren(group);
-    };
-    if (std::any_of(arrived.begin(), arrived.end(), lacks_rows)) {
-      ReadWhole();
-      hub_.Post({WholeTreeEvent()});
-    }
+    ApplyForeign(entries);
   } catch (...) {
     feed_.Restart(-1);  // what is left of the entries is made up for by reading everything again
     throw;
   }
 }
 
+// A group that had no place until its row was repaired has content of which no entry tells.
+void CStoreSession::ApplyForeign(const std::vector<ChangeEntry>& entries) {
+  std::vector<int32_t> arrived;
+  for (const ChangeEntry& entry : entries) {
+    ApplyForeign(entry, &arrived);
+  }
+  const auto lacks_rows = [this](int32_t group) {
+    return catalog_.CountChildren(group).value_or(0) < repository_.CountChildren(group);
+  };
+  if (std::any_of(arrived.begin(), arrived.end(), lacks_rows)) {
+    ReadWhole();
+    hub_.Post({WholeTreeEvent()});
+  }
+}
+
 // The rows are read as they are now, which may be later than the entry: a row that is gone by now counts as removed,
 // for the entry that removed it may name only the group it went with. So does one that stands nowhere in the tree.
-// A group that had no place until its row was repaired has content of which no entry tells: `arrived` names the new
-// ones.
+// Groups that are new in the tree are added to `arrived`.
 void CStoreSession::ApplyForeign(const ChangeEntry& entry, std::vector<int32_t>* arrived) {
   if (entry.kind == ChangeEntry::kGroupSaved || entry.kind == ChangeEntry::kGroupRemoved) {
     const auto now = repository_.Group(entry.code);
@@ -167,8 +171,8 @@ void CStoreSession::ApplyJournal() {
   journal_.clear();
 }
 
-// The server may have committed before the line broke. A user who reads that nothing was saved saves again, so the
-// log of changes is asked first.
+// The server may have committed before the line broke. A user who reads that nothing was saved saves again, so the log
+// of changes is asked first.
 bool CStoreSession::WasCommitted(const CStoreError& error) {
   const std::vector<Step> journal = std::exchange(journal_, {});  // all is read again
   if (error.GetKind() != CStoreError::kConnectionLost || journal.empty() || journal.back().entry.seq == 0) {

@@ -21,7 +21,7 @@ namespace TarnHost::Store {
 class CStoreSession {
  public:
   /// `user` names whose events are made; `hub` takes them and outlives the session. `is_awaited` answers whether
-  /// somebody waits for the running transaction, and has him wait for its end. Once `closed`, no lost connection is
+  /// a caller waits for the running transaction, and has it wait for the end. Once `closed`, no lost connection is
   /// waited for.
   CStoreSession(CSqlEngine& engine, CPlanCatalog& catalog, const std::atomic<int32_t>& user, CObserverHub& hub,
                 std::function<bool()> is_awaited, const std::atomic<bool>& closed);
@@ -31,6 +31,7 @@ class CStoreSession {
 
   /// Fills the catalog with the store's content.
   void LoadCatalog();
+  /// Empties it; others' changes are not followed until it is loaded again.
   void DropCatalog();
   /// Brings in what other processes changed; raises the whole-tree event when that cannot be done change by change.
   void Poll();
@@ -59,6 +60,7 @@ class CStoreSession {
     return std::move(*result);
   }
 
+  /// Inside the work of Write() only.
   void SaveNew(const GroupRow& group);
   void SaveName(GroupRow group, const std::string& name);
   void RemoveGroup(int32_t code);
@@ -103,6 +105,7 @@ class CStoreSession {
   void Note(ChangeEntry::Kind kind, int32_t code, std::function<void(bool awaited)> apply);
   void CatchUp();
   void ReadWhole();
+  void ApplyForeign(const std::vector<ChangeEntry>& entries);
   void ApplyForeign(const ChangeEntry& entry, std::vector<int32_t>* arrived);
 
   CSqlEngine& engine_;

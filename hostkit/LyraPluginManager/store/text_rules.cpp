@@ -3,14 +3,18 @@
 #include <QLocale>
 #include <QTextCodec>
 #include <QTime>
-#include <algorithm>
 
+#include "plan_rules/names.h"
+#include "plan_rules/plan_limits.h"
 #include "store/store_error.h"
 
 namespace TarnHost::Store {
 namespace {
 
-constexpr int kLongestName = 256;
+using view_plugin_protocol::FaultOfName;
+using view_plugin_protocol::kLongestName;
+using view_plugin_protocol::NameFault;
+
 const char kTimeFormat[] = "HH:mm:ss";
 
 QString Decoded(const std::string& bytes) {
@@ -23,33 +27,31 @@ QString Decoded(const std::string& bytes) {
   return text;
 }
 
-bool IsForbidden(QChar c) {
-  return QStringLiteral("\\/:*?\"<>|").contains(c);
-}
-bool IsControl(QChar c) {
-  return c.category() == QChar::Other_Control;
+CStoreText RefusalOf(NameFault fault) {
+  switch (fault) {
+    case NameFault::None:
+      break;
+    case NameFault::Empty:
+      return QT_TRANSLATE_NOOP("TarnHost::Store", "The name is empty.");
+    case NameFault::TooLong:
+      return {QT_TRANSLATE_NOOP("TarnHost::Store", "The name has more than %1 characters."),
+              {QString::number(kLongestName)}};
+    case NameFault::ForbiddenCharacter:
+      return QT_TRANSLATE_NOOP("TarnHost::Store",
+                               "The name must not contain any of these characters: \\ / : * ? \" < > |");
+    case NameFault::ControlCharacter:
+      return QT_TRANSLATE_NOOP("TarnHost::Store", "The name must not contain control characters.");
+  }
+  return {};
 }
 
 }  // namespace
 
 QString CheckedName(const std::string& name) {
   const QString text = Decoded(name);
-  if (text.trimmed().isEmpty()) {
-    throw CStoreError(CStoreError::kRefused, QT_TRANSLATE_NOOP("TarnHost::Store", "The name is empty."));
-  }
-  if (text.size() > kLongestName) {
-    throw CStoreError(CStoreError::kRefused,
-                      {QT_TRANSLATE_NOOP("TarnHost::Store", "The name has more than %1 characters."),
-                       {QString::number(kLongestName)}});
-  }
-  if (std::any_of(text.begin(), text.end(), IsForbidden)) {
-    throw CStoreError(
-        CStoreError::kRefused,
-        QT_TRANSLATE_NOOP("TarnHost::Store", "The name must not contain any of these characters: \\ / : * ? \" < > |"));
-  }
-  if (std::any_of(text.begin(), text.end(), IsControl)) {
-    throw CStoreError(CStoreError::kRefused,
-                      QT_TRANSLATE_NOOP("TarnHost::Store", "The name must not contain control characters."));
+  const CStoreText refusal = RefusalOf(FaultOfName(text));
+  if (!refusal.IsEmpty()) {
+    throw CStoreError(CStoreError::kRefused, refusal);
   }
   return text;
 }

@@ -9,8 +9,8 @@ inline QString ToQt(const std::string& text) {
   return QString::fromStdString(text);
 }
 
-/// The name of a plan or group as it is stored. Throws CStoreError with a text for the user when it breaks a rule:
-/// 1 to 256 characters, not all blank, none of \ / : * ? " < > | and no control character.
+/// The name of a plan or group as it is stored. Throws CStoreError with a text for the user when it breaks the
+/// rule for names.
 QString CheckedName(const std::string& name);
 
 /// A time of day as it is stored, "HH:mm:ss"; throws CStoreError when it is none.

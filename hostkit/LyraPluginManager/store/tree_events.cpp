@@ -10,7 +10,7 @@ const char kRoot[] = "root";
 
 template <class Row>
 std::optional<Row> Seen(const std::optional<Row>& row, int32_t user) {
-  return row && (row->family != kOwn || row->owner == user) ? row : std::nullopt;
+  return row && IsVisibleTo(*row, user) ? row : std::nullopt;
 }
 
 // The part of the events that is the same for groups and plans. A row that moved goes and comes again, so that it

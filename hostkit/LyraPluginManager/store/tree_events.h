@@ -8,14 +8,14 @@
 
 namespace TarnHost::Store {
 
-/// The events for the observers of `user`'s tree when a row became another; "no row" on either side for a row that
+/// The notices to the observers of `user`'s tree when a row became another; "no row" on either side for a row that
 /// came or went. Rows that the user does not see count as none.
 std::vector<CObserverHub::Event> EventsOf(const std::optional<GroupRow>& before, const std::optional<GroupRow>& after,
                                           int32_t user);
 std::vector<CObserverHub::Event> EventsOf(const std::optional<PlanRow>& before, const std::optional<PlanRow>& after,
                                           int32_t user);
 
-/// The events that say how a row is now, for observers who may still get older ones.
+/// The notices that say how a row is now, for observers that may still get one of how it was.
 std::vector<CObserverHub::Event> CorrectionsOf(const GroupRow& row);
 std::vector<CObserverHub::Event> CorrectionsOf(const PlanRow& row);
 

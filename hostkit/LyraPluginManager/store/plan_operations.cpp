@@ -1,0 +1,213 @@
+#include "store/plan_operations.h"
+
+#include <QThread>
+#include <utility>
+
+#include "store/store_texts.h"
+#include "store/text_rules.h"
+
+namespace TarnHost::Store {
+namespace {
+
+namespace view = view_plugin_protocol;
+
+const char kRoot[] = "root";
+constexpr int32_t kAutomaticPlan = 1;  // a kind of query
+constexpr int32_t kOwnScope = 1;       // of a search
+const char kNoAutomaticPlan[] = "NoAutoRunPlan";
+
+// Lists may be long: the rows' texts are copied once, into the record where it stands.
+void Fill(view::PlanGroup* group, const GroupRow& row, const std::string& parent) {
+  group->name = row.name;
+  group->parent_index_code = parent;
+  group->index_code = std::to_string(row.code);
+  group->type = row.family;
+}
+
+void Fill(view::PlanBasicInfo* plan, const PlanRow& row, const std::string& group) {
+  plan->index_code = std::to_string(row.code);
+  plan->name = row.name;
+  plan->group_index_code = group;
+  plan->type = row.family;
+  plan->split_type = row.split_type;
+  plan->page_count = row.page_count;
+  plan->auto_run = row.auto_run;
+}
+
+template <class Record, class Row>
+void FillAll(QList<Record>* records, const std::vector<Row>& rows, const std::string& parent) {
+  records->reserve(static_cast<int>(rows.size()));
+  for (const Row& row : rows) {
+    records->append(Record());
+    Fill(&records->last(), row, parent);
+  }
+}
+
+}  // namespace
+
+void CPlanOperations::GetPlanGroups(const view::GetPlanGroupsRequest& request, view::GetPlanGroupsResponse* response) {
+  const int32_t user = runner_.RequireUser();
+  runner_.RequireDownloaded();
+  const std::string& parent = request.parent_index_code;
+  if (parent == kRoot) {
+    response->groups.append({runner_.Site().RootName(), {}, kRoot, PublicFamily});
+    return;
+  }
+  const auto take = [&](const std::vector<GroupRow>& rows) { FillAll(&response->groups, rows, parent); };
+  if (!runner_.Catalog().VisitGroups(ParseCode(parent), user, take)) {
+    throw CStoreError(CStoreError::kGone, kGroupGone);
+  }
+}
+
+void CPlanOperations::GetPlansInGroup(const view::GetPlansInGroupRequest& request,
+                                      view::GetPlansInGroupResponse* response) {
+  const int32_t user = runner_.RequireUser();
+  runner_.RequireDownloaded();
+  const std::string& group = request.group_index_code;
+  const auto take = [&](const std::vector<PlanRow>& rows) { FillAll(&response->plans, rows, group); };
+  if (!runner_.Catalog().VisitPlans(ParseCode(group), user, take)) {
+    throw CStoreError(CStoreError::kGone, kGroupGone);
+  }
+}
+
+void CPlanOperations::AddPlanGroup(const view::AddPlanGroupRequest& request, view::AddPlanGroupResponse* response) {
+  const int32_t user = runner_.RequireUser();
+  const auto add = [request, user](CPlanWriter& writer) { return writer.AddGroup(request, user); };
+  response->index_code = std::to_string(runner_.Write(add));
+}
+
+void CPlanOperations::UpdatePlanGroup(const view::UpdatePlanGroupRequest& request, view::UpdatePlanGroupResponse*) {
+  const int32_t user = runner_.RequireUser();
+  runner_.Write([request, user](CPlanWriter& writer) { writer.RenameGroup(request, user); });
+}
+
+void CPlanOperations::DeletePlanGroup(const view::DeletePlanGroupRequest& request, view::DeletePlanGroupResponse*) {
+  const int32_t user = runner_.RequireUser();
+  runner_.Write([code = request.index_code, user](CPlanWriter& writer) { writer.DeleteGroup(code, user); });
+}
+
+void CPlanOperations::AddPlan(const view::AddPlanRequest& request, view::AddPlanResponse* response) {
+  const int32_t user = runner_.RequireUser();
+  const auto add = [request, user](CPlanWriter& writer) { return writer.AddPlan(request, user); };
+  response->index_code = std::to_string(runner_.Write(add));
+}
+
+void CPlanOperations::UpdatePlan(const view::UpdatePlanRequest& request, view::UpdatePlanResponse*) {
+  const int32_t user = runner_.RequireUser();
+  runner_.Write([request, user](CPlanWriter& writer) { writer.UpdatePlan(request, user); });
+}
+
+void CPlanOperations::DeletePlan(const view::DeletePlanResquest& request, view::DeletePlanResponse*) {
+  const int32_t user = runner_.RequireUser();
+  runner_.Write([code = request.plan_index_code, user](CPlanWriter& writer) { writer.DeletePlan(code, user); });
+}
+
+void CPlanOperations::ViewShareUsers(const view::ViewShareResquestInfo& request, view::ShareViewResponseInfo*) {
+  const int32_t user = runner_.RequireUser();
+  runner_.Write([request, user](CPlanWriter& writer) { writer.Share(request, user); });
+}
+
+int32_t CPlanOperations::RequestedPlan(const view::GetPlanDetailRequest& request, int32_t user) const {
+  if (request.query_kind != kAutomaticPlan) {
+    return ParseCode(request.plan_index_code);
+  }
+  const int32_t second = runner_.Now().time().msecsSinceStartOfDay() / 1000;
+  const int32_t code = runner_.Catalog().AutomaticPlan(second, user);
+  if (code == 0) {
+    throw CStoreError(CStoreError::kGone, QString(kNoAutomaticPlan));
+  }
+  return code;
+}
+
+// From the database: a plan that was just deleted elsewhere is gone, whatever the catalog has heard by then.
+StoredPlan CPlanOperations::ReadPlan(int32_t code, int32_t user) {
+  auto plan = runner_.Read([code](CPlanRepository& repository) { return repository.WholePlan(code); });
+  if (!plan || !IsVisibleTo(plan->row, user)) {
+    throw CStoreError(CStoreError::kGone, kPlanGone);
+  }
+  if (!plan->damage.IsEmpty()) {
+    throw CStoreError(CStoreError::kDamaged, plan->damage);
+  }
+  return std::move(*plan);
+}
+
+// A tree that reads a plan because it has changed does not ask a second time by itself.
+StoredPlan CPlanOperations::ReadPlanForTree(int32_t code, int32_t user) {
+  try {
+    return ReadPlan(code, user);
+  } catch (const CStoreError& error) {
+    const bool is_lost =
+        error.GetKind() == CStoreError::kNotAnswering || error.GetKind() == CStoreError::kConnectionLost;
+    if (is_lost && runner_.Hub().thread() == QThread::currentThread()) {
+      runner_.NoteUnread(code);
+    }
+    throw;
+  }
+}
+
+std::string CPlanOperations::ParentName(int32_t parent, int32_t user) const {
+  const auto group = runner_.Catalog().FindGroup(parent, user);
+  return group ? group->name : runner_.Site().RootName();
+}
+
+void CPlanOperations::GetPlanDetail(const view::GetPlanDetailRequest& request, view::GetPlanDetailResponse* response) {
+  const int32_t user = runner_.RequireUser();
+  runner_.RequireDownloaded();
+  StoredPlan plan = ReadPlanForTree(RequestedPlan(request, user), user);
+  response->index_code = std::to_string(plan.row.code);
+  response->name = plan.row.name;
+  response->group_index_code = std::to_string(plan.row.parent);
+  response->group_name = ParentName(plan.row.parent, user);
+  response->type = plan.row.family;
+  response->auto_run = plan.row.auto_run;
+  response->start_time = plan.begin_time.toStdString();
+  response->end_time = plan.end_time.toStdString();
+  response->pages = std::move(plan.pages);
+  response->creator = plan.creator.toStdString();
+  response->creation_time = plan.creation_time.toStdString();
+  response->thumbnail = plan.thumbnail.toStdString();
+  response->revision = plan.revision;
+}
+
+void CPlanOperations::AddPlanLog(const view::AddPlanLogRequestParam& request, view::AddPlanLogResponseParam*) {
+  const int32_t user = runner_.RequireUser();
+  runner_.Write([request, user](CPlanWriter& writer) { writer.LogPlay(request, user); });
+}
+
+void CPlanOperations::SearchPlan(const view::SearchPlanRequest& request, view::SearchPlanResponse* response) {
+  const int32_t user = runner_.RequireUser();
+  runner_.RequireDownloaded();
+  const std::string folded = Folded(ToQt(request.text));
+  if (folded.empty()) {
+    return;
+  }
+  const int32_t family = request.scope == kOwnScope ? OwnFamily : PublicFamily;
+  for (CPlanCatalog::Hit& hit : runner_.Catalog().Search(folded, family, user)) {
+    if (IsRootCode(hit.plan.parent)) {
+      hit.parent_name = runner_.Site().RootName();
+    }
+    response->plans.push_back({std::to_string(hit.plan.code), std::move(hit.plan.name), std::to_string(hit.plan.parent),
+                               std::move(hit.parent_name), hit.plan.family});
+  }
+}
+
+// What became invisible, for instance a plan that its owner took back from the public ones, is no default view.
+void CPlanOperations::GetClientViewConfig(const view::GetClientDefaultViewConfigRequest&,
+                                          view::GetClientDefaultViewConfigResponse* response) {
+  const int32_t user = runner_.RequireUser();
+  runner_.RequireDownloaded();
+  const auto [code, type] = runner_.Read([user](CPlanRepository& repository) { return repository.DefaultView(user); });
+  *response = {};
+  if (runner_.Catalog().FindPlan(code, user) || runner_.Catalog().FindGroup(code, user)) {
+    response->index_code = std::to_string(code);
+    response->type = type;
+  }
+}
+
+void CPlanOperations::SetClientViewConfig(const view::ClienDefaultViewConfigRequest& request,
+                                          view::ClienDefaultViewConfigReponse*) {
+  const int32_t user = runner_.RequireUser();
+  runner_.Write([request, user](CPlanWriter& writer) { writer.SetDefaultView(request, user); });
+}
+
+}  // namespace TarnHost::Store
