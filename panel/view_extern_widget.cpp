@@ -117,24 +117,6 @@ CPlanViewTree* CViewExternWidget::GetPlanViewTree() const {
   return d_->ui.plan_view_tree;
 }
 
-void CViewExternWidget::PlayPlanByIndex(const QModelIndex& index) {
-  d_->play(index.data(PlanIndexCodeRole).toString());
-}
-
-void CViewExternWidget::PlayPlanByString(const QString& index_code, const bool& automatic) {
-  Q_UNUSED(automatic)  // who plays records how the play came about
-  d_->play(index_code);
-}
-
-void CViewExternWidget::PlayPlanFromHistory(const std::string& index_code) {
-  d_->play(StringToQString(index_code));
-}
-
-void CViewExternWidget::OnPlayPlanByString(const QString& index_code, int window) {
-  Q_UNUSED(window)  // a plan fills the monitor, whatever window it was asked for in
-  d_->play(index_code);
-}
-
 void CViewExternWidget::EditPlanByIndex(const QModelIndex& index) {
   if (d_->IsReady() && index.isValid() && !index.data(IsGroupRole).toBool()) {
     d_->editPlan(index.data(PlanIndexCodeRole).toString());

@@ -17,6 +17,7 @@
 namespace TarnPlanView {
 
 using MarUIControl::QStringToString;
+using MarUIControl::StringToQString;
 
 QString CViewExternWidget::Private::MonitorId() const {
   return model ? model->GetViewManagerMonitorId() : monitor_id;
@@ -36,6 +37,24 @@ void CViewExternWidget::Private::play(const QString& code) {
   if (alive && controller) {
     controller->PlayPlanViewByIndexCode(QStringToString(code));
   }
+}
+
+void CViewExternWidget::PlayPlanByIndex(const QModelIndex& index) {
+  d_->play(index.data(PlanIndexCodeRole).toString());
+}
+
+void CViewExternWidget::PlayPlanByString(const QString& index_code, const bool& automatic) {
+  Q_UNUSED(automatic)  // who plays records how the play came about
+  d_->play(index_code);
+}
+
+void CViewExternWidget::PlayPlanFromHistory(const std::string& index_code) {
+  d_->play(StringToQString(index_code));
+}
+
+void CViewExternWidget::OnPlayPlanByString(const QString& index_code, int window) {
+  Q_UNUSED(window)  // a plan fills the monitor, whatever window it was asked for in
+  d_->play(index_code);
 }
 
 void CViewExternWidget::onStartPlayView(const QModelIndex& index) {

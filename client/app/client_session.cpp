@@ -108,7 +108,9 @@ bool CClientSession::Start(QString* error) {
     TarnHost::LogSink::Close();  // its lines would go to stderr, where a refusal stands alone
   }
   if (!OpenStore(error) || !LogIn(error)) {
-    *error += log_trouble.isEmpty() ? QString() : QStringLiteral("; ") + log_trouble;
+    if (!log_trouble.isEmpty()) {
+      *error += QStringLiteral("; ") + log_trouble;
+    }
     return false;
   }
   if (!log_trouble.isEmpty()) {
@@ -127,7 +129,10 @@ bool CClientSession::Start(QString* error) {
 }
 
 QString CClientSession::OpenLog() {
-  const QString path = options_.log_file.isEmpty() ? DataFile("client.log") : options_.log_file;
+  QString path = options_.log_file;
+  if (path.isEmpty()) {
+    path = DataFile("client.log");
+  }
   if (!TarnHost::LogSink::OpenFile(path)) {
     return QStringLiteral("cannot write the log file %1").arg(path);
   }
@@ -152,7 +157,10 @@ bool CClientSession::OpenStore(QString* error) {
 }
 
 bool CClientSession::LogIn(QString* error) {
-  user_ = options_.user.isEmpty() ? store_->DefaultUser() : options_.user;
+  user_ = options_.user;
+  if (user_.isEmpty()) {
+    user_ = store_->DefaultUser();
+  }
   TarnHost::InstallHostServices(store_);
   return store_->LogIn(user_, error);
 }
@@ -220,7 +228,7 @@ void CClientSession::OnTimeIsUp() {
   const bool saved = options_.screenshot.isEmpty() || SaveScreenshot();
   std::fprintf(stdout, "%s\n", MakeStateReport(window_->Wall()).constData());
   std::fflush(stdout);
-  QCoreApplication::exit(saved ? 0 : 1);
+  QCoreApplication::exit(saved ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
 bool CClientSession::SaveScreenshot() {

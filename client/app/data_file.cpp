@@ -12,7 +12,10 @@ QString DataFile(const char* name) {
 }
 
 QString StoreUrlOf(const ClientOptions& options) {
-  return options.store_url.isEmpty() ? QStringLiteral("sqlite:") + DataFile("plans.sqlite") : options.store_url;
+  if (!options.store_url.isEmpty()) {
+    return options.store_url;
+  }
+  return QStringLiteral("sqlite:") + DataFile("plans.sqlite");
 }
 
 }  // namespace TarnClient

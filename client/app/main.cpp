@@ -35,6 +35,36 @@ int ShowHelp(int argc, char** argv) {
   return 0;
 }
 
+// Before there is an application object.
+void SetUpScreens() {
+  QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+  QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+  // A factor of 1.5 is not rounded up to 2, which takes the window beyond the screen.
+  QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+}
+
+int RunClient(int argc, char** argv, const TarnClient::ClientOptions& options) {
+  SetUpScreens();
+  QApplication application(argc, argv);
+  QCoreApplication::setApplicationName(QString::fromLatin1(kName));
+  QGuiApplication::setApplicationDisplayName(QStringLiteral("TarnPlanView"));
+  const TarnClient::CQuitOnSignal quit_on_signal;
+  TarnClient::CClientSession session(options);
+  QString error;
+  const int code = session.Start(&error) ? QApplication::exec() : Refuse(error);
+  if (!session.End()) {
+    std::fflush(nullptr);
+    ::_exit(code);  // a thread that still waits for the store uses what destructors would take from it
+  }
+  return code;
+}
+
+int RunTool(int argc, char** argv, const TarnClient::ClientOptions& options) {
+  const QCoreApplication application(argc, argv);
+  QCoreApplication::setApplicationName(QString::fromLatin1(kName));
+  return TarnClient::RunStoreTool(options);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -50,9 +80,7 @@ int main(int argc, char** argv) {
     return ShowHelp(argc, argv);
   }
   if (options->WantsStoreTool()) {
-    const QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QString::fromLatin1(kName));
-    return TarnClient::RunStoreTool(*options);
+    return RunTool(argc, argv, *options);
   }
   TarnClient::InstallQtMessageHandler();
   TarnClient::EnsureRuntimeFolder();
@@ -60,19 +88,5 @@ int main(int argc, char** argv) {
   if (!error.isEmpty()) {
     return Refuse(error);
   }
-  QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-  QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-  // A factor of 1.5 is not rounded up to 2, which takes the window beyond the screen.
-  QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-  QApplication application(argc, argv);
-  QCoreApplication::setApplicationName(QString::fromLatin1(kName));
-  QGuiApplication::setApplicationDisplayName(QStringLiteral("TarnPlanView"));
-  const TarnClient::CQuitOnSignal quit_on_signal;
-  TarnClient::CClientSession session(*options);
-  const int code = session.Start(&error) ? QApplication::exec() : Refuse(error);
-  if (!session.End()) {
-    std::fflush(nullptr);
-    ::_exit(code);  // a thread that still waits for the store uses what destructors would take from it
-  }
-  return code;
+  return RunClient(argc, argv, *options);
 }

@@ -104,11 +104,9 @@ void CProgramme::On(const Events::FetchOver& fetch) {
 }
 
 void CProgramme::Show(const Events::Plan& plan, PlayOrigin by) {
-  const bool gives_way = StartsByItself(by);
-  if (!gives_way) {
+  if (!StartsByItself(by)) {
     DropDoubtful();
   }
-  state_.default_view_stands = state_.default_view_stands && gives_way;
   // What the user wants and is still on its way, plan or group, takes the place of a timed plan.
   if (by != PlayOrigin::Automatic || (state_.on_its_way && StartsByItself(state_.on_its_way->by))) {
     state_.on_its_way.reset();

@@ -50,7 +50,7 @@ class CProgramme {
     std::optional<Doubtful> doubtful;
     bool is_new_user = false;          // and no own timed plan of his was seen yet
     bool asks_default_view = false;    // it is not known yet
-    bool default_view_stands = false;  // no one has wanted anything else since it was opened
+    bool default_view_stands = false;  // it was opened, and the user has not stopped since
   };
   struct Step {
     State state;

@@ -298,7 +298,6 @@ QString CMainWindow::User() const {
   return user_menu_->User();
 }
 
-// The log-in raises the event by which all trees load again; until then the panels show that they wait.
 bool CMainWindow::MayLeave() {
   for (const auto& family : families_) {
     if (!family->Panel()->MayLeave()) {
@@ -320,6 +319,7 @@ void CMainWindow::OnMayLeave() {
   }
 }
 
+// The log-in raises the event by which all trees load again; until then the panels show that they wait.
 void CMainWindow::SwitchUser(const QString& user) {
   after_saving_ = [this, user] { SwitchUser(user); };
   if (!MayLeave()) {

@@ -39,12 +39,13 @@ ProgrammeEvent Cycle(bool may_cycle = true) {
 ProgrammeEvent DefaultGroup(bool may_cycle = true) {
   return DefaultGroupKnown{{"G", "Gates", 20, may_cycle}};
 }
-ProgrammeEvent Turn(const std::string& code, bool is_held = false, const QStringList& skipped = {}) {
+ProgrammeEvent Turn(const std::string& code, bool is_held = false, const QStringList& skipped = {}, int revision = 1) {
   CycleTurn turn;
   turn.outcome = CycleTurn::Outcome::Fetched;
   turn.plans = {"1", "2"};
   turn.position = turn.plans.indexOf(code);
   turn.plan = PlanOf(code);
+  turn.plan.revision = revision;
   turn.skipped = skipped;
   return TurnCame{turn, is_held};
 }
@@ -180,6 +181,7 @@ void ProgrammeTest::Decides_data() {
   row("default group switched off", {open, DefaultGroup(false)}, "say 1", "");
   row("known for another's sake", {plan_d}, "", "");
   row("once only", {open, plan_d, Came("D"), stop, plan_d}, "", "");
+  row("failed, and known for another's sake", {open, plan_d, Over("D"), plan_d}, "", "");
   row("something plays by then", {open, Want("A"), Came("A"), plan_d}, "", "A user");
   row("something is wanted by then", {open, Want("A"), plan_d}, "", "");
   row("a group is wanted by then", {open, Cycle(), plan_d}, "", "");
@@ -217,6 +219,8 @@ void ProgrammeTest::Decides_data() {
   row("next turn", {Cycle(), Turn("1"), time_over, Turn("2")}, "show 2 cycle stays 20 s", "2 cycle");
   row("held over a turn", {Cycle(), Turn("1"), next, Turn("2", true)}, "show 2 cycle held 20 s", "2 cycle");
   row("a group of one", {Cycle(), Turn("1"), time_over, Turn("1")}, "stays 20 s", "1 cycle");
+  row("changed meanwhile", {Cycle(), Turn("1"), time_over, Turn("1", false, {}, 2)}, "show 1 cycle stays 20 s",
+      "1 cycle");
   row("step back", {Cycle(), Turn("1"), back}, "turn -1", "1 cycle");
   row("time waits for a step", {Cycle(), Turn("1"), back, time_over}, "", "1 cycle");
   row("a step does not wait", {Cycle(), Turn("1"), time_over, back}, "turn -1", "1 cycle");
@@ -227,9 +231,10 @@ void ProgrammeTest::Decides_data() {
   row("first turn fails", {Cycle(), NoTurn(Outcome::Failed, "tired")}, "drop turn end turns say 3 tired", "");
   row("later turn fails", {Cycle(), Turn("1"), time_over, NoTurn(Outcome::Failed, "tired")},
       "again in 20 s say 4 tired", "1 cycle");
-  row("said once",
-      {Cycle(), Turn("1"), time_over, NoTurn(Outcome::Failed, "x"), time_over, NoTurn(Outcome::Failed, "x")},
-      "again in 20 s", "1 cycle");
+  const ProgrammeEvent tired = NoTurn(Outcome::Failed, "x");
+  row("said once", {Cycle(), Turn("1"), time_over, tired, time_over, tired}, "again in 20 s", "1 cycle");
+  row("and again after a turn", {Cycle(), Turn("1"), time_over, tired, time_over, Turn("2"), time_over, tired},
+      "again in 20 s say 4 x", "2 cycle");
   row("group gone", {Cycle(), Turn("1"), time_over, NoTurn(Outcome::Gone, "gone")}, "drop turn end turns say 3 gone",
       "1 cycle");
   row("group without plans", {Cycle(), NoTurn(Outcome::Empty)}, "drop turn end turns say 2", "");
