@@ -11,17 +11,16 @@
 #include <QToolTip>
 #include <optional>
 
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/nomal_message_manager.h"
-#include "item_type.h"
+#include "group_tree.h"
 #include "keep_on_screen.h"
 #include "plan_item_role.h"
 #include "plan_node_ref.h"
 #include "plan_rules/names.h"
 #include "plan_rules/plan_limits.h"
-#include "plan_view_tree.h"
 #include "standard_plan_model.h"
-#include "standard_view_controller.h"
 #include "ui_save_plan_as_dlg.h"
 #include "view_config_manager.h"
 #include "view_model_data_manager.h"
@@ -37,17 +36,15 @@ constexpr int kHeightTimesOff = 328;  // with its switch off
 constexpr int kHeightTimesOn = 360;
 constexpr int kHintDelay = 1000;  // ms
 constexpr int kHintRise = 5;      // how far above the field's lower edge the hint begins
-constexpr int kRefusal = 1;
 const QTime kMidnight(0, 0);
 
 }  // namespace
 
 struct CSavePlanAsDlg::Data {
   Ui::CSavePlanAsDlg ui;
-  CPlanViewTree* tree = nullptr;
-  CViewSortFilterProxyModel* proxy = nullptr;
+  CGroupTree* tree = nullptr;                  // null without a model
+  CViewSortFilterProxyModel* proxy = nullptr;  // the tree's
   QPointer<CStandardPlanModel> model;
-  QPointer<CStandardViewController> controller;
   QString theme_name;
   QPointer<QWidget> parent;
   bool default_index_set = false;
@@ -117,19 +114,12 @@ void CSavePlanAsDlg::setUpPlanTree() {
   if (!d_->model) {
     return;
   }
-  d_->proxy = new CViewSortFilterProxyModel(this, true, false);
-  d_->proxy->setSourceModel(d_->model);
-  d_->tree = new CPlanViewTree(this);
-  d_->tree->SetFilterSortModel(d_->proxy);
-  d_->tree->setColumnResizeToContents(0, false);
+  d_->tree = new CGroupTree(this);
   d_->tree->setObjectName(QStringLiteral("plan_tree_view_white_"));
-  // Here the tree only offers groups: no commands, no drags.
-  d_->tree->setContextMenuPolicy(Qt::PreventContextMenu);
-  d_->tree->setDragDropMode(QAbstractItemView::NoDragDrop);
+  d_->tree->SetModel(d_->model);
+  d_->proxy = d_->tree->Groups();
   d_->ui.node_combox_->SetLocationView(d_->tree);
   d_->ui.node_combox_->SetEditLabelVisible(false);
-  connect(d_->model, &CStandardPlanModel::SignalFinshAsynchronous, d_->tree,
-          &CPlanViewTree::OnFinishAnsyFilterExpandedTree);
   connect(d_->proxy, &QAbstractItemModel::rowsAboutToBeRemoved, this, [this](const QModelIndex& parent) {
     const QModelIndex chosen = d_->ui.node_combox_->GetCurrentIndex();
     if (!parent.isValid() && chosen.isValid()) {
@@ -141,7 +131,10 @@ void CSavePlanAsDlg::setUpPlanTree() {
 }
 
 void CSavePlanAsDlg::chooseAwaited() {
-  const QModelIndex row = d_->awaited ? QModelIndex(d_->awaited->Resolve()) : QModelIndex();
+  if (!d_->awaited) {
+    return;
+  }
+  const QModelIndex row = d_->awaited->Resolve();
   if (row.isValid() && row.model() == d_->proxy) {
     choose(row);
   }
@@ -186,19 +179,10 @@ void CSavePlanAsDlg::SetViewController(CStandardViewController* controller) {
   if (!controller) {
     return;
   }
-  auto* view = qobject_cast<MarUIControl::CTreeView*>(d_->ui.node_combox_->LocationView());
-  if (d_->controller && view) {
-    disconnect(view, nullptr, d_->controller, nullptr);
-    disconnect(d_->controller, nullptr, d_->tree, nullptr);
-  }
-  d_->controller = controller;
   connect(&CViewModelDataManager::Instance(), &CViewModelDataManager::SignalFinshExpandPublicView, this,
           &CSavePlanAsDlg::OnSetDefaultIndex, Qt::UniqueConnection);
-  if (view) {
-    connect(view, &MarUIControl::CTreeView::AsynchronousExpand, controller,
-            &CStandardViewController::OnExpandViewTreeItem, Qt::UniqueConnection);
-    connect(controller, &CStandardViewController::SignalFinishAnsyGetSubItem, d_->tree,
-            &CPlanViewTree::OnFinishAnsyFilterExpandedTree, Qt::UniqueConnection);
+  if (d_->tree) {
+    d_->tree->SetController(controller);
   }
 }
 
@@ -250,10 +234,8 @@ void CSavePlanAsDlg::SetCurIndexByPlayItem() {
 }
 
 void CSavePlanAsDlg::ExpandDefaultIndex() {
-  const QAbstractItemModel* rows = d_->tree ? d_->ui.node_combox_->LocationModel() : nullptr;
-  const QModelIndex root = rows ? rows->index(0, 0) : QModelIndex();
-  if (root.isValid()) {
-    d_->tree->ExpandAsync(root);
+  if (d_->proxy && d_->proxy->hasIndex(0, 0)) {
+    d_->tree->ExpandAsync(d_->proxy->index(0, 0));
   }
 }
 
@@ -380,8 +362,7 @@ bool CSavePlanAsDlg::checkParentNodeAllowed() {
     d_->ui.node_combox_->setFocus();
     return false;
   }
-  const int type = node.data(ItemTypeRole).toInt();
-  if (type == PublicRootItem || type == OwnRootItem) {
+  if (!CGroupTree::MayHoldPlans(node)) {
     showRefusal(tr("XZeAMVRefJrzdBvsJW"));
     return false;
   }
@@ -400,7 +381,7 @@ bool CSavePlanAsDlg::checkAutoPlayTime() {
 
 void CSavePlanAsDlg::showRefusal(const QString& text) const {
   tarn_ui_data_controller::CNomalMessageManager::Instance().ShowMessage(MarUIControl::GetIndependentWindow(d_->parent),
-                                                                        text, kRefusal);
+                                                                        text, MarUIControl::CNomalMessage::Failure);
 }
 
 void CSavePlanAsDlg::GetPlanParam(view_plugin_protocol::AddPlanRequest& request) {

@@ -12,8 +12,8 @@ namespace TarnPlanView {
 class CStandardViewController;
 
 /// Asks for name, group and daily times of a new plan made from what is on the live wall. The dialog only checks and
-/// collects; whoever hears signalSavePlanAs() calls GetPlanParam() and sends the request. Return saves, Esc closes; it
-/// also closes when its window loses the activation with the cursor outside. Thread: GUI.
+/// collects; the receiver of signalSavePlanAs() calls GetPlanParam() and sends the request. Return saves, Esc closes;
+/// it also closes when its window loses the activation with the cursor outside. Thread: GUI.
 class TARNPLANVIEW_EXPORT CSavePlanAsDlg : public QWidget {
   Q_OBJECT
  public:

@@ -14,34 +14,36 @@ using MarUIControl::StringToQString;
 namespace {
 
 template <class Value>
-struct Answer {
-  bool is_there = false;
-  Value value;
-  QString error;
-};
-
-Answer<QVector<int>> FetchStreams(const QString& camera_code) {
-  play_plugin_protocol::GetStreamAbiRequest request;
-  request.camera_index_code = QStringToString(camera_code);
-  play_plugin_protocol::GetStreamAbiResponse response;
-  if (!LyraPluginManager::CPreviewBusinessInterfaceMgr::Instance().GetStreamAbility(request, response)) {
-    return {false, {}, StringToQString(response.error_info)};
+const Value* FindIn(const QHash<QString, Value>& known, const QString& camera_code) {
+  const auto found = known.constFind(camera_code);
+  if (found == known.cend()) {
+    return nullptr;
   }
-  return {true, {response.stream_types.cbegin(), response.stream_types.cend()}, {}};
+  return &*found;
 }
 
-Answer<QVector<CCameraAbilities::Preset>> FetchPresets(const QString& camera_code) {
+auto QuestionForStreams(const QString& camera_code) {
+  play_plugin_protocol::GetStreamAbiRequest request;
+  request.camera_index_code = QStringToString(camera_code);
+  return HostCalls::Ask(&LyraPluginManager::CPreviewBusinessInterfaceMgr::GetStreamAbility, request);
+}
+
+QVector<int> StreamsIn(const play_plugin_protocol::GetStreamAbiResponse& response) {
+  return {response.stream_types.cbegin(), response.stream_types.cend()};
+}
+
+auto QuestionForPresets(const QString& camera_code) {
   ptz_plugin_protocol::GetPresetRequest request;
   request.camera_index_code = QStringToString(camera_code);
-  ptz_plugin_protocol::GetPresetResponse response;
-  if (!LyraPluginManager::CPTZBusinessInterfaceMgr::Instance().GetPresets(request, response)) {
-    return {false, {}, StringToQString(response.error_info)};
-  }
+  return HostCalls::Ask(&LyraPluginManager::CPTZBusinessInterfaceMgr::GetPresets, request);
+}
+
+QVector<CCameraAbilities::Preset> PresetsIn(const ptz_plugin_protocol::GetPresetResponse& response) {
   QVector<CCameraAbilities::Preset> presets;
   for (const ptz_plugin_protocol::PresetInfo& preset : response.presets) {
     presets.append({preset.preset_no, StringToQString(preset.name)});
   }
-  return {true, presets, {}};
+  return presets;
 }
 
 }  // namespace
@@ -55,33 +57,33 @@ void CCameraAbilities::Ask(const QString& camera_code) {
     return;
   }
   using Self = CCameraAbilities;
-  AskFor(&streams_, camera_code, &FetchStreams, &Self::SignalStreamsKnown, &Self::SignalStreamsFailed);
-  AskFor(&presets_, camera_code, &FetchPresets, &Self::SignalPresetsKnown, &Self::SignalPresetsFailed);
+  AskFor(&streams_, camera_code, QuestionForStreams(camera_code), &StreamsIn,
+         {&Self::SignalStreamsKnown, &Self::SignalStreamsFailed});
+  AskFor(&presets_, camera_code, QuestionForPresets(camera_code), &PresetsIn,
+         {&Self::SignalPresetsKnown, &Self::SignalPresetsFailed});
 }
 
-template <class Value, class Fetch>
-void CCameraAbilities::AskFor(Shelf<Value>* shelf, const QString& camera_code, Fetch fetch, Told told, Failed failed) {
+template <class Value, class Question, class Read>
+void CCameraAbilities::AskFor(Shelf<Value>* shelf, const QString& camera_code, Question question, Read read,
+                              Signals signal) {
   if (shelf->fresh.contains(camera_code)) {
-    Q_EMIT(this->*told)(camera_code);
+    Q_EMIT(this->*signal.known)(camera_code);
     return;
   }
   if (shelf->asked.contains(camera_code)) {
     return;
   }
   shelf->asked.insert(camera_code);
-  HostCalls::Ask([camera_code, fetch] { return fetch(camera_code); })
-      .On(HostCalls::QuestionPool())
-      .Within(calls_)
-      .Then(this, [this, shelf, camera_code, told, failed](const Answer<Value>& answer) {
-        shelf->asked.remove(camera_code);
-        if (answer.is_there) {
-          shelf->known.insert(camera_code, answer.value);
-          shelf->fresh.insert(camera_code);
-          Q_EMIT(this->*told)(camera_code);
-        } else {
-          Q_EMIT(this->*failed)(camera_code, answer.error);
-        }
-      });
+  question.On(HostCalls::QuestionPool()).Within(calls_).Then(this, [=](const auto& answer) {
+    shelf->asked.remove(camera_code);
+    if (answer.ok) {
+      shelf->known.insert(camera_code, read(answer.response));
+      shelf->fresh.insert(camera_code);
+      Q_EMIT(this->*signal.known)(camera_code);
+    } else {
+      Q_EMIT(this->*signal.failed)(camera_code, StringToQString(answer.response.error_info));
+    }
+  });
 }
 
 void CCameraAbilities::Doubt() {
@@ -93,13 +95,11 @@ void CCameraAbilities::Doubt() {
 }
 
 const QVector<int>* CCameraAbilities::Streams(const QString& camera_code) const {
-  const auto found = streams_.known.constFind(camera_code);
-  return found == streams_.known.cend() ? nullptr : &*found;
+  return FindIn(streams_.known, camera_code);
 }
 
 const QVector<CCameraAbilities::Preset>* CCameraAbilities::Presets(const QString& camera_code) const {
-  const auto found = presets_.known.constFind(camera_code);
-  return found == presets_.known.cend() ? nullptr : &*found;
+  return FindIn(presets_.known, camera_code);
 }
 
 }  // namespace TarnPlanView

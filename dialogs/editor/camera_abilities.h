@@ -12,7 +12,7 @@ namespace TarnPlanView {
 
 /// What cameras can do: their streams and presets, fetched once each, and again after Doubt().
 ///
-/// Several questions for one camera lead to one call each; a failure is told and not remembered, so that the next
+/// Several questions for one camera lead to one call each; a failure is signalled and not remembered, so that the next
 /// question asks again. Thread: GUI; fetches on the threads for questions.
 class CCameraAbilities : public QObject {
   Q_OBJECT
@@ -42,8 +42,10 @@ class CCameraAbilities : public QObject {
   void SignalPresetsFailed(const QString& camera_code, const QString& error);
 
  private:
-  using Told = void (CCameraAbilities::*)(const QString&);
-  using Failed = void (CCameraAbilities::*)(const QString&, const QString&);
+  struct Signals {
+    void (CCameraAbilities::*known)(const QString&);
+    void (CCameraAbilities::*failed)(const QString&, const QString&);
+  };
 
   /// One kind of answer, by the camera's code.
   template <class Value>
@@ -52,8 +54,8 @@ class CCameraAbilities : public QObject {
     QSet<QString> fresh, asked;
   };
 
-  template <class Value, class Fetch>
-  void AskFor(Shelf<Value>* shelf, const QString& camera_code, Fetch fetch, Told told, Failed failed);
+  template <class Value, class Question, class Read>
+  void AskFor(Shelf<Value>* shelf, const QString& camera_code, Question question, Read read, Signals signal);
 
   HostCalls::CCallScope calls_;
   Shelf<QVector<int>> streams_;

@@ -20,14 +20,19 @@ QString Text(const QJsonObject& object, const char* key) {
 }
 
 QString StationId() {
-  const auto config = TarnConfiguration::CreateViewConfigInterface();
-  return config ? MarUIControl::StringToQString(config->GetStationId()) : QString();
+  if (const auto config = TarnConfiguration::CreateViewConfigInterface()) {
+    return MarUIControl::StringToQString(config->GetStationId());
+  }
+  return QString();
 }
 
 }  // namespace
 
 std::optional<QVector<DraftCamera>> ReadCameraDrop(const QMimeData* mime) {
-  const QByteArray payload = mime ? mime->data(QStringLiteral("_drag_json_data_")) : QByteArray();
+  if (!mime) {
+    return std::nullopt;
+  }
+  const QByteArray payload = mime->data(QStringLiteral("_drag_json_data_"));
   if (payload.isEmpty() || payload.size() > kMostBytes) {
     return std::nullopt;
   }
@@ -43,7 +48,10 @@ std::optional<QVector<DraftCamera>> ReadCameraDrop(const QMimeData* mime) {
     }
     cameras.append(camera);
   }
-  return cameras.isEmpty() ? std::nullopt : std::make_optional(cameras);
+  if (cameras.isEmpty()) {
+    return std::nullopt;
+  }
+  return cameras;
 }
 
 }  // namespace TarnPlanView

@@ -61,7 +61,10 @@ void CConflictBar::SetNewRefused(const QString& reason) {
 
 // In words as well: who goes by keys does not come to the tool tip of a disabled button.
 QString CConflictBar::WithRefusal(const QString& text) const {
-  return new_refused_.isEmpty() ? text : text + '\n' + new_refused_;
+  if (new_refused_.isEmpty()) {
+    return text;
+  }
+  return text + '\n' + new_refused_;
 }
 
 void CConflictBar::ShowNotLoaded(const QString& text) {

@@ -121,8 +121,10 @@ PlanFilling FillPlan(PlanDraft* draft, int page, int first_window, const QVector
     }
     const int placed = FillPage(draft, page, first_window, cameras.mid(filling.placed, room - filling.placed));
     filling.placed += placed;
-    filling.pages += placed > 0 ? 1 : 0;
-    filling.beyond_first |= placed > 0 && page != first_page;
+    if (placed > 0) {
+      ++filling.pages;
+      filling.beyond_first |= page != first_page;
+    }
   }
   filling.left_out = cameras.size() - filling.placed;
   if (filling.new_pages > 0) {

@@ -86,9 +86,14 @@ void CEditorFooter::RenewButtons() {
   const bool idle = work_->text().isEmpty();
   undo_->setEnabled(idle && stack.canUndo());
   redo_->setEnabled(idle && stack.canRedo());
-  undo_->setToolTip(stack.canUndo() ? tr("Undo: %1 (Ctrl+Z)").arg(stack.undoText()) : tr("Nothing to undo (Ctrl+Z)"));
-  redo_->setToolTip(stack.canRedo() ? tr("Redo: %1 (Ctrl+Shift+Z)").arg(stack.redoText())
-                                    : tr("Nothing to redo (Ctrl+Shift+Z)"));
+  undo_->setToolTip(tr("Nothing to undo (Ctrl+Z)"));
+  if (stack.canUndo()) {
+    undo_->setToolTip(tr("Undo: %1 (Ctrl+Z)").arg(stack.undoText()));
+  }
+  redo_->setToolTip(tr("Nothing to redo (Ctrl+Shift+Z)"));
+  if (stack.canRedo()) {
+    redo_->setToolTip(tr("Redo: %1 (Ctrl+Shift+Z)").arg(stack.redoText()));
+  }
   save_->setEnabled(idle && save_possible_);
 }
 

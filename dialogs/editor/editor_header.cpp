@@ -142,10 +142,13 @@ void CEditorHeader::ShowTimes() {
   times_->setEnabled(draft.auto_run);
   const bool over_midnight = draft.auto_run && draft.begin > draft.end;
   note_->setVisible(over_midnight);
-  const QString heard = over_midnight ? note_->text() : QString();
+  QString heard;
+  if (over_midnight) {
+    heard = note_->text();
+  }
   for (QTimeEdit* edit : times_->findChildren<QTimeEdit*>()) {
     if (edit->accessibleDescription() != heard) {
-      edit->setAccessibleDescription(heard);  // tells those who hear it at once
+      edit->setAccessibleDescription(heard);  // read out at once
     }
   }
 }

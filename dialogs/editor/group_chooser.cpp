@@ -1,75 +1,42 @@
 #include "group_chooser.h"
 
+#include "group_tree.h"
 #include "item_type.h"
 #include "plan_item_role.h"
-#include "plan_view_tree.h"
 #include "standard_plan_model.h"
-#include "standard_view_controller.h"
-#include "view_config_manager.h"
 #include "view_public_def.h"
 #include "view_sort_filter_proxy_model.h"
 
 namespace TarnPlanView {
 
-CGroupChooser::CGroupChooser(QWidget* parent) : CMultilevelComboBox(parent) {
+CGroupChooser::CGroupChooser(QWidget* parent) : CMultilevelComboBox(parent), tree_(new CGroupTree(this)) {
   setObjectName(QStringLiteral("target_group_box"));
   setAccessibleName(tr("Group"));
   SetEditLabelVisible(false);
-  MakeTree();
+  tree_->ExpandWhenLoaded(QString::fromLatin1(kPublicRootCode));
+  tree_->ExpandWhenLoaded(QString::fromLatin1(kOwnRootCode));
+  SetLocationView(tree_);
+  connect(tree_->Groups(), &QAbstractItemModel::rowsInserted, this, &CGroupChooser::Resolve);
+  connect(tree_->Groups(), &QAbstractItemModel::modelReset, this, &CGroupChooser::Resolve);
   connect(this, &CGroupChooser::SignalIndexActivated, this, &CGroupChooser::OnChosen);
   connect(this, &CGroupChooser::SignalCurrentIndexChanged, this, &CGroupChooser::OnCurrent);
 }
 
-void CGroupChooser::MakeTree() {
-  proxy_ = new CViewSortFilterProxyModel(this, true);
-  tree_ = new CPlanViewTree(this);
-  tree_->SetFilterSortModel(proxy_);
-  tree_->setColumnResizeToContents(0, false);
-  // Here the tree only offers groups: no commands, no drags.
-  tree_->setContextMenuPolicy(Qt::PreventContextMenu);
-  tree_->setDragDropMode(QAbstractItemView::NoDragDrop);
-  tree_->ExpandWhenLoaded(QString::fromLatin1(kPublicRootCode));
-  tree_->ExpandWhenLoaded(QString::fromLatin1(kOwnRootCode));
-  SetLocationView(tree_);
-  connect(proxy_, &QAbstractItemModel::rowsInserted, this, &CGroupChooser::Resolve);
-  connect(proxy_, &QAbstractItemModel::modelReset, this, &CGroupChooser::Resolve);
-}
-
 void CGroupChooser::SetModel(CStandardPlanModel* model) {
-  if (model_ == model) {
-    return;
+  if (model_ != model) {
+    model_ = model;
+    tree_->SetModel(model);
+    Resolve();
   }
-  if (model_) {
-    disconnect(model_, nullptr, tree_, nullptr);
-  }
-  model_ = model;
-  proxy_->setSourceModel(model);
-  if (model_) {
-    connect(model_, &CStandardPlanModel::SignalFinshAsynchronous, tree_,
-            &CPlanViewTree::OnFinishAnsySourceExpandedTree);
-  }
-  Resolve();
 }
 
 void CGroupChooser::SetController(CStandardViewController* controller) {
-  if (controller_ == controller) {
-    return;
-  }
-  if (controller_) {
-    disconnect(tree_, nullptr, controller_, nullptr);
-    disconnect(controller_, nullptr, tree_, nullptr);
-  }
-  controller_ = controller;
-  if (controller_) {
-    connect(tree_, &CPlanViewTree::AsynchronousExpand, controller_, &CStandardViewController::OnExpandViewTreeItem);
-    connect(controller_, &CStandardViewController::SignalFinishAnsyGetSubItem, tree_,
-            &CPlanViewTree::OnFinishAnsyFilterExpandedTree);
-  }
+  tree_->SetController(controller);
 }
 
 void CGroupChooser::SetAddMode(bool add) {
-  proxy_->SetAddOrEdit(add);
-  proxy_->invalidate();
+  tree_->Groups()->SetAddOrEdit(add);
+  tree_->Groups()->invalidate();
   Resolve();
 }
 
@@ -77,27 +44,31 @@ void CGroupChooser::ShowGroup(const QString& code, const QString& name) {
   if (code_ == code && !vanished_ && GetCurrentIndex().isValid()) {
     return;
   }
-  vanished_ = vanished_ && code_ == code;  // told of another change it is no less gone
+  vanished_ = vanished_ && code_ == code;  // the same group is no less gone after another change
   code_ = code;
   name_ = name;
   Resolve();
 }
 
-void CGroupChooser::Resolve() {
-  if (code_.isEmpty() && !GetCurrentIndex().isValid()) {
-    SetPlaceholderText(tr("Choose a group"));
-    return;
+// Its row in the drop-down; invalid while it is not loaded, or filtered out.
+QModelIndex CGroupChooser::RowOfGroup() const {
+  if (!model_ || code_.isEmpty()) {
+    return QModelIndex();
   }
-  const QModelIndex row = model_ && !code_.isEmpty() ? model_->FindIndexByIndexCode(code_, true) : QModelIndex();
-  const QModelIndex shown = row.isValid() ? proxy_->mapFromSource(row) : QModelIndex();
-  if (shown.isValid() && shown == GetCurrentIndex()) {
+  return tree_->Groups()->mapFromSource(model_->FindIndexByIndexCode(code_, true));
+}
+
+void CGroupChooser::Resolve() {
+  const QModelIndex row = RowOfGroup();
+  if (row.isValid() && row == GetCurrentIndex()) {
     return;
   }
   resolving_ = true;
-  SetCurrentIndex(shown);
+  SetCurrentIndex(row);
   resolving_ = false;
-  vanished_ = vanished_ && !shown.isValid();
-  SetPlaceholderText(code_.isEmpty() || vanished_ || name_.isEmpty() ? tr("Choose a group") : name_);
+  vanished_ = vanished_ && !row.isValid();
+  const bool has_name = !code_.isEmpty() && !vanished_ && !name_.isEmpty();
+  SetPlaceholderText(has_name ? name_ : tr("Choose a group"));
 }
 
 void CGroupChooser::OnChosen(const QModelIndex& index) {
@@ -111,7 +82,7 @@ int CGroupChooser::FamilyOf(const QModelIndex& row) {
   return qMax(0, CViewPublicDef::GetIndexType(row));
 }
 
-// A chosen row that goes by itself: its group was deleted, or the tree is loading anew and the row will come back.
+// A chosen row that goes by itself: its group was deleted, or the tree is loaded again and the row will come back.
 void CGroupChooser::OnCurrent(const QModelIndex& index) {
   if (!index.isValid() && !resolving_) {
     vanished_ = true;
@@ -121,17 +92,14 @@ void CGroupChooser::OnCurrent(const QModelIndex& index) {
 
 QString CGroupChooser::Problem() const {
   const QModelIndex row = GetCurrentIndex();
-  if (!row.isValid()) {
-    if (vanished_) {
-      return tr("The group is no longer there. Choose another one.");
-    }
-    return code_.isEmpty() ? tr("Choose a group first.") : QString();
+  if (row.isValid()) {
+    const QString no_group = tr("A plan cannot stand directly at the top. Choose a group below.");
+    return CGroupTree::MayHoldPlans(row) ? QString() : no_group;
   }
-  const int type = row.data(ItemTypeRole).toInt();
-  const bool root = type == PublicRootItem || type == OwnRootItem || type == ReceivedRootItem;
-  return root && !CViewConfigManager::Instance().CreatePlanUnderRootNode()
-             ? tr("A plan cannot stand directly at the top. Choose a group below.")
-             : QString();
+  if (vanished_) {
+    return tr("The group is no longer there. Choose another one.");
+  }
+  return code_.isEmpty() ? tr("Choose a group first.") : QString();
 }
 
 }  // namespace TarnPlanView

@@ -6,10 +6,9 @@
 
 namespace TarnPlanView {
 
-class CPlanViewTree;
+class CGroupTree;
 class CStandardPlanModel;
 class CStandardViewController;
-class CViewSortFilterProxyModel;
 
 /// Combo box over the groups that the user may put a plan into. A group whose row is not loaded, or has gone, is shown
 /// by the name it is given with. Thread: GUI.
@@ -34,15 +33,13 @@ class CGroupChooser : public MarUIControl::CMultilevelComboBox {
   void SignalGroupChosen(const QString& code, const QString& name, int family);
 
  private:
-  void MakeTree();
+  QModelIndex RowOfGroup() const;
   void Resolve();
   void OnChosen(const QModelIndex& index);
   void OnCurrent(const QModelIndex& index);
 
   QPointer<CStandardPlanModel> model_;
-  QPointer<CStandardViewController> controller_;
-  CViewSortFilterProxyModel* proxy_ = nullptr;
-  CPlanViewTree* tree_ = nullptr;
+  CGroupTree* const tree_;
   QString code_, name_;
   bool vanished_ = false, resolving_ = false;
 };

@@ -119,9 +119,10 @@ void CPageList::dropEvent(QDropEvent* event) {
   const int from = currentIndex().row(), gap = GapAt(event->pos().x());
   event->setDropAction(Qt::CopyAction);
   event->accept();
-  const int to = gap > from ? gap - 1 : gap;
-  if (to != from) {
-    document_->MovePage(from, to);
+  if (gap > from + 1) {
+    document_->MovePage(from, gap - 1);
+  } else if (gap < from) {
+    document_->MovePage(from, gap);
   }
 }
 

@@ -17,6 +17,13 @@ QColor Color(const char* name) {
   return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
 }
 
+QColor Background(QStyle::State state) {
+  if (state & QStyle::State_Selected) {
+    return Color("selection");
+  }
+  return Color(state & QStyle::State_MouseOver ? "hover" : "raised");
+}
+
 }  // namespace
 
 QSize CPageStripDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const {
@@ -24,25 +31,28 @@ QSize CPageStripDelegate::sizeHint(const QStyleOptionViewItem& option, const QMo
 }
 
 void CPageStripDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
-  const bool chosen = option.state & QStyle::State_Selected;
+  const auto ink = [chosen = bool(option.state & QStyle::State_Selected)](const char* usual) {
+    return Color(chosen ? "selection_text" : usual);
+  };
   const QRect box = option.rect.adjusted(2, 2, -2, -2);
   painter->save();
   painter->setRenderHint(QPainter::Antialiasing);
-  painter->setBrush(Color(chosen ? "selection" : (option.state & QStyle::State_MouseOver) ? "hover" : "raised"));
-  painter->setPen(option.state & QStyle::State_HasFocus ? QPen(Color(chosen ? "selection_text" : "focus"), 2)
-                                                        : QPen(Color("border")));
+  painter->setBrush(Background(option.state));
+  painter->setPen(Color("border"));
+  if (option.state & QStyle::State_HasFocus) {
+    painter->setPen(QPen(ink("focus"), 2));
+  }
   painter->drawRoundedRect(box, 4, 4);
   painter->setRenderHint(QPainter::Antialiasing, false);
-  const QColor ink = Color(chosen ? "selection_text" : "text");
   QRect picture(QPoint(), kPicture);
   picture.moveCenter(QPoint(box.center().x(), box.top() + kPadding + kPicture.height() / 2));
   const auto* model = qobject_cast<const CPageStripModel*>(index.model());
-  PaintSplit(painter, picture, index.data(CPageStripModel::SplitRole).toInt(), ink,
+  PaintSplit(painter, picture, index.data(CPageStripModel::SplitRole).toInt(), ink("text"),
              [&](int window_no) { return model && model->IsFilled(index, window_no); });
   const QRect words = box.adjusted(kPadding, picture.bottom() - box.top() + 2, -kPadding, -2);
-  painter->setPen(ink);
+  painter->setPen(ink("text"));
   painter->drawText(words, Qt::AlignLeft | Qt::AlignVCenter, index.data().toString());
-  painter->setPen(Color(chosen ? "selection_text" : "text_muted"));
+  painter->setPen(ink("text_muted"));
   const int room = words.width() - option.fontMetrics.horizontalAdvance(index.data().toString()) - kPadding;
   painter->drawText(
       words, Qt::AlignRight | Qt::AlignVCenter,

@@ -16,7 +16,9 @@ int CPageStripModel::rowCount(const QModelIndex& parent) const {
 int CPageStripModel::FilledOn(int page) const {
   int filled = 0;
   for (int window_no = 1; window_no <= WindowsOfSplit(document_->Draft().pages[page].split_type); ++window_no) {
-    filled += view_plugin_protocol::IsFilled(document_->Draft().Window(page, window_no)) ? 1 : 0;
+    if (view_plugin_protocol::IsFilled(document_->Draft().Window(page, window_no))) {
+      ++filled;
+    }
   }
   return filled;
 }
@@ -51,7 +53,10 @@ QVariant CPageStripModel::data(const QModelIndex& index, int role) const {
 
 Qt::ItemFlags CPageStripModel::flags(const QModelIndex& index) const {
   const Qt::ItemFlags base = QAbstractListModel::flags(index);
-  return index.isValid() ? base | Qt::ItemIsDragEnabled : base | Qt::ItemIsDropEnabled;
+  if (!index.isValid()) {
+    return base | Qt::ItemIsDropEnabled;
+  }
+  return base | Qt::ItemIsDragEnabled;
 }
 
 void CPageStripModel::OnDocument(int change, int page) {

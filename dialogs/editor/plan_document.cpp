@@ -3,6 +3,7 @@
 #include <QLocale>
 #include <QUndoCommand>
 #include <algorithm>
+#include <optional>
 #include <tuple>
 #include <utility>
 
@@ -26,14 +27,18 @@ std::string TextOf(const QTime& time) {
   return QStringToString(QLocale::c().toString(time, kTimeFormat));  // the store reads no other digits
 }
 
-QTime Parsed(const std::string& text) {
-  const QTime time = QTime::fromString(StringToQString(text), kTimeFormat);
-  return time.isValid() ? time : QTime::fromString(StringToQString(text), kShortTimeFormat);
+std::optional<QTime> Parsed(const std::string& text) {
+  for (const char* format : {kTimeFormat, kShortTimeFormat}) {
+    const QTime time = QTime::fromString(StringToQString(text), format);
+    if (time.isValid()) {
+      return time;
+    }
+  }
+  return std::nullopt;
 }
 
 QTime TimeFrom(const std::string& text) {
-  const QTime time = Parsed(text);
-  return time.isValid() ? time : QTime(0, 0);
+  return Parsed(text).value_or(QTime(0, 0));
 }
 
 QVector<DraftPage> PagesFrom(const std::list<PlanPage>& records) {
@@ -60,8 +65,11 @@ PlanDraft DraftFrom(const view_plugin_protocol::GetPlanDetailResponse& detail) {
   return draft;
 }
 
-// The only page that differs; -1 when there are several or none.
+// The only page that differs; -1 when there are several or none, or pages came or went.
 int OnlyDifference(const QVector<DraftPage>& one, const QVector<DraftPage>& other) {
+  if (one.size() != other.size()) {
+    return -1;
+  }
   int page = -1;
   for (int i = 0; i < one.size(); ++i) {
     if (one[i] != other[i]) {
@@ -224,7 +232,9 @@ void CPlanDocument::SetGroup(const QString& group_code, const QString& group_nam
   PlanDraft after = draft_;
   after.group_code = group_code;
   after.group_name = group_name;
-  after.family = family < 0 ? draft_.family : family;
+  if (family >= 0) {
+    after.family = family;
+  }
   Push(tr("Change of group"), std::move(after));
 }
 
@@ -276,8 +286,11 @@ void CPlanDocument::RemovePage(int page) {
   }
   PlanDraft after = draft_;
   after.pages.removeAt(page);
-  const int current = page < current_page_ ? current_page_ - 1 : current_page_;
-  PushPages(tr("Delete page"), std::move(after), qMin(current, after.pages.size() - 1));
+  int current = qMin(current_page_, after.pages.size() - 1);
+  if (page < current_page_) {
+    current = current_page_ - 1;
+  }
+  PushPages(tr("Delete page"), std::move(after), current);
 }
 
 void CPlanDocument::MovePage(int from, int to) {
@@ -396,37 +409,29 @@ void CPlanDocument::SetPreset(int page, int window_no, int preset_no) {
   EditShown(tr("Change of preset"), page, window_no, [preset_no](PlanWindow& window) { window.preset_no = preset_no; });
 }
 
-view_plugin_protocol::AddPlanRequest CPlanDocument::MakeAddRequest() const {
-  view_plugin_protocol::AddPlanRequest request;
-  FillRequest(&request);
-  return request;
-}
-
 view_plugin_protocol::UpdatePlanRequest CPlanDocument::MakeUpdateRequest() const {
   view_plugin_protocol::UpdatePlanRequest request;
-  FillRequest(&request);
   request.plan_index_code = origin_.index_code;
   request.revision = origin_.revision;
+  request.plan_name = QStringToString(draft_.name);
+  request.index_type = draft_.family;
+  request.parent_index_code = QStringToString(draft_.group_code);
+  request.parent_name = QStringToString(draft_.group_name);
+  request.auto_play = draft_.auto_run;
+  request.begin_time = TimeText(draft_.begin, origin_.start_time);
+  request.end_time = TimeText(draft_.end, origin_.end_time);
+  request.pages = PagesToSave();
+  request.thumbnail = origin_.thumbnail;
   return request;
-}
-
-void CPlanDocument::FillRequest(view_plugin_protocol::AddPlanRequest* request) const {
-  request->plan_name = QStringToString(draft_.name);
-  request->index_type = draft_.family;
-  request->parent_index_code = QStringToString(draft_.group_code);
-  request->parent_name = QStringToString(draft_.group_name);
-  request->auto_play = draft_.auto_run;
-  request->begin_time = TimeText(draft_.begin, origin_.start_time);
-  request->end_time = TimeText(draft_.end, origin_.end_time);
-  request->pages = PagesToSave();
-  request->thumbnail = origin_.thumbnail;
 }
 
 // What was loaded and not touched goes back as it came, but a plan that is to run by itself needs a real time. The
 // store takes times with seconds only.
 std::string CPlanDocument::TimeText(const QTime& time, const std::string& loaded) const {
-  const bool runs_anyway = draft_.auto_run || Parsed(loaded).isValid();
-  return time == TimeFrom(loaded) && !runs_anyway ? loaded : TextOf(time);
+  if (!draft_.auto_run && !Parsed(loaded) && time == TimeFrom(loaded)) {
+    return loaded;
+  }
+  return TextOf(time);
 }
 
 std::list<PlanPage> CPlanDocument::PagesToSave() const {
@@ -480,9 +485,11 @@ void CPlanDocument::EditShown(const QString& text, int page, int window_no,
 void CPlanDocument::Take(const PlanDraft& draft, int current_page) {
   const PlanDraft before = std::exchange(draft_, draft);
   const int page_before = current_page_;
-  current_page_ = qBound(0, current_page < 0 ? page_before : current_page, draft_.pages.size() - 1);
-  const bool same_count = before.pages.size() == draft_.pages.size();
-  const int page = same_count ? OnlyDifference(before.pages, draft_.pages) : -1;
+  if (current_page >= 0) {
+    current_page_ = current_page;
+  }
+  current_page_ = qBound(0, current_page_, draft_.pages.size() - 1);
+  const int page = OnlyDifference(before.pages, draft_.pages);
   int change = SameHead(before, draft_) ? NoChange : HeadChanged;
   if (page >= 0) {
     change |= PageChanged;

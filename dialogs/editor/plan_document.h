@@ -27,10 +27,10 @@ class CPlanDocument : public QObject {
   explicit CPlanDocument(QObject* parent = nullptr);
   ~CPlanDocument() override;
 
-  /// A new plan with one empty page, clean. SignalChanged() tells of everything at once.
+  /// A new plan with one empty page, clean. SignalChanged() reports everything at once.
   void StartNew(const QString& name, const QString& group_code, const QString& group_name = {}, int family = 0);
   /// A plan as the host has it, clean. What the editor does not know is kept for the requests. Pages are sorted by
-  /// their numbers, as they play. SignalChanged() tells of everything at once.
+  /// their numbers, as they play. SignalChanged() reports everything at once.
   void Load(const view_plugin_protocol::GetPlanDetailResponse& detail);
   /// The plan as it is now is on the host, under this revision; a new one under this code. Windows out of sight are
   /// forgotten, but undo still knows them.
@@ -46,7 +46,6 @@ class CPlanDocument : public QObject {
   const PlanDraft& Draft() const { return draft_; }
   /// Empty for a new plan.
   std::string PlanCode() const { return origin_.index_code; }
-  int64_t Revision() const { return origin_.revision; }
   /// Of the group that the plan is in on the host.
   std::string GroupCode() const { return origin_.group_index_code; }
   /// Whether a save would change what is on the host.
@@ -67,7 +66,7 @@ class CPlanDocument : public QObject {
   void SetTimes(const QTime& begin, const QTime& end);
 
   /// After `page`, which becomes the new one's neighbour and lends it split and dwell time; the new page is current. At
-  /// most kMaxPages, else SignalRefused(). Adding, duplicating, removing and moving number all pages anew.
+  /// most kMaxPages, else SignalRefused(). Adding, duplicating, removing and moving number all pages again.
   void AddPage(int page);
   /// Right after the page, and current; refused like a new page, and when it would hold too many windows.
   void DuplicatePage(int page);
@@ -89,13 +88,13 @@ class CPlanDocument : public QObject {
   PlanFilling Fill(int page, int first_window, const QVector<DraftCamera>& cameras);
   bool SwapWindows(int page, int window_no, int other_window_no);
   void ClearWindow(int page, int window_no);
-  /// Windows that are out of sight as well. Fixed content stays, which SignalRefused() tells.
+  /// Windows that are out of sight as well. Fixed content stays, and SignalRefused() says so.
   void ClearPage(int page);
   void SetStream(int page, int window_no, int stream_type);
   void SetPreset(int page, int window_no, int preset_no);
 
   /// Names as typed, windows that a smaller split put out of sight left out, everything untouched as the host gave it.
-  view_plugin_protocol::AddPlanRequest MakeAddRequest() const;
+  /// Of a new plan it has neither code nor revision.
   view_plugin_protocol::UpdatePlanRequest MakeUpdateRequest() const;
 
  Q_SIGNALS:
@@ -135,7 +134,6 @@ class CPlanDocument : public QObject {
   void RenewDirty();
   std::string TimeText(const QTime& time, const std::string& loaded) const;
   std::list<view_plugin_protocol::PlanPage> PagesToSave() const;
-  void FillRequest(view_plugin_protocol::AddPlanRequest* request) const;
 
   PlanDraft draft_, saved_;
   view_plugin_protocol::GetPlanDetailResponse origin_;  // without its pages

@@ -19,6 +19,8 @@
 
 namespace TarnPlanView {
 
+using view_plugin_protocol::PlanWindow;
+
 namespace {
 
 constexpr int kGap = 3;
@@ -31,6 +33,17 @@ const char kOwnWindow[] = "application/x-tarn-plan-window";
 
 QColor Color(const char* name) {
   return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
+}
+
+int MirroredKey(int key) {
+  switch (key) {
+    case Qt::Key_Left:
+      return Qt::Key_Right;
+    case Qt::Key_Right:
+      return Qt::Key_Left;
+    default:
+      return key;
+  }
 }
 
 // Whole words as long as they fit; what is too long for the room ends in an ellipsis.
@@ -46,7 +59,7 @@ void PaintLines(QPainter* painter, const QRect& room, const QString& words) {
   for (QTextLine line = layout.createLine(); line.isValid() && lines.size() < most; line = layout.createLine()) {
     line.setLineWidth(room.width());
     const bool last = lines.size() + 1 == most;
-    const QString rest = last ? words.mid(line.textStart()) : words.mid(line.textStart(), line.textLength());
+    const QString rest = words.mid(line.textStart(), last ? -1 : line.textLength());
     lines.append(metrics.elidedText(rest.trimmed(), Qt::ElideRight, room.width()));
   }
   layout.endLayout();
@@ -79,7 +92,10 @@ QSize CWindowGrid::minimumSizeHint() const {
 int CWindowGrid::Split() const {
   const auto& pages = document_->Draft().pages;
   const int page = document_->CurrentPage();
-  return page >= 0 && page < pages.size() ? pages[page].split_type : 1;
+  if (page < 0 || page >= pages.size()) {
+    return 1;
+  }
+  return pages[page].split_type;
 }
 
 int CWindowGrid::WindowCount() const {
@@ -94,7 +110,7 @@ QRect CWindowGrid::WindowRect(int window_no) const {
   return WindowPlace(Room(), Split(), window_no, kGap);
 }
 
-const view_plugin_protocol::PlanWindow* CWindowGrid::Window(int window_no) const {
+const PlanWindow* CWindowGrid::Window(int window_no) const {
   return document_->Draft().Window(document_->CurrentPage(), window_no);
 }
 
@@ -120,7 +136,11 @@ void CWindowGrid::OnDocument(int change, int) {
   if (turned || (change & CPlanDocument::PagesChanged) || marked_ > WindowCount()) {
     marked_ = 0;
   }
-  SetCurrentWindow(turned ? 1 : current_);
+  if (turned) {
+    SetCurrentWindow(1);
+  } else {
+    SetCurrentWindow(current_);  // there may be fewer now
+  }
   update();
   RenewDescription();
 }
@@ -131,29 +151,32 @@ void CWindowGrid::RenewDescription() {
   if (spoken != accessibleName()) {  // each call is read out
     setAccessibleName(spoken);
   }
-  const QString page = tr("Windows of page %1").arg(document_->CurrentPage() + 1);
-  const QString mark = tr("Window %1 is marked, Ctrl+V swaps it with this one").arg(marked_);
-  const QString described = marked_ == 0 ? page : page + QStringLiteral(". ") + mark;
+  QString described = tr("Windows of page %1").arg(document_->CurrentPage() + 1);
+  if (marked_ != 0) {
+    described += QStringLiteral(". ") + tr("Window %1 is marked, Ctrl+V swaps it with this one").arg(marked_);
+  }
   if (described != accessibleDescription()) {
     setAccessibleDescription(described);
   }
 }
 
 bool CWindowGrid::PutCameras(int window_no, const QVector<DraftCamera>& cameras) {
-  const bool one = cameras.size() == 1;
-  return one ? document_->PutCamera(document_->CurrentPage(), window_no, cameras.first()) : Fill(window_no, cameras);
+  if (cameras.size() == 1) {
+    return document_->PutCamera(document_->CurrentPage(), window_no, cameras.first());
+  }
+  return Fill(window_no, cameras);
 }
 
 bool CWindowGrid::Fill(int window_no, const QVector<DraftCamera>& cameras) {
   const PlanFilling filling = document_->Fill(document_->CurrentPage(), window_no, cameras);
   if (filling.placed > 0) {
-    TellOfFilling(filling);
+    ReportFilling(filling);
   }
   return filling.placed > 0;
 }
 
 // What all went onto the page in sight needs no word; the page may have been full, with all gone to others.
-void CWindowGrid::TellOfFilling(const PlanFilling& filling) {
+void CWindowGrid::ReportFilling(const PlanFilling& filling) {
   const int wanted = filling.placed + filling.left_out;
   const QString done = tr("Cameras placed: %1 of %2. Pages used: %3, new: %4.")
                            .arg(filling.placed)
@@ -161,8 +184,10 @@ void CWindowGrid::TellOfFilling(const PlanFilling& filling) {
                            .arg(filling.pages)
                            .arg(filling.new_pages);
   if (filling.left_out > 0) {
-    const QString limit = filling.out_of_pages ? tr("A plan has at most %1 pages.").arg(kMaxPages)
-                                               : tr("A plan holds at most %1 filled windows.").arg(kMaxFilledWindows);
+    QString limit = tr("A plan holds at most %1 filled windows.").arg(kMaxFilledWindows);
+    if (filling.out_of_pages) {
+      limit = tr("A plan has at most %1 pages.").arg(kMaxPages);
+    }
     Q_EMIT SignalRefused(done + QLatin1Char(' ') + tr("Left out: %1.").arg(filling.left_out) + QLatin1Char(' ') +
                          limit);
   } else if (filling.beyond_first) {
@@ -183,8 +208,9 @@ void CWindowGrid::FillAndGoOn(const QVector<DraftCamera>& cameras) {
 }
 
 void CWindowGrid::GoOn() {
-  const int next = NextEmpty(current_);
-  SetCurrentWindow(next == 0 ? current_ : next);
+  if (const int next = NextEmpty(current_)) {
+    SetCurrentWindow(next);
+  }
 }
 
 // After this one, then from the start; 0 when all are filled.
@@ -238,15 +264,14 @@ void CWindowGrid::Clear() {
   document_->ClearWindow(document_->CurrentPage(), current_);
 }
 
+// The current window itself at the edge; 0 when it is no key for going about.
 int CWindowGrid::Neighbour(int key) const {
   const int side = SideOfSplit(Split()), column = (current_ - 1) % side;
-  const int forth = isRightToLeft() ? -1 : 1;
-  switch (key) {
+  switch (isRightToLeft() ? MirroredKey(key) : key) {
     case Qt::Key_Left:
-    case Qt::Key_Right: {
-      const int step = key == Qt::Key_Right ? forth : -forth;
-      return column + step < 0 || column + step >= side ? current_ : current_ + step;
-    }
+      return column == 0 ? current_ : current_ - 1;
+    case Qt::Key_Right:
+      return column == side - 1 ? current_ : current_ + 1;
     case Qt::Key_Up:
       return current_ > side ? current_ - side : current_;
     case Qt::Key_Down:
@@ -275,10 +300,13 @@ bool CWindowGrid::MoveOrSwap(QKeyEvent* event) {
 }
 
 bool CWindowGrid::Turn(int key) {
-  if (key != Qt::Key_PageUp && key != Qt::Key_PageDown) {
+  if (key == Qt::Key_PageUp) {
+    document_->SetCurrentPage(document_->CurrentPage() - 1);
+  } else if (key == Qt::Key_PageDown) {
+    document_->SetCurrentPage(document_->CurrentPage() + 1);
+  } else {
     return false;
   }
-  document_->SetCurrentPage(document_->CurrentPage() + (key == Qt::Key_PageDown ? 1 : -1));
   return true;
 }
 
@@ -330,14 +358,21 @@ void CWindowGrid::contextMenuEvent(QContextMenuEvent* event) {
     menu->addAction(tr("Swap with window %1").arg(marked_), this, &CWindowGrid::SwapMarked,
                     QKeySequence(QKeySequence::Paste));
   }
-  const bool by_key = event->reason() == QContextMenuEvent::Keyboard;
-  menu->PopupAt(by_key ? mapToGlobal(WindowRect(current_).center()) : event->globalPos());
+  QPoint place = event->globalPos();
+  if (event->reason() == QContextMenuEvent::Keyboard) {
+    place = mapToGlobal(WindowRect(current_).center());
+  }
+  menu->PopupAt(place);
 }
 
 void CWindowGrid::dragEnterEvent(QDragEnterEvent* event) {
-  const bool own = event->source() == this && event->mimeData()->hasFormat(QString::fromLatin1(kOwnWindow));
-  dragged_ = own ? event->mimeData()->data(QString::fromLatin1(kOwnWindow)).toInt() : 0;
-  drop_ = own ? std::nullopt : ReadCameraDrop(event->mimeData());
+  dragged_ = 0;
+  drop_.reset();
+  if (event->source() == this && event->mimeData()->hasFormat(QString::fromLatin1(kOwnWindow))) {
+    dragged_ = event->mimeData()->data(QString::fromLatin1(kOwnWindow)).toInt();
+  } else {
+    drop_ = ReadCameraDrop(event->mimeData());
+  }
   if (dragged_ != 0 || drop_) {
     event->acceptProposedAction();
   }
@@ -398,7 +433,7 @@ bool CWindowGrid::event(QEvent* event) {
 }
 
 QString CWindowGrid::Tip(int window_no) const {
-  const auto* window = window_no != 0 ? Window(window_no) : nullptr;
+  const auto* window = Window(window_no);
   if (!IsFilled(window)) {
     return QString();
   }
@@ -418,39 +453,49 @@ void CWindowGrid::paintEvent(QPaintEvent*) {
 
 void CWindowGrid::PaintWindow(QPainter* painter, int window_no) const {
   const QRect place = WindowRect(window_no);
-  painter->fillRect(place, Color(IsFilled(Window(window_no)) ? "wall_bar" : "wall_empty"));
-  PaintContent(painter, place.adjusted(kMargin, kMargin - 2, -kMargin, 2 - kMargin), window_no);
+  const bool is_filled = IsFilled(Window(window_no));
+  painter->fillRect(place, Color(is_filled ? "wall_bar" : "wall_empty"));
+  const QRect inside = place.adjusted(kMargin, kMargin - 2, -kMargin, 2 - kMargin);
+  painter->setPen(Ink("wall_hint"));
+  painter->drawText(inside, Qt::AlignTop | Qt::AlignLeft, QString::number(window_no));
+  if (is_filled) {
+    PaintContent(painter, inside, *Window(window_no));
+  } else if (window_no == current_) {
+    PaintInvitation(painter, inside);
+  }
   PaintMarks(painter, place, window_no);
 }
 
-void CWindowGrid::PaintContent(QPainter* painter, const QRect& inside, int window_no) const {
-  const auto* window = Window(window_no);
+QColor CWindowGrid::Ink(const char* name) const {
+  return Color(isEnabled() ? name : "text_disabled");
+}
+
+void CWindowGrid::PaintInvitation(QPainter* painter, const QRect& inside) const {
   const int line = fontMetrics().height();
-  painter->setPen(Color(isEnabled() ? "wall_hint" : "text_disabled"));
-  painter->drawText(inside, Qt::AlignTop | Qt::AlignLeft, QString::number(window_no));
-  if (!IsFilled(window)) {
-    if (window_no == current_ && inside.width() > 20 * fontMetrics().averageCharWidth()) {
-      painter->drawText(inside.adjusted(0, line, 0, -line), Qt::AlignCenter | Qt::TextWordWrap,
-                        tr("Drop a camera here"));
-    }
-    return;
+  if (inside.width() > 20 * fontMetrics().averageCharWidth()) {
+    painter->drawText(inside.adjusted(0, line, 0, -line), Qt::AlignCenter | Qt::TextWordWrap, tr("Drop a camera here"));
   }
-  const bool offline = text_->IsOffline(window);
+}
+
+void CWindowGrid::PaintContent(QPainter* painter, const QRect& inside, const PlanWindow& window) const {
+  const int line = fontMetrics().height();
+  const bool offline = text_->IsOffline(&window);
   const bool low = inside.height() < 3 * line;
   if (offline) {
     PaintOffline(painter, QRect(inside.topLeft(), QSize(inside.width(), qMax(line, kMark))));
   }
-  const QString hints = text_->Hints(*window);
-  const bool room_for_hints = !hints.isEmpty() && !low;
-  if (room_for_hints) {
+  QRect room_for_name = inside;
+  const QString hints = text_->Hints(window);
+  if (!hints.isEmpty() && !low) {
     painter->drawText(inside, Qt::AlignBottom | Qt::AlignHCenter,
                       fontMetrics().elidedText(hints, Qt::ElideRight, inside.width()));
+    room_for_name.adjust(0, 0, 0, -line);
   }
-  painter->setPen(Color(isEnabled() ? "wall_text" : "text_disabled"));
+  painter->setPen(Ink("wall_text"));
   // Beside the number where the window is too low for two lines below it, but never under the mark.
   const int lines = low && offline ? 1 : 2;
-  const int top = qBound(0, inside.height() - lines * line, line);
-  PaintLines(painter, inside.adjusted(0, top, 0, room_for_hints ? -line : 0), text_->Name(window));
+  room_for_name.adjust(0, qBound(0, inside.height() - lines * line, line), 0, 0);
+  PaintLines(painter, room_for_name, text_->Name(&window));
 }
 
 // The mark of the camera tree, at the end of the line of the number, with the word where there is room for it.
@@ -484,8 +529,10 @@ void CWindowGrid::PaintMarks(QPainter* painter, const QRect& place, int window_n
     veil.setAlphaF(0.35);
     painter->fillRect(place, veil);
     frame(Color("wall_text"), Qt::SolidLine);
+  } else if (window_no == current_ && hasFocus()) {
+    frame(Color("wall_text"), Qt::SolidLine);
   } else if (window_no == current_) {
-    frame(Color(hasFocus() ? "wall_text" : "wall_hint"), hasFocus() ? Qt::SolidLine : Qt::DashLine);
+    frame(Color("wall_hint"), Qt::DashLine);
   }
 }
 

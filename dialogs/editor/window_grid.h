@@ -28,12 +28,12 @@ class CWindowGrid : public QWidget {
   void SetCurrentWindow(int window_no);
   QRect WindowRect(int window_no) const;
   /// Puts one camera into a window, whatever it holds, or several into the empty windows from there on; when these are
-  /// not all on this page it tells where they went. False when nothing was put anywhere.
+  /// not all on this page it says where they went. False when nothing was put anywhere.
   bool PutCameras(int window_no, const QVector<DraftCamera>& cameras);
   /// The same in the current window, or from it on; the next empty one, if there is any, is current then.
   void PutAndGoOn(const DraftCamera& camera);
   void FillAndGoOn(const QVector<DraftCamera>& cameras);
-  /// The cameras' names and states are to be looked up anew.
+  /// The cameras' names and states are to be looked up again.
   void RenewCameras();
 
   QSize sizeHint() const override;
@@ -71,7 +71,7 @@ class CWindowGrid : public QWidget {
   int NextEmpty(int window_no) const;
   void GoOn();
   bool Fill(int window_no, const QVector<DraftCamera>& cameras);
-  void TellOfFilling(const PlanFilling& filling);
+  void ReportFilling(const PlanFilling& filling);
   void Mark(int window_no);
   bool MarkOrSwap(QKeyEvent* event);
   void SwapMarked();
@@ -83,7 +83,10 @@ class CWindowGrid : public QWidget {
   void OnDocument(int change, int page);
   void RenewDescription();
   void PaintWindow(QPainter* painter, int window_no) const;
-  void PaintContent(QPainter* painter, const QRect& inside, int window_no) const;
+  /// Paler while the grid is disabled.
+  QColor Ink(const char* name) const;
+  void PaintInvitation(QPainter* painter, const QRect& inside) const;
+  void PaintContent(QPainter* painter, const QRect& inside, const view_plugin_protocol::PlanWindow& window) const;
   void PaintOffline(QPainter* painter, const QRect& top_line) const;
   void PaintMarks(QPainter* painter, const QRect& place, int window_no) const;
 

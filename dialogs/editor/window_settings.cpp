@@ -84,8 +84,11 @@ void CWindowSettings::ShowWindow(int window_no) {
 
 void CWindowSettings::Renew() {
   const PlanWindow* window = Window();
-  const QString name = text_->NameAndState(window);
-  title_->setText(tr("Window %1").arg(window_no_) + QStringLiteral(": ") + (name.isEmpty() ? tr("empty") : name));
+  QString content = text_->NameAndState(window);
+  if (content.isEmpty()) {
+    content = tr("empty");
+  }
+  title_->setText(tr("Window %1").arg(window_no_) + QStringLiteral(": ") + content);
   if (IsCamera(window)) {
     Offer(stream_, Streams(*window), window->stream_type);
     Offer(preset_, Presets(*window), window->preset_no);
@@ -93,8 +96,10 @@ void CWindowSettings::Renew() {
     Offer(stream_, Choices(), 0);
     Offer(preset_, Choices(), 0);
   }
-  // Of a camera that has gone no one can say anything.
-  const QString code = text_->IsOnSite(window) ? MarUIControl::StringToQString(window->resource_code) : QString();
+  QString code;  // none of a camera that has gone: there is nothing to ask for
+  if (text_->IsOnSite(window)) {
+    code = MarUIControl::StringToQString(window->resource_code);
+  }
   if (asked_ != code) {
     asked_ = code;
     AskSoon();
@@ -102,7 +107,7 @@ void CWindowSettings::Renew() {
 }
 
 void CWindowSettings::AskSoon() {
-  told_.clear();
+  failed_.clear();
   if (asked_.isEmpty()) {
     rest_.stop();
   } else if (isVisible()) {
@@ -169,8 +174,8 @@ void CWindowSettings::OnAbility(const QString& camera_code) {
 }
 
 void CWindowSettings::OnFailure(const QString& camera_code, const QString& error) {
-  if (camera_code == asked_ && camera_code != told_) {  // one message for streams and presets
-    told_ = camera_code;
+  if (camera_code == asked_ && camera_code != failed_) {  // one message for streams and presets
+    failed_ = camera_code;
     Q_EMIT SignalRefused(error);
     Q_EMIT SignalCameraFailed(camera_code);
   }

@@ -20,7 +20,7 @@ class CPlanDocument;
 class CWindowText;
 
 /// Stream and preset of one window's camera, as far as the camera has them; what the plan says already is always among
-/// the choices. Asks the host only for a camera that stays for a moment, and anew whenever this is shown. Thread: GUI.
+/// the choices. Asks the host only for a camera that stays for a moment, and again whenever this is shown. Thread: GUI.
 class CWindowSettings : public QWidget {
   Q_OBJECT
  public:
@@ -29,13 +29,13 @@ class CWindowSettings : public QWidget {
 
   /// A window of the current page.
   void ShowWindow(int window_no);
-  /// The cameras' names are to be looked up anew.
+  /// The cameras' names are to be looked up again.
   void Renew();
 
  Q_SIGNALS:
-  /// For the user: what the host could not tell.
+  /// For the user: what the host did not answer.
   void SignalRefused(const QString& reason);
-  /// It is on the site as far as was known here, but the host could not tell what it can do.
+  /// It is on the site as far as was known here, but the host did not answer what it can do.
   void SignalCameraFailed(const QString& camera_code);
 
  protected:
@@ -61,7 +61,7 @@ class CWindowSettings : public QWidget {
   QTimer rest_;  // since another camera came into the window
   QLabel* title_ = nullptr;
   QComboBox *stream_ = nullptr, *preset_ = nullptr;
-  QString asked_, told_;  // cameras' codes: asked for, and whose failure has been told
+  QString asked_, failed_;  // cameras' codes: asked for, and whose failure the user has read
   int window_no_ = 1;
 };
 

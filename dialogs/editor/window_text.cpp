@@ -28,8 +28,10 @@ QString CWindowText::Name(const PlanWindow* window) const {
 }
 
 QString CWindowText::CameraName(const PlanWindow& window) const {
-  const QString kept =
-      MarUIControl::StringToQString(window.resource_name.empty() ? window.resource_code : window.resource_name);
+  QString kept = MarUIControl::StringToQString(window.resource_name);
+  if (kept.isEmpty()) {
+    kept = MarUIControl::StringToQString(window.resource_code);
+  }
   const auto on_site = OnSite(window);
   if (!on_site) {
     return kept;
@@ -46,7 +48,10 @@ bool CWindowText::IsOnSite(const PlanWindow* window) const {
 }
 
 bool CWindowText::IsOffline(const PlanWindow* window) const {
-  const auto on_site = IsCamera(window) ? OnSite(*window) : std::nullopt;
+  if (!IsCamera(window)) {
+    return false;
+  }
+  const auto on_site = OnSite(*window);
   return on_site && !on_site->name.isEmpty() && !on_site->online;
 }
 
@@ -55,7 +60,10 @@ QString CWindowText::NameAndState(const PlanWindow* window) const {
 }
 
 std::optional<CWindowText::SiteCamera> CWindowText::OnSite(const PlanWindow& window) const {
-  return look_up_ ? look_up_(window.resource_code) : std::nullopt;
+  if (!look_up_) {
+    return std::nullopt;
+  }
+  return look_up_(window.resource_code);
 }
 
 QString CWindowText::Stream(int stream_type) {
@@ -87,10 +95,10 @@ QString CWindowText::Spoken(int window_no, int windows, const PlanWindow* window
   if (!IsFilled(window)) {
     return tr("%1: empty").arg(place);
   }
-  const QString hints = Hints(*window);
+  QStringList content{NameAndState(window), Hints(*window)};
+  content.removeAll(QString());
   // Not a chain of arg(): a name may hold a place mark itself.
-  return place + QStringLiteral(": ") + NameAndState(window) +
-         (hints.isEmpty() ? QString() : QStringLiteral(", ") + hints);
+  return place + QStringLiteral(": ") + content.join(QStringLiteral(", "));
 }
 
 QString CWindowText::Dwell(int seconds) {
