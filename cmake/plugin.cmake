@@ -44,7 +44,7 @@ tarn_plugin_layer(NAME tarn_plan_data DIR data USES tarn_plan_config
           plan_camera_tree_info.h btn_image_info.h view_public_def.h standard_plan_model.h standard_plan_model_export.h
           view_model_data_manager_export.h view_sort_filter_proxy_model_export.h plugin_shutdown.h)
 tarn_plugin_layer(NAME tarn_plan_controller DIR service/controller USES tarn_plan_data tarn_plan_config
-  EXPORTS standard_view_controller.h)
+  EXPORTS call_answer.h standard_view_controller.h)
 tarn_plugin_layer(NAME tarn_plan_default_view DIR service/default_view
   USES tarn_plan_controller tarn_plan_data tarn_plan_config
   EXPORTS default_load_view_display.h)

@@ -55,7 +55,7 @@ void CShareViewWgt::BuildForm() {
   shadow_->SetAutoShow(true);
   ui_->share_label_->SetText(tr("SelectShareUserYARNUQUuPK"));
   ui_->share_button_->setText(tr("Share"));
-  ui_->no_users_label_->setText(tr("There is nobody to share with."));
+  ui_->no_users_label_->setText(tr("There are no other users to share with."));
   ui_->no_users_label_->hide();
   ui_->user_tree_view_->setAccessibleName(ui_->share_label_->text());
   ui_->location_view_->setPlaceholderText(tr("Find a user"));
@@ -101,7 +101,7 @@ void CShareViewWgt::OnShareBtnClick() {
     ShowFailure(response);
     return;
   }
-  // A host that answers an error here has told its users itself.
+  // A host that answers an error here shows it to its users itself.
   if (!response.error_info.empty() || response.error_code != 0) {
     return;
   }

@@ -33,7 +33,7 @@ class CShareViewWgt : public QWidget {
   /// Code of the plan to share.
   void SetShareViewIndexCode(const std::string& indexCode);
   void ClearCheck();
-  /// Asks the host for the users anew.
+  /// Asks the host for the users again.
   void RefreshUsers();
 
  public Q_SLOTS:

@@ -110,7 +110,7 @@ void CViewExternWidget::Private::connectTree() {
 }
 
 void CViewExternWidget::Private::connectEditor() {
-  connect(editor, &CEditorPlace::SignalSaved, keeper, &CCurrentRowKeeper::OnPlanSaved);
+  connect(editor, &CEditorPlace::SignalStored, keeper, &CCurrentRowKeeper::OnPlanStored);
   connect(editor, &CEditorPlace::SignalFocusFree, q, [this] { ui.plan_stacked_widget->currentWidget()->setFocus(); });
   connect(editor, &CEditorPlace::SignalChanged, q, [this] { restoreEnableState(); });
   connect(editor, &CEditorPlace::SignalChanged, q, &CViewExternWidget::SignalEditorChanged);

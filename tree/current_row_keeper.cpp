@@ -83,7 +83,7 @@ void CCurrentRowKeeper::OnPlanUpdated(const QString& plan_code) {
   }
 }
 
-void CCurrentRowKeeper::OnPlanSaved(const QString& plan_code, const QString& group_code) {
+void CCurrentRowKeeper::OnPlanStored(const QString& plan_code, const QString& group_code) {
   const bool gone_on = tree_->hasFocus();
   if (!keeping_ || gone_on || MakeCurrent(plan_code)) {
     return;

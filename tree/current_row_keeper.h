@@ -32,7 +32,7 @@ class CCurrentRowKeeper : public QObject {
   /// A plan was changed, by whomever: the current one, whose row went for that, is current again.
   void OnPlanUpdated(const QString& plan_code);
   /// The plan that was edited becomes current, as soon as its group is loaded.
-  void OnPlanSaved(const QString& plan_code, const QString& group_code);
+  void OnPlanStored(const QString& plan_code, const QString& group_code);
   /// With its parent expanded; false for a plan that is not loaded.
   bool MakeCurrent(const QString& plan_code);
 

@@ -182,7 +182,7 @@ void CPlanSaver::Send(const GetPlanDetailResponse& fresh) {
   UpdatePlanRequest request = UpdateRequestFrom(fresh);
   request.pages = wall_->Plan().pages;
   FamilyOfPlan()->Controller()->UpdatePlanParam(request, StringToQString(fresh.name),
-                                                [saver = QPointer<CPlanSaver>(this)](bool, const QString&) {
+                                                [saver = QPointer<CPlanSaver>(this)](const TarnPlanView::CallAnswer&) {
                                                   if (saver) {
                                                     saver->saving_ = false;
                                                   }

@@ -1233,12 +1233,8 @@
 <context>
     <name>TarnPlanView::CPlanSaving</name>
     <message>
-        <source>Nobody can say whether the plan was saved. Try again.</source>
-        <translation>Nobody can say whether the plan was saved. Try again.</translation>
-    </message>
-    <message>
-        <source>The plan was saved without the last changes.</source>
-        <translation>The plan was saved without the last changes.</translation>
+        <source>It is not known whether the plan was saved. Try again.</source>
+        <translation>It is not known whether the plan was saved. Try again.</translation>
     </message>
 </context>
 <context>
@@ -1377,8 +1373,8 @@ never starts</translation>
         <translation>Share</translation>
     </message>
     <message>
-        <source>There is nobody to share with.</source>
-        <translation>There is nobody to share with.</translation>
+        <source>There are no other users to share with.</source>
+        <translation>There are no other users to share with.</translation>
     </message>
     <message>
         <source>Find a user</source>
@@ -1469,6 +1465,10 @@ never starts</translation>
         <translation>The plan is being saved. Wait a moment.</translation>
     </message>
     <message>
+        <source>The plan was saved without the last changes.</source>
+        <translation>The plan was saved without the last changes.</translation>
+    </message>
+    <message>
         <source>Unsaved changes</source>
         <translation>Unsaved changes</translation>
     </message>
@@ -1513,8 +1513,8 @@ never starts</translation>
         <translation>Still saving</translation>
     </message>
     <message>
-        <source>Nobody has said yet that the plan is saved. It may still be saved when you leave now.</source>
-        <translation>Nobody has said yet that the plan is saved. It may still be saved when you leave now.</translation>
+        <source>It is not known yet whether the plan is saved. It may still be saved when you leave now.</source>
+        <translation>It is not known yet whether the plan is saved. It may still be saved when you leave now.</translation>
     </message>
     <message>
         <source>Leave</source>
@@ -1527,14 +1527,6 @@ never starts</translation>
     <message>
         <source>Saving takes long. Cancel leaves the editor.</source>
         <translation>Saving takes long. Cancel leaves the editor.</translation>
-    </message>
-    <message>
-        <source>You lack the right to add plans.</source>
-        <translation>You lack the right to add plans.</translation>
-    </message>
-    <message>
-        <source>You lack the right to edit plans.</source>
-        <translation>You lack the right to edit plans.</translation>
     </message>
     <message>
         <source>Saved as &quot;%1&quot;. Its automatic run is switched off.</source>

@@ -1233,12 +1233,8 @@
 <context>
     <name>TarnPlanView::CPlanSaving</name>
     <message>
-        <source>Nobody can say whether the plan was saved. Try again.</source>
+        <source>It is not known whether the plan was saved. Try again.</source>
         <translation>无法确定预案是否已保存，请重试。</translation>
-    </message>
-    <message>
-        <source>The plan was saved without the last changes.</source>
-        <translation>预案已保存，但不包含最后的更改。</translation>
     </message>
 </context>
 <context>
@@ -1377,7 +1373,7 @@ never starts</source>
         <translation>分享</translation>
     </message>
     <message>
-        <source>There is nobody to share with.</source>
+        <source>There are no other users to share with.</source>
         <translation>没有可分享的用户。</translation>
     </message>
     <message>
@@ -1469,6 +1465,10 @@ never starts</source>
         <translation>正在保存预案，请稍候。</translation>
     </message>
     <message>
+        <source>The plan was saved without the last changes.</source>
+        <translation>预案已保存，但不包含最后的更改。</translation>
+    </message>
+    <message>
         <source>Unsaved changes</source>
         <translation>未保存的更改</translation>
     </message>
@@ -1513,7 +1513,7 @@ never starts</source>
         <translation>仍在保存</translation>
     </message>
     <message>
-        <source>Nobody has said yet that the plan is saved. It may still be saved when you leave now.</source>
+        <source>It is not known yet whether the plan is saved. It may still be saved when you leave now.</source>
         <translation>尚未确认预案已保存。现在离开，预案仍可能被保存。</translation>
     </message>
     <message>
@@ -1527,14 +1527,6 @@ never starts</source>
     <message>
         <source>Saving takes long. Cancel leaves the editor.</source>
         <translation>保存时间较长，按“取消”可离开编辑器。</translation>
-    </message>
-    <message>
-        <source>You lack the right to add plans.</source>
-        <translation>您没有添加预案的权限。</translation>
-    </message>
-    <message>
-        <source>You lack the right to edit plans.</source>
-        <translation>您没有编辑预案的权限。</translation>
     </message>
     <message>
         <source>Saved as &quot;%1&quot;. Its automatic run is switched off.</source>

@@ -26,10 +26,7 @@ DraftCamera FromSite(const CCameraItemInfo& camera) {
 }  // namespace
 
 CEditorCameras::CEditorCameras(QWidget* parent)
-    : QWidget(parent),
-      search_(new WidgetKit::CNewSearchLine(this)),
-      tree_(new CCameraTree(this)),
-      watch_(new QTimer(this)) {
+    : QWidget(parent), search_(new WidgetKit::CNewSearchLine(this)), tree_(new CCameraTree(this)) {
   search_->setObjectName(QStringLiteral("camera_search"));
   search_->setPlaceholderText(tr("Search cameras"));
   search_->setAccessibleName(tr("Search cameras"));
@@ -46,9 +43,8 @@ CEditorCameras::CEditorCameras(QWidget* parent)
   column->setSpacing(6);
   column->addWidget(search_);
   column->addWidget(tree_, 1);
-  watch_->setObjectName(QStringLiteral("camera_watch"));
-  watch_->setInterval(kLookAgain);
-  connect(watch_, &QTimer::timeout, this, &CEditorCameras::LookAgain);
+  watch_.setInterval(kLookAgain);
+  connect(&watch_, &QTimer::timeout, this, &CEditorCameras::LookAgain);
   filter_delay_.setSingleShot(true);
   filter_delay_.setInterval(kFilterDelay);
   connect(search_, &QLineEdit::textChanged, &filter_delay_, QOverload<>::of(&QTimer::start));
@@ -73,12 +69,12 @@ void CEditorCameras::Reload() {
 
 void CEditorCameras::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  watch_->start();
+  watch_.start();
 }
 
 void CEditorCameras::hideEvent(QHideEvent* event) {
   QWidget::hideEvent(event);
-  watch_->stop();
+  watch_.stop();
 }
 
 // Not under the user's hand: a drag or a menu belongs to the rows as they are.
@@ -101,7 +97,10 @@ std::optional<CWindowText::SiteCamera> CEditorCameras::Find(const std::string& i
   }
   const CCameraItemInfo camera = tree_->FindCamera(index_code);
   if (camera.index_code.empty()) {
-    return whole_site_ ? std::make_optional(CWindowText::SiteCamera()) : std::nullopt;
+    if (!whole_site_) {
+      return std::nullopt;
+    }
+    return CWindowText::SiteCamera();
   }
   return CWindowText::SiteCamera{MarUIControl::StringToQString(camera.name), camera.online};
 }

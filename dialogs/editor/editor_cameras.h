@@ -29,12 +29,14 @@ class CEditorCameras : public QWidget {
   explicit CEditorCameras(QWidget* parent);
 
   void SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& param);
-  /// Reads the site's cameras anew: some may have come or gone since the editor was last open.
+  /// Reads the site's cameras again: some may have come or gone since the editor was last open.
   void Reload();
-  /// Reads them anew because this one may have gone; once for each until the next Reload().
+  /// Reads them again because this one may have gone; once for each until the next Reload().
   void Doubt(const QString& index_code);
   /// No value while the cameras are not known, an empty name when the site has no such camera.
   std::optional<CWindowText::SiteCamera> Find(const std::string& index_code) const;
+  /// Milliseconds between two looks at the site.
+  void SetWatchInterval(int milliseconds) { watch_.setInterval(milliseconds); }
   /// Puts the focus into the search field.
   void FocusSearch();
 
@@ -59,7 +61,7 @@ class CEditorCameras : public QWidget {
   WidgetKit::CNewSearchLine* search_ = nullptr;
   ResourceTreeKit::CCameraTree* tree_ = nullptr;
   QTimer filter_delay_;
-  QTimer* const watch_;
+  QTimer watch_;
   QSet<QString> doubted_;
   bool whole_site_ = true;
 };

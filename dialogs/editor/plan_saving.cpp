@@ -1,6 +1,9 @@
 #include "plan_saving.h"
 
+#include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
+#include "call_answer.h"
+#include "host_calls/ask.h"
 #include "plan_document.h"
 #include "standard_view_controller.h"
 
@@ -8,6 +11,7 @@ namespace TarnPlanView {
 
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
+using view_plugin_protocol::GetPlanDetailRequest;
 using view_plugin_protocol::GetPlanDetailResponse;
 using view_plugin_protocol::UpdatePlanRequest;
 
@@ -21,7 +25,6 @@ CPlanSaving::CPlanSaving(CPlanDocument* document, QObject* parent) : QObject(par
   patience_.setSingleShot(true);
   patience_.setInterval(kPatienceMs);
   connect(&patience_, &QTimer::timeout, this, &CPlanSaving::SignalSlow);
-  connect(&conflict_, &CPlanConflict::SignalFound, this, &CPlanSaving::OnFound);
 }
 
 void CPlanSaving::SetController(CStandardViewController* controller) {
@@ -39,119 +42,112 @@ void CPlanSaving::SetController(CStandardViewController* controller) {
 }
 
 void CPlanSaving::OnControllerLost() {
-  if (saving_) {
-    StopWaiting();
-    Q_EMIT SignalFailed(tr("Nobody can say whether the plan was saved. Try again."));
+  if (!IsSaving()) {
+    return;
   }
+  if (step_ == Step::Sending) {
+    patience_.stop();
+    step_ = Step::Abandoned;
+  } else {
+    Forget();
+  }
+  Q_EMIT SignalFailed(tr("It is not known whether the plan was saved. Try again."));
 }
 
 bool CPlanSaving::Save(const std::string& thumbnail) {
-  if (!controller_ || saving_) {
-    return false;
-  }
-  edited_ = sent_ = document_->Draft();
-  Send(document_->MakeUpdateRequest(), thumbnail);
-  return true;
+  return Send(document_->MakeUpdateRequest(), document_->Draft(), thumbnail);
 }
 
 bool CPlanSaving::SaveAsNew(const QString& name, bool auto_run, const std::string& thumbnail) {
-  if (!controller_ || saving_) {
-    return false;
-  }
-  edited_ = sent_ = document_->Draft();
-  sent_.name = name;
-  sent_.auto_run = auto_run;
+  PlanDraft sent = document_->Draft();
+  sent.name = name;
+  sent.auto_run = auto_run;
   UpdatePlanRequest request = document_->MakeUpdateRequest();
   request.plan_name = QStringToString(name);
   request.auto_play = auto_run;
   request.plan_index_code.clear();
   request.revision = 0;
-  Send(request, thumbnail);
-  return true;
+  return Send(request, sent, thumbnail);
 }
 
-void CPlanSaving::Send(UpdatePlanRequest request, const std::string& thumbnail) {
+bool CPlanSaving::Send(UpdatePlanRequest request, const PlanDraft& sent, const std::string& thumbnail) {
+  if (!controller_ || IsSaving()) {
+    return false;
+  }
   if (!thumbnail.empty()) {
     request.thumbnail = thumbnail;
   }
-  code_ = request.plan_index_code;
-  revision_ = request.revision;
-  saving_ = true;
+  calls_.Drop();
+  attempt_ = {document_->Draft(), sent, request.plan_index_code, request.revision};
+  step_ = Step::Sending;
   patience_.start();
-  const QPointer<CPlanSaving> self(this);
-  const auto answer = [self, save_no = ++save_no_](bool ok, const QString& text) {
-    if (self && self->save_no_ == save_no) {
-      self->OnAnswer(ok, text);
+  const auto on_answer = [this, asked = calls_.Current()](const CallAnswer& answer) {
+    if (!asked.IsDropped()) {
+      OnAnswer(answer);
     }
   };
-  if (code_.empty()) {
-    controller_->AddPlanParam(request, answer);
+  if (request.plan_index_code.empty()) {
+    controller_->AddPlanParam(request, on_answer);
   } else {
-    controller_->UpdatePlanParam(request, StringToQString(request.plan_name), answer);
+    controller_->UpdatePlanParam(request, StringToQString(request.plan_name), on_answer);
   }
+  return true;
 }
 
 void CPlanSaving::Forget() {
-  ++save_no_;
-  StopWaiting();
-}
-
-void CPlanSaving::StopWaiting() {
-  saving_ = false;
+  calls_.Drop();
+  step_ = Step::Idle;
   patience_.stop();
-  conflict_.Forget();
 }
 
-void CPlanSaving::OnAnswer(bool ok, const QString& text) {
-  if (ok) {
-    OnSaved(QStringToString(text));
-  } else if (!saving_) {
-    return;  // that it failed has been told
-  } else if (code_.empty()) {
-    Forget();
-    Q_EMIT SignalFailed(QString());
+void CPlanSaving::OnAnswer(const CallAnswer& answer) {
+  if (answer.ok) {
+    OnStored(QStringToString(answer.text));
+  } else if (step_ == Step::Abandoned) {
+    Forget();  // its failure was shown when the controller went
+  } else if (!attempt_.plan_code.empty() && MayBeConflict(answer.kind)) {
+    AskForTheirs(answer.text);
   } else {
-    conflict_.FindOut({code_, document_->GroupCode(), revision_, text});
+    Fail(QString());
   }
 }
 
 // May come late, after an editing that has gone on.
-void CPlanSaving::OnSaved(const std::string& plan_code) {
+void CPlanSaving::OnStored(const std::string& plan_code) {
   Forget();
-  const bool edited_since = document_->Draft() != edited_;
-  if (edited_ != sent_) {
-    document_->SetName(sent_.name);
-    document_->SetAutoRun(sent_.auto_run);
+  const PlanDraft& sent = attempt_.sent;
+  if (document_->Draft().name == attempt_.edited.name) {
+    document_->SetName(sent.name);
   }
-  document_->MarkSaved(sent_, revision_ + 1, plan_code);
-  const QPointer<CPlanSaving> alive(this);
+  if (document_->Draft().auto_run == attempt_.edited.auto_run) {
+    document_->SetAutoRun(sent.auto_run);
+  }
+  document_->MarkSaved(sent, attempt_.revision + 1, plan_code);
   Q_EMIT SignalStored(StringToQString(document_->PlanCode()), StringToQString(document_->GroupCode()));
-  if (!alive) {
-    return;
-  }
-  if (edited_since) {
-    Q_EMIT SignalFailed(tr("The plan was saved without the last changes."));
-  } else {
-    Q_EMIT SignalSaved();
-  }
 }
 
-void CPlanSaving::OnFound(CPlanConflict::Kind kind, const QString& text, const GetPlanDetailResponse& theirs) {
-  if (!saving_) {
+void CPlanSaving::AskForTheirs(const QString& reason) {
+  step_ = Step::Asking;
+  GetPlanDetailRequest request;
+  request.plan_index_code = attempt_.plan_code;
+  HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request)
+      .Within(calls_)
+      .Then(this, [this, reason](const auto& now) { OnTheirs(now, reason); });
+}
+
+void CPlanSaving::OnTheirs(const HostCalls::Result<GetPlanDetailResponse>& now, const QString& reason) {
+  const SaveConflict conflict = ConflictOf(now, attempt_.revision);
+  if (conflict == SaveConflict::None) {
+    Fail(QString());
     return;
   }
-  StopWaiting();
-  switch (kind) {
-    case CPlanConflict::ChangedElsewhere:
-      Q_EMIT SignalChangedElsewhere(text, theirs);
-      break;
-    case CPlanConflict::Deleted:
-      Q_EMIT SignalDeleted(text);
-      break;
-    default:
-      Q_EMIT SignalFailed(QString());
-      break;
-  }
+  Forget();
+  Q_EMIT SignalConflict(conflict, reason, now.response);
+}
+
+void CPlanSaving::Fail(const QString& text) {
+  Forget();
+  Q_EMIT SignalFailed(text);
 }
 
 }  // namespace TarnPlanView

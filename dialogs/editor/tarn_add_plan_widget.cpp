@@ -6,18 +6,16 @@
 #include <QLocale>
 #include <QScrollArea>
 #include <QShowEvent>
-#include <utility>
 
-#include "LyraPluginManager/resource_business_interface_mgr.h"
 #include "MarUIControl/modal_tip_dialog.h"
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
+#include "call_answer.h"
 #include "conflict_bar.h"
 #include "editor_cameras.h"
 #include "editor_footer.h"
 #include "editor_header.h"
 #include "group_chooser.h"
-#include "page_thumbnail.h"
 #include "plan_saving.h"
 #include "standard_plan_model.h"
 #include "standard_view_controller.h"
@@ -31,14 +29,6 @@ using MarUIControl::CModalTipDialog;
 using MarUIControl::CNomalMessage;
 using MarUIControl::StringToQString;
 using view_plugin_protocol::GetPlanDetailResponse;
-
-namespace {
-
-constexpr int kLongestName = 256;
-constexpr int kAddRight = 5;
-constexpr int kEditRight = 6;
-
-}  // namespace
 
 CTarnAddPlanWidget::CTarnAddPlanWidget(QWidget* parent) : QWidget(parent), d_(std::make_unique<Private>(this)) {
   d_->Build();
@@ -80,7 +70,10 @@ void CTarnAddPlanWidget::SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam
 
 void CTarnAddPlanWidget::OpenNew(const QString& group_code) {
   d_->Reset();
-  const QModelIndex group = d_->model ? d_->model->FindIndexByIndexCode(group_code, true) : QModelIndex();
+  QModelIndex group;
+  if (d_->model) {
+    group = d_->model->FindIndexByIndexCode(group_code, true);
+  }
   d_->header->SetTitle(tr("New plan"));
   d_->header->Groups()->SetAddMode(true);
   const QString kind = CViewConfigManager::Instance().IsShowPlanOrView() ? tr("Plan") : tr("View");
@@ -100,13 +93,12 @@ void CTarnAddPlanWidget::OpenPlan(const QString& plan_code) {
     return;
   }
   d_->SetBusy(tr("Loading..."));
-  const QPointer<CTarnAddPlanWidget> self(this);
-  const auto answer = [self, load_no = ++d_->load_no](bool ok, const QString& text) {
-    if (self && self->d_->load_no == load_no) {
-      self->d_->OnLoadAnswered(ok, text);
+  const auto on_answer = [d = d_.get(), asked = d_->loads.Current()](const CallAnswer& answer) {
+    if (!asked.IsDropped()) {
+      d->OnLoadAnswered(answer);
     }
   };
-  d_->controller->GetPlanInfoByIndexCode(MarUIControl::QStringToString(plan_code), answer);
+  d_->controller->GetPlanInfoByIndexCode(MarUIControl::QStringToString(plan_code), on_answer);
 }
 
 void CTarnAddPlanWidget::OnPlanInfo(const GetPlanDetailResponse& plan) {
@@ -114,10 +106,10 @@ void CTarnAddPlanWidget::OnPlanInfo(const GetPlanDetailResponse& plan) {
     return;
   }
   d_->awaited.clear();
-  d_->conflict->hide();
+  d_->conflict_bar->hide();
   d_->document.Load(plan);
   d_->opened_pages = d_->document.Draft().pages;
-  const bool is_focus_free = d_->IsFocusFree();
+  const bool is_focus_free = d_->focus.IsFree();
   d_->SetBusy(QString());
   d_->footer->SetSavePossible(true);
   if (is_focus_free) {
@@ -223,8 +215,11 @@ bool CTarnAddPlanWidget::focusNextPrevChild(bool next) {
   if (!lost) {
     return QWidget::focusNextPrevChild(next);
   }
-  QWidget* refuge = d_->grid && d_->grid->isEnabled() ? static_cast<QWidget*>(d_->grid) : this;
-  refuge->setFocus(Qt::OtherFocusReason);
+  if (d_->grid && d_->grid->isEnabled()) {
+    d_->grid->setFocus(Qt::OtherFocusReason);
+  } else {
+    setFocus(Qt::OtherFocusReason);
+  }
   return true;
 }
 
@@ -240,19 +235,20 @@ bool CTarnAddPlanWidget::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void CTarnAddPlanWidget::Private::Reset() {
-  const bool given_up = saving->IsSaving();
+  const bool was_saving = saving->IsSaving();
   saving->Forget();
+  loads.Drop();
   awaited.clear();
-  theirs = {};
   opened_pages.clear();
-  original_gone = renewing = false;
-  copy_note.clear();
+  conflict = SaveConflict::None;
+  theirs = {};
+  copy_note.reset();
   grid->SetCurrentWindow(1);
-  conflict->hide();
+  conflict_bar->hide();
   SetBusy(QString());
   footer->SetSavePossible(true);
-  if (given_up) {
-    Q_EMIT q->SignalNotSaved();
+  if (was_saving) {
+    Q_EMIT q->SignalNotStored();
   }
 }
 
@@ -290,7 +286,7 @@ bool CTarnAddPlanWidget::Private::MayLeaveSave() {
   }
   const QPointer<CTarnAddPlanWidget> alive(q);
   const int answer = Ask({CTarnAddPlanWidget::tr("Still saving"),
-                          CTarnAddPlanWidget::tr("Nobody has said yet that the plan is saved. It may still be saved "
+                          CTarnAddPlanWidget::tr("It is not known yet whether the plan is saved. It may still be saved "
                                                  "when you leave now."),
                           CTarnAddPlanWidget::tr("Leave"), QString(), CTarnAddPlanWidget::tr("Wait")});
   if (!alive || answer != CModalTipDialog::Confirmed) {
@@ -302,36 +298,18 @@ bool CTarnAddPlanWidget::Private::MayLeaveSave() {
   return !document.IsDirty();
 }
 
-// Disabled as a whole, so that nothing is typed into a plan that is on its way; the input stays in sight. The focus
-// waits here and not on the next button, where a key meant for a field would press it; also when the editor is opened
-// meanwhile.
+// Disabled as a whole, so that nothing is typed into a plan that is on its way; the input stays in sight.
 void CTarnAddPlanWidget::Private::SetBusy(const QString& work) {
-  q->setFocusPolicy(work.isEmpty() ? Qt::NoFocus : Qt::TabFocus);
-  QWidget* focus = q->window()->focusWidget();
-  if (!work.isEmpty() && focus && q->isAncestorOf(focus)) {
-    had_focus = focus;
-    q->setFocus(Qt::OtherFocusReason);
+  const bool idle = work.isEmpty();
+  if (!idle) {
+    focus.Take();
   }
-  for (QWidget* part :
-       {static_cast<QWidget*>(header), static_cast<QWidget*>(scroll), static_cast<QWidget*>(conflict)}) {
-    part->setEnabled(work.isEmpty());
-  }
+  header->setEnabled(idle);
+  scroll->setEnabled(idle);
+  conflict_bar->setEnabled(idle);
   footer->ShowWork(work);
-  if (work.isEmpty()) {
-    GiveFocusBack();
-  }
-}
-
-bool CTarnAddPlanWidget::Private::IsFocusFree() const {
-  const QWidget* focus = q->window()->focusWidget();
-  return !focus || focus == q;
-}
-
-void CTarnAddPlanWidget::Private::GiveFocusBack() {
-  const QPointer<QWidget> before = std::exchange(had_focus, nullptr);
-  if (before && IsFocusFree()) {
-    QWidget* to = before->isVisibleTo(q) && before->isEnabledTo(q) ? before.data() : grid;
-    to->setFocus(Qt::OtherFocusReason);
+  if (idle) {
+    focus.GiveBack(grid);
   }
 }
 
@@ -339,154 +317,34 @@ void CTarnAddPlanWidget::Private::Refuse(const QString& reason) {
   Q_EMIT q->SignalMessageTipNeeded(reason, CNomalMessage::Failure);
 }
 
-QString CTarnAddPlanWidget::Private::MissingRight(bool adding) const {
-  const PlanDraft& draft = document.Draft();
-  const bool is_public = !draft.group_code.isEmpty() && draft.family == PublicTheme;
-  auto& host = LyraPluginManager::CResourceBusinessInterfaceMgr::Instance();
-  if (!is_public || host.CheckControlPermission(adding ? kAddRight : kEditRight)) {
-    return QString();
-  }
-  return adding ? CTarnAddPlanWidget::tr("You lack the right to add plans.")
-                : CTarnAddPlanWidget::tr("You lack the right to edit plans.");
+QString CTarnAddPlanWidget::Private::NotAvailable() {
+  return CTarnAddPlanWidget::tr("The plans are not available now. Try again later.");
 }
 
-QString CTarnAddPlanWidget::Private::FindProblem(bool adding) {
-  if (!controller) {
-    return CTarnAddPlanWidget::tr("The plans are not available now. Try again later.");
-  }
-  if (document.Draft().FilledWindows() > kMaxFilledWindows) {
-    return CTarnAddPlanWidget::tr("A plan holds at most %1 filled windows. Clear some first.").arg(kMaxFilledWindows);
-  }
-  // First, because without it there are no groups to choose from.
-  const QString missing_right = MissingRight(adding);
-  if (!missing_right.isEmpty()) {
-    return missing_right;
-  }
-  header->Groups()->SetAddMode(adding);
-  return header->FindProblem();
-}
-
-// What the host has changed or dropped is saved at the user's word, even if he has taken back all of his changes.
-bool CTarnAddPlanWidget::Private::HasNothingToSave() const {
-  return !document.PlanCode().empty() && !document.IsDirty() && conflict->isHidden();
-}
-
-void CTarnAddPlanWidget::Private::SaveIt() {
-  const QString problem = FindProblem(document.PlanCode().empty());
-  if (problem.isEmpty()) {
-    Send();
-  } else {
-    Refuse(problem);
-  }
-}
-
-void CTarnAddPlanWidget::Private::Send() {
-  SetBusy(CTarnAddPlanWidget::tr("Saving..."));
-  conflict->hide();
-  if (!saving->Save(Thumbnail())) {
-    SetBusy(QString());
-  }
-}
-
-// A picture of the live wall that the plan has from elsewhere stays as long as it shows the plan.
-std::string CTarnAddPlanWidget::Private::Thumbnail() const {
-  const bool as_opened = !opened_pages.isEmpty() && document.Draft().pages == opened_pages;
-  if (as_opened || !CViewConfigManager::Instance().SupportThumbnail()) {
-    return std::string();
-  }
-  return PaintThumbnail(document.Draft(), text);
-}
-
-void CTarnAddPlanWidget::Private::OnLoadAnswered(bool ok, const QString& reason) {
+void CTarnAddPlanWidget::Private::OnLoadAnswered(const CallAnswer& answer) {
   if (awaited.isEmpty()) {
     return;  // the plan is here
   }
   // An answer that is no failure, and not the plan either, is another plan.
-  ShowNotLoaded(ok ? CTarnAddPlanWidget::tr("The plans are not available now. Try again later.") : reason);
+  ShowNotLoaded(answer.ok ? NotAvailable() : answer.text);
 }
 
 void CTarnAddPlanWidget::Private::OnControllerLost() {
   if (!awaited.isEmpty()) {
-    ShowNotLoaded(CTarnAddPlanWidget::tr("The plans are not available now. Try again later."));
+    ShowNotLoaded(NotAvailable());
   }
 }
 
 void CTarnAddPlanWidget::Private::ShowNotLoaded(const QString& reason) {
-  const bool take_focus = IsFocusFree();
+  const bool take_focus = focus.IsFree();
   SetBusy(QString());
   scroll->setEnabled(false);
   header->setEnabled(false);
   footer->SetSavePossible(false);
-  conflict->ShowNotLoaded(reason);
+  conflict_bar->ShowNotLoaded(reason);
   if (take_focus) {
-    conflict->FocusRetry();
+    conflict_bar->FocusRetry();
   }
-}
-
-void CTarnAddPlanWidget::Private::OnSaved() {
-  SetBusy(QString());
-  const QPointer<CTarnAddPlanWidget> alive(q);
-  const QString note = std::exchange(copy_note, QString());
-  if (!note.isEmpty()) {
-    Q_EMIT q->SignalMessageTipNeeded(note, CNomalMessage::Success);
-  }
-  if (alive) {
-    Q_EMIT q->SignalClosed();
-  }
-}
-
-void CTarnAddPlanWidget::Private::OnNotSaved(const QString& reason) {
-  SetBusy(QString());
-  copy_note.clear();
-  if (std::exchange(renewing, false)) {  // the choice is open again
-    header->Groups()->SetAddMode(document.PlanCode().empty());
-    conflict->show();
-  }
-  const QPointer<CTarnAddPlanWidget> alive(q);
-  if (!reason.isEmpty()) {
-    Refuse(reason);
-  }
-  if (alive) {
-    Q_EMIT q->SignalNotSaved();
-  }
-}
-
-void CTarnAddPlanWidget::Private::LoadTheirs() {
-  conflict->hide();
-  document.TakeOver(theirs);
-  opened_pages = document.Draft().pages;
-  theirs = {};
-  header->FocusName();
-}
-
-void CTarnAddPlanWidget::Private::Overwrite() {
-  TakeTyped();
-  document.AdoptRevision(theirs.revision);
-  SaveIt();
-}
-
-void CTarnAddPlanWidget::Private::SaveAsNew() {
-  TakeTyped();
-  const QString problem = FindProblem(true);
-  if (!problem.isEmpty()) {
-    Refuse(problem);
-    return;
-  }
-  renewing = true;
-  SetBusy(CTarnAddPlanWidget::tr("Saving..."));
-  conflict->hide();
-  const PlanDraft& draft = document.Draft();
-  if (original_gone) {
-    saving->SaveAsNew(draft.name, draft.auto_run, Thumbnail());
-    return;
-  }
-  // Beside the original it needs another name, and of two plans that are alike only one can run at its time.
-  const QString mark = CTarnAddPlanWidget::tr(" (copy)");
-  const QString name = draft.name.left(kLongestName - mark.size()) + mark;
-  copy_note = (draft.auto_run ? CTarnAddPlanWidget::tr("Saved as \"%1\". Its automatic run is switched off.")
-                              : CTarnAddPlanWidget::tr("Saved as \"%1\"."))
-                  .arg(name);
-  saving->SaveAsNew(name, false, Thumbnail());
 }
 
 }  // namespace TarnPlanView

@@ -42,17 +42,18 @@ class CTarnAddPlanWidget : public QWidget {
   bool MayClose();
 
  Q_SIGNALS:
-  /// The host has the plan under this code, in this group. Comes before SignalClosed(), or before SignalNotSaved() when
-  /// the plan was edited since.
-  void SignalSaved(const QString& plan_code, const QString& group_code);
-  /// A save has ended, or was given up, and the changes are not safe.
-  void SignalNotSaved();
-  /// The editor has nothing more to do: saved, or left by the user.
+  // A save ends with SignalStored() and then SignalClosed(), or with SignalNotStored(). A plan that was edited since it
+  // was sent is stored as sent: SignalStored() and then SignalNotStored().
+  /// The host has the plan under this code, in this group.
+  void SignalStored(const QString& plan_code, const QString& group_code);
+  /// A save has failed or was abandoned, and what the editor shows is not with the host.
+  void SignalNotStored();
+  /// The editor has nothing more to do: the plan is stored, or the user has left it.
   void SignalClosed();
   void SignalMessageTipNeeded(const QString& text, int state);
 
  public Q_SLOTS:
-  /// The controller's answer; one that was not asked for here is ignored.
+  /// The controller's answer; one to a request that was not made here is ignored.
   void OnPlanInfo(const view_plugin_protocol::GetPlanDetailResponse& plan);
   /// A plan of the host's without changes is only closed.
   void Save();

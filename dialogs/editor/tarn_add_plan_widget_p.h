@@ -1,8 +1,12 @@
 #pragma once
 
 #include <QPointer>
+#include <optional>
 
+#include "busy_focus.h"
+#include "host_calls/call_scope.h"
 #include "plan_document.h"
+#include "save_conflict.h"
 #include "tarn_add_plan_widget.h"
 #include "window_text.h"
 
@@ -19,6 +23,7 @@ class CPageStrip;
 class CPlanSaving;
 class CWindowGrid;
 class CWindowSettings;
+struct CallAnswer;
 
 class CTarnAddPlanWidget::Private {
  public:
@@ -43,11 +48,15 @@ class CTarnAddPlanWidget::Private {
   };
   int Ask(const Question& words);
   bool MayLeaveSave();
+  /// `work` is what the user reads meanwhile; empty: done.
   void SetBusy(const QString& work);
-  /// Whether it still waits where SetBusy() has put it, or nowhere: never is it taken from where the user has put it.
-  bool IsFocusFree() const;
-  void GiveFocusBack();
   void Refuse(const QString& text);
+
+  void OnLoadAnswered(const CallAnswer& answer);
+  void OnControllerLost();
+  void ShowNotLoaded(const QString& reason);
+
+  static QString NotAvailable();
   /// Names the right that the user lacks to add or to change the plan; empty when he has it.
   QString MissingRight(bool adding) const;
   /// Why the plan cannot be sent; empty when it can.
@@ -56,11 +65,10 @@ class CTarnAddPlanWidget::Private {
   void SaveIt();
   void Send();
   std::string Thumbnail() const;
-  void OnLoadAnswered(bool ok, const QString& reason);
-  void OnSaved();
-  void OnNotSaved(const QString& reason);
-  void OnControllerLost();
-  void ShowNotLoaded(const QString& reason);
+  void OnStored(const QString& plan_code, const QString& group_code);
+  void OnNotStored(const QString& reason);
+  void OnConflict(SaveConflict conflict, const QString& reason,
+                  const view_plugin_protocol::GetPlanDetailResponse& theirs);
   void LoadTheirs();
   void Overwrite();
   void SaveAsNew();
@@ -75,21 +83,20 @@ class CTarnAddPlanWidget::Private {
   CPageSettings* page_settings = nullptr;
   CWindowGrid* grid = nullptr;
   CWindowSettings* window_settings = nullptr;
-  CConflictBar* conflict = nullptr;
+  CConflictBar* conflict_bar = nullptr;
   CEditorFooter* footer = nullptr;
   QScrollArea* scroll = nullptr;
   QWidget* pages_side = nullptr;
 
   QPointer<CStandardPlanModel> model;
   QPointer<CStandardViewController> controller;
-  QPointer<QWidget> had_focus;  // before the work that is going on
+  CBusyFocus focus;
   QString awaited;              // code of the plan that is being fetched
-  int load_no = 0;
-  bool original_gone = false;  // the host no longer has the plan that was loaded
-  bool renewing = false;       // the save under way makes a new plan of an old one
-  QString copy_note;           // what that plan has not taken over
+  HostCalls::CCallScope loads;  // of that plan
   QVector<DraftPage> opened_pages;
-  view_plugin_protocol::GetPlanDetailResponse theirs;
+  SaveConflict conflict = SaveConflict::None;          // what the last save found
+  view_plugin_protocol::GetPlanDetailResponse theirs;  // the plan as the host has it, when it was changed elsewhere
+  std::optional<QString> copy_note;  // while a new plan is made of an old one: what it has not taken over
 };
 
 }  // namespace TarnPlanView

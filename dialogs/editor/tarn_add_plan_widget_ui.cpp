@@ -31,7 +31,7 @@ constexpr int kPagesWidth = 472;
 
 }  // namespace
 
-CTarnAddPlanWidget::Private::Private(CTarnAddPlanWidget* editor) : q(editor) {}
+CTarnAddPlanWidget::Private::Private(CTarnAddPlanWidget* editor) : q(editor), focus(editor) {}
 
 void CTarnAddPlanWidget::Private::Build() {
   q->setObjectName(QStringLiteral("add_edit_plan_widget"));
@@ -43,7 +43,7 @@ void CTarnAddPlanWidget::Private::Build() {
   scroll = new QScrollArea(q);
   BuildCameras();
   BuildPages();
-  conflict = new CConflictBar(q);
+  conflict_bar = new CConflictBar(q);
   footer = new CEditorFooter(&document, q);
   BuildFrame();
   GatherUndo();
@@ -101,7 +101,7 @@ void CTarnAddPlanWidget::Private::BuildFrame() {
   column->setSpacing(kGap);
   column->addWidget(header);
   column->addWidget(scroll, 1);
-  column->addWidget(conflict);
+  column->addWidget(conflict_bar);
   column->addWidget(footer);
 }
 
@@ -145,32 +145,19 @@ void CTarnAddPlanWidget::Private::GatherUndo() {
 }
 
 void CTarnAddPlanWidget::Private::ConnectSaving() {
-  connect(saving, &CPlanSaving::SignalStored, q, [this](const QString& plan_code, const QString& group_code) {
-    renewing = original_gone = false;  // the document is that plan now
-    Q_EMIT q->SignalSaved(plan_code, group_code);
-  });
-  connect(saving, &CPlanSaving::SignalSaved, q, [this] { OnSaved(); });
+  connect(saving, &CPlanSaving::SignalStored, q,
+          [this](const QString& plan_code, const QString& group_code) { OnStored(plan_code, group_code); });
+  connect(saving, &CPlanSaving::SignalFailed, q, [this](const QString& reason) { OnNotStored(reason); });
+  connect(saving, &CPlanSaving::SignalConflict, q,
+          [this](SaveConflict found, const QString& reason, const view_plugin_protocol::GetPlanDetailResponse& plan) {
+            OnConflict(found, reason, plan);
+          });
   connect(saving, &CPlanSaving::SignalSlow, q,
           [this] { footer->ShowWork(CTarnAddPlanWidget::tr("Saving takes long. Cancel leaves the editor.")); });
-  connect(saving, &CPlanSaving::SignalFailed, q, [this](const QString& reason) { OnNotSaved(reason); });
-  connect(saving, &CPlanSaving::SignalChangedElsewhere, q,
-          [this](const QString& reason, const view_plugin_protocol::GetPlanDetailResponse& plan) {
-            theirs = plan;
-            original_gone = false;
-            OnNotSaved(QString());
-            conflict->SetNewRefused(MissingRight(true));
-            conflict->ShowChanged(reason);
-          });
-  connect(saving, &CPlanSaving::SignalDeleted, q, [this](const QString& reason) {
-    original_gone = true;
-    OnNotSaved(QString());
-    conflict->SetNewRefused(MissingRight(true));
-    conflict->ShowDeleted(reason);
-  });
-  connect(conflict, &CConflictBar::SignalLoadTheirs, q, [this] { LoadTheirs(); });
-  connect(conflict, &CConflictBar::SignalOverwrite, q, [this] { Overwrite(); });
-  connect(conflict, &CConflictBar::SignalSaveAsNew, q, [this] { SaveAsNew(); });
-  connect(conflict, &CConflictBar::SignalRetry, q, [this] { q->OpenPlan(QString(awaited)); });
+  connect(conflict_bar, &CConflictBar::SignalLoadTheirs, q, [this] { LoadTheirs(); });
+  connect(conflict_bar, &CConflictBar::SignalOverwrite, q, [this] { Overwrite(); });
+  connect(conflict_bar, &CConflictBar::SignalSaveAsNew, q, [this] { SaveAsNew(); });
+  connect(conflict_bar, &CConflictBar::SignalRetry, q, [this] { q->OpenPlan(QString(awaited)); });
 }
 
 }  // namespace TarnPlanView

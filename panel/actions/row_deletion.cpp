@@ -107,9 +107,9 @@ void CRowDeletion::DeletePlan(const QModelIndex& index) {
 }
 
 // Until its own answer comes, and no other, the row is not deleted once more.
-std::function<void(bool, const QString&)> CRowDeletion::Note(const Row& row) {
+CStandardViewController::PlanAnswer CRowDeletion::Note(const Row& row) {
   deleting_.insert(row);
-  return [self = QPointer<CRowDeletion>(this), row, begun_in = session_](bool, const QString&) {
+  return [self = QPointer<CRowDeletion>(this), row, begun_in = session_](const CallAnswer&) {
     if (self && self->session_ == begun_in) {
       self->deleting_.remove(row);
     }

@@ -5,7 +5,6 @@
 #include <QPointer>
 #include <QSet>
 #include <QString>
-#include <functional>
 
 #include "standard_view_controller.h"
 
@@ -39,7 +38,7 @@ class CRowDeletion : public QObject {
   bool Confirm(bool playing);
   void DeleteGroup(const QModelIndex& index);
   void DeletePlan(const QModelIndex& index);
-  std::function<void(bool, const QString&)> Note(const Row& row);
+  CStandardViewController::PlanAnswer Note(const Row& row);
 
   QWidget* const panel_;
   QPointer<CStandardViewController> controller_;

@@ -100,13 +100,13 @@ CTarnAddPlanWidget* CEditorPlace::Editor() {
     editor_->setObjectName(QStringLiteral("add_edit_plan_widget"));
     editor_->hide();
     editor_->SetLogicNodeParam(logic_node_);
-    connect(editor_, &CTarnAddPlanWidget::SignalSaved, this, [this](const QString& plan, const QString& group) {
+    connect(editor_, &CTarnAddPlanWidget::SignalStored, this, [this](const QString& plan, const QString& group) {
       const bool goes_on = next_ && next_->opening;
       if (!goes_on) {
-        Q_EMIT SignalSaved(plan, group);
+        Q_EMIT SignalStored(plan, group);
       }
     });
-    connect(editor_, &CTarnAddPlanWidget::SignalNotSaved, this, [this] { next_.reset(); });
+    connect(editor_, &CTarnAddPlanWidget::SignalNotStored, this, [this] { next_.reset(); });
     connect(editor_, &CTarnAddPlanWidget::SignalClosed, this, &CEditorPlace::OnClosed);
     connect(editor_, &CTarnAddPlanWidget::SignalMessageTipNeeded, this, &CEditorPlace::SignalMessageTipNeeded);
   }

@@ -63,8 +63,8 @@ class CEditorPlace : public QObject {
   void SignalChanged();
   /// Closed, and the focus was nowhere else.
   void SignalFocusFree();
-  /// The plan that was edited is safe, and no other one waits for the place.
-  void SignalSaved(const QString& plan_code, const QString& group_code);
+  /// The host has the plan that was edited, and no other one waits for the place.
+  void SignalStored(const QString& plan_code, const QString& group_code);
   /// What MayLeave() found unsaved is safe.
   void SignalMayLeave();
   void SignalMessageTipNeeded(const QString& text, int state);

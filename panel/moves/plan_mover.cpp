@@ -2,13 +2,13 @@
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
+#include "call_answer.h"
+#include "group_tree.h"
 #include "host_calls/ask.h"
-#include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_rules/update_request.h"
 #include "plan_view_tree.h"
 #include "standard_view_controller.h"
-#include "view_config_manager.h"
 #include "view_public_def.h"
 
 namespace TarnPlanView {
@@ -59,7 +59,7 @@ void CPlanMover::OnMoveRow(const QPoint& start, const QPoint& end, const QRect& 
   }
   if (group == source.parent()) {
     Q_EMIT SignalMessageTipNeeded(tr("ViewSortFailedadOMakQWZCpToC"), 0);
-  } else if (!MayHold(group)) {
+  } else if (!CGroupTree::MayHoldPlans(group)) {
     Q_EMIT SignalMessageTipNeeded(tr("TheMoveViewOperationrvQbjaeS"), 0);
   } else {
     // The family of a row of either root is that of its children, whatever its own code says.
@@ -79,12 +79,6 @@ QModelIndex CPlanMover::GroupAt(const QModelIndex& source, const QModelIndex& ta
   const bool own_group =
       (from == PublicPlanLevel && onto == PublicGroupLevel) || (from == OwnPlanLevel && onto == OwnGroupLevel);
   return own_group ? target : QModelIndex();
-}
-
-bool CPlanMover::MayHold(const QModelIndex& group) const {
-  const int type = group.data(ItemTypeRole).toInt();
-  const bool root = type == PublicRootItem || type == OwnRootItem;
-  return !root || CViewConfigManager::Instance().CreatePlanUnderRootNode();
 }
 
 bool CPlanMover::IsBeingEdited(const QString& plan_code) {
@@ -122,9 +116,9 @@ void CPlanMover::Save(const GetPlanDetailResponse& plan, const Destination& dest
   request.parent_index_code = destination.code;
   request.parent_name = destination.name;
   const auto answered = [mover = QPointer<CPlanMover>(this), code = StringToQString(plan.index_code),
-                         sent = calls_.Current()](bool ok, const QString&) {
+                         sent = calls_.Current()](const CallAnswer& answer) {
     if (mover && !sent.IsDropped()) {
-      mover->OnAnswer(code, ok);
+      mover->OnAnswer(code, answer.ok);
     }
   };
   controller_->UpdatePlanParam(request, StringToQString(plan.name), answered);

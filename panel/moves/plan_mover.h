@@ -46,7 +46,6 @@ class CPlanMover : public QObject {
   };
 
   QModelIndex GroupAt(const QModelIndex& source, const QModelIndex& target) const;
-  bool MayHold(const QModelIndex& group) const;
   /// With a message when it is.
   bool IsBeingEdited(const QString& plan_code);
   void Move(const QString& plan_code, const Destination& destination);

@@ -50,6 +50,15 @@ void Settle(CStandardViewController* controller, const HostCalls::Result<Respons
   }
 }
 
+/// `code`: of the plan or group that the call was about.
+template <class Response>
+CallAnswer AnswerOf(const HostCalls::Result<Response>& result, const std::string& code) {
+  if (result.ok) {
+    return {true, StringToQString(code)};
+  }
+  return {false, StringToQString(result.response.error_info), result.response.error_kind};
+}
+
 int TypeOf(const QModelIndex& index) {
   return index.data(ItemTypeRole).toInt();
 }
@@ -209,12 +218,12 @@ void CStandardViewController::addPlanGroupByIndexNameThread(const QModelIndex& p
 }
 
 void CStandardViewController::DeletePlanGroupByIndex(const QModelIndex& index) {
-  DeletePlanGroupByIndex(index, [](bool, const QString&) {});
+  DeletePlanGroupByIndex(index, [](const CallAnswer&) {});
 }
 
 void CStandardViewController::DeletePlanGroupByIndex(const QModelIndex& index, const PlanAnswer& answer) {
   if (GroupCodeOf(index).isEmpty()) {
-    answer(false, QString());
+    answer({});
   } else {
     deletePlanGroupByIndexThread(index, answer);
   }
@@ -229,12 +238,12 @@ void CStandardViewController::deletePlanGroupByIndexThread(const QModelIndex& in
   AskForChange(&CViewBusinessInterfaceMgr::DeletePlanGroup, request, request.index_code)
       .Then(this, [this, node, reply, code = request.index_code](const auto& answer) {
         Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanGroupSucc(node.Resolve()); });
-        reply(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
+        reply(AnswerOf(answer, code));
       });
 }
 
 void CStandardViewController::DeletePlanByIndex(const QModelIndex& index) {
-  DeletePlanByIndex(index, [](bool, const QString&) {});
+  DeletePlanByIndex(index, [](const CallAnswer&) {});
 }
 
 void CStandardViewController::DeletePlanByIndex(const QModelIndex& index, const PlanAnswer& answer) {
@@ -247,7 +256,7 @@ void CStandardViewController::deletePlanByIndexThread(const QModelIndex& index, 
   AskForChange(&CViewBusinessInterfaceMgr::DeletePlan, request, request.plan_index_code)
       .Then(this, [this, node, reply, code = request.plan_index_code](const auto& answer) {
         Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanSucc(node.Resolve()); });
-        reply(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
+        reply(AnswerOf(answer, code));
       });
 }
 
@@ -272,12 +281,12 @@ void CStandardViewController::updatePlanGroupNameThread(const QModelIndex& index
 }
 
 void CStandardViewController::AddPlanParam(const AddPlanRequest& request) {
-  AddPlanParam(request, [](bool, const QString&) {});
+  AddPlanParam(request, [](const CallAnswer&) {});
 }
 
 void CStandardViewController::AddPlanParam(const AddPlanRequest& request, const PlanAnswer& answer) {
   if (IsExceedAddLimit(request.pages)) {
-    answer(false, TooManyWindows());
+    answer({false, TooManyWindows(), Refused});
   } else {
     addPlanParamThread(request, answer);
   }
@@ -290,18 +299,18 @@ void CStandardViewController::addPlanParamThread(const AddPlanRequest& request, 
     Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"),
            [&] { Q_EMIT SignalAddPlanSucc(request, StringToQString(code)); });
     RecheckIfTold(notices, code, false);
-    reply(answer.ok, StringToQString(answer.ok ? code : answer.response.error_info));
+    reply(AnswerOf(answer, code));
   });
 }
 
 void CStandardViewController::UpdatePlanParam(const UpdatePlanRequest& request, const QString& old_name) {
-  UpdatePlanParam(request, old_name, [](bool, const QString&) {});
+  UpdatePlanParam(request, old_name, [](const CallAnswer&) {});
 }
 
 void CStandardViewController::UpdatePlanParam(const UpdatePlanRequest& request, const QString& old_name,
                                               const PlanAnswer& answer) {
   if (IsExceedAddLimit(request.pages)) {
-    answer(false, TooManyWindows());
+    answer({false, TooManyWindows(), Refused});
   } else {
     updatePlanParamThread(request, old_name, answer);
   }
@@ -317,7 +326,7 @@ void CStandardViewController::updatePlanParamThread(const UpdatePlanRequest& req
         if (answer.ok) {
           RecheckIfTold(notices, request.plan_index_code, false);
         }
-        reply(answer.ok, StringToQString(answer.ok ? request.plan_index_code : answer.response.error_info));
+        reply(AnswerOf(answer, request.plan_index_code));
       });
 }
 
@@ -351,7 +360,7 @@ void CStandardViewController::SetPlayListener(QObject* listener,
 }
 
 void CStandardViewController::GetPlanInfoByIndexCode(const std::string& indexCode) {
-  GetPlanInfoByIndexCode(indexCode, [](bool, const QString&) {});
+  GetPlanInfoByIndexCode(indexCode, [](const CallAnswer&) {});
 }
 
 void CStandardViewController::GetPlanInfoByIndexCode(const std::string& indexCode, const PlanAnswer& answer) {
@@ -367,7 +376,7 @@ void CStandardViewController::getPlanInfoByIndexCodeThread(const std::string& in
     } else {
       showFailure(answer.response.error_info);
     }
-    reply(answer.ok, StringToQString(answer.ok ? answer.response.index_code : answer.response.error_info));
+    reply(AnswerOf(answer, answer.response.index_code));
   });
 }
 

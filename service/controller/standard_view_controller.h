@@ -9,6 +9,7 @@
 
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "MarUIControl/nomal_message.h"
+#include "call_answer.h"
 #include "tarn_plan_view_export.h"
 
 namespace TarnPlanView {
@@ -37,8 +38,7 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   /// Nothing for a row without a code.
   void DeletePlanGroupByIndex(const QModelIndex& index);
   void DeletePlanByIndex(const QModelIndex& index);
-  /// How one call ended: `text` is the code of the plan or group, or the reason of the failure.
-  using PlanAnswer = std::function<void(bool ok, const QString& text)>;
+  using PlanAnswer = std::function<void(const CallAnswer&)>;
   /// For who must know what came of this very call: `answer` is called once, after the signals, unless the controller
   /// dies before; without a delay when nothing is sent.
   void DeletePlanGroupByIndex(const QModelIndex& index, const PlanAnswer& answer);

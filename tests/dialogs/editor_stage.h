@@ -1,15 +1,15 @@
 #pragma once
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QtTest>
 #include <memory>
 
-#include "LyraPluginManager/view_business_interface_mgr.h"
-#include "MarUIControl/string_conversion.h"
 #include "ResourceTreeKit/camera_tree.h"
 #include "TarnHost/modal_answer.h"
+#include "TarnHost/plan_site.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "conflict_bar.h"
 #include "page_list.h"
@@ -35,8 +35,7 @@ class CEditorStage {
     editor.reset(new CTarnAddPlanWidget(&window));
     editor->SetModel(fixture.Public());
     editor->SetController(controller.get());
-    QObject::connect(controller.get(), &CStandardViewController::SignalGetPlanInfo, editor.get(),
-                     &CTarnAddPlanWidget::OnPlanInfo);
+    ConnectLoads();
     QObject::connect(editor.get(), &CTarnAddPlanWidget::SignalMessageTipNeeded, &window,
                      [this](const QString& text, int) { tips.append(text); });
     QObject::connect(editor.get(), &CTarnAddPlanWidget::SignalClosed, &window, [this] { ++closed; });
@@ -50,6 +49,10 @@ class CEditorStage {
   }
   ~CEditorStage() { TarnHost::SetModalAnswer({}); }
 
+  void ConnectLoads() {
+    QObject::connect(controller.get(), &TarnPlanView::CStandardViewController::SignalGetPlanInfo, editor.get(),
+                     &TarnPlanView::CTarnAddPlanWidget::OnPlanInfo);
+  }
   void Resize(const QSize& size) {
     window.resize(size);
     editor->setGeometry(QRect(QPoint(), size));
@@ -63,17 +66,26 @@ class CEditorStage {
     editor->OpenNew(group_code);
     WaitForCameras();
   }
+  void Save() { Click("save_plan_btn"); }
+  /// Saves a plan that is no longer what was loaded.
+  void SaveIntoConflict() {
+    Save();
+    QTRY_VERIFY(IsConflictShown());
+  }
   void WaitForCameras() { QTRY_VERIFY(Cameras().IsLoaded()); }
 
   template <class Widget>
   Widget* Find(const char* name) const {
     return editor->findChild<Widget*>(QString::fromLatin1(name));
   }
+  QLineEdit& Name() const { return *Find<QLineEdit>("plan_name_edit"); }
   void Click(const char* name) { QTest::mouseClick(Find<QWidget>(name), Qt::LeftButton); }
   TarnPlanView::CWindowGrid& Grid() const { return *editor->findChild<TarnPlanView::CWindowGrid*>(); }
   TarnPlanView::CPageList& Pages() const { return *editor->findChild<TarnPlanView::CPageList*>(); }
   ResourceTreeKit::CCameraTree& Cameras() const { return *editor->findChild<ResourceTreeKit::CCameraTree*>(); }
   QString Text(const char* label) const { return Find<QLabel>(label)->text(); }
+  /// Whether it neither loads nor saves.
+  bool IsIdle() const { return Text("editor_work").isEmpty(); }
   bool IsConflictShown() const { return !editor->findChild<TarnPlanView::CConflictBar*>()->isHidden(); }
   /// What the windows of the current page hold, as they are read out.
   QStringList Windows() const {
@@ -90,21 +102,39 @@ class CEditorStage {
   }
   QStringList TakeTips() { return std::exchange(tips, {}); }
 
-  /// The plan as the host has it.
-  static GetPlanDetailResponse Stored(const QString& plan_code) {
-    view_plugin_protocol::GetPlanDetailRequest request;
-    request.plan_index_code = plan_code.toStdString();
-    GetPlanDetailResponse response;
-    LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, response);
-    return response;
-  }
-
   QWidget window;
   std::unique_ptr<TarnPlanView::CStandardViewController> controller;
   std::unique_ptr<TarnPlanView::CTarnAddPlanWidget> editor;
   QStringList tips, questions;
   int closed = 0;
   int answer = 1;
+};
+
+/// Base of tests of the editor over the demo site, with the hands of other clients.
+class CEditorTest : public CPlanTest {
+  Q_OBJECT
+ protected:
+  void Begin(const QMap<QString, int>& switches = {}) {
+    PlanFixtureOptions options;
+    options.switches = {{"load_all", 1}, {"timed_play", 1}};
+    for (auto it = switches.begin(); it != switches.end(); ++it) {
+      options.switches[it.key()] = it.value();
+    }
+    options.site = TarnHost::MakeDemoSite;
+    QString error;
+    QVERIFY2(fixture_.Open(options, &error), qPrintable(error));
+    fixture_.Start();
+    patrol_ = fixture_.Code(QStringLiteral("Night patrol"));
+  }
+  QModelIndex GroupRow(const QString& name) {
+    return fixture_.Public()->FindIndexByIndexCode(fixture_.Code(name), true);
+  }
+  GetPlanDetailResponse Stored(const QString& code) { return fixture_.InStore().Detail(code); }
+  void RenameElsewhere(const QString& code, const char* name) {
+    QCOMPARE(fixture_.InStore().Update(ChangedPlan(code, name)), QString());
+  }
+
+  QString patrol_;  // code of a plan of three pages that runs by itself
 };
 
 }  // namespace TarnTest

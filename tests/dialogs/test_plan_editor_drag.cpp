@@ -1,4 +1,3 @@
-#include "TarnHost/plan_site.h"
 #include "editor_stage.h"
 #include "mouse_drag.h"
 
@@ -7,22 +6,17 @@ using TarnTest::CEditorStage;
 using TarnTest::DragWithMouse;
 
 // Drags as an operator makes them, in real windows.
-class PlanEditorDragTest : public TarnTest::CPlanTest {
+class PlanEditorDragTest : public TarnTest::CEditorTest {
   Q_OBJECT
  private Q_SLOTS:
   void CamerasWindowsAndPages();
 };
 
 void PlanEditorDragTest::CamerasWindowsAndPages() {
-  TarnTest::PlanFixtureOptions options;
-  options.switches = {{"load_all", 1}};
-  options.site = TarnHost::MakeDemoSite;
-  QString error;
-  QVERIFY2(fixture_.Open(options, &error), qPrintable(error));
-  fixture_.Start();
+  Begin();
   CEditorStage stage(fixture_);
   QVERIFY(QTest::qWaitForWindowExposed(&stage.window));
-  stage.Open(fixture_.Code("Night patrol"));
+  stage.Open(patrol_);
   const QStringList at_first = stage.Windows();
   auto& grid = stage.Grid();
   const auto window_at = [&grid](int window_no) { return grid.mapToGlobal(grid.WindowRect(window_no).center()); };

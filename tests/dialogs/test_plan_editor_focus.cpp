@@ -1,5 +1,4 @@
 #include <QAbstractButton>
-#include <QLineEdit>
 #include <QTimeEdit>
 
 #include "editor_stage.h"
@@ -8,7 +7,7 @@ using namespace TarnPlanView;
 using TarnTest::CEditorStage;
 
 /// Where the keyboard is while the editor loads, saves, and takes buttons away.
-class PlanEditorFocusTest : public TarnTest::CPlanTest {
+class PlanEditorFocusTest : public TarnTest::CEditorTest {
   Q_OBJECT
  private Q_SLOTS:
   void AnswersLeaveTheFocusWhereTheUserIs();
@@ -16,15 +15,6 @@ class PlanEditorFocusTest : public TarnTest::CPlanTest {
   void ConflictBarHandsTheFocusOn();
 
  private:
-  void Begin() {
-    QString error;
-    TarnTest::PlanFixtureOptions options;
-    options.switches = {{"load_all", 1}, {"timed_play", 1}};
-    options.site = TarnHost::MakeDemoSite;
-    QVERIFY2(fixture_.Open(options, &error), qPrintable(error));
-    fixture_.Start();
-  }
-  static bool IsIdle(const CEditorStage& stage) { return stage.Text("editor_work").isEmpty(); }
   /// Presses the key where the focus is.
   static void Press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
 };
@@ -35,20 +25,19 @@ void PlanEditorFocusTest::AnswersLeaveTheFocusWhereTheUserIs() {
   QVERIFY(QTest::qWaitForWindowActive(&stage.window));
   QLineEdit search(&stage.window);
   search.show();
-  auto* name = stage.Find<QLineEdit>("plan_name_edit");
   // Left where the editor has put it, in another part of the window, or on the button that stays enabled.
   for (QWidget* user : {static_cast<QWidget*>(stage.editor.get()), static_cast<QWidget*>(&search),
                         stage.Find<QWidget>("cancel_plan_btn")}) {
     const bool elsewhere = user != stage.editor.get();
     Services().Hold("GetPlanDetail");
-    stage.editor->OpenPlan(fixture_.Code("Night patrol"));
+    stage.editor->OpenPlan(patrol_);
     QVERIFY(Services().WaitUntilHeld("GetPlanDetail"));
     user->setFocus();
     Services().ReleaseAll();
-    QTRY_COMPARE(name->text(), QString("Night patrol"));
-    QCOMPARE(QApplication::focusWidget(), elsewhere ? user : name);
+    QTRY_COMPARE(stage.Name().text(), QString("Night patrol"));
+    QCOMPARE(QApplication::focusWidget(), elsewhere ? user : &stage.Name());
 
-    name->setText("Mine");
+    stage.Name().setText("Mine");
     stage.Grid().setFocus();
     Services().Fail("UpdatePlan", "not now");
     Services().Hold("UpdatePlan");
@@ -58,7 +47,7 @@ void PlanEditorFocusTest::AnswersLeaveTheFocusWhereTheUserIs() {
       user->setFocus();
     }
     Services().ReleaseAll();
-    QTRY_VERIFY(IsIdle(stage));
+    QTRY_VERIFY(stage.IsIdle());
     QCOMPARE(QApplication::focusWidget(), elsewhere ? user : &stage.Grid());
     Services().Mend("UpdatePlan");
   }
@@ -100,33 +89,27 @@ void PlanEditorFocusTest::ConflictBarHandsTheFocusOn() {
   Begin();
   CEditorStage stage(fixture_);
   QVERIFY(QTest::qWaitForWindowActive(&stage.window));
-  const QString code = fixture_.Code("Night patrol");
-  stage.Open(code);
-  stage.Find<QLineEdit>("plan_name_edit")->setText("Mine");
-  view_plugin_protocol::UpdatePlanRequest request;
-  request.plan_index_code = code.toStdString();
-  request.plan_name = "Theirs";
-  view_plugin_protocol::UpdatePlanResponse response;
-  QVERIFY(fixture_.Store().UpdatePlan(request, response));
-  stage.editor->Save();
-  QTRY_VERIFY(stage.IsConflictShown());
+  stage.Open(patrol_);
+  stage.Name().setText("Mine");
+  RenameElsewhere(patrol_, "Theirs");
+  stage.SaveIntoConflict();
   Services().Fail("UpdatePlan", "not now");
   stage.Find<QWidget>("overwrite_btn")->setFocus();
   Press(Qt::Key_Space);
   QCOMPARE(QApplication::focusWidget(), stage.editor.get());
   Press(Qt::Key_Space);
-  QTRY_VERIFY(IsIdle(stage));
+  QTRY_VERIFY(stage.IsIdle());
   QCOMPARE(QApplication::focusWidget(), &stage.Grid());
   QCOMPARE(stage.closed, 0);
 
   // Where trying again is all there is, the keys find it.
   Services().Fail("GetPlanDetail", "not now");
-  stage.editor->OpenPlan(code);
-  QTRY_VERIFY(IsIdle(stage));
+  stage.editor->OpenPlan(patrol_);
+  QTRY_VERIFY(stage.IsIdle());
   QCOMPARE(QApplication::focusWidget(), stage.Find<QWidget>("retry_btn"));
   Services().Mend("GetPlanDetail");
   Press(Qt::Key_Space);
-  QTRY_VERIFY(stage.Find<QWidget>("plan_name_edit")->hasFocus());
+  QTRY_VERIFY(stage.Name().hasFocus());
 }
 
 QTEST_MAIN(PlanEditorFocusTest)

@@ -1,7 +1,3 @@
-#include <QLineEdit>
-#include <QSpinBox>
-
-#include "TarnHost/plan_site.h"
 #include "editor_stage.h"
 #include "group_chooser.h"
 #include "plan_saving.h"
@@ -9,163 +5,190 @@
 using namespace TarnPlanView;
 using namespace view_plugin_protocol;
 using TarnTest::CEditorStage;
+using TarnTest::CPlanFixture;
 
-/// Saves that meet slow hosts, other calls' failures, and controllers that come and go.
-class PlanEditorSavingTest : public TarnTest::CPlanTest {
+/// Loads and saves: what the host has meanwhile, slow hosts, failures, and controllers that come and go.
+class PlanEditorSavingTest : public TarnTest::CEditorTest {
   Q_OBJECT
  private Q_SLOTS:
-  void OtherCallsFailuresAreNotTheSaves_data();
-  void OtherCallsFailuresAreNotTheSaves();
-  void AFailureInAnotherGroupIsNoDeletion();
-  void TakesWhatIsStillBeingTyped();
-  void ACopyThatFailsLeavesThePlan();
-  void AnotherControllerEndsTheWait();
+  void SavesOnceAndKeepsInputOnFailure();
+  void ChangedElsewhere_data();
+  void ChangedElsewhere();
+  void DeletedElsewhereAndMissingRights();
+  void AGroupThatHasGoneIsNoDeletion();
+  void ControllersThatGoEndTheWait();
   void ASlowSaveCanBeLeft();
-  void EachPlanStartsAtItsFirstWindow();
   void AnUnchangedPlanIsNotSent();
-  void NamesTheMissingRight();
-  void OtherCallsFailuresAreNotTheLoads();
-
- private:
-  void Begin() {
-    TarnTest::PlanFixtureOptions options;
-    options.switches = {{"load_all", 1}, {"timed_play", 1}};
-    options.site = TarnHost::MakeDemoSite;
-    QString error;
-    QVERIFY2(fixture_.Open(options, &error), qPrintable(error));
-    fixture_.Start();
-  }
-  bool IsIdle(const CEditorStage& stage) { return stage.Text("editor_work").isEmpty(); }
+  void LoadsWhatItWaitsFor();
+  void AsksBeforeChangesAreLost();
 };
 
-void PlanEditorSavingTest::OtherCallsFailuresAreNotTheSaves_data() {
-  QTest::addColumn<bool>("add");
-  QTest::addColumn<QString>("call");
-  QTest::newRow("add") << true << "AddPlan";
-  QTest::newRow("update") << false << "UpdatePlan";
-}
-
-void PlanEditorSavingTest::OtherCallsFailuresAreNotTheSaves() {
-  QFETCH(bool, add);
-  QFETCH(QString, call);
-  Begin();
-  CEditorStage stage(fixture_);
-  add ? stage.OpenNew(fixture_.Code("Gates")) : stage.Open(fixture_.Code("Night patrol"));
-  stage.Find<QLineEdit>("plan_name_edit")->setText("Once");
-  Services().Hold(call);
-  stage.Click("save_plan_btn");
-  QVERIFY(Services().WaitUntilHeld(call));
-  QSignalSpy messages(stage.controller.get(), &CStandardViewController::signalShowMessage);
-  stage.controller->PlayPlanViewByIndexCode("no such plan");
-  QTRY_COMPARE(messages.size(), 1);
-  QVERIFY(!IsIdle(stage));
-  QCOMPARE(stage.closed, 0);
-  Services().ReleaseAll();
-  QTRY_COMPARE(stage.closed, 1);
-  QCOMPARE(Services().Count(call), 1);
-  QVERIFY(!stage.editor->IsDirty());
-}
-
-void PlanEditorSavingTest::AFailureInAnotherGroupIsNoDeletion() {
-  Begin();
-  CEditorStage stage(fixture_);
-  stage.Open(fixture_.Code("Night patrol"));
-  auto* groups = stage.editor->findChild<CGroupChooser*>();
-  const QString other = groups->CurrentText() == "Gates" ? "Roof" : "Gates";
-  const QModelIndex row = fixture_.Public()->FindIndexByIndexCode(fixture_.Code(other), true);
-  Q_EMIT groups->SignalGroupChosen(fixture_.Code(other), other, CGroupChooser::FamilyOf(row));
-  QVERIFY(stage.editor->IsDirty());
-  for (const char* call : {"UpdatePlan", "GetPlanDetail"}) {
-    Services().Fail(call, "not now");
-  }
-  stage.Click("save_plan_btn");
-  QTRY_VERIFY(IsIdle(stage));
-  QVERIFY(!stage.IsConflictShown());
-}
-
-void PlanEditorSavingTest::TakesWhatIsStillBeingTyped() {
-  Begin();
-  const QString code = fixture_.Code("Night patrol");
-  CEditorStage stage(fixture_);
-  stage.Open(code);
-  auto* dwell = stage.Find<QSpinBox>("dwell_spin");
-  dwell->setFocus();
-  dwell->selectAll();
-  QTest::keyClicks(dwell, "47");
-  QVERIFY(stage.editor->IsDirty());
-  dwell->selectAll();
-  QTest::keyClicks(dwell, "48");
-  QTest::keyClick(dwell, Qt::Key_S, Qt::ControlModifier);
-  QTRY_COMPARE(stage.closed, 1);
-  QCOMPARE(CEditorStage::Stored(code).pages.front().dwell_seconds, 48);
-}
-
-void PlanEditorSavingTest::ACopyThatFailsLeavesThePlan() {
-  Begin();
-  const QString code = fixture_.Code("Night patrol");
-  CEditorStage stage(fixture_);
-  stage.Open(code);
-  auto* name = stage.Find<QLineEdit>("plan_name_edit");
-  name->setText("Mine");
-  const auto plan = CEditorStage::Stored(code);
-  QVERIFY(plan.auto_run);
-  UpdatePlanRequest request;
-  request.plan_index_code = plan.index_code;
-  request.plan_name = "Theirs";
-  UpdatePlanResponse response;
-  QVERIFY(fixture_.Store().UpdatePlan(request, response));
-  stage.Click("save_plan_btn");
-  QTRY_VERIFY(stage.IsConflictShown());
-  Services().Fail("AddPlan", "disk full");
-  stage.Click("save_as_new_btn");
-  QVERIFY(!IsIdle(stage));
-  QTRY_VERIFY(IsIdle(stage));
-  QVERIFY(stage.IsConflictShown());
-  QCOMPARE(name->text(), QString("Mine"));
-  Services().Mend("AddPlan");
-  stage.Click("load_theirs_btn");
-  QCOMPARE(name->text(), QString("Theirs"));
-  QVERIFY(!stage.editor->IsDirty());
-  QTest::keyClick(name, Qt::Key_Z, Qt::ControlModifier);  // one press was not the end of it
-  QCOMPARE(name->text(), QString("Mine"));
-  QVERIFY(fixture_.Store().UpdatePlan(request, response));
-  stage.Click("save_plan_btn");
-  QTRY_VERIFY(stage.IsConflictShown());
-  stage.Click("save_as_new_btn");
-  QTRY_COMPARE(stage.closed, 1);
-  QCOMPARE(CEditorStage::Stored(code).name, std::string("Theirs"));
-  QVERIFY(!CEditorStage::Stored(fixture_.Code("Mine (copy)")).auto_run);  // two at once could not run
-  const QString told = stage.tips.isEmpty() ? QString() : stage.tips.last();
-  QVERIFY(told.contains("Mine (copy)") && told.contains("automatic run"));
-}
-
-void PlanEditorSavingTest::AnotherControllerEndsTheWait() {
+void PlanEditorSavingTest::SavesOnceAndKeepsInputOnFailure() {
   Begin();
   CEditorStage stage(fixture_);
   stage.OpenNew(fixture_.Code("Gates"));
-  stage.Find<QLineEdit>("plan_name_edit")->setText("Late");
+  stage.Name().setText("Kept");
+  Services().Fail("AddPlan", "disk full");
+  QTest::keyClick(&stage.Name(), Qt::Key_S, Qt::ControlModifier);
+  QTRY_VERIFY(stage.Name().isEnabled());
+  QVERIFY(stage.closed == 0 && stage.editor->IsDirty());
+  QCOMPARE(stage.Name().text(), QString("Kept"));
+  QCOMPARE(QApplication::focusWidget(), &stage.Name());
+  Services().Mend("AddPlan");
   Services().Hold("AddPlan");
-  stage.Click("save_plan_btn");
+  Services().ForgetCalls();
+  stage.Save();
+  QVERIFY(Services().WaitUntilHeld("AddPlan"));
+  QCOMPARE(stage.Text("editor_work"), QString("Saving..."));
+  QTest::keyClick(stage.editor.get(), Qt::Key_S, Qt::ControlModifier);
+  stage.editor->Save();
+  QVERIFY(!stage.editor->MayClose());  // without a question: nothing can be lost yet
+  QCOMPARE(stage.questions, QStringList());
+  QSignalSpy messages(stage.controller.get(), &CStandardViewController::signalShowMessage);
+  stage.controller->PlayPlanViewByIndexCode("no such plan");  // its failure is not the save's
+  QTRY_COMPARE(messages.size(), 1);
+  QVERIFY(!stage.IsIdle() && !stage.Name().isEnabled() && stage.closed == 0);
+  Services().Release("AddPlan");
+  QTRY_COMPARE(stage.closed, 1);
+  QCOMPARE(Services().Count("AddPlan"), 1);
+  QVERIFY(!stage.editor->IsDirty() && !fixture_.Code("Kept").isEmpty());
+}
+
+void PlanEditorSavingTest::ChangedElsewhere_data() {
+  QTest::addColumn<QByteArray>("way");
+  for (const char* way : {"load_theirs_btn", "overwrite_btn", "save_as_new_btn"}) {
+    QTest::newRow(way) << QByteArray(way);
+  }
+}
+
+void PlanEditorSavingTest::ChangedElsewhere() {
+  QFETCH(QByteArray, way);
+  Begin();
+  CEditorStage stage(fixture_);
+  stage.Open(patrol_);
+  stage.Name().setText("Mine");
+  RenameElsewhere(patrol_, "Theirs");
+  stage.SaveIntoConflict();
+  QVERIFY(stage.Text("conflict_text").contains("operator"));
+  QCOMPARE(stage.Name().text(), QString("Mine"));
+  QCOMPARE(Stored(patrol_).name, std::string("Theirs"));
+  if (way == "overwrite_btn") {
+    stage.Name().setText("Night patrol");
+    QVERIFY(!stage.editor->IsDirty());  // but it is not what the host has
+    stage.Click(way);
+    QTRY_COMPARE(stage.closed, 1);
+    QCOMPARE(Stored(patrol_).name, std::string("Night patrol"));
+    return;
+  }
+  Services().Fail("AddPlan", "disk full");
+  stage.Click("save_as_new_btn");
+  QVERIFY(!stage.IsIdle());
+  QTRY_VERIFY(stage.IsIdle() && stage.IsConflictShown());
+  QCOMPARE(stage.Name().text(), QString("Mine"));
+  Services().Mend("AddPlan");
+  stage.Click(way);
+  if (way == "load_theirs_btn") {
+    QCOMPARE(stage.Name().text(), QString("Theirs"));
+    QVERIFY(!stage.editor->IsDirty() && !stage.IsConflictShown());
+    QTest::keyClick(&stage.Name(), Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(stage.Name().text(), QString("Mine"));
+    return;
+  }
+  QTRY_COMPARE(stage.closed, 1);
+  QCOMPARE(Stored(patrol_).name, std::string("Theirs"));
+  QVERIFY(!Stored(fixture_.Code("Mine (copy)")).auto_run);  // two at once could not run
+  QVERIFY(stage.tips.last().contains("Mine (copy)") && stage.tips.last().contains("automatic run"));
+}
+
+void PlanEditorSavingTest::DeletedElsewhereAndMissingRights() {
+  Begin();
+  CEditorStage stage(fixture_);
+  Services().SetRight(5, false);
+  stage.OpenNew(fixture_.Code("Gates"));
+  stage.Save();
+  QCOMPARE(stage.TakeTips(), QStringList("You lack the right to add plans."));
+  stage.Open(patrol_);
+  stage.Name().setText("Mine");
+  QCOMPARE(fixture_.InStore().DeletePlan(patrol_), QString());
+  stage.SaveIntoConflict();
+  auto* as_new = stage.Find<QWidget>("save_as_new_btn");
+  QVERIFY(stage.Find<QWidget>("load_theirs_btn")->isHidden() && stage.Find<QWidget>("overwrite_btn")->isHidden());
+  QVERIFY(!as_new->isEnabled());
+  QVERIFY(stage.Text("conflict_text").contains("You lack the right to add plans."));
+  Services().SetRight(5, true);
+  stage.Save();
+  QTRY_VERIFY(stage.IsConflictShown() && as_new->isEnabled());
+  QVERIFY(!stage.Text("conflict_text").contains("right"));
+  Services().SetRight(6, false);
+  stage.TakeTips();
+  stage.Save();
+  QCOMPARE(stage.TakeTips(), QStringList("You lack the right to edit plans."));
+  stage.Click("save_as_new_btn");
+  QTRY_COMPARE(stage.closed, 1);
+  const auto again = Stored(fixture_.Code("Mine"));  // there is none beside it: nothing is taken away
+  QCOMPARE(again.pages.size(), size_t(3));
+  QVERIFY(again.auto_run && again.index_code != patrol_.toStdString());
+}
+
+void PlanEditorSavingTest::AGroupThatHasGoneIsNoDeletion() {
+  Begin();
+  CEditorStage stage(fixture_);
+  stage.Open(patrol_);
+  auto* groups = stage.editor->findChild<CGroupChooser*>();
+  const QString other = groups->CurrentText() == "Gates" ? "Roof" : "Gates";
+  Q_EMIT groups->SignalGroupChosen(fixture_.Code(other), other, CGroupChooser::FamilyOf(GroupRow(other)));
+  QCOMPARE(fixture_.InStore().DeleteGroup(fixture_.Code(other)), QString());
+  QSignalSpy messages(stage.controller.get(), &CStandardViewController::signalShowMessage);
+  stage.Save();
+  QTRY_VERIFY(stage.IsIdle());
+  QCOMPARE(messages.size(), 1);
+  QVERIFY(!stage.IsConflictShown() && stage.editor->IsDirty());
+}
+
+void PlanEditorSavingTest::ControllersThatGoEndTheWait() {
+  Begin();
+  CEditorStage stage(fixture_);
+  stage.OpenNew(fixture_.Code("Gates"));
+  stage.Name().setText("Late");
+  Services().Hold("AddPlan");
+  stage.Save();
   QVERIFY(Services().WaitUntilHeld("AddPlan"));
   auto next = std::make_unique<CStandardViewController>(fixture_.Public());
   next->setParent(nullptr);
   stage.editor->SetController(next.get());
   QCOMPARE(stage.TakeTips().size(), 1);
-  QVERIFY(IsIdle(stage) && stage.editor->IsDirty());
-  stage.Find<QLineEdit>("plan_name_edit")->setText("Later");
+  QVERIFY(stage.IsIdle() && stage.editor->IsDirty());
+  stage.Name().setText("Later");
   Services().ReleaseAll();
   QTRY_COMPARE(stage.tips.size(), 1);  // it is there, without the change
   QVERIFY(stage.editor->IsDirty());
-  stage.Click("save_plan_btn");
+  stage.Save();
   QTRY_COMPARE(stage.closed, 1);
   QCOMPARE(Services().Count("AddPlan"), 1);
   QVERIFY(!fixture_.Code("Later").isEmpty() && fixture_.Code("Late").isEmpty());
 
+  stage.editor->SetController(stage.controller.get());
+  stage.ConnectLoads();  // the editor let go of that controller
+  stage.Open(patrol_);
+  stage.Name().setText("Mine");
+  Services().Hold("UpdatePlan");
+  stage.Save();
+  QVERIFY(Services().WaitUntilHeld("UpdatePlan"));
+  stage.TakeTips();
+  stage.controller.reset();
+  QCOMPARE(stage.TakeTips().size(), 1);
+  Services().ReleaseAll();
+  CPlanFixture::Drain();
+  stage.Save();  // there is no way to the host now
+  QCOMPARE(stage.TakeTips().size(), 1);
+  QVERIFY(stage.Name().isEnabled() && stage.editor->IsDirty());
+
+  stage.editor->SetController(next.get());
   Services().Hold("GetPlanDetail");
-  stage.editor->OpenPlan(fixture_.Code("Night patrol"));
+  stage.editor->OpenPlan(patrol_);
   QVERIFY(Services().WaitUntilHeld("GetPlanDetail"));
   next.reset();
-  QVERIFY(IsIdle(stage) && stage.IsConflictShown());
+  QVERIFY(stage.IsIdle() && stage.IsConflictShown());
   Services().ReleaseAll();
 }
 
@@ -173,114 +196,85 @@ void PlanEditorSavingTest::ASlowSaveCanBeLeft() {
   Begin();
   CEditorStage stage(fixture_);
   stage.editor->findChild<CPlanSaving*>()->SetPatience(50);
-  stage.Open(fixture_.Code("Night patrol"));
-  stage.Find<QLineEdit>("plan_name_edit")->setText("Slow");
+  stage.Open(patrol_);
+  stage.Name().setText("Slow");
   Services().Hold("UpdatePlan");
-  stage.Click("save_plan_btn");
+  stage.Save();
   QVERIFY(Services().WaitUntilHeld("UpdatePlan"));
   QTRY_VERIFY(stage.Text("editor_work").contains("long"));
-  stage.answer = 0;
-  stage.Click("cancel_plan_btn");
-  QCOMPARE(stage.closed, 0);
-  stage.answer = 1;
-  stage.Click("cancel_plan_btn");
+  for (stage.answer = 0; stage.answer < 2; ++stage.answer) {
+    QCOMPARE(stage.closed, 0);
+    stage.Click("cancel_plan_btn");
+  }
   QCOMPARE(stage.questions.size(), 2);
   QCOMPARE(stage.closed, 1);
   stage.Open(fixture_.Code("Gate overview"));
   Services().ReleaseAll();
   QTRY_VERIFY(!fixture_.Code("Slow").isEmpty());
-  TarnTest::CPlanFixture::Drain();
+  CPlanFixture::Drain();
   QCOMPARE(stage.closed, 1);
-  QCOMPARE(stage.Find<QLineEdit>("plan_name_edit")->text(), QString("Gate overview"));
+  QCOMPARE(stage.Name().text(), QString("Gate overview"));
   QCOMPARE(stage.editor->PlanCode(), fixture_.Code("Gate overview"));  // and would be saved as itself
   QCOMPARE(stage.TakeTips(), QStringList());
 }
 
-void PlanEditorSavingTest::EachPlanStartsAtItsFirstWindow() {
-  Begin();
-  CEditorStage stage(fixture_);
-  stage.Open(fixture_.Code("Night patrol"));
-  stage.Grid().SetCurrentWindow(3);
-  stage.Open(fixture_.Code("Night patrol"));
-  QCOMPARE(stage.Grid().CurrentWindow(), 1);
-}
-
 void PlanEditorSavingTest::AnUnchangedPlanIsNotSent() {
   Begin();
-  const QString code = fixture_.Code("Night patrol");
   CEditorStage stage(fixture_);
-  stage.Open(code);
-  stage.Click("save_plan_btn");
+  stage.Open(patrol_);
+  stage.Grid().SetCurrentWindow(3);
+  stage.Save();
   QCOMPARE(stage.closed, 1);
   QCOMPARE(Services().Count("UpdatePlan"), 0);
-
-  // Where the host has something else it is not "unchanged".
-  auto* name = stage.Find<QLineEdit>("plan_name_edit");
-  stage.Open(code);
-  name->setText("Mine");
-  UpdatePlanRequest request;
-  request.plan_index_code = code.toStdString();
-  request.plan_name = "Theirs";
-  UpdatePlanResponse response;
-  QVERIFY(fixture_.Store().UpdatePlan(request, response));
-  stage.Click("save_plan_btn");
-  QTRY_VERIFY(stage.IsConflictShown());
-  name->setText("Night patrol");
-  QVERIFY(!stage.editor->IsDirty());
-  stage.Click("overwrite_btn");
-  QTRY_COMPARE(stage.closed, 2);
-  QCOMPARE(CEditorStage::Stored(code).name, std::string("Night patrol"));
-
   stage.OpenNew(fixture_.Code("Gates"));  // a new plan is worth saving as it comes
-  stage.Click("save_plan_btn");
-  QTRY_COMPARE(Services().Count("AddPlan"), 1);
-  QTRY_COMPARE(stage.closed, 3);
+  QCOMPARE(stage.Grid().CurrentWindow(), 1);
+  stage.Save();
+  QTRY_COMPARE(stage.closed, 2);
+  QCOMPARE(Services().Count("AddPlan"), 1);
 }
 
-void PlanEditorSavingTest::NamesTheMissingRight() {
-  Begin();
-  const QString code = fixture_.Code("Night patrol");
-  CEditorStage stage(fixture_);
-  Services().SetRight(5, false);
-  stage.OpenNew(fixture_.Code("Gates"));
-  stage.Click("save_plan_btn");
-  QCOMPARE(stage.TakeTips(), QStringList("You lack the right to add plans."));
-  stage.Open(code);
-  stage.Find<QLineEdit>("plan_name_edit")->setText("Mine");
-  DeletePlanResquest request;
-  request.plan_index_code = code.toStdString();
-  DeletePlanResponse response;
-  QVERIFY(fixture_.Store().DeletePlan(request, response));
-  stage.Click("save_plan_btn");
-  QTRY_VERIFY(stage.IsConflictShown());
-  QVERIFY(!stage.Find<QWidget>("save_as_new_btn")->isEnabled());
-  QVERIFY(stage.Text("conflict_text").contains("You lack the right to add plans."));
-  Services().SetRight(5, true);
-  stage.Click("save_plan_btn");
-  QTRY_VERIFY(stage.IsConflictShown() && stage.Find<QWidget>("save_as_new_btn")->isEnabled());
-  QVERIFY(!stage.Text("conflict_text").contains("right"));
-  stage.Find<QLineEdit>("plan_name_edit")->setText("Mine too");
-  Services().SetRight(6, false);
-  stage.TakeTips();
-  stage.Click("save_plan_btn");
-  QCOMPARE(stage.TakeTips(), QStringList("You lack the right to edit plans."));
-}
-
-void PlanEditorSavingTest::OtherCallsFailuresAreNotTheLoads() {
+void PlanEditorSavingTest::LoadsWhatItWaitsFor() {
   Begin();
   CEditorStage stage(fixture_);
-  const QModelIndex group = fixture_.Public()->FindIndexByIndexCode(fixture_.Code("Gates"), true);
-  QSignalSpy messages(stage.controller.get(), &CStandardViewController::signalShowMessage);
-  Services().Hold("GetPlanDetail");
-  stage.editor->OpenPlan(fixture_.Code("Night patrol"));
+  Services().Fail("GetPlanDetail", "gone fishing");
+  stage.editor->OpenPlan(patrol_);
+  QVERIFY(!stage.Find<QWidget>("save_plan_btn")->isEnabled());
+  QTRY_COMPARE(stage.Text("conflict_text"), QString("gone fishing"));
+  QVERIFY(!stage.Find<QWidget>("save_plan_btn")->isEnabled());
+  Services().Mend("GetPlanDetail");
+  stage.Click("retry_btn");
+  QTRY_COMPARE(stage.Name().text(), QString("Night patrol"));
+  Services().Hold("GetPlanDetail", TarnTest::CRecordingServices::AfterCall);
+  stage.editor->OpenPlan(patrol_);
   QVERIFY(Services().WaitUntilHeld("GetPlanDetail"));
-  Services().Fail("UpdatePlanGroup", "no such name");
-  stage.controller->UpdatePlanGroupName(group, "Doors");
-  QTRY_COMPARE(messages.size(), 1);
-  QVERIFY(!IsIdle(stage) && !stage.IsConflictShown());
+  stage.editor->OpenPlan(fixture_.Code("Gate overview"));  // the user has thought better of it
   Services().ReleaseAll();
-  QTRY_COMPARE(stage.Find<QLineEdit>("plan_name_edit")->text(), QString("Night patrol"));
-  QVERIFY(IsIdle(stage));
+  QTRY_COMPARE(stage.Name().text(), QString("Gate overview"));
+  CPlanFixture::Drain();
+  stage.editor->OnPlanInfo(Stored(patrol_));
+  QCOMPARE(stage.Name().text(), QString("Gate overview"));
+}
+
+void PlanEditorSavingTest::AsksBeforeChangesAreLost() {
+  Begin();
+  CEditorStage stage(fixture_);
+  stage.Open(patrol_);
+  QTest::keyClick(&stage.Grid(), Qt::Key_Escape);
+  QCOMPARE(stage.closed, 1);
+  QCOMPARE(stage.questions, QStringList());
+  for (const int answer : {0, 2, 1}) {
+    stage.Open(patrol_);
+    stage.Name().setText("Renamed");
+    stage.questions.clear();
+    stage.closed = 0;
+    stage.answer = answer;
+    QTest::keyClick(&stage.Grid(), Qt::Key_Escape);
+    QCOMPARE(stage.questions.size(), 1);
+    QCOMPARE(stage.editor->IsDirty(), answer != 2);
+    QCOMPARE(stage.Name().text(), QString(answer == 2 ? "" : "Renamed"));
+    QTRY_COMPARE(stage.closed, answer == 0 ? 0 : 1);
+    QCOMPARE(fixture_.Code("Renamed").isEmpty(), answer != 1);
+  }
 }
 
 QTEST_MAIN(PlanEditorSavingTest)

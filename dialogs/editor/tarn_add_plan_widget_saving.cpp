@@ -1,0 +1,170 @@
+#include <utility>
+
+#include "MarUIControl/nomal_message.h"
+#include "conflict_bar.h"
+#include "editor_header.h"
+#include "group_chooser.h"
+#include "page_thumbnail.h"
+#include "plan_rules/plan_limits.h"
+#include "plan_rules/rights.h"
+#include "plan_saving.h"
+#include "standard_view_controller.h"
+#include "tarn_add_plan_widget_p.h"
+#include "theme_node_type.h"
+#include "view_config_manager.h"
+
+// How the plan editor saves its plan.
+namespace TarnPlanView {
+
+using MarUIControl::CNomalMessage;
+using view_plugin_protocol::GetPlanDetailResponse;
+
+QString CTarnAddPlanWidget::Private::MissingRight(bool adding) const {
+  const PlanDraft& draft = document.Draft();
+  const bool is_public = !draft.group_code.isEmpty() && draft.family == PublicTheme;
+  const auto right = adding ? view_plugin_protocol::AddRight : view_plugin_protocol::EditRight;
+  if (!is_public || HasRight(right)) {
+    return QString();
+  }
+  return LackOf(right);
+}
+
+QString CTarnAddPlanWidget::Private::FindProblem(bool adding) {
+  if (!controller) {
+    return NotAvailable();
+  }
+  if (document.Draft().FilledWindows() > kMaxFilledWindows) {
+    return CTarnAddPlanWidget::tr("A plan holds at most %1 filled windows. Clear some first.").arg(kMaxFilledWindows);
+  }
+  // First, because without it there are no groups to choose from.
+  const QString missing_right = MissingRight(adding);
+  if (!missing_right.isEmpty()) {
+    return missing_right;
+  }
+  header->Groups()->SetAddMode(adding);
+  return header->FindProblem();
+}
+
+// What the host has changed or dropped is saved at the user's word, even if he has taken back all of his changes.
+bool CTarnAddPlanWidget::Private::HasNothingToSave() const {
+  return !document.PlanCode().empty() && !document.IsDirty() && conflict == SaveConflict::None;
+}
+
+void CTarnAddPlanWidget::Private::SaveIt() {
+  const QString problem = FindProblem(document.PlanCode().empty());
+  if (problem.isEmpty()) {
+    Send();
+  } else {
+    Refuse(problem);
+  }
+}
+
+void CTarnAddPlanWidget::Private::Send() {
+  SetBusy(CTarnAddPlanWidget::tr("Saving..."));
+  conflict_bar->hide();
+  if (!saving->Save(Thumbnail())) {
+    SetBusy(QString());
+  }
+}
+
+// A picture of the live wall that the plan has from elsewhere stays as long as it shows the plan.
+std::string CTarnAddPlanWidget::Private::Thumbnail() const {
+  const bool as_opened = !opened_pages.isEmpty() && document.Draft().pages == opened_pages;
+  if (as_opened || !CViewConfigManager::Instance().SupportThumbnail()) {
+    return std::string();
+  }
+  return PaintThumbnail(document.Draft(), text);
+}
+
+// The document is that plan now.
+void CTarnAddPlanWidget::Private::OnStored(const QString& plan_code, const QString& group_code) {
+  const QPointer<CTarnAddPlanWidget> alive(q);
+  const QString note = std::exchange(copy_note, std::nullopt).value_or(QString());
+  conflict = SaveConflict::None;
+  Q_EMIT q->SignalStored(plan_code, group_code);
+  if (!alive) {
+    return;
+  }
+  if (document.IsDirty()) {
+    OnNotStored(CTarnAddPlanWidget::tr("The plan was saved without the last changes."));
+    return;
+  }
+  SetBusy(QString());
+  if (!note.isEmpty()) {
+    Q_EMIT q->SignalMessageTipNeeded(note, CNomalMessage::Success);
+  }
+  if (alive) {
+    Q_EMIT q->SignalClosed();
+  }
+}
+
+void CTarnAddPlanWidget::Private::OnNotStored(const QString& reason) {
+  SetBusy(QString());
+  if (copy_note) {  // the choice is open again
+    copy_note.reset();
+    header->Groups()->SetAddMode(document.PlanCode().empty());
+    conflict_bar->show();
+  }
+  const QPointer<CTarnAddPlanWidget> alive(q);
+  if (!reason.isEmpty()) {
+    Refuse(reason);
+  }
+  if (alive) {
+    Q_EMIT q->SignalNotStored();
+  }
+}
+
+void CTarnAddPlanWidget::Private::OnConflict(SaveConflict found, const QString& reason,
+                                             const GetPlanDetailResponse& plan) {
+  conflict = found;
+  theirs = plan;
+  OnNotStored(QString());
+  conflict_bar->SetNewRefused(MissingRight(true));
+  if (found == SaveConflict::Deleted) {
+    conflict_bar->ShowDeleted(reason);
+  } else {
+    conflict_bar->ShowChanged(reason);
+  }
+}
+
+void CTarnAddPlanWidget::Private::LoadTheirs() {
+  conflict_bar->hide();
+  conflict = SaveConflict::None;
+  document.TakeOver(std::exchange(theirs, {}));
+  opened_pages = document.Draft().pages;
+  header->FocusName();
+}
+
+void CTarnAddPlanWidget::Private::Overwrite() {
+  TakeTyped();
+  document.AdoptRevision(theirs.revision);
+  SaveIt();
+}
+
+void CTarnAddPlanWidget::Private::SaveAsNew() {
+  TakeTyped();
+  const QString problem = FindProblem(true);
+  if (!problem.isEmpty()) {
+    Refuse(problem);
+    return;
+  }
+  SetBusy(CTarnAddPlanWidget::tr("Saving..."));
+  conflict_bar->hide();
+  const PlanDraft& draft = document.Draft();
+  if (conflict == SaveConflict::Deleted) {
+    copy_note = QString();
+    saving->SaveAsNew(draft.name, draft.auto_run, Thumbnail());
+    return;
+  }
+  // Beside the original it needs another name, and of two plans that are alike only one can run at its time.
+  const QString mark = CTarnAddPlanWidget::tr(" (copy)");
+  const QString name = draft.name.left(view_plugin_protocol::kLongestName - mark.size()) + mark;
+  QString note = CTarnAddPlanWidget::tr("Saved as \"%1\".");
+  if (draft.auto_run) {
+    note = CTarnAddPlanWidget::tr("Saved as \"%1\". Its automatic run is switched off.");
+  }
+  copy_note = note.arg(name);
+  saving->SaveAsNew(name, false, Thumbnail());
+}
+
+}  // namespace TarnPlanView

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+#include "LyraPluginManager/error_kind.h"
+
+namespace TarnPlanView {
+
+/// How one call of the controller ended.
+struct CallAnswer {
+  bool ok = false;
+  QString text;                                         // the code of the plan or group, or why it failed, for the user
+  int32_t kind = view_plugin_protocol::UnknownFailure;  // why it failed, an ErrorKind
+};
+
+}  // namespace TarnPlanView
