@@ -10,8 +10,8 @@ namespace LyraPluginManager {
 /// The host's plan service: plans, groups, default view, users, sharing and observation of changes.
 ///
 /// Every call blocks until the service has an answer and never pumps events. On false the response holds nothing but
-/// `error_info`, a text for the user. Thread: any, several at once. After the host began to close every call
-/// returns false.
+/// its header: a text for the user, and an ErrorKind. Thread: any, several at once. After the host began to close every
+/// call returns false.
 class TARN_HOST_EXPORT CViewBusinessInterfaceMgr : public Wren::Base::CSingleton<CViewBusinessInterfaceMgr> {
  public:
   bool GetPlanGroups(const view_plugin_protocol::GetPlanGroupsRequest& request,
