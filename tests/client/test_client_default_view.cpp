@@ -29,7 +29,7 @@ class ClientDefaultViewTest : public TarnTest::CClientDesk {
   TarnPlanView::CDefaultLoadViewDisplay* Chooser() { return window_->Settings()->DefaultView(); }
   QModelIndex Choice(const QString& name);
   void SaveInSettings(const QString& name);
-  void Store(int type, const std::string& code);
+  void Store(int type, const std::string& code) { QCOMPARE(fixture_.InStore().SetDefaultView(code, type), QString()); }
   QString Progress() const { return window_->findChild<QLabel*>("wall_cycle")->accessibleName(); }
 };
 
@@ -58,48 +58,32 @@ void ClientDefaultViewTest::SaveInSettings(const QString& name) {
   QTRY_VERIFY(!window_->Settings());
 }
 
-void ClientDefaultViewTest::Store(int type, const std::string& code) {
-  view_plugin_protocol::ClienDefaultViewConfigRequest request;
-  request.index_code = code;
-  request.type = type;
-  view_plugin_protocol::ClienDefaultViewConfigReponse response;
-  QVERIFY(fixture_.Store().SetClientViewConfig(request, response));
-}
-
 void ClientDefaultViewTest::OpensAfterARestart_data() {
   QTest::addColumn<QString>("choice");
   QTest::addColumn<QString>("playing");
   QTest::addColumn<QString>("cycle");
-  QTest::addColumn<bool>("deleted");
-  QTest::newRow("public plan") << "Public root plan"
-                               << "Public root plan" << QString() << false;
-  QTest::newRow("own plan") << "Own root plan"
-                            << "Own root plan" << QString() << false;
-  QTest::newRow("public group") << "Public A"
-                                << "Public A plan 2"
-                                << "1 of 4" << false;
-  QTest::newRow("own group") << "Own C"
-                             << "Own C plan 2"
-                             << "1 of 4" << false;
-  QTest::newRow("none") << "No default view" << QString() << QString() << false;
-  QTest::newRow("deleted target") << "Public root plan" << QString() << QString() << true;
+  const auto add = [](const char* row, const char* choice, const char* playing, const char* cycle) {
+    QTest::newRow(row) << choice << playing << cycle;
+  };
+  add("public plan", "Public root plan", "Public root plan", "");
+  add("own plan", "Own root plan", "Own root plan", "");
+  add("public group", "Public A", "Public A plan 2", "1 of 4");
+  add("own group", "Own C", "Own C plan 2", "1 of 4");
+  add("none", "No default view", "", "");
+  add("deleted", "Public root plan", "", "");
 }
 
 void ClientDefaultViewTest::OpensAfterARestart() {
   QFETCH(QString, choice);
   QFETCH(QString, playing);
   QFETCH(QString, cycle);
-  QFETCH(bool, deleted);
   QTemporaryDir folder;
   const QString url = "sqlite:" + folder.filePath("site.sqlite");
   Open({{"create_under_root", 1}}, "operator", url);
   Store(16000, Code("Public B plan 2"));  // what was chosen before
   SaveInSettings(choice);
-  if (deleted) {
-    view_plugin_protocol::DeletePlanResquest request;
-    request.plan_index_code = Code(choice);
-    view_plugin_protocol::DeletePlanResponse response;
-    QVERIFY(fixture_.Store().DeletePlan(request, response));
+  if (QTest::currentDataTag() == QLatin1String("deleted")) {
+    QCOMPARE(fixture_.InStore().DeletePlan(Code(choice)), QString());
   }
   CloseDesk();
 
@@ -177,7 +161,7 @@ void ClientDefaultViewTest::SettingsReadAgainWhenPlansCome() {
   CPlanFixture::Drain();
   fixture_.Services().Mend("GetClientViewConfig");
   QString error;
-  QVERIFY(fixture_.Store().LogIn("operator", &error));  // all plans come anew
+  QVERIFY(fixture_.Store().LogIn("operator", &error));  // all plans come again
   QTRY_COMPARE(Chooser()->GetLocationComboBox()->CurrentText(), QString("Public B"));
   QVERIFY(!window_->Settings()->findChild<QAbstractButton*>("settings_save_btn")->isEnabled());
 }
@@ -190,9 +174,7 @@ void ClientDefaultViewTest::GroupsFollowTheirSwitch() {
   QTRY_VERIFY2(Tip().contains("switched off"), qPrintable(Tip()));
   CPlanFixture::Drain();
   QVERIFY(!Wall().IsPlaying() && Progress().isEmpty());
-  view_plugin_protocol::GetClientDefaultViewConfigResponse stored;
-  QVERIFY(fixture_.Store().GetClientViewConfig({}, stored));
-  QCOMPARE(stored.index_code, Code("Public B"));
+  QCOMPARE(fixture_.InStore().DefaultView(), Code("Public B"));
 }
 
 void ClientDefaultViewTest::SettingsCloseWithTheirUser() {

@@ -15,7 +15,7 @@ class ClientOptionsTest : public QObject {
   void RefusesWithOneLine_data();
   void RefusesWithOneLine();
   void TheWindowFitsTheScreen();
-  void FillsWithTheDemoSiteWhatIsNobodys();
+  void FillsOnlyFilesWithTheDemoSite();
   void ShowsAddressesWithoutPasswords_data();
   void ShowsAddressesWithoutPasswords();
 };
@@ -76,7 +76,7 @@ void ClientOptionsTest::RefusesWithOneLine() {
   QVERIFY2(error.contains(named) && !error.contains('\n') && !error.contains("sesame"), qPrintable(error));
 }
 
-void ClientOptionsTest::FillsWithTheDemoSiteWhatIsNobodys() {
+void ClientOptionsTest::FillsOnlyFilesWithTheDemoSite() {
   QString error;
   const auto fills = [&error](const QStringList& arguments) {
     return ClientOptions::Parse(QStringList("tarn-client") + arguments, &error)->FillsWithDemo();

@@ -32,7 +32,7 @@ class ClientPlanEditorTest : public TarnTest::CClientDesk {
 
  private:
   void Edit(const QString& plan);
-  view_plugin_protocol::UpdatePlanRequest UpdateOf(const QString& plan);
+  view_plugin_protocol::UpdatePlanRequest UpdateOf(const QString& plan) { return TarnTest::Unchanged(Stored(plan)); }
   /// The buttons of the window that are not wholly in it.
   QString ButtonsOutside() const;
   QWidget* Editor() const { return window_->findChild<QWidget*>("add_edit_plan_widget"); }
@@ -58,19 +58,6 @@ void ClientPlanEditorTest::Edit(const QString& plan) {
   window_->Family(family).Panel()->EditPlanByIndex(Row(plan, family));
   QTRY_VERIFY(IsEditing() && Name()->text() == plan);
   QTRY_VERIFY(Name()->hasFocus());
-}
-
-view_plugin_protocol::UpdatePlanRequest ClientPlanEditorTest::UpdateOf(const QString& plan) {
-  const view_plugin_protocol::GetPlanDetailResponse stored = Stored(plan);
-  view_plugin_protocol::UpdatePlanRequest update;
-  update.plan_index_code = stored.index_code;
-  update.plan_name = stored.name;
-  update.index_type = stored.type;
-  update.parent_index_code = stored.group_index_code;
-  update.parent_name = stored.group_name;
-  update.pages = stored.pages;
-  update.revision = stored.revision;
-  return update;
 }
 
 QString ClientPlanEditorTest::ButtonsOutside() const {
@@ -105,18 +92,12 @@ void ClientPlanEditorTest::KeysMeanThePlanThatIsEdited() {
   QCOMPARE(Wall().PlanName(), QString("Public A plan 2"));
 }
 
-// Two ways to save one plan at a time would make the user's own save a conflict with himself.
+// Two ways to save one plan at a time would make the user's own save a conflict with itself.
 void ClientPlanEditorTest::WallSavesAndPlaysWhatTheEditorLeaves() {
   Open();
-  view_plugin_protocol::UpdatePlanRequest pages;
-  pages.plan_index_code = Code("Public A plan 2");
-  pages.plan_name = "Public A plan 2";
-  pages.pages = Stored("Public A plan 2").pages;
-  pages.pages.push_back(pages.pages.front());
-  pages.pages.back().page_no = 2;
-  pages.pages.back().windows.clear();
-  view_plugin_protocol::UpdatePlanResponse ignored;
-  QVERIFY(fixture_.Store().UpdatePlan(pages, ignored));
+  auto pages = UpdateOf("Public A plan 2");
+  pages.pages.push_back(TarnTest::CameraPage(2, 1, {}));
+  QCOMPARE(fixture_.InStore().Update(pages), QString());
   Play("Public A plan 2");
   Wall().Turn(1);
   QTest::keyClick(&Wall(), Qt::Key_Space);
@@ -236,8 +217,7 @@ void ClientPlanEditorTest::WallTakesTheNewestVersion() {
   services.Hold("GetPlanDetail", TarnTest::CRecordingServices::AfterCall);
   window_->Family(0).Controller()->UpdatePlanParam(UpdateOf("Public A plan 2"), "Public A plan 2");
   QVERIFY(services.WaitUntilHeld("GetPlanDetail"));
-  view_plugin_protocol::UpdatePlanResponse ignored;
-  QVERIFY(fixture_.Store().UpdatePlan(UpdateOf("Public A plan 2"), ignored));
+  QCOMPARE(fixture_.InStore().Update(UpdateOf("Public A plan 2")), QString());
   Wall().Play(Stored("Public A plan 2"));
   services.ReleaseAll();
   TarnTest::CPlanFixture::Drain();

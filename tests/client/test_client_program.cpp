@@ -10,6 +10,7 @@
 #include "TarnHost/plan_site.h"
 #include "TarnHost/plan_store.h"
 #include "client_run.h"
+#include "plan_calls.h"
 
 using TarnHost::CPlanStore;
 using TarnHost::PlanSite;
@@ -17,41 +18,25 @@ using TarnTest::CClientRun;
 
 namespace {
 
-view_plugin_protocol::PlanPage Page(int number, int dwell, std::initializer_list<int> windows) {
-  view_plugin_protocol::PlanPage page;
-  page.page_no = number;
-  page.split_type = 2;
-  page.dwell_seconds = dwell;
-  for (const int number_of_window : windows) {
-    view_plugin_protocol::PlanWindow window;
-    window.window_no = number_of_window;
-    window.content_kind = 1;
-    window.resource_code = "#" + std::to_string(number_of_window - 1);
-    page.windows.push_back(window);
-  }
-  return page;
-}
-
+const char kPlan[] = "Round \"\u95e8\"";
 constexpr int kLogMs = 20000;    // for a program to start and say so
 constexpr int kLongestRun = 32;  // seconds
-constexpr int kSharedRunS = 20;  // the first of two clients still runs when the second has been started
 
 // A small site: two public groups below each other, an own group, and a plan whose first page stays for a second.
 PlanSite Site() {
   PlanSite site;
   site.users = {{"operator", {5, 6, 7}}, {"guard", {}}};
   site.regions = {{"Yard", -1}};
-  for (const char* name : {"Gate", "Door", "Roof", "Hall"}) {
-    PlanSite::Camera camera;
-    camera.name = name;
-    camera.region = 0;
-    site.cameras.push_back(camera);
+  site.cameras.resize(4);
+  for (const auto& [place, name] : {std::pair(0, "Gate"), {1, "Door"}, {2, "Roof"}, {3, "Hall"}}) {
+    site.cameras[place].name = name;
+    site.cameras[place].region = 0;
   }
   site.groups = {{"Outer", -1, 0, -1}, {"Inner", 0, 0, -1}, {"Mine", -1, 1, 0}};
   PlanSite::Plan plan;
-  plan.name = "Round \"\u95e8\"";
+  plan.name = kPlan;
   plan.group = 1;
-  plan.pages = {Page(1, 1, {1, 2, 3}), Page(2, 600, {4})};
+  plan.pages = {TarnTest::CameraPage(1, 2, {"#0", "#1", "#2"}, 1), TarnTest::CameraPage(2, 2, {"#3"}, 600)};
   site.plans.push_back(plan);
   return site;
 }
@@ -70,10 +55,9 @@ class ClientProgramTest : public QObject {
   void RefusesWithOneLineAndCode2_data();
   void RefusesWithOneLineAndCode2();
   void ShowsNoPasswordInTheListOfProcesses();
+  void PlaysAndTurnsThePage_data();
   void PlaysAndTurnsThePage();
-  void OpensTheDefaultViewAtTheNextStart();
   void ShowsAWaitPageDuringTheDownload();
-  void TwoClientsOnOneStoreFollowAChange();
   void HelpNeedsNoDisplay();
   void SaysWhatTheMachineLacks_data();
   void SaysWhatTheMachineLacks();
@@ -153,7 +137,7 @@ void ClientProgramTest::RefusesWithOneLineAndCode2_data() {
   QTest::addColumn<QStringList>("arguments");
   QTest::addColumn<QString>("named");
   QTest::newRow("option") << QStringList{"--bogus"} << "bogus";
-  QTest::newRow("user") << QStringList{"--user", "nobody"} << "nobody";
+  QTest::newRow("user") << QStringList{"--user", "stranger"} << "stranger";
   QTest::newRow("plan") << QStringList{"--play", "No such plan"} << "No such plan";
   QTest::newRow("switch") << QStringList{"--set", "foo=1"} << "foo";
   QTest::newRow("store") << QStringList{"--store", "sqlite:/dev/null/x.sqlite"} << "/dev/null/x.sqlite";
@@ -198,13 +182,25 @@ void ClientProgramTest::ShowsNoPasswordInTheListOfProcesses() {
   QVERIFY2(!(run.Errors() + run.Log()).contains("sesame"), qPrintable(run.Log()));
 }
 
+void ClientProgramTest::PlaysAndTurnsThePage_data() {
+  QTest::addColumn<QStringList>("asked");
+  QTest::newRow("what the command line names") << QStringList{"--play", kPlan};
+  QTest::newRow("the default view") << QStringList();
+}
+
 void ClientProgramTest::PlaysAndTurnsThePage() {
+  QFETCH(QStringList, asked);
+  if (asked.isEmpty()) {
+    const auto store = OpenStore();
+    QTRY_VERIFY(store->IsViewResourceDownFinish());
+    QCOMPARE(TarnTest::CPlanCalls(*store).SetDefaultView(store->FindPlanByName(kPlan), 16000), QString());
+  }
   // On a busy machine the second page may have come just now.
-  const QJsonObject state = StateAfter(3, Quiet({"--play", "Round \"\u95e8\""}), [](const QJsonObject& now) {
+  const QJsonObject state = StateAfter(3, Quiet(asked), [](const QJsonObject& now) {
     const QJsonObject first = now.value("windows").toArray().first().toObject();
     return now.value("page").toInt() == 2 && first.value("frames").toInt() >= 5;
   });
-  QCOMPARE(state.value("playing").toString(), QString("Round \"\u95e8\""));
+  QCOMPARE(state.value("playing").toString(), QString(kPlan));
   QCOMPARE(state.value("page").toInt(), 2);
   const QJsonArray windows = state.value("windows").toArray();
   QCOMPARE(windows.size(), 1);  // the three cameras of the first page are gone
@@ -212,25 +208,6 @@ void ClientProgramTest::PlaysAndTurnsThePage() {
   QCOMPARE(window.value("camera").toString(), QString("Hall"));
   QCOMPARE(window.value("state").toString(), QString("live"));
   QVERIFY2(window.value("frames").toInt() >= 5, qPrintable(QString::number(window.value("frames").toInt())));
-}
-
-void ClientProgramTest::OpensTheDefaultViewAtTheNextStart() {
-  auto store = OpenStore();
-  QTRY_VERIFY(store->IsViewResourceDownFinish());
-  view_plugin_protocol::ClienDefaultViewConfigRequest choice;
-  choice.index_code = store->FindPlanByName("Round \"\u95e8\"");
-  choice.type = 16000;
-  view_plugin_protocol::ClienDefaultViewConfigReponse response;
-  QVERIFY(store->SetClientViewConfig(choice, response));
-  store.reset();
-  for (int start = 0; start < 2; ++start) {
-    const QJsonObject state =
-        StateAfter(3, Quiet({}), [](const QJsonObject& now) { return !now.value("playing").toString().isEmpty(); });
-    QCOMPARE(state.value("playing").toString(), QString("Round \"\u95e8\""));
-  }
-  CClientRun other(home_->path(), Quiet({"--user", "guard", "--quit-after", "2"}));
-  VerifyQuietEnd(other);
-  QCOMPARE(other.State().value("playing").toString("?"), QString());
 }
 
 void ClientProgramTest::ShowsAWaitPageDuringTheDownload() {
@@ -244,33 +221,8 @@ void ClientProgramTest::ShowsAWaitPageDuringTheDownload() {
   QCOMPARE(PublicRows(late), 2);  // the root and, expanded, its group
 }
 
-void ClientProgramTest::TwoClientsOnOneStoreFollowAChange() {
-  const QStringList arguments = Quiet({"--set", "load_all=1", "--quit-after", QString::number(kSharedRunS)});
-  CClientRun first(home_->path(), arguments), second(home_->path(), arguments);
-  for (const CClientRun* run : {&first, &second}) {
-    QTRY_VERIFY_WITH_TIMEOUT(run->Log().contains("Is Load All."), kLogMs);
-  }
-  const std::shared_ptr<CPlanStore> store = OpenStore();
-  QTRY_VERIFY(store->IsViewResourceDownFinish());
-  view_plugin_protocol::GetPlanGroupsRequest top;
-  top.parent_index_code = "-1";
-  view_plugin_protocol::GetPlanGroupsResponse groups;
-  QVERIFY(store->GetPlanGroups(top, groups));
-  view_plugin_protocol::AddPlanRequest request;
-  request.plan_name = "Added elsewhere";
-  request.parent_index_code = groups.groups.first().index_code;
-  request.pages = {Page(1, 10, {1})};
-  view_plugin_protocol::AddPlanResponse added;
-  QVERIFY(store->AddPlan(request, added));
-  for (CClientRun* run : {&first, &second}) {
-    VerifyQuietEnd(*run);
-    // Root, two groups, the plan of the site and the new one.
-    QCOMPARE(PublicRows(run->State()), 5);
-  }
-}
-
 void ClientProgramTest::EndsInOrderWhenAskedToGo() {
-  CClientRun run(home_->path(), Quiet({"--play", "Round \"\u95e8\""}));
+  CClientRun run(home_->path(), Quiet({"--play", kPlan}));
   QTRY_VERIFY_WITH_TIMEOUT(run.Log().contains("InitRootItem"), kLogMs);
   run.Terminate();
   VerifyQuietEnd(run, 0);

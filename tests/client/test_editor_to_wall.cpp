@@ -69,7 +69,7 @@ std::list<PlanWindow> Named(const QString& name) {
   return name.isEmpty() ? std::list<PlanWindow>() : std::list<PlanWindow>{window};
 }
 
-/// Plays plans and tells page by page what is to be seen.
+/// Plays plans and says page by page what is to be seen.
 class Wall {
  public:
   Wall() : wall_([this](const PlanWindow& window) { return std::make_unique<AskedSource>(window, &asked_); }) {

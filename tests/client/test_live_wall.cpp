@@ -74,6 +74,18 @@ GetPlanDetailResponse Plan(const char* name, const std::list<PlanPage>& pages) {
   return plan;
 }
 
+/// A wall's clock whose times are moved by hand: it shows the first of two pages of 15 s, in a turn of 20 s.
+struct Clocks {
+  Clocks() {
+    clock.BeginPlan({15, 15});
+    clock.BeginPage(0);
+    clock.BeginTurn(20);
+  }
+  CHandClock* page = new CHandClock;
+  CHandClock* turn = new CHandClock;
+  CWallClock clock{std::unique_ptr<CHandClock>(page), std::unique_ptr<CHandClock>(turn)};
+};
+
 }  // namespace
 
 class LiveWallTest : public QObject {
@@ -82,7 +94,7 @@ class LiveWallTest : public QObject {
  private Q_SLOTS:
   void init();
   void cleanup();
-  void ShowsEverySplit();
+  void PlaysAndStops();
   void TurnsByDwellAndLeavesNothingBehind();
   void KeysTurnHoldAndStop();
   void FindsThePageAfterAChange_data();
@@ -134,26 +146,22 @@ int LiveWallTest::VisibleWindows() const {
   return visible;
 }
 
-void LiveWallTest::ShowsEverySplit() {
+void LiveWallTest::PlaysAndStops() {
   QSignalSpy changed(wall_.get(), &CLiveWall::SignalPlanChanged);
-  const QMap<int, int> windows{{1, 1}, {2, 4}, {4, 9}, {8, 16}};
-  for (auto split = windows.begin(); split != windows.end(); ++split) {
-    wall_->Play(Plan("p", {Page(1, split.key(), 5, {"a"}, split.value())}));
-    QCOMPARE(VisibleWindows(), split.value());
-    QCOMPARE(Cameras(), QStringList{"a"});
-    QCOMPARE(g_running, 1);
-  }
-  QCOMPARE(changed.size(), 4);
+  wall_->Play(Plan("p", {Page(1, 2, 5, {"a"}, 4)}));
+  QCOMPARE(VisibleWindows(), 4);
+  QCOMPARE(Cameras(), QStringList{"a"});
+  QCOMPARE(g_running, 1);
+  QCOMPARE(changed.size(), 1);
   QCOMPARE(wall_->PageNumber(), 1);
   wall_->Stop();
   wall_->Stop();
-  QCOMPARE(changed.size(), 5);
+  QCOMPARE(changed.size(), 2);
   QCOMPARE(VisibleWindows(), 0);
   QVERIFY(wall_->PlanName().isEmpty() && wall_->PlanCode().isEmpty() && wall_->PageNumber() == 0);
 }
 
 void LiveWallTest::TurnsByDwellAndLeavesNothingBehind() {
-  // Pages come in the order of their numbers; a dwell of 0 still leaves a second to look.
   QElapsedTimer clock;
   clock.start();
   wall_->Play(Plan("p", {Page(2, 2, 0, {"", "c"}), Page(1, 2, 1, {"a", "b", "d", "e"})}));
@@ -174,11 +182,6 @@ void LiveWallTest::KeysTurnHoldAndStop() {
   QTest::keyClick(wall_.get(), Qt::Key_Left);
   QCOMPARE(wall_->PageNumber(), 3);
   QTest::keyClick(wall_.get(), Qt::Key_Right);
-  QCOMPARE(wall_->PageNumber(), 1);
-  // Held: the page's second passes and it stays. A second one goes by on another wall to prove it.
-  CLiveWall other(&CTestPictureSource::Make);
-  other.Play(Plan("q", {Page(1, 1, 1, {"a"}), Page(2, 1, 60, {"b"})}));
-  QTRY_COMPARE(other.PageNumber(), 2);
   QCOMPARE(wall_->PageNumber(), 1);
   QTest::mouseClick(pause, Qt::LeftButton);
   QVERIFY(pause->accessibleName() != held);
@@ -281,13 +284,9 @@ void LiveWallTest::TurnsOfACycle() {
 
 // Otherwise a tour's first page would flash up while its next plan is being fetched.
 void LiveWallTest::NoPageBeginsJustBeforeTheNextPlan() {
-  auto* page = new CHandClock;
-  auto* turn = new CHandClock;
-  CWallClock clock{std::unique_ptr<CHandClock>(page), std::unique_ptr<CHandClock>(turn)};
+  Clocks clocks;
+  auto& [page, turn, clock] = clocks;
   QSignalSpy pages(&clock, &CWallClock::SignalPageOver), turns(&clock, &CWallClock::SignalTurnOver);
-  clock.BeginPlan({15, 15});
-  clock.BeginPage(0);
-  clock.BeginTurn(20);
   QCOMPARE(turn->Seconds(), 30);
   turn->SetMsLeft(15004);
   page->EndTurn();
@@ -309,17 +308,14 @@ void LiveWallTest::NoPageBeginsJustBeforeTheNextPlan() {
   QVERIFY(pages.size() == 2 && page->Seconds() == 1);
 }
 
-// Whoever saves the plan that is on does not take its turn away.
+// A save of the plan that is on does not take its turn away.
 void LiveWallTest::AChangedPlanKeepsItsTurn() {
-  auto* page = new CHandClock;
-  auto* turn = new CHandClock;
-  CWallClock clock{std::unique_ptr<CHandClock>(page), std::unique_ptr<CHandClock>(turn)};
-  clock.BeginPlan({15, 15});
-  clock.BeginPage(0);
-  clock.BeginTurn(20);
+  Clocks clocks;
+  auto& [page, turn, clock] = clocks;
   page->SetMsLeft(10000);
   turn->SetMsLeft(25000);
   clock.SetHeld(true);
+  QVERIFY(page->IsPaused() && turn->IsPaused());
   clock.ChangePlan({15, 15}, 0, 0);
   QVERIFY(page->Seconds() == 10 && turn->Seconds() == 25);
   clock.ChangePlan({15, 15, 20}, 0, 0);  // a page more

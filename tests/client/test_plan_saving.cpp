@@ -24,28 +24,14 @@ class PlanSavingTest : public TarnTest::CClientDesk {
  private Q_SLOTS:
   void ControlSaysWhatCanBeSaved();
   void SavingOverAPlanKeepsWhatTheWallDoesNotShow();
-  void SavesOnceWhateverElseIsTold();
+  void SavesOnceWhateverElseIsSaid();
   void RefusesToSaveOverAnotherUsersPages();
   void SavesTheWallAsANewPlan();
 
  private:
-  void Update(const UpdatePlanRequest& request);
-  UpdatePlanRequest RequestOf(const GetPlanDetailResponse& plan) const;
+  void Update(const UpdatePlanRequest& request) { QCOMPARE(fixture_.InStore().Update(request), QString()); }
   QToolButton* Button(const char* name) const { return window_->findChild<QToolButton*>(name); }
 };
-
-UpdatePlanRequest PlanSavingTest::RequestOf(const GetPlanDetailResponse& plan) const {
-  UpdatePlanRequest request;
-  request.plan_index_code = plan.index_code;
-  request.plan_name = plan.name;
-  request.pages = plan.pages;
-  return request;
-}
-
-void PlanSavingTest::Update(const UpdatePlanRequest& request) {
-  view_plugin_protocol::UpdatePlanResponse response;
-  QVERIFY2(fixture_.Store().UpdatePlan(request, response), response.error_info.c_str());
-}
 
 void PlanSavingTest::ControlSaysWhatCanBeSaved() {
   Open();
@@ -74,7 +60,8 @@ void PlanSavingTest::ControlSaysWhatCanBeSaved() {
 
 void PlanSavingTest::SavingOverAPlanKeepsWhatTheWallDoesNotShow() {
   Open({{"load_all", 1}, {"timed_play", 1}});
-  UpdatePlanRequest rich = RequestOf(Stored("Public A plan 2"));
+  UpdatePlanRequest rich = TarnTest::Unchanged(Stored("Public A plan 2"));
+  rich.revision = 0;
   rich.auto_play = true;
   rich.begin_time = "02:00:00";
   rich.end_time = "02:30:00";
@@ -113,7 +100,7 @@ void PlanSavingTest::SavingOverAPlanKeepsWhatTheWallDoesNotShow() {
 }
 
 // A message about something else does not mean that the save has ended: the plan would be sent twice with one revision.
-void PlanSavingTest::SavesOnceWhateverElseIsTold() {
+void PlanSavingTest::SavesOnceWhateverElseIsSaid() {
   Open({{"load_all", 1}, {"thumbnail", 0}});
   auto& services = fixture_.Services();
   Play("Public A plan 2");
@@ -142,7 +129,7 @@ void PlanSavingTest::SavesOnceWhateverElseIsTold() {
 void PlanSavingTest::RefusesToSaveOverAnotherUsersPages() {
   Open();
   Play("Public A plan 2");
-  UpdatePlanRequest changed = RequestOf(Stored("Public A plan 2"));
+  UpdatePlanRequest changed = TarnTest::Unchanged(Stored("Public A plan 2"));
   changed.pages.front().windows.front().preset_no = 7;
   Update(changed);
   const auto revision = Stored("Public A plan 2").revision;

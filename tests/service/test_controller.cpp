@@ -55,7 +55,6 @@ class ControllerTest : public CPlanTest {
   void WindowLimit_data();
   void WindowLimit();
   void Expand();
-  void ExpandUnderRootAsksForPlansWhenTheyMayStandThere();
   void ExpandWhenEverythingIsLoaded();
   void ExpandOddRows();
   void ExpandFailures();
@@ -320,13 +319,6 @@ void ControllerTest::Expand() {
   QVERIFY(Services().Calls().empty());
   Q_EMIT fixture_.Public()->SignalFinshCreateRootPlan();
   QCOMPARE(Said(), QStringList("roots"));
-}
-
-void ControllerTest::ExpandUnderRootAsksForPlansWhenTheyMayStandThere() {
-  Start({{"create_under_root", 1}});
-  controller_->OnExpandViewTreeItem(Root());
-  QCOMPARE(Said(), QStringList({"loaded -1 1", "list Plans 2 1"}));
-  QCOMPARE(Sent<GetPlansInGroupRequest>().group_index_code, std::string("-1"));
 }
 
 void ControllerTest::ExpandWhenEverythingIsLoaded() {

@@ -43,10 +43,10 @@ class StaleAnswersTest : public CPlanTest {
   void ControllerDies_data();
   void ControllerDies();
   void ASlotEndsTheController();
-  void ManySlowRequestsInAnyOrder();
   void ChangesOfOneRowKeepTheirOrder();
   void OwnAnswerAfterANewerNotice_data();
   void OwnAnswerAfterANewerNotice();
+  void OwnAnswerAfterItsGroupHasGone();
   void ANoticeIsFollowedWhenTheHostAnswers();
   void ChangesUnderEveryRootOutlastANotice_data();
   void ChangesUnderEveryRootOutlastANotice();
@@ -250,22 +250,6 @@ void StaleAnswersTest::ControllerDies() {
   QCOMPARE(Outline(fixture_.Public()), before);  // and no row came of it
 }
 
-void StaleAnswersTest::ManySlowRequestsInAnyOrder() {
-  Services().Hold("AddPlanGroup");
-  for (int i = 0; i < 6; ++i) {
-    controller_->AddPlanGroupByIndexName(GroupRow("A1"), QString("slow %1").arg(i));
-  }
-  QVERIFY(Services().WaitUntilHeld("AddPlanGroup", 6));
-  Expand(GroupRow("A1"));  // meanwhile the group is opened
-  AnswerAll();
-  QStringList rows;
-  for (int row = 0; row < fixture_.Public()->rowCount(GroupRow("A1")); ++row) {
-    rows << fixture_.Public()->index(row, 0, GroupRow("A1")).data().toString();
-  }
-  std::sort(rows.begin(), rows.begin() + 6);  // groups first, in the order of their answers
-  QCOMPARE(rows, QStringList({"slow 0", "slow 1", "slow 2", "slow 3", "slow 4", "slow 5", "A1 plan 2", "A1 plan 10"}));
-}
-
 void StaleAnswersTest::ChangesOfOneRowKeepTheirOrder() {
   CStandardViewController other(fixture_.Public());
   Services().Hold("UpdatePlanGroup");
@@ -327,6 +311,17 @@ void StaleAnswersTest::OwnAnswerAfterANewerNotice() {
   }
   QTRY_COMPARE(Outline(fixture_.Public()),
                QString("Plans(Public A(A1),their name(Public B plan 2,Public B plan 10,their place))"));
+}
+
+void StaleAnswersTest::OwnAnswerAfterItsGroupHasGone() {
+  Expand(GroupRow("Public B"));
+  const QString group = fixture_.Code("Public B"), plan = fixture_.Code("Public B plan 2");
+  AskAndHold("UpdatePlan", AfterCall, [&] { controller_->UpdatePlanParam(ChangedPlan(plan, "saved", group), ""); });
+  QCOMPARE(fixture_.InStore().DeleteGroup(group), QString());
+  Manager().OnViewGroupNameChanged(fixture_.Code("A1"),
+                                   "A1");  // a notice of something else, the group's is still to come
+  AnswerAll();
+  QVERIFY(!fixture_.Public()->FindItemByIndexCode(plan, false));
 }
 
 void StaleAnswersTest::ANoticeIsFollowedWhenTheHostAnswers() {
