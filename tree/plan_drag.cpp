@@ -66,7 +66,7 @@ QString CPlanDrag::PayloadFormat() {
 }
 
 void CPlanDrag::ShowMoveCursor(const QString& path) {
-  if (move_cursor_ != path) {  // asked at each move, and drawn anew each time
+  if (move_cursor_ != path) {  // asked at each move, and each time drawn again
     move_cursor_ = path;
     SetCursorPicture(path, Qt::MoveAction);
   }

@@ -22,7 +22,7 @@ class CPopupMenu;
 namespace TarnPlanView {
 
 /// Tree of plan groups and plans: levels of rows, "more" button on hover, popup menu, drags to the live wall and within
-/// the tree. It only asks: what a command or a drop means is decided by whoever listens.
+/// the tree. It only asks: what a command or a drop means is decided by its receivers.
 ///
 /// Keys: Return or Enter plays a plan row and expands a group row, F2 edits, Delete deletes, Menu and Shift+F10 open
 /// the menu at the current row. Thread: GUI.

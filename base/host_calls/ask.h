@@ -16,7 +16,7 @@
 
 namespace HostCalls {
 
-/// A question to the host that is put off the GUI thread; made by Ask(), sent by Then().
+/// A question to the host, asked on a thread of the pool; made by Ask(), sent by Then().
 ///
 /// `task` carries plain values only. Thread: that of the context, which is the one that sends it.
 template <class Task>
@@ -31,23 +31,24 @@ class CQuestion {
     pool_ = &pool;
     return *this;
   }
-  /// The answer is of interest while the scope is neither dropped nor dead.
+  /// Not answered when the scope is dropped or destroyed before.
   CQuestion& Within(CCallScope& scope) {
     scope_ = &scope;
     return *this;
   }
-  /// The same, and the answers of the scope's calls before this one are of interest no more.
+  /// The same, and the scope's calls before this one are not answered any more.
   CQuestion& Replacing(CCallScope& scope) {
     scope.Drop();
     return Within(scope);
   }
-  /// After the calls that were asked for before with this order and key; their answers keep that order, too.
+  /// Runs after the earlier calls of this order and key; the answers keep that order, too.
   CQuestion& InOrder(CCallOrder& order, const std::string& key) {
     order_ = &order;
     key_ = key;
     return *this;
   }
-  /// For answers that are a Result: the host is not called when the user has been switched until the call has its turn.
+  /// For tasks that answer a Result. When the user is switched before the call has its turn, the host is not called,
+  /// and the answer says so.
   CQuestion& AsCurrentUser() {
     Task task = std::move(task_);
     guarded_ = [task = std::move(task), check = CheckOfUser()]() mutable {
@@ -62,8 +63,8 @@ class CQuestion {
     return *this;
   }
 
-  /// Sends the question and hands its answer to `done` on the thread of `context`, later. A context that dies before
-  /// gets no answer; the task is run nevertheless.
+  /// Sends the question and calls `done` with the answer, later and on the thread of `context`. When the context is
+  /// destroyed before, `done` is not called; the task runs all the same.
   template <class Done>
   void Then(QObject* context, Done done) {
     auto* watcher = new QFutureWatcher<Answer>(context);

@@ -11,9 +11,9 @@
 namespace HostCalls {
 
 /// Runs tasks of one key one after the other, in the order in which they came, and those of different keys side by
-/// side. Waiting tasks hold no thread.
+/// side. Tasks that wait take no thread.
 ///
-/// A task must not throw. What has come is run even when the order is forgotten meanwhile. Thread: any.
+/// A task must not throw. Tasks that wait are run even when the order is destroyed meanwhile. Thread: any.
 class CCallOrder {
  public:
   /// Whether a task of this key runs or waits.

@@ -7,13 +7,14 @@ namespace HostCalls {
 
 /// Which calls under way their owner still wants answered.
 ///
-/// A call made with Ask(...).Within(scope) is answered unless the scope was dropped or has died since; one made with
+/// A call made with Ask(...).Within(scope) is answered unless the scope was dropped or destroyed since; one made with
 /// Replacing(scope) drops the older ones first, so that only the newest is answered. Thread: that of its owner.
 class CCallScope {
  public:
   /// What one call keeps of its scope. Thread: any.
   class Ticket {
    public:
+    /// Whether the scope was dropped since.
     bool IsDropped() const { return *dropped_; }
 
    private:

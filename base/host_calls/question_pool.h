@@ -4,7 +4,8 @@ class QThreadPool;
 
 namespace HostCalls {
 
-/// Two threads for what is only asked to offer a choice: a host that is slow to answer holds up no load and no save.
+/// Two threads for questions that only fill lists of choices: loads and saves do not wait behind them when the host is
+/// slow to answer.
 /// Thread: GUI.
 QThreadPool& QuestionPool();
 

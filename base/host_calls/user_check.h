@@ -7,9 +7,9 @@
 
 namespace HostCalls {
 
-/// For a call that is asked for now on behalf of the current user: a question to be put right before it is made, on
-/// any thread. Answers why it may not be made any more, or nothing: no call runs in the name of the next user, nor when
-/// the host cannot say who that is. Thread: GUI.
+/// Remembers the current user for a call that is made later. The function, called on any thread right before the call,
+/// answers why it must not be made any more, or nothing: no call runs in the name of another user, nor when the host
+/// cannot say who the user is. Thread: GUI.
 std::function<std::optional<view_plugin_protocol::ResponseHeader>()> CheckOfUser();
 
 }  // namespace HostCalls

@@ -3,7 +3,7 @@
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "plan_rules/plan_limits.h"
 
-// What a window of a plan holds: the one answer for whoever shows, edits, counts or saves plans. Thread: any.
+// What a window of a plan holds: the one answer for all that show, edit, count or save plans. Thread: any.
 namespace view_plugin_protocol {
 
 /// The kinds that a window's record can name.

@@ -9,6 +9,7 @@ namespace LyraPluginManager {
 /// The host's live-view service. Thread: any; blocks until there is an answer.
 class TARN_HOST_EXPORT CPreviewBusinessInterfaceMgr : public Wren::Base::CSingleton<CPreviewBusinessInterfaceMgr> {
  public:
+  /// The streams that a camera offers.
   bool GetStreamAbility(const play_plugin_protocol::GetStreamAbiRequest& request,
                         play_plugin_protocol::GetStreamAbiResponse& response);
 

@@ -9,6 +9,7 @@ namespace LyraPluginManager {
 /// The host's camera control service. Thread: any; blocks until there is an answer.
 class TARN_HOST_EXPORT CPTZBusinessInterfaceMgr : public Wren::Base::CSingleton<CPTZBusinessInterfaceMgr> {
  public:
+  /// The positions stored for a camera.
   bool GetPresets(const ptz_plugin_protocol::GetPresetRequest& request,
                   ptz_plugin_protocol::GetPresetResponse& response);
 

@@ -14,17 +14,25 @@ namespace LyraPluginManager {
 /// call returns false.
 class TARN_HOST_EXPORT CViewBusinessInterfaceMgr : public Wren::Base::CSingleton<CViewBusinessInterfaceMgr> {
  public:
+  /// The groups that stand directly below a group or a root; "root" answers the one above all.
   bool GetPlanGroups(const view_plugin_protocol::GetPlanGroupsRequest& request,
                      view_plugin_protocol::GetPlanGroupsResponse& response);
+  /// The plans that stand directly in a group or below a root, without their pages.
   bool GetPlansInGroup(const view_plugin_protocol::GetPlansInGroupRequest& request,
                        view_plugin_protocol::GetPlansInGroupResponse& response);
+  /// The answer carries the new group's code.
   bool AddPlanGroup(const view_plugin_protocol::AddPlanGroupRequest& request,
                     view_plugin_protocol::AddPlanGroupResponse& response);
+  /// Renames a group; it cannot be moved.
   bool UpdatePlanGroup(const view_plugin_protocol::UpdatePlanGroupRequest& request,
                        view_plugin_protocol::UpdatePlanGroupResponse& response);
+  /// With everything below it, or refused when it is not empty, as the service is configured.
   bool DeletePlanGroup(const view_plugin_protocol::DeletePlanGroupRequest& request,
                        view_plugin_protocol::DeletePlanGroupResponse& response);
+  /// The service records creator and time; the answer carries the new plan's code.
   bool AddPlan(const view_plugin_protocol::AddPlanRequest& request, view_plugin_protocol::AddPlanResponse& response);
+  /// Replaces all of a plan, its group too: for a change of one thing fetch the plan first. A revision makes it fail
+  /// when the plan was changed since.
   bool UpdatePlan(const view_plugin_protocol::UpdatePlanRequest& request,
                   view_plugin_protocol::UpdatePlanResponse& response);
   bool DeletePlan(const view_plugin_protocol::DeletePlanResquest& request,
@@ -32,24 +40,31 @@ class TARN_HOST_EXPORT CViewBusinessInterfaceMgr : public Wren::Base::CSingleton
   /// With query kind 1 the answer is the automatic plan; when there is none the error text is "NoAutoRunPlan".
   bool GetPlanDetail(const view_plugin_protocol::GetPlanDetailRequest& request,
                      view_plugin_protocol::GetPlanDetailResponse& response);
+  /// Records that a plan was played.
   bool AddPlanLog(const view_plugin_protocol::AddPlanLogRequestParam& request,
                   view_plugin_protocol::AddPlanLogResponseParam& response);
+  /// Plans whose name holds the text, upper and lower case alike. Scope: 0 public plans, 1 the user's own.
   bool SearchPlan(const view_plugin_protocol::SearchPlanRequest& request,
                   view_plugin_protocol::SearchPlanResponse& response);
+  /// The user's default view; "-3" for none.
   bool GetClientViewConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request,
                            view_plugin_protocol::GetClientDefaultViewConfigResponse& response);
   bool SetClientViewConfig(const view_plugin_protocol::ClienDefaultViewConfigRequest& request,
                            view_plugin_protocol::ClienDefaultViewConfigReponse& response);
+  /// The feature switches.
   bool GetPlanConfig(const view_plugin_protocol::GetPlanConfigRequest& request,
                      view_plugin_protocol::GetPlanConfigResponse& response);
   bool GetCurrentUser(const view_plugin_protocol::GetCurrentUserRequest& request,
                       view_plugin_protocol::GetCurrentUserResponse& response);
   bool GetAllUserInfo(const view_plugin_protocol::UserRequestInfo& request,
                       view_plugin_protocol::UserResponseInfo& response);
+  /// Gives each of these users a copy of the plan.
   bool ViewShareUsers(const view_plugin_protocol::ViewShareResquestInfo& request,
                       view_plugin_protocol::ShareViewResponseInfo& response);
+  /// Whether all groups are in memory.
   bool IsInitViewGroupFinish(const view_plugin_protocol::ClienInitViewDataRequest& request,
                              view_plugin_protocol::ClienInitViewDataResponse& response);
+  /// Whether all plans are in memory.
   bool IsInitViewFinish(const view_plugin_protocol::ClienInitViewDataRequest& request,
                         view_plugin_protocol::ClienInitViewDataResponse& response);
   /// Whether the plan data is complete in memory.

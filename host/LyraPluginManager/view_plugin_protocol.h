@@ -7,8 +7,9 @@
 #include <string>
 #include <vector>
 
-// Records of the plan service. Strings are UTF-8. A response beyond its header is meaningful only when the call
-// returned true.
+// Records of the plan service. Strings are UTF-8; an index code names a group or plan, or a root: "-1" public, "-2" the
+// user's own, "-4" received. A `type` is a family, as in PlanGroup, where nothing else is said. A response beyond its
+// header is meaningful only when the call returned true.
 namespace view_plugin_protocol {
 
 struct ResponseHeader {
@@ -22,6 +23,7 @@ struct PlanGroup {
   int32_t type = 0;  // family: 0 public, 1 the user's own, 2 received in common
 };
 
+/// A plan without its pages, as lists show it.
 struct PlanBasicInfo {
   std::string index_code, name, group_index_code;
   int32_t type = 0;
@@ -31,18 +33,19 @@ struct PlanBasicInfo {
 };
 
 struct PlanWindow {
-  int32_t window_no = 0;
+  int32_t window_no = 0;     // from 1, row by row
   int32_t content_kind = 0;  // 0 none given, 1 camera; see ContentKind in plan_rules/window_content.h
   std::string resource_code, resource_name;
-  int32_t stream_type = 0, preset_no = 0;
-  std::string extra = {};  // what a newer version keeps here, as a JSON object: handed back with the window
+  int32_t stream_type = 0;  // 0 main, 1 sub
+  int32_t preset_no = 0;    // 0: none
+  std::string extra = {};   // what a newer version keeps here, as a JSON object: handed back with the window
 };
 
 struct PlanPage {
-  int32_t page_no = 0;
+  int32_t page_no = 0;  // from 1
   std::string name;
-  int32_t split_type = 1;
-  int32_t dwell_seconds = 10;
+  int32_t split_type = 1;      // as in PlanBasicInfo
+  int32_t dwell_seconds = 10;  // how long it stays before the next one
   std::list<PlanWindow> windows;
   std::string extra = {};  // likewise
 };
@@ -52,11 +55,13 @@ struct PlanItem {
   PlanWindow window;
 };
 
+/// One hit of a search.
 struct SearchedPlan {
   std::string index_code, name, group_index_code, group_name;
   int32_t type = 0;
 };
 
+/// What is known of a row of the plan tree.
 struct TarnPlanViewInfo {
   std::string index_code, name, group_index_code, group_name;
   int32_t type = 0;
@@ -87,8 +92,8 @@ struct GetPlansInGroupResponse : ResponseHeader {
 
 struct AddPlanGroupRequest {
   std::string name, parent_index_code;
-  int32_t kind = 0;
-  bool flag = false;
+  int32_t kind = 0;   // the family
+  bool flag = false;  // below received plans
 };
 struct AddPlanGroupResponse : ResponseHeader {
   std::string index_code;
@@ -96,7 +101,7 @@ struct AddPlanGroupResponse : ResponseHeader {
 
 struct UpdatePlanGroupRequest {
   std::string index_code, name;
-  bool flag = false;
+  bool flag = false;  // a group of received plans
 };
 struct UpdatePlanGroupResponse : ResponseHeader {};
 
@@ -147,14 +152,14 @@ struct GetPlanDetailResponse : ResponseHeader {
 };
 
 struct AddPlanLogRequestParam {
-  std::string name;
-  bool automatic = false, from_history = false;
+  std::string name;                              // of the plan
+  bool automatic = false, from_history = false;  // how it came to be played
 };
 struct AddPlanLogResponseParam : ResponseHeader {};
 
 struct SearchPlanRequest {
-  std::string text;
-  int32_t scope = 0;
+  std::string text;   // part of a name
+  int32_t scope = 0;  // 0 public plans, 1 the user's own
 };
 struct SearchPlanResponse : ResponseHeader {
   std::list<SearchedPlan> plans;
@@ -163,7 +168,7 @@ struct SearchPlanResponse : ResponseHeader {
 struct GetClientDefaultViewConfigRequest {};
 struct GetClientDefaultViewConfigResponse : ResponseHeader {
   std::string index_code = "-3";  // "-3": no default view
-  int32_t type = 0;
+  int32_t type = 0;               // of the row it names, as the caller stored it
 };
 // The service's own spellings.
 struct ClienDefaultViewConfigRequest {

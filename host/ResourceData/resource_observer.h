@@ -11,7 +11,7 @@ namespace ResourceData {
 /// Kinds of IResourceObserver::Param::event.
 enum ResourceEvent : int32_t { RE_NAME_CHANGED = 2, RE_CHILD_ADDED = 3, RE_CHILD_REMOVED = 4, RE_TREE_CHANGED = 8 };
 
-/// Told of changes that somebody else made to one resource. Thread: called on the GUI thread with no lock held.
+/// Hears of changes that somebody else made to one resource. Thread: called on the GUI thread with no lock held.
 class TARN_HOST_EXPORT IResourceObserver {
  public:
   struct Param {
@@ -22,6 +22,7 @@ class TARN_HOST_EXPORT IResourceObserver {
   };
 
   virtual ~IResourceObserver() = default;
+  /// May remove observers, this one too.
   virtual void OnResourceUpdate(const Param& param) = 0;
 };
 

@@ -30,7 +30,7 @@ constexpr Look kLooks[] = {
     {QT_TRANSLATE_NOOP("TarnPlanView::CViewExternWidget", "Search"), "Ctrl+F", "bar_search"},
 };
 
-// The style's own look of a disabled icon is hardly told from an enabled one on a dark ground.
+// The style's own look of a disabled icon hardly differs from an enabled one on a dark ground.
 QPixmap Faded(const QPixmap& pixmap) {
   QPixmap faded(pixmap.size());
   faded.setDevicePixelRatio(pixmap.devicePixelRatio());

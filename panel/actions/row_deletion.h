@@ -28,7 +28,7 @@ class CRowDeletion : public QObject {
   void Drop();
 
  Q_SIGNALS:
-  /// The plan that is about to be deleted plays. Whoever hears it may end the panel.
+  /// The plan that is about to be deleted plays. A receiver may end the panel.
   void SignalStopPlan();
 
  private:

@@ -182,7 +182,7 @@ void CViewNameEdit::HideHintOver(const QString& text) {
 }
 
 void CViewNameEdit::focusOutEvent(QFocusEvent* event) {
-  // The border counts as outside: whoever aims at what lies behind the pop-up often hits just its edge.
+  // The border counts as outside: a click meant for what lies behind the pop-up often hits just its edge.
   const QPoint cursor = mapFromGlobal(QCursor::pos());
   const bool own_menu = event->reason() == Qt::PopupFocusReason;  // the field's, which the keyboard opens anywhere
   if (!own_menu && !rect().adjusted(1, 1, 0, 0).contains(cursor)) {

@@ -8,7 +8,7 @@
 
 namespace TarnPlanView {
 
-/// What the changes of one node keep: whoever moves a plan twice finds it where it was put last. All controllers share
+/// What the changes of one node keep: a plan that is moved twice ends where it was put last. All controllers share
 /// it, since a node may stand in several trees.
 HostCalls::CCallOrder& ChangeOrder();
 /// What the entries of the play log keep: the host stamps them when it writes them.

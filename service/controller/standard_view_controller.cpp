@@ -318,7 +318,7 @@ void CStandardViewController::UpdatePlanParam(const UpdatePlanRequest& request, 
 
 void CStandardViewController::updatePlanParamThread(const UpdatePlanRequest& request, const QString& old_name,
                                                     const PlanAnswer& reply) {
-  Q_UNUSED(old_name)  // for whoever watches the request; the host does not need it
+  Q_UNUSED(old_name)  // for those who watch the request; the host does not need it
   const int notices = CViewModelDataManager::Instance().GetNoticeCount();
   AskForChange(&CViewBusinessInterfaceMgr::UpdatePlan, request, request.plan_index_code)
       .Then(this, [this, request, reply, notices](const auto& answer) {

@@ -49,7 +49,7 @@ bool IsNone(const ClienDefaultViewConfigRequest& view) {
   return view.index_code == kPlaceholderCode;
 }
 
-// Codes of plans and of groups are told apart by their type alone.
+// Codes of plans and of groups differ by their type alone.
 bool IsSame(const ClienDefaultViewConfigRequest& a, const ClienDefaultViewConfigRequest& b) {
   return a.index_code == b.index_code && (a.type == b.type || IsNone(a));
 }

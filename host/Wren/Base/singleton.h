@@ -28,7 +28,7 @@ class __attribute__((visibility("default"))) CSingleton {
   }
 
   /// Destroys the instance (nothing when there is none); the next Instance() makes a new one. Part of an orderly
-  /// shut-down: nobody else may be using the instance.
+  /// shut-down: the instance must not be in use any more.
   static void Release() {
     std::unique_ptr<T> last;
     {

@@ -50,7 +50,7 @@ QString CPlanWriter::Now() const {
 const CSiteDirectory::User& CPlanWriter::User(int32_t id) const {
   const CSiteDirectory::User* user = site_.FindUser(id);
   if (user == nullptr) {
-    throw CStoreError(CStoreError::kNotPermitted, kNobodyLoggedIn);
+    throw CStoreError(CStoreError::kNotPermitted, kNoUserLoggedIn);
   }
   return *user;
 }

@@ -207,7 +207,7 @@ int32_t CStoreRunner::RequireUser() const {
   RequireOpen();
   const int32_t user = user_;
   if (user == 0) {
-    throw CStoreError(CStoreError::kNotPermitted, kNobodyLoggedIn);
+    throw CStoreError(CStoreError::kNotPermitted, kNoUserLoggedIn);
   }
   return user;
 }
