@@ -40,6 +40,18 @@ inline bool IsCamera(const PlanWindow* window) {
   return ContentIn(window) == Content::Camera;
 }
 
+/// Filled windows on all pages together.
+template <class Pages>
+int FilledWindowsOf(const Pages& pages) {
+  int filled = 0;
+  for (const PlanPage& page : pages) {
+    for (const PlanWindow& window : page.windows) {
+      filled += static_cast<int>(IsFilled(window));
+    }
+  }
+  return filled;
+}
+
 /// The record that shows what a window holds: a camera before other content, of equals the last. Null when it holds
 /// nothing.
 template <class Windows>

@@ -3,15 +3,19 @@
 #include <QObject>
 #include <QTimer>
 
+#include "plan_rules/plan_limits.h"
+
 namespace TarnClient {
 
 /// Says when a page or a plan has been on for its time. Another clock may take its place. Thread: GUI.
 class CPageClock : public QObject {
   Q_OBJECT
  public:
-  static constexpr int kLeastSeconds = 1, kMostSeconds = 24 * 60 * 60;
+  static constexpr int kLeastSeconds = 1;
   /// The time that something really stays which is to stay for `seconds`.
-  static int Bounded(qint64 seconds) { return static_cast<int>(qBound<qint64>(kLeastSeconds, seconds, kMostSeconds)); }
+  static int Bounded(qint64 seconds) {
+    return static_cast<int>(qBound<qint64>(kLeastSeconds, seconds, view_plugin_protocol::kMaxDwellSeconds));
+  }
 
   explicit CPageClock(QObject* parent = nullptr);
 

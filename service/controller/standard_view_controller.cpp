@@ -13,6 +13,7 @@
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_node_ref.h"
+#include "plan_rules/families.h"
 #include "plan_rules/window_content.h"
 #include "standard_plan_model.h"
 #include "view_config_manager.h"
@@ -76,15 +77,15 @@ AddPlanGroupRequest MakeAddGroupRequest(const QModelIndex& parent, const QString
   switch (TypeOf(parent)) {
     case PublicRootItem:
     case PublicGroupItem:
-      request.kind = 0;
+      request.kind = PublicFamily;
       break;
     case ReceivedRootItem:
     case ReceivedGroupItem:
-      request.kind = 2;
+      request.kind = ReceivedFamily;
       request.flag = true;
       break;
     default:
-      request.kind = 1;
+      request.kind = OwnFamily;
       break;
   }
   return request;
@@ -538,7 +539,7 @@ void CStandardViewController::finishExpand(const CPlanNodeRef& node, const SubIt
 }
 
 bool CStandardViewController::IsHaveChilds(const QModelIndex& index) {
-  const std::string code = index.isValid() ? QStringToString(GroupCodeOf(index)) : std::string();
+  const std::string code = QStringToString(GroupCodeOf(index));
   if (code.empty()) {
     return false;
   }
@@ -554,13 +555,7 @@ bool CStandardViewController::IsHaveChilds(const QModelIndex& index) {
 }
 
 bool CStandardViewController::IsExceedAddLimit(const std::list<PlanPage>& pages) {
-  int filled = 0;
-  for (const PlanPage& page : pages) {
-    for (const PlanWindow& window : page.windows) {
-      filled += IsFilled(window) ? 1 : 0;
-    }
-  }
-  if (filled <= kMaxFilledWindows) {
+  if (FilledWindowsOf(pages) <= kMaxFilledWindows) {
     return false;
   }
   Q_EMIT signalShowMessage(TooManyWindows(), MarUIControl::CNomalMessage::Failure);

@@ -104,6 +104,8 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
  private:
   void registerMetaTypes();
   void connectDataManager();
+  /// The calls themselves, once their arguments are in order: each puts one request off this thread and says on it what
+  /// came of it.
   void addPlanGroupByIndexNameThread(const QModelIndex& parent, const QString& name);
   void deletePlanGroupByIndexThread(const QModelIndex& index, const PlanAnswer& reply);
   void deletePlanByIndexThread(const QModelIndex& index, const PlanAnswer& reply);
@@ -114,6 +116,7 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   void downloadPlanInfoThread(const std::string& indexCode);
   void getPlanInfoByIndexCodeThread(const std::string& indexCode, const PlanAnswer& reply);
   void addOperationPlayPlanThread(const QString& name, bool automatic, bool from_history);
+  /// As the public calls of the default view.
   void initGetViewConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request);
   /// Marks the row as loaded for the families that do so before the fetch.
   void announceLoading(const QString& code, int type);
