@@ -17,7 +17,7 @@ CCallOrder& PlayLogOrder() {
   return order;
 }
 
-void RecheckIfTold(int notices, const std::string& code, bool is_group) {
+void RecheckIfNoticed(int notices, const std::string& code, bool is_group) {
   auto& manager = CViewModelDataManager::Instance();
   if (manager.GetNoticeCount() != notices) {
     manager.Recheck(MarUIControl::StringToQString(code), is_group);

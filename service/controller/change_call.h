@@ -16,7 +16,7 @@ HostCalls::CCallOrder& PlayLogOrder();
 
 /// To be called after an own change was applied, with the manager's notice count from when it was asked for: what was
 /// noticed meanwhile may be newer than the change, so the row is brought to what the host says now.
-void RecheckIfTold(int notices, const std::string& code, bool is_group);
+void RecheckIfNoticed(int notices, const std::string& code, bool is_group);
 
 /// Asks for a change of the plan or group `code`: after those of it that were asked for before, and only as the user
 /// who is logged in now.

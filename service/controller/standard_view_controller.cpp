@@ -214,7 +214,7 @@ void CStandardViewController::addPlanGroupByIndexNameThread(const QModelIndex& p
           group.type = request.kind;
           Q_EMIT SignalAddPlanGroupSucc(node.Resolve(), group);
         });
-        RecheckIfTold(notices, answer.response.index_code, true);
+        RecheckIfNoticed(notices, answer.response.index_code, true);
       });
 }
 
@@ -276,7 +276,7 @@ void CStandardViewController::updatePlanGroupNameThread(const QModelIndex& index
       .Then(this, [=](const auto& answer) {
         Settle(this, answer, tr("EditSuccess"), [&] { Q_EMIT SignalUpdatePlanGroupNameSucc(node.Resolve(), name); });
         if (answer.ok) {
-          RecheckIfTold(notices, request.index_code, true);
+          RecheckIfNoticed(notices, request.index_code, true);
         }
       });
 }
@@ -299,7 +299,7 @@ void CStandardViewController::addPlanParamThread(const AddPlanRequest& request, 
     const std::string& code = answer.response.index_code;
     Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"),
            [&] { Q_EMIT SignalAddPlanSucc(request, StringToQString(code)); });
-    RecheckIfTold(notices, code, false);
+    RecheckIfNoticed(notices, code, false);
     reply(AnswerOf(answer, code));
   });
 }
@@ -325,7 +325,7 @@ void CStandardViewController::updatePlanParamThread(const UpdatePlanRequest& req
       .Then(this, [this, request, reply, notices](const auto& answer) {
         Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"), [&] { Q_EMIT SignalUpdatePlanSucc(request); });
         if (answer.ok) {
-          RecheckIfTold(notices, request.plan_index_code, false);
+          RecheckIfNoticed(notices, request.plan_index_code, false);
         }
         reply(AnswerOf(answer, request.plan_index_code));
       });
