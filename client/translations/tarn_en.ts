@@ -1624,18 +1624,6 @@ never starts</translation>
         <translation>There are no plans yet.</translation>
     </message>
     <message>
-        <source>You lack the right to add plans.</source>
-        <translation>You lack the right to add plans.</translation>
-    </message>
-    <message>
-        <source>You lack the right to edit plans.</source>
-        <translation>You lack the right to edit plans.</translation>
-    </message>
-    <message>
-        <source>You lack the right to delete plans.</source>
-        <translation>You lack the right to delete plans.</translation>
-    </message>
-    <message>
         <source>You lack the right to share plans.</source>
         <translation>You lack the right to share plans.</translation>
     </message>

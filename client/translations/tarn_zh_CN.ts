@@ -1624,18 +1624,6 @@ never starts</source>
         <translation>还没有预案。</translation>
     </message>
     <message>
-        <source>You lack the right to add plans.</source>
-        <translation>您没有添加预案的权限。</translation>
-    </message>
-    <message>
-        <source>You lack the right to edit plans.</source>
-        <translation>您没有编辑预案的权限。</translation>
-    </message>
-    <message>
-        <source>You lack the right to delete plans.</source>
-        <translation>您没有删除预案的权限。</translation>
-    </message>
-    <message>
         <source>You lack the right to share plans.</source>
         <translation>您没有分享预案的权限。</translation>
     </message>
