@@ -37,10 +37,9 @@ class NameEditorTest : public QObject {
   void Confirm_data();
   void Confirm();
   void EditorMayDieInItsSignal();
-  void ClosesWithTheFocus();
+  void ClosesWithTheFocusAndStaysOnTheScreen();
   void HintOverAnEmptyField();
   void ReadableInEverySkin();
-  void StaysOnTheScreen();
 
  private:
   void Show(int mode, const QString& name = QString()) {
@@ -147,15 +146,22 @@ void NameEditorTest::EditorMayDieInItsSignal() {
   QVERIFY(!editor_);
 }
 
-void NameEditorTest::ClosesWithTheFocus() {
+void NameEditorTest::ClosesWithTheFocusAndStaysOnTheScreen() {
   for (const QPoint place : {QPoint(1, 1), QPoint(287, 163), QPoint(0, 80), QPoint(288, 80), QPoint(140, 0)}) {
     Show(1, "Gate");
     TarnTest::CDialogGround::PutCursor(editor_->mapToGlobal(place));
     ground_->ActivateAnother();
     QCOMPARE(editor_->isVisible(), QRect(1, 1, 287, 163).contains(place));
   }
-  Show(1, "Gate");
-  TarnTest::CDialogGround::PutCursor(editor_->mapToGlobal(QPoint(400, 400)));
+  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  for (const QPoint place : {screen.bottomRight() - QPoint(10, 10), screen.center()}) {
+    editor_->hide();
+    editor_->move(place);
+    Show(1, "Gate");
+    QVERIFY(screen.contains(editor_->geometry()));
+    QCOMPARE(editor_->pos() == place, place == screen.center());
+  }
+  TarnTest::CDialogGround::PutCursor(editor_->mapToGlobal(QPoint(-300, -300)));
   QTest::mouseClick(editor_->findChild<QWidget*>("view_name_frame"), Qt::LeftButton, {}, QPoint(5, 5));
   QTest::keyClick(field_, Qt::Key_Tab);  // there is nowhere to go to, and nothing to lose
   QVERIFY(editor_->isVisible());
@@ -206,17 +212,6 @@ void NameEditorTest::ReadableInEverySkin() {
     QVERIFY(qMax(name, qMax(text, hint)) < 118);  // on white
     QVERIFY(hint - text > 50);                    // a hint must not pass for a name
   }
-}
-
-void NameEditorTest::StaysOnTheScreen() {
-  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-  editor_->move(screen.bottomRight() - QPoint(10, 10));
-  Show(1, "Gate");
-  QVERIFY(screen.contains(editor_->geometry()));
-  editor_->hide();
-  editor_->move(screen.center());
-  Show(1, "Gate");
-  QCOMPARE(editor_->pos(), screen.center());
 }
 
 QTEST_MAIN(NameEditorTest)

@@ -79,8 +79,7 @@ void PlanDocumentTest::PlanWithoutPages() {
   CPlanDocument document;
   document.Load(Detail({}));
   document.SetName("Day");
-  QCOMPARE(document.Draft().pages.size(), 1);
-  QVERIFY(document.MakeUpdateRequest().pages.empty());
+  QVERIFY(document.Draft().pages.size() == 1 && document.MakeUpdateRequest().pages.empty());
   QVERIFY(document.PutCamera(0, 1, {"a", "A"}));
   QCOMPARE(document.MakeUpdateRequest().pages.size(), size_t(1));
 }
