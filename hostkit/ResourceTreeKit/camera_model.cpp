@@ -1,11 +1,6 @@
 #include "ResourceTreeKit/camera_model.h"
 
-#include <QColor>
 #include <utility>
-
-#include "MarUIControl/plain_tool_tip.h"
-#include "TarnUIDataController/skin_loader.h"
-#include "WidgetKit/high_dpi_svg_icon.h"
 
 namespace ResourceTreeKit {
 
@@ -26,27 +21,10 @@ int NodeOf(const QModelIndex& index) {
   return static_cast<int>(index.internalId() & ~kFavoriteBit);
 }
 
-QIcon MakeIcon(const char* folder, const char* name) {
-  const QString path = QString::fromLatin1(folder) + QString::fromLatin1(name);
-  return WidgetKit::GetHighDpiSvgIcon(path + QStringLiteral(".svg"), path + QStringLiteral("_sel.svg"), QSize(20, 20));
-}
-
-QIcon MakeCameraIcon(const QString& name) {
-  return WidgetKit::GetHighDpiSvgIcon(
-      QStringLiteral(":/Bolt/Public/TreePublic/Images/Public/TreePublic/%1.svg").arg(name),
-      QStringLiteral(":/TarnHost/icons/%1_sel.svg").arg(name), QSize(20, 20));
-}
-
 }  // namespace
 
 CCameraModel::CCameraModel(QObject* parent)
-    : QAbstractItemModel(parent),
-      content_(CCameraContent::Build({}, {}, {})),
-      rows_(CCameraRows::All(*content_)),
-      online_(MakeCameraIcon(QStringLiteral("tree_main_camera"))),
-      offline_(MakeCameraIcon(QStringLiteral("tree_main_camera_offline"))),
-      region_(MakeIcon(":/Bolt/Public/TreePublic/Images/Public/TreePublic/", "tree_main_group")),
-      branch_(MakeIcon(":/TarnHost/icons/", "favorite")) {}
+    : QAbstractItemModel(parent), content_(CCameraContent::Build({}, {}, {})), rows_(CCameraRows::All(*content_)) {}
 
 void CCameraModel::SetContent(std::shared_ptr<const CCameraContent> content, CCameraRows rows,
                               const QStringList& favorites) {
@@ -281,90 +259,17 @@ QVariant CCameraModel::data(const QModelIndex& index, int role) const {
     return {};
   }
   if (IsBranch(index)) {
-    return BranchData(role);
+    return look_.OfFavorites(role);
   }
   const CCameraContent::Node& node = content_->At(NodeOf(index));
   if (!node.IsCamera()) {
-    return RegionData(node, role);
+    return look_.OfRegion(node, role);
   }
-  return CameraData(node, favorites_visible_ && favorites_.Contains(NodeOf(index)), role);
-}
-
-QVariant CCameraModel::BranchData(int role) const {
-  switch (role) {
-    case Qt::DisplayRole:
-      return tr("Favorites");
-    case Qt::DecorationRole:
-      return branch_;
-    default:
-      return {};
+  std::optional<bool> favorite;
+  if (favorites_visible_) {
+    favorite = favorites_.Contains(NodeOf(index));
   }
-}
-
-QVariant CCameraModel::RegionData(const CCameraContent::Node& node, int role) const {
-  switch (role) {
-    case Qt::DisplayRole:
-      return node.name;
-    case Qt::DecorationRole:
-      return region_;
-    case CodeRole:
-      return node.code;
-    default:
-      return {};
-  }
-}
-
-QVariant CCameraModel::CameraData(const CCameraContent::Node& node, bool favorite, int role) const {
-  const CCameraItemInfo& camera = content_->CameraOf(node);
-  switch (role) {
-    case Qt::DisplayRole:
-      return node.name;
-    case Qt::DecorationRole:
-      return CameraIcon(camera);
-    case Qt::ForegroundRole:
-      return CameraColor(camera);
-    case Qt::AccessibleTextRole:
-      return SpokenName(node, favorite);
-    case Qt::ToolTipRole:
-      return MarUIControl::PlainToolTip(SpokenName(node, favorite));
-    case FavoriteRole:
-      if (!favorites_visible_) {
-        return {};
-      }
-      return favorite;
-    case OnlineRole:
-      return camera.online;
-    case CodeRole:
-      return node.code;
-    default:
-      return {};
-  }
-}
-
-QIcon CCameraModel::CameraIcon(const CCameraItemInfo& camera) const {
-  if (camera.online) {
-    return online_;
-  }
-  return offline_;
-}
-
-// An online camera has the view's own colour.
-QVariant CCameraModel::CameraColor(const CCameraItemInfo& camera) const {
-  if (camera.online) {
-    return {};
-  }
-  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QStringLiteral("text_muted"));
-}
-
-QString CCameraModel::SpokenName(const CCameraContent::Node& node, bool favorite) const {
-  QString spoken = node.name;
-  if (!content_->CameraOf(node).online) {
-    spoken = tr("%1, offline").arg(spoken);
-  }
-  if (favorite) {
-    spoken = tr("%1, favorite").arg(spoken);
-  }
-  return spoken;
+  return look_.OfCamera(node, content_->CameraOf(node), favorite, role);
 }
 
 }  // namespace ResourceTreeKit

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <QAbstractItemModel>
-#include <QIcon>
 #include <memory>
 
 #include "ResourceTreeKit/camera_content.h"
 #include "ResourceTreeKit/camera_row_key.h"
+#include "ResourceTreeKit/camera_row_look.h"
 #include "ResourceTreeKit/camera_rows.h"
 #include "ResourceTreeKit/node_set.h"
 
@@ -60,18 +60,12 @@ class CCameraModel : public QAbstractItemModel {
   void InsertFavorite(int node);
   void RemoveFavorite(int node);
   void ReportMark(int node);
-  QVariant BranchData(int role) const;
-  QVariant RegionData(const CCameraContent::Node& node, int role) const;
-  QVariant CameraData(const CCameraContent::Node& node, bool favorite, int role) const;
-  QIcon CameraIcon(const CCameraItemInfo& camera) const;
-  QVariant CameraColor(const CCameraItemInfo& camera) const;
-  QString SpokenName(const CCameraContent::Node& node, bool favorite) const;
 
   std::shared_ptr<const CCameraContent> content_;
   CCameraRows rows_;
   CNodeSet favorites_, shown_favorites_;
   bool favorites_visible_ = false;
-  const QIcon online_, offline_, region_, branch_;
+  const CCameraRowLook look_;
 };
 
 }  // namespace ResourceTreeKit
