@@ -6,6 +6,10 @@
 #include "Wren/Base/singleton.h"
 #include "tarn_plan_view_export.h"
 
+namespace view_plugin_protocol {
+struct GetPlanConfigResponse;
+}
+
 namespace TarnPlanView {
 
 /// The switches that decide what the plan panel offers.
@@ -17,6 +21,8 @@ class TARNPLANVIEW_EXPORT CViewConfigManager : public QObject, public Wren::Base
  public:
   ~CViewConfigManager() override;
 
+  /// All that the host has given, for a switch that needs no name of its own here.
+  const view_plugin_protocol::GetPlanConfigResponse& Host() const;
   bool IsLoadAll() const;
   bool CreatePlanUnderRootNode() const;
   bool IsEnableSearch() const;

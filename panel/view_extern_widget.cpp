@@ -141,8 +141,10 @@ void CViewExternWidget::GetSaveAsPlanInfo(view_plugin_protocol::AddPlanRequest& 
 }
 
 void CViewExternWidget::GetSaveAsPlanInfo(view_plugin_protocol::UpdatePlanRequest& request) {
-  const QModelIndex row =
-      d_->model ? d_->model->FindIndexByIndexCode(StringToQString(request.plan_index_code), false) : QModelIndex();
+  if (!d_->model) {
+    return;
+  }
+  const QModelIndex row = d_->model->FindIndexByIndexCode(StringToQString(request.plan_index_code), false);
   if (!row.isValid()) {
     return;
   }

@@ -1,3 +1,4 @@
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "creation_info_dlg.h"
 #include "group_naming.h"
@@ -11,11 +12,11 @@
 #include "search_plan_list_view.h"
 #include "tarn_add_plan_widget.h"
 #include "view_extern_widget_p.h"
-#include "view_public_def.h"
 
 // What the commands of the panel do.
 namespace TarnPlanView {
 
+using MarUIControl::CNomalMessage;
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
 
@@ -79,8 +80,10 @@ void CViewExternWidget::onDeleteBtnClicked() {
 
 QModelIndex CViewExternWidget::Private::GroupForNew() const {
   const QModelIndex row = Current();
-  const bool is_plan = IsPlanRow(row);
-  return is_plan ? row.parent() : row;
+  if (IsPlanRow(row)) {
+    return row.parent();
+  }
+  return row;
 }
 
 void CViewExternWidget::onAddGroupBtnClicked() {
@@ -90,9 +93,11 @@ void CViewExternWidget::onAddGroupBtnClicked() {
 }
 
 void CViewExternWidget::onAddPlanViewGroupName(const QString& name) {
-  CStandardViewController* const controller = d_->IsReady() ? d_->controller.data() : nullptr;
-  const QModelIndex root = d_->proxy ? d_->proxy->index(0, 0) : QModelIndex();
-  d_->naming->Add(controller, name, d_->GroupForNew(), root);
+  QModelIndex parent = d_->GroupForNew();
+  if (!parent.isValid() && d_->proxy) {
+    parent = d_->proxy->index(0, 0);  // nothing chosen: below the root
+  }
+  d_->naming->Add(d_->IsReady() ? d_->controller.data() : nullptr, name, parent);
 }
 
 void CViewExternWidget::onEditPlanViewGroupName(const QString& name) {
@@ -108,8 +113,7 @@ QString CViewExternWidget::Private::GroupForNewPlan() const {
     return GroupForNew().data(GroupIndexCodeRole).toString();
   }
   const QString code = search->Marked().data(kSearchGroupRole).toString();
-  const bool is_loaded = ui.plan_view_tree->RowOf(code, true).isValid();
-  return is_loaded ? code : QString();
+  return ui.plan_view_tree->RowOf(code, true).data(GroupIndexCodeRole).toString();
 }
 
 void CViewExternWidget::onAddPlanBtnClicked() {
@@ -163,7 +167,7 @@ void CViewExternWidget::Private::editHit() {
   if (edit.enabled) {
     editPlan(search->Marked().data(PlanIndexCodeRole).toString());
   } else if (edit.reason != Refusal::None) {
-    Q_EMIT q->SignalMessageTipNeeded(TextOf(edit.reason), 1);
+    Q_EMIT q->SignalMessageTipNeeded(TextOf(edit.reason), CNomalMessage::Failure);
   }
 }
 
@@ -204,10 +208,10 @@ void CViewExternWidget::OnMenuClicked(tarn_ui_data_controller::MsgType type, QVa
 void CViewExternWidget::OnMoveRow(const QPoint& start, const QPoint& end, const QRect& targetRect) {
   switch (CheckRowMove(*d_->ui.plan_view_tree, start, end, targetRect)) {
     case RowMoveRefusal::SameGroup:
-      Q_EMIT SignalMessageTipNeeded(tr("ViewSortFailedadOMakQWZCpToC"), 0);
+      Q_EMIT SignalMessageTipNeeded(tr("ViewSortFailedadOMakQWZCpToC"), CNomalMessage::Success);
       break;
     case RowMoveRefusal::OtherGroup:
-      Q_EMIT SignalMessageTipNeeded(tr("TheMoveViewOperationrvQbjaeS"), 0);
+      Q_EMIT SignalMessageTipNeeded(tr("TheMoveViewOperationrvQbjaeS"), CNomalMessage::Success);
       break;
     case RowMoveRefusal::None:
       break;
@@ -221,8 +225,11 @@ void CViewExternWidget::onSucceedToGetCreationInfo(const QString& creator, const
 }
 
 void CViewExternWidget::Private::SetViewShareShow(const QString& plan_code) {
-  const bool chosen = Current().isValid() || !plan_code.isEmpty();
-  popups->ShowShare(chosen ? std::make_optional(plan_code) : std::nullopt);
+  std::optional<QString> chosen;
+  if (Current().isValid() || !plan_code.isEmpty()) {
+    chosen = plan_code;
+  }
+  popups->ShowShare(chosen);
 }
 
 void CViewExternWidget::OnPopupSavePlanAsDlg(const QPoint& position) {

@@ -1,3 +1,4 @@
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/popup_menu.h"
 #include "current_row_keeper.h"
@@ -12,6 +13,8 @@
 
 // Which page stands below the bar: the tree, what a search has found, or the wait for a load.
 namespace TarnPlanView {
+
+using MarUIControl::CNomalMessage;
 
 PanelPage CViewExternWidget::Private::CurrentPage() const {
   const QWidget* page = ui.plan_stacked_widget->currentWidget();
@@ -92,7 +95,7 @@ void CViewExternWidget::Private::onHitCommand(tarn_ui_data_controller::MsgType t
     return;
   }
   if (!search->Mark(code)) {  // another search has ended meanwhile
-    Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("This row is no longer there."), 1);
+    Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("This row is no longer there."), CNomalMessage::Failure);
     return;
   }
   askRights();

@@ -4,6 +4,7 @@
 #include <QShortcut>
 #include <QStyle>
 
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "current_row_keeper.h"
@@ -25,6 +26,8 @@
 
 // How the panel is put together.
 namespace TarnPlanView {
+
+using MarUIControl::CNomalMessage;
 
 using tarn_ui_data_controller::CSkinLoader;
 
@@ -157,7 +160,7 @@ void CViewExternWidget::Private::connectSearch() {
   });
   connect(search, &CSearchPage::SignalFound, q, &CViewExternWidget::signalGetSearchedResult);
   connect(search, &CSearchPage::SignalFailed, q,
-          [this](const QString& error) { Q_EMIT q->SignalMessageTipNeeded(error, 1); });
+          [this](const QString& error) { Q_EMIT q->SignalMessageTipNeeded(error, CNomalMessage::Failure); });
   connect(search, &CSearchPage::SignalRetry, q, &CViewExternWidget::OnFuzzySearchPlan);
   connect(q, &CViewExternWidget::signalGetSearchedResult, q, &CViewExternWidget::onGetSearchedResult);
 }
@@ -238,12 +241,12 @@ void CViewExternWidget::Private::bindActions() {
   about(PlanCommand::CreationInfo, [this](const QString& code) { popups->RequestCreationInfo(code); });
   about(PlanCommand::Cycle, [this](const QString& code) { Q_EMIT q->SignalPlanGroupCycle(code, kSecondsPerPlan); });
   connect(actions, &CPanelActions::SignalRefused, q,
-          [this](const QString& reason) { Q_EMIT q->SignalMessageTipNeeded(reason, 1); });
+          [this](const QString& reason) { Q_EMIT q->SignalMessageTipNeeded(reason, CNomalMessage::Failure); });
 }
 
 PanelSituation CViewExternWidget::Private::Situation() const {
   PanelSituation situation = known;
-  situation.switches = AskCommandSwitches();
+  situation.switches = CViewConfigManager::Instance().Host();
   situation.page = CurrentPage();
   situation.editing = editor->IsOpen();
   if (situation.page == PanelPage::Search) {
@@ -255,7 +258,7 @@ PanelSituation CViewExternWidget::Private::Situation() const {
 }
 
 void CViewExternWidget::Private::storeEnableState(const QModelIndex& row) {
-  const bool under_root = AskCommandSwitches().under_root;
+  const bool under_root = CViewConfigManager::Instance().CreatePlanUnderRootNode();
   known.grants = GrantsAfter(known.grants, row.data(ItemTypeRole).toInt(), known.rights, under_root);
 }
 

@@ -56,7 +56,7 @@ void CCurrentRowKeeper::AwaitReload(const QModelIndex& row) {
 }
 
 void CCurrentRowKeeper::OnRowsChanged() {
-  const QModelIndex before = before_load_ ? QModelIndex(before_load_->Resolve()) : QModelIndex();
+  const QModelIndex before = before_load_.value_or(CPlanNodeRef()).Resolve();
   if (before.isValid()) {
     before_load_.reset();
     tree_->setCurrentIndex(before);

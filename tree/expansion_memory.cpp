@@ -101,7 +101,7 @@ void CExpansionMemory::OpenFound() {
   const QList<QPersistentModelIndex> rows = found_;
   found_.clear();
   for (const QPersistentModelIndex& row : rows) {
-    const QString code = row.isValid() ? GroupCode(row) : QString();
+    const QString code = GroupCode(row);
     // Once a row: who closes it, or whose fetch fails, is not to see it opened again by the next row that comes in.
     if (awaited_.remove(code)) {
       opened_.insert(code, row);

@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 
 #include "item_type.h"
-#include "view_config_manager.h"
 
 namespace TarnPlanView {
 
@@ -158,7 +157,7 @@ CommandStates StatesOf(const PanelSituation& situation) {
   states[PlanCommand::Share].shown = is_plan;
   states[PlanCommand::CreationInfo].shown = is_plan && situation.switches.creation_info;
   states[PlanCommand::Cycle].shown = IsGroupItem(situation.item_type) && situation.switches.group_cycle;
-  states[PlanCommand::Search].shown = situation.switches.search;
+  states[PlanCommand::Search].shown = situation.switches.enable_search;
   return states;
 }
 
@@ -180,16 +179,6 @@ QString TextOf(Refusal refusal) {
       return QCoreApplication::translate("TarnPlanView::CViewExternWidget", "No plan is marked.");
   }
   return QString();
-}
-
-CommandSwitches AskCommandSwitches() {
-  const auto& config = CViewConfigManager::Instance();
-  CommandSwitches switches;
-  switches.under_root = config.CreatePlanUnderRootNode();
-  switches.search = config.IsEnableSearch();
-  switches.group_cycle = config.IsSupportPlanGroupCycle();
-  switches.creation_info = config.ShowCreationInfo();
-  return switches;
 }
 
 }  // namespace TarnPlanView

@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 
+#include "LyraPluginManager/view_plugin_protocol.h"
 #include "TarnUIDataController/msg_type.h"
 #include "plan_rules/rights.h"
 
@@ -21,11 +22,6 @@ struct BarGrants {
   bool add_group = false, add_plan = false, edit = false, remove = false;
 };
 
-/// The switches that commands depend on.
-struct CommandSwitches {
-  bool under_root = false, search = true, group_cycle = false, creation_info = false;
-};
-
 /// What the panel shows below its bar.
 enum class PanelPage { Tree, Search, Wait };
 
@@ -34,7 +30,7 @@ struct PanelSituation {
   int item_type = 0;  // of the row that commands are about; while hits are shown, of the marked one
   BarGrants grants;
   view_plugin_protocol::Rights rights;
-  CommandSwitches switches;
+  view_plugin_protocol::GetPlanConfigResponse switches;
   PanelPage page = PanelPage::Tree;
   bool editing = false;        // the plan editor is open
   bool opening = false;        // a new plan is being opened in it
@@ -73,8 +69,5 @@ BarGrants GrantsAfter(const BarGrants& before, int item_type, const view_plugin_
 
 /// The one place that says which commands are shown, which are enabled, and why the others are not.
 CommandStates StatesOf(const PanelSituation& situation);
-
-/// The switches as they are now.
-CommandSwitches AskCommandSwitches();
 
 }  // namespace TarnPlanView

@@ -22,7 +22,10 @@ const char kDragPicture[] = ":/Images/TarnPlanView/tree_main_view.svg";
 
 QString StationId() {
   const auto config = TarnConfiguration::CreateViewConfigInterface();
-  return config ? MarUIControl::StringToQString(config->GetStationId()) : QString();
+  if (!config) {
+    return QString();
+  }
+  return MarUIControl::StringToQString(config->GetStationId());
 }
 
 QJsonObject Describe(const QModelIndex& row) {

@@ -39,7 +39,18 @@ bool IsPlaying(const QModelIndex& index) {
 
 // A name is never taken for markup.
 QString PlainToolTip(const QString& name) {
-  return Qt::mightBeRichText(name) ? QStringLiteral("<span>%1</span>").arg(name.toHtmlEscaped()) : name;
+  if (!Qt::mightBeRichText(name)) {
+    return name;
+  }
+  return QStringLiteral("<span>%1</span>").arg(name.toHtmlEscaped());
+}
+
+QIcon::Mode IconMode(bool selected) {
+  return selected ? QIcon::Selected : QIcon::Normal;
+}
+
+QPalette::ColorRole TextRole(bool selected) {
+  return selected ? QPalette::HighlightedText : QPalette::Text;
 }
 
 }  // namespace
@@ -65,6 +76,13 @@ void CPlanTreeItemDelegate::Renew() {
 void CPlanTreeItemDelegate::SetHover(const QModelIndex& index, MarUIControl::CItemDataRole::Part part) {
   hover_row_ = index;
   over_button_ = part == MarUIControl::CItemDataRole::MoreButtonPart;
+}
+
+QColor CPlanTreeItemDelegate::Accent(bool selected) const {
+  if (selected) {
+    return view_->palette().color(QPalette::HighlightedText);
+  }
+  return accent_color_;
 }
 
 QRect CPlanTreeItemDelegate::MoreButtonRect(const QRect& row) const {
@@ -109,7 +127,7 @@ void CPlanTreeItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem&
   const bool playing = IsPlaying(index);
   const Layout layout = Arrange(option, playing, ShowsMore(index));
   view_->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, view_);
-  option.icon.paint(painter, layout.icon, Qt::AlignCenter, selected ? QIcon::Selected : QIcon::Normal);
+  option.icon.paint(painter, layout.icon, Qt::AlignCenter, IconMode(selected));
   PaintName(painter, option, layout.text, playing);
   if (playing) {
     PaintBadge(painter, layout.badge, selected);
@@ -128,8 +146,11 @@ void CPlanTreeItemDelegate::PaintName(QPainter* painter, const QStyleOptionViewI
   const QFontMetrics& metrics = Metrics(playing);
   const QString shown = metrics.elidedText(option.text, option.textElideMode, rect.width());
   PaintLocated(painter, shown, rect, metrics, selected);
-  const auto group = option.state & QStyle::State_Enabled ? QPalette::Normal : QPalette::Disabled;
-  painter->setPen(option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
+  QPalette::ColorGroup group = QPalette::Normal;
+  if (!(option.state & QStyle::State_Enabled)) {
+    group = QPalette::Disabled;
+  }
+  painter->setPen(option.palette.color(group, TextRole(selected)));
   painter->setFont(playing ? bold_font_ : option.font);
   const auto side = QStyle::visualAlignment(option.direction, Qt::AlignLeft);
   painter->drawText(rect, static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine, shown);
@@ -142,7 +163,7 @@ void CPlanTreeItemDelegate::PaintLocated(QPainter* painter, const QString& shown
   if (wanted.isEmpty() || view_->layoutDirection() == Qt::RightToLeft) {
     return;
   }
-  const QColor line = selected ? view_->palette().color(QPalette::HighlightedText) : accent_color_;
+  const QColor line = Accent(selected);
   QColor back = line;
   back.setAlpha(kMatchAlpha);
   for (int at = shown.indexOf(wanted, 0, Qt::CaseInsensitive); at >= 0;
@@ -156,7 +177,7 @@ void CPlanTreeItemDelegate::PaintLocated(QPainter* painter, const QString& shown
 }
 
 void CPlanTreeItemDelegate::PaintBadge(QPainter* painter, const QRect& rect, bool selected) const {
-  const QColor color = selected ? view_->palette().color(QPalette::HighlightedText) : accent_color_;
+  const QColor color = Accent(selected);
   const QRectF circle = QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5);
   const QPointF center = circle.center();
   const QPointF triangle[] = {center + QPointF(-2, -3.5), center + QPointF(4, 0), center + QPointF(-2, 3.5)};
@@ -174,7 +195,7 @@ void CPlanTreeItemDelegate::PaintBadge(QPainter* painter, const QRect& rect, boo
 void CPlanTreeItemDelegate::PaintMore(QPainter* painter, const QRect& rect, const QModelIndex& index,
                                       bool selected) const {
   if (over_button_ && index == hover_row_) {
-    QColor back = view_->palette().color(selected ? QPalette::HighlightedText : QPalette::Text);
+    QColor back = view_->palette().color(TextRole(selected));
     back.setAlpha(45);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);

@@ -45,6 +45,7 @@ class CPlanTreeItemDelegate : public QStyledItemDelegate {
   };
 
   Layout Arrange(const QStyleOptionViewItem& option, bool playing, bool more) const;
+  QColor Accent(bool selected) const;
   bool ShowsMore(const QModelIndex& index) const;
   const QFontMetrics& Metrics(bool playing) const { return playing ? bold_metrics_ : metrics_; }
   void PaintName(QPainter* painter, const QStyleOptionViewItem& option, const QRect& rect, bool playing) const;

@@ -107,8 +107,14 @@ void CPlanViewTree::SetShowRightHoverDelgete() {
 
 QModelIndex CPlanViewTree::RowOf(const QString& code, bool is_group) const {
   const auto* proxy = qobject_cast<const QSortFilterProxyModel*>(model());
-  const auto* plans = proxy ? qobject_cast<const CStandardPlanModel*>(proxy->sourceModel()) : nullptr;
-  return plans ? proxy->mapFromSource(plans->FindIndexByIndexCode(code, is_group)) : QModelIndex();
+  if (!proxy) {
+    return QModelIndex();
+  }
+  const auto* plans = qobject_cast<const CStandardPlanModel*>(proxy->sourceModel());
+  if (!plans) {
+    return QModelIndex();
+  }
+  return proxy->mapFromSource(plans->FindIndexByIndexCode(code, is_group));
 }
 
 EItemLevel CPlanViewTree::GetItemLevel(const QModelIndex& index) const {
@@ -148,7 +154,10 @@ QModelIndex CPlanViewTree::Private::Own(const QModelIndex& index) const {
     return index;
   }
   const auto* proxy = qobject_cast<QSortFilterProxyModel*>(q->model());
-  return proxy && index.model() == proxy->sourceModel() ? proxy->mapFromSource(index) : QModelIndex();
+  if (!proxy || index.model() != proxy->sourceModel()) {
+    return QModelIndex();
+  }
+  return proxy->mapFromSource(index);
 }
 
 void CPlanViewTree::Private::FinishExpand(const QModelIndex& index, bool expand) {

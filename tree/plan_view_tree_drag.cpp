@@ -6,11 +6,14 @@
 #include <QMimeData>
 #include <QMouseEvent>
 
+#include "MarUIControl/nomal_message.h"
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "view_public_def.h"
 
 namespace TarnPlanView {
+
+using MarUIControl::CNomalMessage;
 
 namespace {
 
@@ -48,7 +51,10 @@ void CPlanViewTree::Private::NotePress(QMouseEvent* event) {
 
 QPoint CPlanViewTree::Private::DragStart() const {
   const QRect row = q->visualRect(drag_row);
-  return row.isValid() ? row.topLeft() + drag_offset : drag_start;
+  if (!row.isValid()) {
+    return drag_start;
+  }
+  return row.topLeft() + drag_offset;
 }
 
 void CPlanViewTree::startDrag(Qt::DropActions) {
@@ -166,7 +172,7 @@ void CPlanViewTree::dropEvent(QDropEvent* event) {
   if (d_->move_permitted) {
     Q_EMIT SignalMoveRow(d_->DragStart(), event->pos(), visualRect(indexAt(event->pos())));
   } else {
-    Q_EMIT SignalMessageTipNeeded(tr("TheUserHasNoPermission"), 0);
+    Q_EMIT SignalMessageTipNeeded(tr("TheUserHasNoPermission"), CNomalMessage::Success);
   }
 }
 

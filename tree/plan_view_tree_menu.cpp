@@ -3,13 +3,16 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 
+#include "MarUIControl/nomal_message.h"
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_menu.h"
 #include "plan_rows.h"
-#include "view_public_def.h"
+#include "view_config_manager.h"
 
 namespace TarnPlanView {
+
+using MarUIControl::CNomalMessage;
 
 using tarn_ui_data_controller::MsgType;
 
@@ -79,7 +82,7 @@ void CPlanViewTree::Private::ShowMenu(const QModelIndex& index, const QPoint& gl
 void CPlanViewTree::Private::OfferEntries(const QModelIndex& index) {
   PanelSituation situation;
   situation.item_type = index.data(ItemTypeRole).toInt();
-  situation.switches = AskCommandSwitches();
+  situation.switches = CViewConfigManager::Instance().Host();
   ShowEntries(*menu, StatesOf(situation), hidden_entries);
 }
 
@@ -105,7 +108,7 @@ QModelIndex CPlanViewTree::Private::MenuRow() const {
 void CPlanViewTree::Private::RunCommand(MsgType type, const QString& code) {
   const QPersistentModelIndex row = MenuRow();
   if (!row.isValid()) {
-    Q_EMIT q->SignalMessageTipNeeded(CPlanViewTree::tr("This row is no longer there."), 1);
+    Q_EMIT q->SignalMessageTipNeeded(CPlanViewTree::tr("This row is no longer there."), CNomalMessage::Failure);
     return;
   }
   BecomeCurrent(row);

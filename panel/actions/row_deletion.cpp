@@ -1,5 +1,6 @@
 #include "row_deletion.h"
 
+#include "MarUIControl/nomal_message.h"
 #include "TarnUIDataController/show_message_tip.h"
 #include "plan_item_role.h"
 #include "plan_node_ref.h"
@@ -8,6 +9,8 @@
 #include "view_public_def.h"
 
 namespace TarnPlanView {
+
+using MarUIControl::CNomalMessage;
 
 namespace {
 
@@ -71,15 +74,19 @@ bool CRowDeletion::HasChildren(const QModelIndex& group) const {
 bool CRowDeletion::Confirm(bool playing) {
   const QPointer<CRowDeletion> alive(this);
   const int asked_in = session_;
-  const QString question = playing ? PlayingWarning() : CViewExternWidget::tr("ConfirmToDelete");
-  const int answer = tarn_ui_data_controller::ShowMessageTip(question, 1, panel_, kQuestionButtons);
+  QString question = CViewExternWidget::tr("ConfirmToDelete");
+  if (playing) {
+    question = PlayingWarning();
+  }
+  const int answer =
+      tarn_ui_data_controller::ShowMessageTip(question, CNomalMessage::Failure, panel_, kQuestionButtons);
   return alive && session_ == asked_in && answer == kConfirmed;
 }
 
 void CRowDeletion::DeleteGroup(const QModelIndex& index) {
   if (HasChildren(index)) {
-    tarn_ui_data_controller::ShowMessageTip(CViewExternWidget::tr("ContainsChildNodesThPmmApRHD"), 1, panel_,
-                                            kCloseButton);
+    tarn_ui_data_controller::ShowMessageTip(CViewExternWidget::tr("ContainsChildNodesThPmmApRHD"),
+                                            CNomalMessage::Failure, panel_, kCloseButton);
     return;
   }
   const CPlanNodeRef row(index);

@@ -89,9 +89,12 @@ CEditorPlace* CEditorPlace::Holder() {
     return this;
   }
   const QWidget* window = Window();
-  const auto holds = [window](const CEditorPlace* place) { return place->IsOpen() && place->Window() == window; };
-  const auto holder = std::find_if(Places().begin(), Places().end(), holds);
-  return holder == Places().end() ? nullptr : *holder;
+  for (CEditorPlace* place : Places()) {
+    if (place->IsOpen() && place->Window() == window) {
+      return place;
+    }
+  }
+  return nullptr;
 }
 
 CTarnAddPlanWidget* CEditorPlace::Editor() {
@@ -210,7 +213,7 @@ void CEditorPlace::OnClosed() {
 }
 
 void CEditorPlace::Hide() {
-  const QWidget* focus = editor_ ? editor_->window()->focusWidget() : nullptr;
+  const QWidget* focus = editor_->window()->focusWidget();
   const bool elsewhere = focus && focus != editor_ && !editor_->isAncestorOf(focus);
   WidgetKit::HideDockWidget(editor_);
   if (!elsewhere) {

@@ -1,6 +1,7 @@
 #include "plan_mover.h"
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "call_answer.h"
 #include "group_tree.h"
@@ -13,6 +14,7 @@
 
 namespace TarnPlanView {
 
+using MarUIControl::CNomalMessage;
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
 using namespace view_plugin_protocol;
@@ -58,9 +60,9 @@ void CPlanMover::OnMoveRow(const QPoint& start, const QPoint& end, const QRect& 
     return;
   }
   if (group == source.parent()) {
-    Q_EMIT SignalMessageTipNeeded(tr("ViewSortFailedadOMakQWZCpToC"), 0);
+    Q_EMIT SignalMessageTipNeeded(tr("ViewSortFailedadOMakQWZCpToC"), CNomalMessage::Success);
   } else if (!CGroupTree::MayHoldPlans(group)) {
-    Q_EMIT SignalMessageTipNeeded(tr("TheMoveViewOperationrvQbjaeS"), 0);
+    Q_EMIT SignalMessageTipNeeded(tr("TheMoveViewOperationrvQbjaeS"), CNomalMessage::Success);
   } else {
     // The family of a row of either root is that of its children, whatever its own code says.
     const Destination destination{QStringToString(group.data(GroupIndexCodeRole).toString()),
@@ -85,7 +87,8 @@ bool CPlanMover::IsBeingEdited(const QString& plan_code) {
   if (!is_edited_ || !is_edited_(plan_code)) {
     return false;
   }
-  Q_EMIT SignalMessageTipNeeded(tr("The plan is open in the editor. Close it first, or choose the group there."), 1);
+  Q_EMIT SignalMessageTipNeeded(tr("The plan is open in the editor. Close it first, or choose the group there."),
+                                CNomalMessage::Failure);
   return true;
 }
 
@@ -101,7 +104,7 @@ void CPlanMover::Move(const QString& plan_code, const Destination& destination) 
       .Then(this, [this, plan_code, destination](const auto& fetched) {
         if (!fetched.ok) {
           moving_.remove(plan_code);
-          Q_EMIT SignalMessageTipNeeded(StringToQString(fetched.response.error_info), 1);
+          Q_EMIT SignalMessageTipNeeded(StringToQString(fetched.response.error_info), CNomalMessage::Failure);
         } else if (IsBeingEdited(plan_code)) {  // opened since
           moving_.remove(plan_code);
         } else if (controller_) {

@@ -15,13 +15,19 @@ bool IsPlanLevel(EItemLevel level) {
 
 QModelIndex ToModel(const CPlanViewTree& tree, const QModelIndex& index) {
   const auto* proxy = qobject_cast<const QAbstractProxyModel*>(tree.model());
-  return proxy ? proxy->mapToSource(index) : index;
+  if (!proxy) {
+    return index;
+  }
+  return proxy->mapToSource(index);
 }
 
 // The row that the drop goes before; invalid after the last one.
 QModelIndex DropRow(const QModelIndex& target, const QPoint& end, const QRect& target_rect) {
   const int middle = (target_rect.top() + target_rect.bottom()) / 2;
-  return middle >= end.y() ? target : target.sibling(target.row() + 1, target.column());
+  if (middle >= end.y()) {
+    return target;
+  }
+  return target.sibling(target.row() + 1, target.column());
 }
 
 }  // namespace
@@ -41,9 +47,15 @@ RowMoveRefusal CheckRowMove(const CPlanViewTree& tree, const QPoint& start, cons
   const bool plan = IsPlanLevel(source_level);
   if (source_level == target_level) {
     // Groups keep their order by name without a word; taking one into another group is refused aloud.
-    return same_parent ? (plan ? RowMoveRefusal::SameGroup : RowMoveRefusal::None) : RowMoveRefusal::OtherGroup;
+    if (!same_parent) {
+      return RowMoveRefusal::OtherGroup;
+    }
+    return plan ? RowMoveRefusal::SameGroup : RowMoveRefusal::None;
   }
-  return plan && std::abs(source_level - target_level) == 1 ? RowMoveRefusal::OtherGroup : RowMoveRefusal::None;
+  if (plan && std::abs(source_level - target_level) == 1) {
+    return RowMoveRefusal::OtherGroup;
+  }
+  return RowMoveRefusal::None;
 }
 
 }  // namespace TarnPlanView

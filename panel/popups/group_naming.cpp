@@ -3,6 +3,7 @@
 #include <QWidget>
 #include <utility>
 
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/message_tip_manager.h"
 #include "keep_on_screen.h"
@@ -12,6 +13,8 @@
 #include "view_extern_widget.h"
 
 namespace TarnPlanView {
+
+using MarUIControl::CNomalMessage;
 
 namespace {
 
@@ -75,10 +78,12 @@ void CGroupNaming::AskForRename(const QModelIndex& group, const QWidget* button)
   ShowBelow(button);
 }
 
-void CGroupNaming::Add(CStandardViewController* controller, const QString& name, const QModelIndex& current,
-                       const QModelIndex& root) {
+void CGroupNaming::Add(CStandardViewController* controller, const QString& name, const QModelIndex& current) {
   const auto asked_for = std::exchange(parent_, std::nullopt);
-  const QModelIndex parent = asked_for ? QModelIndex(asked_for->Resolve()) : current;
+  QModelIndex parent = current;
+  if (asked_for) {
+    parent = asked_for->Resolve();
+  }
   if (asked_for && !parent.isValid()) {
     unused_name_ = name;
     Q_EMIT SignalMessageTipNeeded(
@@ -92,16 +97,19 @@ void CGroupNaming::Add(CStandardViewController* controller, const QString& name,
     return;
   }
   if (controller) {
-    controller->AddPlanGroupByIndexName(parent.isValid() ? parent : root, name);
+    controller->AddPlanGroupByIndexName(parent, name);
   }
 }
 
 void CGroupNaming::Rename(CStandardViewController& controller, const QString& name, const QModelIndex& current) {
-  const QModelIndex group = renamed_ ? QModelIndex(renamed_->Resolve()) : current;
+  QModelIndex group = current;
+  if (renamed_) {
+    group = renamed_->Resolve();
+  }
   if (group.isValid()) {
     controller.UpdatePlanGroupName(group, name);
   } else {
-    Q_EMIT SignalMessageTipNeeded(CViewExternWidget::tr("This group is no longer there."), 1);
+    Q_EMIT SignalMessageTipNeeded(CViewExternWidget::tr("This group is no longer there."), CNomalMessage::Failure);
   }
 }
 

@@ -24,10 +24,9 @@ class CGroupNaming : public QObject {
   /// Asks for the name of a new group below `parent`, which may be invalid for none chosen.
   void AskForNew(const QModelIndex& parent, const QWidget* button);
   void AskForRename(const QModelIndex& group, const QWidget* button);
-  /// Adds the group where its name was asked for, else below `current`, else below `root`; six levels at most.
+  /// Adds the group where its name was asked for, else below `current`; six levels at most.
   /// Without a controller it only says what would be refused.
-  void Add(CStandardViewController* controller, const QString& name, const QModelIndex& current,
-           const QModelIndex& root);
+  void Add(CStandardViewController* controller, const QString& name, const QModelIndex& current);
   /// Renames the row that the name was asked for, else `current`.
   void Rename(CStandardViewController& controller, const QString& name, const QModelIndex& current);
   /// The editor is made again when next asked for; nothing that was typed is kept.

@@ -3,12 +3,14 @@
 #include <QCursor>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "host_calls/ask.h"
 #include "keep_on_screen.h"
 
 namespace TarnPlanView {
 
+using MarUIControl::CNomalMessage;
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
 
@@ -52,7 +54,7 @@ void CPlanPopups::RequestCreationInfo(const QString& plan_code) {
         if (answer.ok) {
           Q_EMIT SignalCreationInfo(StringToQString(plan.creator), StringToQString(plan.creation_time));
         } else {
-          Q_EMIT SignalMessageTipNeeded(StringToQString(plan.error_info), 1);
+          Q_EMIT SignalMessageTipNeeded(StringToQString(plan.error_info), CNomalMessage::Failure);
         }
       });
 }

@@ -35,8 +35,13 @@ QSize CViewSaveMenu::Body::Size() const {
   if (save_visible && save_as_visible) {
     return {qMax(TextWidth(ui.ptr_save_btn_), TextWidth(ui.ptr_save_as_btn)) + kRoomBesideBoth, kHeightOfBoth};
   }
-  const QPushButton* shown = save_as_visible ? ui.ptr_save_as_btn : save_visible ? ui.ptr_save_btn_ : nullptr;
-  return {(shown ? TextWidth(shown) : 0) + kRoomBesideOne, kHeightOfOne};
+  int text = 0;
+  if (save_as_visible) {
+    text = TextWidth(ui.ptr_save_as_btn);
+  } else if (save_visible) {
+    text = TextWidth(ui.ptr_save_btn_);
+  }
+  return {text + kRoomBesideOne, kHeightOfOne};
 }
 
 CViewSaveMenu::CViewSaveMenu(QWidget* parent) : QWidget(parent), body_(std::make_shared<Body>()) {
@@ -45,9 +50,13 @@ CViewSaveMenu::CViewSaveMenu(QWidget* parent) : QWidget(parent), body_(std::make
   setFixedHeight(kHeightOfOne);
   setWindowFlags(Qt::FramelessWindowHint | Qt::Popup);
   qRegisterMetaType<ViewSaveActions>("ViewSaveActions");
-  const bool plans = CViewConfigManager::Instance().IsShowPlanOrView();
-  body_->ui.ptr_save_btn_->setText(plans ? tr("LtkdtdvtUCQNJzHRVo") : tr("SaveView"));
-  body_->ui.ptr_save_as_btn->setText(plans ? tr("PrYXuunpaDeMGkqpzm") : tr("SaveAsView"));
+  if (CViewConfigManager::Instance().IsShowPlanOrView()) {
+    body_->ui.ptr_save_btn_->setText(tr("LtkdtdvtUCQNJzHRVo"));
+    body_->ui.ptr_save_as_btn->setText(tr("PrYXuunpaDeMGkqpzm"));
+  } else {
+    body_->ui.ptr_save_btn_->setText(tr("SaveView"));
+    body_->ui.ptr_save_as_btn->setText(tr("SaveAsView"));
+  }
   setAccessibleName(tr("Ways to save"));
   connect(body_->ui.ptr_save_btn_, &QPushButton::clicked, this, &CViewSaveMenu::OnSaveBtnClicked);
   connect(body_->ui.ptr_save_as_btn, &QPushButton::clicked, this, &CViewSaveMenu::OnSaveAsBtnClicked);

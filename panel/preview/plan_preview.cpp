@@ -40,8 +40,11 @@ QImage ScaledThumbnail(const std::string& png, const QSize& room) {
   QByteArray bytes = QByteArray::fromRawData(png.data(), static_cast<int>(png.size()));
   QBuffer buffer(&bytes);
   QImageReader reader(&buffer, "png");
-  const QImage picture = IsThumbnailSize(reader.size()) ? reader.read() : QImage();
-  return picture.isNull() ? picture : picture.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+  QImage picture;
+  if (!IsThumbnailSize(reader.size()) || !reader.read(&picture)) {
+    return QImage();
+  }
+  return picture.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 }
 
 }  // namespace
@@ -114,7 +117,10 @@ void CPlanPreview::Fetch() {
 }
 
 void CPlanPreview::OnFetched(const QString& code, const GetPlanDetailResponse& plan, const QImage& thumbnail) {
-  QPixmap picture = thumbnail.isNull() ? Drawn(plan) : QPixmap::fromImage(thumbnail);
+  QPixmap picture = QPixmap::fromImage(thumbnail);
+  if (picture.isNull()) {
+    picture = Drawn(plan);
+  }
   picture.setDevicePixelRatio(devicePixelRatioF());
   if (picture.isNull()) {
     return;

@@ -76,7 +76,10 @@ void CSearchPage::OnFound(const std::list<SearchedPlan>& plans) {
 }
 
 void CSearchPage::Show(const std::list<SearchedPlan>& plans) {
-  const QString text = answered_text_.isEmpty() ? Text() : answered_text_;
+  QString text = answered_text_;
+  if (text.isEmpty()) {
+    text = Text();
+  }
   QList<QStandardItem*> rows;
   for (const SearchedPlan& plan : plans) {
     rows.append(MakeRow(plan, text));

@@ -60,6 +60,19 @@ QRect TextRect(const QStyleOptionViewItem& option) {
   return option.rect.adjusted(kMargin + kIconSize + kGap, kPadding, -kMargin, -kPadding);
 }
 
+struct Colors {
+  QColor main, muted, mark;
+  QIcon::Mode icon;
+};
+
+Colors ColorsOf(bool selected) {
+  if (selected) {
+    const QColor all = SkinColor("selection_text");
+    return {all, all, all, QIcon::Selected};
+  }
+  return {SkinColor("text"), SkinColor("text_muted"), SkinColor("accent_on_surface"), QIcon::Normal};
+}
+
 }  // namespace
 
 void CSearchPlanItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -69,25 +82,22 @@ void CSearchPlanItemDelegate::paint(QPainter* painter, const QStyleOptionViewIte
   const QIcon icon = row.icon;
   row.text.clear();
   row.icon = QIcon();
-  QStyle* style = row.widget ? row.widget->style() : QApplication::style();
-  style->drawControl(QStyle::CE_ItemViewItem, &row, painter, row.widget);
+  row.widget->style()->drawControl(QStyle::CE_ItemViewItem, &row, painter, row.widget);
 
-  const bool selected = row.state & QStyle::State_Selected;
+  const Colors colors = ColorsOf(row.state & QStyle::State_Selected);
   const QRect text = TextRect(option);
   const QRect icon_rect(option.rect.left() + kMargin, option.rect.center().y() - kIconSize / 2, kIconSize, kIconSize);
-  icon.paint(painter, icon_rect, Qt::AlignCenter, selected ? QIcon::Selected : QIcon::Normal);
+  icon.paint(painter, icon_rect, Qt::AlignCenter, colors.icon);
 
-  const QColor main = SkinColor(selected ? "selection_text" : "text");
-  const QColor muted = SkinColor(selected ? "selection_text" : "text_muted");
-  const QColor mark = SkinColor(selected ? "selection_text" : "accent_on_surface");
   const QFontMetrics metrics(option.font);
   const QString name = metrics.elidedText(index.data().toString(), Qt::ElideRight, text.width());
   const QString path = metrics.elidedText(index.data(kSearchPathRole).toString(), Qt::ElideMiddle, text.width());
   painter->save();
   painter->setClipRect(text);
-  DrawLine(painter, text, name, option.font, main, MarksIn(name, index.data(SearchTextRole).toString(), mark));
+  DrawLine(painter, text, name, option.font, colors.main,
+           MarksIn(name, index.data(SearchTextRole).toString(), colors.mark));
   const QRect below(text.left(), text.top() + metrics.height() + 2, text.width(), metrics.height());
-  DrawLine(painter, below, path, option.font, muted, {});
+  DrawLine(painter, below, path, option.font, colors.muted, {});
   painter->restore();
 }
 
@@ -101,9 +111,9 @@ bool CSearchPlanItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* vi
   if (event->type() != QEvent::ToolTip || !index.isValid()) {
     return QStyledItemDelegate::helpEvent(event, view, option, index);
   }
-  const QString path = index.data(kSearchPathRole).toString();
-  const QString name = index.data().toString();
-  const QString whole = path.isEmpty() ? name : path + QStringLiteral(" / ") + name;
+  QStringList names = {index.data(kSearchPathRole).toString(), index.data().toString()};
+  names.removeAll(QString());
+  const QString whole = names.join(QStringLiteral(" / "));
   QToolTip::showText(event->globalPos(), Qt::mightBeRichText(whole) ? Qt::convertFromPlainText(whole) : whole, view);
   return true;
 }

@@ -38,10 +38,7 @@ CSearchPlanListView::CSearchPlanListView(QWidget* parent) : QListView(parent), m
 }
 
 QModelIndex CSearchPlanListView::Hit(const QString& plan_code) const {
-  const QModelIndexList hits =
-      model() ? model()->match(model()->index(0, 0), PlanIndexCodeRole, plan_code, 1, Qt::MatchExactly)
-              : QModelIndexList();
-  return hits.value(0);
+  return model()->match(model()->index(0, 0), PlanIndexCodeRole, plan_code, 1, Qt::MatchExactly).value(0);
 }
 
 // Keys of the list come before shortcuts of the window around it.
@@ -64,8 +61,10 @@ void CSearchPlanListView::keyPressEvent(QKeyEvent* event) {
     }
     if (OpensMenu(*event)) {
       ShowMenuAtCurrent();
+    } else if (event->key() == Qt::Key_F2) {
+      RequestCommand(tarn_ui_data_controller::Edit);
     } else {
-      RequestCommand(event->key() == Qt::Key_F2 ? tarn_ui_data_controller::Edit : tarn_ui_data_controller::Delete);
+      RequestCommand(tarn_ui_data_controller::Delete);
     }
     return;
   }

@@ -38,20 +38,6 @@ Rights RightsOf(const QString& letters) {
 
 constexpr PlanCommand kBar[] = {PlanCommand::AddGroup, PlanCommand::AddPlan, PlanCommand::Edit, PlanCommand::Delete};
 
-// S a search is shown, W the wait page, E the editor is open, O a new plan is being opened, U between two users.
-PanelSituation SituationOf(const QString& mode) {
-  PanelSituation situation;
-  if (mode.contains('S')) {
-    situation.page = PanelPage::Search;
-  } else if (mode.contains('W')) {
-    situation.page = PanelPage::Wait;
-  }
-  situation.editing = mode.contains('E');
-  situation.opening = mode.contains('O');
-  situation.between_users = mode.contains('U');
-  return situation;
-}
-
 }  // namespace
 
 // Which commands there are: by row, rights, switches and what the panel shows.
@@ -98,6 +84,8 @@ void PlanCommandsTest::RowsGrantTheButtons() {
 }
 
 void PlanCommandsTest::StatesFollowTheSituation_data() {
+  // T the tree, S a search or W the wait page is shown, E the editor is open, O a new plan is being opened, U between
+  // two users.
   QTest::addColumn<QString>("mode");
   QTest::addColumn<int>("type");
   QTest::addColumn<QString>("grants");
@@ -110,14 +98,14 @@ void PlanCommandsTest::StatesFollowTheSituation_data() {
     QTest::newRow(name) << QString(mode) << type << QString(grants) << QString(rights) << QString(buttons)
                         << QString(enabled) << QString(reasons);
   };
-  add("as granted", "", PublicPlanItem, "gped", "aed", "gped", "gped", "....");
-  add("no rights", "", PublicPlanItem, "----", "", "----", "----", "aaed");
-  add("one right", "", PublicGroupItem, "--e-", "e", "--e-", "--e-", "aa.d");
-  add("root", "", PublicRootItem, "g---", "aed", "g---", "g---", "....");
-  add("received", "", ReceivedPlanItem, "g---", "", "g---", "g---", "....");
-  add("no row", "", 0, "----", "", "----", "----", "....");
-  add("editing", "E", PublicPlanItem, "gped", "aed", "-p--", "-p--", "....");
-  add("opening", "O", PublicPlanItem, "gped", "aed", "g-ed", "g-ed", "....");
+  add("as granted", "T", PublicPlanItem, "gped", "aed", "gped", "gped", "....");
+  add("no rights", "T", PublicPlanItem, "----", "", "----", "----", "aaed");
+  add("one right", "T", PublicGroupItem, "--e-", "e", "--e-", "--e-", "aa.d");
+  add("root", "T", PublicRootItem, "g---", "aed", "g---", "g---", "....");
+  add("received", "T", ReceivedPlanItem, "g---", "", "g---", "g---", "....");
+  add("no row", "T", 0, "----", "", "----", "----", "....");
+  add("editing", "TE", PublicPlanItem, "gped", "aed", "-p--", "-p--", "....");
+  add("opening", "TO", PublicPlanItem, "gped", "aed", "g-ed", "g-ed", "....");
   add("wait", "W", PublicPlanItem, "gped", "aed", "gped", "gp--", "....");
   add("between users", "WU", PublicPlanItem, "gped", "", "--ed", "----", "aa..");
   add("public hit", "S", PublicPlanItem, "gped", "aed", "-pe-", "-pe-", "L..L");
@@ -135,7 +123,11 @@ void PlanCommandsTest::StatesFollowTheSituation() {
   QFETCH(QString, grants);
   QFETCH(QString, rights);
   QFETCH(QString, reasons);
-  PanelSituation situation = SituationOf(mode);
+  PanelSituation situation;
+  situation.page = static_cast<PanelPage>(QString("TSW").indexOf(mode.left(1)));
+  situation.editing = mode.contains('E');
+  situation.opening = mode.contains('O');
+  situation.between_users = mode.contains('U');
   situation.item_type = type;
   situation.grants = Grants(grants);
   situation.rights = RightsOf(rights);
@@ -165,9 +157,11 @@ void PlanCommandsTest::MenusShowWhatSuitsTheRow() {
     }
     return letters.remove(QChar());
   };
+  situation.switches.group_cycle = false;
   QCOMPARE(shown(OwnPlanItem), QString("gped/>s"));
   QCOMPARE(shown(OwnGroupItem), QString("gped/"));
-  situation.switches = {false, false, true, true};
+  situation.switches.enable_search = false;
+  situation.switches.group_cycle = situation.switches.creation_info = true;
   QCOMPARE(shown(ReceivedLeafItem), QString("gped>si"));
   QCOMPARE(shown(PublicGroupItem), QString("gped*"));
   QCOMPARE(shown(PublicRootItem), QString("gped"));
