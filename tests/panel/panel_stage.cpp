@@ -29,29 +29,29 @@ CPanelStage::~CPanelStage() {
   TarnHost::SetModalAnswer({});
 }
 
-QToolButton* CPanelStage::Button(const char* name) const {
-  return panel_->findChild<QToolButton*>(QString::fromLatin1(name));
-}
-
 QString CPanelStage::Enabled() const {
-  QString enabled;
-  const std::pair<const char*, QChar> buttons[] = {
-      {"add_group_btn", 'g'}, {"add_view_btn", 'p'}, {"edit_btn", 'e'}, {"delete_btn", 'd'}};
-  for (const auto& [name, letter] : buttons) {
-    enabled += Button(name)->isEnabled() ? letter : QChar('-');
+  QString enabled = "gped";
+  const char* const buttons[] = {"add_group_btn", "add_view_btn", "edit_btn", "delete_btn"};
+  for (int i = 0; i < enabled.size(); ++i) {
+    enabled[i] = Button(buttons[i])->isEnabled() ? enabled[i] : QChar('-');
   }
   return enabled;
 }
 
 QString CPanelStage::PageName() const {
   const QString name = panel_->findChild<QStackedWidget*>()->currentWidget()->objectName();
-  return name.startsWith(QLatin1String("plan_view_tree")) ? QStringLiteral("tree") : name;
+  return name.startsWith("plan_view_tree") ? "tree" : name;
 }
 
 void CPanelStage::Expand(const QModelIndex& row) {
   const QPersistentModelIndex kept(row);
   Tree().ExpandAsync(row);
   QVERIFY(QTest::qWaitFor([&] { return !Tree().IsWaiting(kept); }));
+}
+
+void CPanelStage::ExpandAll() {
+  Row("no row has this name");
+  Tree().expandAll();
 }
 
 QModelIndex CPanelStage::findBelow(const QModelIndex& parent, const QString& name) {
@@ -69,22 +69,43 @@ QModelIndex CPanelStage::findBelow(const QModelIndex& parent, const QString& nam
   return QModelIndex();
 }
 
-QModelIndex CPanelStage::Row(const QString& name) {
-  return findBelow(QModelIndex(), name);
-}
-
 void CPanelStage::Choose(const QString& name) {
   const QModelIndex row = Row(name);
   QVERIFY2(row.isValid(), qPrintable(name));
   Tree().setCurrentIndex(row);
 }
 
-QStringList CPanelStage::TakeTips() {
-  return std::exchange(tips_, {});
+void CPanelStage::Drop(const QString& row, const QString& onto) {
+  const QRect from = Tree().visualRect(Row(row)), target = Tree().visualRect(Row(onto));
+  Q_EMIT Tree().SignalMoveRow(from.center(), target.center(), target);
 }
 
-QStringList CPanelStage::TakeQuestions() {
-  return std::exchange(questions_, {});
+void CPanelStage::Search(const QString& text) {
+  Field()->setText(text);
+  QTest::keyClick(Field(), Qt::Key_Return);
+}
+
+QStringList CPanelStage::Hits() const {
+  QStringList names;
+  for (int row = 0; row < List()->model()->rowCount(); ++row) {
+    names.append(List()->model()->index(row, 0).data().toString());
+  }
+  return names;
+}
+
+QString CPanelStage::Edited() const {
+  return panel_->IsEditorOpen() ? EditorName()->text() : QString();
+}
+
+void CPanelStage::Edit(const QString& plan) {
+  Choose(plan);
+  panel_->EditPlanByIndex(Tree().currentIndex());
+  QTRY_COMPARE(Edited(), plan);
+}
+
+QStringList CPanelStage::AwaitTips() {
+  const bool said = QTest::qWaitFor([this] { return !tips_.isEmpty(); });
+  return said ? TakeTips() : QStringList();
 }
 
 }  // namespace TarnTest

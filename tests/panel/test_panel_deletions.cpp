@@ -5,10 +5,7 @@
 #include "view_model_data_manager.h"
 
 using namespace TarnPlanView;
-using namespace view_plugin_protocol;
-using tarn_ui_data_controller::MsgType;
 using TarnTest::CPanelStage;
-using TarnTest::CPlanFixture;
 
 // What the panel asks before it deletes, and what becomes of the answer.
 class PanelDeletionsTest : public TarnTest::CPlanTest {
@@ -21,32 +18,29 @@ class PanelDeletionsTest : public TarnTest::CPlanTest {
 
 void PanelDeletionsTest::AsksBeforeDeletingAGroup() {
   for (const bool with_children : {false, true}) {
-    Open({{QStringLiteral("delete_with_children"), with_children}, {QStringLiteral("show_mode"), 1}});
+    Open({{"delete_with_children", with_children}, {"show_mode", 1}});
     {
       CPanelStage stage(fixture_);
       // Not expanded yet: the host is asked whether there is anything below.
       stage.Expand(stage.Tree().model()->index(0, 0));
-      stage.Choose(QStringLiteral("Public B"));
+      stage.Choose("Public B");
       stage.answer = 0;
       Services().ForgetCalls();
       stage.Button("delete_btn")->click();
       QCOMPARE(stage.TakeQuestions(), QStringList(with_children ? "ConfirmToDelete" : "ContainsChildNodesThPmmApRHD"));
       fixture_.Drain();
-      QCOMPARE(Services().Count(QStringLiteral("DeletePlanGroup")), 0);  // declined, or not even asked
+      QCOMPARE(Services().Count("DeletePlanGroup"), 0);  // declined, or not even asked
 
-      stage.Panel().SetCurPlayItemByIndexCode(fixture_.Code(QStringLiteral("A1 plan 2")));
-      stage.Choose(QStringLiteral("A1 plan 2"));
-      stage.Choose(QStringLiteral("Public A"));
+      stage.Panel().SetCurPlayItemByIndexCode(fixture_.Code("A1 plan 2"));
+      stage.Choose("A1 plan 2");
+      stage.Choose("Public A");
       stage.answer = 1;
       QSignalSpy stop(&stage.Panel(), &CViewExternWidget::SignalStopPlan);
       stage.Button("delete_btn")->click();
-      if (with_children) {
-        // The playing plan stands two levels below; still no one is told to stop it.
-        QCOMPARE(stage.TakeQuestions().size(), 1);
-        QTRY_VERIFY(!stage.Row(QStringLiteral("Public A")).isValid());
-      } else {
-        QCOMPARE(stage.TakeQuestions(), QStringList("ContainsChildNodesThPmmApRHD"));
-      }
+      // The playing plan stands two levels below; still no signal asks for its end.
+      QCOMPARE(stage.TakeQuestions(),
+               QStringList(with_children ? "TheUserCurrentlyHasAWPBwgUrC" : "ContainsChildNodesThPmmApRHD"));
+      QTRY_COMPARE(!stage.Row("Public A").isValid(), with_children);
       QCOMPARE(stop.size(), 0);
       fixture_.Drain();
     }
@@ -55,70 +49,61 @@ void PanelDeletionsTest::AsksBeforeDeletingAGroup() {
 }
 
 void PanelDeletionsTest::AsksBeforeDeletingAPlan() {
-  for (const int show_mode : {0, 1}) {
-    Open({{QStringLiteral("show_mode"), show_mode}});
-    {
-      CPanelStage stage(fixture_);
-      stage.Choose(QStringLiteral("Public A plan 2"));
-      stage.answer = 0;
-      stage.Button("delete_btn")->click();
-      QCOMPARE(stage.TakeQuestions(), QStringList("ConfirmToDelete"));
-      fixture_.Drain();
-      QCOMPARE(Services().Count(QStringLiteral("DeletePlan")), 0);
+  Open({{"show_mode", 0}});
+  CPanelStage stage(fixture_);
+  const auto remove = [&stage](const QString& name) {
+    stage.Choose(name);
+    stage.Button("delete_btn")->click();
+    return stage.TakeQuestions().join(',');
+  };
+  const auto is_there = [&stage](const QString& name) { return stage.Row(name).isValid(); };
+  const QString plan = "Public A plan 2";
+  stage.answer = 0;
+  QCOMPARE(remove(plan), QString("ConfirmToDelete"));
+  fixture_.Drain();
+  QCOMPARE(Services().Count("DeletePlan"), 0);
 
-      stage.Panel().SetCurPlayItemByIndexCode(fixture_.Code(QStringLiteral("Public A plan 2")));
-      int calls_at_stop = -1;
-      connect(&stage.Panel(), &CViewExternWidget::SignalStopPlan, &stage.Panel(),
-              [&] { calls_at_stop = Services().Count(QStringLiteral("DeletePlan")); });
-      stage.answer = 1;
-      Services().Hold(QStringLiteral("DeletePlan"));
-      stage.Button("delete_btn")->click();
-      QCOMPARE(stage.TakeQuestions(),
-               QStringList(show_mode ? "TheUserCurrentlyHasAWPBwgUrC" : "TheUserCurrentlyHasAwlMLoHj"));
-      QCOMPARE(calls_at_stop, 0);
-      // A second key press before the first answer asks nothing and sends nothing, whatever fails or goes meanwhile.
-      QSignalSpy tips(&stage.Panel(), &CViewExternWidget::SignalMessageTipNeeded);
-      stage.Panel().PlayPlanByString(QStringLiteral("4711"), false);
-      QTRY_COMPARE(tips.size(), 1);
-      stage.Button("delete_btn")->click();
-      QCOMPARE(stage.TakeQuestions(), QStringList());
-      stage.Choose(QStringLiteral("Public B"));
-      stage.Button("delete_btn")->click();
-      QTRY_VERIFY(!stage.Row(QStringLiteral("Public B")).isValid());
-      QCOMPARE(stage.TakeQuestions(), QStringList("ConfirmToDelete"));
-      stage.Choose(QStringLiteral("Public A plan 2"));
-      stage.Button("delete_btn")->click();
-      QCOMPARE(stage.TakeQuestions(), QStringList());
-      Services().ReleaseAll();
-      QTRY_VERIFY(!stage.Row(QStringLiteral("Public A plan 2")).isValid());
-      QCOMPARE(Services().Count(QStringLiteral("DeletePlan")), 1);
+  stage.Panel().SetCurPlayItemByIndexCode(fixture_.Code(plan));
+  int calls_at_stop = -1;
+  connect(&stage.Panel(), &CViewExternWidget::SignalStopPlan, &stage.Panel(),
+          [&] { calls_at_stop = Services().Count("DeletePlan"); });
+  stage.answer = 1;
+  Services().Hold("DeletePlan");
+  QCOMPARE(remove(plan), QString("TheUserCurrentlyHasAwlMLoHj"));
+  QCOMPARE(calls_at_stop, 0);
+  // A second key press before the first answer asks nothing and sends nothing, whatever fails or goes meanwhile.
+  stage.TakeTips();
+  stage.Panel().PlayPlanByString("4711", false);
+  QCOMPARE(stage.AwaitTips().size(), 1);
+  QCOMPARE(remove(plan), QString());
+  QCOMPARE(remove("Public B"), QString("ConfirmToDelete"));
+  QTRY_VERIFY(!is_there("Public B"));
+  QCOMPARE(remove(plan), QString());
+  Services().ReleaseAll();
+  QTRY_VERIFY(!is_there(plan));
+  QCOMPARE(Services().Count("DeletePlan"), 1);
 
-      // A refused deletion can be tried again.
-      stage.TakeTips();
-      stage.Choose(QStringLiteral("Public A plan 10"));
-      Services().Fail(QStringLiteral("DeletePlan"), "locked");
-      stage.Button("delete_btn")->click();
-      fixture_.Drain();
-      QCOMPARE(stage.TakeTips(), QStringList("1:locked"));
-      Services().Mend(QStringLiteral("DeletePlan"));
-      stage.Button("delete_btn")->click();
-      QTRY_VERIFY(!stage.Row(QStringLiteral("Public A plan 10")).isValid());
-    }
-    Shut();
-  }
+  // A refused deletion can be tried again.
+  stage.TakeTips();
+  Services().Fail("DeletePlan", "locked");
+  remove("Public A plan 10");
+  QCOMPARE(stage.AwaitTips(), QStringList("1:locked"));
+  Services().Mend("DeletePlan");
+  remove("Public A plan 10");
+  QTRY_VERIFY(!is_there("Public A plan 10"));
 }
 
 void PanelDeletionsTest::RowGoneUnderTheQuestionIsLeftAlone() {
   Open();
   CPanelStage stage(fixture_);
-  stage.Choose(QStringLiteral("Public A plan 2"));
+  stage.Choose("Public A plan 2");
   stage.while_asking = [&] {
     CViewModelDataManager::Instance().OnDeletePlanGroupPlanSucc(stage.Tree().currentIndex());
   };
   stage.Button("delete_btn")->click();
   fixture_.Drain();
-  QCOMPARE(Services().Count(QStringLiteral("DeletePlan")), 0);
-  QVERIFY(stage.Row(QStringLiteral("Public A plan 10")).isValid());
+  QCOMPARE(Services().Count("DeletePlan"), 0);
+  QVERIFY(stage.Row("Public A plan 10").isValid());
 }
 
 QTEST_MAIN(PanelDeletionsTest)

@@ -1,12 +1,10 @@
-#include <QLineEdit>
 #include <QSignalSpy>
 #include <QtTest>
 
-#include "LyraPluginManager/view_business_interface_mgr.h"
 #include "WidgetKit/dock_widget.h"
+#include "editor_place.h"
 #include "group_chooser.h"
 #include "panel_stage.h"
-#include "tarn_add_plan_widget.h"
 
 using namespace TarnPlanView;
 using namespace view_plugin_protocol;
@@ -22,8 +20,8 @@ enum Answer { KeepEditing = 0, SaveFirst = 1, ThrowAway = 2 };  // as the questi
 class PanelEditorTest : public TarnTest::CPlanTest {
   Q_OBJECT
  private Q_SLOTS:
+  void OpensBesideThePanel();
   void WhatWasSavedIsCurrent();
-  void CurrentPlanStaysCurrentWhoeverSavesIt();
   void KeysBeforeThePlanIsThereDoNothing();
   void NextPlanOpensOnceTheFirstIsSafe();
   void LeavingIsTiedToItsSave();
@@ -32,85 +30,86 @@ class PanelEditorTest : public TarnTest::CPlanTest {
   void WallMayStandInAnotherWindow();
 
  private:
-  CTarnAddPlanWidget* Editor(CPanelStage& stage) { return stage.Panel().window()->findChild<CTarnAddPlanWidget*>(); }
-  bool IsOpen(CPanelStage& stage) { return WidgetKit::IsDockWidgetShown(Editor(stage)); }
-  QLineEdit* Name(CPanelStage& stage) { return Editor(stage)->findChild<QLineEdit*>("plan_name_edit"); }
-  void Edit(CPanelStage& stage, const QString& plan) {
-    stage.Choose(plan);
-    stage.Panel().EditPlanByIndex(stage.Tree().currentIndex());
-    QTRY_COMPARE(Name(stage)->text(), plan);
-  }
   void Save(CPanelStage& stage) {
-    Editor(stage)->Save();
-    QTRY_VERIFY(!IsOpen(stage));
+    stage.Editor()->Save();
+    QTRY_VERIFY(!stage.Panel().IsEditorOpen());
   }
-  static QString Current(CPanelStage& stage) { return stage.Tree().currentIndex().data().toString(); }
-  void ChooseGroup(CPanelStage& stage, const QString& name) {
-    const QModelIndex row = fixture_.Public()->FindIndexByIndexCode(fixture_.Code(name), true);
-    Q_EMIT Editor(stage)->findChild<CGroupChooser*>()->SignalGroupChosen(fixture_.Code(name), name,
-                                                                         CGroupChooser::FamilyOf(row));
+  static CEditorPlace::State State(CPanelStage& stage) {
+    return stage.Panel().findChild<CEditorPlace*>()->CurrentState();
   }
 };
+
+void PanelEditorTest::OpensBesideThePanel() {
+  Open();
+  CPanelStage stage(fixture_);
+  stage.Choose("Public A");
+  QTest::mouseClick(stage.Button("add_view_btn"), Qt::LeftButton);
+  QVERIFY(stage.Panel().IsEditorOpen() && stage.Editor()->isVisible());
+  QCOMPARE(stage.Editor()->objectName(), QString("add_edit_plan_widget"));
+  QCOMPARE(stage.Enabled(), QString("-p--"));
+  const QString log = fixture_.Log().Lines().join('\n');
+  QVERIFY(log.indexOf("Add plan button clicked") < log.indexOf("Add plan dock widget show."));
+  stage.Editor()->Cancel();
+  QVERIFY(!stage.Panel().IsEditorOpen());
+  QCOMPARE(stage.Enabled(), QString("gped"));
+
+  // Leaving closes an editor that holds nothing new.
+  stage.Choose("Public A plan 2");
+  QTest::keyClick(&stage.Tree(), Qt::Key_F2);
+  QTRY_COMPARE(stage.Edited(), QString("Public A plan 2"));
+  QVERIFY(stage.Panel().MayLeave() && !stage.Panel().IsEditorOpen());
+  // Changed and not saved: nothing goes without a question, and "stay" keeps everything.
+  stage.Edit("Public A plan 2");
+  QTest::keyClicks(stage.EditorName(), " west");
+  stage.answer = KeepEditing;
+  stage.while_asking = [&] { QCOMPARE(State(stage), CEditorPlace::State::Asking); };
+  QVERIFY(!stage.Panel().MayLeave());
+  QTest::mouseClick(stage.Button("add_view_btn"), Qt::LeftButton);
+  QCOMPARE(stage.TakeQuestions().size(), 2);
+  QCOMPARE(State(stage), CEditorPlace::State::Open);
+  QCOMPARE(stage.Edited(), QString(" west"));  // typed over the name, which is marked at first
+}
 
 void PanelEditorTest::WhatWasSavedIsCurrent() {
   Open();
   CPanelStage stage(fixture_);
   stage.Panel().activateWindow();
   QVERIFY(QTest::qWaitForWindowActive(&stage.Panel()));
-  Edit(stage, "Public A plan 2");
-  Name(stage)->setText("Public A plan 20");  // stands behind its neighbour now
+  stage.Edit("Public A plan 2");
+  stage.EditorName()->setText("Public A plan 20");  // stands behind its neighbour now
   Save(stage);
-  QCOMPARE(Current(stage), QString("Public A plan 20"));
+  QCOMPARE(stage.Current(), QString("Public A plan 20"));
   QVERIFY(stage.Tree().hasFocus());
 
   stage.Choose("Public A plan 10");
   stage.Button("add_view_btn")->click();
-  Name(stage)->setText("Public A plan 1");
+  stage.EditorName()->setText("Public A plan 1");
   Save(stage);
-  QCOMPARE(Current(stage), QString("Public A plan 1"));
+  QCOMPARE(stage.Current(), QString("Public A plan 1"));
 
-  // Moved to a group that no one has looked into yet; a key must not hit what has stood below it.
-  Edit(stage, "Public A plan 1");
-  ChooseGroup(stage, "Public B");
+  // Moved to a group whose rows have not been fetched yet; a key must not hit what has stood below it.
+  stage.Edit("Public A plan 1");
+  const QString group = fixture_.Code("Public B");
+  const QModelIndex row = fixture_.Public()->FindIndexByIndexCode(group, true);
+  Q_EMIT stage.Editor()->findChild<CGroupChooser*>()->SignalGroupChosen(group, "Public B",
+                                                                        CGroupChooser::FamilyOf(row));
   Save(stage);
-  QVERIFY(QStringList({"Public B", "Public A plan 1"}).contains(Current(stage)));
-  QTRY_COMPARE(Current(stage), QString("Public A plan 1"));
+  QVERIFY(QStringList({"Public B", "Public A plan 1"}).contains(stage.Current()));
+  QTRY_COMPARE(stage.Current(), QString("Public A plan 1"));
   QCOMPARE(stage.Tree().currentIndex().parent().data().toString(), QString("Public B"));
 
   // The user who has gone on in the tree meanwhile is left where he is.
-  Edit(stage, "Public A plan 20");
-  Name(stage)->setText("Public A plan 3");
+  stage.Edit("Public A plan 20");
+  stage.EditorName()->setText("Public A plan 3");
   Services().Hold("UpdatePlan");
-  Editor(stage)->Save();
+  stage.Editor()->Save();
   QVERIFY(Services().WaitUntilHeld("UpdatePlan"));
+  QCOMPARE(State(stage), CEditorPlace::State::Saving);
   stage.Tree().setFocus();
   stage.Choose("Public A plan 10");
   Services().ReleaseAll();
-  QTRY_VERIFY(!IsOpen(stage));
-  QCOMPARE(Current(stage), QString("Public A plan 10"));
-}
-
-void PanelEditorTest::CurrentPlanStaysCurrentWhoeverSavesIt() {
-  Open();
-  CPanelStage stage(fixture_);
-  UpdatePlanRequest request;
-  request.plan_index_code = fixture_.Code("Public A plan 2").toStdString();
-  request.plan_name = "Public A plan 20";
-  QSignalSpy saved(&stage.Controller(), &CStandardViewController::SignalUpdatePlanSucc);
-  stage.Choose("Public A plan 2");
-  stage.Controller().UpdatePlanParam(request, "Public A plan 2");
-  QTRY_COMPARE(saved.size(), 1);
-  QCOMPARE(Current(stage), QString("Public A plan 20"));
-  stage.Choose("Public A plan 10");
-  request.plan_name = "Public A plan 2";
-  stage.Controller().UpdatePlanParam(request, "Public A plan 20");
-  QTRY_COMPARE(saved.size(), 2);
-  QCOMPARE(Current(stage), QString("Public A plan 10"));
-  stage.Choose("Public A plan 2");
-  request.parent_index_code = fixture_.Code("Public B").toStdString();  // nobody has looked into it yet
-  stage.Controller().UpdatePlanParam(request, "Public A plan 2");
-  QTRY_COMPARE(saved.size(), 3);
-  QCOMPARE(Current(stage), QString("Public A"));
+  QTRY_COMPARE(State(stage), CEditorPlace::State::Closed);
+  QCOMPARE(stage.Current(), QString("Public A plan 10"));
 }
 
 void PanelEditorTest::KeysBeforeThePlanIsThereDoNothing() {
@@ -123,43 +122,44 @@ void PanelEditorTest::KeysBeforeThePlanIsThereDoNothing() {
   stage.Panel().EditPlanByIndex(stage.Tree().currentIndex());
   QVERIFY(Services().WaitUntilHeld("GetPlanDetail"));
   for (const auto key : {Qt::Key_Return, Qt::Key_Space}) {
-    QVERIFY(Editor(stage)->isAncestorOf(QApplication::focusWidget()) || Editor(stage)->hasFocus());
+    QVERIFY(stage.Editor()->isAncestorOf(QApplication::focusWidget()) || stage.Editor()->hasFocus());
     QTest::keyClick(QApplication::focusWidget(), key);
-    QVERIFY(IsOpen(stage));
+    QVERIFY(stage.Panel().IsEditorOpen());
   }
   Services().ReleaseAll();
-  QTRY_VERIFY(Name(stage)->hasFocus());
+  QTRY_VERIFY(stage.EditorName()->hasFocus());
 }
 
 void PanelEditorTest::NextPlanOpensOnceTheFirstIsSafe() {
   Open();
   CPanelStage stage(fixture_);
-  Edit(stage, "Public A plan 2");
-  Name(stage)->setText("First");
+  stage.Edit("Public A plan 2");
+  stage.EditorName()->setText("First");
   stage.Choose("Public A plan 10");
   stage.answer = SaveFirst;
+  Services().Hold("UpdatePlan");
   stage.Panel().EditPlanByIndex(stage.Tree().currentIndex());
-  QTRY_COMPARE(Name(stage)->text(), QString("Public A plan 10"));
-  QVERIFY(IsOpen(stage) && !fixture_.Code("First").isEmpty());
-  QCOMPARE(Current(stage), QString("Public A plan 10"));
+  QCOMPARE(State(stage), CEditorPlace::State::Queued);
+  Services().ReleaseAll();
+  QTRY_COMPARE(stage.Edited(), QString("Public A plan 10"));
+  QVERIFY(!fixture_.Code("First").isEmpty());
+  QCOMPARE(stage.Current(), QString("Public A plan 10"));
 
   // Not saved, not gone on; and what is saved later for its own sake opens nothing.
-  Name(stage)->setText("Second");
+  stage.EditorName()->setText("Second");
   Services().Fail("UpdatePlan", "full");
   stage.TakeTips();
   stage.Button("add_view_btn")->click();
-  QStringList tips;
-  QTRY_VERIFY(!(tips += stage.TakeTips()).isEmpty());
-  QCOMPARE(tips, QStringList("1:full"));
-  QTRY_VERIFY(!Editor(stage)->IsSaving());
-  QCOMPARE(Name(stage)->text(), QString("Second"));
+  QCOMPARE(stage.AwaitTips(), QStringList("1:full"));
+  QTRY_COMPARE(State(stage), CEditorPlace::State::Open);
+  QCOMPARE(stage.Edited(), QString("Second"));
   Services().Mend("UpdatePlan");
   Save(stage);
-  QCOMPARE(Current(stage), QString("Second"));
+  QCOMPARE(stage.Current(), QString("Second"));
 
   // A save that cannot even begin says why, and nothing over it.
-  Edit(stage, "Second");
-  Name(stage)->clear();
+  stage.Edit("Second");
+  stage.EditorName()->clear();
   stage.TakeTips();
   stage.Button("add_view_btn")->click();
   QCOMPARE(stage.TakeTips(), QStringList("1:The plan needs a name."));
@@ -171,8 +171,8 @@ void PanelEditorTest::LeavingIsTiedToItsSave() {
   QSignalSpy may_leave(&stage.Panel(), &CViewExternWidget::SignalMayLeave);
   stage.answer = SaveFirst;
   const auto begin = [&](const QString& plan, const QString& name) {
-    Edit(stage, plan);
-    Name(stage)->setText(name);
+    stage.Edit(plan);
+    stage.EditorName()->setText(name);
     Services().Hold("UpdatePlan");
     QVERIFY(!stage.Panel().MayLeave());
     QVERIFY(Services().WaitUntilHeld("UpdatePlan"));
@@ -188,12 +188,12 @@ void PanelEditorTest::LeavingIsTiedToItsSave() {
   CStandardViewController other(fixture_.Public());
   other.setParent(nullptr);
   stage.Panel().SetStandardViewControl(&other);
-  QVERIFY(!Editor(stage)->IsSaving());
+  QCOMPARE(State(stage), CEditorPlace::State::Open);
   Services().ReleaseAll();
   fixture_.Drain();
   stage.answer = ThrowAway;
-  Editor(stage)->Cancel();
-  QTRY_VERIFY(!IsOpen(stage));
+  stage.Editor()->Cancel();
+  QTRY_VERIFY(!stage.Panel().IsEditorOpen());
   QCOMPARE(may_leave.size(), 1);
   stage.Panel().SetStandardViewControl(nullptr);
 }
@@ -201,21 +201,18 @@ void PanelEditorTest::LeavingIsTiedToItsSave() {
 void PanelEditorTest::PlanInTheEditorIsNotMoved() {
   Open();
   CPanelStage stage(fixture_), other(fixture_);
-  stage.Row("nothing");  // everything is expanded now
-  stage.Tree().expandAll();
-  const auto drop = [&] {
+  stage.ExpandAll();
+  const auto drop = [&stage] {
     stage.TakeTips();
-    const QRect from = stage.Tree().visualRect(stage.Row("Public A plan 2"));
-    const QRect onto = stage.Tree().visualRect(stage.Row("Public B plan 2"));
-    Q_EMIT stage.Tree().SignalMoveRow(from.center(), onto.center(), onto);
-    fixture_.Drain();
+    stage.Drop("Public A plan 2", "Public B plan 2");
   };
   for (CPanelStage* editing : {&stage, &other}) {
-    Edit(*editing, "Public A plan 2");
+    editing->Edit("Public A plan 2");
     drop();
+    fixture_.Drain();
     QCOMPARE(stage.TakeTips().size(), 1);
     QCOMPARE(Services().Count("UpdatePlan"), 0);
-    Editor(*editing)->Cancel();
+    editing->Editor()->Cancel();
   }
   drop();
   QTRY_COMPARE(Services().Count("UpdatePlan"), 1);
@@ -232,8 +229,7 @@ void PanelEditorTest::PanelsOfOneWallShareTheEditorsPlace() {
   own.Panel().SetMonitorPointer(&wall);
   const auto names = [&wall] {  // fields of the editors that stand over the wall
     QList<QLineEdit*> fields;
-    const auto editors = wall.findChildren<CTarnAddPlanWidget*>();
-    for (const auto* editor : editors) {
+    for (const auto* editor : wall.findChildren<CTarnAddPlanWidget*>()) {
       if (WidgetKit::IsDockWidgetShown(editor)) {
         fields << editor->findChild<QLineEdit*>("plan_name_edit");
       }
@@ -265,9 +261,7 @@ void PanelEditorTest::PanelsOfOneWallShareTheEditorsPlace() {
   own.answer = SaveFirst;
   Services().Fail("UpdatePlan", "full");
   edit(shared, "Public A plan 2");
-  QStringList tips;
-  QTRY_VERIFY(!(tips += own.TakeTips()).isEmpty());
-  QCOMPARE(tips, QStringList("1:full"));
+  QCOMPARE(own.AwaitTips(), QStringList("1:full"));
   QTRY_VERIFY(names().first()->isEnabled());
   QCOMPARE(open(), QString("Mine"));
   Services().Mend("UpdatePlan");
@@ -286,12 +280,12 @@ void PanelEditorTest::PanelsOfOneWallShareTheEditorsPlace() {
 // As with a panel that floats, or has a window of its own on another screen.
 void PanelEditorTest::WallMayStandInAnotherWindow() {
   Open();
-  QWidget wall_window;
-  auto* wall = new QWidget(&wall_window);
-  wall_window.resize(1000, 700);
+  QWidget window;
+  auto* wall = new QWidget(&window);
+  window.resize(1000, 700);
   wall->resize(1000, 700);
-  wall_window.show();
-  QVERIFY(QTest::qWaitForWindowExposed(&wall_window));
+  window.show();
+  QVERIFY(QTest::qWaitForWindowExposed(&window));
   const QList<std::function<void(std::unique_ptr<CPanelStage>&)>> ends = {
       [](auto& stage) { stage->Panel().SwitchUserUpdate(); },
       [](auto& stage) { stage->Panel().StopWorking(); },
@@ -303,7 +297,7 @@ void PanelEditorTest::WallMayStandInAnotherWindow() {
       stage->Panel().SetMonitorPointer(wall);
       stage->Choose("Public A plan 2");
       stage->Panel().EditPlanByIndex(stage->Tree().currentIndex());
-      const QPointer<CTarnAddPlanWidget> editor = wall_window.findChild<CTarnAddPlanWidget*>();
+      const QPointer<CTarnAddPlanWidget> editor = window.findChild<CTarnAddPlanWidget*>();
       QVERIFY(editor);
       auto* name = editor->findChild<QLineEdit*>("plan_name_edit");
       QTRY_COMPARE(name->text(), QString("Public A plan 2"));
@@ -312,8 +306,7 @@ void PanelEditorTest::WallMayStandInAnotherWindow() {
         QTRY_COMPARE(editor->visibleRegion().boundingRect().width(), editor->width());  // it has slid out
       }
       end(stage);
-      QTRY_VERIFY(!editor);
-      QTRY_VERIFY(!wall_window.findChild<QWidget*>("dock_frame"));
+      QTRY_VERIFY(!editor && !window.findChild<QWidget*>("dock_frame"));
     }
   }
   QVERIFY(fixture_.Code("Never").isEmpty());

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QMimeData>
+#include <QStandardItemModel>
 #include <memory>
 
 #include "TarnUIDataController/popup_menu.h"
+#include "plan_item_role.h"
 #include "plan_test.h"
 #include "plan_view_tree.h"
 #include "standard_plan_model.h"
@@ -33,6 +35,7 @@ class CTreeStage {
     tree.resize(320, 500);
     tree.show();
     QVERIFY(QTest::qWaitForWindowExposed(&tree));
+    QTRY_VERIFY(tree.isExpanded(Root()));
   }
 
   /// Invalid when no such row is loaded.
@@ -46,6 +49,14 @@ class CTreeStage {
     }
     return QModelIndex();
   }
+  /// A row of any type below none, as the model itself would not make it.
+  QPersistentModelIndex Add(const QString& name, int type) {
+    auto* item = new QStandardItem(name);
+    item->setData(type, TarnPlanView::ItemTypeRole);
+    static_cast<QStandardItemModel*>(proxy.sourceModel())->appendRow(item);
+    return Row(name);
+  }
+  void Remove(const QModelIndex& row) { proxy.removeRow(row.row(), row.parent()); }
   QModelIndex Root() const { return proxy.index(0, 0); }
   QPoint Middle(const QModelIndex& row) const { return tree.visualRect(row).center(); }
   QPoint MoreButton(const QModelIndex& row) const {
