@@ -23,11 +23,11 @@ NameFault FaultOfName(const QString& name) {
   if (name.trimmed().isEmpty()) {
     return NameFault::Empty;
   }
-  if (name.size() > kLongestName) {
-    return NameFault::TooLong;
-  }
   if (std::any_of(name.begin(), name.end(), IsForbidden)) {
     return NameFault::ForbiddenCharacter;
+  }
+  if (name.size() > kLongestName) {
+    return NameFault::TooLong;
   }
   return std::any_of(name.begin(), name.end(), IsControl) ? NameFault::ControlCharacter : NameFault::None;
 }

@@ -10,9 +10,10 @@ constexpr char kForbiddenInNames[] = "\\/:*?\"<>|";
 /// What cannot be typed into a name. Apostrophe and percent are no more than that: names made elsewhere have them.
 constexpr char kNotTypedInNames[] = "\\/:*?\"<|'%>";
 
-enum class NameFault { None, Empty, TooLong, ForbiddenCharacter, ControlCharacter };
+enum class NameFault { None, Empty, ForbiddenCharacter, TooLong, ControlCharacter };
 
-/// What is wrong with a name: it has 1 to kLongestName characters, not blanks alone, and none of kForbiddenInNames.
+/// The first fault of a name, in the order above: it has 1 to kLongestName characters, not blanks alone, and none of
+/// kForbiddenInNames.
 NameFault FaultOfName(const QString& name);
 
 /// The pattern of what a field for names takes while it is typed.

@@ -605,8 +605,8 @@
         <translation>A plan cannot be shared with yourself.</translation>
     </message>
     <message>
-        <source>Nobody was named to share the plan with.</source>
-        <translation>Nobody was named to share the plan with.</translation>
+        <source>No recipients were named.</source>
+        <translation>No recipients were named.</translation>
     </message>
     <message>
         <source>You have no right to share plans.</source>
@@ -733,8 +733,8 @@
         <translation>The service does not answer</translation>
     </message>
     <message>
-        <source>Nobody is logged in.</source>
-        <translation>Nobody is logged in.</translation>
+        <source>No user is logged in.</source>
+        <translation>No user is logged in.</translation>
     </message>
     <message>
         <source>The group does not exist or was deleted in the meantime.</source>

@@ -605,7 +605,7 @@
         <translation>不能将预案分享给自己。</translation>
     </message>
     <message>
-        <source>Nobody was named to share the plan with.</source>
+        <source>No recipients were named.</source>
         <translation>未指定分享预案的用户。</translation>
     </message>
     <message>
@@ -733,7 +733,7 @@
         <translation>服务无应答</translation>
     </message>
     <message>
-        <source>Nobody is logged in.</source>
+        <source>No user is logged in.</source>
         <translation>没有用户登录。</translation>
     </message>
     <message>

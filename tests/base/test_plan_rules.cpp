@@ -29,6 +29,7 @@ void PlanRulesTest::Names_data() {
   QTest::newRow("plain") << "Gate 1" << NameFault::None << true;
   QTest::newRow("longest") << longest << NameFault::None << true;
   QTest::newRow("too long") << longest + "x" << NameFault::TooLong << false;
+  QTest::newRow("too long, with a forbidden character") << longest + ":" << NameFault::ForbiddenCharacter << false;
   QTest::newRow("empty") << "" << NameFault::Empty << true;
   QTest::newRow("blanks") << "   " << NameFault::Empty << true;
   QTest::newRow("not typed, but taken") << "5% o'clock" << NameFault::None << false;

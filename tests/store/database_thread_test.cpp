@@ -61,7 +61,11 @@ void DatabaseThreadTest::AbandonsACallAndGoesOn() {
   thread.SetBeat(std::chrono::milliseconds(1), look, CDatabaseThread::kWhileStuck);
   std::atomic<bool> never{false};
   CGate gate;
-  auto begun = std::async(std::launch::async, [&] { return thread.Call([&gate] { return gate.Pass(), 7; }); });
+  const auto lose = [&gate] {
+    gate.Pass();
+    throw CStoreError::NotAnswering(CStoreError::kOutcomeUnknown);
+  };
+  auto begun = std::async(std::launch::async, [&] { return TextOf([&] { thread.Call(lose); }); });
   gate.WaitUntilBegun();
   QElapsedTimer clock;
   clock.start();
@@ -77,7 +81,9 @@ void DatabaseThreadTest::AbandonsACallAndGoesOn() {
   QCOMPARE(news, 1);
 
   gate.Open();
-  QCOMPARE(begun.get(), 7);
+  QCOMPARE(begun.get(), kNoAnswer);
+  const auto is_lost = [&answering] { return answering->IsLost(); };
+  QVERIFY(std::async(std::launch::async, [&] { return thread.Call(is_lost); }).get());
   QTRY_VERIFY(!answering->IsLost());
   QTRY_COMPARE(news, 2);
   QCOMPARE(thread.Call([] { return 8; }), 8);

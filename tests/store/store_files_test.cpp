@@ -58,12 +58,13 @@ void StoreFilesTest::RefusesBadPlaces() {
 }
 
 void StoreFilesTest::LeavesNothingOfAFailedStart() {
-  fixture_->options.first_content = [] {
-    auto site = SmallSite();
-    site.plans.back().group = 77;
-    return site;
-  };
+  auto site = SmallSite();
+  fixture_->options.first_content = [&site] { return site; };
+  site.plans.back().group = 77;
   QVERIFY(fixture_->OpeningError().contains("refers to something"));
+  site.plans.back().group = -1;
+  site.plans.back().family = 7;
+  QVERIFY(fixture_->OpeningError().contains("no family 7"));
   QCOMPARE(QFileInfo(fixture_->File()).dir().entryList(QDir::Files), QStringList());
   fixture_->options.first_content = SmallSite;
   QCOMPARE(ann_.Groups("-1").size(), 1);

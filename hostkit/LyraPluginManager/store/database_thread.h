@@ -71,7 +71,7 @@ class CDatabaseThread {
       }
     } catch (const CStoreError& error) {
       answer->set_exception(std::current_exception());
-      return error.GetKind() != CStoreError::kConnectionLost;
+      return !error.IsOfConnection();
     } catch (...) {
       answer->set_exception(std::current_exception());
     }

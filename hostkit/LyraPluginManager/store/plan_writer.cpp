@@ -256,8 +256,7 @@ std::vector<int32_t> CPlanWriter::Recipients(const std::string& user_ids, int32_
     }
   }
   if (recipients.empty()) {
-    throw CStoreError(CStoreError::kRefused,
-                      QT_TRANSLATE_NOOP("TarnHost::Store", "Nobody was named to share the plan with."));
+    throw CStoreError(CStoreError::kRefused, QT_TRANSLATE_NOOP("TarnHost::Store", "No recipients were named."));
   }
   return recipients;
 }

@@ -12,7 +12,7 @@ bool CReaderConnection::Answers() {
     Read([](CPlanRepository& plans) { return plans.NewestChange(); });
     return true;
   } catch (const CStoreError& error) {
-    return error.GetKind() != CStoreError::kConnectionLost;
+    return !error.IsOfConnection();
   }
 }
 

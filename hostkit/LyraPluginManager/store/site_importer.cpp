@@ -24,6 +24,9 @@ const typename List::value_type& At(const List& list, int place) {
 }
 
 int32_t OwnerId(const PlanSite& site, int32_t family, int owner) {
+  if (!view_plugin_protocol::IsFamily(family)) {
+    throw CStoreError(CStoreError::kRefused, QStringLiteral("There is no family %1.").arg(family));
+  }
   if (family != OwnFamily) {
     return 0;
   }

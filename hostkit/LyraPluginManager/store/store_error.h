@@ -43,6 +43,8 @@ class CStoreError : public std::exception {
   QString LogText() const;
   const QString& Words() const { return words_; }
   Kind GetKind() const { return kind_; }
+  /// Whether the database did not answer to the end of it.
+  bool IsOfConnection() const { return kind_ == kConnectionLost || kind_ == kOutcomeUnknown; }
   const char* what() const noexcept override { return bytes_.constData(); }
 
  private:

@@ -78,7 +78,7 @@ bool CStoreRunner::Beat() {
     RequireWritable();
   } catch (const CStoreError& error) {
     trouble = error;
-    connection_lost_ = connection_lost_ || error.GetKind() == CStoreError::kConnectionLost;
+    connection_lost_ = connection_lost_ || error.IsOfConnection();
   } catch (const std::exception& error) {
     trouble = Unforeseen(error);
   }

@@ -7,7 +7,7 @@ namespace TarnHost::Store {
 
 inline const char kStoreClosed[] = QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store has been closed.");
 inline const char kNoAnswer[] = QT_TRANSLATE_NOOP("TarnHost::Store", "The service does not answer");
-inline const char kNoUserLoggedIn[] = QT_TRANSLATE_NOOP("TarnHost::Store", "Nobody is logged in.");
+inline const char kNoUserLoggedIn[] = QT_TRANSLATE_NOOP("TarnHost::Store", "No user is logged in.");
 inline const char kGroupGone[] =
     QT_TRANSLATE_NOOP("TarnHost::Store", "The group does not exist or was deleted in the meantime.");
 inline const char kPlanGone[] =
