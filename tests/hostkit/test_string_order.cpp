@@ -30,7 +30,6 @@ class StringOrderTest : public QObject {
   void initTestCase();
   void OrdersNames_data();
   void OrdersNames();
-  void IsAStrictWeakOrder_data();
   void IsAStrictWeakOrder();
   void ReusedMemoryIsNotTakenForTheOldText();
   void ThreadsDoNotDisturbEachOther();
@@ -65,27 +64,20 @@ void StringOrderTest::OrdersNames() {
   }
 }
 
-void StringOrderTest::IsAStrictWeakOrder_data() {
-  QTest::addColumn<int>("mode");
-  QTest::newRow("code point") << 0;
-  QTest::newRow("folded") << 1;
-  QTest::newRow("people") << 2;
-}
-
 void StringOrderTest::IsAStrictWeakOrder() {
-  QFETCH(int, mode);
   const QStringList texts = {
       "",    "a",    "A",          "a1",        "a01",           "A1", "a 1",       "a-1",  "\t", "10",   "2", "02",
       "2.5", U("ä"), U("a\u0308"), U("\u200F"), U("\U0001F600"), "z",  "a\xc2\xa0", U("ﬁ"), "fi", U("ß"), "ss"};
-  for (const QString& a : texts) {
-    QVERIFY(!Less(a, a, mode));
-    for (const QString& b : texts) {
-      QVERIFY(!(Less(a, b, mode) && Less(b, a, mode)));
-      if (mode != 1) {
-        QVERIFY2(a == b || Less(a, b, mode) || Less(b, a, mode), qPrintable(a + " / " + b));
-      }
-      for (const QString& c : texts) {
-        QVERIFY(!(Less(a, b, mode) && Less(b, c, mode)) || Less(a, c, mode));
+  for (const int mode : {0, 1, 2}) {
+    for (const QString& a : texts) {
+      QVERIFY(!Less(a, a, mode));
+      for (const QString& b : texts) {
+        QVERIFY(!(Less(a, b, mode) && Less(b, a, mode)));
+        const bool tie = a == b || mode == 1;
+        QVERIFY2(tie || Less(a, b, mode) || Less(b, a, mode), qPrintable(a + " / " + b));
+        for (const QString& c : texts) {
+          QVERIFY(!(Less(a, b, mode) && Less(b, c, mode)) || Less(a, c, mode));
+        }
       }
     }
   }
