@@ -42,15 +42,14 @@ void CPlanSaving::SetController(CStandardViewController* controller) {
 }
 
 void CPlanSaving::OnControllerLost() {
-  if (!IsSaving()) {
+  if (step_ == Step::Asking) {
+    return Fail(QString());  // the host has refused, and why was shown
+  }
+  if (step_ != Step::Sending) {
     return;
   }
-  if (step_ == Step::Sending) {
-    patience_.stop();
-    step_ = Step::Abandoned;
-  } else {
-    Forget();
-  }
+  patience_.stop();
+  step_ = Step::Abandoned;
   Q_EMIT SignalFailed(tr("It is not known whether the plan was saved. Try again."));
 }
 

@@ -81,6 +81,8 @@ void CTarnAddPlanWidget::Private::OnStored(const QString& plan_code, const QStri
   const QPointer<CTarnAddPlanWidget> alive(q);
   const QString note = std::exchange(copy_note, std::nullopt).value_or(QString());
   conflict = SaveConflict::None;
+  theirs = {};
+  conflict_bar->hide();
   Q_EMIT q->SignalStored(plan_code, group_code);
   if (!alive) {
     return;
