@@ -3,7 +3,6 @@
 #include <QHash>
 #include <optional>
 
-#include "LyraPluginManager/error_kind.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "host_calls/result.h"
@@ -24,17 +23,18 @@ struct Listing {
   Failure left_out;  // why a subgroup is missing that may come back
 };
 
-// Why the group itself cannot be listed. A subgroup that cannot is left out; it may have gone in the meantime.
+// Why the group itself cannot be listed. Of a subgroup that cannot, what is known is listed; it may have gone in the
+// meantime.
 Failure ListPlans(const std::string& group_code, Listing* listing) {
   const auto here = CallNow(&CViewBusinessInterfaceMgr::GetPlansInGroup, GetPlansInGroupRequest{group_code, 0});
   if (!here.ok) {
     return here.response;
   }
+  listing->plans += QVector<PlanBasicInfo>::fromList(here.response.plans);
   const auto below = CallNow(&CViewBusinessInterfaceMgr::GetPlanGroups, GetPlanGroupsRequest{group_code, 0});
   if (!below.ok) {
     return below.response;
   }
-  listing->plans += QVector<PlanBasicInfo>::fromList(here.response.plans);
   for (const PlanGroup& group : below.response.groups) {
     const Failure failure = ListPlans(group.index_code, listing);
     if (failure && failure->error_kind != Gone) {
@@ -46,9 +46,6 @@ Failure ListPlans(const std::string& group_code, Listing* listing) {
 
 // As long as no plan has come.
 CycleTurn::Outcome OutcomeOf(const Failure& failure, const Listing& listing) {
-  if (failure && failure->error_kind == Gone) {
-    return CycleTurn::Outcome::Gone;
-  }
   if (!failure && !listing.left_out && listing.plans.isEmpty()) {
     return CycleTurn::Outcome::Empty;
   }
@@ -104,8 +101,15 @@ CycleTurn CycleTurn::Next(const std::string& group_code, const CycleTurn& last, 
   CycleTurn turn;
   Listing listing;
   const Failure failure = ListPlans(group_code, &listing);
+  if (failure) {
+    listing.plans.clear();
+  }
   turn.outcome = OutcomeOf(failure, listing);
-  turn.error = StringToQString(failure.value_or(listing.left_out.value_or(ResponseHeader())).error_info);
+  const ResponseHeader why = failure.value_or(listing.left_out.value_or(ResponseHeader()));
+  turn.error = StringToQString(why.error_info);
+  if (listing.plans.isEmpty()) {
+    turn.error_kind = why.error_kind;
+  }
   for (const PlanBasicInfo& plan : qAsConst(listing.plans)) {
     turn.plans.append(plan.index_code);
   }

@@ -5,6 +5,7 @@
 #include <QVector>
 #include <string>
 
+#include "LyraPluginManager/error_kind.h"
 #include "LyraPluginManager/view_plugin_protocol.h"
 
 namespace TarnClient {
@@ -14,15 +15,15 @@ struct CycleTurn {
   enum class Outcome {
     Fetched,
     Empty,   // the group has no plans
-    Gone,    // there is no such group
-    Failed,  // the service does not list the group at present, or lists plans and hands out none
+    Failed,  // the service does not list the group, or lists plans and hands out none
   };
   Outcome outcome = Outcome::Failed;
   QVector<std::string> plans;  // codes: those of the group, then those of its subgroups, in the service's order
   int position = -1;           // of `plan` in `plans`; -1 unless it was fetched
   view_plugin_protocol::GetPlanDetailResponse plan;
-  QStringList skipped;  // names of the plans that could not be fetched
-  QString error;        // the service's text of the last failure
+  QStringList skipped;                                        // names of the plans that could not be fetched
+  QString error;                                              // the service's text of the last failure
+  int32_t error_kind = view_plugin_protocol::UnknownFailure;  // why plans were not listed, an ErrorKind
 
   /// The turn that is `step` (1 or -1) away from `last`, which is a default one at the beginning. When the plan of the
   /// last turn is gone, its neighbour of then comes. Thread: any but GUI, since it blocks.

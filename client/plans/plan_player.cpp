@@ -6,7 +6,6 @@
 
 #include <utility>
 
-#include "LyraPluginManager/error_kind.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
@@ -138,19 +137,33 @@ void CPlanPlayer::Handle(const ProgrammeEvent& event) {
   if (events_.size() > 1) {
     return;
   }
+  const QPointer<CPlanPlayer> alive(this);  // a receiver of its signals may delete it
   for (; !events_.empty(); events_.pop_front()) {
     const CProgramme::Step step = CProgramme::Next(state_, events_.front(), TarnPlanView::CPlanClock::Now());
     state_ = step.state;
     for (const ProgrammeCommand& command : step.commands) {
       std::visit([this](const auto& what) { Do(what); }, command);
+      if (!alive) {
+        return;
+      }
     }
   }
 }
 
 void CPlanPlayer::Do(const Commands::FetchPlan& fetch) {
-  if (controller_) {
+  if (fetch.by == PlayOrigin::History) {
+    FetchByPanel(fetch.code);
+  } else if (controller_) {
     controller_->PlayPlanViewByIndexCode(fetch.code);
   }
+}
+
+// The panel says that it fetches the plan; if it does not, nothing is on its way any more.
+void CPlanPlayer::FetchByPanel(const std::string& code) {
+  if (const CPlanFamily* family = families_.value(0)) {
+    family->Panel()->PlayPlanFromHistory(code);
+  }
+  Handle(Events::FetchOver{code});
 }
 
 void CPlanPlayer::Do(const Commands::ShowPlan& show) {
@@ -205,14 +218,7 @@ void CPlanPlayer::Do(const Commands::AskIfSeen& ask) {
   request.plan_index_code = ask.code;
   HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request)
       .Replacing(question_)
-      .Then(this, [this](const auto& detail) {
-        Events::SeenAnswered answer;
-        if (detail.ok) {
-          answer.plan = detail.response;
-        }
-        answer.is_gone = detail.response.error_kind == view_plugin_protocol::Gone;
-        Handle(answer);
-      });
+      .Then(this, [this](const auto& detail) { Handle(Events::SeenAnswered{detail}); });
 }
 
 void CPlanPlayer::Do(const Commands::DropQuestion&) {

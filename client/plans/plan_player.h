@@ -64,6 +64,7 @@ class CPlanPlayer : public QObject {
   void FollowTimedPlans();
   void Handle(const ProgrammeEvent& event);
   void OnDefaultView(const QString& code, int type);
+  void FetchByPanel(const std::string& code);
   Events::Group GroupOf(const QString& code, int seconds_per_plan) const;
 
   void Do(const Commands::FetchPlan& fetch);

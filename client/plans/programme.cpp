@@ -4,6 +4,7 @@
 #include <tuple>
 #include <utility>
 
+#include "LyraPluginManager/error_kind.h"
 #include "MarUIControl/string_conversion.h"
 #include "plan_rules/families.h"
 
@@ -25,6 +26,10 @@ QDateTime EndOf(const Events::Plan& plan, const QDate& day) {
 bool IsTimedAlike(const Events::Plan& one, const Events::Plan& other) {
   return std::tie(one.auto_run, one.start_time, one.end_time) ==
          std::tie(other.auto_run, other.start_time, other.end_time);
+}
+
+bool MayPass(int32_t error_kind) {
+  return error_kind == view_plugin_protocol::Unavailable || error_kind == view_plugin_protocol::UnknownFailure;
 }
 
 bool NeedsClock(const CProgramme::State& state) {
@@ -74,7 +79,7 @@ void CProgramme::Want(const Play& play) {
 void CProgramme::On(const Events::PlanWanted& wanted) {
   Want({wanted.code, wanted.by});
   state_.fetches.insert(wanted.code);
-  Do(Commands::FetchPlan{wanted.code});
+  Do(Commands::FetchPlan{wanted.code, wanted.by});
 }
 
 void CProgramme::On(const Events::PanelFetches& fetch) {
@@ -202,15 +207,21 @@ void CProgramme::On(const Events::TurnCame& came) {
     return;
   }
   state_.cycle->awaits = Cycle::Awaits::Nothing;
-  const bool has_begun = state_.cycle->last.position >= 0;
   if (came.turn.outcome == CycleTurn::Outcome::Fetched) {
     ShowTurn(came);
   } else if (came.turn.outcome == CycleTurn::Outcome::Empty) {
     FailCycle({Reason::NoPlans});
-  } else if (came.turn.outcome == CycleTurn::Outcome::Failed && has_begun) {
-    RepeatTurn(came.turn.error);
   } else {
-    FailCycle({Reason::GroupFailed, {came.turn.error}});
+    FailTurn(came.turn);
+  }
+}
+
+void CProgramme::FailTurn(const CycleTurn& turn) {
+  const bool has_begun = state_.cycle->last.position >= 0;
+  if (has_begun && MayPass(turn.error_kind)) {
+    RepeatTurn(turn.error);
+  } else {
+    FailCycle({Reason::GroupFailed, {turn.error}});
   }
 }
 
@@ -222,8 +233,8 @@ void CProgramme::ShowTurn(const Events::TurnCame& came) {
   }
   Cycle& cycle = *state_.cycle;
   const CycleTurn last = std::exchange(cycle.last, turn);
-  cycle.failure.clear();
-  if (turn.plan.group_index_code == cycle.code) {
+  cycle.failure.reset();
+  if (turn.plan.group_index_code == cycle.code && !turn.plan.group_name.empty()) {
     cycle.name = StringToQString(turn.plan.group_name);
   }
   if (last.plan.index_code != turn.plan.index_code || last.plan.revision != turn.plan.revision) {
@@ -270,13 +281,13 @@ bool CProgramme::MayOpenDefaultView() {
 }
 
 void CProgramme::On(const Events::DefaultPlanKnown& known) {
-  if (MayOpenDefaultView()) {
+  if (MayOpenDefaultView() && !known.code.empty()) {
     On(Events::PlanWanted{known.code, PlayOrigin::DefaultView});
   }
 }
 
 void CProgramme::On(const Events::DefaultGroupKnown& known) {
-  if (!MayOpenDefaultView()) {
+  if (!MayOpenDefaultView() || known.group.code.empty()) {
     return;
   }
   if (known.group.may_cycle) {
@@ -362,13 +373,13 @@ void CProgramme::On(const Events::SeenAnswered& answer) {
   }
   if (now_ >= state_.doubtful->end) {
     DropDoubtful();
-  } else if (answer.plan) {
+  } else if (answer.plan.ok) {
     const Doubtful doubtful = *std::exchange(state_.doubtful, std::nullopt);
-    if (IsTimedAlike(doubtful.plan, *answer.plan)) {
+    if (IsTimedAlike(doubtful.plan, answer.plan.response)) {
       state_.is_new_user = false;
-      On(Events::TimedPlanBegins{*answer.plan});
+      On(Events::TimedPlanBegins{answer.plan.response});
     }
-  } else if (answer.is_gone) {
+  } else if (answer.plan.response.error_kind == view_plugin_protocol::Gone) {
     state_.doubtful->question = Doubtful::Question::NotSeen;
   } else {
     state_.doubtful->question = Doubtful::Question::Failed;

@@ -27,8 +27,8 @@ class CProgramme {
     int seconds_per_plan = 0;
     PlayOrigin by = PlayOrigin::GroupCycle;
     Awaits awaits = Awaits::Nothing;
-    CycleTurn last = {};   // on the wall; a default one at first
-    QString failure = {};  // why no other plan came, for a run of failures
+    CycleTurn last = {};                  // on the wall; a default one at first
+    std::optional<QString> failure = {};  // why no other plan came, for a run of failures
   };
   struct TimedEnd {
     QDateTime at;
@@ -43,7 +43,7 @@ class CProgramme {
   };
   struct State {
     std::optional<Play> on_wall;
-    std::optional<Play> on_its_way;      // the plan that was asked for last
+    std::optional<Play> on_its_way;      // the plan that was asked for last; none during a cycle
     std::multiset<std::string> fetches;  // of all plans, not answered yet
     std::optional<Cycle> cycle;
     std::optional<TimedEnd> timed_end;  // also while another plan is on the wall
@@ -99,6 +99,7 @@ class CProgramme {
   void BeginCycle(const Events::Group& group, PlayOrigin by);
   void AskForTurn(Cycle::Awaits awaits, int step);
   void ShowTurn(const Events::TurnCame& came);
+  void FailTurn(const CycleTurn& turn);
   void RepeatTurn(const QString& error);
   void FailCycle(const Commands::SayFailure& failure);
   void EndCycle();

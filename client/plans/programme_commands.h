@@ -15,6 +15,7 @@ namespace TarnClient::Commands {
 /// Events::FetchOver comes once for each.
 struct FetchPlan {
   std::string code;
+  PlayOrigin by = PlayOrigin::User;
 };
 struct ShowPlan {
   view_plugin_protocol::GetPlanDetailResponse plan;

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <QString>
-#include <optional>
 #include <string>
 #include <variant>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "host_calls/result.h"
 #include "plans/cycle_turn.h"
 #include "plans/play_origin.h"
 
@@ -68,8 +68,7 @@ struct TimedPlanBegins {
 struct TimedPlanEnds {};
 /// Whether the present user sees a timed plan.
 struct SeenAnswered {
-  std::optional<Plan> plan;  // as it is now; none when he does not, or the service did not answer
-  bool is_gone = false;      // he does not
+  HostCalls::Result<Plan> plan;  // as it is now
 };
 /// The second look at the clock.
 struct ClockTicked {};

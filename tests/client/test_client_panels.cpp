@@ -185,6 +185,7 @@ void ClientPanelsTest::HistoryPlaysAndSaysWhatIsGone() {
   Play("Public B plan 2");
   CPlanFixture::Drain();
   fixture_.Services().ForgetCalls();
+  const QSignalSpy by_panel(window_->Family(0).Panel(), &TarnPlanView::CViewExternWidget::SignalPlayPlanToMonitor);
   window_->OpenHistory();
   QTest::keyClick(HistoryList(), Qt::Key_Down);
   QTest::keyClick(HistoryList(), Qt::Key_Return);
@@ -192,6 +193,7 @@ void ClientPanelsTest::HistoryPlaysAndSaysWhatIsGone() {
   CPlanFixture::Drain();
   const auto logged = fixture_.Services().Requests<view_plugin_protocol::AddPlanLogRequestParam>();
   QVERIFY(logged.size() == 1 && logged[0].from_history && !logged[0].automatic);
+  QCOMPARE(by_panel.count(), 1);
 
   QCOMPARE(fixture_.InStore().DeletePlan(Code("Public B plan 2")), QString());
   window_->OpenHistory();

@@ -1,5 +1,6 @@
 #include <QtTest>
 
+#include "LyraPluginManager/error_kind.h"
 #include "plans/programme.h"
 
 using namespace TarnClient;
@@ -45,20 +46,28 @@ ProgrammeEvent Turn(const std::string& code, bool is_held = false, const QString
   turn.plans = {"1", "2"};
   turn.position = turn.plans.indexOf(code);
   turn.plan = PlanOf(code);
+  turn.plan.group_index_code = "G";  // of a host that does not say the name
   turn.plan.revision = revision;
   turn.skipped = skipped;
   return TurnCame{turn, is_held};
 }
-ProgrammeEvent NoTurn(CycleTurn::Outcome outcome, const QString& error = {}) {
+ProgrammeEvent NoTurn(CycleTurn::Outcome outcome, const QString& error = {}, int32_t kind = 0) {
   CycleTurn turn;
   turn.outcome = outcome;
   turn.error = error;
+  turn.error_kind = kind;
   return TurnCame{turn};
 }
 ProgrammeEvent Seen(const std::string& end = "10:00:00") {
-  return SeenAnswered{PlanOf("O", end)};
+  return SeenAnswered{{true, PlanOf("O", end)}};
 }
-const ProgrammeEvent kNotAnswered = SeenAnswered(), kNotSeen = SeenAnswered{std::nullopt, true};
+ProgrammeEvent NotSeen(int32_t kind) {
+  SeenAnswered answer;
+  answer.plan.response.error_kind = kind;
+  return answer;
+}
+const ProgrammeEvent kNotAnswered = NotSeen(view_plugin_protocol::Unavailable),
+                     kNotSeen = NotSeen(view_plugin_protocol::Gone);
 
 QString Name(PlayOrigin by) {
   return QStringList({"user", "history", "timed", "cycle", "default"}).value(static_cast<int>(by));
@@ -145,7 +154,8 @@ void ProgrammeTest::Decides_data() {
   // Plans that the user picks.
   row("asked for", {Want("A")}, "fetch A", "");
   row("has come", {Want("A"), Came("A")}, "show A user", "A user");
-  row("from the history", {Want("A", PlayOrigin::History), Came("A")}, "show A history", "A history");
+  row("from the history", {Want("A", PlayOrigin::History), panel_a, Over("A"), Came("A")}, "show A history",
+      "A history");
   row("of a panel", {panel_a, Came("A")}, "show A user", "A user");
   row("the last one wins", {Want("A"), Want("B"), Came("B"), Over("B"), Came("A")}, "", "B user");
   row("an older one counts no more", {Want("A"), Want("B"), Came("A")}, "", "");
@@ -179,6 +189,7 @@ void ProgrammeTest::Decides_data() {
   row("default plan", {open, plan_d, Came("D")}, "show D default", "D default");
   row("default group", {open, DefaultGroup(), Turn("1")}, "show 1 default stays 20 s", "1 default");
   row("default group switched off", {open, DefaultGroup(false)}, "say 1", "");
+  row("no code", {open, DefaultPlanKnown{}, DefaultGroupKnown{}}, "", "");
   row("known for another's sake", {plan_d}, "", "");
   row("once only", {open, plan_d, Came("D"), stop, plan_d}, "", "");
   row("failed, and known for another's sake", {open, plan_d, Over("D"), plan_d}, "", "");
@@ -235,8 +246,15 @@ void ProgrammeTest::Decides_data() {
   row("said once", {Cycle(), Turn("1"), time_over, tired, time_over, tired}, "again in 20 s", "1 cycle");
   row("and again after a turn", {Cycle(), Turn("1"), time_over, tired, time_over, Turn("2"), time_over, tired},
       "again in 20 s say 4 x", "2 cycle");
-  row("group gone", {Cycle(), Turn("1"), time_over, NoTurn(Outcome::Gone, "gone")}, "drop turn end turns say 3 gone",
-      "1 cycle");
+  row("said, though the host gives no text", {Cycle(), Turn("1"), time_over, NoTurn(Outcome::Failed)},
+      "again in 20 s say 4", "1 cycle");
+  namespace kinds = view_plugin_protocol;
+  for (const int kind : {kinds::Gone, kinds::NotPermitted, kinds::Refused, kinds::Unavailable}) {
+    const bool may_pass = kind == kinds::Unavailable;
+    row(qPrintable(QString("later turn fails, kind %1").arg(kind)),
+        {Cycle(), Turn("1"), time_over, NoTurn(Outcome::Failed, "x", kind)},
+        may_pass ? "again in 20 s say 4 x" : "drop turn end turns say 3 x", "1 cycle");
+  }
   row("group without plans", {Cycle(), NoTurn(Outcome::Empty)}, "drop turn end turns say 2", "");
   row("another group", {Cycle(), Turn("1"), Cycle()}, "drop turn end turns turn 1", "1 cycle");
   row("the user wants a plan", {Cycle(), Turn("1"), Want("A")}, "drop turn end turns fetch A", "1 cycle");
@@ -270,6 +288,7 @@ void ProgrammeTest::Decides() {
   QFETCH(Happened, happened);
   for (const ProgrammeEvent& event : qAsConst(happened)) {
     At("09:00:00", event);
+    QVERIFY(!(state_.on_its_way && state_.cycle));
   }
   QTEST(commands_.join(' '), "commands");
   const auto on_wall = state_.on_wall;
@@ -311,7 +330,7 @@ void ProgrammeTest::SaysWhatChanges() {
   QCOMPARE(said(Cycle()), QString("awaited progress"));
   QVERIFY(CProgramme::AwaitsTurn(state_));
   QCOMPARE(said(Turn("1")), QString("awaited progress"));
-  QVERIFY(!CProgramme::AwaitsTurn(state_));
+  QVERIFY(!CProgramme::AwaitsTurn(state_) && state_.cycle->name == "Gates");
   QCOMPARE(said(TurnOver()), QString("awaited"));
   QCOMPARE(said(Turn("2")), QString("awaited progress"));
   QCOMPARE(said(StopWanted()), QString("progress"));
