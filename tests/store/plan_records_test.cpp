@@ -63,7 +63,8 @@ void PlanRecordsTest::ListsWhatTheUserSees() {
   view::GetPlansInGroupResponse plans;
   QVERIFY(ann_->GetPlansInGroup({gates.toStdString(), 1}, plans));  // the node type of a request decides nothing
   QVERIFY(plans.plans.first().split_type == 2 && plans.plans.first().page_count == 2);
-  for (const char* no_code : {"", "-3", "0", "-7", "99", "00100001", "100001x", "4294967297", "root "}) {
+  for (const char* no_code :
+       {"", "-3", "0", "-7", "99", "00100001", "+100001", " 100001", "100001x", "4295067297", "root "}) {
     QVERIFY2(ann_.Groups(no_code).value(0).startsWith("!") && ann_.Plans(no_code).value(0).startsWith("!"), no_code);
     QVERIFY2(!ann_.Detail(no_code).error_info.empty(), no_code);
   }

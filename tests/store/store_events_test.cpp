@@ -7,7 +7,6 @@ using ResourceData::IResourceObserver;
 
 namespace {
 
-const QString kNoAnswer = "The service does not answer";
 enum Event { kChanged = 2, kAdded = 3, kRemoved = 4, kAll = 8 };
 
 /// A notice: of which node, what has happened, to which row below it (of a change: its name), and that row's type.

@@ -56,18 +56,9 @@ class StoreFaultsTest : public CStoreTest {
   void RemovesItsLeftOversOnly();
 
  private:
-  /// Notes every line of trouble; an empty one says that it is over.
-  void FollowTroubles(StoreTrouble wanted) {
-    troubles_.clear();
-    fixture_->options.on_trouble = [this, wanted](StoreTrouble trouble, const QString& line) {
-      QVERIFY(trouble == (line.isEmpty() ? StoreTrouble::kNone : wanted));
-      troubles_.append(line);
-    };
-  }
   /// A store with the plan "Before", and the copy of all its content that an administrator has.
   CClient MakeWithBackup();
 
-  QStringList troubles_;
   QByteArray backup_;
   std::string before_;
 };

@@ -13,7 +13,6 @@ class StoreFilesTest : public CStoreTest {
   void RefusesBadFiles();
   void RefusesBadPlaces();
   void LeavesNothingOfAFailedStart();
-  void RecoversFromALogThatWasLeft();
   void ReadersAndWritersGoTogether();
   void ReadsWaitForNoWrite();
   void SaysThatItIsLocked();
@@ -68,15 +67,6 @@ void StoreFilesTest::LeavesNothingOfAFailedStart() {
   QCOMPARE(QFileInfo(fixture_->File()).dir().entryList(QDir::Files), QStringList());
   fixture_->options.first_content = SmallSite;
   QCOMPARE(ann_.Groups("-1").size(), 1);
-}
-
-// A copy of the file and its log, as a machine leaves them that lost its power.
-void StoreFilesTest::RecoversFromALogThatWasLeft() {
-  QCOMPARE(ann_.AddPlan("-1", "Acknowledged"), QString());
-  const QString copy = fixture_->File() + "-copy";
-  QVERIFY(QFile::copy(fixture_->File(), copy) && QFile::copy(fixture_->File() + "-wal", copy + "-wal"));
-  fixture_->options.url = "sqlite:" + copy;
-  QVERIFY(bob_.Plans("-1").contains("Acknowledged@-1"));
 }
 
 void StoreFilesTest::ReadersAndWritersGoTogether() {

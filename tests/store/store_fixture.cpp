@@ -125,6 +125,15 @@ void CStoreTest::init() {
   bob_ = CClient(fixture_.get(), "bob");
 }
 
+void CStoreTest::FollowTroubles(TarnHost::StoreTrouble wanted) {
+  troubles_.clear();
+  fixture_->options.on_trouble = [this, wanted](TarnHost::StoreTrouble trouble, const QString& line) {
+    QVERIFY(QThread::currentThread() == QCoreApplication::instance()->thread());
+    QVERIFY(trouble == (line.isEmpty() ? TarnHost::StoreTrouble::kNone : wanted));
+    troubles_.append(line);
+  };
+}
+
 void CStoreTest::cleanup() {
   ann_.Leave();
   bob_.Leave();

@@ -16,6 +16,7 @@ namespace StoreTest {
 namespace view = view_plugin_protocol;
 using TarnTest::CameraPage;
 
+const QString kNoAnswer = "The service does not answer";
 constexpr int kPlanType = ResourceData::RT_VIEW, kGroupType = ResourceData::RT_VIEW_GROUP;
 
 /// Users ann (all rights), bob (add and edit), cid (none), dora, eve and fred (delete, add and edit only); a few groups
@@ -102,8 +103,12 @@ class CClient : public TarnTest::CPlanCalls {
 class CStoreTest : public QObject {
   Q_OBJECT
  protected:
+  /// Notes each line of trouble of the stores that are opened from here on; an empty one says that it is over.
+  void FollowTroubles(TarnHost::StoreTrouble wanted);
+
   std::unique_ptr<CStoreFixture> fixture_;
   CClient ann_{nullptr}, bob_{nullptr};
+  QStringList troubles_;
 
  private Q_SLOTS:
   void init();

@@ -9,7 +9,6 @@ using namespace StoreTest;
 
 namespace {
 
-const QString kNoAnswer = "The service does not answer";
 constexpr int kGuiMs = 3000, kPoolMs = 13000, kAtOnceMs = 300, kCloseMs = 3000;
 constexpr double kIdleSeconds = 5;
 
@@ -113,11 +112,7 @@ void StoreHangTest::AnswersInTimeAndWorksAgain() {
 
 void StoreHangTest::ReportsTheHangAndWhatCouldNotBeRead() {
   const auto update = TarnTest::ChangedPlan(bob_.Plan("Gate A"), "Gate A renamed");
-  QStringList troubles;
-  fixture_->options.on_trouble = [&](TarnHost::StoreTrouble trouble, const QString& line) {
-    QVERIFY(trouble == (line.isEmpty() ? TarnHost::StoreTrouble::kNone : TarnHost::StoreTrouble::kConnectionLost));
-    troubles.append(line);
-  };
+  FollowTroubles(TarnHost::StoreTrouble::kConnectionLost);
   CPlanFollower follower(ann_, update.plan_index_code);
   QCOMPARE(bob_.Update(update), QString());
   QElapsedTimer clock;
@@ -128,11 +123,11 @@ void StoreHangTest::ReportsTheHangAndWhatCouldNotBeRead() {
   CServerPause pause;
   clock.restart();
   QTRY_COMPARE(follower.seen, QStringList{kNoAnswer});
-  QTRY_COMPARE(troubles, QStringList{kNoAnswer});
+  QTRY_COMPARE(troubles_, QStringList{kNoAnswer});
   QVERIFY2(clock.elapsed() < kGuiMs, qPrintable(QString::number(clock.elapsed())));
   pause.GoOn();
   QTRY_COMPARE(follower.seen, (QStringList{kNoAnswer, "Gate A renamed"}));
-  QTRY_COMPARE(troubles, (QStringList{kNoAnswer, QString()}));
+  QTRY_COMPARE(troubles_, (QStringList{kNoAnswer, QString()}));
 }
 
 void StoreHangTest::ClosesInTime_data() {

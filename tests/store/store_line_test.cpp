@@ -2,10 +2,9 @@
 #include <QUrlQuery>
 #include <QtTest>
 #include <future>
-#include <mutex>
 
-#include "TarnHost/log_sink.h"
 #include "faulty_line.h"
+#include "log_capture.h"
 #include "store_fixture.h"
 
 using namespace StoreTest;
@@ -37,26 +36,6 @@ class CPendingCall {
  private:
   CFaultyLine& line_;
   std::future<QString> answer_;
-};
-
-/// What is logged while it lives.
-class CLogLines {
- public:
-  CLogLines() {
-    TarnHost::LogSink::SetListener([this](const QString&, int, const QString& line) {
-      const std::lock_guard<std::mutex> lock(mutex_);
-      lines_ += line + '\n';
-    });
-  }
-  ~CLogLines() { TarnHost::LogSink::SetListener({}); }
-  QString Text() const {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return lines_;
-  }
-
- private:
-  mutable std::mutex mutex_;
-  QString lines_;
 };
 
 quint16 ClosedPort() {
@@ -221,11 +200,12 @@ void StoreLineTest::SaysWhyItCannotBeOpened() {
     url.setPort(ClosedPort());
   }
   fixture_->options.url = url.toString();
-  const CLogLines log;
+  const TarnTest::CLogCapture capture;
   const QString error = fixture_->OpeningError(), password = login.section(':', 1);
+  const QString log = capture.Lines().join('\n');
   QVERIFY2(error.contains(reason) && error.count('\n') == 0, qPrintable(error));
-  QVERIFY2(log.Text().contains(logged), qPrintable(log.Text()));
-  QVERIFY2(password.isEmpty() || !(error + log.Text()).contains(password), qPrintable(error + log.Text()));
+  QVERIFY2(log.contains(logged), qPrintable(log));
+  QVERIFY2(password.isEmpty() || !(error + log).contains(password), qPrintable(error + log));
 }
 
 void StoreLineTest::ReportsTroubleWhileItLasts() {
@@ -233,36 +213,30 @@ void StoreLineTest::ReportsTroubleWhileItLasts() {
   QCOMPARE(bob_.Groups("-1"), eve.Groups("-1"));  // both without the line
   CFaultyLine line(QUrl(fixture_->Url()));
   fixture_->options.url = line.Url();
-  QStringList reported;
-  fixture_->options.on_trouble = [&](TarnHost::StoreTrouble trouble, const QString& text) {
-    QVERIFY(QThread::currentThread() == QCoreApplication::instance()->thread());
-    QCOMPARE(trouble == TarnHost::StoreTrouble::kNone, text.isEmpty());
-    QVERIFY(trouble == TarnHost::StoreTrouble::kNone || trouble == TarnHost::StoreTrouble::kConnectionLost);
-    reported.append(text);
-  };
+  FollowTroubles(TarnHost::StoreTrouble::kConnectionLost);
   QVERIFY(!ann_.Plans("-1").isEmpty());
   for (int round = 0; round < 2; ++round) {
-    reported.clear();
+    troubles_.clear();
     line.Cut();
-    QTRY_VERIFY(!reported.isEmpty() && reported.last().contains("no server answers at 127.0.0.1:"));
-    const QStringList during = reported;
-    for (int look = 0; look < 10;
-         ++look) {  // of another store: this one tries less often, but more than once meanwhile
+    QTRY_VERIFY(!troubles_.isEmpty() && troubles_.last().contains("no server answers at 127.0.0.1:"));
+    const QStringList during = troubles_;
+    // As long as another store looks ten times: this one tries less often, but more than once.
+    for (int look = 0; look < 10; ++look) {
       QCOMPARE(eve.AddGroup("-1", "One more"), QString());
       QTRY_COMPARE(bob_.Groups("-1"), eve.Groups("-1"));
     }
-    QCOMPARE(reported, during);  // once, not with every attempt
+    QCOMPARE(troubles_, during);  // once, not with every attempt
     line.Mend();
-    QTRY_COMPARE(reported.last(), QString());
+    QTRY_COMPARE(troubles_.last(), QString());
     QCOMPARE(ann_.AddPlan("-1", "Works again"), QString());
   }
-  reported.clear();
+  troubles_.clear();
   line.Cut();
-  QTRY_VERIFY(!reported.isEmpty());
+  QTRY_VERIFY(!troubles_.isEmpty());
   ann_.Leave();
-  const QStringList at_the_end = reported;
+  const QStringList at_the_end = troubles_;
   QCoreApplication::processEvents();
-  QCOMPARE(reported, at_the_end);  // a store that is closed reports nothing
+  QCOMPARE(troubles_, at_the_end);  // a store that is closed reports nothing
 }
 
 // The reads right after a server was started again find connections that died while they lay idle.

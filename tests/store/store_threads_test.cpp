@@ -37,30 +37,14 @@ PlanRow Plan(int32_t code, int32_t parent, int32_t family = PublicFamily, int32_
   return row;
 }
 
-int CountPlans(const CPlanCatalog& catalog, int32_t parent, int32_t user) {
-  int count = 0;
-  return catalog.VisitPlans(parent, user, [&count](const std::vector<PlanRow>& rows) { count = int(rows.size()); })
-             ? count
-             : -1;
-}
-
-void TestRowsComeAndGo() {
+void TestRemovedRowsLeaveNothing() {
   CPlanCatalog catalog;
   catalog.Replace({Group(1, PublicRoot), Group(2, 1), Group(3, OwnRoot, OwnFamily, 7)},
-                  {Plan(10, 1), Plan(11, 2), Plan(12, 3, OwnFamily, 7), Plan(13, 99)});
-  REQUIRE(CountPlans(catalog, 1, 0) == 1 && CountPlans(catalog, 3, 7) == 1);
-  REQUIRE(CountPlans(catalog, 3, 8) == -1 && CountPlans(catalog, 99, 7) == -1);
-  REQUIRE(!catalog.FindPlan(13, 7) && !catalog.FindPlan(12, 8));
-  REQUIRE(catalog.Search("plan", OwnFamily, 7).size() == 1 && catalog.Search("plan", OwnFamily, 8).empty());
-
-  PlanRow moved = Plan(11, 1);
-  REQUIRE(catalog.Put(moved)->parent == 2);
-  REQUIRE(CountPlans(catalog, 1, 0) == 2 && CountPlans(catalog, 2, 0) == 0);
-  moved.parent = 2;
-  catalog.Put(moved);
+                  {Plan(10, 2), Plan(12, 3, OwnFamily, 7), Plan(13, 99)});
+  REQUIRE(!catalog.FindPlan(13, 7));
   REQUIRE(catalog.AutomaticPlan(150, 7) == 10 && catalog.AutomaticPlan(150, 8) == 10);
   REQUIRE(catalog.RemoveGroup(1)->code == 1);
-  REQUIRE(!catalog.FindGroup(2, 0) && !catalog.FindPlan(11, 0) && !catalog.RemovePlan(10) && !catalog.RemoveGroup(1));
+  REQUIRE(!catalog.FindGroup(2, 0) && !catalog.FindPlan(10, 0) && !catalog.RemovePlan(10) && !catalog.RemoveGroup(1));
   REQUIRE(catalog.AutomaticPlan(150, 7) == 12 && catalog.AutomaticPlan(150, 8) == 0);
 }
 
@@ -70,7 +54,7 @@ void TestGroupsThatMoved() {
   // The parent has the higher code; two are each other's parent, one is its own.
   catalog.Replace({Group(1, 5), Group(2, 1), Group(5, PublicRoot), Group(6, 7), Group(7, 6), Group(8, 8)},
                   {Plan(10, 2), Plan(11, 6), Plan(12, 8)});
-  REQUIRE(catalog.FindGroup(2, 0) && CountPlans(catalog, 2, 0) == 1);
+  REQUIRE(catalog.FindGroup(2, 0) && catalog.FindPlan(10, 0));
   REQUIRE(!catalog.FindGroup(6, 0) && !catalog.FindGroup(7, 0) && !catalog.FindGroup(8, 0) && !catalog.FindPlan(12, 0));
   const auto children = [&catalog](int32_t parent) {
     std::vector<int32_t> codes;
@@ -108,13 +92,6 @@ void TestLevelsAreBounded() {
   catalog.Put(Group(kChain + 9, PublicRoot));
   catalog.Put(Group(1, kChain + 9));
   REQUIRE(!catalog.FindGroup(1, 0) && !catalog.FindPlan(kChain + 2, 0));
-}
-
-void TestCodes() {
-  REQUIRE(ParseCode("2147483647") == 2147483647 && ParseCode("-4") == ReceivedRoot);
-  for (const char* bad : {"", "2147483648", "+1", "01", " 1", "1 ", "-0", "0x1"}) {
-    REQUIRE(ParseCode(bad) == 0);
-  }
 }
 
 void TestFeed() {
@@ -182,10 +159,9 @@ void TestReadersAndAWriter() {
 }  // namespace
 
 int main() {
-  TestRowsComeAndGo();
+  TestRemovedRowsLeaveNothing();
   TestGroupsThatMoved();
   TestLevelsAreBounded();
-  TestCodes();
   TestFeed();
   TestReadersAndAWriter();
   return 0;
