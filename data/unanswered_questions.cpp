@@ -1,7 +1,10 @@
 #include "unanswered_questions.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
+
+#include "LyraPluginManager/error_kind.h"
 
 namespace TarnPlanView {
 
@@ -9,8 +12,23 @@ namespace {
 
 constexpr int kFirstPauseMs = 1000;
 constexpr int kLongestPauseMs = 30000;
+constexpr int kFewRepeats = 5, kForEver = std::numeric_limits<int>::max();
 
 }  // namespace
+
+int RepeatsAfter(bool ok, int32_t error_kind) {
+  if (ok) {
+    return 0;
+  }
+  switch (error_kind) {
+    case view_plugin_protocol::Unavailable:
+      return kForEver;
+    case view_plugin_protocol::UnknownFailure:
+      return kFewRepeats;
+    default:
+      return 0;
+  }
+}
 
 CUnansweredQuestions::CUnansweredQuestions() {
   timer_.setSingleShot(true);
@@ -18,7 +36,13 @@ CUnansweredQuestions::CUnansweredQuestions() {
   connect(&timer_, &QTimer::timeout, this, &CUnansweredQuestions::askAgain);
 }
 
-void CUnansweredQuestions::Add(const QString& name, const std::function<void()>& ask) {
+void CUnansweredQuestions::Add(const QString& name, int repeats, const std::function<void()>& ask) {
+  if (repeats == kForEver) {
+    asked_.remove(name);
+  }
+  if (asked_.value(name) >= repeats) {
+    return;
+  }
   questions_.insert(name, ask);
   if (!timer_.isActive()) {
     timer_.start();
@@ -27,6 +51,7 @@ void CUnansweredQuestions::Add(const QString& name, const std::function<void()>&
 
 void CUnansweredQuestions::Clear() {
   questions_.clear();
+  asked_.clear();
   timer_.stop();
   timer_.setInterval(kFirstPauseMs);
 }
@@ -34,8 +59,12 @@ void CUnansweredQuestions::Clear() {
 void CUnansweredQuestions::askAgain() {
   const int next_pause = std::min(2 * timer_.interval(), kLongestPauseMs);
   const auto questions = std::exchange(questions_, {});
-  for (const auto& ask : questions) {
-    ask();
+  for (auto question = questions.cbegin(); question != questions.cend(); ++question) {
+    ++asked_[question.key()];
+    question.value()();
+    if (!questions_.contains(question.key())) {
+      asked_.remove(question.key());
+    }
   }
   timer_.setInterval(questions_.isEmpty() ? kFirstPauseMs : next_pause);
 }

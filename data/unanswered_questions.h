@@ -4,9 +4,14 @@
 #include <QObject>
 #include <QString>
 #include <QTimer>
+#include <cstdint>
 #include <functional>
 
 namespace TarnPlanView {
+
+/// How often a question to the host is asked again after a call that ended so: never once there is an answer, which any
+/// refusal with a reason is, and a few times where no reason is given.
+int RepeatsAfter(bool ok, int32_t error_kind);
 
 /// What should have been asked of the host when a notice came, but got no answer: asked again after a second, and after
 /// ever longer pauses while that fails. Thread: GUI.
@@ -15,14 +20,16 @@ class CUnansweredQuestions : public QObject {
  public:
   CUnansweredQuestions();
 
-  /// `ask` is called once for each name, and adds itself again when it gets no answer.
-  void Add(const QString& name, const std::function<void()>& ask);
+  /// `ask` is called once for each name, at most `repeats` times in succession; it adds itself again with what
+  /// RepeatsAfter() says of the call it makes.
+  void Add(const QString& name, int repeats, const std::function<void()>& ask);
   void Clear();
 
  private:
   void askAgain();
 
   QMap<QString, std::function<void()>> questions_;
+  QMap<QString, int> asked_;  // how often in succession
   QTimer timer_;
 };
 

@@ -56,9 +56,9 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   /// Loads everything below `code` depth first, descending through the rows of the first registered model.
   void InsertAllChildItem(const QString& code, int theme);
   /// Fetches the groups (plans) directly below `code` and puts the missing ones into every model that has the row.
-  /// False when the host did not answer.
-  bool InsertSubGroupNode(const QString& code, int theme);
-  bool InsertSubPlanNode(const QString& code, int theme);
+  /// False when the host failed; `error_kind` says why.
+  bool InsertSubGroupNode(const QString& code, int theme, int32_t* error_kind = nullptr);
+  bool InsertSubPlanNode(const QString& code, int theme, int32_t* error_kind = nullptr);
   void addPlanGroupList(CStandardPlanModel* model, QStandardItem* parent,
                         const view_plugin_protocol::GetPlanGroupsResponse& groups);
   void addPlanList(CStandardPlanModel* model, QStandardItem* parent,
@@ -140,10 +140,10 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   void recheckTimedPlay();
   void noteNotice();
   void showNewChildren(const QString& group_code, int theme, ResourceData::ResourceType child_type);
-  /// Both: false when the host gave no answer.
-  bool recheckGroup(const QString& code);
-  bool recheckPlan(const QString& code);
-  void showMissingPlan(const QString& code);
+  /// These three: how often the host is to be asked again, as of RepeatsAfter().
+  int recheckGroup(const QString& code);
+  int recheckPlan(const QString& code);
+  int showMissingPlan(const QString& code);
   /// The parent of the row in the first model that has it.
   QModelIndex parentOf(const QString& code, bool is_group) const;
   bool isShown(const QString& code, bool is_group) const;

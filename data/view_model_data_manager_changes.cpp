@@ -76,11 +76,6 @@ bool IsPlanResource(ResourceData::ResourceType type) {
   return type == ResourceData::RT_VIEW || type == ResourceData::RT_VIEW_GROUP;
 }
 
-/// Whether the host has said what stands in a group: what is below a group that is gone is gone, too.
-bool IsAnswer(bool ok, const view_plugin_protocol::ResponseHeader& response) {
-  return ok || response.error_kind == view_plugin_protocol::Gone;
-}
-
 }  // namespace
 
 bool CViewModelDataManager::takesChildren(const QStandardItem* group) const {
@@ -270,9 +265,12 @@ void CViewModelDataManager::showNewChildren(const QString& group_code, int theme
     return;
   }
   const bool are_groups = child_type == ResourceData::RT_VIEW_GROUP;
-  const bool answered = are_groups ? InsertSubGroupNode(group_code, theme) : InsertSubPlanNode(group_code, theme);
-  if (!answered && isShown(group_code, true)) {
-    d_->unanswered.Add(QString("below %1 %2").arg(group_code).arg(child_type),
+  const auto fetch =
+      are_groups ? &CViewModelDataManager::InsertSubGroupNode : &CViewModelDataManager::InsertSubPlanNode;
+  int32_t error_kind = view_plugin_protocol::UnknownFailure;
+  const bool ok = (this->*fetch)(group_code, theme, &error_kind);
+  if (!ok && isShown(group_code, true)) {
+    d_->unanswered.Add(QString("below %1 %2").arg(group_code).arg(child_type), RepeatsAfter(ok, error_kind),
                        [=] { showNewChildren(group_code, theme, child_type); });
   }
 }
@@ -344,64 +342,69 @@ void CViewModelDataManager::Recheck(const QString& code, bool is_group) {
     return;
   }
   const QScopedValueRollback<int> uncounted(d_->notice_count);  // it follows from notices that were counted
-  const bool answered = is_group ? recheckGroup(code) : recheckPlan(code);
-  if (!answered) {
-    d_->unanswered.Add((is_group ? "group " : "plan ") + code, [this, code, is_group] { Recheck(code, is_group); });
+  const auto ask_again = [this, code, is_group] { Recheck(code, is_group); };
+  if (is_group) {
+    d_->unanswered.Add("group " + code, recheckGroup(code), ask_again);
+  } else {
+    d_->unanswered.Add("plan " + code, recheckPlan(code), ask_again);
   }
 }
 
-// A group never changes its parent: it stands there under its name, or it is gone.
-bool CViewModelDataManager::recheckGroup(const QString& code) {
+// A group never changes its parent: it stands there under its name, or it is gone; so is what is below a group that is
+// gone.
+int CViewModelDataManager::recheckGroup(const QString& code) {
   const QModelIndex parent = parentOf(code, true);
   if (!parent.isValid()) {
-    return true;
+    return 0;
   }
   view_plugin_protocol::GetPlanGroupsRequest request;
   request.parent_index_code = GroupCodeOf(parent);
   request.node_type = CViewPublicDef::GetIndexType(parent);
   view_plugin_protocol::GetPlanGroupsResponse response;
-  if (!IsAnswer(CViewBusinessInterfaceMgr::Instance().GetPlanGroups(request, response), response)) {
-    return false;
+  const bool ok = CViewBusinessInterfaceMgr::Instance().GetPlanGroups(request, response);
+  if (!ok && response.error_kind != view_plugin_protocol::Gone) {
+    return RepeatsAfter(ok, response.error_kind);
   }
   for (const auto& group : qAsConst(response.groups)) {
     if (group.index_code == QStringToString(code)) {
       OnViewGroupNameChanged(code, StringToQString(group.name));
-      return true;
+      return 0;
     }
   }
   OnViewGroupChildRemoved(code, ResourceData::RT_VIEW_GROUP);
-  return true;
+  return 0;
 }
 
-bool CViewModelDataManager::recheckPlan(const QString& code) {
+int CViewModelDataManager::recheckPlan(const QString& code) {
   OnViewChanged(code);  // follows a move
   const QModelIndex parent = parentOf(code, false);
   if (!parent.isValid()) {
-    showMissingPlan(code);
-    return true;
+    return showMissingPlan(code);
   }
   view_plugin_protocol::GetPlansInGroupRequest request;
   request.group_index_code = GroupCodeOf(parent);
   request.node_type = CViewPublicDef::GetIndexType(parent);
   view_plugin_protocol::GetPlansInGroupResponse response;
-  if (!IsAnswer(CViewBusinessInterfaceMgr::Instance().GetPlansInGroup(request, response), response)) {
-    return false;
+  const bool ok = CViewBusinessInterfaceMgr::Instance().GetPlansInGroup(request, response);
+  if (!ok && response.error_kind != view_plugin_protocol::Gone) {
+    return RepeatsAfter(ok, response.error_kind);
   }
   const bool is_there = std::any_of(response.plans.cbegin(), response.plans.cend(), [&code](const PlanBasicInfo& plan) {
     return plan.index_code == QStringToString(code);
   });
-  if (!is_there) {
-    OnViewGroupChildRemoved(code, ResourceData::RT_VIEW);
+  if (is_there) {
+    return 0;
   }
-  return true;
+  OnViewGroupChildRemoved(code, ResourceData::RT_VIEW);
+  return showMissingPlan(code);  // it may stand elsewhere, where OnViewChanged() had no answer
 }
 
-void CViewModelDataManager::showMissingPlan(const QString& code) {
+int CViewModelDataManager::showMissingPlan(const QString& code) {
   view_plugin_protocol::GetPlanDetailRequest request;
   request.plan_index_code = QStringToString(code);
   view_plugin_protocol::GetPlanDetailResponse detail;
   if (!CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, detail)) {
-    return;
+    return RepeatsAfter(false, detail.error_kind);
   }
   for (const CStandardPlanModel* model : qAsConst(d_->models)) {
     const QStandardItem* group = model->FindTargetItemByIndexCode(StringToQString(detail.group_index_code), true);
@@ -410,9 +413,10 @@ void CViewModelDataManager::showMissingPlan(const QString& code) {
         showNewChildren(StringToQString(detail.group_index_code), CViewPublicDef::GetIndexType(group->index()),
                         ResourceData::RT_VIEW);
       }
-      return;
+      break;
     }
   }
+  return 0;
 }
 
 bool CViewModelDataManager::isShown(const QString& code, bool is_group) const {

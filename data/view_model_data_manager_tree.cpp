@@ -54,7 +54,7 @@ void CViewModelDataManager::InsertAllChildItem(const QString& code, int theme) {
   }
 }
 
-bool CViewModelDataManager::InsertSubGroupNode(const QString& code, int theme) {
+bool CViewModelDataManager::InsertSubGroupNode(const QString& code, int theme, int32_t* error_kind) {
   if (code.isEmpty()) {
     return false;
   }
@@ -63,6 +63,9 @@ bool CViewModelDataManager::InsertSubGroupNode(const QString& code, int theme) {
   request.node_type = theme;
   view_plugin_protocol::GetPlanGroupsResponse response;
   if (!CViewBusinessInterfaceMgr::Instance().GetPlanGroups(request, response)) {
+    if (error_kind) {
+      *error_kind = response.error_kind;
+    }
     return false;
   }
   for (const PlanGroup& group : qAsConst(response.groups)) {
@@ -93,7 +96,7 @@ void CViewModelDataManager::insertGroups(CStandardPlanModel* model, QStandardIte
   }
 }
 
-bool CViewModelDataManager::InsertSubPlanNode(const QString& code, int theme) {
+bool CViewModelDataManager::InsertSubPlanNode(const QString& code, int theme, int32_t* error_kind) {
   if (code.isEmpty()) {
     return false;
   }
@@ -102,6 +105,9 @@ bool CViewModelDataManager::InsertSubPlanNode(const QString& code, int theme) {
   request.node_type = theme;
   view_plugin_protocol::GetPlansInGroupResponse response;
   if (!CViewBusinessInterfaceMgr::Instance().GetPlansInGroup(request, response)) {
+    if (error_kind) {
+      *error_kind = response.error_kind;
+    }
     return false;
   }
   for (const PlanBasicInfo& plan : qAsConst(response.plans)) {

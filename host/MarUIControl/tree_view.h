@@ -36,7 +36,6 @@ class TARN_HOST_EXPORT CTreeView : public CAbstractItemView {
   void ForgetWaiting();
 
   bool IsWaiting(const QModelIndex& index) const;
-  bool IsFetched(const QModelIndex& index) const;
 
  Q_SIGNALS:
   /// Fetch the children of this row; to be answered by FinishExpand().

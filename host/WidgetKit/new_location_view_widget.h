@@ -31,8 +31,6 @@ class TARN_HOST_EXPORT CNewLocationViewWidget : public CNewSearchLine {
 
   /// Looks for the text at once.
   void Locate();
-  /// So many hits further, around the ends; a text that was only just typed is looked for instead.
-  void StepToHit(int by);
   /// Whether hits may still come: from a key or a change of the rows until they have been looked through.
   bool IsLocating() const;
   /// Rows for the text are still being fetched: until the last have come, "No hit" is not said, and the first hit among

@@ -177,10 +177,6 @@ bool CTreeView::IsWaiting(const QModelIndex& index) const {
   return d_->waiting.contains(FirstColumn(index));
 }
 
-bool CTreeView::IsFetched(const QModelIndex& index) const {
-  return d_->fetched.contains(FirstColumn(index));
-}
-
 void CTreeView::mousePressEvent(QMouseEvent* event) {
   const QModelIndex row = TreeExpander::RowAt(*this, event->pos());
   if (event->button() == Qt::LeftButton && itemsExpandable() && d_->IsUnfetched(row)) {

@@ -87,10 +87,6 @@ void CNewLocationViewWidget::Locate() {
   d_->locator.Locate();
 }
 
-void CNewLocationViewWidget::StepToHit(int by) {
-  d_->locator.Step(by);
-}
-
 bool CNewLocationViewWidget::IsLocating() const {
   return d_->locator.IsLocating();
 }

@@ -23,6 +23,7 @@ class RowLocator : public QObject {
   void SetText(const QString& text);
   /// At once; the first hit becomes current.
   void Locate();
+  /// So many hits further, around the ends; a text that was only just typed is looked for instead.
   void Step(int by);
   /// See CNewLocationViewWidget.
   void SetAwaitsRows(bool awaits);

@@ -34,8 +34,8 @@ constexpr char kNoDefaultView[] = "-3";
 // A site that changes without a pause must not keep a row waiting for ever: the last fetch of that many is awaited.
 constexpr int kMaxFetches = 5;
 
-/// Tells what came of a request that changes something: `announce` and then the tip, or the host's text. A slot may
-/// end the controller in between.
+/// Reports how a request for a change ended: `announce` and then the tip, or the host's text. A slot may end the
+/// controller in between.
 template <class Response, class Announce>
 void Settle(CStandardViewController* controller, const HostCalls::Result<Response>& answer, const QString& tip,
             const Announce& announce) {
@@ -218,10 +218,6 @@ void CStandardViewController::addPlanGroupByIndexNameThread(const QModelIndex& p
       });
 }
 
-void CStandardViewController::DeletePlanGroupByIndex(const QModelIndex& index) {
-  DeletePlanGroupByIndex(index, [](const CallAnswer&) {});
-}
-
 void CStandardViewController::DeletePlanGroupByIndex(const QModelIndex& index, const PlanAnswer& answer) {
   if (GroupCodeOf(index).isEmpty()) {
     answer({});
@@ -241,10 +237,6 @@ void CStandardViewController::deletePlanGroupByIndexThread(const QModelIndex& in
         Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanGroupSucc(node.Resolve()); });
         reply(AnswerOf(answer, code));
       });
-}
-
-void CStandardViewController::DeletePlanByIndex(const QModelIndex& index) {
-  DeletePlanByIndex(index, [](const CallAnswer&) {});
 }
 
 void CStandardViewController::DeletePlanByIndex(const QModelIndex& index, const PlanAnswer& answer) {
@@ -281,10 +273,6 @@ void CStandardViewController::updatePlanGroupNameThread(const QModelIndex& index
       });
 }
 
-void CStandardViewController::AddPlanParam(const AddPlanRequest& request) {
-  AddPlanParam(request, [](const CallAnswer&) {});
-}
-
 void CStandardViewController::AddPlanParam(const AddPlanRequest& request, const PlanAnswer& answer) {
   if (IsExceedAddLimit(request.pages)) {
     answer({false, TooManyWindows(), Refused});
@@ -302,10 +290,6 @@ void CStandardViewController::addPlanParamThread(const AddPlanRequest& request, 
     RecheckIfNoticed(notices, code, false);
     reply(AnswerOf(answer, code));
   });
-}
-
-void CStandardViewController::UpdatePlanParam(const UpdatePlanRequest& request, const QString& old_name) {
-  UpdatePlanParam(request, old_name, [](const CallAnswer&) {});
 }
 
 void CStandardViewController::UpdatePlanParam(const UpdatePlanRequest& request, const QString& old_name,
@@ -358,10 +342,6 @@ void CStandardViewController::SetPlayListener(QObject* listener,
                                               const std::function<void(const std::string& code)>& answered) {
   data_->play_listener = listener;
   data_->play_answered = answered;
-}
-
-void CStandardViewController::GetPlanInfoByIndexCode(const std::string& indexCode) {
-  GetPlanInfoByIndexCode(indexCode, [](const CallAnswer&) {});
 }
 
 void CStandardViewController::GetPlanInfoByIndexCode(const std::string& indexCode, const PlanAnswer& answer) {

@@ -33,23 +33,20 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   explicit CStandardViewController(CStandardPlanModel* model);
   ~CStandardViewController() override;
 
+  /// What must be known of one very call: called once, after the signals, unless the controller dies before; without a
+  /// delay when nothing is sent.
+  using PlanAnswer = std::function<void(const CallAnswer&)>;
+
   /// Nothing for an invalid parent or an empty name.
   void AddPlanGroupByIndexName(const QModelIndex& parent, const QString& name);
   /// Nothing for a row without a code.
-  void DeletePlanGroupByIndex(const QModelIndex& index);
-  void DeletePlanByIndex(const QModelIndex& index);
-  using PlanAnswer = std::function<void(const CallAnswer&)>;
-  /// For who must know what came of this very call: `answer` is called once, after the signals, unless the controller
-  /// dies before; without a delay when nothing is sent.
-  void DeletePlanGroupByIndex(const QModelIndex& index, const PlanAnswer& answer);
-  void DeletePlanByIndex(const QModelIndex& index, const PlanAnswer& answer);
+  void DeletePlanGroupByIndex(const QModelIndex& index, const PlanAnswer& answer = ignore);
+  void DeletePlanByIndex(const QModelIndex& index, const PlanAnswer& answer = ignore);
   void UpdatePlanGroupName(const QModelIndex& index, const QString& name);
   /// Nothing is sent when the pages hold more than 128 filled windows.
-  void AddPlanParam(const view_plugin_protocol::AddPlanRequest& request);
-  void UpdatePlanParam(const view_plugin_protocol::UpdatePlanRequest& request, const QString& old_name);
-  void AddPlanParam(const view_plugin_protocol::AddPlanRequest& request, const PlanAnswer& answer);
+  void AddPlanParam(const view_plugin_protocol::AddPlanRequest& request, const PlanAnswer& answer = ignore);
   void UpdatePlanParam(const view_plugin_protocol::UpdatePlanRequest& request, const QString& old_name,
-                       const PlanAnswer& answer);
+                       const PlanAnswer& answer = ignore);
   /// Answers with SignalPlayPlanView(); nothing for an empty code.
   void PlayPlanViewByIndexCode(const std::string& indexCode);
   /// For who plays the plans that others ask for, and must know when none is on its way any more: `answered` is called
@@ -57,8 +54,7 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   /// or failed. Until `listener` dies or another one takes its place.
   void SetPlayListener(QObject* listener, const std::function<void(const std::string& code)>& answered);
   /// Answers with SignalGetPlanInfo().
-  void GetPlanInfoByIndexCode(const std::string& indexCode);
-  void GetPlanInfoByIndexCode(const std::string& indexCode, const PlanAnswer& answer);
+  void GetPlanInfoByIndexCode(const std::string& indexCode, const PlanAnswer& answer = ignore);
   /// Records a play in the host's log; silent in every case.
   void AddOperationPlayPlan(const QString& name, bool automatic, bool from_history);
   /// Answers with SignalConfigPlayView() when there is a default view.
@@ -102,6 +98,7 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   void OnExpandViewTreeItem(const QModelIndex&);
 
  private:
+  static void ignore(const CallAnswer&) {}
   void registerMetaTypes();
   void connectDataManager();
   /// The calls themselves, once their arguments are in order: each puts one request off this thread and says on it what

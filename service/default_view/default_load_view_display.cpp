@@ -211,8 +211,10 @@ void CDefaultLoadViewDisplay::Private::OnGone() {
   } else if (is_stored_known && !IsSame(stored, wanted)) {
     q->SelectView(stored.type, stored.index_code);
   } else {
-    stored = wanted = RequestOf(none);
-    is_stored_known = true;
+    wanted = RequestOf(none);
+    if (is_stored_known) {
+      stored = wanted;
+    }
     Show(none);
   }
 }

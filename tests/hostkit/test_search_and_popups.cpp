@@ -67,7 +67,7 @@ struct Tree {
     QStringList names;
     for (int hit = 0; hit < field.HitCount(); ++hit) {
       names.append(Current());
-      field.StepToHit(1);
+      QTest::keyClick(&field, Qt::Key_Down);
     }
     return names;
   }
@@ -190,26 +190,26 @@ void SearchAndPopupsTest::LeavesNoTrace() {
     QVERIFY(tree.field.IsLocating());
   }
   QVERIFY(tree.Settle() >= 0);
-  tree.field.StepToHit(1);
+  QTest::keyClick(&tree.field, Qt::Key_Down);
 }
 
 void SearchAndPopupsTest::FollowsEditsOfTheRows() {
   Tree tree;
   QStandardItem* group = tree.AddGroup("a", {"gate 1", "gate 3"});
   QCOMPARE(tree.Find("gate"), 2);
-  tree.field.StepToHit(1);
+  QTest::keyClick(&tree.field, Qt::Key_Down);
   QCOMPARE(tree.Current(), QString("gate 3"));
   group->appendRow(new QStandardItem("gate 2"));
   QCOMPARE(tree.Settle(), 3);
   QCOMPARE(tree.Current(), QString("gate 3"));  // new rows do not move the user
-  tree.field.StepToHit(-1);
+  QTest::keyClick(&tree.field, Qt::Key_Up);
   QCOMPARE(tree.Current(), QString("gate 2"));
   group->child(0)->setText("yard");
   QCOMPARE(tree.Settle(), 2);
   group->child(0)->setText("gateway");
   QCOMPARE(tree.Settle(), 3);
   group->removeRow(1);
-  tree.field.StepToHit(1);  // before it has looked again
+  QTest::keyClick(&tree.field, Qt::Key_Down);  // before it has looked again
   QVERIFY(tree.view.currentIndex().isValid());
   QCOMPARE(tree.Settle(), 2);
   tree.proxy.setFilterRegExp(QRegExp("^(?!a)"));
@@ -253,7 +253,7 @@ void SearchAndPopupsTest::SurvivesEditsInTheMiddle() {
   tree.view.setModel(&other);
   QCOMPARE(tree.Settle(), 1);
   tree.view.setModel(nullptr);
-  tree.field.StepToHit(1);
+  QTest::keyClick(&tree.field, Qt::Key_Down);
   QCOMPARE(tree.Settle(), 0);
 }
 

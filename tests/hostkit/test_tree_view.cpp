@@ -138,7 +138,7 @@ void TreeViewTest::AnswerExpandsAndIsRemembered() {
   view_->ExpandAsync(Row(0));
   Fill(0, 3);
   view_->FinishExpand(Row(0), true, true);
-  QVERIFY(view_->isExpanded(Row(0)) && view_->IsFetched(Row(0)) && !view_->IsWaiting(Row(0)));
+  QVERIFY(view_->isExpanded(Row(0)) && !view_->IsWaiting(Row(0)));
   QTest::keyClick(view_.get(), Qt::Key_Return);
   QVERIFY(!view_->isExpanded(Row(0)));
   QTest::mouseClick(view_->viewport(), Qt::LeftButton, Qt::NoModifier, ExpanderOf(Row(0)));
@@ -156,7 +156,7 @@ void TreeViewTest::AnswerExpandsAndIsRemembered() {
 void TreeViewTest::FailureCanBeTriedAgain() {
   view_->ExpandAsync(Row(0));
   view_->FinishExpand(Row(0), true, false);
-  QVERIFY(!view_->isExpanded(Row(0)) && !view_->IsFetched(Row(0)) && !view_->IsWaiting(Row(0)));
+  QVERIFY(!view_->isExpanded(Row(0)) && !view_->IsWaiting(Row(0)));
   // Rows that were added from elsewhere meanwhile are not all of them.
   model_->itemFromIndex(proxy_->mapToSource(Row(0)))->appendRow(new CStandardItem("added elsewhere"));
   QTest::keyClick(view_.get(), Qt::Key_Right);
