@@ -98,8 +98,7 @@ QString CPanelStage::Edited() const {
 }
 
 void CPanelStage::Edit(const QString& plan) {
-  Choose(plan);
-  panel_->EditPlanByIndex(Tree().currentIndex());
+  BeginEdit(plan);
   QTRY_COMPARE(Edited(), plan);
 }
 

@@ -60,6 +60,11 @@ class CPanelStage {
   QString Edited() const;
   /// Opens the editor with the plan and waits until it is there.
   void Edit(const QString& plan);
+  /// The same without the wait.
+  void BeginEdit(const QString& plan) {
+    Choose(plan);
+    panel_->EditPlanByIndex(Tree().currentIndex());
+  }
 
   QStringList TakeTips() { return std::exchange(tips_, {}); }
   /// What has been said by the time that something has.

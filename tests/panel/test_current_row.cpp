@@ -1,6 +1,3 @@
-#include <QSignalSpy>
-#include <QtTest>
-
 #include "panel_stage.h"
 #include "view_model_data_manager.h"
 
@@ -43,8 +40,7 @@ void CurrentRowTest::OutlastsAReload() {
   QFETCH(bool, load_all);
   QFETCH(QString, act);
   QFETCH(QString, current);
-  Open({{"load_all", load_all}});
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened({{"load_all", load_all}}));
   stage.Choose(row);
   if (act == "collapse") {
     stage.Tree().collapse(stage.Row("Public A"));
@@ -73,10 +69,8 @@ void CurrentRowTest::OutlastsAReload() {
 }
 
 void CurrentRowTest::OutlastsSavesByAnyone() {
-  Open();
-  CPanelStage stage(fixture_);
-  UpdatePlanRequest request;
-  request.plan_index_code = fixture_.Code("Public A plan 2").toStdString();
+  CPanelStage stage(Opened());
+  UpdatePlanRequest request = TarnTest::ChangedPlan(fixture_.Code("Public A plan 2"), "");
   QSignalSpy saved(&stage.Controller(), &CStandardViewController::SignalUpdatePlanSucc);
   const auto rename = [&](const char* before, const char* after) {
     request.plan_name = after;

@@ -1,6 +1,3 @@
-#include <QSignalSpy>
-#include <QtTest>
-
 #include "panel_stage.h"
 #include "view_model_data_manager.h"
 
@@ -49,8 +46,7 @@ void PanelDeletionsTest::AsksBeforeDeletingAGroup() {
 }
 
 void PanelDeletionsTest::AsksBeforeDeletingAPlan() {
-  Open({{"show_mode", 0}});
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened({{"show_mode", 0}}));
   const auto remove = [&stage](const QString& name) {
     stage.Choose(name);
     stage.Button("delete_btn")->click();
@@ -94,8 +90,7 @@ void PanelDeletionsTest::AsksBeforeDeletingAPlan() {
 }
 
 void PanelDeletionsTest::RowGoneUnderTheQuestionIsLeftAlone() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   stage.Choose("Public A plan 2");
   stage.while_asking = [&] {
     CViewModelDataManager::Instance().OnDeletePlanGroupPlanSucc(stage.Tree().currentIndex());

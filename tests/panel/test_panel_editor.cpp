@@ -1,6 +1,3 @@
-#include <QSignalSpy>
-#include <QtTest>
-
 #include "WidgetKit/dock_widget.h"
 #include "editor_place.h"
 #include "group_chooser.h"
@@ -9,12 +6,6 @@
 using namespace TarnPlanView;
 using namespace view_plugin_protocol;
 using TarnTest::CPanelStage;
-
-namespace {
-
-enum Answer { KeepEditing = 0, SaveFirst = 1, ThrowAway = 2 };  // as the question's buttons stand
-
-}  // namespace
 
 // The panel and the plan editor that it opens: what is current afterwards, what opens next, and who may leave.
 class PanelEditorTest : public TarnTest::CPlanTest {
@@ -30,6 +21,8 @@ class PanelEditorTest : public TarnTest::CPlanTest {
   void WallMayStandInAnotherWindow();
 
  private:
+  enum Answer { KeepEditing = 0, SaveFirst = 1, ThrowAway = 2 };  // as the question's buttons stand
+
   void Save(CPanelStage& stage) {
     stage.Editor()->Save();
     QTRY_VERIFY(!stage.Panel().IsEditorOpen());
@@ -40,8 +33,7 @@ class PanelEditorTest : public TarnTest::CPlanTest {
 };
 
 void PanelEditorTest::OpensBesideThePanel() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   stage.Choose("Public A");
   QTest::mouseClick(stage.Button("add_view_btn"), Qt::LeftButton);
   QVERIFY(stage.Panel().IsEditorOpen() && stage.Editor()->isVisible());
@@ -71,8 +63,7 @@ void PanelEditorTest::OpensBesideThePanel() {
 }
 
 void PanelEditorTest::WhatWasSavedIsCurrent() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   stage.Panel().activateWindow();
   QVERIFY(QTest::qWaitForWindowActive(&stage.Panel()));
   stage.Edit("Public A plan 2");
@@ -90,9 +81,8 @@ void PanelEditorTest::WhatWasSavedIsCurrent() {
   // Moved to a group whose rows have not been fetched yet; a key must not hit what has stood below it.
   stage.Edit("Public A plan 1");
   const QString group = fixture_.Code("Public B");
-  const QModelIndex row = fixture_.Public()->FindIndexByIndexCode(group, true);
   Q_EMIT stage.Editor()->findChild<CGroupChooser*>()->SignalGroupChosen(group, "Public B",
-                                                                        CGroupChooser::FamilyOf(row));
+                                                                        CGroupChooser::FamilyOf(GroupRow("Public B")));
   Save(stage);
   QVERIFY(QStringList({"Public B", "Public A plan 1"}).contains(stage.Current()));
   QTRY_COMPARE(stage.Current(), QString("Public A plan 1"));
@@ -113,13 +103,11 @@ void PanelEditorTest::WhatWasSavedIsCurrent() {
 }
 
 void PanelEditorTest::KeysBeforeThePlanIsThereDoNothing() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   stage.Panel().activateWindow();
   QVERIFY(QTest::qWaitForWindowActive(&stage.Panel()));
-  stage.Choose("Public A plan 2");
   Services().Hold("GetPlanDetail");
-  stage.Panel().EditPlanByIndex(stage.Tree().currentIndex());
+  stage.BeginEdit("Public A plan 2");
   QVERIFY(Services().WaitUntilHeld("GetPlanDetail"));
   for (const auto key : {Qt::Key_Return, Qt::Key_Space}) {
     QVERIFY(stage.Editor()->isAncestorOf(QApplication::focusWidget()) || stage.Editor()->hasFocus());
@@ -131,14 +119,12 @@ void PanelEditorTest::KeysBeforeThePlanIsThereDoNothing() {
 }
 
 void PanelEditorTest::NextPlanOpensOnceTheFirstIsSafe() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   stage.Edit("Public A plan 2");
   stage.EditorName()->setText("First");
-  stage.Choose("Public A plan 10");
   stage.answer = SaveFirst;
   Services().Hold("UpdatePlan");
-  stage.Panel().EditPlanByIndex(stage.Tree().currentIndex());
+  stage.BeginEdit("Public A plan 10");
   QCOMPARE(State(stage), CEditorPlace::State::Queued);
   Services().ReleaseAll();
   QTRY_COMPARE(stage.Edited(), QString("Public A plan 10"));
@@ -166,8 +152,7 @@ void PanelEditorTest::NextPlanOpensOnceTheFirstIsSafe() {
 }
 
 void PanelEditorTest::LeavingIsTiedToItsSave() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   QSignalSpy may_leave(&stage.Panel(), &CViewExternWidget::SignalMayLeave);
   stage.answer = SaveFirst;
   const auto begin = [&](const QString& plan, const QString& name) {
@@ -199,8 +184,7 @@ void PanelEditorTest::LeavingIsTiedToItsSave() {
 }
 
 void PanelEditorTest::PlanInTheEditorIsNotMoved() {
-  Open();
-  CPanelStage stage(fixture_), other(fixture_);
+  CPanelStage stage(Opened()), other(fixture_);
   stage.ExpandAll();
   const auto drop = [&stage] {
     stage.TakeTips();
@@ -220,8 +204,7 @@ void PanelEditorTest::PlanInTheEditorIsNotMoved() {
 }
 
 void PanelEditorTest::PanelsOfOneWallShareTheEditorsPlace() {
-  Open();
-  CPanelStage shared(fixture_), own(fixture_, true);
+  CPanelStage shared(Opened()), own(fixture_, true);
   QWidget wall;
   wall.resize(1000, 700);
   wall.show();
@@ -243,29 +226,25 @@ void PanelEditorTest::PanelsOfOneWallShareTheEditorsPlace() {
     }
     return texts.join(',');
   };
-  const auto edit = [](CPanelStage& stage, const QString& plan) {
-    stage.Choose(plan);
-    stage.Panel().EditPlanByIndex(stage.Tree().currentIndex());
-  };
-  edit(shared, "Public A plan 2");
+  shared.BeginEdit("Public A plan 2");
   QTRY_COMPARE(open(), QString("Public A plan 2"));
-  edit(own, "Own C plan 2");
+  own.BeginEdit("Own C plan 2");
   QTRY_COMPARE(open(), QString("Own C plan 2"));
   QCOMPARE(own.TakeQuestions(), QStringList());  // there was nothing to lose
 
   names().first()->setText("Mine");
   own.answer = KeepEditing;
-  edit(shared, "Public A plan 2");
+  shared.BeginEdit("Public A plan 2");
   QCOMPARE(own.TakeQuestions().size(), 1);
   QCOMPARE(open(), QString("Mine"));
   own.answer = SaveFirst;
   Services().Fail("UpdatePlan", "full");
-  edit(shared, "Public A plan 2");
+  shared.BeginEdit("Public A plan 2");
   QCOMPARE(own.AwaitTips(), QStringList("1:full"));
   QTRY_VERIFY(names().first()->isEnabled());
   QCOMPARE(open(), QString("Mine"));
   Services().Mend("UpdatePlan");
-  edit(shared, "Public A plan 2");
+  shared.BeginEdit("Public A plan 2");
   QTRY_COMPARE(open(), QString("Public A plan 2"));
   QVERIFY(!fixture_.Code("Mine").isEmpty());
 
@@ -295,8 +274,7 @@ void PanelEditorTest::WallMayStandInAnotherWindow() {
     for (const bool in_motion : {false, true}) {
       auto stage = std::make_unique<CPanelStage>(fixture_);
       stage->Panel().SetMonitorPointer(wall);
-      stage->Choose("Public A plan 2");
-      stage->Panel().EditPlanByIndex(stage->Tree().currentIndex());
+      stage->BeginEdit("Public A plan 2");
       const QPointer<CTarnAddPlanWidget> editor = window.findChild<CTarnAddPlanWidget*>();
       QVERIFY(editor);
       auto* name = editor->findChild<QLineEdit*>("plan_name_edit");

@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "panel_stage.h"
 #include "plan_calls.h"
 #include "plan_records.h"
@@ -8,12 +6,6 @@
 using namespace TarnPlanView;
 using namespace view_plugin_protocol;
 using TarnTest::CPanelStage;
-
-namespace {
-
-const char kMoved[] = "Public A plan 2";
-
-}  // namespace
 
 // Plans moved from group to group, and what of it is refused.
 class PanelMovesTest : public TarnTest::CPlanTest {
@@ -24,13 +16,14 @@ class PanelMovesTest : public TarnTest::CPlanTest {
   void ReportsRefusedRowMoves();
 
  private:
+  static constexpr char kMoved[] = "Public A plan 2";
+
   GetPlanDetailResponse Stored() { return fixture_.InStore().Detail(fixture_.Code(kMoved)); }
   QString Group() { return QString::fromStdString(Stored().group_name); }
 };
 
 void PanelMovesTest::MovesPlansWhole() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   stage.ExpandAll();
   UpdatePlanRequest timed = UpdateRequestFrom(Stored());
   timed.pages = {TarnTest::Page(1, 2, {TarnTest::Window(1, "101", 1, 1, 3), TarnTest::Window(4, "map", 7)}, "Gate", 30),
@@ -75,8 +68,7 @@ void PanelMovesTest::MovesPlansWhole() {
 
 // A failure of something else does not end the move: the plan would be sent to two groups with one revision.
 void PanelMovesTest::MovesOnceWhateverElseFails() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   stage.ExpandAll();
   Services().Hold("UpdatePlan");
   stage.Drop(kMoved, "Public B");
@@ -101,8 +93,7 @@ void PanelMovesTest::MovesOnceWhateverElseFails() {
 }
 
 void PanelMovesTest::ReportsRefusedRowMoves() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   stage.ExpandAll();
   enum Where { Upper, Middle, Lower };
   const char same[] = "0:ViewSortFailedadOMakQWZCpToC", other[] = "0:TheMoveViewOperationrvQbjaeS";

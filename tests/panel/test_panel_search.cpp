@@ -1,7 +1,5 @@
 #include <QLabel>
 #include <QPushButton>
-#include <QSignalSpy>
-#include <QtTest>
 
 #include "empty_state.h"
 #include "panel_stage.h"
@@ -35,8 +33,7 @@ class PanelSearchTest : public TarnTest::CPlanTest {
 };
 
 void PanelSearchTest::ShowsBothScopesInOrder() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   stage.Choose("Public A");
   const auto of_hit = [&stage](int row, int role) { return stage.List()->model()->index(row, 0).data(role); };
   const auto searched = [&of_hit] { return of_hit(0, SearchTextRole).toString(); };
@@ -71,8 +68,7 @@ void PanelSearchTest::ShowsBothScopesInOrder() {
 }
 
 void PanelSearchTest::OlderSearchCountsForNothing() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   Services().Hold("SearchPlan", TarnTest::CRecordingServices::AfterCall);
   stage.Search("A1");
   QVERIFY(Services().WaitUntilHeld("SearchPlan"));
@@ -97,8 +93,7 @@ void PanelSearchTest::OlderSearchCountsForNothing() {
 }
 
 void PanelSearchTest::FailedScopeIsSaidOnce() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   Services().Fail("SearchPlan", "no answer");
   Find(stage, "plan", 0);
   QCOMPARE(stage.TakeTips(), QStringList("1:no answer"));
@@ -106,8 +101,7 @@ void PanelSearchTest::FailedScopeIsSaidOnce() {
 }
 
 void PanelSearchTest::LeavesTheSearchPage() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   stage.Choose("Public A plan 2");
   const QList<std::function<void()>> ways = {
       [&] {
@@ -138,8 +132,7 @@ void PanelSearchTest::LeavesTheSearchPage() {
 }
 
 void PanelSearchTest::CommandsMeanTheMarkedHit() {
-  Open({{"creation_info", 1}});
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened({{"creation_info", 1}}));
   stage.Choose("Public B");  // which Edit would rename
   Find(stage, "plan 10", 5);
   QListView* list = stage.List();
@@ -196,8 +189,7 @@ void PanelSearchTest::CommandsMeanTheMarkedHit() {
 }
 
 void PanelSearchTest::NewPlanGoesBesideTheHit() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   stage.Row("A1");
   stage.Choose("Public B");
   Find(stage, "A1 plan 10", 1);
@@ -222,20 +214,16 @@ void PanelSearchTest::SwitchesDecideHowToSearch() {
     QCOMPARE(Services().Count("SearchPlan"), 0);
   }
   Shut();
-  Open({{"enable_search", 0}});
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened({{"enable_search", 0}}));
   QVERIFY(!stage.Field()->isVisible() && !stage.Button("search_btn")->isVisible());
 }
 
 void PanelSearchTest::EmptyAndBrokenTrees() {
-  TarnTest::PlanFixtureOptions options;
-  options.site = [] {
+  Open({}, false, [] {
     TarnHost::PlanSite site;
     site.users = {{"operator", {5, 6, 7}}};
     return site;
-  };
-  QString error;
-  QVERIFY2(fixture_.Open(options, &error), qPrintable(error));
+  });
   Services().Fail("GetPlanGroups", "no connection");
   fixture_.Start();
   CPanelStage stage(fixture_);
@@ -256,8 +244,7 @@ void PanelSearchTest::EmptyAndBrokenTrees() {
 }
 
 void PanelSearchTest::WaitPageCountsAndOffersRetry() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   auto* page = stage.Panel().findChild<CResourceWaitWidget*>();
   stage.Panel().SwitchUserUpdate();
   auto* elapsed = page->findChild<QLabel*>("wait_elapsed");
@@ -281,8 +268,7 @@ void PanelSearchTest::WaitPageCountsAndOffersRetry() {
 
 // A whole round with each call of the host failing in turn: one message an act, no dead end, nothing lost.
 void PanelSearchTest::EveryCallMayFail() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   stage.ExpandAll();
   const QString outline = TarnTest::Outline(fixture_.Public());
   const QList<std::function<void()>> acts = {

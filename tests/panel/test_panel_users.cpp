@@ -1,6 +1,3 @@
-#include <QSignalSpy>
-#include <QtTest>
-
 #include "panel_stage.h"
 #include "view_model_data_manager.h"
 
@@ -35,8 +32,7 @@ class PanelUsersTest : public TarnTest::CPlanTest {
 };
 
 void PanelUsersTest::SwitchOfUserEndsWhatIsUnderWay() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   stage.Choose("Public A plan 2");
   stage.while_asking = [&] { stage.Panel().SwitchUserUpdate(); };
   stage.Button("delete_btn")->click();
@@ -66,8 +62,7 @@ void PanelUsersTest::SwitchOfUserEndsWhatIsUnderWay() {
 }
 
 void PanelUsersTest::SearchWhileWaitingEndsInTheWait() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   const auto search = [&stage] {
     stage.Search("plan");
     QTRY_COMPARE(stage.PageName(), QString("search_list_view"));
@@ -100,8 +95,7 @@ void PanelUsersTest::SearchWhileWaitingEndsInTheWait() {
 }
 
 void PanelUsersTest::ModelAndControllerMayDieFirst() {
-  Open();
-  CPanelStage stage(fixture_);
+  CPanelStage stage(Opened());
   // A controller that dies leaves no row waiting for ever.
   const QPersistentModelIndex group(stage.Row("Public A"));
   Services().Hold("GetPlanGroups");

@@ -51,6 +51,7 @@ class PlanCommandsTest : public QObject {
 };
 
 void PlanCommandsTest::RowsGrantTheButtons() {
+  const QList<int> received = {ReceivedRootItem, ReceivedGroupItem, ReceivedPlanItem, ReceivedLeafItem};
   const struct {
     QList<int> types;
     const char *none, *add, *edit, *remove, *all;  // by the rights that the user has
@@ -61,13 +62,7 @@ void PlanCommandsTest::RowsGrantTheButtons() {
       {{PublicGroupItem, PublicPlanItem, PublicLeafItem}, "----", "gp--", "--e-", "---d", "gped", "gped"},
       {{OwnGroupItem, OwnPlanItem, OwnLeafItem}, "gped", "gped", "gped", "gped", "gped", "gped"},
       // These leave edit and delete as they were, others everything.
-      {{ReceivedRootItem, ReceivedGroupItem, ReceivedPlanItem, ReceivedLeafItem},
-       "g-e-",
-       "g-e-",
-       "g-e-",
-       "g-e-",
-       "g-e-",
-       "g-e-"},
+      {received, "g-e-", "g-e-", "g-e-", "g-e-", "g-e-", "g-e-"},
       {{PlaceholderItem, 0, 9, 14}, "-pe-", "-pe-", "-pe-", "-pe-", "-pe-", "-pe-"},
   };
   for (const auto& row : rows) {

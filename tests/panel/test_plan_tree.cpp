@@ -1,6 +1,4 @@
-#include <QSignalSpy>
 #include <QStandardItemModel>
-#include <QtTest>
 
 #include "item_type.h"
 #include "plan_drag.h"
@@ -109,9 +107,7 @@ void PlanTreeTest::LevelsAndKindsOfGroup() {
 
 void PlanTreeTest::MenuOffersWhatSuitsTheRow() {
   for (const bool all : {true, false}) {
-    Open({{"load_all", 1}, {"group_cycle", all}, {"creation_info", all}});
-    fixture_.Messages().Expect("This plugin does not support");
-    CTreeStage stage(fixture_.Public());
+    CTreeStage stage(Opened({{"load_all", 1}, {"group_cycle", all}, {"creation_info", all}}));
     CPopupMenu& menu = *stage.tree.GetViewMoreMenu();
     QSignalSpy about(&stage.tree, &CPlanViewTree::SignalMenuAboutToShow);
     const auto offered = [&](const QString& name) {
@@ -136,13 +132,10 @@ void PlanTreeTest::MenuOffersWhatSuitsTheRow() {
     QVERIFY(about.isEmpty() && !menu.isVisible());
     Shut();
   }
-  Open();
 }
 
 void PlanTreeTest::MenuIsAboutTheRowItWasOpenedFor() {
-  Open({{"load_all", 1}});
-  fixture_.Messages().Expect("This plugin does not support");  // pop-ups without a display
-  CTreeStage stage(fixture_.Public());
+  CTreeStage stage(Opened({{"load_all", 1}}));
   CPopupMenu& menu = *stage.tree.GetViewMoreMenu();
   QSignalSpy clicked(&stage.tree, &CPlanViewTree::SignalMenuClicked);
   const QPersistentModelIndex plan = stage.Row("Public root plan");
@@ -171,9 +164,7 @@ void PlanTreeTest::MenuIsAboutTheRowItWasOpenedFor() {
 }
 
 void PlanTreeTest::KeysAndDoubleClick() {
-  Open({{"load_all", 1}});
-  fixture_.Messages().Expect("This plugin does not support");  // pop-ups without a display
-  CTreeStage stage(fixture_.Public());
+  CTreeStage stage(Opened({{"load_all", 1}}));
   QSignalSpy clicked(&stage.tree, &CPlanViewTree::SignalMenuClicked);
   QSignalSpy played(&stage.tree, &CPlanViewTree::SignalPlayRequested);
   const QModelIndex plan = stage.Row("Public root plan"), group = stage.Row("Public A");
@@ -207,8 +198,7 @@ void PlanTreeTest::KeysAndDoubleClick() {
 }
 
 void PlanTreeTest::MouseIsFollowed() {
-  Open({{"load_all", 1}});
-  CTreeStage stage(fixture_.Public());
+  CTreeStage stage(Opened({{"load_all", 1}}));
   QSignalSpy moved(&stage.tree, &CPlanViewTree::SignalPlanViewMouseMove);
   QSignalSpy hidden(&stage.tree, &CPlanViewTree::SignalHideThumbnail);
   const QPersistentModelIndex plan = stage.Row("Public root plan");
@@ -242,8 +232,7 @@ void PlanTreeTest::MouseIsFollowed() {
 }
 
 void PlanTreeTest::FinishSlotsTakeOwnAndSourceRows() {
-  Open({{"load_all", 1}});
-  CTreeStage stage(fixture_.Public());
+  CTreeStage stage(Opened({{"load_all", 1}}));
   const QModelIndex a = stage.Row("Public A"), b = stage.Row("Public B");
   const QModelIndex root = stage.Root();
   stage.tree.collapse(root);
@@ -259,8 +248,7 @@ void PlanTreeTest::FinishSlotsTakeOwnAndSourceRows() {
 }
 
 void PlanTreeTest::FailedExpansionIsTriedAgain() {
-  Open({{"load_all", 0}});
-  CTreeStage stage(fixture_.Public());
+  CTreeStage stage(Opened({{"load_all", 0}}));
   QTRY_VERIFY(stage.Row("Public A").isValid());
   const QPersistentModelIndex group = stage.Row("Public A");
   Services().Fail("GetPlansInGroup");
@@ -278,8 +266,7 @@ void PlanTreeTest::FailedExpansionIsTriedAgain() {
 
 void PlanTreeTest::OpenGroupsOpenAgainAfterReload() {
   for (const int load_all : {0, 1}) {
-    Open({{"load_all", load_all}});
-    CTreeStage stage(fixture_.Public());
+    CTreeStage stage(Opened({{"load_all", load_all}}));
     for (const char* group : {"Public A", "A1", "Public B"}) {
       QTRY_VERIFY(stage.Row(group).isValid());
       stage.tree.ExpandAsync(stage.Row(group));
@@ -295,21 +282,18 @@ void PlanTreeTest::OpenGroupsOpenAgainAfterReload() {
     fixture_.Drain();
     Shut();
   }
-  Open();
 }
 
 void PlanTreeTest::PayloadAndWhatCanBeDragged() {
   for (const bool cycle : {true, false}) {
-    Open({{"load_all", 1}, {"group_cycle", cycle}, {"enable_drag", cycle}});
-    CTreeStage stage(fixture_.Public());
+    CTreeStage stage(Opened({{"load_all", 1}, {"group_cycle", cycle}, {"enable_drag", cycle}}));
     QCOMPARE(stage.tree.dragEnabled(), cycle);
     const QModelIndex plan = stage.Row("Public root plan"), group = stage.Row("Public A");
     QVERIFY(CPlanDrag::CanDrag(plan) && !CPlanDrag::CanDrag(stage.Root()) && !CPlanDrag::CanDrag(QModelIndex()));
     QCOMPARE(CPlanDrag::CanDrag(group), cycle);
     Shut();
   }
-  Open({{"load_all", 1}});
-  CTreeStage stage(fixture_.Public());
+  CTreeStage stage(Opened({{"load_all", 1}}));
   const auto payload = [&](const char* name, const char* kind, int type) {
     QString text = R"([{"_normal_resource":{"item_type":%1,"name":"%2"},"_source_id_":"%3","_source_type_":"%4",)"
                    R"("_station_id_":"%5","_view_index_code_":"%3"}])";
@@ -320,8 +304,7 @@ void PlanTreeTest::PayloadAndWhatCanBeDragged() {
 }
 
 void PlanTreeTest::MovesFollowTheRules() {
-  Open({{"load_all", 1}});
-  CTreeStage stage(fixture_.Public());
+  CTreeStage stage(Opened({{"load_all", 1}}));
   stage.tree.expand(stage.Row("Public B"));
   const QModelIndex plan = stage.Row("Public root plan"), group = stage.Row("Public A");
   const QModelIndex other = stage.Row("Public B plan 2");
@@ -354,8 +337,7 @@ void PlanTreeTest::MovesFollowTheRules() {
 }
 
 void PlanTreeTest::MovesOfOtherKindsAndOfGroups() {
-  Open({{"load_all", 1}});
-  CTreeStage stage(fixture_.Public());
+  CTreeStage stage(Opened({{"load_all", 1}}));
   const auto own_group = stage.Add("own group", OwnGroupItem), own_plan = stage.Add("own plan", OwnPlanItem);
   const auto received = stage.Add("r1", ReceivedPlanItem), received2 = stage.Add("r2", ReceivedPlanItem);
   const QPersistentModelIndex plan = stage.Row("Public root plan"), group = stage.Row("Public A");
@@ -377,8 +359,7 @@ void PlanTreeTest::MovesOfOtherKindsAndOfGroups() {
 }
 
 void PlanTreeTest::DropsReportOrRefuse() {
-  Open({{"load_all", 1}});
-  CTreeStage stage(fixture_.Public());
+  CTreeStage stage(Opened({{"load_all", 1}}));
   QSignalSpy moved(&stage.tree, &CPlanViewTree::SignalMoveRow);
   QSignalSpy tips(&stage.tree, &CPlanViewTree::SignalMessageTipNeeded);
   const QPersistentModelIndex plan = stage.Row("Public root plan"), group = stage.Row("Public A");

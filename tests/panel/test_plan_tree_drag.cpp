@@ -1,6 +1,3 @@
-#include <QSignalSpy>
-#include <QtTest>
-
 #include "mouse_drag.h"
 #include "tree_stage.h"
 
@@ -16,8 +13,7 @@ class PlanTreeDragTest : public TarnTest::CPlanTest {
 };
 
 void PlanTreeDragTest::PlanIsMovedInsideTheTree() {
-  Open({{"load_all", 1}});
-  CTreeStage stage(fixture_.Public());
+  CTreeStage stage(Opened({{"load_all", 1}}));
   stage.tree.SetMovePermission(true);
   QSignalSpy moved(&stage.tree, &CPlanViewTree::SignalMoveRow);
   QSignalSpy hidden(&stage.tree, &CPlanViewTree::SignalHideThumbnail);

@@ -17,8 +17,10 @@ namespace TarnTest {
 /// The plan tree alone over the public plans, wired as the panel does it.
 class CTreeStage {
  public:
-  explicit CTreeStage(TarnPlanView::CStandardPlanModel* model)
-      : proxy(nullptr, false), controller(new TarnPlanView::CStandardViewController(model)), tree(nullptr) {
+  explicit CTreeStage(CPlanFixture& fixture)
+      : proxy(nullptr, false), controller(new TarnPlanView::CStandardViewController(fixture.Public())), tree(nullptr) {
+    TarnPlanView::CStandardPlanModel* model = fixture.Public();
+    fixture.Messages().Expect("This plugin does not support");  // pop-ups without a display
     controller->setParent(nullptr);
     proxy.setSourceModel(model);
     tree.SetFilterSortModel(&proxy);

@@ -13,14 +13,21 @@ class CPlanTest : public QObject {
   Q_OBJECT
  protected:
   /// Opens the store with these switches; with `start` also brings the plug-in up.
-  void Open(const QMap<QString, int>& switches = {}, bool start = true) {
+  void Open(const QMap<QString, int>& switches = {}, bool start = true,
+            const std::function<TarnHost::PlanSite()>& site = SmallSite) {
     PlanFixtureOptions options;
     options.switches = switches;
+    options.site = site;
     QString error;
     QVERIFY2(fixture_.Open(options, &error), qPrintable(error));
     if (start) {
       fixture_.Start();
     }
+  }
+  /// Opens and starts for a stage made of it.
+  CPlanFixture& Opened(const QMap<QString, int>& switches = {}) {
+    Open(switches);
+    return fixture_;
   }
   /// Shuts down in the middle of a test that opens again.
   void Shut() { QCOMPARE(fixture_.Close(), QStringList()); }
