@@ -128,9 +128,8 @@ class SearchAndPopupsTest : public QObject {
   void FindsWhatMatchFinds();
   void MoreHitsThanAreKept();
   void PlainFieldSearchesAndLeaves();
-  void MenuKeepsOrderAndHandsDataOn();
+  void MenuKeepsOrderAndStaysOnScreen();
   void MenuSurvivesForeignActions();
-  void MenuStaysOnScreen();
   void DockSlidesOutAndPutsBack();
   void DockFollowsItsWindow();
   void DockGoesWithWhatItBelongsTo_data();
@@ -302,7 +301,7 @@ void SearchAndPopupsTest::PlainFieldSearchesAndLeaves() {
   QCOMPARE(leave.size(), 1);
 }
 
-void SearchAndPopupsTest::MenuKeepsOrderAndHandsDataOn() {
+void SearchAndPopupsTest::MenuKeepsOrderAndStaysOnScreen() {
   CPopupMenu menu;
   for (const MsgType type : {Share, Edit, Delete}) {
     menu.AddMenuItem(type, QString::number(type));
@@ -325,6 +324,12 @@ void SearchAndPopupsTest::MenuKeepsOrderAndHandsDataOn() {
   QVERIFY(!menu.isVisible());
   QVERIFY(!menu.MenuItem(PlayVideo));
   menu.SetMenuItemVisible(PlayVideo, true);  // an entry that is not there
+  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  for (const QPoint& point : {screen.bottomRight(), screen.topLeft(), QPoint(-5000, 90000)}) {
+    menu.PopupAt(point);
+    QVERIFY(screen.contains(menu.geometry()));
+    menu.hide();
+  }
 }
 
 void SearchAndPopupsTest::MenuSurvivesForeignActions() {
@@ -344,18 +349,6 @@ void SearchAndPopupsTest::MenuSurvivesForeignActions() {
   CPopupMenu empty;
   empty.PopupAt(QPoint(5, 5));
   QVERIFY(!empty.isVisible());
-}
-
-void SearchAndPopupsTest::MenuStaysOnScreen() {
-  CPopupMenu menu;
-  menu.AddMenuItem(Edit, "Edit");
-  menu.AddMenuItem(Delete, "Delete");
-  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-  for (const QPoint& point : {screen.bottomRight(), screen.topLeft(), QPoint(-5000, 90000)}) {
-    menu.PopupAt(point);
-    QVERIFY(screen.contains(menu.geometry()));
-    menu.hide();
-  }
 }
 
 void SearchAndPopupsTest::DockSlidesOutAndPutsBack() {
