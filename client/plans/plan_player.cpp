@@ -1,6 +1,7 @@
 #include "plans/plan_player.h"
 
 #include <TarnPlanView/auto_plan_helper.h>
+#include <TarnPlanView/call_answer.h>
 #include <TarnPlanView/plan_clock.h>
 #include <TarnPlanView/view_config_manager.h>
 
@@ -20,6 +21,7 @@ namespace TarnClient {
 
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
+using TarnPlanView::CallAnswer;
 using TarnPlanView::CAutoPlanHelper;
 using TarnPlanView::CStandardViewController;
 using TarnPlanView::CViewExternWidget;
@@ -30,6 +32,7 @@ namespace {
 
 constexpr int kClockMs = 1000;
 constexpr int kNextPlanMs = 1500;  // by then the helper has looked whether another timed plan is due
+constexpr int kLongPauseMs = 60000;
 
 }  // namespace
 
@@ -38,7 +41,6 @@ CPlanPlayer::CPlanPlayer(CLiveWall* wall, QObject* parent)
   qRegisterMetaType<PlayOrigin>("TarnClient::PlayOrigin");
   clock_.setInterval(kClockMs);
   connect(&clock_, &QTimer::timeout, this, [this] { Handle(Events::ClockTicked()); });
-  next_plan_.setInterval(kNextPlanMs);
   next_plan_.setSingleShot(true);
   connect(&next_plan_, &QTimer::timeout, this, [this] { Handle(Events::NextPlanDue()); });
   FollowWall();
@@ -117,6 +119,15 @@ void CPlanPlayer::OnDefaultView(const QString& code, int type) {
     Handle(Events::DefaultGroupKnown{GroupOf(code, kSecondsPerPlan)});
   } else {
     Handle(Events::DefaultPlanKnown{QStringToString(code)});
+  }
+}
+
+// What there is has come by the controller's signal.
+void CPlanPlayer::OnDefaultViewAnswer(const CallAnswer& answer) {
+  if (!answer.ok) {
+    Handle(Events::DefaultViewUnknown());
+  } else if (answer.text.isEmpty()) {
+    Handle(Events::DefaultViewNone());
   }
 }
 
@@ -209,7 +220,11 @@ void CPlanPlayer::Do(const Commands::EndTurns&) {
 
 void CPlanPlayer::Do(const Commands::AskDefaultView&) {
   if (controller_) {
-    controller_->InitGetViewDefaultConfig({});
+    controller_->InitGetViewDefaultConfig({}, [player = QPointer<CPlanPlayer>(this)](const CallAnswer& answer) {
+      if (player) {
+        player->OnDefaultViewAnswer(answer);
+      }
+    });
   }
 }
 
@@ -242,10 +257,12 @@ void CPlanPlayer::Do(const Commands::WatchClock& watch) {
 }
 
 void CPlanPlayer::Do(const Commands::AwaitNextPlan& await) {
-  if (await.on) {
-    next_plan_.start();
-  } else {
+  if (!await.on) {
     next_plan_.stop();
+  } else if (await.is_long) {
+    next_plan_.start(kLongPauseMs);
+  } else {
+    next_plan_.start(kNextPlanMs);
   }
 }
 

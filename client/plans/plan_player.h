@@ -14,7 +14,8 @@
 
 namespace TarnPlanView {
 class CStandardViewController;
-}
+struct CallAnswer;
+}  // namespace TarnPlanView
 
 namespace TarnClient {
 
@@ -64,6 +65,7 @@ class CPlanPlayer : public QObject {
   void FollowTimedPlans();
   void Handle(const ProgrammeEvent& event);
   void OnDefaultView(const QString& code, int type);
+  void OnDefaultViewAnswer(const TarnPlanView::CallAnswer& answer);
   void FetchByPanel(const std::string& code);
   Events::Group GroupOf(const QString& code, int seconds_per_plan) const;
 

@@ -297,6 +297,17 @@ void CProgramme::On(const Events::DefaultGroupKnown& known) {
   }
 }
 
+void CProgramme::On(const Events::DefaultViewNone&) {
+  state_.asks_default_view = state_.default_view_stands = false;
+}
+
+// At the start the user sees that it failed. Later no one may be there, and the wall would stay empty.
+void CProgramme::On(const Events::DefaultViewUnknown&) {
+  if (std::exchange(state_.asks_default_view, false) && state_.default_view_stands) {
+    Do(Commands::AwaitNextPlan{true, true});
+  }
+}
+
 // The helper keeps the plan that it knows while it gets no answer: after a switch of user that may be one which only
 // the last user can see.
 void CProgramme::On(const Events::TimedPlanBegins& begins) {

@@ -76,6 +76,8 @@ class CProgramme {
   void On(const Events::DefaultViewWanted& wanted);
   void On(const Events::DefaultPlanKnown& known);
   void On(const Events::DefaultGroupKnown& known);
+  void On(const Events::DefaultViewNone& none);
+  void On(const Events::DefaultViewUnknown& unknown);
   void On(const Events::TimedPlanBegins& begins);
   void On(const Events::TimedPlanEnds& ends);
   void On(const Events::SeenAnswered& answer);

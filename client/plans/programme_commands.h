@@ -42,6 +42,7 @@ struct Stay {
 };
 struct EndTurns {};
 
+/// Answered by one of Events::DefaultPlanKnown, DefaultGroupKnown, DefaultViewNone and DefaultViewUnknown.
 struct AskDefaultView {};
 
 /// Answered by Events::SeenAnswered.
@@ -60,6 +61,7 @@ struct WatchClock {
 /// Events::NextPlanDue comes in a moment; an earlier wait counts no more.
 struct AwaitNextPlan {
   bool on = true;
+  bool is_long = false;  // a service that does not answer is not asked as often
 };
 
 /// What is on its way to the wall has changed.

@@ -62,6 +62,11 @@ struct DefaultGroupKnown {
   Group group;
 };
 
+/// There is none.
+struct DefaultViewNone {};
+/// The service does not say.
+struct DefaultViewUnknown {};
+
 struct TimedPlanBegins {
   Plan plan;
 };
@@ -87,8 +92,9 @@ namespace TarnClient {
 using ProgrammeEvent =
     std::variant<Events::PlanWanted, Events::PanelFetches, Events::PlanCame, Events::FetchOver, Events::GroupWanted,
                  Events::TurnOver, Events::StepWanted, Events::Held, Events::TurnCame, Events::DefaultViewWanted,
-                 Events::DefaultPlanKnown, Events::DefaultGroupKnown, Events::TimedPlanBegins, Events::TimedPlanEnds,
-                 Events::SeenAnswered, Events::ClockTicked, Events::NextPlanDue, Events::StopWanted,
-                 Events::WallEmptied, Events::UserSwitched>;
+                 Events::DefaultPlanKnown, Events::DefaultGroupKnown, Events::DefaultViewNone,
+                 Events::DefaultViewUnknown, Events::TimedPlanBegins, Events::TimedPlanEnds, Events::SeenAnswered,
+                 Events::ClockTicked, Events::NextPlanDue, Events::StopWanted, Events::WallEmptied,
+                 Events::UserSwitched>;
 
 }  // namespace TarnClient

@@ -379,16 +379,25 @@ void CStandardViewController::addOperationPlayPlanThread(const QString& name, bo
 }
 
 void CStandardViewController::InitGetViewDefaultConfig(const GetClientDefaultViewConfigRequest& request) {
-  initGetViewConfig(request);
+  InitGetViewDefaultConfig(request, [](const CallAnswer&) {});
 }
 
-void CStandardViewController::initGetViewConfig(const GetClientDefaultViewConfigRequest& request) {
-  Ask(&CViewBusinessInterfaceMgr::GetClientViewConfig, request).Then(this, [this](const auto& answer) {
+void CStandardViewController::InitGetViewDefaultConfig(const GetClientDefaultViewConfigRequest& request,
+                                                       const PlanAnswer& answer) {
+  initGetViewConfig(request, answer);
+}
+
+void CStandardViewController::initGetViewConfig(const GetClientDefaultViewConfigRequest& request,
+                                                const PlanAnswer& reply) {
+  Ask(&CViewBusinessInterfaceMgr::GetClientViewConfig, request).Then(this, [this, reply](const auto& answer) {
+    std::string code;
     if (!answer.ok) {
       showFailure(answer.response.error_info);
     } else if (answer.response.index_code != kNoDefaultView) {
-      Q_EMIT SignalConfigPlayView(StringToQString(answer.response.index_code), answer.response.type);
+      code = answer.response.index_code;
+      Q_EMIT SignalConfigPlayView(StringToQString(code), answer.response.type);
     }
+    reply(AnswerOf(answer, code));
   });
 }
 

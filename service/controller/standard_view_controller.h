@@ -59,6 +59,9 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   void AddOperationPlayPlan(const QString& name, bool automatic, bool from_history);
   /// Answers with SignalConfigPlayView() when there is a default view.
   void InitGetViewDefaultConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request);
+  /// The answer's text is empty when there is none.
+  void InitGetViewDefaultConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request,
+                                const PlanAnswer& answer);
   /// These two block until the host has answered.
   bool GetClientViewDefaultConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request);
   bool SetClientViewDefaultConfig(const view_plugin_protocol::ClienDefaultViewConfigRequest& request);
@@ -114,7 +117,8 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   void getPlanInfoByIndexCodeThread(const std::string& indexCode, const PlanAnswer& reply);
   void addOperationPlayPlanThread(const QString& name, bool automatic, bool from_history);
   /// As the public calls of the default view.
-  void initGetViewConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request);
+  void initGetViewConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request,
+                         const PlanAnswer& reply);
   /// Marks the row as loaded for the families that do so before the fetch.
   void announceLoading(const QString& code, int type);
   void downloadSubPlanGroupListThread(const QModelIndex& index);

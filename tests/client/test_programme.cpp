@@ -94,7 +94,9 @@ struct Words {
   QString operator()(const Commands::LookForTimedPlan&) const { return "look"; }
   QString operator()(const Commands::ForgetTimedPlan&) const { return "forget"; }
   QString operator()(const Commands::WatchClock& c) const { return c.on ? "watch" : "no watch"; }
-  QString operator()(const Commands::AwaitNextPlan& c) const { return c.on ? "wait" : "no wait"; }
+  QString operator()(const Commands::AwaitNextPlan& c) const {
+    return QString(c.on ? "wait" : "no wait") + QString(c.is_long ? " long" : "");
+  }
   QString operator()(const Commands::SayAwaited&) const { return "awaited"; }
   QString operator()(const Commands::SayProgress&) const { return "progress"; }
   QString operator()(const SayFailure& c) const {
@@ -146,9 +148,10 @@ void ProgrammeTest::Decides_data() {
     QTest::newRow(name) << happened << commands << on_wall;
   };
   const ProgrammeEvent stop = StopWanted(), emptied = WallEmptied(), ends = TimedPlanEnds(), due = NextPlanDue(),
-                       open = DefaultViewWanted(), plan_d = DefaultPlanKnown{"D"}, user = UserSwitched(),
-                       tick = ClockTicked(), time_over = TurnOver(), next = StepWanted{1}, back = StepWanted{-1},
-                       held = Held(), panel_a = PanelFetches{"A"}, panel_d = PanelFetches{"D"};
+                       open = DefaultViewWanted(), none = DefaultViewNone(), unknown = DefaultViewUnknown(),
+                       plan_d = DefaultPlanKnown{"D"}, user = UserSwitched(), tick = ClockTicked(),
+                       time_over = TurnOver(), next = StepWanted{1}, back = StepWanted{-1}, held = Held(),
+                       panel_a = PanelFetches{"A"}, panel_d = PanelFetches{"D"};
   using Outcome = CycleTurn::Outcome;
 
   // Plans that the user picks.
@@ -210,6 +213,12 @@ void ProgrammeTest::Decides_data() {
   row("the default view", opened + Happened{ends, due}, "default view?", "");
   row("asked for again", opened + Happened{ends, due, plan_d, Came("D")}, "show D default", "D default");
   row("known during a timed plan", {open, Timed("T"), plan_d, ends, due}, "default view?", "");
+  row("the service is away", opened + Happened{ends, due, unknown}, "wait long", "");
+  row("asked until it answers", opened + Happened{ends, due, unknown, due}, "default view?", "");
+  row("not at the start", {open, unknown}, "", "");
+  row("nor what was chosen since", {open, unknown, plan_d}, "", "");
+  row("not over the user's stop", opened + Happened{ends, due, stop, unknown}, "", "");
+  row("none is chosen any more", opened + Happened{ends, due, none, due}, "", "");
   row("after two timed plans", opened + Happened{ends, Timed("U"), due}, "", "U timed");
   row("and their end", opened + Happened{ends, Timed("U"), ends, due}, "default view?", "");
   row("not after a stop", opened + Happened{emptied, ends, due}, "", "");

@@ -209,8 +209,13 @@ void ControllerTest::PlayAndFetchDetail() {
 void ControllerTest::DefaultView() {
   Start();
   auto& manager = CViewModelDataManager::Instance();
-  controller_->InitGetViewDefaultConfig({});
+  QStringList answers;
+  const auto ask = [&] {
+    controller_->InitGetViewDefaultConfig({}, [&](const auto& a) { answers << (a.ok ? "is " : "fails ") + a.text; });
+  };
+  ask();
   QCOMPARE(Said(), QStringList());  // "-3": none
+  QCOMPARE(answers, QStringList("is "));
   ClienDefaultViewConfigRequest request;
   request.index_code = fixture_.Code("Public A plan 2").toStdString();
   request.type = ResourceData::RT_VIEW;
@@ -222,6 +227,9 @@ void ControllerTest::DefaultView() {
   QCOMPARE(Said(), QStringList(QString("default %1 16000").arg(request.index_code.c_str())));
   Services().Fail("GetClientViewConfig", "no get");
   Services().Fail("SetClientViewConfig", "no set");
+  ask();
+  QCOMPARE(Said(), QStringList("tip 1 no get"));
+  QCOMPARE(answers.last(), QString("fails no get"));
   QVERIFY(!controller_->GetClientViewDefaultConfig({}));
   QVERIFY(!controller_->SetClientViewDefaultConfig(request));
   QCOMPARE(log_->Take(), QStringList({"tip 1 no get", "tip 1 no set"}));
