@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QCursor>
-#include <QSignalSpy>
 #include <QtTest>
 #include <memory>
 

@@ -3,8 +3,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSignalSpy>
-#include <QtTest>
 #include <memory>
 
 #include "ResourceTreeKit/camera_tree.h"
@@ -115,19 +113,16 @@ class CEditorTest : public CPlanTest {
   Q_OBJECT
  protected:
   void Begin(const QMap<QString, int>& switches = {}) {
-    PlanFixtureOptions options;
-    options.switches = {{"load_all", 1}, {"timed_play", 1}};
+    QMap<QString, int> all = {{"load_all", 1}, {"timed_play", 1}};
     for (auto it = switches.begin(); it != switches.end(); ++it) {
-      options.switches[it.key()] = it.value();
+      all[it.key()] = it.value();
     }
-    options.site = TarnHost::MakeDemoSite;
-    QString error;
-    QVERIFY2(fixture_.Open(options, &error), qPrintable(error));
-    fixture_.Start();
+    Open(all, true, TarnHost::MakeDemoSite);
     patrol_ = fixture_.Code(QStringLiteral("Night patrol"));
   }
-  QModelIndex GroupRow(const QString& name) {
-    return fixture_.Public()->FindIndexByIndexCode(fixture_.Code(name), true);
+  CPlanFixture& Begun(const QMap<QString, int>& switches = {}) {
+    Begin(switches);
+    return fixture_;
   }
   GetPlanDetailResponse Stored(const QString& code) { return fixture_.InStore().Detail(code); }
   void RenameElsewhere(const QString& code, const char* name) {

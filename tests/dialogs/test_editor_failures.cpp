@@ -31,8 +31,7 @@ void EditorFailuresTest::OneMessageAndNothingLost_data() {
 void EditorFailuresTest::OneMessageAndNothingLost() {
   QFETCH(QStringList, calls);
   QFETCH(QString, way);
-  Open({{"load_all", 1}});
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Opened({{"load_all", 1}}));
   if (way == "add") {
     stage.OpenNew(fixture_.Code("Public A"));
   } else {

@@ -1,6 +1,3 @@
-#include <QSignalSpy>
-#include <QtTest>
-
 #include "LyraPluginManager/error_kind.h"
 #include "camera_abilities.h"
 #include "plan_test.h"
@@ -41,10 +38,7 @@ void EditorQuestionsTest::WhatARefusedSaveMeans() {
 
 void EditorQuestionsTest::AbilitiesAreFetchedOnce() {
   Open({}, false);
-  GetPlanDetailRequest request;
-  request.plan_index_code = fixture_.Code("Own C plan 2").toStdString();
-  GetPlanDetailResponse plan;
-  QVERIFY(fixture_.Store().GetPlanDetail(request, plan));
+  const GetPlanDetailResponse plan = fixture_.InStore().Detail(fixture_.Code("Own C plan 2"));
   const QString camera = QString::fromStdString(plan.pages.front().windows.front().resource_code);
   CCameraAbilities abilities;
   QSignalSpy streams(&abilities, &CCameraAbilities::SignalStreamsKnown);

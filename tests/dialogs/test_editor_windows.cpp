@@ -68,7 +68,9 @@ class EditorWindowsTest : public TarnTest::CPlanTest {
     QCOMPARE(fixture_.InStore().AddPlan(plan, &code), QString());
     stage.Open(QString::fromStdString(code));
   }
+  // Opens over a site that shrinks.
   std::shared_ptr<CShrinkingSite> Shrinking() {
+    Open({{"load_all", 1}});
     auto site = std::make_shared<CShrinkingSite>(TarnHost::InstalledHostServices());
     TarnHost::InstallHostServices(site);
     return site;
@@ -76,8 +78,7 @@ class EditorWindowsTest : public TarnTest::CPlanTest {
 };
 
 void EditorWindowsTest::ANumberBeingTypedBelongsToItsPage() {
-  Open({{"load_all", 1}});
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Opened({{"load_all", 1}}));
   stage.OpenNew(fixture_.Code("Public A"));
   auto* dwell = stage.Find<QSpinBox>("dwell_spin");
   const auto type = [dwell](const char* digits) {
@@ -120,7 +121,6 @@ void EditorWindowsTest::ANumberBeingTypedBelongsToItsPage() {
 }
 
 void EditorWindowsTest::GoesOnToTheNextEmptyWindow() {
-  Open({{"load_all", 1}});
   Shrinking();
   CEditorStage stage(fixture_);
   Show(stage, {Window(2, "101"), Window(4, "101")});
@@ -150,7 +150,6 @@ void EditorWindowsTest::GoesOnToTheNextEmptyWindow() {
 }
 
 void EditorWindowsTest::SwapsAnyTwoWindowsByKeys() {
-  Open({{"load_all", 1}});
   Shrinking();
   CEditorStage stage(fixture_);
   Show(stage, {Window(1, "101"), Window(4, "103")});
@@ -187,8 +186,7 @@ void EditorWindowsTest::SwapsAnyTwoWindowsByKeys() {
 }
 
 void EditorWindowsTest::PagesByKeys() {
-  Open({{"load_all", 1}});
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Opened({{"load_all", 1}}));
   stage.OpenNew(fixture_.Code("Public A"));
   auto& pages = stage.Pages();
   const auto after = [&pages](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
@@ -203,7 +201,6 @@ void EditorWindowsTest::PagesByKeys() {
 }
 
 void EditorWindowsTest::NoticesWhatBecomesOfCameras() {
-  Open({{"load_all", 1}});
   const auto site = Shrinking();
   CEditorStage stage(fixture_);
   stage.editor->findChild<CEditorCameras*>()->SetWatchInterval(10);
@@ -228,8 +225,7 @@ void EditorWindowsTest::NoticesWhatBecomesOfCameras() {
 }
 
 void EditorWindowsTest::AsksAgainAtEachShow() {
-  Open({{"load_all", 1}});
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Opened({{"load_all", 1}}));
   const QString code = fixture_.Code("Public A plan 2");
   auto* presets = stage.Find<QComboBox>("preset_box");
   stage.Open(code);
@@ -244,7 +240,6 @@ void EditorWindowsTest::AsksAgainAtEachShow() {
 
 // A host that hangs on such questions holds up nothing else.
 void EditorWindowsTest::AsksOnlyOfCamerasThatStay() {
-  Open({{"load_all", 1}});
   Shrinking();
   CEditorStage stage(fixture_);
   Services().Hold("GetStreamAbility");
@@ -273,11 +268,7 @@ void EditorWindowsTest::PagesAreNotBuiltBeforeTheyAreNeeded() {
   CEditorStage stage(fixture_);
   const auto open = [&stage](int pages) {
     stage.editor->OpenPlan("77");
-    std::list<PlanPage> full;
-    for (int page = 1; page <= pages; ++page) {
-      full.push_back(TarnTest::FullPage(page));
-    }
-    stage.editor->OnPlanInfo(TarnTest::Detail(full));
+    stage.editor->OnPlanInfo(TarnTest::Detail(TarnTest::FullPages(pages)));
     stage.WaitForCameras();
     TarnTest::CPlanFixture::Drain();
     return stage.editor->findChildren<QObject*>().size();
@@ -293,8 +284,7 @@ void EditorWindowsTest::PagesAreNotBuiltBeforeTheyAreNeeded() {
 }
 
 void EditorWindowsTest::MenuOfAWindow() {
-  Open({{"load_all", 1}});
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Opened({{"load_all", 1}}));
   stage.editor->OpenPlan("77");
   stage.editor->OnPlanInfo(TarnTest::Detail({TarnTest::FullPage(1)}));
   const auto open_menu = [&stage] {
@@ -315,8 +305,7 @@ void EditorWindowsTest::MenuOfAWindow() {
 }
 
 void EditorWindowsTest::LooksAgainForCamerasThatFail() {
-  Open({{"load_all", 1}});
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Opened({{"load_all", 1}}));
   stage.editor->OpenPlan("77");
   stage.WaitForCameras();
   Services().Fail("GetStreamAbility", "The camera does not exist.");

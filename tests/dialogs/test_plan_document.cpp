@@ -1,5 +1,3 @@
-#include <QSignalSpy>
-#include <QtTest>
 #include <tuple>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
@@ -24,13 +22,11 @@ QString Shown(const CPlanDocument& document, int page) {
   return codes.join(' ');
 }
 
-std::list<PlanPage> FullPages(int count) {
-  std::list<PlanPage> pages;
-  for (int no = 1; no <= count; ++no) {
-    pages.push_back(FullPage(no));
-  }
-  return pages;
-}
+/// As the editor holds it once a plan of these pages has come.
+class CLoaded : public CPlanDocument {
+ public:
+  explicit CLoaded(const std::list<PlanPage>& pages) { Load(Detail(pages)); }
+};
 
 }  // namespace
 
@@ -76,8 +72,7 @@ void PlanDocumentTest::UnknownThingsGoBackAsTheyCame() {
 }
 
 void PlanDocumentTest::PlanWithoutPages() {
-  CPlanDocument document;
-  document.Load(Detail({}));
+  CLoaded document({});
   document.SetName("Day");
   QVERIFY(document.Draft().pages.size() == 1 && document.MakeUpdateRequest().pages.empty());
   QVERIFY(document.PutCamera(0, 1, {"a", "A"}));
@@ -85,8 +80,7 @@ void PlanDocumentTest::PlanWithoutPages() {
 }
 
 void PlanDocumentTest::PagesAreNumberedAgain() {
-  CPlanDocument document;
-  document.Load(Detail({Page(3, 4, {Window(1, "a")}, "Page 3", 90), Page(7, 2, {}, "Gate")}));
+  CLoaded document({Page(3, 4, {Window(1, "a")}, "Page 3", 90), Page(7, 2, {}, "Gate")});
   document.AddPage(0);
   QCOMPARE(document.CurrentPage(), 1);
   document.MovePage(0, 2);
@@ -111,8 +105,7 @@ void PlanDocumentTest::PagesAreNumberedAgain() {
 }
 
 void PlanDocumentTest::WindowsOutOfSight() {
-  CPlanDocument document;
-  document.Load(Detail({Page(1, 4, {Window(2, "b"), Window(9, "i"), Window(16, "foreign")})}));
+  CLoaded document({Page(1, 4, {Window(2, "b"), Window(9, "i"), Window(16, "foreign")})});
   document.SetSplit(0, 1);
   QCOMPARE(Words(document.MakeUpdateRequest().pages), std::string("[1  /1 10s 16:1,foreign,name of foreign,0,0]"));
   QCOMPARE(document.Draft().FilledWindows(), 1);
@@ -131,8 +124,7 @@ void PlanDocumentTest::WindowsOutOfSight() {
 }
 
 void PlanDocumentTest::WindowWithSeveralRecords() {
-  CPlanDocument document;
-  document.Load(Detail({Page(1, 2, {Window(1, "a"), Window(1, "b"), Window(1, "map", 7), Window(1, "", 0)})}));
+  CLoaded document({Page(1, 2, {Window(1, "a"), Window(1, "b"), Window(1, "map", 7), Window(1, "", 0)})});
   QCOMPARE(Shown(document, 0), QString("b - - -"));
   document.SetPreset(0, 1, 3);
   document.PutCamera(0, 1, {"b", "name of b"});  // as it is
@@ -210,9 +202,8 @@ void PlanDocumentTest::RegionGoesOnOverPages() {
 
 void PlanDocumentTest::FilledWindowsAreLimited() {
   std::list<PlanPage> pages = FullPages(8);
-  CPlanDocument document;
+  CLoaded document(pages);
   QSignalSpy refused(&document, &CPlanDocument::SignalRefused);
-  document.Load(Detail(pages));
   document.AddPage(7);
   QVERIFY(!document.PutCamera(8, 1, {"x", "X"}));
   QCOMPARE(document.Fill(8, 1, {{"x", "X"}}).left_out, 1);
@@ -236,8 +227,7 @@ void PlanDocumentTest::FilledWindowsAreLimited() {
 }
 
 void PlanDocumentTest::TypingIsOneStep() {
-  CPlanDocument document;
-  document.Load(Detail({Page(1, 2, {}), Page(2, 2, {})}));
+  CLoaded document({Page(1, 2, {}), Page(2, 2, {})});
   QSignalSpy dirty(&document, &CPlanDocument::SignalDirtyChanged);
   document.SetName("N");
   document.SetName("Ni");
@@ -259,8 +249,7 @@ void PlanDocumentTest::TypingIsOneStep() {
 
 void PlanDocumentTest::SaysWhatChanged() {
   using D = CPlanDocument;
-  D document;
-  document.Load(Detail({Page(1, 2, {Window(1, "a")}), Page(2, 4, {}), Page(3, 8, {})}));
+  CLoaded document({Page(1, 2, {Window(1, "a")}), Page(2, 4, {}), Page(3, 8, {})});
   QSignalSpy changed(&document, &D::SignalChanged);
   using Report = QList<QList<QVariant>>;
   const auto report_of = [&](const std::function<void()>& edit) {
@@ -283,8 +272,7 @@ void PlanDocumentTest::SaysWhatChanged() {
 }
 
 void PlanDocumentTest::SavingAndTakingOver() {
-  CPlanDocument document;
-  document.Load(Detail({Page(1, 2, {})}));
+  CLoaded document({Page(1, 2, {})});
   document.SetName("Day");
   document.AdoptRevision(9);
   QCOMPARE(document.MakeUpdateRequest().revision, int64_t(9));
@@ -313,8 +301,7 @@ void PlanDocumentTest::SavingAndTakingOver() {
 }
 
 void PlanDocumentTest::OtherContentStays() {
-  CPlanDocument document;
-  document.Load(Detail({Page(1, 2, {Window(1, "a"), Window(2, "map", 7), Window(3, "c")})}));
+  CLoaded document({Page(1, 2, {Window(1, "a"), Window(2, "map", 7), Window(3, "c")})});
   document.SetOtherContentFixed(true);
   QSignalSpy refused(&document, &CPlanDocument::SignalRefused);
   QVERIFY(!document.PutCamera(0, 2, {"x", "X"}));

@@ -23,10 +23,6 @@ QByteArray CameraJson(const QString& code, const QString& type, const QString& s
       .toUtf8();
 }
 
-QByteArray Json(const QStringList& cameras) {
-  return '[' + cameras.join(',').toUtf8() + ']';
-}
-
 /// Drops on a window of the grid; whether it was taken.
 bool Drop(CWindowGrid& grid, int window_no, const QByteArray& payload) {
   QMimeData cargo;
@@ -60,12 +56,12 @@ class PlanEditorTest : public TarnTest::CEditorTest {
     const auto cameras = stage.Cameras().CamerasBelow(stage.Cameras().model()->index(0, 0));
     return QString::fromStdString(cameras.value(place % cameras.size()).index_code);
   }
-  QString Payload(const CEditorStage& stage, int first, int count) {
-    QStringList cameras;
+  QByteArray Payload(const CEditorStage& stage, int first, int count) {
+    QByteArrayList cameras;
     for (int place = first; place < first + count; ++place) {
-      cameras.append(CameraJson(Camera(stage, place), "_type_camera_", fixture_.Store().StationId().c_str()));
+      cameras << CameraJson(Camera(stage, place), "_type_camera_", fixture_.Store().StationId().c_str());
     }
-    return cameras.join(',');
+    return '[' + cameras.join(',') + ']';
   }
   QString Add(const char* name, const std::list<PlanPage>& pages) {
     std::string code;
@@ -75,8 +71,7 @@ class PlanEditorTest : public TarnTest::CEditorTest {
 };
 
 void PlanEditorTest::MakesAPlanByKeys() {
-  Begin();
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Begun());
   stage.OpenNew(fixture_.Code("Gates"));
   auto* name = &stage.Name();
   QVERIFY(!stage.editor->IsDirty());
@@ -114,12 +109,11 @@ void PlanEditorTest::MakesAPlanByKeys() {
 }
 
 void PlanEditorTest::UndoGoesBackToTheStart() {
-  Begin();
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Begun());
   stage.Open(patrol_);
   const QStringList at_first = stage.Windows();
   auto& grid = stage.Grid();
-  QVERIFY(Drop(grid, 2, Json({Payload(stage, 30, 1)})));
+  QVERIFY(Drop(grid, 2, Payload(stage, 30, 1)));
   QTest::keyClick(&grid, Qt::Key_Left, Qt::ControlModifier);  // 2 <-> 1
   QCOMPARE(stage.Windows()[0], stage.Text("window_title").section(": ", 1));
   QCOMPARE(stage.Windows()[1], at_first[0]);
@@ -165,8 +159,7 @@ void PlanEditorTest::UndoGoesBackToTheStart() {
 }
 
 void PlanEditorTest::TakesDropsOfCamerasOnly() {
-  Begin();
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Begun());
   stage.OpenNew(fixture_.Code("Gates"));
   auto& grid = stage.Grid();
   const QString station = fixture_.Store().StationId().c_str();
@@ -179,7 +172,7 @@ void PlanEditorTest::TakesDropsOfCamerasOnly() {
   }
   QVERIFY(!stage.editor->IsDirty());
   // A region goes on where the page ends, and a tip says so.
-  QVERIFY(Drop(grid, 2, Json({Payload(stage, 0, 5)})));
+  QVERIFY(Drop(grid, 2, Payload(stage, 0, 5)));
   QCOMPARE(stage.Windows()[0], QString("empty"));
   QCOMPARE(stage.Text("filled_count"), QString("5 / 128"));
   QCOMPARE(stage.Pages().model()->rowCount(), 2);
@@ -188,26 +181,25 @@ void PlanEditorTest::TakesDropsOfCamerasOnly() {
   QTest::keyClick(&grid, Qt::Key_Z, Qt::ControlModifier);
   QVERIFY(!stage.editor->IsDirty());
   stage.Find<QSpinBox>("dwell_spin")->findChild<QLineEdit*>()->setText("77");  // not left yet
-  QVERIFY(Drop(grid, 2, Json({Payload(stage, 0, 5)})));
+  QVERIFY(Drop(grid, 2, Payload(stage, 0, 5)));
   stage.Pages().setCurrentIndex(stage.Pages().model()->index(1, 0));
   QCOMPARE(stage.Find<QSpinBox>("dwell_spin")->value(), 77);
 }
 
 void PlanEditorTest::HoldsAtMost128() {
-  Begin();
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Begun());
   stage.OpenNew(fixture_.Code("Gates"));
   stage.Click("split_16_btn");
-  QVERIFY(Drop(stage.Grid(), 1, Json({Payload(stage, 0, 128)})));
+  QVERIFY(Drop(stage.Grid(), 1, Payload(stage, 0, 128)));
   QCOMPARE(stage.Text("filled_count"), QString("128 / 128"));
   stage.TakeTips();
   stage.Grid().SetCurrentWindow(16);
   QTest::keyClick(&stage.Grid(), Qt::Key_Delete);
-  QVERIFY(Drop(stage.Grid(), 1, Json({Payload(stage, 0, 3)})));
+  QVERIFY(Drop(stage.Grid(), 1, Payload(stage, 0, 3)));
   QCOMPARE(stage.TakeTips(), QStringList("Cameras placed: 1 of 3. Pages used: 1, new: 0. Left out: 2. "
                                          "A plan holds at most 128 filled windows."));
   stage.Click("add_page_btn");
-  Drop(stage.Grid(), 1, Json({Payload(stage, 0, 1)}));
+  Drop(stage.Grid(), 1, Payload(stage, 0, 1));
   QCOMPARE(stage.TakeTips().size(), 1);
   QCOMPARE(stage.Text("filled_count"), QString("128 / 128"));
   stage.Save();
@@ -235,7 +227,7 @@ void PlanEditorTest::ShowsWhatItDoesNotKnow() {
   QCOMPARE(stage.Windows(), QStringList({"empty", "Other content", "empty", "empty"}));
   QTest::keyClick(&stage.Grid(), Qt::Key_Z, Qt::ControlModifier);
   stage.Grid().SetCurrentWindow(3);
-  QVERIFY(Drop(stage.Grid(), 3, Json({Payload(stage, 0, 1)})));
+  QVERIFY(Drop(stage.Grid(), 3, Payload(stage, 0, 1)));
   stage.Save();
   QTRY_COMPARE(stage.closed, 1);
   const auto stored = Stored(code);
@@ -245,8 +237,7 @@ void PlanEditorTest::ShowsWhatItDoesNotKnow() {
 }
 
 void PlanEditorTest::RefusesWhatCannotBeSaved() {
-  Begin();
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Begun());
   stage.OpenNew(QString());
   auto* name = &stage.Name();
   const auto refused = [&stage] {
@@ -282,8 +273,7 @@ void PlanEditorTest::RefusesWhatCannotBeSaved() {
 
 void PlanEditorTest::StrangeDwellTimesStay() {
   using TarnTest::Page;
-  Begin();
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Begun());
   stage.Open(Add("Dwells", {Page(1, 1, {}, "", 0), Page(2, 1, {}, "", -7), Page(3, 1, {}, "", 2000000000)}));
   auto* spin = stage.Find<QSpinBox>("dwell_spin");
   for (const int page : {2, 0, 1}) {
@@ -300,8 +290,7 @@ void PlanEditorTest::StrangeDwellTimesStay() {
 }
 
 void PlanEditorTest::GroupVanishes() {
-  Begin();
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Begun());
   stage.OpenNew(fixture_.Code("Roof"));
   auto* groups = stage.editor->findChild<CGroupChooser*>();
   QCOMPARE(groups->CurrentText(), QString("Roof"));
@@ -322,8 +311,7 @@ void PlanEditorTest::GroupVanishes() {
 }
 
 void PlanEditorTest::TabVisitsNamedControlsInOrder() {
-  Begin();
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Begun());
   stage.Open(patrol_);
   QStringList order;
   const QWidget* first = stage.Find<QWidget>("plan_name_edit");

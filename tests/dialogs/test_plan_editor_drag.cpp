@@ -13,8 +13,7 @@ class PlanEditorDragTest : public TarnTest::CEditorTest {
 };
 
 void PlanEditorDragTest::CamerasWindowsAndPages() {
-  Begin();
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Begun());
   QVERIFY(QTest::qWaitForWindowExposed(&stage.window));
   stage.Open(patrol_);
   const QStringList at_first = stage.Windows();

@@ -15,13 +15,11 @@ class PlanEditorFocusTest : public TarnTest::CEditorTest {
   void ConflictBarHandsTheFocusOn();
 
  private:
-  /// Presses the key where the focus is.
   static void Press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
 };
 
 void PlanEditorFocusTest::AnswersLeaveTheFocusWhereTheUserIs() {
-  Begin();
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Begun());
   QVERIFY(QTest::qWaitForWindowActive(&stage.window));
   QLineEdit search(&stage.window);
   search.show();
@@ -54,8 +52,7 @@ void PlanEditorFocusTest::AnswersLeaveTheFocusWhereTheUserIs() {
 }
 
 void PlanEditorFocusTest::ButtonsThatGoHandTheFocusToTheWindows() {
-  Begin();
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Begun());
   QVERIFY(QTest::qWaitForWindowActive(&stage.window));
   stage.OpenNew(fixture_.Code("Gates"));
   stage.Click("add_page_btn");
@@ -86,8 +83,7 @@ void PlanEditorFocusTest::ButtonsThatGoHandTheFocusToTheWindows() {
 }
 
 void PlanEditorFocusTest::ConflictBarHandsTheFocusOn() {
-  Begin();
-  CEditorStage stage(fixture_);
+  CEditorStage stage(Begun());
   QVERIFY(QTest::qWaitForWindowActive(&stage.window));
   stage.Open(patrol_);
   stage.Name().setText("Mine");

@@ -51,6 +51,10 @@ class SaveAsTest : public TarnTest::CPlanTest {
     dialog_->show();
     QVERIFY(QTest::qWaitForWindowActive(dialog_.get()));
   }
+  void BeginShown() {
+    Begin();
+    Show();
+  }
   template <class T>
   T* Part(const char* name) {
     return dialog_->findChild<T*>(name);
@@ -63,9 +67,14 @@ class SaveAsTest : public TarnTest::CPlanTest {
     const QAbstractItemModel* rows = Groups()->LocationModel();
     return rows->match(rows->index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchRecursive).value(0);
   }
+  view_plugin_protocol::AddPlanRequest Written() {
+    view_plugin_protocol::AddPlanRequest request;
+    request.thumbnail = "kept";
+    dialog_->GetPlanParam(request);
+    return request;
+  }
   QString Group() { return Groups()->GetCurrentIndex().data().toString(); }
   void Choose(const QString& name) { Groups()->SetCurrentIndex(RowNamed(name)); }
-  /// What a click on Save leads to.
   QString Save() {
     QTest::mouseClick(Part<QPushButton>("save_button_"), Qt::LeftButton);
     QString outcome = dialog_->isVisible() ? "refused" : "hidden";
@@ -92,14 +101,11 @@ void SaveAsTest::HeightsFollowTimedPlay() {
   Begin();
   QCOMPARE(dialog_->size(), QSize(288, 360));
   Show();
-  QCOMPARE(dialog_->height(), 328);
-  QVERIFY(!Times_()->isVisible());
-  QTest::mouseClick(Switch(), Qt::LeftButton);
-  QCOMPARE(dialog_->height(), 360);
-  QVERIFY(Times_()->isVisible());
-  QTest::mouseClick(Switch(), Qt::LeftButton);
-  QCOMPARE(dialog_->height(), 328);
-  QVERIFY(!Times_()->isVisible());
+  for (const int height : {328, 360, 328}) {
+    QCOMPARE(dialog_->height(), height);
+    QCOMPARE(Times_()->isVisible(), height == 360);
+    QTest::mouseClick(Switch(), Qt::LeftButton);
+  }
   cleanup();
   Begin({{"load_all", 1}, {"timed_play", 0}});
   Show();
@@ -145,8 +151,7 @@ void SaveAsTest::Names_data() {
 void SaveAsTest::Names() {
   QFETCH(QString, name);
   QFETCH(QString, outcome);
-  Begin();
-  Show();
+  BeginShown();
   Choose("Own C");
   Name()->clear();
   QTest::keyClicks(Name(), R"(\/:*?"<|'%>)");
@@ -158,8 +163,7 @@ void SaveAsTest::Names() {
 }
 
 void SaveAsTest::RootIsNoGroup() {
-  Begin();
-  Show();
+  BeginShown();
   Choose("Plans");
   QCOMPARE(Save(), QString("refused XZeAMVRefJrzdBvsJW 1"));
   Groups()->SetCurrentIndex(QModelIndex());
@@ -172,17 +176,14 @@ void SaveAsTest::RootIsNoGroup() {
   dialog_->SetCurIndexByPlayItem();
   Show();
   QCOMPARE(Save(), QString("saved"));
-  view_plugin_protocol::AddPlanRequest request;
-  dialog_->GetPlanParam(request);
-  QCOMPARE(request.parent_index_code, std::string("-2"));
+  QCOMPARE(Written().parent_index_code, std::string("-2"));
   Show();
   Groups()->SetCurrentIndex(QModelIndex());
   QCOMPARE(Save(), QString("hidden"));
 }
 
 void SaveAsTest::Times() {
-  Begin();
-  Show();
+  BeginShown();
   Choose("Own C");
   Switch()->setToggle(true);
   QCOMPARE(Save(), QString("refused TheBeginningTimeCannotEqualTheEndTime 1"));
@@ -203,22 +204,18 @@ void SaveAsTest::Times() {
 }
 
 void SaveAsTest::WritesWhatIsThere() {
-  Begin();
-  Show();
+  BeginShown();
   Choose("C1");
   Name()->setText("  Night round ");
   Times_()->SetBeginTime(QTime(22, 5, 9));
   Times_()->SetEndTime(QTime(6, 0));
-  view_plugin_protocol::AddPlanRequest request;
-  request.thumbnail = "kept";
-  dialog_->GetPlanParam(request);
+  const auto request = Written();
   QCOMPARE(request.plan_name + ' ' + request.begin_time + ' ' + request.end_time + ' ' + request.thumbnail,
            std::string("  Night round  22:05:09 06:00:00 kept"));
   QCOMPARE(QString::fromStdString(request.parent_index_code), fixture_.Code("C1"));
   QVERIFY(request.index_type == 1 && !request.auto_play);
   Switch()->setToggle(true);
-  dialog_->GetPlanParam(request);
-  QVERIFY(request.auto_play);
+  QVERIFY(Written().auto_play);
 }
 
 void SaveAsTest::GroupOfThePlayingPlan() {
@@ -250,8 +247,7 @@ void SaveAsTest::DefaultOnceTheTreeCame() {
 }
 
 void SaveAsTest::GroupVanishesWhileOpen() {
-  Begin();
-  Show();
+  BeginShown();
   Choose("C1");
   CStandardViewController controller(fixture_.Own());
   controller.DeletePlanGroupByIndex(fixture_.Own()->FindIndexByIndexCode(fixture_.Code("Own C"), true));
@@ -299,8 +295,7 @@ void SaveAsTest::WorksWithoutATree() {
 }
 
 void SaveAsTest::ClosesWithTheActivation() {
-  Begin();
-  Show();
+  BeginShown();
   CDialogGround::PutCursor(dialog_->geometry().topLeft());
   ground_->ActivateAnother();
   QVERIFY(dialog_->isVisible());
@@ -311,8 +306,7 @@ void SaveAsTest::ClosesWithTheActivation() {
 }
 
 void SaveAsTest::Keys() {
-  Begin();
-  Show();
+  BeginShown();
   Choose("Own C");
   CDialogGround::PutCursor(dialog_->geometry().bottomRight() + QPoint(50, 50));
   // Opening the drop-down is no loss of the activation, wherever the cursor is.

@@ -1,6 +1,5 @@
 #include <QPushButton>
 #include <QScreen>
-#include <QSignalSpy>
 
 #include "plan_test.h"
 #include "view_save_menu.h"

@@ -81,10 +81,7 @@ class ShareAndCreationTest : public TarnTest::CPlanTest {
 };
 
 void ShareAndCreationTest::init() {
-  TarnTest::PlanFixtureOptions options;
-  options.site = SiteOfFour;
-  QString error;
-  QVERIFY2(fixture_.Open(options, &error), qPrintable(error));
+  Open({}, false, SiteOfFour);
   ground_ = std::make_unique<CDialogGround>();
   popup_ = std::make_unique<CShareViewWgt>(ground_->Window());
   fixture_.Log().Clear();

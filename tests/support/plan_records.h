@@ -76,6 +76,14 @@ inline PlanPage FullPage(int no) {
   return page;
 }
 
+inline std::list<PlanPage> FullPages(int count) {
+  std::list<PlanPage> pages;
+  for (int no = 1; no <= count; ++no) {
+    pages.push_back(FullPage(no));
+  }
+  return pages;
+}
+
 /// Of the site that a store is filled with.
 inline TarnHost::PlanSite::Plan SitePlan(const std::string& name, int group, int family, int owner,
                                          std::vector<PlanPage> pages) {
