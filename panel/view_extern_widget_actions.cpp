@@ -145,29 +145,20 @@ void CViewExternWidget::onEditBtnClicked() {
     return;
   }
   if (d_->CurrentPage() == PanelPage::Search) {
-    d_->editHit();
+    d_->run(PlanCommand::Edit, PanelPage::Search, d_->search->Marked().data(PlanIndexCodeRole).toString());
   } else {
     d_->editRow(d_->Current());
   }
 }
 
 void CViewExternWidget::Private::editRow(const QModelIndex& row) {
-  if (!row.isValid() || CurrentPage() == PanelPage::Wait) {
+  if (!IsReady() || !row.isValid() || CurrentPage() == PanelPage::Wait) {
     return;
   }
   if (row.data(IsGroupRole).toBool()) {
     naming->AskForRename(row, ui.edit_btn);
   } else {
     editPlan(row.data(PlanIndexCodeRole).toString());
-  }
-}
-
-void CViewExternWidget::Private::editHit() {
-  const CommandState edit = States()[PlanCommand::Edit];
-  if (edit.enabled) {
-    editPlan(search->Marked().data(PlanIndexCodeRole).toString());
-  } else if (edit.reason != Refusal::None) {
-    Q_EMIT q->SignalMessageTipNeeded(TextOf(edit.reason), CNomalMessage::Failure);
   }
 }
 
@@ -198,10 +189,27 @@ bool CViewExternWidget::Private::isThere(PlanCommand command, const QString& cod
 void CViewExternWidget::OnMenuClicked(tarn_ui_data_controller::MsgType type, QVariant menu_data) {
   const std::optional<PlanCommand> command = CommandOf(type);
   const QString code = menu_data.toString();
-  if (command && d_->isThere(*command, code)) {
-    d_->askRights();
-    d_->restoreEnableState();
-    d_->actions->Run(*command, code);
+  if (!command || !d_->isThere(*command, code)) {
+    return;
+  }
+  PanelPage page = d_->CurrentPage();
+  if (command == PlanCommand::Edit && page == PanelPage::Search) {
+    page = PanelPage::Tree;  // the row is meant, and not a hit that has come over it
+  }
+  d_->run(*command, page, code);
+}
+
+void CViewExternWidget::Private::run(PlanCommand command, PanelPage page, const QString& code) {
+  if (command == PlanCommand::Share) {
+    askRights();  // the other commands go by what the row or the hit was shown with
+  }
+  const CommandState state = StatesOf(SituationOn(page))[command];
+  if (command != PlanCommand::Edit || !state.enabled) {
+    actions->Run(command, state, code);
+  } else if (page == PanelPage::Search) {
+    editPlan(code);
+  } else {
+    editRow(Current());
   }
 }
 

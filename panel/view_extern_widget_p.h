@@ -65,8 +65,9 @@ class CViewExternWidget::Private {
 
   // Commands.
   void bindActions();
-  PanelSituation Situation() const;
-  CommandStates States() const { return StatesOf(Situation()); }
+  /// As if the page were the one on show.
+  PanelSituation SituationOn(PanelPage page) const;
+  CommandStates States() const { return StatesOf(SituationOn(CurrentPage())); }
   /// Keeps what this row leaves of the four buttons on, while a search or the editor takes some of them away.
   void storeEnableState(const QModelIndex& row);
   /// Shows the buttons as they were stored, but for those that a search or the editor takes away at the moment.
@@ -78,6 +79,10 @@ class CViewExternWidget::Private {
   bool isCurrent(const QString& code) const;
   /// Whether what a command of the menu is about is still there to act on.
   bool isThere(PlanCommand command, const QString& code) const;
+  /// As on the page, whichever stands there by now: about the current row of the tree, or the marked hit.
+  void run(PlanCommand command, PanelPage page, const QString& code = QString());
+  /// Enables in the tree's menu what can be done with the current row.
+  void offerForRow();
   /// Shows in the menu of a hit what can be done with it.
   void offerForHit(tarn_ui_data_controller::CPopupMenu* menu);
   void onHitCommand(tarn_ui_data_controller::MsgType type, const QString& code);
@@ -92,7 +97,6 @@ class CViewExternWidget::Private {
   QString MonitorId() const;
   void play(const QString& code);
   void editRow(const QModelIndex& row);
-  void editHit();
   /// The controller fetches the plan for the editor.
   void editPlan(const QString& code);
   void SetViewShareShow(const QString& plan_code);

@@ -98,9 +98,7 @@ void CViewExternWidget::Private::onHitCommand(tarn_ui_data_controller::MsgType t
     Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("This row is no longer there."), CNomalMessage::Failure);
     return;
   }
-  askRights();
-  restoreEnableState();
-  actions->Run(*command, code);
+  run(*command, PanelPage::Search, code);
 }
 
 // --- Loads ----------------------------------------------------------------------------------------------------------

@@ -6,6 +6,7 @@
 
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
+#include "TarnUIDataController/popup_menu.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "current_row_keeper.h"
 #include "group_naming.h"
@@ -108,7 +109,7 @@ void CViewExternWidget::Private::connectTree() {
   connect(tree, &CPlanViewTree::SignalPlayRequested, q, &CViewExternWidget::onStartPlayView);
   connect(tree, &CPlanViewTree::SignalMenuAboutToShow, q, [this](const QModelIndex& index) {
     renewForRow(index);
-    EnableEntries(*ui.plan_view_tree->GetViewMoreMenu(), States());
+    offerForRow();
   });
 }
 
@@ -199,9 +200,9 @@ void CViewExternWidget::Private::makeShortcuts() {
     connect(shortcut, &QShortcut::activatedAmbiguously, q, run);
   };
   add(QKeySequence::Find, [](Private& panel) { panel.beginSearch(); });
-  add(QKeySequence::New, [](Private& panel) { panel.actions->Run(PlanCommand::AddPlan); });
+  add(QKeySequence::New, [](Private& panel) { panel.run(PlanCommand::AddPlan, panel.CurrentPage()); });
   add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N),
-      [](Private& panel) { panel.actions->Run(PlanCommand::AddGroup); });
+      [](Private& panel) { panel.run(PlanCommand::AddGroup, panel.CurrentPage()); });
 }
 
 CViewExternWidget* CViewExternWidget::Private::PanelForKeys() const {
@@ -238,18 +239,31 @@ void CViewExternWidget::Private::bindActions() {
   };
   about(PlanCommand::Play, [this](const QString& code) { play(code); });
   about(PlanCommand::Share, [this](const QString& code) { SetViewShareShow(code); });
-  about(PlanCommand::CreationInfo, [this](const QString& code) { popups->RequestCreationInfo(code); });
+  about(PlanCommand::CreationInfo, [this](const QString& code) {
+    if (!stopped) {
+      popups->RequestCreationInfo(code);
+    }
+  });
   about(PlanCommand::Cycle, [this](const QString& code) { Q_EMIT q->SignalPlanGroupCycle(code, kSecondsPerPlan); });
   connect(actions, &CPanelActions::SignalRefused, q,
           [this](const QString& reason) { Q_EMIT q->SignalMessageTipNeeded(reason, CNomalMessage::Failure); });
 }
 
-PanelSituation CViewExternWidget::Private::Situation() const {
+void CViewExternWidget::Private::offerForRow() {
+  auto& menu = *ui.plan_view_tree->GetViewMoreMenu();
+  EnableEntries(menu, States());
+  for (const auto type : {tarn_ui_data_controller::Edit, tarn_ui_data_controller::Delete}) {
+    const QAction* action = actions->Of(*CommandOf(type));  // with a button, whose words the entry has
+    menu.SetMenuItemEnabled(type, action->isEnabled(), action->toolTip());
+  }
+}
+
+PanelSituation CViewExternWidget::Private::SituationOn(PanelPage page) const {
   PanelSituation situation = known;
   situation.switches = CViewConfigManager::Instance().Host();
-  situation.page = CurrentPage();
+  situation.page = page;
   situation.editing = editor->IsOpen();
-  if (situation.page == PanelPage::Search) {
+  if (page == PanelPage::Search) {
     situation.item_type = search->MarkedType();
   } else {
     situation.item_type = Current().data(ItemTypeRole).toInt();

@@ -29,7 +29,7 @@ class CCurrentRowKeeper : public QObject {
   void OnCurrentChanged(const QModelIndex& current, const QModelIndex& previous);
   /// Rows have come: what they are awaited for becomes current.
   void OnRowsChanged();
-  /// A plan was changed, by whomever: the current one, whose row went for that, is current again.
+  /// A plan was changed, here or elsewhere: the current one, whose row went for that, is current again.
   void OnPlanUpdated(const QString& plan_code);
   /// The plan that was edited becomes current, as soon as its group is loaded.
   void OnPlanStored(const QString& plan_code, const QString& group_code);

@@ -39,7 +39,8 @@ void ShowEntries(CPopupMenu& menu, const CommandStates& states, const QSet<int>&
 }
 
 void EnableEntries(CPopupMenu& menu, const CommandStates& states) {
-  for (const auto type : kEntries) {
+  using namespace tarn_ui_data_controller;
+  for (const auto type : {Edit, Delete, Share}) {  // the host may have disabled others
     const CommandState& state = states[*CommandOf(type)];
     menu.SetMenuItemEnabled(type, state.enabled, TextOf(state.reason));
   }

@@ -11,7 +11,7 @@ namespace TarnPlanView {
 tarn_ui_data_controller::CPopupMenu* MakePlanMenu(QWidget* parent);
 /// Shows the entries that `states` shows, but for those of `hidden`, a MsgType each.
 void ShowEntries(tarn_ui_data_controller::CPopupMenu& menu, const CommandStates& states, const QSet<int>& hidden);
-/// Enables the entries as `states` says, each of the others with its reason as tool tip.
+/// Enables the entries to edit, delete and share as `states` says, or disables them with the reason as tool tip.
 void EnableEntries(tarn_ui_data_controller::CPopupMenu& menu, const CommandStates& states);
 
 }  // namespace TarnPlanView

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QPainter>
 #include <QToolButton>
+#include <utility>
 
 #include "view_config_manager.h"
 #include "view_extern_widget.h"
@@ -65,11 +66,16 @@ void CPanelActions::Bind(PlanCommand command, QToolButton* button) {
   button->setAccessibleName(action->text());
   button->setIconSize(kBarIconSize);
   button->setFocusPolicy(Qt::TabFocus);
-  connect(action, &QAction::changed, button, [action, button] { button->setVisible(action->isVisible()); });
+  // Only what changes here: the host may have hidden the button itself.
+  connect(action, &QAction::changed, button, [action, button, shown = true]() mutable {
+    const bool was_shown = std::exchange(shown, action->isVisible());
+    if (was_shown != shown) {
+      button->setVisible(shown);
+    }
+  });
 }
 
 void CPanelActions::Show(const CommandStates& states) {
-  states_ = states;
   for (size_t command = 0; command < std::size(kLooks); ++command) {
     const CommandState& state = states[static_cast<PlanCommand>(command)];
     QString tip = QStringLiteral("%1 (%2)").arg(actions_[command]->text(), QLatin1String(kLooks[command].keys));
@@ -85,8 +91,7 @@ void CPanelActions::Show(const CommandStates& states) {
   }
 }
 
-void CPanelActions::Run(PlanCommand command, const QString& code) {
-  const CommandState& state = states_[command];
+void CPanelActions::Run(PlanCommand command, const CommandState& state, const QString& code) {
   if (state.enabled) {
     Of(command)->setData(code);
     Of(command)->trigger();

@@ -21,9 +21,9 @@ class CPanelActions : public QObject {
   /// The button shows the action and triggers it.
   void Bind(PlanCommand command, QToolButton* button);
   void Show(const CommandStates& states);
-  /// Triggers the action with the code, of the row that it is about, as data, or says why it may not run. What it does
-  /// may end the panel.
-  void Run(PlanCommand command, const QString& code = QString());
+  /// Triggers the action with the code, of the row that it is about, as data, or says why `state` does not allow it.
+  /// What it does may end the panel.
+  void Run(PlanCommand command, const CommandState& state, const QString& code = QString());
   /// The icons of the skin as it is now.
   void RenewIcons();
 
@@ -31,7 +31,6 @@ class CPanelActions : public QObject {
   void SignalRefused(const QString& reason);
 
  private:
-  CommandStates states_;
   std::array<QAction*, kPlanCommands> actions_;
 };
 

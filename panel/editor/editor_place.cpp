@@ -145,6 +145,10 @@ bool CEditorPlace::Open(const Opening& opening) {
 // the time it returns. A plan that is being saved anyway is only waited for by a host that leaves.
 bool CEditorPlace::MayClose(const Next& next) {
   const State before = CurrentState();
+  std::optional<Next> asked_first;  // what waits for the answer to a question around this one
+  if (before == State::Asking) {
+    asked_first = next_;
+  }
   const bool saving = before == State::Saving || before == State::Queued;
   if (!saving || !next.opening) {
     next_ = next;
@@ -154,6 +158,9 @@ bool CEditorPlace::MayClose(const Next& next) {
   const bool free = editor_->MayClose();
   if (alive && session_ == asked_in && (free || CurrentState() != State::Queued)) {
     next_.reset();  // the user keeps what is there, or has heard why it cannot be saved
+    if (!free) {
+      next_ = asked_first;
+    }
   }
   return free;
 }
@@ -192,6 +199,9 @@ void CEditorPlace::ShowNext(const Next& next) {
 }
 
 void CEditorPlace::OnClosed() {
+  if (!editor_) {
+    return;  // closed while its last question stood
+  }
   const std::optional<Next> next = std::exchange(next_, std::nullopt);
   const bool is_ours = next && next->opening && next->place == this;
   if (is_ours && model_ && controller_) {
@@ -230,6 +240,7 @@ void CEditorPlace::Drop() {
 void CEditorPlace::Close() {
   WidgetKit::HideDockWidget(editor_);
   if (editor_) {
+    editor_->disconnect(this);  // a save that is under way ends without the panel
     editor_->deleteLater();
     editor_ = nullptr;
   }

@@ -21,6 +21,11 @@ namespace {
 constexpr int kAddMode = 0;
 constexpr int kRenameMode = 1;
 
+// Of the tip about groups that lie too deep.
+constexpr int kWarning = 2;
+constexpr int kAtTop = 1;
+constexpr int kDistance = 15;  // pixels
+
 int DepthOf(QModelIndex index) {
   int depth = 0;
   for (; index.isValid(); index = index.parent()) {
@@ -87,12 +92,14 @@ void CGroupNaming::Add(CStandardViewController* controller, const QString& name,
   if (asked_for && !parent.isValid()) {
     unused_name_ = name;
     Q_EMIT SignalMessageTipNeeded(
-        CViewExternWidget::tr("The group around the new one is no longer there. Choose another; the name is kept."), 1);
+        CViewExternWidget::tr("The group around the new one is no longer there. Choose another; the name is kept."),
+        CNomalMessage::Failure);
     return;
   }
   if (DepthOf(parent) >= view_plugin_protocol::kDeepestLevel) {
-    tarn_ui_data_controller::CMessageTipManager::Instance().ShowMessage(
-        MarUIControl::GetIndependentWindow(panel_), CViewExternWidget::tr("MplOHCzygFvfHFyDzE"), 2, 1, 15);
+    tarn_ui_data_controller::CMessageTipManager::Instance().ShowMessage(MarUIControl::GetIndependentWindow(panel_),
+                                                                        CViewExternWidget::tr("MplOHCzygFvfHFyDzE"),
+                                                                        kWarning, kAtTop, kDistance);
     TARN_PLAN_LOG_INFO("CNomalMessageManager::Instance().ShowMessage ViewGroup Tips Show");
     return;
   }

@@ -10,6 +10,7 @@
 #include <QTimerEvent>
 #include <QToolTip>
 
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/nomal_message_manager.h"
 #include "keep_on_screen.h"
@@ -25,7 +26,6 @@ enum Mode { AddGroup = 0, RenameGroup = 1, RenameCycle = 2 };
 
 constexpr int kHintDelay = 500;  // ms
 constexpr int kHintRise = 25;    // how far above the field's lower edge the hint begins
-constexpr int kRefusal = 1;
 
 // The pop-up is white in every skin, so what stands on it must not take the colours of a dark one.
 constexpr char kOnWhite[] =
@@ -112,8 +112,8 @@ void CViewNameEdit::SetName(const QString& name) {
 void CViewNameEdit::OnClickedBtn() {
   const QString name = ui_->ptr_name_edit->text().trimmed();
   if (name.isEmpty()) {
-    tarn_ui_data_controller::CNomalMessageManager::Instance().ShowMessage(MarUIControl::GetIndependentWindow(parent_),
-                                                                          tr("TheNameIsRequired"), kRefusal);
+    tarn_ui_data_controller::CNomalMessageManager::Instance().ShowMessage(
+        MarUIControl::GetIndependentWindow(parent_), tr("TheNameIsRequired"), MarUIControl::CNomalMessage::Failure);
     return;
   }
   // Who hears the name may ask a question, and this pop-up may be gone after it.

@@ -80,6 +80,7 @@ void PanelTest::BarShowsWhatTheRowGrants() {
   CPanelStage stage(Opened());
   QStandardItemModel rows;
   rows.appendRow(new QStandardItem);
+  stage.Button("delete_btn")->hide();
   const auto select = [&](const QModelIndex& row) {
     QMetaObject::invokeMethod(&stage.Panel(), "onCurrentIndexChanged", Q_ARG(QModelIndex, row),
                               Q_ARG(QModelIndex, QModelIndex()));
@@ -103,6 +104,7 @@ void PanelTest::BarShowsWhatTheRowGrants() {
   }
   select(QModelIndex());
   QCOMPARE(stage.Enabled(), QString("gp-d"));
+  QVERIFY(!stage.Button("delete_btn")->isVisible());  // as the host has left it
 }
 
 void PanelTest::NamesTheMissingRight() {
@@ -117,13 +119,17 @@ void PanelTest::NamesTheMissingRight() {
   QCOMPARE(stage.TakeQuestions(), QStringList());
   QCOMPARE(stage.TakeTips().size(), 1);
   // Sharing has no button: the entry of the menu says it.
-  const auto* share = stage.Tree().GetViewMoreMenu()->MenuItem(tarn_ui_data_controller::Share);
+  auto* menu = stage.Tree().GetViewMoreMenu();
+  const auto* share = menu->MenuItem(tarn_ui_data_controller::Share);
+  menu->SetMenuItemEnabled(tarn_ui_data_controller::PlayVideo, false);  // by the host
   for (const bool may_add : {false, true}) {
     Services().SetRight(5, may_add);
     QTest::keyClick(&stage.Tree(), Qt::Key_Menu);
     QCOMPARE(share->isEnabled(), may_add);
     QCOMPARE(share->toolTip().contains("right to share"), !may_add);
-    stage.Tree().GetViewMoreMenu()->close();
+    QCOMPARE(menu->MenuItem(tarn_ui_data_controller::Delete)->toolTip(), stage.Button("delete_btn")->toolTip());
+    QVERIFY(!menu->MenuItem(tarn_ui_data_controller::PlayVideo)->isEnabled());
+    menu->close();
     stage.Command(tarn_ui_data_controller::Share, QString());
     QCOMPARE(stage.TakeTips().size(), may_add ? 0 : 1);
     QCOMPARE(stage.Panel().findChild<CShareViewWgt*>() != nullptr, may_add);
@@ -201,11 +207,13 @@ void PanelTest::MenuCommands() {
   fixture_.Drain();
   QCOMPARE(played.size() + cycle.size() + to_monitor.size(), 0);
 
+  Services().ForgetCalls();
   stage.Command(31, plan);
   QTRY_COMPARE(played.size(), 1);
   QCOMPARE(to_monitor.value(0).value(0).toMap().value("plan_code").toString(), plan);
   stage.Command(34, group);
   QCOMPARE(cycle.value(0), (QVariantList{group, 20}));
+  QCOMPARE(Services().Requests<int>(), std::vector<int>());  // no rights are asked for
 
   stage.Command(27, plan);
   const auto box = [&]() -> QWidget* { return stage.Panel().findChild<QWidget*>("CreationInfoDlgUi"); };
@@ -215,6 +223,11 @@ void PanelTest::MenuCommands() {
   stage.TakeTips();
   stage.Command(27, plan);
   QCOMPARE(stage.AwaitTips(), QStringList("1:gone"));
+  stage.Panel().StopWorking();
+  Services().ForgetCalls();
+  stage.Command(27, plan);
+  fixture_.Drain();
+  QCOMPARE(Services().Count("GetPlanDetail"), 0);
 }
 
 void PanelTest::MenuOfAVanishedRowTouchesNoOther() {

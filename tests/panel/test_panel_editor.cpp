@@ -16,6 +16,7 @@ class PanelEditorTest : public TarnTest::CPlanTest {
   void KeysBeforeThePlanIsThereDoNothing();
   void NextPlanOpensOnceTheFirstIsSafe();
   void LeavingIsTiedToItsSave();
+  void TipAboutASaveMayEndThePanelsWork();
   void PlanInTheEditorIsNotMoved();
   void PanelsOfOneWallShareTheEditorsPlace();
   void WallMayStandInAnotherWindow();
@@ -123,6 +124,13 @@ void PanelEditorTest::NextPlanOpensOnceTheFirstIsSafe() {
   stage.Edit("Public A plan 2");
   stage.EditorName()->setText("First");
   stage.answer = SaveFirst;
+  stage.while_asking = [&stage, again = false]() mutable {  // the host asks too, and changes its mind
+    if (!std::exchange(again, true)) {
+      stage.answer = KeepEditing;
+      QVERIFY(!stage.Panel().MayLeave());
+      stage.answer = SaveFirst;
+    }
+  };
   Services().Hold("UpdatePlan");
   stage.BeginEdit("Public A plan 10");
   QCOMPARE(State(stage), CEditorPlace::State::Queued);
@@ -181,6 +189,21 @@ void PanelEditorTest::LeavingIsTiedToItsSave() {
   QTRY_VERIFY(!stage.Panel().IsEditorOpen());
   QCOMPARE(may_leave.size(), 1);
   stage.Panel().SetStandardViewControl(nullptr);
+}
+
+void PanelEditorTest::TipAboutASaveMayEndThePanelsWork() {
+  Open();
+  for (const auto end : {&CViewExternWidget::SwitchUserUpdate, &CViewExternWidget::StopWorking}) {
+    CPanelStage stage(fixture_);
+    stage.Edit("Public A plan 2");
+    stage.EditorName()->setText("Public A plan 3");
+    const QPointer<CTarnAddPlanWidget> editor = stage.Editor();
+    connect(&stage.Panel(), &CViewExternWidget::SignalMessageTipNeeded, &stage.Panel(), end);
+    editor->Save();
+    QTRY_VERIFY(!editor);
+    Shut();
+    Open();
+  }
 }
 
 void PanelEditorTest::PlanInTheEditorIsNotMoved() {

@@ -163,6 +163,19 @@ void PanelSearchTest::CommandsMeanTheMarkedHit() {
   menu->hide();
   edits("Own C plan 10");
   QTest::keyClick(list, Qt::Key_Menu);
+  Q_EMIT CViewModelDataManager::Instance().SignalDataDownloadFinished();  // the hit is meant all the same
+  menu->MenuItem(tarn_ui_data_controller::Edit)->trigger();
+  menu->hide();
+  QTRY_COMPARE(stage.Edited(), QString("Own C plan 10"));
+  stage.Editor()->Cancel();
+  // And a row of the tree when a search ends under its menu.
+  stage.Choose("Public A plan 2");
+  Find(stage, "plan 10", 5);
+  stage.Command(tarn_ui_data_controller::Edit, fixture_.Code("Public A plan 2"));
+  QTRY_COMPARE(stage.Edited(), QString("Public A plan 2"));
+  stage.Editor()->Cancel();
+  mark(3);
+  QTest::keyClick(list, Qt::Key_Menu);
   QVERIFY(menu->isVisible());
   QSignalSpy played(&stage.Controller(), &CStandardViewController::SignalPlayPlanView);
   menu->MenuItem(tarn_ui_data_controller::PlayVideo)->trigger();
