@@ -22,12 +22,6 @@ QString NewPostgresDatabase() {
   return url.toString();
 }
 
-/// Sees the tree event of a log-in pass, so that it turns up in no test's record.
-struct LogInWatch : ResourceData::IResourceObserver {
-  void OnResourceUpdate(const Param&) override { passed = true; }
-  bool passed = false;
-};
-
 }  // namespace
 
 CDirectAccess::CDirectAccess(const QString& address) {
@@ -91,15 +85,7 @@ QString CStoreFixture::OpeningError() const {
 std::shared_ptr<TarnHost::CPlanStore> CStoreFixture::Open(const QString& user) const {
   QString error;
   auto store = TarnHost::CPlanStore::Open(options, &error);
-  if (!store) {
-    qFatal("%s", qPrintable(error));
-  }
-  LogInWatch watch;
-  store->ViewRegisterResourceUpdate(&watch, {ResourceData::RT_VIEW_GROUP, "root", 1});
-  const bool ready = store->LogIn(user, &error) &&
-                     QTest::qWaitFor([&] { return watch.passed && store->IsViewResourceDownFinish(); }, 10000);
-  store->ViewRegisterResourceUpdate(&watch, {ResourceData::RT_VIEW_GROUP, "root", 0});
-  if (!ready) {
+  if (!store || !TarnTest::LogIn(*store, user, &error)) {
     qFatal("the store does not get ready: %s", qPrintable(error));
   }
   return store;

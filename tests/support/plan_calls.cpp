@@ -1,10 +1,19 @@
 #include "plan_calls.h"
 
+#include <QtTest>
+
 namespace TarnTest {
 
 namespace view = view_plugin_protocol;
 
 namespace {
+
+constexpr int kReadyMs = 30000;
+
+struct LogInWatch : ResourceData::IResourceObserver {
+  void OnResourceUpdate(const Param&) override { passed = true; }
+  bool passed = false;
+};
 
 template <class Response>
 QString Failure(bool done, const Response& response) {
@@ -24,6 +33,15 @@ QStringList NamesAndPlaces(const Rows& rows, Place place) {
 }
 
 }  // namespace
+
+bool LogIn(TarnHost::CPlanStore& store, const QString& user, QString* error) {
+  LogInWatch watch;
+  store.ViewRegisterResourceUpdate(&watch, {ResourceData::RT_VIEW_GROUP, "root", 1});
+  const auto is_ready = [&] { return watch.passed && store.IsViewResourceDownFinish(); };
+  const bool done = store.LogIn(user, error) && QTest::qWaitFor(is_ready, kReadyMs);
+  store.ViewRegisterResourceUpdate(&watch, {ResourceData::RT_VIEW_GROUP, "root", 0});
+  return done;
+}
 
 QStringList CPlanCalls::Groups(const Text& parent) const {
   view::GetPlanGroupsResponse response;

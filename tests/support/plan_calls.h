@@ -4,9 +4,13 @@
 #include <string>
 
 #include "TarnHost/host_services.h"
+#include "TarnHost/plan_store.h"
 #include "plan_records.h"
 
 namespace TarnTest {
+
+/// Logs in and waits for the plans, and for the tree event of that, so that it turns up in no test's record.
+bool LogIn(TarnHost::CPlanStore& store, const QString& user, QString* error);
 
 /// The calls of a host in the form tests want them: changes answer the text of their failure, empty when they were
 /// made. Over another client's store they are changes from elsewhere; see CPlanFixture::InStore(), too.

@@ -21,17 +21,6 @@ using namespace TarnPlanView;
 namespace {
 
 constexpr int kLeastThreads = 4;
-constexpr int kReadyMs = 30000;
-
-class CEventCounter : public ResourceData::IResourceObserver {
- public:
-  void OnResourceUpdate(const Param&) override { ++count_; }
-  int Count() const { return count_; }
-
- private:
-  int count_ = 0;
-};
-
 }  // namespace
 
 TarnHost::PlanSite SmallSite() {
@@ -77,17 +66,7 @@ bool CPlanFixture::Open(const PlanFixtureOptions& options, QString* error) {
   }
   services_ = std::make_shared<CRecordingServices>(store_);
   TarnHost::InstallHostServices(services_);
-  return logIn(options.user, error);
-}
-
-bool CPlanFixture::logIn(const QString& user, QString* error) {
-  // Observers of the log-in learn that the whole tree is new; the plug-in is not to hear that later.
-  CEventCounter events;
-  store_->ViewRegisterResourceUpdate(&events, {ResourceData::RT_VIEW_GROUP, "root", 1});
-  const bool done = store_->LogIn(user, error) && QTest::qWaitFor([&events] { return events.Count() > 0; }, kReadyMs) &&
-                    QTest::qWaitFor([this] { return store_->IsViewResourceDownFinish(); }, kReadyMs);
-  store_->ViewRegisterResourceUpdate(&events, {ResourceData::RT_VIEW_GROUP, "root", 0});
-  return done;
+  return LogIn(*store_, options.user, error);
 }
 
 void CPlanFixture::Start() {
@@ -139,28 +118,19 @@ QList<CStandardPlanModel*> CPlanFixture::Models() const {
 }
 
 QString CPlanFixture::Code(const QString& name) const {
+  std::string code = store_->FindPlanByName(name);
   for (const char* root : {"-1", "-2"}) {
-    const QString code = findBelow(root, QStringToString(name));
-    if (!code.isEmpty()) {
-      return code;
-    }
+    code = code.empty() ? findGroup(root, QStringToString(name)) : code;
   }
-  return {};
+  return StringToQString(code);
 }
 
-QString CPlanFixture::findBelow(const std::string& code, const std::string& name) const {
-  view_plugin_protocol::GetPlansInGroupResponse plans;
-  store_->GetPlansInGroup({code, 0}, plans);
-  for (const auto& plan : qAsConst(plans.plans)) {
-    if (plan.name == name) {
-      return StringToQString(plan.index_code);
-    }
-  }
-  view_plugin_protocol::GetPlanGroupsResponse groups;
-  store_->GetPlanGroups({code, 0}, groups);
-  for (const auto& group : qAsConst(groups.groups)) {
-    const QString found = group.name == name ? StringToQString(group.index_code) : findBelow(group.index_code, name);
-    if (!found.isEmpty()) {
+std::string CPlanFixture::findGroup(const std::string& parent, const std::string& name) const {
+  view_plugin_protocol::GetPlanGroupsResponse response;
+  store_->GetPlanGroups({parent, 0}, response);
+  for (const auto& group : qAsConst(response.groups)) {
+    const std::string found = group.name == name ? group.index_code : findGroup(group.index_code, name);
+    if (!found.empty()) {
       return found;
     }
   }

@@ -72,8 +72,7 @@ class CPlanFixture {
   static void Watch(QAbstractItemModel* model);
 
  private:
-  bool logIn(const QString& user, QString* error);
-  QString findBelow(const std::string& code, const std::string& name) const;
+  std::string findGroup(const std::string& parent, const std::string& name) const;
 
   std::unique_ptr<CMessageGuard> messages_;
   std::unique_ptr<CLogCapture> log_;

@@ -47,8 +47,7 @@ bool CRecordingServices::WaitUntilHeld(const QString& call, int count) {
   return QTest::qWaitFor(held, kHeldMs);
 }
 
-void CRecordingServices::Fail(const QString& call, const std::string& error_info,
-                              view_plugin_protocol::ErrorKind kind) {
+void CRecordingServices::Fail(const QString& call, const std::string& error_info, view::ErrorKind kind) {
   const std::lock_guard<std::mutex> lock(mutex_);
   failures_[call] = {error_info, kind, {}};
 }
@@ -72,12 +71,6 @@ int CRecordingServices::Count(const QString& call) const {
 void CRecordingServices::ForgetCalls() {
   const std::lock_guard<std::mutex> lock(mutex_);
   calls_.clear();
-  registrations_.clear();
-}
-
-std::vector<CRecordingServices::Registration> CRecordingServices::Registrations() const {
-  const std::lock_guard<std::mutex> lock(mutex_);
-  return registrations_;
 }
 
 ResourceData::IResourceObserver* CRecordingServices::ObserverOf(int32_t type, const std::string& code) const {
@@ -112,10 +105,9 @@ bool CRecordingServices::SetFavoriteCamera(const std::string& index_code, bool f
 }
 
 bool CRecordingServices::IsViewResourceDownFinish() {
-  const QString name = QStringLiteral("IsViewResourceDownFinish");
-  note(name, {});
   std::string ignored;
-  return !failure(name, &ignored) && target_->IsViewResourceDownFinish();
+  return pass(QStringLiteral("IsViewResourceDownFinish"), {}, &ignored,
+              [this] { return target_->IsViewResourceDownFinish(); });
 }
 
 void CRecordingServices::ClearViewData() {
@@ -124,10 +116,9 @@ void CRecordingServices::ClearViewData() {
 }
 
 void CRecordingServices::ViewRegisterResourceUpdate(ResourceData::IResourceObserver* observer,
-                                                    const view_plugin_protocol::ViewObserverInfo& info) {
+                                                    const view::ViewObserverInfo& info) {
   {
     const std::lock_guard<std::mutex> lock(mutex_);
-    registrations_.push_back({observer, info});
     if (info.action == 1) {
       observers_.push_back({observer, info});
     } else {
@@ -140,15 +131,15 @@ void CRecordingServices::ViewRegisterResourceUpdate(ResourceData::IResourceObser
 }
 
 bool CRecordingServices::CheckControlPermission(int code) {
-  note(QStringLiteral("CheckControlPermission"), code);
-  {
-    const std::lock_guard<std::mutex> lock(mutex_);
+  std::string ignored;
+  return pass(QStringLiteral("CheckControlPermission"), code, &ignored, [this, code] {
+    std::unique_lock<std::mutex> lock(mutex_);
     if (rights_.contains(code)) {
       return rights_.value(code);
     }
-  }
-  std::string ignored;
-  return !failure(QStringLiteral("CheckControlPermission"), &ignored) && target_->CheckControlPermission(code);
+    lock.unlock();
+    return target_->CheckControlPermission(code);
+  });
 }
 
 void CRecordingServices::SetRight(int code, bool granted) {
@@ -165,7 +156,7 @@ void CRecordingServices::note(const QString& name, std::any request) {
   calls_.push_back({name, OnGuiThread(), std::move(request)});
 }
 
-bool CRecordingServices::failure(const QString& name, view_plugin_protocol::ResponseHeader* answer) const {
+bool CRecordingServices::failure(const QString& name, view::ResponseHeader* answer) const {
   const std::lock_guard<std::mutex> lock(mutex_);
   const auto found = failures_.find(name);
   if (found == failures_.end()) {
@@ -176,7 +167,7 @@ bool CRecordingServices::failure(const QString& name, view_plugin_protocol::Resp
 }
 
 bool CRecordingServices::failure(const QString& name, std::string* error_info) const {
-  view_plugin_protocol::ResponseHeader answer;
+  view::ResponseHeader answer;
   const bool fails = failure(name, &answer);
   if (fails) {
     *error_info = answer.error_info;
