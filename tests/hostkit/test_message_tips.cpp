@@ -16,11 +16,79 @@ class MessageTipsTest : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
-  void init();
-  void cleanup();
-  void OneAfterTheOtherWithoutFocus();
-  void LongTextStaysInsideTheWindow();
-  void WindowGoesAwayWithItsTips();
+  void init() {
+    CSkinLoader::Instance().LoadSkin("redblack");
+    window_ = std::make_unique<QWidget>();
+    edit_ = new QLineEdit(window_.get());
+    (new QVBoxLayout(window_.get()))->addWidget(edit_);
+    window_->resize(500, 300);
+    window_->show();
+    window_->activateWindow();
+    edit_->setFocus();
+    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+  }
+
+  void cleanup() {
+    window_.reset();
+    CMessageTipManager::Release();
+  }
+
+  void OneAfterTheOtherWithoutFocus() {
+    CMessageTipManager& tips = CMessageTipManager::Instance();
+    QSignalSpy shown(&tips, &CMessageTipManager::SignalTipShown);
+    QElapsedTimer clock;
+    clock.start();
+    tips.ShowTip("saved", 0, edit_);
+    tips.ShowTip("", 1, edit_);
+    QCOMPARE(shown.size(), 1);
+    QCOMPARE(tips.CurrentText(), QString("saved"));
+    QVERIFY(Tip() && Tip()->isVisible() && !Tip()->isWindow());
+    QCOMPARE(Tip()->accessibleName(), QString("saved"));
+    QTest::mouseClick(edit_, Qt::LeftButton);
+    QTest::keyClicks(QApplication::focusWidget(), "abc");
+    QCOMPARE(edit_->text(), QString("abc"));
+    QVERIFY(window_->isActiveWindow());
+
+    QTRY_COMPARE_WITH_TIMEOUT(shown.size(), 2, 30000);
+    QVERIFY(clock.elapsed() >= 1900);
+    QCOMPARE(shown.at(1).at(1).toInt(), 1);
+    QVERIFY(tips.CurrentText().isEmpty() && Tip());
+    QTRY_VERIFY_WITH_TIMEOUT(!Tip(), 30000);
+    QVERIFY(clock.elapsed() >= 6500);  // two seconds for the first, five for a failure
+    QCOMPARE(QApplication::focusWidget(), edit_);
+  }
+
+  void LongTextStaysInsideTheWindow() {
+    const QString text = QString("The plan <b>Gate</b> was changed by somebody else. ").repeated(4);
+    for (const char* skin : {"redblack", "white"}) {
+      CSkinLoader::Instance().LoadSkin(skin);
+      CMessageTipManager::Instance().ShowTip(text, 1, window_.get());
+      for (const QSize& size : {QSize(500, 300), QSize(260, 400), QSize(1200, 500)}) {
+        window_->resize(size);
+        QTRY_VERIFY(Tip() && window_->rect().contains(Tip()->geometry()));
+        const auto* label = Tip()->findChild<QLabel*>("message_tip_text");
+        QCOMPARE(label->text(), text);
+        QTRY_VERIFY(label->height() >= label->heightForWidth(label->width()));
+      }
+      CMessageTipManager::Release();
+      QVERIFY(!Tip());
+    }
+  }
+
+  void WindowGoesAwayWithItsTips() {
+    CMessageTipManager& tips = CMessageTipManager::Instance();
+    QWidget other;
+    other.resize(300, 200);
+    other.show();
+    QSignalSpy shown(&tips, &CMessageTipManager::SignalTipShown);
+    tips.ShowTip("first", 0, window_.get());
+    tips.ShowTip("never seen", 0, window_.get());
+    tips.ShowTip("elsewhere", 0, &other);
+    window_.reset();
+    QVERIFY(tips.CurrentText().isEmpty());
+    QTRY_COMPARE_WITH_TIMEOUT(tips.CurrentText(), QString("elsewhere"), 30000);
+    QCOMPARE(shown.size(), 2);
+  }
 
  private:
   QFrame* Tip() const { return window_->findChild<QFrame*>("message_tip"); }
@@ -28,80 +96,6 @@ class MessageTipsTest : public QObject {
   std::unique_ptr<QWidget> window_;
   QLineEdit* edit_ = nullptr;
 };
-
-void MessageTipsTest::init() {
-  CSkinLoader::Instance().LoadSkin("redblack");
-  window_ = std::make_unique<QWidget>();
-  edit_ = new QLineEdit(window_.get());
-  (new QVBoxLayout(window_.get()))->addWidget(edit_);
-  window_->resize(500, 300);
-  window_->show();
-  window_->activateWindow();
-  edit_->setFocus();
-  QVERIFY(QTest::qWaitForWindowActive(window_.get()));
-}
-
-void MessageTipsTest::cleanup() {
-  window_.reset();
-  CMessageTipManager::Release();
-}
-
-void MessageTipsTest::OneAfterTheOtherWithoutFocus() {
-  CMessageTipManager& tips = CMessageTipManager::Instance();
-  QSignalSpy shown(&tips, &CMessageTipManager::SignalTipShown);
-  QElapsedTimer clock;
-  clock.start();
-  tips.ShowTip("saved", 0, edit_);
-  tips.ShowTip("", 1, edit_);
-  QCOMPARE(shown.size(), 1);
-  QCOMPARE(tips.CurrentText(), QString("saved"));
-  QVERIFY(Tip() && Tip()->isVisible() && !Tip()->isWindow());
-  QCOMPARE(Tip()->accessibleName(), QString("saved"));
-  QTest::mouseClick(edit_, Qt::LeftButton);
-  QTest::keyClicks(QApplication::focusWidget(), "abc");
-  QCOMPARE(edit_->text(), QString("abc"));
-  QVERIFY(window_->isActiveWindow());
-
-  QTRY_COMPARE_WITH_TIMEOUT(shown.size(), 2, 30000);
-  QVERIFY(clock.elapsed() >= 1900);
-  QCOMPARE(shown.at(1).at(1).toInt(), 1);
-  QVERIFY(tips.CurrentText().isEmpty() && Tip());
-  QTRY_VERIFY_WITH_TIMEOUT(!Tip(), 30000);
-  QVERIFY(clock.elapsed() >= 6500);  // two seconds for the first, five for a failure
-  QCOMPARE(QApplication::focusWidget(), edit_);
-}
-
-void MessageTipsTest::LongTextStaysInsideTheWindow() {
-  const QString text = QString("The plan <b>Gate</b> was changed by somebody else. ").repeated(4);
-  for (const char* skin : {"redblack", "white"}) {
-    CSkinLoader::Instance().LoadSkin(skin);
-    CMessageTipManager::Instance().ShowTip(text, 1, window_.get());
-    for (const QSize& size : {QSize(500, 300), QSize(260, 400), QSize(1200, 500)}) {
-      window_->resize(size);
-      QTRY_VERIFY(Tip() && window_->rect().contains(Tip()->geometry()));
-      const auto* label = Tip()->findChild<QLabel*>("message_tip_text");
-      QCOMPARE(label->text(), text);
-      QTRY_VERIFY(label->height() >= label->heightForWidth(label->width()));
-    }
-    CMessageTipManager::Release();
-    QVERIFY(!Tip());
-  }
-}
-
-void MessageTipsTest::WindowGoesAwayWithItsTips() {
-  CMessageTipManager& tips = CMessageTipManager::Instance();
-  QWidget other;
-  other.resize(300, 200);
-  other.show();
-  QSignalSpy shown(&tips, &CMessageTipManager::SignalTipShown);
-  tips.ShowTip("first", 0, window_.get());
-  tips.ShowTip("never seen", 0, window_.get());
-  tips.ShowTip("elsewhere", 0, &other);
-  window_.reset();
-  QVERIFY(tips.CurrentText().isEmpty());
-  QTRY_COMPARE_WITH_TIMEOUT(tips.CurrentText(), QString("elsewhere"), 30000);
-  QCOMPARE(shown.size(), 2);
-}
 
 QTEST_MAIN(MessageTipsTest)
 #include "test_message_tips.moc"

@@ -54,140 +54,134 @@ class SkinsAndIconsTest : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
-  void TextIsReadable();
-  void UnknownNamesChangeNothing();
-  void EveryIconDraws();
-  void IconsTellApartWithoutColour();
-  void SvgIconIsSharpInEachModeAndScale();
-};
-
-void SkinsAndIconsTest::TextIsReadable() {
-  // What is written or drawn on which grounds, and the least contrast.
-  const struct {
-    const char* front;
-    std::vector<const char*> backs;
-    double least;
-  } rows[] = {{"text", {"background", "surface", "raised", "hover", "wall"}, 4.5},
-              {"text_muted", {"background", "surface"}, 4.5},
-              {"accent_text", {"accent", "accent_hover"}, 4.5},
-              {"accent_on_surface", {"surface"}, 4.5},
-              {"selection_text", {"selection"}, 4.5},
-              {"success_text", {"success"}, 4.5},
-              {"failure_text", {"failure"}, 4.5},
-              {"warning_text", {"warning"}, 4.5},
-              {"hint_text", {"hint"}, 4.5},
-              {"wall_text", {"wall_bar", "wall_empty"}, 4.5},
-              {"wall_hint", {"wall_empty"}, 4.5},
-              {"focus", {"surface", "background"}, 3.0},
-              {"control_border", {"surface"}, 3.0}};
-  CSkinLoader& loader = CSkinLoader::Instance();
-  for (const QString skin : {"redblack", "white"}) {
-    QSignalSpy changed(&loader, &CSkinLoader::SignalSkinChanged);
-    QVERIFY(loader.LoadSkin(skin));
-    QCOMPARE(changed.size(), 1);
-    QVERIFY2(!qApp->styleSheet().contains('@'), "a colour of the style sheet is missing in this skin");
-    QCOMPARE(QApplication::palette().color(QPalette::Text), loader.GetColor("text"));
-    for (const auto& row : rows) {
-      for (const char* ground : row.backs) {
-        const QColor front = loader.GetColor(row.front), back = loader.GetColor(ground);
-        const QString pair = QString("%1: %2 on %3: %4").arg(skin, row.front, ground).arg(Contrast(front, back));
-        QVERIFY2(front.isValid() && back.isValid() && Contrast(front, back) >= row.least, qPrintable(pair));
-      }
-    }
-  }
-}
-
-void SkinsAndIconsTest::UnknownNamesChangeNothing() {
-  CSkinLoader& loader = CSkinLoader::Instance();
-  QVERIFY(loader.LoadSkin("white"));
-  QVERIFY(!loader.LoadSkin("no such skin"));
-  QString seen_elsewhere;
-  std::thread([&] { seen_elsewhere = loader.GetCurrentSkin(); }).join();
-  QCOMPARE(seen_elsewhere, QString("white"));
-  QVERIFY(!loader.GetColor("no such colour").isValid());
-}
-
-void SkinsAndIconsTest::EveryIconDraws() {
-  QStringList paths = {":/TarnHost/icons/search.svg",
-                       ":/Images/TarnUIDataController/ResourceTree/default_no_data.svg",
-                       ":/Images/TarnUIDataController/ResourceTree/default_no_data_d.svg",
-                       ":/Bolt/Preview/Images/Preview/monitoring_window_add_resource.svg",
-                       ":/Images/TarnUIDataController/FavImg/monitoring_window_add_resource.svg",
-                       ":/Bolt/Public/Draw/Images/Public/TreePublic/smart wall.svg"};
-  for (const char* name : {"group", "group_sel", "view", "view_sel", "view_play", "view_play_sel", "camera",
-                           "camera_offline", "camera_alarm", "camera_play", "camera_alarm_play", "camera_recording",
-                           "camera_alarm_recording", "user_group"}) {
-    paths << kTree + name + ".svg";
-  }
-  for (const int windows : {1, 4, 9, 16}) {
-    paths << QString(":/Bolt/Tree/Images/Public/Control/Tree/DefaultView%1.png").arg(windows);
-  }
-  for (const QString& path : qAsConst(paths)) {
-    QVERIFY2(QFile::exists(path), qPrintable(path));
-    if (path.endsWith(".svg")) {
-      const int side = path.contains("no_data") ? 120 : 20;
-      QVERIFY2(QSvgRenderer(path).defaultSize() == QSize(side, side), qPrintable(path));
-    }
-    const QColor color = MainColor(Drawn(QIcon(path), QIcon::Normal, 60));
-    QVERIFY2(color.isValid() && color != QColor(0, 0, 0), qPrintable("nothing was drawn: " + path));
-    const bool own_ground = path.contains("add_resource") || path.contains("no_data");
-    for (const char* skin : {"redblack", "white"}) {
-      CSkinLoader::Instance().LoadSkin(skin);
-      const QColor back = CSkinLoader::Instance().GetColor(path.contains("_sel") ? "selection" : "surface");
-      QVERIFY2(own_ground || Contrast(color, back) >= 3.0, qPrintable(path + " in " + skin));
-    }
-  }
-}
-
-// Colour alone must not carry a state: the shapes differ when only the opaque parts are looked at.
-void SkinsAndIconsTest::IconsTellApartWithoutColour() {
-  const QStringList names = {"view",           "view_play",    "group",       "camera",
-                             "camera_offline", "camera_alarm", "camera_play", "camera_recording"};
-  const auto shape = [](const QString& name) {
-    return Drawn(QIcon(kTree + name + ".svg"), QIcon::Normal, 40).createAlphaMask();
-  };
-  for (int i = 0; i < names.size(); ++i) {
-    for (int j = i + 1; j < names.size(); ++j) {
-      const QImage a = shape(names[i]), b = shape(names[j]);
-      int different = 0;
-      for (int y = 0; y < a.height(); ++y) {
-        for (int x = 0; x < a.width(); ++x) {
-          different += a.pixelIndex(x, y) != b.pixelIndex(x, y);
+  void TextIsReadable() {
+    // What is written or drawn on which grounds, and the least contrast.
+    const struct {
+      const char* front;
+      std::vector<const char*> backs;
+      double least;
+    } rows[] = {{"text", {"background", "surface", "raised", "hover", "wall"}, 4.5},
+                {"text_muted", {"background", "surface"}, 4.5},
+                {"accent_text", {"accent", "accent_hover"}, 4.5},
+                {"accent_on_surface", {"surface"}, 4.5},
+                {"selection_text", {"selection"}, 4.5},
+                {"success_text", {"success"}, 4.5},
+                {"failure_text", {"failure"}, 4.5},
+                {"warning_text", {"warning"}, 4.5},
+                {"hint_text", {"hint"}, 4.5},
+                {"wall_text", {"wall_bar", "wall_empty"}, 4.5},
+                {"wall_hint", {"wall_empty"}, 4.5},
+                {"focus", {"surface", "background"}, 3.0},
+                {"control_border", {"surface"}, 3.0}};
+    CSkinLoader& loader = CSkinLoader::Instance();
+    for (const QString skin : {"redblack", "white"}) {
+      QSignalSpy changed(&loader, &CSkinLoader::SignalSkinChanged);
+      QVERIFY(loader.LoadSkin(skin));
+      QCOMPARE(changed.size(), 1);
+      QVERIFY2(!qApp->styleSheet().contains('@'), "a colour of the style sheet is missing in this skin");
+      QCOMPARE(QApplication::palette().color(QPalette::Text), loader.GetColor("text"));
+      for (const auto& row : rows) {
+        for (const char* ground : row.backs) {
+          const QColor front = loader.GetColor(row.front), back = loader.GetColor(ground);
+          const QString pair = QString("%1: %2 on %3: %4").arg(skin, row.front, ground).arg(Contrast(front, back));
+          QVERIFY2(front.isValid() && back.isValid() && Contrast(front, back) >= row.least, qPrintable(pair));
         }
       }
-      QVERIFY2(different >= 40, qPrintable(names[i] + " / " + names[j]));
     }
   }
-}
 
-// As many pixels as a screen of this scale shows, none of them stretched.
-void SkinsAndIconsTest::SvgIconIsSharpInEachModeAndScale() {
-  const QString normal = kTree + "view.svg", selected = kTree + "view_sel.svg";
-  const QIcon icon = WidgetKit::GetHighDpiSvgIcon(normal, selected, QSize());
-  QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-  const auto canvas = [](double scale) {
-    QImage image(QSize(20, 20) * scale, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    return image;
-  };
-  for (const double scale : {1.0, 1.5, 2.0, 3.0}) {
-    for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Selected, QIcon::Disabled}) {
-      QImage exact = canvas(scale), painted = canvas(scale);
-      QPainter drawing(&exact);
-      QSvgRenderer(mode == QIcon::Selected ? selected : normal).render(&drawing);
-      drawing.end();
-      painted.setDevicePixelRatio(scale);
-      QPainter painting(&painted);
-      icon.paint(&painting, QRect(0, 0, 20, 20), Qt::AlignCenter, mode);
-      painting.end();
-      painted.setDevicePixelRatio(1);
-      QCOMPARE(painted.createAlphaMask(), exact.createAlphaMask());
-      QVERIFY(mode == QIcon::Disabled || MainColor(painted) == MainColor(exact));
+  void UnknownNamesChangeNothing() {
+    CSkinLoader& loader = CSkinLoader::Instance();
+    QVERIFY(loader.LoadSkin("white"));
+    QVERIFY(!loader.LoadSkin("no such skin"));
+    QString seen_elsewhere;
+    std::thread([&] { seen_elsewhere = loader.GetCurrentSkin(); }).join();
+    QCOMPARE(seen_elsewhere, QString("white"));
+    QVERIFY(!loader.GetColor("no such colour").isValid());
+  }
+
+  void EveryIconDraws() {
+    QStringList paths = {":/TarnHost/icons/search.svg",
+                         ":/Images/TarnUIDataController/ResourceTree/default_no_data.svg",
+                         ":/Images/TarnUIDataController/ResourceTree/default_no_data_d.svg",
+                         ":/Bolt/Preview/Images/Preview/monitoring_window_add_resource.svg",
+                         ":/Images/TarnUIDataController/FavImg/monitoring_window_add_resource.svg",
+                         ":/Bolt/Public/Draw/Images/Public/TreePublic/smart wall.svg"};
+    for (const char* name : {"group", "group_sel", "view", "view_sel", "view_play", "view_play_sel", "camera",
+                             "camera_offline", "camera_alarm", "camera_play", "camera_alarm_play", "camera_recording",
+                             "camera_alarm_recording", "user_group"}) {
+      paths << kTree + name + ".svg";
+    }
+    for (const int windows : {1, 4, 9, 16}) {
+      paths << QString(":/Bolt/Tree/Images/Public/Control/Tree/DefaultView%1.png").arg(windows);
+    }
+    for (const QString& path : qAsConst(paths)) {
+      QVERIFY2(QFile::exists(path), qPrintable(path));
+      if (path.endsWith(".svg")) {
+        const int side = path.contains("no_data") ? 120 : 20;
+        QVERIFY2(QSvgRenderer(path).defaultSize() == QSize(side, side), qPrintable(path));
+      }
+      const QColor color = MainColor(Drawn(QIcon(path), QIcon::Normal, 60));
+      QVERIFY2(color.isValid() && color != QColor(0, 0, 0), qPrintable("nothing was drawn: " + path));
+      const bool own_ground = path.contains("add_resource") || path.contains("no_data");
+      for (const char* skin : {"redblack", "white"}) {
+        CSkinLoader::Instance().LoadSkin(skin);
+        const QColor back = CSkinLoader::Instance().GetColor(path.contains("_sel") ? "selection" : "surface");
+        QVERIFY2(own_ground || Contrast(color, back) >= 3.0, qPrintable(path + " in " + skin));
+      }
     }
   }
-  QCOMPARE(MainColor(Drawn(icon, QIcon::Selected, 20)), QColor("#ffffff"));
-  QVERIFY(WidgetKit::GetHighDpiSvgIcon(QString(), QString(), QSize()).isNull());
-}
+
+  // Colour alone must not carry a state: the shapes differ when only the opaque parts are looked at.
+  void IconsTellApartWithoutColour() {
+    const QStringList names = {"view",           "view_play",    "group",       "camera",
+                               "camera_offline", "camera_alarm", "camera_play", "camera_recording"};
+    const auto shape = [](const QString& name) {
+      return Drawn(QIcon(kTree + name + ".svg"), QIcon::Normal, 40).createAlphaMask();
+    };
+    for (int i = 0; i < names.size(); ++i) {
+      for (int j = i + 1; j < names.size(); ++j) {
+        const QImage a = shape(names[i]), b = shape(names[j]);
+        int different = 0;
+        for (int y = 0; y < a.height(); ++y) {
+          for (int x = 0; x < a.width(); ++x) {
+            different += a.pixelIndex(x, y) != b.pixelIndex(x, y);
+          }
+        }
+        QVERIFY2(different >= 40, qPrintable(names[i] + " / " + names[j]));
+      }
+    }
+  }
+
+  // As many pixels as a screen of this scale shows, none of them stretched.
+  void SvgIconIsSharpInEachModeAndScale() {
+    const QString normal = kTree + "view.svg", selected = kTree + "view_sel.svg";
+    const QIcon icon = WidgetKit::GetHighDpiSvgIcon(normal, selected, QSize());
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    const auto canvas = [](double scale) {
+      QImage image(QSize(20, 20) * scale, QImage::Format_ARGB32_Premultiplied);
+      image.fill(Qt::transparent);
+      return image;
+    };
+    for (const double scale : {1.0, 1.5, 2.0, 3.0}) {
+      for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Selected, QIcon::Disabled}) {
+        QImage exact = canvas(scale), painted = canvas(scale);
+        QPainter drawing(&exact);
+        QSvgRenderer(mode == QIcon::Selected ? selected : normal).render(&drawing);
+        drawing.end();
+        painted.setDevicePixelRatio(scale);
+        QPainter painting(&painted);
+        icon.paint(&painting, QRect(0, 0, 20, 20), Qt::AlignCenter, mode);
+        painting.end();
+        painted.setDevicePixelRatio(1);
+        QCOMPARE(painted.createAlphaMask(), exact.createAlphaMask());
+        QVERIFY(mode == QIcon::Disabled || MainColor(painted) == MainColor(exact));
+      }
+    }
+    QCOMPARE(MainColor(Drawn(icon, QIcon::Selected, 20)), QColor("#ffffff"));
+    QVERIFY(WidgetKit::GetHighDpiSvgIcon(QString(), QString(), QSize()).isNull());
+  }
+};
 
 QTEST_MAIN(SkinsAndIconsTest)
 #include "test_skins_and_icons.moc"
