@@ -1,5 +1,4 @@
 #include <QLabel>
-#include <QSignalSpy>
 #include <QTextDocument>
 #include <QToolButton>
 #include <QtTest>
@@ -7,6 +6,7 @@
 
 #include "TarnUIDataController/skin_loader.h"
 #include "hand_clock.h"
+#include "plan_records.h"
 #include "wall/live_wall.h"
 #include "wall/same_pages.h"
 #include "wall/test_picture_source.h"
@@ -52,17 +52,10 @@ class CountedSource : public CTestPictureSource {
 };
 
 PlanPage Page(int number, int split, int dwell, const QStringList& cameras, int first_window = 1) {
-  PlanPage page;
-  page.page_no = number;
-  page.split_type = split;
-  page.dwell_seconds = dwell;
-  int window_no = first_window;
+  PlanPage page = TarnTest::Page(number, split, {}, {}, dwell);
   for (const QString& camera : cameras) {
-    PlanWindow window;
-    window.window_no = window_no++;
-    window.content_kind = camera.isEmpty() ? 0 : 1;
-    window.resource_code = window.resource_name = camera.toStdString();
-    page.windows.push_back(window);
+    page.windows.push_back(TarnTest::Window(first_window++, camera.toStdString(), camera.isEmpty() ? 0 : 1));
+    page.windows.back().resource_name = camera.toStdString();
   }
   return page;
 }
@@ -107,12 +100,21 @@ class LiveWallTest : public QObject {
   void HoldStopsTheTurn();
   void OddPlansAreHarmless();
   void PicturesMoveAndRestWhenHidden();
-  void CamerasCanBeToldApart();
+  void CamerasLookDifferent();
   void NamesInToolTipsAreNoMarkup();
 
  private:
-  QStringList Cameras() const;
-  int VisibleWindows() const;
+  QStringList Cameras() const {
+    QStringList cameras;
+    for (const CLiveWall::WindowState& window : wall_->Windows()) {
+      cameras << window.camera;
+    }
+    return cameras;
+  }
+  int VisibleWindows() const {
+    const auto windows = wall_->findChildren<TarnClient::CWallWindow*>();
+    return std::count_if(windows.begin(), windows.end(), std::mem_fn(&QWidget::isVisible));
+  }
 
   std::unique_ptr<CLiveWall> wall_;
 };
@@ -128,22 +130,6 @@ void LiveWallTest::init() {
 void LiveWallTest::cleanup() {
   wall_.reset();
   QCOMPARE(g_running, 0);
-}
-
-QStringList LiveWallTest::Cameras() const {
-  QStringList cameras;
-  for (const CLiveWall::WindowState& window : wall_->Windows()) {
-    cameras << window.camera;
-  }
-  return cameras;
-}
-
-int LiveWallTest::VisibleWindows() const {
-  int visible = 0;
-  for (const auto* window : wall_->findChildren<TarnClient::CWallWindow*>()) {
-    visible += window->isVisible() ? 1 : 0;
-  }
-  return visible;
 }
 
 void LiveWallTest::PlaysAndStops() {
@@ -401,20 +387,13 @@ void LiveWallTest::PicturesMoveAndRestWhenHidden() {
   QTRY_VERIFY(frames() > at_hiding);
 }
 
-void LiveWallTest::CamerasCanBeToldApart() {
-  const auto first_picture = [](const char* code) {
-    PlanWindow window;
-    window.resource_code = code;
-    CTestPictureSource source(window);
-    source.Start();
-    return source.LatestPicture(QSize());
-  };
-  QVERIFY(first_picture("100001") != first_picture("100002"));
-  PlanWindow window;
-  CTestPictureSource source(window);
+void LiveWallTest::CamerasLookDifferent() {
+  CTestPictureSource source(TarnTest::Window(1, "100001")), other(TarnTest::Window(1, "100002"));
   QVERIFY(source.LatestPicture(QSize()).isNull());
   source.Start();
+  other.Start();
   const QImage first = source.LatestPicture(QSize());
+  QVERIFY(other.LatestPicture(QSize()) != first);
   QTRY_VERIFY(source.LatestPicture(QSize()) != first);
 }
 

@@ -30,8 +30,17 @@ class PlanDropTest : public TarnTest::CClientDesk {
   void PlaysWhatIsDropped();
 
  private:
-  bool Enter(const QMimeData& data);
-  void Drop(const QMimeData& data);
+  bool Enter(const QMimeData& data) {
+    QDragEnterEvent event(Wall().rect().center(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&Wall(), &event);
+    return event.isAccepted();
+  }
+  // A drop reaches only what the drag has entered.
+  void Drop(const QMimeData& data) {
+    QVERIFY(Enter(data));
+    QDropEvent event(Wall().rect().center(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&Wall(), &event);
+  }
 };
 
 void PlanDropTest::RefusesWhatIsNoPlan_data() {
@@ -54,7 +63,7 @@ void PlanDropTest::RefusesWhatIsNoPlan_data() {
   QTest::newRow("type of another type") << with(R"("_type_view_")", "{}") << false;
   QTest::newRow("unknown type") << Payload("_type_camera_", "7", "here") << false;
   QTest::newRow("other site") << Payload("_type_view_", "7", "there") << false;
-  QTest::newRow("10 MB") << Payload("_type_view_", "7", "here") + QByteArray(10 * 1024 * 1024, ' ') << false;
+  QTest::newRow("10 MB") << good + QByteArray(10 * 1024 * 1024, ' ') << false;
   QTest::newRow("deeply nested") << QByteArray(30000, '[') << false;
 }
 
@@ -66,19 +75,6 @@ void PlanDropTest::RefusesWhatIsNoPlan() {
   const auto drop = PlanDrop::Read(&data, "here");
   QCOMPARE(drop.has_value(), taken);
   QVERIFY(!drop || drop->code == "7");
-}
-
-bool PlanDropTest::Enter(const QMimeData& data) {
-  QDragEnterEvent event(Wall().rect().center(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QCoreApplication::sendEvent(&Wall(), &event);
-  return event.isAccepted();
-}
-
-// A drop reaches only what the drag has entered.
-void PlanDropTest::Drop(const QMimeData& data) {
-  QVERIFY(Enter(data));
-  QDropEvent event(Wall().rect().center(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QCoreApplication::sendEvent(&Wall(), &event);
 }
 
 void PlanDropTest::PlaysWhatIsDropped() {
