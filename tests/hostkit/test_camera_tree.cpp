@@ -50,6 +50,34 @@ QStringList Names(const QVector<CCameraItemInfo>& cameras) {
   return names;
 }
 
+// What a filter and favorites must show, without cleverness.
+QString Expected(const QStringList& favorites, const QString& text) {
+  const auto hit = [&text](const QString& name) { return name.contains(text, Qt::CaseInsensitive); };
+  const auto region = [&](const QString& name, const QStringList& cameras, bool all, const QStringList& inner = {}) {
+    QStringList shown = inner;
+    for (const QString& camera : cameras) {
+      if (all || hit(name) || hit(camera)) {
+        shown.append(camera);
+      }
+    }
+    return shown.isEmpty() ? QStringList() : QStringList{name + "(" + shown.join(",") + ")"};
+  };
+  const QStringList hall = region("Hall", {"CAM 30 door", "CAM 31 gate"}, hit("Building"));
+  QStringList rows = region("Building", {"CAM 40 stairs"}, false, hall);
+  rows += region("Yard", {"CAM 2 fence", "CAM 10 gate"}, false);
+  rows += hit("Roaming") ? QStringList{"Roaming"} : QStringList{};
+  QStringList top;
+  for (const QString& camera : kCameras) {
+    if (favorites.contains(camera) && rows.join(",").contains(camera)) {
+      top.append(camera);
+    }
+  }
+  if (!top.isEmpty()) {
+    rows.prepend("Favorites(" + top.join(",") + ")");
+  }
+  return rows.join(",");
+}
+
 }  // namespace
 
 class CameraTreeTest : public QObject {
@@ -502,34 +530,6 @@ QModelIndex CameraTreeTest::Row(const QString& name, const QModelIndex& below) c
     }
   }
   return QModelIndex();
-}
-
-// What a filter and favorites must show, without cleverness.
-QString Expected(const QStringList& favorites, const QString& text) {
-  const auto hit = [&text](const QString& name) { return name.contains(text, Qt::CaseInsensitive); };
-  const auto region = [&](const QString& name, const QStringList& cameras, bool all, const QStringList& inner = {}) {
-    QStringList shown = inner;
-    for (const QString& camera : cameras) {
-      if (all || hit(name) || hit(camera)) {
-        shown.append(camera);
-      }
-    }
-    return shown.isEmpty() ? QStringList() : QStringList{name + "(" + shown.join(",") + ")"};
-  };
-  const QStringList hall = region("Hall", {"CAM 30 door", "CAM 31 gate"}, hit("Building"));
-  QStringList rows = region("Building", {"CAM 40 stairs"}, false, hall);
-  rows += region("Yard", {"CAM 2 fence", "CAM 10 gate"}, false);
-  rows += hit("Roaming") ? QStringList{"Roaming"} : QStringList{};
-  QStringList top;
-  for (const QString& camera : kCameras) {
-    if (favorites.contains(camera) && rows.join(",").contains(camera)) {
-      top.append(camera);
-    }
-  }
-  if (!top.isEmpty()) {
-    rows.prepend("Favorites(" + top.join(",") + ")");
-  }
-  return rows.join(",");
 }
 
 QTEST_MAIN(CameraTreeTest)
