@@ -59,6 +59,8 @@ struct PlanItem {
 struct SearchedPlan {
   std::string index_code, name, group_index_code, group_name;
   int32_t type = 0;
+  std::vector<std::string> groups_above = {};  // names, the outermost first, without the root; empty: not known
+  std::string shown_camera = {};               // the camera by which it was found; empty: found by its name
 };
 
 /// What is known of a row of the plan tree.
@@ -109,7 +111,9 @@ struct DeletePlanGroupRequest {
   std::string index_code, name;
   int32_t type = 0;
 };
-struct DeletePlanGroupResponse : ResponseHeader {};
+struct DeletePlanGroupResponse : ResponseHeader {
+  int32_t restorable_seconds = 0;  // how long RestoreDeleted() takes it back; 0: not at all
+};
 
 struct AddPlanRequest {
   std::string plan_name;
@@ -134,7 +138,16 @@ struct UpdatePlanResponse : ResponseHeader {};
 struct DeletePlanResquest {
   std::string plan_index_code, plan_name, group_index_code, group_name, reserved;
 };
-struct DeletePlanResponse : ResponseHeader {};
+struct DeletePlanResponse : ResponseHeader {
+  int32_t restorable_seconds = 0;  // as in DeletePlanGroupResponse
+};
+
+/// Takes back the deletion of a plan, or of a group with all that went with it.
+struct RestoreDeletedRequest {
+  std::string index_code;
+  bool is_group = false;
+};
+struct RestoreDeletedResponse : ResponseHeader {};
 
 struct GetPlanDetailRequest {
   std::string plan_index_code;
