@@ -162,6 +162,7 @@ struct GetPlanDetailResponse : ResponseHeader {
   std::list<PlanPage> pages;
   std::string creator, creation_time, thumbnail;
   int64_t revision = 0;
+  std::string changed_by, changed_at;  // who made this revision, "yyyy-MM-dd HH:mm:ss"; blank: the host does not say
 };
 
 struct AddPlanLogRequestParam {

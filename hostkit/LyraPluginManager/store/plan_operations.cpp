@@ -167,6 +167,8 @@ void CPlanOperations::GetPlanDetail(const view::GetPlanDetailRequest& request, v
   response->creation_time = plan.creation_time.toStdString();
   response->thumbnail = plan.thumbnail.toStdString();
   response->revision = plan.revision;
+  response->changed_by = plan.changed_by.toStdString();
+  response->changed_at = plan.changed_at.toStdString();
 }
 
 void CPlanOperations::AddPlanLog(const view::AddPlanLogRequestParam& request, view::AddPlanLogResponseParam*) {
