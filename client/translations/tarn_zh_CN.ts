@@ -73,6 +73,13 @@
     </message>
 </context>
 <context>
+    <name>MarUIControl::COfferStrip</name>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+</context>
+<context>
     <name>MarUIControl::CRangeTimeLineEdit</name>
     <message>
         <source>Begin time</source>

@@ -3,6 +3,7 @@
 #include <QAccessibleWidget>
 
 #include "MarUIControl/location_combo_box.h"
+#include "MarUIControl/offer_strip.h"
 #include "MarUIControl/switch_control.h"
 
 namespace MarUIControl {
@@ -66,6 +67,9 @@ QAccessibleInterface* MakeInterface(const QString& class_name, QObject* object) 
   if (class_name == QLatin1String(CLocationComboBox::staticMetaObject.className())) {
     return new ComboBoxInterface(static_cast<CLocationComboBox*>(object));
   }
+  if (class_name == QLatin1String(COfferStrip::staticMetaObject.className())) {
+    return new QAccessibleWidget(static_cast<COfferStrip*>(object), QAccessible::AlertMessage);
+  }
   return nullptr;
 }
 
@@ -76,6 +80,14 @@ void InstallControlAccessibility() {
   if (!installed) {
     installed = true;
     QAccessible::installFactory(MakeInterface);
+  }
+}
+
+// Readers on Linux wait for an alert to be shown, those elsewhere for the alert itself.
+void AnnounceAlert(QWidget* widget) {
+  for (const QAccessible::Event what : {QAccessible::ObjectShow, QAccessible::Alert}) {
+    QAccessibleEvent event(widget, what);
+    QAccessible::updateAccessibility(&event);
   }
 }
 
