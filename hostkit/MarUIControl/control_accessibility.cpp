@@ -1,14 +1,18 @@
 #include "MarUIControl/control_accessibility.h"
 
+#include <QAbstractButton>
 #include <QAccessibleWidget>
+#include <QVariant>
 
+#include "MarUIControl/accessible_role.h"
 #include "MarUIControl/location_combo_box.h"
-#include "MarUIControl/offer_strip.h"
 #include "MarUIControl/switch_control.h"
 
 namespace MarUIControl {
 
 namespace {
+
+constexpr char kRoleProperty[] = "accessible_role";
 
 /// Says "check box, checked".
 class SwitchInterface : public QAccessibleWidget {
@@ -59,16 +63,49 @@ class ComboBoxInterface : public QAccessibleWidget {
   CLocationComboBox* Box() const { return static_cast<CLocationComboBox*>(widget()); }
 };
 
+/// Says "radio button, checked" of what is a plain button to Qt.
+class ButtonInterface : public QAccessibleWidget {
+ public:
+  ButtonInterface(QAbstractButton* button, QAccessible::Role role) : QAccessibleWidget(button, role) {}
+
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.checkable = Button()->isCheckable();
+    state.checked = Button()->isChecked();
+    return state;
+  }
+  QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
+  void doAction(const QString& name) override {
+    if (name == pressAction()) {
+      Button()->click();
+    } else {
+      QAccessibleWidget::doAction(name);
+    }
+  }
+
+ private:
+  QAbstractButton* Button() const { return static_cast<QAbstractButton*>(widget()); }
+};
+
+QAccessibleInterface* WithOwnRole(QWidget* widget) {
+  const auto role = widget->property(kRoleProperty).value<QAccessible::Role>();
+  if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+    return new ButtonInterface(button, role);
+  }
+  return new QAccessibleWidget(widget, role);
+}
+
 QAccessibleInterface* MakeInterface(const QString& class_name, QObject* object) {
   // Asked once for each class from the object's own up to QObject: the first that is known decides.
+  auto* widget = qobject_cast<QWidget*>(object);
+  if (widget && widget->property(kRoleProperty).isValid()) {
+    return WithOwnRole(widget);
+  }
   if (class_name == QLatin1String(CSwitchControl::staticMetaObject.className())) {
     return new SwitchInterface(static_cast<CSwitchControl*>(object));
   }
   if (class_name == QLatin1String(CLocationComboBox::staticMetaObject.className())) {
     return new ComboBoxInterface(static_cast<CLocationComboBox*>(object));
-  }
-  if (class_name == QLatin1String(COfferStrip::staticMetaObject.className())) {
-    return new QAccessibleWidget(static_cast<COfferStrip*>(object), QAccessible::AlertMessage);
   }
   return nullptr;
 }
@@ -83,12 +120,15 @@ void InstallControlAccessibility() {
   }
 }
 
-// Readers on Linux wait for an alert to be shown, those elsewhere for the alert itself.
+// Readers on Linux hear of an alert by its being shown, which Qt reports by itself, those elsewhere by this.
 void AnnounceAlert(QWidget* widget) {
-  for (const QAccessible::Event what : {QAccessible::ObjectShow, QAccessible::Alert}) {
-    QAccessibleEvent event(widget, what);
-    QAccessible::updateAccessibility(&event);
-  }
+  QAccessibleEvent event(widget, QAccessible::Alert);
+  QAccessible::updateAccessibility(&event);
+}
+
+void SetAccessibleRole(QWidget* widget, QAccessible::Role role) {
+  InstallControlAccessibility();
+  widget->setProperty(kRoleProperty, QVariant::fromValue(role));
 }
 
 }  // namespace MarUIControl

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QPointer>
 
+#include "MarUIControl/accessible_role.h"
 #include "MarUIControl/control_accessibility.h"
 #include "MarUIControl/label.h"
 #include "MarUIControl/offer_time.h"
@@ -36,7 +37,7 @@ class COfferStrip::Private {
 };
 
 COfferStrip::COfferStrip(QWidget* parent) : QFrame(parent), d_(new Private) {
-  InstallControlAccessibility();
+  SetAccessibleRole(this, QAccessible::AlertMessage);
   d_->text = new CLabel(this);
   d_->text->setObjectName(QStringLiteral("offer_text"));
   d_->action = new CPushButton(this);

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QVariant>
 
+#include "MarUIControl/accessible_role.h"
 #include "TarnUIDataController/tip_kind.h"
 
 namespace tarn_ui_data_controller {
@@ -36,6 +37,7 @@ MessageTip::MessageTip(const QString& text, int kind, int distance, QWidget* win
   setProperty("kind", kind);
   setAttribute(Qt::WA_TransparentForMouseEvents);
   setFocusPolicy(Qt::NoFocus);
+  MarUIControl::SetAccessibleRole(this, QAccessible::AlertMessage);  // so that it is read out when it is shown
   setAccessibleName(text);
   auto* mark = new QLabel(MarkFor(kind), this);
   mark->setObjectName(QStringLiteral("message_tip_mark"));

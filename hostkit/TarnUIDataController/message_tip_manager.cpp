@@ -1,11 +1,11 @@
 #include "TarnUIDataController/message_tip_manager.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QPointer>
 #include <QQueue>
 #include <QTimer>
 
+#include "MarUIControl/control_accessibility.h"
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/message_tip.h"
@@ -82,8 +82,7 @@ void CMessageTipManager::Private::ShowNext() {
     tip = new MessageTip(next.text, next.kind, next.distance, next.window);
     tip->show();
     end_of_tip.start(TraitsOf(next.kind).shown_ms);
-    QAccessibleEvent alert(tip, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    MarUIControl::AnnounceAlert(tip);
     Q_EMIT q->SignalTipShown(next.text, next.kind);
   }
 }

@@ -8,6 +8,7 @@
 
 #include "TarnUIDataController/message_tip_manager.h"
 #include "TarnUIDataController/skin_loader.h"
+#include "screen_reader.h"
 
 using tarn_ui_data_controller::CMessageTipManager;
 using tarn_ui_data_controller::CSkinLoader;
@@ -72,6 +73,15 @@ class MessageTipsTest : public QObject {
       }
       CMessageTipManager::Release();
       QVERIFY(!Tip());
+    }
+  }
+
+  // On Linux a screen reader hears of an alert by its being shown; the alert event itself is not passed on there.
+  void IsReadOutAsAnAlert() {
+    const TarnTest::CScreenReader reader;
+    CMessageTipManager::Instance().ShowTip("Renamed to Gate", 0, window_.get());
+    for (const auto event : {QAccessible::ObjectShow, QAccessible::Alert}) {
+      QCOMPARE(reader.Heard(event, QAccessible::AlertMessage), QStringList("Renamed to Gate"));
     }
   }
 
