@@ -41,8 +41,6 @@ CPlanSaver::CPlanSaver(CLiveWall* wall, std::function<CPlanFamily&()> current, Q
     : QObject(parent), wall_(wall), current_(std::move(current)) {
   connect(wall_, &CLiveWall::SignalPlanChanged, this, &CPlanSaver::Renew);
   connect(wall_, &CLiveWall::SignalPlanRenewed, this, &CPlanSaver::Renew);
-  connect(wall_->Bar(), &CWallBar::SignalSave, this, &CPlanSaver::Save);
-  connect(wall_->Bar(), &CWallBar::SignalSaveMenu, this, &CPlanSaver::ShowMenu);
 }
 
 void CPlanSaver::Attach(CPlanFamily* family) {
@@ -98,12 +96,7 @@ QString CPlanSaver::WhyNotSaveAs() const {
 }
 
 void CPlanSaver::Renew() {
-  const QString why_not = WhyNotSave();
-  QString why_no_way;  // to save it, old or new
-  if (!why_not.isEmpty()) {
-    why_no_way = WhyNotSaveAs();
-  }
-  wall_->Bar()->ShowSaving(why_not, why_no_way);
+  Q_EMIT SignalReasons(WhyNotSave(), WhyNotSaveAs());
 }
 
 void CPlanSaver::ShowMenu() {

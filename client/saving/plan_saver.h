@@ -38,6 +38,8 @@ class CPlanSaver : public QObject {
   /// Opens the save-as dialog. What is on the wall at this moment is what will be saved.
   void SaveAs();
   void ShowMenu();
+  /// Looks again at what can be saved.
+  void Renew();
   /// To be called when the user was switched: drops the new plans of the last one that are not sent yet, and looks
   /// again at what can be saved.
   void ForgetUser();
@@ -46,13 +48,14 @@ class CPlanSaver : public QObject {
   bool IsEditing() const;
 
  Q_SIGNALS:
+  /// Why the plan on the wall cannot be saved, and why not as a new one; empty where it can.
+  void SignalReasons(const QString& why_not_save, const QString& why_not_save_as);
   void SignalMessage(const QString& text, int state);
 
  private:
   /// As it is stored, with a thumbnail of what was on the wall when the user wanted it saved.
   using FreshPlan = HostCalls::Result<view_plugin_protocol::GetPlanDetailResponse>;
 
-  void Renew();
   CPlanFamily* FamilyOfPlan() const;
   QString WhyNotSave() const;
   QString WhyNotSave(const FreshPlan& fresh, const std::string& code) const;

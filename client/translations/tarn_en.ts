@@ -271,22 +271,6 @@
         <translation>Families of plans</translation>
     </message>
     <message>
-        <source>Plans played lately</source>
-        <translation>Plans played lately</translation>
-    </message>
-    <message>
-        <source>Plans played lately (Ctrl+H)</source>
-        <translation>Plans played lately (Ctrl+H)</translation>
-    </message>
-    <message>
-        <source>Settings</source>
-        <translation>Settings</translation>
-    </message>
-    <message>
-        <source>Settings (Ctrl+,)</source>
-        <translation>Settings (Ctrl+,)</translation>
-    </message>
-    <message>
         <source>The plan is being fetched...</source>
         <translation>The plan is being fetched...</translation>
     </message>
@@ -391,8 +375,8 @@
         <translation>User: %1</translation>
     </message>
     <message>
-        <source>%1. Switch user (Ctrl+U)</source>
-        <translation>%1. Switch user (Ctrl+U)</translation>
+        <source>%1. Switch user</source>
+        <translation>%1. Switch user</translation>
     </message>
 </context>
 <context>
@@ -402,24 +386,12 @@
         <translation>Previous page</translation>
     </message>
     <message>
-        <source>Left</source>
-        <translation>Left</translation>
-    </message>
-    <message>
         <source>Next page</source>
         <translation>Next page</translation>
     </message>
     <message>
-        <source>Right</source>
-        <translation>Right</translation>
-    </message>
-    <message>
         <source>Stop the plan</source>
         <translation>Stop the plan</translation>
-    </message>
-    <message>
-        <source>Esc</source>
-        <translation>Esc</translation>
     </message>
     <message>
         <source>Page %1 of %2</source>
@@ -442,28 +414,8 @@
         <translation>Hold this page</translation>
     </message>
     <message>
-        <source>Space</source>
-        <translation>Space</translation>
-    </message>
-    <message>
         <source>Live view</source>
         <translation>Live view</translation>
-    </message>
-    <message>
-        <source>Save the plan</source>
-        <translation>Save the plan</translation>
-    </message>
-    <message>
-        <source>Ctrl+S</source>
-        <translation>Ctrl+S</translation>
-    </message>
-    <message>
-        <source>Ways to save</source>
-        <translation>Ways to save</translation>
-    </message>
-    <message>
-        <source>save as: Ctrl+Shift+S</source>
-        <translation>save as: Ctrl+Shift+S</translation>
     </message>
     <message>
         <source>Time left for this page</source>
@@ -515,6 +467,33 @@
     <message>
         <source>Window %1: no camera</source>
         <translation>Window %1: no camera</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWindowActions</name>
+    <message>
+        <source>Save the plan</source>
+        <translation>Save the plan</translation>
+    </message>
+    <message>
+        <source>Save as a new plan...</source>
+        <translation>Save as a new plan…</translation>
+    </message>
+    <message>
+        <source>Ways to save</source>
+        <translation>Ways to save</translation>
+    </message>
+    <message>
+        <source>Plans played lately</source>
+        <translation>Plans played lately</translation>
+    </message>
+    <message>
+        <source>Switch user</source>
+        <translation>Switch user</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Settings</translation>
     </message>
 </context>
 <context>

@@ -105,6 +105,53 @@
     </message>
 </context>
 <context>
+    <name>QShortcut</name>
+    <message>
+        <source>Space</source>
+        <translation>空格</translation>
+    </message>
+    <message>
+        <source>Return</source>
+        <translation>回车</translation>
+    </message>
+    <message>
+        <source>Del</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>Ins</source>
+        <translation>Insert</translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation>左箭头</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>上箭头</translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation>右箭头</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>下箭头</translation>
+    </message>
+    <message>
+        <source>PgUp</source>
+        <translation>Page Up</translation>
+    </message>
+    <message>
+        <source>PgDown</source>
+        <translation>Page Down</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>菜单键</translation>
+    </message>
+</context>
+<context>
     <name>ResourceTreeKit</name>
     <message>
         <source>%1 cameras</source>
@@ -271,22 +318,6 @@
         <translation>预案类别</translation>
     </message>
     <message>
-        <source>Plans played lately</source>
-        <translation>最近播放的预案</translation>
-    </message>
-    <message>
-        <source>Plans played lately (Ctrl+H)</source>
-        <translation>最近播放的预案 (Ctrl+H)</translation>
-    </message>
-    <message>
-        <source>Settings</source>
-        <translation>设置</translation>
-    </message>
-    <message>
-        <source>Settings (Ctrl+,)</source>
-        <translation>设置 (Ctrl+,)</translation>
-    </message>
-    <message>
         <source>The plan is being fetched...</source>
         <translation>正在获取预案...</translation>
     </message>
@@ -391,8 +422,8 @@
         <translation>用户：%1</translation>
     </message>
     <message>
-        <source>%1. Switch user (Ctrl+U)</source>
-        <translation>%1。切换用户 (Ctrl+U)</translation>
+        <source>%1. Switch user</source>
+        <translation>%1。切换用户</translation>
     </message>
 </context>
 <context>
@@ -402,24 +433,12 @@
         <translation>上一页</translation>
     </message>
     <message>
-        <source>Left</source>
-        <translation>左箭头</translation>
-    </message>
-    <message>
         <source>Next page</source>
         <translation>下一页</translation>
     </message>
     <message>
-        <source>Right</source>
-        <translation>右箭头</translation>
-    </message>
-    <message>
         <source>Stop the plan</source>
         <translation>停止预案</translation>
-    </message>
-    <message>
-        <source>Esc</source>
-        <translation>Esc</translation>
     </message>
     <message>
         <source>Page %1 of %2</source>
@@ -442,28 +461,8 @@
         <translation>停留在此页</translation>
     </message>
     <message>
-        <source>Space</source>
-        <translation>空格</translation>
-    </message>
-    <message>
         <source>Live view</source>
         <translation>实时预览</translation>
-    </message>
-    <message>
-        <source>Save the plan</source>
-        <translation>保存预案</translation>
-    </message>
-    <message>
-        <source>Ctrl+S</source>
-        <translation>Ctrl+S</translation>
-    </message>
-    <message>
-        <source>Ways to save</source>
-        <translation>保存方式</translation>
-    </message>
-    <message>
-        <source>save as: Ctrl+Shift+S</source>
-        <translation>另存为：Ctrl+Shift+S</translation>
     </message>
     <message>
         <source>Time left for this page</source>
@@ -515,6 +514,33 @@
     <message>
         <source>Window %1: no camera</source>
         <translation>窗口 %1：无摄像机</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWindowActions</name>
+    <message>
+        <source>Save the plan</source>
+        <translation>保存预案</translation>
+    </message>
+    <message>
+        <source>Save as a new plan...</source>
+        <translation>另存为新预案…</translation>
+    </message>
+    <message>
+        <source>Ways to save</source>
+        <translation>保存方式</translation>
+    </message>
+    <message>
+        <source>Plans played lately</source>
+        <translation>最近播放的预案</translation>
+    </message>
+    <message>
+        <source>Switch user</source>
+        <translation>切换用户</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
     </message>
 </context>
 <context>

@@ -1,9 +1,11 @@
 #include "wall/wall_bar.h"
 
+#include <QAction>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
 
+#include "MarUIControl/key_guide.h"
 #include "wall/plain_text_tip.h"
 
 namespace TarnClient {
@@ -14,6 +16,13 @@ constexpr int kLeastText = 40;
 
 QIcon Icon(const char* name) {
   return QIcon(QStringLiteral(":/TarnClient/images/%1.svg").arg(QLatin1String(name)));
+}
+
+void Label(QToolButton* button, const QString& text) {
+  QAction* action = button->defaultAction();
+  action->setText(text);
+  action->setToolTip(MarUIControl::TipWithKeys(text, action->shortcuts()));
+  button->setAccessibleName(text);
 }
 
 void ElideInto(QLabel* label, const QString& text) {
@@ -66,29 +75,34 @@ void CWallBar::AddTexts() {
 }
 
 void CWallBar::AddButtons() {
-  previous_ = AddButton("previous", "wall_previous_btn", &CWallBar::SignalPrevious);
-  pause_ = AddButton("pause", "wall_pause_btn", &CWallBar::SignalPause);
-  next_ = AddButton("next", "wall_next_btn", &CWallBar::SignalNext);
-  stop_ = AddButton("stop", "wall_stop_btn", &CWallBar::SignalStop);
-  Label(stop_, tr("Stop the plan"), tr("Esc"));
-  save_ = AddButton("save", "wall_save_btn", &CWallBar::SignalSave);
-  save_menu_ = AddButton("drop_down", "wall_save_menu_btn", &CWallBar::SignalSaveMenu);
+  previous_ = AddCommand("previous", "wall_previous_btn", Qt::Key_Left, &CWallBar::SignalPrevious);
+  pause_ = AddCommand("pause", "wall_pause_btn", Qt::Key_Space, &CWallBar::SignalPause);
+  next_ = AddCommand("next", "wall_next_btn", Qt::Key_Right, &CWallBar::SignalNext);
+  stop_ = AddCommand("stop", "wall_stop_btn", Qt::Key_Escape, &CWallBar::SignalStop);
+  Label(stop_, tr("Stop the plan"));
+  save_ = AddButton("wall_save_btn");
+  save_menu_ = AddButton("wall_save_menu_btn");
 }
 
-QToolButton* CWallBar::AddButton(const char* icon, const char* name, void (CWallBar::*clicked)()) {
+QToolButton* CWallBar::AddButton(const char* name) {
   auto* button = new QToolButton(this);
   button->setObjectName(QString::fromLatin1(name));
-  button->setIcon(Icon(icon));
   button->setIconSize(QSize(20, 20));
   button->setFocusPolicy(Qt::TabFocus);
   layout()->addWidget(button);
-  connect(button, &QToolButton::clicked, this, clicked);
   return button;
 }
 
-void CWallBar::Label(QToolButton* button, const QString& text, const QString& keys) {
-  button->setAccessibleName(text);
-  button->setToolTip(QStringLiteral("%1 (%2)").arg(text, keys));
+// The wall takes the keys wherever in it the focus is; of its own an action has them at its button alone.
+QToolButton* CWallBar::AddCommand(const char* icon, const char* name, int key, void (CWallBar::*wanted)()) {
+  auto* action = new QAction(Icon(icon), QString(), this);
+  action->setShortcut(key);
+  action->setShortcutContext(Qt::WidgetShortcut);
+  action->setShortcutVisibleInContextMenu(true);
+  connect(action, &QAction::triggered, this, wanted);
+  QToolButton* button = AddButton(name);
+  button->setDefaultAction(action);
+  return button;
 }
 
 void CWallBar::ShowPlan(const QString& name, const QString& page_name, int page, int pages, bool in_turn) {
@@ -111,14 +125,14 @@ void CWallBar::ShowPlan(const QString& name, const QString& page_name, int page,
 
 void CWallBar::LabelSteps(bool several, bool in_turn) {
   if (!in_turn) {
-    Label(previous_, tr("Previous page"), tr("Left"));
-    Label(next_, tr("Next page"), tr("Right"));
+    Label(previous_, tr("Previous page"));
+    Label(next_, tr("Next page"));
   } else if (several) {
-    Label(previous_, tr("Previous page or plan"), tr("Left"));
-    Label(next_, tr("Next page or plan"), tr("Right"));
+    Label(previous_, tr("Previous page or plan"));
+    Label(next_, tr("Next page or plan"));
   } else {
-    Label(previous_, tr("Previous plan"), tr("Left"));
-    Label(next_, tr("Next plan"), tr("Right"));
+    Label(previous_, tr("Previous plan"));
+    Label(next_, tr("Next plan"));
   }
 }
 
@@ -126,11 +140,11 @@ void CWallBar::ShowTimes(int page_seconds, int turn_seconds, bool held) {
   ShowTime(time_, page_seconds, held);
   ShowTime(turn_time_, turn_seconds, held);
   if (held) {
-    pause_->setIcon(Icon("resume"));
-    Label(pause_, in_turn_ ? tr("Go on with the cycle") : tr("Go on turning pages"), tr("Space"));
+    pause_->defaultAction()->setIcon(Icon("resume"));
+    Label(pause_, in_turn_ ? tr("Go on with the cycle") : tr("Go on turning pages"));
   } else {
-    pause_->setIcon(Icon("pause"));
-    Label(pause_, in_turn_ ? tr("Hold this plan") : tr("Hold this page"), tr("Space"));
+    pause_->defaultAction()->setIcon(Icon("pause"));
+    Label(pause_, in_turn_ ? tr("Hold this plan") : tr("Hold this page"));
   }
 }
 
@@ -155,20 +169,6 @@ void CWallBar::ShowCycle(const QString& text) {
   cycle_text_ = text;
   cycle_->setVisible(!text.isEmpty());
   ElideTexts();
-}
-
-void CWallBar::ShowSaving(const QString& why_not_save, const QString& why_not_save_as) {
-  Offer(save_, tr("Save the plan"), tr("Ctrl+S"), why_not_save);
-  Offer(save_menu_, tr("Ways to save"), tr("save as: Ctrl+Shift+S"), why_not_save_as);
-}
-
-void CWallBar::Offer(QToolButton* button, const QString& text, const QString& keys, const QString& why_not) {
-  Label(button, text, keys);
-  button->setEnabled(why_not.isEmpty());
-  if (!why_not.isEmpty()) {
-    button->setToolTip(QStringLiteral("%1: %2").arg(text, why_not));
-  }
-  button->setAccessibleDescription(why_not);
 }
 
 QPoint CWallBar::SavePlace(int width) const {

@@ -21,8 +21,9 @@ class CWallBar : public QWidget {
   void ShowNothing();
   /// Where a group cycle is; an empty text when none runs.
   void ShowCycle(const QString& text);
-  /// An empty reason means that it can be done.
-  void ShowSaving(const QString& why_not_save, const QString& why_not_save_as);
+  /// What the save buttons do is the window's.
+  QToolButton* SaveButton() const { return save_; }
+  QToolButton* SaveMenuButton() const { return save_menu_; }
   /// Where on the screen something so wide opens below the save control, within the window.
   QPoint SavePlace(int width) const;
 
@@ -31,8 +32,6 @@ class CWallBar : public QWidget {
   void SignalNext();
   void SignalPause();
   void SignalStop();
-  void SignalSave();
-  void SignalSaveMenu();
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -40,9 +39,8 @@ class CWallBar : public QWidget {
  private:
   void AddTexts();
   void AddButtons();
-  QToolButton* AddButton(const char* icon, const char* name, void (CWallBar::*clicked)());
-  void Label(QToolButton* button, const QString& text, const QString& keys);
-  void Offer(QToolButton* button, const QString& text, const QString& keys, const QString& why_not);
+  QToolButton* AddButton(const char* name);
+  QToolButton* AddCommand(const char* icon, const char* name, int key, void (CWallBar::*wanted)());
   void ShowTime(QLabel* label, int seconds, bool held);
   void ElideTexts();
   void SetPartsVisible(bool playing, bool several, bool in_turn);

@@ -6,7 +6,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QScreen>
-#include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTabBar>
@@ -29,6 +28,7 @@
 #include "wall/wall_bar.h"
 #include "window/store_state.h"
 #include "window/user_menu.h"
+#include "window/window_actions.h"
 #include "window/window_size.h"
 
 namespace TarnClient {
@@ -48,6 +48,7 @@ constexpr int kSideWidth = 330;
 CMainWindow::CMainWindow(Setup setup, QWidget* parent)
     : QMainWindow(parent),
       log_in_(std::move(setup.log_in)),
+      actions_(new CWindowActions(this)),
       tabs_(new QTabWidget(this)),
       wall_(new CLiveWall(&CTestPictureSource::Make, this, std::move(setup.cycle_clock))),
       player_(new CPlanPlayer(wall_, this)),
@@ -66,9 +67,9 @@ CMainWindow::CMainWindow(Setup setup, QWidget* parent)
   splitter->setSizes({kSideWidth, 4 * kSideWidth});
   setCentralWidget(splitter);
   BuildStatusBar(setup.user, setup.store_url);
+  ConnectActions();
   AddFamilies();
   ConnectMessages();
-  AddShortcuts();
   resize(WindowSizeFor(screen()->availableSize()));
   CurrentFamily().Panel()->GetPlanViewTree()->setFocus();
 }
@@ -88,42 +89,32 @@ QWidget* CMainWindow::BuildSide() {
 }
 
 void CMainWindow::BuildHistory() {
-  history_button_ = new QToolButton(tabs_);
-  history_button_->setObjectName(QStringLiteral("history_btn"));
-  history_button_->setIcon(QIcon(QStringLiteral(":/TarnClient/images/history.svg")));
-  history_button_->setIconSize(QSize(20, 20));
+  history_button_ = NewButton("history_btn", actions_->Of(WindowCommand::History));
   history_button_->setFocusPolicy(Qt::TabFocus);
-  history_button_->setAccessibleName(tr("Plans played lately"));
-  history_button_->setToolTip(tr("Plans played lately (Ctrl+H)"));
   tabs_->setCornerWidget(history_button_);
   history_popup_ = new CHistoryPopup(history_, this);
-  connect(history_button_, &QToolButton::clicked, this, &CMainWindow::OpenHistory);
   connect(history_popup_, &CHistoryPopup::SignalTaken, this, &CMainWindow::OnHistoryTaken);
   connect(player_, &CPlanPlayer::SignalPlayed, this, &CMainWindow::OnPlayed);
 }
 
 void CMainWindow::BuildStatusBar(const QString& user, const QString& store_url) {
-  user_menu_ = new CUserMenu(user, this);
+  user_menu_ = new CUserMenu(user, actions_, this);
   connect(user_menu_, &CUserMenu::SignalUserChosen, this, &CMainWindow::SwitchUser);
   connect(user_menu_, &CUserMenu::SignalFailed, this,
           [this](const QString& text) { ShowTip(text, CNomalMessage::Failure); });
   store_state_ = new CStoreState(store_url, this);
   statusBar()->addWidget(user_menu_);
   statusBar()->addWidget(store_state_, 1);
-  AddSettingsButton();
+  statusBar()->addPermanentWidget(NewButton("settings_btn", actions_->Of(WindowCommand::Settings)));
   statusBar()->setSizeGripEnabled(false);
 }
 
-void CMainWindow::AddSettingsButton() {
+QToolButton* CMainWindow::NewButton(const char* name, QAction* action) {
   auto* button = new QToolButton(this);
-  button->setObjectName(QStringLiteral("settings_btn"));
-  button->setIcon(QIcon(QStringLiteral(":/TarnClient/images/settings.svg")));
-  button->setIconSize(QSize(20, 20));
+  button->setObjectName(QString::fromLatin1(name));
   button->setFocusPolicy(Qt::StrongFocus);
-  button->setAccessibleName(tr("Settings"));
-  button->setToolTip(tr("Settings (Ctrl+,)"));
-  connect(button, &QToolButton::clicked, this, &CMainWindow::OpenSettings);
-  statusBar()->addPermanentWidget(button);
+  BindButton(button, action);
+  return button;
 }
 
 void CMainWindow::AddFamilies() {
@@ -150,15 +141,25 @@ void CMainWindow::ConnectMessages() {
   connect(player_, &CPlanPlayer::SignalAwaitedChanged, this, &CMainWindow::RenewAwaited);
 }
 
-void CMainWindow::AddShortcuts() {
-  const auto add = [this](const QKeySequence& keys, void (CMainWindow::*action)()) {
-    connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
-  };
-  add(QKeySequence(Qt::CTRL | Qt::Key_S), &CMainWindow::Save);
-  add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), &CMainWindow::SaveAs);
-  add(QKeySequence(Qt::CTRL | Qt::Key_H), &CMainWindow::OpenHistory);
-  add(QKeySequence(Qt::CTRL | Qt::Key_U), &CMainWindow::OpenUsers);
-  add(QKeySequence(Qt::CTRL | Qt::Key_Comma), &CMainWindow::OpenSettings);
+void CMainWindow::ConnectActions() {
+  actions_->Connect(WindowCommand::Save, [this] { Save(); });
+  actions_->Connect(WindowCommand::SaveAs, [this] { SaveAs(); });
+  actions_->Connect(WindowCommand::WaysToSave, [this] { OpenSaveMenu(); });
+  actions_->Connect(WindowCommand::History, [this] { OpenHistory(); });
+  actions_->Connect(WindowCommand::Settings, [this] { OpenSettings(); });
+  BindButton(wall_->Bar()->SaveButton(), actions_->Of(WindowCommand::Save));
+  BindButton(wall_->Bar()->SaveMenuButton(), actions_->Of(WindowCommand::WaysToSave));
+  connect(saver_, &CPlanSaver::SignalReasons, this, &CMainWindow::OnSaveReasons);
+}
+
+void CMainWindow::OnSaveReasons(const QString& why_not_save, const QString& why_not_save_as) {
+  actions_->SetReason(WindowCommand::Save, why_not_save);
+  actions_->SetReason(WindowCommand::SaveAs, why_not_save_as);
+  QString why_no_way;  // to save it, old or new
+  if (!why_not_save.isEmpty()) {
+    why_no_way = why_not_save_as;
+  }
+  actions_->SetReason(WindowCommand::WaysToSave, why_no_way);
 }
 
 // No shortcut: what has the focus may have a better use for Esc, as a search has.

@@ -11,6 +11,7 @@
 #include "wall/page_clock.h"
 #include "wall/plan_drop.h"
 
+class QAction;
 class QTabWidget;
 class QToolButton;
 
@@ -35,10 +36,10 @@ class CPlayHistory;
 class CSettingsDialog;
 class CStoreState;
 class CUserMenu;
+class CWindowActions;
 
-/// The client's window: a panel for each family of plans on the left, the live wall on the right. Keys: Ctrl+S and
-/// Ctrl+Shift+S save, Ctrl+H opens the history, Ctrl+U the users, Ctrl+Comma the settings, Esc stops. Made once the
-/// plan data's manager stands. Thread: GUI.
+/// The client's window: a panel for each family of plans on the left, the live wall on the right. Its commands and
+/// their keys are those of CWindowActions; Esc stops. Made once the plan data's manager stands. Thread: GUI.
 class CMainWindow : public QMainWindow {
   Q_OBJECT
  public:
@@ -59,6 +60,7 @@ class CMainWindow : public QMainWindow {
   /// Public plans first, then own ones.
   CPlanFamily& Family(size_t number) { return *families_.at(number); }
   size_t FamilyCount() const { return families_.size(); }
+  CWindowActions& Actions() { return *actions_; }
   /// The family whose panel is in front.
   CPlanFamily& CurrentFamily();
   void ShowFamily(size_t number);
@@ -96,8 +98,9 @@ class CMainWindow : public QMainWindow {
   void BuildStatusBar(const QString& user, const QString& store_url);
   void AddFamilies();
   void ConnectMessages();
-  void AddShortcuts();
-  void AddSettingsButton();
+  void ConnectActions();
+  QToolButton* NewButton(const char* name, QAction* action);
+  void OnSaveReasons(const QString& why_not_save, const QString& why_not_save_as);
   void OnDropped(const PlanDrop& drop);
   void OnPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
   void OnPlanUpdated(const view_plugin_protocol::UpdatePlanRequest& plan);
@@ -110,6 +113,7 @@ class CMainWindow : public QMainWindow {
 
   const std::function<bool(const QString&, QString*)> log_in_;
   std::function<void()> after_saving_;  // what waits for a plan to be saved
+  CWindowActions* actions_ = nullptr;
   QTabWidget* tabs_ = nullptr;
   CLiveWall* wall_ = nullptr;
   CPlanPlayer* player_ = nullptr;

@@ -6,7 +6,7 @@
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "host_calls/ask.h"
-#include "wall/plain_text_tip.h"
+#include "window/window_actions.h"
 
 namespace TarnClient {
 
@@ -27,22 +27,23 @@ QString Shown(QString name) {
 
 }  // namespace
 
-CUserMenu::CUserMenu(const QString& user, QWidget* parent) : QToolButton(parent), menu_(new QMenu(this)) {
+CUserMenu::CUserMenu(const QString& user, CWindowActions* actions, QWidget* parent)
+    : QToolButton(parent), actions_(actions), menu_(new QMenu(this)) {
   setObjectName(QStringLiteral("user_btn"));
-  setIcon(QIcon(QStringLiteral(":/TarnClient/images/user.svg")));
+  setDefaultAction(actions_->Of(WindowCommand::Users));
   setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   setFocusPolicy(Qt::StrongFocus);
   menu_->setObjectName(QStringLiteral("user_menu"));
   menu_->setAccessibleName(tr("Users"));
-  connect(this, &QToolButton::clicked, this, &CUserMenu::Open);
+  actions_->Connect(WindowCommand::Users, [this] { Open(); });
   SetUser(user);
 }
 
 void CUserMenu::SetUser(const QString& user) {
   user_ = user;
-  setText(Shown(user));
   setAccessibleName(tr("User: %1").arg(user));
-  setToolTip(PlainTextTip(tr("%1. Switch user (Ctrl+U)").arg(accessibleName())));
+  actions_->Of(WindowCommand::Users)->setIconText(Shown(user));
+  actions_->SetTipText(WindowCommand::Users, tr("%1. Switch user").arg(accessibleName()));
 }
 
 void CUserMenu::Open() {

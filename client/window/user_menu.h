@@ -8,12 +8,14 @@ class QMenu;
 
 namespace TarnClient {
 
+class CWindowActions;
+
 /// Button with the current user's name; opens the list of the service's users to switch to. Thread: GUI; the service is
 /// asked on the thread pool.
 class CUserMenu : public QToolButton {
   Q_OBJECT
  public:
-  CUserMenu(const QString& user, QWidget* parent);
+  CUserMenu(const QString& user, CWindowActions* actions, QWidget* parent);
 
   void SetUser(const QString& user);
   QString User() const { return user_; }
@@ -29,6 +31,7 @@ class CUserMenu : public QToolButton {
  private:
   void Show(const QStringList& users);
 
+  CWindowActions* const actions_;
   QString user_;
   QMenu* menu_ = nullptr;
   HostCalls::CCallScope calls_;

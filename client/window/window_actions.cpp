@@ -1,0 +1,105 @@
+#include "window/window_actions.h"
+
+#include <QAction>
+#include <QIcon>
+#include <QShortcut>
+#include <QToolButton>
+#include <QWidget>
+
+#include "MarUIControl/key_guide.h"
+
+namespace TarnClient {
+
+namespace {
+
+constexpr QSize kIconSize(20, 20);
+constexpr char kWhyNot[] = "why_not";
+
+struct Look {
+  const char* text;
+  const char* icon;  // null for none
+  QKeySequence keys;
+};
+
+std::array<Look, kWindowCommands> Looks() {
+  return {{
+      {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Save the plan"), "save", Qt::CTRL | Qt::Key_S},
+      {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Save as a new plan..."), nullptr,
+       Qt::CTRL | Qt::SHIFT | Qt::Key_S},
+      {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Ways to save"), "drop_down", {}},
+      {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Plans played lately"), "history", Qt::CTRL | Qt::Key_H},
+      {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Switch user"), "user", Qt::CTRL | Qt::Key_U},
+      {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Settings"), "settings", Qt::CTRL | Qt::Key_Comma},
+  }};
+}
+
+}  // namespace
+
+CWindowActions::CWindowActions(QWidget* window) : QObject(window) {
+  const auto looks = Looks();
+  for (size_t command = 0; command < looks.size(); ++command) {
+    const Look& look = looks[command];
+    Action& one = actions_[command];
+    one.tip = tr(look.text);
+    one.action = new QAction(one.tip, this);
+    if (look.icon) {
+      one.action->setIcon(QIcon(QStringLiteral(":/TarnClient/images/%1.svg").arg(QLatin1String(look.icon))));
+    }
+    one.action->setShortcut(look.keys);
+    one.action->setShortcutVisibleInContextMenu(true);
+    window->addAction(one.action);
+    RenewTip(one);
+  }
+}
+
+QList<QAction*> CWindowActions::All() const {
+  QList<QAction*> all;
+  for (const Action& one : actions_) {
+    all << one.action;
+  }
+  return all;
+}
+
+void CWindowActions::Connect(WindowCommand command, const std::function<void()>& run) {
+  QAction* action = Of(command);
+  connect(action, &QAction::triggered, this, run);
+  if (action->shortcut().isEmpty()) {
+    return;
+  }
+  auto* keys_while_off = new QShortcut(action->shortcut(), static_cast<QWidget*>(parent()));
+  const auto renew = [action, keys_while_off] { keys_while_off->setEnabled(!action->isEnabled()); };
+  connect(action, &QAction::changed, keys_while_off, renew);
+  connect(keys_while_off, &QShortcut::activated, this, run);
+  renew();
+}
+
+void CWindowActions::SetReason(WindowCommand command, const QString& why_not) {
+  Action& one = actions_[static_cast<size_t>(command)];
+  one.why_not = why_not;
+  RenewTip(one);
+  one.action->setEnabled(why_not.isEmpty());
+}
+
+void CWindowActions::SetTipText(WindowCommand command, const QString& text) {
+  Action& one = actions_[static_cast<size_t>(command)];
+  one.tip = text;
+  RenewTip(one);
+}
+
+void CWindowActions::RenewTip(const Action& one) {
+  one.action->setProperty(kWhyNot, one.why_not);
+  one.action->setToolTip(MarUIControl::TipWithKeys(one.tip, one.action->shortcuts(), one.why_not));
+}
+
+void BindButton(QToolButton* button, QAction* action) {
+  button->setDefaultAction(action);
+  button->setIconSize(kIconSize);
+  const auto renew = [button, action] {
+    button->setAccessibleName(action->text());
+    button->setAccessibleDescription(action->property(kWhyNot).toString());
+  };
+  QObject::connect(action, &QAction::changed, button, renew);
+  renew();
+}
+
+}  // namespace TarnClient
