@@ -1865,4 +1865,46 @@ never starts</translation>
         <translation>Search</translation>
     </message>
 </context>
+<context>
+    <name>TarnClient::CSettingsFile</name>
+    <message>
+        <source>%1 can only be read</source>
+        <translation>%1 can only be read</translation>
+    </message>
+    <message>
+        <source>%1 is not a file</source>
+        <translation>%1 is not a file</translation>
+    </message>
+    <message>
+        <source>%1 cannot be locked</source>
+        <translation>%1 cannot be locked</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CUserSettings</name>
+    <message>
+        <source>The disk does not answer</source>
+        <translation>The disk does not answer</translation>
+    </message>
+    <message>
+        <source>Some of your settings could not be read. They are as at a first start.</source>
+        <translation>Some of your settings could not be read. They are as at a first start.</translation>
+    </message>
+    <message>
+        <source>Your settings are damaged and cannot be read. They are as at a first start; the damaged file is kept as %1.</source>
+        <translation>Your settings are damaged and cannot be read. They are as at a first start; the damaged file is kept as %1.</translation>
+    </message>
+    <message>
+        <source>Your settings were saved by a newer version of the client. They are left as they are and not used.</source>
+        <translation>Your settings were saved by a newer version of the client. They are left as they are and not used.</translation>
+    </message>
+    <message>
+        <source>Your settings cannot be read: %1</source>
+        <translation>Your settings cannot be read: %1</translation>
+    </message>
+    <message>
+        <source>Your settings cannot be saved: %1</source>
+        <translation>Your settings cannot be saved: %1</translation>
+    </message>
+</context>
 </TS>

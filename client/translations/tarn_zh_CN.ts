@@ -1912,4 +1912,46 @@ never starts</source>
         <translation>搜索</translation>
     </message>
 </context>
+<context>
+    <name>TarnClient::CSettingsFile</name>
+    <message>
+        <source>%1 can only be read</source>
+        <translation>%1 只能读取</translation>
+    </message>
+    <message>
+        <source>%1 is not a file</source>
+        <translation>%1 不是文件</translation>
+    </message>
+    <message>
+        <source>%1 cannot be locked</source>
+        <translation>无法锁定 %1</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CUserSettings</name>
+    <message>
+        <source>The disk does not answer</source>
+        <translation>磁盘没有响应</translation>
+    </message>
+    <message>
+        <source>Some of your settings could not be read. They are as at a first start.</source>
+        <translation>您的部分设置无法读取，已恢复为初始值。</translation>
+    </message>
+    <message>
+        <source>Your settings are damaged and cannot be read. They are as at a first start; the damaged file is kept as %1.</source>
+        <translation>您的设置已损坏，无法读取，已恢复为初始值；损坏的文件将保留为 %1。</translation>
+    </message>
+    <message>
+        <source>Your settings were saved by a newer version of the client. They are left as they are and not used.</source>
+        <translation>您的设置由更新版本的客户端保存，将保持原样，且不会被使用。</translation>
+    </message>
+    <message>
+        <source>Your settings cannot be read: %1</source>
+        <translation>无法读取您的设置：%1</translation>
+    </message>
+    <message>
+        <source>Your settings cannot be saved: %1</source>
+        <translation>无法保存您的设置：%1</translation>
+    </message>
+</context>
 </TS>

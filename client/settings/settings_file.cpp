@@ -1,0 +1,201 @@
+#include "settings/settings_file.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QLockFile>
+#include <QSaveFile>
+#include <utility>
+
+namespace TarnClient {
+
+namespace {
+
+constexpr int kLockMs = 1500;
+constexpr QFileDevice::Permissions kOwnersFile = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+
+QString Shown(const QString& path) {
+  return QDir::toNativeSeparators(path);
+}
+
+QString Key(const char* key) {
+  return QString::fromLatin1(key);
+}
+
+QString ReadOnlyText(const QString& path) {
+  return QCoreApplication::translate("TarnClient::CSettingsFile", "%1 can only be read").arg(Shown(path));
+}
+
+QString NotAFileText(const QString& path) {
+  return QCoreApplication::translate("TarnClient::CSettingsFile", "%1 is not a file").arg(Shown(path));
+}
+
+QString LockedText(const QString& path) {
+  return QCoreApplication::translate("TarnClient::CSettingsFile", "%1 cannot be locked").arg(Shown(path));
+}
+
+CSettingsFile::Answer NotWritten(const QString& reason) {
+  return {SettingsTrouble::NotWritten, reason, {}};
+}
+
+// Object into object; anything else is replaced.
+void PutInto(QJsonObject& values, const QJsonObject& changed) {
+  for (auto value = changed.begin(); value != changed.end(); ++value) {
+    if (value->isObject() && values.value(value.key()).isObject()) {
+      QJsonObject inner = values.value(value.key()).toObject();
+      PutInto(inner, value->toObject());
+      values.insert(value.key(), inner);
+    } else {
+      values.insert(value.key(), *value);
+    }
+  }
+}
+
+// Who has not been here for longest goes first.
+QByteArray WithinBounds(QJsonObject content) {
+  QByteArray bytes = QJsonDocument(content).toJson();
+  while (bytes.size() > CSettingsFile::kMostBytes) {
+    QJsonArray users = content.value(Key("users")).toArray();
+    if (users.size() < 2) {
+      break;
+    }
+    users.removeLast();
+    content.insert(Key("users"), users);
+    bytes = QJsonDocument(content).toJson();
+  }
+  return bytes;
+}
+
+}  // namespace
+
+struct CSettingsFile::Whole {
+  SettingsTrouble trouble = SettingsTrouble::None;
+  QString reason;
+  QJsonObject content;
+};
+
+CSettingsFile::CSettingsFile(QString path, QString store, QString user)
+    : path_(std::move(path)), store_(std::move(store)), user_(std::move(user)) {}
+
+CSettingsFile::Whole CSettingsFile::ReadWhole() const {
+  const QFileInfo info(path_);
+  if (!info.exists() && !info.isSymLink()) {
+    return {SettingsTrouble::None, {}, {}};
+  }
+  if (!info.isFile()) {  // a pipe would hold the client up
+    return {SettingsTrouble::Unreadable, NotAFileText(path_), {}};
+  }
+  QFile file(path_);
+  if (!file.open(QIODevice::ReadOnly)) {
+    return {SettingsTrouble::Unreadable, file.errorString(), {}};
+  }
+  const QByteArray bytes = file.read(kMostBytes + 1);
+  const QJsonDocument document = QJsonDocument::fromJson(bytes);
+  const QJsonValue version = document.object().value(Key("version"));
+  if (bytes.size() > kMostBytes || version.toInt() < 1) {
+    return {SettingsTrouble::Damaged, {}, {}};
+  }
+  if (version.toInt() > kVersion) {
+    return {SettingsTrouble::Newer, {}, {}};
+  }
+  if (!document.object().value(Key("users")).isArray()) {
+    return {SettingsTrouble::Damaged, {}, {}};
+  }
+  return {SettingsTrouble::None, {}, document.object()};
+}
+
+int CSettingsFile::PlaceAmong(const QJsonArray& users) const {
+  for (int place = 0; place < users.size(); ++place) {
+    const QJsonValue user = users.at(place);
+    if (user[Key("store")].toString() == store_ && user[Key("user")].toString() == user_) {
+      return place;
+    }
+  }
+  return -1;
+}
+
+CSettingsFile::Answer CSettingsFile::Read() const {
+  if (!IsThere()) {
+    return {};
+  }
+  const Whole whole = ReadWhole();
+  Answer answer{whole.trouble, whole.reason, {}};
+  const QJsonArray users = whole.content.value(Key("users")).toArray();
+  answer.values = users.at(PlaceAmong(users)).toObject();
+  const QString read_only = WhyReadOnly();
+  if (answer.trouble == SettingsTrouble::None && !read_only.isEmpty()) {
+    answer.trouble = SettingsTrouble::NotWritten;
+    answer.reason = read_only;
+  }
+  return answer;
+}
+
+// Permissions are looked at themselves: an administrator could write all the same, but somebody did not mean that.
+QString CSettingsFile::WhyReadOnly() const {
+  const QFileInfo info(path_);
+  constexpr auto kAnyonesWrite = QFileDevice::WriteOwner | QFileDevice::WriteGroup | QFileDevice::WriteOther;
+  if (info.exists()) {
+    if (!info.isWritable() || !(info.permissions() & kAnyonesWrite)) {
+      return ReadOnlyText(path_);
+    }
+  }
+  const QFileInfo folder(info.absolutePath());
+  if (folder.exists() && !(folder.isDir() && folder.isWritable() && (folder.permissions() & kAnyonesWrite))) {
+    return ReadOnlyText(folder.filePath());
+  }
+  return QString();
+}
+
+CSettingsFile::Answer CSettingsFile::Write(const QJsonObject& changed) const {
+  if (!IsThere()) {
+    return {};
+  }
+  const QFileInfo folder(QFileInfo(path_).absolutePath());
+  if (!folder.exists() && QDir().mkpath(folder.filePath())) {
+    QFile::setPermissions(folder.filePath(), kOwnersFile | QFileDevice::ExeOwner);
+  }
+  const QString read_only = WhyReadOnly();
+  if (!read_only.isEmpty()) {
+    return NotWritten(read_only);
+  }
+  QLockFile lock(path_ + QStringLiteral(".lock"));
+  if (!lock.tryLock(kLockMs)) {
+    return NotWritten(LockedText(path_));
+  }
+  Whole whole = ReadWhole();
+  if (whole.trouble == SettingsTrouble::Newer || whole.trouble == SettingsTrouble::Unreadable) {
+    return {whole.trouble, whole.reason, {}};
+  }
+  if (whole.trouble == SettingsTrouble::Damaged) {
+    QFile::remove(KeptAs());
+    QFile::rename(path_, KeptAs());
+  }
+  QJsonArray users = whole.content.value(Key("users")).toArray();
+  const int place = PlaceAmong(users);
+  QJsonObject own{{Key("store"), store_}, {Key("user"), user_}};
+  if (place >= 0) {
+    own = users.takeAt(place).toObject();
+  }
+  PutInto(own, changed);
+  users.prepend(own);
+  whole.content.insert(Key("version"), kVersion);
+  whole.content.insert(Key("users"), users);
+  return WriteWhole(whole.content);
+}
+
+CSettingsFile::Answer CSettingsFile::WriteWhole(const QJsonObject& content) const {
+  QSaveFile file(path_);
+  if (!file.open(QIODevice::WriteOnly)) {
+    return NotWritten(file.errorString());
+  }
+  file.setPermissions(kOwnersFile);
+  file.write(WithinBounds(content));
+  if (!file.commit()) {
+    return NotWritten(file.errorString());
+  }
+  return {};
+}
+
+}  // namespace TarnClient

@@ -1,0 +1,145 @@
+#include "settings/user_settings.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <utility>
+
+#include "host_calls/ask.h"
+#include "marlog/marlog.h"
+
+namespace TarnClient {
+
+namespace {
+
+constexpr int kLaterMs = 2000;
+constexpr int kFlushMs = 1000;
+constexpr int kChooseMs = 2000;
+constexpr char kChosen[] = "chosen";
+constexpr char kRemembered[] = "remembered";
+
+QJsonObject PartOf(const QJsonObject& values, const char* part, bool* sound) {
+  const QJsonValue value = values.value(QLatin1String(part));
+  if (!value.isUndefined() && !value.isObject()) {
+    *sound = false;
+  }
+  return value.toObject();
+}
+
+}  // namespace
+
+CUserSettings::CUserSettings(QString path, QObject* parent)
+    : QObject(parent), path_(std::move(path)), writer_(std::make_unique<QThreadPool>()) {
+  writer_->setMaxThreadCount(1);
+  later_.setSingleShot(true);
+  later_.setInterval(kLaterMs);
+  connect(&later_, &QTimer::timeout, this, &CUserSettings::WriteRemembered);
+}
+
+CUserSettings::~CUserSettings() {
+  if (!Flush()) {
+    writer_.release();  // its end would wait for the disk
+  }
+}
+
+QString CUserSettings::UsualPath() {
+  return QDir(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation))
+      .filePath(QStringLiteral("settings.json"));
+}
+
+void CUserSettings::Load(const QString& store, const QString& user) {
+  Flush();
+  file_ = CSettingsFile(path_, store, user);
+  const CSettingsFile::Answer answer = file_.Read();
+  trouble_ = answer.trouble;
+  reason_ = answer.reason;
+  is_sound_ = true;
+  chosen_ = ChosenSettings::FromJson(PartOf(answer.values, kChosen, &is_sound_), &is_sound_);
+  remembered_ = RememberedDesk::FromJson(PartOf(answer.values, kRemembered, &is_sound_), &is_sound_);
+  if (!TroubleText().isEmpty()) {
+    marlog::Write("LyraClientError", marlog::Error, "%s", qUtf8Printable(TroubleText()));
+  }
+}
+
+bool CUserSettings::Choose(const ChosenSettings& chosen, QString* error) {
+  auto answer = std::make_shared<CSettingsFile::Answer>();
+  writer_->start([file = file_, chosen, answer] { *answer = file.Write({{QLatin1String(kChosen), chosen.ToJson()}}); });
+  if (!writer_->waitForDone(kChooseMs)) {
+    *error = tr("The disk does not answer");
+    return false;
+  }
+  if (answer->trouble != SettingsTrouble::None) {
+    *error = TextOf(answer->trouble, answer->reason);
+    return false;
+  }
+  chosen_ = chosen;
+  Q_EMIT SignalChosen();
+  return true;
+}
+
+void CUserSettings::Remember(const RememberedDesk& desk) {
+  if (desk == remembered_) {
+    return;
+  }
+  remembered_ = desk;
+  if (!later_.isActive()) {
+    later_.start();
+  }
+}
+
+void CUserSettings::WriteRemembered() {
+  HostCalls::Ask([file = file_, part = remembered_.ToJson()] {
+    return file.Write({{QLatin1String(kRemembered), part}});
+  })
+      .On(*writer_)
+      .Then(this, [this](const CSettingsFile::Answer& answer) { OnWritten(answer); });
+}
+
+bool CUserSettings::Flush() {
+  if (later_.isActive()) {
+    later_.stop();
+    WriteRemembered();
+  }
+  return writer_->waitForDone(kFlushMs);
+}
+
+void CUserSettings::OnWritten(const CSettingsFile::Answer& answer) {
+  if (answer.trouble == trouble_) {
+    return;
+  }
+  const bool was_silent = trouble_ == SettingsTrouble::None;
+  trouble_ = answer.trouble;
+  reason_ = answer.reason;
+  is_sound_ = true;
+  if (was_silent) {
+    marlog::Write("LyraClientError", marlog::Error, "%s", qUtf8Printable(TroubleText()));
+    Q_EMIT SignalTrouble(TroubleText());
+  }
+}
+
+QString CUserSettings::TroubleText() const {
+  if (trouble_ == SettingsTrouble::None && !is_sound_) {
+    return tr("Some of your settings could not be read. They are as at a first start.");
+  }
+  return TextOf(trouble_, reason_);
+}
+
+QString CUserSettings::TextOf(SettingsTrouble trouble, const QString& reason) const {
+  switch (trouble) {
+    case SettingsTrouble::Damaged:
+      return tr("Your settings are damaged and cannot be read. They are as at a first start; the damaged file is kept "
+                "as %1.")
+          .arg(QDir::toNativeSeparators(file_.KeptAs()));
+    case SettingsTrouble::Newer:
+      return tr("Your settings were saved by a newer version of the client. They are left as they are and not used.");
+    case SettingsTrouble::Unreadable:
+      return tr("Your settings cannot be read: %1").arg(reason);
+    case SettingsTrouble::NotWritten:
+      return tr("Your settings cannot be saved: %1").arg(reason);
+    case SettingsTrouble::None:
+      break;
+  }
+  return QString();
+}
+
+}  // namespace TarnClient
