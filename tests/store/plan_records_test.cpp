@@ -47,6 +47,8 @@ class PlanRecordsTest : public CStoreTest {
   void UpdatesByRevision();
   void MovesPlans();
   void Searches();
+  void FindsPlansByTheirCameras();
+  void FollowsTheNamesOfCameras();
   void FindsTheAutomaticPlan_data();
   void FindsTheAutomaticPlan();
   void KeepsADefaultViewPerUser();
@@ -175,6 +177,51 @@ void PlanRecordsTest::Searches() {
   }
   QCOMPARE(ann_.Update(TarnTest::ChangedPlan(ann_.Plan("Gate A"), "Door")), QString());
   QCOMPARE(ann_.Search("gate", 0), QStringList{"Gate B@North"});
+}
+
+// By name first, then by camera; every plan once, with the first of its cameras that fits.
+void PlanRecordsTest::FindsPlansByTheirCameras() {
+  const view::PlanWindow dock = {1, 1, "7", "Gate 4 dock", 0, 0}, of_older_host = {2, 0, "7", "Gate 4 dock", 0, 0};
+  const view::PlanWindow web_page = {3, 9, "7", "Gate page", 0, 0};
+  const auto add = [&](const char* group, const char* name, std::list<view::PlanWindow> windows) {
+    const std::string parent = ann_.Group("-1", group);
+    QCOMPARE(ann_.AddPlan(NewPlan(name, parent.empty() ? "-2" : parent, {TarnTest::Page(1, 4, windows)})), QString());
+  };
+  add("Gates", "Docks", {of_older_host, {4, 1, "8", "Gate 5", 0, 0}});
+  add("Gates", "Gate with its camera", {dock, dock});
+  add("Gates", "No camera", {web_page});
+  add("", "My docks", {dock});
+  QCOMPARE(ann_.Found("gAtE", 0), QStringList({"Gates/Gate A", "Gates/North/Gate B", "Gates/Gate with its camera",
+                                               "Gates/Docks (Gate 4 dock)"}));
+  QCOMPARE(ann_.Found("gate", 1), QStringList({"Ann's/Ann's gate", "My docks (Gate 4 dock)"}));
+  QCOMPARE(bob_.Found("dock", 1), QStringList());  // others' own plans neither by name nor by camera
+  QCOMPARE(ann_.Found("gate 5", 0), QStringList("Gates/Docks (Gate 5)"));
+
+  // As it is stored from then on, also for the other client, and gone with the plan.
+  auto request = ann_.Unchanged(ann_.Plan("Docks"));
+  request.pages = {TarnTest::Page(1, 1, {{1, 1, "9", "Quay", 0, 0}})};
+  QCOMPARE(ann_.Update(request), QString());
+  QCOMPARE(ann_.Found("gate 5", 0) + ann_.Found("quay", 0), QStringList("Gates/Docks (Quay)"));
+  QTRY_COMPARE(bob_.Found("quay", 0), QStringList("Gates/Docks (Quay)"));
+  QCOMPARE(bob_.Found("gate 5", 0), QStringList());
+  QCOMPARE(ann_.DeletePlan(ann_.Plan("Docks")), QString());
+  QCOMPARE(ann_.Found("quay", 0), QStringList());
+}
+
+// Windows keep the name of the day they were saved; the site may have another one by now.
+void PlanRecordsTest::FollowsTheNamesOfCameras() {
+  const std::string plan = ann_.Plan("Top");
+  auto request = ann_.Unchanged(plan);
+  const std::string camera = request.pages.front().windows.front().resource_code;
+  request.pages = {TarnTest::Page(1, 1, {{1, 1, camera, "Old barrier", 0, 0}})};
+  QCOMPARE(ann_.Update(request), QString());
+  QCOMPARE(ann_.Found("barrier", 0), QStringList("Top (Old barrier)"));
+  QVERIFY(ann_.Found("LANE", 0).contains("Top (Lane camera)"));
+  fixture_->RunPastTheStore("UPDATE camera SET name = 'New barrier' WHERE id = " + QString::fromStdString(camera));
+  ann_->ClearViewData();
+  QTRY_VERIFY(ann_.Found("new b", 0).contains("Top (New barrier)"));
+  QVERIFY(!ann_.Found("lane", 0).contains("Top (Lane camera)"));
+  QVERIFY(ann_.Found("barrier", 0).contains("Top (Old barrier)"));  // what its window says comes first
 }
 
 void PlanRecordsTest::FindsTheAutomaticPlan_data() {

@@ -54,7 +54,7 @@ PlanSite SmallSite() {
   site.root_name = "All plans";
   site.users = {{"ann", {5, 6, 7}}, {"bob", {5, 6}}, {"cid", {}}, {"dora", {7}}, {"eve", {5}}, {"fred", {6}}};
   site.regions = {{"Yard", -1}};
-  site.cameras = {{"Gate camera", 0, true, {"Wide", "Close"}, {0, 1}}, {"Yard camera", 0, false, {}, {0}}};
+  site.cameras = {{"Lane camera", 0, true, {"Wide", "Close"}, {0, 1}}, {"Yard camera", 0, false, {}, {0}}};
   site.groups = {
       {"Gates", -1, 0, -1}, {"North", 0, 0, -1}, {"Ann's", -1, 1, 0}, {"Bob's", -1, 1, 1}, {"Common", -1, 2, -1}};
   const std::vector<view::PlanPage> pages = {CameraPage(1, 2, {"#0", "#1"}), CameraPage(2, 1)};

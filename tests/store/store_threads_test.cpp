@@ -20,6 +20,10 @@ namespace {
     }                                                                      \
   } while (false)
 
+std::string Fold(const std::string& name) {
+  return name;
+}
+
 GroupRow Group(int32_t code, int32_t parent, int32_t family = PublicFamily, int32_t owner = 0) {
   return {code, parent, family, owner, "group " + std::to_string(code)};
 }
@@ -38,7 +42,7 @@ PlanRow Plan(int32_t code, int32_t parent, int32_t family = PublicFamily, int32_
 }
 
 void TestRemovedRowsLeaveNothing() {
-  CPlanCatalog catalog;
+  CPlanCatalog catalog(&Fold);
   catalog.Replace({Group(1, PublicRoot), Group(2, 1), Group(3, OwnRoot, OwnFamily, 7)},
                   {Plan(10, 2), Plan(12, 3, OwnFamily, 7), Plan(13, 99)});
   REQUIRE(!catalog.FindPlan(13, 7));
@@ -50,7 +54,7 @@ void TestRemovedRowsLeaveNothing() {
 
 // Rows that were changed past the program, one after the other on one catalog.
 void TestGroupsThatMoved() {
-  CPlanCatalog catalog;
+  CPlanCatalog catalog(&Fold);
   // The parent has the higher code; two are each other's parent, one is its own.
   catalog.Replace({Group(1, 5), Group(2, 1), Group(5, PublicRoot), Group(6, 7), Group(7, 6), Group(8, 8)},
                   {Plan(10, 2), Plan(11, 6), Plan(12, 8)});
@@ -84,7 +88,7 @@ void TestLevelsAreBounded() {
   for (int32_t code = 1; code <= kChain; ++code) {
     chain.push_back(Group(code, code == 1 ? int32_t{PublicRoot} : code - 1));
   }
-  CPlanCatalog catalog;
+  CPlanCatalog catalog(&Fold);
   catalog.Replace(chain, {Plan(kChain + 1, kChain), Plan(kChain + 2, 1)});
   REQUIRE(catalog.FindGroup(CPlanCatalog::kMostLevels, 0) && !catalog.FindGroup(CPlanCatalog::kMostLevels + 1, 0));
   REQUIRE(!catalog.FindPlan(kChain + 1, 0) && catalog.FindPlan(kChain + 2, 0));
@@ -110,7 +114,7 @@ void TestFeed() {
 }
 
 void TestReadersAndAWriter() {
-  CPlanCatalog catalog;
+  CPlanCatalog catalog(&Fold);
   CChangeFeed feed("me");
   std::atomic<bool> stop{false};
   const auto read = [&] {
@@ -124,7 +128,11 @@ void TestReadersAndAWriter() {
         }
       });
       for (const CPlanCatalog::Hit& hit : catalog.Search("plan", PublicFamily, 7)) {
-        REQUIRE(hit.parent_name == "group " + std::to_string(hit.plan.parent));
+        REQUIRE(hit.groups_above.back() == "group " + std::to_string(hit.plan.parent));
+        REQUIRE(hit.shown_camera.empty());
+      }
+      for (const CPlanCatalog::Hit& hit : catalog.Search("door", PublicFamily, 7)) {
+        REQUIRE(hit.shown_camera == "door " + std::to_string(hit.plan.code));
       }
       catalog.AutomaticPlan(150, 7);
       catalog.FindByName("plan 15", 7);
@@ -140,7 +148,9 @@ void TestReadersAndAWriter() {
   for (int round = 0; round < 100; ++round) {
     catalog.Replace({Group(1, PublicRoot), Group(2, 1)}, {Plan(10, 1), Plan(11, 2)});
     for (int32_t code = 12; code < 40; ++code) {
-      catalog.Put(Plan(code, 1 + code % 2));
+      PlanRow row = Plan(code, 1 + code % 2);
+      row.cameras = catalog.Cameras().NumbersOf({{"3", "door " + std::to_string(code)}});
+      catalog.Put(row);
       feed.Take({{++seq, "you", ChangeEntry::kPlanSaved, code}}, seq);
     }
     for (int32_t code = 12; code < 40; ++code) {

@@ -85,6 +85,24 @@ QStringList CPlanCalls::Search(const char* text, int scope) const {
   return NamesAndPlaces(response.plans, &view::SearchedPlan::group_name);
 }
 
+QStringList CPlanCalls::Found(const char* text, int scope) const {
+  view::SearchPlanResponse response;
+  if (!Host().SearchPlan({text, scope}, response)) {
+    return {"!" + Failure(false, response)};
+  }
+  QStringList hits;
+  for (const view::SearchedPlan& plan : response.plans) {
+    std::string hit;
+    for (const std::string& group : plan.groups_above) {
+      hit += group + "/";
+    }
+    hit += plan.name;
+    hit += plan.shown_camera.empty() ? std::string() : " (" + plan.shown_camera + ")";
+    hits.append(QString::fromStdString(hit));
+  }
+  return hits;
+}
+
 std::string CPlanCalls::DefaultView() const {
   view::GetClientDefaultViewConfigResponse response;
   return Host().GetClientViewConfig({}, response) ? response.index_code : "!" + response.error_info;

@@ -26,6 +26,8 @@ class CPlanCalls {
   std::string Group(const Text& parent, const std::string& name) const;
   GetPlanDetailResponse Detail(const Text& plan, int kind = 0) const;
   QStringList Search(const char* text, int scope) const;
+  /// Hits with what their second line says: "Gates/North/Gate B", and of one found by a camera "... (camera)".
+  QStringList Found(const char* text, int scope) const;
   std::string DefaultView() const;
 
   QString AddGroup(const Text& parent, const Text& name, std::string* code = nullptr) const;

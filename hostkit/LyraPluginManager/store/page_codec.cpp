@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "plan_rules/window_content.h"
 #include "store/text_rules.h"
 
 namespace TarnHost::Store {
@@ -119,6 +120,38 @@ std::optional<std::list<PlanPage>> PagesFromText(const QString& text) {
   const QJsonDocument json = QJsonDocument::fromJson(text.toUtf8());
   std::list<PlanPage> pages;
   return json.isArray() && ReadAll(json.array(), &pages) ? std::make_optional(std::move(pages)) : std::nullopt;
+}
+
+std::vector<NamedCamera> CamerasOf(const std::list<PlanPage>& pages) {
+  std::vector<NamedCamera> cameras;
+  for (const PlanPage& page : pages) {
+    for (const PlanWindow& window : page.windows) {
+      if (view_plugin_protocol::IsCamera(window)) {
+        cameras.push_back({window.resource_code, window.resource_name});
+      }
+    }
+  }
+  return cameras;
+}
+
+std::vector<NamedCamera> CamerasInText(const QString& text) {
+  std::vector<NamedCamera> cameras;
+  if (!text.contains(QLatin1String("\"code\""))) {
+    return cameras;  // windows that show something name it
+  }
+  const QJsonArray pages = QJsonDocument::fromJson(text.toUtf8()).array();
+  for (const QJsonValue& page : pages) {
+    const QJsonArray windows = page[QLatin1String("windows")].toArray();
+    for (const QJsonValue& json : windows) {
+      PlanWindow window;
+      window.content_kind = json[QLatin1String("kind")].toInt();
+      window.resource_code = json[QLatin1String("code")].toString().toStdString();
+      if (view_plugin_protocol::IsCamera(window)) {
+        cameras.push_back({window.resource_code, json[QLatin1String("name")].toString().toStdString()});
+      }
+    }
+  }
+  return cameras;
 }
 
 }  // namespace TarnHost::Store

@@ -59,7 +59,7 @@ int32_t WaitFor(const PlanRow& row, int32_t now) {
 }  // namespace
 
 void CPlanCatalog::Replace(const std::vector<GroupRow>& groups, const std::vector<PlanRow>& plans) {
-  CPlanCatalog fresh;  // built and, with the old content in it, destroyed while readers go on
+  CPlanCatalog fresh(nullptr);  // rows alone: built and, with the old ones in it, destroyed while readers go on
   fresh.groups_.reserve(groups.size());
   fresh.plans_.reserve(plans.size());
   fresh.PutGroups(groups);
@@ -70,7 +70,7 @@ void CPlanCatalog::Replace(const std::vector<GroupRow>& groups, const std::vecto
 }
 
 void CPlanCatalog::Clear() {
-  CPlanCatalog empty;
+  CPlanCatalog empty(nullptr);
   Swap(empty);
 }
 
@@ -128,9 +128,10 @@ const PlanRow& CPlanCatalog::PlanAt(int32_t code, const Place& place) const {
 
 CPlanCatalog::Hit CPlanCatalog::HitOf(const PlanRow& row) const {
   Hit hit{row, {}};
-  if (const GroupNode* parent = FindIn(groups_, row.parent)) {
-    hit.parent_name = GroupAt(row.parent, parent->place).name;
+  for (int32_t code = row.parent; const GroupNode* group = FindIn(groups_, code); code = group->place.parent) {
+    hit.groups_above.push_back(GroupAt(code, group->place).name);
   }
+  std::reverse(hit.groups_above.begin(), hit.groups_above.end());
   return hit;
 }
 
@@ -171,12 +172,19 @@ std::optional<int> CPlanCatalog::CountChildren(int32_t group) const {
 }
 
 std::vector<CPlanCatalog::Hit> CPlanCatalog::Search(const std::string& folded, int32_t family, int32_t user) const {
+  const CFoundCameras cameras = cameras_.Find(folded);
   std::vector<Hit> hits;
   const std::shared_lock<CFairSharedMutex> lock(mutex_);
   const auto search = [&](const Children& children) {
     for (const PlanRow& row : children.plans) {
-      if (row.family == family && row.folded_name.find(folded) != std::string::npos) {
+      if (row.family != family) {
+        continue;
+      }
+      if (row.folded_name.find(folded) != std::string::npos) {
         hits.push_back(HitOf(row));
+      } else if (const std::string* camera = cameras.FirstOf(row.cameras)) {
+        hits.push_back(HitOf(row));
+        hits.back().shown_camera = *camera;
       }
     }
   };
@@ -188,7 +196,8 @@ std::vector<CPlanCatalog::Hit> CPlanCatalog::Search(const std::string& folded, i
       search(node.children);
     }
   }
-  std::sort(hits.begin(), hits.end(), [](const Hit& a, const Hit& b) { return a.plan.code < b.plan.code; });
+  const auto rank = [](const Hit& hit) { return std::make_pair(!hit.shown_camera.empty(), hit.plan.code); };
+  std::sort(hits.begin(), hits.end(), [rank](const Hit& a, const Hit& b) { return rank(a) < rank(b); });
   return hits;
 }
 

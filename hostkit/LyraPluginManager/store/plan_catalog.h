@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "store/camera_names.h"
 #include "store/fair_shared_mutex.h"
 #include "store/plan_records.h"
 
@@ -24,8 +25,15 @@ class CPlanCatalog {
 
   struct Hit {
     PlanRow plan;
-    std::string parent_name;  // empty directly under a root
+    std::vector<std::string> groups_above;  // their names, the outermost first; none directly under a root
+    std::string shown_camera = {};          // the camera by which a search found it; empty: found by its name
   };
+
+  /// Names of cameras are compared in the form that `fold` makes.
+  explicit CPlanCatalog(CCameraNames::Fold fold) : cameras_(fold) {}
+
+  /// The names behind the numbers in PlanRow::cameras.
+  CCameraNames& Cameras() { return cameras_; }
 
   /// Takes new content; both lists in the order of their codes. Groups that hang from no root are left out.
   void Replace(const std::vector<GroupRow>& groups, const std::vector<PlanRow>& plans);
@@ -49,7 +57,8 @@ class CPlanCatalog {
   /// Groups and plans of all users directly in a group; nothing for one that is not in the tree.
   std::optional<int> CountChildren(int32_t group) const;
 
-  /// Visible plans of one family whose folded name contains `folded`, by code.
+  /// Visible plans of one family whose folded name contains `folded`, by code, and behind them, by code, those that
+  /// show a camera of such a name.
   std::vector<Hit> Search(const std::string& folded, int32_t family, int32_t user) const;
   /// First visible plan of this exact name, by family, then code; 0 when there is none.
   int32_t FindByName(const std::string& name, int32_t user) const;
@@ -105,6 +114,7 @@ class CPlanCatalog {
   void ForgetBelow(const Children& children);
   void Swap(CPlanCatalog& other);
 
+  CCameraNames cameras_;
   mutable CFairSharedMutex mutex_;
   Children public_, common_;
   std::map<int32_t, Children> own_;  // by user

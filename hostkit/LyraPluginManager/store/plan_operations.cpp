@@ -185,11 +185,9 @@ void CPlanOperations::SearchPlan(const view::SearchPlanRequest& request, view::S
   }
   const int32_t family = request.scope == kOwnScope ? OwnFamily : PublicFamily;
   for (CPlanCatalog::Hit& hit : runner_.Catalog().Search(folded, family, user)) {
-    if (IsRootCode(hit.plan.parent)) {
-      hit.parent_name = runner_.Site().RootName();
-    }
+    const std::string parent_name = hit.groups_above.empty() ? runner_.Site().RootName() : hit.groups_above.back();
     response->plans.push_back({std::to_string(hit.plan.code), std::move(hit.plan.name), std::to_string(hit.plan.parent),
-                               std::move(hit.parent_name), hit.plan.family});
+                               parent_name, hit.plan.family, std::move(hit.groups_above), std::move(hit.shown_camera)});
   }
 }
 

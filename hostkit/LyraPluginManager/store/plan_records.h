@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "plan_rules/families.h"
 
@@ -36,6 +37,7 @@ struct PlanRow {
   int32_t split_type = 1, page_count = 1;
   bool auto_run = false;
   int32_t begin_second = -1, end_second = -1;  // of the day; -1 when there is none
+  std::vector<uint32_t> cameras = {};          // that its windows show, by their numbers in the catalog's CCameraNames
 };
 
 /// The code that `text` writes in plain decimal form; 0, which is no code, for anything else.

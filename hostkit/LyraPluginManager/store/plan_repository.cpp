@@ -14,8 +14,8 @@ constexpr int64_t kKeptChanges = 10000;
 
 const char kGroupColumns[] = "code, parent_code, family, owner_id, name";
 const char kPlanColumns[] =
-    "code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time";
-const char kFurtherColumns[] = "pages, thumbnail, creator, creation_time, revision, changed_by, changed_at, checksum";
+    "code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time, pages";
+const char kFurtherColumns[] = "thumbnail, creator, creation_time, revision, changed_by, changed_at, checksum";
 // UNION, not UNION ALL: ends for groups that are below themselves, too.
 const char kTree[] =
     "WITH RECURSIVE tree (code) AS (SELECT code FROM plan_group WHERE code = ?"
@@ -26,7 +26,7 @@ GroupRow GroupFrom(const QSqlQuery& query) {
           query.value(4).toString().toStdString()};
 }
 
-PlanRow PlanFrom(const QSqlQuery& query) {
+PlanRow RowFrom(const QSqlQuery& query) {
   PlanRow row;
   const QString name = query.value(4).toString();
   row.code = query.value(0).toInt();
@@ -50,7 +50,7 @@ std::string CodeText(const QVariant& number) {
 
 StoredPlan WholePlanFrom(const QSqlQuery& query) {
   StoredPlan plan;
-  plan.row = PlanFrom(query);
+  plan.row = RowFrom(query);
   plan.name = query.value(4).toString();
   plan.begin_time = query.value(8).toString();
   plan.end_time = query.value(9).toString();
@@ -77,6 +77,14 @@ void StoredPlan::Complete() {
   row.page_count = static_cast<int32_t>(pages.size());
   row.begin_second = SecondOfDay(begin_time);
   row.end_second = SecondOfDay(end_time);
+}
+
+PlanRow CPlanRepository::PlanFrom(const QSqlQuery& query) {
+  PlanRow row = RowFrom(query);
+  if (camera_names_) {
+    row.cameras = camera_names_->NumbersOf(CamerasInText(query.value(10).toString()));
+  }
+  return row;
 }
 
 std::vector<GroupRow> CPlanRepository::AllGroups() {
@@ -238,6 +246,14 @@ CameraList CPlanRepository::Cameras() {
                             query.value(3).toInt() != 0});
   });
   return list;
+}
+
+std::vector<NamedCamera> CPlanRepository::CameraNames() {
+  std::vector<NamedCamera> cameras;
+  engine_.ForEach("SELECT id, name FROM camera", {}, [&](const QSqlQuery& query) {
+    cameras.push_back({CodeText(query.value(0)), query.value(1).toString().toStdString()});
+  });
+  return cameras;
 }
 
 bool CPlanRepository::HasCamera(int32_t camera) {

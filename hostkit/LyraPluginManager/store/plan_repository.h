@@ -10,6 +10,7 @@
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "ResourceTreeKit/camera_item_info.h"
 #include "ResourceTreeKit/region_item_info.h"
+#include "store/camera_names.h"
 #include "store/change_feed.h"
 #include "store/plan_records.h"
 #include "store/sql_engine.h"
@@ -46,7 +47,9 @@ struct CameraList {
 /// The statements on groups, plans, cameras and the change log. Throws CStoreError. Thread: the engine's.
 class CPlanRepository {
  public:
-  explicit CPlanRepository(CSqlEngine& engine) : engine_(engine) {}
+  /// Rows of plans name the cameras that they show only where `camera_names` keeps these; it outlives this.
+  explicit CPlanRepository(CSqlEngine& engine, CCameraNames* camera_names = nullptr)
+      : engine_(engine), camera_names_(camera_names) {}
 
   /// All rows of all users, in the order of their codes.
   std::vector<GroupRow> AllGroups();
@@ -82,6 +85,7 @@ class CPlanRepository {
   void DeletePlan(int32_t code);
 
   CameraList Cameras();
+  std::vector<NamedCamera> CameraNames();
   /// These two have no value for a camera that does not exist.
   std::optional<std::list<ptz_plugin_protocol::PresetInfo>> Presets(int32_t camera);
   std::optional<std::list<int32_t>> StreamTypes(int32_t camera);
@@ -99,10 +103,12 @@ class CPlanRepository {
   int64_t LogChange(const ChangeEntry& entry);
 
  private:
+  PlanRow PlanFrom(const QSqlQuery& query);
   bool HasCamera(int32_t camera);
   int64_t Advance(const char* counter, int64_t count);
 
   CSqlEngine& engine_;
+  CCameraNames* const camera_names_;
 };
 
 }  // namespace TarnHost::Store

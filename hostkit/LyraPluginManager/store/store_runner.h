@@ -14,6 +14,7 @@
 #include "store/site_directory.h"
 #include "store/store_session.h"
 #include "store/store_troubles.h"
+#include "store/text_rules.h"
 #include "store/unread_plans.h"
 
 namespace TarnHost::Store {
@@ -104,7 +105,7 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
   std::once_flag close_once_;
   bool closed_in_order_ = false;
   CDownloadState downloads_;
-  CPlanCatalog catalog_;
+  CPlanCatalog catalog_{&FoldedName};
   CSiteDirectory site_;
   CUnreadPlans unread_plans_;
 

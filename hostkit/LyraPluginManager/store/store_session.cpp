@@ -6,6 +6,8 @@
 #include <thread>
 #include <utility>
 
+#include "store/page_codec.h"
+
 namespace TarnHost::Store {
 namespace {
 
@@ -14,6 +16,8 @@ using std::chrono::steady_clock;
 // For a line to come back while a write waits to be answered, and between two attempts.
 constexpr auto kPatience = std::chrono::seconds(6);
 constexpr auto kPause = std::chrono::milliseconds(200);
+// The log of changes does not tell that a camera was renamed.
+constexpr auto kBetweenCameraNames = std::chrono::seconds(60);
 const char kUnknownOutcome[] = QT_TRANSLATE_NOOP(
     "TarnHost::Store",
     "The connection to the plan store was lost while the change was being saved. Look whether it is there before you"
@@ -24,7 +28,7 @@ const char kUnknownOutcome[] = QT_TRANSLATE_NOOP(
 CStoreSession::CStoreSession(CSqlEngine& engine, CPlanCatalog& catalog, const std::atomic<int32_t>& user,
                              CObserverHub& hub, std::function<bool()> is_awaited, const std::atomic<bool>& closed)
     : engine_(engine),
-      repository_(engine),
+      repository_(engine, &catalog.Cameras()),
       catalog_(catalog),
       user_(user),
       hub_(hub),
@@ -45,9 +49,15 @@ void CStoreSession::DropCatalog() {
 
 void CStoreSession::ReadWhole() {
   const int64_t newest = repository_.NewestChange();
+  ReadCameraNames();
   catalog_.Replace(repository_.AllGroups(), repository_.AllPlans());
   feed_.Restart(newest);
   loaded_ = true;
+}
+
+void CStoreSession::ReadCameraNames() {
+  catalog_.Cameras().SetSiteNames(repository_.CameraNames());
+  next_camera_names_ = steady_clock::now() + kBetweenCameraNames;
 }
 
 void CStoreSession::Poll() {
@@ -57,6 +67,9 @@ void CStoreSession::Poll() {
     CatchUp();
     transaction.Commit();
     unread_ = false;
+  }
+  if (loaded_ && steady_clock::now() >= next_camera_names_) {
+    ReadCameraNames();
   }
 }
 
@@ -247,14 +260,20 @@ void CStoreSession::RemoveGroup(int32_t code) {
        [this, code](bool awaited) { PostRemoved(catalog_.RemoveGroup(code), awaited); });
 }
 
+PlanRow CStoreSession::RowOf(const StoredPlan& plan) const {
+  PlanRow row = plan.row;
+  row.cameras = catalog_.Cameras().NumbersOf(CamerasOf(plan.pages));
+  return row;
+}
+
 void CStoreSession::SaveNew(const StoredPlan& plan) {
   repository_.InsertPlan(plan);
-  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row](bool awaited) { Put(row, awaited); });
+  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = RowOf(plan)](bool awaited) { Put(row, awaited); });
 }
 
 void CStoreSession::SaveChanged(const StoredPlan& plan) {
   repository_.UpdatePlan(plan);
-  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row](bool awaited) { Put(row, awaited); });
+  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = RowOf(plan)](bool awaited) { Put(row, awaited); });
 }
 
 void CStoreSession::RemovePlan(int32_t code) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -105,6 +106,8 @@ class CStoreSession {
   void Note(ChangeEntry::Kind kind, int32_t code, std::function<void(bool awaited)> apply);
   void CatchUp();
   void ReadWhole();
+  void ReadCameraNames();
+  PlanRow RowOf(const StoredPlan& plan) const;
   void ApplyForeign(const std::vector<ChangeEntry>& entries);
   void ApplyForeign(const ChangeEntry& entry, std::vector<int32_t>* arrived);
 
@@ -117,6 +120,7 @@ class CStoreSession {
   const std::atomic<bool>& closed_;
   CChangeFeed feed_;
   bool loaded_ = false, unread_ = false;
+  std::chrono::steady_clock::time_point next_camera_names_;
   std::vector<Step> journal_;
 };
 

@@ -82,4 +82,8 @@ std::string Folded(const QString& text) {
   return text.normalized(QString::NormalizationForm_C).toUpper().toCaseFolded().toStdString();
 }
 
+std::string FoldedName(const std::string& name) {
+  return Folded(ToQt(name));
+}
+
 }  // namespace TarnHost::Store

@@ -24,5 +24,6 @@ int32_t SecondOfDay(const QString& time);
 
 /// The form in which names are compared when searching: without case, composed.
 std::string Folded(const QString& text);
+std::string FoldedName(const std::string& name);
 
 }  // namespace TarnHost::Store
