@@ -782,6 +782,22 @@
         <source>&quot;%1&quot; is not a time of day.</source>
         <translation>&quot;%1&quot; is not a time of day.</translation>
     </message>
+    <message>
+        <source>It is too late to undo the deletion.</source>
+        <translation>It is too late to undo the deletion.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was deleted by another user. Only that user can undo it.</source>
+        <translation>&quot;%1&quot; was deleted by another user. Only that user can undo it.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot come back: its group was deleted in the meantime.</source>
+        <translation>&quot;%1&quot; cannot come back: its group was deleted in the meantime.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot come back: its name was given to another in the meantime.</source>
+        <translation>&quot;%1&quot; cannot come back: its name was given to another in the meantime.</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CBothFamiliesModel</name>

@@ -829,6 +829,22 @@
         <source>&quot;%1&quot; is not a time of day.</source>
         <translation>“%1”不是有效的时间。</translation>
     </message>
+    <message>
+        <source>It is too late to undo the deletion.</source>
+        <translation>已超过撤销删除的时间。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was deleted by another user. Only that user can undo it.</source>
+        <translation>“%1”由其他用户删除，只有该用户可以撤销。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot come back: its group was deleted in the meantime.</source>
+        <translation>无法恢复“%1”：其所在分组已被删除。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot come back: its name was given to another in the meantime.</source>
+        <translation>无法恢复“%1”：其名称已被占用。</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CBothFamiliesModel</name>

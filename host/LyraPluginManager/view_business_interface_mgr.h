@@ -26,7 +26,8 @@ class TARN_HOST_EXPORT CViewBusinessInterfaceMgr : public Wren::Base::CSingleton
   /// Renames a group; it cannot be moved.
   bool UpdatePlanGroup(const view_plugin_protocol::UpdatePlanGroupRequest& request,
                        view_plugin_protocol::UpdatePlanGroupResponse& response);
-  /// With everything below it, or refused when it is not empty, as the service is configured.
+  /// With everything below it, or refused when it is not empty, as the service is configured. The answer says for how
+  /// long it can be taken back, as does that of DeletePlan().
   bool DeletePlanGroup(const view_plugin_protocol::DeletePlanGroupRequest& request,
                        view_plugin_protocol::DeletePlanGroupResponse& response);
   /// The service records creator and time; the answer carries the new plan's code.
@@ -37,6 +38,11 @@ class TARN_HOST_EXPORT CViewBusinessInterfaceMgr : public Wren::Base::CSingleton
                   view_plugin_protocol::UpdatePlanResponse& response);
   bool DeletePlan(const view_plugin_protocol::DeletePlanResquest& request,
                   view_plugin_protocol::DeletePlanResponse& response);
+  /// Takes a deletion back for as long as its answer said, and only for who has deleted it: all stands where it stood,
+  /// default views too. Observers, also this client's own, hear of it as of an addition. Gone: it is too late, or the
+  /// group above is gone; Refused: its name was taken; NotPermitted: another user deleted it, or a right is missing.
+  bool RestoreDeleted(const view_plugin_protocol::RestoreDeletedRequest& request,
+                      view_plugin_protocol::RestoreDeletedResponse& response);
   /// With query kind 1 the answer is the automatic plan; when there is none the error text is "NoAutoRunPlan".
   bool GetPlanDetail(const view_plugin_protocol::GetPlanDetailRequest& request,
                      view_plugin_protocol::GetPlanDetailResponse& response);

@@ -12,8 +12,8 @@ namespace MarUIControl {
 /// a close button, and a thin line that shrinks with the time that is left. Hidden while nothing is offered.
 ///
 /// The time stands still while the mouse is over the strip or the focus in it, for kLongestPauseSeconds altogether, so
-/// that what is offered need not be kept for ever. Tab reaches both buttons, Return and Space press them, Escape closes.
-/// Assistive technology hears each offer as an alert. The focus returns to where it was when the strip goes.
+/// that what is offered need not be kept for ever. Tab reaches both buttons, Return and Space press them, Escape
+/// closes. Assistive technology hears each offer as an alert. The focus returns to where it was when the strip goes.
 /// Thread: GUI.
 class TARN_HOST_EXPORT COfferStrip : public QFrame {
   Q_OBJECT
@@ -24,8 +24,8 @@ class TARN_HOST_EXPORT COfferStrip : public QFrame {
   explicit COfferStrip(QWidget* parent = nullptr);
   ~COfferStrip() override;
 
-  /// Offers `text` with a button `action_text` for `seconds`; an earlier offer is over. `callback` is called once, after
-  /// SignalTaken() and with the strip hidden, when the user takes the offer; it may offer again.
+  /// Offers `text` with a button `action_text` for `seconds`; an earlier offer is over. `callback` is called once,
+  /// after SignalTaken() and with the strip hidden, when the user takes the offer; it may offer again.
   void Offer(const QString& text, const QString& action_text, int seconds, std::function<void()> callback);
 
   /// Ends an offer that stands, untaken.

@@ -47,6 +47,11 @@ bool CViewBusinessInterfaceMgr::DeletePlan(const view_plugin_protocol::DeletePla
   return ForwardCall(&IHostServices::DeletePlan, request, response);
 }
 
+bool CViewBusinessInterfaceMgr::RestoreDeleted(const view_plugin_protocol::RestoreDeletedRequest& request,
+                                               view_plugin_protocol::RestoreDeletedResponse& response) {
+  return ForwardCall(&IHostServices::RestoreDeleted, request, response);
+}
+
 bool CViewBusinessInterfaceMgr::GetPlanDetail(const view_plugin_protocol::GetPlanDetailRequest& request,
                                               view_plugin_protocol::GetPlanDetailResponse& response) {
   return ForwardCall(&IHostServices::GetPlanDetail, request, response);

@@ -130,7 +130,8 @@ void COfferStrip::paintEvent(QPaintEvent* event) {
   if (isRightToLeft()) {
     line.moveRight(room.right());
   }
-  QPainter(this).fillRect(line, tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QStringLiteral("text_muted")));
+  QPainter(this).fillRect(line,
+                          tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QStringLiteral("text_muted")));
 }
 
 void COfferStrip::timerEvent(QTimerEvent* event) {

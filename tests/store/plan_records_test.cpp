@@ -127,7 +127,7 @@ void PlanRecordsTest::UpdatesByRevision() {
   const auto changed = ann_.Detail(plan);
   QCOMPARE(changed.creator, std::string("ann"));  // of the site's making, not of the change
   QCOMPARE(changed.changed_by + ' ' + changed.changed_at, std::string("bob 2026-03-05 08:00:00"));
-  update.revision = 0;                                      // an editor that does not check
+  update.revision = 0;  // an editor that does not check
   QCOMPARE(ann_.Update(update), QString());
   QCOMPARE(ann_.Detail(plan).revision, opened.revision + 2);
   QCOMPARE(ann_.DeletePlan(plan), QString());

@@ -33,7 +33,7 @@ void StoreFilesTest::RefusesBadFiles() {
       {sound.left(40), "The plan store %1 is damaged: it is cut off."},
       {sound.left(sound.size() / 2), "The plan store %1 is damaged."},
       {zeroed, "The plan store %1 is damaged."},
-      {newer, "The plan store %1 was made by a newer version (99; this program knows 3)."}};
+      {newer, "The plan store %1 was made by a newer version (99; this program knows 4)."}};
   for (const auto& [content, text] : rows) {
     Overwrite(file, content);
     for (int attempt = 0; attempt < 2; ++attempt) {
@@ -153,8 +153,10 @@ void StoreFilesTest::SaysThatItIsLocked() {
 
 void StoreFilesTest::BringsAnOlderStoreAlong() {
   fixture_->Make();
-  for (const char* statement : {"DROP TABLE favorite_camera", "ALTER TABLE plan DROP COLUMN checksum",
-                                "UPDATE store_info SET value = '1' WHERE name = 'version'"}) {
+  for (const char* statement :
+       {"DROP TABLE favorite_camera", "ALTER TABLE plan DROP COLUMN checksum", "DROP TABLE deletion",
+        "DROP TABLE kept_plan_group", "DROP TABLE kept_plan", "DROP TABLE kept_default_view",
+        "UPDATE store_info SET value = '1' WHERE name = 'version'"}) {
     fixture_->RunPastTheStore(statement);
   }
   std::vector<std::string> favorites;

@@ -110,7 +110,7 @@ class CStoreTest : public QObject {
   CClient ann_{nullptr}, bob_{nullptr};
   QStringList troubles_;
 
- private Q_SLOTS:
+ protected Q_SLOTS:
   void init();
   void cleanup();
 };

@@ -145,6 +145,23 @@ QString CPlanCalls::DeletePlan(const Text& code) const {
   return Failure(Host().DeletePlan({code, {}, {}, {}, {}}, response), response);
 }
 
+QString CPlanCalls::RestorePlan(const Text& code, int32_t* kind) const {
+  return Restore({code, false}, kind);
+}
+
+QString CPlanCalls::RestoreGroup(const Text& code, int32_t* kind) const {
+  return Restore({code, true}, kind);
+}
+
+QString CPlanCalls::Restore(const view::RestoreDeletedRequest& request, int32_t* kind) const {
+  view::RestoreDeletedResponse response;
+  const bool done = Host().RestoreDeleted(request, response);
+  if (kind != nullptr) {
+    *kind = response.error_kind;
+  }
+  return Failure(done, response);
+}
+
 QString CPlanCalls::Update(const view::UpdatePlanRequest& request) const {
   view::UpdatePlanResponse response;
   return Failure(Host().UpdatePlan(request, response), response);

@@ -37,6 +37,9 @@ class CPlanCalls {
   QString RenameGroup(const Text& code, const Text& name) const;
   QString DeleteGroup(const Text& code) const;
   QString DeletePlan(const Text& code) const;
+  /// With the kind of a refusal, if `kind` is not null.
+  QString RestorePlan(const Text& code, int32_t* kind = nullptr) const;
+  QString RestoreGroup(const Text& code, int32_t* kind = nullptr) const;
   QString Update(const UpdatePlanRequest& request) const;
   QString Share(const Text& plan, const Text& users) const;
   QString SetDefaultView(const Text& code, int type) const;
@@ -46,6 +49,8 @@ class CPlanCalls {
   virtual TarnHost::IHostServices& Host() const { return *host_; }
 
  private:
+  QString Restore(const view_plugin_protocol::RestoreDeletedRequest& request, int32_t* kind) const;
+
   TarnHost::IHostServices* host_ = nullptr;
 };
 

@@ -75,6 +75,7 @@ class CRecordingServices : public TarnHost::IHostServices {
   TARN_RECORD(AddPlan, view::AddPlanRequest, view::AddPlanResponse)
   TARN_RECORD(UpdatePlan, view::UpdatePlanRequest, view::UpdatePlanResponse)
   TARN_RECORD(DeletePlan, view::DeletePlanResquest, view::DeletePlanResponse)
+  TARN_RECORD(RestoreDeleted, view::RestoreDeletedRequest, view::RestoreDeletedResponse)
   TARN_RECORD(GetPlanDetail, view::GetPlanDetailRequest, view::GetPlanDetailResponse)
   TARN_RECORD(AddPlanLog, view::AddPlanLogRequestParam, view::AddPlanLogResponseParam)
   TARN_RECORD(SearchPlan, view::SearchPlanRequest, view::SearchPlanResponse)

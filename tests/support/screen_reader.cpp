@@ -1,9 +1,9 @@
 #include "screen_reader.h"
 
-#include <QVector>
 #include <private/qguiapplication_p.h>
 #include <qpa/qplatformaccessibility.h>
 #include <qpa/qplatformintegration.h>
+#include <QVector>
 
 namespace TarnTest {
 

@@ -57,7 +57,7 @@ class CCameraNames {
   const Fold fold_;
   mutable std::mutex mutex_;
   std::vector<Camera> cameras_;
-  std::unordered_map<std::string, uint32_t> numbers_;      // by code and name
+  std::unordered_map<std::string, uint32_t> numbers_;     // by code and name
   std::unordered_map<std::string, std::string> at_site_;  // names by code
 };
 

@@ -54,6 +54,27 @@ QStringList PlanChecksums(const CSqlEngine&) {
   return {"ALTER TABLE plan ADD COLUMN checksum TEXT NOT NULL DEFAULT ''"};
 }
 
+// What was deleted stands here for the time in which it can be taken back. The columns are those of the tables it came
+// from; 'deletion' is the code of the row that was deleted with all below it.
+QStringList KeptDeletions(const CSqlEngine& engine) {
+  return {
+      "CREATE TABLE deletion (code INTEGER PRIMARY KEY, is_group INTEGER NOT NULL, parent_code INTEGER NOT NULL,"
+      " family INTEGER NOT NULL, owner_id INTEGER NOT NULL, name TEXT NOT NULL, namesakes INTEGER NOT NULL,"
+      " user_id INTEGER NOT NULL, deleted_at BIGINT NOT NULL)",
+      "CREATE TABLE kept_plan_group (deletion INTEGER NOT NULL, code INTEGER PRIMARY KEY,"
+      " parent_code INTEGER NOT NULL, family INTEGER NOT NULL, owner_id INTEGER NOT NULL, name TEXT NOT NULL)",
+      "CREATE TABLE kept_plan (deletion INTEGER NOT NULL, code INTEGER PRIMARY KEY, parent_code INTEGER NOT NULL,"
+      " family INTEGER NOT NULL, owner_id INTEGER NOT NULL, name TEXT NOT NULL, split_type INTEGER NOT NULL,"
+      " page_count INTEGER NOT NULL, auto_run INTEGER NOT NULL, begin_time TEXT NOT NULL, end_time TEXT NOT NULL,"
+      " pages TEXT NOT NULL, thumbnail " +
+          engine.BytesType() +
+          ", creator TEXT NOT NULL, creation_time TEXT NOT NULL, revision BIGINT NOT NULL, changed_by TEXT NOT NULL,"
+          " changed_at TEXT NOT NULL, checksum TEXT NOT NULL)",
+      "CREATE TABLE kept_default_view (deletion INTEGER NOT NULL, user_id INTEGER NOT NULL,"
+      " code INTEGER NOT NULL, type INTEGER NOT NULL, PRIMARY KEY (deletion, user_id))",
+  };
+}
+
 void Apply(CSqlEngine& engine, const Migration& step) {
   for (const QString& statement : step.statements(engine)) {
     engine.RunOnce(statement);
@@ -75,7 +96,8 @@ void RunStep(CSqlEngine& engine, const Migration& step) {
 }  // namespace
 
 const std::vector<Migration>& AllMigrations() {
-  static const std::vector<Migration> all = {{1, FirstLayout}, {2, FavoriteCameras}, {3, PlanChecksums}};
+  static const std::vector<Migration> all = {
+      {1, FirstLayout}, {2, FavoriteCameras}, {3, PlanChecksums}, {4, KeptDeletions}};
   return all;
 }
 

@@ -242,6 +242,14 @@ std::optional<PlanRow> CPlanCatalog::Put(const PlanRow& row) {
   return PutPlan(row);
 }
 
+void CPlanCatalog::Put(const std::vector<GroupRow>& groups, const std::vector<PlanRow>& plans) {
+  const std::unique_lock<CFairSharedMutex> lock(mutex_);
+  PutGroups(groups);
+  for (const PlanRow& row : plans) {
+    PutPlan(row);
+  }
+}
+
 // A parent may have the higher code when its row was changed past the program; who is below himself has none.
 void CPlanCatalog::PutGroups(const std::vector<GroupRow>& rows) {
   std::unordered_map<int32_t, std::vector<const GroupRow*>> waiting;  // by the parent that is not there yet

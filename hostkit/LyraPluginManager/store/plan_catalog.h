@@ -71,6 +71,8 @@ class CPlanCatalog {
   /// itself or too deep, with all below it.
   std::optional<GroupRow> Put(const GroupRow& row);
   std::optional<PlanRow> Put(const PlanRow& row);
+  /// Puts in a group with all below it, for readers at once; the rows in the order of their codes.
+  void Put(const std::vector<GroupRow>& groups, const std::vector<PlanRow>& plans);
   /// Takes out a group with all below it, or a plan; answers what stood there.
   std::optional<GroupRow> RemoveGroup(int32_t code);
   std::optional<PlanRow> RemovePlan(int32_t code);

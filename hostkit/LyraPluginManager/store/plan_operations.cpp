@@ -81,9 +81,11 @@ void CPlanOperations::UpdatePlanGroup(const view::UpdatePlanGroupRequest& reques
   runner_.Write([request, user](CPlanWriter& writer) { writer.RenameGroup(request, user); });
 }
 
-void CPlanOperations::DeletePlanGroup(const view::DeletePlanGroupRequest& request, view::DeletePlanGroupResponse*) {
+void CPlanOperations::DeletePlanGroup(const view::DeletePlanGroupRequest& request,
+                                      view::DeletePlanGroupResponse* response) {
   const int32_t user = runner_.RequireUser();
-  runner_.Write([code = request.index_code, user](CPlanWriter& writer) { writer.DeleteGroup(code, user); });
+  response->restorable_seconds =
+      runner_.Write([code = request.index_code, user](CPlanWriter& writer) { return writer.DeleteGroup(code, user); });
 }
 
 void CPlanOperations::AddPlan(const view::AddPlanRequest& request, view::AddPlanResponse* response) {
@@ -97,9 +99,15 @@ void CPlanOperations::UpdatePlan(const view::UpdatePlanRequest& request, view::U
   runner_.Write([request, user](CPlanWriter& writer) { writer.UpdatePlan(request, user); });
 }
 
-void CPlanOperations::DeletePlan(const view::DeletePlanResquest& request, view::DeletePlanResponse*) {
+void CPlanOperations::DeletePlan(const view::DeletePlanResquest& request, view::DeletePlanResponse* response) {
   const int32_t user = runner_.RequireUser();
-  runner_.Write([code = request.plan_index_code, user](CPlanWriter& writer) { writer.DeletePlan(code, user); });
+  response->restorable_seconds = runner_.Write(
+      [code = request.plan_index_code, user](CPlanWriter& writer) { return writer.DeletePlan(code, user); });
+}
+
+void CPlanOperations::RestoreDeleted(const view::RestoreDeletedRequest& request, view::RestoreDeletedResponse*) {
+  const int32_t user = runner_.RequireUser();
+  runner_.Write([request, user](CPlanWriter& writer) { writer.RestoreDeleted(request, user); });
 }
 
 void CPlanOperations::ViewShareUsers(const view::ViewShareResquestInfo& request, view::ShareViewResponseInfo*) {

@@ -26,6 +26,8 @@ class CPlanOperations {
                   view_plugin_protocol::UpdatePlanResponse* response);
   void DeletePlan(const view_plugin_protocol::DeletePlanResquest& request,
                   view_plugin_protocol::DeletePlanResponse* response);
+  void RestoreDeleted(const view_plugin_protocol::RestoreDeletedRequest& request,
+                      view_plugin_protocol::RestoreDeletedResponse* response);
   void GetPlanDetail(const view_plugin_protocol::GetPlanDetailRequest& request,
                      view_plugin_protocol::GetPlanDetailResponse* response);
   void AddPlanLog(const view_plugin_protocol::AddPlanLogRequestParam& request,

@@ -16,11 +16,6 @@ const char kGroupColumns[] = "code, parent_code, family, owner_id, name";
 const char kPlanColumns[] =
     "code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time, pages";
 const char kFurtherColumns[] = "thumbnail, creator, creation_time, revision, changed_by, changed_at, checksum";
-// UNION, not UNION ALL: ends for groups that are below themselves, too.
-const char kTree[] =
-    "WITH RECURSIVE tree (code) AS (SELECT code FROM plan_group WHERE code = ?"
-    " UNION SELECT child.code FROM plan_group child JOIN tree ON child.parent_code = tree.code) ";
-
 GroupRow GroupFrom(const QSqlQuery& query) {
   return {query.value(0).toInt(), query.value(1).toInt(), query.value(2).toInt(), query.value(3).toInt(),
           query.value(4).toString().toStdString()};
@@ -66,6 +61,11 @@ StoredPlan WholePlanFrom(const QSqlQuery& query) {
 
 }  // namespace
 
+// UNION, not UNION ALL: ends for groups that are below themselves, too.
+const char kGroupTree[] =
+    "WITH RECURSIVE tree (code) AS (SELECT code FROM plan_group WHERE code = ?"
+    " UNION SELECT child.code FROM plan_group child JOIN tree ON child.parent_code = tree.code) ";
+
 int32_t SplitOf(const std::list<view_plugin_protocol::PlanPage>& pages) {
   return pages.empty() ? 1 : pages.front().split_type;
 }
@@ -98,6 +98,19 @@ std::vector<PlanRow> CPlanRepository::AllPlans() {
   std::vector<PlanRow> rows;
   engine_.ForEach(QStringLiteral("SELECT %1 FROM plan ORDER BY code").arg(kPlanColumns), {},
                   [&](const QSqlQuery& query) { rows.push_back(PlanFrom(query)); });
+  return rows;
+}
+
+std::pair<std::vector<GroupRow>, std::vector<PlanRow>> CPlanRepository::Subtree(int32_t group) {
+  std::pair<std::vector<GroupRow>, std::vector<PlanRow>> rows;
+  const QString tree = kGroupTree;
+  engine_.ForEach(tree + QStringLiteral("SELECT %1 FROM plan_group WHERE code IN (SELECT code FROM tree) ORDER BY code")
+                             .arg(kGroupColumns),
+                  {group}, [&](const QSqlQuery& query) { rows.first.push_back(GroupFrom(query)); });
+  engine_.ForEach(
+      tree + QStringLiteral("SELECT %1 FROM plan WHERE parent_code IN (SELECT code FROM tree) ORDER BY code")
+                 .arg(kPlanColumns),
+      {group}, [&](const QSqlQuery& query) { rows.second.push_back(PlanFrom(query)); });
   return rows;
 }
 
@@ -199,7 +212,7 @@ void CPlanRepository::RenameGroup(int32_t code, const std::string& name) {
 }
 
 void CPlanRepository::DeleteGroup(int32_t code) {
-  const QString tree = kTree;
+  const QString tree = kGroupTree;
   engine_.Execute(tree +
                       "DELETE FROM default_view WHERE code IN (SELECT code FROM tree) OR code IN"
                       " (SELECT code FROM plan WHERE parent_code IN (SELECT code FROM tree))",

@@ -44,6 +44,9 @@ struct CameraList {
   std::vector<ResourceTreeKit::CCameraItemInfo> cameras;
 };
 
+/// Begins a statement that takes a group's code: 'tree' has the codes of the group and of all groups below it.
+extern const char kGroupTree[];
+
 /// The statements on groups, plans, cameras and the change log. Throws CStoreError. Thread: the engine's.
 class CPlanRepository {
  public:
@@ -66,6 +69,8 @@ class CPlanRepository {
   /// Code and type of the user's default view; zeros when there is none.
   std::pair<int32_t, int32_t> DefaultView(int32_t user);
   bool HasChildren(int32_t group);
+  /// A group and all below it, in the order of the codes; nothing when it is not there.
+  std::pair<std::vector<GroupRow>, std::vector<PlanRow>> Subtree(int32_t group);
   /// Groups and plans directly in it, of all users.
   int CountChildren(int32_t group);
   /// Rows from the group up to the root, both counted; a root has 1. Counts no further than the tree shows.

@@ -23,6 +23,9 @@ using view_plugin_protocol::Right;
 constexpr int kNoDefaultView = -3;
 const char kNoDefaultViewText[] = "-3";
 const char kSharedGroupName[] = "Shared";
+// What the user is offered, and what comes on top of it: the offer's time stands still while the mouse is over it, and
+// the last click may have to wait for the service.
+constexpr int32_t kRestorableSeconds = 10, kLateSeconds = 50;
 const char kDateTimeFormat[] = "yyyy-MM-dd HH:mm:ss";
 
 // Of public plans and groups: what stands among a user's own takes no right.
@@ -42,6 +45,12 @@ const char* RefusalWithout(Right right) {
 
 CPlanWriter::CPlanWriter(CStoreSession& session, const CSiteDirectory& site, std::function<QDateTime()> now)
     : session_(session), repository_(session.Repository()), site_(site), now_(std::move(now)) {}
+
+// Also what a client left behind that has ended. Later than need be, because the clocks of workstations differ.
+void CPlanWriter::PurgeDeletions() {
+  constexpr int64_t kForgottenAfter = 600;
+  session_.Deletions().Purge(Time() - kForgottenAfter, Time() + kForgottenAfter);
+}
 
 QString CPlanWriter::Now() const {
   return QLocale::c().toString(now_(), kDateTimeFormat);  // other locales have other digits
@@ -101,7 +110,7 @@ PlanRow CPlanWriter::PlanRowOf(const std::string& index_code, int32_t user) {
 }
 
 int32_t CPlanWriter::AddGroup(const view_plugin_protocol::AddPlanGroupRequest& request, int32_t user) {
-  return session_.Write([&] {
+  return Change([&] {
     const QString name = CheckedName(request.name);
     const Parent parent = ParentOf(request.parent_index_code, user);
     RequireRight(parent.family, AddRight, user);
@@ -117,7 +126,7 @@ int32_t CPlanWriter::AddGroup(const view_plugin_protocol::AddPlanGroupRequest& r
 }
 
 void CPlanWriter::RenameGroup(const view_plugin_protocol::UpdatePlanGroupRequest& request, int32_t user) {
-  session_.Write([&] {
+  Change([&] {
     const QString name = CheckedName(request.name);
     const GroupRow group = GroupOf(request.index_code, user);
     RequireRight(group.family, EditRight, user);
@@ -128,16 +137,17 @@ void CPlanWriter::RenameGroup(const view_plugin_protocol::UpdatePlanGroupRequest
   });
 }
 
-void CPlanWriter::DeleteGroup(const std::string& index_code, int32_t user) {
-  session_.Write([&] {
+int32_t CPlanWriter::DeleteGroup(const std::string& index_code, int32_t user) {
+  return Change([&] {
     const GroupRow group = GroupOf(index_code, user);
     RequireRight(group.family, DeleteRight, user);
     if (!site_.Config().delete_with_children && repository_.HasChildren(group.code)) {
       throw CStoreError(CStoreError::kRefused,
                         QT_TRANSLATE_NOOP("TarnHost::Store", "The group is not empty. Delete what is in it first."));
     }
+    session_.Deletions().KeepGroup(group.code, user, Time());
     session_.RemoveGroup(group.code);
-    return true;
+    return kRestorableSeconds;
   });
 }
 
@@ -170,7 +180,7 @@ void CPlanWriter::MarkMade(StoredPlan* plan, int32_t user) const {
 
 int32_t CPlanWriter::AddPlan(const view_plugin_protocol::AddPlanRequest& request, int32_t user) {
   const QByteArray thumbnail = BoundedThumbnail(request.thumbnail);  // before other writers have to wait
-  return session_.Write([&] {
+  return Change([&] {
     StoredPlan plan;
     TakeRequest(&plan, request, thumbnail);
     const Parent parent = ParentOf(request.parent_index_code, user);
@@ -187,7 +197,7 @@ int32_t CPlanWriter::AddPlan(const view_plugin_protocol::AddPlanRequest& request
 
 void CPlanWriter::UpdatePlan(const view_plugin_protocol::UpdatePlanRequest& request, int32_t user) {
   const QByteArray thumbnail = BoundedThumbnail(request.thumbnail);
-  session_.Write([&] {
+  Change([&] {
     StoredPlan plan = PlanOf(request.plan_index_code, user);
     RequireRight(plan.row.family, EditRight, user);
     CheckRevision(plan, request.revision);
@@ -229,13 +239,67 @@ void CPlanWriter::MovePlan(StoredPlan* plan, const std::string& parent_code, int
   plan->row.owner = parent.owner;
 }
 
-void CPlanWriter::DeletePlan(const std::string& index_code, int32_t user) {
-  session_.Write([&] {
+int32_t CPlanWriter::DeletePlan(const std::string& index_code, int32_t user) {
+  return Change([&] {
     const PlanRow plan = PlanRowOf(index_code, user);
     RequireRight(plan.family, DeleteRight, user);
+    session_.Deletions().KeepPlan(plan.code, user, Time());
     session_.RemovePlan(plan.code);
+    return kRestorableSeconds;
+  });
+}
+
+// A request that is sent again because its answer was lost finds the row there.
+void CPlanWriter::RestoreDeleted(const view_plugin_protocol::RestoreDeletedRequest& request, int32_t user) {
+  Change([&] {
+    const int32_t code = ParseCode(request.index_code);
+    if (!IsThere(code, request.is_group, user)) {
+      const CKeptDeletions::Deletion deletion = KeptDeletion(code, request.is_group, user);
+      RequireRight(deletion.family, DeleteRight, user);
+      RequireRoomFor(deletion, user);
+      session_.PutBack(deletion);
+    }
     return true;
   });
+}
+
+bool CPlanWriter::IsThere(int32_t code, bool is_group, int32_t user) {
+  if (is_group) {
+    const auto group = repository_.Group(code);
+    return group && IsVisibleTo(*group, user);
+  }
+  const auto plan = repository_.Plan(code);
+  return plan && IsVisibleTo(*plan, user);
+}
+
+CKeptDeletions::Deletion CPlanWriter::KeptDeletion(int32_t code, bool is_group, int32_t user) {
+  const auto deletion = session_.Deletions().Find(code, is_group);
+  if (deletion && IsVisibleTo(*deletion, user) && deletion->user != user) {
+    throw CStoreError(
+        CStoreError::kNotPermitted,
+        {QT_TRANSLATE_NOOP("TarnHost::Store", "\"%1\" was deleted by another user. Only that user can undo it."),
+         {deletion->name}});
+  }
+  if (!deletion || deletion->user != user || Time() - deletion->at > kRestorableSeconds + kLateSeconds) {
+    throw CStoreError(CStoreError::kGone, QT_TRANSLATE_NOOP("TarnHost::Store", "It is too late to undo the deletion."));
+  }
+  return *deletion;
+}
+
+// Names may stand twice in a group, but undoing a deletion does not make it so.
+void CPlanWriter::RequireRoomFor(const CKeptDeletions::Deletion& deletion, int32_t user) {
+  if (!IsRootCode(deletion.parent) && !IsThere(deletion.parent, true, user)) {
+    throw CStoreError(
+        CStoreError::kGone,
+        {QT_TRANSLATE_NOOP("TarnHost::Store", "\"%1\" cannot come back: its group was deleted in the meantime."),
+         {deletion.name}});
+  }
+  if (session_.Deletions().NamesakesOf(deletion) > deletion.namesakes) {
+    throw CStoreError(CStoreError::kRefused,
+                      {QT_TRANSLATE_NOOP("TarnHost::Store",
+                                         "\"%1\" cannot come back: its name was given to another in the meantime."),
+                       {deletion.name}});
+  }
 }
 
 std::vector<int32_t> CPlanWriter::Recipients(const std::string& user_ids, int32_t sharer) const {
@@ -273,7 +337,7 @@ int32_t CPlanWriter::SharedGroupOf(int32_t user) {
 // What is shared comes into trees that are not the sharer's, also when it is an own plan: so it takes the right to add.
 // A copy does not start by itself: what runs on the recipient's screen is the recipient's to decide.
 void CPlanWriter::Share(const view_plugin_protocol::ViewShareResquestInfo& request, int32_t user) {
-  session_.Write([&] {
+  Change([&] {
     if (User(user).rights.count(AddRight) == 0) {
       throw CStoreError(CStoreError::kNotPermitted,
                         QT_TRANSLATE_NOOP("TarnHost::Store", "You have no right to share plans."));
@@ -294,8 +358,9 @@ void CPlanWriter::Share(const view_plugin_protocol::ViewShareResquestInfo& reque
 }
 
 void CPlanWriter::SetDefaultView(const view_plugin_protocol::ClienDefaultViewConfigRequest& request, int32_t user) {
-  session_.Write([&] {
+  Change([&] {
     const int32_t code = DefaultViewOf(request, user);
+    session_.Deletions().ForgetDefaultView(User(user).id);
     session_.Engine().Execute("DELETE FROM default_view WHERE user_id = ?", {User(user).id});
     if (code != kNoDefaultView) {
       session_.Engine().Execute("INSERT INTO default_view (user_id, code, type) VALUES (?, ?, ?)",
@@ -316,7 +381,7 @@ int32_t CPlanWriter::DefaultViewOf(const view_plugin_protocol::ClienDefaultViewC
 }
 
 void CPlanWriter::SetFavoriteCamera(const std::string& index_code, bool favorite, int32_t user) {
-  session_.Write([&] {
+  Change([&] {
     if (!repository_.SetFavoriteCamera(User(user).id, ParseCode(index_code), favorite)) {
       throw CStoreError(CStoreError::kGone, kNoCamera);
     }
@@ -325,7 +390,7 @@ void CPlanWriter::SetFavoriteCamera(const std::string& index_code, bool favorite
 }
 
 void CPlanWriter::LogPlay(const view_plugin_protocol::AddPlanLogRequestParam& request, int32_t user) {
-  session_.Write([&] {
+  Change([&] {
     session_.Engine().Execute(
         "INSERT INTO plan_log (played_at, user_id, name, automatic, from_history) VALUES (?, ?, ?, ?, ?)",
         {Now(), User(user).id, ToQt(request.name), int(request.automatic), int(request.from_history)});

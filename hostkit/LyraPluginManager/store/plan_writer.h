@@ -19,12 +19,15 @@ class CPlanWriter {
   /// Answers the new code, as does AddPlan().
   int32_t AddGroup(const view_plugin_protocol::AddPlanGroupRequest& request, int32_t user);
   void RenameGroup(const view_plugin_protocol::UpdatePlanGroupRequest& request, int32_t user);
-  void DeleteGroup(const std::string& index_code, int32_t user);
+  /// Answers for how many seconds RestoreDeleted() takes it back, as does DeletePlan().
+  int32_t DeleteGroup(const std::string& index_code, int32_t user);
   int32_t AddPlan(const view_plugin_protocol::AddPlanRequest& request, int32_t user);
   /// Stores all that the request says; an empty group leaves the plan where it is, an empty thumbnail keeps the old
   /// one.
   void UpdatePlan(const view_plugin_protocol::UpdatePlanRequest& request, int32_t user);
-  void DeletePlan(const std::string& index_code, int32_t user);
+  int32_t DeletePlan(const std::string& index_code, int32_t user);
+  /// Only for who has deleted it, and once more than needed does no harm.
+  void RestoreDeleted(const view_plugin_protocol::RestoreDeletedRequest& request, int32_t user);
   /// Gives each of the named users a copy.
   void Share(const view_plugin_protocol::ViewShareResquestInfo& request, int32_t user);
   void SetDefaultView(const view_plugin_protocol::ClienDefaultViewConfigRequest& request, int32_t user);
@@ -37,6 +40,14 @@ class CPlanWriter {
     int32_t code, family, owner;
   };
 
+  template <class Work>
+  auto Change(Work work) {
+    return session_.Write([&] {
+      PurgeDeletions();
+      return work();
+    });
+  }
+  void PurgeDeletions();
   const CSiteDirectory::User& User(int32_t id) const;
   void RequireRight(int32_t family, view_plugin_protocol::Right right, int32_t user) const;
   Parent ParentOf(const std::string& index_code, int32_t user);
@@ -51,6 +62,11 @@ class CPlanWriter {
   int32_t DefaultViewOf(const view_plugin_protocol::ClienDefaultViewConfigRequest& request, int32_t user);
   int32_t SharedGroupOf(int32_t user);
   void MarkMade(StoredPlan* plan, int32_t user) const;
+  bool IsThere(int32_t code, bool is_group, int32_t user);
+  CKeptDeletions::Deletion KeptDeletion(int32_t code, bool is_group, int32_t user);
+  void RequireRoomFor(const CKeptDeletions::Deletion& deletion, int32_t user);
+  /// Seconds since 1970.
+  int64_t Time() const { return now_().toSecsSinceEpoch(); }
   QString Now() const;
 
   CStoreSession& session_;

@@ -36,6 +36,7 @@ QStringList CStoreChecker::Run() {
   Try("users", [this] { ReadUsers(); });
   Try("groups", [this] { CheckGroups(); });
   Try("plans", [this] { CheckPlans(); });
+  Try("deletions", [this] { CheckDeletions(); });
   Try("default views", [this] { CheckDefaultViews(); });
   Try("rights", [this] { CheckRights(); });
   Try("counters", [this] { CheckCounters(); });
@@ -46,6 +47,9 @@ QString CStoreChecker::Summary() const {
   QString verdict = QStringLiteral("sound");
   if (!findings_.isEmpty()) {
     verdict = QStringLiteral("findings: %1").arg(findings_.size());
+  }
+  if (deletions_ > 0) {
+    verdict.prepend(QStringLiteral("deletions kept to be undone: %1; ").arg(deletions_));
   }
   return QStringLiteral("%1: %2 groups, %3 plans, %4 users; %5")
       .arg(engine_.Place())
@@ -183,6 +187,27 @@ void CStoreChecker::CheckPlan(const StoredPlan& plan, Vouched vouched) {
     if ((!time.isEmpty() || plan.row.auto_run) && SecondOfDay(time) < 0) {
       Note(QStringLiteral("%1: \"%2\" is not a time of day.").arg(what, time));
     }
+  }
+}
+
+// What can still be put back: it must belong to a deletion, and must not be there already.
+void CStoreChecker::CheckDeletions() {
+  deletions_ = engine_.Value("SELECT count(*) FROM deletion").toInt();
+  for (const char* table : {"plan_group", "plan"}) {
+    const QString name = QLatin1String(table);
+    highest_code_ =
+        std::max(highest_code_, engine_.Value(QStringLiteral("SELECT max(code) FROM kept_%1").arg(name)).toInt());
+    engine_.ForEach(QStringLiteral("SELECT name, code FROM kept_%1 WHERE code IN (SELECT code FROM %1)").arg(name), {},
+                    [this](const QSqlQuery& query) {
+                      Note(QStringLiteral("%1 was deleted and is there all the same.")
+                               .arg(Named("Row", query.value(0).toString(), query.value(1).toInt())));
+                    });
+    engine_.ForEach(
+        QStringLiteral("SELECT name, code FROM kept_%1 WHERE deletion NOT IN (SELECT code FROM deletion)").arg(name),
+        {}, [this](const QSqlQuery& query) {
+          Note(QStringLiteral("%1 was deleted, but is kept for no deletion.")
+                   .arg(Named("Row", query.value(0).toString(), query.value(1).toInt())));
+        });
   }
 }
 

@@ -36,6 +36,7 @@ class CStoreChecker {
   template <class Row>
   void CheckParent(const QString& what, const Row& row);
   void CheckName(const QString& what, const QString& name);
+  void CheckDeletions();
   void CheckDefaultViews();
   void CheckRights();
   void CheckCounters();
@@ -47,6 +48,7 @@ class CStoreChecker {
   std::map<int32_t, QString> users_;
   std::map<int32_t, int> plan_codes_;
   int32_t highest_code_ = 0;
+  int deletions_ = 0;
 };
 
 }  // namespace TarnHost::Store

@@ -83,6 +83,11 @@ bool CStoreServices::DeletePlan(const view::DeletePlanResquest& request, view::D
   return Answer(plans_, &CPlanOperations::DeletePlan, request, &response);
 }
 
+bool CStoreServices::RestoreDeleted(const view::RestoreDeletedRequest& request,
+                                    view::RestoreDeletedResponse& response) {
+  return Answer(plans_, &CPlanOperations::RestoreDeleted, request, &response);
+}
+
 bool CStoreServices::GetPlanDetail(const view::GetPlanDetailRequest& request, view::GetPlanDetailResponse& response) {
   return Answer(plans_, &CPlanOperations::GetPlanDetail, request, &response);
 }

@@ -40,6 +40,8 @@ class CStoreServices : public CPlanStore {
                   view_plugin_protocol::UpdatePlanResponse& response) override;
   bool DeletePlan(const view_plugin_protocol::DeletePlanResquest& request,
                   view_plugin_protocol::DeletePlanResponse& response) override;
+  bool RestoreDeleted(const view_plugin_protocol::RestoreDeletedRequest& request,
+                      view_plugin_protocol::RestoreDeletedResponse& response) override;
   bool GetPlanDetail(const view_plugin_protocol::GetPlanDetailRequest& request,
                      view_plugin_protocol::GetPlanDetailResponse& response) override;
   bool AddPlanLog(const view_plugin_protocol::AddPlanLogRequestParam& request,

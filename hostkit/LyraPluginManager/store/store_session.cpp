@@ -29,6 +29,7 @@ CStoreSession::CStoreSession(CSqlEngine& engine, CPlanCatalog& catalog, const st
                              CObserverHub& hub, std::function<bool()> is_awaited, const std::atomic<bool>& closed)
     : engine_(engine),
       repository_(engine, &catalog.Cameras()),
+      deletions_(engine),
       catalog_(catalog),
       user_(user),
       hub_(hub),
@@ -111,38 +112,46 @@ void CStoreSession::CatchUp() {
   }
 }
 
-// A group that had no place until its row was repaired has content of which no entry tells.
+// Reported when all is in: who hears of a group may ask at once for what is in it. A group that comes back, because its
+// deletion was taken back or its row was repaired, has content of which no entry tells.
 void CStoreSession::ApplyForeign(const std::vector<ChangeEntry>& entries) {
+  std::vector<CObserverHub::Event> events;
   std::vector<int32_t> arrived;
   for (const ChangeEntry& entry : entries) {
-    ApplyForeign(entry, &arrived);
+    const bool is_group = entry.kind == ChangeEntry::kGroupSaved || entry.kind == ChangeEntry::kGroupRemoved;
+    const bool was_there = catalog_.CountChildren(entry.code).has_value();
+    const auto news = is_group ? ApplyForeignGroup(entry.code) : ApplyForeignPlan(entry.code);
+    events.insert(events.end(), news.begin(), news.end());
+    if (is_group && !was_there && catalog_.CountChildren(entry.code)) {
+      arrived.push_back(entry.code);
+    }
   }
-  const auto lacks_rows = [this](int32_t group) {
-    return catalog_.CountChildren(group).value_or(0) < repository_.CountChildren(group);
-  };
-  if (std::any_of(arrived.begin(), arrived.end(), lacks_rows)) {
-    ReadWhole();
-    hub_.Post({WholeTreeEvent()});
+  ReadBelow(arrived);
+  hub_.Post(events);
+}
+
+void CStoreSession::ReadBelow(const std::vector<int32_t>& groups) {
+  for (const int32_t group : groups) {
+    if (catalog_.CountChildren(group).value_or(0) < repository_.CountChildren(group)) {
+      const auto [below, plans] = repository_.Subtree(group);
+      catalog_.Put(below, plans);
+    }
   }
 }
 
 // The rows are read as they are now, which may be later than the entry: a row that is gone by now counts as removed,
 // for the entry that removed it may name only the group it went with. So does one that stands nowhere in the tree.
-// Groups that are new in the tree are added to `arrived`.
-void CStoreSession::ApplyForeign(const ChangeEntry& entry, std::vector<int32_t>* arrived) {
-  if (entry.kind == ChangeEntry::kGroupSaved || entry.kind == ChangeEntry::kGroupRemoved) {
-    const auto now = repository_.Group(entry.code);
-    const auto before = now ? catalog_.Put(*now) : catalog_.RemoveGroup(entry.code);
-    if (now && !before && catalog_.CountChildren(entry.code)) {
-      arrived->push_back(entry.code);
-    }
-    hub_.Post(EventsOf(before, catalog_.FindGroup(entry.code, user_), user_));
-  } else {
-    const auto now = repository_.Plan(entry.code);
-    const auto before = now ? catalog_.Put(*now) : catalog_.RemovePlan(entry.code);
-    const auto hit = catalog_.FindPlan(entry.code, user_);
-    hub_.Post(EventsOf(before, hit ? std::make_optional(hit->plan) : std::nullopt, user_));
-  }
+std::vector<CObserverHub::Event> CStoreSession::ApplyForeignGroup(int32_t code) {
+  const auto now = repository_.Group(code);
+  const auto before = now ? catalog_.Put(*now) : catalog_.RemoveGroup(code);
+  return EventsOf(before, catalog_.FindGroup(code, user_), user_);
+}
+
+std::vector<CObserverHub::Event> CStoreSession::ApplyForeignPlan(int32_t code) {
+  const auto now = repository_.Plan(code);
+  const auto before = now ? catalog_.Put(*now) : catalog_.RemovePlan(code);
+  const auto hit = catalog_.FindPlan(code, user_);
+  return EventsOf(before, hit ? std::make_optional(hit->plan) : std::nullopt, user_);
 }
 
 void CStoreSession::Note(ChangeEntry::Kind kind, int32_t code, std::function<void(bool awaited)> apply) {
@@ -280,6 +289,30 @@ void CStoreSession::RemovePlan(int32_t code) {
   repository_.DeletePlan(code);
   Note(ChangeEntry::kPlanRemoved, code,
        [this, code](bool awaited) { PostRemoved(catalog_.RemovePlan(code), awaited); });
+}
+
+void CStoreSession::PutBack(const CKeptDeletions::Deletion& deletion) {
+  deletions_.PutBack(deletion);
+  if (deletion.is_group) {
+    PutBackGroup(deletion.code);
+  } else {
+    PutBackPlan(deletion.code);
+  }
+}
+
+// What is below the group is not reported row by row: a tree fetches it when the group is expanded.
+void CStoreSession::PutBackGroup(int32_t code) {
+  Note(ChangeEntry::kGroupSaved, code, [this, code, rows = repository_.Subtree(code)](bool) {
+    catalog_.Put(rows.first, rows.second);
+    hub_.Post(EventsOf(std::optional<GroupRow>(), catalog_.FindGroup(code, user_), user_));
+  });
+}
+
+void CStoreSession::PutBackPlan(int32_t code) {
+  Note(ChangeEntry::kPlanSaved, code, [this, row = repository_.Plan(code)](bool) {
+    catalog_.Put(*row);
+    hub_.Post(EventsOf(std::optional<PlanRow>(), row, user_));
+  });
 }
 
 }  // namespace TarnHost::Store

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "store/change_feed.h"
+#include "store/kept_deletions.h"
 #include "store/observer_hub.h"
 #include "store/plan_catalog.h"
 #include "store/plan_repository.h"
@@ -29,6 +30,7 @@ class CStoreSession {
 
   CSqlEngine& Engine() { return engine_; }
   CPlanRepository& Repository() { return repository_; }
+  CKeptDeletions& Deletions() { return deletions_; }
 
   /// Fills the catalog with the store's content.
   void LoadCatalog();
@@ -68,6 +70,9 @@ class CStoreSession {
   void SaveNew(const StoredPlan& plan);
   void SaveChanged(const StoredPlan& plan);
   void RemovePlan(int32_t code);
+  /// What was deleted stands where it stood again. The only change that this process's own observers hear of, too: who
+  /// asks for it has no record to make the row from.
+  void PutBack(const CKeptDeletions::Deletion& deletion);
 
  private:
   struct Step {
@@ -103,16 +108,21 @@ class CStoreSession {
       hub_.Post(EventsOf(before, std::optional<Row>(), user_));
     }
   }
+  void PutBackGroup(int32_t code);
+  void PutBackPlan(int32_t code);
   void Note(ChangeEntry::Kind kind, int32_t code, std::function<void(bool awaited)> apply);
   void CatchUp();
   void ReadWhole();
   void ReadCameraNames();
   PlanRow RowOf(const StoredPlan& plan) const;
   void ApplyForeign(const std::vector<ChangeEntry>& entries);
-  void ApplyForeign(const ChangeEntry& entry, std::vector<int32_t>* arrived);
+  std::vector<CObserverHub::Event> ApplyForeignGroup(int32_t code);
+  std::vector<CObserverHub::Event> ApplyForeignPlan(int32_t code);
+  void ReadBelow(const std::vector<int32_t>& groups);
 
   CSqlEngine& engine_;
   CPlanRepository repository_;
+  CKeptDeletions deletions_;
   CPlanCatalog& catalog_;
   const std::atomic<int32_t>& user_;
   CObserverHub& hub_;

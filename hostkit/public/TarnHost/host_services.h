@@ -35,6 +35,8 @@ class TARN_HOST_EXPORT IHostServices {
                           view_plugin_protocol::UpdatePlanResponse&) = 0;
   virtual bool DeletePlan(const view_plugin_protocol::DeletePlanResquest&,
                           view_plugin_protocol::DeletePlanResponse&) = 0;
+  virtual bool RestoreDeleted(const view_plugin_protocol::RestoreDeletedRequest&,
+                              view_plugin_protocol::RestoreDeletedResponse&) = 0;
   virtual bool GetPlanDetail(const view_plugin_protocol::GetPlanDetailRequest&,
                              view_plugin_protocol::GetPlanDetailResponse&) = 0;
   virtual bool AddPlanLog(const view_plugin_protocol::AddPlanLogRequestParam&,

@@ -1,0 +1,117 @@
+#include "store/kept_deletions.h"
+
+#include <QVariantList>
+
+#include "store/plan_repository.h"
+
+namespace TarnHost::Store {
+namespace {
+
+const char kGroups[] = "plan_group";
+const char kPlans[] = "plan";
+const char kGroupColumns[] = "code, parent_code, family, owner_id, name";
+const char kPlanColumns[] =
+    "code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time, pages,"
+    " thumbnail, creator, creation_time, revision, changed_by, changed_at, checksum";
+const char kViewColumns[] = "user_id, code, type";
+
+QString TableOf(bool is_group) {
+  return QLatin1String(is_group ? kGroups : kPlans);
+}
+
+}  // namespace
+
+void CKeptDeletions::Note(const char* table, int32_t code, int32_t user, int64_t at) {
+  engine_.Execute(
+      QStringLiteral("INSERT INTO deletion (code, is_group, parent_code, family, owner_id, name, namesakes, user_id,"
+                     " deleted_at) SELECT code, CAST(? AS INTEGER), parent_code, family, owner_id, name,"
+                     " (SELECT count(*) FROM %1 other WHERE other.parent_code = gone.parent_code AND"
+                     " other.owner_id = gone.owner_id AND other.name = gone.name) - 1, CAST(? AS INTEGER),"
+                     " CAST(? AS BIGINT) FROM %1 gone WHERE code = ?")
+          .arg(QLatin1String(table)),
+      {int(table == kGroups), user, qint64(at), code});
+}
+
+void CKeptDeletions::KeepGroup(int32_t code, int32_t user, int64_t at) {
+  Note(kGroups, code, user, at);
+  const auto keep = [&](const char* table, const char* columns, const char* condition) {
+    engine_.Execute(QLatin1String(kGroupTree) +
+                        QStringLiteral("INSERT INTO kept_%1 (deletion, %2) SELECT CAST(? AS INTEGER), %2 FROM %1"
+                                       " WHERE %3")
+                            .arg(QLatin1String(table), QLatin1String(columns), QLatin1String(condition)),
+                    {code, code});
+  };
+  keep("default_view", kViewColumns,
+       "code IN (SELECT code FROM tree) OR code IN"
+       " (SELECT code FROM plan WHERE parent_code IN (SELECT code FROM tree))");
+  keep(kPlans, kPlanColumns, "parent_code IN (SELECT code FROM tree)");
+  keep(kGroups, kGroupColumns, "code IN (SELECT code FROM tree)");
+}
+
+void CKeptDeletions::KeepPlan(int32_t code, int32_t user, int64_t at) {
+  Note(kPlans, code, user, at);
+  const auto keep = [&](const char* table, const char* columns) {
+    engine_.Execute(QStringLiteral("INSERT INTO kept_%1 (deletion, %2) SELECT CAST(? AS INTEGER), %2 FROM %1"
+                                   " WHERE code = ?")
+                        .arg(QLatin1String(table), QLatin1String(columns)),
+                    {code, code});
+  };
+  keep("default_view", kViewColumns);
+  keep(kPlans, kPlanColumns);
+}
+
+std::optional<CKeptDeletions::Deletion> CKeptDeletions::Find(int32_t code, bool is_group) {
+  std::optional<Deletion> found;
+  engine_.ForEach(
+      "SELECT code, is_group, parent_code, family, owner_id, name, user_id, deleted_at, namesakes FROM deletion"
+      " WHERE code = ? AND is_group = ?",
+      {code, int(is_group)}, [&found](const QSqlQuery& query) {
+        found = {query.value(0).toInt(), query.value(1).toInt() != 0, query.value(2).toInt(),
+                 query.value(3).toInt(), query.value(4).toInt(),      query.value(5).toString(),
+                 query.value(6).toInt(), query.value(7).toLongLong(), query.value(8).toInt()};
+      });
+  return found;
+}
+
+int32_t CKeptDeletions::NamesakesOf(const Deletion& deletion) {
+  return engine_
+      .Value(QStringLiteral("SELECT count(*) FROM %1 WHERE parent_code = ? AND owner_id = ? AND name = ?")
+                 .arg(TableOf(deletion.is_group)),
+             {deletion.parent, deletion.owner, deletion.name})
+      .toInt();
+}
+
+void CKeptDeletions::PutBack(const Deletion& deletion) {
+  const auto put = [&](const char* table, const char* columns, const char* condition) {
+    engine_.Execute(QStringLiteral("INSERT INTO %1 (%2) SELECT %2 FROM kept_%1 WHERE deletion = ?%3")
+                        .arg(QLatin1String(table), QLatin1String(columns), QLatin1String(condition)),
+                    {deletion.code});
+  };
+  put(kGroups, kGroupColumns, "");
+  put(kPlans, kPlanColumns, "");
+  put("default_view", kViewColumns, " AND user_id NOT IN (SELECT user_id FROM default_view)");
+  ForgetRows(QStringLiteral("= ?"), {deletion.code});
+}
+
+void CKeptDeletions::ForgetDefaultView(int32_t user) {
+  engine_.Execute("DELETE FROM kept_default_view WHERE user_id = ?", {user});
+}
+
+// Mostly there is nothing: then one look at one small table has to do.
+void CKeptDeletions::Purge(int64_t earliest, int64_t latest) {
+  const QVariantList times{qint64(earliest), qint64(latest)};
+  const char due[] = "SELECT code FROM deletion WHERE deleted_at < ? OR deleted_at > ?";
+  if (engine_.Value(due, times).isValid()) {
+    ForgetRows(QStringLiteral("IN (%1)").arg(QLatin1String(due)), times);
+  }
+}
+
+// What names the deletions goes last.
+void CKeptDeletions::ForgetRows(const QString& condition, const QVariantList& values) {
+  for (const char* table : {"kept_default_view", "kept_plan", "kept_plan_group"}) {
+    engine_.Execute(QStringLiteral("DELETE FROM %1 WHERE deletion %2").arg(QLatin1String(table), condition), values);
+  }
+  engine_.Execute(QStringLiteral("DELETE FROM deletion WHERE code %1").arg(condition), values);
+}
+
+}  // namespace TarnHost::Store

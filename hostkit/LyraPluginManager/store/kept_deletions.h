@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+#include "store/sql_engine.h"
+
+namespace TarnHost::Store {
+
+/// What was deleted and can still be taken back: the rows of a deletion, in tables of their own, where nothing that
+/// reads plans and groups comes upon them. Everything runs in the caller's transaction. Throws CStoreError. Thread: the
+/// engine's.
+class CKeptDeletions {
+ public:
+  struct Deletion {
+    int32_t code = 0;
+    bool is_group = false;
+    int32_t parent = 0, family = 0, owner = 0;
+    QString name;
+    int32_t user = 0;       // who deleted it
+    int64_t at = 0;         // seconds since 1970 by that user's clock
+    int32_t namesakes = 0;  // how many stood beside it then
+  };
+
+  explicit CKeptDeletions(CSqlEngine& engine) : engine_(engine) {}
+
+  /// Keeps a row that is about to be deleted, with the default views that name it; a group with all below it.
+  void KeepGroup(int32_t code, int32_t user, int64_t at);
+  void KeepPlan(int32_t code, int32_t user, int64_t at);
+
+  std::optional<Deletion> Find(int32_t code, bool is_group);
+  /// How many rows of its kind and name stand where it stood.
+  int32_t NamesakesOf(const Deletion& deletion);
+  /// Puts its rows where they were, and the default views of users who have chosen no other one since.
+  void PutBack(const Deletion& deletion);
+
+  /// The user has chosen a default view; an earlier one does not come back.
+  void ForgetDefaultView(int32_t user);
+  /// Forgets what was not deleted between these two times.
+  void Purge(int64_t earliest, int64_t latest);
+
+ private:
+  void Note(const char* table, int32_t code, int32_t user, int64_t at);
+  void ForgetRows(const QString& condition, const QVariantList& values);
+
+  CSqlEngine& engine_;
+};
+
+}  // namespace TarnHost::Store

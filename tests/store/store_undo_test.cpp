@@ -1,0 +1,259 @@
+#include <QtTest>
+#include <atomic>
+
+#include "LyraPluginManager/error_kind.h"
+#include "TarnHost/store_care.h"
+#include "store_fixture.h"
+
+using namespace StoreTest;
+
+namespace {
+
+const int kLater = 700;  // seconds: whatever a deletion kept is due to be forgotten
+
+/// What comes to and goes from the top of a client's trees: "+code" and "-code".
+class CTopWatch : public ResourceData::IResourceObserver {
+ public:
+  explicit CTopWatch(const CClient& client) : client_(client) {
+    client_->ViewRegisterResourceUpdate(this, {kGroupType, "root", 1});
+  }
+  ~CTopWatch() override { client_->ViewRegisterResourceUpdate(this, {kGroupType, "root", 0}); }
+  void OnResourceUpdate(const Param& param) override {
+    const QString signs[] = {"+", "-"};
+    const bool child = param.event == ResourceData::RE_CHILD_ADDED || param.event == ResourceData::RE_CHILD_REMOVED;
+    lines.append((child ? signs[param.event - ResourceData::RE_CHILD_ADDED] : QString("whole tree")) +
+                 QString::fromStdString(param.second));
+  }
+
+  QStringList lines;
+
+ private:
+  const CClient client_;
+};
+
+QString Code(const std::string& code) {
+  return QString::fromStdString(code);
+}
+
+}  // namespace
+
+/// Deletions that are taken back, and what other clients see of them.
+class StoreUndoTest : public CStoreTest {
+  Q_OBJECT
+ private Q_SLOTS:
+  void init();
+  void GroupIsNowhereAndThenWhereItWas();
+  void PlanComesBackAsItWas();
+  void DefaultViewComesBackUnlessAnotherWasChosen();
+  void MoreThanOnceDoesNoHarm();
+  void OutlivesTheClientThatDeleted();
+  void IsRefused_data();
+  void IsRefused();
+  void NamesakesOfBeforeAreNoObstacle();
+  void KeptRowsAreForgotten();
+  void CareKnowsKeptRows();
+
+ private:
+  std::string Gates() const { return ann_.Group("-1", "Gates"); }
+  QString Kept() const {
+    return fixture_->ReadPastTheStore(
+        "SELECT (SELECT count(*) FROM deletion) || ' ' || (SELECT count(*) FROM kept_plan_group) || ' ' ||"
+        " (SELECT count(*) FROM kept_plan) || ' ' || (SELECT count(*) FROM kept_default_view)");
+  }
+  /// All that a client sees of the public tree.
+  static QStringList Seen(const CClient& client) {
+    QStringList seen = client.Groups("-1") + client.Plans("-1") + client.Search("gate", 0);
+    const std::string gates = client.Group("-1", "Gates");
+    return seen + client.Groups(gates) + client.Plans(gates) + client.Plans(client.Group(gates, "North"));
+  }
+
+  std::shared_ptr<std::atomic<int>> passed_;  // seconds that the clock of all clients is ahead
+};
+
+void StoreUndoTest::init() {
+  CStoreTest::init();
+  passed_ = std::make_shared<std::atomic<int>>(0);
+  fixture_->options.now = [passed = passed_] { return QDateTime::currentDateTime().addSecs(*passed); };
+}
+
+void StoreUndoTest::GroupIsNowhereAndThenWhereItWas() {
+  const QStringList before = Seen(ann_);
+  const std::string gates = Gates(), gate_b = ann_.Plan("Gate B");
+  CTopWatch own(ann_), other(bob_);
+  view::DeletePlanGroupResponse deleted;
+  QVERIFY(ann_->DeletePlanGroup({gates, {}, 0}, deleted));
+  QCOMPARE(deleted.restorable_seconds, 10);
+  for (const CClient& client : {ann_, bob_}) {
+    QTRY_COMPARE(client.Groups("-1"), QStringList());
+    QCOMPARE(client.Plan("Gate B"), std::string());
+    QCOMPARE(client.Search("gate", 0), QStringList());
+    QCOMPARE(client.Detail(gate_b).index_code, std::string());
+  }
+  QTRY_COMPARE(other.lines, QStringList{"-" + Code(gates)});
+  QVERIFY(own.lines.isEmpty());
+
+  QCOMPARE(ann_.RestoreGroup(gates), QString());
+  QCOMPARE(Seen(ann_), before);
+  QTRY_COMPARE(own.lines, QStringList{"+" + Code(gates)});
+  QTRY_COMPARE(other.lines.last(), "+" + Code(gates));
+  QCOMPARE(other.lines.size(), 2);
+  QCOMPARE(Seen(bob_), before);
+  QCOMPARE(Seen(CClient(fixture_.get(), "fred")), before);
+  QCOMPARE(Kept(), QString("0 0 0 0"));
+}
+
+void StoreUndoTest::PlanComesBackAsItWas() {
+  const std::string gate = ann_.Plan("Gate A");
+  view::UpdatePlanRequest change = ann_.Unchanged(gate);
+  change.auto_play = true;
+  change.begin_time = "08:00:00";
+  change.end_time = "09:00:00";
+  QCOMPARE(ann_.Update(change), QString());
+  const view::GetPlanDetailResponse before = ann_.Detail(gate);
+  QCOMPARE(ann_.DeletePlan(gate), QString());
+  std::string later;
+  QCOMPARE(bob_.AddPlan("-1", "Another", &later), QString());
+  QVERIFY(std::stoi(later) > std::stoi(gate));
+
+  QCOMPARE(ann_.RestorePlan(gate), QString());
+  for (const CClient& client : {ann_, bob_}) {
+    QTRY_COMPARE(client.Plan("Gate A"), gate);
+    const view::GetPlanDetailResponse now = client.Detail(gate);
+    QCOMPARE(now.revision, before.revision);
+    QCOMPARE(now.group_index_code, before.group_index_code);
+    QCOMPARE(now.pages.size(), before.pages.size());
+    QCOMPARE(now.start_time, before.start_time);
+    QCOMPARE(now.creation_time, before.creation_time);
+    QCOMPARE(client.Detail("", 1).index_code, gate);  // the automatic plan
+  }
+  QCOMPARE(ann_.Update(ann_.Unchanged(gate)), QString());
+}
+
+void StoreUndoTest::DefaultViewComesBackUnlessAnotherWasChosen() {
+  const std::string gate_b = ann_.Plan("Gate B"), top = ann_.Plan("Top"), gates = Gates();
+  const CClient cid(fixture_.get(), "cid");
+  for (const CClient& client : {ann_, bob_, cid}) {
+    QCOMPARE(client.SetDefaultView(gate_b, kPlanType), QString());
+  }
+  QCOMPARE(ann_.DeleteGroup(gates), QString());
+  QCOMPARE(ann_.DefaultView(), std::string("-3"));
+  QCOMPARE(bob_.SetDefaultView(top, kPlanType), QString());
+  QCOMPARE(cid.SetDefaultView("-3", kPlanType), QString());
+  QCOMPARE(ann_.RestoreGroup(gates), QString());
+  QCOMPARE(ann_.DefaultView(), gate_b);
+  QTRY_COMPARE(bob_.Plan("Gate B"), gate_b);
+  QCOMPARE(bob_.DefaultView(), top);
+  QCOMPARE(cid.DefaultView(), std::string("-3"));
+}
+
+void StoreUndoTest::MoreThanOnceDoesNoHarm() {
+  const std::string top = ann_.Plan("Top");
+  for (int round = 0; round < 2; ++round) {
+    QCOMPARE(ann_.DeletePlan(top), QString());
+    QCOMPARE(ann_.RestorePlan(top), QString());
+    QCOMPARE(ann_.RestorePlan(top), QString());
+    QCOMPARE(ann_.Plans("-1").size(), 1);
+  }
+  QCOMPARE(ann_.DeletePlan(top), QString());
+  QVERIFY(!ann_.RestoreGroup(top).isEmpty());  // no group has this code
+  QCOMPARE(ann_.RestorePlan(top), QString());
+}
+
+void StoreUndoTest::OutlivesTheClientThatDeleted() {
+  const std::string gates = Gates();
+  QCOMPARE(ann_.DeleteGroup(gates), QString());
+  ann_.Leave();
+  QCOMPARE(bob_.AddPlan("-1", "Another"), QString());
+  QCOMPARE(ann_.RestoreGroup(gates), QString());
+  QTRY_COMPARE(bob_.Group("-1", "Gates"), gates);
+}
+
+void StoreUndoTest::IsRefused_data() {
+  QTest::addColumn<int>("kind");
+  QTest::addColumn<QString>("text");
+  QTest::newRow("too late") << int(view::Gone) << "It is too late to undo the deletion.";
+  QTest::newRow("never deleted") << int(view::Gone) << "It is too late to undo the deletion.";
+  QTest::newRow("group gone") << int(view::Gone)
+                              << "\"Gate B\" cannot come back: its group was deleted in the meantime.";
+  QTest::newRow("name taken") << int(view::Refused)
+                              << "\"Gate B\" cannot come back: its name was given to another in the meantime.";
+  QTest::newRow("another user") << int(view::NotPermitted)
+                                << "\"Gate B\" was deleted by another user. Only that user can undo it.";
+  QTest::newRow("right withdrawn") << int(view::NotPermitted) << "You have no right to delete public plans and groups.";
+}
+
+void StoreUndoTest::IsRefused() {
+  const QString what = QTest::currentDataTag();
+  const CClient dora(fixture_.get(), "dora");
+  const std::string gate = ann_.Plan("Gate B"), north = ann_.Group(Gates(), "North");
+  CClient asks = ann_;
+  if (what != "never deleted") {
+    QCOMPARE(ann_.DeletePlan(gate), QString());
+  }
+  std::string asked = gate;
+  if (what == "too late") {
+    *passed_ = 61;
+  } else if (what == "never deleted") {
+    asked = "999999";
+  } else if (what == "group gone") {
+    QCOMPARE(dora.DeleteGroup(north), QString());
+  } else if (what == "name taken") {
+    QCOMPARE(bob_.AddPlan(north, "Gate B"), QString());
+  } else if (what == "another user") {
+    asks = dora;
+  } else if (what == "right withdrawn") {
+    ann_.Leave();
+    fixture_->RunPastTheStore("DELETE FROM user_right WHERE code = 7");
+  }
+  QFETCH(int, kind);
+  int32_t answered = -1;
+  QTEST(asks.RestorePlan(asked, &answered), "text");
+  QCOMPARE(answered, kind);
+}
+
+void StoreUndoTest::NamesakesOfBeforeAreNoObstacle() {
+  std::string second;
+  QCOMPARE(ann_.AddPlan("-1", "Top", &second), QString());
+  *passed_ = 59;  // of each deletion: the last click
+  QCOMPARE(ann_.DeletePlan(second), QString());
+  *passed_ = 118;
+  QCOMPARE(ann_.RestorePlan(second), QString());
+  QCOMPARE(ann_.Plans("-1").size(), 2);
+}
+
+void StoreUndoTest::KeptRowsAreForgotten() {
+  QCOMPARE(ann_.SetDefaultView(ann_.Plan("Gate B"), kPlanType), QString());
+  QCOMPARE(ann_.DeletePlan(ann_.Plan("Top")), QString());
+  QCOMPARE(ann_.DeleteGroup(Gates()), QString());
+  QCOMPARE(Kept(), QString("2 2 3 1"));
+  ann_.Leave();
+  *passed_ = kLater;
+  std::string code;
+  QCOMPARE(bob_.AddPlan("-1", "Another", &code), QString());
+  QCOMPARE(Kept(), QString("0 0 0 0"));
+}
+
+void StoreUndoTest::CareKnowsKeptRows() {
+  const std::string gates = Gates();
+  QCOMPARE(ann_.DeleteGroup(gates), QString());
+  QStringList findings;
+  QString summary, error, place = fixture_->Url();
+  if (!CStoreFixture::OnPostgres()) {
+    place = "sqlite:" + fixture_->File() + ".copy";
+    QVERIFY2(TarnHost::StoreCare::BackUp(fixture_->Url(), place.mid(7), &error), qPrintable(error));
+  }
+  QVERIFY2(TarnHost::StoreCare::Check(place, &findings, &summary, &error), qPrintable(error));
+  QCOMPARE(findings, QStringList());
+  QVERIFY2(summary.contains("deletions kept to be undone: 1"), qPrintable(summary));
+
+  fixture_->RunPastTheStore(
+      "INSERT INTO plan_group SELECT code, parent_code, family, owner_id, name"
+      " FROM kept_plan_group WHERE name = 'Gates'");
+  fixture_->RunPastTheStore("DELETE FROM deletion");
+  QVERIFY2(TarnHost::StoreCare::Check(fixture_->Url(), &findings, &summary, &error), qPrintable(error));
+  QCOMPARE(findings.size(), 5);  // the group that is there, and four rows that belong to no deletion
+  QVERIFY(findings.first().contains("Gates") && findings.first().contains("is there all the same"));
+}
+
+QTEST_GUILESS_MAIN(StoreUndoTest)
+#include "store_undo_test.moc"
