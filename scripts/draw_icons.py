@@ -71,6 +71,8 @@ WINDOW = {
     "drop_down": f'<path d="M5.5 8l4.5 4.5L14.5 8" {LINE}/>',
     "save": f'<path d="M4 3.5h9.5l3 3V16.5H3.5V4z" {LINE}/><path d="M6.5 3.5v4h6v-4M6.5 16.5v-5h7v5" {LINE}/>',
     "history": f'<path d="M3.6 7.2A7 7 0 1 1 3 10M3.2 3.6v3.8H7" {LINE}/><path d="M10 6.2v4l2.8 1.8" {LINE}/>',
+    "menu": f'<path d="M3.5 5.5h13M3.5 10h13M3.5 14.5h13" {LINE}/>',
+    "messages": f'<path d="M3.5 4.5h13v9H9l-3.5 3v-3h-2z" {LINE}/><path d="M6.5 7.6h7M6.5 10.4h4.5" {LINE}/>',
     "settings": f'<path d="M3.5 6.5h2.4M10.1 6.5h6.4M3.5 13.5h6.4M14.1 13.5h2.4" {LINE}/>'
                 f'<circle cx="8" cy="6.5" r="2.1" {LINE}/><circle cx="12" cy="13.5" r="2.1" {LINE}/>',
     "user": f'<circle cx="10" cy="6.6" r="3.1" {LINE}/>'

@@ -192,6 +192,90 @@
     </message>
 </context>
 <context>
+    <name>TarnClient::CMessageDesk</name>
+    <message numerus="yes">
+        <source>%n error(s) not read yet. Messages</source>
+        <translation>
+            <numerusform>%n error not read yet. Messages</numerusform>
+            <numerusform>%n errors not read yet. Messages</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CMessageLog</name>
+    <message>
+        <source>Done</source>
+        <translation>Done</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warning</translation>
+    </message>
+    <message>
+        <source>Hint</source>
+        <translation>Hint</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Error</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>Kind</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>Message</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CMessagesWindow</name>
+    <message>
+        <source>Messages</source>
+        <translation>Messages</translation>
+    </message>
+    <message>
+        <source>Filter messages</source>
+        <translation>Filter messages</translation>
+    </message>
+    <message>
+        <source>Kind of messages</source>
+        <translation>Kind of messages</translation>
+    </message>
+    <message>
+        <source>All kinds</source>
+        <translation>All kinds</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Clear</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Copy what is marked, or all</source>
+        <translation>Copy what is marked, or all</translation>
+    </message>
+    <message>
+        <source>There are no messages.</source>
+        <translation>There are no messages.</translation>
+    </message>
+    <message>
+        <source>No message like this.</source>
+        <translation>No message like this.</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CProgrammeTexts</name>
     <message>
         <source>The default view is a group, but playing groups in turn is switched off.</source>
@@ -494,6 +578,10 @@
     <message>
         <source>Settings</source>
         <translation>Settings</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Messages</translation>
     </message>
 </context>
 <context>

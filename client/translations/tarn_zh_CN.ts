@@ -239,6 +239,89 @@
     </message>
 </context>
 <context>
+    <name>TarnClient::CMessageDesk</name>
+    <message numerus="yes">
+        <source>%n error(s) not read yet. Messages</source>
+        <translation>
+            <numerusform>%n 个错误未读。消息</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CMessageLog</name>
+    <message>
+        <source>Done</source>
+        <translation>完成</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>Hint</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>错误</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>类型</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>消息</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CMessagesWindow</name>
+    <message>
+        <source>Messages</source>
+        <translation>消息</translation>
+    </message>
+    <message>
+        <source>Filter messages</source>
+        <translation>筛选消息</translation>
+    </message>
+    <message>
+        <source>Kind of messages</source>
+        <translation>消息类型</translation>
+    </message>
+    <message>
+        <source>All kinds</source>
+        <translation>全部类型</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>复制</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>清空</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Copy what is marked, or all</source>
+        <translation>复制所选，或全部</translation>
+    </message>
+    <message>
+        <source>There are no messages.</source>
+        <translation>没有消息。</translation>
+    </message>
+    <message>
+        <source>No message like this.</source>
+        <translation>没有符合的消息。</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CProgrammeTexts</name>
     <message>
         <source>The default view is a group, but playing groups in turn is switched off.</source>
@@ -541,6 +624,10 @@
     <message>
         <source>Settings</source>
         <translation>设置</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>消息</translation>
     </message>
 </context>
 <context>

@@ -18,6 +18,8 @@
 #include "TarnUIDataController/message_tip_manager.h"
 #include "history/history_popup.h"
 #include "history/play_history.h"
+#include "messages/message_desk.h"
+#include "messages/message_log.h"
 #include "plans/plan_family.h"
 #include "plans/plan_player.h"
 #include "plans/plan_renewal.h"
@@ -55,6 +57,7 @@ CMainWindow::CMainWindow(Setup setup, QWidget* parent)
       renewal_(new CPlanRenewal(wall_, this)),
       saver_(new CPlanSaver(
           wall_, [this]() -> CPlanFamily& { return CurrentFamily(); }, this)),
+      messages_(new CMessageDesk(actions_, this)),
       history_(new CPlayHistory(this)) {
   setWindowTitle(tr("Plans"));
   wall_->AcceptDropsOf(setup.station_id);
@@ -105,8 +108,18 @@ void CMainWindow::BuildStatusBar(const QString& user, const QString& store_url) 
   store_state_ = new CStoreState(store_url, this);
   statusBar()->addWidget(user_menu_);
   statusBar()->addWidget(store_state_, 1);
+  BuildMessagesButton();
   statusBar()->addPermanentWidget(NewButton("settings_btn", actions_->Of(WindowCommand::Settings)));
   statusBar()->setSizeGripEnabled(false);
+}
+
+void CMainWindow::BuildMessagesButton() {
+  QToolButton* button = NewButton("messages_btn", actions_->Of(WindowCommand::Messages));
+  statusBar()->addPermanentWidget(button);
+  const auto renew = [button](int unread) {
+    button->setToolButtonStyle(unread > 0 ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonIconOnly);
+  };
+  connect(&messages_->Log(), &CMessageLog::SignalUnreadChanged, button, renew);
 }
 
 QToolButton* CMainWindow::NewButton(const char* name, QAction* action) {
@@ -337,6 +350,7 @@ void CMainWindow::SwitchUser(const QString& user) {
     settings_->close();  // it shows what the old user has chosen
   }
   player_->ForgetUser();
+  messages_->ForgetUser();
   history_->Clear();
   for (const auto& family : families_) {
     family->Panel()->SwitchUserUpdate();

@@ -32,6 +32,7 @@ class CPlanFamily;
 class CPlanPlayer;
 class CPlanRenewal;
 class CPlanSaver;
+class CMessageDesk;
 class CPlayHistory;
 class CSettingsDialog;
 class CStoreState;
@@ -56,6 +57,7 @@ class CMainWindow : public QMainWindow {
 
   CLiveWall& Wall() { return *wall_; }
   CPlanPlayer& Player() { return *player_; }
+  CMessageDesk& Messages() { return *messages_; }
   CPlayHistory& History() { return *history_; }
   /// Public plans first, then own ones.
   CPlanFamily& Family(size_t number) { return *families_.at(number); }
@@ -99,6 +101,7 @@ class CMainWindow : public QMainWindow {
   void AddFamilies();
   void ConnectMessages();
   void ConnectActions();
+  void BuildMessagesButton();
   QToolButton* NewButton(const char* name, QAction* action);
   void OnSaveReasons(const QString& why_not_save, const QString& why_not_save_as);
   void OnDropped(const PlanDrop& drop);
@@ -119,6 +122,7 @@ class CMainWindow : public QMainWindow {
   CPlanPlayer* player_ = nullptr;
   CPlanRenewal* renewal_ = nullptr;
   CPlanSaver* saver_ = nullptr;
+  CMessageDesk* messages_ = nullptr;
   CPlayHistory* history_ = nullptr;
   CHistoryPopup* history_popup_ = nullptr;
   QToolButton* history_button_ = nullptr;

@@ -28,6 +28,7 @@ std::array<Look, kWindowCommands> Looks() {
        Qt::CTRL | Qt::SHIFT | Qt::Key_S},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Ways to save"), "drop_down", {}},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Plans played lately"), "history", Qt::CTRL | Qt::Key_H},
+      {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Messages"), "messages", Qt::CTRL | Qt::Key_M},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Switch user"), "user", Qt::CTRL | Qt::Key_U},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Settings"), "settings", Qt::CTRL | Qt::Key_Comma},
   }};

@@ -12,8 +12,9 @@ class QWidget;
 namespace tarn_ui_data_controller {
 
 /// Message tips: short texts over a window, one after the other. They are child overlays, never windows, so they take
-/// no activation. A failure (state 1) stays longer than a success (state 0). Each tip is read out to assistive
-/// technology. Thread: GUI.
+/// no activation. A success (state 0) stays 4 s, a failure (state 1) 10 s; less while others wait, longer while the
+/// mouse moves over it, and a click takes it away. The same text again is counted. Few wait: of too many, successes are
+/// left out first. Each tip is read out to assistive technology. Thread: GUI.
 class TARN_HOST_EXPORT CMessageTipManager : public QObject, public Wren::Base::CSingleton<CMessageTipManager> {
   Q_OBJECT
  public:
@@ -26,10 +27,15 @@ class TARN_HOST_EXPORT CMessageTipManager : public QObject, public Wren::Base::C
   void ShowMessage(QWidget* window, const QString& text, int kind, int place, int distance);
   /// The tip on screen; an empty text when there is none.
   QString CurrentText() const;
+  /// All have been read: the tip on screen goes, and those that wait with it.
+  void TakeAway();
 
  Q_SIGNALS:
   /// A tip has come on screen.
   void SignalTipShown(const QString& text, int state);
+  /// A tip was asked for, whether or not it comes on screen. `kind` as for ShowMessage().
+  void SignalTipAsked(const QString& text, int kind);
+  void SignalTipClicked();
 
  private:
   friend class Wren::Base::CSingleton<CMessageTipManager>;

@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QVariant>
 
 #include "MarUIControl/accessible_role.h"
@@ -35,7 +36,8 @@ MessageTip::MessageTip(const QString& text, int kind, int distance, QWidget* win
     : QFrame(window), distance_(distance) {
   setObjectName(QStringLiteral("message_tip"));
   setProperty("kind", kind);
-  setAttribute(Qt::WA_TransparentForMouseEvents);
+  setMouseTracking(true);
+  setCursor(Qt::PointingHandCursor);
   setFocusPolicy(Qt::NoFocus);
   MarUIControl::SetAccessibleRole(this, QAccessible::AlertMessage);  // so that it is read out when it is shown
   setAccessibleName(text);
@@ -51,12 +53,40 @@ MessageTip::MessageTip(const QString& text, int kind, int distance, QWidget* win
   layout->setSpacing(10);
   layout->addWidget(mark, 0, Qt::AlignTop);
   layout->addWidget(text_, 1);
+  count_ = new QLabel(this);
+  count_->setObjectName(QStringLiteral("message_tip_count"));
+  layout->addWidget(count_, 0, Qt::AlignTop);
+  count_->hide();
+  for (QLabel* label : {mark, text_, count_}) {
+    label->setMouseTracking(true);  // or moves over them never come here
+  }
   window->installEventFilter(this);
   Place();
 }
 
 QString MessageTip::Text() const {
   return text_->text();
+}
+
+void MessageTip::SetCount(int count) {
+  count_->setText(QStringLiteral("\u00d7%1").arg(count));
+  count_->setVisible(count > 1);
+  setAccessibleDescription(count_->text());
+  Place();
+}
+
+void MessageTip::mousePressEvent(QMouseEvent* event) {
+  event->accept();  // not for what lies below
+}
+
+void MessageTip::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton && rect().contains(event->pos())) {
+    Q_EMIT SignalClicked();
+  }
+}
+
+void MessageTip::mouseMoveEvent(QMouseEvent*) {
+  Q_EMIT SignalLookedAt();
 }
 
 bool MessageTip::eventFilter(QObject* watched, QEvent* event) {

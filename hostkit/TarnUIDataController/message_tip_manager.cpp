@@ -1,8 +1,8 @@
 #include "TarnUIDataController/message_tip_manager.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QPointer>
-#include <QQueue>
 #include <QTimer>
 
 #include "MarUIControl/control_accessibility.h"
@@ -10,26 +10,23 @@
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/message_tip.h"
 #include "TarnUIDataController/tip_kind.h"
+#include "TarnUIDataController/tip_queue.h"
 #include "marlog/marlog.h"
 
 namespace tarn_ui_data_controller {
 
 namespace {
 
-constexpr int kMostWaiting = 32;
+constexpr int kLookMs = 3000;          // a tip stays that long once somebody has looked at it,
+constexpr int kLongestLookMs = 30000;  // but others are not kept waiting for ever
 constexpr int kTipDistance = 48;
 constexpr int kPlaceTop = 1;
 
-struct TipTraits {
-  int shown_ms;
-  int log_level;
-};
-
-TipTraits TraitsOf(int kind) {
+int LogLevelOf(int kind) {
   if (kind == kSuccessTip) {
-    return {2000, marlog::Info};
+    return marlog::Info;
   }
-  return {5000, marlog::Warning};
+  return marlog::Warning;
 }
 
 QWidget* WindowFor(QWidget* widget) {
@@ -52,42 +49,81 @@ QWidget* WindowFor(QWidget* widget) {
 
 class CMessageTipManager::Private {
  public:
-  struct Waiting {
-    QString text;
-    int kind = kSuccessTip;
-    int distance = kTipDistance;
-    QPointer<QWidget> window;
-  };
-
   explicit Private(CMessageTipManager* manager) : q(manager) {
     end_of_tip.setSingleShot(true);
     QObject::connect(&end_of_tip, &QTimer::timeout, q, [this] { EndTip(); });
   }
 
+  void Add(const Tip& next);
   void ShowNext();
+  void Show(const Tip& next);
+  void ScheduleEnd();
   void EndTip();
 
   CMessageTipManager* const q;
-  QQueue<Waiting> waiting;
-  QPointer<MessageTip> tip;
+  TipQueue waiting;
+  Tip shown;
+  QPointer<MessageTip> tip;  // of `shown`
+  QElapsedTimer on_screen;
+  int looked_at_until = 0;  // in its time on screen
   QTimer end_of_tip;
 };
 
-void CMessageTipManager::Private::ShowNext() {
-  while (!end_of_tip.isActive() && !waiting.isEmpty()) {
-    const Waiting next = waiting.dequeue();
-    if (!next.window) {
-      continue;  // its window has gone, and with it the reader
-    }
-    tip = new MessageTip(next.text, next.kind, next.distance, next.window);
-    tip->show();
-    end_of_tip.start(TraitsOf(next.kind).shown_ms);
-    MarUIControl::AnnounceAlert(tip);
-    Q_EMIT q->SignalTipShown(next.text, next.kind);
+void CMessageTipManager::Private::Add(const Tip& next) {
+  if (tip && shown.SaysTheSame(next)) {
+    tip->SetCount(++shown.count);
+    return;
+  }
+  waiting.Add(next);
+  if (end_of_tip.isActive()) {
+    ScheduleEnd();
+  } else {
+    ShowNext();
   }
 }
 
+void CMessageTipManager::Private::ShowNext() {
+  while (!end_of_tip.isActive() && !waiting.IsEmpty()) {
+    const Tip next = waiting.Next();
+    if (next.window) {  // else it has gone, and with it the reader
+      Show(next);
+    }
+  }
+}
+
+void CMessageTipManager::Private::Show(const Tip& next) {
+  shown = next;
+  tip = new MessageTip(next.text, next.kind, next.distance, next.window);
+  tip->SetCount(next.count);
+  // Later: the tip is still in the middle of its click.
+  QObject::connect(
+      tip.data(), &MessageTip::SignalClicked, q,
+      [this, clicked = tip] {
+        if (clicked) {
+          EndTip();
+          Q_EMIT q->SignalTipClicked();
+        }
+      },
+      Qt::QueuedConnection);
+  QObject::connect(tip.data(), &MessageTip::SignalLookedAt, q, [this] {
+    looked_at_until = qMin(kLongestLookMs, static_cast<int>(on_screen.elapsed()) + kLookMs);
+    ScheduleEnd();
+  });
+  tip->show();
+  looked_at_until = 0;
+  on_screen.start();
+  ScheduleEnd();
+  MarUIControl::AnnounceAlert(tip);
+  Q_EMIT q->SignalTipShown(next.text, next.kind);
+}
+
+void CMessageTipManager::Private::ScheduleEnd() {
+  const int stay = qMax(looked_at_until, TipQueue::StayMs(shown.kind, !waiting.IsEmpty()));
+  end_of_tip.start(qMax(0, stay - static_cast<int>(on_screen.elapsed())));
+}
+
 void CMessageTipManager::Private::EndTip() {
+  end_of_tip.stop();
   delete tip;
   ShowNext();
 }
@@ -105,15 +141,22 @@ void CMessageTipManager::ShowTip(const QString& text, int state, QWidget* widget
 
 void CMessageTipManager::ShowMessage(QWidget* window, const QString& text, int kind, int /*place*/, int distance) {
   QWidget* over = WindowFor(window);
-  marlog::Write("LyraClientInfo", TraitsOf(kind).log_level, "Tip: %s", qUtf8Printable(text));
+  marlog::Write("LyraClientInfo", LogLevelOf(kind), "Tip: %s", qUtf8Printable(text));
+  Q_EMIT SignalTipAsked(text, kind);
   if (!over) {
     return;
   }
-  if (d_->waiting.size() >= kMostWaiting) {
-    d_->waiting.dequeue();
-  }
-  d_->waiting.enqueue({text, kind, qMax(0, distance), over});
-  d_->ShowNext();
+  Tip next;
+  next.text = text;
+  next.kind = kind;
+  next.distance = qMax(0, distance);
+  next.window = over;
+  d_->Add(next);
+}
+
+void CMessageTipManager::TakeAway() {
+  d_->waiting.Clear();
+  d_->EndTip();
 }
 
 QString CMessageTipManager::CurrentText() const {

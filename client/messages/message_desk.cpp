@@ -1,0 +1,64 @@
+#include "messages/message_desk.h"
+
+#include <QAction>
+
+#include "TarnUIDataController/message_tip_manager.h"
+#include "messages/message_log.h"
+#include "messages/messages_window.h"
+#include "window/window_actions.h"
+
+namespace TarnClient {
+
+using tarn_ui_data_controller::CMessageTipManager;
+
+CMessageDesk::CMessageDesk(CWindowActions* actions, QWidget* window)
+    : QObject(window), actions_(actions), window_(window), log_(new CMessageLog(this)) {
+  auto* tips = &CMessageTipManager::Instance();
+  connect(tips, &CMessageTipManager::SignalTipAsked, this,
+          [this](const QString& text, int kind) { log_->Add(text, kind); });
+  connect(tips, &CMessageTipManager::SignalTipClicked, this, &CMessageDesk::Open);
+  connect(log_, &CMessageLog::SignalUnreadChanged, this, &CMessageDesk::ShowUnread);
+  actions_->Connect(WindowCommand::Messages, [this] { Open(); });
+  ShowUnread(0);
+}
+
+// The page shows the log, and the window that it belongs to outlives this.
+CMessageDesk::~CMessageDesk() {
+  delete page_;
+}
+
+void CMessageDesk::Open() {
+  CMessageTipManager::Instance().TakeAway();
+  log_->MarkRead();
+  if (!page_) {
+    page_ = new CMessagesWindow(log_, window_);
+    page_->show();
+  }
+  page_->raise();
+  page_->activateWindow();
+}
+
+void CMessageDesk::ForgetUser() {
+  if (page_) {
+    page_->close();
+  }
+  log_->Clear();
+}
+
+CMessagesWindow* CMessageDesk::Page() const {
+  return page_;
+}
+
+void CMessageDesk::ShowUnread(int unread) {
+  QAction* action = actions_->Of(WindowCommand::Messages);
+  QString tip = action->text();
+  QString count(QLatin1Char(' '));  // an empty text would be the command's again
+  if (unread > 0) {
+    tip = tr("%n error(s) not read yet. Messages", nullptr, unread);
+    count = QString::number(unread);
+  }
+  action->setIconText(count);
+  actions_->SetTipText(WindowCommand::Messages, tip);
+}
+
+}  // namespace TarnClient
