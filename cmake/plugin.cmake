@@ -54,7 +54,7 @@ tarn_plugin_layer(NAME tarn_plan_dialogs DIR dialogs dialogs/editor
   USES tarn_plan_tree tarn_plan_controller tarn_plan_data tarn_plan_config
   EXPORTS save_plan_as_dlg.h)
 tarn_plugin_layer(NAME tarn_plan_panel DIR panel panel/actions panel/editor panel/moves panel/pages panel/popups panel/preview panel/search
-  USES tarn_plan_dialogs tarn_plan_tree tarn_plan_controller tarn_plan_data tarn_plan_config
+  USES tarn_plan_dialogs tarn_plan_tree tarn_plan_default_view tarn_plan_controller tarn_plan_data tarn_plan_config
   EXPORTS view_extern_widget.h view_save_menu.h view_save_actions.h)
 
 # The plug-in's icons; object files of their own, so that tests of single layers have them too.

@@ -7,6 +7,7 @@
 #include "plan_mover.h"
 #include "plan_popups.h"
 #include "plan_preview.h"
+#include "plan_revealer.h"
 #include "plan_rows.h"
 #include "row_deletion.h"
 #include "search_page.h"
@@ -45,11 +46,11 @@ void CViewExternWidget::SetModel(CStandardPlanModel* model) {
   d_->model = model;
   d_->watchRows();
   delete old;
-  d_->search->SetModel(model);
   d_->editor->SetModel(model);
   d_->ui.plan_view_tree->setAccessibleName(GetTabName());
   connect(model, &CStandardPlanModel::SignalFinshAsynchronous, d_->ui.plan_view_tree,
           &CPlanViewTree::OnFinishAnsySourceExpandedTree);
+  d_->revealer->SetModel(model);
   // Later than the proxy's own clean-up, and before the tree looks for rows that are gone.
   connect(model, &QObject::destroyed, this, [this] { d_->dropModel(); });
   for (const char* root : {kPublicRootCode, kOwnRootCode, kReceivedRootCode}) {
@@ -74,6 +75,7 @@ void CViewExternWidget::SetStandardViewControl(CStandardViewController* controll
   d_->controller = controller;
   d_->deletion->SetController(controller);
   d_->mover->SetController(controller);
+  d_->revealer->SetController(controller);
   d_->editor->SetController(controller);
   tree->ForgetWaiting();  // no answer will come for these rows
   if (!controller) {
@@ -111,6 +113,13 @@ void CViewExternWidget::RenewPlayingIcons(const QString& index_code) {
 
 void CViewExternWidget::SetCurPlanByIndexCode(const QString& index_code) {
   d_->keeper->MakeCurrent(index_code);
+}
+
+void CViewExternWidget::ShowInTree(const QString& plan_code) {
+  if (d_->IsReady() && !plan_code.isEmpty()) {
+    d_->endSearch();
+    d_->revealer->Reveal(plan_code);
+  }
 }
 
 CPlanViewTree* CViewExternWidget::GetPlanViewTree() const {
@@ -271,6 +280,7 @@ void CViewExternWidget::Private::dropPending() {
   popups->Drop();
   search->Cancel();
   mover->Stop();
+  revealer->Drop();
   keeper->SetKeeping(false);
   if (preview) {
     preview->Dismiss();

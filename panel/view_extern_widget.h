@@ -28,7 +28,8 @@ class CStandardViewController;
 /// The plan panel: bar, tree, search and wait page of one family of plans.
 ///
 /// It owns neither the model nor the controller; both must be set before any button works, and both may die before it.
-/// Keys: Ctrl+F search, Ctrl+N new plan, Ctrl+Shift+N new group, Esc leaves the search; the tree's keys as there.
+/// Keys: Ctrl+F search, Ctrl+N new plan, Ctrl+Shift+N new group, Esc leaves the search, Down goes from the search field
+/// to the hits; the keys of tree and hits as there.
 /// Thread: GUI.
 class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   Q_OBJECT
@@ -49,6 +50,9 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void RenewPlayingIcons(const QString& index_code);
   /// Makes the plan's row current, with its parent expanded; nothing for a plan that is not loaded.
   void SetCurPlanByIndexCode(const QString& index_code);
+  /// Ends a search and makes the plan's row current and seen, with the focus in the tree; what is not loaded on the way
+  /// is loaded first. A plan of another family is left to SignalShowInOtherTree(); one that is not there is said.
+  void ShowInTree(const QString& plan_code);
   CPlanViewTree* GetPlanViewTree() const;
 
   /// Answered by the controller's SignalPlayPlanView(). With a monitor set, SignalPlayPlanToMonitor() goes out first.
@@ -111,6 +115,8 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void SignalMayLeave();
   /// The plan editor has opened or closed.
   void SignalEditorChanged();
+  /// ShowInTree() was asked for a plan of another family, a ThemeNodeType, whose tree is another panel's.
+  void SignalShowInOtherTree(const QString& plan_code, int family);
 
  public Q_SLOTS:
   void OnFuzzySearchPlan();

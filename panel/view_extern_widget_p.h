@@ -20,6 +20,7 @@ class CCurrentRowKeeper;
 class CGroupNaming;
 class CPlanMover;
 class CPlanPopups;
+class CPlanRevealer;
 class CRowDeletion;
 class CSearchPage;
 class CTreeNotice;
@@ -48,6 +49,9 @@ class CViewExternWidget::Private {
   void ShowPage(PanelPage page);
   void waitForLoad();
   void leaveSearch();
+  /// The same with the field emptied and the focus in the tree, at the row where the user was.
+  void endSearch();
+  void showInTree(const QString& code, int family);
   /// Later and once, however many rows come and go meanwhile.
   void scheduleRenewal();
   void renewAfterRows();
@@ -116,6 +120,7 @@ class CViewExternWidget::Private {
   CSearchPage* search = nullptr;
   CTreeNotice* notice = nullptr;
   CPlanMover* mover = nullptr;
+  CPlanRevealer* revealer = nullptr;
   QPointer<CPlanPreview> preview;
   QTimer renewal;
   QString monitor_id;

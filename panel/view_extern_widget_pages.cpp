@@ -6,6 +6,7 @@
 #include "plan_menu.h"
 #include "plan_preview.h"
 #include "search_page.h"
+#include "search_plan_list_view.h"
 #include "tree_notice.h"
 #include "view_config_manager.h"
 #include "view_extern_widget_p.h"
@@ -77,6 +78,24 @@ void CViewExternWidget::Private::leaveSearch() {
   scheduleRenewal();
 }
 
+void CViewExternWidget::Private::endSearch() {
+  ui.view_location_line_edit->clear();
+  leaveSearch();
+  ui.plan_view_tree->setFocus();
+  if (Current().isValid()) {
+    ui.plan_view_tree->scrollTo(Current());
+  }
+}
+
+void CViewExternWidget::Private::showInTree(const QString& code, int family) {
+  if (model && family == model->GetViewManagerThemeNodeType()) {
+    q->ShowInTree(code);
+    return;
+  }
+  endSearch();
+  Q_EMIT q->SignalShowInOtherTree(code, family);
+}
+
 void CViewExternWidget::onDoubleClicked(const QString& index_code) {
   d_->play(index_code);
 }
@@ -87,6 +106,7 @@ void CViewExternWidget::Private::offerForHit(tarn_ui_data_controller::CPopupMenu
   const CommandStates states = States();
   ShowEntries(*menu, states, ui.plan_view_tree->HiddenMenuItems());
   EnableEntries(*menu, states);
+  ui.search_list_view->OfferShowInTree(TextOf(states[PlanCommand::ShowInTree].reason));
 }
 
 void CViewExternWidget::Private::onHitCommand(tarn_ui_data_controller::MsgType type, const QString& code) {

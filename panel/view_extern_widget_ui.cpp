@@ -1,5 +1,6 @@
 #include <QAction>
 #include <QApplication>
+#include <QMetaMethod>
 #include <QRegExpValidator>
 #include <QShortcut>
 #include <QStyle>
@@ -15,6 +16,7 @@
 #include "plan_mover.h"
 #include "plan_popups.h"
 #include "plan_preview.h"
+#include "plan_revealer.h"
 #include "plan_rules/names.h"
 #include "plan_rules/rights.h"
 #include "row_deletion.h"
@@ -49,6 +51,7 @@ void CViewExternWidget::Private::initUi() {
   popups = new CPlanPopups(q);
   search = new CSearchPage(ui.view_location_line_edit, ui.search_list_view, q);
   mover = new CPlanMover(ui.plan_view_tree, q);
+  revealer = new CPlanRevealer(ui.plan_view_tree, q);
   if (CViewConfigManager::Instance().SupportThumbnail()) {
     preview = new CPlanPreview(ui.plan_view_tree);
   }
@@ -93,6 +96,8 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
   connectManager();
   connect(mover, &CPlanMover::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
   connect(mover, &CPlanMover::SignalMoved, q, &CViewExternWidget::SetCurPlanByIndexCode);
+  connect(revealer, &CPlanRevealer::SignalInOtherTree, q, &CViewExternWidget::SignalShowInOtherTree);
+  connect(revealer, &CPlanRevealer::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
   mover->SetIsEdited(&CEditorPlace::IsEditedAnywhere);
   connect(&renewal, &QTimer::timeout, q, [this] { renewAfterRows(); });
   connect(ui.wait_widget, &CResourceWaitWidget::SignalRetry, q, [this] { reload(); });
@@ -134,17 +139,17 @@ void CViewExternWidget::Private::connectPopups() {
 }
 
 void CViewExternWidget::Private::connectSearch() {
-  const auto leave = [this] {
-    ui.view_location_line_edit->clear();
-    leaveSearch();
-    ui.plan_view_tree->setFocus();
-  };
+  const auto leave = [this] { endSearch(); };
   CSearchPlanListView* list = ui.search_list_view;
   connect(list, &CSearchPlanListView::SignalDoubleClicked, q, &CViewExternWidget::onDoubleClicked);
   connect(list, &CSearchPlanListView::SignalMenuAboutToShow, q, [this](auto* menu) { offerForHit(menu); });
   connect(list, &CSearchPlanListView::SignalMenuClicked, q,
           [this](auto type, const QString& code) { onHitCommand(type, code); });
   connect(list, &CSearchPlanListView::SignalLeave, q, leave);
+  connect(list, &CSearchPlanListView::SignalBack, ui.view_location_line_edit,
+          [this] { ui.view_location_line_edit->setFocus(); });
+  connect(list, &CSearchPlanListView::SignalShowInTree, q,
+          [this](const QString& code) { run(PlanCommand::ShowInTree, PanelPage::Search, code); });
   connect(list->selectionModel(), &QItemSelectionModel::currentChanged, q, [this] {
     askRights();
     restoreEnableState();
@@ -152,7 +157,10 @@ void CViewExternWidget::Private::connectSearch() {
   auto* field = ui.view_location_line_edit;
   if (!CViewConfigManager::Instance().IsLoadAll()) {
     connect(field, &WidgetKit::CNewSearchLine::SignalSearch, q, &CViewExternWidget::OnFuzzySearchPlan);
+    field->SetSearchesAsTyped(true);
   }
+  connect(field, &WidgetKit::CNewSearchLine::SignalToHits, q,
+          [this] { ui.plan_stacked_widget->currentWidget()->setFocus(); });
   connect(field, &WidgetKit::CNewSearchLine::SignalLeave, q, leave);
   connect(field, &QLineEdit::textChanged, q, [this](const QString& text) {
     if (text.trimmed().isEmpty()) {
@@ -239,6 +247,7 @@ void CViewExternWidget::Private::bindActions() {
   };
   about(PlanCommand::Play, [this](const QString& code) { play(code); });
   about(PlanCommand::Share, [this](const QString& code) { SetViewShareShow(code); });
+  about(PlanCommand::ShowInTree, [this](const QString& code) { showInTree(code, search->MarkedFamily()); });
   about(PlanCommand::CreationInfo, [this](const QString& code) {
     if (!stopped) {
       popups->RequestCreationInfo(code);
@@ -263,8 +272,12 @@ PanelSituation CViewExternWidget::Private::SituationOn(PanelPage page) const {
   situation.switches = CViewConfigManager::Instance().Host();
   situation.page = page;
   situation.editing = editor->IsOpen();
+  situation.loading = ui.wait_widget->IsWaiting();
   if (page == PanelPage::Search) {
     situation.item_type = search->MarkedType();
+    const bool is_own_family = model && search->MarkedFamily() == model->GetViewManagerThemeNodeType();
+    const auto other_tree = QMetaMethod::fromSignal(&CViewExternWidget::SignalShowInOtherTree);
+    situation.in_no_tree = !is_own_family && !q->isSignalConnected(other_tree);
   } else {
     situation.item_type = Current().data(ItemTypeRole).toInt();
   }

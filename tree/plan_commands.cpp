@@ -99,6 +99,21 @@ CommandState Share(const PanelSituation& situation) {
   return state;
 }
 
+// Only hits have it: a row of the tree is there already.
+CommandState ShowInTree(const PanelSituation& situation) {
+  CommandState state;
+  state.shown = situation.page == PanelPage::Search && IsPlanItem(situation.item_type);
+  if (situation.item_type == 0) {
+    state.reason = Refusal::NothingMarked;
+  } else if (situation.loading) {
+    state.reason = Refusal::Loading;
+  } else if (situation.in_no_tree) {
+    state.reason = Refusal::InNoTree;
+  }
+  state.enabled = state.button_enabled = state.reason == Refusal::None;
+  return state;
+}
+
 }  // namespace
 
 std::optional<PlanCommand> CommandOf(tarn_ui_data_controller::MsgType type) {
@@ -157,6 +172,7 @@ CommandStates StatesOf(const PanelSituation& situation) {
   states[PlanCommand::Share].shown = is_plan;
   states[PlanCommand::CreationInfo].shown = is_plan && situation.switches.creation_info;
   states[PlanCommand::Cycle].shown = IsGroupItem(situation.item_type) && situation.switches.group_cycle;
+  states[PlanCommand::ShowInTree] = ShowInTree(situation);
   states[PlanCommand::Search].shown = situation.switches.enable_search;
   return states;
 }
@@ -177,6 +193,10 @@ QString TextOf(Refusal refusal) {
       return QCoreApplication::translate("TarnPlanView::CViewExternWidget", "Leave the search first.");
     case Refusal::NothingMarked:
       return QCoreApplication::translate("TarnPlanView::CViewExternWidget", "No plan is marked.");
+    case Refusal::Loading:
+      return QCoreApplication::translate("TarnPlanView::CViewExternWidget", "The plans are still being loaded.");
+    case Refusal::InNoTree:
+      return QCoreApplication::translate("TarnPlanView::CViewExternWidget", "No tree here shows this plan.");
   }
   return QString();
 }

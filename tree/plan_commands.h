@@ -11,8 +11,8 @@
 namespace TarnPlanView {
 
 /// What a user can ask for: by the panel's bar, by a menu of a row, or by a key.
-enum class PlanCommand { AddGroup, AddPlan, Edit, Delete, Search, Play, Share, Cycle, CreationInfo };
-constexpr int kPlanCommands = 9;
+enum class PlanCommand { AddGroup, AddPlan, Edit, Delete, Search, Play, Share, Cycle, CreationInfo, ShowInTree };
+constexpr int kPlanCommands = 10;
 
 /// The command of a menu entry; none for numbers that belong to others.
 std::optional<PlanCommand> CommandOf(tarn_ui_data_controller::MsgType type);
@@ -35,10 +35,22 @@ struct PanelSituation {
   bool editing = false;        // the plan editor is open
   bool opening = false;        // a new plan is being opened in it
   bool between_users = false;  // the rows are still the last user's
+  bool loading = false;        // the tree has no rows yet
+  bool in_no_tree = false;     // the marked hit is of a family whose tree is not shown anywhere
 };
 
 /// Why a command is not enabled, where that needs words.
-enum class Refusal { None, NoAddRight, NoEditRight, NoDeleteRight, NoShareRight, SearchShown, NothingMarked };
+enum class Refusal {
+  None,
+  NoAddRight,
+  NoEditRight,
+  NoDeleteRight,
+  NoShareRight,
+  SearchShown,
+  NothingMarked,
+  Loading,
+  InNoTree
+};
 
 /// For the user; empty for none.
 QString TextOf(Refusal refusal);

@@ -1095,6 +1095,10 @@
 <context>
     <name>TarnPlanView::CFoundPlans</name>
     <message>
+        <source>shows %1</source>
+        <translation>shows %1</translation>
+    </message>
+    <message>
         <source>The search got no answer: %1</source>
         <translation>The search got no answer: %1</translation>
     </message>
@@ -1691,7 +1695,7 @@ never starts</translation>
     </message>
     <message>
         <source>NoDataWMSJEESY</source>
-        <translation>No plan found</translation>
+        <translation>No plan is called or shows “%1”</translation>
     </message>
     <message>
         <source>Search plans</source>
@@ -1740,6 +1744,26 @@ never starts</translation>
     <message>
         <source>Plans received</source>
         <translation>Plans received</translation>
+    </message>
+    <message>
+        <source>shows %1</source>
+        <translation>shows %1</translation>
+    </message>
+    <message>
+        <source>Show in tree</source>
+        <translation>Show in tree</translation>
+    </message>
+    <message>
+        <source>The plans are still being loaded.</source>
+        <translation>The plans are still being loaded.</translation>
+    </message>
+    <message>
+        <source>No tree here shows this plan.</source>
+        <translation>No tree here shows this plan.</translation>
+    </message>
+    <message>
+        <source>This plan is no longer there.</source>
+        <translation>This plan is no longer there.</translation>
     </message>
     <message>
         <source>The search got no answer.</source>

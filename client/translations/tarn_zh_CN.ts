@@ -1141,6 +1141,10 @@
 <context>
     <name>TarnPlanView::CFoundPlans</name>
     <message>
+        <source>shows %1</source>
+        <translation>显示 %1</translation>
+    </message>
+    <message>
         <source>The search got no answer: %1</source>
         <translation>搜索没有得到响应：%1</translation>
     </message>
@@ -1737,7 +1741,7 @@ never starts</source>
     </message>
     <message>
         <source>NoDataWMSJEESY</source>
-        <translation>未找到预案</translation>
+        <translation>没有名称或所显示摄像机含“%1”的预案</translation>
     </message>
     <message>
         <source>Search plans</source>
@@ -1786,6 +1790,26 @@ never starts</source>
     <message>
         <source>Plans received</source>
         <translation>收到的预案</translation>
+    </message>
+    <message>
+        <source>shows %1</source>
+        <translation>显示 %1</translation>
+    </message>
+    <message>
+        <source>Show in tree</source>
+        <translation>在树中显示</translation>
+    </message>
+    <message>
+        <source>The plans are still being loaded.</source>
+        <translation>预案仍在加载中。</translation>
+    </message>
+    <message>
+        <source>No tree here shows this plan.</source>
+        <translation>此处没有显示该预案的树。</translation>
+    </message>
+    <message>
+        <source>This plan is no longer there.</source>
+        <translation>该预案已不存在。</translation>
     </message>
     <message>
         <source>The search got no answer.</source>

@@ -37,6 +37,8 @@ class TARN_HOST_EXPORT CNewLocationViewWidget : public CNewSearchLine {
   /// them becomes current when there was none before.
   void SetAwaitsRows(bool awaits);
   int HitCount() const;
+  /// Says in the field that an answer is awaited; for a field without a view, whose hits others have.
+  void SetSearching(bool searching);
   /// The text that `view` marks in its rows; empty for none. For delegates.
   static QString LocatedText(const QWidget* view);
 

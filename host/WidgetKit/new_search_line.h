@@ -1,27 +1,45 @@
 #pragma once
 
+#include <memory>
+
 #include "MarUIControl/line_edit.h"
 #include "host_export.h"
 
 namespace WidgetKit {
 
 /// Search field: a magnifier that searches and a cross that clears. Return and the magnifier emit SignalSearch(); Esc
-/// empties a field that holds text and is left to the parent otherwise. Thread: GUI.
+/// empties a field that holds text and is left to the parent otherwise. SignalSearch() also comes by itself where that
+/// is wanted. Thread: GUI.
 class TARN_HOST_EXPORT CNewSearchLine : public MarUIControl::CLineEdit {
   Q_OBJECT
  public:
   explicit CNewSearchLine(QWidget* parent = nullptr);
   ~CNewSearchLine() override;
 
+  /// SignalSearch() comes 300 ms after the last key, too, for two characters or more; of a script with a sign for a
+  /// word or syllable, one is enough. Esc leaves at once, Down goes to the hits.
+  void SetSearchesAsTyped(bool as_typed);
+  /// Whether the SignalSearch() that is being emitted has come by itself.
+  bool IsTypedSearch() const;
+
  Q_SIGNALS:
-  /// Return, or a click on the magnifier.
+  /// Return, or a click on the magnifier, or a pause in typing.
   void SignalSearch();
-  /// Esc in an empty field.
+  /// Esc in an empty field; where it searches as one types, after it was emptied by Esc as well.
   void SignalLeave();
+  /// Down, where it searches as one types.
+  void SignalToHits();
 
  protected:
   bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void Request();
+  void OnPause();
+
+  class Private;
+  std::unique_ptr<Private> search_;
 };
 
 }  // namespace WidgetKit

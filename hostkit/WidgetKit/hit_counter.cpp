@@ -22,6 +22,11 @@ void HitCounter::ShowSearching() {
   Show(QStringLiteral("\u2026"), CNewLocationViewWidget::tr("Searching"), true);
 }
 
+void HitCounter::ShowAwaiting() {
+  const QString searching = CNewLocationViewWidget::tr("Searching");
+  Show(searching + QStringLiteral("\u2026"), searching, true);
+}
+
 void HitCounter::ShowHits(int at, int count) {
   if (count == 0) {
     Show(CNewLocationViewWidget::tr("No hit"), CNewLocationViewWidget::tr("No hit"), true);

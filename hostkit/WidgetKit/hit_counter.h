@@ -14,6 +14,8 @@ class HitCounter : public QLabel {
 
   void ShowNothing();
   void ShowSearching();
+  /// The same in a word, for an answer that may take its time.
+  void ShowAwaiting();
   /// `at`: the place of the hit stepped to, from 1; 0 for none.
   void ShowHits(int at, int count);
   /// To be called when the field has changed its size.

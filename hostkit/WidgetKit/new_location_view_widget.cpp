@@ -42,10 +42,13 @@ class CNewLocationViewWidget::Private {
 
   HitCounter* const counter;  // a child of the field
   RowLocator locator;
+  bool searching = false;  // elsewhere
 };
 
 void CNewLocationViewWidget::Private::ShowCount() {
-  if (locator.IsIdle()) {
+  if (searching) {
+    counter->ShowAwaiting();
+  } else if (locator.IsIdle()) {
     counter->ShowNothing();
   } else if (locator.IsSearching()) {
     counter->ShowSearching();
@@ -101,6 +104,11 @@ QString CNewLocationViewWidget::LocatedText(const QWidget* view) {
 
 void CNewLocationViewWidget::SetAwaitsRows(bool awaits) {
   d_->locator.SetAwaitsRows(awaits);
+}
+
+void CNewLocationViewWidget::SetSearching(bool searching) {
+  d_->searching = searching;
+  d_->ShowCount();
 }
 
 void CNewLocationViewWidget::keyPressEvent(QKeyEvent* event) {

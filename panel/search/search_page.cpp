@@ -1,15 +1,18 @@
 #include "search_page.h"
 
-#include <QLineEdit>
+#include <QPointer>
 #include <QStandardItemModel>
-#include <utility>
 
 #include "MarUIControl/string_conversion.h"
+#include "WidgetKit/new_location_view_widget.h"
 #include "empty_state.h"
+#include "hit_line.h"
 #include "item_type.h"
 #include "plan_item_role.h"
+#include "plan_rules/families.h"
 #include "plan_search.h"
 #include "search_plan_list_view.h"
+#include "theme_node_type.h"
 #include "view_config_manager.h"
 #include "view_extern_widget.h"
 #include "view_public_def.h"
@@ -17,17 +20,45 @@
 namespace TarnPlanView {
 
 using MarUIControl::StringToQString;
+using view_plugin_protocol::IsRootCode;
 using view_plugin_protocol::SearchedPlan;
 
 namespace {
 
-QString PathSeparator() {
-  return QStringLiteral(" / ");
+constexpr int kSlowMs = 400;
+constexpr char kPlaceForText[] = "%1";
+
+QString RootName(int family) {
+  if (family == PublicTheme) {
+    return CViewExternWidget::tr("Public plans");
+  }
+  return family == OwnTheme ? CViewExternWidget::tr("My plans") : CViewExternWidget::tr("Plans received");
+}
+
+// From the root of the family down, as far as the host says.
+QStringList GroupsAbove(const SearchedPlan& plan) {
+  QStringList names{RootName(plan.type)};
+  for (const std::string& group : plan.groups_above) {
+    names.append(StringToQString(group));
+  }
+  const bool under_root = IsRootCode(StringToQString(plan.group_index_code).toInt());
+  if (plan.groups_above.empty() && !under_root) {
+    names.append(StringToQString(plan.group_name));
+  }
+  names.removeAll(QString());
+  return names;
+}
+
+QString ShownCamera(const SearchedPlan& plan) {
+  if (plan.shown_camera.empty()) {
+    return QString();
+  }
+  return CViewExternWidget::tr("shows %1").arg(StringToQString(plan.shown_camera));
 }
 
 }  // namespace
 
-CSearchPage::CSearchPage(QLineEdit* field, CSearchPlanListView* list, QObject* parent)
+CSearchPage::CSearchPage(WidgetKit::CNewLocationViewWidget* field, CSearchPlanListView* list, QObject* parent)
     : QObject(parent),
       field_(field),
       list_(list),
@@ -38,10 +69,13 @@ CSearchPage::CSearchPage(QLineEdit* field, CSearchPlanListView* list, QObject* p
   list->setAccessibleName(CViewExternWidget::tr("Plans found"));
   connect(search_, &CPlanSearch::SignalFound, this, &CSearchPage::OnFound);
   connect(search_, &CPlanSearch::SignalFailed, this, [this](const QString& error) {
-    failed_ = true;
+    course_.OnFailed();
     Q_EMIT SignalFailed(error);
   });
   connect(state_, &CEmptyState::SignalAction, this, &CSearchPage::SignalRetry);
+  slow_.setSingleShot(true);
+  slow_.setInterval(kSlowMs);
+  connect(&slow_, &QTimer::timeout, this, [this] { field_->SetSearching(true); });
 }
 
 QString CSearchPage::Text() const {
@@ -54,46 +88,57 @@ void CSearchPage::SetPlaying(const QString& plan_code) {
 
 void CSearchPage::Start() {
   const QString text = Text();
-  if (!text.isEmpty()) {
-    searched_text_ = text;
-    failed_ = false;
+  if (!text.isEmpty() && course_.Ask(text, field_->IsTypedSearch())) {
     search_->Start(text);
+    ShowWaiting(true);
   }
 }
 
 void CSearchPage::Cancel() {
   search_->Cancel();
-  searched_text_.clear();
+  course_.Leave();
+  ShowWaiting(false);
+}
+
+// The field says so once the answer takes long; a newer search goes on with the same patience.
+void CSearchPage::ShowWaiting(bool waiting) {
+  if (!waiting) {
+    slow_.stop();
+    field_->SetSearching(false);
+  } else if (!slow_.isActive()) {
+    slow_.start();
+  }
 }
 
 void CSearchPage::OnFound(const std::list<SearchedPlan>& plans) {
+  answered_ = course_.OnAnswer();
+  if (!answered_) {
+    return;
+  }
+  ShowWaiting(false);
   const QPointer<CSearchPage> alive(this);
-  answered_text_ = std::exchange(searched_text_, {});
   Q_EMIT SignalFound(plans);
   if (alive) {
-    answered_text_.clear();
+    answered_.reset();
   }
 }
 
 void CSearchPage::Show(const std::list<SearchedPlan>& plans) {
-  QString text = answered_text_;
-  if (text.isEmpty()) {
-    text = Text();
-  }
+  const SearchCourse::Question question = answered_.value_or(SearchCourse::Question{Text()});
   QList<QStandardItem*> rows;
   for (const SearchedPlan& plan : plans) {
-    rows.append(MakeRow(plan, text));
+    rows.append(MakeRow(plan, question.text));
   }
   rows_->clear();
   rows_->invisibleRootItem()->appendRows(rows);
   if (rows.isEmpty()) {
-    ShowNoHits();
+    ShowNoHits(question.text);
     return;
   }
   state_->hide();
   list_->setCurrentIndex(rows_->index(0, 0));
   // Not from under the fingers of someone who types on, or who has turned to something else.
-  if (field_->hasFocus() && Text() == text) {
+  if (field_->hasFocus() && !question.typed && Text() == question.text) {
     list_->setFocus();
   }
 }
@@ -101,42 +146,28 @@ void CSearchPage::Show(const std::list<SearchedPlan>& plans) {
 QStandardItem* CSearchPage::MakeRow(const SearchedPlan& plan, const QString& searched) const {
   auto* row = new QStandardItem;
   const QString code = StringToQString(plan.index_code);
-  const QString path = PathOf(plan);
+  const QStringList groups = GroupsAbove(plan);
+  const HitLine line{PlaceText(groups), ShownCamera(plan)};
   row->setText(StringToQString(plan.name));
   row->setIcon(CViewPublicDef::GetPlanIcon(CViewConfigManager::Instance().IsDarkSkin(), code == playing_code_));
   row->setData(searched, SearchTextRole);
   row->setData(code, PlanIndexCodeRole);
   row->setData(plan.type, PlanTypeRole);
   row->setData(StringToQString(plan.group_index_code), kSearchGroupRole);
-  row->setData(path, kSearchPathRole);
-  row->setData(row->text() + PathSeparator() + path, Qt::AccessibleTextRole);
+  row->setData(groups, kSearchPathRole);
+  row->setData(line.shown, kSearchShownRole);
+  row->setData(row->text() + HitLineGap() + WholeLine(line), Qt::AccessibleTextRole);
+  row->setData(WholeLine(line), Qt::AccessibleDescriptionRole);
   return row;
 }
 
-void CSearchPage::ShowNoHits() {
-  if (failed_) {
+// The text of the key may have a place for what was searched, or none.
+void CSearchPage::ShowNoHits(const QString& searched) {
+  if (course_.HasFailed()) {
     state_->ShowState(CViewExternWidget::tr("The search got no answer."), CViewExternWidget::tr("Try again"));
   } else {
-    state_->ShowState(CViewExternWidget::tr("NoDataWMSJEESY"));
+    state_->ShowState(CViewExternWidget::tr("NoDataWMSJEESY").replace(QLatin1String(kPlaceForText), searched));
   }
-}
-
-// The names of the groups above a hit as far as they are loaded, else of its own group.
-QString CSearchPage::PathOf(const SearchedPlan& plan) const {
-  QStringList names;
-  const QString group_code = StringToQString(plan.group_index_code);
-  const CStandardPlanModel* plans = plans_;
-  QModelIndex group = plans ? plans->FindIndexByIndexCode(group_code, true) : QModelIndex();
-  for (; group.isValid(); group = group.parent()) {
-    names.prepend(group.data().toString());
-  }
-  if (names.isEmpty()) {
-    const bool is_public = plan.type == PublicTheme;
-    names.append(is_public ? CViewExternWidget::tr("Public plans") : CViewExternWidget::tr("My plans"));
-    names.append(StringToQString(plan.group_name));
-    names.removeAll(QString());
-  }
-  return names.join(PathSeparator());
 }
 
 void CSearchPage::RenewIcons() {
@@ -153,11 +184,17 @@ QModelIndex CSearchPage::Marked() const {
   return list_->currentIndex();
 }
 
-int CSearchPage::MarkedType() const {
+int CSearchPage::MarkedFamily() const {
   if (!Marked().isValid()) {
-    return 0;
+    return -1;
   }
-  switch (Marked().data(PlanTypeRole).toInt()) {
+  return Marked().data(PlanTypeRole).toInt();
+}
+
+int CSearchPage::MarkedType() const {
+  switch (MarkedFamily()) {
+    case -1:
+      return 0;
     case PublicTheme:
       return PublicPlanItem;
     case OwnTheme:

@@ -2,13 +2,17 @@
 
 #include <QModelIndex>
 #include <QObject>
-#include <QPointer>
+#include <QTimer>
 #include <list>
+#include <optional>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
-#include "standard_plan_model.h"
+#include "search_course.h"
 
-class QLineEdit;
+namespace WidgetKit {
+class CNewLocationViewWidget;
+}
+
 class QStandardItem;
 class QStandardItemModel;
 
@@ -23,13 +27,11 @@ class CSearchPlanListView;
 class CSearchPage : public QObject {
   Q_OBJECT
  public:
-  CSearchPage(QLineEdit* field, CSearchPlanListView* list, QObject* parent);
+  CSearchPage(WidgetKit::CNewLocationViewWidget* field, CSearchPlanListView* list, QObject* parent);
 
-  /// Its loaded groups name where a hit stands. Not owned.
-  void SetModel(CStandardPlanModel* model) { plans_ = model; }
   /// The plan that plays has an icon of its own among the hits.
   void SetPlaying(const QString& plan_code);
-  /// Of the field; nothing for blanks.
+  /// Of the field; nothing for blanks. The hits of before stay until the answer has come.
   void Start();
   void Cancel();
   /// A result that was not asked for by Start() is taken as one for what stands in the field.
@@ -38,6 +40,8 @@ class CSearchPage : public QObject {
 
   /// The hit that commands are about; invalid for none.
   QModelIndex Marked() const;
+  /// The family of the marked hit, a ThemeNodeType; -1 for none.
+  int MarkedFamily() const;
   /// The item type that the marked hit's row has in a tree; 0 for none.
   int MarkedType() const;
   /// Marks the hit with this code; false when there is none (any more).
@@ -52,20 +56,20 @@ class CSearchPage : public QObject {
 
  private:
   QString Text() const;
-  QString PathOf(const view_plugin_protocol::SearchedPlan& plan) const;
+  void ShowWaiting(bool waiting);
   QStandardItem* MakeRow(const view_plugin_protocol::SearchedPlan& plan, const QString& searched) const;
   void OnFound(const std::list<view_plugin_protocol::SearchedPlan>& plans);
-  void ShowNoHits();
+  void ShowNoHits(const QString& searched);
 
-  QLineEdit* const field_;
+  WidgetKit::CNewLocationViewWidget* const field_;
   CSearchPlanListView* const list_;
   QStandardItemModel* const rows_;
   CEmptyState* const state_;
   CPlanSearch* const search_;
-  QPointer<CStandardPlanModel> plans_;
   QString playing_code_;
-  QString searched_text_, answered_text_;  // of the search that is under way, and of the one that is being shown
-  bool failed_ = false;
+  SearchCourse course_;
+  std::optional<SearchCourse::Question> answered_;  // while its answer is being shown
+  QTimer slow_;                                     // until it is said that an answer takes long
 };
 
 }  // namespace TarnPlanView

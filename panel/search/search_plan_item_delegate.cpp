@@ -9,6 +9,7 @@
 #include <QToolTip>
 
 #include "TarnUIDataController/skin_loader.h"
+#include "hit_line.h"
 #include "plan_item_role.h"
 #include "search_plan_list_view.h"
 
@@ -73,6 +74,25 @@ Colors ColorsOf(bool selected) {
   return {SkinColor("text"), SkinColor("text_muted"), SkinColor("accent_on_surface"), QIcon::Normal};
 }
 
+// Where the hit stands, and what it shows.
+void DrawBelow(QPainter* painter, QRect rect, const QModelIndex& index, const QFont& font, const Colors& colors) {
+  const QFontMetrics metrics(font);
+  const auto width_of = [&metrics](const QString& text) { return metrics.horizontalAdvance(text); };
+  const HitLine line = FittedLine(index.data(kSearchPathRole).toStringList(), index.data(kSearchShownRole).toString(),
+                                  rect.width(), width_of);
+  if (line.shown.isEmpty()) {
+    DrawLine(painter, rect, metrics.elidedText(line.place, Qt::ElideMiddle, rect.width()), font, colors.muted, {});
+    return;
+  }
+  const int for_place = rect.width() - qMin(width_of(HitLineGap() + line.shown), rect.width() / 2);
+  const QString place = metrics.elidedText(line.place, Qt::ElideMiddle, for_place) + HitLineGap();
+  DrawLine(painter, rect, place, font, colors.muted, {});
+  rect.setLeft(rect.left() + width_of(place));
+  const QString shown = metrics.elidedText(line.shown, Qt::ElideRight, rect.width());
+  DrawLine(painter, rect, shown, font, colors.muted,
+           MarksIn(shown, index.data(SearchTextRole).toString(), colors.mark));
+}
+
 }  // namespace
 
 void CSearchPlanItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -91,13 +111,12 @@ void CSearchPlanItemDelegate::paint(QPainter* painter, const QStyleOptionViewIte
 
   const QFontMetrics metrics(option.font);
   const QString name = metrics.elidedText(index.data().toString(), Qt::ElideRight, text.width());
-  const QString path = metrics.elidedText(index.data(kSearchPathRole).toString(), Qt::ElideMiddle, text.width());
+  const QString searched = index.data(SearchTextRole).toString();
   painter->save();
   painter->setClipRect(text);
-  DrawLine(painter, text, name, option.font, colors.main,
-           MarksIn(name, index.data(SearchTextRole).toString(), colors.mark));
+  DrawLine(painter, text, name, option.font, colors.main, MarksIn(name, searched, colors.mark));
   const QRect below(text.left(), text.top() + metrics.height() + 2, text.width(), metrics.height());
-  DrawLine(painter, below, path, option.font, colors.muted, {});
+  DrawBelow(painter, below, index, option.font, colors);
   painter->restore();
 }
 
@@ -111,9 +130,8 @@ bool CSearchPlanItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* vi
   if (event->type() != QEvent::ToolTip || !index.isValid()) {
     return QStyledItemDelegate::helpEvent(event, view, option, index);
   }
-  QStringList names = {index.data(kSearchPathRole).toString(), index.data().toString()};
-  names.removeAll(QString());
-  const QString whole = names.join(QStringLiteral(" / "));
+  const HitLine line{PlaceText(index.data(kSearchPathRole).toStringList()), index.data(kSearchShownRole).toString()};
+  const QString whole = index.data().toString() + QLatin1Char('\n') + WholeLine(line);
   QToolTip::showText(event->globalPos(), Qt::mightBeRichText(whole) ? Qt::convertFromPlainText(whole) : whole, view);
   return true;
 }

@@ -4,7 +4,8 @@
 
 namespace TarnPlanView {
 
-/// Paints a search hit: icon, name with the searched text marked, and below it the groups it stands in. Thread: GUI.
+/// Paints a search hit: icon, name with the searched text marked, and below it the groups it stands in and the camera
+/// it was found by. Thread: GUI.
 class CSearchPlanItemDelegate : public QStyledItemDelegate {
   Q_OBJECT
  public:

@@ -1,11 +1,13 @@
 #include "search_plan_list_view.h"
 
+#include <QAction>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 
 #include "plan_item_role.h"
 #include "plan_menu.h"
 #include "search_plan_item_delegate.h"
+#include "view_extern_widget.h"
 
 namespace TarnPlanView {
 
@@ -22,9 +24,15 @@ bool OpensMenu(const QKeyEvent& event) {
   return event.key() == Qt::Key_Menu || (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier);
 }
 
+bool AsksForRow(const QKeyEvent& event) {
+  const bool is_return = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+  return is_return && (event.modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier;
+}
+
 }  // namespace
 
-CSearchPlanListView::CSearchPlanListView(QWidget* parent) : QListView(parent), menu_(MakePlanMenu(this)) {
+CSearchPlanListView::CSearchPlanListView(QWidget* parent)
+    : QListView(parent), menu_(MakePlanMenu(this)), show_in_tree_(new QAction(this)) {
   setItemDelegate(new CSearchPlanItemDelegate(this));
   setUniformItemSizes(true);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -35,6 +43,17 @@ CSearchPlanListView::CSearchPlanListView(QWidget* parent) : QListView(parent), m
   connect(this, &QAbstractItemView::doubleClicked, this, &CSearchPlanListView::RequestPlay);
   connect(menu_, &CPopupMenu::signalPopupMenuClicked, this,
           [this](MsgType type, const QVariant& code) { Q_EMIT SignalMenuClicked(type, code.toString()); });
+  show_in_tree_->setText(CViewExternWidget::tr("Show in tree"));
+  show_in_tree_->setShortcut(Qt::CTRL | Qt::Key_Return);
+  show_in_tree_->setShortcutContext(Qt::WidgetShortcut);  // shown only: the list takes the key itself
+  show_in_tree_->setShortcutVisibleInContextMenu(true);
+  connect(show_in_tree_, &QAction::triggered, this, &CSearchPlanListView::RequestRow);
+  menu_->SetMoreActions({show_in_tree_});
+}
+
+void CSearchPlanListView::OfferShowInTree(const QString& why_not) {
+  show_in_tree_->setEnabled(why_not.isEmpty());
+  show_in_tree_->setToolTip(why_not);
 }
 
 QModelIndex CSearchPlanListView::Hit(const QString& plan_code) const {
@@ -45,7 +64,7 @@ QModelIndex CSearchPlanListView::Hit(const QString& plan_code) const {
 bool CSearchPlanListView::event(QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride) {
     const auto* press = static_cast<QKeyEvent*>(event);
-    if (press->key() == Qt::Key_Escape || IsCommand(*press)) {
+    if (press->key() == Qt::Key_Escape || IsCommand(*press) || AsksForRow(*press)) {
       event->accept();
       return true;
     }
@@ -68,7 +87,19 @@ void CSearchPlanListView::keyPressEvent(QKeyEvent* event) {
     }
     return;
   }
+  if (AsksForRow(*event)) {
+    event->accept();
+    RequestRow();
+    return;
+  }
   switch (event->key()) {
+    case Qt::Key_Up:
+      if (currentIndex().row() <= 0 && event->modifiers() == Qt::NoModifier) {
+        event->accept();
+        Q_EMIT SignalBack();
+        return;
+      }
+      break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
       RequestPlay(currentIndex());
@@ -79,8 +110,9 @@ void CSearchPlanListView::keyPressEvent(QKeyEvent* event) {
       Q_EMIT SignalLeave();
       return;
     default:
-      QListView::keyPressEvent(event);
+      break;
   }
+  QListView::keyPressEvent(event);
 }
 
 void CSearchPlanListView::contextMenuEvent(QContextMenuEvent* event) {
@@ -116,6 +148,13 @@ void CSearchPlanListView::RequestCommand(MsgType type) {
   const QString code = currentIndex().data(PlanIndexCodeRole).toString();
   if (!code.isEmpty()) {
     Q_EMIT SignalMenuClicked(type, code);
+  }
+}
+
+void CSearchPlanListView::RequestRow() {
+  const QString code = currentIndex().data(PlanIndexCodeRole).toString();
+  if (!code.isEmpty()) {
+    Q_EMIT SignalShowInTree(code);
   }
 }
 

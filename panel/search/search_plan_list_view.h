@@ -11,9 +11,9 @@ class CPopupMenu;
 namespace TarnPlanView {
 
 /// The plans that a search has found. Double click and Return ask for the plan to be played, F2 and Delete for the
-/// commands of these names, Esc for the end of the search; the right button, Menu and Shift+F10 open a menu. Rows:
-/// display role name, role 661 code, role 665 the text to mark, role 671 family, kSearchGroupRole and kSearchPathRole.
-/// Thread: GUI.
+/// commands of these names, Ctrl+Return for the plan's row in the tree, Esc for the end of the search, Up on the first
+/// hit for the field; the right button, Menu and Shift+F10 open a menu. Rows: display role name, role 661 code, role
+/// 665 the text to mark, role 671 family, and kSearchGroupRole, kSearchPathRole, kSearchShownRole. Thread: GUI.
 class CSearchPlanListView : public QListView {
   Q_OBJECT
  public:
@@ -21,10 +21,15 @@ class CSearchPlanListView : public QListView {
 
   /// The row with this code; invalid when there is none (any more).
   QModelIndex Hit(const QString& plan_code) const;
+  /// The entry of the menu beside those of rows, off for this reason.
+  void OfferShowInTree(const QString& why_not);
 
  Q_SIGNALS:
   void SignalDoubleClicked(const QString& index_code);
   void SignalLeave();
+  /// Up, on the first hit.
+  void SignalBack();
+  void SignalShowInTree(const QString& plan_code);
   /// Time to say which of its entries this row offers.
   void SignalMenuAboutToShow(tarn_ui_data_controller::CPopupMenu* menu, const QModelIndex& index);
   /// A command of the menu or of a key, about the plan with this code.
@@ -41,12 +46,17 @@ class CSearchPlanListView : public QListView {
   void ShowMenu(const QModelIndex& index, const QPoint& global_position);
   void ShowMenuAtCurrent();
 
+  void RequestRow();
+
   tarn_ui_data_controller::CPopupMenu* menu_ = nullptr;
+  QAction* show_in_tree_ = nullptr;
 };
 
-/// QString: the names of the groups above a hit, from the root.
+/// QStringList: the names of the groups above a hit, from the root.
 constexpr int kSearchPathRole = 0x0100 + 900;
 /// QString: code of the group that a hit stands in.
 constexpr int kSearchGroupRole = 0x0100 + 901;
+/// QString: what a hit shows that was found by it, in words; empty for one found by its name.
+constexpr int kSearchShownRole = 0x0100 + 902;
 
 }  // namespace TarnPlanView

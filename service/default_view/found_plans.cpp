@@ -1,5 +1,6 @@
 #include "found_plans.h"
 
+#include <QTextDocument>
 #include <utility>
 
 #include "MarUIControl/string_conversion.h"
@@ -14,6 +15,25 @@ using view_plugin_protocol::SearchedPlan;
 
 namespace {
 
+// The groups above, or its namesakes would look the same; and the camera by which it was found.
+QString TextOf(const SearchedPlan& found) {
+  QStringList groups;
+  for (const std::string& group : found.groups_above) {
+    groups.append(StringToQString(group));
+  }
+  if (groups.isEmpty() && !found.group_name.empty()) {
+    groups.append(StringToQString(found.group_name));
+  }
+  QString text = StringToQString(found.name);
+  if (!groups.isEmpty()) {
+    text = QStringLiteral("%1 (%2)").arg(text, groups.join(QStringLiteral(" / ")));
+  }
+  if (!found.shown_camera.empty()) {
+    text += QStringLiteral(" \u00b7 ") + CFoundPlans::tr("shows %1").arg(StringToQString(found.shown_camera));
+  }
+  return text;
+}
+
 QStandardItem* RowOf(const SearchedPlan& found) {
   view_plugin_protocol::PlanBasicInfo plan;
   plan.index_code = found.index_code;
@@ -21,9 +41,8 @@ QStandardItem* RowOf(const SearchedPlan& found) {
   plan.group_index_code = found.group_index_code;
   plan.type = found.type;
   auto* row = new CViewPlanItem(ViewManagerParam(static_cast<ThemeNodeType>(found.type), QString()), plan);
-  if (!found.group_name.empty()) {  // or its namesakes would look the same
-    row->setText(QStringLiteral("%1 (%2)").arg(row->text(), StringToQString(found.group_name)));
-  }
+  row->setText(TextOf(found));
+  row->setToolTip(Qt::convertFromPlainText(row->text()));
   row->setEditable(false);
   return row;
 }

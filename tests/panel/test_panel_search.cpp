@@ -15,6 +15,9 @@ class PanelSearchTest : public TarnTest::CPlanTest {
  private Q_SLOTS:
   void ShowsBothScopesInOrder();
   void OlderSearchCountsForNothing();
+  void SearchesWhileTheUserTypes();
+  void KeepsTheHitsUntilTheAnswer();
+  void SaysWhereAHitStandsAndWhatItShows();
   void FailedScopeIsSaidOnce();
   void LeavesTheSearchPage();
   void CommandsMeanTheMarkedHit();
@@ -90,6 +93,85 @@ void PanelSearchTest::OlderSearchCountsForNothing() {
   stage.Search("   ");
   fixture_.Drain();
   QCOMPARE(Services().Count("SearchPlan"), 0);
+}
+
+void PanelSearchTest::SearchesWhileTheUserTypes() {
+  CPanelStage stage(Opened());
+  stage.Choose("Public A plan 2");
+  stage.Field()->setFocus();
+  Services().ForgetCalls();
+  QTest::keyClicks(stage.Field(), "C1");
+  QTRY_COMPARE(stage.Hits(), QStringList({"C1 plan 2", "C1 plan 10"}));
+  QVERIFY(stage.Field()->hasFocus());  // the user may type on
+  QCOMPARE(Services().Count("SearchPlan"), 2);
+  QTest::keyClick(stage.Field(), Qt::Key_Down);
+  QVERIFY(stage.List()->hasFocus());
+  QTest::keyClick(stage.List(), Qt::Key_Down);
+  QCOMPARE(stage.List()->currentIndex().row(), 1);
+  QTest::keyClick(stage.List(), Qt::Key_Up);
+  QVERIFY(stage.List()->hasFocus());
+  QTest::keyClick(stage.List(), Qt::Key_Up);
+  QVERIFY(stage.Field()->hasFocus());
+  QTest::keyClick(stage.Field(), Qt::Key_Escape);
+  QCOMPARE(stage.PageName(), QString("tree"));
+  QVERIFY(stage.Tree().hasFocus());
+  QCOMPARE(stage.Current(), QString("Public A plan 2"));
+
+  // An answer that comes after the field was emptied by hand is dropped.
+  stage.Field()->setFocus();
+  Services().Hold("SearchPlan", TarnTest::CRecordingServices::AfterCall);
+  QTest::keyClicks(stage.Field(), "C1");
+  QVERIFY(Services().WaitUntilHeld("SearchPlan"));
+  QTest::keyClick(stage.Field(), Qt::Key_Backspace);
+  QTest::keyClick(stage.Field(), Qt::Key_Backspace);
+  Services().ReleaseAll();
+  fixture_.Drain();
+  QCOMPARE(stage.PageName(), QString("tree"));
+}
+
+void PanelSearchTest::KeepsTheHitsUntilTheAnswer() {
+  CPanelStage stage(Opened());
+  auto* waiting = stage.Field()->findChild<QLabel*>("locate_counter");
+  Find(stage, "A1", 2);
+  Services().Hold("SearchPlan");
+  stage.Search("C1");
+  QTRY_VERIFY(waiting->isVisible() && waiting->text().startsWith("Searching"));
+  QCOMPARE(stage.Hits(), QStringList({"A1 plan 2", "A1 plan 10"}));
+  stage.Search("C1 plan 10");
+  QVERIFY(waiting->isVisible());
+  Services().ReleaseAll();
+  QTRY_COMPARE(stage.Hits(), QStringList("C1 plan 10"));
+  QVERIFY(!waiting->isVisible());
+
+  // A service that is away: what was found is gone, and the next answer brings it again.
+  Services().Fail("SearchPlan", "no answer");
+  Find(stage, "A1", 0);
+  auto* state = stage.List()->findChild<CEmptyState*>();
+  auto* again = state->findChild<QPushButton*>();
+  QVERIFY(again->isVisible() && !waiting->isVisible());
+  Services().Mend("SearchPlan");
+  QTest::mouseClick(again, Qt::LeftButton);
+  QTRY_COMPARE(stage.Hits(), QStringList({"A1 plan 2", "A1 plan 10"}));
+  QVERIFY(!state->isVisible());
+  Find(stage, "helicopter", 0);
+  QVERIFY(!again->isVisible());
+}
+
+void PanelSearchTest::SaysWhereAHitStandsAndWhatItShows() {
+  CPanelStage stage(Opened());
+  stage.Choose("Public A");
+  const auto line = [&stage](int row) {
+    return stage.List()->model()->index(row, 0).data(Qt::AccessibleDescriptionRole).toString();
+  };
+  Find(stage, "plan 10", 5);
+  QCOMPARE(line(0), QString("Public plans / Public A"));
+  QCOMPARE(line(1), QString("Public plans / Public A / A1"));  // not loaded here
+  QCOMPARE(line(4), QString("My plans / Own C / C1"));
+  Find(stage, "root plan", 2);
+  QCOMPARE(line(0), QString("Public plans"));
+  Find(stage, "gate cam", 12);  // public ones first, as every search has them
+  QCOMPARE(line(0), QString("Public plans / Public A \u00b7 shows Gate camera"));
+  QCOMPARE(line(11), QString("My plans \u00b7 shows Gate camera"));
 }
 
 void PanelSearchTest::FailedScopeIsSaidOnce() {

@@ -48,6 +48,7 @@ class PlanCommandsTest : public QObject {
   void StatesFollowTheSituation_data();
   void StatesFollowTheSituation();
   void MenusShowWhatSuitsTheRow();
+  void HitsAreShownInTheTree();
 };
 
 void PlanCommandsTest::RowsGrantTheButtons() {
@@ -160,6 +161,33 @@ void PlanCommandsTest::MenusShowWhatSuitsTheRow() {
   QCOMPARE(shown(ReceivedLeafItem), QString("gped>si"));
   QCOMPARE(shown(PublicGroupItem), QString("gped*"));
   QCOMPARE(shown(PublicRootItem), QString("gped"));
+}
+
+void PlanCommandsTest::HitsAreShownInTheTree() {
+  const struct {
+    PanelPage page;
+    int type;
+    bool loading, in_no_tree, shown;
+    Refusal reason;
+  } rows[] = {
+      {PanelPage::Search, PublicPlanItem, false, false, true, Refusal::None},
+      {PanelPage::Search, ReceivedPlanItem, false, true, true, Refusal::InNoTree},
+      {PanelPage::Search, OwnPlanItem, true, true, true, Refusal::Loading},
+      {PanelPage::Search, 0, false, false, false, Refusal::NothingMarked},
+      {PanelPage::Tree, PublicPlanItem, false, false, false, Refusal::None},
+  };
+  for (const auto& row : rows) {
+    PanelSituation situation;
+    situation.page = row.page;
+    situation.item_type = row.type;
+    situation.loading = row.loading;
+    situation.in_no_tree = row.in_no_tree;
+    const CommandStates states = StatesOf(situation);
+    const CommandState& state = states[PlanCommand::ShowInTree];
+    QVERIFY(state.shown == row.shown && state.reason == row.reason);
+    QCOMPARE(state.enabled, row.reason == Refusal::None);
+    QCOMPARE(TextOf(state.reason).isEmpty(), row.reason == Refusal::None);
+  }
 }
 
 QTEST_APPLESS_MAIN(PlanCommandsTest)

@@ -47,10 +47,10 @@ void DefaultViewSearchTest::FindsWhatIsNotLoaded() {
   QCOMPARE(Found(), QString("Searching for further plans...: "));
   QCOMPARE(Counter(), QString("\u2026"));  // not "No hit": that is not known yet
   Services().ReleaseAll();
-  QTRY_COMPARE(Found(), QString("Further plans found: 5: A1 plan 2 (A1), Public A plan 2 (Public A), "
-                                "Public B plan 2 (Public B), C1 plan 2 (C1), Own C plan 2 (Own C)"));
+  QTRY_COMPARE(Found(), QString("Further plans found: 5: A1 plan 2 (Public A / A1), Public A plan 2 (Public A), "
+                                "Public B plan 2 (Public B), C1 plan 2 (Own C / C1), Own C plan 2 (Own C)"));
   QTRY_COMPARE(Counter(), QString("1/5"));
-  QCOMPARE(Tree()->currentIndex().data().toString(), QString("A1 plan 2 (A1)"));
+  QCOMPARE(Tree()->currentIndex().data().toString(), QString("A1 plan 2 (Public A / A1)"));
   for (const auto key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Return}) {
     QTest::keyClick(Line(), key);
   }
@@ -87,7 +87,7 @@ void DefaultViewSearchTest::SaysHowItStands() {
   QTRY_VERIFY(!Line()->IsLocating());
   Services().Mend("SearchPlan");
   QTest::keyClick(Line(), Qt::Key_Return);  // once more
-  QTRY_COMPARE(Found(), QString("Further plans found: 2: A1 plan 2 (A1), A1 plan 10 (A1)"));
+  QTRY_COMPARE(Found(), QString("Further plans found: 2: A1 plan 2 (Public A / A1), A1 plan 10 (Public A / A1)"));
   LookFor("   ");
   QCOMPARE(Found(), QString());
 }
@@ -101,7 +101,7 @@ void DefaultViewSearchTest::AsksForTheLastTextAlone() {
   QVERIFY(Services().WaitUntilHeld("SearchPlan", 2));
   Services().ReleaseAll();
   CPlanFixture::Drain();
-  QTRY_COMPARE(Found(), QString("Further plans found: 2: C1 plan 2 (C1), C1 plan 10 (C1)"));
+  QTRY_COMPARE(Found(), QString("Further plans found: 2: C1 plan 2 (Own C / C1), C1 plan 10 (Own C / C1)"));
   Services().Hold("SearchPlan", CRecordingServices::AfterCall);
   LookFor("A1");
   QVERIFY(Services().WaitUntilHeld("SearchPlan"));
@@ -117,13 +117,13 @@ void DefaultViewSearchTest::AsksForTheLastTextAlone() {
 void DefaultViewSearchTest::FoundPlanThatCannotBeShownCanBeSaved() {
   Begin();
   LookFor("c1 plan 10");
-  QTRY_COMPARE(Found(), QString("Further plans found: 1: C1 plan 10 (C1)"));
+  QTRY_COMPARE(Found(), QString("Further plans found: 1: C1 plan 10 (Own C / C1)"));
   Services().Fail("GetPlanDetail", "The line is down");
   QTRY_COMPARE(Counter(), QString("1/1"));
   QTest::keyClick(Line(), Qt::Key_Return);
   QTRY_COMPARE(tips_->count(), 1);
   QCOMPARE(tips_->first().first().toString(), QString("The line is down"));
-  QCOMPARE(Chosen(), QString("C1 plan 10 (C1)"));
+  QCOMPARE(Chosen(), QString("C1 plan 10 (Own C / C1)"));
   QVERIFY(chooser_->IsChanged() && chooser_->SaveChosenView());
   QCOMPARE(Stored(), Code("C1 plan 10"));
   // The row that it stands in goes with the text; by then it is found.

@@ -1,0 +1,50 @@
+#include "hit_line.h"
+
+#include <algorithm>
+
+namespace TarnPlanView {
+
+namespace {
+
+const QString kEllipsis = QStringLiteral("\u2026");
+
+using WidthOf = std::function<int(const QString&)>;
+
+// From the whole path down to the innermost group, which is what tells namesakes apart.
+QString FittedPlace(const QStringList& groups, int width, const WidthOf& width_of) {
+  QString place = PlaceText(groups);
+  for (int left_out = 1; width_of(place) > width && left_out < groups.size() - 1; ++left_out) {
+    place = PlaceText(QStringList{groups.first(), kEllipsis} + groups.mid(left_out + 1));
+  }
+  if (width_of(place) > width && groups.size() > 1) {
+    place = PlaceText({kEllipsis, groups.last()});
+  }
+  return place;
+}
+
+}  // namespace
+
+QString HitLineGap() {
+  return QStringLiteral(" \u00b7 ");
+}
+
+QString PlaceText(const QStringList& groups) {
+  return groups.join(QStringLiteral(" / "));
+}
+
+QString WholeLine(const HitLine& line) {
+  QStringList parts{line.place, line.shown};
+  parts.removeAll(QString());
+  return parts.join(HitLineGap());
+}
+
+HitLine FittedLine(const QStringList& groups, const QString& shown, int width, const WidthOf& width_of) {
+  if (shown.isEmpty()) {
+    return {FittedPlace(groups, width, width_of), QString()};
+  }
+  const int for_both = width - width_of(HitLineGap());
+  const int kept_for_shown = std::min(width_of(shown), for_both / 2);
+  return {FittedPlace(groups, for_both - kept_for_shown, width_of), shown};
+}
+
+}  // namespace TarnPlanView

@@ -1,0 +1,142 @@
+#include "plan_revealer.h"
+
+#include "MarUIControl/nomal_message.h"
+#include "MarUIControl/string_conversion.h"
+#include "ResourceData/resource_type.h"
+#include "host_calls/ask.h"
+#include "plan_item_role.h"
+#include "plan_rules/families.h"
+#include "plan_view_tree.h"
+#include "view_extern_widget.h"
+
+namespace TarnPlanView {
+
+namespace {
+
+void ExpandAbove(CPlanViewTree* tree, const QModelIndex& row) {
+  if (row.parent().isValid()) {
+    ExpandAbove(tree, row.parent());
+    tree->ExpandAsync(row.parent());  // a group that got this row from elsewhere may lack the others
+  }
+}
+
+}  // namespace
+
+CPlanRevealer::CPlanRevealer(CPlanViewTree* tree, QObject* parent) : QObject(parent), tree_(tree) {
+  soon_.setSingleShot(true);
+  connect(&soon_, &QTimer::timeout, this, &CPlanRevealer::GoOn);
+}
+
+void CPlanRevealer::SetModel(CStandardPlanModel* model) {
+  Drop();
+  if (model_) {
+    disconnect(model_, nullptr, this, nullptr);
+  }
+  model_ = model;
+  connect(model, &CStandardPlanModel::SignalFinshAsynchronous, this, &CPlanRevealer::OnExpanded);
+}
+
+void CPlanRevealer::SetController(CStandardViewController* controller) {
+  Drop();
+  if (controller_) {
+    disconnect(controller_, nullptr, this, nullptr);
+  }
+  controller_ = controller;
+  if (controller) {
+    connect(controller, &CStandardViewController::SignalFinishAnsyGetSubItem, this, &CPlanRevealer::OnExpanded);
+  }
+}
+
+void CPlanRevealer::Drop() {
+  call_.Drop();
+  soon_.stop();
+  wanted_.clear();
+  awaited_.clear();
+}
+
+void CPlanRevealer::Reveal(const QString& plan_code) {
+  Drop();
+  wanted_ = plan_code;
+  from_ = tree_->currentIndex();
+  if (ShowRow()) {
+    return;
+  }
+  const auto find = [code = MarUIControl::QStringToString(plan_code)] {
+    return FindPlanWay(ResourceData::RT_VIEW, code);
+  };
+  HostCalls::Ask(find).Replacing(call_).Then(this, [this](const PlanWay& way) { OnWay(way); });
+}
+
+void CPlanRevealer::OnWay(const PlanWay& way) {
+  if (way.is_gone) {
+    Refuse(CViewExternWidget::tr("This plan is no longer there."));
+  } else if (way.groups.isEmpty()) {
+    Refuse(way.error.isEmpty() ? CViewExternWidget::tr("No tree here shows this plan.") : way.error);
+  } else if (model_ && !tree_->RowOf(way.groups.first(), true).isValid()) {
+    const QString code = wanted_;
+    Drop();
+    Q_EMIT SignalInOtherTree(code, view_plugin_protocol::FamilyOfRoot(way.groups.first().toInt()));
+  } else {
+    way_ = way.groups;
+    GoOn();
+  }
+}
+
+// Also of groups that the user expands meanwhile.
+void CPlanRevealer::OnExpanded(const QModelIndex& index) {
+  if (!awaited_.isEmpty() && index.data(GroupIndexCodeRole).toString() == awaited_) {
+    soon_.start(0);  // the rows may come after this
+  }
+}
+
+void CPlanRevealer::GoOn() {
+  const bool gone_on = from_.isValid() && from_ != tree_->currentIndex();
+  if (wanted_.isEmpty() || gone_on) {
+    Drop();
+    return;
+  }
+  if (ShowRow()) {
+    return;
+  }
+  const QModelIndex group = LowestLoaded();
+  const QString code = group.data(GroupIndexCodeRole).toString();
+  if (!group.isValid() || !tree_->model()->canFetchMore(group)) {
+    Refuse(CViewExternWidget::tr("No tree here shows this plan."));
+  } else if (code == awaited_) {
+    Drop();  // it could not be loaded, which the controller has said
+  } else {
+    awaited_ = code;
+    tree_->ExpandAsync(group);
+  }
+}
+
+QModelIndex CPlanRevealer::LowestLoaded() const {
+  for (auto code = way_.crbegin(); code != way_.crend(); ++code) {
+    const QModelIndex group = tree_->RowOf(*code, true);
+    if (group.isValid()) {
+      return group;
+    }
+  }
+  return QModelIndex();
+}
+
+bool CPlanRevealer::ShowRow() {
+  const QPersistentModelIndex row = tree_->RowOf(wanted_, false);
+  if (!row.isValid()) {
+    return false;
+  }
+  Drop();
+  ExpandAbove(tree_, row);
+  if (row.isValid()) {
+    tree_->setCurrentIndex(row);
+    tree_->scrollTo(row, QAbstractItemView::PositionAtCenter);
+  }
+  return true;
+}
+
+void CPlanRevealer::Refuse(const QString& why) {
+  Drop();
+  Q_EMIT SignalMessageTipNeeded(why, MarUIControl::CNomalMessage::Failure);
+}
+
+}  // namespace TarnPlanView
