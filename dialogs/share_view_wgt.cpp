@@ -59,6 +59,7 @@ void CShareViewWgt::BuildForm() {
   ui_->no_users_label_->hide();
   ui_->user_tree_view_->setAccessibleName(ui_->share_label_->text());
   ui_->location_view_->setPlaceholderText(tr("Find a user"));
+  ui_->location_view_->setAccessibleName(ui_->location_view_->placeholderText());
   setAccessibleName(ui_->share_label_->text());
 }
 

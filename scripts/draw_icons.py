@@ -79,6 +79,14 @@ WINDOW = {
             f'<path d="M3.8 16.8c0-3.6 2.7-5.4 6.2-5.4s6.2 1.8 6.2 5.4z" {LINE}/>',
 }
 
+# The desktop's panels may be light or dark: the picture brings its own ground. Filled shapes, for 16 pixels as well.
+WINDOW_ICON = ('<rect x="1" y="1" width="18" height="18" rx="4" fill="#b5232a"/>'
+               '<rect x="4" y="5" width="7.4" height="6" rx="0.8" fill="#ffffff"/>'
+               '<rect x="12.6" y="5" width="3.4" height="6" rx="0.8" fill="#ffffff" fill-opacity="0.75"/>'
+               '<rect x="4" y="12.2" width="3.4" height="3.4" rx="0.8" fill="#ffffff" fill-opacity="0.75"/>'
+               '<rect x="8.6" y="12.2" width="7.4" height="3.4" rx="0.8" fill="#ffffff" fill-opacity="0.75"/>'
+               '<path d="M6.6 6.4l3 1.6-3 1.6z" fill="#b5232a"/>')
+
 MEDIA = {
     "previous": '<path d="M13.5 4.5v11L6.5 10z" fill="{c}"/><path d="M5 4.5v11" stroke="{c}" stroke-width="1.8"/>',
     "next": '<path d="M6.5 4.5v11l7-5.5z" fill="{c}"/><path d="M15 4.5v11" stroke="{c}" stroke-width="1.8"/>',
@@ -176,6 +184,7 @@ def main():
     svg(HOST / "search.svg", BAR["bar_search"], ANY_SKIN)
     for name, shapes in WINDOW.items():
         svg(CLIENT / f"{name}.svg", shapes, ANY_SKIN)
+    svg(CLIENT / "window_icon.svg", WINDOW_ICON, ANY_SKIN)
     for side in (1, 2, 3, 4):
         split_picture(HOST / f"default_view_{side * side}.png", side)
 

@@ -545,8 +545,20 @@
         <translation>No camera</translation>
     </message>
     <message>
-        <source>Window %1: %2, %3</source>
-        <translation>Window %1: %2, %3</translation>
+        <source>Window %1: %2</source>
+        <translation>Window %1: %2</translation>
+    </message>
+    <message>
+        <source>live</source>
+        <translation>live</translation>
+    </message>
+    <message>
+        <source>connecting</source>
+        <translation>connecting</translation>
+    </message>
+    <message>
+        <source>no picture</source>
+        <translation>no picture</translation>
     </message>
     <message>
         <source>Window %1: no camera</source>
@@ -1494,12 +1506,15 @@ never starts</translation>
 <context>
     <name>TarnPlanView::CSplitButtons</name>
     <message>
-        <source>Split into windows: %1</source>
-        <translation>Split into windows: %1</translation>
+        <source>Split of the page</source>
+        <translation>Split of the page</translation>
     </message>
-    <message>
-        <source>%1 windows (Ctrl+%2)</source>
-        <translation>%1 windows (Ctrl+%2)</translation>
+    <message numerus="yes">
+        <source>%n window(s)</source>
+        <translation>
+            <numerusform>%n window</numerusform>
+            <numerusform>%n windows</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1988,6 +2003,10 @@ never starts</translation>
 </context>
 <context>
     <name>WidgetKit::CNewSearchLine</name>
+    <message>
+        <source>Clear the search</source>
+        <translation>Clear the search</translation>
+    </message>
     <message>
         <source>Search</source>
         <translation>Search</translation>

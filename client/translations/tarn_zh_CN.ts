@@ -591,8 +591,20 @@
         <translation>无摄像机</translation>
     </message>
     <message>
-        <source>Window %1: %2, %3</source>
-        <translation>窗口 %1：%2，%3</translation>
+        <source>Window %1: %2</source>
+        <translation>窗口 %1：%2</translation>
+    </message>
+    <message>
+        <source>live</source>
+        <translation>实时</translation>
+    </message>
+    <message>
+        <source>connecting</source>
+        <translation>正在连接</translation>
+    </message>
+    <message>
+        <source>no picture</source>
+        <translation>无画面</translation>
     </message>
     <message>
         <source>Window %1: no camera</source>
@@ -1540,12 +1552,14 @@ never starts</source>
 <context>
     <name>TarnPlanView::CSplitButtons</name>
     <message>
-        <source>Split into windows: %1</source>
-        <translation>画面分割：%1</translation>
+        <source>Split of the page</source>
+        <translation>页面的分屏</translation>
     </message>
-    <message>
-        <source>%1 windows (Ctrl+%2)</source>
-        <translation>%1 个窗口 (Ctrl+%2)</translation>
+    <message numerus="yes">
+        <source>%n window(s)</source>
+        <translation>
+            <numerusform>%n 个窗口</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -2034,6 +2048,10 @@ never starts</source>
 </context>
 <context>
     <name>WidgetKit::CNewSearchLine</name>
+    <message>
+        <source>Clear the search</source>
+        <translation>清除搜索</translation>
+    </message>
     <message>
         <source>Search</source>
         <translation>搜索</translation>

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "MarUIControl/accessible_role.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "marlog/marlog.h"
@@ -79,6 +80,7 @@ CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent, std::unique_
       grid_(new QGridLayout(grid_page_)) {
   setObjectName(QStringLiteral("live_wall"));
   setFocusPolicy(Qt::StrongFocus);
+  MarUIControl::SetAccessibleRole(this, QAccessible::Pane);
   setAccessibleName(tr("Live view"));
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(kGap, kGap, kGap, kGap);

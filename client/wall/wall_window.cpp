@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QTime>
 
+#include "MarUIControl/accessible_role.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "wall/plain_text_tip.h"
 
@@ -21,6 +22,7 @@ QColor Color(const char* name) {
 
 CWallWindow::CWallWindow(int number, QWidget* parent) : QWidget(parent), number_(number) {
   setAttribute(Qt::WA_OpaquePaintEvent);
+  MarUIControl::SetAccessibleRole(this, QAccessible::Graphic);
   RenewDescription();
 }
 
@@ -119,16 +121,33 @@ void CWallWindow::PaintEmpty(QPainter& painter) {
                    tr("No camera"));
 }
 
-// Assistive technology hears of a window only when something about it changed.
-void CWallWindow::RenewDescription() {
-  QString text = tr("Window %1: no camera").arg(number_);
-  if (source_) {
-    text = tr("Window %1: %2, %3").arg(QString::number(number_), camera_, StateName());
+QString CWallWindow::SpokenState() const {
+  if (!source_) {
+    return QString();
   }
-  if (text != described_) {
-    described_ = text;
-    setAccessibleName(text);
+  switch (source_->GetState()) {
+    case IPictureSource::State::Live:
+      return tr("live");
+    case IPictureSource::State::Opening:
+      return tr("connecting");
+    default:
+      return tr("no picture");
+  }
+}
+
+// Each call is read out, and this is looked at many times a second.
+void CWallWindow::RenewDescription() {
+  QString name = tr("Window %1: no camera").arg(number_);
+  if (source_) {
+    name = tr("Window %1: %2").arg(QString::number(number_), camera_);
+  }
+  if (name != accessibleName()) {
+    setAccessibleName(name);
     setToolTip(PlainTextTip(camera_));
+  }
+  const QString state = SpokenState();
+  if (state != accessibleDescription()) {
+    setAccessibleDescription(state);
   }
 }
 

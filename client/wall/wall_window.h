@@ -35,6 +35,7 @@ class CWallWindow : public QWidget {
   void PaintPicture(QPainter& painter);
   void PaintBar(QPainter& painter);
   void PaintEmpty(QPainter& painter);
+  QString SpokenState() const;
   void RenewDescription();
 
   const int number_;
@@ -42,7 +43,6 @@ class CWallWindow : public QWidget {
   std::unique_ptr<IPictureSource> source_;
   qint64 shown_number_ = -1, frames_ = 0;
   int shown_second_ = -1;
-  QString described_;
 };
 
 }  // namespace TarnClient

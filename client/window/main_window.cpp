@@ -2,6 +2,7 @@
 
 #include <TarnPlanView/plan_view_tree.h>
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -13,6 +14,7 @@
 #include <QToolButton>
 #include <utility>
 
+#include "MarUIControl/accessible_role.h"
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/message_tip_manager.h"
@@ -60,6 +62,7 @@ CMainWindow::CMainWindow(Setup setup, QWidget* parent)
       messages_(new CMessageDesk(actions_, this)),
       history_(new CPlayHistory(this)) {
   setWindowTitle(tr("Plans"));
+  QApplication::setWindowIcon(QIcon(QStringLiteral(":/TarnClient/images/window_icon.svg")));  // dialogs', too
   wall_->AcceptDropsOf(setup.station_id);
   auto* splitter = new QSplitter(Qt::Horizontal, this);
   splitter->setHandleWidth(1);
@@ -86,6 +89,8 @@ CMainWindow::~CMainWindow() {
 
 QWidget* CMainWindow::BuildSide() {
   tabs_->setMinimumWidth(260);
+  MarUIControl::SetAccessibleRole(tabs_, QAccessible::LayeredPane);
+  tabs_->setAccessibleName(tr("Plans"));
   tabs_->tabBar()->setAccessibleName(tr("Families of plans"));
   BuildHistory();
   return tabs_;

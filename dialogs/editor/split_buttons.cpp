@@ -3,7 +3,9 @@
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QToolButton>
+#include <algorithm>
 
+#include "MarUIControl/accessible_role.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "plan_document.h"
 #include "split_layout.h"
@@ -30,6 +32,8 @@ QPixmap Picture(int split, const QColor& color, qreal ratio) {
 }  // namespace
 
 CSplitButtons::CSplitButtons(CPlanDocument* document, QWidget* parent) : QWidget(parent), document_(document) {
+  MarUIControl::SetAccessibleRole(this, QAccessible::Grouping);
+  setAccessibleName(tr("Split of the page"));
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(4);
@@ -46,12 +50,13 @@ CSplitButtons::CSplitButtons(CPlanDocument* document, QWidget* parent) : QWidget
 QToolButton* CSplitButtons::MakeButton(int place) {
   auto* button = new QToolButton(this);
   const int windows = WindowsOfSplit(kSplits[place]);
+  MarUIControl::SetAccessibleRole(button, QAccessible::RadioButton);
   button->setObjectName(QStringLiteral("split_%1_btn").arg(windows));
   button->setCheckable(true);
   button->setIconSize(kIcon);
-  button->setFocusPolicy(Qt::StrongFocus);
-  button->setAccessibleName(tr("Split into windows: %1").arg(windows));
-  button->setToolTip(tr("%1 windows (Ctrl+%2)").arg(windows).arg(place + 1));
+  const QString name = tr("%n window(s)", nullptr, windows);
+  button->setAccessibleName(name);
+  button->setToolTip(QStringLiteral("%1 (Ctrl+%2)").arg(name).arg(place + 1));
   connect(button, &QToolButton::clicked, this, [this, place] { Choose(place); });
   return button;
 }
@@ -73,12 +78,21 @@ void CSplitButtons::RenewIcons() {
   }
 }
 
-// None is checked for a split of a newer version.
+// None is checked for a split of a newer version. One is reached by Tab, the others from there by arrow keys.
 void CSplitButtons::RenewChecked() {
   const auto& pages = document_->Draft().pages;
-  const int page = document_->CurrentPage();
+  const int split = pages.value(document_->CurrentPage()).split_type;
+  for (QToolButton* button : qAsConst(buttons_)) {
+    button->setAutoExclusive(false);  // else the last one could not be taken back
+  }
+  const auto* checked = std::find(std::begin(kSplits), std::end(kSplits), split);
+  const int reached = checked == std::end(kSplits) ? 0 : static_cast<int>(checked - std::begin(kSplits));
   for (int place = 0; place < kPlaces; ++place) {
-    buttons_[place]->setChecked(page >= 0 && page < pages.size() && pages[page].split_type == kSplits[place]);
+    buttons_[place]->setChecked(kSplits[place] == split);
+    buttons_[place]->setFocusPolicy(place == reached ? Qt::StrongFocus : Qt::ClickFocus);
+  }
+  for (QToolButton* button : qAsConst(buttons_)) {
+    button->setAutoExclusive(true);
   }
 }
 

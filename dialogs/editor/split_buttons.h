@@ -9,7 +9,8 @@ namespace TarnPlanView {
 
 class CPlanDocument;
 
-/// The four splits of the current page, each as the grid that it makes. Thread: GUI.
+/// The four splits of the current page, each as the grid that it makes, of which one is chosen: radio buttons to keys
+/// and assistive technology. Thread: GUI.
 class CSplitButtons : public QWidget {
   Q_OBJECT
  public:

@@ -10,6 +10,7 @@
 #include <QTextLayout>
 #include <QToolTip>
 
+#include "MarUIControl/accessible_role.h"
 #include "TarnUIDataController/popup_menu.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "WidgetKit/drag.h"
@@ -74,6 +75,7 @@ CWindowGrid::CWindowGrid(CPlanDocument* document, const CWindowText* text, QWidg
       text_(text),
       offline_(WidgetKit::GetHighDpiSvgIcon(QString::fromLatin1(kOfflineMark), QString(), QSize(20, 20))) {
   setObjectName(QStringLiteral("window_grid"));
+  MarUIControl::SetAccessibleRole(this, QAccessible::Canvas);
   setFocusPolicy(Qt::StrongFocus);
   setAcceptDrops(true);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);

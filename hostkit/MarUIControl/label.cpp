@@ -53,9 +53,9 @@ void CLabel::paintEvent(QPaintEvent* event) {
   }
   QPainter painter(this);
   drawFrame(&painter);
-  const QString shown = fontMetrics().elidedText(OneLine(text()), Qt::ElideRight, contentsRect().width());
-  style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(), isEnabled(), shown,
-                        foregroundRole());
+  const QRect room = contentsRect().adjusted(margin(), margin(), -margin(), -margin());
+  const QString shown = fontMetrics().elidedText(OneLine(text()), Qt::ElideRight, room.width());
+  style()->drawItemText(&painter, room, static_cast<int>(alignment()), palette(), isEnabled(), shown, foregroundRole());
 }
 
 bool CLabel::IsElided() const {

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "MarUIControl/breakable_text.h"
 #include "MarUIControl/label.h"
 #include "MarUIControl/primary_button.h"
 #include "MarUIControl/push_button.h"
@@ -45,6 +46,7 @@ class CModalTipDialog::Private {
   CModalTipDialog* const q;
   CLabel* title = nullptr;
   QLabel *mark = nullptr, *content = nullptr;
+  QString whole_content;
   QScrollArea* scroll = nullptr;  // a text of the store's may be of any length
   CPrimaryButton* confirm = nullptr;
   CPushButton *cancel = nullptr, *other = nullptr;
@@ -166,7 +168,8 @@ void CModalTipDialog::SetTitle(const QString& title) {
 }
 
 void CModalTipDialog::SetContent(const QString& content) {
-  d_->content->setText(content);
+  d_->whole_content = content;
+  d_->content->setText(BreakableText(content));
   setAccessibleDescription(content);
 }
 
@@ -196,7 +199,7 @@ QString CModalTipDialog::Title() const {
 }
 
 QString CModalTipDialog::Content() const {
-  return d_->content->text();
+  return d_->whole_content;
 }
 
 // As the bits of a ModalQuestion.

@@ -7,6 +7,7 @@
 #include <QVariant>
 
 #include "MarUIControl/accessible_role.h"
+#include "MarUIControl/breakable_text.h"
 #include "TarnUIDataController/tip_kind.h"
 
 namespace tarn_ui_data_controller {
@@ -33,7 +34,7 @@ QString MarkFor(int kind) {
 }  // namespace
 
 MessageTip::MessageTip(const QString& text, int kind, int distance, QWidget* window)
-    : QFrame(window), distance_(distance) {
+    : QFrame(window), whole_text_(text), distance_(distance) {
   setObjectName(QStringLiteral("message_tip"));
   setProperty("kind", kind);
   setMouseTracking(true);
@@ -45,7 +46,7 @@ MessageTip::MessageTip(const QString& text, int kind, int distance, QWidget* win
   mark->setObjectName(QStringLiteral("message_tip_mark"));
   mark->setAlignment(Qt::AlignCenter);
   mark->setFixedSize(22, 22);
-  text_ = new QLabel(text, this);
+  text_ = new QLabel(MarUIControl::BreakableText(text), this);
   text_->setObjectName(QStringLiteral("message_tip_text"));
   text_->setTextFormat(Qt::PlainText);  // names of plans are no markup
   auto* layout = new QHBoxLayout(this);
@@ -62,10 +63,6 @@ MessageTip::MessageTip(const QString& text, int kind, int distance, QWidget* win
   }
   window->installEventFilter(this);
   Place();
-}
-
-QString MessageTip::Text() const {
-  return text_->text();
 }
 
 void MessageTip::SetCount(int count) {

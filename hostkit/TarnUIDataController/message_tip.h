@@ -14,7 +14,7 @@ class MessageTip : public QFrame {
   /// `distance`: pixels from the top of the window.
   MessageTip(const QString& text, int kind, int distance, QWidget* window);
 
-  QString Text() const;
+  QString Text() const { return whole_text_; }
   /// How often it was said; shown from the second time on.
   void SetCount(int count);
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -33,6 +33,7 @@ class MessageTip : public QFrame {
   void Place();
 
   QLabel *text_ = nullptr, *count_ = nullptr;
+  const QString whole_text_;
   const int distance_;
 };
 

@@ -1,10 +1,10 @@
 #include "TarnUIDataController/skin_loader.h"
 
 #include <QApplication>
-#include <QStyleFactory>
 #include <mutex>
 
 #include "TarnUIDataController/skin.h"
+#include "TarnUIDataController/skin_style.h"
 
 namespace tarn_ui_data_controller {
 
@@ -35,7 +35,7 @@ bool CSkinLoader::LoadSkin(const QString& name) {
     d_->name = name;
   }
   if (qApp) {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new SkinStyle);
     QApplication::setPalette(skin.Palette());
     qApp->setStyleSheet(skin.StyleSheet());
   }

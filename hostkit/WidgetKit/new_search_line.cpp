@@ -35,8 +35,11 @@ class CNewSearchLine::Private {
 CNewSearchLine::CNewSearchLine(QWidget* parent) : CLineEdit(parent), search_(new Private) {
   setProperty("search_line", true);
   setClearButtonEnabled(true);
+  if (auto* clear = findChild<QAction*>(QStringLiteral("_q_qlineeditclearaction"))) {
+    clear->setText(tr("Clear the search"));  // it shows a picture only
+  }
   QAction* search = addAction(QIcon(QStringLiteral(":/TarnHost/icons/search.svg")), QLineEdit::LeadingPosition);
-  search->setToolTip(tr("Search"));
+  search->setText(tr("Search"));
   connect(search, &QAction::triggered, this, &CNewSearchLine::Request);
   search_->pause.setSingleShot(true);
   connect(&search_->pause, &QTimer::timeout, this, &CNewSearchLine::OnPause);

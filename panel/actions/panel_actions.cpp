@@ -1,7 +1,6 @@
 #include "panel_actions.h"
 
 #include <QAction>
-#include <QPainter>
 #include <QToolButton>
 #include <utility>
 
@@ -14,7 +13,6 @@ namespace TarnPlanView {
 namespace {
 
 constexpr QSize kBarIconSize(20, 20);
-constexpr qreal kDisabledOpacity = 0.35;
 
 // How a command is shown where it has a button; menus have texts of their own.
 struct Look {
@@ -31,22 +29,9 @@ constexpr Look kLooks[] = {
     {QT_TRANSLATE_NOOP("TarnPlanView::CViewExternWidget", "Search"), "Ctrl+F", "bar_search"},
 };
 
-// The style's own look of a disabled icon hardly differs from an enabled one on a dark ground.
-QPixmap Faded(const QPixmap& pixmap) {
-  QPixmap faded(pixmap.size());
-  faded.setDevicePixelRatio(pixmap.devicePixelRatio());
-  faded.fill(Qt::transparent);
-  QPainter painter(&faded);
-  painter.setOpacity(kDisabledOpacity);
-  painter.drawPixmap(0, 0, pixmap);
-  return faded;
-}
-
 QIcon BarIcon(const char* name) {
   const QString path = QStringLiteral(":/Images/TarnPlanView/%1.svg").arg(QLatin1String(name));
-  QIcon icon(CViewPublicDef::GetDarkPath(path, CViewConfigManager::Instance().IsDarkSkin()));
-  icon.addPixmap(Faded(icon.pixmap(kBarIconSize)), QIcon::Disabled);
-  return icon;
+  return QIcon(CViewPublicDef::GetDarkPath(path, CViewConfigManager::Instance().IsDarkSkin()));
 }
 
 }  // namespace

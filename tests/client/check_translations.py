@@ -10,16 +10,21 @@ import xml.etree.ElementTree as tree
 
 FOLDERS = ["base", "config", "data", "service", "tree", "dialogs", "panel", "client", "host", "hostkit", "resources/forms"]
 ORDINARY_WORD = re.compile(r"[A-Za-z][a-z]*(-[a-z]+)*(\.\.\.)?")
-PLACES = re.compile(r"%\d")
+PLACES = re.compile(r"%[\dn]")
 PLAIN_ENGLISH = ("TarnClient::", "MarUIControl::", "WidgetKit::", "Q")  # contexts whose sources are texts, not keys
 
 
 def messages(path):
     for context in tree.parse(path).getroot().iter("context"):
         for message in context.iter("message"):
+            key = (context.findtext("name"), message.findtext("source"))
             text = message.find("translation")
-            finished = text is not None and text.get("type") is None
-            yield (context.findtext("name"), message.findtext("source")), (text.text or "") if finished else ""
+            if text is None or text.get("type") is not None:
+                yield key, [""]
+            else:
+                # One form for each number that the language tells apart.
+                forms = text.findall("numerusform") or [text]
+                yield key, [form.text or "" for form in forms]
 
 
 def texts_of_sources(lupdate, root):
@@ -36,15 +41,15 @@ def is_key(context, source):
 
 def faults(language, wanted, known, english):
     for context, source in sorted(wanted):
-        text = known.get((context, source), "")
         key = is_key(context, source)
-        model = english.get((context, source), "") if key else source  # a key does not show how many places there are
-        if not text:
-            yield f"{language}: no text for {context}: {source}"
-        elif key and text == source:
-            yield f"{language}: {context}: {source} would be shown raw"
-        elif sorted(PLACES.findall(text)) != sorted(PLACES.findall(model)):
-            yield f"{language}: {context}: {source}: other places than in '{text}'"
+        model = english.get((context, source), [""])[0] if key else source  # a key does not show its places
+        for text in known.get((context, source), [""]):
+            if not text:
+                yield f"{language}: no text for {context}: {source}"
+            elif key and text == source:
+                yield f"{language}: {context}: {source} would be shown raw"
+            elif sorted(PLACES.findall(text)) != sorted(PLACES.findall(model)):
+                yield f"{language}: {context}: {source}: other places than in '{text}'"
 
 
 def main():

@@ -1,4 +1,5 @@
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QTimeEdit>
 
 #include "editor_stage.h"
@@ -13,10 +14,39 @@ class PlanEditorFocusTest : public TarnTest::CEditorTest {
   void AnswersLeaveTheFocusWhereTheUserIs();
   void ButtonsThatGoHandTheFocusToTheWindows();
   void ConflictBarHandsTheFocusOn();
+  void SplitsAreRadioButtons();
 
  private:
   static void Press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
 };
+
+// One of the group is reached by Tab, the arrow keys choose; a split of a newer version leaves none chosen.
+void PlanEditorFocusTest::SplitsAreRadioButtons() {
+  CEditorStage stage(Begun());
+  stage.Open(patrol_);
+  const auto checked = [&stage] {
+    QStringList names;
+    for (const int windows : {1, 4, 9, 16}) {
+      auto* button = stage.Find<QAbstractButton>(qPrintable(QString("split_%1_btn").arg(windows)));
+      const QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(button);
+      if (heard->role() == QAccessible::RadioButton && heard->state().checked && button->focusPolicy() & Qt::TabFocus) {
+        names << heard->text(QAccessible::Name).section(' ', 0, 0);
+      }
+    }
+    return names.join(',');
+  };
+  QCOMPARE(checked(), QString("4"));
+  stage.Find<QWidget>("split_4_btn")->setFocus();
+  Press(Qt::Key_Right);
+  QCOMPARE(checked(), QString("9"));
+  QCOMPARE(stage.Windows().size(), 9);
+  Press(Qt::Key_Left);
+  Press(Qt::Key_Left);
+  QCOMPARE(checked(), QString("1"));
+  QVERIFY(stage.Find<QWidget>("split_1_btn")->hasFocus());
+  Press(Qt::Key_Space);  // the chosen one stays chosen
+  QCOMPARE(checked(), QString("1"));
+}
 
 void PlanEditorFocusTest::AnswersLeaveTheFocusWhereTheUserIs() {
   CEditorStage stage(Begun());
