@@ -18,8 +18,8 @@ QString WholeLine(const HitLine& line);
 /// What stands between the two parts.
 QString HitLineGap();
 
-/// What fits `width`: groups are left out between the outermost and the innermost, which stays as long as anything does,
-/// and the camera keeps half of the line at least. Single names that are still too long are left to the painting.
+/// What fits `width`: groups are left out between the outermost and the innermost, which stays as long as anything
+/// does, and the camera keeps half of the line at least. Single names that are still too long are left to the painting.
 HitLine FittedLine(const QStringList& groups, const QString& shown, int width,
                    const std::function<int(const QString&)>& width_of);
 

@@ -16,8 +16,8 @@ namespace TarnPlanView {
 
 class CPlanViewTree;
 
-/// Brings a plan's row into sight, wherever it stands: asks for the groups above it and expands them one after the other,
-/// by the same requests as a user's. It stops where the user goes on to another row. Thread: GUI.
+/// Brings a plan's row into sight, wherever it stands: asks for the groups above it and expands them one after the
+/// other, by the same requests as a user's. It stops where the user goes on to another row. Thread: GUI.
 class CPlanRevealer : public QObject {
   Q_OBJECT
  public:

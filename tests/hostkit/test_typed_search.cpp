@@ -24,14 +24,14 @@ void TypedSearchTest::DecidesWhenToSearch() {
     QString steps;
   } rows[] = {
       {{"tg", "tga", "tgat", "p", "p"}, "dww!."},
-      {{"tga", "tg", "p"}, "wd."},                 // too short by now
+      {{"tga", "tg", "p"}, "wd."},                  // too short by now
       {{"tga", "p", "tgat", "tga", "p"}, "w!wd."},  // back to what is shown already
-      {{"tga", "r", "p"}, "w!."},                  // once, and at once
-      {{"tga", "p", "r"}, "w!!"},                  // the user wants it again
+      {{"tga", "r", "p"}, "w!."},                   // once, and at once
+      {{"tga", "p", "r"}, "w!!"},                   // the user wants it again
       {{"tga", "p", "t", "tga", "p"}, "w!dw!"},     // emptied: what was shown is gone
-      {{"tga", "tga ", "p"}, "w.!"},               // a blank is no other text
-      {{"sgate", "p", "tgates", "p"}, "d.w!"},     // what the program puts there waits for Return
-      {{"tg", "r"}, "d!"},                         // Return searches for one letter, too
+      {{"tga", "tga ", "p"}, "w.!"},                // a blank is no other text
+      {{"sgate", "p", "tgates", "p"}, "d.w!"},      // what the program puts there waits for Return
+      {{"tg", "r"}, "d!"},                          // Return searches for one letter, too
   };
   for (const auto& row : rows) {
     TypedSearch search;

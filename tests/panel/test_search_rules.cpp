@@ -25,7 +25,7 @@ void SearchRulesTest::TakesTheNewestAnswer() {
   QVERIFY(course.Ask("gate", true));
   QVERIFY(!course.Ask("gate", true));  // it is on its way
   QCOMPARE(answered(course), QString("gate typed"));
-  QVERIFY(course.Ask("gate", true));  // the same once more
+  QVERIFY(course.Ask("gate", true));    // the same once more
   QVERIFY(!course.Ask("gate", false));  // Return while it is under way: the hits get the keyboard
   course.OnFailed();
   QVERIFY(course.HasFailed());
