@@ -1,5 +1,6 @@
 #include "view_extern_widget.h"
 
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/popup_menu.h"
 #include "current_row_keeper.h"
@@ -18,6 +19,7 @@
 
 namespace TarnPlanView {
 
+using MarUIControl::CNomalMessage;
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
 
@@ -116,8 +118,13 @@ void CViewExternWidget::SetCurPlanByIndexCode(const QString& index_code) {
 }
 
 void CViewExternWidget::ShowInTree(const QString& plan_code) {
-  if (d_->IsReady() && !plan_code.isEmpty()) {
-    d_->endSearch();
+  if (!d_->IsReady() || plan_code.isEmpty()) {
+    return;
+  }
+  d_->endSearch();
+  if (d_->CurrentPage() == PanelPage::Wait) {
+    Q_EMIT SignalMessageTipNeeded(TextOf(Refusal::Loading), CNomalMessage::Failure);
+  } else {
     d_->revealer->Reveal(plan_code);
   }
 }

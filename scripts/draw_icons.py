@@ -75,6 +75,7 @@ WINDOW = {
     "messages": f'<path d="M3.5 4.5h13v9H9l-3.5 3v-3h-2z" {LINE}/><path d="M6.5 7.6h7M6.5 10.4h4.5" {LINE}/>',
     "settings": f'<path d="M3.5 6.5h2.4M10.1 6.5h6.4M3.5 13.5h6.4M14.1 13.5h2.4" {LINE}/>'
                 f'<circle cx="8" cy="6.5" r="2.1" {LINE}/><circle cx="12" cy="13.5" r="2.1" {LINE}/>',
+    "show_in_tree": f'<path d="M3.5 4.5h8M5.5 4.5V15h3M5.5 9.2h3M11 9.2h5.5M11 15h5.5" {LINE}/>',
     "user": f'<circle cx="10" cy="6.6" r="3.1" {LINE}/>'
             f'<path d="M3.8 16.8c0-3.6 2.7-5.4 6.2-5.4s6.2 1.8 6.2 5.4z" {LINE}/>',
 }

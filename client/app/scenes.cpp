@@ -13,7 +13,6 @@
 #include <QJsonObject>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QListView>
 #include <QMimeData>
 #include <QMouseEvent>
 
@@ -48,6 +47,9 @@ const std::vector<CScene::Entry>& CScene::Entries() {
       {"browse", &CScene::Browse},
       {"search", &CScene::Search},
       {"search-empty", &CScene::SearchWithoutHit},
+      {"search-camera", &CScene::SearchCamera},
+      {"search-menu", &CScene::SearchMenu},
+      {"search-running", &CScene::SearchRunning},
       {"name-editor", &CScene::NameEditor},
       {"row-menu", &CScene::RowMenu},
       {"group-menu", &CScene::GroupMenu},
@@ -183,16 +185,6 @@ void CScene::AddPlay(const QString& name) {
 void CScene::Browse() {
   AddExpansion(QStringLiteral("Perimeter"));
   AddExpansion(QStringLiteral("Gates"));
-}
-
-void CScene::Search() {
-  Browse();
-  AddSearch(QStringLiteral("gate"));
-}
-
-void CScene::SearchWithoutHit() {
-  Browse();
-  AddSearch(QStringLiteral("helicopter"));
 }
 
 void CScene::NameEditor() {

@@ -39,6 +39,9 @@ class CScene : public QObject {
   void Browse();
   void Search();
   void SearchWithoutHit();
+  void SearchCamera();
+  void SearchMenu();
+  void SearchRunning();
   void NameEditor();
   void RowMenu();
   void GroupMenu();

@@ -566,6 +566,17 @@
     </message>
 </context>
 <context>
+    <name>TarnClient::CShowInTree</name>
+    <message>
+        <source>No plan plays.</source>
+        <translation>No plan plays.</translation>
+    </message>
+    <message>
+        <source>No tree here shows this plan.</source>
+        <translation>No tree here shows this plan.</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CWindowActions</name>
     <message>
         <source>Save the plan</source>
@@ -594,6 +605,10 @@
     <message>
         <source>Messages</source>
         <translation>Messages</translation>
+    </message>
+    <message>
+        <source>Show in tree</source>
+        <translation>Show in tree</translation>
     </message>
 </context>
 <context>

@@ -612,6 +612,17 @@
     </message>
 </context>
 <context>
+    <name>TarnClient::CShowInTree</name>
+    <message>
+        <source>No plan plays.</source>
+        <translation>没有预案在播放。</translation>
+    </message>
+    <message>
+        <source>No tree here shows this plan.</source>
+        <translation>此处没有显示该预案的树。</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CWindowActions</name>
     <message>
         <source>Save the plan</source>
@@ -640,6 +651,10 @@
     <message>
         <source>Messages</source>
         <translation>消息</translation>
+    </message>
+    <message>
+        <source>Show in tree</source>
+        <translation>在树中显示</translation>
     </message>
 </context>
 <context>

@@ -75,6 +75,7 @@ void CWallBar::AddTexts() {
 }
 
 void CWallBar::AddButtons() {
+  show_in_tree_ = AddButton("wall_show_in_tree_btn");
   previous_ = AddCommand("previous", "wall_previous_btn", Qt::Key_Left, &CWallBar::SignalPrevious);
   pause_ = AddCommand("pause", "wall_pause_btn", Qt::Key_Space, &CWallBar::SignalPause);
   next_ = AddCommand("next", "wall_next_btn", Qt::Key_Right, &CWallBar::SignalNext);
@@ -82,6 +83,11 @@ void CWallBar::AddButtons() {
   Label(stop_, tr("Stop the plan"));
   save_ = AddButton("wall_save_btn");
   save_menu_ = AddButton("wall_save_menu_btn");
+}
+
+void CWallBar::OfferOnTitle(QAction* action) {
+  title_->addAction(action);
+  title_->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 QToolButton* CWallBar::AddButton(const char* name) {
@@ -183,6 +189,7 @@ void CWallBar::SetPartsVisible(bool playing, bool several, bool in_turn) {
   page_->setVisible(several);
   turn_time_->setVisible(in_turn);
   stop_->setVisible(playing);
+  show_in_tree_->setVisible(playing);
 }
 
 void CWallBar::resizeEvent(QResizeEvent* event) {

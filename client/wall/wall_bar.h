@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+class QAction;
 class QLabel;
 class QToolButton;
 
@@ -22,6 +23,9 @@ class CWallBar : public QWidget {
   /// Where a group cycle is; an empty text when none runs.
   void ShowCycle(const QString& text);
   /// What the save buttons do is the window's.
+  QToolButton* ShowInTreeButton() const { return show_in_tree_; }
+  /// A command about the plan, in the menu of its name.
+  void OfferOnTitle(QAction* action);
   QToolButton* SaveButton() const { return save_; }
   QToolButton* SaveMenuButton() const { return save_menu_; }
   /// Where on the screen something so wide opens below the save control, within the window.
@@ -54,6 +58,7 @@ class CWallBar : public QWidget {
   QLabel* turn_time_ = nullptr;
   bool in_turn_ = false;
   QToolButton *previous_ = nullptr, *pause_ = nullptr, *next_ = nullptr, *stop_ = nullptr;
+  QToolButton* show_in_tree_ = nullptr;
   QToolButton *save_ = nullptr, *save_menu_ = nullptr;
 };
 

@@ -30,6 +30,7 @@
 #include "wall/live_wall.h"
 #include "wall/test_picture_source.h"
 #include "wall/wall_bar.h"
+#include "window/show_in_tree.h"
 #include "window/store_state.h"
 #include "window/user_menu.h"
 #include "window/window_actions.h"
@@ -143,6 +144,7 @@ void CMainWindow::AddFamilies() {
     player_->Attach(family);
     saver_->Attach(family);
     renewal_->Attach(family);
+    show_in_tree_->Attach(family, [this, panel = family->Panel()] { tabs_->setCurrentWidget(panel); });
     // Later: the panel is still in the middle of closing its editor.
     connect(family->Panel(), &CViewExternWidget::SignalMayLeave, this, &CMainWindow::OnMayLeave, Qt::QueuedConnection);
     if (family->Controller()) {
@@ -165,6 +167,8 @@ void CMainWindow::ConnectActions() {
   actions_->Connect(WindowCommand::WaysToSave, [this] { OpenSaveMenu(); });
   actions_->Connect(WindowCommand::History, [this] { OpenHistory(); });
   actions_->Connect(WindowCommand::Settings, [this] { OpenSettings(); });
+  show_in_tree_ = new CShowInTree(actions_, wall_, this);
+  connect(show_in_tree_, &CShowInTree::SignalMessage, this, &CMainWindow::ShowTip);
   BindButton(wall_->Bar()->SaveButton(), actions_->Of(WindowCommand::Save));
   BindButton(wall_->Bar()->SaveMenuButton(), actions_->Of(WindowCommand::WaysToSave));
   connect(saver_, &CPlanSaver::SignalReasons, this, &CMainWindow::OnSaveReasons);

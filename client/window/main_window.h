@@ -35,6 +35,7 @@ class CPlanSaver;
 class CMessageDesk;
 class CPlayHistory;
 class CSettingsDialog;
+class CShowInTree;
 class CStoreState;
 class CUserMenu;
 class CWindowActions;
@@ -128,6 +129,7 @@ class CMainWindow : public QMainWindow {
   QToolButton* history_button_ = nullptr;
   CUserMenu* user_menu_ = nullptr;
   CStoreState* store_state_ = nullptr;
+  CShowInTree* show_in_tree_ = nullptr;
   QPointer<CSettingsDialog> settings_;
   std::vector<std::unique_ptr<CPlanFamily>> families_;
 };

@@ -31,6 +31,7 @@ std::array<Look, kWindowCommands> Looks() {
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Messages"), "messages", Qt::CTRL | Qt::Key_M},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Switch user"), "user", Qt::CTRL | Qt::Key_U},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Settings"), "settings", Qt::CTRL | Qt::Key_Comma},
+      {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Show in tree"), "show_in_tree", Qt::CTRL | Qt::Key_T},
   }};
 }
 

@@ -10,14 +10,22 @@ const QString kEllipsis = QStringLiteral("\u2026");
 
 using WidthOf = std::function<int(const QString&)>;
 
-// From the whole path down to the innermost group, which is what tells namesakes apart.
+// The innermost group is what tells namesakes apart.
+QString ShortestPlace(const QStringList& groups) {
+  if (groups.size() < 2) {
+    return PlaceText(groups);
+  }
+  return PlaceText({kEllipsis, groups.last()});
+}
+
+// From the whole path down to the innermost group.
 QString FittedPlace(const QStringList& groups, int width, const WidthOf& width_of) {
   QString place = PlaceText(groups);
   for (int left_out = 1; width_of(place) > width && left_out < groups.size() - 1; ++left_out) {
     place = PlaceText(QStringList{groups.first(), kEllipsis} + groups.mid(left_out + 1));
   }
-  if (width_of(place) > width && groups.size() > 1) {
-    place = PlaceText({kEllipsis, groups.last()});
+  if (width_of(place) > width) {
+    return ShortestPlace(groups);
   }
   return place;
 }
@@ -43,8 +51,9 @@ HitLine FittedLine(const QStringList& groups, const QString& shown, int width, c
     return {FittedPlace(groups, width, width_of), QString()};
   }
   const int for_both = width - width_of(HitLineGap());
-  const int kept_for_shown = std::min(width_of(shown), for_both / 2);
-  return {FittedPlace(groups, for_both - kept_for_shown, width_of), shown};
+  const int least = width_of(ShortestPlace(groups));
+  const int for_place = std::max(for_both - width_of(shown), std::min(least, for_both / 2));
+  return {FittedPlace(groups, for_place, width_of), shown};
 }
 
 }  // namespace TarnPlanView

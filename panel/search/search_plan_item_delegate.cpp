@@ -43,6 +43,16 @@ QVector<QTextLayout::FormatRange> MarksIn(const QString& name, const QString& se
   return marks;
 }
 
+// Marked text is wider than measured.
+QString WithRoomForMark(const QString& text, const QString& searched, const QFont& font, Qt::TextElideMode mode,
+                        int width) {
+  QFont bold = font;
+  bold.setBold(true);
+  const QFontMetrics metrics(font);
+  const int more = QFontMetrics(bold).horizontalAdvance(searched) - metrics.horizontalAdvance(searched);
+  return metrics.elidedText(text, mode, width - qMax(0, more));
+}
+
 void DrawLine(QPainter* painter, const QRect& rect, const QString& text, const QFont& font, const QColor& color,
               const QVector<QTextLayout::FormatRange>& marks) {
   QTextLayout layout(text, font);
@@ -88,9 +98,9 @@ void DrawBelow(QPainter* painter, QRect rect, const QModelIndex& index, const QF
   const QString place = metrics.elidedText(line.place, Qt::ElideMiddle, for_place) + HitLineGap();
   DrawLine(painter, rect, place, font, colors.muted, {});
   rect.setLeft(rect.left() + width_of(place));
-  const QString shown = metrics.elidedText(line.shown, Qt::ElideRight, rect.width());
-  DrawLine(painter, rect, shown, font, colors.muted,
-           MarksIn(shown, index.data(SearchTextRole).toString(), colors.mark));
+  const QString searched = index.data(SearchTextRole).toString();
+  const QString shown = WithRoomForMark(line.shown, searched, font, Qt::ElideRight, rect.width());
+  DrawLine(painter, rect, shown, font, colors.muted, MarksIn(shown, searched, colors.mark));
 }
 
 }  // namespace
@@ -110,8 +120,8 @@ void CSearchPlanItemDelegate::paint(QPainter* painter, const QStyleOptionViewIte
   icon.paint(painter, icon_rect, Qt::AlignCenter, colors.icon);
 
   const QFontMetrics metrics(option.font);
-  const QString name = metrics.elidedText(index.data().toString(), Qt::ElideRight, text.width());
   const QString searched = index.data(SearchTextRole).toString();
+  const QString name = WithRoomForMark(index.data().toString(), searched, option.font, Qt::ElideRight, text.width());
   painter->save();
   painter->setClipRect(text);
   DrawLine(painter, text, name, option.font, colors.main, MarksIn(name, searched, colors.mark));

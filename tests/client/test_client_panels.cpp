@@ -1,5 +1,6 @@
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
 #include <QMenu>
 #include <QTemporaryDir>
@@ -24,6 +25,7 @@ class ClientPanelsTest : public TarnTest::CClientDesk {
   void SaysWhatIsLongOnItsWay_data();
   void SaysWhatIsLongOnItsWay();
   void MarkSurvivesUpdatesAndReloads();
+  void ShowsPlansInTheirTrees();
   void HistoryKeepsTheLastPlansOnce();
   void HistoryPlaysAndSaysWhatIsGone();
   void SwitchesTheUser();
@@ -155,6 +157,31 @@ QStringList ClientPanelsTest::HistoryNames() const {
     names << window_->History().At(row).name;
   }
   return names;
+}
+
+// Of the plan on the wall, and of a hit of the other family.
+void ClientPanelsTest::ShowsPlansInTheirTrees() {
+  Open({});
+  auto* button = window_->findChild<QToolButton*>("wall_show_in_tree_btn");
+  QVERIFY(!button->isVisible());
+  QTest::keyClick(window_.get(), Qt::Key_T, Qt::ControlModifier);
+  QCOMPARE(Tip(), QString("No plan plays."));
+  QVERIFY(!Row("Own C", 1).isValid() || !Row("C1 plan 10", 1).isValid());
+  Play("C1 plan 10");
+  QVERIFY(button->isVisible() && button->isEnabled());
+  QTest::keyClick(window_.get(), Qt::Key_T, Qt::ControlModifier);
+  QTRY_COMPARE(Tree(1)->currentIndex().data().toString(), QString("C1 plan 10"));
+  QCOMPARE(&window_->CurrentFamily(), &window_->Family(1));
+
+  auto* field = qobject_cast<QLineEdit*>(window_->Family(1).Panel()->GetLocateViewWidget());
+  auto* hits = window_->Family(1).Panel()->findChild<QListView*>("search_list_view");
+  field->setFocus();
+  QTest::keyClicks(field, "A1 plan 2");
+  QTRY_COMPARE(hits->model()->rowCount(), 1);
+  QTest::keyClick(hits, Qt::Key_Return, Qt::ControlModifier);
+  QTRY_COMPARE(Tree()->currentIndex().data().toString(), QString("A1 plan 2"));
+  QCOMPARE(&window_->CurrentFamily(), &window_->Family(0));
+  QCOMPARE(Wall().PlanName(), QString("C1 plan 10"));
 }
 
 void ClientPanelsTest::HistoryKeepsTheLastPlansOnce() {
