@@ -7,7 +7,8 @@
 namespace MarUIControl {
 
 /// One line of text. What is pasted or dropped loses its line breaks and, under a validator that says which characters
-/// may stand, the characters that may not, instead of being refused as a whole. Thread: GUI.
+/// may stand, the characters that may not, instead of being refused as a whole. Ctrl+U is left to the window.
+/// Thread: GUI.
 class TARN_HOST_EXPORT CLineEdit : public QLineEdit {
   Q_OBJECT
  public:
@@ -20,6 +21,7 @@ class TARN_HOST_EXPORT CLineEdit : public QLineEdit {
   void setToolTip(const QString& text);
 
  protected:
+  bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;

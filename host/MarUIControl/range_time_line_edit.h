@@ -26,9 +26,6 @@ class TARN_HOST_EXPORT CRangeTimeLineEdit : public QWidget {
   /// One of the two has changed, by the user or by a call.
   void SignalTimeChanged(const QTime& begin, const QTime& end);
 
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
-
  private:
   QTimeEdit* MakeEdit(const QString& name);
 

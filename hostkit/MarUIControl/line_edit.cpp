@@ -12,6 +12,7 @@
 #include <QRegularExpression>
 #include <QValidator>
 
+#include "MarUIControl/field_keys.h"
 #include "MarUIControl/plain_tool_tip.h"
 
 namespace MarUIControl {
@@ -57,6 +58,14 @@ void CLineEdit::setMaxLineEditLength(int length) {
 
 void CLineEdit::setToolTip(const QString& text) {
   QLineEdit::setToolTip(PlainToolTip(text));
+}
+
+bool CLineEdit::event(QEvent* event) {
+  if (IsClearLineKey(event)) {
+    event->ignore();
+    return true;
+  }
+  return QLineEdit::event(event);
 }
 
 void CLineEdit::keyPressEvent(QKeyEvent* event) {

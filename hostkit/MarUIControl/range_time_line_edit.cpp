@@ -1,9 +1,9 @@
 #include "MarUIControl/range_time_line_edit.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QTimeEdit>
+
+#include "MarUIControl/time_edit.h"
 
 namespace MarUIControl {
 
@@ -50,28 +50,12 @@ QTime CRangeTimeLineEdit::GetEndTime() const {
   return end_->time();
 }
 
-// Typing, the arrow keys and the wheel set the times; arrow buttons would leave no room for the seconds.
 QTimeEdit* CRangeTimeLineEdit::MakeEdit(const QString& name) {
-  auto* edit = new QTimeEdit(QTime(0, 0), this);
-  edit->setDisplayFormat(QStringLiteral("HH:mm:ss"));
-  edit->setButtonSymbols(QAbstractSpinBox::NoButtons);
-  edit->setAlignment(Qt::AlignCenter);
+  auto* edit = new CTimeEdit(this);
   edit->setAccessibleName(name);
   edit->setToolTip(name);
-  edit->setWrapping(true);
-  edit->setFocusPolicy(Qt::StrongFocus);
-  edit->installEventFilter(this);
   connect(edit, &QTimeEdit::timeChanged, this, [this] { Q_EMIT SignalTimeChanged(GetBeginTime(), GetEndTime()); });
   return edit;
-}
-
-// A wheel that only passes over must not change a time.
-bool CRangeTimeLineEdit::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Wheel && !static_cast<QWidget*>(watched)->hasFocus()) {
-    event->ignore();
-    return true;
-  }
-  return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace MarUIControl
