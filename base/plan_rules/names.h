@@ -19,4 +19,10 @@ NameFault FaultOfName(const QString& name);
 /// The pattern of what a field for names takes while it is typed.
 QString TypedNamePattern();
 
+/// A user's text that asks for a name, with its three places filled: least and most characters, and what not to type.
+QString NamingRule(const QString& text);
+
+/// The name that a new plan or group has until the user gives it one: its kind, and the time of day right behind.
+QString NameWithTime(const QString& kind);
+
 }  // namespace view_plugin_protocol

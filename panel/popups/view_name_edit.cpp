@@ -1,10 +1,8 @@
 #include "view_name_edit.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
 #include <QEvent>
 #include <QKeyEvent>
-#include <QLocale>
 #include <QPalette>
 #include <QRegExpValidator>
 #include <QTimerEvent>
@@ -74,19 +72,15 @@ void CViewNameEdit::BuildForm() {
 }
 
 QString CViewNameEdit::NamingRule() const {
-  return tr("PleaseEnterCharacterUYoapXK")
-      .arg(QStringLiteral("1"), 0, QLatin1Char(' '))
-      .arg(QString::number(view_plugin_protocol::kLongestName), 0, QLatin1Char(' '))
-      .arg(QString::fromLatin1(view_plugin_protocol::kNotTypedInNames), 0, QLatin1Char(' '));
+  return view_plugin_protocol::NamingRule(tr("PleaseEnterCharacterUYoapXK"));
 }
 
 void CViewNameEdit::SetMode(int mode) {
   mode_ = mode;
   switch (mode) {
     case AddGroup:
-      ui_->ptr_name_edit->setText(
-          QCoreApplication::translate("Shared", "Orbis-ControlClient.99baf139876846ebb0412f61e6eca142.name") +
-          QLocale::c().toString(QDateTime::currentDateTime(), QStringLiteral("yyyyMMddhhmmss")));
+      ui_->ptr_name_edit->setText(view_plugin_protocol::NameWithTime(
+          QCoreApplication::translate("Shared", "Orbis-ControlClient.99baf139876846ebb0412f61e6eca142.name")));
       ui_->ptr_name_label->SetText(tr("AddTheGroupSOBHJhrgRz"));
       ui_->ptr_save_btn->setText(tr("Add"));
       break;

@@ -6,6 +6,7 @@
 
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "TarnHost/plan_site.h"
+#include "plan_rules/update_request.h"
 
 /// Records and requests made in a line: what stands in a plan (Window, Page, CameraPage, FullPage), plans of a site
 /// (SitePlan), rows as the host sends them (GroupRecord, PlanRecord, Detail), what is asked of the host (NewPlan,
@@ -128,15 +129,7 @@ inline UpdatePlanRequest ChangedPlan(const Text& code, const Text& name, const T
 
 /// The request that leaves the plan as it was read.
 inline UpdatePlanRequest Unchanged(const GetPlanDetailResponse& plan) {
-  UpdatePlanRequest request = ChangedPlan(plan.index_code, plan.name, plan.group_index_code, plan.pages);
-  request.index_type = plan.type;
-  request.parent_name = plan.group_name;
-  request.auto_play = plan.auto_run;
-  request.begin_time = plan.start_time;
-  request.end_time = plan.end_time;
-  request.thumbnail = plan.thumbnail;
-  request.revision = plan.revision;
-  return request;
+  return view_plugin_protocol::UpdateRequestFrom(plan);
 }
 
 /// A whole request in words, so that a failed comparison shows what differs.
