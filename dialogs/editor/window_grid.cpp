@@ -117,6 +117,11 @@ const PlanWindow* CWindowGrid::Window(int window_no) const {
 }
 
 void CWindowGrid::SetCurrentWindow(int window_no) {
+  just_filled_ = 0;
+  GoTo(window_no);
+}
+
+void CWindowGrid::GoTo(int window_no) {
   const int clamped = qBound(1, window_no, WindowCount());
   if (clamped == current_) {
     return;
@@ -141,7 +146,7 @@ void CWindowGrid::OnDocument(int change, int) {
   if (turned) {
     SetCurrentWindow(1);
   } else {
-    SetCurrentWindow(current_);  // there may be fewer now
+    GoTo(current_);  // there may be fewer now
   }
   update();
   RenewDescription();
@@ -197,22 +202,31 @@ void CWindowGrid::ReportFilling(const PlanFilling& filling) {
   }
 }
 
+// Over what is there only where the user has chosen the window: not where the last camera went by itself.
 void CWindowGrid::PutAndGoOn(const DraftCamera& camera) {
-  if (PutCameras(current_, {camera})) {
-    GoOn();
+  int window_no = current_;
+  if (window_no == just_filled_ && IsFilled(Window(window_no))) {
+    window_no = NextEmpty(window_no);
+  }
+  if (window_no == 0) {
+    Q_EMIT SignalRefused(tr("All windows of this page are filled. Choose the one to replace, or add a page."));
+  } else if (PutCameras(window_no, {camera})) {
+    GoOn(window_no);
   }
 }
 
 void CWindowGrid::FillAndGoOn(const QVector<DraftCamera>& cameras) {
   if (Fill(current_, cameras)) {
-    GoOn();
+    GoOn(current_);
   }
 }
 
-void CWindowGrid::GoOn() {
-  if (const int next = NextEmpty(current_)) {
-    SetCurrentWindow(next);
+void CWindowGrid::GoOn(int filled) {
+  GoTo(filled);
+  if (const int next = NextEmpty(filled)) {
+    GoTo(next);
   }
+  just_filled_ = filled;
 }
 
 // After this one, then from the start; 0 when all are filled.
@@ -403,7 +417,8 @@ void CWindowGrid::dropEvent(QDropEvent* event) {
   if (dragged_ != 0) {
     Swap(std::exchange(dragged_, 0), window_no);
   } else if (PutCameras(window_no, *cameras)) {
-    SetCurrentWindow(window_no);
+    GoTo(window_no);  // its stream and preset come next, but not the next camera
+    just_filled_ = window_no;
   }
 }
 
@@ -441,8 +456,7 @@ QString CWindowGrid::Tip(int window_no) const {
   }
   const QString tip = text_->NameAndState(window) + QLatin1Char('\n') +
                       tr("Ctrl+X marks a window, Ctrl+V on another one swaps the two");
-  // A name that a tool tip would take for markup has to become markup itself.
-  return Qt::mightBeRichText(tip) ? Qt::convertFromPlainText(tip) : tip;
+  return Qt::convertFromPlainText(tip, Qt::WhiteSpaceNormal);  // plain text in a tool tip is never wrapped
 }
 
 void CWindowGrid::paintEvent(QPaintEvent*) {
@@ -519,7 +533,7 @@ void CWindowGrid::PaintMarks(QPainter* painter, const QRect& place, int window_n
   const auto frame = [painter, &place](const QColor& color, Qt::PenStyle style) {
     painter->setPen(QPen(color, kFrame, style));
     painter->setBrush(Qt::NoBrush);
-    painter->drawRect(place.adjusted(1, 1, -1, -1));
+    painter->drawRect(place.adjusted(1, 1, -2, -2));  // the pen's width belongs to the window
   };
   if (window_no == marked_) {
     painter->setPen(QPen(Color("wall_text"), kFrame, Qt::DotLine));

@@ -24,13 +24,15 @@ class CWindowGrid : public QWidget {
   CWindowGrid(CPlanDocument* document, const CWindowText* text, QWidget* parent);
 
   int CurrentWindow() const { return current_; }
-  /// Clamped to the windows there are.
+  /// The user's choice of a window. Clamped to the windows there are.
   void SetCurrentWindow(int window_no);
   QRect WindowRect(int window_no) const;
   /// Puts one camera into a window, whatever it holds, or several into the empty windows from there on; when these are
   /// not all on this page it says where they went. False when nothing was put anywhere.
   bool PutCameras(int window_no, const QVector<DraftCamera>& cameras);
-  /// The same in the current window, or from it on; the next empty one, if there is any, is current then.
+  /// The same in the current window, or from it on; the next empty one of the page, if there is any, is current then. A
+  /// window that was filled last and not chosen since keeps its camera: that one goes to the next empty window, and
+  /// SignalRefused() says when the page is full.
   void PutAndGoOn(const DraftCamera& camera);
   void FillAndGoOn(const QVector<DraftCamera>& cameras);
   /// The cameras' names and states are to be looked up again.
@@ -69,7 +71,9 @@ class CWindowGrid : public QWidget {
   bool Turn(int key);
   bool MoveOrSwap(QKeyEvent* event);
   int NextEmpty(int window_no) const;
-  void GoOn();
+  /// To the next empty window after `filled`.
+  void GoOn(int filled);
+  void GoTo(int window_no);
   bool Fill(int window_no, const QVector<DraftCamera>& cameras);
   void ReportFilling(const PlanFilling& filling);
   void Mark(int window_no);
@@ -93,7 +97,8 @@ class CWindowGrid : public QWidget {
   CPlanDocument* const document_;
   const CWindowText* const text_;
   int current_ = 1;
-  int target_ = 0;  // window under a drag; 0 for none
+  int just_filled_ = 0;  // the window that got the last camera, until the user chooses one
+  int target_ = 0;       // window under a drag; 0 for none
   int dragged_ = 0;
   int marked_ = 0;  // to be swapped; 0 for none
   int shown_page_ = 0;

@@ -44,6 +44,7 @@ class PlanEditorTest : public TarnTest::CEditorTest {
   void MakesAPlanByKeys();
   void UndoGoesBackToTheStart();
   void TakesDropsOfCamerasOnly();
+  void ADropIsNotCoveredByTheNextCamera();
   void HoldsAtMost128();
   void ShowsWhatItDoesNotKnow();
   void RefusesWhatCannotBeSaved();
@@ -184,6 +185,40 @@ void PlanEditorTest::TakesDropsOfCamerasOnly() {
   QVERIFY(Drop(grid, 2, Payload(stage, 0, 5)));
   stage.Pages().setCurrentIndex(stage.Pages().model()->index(1, 0));
   QCOMPARE(stage.Find<QSpinBox>("dwell_spin")->value(), 77);
+}
+
+void PlanEditorTest::ADropIsNotCoveredByTheNextCamera() {
+  CEditorStage stage(Begun());
+  stage.OpenNew(fixture_.Code("Gates"));
+  auto& grid = stage.Grid();
+  const auto put = [this, &stage](int camera) {
+    const DraftCamera chosen{Camera(stage, camera), QStringLiteral("camera")};
+    stage.Grid().PutAndGoOn(chosen);
+  };
+  const auto filled = [&stage] {
+    QString windows;
+    for (const QString& window : stage.Windows()) {
+      windows += window == "empty" ? '-' : 'x';
+    }
+    return windows;
+  };
+  QVERIFY(Drop(grid, 3, Payload(stage, 0, 1)));
+  QCOMPARE(grid.CurrentWindow(), 3);  // its stream may be chosen next
+  const QString dropped = grid.accessibleName();
+  put(1);
+  QCOMPARE(filled(), QString("--xx"));
+  QCOMPARE(grid.CurrentWindow(), 1);  // on from the start of the page
+  QVERIFY(Drop(grid, 2, Payload(stage, 2, 1)));
+  QTest::keyClick(&grid, Qt::Key_Z, Qt::ControlModifier);
+  put(3);
+  QCOMPARE(filled(), QString("-xxx"));  // the drop was taken back, and its window is the one
+  QTest::mouseClick(&grid, Qt::LeftButton, Qt::NoModifier, grid.WindowRect(3).center());
+  QCOMPARE(grid.accessibleName(), dropped);
+  put(4);  // chosen by hand
+  QCOMPARE(filled(), QString("-xxx"));
+  QCOMPARE(grid.CurrentWindow(), 1);
+  grid.SetCurrentWindow(3);
+  QVERIFY(grid.accessibleName() != dropped);
 }
 
 void PlanEditorTest::HoldsAtMost128() {
