@@ -96,6 +96,8 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   void SignalUpdatePlanSucc(const view_plugin_protocol::UpdatePlanRequest& plan_param);
   void SignalViewResourceDownFinish();
   void SignalDataDownloadFinished();
+  /// Something was changed elsewhere: a plan or group, or the tree is loaded again. Before the rows follow.
+  void SignalNoticed();
 
  public Q_SLOTS:
   void OnGetPlanGroupListSucc(const QModelIndex& index,

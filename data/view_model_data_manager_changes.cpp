@@ -229,6 +229,7 @@ int CViewModelDataManager::GetNoticeCount() const {
 void CViewModelDataManager::noteNotice() {
   ++d_->change_count;
   ++d_->notice_count;
+  Q_EMIT SignalNoticed();
 }
 
 void CViewModelDataManager::OnSetGroupNodeLoaded(const QString& index_code, bool is_loaded) {

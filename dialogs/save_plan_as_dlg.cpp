@@ -2,7 +2,6 @@
 
 #include <QAccessible>
 #include <QApplication>
-#include <QDateTime>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QPointer>
@@ -87,10 +86,7 @@ void CSavePlanAsDlg::setUpNameField() {
 }
 
 QString CSavePlanAsDlg::namingRule() const {
-  return tr("PleaseEnterCharacterUYoapXK")
-      .arg(QStringLiteral("1"), 0, QLatin1Char(' '))
-      .arg(QString::number(view_plugin_protocol::kLongestName), 0, QLatin1Char(' '))
-      .arg(QString::fromLatin1(view_plugin_protocol::kNotTypedInNames), 0, QLatin1Char(' '));
+  return view_plugin_protocol::NamingRule(tr("PleaseEnterCharacterUYoapXK"));
 }
 
 void CSavePlanAsDlg::setUpTimedPlay() {
@@ -246,8 +242,7 @@ void CSavePlanAsDlg::showEvent(QShowEvent* event) {
   }
   const auto& config = CViewConfigManager::Instance();
   d_->ui.name_line_edit_->setText(
-      (config.IsShowPlanOrView() ? tr("Plan") : tr("View")) +
-      QLocale::c().toString(QDateTime::currentDateTime(), QStringLiteral("yyyyMMddhhmmss")));
+      view_plugin_protocol::NameWithTime(config.IsShowPlanOrView() ? tr("Plan") : tr("View")));
   d_->ui.auto_run_switch_->setToggle(false);
   d_->ui.auto_run_duration_->hide();
   d_->ui.auto_run_duration_->SetBeginTime(kMidnight);

@@ -103,6 +103,10 @@
         <source>&amp;Paste</source>
         <translation>&amp;Paste</translation>
     </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Copy</translation>
+    </message>
 </context>
 <context>
     <name>ResourceTreeKit</name>
@@ -932,10 +936,6 @@
 <context>
     <name>TarnPlanView::CConflictBar</name>
     <message>
-        <source>Load theirs</source>
-        <translation>Load theirs</translation>
-    </message>
-    <message>
         <source>Overwrite</source>
         <translation>Overwrite</translation>
     </message>
@@ -958,6 +958,65 @@
     <message>
         <source>Show the plan as it is now; Undo brings your changes back</source>
         <translation>Show the plan as it is now; Undo brings your changes back</translation>
+    </message>
+    <message>
+        <source>Show theirs</source>
+        <translation>Show theirs</translation>
+    </message>
+    <message>
+        <source>Keep mine</source>
+        <translation>Keep mine</translation>
+    </message>
+    <message>
+        <source>Go on with yours; saving goes over theirs</source>
+        <translation>Go on with yours; saving goes over theirs</translation>
+    </message>
+    <message>
+        <source>Back to mine</source>
+        <translation>Back to mine</translation>
+    </message>
+    <message>
+        <source>Show your version again; saving goes over theirs</source>
+        <translation>Show your version again; saving goes over theirs</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CConflictWords</name>
+    <message>
+        <source>Saved by somebody else while you were editing.</source>
+        <translation>Saved by somebody else while you were editing.</translation>
+    </message>
+    <message>
+        <source>Saved by %1 while you were editing.</source>
+        <translation>Saved by %1 while you were editing.</translation>
+    </message>
+    <message>
+        <source>Saved by %1 at %2 while you were editing.</source>
+        <translation>Saved by %1 at %2 while you were editing.</translation>
+    </message>
+    <message>
+        <source>the name, now %1</source>
+        <translation>the name, now %1</translation>
+    </message>
+    <message>
+        <source>the group, now %1</source>
+        <translation>the group, now %1</translation>
+    </message>
+    <message>
+        <source>the automatic run</source>
+        <translation>the automatic run</translation>
+    </message>
+    <message>
+        <source>the number of pages, now %1</source>
+        <translation>the number of pages, now %1</translation>
+    </message>
+    <message>
+        <source>page %1</source>
+        <translation>page %1</translation>
+    </message>
+    <message>
+        <source>Changed: %1.</source>
+        <translation>Changed: %1.</translation>
     </message>
 </context>
 <context>
@@ -1660,6 +1719,18 @@ never starts</translation>
         <source>Saved as &quot;%1&quot;.</source>
         <translation>Saved as &quot;%1&quot;.</translation>
     </message>
+    <message>
+        <source>Your version is not saved yet.</source>
+        <translation>Your version is not saved yet.</translation>
+    </message>
+    <message>
+        <source>Saving makes a new plan of what you see here.</source>
+        <translation>Saving makes a new plan of what you see here.</translation>
+    </message>
+    <message>
+        <source>This is their version.</source>
+        <translation>This is their version.</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewExternWidget</name>
@@ -1910,6 +1981,10 @@ never starts</translation>
     <message>
         <source>Ctrl+X marks a window, Ctrl+V on another one swaps the two</source>
         <translation>Ctrl+X marks a window, Ctrl+V on another one swaps the two</translation>
+    </message>
+    <message>
+        <source>All windows of this page are filled. Choose the one to replace, or add a page.</source>
+        <translation>All windows of this page are filled. Choose the one to replace, or add a page.</translation>
     </message>
 </context>
 <context>

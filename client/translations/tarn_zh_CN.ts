@@ -103,6 +103,10 @@
         <source>&amp;Paste</source>
         <translation>粘贴(&amp;P)</translation>
     </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>复制(&amp;C)</translation>
+    </message>
 </context>
 <context>
     <name>QShortcut</name>
@@ -978,10 +982,6 @@
 <context>
     <name>TarnPlanView::CConflictBar</name>
     <message>
-        <source>Load theirs</source>
-        <translation>加载对方的版本</translation>
-    </message>
-    <message>
         <source>Overwrite</source>
         <translation>覆盖</translation>
     </message>
@@ -1004,6 +1004,65 @@
     <message>
         <source>Show the plan as it is now; Undo brings your changes back</source>
         <translation>显示预案的当前内容；撤销可恢复您的更改</translation>
+    </message>
+    <message>
+        <source>Show theirs</source>
+        <translation>显示对方的版本</translation>
+    </message>
+    <message>
+        <source>Keep mine</source>
+        <translation>保留我的版本</translation>
+    </message>
+    <message>
+        <source>Go on with yours; saving goes over theirs</source>
+        <translation>继续编辑您的版本；保存时将覆盖对方的版本</translation>
+    </message>
+    <message>
+        <source>Back to mine</source>
+        <translation>回到我的版本</translation>
+    </message>
+    <message>
+        <source>Show your version again; saving goes over theirs</source>
+        <translation>重新显示您的版本；保存时将覆盖对方的版本</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CConflictWords</name>
+    <message>
+        <source>Saved by somebody else while you were editing.</source>
+        <translation>您编辑期间，其他人保存了此预案。</translation>
+    </message>
+    <message>
+        <source>Saved by %1 while you were editing.</source>
+        <translation>您编辑期间，%1 保存了此预案。</translation>
+    </message>
+    <message>
+        <source>Saved by %1 at %2 while you were editing.</source>
+        <translation>您编辑期间，%1 于 %2 保存了此预案。</translation>
+    </message>
+    <message>
+        <source>the name, now %1</source>
+        <translation>名称（现为 %1）</translation>
+    </message>
+    <message>
+        <source>the group, now %1</source>
+        <translation>分组（现为 %1）</translation>
+    </message>
+    <message>
+        <source>the automatic run</source>
+        <translation>自动运行</translation>
+    </message>
+    <message>
+        <source>the number of pages, now %1</source>
+        <translation>页数（现为 %1）</translation>
+    </message>
+    <message>
+        <source>page %1</source>
+        <translation>第 %1 页</translation>
+    </message>
+    <message>
+        <source>Changed: %1.</source>
+        <translation>更改内容：%1。</translation>
     </message>
 </context>
 <context>
@@ -1705,6 +1764,18 @@ never starts</source>
         <source>Saved as &quot;%1&quot;.</source>
         <translation>已另存为“%1”。</translation>
     </message>
+    <message>
+        <source>Your version is not saved yet.</source>
+        <translation>您的版本尚未保存。</translation>
+    </message>
+    <message>
+        <source>Saving makes a new plan of what you see here.</source>
+        <translation>保存会将此处的内容存为新预案。</translation>
+    </message>
+    <message>
+        <source>This is their version.</source>
+        <translation>此处显示的是对方的版本。</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewExternWidget</name>
@@ -1955,6 +2026,10 @@ never starts</source>
     <message>
         <source>Ctrl+X marks a window, Ctrl+V on another one swaps the two</source>
         <translation>Ctrl+X 标记窗口，在另一个窗口按 Ctrl+V 交换两者</translation>
+    </message>
+    <message>
+        <source>All windows of this page are filled. Choose the one to replace, or add a page.</source>
+        <translation>此页的窗口均已占用。请选择要替换的窗口，或添加一页。</translation>
     </message>
 </context>
 <context>

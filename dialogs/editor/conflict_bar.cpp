@@ -17,17 +17,21 @@ CConflictBar::CConflictBar(QWidget* parent) : QFrame(parent), text_(new QLabel(t
   text_->setObjectName(QStringLiteral("conflict_text"));
   text_->setTextFormat(Qt::PlainText);
   text_->setWordWrap(true);
-  theirs_ = MakeButton("load_theirs_btn", tr("Load theirs"), &CConflictBar::SignalLoadTheirs);
+  theirs_ = MakeButton("load_theirs_btn", tr("Show theirs"), &CConflictBar::SignalLoadTheirs);
+  keep_ = MakeButton("keep_mine_btn", tr("Keep mine"), &CConflictBar::SignalKeepMine);
   overwrite_ = MakeButton("overwrite_btn", tr("Overwrite"), &CConflictBar::SignalOverwrite);
   as_new_ = MakeButton("save_as_new_btn", tr("Save as a new plan"), &CConflictBar::SignalSaveAsNew);
+  back_ = MakeButton("back_to_mine_btn", tr("Back to mine"), &CConflictBar::SignalBackToMine);
   retry_ = MakeButton("retry_btn", tr("Try again"), &CConflictBar::SignalRetry);
   theirs_->setToolTip(tr("Show the plan as it is now; Undo brings your changes back"));
+  keep_->setToolTip(tr("Go on with yours; saving goes over theirs"));
   overwrite_->setToolTip(tr("Save your version over theirs"));
+  back_->setToolTip(tr("Show your version again; saving goes over theirs"));
   SetNewRefused(QString());
   auto* row = new QHBoxLayout;
   row->setSpacing(8);
   row->addStretch();
-  for (CPushButton* button : {theirs_, overwrite_, as_new_, retry_}) {
+  for (CPushButton* button : {theirs_, keep_, overwrite_, as_new_, back_, retry_}) {
     row->addWidget(button);
   }
   auto* column = new QVBoxLayout(this);
@@ -45,8 +49,16 @@ CPushButton* CConflictBar::MakeButton(const char* name, const QString& text, voi
   return button;
 }
 
-void CConflictBar::ShowChanged(const QString& text) {
+void CConflictBar::ShowRefused(const QString& text) {
   Say(WithRefusal(text), {theirs_, overwrite_, as_new_});
+}
+
+void CConflictBar::ShowChanged(const QString& text) {
+  Say(WithRefusal(text), {theirs_, keep_, as_new_});
+}
+
+void CConflictBar::ShowTheirs(const QString& text) {
+  Say(text, {back_});
 }
 
 void CConflictBar::ShowDeleted(const QString& text) {
@@ -75,10 +87,14 @@ void CConflictBar::FocusRetry() {
   retry_->setFocus(Qt::OtherFocusReason);
 }
 
+void CConflictBar::FocusBack() {
+  back_->setFocus(Qt::OtherFocusReason);
+}
+
 void CConflictBar::Say(const QString& text, std::initializer_list<CPushButton*> ways) {
   text_->setText(text);
   setAccessibleName(text);
-  for (CPushButton* button : {theirs_, overwrite_, as_new_, retry_}) {
+  for (CPushButton* button : {theirs_, keep_, overwrite_, as_new_, back_, retry_}) {
     button->setVisible(std::find(ways.begin(), ways.end(), button) != ways.end());
   }
   show();

@@ -10,14 +10,18 @@ class CPushButton;
 
 namespace TarnPlanView {
 
-/// Says why the last save did not go through, and offers what can be done. Thread: GUI.
+/// Says what stands between the editor and the host's plan, and offers what can be done. Thread: GUI.
 class CConflictBar : public QFrame {
   Q_OBJECT
  public:
   explicit CConflictBar(QWidget* parent);
 
-  /// The plan was changed elsewhere; `text` says by whom and when.
+  /// A save was refused, because the plan was changed elsewhere; `text` says by whom and when.
+  void ShowRefused(const QString& text);
+  /// It was changed elsewhere while it is being edited.
   void ShowChanged(const QString& text);
+  /// Theirs is in the editor now, and what was there can come back.
+  void ShowTheirs(const QString& text);
   /// The plan is no longer there.
   void ShowDeleted(const QString& text);
   /// Whether a new plan may be made of it, from the next text on: `reason` says why not, empty when it may.
@@ -25,9 +29,12 @@ class CConflictBar : public QFrame {
   /// The plan could not be fetched.
   void ShowNotLoaded(const QString& text);
   void FocusRetry();
+  void FocusBack();
 
  Q_SIGNALS:
   void SignalLoadTheirs();
+  void SignalKeepMine();
+  void SignalBackToMine();
   void SignalOverwrite();
   void SignalSaveAsNew();
   void SignalRetry();
@@ -39,7 +46,7 @@ class CConflictBar : public QFrame {
 
   QLabel* text_ = nullptr;
   QString new_refused_;
-  MarUIControl::CPushButton *theirs_ = nullptr, *overwrite_ = nullptr, *as_new_ = nullptr, *retry_ = nullptr;
+  MarUIControl::CPushButton *theirs_, *keep_, *overwrite_, *as_new_, *back_, *retry_;
 };
 
 }  // namespace TarnPlanView

@@ -84,7 +84,8 @@ void CEditorHeader::MakeNameField() {
   const QString rule = tr("1 to 256 characters, none of \\ / : * ? \" < | ' % >");
   name_->setPlaceholderText(rule);
   name_->setToolTip(rule);
-  connect(name_, &QLineEdit::textChanged, this, [this](const QString& text) {
+  connect(name_, &QLineEdit::textChanged, this, [this, rule](const QString& text) {
+    name_->setToolTip(text.isEmpty() ? rule : text);
     if (!showing_) {
       document_->SetName(text);
     }

@@ -177,6 +177,20 @@ void CPlanDocument::TakeOver(const view_plugin_protocol::GetPlanDetailResponse& 
   RenewDirty();
 }
 
+PlanDraft CPlanDocument::DraftOf(const view_plugin_protocol::GetPlanDetailResponse& detail) {
+  return DraftFrom(detail);
+}
+
+void CPlanDocument::RenameGroup(const std::string& group_code, const std::string& name) {
+  const QString code = StringToQString(group_code), text = StringToQString(name);
+  for (PlanDraft* draft : {&draft_, &saved_}) {
+    if (draft->group_code == code) {
+      draft->group_name = text;
+    }
+  }
+  Q_EMIT SignalChanged(HeadChanged, -1);
+}
+
 void CPlanDocument::Begin(PlanDraft draft, view_plugin_protocol::GetPlanDetailResponse origin) {
   stack_.clear();
   origin_ = std::move(origin);

@@ -40,10 +40,16 @@ class CPlanDocument : public QObject {
   /// The plan as the host has it now takes the place of the edited one, clean. One step: undone, the edited one would
   /// go over it.
   void TakeOver(const view_plugin_protocol::GetPlanDetailResponse& detail);
+  /// The group bears this name now; no edit.
+  void RenameGroup(const std::string& group_code, const std::string& name);
+  static PlanDraft DraftOf(const view_plugin_protocol::GetPlanDetailResponse& detail);
   /// Overwrite: the next update carries the host's revision, whatever was loaded.
   void AdoptRevision(int64_t revision);
 
   const PlanDraft& Draft() const { return draft_; }
+  /// As the plan was opened, taken over or saved.
+  const PlanDraft& Saved() const { return saved_; }
+  int64_t Revision() const { return origin_.revision; }
   /// Empty for a new plan.
   std::string PlanCode() const { return origin_.index_code; }
   /// Of the group that the plan is in on the host.

@@ -24,7 +24,8 @@ auto Fields(const PlanPage& page) {
 }
 
 auto Head(const PlanDraft& draft) {
-  return std::tie(draft.name, draft.group_code, draft.group_name, draft.family, draft.auto_run, draft.begin, draft.end);
+  // Not the group's name, which is no part of the plan.
+  return std::tie(draft.name, draft.group_code, draft.family, draft.auto_run, draft.begin, draft.end);
 }
 
 int FilledOf(const DraftPage& page) {

@@ -43,7 +43,7 @@ void CPlanSaving::SetController(CStandardViewController* controller) {
 
 void CPlanSaving::OnControllerLost() {
   if (step_ == Step::Asking) {
-    return Fail(QString());  // the host has refused, and why was shown
+    return Fail(attempt_.refusal);
   }
   if (step_ != Step::Sending) {
     return;
@@ -77,7 +77,7 @@ bool CPlanSaving::Send(UpdatePlanRequest request, const PlanDraft& sent, const s
     request.thumbnail = thumbnail;
   }
   calls_.Drop();
-  attempt_ = {document_->Draft(), sent, request.plan_index_code, request.revision};
+  attempt_ = {document_->Draft(), sent, request.plan_index_code, request.revision, QString()};
   step_ = Step::Sending;
   patience_.start();
   const auto on_answer = [this, asked = calls_.Current()](const CallAnswer& answer) {
@@ -88,7 +88,7 @@ bool CPlanSaving::Send(UpdatePlanRequest request, const PlanDraft& sent, const s
   if (request.plan_index_code.empty()) {
     controller_->AddPlanParam(request, on_answer);
   } else {
-    controller_->UpdatePlanParam(request, StringToQString(request.plan_name), on_answer);
+    controller_->UpdatePlanParam(request, StringToQString(request.plan_name), on_answer, FailureText::ByCaller);
   }
   return true;
 }
@@ -101,13 +101,19 @@ void CPlanSaving::Forget() {
 
 void CPlanSaving::OnAnswer(const CallAnswer& answer) {
   if (answer.ok) {
-    OnStored(QStringToString(answer.text));
-  } else if (step_ == Step::Abandoned) {
-    Forget();  // its failure was shown when the controller went
-  } else if (!attempt_.plan_code.empty() && MayBeConflict(answer.kind)) {
-    AskForTheirs(answer.text);
+    return OnStored(QStringToString(answer.text));
+  }
+  if (step_ == Step::Abandoned) {
+    return Forget();  // its failure was shown when the controller went
+  }
+  if (attempt_.plan_code.empty()) {
+    return Fail(QString());  // the controller shows why a plan was not added
+  }
+  attempt_.refusal = answer.text;
+  if (MayBeConflict(answer.kind)) {
+    AskForTheirs();
   } else {
-    Fail(QString());
+    Fail(answer.text);
   }
 }
 
@@ -125,23 +131,22 @@ void CPlanSaving::OnStored(const std::string& plan_code) {
   Q_EMIT SignalStored(StringToQString(document_->PlanCode()), StringToQString(document_->GroupCode()));
 }
 
-void CPlanSaving::AskForTheirs(const QString& reason) {
+void CPlanSaving::AskForTheirs() {
   step_ = Step::Asking;
   GetPlanDetailRequest request;
   request.plan_index_code = attempt_.plan_code;
   HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request)
       .Within(calls_)
-      .Then(this, [this, reason](const auto& now) { OnTheirs(now, reason); });
+      .Then(this, [this](const auto& now) { OnTheirs(now); });
 }
 
-void CPlanSaving::OnTheirs(const HostCalls::Result<GetPlanDetailResponse>& now, const QString& reason) {
+void CPlanSaving::OnTheirs(const HostCalls::Result<GetPlanDetailResponse>& now) {
   const SaveConflict conflict = ConflictOf(now, attempt_.revision);
   if (conflict == SaveConflict::None) {
-    Fail(QString());
-    return;
+    return Fail(attempt_.refusal);
   }
   Forget();
-  Q_EMIT SignalConflict(conflict, reason, now.response);
+  Q_EMIT SignalConflict(conflict, now.response);
 }
 
 void CPlanSaving::Fail(const QString& text) {

@@ -49,10 +49,9 @@ class CPlanSaving : public QObject {
   void SignalStored(const QString& plan_code, const QString& group_code);
   /// `text`: why, for the user; empty when the controller has shown it already.
   void SignalFailed(const QString& text);
-  /// The host refused the update with `text`, because the plan is no longer what was loaded. `theirs`: the plan as it
-  /// is now, empty when it was deleted.
-  void SignalConflict(TarnPlanView::SaveConflict conflict, const QString& text,
-                      const view_plugin_protocol::GetPlanDetailResponse& theirs);
+  /// The host refused the update, because the plan is no longer what was loaded. `theirs`: the plan as it is now; with
+  /// nothing but the host's text when it was deleted. The user has heard nothing of it yet.
+  void SignalConflict(TarnPlanView::SaveConflict conflict, const view_plugin_protocol::GetPlanDetailResponse& theirs);
 
  private:
   enum class Step {
@@ -66,13 +65,14 @@ class CPlanSaving : public QObject {
     PlanDraft edited, sent;  // the document at that time, and as what the host got it
     std::string plan_code;   // empty: a new plan
     int64_t revision = 0;
+    QString refusal;  // why the host refused it
   };
 
   bool Send(view_plugin_protocol::UpdatePlanRequest request, const PlanDraft& sent, const std::string& thumbnail);
   void OnAnswer(const CallAnswer& answer);
   void OnStored(const std::string& plan_code);
-  void AskForTheirs(const QString& reason);
-  void OnTheirs(const HostCalls::Result<view_plugin_protocol::GetPlanDetailResponse>& now, const QString& reason);
+  void AskForTheirs();
+  void OnTheirs(const HostCalls::Result<view_plugin_protocol::GetPlanDetailResponse>& now);
   void OnControllerLost();
   void Fail(const QString& text);
 

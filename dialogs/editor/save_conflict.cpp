@@ -17,4 +17,22 @@ SaveConflict ConflictOf(const HostCalls::Result<GetPlanDetailResponse>& now, int
   return now.response.error_kind == Gone ? SaveConflict::Deleted : SaveConflict::None;
 }
 
+NewsStep StepAfterLook(const EditedPlan& edited, const HostCalls::Result<GetPlanDetailResponse>& now) {
+  const SaveConflict found = ConflictOf(now, edited.revision);
+  const bool is_answer = now.ok || found == SaveConflict::Deleted;
+  const bool is_newer = found == SaveConflict::ChangedElsewhere && now.response.revision != edited.said_revision;
+  if (!is_answer || (found == edited.said && !is_newer)) {
+    return NewsStep::Nothing;
+  }
+  switch (found) {
+    case SaveConflict::ChangedElsewhere:
+      return NewsStep::SayChanged;
+    case SaveConflict::Deleted:
+      return NewsStep::SayDeleted;
+    case SaveConflict::None:
+      break;
+  }
+  return NewsStep::TakeBack;
+}
+
 }  // namespace TarnPlanView

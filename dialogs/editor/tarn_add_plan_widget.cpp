@@ -1,9 +1,7 @@
 #include "tarn_add_plan_widget.h"
 
 #include <QAbstractSpinBox>
-#include <QDateTime>
 #include <QKeyEvent>
-#include <QLocale>
 #include <QScrollArea>
 #include <QShowEvent>
 
@@ -16,7 +14,9 @@
 #include "editor_footer.h"
 #include "editor_header.h"
 #include "group_chooser.h"
+#include "plan_rules/names.h"
 #include "plan_saving.h"
+#include "plan_watch.h"
 #include "standard_plan_model.h"
 #include "standard_view_controller.h"
 #include "tarn_add_plan_widget_p.h"
@@ -41,6 +41,7 @@ CTarnAddPlanWidget::~CTarnAddPlanWidget() {
   d_->grid = nullptr;  // no refuge for the focus of those that go after it
   qDeleteAll(findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
   delete d_->saving;
+  delete d_->watch;
 }
 
 void CTarnAddPlanWidget::SetController(CStandardViewController* controller) {
@@ -77,8 +78,8 @@ void CTarnAddPlanWidget::OpenNew(const QString& group_code) {
   d_->header->SetTitle(tr("New plan"));
   d_->header->Groups()->SetAddMode(true);
   const QString kind = CViewConfigManager::Instance().IsShowPlanOrView() ? tr("Plan") : tr("View");
-  const QString now = QLocale::c().toString(QDateTime::currentDateTime(), QStringLiteral("yyyyMMddhhmmss"));
-  d_->document.StartNew(kind + now, group_code, group.data().toString(), CGroupChooser::FamilyOf(group));
+  d_->document.StartNew(view_plugin_protocol::NameWithTime(kind), group_code, group.data().toString(),
+                        CGroupChooser::FamilyOf(group));
   d_->header->FocusName();
 }
 
@@ -109,6 +110,7 @@ void CTarnAddPlanWidget::OnPlanInfo(const GetPlanDetailResponse& plan) {
   d_->conflict_bar->hide();
   d_->document.Load(plan);
   d_->opened_pages = d_->document.Draft().pages;
+  d_->watch->Watch(plan.index_code, plan.group_index_code);
   const bool is_focus_free = d_->focus.IsFree();
   d_->SetBusy(QString());
   d_->footer->SetSavePossible(true);
@@ -161,6 +163,8 @@ void CTarnAddPlanWidget::Save() {
   if (d_->HasNothingToSave()) {
     d_->Reset();
     Q_EMIT SignalClosed();
+  } else if (d_->conflict == SaveConflict::Deleted) {
+    d_->SaveAsNew();
   } else {
     d_->SaveIt();
   }
@@ -223,10 +227,13 @@ bool CTarnAddPlanWidget::focusNextPrevChild(bool next) {
   return true;
 }
 
+// Keys that a field would have for itself: undo is the document's, and Ctrl+U, which clears a line on some desktops, is
+// the window's.
 bool CTarnAddPlanWidget::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::ShortcutOverride) {
+  if (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) {
     const auto* key = static_cast<QKeyEvent*>(event);
-    if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+    if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo) ||
+        key->matches(QKeySequence::DeleteCompleteLine)) {
       event->ignore();
       return true;
     }
@@ -237,11 +244,13 @@ bool CTarnAddPlanWidget::eventFilter(QObject* watched, QEvent* event) {
 void CTarnAddPlanWidget::Private::Reset() {
   const bool was_saving = saving->IsSaving();
   saving->Forget();
+  watch->Stop();
   loads.Drop();
   awaited.clear();
   opened_pages.clear();
   conflict = SaveConflict::None;
   theirs = {};
+  mine.reset();
   copy_note.reset();
   grid->SetCurrentWindow(1);
   conflict_bar->hide();

@@ -21,6 +21,7 @@ class CEditorHeader;
 class CPageSettings;
 class CPageStrip;
 class CPlanSaving;
+class CPlanWatch;
 class CWindowGrid;
 class CWindowSettings;
 struct CallAnswer;
@@ -67,9 +68,15 @@ class CTarnAddPlanWidget::Private {
   std::string Thumbnail() const;
   void OnStored(const QString& plan_code, const QString& group_code);
   void OnNotStored(const QString& reason);
-  void OnConflict(SaveConflict conflict, const QString& reason,
-                  const view_plugin_protocol::GetPlanDetailResponse& theirs);
+  void OnConflict(SaveConflict conflict, const view_plugin_protocol::GetPlanDetailResponse& theirs);
+  /// A look at the host's plan, while it is being edited here.
+  void OnLooked(const HostCalls::Result<view_plugin_protocol::GetPlanDetailResponse>& now);
+  void SayDeleted();
+  QString WhatTheySaved() const;
   void LoadTheirs();
+  void KeepMine();
+  void BackToMine();
+  void OnUndoStep(int index);
   void Overwrite();
   void SaveAsNew();
 
@@ -77,6 +84,7 @@ class CTarnAddPlanWidget::Private {
   CPlanDocument document;
   CWindowText text;
   CPlanSaving* saving = nullptr;
+  CPlanWatch* watch = nullptr;
   CEditorHeader* header = nullptr;
   CEditorCameras* cameras = nullptr;
   CPageStrip* strip = nullptr;
@@ -94,8 +102,9 @@ class CTarnAddPlanWidget::Private {
   QString awaited;              // code of the plan that is being fetched
   HostCalls::CCallScope loads;  // of that plan
   QVector<DraftPage> opened_pages;
-  SaveConflict conflict = SaveConflict::None;          // what the last save found
+  SaveConflict conflict = SaveConflict::None;          // what the last save or look found
   view_plugin_protocol::GetPlanDetailResponse theirs;  // the plan as the host has it, when it was changed elsewhere
+  std::optional<int> mine;           // where in the undo stack the user's version is, while theirs is shown
   std::optional<QString> copy_note;  // while a new plan is made of an old one: what it has not taken over
 };
 

@@ -1,13 +1,17 @@
+#include <QDateTime>
 #include <utility>
 
 #include "MarUIControl/nomal_message.h"
+#include "MarUIControl/string_conversion.h"
 #include "conflict_bar.h"
+#include "conflict_words.h"
 #include "editor_header.h"
 #include "group_chooser.h"
 #include "page_thumbnail.h"
 #include "plan_rules/plan_limits.h"
 #include "plan_rules/rights.h"
 #include "plan_saving.h"
+#include "plan_watch.h"
 #include "standard_view_controller.h"
 #include "tarn_add_plan_widget_p.h"
 #include "theme_node_type.h"
@@ -83,11 +87,13 @@ void CTarnAddPlanWidget::Private::OnStored(const QString& plan_code, const QStri
   conflict = SaveConflict::None;
   theirs = {};
   conflict_bar->hide();
+  watch->Stop();
   Q_EMIT q->SignalStored(plan_code, group_code);
   if (!alive) {
     return;
   }
   if (document.IsDirty()) {
+    watch->Watch(document.PlanCode(), document.GroupCode());
     OnNotStored(CTarnAddPlanWidget::tr("The plan was saved without the last changes."));
     return;
   }
@@ -102,7 +108,8 @@ void CTarnAddPlanWidget::Private::OnStored(const QString& plan_code, const QStri
 
 void CTarnAddPlanWidget::Private::OnNotStored(const QString& reason) {
   SetBusy(QString());
-  if (copy_note) {  // the choice is open again
+  watch->LookSoon();  // what was noticed meanwhile has been passed over
+  if (copy_note) {    // the choice is open again
     copy_note.reset();
     header->Groups()->SetAddMode(document.PlanCode().empty());
     conflict_bar->show();
@@ -116,25 +123,92 @@ void CTarnAddPlanWidget::Private::OnNotStored(const QString& reason) {
   }
 }
 
-void CTarnAddPlanWidget::Private::OnConflict(SaveConflict found, const QString& reason,
-                                             const GetPlanDetailResponse& plan) {
+void CTarnAddPlanWidget::Private::OnConflict(SaveConflict found, const GetPlanDetailResponse& plan) {
   conflict = found;
   theirs = plan;
+  mine.reset();
   OnNotStored(QString());
   conflict_bar->SetNewRefused(MissingRight(true));
   if (found == SaveConflict::Deleted) {
-    conflict_bar->ShowDeleted(reason);
+    SayDeleted();
   } else {
-    conflict_bar->ShowChanged(reason);
+    conflict_bar->ShowRefused(WhatTheySaved() + QLatin1Char(' ') +
+                              CTarnAddPlanWidget::tr("Your version is not saved yet."));
   }
 }
 
+// A save that is under way finds out by itself.
+void CTarnAddPlanWidget::Private::OnLooked(const HostCalls::Result<GetPlanDetailResponse>& now) {
+  if (saving->IsSaving() || !awaited.isEmpty()) {
+    return;
+  }
+  if (now.ok) {
+    document.RenameGroup(now.response.group_index_code, now.response.group_name);
+  }
+  const SaveConflict said = conflict_bar->isHidden() ? SaveConflict::None : conflict;
+  const NewsStep step = StepAfterLook({document.Revision(), said, theirs.revision}, now);
+  if (step == NewsStep::Nothing) {
+    return;
+  }
+  conflict = ConflictOf(now, document.Revision());
+  theirs = now.response;
+  mine.reset();
+  conflict_bar->SetNewRefused(MissingRight(true));
+  if (step == NewsStep::SayChanged) {
+    conflict_bar->ShowChanged(WhatTheySaved());
+  } else if (step == NewsStep::SayDeleted) {
+    SayDeleted();
+  } else {
+    conflict_bar->hide();
+  }
+}
+
+// Only the host can say who has deleted it.
+void CTarnAddPlanWidget::Private::SayDeleted() {
+  conflict_bar->ShowDeleted(MarUIControl::StringToQString(theirs.error_info) + QLatin1Char(' ') +
+                            CTarnAddPlanWidget::tr("Saving makes a new plan of what you see here."));
+}
+
+QString CTarnAddPlanWidget::Private::WhatTheySaved() const {
+  const QString saved = CConflictWords::SavedBy(theirs, QDateTime::currentDateTime());
+  const QString changes = CConflictWords::Changes(document.Saved(), CPlanDocument::DraftOf(theirs));
+  return QStringLiteral("%1 %2").arg(saved, changes).trimmed();
+}
+
 void CTarnAddPlanWidget::Private::LoadTheirs() {
+  TakeTyped();
+  const QString who = CConflictWords::SavedBy(theirs, QDateTime::currentDateTime());
+  const int before = document.UndoStack().index();
+  const bool was_dirty = document.IsDirty();
   conflict_bar->hide();
   conflict = SaveConflict::None;
   document.TakeOver(std::exchange(theirs, {}));
   opened_pages = document.Draft().pages;
-  header->FocusName();
+  if (!was_dirty || document.UndoStack().index() == before) {
+    header->FocusName();
+    return;
+  }
+  mine = before;
+  conflict_bar->ShowTheirs(who + QLatin1Char(' ') + CTarnAddPlanWidget::tr("This is their version."));
+  conflict_bar->FocusBack();
+}
+
+void CTarnAddPlanWidget::Private::KeepMine() {
+  TakeTyped();
+  document.AdoptRevision(theirs.revision);
+  conflict_bar->hide();
+}
+
+void CTarnAddPlanWidget::Private::BackToMine() {
+  document.UndoStack().setIndex(mine.value_or(0));
+}
+
+// The user may go back by undo as well.
+void CTarnAddPlanWidget::Private::OnUndoStep(int index) {
+  if (mine && index <= *mine) {
+    mine.reset();
+    conflict_bar->hide();
+  }
 }
 
 void CTarnAddPlanWidget::Private::Overwrite() {

@@ -13,6 +13,7 @@
 #include "page_settings.h"
 #include "page_strip.h"
 #include "plan_saving.h"
+#include "plan_watch.h"
 #include "split_buttons.h"
 #include "tarn_add_plan_widget_p.h"
 #include "view_config_manager.h"
@@ -38,6 +39,7 @@ void CTarnAddPlanWidget::Private::Build() {
   q->setAttribute(Qt::WA_StyledBackground);
   q->setAccessibleName(CTarnAddPlanWidget::tr("Plan editor"));
   saving = new CPlanSaving(&document, q);
+  watch = new CPlanWatch(q);
   // In the order in which Tab goes through them.
   header = new CEditorHeader(&document, q);
   scroll = new QScrollArea(q);
@@ -149,12 +151,14 @@ void CTarnAddPlanWidget::Private::ConnectSaving() {
           [this](const QString& plan_code, const QString& group_code) { OnStored(plan_code, group_code); });
   connect(saving, &CPlanSaving::SignalFailed, q, [this](const QString& reason) { OnNotStored(reason); });
   connect(saving, &CPlanSaving::SignalConflict, q,
-          [this](SaveConflict found, const QString& reason, const view_plugin_protocol::GetPlanDetailResponse& plan) {
-            OnConflict(found, reason, plan);
-          });
+          [this](SaveConflict found, const auto& plan) { OnConflict(found, plan); });
+  connect(watch, &CPlanWatch::SignalLooked, q, [this](const auto& now) { OnLooked(now); });
   connect(saving, &CPlanSaving::SignalSlow, q,
           [this] { footer->ShowWork(CTarnAddPlanWidget::tr("Saving takes long. Cancel leaves the editor.")); });
   connect(conflict_bar, &CConflictBar::SignalLoadTheirs, q, [this] { LoadTheirs(); });
+  connect(conflict_bar, &CConflictBar::SignalKeepMine, q, [this] { KeepMine(); });
+  connect(&document.UndoStack(), &QUndoStack::indexChanged, q, [this](int index) { OnUndoStep(index); });
+  connect(conflict_bar, &CConflictBar::SignalBackToMine, q, [this] { BackToMine(); });
   connect(conflict_bar, &CConflictBar::SignalOverwrite, q, [this] { Overwrite(); });
   connect(conflict_bar, &CConflictBar::SignalSaveAsNew, q, [this] { SaveAsNew(); });
   connect(conflict_bar, &CConflictBar::SignalRetry, q, [this] { q->OpenPlan(QString(awaited)); });

@@ -13,4 +13,7 @@ struct CallAnswer {
   int32_t kind = view_plugin_protocol::UnknownFailure;  // why it failed, an ErrorKind
 };
 
+/// Who shows the user why a call failed.
+enum class FailureText { ByMessage, ByCaller };
+
 }  // namespace TarnPlanView

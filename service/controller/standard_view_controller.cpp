@@ -293,21 +293,23 @@ void CStandardViewController::addPlanParamThread(const AddPlanRequest& request, 
 }
 
 void CStandardViewController::UpdatePlanParam(const UpdatePlanRequest& request, const QString& old_name,
-                                              const PlanAnswer& answer) {
+                                              const PlanAnswer& answer, FailureText failure) {
   if (IsExceedAddLimit(request.pages)) {
     answer({false, TooManyWindows(), Refused});
   } else {
-    updatePlanParamThread(request, old_name, answer);
+    updatePlanParamThread(request, old_name, answer, failure);
   }
 }
 
 void CStandardViewController::updatePlanParamThread(const UpdatePlanRequest& request, const QString& old_name,
-                                                    const PlanAnswer& reply) {
+                                                    const PlanAnswer& reply, FailureText failure) {
   Q_UNUSED(old_name)  // for those who watch the request; the host does not need it
   const int notices = CViewModelDataManager::Instance().GetNoticeCount();
   AskForChange(&CViewBusinessInterfaceMgr::UpdatePlan, request, request.plan_index_code)
-      .Then(this, [this, request, reply, notices](const auto& answer) {
-        Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"), [&] { Q_EMIT SignalUpdatePlanSucc(request); });
+      .Then(this, [=](const auto& answer) {
+        if (answer.ok || failure == FailureText::ByMessage) {
+          Settle(this, answer, tr("SaveSuccessfulYCFI2BGO"), [&] { Q_EMIT SignalUpdatePlanSucc(request); });
+        }
         if (answer.ok) {
           RecheckIfNoticed(notices, request.plan_index_code, false);
         }

@@ -45,8 +45,9 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   void UpdatePlanGroupName(const QModelIndex& index, const QString& name);
   /// Nothing is sent when the pages hold more than 128 filled windows.
   void AddPlanParam(const view_plugin_protocol::AddPlanRequest& request, const PlanAnswer& answer = ignore);
+  /// With FailureText::ByCaller a failure brings no signal: `answer` has its text.
   void UpdatePlanParam(const view_plugin_protocol::UpdatePlanRequest& request, const QString& old_name,
-                       const PlanAnswer& answer = ignore);
+                       const PlanAnswer& answer = ignore, FailureText failure = FailureText::ByMessage);
   /// Answers with SignalPlayPlanView(); nothing for an empty code.
   void PlayPlanViewByIndexCode(const std::string& indexCode);
   /// For who plays the plans that others ask for, and must know when none is on its way any more: `answered` is called
@@ -112,7 +113,7 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   void updatePlanGroupNameThread(const QModelIndex& index, const QString& name);
   void addPlanParamThread(const view_plugin_protocol::AddPlanRequest& request, const PlanAnswer& reply);
   void updatePlanParamThread(const view_plugin_protocol::UpdatePlanRequest& request, const QString& old_name,
-                             const PlanAnswer& reply);
+                             const PlanAnswer& reply, FailureText failure);
   void downloadPlanInfoThread(const std::string& indexCode);
   void getPlanInfoByIndexCodeThread(const std::string& indexCode, const PlanAnswer& reply);
   void addOperationPlayPlanThread(const QString& name, bool automatic, bool from_history);

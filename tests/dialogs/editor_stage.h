@@ -36,6 +36,8 @@ class CEditorStage {
     ConnectLoads();
     QObject::connect(editor.get(), &CTarnAddPlanWidget::SignalMessageTipNeeded, &window,
                      [this](const QString& text, int) { tips.append(text); });
+    QObject::connect(controller.get(), &CStandardViewController::signalShowMessage, &window,
+                     [this](const QString& text) { shown.append(text); });
     QObject::connect(editor.get(), &CTarnAddPlanWidget::SignalClosed, &window, [this] { ++closed; });
     TarnHost::SetModalAnswer([this](const TarnHost::ModalQuestion& question) {
       questions.append(question.text);
@@ -99,11 +101,13 @@ class CEditorStage {
     return windows;
   }
   QStringList TakeTips() { return std::exchange(tips, {}); }
+  /// What the controller has shown by itself since the last call.
+  QStringList Shown() { return std::exchange(shown, {}); }
 
   QWidget window;
   std::unique_ptr<TarnPlanView::CStandardViewController> controller;
   std::unique_ptr<TarnPlanView::CTarnAddPlanWidget> editor;
-  QStringList tips, questions;
+  QStringList tips, shown, questions;
   int closed = 0;
   int answer = 1;
 };

@@ -1,5 +1,7 @@
 #include "LyraPluginManager/error_kind.h"
 #include "camera_abilities.h"
+#include "conflict_words.h"
+#include "plan_document.h"
 #include "plan_test.h"
 #include "save_conflict.h"
 
@@ -11,6 +13,9 @@ class EditorQuestionsTest : public TarnTest::CPlanTest {
   Q_OBJECT
  private Q_SLOTS:
   void WhatARefusedSaveMeans();
+  void WhatIsSaidAfterALook_data();
+  void WhatIsSaidAfterALook();
+  void WhatTheySavedInWords();
   void AbilitiesAreFetchedOnce();
   void FailuresAreAskedAgain();
 };
@@ -34,6 +39,72 @@ void EditorQuestionsTest::WhatARefusedSaveMeans() {
   for (const ErrorKind kind : {UnknownFailure, Changed, NotPermitted, Refused, TooLarge, Unavailable}) {
     QCOMPARE(conflict(false, 0, kind), SaveConflict::None);
   }
+}
+
+void EditorQuestionsTest::WhatIsSaidAfterALook_data() {
+  using Said = SaveConflict;
+  QTest::addColumn<int>("said");  // of a plan in revision 5, before the look
+  QTest::addColumn<int>("said_revision");
+  QTest::addColumn<int>("kind");  // -1: the plan came
+  QTest::addColumn<int>("revision");
+  QTest::addColumn<int>("step");
+  const auto row = [](const char* name, Said said, int said_revision, int kind, int revision, NewsStep step) {
+    QTest::newRow(name) << int(said) << said_revision << kind << revision << int(step);
+  };
+  constexpr int kCame = -1;
+  row("as opened", Said::None, 0, kCame, 5, NewsStep::Nothing);
+  row("an own save overtook the look", Said::None, 0, kCame, 4, NewsStep::Nothing);
+  row("changed", Said::None, 0, kCame, 6, NewsStep::SayChanged);
+  row("changed, as said", Said::ChangedElsewhere, 6, kCame, 6, NewsStep::Nothing);
+  row("changed once more", Said::ChangedElsewhere, 6, kCame, 7, NewsStep::SayChanged);
+  row("deleted", Said::None, 0, Gone, 0, NewsStep::SayDeleted);
+  row("changed, then deleted", Said::ChangedElsewhere, 6, Gone, 0, NewsStep::SayDeleted);
+  row("deleted, as said", Said::Deleted, 0, Gone, 0, NewsStep::Nothing);
+  row("deletion taken back", Said::Deleted, 0, kCame, 5, NewsStep::TakeBack);
+  row("deletion taken back, and changed", Said::Deleted, 0, kCame, 6, NewsStep::SayChanged);
+  row("no answer", Said::None, 0, Unavailable, 0, NewsStep::Nothing);
+  row("no answer after a change", Said::ChangedElsewhere, 6, Unavailable, 0, NewsStep::Nothing);
+  row("failed, nothing known", Said::Deleted, 0, UnknownFailure, 0, NewsStep::Nothing);
+}
+
+void EditorQuestionsTest::WhatIsSaidAfterALook() {
+  QFETCH(int, said);
+  QFETCH(int, said_revision);
+  QFETCH(int, kind);
+  QFETCH(int, revision);
+  HostCalls::Result<GetPlanDetailResponse> now{kind < 0, {}};
+  now.response.revision = revision;
+  now.response.error_kind = qMax(kind, 0);
+  QTEST(int(StepAfterLook({5, SaveConflict(said), said_revision}, now)), "step");
+}
+
+void EditorQuestionsTest::WhatTheySavedInWords() {
+  const QDateTime now(QDate(2026, 3, 5), QTime(4, 0));
+  const auto said = [&now](const char* who, const char* when) {
+    GetPlanDetailResponse theirs;
+    theirs.changed_by = who;
+    theirs.changed_at = when;
+    return CConflictWords::SavedBy(theirs, now);
+  };
+  QCOMPARE(said("guard", "2026-03-05 03:12:40"), QString("Saved by guard at 03:12 while you were editing."));
+  QVERIFY(said("guard", "2026-03-04 23:50:00").contains(" at 2026-03-04 23:50 "));
+  QCOMPARE(said("%2 & Co", "just now"), QString("Saved by %2 & Co while you were editing."));
+  QVERIFY(said("", "2026-03-05 03:12:40").contains("somebody else"));
+
+  GetPlanDetailResponse plan = TarnTest::Detail({TarnTest::FullPage(1), TarnTest::FullPage(2)});
+  const PlanDraft opened = CPlanDocument::DraftOf(plan);
+  QCOMPARE(CConflictWords::Changes(opened, opened), QString());
+  plan.pages.back().windows.pop_back();
+  plan.start_time = "21:05:00";
+  QCOMPARE(CConflictWords::Changes(opened, CPlanDocument::DraftOf(plan)),
+           QString("Changed: the automatic run; page 2."));
+  plan.pages.pop_back();
+  plan.name = "Gate by %1";
+  plan.group_index_code = "13";
+  plan.group_name = "Roof";
+  plan.start_time.clear();
+  QCOMPARE(CConflictWords::Changes(opened, CPlanDocument::DraftOf(plan)),
+           QString("Changed: the name, now Gate by %1; the group, now Roof; the number of pages, now 1."));
 }
 
 void EditorQuestionsTest::AbilitiesAreFetchedOnce() {
