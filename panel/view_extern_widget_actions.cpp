@@ -116,9 +116,18 @@ QString CViewExternWidget::Private::GroupForNewPlan() const {
   return ui.plan_view_tree->RowOf(code, true).data(GroupIndexCodeRole).toString();
 }
 
+bool CViewExternWidget::Private::MayOpenEditor() const {
+  if (!IsReady() && !stopped) {
+    Q_EMIT q->SignalMessageTipNeeded(
+        CViewExternWidget::tr("The plan editor cannot be opened: the plans are not available now."),
+        MarUIControl::CNomalMessage::Failure);
+  }
+  return IsReady();
+}
+
 void CViewExternWidget::onAddPlanBtnClicked() {
   TARN_PLAN_LOG_INFO("Add plan button clicked");
-  if (!d_->IsReady()) {
+  if (!d_->MayOpenEditor()) {
     return;
   }
   const QPointer<CViewExternWidget> alive(this);
@@ -141,7 +150,7 @@ void CViewExternWidget::onAddPlanBtnClicked() {
 }
 
 void CViewExternWidget::onEditBtnClicked() {
-  if (!d_->IsReady()) {
+  if (!d_->MayOpenEditor()) {
     return;
   }
   if (d_->CurrentPage() == PanelPage::Search) {

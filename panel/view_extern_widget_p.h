@@ -66,6 +66,8 @@ class CViewExternWidget::Private {
   void stop();
 
   bool IsReady() const { return model && controller && !stopped; }
+  /// False without plans to edit; a tip says so.
+  bool MayOpenEditor() const;
 
   // Commands.
   void bindActions();

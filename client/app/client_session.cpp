@@ -185,7 +185,7 @@ void CClientSession::ShowWindow() {
   connect(window_.get(), &CMainWindow::SignalUserSwitched, this, &CClientSession::OnUserSwitched);
   window_->show();
   if (!options_.scene.isEmpty()) {
-    scene_ = std::make_unique<CScene>(options_.scene, window_.get());
+    scene_ = std::make_unique<CScene>(options_.scene, window_.get(), store_url_);
   }
 }
 

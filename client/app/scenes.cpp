@@ -72,6 +72,11 @@ const std::vector<CScene::Entry>& CScene::Entries() {
       {"plan-editor-cameras", &CScene::PlanEditorCameras},
       {"plan-editor-conflict", &CScene::PlanEditorConflict},
       {"plan-editor-question", &CScene::PlanEditorQuestion},
+      {"plan-editor-changed-elsewhere", &CScene::PlanEditorChangedElsewhere},
+      {"plan-editor-deleted-elsewhere", &CScene::PlanEditorDeletedElsewhere},
+      {"plan-editor-theirs", &CScene::PlanEditorTheirs},
+      {"plan-editor-times", &CScene::PlanEditorTimes},
+      {"plan-editor-long-names", &CScene::PlanEditorLongNames},
       {"preview", &CScene::Preview},
       {"wait", &CScene::Wait},
   };
@@ -86,7 +91,8 @@ QStringList CScene::Names() {
   return names;
 }
 
-CScene::CScene(const QString& name, CMainWindow* window) : window_(window) {
+CScene::CScene(const QString& name, CMainWindow* window, const QString& store_url)
+    : window_(window), store_url_(store_url) {
   for (const Entry& entry : Entries()) {
     if (name == QLatin1String(entry.name)) {
       (this->*entry.script)();

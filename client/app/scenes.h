@@ -20,8 +20,8 @@ class CScene : public QObject {
  public:
   static QStringList Names();
 
-  /// Begins at once and goes on as the plans come in. `window` outlives the scene.
-  CScene(const QString& name, CMainWindow* window);
+  /// Begins at once and goes on as the plans come in. `window` outlives the scene. `store_url`: for other workstations.
+  CScene(const QString& name, CMainWindow* window, const QString& store_url);
 
  private:
   /// Tried again and again until it gives true.
@@ -63,6 +63,11 @@ class CScene : public QObject {
   void PlanEditorNew();
   void PlanEditorCameras();
   void PlanEditorConflict();
+  void PlanEditorChangedElsewhere();
+  void PlanEditorDeletedElsewhere();
+  void PlanEditorTheirs();
+  void PlanEditorTimes();
+  void PlanEditorLongNames();
   void PlanEditorQuestion();
   void Preview();
   void Wait();
@@ -79,10 +84,16 @@ class CScene : public QObject {
   /// Opens the plan "Whole site" in the editor and waits until it and the cameras are there.
   void AddEditor();
   void AddEditedName(const QString& name);
+  /// Another workstation's user saves the plan that is open here, or deletes it.
+  void AddChangeElsewhere();
+  void AddDeletionElsewhere();
+  /// Waits until the editor says so.
+  void AddConflictShown();
   template <class Widget>
   Widget* InEditor(const char* name) const;
 
   CMainWindow* const window_;
+  const QString store_url_;
   std::deque<Step> steps_;
   QTimer timer_;
 };

@@ -917,6 +917,10 @@
         <source>&quot;%1&quot; cannot come back: its name was given to another in the meantime.</source>
         <translation>&quot;%1&quot; cannot come back: its name was given to another in the meantime.</translation>
     </message>
+    <message>
+        <source>The plan was deleted by %1 on %2.</source>
+        <translation>The plan was deleted by %1 on %2.</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CBothFamiliesModel</name>
@@ -1869,6 +1873,10 @@ never starts</translation>
     <message>
         <source>The search got no answer.</source>
         <translation>The search got no answer.</translation>
+    </message>
+    <message>
+        <source>The plan editor cannot be opened: the plans are not available now.</source>
+        <translation>The plan editor cannot be opened: the plans are not available now.</translation>
     </message>
 </context>
 <context>

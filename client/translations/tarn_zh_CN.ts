@@ -963,6 +963,10 @@
         <source>&quot;%1&quot; cannot come back: its name was given to another in the meantime.</source>
         <translation>无法恢复“%1”：其名称已被占用。</translation>
     </message>
+    <message>
+        <source>The plan was deleted by %1 on %2.</source>
+        <translation>该预案已被 %1 于 %2 删除。</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CBothFamiliesModel</name>
@@ -1914,6 +1918,10 @@ never starts</source>
     <message>
         <source>The search got no answer.</source>
         <translation>搜索没有得到响应。</translation>
+    </message>
+    <message>
+        <source>The plan editor cannot be opened: the plans are not available now.</source>
+        <translation>无法打开预案编辑器：预案尚不可用。</translation>
     </message>
 </context>
 <context>

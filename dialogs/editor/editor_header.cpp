@@ -90,6 +90,7 @@ void CEditorHeader::MakeNameField() {
       document_->SetName(text);
     }
   });
+  connect(name_, &QLineEdit::editingFinished, this, &CEditorHeader::ShowBeginOfName);
 }
 
 void CEditorHeader::MakeTimedRun() {
@@ -125,6 +126,7 @@ void CEditorHeader::ShowDocument() {
   showing_ = true;
   if (name_->text() != draft.name) {
     name_->setText(draft.name);
+    ShowBeginOfName();
   }
   groups_->ShowGroup(draft.group_code, draft.group_name);
   run_->setToggle(draft.auto_run);
@@ -132,6 +134,13 @@ void CEditorHeader::ShowDocument() {
   times_->SetEndTime(draft.end);
   showing_ = false;
   ShowTimes();
+}
+
+// A long name is told by its begin; the field keeps its cursor in sight.
+void CEditorHeader::ShowBeginOfName() {
+  if (!name_->hasFocus()) {
+    name_->setCursorPosition(0);
+  }
 }
 
 void CEditorHeader::ShowTimes() {

@@ -35,6 +35,7 @@ class CEditorHeader : public QWidget {
   QWidget* MakeTitle();
   QString NameProblem() const;
   void ShowDocument();
+  void ShowBeginOfName();
   void ShowTimes();
 
   CPlanDocument* const document_;

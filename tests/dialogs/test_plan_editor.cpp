@@ -137,6 +137,7 @@ void PlanEditorTest::UndoGoesBackToTheStart() {
   stage.Click("remove_page_btn");
   auto* name = &stage.Name();
   name->setFocus();
+  QTest::keyClick(name, Qt::Key_End);
   QTest::keyClicks(name, "Changed");
   stage.Find<MarUIControl::CSwitchControl>("auto_run_switch")->click();
   QVERIFY(stage.editor->IsDirty() && !stage.Find<QLabel>("editor_dirty_mark")->isHidden());

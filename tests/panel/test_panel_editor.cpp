@@ -189,6 +189,11 @@ void PanelEditorTest::LeavingIsTiedToItsSave() {
   QTRY_VERIFY(!stage.Panel().IsEditorOpen());
   QCOMPARE(may_leave.size(), 1);
   stage.Panel().SetStandardViewControl(nullptr);
+  stage.TakeTips();
+  for (const char* button : {"onAddPlanBtnClicked", "onEditBtnClicked"}) {
+    QVERIFY(QMetaObject::invokeMethod(&stage.Panel(), button));
+    QCOMPARE(stage.TakeTips().filter("cannot be opened").size(), 1);
+  }
 }
 
 void PanelEditorTest::TipAboutASaveMayEndThePanelsWork() {

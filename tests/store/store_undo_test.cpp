@@ -111,6 +111,12 @@ void StoreUndoTest::PlanComesBackAsItWas() {
   QCOMPARE(ann_.Update(change), QString());
   const view::GetPlanDetailResponse before = ann_.Detail(gate);
   QCOMPARE(ann_.DeletePlan(gate), QString());
+  view::GetPlanDetailRequest asked;
+  view::GetPlanDetailResponse gone;
+  asked.plan_index_code = gate;
+  QVERIFY(!bob_->GetPlanDetail(asked, gone) && gone.error_kind == view::Gone);
+  const QString why = QString::fromStdString(gone.error_info);
+  QVERIFY2(why.startsWith("The plan was deleted by ann on 20"), qPrintable(why));
   std::string later;
   QCOMPARE(bob_.AddPlan("-1", "Another", &later), QString());
   QVERIFY(std::stoi(later) > std::stoi(gate));

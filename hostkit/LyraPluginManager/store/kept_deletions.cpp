@@ -61,11 +61,20 @@ void CKeptDeletions::KeepPlan(int32_t code, int32_t user, int64_t at) {
 }
 
 std::optional<CKeptDeletions::Deletion> CKeptDeletions::Find(int32_t code, bool is_group) {
+  return First("code = ? AND is_group = ?", {code, int(is_group)});
+}
+
+std::optional<CKeptDeletions::Deletion> CKeptDeletions::OfPlan(int32_t plan) {
+  return First("code = (SELECT deletion FROM kept_plan WHERE code = ?)", {plan});
+}
+
+std::optional<CKeptDeletions::Deletion> CKeptDeletions::First(const QString& condition, const QVariantList& values) {
   std::optional<Deletion> found;
   engine_.ForEach(
-      "SELECT code, is_group, parent_code, family, owner_id, name, user_id, deleted_at, namesakes FROM deletion"
-      " WHERE code = ? AND is_group = ?",
-      {code, int(is_group)}, [&found](const QSqlQuery& query) {
+      "SELECT code, is_group, parent_code, family, owner_id, name, user_id, deleted_at, namesakes FROM deletion "
+      "WHERE " +
+          condition,
+      values, [&found](const QSqlQuery& query) {
         found = {query.value(0).toInt(), query.value(1).toInt() != 0, query.value(2).toInt(),
                  query.value(3).toInt(), query.value(4).toInt(),      query.value(5).toString(),
                  query.value(6).toInt(), query.value(7).toLongLong(), query.value(8).toInt()};

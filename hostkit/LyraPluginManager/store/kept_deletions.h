@@ -29,6 +29,8 @@ class CKeptDeletions {
   void KeepPlan(int32_t code, int32_t user, int64_t at);
 
   std::optional<Deletion> Find(int32_t code, bool is_group);
+  /// The deletion that took this plan along.
+  std::optional<Deletion> OfPlan(int32_t plan);
   /// How many rows of its kind and name stand where it stood.
   int32_t NamesakesOf(const Deletion& deletion);
   /// Puts its rows where they were, and the default views of users who have chosen no other one since.
@@ -40,6 +42,7 @@ class CKeptDeletions {
   void Purge(int64_t earliest, int64_t latest);
 
  private:
+  std::optional<Deletion> First(const QString& condition, const QVariantList& values);
   void Note(const char* table, int32_t code, int32_t user, int64_t at);
   void ForgetRows(const QString& condition, const QVariantList& values);
 

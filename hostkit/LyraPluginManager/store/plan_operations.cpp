@@ -1,5 +1,7 @@
 #include "store/plan_operations.h"
 
+#include <QDateTime>
+#include <QLocale>
 #include <QThread>
 #include <utility>
 
@@ -131,12 +133,27 @@ int32_t CPlanOperations::RequestedPlan(const view::GetPlanDetailRequest& request
 StoredPlan CPlanOperations::ReadPlan(int32_t code, int32_t user) {
   auto plan = runner_.Read([code](CPlanRepository& repository) { return repository.WholePlan(code); });
   if (!plan || !IsVisibleTo(plan->row, user)) {
-    throw CStoreError(CStoreError::kGone, kPlanGone);
+    throw CStoreError(CStoreError::kGone, WhyPlanIsGone(code, user));
   }
   if (!plan->damage.IsEmpty()) {
     throw CStoreError(CStoreError::kDamaged, plan->damage);
   }
   return std::move(*plan);
+}
+
+// Who has it open in an editor wants to know whom to ask.
+CStoreText CPlanOperations::WhyPlanIsGone(int32_t code, int32_t user) {
+  const auto deletion = runner_.Read([code](CPlanRepository& repository) { return repository.DeletionOf(code); });
+  if (!deletion || !IsVisibleTo(*deletion, user)) {
+    return kPlanGone;
+  }
+  const auto* who = runner_.Site().FindUser(deletion->user);
+  if (who == nullptr) {
+    return kPlanGone;
+  }
+  const QDateTime at = QDateTime::fromSecsSinceEpoch(deletion->at);
+  return {QT_TRANSLATE_NOOP("TarnHost::Store", "The plan was deleted by %1 on %2."),
+          {ToQt(who->name), QLocale::c().toString(at, "yyyy-MM-dd HH:mm:ss")}};
 }
 
 // A tree that reads a plan because it has changed does not ask a second time by itself.

@@ -12,6 +12,7 @@
 #include "ResourceTreeKit/region_item_info.h"
 #include "store/camera_names.h"
 #include "store/change_feed.h"
+#include "store/kept_deletions.h"
 #include "store/plan_records.h"
 #include "store/sql_engine.h"
 
@@ -64,6 +65,8 @@ class CPlanRepository {
   std::optional<PlanRow> Plan(int32_t code);
   /// The same with all that is stored of it; look at `damage` first.
   std::optional<StoredPlan> WholePlan(int32_t code);
+  /// Of a plan that is no longer there: the deletion that took it along, while that is kept.
+  std::optional<CKeptDeletions::Deletion> DeletionOf(int32_t plan) { return CKeptDeletions(engine_).OfPlan(plan); }
   /// Calls visit(plan, what its checksum says of it) with each plan, in the order of the codes.
   void ForEachPlan(const std::function<void(const StoredPlan&, Vouched)>& visit);
   /// Code and type of the user's default view; zeros when there is none.
