@@ -183,6 +183,7 @@ void CScene::PlanEditorLongNames() {
   AddEditedName(words + QStringLiteral(", once more: ") + words.toLower());
   Add([this] {
     InEditor<QWidget>("window_grid")->setFocus();
+    Q_EMIT InEditor<QLineEdit>("plan_name_edit")->editingFinished();  // which an inactive window does not do
     return true;
   });
 }

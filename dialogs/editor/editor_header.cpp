@@ -22,6 +22,7 @@ using MarUIControl::CLabel;
 namespace {
 
 constexpr int kFieldHeight = 32;
+constexpr int kTimesWidth = 240;
 
 }  // namespace
 
@@ -101,7 +102,7 @@ void CEditorHeader::MakeTimedRun() {
   times_ = new MarUIControl::CRangeTimeEdit(run_row_);
   times_->setObjectName(QStringLiteral("auto_run_times"));
   times_->setAccessibleName(tr("Begin and end of the daily run"));
-  times_->setFixedHeight(kFieldHeight);
+  times_->setFixedSize(kTimesWidth, kFieldHeight);
   note_ = new CLabel(tr("Over midnight: never starts"), run_row_);
   note_->setObjectName(QStringLiteral("over_midnight_note_"));
   auto* row = new QHBoxLayout(run_row_);
