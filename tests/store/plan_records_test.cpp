@@ -204,6 +204,13 @@ void PlanRecordsTest::FindsPlansByTheirCameras() {
   QCOMPARE(ann_.Found("gate 5", 0) + ann_.Found("quay", 0), QStringList("Gates/Docks (Quay)"));
   QTRY_COMPARE(bob_.Found("quay", 0), QStringList("Gates/Docks (Quay)"));
   QCOMPARE(bob_.Found("gate 5", 0), QStringList());
+  // However the windows are written: with marks in the name, and with fields of a newer program between ours.
+  request = ann_.Unchanged(ann_.Plan("Docks"));
+  request.pages.front().windows = {{1, 1, "9", "Quay \"7\"", 0, 0}, {2, 1, "10", "Pier", 0, 0}};
+  request.pages.front().windows.back().extra = R"({"crop":{"code":"x"},"label":"Pier 2"})";
+  QCOMPARE(ann_.Update(request), QString());
+  QTRY_COMPARE(bob_.Found("quay \"7", 0), QStringList("Gates/Docks (Quay \"7\")"));
+  QCOMPARE(bob_.Found("pier", 0), QStringList("Gates/Docks (Pier)"));
   QCOMPARE(ann_.DeletePlan(ann_.Plan("Docks")), QString());
   QCOMPARE(ann_.Found("quay", 0), QStringList());
 }

@@ -106,6 +106,61 @@ bool Read(const QJsonObject& json, PlanPage* page) {
          (windows.isUndefined() || windows.isArray()) && ReadAll(windows.toArray(), &page->windows);
 }
 
+bool Skip(QStringView* rest, const QString& start) {
+  const bool there = rest->startsWith(start);
+  if (there) {
+    *rest = rest->mid(start.size());
+  }
+  return there;
+}
+
+// Up to the closing quote; not with an escaped character.
+bool TakeText(QStringView* rest, std::string* text) {
+  qsizetype size = 0;
+  while (size < rest->size() && rest->at(size) != QLatin1Char('"') && rest->at(size) != QLatin1Char('\\')) {
+    ++size;
+  }
+  const bool whole = size < rest->size() && rest->at(size) == QLatin1Char('"');
+  if (whole) {
+    *text = rest->left(size).toString().toStdString();
+    *rest = rest->mid(size + 1);
+  }
+  return whole;
+}
+
+// Of one digit, as all kinds are so far.
+bool TakeKind(QStringView* rest, int32_t* kind) {
+  const bool digit = rest->size() > 1 && rest->front().isDigit() && rest->at(1) == QLatin1Char(',');
+  if (digit) {
+    *kind = rest->front().digitValue();
+    *rest = rest->mid(1);
+  }
+  return digit;
+}
+
+// The cameras of a text as PagesToText() writes it, without making JSON of it: a site has many plans. Nothing where a
+// field is elsewhere or holds what is not read here.
+std::optional<std::vector<NamedCamera>> CamerasAsWritten(const QString& text) {
+  static const QString field = QStringLiteral("\"code\""), code = field + QStringLiteral(":\""),
+                       kind = QStringLiteral(",\"kind\":"), name = QStringLiteral(",\"name\":\"");
+  std::vector<NamedCamera> cameras;
+  QStringView rest(text);
+  for (qsizetype at = text.indexOf(field); at >= 0; at = text.indexOf(field, int(text.size() - rest.size()))) {
+    rest = QStringView(text).mid(at);
+    PlanWindow window;
+    const bool read = Skip(&rest, code) && TakeText(&rest, &window.resource_code) && Skip(&rest, kind) &&
+                      TakeKind(&rest, &window.content_kind) && Skip(&rest, name) &&
+                      TakeText(&rest, &window.resource_name);
+    if (!read) {
+      return std::nullopt;
+    }
+    if (view_plugin_protocol::IsCamera(window)) {
+      cameras.push_back({std::move(window.resource_code), std::move(window.resource_name)});
+    }
+  }
+  return cameras;
+}
+
 }  // namespace
 
 QString PagesToText(const std::list<PlanPage>& pages) {
@@ -135,10 +190,10 @@ std::vector<NamedCamera> CamerasOf(const std::list<PlanPage>& pages) {
 }
 
 std::vector<NamedCamera> CamerasInText(const QString& text) {
-  std::vector<NamedCamera> cameras;
-  if (!text.contains(QLatin1String("\"code\""))) {
-    return cameras;  // windows that show something name it
+  if (auto cameras = CamerasAsWritten(text)) {
+    return std::move(*cameras);
   }
+  std::vector<NamedCamera> cameras;
   const QJsonArray pages = QJsonDocument::fromJson(text.toUtf8()).array();
   for (const QJsonValue& page : pages) {
     const QJsonArray windows = page[QLatin1String("windows")].toArray();
