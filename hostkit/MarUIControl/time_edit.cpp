@@ -108,8 +108,11 @@ bool CTimeEdit::GoBetweenSections(int key) {
 
 // After two digits the next section has its turn already.
 void CTimeEdit::TypeSeparator() {
-  const int step = state_ == TypedTime::State::HandedOn ? 0 : 1;
-  SelectSection(currentSectionIndex() + step);
+  int section = currentSectionIndex();
+  if (state_ != TypedTime::State::HandedOn) {
+    ++section;
+  }
+  SelectSection(section);
 }
 
 // Also letters, which are no part of a time, but not what belongs to a shortcut.
@@ -126,8 +129,7 @@ bool CTimeEdit::TypeDigits(QKeyEvent* event) {
 }
 
 void CTimeEdit::TypeDigit(int digit) {
-  const bool whole = lineEdit()->selectedText().size() == lineEdit()->text().size();
-  if (whole) {
+  if (IsWholeSelected()) {
     SelectSection(0);
   }
   const TypedTime typed = WithDigit({time(), currentSectionIndex(), state_}, digit);
@@ -142,12 +144,18 @@ void CTimeEdit::SelectSection(int section) {
 }
 
 void CTimeEdit::ClearSections() {
-  const bool whole = lineEdit()->selectedText().size() == lineEdit()->text().size();
+  if (IsWholeSelected()) {
+    setTime(QTime(0, 0));
+    SelectSection(0);
+    return;
+  }
   const int section = currentSectionIndex();
-  const auto kept = [whole, section](int part, int value) { return whole || part == section ? 0 : value; };
-  const QTime now = time();
-  setTime(QTime(kept(0, now.hour()), kept(1, now.minute()), kept(2, now.second())));
-  SelectSection(whole ? 0 : section);
+  setTime(WithoutSection(time(), section));
+  SelectSection(section);
+}
+
+bool CTimeEdit::IsWholeSelected() const {
+  return lineEdit()->selectedText().size() == lineEdit()->text().size();
 }
 
 void CTimeEdit::Paste() {

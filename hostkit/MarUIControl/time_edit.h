@@ -28,6 +28,7 @@ class CTimeEdit : public QTimeEdit {
   void TypeSeparator();
   void SelectSection(int section);
   void ClearSections();
+  bool IsWholeSelected() const;
   void Paste();
   void Copy() const;
 

@@ -15,6 +15,10 @@ Parts PartsOf(const QTime& time) {
   return {time.hour(), time.minute(), time.second()};
 }
 
+QTime TimeOf(const Parts& parts) {
+  return QTime(parts[0], parts[1], parts[2]);
+}
+
 QString WithLatinDigits(QString text) {
   for (QChar& character : text) {
     if (character.isDigit()) {
@@ -31,12 +35,15 @@ TypedTime WithDigit(const TypedTime& before, int digit) {
   const int limit = kLimits[before.section];
   int& part = parts[before.section];
   const bool is_second = before.state == TypedTime::State::Half;
-  part = (is_second ? 10 * part : 0) + digit;
-  if (part >= limit) {
+  if (is_second) {
+    digit += 10 * part;
+  }
+  if (digit >= limit) {
     return before;
   }
+  part = digit;
   TypedTime after = before;
-  after.time = QTime(parts[0], parts[1], parts[2]);
+  after.time = TimeOf(parts);
   if (!is_second && 10 * digit < limit) {
     after.state = TypedTime::State::Half;
     return after;
@@ -46,15 +53,20 @@ TypedTime WithDigit(const TypedTime& before, int digit) {
   return after;
 }
 
+QTime WithoutSection(const QTime& time, int section) {
+  Parts parts = PartsOf(time);
+  parts[section] = 0;
+  return TimeOf(parts);
+}
+
 std::optional<QTime> TimeFromText(const QString& text) {
   static const QRegularExpression form(
-      QStringLiteral("^(?:(\\d{1,2})[:.](\\d{2})(?:[:.](\\d{2}))?|(\\d{2})(\\d{2})(\\d{2})?)$"));
+      QStringLiteral("^(?|(\\d{1,2})[:.](\\d{2})(?:[:.](\\d{2}))?|(\\d{2})(\\d{2})(\\d{2})?)$"));
   const QRegularExpressionMatch match = form.match(WithLatinDigits(text.trimmed()));
   if (!match.hasMatch()) {
     return std::nullopt;
   }
-  const int first = match.captured(1).isEmpty() ? 4 : 1;
-  const QTime time(match.captured(first).toInt(), match.captured(first + 1).toInt(), match.captured(first + 2).toInt());
+  const QTime time(match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt());
   if (!time.isValid()) {
     return std::nullopt;
   }

@@ -25,6 +25,9 @@ struct TypedTime {
 /// hands on to the next. What would be no time changes nothing.
 TypedTime WithDigit(const TypedTime& before, int digit);
 
+/// The time with nothing but zeros in the section.
+QTime WithoutSection(const QTime& time, int section);
+
 /// "21:05", "21:05:30", "2105" and the like, also with points and with blanks around; nothing for what is no time.
 std::optional<QTime> TimeFromText(const QString& text);
 
