@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QToolButton>
 
+#include "MarUIControl/accessible_role.h"
 #include "MarUIControl/key_guide.h"
 #include "wall/plain_text_tip.h"
 
@@ -22,7 +23,9 @@ void Label(QToolButton* button, const QString& text) {
   QAction* action = button->defaultAction();
   action->setText(text);
   action->setToolTip(MarUIControl::TipWithKeys(text, action->shortcuts()));
-  button->setAccessibleName(text);
+  if (button->accessibleName() != text) {  // each call is read out
+    button->setAccessibleName(text);
+  }
 }
 
 void ElideInto(QLabel* label, const QString& text) {
@@ -44,6 +47,7 @@ CWallBar::CWallBar(QWidget* parent)
   layout()->setContentsMargins(12, 4, 8, 4);
   layout()->setSpacing(3);
   AddTexts();
+  NameTimes();
   AddButtons();
   setFixedHeight(qMax(40, fontMetrics().height() + 22));
   ShowCycle(QString());
@@ -74,10 +78,19 @@ void CWallBar::AddTexts() {
   }
 }
 
+// Each second of a time would be read out as a new name.
+void CWallBar::NameTimes() {
+  for (QLabel* label : {time_, turn_time_}) {
+    MarUIControl::SetAccessibleRole(label, QAccessible::StaticText);
+    label->setAccessibleName(label->toolTip());
+  }
+}
+
 void CWallBar::AddButtons() {
   show_in_tree_ = AddButton("wall_show_in_tree_btn");
   previous_ = AddCommand("previous", "wall_previous_btn", Qt::Key_Left, &CWallBar::SignalPrevious);
   pause_ = AddCommand("pause", "wall_pause_btn", Qt::Key_Space, &CWallBar::SignalPause);
+  pause_->defaultAction()->setCheckable(true);
   next_ = AddCommand("next", "wall_next_btn", Qt::Key_Right, &CWallBar::SignalNext);
   stop_ = AddCommand("stop", "wall_stop_btn", Qt::Key_Escape, &CWallBar::SignalStop);
   Label(stop_, tr("Stop the plan"));
@@ -145,13 +158,26 @@ void CWallBar::LabelSteps(bool several, bool in_turn) {
 void CWallBar::ShowTimes(int page_seconds, int turn_seconds, bool held) {
   ShowTime(time_, page_seconds, held);
   ShowTime(turn_time_, turn_seconds, held);
-  if (held) {
-    pause_->defaultAction()->setIcon(Icon("resume"));
-    Label(pause_, in_turn_ ? tr("Go on with the cycle") : tr("Go on turning pages"));
-  } else {
-    pause_->defaultAction()->setIcon(Icon("pause"));
-    Label(pause_, in_turn_ ? tr("Hold this plan") : tr("Hold this page"));
+  ShowHold(held);
+}
+
+// The name stays, and the button is pressed or not; picture and tip say what a press does.
+void CWallBar::ShowHold(bool held) {
+  QAction* action = pause_->defaultAction();
+  QString name = tr("Hold this page"), tip = name;
+  if (in_turn_) {
+    name = tip = tr("Hold this plan");
   }
+  if (held) {
+    tip = in_turn_ ? tr("Go on with the cycle") : tr("Go on turning pages");
+  }
+  if (action->text() == name && action->isChecked() == held) {
+    return;  // this comes several times a second
+  }
+  Label(pause_, name);
+  action->setToolTip(MarUIControl::TipWithKeys(tip, action->shortcuts()));
+  action->setIcon(Icon(held ? "resume" : "pause"));
+  action->setChecked(held);
 }
 
 void CWallBar::ShowTime(QLabel* label, int seconds, bool held) {
@@ -163,6 +189,7 @@ void CWallBar::ShowTime(QLabel* label, int seconds, bool held) {
   } else {
     label->setText(tr("%1 s").arg(seconds));
   }
+  MarUIControl::SetQuietDescription(label, label->text());
 }
 
 void CWallBar::ShowNothing() {

@@ -42,9 +42,11 @@ class CWallBar : public QWidget {
 
  private:
   void AddTexts();
+  void NameTimes();
   void AddButtons();
   QToolButton* AddButton(const char* name);
   QToolButton* AddCommand(const char* icon, const char* name, int key, void (CWallBar::*wanted)());
+  void ShowHold(bool held);
   void ShowTime(QLabel* label, int seconds, bool held);
   void ElideTexts();
   void SetPartsVisible(bool playing, bool several, bool in_turn);

@@ -13,4 +13,8 @@ namespace MarUIControl {
 /// with them the widget becomes known. Thread: GUI.
 TARN_HOST_EXPORT void SetAccessibleRole(QWidget* widget, QAccessible::Role role);
 
+/// What assistive technology reads about `widget` when it is asked, for what changes all the time: unlike a description
+/// it is not read out by itself. The widget has a role of its own already. Thread: GUI.
+TARN_HOST_EXPORT void SetQuietDescription(QWidget* widget, const QString& text);
+
 }  // namespace MarUIControl

@@ -13,6 +13,7 @@ namespace MarUIControl {
 namespace {
 
 constexpr char kRoleProperty[] = "accessible_role";
+constexpr char kQuietProperty[] = "accessible_quiet_description";
 
 /// Says "check box, checked".
 class SwitchInterface : public QAccessibleWidget {
@@ -63,6 +64,20 @@ class ComboBoxInterface : public QAccessibleWidget {
   CLocationComboBox* Box() const { return static_cast<CLocationComboBox*>(widget()); }
 };
 
+/// Says what the widget's user has set.
+class RoleInterface : public QAccessibleWidget {
+ public:
+  RoleInterface(QWidget* widget, QAccessible::Role role) : QAccessibleWidget(widget, role) {}
+
+  QString text(QAccessible::Text kind) const override {
+    const QVariant quiet = widget()->property(kQuietProperty);
+    if (kind == QAccessible::Description && quiet.isValid()) {
+      return quiet.toString();
+    }
+    return QAccessibleWidget::text(kind);
+  }
+};
+
 /// Says "radio button, checked" of what is a plain button to Qt.
 class ButtonInterface : public QAccessibleWidget {
  public:
@@ -92,7 +107,7 @@ QAccessibleInterface* WithOwnRole(QWidget* widget) {
   if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
     return new ButtonInterface(button, role);
   }
-  return new QAccessibleWidget(widget, role);
+  return new RoleInterface(widget, role);
 }
 
 QAccessibleInterface* MakeInterface(const QString& class_name, QObject* object) {
@@ -129,6 +144,10 @@ void AnnounceAlert(QWidget* widget) {
 void SetAccessibleRole(QWidget* widget, QAccessible::Role role) {
   InstallControlAccessibility();
   widget->setProperty(kRoleProperty, QVariant::fromValue(role));
+}
+
+void SetQuietDescription(QWidget* widget, const QString& text) {
+  widget->setProperty(kQuietProperty, text);
 }
 
 }  // namespace MarUIControl

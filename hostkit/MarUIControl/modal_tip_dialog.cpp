@@ -65,7 +65,7 @@ void CModalTipDialog::Private::MakeText() {
   content->setObjectName(QStringLiteral("modal_tip_content"));
   content->setTextFormat(Qt::PlainText);
   content->setWordWrap(true);
-  content->setAlignment(Qt::AlignLeading | Qt::AlignTop);
+  content->setAlignment(Qt::AlignLeading | Qt::AlignVCenter);  // one line stands beside the mark
   scroll = new QScrollArea(q);
   scroll->setFrameShape(QFrame::NoFrame);
   scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

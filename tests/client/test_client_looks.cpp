@@ -33,6 +33,12 @@ QString NameOf(const QWidget* widget) {
   return QStringLiteral("%1 \"%2\"").arg(widget->metaObject()->className(), widget->objectName());
 }
 
+// The wall below an open editor shows a corner at most.
+bool IsCovered(const QWidget& widget) {
+  const QWidget* seen = widget.window()->childAt(widget.mapTo(widget.window(), widget.rect().center()));
+  return seen && seen != &widget && !widget.isAncestorOf(seen);
+}
+
 bool IsInteractive(const QAccessibleInterface& object) {
   switch (object.role()) {
     case QAccessible::PushButton:
@@ -241,8 +247,13 @@ QWidget* ClientLooksTest::Editor() {
     QTRY_VERIFY(window_->findChild<QLineEdit*>("plan_name_edit"));
     const auto* name = window_->findChild<QLineEdit*>("plan_name_edit");
     QTRY_COMPARE(name->text(), QString("Public A plan 2"));
-    QPoint place;  // it slides in
-    QTRY_COMPARE(std::exchange(place, name->mapToGlobal(QPoint())), name->mapToGlobal(QPoint()));
+    QPoint place;
+    int looks_alike = 0;  // it slides in
+    QTRY_VERIFY([&] {
+      const QPoint before = std::exchange(place, name->mapToGlobal(QPoint()));
+      looks_alike = before == place ? looks_alike + 1 : 0;
+      return looks_alike > 5;
+    }());
   }();
   return window_.get();
 }
@@ -275,7 +286,7 @@ void ClientLooksTest::FocusIsSeenEverywhere() {
   QStringList faults;
   for (int i = 0; i + 1 < round.size(); ++i) {
     const QWidget* widget = round[i].widget;
-    if (!widget) {
+    if (!widget || IsCovered(*widget)) {
       continue;
     }
     QRect where(widget->mapTo(window, QPoint()), widget->size());

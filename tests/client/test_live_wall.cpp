@@ -7,6 +7,7 @@
 #include "TarnUIDataController/skin_loader.h"
 #include "hand_clock.h"
 #include "plan_records.h"
+#include "screen_reader.h"
 #include "wall/live_wall.h"
 #include "wall/same_pages.h"
 #include "wall/test_picture_source.h"
@@ -18,6 +19,7 @@ using TarnClient::CLiveWall;
 using TarnClient::CTestPictureSource;
 using TarnClient::CTurnTime;
 using TarnClient::CWallClock;
+using TarnClient::CWallWindow;
 using TarnClient::IPictureSource;
 using TarnTest::CHandClock;
 using view_plugin_protocol::GetPlanDetailResponse;
@@ -90,6 +92,7 @@ class LiveWallTest : public QObject {
   void PlaysAndStops();
   void TurnsByDwellAndLeavesNothingBehind();
   void KeysTurnHoldAndStop();
+  void SpeaksOnlyOfWhatChanges();
   void FindsThePageAfterAChange_data();
   void FindsThePageAfterAChange();
   void GoesOnWithTheChangedPlan();
@@ -164,17 +167,43 @@ void LiveWallTest::KeysTurnHoldAndStop() {
   wall_->Play(Plan("p", {Page(1, 1, 1, {"a"}), Page(2, 1, 60, {"b"}), Page(3, 1, 60, {"c"})}));
   auto* pause = wall_->findChild<QToolButton*>("wall_pause_btn");
   QTest::keyClick(wall_.get(), Qt::Key_Space);
-  const QString held = pause->accessibleName();
+  const QString name = pause->accessibleName();
+  QVERIFY(pause->isChecked());
   QTest::keyClick(wall_.get(), Qt::Key_Left);
   QCOMPARE(wall_->PageNumber(), 3);
   QTest::keyClick(wall_.get(), Qt::Key_Right);
   QCOMPARE(wall_->PageNumber(), 1);
   QTest::mouseClick(pause, Qt::LeftButton);
-  QVERIFY(pause->accessibleName() != held);
+  QVERIFY(!pause->isChecked() && pause->accessibleName() == name);
   QTRY_COMPARE(wall_->PageNumber(), 2);
   QTest::keyClick(wall_.get(), Qt::Key_Escape);
   QVERIFY(!wall_->IsPlaying());
   QCOMPARE(g_running, 0);
+}
+
+// What stays is not read out again and again, while time runs and pictures come.
+void LiveWallTest::SpeaksOnlyOfWhatChanges() {
+  wall_->Play(Plan("p", {Page(1, 1, 60, {"Gate"}), Page(2, 1, 60, {"b"})}));
+  auto* window = wall_->findChild<CWallWindow*>();
+  QTRY_COMPARE(window->StateName(), QString("live"));
+  QTRY_COMPARE(window->accessibleDescription(), QString("live"));
+  const TarnTest::CScreenReader reader;
+  auto* time = wall_->findChild<QLabel*>("page_time");
+  for (int second = 0; second < 2; ++second) {
+    const QString before = time->text();
+    QTRY_VERIFY(time->text() != before);
+  }
+  QCOMPARE(reader.Heard(QAccessible::NameChanged), QStringList());
+  QCOMPARE(reader.Heard(QAccessible::DescriptionChanged), QStringList());
+  const QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(time);
+  QCOMPARE(heard->text(QAccessible::Description), time->text());
+  QTest::keyClick(wall_.get(), Qt::Key_Space);
+  auto* hold = QAccessible::queryAccessibleInterface(wall_->findChild<QToolButton*>("wall_pause_btn"));
+  QVERIFY(hold->state().checkable && hold->state().checked);
+  QCOMPARE(reader.Heard(QAccessible::NameChanged, hold->role()), QStringList());
+  const QAccessibleInterface* picture = QAccessible::queryAccessibleInterface(window);
+  QCOMPARE(picture->role(), QAccessible::Graphic);
+  QCOMPARE(picture->text(QAccessible::Name), QString("Window 1: Gate"));
 }
 
 void LiveWallTest::FindsThePageAfterAChange_data() {

@@ -497,6 +497,21 @@ class ControlsTest : public QObject {
     QVERIFY(box.height() < wrapped);
   }
 
+  // A name may be as long as it may be, and without a space.
+  void ModalBoxHoldsLongNames() {
+    const QString name = QString("Perimeter_fence_north").repeated(8);
+    MarUIControl::CModalTipDialog box(window_.get());
+    box.SetTitle(name);
+    box.SetContent("Delete \"" + name + "\"?");
+    box.show();
+    const auto* content = box.findChild<QLabel*>("modal_tip_content");
+    QVERIFY(content->minimumSizeHint().width() <= content->width());
+    QVERIFY(content->height() > 3 * content->fontMetrics().height());
+    QVERIFY(box.rect().contains(content->geometry().translated(content->mapTo(&box, QPoint()) - content->pos())));
+    QVERIFY(box.findChild<QLabel*>("modal_tip_title")->width() <= box.width());
+    QCOMPARE(box.Content(), "Delete \"" + name + "\"?");
+  }
+
   void ModalBoxOutlivesItsParent() {
     auto* parent = new QWidget;
     parent->show();
