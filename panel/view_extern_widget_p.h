@@ -37,6 +37,7 @@ class CViewExternWidget::Private {
   void connectEditor();
   void connectPopups();
   void connectSearch();
+  void connectHits();
   void connectManager();
   void watchRows();
   void makeShortcuts();

@@ -139,21 +139,7 @@ void CViewExternWidget::Private::connectPopups() {
 }
 
 void CViewExternWidget::Private::connectSearch() {
-  const auto leave = [this] { endSearch(); };
-  CSearchPlanListView* list = ui.search_list_view;
-  connect(list, &CSearchPlanListView::SignalDoubleClicked, q, &CViewExternWidget::onDoubleClicked);
-  connect(list, &CSearchPlanListView::SignalMenuAboutToShow, q, [this](auto* menu) { offerForHit(menu); });
-  connect(list, &CSearchPlanListView::SignalMenuClicked, q,
-          [this](auto type, const QString& code) { onHitCommand(type, code); });
-  connect(list, &CSearchPlanListView::SignalLeave, q, leave);
-  connect(list, &CSearchPlanListView::SignalBack, ui.view_location_line_edit,
-          [this] { ui.view_location_line_edit->setFocus(); });
-  connect(list, &CSearchPlanListView::SignalShowInTree, q,
-          [this](const QString& code) { run(PlanCommand::ShowInTree, PanelPage::Search, code); });
-  connect(list->selectionModel(), &QItemSelectionModel::currentChanged, q, [this] {
-    askRights();
-    restoreEnableState();
-  });
+  connectHits();
   auto* field = ui.view_location_line_edit;
   if (!CViewConfigManager::Instance().IsLoadAll()) {
     connect(field, &WidgetKit::CNewSearchLine::SignalSearch, q, &CViewExternWidget::OnFuzzySearchPlan);
@@ -161,7 +147,7 @@ void CViewExternWidget::Private::connectSearch() {
   }
   connect(field, &WidgetKit::CNewSearchLine::SignalToHits, q,
           [this] { ui.plan_stacked_widget->currentWidget()->setFocus(); });
-  connect(field, &WidgetKit::CNewSearchLine::SignalLeave, q, leave);
+  connect(field, &WidgetKit::CNewSearchLine::SignalLeave, q, [this] { endSearch(); });
   connect(field, &QLineEdit::textChanged, q, [this](const QString& text) {
     if (text.trimmed().isEmpty()) {
       leaveSearch();
@@ -172,6 +158,22 @@ void CViewExternWidget::Private::connectSearch() {
           [this](const QString& error) { Q_EMIT q->SignalMessageTipNeeded(error, CNomalMessage::Failure); });
   connect(search, &CSearchPage::SignalRetry, q, &CViewExternWidget::OnFuzzySearchPlan);
   connect(q, &CViewExternWidget::signalGetSearchedResult, q, &CViewExternWidget::onGetSearchedResult);
+}
+
+void CViewExternWidget::Private::connectHits() {
+  using Hits = CSearchPlanListView;
+  Hits* hits = ui.search_list_view;
+  connect(hits, &Hits::SignalDoubleClicked, q, &CViewExternWidget::onDoubleClicked);
+  connect(hits, &Hits::SignalMenuAboutToShow, q, [this](auto* menu) { offerForHit(menu); });
+  connect(hits, &Hits::SignalMenuClicked, q, [this](auto type, const QString& code) { onHitCommand(type, code); });
+  connect(hits, &Hits::SignalLeave, q, [this] { endSearch(); });
+  connect(hits, &Hits::SignalBack, q, [this] { ui.view_location_line_edit->setFocus(); });
+  connect(hits, &Hits::SignalShowInTree, q,
+          [this](const QString& code) { run(PlanCommand::ShowInTree, PanelPage::Search, code); });
+  connect(hits->selectionModel(), &QItemSelectionModel::currentChanged, q, [this] {
+    askRights();
+    restoreEnableState();
+  });
 }
 
 void CViewExternWidget::Private::connectManager() {

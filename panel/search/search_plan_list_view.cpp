@@ -73,46 +73,50 @@ bool CSearchPlanListView::event(QEvent* event) {
 }
 
 void CSearchPlanListView::keyPressEvent(QKeyEvent* event) {
-  if (IsCommand(*event) || OpensMenu(*event)) {
+  if (TakeCommand(*event) || TakeKey(*event)) {
     event->accept();
-    if (event->isAutoRepeat()) {
-      return;  // a key held down is one command, not many
-    }
-    if (OpensMenu(*event)) {
-      ShowMenuAtCurrent();
-    } else if (event->key() == Qt::Key_F2) {
-      RequestCommand(tarn_ui_data_controller::Edit);
-    } else {
-      RequestCommand(tarn_ui_data_controller::Delete);
-    }
-    return;
+  } else {
+    QListView::keyPressEvent(event);
   }
-  if (AsksForRow(*event)) {
-    event->accept();
+}
+
+bool CSearchPlanListView::TakeCommand(const QKeyEvent& event) {
+  if (!IsCommand(event) && !OpensMenu(event) && !AsksForRow(event)) {
+    return false;
+  }
+  if (event.isAutoRepeat()) {
+    return true;  // a key held down is one command, not many
+  }
+  if (OpensMenu(event)) {
+    ShowMenuAtCurrent();
+  } else if (AsksForRow(event)) {
     RequestRow();
-    return;
+  } else if (event.key() == Qt::Key_F2) {
+    RequestCommand(tarn_ui_data_controller::Edit);
+  } else {
+    RequestCommand(tarn_ui_data_controller::Delete);
   }
-  switch (event->key()) {
-    case Qt::Key_Up:
-      if (currentIndex().row() <= 0 && event->modifiers() == Qt::NoModifier) {
-        event->accept();
-        Q_EMIT SignalBack();
-        return;
-      }
-      break;
+  return true;
+}
+
+bool CSearchPlanListView::TakeKey(const QKeyEvent& event) {
+  switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
       RequestPlay(currentIndex());
-      event->accept();
-      return;
+      return true;
     case Qt::Key_Escape:
-      event->accept();
       Q_EMIT SignalLeave();
-      return;
+      return true;
+    case Qt::Key_Up:
+      if (currentIndex().row() > 0 || event.modifiers() != Qt::NoModifier) {
+        return false;
+      }
+      Q_EMIT SignalBack();
+      return true;
     default:
-      break;
+      return false;
   }
-  QListView::keyPressEvent(event);
 }
 
 void CSearchPlanListView::contextMenuEvent(QContextMenuEvent* event) {

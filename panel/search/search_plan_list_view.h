@@ -47,6 +47,8 @@ class CSearchPlanListView : public QListView {
   void ShowMenuAtCurrent();
 
   void RequestRow();
+  bool TakeCommand(const QKeyEvent& event);
+  bool TakeKey(const QKeyEvent& event);
 
   tarn_ui_data_controller::CPopupMenu* menu_ = nullptr;
   QAction* show_in_tree_ = nullptr;
