@@ -183,12 +183,16 @@ PlanDraft CPlanDocument::DraftOf(const view_plugin_protocol::GetPlanDetailRespon
 
 void CPlanDocument::RenameGroup(const std::string& group_code, const std::string& name) {
   const QString code = StringToQString(group_code), text = StringToQString(name);
+  bool changed = false;
   for (PlanDraft* draft : {&draft_, &saved_}) {
-    if (draft->group_code == code) {
+    if (draft->group_code == code && draft->group_name != text) {
       draft->group_name = text;
+      changed = true;
     }
   }
-  Q_EMIT SignalChanged(HeadChanged, -1);
+  if (changed) {
+    Q_EMIT SignalChanged(HeadChanged, -1);
+  }
 }
 
 void CPlanDocument::Begin(PlanDraft draft, view_plugin_protocol::GetPlanDetailResponse origin) {

@@ -456,7 +456,7 @@ QString CWindowGrid::Tip(int window_no) const {
   }
   const QString tip = text_->NameAndState(window) + QLatin1Char('\n') +
                       tr("Ctrl+X marks a window, Ctrl+V on another one swaps the two");
-  return Qt::convertFromPlainText(tip, Qt::WhiteSpaceNormal);  // plain text in a tool tip is never wrapped
+  return Qt::convertFromPlainText(tip, Qt::WhiteSpaceNormal);  // a name may look like markup
 }
 
 void CWindowGrid::paintEvent(QPaintEvent*) {

@@ -43,6 +43,7 @@ class PlanDocumentTest : public TarnTest::CPlanTest {
   void FilledWindowsAreLimited();
   void TypingIsOneStep();
   void SaysWhatChanged();
+  void AGroupsNameIsNoPartOfThePlan();
   void SavingAndTakingOver();
   void OtherContentStays();
   void TimesOfDay();
@@ -269,6 +270,19 @@ void PlanDocumentTest::SaysWhatChanged() {
   report_of([&] { document.SetCurrentPage(2); });
   QCOMPARE(report_of(undo), (Report{{D::PageChanged | D::CurrentChanged, 0}}));  // brings the page to the front
   QCOMPARE(document.CurrentPage(), 0);
+}
+
+void PlanDocumentTest::AGroupsNameIsNoPartOfThePlan() {
+  CLoaded document({Page(1, 1, {})});
+  document.SetName("Edited");
+  document.RenameGroup("12", "Yard by the river");
+  document.RenameGroup("13", "Another");
+  QCOMPARE(document.Draft().group_name, QString("Yard by the river"));
+  document.UndoStack().undo();  // to a draft that knew the old name
+  QVERIFY(!document.IsDirty());
+  document.SetGroup("13", "Another");
+  document.SetGroup("12", "Yard");
+  QVERIFY(!document.IsDirty());
 }
 
 void PlanDocumentTest::SavingAndTakingOver() {

@@ -92,8 +92,11 @@ void PlanEditorSavingTest::HearsOfChangesWhileEditing() {
   QVERIFY(!stage.editor->findChild<CPlanWatch*>()->IsWatching());  // else its own save would be news
 }
 
+// Of a plan that no tree has loaded.
 void PlanEditorSavingTest::HearsOfDeletionsWhileEditing() {
-  Begin();
+  Begin({{"load_all", 0}});
+  const std::string group = Stored(patrol_).group_index_code;
+  QVERIFY(!Services().ObserverOf(ResourceData::RT_VIEW_GROUP, group));
   CEditorStage stage(fixture_);
   stage.Open(patrol_);
   auto& manager = CViewModelDataManager::Instance();
@@ -111,7 +114,10 @@ void PlanEditorSavingTest::HearsOfDeletionsWhileEditing() {
   QTRY_VERIFY(!stage.IsConflictShown());  // the deletion was taken back
 
   QCOMPARE(fixture_.InStore().DeletePlan(patrol_), QString());
-  manager.OnViewGroupChildRemoved(patrol_, ResourceData::RT_VIEW);
+  QVERIFY(Services().ObserverOf(ResourceData::RT_VIEW, patrol_.toStdString()));
+  auto* above = Services().ObserverOf(ResourceData::RT_VIEW_GROUP, group);
+  QVERIFY(above);
+  above->OnResourceUpdate({ResourceData::RE_CHILD_REMOVED, group, patrol_.toStdString(), ResourceData::RT_VIEW});
   QTRY_VERIFY(stage.IsConflictShown());
   QCOMPARE(stage.Name().text(), QString("Night patrol"));
   stage.Save();
