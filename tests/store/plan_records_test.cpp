@@ -211,8 +211,11 @@ void PlanRecordsTest::FindsPlansByTheirCameras() {
   QCOMPARE(ann_.Update(request), QString());
   QTRY_COMPARE(bob_.Found("quay \"7", 0), QStringList("Gates/Docks (Quay \"7\")"));
   QCOMPARE(bob_.Found("pier", 0), QStringList("Gates/Docks (Pier)"));
-  QCOMPARE(ann_.DeletePlan(ann_.Plan("Docks")), QString());
+  const std::string docks = ann_.Plan("Docks");
+  QCOMPARE(ann_.DeletePlan(docks), QString());
   QCOMPARE(ann_.Found("quay", 0), QStringList());
+  QCOMPARE(ann_.RestorePlan(docks), QString());
+  QCOMPARE(ann_.Found("quay", 0).size(), 1);  // with its cameras
 }
 
 // Windows keep the name of the day they were saved; the site may have another one by now.
