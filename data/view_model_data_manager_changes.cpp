@@ -1,5 +1,6 @@
 #include <QPointer>
 #include <QScopedValueRollback>
+#include <QSet>
 #include <QStandardItem>
 #include <algorithm>
 
@@ -144,6 +145,14 @@ void CViewModelDataManager::OnDeletePlanGroupPlanSucc(const QModelIndex& index) 
   }
 }
 
+// Without a record to make the row from: the parent's rows are read, which are in memory.
+void CViewModelDataManager::OnRestored(const QString& parent_code, bool is_group) {
+  ++d_->change_count;
+  OnViewGroupChildAdded(parent_code, is_group ? ResourceData::RT_VIEW_GROUP : ResourceData::RT_VIEW);
+  Q_EMIT SignalPlanStateChanged();
+  recheckTimedPlay();
+}
+
 void CViewModelDataManager::OnAddPlanGroupSucc(const QModelIndex& parent_index,
                                                const view_plugin_protocol::PlanGroup& plan_group) {
   ++d_->change_count;
@@ -273,6 +282,28 @@ void CViewModelDataManager::showNewChildren(const QString& group_code, int theme
   if (!ok && isShown(group_code, true)) {
     d_->unanswered.Add(QString("below %1 %2").arg(group_code).arg(child_type), RepeatsAfter(ok, error_kind),
                        [=] { showNewChildren(group_code, theme, child_type); });
+  }
+  if (are_groups && isLoadAll()) {
+    announceBelow(group_code);
+  }
+}
+
+// With everything loaded the host says what is in a group when its observer is registered. Below a group whose deletion
+// was taken back the observers are those of before.
+void CViewModelDataManager::announceBelow(const QString& group_code) {
+  QSet<QString> empty_groups;
+  for (const CStandardPlanModel* model : qAsConst(d_->models)) {
+    const QStandardItem* parent = model->FindTargetItemByIndexCode(group_code, true);
+    for (int row = 0; parent && row < parent->rowCount(); ++row) {
+      const QStandardItem* child = parent->child(row);
+      if (child->data(IsGroupRole).toBool() && child->rowCount() == 0) {
+        empty_groups.insert(child->data(GroupIndexCodeRole).toString());
+      }
+    }
+  }
+  for (const QString& code : qAsConst(empty_groups)) {
+    DeleteViewGroup(QStringToString(code));
+    makeViewGroup(QStringToString(code));
   }
 }
 

@@ -13,6 +13,7 @@
 #include "row_deletion.h"
 #include "search_page.h"
 #include "tree_notice.h"
+#include "undo_offer.h"
 #include "view_extern_widget_p.h"
 #include "view_model_data_manager.h"
 #include "view_public_def.h"
@@ -288,6 +289,7 @@ void CViewExternWidget::Private::dropPending() {
   search->Cancel();
   mover->Stop();
   revealer->Drop();
+  undo->Withdraw();
   keeper->SetKeeping(false);
   if (preview) {
     preview->Dismiss();

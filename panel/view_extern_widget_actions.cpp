@@ -1,9 +1,12 @@
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "creation_info_dlg.h"
+#include "current_row_keeper.h"
+#include "deletion_texts.h"
 #include "group_naming.h"
 #include "plan_item_role.h"
 #include "plan_log.h"
+#include "plan_mover.h"
 #include "plan_popups.h"
 #include "plan_rows.h"
 #include "row_deletion.h"
@@ -11,7 +14,9 @@
 #include "search_page.h"
 #include "search_plan_list_view.h"
 #include "tarn_add_plan_widget.h"
+#include "undo_offer.h"
 #include "view_extern_widget_p.h"
+#include "view_model_data_manager.h"
 
 // What the commands of the panel do.
 namespace TarnPlanView {
@@ -19,6 +24,12 @@ namespace TarnPlanView {
 using MarUIControl::CNomalMessage;
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
+
+namespace {
+
+constexpr int kUndoMoveSeconds = 10;
+
+}  // namespace
 
 QString CViewExternWidget::Private::MonitorId() const {
   return model ? model->GetViewManagerMonitorId() : monitor_id;
@@ -74,6 +85,35 @@ void CViewExternWidget::onDeleteBtnClicked() {
   if (d_->IsReady() && d_->CurrentPage() != PanelPage::Wait) {
     d_->deletion->Delete(d_->Current());
   }
+}
+
+// --- Undo -----------------------------------------------------------------------------------------------------------
+
+void CViewExternWidget::Private::offerDeleted(const DeletedRow& row, int seconds) {
+  undo->Offer(row.notice, seconds, [this, row] { deletion->Undo(row); });
+}
+
+void CViewExternWidget::Private::onRestored(const DeletedRow& row) {
+  reveal(row.code, row.is_group, row.parent_code);
+  if (model) {  // rows that come in anew know of no plan that plays
+    CViewModelDataManager::Instance().SetPlanPlayStateByIndexCode(MonitorId(), model->GetPlayingIndexCode(), true);
+  }
+  Q_EMIT q->SignalMessageTipNeeded(FillPlaces(CViewExternWidget::tr("\"%1\" is back."), {row.name}),
+                                   CNomalMessage::Success);
+}
+
+void CViewExternWidget::Private::offerMoved(const PlanMove& move) {
+  reveal(move.plan_code, false, StringToQString(move.to.code));
+  const QStringList names{move.name, StringToQString(move.to.name)};
+  undo->Offer(FillPlaces(CViewExternWidget::tr("Moved %1 to %2."), names), kUndoMoveSeconds,
+              [this, move] { mover->Undo(move); });
+}
+
+void CViewExternWidget::Private::reveal(const QString& code, bool is_group, const QString& group_code) {
+  if (CurrentPage() == PanelPage::Search) {
+    endSearch();
+  }
+  keeper->Reveal(code, is_group, group_code);
 }
 
 // --- Groups ---------------------------------------------------------------------------------------------------------

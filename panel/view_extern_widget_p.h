@@ -24,6 +24,9 @@ class CPlanRevealer;
 class CRowDeletion;
 class CSearchPage;
 class CTreeNotice;
+class CUndoOffer;
+struct DeletedRow;
+struct PlanMove;
 
 class CViewExternWidget::Private {
  public:
@@ -36,6 +39,7 @@ class CViewExternWidget::Private {
   void connectTree();
   void connectEditor();
   void connectPopups();
+  void connectUndo();
   void connectSearch();
   void connectHits();
   void connectManager();
@@ -94,6 +98,13 @@ class CViewExternWidget::Private {
   void offerForHit(tarn_ui_data_controller::CPopupMenu* menu);
   void onHitCommand(tarn_ui_data_controller::MsgType type, const QString& code);
 
+  // Undo.
+  void offerDeleted(const DeletedRow& row, int seconds);
+  void onRestored(const DeletedRow& row);
+  void offerMoved(const PlanMove& move);
+  /// The row has come to this group: it becomes current, whatever page is shown.
+  void reveal(const QString& code, bool is_group, const QString& group_code);
+
   // Rows.
   QModelIndex Current() const { return ui.plan_view_tree->currentIndex(); }
   /// The group that a new group or plan goes into: the current one, or the one of the current plan.
@@ -124,6 +135,7 @@ class CViewExternWidget::Private {
   CTreeNotice* notice = nullptr;
   CPlanMover* mover = nullptr;
   CPlanRevealer* revealer = nullptr;
+  CUndoOffer* undo = nullptr;
   QPointer<CPlanPreview> preview;
   QTimer renewal;
   QString monitor_id;

@@ -22,6 +22,7 @@
 #include "row_deletion.h"
 #include "search_page.h"
 #include "tree_notice.h"
+#include "undo_offer.h"
 #include "view_config_manager.h"
 #include "view_extern_widget_p.h"
 #include "view_model_data_manager.h"
@@ -52,6 +53,7 @@ void CViewExternWidget::Private::initUi() {
   search = new CSearchPage(ui.view_location_line_edit, ui.search_list_view, q);
   mover = new CPlanMover(ui.plan_view_tree, q);
   revealer = new CPlanRevealer(ui.plan_view_tree, q);
+  undo = new CUndoOffer(ui.offer_strip, q);
   if (CViewConfigManager::Instance().SupportThumbnail()) {
     preview = new CPlanPreview(ui.plan_view_tree);
   }
@@ -92,10 +94,10 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
   connectTree();
   connectEditor();
   connectPopups();
+  connectUndo();
   connectSearch();
   connectManager();
   connect(mover, &CPlanMover::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
-  connect(mover, &CPlanMover::SignalMoved, q, &CViewExternWidget::SetCurPlanByIndexCode);
   connect(revealer, &CPlanRevealer::SignalInOtherTree, q, &CViewExternWidget::SignalShowInOtherTree);
   connect(revealer, &CPlanRevealer::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
   mover->SetIsEdited(&CEditorPlace::IsEditedAnywhere);
@@ -136,6 +138,15 @@ void CViewExternWidget::Private::connectPopups() {
   connect(popups, &CPlanPopups::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
   connect(popups, &CPlanPopups::SignalCreationInfo, q, &CViewExternWidget::signalSucceedToGetCreationInfo);
   connect(q, &CViewExternWidget::signalSucceedToGetCreationInfo, q, &CViewExternWidget::onSucceedToGetCreationInfo);
+}
+
+void CViewExternWidget::Private::connectUndo() {
+  connect(deletion, &CRowDeletion::SignalDeleted, q,
+          [this](const DeletedRow& row, int seconds) { offerDeleted(row, seconds); });
+  connect(deletion, &CRowDeletion::SignalRestored, q, [this](const DeletedRow& row) { onRestored(row); });
+  connect(mover, &CPlanMover::SignalMoved, q, [this](const PlanMove& move) { offerMoved(move); });
+  connect(mover, &CPlanMover::SignalMovedBack, q,
+          [this](const PlanMove& move) { reveal(move.plan_code, false, MarUIControl::StringToQString(move.to.code)); });
 }
 
 void CViewExternWidget::Private::connectSearch() {

@@ -28,6 +28,9 @@ void CCurrentRowKeeper::OnCurrentChanged(const QModelIndex& current, const QMode
   }
   if (current.parent().isValid()) {
     before_load_.reset();  // the user has gone on from where the load found him
+    if (saved_ && !saved_->approached) {
+      saved_.reset();
+    }
   }
 }
 
@@ -64,11 +67,16 @@ void CCurrentRowKeeper::OnRowsChanged() {
   if (!saved_) {
     return;
   }
+  if (!saved_->approached) {
+    Approach();
+    return;
+  }
   const bool gone_on = tree_->currentIndex().data(GroupIndexCodeRole).toString() != saved_->group;
   if (gone_on) {
     saved_.reset();
-  } else if (tree_->RowOf(saved_->code, false).isValid()) {
-    MakeCurrent(std::exchange(saved_, std::nullopt)->code);
+  } else if (tree_->RowOf(saved_->code, saved_->is_group).isValid()) {
+    const AwaitedRow row = *std::exchange(saved_, std::nullopt);
+    MakeCurrent(row.code, row.is_group);
   }
 }
 
@@ -85,19 +93,39 @@ void CCurrentRowKeeper::OnPlanUpdated(const QString& plan_code) {
 
 void CCurrentRowKeeper::OnPlanStored(const QString& plan_code, const QString& group_code) {
   const bool gone_on = tree_->hasFocus();
-  if (!keeping_ || gone_on || MakeCurrent(plan_code)) {
+  if (!gone_on) {
+    Reveal(plan_code, false, group_code);
+  }
+}
+
+void CCurrentRowKeeper::Reveal(const QString& code, bool is_group, const QString& group_code) {
+  if (!keeping_ || MakeCurrent(code, is_group)) {
     return;
   }
+  const bool is_loading = before_load_.has_value();
   const QModelIndex group = tree_->RowOf(group_code, true);
-  if (group.isValid()) {
-    saved_ = {plan_code, group_code};
+  if (!group.isValid() && !is_loading) {
+    return;
+  }
+  before_load_.reset();
+  saved_ = {code, group_code, is_group, false};
+  Approach();
+}
+
+void CCurrentRowKeeper::Approach() {
+  const AwaitedRow row = *saved_;
+  const QModelIndex group = tree_->RowOf(row.group, true);
+  if (MakeCurrent(row.code, row.is_group)) {
+    saved_.reset();
+  } else if (group.isValid()) {
+    saved_->approached = true;
     tree_->setCurrentIndex(group);
     tree_->ExpandAsync(group);
   }
 }
 
-bool CCurrentRowKeeper::MakeCurrent(const QString& plan_code) {
-  const QModelIndex row = tree_->RowOf(plan_code, false);
+bool CCurrentRowKeeper::MakeCurrent(const QString& code, bool is_group) {
+  const QModelIndex row = tree_->RowOf(code, is_group);
   if (!row.isValid()) {
     return false;
   }

@@ -33,23 +33,28 @@ class CCurrentRowKeeper : public QObject {
   void OnPlanUpdated(const QString& plan_code);
   /// The plan that was edited becomes current, as soon as its group is loaded.
   void OnPlanStored(const QString& plan_code, const QString& group_code);
-  /// With its parent expanded; false for a plan that is not loaded.
-  bool MakeCurrent(const QString& plan_code);
+  /// The row, which has just come to this group, becomes current, as soon as the group is loaded, unless the user goes
+  /// on to another before.
+  void Reveal(const QString& code, bool is_group, const QString& group_code);
+  /// With its parent expanded; false for a row that is not loaded.
+  bool MakeCurrent(const QString& code, bool is_group = false);
 
  private:
   void OnRemoval(const QModelIndex& parent, int first, int last);
   void AwaitReload(const QModelIndex& row);
+  void Approach();
 
-  /// A plan in a group that is being fetched.
-  struct SavedPlan {
+  /// A row of a group that is being fetched; not approached while a load has yet to bring the group itself.
+  struct AwaitedRow {
     QString code, group;
+    bool is_group = false, approached = false;
   };
 
   CPlanViewTree* const tree_;
   bool keeping_ = true;
   QString removed_;                          // code of the plan whose row went while it was current
   std::optional<CPlanNodeRef> before_load_;  // the row where a load found the user
-  std::optional<SavedPlan> saved_;
+  std::optional<AwaitedRow> saved_;
 };
 
 }  // namespace TarnPlanView

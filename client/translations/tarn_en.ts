@@ -1413,6 +1413,14 @@
         <source>The plan is open in the editor. Close it first, or choose the group there.</source>
         <translation>The plan is open in the editor. Close it first, or choose the group there.</translation>
     </message>
+    <message>
+        <source>Groups stay where they are. Only plans can be moved.</source>
+        <translation>Groups stay where they are. Only plans can be moved.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was moved on in the meantime.</source>
+        <translation>&quot;%1&quot; was moved on in the meantime.</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CPlanSaving</name>
@@ -1752,11 +1760,11 @@ never starts</translation>
     </message>
     <message>
         <source>TheUserCurrentlyHasAWPBwgUrC</source>
-        <translation>A plan that is playing will be deleted. Delete it all the same?</translation>
+        <translation>A plan that is playing will be deleted. Delete the %2 &quot;%1&quot;%3 all the same?</translation>
     </message>
     <message>
         <source>TheUserCurrentlyHasAwlMLoHj</source>
-        <translation>A view that is playing will be deleted. Delete it all the same?</translation>
+        <translation>A view that is playing will be deleted. Delete the %2 &quot;%1&quot;%3 all the same?</translation>
     </message>
     <message>
         <source>ContainsChildNodesThPmmApRHD</source>
@@ -1764,7 +1772,7 @@ never starts</translation>
     </message>
     <message>
         <source>ConfirmToDelete</source>
-        <translation>Delete this for good?</translation>
+        <translation>Delete the %2 &quot;%1&quot;%3?</translation>
     </message>
     <message>
         <source>MplOHCzygFvfHFyDzE</source>
@@ -1877,6 +1885,71 @@ never starts</translation>
     <message>
         <source>The plan editor cannot be opened: the plans are not available now.</source>
         <translation>The plan editor cannot be opened: the plans are not available now.</translation>
+    </message>
+    <message>
+        <source>group</source>
+        <translation>group</translation>
+    </message>
+    <message>
+        <source>plan</source>
+        <translation>plan</translation>
+    </message>
+    <message>
+        <source>view</source>
+        <translation>view</translation>
+    </message>
+    <message>
+        <source>%1 and %2</source>
+        <translation>%1 and %2</translation>
+    </message>
+    <message>
+        <source> with all that is in it</source>
+        <translation> with all that is in it</translation>
+    </message>
+    <message>
+        <source> with %1</source>
+        <translation> with %1</translation>
+    </message>
+    <message>
+        <source>Deleted %1.</source>
+        <translation>Deleted %1.</translation>
+    </message>
+    <message>
+        <source>Deleted %1, %2.</source>
+        <translation>Deleted %1, %2.</translation>
+    </message>
+    <message>
+        <source>Moved %1 to %2.</source>
+        <translation>Moved %1 to %2.</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Undo</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is back.</source>
+        <translation>&quot;%1&quot; is back.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n group(s)</source>
+        <translation>
+            <numerusform>%n group</numerusform>
+            <numerusform>%n groups</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n plan(s)</source>
+        <translation>
+            <numerusform>%n plan</numerusform>
+            <numerusform>%n plans</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n view(s)</source>
+        <translation>
+            <numerusform>%n view</numerusform>
+            <numerusform>%n views</numerusform>
+        </translation>
     </message>
 </context>
 <context>

@@ -1459,6 +1459,14 @@
         <source>The plan is open in the editor. Close it first, or choose the group there.</source>
         <translation>该预案正在编辑器中打开。请先关闭编辑器，或在其中选择分组。</translation>
     </message>
+    <message>
+        <source>Groups stay where they are. Only plans can be moved.</source>
+        <translation>分组不能移动，只能移动预案。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was moved on in the meantime.</source>
+        <translation>“%1”已被移到其他分组。</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CPlanSaving</name>
@@ -1797,11 +1805,11 @@ never starts</source>
     </message>
     <message>
         <source>TheUserCurrentlyHasAWPBwgUrC</source>
-        <translation>正在播放的预案将被删除，是否继续？</translation>
+        <translation>正在播放的预案将被删除。仍要删除%2“%1”%3吗？</translation>
     </message>
     <message>
         <source>TheUserCurrentlyHasAwlMLoHj</source>
-        <translation>正在播放的视图将被删除，是否继续？</translation>
+        <translation>正在播放的视图将被删除。仍要删除%2“%1”%3吗？</translation>
     </message>
     <message>
         <source>ContainsChildNodesThPmmApRHD</source>
@@ -1809,7 +1817,7 @@ never starts</source>
     </message>
     <message>
         <source>ConfirmToDelete</source>
-        <translation>确定要删除吗？</translation>
+        <translation>是否删除%2“%1”%3？</translation>
     </message>
     <message>
         <source>MplOHCzygFvfHFyDzE</source>
@@ -1922,6 +1930,68 @@ never starts</source>
     <message>
         <source>The plan editor cannot be opened: the plans are not available now.</source>
         <translation>无法打开预案编辑器：预案尚不可用。</translation>
+    </message>
+    <message>
+        <source>group</source>
+        <translation>分组</translation>
+    </message>
+    <message>
+        <source>plan</source>
+        <translation>预案</translation>
+    </message>
+    <message>
+        <source>view</source>
+        <translation>视图</translation>
+    </message>
+    <message>
+        <source>%1 and %2</source>
+        <translation>%1和%2</translation>
+    </message>
+    <message>
+        <source> with all that is in it</source>
+        <translation>及其全部内容</translation>
+    </message>
+    <message>
+        <source> with %1</source>
+        <translation>（含%1）</translation>
+    </message>
+    <message>
+        <source>Deleted %1.</source>
+        <translation>已删除“%1”。</translation>
+    </message>
+    <message>
+        <source>Deleted %1, %2.</source>
+        <translation>已删除“%1”（%2）。</translation>
+    </message>
+    <message>
+        <source>Moved %1 to %2.</source>
+        <translation>已将“%1”移到“%2”。</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is back.</source>
+        <translation>“%1”已恢复。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n group(s)</source>
+        <translation>
+            <numerusform>%n 个分组</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n plan(s)</source>
+        <translation>
+            <numerusform>%n 个预案</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n view(s)</source>
+        <translation>
+            <numerusform>%n 个视图</numerusform>
+        </translation>
     </message>
 </context>
 <context>

@@ -1,12 +1,13 @@
 #include "row_deletion.h"
 
 #include "MarUIControl/nomal_message.h"
+#include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/show_message_tip.h"
+#include "deletion_texts.h"
 #include "plan_item_role.h"
 #include "plan_node_ref.h"
 #include "view_config_manager.h"
 #include "view_extern_widget.h"
-#include "view_public_def.h"
 
 namespace TarnPlanView {
 
@@ -17,25 +18,6 @@ namespace {
 constexpr int kConfirmed = 1;
 constexpr int kCloseButton = 2;
 constexpr int kQuestionButtons = 3;
-
-bool IsChildPlaying(const QModelIndex& group) {
-  const QAbstractItemModel* rows = group.model();
-  for (int row = 0; row < rows->rowCount(group); ++row) {
-    const QModelIndex child = rows->index(row, 0, group);
-    const bool is_group = CViewPublicDef::IsPlanGroup(child);
-    if ((is_group && IsChildPlaying(child)) || (!is_group && child.data(PlayingRole).toBool())) {
-      return true;
-    }
-  }
-  return false;
-}
-
-QString PlayingWarning() {
-  if (CViewConfigManager::Instance().IsShowPlanOrView()) {
-    return CViewExternWidget::tr("TheUserCurrentlyHasAWPBwgUrC");
-  }
-  return CViewExternWidget::tr("TheUserCurrentlyHasAwlMLoHj");
-}
 
 }  // namespace
 
@@ -71,15 +53,11 @@ bool CRowDeletion::HasChildren(const QModelIndex& group) const {
 }
 
 // False also when the user changed or the panel ended while the question was open.
-bool CRowDeletion::Confirm(bool playing) {
+bool CRowDeletion::Confirm(const DeletionSubject& subject) {
   const QPointer<CRowDeletion> alive(this);
   const int asked_in = session_;
-  QString question = CViewExternWidget::tr("ConfirmToDelete");
-  if (playing) {
-    question = PlayingWarning();
-  }
-  const int answer =
-      tarn_ui_data_controller::ShowMessageTip(question, CNomalMessage::Failure, panel_, kQuestionButtons);
+  const int answer = tarn_ui_data_controller::ShowMessageTip(DeletionQuestion(subject), CNomalMessage::Failure, panel_,
+                                                             kQuestionButtons);
   return alive && session_ == asked_in && answer == kConfirmed;
 }
 
@@ -91,36 +69,55 @@ void CRowDeletion::DeleteGroup(const QModelIndex& index) {
   }
   const CPlanNodeRef row(index);
   const Row group(true, index.data(GroupIndexCodeRole).toString());
-  if (deleting_.contains(group) || !Confirm(IsChildPlaying(index)) || !controller_ || !row.Resolve().isValid()) {
+  if (deleting_.contains(group) || !Confirm(DeletionSubjectOf(index)) || !controller_ || !row.Resolve().isValid()) {
     return;
   }
-  controller_->DeletePlanGroupByIndex(row.Resolve(), Note(group));
+  controller_->DeletePlanGroupByIndex(row.Resolve(), Note(group, row.Resolve()));
 }
 
 void CRowDeletion::DeletePlan(const QModelIndex& index) {
   const CPlanNodeRef row(index);
   const Row plan(false, index.data(PlanIndexCodeRole).toString());
-  const bool playing = index.data(PlayingRole).toBool();
-  if (deleting_.contains(plan) || !Confirm(playing) || !controller_ || !row.Resolve().isValid()) {
+  const DeletionSubject subject = DeletionSubjectOf(index);
+  if (deleting_.contains(plan) || !Confirm(subject) || !controller_ || !row.Resolve().isValid()) {
     return;
   }
   const QPointer<CRowDeletion> alive(this);
-  if (playing) {
+  if (subject.playing) {
     Q_EMIT SignalStopPlan();
   }
   if (alive && controller_ && row.Resolve().isValid()) {
-    controller_->DeletePlanByIndex(row.Resolve(), Note(plan));
+    controller_->DeletePlanByIndex(row.Resolve(), Note(plan, row.Resolve()));
   }
 }
 
 // Until its own answer comes, and no other, the row is not deleted once more.
-CStandardViewController::PlanAnswer CRowDeletion::Note(const Row& row) {
+CStandardViewController::PlanAnswer CRowDeletion::Note(const Row& row, const QModelIndex& index) {
   deleting_.insert(row);
-  return [self = QPointer<CRowDeletion>(this), row, begun_in = session_](const CallAnswer&) {
-    if (self && self->session_ == begun_in) {
-      self->deleting_.remove(row);
+  const DeletionSubject subject = DeletionSubjectOf(index);
+  const DeletedRow deleted{row.first, row.second, index.parent().data(GroupIndexCodeRole).toString(), subject.name,
+                           DeletionNotice(subject)};
+  return [self = QPointer<CRowDeletion>(this), row, deleted, begun_in = session_](const CallAnswer& answer) {
+    if (!self || self->session_ != begun_in) {
+      return;
+    }
+    self->deleting_.remove(row);
+    if (answer.ok && answer.restorable_seconds > 0) {
+      Q_EMIT self->SignalDeleted(deleted, answer.restorable_seconds);
     }
   };
+}
+
+void CRowDeletion::Undo(const DeletedRow& row) {
+  if (!controller_) {
+    return;
+  }
+  const auto answered = [self = QPointer<CRowDeletion>(this), row, begun_in = session_](const CallAnswer& answer) {
+    if (self && self->session_ == begun_in && answer.ok) {
+      Q_EMIT self->SignalRestored(row);
+    }
+  };
+  controller_->RestoreDeleted({MarUIControl::QStringToString(row.code), row.is_group}, row.parent_code, answered);
 }
 
 }  // namespace TarnPlanView

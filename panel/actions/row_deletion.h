@@ -13,6 +13,15 @@ class QWidget;
 
 namespace TarnPlanView {
 
+struct DeletionSubject;
+
+/// A row that was deleted, as undoing it needs it.
+struct DeletedRow {
+  bool is_group = false;
+  QString code, parent_code, name;
+  QString notice;  // what was deleted, in a sentence
+};
+
 /// Deletes a row of the tree once the user has said yes. A row that has gone while the question was open is left alone,
 /// and one that is being deleted is not deleted once more before the answer has come. Thread: GUI.
 class CRowDeletion : public QObject {
@@ -24,21 +33,26 @@ class CRowDeletion : public QObject {
   /// Not owned; may die first.
   void SetController(CStandardViewController* controller);
   void Delete(const QModelIndex& row);
+  /// Takes it back, or the controller says why that is not possible.
+  void Undo(const DeletedRow& row);
   /// Questions that are open and deletions under way count for nothing any more.
   void Drop();
 
  Q_SIGNALS:
   /// The plan that is about to be deleted plays. A receiver may end the panel.
   void SignalStopPlan();
+  /// The row is gone, and for so many seconds Undo() brings it back.
+  void SignalDeleted(const DeletedRow& row, int restorable_seconds);
+  void SignalRestored(const DeletedRow& row);
 
  private:
   using Row = QPair<bool, QString>;  // whether it is a group, and its code
 
   bool HasChildren(const QModelIndex& group) const;
-  bool Confirm(bool playing);
+  bool Confirm(const DeletionSubject& subject);
   void DeleteGroup(const QModelIndex& index);
   void DeletePlan(const QModelIndex& index);
-  CStandardViewController::PlanAnswer Note(const Row& row);
+  CStandardViewController::PlanAnswer Note(const Row& row, const QModelIndex& index);
 
   QWidget* const panel_;
   QPointer<CStandardViewController> controller_;

@@ -4,8 +4,10 @@
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "call_answer.h"
+#include "deletion_texts.h"
 #include "group_tree.h"
 #include "host_calls/ask.h"
+#include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_rules/update_request.h"
 #include "plan_view_tree.h"
@@ -23,6 +25,11 @@ namespace {
 
 bool IsPlanLevel(EItemLevel level) {
   return level == PublicPlanLevel || level == OwnPlanLevel;
+}
+
+bool IsGroupRow(const QModelIndex& row) {
+  const int type = row.data(ItemTypeRole).toInt();
+  return type == PublicGroupItem || type == OwnGroupItem;
 }
 
 }  // namespace
@@ -52,7 +59,13 @@ void CPlanMover::OnMoveRow(const QPoint& start, const QPoint& end, const QRect& 
   Q_UNUSED(targetRect)
   const QModelIndex source = tree_->indexAt(start);
   const QModelIndex target = tree_->indexAt(end);
-  if (!controller_ || source == target || !IsPlanLevel(tree_->GetItemLevel(source))) {
+  if (!controller_ || source == target) {
+    return;
+  }
+  if (IsGroupRow(source) && target.isValid()) {
+    Q_EMIT SignalMessageTipNeeded(tr("Groups stay where they are. Only plans can be moved."), CNomalMessage::Success);
+  }
+  if (!IsPlanLevel(tree_->GetItemLevel(source))) {
     return;
   }
   const QModelIndex group = GroupAt(source, target);
@@ -65,9 +78,17 @@ void CPlanMover::OnMoveRow(const QPoint& start, const QPoint& end, const QRect& 
     Q_EMIT SignalMessageTipNeeded(tr("TheMoveViewOperationrvQbjaeS"), CNomalMessage::Success);
   } else {
     // The family of a row of either root is that of its children, whatever its own code says.
-    const Destination destination{QStringToString(group.data(GroupIndexCodeRole).toString()),
-                                  QStringToString(group.data().toString()), CViewPublicDef::GetIndexType(group)};
-    Move(source.data(PlanIndexCodeRole).toString(), destination);
+    PlanMove move;
+    move.plan_code = source.data(PlanIndexCodeRole).toString();
+    move.to = {QStringToString(group.data(GroupIndexCodeRole).toString()), QStringToString(group.data().toString()),
+               CViewPublicDef::GetIndexType(group)};
+    Move(move, kMove);
+  }
+}
+
+void CPlanMover::Undo(const PlanMove& move) {
+  if (controller_) {
+    Move({move.plan_code, move.name, move.to, move.from}, kMoveBack);
   }
 }
 
@@ -92,45 +113,63 @@ bool CPlanMover::IsBeingEdited(const QString& plan_code) {
   return true;
 }
 
-void CPlanMover::Move(const QString& plan_code, const Destination& destination) {
-  if (plan_code.isEmpty() || moving_.contains(plan_code) || IsBeingEdited(plan_code)) {
+void CPlanMover::Move(const PlanMove& move, Course course) {
+  const QString& code = move.plan_code;
+  if (code.isEmpty() || moving_.contains(code) || IsBeingEdited(code)) {
     return;
   }
-  moving_.insert(plan_code);
+  moving_.insert(code);
   GetPlanDetailRequest request;
-  request.plan_index_code = QStringToString(plan_code);
+  request.plan_index_code = QStringToString(code);
   HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request)
       .Within(calls_)
-      .Then(this, [this, plan_code, destination](const auto& fetched) {
+      .Then(this, [this, move, course](const auto& fetched) {
+        moving_.remove(move.plan_code);
         if (!fetched.ok) {
-          moving_.remove(plan_code);
           Q_EMIT SignalMessageTipNeeded(StringToQString(fetched.response.error_info), CNomalMessage::Failure);
-        } else if (IsBeingEdited(plan_code)) {  // opened since
-          moving_.remove(plan_code);
-        } else if (controller_) {
-          Save(fetched.response, destination);
+        } else if (!IsBeingEdited(move.plan_code) && controller_) {  // it may have been opened since
+          OnFetched(fetched.response, move, course);
         }
       });
 }
 
-void CPlanMover::Save(const GetPlanDetailResponse& plan, const Destination& destination) {
-  UpdatePlanRequest request = UpdateRequestFrom(plan);
-  request.index_type = destination.type;
-  request.parent_index_code = destination.code;
-  request.parent_name = destination.name;
-  const auto answered = [mover = QPointer<CPlanMover>(this), code = StringToQString(plan.index_code),
-                         sent = calls_.Current()](const CallAnswer& answer) {
-    if (mover && !sent.IsDropped()) {
-      mover->OnAnswer(code, answer.ok);
-    }
-  };
-  controller_->UpdatePlanParam(request, StringToQString(plan.name), answered);
+// What else was changed meanwhile stays changed.
+void CPlanMover::OnFetched(const GetPlanDetailResponse& plan, PlanMove move, Course course) {
+  move.name = StringToQString(plan.name);
+  if (course == kMove) {
+    move.from = {plan.group_index_code, plan.group_name, plan.type};
+  } else if (plan.group_index_code != move.from.code) {
+    Q_EMIT SignalMessageTipNeeded(FillPlaces(tr("\"%1\" was moved on in the meantime."), {move.name}),
+                                  CNomalMessage::Failure);
+    return;
+  }
+  Save(plan, move, course);
 }
 
-void CPlanMover::OnAnswer(const QString& plan_code, bool moved) {
-  moving_.remove(plan_code);
-  if (moved) {
-    Q_EMIT SignalMoved(plan_code);
+void CPlanMover::Save(const GetPlanDetailResponse& plan, const PlanMove& move, Course course) {
+  moving_.insert(move.plan_code);
+  UpdatePlanRequest request = UpdateRequestFrom(plan);
+  request.index_type = move.to.family;
+  request.parent_index_code = move.to.code;
+  request.parent_name = move.to.name;
+  const auto answered = [mover = QPointer<CPlanMover>(this), move, course,
+                         sent = calls_.Current()](const CallAnswer& answer) {
+    if (mover && !sent.IsDropped()) {
+      mover->OnAnswer(move, course, answer.ok);
+    }
+  };
+  controller_->UpdatePlanParam(request, move.name, answered);
+}
+
+void CPlanMover::OnAnswer(const PlanMove& move, Course course, bool moved) {
+  moving_.remove(move.plan_code);
+  if (!moved) {
+    return;
+  }
+  if (course == kMove) {
+    Q_EMIT SignalMoved(move);
+  } else {
+    Q_EMIT SignalMovedBack(move);
   }
 }
 

@@ -17,6 +17,16 @@ namespace TarnPlanView {
 class CPlanViewTree;
 class CStandardViewController;
 
+/// A plan that was moved: what it is called and from where it came to where.
+struct PlanMove {
+  struct Group {
+    std::string code, name;
+    int32_t family = 0;
+  };
+  QString plan_code, name;
+  Group from, to;
+};
+
 /// Moves a plan to the group that it was dropped on in the tree: the plan is fetched whole and saved under its new
 /// group, so nothing of it is lost. What can't be done is said in one message. Thread: GUI.
 class CPlanMover : public QObject {
@@ -29,28 +39,31 @@ class CPlanMover : public QObject {
   /// Answers that are still under way are dropped.
   void Stop();
   /// Whether a plan is being edited: it stays where it is, or its editor could not save it any more.
+  /// Moves the plan back, unless it was moved on or deleted since; then that is said.
+  void Undo(const PlanMove& move);
   void SetIsEdited(const std::function<bool(const QString& plan_code)>& is_edited) { is_edited_ = is_edited; }
 
  Q_SIGNALS:
   void SignalMessageTipNeeded(const QString& text, int state);
   /// The plan stands in its new group.
-  void SignalMoved(const QString& plan_code);
+  void SignalMoved(const PlanMove& move);
+  /// It stands where it was again.
+  void SignalMovedBack(const PlanMove& move);
 
  public Q_SLOTS:
   void OnMoveRow(const QPoint& start, const QPoint& end, const QRect& targetRect);
 
  private:
-  struct Destination {
-    std::string code, name;
-    int32_t type = 0;
-  };
-
   QModelIndex GroupAt(const QModelIndex& source, const QModelIndex& target) const;
   /// With a message when it is.
   bool IsBeingEdited(const QString& plan_code);
-  void Move(const QString& plan_code, const Destination& destination);
-  void Save(const view_plugin_protocol::GetPlanDetailResponse& plan, const Destination& destination);
-  void OnAnswer(const QString& plan_code, bool moved);
+  enum Course { kMove, kMoveBack };
+
+  /// To the group `to` of the move.
+  void Move(const PlanMove& move, Course course);
+  void OnFetched(const view_plugin_protocol::GetPlanDetailResponse& plan, PlanMove move, Course course);
+  void Save(const view_plugin_protocol::GetPlanDetailResponse& plan, const PlanMove& move, Course course);
+  void OnAnswer(const PlanMove& move, Course course, bool moved);
 
   CPlanViewTree* const tree_;
   QPointer<CStandardViewController> controller_;

@@ -11,6 +11,7 @@ struct CallAnswer {
   bool ok = false;
   QString text;                                         // the code of the plan or group, or why it failed, for the user
   int32_t kind = view_plugin_protocol::UnknownFailure;  // why it failed, an ErrorKind
+  int32_t restorable_seconds = 0;                       // of a deletion: how long it can be taken back
 };
 
 /// Who shows the user why a call failed.

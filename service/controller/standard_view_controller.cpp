@@ -60,6 +60,14 @@ CallAnswer AnswerOf(const HostCalls::Result<Response>& result, const std::string
   return {false, StringToQString(result.response.error_info), result.response.error_kind};
 }
 
+/// The same of a deletion.
+template <class Response>
+CallAnswer AnswerOfDeletion(const HostCalls::Result<Response>& result, const std::string& code) {
+  CallAnswer answer = AnswerOf(result, code);
+  answer.restorable_seconds = result.response.restorable_seconds;
+  return answer;
+}
+
 int TypeOf(const QModelIndex& index) {
   return index.data(ItemTypeRole).toInt();
 }
@@ -235,7 +243,7 @@ void CStandardViewController::deletePlanGroupByIndexThread(const QModelIndex& in
   AskForChange(&CViewBusinessInterfaceMgr::DeletePlanGroup, request, request.index_code)
       .Then(this, [this, node, reply, code = request.index_code](const auto& answer) {
         Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanGroupSucc(node.Resolve()); });
-        reply(AnswerOf(answer, code));
+        reply(AnswerOfDeletion(answer, code));
       });
 }
 
@@ -249,7 +257,20 @@ void CStandardViewController::deletePlanByIndexThread(const QModelIndex& index, 
   AskForChange(&CViewBusinessInterfaceMgr::DeletePlan, request, request.plan_index_code)
       .Then(this, [this, node, reply, code = request.plan_index_code](const auto& answer) {
         Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanSucc(node.Resolve()); });
-        reply(AnswerOf(answer, code));
+        reply(AnswerOfDeletion(answer, code));
+      });
+}
+
+void CStandardViewController::RestoreDeleted(const RestoreDeletedRequest& request, const QString& parent_code,
+                                             const PlanAnswer& answer) {
+  AskForChange(&CViewBusinessInterfaceMgr::RestoreDeleted, request, request.index_code)
+      .Then(this, [this, request, parent_code, answer](const auto& restored) {
+        if (restored.ok) {
+          CViewModelDataManager::Instance().OnRestored(parent_code, request.is_group);
+        } else {
+          showFailure(restored.response.error_info);
+        }
+        answer(AnswerOf(restored, request.index_code));
       });
 }
 

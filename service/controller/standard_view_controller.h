@@ -42,6 +42,9 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   /// Nothing for a row without a code.
   void DeletePlanGroupByIndex(const QModelIndex& index, const PlanAnswer& answer = ignore);
   void DeletePlanByIndex(const QModelIndex& index, const PlanAnswer& answer = ignore);
+  /// Takes a deletion back. Its row is in the trees below `parent_code`, where they show that, when this is answered.
+  void RestoreDeleted(const view_plugin_protocol::RestoreDeletedRequest& request, const QString& parent_code,
+                      const PlanAnswer& answer = ignore);
   void UpdatePlanGroupName(const QModelIndex& index, const QString& name);
   /// Nothing is sent when the pages hold more than 128 filled windows.
   void AddPlanParam(const view_plugin_protocol::AddPlanRequest& request, const PlanAnswer& answer = ignore);

@@ -17,9 +17,9 @@
 #include "messages/messages_window.h"
 #include "window/window_actions.h"
 
+using tarn_ui_data_controller::CMessageTipManager;
 using TarnClient::CMessageFilter;
 using TarnClient::CMessageLog;
-using tarn_ui_data_controller::CMessageTipManager;
 
 class MessagesTest : public TarnTest::CClientDesk {
   Q_OBJECT

@@ -1,0 +1,241 @@
+#include <QAction>
+#include <QTranslator>
+
+#include "MarUIControl/offer_strip.h"
+#include "deletion_texts.h"
+#include "panel_stage.h"
+#include "plan_calls.h"
+#include "view_model_data_manager.h"
+
+using namespace TarnPlanView;
+using MarUIControl::COfferStrip;
+using TarnTest::CPanelStage;
+
+namespace {
+
+/// A host's catalogue whose question has places for what is to be deleted.
+class CPlacesInTheQuestion : public QTranslator {
+ public:
+  CPlacesInTheQuestion() { QCoreApplication::installTranslator(this); }
+  ~CPlacesInTheQuestion() override { QCoreApplication::removeTranslator(this); }
+  bool isEmpty() const override { return false; }
+  QString translate(const char*, const char* text, const char*, int) const override {
+    return QByteArray(text) == "ConfirmToDelete" ? QStringLiteral("Delete the %2 %1%3?") : QString();
+  }
+};
+
+}  // namespace
+
+// What can be undone in the panel, and how.
+class PanelUndoTest : public TarnTest::CPlanTest {
+  Q_OBJECT
+ private Q_SLOTS:
+  void QuestionNamesWhatIsDeleted();
+  void PlacesAreFilledOnce();
+  void DeletedPlanComesBack();
+  void DeletedGroupComesBack_data();
+  void DeletedGroupComesBack();
+  void RowComesBackToAGroupThatIsNotLoaded();
+  void RefusalIsShown();
+  void OneOfferAtATime();
+  void KeyUndoesWhileTheOfferStands();
+  void MoveIsUndone();
+  void MoveIsNotUndoneOnceChanged();
+  void GroupDroppedOnAGroupIsTold();
+
+ private:
+  static constexpr char kPlan[] = "Public A plan 2";
+
+  static COfferStrip* Strip(CPanelStage& stage) { return stage.Panel().findChild<COfferStrip*>(); }
+  static QAction* Key(CPanelStage& stage) { return stage.Panel().findChild<QAction*>("undo_action"); }
+  /// What is offered about this row in the end.
+  static QString Offered(CPanelStage& stage, const QString& name) {
+    const bool offered = QTest::qWaitFor([&] { return Strip(stage)->Text().contains(name); });
+    return offered ? Strip(stage)->Text() : QString();
+  }
+  static QString Deleted(CPanelStage& stage, const QString& name) {
+    stage.Choose(name);
+    stage.Button("delete_btn")->click();
+    return Offered(stage, name);
+  }
+  QString GroupOf(const QString& plan) {
+    return QString::fromStdString(fixture_.InStore().Detail(fixture_.Code(plan)).group_name);
+  }
+};
+
+void PanelUndoTest::QuestionNamesWhatIsDeleted() {
+  CPlacesInTheQuestion places;
+  CPanelStage stage(Opened({{"show_mode", 1}}));
+  stage.answer = 0;
+  const auto asked = [&stage](const QString& name) {
+    stage.Choose(name);
+    stage.Button("delete_btn")->click();
+    return stage.TakeQuestions().join('|');
+  };
+  stage.Expand(stage.Tree().model()->index(0, 0));
+  QCOMPARE(asked("Public A"), QString("Delete the group Public A with all that is in it?"));
+  stage.ExpandAll();
+  QCOMPARE(asked("Public A"), QString("Delete the group Public A with 1 group(s) and 4 plan(s)?"));
+  QCOMPARE(asked("Public B"), QString("Delete the group Public B with 2 plan(s)?"));
+  QCOMPARE(asked(kPlan), QString("Delete the plan Public A plan 2?"));
+  fixture_.Drain();
+}
+
+void PanelUndoTest::PlacesAreFilledOnce() {
+  const struct {
+    const char *text, *filled;
+  } rows[] = {{"Delete?", "Delete?"},           {"%1", "50%2"},         {"%2 %1", "group 50%2"},
+              {"100% of %1%", "100% of 50%2%"}, {"%3 %0 %", "%3 %0 %"}, {"%1%1", "50%250%2"}};
+  for (const auto& row : rows) {
+    QCOMPARE(FillPlaces(row.text, {"50%2", "group"}), QString(row.filled));
+  }
+}
+
+void PanelUndoTest::DeletedPlanComesBack() {
+  CPanelStage stage(Opened());
+  CStandardPlanModel* other = fixture_.Model("1", PublicTheme);
+  QVERIFY(other && other != fixture_.Public());
+  stage.ExpandAll();
+  const QString code = fixture_.Code(kPlan);
+  QCOMPARE(Deleted(stage, kPlan), QString("Deleted Public A plan 2."));
+  QVERIFY(!stage.Row(kPlan).isValid());
+  stage.TakeTips();
+  stage.Choose("Public B");
+  Strip(stage)->Take();
+  QTRY_COMPARE(stage.Current(), QString(kPlan));
+  QCOMPARE(stage.TakeTips(), QStringList("0:\"Public A plan 2\" is back."));
+  QCOMPARE(stage.Tree().currentIndex().parent().data().toString(), QString("Public A"));
+  QVERIFY(other->FindIndexByIndexCode(code, false).isValid());
+  QVERIFY(!Strip(stage)->IsOffering());
+  fixture_.Drain();
+  QTRY_COMPARE(stage.Row("Public A").model()->rowCount(stage.Row("Public A")), 3);  // the notice brought no second row
+  // The row that came back follows changes made elsewhere.
+  stage.Controller().DeletePlanByIndex(stage.Tree().currentIndex());
+  QTRY_VERIFY(!stage.Row(kPlan).isValid());
+}
+
+void PanelUndoTest::DeletedGroupComesBack_data() {
+  QTest::addColumn<bool>("load_all");
+  QTest::newRow("loaded as expanded") << false;
+  QTest::newRow("all loaded") << true;
+}
+
+void PanelUndoTest::DeletedGroupComesBack() {
+  QFETCH(bool, load_all);
+  CPanelStage stage(Opened({{"load_all", load_all}, {"show_mode", 1}}));
+  stage.ExpandAll();
+  const QString playing = "A1 plan 2";
+  stage.Panel().SetCurPlayItemByIndexCode(fixture_.Code(playing));
+  QCOMPARE(Deleted(stage, "Public A"), QString("Deleted Public A, 1 group(s) and 4 plan(s)."));
+  QVERIFY(!stage.Row(playing).isValid());
+  Strip(stage)->Take();
+  QTRY_COMPARE(stage.Current(), QString("Public A"));
+  QTRY_VERIFY(stage.Row(playing).isValid());
+  if (!load_all) {  // there the rows come later, and who plays renews the mark
+    QTRY_VERIFY(stage.Row(playing).data(PlayingRole).toBool());
+  }
+  QCOMPARE(stage.Row(playing).parent().parent().data().toString(), QString("Public A"));
+  fixture_.Drain();
+}
+
+void PanelUndoTest::RowComesBackToAGroupThatIsNotLoaded() {
+  CPanelStage stage(Opened());
+  QVERIFY(!Deleted(stage, kPlan).isEmpty());
+  CViewModelDataManager::Instance().OnUpdateViewModelData();
+  QTRY_COMPARE(stage.PageName(), QString("tree"));
+  Strip(stage)->Take();
+  QTRY_COMPARE(stage.Current(), QString(kPlan));
+  fixture_.Drain();
+}
+
+void PanelUndoTest::RefusalIsShown() {
+  CPanelStage stage(Opened());
+  QVERIFY(!Deleted(stage, kPlan).isEmpty());
+  stage.TakeTips();
+  Services().Fail("RestoreDeleted", "too late");
+  Strip(stage)->Take();
+  QCOMPARE(stage.AwaitTips(), QStringList("1:too late"));
+  QVERIFY(!stage.Row(kPlan).isValid());
+}
+
+void PanelUndoTest::OneOfferAtATime() {
+  CPanelStage stage(Opened()), own(fixture_, true);
+  QVERIFY(!Deleted(stage, kPlan).isEmpty());
+  QCOMPARE(Deleted(stage, "Public A plan 10"), QString("Deleted Public A plan 10."));
+  QCOMPARE(Deleted(own, "Own C plan 2"), QString("Deleted Own C plan 2."));
+  QVERIFY(!Strip(stage)->IsOffering());
+  own.Panel().SwitchUserUpdate();
+  QVERIFY(!Strip(own)->IsOffering());
+  QVERIFY(!Deleted(stage, "Public B").isEmpty());
+  stage.Panel().StopWorking();
+  QVERIFY(!Strip(stage)->IsOffering());
+  // An answer that comes when all is over offers nothing.
+  QCOMPARE(Services().Count("RestoreDeleted"), 0);
+}
+
+void PanelUndoTest::KeyUndoesWhileTheOfferStands() {
+  CPanelStage stage(Opened());
+  stage.Panel().activateWindow();
+  QVERIFY(QTest::qWaitForWindowActive(&stage.Panel()));
+  QVERIFY(!Key(stage)->isEnabled());
+  QVERIFY(!Deleted(stage, kPlan).isEmpty());
+  QVERIFY(Key(stage)->isEnabled());
+  stage.Field()->setFocus();
+  QTest::keyClicks(stage.Field(), "gate");
+  QTest::keySequence(stage.Field(), QKeySequence::Undo);
+  QVERIFY(stage.Field()->text().isEmpty() && Strip(stage)->IsOffering());
+  stage.Tree().setFocus();
+  QTest::keySequence(&stage.Tree(), QKeySequence::Undo);
+  QTRY_COMPARE(stage.Current(), QString(kPlan));
+  QVERIFY(!Key(stage)->isEnabled());
+}
+
+void PanelUndoTest::MoveIsUndone() {
+  CPanelStage stage(Opened());
+  stage.ExpandAll();
+  stage.Drop(kPlan, "Public B");
+  QCOMPARE(Offered(stage, kPlan), QString("Moved Public A plan 2 to Public B."));
+  QTRY_COMPARE(stage.Current(), QString(kPlan));
+  QCOMPARE(stage.Tree().currentIndex().parent().data().toString(), QString("Public B"));
+  Strip(stage)->Take();
+  QTRY_COMPARE(GroupOf(kPlan), QString("Public A"));
+  QTRY_COMPARE(stage.Tree().currentIndex().parent().data().toString(), QString("Public A"));
+  QCOMPARE(stage.Current(), QString(kPlan));
+  fixture_.Drain();
+  QVERIFY(!Strip(stage)->IsOffering());  // undoing is not offered to be undone
+}
+
+void PanelUndoTest::MoveIsNotUndoneOnceChanged() {
+  CPanelStage stage(Opened());
+  stage.ExpandAll();
+  const std::string plan = fixture_.Code(kPlan).toStdString();
+  const auto move = [&] {
+    stage.Drop(kPlan, "Public B");
+    QVERIFY(!Offered(stage, kPlan).isEmpty());
+    fixture_.Drain();
+    stage.TakeTips();
+  };
+  move();
+  view_plugin_protocol::UpdatePlanRequest on = TarnTest::Unchanged(fixture_.InStore().Detail(plan));
+  on.parent_index_code = fixture_.Code("A1").toStdString();
+  QCOMPARE(fixture_.InStore().Update(on), QString());
+  Strip(stage)->Take();
+  QCOMPARE(stage.AwaitTips(), QStringList("1:\"Public A plan 2\" was moved on in the meantime."));
+  QCOMPARE(GroupOf(kPlan), QString("A1"));
+  fixture_.Drain();
+}
+
+void PanelUndoTest::GroupDroppedOnAGroupIsTold() {
+  CPanelStage stage(Opened());
+  stage.ExpandAll();
+  stage.TakeTips();
+  for (const char* target : {"Public B", "A1", "Public B plan 2"}) {
+    stage.Drop("Public A", target);
+    QCOMPARE(stage.TakeTips(), QStringList("0:Groups stay where they are. Only plans can be moved."));
+  }
+  stage.Drop("Public A", "Public A");
+  QCOMPARE(stage.TakeTips(), QStringList());
+}
+
+QTEST_MAIN(PanelUndoTest)
+#include "test_panel_undo.moc"
