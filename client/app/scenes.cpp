@@ -78,6 +78,10 @@ const std::vector<CScene::Entry>& CScene::Entries() {
       {"plan-editor-times", &CScene::PlanEditorTimes},
       {"plan-editor-long-names", &CScene::PlanEditorLongNames},
       {"preview", &CScene::Preview},
+      {"focus-tabs", &CScene::FocusOnTabs},
+      {"focus-tree", &CScene::FocusOnTree},
+      {"long-tip", &CScene::LongTip},
+      {"long-question", &CScene::LongQuestion},
       {"wait", &CScene::Wait},
   };
   return entries;

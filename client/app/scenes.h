@@ -70,6 +70,11 @@ class CScene : public QObject {
   void PlanEditorLongNames();
   void PlanEditorQuestion();
   void Preview();
+  void AddActiveWindow();
+  void FocusOnTabs();
+  void FocusOnTree();
+  void LongTip();
+  void LongQuestion();
   void Wait();
 
   static void Press(QWidget* widget, int key);
