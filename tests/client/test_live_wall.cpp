@@ -396,7 +396,8 @@ void LiveWallTest::OddPlansAreHarmless() {
   QCOMPARE(wall_->PageNumber(), 1);
   const std::string long_name(256, 'W');
   wall_->Play(Plan(long_name.c_str(), {Page(1, 8, 5, {QString(256, 'W')})}));
-  // Nothing a plan holds makes the window grow; the bar of the plan before had more buttons until it was laid out again.
+  // Nothing a plan holds makes the window grow; the bar of the plan before had more buttons until it was laid out
+  // again.
   QTRY_VERIFY((wall_->resize(400, 300), wall_->width() == 400));
 }
 
