@@ -46,6 +46,9 @@ class CScene : public QObject {
   void RowMenu();
   void GroupMenu();
   void DeleteQuestion();
+  void DeleteQuestionOfGroup();
+  void UndoDeletion();
+  void UndoMove();
   void Share();
   void CreationInfo();
   void SaveMenu();
@@ -82,6 +85,9 @@ class CScene : public QObject {
   void AddExpansion(const QString& group);
   void AddCurrent(const QString& name);
   void AddClick(const QString& button);
+  /// Says yes to every question from here on.
+  void AddYes();
+  void AddUndoOffered();
   void AddMenu();
   void AddMenuCommand(int command);
   void AddSearch(const QString& text);
