@@ -49,7 +49,7 @@ tarn_plugin_layer(NAME tarn_plan_default_view DIR service/default_view
   USES tarn_plan_controller tarn_plan_data tarn_plan_config
   EXPORTS default_load_view_display.h)
 tarn_plugin_layer(NAME tarn_plan_tree DIR tree USES tarn_plan_controller tarn_plan_data tarn_plan_config
-  EXPORTS plan_view_tree.h)
+  EXPORTS open_group.h plan_view_tree.h)
 tarn_plugin_layer(NAME tarn_plan_dialogs DIR dialogs dialogs/editor
   USES tarn_plan_tree tarn_plan_controller tarn_plan_data tarn_plan_config
   EXPORTS save_plan_as_dlg.h)

@@ -21,7 +21,8 @@ cd "$home"
 shot() {
   local name=$1 skin=$2
   shift 2
-  XDG_DATA_HOME=$home xvfb-run -a -s "-screen 0 1920x1080x24 -dpi 96" "$client" --store sqlite:demo.sqlite --skin "$skin" \
+  XDG_DATA_HOME=$home XDG_CONFIG_HOME=$home \
+    xvfb-run -a -s "-screen 0 1920x1080x24 -dpi 96" "$client" --store sqlite:demo.sqlite --skin "$skin" \
     --lang en "$@" --screenshot "$folder/${name}_$skin.png" >/dev/null
 }
 

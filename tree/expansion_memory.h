@@ -4,8 +4,9 @@
 #include <QList>
 #include <QObject>
 #include <QPersistentModelIndex>
-#include <QSet>
 #include <QString>
+
+#include "open_group.h"
 
 class QAbstractItemModel;
 
@@ -26,6 +27,11 @@ class CExpansionMemory : public QObject {
   void Watch(QAbstractItemModel* model);
   /// Opens the group with this code, now or when its row comes in.
   void Await(const QString& group_code);
+  /// The open groups, outer ones first; also those that are to open once their rows come in, unless the group that they
+  /// stood in has come without them. Roots are not among them.
+  OpenGroups Groups() const;
+  /// These groups and no others but the roots are to be open, each as soon as its row comes in.
+  void SetGroups(const OpenGroups& groups);
 
  private:
   void Remember(const QModelIndex& index);
@@ -34,11 +40,17 @@ class CExpansionMemory : public QObject {
   void Seek(const QModelIndex& parent, int first, int last);
   void SeekBelow(const QModelIndex& parent);
   void OpenFound();
+  void AwaitRowsBelow(const QModelIndex& index);
+  bool IsGone(const QString& awaited_code) const;
 
   MarUIControl::CTreeView* const tree_;
-  QAbstractItemModel* model_ = nullptr;           // compared and asked only while the tree shows it
-  QHash<QString, QPersistentModelIndex> opened_;  // rows that are there
-  QSet<QString> awaited_;                         // codes whose rows are not
+  QAbstractItemModel* model_ = nullptr;  // compared and asked only while the tree shows it
+  struct Row {
+    QPersistentModelIndex index;
+    QString above;  // code of the group it stands in; empty for a root
+  };
+  QHash<QString, Row> opened_;       // rows that are there, by code
+  QHash<QString, QString> awaited_;  // codes whose rows are not, and of the groups they stood in
   QList<QPersistentModelIndex> found_;
 };
 

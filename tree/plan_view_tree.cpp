@@ -148,6 +148,14 @@ void CPlanViewTree::ExpandWhenLoaded(const QString& group_code) {
   d_->memory->Await(group_code);
 }
 
+OpenGroups CPlanViewTree::GetOpenGroups() const {
+  return d_->memory->Groups();
+}
+
+void CPlanViewTree::SetOpenGroups(const OpenGroups& groups) {
+  d_->memory->SetGroups(groups);
+}
+
 // Every model tells of the row that one tree asked for, so an index may be of this tree, of its source or foreign.
 QModelIndex CPlanViewTree::Private::Own(const QModelIndex& index) const {
   if (!index.isValid() || index.model() == q->model()) {

@@ -10,6 +10,7 @@
 #include "MarUIControl/tree_view.h"
 #include "TarnUIDataController/msg_type.h"
 #include "item_level.h"
+#include "open_group.h"
 #include "tarn_plan_view_export.h"
 
 class QAction;
@@ -56,6 +57,12 @@ class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
 
   /// Rows with this code (role 666) expand when they come in; for the roots that a panel shows open.
   void ExpandWhenLoaded(const QString& group_code);
+  /// What is open below the roots, for SetOpenGroups() at another time; to be asked while no load is under way. Outer
+  /// groups come first; one that is no longer where it was is left out.
+  OpenGroups GetOpenGroups() const;
+  /// Opens these groups, each as soon as its row comes in, by the same requests as the user's; those of the last call
+  /// that have not come are forgotten.
+  void SetOpenGroups(const OpenGroups& groups);
 
  Q_SIGNALS:
   void SignalCurrentIndexChanged(const QModelIndex& current, const QModelIndex& previous);

@@ -11,21 +11,6 @@ namespace TarnClient {
 
 namespace {
 
-const QStringList& Skins() {
-  static const QStringList skins{QStringLiteral("redblack"), QStringLiteral("white")};
-  return skins;
-}
-
-// By the catalogues that the program carries.
-QStringList Languages() {
-  QStringList languages;
-  const QDir catalogues(QStringLiteral(":/TarnClient/translations"));
-  for (const QString& file : catalogues.entryList({QStringLiteral("tarn_*.qm")}, QDir::Files, QDir::Name)) {
-    languages.append(file.section(QLatin1Char('.'), 0, 0).section(QLatin1Char('_'), 1));
-  }
-  return languages;
-}
-
 void Describe(QCommandLineParser& parser) {
   const auto add = [&parser](const char* name, const char* text, const char* value) {
     parser.addOption({QString::fromLatin1(name), QString::fromLatin1(text), QString::fromLatin1(value)});
@@ -37,8 +22,9 @@ void Describe(QCommandLineParser& parser) {
       {QStringLiteral("demo"), QStringLiteral("Fills a PostgreSQL database that is still empty with the demo site.")});
   add("user", "Logs in as this user.", "NAME");
   add("skin", "redblack (dark) or white.", "SKIN");
-  parser.addOption({QStringLiteral("lang"), Languages().join(QStringLiteral(" or ")) + QLatin1Char('.'),
+  parser.addOption({QStringLiteral("lang"), ClientOptions::Languages().join(QStringLiteral(" or ")) + QLatin1Char('.'),
                     QStringLiteral("LANGUAGE")});
+  add("settings", "File of the users' settings; else the one in the user's configuration folder.", "FILE");
   add("set", "Changes a configuration switch for this start; may be repeated.", "SWITCH=VALUE");
   add("play", "Plays the plan of this name.", "NAME");
   add("scene", "For pictures: opens a part of the client as a user would.", "NAME");
@@ -64,9 +50,10 @@ class Reader {
     }
     return text;
   }
-  QString OneOf(const char* name, const QStringList& known, const QString& otherwise) {
+  /// Empty when it is not set.
+  QString OneOf(const char* name, const QStringList& known) {
     if (!IsSet(name)) {
-      return otherwise;
+      return QString();
     }
     const QString text = parser_.value(QString::fromLatin1(name));
     if (!known.contains(text)) {
@@ -112,13 +99,13 @@ class Reader {
   QString error_;
 };
 
-QString SystemLanguage() {
-  for (const QString& language : Languages()) {
-    if (QLocale(language).language() == QLocale::system().language()) {
-      return language;
+QString FirstKnown(const QStringList& candidates, const QStringList& known, const QString& otherwise) {
+  for (const QString& candidate : candidates) {
+    if (known.contains(candidate)) {
+      return candidate;
     }
   }
-  return QStringLiteral("en");
+  return otherwise;
 }
 
 }  // namespace
@@ -136,11 +123,12 @@ std::optional<ClientOptions> ClientOptions::Parse(const QStringList& arguments, 
   options.store_url = reader.Text("store");
   options.demo = parser.isSet(QStringLiteral("demo"));
   options.user = reader.Text("user");
-  options.skin = reader.OneOf("skin", Skins(), options.skin);
-  options.language = reader.OneOf("lang", Languages(), SystemLanguage());
+  options.skin = reader.OneOf("skin", Skins());
+  options.language = reader.OneOf("lang", Languages());
+  options.settings_file = reader.Text("settings");
   options.switches = reader.Switches();
   options.play = reader.Text("play");
-  options.scene = reader.OneOf("scene", CScene::Names(), QString());
+  options.scene = reader.OneOf("scene", CScene::Names());
   options.screenshot = reader.Text("screenshot");
   options.quit_after_seconds = reader.Number("quit-after");
   options.download_delay_ms = static_cast<int>(reader.Number("delay").value_or(0));
@@ -161,6 +149,41 @@ std::optional<ClientOptions> ClientOptions::Parse(const QStringList& arguments, 
 // A database that somebody has made for a site is not filled with pretended cameras unasked.
 bool ClientOptions::FillsWithDemo() const {
   return demo || !store_url.startsWith(QLatin1String("postgresql:"));
+}
+
+QString ClientOptions::SkinFor(const QString& chosen) const {
+  return FirstKnown({skin, chosen}, Skins(), Skins().constFirst());
+}
+
+QString ClientOptions::LanguageFor(const QString& chosen) const {
+  return FirstKnown({language, chosen}, Languages(), SystemLanguage());
+}
+
+bool ClientOptions::UsesSettings() const {
+  const bool is_usual_start = scene.isEmpty() && screenshot.isEmpty() && !quit_after_seconds;
+  return is_usual_start || !settings_file.isEmpty();
+}
+
+QStringList ClientOptions::Skins() {
+  return {QStringLiteral("redblack"), QStringLiteral("white")};
+}
+
+QStringList ClientOptions::Languages() {
+  QStringList languages;
+  const QDir catalogues(QStringLiteral(":/TarnClient/translations"));
+  for (const QString& file : catalogues.entryList({QStringLiteral("tarn_*.qm")}, QDir::Files, QDir::Name)) {
+    languages.append(file.section(QLatin1Char('.'), 0, 0).section(QLatin1Char('_'), 1));
+  }
+  return languages;
+}
+
+QString ClientOptions::SystemLanguage() {
+  for (const QString& language : Languages()) {
+    if (QLocale(language).language() == QLocale::system().language()) {
+      return language;
+    }
+  }
+  return QStringLiteral("en");
 }
 
 QString ClientOptions::HelpText() {

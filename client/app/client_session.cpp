@@ -74,6 +74,10 @@ bool CClientSession::End() {
   }
   scene_.reset();
   window_.reset();
+  const bool settings_are_safe = !settings_ || settings_->Flush();
+  if (!settings_are_safe) {
+    marlog::Write("LyraClientError", marlog::Error, "The settings have not been saved; the disk does not answer");
+  }
   if (TarnPlanView::CViewModelDataManagerExport::IsCreated()) {
     TarnPlanView::CAutoPlanHelper::Instance().StopDetect();
     TarnPlanView::CViewModelDataManagerExport::Instance().UninitManager();
@@ -86,7 +90,7 @@ bool CClientSession::End() {
   }
   marlog::Write("LyraClientInfo", marlog::Info, "The client has ended");
   TarnHost::LogSink::Close();
-  return in_order;
+  return in_order && settings_are_safe;
 }
 
 bool CClientSession::EndStore() {
@@ -117,8 +121,9 @@ bool CClientSession::Start(QString* error) {
     Complain(log_trouble);
     OpenLog();
   }
-  tarn_ui_data_controller::CSkinLoader::Instance().LoadSkin(options_.skin);
+  LoadSettings();
   LoadLanguage();
+  LoadSkin();
   loader_.Prepare();
   ShowWindow();
   loader_.Load();
@@ -165,13 +170,41 @@ bool CClientSession::LogIn(QString* error) {
   return store_->LogIn(user_, error);
 }
 
+void CClientSession::LoadSettings() {
+  QString path;
+  if (options_.UsesSettings()) {
+    path = options_.settings_file;
+    if (path.isEmpty()) {
+      path = CUserSettings::UsualPath();
+    }
+  }
+  settings_ = std::make_unique<CUserSettings>(path);
+  settings_->Load(MarUIControl::StringToQString(store_->StationId()), user_);
+  skin_chosen_ = settings_->Chosen().skin;
+  connect(settings_.get(), &CUserSettings::SignalChosen, this, [this] {
+    if (std::exchange(skin_chosen_, settings_->Chosen().skin) != settings_->Chosen().skin) {
+      options_.skin.clear();  // what the user has said since then counts
+      LoadSkin();
+    }
+  });
+}
+
+void CClientSession::LoadSkin() {
+  auto& loader = tarn_ui_data_controller::CSkinLoader::Instance();
+  const QString skin = options_.SkinFor(settings_->Chosen().skin);
+  if (!window_ || loader.GetCurrentSkin() != skin) {
+    loader.LoadSkin(skin);
+  }
+}
+
 void CClientSession::LoadLanguage() {
-  QLocale::setDefault(QLocale(options_.language));
-  const QString file = QStringLiteral(":/TarnClient/translations/tarn_%1.qm").arg(options_.language);
+  const QString language = options_.LanguageFor(settings_->Chosen().language);
+  QLocale::setDefault(QLocale(language));
+  const QString file = QStringLiteral(":/TarnClient/translations/tarn_%1.qm").arg(language);
   if (translator_.load(file)) {
     QCoreApplication::installTranslator(&translator_);
   } else {
-    marlog::Write("LyraClientError", marlog::Error, "No texts for language %s", qUtf8Printable(options_.language));
+    marlog::Write("LyraClientError", marlog::Error, "No texts for language %s", qUtf8Printable(language));
   }
 }
 
@@ -180,6 +213,7 @@ void CClientSession::ShowWindow() {
   setup.user = user_;
   setup.store_url = store_url_;
   setup.station_id = MarUIControl::StringToQString(store_->StationId());
+  setup.settings = settings_.get();
   setup.log_in = [this](const QString& name, QString* error) { return store_->LogIn(name, error); };
   window_ = std::make_unique<CMainWindow>(std::move(setup));
   connect(window_.get(), &CMainWindow::SignalUserSwitched, this, &CClientSession::OnUserSwitched);
@@ -199,7 +233,7 @@ void CClientSession::OnPlansReady() {
 
 void CClientSession::BeginAtTheDesk() {
   if (options_.play.isEmpty()) {
-    window_->Player().OpenDefaultView();
+    window_->OpenFirst();
   } else {
     PlayNamedPlan();
   }
@@ -210,6 +244,8 @@ void CClientSession::BeginAtTheDesk() {
 
 // Until the plans of the new user are there no automatic plan is looked for: it would still be the old user's.
 void CClientSession::OnUserSwitched() {
+  skin_chosen_ = settings_->Chosen().skin;
+  LoadSkin();
   TarnPlanView::CAutoPlanHelper::Instance().StopDetect();
 }
 

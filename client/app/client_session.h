@@ -6,6 +6,7 @@
 
 #include "app/client_options.h"
 #include "app/plan_data_loader.h"
+#include "settings/user_settings.h"
 
 namespace TarnHost {
 class CPlanStore;
@@ -35,7 +36,10 @@ class CClientSession : public QObject {
   /// What is wrong with the log, as one line.
   QString OpenLog();
   bool EndStore();
+  void LoadSettings();
   void LoadLanguage();
+  /// Again when the user or what he has chosen is another.
+  void LoadSkin();
   void ShowWindow();
   void OnPlansReady();
   void OnUserSwitched();
@@ -44,10 +48,12 @@ class CClientSession : public QObject {
   void PlayNamedPlan();
   bool SaveScreenshot();
 
-  const ClientOptions options_;
+  ClientOptions options_;
   QString store_url_, user_;
+  QString skin_chosen_;  // by the user, as stored
   QTranslator translator_;
   std::shared_ptr<TarnHost::CPlanStore> store_;
+  std::unique_ptr<CUserSettings> settings_;
   CPlanDataLoader loader_;
   std::unique_ptr<CMainWindow> window_;
   std::unique_ptr<CScene> scene_;

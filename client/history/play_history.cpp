@@ -50,9 +50,9 @@ QString CPlayHistory::NameOf(const QString& code) const {
   return plans_[row].name;
 }
 
-void CPlayHistory::Clear() {
+void CPlayHistory::SetPlans(const QVector<PlayedPlan>& plans) {
   beginResetModel();
-  plans_.clear();
+  plans_ = plans.mid(0, kMostPlans);
   endResetModel();
 }
 

@@ -26,7 +26,10 @@ class CPlayHistory : public QAbstractListModel {
   void Add(const PlayedPlan& plan);
   /// Nothing for a plan that is not there.
   void Rename(const QString& code, const QString& name);
-  void Clear();
+  void Clear() { SetPlans({}); }
+  /// Latest first; more than kMostPlans are cut off.
+  void SetPlans(const QVector<PlayedPlan>& plans);
+  const QVector<PlayedPlan>& Plans() const { return plans_; }
   const PlayedPlan& At(int row) const { return plans_.at(row); }
   /// Empty for a plan that is not there.
   QString NameOf(const QString& code) const;

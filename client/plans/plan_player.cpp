@@ -76,7 +76,8 @@ void CPlanPlayer::Attach(CPlanFamily* family) {
     Handle(Events::PanelFetches{QStringToString(plan.toMap().value(QStringLiteral("plan_code")).toString())});
   });
   connect(panel, &CViewExternWidget::SignalStopPlan, this, &CPlanPlayer::Stop);
-  connect(panel, &CViewExternWidget::SignalPlanGroupCycle, this, &CPlanPlayer::PlayGroup);
+  // The time that the panel names is that of a host which lets its users choose none.
+  connect(panel, &CViewExternWidget::SignalPlanGroupCycle, this, [this](const QString& code) { PlayGroup(code); });
   CStandardViewController* controller = family->Controller();
   if (!controller) {
     return;
@@ -86,7 +87,8 @@ void CPlanPlayer::Attach(CPlanFamily* family) {
   }
   connect(controller, &CStandardViewController::SignalPlayPlanView, this,
           [this](const GetPlanDetailResponse& plan) { Handle(Events::PlanCame{plan}); });
-  connect(controller, &CStandardViewController::SignalConfigPlayView, this, &CPlanPlayer::OnDefaultView);
+  connect(controller, &CStandardViewController::SignalConfigPlayView, this,
+          [this](const QString& code, int type) { OnDefaultView(code, type == ResourceData::RT_VIEW_GROUP); });
   controller->SetPlayListener(this, [this](const std::string& code) { Handle(Events::FetchOver{code}); });
 }
 
@@ -96,14 +98,24 @@ void CPlanPlayer::Play(const std::string& code, PlayOrigin origin) {
   }
 }
 
-void CPlanPlayer::PlayGroup(const QString& code, int seconds_per_plan) {
+void CPlanPlayer::PlayGroup(const QString& code) {
   if (!code.isEmpty()) {
-    Handle(Events::GroupWanted{GroupOf(code, seconds_per_plan)});
+    Handle(Events::GroupWanted{GroupOf(code)});
   }
+}
+
+void CPlanPlayer::SetSecondsPerPlan(int seconds) {
+  seconds_per_plan_ = seconds;
+  Handle(Events::SecondsPerPlanChosen{seconds});
 }
 
 void CPlanPlayer::OpenDefaultView() {
   Handle(Events::DefaultViewWanted());
+}
+
+void CPlanPlayer::OpenInItsPlace(const QString& code, bool is_group) {
+  in_its_place_ = InItsPlace{code, is_group};
+  OpenDefaultView();
 }
 
 void CPlanPlayer::Stop() {
@@ -111,12 +123,13 @@ void CPlanPlayer::Stop() {
 }
 
 void CPlanPlayer::ForgetUser() {
+  in_its_place_.reset();
   Handle(Events::UserSwitched());
 }
 
-void CPlanPlayer::OnDefaultView(const QString& code, int type) {
-  if (type == ResourceData::RT_VIEW_GROUP) {
-    Handle(Events::DefaultGroupKnown{GroupOf(code, kSecondsPerPlan)});
+void CPlanPlayer::OnDefaultView(const QString& code, bool is_group) {
+  if (is_group) {
+    Handle(Events::DefaultGroupKnown{GroupOf(code)});
   } else {
     Handle(Events::DefaultPlanKnown{QStringToString(code)});
   }
@@ -131,8 +144,8 @@ void CPlanPlayer::OnDefaultViewAnswer(const CallAnswer& answer) {
   }
 }
 
-Events::Group CPlanPlayer::GroupOf(const QString& code, int seconds_per_plan) const {
-  Events::Group group{QStringToString(code), QString(), seconds_per_plan};
+Events::Group CPlanPlayer::GroupOf(const QString& code) const {
+  Events::Group group{QStringToString(code), QString(), seconds_per_plan_};
   group.may_cycle = TarnPlanView::CViewConfigManager::Instance().IsSupportPlanGroupCycle();
   for (const auto& family : families_) {
     if (family && group.name.isEmpty()) {
@@ -219,7 +232,9 @@ void CPlanPlayer::Do(const Commands::EndTurns&) {
 }
 
 void CPlanPlayer::Do(const Commands::AskDefaultView&) {
-  if (controller_) {
+  if (in_its_place_) {
+    OnDefaultView(in_its_place_->code, in_its_place_->is_group);
+  } else if (controller_) {
     controller_->InitGetViewDefaultConfig({}, [player = QPointer<CPlanPlayer>(this)](const CallAnswer& answer) {
       if (player) {
         player->OnDefaultViewAnswer(answer);

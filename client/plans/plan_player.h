@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <QVector>
 #include <deque>
+#include <optional>
 #include <string>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
@@ -28,8 +29,6 @@ class CPlayingMark;
 class CPlanPlayer : public QObject {
   Q_OBJECT
  public:
-  static constexpr int kSecondsPerPlan = 20;
-
   explicit CPlanPlayer(CLiveWall* wall, QObject* parent = nullptr);
   ~CPlanPlayer() override;
 
@@ -39,10 +38,14 @@ class CPlanPlayer : public QObject {
   void Play(const std::string& code, PlayOrigin origin = PlayOrigin::User);
   /// Plays the plans of the group in turn, its own before those of its subgroups, and around, until the user plays
   /// something else or stops. The group is read again at every turn.
-  void PlayGroup(const QString& code, int seconds_per_plan = kSecondsPerPlan);
-  /// Opens what the user has chosen for the start: a plan plays, a group cycles. Nothing when something plays already
-  /// by the time it is known, or when nothing was chosen.
+  void PlayGroup(const QString& code);
+  /// The least time of a plan in a group cycle, from the next turn on.
+  void SetSecondsPerPlan(int seconds);
+  /// Opens the user's default view: a plan plays, a group cycles. Nothing when something plays already by the time it
+  /// is known, or when none was chosen.
   void OpenDefaultView();
+  /// This plan or group takes the place of the default view until another user comes.
+  void OpenInItsPlace(const QString& code, bool is_group);
   /// Also takes back what was asked for and has not come yet.
   void Stop();
   /// Another user has logged in: stops, and no timed plan of the last user's own starts any more.
@@ -64,10 +67,10 @@ class CPlanPlayer : public QObject {
   void FollowWall();
   void FollowTimedPlans();
   void Handle(const ProgrammeEvent& event);
-  void OnDefaultView(const QString& code, int type);
+  void OnDefaultView(const QString& code, bool is_group);
   void OnDefaultViewAnswer(const TarnPlanView::CallAnswer& answer);
   void FetchByPanel(const std::string& code);
-  Events::Group GroupOf(const QString& code, int seconds_per_plan) const;
+  Events::Group GroupOf(const QString& code) const;
 
   void Do(const Commands::FetchPlan& fetch);
   void Do(const Commands::ShowPlan& show);
@@ -93,6 +96,13 @@ class CPlanPlayer : public QObject {
   QVector<QPointer<CPlanFamily>> families_;
   QPointer<TarnPlanView::CStandardViewController> controller_;  // the first family's: it fetches plans of all
   CProgramme::State state_;
+  int seconds_per_plan_ = 20;
+  /// What takes the place of the default view.
+  struct InItsPlace {
+    QString code;
+    bool is_group = false;
+  };
+  std::optional<InItsPlace> in_its_place_;
   std::deque<ProgrammeEvent> events_;  // the first one is being handled
   QTimer clock_{this};
   QTimer next_plan_{this};

@@ -182,6 +182,12 @@ void CProgramme::AskForTurn(Cycle::Awaits awaits, int step) {
   Do(Commands::FetchTurn{state_.cycle->code, state_.cycle->last, step});
 }
 
+void CProgramme::On(const Events::SecondsPerPlanChosen& chosen) {
+  if (state_.cycle) {
+    state_.cycle->seconds_per_plan = chosen.seconds;
+  }
+}
+
 void CProgramme::On(const Events::TurnOver&) {
   if (state_.cycle && state_.cycle->awaits == Cycle::Awaits::Nothing) {
     AskForTurn(Cycle::Awaits::TurnByTime, 1);

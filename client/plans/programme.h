@@ -69,6 +69,7 @@ class CProgramme {
   void On(const Events::PlanCame& came);
   void On(const Events::FetchOver& fetch);
   void On(const Events::GroupWanted& wanted);
+  void On(const Events::SecondsPerPlanChosen& chosen);
   void On(const Events::TurnOver& over);
   void On(const Events::StepWanted& wanted);
   void On(const Events::Held& held);

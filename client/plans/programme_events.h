@@ -40,6 +40,10 @@ struct Group {
 struct GroupWanted {
   Group group;
 };
+/// The plans of a group get this time from the next turn on.
+struct SecondsPerPlanChosen {
+  int seconds = 0;
+};
 /// The plan on the wall has had its time in the cycle.
 struct TurnOver {};
 /// The user wants the next plan of the cycle (1) or the one before (-1).
@@ -91,10 +95,10 @@ namespace TarnClient {
 
 using ProgrammeEvent =
     std::variant<Events::PlanWanted, Events::PanelFetches, Events::PlanCame, Events::FetchOver, Events::GroupWanted,
-                 Events::TurnOver, Events::StepWanted, Events::Held, Events::TurnCame, Events::DefaultViewWanted,
-                 Events::DefaultPlanKnown, Events::DefaultGroupKnown, Events::DefaultViewNone,
-                 Events::DefaultViewUnknown, Events::TimedPlanBegins, Events::TimedPlanEnds, Events::SeenAnswered,
-                 Events::ClockTicked, Events::NextPlanDue, Events::StopWanted, Events::WallEmptied,
-                 Events::UserSwitched>;
+                 Events::SecondsPerPlanChosen, Events::TurnOver, Events::StepWanted, Events::Held, Events::TurnCame,
+                 Events::DefaultViewWanted, Events::DefaultPlanKnown, Events::DefaultGroupKnown,
+                 Events::DefaultViewNone, Events::DefaultViewUnknown, Events::TimedPlanBegins, Events::TimedPlanEnds,
+                 Events::SeenAnswered, Events::ClockTicked, Events::NextPlanDue, Events::StopWanted,
+                 Events::WallEmptied, Events::UserSwitched>;
 
 }  // namespace TarnClient

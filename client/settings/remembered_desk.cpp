@@ -28,8 +28,8 @@ QRect RectOf(const CJsonReader& reader) {
 
 QJsonObject JsonOf(const RememberedDesk::Family& family) {
   QJsonArray groups;
-  for (const RememberedDesk::OpenGroup& group : family.open_groups.mid(0, RememberedDesk::kMostOpenGroups)) {
-    groups.append(QJsonArray{group.first, group.second});
+  for (const TarnPlanView::OpenGroup& group : family.open_groups.mid(0, RememberedDesk::kMostOpenGroups)) {
+    groups.append(QJsonArray{group.code, group.above});
   }
   return QJsonObject{
       {QStringLiteral("open_groups"), groups},

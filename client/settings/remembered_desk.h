@@ -1,7 +1,8 @@
 #pragma once
 
+#include <TarnPlanView/open_group.h>
+
 #include <QJsonObject>
-#include <QPair>
 #include <QRect>
 #include <QString>
 #include <QStringList>
@@ -17,11 +18,8 @@ struct RememberedDesk {
   static constexpr int kMostOpenGroups = 100;  // of a tree; each costs a request at the start
   static constexpr int kMostSearches = 10;
 
-  /// Code of an open group, and of the group above it.
-  using OpenGroup = QPair<QString, QString>;
-
   struct Family {
-    QVector<OpenGroup> open_groups;
+    TarnPlanView::OpenGroups open_groups;
     QStringList searches;  // texts searched for, latest first
   };
   /// What the user last played.

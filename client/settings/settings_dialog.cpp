@@ -4,12 +4,15 @@
 
 #include <QAbstractItemModel>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QVBoxLayout>
 
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/primary_button.h"
 #include "MarUIControl/push_button.h"
+#include "TarnUIDataController/message_tip_manager.h"
 #include "WidgetKit/new_location_combo_box.h"
+#include "settings/settings_form.h"
+#include "settings/user_settings.h"
 
 namespace TarnClient {
 
@@ -17,25 +20,26 @@ using TarnPlanView::CDefaultLoadViewDisplay;
 
 namespace {
 
-constexpr int kWidth = 400;
+constexpr int kWidth = 440;
 
 }  // namespace
 
-CSettingsDialog::CSettingsDialog(TarnPlanView::CStandardViewController* controller, QWidget* parent)
-    : QDialog(parent), default_view_(new CDefaultLoadViewDisplay(this)) {
+CSettingsDialog::CSettingsDialog(TarnPlanView::CStandardViewController* controller, CUserSettings* settings,
+                                 QWidget* parent)
+    : QDialog(parent),
+      settings_(settings),
+      default_view_(new CDefaultLoadViewDisplay(this)),
+      form_(new CSettingsForm(default_view_, this)) {
   setObjectName(QStringLiteral("settings_dialog"));
   setWindowTitle(tr("Settings"));
   setMinimumWidth(kWidth);
-  auto* note = new QLabel(tr("Opens when the client starts. The plans of a group play in turn."), this);
-  note->setObjectName(QStringLiteral("settings_note"));
-  note->setWordWrap(true);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(20, 20, 20, 16);
-  layout->setSpacing(8);
-  layout->addWidget(default_view_);
-  layout->addWidget(note);
-  layout->addSpacing(12);
+  layout->setSpacing(20);
+  layout->addWidget(form_);
   layout->addWidget(BuildButtons());
+  form_->Show(settings_->Chosen());
+  connect(form_, &CSettingsForm::SignalChanged, this, &CSettingsDialog::Renew);
   connect(default_view_, &CDefaultLoadViewDisplay::SignalChoiceChanged, this, &CSettingsDialog::Renew);
   default_view_->SetViewController(controller);
   // Later than the rows: they may come in the middle of a load.
@@ -48,7 +52,7 @@ CSettingsDialog::CSettingsDialog(TarnPlanView::CStandardViewController* controll
             }
           });
   Read();
-  default_view_->setFocus(Qt::OtherFocusReason);
+  form_->setFocus(Qt::OtherFocusReason);
 }
 
 // What the user has chosen meanwhile is left alone.
@@ -70,7 +74,7 @@ QWidget* CSettingsDialog::BuildButtons() {
   save_->setDefault(true);
   auto* close = new MarUIControl::CPushButton(row);
   close->setObjectName(QStringLiteral("settings_close_btn"));
-  close->setText(tr("Close"));
+  close->setText(tr("Cancel"));
   close->setAutoDefault(false);
   layout->addStretch();
   layout->addWidget(save_);
@@ -80,14 +84,31 @@ QWidget* CSettingsDialog::BuildButtons() {
   return row;
 }
 
+// What has been stored by the time something else cannot be is no change any more.
 void CSettingsDialog::Save() {
-  if (default_view_->SaveChosenView()) {
+  if (SaveChosen() && (!default_view_->IsChanged() || default_view_->SaveChosenView())) {
     accept();
+  } else {
+    Renew();
   }
 }
 
+bool CSettingsDialog::SaveChosen() {
+  const ChosenSettings entered = form_->Entered();
+  QString error;
+  if (entered == settings_->Chosen()) {
+    return true;
+  }
+  if (!settings_->Choose(entered, &error)) {
+    tarn_ui_data_controller::CMessageTipManager::Instance().ShowTip(error, MarUIControl::CNomalMessage::Failure, this);
+    return false;
+  }
+  form_->Show(entered);
+  return true;
+}
+
 void CSettingsDialog::Renew() {
-  save_->setEnabled(default_view_->IsChanged());
+  save_->setEnabled(default_view_->IsChanged() || form_->Entered() != settings_->Chosen());
 }
 
 }  // namespace TarnClient

@@ -12,14 +12,19 @@ class CStandardViewController;
 
 namespace TarnClient {
 
-/// What a user can set for the client: the default view. Shows at once what is stored, or, when that cannot be read,
-/// as soon as plans come in; saving closes it, a failed save does not. Reading and saving block until the service has
-/// answered. Thread: GUI.
+class CSettingsForm;
+class CUserSettings;
+
+/// What a user can set for the client. The default view is shown at once as it is stored, or, when that cannot be read,
+/// as soon as plans come in. Saving stores all that was changed and closes; what cannot be stored keeps the dialog,
+/// with a message, and nothing of it counts. Cancel changes nothing. Reading and saving block until service and disk
+/// have answered. Thread: GUI.
 class CSettingsDialog : public QDialog {
   Q_OBJECT
  public:
-  /// Messages go by way of the controller, which is not owned and may go before.
-  CSettingsDialog(TarnPlanView::CStandardViewController* controller, QWidget* parent);
+  /// Messages about the default view go by way of the controller, which may go before. Neither it nor the settings are
+  /// owned.
+  CSettingsDialog(TarnPlanView::CStandardViewController* controller, CUserSettings* settings, QWidget* parent);
 
   TarnPlanView::CDefaultLoadViewDisplay* DefaultView() const { return default_view_; }
 
@@ -27,9 +32,12 @@ class CSettingsDialog : public QDialog {
   QWidget* BuildButtons();
   void Read();
   void Save();
+  bool SaveChosen();
   void Renew();
 
+  CUserSettings* const settings_;
   TarnPlanView::CDefaultLoadViewDisplay* const default_view_;
+  CSettingsForm* const form_;
   QPushButton* save_ = nullptr;
   QTimer read_again_;
   bool is_read_ = false;

@@ -1,6 +1,5 @@
 #include "settings/settings_file.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -22,22 +21,6 @@ QString Shown(const QString& path) {
 
 QString Key(const char* key) {
   return QString::fromLatin1(key);
-}
-
-QString ReadOnlyText(const QString& path) {
-  return QCoreApplication::translate("TarnClient::CSettingsFile", "%1 can only be read").arg(Shown(path));
-}
-
-QString NotAFileText(const QString& path) {
-  return QCoreApplication::translate("TarnClient::CSettingsFile", "%1 is not a file").arg(Shown(path));
-}
-
-QString LockedText(const QString& path) {
-  return QCoreApplication::translate("TarnClient::CSettingsFile", "%1 cannot be locked").arg(Shown(path));
-}
-
-CSettingsFile::Answer NotWritten(const QString& reason) {
-  return {SettingsTrouble::NotWritten, reason, {}};
 }
 
 // Object into object; anything else is replaced.
@@ -72,7 +55,7 @@ QByteArray WithinBounds(QJsonObject content) {
 
 struct CSettingsFile::Whole {
   SettingsTrouble trouble = SettingsTrouble::None;
-  QString reason;
+  QString detail;
   QJsonObject content;
 };
 
@@ -85,7 +68,7 @@ CSettingsFile::Whole CSettingsFile::ReadWhole() const {
     return {SettingsTrouble::None, {}, {}};
   }
   if (!info.isFile()) {  // a pipe would hold the client up
-    return {SettingsTrouble::Unreadable, NotAFileText(path_), {}};
+    return {SettingsTrouble::NotAFile, Shown(path_), {}};
   }
   QFile file(path_);
   if (!file.open(QIODevice::ReadOnly)) {
@@ -121,29 +104,29 @@ CSettingsFile::Answer CSettingsFile::Read() const {
     return {};
   }
   const Whole whole = ReadWhole();
-  Answer answer{whole.trouble, whole.reason, {}};
+  Answer answer{whole.trouble, whole.detail, {}};
   const QJsonArray users = whole.content.value(Key("users")).toArray();
   answer.values = users.at(PlaceAmong(users)).toObject();
-  const QString read_only = WhyReadOnly();
+  const QString read_only = ReadOnlyPlace();
   if (answer.trouble == SettingsTrouble::None && !read_only.isEmpty()) {
-    answer.trouble = SettingsTrouble::NotWritten;
-    answer.reason = read_only;
+    answer.trouble = SettingsTrouble::ReadOnly;
+    answer.detail = read_only;
   }
   return answer;
 }
 
 // Permissions are looked at themselves: an administrator could write all the same, but somebody did not mean that.
-QString CSettingsFile::WhyReadOnly() const {
+QString CSettingsFile::ReadOnlyPlace() const {
   const QFileInfo info(path_);
   constexpr auto kAnyonesWrite = QFileDevice::WriteOwner | QFileDevice::WriteGroup | QFileDevice::WriteOther;
   if (info.exists()) {
     if (!info.isWritable() || !(info.permissions() & kAnyonesWrite)) {
-      return ReadOnlyText(path_);
+      return Shown(path_);
     }
   }
   const QFileInfo folder(info.absolutePath());
   if (folder.exists() && !(folder.isDir() && folder.isWritable() && (folder.permissions() & kAnyonesWrite))) {
-    return ReadOnlyText(folder.filePath());
+    return Shown(folder.filePath());
   }
   return QString();
 }
@@ -156,21 +139,20 @@ CSettingsFile::Answer CSettingsFile::Write(const QJsonObject& changed) const {
   if (!folder.exists() && QDir().mkpath(folder.filePath())) {
     QFile::setPermissions(folder.filePath(), kOwnersFile | QFileDevice::ExeOwner);
   }
-  const QString read_only = WhyReadOnly();
+  const QString read_only = ReadOnlyPlace();
   if (!read_only.isEmpty()) {
-    return NotWritten(read_only);
+    return {SettingsTrouble::ReadOnly, read_only, {}};
   }
   QLockFile lock(path_ + QStringLiteral(".lock"));
   if (!lock.tryLock(kLockMs)) {
-    return NotWritten(LockedText(path_));
+    return {SettingsTrouble::Locked, Shown(path_), {}};
   }
   Whole whole = ReadWhole();
-  if (whole.trouble == SettingsTrouble::Newer || whole.trouble == SettingsTrouble::Unreadable) {
-    return {whole.trouble, whole.reason, {}};
-  }
   if (whole.trouble == SettingsTrouble::Damaged) {
     QFile::remove(KeptAs());
     QFile::rename(path_, KeptAs());
+  } else if (whole.trouble != SettingsTrouble::None) {
+    return {whole.trouble, whole.detail, {}};
   }
   QJsonArray users = whole.content.value(Key("users")).toArray();
   const int place = PlaceAmong(users);
@@ -188,12 +170,12 @@ CSettingsFile::Answer CSettingsFile::Write(const QJsonObject& changed) const {
 CSettingsFile::Answer CSettingsFile::WriteWhole(const QJsonObject& content) const {
   QSaveFile file(path_);
   if (!file.open(QIODevice::WriteOnly)) {
-    return NotWritten(file.errorString());
+    return {SettingsTrouble::NotWritten, file.errorString(), {}};
   }
   file.setPermissions(kOwnersFile);
   file.write(WithinBounds(content));
   if (!file.commit()) {
-    return NotWritten(file.errorString());
+    return {SettingsTrouble::NotWritten, file.errorString(), {}};
   }
   return {};
 }

@@ -6,8 +6,8 @@
 
 namespace TarnClient {
 
-/// What is wrong with the file of settings. NotWritten: it can be read, but not saved.
-enum class SettingsTrouble { None, Damaged, Newer, Unreadable, NotWritten };
+/// What is wrong with the file of settings. From ReadOnly on it can be read, but not written.
+enum class SettingsTrouble { None, Damaged, Newer, NotAFile, Unreadable, ReadOnly, Locked, NotWritten };
 
 /// One user's part of the file that holds the settings of all users, by the identity of their store. Only its owner
 /// may read the file. A value; any thread.
@@ -22,7 +22,7 @@ class CSettingsFile {
 
   struct Answer {
     SettingsTrouble trouble = SettingsTrouble::None;
-    QString reason;      // for the user, where the system says more
+    QString detail;      // the place that the trouble is about, or what the system says of it
     QJsonObject values;  // after a read
   };
 
@@ -42,8 +42,8 @@ class CSettingsFile {
   struct Whole;
   Whole ReadWhole() const;
   Answer WriteWhole(const QJsonObject& content) const;
-  /// Why the file could not be written, as far as that can be seen without trying.
-  QString WhyReadOnly() const;
+  /// The file or folder that keeps it from being written, as far as that can be seen without trying; else empty.
+  QString ReadOnlyPlace() const;
   int PlaceAmong(const QJsonArray& users) const;
 
   QString path_, store_, user_;

@@ -52,7 +52,7 @@ void CUserSettings::Load(const QString& store, const QString& user) {
   file_ = CSettingsFile(path_, store, user);
   const CSettingsFile::Answer answer = file_.Read();
   trouble_ = answer.trouble;
-  reason_ = answer.reason;
+  detail_ = answer.detail;
   is_sound_ = true;
   chosen_ = ChosenSettings::FromJson(PartOf(answer.values, kChosen, &is_sound_), &is_sound_);
   remembered_ = RememberedDesk::FromJson(PartOf(answer.values, kRemembered, &is_sound_), &is_sound_);
@@ -69,7 +69,7 @@ bool CUserSettings::Choose(const ChosenSettings& chosen, QString* error) {
     return false;
   }
   if (answer->trouble != SettingsTrouble::None) {
-    *error = TextOf(answer->trouble, answer->reason);
+    *error = TextOf(answer->trouble, answer->detail);
     return false;
   }
   chosen_ = chosen;
@@ -109,7 +109,7 @@ void CUserSettings::OnWritten(const CSettingsFile::Answer& answer) {
   }
   const bool was_silent = trouble_ == SettingsTrouble::None;
   trouble_ = answer.trouble;
-  reason_ = answer.reason;
+  detail_ = answer.detail;
   is_sound_ = true;
   if (was_silent) {
     marlog::Write("LyraClientError", marlog::Error, "%s", qUtf8Printable(TroubleText()));
@@ -121,10 +121,10 @@ QString CUserSettings::TroubleText() const {
   if (trouble_ == SettingsTrouble::None && !is_sound_) {
     return tr("Some of your settings could not be read. They are as at a first start.");
   }
-  return TextOf(trouble_, reason_);
+  return TextOf(trouble_, detail_);
 }
 
-QString CUserSettings::TextOf(SettingsTrouble trouble, const QString& reason) const {
+QString CUserSettings::TextOf(SettingsTrouble trouble, const QString& detail) const {
   switch (trouble) {
     case SettingsTrouble::Damaged:
       return tr("Your settings are damaged and cannot be read. They are as at a first start; the damaged file is kept "
@@ -132,10 +132,16 @@ QString CUserSettings::TextOf(SettingsTrouble trouble, const QString& reason) co
           .arg(QDir::toNativeSeparators(file_.KeptAs()));
     case SettingsTrouble::Newer:
       return tr("Your settings were saved by a newer version of the client. They are left as they are and not used.");
+    case SettingsTrouble::NotAFile:
+      return tr("Your settings cannot be read: %1 is not a file.").arg(detail);
     case SettingsTrouble::Unreadable:
-      return tr("Your settings cannot be read: %1").arg(reason);
+      return tr("Your settings cannot be read: %1").arg(detail);
+    case SettingsTrouble::ReadOnly:
+      return tr("Your settings cannot be saved: %1 is read-only.").arg(detail);
+    case SettingsTrouble::Locked:
+      return tr("Your settings cannot be saved: %1 is locked by another program.").arg(detail);
     case SettingsTrouble::NotWritten:
-      return tr("Your settings cannot be saved: %1").arg(reason);
+      return tr("Your settings cannot be saved: %1").arg(detail);
     case SettingsTrouble::None:
       break;
   }

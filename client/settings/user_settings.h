@@ -45,7 +45,7 @@ class CUserSettings : public QObject {
   void SignalTrouble(const QString& text);
 
  private:
-  QString TextOf(SettingsTrouble trouble, const QString& reason) const;
+  QString TextOf(SettingsTrouble trouble, const QString& detail) const;
   void WriteRemembered();
   void OnWritten(const CSettingsFile::Answer& answer);
 
@@ -54,7 +54,7 @@ class CUserSettings : public QObject {
   ChosenSettings chosen_;
   RememberedDesk remembered_;
   SettingsTrouble trouble_ = SettingsTrouble::None;
-  QString reason_;
+  QString detail_;
   bool is_sound_ = true;  // all of the user's values could be read
   QTimer later_;
   std::unique_ptr<QThreadPool> writer_;

@@ -370,6 +370,18 @@
         <source>The next plan of the group is being fetched...</source>
         <translation>The next plan of the group is being fetched...</translation>
     </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>"%1" is playing. Close all the same?</source>
+        <translation>"%1" is playing. Close all the same?</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CPlanSaver</name>
@@ -417,16 +429,12 @@
         <translation>Settings</translation>
     </message>
     <message>
-        <source>Opens when the client starts. The plans of a group play in turn.</source>
-        <translation>Opens when the client starts. The plans of a group play in turn.</translation>
-    </message>
-    <message>
         <source>Save</source>
         <translation>Save</translation>
     </message>
     <message>
-        <source>Close</source>
-        <translation>Close</translation>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
     </message>
 </context>
 <context>
@@ -2184,21 +2192,6 @@ never starts</translation>
     </message>
 </context>
 <context>
-    <name>TarnClient::CSettingsFile</name>
-    <message>
-        <source>%1 can only be read</source>
-        <translation>%1 can only be read</translation>
-    </message>
-    <message>
-        <source>%1 is not a file</source>
-        <translation>%1 is not a file</translation>
-    </message>
-    <message>
-        <source>%1 cannot be locked</source>
-        <translation>%1 cannot be locked</translation>
-    </message>
-</context>
-<context>
     <name>TarnClient::CUserSettings</name>
     <message>
         <source>The disk does not answer</source>
@@ -2223,6 +2216,93 @@ never starts</translation>
     <message>
         <source>Your settings cannot be saved: %1</source>
         <translation>Your settings cannot be saved: %1</translation>
+    </message>
+    <message>
+        <source>Your settings cannot be read: %1 is not a file.</source>
+        <translation>Your settings cannot be read: %1 is not a file.</translation>
+    </message>
+    <message>
+        <source>Your settings cannot be saved: %1 is read-only.</source>
+        <translation>Your settings cannot be saved: %1 is read-only.</translation>
+    </message>
+    <message>
+        <source>Your settings cannot be saved: %1 is locked by another program.</source>
+        <translation>Your settings cannot be saved: %1 is locked by another program.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CSettingsForm</name>
+    <message>
+        <source>English</source>
+        <translation>English</translation>
+    </message>
+    <message>
+        <source>Ask before closing while something plays</source>
+        <translation>Ask before closing while something plays</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Language</translation>
+    </message>
+    <message>
+        <source>Skin</source>
+        <translation>Skin</translation>
+    </message>
+    <message>
+        <source>The language changes with the next start.</source>
+        <translation>The language changes with the next start.</translation>
+    </message>
+    <message>
+        <source>At the start, open</source>
+        <translation>At the start, open</translation>
+    </message>
+    <message>
+        <source>The plans of a group play in turn. A timed plan goes first.</source>
+        <translation>The plans of a group play in turn. A timed plan goes first.</translation>
+    </message>
+    <message>
+        <source>In a group cycle, each plan stays for</source>
+        <translation>In a group cycle, each plan stays for</translation>
+    </message>
+    <message>
+        <source>Deleting, and changes that are not saved, always ask.</source>
+        <translation>Deleting, and changes that are not saved, always ask.</translation>
+    </message>
+    <message>
+        <source>As the system (%1)</source>
+        <translation>As the system (%1)</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dark</translation>
+    </message>
+    <message>
+        <source>White</source>
+        <translation>White</translation>
+    </message>
+    <message>
+        <source>The default view</source>
+        <translation>The default view</translation>
+    </message>
+    <message>
+        <source>What was played last</source>
+        <translation>What was played last</translation>
+    </message>
+    <message>
+        <source>Nothing</source>
+        <translation>Nothing</translation>
+    </message>
+    <message>
+        <source>Seconds that each plan of a group cycle stays</source>
+        <translation>Seconds that each plan of a group cycle stays</translation>
+    </message>
+    <message>
+        <source>%1 to %2 seconds; longer when the pages of a plan take longer</source>
+        <translation>%1 to %2 seconds; longer when the pages of a plan take longer</translation>
+    </message>
+    <message>
+        <source> s</source>
+        <translation> s</translation>
     </message>
 </context>
 </TS>

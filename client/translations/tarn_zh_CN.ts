@@ -416,6 +416,18 @@
         <source>The next plan of the group is being fetched...</source>
         <translation>正在获取组内下一个预案...</translation>
     </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>"%1" is playing. Close all the same?</source>
+        <translation>正在播放“%1”。仍要关闭吗？</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CPlanSaver</name>
@@ -463,16 +475,12 @@
         <translation>设置</translation>
     </message>
     <message>
-        <source>Opens when the client starts. The plans of a group play in turn.</source>
-        <translation>客户端启动时打开。分组中的预案将依次播放。</translation>
-    </message>
-    <message>
         <source>Save</source>
         <translation>保存</translation>
     </message>
     <message>
-        <source>Close</source>
-        <translation>关闭</translation>
+        <source>Cancel</source>
+        <translation>取消</translation>
     </message>
 </context>
 <context>
@@ -2226,21 +2234,6 @@ never starts</source>
     </message>
 </context>
 <context>
-    <name>TarnClient::CSettingsFile</name>
-    <message>
-        <source>%1 can only be read</source>
-        <translation>%1 只能读取</translation>
-    </message>
-    <message>
-        <source>%1 is not a file</source>
-        <translation>%1 不是文件</translation>
-    </message>
-    <message>
-        <source>%1 cannot be locked</source>
-        <translation>无法锁定 %1</translation>
-    </message>
-</context>
-<context>
     <name>TarnClient::CUserSettings</name>
     <message>
         <source>The disk does not answer</source>
@@ -2265,6 +2258,93 @@ never starts</source>
     <message>
         <source>Your settings cannot be saved: %1</source>
         <translation>无法保存您的设置：%1</translation>
+    </message>
+    <message>
+        <source>Your settings cannot be read: %1 is not a file.</source>
+        <translation>无法读取您的设置：%1 不是文件。</translation>
+    </message>
+    <message>
+        <source>Your settings cannot be saved: %1 is read-only.</source>
+        <translation>无法保存您的设置：%1 是只读的。</translation>
+    </message>
+    <message>
+        <source>Your settings cannot be saved: %1 is locked by another program.</source>
+        <translation>无法保存您的设置：%1 被其他程序锁定。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CSettingsForm</name>
+    <message>
+        <source>English</source>
+        <translation>简体中文</translation>
+    </message>
+    <message>
+        <source>Ask before closing while something plays</source>
+        <translation>正在播放时，关闭前询问</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>语言</translation>
+    </message>
+    <message>
+        <source>Skin</source>
+        <translation>皮肤</translation>
+    </message>
+    <message>
+        <source>The language changes with the next start.</source>
+        <translation>语言在下次启动时更改。</translation>
+    </message>
+    <message>
+        <source>At the start, open</source>
+        <translation>启动时打开</translation>
+    </message>
+    <message>
+        <source>The plans of a group play in turn. A timed plan goes first.</source>
+        <translation>分组中的预案将依次播放。定时预案优先。</translation>
+    </message>
+    <message>
+        <source>In a group cycle, each plan stays for</source>
+        <translation>分组轮巡时，每个预案停留</translation>
+    </message>
+    <message>
+        <source>Deleting, and changes that are not saved, always ask.</source>
+        <translation>删除以及未保存的更改始终会询问。</translation>
+    </message>
+    <message>
+        <source>As the system (%1)</source>
+        <translation>跟随系统（%1）</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>深色</translation>
+    </message>
+    <message>
+        <source>White</source>
+        <translation>白色</translation>
+    </message>
+    <message>
+        <source>The default view</source>
+        <translation>默认视图</translation>
+    </message>
+    <message>
+        <source>What was played last</source>
+        <translation>上次播放的内容</translation>
+    </message>
+    <message>
+        <source>Nothing</source>
+        <translation>不打开</translation>
+    </message>
+    <message>
+        <source>Seconds that each plan of a group cycle stays</source>
+        <translation>分组轮巡时每个预案停留的秒数</translation>
+    </message>
+    <message>
+        <source>%1 to %2 seconds; longer when the pages of a plan take longer</source>
+        <translation>%1 至 %2 秒；预案各页所需时间更长时相应延长</translation>
+    </message>
+    <message>
+        <source> s</source>
+        <translation> 秒</translation>
     </message>
 </context>
 </TS>

@@ -11,10 +11,12 @@
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTimer>
 #include <QToolButton>
 #include <utility>
 
 #include "MarUIControl/accessible_role.h"
+#include "MarUIControl/modal_tip_dialog.h"
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/message_tip_manager.h"
@@ -26,7 +28,9 @@
 #include "plans/plan_player.h"
 #include "plans/plan_renewal.h"
 #include "saving/plan_saver.h"
+#include "settings/desk_memory.h"
 #include "settings/settings_dialog.h"
+#include "settings/user_settings.h"
 #include "wall/live_wall.h"
 #include "wall/test_picture_source.h"
 #include "wall/wall_bar.h"
@@ -38,6 +42,7 @@
 
 namespace TarnClient {
 
+using MarUIControl::CModalTipDialog;
 using MarUIControl::CNomalMessage;
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
@@ -47,6 +52,13 @@ using TarnPlanView::CViewExternWidget;
 namespace {
 
 constexpr int kSideWidth = 330;
+
+CUserSettings* SettingsOf(const CMainWindow::Setup& setup, QObject* parent) {
+  if (setup.settings) {
+    return setup.settings;
+  }
+  return new CUserSettings(QString(), parent);
+}
 
 }  // namespace
 
@@ -61,10 +73,12 @@ CMainWindow::CMainWindow(Setup setup, QWidget* parent)
       saver_(new CPlanSaver(
           wall_, [this]() -> CPlanFamily& { return CurrentFamily(); }, this)),
       messages_(new CMessageDesk(actions_, this)),
-      history_(new CPlayHistory(this)) {
+      history_(new CPlayHistory(this)),
+      station_id_(setup.station_id),
+      user_settings_(SettingsOf(setup, this)) {
   setWindowTitle(tr("Plans"));
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/TarnClient/images/window_icon.svg")));  // dialogs', too
-  wall_->AcceptDropsOf(setup.station_id);
+  wall_->AcceptDropsOf(station_id_);
   auto* splitter = new QSplitter(Qt::Horizontal, this);
   splitter->setHandleWidth(1);
   splitter->setChildrenCollapsible(false);
@@ -77,11 +91,14 @@ CMainWindow::CMainWindow(Setup setup, QWidget* parent)
   ConnectActions();
   AddFamilies();
   ConnectMessages();
+  FollowSettings();
   resize(WindowSizeFor(screen()->availableSize()));
+  RememberDesk(splitter);
   CurrentFamily().Panel()->GetPlanViewTree()->setFocus();
 }
 
 CMainWindow::~CMainWindow() {
+  memory_->Keep();
   for (const auto& family : families_) {
     family->Panel()->StopWorking();
   }
@@ -153,6 +170,36 @@ void CMainWindow::AddFamilies() {
   }
 }
 
+// The window's place is the desk's, not the user's: it stays when another one comes.
+void CMainWindow::RememberDesk(QSplitter* splitter) {
+  CDeskMemory::Desk desk{this, splitter, tabs_, {}, history_};
+  for (const auto& family : families_) {
+    desk.families.append(family.get());
+  }
+  memory_ = new CDeskMemory(user_settings_, desk, this);
+  memory_->PlaceWindow();
+  memory_->Restore();
+}
+
+void CMainWindow::FollowSettings() {
+  const auto follow = [this] { player_->SetSecondsPerPlan(user_settings_->Chosen().seconds_per_plan); };
+  const auto say_trouble = [this] { SayTrouble(user_settings_->TroubleText()); };
+  follow();
+  QTimer::singleShot(0, this, say_trouble);  // over the window, which is not shown yet
+  connect(user_settings_, &CUserSettings::SignalChosen, this, follow);
+  connect(this, &CMainWindow::SignalUserSwitched, this, follow);
+  connect(this, &CMainWindow::SignalUserSwitched, this, say_trouble);
+  connect(user_settings_, &CUserSettings::SignalTrouble, this, &CMainWindow::SayTrouble);
+}
+
+// Once for all users whom it concerns.
+void CMainWindow::SayTrouble(const QString& text) {
+  if (!text.isEmpty() && said_trouble_ != text) {
+    said_trouble_ = text;
+    ShowTip(text, CNomalMessage::Failure);
+  }
+}
+
 void CMainWindow::ConnectMessages() {
   connect(player_, &CPlanPlayer::SignalProgress, wall_->Bar(), &CWallBar::ShowCycle);
   connect(player_, &CPlanPlayer::SignalMessage, this, &CMainWindow::ShowTip);
@@ -199,6 +246,21 @@ CPlanFamily& CMainWindow::CurrentFamily() {
 
 void CMainWindow::ShowFamily(size_t number) {
   tabs_->setCurrentIndex(static_cast<int>(number));
+}
+
+void CMainWindow::OpenFirst() {
+  const RememberedDesk::Played played = user_settings_->Remembered().last_played;
+  switch (user_settings_->Chosen().opens_first) {
+    case OpensFirst::DefaultView:
+      return player_->OpenDefaultView();
+    case OpensFirst::LastPlayed:
+      if (!played.code.isEmpty()) {
+        player_->OpenInItsPlace(played.code, played.is_group);
+      }
+      return;
+    case OpensFirst::Nothing:
+      return;
+  }
 }
 
 void CMainWindow::PlayPlan(const std::string& code) {
@@ -248,8 +310,14 @@ void CMainWindow::OnDropped(const PlanDrop& drop) {
 
 // The turns of a cycle would push out of the list what the user had chosen.
 void CMainWindow::OnPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin) {
+  if (origin == PlayOrigin::GroupCycle && player_->State().cycle) {
+    memory_->SetPlayed(StringToQString(player_->State().cycle->code), true);
+  }
   if (origin == PlayOrigin::GroupCycle || origin == PlayOrigin::DefaultView) {
     return;
+  }
+  if (IsPicked(origin)) {
+    memory_->SetPlayed(StringToQString(plan.index_code), false);
   }
   PlayedPlan played;
   played.code = StringToQString(plan.index_code);
@@ -293,7 +361,7 @@ CSettingsDialog* CMainWindow::Settings() const {
 
 void CMainWindow::OpenSettings() {
   if (!settings_) {
-    settings_ = new CSettingsDialog(families_.front()->Controller(), this);
+    settings_ = new CSettingsDialog(families_.front()->Controller(), user_settings_, this);
     settings_->setAttribute(Qt::WA_DeleteOnClose);
     settings_->show();
   }
@@ -332,7 +400,26 @@ bool CMainWindow::MayLeave() {
 
 void CMainWindow::closeEvent(QCloseEvent* event) {
   after_saving_ = [this] { close(); };
-  event->setAccepted(MayLeave());
+  event->setAccepted(MayLeave() && MayStopPlaying());
+  if (event->isAccepted()) {
+    memory_->Keep();
+  }
+}
+
+// The end of the desktop's session is no slip of the hand.
+bool CMainWindow::MayStopPlaying() {
+  if (!wall_->IsPlaying() || !user_settings_->Chosen().asks_before_closing || qApp->isSavingSession()) {
+    return true;
+  }
+  const QPointer<CModalTipDialog> question(new CModalTipDialog(this));
+  question->SetDialogModel(CModalTipDialog::QuestionModel);
+  question->SetTitle(tr("Close"));
+  question->SetContent(tr("\"%1\" is playing. Close all the same?").arg(wall_->PlanName()));
+  question->SetConfirmText(tr("Close"));
+  question->SetCancelText(tr("Cancel"));
+  const bool confirmed = question->exec() == CModalTipDialog::Confirmed;
+  delete question;
+  return confirmed;
 }
 
 // The changes that kept the user here are saved: on with what was wanted.
@@ -349,22 +436,24 @@ void CMainWindow::SwitchUser(const QString& user) {
     return;
   }
   after_saving_ = nullptr;
+  memory_->Keep();
   QString error;
   if (!log_in_ || !log_in_(user, &error)) {
     ShowTip(error, CNomalMessage::Failure);
     return;
   }
   user_menu_->SetUser(user);
+  user_settings_->Load(station_id_, user);
   if (settings_) {
     settings_->close();  // it shows what the old user has chosen
   }
   player_->ForgetUser();
   messages_->ForgetUser();
-  history_->Clear();
   for (const auto& family : families_) {
     family->Panel()->SwitchUserUpdate();
   }
   saver_->ForgetUser();
+  memory_->RestoreForNewUser();
   Q_EMIT SignalUserSwitched();
 }
 

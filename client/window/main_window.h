@@ -12,6 +12,7 @@
 #include "wall/plan_drop.h"
 
 class QAction;
+class QSplitter;
 class QTabWidget;
 class QToolButton;
 
@@ -26,6 +27,7 @@ struct UpdatePlanRequest;
 
 namespace TarnClient {
 
+class CDeskMemory;
 class CHistoryPopup;
 class CLiveWall;
 class CPlanFamily;
@@ -38,6 +40,7 @@ class CSettingsDialog;
 class CShowInTree;
 class CStoreState;
 class CUserMenu;
+class CUserSettings;
 class CWindowActions;
 
 /// The client's window: a panel for each family of plans on the left, the live wall on the right. Its commands and
@@ -50,6 +53,7 @@ class CMainWindow : public QMainWindow {
     QString station_id;  // identity of the site whose plans may be dropped on the wall
     std::function<bool(const QString&, QString*)> log_in;  // makes a user the current one; false with the reason
     std::unique_ptr<CPageClock> cycle_clock;               // unset: real time
+    CUserSettings* settings = nullptr;  // loaded for the user, and outlives the window; null: nothing is kept
   };
 
   explicit CMainWindow(Setup setup, QWidget* parent = nullptr);
@@ -67,6 +71,8 @@ class CMainWindow : public QMainWindow {
   /// The family whose panel is in front.
   CPlanFamily& CurrentFamily();
   void ShowFamily(size_t number);
+  /// Opens what the user has chosen for the start.
+  void OpenFirst();
   /// Plays a plan that the user did not pick in a tree, and brings its row into view where it is loaded.
   void PlayPlan(const std::string& code);
   void OpenHistory();
@@ -90,12 +96,17 @@ class CMainWindow : public QMainWindow {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
-  /// A plan that is being edited and not saved asks first.
+  /// A plan that is being edited and not saved asks first, and so does one that plays.
   void closeEvent(QCloseEvent* event) override;
 
  private:
   bool MayLeave();
+  /// Whether nothing plays, or the user closes the window all the same.
+  bool MayStopPlaying();
   void OnMayLeave();
+  void RememberDesk(QSplitter* splitter);
+  void FollowSettings();
+  void SayTrouble(const QString& text);
   QWidget* BuildSide();
   void BuildHistory();
   void BuildStatusBar(const QString& user, const QString& store_url);
@@ -131,6 +142,10 @@ class CMainWindow : public QMainWindow {
   CStoreState* store_state_ = nullptr;
   CShowInTree* show_in_tree_ = nullptr;
   QPointer<CSettingsDialog> settings_;
+  const QString station_id_;
+  CUserSettings* const user_settings_;
+  CDeskMemory* memory_ = nullptr;
+  QString said_trouble_;  // of the settings
   std::vector<std::unique_ptr<CPlanFamily>> families_;
 };
 

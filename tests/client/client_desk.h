@@ -12,6 +12,7 @@
 #include "plan_view_tree.h"
 #include "plans/plan_family.h"
 #include "plans/plan_player.h"
+#include "settings/user_settings.h"
 #include "view_model_data_manager_export.h"
 #include "wall/live_wall.h"
 #include "window/main_window.h"
@@ -43,6 +44,10 @@ class CClientDesk : public QObject {
     auto clock = std::make_unique<CHandClock>();
     clock_ = clock.get();
     setup.cycle_clock = std::move(clock);
+    setup.settings = settings_;
+    if (settings_) {
+      settings_->Load(setup.station_id, user);
+    }
     window_ = std::make_unique<TarnClient::CMainWindow>(std::move(setup));
     FollowSwitches();
     window_->show();
@@ -92,6 +97,7 @@ class CClientDesk : public QObject {
   CPlanFixture fixture_;
   std::unique_ptr<TarnClient::CMainWindow> window_;
   CHandClock* clock_ = nullptr;
+  TarnClient::CUserSettings* settings_ = nullptr;  // of the next Open(); null: nothing is kept
 
  private:
   // A new user's plans come with the store's notice, so at first all is still as it was for the last user.

@@ -19,6 +19,7 @@ CClientRun::CClientRun(const QString& home, const QStringList& arguments, const 
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   environment.insert("QT_QPA_PLATFORM", "offscreen");
   environment.insert("XDG_DATA_HOME", home);
+  environment.insert("XDG_CONFIG_HOME", home);
   for (auto change = changes.begin(); change != changes.end(); ++change) {
     environment.remove(change.key());
     if (!change.value().isEmpty()) {

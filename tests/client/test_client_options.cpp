@@ -12,6 +12,9 @@ class ClientOptionsTest : public QObject {
 
  private Q_SLOTS:
   void ReadsWhatWasAsked();
+  void TheCommandLineComesBeforeTheSettings_data();
+  void TheCommandLineComesBeforeTheSettings();
+  void PicturesUseNoSettings();
   void RefusesWithOneLine_data();
   void RefusesWithOneLine();
   void TheWindowFitsTheScreen();
@@ -43,7 +46,55 @@ void ClientOptionsTest::ReadsWhatWasAsked() {
 
   const auto none = ClientOptions::Parse({"tarn-client"}, &error);
   QVERIFY(none && !none->WantsStoreTool() && none->store_url.isEmpty() && !none->quit_after_seconds && !none->help);
-  QCOMPARE(none->skin, QString("redblack"));
+  QVERIFY(none->skin.isEmpty() && none->language.isEmpty());
+}
+
+void ClientOptionsTest::TheCommandLineComesBeforeTheSettings_data() {
+  QTest::addColumn<QStringList>("asked");
+  QTest::addColumn<QString>("chosen_skin");
+  QTest::addColumn<QString>("chosen_language");
+  QTest::addColumn<QString>("skin");
+  QTest::addColumn<QString>("language");
+  const QString system = ClientOptions::SystemLanguage();
+  QTest::newRow("neither") << QStringList{} << ""
+                           << ""
+                           << "redblack" << system;
+  QTest::newRow("chosen") << QStringList{} << "white"
+                          << "zh_CN"
+                          << "white"
+                          << "zh_CN";
+  QTest::newRow("asked") << QStringList{"--skin", "redblack", "--lang", "en"} << "white"
+                         << "zh_CN"
+                         << "redblack"
+                         << "en";
+  QTest::newRow("one asked") << QStringList{"--lang", "zh_CN"} << "white"
+                             << "en"
+                             << "white"
+                             << "zh_CN";
+  QTest::newRow("not known any more") << QStringList{} << "pink"
+                                      << "tlh"
+                                      << "redblack" << system;
+}
+
+void ClientOptionsTest::TheCommandLineComesBeforeTheSettings() {
+  QFETCH(QStringList, asked);
+  QFETCH(QString, chosen_skin);
+  QFETCH(QString, chosen_language);
+  QString error;
+  const auto options = ClientOptions::Parse(QStringList("tarn-client") + asked, &error);
+  QVERIFY2(options, qPrintable(error));
+  QTEST(options->SkinFor(chosen_skin), "skin");
+  QTEST(options->LanguageFor(chosen_language), "language");
+}
+
+void ClientOptionsTest::PicturesUseNoSettings() {
+  QString error;
+  const auto uses = [&error](const QStringList& arguments) {
+    return ClientOptions::Parse(QStringList("tarn-client") + arguments, &error)->UsesSettings();
+  };
+  QVERIFY(uses({}) && uses({"--skin", "white", "--play", "Gate overview"}));
+  QVERIFY(!uses({"--scene", "browse"}) && !uses({"--screenshot", "x.png"}) && !uses({"--quit-after", "0"}));
+  QVERIFY(uses({"--quit-after", "0", "--settings", "x.json"}));
 }
 
 void ClientOptionsTest::RefusesWithOneLine_data() {

@@ -76,6 +76,7 @@ class PlanTreeTest : public TarnTest::CPlanTest {
   void FinishSlotsTakeOwnAndSourceRows();
   void FailedExpansionIsTriedAgain();
   void OpenGroupsOpenAgainAfterReload();
+  void OpenGroupsAreHandedOn();
   void PayloadAndWhatCanBeDragged();
   void MovesFollowTheRules();
   void MovesOfOtherKindsAndOfGroups();
@@ -279,6 +280,44 @@ void PlanTreeTest::OpenGroupsOpenAgainAfterReload() {
     QTRY_VERIFY(!before.isValid() && stage.Root().isValid());
     QTRY_VERIFY(stage.Row("A1").isValid() && stage.tree.isExpanded(stage.Row("A1")));
     QVERIFY(stage.tree.isExpanded(stage.Row("Public A")) && !stage.tree.isExpanded(stage.Row("Public B")));
+    fixture_.Drain();
+    Shut();
+  }
+}
+
+// To another tree, as at the next start. Groups that are gone are not handed on any further.
+void PlanTreeTest::OpenGroupsAreHandedOn() {
+  using TarnPlanView::OpenGroup;
+  for (const int load_all : {0, 1}) {
+    TarnPlanView::OpenGroups groups;
+    {
+      CTreeStage stage(Opened({{"load_all", load_all}}));
+      for (const char* group : {"Public A", "A1", "Public B"}) {
+        QTRY_VERIFY(stage.Row(group).isValid());
+        stage.tree.ExpandAsync(stage.Row(group));
+        QTRY_VERIFY(stage.tree.isExpanded(stage.Row(group)));
+      }
+      stage.tree.collapse(stage.Row("Public B"));
+      groups = stage.tree.GetOpenGroups();
+      const QString a = fixture_.Code("Public A");
+      QCOMPARE(groups, (TarnPlanView::OpenGroups{{a, "-1"}, {fixture_.Code("A1"), a}}));
+      Shut();
+    }
+    CTreeStage stage(Opened({{"load_all", load_all}}));
+    const OpenGroup gone_from_root{"987", "-1"}, gone_with_its_group{"988", "987"};
+    stage.tree.SetOpenGroups(groups + TarnPlanView::OpenGroups{gone_from_root, gone_with_its_group, {"", ""}});
+    QTRY_VERIFY(stage.Row("A1").isValid() && stage.tree.isExpanded(stage.Row("A1")));
+    QVERIFY(stage.tree.isExpanded(stage.Row("Public A")) && !stage.tree.isExpanded(stage.Row("Public B")));
+    QTRY_COMPARE(stage.tree.GetOpenGroups(), groups);
+
+    // Another user's, while everything is loaded again.
+    stage.tree.SetOpenGroups({{fixture_.Code("Public B"), "-1"}});
+    const QPersistentModelIndex before = stage.Root();
+    QString error;
+    QVERIFY(fixture_.Store().LogIn("operator", &error));
+    QTRY_VERIFY(!before.isValid() && stage.Row("Public B").isValid());
+    QTRY_VERIFY(stage.tree.isExpanded(stage.Row("Public B")) && stage.tree.isExpanded(stage.Root()));
+    QVERIFY(!stage.tree.isExpanded(stage.Row("Public A")));
     fixture_.Drain();
     Shut();
   }
