@@ -82,6 +82,9 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   /// The widget that shows them; the plan editor slides out over it. Not owned.
   void SetMonitorPointer(QWidget* monitor);
   QString GetTabName() const;
+  /// The commands of the bar, for a menu of the host: text, icon, keys to show, and whether they are on, as they are
+  /// now. They belong to `parent`; their keys are the panel's and do nothing of their own in a menu.
+  QList<QAction*> NewBarEntries(QObject* parent);
 
   bool IsEditorOpen() const;
   /// As Ctrl+S in the open plan editor; nothing while none is open.

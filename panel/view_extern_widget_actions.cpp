@@ -1,3 +1,5 @@
+#include <QAction>
+
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "creation_info_dlg.h"
@@ -293,6 +295,23 @@ void CViewExternWidget::OnPopupSavePlanAsDlg(const QPoint& position) {
   if (!d_->stopped) {
     d_->popups->ShowSaveAs(position, d_->MonitorId(), d_->controller);
   }
+}
+
+QList<QAction*> CViewExternWidget::NewBarEntries(QObject* parent) {
+  QList<QAction*> entries;
+  for (const auto command :
+       {PlanCommand::AddPlan, PlanCommand::AddGroup, PlanCommand::Edit, PlanCommand::Delete, PlanCommand::Search}) {
+    const QAction* action = d_->actions->Of(command);
+    auto* entry = new QAction(action->icon(), action->text(), parent);
+    entry->setToolTip(action->toolTip());
+    entry->setEnabled(action->isEnabled());
+    entry->setVisible(action->isVisible());
+    entry->setShortcut(CPanelActions::KeysOf(command));
+    entry->setShortcutVisibleInContextMenu(true);
+    connect(entry, &QAction::triggered, this, [this, command] { d_->actions->Of(command)->trigger(); });
+    entries << entry;
+  }
+  return entries;
 }
 
 void CViewExternWidget::Private::closePopups() {

@@ -214,16 +214,15 @@ void CViewExternWidget::Private::watchRows() {
 void CViewExternWidget::Private::makeShortcuts() {
   using Act = void (*)(Private&);
   // With several panels in sight the keys belong to the one that has the focus.
-  const auto add = [this](const QKeySequence& keys, Act act) {
-    auto* shortcut = new QShortcut(keys, q);
+  const auto add = [this](PlanCommand command, Act act) {
+    auto* shortcut = new QShortcut(CPanelActions::KeysOf(command), q);
     const auto run = [this, act] { act(*PanelForKeys()->d_); };
     connect(shortcut, &QShortcut::activated, q, run);
     connect(shortcut, &QShortcut::activatedAmbiguously, q, run);
   };
-  add(QKeySequence::Find, [](Private& panel) { panel.beginSearch(); });
-  add(QKeySequence::New, [](Private& panel) { panel.run(PlanCommand::AddPlan, panel.CurrentPage()); });
-  add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N),
-      [](Private& panel) { panel.run(PlanCommand::AddGroup, panel.CurrentPage()); });
+  add(PlanCommand::Search, [](Private& panel) { panel.beginSearch(); });
+  add(PlanCommand::AddPlan, [](Private& panel) { panel.run(PlanCommand::AddPlan, panel.CurrentPage()); });
+  add(PlanCommand::AddGroup, [](Private& panel) { panel.run(PlanCommand::AddGroup, panel.CurrentPage()); });
 }
 
 CViewExternWidget* CViewExternWidget::Private::PanelForKeys() const {

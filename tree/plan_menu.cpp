@@ -13,6 +13,16 @@ constexpr tarn_ui_data_controller::MsgType kEntries[] = {
     tarn_ui_data_controller::PlayVideo, tarn_ui_data_controller::Edit,       tarn_ui_data_controller::Delete,
     tarn_ui_data_controller::Share,     tarn_ui_data_controller::GroupCycle, tarn_ui_data_controller::CreationInfo};
 
+// The keys of the rows that the menu is about; in a menu they only show.
+void ShowKeys(CPopupMenu& menu) {
+  using namespace tarn_ui_data_controller;
+  const QPair<MsgType, Qt::Key> keys[] = {{PlayVideo, Qt::Key_Return}, {Edit, Qt::Key_F2}, {Delete, Qt::Key_Delete}};
+  for (const auto& [type, key] : keys) {
+    menu.MenuItem(type)->setShortcut(key);
+    menu.MenuItem(type)->setShortcutVisibleInContextMenu(true);
+  }
+}
+
 }  // namespace
 
 CPopupMenu* MakePlanMenu(QWidget* parent) {
@@ -29,6 +39,7 @@ CPopupMenu* MakePlanMenu(QWidget* parent) {
   if (config.ShowCreationInfo()) {
     menu->AddMenuItem(CreationInfo, CPlanViewTree::tr("Orbis-ControlClient.fd0fcaae405246e29b52f6750fb70a76.msg"));
   }
+  ShowKeys(*menu);
   return menu;
 }
 

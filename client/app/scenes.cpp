@@ -85,6 +85,14 @@ const std::vector<CScene::Entry>& CScene::Entries() {
       {"focus-tree", &CScene::FocusOnTree},
       {"long-tip", &CScene::LongTip},
       {"long-question", &CScene::LongQuestion},
+      {"help", &CScene::Help},
+      {"about", &CScene::About},
+      {"menu", &CScene::Menu},
+      {"messages", &CScene::Messages},
+      {"tip-success", &CScene::TipSuccess},
+      {"tip-error", &CScene::TipError},
+      {"tip-warning", &CScene::TipWarning},
+      {"tip-hint", &CScene::TipHint},
       {"wait", &CScene::Wait},
   };
   return entries;

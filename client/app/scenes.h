@@ -78,12 +78,21 @@ class CScene : public QObject {
   void FocusOnTree();
   void LongTip();
   void LongQuestion();
+  void Help();
+  void About();
+  void Menu();
+  void Messages();
+  void TipSuccess();
+  void TipError();
+  void TipWarning();
+  void TipHint();
   void Wait();
 
   static void Press(QWidget* widget, int key);
   QModelIndex Row(const QString& name) const;
   void AddExpansion(const QString& group);
   void AddCurrent(const QString& name);
+  void AddCall(const std::function<void()>& call);
   void AddClick(const QString& button);
   /// Says yes to every question from here on.
   void AddYes();

@@ -93,7 +93,7 @@ void CMessagesWindow::BuildList() {
   list_->setRootIsDecorated(false);
   list_->setAllColumnsShowFocus(true);
   list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  list_->setWordWrap(true);
+  list_->setUniformRowHeights(true);  // the whole of a long text is in its tool tip
   list_->setTextElideMode(Qt::ElideRight);
   list_->setModel(filter_);
   list_->header()->setSectionsMovable(false);

@@ -7,6 +7,7 @@
 
 #include "TarnUIDataController/message_tip_manager.h"
 #include "TarnUIDataController/signal_transfer_manager.h"
+#include "messages/change_tips.h"
 #include "plan_rules/rights.h"
 
 namespace TarnClient {
@@ -31,11 +32,13 @@ CPlanFamily::CPlanFamily(TarnPlanView::ThemeNodeType theme, QWidget* monitor, QW
     : theme_(theme), model_(ModelOf(theme)), panel_(new CViewExternWidget(panel_parent)) {
   panel_->SetMonitorId(QStringLiteral("0"));
   panel_->SetMonitorPointer(monitor);
-  connect(panel_, &CViewExternWidget::SignalMessageTipNeeded, this, &CPlanFamily::ShowTip);
+  if (model_) {
+    controller_ = new CStandardViewController(model_);
+  }
+  SayChanges();
   if (!model_) {
     return;
   }
-  controller_ = new CStandardViewController(model_);
   panel_->SetModel(model_);
   panel_->SetStandardViewControl(controller_);
   ReportChanges();
@@ -98,6 +101,12 @@ void CPlanFamily::ReportChanges() {
   connect(controller_, &CStandardViewController::SignalUpdatePlanSucc, client, changed);
   connect(controller_, &CStandardViewController::SignalDeletePlanSucc, client, changed);
   connect(controller_, &CStandardViewController::SignalDeletePlanGroupSucc, client, changed);
+}
+
+void CPlanFamily::SayChanges() {
+  auto* tips = new CChangeTips(panel_, controller_, this);
+  connect(tips, &CChangeTips::SignalTip, this, &CPlanFamily::ShowTip);
+  connect(tips, &CChangeTips::SignalSaidByStrip, this, &CPlanFamily::SignalSaid);
 }
 
 void CPlanFamily::ShowTip(const QString& text, int state) {

@@ -40,9 +40,14 @@ class CPlanFamily : public QObject {
   /// Marks it and leaves the current row alone: for what starts by itself, and for rows that were made again.
   void RenewMark(const QString& code);
 
+ Q_SIGNALS:
+  /// The panel says this of a change by itself, without a tip.
+  void SignalSaid(const QString& text);
+
  private:
   QModelIndex RowOf(const QString& code, bool is_group) const;
   void ReportChanges();
+  void SayChanges();
   void ShowTip(const QString& text, int state);
 
   const TarnPlanView::ThemeNodeType theme_;

@@ -99,11 +99,12 @@ void CPlanSaver::Renew() {
   Q_EMIT SignalReasons(WhyNotSave(), WhyNotSaveAs());
 }
 
-void CPlanSaver::ShowMenu() {
+void CPlanSaver::ShowMenu(const QString& save_tip, const QString& save_as_tip) {
   if (!menu_) {
     menu_ = new CViewSaveMenu(wall_);
     connect(menu_, &CViewSaveMenu::SignalViewMenuTriggered, this, &CPlanSaver::OnMenu);
   }
+  menu_->SetTips(save_tip, save_as_tip);
   menu_->SetActionVisible(TarnPlanView::SaveView, WhyNotSave().isEmpty());
   menu_->SetActionVisible(TarnPlanView::SaveAsView, WhyNotSaveAs().isEmpty());
   menu_->ShowPopupMenu(wall_->Bar()->SavePlace(menu_->width()));

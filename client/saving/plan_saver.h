@@ -37,7 +37,8 @@ class CPlanSaver : public QObject {
   void Save();
   /// Opens the save-as dialog. What is on the wall at this moment is what will be saved.
   void SaveAs();
-  void ShowMenu();
+  /// The tips of the two entries say their keys.
+  void ShowMenu(const QString& save_tip, const QString& save_as_tip);
   /// Looks again at what can be saved.
   void Renew();
   /// To be called when the user was switched: drops the new plans of the last one that are not sent yet, and looks

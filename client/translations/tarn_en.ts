@@ -196,6 +196,67 @@
     </message>
 </context>
 <context>
+    <name>TarnClient::AboutText</name>
+    <message>
+        <source>Program</source>
+        <translation>Program</translation>
+    </message>
+    <message>
+        <source>Plug-in</source>
+        <translation>Plug-in</translation>
+    </message>
+    <message>
+        <source>%1 (built with %2)</source>
+        <translation>%1 (built with %2)</translation>
+    </message>
+    <message>
+        <source>Store</source>
+        <translation>Store</translation>
+    </message>
+    <message>
+        <source>%1, layout %2</source>
+        <translation>%1, layout %2</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>Address</translation>
+    </message>
+    <message>
+        <source>System</source>
+        <translation>System</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CAboutDialog</name>
+    <message>
+        <source>About this program</source>
+        <translation>About this program</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CHelpWindow</name>
+    <message>
+        <source>Keys</source>
+        <translation>Keys</translation>
+    </message>
+    <message>
+        <source>Find a key or what it does</source>
+        <translation>Find a key or what it does</translation>
+    </message>
+    <message>
+        <source>No key like this.</source>
+        <translation>No key like this.</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CMessageDesk</name>
     <message numerus="yes">
         <source>%n error(s) not read yet. Messages</source>
@@ -381,6 +442,10 @@
     <message>
         <source>Cancel</source>
         <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>In the window</source>
+        <translation>In the window</translation>
     </message>
 </context>
 <context>
@@ -621,6 +686,60 @@
     <message>
         <source>Show in tree</source>
         <translation>Show in tree</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menu</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Keys</translation>
+    </message>
+    <message>
+        <source>About this program</source>
+        <translation>About this program</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Quit</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::ChangeTexts</name>
+    <message>
+        <source>Created %1</source>
+        <translation>Created %1</translation>
+    </message>
+    <message>
+        <source>Renamed to %1</source>
+        <translation>Renamed to %1</translation>
+    </message>
+    <message>
+        <source>Saved %1</source>
+        <translation>Saved %1</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::WallKeys</name>
+    <message>
+        <source>In the live view</source>
+        <translation>In the live view</translation>
+    </message>
+    <message>
+        <source>Everywhere in the window</source>
+        <translation>Everywhere in the window</translation>
+    </message>
+    <message>
+        <source>Previous and next page; in a cycle the plan as well</source>
+        <translation>Previous and next page; in a cycle the plan as well</translation>
+    </message>
+    <message>
+        <source>Hold, and go on</source>
+        <translation>Hold, and go on</translation>
+    </message>
+    <message>
+        <source>Stop the plan, the cycle and what is being fetched</source>
+        <translation>Stop the plan, the cycle and what is being fetched</translation>
     </message>
 </context>
 <context>
@@ -1959,6 +2078,10 @@ never starts</translation>
             <numerusform>%n views</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Plans and groups</source>
+        <translation>Plans and groups</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewNameEdit</name>
@@ -2156,6 +2279,156 @@ never starts</translation>
     <message>
         <source>%1 min</source>
         <translation>%1 min</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::EditorKeys</name>
+    <message>
+        <source>In the plan editor</source>
+        <translation>In the plan editor</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Undo</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Redo</translation>
+    </message>
+    <message>
+        <source>Find a camera</source>
+        <translation>Find a camera</translation>
+    </message>
+    <message>
+        <source>Split the page into 1, 4, 9 or 16 windows</source>
+        <translation>Split the page into 1, 4, 9 or 16 windows</translation>
+    </message>
+    <message>
+        <source>Close the editor</source>
+        <translation>Close the editor</translation>
+    </message>
+    <message>
+        <source>On the editor's pages</source>
+        <translation>On the editor's pages</translation>
+    </message>
+    <message>
+        <source>Add a page</source>
+        <translation>Add a page</translation>
+    </message>
+    <message>
+        <source>Duplicate the page</source>
+        <translation>Duplicate the page</translation>
+    </message>
+    <message>
+        <source>Move the page</source>
+        <translation>Move the page</translation>
+    </message>
+    <message>
+        <source>Remove the page</source>
+        <translation>Remove the page</translation>
+    </message>
+    <message>
+        <source>On the editor's windows</source>
+        <translation>On the editor's windows</translation>
+    </message>
+    <message>
+        <source>Swap with the neighbour</source>
+        <translation>Swap with the neighbour</translation>
+    </message>
+    <message>
+        <source>Mark a window, and swap another one with it</source>
+        <translation>Mark a window, and swap another one with it</translation>
+    </message>
+    <message>
+        <source>Empty the window</source>
+        <translation>Empty the window</translation>
+    </message>
+    <message>
+        <source>Previous and next page</source>
+        <translation>Previous and next page</translation>
+    </message>
+    <message>
+        <source>Menu of the window</source>
+        <translation>Menu of the window</translation>
+    </message>
+    <message>
+        <source>On the editor's cameras</source>
+        <translation>On the editor's cameras</translation>
+    </message>
+    <message>
+        <source>Put the camera into the current window</source>
+        <translation>Put the camera into the current window</translation>
+    </message>
+    <message>
+        <source>Put all that is marked into windows from there on</source>
+        <translation>Put all that is marked into windows from there on</translation>
+    </message>
+    <message>
+        <source>Make or unmake a favorite</source>
+        <translation>Make or unmake a favorite</translation>
+    </message>
+    <message>
+        <source>Read the cameras again</source>
+        <translation>Read the cameras again</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::PlanKeys</name>
+    <message>
+        <source>In the tree</source>
+        <translation>In the tree</translation>
+    </message>
+    <message>
+        <source>Play the plan, or open the group</source>
+        <translation>Play the plan, or open the group</translation>
+    </message>
+    <message>
+        <source>Open and close the group</source>
+        <translation>Open and close the group</translation>
+    </message>
+    <message>
+        <source>Open all that is loaded below</source>
+        <translation>Open all that is loaded below</translation>
+    </message>
+    <message>
+        <source>Menu of the row</source>
+        <translation>Menu of the row</translation>
+    </message>
+    <message>
+        <source>In a search</source>
+        <translation>In a search</translation>
+    </message>
+    <message>
+        <source>Search; on a hit: play it</source>
+        <translation>Search; on a hit: play it</translation>
+    </message>
+    <message>
+        <source>Edit the marked hit</source>
+        <translation>Edit the marked hit</translation>
+    </message>
+    <message>
+        <source>Menu of the hit</source>
+        <translation>Menu of the hit</translation>
+    </message>
+    <message>
+        <source>Next and previous place, where a list is looked through</source>
+        <translation>Next and previous place, where a list is looked through</translation>
+    </message>
+    <message>
+        <source>Leave the search</source>
+        <translation>Leave the search</translation>
+    </message>
+    <message>
+        <source>Show the hit in the tree</source>
+        <translation>Show the hit in the tree</translation>
+    </message>
+    <message>
+        <source>From the field to the hits, and back</source>
+        <translation>From the field to the hits, and back</translation>
     </message>
 </context>
 <context>

@@ -243,6 +243,67 @@
     </message>
 </context>
 <context>
+    <name>TarnClient::AboutText</name>
+    <message>
+        <source>Program</source>
+        <translation>程序</translation>
+    </message>
+    <message>
+        <source>Plug-in</source>
+        <translation>插件</translation>
+    </message>
+    <message>
+        <source>%1 (built with %2)</source>
+        <translation>%1（构建时 %2）</translation>
+    </message>
+    <message>
+        <source>Store</source>
+        <translation>存储</translation>
+    </message>
+    <message>
+        <source>%1, layout %2</source>
+        <translation>%1，结构版本 %2</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>地址</translation>
+    </message>
+    <message>
+        <source>System</source>
+        <translation>系统</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CAboutDialog</name>
+    <message>
+        <source>About this program</source>
+        <translation>关于本程序</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>复制</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CHelpWindow</name>
+    <message>
+        <source>Keys</source>
+        <translation>快捷键</translation>
+    </message>
+    <message>
+        <source>Find a key or what it does</source>
+        <translation>查找按键或功能</translation>
+    </message>
+    <message>
+        <source>No key like this.</source>
+        <translation>没有符合的按键。</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CMessageDesk</name>
     <message numerus="yes">
         <source>%n error(s) not read yet. Messages</source>
@@ -427,6 +488,10 @@
     <message>
         <source>Cancel</source>
         <translation>取消</translation>
+    </message>
+    <message>
+        <source>In the window</source>
+        <translation>窗口</translation>
     </message>
 </context>
 <context>
@@ -667,6 +732,60 @@
     <message>
         <source>Show in tree</source>
         <translation>在树中显示</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>菜单</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>快捷键</translation>
+    </message>
+    <message>
+        <source>About this program</source>
+        <translation>关于本程序</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>退出</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::ChangeTexts</name>
+    <message>
+        <source>Created %1</source>
+        <translation>已创建 %1</translation>
+    </message>
+    <message>
+        <source>Renamed to %1</source>
+        <translation>已重命名为 %1</translation>
+    </message>
+    <message>
+        <source>Saved %1</source>
+        <translation>已保存 %1</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::WallKeys</name>
+    <message>
+        <source>In the live view</source>
+        <translation>实时画面中</translation>
+    </message>
+    <message>
+        <source>Everywhere in the window</source>
+        <translation>窗口内任何位置</translation>
+    </message>
+    <message>
+        <source>Previous and next page; in a cycle the plan as well</source>
+        <translation>上一页和下一页；轮巡时也切换预案</translation>
+    </message>
+    <message>
+        <source>Hold, and go on</source>
+        <translation>停留、继续</translation>
+    </message>
+    <message>
+        <source>Stop the plan, the cycle and what is being fetched</source>
+        <translation>停止预案、轮巡和正在获取的内容</translation>
     </message>
 </context>
 <context>
@@ -2001,6 +2120,10 @@ never starts</source>
             <numerusform>%n 个视图</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Plans and groups</source>
+        <translation>预案和分组</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewNameEdit</name>
@@ -2198,6 +2321,156 @@ never starts</source>
     <message>
         <source>%1 min</source>
         <translation>%1 分钟</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::EditorKeys</name>
+    <message>
+        <source>In the plan editor</source>
+        <translation>预案编辑器中</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>重做</translation>
+    </message>
+    <message>
+        <source>Find a camera</source>
+        <translation>查找摄像机</translation>
+    </message>
+    <message>
+        <source>Split the page into 1, 4, 9 or 16 windows</source>
+        <translation>将页面分为 1、4、9 或 16 个窗口</translation>
+    </message>
+    <message>
+        <source>Close the editor</source>
+        <translation>关闭编辑器</translation>
+    </message>
+    <message>
+        <source>On the editor's pages</source>
+        <translation>编辑器的页面上</translation>
+    </message>
+    <message>
+        <source>Add a page</source>
+        <translation>添加页面</translation>
+    </message>
+    <message>
+        <source>Duplicate the page</source>
+        <translation>复制页面</translation>
+    </message>
+    <message>
+        <source>Move the page</source>
+        <translation>移动页面</translation>
+    </message>
+    <message>
+        <source>Remove the page</source>
+        <translation>删除页面</translation>
+    </message>
+    <message>
+        <source>On the editor's windows</source>
+        <translation>编辑器的窗口上</translation>
+    </message>
+    <message>
+        <source>Swap with the neighbour</source>
+        <translation>与相邻窗口交换</translation>
+    </message>
+    <message>
+        <source>Mark a window, and swap another one with it</source>
+        <translation>标记一个窗口，再与另一个交换</translation>
+    </message>
+    <message>
+        <source>Empty the window</source>
+        <translation>清空窗口</translation>
+    </message>
+    <message>
+        <source>Previous and next page</source>
+        <translation>上一页、下一页</translation>
+    </message>
+    <message>
+        <source>Menu of the window</source>
+        <translation>窗口的菜单</translation>
+    </message>
+    <message>
+        <source>On the editor's cameras</source>
+        <translation>编辑器的摄像机上</translation>
+    </message>
+    <message>
+        <source>Put the camera into the current window</source>
+        <translation>将摄像机放入当前窗口</translation>
+    </message>
+    <message>
+        <source>Put all that is marked into windows from there on</source>
+        <translation>将所选全部依次放入后面的窗口</translation>
+    </message>
+    <message>
+        <source>Make or unmake a favorite</source>
+        <translation>收藏或取消收藏</translation>
+    </message>
+    <message>
+        <source>Read the cameras again</source>
+        <translation>重新读取摄像机</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::PlanKeys</name>
+    <message>
+        <source>In the tree</source>
+        <translation>树中</translation>
+    </message>
+    <message>
+        <source>Play the plan, or open the group</source>
+        <translation>播放预案，或展开分组</translation>
+    </message>
+    <message>
+        <source>Open and close the group</source>
+        <translation>展开、折叠分组</translation>
+    </message>
+    <message>
+        <source>Open all that is loaded below</source>
+        <translation>展开下面已加载的全部分组</translation>
+    </message>
+    <message>
+        <source>Menu of the row</source>
+        <translation>该行的菜单</translation>
+    </message>
+    <message>
+        <source>In a search</source>
+        <translation>搜索中</translation>
+    </message>
+    <message>
+        <source>Search; on a hit: play it</source>
+        <translation>搜索；在结果上：播放</translation>
+    </message>
+    <message>
+        <source>Edit the marked hit</source>
+        <translation>编辑选中的结果</translation>
+    </message>
+    <message>
+        <source>Menu of the hit</source>
+        <translation>该结果的菜单</translation>
+    </message>
+    <message>
+        <source>Next and previous place, where a list is looked through</source>
+        <translation>在列表中查找时：下一处、上一处</translation>
+    </message>
+    <message>
+        <source>Leave the search</source>
+        <translation>退出搜索</translation>
+    </message>
+    <message>
+        <source>Show the hit in the tree</source>
+        <translation>在树中显示该结果</translation>
+    </message>
+    <message>
+        <source>From the field to the hits, and back</source>
+        <translation>在输入框和结果之间切换</translation>
     </message>
 </context>
 <context>

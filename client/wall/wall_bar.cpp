@@ -208,6 +208,16 @@ QPoint CWallBar::SavePlace(int width) const {
   return save_menu_->mapToGlobal(QPoint(save_menu_->width() - width, save_menu_->height() + 1));
 }
 
+QList<QAction*> CWallBar::Commands() const {
+  QList<QAction*> commands;
+  for (const QToolButton* button : {previous_, pause_, next_, stop_}) {
+    if (!button->isHidden()) {
+      commands << button->defaultAction();
+    }
+  }
+  return commands;
+}
+
 void CWallBar::SetPartsVisible(bool playing, bool several, bool in_turn) {
   for (QToolButton* button : {previous_, pause_, next_}) {
     button->setVisible(several || in_turn);

@@ -22,6 +22,8 @@ class CWallBar : public QWidget {
   void ShowNothing();
   /// Where a group cycle is; an empty text when none runs.
   void ShowCycle(const QString& text);
+  /// What can be done with what plays: the actions of the buttons in sight, but for those to save.
+  QList<QAction*> Commands() const;
   /// What the save buttons do is the window's.
   QToolButton* ShowInTreeButton() const { return show_in_tree_; }
   /// A command about the plan, in the menu of its name.

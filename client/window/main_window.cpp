@@ -1,5 +1,6 @@
 #include "window/main_window.h"
 
+#include <TarnPlanView/panel_keys.h>
 #include <TarnPlanView/plan_view_tree.h>
 
 #include <QApplication>
@@ -20,6 +21,9 @@
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/message_tip_manager.h"
+#include "help/about_dialog.h"
+#include "help/help_desk.h"
+#include "help/key_list.h"
 #include "history/history_popup.h"
 #include "history/play_history.h"
 #include "messages/message_desk.h"
@@ -34,6 +38,9 @@
 #include "wall/live_wall.h"
 #include "wall/test_picture_source.h"
 #include "wall/wall_bar.h"
+#include "wall/wall_keys.h"
+#include "window/alt_key.h"
+#include "window/main_menu.h"
 #include "window/show_in_tree.h"
 #include "window/store_state.h"
 #include "window/user_menu.h"
@@ -65,6 +72,7 @@ CUserSettings* SettingsOf(const CMainWindow::Setup& setup, QObject* parent) {
 CMainWindow::CMainWindow(Setup setup, QWidget* parent)
     : QMainWindow(parent),
       log_in_(std::move(setup.log_in)),
+      store_url_(setup.store_url),
       actions_(new CWindowActions(this)),
       tabs_(new QTabWidget(this)),
       wall_(new CLiveWall(&CTestPictureSource::Make, this, std::move(setup.cycle_clock))),
@@ -73,6 +81,7 @@ CMainWindow::CMainWindow(Setup setup, QWidget* parent)
       saver_(new CPlanSaver(
           wall_, [this]() -> CPlanFamily& { return CurrentFamily(); }, this)),
       messages_(new CMessageDesk(actions_, this)),
+      help_(new CHelpDesk([this] { return AllKeys(); }, this)),
       history_(new CPlayHistory(this)),
       station_id_(setup.station_id),
       user_settings_(SettingsOf(setup, this)) {
@@ -133,7 +142,30 @@ void CMainWindow::BuildStatusBar(const QString& user, const QString& store_url) 
   statusBar()->addWidget(store_state_, 1);
   BuildMessagesButton();
   statusBar()->addPermanentWidget(NewButton("settings_btn", actions_->Of(WindowCommand::Settings)));
+  BuildMenu();
   statusBar()->setSizeGripEnabled(false);
+}
+
+void CMainWindow::BuildMenu() {
+  menu_button_ = NewButton("menu_btn", actions_->Of(WindowCommand::Menu));
+  statusBar()->addPermanentWidget(menu_button_);
+  menu_ = new CMainMenu(
+      actions_, [this](QObject* owner) { return CurrentFamily().Panel()->NewBarEntries(owner); },
+      [this] { return wall_->Bar()->Commands(); }, this);
+  connect(new CAltKey(this), &CAltKey::SignalTapped, this, &CMainWindow::OpenMenu);
+}
+
+void CMainWindow::OpenMenu() {
+  menu_->OpenAbove(menu_button_);
+}
+
+void CMainWindow::OpenAbout() {
+  auto* about = new CAboutDialog(FactsOf(store_url_), this);
+  about->open();
+}
+
+QList<MarUIControl::KeyEntry> CMainWindow::AllKeys() const {
+  return KeysOf(actions_->All(), tr("In the window")) + TarnPlanView::PanelKeys() + WallKeys();
 }
 
 void CMainWindow::BuildMessagesButton() {
@@ -158,6 +190,8 @@ void CMainWindow::AddFamilies() {
     families_.push_back(std::make_unique<CPlanFamily>(theme, wall_, tabs_));
     CPlanFamily* family = families_.back().get();
     tabs_->addTab(family->Panel(), family->Title());
+    connect(family, &CPlanFamily::SignalSaid, &messages_->Log(),
+            [this](const QString& text) { messages_->Log().Add(text, CNomalMessage::Success); });
     player_->Attach(family);
     saver_->Attach(family);
     renewal_->Attach(family);
@@ -214,6 +248,10 @@ void CMainWindow::ConnectActions() {
   actions_->Connect(WindowCommand::WaysToSave, [this] { OpenSaveMenu(); });
   actions_->Connect(WindowCommand::History, [this] { OpenHistory(); });
   actions_->Connect(WindowCommand::Settings, [this] { OpenSettings(); });
+  actions_->Connect(WindowCommand::Menu, [this] { OpenMenu(); });
+  actions_->Connect(WindowCommand::Keys, [this] { help_->Open(); });
+  actions_->Connect(WindowCommand::About, [this] { OpenAbout(); });
+  actions_->Connect(WindowCommand::Quit, [this] { close(); });
   show_in_tree_ = new CShowInTree(actions_, wall_, this);
   connect(show_in_tree_, &CShowInTree::SignalMessage, this, &CMainWindow::ShowTip);
   BindButton(wall_->Bar()->SaveButton(), actions_->Of(WindowCommand::Save));
@@ -382,7 +420,7 @@ void CMainWindow::SaveAs() {
 }
 
 void CMainWindow::OpenSaveMenu() {
-  saver_->ShowMenu();
+  saver_->ShowMenu(actions_->Of(WindowCommand::Save)->toolTip(), actions_->Of(WindowCommand::SaveAs)->toolTip());
 }
 
 QString CMainWindow::User() const {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "MarUIControl/key_guide.h"
 #include "plans/play_origin.h"
 #include "wall/page_clock.h"
 #include "wall/plan_drop.h"
@@ -34,6 +35,8 @@ class CPlanFamily;
 class CPlanPlayer;
 class CPlanRenewal;
 class CPlanSaver;
+class CHelpDesk;
+class CMainMenu;
 class CMessageDesk;
 class CPlayHistory;
 class CSettingsDialog;
@@ -62,6 +65,10 @@ class CMainWindow : public QMainWindow {
 
   CLiveWall& Wall() { return *wall_; }
   CPlanPlayer& Player() { return *player_; }
+  CHelpDesk& Help() { return *help_; }
+  /// All commands, with their keys.
+  void OpenMenu();
+  void OpenAbout();
   CMessageDesk& Messages() { return *messages_; }
   CPlayHistory& History() { return *history_; }
   /// Public plans first, then own ones.
@@ -114,6 +121,8 @@ class CMainWindow : public QMainWindow {
   void ConnectMessages();
   void ConnectActions();
   void BuildMessagesButton();
+  void BuildMenu();
+  QList<MarUIControl::KeyEntry> AllKeys() const;
   QToolButton* NewButton(const char* name, QAction* action);
   void OnSaveReasons(const QString& why_not_save, const QString& why_not_save_as);
   void OnDropped(const PlanDrop& drop);
@@ -127,6 +136,7 @@ class CMainWindow : public QMainWindow {
   void ShowTip(const QString& text, int state);
 
   const std::function<bool(const QString&, QString*)> log_in_;
+  const QString store_url_;
   std::function<void()> after_saving_;  // what waits for a plan to be saved
   CWindowActions* actions_ = nullptr;
   QTabWidget* tabs_ = nullptr;
@@ -135,6 +145,9 @@ class CMainWindow : public QMainWindow {
   CPlanRenewal* renewal_ = nullptr;
   CPlanSaver* saver_ = nullptr;
   CMessageDesk* messages_ = nullptr;
+  CHelpDesk* help_ = nullptr;
+  CMainMenu* menu_ = nullptr;
+  QToolButton* menu_button_ = nullptr;
   CPlayHistory* history_ = nullptr;
   CHistoryPopup* history_popup_ = nullptr;
   QToolButton* history_button_ = nullptr;

@@ -12,8 +12,21 @@ class QToolButton;
 namespace TarnClient {
 
 /// What the client's window does by itself. Commands about plans are the panel's, those about pages the wall's.
-enum class WindowCommand { Save, SaveAs, WaysToSave, History, Messages, Users, Settings, ShowInTree };
-constexpr int kWindowCommands = 8;
+enum class WindowCommand {
+  Save,
+  SaveAs,
+  WaysToSave,
+  History,
+  Messages,
+  Users,
+  Settings,
+  ShowInTree,
+  Menu,
+  Keys,
+  About,
+  Quit  // the last
+};
+constexpr int kWindowCommands = static_cast<int>(WindowCommand::Quit) + 1;
 
 /// The window's commands as actions: text, icon, keys and tip of each stand here and nowhere else. Buttons and menus
 /// show them. Belongs to the window. Thread: GUI.

@@ -45,6 +45,24 @@ CPanelActions::CPanelActions(QObject* parent) : QObject(parent) {
   }
 }
 
+QKeySequence CPanelActions::KeysOf(PlanCommand command) {
+  const auto number = static_cast<size_t>(command);
+  if (number >= std::size(kLooks)) {
+    return QKeySequence();
+  }
+  return QKeySequence(QLatin1String(kLooks[number].keys));
+}
+
+QList<MarUIControl::KeyEntry> CPanelActions::Keys() {
+  QList<MarUIControl::KeyEntry> keys;
+  for (const Look& look : kLooks) {
+    keys.append({CViewExternWidget::tr("Plans and groups"),
+                 {QKeySequence(QLatin1String(look.keys))},
+                 CViewExternWidget::tr(look.name)});
+  }
+  return keys;
+}
+
 void CPanelActions::Bind(PlanCommand command, QToolButton* button) {
   QAction* action = Of(command);
   button->setDefaultAction(action);
@@ -63,11 +81,12 @@ void CPanelActions::Bind(PlanCommand command, QToolButton* button) {
 void CPanelActions::Show(const CommandStates& states) {
   for (size_t command = 0; command < std::size(kLooks); ++command) {
     const CommandState& state = states[static_cast<PlanCommand>(command)];
-    QString tip = QStringLiteral("%1 (%2)").arg(actions_[command]->text(), QLatin1String(kLooks[command].keys));
-    if (!state.button_enabled && state.reason != Refusal::None) {
-      tip += QLatin1Char('\n') + TextOf(state.reason);
+    QString why_not;
+    if (!state.button_enabled) {
+      why_not = TextOf(state.reason);
     }
-    actions_[command]->setToolTip(tip);
+    const QKeySequence keys = KeysOf(static_cast<PlanCommand>(command));
+    actions_[command]->setToolTip(MarUIControl::TipWithKeys(actions_[command]->text(), {keys}, why_not));
   }
   for (size_t command = 0; command < actions_.size(); ++command) {
     const CommandState& state = states[static_cast<PlanCommand>(command)];

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <array>
 
+#include "MarUIControl/key_guide.h"
 #include "plan_commands.h"
 
 class QAction;
@@ -16,6 +17,11 @@ class CPanelActions : public QObject {
   Q_OBJECT
  public:
   explicit CPanelActions(QObject* parent);
+
+  /// Of the commands that have any, for lists of keys.
+  static QList<MarUIControl::KeyEntry> Keys();
+  /// Empty for a command without.
+  static QKeySequence KeysOf(PlanCommand command);
 
   QAction* Of(PlanCommand command) const { return actions_[static_cast<size_t>(command)]; }
   /// The button shows the action and triggers it.

@@ -83,6 +83,11 @@ void CViewSaveMenu::SetActionVisible(ViewSaveActions action, bool visible) {
   setFixedSize(body_->Size());
 }
 
+void CViewSaveMenu::SetTips(const QString& save, const QString& save_as) {
+  body_->ui.ptr_save_btn_->setToolTip(save);
+  body_->ui.ptr_save_as_btn->setToolTip(save_as);
+}
+
 void CViewSaveMenu::SetSaveAsVisable(const int& value) {
   // For this one showing only: the record stays, and the next SetActionVisible() goes by it.
   if (value == kNoSaveAs) {

@@ -21,6 +21,8 @@ class TARNPLANVIEW_EXPORT CViewSaveMenu : public QWidget {
   void ShowPopupMenu(const QPoint& pos);
   /// Shows or hides one way; the pop-up takes the size of what is left.
   void SetActionVisible(ViewSaveActions action, bool visible);
+  /// Tool tips of the two ways, for instance with the host's keys.
+  void SetTips(const QString& save, const QString& save_as);
   /// 2 hides "save as"; any other value changes nothing. The record of what is visible stays.
   void SetSaveAsVisable(const int& value);
   /// Hides the pop-up, then tells which way was chosen.

@@ -5,6 +5,7 @@
 #include "TarnHost/plan_site.h"
 #include "marlog/marlog.h"
 #include "store/feature_switches.h"
+#include "store/migrations.h"
 #include "store/postgres_address.h"
 #include "store/store_error.h"
 #include "store/store_services.h"
@@ -47,6 +48,10 @@ std::shared_ptr<CPlanStore> CPlanStore::Open(const PlanStoreOptions& options, QS
     }
     return nullptr;
   }
+}
+
+int CPlanStore::LayoutVersion() {
+  return Store::AllMigrations().back().to;
 }
 
 QString CPlanStore::ShownAddress(const QString& url) {

@@ -50,6 +50,9 @@ class TARN_HOST_EXPORT CPlanStore : public IHostServices {
   /// A store's address, sound or not, as anybody may read it: without a password or query.
   static QString ShownAddress(const QString& url);
 
+  /// Number of the newest layout of the tables, which an open store has.
+  static int LayoutVersion();
+
   /// Names of the configuration switches, in the order of the configuration record.
   static QStringList SwitchNames();
 

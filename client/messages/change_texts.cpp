@@ -1,0 +1,29 @@
+#include "messages/change_texts.h"
+
+#include <QCoreApplication>
+
+namespace TarnClient {
+
+QString TextOf(PlanChange change, const QString& name) {
+  const char* text = nullptr;
+  switch (change) {
+    case PlanChange::None:
+      break;
+    case PlanChange::GroupAdded:
+    case PlanChange::PlanAdded:
+      text = QT_TRANSLATE_NOOP("TarnClient::ChangeTexts", "Created %1");
+      break;
+    case PlanChange::GroupRenamed:
+      text = QT_TRANSLATE_NOOP("TarnClient::ChangeTexts", "Renamed to %1");
+      break;
+    case PlanChange::PlanSaved:
+      text = QT_TRANSLATE_NOOP("TarnClient::ChangeTexts", "Saved %1");
+      break;
+  }
+  if (!text || name.isEmpty()) {
+    return QString();
+  }
+  return QCoreApplication::translate("TarnClient::ChangeTexts", text).arg(name);
+}
+
+}  // namespace TarnClient

@@ -1,0 +1,14 @@
+#include "panel_keys.h"
+
+#include "editor_keys.h"
+#include "panel_actions.h"
+#include "plan_tree_keys.h"
+#include "search_keys.h"
+
+namespace TarnPlanView {
+
+QList<MarUIControl::KeyEntry> PanelKeys() {
+  return CPanelActions::Keys() + PlanTreeKeys() + SearchKeys() + EditorKeys();
+}
+
+}  // namespace TarnPlanView

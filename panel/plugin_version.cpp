@@ -1,0 +1,9 @@
+#include "plugin_version.h"
+
+namespace TarnPlanView {
+
+QString PluginVersion() {
+  return QStringLiteral(TARN_PLUGIN_VERSION);
+}
+
+}  // namespace TarnPlanView
