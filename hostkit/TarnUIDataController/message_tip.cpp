@@ -56,7 +56,7 @@ MessageTip::MessageTip(const QString& text, int kind, int distance, QWidget* win
   layout->addWidget(text_, 1);
   count_ = new QLabel(this);
   count_->setObjectName(QStringLiteral("message_tip_count"));
-  layout->addWidget(count_, 0, Qt::AlignTop);
+  layout->addWidget(count_, 0, Qt::AlignVCenter);
   count_->hide();
   for (QLabel* label : {mark, text_, count_}) {
     label->setMouseTracking(true);  // or moves over them never come here
