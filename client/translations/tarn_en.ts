@@ -11,6 +11,21 @@
 <context>
     <name>PlanRules</name>
     <message>
+        <source>automatic</source>
+        <translation>automatic</translation>
+    </message>
+    <message>
+        <source>automatic %1-%2</source>
+        <translation>automatic %1-%2</translation>
+    </message>
+    <message numerus="yes">
+        <source>tour, %n page(s)</source>
+        <translation>
+            <numerusform>tour, %n page</numerusform>
+            <numerusform>tour, %n pages</numerusform>
+        </translation>
+    </message>
+    <message>
         <source>You lack the right to add plans.</source>
         <translation>You lack the right to add plans.</translation>
     </message>
@@ -488,6 +503,89 @@
     </message>
 </context>
 <context>
+    <name>TarnClient::CRowMenu</name>
+    <message>
+        <source>&quot;%1&quot; opens at the start from now on.</source>
+        <translation>&quot;%1&quot; opens at the start from now on.</translation>
+    </message>
+    <message>
+        <source>Choose a plan first.</source>
+        <translation>Choose a plan first.</translation>
+    </message>
+    <message>
+        <source>Choose a plan or a group first.</source>
+        <translation>Choose a plan or a group first.</translation>
+    </message>
+    <message>
+        <source>Choose a row first.</source>
+        <translation>Choose a row first.</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <translation>Duplicate</translation>
+    </message>
+    <message>
+        <source>Groups cannot be nested deeper than this.</source>
+        <translation>Groups cannot be nested deeper than this.</translation>
+    </message>
+    <message>
+        <source>Move to...</source>
+        <translation>Move to…</translation>
+    </message>
+    <message>
+        <source>New group here</source>
+        <translation>New group here</translation>
+    </message>
+    <message>
+        <source>New plan here</source>
+        <translation>New plan here</translation>
+    </message>
+    <message>
+        <source>Plans stand in groups. Choose a group first.</source>
+        <translation>Plans stand in groups. Choose a group first.</translation>
+    </message>
+    <message>
+        <source>Plans that were received cannot be changed.</source>
+        <translation>Plans that were received cannot be changed.</translation>
+    </message>
+    <message>
+        <source>Playing the plans of a group in turn is switched off.</source>
+        <translation>Playing the plans of a group in turn is switched off.</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Rename</translation>
+    </message>
+    <message>
+        <source>Set as default view</source>
+        <translation>Set as default view</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>The group is not loaded yet. Open it in the tree first.</source>
+        <translation>The group is not loaded yet. Open it in the tree first.</translation>
+    </message>
+    <message>
+        <source>The plan is open in the editor. Close it first.</source>
+        <translation>The plan is open in the editor. Close it first.</translation>
+    </message>
+    <message>
+        <source>The plans of this group are not playing in turn.</source>
+        <translation>The plans of this group are not playing in turn.</translation>
+    </message>
+    <message>
+        <source>This plan is not playing.</source>
+        <translation>This plan is not playing.</translation>
+    </message>
+    <message>
+        <source>This row is no longer there.</source>
+        <translation>This row is no longer there.</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CSettingsDialog</name>
     <message>
         <source>Settings</source>
@@ -613,6 +711,10 @@
 </context>
 <context>
     <name>TarnClient::CWallWindow</name>
+    <message>
+        <source>Camera offline</source>
+        <translation>Camera offline</translation>
+    </message>
     <message>
         <source>Connecting...</source>
         <translation>Connecting…</translation>
@@ -1356,6 +1458,45 @@
     </message>
 </context>
 <context>
+    <name>TarnPlanView::CMoveToDlg</name>
+    <message>
+        <source>A plan cannot stand directly at the top. Choose a group below.</source>
+        <translation>A plan cannot stand directly at the top. Choose a group below.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Choose a group.</source>
+        <translation>Choose a group.</translation>
+    </message>
+    <message>
+        <source>Find a group</source>
+        <translation>Find a group</translation>
+    </message>
+    <message>
+        <source>Groups</source>
+        <translation>Groups</translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation>Move</translation>
+    </message>
+    <message>
+        <source>Move &quot;%1&quot; to</source>
+        <translation>Move &quot;%1&quot; to</translation>
+    </message>
+    <message>
+        <source>Move plan</source>
+        <translation>Move plan</translation>
+    </message>
+    <message>
+        <source>The plan stands in this group now.</source>
+        <translation>The plan stands in this group now.</translation>
+    </message>
+</context>
+<context>
     <name>TarnPlanView::CPageList</name>
     <message>
         <source>Pages</source>
@@ -1537,8 +1678,8 @@
         <translation>A plan can&apos;t be moved there.</translation>
     </message>
     <message>
-        <source>The plan is open in the editor. Close it first, or choose the group there.</source>
-        <translation>The plan is open in the editor. Close it first, or choose the group there.</translation>
+        <source>The plan is open in the editor. Close it first, or change it there.</source>
+        <translation>The plan is open in the editor. Close it first, or change it there.</translation>
     </message>
     <message>
         <source>Groups stay where they are. Only plans can be moved.</source>
@@ -1874,8 +2015,24 @@ never starts</translation>
 <context>
     <name>TarnPlanView::CViewExternWidget</name>
     <message>
+        <source>Choose a row first.</source>
+        <translation>Choose a row first.</translation>
+    </message>
+    <message>
+        <source>Close the plan editor first.</source>
+        <translation>Close the plan editor first.</translation>
+    </message>
+    <message>
         <source>Plans</source>
         <translation>Plans</translation>
+    </message>
+    <message>
+        <source>Plans stand in groups. Choose a group first.</source>
+        <translation>Plans stand in groups. Choose a group first.</translation>
+    </message>
+    <message>
+        <source>Plans that were received cannot be changed.</source>
+        <translation>Plans that were received cannot be changed.</translation>
     </message>
     <message>
         <source>Public plans</source>
@@ -1884,6 +2041,22 @@ never starts</translation>
     <message>
         <source>My plans</source>
         <translation>My plans</translation>
+    </message>
+    <message>
+        <source>Rename plan</source>
+        <translation>Rename plan</translation>
+    </message>
+    <message>
+        <source>The plan editor is being opened.</source>
+        <translation>The plan editor is being opened.</translation>
+    </message>
+    <message>
+        <source>The plans are still being loaded.</source>
+        <translation>The plans are still being loaded.</translation>
+    </message>
+    <message>
+        <source>The top of the tree can be neither edited nor deleted.</source>
+        <translation>The top of the tree can be neither edited nor deleted.</translation>
     </message>
     <message>
         <source>TheUserCurrentlyHasAWPBwgUrC</source>

@@ -11,6 +11,20 @@
 <context>
     <name>PlanRules</name>
     <message>
+        <source>automatic</source>
+        <translation>自动</translation>
+    </message>
+    <message>
+        <source>automatic %1-%2</source>
+        <translation>自动 %1-%2</translation>
+    </message>
+    <message numerus="yes">
+        <source>tour, %n page(s)</source>
+        <translation>
+            <numerusform>轮巡，共 %n 页</numerusform>
+        </translation>
+    </message>
+    <message>
         <source>You lack the right to add plans.</source>
         <translation>您没有添加预案的权限。</translation>
     </message>
@@ -534,6 +548,89 @@
     </message>
 </context>
 <context>
+    <name>TarnClient::CRowMenu</name>
+    <message>
+        <source>&quot;%1&quot; opens at the start from now on.</source>
+        <translation>今后启动时将打开“%1”。</translation>
+    </message>
+    <message>
+        <source>Choose a plan first.</source>
+        <translation>请先选择预案。</translation>
+    </message>
+    <message>
+        <source>Choose a plan or a group first.</source>
+        <translation>请先选择预案或分组。</translation>
+    </message>
+    <message>
+        <source>Choose a row first.</source>
+        <translation>请先选择一行。</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <translation>复制</translation>
+    </message>
+    <message>
+        <source>Groups cannot be nested deeper than this.</source>
+        <translation>分组不能再嵌套更深。</translation>
+    </message>
+    <message>
+        <source>Move to...</source>
+        <translation>移动到…</translation>
+    </message>
+    <message>
+        <source>New group here</source>
+        <translation>在此新建分组</translation>
+    </message>
+    <message>
+        <source>New plan here</source>
+        <translation>在此新建预案</translation>
+    </message>
+    <message>
+        <source>Plans stand in groups. Choose a group first.</source>
+        <translation>预案位于分组中，请先选择分组。</translation>
+    </message>
+    <message>
+        <source>Plans that were received cannot be changed.</source>
+        <translation>收到的预案不能更改。</translation>
+    </message>
+    <message>
+        <source>Playing the plans of a group in turn is switched off.</source>
+        <translation>组内预案轮巡功能已关闭。</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>重命名</translation>
+    </message>
+    <message>
+        <source>Set as default view</source>
+        <translation>设为默认视图</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>The group is not loaded yet. Open it in the tree first.</source>
+        <translation>该分组尚未加载，请先在树中打开。</translation>
+    </message>
+    <message>
+        <source>The plan is open in the editor. Close it first.</source>
+        <translation>该预案正在编辑器中打开，请先关闭编辑器。</translation>
+    </message>
+    <message>
+        <source>The plans of this group are not playing in turn.</source>
+        <translation>该分组的预案未在轮巡。</translation>
+    </message>
+    <message>
+        <source>This plan is not playing.</source>
+        <translation>该预案未在播放。</translation>
+    </message>
+    <message>
+        <source>This row is no longer there.</source>
+        <translation>该行已不存在。</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CSettingsDialog</name>
     <message>
         <source>Settings</source>
@@ -659,6 +756,10 @@
 </context>
 <context>
     <name>TarnClient::CWallWindow</name>
+    <message>
+        <source>Camera offline</source>
+        <translation>摄像机离线</translation>
+    </message>
     <message>
         <source>Connecting...</source>
         <translation>正在连接…</translation>
@@ -1402,6 +1503,45 @@
     </message>
 </context>
 <context>
+    <name>TarnPlanView::CMoveToDlg</name>
+    <message>
+        <source>A plan cannot stand directly at the top. Choose a group below.</source>
+        <translation>预案不能直接位于顶层，请选择下级分组。</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Choose a group.</source>
+        <translation>请选择分组。</translation>
+    </message>
+    <message>
+        <source>Find a group</source>
+        <translation>查找分组</translation>
+    </message>
+    <message>
+        <source>Groups</source>
+        <translation>分组</translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation>移动</translation>
+    </message>
+    <message>
+        <source>Move &quot;%1&quot; to</source>
+        <translation>将“%1”移动到</translation>
+    </message>
+    <message>
+        <source>Move plan</source>
+        <translation>移动预案</translation>
+    </message>
+    <message>
+        <source>The plan stands in this group now.</source>
+        <translation>该预案已在此分组中。</translation>
+    </message>
+</context>
+<context>
     <name>TarnPlanView::CPageList</name>
     <message>
         <source>Pages</source>
@@ -1583,8 +1723,8 @@
         <translation>不能将预案移动到此处。</translation>
     </message>
     <message>
-        <source>The plan is open in the editor. Close it first, or choose the group there.</source>
-        <translation>该预案正在编辑器中打开。请先关闭编辑器，或在其中选择分组。</translation>
+        <source>The plan is open in the editor. Close it first, or change it there.</source>
+        <translation>该预案正在编辑器中打开。请先关闭编辑器，或在其中修改。</translation>
     </message>
     <message>
         <source>Groups stay where they are. Only plans can be moved.</source>
@@ -1919,8 +2059,24 @@ never starts</source>
 <context>
     <name>TarnPlanView::CViewExternWidget</name>
     <message>
+        <source>Choose a row first.</source>
+        <translation>请先选择一行。</translation>
+    </message>
+    <message>
+        <source>Close the plan editor first.</source>
+        <translation>请先关闭预案编辑器。</translation>
+    </message>
+    <message>
         <source>Plans</source>
         <translation>预案</translation>
+    </message>
+    <message>
+        <source>Plans stand in groups. Choose a group first.</source>
+        <translation>预案位于分组中，请先选择分组。</translation>
+    </message>
+    <message>
+        <source>Plans that were received cannot be changed.</source>
+        <translation>收到的预案不能更改。</translation>
     </message>
     <message>
         <source>Public plans</source>
@@ -1929,6 +2085,22 @@ never starts</source>
     <message>
         <source>My plans</source>
         <translation>我的预案</translation>
+    </message>
+    <message>
+        <source>Rename plan</source>
+        <translation>重命名预案</translation>
+    </message>
+    <message>
+        <source>The plan editor is being opened.</source>
+        <translation>正在打开预案编辑器。</translation>
+    </message>
+    <message>
+        <source>The plans are still being loaded.</source>
+        <translation>预案仍在加载中。</translation>
+    </message>
+    <message>
+        <source>The top of the tree can be neither edited nor deleted.</source>
+        <translation>树的顶层不能编辑或删除。</translation>
     </message>
     <message>
         <source>TheUserCurrentlyHasAWPBwgUrC</source>

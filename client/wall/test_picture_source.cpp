@@ -3,6 +3,7 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <cmath>
+#include <utility>
 
 namespace TarnClient {
 
@@ -54,8 +55,9 @@ QImage DrawScene(uint seed) {
 
 }  // namespace
 
-CTestPictureSource::CTestPictureSource(const view_plugin_protocol::PlanWindow& window)
-    : seed_(qHash(QByteArray::fromStdString(window.resource_code + window.resource_name), 11U)),
+CTestPictureSource::CTestPictureSource(const view_plugin_protocol::PlanWindow& window, IsOnline is_online)
+    : is_online_(std::move(is_online)),
+      seed_(qHash(QByteArray::fromStdString(window.resource_code + window.resource_name), 11U)),
       scene_(DrawScene(seed_)) {}
 
 std::unique_ptr<IPictureSource> CTestPictureSource::Make(const view_plugin_protocol::PlanWindow& window) {
@@ -73,18 +75,27 @@ void CTestPictureSource::Stop() {
 }
 
 IPictureSource::State CTestPictureSource::GetState() const {
-  return running_.isValid() ? State::Live : State::Stopped;
+  if (!running_.isValid()) {
+    return State::Stopped;
+  }
+  return HasSignal() ? State::Live : State::Lost;
 }
 
 qint64 CTestPictureSource::LatestNumber() const {
-  return running_.isValid() ? running_.elapsed() / kPictureMs : -1;
+  if (GetState() != State::Live) {
+    return -1;
+  }
+  return running_.elapsed() / kPictureMs;
 }
 
 // Always the same size: the window scales, and sixteen small pictures cost next to nothing.
 QImage CTestPictureSource::LatestPicture(const QSize& wanted) {
   Q_UNUSED(wanted)
   const qint64 number = LatestNumber();
-  if (number >= 0 && number != drawn_) {
+  if (number < 0) {
+    return QImage();
+  }
+  if (number != drawn_) {
     latest_ = Draw(number);
     drawn_ = number;
   }

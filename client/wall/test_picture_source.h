@@ -11,7 +11,10 @@ namespace TarnClient {
 /// has its own. About ten pictures a second, made when they are asked for. Thread: GUI.
 class CTestPictureSource : public IPictureSource {
  public:
-  explicit CTestPictureSource(const view_plugin_protocol::PlanWindow& window);
+  /// A camera without power or line has no pictures; unset: it always has.
+  using IsOnline = std::function<bool()>;
+
+  explicit CTestPictureSource(const view_plugin_protocol::PlanWindow& window, IsOnline is_online = nullptr);
 
   void Start() override;
   void Stop() override;
@@ -23,7 +26,9 @@ class CTestPictureSource : public IPictureSource {
 
  private:
   QImage Draw(qint64 number) const;
+  bool HasSignal() const { return !is_online_ || is_online_(); }
 
+  const IsOnline is_online_;
   const uint seed_;
   QImage scene_;
   QImage latest_;

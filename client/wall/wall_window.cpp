@@ -83,7 +83,7 @@ void CWallWindow::PaintPicture(QPainter& painter) {
   const QImage picture = source_->LatestPicture(size());
   if (picture.isNull()) {
     painter.setPen(Color("wall_hint"));
-    painter.drawText(rect(), Qt::AlignCenter, tr("Connecting..."));
+    painter.drawText(rect(), Qt::AlignCenter, NoPictureText());
     return;
   }
   QRect target(QPoint(), picture.size().scaled(size(), Qt::KeepAspectRatio));
@@ -94,6 +94,13 @@ void CWallWindow::PaintPicture(QPainter& painter) {
     shown_number_ = number;
     ++frames_;
   }
+}
+
+QString CWallWindow::NoPictureText() const {
+  if (source_->GetState() == IPictureSource::State::Lost) {
+    return tr("Camera offline");
+  }
+  return tr("Connecting...");
 }
 
 void CWallWindow::PaintBar(QPainter& painter) {

@@ -33,6 +33,7 @@ class CWallWindow : public QWidget {
 
  private:
   void PaintPicture(QPainter& painter);
+  QString NoPictureText() const;
   void PaintBar(QPainter& painter);
   void PaintEmpty(QPainter& painter);
   QString SpokenState() const;

@@ -7,6 +7,7 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPointer>
 #include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
@@ -24,6 +25,7 @@
 #include "help/about_dialog.h"
 #include "help/help_desk.h"
 #include "help/key_list.h"
+#include "cameras/camera_states.h"
 #include "history/history_popup.h"
 #include "history/play_history.h"
 #include "messages/message_desk.h"
@@ -65,6 +67,11 @@ CUserSettings* SettingsOf(const CMainWindow::Setup& setup, QObject* parent) {
     return setup.settings;
   }
   return new CUserSettings(QString(), parent);
+PictureSourceFactory PicturesOf(CCameraStates& cameras) {
+  return [states = QPointer<CCameraStates>(&cameras)](const view_plugin_protocol::PlanWindow& window) {
+    const auto is_online = [states, code = window.resource_code] { return !states || states->IsOnline(code); };
+    return std::make_unique<CTestPictureSource>(window, is_online);
+  };
 }
 
 }  // namespace
@@ -74,8 +81,9 @@ CMainWindow::CMainWindow(Setup setup, QWidget* parent)
       log_in_(std::move(setup.log_in)),
       store_url_(setup.store_url),
       actions_(new CWindowActions(this)),
+      cameras_(new CCameraStates(this)),
       tabs_(new QTabWidget(this)),
-      wall_(new CLiveWall(&CTestPictureSource::Make, this, std::move(setup.cycle_clock))),
+      wall_(new CLiveWall(PicturesOf(*cameras_), this, std::move(setup.cycle_clock))),
       player_(new CPlanPlayer(wall_, this)),
       renewal_(new CPlanRenewal(wall_, this)),
       saver_(new CPlanSaver(

@@ -29,6 +29,7 @@ struct UpdatePlanRequest;
 namespace TarnClient {
 
 class CDeskMemory;
+class CCameraStates;
 class CHistoryPopup;
 class CLiveWall;
 class CPlanFamily;
@@ -139,6 +140,7 @@ class CMainWindow : public QMainWindow {
   const QString store_url_;
   std::function<void()> after_saving_;  // what waits for a plan to be saved
   CWindowActions* actions_ = nullptr;
+  CCameraStates* const cameras_;
   QTabWidget* tabs_ = nullptr;
   CLiveWall* wall_ = nullptr;
   CPlanPlayer* player_ = nullptr;

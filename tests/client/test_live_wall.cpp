@@ -104,6 +104,7 @@ class LiveWallTest : public QObject {
   void OddPlansAreHarmless();
   void PicturesMoveAndRestWhenHidden();
   void CamerasLookDifferent();
+  void ACameraThatIsOfflineHasNoPictures();
   void NamesInToolTipsAreNoMarkup();
 
  private:
@@ -425,6 +426,24 @@ void LiveWallTest::CamerasLookDifferent() {
   const QImage first = source.LatestPicture(QSize());
   QVERIFY(other.LatestPicture(QSize()) != first);
   QTRY_VERIFY(source.LatestPicture(QSize()) != first);
+}
+
+void LiveWallTest::ACameraThatIsOfflineHasNoPictures() {
+  bool online = false;
+  CLiveWall wall([&online](const auto& window) {
+    return std::make_unique<CTestPictureSource>(window, [&online] { return online; });
+  });
+  wall.resize(wall_->size());
+  wall.show();
+  wall.Play(Plan("p", {Page(1, 1, 5, {"Gate"})}));
+  const auto picture = [&wall] { return wall.findChild<TarnClient::CWallWindow*>()->grab().toImage(); };
+  QTRY_COMPARE(wall.Windows().value(0).state, QString("lost"));
+  QVERIFY(!picture().isNull());
+  QCOMPARE(wall.Windows().value(0).frames, qint64(0));
+  online = true;
+  QTRY_VERIFY(wall.Windows().value(0).state == "live" && wall.Windows().value(0).frames > 0);
+  online = false;
+  QCOMPARE(wall.Windows().value(0).state, QString("lost"));
 }
 
 void LiveWallTest::NamesInToolTipsAreNoMarkup() {

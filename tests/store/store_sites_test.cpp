@@ -14,6 +14,7 @@ class StoreSitesTest : public CStoreTest {
   void WaitsForTheDownload();
   void ServesTheSingletons();
   void MakesTheDemoSite();
+  void TheDemoSiteHasUsersOfEachKind();
   void MakesAnEmptySite();
   void KeepsFavoriteCamerasPerUser();
   void SaysWhatCamerasCanDoNow();
@@ -90,15 +91,43 @@ void StoreSitesTest::MakesTheDemoSite() {
   QCOMPARE(client->DefaultUser(), QString("operator"));
   const auto overview = client.Detail(client.Plan("Gate overview"));
   QVERIFY(overview.type == 0 && overview.pages.size() == 1 && overview.pages.front().windows.size() == 4);
+  size_t fewest_streams = 9, most_streams = 0;
   for (const auto& window : overview.pages.front().windows) {
     ptz_plugin_protocol::GetPresetResponse presets;
     play_plugin_protocol::GetStreamAbiResponse streams;
     QVERIFY(client->GetPresets({window.resource_code}, presets) && presets.presets.size() == 2);
-    QVERIFY(client->GetStreamAbility({window.resource_code}, streams) && streams.stream_types.size() == 2);
+    QVERIFY(client->GetStreamAbility({window.resource_code}, streams));
+    most_streams = std::max(most_streams, streams.stream_types.size());
+    fewest_streams = std::min(fewest_streams, streams.stream_types.size());
     QVERIFY(!window.resource_name.empty());
   }
+  QVERIFY(fewest_streams == 1 && most_streams == 3);
   const auto patrol = client.Detail("123", 1);
   QVERIFY(patrol.name == "Night patrol" && patrol.start_time == "02:00:00" && patrol.end_time == "04:00:00");
+}
+
+// A newcomer's first start shows pictures; each of the others has less than the one before.
+void StoreSitesTest::TheDemoSiteHasUsersOfEachKind() {
+  fixture_->options.first_content = TarnHost::MakeDemoSite;
+  const auto rights = [](const CClient& client) {
+    std::string held;
+    for (const int right : {5, 6, 7}) {
+      held += client->CheckControlPermission(right) ? std::to_string(right) : std::string();
+    }
+    return held;
+  };
+  const CClient all(fixture_->Open("operator"));
+  QCOMPARE(all.DefaultView(), all.Plan("Gate overview"));
+  QCOMPARE(rights(all), std::string("567"));
+  const CClient guard(fixture_->Open("guard")), trainee(fixture_->Open("trainee"));
+  for (const auto* one : {&guard, &trainee}) {
+    QCOMPARE(rights(*one), std::string());
+    QCOMPARE(one->DefaultView(), std::string("-3"));
+    QCOMPARE(one->Groups("-1"), all.Groups("-1"));
+  }
+  QCOMPARE(trainee.Groups("-2"), QStringList({"Exercises@-2"}));
+  const std::string group = trainee.Group("-2", "Exercises");
+  QVERIFY(trainee.Groups(group).isEmpty() && !trainee.Plans(group).isEmpty() && trainee.Plans("-2").isEmpty());
 }
 
 void StoreSitesTest::MakesAnEmptySite() {

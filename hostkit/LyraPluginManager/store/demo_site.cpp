@@ -19,6 +19,8 @@ using view_plugin_protocol::PlanWindow;
 
 constexpr int kOperator = 0, kSupervisor = 1, kGuard = 2, kTrainee = 3;
 constexpr size_t kPlanCount = 120;
+constexpr int kGateOverview = 0;  // the first of the plans
+constexpr size_t kCameraOffline = 12;
 
 struct Place {
   const char* region;
@@ -76,8 +78,8 @@ const std::vector<PlanSite::Group>& Groups() {
       {"Handover", -1, OwnFamily, kSupervisor},     // 25
       {"Incidents", 25, OwnFamily, kSupervisor},    // 26
       {"Patrol", -1, OwnFamily, kGuard},            // 27
-      {"Exercises", -1, OwnFamily, kTrainee},       // 28
-      {"First week", 28, OwnFamily, kTrainee},      // 29
+      {"Night round", 27, OwnFamily, kGuard},       // 28
+      {"Exercises", -1, OwnFamily, kTrainee},       // 29
   };
   return groups;
 }
@@ -94,14 +96,23 @@ std::string CameraName(size_t number, const char* where) {
   return name.data();
 }
 
+// One, two or three: what offers a choice of streams is seen with each.
+std::vector<int32_t> Streams(size_t number) {
+  std::vector<int32_t> streams = {0};
+  for (int32_t more = 1; more <= static_cast<int32_t>(number % 3); ++more) {
+    streams.push_back(more);
+  }
+  return streams;
+}
+
 void AddPlaces(PlanSite* site) {
   for (const Place& place : Places()) {
     const int region = static_cast<int>(site->regions.size());
     site->regions.push_back({place.region, place.parent});
     for (const char* camera : place.cameras) {
       const size_t number = site->cameras.size() + 1;
-      const bool online = number % 13 != 0;
-      site->cameras.push_back({CameraName(number, camera), region, online, {"Wide", "Close up"}, {0, 1}});
+      site->cameras.push_back({CameraName(number, camera), region, number != kCameraOffline, {"Wide", "Close up"},
+                               Streams(number)});
     }
   }
 }
@@ -159,6 +170,9 @@ void AddNamedPlans(PlanSite* site) {
                {MakePage(1, 8, 30, 0, cameras), MakePage(2, 8, 30, 16, cameras), MakePage(3, 4, 15, 31, cameras)}));
   site->plans.push_back(MakePlan(*site, "Opening the doors", kMorningRound,
                                  {MakePage(1, 1, 5, 18, cameras), MakePage(2, 2, 12, 18, cameras)}));
+  site->plans.push_back(
+      MakePlan(*site, "Perimeter tour", kTours,
+               {MakePage(1, 2, 4, 0, cameras), MakePage(2, 2, 3, 4, cameras), MakePage(3, 2, 5, 8, cameras)}));
 }
 
 size_t PageCount(size_t number) {
@@ -201,7 +215,8 @@ PlanSite MakeEmptySite() {
 PlanSite MakeDemoSite() {
   PlanSite site;
   site.root_name = "Plans";
-  site.users = {{"operator", AllRights()}, {"supervisor", {AddRight, EditRight}}, {"guard", {}}, {"trainee", {}}};
+  site.users = {
+      {"operator", AllRights(), kGateOverview}, {"supervisor", {AddRight, EditRight}}, {"guard", {}}, {"trainee", {}}};
   site.groups = Groups();
   site.switches = {{"timed_play", 1}, {"creation_info", 1}};
   AddPlaces(&site);

@@ -4,6 +4,7 @@
 #include <QUuid>
 #include <algorithm>
 
+#include "ResourceData/resource_type.h"
 #include "store/feature_switches.h"
 #include "store/text_rules.h"
 #include "store/thumbnail_rules.h"
@@ -52,6 +53,7 @@ void CSiteImporter::Run() {
   const int32_t first_plan = repository_.NewCodes(static_cast<int32_t>(site_.plans.size()));
   ImportGroups(first_group);
   ImportPlans(first_plan);
+  ImportDefaultViews(first_plan);
 }
 
 void CSiteImporter::ImportInfo() {
@@ -137,6 +139,17 @@ void CSiteImporter::ImportPlans(int32_t first_code) {
     StoredPlan stored = Content(plan);
     stored.row.code = code++;
     repository_.InsertPlan(stored);
+  }
+}
+
+void CSiteImporter::ImportDefaultViews(int32_t first_plan) {
+  for (size_t place = 0; place < site_.users.size(); ++place) {
+    const int plan = site_.users[place].default_view;
+    if (plan >= 0) {
+      At(site_.plans, plan);
+      engine_.Execute("INSERT INTO default_view (user_id, code, type) VALUES (?, ?, ?)",
+                      {kFirstUser + static_cast<int32_t>(place), first_plan + plan, int(ResourceData::RT_VIEW)});
+    }
   }
 }
 

@@ -25,6 +25,7 @@ class CSiteImporter {
   void ImportGroups(int32_t first_code);
   GroupRow GroupAt(size_t place, int32_t first_code) const;
   void ImportPlans(int32_t first_code);
+  void ImportDefaultViews(int32_t first_plan);
   StoredPlan Content(const PlanSite::Plan& plan) const;
   std::list<view_plugin_protocol::PlanPage> Pages(const PlanSite::Plan& plan) const;
   void ResolveCamera(view_plugin_protocol::PlanWindow* window) const;

@@ -15,6 +15,7 @@ struct PlanSite {
   struct User {
     std::string name;
     std::vector<int> rights;  // of 5, 6, 7
+    int default_view = -1;    // place in `plans`
   };
   struct Region {
     std::string name;
@@ -55,7 +56,8 @@ struct PlanSite {
 /// A site that is still to be filled: one user, "operator", with all rights.
 TARN_HOST_EXPORT PlanSite MakeEmptySite();
 
-/// The demo site: 4 users with different rights, 40 cameras in a region tree, 30 groups and 120 plans.
+/// The demo site: 4 users with different rights, 40 cameras in a region tree, one of them offline, 30 groups and 120
+/// plans.
 TARN_HOST_EXPORT PlanSite MakeDemoSite();
 
 }  // namespace TarnHost
