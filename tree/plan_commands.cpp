@@ -12,34 +12,92 @@ using view_plugin_protocol::EditRight;
 
 namespace {
 
+class PanelTexts {
+  Q_DECLARE_TR_FUNCTIONS(TarnPlanView::CViewExternWidget)
+};
+
 bool IsPublic(int item_type) {
   return item_type >= PublicRootItem && item_type <= PublicLeafItem;
 }
 
-// A button of the bar is off: for want of a right, or for something that needs no words.
-CommandState Granted(bool granted, bool has_right, Refusal no_right, const PanelSituation& situation) {
+bool IsReceived(int item_type) {
+  return item_type >= ReceivedRootItem && item_type <= ReceivedLeafItem;
+}
+
+bool IsRoot(int item_type) {
+  return item_type == PublicRootItem || item_type == OwnRootItem || item_type == ReceivedRootItem;
+}
+
+Refusal LackOfRight(view_plugin_protocol::Right right) {
+  switch (right) {
+    case AddRight:
+      return Refusal::NoAddRight;
+    case EditRight:
+      return Refusal::NoEditRight;
+    case DeleteRight:
+      return Refusal::NoDeleteRight;
+  }
+  return Refusal::None;
+}
+
+// Why a row has left a button off that takes this right.
+Refusal RefusalOfRow(const PanelSituation& situation, view_plugin_protocol::Right right) {
+  if (IsPublic(situation.item_type) && !situation.rights.Has(right)) {
+    return LackOfRight(right);
+  }
+  if (IsReceived(situation.item_type)) {
+    return Refusal::Received;
+  }
+  if (!IsRoot(situation.item_type)) {
+    return Refusal::NoRow;
+  }
+  return right == AddRight ? Refusal::PlansStandInGroups : Refusal::Root;
+}
+
+// Why a command is off: the page in sight comes first, for on another one the same row may have it.
+Refusal WhyOff(const PanelSituation& situation, bool granted, view_plugin_protocol::Right right) {
+  if (situation.between_users || situation.page == PanelPage::Wait) {
+    return Refusal::Loading;
+  }
+  if (situation.page == PanelPage::Search) {
+    return Refusal::SearchShown;
+  }
+  if (!granted) {
+    return RefusalOfRow(situation, right);
+  }
+  return situation.editing ? Refusal::EditorOpen : Refusal::EditorOpening;
+}
+
+CommandState OnOrOff(bool enabled, const PanelSituation& situation, bool granted, view_plugin_protocol::Right right) {
   CommandState state;
-  state.enabled = state.button_enabled = granted;
-  if (!granted && !has_right && IsPublic(situation.item_type)) {
-    state.reason = no_right;
+  state.enabled = state.button_enabled = enabled;
+  if (!enabled) {
+    state.reason = WhyOff(situation, granted, right);
   }
   return state;
 }
 
-// A search or the editor has taken the row away that the command would be about.
-void Hold(CommandState& state, const PanelSituation& situation) {
-  const bool searching = situation.page == PanelPage::Search;
-  if (searching || situation.editing) {
-    state.enabled = state.button_enabled = false;
-  }
-  if (searching && !state.enabled) {
-    state.reason = Refusal::SearchShown;
+// The wait page leaves the button as it was, but there is no row in sight that it could be about.
+void HoldWhileWaiting(CommandState& state, const PanelSituation& situation) {
+  if (situation.page == PanelPage::Wait) {
+    state.enabled = false;
+    state.reason = Refusal::Loading;
   }
 }
 
-// The wait page leaves the button as it was, but there is no row in sight that it could be about.
-void HoldWhileWaiting(CommandState& state, const PanelSituation& situation) {
-  state.enabled = state.enabled && situation.page != PanelPage::Wait;
+// A search or the editor has taken the row away that the command would be about.
+bool IsRowInSight(const PanelSituation& situation) {
+  return situation.page != PanelPage::Search && !situation.editing;
+}
+
+Refusal WhyHitIsNotEdited(const PanelSituation& situation) {
+  if (situation.item_type <= 0) {
+    return Refusal::NothingMarked;
+  }
+  if (IsReceived(situation.item_type)) {
+    return Refusal::Received;
+  }
+  return situation.editing ? Refusal::EditorOpen : Refusal::NoEditRight;
 }
 
 // A hit is edited by what it is itself; the button stays on where the row behind the hits has left it on.
@@ -49,8 +107,8 @@ CommandState EditHit(const PanelSituation& situation) {
   const bool allowed = hit == OwnPlanItem || (hit == PublicPlanItem && situation.rights.Has(EditRight));
   state.enabled = allowed && !situation.editing;
   state.button_enabled = state.enabled || (situation.grants.edit && !situation.editing);
-  if (!allowed && !situation.editing) {
-    state.reason = hit > 0 ? Refusal::NoEditRight : Refusal::NothingMarked;
+  if (!state.enabled) {
+    state.reason = WhyHitIsNotEdited(situation);
   }
   return state;
 }
@@ -59,34 +117,27 @@ CommandState Edit(const PanelSituation& situation) {
   if (situation.page == PanelPage::Search) {
     return EditHit(situation);
   }
-  const bool granted = situation.grants.edit && !situation.editing;
-  CommandState state = Granted(granted, situation.rights.Has(EditRight), Refusal::NoEditRight, situation);
+  const bool granted = situation.grants.edit;
+  CommandState state = OnOrOff(granted && !situation.editing, situation, granted, EditRight);
   HoldWhileWaiting(state, situation);
   return state;
 }
 
 CommandState Delete(const PanelSituation& situation) {
-  CommandState state =
-      Granted(situation.grants.remove, situation.rights.Has(DeleteRight), Refusal::NoDeleteRight, situation);
-  Hold(state, situation);
+  const bool granted = situation.grants.remove;
+  CommandState state = OnOrOff(granted && IsRowInSight(situation), situation, granted, DeleteRight);
   HoldWhileWaiting(state, situation);
   return state;
 }
 
 CommandState AddGroup(const PanelSituation& situation) {
   const bool granted = situation.grants.add_group && !situation.between_users;
-  CommandState state = Granted(granted, situation.rights.Has(AddRight), Refusal::NoAddRight, situation);
-  Hold(state, situation);
-  return state;
+  return OnOrOff(granted && IsRowInSight(situation), situation, granted, AddRight);
 }
 
 CommandState AddPlan(const PanelSituation& situation) {
-  const bool granted = situation.grants.add_plan && !situation.between_users && !situation.opening;
-  CommandState state = Granted(granted, situation.rights.Has(AddRight), Refusal::NoAddRight, situation);
-  if (!granted && situation.page == PanelPage::Search) {
-    state.reason = Refusal::SearchShown;
-  }
-  return state;
+  const bool granted = situation.grants.add_plan && !situation.between_users;
+  return OnOrOff(granted && !situation.opening, situation, granted, AddRight);
 }
 
 // Also of own plans: the copy comes into trees that are not the sharer's, so sharing takes the right to add.
@@ -188,15 +239,27 @@ QString TextOf(Refusal refusal) {
     case Refusal::NoDeleteRight:
       return LackOf(DeleteRight);
     case Refusal::NoShareRight:
-      return QCoreApplication::translate("TarnPlanView::CViewExternWidget", "You lack the right to share plans.");
+      return PanelTexts::tr("You lack the right to share plans.");
     case Refusal::SearchShown:
-      return QCoreApplication::translate("TarnPlanView::CViewExternWidget", "Leave the search first.");
+      return PanelTexts::tr("Leave the search first.");
     case Refusal::NothingMarked:
-      return QCoreApplication::translate("TarnPlanView::CViewExternWidget", "No plan is marked.");
+      return PanelTexts::tr("No plan is marked.");
+    case Refusal::NoRow:
+      return PanelTexts::tr("Choose a row first.");
+    case Refusal::Root:
+      return PanelTexts::tr("The top of the tree can be neither edited nor deleted.");
+    case Refusal::PlansStandInGroups:
+      return PanelTexts::tr("Plans stand in groups. Choose a group first.");
+    case Refusal::Received:
+      return PanelTexts::tr("Plans that were received cannot be changed.");
+    case Refusal::EditorOpen:
+      return PanelTexts::tr("Close the plan editor first.");
+    case Refusal::EditorOpening:
+      return PanelTexts::tr("The plan editor is being opened.");
     case Refusal::Loading:
-      return QCoreApplication::translate("TarnPlanView::CViewExternWidget", "The plans are still being loaded.");
+      return PanelTexts::tr("The plans are still being loaded.");
     case Refusal::InNoTree:
-      return QCoreApplication::translate("TarnPlanView::CViewExternWidget", "No tree here shows this plan.");
+      return PanelTexts::tr("No tree here shows this plan.");
   }
   return QString();
 }

@@ -39,7 +39,7 @@ struct PanelSituation {
   bool in_no_tree = false;     // the marked hit is of a family whose tree is not shown anywhere
 };
 
-/// Why a command is not enabled, where that needs words.
+/// Why a command, or its button, is not enabled.
 enum class Refusal {
   None,
   NoAddRight,
@@ -48,8 +48,14 @@ enum class Refusal {
   NoShareRight,
   SearchShown,
   NothingMarked,
+  NoRow,
+  Root,
+  PlansStandInGroups,
+  Received,
+  EditorOpen,
+  EditorOpening,
   Loading,
-  InNoTree
+  InNoTree,
 };
 
 /// For the user; empty for none.

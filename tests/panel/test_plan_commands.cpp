@@ -47,6 +47,7 @@ class PlanCommandsTest : public QObject {
   void RowsGrantTheButtons();
   void StatesFollowTheSituation_data();
   void StatesFollowTheSituation();
+  void WhatIsOffSaysWhy();
   void MenusShowWhatSuitsTheRow();
   void HitsAreShownInTheTree();
 };
@@ -88,7 +89,9 @@ void PlanCommandsTest::StatesFollowTheSituation_data() {
   QTest::addColumn<QString>("rights");
   QTest::addColumn<QString>("buttons");
   QTest::addColumn<QString>("enabled");
-  QTest::addColumn<QString>("reasons");  // of each button: . none, a e d the right, L a search, M nothing marked
+  // Of each button: . none, a e d the right, L a search, M nothing marked, N no row, R a root, G plans stand in groups,
+  // X received, E the editor is open, O it is being opened, W the load.
+  QTest::addColumn<QString>("reasons");
   const auto add = [](const char* name, const char* mode, int type, const char* grants, const char* rights,
                       const char* buttons, const char* enabled, const char* reasons) {
     QTest::newRow(name) << QString(mode) << type << QString(grants) << QString(rights) << QString(buttons)
@@ -97,20 +100,20 @@ void PlanCommandsTest::StatesFollowTheSituation_data() {
   add("as granted", "T", PublicPlanItem, "gped", "aed", "gped", "gped", "....");
   add("no rights", "T", PublicPlanItem, "----", "", "----", "----", "aaed");
   add("one right", "T", PublicGroupItem, "--e-", "e", "--e-", "--e-", "aa.d");
-  add("root", "T", PublicRootItem, "g---", "aed", "g---", "g---", "....");
-  add("received", "T", ReceivedPlanItem, "g---", "", "g---", "g---", "....");
-  add("no row", "T", 0, "----", "", "----", "----", "....");
-  add("editing", "TE", PublicPlanItem, "gped", "aed", "-p--", "-p--", "....");
-  add("opening", "TO", PublicPlanItem, "gped", "aed", "g-ed", "g-ed", "....");
-  add("wait", "W", PublicPlanItem, "gped", "aed", "gped", "gp--", "....");
-  add("between users", "WU", PublicPlanItem, "gped", "", "--ed", "----", "aa..");
+  add("root", "T", PublicRootItem, "g---", "aed", "g---", "g---", ".GRR");
+  add("received", "T", ReceivedPlanItem, "g---", "", "g---", "g---", ".XXX");
+  add("no row", "T", 0, "----", "", "----", "----", "NNNN");
+  add("editing", "TE", PublicPlanItem, "gped", "aed", "-p--", "-p--", "E.EE");
+  add("opening", "TO", PublicPlanItem, "gped", "aed", "g-ed", "g-ed", ".O..");
+  add("wait", "W", PublicPlanItem, "gped", "aed", "gped", "gp--", "..WW");
+  add("between users", "WU", PublicPlanItem, "gped", "", "--ed", "----", "WWWW");
   add("public hit", "S", PublicPlanItem, "gped", "aed", "-pe-", "-pe-", "L..L");
   add("hit of one's own", "S", OwnPlanItem, "g---", "", "--e-", "--e-", "LL.L");
   add("hit without the right", "S", PublicPlanItem, "gped", "", "-pe-", "-p--", "L.eL");
-  add("received hit", "S", ReceivedPlanItem, "g---", "aed", "----", "----", "LLeL");
+  add("received hit", "S", ReceivedPlanItem, "g---", "aed", "----", "----", "LLXL");
   add("no hit", "S", 0, "gped", "aed", "-pe-", "-p--", "L.ML");
-  add("editing a hit", "SE", OwnPlanItem, "gped", "aed", "-p--", "-p--", "L..L");
-  add("search between users", "SU", PublicPlanItem, "--ed", "aed", "--e-", "--e-", "LL.L");
+  add("editing a hit", "SE", OwnPlanItem, "gped", "aed", "-p--", "-p--", "L.EL");
+  add("search between users", "SU", PublicPlanItem, "--ed", "aed", "--e-", "--e-", "WW.W");
 }
 
 void PlanCommandsTest::StatesFollowTheSituation() {
@@ -135,11 +138,37 @@ void PlanCommandsTest::StatesFollowTheSituation() {
   QTEST(letters(&CommandState::enabled), "enabled");
   QString found;
   for (const PlanCommand command : kBar) {
-    found += QStringLiteral(".aedsLM").at(static_cast<int>(states[command].reason));
+    found += QStringLiteral(".aedsLMNRGXEOW").at(static_cast<int>(states[command].reason));
   }
   QCOMPARE(found, reasons);
   QCOMPARE(states[PlanCommand::Share].enabled, situation.rights.Has(AddRight));
   QCOMPARE(states[PlanCommand::Share].reason == Refusal::NoShareRight, !situation.rights.Has(AddRight));
+}
+
+// In every situation that the panel can be in, also in those that nothing leads to today.
+void PlanCommandsTest::WhatIsOffSaysWhy() {
+  for (int bits = 0; bits < 1 << 12; ++bits) {
+    PanelSituation situation;
+    const auto bit = [bits](int number) { return (bits >> number & 1) != 0; };
+    situation.grants = {bit(0), bit(1), bit(2), bit(3)};
+    for (int right = 0; right < 3; ++right) {
+      if (bit(4 + right)) {
+        situation.rights.Add(kRights[right]);
+      }
+    }
+    situation.editing = bit(7);
+    situation.opening = bit(8);
+    situation.between_users = bit(9);
+    situation.page = static_cast<PanelPage>(qMin(bits >> 10, 2));
+    for (situation.item_type = PlaceholderItem; situation.item_type <= ReceivedLeafItem; ++situation.item_type) {
+      const CommandStates states = StatesOf(situation);
+      for (int command = 0; command < kPlanCommands; ++command) {
+        const CommandState& state = states[static_cast<PlanCommand>(command)];
+        const bool on = state.enabled && state.button_enabled;
+        QVERIFY2(on == TextOf(state.reason).isEmpty(), qPrintable(QString("%1 %2").arg(bits).arg(command)));
+      }
+    }
+  }
 }
 
 void PlanCommandsTest::MenusShowWhatSuitsTheRow() {
