@@ -3,6 +3,8 @@
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_rules/families.h"
+#include "plan_rules/plan_sign.h"
+#include "view_config_manager.h"
 #include "view_public_def.h"
 
 namespace TarnPlanView {
@@ -39,6 +41,9 @@ CViewPlanItem::~CViewPlanItem() = default;
 QVariant CViewPlanItem::data(int role) const {
   if (role == Qt::AccessibleTextRole && data(PlayingRole).toBool()) {
     return tr("%1, playing").arg(text());
+  }
+  if (role == Qt::AccessibleDescriptionRole) {
+    return view_plugin_protocol::TextOf(SignOf(plan_, CViewConfigManager::Instance().IsSupportTimedPlay()));
   }
   return CStandardItem::data(role);
 }

@@ -17,7 +17,7 @@ class CViewPlanItem : public QObject, public MarUIControl::CStandardItem {
 
   using MarUIControl::CStandardItem::setData;
 
-  /// Of the playing plan also the text for assistive technology, which tells that it plays.
+  /// Also what assistive technology is to say: that the plan plays, starts by itself or turns pages.
   QVariant data(int role = Qt::UserRole + 1) const override;
 
   /// Renews the icon, then role 673.

@@ -9,7 +9,6 @@
 
 #include "TarnUIDataController/skin_loader.h"
 #include "WidgetKit/new_location_view_widget.h"
-#include "plan_item_role.h"
 #include "view_config_manager.h"
 #include "view_public_def.h"
 
@@ -22,6 +21,7 @@ constexpr int kBadgeSize = 14;
 constexpr int kMoreSize = 22;
 constexpr int kMoreIconSize = 16;
 constexpr int kMatchAlpha = 80;
+constexpr qreal kQuietOpacity = 0.75;
 
 QFont Bold(QFont font) {
   font.setBold(true);
@@ -31,10 +31,6 @@ QFont Bold(QFont font) {
 QIcon MoreIcon(bool light_strokes) {
   const QString path = QStringLiteral(":/Images/TarnPlanView/row_more.svg");
   return QIcon(CViewPublicDef::GetDarkPath(path, light_strokes));
-}
-
-bool IsPlaying(const QModelIndex& index) {
-  return index.data(PlayingRole).toBool();
 }
 
 // A name is never taken for markup.
@@ -94,7 +90,7 @@ bool CPlanTreeItemDelegate::ShowsMore(const QModelIndex& index) const {
   return index == hover_row_ || index == view_->currentIndex();
 }
 
-CPlanTreeItemDelegate::Layout CPlanTreeItemDelegate::Arrange(const QStyleOptionViewItem& option, bool playing,
+CPlanTreeItemDelegate::Layout CPlanTreeItemDelegate::Arrange(const QStyleOptionViewItem& option, const RowMarks& marks,
                                                              bool more) const {
   const QRect& row = option.rect;
   const auto mirrored = [&option, &row](const QRect& rect) { return QStyle::visualRect(option.direction, row, rect); };
@@ -110,11 +106,16 @@ CPlanTreeItemDelegate::Layout CPlanTreeItemDelegate::Arrange(const QStyleOptionV
     layout.more = MoreButtonRect(row);
     right -= kMoreSize + kGap / 2;
   }
-  if (playing) {
-    layout.badge =
-        mirrored(QRect(right - kBadgeSize + 1, row.top() + (row.height() - kBadgeSize) / 2, kBadgeSize, kBadgeSize));
-    right -= kBadgeSize + kGap;
-  }
+  const auto take = [&right, &row, &mirrored](bool shown, QRect& place) {
+    if (shown) {
+      const int top = row.top() + (row.height() - kBadgeSize) / 2;
+      place = mirrored(QRect(right - kBadgeSize + 1, top, kBadgeSize, kBadgeSize));
+      right -= kBadgeSize + kGap;
+    }
+  };
+  take(marks.playing, layout.badge);
+  take(marks.sign.IsTour(), layout.tour);
+  take(marks.sign.timed, layout.clock);
   layout.text = mirrored(QRect(QPoint(left, row.top()), QPoint(qMax(left, right), row.bottom())));
   return layout;
 }
@@ -124,14 +125,12 @@ void CPlanTreeItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem&
   QStyleOptionViewItem option = given;
   initStyleOption(&option, index);
   const bool selected = option.state & QStyle::State_Selected;
-  const bool playing = IsPlaying(index);
-  const Layout layout = Arrange(option, playing, ShowsMore(index));
+  const RowMarks marks = RowMarks::Of(index);
+  const Layout layout = Arrange(option, marks, ShowsMore(index));
   view_->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, view_);
   option.icon.paint(painter, layout.icon, Qt::AlignCenter, IconMode(selected));
-  PaintName(painter, option, layout.text, playing);
-  if (playing) {
-    PaintBadge(painter, layout.badge, selected);
-  }
+  PaintName(painter, option, layout.text, marks.playing);
+  PaintMarks(painter, option, layout);
   if (!layout.more.isEmpty()) {
     PaintMore(painter, layout.more, index, selected);
   }
@@ -176,20 +175,22 @@ void CPlanTreeItemDelegate::PaintLocated(QPainter* painter, const QString& shown
   }
 }
 
-void CPlanTreeItemDelegate::PaintBadge(QPainter* painter, const QRect& rect, bool selected) const {
-  const QColor color = Accent(selected);
-  const QRectF circle = QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5);
-  const QPointF center = circle.center();
-  const QPointF triangle[] = {center + QPointF(-2, -3.5), center + QPointF(4, 0), center + QPointF(-2, 3.5)};
-  painter->save();
-  painter->setRenderHint(QPainter::Antialiasing);
-  painter->setPen(QPen(color, 1.2));
-  painter->setBrush(Qt::NoBrush);
-  painter->drawEllipse(circle);
-  painter->setPen(Qt::NoPen);
-  painter->setBrush(color);
-  painter->drawPolygon(triangle, 3);
-  painter->restore();
+void CPlanTreeItemDelegate::PaintMarks(QPainter* painter, const QStyleOptionViewItem& option,
+                                       const Layout& layout) const {
+  const bool selected = option.state & QStyle::State_Selected;
+  if (!layout.badge.isEmpty()) {
+    PaintPlayingMark(painter, layout.badge, Accent(selected));
+  }
+  QColor quiet = option.palette.color(TextRole(selected));
+  if (!selected) {
+    quiet.setAlphaF(kQuietOpacity);
+  }
+  if (!layout.tour.isEmpty()) {
+    PaintTourMark(painter, layout.tour, quiet);
+  }
+  if (!layout.clock.isEmpty()) {
+    PaintClockMark(painter, layout.clock, quiet);
+  }
 }
 
 void CPlanTreeItemDelegate::PaintMore(QPainter* painter, const QRect& rect, const QModelIndex& index,
@@ -236,11 +237,14 @@ bool CPlanTreeItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view
   }
   QStyleOptionViewItem option = given;
   initStyleOption(&option, index);
-  const bool playing = IsPlaying(index);
-  const Layout layout = Arrange(option, playing, ShowsMore(index));
+  const RowMarks marks = RowMarks::Of(index);
+  const Layout layout = Arrange(option, marks, ShowsMore(index));
+  const QRect signs = layout.tour | layout.clock;
   if (layout.more.contains(event->pos())) {
     QToolTip::showText(event->globalPos(), tr("More"), view->viewport(), layout.more);
-  } else if (Metrics(playing).horizontalAdvance(option.text) > layout.text.width()) {
+  } else if (signs.contains(event->pos())) {
+    QToolTip::showText(event->globalPos(), TextOf(marks.sign), view->viewport(), signs);
+  } else if (Metrics(marks.playing).horizontalAdvance(option.text) > layout.text.width()) {
     QToolTip::showText(event->globalPos(), PlainToolTip(option.text), view->viewport(), option.rect);
   } else {
     QToolTip::hideText();

@@ -8,13 +8,14 @@
 #include <QStyledItemDelegate>
 
 #include "MarUIControl/item_data_role.h"
+#include "row_marks.h"
 
 class QAbstractItemView;
 
 namespace TarnPlanView {
 
-/// Paints the rows of the plan tree: icon, name with the located text marked, the sign of the playing plan, and the
-/// "more" button on the current row and under the mouse. Fonts, icons and colours are made once a skin, not once a
+/// Paints the rows of the plan tree: icon, name with the located text marked, the signs of a plan that plays, starts by
+/// itself or turns pages, and the "more" button on the current row and under the mouse. Fonts, icons and colours are made once a skin, not once a
 /// row. Child of its view. Thread: GUI.
 class CPlanTreeItemDelegate : public QStyledItemDelegate {
   Q_OBJECT
@@ -41,17 +42,17 @@ class CPlanTreeItemDelegate : public QStyledItemDelegate {
 
  private:
   struct Layout {
-    QRect icon, text, badge, more;  // badge and more are empty where they are not shown
+    QRect icon, text, clock, tour, badge, more;  // all but icon and text are empty where they are not shown
   };
 
-  Layout Arrange(const QStyleOptionViewItem& option, bool playing, bool more) const;
+  Layout Arrange(const QStyleOptionViewItem& option, const RowMarks& marks, bool more) const;
   QColor Accent(bool selected) const;
   bool ShowsMore(const QModelIndex& index) const;
   const QFontMetrics& Metrics(bool playing) const { return playing ? bold_metrics_ : metrics_; }
   void PaintName(QPainter* painter, const QStyleOptionViewItem& option, const QRect& rect, bool playing) const;
   void PaintLocated(QPainter* painter, const QString& shown, const QRect& rect, const QFontMetrics& metrics,
                     bool selected) const;
-  void PaintBadge(QPainter* painter, const QRect& rect, bool selected) const;
+  void PaintMarks(QPainter* painter, const QStyleOptionViewItem& option, const Layout& layout) const;
   void PaintMore(QPainter* painter, const QRect& rect, const QModelIndex& index, bool selected) const;
   void PaintFocus(QPainter* painter, const QStyleOptionViewItem& option) const;
 

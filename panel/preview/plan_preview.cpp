@@ -12,8 +12,10 @@
 #include "host_calls/ask.h"
 #include "page_picture.h"
 #include "plan_rows.h"
+#include "plan_rules/plan_sign.h"
 #include "plan_rules/thumbnail_limits.h"
 #include "plan_view_tree.h"
+#include "view_config_manager.h"
 
 namespace TarnPlanView {
 
@@ -50,7 +52,7 @@ QImage ScaledThumbnail(const std::string& png, const QSize& room) {
 }  // namespace
 
 CPlanPreview::CPlanPreview(CPlanViewTree* tree)
-    : QFrame(tree), tree_(tree), picture_(new QLabel(this)), name_(new QLabel(this)), seen_(kPicturesKept) {
+    : QFrame(tree), tree_(tree), picture_(new QLabel(this)), name_(new QLabel(this)), sign_(new QLabel(this)), seen_(kPicturesKept) {
   setObjectName(QStringLiteral("plan_preview"));
   setAttribute(Qt::WA_TransparentForMouseEvents);
   setFocusPolicy(Qt::NoFocus);
@@ -61,6 +63,8 @@ CPlanPreview::CPlanPreview(CPlanViewTree* tree)
   layout->setSpacing(4);
   layout->addWidget(picture_);
   layout->addWidget(name_);
+  sign_->setObjectName(QStringLiteral("plan_preview_sign"));
+  layout->addWidget(sign_);
   rest_.setSingleShot(true);
   rest_.setInterval(kRestMs);
   connect(&rest_, &QTimer::timeout, this, &CPlanPreview::Fetch);
@@ -96,7 +100,7 @@ void CPlanPreview::OnMouseMove(const QModelIndex& index) {
 }
 
 void CPlanPreview::Fetch() {
-  if (const QPixmap* known = seen_.object(code_)) {
+  if (const Seen* known = seen_.object(code_)) {
     Show(*known);
     return;
   }
@@ -125,8 +129,10 @@ void CPlanPreview::OnFetched(const QString& code, const GetPlanDetailResponse& p
   if (picture.isNull()) {
     return;
   }
-  seen_.insert(code, new QPixmap(picture));
-  Show(picture);
+  const bool timed_play = CViewConfigManager::Instance().IsSupportTimedPlay();
+  const Seen seen{picture, TextOf(SignOf(plan, timed_play))};
+  seen_.insert(code, new Seen(seen));
+  Show(seen);
 }
 
 QSize CPlanPreview::Pixels() const {
@@ -142,7 +148,7 @@ QPixmap CPlanPreview::Drawn(const GetPlanDetailResponse& plan) const {
   return QPixmap::fromImage(PagePicture(plan.pages.front(), kPictureSize, devicePixelRatioF()));
 }
 
-void CPlanPreview::Show(const QPixmap& picture) {
+void CPlanPreview::Show(const Seen& seen) {
   QWidget* window = tree_ ? tree_->window() : nullptr;
   if (!window || !tree_->isVisible()) {
     return;
@@ -150,10 +156,12 @@ void CPlanPreview::Show(const QPixmap& picture) {
   if (parentWidget() != window) {
     setParent(window);
   }
-  picture_->setPixmap(picture);
+  picture_->setPixmap(seen.picture);
   picture_->setAlignment(Qt::AlignCenter);
   picture_->setFixedSize(kPictureSize);
   name_->setText(name_->fontMetrics().elidedText(title_, Qt::ElideRight, kPictureSize.width()));
+  sign_->setText(sign_->fontMetrics().elidedText(seen.sign, Qt::ElideRight, kPictureSize.width()));
+  sign_->setVisible(!seen.sign.isEmpty());
   ensurePolished();
   adjustSize();
   Place();

@@ -32,20 +32,25 @@ class CPlanPreview : public QFrame {
   void Dismiss();
 
  private:
+  struct Seen {
+    QPixmap picture;
+    QString sign;
+  };
+
   void OnMouseMove(const QModelIndex& index);
   void Fetch();
   void OnFetched(const QString& code, const view_plugin_protocol::GetPlanDetailResponse& plan, const QImage& thumbnail);
-  void Show(const QPixmap& picture);
+  void Show(const Seen& seen);
   void Place();
   QSize Pixels() const;
   QPixmap Drawn(const view_plugin_protocol::GetPlanDetailResponse& plan) const;
 
   QPointer<CPlanViewTree> tree_;
-  QLabel *picture_ = nullptr, *name_ = nullptr;
+  QLabel *picture_ = nullptr, *name_ = nullptr, *sign_ = nullptr;
   QTimer rest_;
   QString code_, title_;
   QRect row_;
-  QCache<QString, QPixmap> seen_;
+  QCache<QString, Seen> seen_;
   HostCalls::CCallScope newest_;
 };
 
