@@ -201,6 +201,7 @@ void CClientSession::LoadLanguage() {
   const QString language = options_.LanguageFor(settings_->Chosen().language);
   QLocale::setDefault(QLocale(language));
   const QString file = QStringLiteral(":/TarnClient/translations/tarn_%1.qm").arg(language);
+  translator_.TakeWording();
   if (translator_.load(file)) {
     QCoreApplication::installTranslator(&translator_);
   } else {

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <QObject>
-#include <QTranslator>
 #include <memory>
 
 #include "app/client_options.h"
+#include "app/client_translator.h"
 #include "app/plan_data_loader.h"
 #include "settings/user_settings.h"
 
@@ -51,7 +51,7 @@ class CClientSession : public QObject {
   ClientOptions options_;
   QString store_url_, user_;
   QString skin_chosen_;  // by the user, as stored
-  QTranslator translator_;
+  CClientTranslator translator_;
   std::shared_ptr<TarnHost::CPlanStore> store_;
   std::unique_ptr<CUserSettings> settings_;
   CPlanDataLoader loader_;

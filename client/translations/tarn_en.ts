@@ -30,12 +30,27 @@
         <translation>You lack the right to add plans.</translation>
     </message>
     <message>
+        <source>You lack the right to add plans.</source>
+        <comment>view</comment>
+        <translation>You lack the right to add views.</translation>
+    </message>
+    <message>
         <source>You lack the right to edit plans.</source>
         <translation>You lack the right to edit plans.</translation>
     </message>
     <message>
+        <source>You lack the right to edit plans.</source>
+        <comment>view</comment>
+        <translation>You lack the right to edit views.</translation>
+    </message>
+    <message>
         <source>You lack the right to delete plans.</source>
         <translation>You lack the right to delete plans.</translation>
+    </message>
+    <message>
+        <source>You lack the right to delete plans.</source>
+        <comment>view</comment>
+        <translation>You lack the right to delete views.</translation>
     </message>
 </context>
 <context>
@@ -359,6 +374,11 @@
     <name>TarnClient::CProgrammeTexts</name>
     <message>
         <source>The default view is a group, but playing groups in turn is switched off.</source>
+        <translation>The default plan is a group, but playing groups in turn is switched off.</translation>
+    </message>
+    <message>
+        <source>The default view is a group, but playing groups in turn is switched off.</source>
+        <comment>view</comment>
         <translation>The default view is a group, but playing groups in turn is switched off.</translation>
     </message>
     <message>
@@ -366,8 +386,18 @@
         <translation>Playing the plans of a group in turn is switched off.</translation>
     </message>
     <message>
+        <source>Playing the plans of a group in turn is switched off.</source>
+        <comment>view</comment>
+        <translation>Playing the views of a group in turn is switched off.</translation>
+    </message>
+    <message>
         <source>The group has no plans to cycle through.</source>
         <translation>The group has no plans to cycle through.</translation>
+    </message>
+    <message>
+        <source>The group has no plans to cycle through.</source>
+        <comment>view</comment>
+        <translation>The group has no views to cycle through.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; could not be played and was skipped.</source>
@@ -382,6 +412,11 @@
         <translation>plan %1 of %2</translation>
     </message>
     <message>
+        <source>plan %1 of %2</source>
+        <comment>view</comment>
+        <translation>view %1 of %2</translation>
+    </message>
+    <message>
         <source>Group · %1</source>
         <translation>Group · %1</translation>
     </message>
@@ -393,6 +428,11 @@
         <source>The next plan of the group could not be played and is tried again: %1</source>
         <translation>The next plan of the group could not be played and is tried again: %1</translation>
     </message>
+    <message>
+        <source>The next plan of the group could not be played and is tried again: %1</source>
+        <comment>view</comment>
+        <translation>The next view of the group could not be played and is tried again: %1</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CHistoryPopup</name>
@@ -401,19 +441,34 @@
         <translation>Plans played lately</translation>
     </message>
     <message>
+        <source>Plans played lately</source>
+        <comment>view</comment>
+        <translation>Views played lately</translation>
+    </message>
+    <message>
         <source>No plan was played yet.</source>
         <translation>No plan was played yet.</translation>
+    </message>
+    <message>
+        <source>No plan was played yet.</source>
+        <comment>view</comment>
+        <translation>No view was played yet.</translation>
     </message>
 </context>
 <context>
     <name>TarnClient::CLiveWall</name>
     <message>
         <source>Live view</source>
-        <translation>Live view</translation>
+        <translation>Live pictures</translation>
     </message>
     <message>
         <source>Double-click a plan, or drag one here, to play it</source>
         <translation>Double-click a plan, or drag one here, to play it</translation>
+    </message>
+    <message>
+        <source>Double-click a plan, or drag one here, to play it</source>
+        <comment>view</comment>
+        <translation>Double-click a view, or drag one here, to play it</translation>
     </message>
     <message>
         <source>Play &quot;%1&quot;</source>
@@ -423,6 +478,11 @@
         <source>Play the plans of &quot;%1&quot; in turn</source>
         <translation>Play the plans of &quot;%1&quot; in turn</translation>
     </message>
+    <message>
+        <source>Play the plans of &quot;%1&quot; in turn</source>
+        <comment>view</comment>
+        <translation>Play the views of &quot;%1&quot; in turn</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CMainWindow</name>
@@ -431,12 +491,27 @@
         <translation>Plans</translation>
     </message>
     <message>
+        <source>Plans</source>
+        <comment>view</comment>
+        <translation>Views</translation>
+    </message>
+    <message>
         <source>Families of plans</source>
         <translation>Families of plans</translation>
     </message>
     <message>
+        <source>Families of plans</source>
+        <comment>view</comment>
+        <translation>Families of views</translation>
+    </message>
+    <message>
         <source>The plan is being fetched...</source>
         <translation>The plan is being fetched...</translation>
+    </message>
+    <message>
+        <source>The plan is being fetched...</source>
+        <comment>view</comment>
+        <translation>The view is being fetched...</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is being fetched...</source>
@@ -445,6 +520,11 @@
     <message>
         <source>The next plan of the group is being fetched...</source>
         <translation>The next plan of the group is being fetched...</translation>
+    </message>
+    <message>
+        <source>The next plan of the group is being fetched...</source>
+        <comment>view</comment>
+        <translation>The next view of the group is being fetched...</translation>
     </message>
     <message>
         <source>Close</source>
@@ -470,20 +550,40 @@
         <translation>no plan is playing</translation>
     </message>
     <message>
+        <source>no plan is playing</source>
+        <comment>view</comment>
+        <translation>no view is playing</translation>
+    </message>
+    <message>
         <source>the plan editor is open, and Ctrl+S saves there</source>
         <translation>the plan editor is open, and Ctrl+S saves there</translation>
+    </message>
+    <message>
+        <source>the plan editor is open, and Ctrl+S saves there</source>
+        <comment>view</comment>
+        <translation>the view editor is open, and Ctrl+S saves there</translation>
     </message>
     <message>
         <source>this plan cannot be changed from here</source>
         <translation>this plan cannot be changed from here</translation>
     </message>
     <message>
+        <source>this plan cannot be changed from here</source>
+        <comment>view</comment>
+        <translation>this view cannot be changed from here</translation>
+    </message>
+    <message>
         <source>you need the right to edit public plans</source>
         <translation>you need the right to edit public plans</translation>
     </message>
     <message>
+        <source>you need the right to edit public plans</source>
+        <comment>view</comment>
+        <translation>you need the right to edit public views</translation>
+    </message>
+    <message>
         <source>the live view is empty</source>
-        <translation>the live view is empty</translation>
+        <translation>nothing is on the wall</translation>
     </message>
     <message>
         <source>Not saved: %1.</source>
@@ -494,12 +594,22 @@
         <translation>Not saved: the plan was stopped meanwhile.</translation>
     </message>
     <message>
+        <source>Not saved: the plan was stopped meanwhile.</source>
+        <comment>view</comment>
+        <translation>Not saved: the view was stopped meanwhile.</translation>
+    </message>
+    <message>
         <source>Not saved: the user was switched meanwhile.</source>
         <translation>Not saved: the user was switched meanwhile.</translation>
     </message>
     <message>
         <source>Not saved: the plan was changed elsewhere. Play it again first.</source>
         <translation>Not saved: the plan was changed elsewhere. Play it again first.</translation>
+    </message>
+    <message>
+        <source>Not saved: the plan was changed elsewhere. Play it again first.</source>
+        <comment>view</comment>
+        <translation>Not saved: the view was changed elsewhere. Play it again first.</translation>
     </message>
 </context>
 <context>
@@ -513,8 +623,18 @@
         <translation>Choose a plan first.</translation>
     </message>
     <message>
+        <source>Choose a plan first.</source>
+        <comment>view</comment>
+        <translation>Choose a view first.</translation>
+    </message>
+    <message>
         <source>Choose a plan or a group first.</source>
         <translation>Choose a plan or a group first.</translation>
+    </message>
+    <message>
+        <source>Choose a plan or a group first.</source>
+        <comment>view</comment>
+        <translation>Choose a view or a group first.</translation>
     </message>
     <message>
         <source>Choose a row first.</source>
@@ -541,16 +661,36 @@
         <translation>New plan here</translation>
     </message>
     <message>
+        <source>New plan here</source>
+        <comment>view</comment>
+        <translation>New view here</translation>
+    </message>
+    <message>
         <source>Plans stand in groups. Choose a group first.</source>
         <translation>Plans stand in groups. Choose a group first.</translation>
+    </message>
+    <message>
+        <source>Plans stand in groups. Choose a group first.</source>
+        <comment>view</comment>
+        <translation>Views stand in groups. Choose a group first.</translation>
     </message>
     <message>
         <source>Plans that were received cannot be changed.</source>
         <translation>Plans that were received cannot be changed.</translation>
     </message>
     <message>
+        <source>Plans that were received cannot be changed.</source>
+        <comment>view</comment>
+        <translation>Views that were received cannot be changed.</translation>
+    </message>
+    <message>
         <source>Playing the plans of a group in turn is switched off.</source>
         <translation>Playing the plans of a group in turn is switched off.</translation>
+    </message>
+    <message>
+        <source>Playing the plans of a group in turn is switched off.</source>
+        <comment>view</comment>
+        <translation>Playing the views of a group in turn is switched off.</translation>
     </message>
     <message>
         <source>Rename</source>
@@ -558,6 +698,11 @@
     </message>
     <message>
         <source>Set as default view</source>
+        <translation>Set as default plan</translation>
+    </message>
+    <message>
+        <source>Set as default view</source>
+        <comment>view</comment>
         <translation>Set as default view</translation>
     </message>
     <message>
@@ -573,12 +718,27 @@
         <translation>The plan is open in the editor. Close it first.</translation>
     </message>
     <message>
+        <source>The plan is open in the editor. Close it first.</source>
+        <comment>view</comment>
+        <translation>The view is open in the editor. Close it first.</translation>
+    </message>
+    <message>
         <source>The plans of this group are not playing in turn.</source>
         <translation>The plans of this group are not playing in turn.</translation>
     </message>
     <message>
+        <source>The plans of this group are not playing in turn.</source>
+        <comment>view</comment>
+        <translation>The views of this group are not playing in turn.</translation>
+    </message>
+    <message>
         <source>This plan is not playing.</source>
         <translation>This plan is not playing.</translation>
+    </message>
+    <message>
+        <source>This plan is not playing.</source>
+        <comment>view</comment>
+        <translation>This view is not playing.</translation>
     </message>
     <message>
         <source>This row is no longer there.</source>
@@ -611,16 +771,36 @@
         <translation>No connection to the plan store. Trying again...</translation>
     </message>
     <message>
+        <source>No connection to the plan store. Trying again...</source>
+        <comment>view</comment>
+        <translation>No connection to the view store. Trying again...</translation>
+    </message>
+    <message>
         <source>The plan store is locked by another program. Trying again...</source>
         <translation>The plan store is locked by another program. Trying again...</translation>
+    </message>
+    <message>
+        <source>The plan store is locked by another program. Trying again...</source>
+        <comment>view</comment>
+        <translation>The view store is locked by another program. Trying again...</translation>
     </message>
     <message>
         <source>The plan store can only be read. Changes cannot be saved.</source>
         <translation>The plan store can only be read. Changes cannot be saved.</translation>
     </message>
     <message>
+        <source>The plan store can only be read. Changes cannot be saved.</source>
+        <comment>view</comment>
+        <translation>The view store can only be read. Changes cannot be saved.</translation>
+    </message>
+    <message>
         <source>The plan store cannot be read. Trying again...</source>
         <translation>The plan store cannot be read. Trying again...</translation>
+    </message>
+    <message>
+        <source>The plan store cannot be read. Trying again...</source>
+        <comment>view</comment>
+        <translation>The view store cannot be read. Trying again...</translation>
     </message>
 </context>
 <context>
@@ -653,6 +833,11 @@
         <translation>Stop the plan</translation>
     </message>
     <message>
+        <source>Stop the plan</source>
+        <comment>view</comment>
+        <translation>Stop the view</translation>
+    </message>
+    <message>
         <source>Page %1 of %2</source>
         <translation>Page %1 of %2</translation>
     </message>
@@ -674,7 +859,7 @@
     </message>
     <message>
         <source>Live view</source>
-        <translation>Live view</translation>
+        <translation>Live pictures</translation>
     </message>
     <message>
         <source>Time left for this page</source>
@@ -685,24 +870,54 @@
         <translation>Time left for this plan of the cycle</translation>
     </message>
     <message>
+        <source>Time left for this plan of the cycle</source>
+        <comment>view</comment>
+        <translation>Time left for this view of the cycle</translation>
+    </message>
+    <message>
         <source>Previous page or plan</source>
         <translation>Previous page or plan</translation>
+    </message>
+    <message>
+        <source>Previous page or plan</source>
+        <comment>view</comment>
+        <translation>Previous page or view</translation>
     </message>
     <message>
         <source>Next page or plan</source>
         <translation>Next page or plan</translation>
     </message>
     <message>
+        <source>Next page or plan</source>
+        <comment>view</comment>
+        <translation>Next page or view</translation>
+    </message>
+    <message>
         <source>Previous plan</source>
         <translation>Previous plan</translation>
+    </message>
+    <message>
+        <source>Previous plan</source>
+        <comment>view</comment>
+        <translation>Previous view</translation>
     </message>
     <message>
         <source>Next plan</source>
         <translation>Next plan</translation>
     </message>
     <message>
+        <source>Next plan</source>
+        <comment>view</comment>
+        <translation>Next view</translation>
+    </message>
+    <message>
         <source>Hold this plan</source>
         <translation>Hold this plan</translation>
+    </message>
+    <message>
+        <source>Hold this plan</source>
+        <comment>view</comment>
+        <translation>Hold this view</translation>
     </message>
     <message>
         <source>Go on with the cycle</source>
@@ -751,8 +966,18 @@
         <translation>No plan plays.</translation>
     </message>
     <message>
+        <source>No plan plays.</source>
+        <comment>view</comment>
+        <translation>No view plays.</translation>
+    </message>
+    <message>
         <source>No tree here shows this plan.</source>
         <translation>No tree here shows this plan.</translation>
+    </message>
+    <message>
+        <source>No tree here shows this plan.</source>
+        <comment>view</comment>
+        <translation>No tree here shows this view.</translation>
     </message>
 </context>
 <context>
@@ -762,8 +987,18 @@
         <translation>Save the plan</translation>
     </message>
     <message>
+        <source>Save the plan</source>
+        <comment>view</comment>
+        <translation>Save the view</translation>
+    </message>
+    <message>
         <source>Save as a new plan...</source>
         <translation>Save as a new plan…</translation>
+    </message>
+    <message>
+        <source>Save as a new plan...</source>
+        <comment>view</comment>
+        <translation>Save as a new view…</translation>
     </message>
     <message>
         <source>Ways to save</source>
@@ -772,6 +1007,11 @@
     <message>
         <source>Plans played lately</source>
         <translation>Plans played lately</translation>
+    </message>
+    <message>
+        <source>Plans played lately</source>
+        <comment>view</comment>
+        <translation>Views played lately</translation>
     </message>
     <message>
         <source>Switch user</source>
@@ -851,6 +1091,11 @@
         <translation>The plan service has been stopped.</translation>
     </message>
     <message>
+        <source>The plan service has been stopped.</source>
+        <comment>view</comment>
+        <translation>The view service has been stopped.</translation>
+    </message>
+    <message>
         <source>This site keeps no list of cameras.</source>
         <translation>This site keeps no list of cameras.</translation>
     </message>
@@ -859,8 +1104,18 @@
         <translation>The plan store failed: %1</translation>
     </message>
     <message>
+        <source>The plan store failed: %1</source>
+        <comment>view</comment>
+        <translation>The view store failed: %1</translation>
+    </message>
+    <message>
         <source>The plan store has given out all its codes.</source>
         <translation>The plan store has given out all its codes.</translation>
+    </message>
+    <message>
+        <source>The plan store has given out all its codes.</source>
+        <comment>view</comment>
+        <translation>The view store has given out all its codes.</translation>
     </message>
     <message>
         <source>a page has a window number %1</source>
@@ -899,16 +1154,36 @@
         <translation>The plan &quot;%1&quot; (%2) is damaged: %3.</translation>
     </message>
     <message>
+        <source>The plan &quot;%1&quot; (%2) is damaged: %3.</source>
+        <comment>view</comment>
+        <translation>The view &quot;%1&quot; (%2) is damaged: %3.</translation>
+    </message>
+    <message>
         <source>You have no right to add public plans and groups.</source>
         <translation>You have no right to add public plans and groups.</translation>
+    </message>
+    <message>
+        <source>You have no right to add public plans and groups.</source>
+        <comment>view</comment>
+        <translation>You have no right to add public views and groups.</translation>
     </message>
     <message>
         <source>You have no right to change public plans and groups.</source>
         <translation>You have no right to change public plans and groups.</translation>
     </message>
     <message>
+        <source>You have no right to change public plans and groups.</source>
+        <comment>view</comment>
+        <translation>You have no right to change public views and groups.</translation>
+    </message>
+    <message>
         <source>You have no right to delete public plans and groups.</source>
         <translation>You have no right to delete public plans and groups.</translation>
+    </message>
+    <message>
+        <source>You have no right to delete public plans and groups.</source>
+        <comment>view</comment>
+        <translation>You have no right to delete public views and groups.</translation>
     </message>
     <message>
         <source>Groups can be nested %1 levels deep at most.</source>
@@ -923,12 +1198,27 @@
         <translation>The plan &quot;%1&quot; cannot be saved: %2.</translation>
     </message>
     <message>
+        <source>The plan &quot;%1&quot; cannot be saved: %2.</source>
+        <comment>view</comment>
+        <translation>The view &quot;%1&quot; cannot be saved: %2.</translation>
+    </message>
+    <message>
         <source>The plan was changed by %1 on %2. Open it again before you change it.</source>
         <translation>The plan was changed by %1 on %2. Open it again before you change it.</translation>
     </message>
     <message>
+        <source>The plan was changed by %1 on %2. Open it again before you change it.</source>
+        <comment>view</comment>
+        <translation>The view was changed by %1 on %2. Open it again before you change it.</translation>
+    </message>
+    <message>
         <source>A plan cannot be moved between public and own plans.</source>
         <translation>A plan cannot be moved between public and own plans.</translation>
+    </message>
+    <message>
+        <source>A plan cannot be moved between public and own plans.</source>
+        <comment>view</comment>
+        <translation>A view cannot be moved between public and own views.</translation>
     </message>
     <message>
         <source>There is no user with the number %1.</source>
@@ -939,6 +1229,11 @@
         <translation>A plan cannot be shared with yourself.</translation>
     </message>
     <message>
+        <source>A plan cannot be shared with yourself.</source>
+        <comment>view</comment>
+        <translation>A view cannot be shared with yourself.</translation>
+    </message>
+    <message>
         <source>No recipients were named.</source>
         <translation>No recipients were named.</translation>
     </message>
@@ -947,8 +1242,18 @@
         <translation>You have no right to share plans.</translation>
     </message>
     <message>
+        <source>You have no right to share plans.</source>
+        <comment>view</comment>
+        <translation>You have no right to share views.</translation>
+    </message>
+    <message>
         <source>The plan store %1 cannot be opened: %2.</source>
         <translation>The plan store %1 cannot be opened: %2.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 cannot be opened: %2.</source>
+        <comment>view</comment>
+        <translation>The view store %1 cannot be opened: %2.</translation>
     </message>
     <message>
         <source>user %1 is unknown or has another password</source>
@@ -999,52 +1304,117 @@
         <translation>The plan store %1 is locked by another program.</translation>
     </message>
     <message>
+        <source>The plan store %1 is locked by another program.</source>
+        <comment>view</comment>
+        <translation>The view store %1 is locked by another program.</translation>
+    </message>
+    <message>
         <source>The plan store %1 does not allow its user to do that.</source>
         <translation>The plan store %1 does not allow its user to do that.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 does not allow its user to do that.</source>
+        <comment>view</comment>
+        <translation>The view store %1 does not allow its user to do that.</translation>
     </message>
     <message>
         <source>The plan store %1 has no room left: its disk is full.</source>
         <translation>The plan store %1 has no room left: its disk is full.</translation>
     </message>
     <message>
+        <source>The plan store %1 has no room left: its disk is full.</source>
+        <comment>view</comment>
+        <translation>The view store %1 has no room left: its disk is full.</translation>
+    </message>
+    <message>
         <source>The connection to the plan store %1 is lost.</source>
         <translation>The connection to the plan store %1 is lost.</translation>
+    </message>
+    <message>
+        <source>The connection to the plan store %1 is lost.</source>
+        <comment>view</comment>
+        <translation>The connection to the view store %1 is lost.</translation>
     </message>
     <message>
         <source>The plan store %1 cannot keep that much in one piece.</source>
         <translation>The plan store %1 cannot keep that much in one piece.</translation>
     </message>
     <message>
+        <source>The plan store %1 cannot keep that much in one piece.</source>
+        <comment>view</comment>
+        <translation>The view store %1 cannot keep that much in one piece.</translation>
+    </message>
+    <message>
         <source>The plan store %1 failed: %2</source>
         <translation>The plan store %1 failed: %2</translation>
+    </message>
+    <message>
+        <source>The plan store %1 failed: %2</source>
+        <comment>view</comment>
+        <translation>The view store %1 failed: %2</translation>
     </message>
     <message>
         <source>The plan store %1 is in a read-only folder.</source>
         <translation>The plan store %1 is in a read-only folder.</translation>
     </message>
     <message>
+        <source>The plan store %1 is in a read-only folder.</source>
+        <comment>view</comment>
+        <translation>The view store %1 is in a read-only folder.</translation>
+    </message>
+    <message>
         <source>The plan store %1 can only be read: no file can be written beside it. Is the disk full?</source>
         <translation>The plan store %1 can only be read: no file can be written beside it. Is the disk full?</translation>
+    </message>
+    <message>
+        <source>The plan store %1 can only be read: no file can be written beside it. Is the disk full?</source>
+        <comment>view</comment>
+        <translation>The view store %1 can only be read: no file can be written beside it. Is the disk full?</translation>
     </message>
     <message>
         <source>The plan store %1 cannot be read.</source>
         <translation>The plan store %1 cannot be read.</translation>
     </message>
     <message>
+        <source>The plan store %1 cannot be read.</source>
+        <comment>view</comment>
+        <translation>The view store %1 cannot be read.</translation>
+    </message>
+    <message>
         <source>The plan store %1 is damaged: it is cut off.</source>
         <translation>The plan store %1 is damaged: it is cut off.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is damaged: it is cut off.</source>
+        <comment>view</comment>
+        <translation>The view store %1 is damaged: it is cut off.</translation>
     </message>
     <message>
         <source>The plan store %1 was replaced while it was open.</source>
         <translation>The plan store %1 was replaced while it was open.</translation>
     </message>
     <message>
+        <source>The plan store %1 was replaced while it was open.</source>
+        <comment>view</comment>
+        <translation>The view store %1 was replaced while it was open.</translation>
+    </message>
+    <message>
         <source>The plan store %1 was cut off while it was open.</source>
         <translation>The plan store %1 was cut off while it was open.</translation>
     </message>
     <message>
+        <source>The plan store %1 was cut off while it was open.</source>
+        <comment>view</comment>
+        <translation>The view store %1 was cut off while it was open.</translation>
+    </message>
+    <message>
         <source>The plan store %1 was changed by another program.</source>
         <translation>The plan store %1 was changed by another program.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 was changed by another program.</source>
+        <comment>view</comment>
+        <translation>The view store %1 was changed by another program.</translation>
     </message>
     <message>
         <source>There is no user &quot;%1&quot;.</source>
@@ -1055,12 +1425,27 @@
         <translation>The plans have not been downloaded yet.</translation>
     </message>
     <message>
+        <source>The plans have not been downloaded yet.</source>
+        <comment>view</comment>
+        <translation>The views have not been downloaded yet.</translation>
+    </message>
+    <message>
         <source>The connection to the plan store was lost while the change was being saved. Look whether it is there before you try again.</source>
         <translation>The connection to the plan store was lost while the change was being saved. Look whether it is there before you try again.</translation>
     </message>
     <message>
+        <source>The connection to the plan store was lost while the change was being saved. Look whether it is there before you try again.</source>
+        <comment>view</comment>
+        <translation>The connection to the view store was lost while the change was being saved. Look whether it is there before you try again.</translation>
+    </message>
+    <message>
         <source>The plan store has been closed.</source>
         <translation>The plan store has been closed.</translation>
+    </message>
+    <message>
+        <source>The plan store has been closed.</source>
+        <comment>view</comment>
+        <translation>The view store has been closed.</translation>
     </message>
     <message>
         <source>The service does not answer</source>
@@ -1079,6 +1464,11 @@
         <translation>The plan does not exist or was deleted in the meantime.</translation>
     </message>
     <message>
+        <source>The plan does not exist or was deleted in the meantime.</source>
+        <comment>view</comment>
+        <translation>The view does not exist or was deleted in the meantime.</translation>
+    </message>
+    <message>
         <source>The camera does not exist.</source>
         <translation>The camera does not exist.</translation>
     </message>
@@ -1087,24 +1477,54 @@
         <translation>%1 is not a plan store.</translation>
     </message>
     <message>
+        <source>%1 is not a plan store.</source>
+        <comment>view</comment>
+        <translation>%1 is not a view store.</translation>
+    </message>
+    <message>
         <source>The plan store %1 is read-only.</source>
         <translation>The plan store %1 is read-only.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is read-only.</source>
+        <comment>view</comment>
+        <translation>The view store %1 is read-only.</translation>
     </message>
     <message>
         <source>The plan store %1 is damaged.</source>
         <translation>The plan store %1 is damaged.</translation>
     </message>
     <message>
+        <source>The plan store %1 is damaged.</source>
+        <comment>view</comment>
+        <translation>The view store %1 is damaged.</translation>
+    </message>
+    <message>
         <source>The plan store %1 is gone: it was removed or moved away.</source>
         <translation>The plan store %1 is gone: it was removed or moved away.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is gone: it was removed or moved away.</source>
+        <comment>view</comment>
+        <translation>The view store %1 is gone: it was removed or moved away.</translation>
     </message>
     <message>
         <source>The plan store %1 is empty: its content was lost.</source>
         <translation>The plan store %1 is empty: its content was lost.</translation>
     </message>
     <message>
+        <source>The plan store %1 is empty: its content was lost.</source>
+        <comment>view</comment>
+        <translation>The view store %1 is empty: its content was lost.</translation>
+    </message>
+    <message>
         <source>The plan store %1 was made by a newer version (%2; this program knows %3).</source>
         <translation>The plan store %1 was made by a newer version (%2; this program knows %3).</translation>
+    </message>
+    <message>
+        <source>The plan store %1 was made by a newer version (%2; this program knows %3).</source>
+        <comment>view</comment>
+        <translation>The view store %1 was made by a newer version (%2; this program knows %3).</translation>
     </message>
     <message>
         <source>The name is not valid text.</source>
@@ -1150,6 +1570,11 @@
         <source>The plan was deleted by %1 on %2.</source>
         <translation>The plan was deleted by %1 on %2.</translation>
     </message>
+    <message>
+        <source>The plan was deleted by %1 on %2.</source>
+        <comment>view</comment>
+        <translation>The view was deleted by %1 on %2.</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CBothFamiliesModel</name>
@@ -1158,11 +1583,26 @@
         <translation>Public plans</translation>
     </message>
     <message>
+        <source>Public plans</source>
+        <comment>view</comment>
+        <translation>Public views</translation>
+    </message>
+    <message>
         <source>My plans</source>
         <translation>My plans</translation>
     </message>
     <message>
+        <source>My plans</source>
+        <comment>view</comment>
+        <translation>My views</translation>
+    </message>
+    <message>
         <source>No default view</source>
+        <translation>No default plan</translation>
+    </message>
+    <message>
+        <source>No default view</source>
+        <comment>view</comment>
         <translation>No default view</translation>
     </message>
 </context>
@@ -1175,6 +1615,11 @@
     <message>
         <source>Save as a new plan</source>
         <translation>Save as a new plan</translation>
+    </message>
+    <message>
+        <source>Save as a new plan</source>
+        <comment>view</comment>
+        <translation>Save as a new view</translation>
     </message>
     <message>
         <source>Try again</source>
@@ -1191,6 +1636,11 @@
     <message>
         <source>Show the plan as it is now; Undo brings your changes back</source>
         <translation>Show the plan as it is now; Undo brings your changes back</translation>
+    </message>
+    <message>
+        <source>Show the plan as it is now; Undo brings your changes back</source>
+        <comment>view</comment>
+        <translation>Show the view as it is now; Undo brings your changes back</translation>
     </message>
     <message>
         <source>Show theirs</source>
@@ -1267,6 +1717,11 @@
     <name>TarnPlanView::CDefaultLoadViewDisplay</name>
     <message>
         <source>Default view</source>
+        <translation>Default plan</translation>
+    </message>
+    <message>
+        <source>Default view</source>
+        <comment>view</comment>
         <translation>Default view</translation>
     </message>
     <message>
@@ -1274,20 +1729,45 @@
         <translation>Choose a plan or group</translation>
     </message>
     <message>
+        <source>Choose a plan or group</source>
+        <comment>view</comment>
+        <translation>Choose a view or group</translation>
+    </message>
+    <message>
         <source>Plans and groups</source>
         <translation>Plans and groups</translation>
     </message>
     <message>
+        <source>Plans and groups</source>
+        <comment>view</comment>
+        <translation>Views and groups</translation>
+    </message>
+    <message>
         <source>The default view is not among the plans offered here.</source>
-        <translation>The default view is not among the plans offered here.</translation>
+        <translation>The default plan is not among the plans offered here.</translation>
+    </message>
+    <message>
+        <source>The default view is not among the plans offered here.</source>
+        <comment>view</comment>
+        <translation>The default view is not among the views offered here.</translation>
     </message>
     <message>
         <source>The default view cannot be shown: %1</source>
+        <translation>The default plan cannot be shown: %1</translation>
+    </message>
+    <message>
+        <source>The default view cannot be shown: %1</source>
+        <comment>view</comment>
         <translation>The default view cannot be shown: %1</translation>
     </message>
     <message>
         <source>The plans could not be loaded.</source>
         <translation>The plans could not be loaded.</translation>
+    </message>
+    <message>
+        <source>The plans could not be loaded.</source>
+        <comment>view</comment>
+        <translation>The views could not be loaded.</translation>
     </message>
 </context>
 <context>
@@ -1316,12 +1796,22 @@
         <translation>Windows with content, of those that a plan may have</translation>
     </message>
     <message>
+        <source>Windows with content, of those that a plan may have</source>
+        <comment>view</comment>
+        <translation>Windows with content, of those that a view may have</translation>
+    </message>
+    <message>
         <source>Save</source>
         <translation>Save</translation>
     </message>
     <message>
         <source>Save the plan (Ctrl+S)</source>
         <translation>Save the plan (Ctrl+S)</translation>
+    </message>
+    <message>
+        <source>Save the plan (Ctrl+S)</source>
+        <comment>view</comment>
+        <translation>Save the view (Ctrl+S)</translation>
     </message>
     <message>
         <source>Cancel</source>
@@ -1403,6 +1893,11 @@
         <translation>The plan needs a name.</translation>
     </message>
     <message>
+        <source>The plan needs a name.</source>
+        <comment>view</comment>
+        <translation>The view needs a name.</translation>
+    </message>
+    <message>
         <source>The name must not contain any of / \ : * ? &quot; &lt; &gt; |</source>
         <translation>The name must not contain any of / \ : * ? &quot; &lt; &gt; |</translation>
     </message>
@@ -1426,12 +1921,27 @@
         <translation>No further plans found</translation>
     </message>
     <message>
+        <source>No further plans found</source>
+        <comment>view</comment>
+        <translation>No further views found</translation>
+    </message>
+    <message>
         <source>Further plans found: %1</source>
         <translation>Further plans found: %1</translation>
     </message>
     <message>
+        <source>Further plans found: %1</source>
+        <comment>view</comment>
+        <translation>Further views found: %1</translation>
+    </message>
+    <message>
         <source>Searching for further plans...</source>
         <translation>Searching for further plans...</translation>
+    </message>
+    <message>
+        <source>Searching for further plans...</source>
+        <comment>view</comment>
+        <translation>Searching for further views...</translation>
     </message>
 </context>
 <context>
@@ -1456,12 +1966,22 @@
         <source>A plan cannot stand directly at the top. Choose a group below.</source>
         <translation>A plan cannot stand directly at the top. Choose a group below.</translation>
     </message>
+    <message>
+        <source>A plan cannot stand directly at the top. Choose a group below.</source>
+        <comment>view</comment>
+        <translation>A view cannot stand directly at the top. Choose a group below.</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CMoveToDlg</name>
     <message>
         <source>A plan cannot stand directly at the top. Choose a group below.</source>
         <translation>A plan cannot stand directly at the top. Choose a group below.</translation>
+    </message>
+    <message>
+        <source>A plan cannot stand directly at the top. Choose a group below.</source>
+        <comment>view</comment>
+        <translation>A view cannot stand directly at the top. Choose a group below.</translation>
     </message>
     <message>
         <source>Cancel</source>
@@ -1492,8 +2012,18 @@
         <translation>Move plan</translation>
     </message>
     <message>
+        <source>Move plan</source>
+        <comment>view</comment>
+        <translation>Move view</translation>
+    </message>
+    <message>
         <source>The plan stands in this group now.</source>
         <translation>The plan stands in this group now.</translation>
+    </message>
+    <message>
+        <source>The plan stands in this group now.</source>
+        <comment>view</comment>
+        <translation>The view stands in this group now.</translation>
     </message>
 </context>
 <context>
@@ -1655,8 +2185,18 @@
         <translation>A plan holds at most %1 filled windows. Clear some first.</translation>
     </message>
     <message>
+        <source>A plan holds at most %1 filled windows. Clear some first.</source>
+        <comment>view</comment>
+        <translation>A view holds at most %1 filled windows. Clear some first.</translation>
+    </message>
+    <message>
         <source>A plan has at most %1 pages.</source>
         <translation>A plan has at most %1 pages.</translation>
+    </message>
+    <message>
+        <source>A plan has at most %1 pages.</source>
+        <comment>view</comment>
+        <translation>A view has at most %1 pages.</translation>
     </message>
     <message>
         <source>Load theirs</source>
@@ -1674,16 +2214,36 @@
         <translation>Plans are sorted by name. They can&apos;t be put in another order.</translation>
     </message>
     <message>
+        <source>ViewSortFailedadOMakQWZCpToC</source>
+        <comment>view</comment>
+        <translation>Views are sorted by name. They can&apos;t be put in another order.</translation>
+    </message>
+    <message>
         <source>TheMoveViewOperationrvQbjaeS</source>
         <translation>A plan can&apos;t be moved there.</translation>
+    </message>
+    <message>
+        <source>TheMoveViewOperationrvQbjaeS</source>
+        <comment>view</comment>
+        <translation>A view can&apos;t be moved there.</translation>
     </message>
     <message>
         <source>The plan is open in the editor. Close it first, or change it there.</source>
         <translation>The plan is open in the editor. Close it first, or change it there.</translation>
     </message>
     <message>
+        <source>The plan is open in the editor. Close it first, or change it there.</source>
+        <comment>view</comment>
+        <translation>The view is open in the editor. Close it first, or change it there.</translation>
+    </message>
+    <message>
         <source>Groups stay where they are. Only plans can be moved.</source>
         <translation>Groups stay where they are. Only plans can be moved.</translation>
+    </message>
+    <message>
+        <source>Groups stay where they are. Only plans can be moved.</source>
+        <comment>view</comment>
+        <translation>Groups stay where they are. Only views can be moved.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; was moved on in the meantime.</source>
@@ -1695,6 +2255,11 @@
     <message>
         <source>It is not known whether the plan was saved. Try again.</source>
         <translation>It is not known whether the plan was saved. Try again.</translation>
+    </message>
+    <message>
+        <source>It is not known whether the plan was saved. Try again.</source>
+        <comment>view</comment>
+        <translation>It is not known whether the view was saved. Try again.</translation>
     </message>
 </context>
 <context>
@@ -1711,8 +2276,18 @@
         <translation>Plan tree</translation>
     </message>
     <message>
+        <source>Plan tree</source>
+        <comment>view</comment>
+        <translation>View tree</translation>
+    </message>
+    <message>
         <source>TheUserHasNoPermission</source>
         <translation>You lack the right to move plans.</translation>
+    </message>
+    <message>
+        <source>TheUserHasNoPermission</source>
+        <comment>view</comment>
+        <translation>You lack the right to move views.</translation>
     </message>
     <message>
         <source>PlayVideo</source>
@@ -1750,6 +2325,11 @@
         <translation>Loading the plans...</translation>
     </message>
     <message>
+        <source>Loading the plans...</source>
+        <comment>view</comment>
+        <translation>Loading the views...</translation>
+    </message>
+    <message>
         <source>Try again</source>
         <translation>Try again</translation>
     </message>
@@ -1781,6 +2361,11 @@
         <translation>Plan </translation>
     </message>
     <message>
+        <source>Plan</source>
+        <comment>view</comment>
+        <translation>View </translation>
+    </message>
+    <message>
         <source>View</source>
         <translation>View </translation>
     </message>
@@ -1799,6 +2384,11 @@
     <message>
         <source>XZeAMVRefJrzdBvsJW</source>
         <translation>Plans can&apos;t be saved directly under the root. Choose a group.</translation>
+    </message>
+    <message>
+        <source>XZeAMVRefJrzdBvsJW</source>
+        <comment>view</comment>
+        <translation>Views can&apos;t be saved directly under the root. Choose a group.</translation>
     </message>
     <message>
         <source>TheBeginningTimeCannotEqualTheEndTime</source>
@@ -1900,6 +2490,11 @@ never starts</translation>
         <source>Orbis-ControlClient.84c1323492ea472ca4d571b907908b8e.msg</source>
         <translation>A plan can hold at most 128 windows with a camera.</translation>
     </message>
+    <message>
+        <source>Orbis-ControlClient.84c1323492ea472ca4d571b907908b8e.msg</source>
+        <comment>view</comment>
+        <translation>A view can hold at most 128 windows with a camera.</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CTarnAddPlanWidget</name>
@@ -1908,8 +2503,18 @@ never starts</translation>
         <translation>New plan</translation>
     </message>
     <message>
+        <source>New plan</source>
+        <comment>view</comment>
+        <translation>New view</translation>
+    </message>
+    <message>
         <source>Plan</source>
         <translation>Plan </translation>
+    </message>
+    <message>
+        <source>Plan</source>
+        <comment>view</comment>
+        <translation>View </translation>
     </message>
     <message>
         <source>View</source>
@@ -1920,6 +2525,11 @@ never starts</translation>
         <translation>Edit plan</translation>
     </message>
     <message>
+        <source>Edit plan</source>
+        <comment>view</comment>
+        <translation>Edit view</translation>
+    </message>
+    <message>
         <source>Loading...</source>
         <translation>Loading...</translation>
     </message>
@@ -1928,8 +2538,18 @@ never starts</translation>
         <translation>The plan is being saved. Wait a moment.</translation>
     </message>
     <message>
+        <source>The plan is being saved. Wait a moment.</source>
+        <comment>view</comment>
+        <translation>The view is being saved. Wait a moment.</translation>
+    </message>
+    <message>
         <source>The plan was saved without the last changes.</source>
         <translation>The plan was saved without the last changes.</translation>
+    </message>
+    <message>
+        <source>The plan was saved without the last changes.</source>
+        <comment>view</comment>
+        <translation>The view was saved without the last changes.</translation>
     </message>
     <message>
         <source>Unsaved changes</source>
@@ -1938,6 +2558,11 @@ never starts</translation>
     <message>
         <source>The plan has changes that are not saved.</source>
         <translation>The plan has changes that are not saved.</translation>
+    </message>
+    <message>
+        <source>The plan has changes that are not saved.</source>
+        <comment>view</comment>
+        <translation>The view has changes that are not saved.</translation>
     </message>
     <message>
         <source>Save</source>
@@ -1956,8 +2581,18 @@ never starts</translation>
         <translation>The plans are not available now. Try again later.</translation>
     </message>
     <message>
+        <source>The plans are not available now. Try again later.</source>
+        <comment>view</comment>
+        <translation>The views are not available now. Try again later.</translation>
+    </message>
+    <message>
         <source>A plan holds at most %1 filled windows. Clear some first.</source>
         <translation>A plan holds at most %1 filled windows. Clear some first.</translation>
+    </message>
+    <message>
+        <source>A plan holds at most %1 filled windows. Clear some first.</source>
+        <comment>view</comment>
+        <translation>A view holds at most %1 filled windows. Clear some first.</translation>
     </message>
     <message>
         <source>Saving...</source>
@@ -1972,12 +2607,22 @@ never starts</translation>
         <translation>Plan editor</translation>
     </message>
     <message>
+        <source>Plan editor</source>
+        <comment>view</comment>
+        <translation>View editor</translation>
+    </message>
+    <message>
         <source>Still saving</source>
         <translation>Still saving</translation>
     </message>
     <message>
         <source>It is not known yet whether the plan is saved. It may still be saved when you leave now.</source>
         <translation>It is not known yet whether the plan is saved. It may still be saved when you leave now.</translation>
+    </message>
+    <message>
+        <source>It is not known yet whether the plan is saved. It may still be saved when you leave now.</source>
+        <comment>view</comment>
+        <translation>It is not known yet whether the view is saved. It may still be saved when you leave now.</translation>
     </message>
     <message>
         <source>Leave</source>
@@ -2008,6 +2653,11 @@ never starts</translation>
         <translation>Saving makes a new plan of what you see here.</translation>
     </message>
     <message>
+        <source>Saving makes a new plan of what you see here.</source>
+        <comment>view</comment>
+        <translation>Saving makes a new view of what you see here.</translation>
+    </message>
+    <message>
         <source>This is their version.</source>
         <translation>This is their version.</translation>
     </message>
@@ -2023,36 +2673,81 @@ never starts</translation>
         <translation>Close the plan editor first.</translation>
     </message>
     <message>
+        <source>Close the plan editor first.</source>
+        <comment>view</comment>
+        <translation>Close the view editor first.</translation>
+    </message>
+    <message>
         <source>Plans</source>
         <translation>Plans</translation>
+    </message>
+    <message>
+        <source>Plans</source>
+        <comment>view</comment>
+        <translation>Views</translation>
     </message>
     <message>
         <source>Plans stand in groups. Choose a group first.</source>
         <translation>Plans stand in groups. Choose a group first.</translation>
     </message>
     <message>
+        <source>Plans stand in groups. Choose a group first.</source>
+        <comment>view</comment>
+        <translation>Views stand in groups. Choose a group first.</translation>
+    </message>
+    <message>
         <source>Plans that were received cannot be changed.</source>
         <translation>Plans that were received cannot be changed.</translation>
+    </message>
+    <message>
+        <source>Plans that were received cannot be changed.</source>
+        <comment>view</comment>
+        <translation>Views that were received cannot be changed.</translation>
     </message>
     <message>
         <source>Public plans</source>
         <translation>Public plans</translation>
     </message>
     <message>
+        <source>Public plans</source>
+        <comment>view</comment>
+        <translation>Public views</translation>
+    </message>
+    <message>
         <source>My plans</source>
         <translation>My plans</translation>
+    </message>
+    <message>
+        <source>My plans</source>
+        <comment>view</comment>
+        <translation>My views</translation>
     </message>
     <message>
         <source>Rename plan</source>
         <translation>Rename plan</translation>
     </message>
     <message>
+        <source>Rename plan</source>
+        <comment>view</comment>
+        <translation>Rename view</translation>
+    </message>
+    <message>
         <source>The plan editor is being opened.</source>
         <translation>The plan editor is being opened.</translation>
     </message>
     <message>
+        <source>The plan editor is being opened.</source>
+        <comment>view</comment>
+        <translation>The view editor is being opened.</translation>
+    </message>
+    <message>
         <source>The plans are still being loaded.</source>
         <translation>The plans are still being loaded.</translation>
+    </message>
+    <message>
+        <source>The plans are still being loaded.</source>
+        <comment>view</comment>
+        <translation>The views are still being loaded.</translation>
     </message>
     <message>
         <source>The top of the tree can be neither edited nor deleted.</source>
@@ -2061,6 +2756,11 @@ never starts</translation>
     <message>
         <source>TheUserCurrentlyHasAWPBwgUrC</source>
         <translation>A plan that is playing will be deleted. Delete the %2 &quot;%1&quot;%3 all the same?</translation>
+    </message>
+    <message>
+        <source>TheUserCurrentlyHasAWPBwgUrC</source>
+        <comment>view</comment>
+        <translation>A view that is playing will be deleted. Delete the %2 &quot;%1&quot;%3 all the same?</translation>
     </message>
     <message>
         <source>TheUserCurrentlyHasAwlMLoHj</source>
@@ -2091,6 +2791,11 @@ never starts</translation>
         <translation>No plan is marked.</translation>
     </message>
     <message>
+        <source>No plan is marked.</source>
+        <comment>view</comment>
+        <translation>No view is marked.</translation>
+    </message>
+    <message>
         <source>The group around the new one is no longer there. Choose another; the name is kept.</source>
         <translation>The group around the new one is no longer there. Choose another; the name is kept.</translation>
     </message>
@@ -2103,24 +2808,54 @@ never starts</translation>
         <translation>Plans are sorted by name. They can&apos;t be put in another order.</translation>
     </message>
     <message>
+        <source>ViewSortFailedadOMakQWZCpToC</source>
+        <comment>view</comment>
+        <translation>Views are sorted by name. They can&apos;t be put in another order.</translation>
+    </message>
+    <message>
         <source>TheMoveViewOperationrvQbjaeS</source>
         <translation>A plan can&apos;t be moved there.</translation>
+    </message>
+    <message>
+        <source>TheMoveViewOperationrvQbjaeS</source>
+        <comment>view</comment>
+        <translation>A view can&apos;t be moved there.</translation>
     </message>
     <message>
         <source>NoDataWMSJEESY</source>
         <translation>No plan is called or shows “%1”</translation>
     </message>
     <message>
+        <source>NoDataWMSJEESY</source>
+        <comment>view</comment>
+        <translation>No view is called or shows “%1”</translation>
+    </message>
+    <message>
         <source>Search plans</source>
         <translation>Search plans</translation>
+    </message>
+    <message>
+        <source>Search plans</source>
+        <comment>view</comment>
+        <translation>Search views</translation>
     </message>
     <message>
         <source>Plans found</source>
         <translation>Plans found</translation>
     </message>
     <message>
+        <source>Plans found</source>
+        <comment>view</comment>
+        <translation>Views found</translation>
+    </message>
+    <message>
         <source>The plans could not be loaded.</source>
         <translation>The plans could not be loaded.</translation>
+    </message>
+    <message>
+        <source>The plans could not be loaded.</source>
+        <comment>view</comment>
+        <translation>The views could not be loaded.</translation>
     </message>
     <message>
         <source>Try again</source>
@@ -2131,8 +2866,18 @@ never starts</translation>
         <translation>There are no plans yet.</translation>
     </message>
     <message>
+        <source>There are no plans yet.</source>
+        <comment>view</comment>
+        <translation>There are no views yet.</translation>
+    </message>
+    <message>
         <source>You lack the right to share plans.</source>
         <translation>You lack the right to share plans.</translation>
+    </message>
+    <message>
+        <source>You lack the right to share plans.</source>
+        <comment>view</comment>
+        <translation>You lack the right to share views.</translation>
     </message>
     <message>
         <source>New group</source>
@@ -2141,6 +2886,11 @@ never starts</translation>
     <message>
         <source>New plan</source>
         <translation>New plan</translation>
+    </message>
+    <message>
+        <source>New plan</source>
+        <comment>view</comment>
+        <translation>New view</translation>
     </message>
     <message>
         <source>Edit</source>
@@ -2159,6 +2909,11 @@ never starts</translation>
         <translation>Plans received</translation>
     </message>
     <message>
+        <source>Plans received</source>
+        <comment>view</comment>
+        <translation>Views received</translation>
+    </message>
+    <message>
         <source>shows %1</source>
         <translation>shows %1</translation>
     </message>
@@ -2171,12 +2926,27 @@ never starts</translation>
         <translation>The plans are still being loaded.</translation>
     </message>
     <message>
+        <source>The plans are still being loaded.</source>
+        <comment>view</comment>
+        <translation>The views are still being loaded.</translation>
+    </message>
+    <message>
         <source>No tree here shows this plan.</source>
         <translation>No tree here shows this plan.</translation>
     </message>
     <message>
+        <source>No tree here shows this plan.</source>
+        <comment>view</comment>
+        <translation>No tree here shows this view.</translation>
+    </message>
+    <message>
         <source>This plan is no longer there.</source>
         <translation>This plan is no longer there.</translation>
+    </message>
+    <message>
+        <source>This plan is no longer there.</source>
+        <comment>view</comment>
+        <translation>This view is no longer there.</translation>
     </message>
     <message>
         <source>The search got no answer.</source>
@@ -2187,12 +2957,22 @@ never starts</translation>
         <translation>The plan editor cannot be opened: the plans are not available now.</translation>
     </message>
     <message>
+        <source>The plan editor cannot be opened: the plans are not available now.</source>
+        <comment>view</comment>
+        <translation>The view editor cannot be opened: the views are not available now.</translation>
+    </message>
+    <message>
         <source>group</source>
         <translation>group</translation>
     </message>
     <message>
         <source>plan</source>
         <translation>plan</translation>
+    </message>
+    <message>
+        <source>plan</source>
+        <comment>view</comment>
+        <translation>view</translation>
     </message>
     <message>
         <source>view</source>
@@ -2242,6 +3022,14 @@ never starts</translation>
         <translation>
             <numerusform>%n plan</numerusform>
             <numerusform>%n plans</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n plan(s)</source>
+        <comment>view</comment>
+        <translation>
+            <numerusform>%n view</numerusform>
+            <numerusform>%n views</numerusform>
         </translation>
     </message>
     <message numerus="yes">
@@ -2297,12 +3085,22 @@ never starts</translation>
         <translation>Save plan</translation>
     </message>
     <message>
+        <source>LtkdtdvtUCQNJzHRVo</source>
+        <comment>view</comment>
+        <translation>Save view</translation>
+    </message>
+    <message>
         <source>SaveView</source>
         <translation>Save view</translation>
     </message>
     <message>
         <source>PrYXuunpaDeMGkqpzm</source>
         <translation>Save plan as...</translation>
+    </message>
+    <message>
+        <source>PrYXuunpaDeMGkqpzm</source>
+        <comment>view</comment>
+        <translation>Save view as...</translation>
     </message>
     <message>
         <source>SaveAsView</source>
@@ -2328,8 +3126,18 @@ never starts</translation>
         <translation>A plan has at most %1 pages.</translation>
     </message>
     <message>
+        <source>A plan has at most %1 pages.</source>
+        <comment>view</comment>
+        <translation>A view has at most %1 pages.</translation>
+    </message>
+    <message>
         <source>A plan holds at most %1 filled windows.</source>
         <translation>A plan holds at most %1 filled windows.</translation>
+    </message>
+    <message>
+        <source>A plan holds at most %1 filled windows.</source>
+        <comment>view</comment>
+        <translation>A view holds at most %1 filled windows.</translation>
     </message>
     <message>
         <source>Left out: %1.</source>
@@ -2707,8 +3515,18 @@ never starts</translation>
         <translation>The plans of a group play in turn. A timed plan goes first.</translation>
     </message>
     <message>
+        <source>The plans of a group play in turn. A timed plan goes first.</source>
+        <comment>view</comment>
+        <translation>The views of a group play in turn. A timed view goes first.</translation>
+    </message>
+    <message>
         <source>In a group cycle, each plan stays for</source>
         <translation>In a group cycle, each plan stays for</translation>
+    </message>
+    <message>
+        <source>In a group cycle, each plan stays for</source>
+        <comment>view</comment>
+        <translation>In a group cycle, each view stays for</translation>
     </message>
     <message>
         <source>Deleting, and changes that are not saved, always ask.</source>
@@ -2743,8 +3561,18 @@ never starts</translation>
         <translation>Seconds that each plan of a group cycle stays</translation>
     </message>
     <message>
+        <source>Seconds that each plan of a group cycle stays</source>
+        <comment>view</comment>
+        <translation>Seconds that each view of a group cycle stays</translation>
+    </message>
+    <message>
         <source>%1 to %2 seconds; longer when the pages of a plan take longer</source>
         <translation>%1 to %2 seconds; longer when the pages of a plan take longer</translation>
+    </message>
+    <message>
+        <source>%1 to %2 seconds; longer when the pages of a plan take longer</source>
+        <comment>view</comment>
+        <translation>%1 to %2 seconds; longer when the pages of a view take longer</translation>
     </message>
     <message>
         <source> s</source>

@@ -29,12 +29,27 @@
         <translation>您没有添加预案的权限。</translation>
     </message>
     <message>
+        <source>You lack the right to add plans.</source>
+        <comment>view</comment>
+        <translation>您没有添加视图的权限。</translation>
+    </message>
+    <message>
         <source>You lack the right to edit plans.</source>
         <translation>您没有编辑预案的权限。</translation>
     </message>
     <message>
+        <source>You lack the right to edit plans.</source>
+        <comment>view</comment>
+        <translation>您没有编辑视图的权限。</translation>
+    </message>
+    <message>
         <source>You lack the right to delete plans.</source>
         <translation>您没有删除预案的权限。</translation>
+    </message>
+    <message>
+        <source>You lack the right to delete plans.</source>
+        <comment>view</comment>
+        <translation>您没有删除视图的权限。</translation>
     </message>
 </context>
 <context>
@@ -404,6 +419,11 @@
     <name>TarnClient::CProgrammeTexts</name>
     <message>
         <source>The default view is a group, but playing groups in turn is switched off.</source>
+        <translation>默认预案是一个分组，但分组轮巡功能已关闭。</translation>
+    </message>
+    <message>
+        <source>The default view is a group, but playing groups in turn is switched off.</source>
+        <comment>view</comment>
         <translation>默认视图是一个分组，但分组轮巡功能已关闭。</translation>
     </message>
     <message>
@@ -411,8 +431,18 @@
         <translation>组内预案轮巡功能已关闭。</translation>
     </message>
     <message>
+        <source>Playing the plans of a group in turn is switched off.</source>
+        <comment>view</comment>
+        <translation>组内视图轮巡功能已关闭。</translation>
+    </message>
+    <message>
         <source>The group has no plans to cycle through.</source>
         <translation>该分组没有可轮巡的预案。</translation>
+    </message>
+    <message>
+        <source>The group has no plans to cycle through.</source>
+        <comment>view</comment>
+        <translation>该分组没有可轮巡的视图。</translation>
     </message>
     <message>
         <source>&quot;%1&quot; could not be played and was skipped.</source>
@@ -427,6 +457,11 @@
         <translation>预案 %1 / %2</translation>
     </message>
     <message>
+        <source>plan %1 of %2</source>
+        <comment>view</comment>
+        <translation>视图 %1 / %2</translation>
+    </message>
+    <message>
         <source>Group · %1</source>
         <translation>分组 · %1</translation>
     </message>
@@ -438,6 +473,11 @@
         <source>The next plan of the group could not be played and is tried again: %1</source>
         <translation>组内下一个预案无法播放，将重试：%1</translation>
     </message>
+    <message>
+        <source>The next plan of the group could not be played and is tried again: %1</source>
+        <comment>view</comment>
+        <translation>组内下一个视图无法播放，将重试：%1</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CHistoryPopup</name>
@@ -446,8 +486,18 @@
         <translation>最近播放的预案</translation>
     </message>
     <message>
+        <source>Plans played lately</source>
+        <comment>view</comment>
+        <translation>最近播放的视图</translation>
+    </message>
+    <message>
         <source>No plan was played yet.</source>
         <translation>尚未播放过预案。</translation>
+    </message>
+    <message>
+        <source>No plan was played yet.</source>
+        <comment>view</comment>
+        <translation>尚未播放过视图。</translation>
     </message>
 </context>
 <context>
@@ -461,12 +511,22 @@
         <translation>双击预案或将其拖到此处播放</translation>
     </message>
     <message>
+        <source>Double-click a plan, or drag one here, to play it</source>
+        <comment>view</comment>
+        <translation>双击视图或将其拖到此处播放</translation>
+    </message>
+    <message>
         <source>Play &quot;%1&quot;</source>
         <translation>播放“%1”</translation>
     </message>
     <message>
         <source>Play the plans of &quot;%1&quot; in turn</source>
         <translation>依次播放“%1”中的预案</translation>
+    </message>
+    <message>
+        <source>Play the plans of &quot;%1&quot; in turn</source>
+        <comment>view</comment>
+        <translation>依次播放“%1”中的视图</translation>
     </message>
 </context>
 <context>
@@ -476,12 +536,27 @@
         <translation>预案</translation>
     </message>
     <message>
+        <source>Plans</source>
+        <comment>view</comment>
+        <translation>视图</translation>
+    </message>
+    <message>
         <source>Families of plans</source>
         <translation>预案类别</translation>
     </message>
     <message>
+        <source>Families of plans</source>
+        <comment>view</comment>
+        <translation>视图类别</translation>
+    </message>
+    <message>
         <source>The plan is being fetched...</source>
         <translation>正在获取预案...</translation>
+    </message>
+    <message>
+        <source>The plan is being fetched...</source>
+        <comment>view</comment>
+        <translation>正在获取视图...</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is being fetched...</source>
@@ -490,6 +565,11 @@
     <message>
         <source>The next plan of the group is being fetched...</source>
         <translation>正在获取组内下一个预案...</translation>
+    </message>
+    <message>
+        <source>The next plan of the group is being fetched...</source>
+        <comment>view</comment>
+        <translation>正在获取组内下一个视图...</translation>
     </message>
     <message>
         <source>Close</source>
@@ -515,16 +595,36 @@
         <translation>没有正在播放的预案</translation>
     </message>
     <message>
+        <source>no plan is playing</source>
+        <comment>view</comment>
+        <translation>没有正在播放的视图</translation>
+    </message>
+    <message>
         <source>the plan editor is open, and Ctrl+S saves there</source>
         <translation>预案编辑器已打开，请用 Ctrl+S 在其中保存</translation>
+    </message>
+    <message>
+        <source>the plan editor is open, and Ctrl+S saves there</source>
+        <comment>view</comment>
+        <translation>视图编辑器已打开，请用 Ctrl+S 在其中保存</translation>
     </message>
     <message>
         <source>this plan cannot be changed from here</source>
         <translation>不能在此处修改该预案</translation>
     </message>
     <message>
+        <source>this plan cannot be changed from here</source>
+        <comment>view</comment>
+        <translation>不能在此处修改该视图</translation>
+    </message>
+    <message>
         <source>you need the right to edit public plans</source>
         <translation>您需要编辑公共预案的权限</translation>
+    </message>
+    <message>
+        <source>you need the right to edit public plans</source>
+        <comment>view</comment>
+        <translation>您需要编辑公共视图的权限</translation>
     </message>
     <message>
         <source>the live view is empty</source>
@@ -539,12 +639,22 @@
         <translation>未保存：预案已停止。</translation>
     </message>
     <message>
+        <source>Not saved: the plan was stopped meanwhile.</source>
+        <comment>view</comment>
+        <translation>未保存：视图已停止。</translation>
+    </message>
+    <message>
         <source>Not saved: the user was switched meanwhile.</source>
         <translation>未保存：用户已切换。</translation>
     </message>
     <message>
         <source>Not saved: the plan was changed elsewhere. Play it again first.</source>
         <translation>未保存：预案已在别处被修改，请先重新播放。</translation>
+    </message>
+    <message>
+        <source>Not saved: the plan was changed elsewhere. Play it again first.</source>
+        <comment>view</comment>
+        <translation>未保存：视图已在别处被修改，请先重新播放。</translation>
     </message>
 </context>
 <context>
@@ -558,8 +668,18 @@
         <translation>请先选择预案。</translation>
     </message>
     <message>
+        <source>Choose a plan first.</source>
+        <comment>view</comment>
+        <translation>请先选择视图。</translation>
+    </message>
+    <message>
         <source>Choose a plan or a group first.</source>
         <translation>请先选择预案或分组。</translation>
+    </message>
+    <message>
+        <source>Choose a plan or a group first.</source>
+        <comment>view</comment>
+        <translation>请先选择视图或分组。</translation>
     </message>
     <message>
         <source>Choose a row first.</source>
@@ -586,16 +706,36 @@
         <translation>在此新建预案</translation>
     </message>
     <message>
+        <source>New plan here</source>
+        <comment>view</comment>
+        <translation>在此新建视图</translation>
+    </message>
+    <message>
         <source>Plans stand in groups. Choose a group first.</source>
         <translation>预案位于分组中，请先选择分组。</translation>
+    </message>
+    <message>
+        <source>Plans stand in groups. Choose a group first.</source>
+        <comment>view</comment>
+        <translation>视图位于分组中，请先选择分组。</translation>
     </message>
     <message>
         <source>Plans that were received cannot be changed.</source>
         <translation>收到的预案不能更改。</translation>
     </message>
     <message>
+        <source>Plans that were received cannot be changed.</source>
+        <comment>view</comment>
+        <translation>收到的视图不能更改。</translation>
+    </message>
+    <message>
         <source>Playing the plans of a group in turn is switched off.</source>
         <translation>组内预案轮巡功能已关闭。</translation>
+    </message>
+    <message>
+        <source>Playing the plans of a group in turn is switched off.</source>
+        <comment>view</comment>
+        <translation>组内视图轮巡功能已关闭。</translation>
     </message>
     <message>
         <source>Rename</source>
@@ -603,6 +743,11 @@
     </message>
     <message>
         <source>Set as default view</source>
+        <translation>设为默认预案</translation>
+    </message>
+    <message>
+        <source>Set as default view</source>
+        <comment>view</comment>
         <translation>设为默认视图</translation>
     </message>
     <message>
@@ -618,12 +763,27 @@
         <translation>该预案正在编辑器中打开，请先关闭编辑器。</translation>
     </message>
     <message>
+        <source>The plan is open in the editor. Close it first.</source>
+        <comment>view</comment>
+        <translation>该视图正在编辑器中打开，请先关闭编辑器。</translation>
+    </message>
+    <message>
         <source>The plans of this group are not playing in turn.</source>
         <translation>该分组的预案未在轮巡。</translation>
     </message>
     <message>
+        <source>The plans of this group are not playing in turn.</source>
+        <comment>view</comment>
+        <translation>该分组的视图未在轮巡。</translation>
+    </message>
+    <message>
         <source>This plan is not playing.</source>
         <translation>该预案未在播放。</translation>
+    </message>
+    <message>
+        <source>This plan is not playing.</source>
+        <comment>view</comment>
+        <translation>该视图未在播放。</translation>
     </message>
     <message>
         <source>This row is no longer there.</source>
@@ -656,16 +816,36 @@
         <translation>无法连接预案数据库，正在重试…</translation>
     </message>
     <message>
+        <source>No connection to the plan store. Trying again...</source>
+        <comment>view</comment>
+        <translation>无法连接视图数据库，正在重试…</translation>
+    </message>
+    <message>
         <source>The plan store is locked by another program. Trying again...</source>
         <translation>预案数据库被其他程序锁定，正在重试…</translation>
+    </message>
+    <message>
+        <source>The plan store is locked by another program. Trying again...</source>
+        <comment>view</comment>
+        <translation>视图数据库被其他程序锁定，正在重试…</translation>
     </message>
     <message>
         <source>The plan store can only be read. Changes cannot be saved.</source>
         <translation>预案数据库只能读取，无法保存更改。</translation>
     </message>
     <message>
+        <source>The plan store can only be read. Changes cannot be saved.</source>
+        <comment>view</comment>
+        <translation>视图数据库只能读取，无法保存更改。</translation>
+    </message>
+    <message>
         <source>The plan store cannot be read. Trying again...</source>
         <translation>无法读取预案数据库，正在重试…</translation>
+    </message>
+    <message>
+        <source>The plan store cannot be read. Trying again...</source>
+        <comment>view</comment>
+        <translation>无法读取视图数据库，正在重试…</translation>
     </message>
 </context>
 <context>
@@ -696,6 +876,11 @@
     <message>
         <source>Stop the plan</source>
         <translation>停止预案</translation>
+    </message>
+    <message>
+        <source>Stop the plan</source>
+        <comment>view</comment>
+        <translation>停止视图</translation>
     </message>
     <message>
         <source>Page %1 of %2</source>
@@ -730,24 +915,54 @@
         <translation>轮巡中此预案的剩余时间</translation>
     </message>
     <message>
+        <source>Time left for this plan of the cycle</source>
+        <comment>view</comment>
+        <translation>轮巡中此视图的剩余时间</translation>
+    </message>
+    <message>
         <source>Previous page or plan</source>
         <translation>上一页或上一个预案</translation>
+    </message>
+    <message>
+        <source>Previous page or plan</source>
+        <comment>view</comment>
+        <translation>上一页或上一个视图</translation>
     </message>
     <message>
         <source>Next page or plan</source>
         <translation>下一页或下一个预案</translation>
     </message>
     <message>
+        <source>Next page or plan</source>
+        <comment>view</comment>
+        <translation>下一页或下一个视图</translation>
+    </message>
+    <message>
         <source>Previous plan</source>
         <translation>上一个预案</translation>
+    </message>
+    <message>
+        <source>Previous plan</source>
+        <comment>view</comment>
+        <translation>上一个视图</translation>
     </message>
     <message>
         <source>Next plan</source>
         <translation>下一个预案</translation>
     </message>
     <message>
+        <source>Next plan</source>
+        <comment>view</comment>
+        <translation>下一个视图</translation>
+    </message>
+    <message>
         <source>Hold this plan</source>
         <translation>停留在此预案</translation>
+    </message>
+    <message>
+        <source>Hold this plan</source>
+        <comment>view</comment>
+        <translation>停留在此视图</translation>
     </message>
     <message>
         <source>Go on with the cycle</source>
@@ -796,8 +1011,18 @@
         <translation>没有预案在播放。</translation>
     </message>
     <message>
+        <source>No plan plays.</source>
+        <comment>view</comment>
+        <translation>没有视图在播放。</translation>
+    </message>
+    <message>
         <source>No tree here shows this plan.</source>
         <translation>此处没有显示该预案的树。</translation>
+    </message>
+    <message>
+        <source>No tree here shows this plan.</source>
+        <comment>view</comment>
+        <translation>此处没有显示该视图的树。</translation>
     </message>
 </context>
 <context>
@@ -807,8 +1032,18 @@
         <translation>保存预案</translation>
     </message>
     <message>
+        <source>Save the plan</source>
+        <comment>view</comment>
+        <translation>保存视图</translation>
+    </message>
+    <message>
         <source>Save as a new plan...</source>
         <translation>另存为新预案…</translation>
+    </message>
+    <message>
+        <source>Save as a new plan...</source>
+        <comment>view</comment>
+        <translation>另存为新视图…</translation>
     </message>
     <message>
         <source>Ways to save</source>
@@ -817,6 +1052,11 @@
     <message>
         <source>Plans played lately</source>
         <translation>最近播放的预案</translation>
+    </message>
+    <message>
+        <source>Plans played lately</source>
+        <comment>view</comment>
+        <translation>最近播放的视图</translation>
     </message>
     <message>
         <source>Switch user</source>
@@ -896,6 +1136,11 @@
         <translation>预案服务已停止。</translation>
     </message>
     <message>
+        <source>The plan service has been stopped.</source>
+        <comment>view</comment>
+        <translation>视图服务已停止。</translation>
+    </message>
+    <message>
         <source>This site keeps no list of cameras.</source>
         <translation>此站点没有摄像机列表。</translation>
     </message>
@@ -904,8 +1149,18 @@
         <translation>预案数据库出错：%1</translation>
     </message>
     <message>
+        <source>The plan store failed: %1</source>
+        <comment>view</comment>
+        <translation>视图数据库出错：%1</translation>
+    </message>
+    <message>
         <source>The plan store has given out all its codes.</source>
         <translation>预案数据库的编号已用完。</translation>
+    </message>
+    <message>
+        <source>The plan store has given out all its codes.</source>
+        <comment>view</comment>
+        <translation>视图数据库的编号已用完。</translation>
     </message>
     <message>
         <source>a page has a window number %1</source>
@@ -944,16 +1199,36 @@
         <translation>预案“%1”(%2) 已损坏：%3。</translation>
     </message>
     <message>
+        <source>The plan &quot;%1&quot; (%2) is damaged: %3.</source>
+        <comment>view</comment>
+        <translation>视图“%1”(%2) 已损坏：%3。</translation>
+    </message>
+    <message>
         <source>You have no right to add public plans and groups.</source>
         <translation>您没有添加公共预案和分组的权限。</translation>
+    </message>
+    <message>
+        <source>You have no right to add public plans and groups.</source>
+        <comment>view</comment>
+        <translation>您没有添加公共视图和分组的权限。</translation>
     </message>
     <message>
         <source>You have no right to change public plans and groups.</source>
         <translation>您没有修改公共预案和分组的权限。</translation>
     </message>
     <message>
+        <source>You have no right to change public plans and groups.</source>
+        <comment>view</comment>
+        <translation>您没有修改公共视图和分组的权限。</translation>
+    </message>
+    <message>
         <source>You have no right to delete public plans and groups.</source>
         <translation>您没有删除公共预案和分组的权限。</translation>
+    </message>
+    <message>
+        <source>You have no right to delete public plans and groups.</source>
+        <comment>view</comment>
+        <translation>您没有删除公共视图和分组的权限。</translation>
     </message>
     <message>
         <source>Groups can be nested %1 levels deep at most.</source>
@@ -968,12 +1243,27 @@
         <translation>无法保存预案“%1”：%2。</translation>
     </message>
     <message>
+        <source>The plan &quot;%1&quot; cannot be saved: %2.</source>
+        <comment>view</comment>
+        <translation>无法保存视图“%1”：%2。</translation>
+    </message>
+    <message>
         <source>The plan was changed by %1 on %2. Open it again before you change it.</source>
         <translation>该预案已由 %1 于 %2 修改，请重新打开后再修改。</translation>
     </message>
     <message>
+        <source>The plan was changed by %1 on %2. Open it again before you change it.</source>
+        <comment>view</comment>
+        <translation>该视图已由 %1 于 %2 修改，请重新打开后再修改。</translation>
+    </message>
+    <message>
         <source>A plan cannot be moved between public and own plans.</source>
         <translation>不能在公共预案和我的预案之间移动预案。</translation>
+    </message>
+    <message>
+        <source>A plan cannot be moved between public and own plans.</source>
+        <comment>view</comment>
+        <translation>不能在公共视图和我的视图之间移动视图。</translation>
     </message>
     <message>
         <source>There is no user with the number %1.</source>
@@ -984,16 +1274,36 @@
         <translation>不能将预案分享给自己。</translation>
     </message>
     <message>
+        <source>A plan cannot be shared with yourself.</source>
+        <comment>view</comment>
+        <translation>不能将视图分享给自己。</translation>
+    </message>
+    <message>
         <source>No recipients were named.</source>
         <translation>未指定分享预案的用户。</translation>
+    </message>
+    <message>
+        <source>No recipients were named.</source>
+        <comment>view</comment>
+        <translation>未指定分享视图的用户。</translation>
     </message>
     <message>
         <source>You have no right to share plans.</source>
         <translation>您没有分享预案的权限。</translation>
     </message>
     <message>
+        <source>You have no right to share plans.</source>
+        <comment>view</comment>
+        <translation>您没有分享视图的权限。</translation>
+    </message>
+    <message>
         <source>The plan store %1 cannot be opened: %2.</source>
         <translation>无法打开预案数据库 %1：%2。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 cannot be opened: %2.</source>
+        <comment>view</comment>
+        <translation>无法打开视图数据库 %1：%2。</translation>
     </message>
     <message>
         <source>user %1 is unknown or has another password</source>
@@ -1044,52 +1354,117 @@
         <translation>预案数据库 %1 被其他程序锁定。</translation>
     </message>
     <message>
+        <source>The plan store %1 is locked by another program.</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 被其他程序锁定。</translation>
+    </message>
+    <message>
         <source>The plan store %1 does not allow its user to do that.</source>
         <translation>预案数据库 %1 不允许其用户执行此操作。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 does not allow its user to do that.</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 不允许其用户执行此操作。</translation>
     </message>
     <message>
         <source>The plan store %1 has no room left: its disk is full.</source>
         <translation>预案数据库 %1 已无可用空间：磁盘已满。</translation>
     </message>
     <message>
+        <source>The plan store %1 has no room left: its disk is full.</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 已无可用空间：磁盘已满。</translation>
+    </message>
+    <message>
         <source>The connection to the plan store %1 is lost.</source>
         <translation>与预案数据库 %1 的连接已断开。</translation>
+    </message>
+    <message>
+        <source>The connection to the plan store %1 is lost.</source>
+        <comment>view</comment>
+        <translation>与视图数据库 %1 的连接已断开。</translation>
     </message>
     <message>
         <source>The plan store %1 cannot keep that much in one piece.</source>
         <translation>预案数据库 %1 无法保存如此大的数据。</translation>
     </message>
     <message>
+        <source>The plan store %1 cannot keep that much in one piece.</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 无法保存如此大的数据。</translation>
+    </message>
+    <message>
         <source>The plan store %1 failed: %2</source>
         <translation>预案数据库 %1 出错：%2</translation>
+    </message>
+    <message>
+        <source>The plan store %1 failed: %2</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 出错：%2</translation>
     </message>
     <message>
         <source>The plan store %1 is in a read-only folder.</source>
         <translation>预案数据库 %1 位于只读文件夹中。</translation>
     </message>
     <message>
+        <source>The plan store %1 is in a read-only folder.</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 位于只读文件夹中。</translation>
+    </message>
+    <message>
         <source>The plan store %1 can only be read: no file can be written beside it. Is the disk full?</source>
         <translation>预案数据库 %1 只能读取：无法在其旁边写入文件。磁盘是否已满？</translation>
+    </message>
+    <message>
+        <source>The plan store %1 can only be read: no file can be written beside it. Is the disk full?</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 只能读取：无法在其旁边写入文件。磁盘是否已满？</translation>
     </message>
     <message>
         <source>The plan store %1 cannot be read.</source>
         <translation>无法读取预案数据库 %1。</translation>
     </message>
     <message>
+        <source>The plan store %1 cannot be read.</source>
+        <comment>view</comment>
+        <translation>无法读取视图数据库 %1。</translation>
+    </message>
+    <message>
         <source>The plan store %1 is damaged: it is cut off.</source>
         <translation>预案数据库 %1 已损坏：文件不完整。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is damaged: it is cut off.</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 已损坏：文件不完整。</translation>
     </message>
     <message>
         <source>The plan store %1 was replaced while it was open.</source>
         <translation>预案数据库 %1 在打开期间被替换。</translation>
     </message>
     <message>
+        <source>The plan store %1 was replaced while it was open.</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 在打开期间被替换。</translation>
+    </message>
+    <message>
         <source>The plan store %1 was cut off while it was open.</source>
         <translation>预案数据库 %1 在打开期间被截断。</translation>
     </message>
     <message>
+        <source>The plan store %1 was cut off while it was open.</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 在打开期间被截断。</translation>
+    </message>
+    <message>
         <source>The plan store %1 was changed by another program.</source>
         <translation>预案数据库 %1 被其他程序更改。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 was changed by another program.</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 被其他程序更改。</translation>
     </message>
     <message>
         <source>There is no user &quot;%1&quot;.</source>
@@ -1100,12 +1475,27 @@
         <translation>预案尚未下载完成。</translation>
     </message>
     <message>
+        <source>The plans have not been downloaded yet.</source>
+        <comment>view</comment>
+        <translation>视图尚未下载完成。</translation>
+    </message>
+    <message>
         <source>The connection to the plan store was lost while the change was being saved. Look whether it is there before you try again.</source>
         <translation>保存更改时与预案数据库的连接断开。重试前请先查看更改是否已保存。</translation>
     </message>
     <message>
+        <source>The connection to the plan store was lost while the change was being saved. Look whether it is there before you try again.</source>
+        <comment>view</comment>
+        <translation>保存更改时与视图数据库的连接断开。重试前请先查看更改是否已保存。</translation>
+    </message>
+    <message>
         <source>The plan store has been closed.</source>
         <translation>预案数据库已关闭。</translation>
+    </message>
+    <message>
+        <source>The plan store has been closed.</source>
+        <comment>view</comment>
+        <translation>视图数据库已关闭。</translation>
     </message>
     <message>
         <source>The service does not answer</source>
@@ -1124,6 +1514,11 @@
         <translation>该预案不存在或已被删除。</translation>
     </message>
     <message>
+        <source>The plan does not exist or was deleted in the meantime.</source>
+        <comment>view</comment>
+        <translation>该视图不存在或已被删除。</translation>
+    </message>
+    <message>
         <source>The camera does not exist.</source>
         <translation>该摄像机不存在。</translation>
     </message>
@@ -1132,24 +1527,54 @@
         <translation>%1 不是预案数据库。</translation>
     </message>
     <message>
+        <source>%1 is not a plan store.</source>
+        <comment>view</comment>
+        <translation>%1 不是视图数据库。</translation>
+    </message>
+    <message>
         <source>The plan store %1 is read-only.</source>
         <translation>预案数据库 %1 为只读。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is read-only.</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 为只读。</translation>
     </message>
     <message>
         <source>The plan store %1 is damaged.</source>
         <translation>预案数据库 %1 已损坏。</translation>
     </message>
     <message>
+        <source>The plan store %1 is damaged.</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 已损坏。</translation>
+    </message>
+    <message>
         <source>The plan store %1 is gone: it was removed or moved away.</source>
         <translation>预案数据库 %1 已不存在：已被删除或移走。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 is gone: it was removed or moved away.</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 已不存在：已被删除或移走。</translation>
     </message>
     <message>
         <source>The plan store %1 is empty: its content was lost.</source>
         <translation>预案数据库 %1 为空：其内容已丢失。</translation>
     </message>
     <message>
+        <source>The plan store %1 is empty: its content was lost.</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 为空：其内容已丢失。</translation>
+    </message>
+    <message>
         <source>The plan store %1 was made by a newer version (%2; this program knows %3).</source>
         <translation>预案数据库 %1 由更新的版本创建（%2；本程序支持 %3）。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 was made by a newer version (%2; this program knows %3).</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 由更新的版本创建（%2；本程序支持 %3）。</translation>
     </message>
     <message>
         <source>The name is not valid text.</source>
@@ -1195,6 +1620,11 @@
         <source>The plan was deleted by %1 on %2.</source>
         <translation>该预案已被 %1 于 %2 删除。</translation>
     </message>
+    <message>
+        <source>The plan was deleted by %1 on %2.</source>
+        <comment>view</comment>
+        <translation>该视图已被 %1 于 %2 删除。</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CBothFamiliesModel</name>
@@ -1203,11 +1633,26 @@
         <translation>公共预案</translation>
     </message>
     <message>
+        <source>Public plans</source>
+        <comment>view</comment>
+        <translation>公共视图</translation>
+    </message>
+    <message>
         <source>My plans</source>
         <translation>我的预案</translation>
     </message>
     <message>
+        <source>My plans</source>
+        <comment>view</comment>
+        <translation>我的视图</translation>
+    </message>
+    <message>
         <source>No default view</source>
+        <translation>无默认预案</translation>
+    </message>
+    <message>
+        <source>No default view</source>
+        <comment>view</comment>
         <translation>无默认视图</translation>
     </message>
 </context>
@@ -1220,6 +1665,11 @@
     <message>
         <source>Save as a new plan</source>
         <translation>另存为新预案</translation>
+    </message>
+    <message>
+        <source>Save as a new plan</source>
+        <comment>view</comment>
+        <translation>另存为新视图</translation>
     </message>
     <message>
         <source>Try again</source>
@@ -1236,6 +1686,11 @@
     <message>
         <source>Show the plan as it is now; Undo brings your changes back</source>
         <translation>显示预案的当前内容；撤销可恢复您的更改</translation>
+    </message>
+    <message>
+        <source>Show the plan as it is now; Undo brings your changes back</source>
+        <comment>view</comment>
+        <translation>显示视图的当前内容；撤销可恢复您的更改</translation>
     </message>
     <message>
         <source>Show theirs</source>
@@ -1265,12 +1720,27 @@
         <translation>您编辑期间，其他人保存了此预案。</translation>
     </message>
     <message>
+        <source>Saved by somebody else while you were editing.</source>
+        <comment>view</comment>
+        <translation>您编辑期间，其他人保存了此视图。</translation>
+    </message>
+    <message>
         <source>Saved by %1 while you were editing.</source>
         <translation>您编辑期间，%1 保存了此预案。</translation>
     </message>
     <message>
+        <source>Saved by %1 while you were editing.</source>
+        <comment>view</comment>
+        <translation>您编辑期间，%1 保存了此视图。</translation>
+    </message>
+    <message>
         <source>Saved by %1 at %2 while you were editing.</source>
         <translation>您编辑期间，%1 于 %2 保存了此预案。</translation>
+    </message>
+    <message>
+        <source>Saved by %1 at %2 while you were editing.</source>
+        <comment>view</comment>
+        <translation>您编辑期间，%1 于 %2 保存了此视图。</translation>
     </message>
     <message>
         <source>the name, now %1</source>
@@ -1312,6 +1782,11 @@
     <name>TarnPlanView::CDefaultLoadViewDisplay</name>
     <message>
         <source>Default view</source>
+        <translation>默认预案</translation>
+    </message>
+    <message>
+        <source>Default view</source>
+        <comment>view</comment>
         <translation>默认视图</translation>
     </message>
     <message>
@@ -1319,20 +1794,45 @@
         <translation>选择预案或分组</translation>
     </message>
     <message>
+        <source>Choose a plan or group</source>
+        <comment>view</comment>
+        <translation>选择视图或分组</translation>
+    </message>
+    <message>
         <source>Plans and groups</source>
         <translation>预案和分组</translation>
     </message>
     <message>
+        <source>Plans and groups</source>
+        <comment>view</comment>
+        <translation>视图和分组</translation>
+    </message>
+    <message>
         <source>The default view is not among the plans offered here.</source>
-        <translation>默认视图不在此处可选的预案中。</translation>
+        <translation>默认预案不在此处可选的预案中。</translation>
+    </message>
+    <message>
+        <source>The default view is not among the plans offered here.</source>
+        <comment>view</comment>
+        <translation>默认视图不在此处可选的视图中。</translation>
     </message>
     <message>
         <source>The default view cannot be shown: %1</source>
+        <translation>无法显示默认预案：%1</translation>
+    </message>
+    <message>
+        <source>The default view cannot be shown: %1</source>
+        <comment>view</comment>
         <translation>无法显示默认视图：%1</translation>
     </message>
     <message>
         <source>The plans could not be loaded.</source>
         <translation>无法加载预案。</translation>
+    </message>
+    <message>
+        <source>The plans could not be loaded.</source>
+        <comment>view</comment>
+        <translation>无法加载视图。</translation>
     </message>
 </context>
 <context>
@@ -1361,12 +1861,22 @@
         <translation>有内容的窗口数，以及一个预案的上限</translation>
     </message>
     <message>
+        <source>Windows with content, of those that a plan may have</source>
+        <comment>view</comment>
+        <translation>有内容的窗口数，以及一个视图的上限</translation>
+    </message>
+    <message>
         <source>Save</source>
         <translation>保存</translation>
     </message>
     <message>
         <source>Save the plan (Ctrl+S)</source>
         <translation>保存预案 (Ctrl+S)</translation>
+    </message>
+    <message>
+        <source>Save the plan (Ctrl+S)</source>
+        <comment>view</comment>
+        <translation>保存视图 (Ctrl+S)</translation>
     </message>
     <message>
         <source>Cancel</source>
@@ -1448,6 +1958,11 @@
         <translation>请输入预案名称。</translation>
     </message>
     <message>
+        <source>The plan needs a name.</source>
+        <comment>view</comment>
+        <translation>请输入视图名称。</translation>
+    </message>
+    <message>
         <source>The name must not contain any of / \ : * ? &quot; &lt; &gt; |</source>
         <translation>名称不能包含 / \ : * ? &quot; &lt; &gt; |</translation>
     </message>
@@ -1471,12 +1986,27 @@
         <translation>没有找到更多预案</translation>
     </message>
     <message>
+        <source>No further plans found</source>
+        <comment>view</comment>
+        <translation>没有找到更多视图</translation>
+    </message>
+    <message>
         <source>Further plans found: %1</source>
         <translation>找到更多预案：%1</translation>
     </message>
     <message>
+        <source>Further plans found: %1</source>
+        <comment>view</comment>
+        <translation>找到更多视图：%1</translation>
+    </message>
+    <message>
         <source>Searching for further plans...</source>
         <translation>正在搜索更多预案...</translation>
+    </message>
+    <message>
+        <source>Searching for further plans...</source>
+        <comment>view</comment>
+        <translation>正在搜索更多视图...</translation>
     </message>
 </context>
 <context>
@@ -1501,12 +2031,22 @@
         <source>A plan cannot stand directly at the top. Choose a group below.</source>
         <translation>预案不能直接放在根节点下，请选择分组。</translation>
     </message>
+    <message>
+        <source>A plan cannot stand directly at the top. Choose a group below.</source>
+        <comment>view</comment>
+        <translation>视图不能直接放在根节点下，请选择分组。</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CMoveToDlg</name>
     <message>
         <source>A plan cannot stand directly at the top. Choose a group below.</source>
         <translation>预案不能直接位于顶层，请选择下级分组。</translation>
+    </message>
+    <message>
+        <source>A plan cannot stand directly at the top. Choose a group below.</source>
+        <comment>view</comment>
+        <translation>视图不能直接位于顶层，请选择下级分组。</translation>
     </message>
     <message>
         <source>Cancel</source>
@@ -1537,8 +2077,18 @@
         <translation>移动预案</translation>
     </message>
     <message>
+        <source>Move plan</source>
+        <comment>view</comment>
+        <translation>移动视图</translation>
+    </message>
+    <message>
         <source>The plan stands in this group now.</source>
         <translation>该预案已在此分组中。</translation>
+    </message>
+    <message>
+        <source>The plan stands in this group now.</source>
+        <comment>view</comment>
+        <translation>该视图已在此分组中。</translation>
     </message>
 </context>
 <context>
@@ -1700,8 +2250,18 @@
         <translation>一个预案最多可填 %1 个窗口，请先清除一些。</translation>
     </message>
     <message>
+        <source>A plan holds at most %1 filled windows. Clear some first.</source>
+        <comment>view</comment>
+        <translation>一个视图最多可填 %1 个窗口，请先清除一些。</translation>
+    </message>
+    <message>
         <source>A plan has at most %1 pages.</source>
         <translation>一个预案最多 %1 页。</translation>
+    </message>
+    <message>
+        <source>A plan has at most %1 pages.</source>
+        <comment>view</comment>
+        <translation>一个视图最多 %1 页。</translation>
     </message>
     <message>
         <source>Load theirs</source>
@@ -1719,16 +2279,36 @@
         <translation>预案按名称排序，不能更改顺序。</translation>
     </message>
     <message>
+        <source>ViewSortFailedadOMakQWZCpToC</source>
+        <comment>view</comment>
+        <translation>视图按名称排序，不能更改顺序。</translation>
+    </message>
+    <message>
         <source>TheMoveViewOperationrvQbjaeS</source>
         <translation>不能将预案移动到此处。</translation>
+    </message>
+    <message>
+        <source>TheMoveViewOperationrvQbjaeS</source>
+        <comment>view</comment>
+        <translation>不能将视图移动到此处。</translation>
     </message>
     <message>
         <source>The plan is open in the editor. Close it first, or change it there.</source>
         <translation>该预案正在编辑器中打开。请先关闭编辑器，或在其中修改。</translation>
     </message>
     <message>
+        <source>The plan is open in the editor. Close it first, or change it there.</source>
+        <comment>view</comment>
+        <translation>该视图正在编辑器中打开。请先关闭编辑器，或在其中修改。</translation>
+    </message>
+    <message>
         <source>Groups stay where they are. Only plans can be moved.</source>
         <translation>分组不能移动，只能移动预案。</translation>
+    </message>
+    <message>
+        <source>Groups stay where they are. Only plans can be moved.</source>
+        <comment>view</comment>
+        <translation>分组不能移动，只能移动视图。</translation>
     </message>
     <message>
         <source>&quot;%1&quot; was moved on in the meantime.</source>
@@ -1740,6 +2320,11 @@
     <message>
         <source>It is not known whether the plan was saved. Try again.</source>
         <translation>无法确定预案是否已保存，请重试。</translation>
+    </message>
+    <message>
+        <source>It is not known whether the plan was saved. Try again.</source>
+        <comment>view</comment>
+        <translation>无法确定视图是否已保存，请重试。</translation>
     </message>
 </context>
 <context>
@@ -1756,8 +2341,18 @@
         <translation>预案树</translation>
     </message>
     <message>
+        <source>Plan tree</source>
+        <comment>view</comment>
+        <translation>视图树</translation>
+    </message>
+    <message>
         <source>TheUserHasNoPermission</source>
         <translation>您没有移动预案的权限。</translation>
+    </message>
+    <message>
+        <source>TheUserHasNoPermission</source>
+        <comment>view</comment>
+        <translation>您没有移动视图的权限。</translation>
     </message>
     <message>
         <source>PlayVideo</source>
@@ -1795,6 +2390,11 @@
         <translation>正在加载预案...</translation>
     </message>
     <message>
+        <source>Loading the plans...</source>
+        <comment>view</comment>
+        <translation>正在加载视图...</translation>
+    </message>
+    <message>
         <source>Try again</source>
         <translation>重试</translation>
     </message>
@@ -1824,6 +2424,11 @@
     <message>
         <source>Plan</source>
         <translation>预案</translation>
+    </message>
+    <message>
+        <source>Plan</source>
+        <comment>view</comment>
+        <translation>视图</translation>
     </message>
     <message>
         <source>View</source>
@@ -1944,6 +2549,11 @@ never starts</source>
         <source>Orbis-ControlClient.84c1323492ea472ca4d571b907908b8e.msg</source>
         <translation>一个预案最多可包含 128 个有摄像机的窗口</translation>
     </message>
+    <message>
+        <source>Orbis-ControlClient.84c1323492ea472ca4d571b907908b8e.msg</source>
+        <comment>view</comment>
+        <translation>一个视图最多可包含 128 个有摄像机的窗口</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CTarnAddPlanWidget</name>
@@ -1952,8 +2562,18 @@ never starts</source>
         <translation>新建预案</translation>
     </message>
     <message>
+        <source>New plan</source>
+        <comment>view</comment>
+        <translation>新建视图</translation>
+    </message>
+    <message>
         <source>Plan</source>
         <translation>预案</translation>
+    </message>
+    <message>
+        <source>Plan</source>
+        <comment>view</comment>
+        <translation>视图</translation>
     </message>
     <message>
         <source>View</source>
@@ -1964,6 +2584,11 @@ never starts</source>
         <translation>编辑预案</translation>
     </message>
     <message>
+        <source>Edit plan</source>
+        <comment>view</comment>
+        <translation>编辑视图</translation>
+    </message>
+    <message>
         <source>Loading...</source>
         <translation>正在加载...</translation>
     </message>
@@ -1972,8 +2597,18 @@ never starts</source>
         <translation>正在保存预案，请稍候。</translation>
     </message>
     <message>
+        <source>The plan is being saved. Wait a moment.</source>
+        <comment>view</comment>
+        <translation>正在保存视图，请稍候。</translation>
+    </message>
+    <message>
         <source>The plan was saved without the last changes.</source>
         <translation>预案已保存，但不包含最后的更改。</translation>
+    </message>
+    <message>
+        <source>The plan was saved without the last changes.</source>
+        <comment>view</comment>
+        <translation>视图已保存，但不包含最后的更改。</translation>
     </message>
     <message>
         <source>Unsaved changes</source>
@@ -1982,6 +2617,11 @@ never starts</source>
     <message>
         <source>The plan has changes that are not saved.</source>
         <translation>预案有未保存的更改。</translation>
+    </message>
+    <message>
+        <source>The plan has changes that are not saved.</source>
+        <comment>view</comment>
+        <translation>视图有未保存的更改。</translation>
     </message>
     <message>
         <source>Save</source>
@@ -2000,8 +2640,18 @@ never starts</source>
         <translation>预案暂不可用，请稍后重试。</translation>
     </message>
     <message>
+        <source>The plans are not available now. Try again later.</source>
+        <comment>view</comment>
+        <translation>视图暂不可用，请稍后重试。</translation>
+    </message>
+    <message>
         <source>A plan holds at most %1 filled windows. Clear some first.</source>
         <translation>一个预案最多可填 %1 个窗口，请先清除一些。</translation>
+    </message>
+    <message>
+        <source>A plan holds at most %1 filled windows. Clear some first.</source>
+        <comment>view</comment>
+        <translation>一个视图最多可填 %1 个窗口，请先清除一些。</translation>
     </message>
     <message>
         <source>Saving...</source>
@@ -2016,12 +2666,22 @@ never starts</source>
         <translation>预案编辑器</translation>
     </message>
     <message>
+        <source>Plan editor</source>
+        <comment>view</comment>
+        <translation>视图编辑器</translation>
+    </message>
+    <message>
         <source>Still saving</source>
         <translation>仍在保存</translation>
     </message>
     <message>
         <source>It is not known yet whether the plan is saved. It may still be saved when you leave now.</source>
         <translation>尚未确认预案已保存。现在离开，预案仍可能被保存。</translation>
+    </message>
+    <message>
+        <source>It is not known yet whether the plan is saved. It may still be saved when you leave now.</source>
+        <comment>view</comment>
+        <translation>尚未确认视图已保存。现在离开，视图仍可能被保存。</translation>
     </message>
     <message>
         <source>Leave</source>
@@ -2052,6 +2712,11 @@ never starts</source>
         <translation>保存会将此处的内容存为新预案。</translation>
     </message>
     <message>
+        <source>Saving makes a new plan of what you see here.</source>
+        <comment>view</comment>
+        <translation>保存会将此处的内容存为新视图。</translation>
+    </message>
+    <message>
         <source>This is their version.</source>
         <translation>此处显示的是对方的版本。</translation>
     </message>
@@ -2067,36 +2732,81 @@ never starts</source>
         <translation>请先关闭预案编辑器。</translation>
     </message>
     <message>
+        <source>Close the plan editor first.</source>
+        <comment>view</comment>
+        <translation>请先关闭视图编辑器。</translation>
+    </message>
+    <message>
         <source>Plans</source>
         <translation>预案</translation>
+    </message>
+    <message>
+        <source>Plans</source>
+        <comment>view</comment>
+        <translation>视图</translation>
     </message>
     <message>
         <source>Plans stand in groups. Choose a group first.</source>
         <translation>预案位于分组中，请先选择分组。</translation>
     </message>
     <message>
+        <source>Plans stand in groups. Choose a group first.</source>
+        <comment>view</comment>
+        <translation>视图位于分组中，请先选择分组。</translation>
+    </message>
+    <message>
         <source>Plans that were received cannot be changed.</source>
         <translation>收到的预案不能更改。</translation>
+    </message>
+    <message>
+        <source>Plans that were received cannot be changed.</source>
+        <comment>view</comment>
+        <translation>收到的视图不能更改。</translation>
     </message>
     <message>
         <source>Public plans</source>
         <translation>公共预案</translation>
     </message>
     <message>
+        <source>Public plans</source>
+        <comment>view</comment>
+        <translation>公共视图</translation>
+    </message>
+    <message>
         <source>My plans</source>
         <translation>我的预案</translation>
+    </message>
+    <message>
+        <source>My plans</source>
+        <comment>view</comment>
+        <translation>我的视图</translation>
     </message>
     <message>
         <source>Rename plan</source>
         <translation>重命名预案</translation>
     </message>
     <message>
+        <source>Rename plan</source>
+        <comment>view</comment>
+        <translation>重命名视图</translation>
+    </message>
+    <message>
         <source>The plan editor is being opened.</source>
         <translation>正在打开预案编辑器。</translation>
     </message>
     <message>
+        <source>The plan editor is being opened.</source>
+        <comment>view</comment>
+        <translation>正在打开视图编辑器。</translation>
+    </message>
+    <message>
         <source>The plans are still being loaded.</source>
         <translation>预案仍在加载中。</translation>
+    </message>
+    <message>
+        <source>The plans are still being loaded.</source>
+        <comment>view</comment>
+        <translation>视图仍在加载中。</translation>
     </message>
     <message>
         <source>The top of the tree can be neither edited nor deleted.</source>
@@ -2105,6 +2815,11 @@ never starts</source>
     <message>
         <source>TheUserCurrentlyHasAWPBwgUrC</source>
         <translation>正在播放的预案将被删除。仍要删除%2“%1”%3吗？</translation>
+    </message>
+    <message>
+        <source>TheUserCurrentlyHasAWPBwgUrC</source>
+        <comment>view</comment>
+        <translation>正在播放的视图将被删除。仍要删除%2“%1”%3吗？</translation>
     </message>
     <message>
         <source>TheUserCurrentlyHasAwlMLoHj</source>
@@ -2135,6 +2850,11 @@ never starts</source>
         <translation>未选中任何预案。</translation>
     </message>
     <message>
+        <source>No plan is marked.</source>
+        <comment>view</comment>
+        <translation>未选中任何视图。</translation>
+    </message>
+    <message>
         <source>The group around the new one is no longer there. Choose another; the name is kept.</source>
         <translation>新分组的上级分组已不存在。请另选一个，名称已保留。</translation>
     </message>
@@ -2147,16 +2867,36 @@ never starts</source>
         <translation>预案按名称排序，不能更改顺序。</translation>
     </message>
     <message>
+        <source>ViewSortFailedadOMakQWZCpToC</source>
+        <comment>view</comment>
+        <translation>视图按名称排序，不能更改顺序。</translation>
+    </message>
+    <message>
         <source>TheMoveViewOperationrvQbjaeS</source>
         <translation>不能将预案移动到此处。</translation>
+    </message>
+    <message>
+        <source>TheMoveViewOperationrvQbjaeS</source>
+        <comment>view</comment>
+        <translation>不能将视图移动到此处。</translation>
     </message>
     <message>
         <source>NoDataWMSJEESY</source>
         <translation>没有名称或所显示摄像机含“%1”的预案</translation>
     </message>
     <message>
+        <source>NoDataWMSJEESY</source>
+        <comment>view</comment>
+        <translation>没有名称或所显示摄像机含“%1”的视图</translation>
+    </message>
+    <message>
         <source>Search plans</source>
         <translation>搜索预案</translation>
+    </message>
+    <message>
+        <source>Search plans</source>
+        <comment>view</comment>
+        <translation>搜索视图</translation>
     </message>
     <message>
         <source>Plans found</source>
@@ -2167,6 +2907,11 @@ never starts</source>
         <translation>无法加载预案。</translation>
     </message>
     <message>
+        <source>The plans could not be loaded.</source>
+        <comment>view</comment>
+        <translation>无法加载视图。</translation>
+    </message>
+    <message>
         <source>Try again</source>
         <translation>重试</translation>
     </message>
@@ -2175,8 +2920,18 @@ never starts</source>
         <translation>还没有预案。</translation>
     </message>
     <message>
+        <source>There are no plans yet.</source>
+        <comment>view</comment>
+        <translation>还没有视图。</translation>
+    </message>
+    <message>
         <source>You lack the right to share plans.</source>
         <translation>您没有分享预案的权限。</translation>
+    </message>
+    <message>
+        <source>You lack the right to share plans.</source>
+        <comment>view</comment>
+        <translation>您没有分享视图的权限。</translation>
     </message>
     <message>
         <source>New group</source>
@@ -2185,6 +2940,11 @@ never starts</source>
     <message>
         <source>New plan</source>
         <translation>新建预案</translation>
+    </message>
+    <message>
+        <source>New plan</source>
+        <comment>view</comment>
+        <translation>新建视图</translation>
     </message>
     <message>
         <source>Edit</source>
@@ -2203,6 +2963,11 @@ never starts</source>
         <translation>收到的预案</translation>
     </message>
     <message>
+        <source>Plans received</source>
+        <comment>view</comment>
+        <translation>收到的视图</translation>
+    </message>
+    <message>
         <source>shows %1</source>
         <translation>显示 %1</translation>
     </message>
@@ -2215,12 +2980,27 @@ never starts</source>
         <translation>预案仍在加载中。</translation>
     </message>
     <message>
+        <source>The plans are still being loaded.</source>
+        <comment>view</comment>
+        <translation>视图仍在加载中。</translation>
+    </message>
+    <message>
         <source>No tree here shows this plan.</source>
         <translation>此处没有显示该预案的树。</translation>
     </message>
     <message>
+        <source>No tree here shows this plan.</source>
+        <comment>view</comment>
+        <translation>此处没有显示该视图的树。</translation>
+    </message>
+    <message>
         <source>This plan is no longer there.</source>
         <translation>该预案已不存在。</translation>
+    </message>
+    <message>
+        <source>This plan is no longer there.</source>
+        <comment>view</comment>
+        <translation>该视图已不存在。</translation>
     </message>
     <message>
         <source>The search got no answer.</source>
@@ -2231,12 +3011,22 @@ never starts</source>
         <translation>无法打开预案编辑器：预案尚不可用。</translation>
     </message>
     <message>
+        <source>The plan editor cannot be opened: the plans are not available now.</source>
+        <comment>view</comment>
+        <translation>无法打开视图编辑器：视图尚不可用。</translation>
+    </message>
+    <message>
         <source>group</source>
         <translation>分组</translation>
     </message>
     <message>
         <source>plan</source>
         <translation>预案</translation>
+    </message>
+    <message>
+        <source>plan</source>
+        <comment>view</comment>
+        <translation>视图</translation>
     </message>
     <message>
         <source>view</source>
@@ -2284,6 +3074,13 @@ never starts</source>
         <source>%n plan(s)</source>
         <translation>
             <numerusform>%n 个预案</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n plan(s)</source>
+        <comment>view</comment>
+        <translation>
+            <numerusform>%n 个视图</numerusform>
         </translation>
     </message>
     <message numerus="yes">
@@ -2338,12 +3135,22 @@ never starts</source>
         <translation>保存预案</translation>
     </message>
     <message>
+        <source>LtkdtdvtUCQNJzHRVo</source>
+        <comment>view</comment>
+        <translation>保存视图</translation>
+    </message>
+    <message>
         <source>SaveView</source>
         <translation>保存视图</translation>
     </message>
     <message>
         <source>PrYXuunpaDeMGkqpzm</source>
         <translation>预案另存为...</translation>
+    </message>
+    <message>
+        <source>PrYXuunpaDeMGkqpzm</source>
+        <comment>view</comment>
+        <translation>视图另存为...</translation>
     </message>
     <message>
         <source>SaveAsView</source>
@@ -2369,8 +3176,18 @@ never starts</source>
         <translation>一个预案最多 %1 页。</translation>
     </message>
     <message>
+        <source>A plan has at most %1 pages.</source>
+        <comment>view</comment>
+        <translation>一个视图最多 %1 页。</translation>
+    </message>
+    <message>
         <source>A plan holds at most %1 filled windows.</source>
         <translation>一个预案最多可填 %1 个窗口。</translation>
+    </message>
+    <message>
+        <source>A plan holds at most %1 filled windows.</source>
+        <comment>view</comment>
+        <translation>一个视图最多可填 %1 个窗口。</translation>
     </message>
     <message>
         <source>Left out: %1.</source>
@@ -2748,8 +3565,18 @@ never starts</source>
         <translation>分组中的预案将依次播放。定时预案优先。</translation>
     </message>
     <message>
+        <source>The plans of a group play in turn. A timed plan goes first.</source>
+        <comment>view</comment>
+        <translation>分组中的视图将依次播放。定时视图优先。</translation>
+    </message>
+    <message>
         <source>In a group cycle, each plan stays for</source>
         <translation>分组轮巡时，每个预案停留</translation>
+    </message>
+    <message>
+        <source>In a group cycle, each plan stays for</source>
+        <comment>view</comment>
+        <translation>分组轮巡时，每个视图停留</translation>
     </message>
     <message>
         <source>Deleting, and changes that are not saved, always ask.</source>
@@ -2769,6 +3596,11 @@ never starts</source>
     </message>
     <message>
         <source>The default view</source>
+        <translation>默认预案</translation>
+    </message>
+    <message>
+        <source>The default view</source>
+        <comment>view</comment>
         <translation>默认视图</translation>
     </message>
     <message>
@@ -2784,8 +3616,18 @@ never starts</source>
         <translation>分组轮巡时每个预案停留的秒数</translation>
     </message>
     <message>
+        <source>Seconds that each plan of a group cycle stays</source>
+        <comment>view</comment>
+        <translation>分组轮巡时每个视图停留的秒数</translation>
+    </message>
+    <message>
         <source>%1 to %2 seconds; longer when the pages of a plan take longer</source>
         <translation>%1 至 %2 秒；预案各页所需时间更长时相应延长</translation>
+    </message>
+    <message>
+        <source>%1 to %2 seconds; longer when the pages of a plan take longer</source>
+        <comment>view</comment>
+        <translation>%1 至 %2 秒；视图各页所需时间更长时相应延长</translation>
     </message>
     <message>
         <source> s</source>

@@ -67,6 +67,8 @@ CUserSettings* SettingsOf(const CMainWindow::Setup& setup, QObject* parent) {
     return setup.settings;
   }
   return new CUserSettings(QString(), parent);
+}
+
 PictureSourceFactory PicturesOf(CCameraStates& cameras) {
   return [states = QPointer<CCameraStates>(&cameras)](const view_plugin_protocol::PlanWindow& window) {
     const auto is_online = [states, code = window.resource_code] { return !states || states->IsOnline(code); };

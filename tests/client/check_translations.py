@@ -11,12 +11,17 @@ import xml.etree.ElementTree as tree
 FOLDERS = ["base", "config", "data", "service", "tree", "dialogs", "panel", "client", "host", "hostkit", "resources/forms"]
 ORDINARY_WORD = re.compile(r"[A-Za-z][a-z]*(-[a-z]+)*(\.\.\.)?")
 PLACES = re.compile(r"%[\dn]")
+WORDS = {"en": (re.compile(r"\bplans?\b", re.I), re.compile(r"\bviews?\b", re.I)),
+         "zh_CN": (re.compile("预案"), re.compile("视图"))}  # what is played, in either wording
+CHOSEN_BY_CODE = ("View", "SaveView", "SaveAsView", "TheUserCurrentlyHasAwlMLoHj")  # sources for one wording only
 PLAIN_ENGLISH = ("TarnClient::", "MarUIControl::", "WidgetKit::", "Q")  # contexts whose sources are texts, not keys
 
 
-def messages(path):
+def messages(path, wording=None):
     for context in tree.parse(path).getroot().iter("context"):
         for message in context.iter("message"):
+            if message.findtext("comment") != wording:
+                continue
             key = (context.findtext("name"), message.findtext("source"))
             text = message.find("translation")
             if text is None or text.get("type") is not None:
@@ -52,6 +57,24 @@ def faults(language, wanted, known, english):
                 yield f"{language}: {context}: {source}: other places than in '{text}'"
 
 
+def faults_of_wording(language, plans, views):
+    """Where the site says plan no text says view, and the other way round."""
+    if language not in WORDS:
+        yield f"{language}: WORDS does not say how it calls plans and views"
+        return
+    plan, view = WORDS[language]
+    for (context, source), forms in sorted(plans.items()):
+        text, other = "\n".join(forms), "\n".join(views.get((context, source), []))
+        if view.search(text) and source not in CHOSEN_BY_CODE:
+            yield f"{language}: {context}: {source}: '{text}' says view where the site says plan"
+        if plan.search(text) and (plan.search(other) or not view.search(other)):
+            yield f"{language}: {context}: {source}: '{other}' does not say view; see scripts/add_view_texts.py"
+        if other and sorted(PLACES.findall(other)) != sorted(PLACES.findall(text)):
+            yield f"{language}: {context}: {source}: other places in '{other}' than in '{text}'"
+    for context, source in sorted(views.keys() - plans.keys()):
+        yield f"{language}: {context}: {source}: only the wording with views has a text"
+
+
 def main():
     lupdate, root = sys.argv[1], pathlib.Path(sys.argv[2])
     wanted = texts_of_sources(lupdate, root)
@@ -61,6 +84,8 @@ def main():
     catalogues = {language: dict(messages(folder / f"tarn_{language}.ts")) for language in languages}
     for language, known in catalogues.items():
         found += faults(language, wanted, known, catalogues["en"])
+        views = dict(messages(folder / f"tarn_{language}.ts", "view"))
+        found += faults_of_wording(language, known, views)
     print("\n".join(found) or f"{len(wanted)} texts, {len(languages)} languages complete")
     return 1 if found else 0
 

@@ -218,7 +218,7 @@ PlanSite MakeDemoSite() {
   site.users = {
       {"operator", AllRights(), kGateOverview}, {"supervisor", {AddRight, EditRight}}, {"guard", {}}, {"trainee", {}}};
   site.groups = Groups();
-  site.switches = {{"timed_play", 1}, {"creation_info", 1}};
+  site.switches = {{"timed_play", 1}, {"creation_info", 1}, {"show_mode", 1}};
   AddPlaces(&site);
   AddNamedPlans(&site);
   AddViews(&site);
