@@ -12,6 +12,7 @@
 #include "plan_rows.h"
 #include "row_deletion.h"
 #include "search_page.h"
+#include "search_plan_list_view.h"
 #include "tree_notice.h"
 #include "undo_offer.h"
 #include "view_extern_widget_p.h"
@@ -189,8 +190,22 @@ void CViewExternWidget::GetCurrentSelectedViewInfo(view_plugin_protocol::TarnPla
   info.playing = row.data(PlayingRole).toBool();
 }
 
+bool CViewExternWidget::GetCommandRow(view_plugin_protocol::TarnPlanViewInfo& row) const {
+  if (d_->CurrentPage() == PanelPage::Tree) {
+    GetCurrentSelectedViewInfo(row);
+    if (row.index_code.empty()) {
+      row.index_code = QStringToString(d_->Current().data(GroupIndexCodeRole).toString());  // of a root
+      row.is_group = true;
+    }
+  } else if (d_->CurrentPage() == PanelPage::Search) {
+    row = d_->search->MarkedPlan();
+  }
+  return !row.index_code.empty();
+}
+
 void CViewExternWidget::SetViewMoreActions(QList<QAction*>& actions) {
   d_->ui.plan_view_tree->SetViewMoreActions(actions);
+  d_->ui.search_list_view->SetViewMoreActions(actions);
 }
 
 tarn_ui_data_controller::CPopupMenu* CViewExternWidget::GetViewMoreMenu() const {
@@ -229,6 +244,10 @@ QString CViewExternWidget::GetTabName() const {
 
 bool CViewExternWidget::IsEditorOpen() const {
   return d_->editor->IsOpen();
+}
+
+bool CViewExternWidget::IsPlanEdited(const QString& plan_code) {
+  return CEditorPlace::IsEditedAnywhere(plan_code);
 }
 
 void CViewExternWidget::SaveEdited() {

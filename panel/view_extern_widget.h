@@ -71,7 +71,18 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   QString GetCurrentSelectedViewID() const;
   void GetCurrentSelectedViewInfo(view_plugin_protocol::TarnPlanViewInfo& info) const;
 
-  /// The host's own entries of the row menu; not owned.
+  /// The row that a command is about now: the tree's current one, or the marked hit of a search, which names its group
+  /// whether that is loaded or not. A root counts as a group. False for none, and while the panel waits for a load.
+  bool GetCommandRow(view_plugin_protocol::TarnPlanViewInfo& row) const;
+  /// Opens the plan editor for a new plan in this group.
+  void AddPlanTo(const QString& group_code);
+  /// Asks for the name of a new group below this one or this root; nothing when its row is not loaded.
+  void AddGroupTo(const QString& group_code);
+  /// Asks for another name of a plan, or of a group whose row is loaded.
+  void RenameRow(const view_plugin_protocol::TarnPlanViewInfo& row);
+  /// Lets the user choose the group of this tree that the plan goes to, and moves it there.
+  void MovePlan(const view_plugin_protocol::TarnPlanViewInfo& plan);
+  /// The host's own entries of the row menu, behind the panel's; hits of a search have them, too. Not owned.
   void SetViewMoreActions(QList<QAction*>& actions);
   tarn_ui_data_controller::CPopupMenu* GetViewMoreMenu() const;
   QWidget* GetLocateViewWidget() const;
@@ -87,6 +98,8 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   QList<QAction*> NewBarEntries(QObject* parent);
 
   bool IsEditorOpen() const;
+  /// Whether a panel, this or another one, has the plan in its editor: until that is closed nothing else may change it.
+  static bool IsPlanEdited(const QString& plan_code);
   /// As Ctrl+S in the open plan editor; nothing while none is open.
   void SaveEdited();
 
@@ -120,6 +133,8 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void SignalEditorChanged();
   /// ShowInTree() was asked for a plan of another family, a ThemeNodeType, whose tree is another panel's.
   void SignalShowInOtherTree(const QString& plan_code, int family);
+  /// The menu of GetCommandRow()'s row is about to open: time for the host to enable its own entries.
+  void SignalRowMenuAboutToShow();
 
  public Q_SLOTS:
   void OnFuzzySearchPlan();

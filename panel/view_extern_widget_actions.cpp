@@ -143,8 +143,36 @@ void CViewExternWidget::onAddPlanViewGroupName(const QString& name) {
 }
 
 void CViewExternWidget::onEditPlanViewGroupName(const QString& name) {
-  if (d_->IsReady()) {
+  if (!d_->IsReady()) {
+    return;
+  }
+  const QString plan_code = d_->naming->RenamedPlan();
+  if (plan_code.isEmpty()) {
     d_->naming->Rename(*d_->controller, name, d_->Current());
+  } else {
+    d_->mover->Rename(plan_code, name);
+  }
+}
+
+void CViewExternWidget::AddGroupTo(const QString& group_code) {
+  const QModelIndex group = d_->ui.plan_view_tree->RowOf(group_code, true);
+  if (d_->IsReady() && group.isValid()) {
+    d_->naming->AskForNew(group, d_->ui.add_group_btn);
+  }
+}
+
+void CViewExternWidget::RenameRow(const view_plugin_protocol::TarnPlanViewInfo& row) {
+  const QString code = StringToQString(row.index_code);
+  if (!d_->IsReady()) {
+    return;
+  }
+  if (!row.is_group) {
+    d_->naming->AskForPlanName(code, StringToQString(row.name), d_->ui.edit_btn);
+    return;
+  }
+  const QModelIndex group = d_->ui.plan_view_tree->RowOf(code, true);
+  if (group.isValid()) {
+    d_->naming->AskForRename(group, d_->ui.edit_btn);
   }
 }
 
@@ -169,25 +197,39 @@ bool CViewExternWidget::Private::MayOpenEditor() const {
 
 void CViewExternWidget::onAddPlanBtnClicked() {
   TARN_PLAN_LOG_INFO("Add plan button clicked");
-  if (!d_->MayOpenEditor()) {
-    return;
+  if (d_->MayOpenEditor()) {
+    d_->openNewPlan(d_->GroupForNewPlan());
   }
-  const QPointer<CViewExternWidget> alive(this);
-  const bool had_focus = d_->ui.add_view_btn->hasFocus();
-  d_->known.opening = true;
-  d_->restoreEnableState();
-  const QString group_code = d_->GroupForNewPlan();
-  const bool opened = d_->editor->Open([group_code](CTarnAddPlanWidget* editor) { editor->OpenNew(group_code); });
+}
+
+void CViewExternWidget::AddPlanTo(const QString& group_code) {
+  if (d_->MayOpenEditor()) {
+    d_->openNewPlan(group_code);
+  }
+}
+
+void CViewExternWidget::Private::openNewPlan(const QString& group_code) {
+  const QPointer<CViewExternWidget> alive(q);
+  const bool had_focus = ui.add_view_btn->hasFocus();
+  known.opening = true;
+  restoreEnableState();
+  const bool opened = editor->Open([group_code](CTarnAddPlanWidget* widget) { widget->OpenNew(group_code); });
   if (!alive) {
     return;
   }
   if (opened) {
     TARN_PLAN_LOG_INFO("Add plan dock widget show.");
   }
-  d_->known.opening = false;
-  d_->restoreEnableState();
+  known.opening = false;
+  restoreEnableState();
   if (had_focus && !opened) {
-    d_->ui.add_view_btn->setFocus();  // disabling has moved it on
+    ui.add_view_btn->setFocus();  // disabling has moved it on
+  }
+}
+
+void CViewExternWidget::MovePlan(const view_plugin_protocol::TarnPlanViewInfo& plan) {
+  if (d_->IsReady()) {
+    d_->popups->ShowMoveTo(plan, d_->model, d_->controller);
   }
 }
 

@@ -114,6 +114,8 @@ class CViewExternWidget::Private {
   /// Of the model: names the trees that show the same plans. The host's own id goes to the host alone.
   QString MonitorId() const;
   void play(const QString& code);
+  /// The plan editor for a new plan; an empty code lets the user choose the group.
+  void openNewPlan(const QString& group_code);
   void editRow(const QModelIndex& row);
   /// The controller fetches the plan for the editor.
   void editPlan(const QString& code);

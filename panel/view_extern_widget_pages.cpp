@@ -107,6 +107,7 @@ void CViewExternWidget::Private::offerForHit(tarn_ui_data_controller::CPopupMenu
   ShowEntries(*menu, states, ui.plan_view_tree->HiddenMenuItems());
   EnableEntries(*menu, states);
   ui.search_list_view->OfferShowInTree(TextOf(states[PlanCommand::ShowInTree].reason));
+  Q_EMIT q->SignalRowMenuAboutToShow();
 }
 
 void CViewExternWidget::Private::onHitCommand(tarn_ui_data_controller::MsgType type, const QString& code) {

@@ -117,6 +117,7 @@ void CViewExternWidget::Private::connectTree() {
   connect(tree, &CPlanViewTree::SignalMenuAboutToShow, q, [this](const QModelIndex& index) {
     renewForRow(index);
     offerForRow();
+    Q_EMIT q->SignalRowMenuAboutToShow();
   });
 }
 
@@ -135,6 +136,9 @@ void CViewExternWidget::Private::connectPopups() {
   connect(naming, &CGroupNaming::SignalOtherName, q, &CViewExternWidget::onEditPlanViewGroupName);
   connect(naming, &CGroupNaming::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
   connect(popups, &CPlanPopups::SignalSavePlanAs, q, &CViewExternWidget::SignalSavePlanAs);
+  connect(popups, &CPlanPopups::SignalGroupChosen, mover, [this](const QString& plan_code, const QString& group_code) {
+    mover->MoveTo(plan_code, ui.plan_view_tree->RowOf(group_code, true));
+  });
   connect(popups, &CPlanPopups::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
   connect(popups, &CPlanPopups::SignalCreationInfo, q, &CViewExternWidget::signalSucceedToGetCreationInfo);
   connect(q, &CViewExternWidget::signalSucceedToGetCreationInfo, q, &CViewExternWidget::onSucceedToGetCreationInfo);

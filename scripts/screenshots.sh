@@ -32,6 +32,7 @@ for skin in redblack white; do
   shot client "$skin" --set load_all=1 --set timed_play=0 --play "Gate overview" --quit-after 5
   for scene in $scenes; do
     case $scene in
+      row-menu-guard) shot "$scene" "$skin" --scene "$scene" --user guard --quit-after 4 ;;
       wait) shot "$scene" "$skin" --scene wait --delay 60000 --quit-after 8 ;;
       *) shot "$scene" "$skin" --scene "$scene" --quit-after 4 ;;
     esac

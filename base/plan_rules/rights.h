@@ -7,6 +7,7 @@
 #include <set>
 
 #include "LyraPluginManager/resource_business_interface_mgr.h"
+#include "plan_rules/families.h"
 
 // The rights that changes of public plans and groups take. Thread: any.
 namespace view_plugin_protocol {
@@ -57,5 +58,10 @@ class Rights {
  private:
   std::set<Right> held_;
 };
+
+/// Whether a change that takes `right` may be made to rows of this family: only the public tree asks for rights.
+inline bool MayChange(int32_t family, Right right, const Rights& rights) {
+  return family != PublicFamily || rights.Has(right);
+}
 
 }  // namespace view_plugin_protocol

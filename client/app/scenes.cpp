@@ -14,7 +14,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMimeData>
-#include <QMouseEvent>
 
 #include "MarUIControl/string_conversion.h"
 #include "TarnHost/host_services.h"
@@ -53,6 +52,13 @@ const std::vector<CScene::Entry>& CScene::Entries() {
       {"name-editor", &CScene::NameEditor},
       {"row-menu", &CScene::RowMenu},
       {"group-menu", &CScene::GroupMenu},
+      {"row-menu-guard", &CScene::RowMenu},
+      {"hit-menu", &CScene::HitMenu},
+      {"rename-plan", &CScene::RenamePlan},
+      {"move-to", &CScene::MoveTo},
+      {"signs", &CScene::Signs},
+      {"preview-tour", &CScene::TourPreview},
+      {"first-start", &CScene::FirstStart},
       {"delete-question", &CScene::DeleteQuestion},
       {"delete-question-group", &CScene::DeleteQuestionOfGroup},
       {"undo-deletion", &CScene::UndoDeletion},
@@ -350,14 +356,7 @@ void CScene::Drop() {
 
 void CScene::Preview() {
   Browse();
-  Add([this] {
-    auto* tree = window_->CurrentFamily().Panel()->GetPlanViewTree();
-    const QPoint row = tree->visualRect(Row(QStringLiteral("Gate overview"))).center();
-    QMouseEvent move(QEvent::MouseMove, row, tree->viewport()->mapToGlobal(row), Qt::NoButton, Qt::NoButton,
-                     Qt::NoModifier);
-    QCoreApplication::sendEvent(tree->viewport(), &move);
-    return true;
-  });
+  AddHover(QStringLiteral("Gate overview"));
 }
 
 // The download is held back by an option of its own.

@@ -12,6 +12,7 @@ class QModelIndex;
 namespace TarnClient {
 
 class CMainWindow;
+enum class RowCommand;
 
 /// Opens one part of the client for a picture, by the same calls as a user's clicks and keys; meant for the demo site.
 /// Thread: GUI.
@@ -86,6 +87,12 @@ class CScene : public QObject {
   void TipError();
   void TipWarning();
   void TipHint();
+  void HitMenu();
+  void RenamePlan();
+  void MoveTo();
+  void Signs();
+  void TourPreview();
+  void FirstStart();
   void Wait();
 
   static void Press(QWidget* widget, int key);
@@ -99,6 +106,8 @@ class CScene : public QObject {
   void AddUndoOffered();
   void AddMenu();
   void AddMenuCommand(int command);
+  void AddRowCommand(RowCommand command);
+  void AddHover(const QString& plan);
   void AddSearch(const QString& text);
   void AddPlay(const QString& name);
   /// Opens the plan "Whole site" in the editor and waits until it and the cameras are there.

@@ -53,7 +53,8 @@ CPlanFamily::~CPlanFamily() {
 }
 
 bool CPlanFamily::MayEdit() const {
-  return theme_ != TarnPlanView::PublicTheme || view_plugin_protocol::HasRight(view_plugin_protocol::EditRight);
+  using namespace view_plugin_protocol;
+  return MayChange(theme_, EditRight, Rights::OfCurrentUser());
 }
 
 QModelIndex CPlanFamily::RowOf(const QString& code, bool is_group) const {
@@ -65,6 +66,14 @@ QModelIndex CPlanFamily::RowOf(const QString& code, bool is_group) const {
 
 QString CPlanFamily::GroupName(const QString& code) const {
   return RowOf(code, true).data().toString();
+}
+
+int CPlanFamily::LevelOfGroup(const QString& code) const {
+  int level = 0;
+  for (QModelIndex group = RowOf(code, true); group.isValid(); group = group.parent()) {
+    ++level;
+  }
+  return level;
 }
 
 QString CPlanFamily::PlanName(const QString& code) const {

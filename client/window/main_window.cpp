@@ -26,6 +26,7 @@
 #include "help/help_desk.h"
 #include "help/key_list.h"
 #include "cameras/camera_states.h"
+#include "commands/row_menu.h"
 #include "history/history_popup.h"
 #include "history/play_history.h"
 #include "messages/message_desk.h"
@@ -206,6 +207,8 @@ void CMainWindow::AddFamilies() {
     saver_->Attach(family);
     renewal_->Attach(family);
     show_in_tree_->Attach(family, [this, panel = family->Panel()] { tabs_->setCurrentWidget(panel); });
+    row_menus_.push_back(new CRowMenu(family, player_, this));
+    connect(row_menus_.back(), &CRowMenu::SignalMessage, this, &CMainWindow::ShowTip);
     // Later: the panel is still in the middle of closing its editor.
     connect(family->Panel(), &CViewExternWidget::SignalMayLeave, this, &CMainWindow::OnMayLeave, Qt::QueuedConnection);
     if (family->Controller()) {
@@ -502,6 +505,9 @@ void CMainWindow::SwitchUser(const QString& user) {
   }
   saver_->ForgetUser();
   memory_->RestoreForNewUser();
+  for (CRowMenu* menu : row_menus_) {
+    menu->ForgetUser();
+  }
   Q_EMIT SignalUserSwitched();
 }
 

@@ -40,6 +40,7 @@ class CHelpDesk;
 class CMainMenu;
 class CMessageDesk;
 class CPlayHistory;
+class CRowMenu;
 class CSettingsDialog;
 class CShowInTree;
 class CStoreState;
@@ -76,6 +77,8 @@ class CMainWindow : public QMainWindow {
   CPlanFamily& Family(size_t number) { return *families_.at(number); }
   size_t FamilyCount() const { return families_.size(); }
   CWindowActions& Actions() { return *actions_; }
+  /// The client's own entries in the menus of that family's rows.
+  CRowMenu& RowMenu(size_t family) { return *row_menus_.at(family); }
   /// The family whose panel is in front.
   CPlanFamily& CurrentFamily();
   void ShowFamily(size_t number);
@@ -162,6 +165,7 @@ class CMainWindow : public QMainWindow {
   CDeskMemory* memory_ = nullptr;
   QString said_trouble_;  // of the settings
   std::vector<std::unique_ptr<CPlanFamily>> families_;
+  std::vector<CRowMenu*> row_menus_;  // one a family
 };
 
 }  // namespace TarnClient

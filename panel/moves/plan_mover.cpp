@@ -74,16 +74,43 @@ void CPlanMover::OnMoveRow(const QPoint& start, const QPoint& end, const QRect& 
   }
   if (group == source.parent()) {
     Q_EMIT SignalMessageTipNeeded(tr("ViewSortFailedadOMakQWZCpToC"), CNomalMessage::Success);
-  } else if (!CGroupTree::MayHoldPlans(group)) {
-    Q_EMIT SignalMessageTipNeeded(tr("TheMoveViewOperationrvQbjaeS"), CNomalMessage::Success);
   } else {
-    // The family of a row of either root is that of its children, whatever its own code says.
-    PlanMove move;
-    move.plan_code = source.data(PlanIndexCodeRole).toString();
-    move.to = {QStringToString(group.data(GroupIndexCodeRole).toString()), QStringToString(group.data().toString()),
-               CViewPublicDef::GetIndexType(group)};
-    Move(move, kMove);
+    MoveTo(source.data(PlanIndexCodeRole).toString(), group);
   }
+}
+
+void CPlanMover::MoveTo(const QString& plan_code, const QModelIndex& group) {
+  if (!CGroupTree::MayHoldPlans(group)) {
+    Q_EMIT SignalMessageTipNeeded(tr("TheMoveViewOperationrvQbjaeS"), CNomalMessage::Success);
+    return;
+  }
+  // The family of a row of either root is that of its children, whatever its own code says.
+  PlanMove move;
+  move.plan_code = plan_code;
+  move.to = {QStringToString(group.data(GroupIndexCodeRole).toString()), QStringToString(group.data().toString()),
+             CViewPublicDef::GetIndexType(group)};
+  Move(move, kMove);
+}
+
+void CPlanMover::Rename(const QString& plan_code, const QString& name) {
+  if (plan_code.isEmpty() || !controller_ || moving_.contains(plan_code) || IsBeingEdited(plan_code)) {
+    return;
+  }
+  moving_.insert(plan_code);
+  GetPlanDetailRequest request;
+  request.plan_index_code = QStringToString(plan_code);
+  HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request)
+      .Within(calls_)
+      .Then(this, [this, plan_code, name](const auto& fetched) {
+        moving_.remove(plan_code);
+        if (!fetched.ok) {
+          Q_EMIT SignalMessageTipNeeded(StringToQString(fetched.response.error_info), CNomalMessage::Failure);
+        } else if (!IsBeingEdited(plan_code) && controller_) {
+          UpdatePlanRequest renamed = UpdateRequestFrom(fetched.response);
+          renamed.plan_name = QStringToString(name);
+          controller_->UpdatePlanParam(renamed, StringToQString(fetched.response.name));
+        }
+      });
 }
 
 void CPlanMover::Undo(const PlanMove& move) {
@@ -108,7 +135,7 @@ bool CPlanMover::IsBeingEdited(const QString& plan_code) {
   if (!is_edited_ || !is_edited_(plan_code)) {
     return false;
   }
-  Q_EMIT SignalMessageTipNeeded(tr("The plan is open in the editor. Close it first, or choose the group there."),
+  Q_EMIT SignalMessageTipNeeded(tr("The plan is open in the editor. Close it first, or change it there."),
                                 CNomalMessage::Failure);
   return true;
 }

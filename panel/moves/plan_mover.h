@@ -38,9 +38,13 @@ class CPlanMover : public QObject {
   void SetController(CStandardViewController* controller);
   /// Answers that are still under way are dropped.
   void Stop();
-  /// Whether a plan is being edited: it stays where it is, or its editor could not save it any more.
+  /// As if the plan had been dropped on this row of a group of its own family.
+  void MoveTo(const QString& plan_code, const QModelIndex& group);
+  /// Gives it another name by the same way.
+  void Rename(const QString& plan_code, const QString& name);
   /// Moves the plan back, unless it was moved on or deleted since; then that is said.
   void Undo(const PlanMove& move);
+  /// Whether a plan is being edited: it stays where it is, or its editor could not save it any more.
   void SetIsEdited(const std::function<bool(const QString& plan_code)>& is_edited) { is_edited_ = is_edited; }
 
  Q_SIGNALS:

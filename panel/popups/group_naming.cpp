@@ -44,8 +44,7 @@ CViewNameEdit* CGroupNaming::Editor() {
     connect(editor_, &CViewNameEdit::SignalAddPlanViewGroup, this, &CGroupNaming::SignalNewName);
     connect(editor_, &CViewNameEdit::SignalEditPlanViewGroup, this, &CGroupNaming::SignalOtherName);
     connect(editor_, &CViewNameEdit::SignalClosed, this, [this] {
-      renamed_.reset();
-      parent_.reset();
+      ForgetWhatFor();
     });
   }
   return editor_;
@@ -68,8 +67,7 @@ void CGroupNaming::AskForNew(const QModelIndex& parent, const QWidget* button) {
   if (!unused_name_.isEmpty()) {
     Editor()->SetName(std::exchange(unused_name_, QString()));
   }
-  renamed_.reset();
-  parent_.reset();
+  ForgetWhatFor();
   if (parent.isValid()) {
     parent_ = CPlanNodeRef(parent);
   }
@@ -79,8 +77,24 @@ void CGroupNaming::AskForNew(const QModelIndex& parent, const QWidget* button) {
 void CGroupNaming::AskForRename(const QModelIndex& group, const QWidget* button) {
   Editor()->SetMode(kRenameMode);
   Editor()->SetName(group.data().toString());
+  ForgetWhatFor();
   renamed_ = CPlanNodeRef(group);
   ShowBelow(button);
+}
+
+void CGroupNaming::AskForPlanName(const QString& plan_code, const QString& name, const QWidget* button) {
+  Editor()->SetMode(kRenameMode);
+  Editor()->SetTitle(CViewExternWidget::tr("Rename plan"));
+  Editor()->SetName(name);
+  ForgetWhatFor();
+  renamed_plan_ = plan_code;
+  ShowBelow(button);
+}
+
+void CGroupNaming::ForgetWhatFor() {
+  renamed_.reset();
+  parent_.reset();
+  renamed_plan_.clear();
 }
 
 void CGroupNaming::Add(CStandardViewController* controller, const QString& name, const QModelIndex& current) {

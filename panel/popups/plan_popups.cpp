@@ -7,6 +7,7 @@
 #include "MarUIControl/string_conversion.h"
 #include "host_calls/ask.h"
 #include "keep_on_screen.h"
+#include "move_to_dlg.h"
 
 namespace TarnPlanView {
 
@@ -95,6 +96,18 @@ bool CPlanPopups::FillSaveAs(view_plugin_protocol::AddPlanRequest& request) cons
   return save_as_;
 }
 
+void CPlanPopups::ShowMoveTo(const view_plugin_protocol::TarnPlanViewInfo& plan, CStandardPlanModel* groups,
+                             CStandardViewController* controller) {
+  End(move_to_);
+  move_to_ = new CMoveToDlg(StringToQString(plan.name), StringToQString(plan.group_index_code), panel_);
+  move_to_->setAttribute(Qt::WA_DeleteOnClose);
+  connect(move_to_, &CMoveToDlg::SignalChosen, this, [this, code = StringToQString(plan.index_code)](const auto& group) {
+    Q_EMIT SignalGroupChosen(code, group);
+  });
+  move_to_->Offer(groups, controller);
+  move_to_->show();
+}
+
 void CPlanPopups::Drop() {
   calls_.Drop();
 }
@@ -103,6 +116,7 @@ void CPlanPopups::Close() {
   End(share_);
   End(save_as_);
   End(creation_info_);
+  End(move_to_);
 }
 
 }  // namespace TarnPlanView

@@ -16,6 +16,8 @@ class QWidget;
 
 namespace TarnPlanView {
 
+class CMoveToDlg;
+class CStandardPlanModel;
 class CStandardViewController;
 
 /// The panel's pop-ups about a plan: sharing it, who made it, and saving the wall as a new one. Each is made when it is
@@ -35,6 +37,9 @@ class CPlanPopups : public QObject {
   void ShowSaveAs(const QPoint& position, const QString& monitor_id, CStandardViewController* controller);
   /// What the save-as dialog holds; nothing when there is none.
   bool FillSaveAs(view_plugin_protocol::AddPlanRequest& request) const;
+  /// Asks which of these groups the plan goes to; SignalGroupChosen() brings the answer.
+  void ShowMoveTo(const view_plugin_protocol::TarnPlanViewInfo& plan, CStandardPlanModel* groups,
+                  CStandardViewController* controller);
   /// Answers under way are dropped.
   void Drop();
   void Close();
@@ -42,6 +47,7 @@ class CPlanPopups : public QObject {
  Q_SIGNALS:
   void SignalCreationInfo(const QString& creator, const QString& creation_time);
   void SignalSavePlanAs();
+  void SignalGroupChosen(const QString& plan_code, const QString& group_code);
   void SignalMessageTipNeeded(const QString& text, int state);
 
  private:
@@ -49,6 +55,7 @@ class CPlanPopups : public QObject {
   QPointer<CCreationInfoDlg> creation_info_;
   QPointer<CShareViewWgt> share_;
   QPointer<CSavePlanAsDlg> save_as_;
+  QPointer<CMoveToDlg> move_to_;
   HostCalls::CCallScope calls_;
 };
 

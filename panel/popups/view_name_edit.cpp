@@ -98,6 +98,11 @@ void CViewNameEdit::SetMode(int mode) {
   setAccessibleName(ui_->ptr_name_label->text());
 }
 
+void CViewNameEdit::SetTitle(const QString& title) {
+  ui_->ptr_name_label->SetText(title);
+  setAccessibleName(title);
+}
+
 void CViewNameEdit::SetName(const QString& name) {
   name_ = name;
   ui_->ptr_name_edit->setText(name);

@@ -24,6 +24,8 @@ class CViewNameEdit : public QFrame {
   /// 0 adds a group, 1 renames a group, 2 renames a cycle. Any other number changes no text. Mode 0 also puts a new
   /// default name into the field.
   void SetMode(int mode);
+  /// In place of the mode's own title, until the next SetMode().
+  void SetTitle(const QString& title);
   /// The name as it stands, for modes 1 and 2: confirming it unchanged only hides the pop-up.
   void SetName(const QString& name);
 

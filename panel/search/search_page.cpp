@@ -204,6 +204,18 @@ int CSearchPage::MarkedType() const {
   }
 }
 
+view_plugin_protocol::TarnPlanViewInfo CSearchPage::MarkedPlan() const {
+  using MarUIControl::QStringToString;
+  const QModelIndex hit = Marked();
+  view_plugin_protocol::TarnPlanViewInfo plan;
+  plan.index_code = QStringToString(hit.data(PlanIndexCodeRole).toString());
+  plan.name = QStringToString(hit.data().toString());
+  plan.group_index_code = QStringToString(hit.data(kSearchGroupRole).toString());
+  plan.type = hit.data(PlanTypeRole).toInt();
+  plan.playing = hit.isValid() && hit.data(PlanIndexCodeRole).toString() == playing_code_;
+  return plan;
+}
+
 bool CSearchPage::Mark(const QString& plan_code) {
   const QModelIndex hit = list_->Hit(plan_code);
   if (hit.isValid()) {

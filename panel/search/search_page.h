@@ -44,6 +44,8 @@ class CSearchPage : public QObject {
   int MarkedFamily() const;
   /// The item type that the marked hit's row has in a tree; 0 for none.
   int MarkedType() const;
+  /// The marked hit; a blank record for none. Its group's name is empty.
+  view_plugin_protocol::TarnPlanViewInfo MarkedPlan() const;
   /// Marks the hit with this code; false when there is none (any more).
   bool Mark(const QString& plan_code);
 

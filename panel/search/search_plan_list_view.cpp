@@ -60,6 +60,10 @@ QModelIndex CSearchPlanListView::Hit(const QString& plan_code) const {
   return model()->match(model()->index(0, 0), PlanIndexCodeRole, plan_code, 1, Qt::MatchExactly).value(0);
 }
 
+void CSearchPlanListView::SetViewMoreActions(QList<QAction*>& actions) {
+  menu_->SetMoreActions(actions);
+}
+
 // Keys of the list come before shortcuts of the window around it.
 bool CSearchPlanListView::event(QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride) {

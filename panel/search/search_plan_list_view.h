@@ -23,6 +23,8 @@ class CSearchPlanListView : public QListView {
   QModelIndex Hit(const QString& plan_code) const;
   /// The entry of the menu beside those of rows, off for this reason.
   void OfferShowInTree(const QString& why_not);
+  /// The host's own actions below the entries of the menu; not owned.
+  void SetViewMoreActions(QList<QAction*>& actions);
 
  Q_SIGNALS:
   void SignalDoubleClicked(const QString& index_code);

@@ -1,0 +1,133 @@
+#include "commands/row_commands.h"
+
+#include <QCoreApplication>
+
+#include "plan_rules/families.h"
+#include "plan_rules/plan_limits.h"
+
+namespace TarnClient {
+
+using view_plugin_protocol::AddRight;
+using view_plugin_protocol::EditRight;
+
+namespace {
+
+class Texts {
+  Q_DECLARE_TR_FUNCTIONS(TarnClient::CRowMenu)
+};
+
+// Why the family of the row, or the user's rights in it, do not allow a change.
+QString WhyNoChange(const RowSituation& row, view_plugin_protocol::Right right) {
+  if (row.family == view_plugin_protocol::ReceivedFamily) {
+    return Texts::tr("Plans that were received cannot be changed.");
+  }
+  if (!MayChange(row.family, right, row.rights)) {
+    return LackOf(right);
+  }
+  return QString();
+}
+
+QString WhyNoNewPlan(const RowSituation& row) {
+  if (row.kind == RowKind::Root && !row.plans_under_root) {
+    return Texts::tr("Plans stand in groups. Choose a group first.");
+  }
+  return QString();
+}
+
+QString WhyNoNewGroup(const RowSituation& row) {
+  if (row.level == 0) {
+    return Texts::tr("The group is not loaded yet. Open it in the tree first.");
+  }
+  if (row.level >= view_plugin_protocol::kDeepestLevel) {
+    return Texts::tr("Groups cannot be nested deeper than this.");
+  }
+  return QString();
+}
+
+QString WhyNotWhileEdited(const RowSituation& row) {
+  if (row.kind == RowKind::Plan && row.edited) {
+    return Texts::tr("The plan is open in the editor. Close it first.");
+  }
+  return QString();
+}
+
+QString WhyNotStopped(const RowSituation& row) {
+  if (row.playing) {
+    return QString();
+  }
+  if (row.kind == RowKind::Group) {
+    return Texts::tr("The plans of this group are not playing in turn.");
+  }
+  return Texts::tr("This plan is not playing.");
+}
+
+QString WhyNotAtStart(const RowSituation& row) {
+  if (row.kind == RowKind::Group && !row.cycles) {
+    return Texts::tr("Playing the plans of a group in turn is switched off.");
+  }
+  return QString();
+}
+
+bool SuitsKind(RowCommand command, RowKind kind) {
+  switch (command) {
+    case RowCommand::NewPlan:
+    case RowCommand::NewGroup:
+      return true;
+    case RowCommand::Duplicate:
+    case RowCommand::MoveTo:
+      return kind == RowKind::Plan;
+    case RowCommand::Rename:
+    case RowCommand::Stop:
+    case RowCommand::OpenAtStart:
+      return kind == RowKind::Plan || kind == RowKind::Group;
+  }
+  return false;
+}
+
+QString WhyUnsuited(RowCommand command) {
+  if (command == RowCommand::Duplicate || command == RowCommand::MoveTo) {
+    return Texts::tr("Choose a plan first.");
+  }
+  return Texts::tr("Choose a plan or a group first.");
+}
+
+// The first of two reasons that there is.
+QString FirstOf(const QString& first, const QString& second) {
+  return first.isEmpty() ? second : first;
+}
+
+QString ReasonOf(RowCommand command, const RowSituation& row) {
+  switch (command) {
+    case RowCommand::NewPlan:
+      return FirstOf(WhyNoChange(row, AddRight), WhyNoNewPlan(row));
+    case RowCommand::NewGroup:
+      return FirstOf(WhyNoChange(row, AddRight), WhyNoNewGroup(row));
+    case RowCommand::Duplicate:
+      return WhyNoChange(row, AddRight);
+    case RowCommand::MoveTo:
+    case RowCommand::Rename:
+      return FirstOf(WhyNoChange(row, EditRight), WhyNotWhileEdited(row));
+    case RowCommand::Stop:
+      return WhyNotStopped(row);
+    case RowCommand::OpenAtStart:
+      return WhyNotAtStart(row);
+  }
+  return QString();
+}
+
+}  // namespace
+
+RowCommandState StateOf(RowCommand command, const RowSituation& row) {
+  RowCommandState state;
+  if (row.kind == RowKind::None) {
+    state.reason = Texts::tr("Choose a row first.");
+  } else if (!SuitsKind(command, row.kind)) {
+    state.shown = false;
+    state.reason = WhyUnsuited(command);
+  } else {
+    state.reason = ReasonOf(command, row);
+  }
+  return state;
+}
+
+}  // namespace TarnClient

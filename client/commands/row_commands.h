@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+#include "plan_rules/rights.h"
+
+namespace TarnClient {
+
+/// What the client adds to the menu of a row, in this order.
+enum class RowCommand { NewPlan, NewGroup, Duplicate, MoveTo, Rename, Stop, OpenAtStart };
+constexpr int kRowCommands = 7;
+
+enum class RowKind { None, Root, Group, Plan };
+
+/// All that decides which of them a row has.
+struct RowSituation {
+  RowKind kind = RowKind::None;
+  int32_t family = 0;
+  view_plugin_protocol::Rights rights;
+  bool plans_under_root = false, cycles = true;  // the site's switches
+  int level = 0;         // of the group that something new would stand in; a root has 1, one that is not loaded 0
+  bool edited = false;   // the plan is open in an editor
+  bool playing = false;  // the plan, or the plans of the group in turn
+};
+
+struct RowCommandState {
+  bool shown = true;
+  /// Why it does nothing, for the user; empty when it does. Never empty for what is not shown.
+  QString reason;
+
+  bool IsEnabled() const { return reason.isEmpty(); }
+};
+
+RowCommandState StateOf(RowCommand command, const RowSituation& row);
+
+}  // namespace TarnClient

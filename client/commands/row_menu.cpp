@@ -1,0 +1,222 @@
+#include "commands/row_menu.h"
+
+#include <TarnPlanView/plan_view_tree.h>
+#include <TarnPlanView/view_config_manager.h>
+
+#include <QAction>
+
+#include "LyraPluginManager/view_business_interface_mgr.h"
+#include "MarUIControl/nomal_message.h"
+#include "MarUIControl/string_conversion.h"
+#include "ResourceData/resource_type.h"
+#include "TarnUIDataController/popup_menu.h"
+#include "commands/plan_copier.h"
+#include "host_calls/ask.h"
+#include "plan_rules/families.h"
+#include "plans/plan_family.h"
+#include "plans/plan_player.h"
+
+namespace TarnClient {
+
+using LyraPluginManager::CViewBusinessInterfaceMgr;
+using MarUIControl::CNomalMessage;
+using MarUIControl::StringToQString;
+using TarnPlanView::CViewExternWidget;
+
+namespace {
+
+// The keys of `shown_keys` are the panel's or the window's, which do the same for the current row.
+struct Look {
+  const char* text;
+  const char* keys;
+  const char* shown_keys;
+};
+
+constexpr Look kLooks[kRowCommands] = {
+    {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "New plan here"), "", "Ctrl+N"},
+    {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "New group here"), "", "Ctrl+Shift+N"},
+    {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Duplicate"), "Ctrl+D", ""},
+    {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Move to..."), "Ctrl+M", ""},
+    {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Rename"), "Shift+F2", ""},
+    {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Stop"), "", "Esc"},
+    {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Set as default view"), "", ""},
+};
+
+RowCommand CommandAt(size_t place) {
+  return static_cast<RowCommand>(place);
+}
+
+QString GroupOf(const view_plugin_protocol::TarnPlanViewInfo& row) {
+  return StringToQString(row.is_group ? row.index_code : row.group_index_code);
+}
+
+RowKind KindOf(const view_plugin_protocol::TarnPlanViewInfo& row) {
+  if (row.index_code.empty()) {
+    return RowKind::None;
+  }
+  if (!row.is_group) {
+    return RowKind::Plan;
+  }
+  return view_plugin_protocol::IsRootCode(StringToQString(row.index_code).toInt()) ? RowKind::Root : RowKind::Group;
+}
+
+}  // namespace
+
+CRowMenu::CRowMenu(CPlanFamily* family, CPlanPlayer* player, QObject* parent)
+    : QObject(parent), family_(family), player_(player), copier_(new CPlanCopier(family->Controller(), this)) {
+  MakeActions();
+  ConnectPanel();
+  connect(copier_, &CPlanCopier::SignalFailed, this, &CRowMenu::Refuse);
+}
+
+void CRowMenu::MakeActions() {
+  for (size_t place = 0; place < actions_.size(); ++place) {
+    auto* action = new QAction(tr(kLooks[place].text), this);
+    if (*kLooks[place].shown_keys) {
+      const QKeySequence keys(QString::fromLatin1(kLooks[place].shown_keys));
+      action->setText(QStringLiteral("%1\t%2").arg(action->text(), keys.toString(QKeySequence::NativeText)));
+    }
+    action->setShortcut(QString::fromLatin1(kLooks[place].keys));
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    action->setAutoRepeat(false);
+    connect(action, &QAction::triggered, this, [this, command = CommandAt(place)] { Run(command); });
+    actions_[place] = action;
+  }
+}
+
+void CRowMenu::ConnectPanel() {
+  CViewExternWidget* panel = family_->Panel();
+  QList<QAction*> actions = Actions();
+  panel->addActions(actions);
+  panel->SetViewMoreActions(actions);
+  connect(panel, &CViewExternWidget::SignalRowMenuAboutToShow, this, &CRowMenu::OnMenuAboutToShow);
+  connect(copier_, &CPlanCopier::SignalCopied, panel, &CViewExternWidget::SetCurPlanByIndexCode);
+  for (auto* menu : panel->findChildren<tarn_ui_data_controller::CPopupMenu*>()) {
+    // Later: a menu hides before it triggers what was chosen.
+    connect(menu, &QMenu::aboutToHide, this, &CRowMenu::Release, Qt::QueuedConnection);
+  }
+}
+
+void CRowMenu::OnMenuAboutToShow() {
+  Row row;
+  if (!family_->Panel()->GetCommandRow(row)) {
+    return;
+  }
+  bound_ = row;
+  bound_was_loaded_ = false;
+  bound_was_loaded_ = !HasVanished();
+  const RowSituation situation = SituationOf(row);
+  for (size_t place = 0; place < actions_.size(); ++place) {
+    const RowCommandState state = StateOf(CommandAt(place), situation);
+    actions_[place]->setVisible(state.shown);
+    actions_[place]->setEnabled(state.IsEnabled());
+    actions_[place]->setToolTip(state.reason);
+  }
+}
+
+// Without a menu all are on: a key says by itself why it does nothing.
+void CRowMenu::Release() {
+  for (const QMenu* menu : family_->Panel()->findChildren<tarn_ui_data_controller::CPopupMenu*>()) {
+    if (menu->isVisible()) {
+      return;  // the next one has opened already
+    }
+  }
+  bound_.reset();
+  for (QAction* action : actions_) {
+    action->setVisible(true);
+    action->setEnabled(true);
+  }
+}
+
+void CRowMenu::Run(RowCommand command) {
+  Row row;
+  if (bound_) {
+    row = *bound_;
+  } else {
+    family_->Panel()->GetCommandRow(row);
+  }
+  if (bound_ && bound_was_loaded_ && HasVanished()) {
+    Refuse(tr("This row is no longer there."));
+    return;
+  }
+  const RowCommandState state = StateOf(command, SituationOf(row));
+  if (state.IsEnabled()) {
+    Do(command, row);
+  } else {
+    Refuse(state.reason);
+  }
+}
+
+void CRowMenu::Do(RowCommand command, const Row& row) {
+  CViewExternWidget* panel = family_->Panel();
+  switch (command) {
+    case RowCommand::NewPlan:
+      return panel->AddPlanTo(GroupOf(row));
+    case RowCommand::NewGroup:
+      return panel->AddGroupTo(GroupOf(row));
+    case RowCommand::Duplicate:
+      return copier_->Copy(row.index_code);
+    case RowCommand::MoveTo:
+      return panel->MovePlan(row);
+    case RowCommand::Rename:
+      return panel->RenameRow(row);
+    case RowCommand::Stop:
+      return player_->Stop();
+    case RowCommand::OpenAtStart:
+      return OpenAtStart(row);
+  }
+}
+
+void CRowMenu::OpenAtStart(const Row& row) {
+  view_plugin_protocol::ClienDefaultViewConfigRequest request;
+  request.index_code = row.index_code;
+  request.type = row.is_group ? ResourceData::RT_VIEW_GROUP : ResourceData::RT_VIEW;
+  HostCalls::Ask(&CViewBusinessInterfaceMgr::SetClientViewConfig, request)
+      .AsCurrentUser()
+      .Replacing(calls_)
+      .Then(this, [this, name = StringToQString(row.name)](const auto& answer) {
+        if (answer.ok) {
+          Q_EMIT SignalMessage(tr("\"%1\" opens at the start from now on.").arg(name), CNomalMessage::Success);
+        } else {
+          Refuse(StringToQString(answer.response.error_info));
+        }
+      });
+}
+
+RowSituation CRowMenu::SituationOf(const Row& row) const {
+  const auto& switches = TarnPlanView::CViewConfigManager::Instance();
+  RowSituation situation;
+  situation.kind = KindOf(row);
+  situation.family = row.type;
+  situation.rights = view_plugin_protocol::Rights::OfCurrentUser();
+  situation.plans_under_root = switches.CreatePlanUnderRootNode();
+  situation.cycles = switches.IsSupportPlanGroupCycle();
+  situation.level = family_->LevelOfGroup(GroupOf(row));
+  situation.edited = CViewExternWidget::IsPlanEdited(StringToQString(row.index_code));
+  situation.playing = IsPlaying(row);
+  return situation;
+}
+
+bool CRowMenu::IsPlaying(const Row& row) const {
+  const CProgramme::State& state = player_->State();
+  if (row.is_group) {
+    return state.cycle && state.cycle->code == row.index_code;
+  }
+  return state.on_wall && state.on_wall->code == row.index_code;
+}
+
+bool CRowMenu::HasVanished() const {
+  const QString code = StringToQString(bound_->index_code);
+  return !family_->Panel()->GetPlanViewTree()->RowOf(code, bound_->is_group).isValid();
+}
+
+void CRowMenu::Refuse(const QString& reason) {
+  Q_EMIT SignalMessage(reason, CNomalMessage::Failure);
+}
+
+void CRowMenu::ForgetUser() {
+  copier_->Drop();
+  calls_.Drop();
+}
+
+}  // namespace TarnClient

@@ -1,0 +1,150 @@
+#include "move_to_dlg.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "MarUIControl/primary_button.h"
+#include "MarUIControl/push_button.h"
+#include "WidgetKit/new_location_view_widget.h"
+#include "group_tree.h"
+#include "plan_item_role.h"
+#include "standard_plan_model.h"
+#include "view_sort_filter_proxy_model.h"
+
+namespace TarnPlanView {
+
+namespace {
+
+constexpr int kMostFetches = 300;
+constexpr QSize kSize(380, 440);
+
+}  // namespace
+
+CMoveToDlg::CMoveToDlg(const QString& plan_name, const QString& group_code, QWidget* parent)
+    : QDialog(parent),
+      group_code_(group_code),
+      field_(new WidgetKit::CNewLocationViewWidget(this)),
+      tree_(new CGroupTree(this)),
+      note_(new QLabel(this)),
+      fetches_left_(kMostFetches) {
+  setObjectName(QStringLiteral("move_to_dlg"));
+  setWindowTitle(tr("Move plan"));
+  setWindowModality(Qt::WindowModal);
+  Build(plan_name);
+  for (const char* root : {kPublicRootCode, kOwnRootCode}) {
+    tree_->ExpandWhenLoaded(QString::fromLatin1(root));
+  }
+  field_->SetView(tree_);
+  connect(tree_, &CPlanViewTree::SignalCurrentIndexChanged, this, &CMoveToDlg::Renew);
+  connect(tree_->Groups(), &QAbstractItemModel::rowsInserted, this, &CMoveToDlg::OnRows);
+  connect(tree_->Groups(), &QAbstractItemModel::rowsRemoved, this, &CMoveToDlg::Renew);
+  connect(tree_->Groups(), &QAbstractItemModel::modelReset, this, &CMoveToDlg::Renew);
+  Renew();
+  resize(kSize);
+  field_->setFocus();
+}
+
+void CMoveToDlg::Build(const QString& plan_name) {
+  auto* title = new QLabel(tr("Move \"%1\" to").arg(plan_name), this);
+  title->setTextFormat(Qt::PlainText);
+  title->setWordWrap(true);
+  field_->setPlaceholderText(tr("Find a group"));
+  field_->setAccessibleName(tr("Find a group"));
+  tree_->setAccessibleName(tr("Groups"));
+  note_->setObjectName(QStringLiteral("settings_note"));
+  note_->setWordWrap(true);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(20, 20, 20, 16);
+  layout->setSpacing(8);
+  layout->addWidget(title);
+  layout->addWidget(field_);
+  layout->addWidget(tree_, 1);
+  layout->addWidget(note_);
+  layout->addWidget(BuildButtons());
+}
+
+QWidget* CMoveToDlg::BuildButtons() {
+  auto* row = new QWidget(this);
+  auto* layout = new QHBoxLayout(row);
+  layout->setContentsMargins(0, 8, 0, 0);
+  move_ = new MarUIControl::CPrimaryButton(row);
+  move_->setObjectName(QStringLiteral("move_to_btn"));
+  move_->setText(tr("Move"));
+  move_->setDefault(true);
+  auto* cancel = new MarUIControl::CPushButton(row);
+  cancel->setText(tr("Cancel"));
+  cancel->setAutoDefault(false);
+  layout->addStretch();
+  layout->addWidget(move_);
+  layout->addWidget(cancel);
+  connect(move_, &QPushButton::clicked, this, &CMoveToDlg::Choose);
+  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+  return row;
+}
+
+void CMoveToDlg::Offer(CStandardPlanModel* groups, CStandardViewController* controller) {
+  tree_->SetController(controller);
+  tree_->Groups()->SetAddOrEdit(false);
+  tree_->SetModel(groups);
+  tree_->expandToDepth(0);
+  OnRows(QModelIndex(), 0, tree_->Groups()->rowCount() - 1);
+  const QModelIndex now = tree_->RowOf(group_code_, true);
+  if (now.isValid()) {
+    tree_->setCurrentIndex(now);
+  }
+  Renew();
+}
+
+void CMoveToDlg::OnRows(const QModelIndex& parent, int first, int last) {
+  for (int row = first; row <= last; ++row) {
+    const QModelIndex group = tree_->Groups()->index(row, 0, parent);
+    if (tree_->Groups()->canFetchMore(group)) {
+      unfetched_.emplace_back(group);
+    } else if (const int below = tree_->Groups()->rowCount(group); below > 0) {
+      OnRows(group, 0, below - 1);
+    }
+  }
+  QMetaObject::invokeMethod(this, &CMoveToDlg::FetchNext, Qt::QueuedConnection);
+  Renew();
+}
+
+// One by one: what comes may bring more.
+void CMoveToDlg::FetchNext() {
+  while (!unfetched_.empty() && fetches_left_ > 0) {
+    const QPersistentModelIndex group = unfetched_.front();
+    unfetched_.pop_front();
+    if (group.isValid() && tree_->Groups()->canFetchMore(group)) {
+      --fetches_left_;
+      tree_->ExpandAsync(group);
+    }
+  }
+}
+
+QString CMoveToDlg::Problem() const {
+  const QModelIndex group = tree_->currentIndex();
+  if (!group.isValid()) {
+    return tr("Choose a group.");
+  }
+  if (!CGroupTree::MayHoldPlans(group)) {
+    return tr("A plan cannot stand directly at the top. Choose a group below.");
+  }
+  if (group.data(GroupIndexCodeRole).toString() == group_code_) {
+    return tr("The plan stands in this group now.");
+  }
+  return QString();
+}
+
+void CMoveToDlg::Renew() {
+  const QString problem = Problem();
+  note_->setText(problem);
+  move_->setEnabled(problem.isEmpty());
+  move_->setToolTip(problem);
+}
+
+void CMoveToDlg::Choose() {
+  Q_EMIT SignalChosen(tree_->currentIndex().data(GroupIndexCodeRole).toString());
+  accept();
+}
+
+}  // namespace TarnPlanView

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QDialog>
+#include <QPersistentModelIndex>
+#include <QString>
+#include <deque>
+
+class QLabel;
+class QPushButton;
+
+namespace WidgetKit {
+class CNewLocationViewWidget;
+}
+
+namespace TarnPlanView {
+
+class CGroupTree;
+class CStandardPlanModel;
+class CStandardViewController;
+
+/// Lets the user choose the group that a plan goes to, in a tree of groups or by typing a part of the name. Groups that
+/// are not loaded yet are fetched while it is open, up to a few hundred. Thread: GUI.
+class CMoveToDlg : public QDialog {
+  Q_OBJECT
+ public:
+  /// `group_code`: where the plan stands now.
+  CMoveToDlg(const QString& plan_name, const QString& group_code, QWidget* parent);
+
+  /// Neither is owned; both may die first.
+  void Offer(CStandardPlanModel* groups, CStandardViewController* controller);
+
+ Q_SIGNALS:
+  void SignalChosen(const QString& group_code);
+
+ private:
+  void Build(const QString& plan_name);
+  QWidget* BuildButtons();
+  void OnRows(const QModelIndex& parent, int first, int last);
+  void FetchNext();
+  /// Why the plan cannot go to the row that is current; empty when it can.
+  QString Problem() const;
+  void Renew();
+  void Choose();
+
+  const QString group_code_;
+  WidgetKit::CNewLocationViewWidget* const field_;
+  CGroupTree* const tree_;
+  QLabel* const note_;
+  QPushButton* move_ = nullptr;
+  std::deque<QPersistentModelIndex> unfetched_;
+  int fetches_left_;
+};
+
+}  // namespace TarnPlanView
