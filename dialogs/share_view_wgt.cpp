@@ -12,6 +12,7 @@
 #include "plan_log.h"
 #include "share_view_model.h"
 #include "ui_share_view_wgt.h"
+#include "why_off.h"
 
 namespace TarnPlanView {
 
@@ -84,7 +85,11 @@ void CShareViewWgt::RefreshUsers() {
   ui_->user_tree_view_->setVisible(model_->HasUsers());
   ui_->location_view_->setVisible(model_->HasUsers());
   ui_->no_users_label_->setVisible(!model_->HasUsers());
-  ui_->share_button_->setEnabled(model_->HasUsers());
+  QString no_one;
+  if (!model_->HasUsers()) {
+    no_one = ui_->no_users_label_->text();
+  }
+  SetWhyOff(ui_->share_button_, no_one);
   repaint();
 }
 

@@ -1792,6 +1792,15 @@
 <context>
     <name>TarnPlanView::CEditorFooter</name>
     <message>
+        <source>The plan could not be loaded.</source>
+        <translation>The plan could not be loaded.</translation>
+    </message>
+    <message>
+        <source>The plan could not be loaded.</source>
+        <comment>view</comment>
+        <translation>The view could not be loaded.</translation>
+    </message>
+    <message>
         <source>Windows with content, of those that a plan may have</source>
         <translation>Windows with content, of those that a plan may have</translation>
     </message>
@@ -2071,6 +2080,15 @@
 <context>
     <name>TarnPlanView::CPageStrip</name>
     <message>
+        <source>A plan has at most %1 pages.</source>
+        <translation>A plan has at most %1 pages.</translation>
+    </message>
+    <message>
+        <source>A plan has at most %1 pages.</source>
+        <comment>view</comment>
+        <translation>A view has at most %1 pages.</translation>
+    </message>
+    <message>
         <source>Duplicate</source>
         <translation>Duplicate</translation>
     </message>
@@ -2097,6 +2115,10 @@
     <message>
         <source>New empty page after this one (Insert in the strip)</source>
         <translation>New empty page after this one (Insert in the strip)</translation>
+    </message>
+    <message>
+        <source>The only page cannot be removed.</source>
+        <translation>The only page cannot be removed.</translation>
     </message>
 </context>
 <context>
@@ -3189,6 +3211,10 @@ never starts</translation>
     <message>
         <source>Preset</source>
         <translation>Preset</translation>
+    </message>
+    <message>
+        <source>The camera offers nothing else.</source>
+        <translation>The camera offers nothing else.</translation>
     </message>
     <message>
         <source>Window %1</source>

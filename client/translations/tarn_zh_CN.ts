@@ -1857,6 +1857,15 @@
 <context>
     <name>TarnPlanView::CEditorFooter</name>
     <message>
+        <source>The plan could not be loaded.</source>
+        <translation>无法加载该预案。</translation>
+    </message>
+    <message>
+        <source>The plan could not be loaded.</source>
+        <comment>view</comment>
+        <translation>无法加载该视图。</translation>
+    </message>
+    <message>
         <source>Windows with content, of those that a plan may have</source>
         <translation>有内容的窗口数，以及一个预案的上限</translation>
     </message>
@@ -2136,6 +2145,15 @@
 <context>
     <name>TarnPlanView::CPageStrip</name>
     <message>
+        <source>A plan has at most %1 pages.</source>
+        <translation>一个预案最多有 %1 页。</translation>
+    </message>
+    <message>
+        <source>A plan has at most %1 pages.</source>
+        <comment>view</comment>
+        <translation>一个视图最多有 %1 页。</translation>
+    </message>
+    <message>
         <source>Duplicate</source>
         <translation>复制</translation>
     </message>
@@ -2162,6 +2180,10 @@
     <message>
         <source>New empty page after this one (Insert in the strip)</source>
         <translation>在本页之后新建空白页（在页面条中按 Insert）</translation>
+    </message>
+    <message>
+        <source>The only page cannot be removed.</source>
+        <translation>唯一的页面不能删除。</translation>
     </message>
 </context>
 <context>
@@ -3239,6 +3261,10 @@ never starts</source>
     <message>
         <source>Preset</source>
         <translation>预置点</translation>
+    </message>
+    <message>
+        <source>The camera offers nothing else.</source>
+        <translation>该摄像机没有其他选项。</translation>
     </message>
     <message>
         <source>Window %1</source>

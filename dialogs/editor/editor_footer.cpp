@@ -9,6 +9,7 @@
 #include "MarUIControl/primary_button.h"
 #include "MarUIControl/push_button.h"
 #include "plan_document.h"
+#include "why_off.h"
 
 namespace TarnPlanView {
 
@@ -94,7 +95,11 @@ void CEditorFooter::RenewButtons() {
   if (stack.canRedo()) {
     redo_->setToolTip(tr("Redo: %1 (Ctrl+Shift+Z)").arg(stack.redoText()));
   }
-  save_->setEnabled(idle && save_possible_);
+  QString why_not_saved = work_->text();
+  if (idle && !save_possible_) {
+    why_not_saved = tr("The plan could not be loaded.");
+  }
+  SetWhyOff(save_, why_not_saved);
 }
 
 void CEditorFooter::SetSavePossible(bool possible) {

@@ -7,6 +7,7 @@
 #include "MarUIControl/push_button.h"
 #include "page_list.h"
 #include "plan_document.h"
+#include "why_off.h"
 
 namespace TarnPlanView {
 
@@ -54,9 +55,16 @@ MarUIControl::CPushButton* CPageStrip::MakeButton(const char* name, const QStrin
 void CPageStrip::RenewButtons() {
   const int pages = document_->Draft().pages.size();
   title_->setText(tr("Page %1 of %2").arg(document_->CurrentPage() + 1).arg(pages));
-  add_->setEnabled(pages < kMaxPages);
-  duplicate_->setEnabled(pages < kMaxPages);
-  remove_->setEnabled(pages > 1);
+  QString full, last;
+  if (pages >= kMaxPages) {
+    full = tr("A plan has at most %1 pages.").arg(kMaxPages);
+  }
+  if (pages <= 1) {
+    last = tr("The only page cannot be removed.");
+  }
+  SetWhyOff(add_, full);
+  SetWhyOff(duplicate_, full);
+  SetWhyOff(remove_, last);
 }
 
 }  // namespace TarnPlanView

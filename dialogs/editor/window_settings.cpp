@@ -10,6 +10,7 @@
 #include "plan_document.h"
 #include "view_config_manager.h"
 #include "window_text.h"
+#include "why_off.h"
 
 namespace TarnPlanView {
 
@@ -164,7 +165,11 @@ void CWindowSettings::Offer(QComboBox* box, const Choices& choices, int current)
     }
   }
   box->setCurrentIndex(box->findData(current));
-  box->setEnabled(choices.size() > 1);
+  QString no_choice;
+  if (choices.size() <= 1) {
+    no_choice = tr("The camera offers nothing else.");
+  }
+  SetWhyOff(box, no_choice);
 }
 
 void CWindowSettings::OnAbility(const QString& camera_code) {
