@@ -328,9 +328,9 @@ void CViewExternWidget::onCurrentIndexChanged(const QModelIndex& current, const 
     return;
   }
   d_->renewForRow(current);
-  // Own plans may always be moved; public ones by those who may edit them.
-  const bool is_public = CViewPublicDef::GetIndexType(current) == PublicTheme;
-  d_->ui.plan_view_tree->SetMovePermission(!is_public || d_->known.rights.Has(view_plugin_protocol::EditRight));
+  using view_plugin_protocol::EditRight;
+  const int family = CViewPublicDef::GetIndexType(current);
+  d_->ui.plan_view_tree->SetMovePermission(MayChange(family, EditRight, d_->known.rights));
 }
 
 }  // namespace TarnPlanView

@@ -104,6 +104,8 @@ CPlanTreeItemDelegate::Layout CPlanTreeItemDelegate::Arrange(const QStyleOptionV
   int right = row.right() - kGap / 2;
   if (more) {
     layout.more = MoreButtonRect(row);
+  }
+  if (more || marks.Any()) {  // so that no mark makes way under the mouse
     right -= kMoreSize + kGap / 2;
   }
   const auto take = [&right, &row, &mirrored](bool shown, QRect& place) {

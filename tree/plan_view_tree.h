@@ -53,7 +53,6 @@ class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
 
   /// Without it a drop inside the tree is refused with a message.
   void SetMovePermission(bool permitted);
-  bool IsMovePermitted() const;
 
   /// Rows with this code (role 666) expand when they come in; for the roots that a panel shows open.
   void ExpandWhenLoaded(const QString& group_code);

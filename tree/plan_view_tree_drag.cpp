@@ -39,10 +39,6 @@ void CPlanViewTree::SetMovePermission(bool permitted) {
   d_->move_permitted = permitted;
 }
 
-bool CPlanViewTree::IsMovePermitted() const {
-  return d_->move_permitted;
-}
-
 void CPlanViewTree::Private::NotePress(QMouseEvent* event) {
   drag_start = event->pos();
   drag_row = q->indexAt(drag_start);

@@ -15,6 +15,7 @@ struct RowMarks {
   bool playing = false;
   view_plugin_protocol::PlanSign sign;
 
+  bool Any() const { return playing || !sign.IsEmpty(); }
   static RowMarks Of(const QModelIndex& row);
 };
 

@@ -2,8 +2,10 @@
 #include <QtTest>
 
 #include "plan_rules/families.h"
+#include "LyraPluginManager/view_plugin_protocol.h"
 #include "plan_rules/names.h"
 #include "plan_rules/plan_limits.h"
+#include "plan_rules/plan_sign.h"
 #include "plan_rules/rights.h"
 #include "plan_rules/splits.h"
 
@@ -19,6 +21,7 @@ class PlanRulesTest : public QObject {
   void Splits();
   void Families();
   void Rights();
+  void SignsOfPlans();
 };
 
 void PlanRulesTest::Names_data() {
@@ -76,6 +79,32 @@ void PlanRulesTest::Rights() {
   }
   QCOMPARE(texts.size(), int(std::size(kRights)));
   QVERIFY(!IsRight(AddRight - 1) && !IsRight(DeleteRight + 1));
+}
+
+void PlanRulesTest::SignsOfPlans() {
+  const auto row = [](bool timed, int pages, bool timed_play = true) {
+    PlanBasicInfo plan;
+    plan.auto_run = timed;
+    plan.page_count = pages;
+    return TextOf(SignOf(plan, timed_play));
+  };
+  QCOMPARE(row(false, 1), QString());
+  QCOMPARE(row(false, 0), QString());
+  QCOMPARE(row(true, 1), QString("automatic"));
+  QCOMPARE(row(true, 1, false), QString());  // it never starts
+  QCOMPARE(row(false, 3), QString("tour, 3 page(s)"));
+  QCOMPARE(row(true, 2), QString("automatic, tour, 2 page(s)"));
+
+  GetPlanDetailResponse plan;
+  plan.auto_run = true;
+  plan.start_time = "19:00:00";
+  plan.end_time = "21:05:30";
+  plan.pages.resize(3);
+  QCOMPARE(TextOf(SignOf(plan, true)), QString("automatic 19:00-21:05:30, tour, 3 page(s)"));
+  plan.end_time.clear();
+  QCOMPARE(TextOf(SignOf(plan, true)), QString("automatic, tour, 3 page(s)"));
+  plan.pages.resize(1);
+  QVERIFY(SignOf(plan, false).IsEmpty() && !SignOf(plan, true).IsEmpty());
 }
 
 QTEST_GUILESS_MAIN(PlanRulesTest)

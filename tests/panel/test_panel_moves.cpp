@@ -14,6 +14,7 @@ class PanelMovesTest : public TarnTest::CPlanTest {
   void MovesPlansWhole();
   void MovesOnceWhateverElseFails();
   void ReportsRefusedRowMoves();
+  void ADropTakesTheRightToEdit();
 
  private:
   static constexpr char kMoved[] = "Public A plan 2";
@@ -118,6 +119,30 @@ void PanelMovesTest::ReportsRefusedRowMoves() {
     QCOMPARE(stage.TakeTips().join('|'), QString(move.tip));
   }
   QCOMPARE(Services().Count("UpdatePlan"), 0);
+}
+
+void PanelMovesTest::ADropTakesTheRightToEdit() {
+  for (const bool may_edit : {true, false}) {
+    CPanelStage stage(Opened());
+    Services().SetRight(6, may_edit);
+    stage.ExpandAll();
+    const QPoint from = stage.Tree().visualRect(stage.Row(kMoved)).center();
+    const QPoint onto = stage.Tree().visualRect(stage.Row("Public B")).center();
+    QTest::mousePress(stage.Tree().viewport(), Qt::LeftButton, Qt::NoModifier, from);
+    QMimeData data;
+    data.setProperty("_tree_drop_", true);
+    QDragEnterEvent enter(onto, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(stage.Tree().viewport(), &enter);
+    QDropEvent drop(onto, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(stage.Tree().viewport(), &drop);
+    fixture_.Drain();
+    QCOMPARE(Services().Count("UpdatePlan"), int(may_edit));
+    QCOMPARE(stage.TakeTips().contains("0:TheUserHasNoPermission"), !may_edit);
+    QTest::mouseRelease(stage.Tree().viewport(), Qt::LeftButton, Qt::NoModifier, from);
+    if (may_edit) {
+      Shut();
+    }
+  }
 }
 
 QTEST_MAIN(PanelMovesTest)

@@ -1,4 +1,6 @@
+#include <QHelpEvent>
 #include <QStandardItemModel>
+#include <QToolTip>
 
 #include "item_type.h"
 #include "plan_drag.h"
@@ -68,6 +70,7 @@ class CMove {
 class PlanTreeTest : public TarnTest::CPlanTest {
   Q_OBJECT
  private Q_SLOTS:
+  void SignsStayWhereNamesElide();
   void LevelsAndKindsOfGroup();
   void MenuOffersWhatSuitsTheRow();
   void MenuIsAboutTheRowItWasOpenedFor();
@@ -419,6 +422,43 @@ void PlanTreeTest::DropsReportOrRefuse() {
   QVERIFY(!drag.Drop(end));
   QCOMPARE(moved.size(), 1);
   QCOMPARE(tips.size(), 1);
+}
+
+void PlanTreeTest::SignsStayWhereNamesElide() {
+  CTreeStage stage(Opened({{"timed_play", 1}}));
+  const QString name = "A name that is by far too long for a narrow tree";
+  const QPersistentModelIndex row = stage.Add(name, PublicPlanItem);
+  const auto picture = [&] { return stage.tree.viewport()->grab(stage.tree.visualRect(row)).toImage(); };
+  // What the tips say along the row, from its end.
+  const auto tips = [&] {
+    QStringList said;
+    const QRect place = stage.tree.visualRect(row);
+    for (int x = place.right(); x > place.left(); x -= 4) {
+      const QPoint at(x, place.center().y());
+      QHelpEvent help(QEvent::ToolTip, at, stage.tree.viewport()->mapToGlobal(at));
+      QApplication::sendEvent(stage.tree.viewport(), &help);
+      said << QToolTip::text();
+    }
+    said.removeDuplicates();
+    said.removeAll(QString());
+    return said;
+  };
+  view_plugin_protocol::PlanBasicInfo plan;
+  plan.auto_run = true;
+  plan.page_count = 3;
+  for (const bool selected : {false, true}) {
+    stage.tree.setCurrentIndex(selected ? QModelIndex(row) : stage.Root());
+    for (const int width : {520, 150}) {
+      stage.tree.resize(width, 500);
+      stage.tree.model()->setData(row, QVariant(), ItemRecordRole);
+      const QImage without = picture();
+      QVERIFY(!tips().contains("automatic, tour, 3 page(s)"));
+      stage.tree.model()->setData(row, QVariant::fromValue(plan), ItemRecordRole);
+      QVERIFY(picture() != without);
+      QVERIFY2(tips().contains("automatic, tour, 3 page(s)"), qPrintable(tips().join('|')));
+      QCOMPARE(tips().contains(name), width == 150);
+    }
+  }
 }
 
 QTEST_MAIN(PlanTreeTest)
