@@ -14,7 +14,7 @@ constexpr char kViewTexts[] = "view";
 void CClientTranslator::TakeWording() {
   view_plugin_protocol::GetPlanConfigResponse config;
   LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanConfig({}, config);
-  says_view_ = config.show_mode != kPlanWording;
+  SetSaysView(config.show_mode != kPlanWording);
 }
 
 // A text without a second one is the same in both wordings: it is found by its source then.

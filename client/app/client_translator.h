@@ -14,6 +14,7 @@ class CClientTranslator : public QTranslator {
 
   /// Asks the host; to be called before the texts are installed.
   void TakeWording();
+  void SetSaysView(bool view) { says_view_ = view; }
 
   QString translate(const char* context, const char* source, const char* disambiguation = nullptr,
                     int n = -1) const override;

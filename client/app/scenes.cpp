@@ -52,7 +52,7 @@ const std::vector<CScene::Entry>& CScene::Entries() {
       {"name-editor", &CScene::NameEditor},
       {"row-menu", &CScene::RowMenu},
       {"group-menu", &CScene::GroupMenu},
-      {"row-menu-guard", &CScene::RowMenu},
+      {"row-menu-guard", &CScene::RowMenuGuard},
       {"hit-menu", &CScene::HitMenu},
       {"rename-plan", &CScene::RenamePlan},
       {"move-to", &CScene::MoveTo},

@@ -87,6 +87,7 @@ class CScene : public QObject {
   void TipError();
   void TipWarning();
   void TipHint();
+  void RowMenuGuard();
   void HitMenu();
   void RenamePlan();
   void MoveTo();

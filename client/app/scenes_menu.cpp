@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QCoreApplication>
 #include <QDialog>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
 
@@ -33,6 +34,18 @@ void CScene::AddHover(const QString& plan) {
     QMouseEvent move(QEvent::MouseMove, row, tree->viewport()->mapToGlobal(row), Qt::NoButton, Qt::NoButton,
                      Qt::NoModifier);
     QCoreApplication::sendEvent(tree->viewport(), &move);
+    return true;
+  });
+}
+
+// With the reason why one of the entries is grey.
+void CScene::RowMenuGuard() {
+  RowMenu();
+  Add([this] {
+    auto* menu = window_->CurrentFamily().Panel()->GetViewMoreMenu();
+    const QPoint at = menu->actionGeometry(window_->RowMenu(0).Of(RowCommand::Duplicate)).center();
+    QHelpEvent help(QEvent::ToolTip, at, menu->mapToGlobal(at));
+    QCoreApplication::sendEvent(menu, &help);
     return true;
   });
 }

@@ -17,6 +17,7 @@ namespace TarnPlanView {
 namespace {
 
 constexpr int kMostFetches = 300;
+constexpr int kFieldHeight = 32;
 constexpr QSize kSize(380, 440);
 
 }  // namespace
@@ -49,6 +50,7 @@ void CMoveToDlg::Build(const QString& plan_name) {
   auto* title = new QLabel(tr("Move \"%1\" to").arg(plan_name), this);
   title->setTextFormat(Qt::PlainText);
   title->setWordWrap(true);
+  field_->setMinimumHeight(kFieldHeight);
   field_->setPlaceholderText(tr("Find a group"));
   field_->setAccessibleName(tr("Find a group"));
   tree_->setAccessibleName(tr("Groups"));

@@ -314,7 +314,7 @@ void ClientPanelsTest::ShowsThatTheStoreItOpensCanOnlyBeRead() {
   const QFrame* state = found.value(0);
   QVERIFY(state && !state->property("trouble").toBool());
   QTRY_VERIFY(state->property("trouble").toBool());
-  QCOMPARE(state->accessibleName(), QString("The plan store can only be read. Changes cannot be saved."));
+  QCOMPARE(state->accessibleName(), QString("The view store can only be read. Changes cannot be saved."));
   QVERIFY2(state->accessibleDescription().contains(file), qPrintable(state->accessibleDescription()));
   QVERIFY(session.End());
 }

@@ -1,0 +1,301 @@
+#include <QAction>
+#include <QDialog>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+
+#include "TarnUIDataController/popup_menu.h"
+#include "client_desk.h"
+#include "commands/free_name.h"
+#include "commands/row_commands.h"
+#include "commands/row_menu.h"
+#include "plan_rules/families.h"
+
+using namespace TarnClient;
+using TarnTest::CPlanFixture;
+using view_plugin_protocol::kRights;
+
+// The client's own entries of the row menu: which there are, what they do, and why they do not.
+class RowMenuTest : public TarnTest::CClientDesk {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void WhatIsOffSaysWhy();
+  void RightsDecide();
+  void CopiesGetTheNextFreeName();
+  void EntriesStandBehindThePanels();
+  void EntriesFollowTheRow();
+  void CopiesAPlanWithAllItHas();
+  void CopiesHitsAndSaysWhyNot();
+  void RenamesPlansAndGroups();
+  void MovesAPlanToAChosenGroup();
+  void AMenuMeansItsRow();
+  void StopsAndOpensAtTheStart();
+  void KeysSayWhyTheyDoNothing();
+
+ private:
+  QAction* Entry(RowCommand command, size_t family = 0) const {
+    return window_->findChildren<CRowMenu*>().at(static_cast<int>(family))->Of(command);
+  }
+  // As after a click: a pop-up may have had the keys.
+  void GoTo(const QString& row) {
+    window_->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+    Tree()->setCurrentIndex(Row(row));
+    Tree()->setFocus();
+  }
+  void OpenMenu(const QString& row) {
+    GoTo(row);
+    QTest::keyClick(Tree(), Qt::Key_Menu);
+    QVERIFY(Menu()->isVisible());
+  }
+  tarn_ui_data_controller::CPopupMenu* Menu() { return window_->Family(0).Panel()->GetViewMoreMenu(); }
+  void Choose(RowCommand command) {
+    Menu()->setActiveAction(Entry(command));
+    QTest::keyClick(Menu(), Qt::Key_Return);
+    QVERIFY(!Menu()->isVisible());
+  }
+  // n p new plan and group, d duplicate, m move, r rename, s stop, o opens at the start; capitals are off.
+  QString Letters() const {
+    QString letters;
+    for (int command = 0; command < kRowCommands; ++command) {
+      const QAction* entry = Entry(static_cast<RowCommand>(command));
+      const QChar letter = QStringLiteral("npdmrso").at(command);
+      if (entry->isVisible()) {
+        letters += entry->isEnabled() ? letter : letter.toUpper();
+      }
+    }
+    return letters;
+  }
+  void TypeName(const QString& name) {
+    auto* editor = window_->Family(0).Panel()->findChild<QFrame*>("CViewNameEdit");
+    QVERIFY(editor && editor->isVisible());
+    editor->findChild<QLineEdit*>()->setText(name);
+    editor->findChild<QPushButton*>("ptr_save_btn")->click();
+    CPlanFixture::Drain();
+  }
+};
+
+void RowMenuTest::WhatIsOffSaysWhy() {
+  Open();  // after each test the desk is closed
+  for (int bits = 0; bits < 1 << 8; ++bits) {
+    const auto bit = [bits](int number) { return (bits >> number & 1) != 0; };
+    for (int kind = 0; kind < 4; ++kind) {
+      for (int family = 0; family < 3; ++family) {
+        RowSituation row;
+        row.kind = static_cast<RowKind>(kind);
+        row.family = family;
+        for (int right = 0; right < 3; ++right) {
+          if (bit(right)) {
+            row.rights.Add(kRights[right]);
+          }
+        }
+        row.plans_under_root = bit(3);
+        row.cycles = bit(4);
+        row.edited = bit(5);
+        row.playing = bit(6);
+        row.level = bit(7) ? 3 : 0;
+        for (int command = 0; command < kRowCommands; ++command) {
+          const RowCommandState state = StateOf(static_cast<RowCommand>(command), row);
+          QVERIFY(state.IsEnabled() == state.reason.isEmpty() && (state.shown || !state.IsEnabled()));
+          QVERIFY(row.kind != RowKind::None || !state.IsEnabled());
+        }
+      }
+    }
+  }
+}
+
+void RowMenuTest::RightsDecide() {
+  Open();
+  const auto letters = [](RowKind kind, int family, const QList<int>& rights, int level, bool playing) {
+    RowSituation row;
+    row.kind = kind;
+    row.family = family;
+    for (const int right : rights) {
+      row.rights.Add(static_cast<view_plugin_protocol::Right>(right));
+    }
+    row.level = level;
+    row.playing = playing;
+    QString found;
+    for (int command = 0; command < kRowCommands; ++command) {
+      const RowCommandState state = StateOf(static_cast<RowCommand>(command), row);
+      const QChar letter = QStringLiteral("npdmrso").at(command);
+      found += !state.shown ? QChar('-') : state.IsEnabled() ? letter : letter.toUpper();
+    }
+    return found;
+  };
+  using namespace view_plugin_protocol;
+  QCOMPARE(letters(RowKind::Plan, PublicFamily, {5, 6, 7}, 2, true), QString("npdmrso"));
+  QCOMPARE(letters(RowKind::Plan, PublicFamily, {}, 2, false), QString("NPDMRSo"));
+  QCOMPARE(letters(RowKind::Plan, PublicFamily, {5}, 2, false), QString("npdMRSo"));
+  QCOMPARE(letters(RowKind::Plan, PublicFamily, {6}, 2, false), QString("NPDmrSo"));
+  QCOMPARE(letters(RowKind::Plan, OwnFamily, {}, 6, false), QString("nPdmrSo"));  // as deep as groups go
+  QCOMPARE(letters(RowKind::Group, OwnFamily, {}, 2, true), QString("np--rso"));
+  QCOMPARE(letters(RowKind::Root, PublicFamily, {5, 6, 7}, 1, false), QString("Np-----"));
+  QCOMPARE(letters(RowKind::Plan, PublicFamily, {5, 6, 7}, 0, false), QString("nPdmrSo"));  // its group is not loaded
+}
+
+void RowMenuTest::CopiesGetTheNextFreeName() {
+  Open();
+  QCOMPARE(NameOfCopy("Gate", {"Gate"}), QString("Gate (2)"));
+  QCOMPARE(NameOfCopy("Gate", {"Gate", "gate (2)", "Gate (4)"}), QString("Gate (3)"));
+  QCOMPARE(NameOfCopy("Gate (2)", {"Gate", "Gate (2)"}), QString("Gate (3)"));
+  QCOMPARE(NameOfCopy("Gate (b)", {"Gate (b)"}), QString("Gate (b) (2)"));
+  const QString longest(256, 'x');
+  QCOMPARE(NameOfCopy(longest, {longest}), QString(252, 'x') + " (2)");
+}
+
+void RowMenuTest::EntriesStandBehindThePanels() {
+  Open();
+  OpenMenu("Public A plan 2");
+  const QList<QAction*> all = Menu()->actions();
+  const int first = all.indexOf(Entry(RowCommand::NewPlan));
+  QVERIFY(first > all.indexOf(Menu()->MenuItem(tarn_ui_data_controller::Share)) && all.at(first - 1)->isSeparator());
+  QCOMPARE(all.mid(first), window_->findChildren<CRowMenu*>().first()->Actions());
+}
+
+void RowMenuTest::EntriesFollowTheRow() {
+  Open();
+  Play("Public A plan 2");
+  OpenMenu("Public A plan 2");
+  QCOMPARE(Letters(), QString("npdmrso"));
+  Menu()->hide();
+  OpenMenu("Public A");
+  QCOMPARE(Letters(), QString("nprSo"));
+  Menu()->hide();
+  OpenMenu("Plans");
+  QCOMPARE(Letters(), QString("Np"));
+  Menu()->hide();
+  QTRY_COMPARE(Letters(), QString("npdmrso"));  // for the keys
+  window_->SwitchUser("viewer");
+  WaitForPlans();
+  OpenMenu("Public A plan 2");
+  QCOMPARE(Letters(), QString("NPDMRSo"));
+  for (const RowCommand command : {RowCommand::NewPlan, RowCommand::Rename, RowCommand::Stop}) {
+    QVERIFY(!Entry(command)->toolTip().isEmpty());
+  }
+}
+
+void RowMenuTest::CopiesAPlanWithAllItHas() {
+  Open({{"load_all", 1}, {"timed_play", 1}});
+  const auto before = Stored("Public A plan 2");
+  view_plugin_protocol::UpdatePlanRequest timed;
+  timed.plan_index_code = before.index_code;
+  timed.plan_name = before.name;
+  timed.parent_index_code = before.group_index_code;
+  timed.auto_play = true;
+  timed.begin_time = "01:00:00";
+  timed.end_time = "01:00:01";
+  timed.pages = {TarnTest::CameraPage(1, 2, {"#0"}, 7), TarnTest::CameraPage(2, 1, {"#0"}, 9)};
+  timed.thumbnail = before.thumbnail;
+  QCOMPARE(fixture_.InStore().Update(timed), QString());
+  GoTo("Public A plan 2");
+  QTest::keyClick(Tree(), Qt::Key_D, Qt::ControlModifier);
+  CPlanFixture::Drain();
+  QTRY_VERIFY(Row("Public A plan 2 (2)").isValid());
+  QTRY_COMPARE(Tree()->currentIndex(), Row("Public A plan 2 (2)"));
+  QCOMPARE(Row("Public A plan 2 (2)").parent(), Row("Public A"));
+  const auto copy = Stored("Public A plan 2 (2)");
+  QVERIFY(copy.pages.size() == 2 && copy.pages.back().dwell_seconds == 9 && copy.pages.front().windows.size() == 1);
+  QVERIFY(!copy.auto_run && copy.index_code != before.index_code);
+}
+
+void RowMenuTest::CopiesHitsAndSaysWhyNot() {
+  Open();
+  auto* panel = window_->Family(0).Panel();
+  Q_EMIT panel->signalGetSearchedResult({[this] {
+    view_plugin_protocol::SearchedPlan hit;
+    hit.index_code = Code("A1 plan 2");
+    hit.name = "A1 plan 2";
+    hit.group_index_code = Code("A1");
+    return hit;
+  }()});
+  auto* hits = panel->findChild<QListView*>("search_list_view");
+  QVERIFY(hits->isVisible());
+  hits->setFocus();
+  QTest::keyClick(hits, Qt::Key_D, Qt::ControlModifier);
+  CPlanFixture::Drain();
+  QTRY_VERIFY(Row("A1 plan 2 (2)").isValid());
+  fixture_.Services().Fail("GetPlanDetail", "no answer");
+  QTest::keyClick(hits, Qt::Key_D, Qt::ControlModifier);
+  CPlanFixture::Drain();
+  QTRY_COMPARE(Tip(), QString("no answer"));
+  QVERIFY(!Row("A1 plan 2 (3)").isValid());
+}
+
+void RowMenuTest::RenamesPlansAndGroups() {
+  Open();
+  OpenMenu("Public A plan 2");
+  Choose(RowCommand::Rename);
+  TypeName("Morning");
+  QTRY_VERIFY(Row("Morning").isValid());
+  QTRY_COMPARE(Tree()->currentIndex(), Row("Morning"));
+  QCOMPARE(Stored("Morning").pages.size(), size_t(1));
+  GoTo("Public B");
+  QTest::keyClick(Tree(), Qt::Key_F2, Qt::ShiftModifier);
+  TypeName("Backyard");
+  QTRY_VERIFY(Row("Backyard").isValid() && !Row("Public B").isValid());
+}
+
+void RowMenuTest::MovesAPlanToAChosenGroup() {
+  Open();
+  GoTo("Public A plan 2");
+  QTest::keyClick(Tree(), Qt::Key_M, Qt::ControlModifier);
+  auto* dialog = window_->findChild<QDialog*>("move_to_dlg");
+  QVERIFY(dialog && dialog->isVisible());
+  auto* move = dialog->findChild<QPushButton*>("move_to_btn");
+  QVERIFY(!move->isEnabled() && !move->toolTip().isEmpty());  // it stands there
+  auto* field = dialog->findChild<QLineEdit*>();
+  QTRY_VERIFY(field->hasFocus());
+  QTest::keyClicks(field, "public b");
+  QTRY_VERIFY(move->isEnabled());
+  QTest::keyClick(dialog, Qt::Key_Return);
+  CPlanFixture::Drain();
+  QTRY_COMPARE(Row("Public A plan 2").parent(), Row("Public B"));
+  QTRY_COMPARE(Tree()->currentIndex(), Row("Public A plan 2"));
+}
+
+// Whatever becomes current while the menu is open, and nothing when its row has gone.
+void RowMenuTest::AMenuMeansItsRow() {
+  Open();
+  OpenMenu("Public A plan 2");
+  Tree()->setCurrentIndex(Row("Public B plan 2"));
+  Choose(RowCommand::Duplicate);
+  CPlanFixture::Drain();
+  QTRY_VERIFY(Row("Public A plan 2 (2)").isValid() && !Row("Public B plan 2 (2)").isValid());
+  OpenMenu("Public A plan 10");
+  window_->Family(0).Controller()->DeletePlanByIndex(Row("Public A plan 10"));
+  QTRY_VERIFY(!Row("Public A plan 10").isValid());
+  ForgetTips();
+  Choose(RowCommand::Duplicate);
+  CPlanFixture::Drain();
+  QCOMPARE(Tip(), QString("This row is no longer there."));
+}
+
+void RowMenuTest::StopsAndOpensAtTheStart() {
+  Open();
+  Play("Public A plan 2");
+  OpenMenu("Public A plan 2");
+  Choose(RowCommand::Stop);
+  QVERIFY(!Wall().IsPlaying());
+  OpenMenu("Public B");
+  Choose(RowCommand::OpenAtStart);
+  CPlanFixture::Drain();
+  QTRY_COMPARE(fixture_.InStore().DefaultView(), Code("Public B"));
+  QTRY_VERIFY(Tip().contains("Public B"));
+}
+
+void RowMenuTest::KeysSayWhyTheyDoNothing() {
+  Open({{"load_all", 1}}, "viewer");
+  GoTo("Public A plan 2");
+  for (const auto& [key, modifier] : {std::pair(Qt::Key_D, Qt::ControlModifier), {Qt::Key_M, Qt::ControlModifier},
+                                      {Qt::Key_F2, Qt::ShiftModifier}, {Qt::Key_N, Qt::ControlModifier}}) {
+    ForgetTips();
+    QTest::keyClick(Tree(), key, modifier);
+    QTRY_VERIFY2(Tip().contains("You lack the right"), qPrintable(QKeySequence(key | modifier).toString()));
+  }
+  QCOMPARE(fixture_.InStore().Plans(Code("Public A")).size(), 2);
+}
+
+QTEST_MAIN(RowMenuTest)
+#include "test_row_menu.moc"
