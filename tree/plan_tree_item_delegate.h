@@ -15,8 +15,8 @@ class QAbstractItemView;
 namespace TarnPlanView {
 
 /// Paints the rows of the plan tree: icon, name with the located text marked, the signs of a plan that plays, starts by
-/// itself or turns pages, and the "more" button on the current row and under the mouse. Fonts, icons and colours are made once a skin, not once a
-/// row. Child of its view. Thread: GUI.
+/// itself or turns pages, and the "more" button on the current row and under the mouse. Fonts, icons and colours are
+/// made once a skin, not once a row. Child of its view. Thread: GUI.
 class CPlanTreeItemDelegate : public QStyledItemDelegate {
   Q_OBJECT
  public:

@@ -4,9 +4,9 @@
 
 namespace TarnClient {
 
-/// The texts of a catalogue, in the site's wording: what one site calls plans another calls views. The catalogue has the
-/// texts that say "plan", and a second one with the comment "view" for each of them. Thread: GUI, but for translate(),
-/// any.
+/// The texts of a catalogue, in the site's wording: what one site calls plans another calls views. The catalogue has
+/// the texts that say "plan", and a second one with the comment "view" for each of them. Thread: GUI, but for
+/// translate(), any.
 class CClientTranslator : public QTranslator {
   Q_OBJECT
  public:

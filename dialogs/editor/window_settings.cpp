@@ -9,8 +9,8 @@
 #include "MarUIControl/string_conversion.h"
 #include "plan_document.h"
 #include "view_config_manager.h"
-#include "window_text.h"
 #include "why_off.h"
+#include "window_text.h"
 
 namespace TarnPlanView {
 

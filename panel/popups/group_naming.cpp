@@ -43,9 +43,7 @@ CViewNameEdit* CGroupNaming::Editor() {
     editor_ = new CViewNameEdit(panel_);
     connect(editor_, &CViewNameEdit::SignalAddPlanViewGroup, this, &CGroupNaming::SignalNewName);
     connect(editor_, &CViewNameEdit::SignalEditPlanViewGroup, this, &CGroupNaming::SignalOtherName);
-    connect(editor_, &CViewNameEdit::SignalClosed, this, [this] {
-      ForgetWhatFor();
-    });
+    connect(editor_, &CViewNameEdit::SignalClosed, this, [this] { ForgetWhatFor(); });
   }
   return editor_;
 }

@@ -50,7 +50,7 @@ class CGroupNaming : public QObject {
   QPointer<CViewNameEdit> editor_;
   std::optional<CPlanNodeRef> renamed_, parent_;  // what the editor is open for
   QString renamed_plan_;
-  QString unused_name_;                           // of a group whose parent has vanished meanwhile
+  QString unused_name_;  // of a group whose parent has vanished meanwhile
 };
 
 }  // namespace TarnPlanView

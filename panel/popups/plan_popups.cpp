@@ -101,9 +101,9 @@ void CPlanPopups::ShowMoveTo(const view_plugin_protocol::TarnPlanViewInfo& plan,
   End(move_to_);
   move_to_ = new CMoveToDlg(StringToQString(plan.name), StringToQString(plan.group_index_code), panel_);
   move_to_->setAttribute(Qt::WA_DeleteOnClose);
-  connect(move_to_, &CMoveToDlg::SignalChosen, this, [this, code = StringToQString(plan.index_code)](const auto& group) {
-    Q_EMIT SignalGroupChosen(code, group);
-  });
+  connect(
+      move_to_, &CMoveToDlg::SignalChosen, this,
+      [this, code = StringToQString(plan.index_code)](const auto& group) { Q_EMIT SignalGroupChosen(code, group); });
   move_to_->Offer(groups, controller);
   move_to_->show();
 }

@@ -52,7 +52,12 @@ QImage ScaledThumbnail(const std::string& png, const QSize& room) {
 }  // namespace
 
 CPlanPreview::CPlanPreview(CPlanViewTree* tree)
-    : QFrame(tree), tree_(tree), picture_(new QLabel(this)), name_(new QLabel(this)), sign_(new QLabel(this)), seen_(kPicturesKept) {
+    : QFrame(tree),
+      tree_(tree),
+      picture_(new QLabel(this)),
+      name_(new QLabel(this)),
+      sign_(new QLabel(this)),
+      seen_(kPicturesKept) {
   setObjectName(QStringLiteral("plan_preview"));
   setAttribute(Qt::WA_TransparentForMouseEvents);
   setFocusPolicy(Qt::NoFocus);

@@ -1,8 +1,8 @@
 #include <QRegExpValidator>
 #include <QtTest>
 
-#include "plan_rules/families.h"
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "plan_rules/families.h"
 #include "plan_rules/names.h"
 #include "plan_rules/plan_limits.h"
 #include "plan_rules/plan_sign.h"

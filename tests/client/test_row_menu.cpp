@@ -288,8 +288,10 @@ void RowMenuTest::StopsAndOpensAtTheStart() {
 void RowMenuTest::KeysSayWhyTheyDoNothing() {
   Open({{"load_all", 1}}, "viewer");
   GoTo("Public A plan 2");
-  for (const auto& [key, modifier] : {std::pair(Qt::Key_D, Qt::ControlModifier), {Qt::Key_M, Qt::ControlModifier},
-                                      {Qt::Key_F2, Qt::ShiftModifier}, {Qt::Key_N, Qt::ControlModifier}}) {
+  for (const auto& [key, modifier] : {std::pair(Qt::Key_D, Qt::ControlModifier),
+                                      {Qt::Key_M, Qt::ControlModifier},
+                                      {Qt::Key_F2, Qt::ShiftModifier},
+                                      {Qt::Key_N, Qt::ControlModifier}}) {
     ForgetTips();
     QTest::keyClick(Tree(), key, modifier);
     QTRY_VERIFY2(Tip().contains("You lack the right"), qPrintable(QKeySequence(key | modifier).toString()));

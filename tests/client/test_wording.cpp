@@ -79,8 +79,9 @@ void WordingTest::OneWordIsUsedThroughout() {
   const QRegularExpression unwanted(other, QRegularExpression::CaseInsensitiveOption);
   int said = 0;
   for (QString text : ShownTexts()) {
-    text.remove(QRegularExpression("(Public A|Public B|A1|Own C|C1|Public root|Own root) plan( \\d+)?"));  // names of the site's plans
-    text.remove(QRegularExpression("^Plans($| / )"));  // of its root
+    text.remove(QRegularExpression(
+        "(Public A|Public B|A1|Own C|C1|Public root|Own root) plan( \\d+)?"));  // names of the site's plans
+    text.remove(QRegularExpression("^Plans($| / )"));                           // of its root
     QVERIFY2(!unwanted.match(text).hasMatch(), qPrintable(text));
     said += wanted.match(text).hasMatch() ? 1 : 0;
   }

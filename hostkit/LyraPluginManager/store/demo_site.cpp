@@ -111,8 +111,8 @@ void AddPlaces(PlanSite* site) {
     site->regions.push_back({place.region, place.parent});
     for (const char* camera : place.cameras) {
       const size_t number = site->cameras.size() + 1;
-      site->cameras.push_back({CameraName(number, camera), region, number != kCameraOffline, {"Wide", "Close up"},
-                               Streams(number)});
+      site->cameras.push_back(
+          {CameraName(number, camera), region, number != kCameraOffline, {"Wide", "Close up"}, Streams(number)});
     }
   }
 }
