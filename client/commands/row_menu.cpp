@@ -36,7 +36,7 @@ constexpr Look kLooks[kRowCommands] = {
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "New plan here"), "", "Ctrl+N"},
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "New group here"), "", "Ctrl+Shift+N"},
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Duplicate"), "Ctrl+D", ""},
-    {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Move to..."), "Ctrl+M", ""},
+    {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Move to..."), "Ctrl+Shift+M", ""},
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Rename"), "Shift+F2", ""},
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Stop"), "", "Esc"},
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Set as default view"), "", ""},

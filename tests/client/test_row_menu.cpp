@@ -240,7 +240,7 @@ void RowMenuTest::RenamesPlansAndGroups() {
 void RowMenuTest::MovesAPlanToAChosenGroup() {
   Open();
   GoTo("Public A plan 2");
-  QTest::keyClick(Tree(), Qt::Key_M, Qt::ControlModifier);
+  QTest::keyClick(Tree(), Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
   auto* dialog = window_->findChild<QDialog*>("move_to_dlg");
   QVERIFY(dialog && dialog->isVisible());
   auto* move = dialog->findChild<QPushButton*>("move_to_btn");
@@ -289,7 +289,7 @@ void RowMenuTest::KeysSayWhyTheyDoNothing() {
   Open({{"load_all", 1}}, "viewer");
   GoTo("Public A plan 2");
   for (const auto& [key, modifier] : {std::pair(Qt::Key_D, Qt::ControlModifier),
-                                      {Qt::Key_M, Qt::ControlModifier},
+                                      {Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier},
                                       {Qt::Key_F2, Qt::ShiftModifier},
                                       {Qt::Key_N, Qt::ControlModifier}}) {
     ForgetTips();
