@@ -61,7 +61,7 @@ QModelIndex CSearchPlanListView::Hit(const QString& plan_code) const {
 }
 
 void CSearchPlanListView::SetViewMoreActions(QList<QAction*>& actions) {
-  menu_->SetMoreActions(actions);
+  menu_->SetMoreActions(QList<QAction*>{show_in_tree_} + actions);
 }
 
 // Keys of the list come before shortcuts of the window around it.
