@@ -231,8 +231,8 @@ void RowMenuTest::RenamesPlansAndGroups() {
   QTRY_VERIFY(Row("Morning").isValid());
   QTRY_COMPARE(Tree()->currentIndex(), Row("Morning"));
   QCOMPARE(Stored("Morning").pages.size(), size_t(1));
-  GoTo("Public B");
-  QTest::keyClick(Tree(), Qt::Key_F2, Qt::ShiftModifier);
+  OpenMenu("Public B");
+  Choose(RowCommand::Rename);
   TypeName("Backyard");
   QTRY_VERIFY(Row("Backyard").isValid() && !Row("Public B").isValid());
 }
@@ -288,13 +288,15 @@ void RowMenuTest::StopsAndOpensAtTheStart() {
 void RowMenuTest::KeysSayWhyTheyDoNothing() {
   Open({{"load_all", 1}}, "viewer");
   GoTo("Public A plan 2");
-  for (const auto& [key, modifier] : {std::pair(Qt::Key_D, Qt::ControlModifier),
-                                      {Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier},
-                                      {Qt::Key_F2, Qt::ShiftModifier},
-                                      {Qt::Key_N, Qt::ControlModifier}}) {
+  using Keys = std::pair<Qt::Key, Qt::KeyboardModifiers>;
+  const Keys all[] = {{Qt::Key_D, Qt::ControlModifier},
+                      {Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier},
+                      {Qt::Key_F2, Qt::ShiftModifier},
+                      {Qt::Key_N, Qt::ControlModifier}};
+  for (const auto& [key, modifier] : all) {
     ForgetTips();
     QTest::keyClick(Tree(), key, modifier);
-    QTRY_VERIFY2(Tip().contains("You lack the right"), qPrintable(QKeySequence(key | modifier).toString()));
+    QTRY_VERIFY2(Tip().contains("You lack the right"), qPrintable(QKeySequence(key | int(modifier)).toString()));
   }
   QCOMPARE(fixture_.InStore().Plans(Code("Public A")).size(), 2);
 }
