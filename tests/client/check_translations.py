@@ -13,7 +13,7 @@ ORDINARY_WORD = re.compile(r"[A-Za-z][a-z]*(-[a-z]+)*(\.\.\.)?")
 PLACES = re.compile(r"%[\dn]")
 WORDS = {"en": (re.compile(r"\bplans?\b", re.I), re.compile(r"\bviews?\b", re.I)),
          "zh_CN": (re.compile("预案"), re.compile("视图"))}  # what is played, in either wording
-CHOSEN_BY_CODE = ("View", "SaveView", "SaveAsView", "TheUserCurrentlyHasAwlMLoHj")  # sources for one wording only
+CHOSEN_BY_CODE = ("View", "view", "%n view(s)", "SaveView", "SaveAsView", "TheUserCurrentlyHasAwlMLoHj")  # sources for one wording only
 PLAIN_ENGLISH = ("TarnClient::", "MarUIControl::", "WidgetKit::", "Q")  # contexts whose sources are texts, not keys
 
 
