@@ -3572,6 +3572,11 @@ never starts</translation>
     </message>
     <message>
         <source>The default view</source>
+        <translation>The default plan</translation>
+    </message>
+    <message>
+        <source>The default view</source>
+        <comment>view</comment>
         <translation>The default view</translation>
     </message>
     <message>
