@@ -1065,7 +1065,7 @@
     <name>TarnClient::WallKeys</name>
     <message>
         <source>In the live view</source>
-        <translation>In the live view</translation>
+        <translation>On the wall</translation>
     </message>
     <message>
         <source>Everywhere in the window</source>
@@ -1076,12 +1076,22 @@
         <translation>Previous and next page; in a cycle the plan as well</translation>
     </message>
     <message>
+        <source>Previous and next page; in a cycle the plan as well</source>
+        <comment>view</comment>
+        <translation>Previous and next page; in a cycle the view as well</translation>
+    </message>
+    <message>
         <source>Hold, and go on</source>
         <translation>Hold, and go on</translation>
     </message>
     <message>
         <source>Stop the plan, the cycle and what is being fetched</source>
         <translation>Stop the plan, the cycle and what is being fetched</translation>
+    </message>
+    <message>
+        <source>Stop the plan, the cycle and what is being fetched</source>
+        <comment>view</comment>
+        <translation>Stop the view, the cycle and what is being fetched</translation>
     </message>
 </context>
 <context>
@@ -3065,6 +3075,11 @@ never starts</translation>
         <source>Plans and groups</source>
         <translation>Plans and groups</translation>
     </message>
+    <message>
+        <source>Plans and groups</source>
+        <comment>view</comment>
+        <translation>Views and groups</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewNameEdit</name>
@@ -3295,6 +3310,11 @@ never starts</translation>
         <translation>In the plan editor</translation>
     </message>
     <message>
+        <source>In the plan editor</source>
+        <comment>view</comment>
+        <translation>In the view editor</translation>
+    </message>
+    <message>
         <source>Save</source>
         <translation>Save</translation>
     </message>
@@ -3392,6 +3412,11 @@ never starts</translation>
     <message>
         <source>Play the plan, or open the group</source>
         <translation>Play the plan, or open the group</translation>
+    </message>
+    <message>
+        <source>Play the plan, or open the group</source>
+        <comment>view</comment>
+        <translation>Play the view, or open the group</translation>
     </message>
     <message>
         <source>Open and close the group</source>

@@ -1121,12 +1121,22 @@
         <translation>上一页和下一页；轮巡时也切换预案</translation>
     </message>
     <message>
+        <source>Previous and next page; in a cycle the plan as well</source>
+        <comment>view</comment>
+        <translation>上一页和下一页；轮巡时也切换视图</translation>
+    </message>
+    <message>
         <source>Hold, and go on</source>
         <translation>停留、继续</translation>
     </message>
     <message>
         <source>Stop the plan, the cycle and what is being fetched</source>
         <translation>停止预案、轮巡和正在获取的内容</translation>
+    </message>
+    <message>
+        <source>Stop the plan, the cycle and what is being fetched</source>
+        <comment>view</comment>
+        <translation>停止视图、轮巡和正在获取的内容</translation>
     </message>
 </context>
 <context>
@@ -3115,6 +3125,11 @@ never starts</source>
         <source>Plans and groups</source>
         <translation>预案和分组</translation>
     </message>
+    <message>
+        <source>Plans and groups</source>
+        <comment>view</comment>
+        <translation>视图和分组</translation>
+    </message>
 </context>
 <context>
     <name>TarnPlanView::CViewNameEdit</name>
@@ -3345,6 +3360,11 @@ never starts</source>
         <translation>预案编辑器中</translation>
     </message>
     <message>
+        <source>In the plan editor</source>
+        <comment>view</comment>
+        <translation>视图编辑器中</translation>
+    </message>
+    <message>
         <source>Save</source>
         <translation>保存</translation>
     </message>
@@ -3442,6 +3462,11 @@ never starts</source>
     <message>
         <source>Play the plan, or open the group</source>
         <translation>播放预案，或展开分组</translation>
+    </message>
+    <message>
+        <source>Play the plan, or open the group</source>
+        <comment>view</comment>
+        <translation>播放视图，或展开分组</translation>
     </message>
     <message>
         <source>Open and close the group</source>
