@@ -487,6 +487,10 @@
 <context>
     <name>TarnClient::CMainWindow</name>
     <message>
+        <source>On a row or a hit</source>
+        <translation>On a row or a hit</translation>
+    </message>
+    <message>
         <source>Plans</source>
         <translation>Plans</translation>
     </message>

@@ -532,6 +532,10 @@
 <context>
     <name>TarnClient::CMainWindow</name>
     <message>
+        <source>On a row or a hit</source>
+        <translation>在行或搜索结果上</translation>
+    </message>
+    <message>
         <source>Plans</source>
         <translation>预案</translation>
     </message>

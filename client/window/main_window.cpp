@@ -176,7 +176,8 @@ void CMainWindow::OpenAbout() {
 }
 
 QList<MarUIControl::KeyEntry> CMainWindow::AllKeys() const {
-  return KeysOf(actions_->All(), tr("In the window")) + TarnPlanView::PanelKeys() + WallKeys();
+  const QList<MarUIControl::KeyEntry> of_rows = KeysOf(row_menus_.front()->Actions(), tr("On a row or a hit"));
+  return KeysOf(actions_->All(), tr("In the window")) + TarnPlanView::PanelKeys() + of_rows + WallKeys();
 }
 
 void CMainWindow::BuildMessagesButton() {
