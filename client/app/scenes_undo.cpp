@@ -18,9 +18,7 @@ void CScene::AddYes() {
 }
 
 void CScene::AddUndoOffered() {
-  Add([this] {
-    return window_->CurrentFamily().Panel()->findChild<MarUIControl::COfferStrip*>()->IsOffering();
-  });
+  Add([this] { return window_->CurrentFamily().Panel()->findChild<MarUIControl::COfferStrip*>()->IsOffering(); });
 }
 
 void CScene::DeleteQuestionOfGroup() {

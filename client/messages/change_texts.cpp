@@ -14,6 +14,7 @@ QString TextOf(PlanChange change, const QString& name) {
       text = QT_TRANSLATE_NOOP("TarnClient::ChangeTexts", "Created %1");
       break;
     case PlanChange::GroupRenamed:
+    case PlanChange::PlanRenamed:
       text = QT_TRANSLATE_NOOP("TarnClient::ChangeTexts", "Renamed to %1");
       break;
     case PlanChange::PlanSaved:

@@ -5,7 +5,7 @@
 namespace TarnClient {
 
 /// What the user has just done, where the client knows more than that it was done.
-enum class PlanChange { None, GroupAdded, PlanAdded, GroupRenamed, PlanSaved };
+enum class PlanChange { None, GroupAdded, PlanAdded, GroupRenamed, PlanRenamed, PlanSaved };
 
 /// In words that name the plan or group; empty for no change, and for one without a name.
 QString TextOf(PlanChange change, const QString& name);

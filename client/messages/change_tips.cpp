@@ -1,8 +1,10 @@
 #include "messages/change_tips.h"
 
+#include <TarnPlanView/plan_item_role.h>
 #include <TarnPlanView/standard_view_controller.h>
 #include <TarnPlanView/view_extern_widget.h>
 
+#include <QAbstractItemModel>
 #include <QTimer>
 #include <utility>
 
@@ -17,12 +19,15 @@ using MarUIControl::StringToQString;
 using TarnPlanView::CStandardViewController;
 using TarnPlanView::CViewExternWidget;
 
-CChangeTips::CChangeTips(CViewExternWidget* panel, CStandardViewController* controller, QObject* parent)
+CChangeTips::CChangeTips(CViewExternWidget* panel, QAbstractItemModel* rows, CStandardViewController* controller,
+                         QObject* parent)
     : QObject(parent), panel_(panel) {
   connect(panel, &CViewExternWidget::SignalMessageTipNeeded, this, &CChangeTips::OnMessage);
-  if (!controller) {
+  if (!rows || !controller) {
     return;
   }
+  connect(rows, &QAbstractItemModel::rowsAboutToBeRemoved, this,
+          [this, rows](const QModelIndex& group, int first) { KeepName(rows->index(first, 0, group)); });
   // Each comes right before its message.
   connect(controller, &CStandardViewController::SignalAddPlanGroupSucc, this,
           [this](const auto&, const auto& group) { Note(PlanChange::GroupAdded, StringToQString(group.name)); });
@@ -30,8 +35,9 @@ CChangeTips::CChangeTips(CViewExternWidget* panel, CStandardViewController* cont
           [this](const auto& plan) { Note(PlanChange::PlanAdded, StringToQString(plan.plan_name)); });
   connect(controller, &CStandardViewController::SignalUpdatePlanGroupNameSucc, this,
           [this](const auto&, const QString& name) { Note(PlanChange::GroupRenamed, name); });
-  connect(controller, &CStandardViewController::SignalUpdatePlanSucc, this,
-          [this](const auto& plan) { Note(PlanChange::PlanSaved, StringToQString(plan.plan_name)); });
+  connect(controller, &CStandardViewController::SignalUpdatePlanSucc, this, [this](const auto& plan) {
+    NoteSaved(StringToQString(plan.plan_index_code), StringToQString(plan.plan_name));
+  });
   const auto forget = [this] { Note(PlanChange::None, QString()); };
   connect(controller, &CStandardViewController::SignalDeletePlanGroupSucc, this, forget);
   connect(controller, &CStandardViewController::SignalDeletePlanSucc, this, forget);
@@ -39,6 +45,19 @@ CChangeTips::CChangeTips(CViewExternWidget* panel, CStandardViewController* cont
 
 void CChangeTips::Note(PlanChange change, const QString& name) {
   changed_ = TextOf(change, name);
+}
+
+// A saved plan's row is taken out and put in again, before the change is heard of here.
+void CChangeTips::KeepName(const QModelIndex& row) {
+  taken_out_ = {row.data(TarnPlanView::PlanIndexCodeRole).toString(), row.data().toString()};
+}
+
+void CChangeTips::NoteSaved(const QString& code, const QString& name) {
+  if (taken_out_.code == code && taken_out_.name != name) {
+    Note(PlanChange::PlanRenamed, name);
+  } else {
+    Note(PlanChange::PlanSaved, name);
+  }
 }
 
 void CChangeTips::OnMessage(const QString& text, int state) {

@@ -4,6 +4,9 @@
 #include <QPointer>
 #include <QString>
 
+class QAbstractItemModel;
+class QModelIndex;
+
 namespace TarnPlanView {
 class CStandardViewController;
 class CViewExternWidget;
@@ -18,9 +21,9 @@ enum class PlanChange;
 class CChangeTips : public QObject {
   Q_OBJECT
  public:
-  /// Neither is owned; `controller` may be null.
-  CChangeTips(TarnPlanView::CViewExternWidget* panel, TarnPlanView::CStandardViewController* controller,
-              QObject* parent);
+  /// None is owned; `rows`, those of the tree, and `controller` may be null.
+  CChangeTips(TarnPlanView::CViewExternWidget* panel, QAbstractItemModel* rows,
+              TarnPlanView::CStandardViewController* controller, QObject* parent);
 
  Q_SIGNALS:
   void SignalTip(const QString& text, int state);
@@ -30,10 +33,15 @@ class CChangeTips : public QObject {
  private:
   void OnMessage(const QString& text, int state);
   void Note(PlanChange change, const QString& name);
+  void KeepName(const QModelIndex& row);
+  void NoteSaved(const QString& code, const QString& name);
   QString StripText() const;
 
   const QPointer<TarnPlanView::CViewExternWidget> panel_;
   QString changed_;  // of the change whose message is still to come
+  struct {
+    QString code, name;
+  } taken_out_;  // the last row that went
 };
 
 }  // namespace TarnClient

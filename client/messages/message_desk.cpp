@@ -34,6 +34,7 @@ void CMessageDesk::Open() {
     page_ = new CMessagesWindow(log_, window_);
     page_->show();
   }
+  page_->setWindowState(page_->windowState() & ~Qt::WindowMinimized);
   page_->raise();
   page_->activateWindow();
 }

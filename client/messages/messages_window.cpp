@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QClipboard>
 #include <QComboBox>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -51,7 +52,7 @@ CMessagesWindow::CMessagesWindow(CMessageLog* log, QWidget* parent)
   connect(filter_, &QAbstractItemModel::rowsInserted, this, &CMessagesWindow::Renew);
   connect(filter_, &QAbstractItemModel::rowsRemoved, this, &CMessagesWindow::Renew);
   connect(filter_, &QAbstractItemModel::modelReset, this, &CMessagesWindow::Renew);
-  connect(log_, &CMessageLog::SignalUnreadChanged, log_, &CMessageLog::MarkRead);
+  connect(log_, &CMessageLog::SignalUnreadChanged, this, &CMessagesWindow::MarkReadInSight);
   // Current, so that arrows work at once, but not marked: all is copied.
   list_->selectionModel()->setCurrentIndex(filter_->index(0, 0), QItemSelectionModel::NoUpdate);
   Renew();
@@ -127,6 +128,25 @@ QWidget* CMessagesWindow::BuildButtons() {
   connect(clear, &QPushButton::clicked, log_, &CMessageLog::Clear);
   connect(close, &QPushButton::clicked, this, &QDialog::reject);
   return row;
+}
+
+bool CMessagesWindow::IsInSight() const {
+  const QWidget* main_window = parentWidget();
+  return isVisible() && !isMinimized() && !(main_window && main_window->window()->isMinimized());
+}
+
+void CMessagesWindow::MarkReadInSight() {
+  if (IsInSight()) {
+    log_->MarkRead();
+  }
+}
+
+// Back in sight, from the task bar or with its main window.
+void CMessagesWindow::changeEvent(QEvent* event) {
+  QDialog::changeEvent(event);
+  if (event->type() == QEvent::WindowStateChange || event->type() == QEvent::ActivationChange) {
+    MarkReadInSight();
+  }
 }
 
 void CMessagesWindow::Copy() {

@@ -23,10 +23,15 @@ class CMessagesWindow : public QDialog {
   /// `log` is not owned and outlives the window.
   CMessagesWindow(CMessageLog* log, QWidget* parent);
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
   QWidget* BuildFilter();
   void BuildList();
   QWidget* BuildButtons();
+  bool IsInSight() const;
+  void MarkReadInSight();
   void Copy();
   void Renew();
 

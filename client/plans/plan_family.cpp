@@ -113,7 +113,7 @@ void CPlanFamily::ReportChanges() {
 }
 
 void CPlanFamily::SayChanges() {
-  auto* tips = new CChangeTips(panel_, controller_, this);
+  auto* tips = new CChangeTips(panel_, model_, controller_, this);
   connect(tips, &CChangeTips::SignalTip, this, &CPlanFamily::ShowTip);
   connect(tips, &CChangeTips::SignalSaidByStrip, this, &CPlanFamily::SignalSaid);
 }

@@ -171,11 +171,13 @@ void CWallBar::ShowHold(bool held) {
   if (held) {
     tip = in_turn_ ? tr("Go on with the cycle") : tr("Go on turning pages");
   }
-  if (action->text() == name && action->isChecked() == held) {
-    return;  // this comes several times a second
+  tip = MarUIControl::TipWithKeys(tip, action->shortcuts());
+  // This comes several times a second. A click has pressed the button already, so what it shows beside that counts.
+  if (action->text() == name && action->toolTip() == tip && action->isChecked() == held) {
+    return;
   }
   Label(pause_, name);
-  action->setToolTip(MarUIControl::TipWithKeys(tip, action->shortcuts()));
+  action->setToolTip(tip);
   action->setIcon(Icon(held ? "resume" : "pause"));
   action->setChecked(held);
 }

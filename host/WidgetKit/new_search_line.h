@@ -8,8 +8,8 @@
 namespace WidgetKit {
 
 /// Search field: a magnifier that searches and a cross that clears. Return and the magnifier emit SignalSearch(); Esc
-/// empties a field that holds text and is left to the parent otherwise. SignalSearch() also comes by itself where that
-/// is wanted. Thread: GUI.
+/// empties a field that holds text; in an empty one it is left to the parent unless SignalLeave() has a receiver.
+/// SignalSearch() also comes by itself where that is wanted. Thread: GUI.
 class TARN_HOST_EXPORT CNewSearchLine : public MarUIControl::CLineEdit {
   Q_OBJECT
  public:

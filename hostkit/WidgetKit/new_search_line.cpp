@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QKeyEvent>
+#include <QMetaMethod>
 #include <QPointer>
 #include <QTimer>
 
@@ -91,7 +92,7 @@ bool CNewSearchLine::event(QEvent* event) {
 void CNewSearchLine::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Cancel)) {
     const bool had_text = !text().isEmpty();
-    event->setAccepted(had_text);
+    event->setAccepted(had_text || isSignalConnected(QMetaMethod::fromSignal(&CNewSearchLine::SignalLeave)));
     clear();
     if (!had_text || search_->as_typed) {
       Q_EMIT SignalLeave();

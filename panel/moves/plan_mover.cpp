@@ -63,7 +63,7 @@ void CPlanMover::OnMoveRow(const QPoint& start, const QPoint& end, const QRect& 
     return;
   }
   if (IsGroupRow(source) && target.isValid()) {
-    Q_EMIT SignalMessageTipNeeded(tr("Groups stay where they are. Only plans can be moved."), CNomalMessage::Success);
+    Q_EMIT SignalMessageTipNeeded(tr("Groups stay where they are. Only plans can be moved."), CNomalMessage::Failure);
   }
   if (!IsPlanLevel(tree_->GetItemLevel(source))) {
     return;

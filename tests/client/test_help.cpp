@@ -228,11 +228,19 @@ void HelpTest::TipsNameWhatWasChanged() {
   QVERIFY(TextOf(PlanChange::None, "Roof").isEmpty() && TextOf(PlanChange::PlanSaved, "").isEmpty());
   Open();
   auto* controller = window_->Family(0).Controller();
+  const std::string renamed = Code("Public B plan 2");
   controller->UpdatePlanGroupName(Row("Public A"), "Roof");
   QTRY_COMPARE(Tip(), QString("Renamed to Roof"));
   ForgetTips();
   controller->AddPlanGroupByIndexName(Row("Roof"), "Stairs");
   QTRY_COMPARE(Tip(), QString("Created Stairs"));
+  for (const auto& [name, tip] : {std::pair("Gate", "Renamed to Gate"), std::pair("Gate", "Saved Gate")}) {
+    ForgetTips();
+    auto plan = TarnTest::Unchanged(fixture_.InStore().Detail(renamed));
+    plan.plan_name = name;
+    controller->UpdatePlanParam(plan, QString());
+    QTRY_COMPARE(Tip(), QString(tip));
+  }
   ForgetTips();
   controller->UpdatePlanGroupName(Row("Stairs"), "Roof");
   QTRY_VERIFY(!Tip().isEmpty());

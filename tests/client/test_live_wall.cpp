@@ -174,8 +174,12 @@ void LiveWallTest::KeysTurnHoldAndStop() {
   QCOMPARE(wall_->PageNumber(), 3);
   QTest::keyClick(wall_.get(), Qt::Key_Right);
   QCOMPARE(wall_->PageNumber(), 1);
+  const QString to_go_on = pause->toolTip();
+  const qint64 picture = pause->icon().cacheKey();
   QTest::mouseClick(pause, Qt::LeftButton);
   QVERIFY(!pause->isChecked() && pause->accessibleName() == name);
+  QVERIFY2(pause->toolTip() != to_go_on && pause->toolTip().contains(name), qPrintable(pause->toolTip()));
+  QVERIFY(pause->icon().cacheKey() != picture);
   QTRY_COMPARE(wall_->PageNumber(), 2);
   QTest::keyClick(wall_.get(), Qt::Key_Escape);
   QVERIFY(!wall_->IsPlaying());

@@ -108,6 +108,14 @@ void MessagesTest::PageShowsCopiesAndClears() {
 
   window_->SaveAs();
   QCOMPARE(window_->Messages().Log().rowCount(), 1);
+  QCOMPARE(button->text(), QString("1"));  // the page that was closed reads no more
+  window_->Messages().Open();
+  window_->Messages().Page()->showMinimized();
+  window_->SaveAs();
+  QCOMPARE(button->text(), QString("1"));
+  window_->Messages().Open();
+  QCOMPARE(button->text(), QString(" "));
+  QVERIFY(!window_->Messages().Page()->isMinimized());
   window_->SwitchUser("viewer");
   for (int row = 0; row < window_->Messages().Log().rowCount(); ++row) {
     const QString text = window_->Messages().Log().index(row, CMessageLog::Text).data().toString();

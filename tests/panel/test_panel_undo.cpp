@@ -231,7 +231,7 @@ void PanelUndoTest::GroupDroppedOnAGroupIsTold() {
   stage.TakeTips();
   for (const char* target : {"Public B", "A1", "Public B plan 2"}) {
     stage.Drop("Public A", target);
-    QCOMPARE(stage.TakeTips(), QStringList("0:Groups stay where they are. Only plans can be moved."));
+    QCOMPARE(stage.TakeTips(), QStringList("1:Groups stay where they are. Only plans can be moved."));
   }
   stage.Drop("Public A", "Public A");
   QCOMPARE(stage.TakeTips(), QStringList());
