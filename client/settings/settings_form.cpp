@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QSpinBox>
 #include <QTranslator>
@@ -177,8 +178,14 @@ void CSettingsForm::OnChanged() {
   Q_EMIT SignalChanged();
 }
 
+// A wheel that only passes over changes nothing, and Ctrl+U, which clears a line on some desktops, is the window's.
 bool CSettingsForm::eventFilter(QObject* watched, QEvent* event) {
   const auto* field = qobject_cast<QWidget*>(watched);
+  const bool is_key = event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress;
+  if (is_key && static_cast<QKeyEvent*>(event)->matches(QKeySequence::DeleteCompleteLine)) {
+    event->ignore();
+    return true;
+  }
   if (event->type() == QEvent::Wheel && field && !field->hasFocus()) {
     event->ignore();
     return true;

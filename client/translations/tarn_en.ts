@@ -1581,8 +1581,8 @@
         <translation>&quot;%1&quot; cannot come back: its name was given to another in the meantime.</translation>
     </message>
     <message>
-        <source>The plan was deleted by %1 on %2.</source>
-        <translation>The plan was deleted by %1 on %2.</translation>
+        <source>The plan was deleted by %1 at %2.</source>
+        <translation>The plan was deleted by %1 at %2.</translation>
     </message>
     <message>
         <source>The plan was deleted by %1 on %2.</source>
@@ -1661,6 +1661,10 @@
         <translation>Show theirs</translation>
     </message>
     <message>
+        <source>Show the newest</source>
+        <translation>Show the newest</translation>
+    </message>
+    <message>
         <source>Keep mine</source>
         <translation>Keep mine</translation>
     </message>
@@ -1680,8 +1684,8 @@
 <context>
     <name>TarnPlanView::CConflictWords</name>
     <message>
-        <source>Saved by somebody else while you were editing.</source>
-        <translation>Saved by somebody else while you were editing.</translation>
+        <source>Another user saved the plan while you were editing.</source>
+        <translation>Another user saved the plan while you were editing.</translation>
     </message>
     <message>
         <source>Saved by %1 while you were editing.</source>
@@ -1707,9 +1711,12 @@
         <source>the number of pages, now %1</source>
         <translation>the number of pages, now %1</translation>
     </message>
-    <message>
-        <source>page %1</source>
-        <translation>page %1</translation>
+    <message numerus="yes">
+        <source>page(s) %1</source>
+        <translation>
+            <numerusform>page %1</numerusform>
+            <numerusform>pages %1</numerusform>
+        </translation>
     </message>
     <message>
         <source>Changed: %1.</source>

@@ -1631,7 +1631,7 @@
         <translation>无法恢复“%1”：其名称已被占用。</translation>
     </message>
     <message>
-        <source>The plan was deleted by %1 on %2.</source>
+        <source>The plan was deleted by %1 at %2.</source>
         <translation>该预案已被 %1 于 %2 删除。</translation>
     </message>
     <message>
@@ -1711,6 +1711,10 @@
         <translation>显示对方的版本</translation>
     </message>
     <message>
+        <source>Show the newest</source>
+        <translation>显示最新版本</translation>
+    </message>
+    <message>
         <source>Keep mine</source>
         <translation>保留我的版本</translation>
     </message>
@@ -1730,7 +1734,7 @@
 <context>
     <name>TarnPlanView::CConflictWords</name>
     <message>
-        <source>Saved by somebody else while you were editing.</source>
+        <source>Another user saved the plan while you were editing.</source>
         <translation>您编辑期间，其他人保存了此预案。</translation>
     </message>
     <message>
@@ -1772,9 +1776,11 @@
         <source>the number of pages, now %1</source>
         <translation>页数（现为 %1）</translation>
     </message>
-    <message>
-        <source>page %1</source>
-        <translation>第 %1 页</translation>
+    <message numerus="yes">
+        <source>page(s) %1</source>
+        <translation>
+            <numerusform>第 %1 页</numerusform>
+        </translation>
     </message>
     <message>
         <source>Changed: %1.</source>

@@ -17,7 +17,7 @@ CConflictBar::CConflictBar(QWidget* parent) : QFrame(parent), text_(new QLabel(t
   text_->setObjectName(QStringLiteral("conflict_text"));
   text_->setTextFormat(Qt::PlainText);
   text_->setWordWrap(true);
-  theirs_ = MakeButton("load_theirs_btn", tr("Show theirs"), &CConflictBar::SignalLoadTheirs);
+  theirs_ = MakeButton("load_theirs_btn", QString(), &CConflictBar::SignalLoadTheirs);
   keep_ = MakeButton("keep_mine_btn", tr("Keep mine"), &CConflictBar::SignalKeepMine);
   overwrite_ = MakeButton("overwrite_btn", tr("Overwrite"), &CConflictBar::SignalOverwrite);
   as_new_ = MakeButton("save_as_new_btn", tr("Save as a new plan"), &CConflictBar::SignalSaveAsNew);
@@ -61,8 +61,17 @@ void CConflictBar::ShowTheirs(const QString& text) {
   Say(text, {back_});
 }
 
-void CConflictBar::ShowDeleted(const QString& text) {
-  Say(WithRefusal(text), {as_new_});
+void CConflictBar::ShowNewer(const QString& text) {
+  Say(text, {theirs_, back_});
+  theirs_->setText(tr("Show the newest"));
+}
+
+void CConflictBar::ShowDeleted(const QString& text, bool with_back) {
+  if (with_back) {
+    Say(WithRefusal(text), {as_new_, back_});
+  } else {
+    Say(WithRefusal(text), {as_new_});
+  }
 }
 
 void CConflictBar::SetNewRefused(const QString& reason) {
@@ -94,6 +103,7 @@ void CConflictBar::FocusBack() {
 void CConflictBar::Say(const QString& text, std::initializer_list<CPushButton*> ways) {
   text_->setText(text);
   setAccessibleName(text);
+  theirs_->setText(tr("Show theirs"));
   for (CPushButton* button : {theirs_, keep_, overwrite_, as_new_, back_, retry_}) {
     button->setVisible(std::find(ways.begin(), ways.end(), button) != ways.end());
   }

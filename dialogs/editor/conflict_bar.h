@@ -22,8 +22,10 @@ class CConflictBar : public QFrame {
   void ShowChanged(const QString& text);
   /// Theirs is in the editor now, and what was there can come back.
   void ShowTheirs(const QString& text);
-  /// The plan is no longer there.
-  void ShowDeleted(const QString& text);
+  /// Theirs is in the editor, and was changed elsewhere since.
+  void ShowNewer(const QString& text);
+  /// The plan is no longer there; `with_back`: while theirs is in the editor.
+  void ShowDeleted(const QString& text, bool with_back);
   /// Whether a new plan may be made of it, from the next text on: `reason` says why not, empty when it may.
   void SetNewRefused(const QString& reason);
   /// The plan could not be fetched.

@@ -3,6 +3,7 @@
 #include <QLocale>
 #include <QStringList>
 
+#include "MarUIControl/moment_text.h"
 #include "MarUIControl/string_conversion.h"
 
 namespace TarnPlanView {
@@ -12,7 +13,7 @@ using MarUIControl::StringToQString;
 QString CConflictWords::SavedBy(const view_plugin_protocol::GetPlanDetailResponse& theirs, const QDateTime& now) {
   const QString who = StringToQString(theirs.changed_by);
   if (who.isEmpty()) {
-    return tr("Saved by somebody else while you were editing.");
+    return tr("Another user saved the plan while you were editing.");
   }
   const QString when = When(StringToQString(theirs.changed_at), now);
   if (when.isEmpty()) {
@@ -21,14 +22,12 @@ QString CConflictWords::SavedBy(const view_plugin_protocol::GetPlanDetailRespons
   return tr("Saved by %1 at %2 while you were editing.").arg(who, when);
 }
 
-// The day only where it is not today's.
 QString CConflictWords::When(const QString& stamp, const QDateTime& now) {
   const QDateTime at = QLocale::c().toDateTime(stamp, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
   if (!at.isValid()) {
     return QString();
   }
-  const QString form = at.date() == now.date() ? QStringLiteral("HH:mm") : QStringLiteral("yyyy-MM-dd HH:mm");
-  return QLocale().toString(at, form);
+  return MarUIControl::MomentText(at, now);
 }
 
 QString CConflictWords::Changes(const PlanDraft& opened, const PlanDraft& theirs) {
@@ -65,7 +64,7 @@ QString CConflictWords::ChangedPages(const PlanDraft& opened, const PlanDraft& t
   if (changed.isEmpty()) {
     return QString();
   }
-  return tr("page %1").arg(changed.join(QStringLiteral(", ")));
+  return tr("page(s) %1", nullptr, changed.size()).arg(changed.join(QStringLiteral(", ")));
 }
 
 }  // namespace TarnPlanView

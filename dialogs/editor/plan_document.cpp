@@ -158,12 +158,8 @@ void CPlanDocument::Load(const view_plugin_protocol::GetPlanDetailResponse& deta
 }
 
 PlanDraft CPlanDocument::DraftToEdit(const view_plugin_protocol::GetPlanDetailResponse& detail) {
-  PlanDraft draft = DraftFrom(detail);
-  had_no_pages_ = draft.pages.isEmpty();
-  if (had_no_pages_) {
-    draft.pages.append(EmptyPage());  // to have something to edit
-  }
-  return draft;
+  had_no_pages_ = detail.pages.empty();
+  return DraftOf(detail);
 }
 
 void CPlanDocument::TakeOver(const view_plugin_protocol::GetPlanDetailResponse& detail) {
@@ -178,7 +174,11 @@ void CPlanDocument::TakeOver(const view_plugin_protocol::GetPlanDetailResponse& 
 }
 
 PlanDraft CPlanDocument::DraftOf(const view_plugin_protocol::GetPlanDetailResponse& detail) {
-  return DraftFrom(detail);
+  PlanDraft draft = DraftFrom(detail);
+  if (draft.pages.isEmpty()) {
+    draft.pages.append(EmptyPage());  // to have something to edit
+  }
+  return draft;
 }
 
 void CPlanDocument::RenameGroup(const std::string& group_code, const std::string& name) {

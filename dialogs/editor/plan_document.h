@@ -42,6 +42,7 @@ class CPlanDocument : public QObject {
   void TakeOver(const view_plugin_protocol::GetPlanDetailResponse& detail);
   /// The group bears this name now; no edit.
   void RenameGroup(const std::string& group_code, const std::string& name);
+  /// As it comes into the editor: at least one page.
   static PlanDraft DraftOf(const view_plugin_protocol::GetPlanDetailResponse& detail);
   /// Overwrite: the next update carries the host's revision, whatever was loaded.
   void AdoptRevision(int64_t revision);

@@ -137,6 +137,7 @@ bool CTarnAddPlanWidget::MayClose() {
     return d_->MayLeaveSave();
   }
   if (!IsDirty()) {
+    d_->Reset();
     return true;
   }
   const QPointer<CTarnAddPlanWidget> self(this);

@@ -63,6 +63,8 @@ class CTarnAddPlanWidget::Private {
   /// Why the plan cannot be sent; empty when it can.
   QString FindProblem(bool adding);
   bool HasNothingToSave() const;
+  /// Says why the plan cannot be sent, if so.
+  bool IsRefused(bool adding);
   void SaveIt();
   void Send();
   std::string Thumbnail() const;
@@ -71,6 +73,8 @@ class CTarnAddPlanWidget::Private {
   void OnConflict(SaveConflict conflict, const view_plugin_protocol::GetPlanDetailResponse& theirs);
   /// A look at the host's plan, while it is being edited here.
   void OnLooked(const HostCalls::Result<view_plugin_protocol::GetPlanDetailResponse>& now);
+  /// Says what is known of the host's plan, and offers what can be done.
+  void ShowNews();
   void SayDeleted();
   QString WhatTheySaved() const;
   void LoadTheirs();

@@ -54,12 +54,17 @@ bool CTarnAddPlanWidget::Private::HasNothingToSave() const {
   return !document.PlanCode().empty() && !document.IsDirty() && conflict == SaveConflict::None;
 }
 
-void CTarnAddPlanWidget::Private::SaveIt() {
-  const QString problem = FindProblem(document.PlanCode().empty());
-  if (problem.isEmpty()) {
-    Send();
-  } else {
+bool CTarnAddPlanWidget::Private::IsRefused(bool adding) {
+  const QString problem = FindProblem(adding);
+  if (!problem.isEmpty()) {
     Refuse(problem);
+  }
+  return !problem.isEmpty();
+}
+
+void CTarnAddPlanWidget::Private::SaveIt() {
+  if (!IsRefused(document.PlanCode().empty())) {
+    Send();
   }
 }
 
@@ -86,6 +91,7 @@ void CTarnAddPlanWidget::Private::OnStored(const QString& plan_code, const QStri
   const QString note = std::exchange(copy_note, std::nullopt).value_or(QString());
   conflict = SaveConflict::None;
   theirs = {};
+  mine.reset();
   conflict_bar->hide();
   watch->Stop();
   Q_EMIT q->SignalStored(plan_code, group_code);
@@ -113,6 +119,8 @@ void CTarnAddPlanWidget::Private::OnNotStored(const QString& reason) {
     copy_note.reset();
     header->Groups()->SetAddMode(document.PlanCode().empty());
     conflict_bar->show();
+  } else if (mine) {
+    ShowNews();
   }
   const QPointer<CTarnAddPlanWidget> alive(q);
   if (!reason.isEmpty()) {
@@ -152,12 +160,21 @@ void CTarnAddPlanWidget::Private::OnLooked(const HostCalls::Result<GetPlanDetail
   }
   conflict = ConflictOf(now, document.Revision());
   theirs = now.response;
-  mine.reset();
+  ShowNews();
+}
+
+// While theirs is shown the way back stays, whatever happens elsewhere.
+void CTarnAddPlanWidget::Private::ShowNews() {
+  const bool is_newer = conflict == SaveConflict::ChangedElsewhere && theirs.revision > document.Revision();
   conflict_bar->SetNewRefused(MissingRight(true));
-  if (step == NewsStep::SayChanged) {
-    conflict_bar->ShowChanged(WhatTheySaved());
-  } else if (step == NewsStep::SayDeleted) {
+  if (conflict == SaveConflict::Deleted) {
     SayDeleted();
+  } else if (is_newer && mine) {
+    conflict_bar->ShowNewer(WhatTheySaved());
+  } else if (is_newer) {
+    conflict_bar->ShowChanged(WhatTheySaved());
+  } else if (mine) {
+    conflict_bar->ShowTheirs(CTarnAddPlanWidget::tr("This is their version."));
   } else {
     conflict_bar->hide();
   }
@@ -165,8 +182,9 @@ void CTarnAddPlanWidget::Private::OnLooked(const HostCalls::Result<GetPlanDetail
 
 // Only the host can say who has deleted it.
 void CTarnAddPlanWidget::Private::SayDeleted() {
-  conflict_bar->ShowDeleted(MarUIControl::StringToQString(theirs.error_info) + QLatin1Char(' ') +
-                            CTarnAddPlanWidget::tr("Saving makes a new plan of what you see here."));
+  const QString gone = MarUIControl::StringToQString(theirs.error_info) + QLatin1Char(' ') +
+                       CTarnAddPlanWidget::tr("Saving makes a new plan of what you see here.");
+  conflict_bar->ShowDeleted(gone, mine.has_value());
 }
 
 QString CTarnAddPlanWidget::Private::WhatTheySaved() const {
@@ -184,11 +202,13 @@ void CTarnAddPlanWidget::Private::LoadTheirs() {
   conflict = SaveConflict::None;
   document.TakeOver(std::exchange(theirs, {}));
   opened_pages = document.Draft().pages;
-  if (!was_dirty || document.UndoStack().index() == before) {
+  if (!mine && was_dirty && document.UndoStack().index() != before) {
+    mine = before;
+  }
+  if (!mine) {
     header->FocusName();
     return;
   }
-  mine = before;
   conflict_bar->ShowTheirs(who + QLatin1Char(' ') + CTarnAddPlanWidget::tr("This is their version."));
   conflict_bar->FocusBack();
 }
@@ -199,29 +219,33 @@ void CTarnAddPlanWidget::Private::KeepMine() {
   conflict_bar->hide();
 }
 
+// Whatever of theirs was spoken of, a save goes over it now.
 void CTarnAddPlanWidget::Private::BackToMine() {
+  if (conflict == SaveConflict::ChangedElsewhere) {
+    document.AdoptRevision(theirs.revision);
+  }
   document.UndoStack().setIndex(mine.value_or(0));
 }
 
-// The user may go back by undo as well.
+// The user may go back by undo as well; then what is newer than theirs is still to be answered.
 void CTarnAddPlanWidget::Private::OnUndoStep(int index) {
   if (mine && index <= *mine) {
     mine.reset();
-    conflict_bar->hide();
+    ShowNews();
   }
 }
 
 void CTarnAddPlanWidget::Private::Overwrite() {
   TakeTyped();
-  document.AdoptRevision(theirs.revision);
-  SaveIt();
+  if (!IsRefused(false)) {
+    document.AdoptRevision(theirs.revision);
+    Send();
+  }
 }
 
 void CTarnAddPlanWidget::Private::SaveAsNew() {
   TakeTyped();
-  const QString problem = FindProblem(true);
-  if (!problem.isEmpty()) {
-    Refuse(problem);
+  if (IsRefused(true)) {
     return;
   }
   SetBusy(CTarnAddPlanWidget::tr("Saving..."));

@@ -29,6 +29,22 @@ bool IsLeftMouse(const QEvent* event) {
   }
 }
 
+bool IsModifier(int key) {
+  switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_CapsLock:
+    case Qt::Key_NumLock:
+    case Qt::Key_ScrollLock:
+      return true;
+    default:
+      return false;
+  }
+}
+
 bool BringsText(const QEvent* event) {
   const bool is_middle = event->type() == QEvent::MouseButtonRelease &&
                          static_cast<const QMouseEvent*>(event)->button() == Qt::MiddleButton;
@@ -72,7 +88,9 @@ bool CTimeEdit::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void CTimeEdit::keyPressEvent(QKeyEvent* event) {
-  if (event->matches(QKeySequence::Paste)) {
+  if (IsModifier(event->key())) {
+    event->ignore();  // the digit that comes with it may be the second one of a section
+  } else if (event->matches(QKeySequence::Paste)) {
     Paste();
   } else if (event->matches(QKeySequence::Copy) || event->matches(QKeySequence::Cut)) {
     Copy();
@@ -132,10 +150,14 @@ void CTimeEdit::TypeDigit(int digit) {
   if (IsWholeSelected()) {
     SelectSection(0);
   }
+  if (time() != typed_) {
+    state_ = TypedTime::State::Chosen;  // set from elsewhere since
+  }
   const TypedTime typed = WithDigit({time(), currentSectionIndex(), state_}, digit);
   setTime(typed.time);
   SelectSection(typed.section);
   state_ = typed.state;
+  typed_ = time();
 }
 
 void CTimeEdit::SelectSection(int section) {

@@ -33,6 +33,7 @@ class CTimeEdit : public QTimeEdit {
   void Copy() const;
 
   TypedTime::State state_ = TypedTime::State::Chosen;  // of the current section
+  QTime typed_;                                        // the time that the last digit made
 };
 
 }  // namespace MarUIControl

@@ -1,3 +1,5 @@
+#include <QSpinBox>
+
 #include "editor_stage.h"
 #include "mouse_drag.h"
 
@@ -5,11 +7,12 @@ using namespace TarnPlanView;
 using TarnTest::CEditorStage;
 using TarnTest::DragWithMouse;
 
-// Drags as an operator makes them, in real windows.
+// What differs in real windows: drags as an operator makes them, and keys that fields have on such a desktop.
 class PlanEditorDragTest : public TarnTest::CEditorTest {
   Q_OBJECT
  private Q_SLOTS:
   void CamerasWindowsAndPages();
+  void NoFieldIsCleared();
 };
 
 void PlanEditorDragTest::CamerasWindowsAndPages() {
@@ -46,6 +49,16 @@ void PlanEditorDragTest::CamerasWindowsAndPages() {
     stage.Click("undo_btn");
   }
   QVERIFY(!stage.editor->IsDirty());
+}
+
+void PlanEditorDragTest::NoFieldIsCleared() {
+  CEditorStage stage(Begun());
+  stage.Open(patrol_);
+  auto* dwell = stage.Find<QSpinBox>("dwell_spin");
+  const QString before = dwell->text();
+  dwell->setFocus();
+  QTest::keyClick(dwell, Qt::Key_U, Qt::ControlModifier);
+  QCOMPARE(dwell->text(), before);
 }
 
 QTEST_MAIN(PlanEditorDragTest)

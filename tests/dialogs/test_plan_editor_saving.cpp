@@ -81,6 +81,12 @@ void PlanEditorSavingTest::HearsOfChangesWhileEditing() {
   QCOMPARE(stage.Name().text(), QString("Theirs again"));
   QVERIFY(!stage.editor->IsDirty() && stage.Find<QWidget>("back_to_mine_btn")->hasFocus());
   stage.Name().setText("Looked at");
+  RenameElsewhere(patrol_, "Newest");
+  manager.OnViewChanged(patrol_);
+  QTRY_VERIFY(stage.Text("conflict_text").contains("Newest"));
+  QVERIFY(stage.Find<QWidget>("keep_mine_btn")->isHidden());  // that would be their earlier version
+  stage.Click("load_theirs_btn");
+  QCOMPARE(stage.Name().text(), QString("Newest"));
   stage.Click("back_to_mine_btn");
   QCOMPARE(stage.Name().text(), QString("Mine"));
   QVERIFY(!stage.IsConflictShown());
@@ -148,6 +154,11 @@ void PlanEditorSavingTest::ChangedElsewhere() {
   QCOMPARE(stage.Name().text(), QString("Mine"));
   QCOMPARE(Stored(patrol_).name, std::string("Theirs"));
   if (way == "overwrite_btn") {
+    stage.Name().clear();
+    stage.Click(way);
+    QCOMPARE(stage.TakeTips().size(), 1);
+    stage.Name().setText("Without a word");
+    stage.SaveIntoConflict();  // nothing went over theirs
     stage.Name().setText("Night patrol");
     QVERIFY(!stage.editor->IsDirty());  // but it is not what the host has
     stage.Click(way);
@@ -320,6 +331,10 @@ void PlanEditorSavingTest::AnUnchangedPlanIsNotSent() {
   CEditorStage stage(fixture_);
   stage.Open(patrol_);
   stage.Grid().SetCurrentWindow(3);
+  auto* watch = stage.editor->findChild<CPlanWatch*>();
+  QVERIFY(watch->IsWatching() && stage.editor->MayClose());
+  QVERIFY(!watch->IsWatching());  // who asked hides it now
+  stage.Open(patrol_);
   stage.Save();
   QCOMPARE(stage.closed, 1);
   QCOMPARE(Services().Count("UpdatePlan"), 0);

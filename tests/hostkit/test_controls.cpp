@@ -246,6 +246,17 @@ class ControlsTest : public QObject {
     QTest::keyClick(begin, Qt::Key_End);
     QTest::keyClick(begin, Qt::Key_Down);
     QCOMPARE(time(), QString("02:02:32"));
+    QTest::keyClick(begin, Qt::Key_Home);
+    QTest::keyClicks(begin, "2");
+    for (const Qt::Key beside : {Qt::Key_Shift, Qt::Key_CapsLock, Qt::Key_NumLock}) {
+      QTest::keyClick(begin, beside);
+    }
+    QTest::keyClicks(begin, "1");
+    QCOMPARE(time(), QString("21:02:32"));
+    QTest::keyClicks(begin, "2");
+    range.SetBeginTime(QTime(21, 15));  // as undo does
+    QTest::keyClicks(begin, "4");
+    QCOMPARE(time(), QString("21:04:00"));
     const auto paste = [begin, &time](const char* text) {
       QGuiApplication::clipboard()->setText(text);
       QTest::keySequence(begin, QKeySequence::Paste);

@@ -1,10 +1,10 @@
 #include "store/plan_operations.h"
 
 #include <QDateTime>
-#include <QLocale>
 #include <QThread>
 #include <utility>
 
+#include "MarUIControl/moment_text.h"
 #include "store/store_texts.h"
 #include "store/text_rules.h"
 
@@ -152,8 +152,8 @@ CStoreText CPlanOperations::WhyPlanIsGone(int32_t code, int32_t user) {
     return kPlanGone;
   }
   const QDateTime at = QDateTime::fromSecsSinceEpoch(deletion->at);
-  return {QT_TRANSLATE_NOOP("TarnHost::Store", "The plan was deleted by %1 on %2."),
-          {ToQt(who->name), QLocale::c().toString(at, "yyyy-MM-dd HH:mm:ss")}};
+  return {QT_TRANSLATE_NOOP("TarnHost::Store", "The plan was deleted by %1 at %2."),
+          {ToQt(who->name), MarUIControl::MomentText(at, runner_.Now())}};
 }
 
 // A tree that reads a plan because it has changed does not ask a second time by itself.
