@@ -1585,9 +1585,9 @@
         <translation>The plan was deleted by %1 at %2.</translation>
     </message>
     <message>
-        <source>The plan was deleted by %1 on %2.</source>
+        <source>The plan was deleted by %1 at %2.</source>
         <comment>view</comment>
-        <translation>The view was deleted by %1 on %2.</translation>
+        <translation>The view was deleted by %1 at %2.</translation>
     </message>
 </context>
 <context>
@@ -1686,6 +1686,11 @@
     <message>
         <source>Another user saved the plan while you were editing.</source>
         <translation>Another user saved the plan while you were editing.</translation>
+    </message>
+    <message>
+        <source>Another user saved the plan while you were editing.</source>
+        <comment>view</comment>
+        <translation>Another user saved the view while you were editing.</translation>
     </message>
     <message>
         <source>Saved by %1 while you were editing.</source>

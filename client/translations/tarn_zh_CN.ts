@@ -1635,7 +1635,7 @@
         <translation>该预案已被 %1 于 %2 删除。</translation>
     </message>
     <message>
-        <source>The plan was deleted by %1 on %2.</source>
+        <source>The plan was deleted by %1 at %2.</source>
         <comment>view</comment>
         <translation>该视图已被 %1 于 %2 删除。</translation>
     </message>
@@ -1738,7 +1738,7 @@
         <translation>您编辑期间，其他人保存了此预案。</translation>
     </message>
     <message>
-        <source>Saved by somebody else while you were editing.</source>
+        <source>Another user saved the plan while you were editing.</source>
         <comment>view</comment>
         <translation>您编辑期间，其他人保存了此视图。</translation>
     </message>
