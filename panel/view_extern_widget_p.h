@@ -54,6 +54,8 @@ class CViewExternWidget::Private {
   void ShowPage(PanelPage page);
   void waitForLoad();
   void leaveSearch();
+  /// At once, or with those that are awaited; to the tree where none are.
+  void goToHits();
   /// The same with the field emptied and the focus in the tree, at the row where the user was.
   void endSearch();
   void showInTree(const QString& code, int family);

@@ -62,9 +62,23 @@ void CViewExternWidget::OnFuzzySearchPlan() {
   }
 }
 
+void CViewExternWidget::Private::goToHits() {
+  if (search->IsUnderWay() && !stopped) {
+    search->Start();
+  } else {
+    ui.plan_stacked_widget->currentWidget()->setFocus();
+  }
+}
+
 void CViewExternWidget::onGetSearchedResult(const std::list<view_plugin_protocol::SearchedPlan>& plans) {
-  d_->ShowPage(PanelPage::Search);
+  const bool was_in_tree = window()->focusWidget() == d_->ui.plan_view_tree;
   d_->search->Show(plans);
+  d_->ShowPage(PanelPage::Search);
+  if (was_in_tree) {
+    d_->ui.view_location_line_edit->setFocus();  // a Return meant for a row must not play a hit
+  } else {
+    d_->search->TakeKeyboard();
+  }
   d_->restoreEnableState();
 }
 

@@ -160,8 +160,7 @@ void CViewExternWidget::Private::connectSearch() {
     connect(field, &WidgetKit::CNewSearchLine::SignalSearch, q, &CViewExternWidget::OnFuzzySearchPlan);
     field->SetSearchesAsTyped(true);
   }
-  connect(field, &WidgetKit::CNewSearchLine::SignalToHits, q,
-          [this] { ui.plan_stacked_widget->currentWidget()->setFocus(); });
+  connect(field, &WidgetKit::CNewSearchLine::SignalToHits, q, [this] { goToHits(); });
   connect(field, &WidgetKit::CNewSearchLine::SignalLeave, q, [this] { endSearch(); });
   connect(field, &QLineEdit::textChanged, q, [this](const QString& text) {
     if (text.trimmed().isEmpty()) {

@@ -21,13 +21,17 @@ class TARN_HOST_EXPORT CNewSearchLine : public MarUIControl::CLineEdit {
   void SetSearchesAsTyped(bool as_typed);
   /// Whether the SignalSearch() that is being emitted has come by itself.
   bool IsTypedSearch() const;
+  /// What was typed so far no longer searches by itself.
+  void DropWait();
+  /// What was searched last is not on show: typing it once more searches for it again.
+  void ForgetSearched();
 
  Q_SIGNALS:
   /// Return, or a click on the magnifier, or a pause in typing.
   void SignalSearch();
   /// Esc in an empty field; where it searches as one types, after it was emptied by Esc as well.
   void SignalLeave();
-  /// Down, where it searches as one types.
+  /// Down, where it searches as one types and no pause is awaited; then Down is a Return.
   void SignalToHits();
 
  protected:

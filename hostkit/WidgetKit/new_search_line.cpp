@@ -61,6 +61,15 @@ bool CNewSearchLine::IsTypedSearch() const {
   return search_->is_typed_search;
 }
 
+void CNewSearchLine::DropWait() {
+  search_->typed.DropWait();
+  search_->pause.stop();
+}
+
+void CNewSearchLine::ForgetSearched() {
+  search_->typed.ForgetSearched();
+}
+
 void CNewSearchLine::Request() {
   search_->Take(search_->typed.OnRequest());
   Q_EMIT SignalSearch();
@@ -101,7 +110,11 @@ void CNewSearchLine::keyPressEvent(QKeyEvent* event) {
   }
   if (search_->as_typed && event->key() == Qt::Key_Down && event->modifiers() == Qt::NoModifier) {
     event->accept();
-    Q_EMIT SignalToHits();
+    if (search_->pause.isActive()) {
+      Request();  // the hits of before are not those meant
+    } else {
+      Q_EMIT SignalToHits();
+    }
     return;
   }
   CLineEdit::keyPressEvent(event);

@@ -21,6 +21,10 @@ class TypedSearch {
   Step OnPause();
   /// The user wants it now.
   Step OnRequest();
+  /// What was searched last is not on show (any more), so that it may be searched for again.
+  void ForgetSearched() { searched_.clear(); }
+  /// What was typed so far is left to Return.
+  void DropWait() { awaits_pause_ = false; }
 
   /// Two characters; of scripts with a sign for a word or syllable one says enough.
   static bool IsEnough(const QString& text);

@@ -46,6 +46,18 @@ QString WholeLine(const HitLine& line) {
   return parts.join(HitLineGap());
 }
 
+QVector<int> PlacesOf(const QString& searched, const QString& text, int from) {
+  QVector<int> places;
+  if (searched.isEmpty()) {
+    return places;
+  }
+  for (int at = text.indexOf(searched, from, Qt::CaseInsensitive); at >= 0;
+       at = text.indexOf(searched, at + searched.size(), Qt::CaseInsensitive)) {
+    places.append(at);
+  }
+  return places;
+}
+
 HitLine FittedLine(const QStringList& groups, const QString& shown, int width, const WidthOf& width_of) {
   if (shown.isEmpty()) {
     return {FittedPlace(groups, width, width_of), QString()};

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVector>
 #include <functional>
 
 namespace TarnPlanView {
@@ -17,6 +18,9 @@ QString PlaceText(const QStringList& groups);
 QString WholeLine(const HitLine& line);
 /// What stands between the two parts.
 QString HitLineGap();
+
+/// Where `searched` stands in `text`, whatever its case, from this place on; a place for each, none within another.
+QVector<int> PlacesOf(const QString& searched, const QString& text, int from);
 
 /// What fits `width`: groups are left out between the outermost and the innermost, which stays as long as anything
 /// does, and the camera keeps half of the line at least. Single names that are still too long are left to the painting.

@@ -13,6 +13,8 @@ namespace TarnPlanView {
 
 namespace {
 
+constexpr int kLateRowMs = 1000;  // for a row whose notice has yet to come
+
 void ExpandAbove(CPlanViewTree* tree, const QModelIndex& row) {
   if (row.parent().isValid()) {
     ExpandAbove(tree, row.parent());
@@ -34,6 +36,11 @@ void CPlanRevealer::SetModel(CStandardPlanModel* model) {
   }
   model_ = model;
   connect(model, &CStandardPlanModel::SignalFinshAsynchronous, this, &CPlanRevealer::OnExpanded);
+  connect(model, &QAbstractItemModel::rowsInserted, this, [this] {
+    if (late_.isValid()) {
+      soon_.start(0);
+    }
+  });
 }
 
 void CPlanRevealer::SetController(CStandardViewController* controller) {
@@ -50,6 +57,7 @@ void CPlanRevealer::SetController(CStandardViewController* controller) {
 void CPlanRevealer::Drop() {
   call_.Drop();
   soon_.stop();
+  late_.invalidate();
   wanted_.clear();
   awaited_.clear();
 }
@@ -68,14 +76,18 @@ void CPlanRevealer::Reveal(const QString& plan_code) {
 }
 
 void CPlanRevealer::OnWay(const PlanWay& way) {
+  const int family = view_plugin_protocol::FamilyOfRoot(way.groups.value(0).toInt());
+  const bool root_is_here = !model_ || tree_->RowOf(way.groups.value(0), true).isValid();
   if (way.is_gone) {
     Refuse(CViewExternWidget::tr("This plan is no longer there."));
   } else if (way.groups.isEmpty()) {
     Refuse(way.error.isEmpty() ? CViewExternWidget::tr("No tree here shows this plan.") : way.error);
-  } else if (model_ && !tree_->RowOf(way.groups.first(), true).isValid()) {
+  } else if (!root_is_here && family == model_->GetViewManagerThemeNodeType()) {
+    Refuse(CViewExternWidget::tr("The plans could not be loaded."));
+  } else if (!root_is_here) {
     const QString code = wanted_;
     Drop();
-    Q_EMIT SignalInOtherTree(code, view_plugin_protocol::FamilyOfRoot(way.groups.first().toInt()));
+    Q_EMIT SignalInOtherTree(code, family);
   } else {
     way_ = way.groups;
     GoOn();
@@ -95,18 +107,33 @@ void CPlanRevealer::GoOn() {
     Drop();
     return;
   }
+  if (!from_.isValid()) {
+    from_ = tree_->currentIndex();  // that row is gone, which the user has not done
+  }
   if (ShowRow()) {
     return;
   }
   const QModelIndex group = LowestLoaded();
   const QString code = group.data(GroupIndexCodeRole).toString();
   if (!group.isValid() || !tree_->model()->canFetchMore(group)) {
-    Refuse(CViewExternWidget::tr("No tree here shows this plan."));
+    AwaitLateRow();
   } else if (code == awaited_) {
     Drop();  // it could not be loaded, which the controller has said
   } else {
     awaited_ = code;
     tree_->ExpandAsync(group);
+  }
+}
+
+void CPlanRevealer::AwaitLateRow() {
+  if (!late_.isValid()) {
+    late_.start();
+  }
+  const qint64 left = kLateRowMs - late_.elapsed();
+  if (left > 0) {
+    soon_.start(static_cast<int>(left));
+  } else {
+    Refuse(CViewExternWidget::tr("No tree here shows this plan."));
   }
 }
 

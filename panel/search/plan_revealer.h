@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPersistentModelIndex>
 #include <QPointer>
@@ -41,6 +42,7 @@ class CPlanRevealer : public QObject {
   void GoOn();
   bool ShowRow();
   QModelIndex LowestLoaded() const;
+  void AwaitLateRow();
   void Refuse(const QString& why);
 
   CPlanViewTree* const tree_;
@@ -51,6 +53,7 @@ class CPlanRevealer : public QObject {
   QStringList way_;             // codes of the groups above it, from the root down
   QString awaited_;             // the one of them that is being expanded
   QPersistentModelIndex from_;  // the row that was current when it began
+  QElapsedTimer late_;          // since all on the way is loaded and the row is not there
   QTimer soon_;
 };
 

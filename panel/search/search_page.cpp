@@ -49,11 +49,15 @@ QStringList GroupsAbove(const SearchedPlan& plan) {
   return names;
 }
 
+QString ShowsText() {
+  return CViewExternWidget::tr("shows %1");
+}
+
 QString ShownCamera(const SearchedPlan& plan) {
   if (plan.shown_camera.empty()) {
     return QString();
   }
-  return CViewExternWidget::tr("shows %1").arg(StringToQString(plan.shown_camera));
+  return ShowsText().arg(StringToQString(plan.shown_camera));
 }
 
 }  // namespace
@@ -70,7 +74,7 @@ CSearchPage::CSearchPage(WidgetKit::CNewLocationViewWidget* field, CSearchPlanLi
   connect(search_, &CPlanSearch::SignalFound, this, &CSearchPage::OnFound);
   connect(search_, &CPlanSearch::SignalFailed, this, [this](const QString& error) {
     course_.OnFailed();
-    Q_EMIT SignalFailed(error);
+    failure_ = error;
   });
   connect(state_, &CEmptyState::SignalAction, this, &CSearchPage::SignalRetry);
   slow_.setSingleShot(true);
@@ -95,6 +99,8 @@ void CSearchPage::Start() {
 }
 
 void CSearchPage::Cancel() {
+  field_->DropWait();
+  field_->ForgetSearched();
   search_->Cancel();
   course_.Leave();
   ShowWaiting(false);
@@ -116,10 +122,32 @@ void CSearchPage::OnFound(const std::list<SearchedPlan>& plans) {
     return;
   }
   ShowWaiting(false);
+  if (!IsAwaited(*answered_)) {
+    field_->ForgetSearched();
+    answered_.reset();
+    return;
+  }
   const QPointer<CSearchPage> alive(this);
-  Q_EMIT SignalFound(plans);
+  SayFailure(plans.empty());
+  if (alive) {
+    Q_EMIT SignalFound(plans);
+  }
   if (alive) {
     answered_.reset();
+  }
+}
+
+// What was asked for as the user typed is of no use once he types something else, or works elsewhere.
+bool CSearchPage::IsAwaited(const SearchCourse::Question& question) const {
+  const QWidget* at_work = field_->window()->focusWidget();
+  const bool is_here = !at_work || at_work == field_ || at_work == list_ || list_->isAncestorOf(at_work);
+  return !question.typed || (is_here && Text() == question.text);
+}
+
+void CSearchPage::SayFailure(bool nothing_found) {
+  const bool page_says_it = answered_->typed && nothing_found;
+  if (course_.HasFailed() && !page_says_it) {
+    Q_EMIT SignalFailed(failure_);
   }
 }
 
@@ -129,6 +157,8 @@ void CSearchPage::Show(const std::list<SearchedPlan>& plans) {
   for (const SearchedPlan& plan : plans) {
     rows.append(MakeRow(plan, question.text));
   }
+  const bool in_list = list_->hasFocus();
+  const QString marked = Marked().data(PlanIndexCodeRole).toString();
   rows_->clear();
   rows_->invisibleRootItem()->appendRows(rows);
   if (rows.isEmpty()) {
@@ -136,9 +166,18 @@ void CSearchPage::Show(const std::list<SearchedPlan>& plans) {
     return;
   }
   state_->hide();
-  list_->setCurrentIndex(rows_->index(0, 0));
-  // Not from under the fingers of someone who types on, or who has turned to something else.
-  if (field_->hasFocus() && !question.typed && Text() == question.text) {
+  if (in_list) {
+    Mark(marked);  // no key is meant for another hit
+  } else {
+    list_->setCurrentIndex(rows_->index(0, 0));
+  }
+}
+
+// Not from under the fingers of someone who types on, or who has turned to something else.
+void CSearchPage::TakeKeyboard() {
+  const SearchCourse::Question question = answered_.value_or(SearchCourse::Question{Text()});
+  const bool has_hits = rows_->rowCount() > 0;
+  if (has_hits && field_->hasFocus() && !question.typed && Text() == question.text) {
     list_->setFocus();
   }
 }
@@ -156,6 +195,7 @@ QStandardItem* CSearchPage::MakeRow(const SearchedPlan& plan, const QString& sea
   row->setData(StringToQString(plan.group_index_code), kSearchGroupRole);
   row->setData(groups, kSearchPathRole);
   row->setData(line.shown, kSearchShownRole);
+  row->setData(ShowsText().indexOf(QLatin1String(kPlaceForText)), kSearchCameraAtRole);
   row->setData(row->text() + HitLineGap() + WholeLine(line), Qt::AccessibleTextRole);
   row->setData(WholeLine(line), Qt::AccessibleDescriptionRole);
   return row;

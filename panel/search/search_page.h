@@ -33,9 +33,14 @@ class CSearchPage : public QObject {
   void SetPlaying(const QString& plan_code);
   /// Of the field; nothing for blanks. The hits of before stay until the answer has come.
   void Start();
+  /// What is under way, or is about to be as the user types, counts for nothing; the hits are about to go.
   void Cancel();
+  /// Whether an answer is awaited; Start() has it take the keyboard to the hits.
+  bool IsUnderWay() const { return course_.IsUnderWay(); }
   /// A result that was not asked for by Start() is taken as one for what stands in the field.
   void Show(const std::list<view_plugin_protocol::SearchedPlan>& plans);
+  /// Once the page of hits is on top: from the field to the hits, where the user has asked for them.
+  void TakeKeyboard();
   void RenewIcons();
 
   /// The hit that commands are about; invalid for none.
@@ -52,7 +57,8 @@ class CSearchPage : public QObject {
  Q_SIGNALS:
   /// The answer of Start(), for Show().
   void SignalFound(const std::list<view_plugin_protocol::SearchedPlan>& plans);
-  /// A part of the search, or all of it, has failed; what was found comes all the same.
+  /// A part of the search, or all of it, has failed; what was found comes all the same. Not of a search that came by
+  /// itself and found nothing: the page says so, and no tip at each pause.
   void SignalFailed(const QString& error);
   void SignalRetry();
 
@@ -61,6 +67,8 @@ class CSearchPage : public QObject {
   void ShowWaiting(bool waiting);
   QStandardItem* MakeRow(const view_plugin_protocol::SearchedPlan& plan, const QString& searched) const;
   void OnFound(const std::list<view_plugin_protocol::SearchedPlan>& plans);
+  bool IsAwaited(const SearchCourse::Question& question) const;
+  void SayFailure(bool nothing_found);
   void ShowNoHits(const QString& searched);
 
   WidgetKit::CNewLocationViewWidget* const field_;
@@ -70,6 +78,7 @@ class CSearchPage : public QObject {
   CPlanSearch* const search_;
   QString playing_code_;
   SearchCourse course_;
+  QString failure_;                                 // the host's words about what failed last
   std::optional<SearchCourse::Question> answered_;  // while its answer is being shown
   QTimer slow_;                                     // until it is said that an answer takes long
 };

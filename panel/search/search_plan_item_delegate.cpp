@@ -27,17 +27,14 @@ QColor SkinColor(const char* name) {
 }
 
 // Every place of the searched text, underlined and bold: seen without colours too.
-QVector<QTextLayout::FormatRange> MarksIn(const QString& name, const QString& searched, const QColor& color) {
+QVector<QTextLayout::FormatRange> MarksIn(const QString& text, const QString& searched, const QColor& color,
+                                          int from = 0) {
   QVector<QTextLayout::FormatRange> marks;
-  if (searched.isEmpty()) {
-    return marks;
-  }
   QTextCharFormat format;
   format.setForeground(color);
   format.setFontWeight(QFont::Bold);
   format.setFontUnderline(true);
-  for (int at = name.indexOf(searched, 0, Qt::CaseInsensitive); at >= 0;
-       at = name.indexOf(searched, at + searched.size(), Qt::CaseInsensitive)) {
+  for (const int at : PlacesOf(searched, text, from)) {
     marks.append({at, searched.size(), format});
   }
   return marks;
@@ -100,7 +97,8 @@ void DrawBelow(QPainter* painter, QRect rect, const QModelIndex& index, const QF
   rect.setLeft(rect.left() + width_of(place));
   const QString searched = index.data(SearchTextRole).toString();
   const QString shown = WithRoomForMark(line.shown, searched, font, Qt::ElideRight, rect.width());
-  DrawLine(painter, rect, shown, font, colors.muted, MarksIn(shown, searched, colors.mark));
+  const int camera_at = index.data(kSearchCameraAtRole).toInt();
+  DrawLine(painter, rect, shown, font, colors.muted, MarksIn(shown, searched, colors.mark, camera_at));
 }
 
 }  // namespace

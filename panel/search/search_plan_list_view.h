@@ -13,7 +13,8 @@ namespace TarnPlanView {
 /// The plans that a search has found. Double click and Return ask for the plan to be played, F2 and Delete for the
 /// commands of these names, Ctrl+Return for the plan's row in the tree, Esc for the end of the search, Up on the first
 /// hit for the field; the right button, Menu and Shift+F10 open a menu. Rows: display role name, role 661 code, role
-/// 665 the text to mark, role 671 family, and kSearchGroupRole, kSearchPathRole, kSearchShownRole. Thread: GUI.
+/// 665 the text to mark, role 671 family, and kSearchGroupRole, kSearchPathRole, kSearchShownRole and
+/// kSearchCameraAtRole. Thread: GUI.
 class CSearchPlanListView : public QListView {
   Q_OBJECT
  public:
@@ -62,5 +63,7 @@ constexpr int kSearchPathRole = 0x0100 + 900;
 constexpr int kSearchGroupRole = 0x0100 + 901;
 /// QString: what a hit shows that was found by it, in words; empty for one found by its name.
 constexpr int kSearchShownRole = 0x0100 + 902;
+/// int: where in these words the camera's name begins.
+constexpr int kSearchCameraAtRole = 0x0100 + 903;
 
 }  // namespace TarnPlanView

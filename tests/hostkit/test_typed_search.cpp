@@ -16,7 +16,8 @@ class TypedSearchTest : public QObject {
   void FieldSearchesOnceTypingPauses();
 };
 
-// One letter an event: "t" and a text typed, "s" and one set by the program, "p" a pause, "r" Return. Answers: "w" the
+// One letter an event: "t" and a text typed, "s" and one set by the program, "p" a pause, "r" Return, "f" the
+// hits are gone, "o" no pause counts any more. Answers: "w" the
 // pause begins, "d" it is dropped, "!" searched, "." nothing.
 void TypedSearchTest::DecidesWhenToSearch() {
   const struct {
@@ -24,14 +25,16 @@ void TypedSearchTest::DecidesWhenToSearch() {
     QString steps;
   } rows[] = {
       {{"tg", "tga", "tgat", "p", "p"}, "dww!."},
-      {{"tga", "tg", "p"}, "wd."},                  // too short by now
-      {{"tga", "p", "tgat", "tga", "p"}, "w!wd."},  // back to what is shown already
-      {{"tga", "r", "p"}, "w!."},                   // once, and at once
-      {{"tga", "p", "r"}, "w!!"},                   // the user wants it again
-      {{"tga", "p", "t", "tga", "p"}, "w!dw!"},     // emptied: what was shown is gone
-      {{"tga", "tga ", "p"}, "w.!"},                // a blank is no other text
-      {{"sgate", "p", "tgates", "p"}, "d.w!"},      // what the program puts there waits for Return
-      {{"tg", "r"}, "d!"},                          // Return searches for one letter, too
+      {{"tga", "tg", "p"}, "wd."},                      // too short by now
+      {{"tga", "p", "tgat", "tga", "p"}, "w!wd."},      // back to what is shown already
+      {{"tga", "r", "p"}, "w!."},                       // once, and at once
+      {{"tga", "p", "r"}, "w!!"},                       // the user wants it again
+      {{"tga", "p", "t", "tga", "p"}, "w!dw!"},         // emptied: what was shown is gone
+      {{"tga", "tga ", "p"}, "w.!"},                    // a blank is no other text
+      {{"sgate", "p", "tgates", "p"}, "d.w!"},          // what the program puts there waits for Return
+      {{"tga", "p", "f", "tg", "tga", "p"}, "w!.dw!"},  // not what is shown any more
+      {{"tga", "o", "p"}, "w.."},
+      {{"tg", "r"}, "d!"},  // Return searches for one letter, too
   };
   for (const auto& row : rows) {
     TypedSearch search;
@@ -42,6 +45,10 @@ void TypedSearchTest::DecidesWhenToSearch() {
         step = search.OnPause();
       } else if (event == "r") {
         step = search.OnRequest();
+      } else if (event == "f") {
+        search.ForgetSearched();
+      } else if (event == "o") {
+        search.DropWait();
       } else {
         step = search.OnText(event.mid(1), event.startsWith('t'));
       }
@@ -78,11 +85,16 @@ void TypedSearchTest::FieldSearchesOnceTypingPauses() {
   QTest::keyClicks(&field, " ");
   QTest::keyClick(&field, Qt::Key_Down);
   QCOMPARE(to_hits.size(), 1);
+  QTest::keyClick(&field, Qt::Key_Backspace);
+  QTest::keyClick(&field, Qt::Key_Backspace);
+  QTest::keyClick(&field, Qt::Key_Down);  // before the pause is over: the hits on show are others
+  QCOMPARE(searched, QStringList({"gate typed", "gates wanted", "gate wanted"}));
+  QCOMPARE(to_hits.size(), 1);
   QTest::keyClicks(&field, "7");
   QTest::keyClick(&field, Qt::Key_Escape);
   QVERIFY(field.text().isEmpty() && leave.size() == 1);
   QTest::keyClicks(&field, "ab");
-  QTRY_COMPARE(searched.size(), 3);
+  QTRY_COMPARE(searched.size(), 4);
   QCOMPARE(searched.last(), QString("ab typed"));  // and nothing for what Esc has taken away
 }
 

@@ -1,6 +1,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "WidgetKit/new_search_line.h"
 #include "empty_state.h"
 #include "panel_stage.h"
 #include "resource_wait_widget.h"
@@ -16,6 +17,8 @@ class PanelSearchTest : public TarnTest::CPlanTest {
   void ShowsBothScopesInOrder();
   void OlderSearchCountsForNothing();
   void SearchesWhileTheUserTypes();
+  void TypedSearchGivesWayToTheUser();
+  void HitsDoNotChangeUnderTheFingers();
   void KeepsTheHitsUntilTheAnswer();
   void SaysWhereAHitStandsAndWhatItShows();
   void FailedScopeIsSaidOnce();
@@ -129,6 +132,105 @@ void PanelSearchTest::SearchesWhileTheUserTypes() {
   QCOMPARE(stage.PageName(), QString("tree"));
 }
 
+void PanelSearchTest::TypedSearchGivesWayToTheUser() {
+  CPanelStage stage(Opened());
+  stage.Choose("Public A plan 2");
+  const auto begin = [&] {  // an answer is on its way
+    stage.Field()->clear();
+    stage.Field()->setFocus();
+    Services().Hold("SearchPlan", TarnTest::CRecordingServices::AfterCall);
+    QTest::keyClicks(stage.Field(), "C1");
+    QVERIFY(Services().WaitUntilHeld("SearchPlan"));
+  };
+  const auto answer = [&] {
+    Services().ReleaseAll();
+    fixture_.Drain();
+  };
+  begin();
+  stage.Tree().setFocus();
+  answer();
+  QCOMPARE(stage.PageName(), QString("tree"));
+  QVERIFY(stage.Tree().hasFocus());
+  // What was dropped is searched for again once it is typed again.
+  begin();
+  QTest::keyClick(stage.Field(), Qt::Key_Backspace);
+  answer();
+  QCOMPARE(stage.PageName(), QString("tree"));  // "C" is not what was found
+  QTest::keyClicks(stage.Field(), "1");
+  QTRY_COMPARE(stage.PageName(), QString("search_list_view"));
+  Q_EMIT CViewModelDataManager::Instance().SignalDataDownloadFinished();
+  QCOMPARE(stage.PageName(), QString("tree"));
+  stage.Field()->setFocus();
+  QTest::keyClick(stage.Field(), Qt::Key_Backspace);
+  QTest::keyClicks(stage.Field(), "1");
+  QTRY_COMPARE(stage.PageName(), QString("search_list_view"));
+
+  // The pause ends with the field, and with the plans.
+  Services().ForgetCalls();
+  stage.Field()->clear();
+  QTest::keyClicks(stage.Field(), "C1");
+  QTest::mouseClick(stage.Button("search_btn"), Qt::LeftButton);
+  QTest::mouseClick(stage.Button("search_btn"), Qt::LeftButton);
+  QTest::keyClicks(stage.Field(), " plan");
+  stage.Panel().SwitchUserUpdate();
+  WidgetKit::CNewSearchLine later;  // whose pause began after the other
+  later.SetSearchesAsTyped(true);
+  QSignalSpy over(&later, &WidgetKit::CNewSearchLine::SignalSearch);
+  QTest::keyClicks(&later, "C1");
+  QTRY_COMPARE(over.size(), 1);
+  QCOMPARE(Services().Count("SearchPlan"), 0);
+  QCOMPARE(stage.PageName(), QString("wait_widget"));
+  Q_EMIT CViewModelDataManager::Instance().SignalDataDownloadFinished();
+
+  // Asked for, it comes; a Return meant for a row of the tree plays no hit.
+  stage.Field()->setFocus();
+  Services().Hold("SearchPlan");
+  QTest::keyClicks(stage.Field(), "C1");
+  QTest::keyClick(stage.Field(), Qt::Key_Return);
+  stage.Tree().setFocus();
+  Services().ReleaseAll();
+  QTRY_COMPARE(stage.PageName(), QString("search_list_view"));
+  QVERIFY(stage.Field()->hasFocus());
+}
+
+void PanelSearchTest::HitsDoNotChangeUnderTheFingers() {
+  CPanelStage stage(Opened());
+  stage.Field()->setFocus();
+  QTest::keyClicks(stage.Field(), "plan 10");
+  QTRY_COMPARE(stage.Hits().size(), 5);
+  const auto type_on = [&](const char* text, const char* marked) {
+    Services().Hold("SearchPlan", TarnTest::CRecordingServices::AfterCall);
+    stage.Field()->setFocus();
+    stage.Field()->selectAll();
+    QTest::keyClicks(stage.Field(), text);
+    QVERIFY(Services().WaitUntilHeld("SearchPlan"));
+    stage.List()->setFocus();
+    const QString code = fixture_.Code(marked);
+    const auto hit = stage.List()->model()->match(stage.List()->model()->index(0, 0), PlanIndexCodeRole, code);
+    stage.List()->setCurrentIndex(hit.value(0));
+    Services().ReleaseAll();
+    fixture_.Drain();
+  };
+  type_on("C1 plan", "C1 plan 10");
+  QCOMPARE(stage.Hits(), QStringList({"C1 plan 2", "C1 plan 10"}));
+  QCOMPARE(stage.List()->currentIndex().row(), 1);
+  type_on("plan 2", "C1 plan 10");
+  QCOMPARE(stage.Hits().size(), 5);
+  QVERIFY(!stage.List()->currentIndex().isValid());  // Return plays nothing that was not marked
+  // Down before the answer waits for it.
+  stage.Field()->setFocus();
+  stage.Field()->selectAll();
+  Services().Hold("SearchPlan", TarnTest::CRecordingServices::AfterCall);
+  QTest::keyClicks(stage.Field(), "A1 plan");
+  QVERIFY(Services().WaitUntilHeld("SearchPlan"));
+  QTest::keyClick(stage.Field(), Qt::Key_Down);
+  QVERIFY(stage.Field()->hasFocus());
+  Services().ReleaseAll();
+  QTRY_COMPARE(stage.Hits(), QStringList({"A1 plan 2", "A1 plan 10"}));
+  QVERIFY(stage.List()->hasFocus());
+  QCOMPARE(stage.List()->currentIndex().row(), 0);
+}
+
 void PanelSearchTest::KeepsTheHitsUntilTheAnswer() {
   CPanelStage stage(Opened());
   auto* waiting = stage.Field()->findChild<QLabel*>("locate_counter");
@@ -179,6 +281,14 @@ void PanelSearchTest::FailedScopeIsSaidOnce() {
   Services().Fail("SearchPlan", "no answer");
   Find(stage, "plan", 0);
   QCOMPARE(stage.TakeTips(), QStringList("1:no answer"));
+  QVERIFY(stage.List()->findChild<CEmptyState*>()->isVisible());
+  // Where it came by itself, the page alone says it: no tip at each pause.
+  stage.Field()->setFocus();
+  Services().ForgetCalls();
+  QTest::keyClicks(stage.Field(), "s");
+  QTRY_COMPARE(Services().Count("SearchPlan"), 2);
+  fixture_.Drain();
+  QCOMPARE(stage.TakeTips(), QStringList());
   QVERIFY(stage.List()->findChild<CEmptyState*>()->isVisible());
 }
 

@@ -13,6 +13,8 @@ class PlanRevealingTest : public TarnTest::CPlanTest {
   void EndsTheSearchOfAHit();
   void LeavesOtherFamiliesToOtherTrees();
   void SaysWhyNot();
+  void AwaitsWhatComesLate();
+  void OthersDoNotStopIt();
   void GivesWayToTheUser();
 
  private:
@@ -122,6 +124,51 @@ void PlanRevealingTest::SaysWhyNot() {
   Services().Mend("GetPlansInGroup");
   stage.Panel().ShowInTree(fixture_.Code("A1 plan 2"));
   QTRY_COMPARE(stage.Current(), QString("A1 plan 2"));
+
+  // Its own tree has no rows: said once, and not left to itself again.
+  connect(&stage.Panel(), &CViewExternWidget::SignalShowInOtherTree, &stage.Panel(), &CViewExternWidget::ShowInTree);
+  QSignalSpy others(&stage.Panel(), &CViewExternWidget::SignalShowInOtherTree);
+  fixture_.Public()->UninitModelRootItem();
+  stage.TakeTips();
+  stage.Panel().ShowInTree(fixture_.Code("A1 plan 2"));
+  QCOMPARE(stage.AwaitTips(), QStringList("1:The plans could not be loaded."));
+  QCOMPARE(others.size(), 0);
+}
+
+void PlanRevealingTest::AwaitsWhatComesLate() {
+  CPanelStage stage(Opened());
+  stage.Choose("A1 plan 2");
+  Stand(stage, "Public B");
+  const QString code = fixture_.Code("A1 plan 10");
+  QStandardItem* group = fixture_.Public()->FindTargetItemByIndexCode(fixture_.Code("A1"), true);
+  const int row = fixture_.Public()->FindIndexByIndexCode(code, false).row();
+  const QList<QStandardItem*> taken = group->takeRow(row);
+  stage.Panel().ShowInTree(code);
+  fixture_.Drain();
+  QVERIFY(stage.TakeTips().isEmpty());
+  group->insertRow(row, taken);
+  QTRY_COMPARE(stage.Current(), QString("A1 plan 10"));
+  // It does not come: said after a while.
+  Stand(stage, "Public B");
+  group->removeRow(row);
+  stage.Panel().ShowInTree(code);
+  QCOMPARE(stage.AwaitTips(), QStringList("1:No tree here shows this plan."));
+}
+
+void PlanRevealingTest::OthersDoNotStopIt() {
+  Open({}, true, DeepSite);
+  CPanelStage stage(fixture_);
+  Stand(stage, "Public B");
+  stage.Expand(stage.Tree().currentIndex());
+  stage.Tree().setCurrentIndex(stage.Tree().RowOf(fixture_.Code("Public B plan 2"), false));
+  QCOMPARE(stage.Current(), QString("Public B plan 2"));
+  Services().Hold("GetPlansInGroup");
+  stage.Panel().ShowInTree(fixture_.Code("Deep plan"));
+  QVERIFY(Services().WaitUntilHeld("GetPlansInGroup"));
+  stage.Controller().DeletePlanByIndex(stage.Tree().currentIndex());
+  QTRY_VERIFY(stage.Current() != "Public B plan 2");
+  Services().ReleaseAll();
+  QTRY_COMPARE(stage.Current(), QString("Deep plan"));
 }
 
 void PlanRevealingTest::GivesWayToTheUser() {

@@ -12,6 +12,7 @@ class SearchRulesTest : public QObject {
   void TakesTheNewestAnswer();
   void FitsTheLineOfAHit_data();
   void FitsTheLineOfAHit();
+  void MarksWhatWasSearched();
 };
 
 void SearchRulesTest::TakesTheNewestAnswer() {
@@ -66,6 +67,13 @@ void SearchRulesTest::FitsTheLineOfAHit() {
   QFETCH(QString, line);
   const auto width_of = [](const QString& text) { return text.size(); };
   QCOMPARE(WholeLine(FittedLine(groups.split(','), shown, width, width_of)), line);
+}
+
+void SearchRulesTest::MarksWhatWasSearched() {
+  QCOMPARE(PlacesOf("ga", "Gate GA, saga", 0), QVector<int>({0, 5, 11}));
+  QCOMPARE(PlacesOf("aa", "aaaa", 0), QVector<int>({0, 2}));
+  QCOMPARE(PlacesOf("s", "shows Silo", 6), QVector<int>({6}));  // the camera's name alone
+  QCOMPARE(PlacesOf("", "Gate", 0), QVector<int>());
 }
 
 QTEST_APPLESS_MAIN(SearchRulesTest)

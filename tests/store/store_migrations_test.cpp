@@ -37,6 +37,7 @@ class StoreMigrationsTest : public QObject {
   void CarriesContentOver();
   void LeavesAStoreAsItWasWhenAStepFails();
   void KeepsWhatANewerProgramWrote();
+  void FindsTheCamerasOfAnyText();
 
  private:
   bool HasTable(const char* name) {
@@ -88,6 +89,38 @@ void StoreMigrationsTest::KeepsWhatANewerProgramWrote() {
   pages.front().windows.front().preset_no = 3;
   pages.front().extra = "no object";
   QCOMPARE(PagesToText(pages), QString(text).replace(R"("preset":0)", R"("preset":3)").remove(R"("colour":"red",)"));
+}
+
+// As all of the pages say, however the text is written.
+void StoreMigrationsTest::FindsTheCamerasOfAnyText() {
+  const auto pages_with = [](const QString& windows) {
+    return R"([{"dwell":10,"name":"code","no":1,"split":4,"windows":[)" + windows + "]}]";
+  };
+  const QString gate = R"({"code":"7","kind":1,"name":"Gate","no":1,"preset":0,"stream":0)";
+  const QString texts[] = {
+      pages_with(gate + "}"),
+      pages_with(gate + "}," + gate + "}"),
+      pages_with(gate + R"(,"zoom":{"code":"8","kind":1,"name":"No window"}})"),
+      pages_with(gate + R"(,"more":[{"code":"8","kind":1,"name":"No window","no":1,"preset":0,"stream":0}]})"),
+      pages_with(QString(gate).replace("code", "c\u006fde") + "}"),
+      pages_with(QString(gate).replace("Gate", R"(Gate \"A\")") + "}"),
+      pages_with(QString(gate).replace("\"kind\":1,", "") + R"(,"kind":1})"),
+      R"([{"windows":[{"kind":1,"code":"7","name":"Gate"}]}])",
+      R"([{"dwell":10,"name":"","no":2,"split":1,"windows":[]}])",
+      "[]",
+  };
+  for (const QString& text : texts) {
+    const auto pages = PagesFromText(text);
+    QVERIFY2(pages, qPrintable(text));
+    QStringList from_text, from_pages;
+    for (const NamedCamera& camera : CamerasInText(text)) {
+      from_text << QString::fromStdString(camera.code + ' ' + camera.name);
+    }
+    for (const NamedCamera& camera : CamerasOf(*pages)) {
+      from_pages << QString::fromStdString(camera.code + ' ' + camera.name);
+    }
+    QVERIFY2(from_text == from_pages, qPrintable(text + ": " + from_text.join('|')));
+  }
 }
 
 QTEST_GUILESS_MAIN(StoreMigrationsTest)

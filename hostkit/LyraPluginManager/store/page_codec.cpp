@@ -106,57 +106,102 @@ bool Read(const QJsonObject& json, PlanPage* page) {
          (windows.isUndefined() || windows.isArray()) && ReadAll(windows.toArray(), &page->windows);
 }
 
-bool Skip(QStringView* rest, const QString& start) {
-  const bool there = rest->startsWith(start);
-  if (there) {
-    *rest = rest->mid(start.size());
-  }
-  return there;
+bool IsDigit(QChar character) {
+  return character >= QLatin1Char('0') && character <= QLatin1Char('9');
 }
 
-// Up to the closing quote; not with an escaped character.
-bool TakeText(QStringView* rest, std::string* text) {
-  qsizetype size = 0;
-  while (size < rest->size() && rest->at(size) != QLatin1Char('"') && rest->at(size) != QLatin1Char('\\')) {
-    ++size;
-  }
-  const bool whole = size < rest->size() && rest->at(size) == QLatin1Char('"');
-  if (whole) {
-    *text = rest->left(size).toString().toStdString();
-    *rest = rest->mid(size + 1);
-  }
-  return whole;
-}
+// Takes a text apart as PagesToText() writes it, in the order of the keys and with those known here alone.
+class WrittenPages {
+ public:
+  explicit WrittenPages(const QString& text) : rest_(text) {}
 
-// Of one digit, as all kinds are so far.
-bool TakeKind(QStringView* rest, int32_t* kind) {
-  const bool digit = rest->size() > 1 && rest->front().isDigit() && rest->at(1) == QLatin1Char(',');
-  if (digit) {
-    *kind = rest->front().digitValue();
-    *rest = rest->mid(1);
+  bool TakeAll(std::vector<NamedCamera>* cameras) {
+    return TakeList([this, cameras] { return TakePage(cameras); }) && rest_.isEmpty();
   }
-  return digit;
-}
 
-// The cameras of a text as PagesToText() writes it, without making JSON of it: a site has many plans. Nothing where a
-// field is elsewhere or holds what is not read here.
-std::optional<std::vector<NamedCamera>> CamerasAsWritten(const QString& text) {
-  static const QString field = QStringLiteral("\"code\""), code = field + QStringLiteral(":\""),
-                       kind = QStringLiteral(",\"kind\":"), name = QStringLiteral(",\"name\":\"");
-  std::vector<NamedCamera> cameras;
-  QStringView rest(text);
-  for (qsizetype at = text.indexOf(field); at >= 0; at = text.indexOf(field, int(text.size() - rest.size()))) {
-    rest = QStringView(text).mid(at);
+ private:
+  bool Skip(const char* start) {
+    const QLatin1String text(start);
+    const bool there = rest_.startsWith(text);
+    if (there) {
+      rest_ = rest_.mid(text.size());
+    }
+    return there;
+  }
+
+  // Up to the closing quote; not with an escaped character.
+  bool TakeText(std::string* text) {
+    qsizetype size = 0;
+    while (size < rest_.size() && rest_.at(size) != QLatin1Char('"') && rest_.at(size) != QLatin1Char('\\')) {
+      ++size;
+    }
+    const bool whole = size < rest_.size() && rest_.at(size) == QLatin1Char('"');
+    if (whole) {
+      *text = rest_.left(size).toString().toStdString();
+      rest_ = rest_.mid(size + 1);
+    }
+    return whole;
+  }
+
+  // Nine digits fit any number.
+  bool TakeNumber(int32_t* number) {
+    const bool negative = Skip("-");
+    int32_t taken = 0;
+    int digits = 0;
+    for (; digits < rest_.size() && digits < 9 && IsDigit(rest_.at(digits)); ++digits) {
+      taken = 10 * taken + rest_.at(digits).digitValue();
+    }
+    rest_ = rest_.mid(digits);
+    *number = negative ? -taken : taken;
+    return digits > 0;
+  }
+
+  template <class TakeOne>
+  bool TakeList(const TakeOne& take_one) {
+    if (!Skip("[")) {
+      return false;
+    }
+    if (Skip("]")) {
+      return true;
+    }
+    do {
+      if (!take_one()) {
+        return false;
+      }
+    } while (Skip(","));
+    return Skip("]");
+  }
+
+  bool TakePage(std::vector<NamedCamera>* cameras) {
+    int32_t number = 0;
+    std::string name;
+    return Skip("{\"dwell\":") && TakeNumber(&number) && Skip(",\"name\":\"") && TakeText(&name) && Skip(",\"no\":") &&
+           TakeNumber(&number) && Skip(",\"split\":") && TakeNumber(&number) && Skip(",\"windows\":") &&
+           TakeList([this, cameras] { return TakeWindow(cameras); }) && Skip("}");
+  }
+
+  bool TakeWindow(std::vector<NamedCamera>* cameras) {
+    int32_t number = 0;
     PlanWindow window;
-    const bool read = Skip(&rest, code) && TakeText(&rest, &window.resource_code) && Skip(&rest, kind) &&
-                      TakeKind(&rest, &window.content_kind) && Skip(&rest, name) &&
-                      TakeText(&rest, &window.resource_name);
-    if (!read) {
-      return std::nullopt;
+    const bool taken = Skip("{\"code\":\"") && TakeText(&window.resource_code) && Skip(",\"kind\":") &&
+                       TakeNumber(&window.content_kind) && Skip(",\"name\":\"") && TakeText(&window.resource_name) &&
+                       Skip(",\"no\":") && TakeNumber(&number) && Skip(",\"preset\":") && TakeNumber(&number) &&
+                       Skip(",\"stream\":") && TakeNumber(&number) && Skip("}");
+    if (taken && view_plugin_protocol::IsCamera(window)) {
+      cameras->push_back({std::move(window.resource_code), std::move(window.resource_name)});
     }
-    if (view_plugin_protocol::IsCamera(window)) {
-      cameras.push_back({std::move(window.resource_code), std::move(window.resource_name)});
-    }
+    return taken;
+  }
+
+  QStringView rest_;
+};
+
+// Without making JSON of the text: a site has many plans. Nothing for a text with more or less in it than is written
+// here, or in another order.
+std::optional<std::vector<NamedCamera>> CamerasAsWritten(const QString& text) {
+  std::vector<NamedCamera> cameras;
+  if (!WrittenPages(text).TakeAll(&cameras)) {
+    return std::nullopt;
   }
   return cameras;
 }
