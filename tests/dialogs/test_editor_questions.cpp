@@ -12,34 +12,11 @@ using namespace view_plugin_protocol;
 class EditorQuestionsTest : public TarnTest::CPlanTest {
   Q_OBJECT
  private Q_SLOTS:
-  void WhatARefusedSaveMeans();
   void WhatIsSaidAfterALook_data();
   void WhatIsSaidAfterALook();
   void WhatTheySavedInWords();
   void AbilitiesAreFetchedOnce();
-  void FailuresAreAskedAgain();
 };
-
-void EditorQuestionsTest::WhatARefusedSaveMeans() {
-  for (const ErrorKind kind : {UnknownFailure, Gone, Changed}) {
-    QVERIFY2(MayBeConflict(kind), qPrintable(QString::number(kind)));
-  }
-  for (const ErrorKind kind : {NotPermitted, Refused, TooLarge, Unavailable}) {
-    QVERIFY2(!MayBeConflict(kind), qPrintable(QString::number(kind)));
-  }
-  const auto conflict = [](bool ok, int64_t revision, int32_t kind) {
-    HostCalls::Result<GetPlanDetailResponse> now{ok, {}};
-    now.response.revision = revision;
-    now.response.error_kind = kind;
-    return ConflictOf(now, 5);
-  };
-  QCOMPARE(conflict(true, 6, 0), SaveConflict::ChangedElsewhere);
-  QCOMPARE(conflict(true, 5, 0), SaveConflict::None);
-  QCOMPARE(conflict(false, 0, Gone), SaveConflict::Deleted);
-  for (const ErrorKind kind : {UnknownFailure, Changed, NotPermitted, Refused, TooLarge, Unavailable}) {
-    QCOMPARE(conflict(false, 0, kind), SaveConflict::None);
-  }
-}
 
 void EditorQuestionsTest::WhatIsSaidAfterALook_data() {
   using Said = SaveConflict;
@@ -139,21 +116,6 @@ void EditorQuestionsTest::AbilitiesAreFetchedOnce() {
   for (const auto& call : Services().Calls()) {
     QVERIFY2(!call.on_gui_thread || (call.name != "GetStreamAbility" && call.name != "GetPresets"), "the GUI was held");
   }
-}
-
-void EditorQuestionsTest::FailuresAreAskedAgain() {
-  Open({}, false);
-  CCameraAbilities abilities;
-  QSignalSpy streams_failed(&abilities, &CCameraAbilities::SignalStreamsFailed);
-  QSignalSpy presets_failed(&abilities, &CCameraAbilities::SignalPresetsFailed);
-  abilities.Ask("no such camera");
-  QTRY_VERIFY(streams_failed.size() == 1 && presets_failed.size() == 1);
-  QVERIFY(!streams_failed[0][1].toString().isEmpty());
-  QVERIFY(!abilities.Streams("no such camera") && !abilities.Presets("no such camera"));
-  Services().Fail("GetPresets", "not now");
-  abilities.Ask("no such camera");
-  QTRY_VERIFY(streams_failed.size() == 2 && presets_failed.size() == 2);
-  QCOMPARE(presets_failed[1][1].toString(), QString("not now"));
 }
 
 QTEST_MAIN(EditorQuestionsTest)

@@ -54,9 +54,7 @@ class EditorWindowsTest : public TarnTest::CPlanTest {
   void SwapsAnyTwoWindowsByKeys();
   void PagesByKeys();
   void NoticesWhatBecomesOfCameras();
-  void AsksAgainAtEachShow();
   void AsksOnlyOfCamerasThatStay();
-  void PagesAreNotBuiltBeforeTheyAreNeeded();
   void MenuOfAWindow();
   void LooksAgainForCamerasThatFail();
 
@@ -225,20 +223,6 @@ void EditorWindowsTest::NoticesWhatBecomesOfCameras() {
   QVERIFY(stage.Text("window_title").endsWith("(not found)"));
 }
 
-void EditorWindowsTest::AsksAgainAtEachShow() {
-  CEditorStage stage(Opened({{"load_all", 1}}));
-  const QString code = fixture_.Code("Public A plan 2");
-  auto* presets = stage.Find<QComboBox>("preset_box");
-  stage.Open(code);
-  QTRY_COMPARE(presets->count(), 2);
-  const int asked = Services().Count("GetPresets");
-  stage.editor->hide();
-  stage.editor->show();
-  QCOMPARE(presets->count(), 2);  // what is known stays until there is an answer
-  QTRY_COMPARE(Services().Count("GetPresets"), asked + 1);
-  QTRY_COMPARE(Services().Count("GetStreamAbility"), asked + 1);
-}
-
 // A host that hangs on such questions holds up nothing else.
 void EditorWindowsTest::AsksOnlyOfCamerasThatStay() {
   Shrinking();
@@ -261,27 +245,6 @@ void EditorWindowsTest::AsksOnlyOfCamerasThatStay() {
   const auto asked = Services().Requests<play_plugin_protocol::GetStreamAbiRequest>();
   QCOMPARE(asked.size(), size_t(1));
   QCOMPARE(asked.front().camera_index_code, std::string("103"));
-}
-
-void EditorWindowsTest::PagesAreNotBuiltBeforeTheyAreNeeded() {
-  Open({{"load_all", 1}});
-  TarnTest::CPlanFixture::Drain();
-  CEditorStage stage(fixture_);
-  const auto open = [&stage](int pages) {
-    stage.editor->OpenPlan("77");
-    stage.editor->OnPlanInfo(TarnTest::Detail(TarnTest::FullPages(pages)));
-    stage.WaitForCameras();
-    TarnTest::CPlanFixture::Drain();
-    return stage.editor->findChildren<QObject*>().size();
-  };
-  open(1);
-  const int objects = open(1);
-  QCOMPARE(open(8), objects);
-
-  stage.Pages().setCurrentIndex(stage.Pages().model()->index(7, 0));
-  TarnTest::CPlanFixture::Drain();
-  QVERIFY(stage.Grid().accessibleDescription().contains('8'));
-  QCOMPARE(stage.editor->findChildren<QObject*>().size(), objects);
 }
 
 void EditorWindowsTest::MenuOfAWindow() {

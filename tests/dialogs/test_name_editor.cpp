@@ -39,7 +39,6 @@ class NameEditorTest : public QObject {
   void EditorMayDieInItsSignal();
   void ClosesWithTheFocusAndStaysOnTheScreen();
   void HintOverAnEmptyField();
-  void ReadableInEverySkin();
 
  private:
   void Show(int mode, const QString& name = QString()) {
@@ -198,20 +197,6 @@ void NameEditorTest::HintOverAnEmptyField() {
   QTRY_VERIFY(QToolTip::isVisible());
   QApplication::sendEvent(field_, &leave);
   QTRY_VERIFY(!QToolTip::isVisible());
-}
-
-void NameEditorTest::ReadableInEverySkin() {
-  for (const char* skin : {"redblack", "white"}) {
-    tarn_ui_data_controller::CSkinLoader::Instance().LoadSkin(skin);
-    Show(1, "Gate");
-    QCOMPARE(editor_->grab().toImage().pixelColor(4, 4), QColor(Qt::white));
-    const QWidget* title = editor_->findChild<QWidget*>("ptr_name_label");
-    const int name = qGray(title->palette().color(title->foregroundRole()).rgb());
-    const int text = qGray(field_->palette().color(QPalette::Text).rgb());
-    const int hint = qGray(field_->palette().color(QPalette::PlaceholderText).rgb());
-    QVERIFY(qMax(name, qMax(text, hint)) < 118);  // on white
-    QVERIFY(hint - text > 50);                    // a hint must not pass for a name
-  }
 }
 
 QTEST_MAIN(NameEditorTest)

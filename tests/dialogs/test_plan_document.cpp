@@ -38,11 +38,9 @@ class PlanDocumentTest : public TarnTest::CPlanTest {
   void PagesAreNumberedAgain();
   void WindowsOutOfSight();
   void WindowWithSeveralRecords();
-  void MovesAndClears();
   void RegionGoesOnOverPages();
   void FilledWindowsAreLimited();
   void TypingIsOneStep();
-  void SaysWhatChanged();
   void AGroupsNameIsNoPartOfThePlan();
   void SavingAndTakingOver();
   void OtherContentStays();
@@ -133,25 +131,6 @@ void PlanDocumentTest::WindowWithSeveralRecords() {
   QCOMPARE(document.Draft().Window(0, 1)->preset_no, 3);
   document.PutCamera(0, 1, {"c", "C"});
   QCOMPARE(Words(document.MakeUpdateRequest().pages), std::string("[1  /2 10s 1:1,c,C,0,0]"));
-}
-
-void PlanDocumentTest::MovesAndClears() {
-  CPlanDocument document;
-  document.StartNew("New", "12");
-  QCOMPARE(document.Fill(0, 2, {{"a", "A"}, {"b", "B"}, {"c", "C"}}).placed, 3);
-  document.SetStream(0, 2, 1);
-  document.SwapWindows(0, 2, 4);
-  document.SwapWindows(0, 4, 1);
-  QCOMPARE(Shown(document, 0), QString("a c b -"));
-  QCOMPARE(document.Draft().Window(0, 1)->stream_type, 1);
-  document.ClearWindow(0, 2);
-  document.ClearWindow(0, 2);  // what changes nothing makes no step
-  document.ClearPage(0);
-  document.ClearPage(0);
-  document.SetStream(0, 1, 1);
-  document.SwapWindows(0, 1, 5);
-  QCOMPARE(Shown(document, 0), QString("- - - -"));
-  QCOMPARE(document.UndoStack().count(), 6);
 }
 
 void PlanDocumentTest::RegionGoesOnOverPages() {
@@ -246,30 +225,6 @@ void PlanDocumentTest::TypingIsOneStep() {
   QCOMPARE(document.Draft().pages[0].dwell_seconds, 7);
   QVERIFY(document.UndoStack().isClean());
   QCOMPARE(dirty, (QList<QList<QVariant>>{{true}, {false}, {true}, {false}}));
-}
-
-void PlanDocumentTest::SaysWhatChanged() {
-  using D = CPlanDocument;
-  CLoaded document({Page(1, 2, {Window(1, "a")}), Page(2, 4, {}), Page(3, 8, {})});
-  QSignalSpy changed(&document, &D::SignalChanged);
-  using Report = QList<QList<QVariant>>;
-  const auto report_of = [&](const std::function<void()>& edit) {
-    edit();
-    return std::exchange(static_cast<Report&>(changed), {});
-  };
-  const auto undo = [&] { document.UndoStack().undo(); };
-  QCOMPARE(report_of([&] { document.SetCurrentPage(99); }), (Report{{D::CurrentChanged, -1}}));
-  QCOMPARE(report_of([&] { document.SetName("Day"); }), (Report{{D::HeadChanged, -1}}));
-  QCOMPARE(report_of([&] { document.ClearWindow(0, 1); }), (Report{{D::PageChanged | D::CurrentChanged, 0}}));
-  const Report pages{{D::PagesChanged | D::CurrentChanged, -1}};
-  QCOMPARE(report_of([&] { document.AddPage(0); }), pages);
-  QCOMPARE(report_of([&] { document.MovePage(1, 3); }), pages);
-  QCOMPARE(report_of(undo), pages);
-  QCOMPARE(document.CurrentPage(), 1);
-  QCOMPARE(report_of(undo).size(), 1);
-  report_of([&] { document.SetCurrentPage(2); });
-  QCOMPARE(report_of(undo), (Report{{D::PageChanged | D::CurrentChanged, 0}}));  // brings the page to the front
-  QCOMPARE(document.CurrentPage(), 0);
 }
 
 void PlanDocumentTest::AGroupsNameIsNoPartOfThePlan() {

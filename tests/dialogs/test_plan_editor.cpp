@@ -45,7 +45,6 @@ class PlanEditorTest : public TarnTest::CEditorTest {
   void UndoGoesBackToTheStart();
   void TakesDropsOfCamerasOnly();
   void ADropIsNotCoveredByTheNextCamera();
-  void HoldsAtMost128();
   void ShowsWhatItDoesNotKnow();
   void RefusesWhatCannotBeSaved();
   void StrangeDwellTimesStay();
@@ -220,26 +219,6 @@ void PlanEditorTest::ADropIsNotCoveredByTheNextCamera() {
   QCOMPARE(grid.CurrentWindow(), 1);
   grid.SetCurrentWindow(3);
   QVERIFY(grid.accessibleName() != dropped);
-}
-
-void PlanEditorTest::HoldsAtMost128() {
-  CEditorStage stage(Begun());
-  stage.OpenNew(fixture_.Code("Gates"));
-  stage.Click("split_16_btn");
-  QVERIFY(Drop(stage.Grid(), 1, Payload(stage, 0, 128)));
-  QCOMPARE(stage.Text("filled_count"), QString("128 / 128"));
-  stage.TakeTips();
-  stage.Grid().SetCurrentWindow(16);
-  QTest::keyClick(&stage.Grid(), Qt::Key_Delete);
-  QVERIFY(Drop(stage.Grid(), 1, Payload(stage, 0, 3)));
-  QCOMPARE(stage.TakeTips(), QStringList("Cameras placed: 1 of 3. Pages used: 1, new: 0. Left out: 2. "
-                                         "A plan holds at most 128 filled windows."));
-  stage.Click("add_page_btn");
-  Drop(stage.Grid(), 1, Payload(stage, 0, 1));
-  QCOMPARE(stage.TakeTips().size(), 1);
-  QCOMPARE(stage.Text("filled_count"), QString("128 / 128"));
-  stage.Save();
-  QTRY_COMPARE(stage.closed, 1);
 }
 
 void PlanEditorTest::ShowsWhatItDoesNotKnow() {

@@ -257,28 +257,6 @@ void PlanEditorSavingTest::ControllersThatGoEndTheWait() {
   stage.ConnectLoads();  // the editor let go of that controller
   stage.Open(patrol_);
   stage.Name().setText("Mine");
-  RenameElsewhere(patrol_, "Theirs");
-  Services().Hold("GetPlanDetail");
-  stage.TakeTips();
-  stage.Save();
-  QVERIFY(Services().WaitUntilHeld("GetPlanDetail"));
-  stage.editor->SetController(next.get());  // the host has refused the plan before, and that is known
-  QVERIFY(stage.IsIdle());
-  QCOMPARE(stage.TakeTips().size(), 1);
-  Services().ReleaseAll();
-  stage.SaveIntoConflict();
-  Services().Hold("AddPlan");
-  stage.Click("save_as_new_btn");
-  QVERIFY(Services().WaitUntilHeld("AddPlan"));
-  stage.editor->SetController(stage.controller.get());
-  QVERIFY(stage.IsConflictShown());
-  stage.Name().setText("Mine and more");
-  Services().ReleaseAll();
-  QTRY_VERIFY(!stage.IsConflictShown());  // it is another plan now
-
-  stage.ConnectLoads();
-  stage.Open(patrol_);
-  stage.Name().setText("Mine");
   Services().Hold("UpdatePlan");
   stage.Save();
   QVERIFY(Services().WaitUntilHeld("UpdatePlan"));

@@ -34,7 +34,6 @@ class SaveAsTest : public TarnTest::CPlanTest {
   void GroupVanishesWhileOpen();
   void ChosenGroupOutlastsAReload_data();
   void ChosenGroupOutlastsAReload();
-  void WorksWithoutATree();
   void ClosesWithTheActivation();
   void Keys();
 
@@ -281,17 +280,6 @@ void SaveAsTest::ChosenGroupOutlastsAReload() {
   CPlanFixture::Drain();
   QCOMPARE(Group(), QString("C1"));
   QCOMPARE(Save(), QString("saved"));
-}
-
-void SaveAsTest::WorksWithoutATree() {
-  Begin({{"load_all", 1}}, "no such monitor");
-  dialog_->SetCurIndexByPlayItem();
-  dialog_->ExpandDefaultIndex();
-  dialog_->OnSetDefaultIndex();
-  CStandardViewController controller(fixture_.Own());
-  dialog_->SetViewController(&controller);
-  Show();
-  QCOMPARE(Save(), QString("refused"));
 }
 
 void SaveAsTest::ClosesWithTheActivation() {
