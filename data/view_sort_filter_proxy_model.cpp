@@ -2,16 +2,15 @@
 
 #include <vector>
 
-#include "MarUIControl/standard_item_model.h"
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_rules/rights.h"
+#include "plan_rules/row_order.h"
 #include "standard_plan_model.h"
 
 namespace TarnPlanView {
 
 namespace {
-constexpr int kCompareNames = 2;
 constexpr int kSortedWhenOpened = 200;  // more children than these are sorted as soon as their expander is shown
 
 /// One row of the source while it is compared. A plan tree's row is looked up once for all roles: a long sort asks for
@@ -73,19 +72,16 @@ struct CViewSortFilterProxyModel::Data {
 };
 
 bool CViewSortFilterProxyModel::Data::Less(const Side& left, const Side& right) {
-  if (left.type != right.type) {
-    return left.type < right.type;
-  }
-  if (!left.text.isValid()) {
+  if (left.type == right.type && !left.text.isValid()) {
     return true;
   }
-  if (!right.text.isValid()) {
+  if (left.type == right.type && !right.text.isValid()) {
     return false;
   }
   QString left_scratch;
   QString right_scratch;
-  return MarUIControl::CStandardItemModel::CustomStringCompare(TextOf(left.text, left_scratch),
-                                                               TextOf(right.text, right_scratch), kCompareNames);
+  return view_plugin_protocol::StandsBefore(left.type, TextOf(left.text, left_scratch), right.type,
+                                            TextOf(right.text, right_scratch));
 }
 
 CViewSortFilterProxyModel::CViewSortFilterProxyModel(QObject* parent, bool filterEnabled)

@@ -1,11 +1,15 @@
 #include "plans/cycle_turn.h"
 
+#include <TarnPlanView/item_type.h>
+
 #include <QHash>
+#include <algorithm>
 #include <optional>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "host_calls/result.h"
+#include "plan_rules/row_order.h"
 
 namespace TarnClient {
 
@@ -18,10 +22,31 @@ namespace {
 
 using Failure = std::optional<ResponseHeader>;
 
+struct Row {
+  int type = TarnPlanView::PublicPlanItem;
+  std::string code;
+  QString name;
+};
+
 struct Listing {
-  QVector<PlanBasicInfo> plans;
+  QVector<Row> plans;
   Failure left_out;  // why a subgroup is missing that may come back
 };
+
+// What stands in a group, as the tree shows it.
+QVector<Row> RowsOf(const GetPlanGroupsResponse& groups, const GetPlansInGroupResponse& plans) {
+  QVector<Row> rows;
+  for (const PlanGroup& group : groups.groups) {
+    rows.append({TarnPlanView::PublicGroupItem, group.index_code, StringToQString(group.name)});
+  }
+  for (const PlanBasicInfo& plan : plans.plans) {
+    rows.append({TarnPlanView::PublicPlanItem, plan.index_code, StringToQString(plan.name)});
+  }
+  std::stable_sort(rows.begin(), rows.end(), [](const Row& left, const Row& right) {
+    return StandsBefore(left.type, left.name, right.type, right.name);
+  });
+  return rows;
+}
 
 // Why the group itself cannot be listed. Of a subgroup that cannot, what is known is listed; it may have gone in the
 // meantime.
@@ -30,16 +55,19 @@ Failure ListPlans(const std::string& group_code, Listing* listing) {
   if (!here.ok) {
     return here.response;
   }
-  listing->plans += QVector<PlanBasicInfo>::fromList(here.response.plans);
   const auto below = CallNow(&CViewBusinessInterfaceMgr::GetPlanGroups, GetPlanGroupsRequest{group_code, 0});
-  if (!below.ok) {
-    return below.response;
-  }
-  for (const PlanGroup& group : below.response.groups) {
-    const Failure failure = ListPlans(group.index_code, listing);
+  for (const Row& row : RowsOf(below.response, here.response)) {
+    if (row.type == TarnPlanView::PublicPlanItem) {
+      listing->plans.append(row);
+      continue;
+    }
+    const Failure failure = ListPlans(row.code, listing);
     if (failure && failure->error_kind != Gone) {
       listing->left_out = failure;
     }
+  }
+  if (!below.ok) {
+    return below.response;
   }
   return std::nullopt;
 }
@@ -60,6 +88,14 @@ QHash<QString, int> Places(const QVector<std::string>& plans) {
   return places;
 }
 
+// Where to look when a plan is not to be had: on, unless the user goes back.
+int DirectionOf(int step) {
+  if (step < 0) {
+    return -1;
+  }
+  return 1;
+}
+
 // Place in `plans` where the next turn begins to look: beside the last plan, or at the first one that was beyond it.
 int FirstCandidate(const QVector<std::string>& plans, const CycleTurn& last, int step) {
   if (last.position < 0) {
@@ -70,13 +106,14 @@ int FirstCandidate(const QVector<std::string>& plans, const CycleTurn& last, int
   if (current >= 0) {
     return current + step;
   }
-  for (int i = last.position + step; i >= 0 && i < last.plans.size(); i += step) {
+  const int direction = DirectionOf(step);
+  for (int i = last.position + direction; i >= 0 && i < last.plans.size(); i += direction) {
     const int place = places.value(StringToQString(last.plans[i]), -1);
     if (place >= 0) {
       return place;
     }
   }
-  if (step > 0) {
+  if (direction > 0) {
     return 0;
   }
   return plans.size() - 1;
@@ -110,18 +147,18 @@ CycleTurn CycleTurn::Next(const std::string& group_code, const CycleTurn& last, 
   if (listing.plans.isEmpty()) {
     turn.error_kind = why.error_kind;
   }
-  for (const PlanBasicInfo& plan : qAsConst(listing.plans)) {
-    turn.plans.append(plan.index_code);
+  for (const Row& plan : qAsConst(listing.plans)) {
+    turn.plans.append(plan.code);
   }
   const int count = turn.plans.size();
   const int first = FirstCandidate(turn.plans, last, step);
   for (int tried = 0; tried < count && turn.position < 0; ++tried) {
-    const int place = (first + step * tried + count) % count;
+    const int place = (first + DirectionOf(step) * tried + count) % count;
     if (Fetch(turn.plans[place], &turn)) {
       turn.position = place;
       turn.outcome = Outcome::Fetched;
     } else {
-      turn.skipped.append(StringToQString(listing.plans[place].name));
+      turn.skipped.append(listing.plans[place].name);
     }
   }
   return turn;

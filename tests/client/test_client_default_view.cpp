@@ -67,8 +67,8 @@ void ClientDefaultViewTest::OpensAfterARestart_data() {
   };
   add("public plan", "Public root plan", "Public root plan", "");
   add("own plan", "Own root plan", "Own root plan", "");
-  add("public group", "Public A", "Public A plan 2", "1 of 4");
-  add("own group", "Own C", "Own C plan 2", "1 of 4");
+  add("public group", "Public A", "A1 plan 2", "1 of 4");
+  add("own group", "Own C", "C1 plan 2", "1 of 4");
   add("none", "No default view", "", "");
   add("deleted", "Public root plan", "", "");
 }
