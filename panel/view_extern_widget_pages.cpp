@@ -1,3 +1,5 @@
+#include <QApplication>
+
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/popup_menu.h"
@@ -27,7 +29,12 @@ PanelPage CViewExternWidget::Private::CurrentPage() const {
 
 void CViewExternWidget::Private::ShowPage(PanelPage page) {
   QWidget* const pages[] = {ui.plan_view_tree, ui.search_list_view, ui.wait_widget};
-  ui.plan_stacked_widget->setCurrentWidget(pages[static_cast<int>(page)]);
+  QWidget* shown = pages[static_cast<int>(page)];
+  ui.plan_stacked_widget->setCurrentWidget(shown);
+  // Not to a button on it that goes in a moment: from there the focus would leave the panel.
+  if (ui.plan_stacked_widget->isAncestorOf(QApplication::focusWidget())) {
+    shown->setFocus();
+  }
   if (preview) {
     preview->Dismiss();
   }

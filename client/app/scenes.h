@@ -73,6 +73,12 @@ class CScene : public QObject {
   void PlanEditorTimes();
   void PlanEditorLongNames();
   void PlanEditorQuestion();
+  void Stopped();
+  void Automatic();
+  void AutomaticEnded();
+  void Failed();
+  void LongTitle();
+  void LongHistory();
   void Preview();
   void AddActiveWindow();
   void FocusOnTabs();

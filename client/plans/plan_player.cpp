@@ -12,19 +12,24 @@
 #include "MarUIControl/string_conversion.h"
 #include "ResourceData/resource_type.h"
 #include "host_calls/ask.h"
+#include "plan_rules/default_view.h"
 #include "plans/plan_family.h"
 #include "plans/playing_mark.h"
 #include "plans/programme_texts.h"
+#include "plans/retry_pause.h"
 #include "wall/live_wall.h"
 
 namespace TarnClient {
 
+using LyraPluginManager::CViewBusinessInterfaceMgr;
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
 using TarnPlanView::CallAnswer;
 using TarnPlanView::CAutoPlanHelper;
 using TarnPlanView::CStandardViewController;
 using TarnPlanView::CViewExternWidget;
+using view_plugin_protocol::GetClientDefaultViewConfigRequest;
+using view_plugin_protocol::GetClientDefaultViewConfigResponse;
 using view_plugin_protocol::GetPlanDetailRequest;
 using view_plugin_protocol::GetPlanDetailResponse;
 
@@ -32,7 +37,10 @@ namespace {
 
 constexpr int kClockMs = 1000;
 constexpr int kNextPlanMs = 1500;  // by then the helper has looked whether another timed plan is due
-constexpr int kLongPauseMs = 60000;
+
+Events::Failure FailureOf(const view_plugin_protocol::ResponseHeader& answer) {
+  return {StringToQString(answer.error_info), answer.error_kind};
+}
 
 }  // namespace
 
@@ -50,11 +58,9 @@ CPlanPlayer::CPlanPlayer(CLiveWall* wall, QObject* parent)
 CPlanPlayer::~CPlanPlayer() = default;
 
 void CPlanPlayer::FollowWall() {
-  connect(wall_, &CLiveWall::SignalPlanChanged, this, [this] {
-    if (!wall_->IsPlaying()) {
-      Handle(Events::WallEmptied());
-    }
-  });
+  connect(wall_, &CLiveWall::SignalPlanRenewed, this, [this] { Handle(Events::PlanRenewed{wall_->Plan()}); });
+  connect(wall_, &CLiveWall::SignalStopWanted, this, &CPlanPlayer::Stop);
+  connect(wall_, &CLiveWall::SignalTryAgain, this, &CPlanPlayer::TryAgain);
   connect(wall_, &CLiveWall::SignalTurnOver, this, [this] { Handle(Events::TurnOver()); });
   connect(wall_, &CLiveWall::SignalStepWanted, this, [this](int step) { Handle(Events::StepWanted{step}); });
   connect(wall_, &CLiveWall::SignalHeld, this, [this] { Handle(Events::Held()); });
@@ -75,7 +81,7 @@ void CPlanPlayer::Attach(CPlanFamily* family) {
   connect(panel, &CViewExternWidget::SignalPlayPlanToMonitor, this, [this](const QVariant& plan) {
     Handle(Events::PanelFetches{QStringToString(plan.toMap().value(QStringLiteral("plan_code")).toString())});
   });
-  connect(panel, &CViewExternWidget::SignalStopPlan, this, &CPlanPlayer::Stop);
+  connect(panel, &CViewExternWidget::SignalStopPlan, this, [this] { Handle(Events::StopWanted{{}, false}); });
   // The time that the panel names is that of a host which lets its users choose none.
   connect(panel, &CViewExternWidget::SignalPlanGroupCycle, this, [this](const QString& code) { PlayGroup(code); });
   CStandardViewController* controller = family->Controller();
@@ -87,13 +93,17 @@ void CPlanPlayer::Attach(CPlanFamily* family) {
   }
   connect(controller, &CStandardViewController::SignalPlayPlanView, this,
           [this](const GetPlanDetailResponse& plan) { Handle(Events::PlanCame{plan}); });
-  connect(controller, &CStandardViewController::SignalConfigPlayView, this,
-          [this](const QString& code, int type) { OnDefaultView(code, type == ResourceData::RT_VIEW_GROUP); });
-  controller->SetPlayListener(this, [this](const std::string& code) { Handle(Events::FetchOver{code}); });
+  controller->SetPlayListener(this, [this](const CallAnswer& answer, const std::string& code) {
+    Events::FetchOver over{code};
+    if (!answer.ok) {
+      over.failure = Events::Failure{answer.text, answer.kind, true};
+    }
+    Handle(over);
+  });
 }
 
 void CPlanPlayer::Play(const std::string& code, PlayOrigin origin) {
-  if (controller_ && !code.empty()) {
+  if (!code.empty()) {
     Handle(Events::PlanWanted{code, origin});
   }
 }
@@ -119,7 +129,19 @@ void CPlanPlayer::OpenInItsPlace(const QString& code, bool is_group) {
 }
 
 void CPlanPlayer::Stop() {
-  Handle(Events::StopWanted());
+  Handle(Events::StopWanted{{wall_->PageNumber(), wall_->IsHeld()}});
+}
+
+void CPlanPlayer::PlayAgain() {
+  Handle(Events::PlayAgainWanted());
+}
+
+void CPlanPlayer::ForgetStopped() {
+  Handle(Events::OfferOver());
+}
+
+void CPlanPlayer::TryAgain() {
+  Handle(Events::TryAgainWanted());
 }
 
 void CPlanPlayer::ForgetUser() {
@@ -135,12 +157,14 @@ void CPlanPlayer::OnDefaultView(const QString& code, bool is_group) {
   }
 }
 
-// What there is has come by the controller's signal.
-void CPlanPlayer::OnDefaultViewAnswer(const CallAnswer& answer) {
+void CPlanPlayer::OnDefaultViewAnswer(const HostCalls::Result<GetClientDefaultViewConfigResponse>& answer) {
+  const std::string& code = answer.response.index_code;
   if (!answer.ok) {
-    Handle(Events::DefaultViewUnknown());
-  } else if (answer.text.isEmpty()) {
+    Handle(Events::DefaultViewUnknown{FailureOf(answer.response)});
+  } else if (code == view_plugin_protocol::kNoDefaultViewCode || code.empty()) {
     Handle(Events::DefaultViewNone());
+  } else {
+    OnDefaultView(StringToQString(code), answer.response.type == ResourceData::RT_VIEW_GROUP);
   }
 }
 
@@ -176,10 +200,20 @@ void CPlanPlayer::Handle(const ProgrammeEvent& event) {
 
 void CPlanPlayer::Do(const Commands::FetchPlan& fetch) {
   if (fetch.by == PlayOrigin::History) {
-    FetchByPanel(fetch.code);
-  } else if (controller_) {
-    controller_->PlayPlanViewByIndexCode(fetch.code);
+    return FetchByPanel(fetch.code);
   }
+  GetPlanDetailRequest request;
+  request.plan_index_code = fetch.code;
+  request.play = true;
+  HostCalls::Ask(&CViewBusinessInterfaceMgr::GetPlanDetail, request).Then(this, [this, fetch](const auto& answer) {
+    Events::FetchOver over{fetch.code};
+    if (answer.ok) {
+      Handle(Events::PlanCame{answer.response});
+    } else {
+      over.failure = FailureOf(answer.response);
+    }
+    Handle(over);
+  });
 }
 
 // The panel says that it fetches the plan; if it does not, nothing is on its way any more.
@@ -192,6 +226,10 @@ void CPlanPlayer::FetchByPanel(const std::string& code) {
 
 void CPlanPlayer::Do(const Commands::ShowPlan& show) {
   wall_->Play(show.plan);
+  wall_->GoTo(show.place.page);
+  if (show.place.is_held) {
+    wall_->ToggleHold();
+  }
   mark_->Set(wall_->PlanCode(), IsPicked(show.by));
   if (controller_) {
     controller_->AddOperationPlayPlan(wall_->PlanName(), !IsPicked(show.by), show.by == PlayOrigin::History);
@@ -218,6 +256,7 @@ void CPlanPlayer::Do(const Commands::DropTurn&) {
 
 void CPlanPlayer::Do(const Commands::BeginTurn& begin) {
   wall_->BeginTurn(begin.seconds);
+  wall_->GoTo(begin.page);
   if (begin.is_held && !wall_->IsHeld()) {
     wall_->ToggleHold();
   }
@@ -233,20 +272,17 @@ void CPlanPlayer::Do(const Commands::EndTurns&) {
 
 void CPlanPlayer::Do(const Commands::AskDefaultView&) {
   if (in_its_place_) {
-    OnDefaultView(in_its_place_->code, in_its_place_->is_group);
-  } else if (controller_) {
-    controller_->InitGetViewDefaultConfig({}, [player = QPointer<CPlanPlayer>(this)](const CallAnswer& answer) {
-      if (player) {
-        player->OnDefaultViewAnswer(answer);
-      }
-    });
+    return OnDefaultView(in_its_place_->code, in_its_place_->is_group);
   }
+  HostCalls::Ask(&CViewBusinessInterfaceMgr::GetClientViewConfig, GetClientDefaultViewConfigRequest())
+      .Replacing(default_view_)
+      .Then(this, [this](const auto& answer) { OnDefaultViewAnswer(answer); });
 }
 
 void CPlanPlayer::Do(const Commands::AskIfSeen& ask) {
   GetPlanDetailRequest request;
   request.plan_index_code = ask.code;
-  HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request)
+  HostCalls::Ask(&CViewBusinessInterfaceMgr::GetPlanDetail, request)
       .Replacing(question_)
       .Then(this, [this](const auto& detail) { Handle(Events::SeenAnswered{detail}); });
 }
@@ -274,19 +310,15 @@ void CPlanPlayer::Do(const Commands::WatchClock& watch) {
 void CPlanPlayer::Do(const Commands::AwaitNextPlan& await) {
   if (!await.on) {
     next_plan_.stop();
-  } else if (await.is_long) {
-    next_plan_.start(kLongPauseMs);
+  } else if (await.failures > 0) {
+    next_plan_.start(RetryPauseSeconds(await.failures) * 1000);
   } else {
     next_plan_.start(kNextPlanMs);
   }
 }
 
-void CPlanPlayer::Do(const Commands::SayAwaited&) {
-  Q_EMIT SignalAwaitedChanged();
-}
-
-void CPlanPlayer::Do(const Commands::SayProgress&) {
-  Q_EMIT SignalProgress(CProgrammeTexts::ProgressOf(state_));
+void CPlanPlayer::Do(const Commands::ShowState&) {
+  Q_EMIT SignalStateChanged();
 }
 
 void CPlanPlayer::Do(const Commands::SayFailure& say) {

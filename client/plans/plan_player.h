@@ -10,12 +10,12 @@
 
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "host_calls/call_scope.h"
+#include "host_calls/result.h"
 #include "plans/play_origin.h"
 #include "plans/programme.h"
 
 namespace TarnPlanView {
 class CStandardViewController;
-struct CallAnswer;
 }  // namespace TarnPlanView
 
 namespace TarnClient {
@@ -46,20 +46,24 @@ class CPlanPlayer : public QObject {
   void OpenDefaultView();
   /// This plan or group takes the place of the default view until another user comes.
   void OpenInItsPlace(const QString& code, bool is_group);
-  /// Also takes back what was asked for and has not come yet.
+  /// Also takes back what was asked for and has not come yet. What was on the wall is in State().stopped.
   void Stop();
+  /// What was stopped plays again, a cycle goes on.
+  void PlayAgain();
+  /// What was stopped is offered no more.
+  void ForgetStopped();
+  /// What has failed on the empty wall is tried once more.
+  void TryAgain();
   /// Another user has logged in: stops, and no timed plan of the last user's own starts any more.
   void ForgetUser();
   /// What plays and what is to follow.
   const CProgramme::State& State() const { return state_; }
 
  Q_SIGNALS:
-  /// Another plan or turn is on its way, or none.
-  void SignalAwaitedChanged();
+  /// Something has changed that the user is shown of State().
+  void SignalStateChanged();
   /// The plan is on the wall.
   void SignalPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, TarnClient::PlayOrigin origin);
-  /// Where the group cycle is; empty when none runs.
-  void SignalProgress(const QString& text);
   /// For the user; `state` is that of a tip.
   void SignalMessage(const QString& text, int state);
 
@@ -68,7 +72,8 @@ class CPlanPlayer : public QObject {
   void FollowTimedPlans();
   void Handle(const ProgrammeEvent& event);
   void OnDefaultView(const QString& code, bool is_group);
-  void OnDefaultViewAnswer(const TarnPlanView::CallAnswer& answer);
+  void OnDefaultViewAnswer(
+      const HostCalls::Result<view_plugin_protocol::GetClientDefaultViewConfigResponse>& answer);
   void FetchByPanel(const std::string& code);
   Events::Group GroupOf(const QString& code) const;
 
@@ -87,8 +92,7 @@ class CPlanPlayer : public QObject {
   void Do(const Commands::ForgetTimedPlan& forget);
   void Do(const Commands::WatchClock& watch);
   void Do(const Commands::AwaitNextPlan& await);
-  void Do(const Commands::SayAwaited& say);
-  void Do(const Commands::SayProgress& say);
+  void Do(const Commands::ShowState& show);
   void Do(const Commands::SayFailure& say);
 
   CLiveWall* const wall_;
@@ -108,6 +112,7 @@ class CPlanPlayer : public QObject {
   QTimer next_plan_{this};
   HostCalls::CCallScope turn_;
   HostCalls::CCallScope question_;
+  HostCalls::CCallScope default_view_;
 };
 
 }  // namespace TarnClient

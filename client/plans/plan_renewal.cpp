@@ -4,6 +4,7 @@
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "host_calls/ask.h"
 #include "plans/plan_family.h"
+#include "plans/retry_pause.h"
 #include "wall/live_wall.h"
 
 namespace TarnClient {
@@ -11,15 +12,8 @@ namespace TarnClient {
 using TarnPlanView::CStandardViewController;
 using namespace view_plugin_protocol;
 
-namespace {
-
-constexpr int kAgainMs = 3000;
-
-}  // namespace
-
 CPlanRenewal::CPlanRenewal(CLiveWall* wall, QObject* parent) : QObject(parent), wall_(wall) {
   again_.setSingleShot(true);
-  again_.setInterval(kAgainMs);
   connect(&again_, &QTimer::timeout, this, &CPlanRenewal::Fetch);
 }
 
@@ -33,6 +27,7 @@ void CPlanRenewal::Attach(CPlanFamily* family) {
 void CPlanRenewal::OnSaved(const std::string& plan_code) {
   if (wall_->IsPlaying() && plan_code == wall_->Plan().index_code) {
     plan_code_ = plan_code;
+    failures_ = 0;
     Fetch();
   }
 }
@@ -52,7 +47,7 @@ void CPlanRenewal::Fetch() {
         if (fetched.ok) {
           Take(fetched.response);
         } else if (fetched.response.error_kind != Gone) {
-          again_.start();
+          again_.start(RetryPauseSeconds(++failures_) * 1000);
         }
       });
 }

@@ -13,8 +13,8 @@ class CLiveWall;
 class CPlanFamily;
 
 /// Brings the new version of the plan that plays onto the wall when this client has saved one, in the editor or else.
-/// A version that cannot be read is asked for again while the plan plays. Thread: GUI; the service is asked on the
-/// thread pool.
+/// A version that cannot be read is asked for again and again, at growing pauses, while the plan plays. Thread: GUI;
+/// the service is asked on the thread pool.
 class CPlanRenewal : public QObject {
   Q_OBJECT
  public:
@@ -31,6 +31,7 @@ class CPlanRenewal : public QObject {
   CLiveWall* const wall_;
   std::string plan_code_;  // of the plan that was saved last
   QTimer again_;
+  int failures_ = 0;  // in a row
   HostCalls::CCallScope newest_;
 };
 

@@ -1,6 +1,7 @@
 #include "plans/programme.h"
 
 #include <QTime>
+#include <algorithm>
 #include <tuple>
 #include <utility>
 
@@ -45,6 +46,25 @@ auto ProgressOf(const CProgramme::State& state) {
   return std::make_tuple(cycle.code, cycle.name, cycle.last.position, cycle.last.plans.size());
 }
 
+auto WallOf(const CProgramme::State& state) {
+  const CProgramme::Play play = state.on_wall.value_or(CProgramme::Play());
+  const auto timed_end = state.timed_end.value_or(CProgramme::TimedEnd());
+  const auto ended = state.ended.value_or(CProgramme::Ended());
+  return std::make_tuple(play.code, play.by, play.name, timed_end.at, ended.name, ended.at);
+}
+
+auto OffersOf(const CProgramme::State& state) {
+  const auto stopped = state.stopped.value_or(CProgramme::Stopped());
+  const auto failed = state.failed.value_or(CProgramme::Failed());
+  return std::make_tuple(stopped.play.code, state.failed.has_value(), failed.play.code, failed.reason);
+}
+
+// All that the user is shown.
+auto ShownOf(const CProgramme::State& state) {
+  return std::make_tuple(AwaitedPlan(state), CProgramme::AwaitsTurn(state), ProgressOf(state), WallOf(state),
+                         OffersOf(state));
+}
+
 }  // namespace
 
 bool CProgramme::AwaitsTurn(const State& state) {
@@ -58,28 +78,47 @@ CProgramme::Step CProgramme::Next(const State& state, const ProgrammeEvent& even
   return {std::move(programme.state_), std::move(programme.commands_)};
 }
 
+// What plays takes the place of what was stopped, has ended or has failed.
+void CProgramme::DropWhatIsOver() {
+  if (IsBusy()) {
+    state_.stopped.reset();
+  }
+  if (state_.on_wall) {
+    state_.failed.reset();
+    state_.failures = 0;
+  }
+  if (state_.on_wall && !IsOnWall(PlayOrigin::DefaultView)) {
+    state_.ended.reset();
+  }
+}
+
 // What follows from the state alone.
 void CProgramme::Settle(const State& before) {
+  DropWhatIsOver();
   if (NeedsClock(state_) != NeedsClock(before)) {
     Do(Commands::WatchClock{NeedsClock(state_)});
   }
-  if (AwaitedPlan(state_) != AwaitedPlan(before) || AwaitsTurn(state_) != AwaitsTurn(before)) {
-    Do(Commands::SayAwaited());
-  }
-  if (ProgressOf(state_) != ProgressOf(before)) {
-    Do(Commands::SayProgress());
+  if (ShownOf(state_) != ShownOf(before)) {
+    Do(Commands::ShowState());
   }
 }
 
 void CProgramme::Want(const Play& play) {
   EndCycle();
   state_.on_its_way = play;
+  if (play.by != PlayOrigin::DefaultView) {
+    state_.failed.reset();
+  }
+}
+
+void CProgramme::Fetch(const Play& play) {
+  Want(play);
+  state_.fetches.insert(play.code);
+  Do(Commands::FetchPlan{play.code, play.by});
 }
 
 void CProgramme::On(const Events::PlanWanted& wanted) {
-  Want({wanted.code, wanted.by});
-  state_.fetches.insert(wanted.code);
-  Do(Commands::FetchPlan{wanted.code, wanted.by});
+  Fetch({wanted.code, wanted.by});
 }
 
 void CProgramme::On(const Events::PanelFetches& fetch) {
@@ -92,7 +131,8 @@ void CProgramme::On(const Events::PanelFetches& fetch) {
 // Answers may come in any order; what was asked for last wins.
 void CProgramme::On(const Events::PlanCame& came) {
   if (IsOnItsWay(came.plan.index_code)) {
-    Show(came.plan, state_.on_its_way->by);
+    const Play play = *state_.on_its_way;
+    Show(came.plan, play.by, play.place);
   }
 }
 
@@ -103,12 +143,53 @@ void CProgramme::On(const Events::FetchOver& fetch) {
     return;
   }
   state_.fetches.erase(found);
-  if (IsOnItsWay(fetch.code) && state_.fetches.count(fetch.code) == 0) {
-    state_.on_its_way.reset();
+  if (!IsOnItsWay(fetch.code) || state_.fetches.count(fetch.code) > 0) {
+    return;
+  }
+  const Play play = *std::exchange(state_.on_its_way, std::nullopt);
+  if (!fetch.failure) {
+    return;
+  }
+  if (!fetch.failure->is_said && !IsRetry(play.by)) {
+    Do(Commands::SayFailure{Reason::PlanFailed, {fetch.failure->text}});
+  }
+  Fail({play, std::nullopt, fetch.failure->text, MayPass(fetch.failure->kind)});
+}
+
+// A wall with something on it keeps that. What opens by itself is also tried again by itself, since no one may be
+// there.
+void CProgramme::Fail(const Failed& failed) {
+  if (IsBusy()) {
+    return;
+  }
+  state_.failed = failed;
+  if (failed.play.by == PlayOrigin::DefaultView && failed.may_pass) {
+    state_.default_view_stands = true;
+    Do(Commands::AwaitNextPlan{true, ++state_.failures});
   }
 }
 
-void CProgramme::Show(const Events::Plan& plan, PlayOrigin by) {
+void CProgramme::On(const Events::TryAgainWanted&) {
+  const std::optional<Failed> failed = std::exchange(state_.failed, std::nullopt);
+  if (!failed) {
+    return;
+  }
+  if (failed->play.by == PlayOrigin::DefaultView) {
+    On(Events::DefaultViewWanted());
+  } else if (failed->group) {
+    On(Events::GroupWanted{*failed->group});
+  } else {
+    Fetch(failed->play);
+  }
+}
+
+void CProgramme::On(const Events::PlanRenewed& renewed) {
+  if (state_.on_wall && state_.on_wall->code == renewed.plan.index_code) {
+    state_.on_wall->name = StringToQString(renewed.plan.name);
+  }
+}
+
+void CProgramme::Show(const Events::Plan& plan, PlayOrigin by, const WallPlace& place) {
   if (!StartsByItself(by)) {
     DropDoubtful();
   }
@@ -119,18 +200,45 @@ void CProgramme::Show(const Events::Plan& plan, PlayOrigin by) {
   if (by == PlayOrigin::Automatic && state_.cycle && StartsByItself(state_.cycle->by)) {
     EndCycle();
   }
-  state_.on_wall = Play{plan.index_code, by};
-  Do(Commands::ShowPlan{plan, by});
+  state_.on_wall = Play{plan.index_code, by, StringToQString(plan.name)};
+  Do(Commands::ShowPlan{plan, by, place});
 }
 
-void CProgramme::On(const Events::StopWanted&) {
+void CProgramme::On(const Events::StopWanted& wanted) {
+  if (state_.on_wall && wanted.may_return) {
+    KeepStopped(wanted.place);
+  }
   Clear();
 }
 
-void CProgramme::On(const Events::WallEmptied&) {
-  if (state_.on_wall) {
-    Clear();
+// A cycle goes on with the plan that was on, in it or instead of it.
+void CProgramme::KeepStopped(const WallPlace& place) {
+  Stopped stopped{*state_.on_wall};
+  stopped.play.place = place;
+  stopped.default_view_stood = state_.default_view_stands;
+  if (state_.cycle && state_.cycle->last.position >= 0) {
+    stopped.cycle = state_.cycle;
+    stopped.cycle->place = place;
   }
+  state_.stopped = stopped;
+}
+
+void CProgramme::On(const Events::PlayAgainWanted&) {
+  const std::optional<Stopped> stopped = std::exchange(state_.stopped, std::nullopt);
+  if (!stopped) {
+    return;
+  }
+  state_.default_view_stands = stopped->default_view_stood;
+  if (stopped->cycle) {
+    state_.cycle = stopped->cycle;
+    AskForTurn(Cycle::Awaits::TurnByUser, 0);
+  } else {
+    Fetch(stopped->play);
+  }
+}
+
+void CProgramme::On(const Events::OfferOver&) {
+  state_.stopped.reset();
 }
 
 // The helper announces a timed plan once a day, and the one in doubt may be this user's.
@@ -138,6 +246,8 @@ void CProgramme::On(const Events::UserSwitched&) {
   state_.is_new_user = true;
   const std::optional<Doubtful> doubtful = state_.doubtful;
   Clear();
+  state_.stopped.reset();
+  state_.ended.reset();
   state_.doubtful = doubtful;
   AskIfSeen();
 }
@@ -147,6 +257,8 @@ void CProgramme::On(const Events::UserSwitched&) {
 void CProgramme::Clear() {
   state_.on_its_way.reset();
   state_.asks_default_view = state_.default_view_stands = false;
+  state_.failed.reset();
+  state_.failures = 0;
   DropDoubtful();
   EndCycle();
   Do(Commands::AwaitNextPlan{false});
@@ -168,6 +280,7 @@ void CProgramme::On(const Events::GroupWanted& wanted) {
     return Do(Commands::SayFailure{Reason::GroupsSwitchedOff});
   }
   state_.on_its_way.reset();
+  state_.failed.reset();
   BeginCycle(wanted.group, PlayOrigin::GroupCycle);
 }
 
@@ -223,12 +336,24 @@ void CProgramme::On(const Events::TurnCame& came) {
 }
 
 void CProgramme::FailTurn(const CycleTurn& turn) {
-  const bool has_begun = state_.cycle->last.position >= 0;
-  if (has_begun && MayPass(turn.error_kind)) {
+  const bool has_begun = state_.cycle->last.position >= 0 && state_.on_wall;
+  if (!has_begun) {
+    FailFirstTurn(turn);
+  } else if (MayPass(turn.error_kind)) {
     RepeatTurn(turn.error);
   } else {
     FailCycle({Reason::GroupFailed, {turn.error}});
   }
+}
+
+void CProgramme::FailFirstTurn(const CycleTurn& turn) {
+  const Cycle cycle = *state_.cycle;
+  EndCycle();
+  if (!IsRetry(cycle.by)) {
+    Do(Commands::SayFailure{Reason::GroupFailed, {turn.error}});
+  }
+  const Events::Group group{cycle.code, cycle.name, cycle.seconds_per_plan};
+  Fail({{cycle.code, cycle.by, cycle.name}, group, turn.error, MayPass(turn.error_kind)});
 }
 
 // A group of one plan does not begin it again at every turn, unless the plan was changed.
@@ -239,14 +364,20 @@ void CProgramme::ShowTurn(const Events::TurnCame& came) {
   }
   Cycle& cycle = *state_.cycle;
   const CycleTurn last = std::exchange(cycle.last, turn);
+  WallPlace place = std::exchange(cycle.place, {0});
   cycle.failure.reset();
   if (turn.plan.group_index_code == cycle.code && !turn.plan.group_name.empty()) {
     cycle.name = StringToQString(turn.plan.group_name);
   }
-  if (last.plan.index_code != turn.plan.index_code || last.plan.revision != turn.plan.revision) {
-    Show(turn.plan, cycle.by);
+  const bool is_same = last.plan.index_code == turn.plan.index_code;
+  if (!is_same) {
+    place = {0};
   }
-  Do(Commands::BeginTurn{cycle.seconds_per_plan, came.is_held});
+  const bool is_held = came.is_held || place.is_held;
+  if (!is_same || last.plan.revision != turn.plan.revision || !state_.on_wall) {
+    Show(turn.plan, cycle.by, place);
+  }
+  Do(Commands::BeginTurn{cycle.seconds_per_plan, is_held, place.page});
 }
 
 // No one may be there to begin the cycle again. What keeps it waiting is said once, not at every turn.
@@ -272,6 +403,11 @@ void CProgramme::EndCycle() {
 }
 
 void CProgramme::On(const Events::DefaultViewWanted&) {
+  state_.failures = 0;
+  AskDefaultView();
+}
+
+void CProgramme::AskDefaultView() {
   state_.asks_default_view = true;
   Do(Commands::AskDefaultView());
 }
@@ -305,13 +441,18 @@ void CProgramme::On(const Events::DefaultGroupKnown& known) {
 
 void CProgramme::On(const Events::DefaultViewNone&) {
   state_.asks_default_view = state_.default_view_stands = false;
+  state_.failed.reset();
 }
 
-// At the start the user sees that it failed. Later no one may be there, and the wall would stay empty.
-void CProgramme::On(const Events::DefaultViewUnknown&) {
-  if (std::exchange(state_.asks_default_view, false) && state_.default_view_stands) {
-    Do(Commands::AwaitNextPlan{true, true});
+void CProgramme::On(const Events::DefaultViewUnknown& unknown) {
+  if (!std::exchange(state_.asks_default_view, false)) {
+    return;
   }
+  const Events::Failure& failure = unknown.failure;
+  if (!failure.is_said && !IsRetry(PlayOrigin::DefaultView)) {
+    Do(Commands::SayFailure{Reason::PlanFailed, {failure.text}});
+  }
+  Fail({{{}, PlayOrigin::DefaultView}, std::nullopt, failure.text, MayPass(failure.kind)});
 }
 
 // The helper keeps the plan that it knows while it gets no answer: after a switch of user that may be one which only
@@ -332,7 +473,7 @@ void CProgramme::On(const Events::TimedPlanBegins& begins) {
 // No end is announced when the plan vanishes in mid-run or was stopped, so it is kept here. The clock is looked at
 // again and again, since it may be set, or the computer sleep, in between.
 void CProgramme::BeginTimed(const Events::Plan& plan) {
-  Show(plan, PlayOrigin::Automatic);
+  Show(plan, PlayOrigin::Automatic, {});
   const QDateTime end = EndOf(plan, now_.date());
   if (end.isValid()) {
     state_.timed_end = TimedEnd{end};
@@ -346,9 +487,13 @@ void CProgramme::On(const Events::TimedPlanEnds&) {
 
 // The next timed plan may be due, long before the helper asks by itself. What is wanted meanwhile goes on.
 void CProgramme::EndTimed() {
-  state_.timed_end.reset();
+  const std::optional<TimedEnd> end = std::exchange(state_.timed_end, std::nullopt);
   Do(Commands::LookForTimedPlan());
+  if (state_.stopped && state_.stopped->play.by == PlayOrigin::Automatic) {
+    state_.stopped.reset();
+  }
   if (IsOnWall(PlayOrigin::Automatic)) {
+    state_.ended = Ended{state_.on_wall->name, std::min(now_, end.value_or(TimedEnd{now_}).at)};
     EmptyWall();
     Do(Commands::AwaitNextPlan());
   }
@@ -411,8 +556,8 @@ void CProgramme::On(const Events::NextPlanDue&) {
   }
   if (IsBusy()) {
     Do(Commands::AwaitNextPlan());
-  } else if (state_.default_view_stands) {
-    On(Events::DefaultViewWanted());
+  } else if (state_.default_view_stands && !state_.asks_default_view) {
+    AskDefaultView();
   }
 }
 

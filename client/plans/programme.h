@@ -7,6 +7,7 @@
 
 #include "plans/programme_commands.h"
 #include "plans/programme_events.h"
+#include "plans/wall_place.h"
 
 namespace TarnClient {
 
@@ -18,6 +19,8 @@ class CProgramme {
   struct Play {
     std::string code;
     PlayOrigin by = PlayOrigin::User;
+    QString name = {};     // known once it is on the wall
+    WallPlace place = {};  // where it begins
   };
   /// A group whose plans play in turn.
   struct Cycle {
@@ -29,6 +32,7 @@ class CProgramme {
     Awaits awaits = Awaits::Nothing;
     CycleTurn last = {};                  // on the wall; a default one at first
     std::optional<QString> failure = {};  // why no other plan came, for a run of failures
+    WallPlace place = {0};                // where the plan of the last turn goes on, when it is played again
   };
   struct TimedEnd {
     QDateTime at;
@@ -41,6 +45,24 @@ class CProgramme {
     QDateTime end;
     Question question = Question::Asked;
   };
+  /// What the user has stopped and may have again.
+  struct Stopped {
+    Play play;
+    std::optional<Cycle> cycle = {};  // goes on where it stood
+    bool default_view_stood = false;
+  };
+  /// A timed plan whose time is over.
+  struct Ended {
+    QString name;
+    QDateTime at;
+  };
+  /// What could not be played on the empty wall.
+  struct Failed {
+    Play play;                                // without a code: it is not known what opens at the start
+    std::optional<Events::Group> group = {};  // in place of a plan
+    QString reason = {};                      // the service's text
+    bool may_pass = true;
+  };
   struct State {
     std::optional<Play> on_wall;
     std::optional<Play> on_its_way;      // the plan that was asked for last; none during a cycle
@@ -51,6 +73,10 @@ class CProgramme {
     bool is_new_user = false;          // and no own timed plan of his was seen yet
     bool asks_default_view = false;    // it is not known yet
     bool default_view_stands = false;  // it was opened, and the user has not stopped since
+    int failures = 0;                  // of the default view, in a row
+    std::optional<Stopped> stopped;
+    std::optional<Ended> ended;  // until something is played, the default view does not count
+    std::optional<Failed> failed;
   };
   struct Step {
     State state;
@@ -68,6 +94,7 @@ class CProgramme {
   void On(const Events::PanelFetches& fetch);
   void On(const Events::PlanCame& came);
   void On(const Events::FetchOver& fetch);
+  void On(const Events::PlanRenewed& renewed);
   void On(const Events::GroupWanted& wanted);
   void On(const Events::SecondsPerPlanChosen& chosen);
   void On(const Events::TurnOver& over);
@@ -85,7 +112,9 @@ class CProgramme {
   void On(const Events::ClockTicked& ticked);
   void On(const Events::NextPlanDue& due);
   void On(const Events::StopWanted& wanted);
-  void On(const Events::WallEmptied& emptied);
+  void On(const Events::PlayAgainWanted& wanted);
+  void On(const Events::OfferOver& over);
+  void On(const Events::TryAgainWanted& wanted);
   void On(const Events::UserSwitched& switched);
 
   template <class Command>
@@ -93,10 +122,12 @@ class CProgramme {
     commands_.push_back(std::move(command));
   }
   void Want(const Play& play);
+  void Fetch(const Play& play);
   bool IsOnItsWay(const std::string& code) const { return state_.on_its_way && state_.on_its_way->code == code; }
   bool IsOnWall(PlayOrigin by) const { return state_.on_wall && state_.on_wall->by == by; }
   bool IsBusy() const { return state_.on_wall || state_.on_its_way || state_.cycle; }
-  void Show(const Events::Plan& plan, PlayOrigin by);
+  void Show(const Events::Plan& plan, PlayOrigin by, const WallPlace& place);
+  void KeepStopped(const WallPlace& place);
   void Clear();
   void EmptyWall();
   void BeginCycle(const Events::Group& group, PlayOrigin by);
@@ -104,13 +135,18 @@ class CProgramme {
   void ShowTurn(const Events::TurnCame& came);
   void FailTurn(const CycleTurn& turn);
   void RepeatTurn(const QString& error);
+  void FailFirstTurn(const CycleTurn& turn);
   void FailCycle(const Commands::SayFailure& failure);
   void EndCycle();
   bool MayOpenDefaultView();
+  void AskDefaultView();
+  bool IsRetry(PlayOrigin by) const { return by == PlayOrigin::DefaultView && state_.failures > 0; }
+  void Fail(const Failed& failed);
   void BeginTimed(const Events::Plan& plan);
   void EndTimed();
   void AskIfSeen();
   void DropDoubtful();
+  void DropWhatIsOver();
   void Settle(const State& before);
 
   State state_;

@@ -8,6 +8,7 @@
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "plans/cycle_turn.h"
 #include "plans/play_origin.h"
+#include "plans/wall_place.h"
 
 // What the programme wants to be done. Plain values.
 namespace TarnClient::Commands {
@@ -20,6 +21,7 @@ struct FetchPlan {
 struct ShowPlan {
   view_plugin_protocol::GetPlanDetailResponse plan;
   PlayOrigin by = PlayOrigin::User;
+  WallPlace place = {};
 };
 /// Nothing plays any more.
 struct EmptyWall {};
@@ -28,13 +30,14 @@ struct EmptyWall {};
 struct FetchTurn {
   std::string group_code;
   CycleTurn last;
-  int step = 1;
+  int step = 1;  // 0: the plan of the last turn once more
 };
 struct DropTurn {};
 /// What is on the wall stays for a turn of the cycle.
 struct BeginTurn {
   int seconds = 0;
   bool is_held = false;
+  int page = 0;  // where it goes on; 0: where it is
 };
 /// No other plan came: the one on the wall stays for so long.
 struct Stay {
@@ -61,15 +64,21 @@ struct WatchClock {
 /// Events::NextPlanDue comes in a moment; an earlier wait counts no more.
 struct AwaitNextPlan {
   bool on = true;
-  bool is_long = false;  // a service that does not answer is not asked as often
+  int failures = 0;  // a service that does not answer is asked less and less often
 };
 
-/// What is on its way to the wall has changed.
-struct SayAwaited {};
-/// The place in the cycle has changed.
-struct SayProgress {};
+/// Something has changed that the user is shown of the state.
+struct ShowState {};
 struct SayFailure {
-  enum class Reason { GroupsSwitchedOff, DefaultGroupSwitchedOff, NoPlans, GroupFailed, TurnFailed, PlansSkipped };
+  enum class Reason {
+    GroupsSwitchedOff,
+    DefaultGroupSwitchedOff,
+    NoPlans,
+    GroupFailed,
+    TurnFailed,
+    PlansSkipped,
+    PlanFailed
+  };
   Reason reason = Reason::NoPlans;
   QStringList details = {};  // the service's text, or names of plans
 };
@@ -82,7 +91,7 @@ using ProgrammeCommand =
     std::variant<Commands::FetchPlan, Commands::ShowPlan, Commands::EmptyWall, Commands::FetchTurn, Commands::DropTurn,
                  Commands::BeginTurn, Commands::Stay, Commands::EndTurns, Commands::AskDefaultView, Commands::AskIfSeen,
                  Commands::DropQuestion, Commands::LookForTimedPlan, Commands::ForgetTimedPlan, Commands::WatchClock,
-                 Commands::AwaitNextPlan, Commands::SayAwaited, Commands::SayProgress, Commands::SayFailure>;
+                 Commands::AwaitNextPlan, Commands::ShowState, Commands::SayFailure>;
 using ProgrammeCommands = std::vector<ProgrammeCommand>;
 
 }  // namespace TarnClient

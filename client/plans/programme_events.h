@@ -1,13 +1,16 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <string>
 #include <variant>
 
+#include "LyraPluginManager/error_kind.h"
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "host_calls/result.h"
 #include "plans/cycle_turn.h"
 #include "plans/play_origin.h"
+#include "plans/wall_place.h"
 
 // What happens to the programme. Plain values.
 namespace TarnClient::Events {
@@ -26,9 +29,19 @@ struct PanelFetches {
 struct PlanCame {
   Plan plan;
 };
+struct Failure {
+  QString text;  // the service's, for the user
+  int32_t kind = view_plugin_protocol::UnknownFailure;
+  bool is_said = false;  // by who asked
+};
 /// One fetch of a plan is over: PlanCame came just before, or it has failed.
 struct FetchOver {
   std::string code;
+  std::optional<Failure> failure = {};
+};
+/// The plan on the wall was changed and plays on.
+struct PlanRenewed {
+  Plan plan;
 };
 
 struct Group {
@@ -69,7 +82,9 @@ struct DefaultGroupKnown {
 /// There is none.
 struct DefaultViewNone {};
 /// The service does not say.
-struct DefaultViewUnknown {};
+struct DefaultViewUnknown {
+  Failure failure;
+};
 
 struct TimedPlanBegins {
   Plan plan;
@@ -81,12 +96,19 @@ struct SeenAnswered {
 };
 /// The second look at the clock.
 struct ClockTicked {};
-/// Another timed plan has had the time to begin.
+/// The pause of Commands::AwaitNextPlan is over.
 struct NextPlanDue {};
 
-struct StopWanted {};
-/// The user has emptied the wall there.
-struct WallEmptied {};
+struct StopWanted {
+  WallPlace place = {};    // of what is on the wall
+  bool may_return = true;  // false for a plan that is about to go
+};
+/// The user wants what he has stopped.
+struct PlayAgainWanted {};
+/// What was stopped is offered no more.
+struct OfferOver {};
+/// The user wants what has failed.
+struct TryAgainWanted {};
 struct UserSwitched {};
 
 }  // namespace TarnClient::Events
@@ -94,11 +116,11 @@ struct UserSwitched {};
 namespace TarnClient {
 
 using ProgrammeEvent =
-    std::variant<Events::PlanWanted, Events::PanelFetches, Events::PlanCame, Events::FetchOver, Events::GroupWanted,
-                 Events::SecondsPerPlanChosen, Events::TurnOver, Events::StepWanted, Events::Held, Events::TurnCame,
+    std::variant<Events::PlanWanted, Events::PanelFetches, Events::PlanCame, Events::FetchOver, Events::PlanRenewed,
+                 Events::GroupWanted, Events::SecondsPerPlanChosen, Events::TurnOver, Events::StepWanted, Events::Held, Events::TurnCame,
                  Events::DefaultViewWanted, Events::DefaultPlanKnown, Events::DefaultGroupKnown,
                  Events::DefaultViewNone, Events::DefaultViewUnknown, Events::TimedPlanBegins, Events::TimedPlanEnds,
                  Events::SeenAnswered, Events::ClockTicked, Events::NextPlanDue, Events::StopWanted,
-                 Events::WallEmptied, Events::UserSwitched>;
+                 Events::PlayAgainWanted, Events::OfferOver, Events::TryAgainWanted, Events::UserSwitched>;
 
 }  // namespace TarnClient

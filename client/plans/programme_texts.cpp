@@ -1,5 +1,7 @@
 #include "plans/programme_texts.h"
 
+#include <QLocale>
+
 namespace TarnClient {
 
 QString CProgrammeTexts::Of(const Commands::SayFailure& failure) {
@@ -16,6 +18,8 @@ QString CProgrammeTexts::Of(const Commands::SayFailure& failure) {
       return detail;
     case Reason::TurnFailed:
       return tr("The next plan of the group could not be played and is tried again: %1").arg(detail);
+    case Reason::PlanFailed:
+      return detail;
     case Reason::PlansSkipped:
       break;
   }
@@ -24,6 +28,51 @@ QString CProgrammeTexts::Of(const Commands::SayFailure& failure) {
   }
   return tr("\"%1\" and %2 more could not be played and were skipped.")
       .arg(detail, QString::number(failure.details.size() - 1));
+}
+
+QString CProgrammeTexts::Of(const CProgramme::Stopped& stopped) {
+  if (stopped.cycle && !stopped.cycle->name.isEmpty()) {
+    return tr("Stopped the plans of %1.").arg(stopped.cycle->name);
+  }
+  return tr("Stopped %1.").arg(stopped.play.name);
+}
+
+QString CProgrammeTexts::Of(const CProgramme::Failed& failed, const QString& name) {
+  const bool by_itself = failed.play.by == PlayOrigin::DefaultView && failed.may_pass;
+  QString text = tr("\"%1\" could not be played.").arg(name);
+  if (name.isEmpty()) {
+    text = tr("The plan could not be played.");
+  }
+  if (name.isEmpty() && failed.play.by == PlayOrigin::DefaultView) {
+    text = tr("The default view could not be played.");
+  }
+  if (by_itself) {
+    text += QLatin1Char(' ') + tr("It is tried again by itself.");
+  }
+  return text;
+}
+
+QString CProgrammeTexts::NoteOf(const CProgramme::State& state) {
+  const auto clock = [](const QDateTime& time) { return QLocale().toString(time.time(), QStringLiteral("HH:mm")); };
+  const bool is_timed = state.on_wall && state.on_wall->by == PlayOrigin::Automatic;
+  if (is_timed && state.timed_end) {
+    return tr("automatic until %1").arg(clock(state.timed_end->at));
+  }
+  if (state.ended) {
+    return tr("%1 ended at %2").arg(state.ended->name, clock(state.ended->at));
+  }
+  return QString();
+}
+
+QString CProgrammeTexts::TitleOf(const CProgramme::State& state) {
+  if (!state.on_wall) {
+    return QString();
+  }
+  const QString group = state.cycle.value_or(CProgramme::Cycle()).name;
+  if (group.isEmpty()) {
+    return state.on_wall->name;
+  }
+  return tr("%1 (%2)").arg(state.on_wall->name, group);
 }
 
 QString CProgrammeTexts::ProgressOf(const CProgramme::State& state) {

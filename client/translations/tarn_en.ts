@@ -433,6 +433,42 @@
         <comment>view</comment>
         <translation>The next view of the group could not be played and is tried again: %1</translation>
     </message>
+    <message>
+        <source>Stopped the plans of %1.</source>
+        <translation>Stopped the plans of %1.</translation>
+    </message>
+    <message>
+        <source>Stopped %1.</source>
+        <translation>Stopped %1.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; could not be played.</source>
+        <translation>&quot;%1&quot; could not be played.</translation>
+    </message>
+    <message>
+        <source>The plan could not be played.</source>
+        <translation>The plan could not be played.</translation>
+    </message>
+    <message>
+        <source>The default view could not be played.</source>
+        <translation>The default view could not be played.</translation>
+    </message>
+    <message>
+        <source>It is tried again by itself.</source>
+        <translation>It is tried again by itself.</translation>
+    </message>
+    <message>
+        <source>automatic until %1</source>
+        <translation>automatic until %1</translation>
+    </message>
+    <message>
+        <source>%1 ended at %2</source>
+        <translation>%1 ended at %2</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CHistoryPopup</name>
@@ -460,10 +496,6 @@
     <message>
         <source>Live view</source>
         <translation>Live pictures</translation>
-    </message>
-    <message>
-        <source>Double-click a plan, or drag one here, to play it</source>
-        <translation>Double-click a plan, or drag one here, to play it</translation>
     </message>
     <message>
         <source>Double-click a plan, or drag one here, to play it</source>
@@ -510,20 +542,8 @@
     </message>
     <message>
         <source>The plan is being fetched...</source>
-        <translation>The plan is being fetched...</translation>
-    </message>
-    <message>
-        <source>The plan is being fetched...</source>
         <comment>view</comment>
         <translation>The view is being fetched...</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is being fetched...</source>
-        <translation>&quot;%1&quot; is being fetched...</translation>
-    </message>
-    <message>
-        <source>The next plan of the group is being fetched...</source>
-        <translation>The next plan of the group is being fetched...</translation>
     </message>
     <message>
         <source>The next plan of the group is being fetched...</source>
@@ -545,6 +565,18 @@
     <message>
         <source>In the window</source>
         <translation>In the window</translation>
+    </message>
+    <message>
+        <source>%1 - Plans</source>
+        <translation>%1 - Plans</translation>
+    </message>
+    <message>
+        <source>no plan was stopped in the last seconds</source>
+        <translation>no plan was stopped in the last seconds</translation>
+    </message>
+    <message>
+        <source>Nothing to play again: %1</source>
+        <translation>Nothing to play again: %1</translation>
     </message>
 </context>
 <context>
@@ -1048,6 +1080,10 @@
     <message>
         <source>Quit</source>
         <translation>Quit</translation>
+    </message>
+    <message>
+        <source>Play again</source>
+        <translation>Play again</translation>
     </message>
 </context>
 <context>
@@ -3649,6 +3685,36 @@ never starts</translation>
     <message>
         <source> s</source>
         <translation> s</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWallTexts</name>
+    <message>
+        <source>The plan is being fetched...</source>
+        <translation>The plan is being fetched...</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is being fetched...</source>
+        <translation>&quot;%1&quot; is being fetched...</translation>
+    </message>
+    <message>
+        <source>The next plan of the group is being fetched...</source>
+        <translation>The next plan of the group is being fetched...</translation>
+    </message>
+    <message>
+        <source>Play again</source>
+        <translation>Play again</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWallHint</name>
+    <message>
+        <source>Try again</source>
+        <translation>Try again</translation>
+    </message>
+    <message>
+        <source>Double-click a plan, or drag one here, to play it</source>
+        <translation>Double-click a plan, or drag one here, to play it</translation>
     </message>
 </context>
 </TS>

@@ -478,6 +478,42 @@
         <comment>view</comment>
         <translation>组内下一个视图无法播放，将重试：%1</translation>
     </message>
+    <message>
+        <source>Stopped the plans of %1.</source>
+        <translation>已停止播放“%1”组内的预案。</translation>
+    </message>
+    <message>
+        <source>Stopped %1.</source>
+        <translation>已停止“%1”。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; could not be played.</source>
+        <translation>无法播放“%1”。</translation>
+    </message>
+    <message>
+        <source>The plan could not be played.</source>
+        <translation>无法播放该预案。</translation>
+    </message>
+    <message>
+        <source>The default view could not be played.</source>
+        <translation>无法播放默认视图。</translation>
+    </message>
+    <message>
+        <source>It is tried again by itself.</source>
+        <translation>系统会自动重试。</translation>
+    </message>
+    <message>
+        <source>automatic until %1</source>
+        <translation>自动播放至 %1</translation>
+    </message>
+    <message>
+        <source>%1 ended at %2</source>
+        <translation>“%1”已于 %2 结束</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1（%2）</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CHistoryPopup</name>
@@ -505,10 +541,6 @@
     <message>
         <source>Live view</source>
         <translation>实时预览</translation>
-    </message>
-    <message>
-        <source>Double-click a plan, or drag one here, to play it</source>
-        <translation>双击预案或将其拖到此处播放</translation>
     </message>
     <message>
         <source>Double-click a plan, or drag one here, to play it</source>
@@ -555,20 +587,8 @@
     </message>
     <message>
         <source>The plan is being fetched...</source>
-        <translation>正在获取预案...</translation>
-    </message>
-    <message>
-        <source>The plan is being fetched...</source>
         <comment>view</comment>
         <translation>正在获取视图...</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is being fetched...</source>
-        <translation>正在获取“%1”...</translation>
-    </message>
-    <message>
-        <source>The next plan of the group is being fetched...</source>
-        <translation>正在获取组内下一个预案...</translation>
     </message>
     <message>
         <source>The next plan of the group is being fetched...</source>
@@ -590,6 +610,18 @@
     <message>
         <source>In the window</source>
         <translation>窗口</translation>
+    </message>
+    <message>
+        <source>%1 - Plans</source>
+        <translation>%1 - 预案</translation>
+    </message>
+    <message>
+        <source>no plan was stopped in the last seconds</source>
+        <translation>最近几秒内没有停止过预案</translation>
+    </message>
+    <message>
+        <source>Nothing to play again: %1</source>
+        <translation>无法重新播放：%1</translation>
     </message>
 </context>
 <context>
@@ -1093,6 +1125,10 @@
     <message>
         <source>Quit</source>
         <translation>退出</translation>
+    </message>
+    <message>
+        <source>Play again</source>
+        <translation>重新播放</translation>
     </message>
 </context>
 <context>
@@ -3693,6 +3729,36 @@ never starts</source>
     <message>
         <source> s</source>
         <translation> 秒</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWallTexts</name>
+    <message>
+        <source>The plan is being fetched...</source>
+        <translation>正在获取预案...</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is being fetched...</source>
+        <translation>正在获取“%1”...</translation>
+    </message>
+    <message>
+        <source>The next plan of the group is being fetched...</source>
+        <translation>正在获取组内下一个预案...</translation>
+    </message>
+    <message>
+        <source>Play again</source>
+        <translation>重新播放</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWallHint</name>
+    <message>
+        <source>Try again</source>
+        <translation>重试</translation>
+    </message>
+    <message>
+        <source>Double-click a plan, or drag one here, to play it</source>
+        <translation>双击预案或将其拖到此处播放</translation>
     </message>
 </context>
 </TS>

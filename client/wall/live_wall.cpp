@@ -3,7 +3,6 @@
 #include <QDragEnterEvent>
 #include <QGridLayout>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QMimeData>
 #include <QPainter>
 #include <QStackedWidget>
@@ -11,6 +10,7 @@
 #include <algorithm>
 
 #include "MarUIControl/accessible_role.h"
+#include "MarUIControl/offer_strip.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "marlog/marlog.h"
@@ -20,6 +20,7 @@
 #include "wall/fetch_sign.h"
 #include "wall/same_pages.h"
 #include "wall/wall_bar.h"
+#include "wall/wall_hint.h"
 #include "wall/wall_window.h"
 
 namespace TarnClient {
@@ -73,7 +74,8 @@ CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent, std::unique_
       clock_(std::make_unique<CPageClock>(), std::move(turn_clock)),
       bar_(new CWallBar(this)),
       stack_(new QStackedWidget(this)),
-      hint_(new QLabel(tr("Double-click a plan, or drag one here, to play it"), this)),
+      hint_(new CWallHint(this)),
+      strip_(new MarUIControl::COfferStrip(this)),
       drop_hint_(new CDropHint(this)),
       fetch_sign_(new CFetchSign(this)),
       grid_page_(new QWidget(this)),
@@ -87,9 +89,7 @@ CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent, std::unique_
   layout->setSpacing(0);
   layout->addWidget(bar_);
   layout->addWidget(stack_, 1);
-  hint_->setObjectName(QStringLiteral("live_wall_hint"));
-  hint_->setAlignment(Qt::AlignCenter);
-  hint_->setWordWrap(true);
+  layout->addWidget(strip_);
   stack_->addWidget(hint_);
   stack_->addWidget(grid_page_);
   BuildGrid();
@@ -115,7 +115,8 @@ void CLiveWall::ConnectParts() {
   connect(bar_, &CWallBar::SignalPrevious, this, [this] { Turn(-1); });
   connect(bar_, &CWallBar::SignalNext, this, [this] { Turn(1); });
   connect(bar_, &CWallBar::SignalPause, this, &CLiveWall::ToggleHold);
-  connect(bar_, &CWallBar::SignalStop, this, &CLiveWall::Stop);
+  connect(bar_, &CWallBar::SignalStop, this, &CLiveWall::SignalStopWanted);
+  connect(hint_, &CWallHint::SignalTryAgain, this, &CLiveWall::SignalTryAgain);
 }
 
 void CLiveWall::Play(const view_plugin_protocol::GetPlanDetailResponse& plan) {
@@ -189,6 +190,17 @@ void CLiveWall::Turn(int pages) {
   RenewBar();
 }
 
+void CLiveWall::GoTo(int page) {
+  if (page < 1 || page > pages_.size()) {
+    return;
+  }
+  if (page_ != page - 1) {
+    ShowPage(page - 1);
+  }
+  clock_.GoToPage(page_);
+  RenewBar();
+}
+
 void CLiveWall::ToggleHold() {
   if (!playing_ || !HasTimes()) {
     return;
@@ -216,6 +228,15 @@ void CLiveWall::Stay(int seconds) {
 
 void CLiveWall::Await(const QString& text) {
   fetch_sign_->Await(text);
+}
+
+void CLiveWall::ShowNote(const QString& text) {
+  bar_->ShowNote(text);
+  hint_->ShowNote(text);
+}
+
+void CLiveWall::ShowFailure(const QString& text, const QString& reason, bool may_try_again) {
+  hint_->ShowFailure(text, reason, may_try_again);
 }
 
 void CLiveWall::EndTurns() {
@@ -343,7 +364,7 @@ void CLiveWall::keyPressEvent(QKeyEvent* event) {
       return ToggleHold();
     case Qt::Key_Escape:
       if (playing_) {
-        return Stop();
+        return Q_EMIT SignalStopWanted();
       }
       break;  // the window may have something to take back that is not on the wall yet
     default:

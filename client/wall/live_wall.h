@@ -12,19 +12,23 @@
 #include "wall/wall_clock.h"
 
 class QGridLayout;
-class QLabel;
 class QStackedWidget;
+
+namespace MarUIControl {
+class COfferStrip;
+}
 
 namespace TarnClient {
 
 class CDropHint;
 class CFetchSign;
 class CWallBar;
+class CWallHint;
 class CWallWindow;
 
 /// Plays one plan: the windows of its current page, pages turned by their dwell times; in a group cycle for the time of
-/// one turn. Keys while the wall has the focus: Left and Right turn, Space holds, Esc stops. Plans and groups may be
-/// dropped on it. Thread: GUI.
+/// one turn. Keys while the wall has the focus: Left and Right turn, Space holds, Esc wants it stopped. Plans and
+/// groups may be dropped on it. Thread: GUI.
 class CLiveWall : public QWidget {
   Q_OBJECT
  public:
@@ -46,6 +50,8 @@ class CLiveWall : public QWidget {
   void Stop();
   /// Turns by `pages`, around the ends; in a cycle the plans before and after come there.
   void Turn(int pages);
+  /// Shows this page, counted from 1, for its whole time; nothing for one that the plan has not.
+  void GoTo(int page);
   /// Holds the page, in a cycle the plan, or lets it go on.
   void ToggleHold();
   /// The plan is one turn of a group cycle: it stays until its pages had their times, `least_seconds` at least.
@@ -56,6 +62,12 @@ class CLiveWall : public QWidget {
   void EndTurns();
   /// Says what is on its way to the wall, once that takes a second; an empty text when nothing is.
   void Await(const QString& text);
+  /// Something about what plays or has ended, in the bar or on the empty wall; an empty text for nothing.
+  void ShowNote(const QString& text);
+  /// On the empty wall: what could not be played, and why; an empty text when nothing has failed.
+  void ShowFailure(const QString& text, const QString& reason, bool may_try_again);
+  /// Below the windows, for what can be taken back.
+  MarUIControl::COfferStrip* Strip() const { return strip_; }
 
   bool IsInTurn() const { return clock_.IsInTurn(); }
   bool IsHeld() const { return clock_.IsHeld(); }
@@ -87,6 +99,10 @@ class CLiveWall : public QWidget {
   void SignalStepWanted(int step);
   /// The user holds what is on the wall.
   void SignalHeld();
+  /// The user wants the wall empty.
+  void SignalStopWanted();
+  /// The user wants once more what could not be played.
+  void SignalTryAgain();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -123,7 +139,8 @@ class CLiveWall : public QWidget {
   QTimer ticker_;
   CWallBar* bar_ = nullptr;
   QStackedWidget* stack_ = nullptr;
-  QLabel* hint_ = nullptr;
+  CWallHint* hint_ = nullptr;
+  MarUIControl::COfferStrip* strip_ = nullptr;
   CDropHint* drop_hint_ = nullptr;
   CFetchSign* fetch_sign_ = nullptr;
   QString station_id_;

@@ -7,13 +7,14 @@
 
 #include "MarUIControl/accessible_role.h"
 #include "MarUIControl/key_guide.h"
-#include "wall/plain_text_tip.h"
+#include "MarUIControl/label.h"
+#include "wall/steady_width.h"
 
 namespace TarnClient {
 
 namespace {
 
-constexpr int kLeastText = 40;
+constexpr int kApart = 10, kLeastTitle = 40, kMostNote = 300;
 
 QIcon Icon(const char* name) {
   return QIcon(QStringLiteral(":/TarnClient/images/%1.svg").arg(QLatin1String(name)));
@@ -28,20 +29,28 @@ void Label(QToolButton* button, const QString& text) {
   }
 }
 
-void ElideInto(QLabel* label, const QString& text) {
-  label->setText(label->fontMetrics().elidedText(text, Qt::ElideMiddle, qMax(kLeastText, label->width())));
-  label->setToolTip(PlainTextTip(text));
+// What has fitted in once always will, so that nothing beside it moves.
+void KeepRoomFor(QLabel* label, const QString& text) {
+  const QMargins margins = label->contentsMargins();
+  const int width = SteadyWidth(label->fontMetrics(), text) + margins.left() + margins.right();
+  label->setMinimumWidth(qMax(label->minimumWidth(), width));
+}
+
+void Show(MarUIControl::CLabel* label, const QString& text) {
+  label->SetText(text);
   label->setAccessibleName(text);
+  label->setVisible(!text.isEmpty());
 }
 
 }  // namespace
 
 CWallBar::CWallBar(QWidget* parent)
     : QWidget(parent),
-      title_(new QLabel(this)),
+      title_(new MarUIControl::CLabel(this)),
+      note_(new MarUIControl::CLabel(this)),
+      cycle_(new MarUIControl::CLabel(this)),
       page_(new QLabel(this)),
       time_(new QLabel(this)),
-      cycle_(new QLabel(this)),
       turn_time_(new QLabel(this)) {
   setLayout(new QHBoxLayout);
   layout()->setContentsMargins(12, 4, 8, 4);
@@ -51,6 +60,7 @@ CWallBar::CWallBar(QWidget* parent)
   AddButtons();
   setFixedHeight(qMax(40, fontMetrics().height() + 22));
   ShowCycle(QString());
+  ShowNote(QString());
   ShowNothing();
 }
 
@@ -58,23 +68,31 @@ void CWallBar::AddTexts() {
   QFont font = title_->font();
   font.setBold(true);
   title_->setFont(font);
+  title_->setObjectName(QStringLiteral("wall_title"));
+  note_->setObjectName(QStringLiteral("wall_bar_note"));
   cycle_->setObjectName(QStringLiteral("wall_cycle"));
-  cycle_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);  // beside its time
+  page_->setObjectName(QStringLiteral("wall_page"));
   time_->setObjectName(QStringLiteral("page_time"));
-  time_->setContentsMargins(8, 0, 0, 0);  // apart from the page's number
   time_->setToolTip(tr("Time left for this page"));
   turn_time_->setObjectName(QStringLiteral("turn_time"));
-  turn_time_->setContentsMargins(8, 0, 16, 0);
   turn_time_->setToolTip(tr("Time left for this plan of the cycle"));
-  for (QLabel* label : {title_, cycle_, turn_time_, page_, time_}) {
+  title_->setMinimumWidth(kLeastTitle);
+  QSizePolicy what_is_left(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  what_is_left.setHorizontalStretch(1);
+  title_->setSizePolicy(what_is_left);
+  for (QLabel* label : {note_, cycle_}) {
+    label->setMaximumWidth(kMostNote);
+  }
+  layout()->addWidget(title_);
+  for (QLabel* label : {static_cast<QLabel*>(note_), static_cast<QLabel*>(cycle_), turn_time_, page_, time_}) {
     label->setTextFormat(Qt::PlainText);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    label->setContentsMargins(kApart, 0, 0, 0);
     layout()->addWidget(label);
   }
-  for (QLabel* label : {title_, cycle_}) {
-    label->setMinimumWidth(kLeastText);
-    QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    policy.setHorizontalStretch(1);
-    label->setSizePolicy(policy);
+  turn_time_->setContentsMargins(kApart, 0, kApart, 0);
+  for (QLabel* label : {time_, turn_time_}) {
+    KeepRoomFor(label, tr("held"));
   }
 }
 
@@ -126,17 +144,17 @@ QToolButton* CWallBar::AddCommand(const char* icon, const char* name, int key, v
 
 void CWallBar::ShowPlan(const QString& name, const QString& page_name, int page, int pages, bool in_turn) {
   const bool several = pages > 1;
-  title_text_ = name;
+  if (several && !page_name.isEmpty()) {
+    Show(title_, QStringLiteral("%1 \u2013 %2").arg(name, page_name));
+  } else {
+    Show(title_, name);
+  }
   page_->clear();
   if (several) {
+    page_->setMinimumWidth(0);
+    KeepRoomFor(page_, tr("Page %1 of %2").arg(pages).arg(pages));  // from the first page on
     page_->setText(tr("Page %1 of %2").arg(page).arg(pages));
   }
-  if (several && !page_name.isEmpty()) {
-    title_text_ = QStringLiteral("%1 \u2013 %2").arg(name, page_name);
-  }
-  ElideTexts();
-  time_->clear();
-  turn_time_->clear();
   in_turn_ = in_turn;
   LabelSteps(several, in_turn);
   SetPartsVisible(true, several, in_turn);
@@ -192,18 +210,21 @@ void CWallBar::ShowTime(QLabel* label, int seconds, bool held) {
     label->setText(tr("%1 s").arg(seconds));
   }
   MarUIControl::SetQuietDescription(label, label->text());
+  KeepRoomFor(label, label->text());
 }
 
 void CWallBar::ShowNothing() {
-  title_text_ = tr("Live view");
-  ElideTexts();
+  Show(title_, tr("Live view"));
   SetPartsVisible(false, false, false);
 }
 
 void CWallBar::ShowCycle(const QString& text) {
-  cycle_text_ = text;
-  cycle_->setVisible(!text.isEmpty());
-  ElideTexts();
+  Show(cycle_, text);
+}
+
+void CWallBar::ShowNote(const QString& text) {
+  Show(note_, text);
+  note_->setVisible(is_playing_ && !text.isEmpty());  // else the empty wall says it
 }
 
 QPoint CWallBar::SavePlace(int width) const {
@@ -221,6 +242,8 @@ QList<QAction*> CWallBar::Commands() const {
 }
 
 void CWallBar::SetPartsVisible(bool playing, bool several, bool in_turn) {
+  is_playing_ = playing;
+  ShowNote(note_->text());
   for (QToolButton* button : {previous_, pause_, next_}) {
     button->setVisible(several || in_turn);
   }
@@ -229,16 +252,6 @@ void CWallBar::SetPartsVisible(bool playing, bool several, bool in_turn) {
   turn_time_->setVisible(in_turn);
   stop_->setVisible(playing);
   show_in_tree_->setVisible(playing);
-}
-
-void CWallBar::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  ElideTexts();
-}
-
-void CWallBar::ElideTexts() {
-  ElideInto(title_, title_text_);
-  ElideInto(cycle_, cycle_text_);
 }
 
 }  // namespace TarnClient

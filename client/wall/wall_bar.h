@@ -6,6 +6,10 @@ class QAction;
 class QLabel;
 class QToolButton;
 
+namespace MarUIControl {
+class CLabel;
+}
+
 namespace TarnClient {
 
 /// The strip above the wall: name of the plan, its page, the buttons to turn, hold and stop, and those to save.
@@ -22,6 +26,8 @@ class CWallBar : public QWidget {
   void ShowNothing();
   /// Where a group cycle is; an empty text when none runs.
   void ShowCycle(const QString& text);
+  /// Something about the plan that plays, or that has ended; an empty text for nothing.
+  void ShowNote(const QString& text);
   /// What can be done with what plays: the actions of the buttons in sight, but for those to save.
   QList<QAction*> Commands() const;
   /// What the save buttons do is the window's.
@@ -39,9 +45,6 @@ class CWallBar : public QWidget {
   void SignalPause();
   void SignalStop();
 
- protected:
-  void resizeEvent(QResizeEvent* event) override;
-
  private:
   void AddTexts();
   void NameTimes();
@@ -50,17 +53,12 @@ class CWallBar : public QWidget {
   QToolButton* AddCommand(const char* icon, const char* name, int key, void (CWallBar::*wanted)());
   void ShowHold(bool held);
   void ShowTime(QLabel* label, int seconds, bool held);
-  void ElideTexts();
   void SetPartsVisible(bool playing, bool several, bool in_turn);
   void LabelSteps(bool several, bool in_turn);
 
-  QString title_text_, cycle_text_;
-  QLabel* title_ = nullptr;
-  QLabel* page_ = nullptr;
-  QLabel* time_ = nullptr;
-  QLabel* cycle_ = nullptr;
-  QLabel* turn_time_ = nullptr;
-  bool in_turn_ = false;
+  MarUIControl::CLabel *title_ = nullptr, *note_ = nullptr, *cycle_ = nullptr;
+  QLabel *page_ = nullptr, *time_ = nullptr, *turn_time_ = nullptr;
+  bool is_playing_ = false, in_turn_ = false;
   QToolButton *previous_ = nullptr, *pause_ = nullptr, *next_ = nullptr, *stop_ = nullptr;
   QToolButton* show_in_tree_ = nullptr;
   QToolButton *save_ = nullptr, *save_menu_ = nullptr;

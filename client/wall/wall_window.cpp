@@ -12,7 +12,7 @@ namespace TarnClient {
 
 namespace {
 
-constexpr int kMargin = 8;
+constexpr int kMargin = 8, kVeil = 220;
 
 QColor Color(const char* name) {
   return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
@@ -72,6 +72,7 @@ void CWallWindow::paintEvent(QPaintEvent*) {
   painter.fillRect(rect(), Color("wall_empty"));
   if (source_) {
     PaintPicture(painter);
+    PaintLoss(painter);
     PaintBar(painter);
   } else {
     PaintEmpty(painter);
@@ -101,6 +102,19 @@ QString CWallWindow::NoPictureText() const {
     return tr("Camera offline");
   }
   return tr("Connecting...");
+}
+
+// The last picture must not pass for a live one, beside a clock that goes on.
+void CWallWindow::PaintLoss(QPainter& painter) {
+  if (source_->GetState() != IPictureSource::State::Lost || source_->LatestPicture(size()).isNull()) {
+    return;
+  }
+  QColor veil = Color("wall_empty");
+  veil.setAlpha(kVeil);
+  painter.fillRect(rect(), veil);
+  painter.setPen(Color("wall_text"));
+  painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin), Qt::AlignCenter | Qt::TextWordWrap,
+                   NoPictureText());
 }
 
 void CWallWindow::PaintBar(QPainter& painter) {

@@ -34,6 +34,7 @@ class CWallWindow : public QWidget {
  private:
   void PaintPicture(QPainter& painter);
   QString NoPictureText() const;
+  void PaintLoss(QPainter& painter);
   void PaintBar(QPainter& painter);
   void PaintEmpty(QPainter& painter);
   QString SpokenState() const;

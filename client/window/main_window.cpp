@@ -46,7 +46,9 @@
 #include "window/main_menu.h"
 #include "window/show_in_tree.h"
 #include "window/store_state.h"
+#include "window/tab_order.h"
 #include "window/user_menu.h"
+#include "window/wall_texts.h"
 #include "window/window_actions.h"
 #include "window/window_size.h"
 
@@ -96,7 +98,7 @@ CMainWindow::CMainWindow(Setup setup, QWidget* parent)
       history_(new CPlayHistory(this)),
       station_id_(setup.station_id),
       user_settings_(SettingsOf(setup, this)) {
-  setWindowTitle(tr("Plans"));
+  ShowTitle(QString());
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/TarnClient/images/window_icon.svg")));  // dialogs', too
   wall_->AcceptDropsOf(station_id_);
   auto* splitter = new QSplitter(Qt::Horizontal, this);
@@ -112,6 +114,7 @@ CMainWindow::CMainWindow(Setup setup, QWidget* parent)
   AddFamilies();
   ConnectMessages();
   FollowSettings();
+  OrderTabs();
   resize(WindowSizeFor(screen()->availableSize()));
   RememberDesk(splitter);
   CurrentFamily().Panel()->GetPlanViewTree()->setFocus();
@@ -248,12 +251,22 @@ void CMainWindow::SayTrouble(const QString& text) {
   }
 }
 
+void CMainWindow::OrderTabs() {
+  QVector<QWidget*> parts{tabs_->tabBar(), history_button_};
+  for (const auto& family : families_) {
+    parts << family->Panel();
+  }
+  parts << wall_ << statusBar();
+  SetTabOrder(parts);
+}
+
 void CMainWindow::ConnectMessages() {
-  connect(player_, &CPlanPlayer::SignalProgress, wall_->Bar(), &CWallBar::ShowCycle);
+  auto* texts = new CWallTexts(
+      player_, wall_, [this](const QString& code) { return NameOfPlan(code); }, this);
+  connect(texts, &CWallTexts::SignalTitle, this, &CMainWindow::ShowTitle);
   connect(player_, &CPlanPlayer::SignalMessage, this, &CMainWindow::ShowTip);
   connect(saver_, &CPlanSaver::SignalMessage, this, &CMainWindow::ShowTip);
   connect(wall_, &CLiveWall::SignalDropped, this, &CMainWindow::OnDropped);
-  connect(player_, &CPlanPlayer::SignalAwaitedChanged, this, &CMainWindow::RenewAwaited);
 }
 
 void CMainWindow::ConnectActions() {
@@ -268,9 +281,32 @@ void CMainWindow::ConnectActions() {
   actions_->Connect(WindowCommand::Quit, [this] { close(); });
   show_in_tree_ = new CShowInTree(actions_, wall_, this);
   connect(show_in_tree_, &CShowInTree::SignalMessage, this, &CMainWindow::ShowTip);
+  actions_->Connect(WindowCommand::PlayAgain, [this] { PlayAgain(); });
+  connect(player_, &CPlanPlayer::SignalStateChanged, this, &CMainWindow::RenewPlayAgain);
+  RenewPlayAgain();
   BindButton(wall_->Bar()->SaveButton(), actions_->Of(WindowCommand::Save));
   BindButton(wall_->Bar()->SaveMenuButton(), actions_->Of(WindowCommand::WaysToSave));
   connect(saver_, &CPlanSaver::SignalReasons, this, &CMainWindow::OnSaveReasons);
+}
+
+QString CMainWindow::WhyNotPlayAgain() const {
+  if (player_->State().stopped) {
+    return QString();
+  }
+  return tr("no plan was stopped in the last seconds");
+}
+
+void CMainWindow::RenewPlayAgain() {
+  actions_->SetReason(WindowCommand::PlayAgain, WhyNotPlayAgain());
+}
+
+void CMainWindow::PlayAgain() {
+  const QString why_not = WhyNotPlayAgain();
+  if (why_not.isEmpty()) {
+    player_->PlayAgain();
+  } else {
+    ShowTip(tr("Nothing to play again: %1").arg(why_not), CNomalMessage::Failure);
+  }
 }
 
 void CMainWindow::OnSaveReasons(const QString& why_not_save, const QString& why_not_save_as) {
@@ -322,23 +358,12 @@ void CMainWindow::PlayPlan(const std::string& code) {
   }
 }
 
-void CMainWindow::RenewAwaited() {
-  wall_->Await(AwaitedText());
-}
-
-QString CMainWindow::AwaitedText() const {
-  const CProgramme::State& state = player_->State();
-  if (state.on_its_way) {
-    const QString name = NameOfPlan(StringToQString(state.on_its_way->code));
-    if (name.isEmpty()) {
-      return tr("The plan is being fetched...");
-    }
-    return tr("\"%1\" is being fetched...").arg(name);
+void CMainWindow::ShowTitle(const QString& plan) {
+  if (plan.isEmpty()) {
+    setWindowTitle(tr("Plans"));
+  } else {
+    setWindowTitle(tr("%1 - Plans").arg(plan));
   }
-  if (CProgramme::AwaitsTurn(state)) {
-    return tr("The next plan of the group is being fetched...");
-  }
-  return QString();
 }
 
 // As the trees have it; a plan whose group is not loaded may have been played before.
@@ -509,6 +534,7 @@ void CMainWindow::SwitchUser(const QString& user) {
   for (CRowMenu* menu : row_menus_) {
     menu->ForgetUser();
   }
+  CurrentFamily().Panel()->GetPlanViewTree()->setFocus();  // for the first keys, once its rows are there
   Q_EMIT SignalUserSwitched();
 }
 

@@ -122,20 +122,23 @@ class CMainWindow : public QMainWindow {
   void BuildHistory();
   void BuildStatusBar(const QString& user, const QString& store_url);
   void AddFamilies();
+  void OrderTabs();
   void ConnectMessages();
   void ConnectActions();
   void BuildMessagesButton();
   void BuildMenu();
   QList<MarUIControl::KeyEntry> AllKeys() const;
   QToolButton* NewButton(const char* name, QAction* action);
+  QString WhyNotPlayAgain() const;
+  void RenewPlayAgain();
+  void PlayAgain();
   void OnSaveReasons(const QString& why_not_save, const QString& why_not_save_as);
   void OnDropped(const PlanDrop& drop);
   void OnPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin);
   void OnPlanUpdated(const view_plugin_protocol::UpdatePlanRequest& plan);
   void OnHistoryTaken(int row);
   QString PlaceOf(const view_plugin_protocol::GetPlanDetailResponse& plan) const;
-  void RenewAwaited();
-  QString AwaitedText() const;
+  void ShowTitle(const QString& plan);
   QString NameOfPlan(const QString& code) const;
   void ShowTip(const QString& text, int state);
 

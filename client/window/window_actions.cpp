@@ -32,6 +32,7 @@ std::array<Look, kWindowCommands> Looks() {
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Switch user"), "user", Qt::CTRL | Qt::Key_U},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Settings"), "settings", Qt::CTRL | Qt::Key_Comma},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Show in tree"), "show_in_tree", Qt::CTRL | Qt::Key_T},
+      {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Play again"), nullptr, Qt::CTRL | Qt::Key_R},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Menu"), "menu", Qt::Key_F10},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Keys"), nullptr, Qt::Key_F1},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "About this program"), nullptr, {}},

@@ -21,6 +21,7 @@ enum class WindowCommand {
   Users,
   Settings,
   ShowInTree,
+  PlayAgain,
   Menu,
   Keys,
   About,

@@ -13,6 +13,7 @@
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_node_ref.h"
+#include "plan_rules/default_view.h"
 #include "plan_rules/families.h"
 #include "plan_rules/window_content.h"
 #include "standard_plan_model.h"
@@ -30,7 +31,6 @@ using namespace view_plugin_protocol;
 
 namespace {
 
-constexpr char kNoDefaultView[] = "-3";
 // A site that changes without a pause must not keep a row waiting for ever: the last fetch of that many is awaited.
 constexpr int kMaxFetches = 5;
 
@@ -142,7 +142,7 @@ void getSubPlanGroupListThread(std::promise<bool> result, const std::string& cod
 struct CStandardViewController::CStandardViewControllerData {
   CStandardPlanModel* model;
   QPointer<QObject> play_listener;
-  std::function<void(const std::string& code)> play_answered;
+  std::function<void(const CallAnswer&, const std::string& code)> play_answered;
 };
 
 /// What a fetch of a node's children brought.
@@ -356,13 +356,13 @@ void CStandardViewController::downloadPlanInfoThread(const std::string& indexCod
       showFailure(answer.response.error_info);
     }
     if (alive && data_->play_listener) {
-      data_->play_answered(indexCode);
+      data_->play_answered(AnswerOf(answer, indexCode), indexCode);
     }
   });
 }
 
-void CStandardViewController::SetPlayListener(QObject* listener,
-                                              const std::function<void(const std::string& code)>& answered) {
+void CStandardViewController::SetPlayListener(
+    QObject* listener, const std::function<void(const CallAnswer&, const std::string& code)>& answered) {
   data_->play_listener = listener;
   data_->play_answered = answered;
 }
@@ -416,7 +416,7 @@ void CStandardViewController::initGetViewConfig(const GetClientDefaultViewConfig
     std::string code;
     if (!answer.ok) {
       showFailure(answer.response.error_info);
-    } else if (answer.response.index_code != kNoDefaultView) {
+    } else if (answer.response.index_code != kNoDefaultViewCode) {
       code = answer.response.index_code;
       Q_EMIT SignalConfigPlayView(StringToQString(code), answer.response.type);
     }

@@ -56,7 +56,8 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   /// For who plays the plans that others ask for, and must know when none is on its way any more: `answered` is called
   /// once for each PlayPlanViewByIndexCode() that was sent, after its signals and with its code, whether it succeeded
   /// or failed. Until `listener` dies or another one takes its place.
-  void SetPlayListener(QObject* listener, const std::function<void(const std::string& code)>& answered);
+  void SetPlayListener(QObject* listener,
+                       const std::function<void(const CallAnswer&, const std::string& code)>& answered);
   /// Answers with SignalGetPlanInfo().
   void GetPlanInfoByIndexCode(const std::string& indexCode, const PlanAnswer& answer = ignore);
   /// Records a play in the host's log; silent in every case.

@@ -1,3 +1,4 @@
+#include <QAbstractButton>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
@@ -24,6 +25,7 @@ class ClientPanelsTest : public TarnTest::CClientDesk {
   void LastRequestWinsAndCanBeTakenBack();
   void SaysWhatIsLongOnItsWay_data();
   void SaysWhatIsLongOnItsWay();
+  void TriesAgainWhatFailedOnTheEmptyWall();
   void MarkSurvivesUpdatesAndReloads();
   void ShowsPlansInTheirTrees();
   void HistoryKeepsTheLastPlansOnce();
@@ -120,6 +122,27 @@ void ClientPanelsTest::SaysWhatIsLongOnItsWay() {
   QTRY_VERIFY(!sign->isVisible());
   CPlanFixture::Drain();
   QTEST(Wall().PlanName(), "plays");
+}
+
+void ClientPanelsTest::TriesAgainWhatFailedOnTheEmptyWall() {
+  Open();
+  fixture_.Services().Fail("GetPlanDetail", "The line is down");
+  Tree()->setCurrentIndex(Row("Public A plan 2"));
+  QTest::keyClick(Tree(), Qt::Key_Return);
+  auto* again = window_->findChild<QAbstractButton*>("wall_try_again");
+  QTRY_VERIFY(again->isVisible());
+  QCOMPARE(window_->findChild<QLabel*>("wall_failure_reason")->text(), QString("The line is down"));
+  QVERIFY(window_->findChild<QLabel*>("live_wall_hint")->text().contains("Public A plan 2"));
+  fixture_.Services().Mend("GetPlanDetail");
+  again->setFocus();
+  QTest::keyClick(again, Qt::Key_Space);
+  QTRY_COMPARE(Wall().PlanName(), QString("Public A plan 2"));
+  QTest::keyClick(&Wall(), Qt::Key_Escape);
+  QVERIFY(!again->isVisible());  // nor what it was about
+  // A plan that has gone does not come back.
+  window_->Player().Play("987654");
+  QTRY_VERIFY(window_->findChild<QLabel*>("wall_failure_reason")->isVisible());
+  QVERIFY(!again->isVisible());
 }
 
 void ClientPanelsTest::MarkSurvivesUpdatesAndReloads() {

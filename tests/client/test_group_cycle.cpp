@@ -4,6 +4,7 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+#include "MarUIControl/offer_strip.h"
 #include "client_desk.h"
 #include "history/play_history.h"
 
@@ -19,6 +20,7 @@ class GroupCycleTest : public TarnTest::CClientDesk {
   void FollowsTheRowsOfTheTree();
   void StepsAndHoldsByHand();
   void HoldKeepsThePlanThatIsOn();
+  void GoesOnAfterAStop();
   void LeavesTheCurrentRowToTheUser();
   void FollowsChangesOfTheGroup();
   void SkipsPlansThatFail();
@@ -132,6 +134,32 @@ void GroupCycleTest::HoldKeepsThePlanThatIsOn() {
   QTest::keyClick(&Wall(), Qt::Key_Space);
   QVERIFY(!clock_->IsPaused());
   Turn("Public B plan 10");
+}
+
+void GroupCycleTest::GoesOnAfterAStop() {
+  Open();
+  Save("Public B plan 10", {Page(1, 1, {}, {}, 15), Page(2, 1, {}, {}, 15)});
+  Start("Public B");
+  QTRY_COMPARE(Wall().PlanName(), QString("Public B plan 2"));
+  Turn("Public B plan 10");
+  QTest::keyClick(&Wall(), Qt::Key_Right);
+  QTest::keyClick(&Wall(), Qt::Key_Space);
+  QCOMPARE(window_->windowTitle(), QString("Public B plan 10 (Public B) - Plans"));
+  QTest::keyClick(Tree(), Qt::Key_Escape);
+  QVERIFY(!Wall().IsPlaying() && Progress().isEmpty());
+  QCOMPARE(window_->windowTitle(), QString("Plans"));
+  QVERIFY2(Wall().Strip()->Text().contains("Public B"), qPrintable(Wall().Strip()->Text()));
+  Wall().Strip()->Take();
+  QTRY_COMPARE(Wall().PlanName(), QString("Public B plan 10"));
+  QVERIFY(Wall().PageNumber() == 2 && Wall().IsHeld() && Progress().contains("2 of 2"));
+  QCOMPARE(clock_->Seconds(), 15);  // of the page that was on, and not of those before it
+  QTest::keyClick(&Wall(), Qt::Key_Space);
+  Turn("Public B plan 2");
+  // Whatever else plays ends the offer.
+  QTest::keyClick(&Wall(), Qt::Key_Escape);
+  QVERIFY(Wall().Strip()->IsOffering());
+  Play("Public A plan 2");
+  QVERIFY(!Wall().Strip()->IsOffering());
 }
 
 // Or F2 and Delete would hit another row than the one in front of him.

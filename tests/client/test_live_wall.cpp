@@ -1,17 +1,21 @@
 #include <QLabel>
+#include <QLayout>
 #include <QTextDocument>
 #include <QToolButton>
 #include <QtTest>
 #include <memory>
 
+#include "MarUIControl/label.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "hand_clock.h"
 #include "plan_records.h"
 #include "screen_reader.h"
 #include "wall/live_wall.h"
 #include "wall/same_pages.h"
+#include "wall/steady_width.h"
 #include "wall/test_picture_source.h"
 #include "wall/turn_time.h"
+#include "wall/wall_bar.h"
 #include "wall/wall_clock.h"
 #include "wall/wall_window.h"
 
@@ -91,6 +95,8 @@ class LiveWallTest : public QObject {
   void cleanup();
   void PlaysAndStops();
   void TurnsByDwellAndLeavesNothingBehind();
+  void NumbersStayWhereTheyAre();
+  void LongTitlesFit();
   void KeysTurnHoldAndStop();
   void SpeaksOnlyOfWhatChanges();
   void FindsThePageAfterAChange_data();
@@ -103,6 +109,7 @@ class LiveWallTest : public QObject {
   void HoldStopsTheTurn();
   void OddPlansAreHarmless();
   void PicturesMoveAndRestWhenHidden();
+  void ALostCameraLooksLost();
   void CamerasLookDifferent();
   void ACameraThatIsOfflineHasNoPictures();
   void NamesInToolTipsAreNoMarkup();
@@ -164,6 +171,32 @@ void LiveWallTest::TurnsByDwellAndLeavesNothingBehind() {
   QVERIFY(clock.elapsed() >= 1900);
 }
 
+void LiveWallTest::NumbersStayWhereTheyAre() {
+  const auto place = [this](const char* name) { return wall_->findChild<QWidget*>(name)->geometry(); };
+  wall_->Play(Plan("tour", {Page(1, 1, 100, {"a"}), Page(2, 1, 1, {"b"})}));
+  wall_->Bar()->layout()->activate();
+  const QRect page = place("wall_page"), time = place("page_time"), stop = place("wall_stop_btn");
+  wall_->GoTo(2);
+  QTest::keyClick(wall_.get(), Qt::Key_Space);
+  wall_->Bar()->layout()->activate();
+  QCOMPARE(wall_->PageNumber(), 2);
+  QVERIFY(wall_->IsHeld() && place("wall_page") == page && place("page_time") == time &&
+          place("wall_stop_btn") == stop);
+  QCOMPARE(TarnClient::SteadyWidth(wall_->fontMetrics(), "7 of 11"),
+           TarnClient::SteadyWidth(wall_->fontMetrics(), "1 of 99"));
+}
+
+// The long name gives way, and nothing else.
+void LiveWallTest::LongTitlesFit() {
+  const auto* title = wall_->findChild<MarUIControl::CLabel*>("wall_title");
+  const auto* note = wall_->findChild<MarUIControl::CLabel*>("wall_bar_note");
+  wall_->Play(Plan(std::string(200, 'W').c_str(), {Page(1, 1, 5, {"a"}), Page(2, 1, 5, {"b"})}));
+  wall_->ShowNote("automatic until 21:05");
+  QTRY_VERIFY(title->width() < 500 && title->width() > 100);
+  QVERIFY(note->width() >= note->sizeHint().width());
+  QVERIFY(title->text().size() == 200 && title->accessibleName() == title->text());
+}
+
 void LiveWallTest::KeysTurnHoldAndStop() {
   wall_->Play(Plan("p", {Page(1, 1, 1, {"a"}), Page(2, 1, 60, {"b"}), Page(3, 1, 60, {"c"})}));
   auto* pause = wall_->findChild<QToolButton*>("wall_pause_btn");
@@ -181,9 +214,10 @@ void LiveWallTest::KeysTurnHoldAndStop() {
   QVERIFY2(pause->toolTip() != to_go_on && pause->toolTip().contains(name), qPrintable(pause->toolTip()));
   QVERIFY(pause->icon().cacheKey() != picture);
   QTRY_COMPARE(wall_->PageNumber(), 2);
+  const QSignalSpy stops(wall_.get(), &CLiveWall::SignalStopWanted);
   QTest::keyClick(wall_.get(), Qt::Key_Escape);
-  QVERIFY(!wall_->IsPlaying());
-  QCOMPARE(g_running, 0);
+  QTest::mouseClick(wall_->findChild<QToolButton*>("wall_stop_btn"), Qt::LeftButton);
+  QCOMPARE(stops.count(), 2);
 }
 
 // What stays is not read out again and again, while time runs and pictures come.
@@ -420,6 +454,30 @@ void LiveWallTest::PicturesMoveAndRestWhenHidden() {
   QCOMPARE(frames(), at_hiding);
   wall_->show();
   QTRY_VERIFY(frames() > at_hiding);
+}
+
+// Its last picture does not pass for a live one.
+void LiveWallTest::ALostCameraLooksLost() {
+  class FrozenSource : public CTestPictureSource {
+   public:
+    FrozenSource(const PlanWindow& window, const State& state) : CTestPictureSource(window), state_(state) {
+      picture_.fill(Qt::red);
+    }
+    State GetState() const override { return state_; }
+    QImage LatestPicture(const QSize&) override { return picture_; }
+
+   private:
+    const State& state_;
+    QImage picture_{8, 8, QImage::Format_RGB32};
+  };
+  IPictureSource::State state = IPictureSource::State::Live;
+  TarnClient::CWallWindow window(1, nullptr);
+  window.resize(200, 150);
+  window.Show("a", std::make_unique<FrozenSource>(TarnTest::Window(1, "1"), state));
+  const QRect below_the_bar(0, 60, 200, 90);
+  const QImage live = window.grab(below_the_bar).toImage();
+  state = IPictureSource::State::Lost;
+  QVERIFY(window.grab(below_the_bar).toImage() != live);
 }
 
 void LiveWallTest::CamerasLookDifferent() {

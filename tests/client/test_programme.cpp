@@ -1,7 +1,10 @@
 #include <QtTest>
+#include <limits>
 
 #include "LyraPluginManager/error_kind.h"
 #include "plans/programme.h"
+#include "plans/programme_texts.h"
+#include "plans/retry_pause.h"
 
 using namespace TarnClient;
 using namespace TarnClient::Events;
@@ -14,7 +17,7 @@ using Happened = QVector<ProgrammeEvent>;
 // O is an own plan, all others are public. As timed plans they run from nine.
 Plan PlanOf(const std::string& code, const std::string& end = "10:00:00") {
   Plan plan;
-  plan.index_code = code;
+  plan.index_code = plan.name = code;
   plan.type = code == "O" ? 1 : 0;
   plan.auto_run = true;
   plan.start_time = "09:00:00";
@@ -30,6 +33,12 @@ ProgrammeEvent Came(const std::string& code) {
 }
 ProgrammeEvent Over(const std::string& code) {
   return FetchOver{code};
+}
+ProgrammeEvent Failed(const std::string& code, int32_t kind = view_plugin_protocol::Unavailable, bool is_said = false) {
+  return FetchOver{code, Failure{"tired", kind, is_said}};
+}
+ProgrammeEvent Unknown(int32_t kind = view_plugin_protocol::Unavailable) {
+  return DefaultViewUnknown{{"away", kind}};
 }
 ProgrammeEvent Timed(const std::string& code, const std::string& end = "10:00:00") {
   return TimedPlanBegins{PlanOf(code, end)};
@@ -79,12 +88,16 @@ QString Text(const std::string& text) {
 
 struct Words {
   QString operator()(const Commands::FetchPlan& c) const { return "fetch " + Text(c.code); }
-  QString operator()(const Commands::ShowPlan& c) const { return "show " + Text(c.plan.index_code) + " " + Name(c.by); }
+  QString operator()(const Commands::ShowPlan& c) const {
+    const QString page = c.place.page > 1 ? QString(" page %1").arg(c.place.page) : QString();
+    return "show " + Text(c.plan.index_code) + " " + Name(c.by) + page + QString(c.place.is_held ? " held" : "");
+  }
   QString operator()(const Commands::EmptyWall&) const { return "empty"; }
   QString operator()(const Commands::FetchTurn& c) const { return QString("turn %1").arg(c.step); }
   QString operator()(const Commands::DropTurn&) const { return "drop turn"; }
   QString operator()(const Commands::BeginTurn& c) const {
-    return QString("%1 %2 s").arg(c.is_held ? "held" : "stays").arg(c.seconds);
+    return QString("%1 %2 s").arg(c.is_held ? "held" : "stays").arg(c.seconds) +
+           (c.page > 0 ? QString(" page %1").arg(c.page) : QString());
   }
   QString operator()(const Commands::Stay& c) const { return QString("again in %1 s").arg(c.seconds); }
   QString operator()(const Commands::EndTurns&) const { return "end turns"; }
@@ -95,10 +108,9 @@ struct Words {
   QString operator()(const Commands::ForgetTimedPlan&) const { return "forget"; }
   QString operator()(const Commands::WatchClock& c) const { return c.on ? "watch" : "no watch"; }
   QString operator()(const Commands::AwaitNextPlan& c) const {
-    return QString(c.on ? "wait" : "no wait") + QString(c.is_long ? " long" : "");
+    return QString(c.on ? "wait" : "no wait") + (c.failures > 0 ? QString(" %1").arg(c.failures) : QString());
   }
-  QString operator()(const Commands::SayAwaited&) const { return "awaited"; }
-  QString operator()(const Commands::SayProgress&) const { return "progress"; }
+  QString operator()(const Commands::ShowState&) const { return "shown"; }
   QString operator()(const SayFailure& c) const {
     return QString("say %1 %2").arg(static_cast<int>(c.reason)).arg(c.details.join('+')).trimmed();
   }
@@ -118,24 +130,26 @@ class ProgrammeTest : public QObject {
   void Decides_data();
   void Decides();
   void WatchesTheClock();
-  void SaysWhatChanges();
+  void ShowsWhatChanges();
+  void SaysWhatHasEnded();
+  void PausesGrow();
 
  private:
   /// The commands for this event, without those that only say what changed.
   QString At(const QString& time, const ProgrammeEvent& event);
 
   CProgramme::State state_;
-  QStringList commands_, said_;
+  QStringList commands_, shown_;
 };
 
 QString ProgrammeTest::At(const QString& time, const ProgrammeEvent& event) {
   const auto step = CProgramme::Next(state_, event, QDateTime(QDate(2026, 3, 2), QTime::fromString(time)));
   state_ = step.state;
   commands_.clear();
-  said_.clear();
+  shown_.clear();
   for (const ProgrammeCommand& command : step.commands) {
     const QString words = std::visit(Words(), command);
-    (words == "awaited" || words == "progress" ? said_ : commands_) << words;
+    (words == "shown" ? shown_ : commands_) << words;
   }
   return commands_.join(' ');
 }
@@ -147,8 +161,9 @@ void ProgrammeTest::Decides_data() {
   const auto row = [](const char* name, const Happened& happened, const char* commands, const char* on_wall) {
     QTest::newRow(name) << happened << commands << on_wall;
   };
-  const ProgrammeEvent stop = StopWanted(), emptied = WallEmptied(), ends = TimedPlanEnds(), due = NextPlanDue(),
-                       open = DefaultViewWanted(), none = DefaultViewNone(), unknown = DefaultViewUnknown(),
+  const ProgrammeEvent stop = StopWanted(), again = PlayAgainWanted(), over = OfferOver(), retry = TryAgainWanted(),
+                       stop_2 = StopWanted{{2, true}}, ends = TimedPlanEnds(), due = NextPlanDue(),
+                       open = DefaultViewWanted(), none = DefaultViewNone(), unknown = Unknown(),
                        plan_d = DefaultPlanKnown{"D"}, user = UserSwitched(), tick = ClockTicked(),
                        time_over = TurnOver(), next = StepWanted{1}, back = StepWanted{-1}, held = Held(),
                        panel_a = PanelFetches{"A"}, panel_d = PanelFetches{"D"};
@@ -165,16 +180,14 @@ void ProgrammeTest::Decides_data() {
   row("failed", {Want("A"), Over("A"), Came("A")}, "", "");
   row("asked for twice, failed once", {Want("A"), Want("A"), Over("A"), Came("A")}, "show A user", "A user");
   row("stopped", {Want("A"), Came("A"), stop}, "no wait empty", "");
-  row("stopped on the wall", {Want("A"), Came("A"), emptied}, "no wait empty", "");
-  row("emptied by a command", {Want("A"), Came("A"), stop, emptied}, "", "");
   row("stopped on its way", {Want("A"), stop, Came("A")}, "", "");
-  row("another one on its way stopped", {Want("A"), Came("A"), Want("B"), emptied, Came("B")}, "", "");
+  row("another one on its way stopped", {Want("A"), Came("A"), Want("B"), stop, Came("B")}, "", "");
   row("switched away", {Want("A"), Came("A"), user}, "no wait empty", "");
 
   // Timed plans.
   row("timed", {Timed("T")}, "show T timed watch", "T timed");
   row("timed, over", {Timed("T"), ends}, "look forget empty wait no watch", "");
-  row("timed, stopped", {Timed("T"), emptied}, "no wait forget empty", "");
+  row("timed, stopped", {Timed("T"), stop}, "no wait forget empty", "");
   row("timed, again with other times", {Timed("T"), Timed("T", "11:00:00")}, "show T timed", "T timed");
   row("timed, not over the user's", {Want("A"), Came("A"), Timed("T")}, "", "A user");
   row("timed, not over the user's group", {Cycle(), Turn("1"), Timed("T")}, "", "1 cycle");
@@ -213,15 +226,15 @@ void ProgrammeTest::Decides_data() {
   row("the default view", opened + Happened{ends, due}, "default view?", "");
   row("asked for again", opened + Happened{ends, due, plan_d, Came("D")}, "show D default", "D default");
   row("known during a timed plan", {open, Timed("T"), plan_d, ends, due}, "default view?", "");
-  row("the service is away", opened + Happened{ends, due, unknown}, "wait long", "");
+  row("the service is away", opened + Happened{ends, due, unknown}, "say 6 away wait 1", "");
   row("asked until it answers", opened + Happened{ends, due, unknown, due}, "default view?", "");
-  row("not at the start", {open, unknown}, "", "");
-  row("nor what was chosen since", {open, unknown, plan_d}, "", "");
+  row("also at the start", {open, unknown, due}, "default view?", "");
+  row("not what was chosen since", {open, unknown, plan_d}, "", "");
   row("not over the user's stop", opened + Happened{ends, due, stop, unknown}, "", "");
   row("none is chosen any more", opened + Happened{ends, due, none, due}, "", "");
   row("after two timed plans", opened + Happened{ends, Timed("U"), due}, "", "U timed");
   row("and their end", opened + Happened{ends, Timed("U"), ends, due}, "default view?", "");
-  row("not after a stop", opened + Happened{emptied, ends, due}, "", "");
+  row("not after a stop", opened + Happened{stop, ends, due}, "", "");
   row("not over the user's", opened + Happened{Want("A"), Came("A"), ends, due}, "", "A user");
   row("not once that is stopped", opened + Happened{Want("A"), Came("A"), stop, due}, "", "");
   row("nothing", {Timed("T"), ends, due}, "", "");
@@ -274,6 +287,53 @@ void ProgrammeTest::Decides_data() {
   row("stopped before its first turn", {Cycle(), stop, Turn("1")}, "", "");
   row("no group", {Want("A"), Came("A"), time_over, next, held, Turn("1")}, "", "A user");
 
+  // What was stopped may be had again.
+  const Happened a_stopped = {Want("A"), Came("A"), stop_2};
+  row("again", a_stopped + Happened{again}, "fetch A", "");
+  row("where it was", a_stopped + Happened{again, Came("A")}, "show A user page 2 held", "A user");
+  row("once", a_stopped + Happened{again, again}, "", "");
+  row("not for ever", a_stopped + Happened{over, again}, "", "");
+  row("not once another is wanted", a_stopped + Happened{Want("B"), Failed("B"), again}, "", "");
+  row("nor once one plays", a_stopped + Happened{Timed("T"), ends, again}, "", "");
+  row("not for another user", a_stopped + Happened{user, again}, "", "");
+  row("not one that goes", {Want("A"), Came("A"), StopWanted{{}, false}, again}, "", "");
+  row("not what was only wanted", {Want("A"), stop, again}, "", "");
+  row("stopped twice", a_stopped + Happened{stop, again}, "fetch A", "");
+  row("the one on the wall, not the one awaited", {Want("A"), Came("A"), Want("B"), stop, again}, "fetch A", "");
+  row("nor the group awaited", {Want("A"), Came("A"), Cycle(), stop, again}, "fetch A", "");
+  const Happened g_stopped = {Cycle(), Turn("1"), next, Turn("2"), stop_2, again};
+  row("a cycle goes on", g_stopped, "turn 0", "");
+  row("where it stood", g_stopped + Happened{Turn("2")}, "show 2 cycle page 2 held held 20 s page 2", "2 cycle");
+  row("its plan has gone", g_stopped + Happened{Turn("1")}, "show 1 cycle stays 20 s", "1 cycle");
+  row("its service is away", g_stopped + Happened{tired}, "drop turn end turns say 3 x", "");
+  row("a timed one, to its end", {Timed("T"), stop, again, Came("T"), ends}, "look forget empty wait no watch", "");
+  row("not beyond it", {Timed("T"), stop, ends, again}, "", "");
+  row("the default view", {open, plan_d, Came("D"), stop, again, Came("D")}, "show D default", "D default");
+  row("that gives way", {open, plan_d, Came("D"), stop, again, Came("D"), Timed("T"), ends, due}, "default view?", "");
+
+  // What has failed.
+  row("said", {Want("A"), Failed("A")}, "say 6 tired", "");
+  row("said by the panel", {panel_a, Failed("A", 0, true)}, "", "");
+  row("not one that is wanted no more", {Want("A"), Want("B"), Failed("A")}, "", "");
+  row("tried again", {Want("A", PlayOrigin::History), Failed("A"), retry}, "fetch A", "");
+  row("beside another", {Want("A"), Came("A"), Want("B"), Failed("B"), retry}, "", "A user");
+  row("another is wanted", {Want("A"), Failed("A"), Want("B"), Over("B"), retry}, "", "");
+  row("stopped since", {Want("A"), Failed("A"), stop, retry}, "", "");
+  row("a group", {Cycle(), tired, retry}, "turn 1", "");
+  const Happened d_failed = {open, plan_d, Failed("D")};
+  row("the default plan", d_failed, "say 6 tired wait 1", "");
+  row("by itself", d_failed + Happened{due}, "default view?", "");
+  row("less often, and silent", d_failed + Happened{due, plan_d, Failed("D")}, "wait 2", "");
+  row("the whole way", d_failed + Happened{due, unknown, due, plan_d, Failed("D")}, "wait 3", "");
+  row("a run of failures ends", d_failed + Happened{due, plan_d, Came("D"), Timed("T"), ends, due, unknown},
+      "say 6 away wait 1", "");
+  row("at once by hand", d_failed + Happened{due, plan_d, Failed("D"), retry}, "default view?", "");
+  row("not what is gone", {open, plan_d, Failed("D", view_plugin_protocol::Gone)}, "say 6 tired", "");
+  row("a default group", {open, DefaultGroup(), tired}, "drop turn end turns say 3 x wait 1", "");
+  row("silent, too", {open, DefaultGroup(), tired, due, DefaultGroup(), tired}, "drop turn end turns wait 2", "");
+  row("until the user plays", d_failed + Happened{Want("A"), Came("A"), due}, "", "A user");
+  row("or stops", d_failed + Happened{stop, due}, "", "");
+
   // Own timed plans after a switch of user.
   const Happened asked = {user, Timed("O")};
   row("may be the last user's", asked, "sees O? watch", "");
@@ -313,7 +373,7 @@ void ProgrammeTest::WatchesTheClock() {
   QCOMPARE(At("10:00:02", ClockTicked()), QString("look forget empty wait no watch"));
   // No one announces the end of a plan that was stopped, but the next one may be due.
   At("09:00:00", Timed("T"));
-  QCOMPARE(At("09:10:00", WallEmptied()), QString("no wait forget empty"));
+  QCOMPARE(At("09:10:00", StopWanted()), QString("no wait forget empty"));
   At("10:00:00", ClockTicked());
   QCOMPARE(At("10:00:01", ClockTicked()), QString("look no watch"));
   // One that is in doubt is not asked for beyond its end.
@@ -327,22 +387,59 @@ void ProgrammeTest::WatchesTheClock() {
   QCOMPARE(At("10:00:00", Seen()), QString("drop question no watch"));
 }
 
-void ProgrammeTest::SaysWhatChanges() {
-  const auto said = [this](const ProgrammeEvent& event) {
+// Each by one command, whatever has changed of it.
+void ProgrammeTest::ShowsWhatChanges() {
+  const auto shows = [this](const ProgrammeEvent& event) {
     At("09:00:00", event);
-    return said_.join(' ');
+    return shown_.size() == 1;
   };
-  QCOMPARE(said(Want("A")), QString("awaited"));
-  QCOMPARE(said(Want("A")), QString());
-  QCOMPARE(said(Want("B")), QString("awaited"));
-  QCOMPARE(said(Came("B")), QString("awaited"));
-  QCOMPARE(said(Cycle()), QString("awaited progress"));
+  QVERIFY(shows(Want("A")));
+  QVERIFY(!shows(Want("A")));
+  QVERIFY(shows(Want("B")) && shows(Came("B")) && shows(Cycle()));
   QVERIFY(CProgramme::AwaitsTurn(state_));
-  QCOMPARE(said(Turn("1")), QString("awaited progress"));
+  QVERIFY(shows(Turn("1")));
   QVERIFY(!CProgramme::AwaitsTurn(state_) && state_.cycle->name == "Gates");
-  QCOMPARE(said(TurnOver()), QString("awaited"));
-  QCOMPARE(said(Turn("2")), QString("awaited progress"));
-  QCOMPARE(said(StopWanted()), QString("progress"));
+  QVERIFY(shows(TurnOver()) && shows(Turn("2")) && shows(StopWanted()) && shows(OfferOver()));
+  QVERIFY(!shows(ClockTicked()));
+  QVERIFY(shows(Want("F")) && shows(Failed("F")) && shows(StopWanted()));
+  QVERIFY(shows(Timed("T")) && !shows(PlanRenewed{PlanOf("T")}) && shows(TimedPlanEnds()));
+}
+
+// What the wall says of a timed plan, and what is kept of it.
+void ProgrammeTest::SaysWhatHasEnded() {
+  const auto note = [this] { return CProgrammeTexts::NoteOf(state_); };
+  At("09:00:00", Timed("Night watch"));
+  QCOMPARE(note(), QString("automatic until 10:00"));
+  At("10:00:03", TimedPlanEnds());
+  QCOMPARE(note(), QString("Night watch ended at 10:00"));
+  At("10:00:05", DefaultViewWanted());
+  At("10:00:05", DefaultPlanKnown{"D"});
+  At("10:00:05", Came("D"));
+  QCOMPARE(note(), QString("Night watch ended at 10:00"));  // beside what has come by itself
+  At("10:01:00", Want("A"));
+  At("10:01:00", Came("A"));
+  QCOMPARE(note(), QString());
+  At("11:00:00", StopWanted());
+  At("11:00:00", Timed("T", "12:00:00"));
+  At("11:30:00", TimedPlanEnds());  // it was deleted
+  QCOMPARE(note(), QString("T ended at 11:30"));
+  At("11:31:00", UserSwitched());
+  QCOMPARE(note(), QString());
+  At("12:00:00", Timed("T", "13:00:00"));
+  At("12:10:00", Want("A"));
+  At("12:10:00", Came("A"));
+  QCOMPARE(note(), QString());
+  At("13:00:00", TimedPlanEnds());  // it was not on any more
+  QCOMPARE(note(), QString());
+}
+
+void ProgrammeTest::PausesGrow() {
+  QList<int> pauses;
+  for (int failures = 0; failures <= 7; ++failures) {
+    pauses << RetryPauseSeconds(failures);
+  }
+  QCOMPARE(pauses, (QList<int>{3, 3, 6, 12, 24, 48, 60, 60}));
+  QCOMPARE(RetryPauseSeconds(std::numeric_limits<int>::max()), 60);
 }
 
 QTEST_APPLESS_MAIN(ProgrammeTest)

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "plan_rules/default_view.h"
 #include "plan_rules/plan_limits.h"
 #include "store/plan_soundness.h"
 #include "store/store_texts.h"
@@ -21,7 +22,6 @@ using view_plugin_protocol::kDeepestLevel;
 using view_plugin_protocol::Right;
 
 constexpr int kNoDefaultView = -3;
-const char kNoDefaultViewText[] = "-3";
 const char kSharedGroupName[] = "Shared";
 // What the user is offered, and what comes on top of it: the offer's time stands still while the mouse is over it, and
 // the last click may have to wait for the service.
@@ -371,7 +371,7 @@ void CPlanWriter::SetDefaultView(const view_plugin_protocol::ClienDefaultViewCon
 }
 
 int32_t CPlanWriter::DefaultViewOf(const view_plugin_protocol::ClienDefaultViewConfigRequest& request, int32_t user) {
-  if (request.index_code == kNoDefaultViewText) {
+  if (request.index_code == view_plugin_protocol::kNoDefaultViewCode) {
     return kNoDefaultView;
   }
   if (request.type == ResourceData::RT_VIEW_GROUP) {

@@ -1,0 +1,74 @@
+#include "window/wall_texts.h"
+
+#include "MarUIControl/offer_strip.h"
+#include "MarUIControl/string_conversion.h"
+#include "plans/plan_player.h"
+#include "plans/programme_texts.h"
+#include "wall/live_wall.h"
+#include "wall/wall_bar.h"
+
+namespace TarnClient {
+
+using MarUIControl::COfferStrip;
+using MarUIControl::StringToQString;
+
+namespace {
+
+constexpr int kOfferSeconds = 10;
+
+}  // namespace
+
+CWallTexts::CWallTexts(CPlanPlayer* player, CLiveWall* wall, NameOf name_of, QObject* parent)
+    : QObject(parent), player_(player), wall_(wall), name_of_(std::move(name_of)) {
+  connect(player_, &CPlanPlayer::SignalStateChanged, this, &CWallTexts::Renew);
+  connect(wall_->Strip(), &COfferStrip::SignalOver, player_, &CPlanPlayer::ForgetStopped);
+}
+
+void CWallTexts::Renew() {
+  const CProgramme::State& state = player_->State();
+  wall_->Await(Awaited());
+  wall_->Bar()->ShowCycle(CProgrammeTexts::ProgressOf(state));
+  wall_->ShowNote(CProgrammeTexts::NoteOf(state));
+  ShowFailure();
+  ShowOffer();
+  Q_EMIT SignalTitle(CProgrammeTexts::TitleOf(state));
+}
+
+QString CWallTexts::Awaited() const {
+  const CProgramme::State& state = player_->State();
+  if (state.on_its_way) {
+    const QString name = name_of_(StringToQString(state.on_its_way->code));
+    if (name.isEmpty()) {
+      return tr("The plan is being fetched...");
+    }
+    return tr("\"%1\" is being fetched...").arg(name);
+  }
+  if (CProgramme::AwaitsTurn(state)) {
+    return tr("The next plan of the group is being fetched...");
+  }
+  return QString();
+}
+
+void CWallTexts::ShowFailure() {
+  const std::optional<CProgramme::Failed>& failed = player_->State().failed;
+  if (!failed) {
+    return wall_->ShowFailure(QString(), QString(), false);
+  }
+  QString name = failed->play.name;
+  if (name.isEmpty() && !failed->group) {
+    name = name_of_(StringToQString(failed->play.code));
+  }
+  wall_->ShowFailure(CProgrammeTexts::Of(*failed, name), failed->reason, failed->may_pass);
+}
+
+void CWallTexts::ShowOffer() {
+  const std::optional<CProgramme::Stopped>& stopped = player_->State().stopped;
+  COfferStrip* strip = wall_->Strip();
+  if (!stopped) {
+    strip->Withdraw();
+  } else if (!strip->IsOffering()) {
+    strip->Offer(CProgrammeTexts::Of(*stopped), tr("Play again"), kOfferSeconds, [this] { player_->PlayAgain(); });
+  }
+}
+
+}  // namespace TarnClient

@@ -1,0 +1,109 @@
+#include <QAbstractButton>
+#include <QtTest>
+
+#include "client_desk.h"
+
+using TarnTest::CPlanFixture;
+
+// The client's window by keyboard alone: where the first keys go, and where Tab leads.
+class ClientKeysTest : public TarnTest::CClientDesk {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void FirstKeysGoToTheTree_data();
+  void FirstKeysGoToTheTree();
+  void TabWalksThroughTheWindow();
+
+ private:
+  /// The widget with the focus, by its name.
+  static QString Focus();
+  static QStringList Walk(Qt::Key key, int steps);
+};
+
+QString ClientKeysTest::Focus() {
+  const QWidget* focus = QApplication::focusWidget();
+  if (!focus) {
+    return "nothing";
+  }
+  return focus->objectName();
+}
+
+QStringList ClientKeysTest::Walk(Qt::Key key, int steps) {
+  QStringList names;
+  for (int step = 0; step < steps; ++step) {
+    QTest::keyClick(QApplication::focusWidget(), key, key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+    names << Focus();
+  }
+  return names;
+}
+
+void ClientKeysTest::FirstKeysGoToTheTree_data() {
+  QTest::addColumn<QString>("after");
+  for (const char* after : {"the start", "rows that come late", "a retry", "a log-in", "a log-in by mouse"}) {
+    QTest::newRow(after) << QString(after);
+  }
+}
+
+void ClientKeysTest::FirstKeysGoToTheTree() {
+  QFETCH(QString, after);
+  Open({{"load_all", 1}});
+  QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+  fixture_.Messages().Expect("The line is down");
+  QString error;
+  const auto retry = [this]() -> QAbstractButton* {
+    for (auto* button : window_->Family(0).Panel()->findChildren<QAbstractButton*>()) {
+      if (button->isVisible() && button->text().contains("again", Qt::CaseInsensitive)) {
+        return button;
+      }
+    }
+    return nullptr;
+  };
+  if (after == "rows that come late") {
+    fixture_.Services().Hold("GetPlanGroups");
+    QVERIFY(fixture_.Store().LogIn("operator", &error));
+    QTRY_VERIFY(!Row("Plans").isValid());
+    fixture_.Services().ReleaseAll();
+  } else if (after == "a retry") {
+    fixture_.Services().Fail("GetPlanGroups", "The line is down");
+    QVERIFY(fixture_.Store().LogIn("operator", &error));
+    QTRY_VERIFY(retry());
+    fixture_.Services().Mend("GetPlanGroups");
+    retry()->setFocus();
+    QTest::keyClick(retry(), Qt::Key_Space);
+  } else if (after == "a log-in") {
+    window_->SwitchUser("viewer");
+  } else if (after == "a log-in by mouse") {
+    window_->findChild<QWidget*>("user_btn")->setFocus();
+    window_->SwitchUser("viewer");
+  }
+  WaitForPlans();
+  QTRY_COMPARE(QApplication::focusWidget(), Tree());
+  QTRY_COMPARE(Tree()->currentIndex(), Row("Plans"));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+  QVERIFY(Tree()->currentIndex().parent() == Row("Plans"));
+}
+
+void ClientKeysTest::TabWalksThroughTheWindow() {
+  Open();
+  QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+  Play("Public A plan 2");
+  CPlanFixture::Drain();
+  const QStringList parts = {
+      "live_wall",     "wall_stop_btn", "wall_save_btn",       "wall_save_menu_btn", "user_btn",
+      "messages_btn",  "settings_btn",  "qt_tabwidget_tabbar", "history_btn",        "add_group_btn",
+      "add_view_btn",  "edit_btn",      "delete_btn",          "search_btn",         "view_location_line_edit",
+      "plan_view_tree"};
+  QCOMPARE(Walk(Qt::Key_Tab, parts.size()), parts);
+  QStringList back(parts.rbegin(), parts.rend());
+  back.move(0, back.size() - 1);  // it begins where it ended
+  QCOMPARE(Walk(Qt::Key_Backtab, parts.size()), back);
+  // What stays on the wall when it is empty, and what then may be had again.
+  QTest::keyClick(Tree(), Qt::Key_Escape);
+  QVERIFY(!Wall().IsPlaying());
+  QCOMPARE(Walk(Qt::Key_Tab, 3), (QStringList{"live_wall", "offer_action", "offer_close"}));
+  QTest::keyClick(&Wall(), Qt::Key_R, Qt::ControlModifier);
+  QTRY_COMPARE(Wall().PlanName(), QString("Public A plan 2"));
+}
+
+QTEST_MAIN(ClientKeysTest)
+#include "test_client_keys.moc"
