@@ -28,7 +28,7 @@ void CMainMenu::Fill() {
   addSeparator();
   add({WindowCommand::Save, WindowCommand::SaveAs});
   addActions(wall_());
-  add({WindowCommand::ShowInTree});
+  add({WindowCommand::ShowInTree, WindowCommand::PlayAgain});
   add({WindowCommand::History, WindowCommand::Messages});
   add({WindowCommand::Users, WindowCommand::Settings});
   add({WindowCommand::Keys, WindowCommand::About});
