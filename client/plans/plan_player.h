@@ -72,8 +72,7 @@ class CPlanPlayer : public QObject {
   void FollowTimedPlans();
   void Handle(const ProgrammeEvent& event);
   void OnDefaultView(const QString& code, bool is_group);
-  void OnDefaultViewAnswer(
-      const HostCalls::Result<view_plugin_protocol::GetClientDefaultViewConfigResponse>& answer);
+  void OnDefaultViewAnswer(const HostCalls::Result<view_plugin_protocol::GetClientDefaultViewConfigResponse>& answer);
   void FetchByPanel(const std::string& code);
   Events::Group GroupOf(const QString& code) const;
 

@@ -117,8 +117,8 @@ namespace TarnClient {
 
 using ProgrammeEvent =
     std::variant<Events::PlanWanted, Events::PanelFetches, Events::PlanCame, Events::FetchOver, Events::PlanRenewed,
-                 Events::GroupWanted, Events::SecondsPerPlanChosen, Events::TurnOver, Events::StepWanted, Events::Held, Events::TurnCame,
-                 Events::DefaultViewWanted, Events::DefaultPlanKnown, Events::DefaultGroupKnown,
+                 Events::GroupWanted, Events::SecondsPerPlanChosen, Events::TurnOver, Events::StepWanted, Events::Held,
+                 Events::TurnCame, Events::DefaultViewWanted, Events::DefaultPlanKnown, Events::DefaultGroupKnown,
                  Events::DefaultViewNone, Events::DefaultViewUnknown, Events::TimedPlanBegins, Events::TimedPlanEnds,
                  Events::SeenAnswered, Events::ClockTicked, Events::NextPlanDue, Events::StopWanted,
                  Events::PlayAgainWanted, Events::OfferOver, Events::TryAgainWanted, Events::UserSwitched>;
