@@ -186,7 +186,7 @@ void RememberedDeskTest::OpensWhatWasChosen_data() {
   QTest::newRow("last plan") << OpensFirst::LastPlayed << "Public A plan 2"
                              << "Public A plan 2";
   QTest::newRow("last group") << OpensFirst::LastPlayed << "Own C"
-                              << "Own C plan 2";
+                              << "C1 plan 2";
   QTest::newRow("nothing was played") << OpensFirst::LastPlayed << ""
                                       << "";
   QTest::newRow("nothing") << OpensFirst::Nothing << "Public A plan 2"
