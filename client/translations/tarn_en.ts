@@ -438,6 +438,11 @@
         <translation>Stopped the plans of %1.</translation>
     </message>
     <message>
+        <source>Stopped the plans of %1.</source>
+        <comment>view</comment>
+        <translation>Stopped the views of %1.</translation>
+    </message>
+    <message>
         <source>Stopped %1.</source>
         <translation>Stopped %1.</translation>
     </message>
@@ -450,7 +455,17 @@
         <translation>The plan could not be played.</translation>
     </message>
     <message>
+        <source>The plan could not be played.</source>
+        <comment>view</comment>
+        <translation>The view could not be played.</translation>
+    </message>
+    <message>
         <source>The default view could not be played.</source>
+        <translation>The default plan could not be played.</translation>
+    </message>
+    <message>
+        <source>The default view could not be played.</source>
+        <comment>view</comment>
         <translation>The default view could not be played.</translation>
     </message>
     <message>
@@ -498,11 +513,6 @@
         <translation>Live pictures</translation>
     </message>
     <message>
-        <source>Double-click a plan, or drag one here, to play it</source>
-        <comment>view</comment>
-        <translation>Double-click a view, or drag one here, to play it</translation>
-    </message>
-    <message>
         <source>Play &quot;%1&quot;</source>
         <translation>Play &quot;%1&quot;</translation>
     </message>
@@ -541,16 +551,6 @@
         <translation>Families of views</translation>
     </message>
     <message>
-        <source>The plan is being fetched...</source>
-        <comment>view</comment>
-        <translation>The view is being fetched...</translation>
-    </message>
-    <message>
-        <source>The next plan of the group is being fetched...</source>
-        <comment>view</comment>
-        <translation>The next view of the group is being fetched...</translation>
-    </message>
-    <message>
         <source>Close</source>
         <translation>Close</translation>
     </message>
@@ -571,8 +571,18 @@
         <translation>%1 - Plans</translation>
     </message>
     <message>
+        <source>%1 - Plans</source>
+        <comment>view</comment>
+        <translation>%1 - Views</translation>
+    </message>
+    <message>
         <source>no plan was stopped in the last seconds</source>
         <translation>no plan was stopped in the last seconds</translation>
+    </message>
+    <message>
+        <source>no plan was stopped in the last seconds</source>
+        <comment>view</comment>
+        <translation>no view was stopped in the last seconds</translation>
     </message>
     <message>
         <source>Nothing to play again: %1</source>
@@ -3694,12 +3704,22 @@ never starts</translation>
         <translation>The plan is being fetched...</translation>
     </message>
     <message>
+        <source>The plan is being fetched...</source>
+        <comment>view</comment>
+        <translation>The view is being fetched...</translation>
+    </message>
+    <message>
         <source>&quot;%1&quot; is being fetched...</source>
         <translation>&quot;%1&quot; is being fetched...</translation>
     </message>
     <message>
         <source>The next plan of the group is being fetched...</source>
         <translation>The next plan of the group is being fetched...</translation>
+    </message>
+    <message>
+        <source>The next plan of the group is being fetched...</source>
+        <comment>view</comment>
+        <translation>The next view of the group is being fetched...</translation>
     </message>
     <message>
         <source>Play again</source>
@@ -3715,6 +3735,11 @@ never starts</translation>
     <message>
         <source>Double-click a plan, or drag one here, to play it</source>
         <translation>Double-click a plan, or drag one here, to play it</translation>
+    </message>
+    <message>
+        <source>Double-click a plan, or drag one here, to play it</source>
+        <comment>view</comment>
+        <translation>Double-click a view, or drag one here, to play it</translation>
     </message>
 </context>
 </TS>

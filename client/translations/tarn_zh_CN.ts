@@ -483,6 +483,11 @@
         <translation>已停止播放“%1”组内的预案。</translation>
     </message>
     <message>
+        <source>Stopped the plans of %1.</source>
+        <comment>view</comment>
+        <translation>已停止播放“%1”组内的视图。</translation>
+    </message>
+    <message>
         <source>Stopped %1.</source>
         <translation>已停止“%1”。</translation>
     </message>
@@ -495,7 +500,17 @@
         <translation>无法播放该预案。</translation>
     </message>
     <message>
+        <source>The plan could not be played.</source>
+        <comment>view</comment>
+        <translation>无法播放该视图。</translation>
+    </message>
+    <message>
         <source>The default view could not be played.</source>
+        <translation>无法播放默认预案。</translation>
+    </message>
+    <message>
+        <source>The default view could not be played.</source>
+        <comment>view</comment>
         <translation>无法播放默认视图。</translation>
     </message>
     <message>
@@ -543,11 +558,6 @@
         <translation>实时预览</translation>
     </message>
     <message>
-        <source>Double-click a plan, or drag one here, to play it</source>
-        <comment>view</comment>
-        <translation>双击视图或将其拖到此处播放</translation>
-    </message>
-    <message>
         <source>Play &quot;%1&quot;</source>
         <translation>播放“%1”</translation>
     </message>
@@ -586,16 +596,6 @@
         <translation>视图类别</translation>
     </message>
     <message>
-        <source>The plan is being fetched...</source>
-        <comment>view</comment>
-        <translation>正在获取视图...</translation>
-    </message>
-    <message>
-        <source>The next plan of the group is being fetched...</source>
-        <comment>view</comment>
-        <translation>正在获取组内下一个视图...</translation>
-    </message>
-    <message>
         <source>Close</source>
         <translation>关闭</translation>
     </message>
@@ -616,8 +616,18 @@
         <translation>%1 - 预案</translation>
     </message>
     <message>
+        <source>%1 - Plans</source>
+        <comment>view</comment>
+        <translation>%1 - 视图</translation>
+    </message>
+    <message>
         <source>no plan was stopped in the last seconds</source>
         <translation>最近几秒内没有停止过预案</translation>
+    </message>
+    <message>
+        <source>no plan was stopped in the last seconds</source>
+        <comment>view</comment>
+        <translation>最近几秒内没有停止过视图</translation>
     </message>
     <message>
         <source>Nothing to play again: %1</source>
@@ -3738,12 +3748,22 @@ never starts</source>
         <translation>正在获取预案...</translation>
     </message>
     <message>
+        <source>The plan is being fetched...</source>
+        <comment>view</comment>
+        <translation>正在获取视图...</translation>
+    </message>
+    <message>
         <source>&quot;%1&quot; is being fetched...</source>
         <translation>正在获取“%1”...</translation>
     </message>
     <message>
         <source>The next plan of the group is being fetched...</source>
         <translation>正在获取组内下一个预案...</translation>
+    </message>
+    <message>
+        <source>The next plan of the group is being fetched...</source>
+        <comment>view</comment>
+        <translation>正在获取组内下一个视图...</translation>
     </message>
     <message>
         <source>Play again</source>
@@ -3759,6 +3779,11 @@ never starts</source>
     <message>
         <source>Double-click a plan, or drag one here, to play it</source>
         <translation>双击预案或将其拖到此处播放</translation>
+    </message>
+    <message>
+        <source>Double-click a plan, or drag one here, to play it</source>
+        <comment>view</comment>
+        <translation>双击视图或将其拖到此处播放</translation>
     </message>
 </context>
 </TS>
