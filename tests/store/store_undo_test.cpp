@@ -43,6 +43,7 @@ class StoreUndoTest : public CStoreTest {
  private Q_SLOTS:
   void init();
   void GroupIsNowhereAndThenWhereItWas();
+  void GroupThatWentAndCameBetweenTwoLooks();
   void PlanComesBackAsItWas();
   void DefaultViewComesBackUnlessAnotherWasChosen();
   void MoreThanOnceDoesNoHarm();
@@ -51,6 +52,10 @@ class StoreUndoTest : public CStoreTest {
   void IsRefused();
   void NamesakesOfBeforeAreNoObstacle();
   void KeptRowsAreForgotten();
+  void ManyKeptRowsAreForgottenByAndBy();
+  void WrongClockForgetsNothing();
+  void RowsThatAreLostAreNotPutBack();
+  void GoneStaysGoneWhenTheReasonIsUnreadable();
   void CareKnowsKeptRows();
 
  private:
@@ -65,6 +70,12 @@ class StoreUndoTest : public CStoreTest {
     QStringList seen = client.Groups("-1") + client.Plans("-1") + client.Search("gate", 0);
     const std::string gates = client.Group("-1", "Gates");
     return seen + client.Groups(gates) + client.Plans(gates) + client.Plans(client.Group(gates, "North"));
+  }
+
+  static void Write(const CClient& client, int times = 1) {
+    for (int time = 0; time < times; ++time) {
+      QCOMPARE(client.SetDefaultView("-3", kPlanType), QString());
+    }
   }
 
   std::shared_ptr<std::atomic<int>> passed_;  // seconds that the clock of all clients is ahead
@@ -100,6 +111,22 @@ void StoreUndoTest::GroupIsNowhereAndThenWhereItWas() {
   QCOMPARE(Seen(bob_), before);
   QCOMPARE(Seen(CClient(fixture_.get(), "fred")), before);
   QCOMPARE(Kept(), QString("0 0 0 0"));
+}
+
+void StoreUndoTest::GroupThatWentAndCameBetweenTwoLooks() {
+  const std::string gates = Gates();
+  const QStringList before = Seen(bob_);
+  CTopWatch other(bob_);
+  for (int round = 0; round < 5; ++round) {
+    QCOMPARE(ann_.DeleteGroup(gates), QString());
+    QCOMPARE(ann_.RestoreGroup(gates), QString());
+    Write(bob_);  // sees all that was changed before
+    QCOMPARE(Seen(bob_), before);
+  }
+  QCoreApplication::processEvents();
+  QVERIFY2(other.lines.count("+" + Code(gates)) == other.lines.count("-" + Code(gates)),
+           qPrintable(other.lines.join(' ')));
+  QVERIFY(!other.lines.contains("whole tree"));
 }
 
 void StoreUndoTest::PlanComesBackAsItWas() {
@@ -233,10 +260,71 @@ void StoreUndoTest::KeptRowsAreForgotten() {
   QCOMPARE(ann_.DeleteGroup(Gates()), QString());
   QCOMPARE(Kept(), QString("2 2 3 1"));
   ann_.Leave();
+  Write(bob_);  // where the kept rows are found
   *passed_ = kLater;
-  std::string code;
-  QCOMPARE(bob_.AddPlan("-1", "Another", &code), QString());
+  Write(bob_, 2);  // a deletion each time
   QCOMPARE(Kept(), QString("0 0 0 0"));
+}
+
+void StoreUndoTest::ManyKeptRowsAreForgottenByAndBy() {
+  const std::string gates = Gates();
+  QCOMPARE(ann_.DeleteGroup(gates), QString());
+  fixture_->RunPastTheStore(
+      "INSERT INTO kept_plan SELECT deletion, code + 1000 * number, parent_code, family, owner_id, name, split_type,"
+      " page_count, auto_run, begin_time, end_time, pages, thumbnail, creator, creation_time, revision, changed_by,"
+      " changed_at, checksum FROM kept_plan, (WITH RECURSIVE numbers(number) AS (SELECT 1 UNION ALL"
+      " SELECT number + 1 FROM numbers WHERE number < 400) SELECT number FROM numbers) AS many WHERE name = 'Gate B'");
+  QCOMPARE(Kept(), QString("1 2 402 0"));
+  Write(ann_);
+  *passed_ = kLater;
+  Write(ann_);
+  QCOMPARE(Kept(), QString("1 2 102 0"));
+  *passed_ = 0;  // what is half forgotten does not come back, whatever the clock shows
+  QCOMPARE(ann_.RestoreGroup(gates), QString("It is too late to undo the deletion."));
+  QCOMPARE(Kept(), QString("1 2 102 0"));
+  Write(ann_);
+  QCOMPARE(Kept(), QString("0 0 0 0"));
+}
+
+void StoreUndoTest::WrongClockForgetsNothing() {
+  const std::string top = ann_.Plan("Top");
+  for (const int days : {-9000, -1, 1, 9000}) {
+    fixture_->options.now = [days] { return QDateTime::currentDateTime().addDays(days); };
+    const CClient wrong(fixture_.get(), "bob");
+    Write(wrong);
+    QCOMPARE(ann_.DeletePlan(top), QString());
+    Write(wrong, 2);
+    QCOMPARE(ann_.RestorePlan(top), QString());
+  }
+}
+
+void StoreUndoTest::RowsThatAreLostAreNotPutBack() {
+  const std::string top = ann_.Plan("Top"), gates = Gates();
+  QCOMPARE(ann_.DeletePlan(top), QString());
+  QCOMPARE(ann_.DeleteGroup(gates), QString());
+  fixture_->RunPastTheStore("DELETE FROM kept_plan");
+  fixture_->RunPastTheStore("DELETE FROM kept_plan_group");
+  QStringList findings;
+  QString summary, error;
+  QVERIFY2(TarnHost::StoreCare::Check(fixture_->Url(), &findings, &summary, &error), qPrintable(error));
+  QCOMPARE(findings.filter("was deleted, but is not kept").size(), 2);
+  int32_t kind = -1;
+  QCOMPARE(ann_.RestorePlan(top, &kind), QString("It is too late to undo the deletion."));
+  QCOMPARE(kind, int(view::Gone));
+  QCOMPARE(ann_.RestoreGroup(gates), QString("It is too late to undo the deletion."));
+  QCOMPARE(Kept().section(' ', 0, 0), QString("2"));  // and nothing is done by half
+}
+
+void StoreUndoTest::GoneStaysGoneWhenTheReasonIsUnreadable() {
+  view::GetPlanDetailRequest asked;
+  view::GetPlanDetailResponse gone;
+  asked.plan_index_code = ann_.Plan("Top");
+  QCOMPARE(ann_.DeletePlan(asked.plan_index_code), QString());
+  fixture_->RunPastTheStore("DROP TABLE deletion");
+  QVERIFY(!ann_->GetPlanDetail(asked, gone));
+  QCOMPARE(gone.error_kind, int32_t(view::Gone));
+  QCOMPARE(QString::fromStdString(gone.error_info),
+           QString("The plan does not exist or was deleted in the meantime."));
 }
 
 void StoreUndoTest::CareKnowsKeptRows() {

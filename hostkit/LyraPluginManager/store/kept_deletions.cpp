@@ -1,6 +1,7 @@
 #include "store/kept_deletions.h"
 
 #include <QVariantList>
+#include <algorithm>
 
 #include "store/plan_repository.h"
 
@@ -14,6 +15,11 @@ const char kPlanColumns[] =
     "code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time, pages,"
     " thumbnail, creator, creation_time, revision, changed_by, changed_at, checksum";
 const char kViewColumns[] = "user_id, code, type";
+
+const char* const kKeptTables[] = {"kept_default_view", "kept_plan", "kept_plan_group"};
+constexpr int kForgottenAtOnce = 300;
+// Instead of a time, of a deletion whose rows are being forgotten: it can't be taken back any more.
+constexpr qint64 kBeingForgotten = 0;
 
 QString TableOf(bool is_group) {
   return QLatin1String(is_group ? kGroups : kPlans);
@@ -72,9 +78,9 @@ std::optional<CKeptDeletions::Deletion> CKeptDeletions::First(const QString& con
   std::optional<Deletion> found;
   engine_.ForEach(
       "SELECT code, is_group, parent_code, family, owner_id, name, user_id, deleted_at, namesakes FROM deletion "
-      "WHERE " +
+      "WHERE deleted_at <> ? AND " +
           condition,
-      values, [&found](const QSqlQuery& query) {
+      QVariantList{kBeingForgotten} + values, [&found](const QSqlQuery& query) {
         found = {query.value(0).toInt(), query.value(1).toInt() != 0, query.value(2).toInt(),
                  query.value(3).toInt(), query.value(4).toInt(),      query.value(5).toString(),
                  query.value(6).toInt(), query.value(7).toLongLong(), query.value(8).toInt()};
@@ -99,28 +105,57 @@ void CKeptDeletions::PutBack(const Deletion& deletion) {
   put(kGroups, kGroupColumns, "");
   put(kPlans, kPlanColumns, "");
   put("default_view", kViewColumns, " AND user_id NOT IN (SELECT user_id FROM default_view)");
-  ForgetRows(QStringLiteral("= ?"), {deletion.code});
+  ForgetRows(deletion.code);
 }
 
 void CKeptDeletions::ForgetDefaultView(int32_t user) {
   engine_.Execute("DELETE FROM kept_default_view WHERE user_id = ?", {user});
 }
 
-// Mostly there is nothing: then one look at one small table has to do.
-void CKeptDeletions::Purge(int64_t earliest, int64_t latest) {
-  const QVariantList times{qint64(earliest), qint64(latest)};
-  const char due[] = "SELECT code FROM deletion WHERE deleted_at < ? OR deleted_at > ?";
-  if (engine_.Value(due, times).isValid()) {
-    ForgetRows(QStringLiteral("IN (%1)").arg(QLatin1String(due)), times);
+void CKeptDeletions::Purge(int64_t now, int64_t seconds) {
+  if (const auto deletion = Due(now, seconds)) {
+    ForgetSome(*deletion);
   }
 }
 
-// What names the deletions goes last.
-void CKeptDeletions::ForgetRows(const QString& condition, const QVariantList& values) {
-  for (const char* table : {"kept_default_view", "kept_plan", "kept_plan_group"}) {
-    engine_.Execute(QStringLiteral("DELETE FROM %1 WHERE deletion %2").arg(QLatin1String(table), condition), values);
+// Mostly there is nothing: then one look at one small table has to do.
+std::optional<CKeptDeletions::Key> CKeptDeletions::Due(int64_t now, int64_t seconds) {
+  std::map<Key, int64_t> found;
+  std::optional<Key> due;
+  engine_.ForEach("SELECT code, deleted_at FROM deletion", {}, [&](const QSqlQuery& query) {
+    const Key key(query.value(0).toInt(), query.value(1).toLongLong());
+    const auto before = found_.find(key);
+    const int64_t since = before == found_.end() ? now : std::min(before->second, now);
+    found[key] = since;
+    if (key.second == kBeingForgotten || now - since >= seconds) {
+      due = key;
+    }
+  });
+  found_ = std::move(found);
+  return due;
+}
+
+// What names the deletion goes last.
+void CKeptDeletions::ForgetSome(const Key& deletion) {
+  int left = kForgottenAtOnce;
+  for (const char* table : kKeptTables) {
+    left -= engine_.Execute(QStringLiteral("DELETE FROM %1 WHERE deletion = ? AND code IN"
+                                           " (SELECT code FROM %1 WHERE deletion = ? LIMIT ?)")
+                                .arg(QLatin1String(table)),
+                            {deletion.first, deletion.first, left});
+    if (left <= 0) {
+      engine_.Execute("UPDATE deletion SET deleted_at = ? WHERE code = ?", {kBeingForgotten, deletion.first});
+      return;
+    }
   }
-  engine_.Execute(QStringLiteral("DELETE FROM deletion WHERE code %1").arg(condition), values);
+  engine_.Execute("DELETE FROM deletion WHERE code = ?", {deletion.first});
+}
+
+void CKeptDeletions::ForgetRows(int32_t deletion) {
+  for (const char* table : kKeptTables) {
+    engine_.Execute(QStringLiteral("DELETE FROM %1 WHERE deletion = ?").arg(QLatin1String(table)), {deletion});
+  }
+  engine_.Execute("DELETE FROM deletion WHERE code = ?", {deletion});
 }
 
 }  // namespace TarnHost::Store

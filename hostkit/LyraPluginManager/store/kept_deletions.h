@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QString>
+#include <map>
 #include <optional>
+#include <utility>
 
 #include "store/sql_engine.h"
 
@@ -33,20 +35,27 @@ class CKeptDeletions {
   std::optional<Deletion> OfPlan(int32_t plan);
   /// How many rows of its kind and name stand where it stood.
   int32_t NamesakesOf(const Deletion& deletion);
-  /// Puts its rows where they were, and the default views of users who have chosen no other one since.
+  /// Puts its rows, as far as they are kept, where they were, and the default views of users who have chosen no other
+  /// one since.
   void PutBack(const Deletion& deletion);
 
   /// The user has chosen a default view; an earlier one does not come back.
   void ForgetDefaultView(int32_t user);
-  /// Forgets what was not deleted between these two times.
-  void Purge(int64_t earliest, int64_t latest);
+  /// Forgets what has been there for so many seconds since it was first found here: the clocks of those who deleted may
+  /// be wrong. Of many rows a part each time, so that no one who only writes something else has to wait for all of them.
+  void Purge(int64_t now, int64_t seconds);
 
  private:
+  using Key = std::pair<int32_t, int64_t>;  // code and time of a deletion: a row may be deleted once more
+
   std::optional<Deletion> First(const QString& condition, const QVariantList& values);
   void Note(const char* table, int32_t code, int32_t user, int64_t at);
-  void ForgetRows(const QString& condition, const QVariantList& values);
+  std::optional<Key> Due(int64_t now, int64_t seconds);
+  void ForgetSome(const Key& deletion);
+  void ForgetRows(int32_t deletion);
 
   CSqlEngine& engine_;
+  std::map<Key, int64_t> found_;  // when each was first found here, by this clock
 };
 
 }  // namespace TarnHost::Store

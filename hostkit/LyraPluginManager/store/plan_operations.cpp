@@ -143,7 +143,12 @@ StoredPlan CPlanOperations::ReadPlan(int32_t code, int32_t user) {
 
 // Who has it open in an editor wants to know whom to ask.
 CStoreText CPlanOperations::WhyPlanIsGone(int32_t code, int32_t user) {
-  const auto deletion = runner_.Read([code](CPlanRepository& repository) { return repository.DeletionOf(code); });
+  std::optional<CKeptDeletions::Deletion> deletion;
+  try {
+    deletion = runner_.Read([code](CPlanRepository& repository) { return repository.DeletionOf(code); });
+  } catch (const CStoreError&) {
+    return kPlanGone;  // that much is known
+  }
   if (!deletion || !IsVisibleTo(*deletion, user)) {
     return kPlanGone;
   }

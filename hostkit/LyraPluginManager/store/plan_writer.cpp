@@ -46,10 +46,10 @@ const char* RefusalWithout(Right right) {
 CPlanWriter::CPlanWriter(CStoreSession& session, const CSiteDirectory& site, std::function<QDateTime()> now)
     : session_(session), repository_(session.Repository()), site_(site), now_(std::move(now)) {}
 
-// Also what a client left behind that has ended. Later than need be, because the clocks of workstations differ.
+// Also what a client left behind that has ended. Later than need be, for this clock may have been put right meanwhile.
 void CPlanWriter::PurgeDeletions() {
   constexpr int64_t kForgottenAfter = 600;
-  session_.Deletions().Purge(Time() - kForgottenAfter, Time() + kForgottenAfter);
+  session_.Deletions().Purge(Time(), kForgottenAfter);
 }
 
 QString CPlanWriter::Now() const {
@@ -281,7 +281,7 @@ CKeptDeletions::Deletion CPlanWriter::KeptDeletion(int32_t code, bool is_group, 
          {deletion->name}});
   }
   if (!deletion || deletion->user != user || Time() - deletion->at > kRestorableSeconds + kLateSeconds) {
-    throw CStoreError(CStoreError::kGone, QT_TRANSLATE_NOOP("TarnHost::Store", "It is too late to undo the deletion."));
+    throw CStoreError(CStoreError::kGone, kTooLateToUndo);
   }
   return *deletion;
 }

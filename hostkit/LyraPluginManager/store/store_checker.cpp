@@ -190,9 +190,19 @@ void CStoreChecker::CheckPlan(const StoredPlan& plan, Vouched vouched) {
   }
 }
 
-// What can still be put back: it must belong to a deletion, and must not be there already.
+// What can still be put back: it must belong to a deletion, and must not be there already. A deletion without a time is
+// being forgotten, row by row.
 void CStoreChecker::CheckDeletions() {
   deletions_ = engine_.Value("SELECT count(*) FROM deletion").toInt();
+  engine_.ForEach(
+      "SELECT name, code FROM deletion WHERE deleted_at <> 0 AND"
+      " ((is_group = 0 AND code NOT IN (SELECT code FROM kept_plan WHERE kept_plan.deletion = deletion.code)) OR"
+      " (is_group <> 0 AND code NOT IN"
+      " (SELECT code FROM kept_plan_group WHERE kept_plan_group.deletion = deletion.code)))",
+      {}, [this](const QSqlQuery& query) {
+        Note(QStringLiteral("%1 was deleted, but is not kept.")
+                 .arg(Named("Row", query.value(0).toString(), query.value(1).toInt())));
+      });
   for (const char* table : {"plan_group", "plan"}) {
     const QString name = QLatin1String(table);
     highest_code_ =

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "store/page_codec.h"
+#include "store/store_texts.h"
 
 namespace TarnHost::Store {
 namespace {
@@ -302,6 +303,9 @@ void CStoreSession::PutBack(const CKeptDeletions::Deletion& deletion) {
 
 // What is below the group is not reported row by row: a tree fetches it when the group is expanded.
 void CStoreSession::PutBackGroup(int32_t code) {
+  if (!repository_.Group(code)) {
+    throw CStoreError(CStoreError::kGone, kTooLateToUndo);
+  }
   Note(ChangeEntry::kGroupSaved, code, [this, code, rows = repository_.Subtree(code)](bool) {
     catalog_.Put(rows.first, rows.second);
     hub_.Post(EventsOf(std::optional<GroupRow>(), catalog_.FindGroup(code, user_), user_));
@@ -309,7 +313,11 @@ void CStoreSession::PutBackGroup(int32_t code) {
 }
 
 void CStoreSession::PutBackPlan(int32_t code) {
-  Note(ChangeEntry::kPlanSaved, code, [this, row = repository_.Plan(code)](bool) {
+  const auto row = repository_.Plan(code);
+  if (!row) {
+    throw CStoreError(CStoreError::kGone, kTooLateToUndo);
+  }
+  Note(ChangeEntry::kPlanSaved, code, [this, row](bool) {
     catalog_.Put(*row);
     hub_.Post(EventsOf(std::optional<PlanRow>(), row, user_));
   });

@@ -71,7 +71,7 @@ class CStoreSession {
   void SaveChanged(const StoredPlan& plan);
   void RemovePlan(int32_t code);
   /// What was deleted stands where it stood again. The only change that this process's own observers hear of, too: who
-  /// asks for it has no record to make the row from.
+  /// asks for it has no record to make the row from. Refused when its rows are not kept any more.
   void PutBack(const CKeptDeletions::Deletion& deletion);
 
  private:

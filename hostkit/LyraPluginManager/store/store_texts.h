@@ -12,6 +12,7 @@ inline const char kGroupGone[] =
     QT_TRANSLATE_NOOP("TarnHost::Store", "The group does not exist or was deleted in the meantime.");
 inline const char kPlanGone[] =
     QT_TRANSLATE_NOOP("TarnHost::Store", "The plan does not exist or was deleted in the meantime.");
+inline const char kTooLateToUndo[] = QT_TRANSLATE_NOOP("TarnHost::Store", "It is too late to undo the deletion.");
 inline const char kNoCamera[] = QT_TRANSLATE_NOOP("TarnHost::Store", "The camera does not exist.");
 inline const char kNotAPlanStore[] = QT_TRANSLATE_NOOP("TarnHost::Store", "%1 is not a plan store.");
 inline const char kReadOnlyStore[] = QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 is read-only.");
