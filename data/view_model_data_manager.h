@@ -79,6 +79,8 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   void SetPlanPlayStateByIndexCode(const QString& monitorId, const QString& code, bool playing);
 
   void OnRootChildAdded(ResourceData::ResourceType child_type);
+  /// A deletion was taken back: its row comes in below this group or root.
+  void OnRestored(const QString& parent_code, bool is_group);
 
   /// Grows with every change of a plan or group that was applied. What was fetched before the last one may be outdated.
   int GetChangeCount() const;
@@ -104,8 +106,6 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
                               const view_plugin_protocol::GetPlanGroupsResponse& plan_group_list,
                               const view_plugin_protocol::GetPlansInGroupResponse& plan_list);
   void OnDeletePlanGroupPlanSucc(const QModelIndex& index);
-  /// A deletion was taken back: its row comes in below this group or root.
-  void OnRestored(const QString& parent_code, bool is_group);
   void OnAddPlanGroupSucc(const QModelIndex& parent_index, const view_plugin_protocol::PlanGroup& plan_group);
   void OnUpdatePlanGroupNameSucc(const QModelIndex& index, const QString& group_name);
   void OnAddPlanSucc(const view_plugin_protocol::AddPlanRequest& plan_param, const QString& get_plan_index_code);
@@ -140,10 +140,10 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   void insertPlans(CStandardPlanModel* model, QStandardItem* parent,
                    const QList<view_plugin_protocol::PlanBasicInfo>& plans);
   void markChildrenFetched(const QString& code);
-  void announceBelow(const QString& group_code);
   bool followMove(CStandardPlanModel* model, QStandardItem* row, const view_plugin_protocol::PlanBasicInfo& plan);
   void recheckTimedPlay();
   void noteNotice();
+  bool fetchSubGroups(const QString& code, int theme, int32_t* error_kind, bool renews_observers);
   void showNewChildren(const QString& group_code, int theme, ResourceData::ResourceType child_type);
   /// These three: how often the host is to be asked again, as of RepeatsAfter().
   int recheckGroup(const QString& code);

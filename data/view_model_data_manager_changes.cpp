@@ -1,6 +1,5 @@
 #include <QPointer>
 #include <QScopedValueRollback>
-#include <QSet>
 #include <QStandardItem>
 #include <algorithm>
 
@@ -129,7 +128,7 @@ void CViewModelDataManager::OnDeletePlanGroupPlanSucc(const QModelIndex& index) 
     return;
   }
   if (is_group) {
-    // The observers of what stood below stay; codes are never used again, so they fall silent.
+    // The observers of what stood below stay: they are silent until the group comes back, if it does.
     DeleteViewGroup(QStringToString(code));
   } else {
     DeleteView(QStringToString(code));
@@ -274,36 +273,16 @@ void CViewModelDataManager::showNewChildren(const QString& group_code, int theme
   if (!IsPlanResource(child_type)) {
     return;
   }
-  const bool are_groups = child_type == ResourceData::RT_VIEW_GROUP;
-  const auto fetch =
-      are_groups ? &CViewModelDataManager::InsertSubGroupNode : &CViewModelDataManager::InsertSubPlanNode;
   int32_t error_kind = view_plugin_protocol::UnknownFailure;
-  const bool ok = (this->*fetch)(group_code, theme, &error_kind);
+  bool ok = false;
+  if (child_type == ResourceData::RT_VIEW_GROUP) {
+    ok = fetchSubGroups(group_code, theme, &error_kind, isLoadAll() && isShown(group_code, true));
+  } else {
+    ok = InsertSubPlanNode(group_code, theme, &error_kind);
+  }
   if (!ok && isShown(group_code, true)) {
     d_->unanswered.Add(QString("below %1 %2").arg(group_code).arg(child_type), RepeatsAfter(ok, error_kind),
                        [=] { showNewChildren(group_code, theme, child_type); });
-  }
-  if (are_groups && isLoadAll()) {
-    announceBelow(group_code);
-  }
-}
-
-// With everything loaded the host says what is in a group when its observer is registered. Below a group whose deletion
-// was taken back the observers are those of before.
-void CViewModelDataManager::announceBelow(const QString& group_code) {
-  QSet<QString> empty_groups;
-  for (const CStandardPlanModel* model : qAsConst(d_->models)) {
-    const QStandardItem* parent = model->FindTargetItemByIndexCode(group_code, true);
-    for (int row = 0; parent && row < parent->rowCount(); ++row) {
-      const QStandardItem* child = parent->child(row);
-      if (child->data(IsGroupRole).toBool() && child->rowCount() == 0) {
-        empty_groups.insert(child->data(GroupIndexCodeRole).toString());
-      }
-    }
-  }
-  for (const QString& code : qAsConst(empty_groups)) {
-    DeleteViewGroup(QStringToString(code));
-    makeViewGroup(QStringToString(code));
   }
 }
 

@@ -55,6 +55,12 @@ void CViewModelDataManager::InsertAllChildItem(const QString& code, int theme) {
 }
 
 bool CViewModelDataManager::InsertSubGroupNode(const QString& code, int theme, int32_t* error_kind) {
+  return fetchSubGroups(code, theme, error_kind, false);
+}
+
+// The host says what is in a group when its observer is registered. A row that comes back, for its deletion was taken
+// back, may have its observer of before.
+bool CViewModelDataManager::fetchSubGroups(const QString& code, int theme, int32_t* error_kind, bool renews_observers) {
   if (code.isEmpty()) {
     return false;
   }
@@ -69,6 +75,9 @@ bool CViewModelDataManager::InsertSubGroupNode(const QString& code, int theme, i
     return false;
   }
   for (const PlanGroup& group : qAsConst(response.groups)) {
+    if (renews_observers && !isShown(StringToQString(group.index_code), true)) {
+      DeleteViewGroup(group.index_code);
+    }
     CreateViewGroup(group);
   }
   for (CStandardPlanModel* model : qAsConst(d_->models)) {

@@ -91,31 +91,31 @@ void CViewExternWidget::onDeleteBtnClicked() {
 
 // --- Undo -----------------------------------------------------------------------------------------------------------
 
-void CViewExternWidget::Private::offerDeleted(const DeletedRow& row, int seconds) {
-  undo->Offer(row.notice, seconds, [this, row] { deletion->Undo(row); });
+Undoable CViewExternWidget::Private::Deletion(const DeletedRow& row) {
+  return {row.notice, row.restorable_seconds, [this, row] { deletion->Undo(row); }};
+}
+
+Undoable CViewExternWidget::Private::Moved(const PlanMove& move) {
+  const QStringList names{move.name, StringToQString(move.to.name)};
+  return {FillPlaces(CViewExternWidget::tr("Moved %1 to %2."), names), kUndoMoveSeconds,
+          [this, move] { mover->Undo(move); }};
 }
 
 void CViewExternWidget::Private::onRestored(const DeletedRow& row) {
-  reveal(row.code, row.is_group, row.parent_code);
-  if (model) {  // rows that come in anew know of no plan that plays
+  if (CurrentPage() == PanelPage::Search) {
+    endSearch();
+  }
+  keeper->Reveal(row.code, row.is_group, row.parent_code);
+  if (model) {  // rows that come in once more know of no plan that plays
     CViewModelDataManager::Instance().SetPlanPlayStateByIndexCode(MonitorId(), model->GetPlayingIndexCode(), true);
   }
   Q_EMIT q->SignalMessageTipNeeded(FillPlaces(CViewExternWidget::tr("\"%1\" is back."), {row.name}),
                                    CNomalMessage::Success);
 }
 
-void CViewExternWidget::Private::offerMoved(const PlanMove& move) {
-  reveal(move.plan_code, false, StringToQString(move.to.code));
-  const QStringList names{move.name, StringToQString(move.to.name)};
-  undo->Offer(FillPlaces(CViewExternWidget::tr("Moved %1 to %2."), names), kUndoMoveSeconds,
-              [this, move] { mover->Undo(move); });
-}
-
-void CViewExternWidget::Private::reveal(const QString& code, bool is_group, const QString& group_code) {
-  if (CurrentPage() == PanelPage::Search) {
-    endSearch();
-  }
-  keeper->Reveal(code, is_group, group_code);
+// A search that was begun meanwhile goes on.
+void CViewExternWidget::Private::revealMoved(const PlanMove& move) {
+  keeper->RevealMoved(move.plan_code, StringToQString(move.to.code));
 }
 
 // --- Groups ---------------------------------------------------------------------------------------------------------
@@ -186,24 +186,15 @@ QString CViewExternWidget::Private::GroupForNewPlan() const {
   return ui.plan_view_tree->RowOf(code, true).data(GroupIndexCodeRole).toString();
 }
 
-bool CViewExternWidget::Private::MayOpenEditor() const {
-  if (!IsReady() && !stopped) {
-    Q_EMIT q->SignalMessageTipNeeded(
-        CViewExternWidget::tr("The plan editor cannot be opened: the plans are not available now."),
-        MarUIControl::CNomalMessage::Failure);
-  }
-  return IsReady();
-}
-
 void CViewExternWidget::onAddPlanBtnClicked() {
   TARN_PLAN_LOG_INFO("Add plan button clicked");
-  if (d_->MayOpenEditor()) {
+  if (d_->IsReady()) {
     d_->openNewPlan(d_->GroupForNewPlan());
   }
 }
 
 void CViewExternWidget::AddPlanTo(const QString& group_code) {
-  if (d_->MayOpenEditor()) {
+  if (d_->IsReady()) {
     d_->openNewPlan(group_code);
   }
 }
@@ -234,7 +225,7 @@ void CViewExternWidget::MovePlan(const view_plugin_protocol::TarnPlanViewInfo& p
 }
 
 void CViewExternWidget::onEditBtnClicked() {
-  if (!d_->MayOpenEditor()) {
+  if (!d_->IsReady()) {
     return;
   }
   if (d_->CurrentPage() == PanelPage::Search) {

@@ -27,6 +27,7 @@ class CTreeNotice;
 class CUndoOffer;
 struct DeletedRow;
 struct PlanMove;
+struct Undoable;
 
 class CViewExternWidget::Private {
  public:
@@ -73,8 +74,6 @@ class CViewExternWidget::Private {
   void stop();
 
   bool IsReady() const { return model && controller && !stopped; }
-  /// False without plans to edit; a tip says so.
-  bool MayOpenEditor() const;
 
   // Commands.
   void bindActions();
@@ -101,11 +100,10 @@ class CViewExternWidget::Private {
   void onHitCommand(tarn_ui_data_controller::MsgType type, const QString& code);
 
   // Undo.
-  void offerDeleted(const DeletedRow& row, int seconds);
+  Undoable Deletion(const DeletedRow& row);
+  Undoable Moved(const PlanMove& move);
   void onRestored(const DeletedRow& row);
-  void offerMoved(const PlanMove& move);
-  /// The row has come to this group: it becomes current, whatever page is shown.
-  void reveal(const QString& code, bool is_group, const QString& group_code);
+  void revealMoved(const PlanMove& move);
 
   // Rows.
   QModelIndex Current() const { return ui.plan_view_tree->currentIndex(); }

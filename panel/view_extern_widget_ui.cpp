@@ -145,12 +145,18 @@ void CViewExternWidget::Private::connectPopups() {
 }
 
 void CViewExternWidget::Private::connectUndo() {
-  connect(deletion, &CRowDeletion::SignalDeleted, q,
-          [this](const DeletedRow& row, int seconds) { offerDeleted(row, seconds); });
+  connect(deletion, &CRowDeletion::SignalDeleted, q, [this](const DeletedRow& row) { undo->Offer(Deletion(row)); });
+  connect(deletion, &CRowDeletion::SignalStillDeleted, q,
+          [this](const DeletedRow& row) { undo->OfferAgain(Deletion(row)); });
   connect(deletion, &CRowDeletion::SignalRestored, q, [this](const DeletedRow& row) { onRestored(row); });
-  connect(mover, &CPlanMover::SignalMoved, q, [this](const PlanMove& move) { offerMoved(move); });
-  connect(mover, &CPlanMover::SignalMovedBack, q,
-          [this](const PlanMove& move) { reveal(move.plan_code, false, MarUIControl::StringToQString(move.to.code)); });
+  connect(mover, &CPlanMover::SignalMoving, keeper, &CCurrentRowKeeper::OnMoving);
+  connect(mover, &CPlanMover::SignalMoved, q, [this](const PlanMove& move) {
+    revealMoved(move);
+    undo->Offer(Moved(move));
+  });
+  connect(mover, &CPlanMover::SignalStillMoved, q, [this](const PlanMove& move) { undo->OfferAgain(Moved(move)); });
+  connect(mover, &CPlanMover::SignalMovedBack, q, [this](const PlanMove& move) { revealMoved(move); });
+  connect(editor, &CEditorPlace::SignalChanged, undo, &CUndoOffer::RenewAction);
 }
 
 void CViewExternWidget::Private::connectSearch() {

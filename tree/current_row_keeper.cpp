@@ -1,5 +1,6 @@
 #include "current_row_keeper.h"
 
+#include <QScopedValueRollback>
 #include <utility>
 
 #include "plan_item_role.h"
@@ -19,10 +20,15 @@ void CCurrentRowKeeper::SetKeeping(bool keeping) {
     removed_.clear();
     before_load_.reset();
     saved_.reset();
+    moving_.clear();
   }
 }
 
 void CCurrentRowKeeper::OnCurrentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  const bool has_gone = !removed_.isEmpty() && previous.data(PlanIndexCodeRole).toString() == removed_;
+  if (!setting_ && !has_gone) {
+    moving_.clear();
+  }
   if (previous.data(PlanIndexCodeRole).toString() != removed_) {
     removed_.clear();  // somebody has gone on from where that row stood
   }
@@ -62,7 +68,7 @@ void CCurrentRowKeeper::OnRowsChanged() {
   const QModelIndex before = before_load_.value_or(CPlanNodeRef()).Resolve();
   if (before.isValid()) {
     before_load_.reset();
-    tree_->setCurrentIndex(before);
+    SetCurrent(before);
   }
   if (!saved_) {
     return;
@@ -87,7 +93,7 @@ void CCurrentRowKeeper::OnPlanUpdated(const QString& plan_code) {
   removed_.clear();
   const QModelIndex neighbour = tree_->currentIndex();
   if (!MakeCurrent(plan_code) && !neighbour.data(IsGroupRole).toBool()) {
-    tree_->setCurrentIndex(neighbour.parent());  // no key is meant for the neighbour
+    SetCurrent(neighbour.parent());  // no key is meant for the neighbour
   }
 }
 
@@ -112,6 +118,21 @@ void CCurrentRowKeeper::Reveal(const QString& code, bool is_group, const QString
   Approach();
 }
 
+void CCurrentRowKeeper::OnMoving(const QString& plan_code) {
+  moving_.insert(plan_code);
+}
+
+void CCurrentRowKeeper::RevealMoved(const QString& plan_code, const QString& group_code) {
+  if (moving_.remove(plan_code)) {
+    Reveal(plan_code, false, group_code);
+  }
+}
+
+void CCurrentRowKeeper::SetCurrent(const QModelIndex& row) {
+  const QScopedValueRollback<bool> setting(setting_, true);
+  tree_->setCurrentIndex(row);
+}
+
 void CCurrentRowKeeper::Approach() {
   const AwaitedRow row = *saved_;
   const QModelIndex group = tree_->RowOf(row.group, true);
@@ -119,7 +140,7 @@ void CCurrentRowKeeper::Approach() {
     saved_.reset();
   } else if (group.isValid()) {
     saved_->approached = true;
-    tree_->setCurrentIndex(group);
+    SetCurrent(group);
     tree_->ExpandAsync(group);
   }
 }
@@ -132,7 +153,7 @@ bool CCurrentRowKeeper::MakeCurrent(const QString& code, bool is_group) {
   if (!tree_->isExpanded(row.parent())) {
     tree_->expand(row.parent());
   }
-  tree_->setCurrentIndex(row);
+  SetCurrent(row);
   return true;
 }
 

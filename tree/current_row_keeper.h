@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <optional>
 
@@ -36,6 +37,10 @@ class CCurrentRowKeeper : public QObject {
   /// The row, which has just come to this group, becomes current, as soon as the group is loaded, unless the user goes
   /// on to another before.
   void Reveal(const QString& code, bool is_group, const QString& group_code);
+  /// The plan is being moved: RevealMoved() will do what Reveal() does, unless the user
+  /// goes on to another row before.
+  void OnMoving(const QString& plan_code);
+  void RevealMoved(const QString& plan_code, const QString& group_code);
   /// With its parent expanded; false for a row that is not loaded.
   bool MakeCurrent(const QString& code, bool is_group = false);
 
@@ -43,6 +48,8 @@ class CCurrentRowKeeper : public QObject {
   void OnRemoval(const QModelIndex& parent, int first, int last);
   void AwaitReload(const QModelIndex& row);
   void Approach();
+  /// The row becomes current without counting as one that the user has gone on to.
+  void SetCurrent(const QModelIndex& row);
 
   /// A row of a group that is being fetched; not approached while a load has yet to bring the group itself.
   struct AwaitedRow {
@@ -51,10 +58,11 @@ class CCurrentRowKeeper : public QObject {
   };
 
   CPlanViewTree* const tree_;
-  bool keeping_ = true;
+  bool keeping_ = true, setting_ = false;
   QString removed_;                          // code of the plan whose row went while it was current
   std::optional<CPlanNodeRef> before_load_;  // the row where a load found the user
   std::optional<AwaitedRow> saved_;
+  QSet<QString> moving_;  // plans that are on their way while the user has stayed at his row
 };
 
 }  // namespace TarnPlanView

@@ -3047,15 +3047,6 @@ never starts</translation>
         <translation>The search got no answer.</translation>
     </message>
     <message>
-        <source>The plan editor cannot be opened: the plans are not available now.</source>
-        <translation>The plan editor cannot be opened: the plans are not available now.</translation>
-    </message>
-    <message>
-        <source>The plan editor cannot be opened: the plans are not available now.</source>
-        <comment>view</comment>
-        <translation>The view editor cannot be opened: the views are not available now.</translation>
-    </message>
-    <message>
         <source>group</source>
         <translation>group</translation>
     </message>
@@ -3099,6 +3090,10 @@ never starts</translation>
     <message>
         <source>Undo</source>
         <translation>Undo</translation>
+    </message>
+    <message>
+        <source>Undo the last deletion or move, while it is offered</source>
+        <translation>Undo the last deletion or move, while it is offered</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is back.</source>

@@ -3095,15 +3095,6 @@ never starts</source>
         <translation>搜索没有得到响应。</translation>
     </message>
     <message>
-        <source>The plan editor cannot be opened: the plans are not available now.</source>
-        <translation>无法打开预案编辑器：预案尚不可用。</translation>
-    </message>
-    <message>
-        <source>The plan editor cannot be opened: the plans are not available now.</source>
-        <comment>view</comment>
-        <translation>无法打开视图编辑器：视图尚不可用。</translation>
-    </message>
-    <message>
         <source>group</source>
         <translation>分组</translation>
     </message>
@@ -3147,6 +3138,10 @@ never starts</source>
     <message>
         <source>Undo</source>
         <translation>撤销</translation>
+    </message>
+    <message>
+        <source>Undo the last deletion or move, while it is offered</source>
+        <translation>在可撤销时撤销上次删除或移动</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is back.</source>

@@ -60,6 +60,9 @@ QList<MarUIControl::KeyEntry> CPanelActions::Keys() {
                  {QKeySequence(QLatin1String(look.keys))},
                  CViewExternWidget::tr(look.name)});
   }
+  keys.append({CViewExternWidget::tr("Plans and groups"),
+               {QKeySequence(QKeySequence::Undo)},
+               CViewExternWidget::tr("Undo the last deletion or move, while it is offered")});
   return keys;
 }
 

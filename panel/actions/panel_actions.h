@@ -18,7 +18,7 @@ class CPanelActions : public QObject {
  public:
   explicit CPanelActions(QObject* parent);
 
-  /// Of the commands that have any, for lists of keys.
+  /// Of the commands that have any, and of the offer to undo, for lists of keys.
   static QList<MarUIControl::KeyEntry> Keys();
   /// Empty for a command without.
   static QKeySequence KeysOf(PlanCommand command);

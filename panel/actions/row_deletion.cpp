@@ -95,15 +95,16 @@ void CRowDeletion::DeletePlan(const QModelIndex& index) {
 CStandardViewController::PlanAnswer CRowDeletion::Note(const Row& row, const QModelIndex& index) {
   deleting_.insert(row);
   const DeletionSubject subject = DeletionSubjectOf(index);
-  const DeletedRow deleted{row.first, row.second, index.parent().data(GroupIndexCodeRole).toString(), subject.name,
-                           DeletionNotice(subject)};
-  return [self = QPointer<CRowDeletion>(this), row, deleted, begun_in = session_](const CallAnswer& answer) {
+  DeletedRow deleted{row.first, row.second, index.parent().data(GroupIndexCodeRole).toString(), subject.name,
+                     DeletionNotice(subject)};
+  return [self = QPointer<CRowDeletion>(this), row, deleted, begun_in = session_](const CallAnswer& answer) mutable {
     if (!self || self->session_ != begun_in) {
       return;
     }
     self->deleting_.remove(row);
-    if (answer.ok && answer.restorable_seconds > 0) {
-      Q_EMIT self->SignalDeleted(deleted, answer.restorable_seconds);
+    deleted.restorable_seconds = answer.restorable_seconds;
+    if (answer.ok && deleted.restorable_seconds > 0) {
+      Q_EMIT self->SignalDeleted(deleted);
     }
   };
 }
@@ -113,8 +114,13 @@ void CRowDeletion::Undo(const DeletedRow& row) {
     return;
   }
   const auto answered = [self = QPointer<CRowDeletion>(this), row, begun_in = session_](const CallAnswer& answer) {
-    if (self && self->session_ == begun_in && answer.ok) {
+    if (!self || self->session_ != begun_in) {
+      return;
+    }
+    if (answer.ok) {
       Q_EMIT self->SignalRestored(row);
+    } else if (answer.kind == view_plugin_protocol::Unavailable) {
+      Q_EMIT self->SignalStillDeleted(row);
     }
   };
   controller_->RestoreDeleted({MarUIControl::QStringToString(row.code), row.is_group}, row.parent_code, answered);

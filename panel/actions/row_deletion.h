@@ -20,6 +20,7 @@ struct DeletedRow {
   bool is_group = false;
   QString code, parent_code, name;
   QString notice;  // what was deleted, in a sentence
+  int restorable_seconds = 0;
 };
 
 /// Deletes a row of the tree once the user has said yes. A row that has gone while the question was open is left alone,
@@ -41,8 +42,10 @@ class CRowDeletion : public QObject {
  Q_SIGNALS:
   /// The plan that is about to be deleted plays. A receiver may end the panel.
   void SignalStopPlan();
-  /// The row is gone, and for so many seconds Undo() brings it back.
-  void SignalDeleted(const DeletedRow& row, int restorable_seconds);
+  /// The row is gone, and for its seconds Undo() brings it back.
+  void SignalDeleted(const DeletedRow& row);
+  /// Not yet, for the service did not answer.
+  void SignalStillDeleted(const DeletedRow& row);
   void SignalRestored(const DeletedRow& row);
 
  private:

@@ -5,7 +5,7 @@
 #include <QPointer>
 
 #include "MarUIControl/offer_strip.h"
-#include "tarn_add_plan_widget.h"
+#include "editor_place.h"
 #include "view_extern_widget.h"
 
 namespace TarnPlanView {
@@ -20,18 +20,10 @@ QPointer<COfferStrip>& Latest() {
   return latest;
 }
 
-// The plan editor undoes edits. Text fields take the key before it becomes a shortcut.
-bool IsInEditor(const QWidget* widget) {
-  while (widget && !qobject_cast<const CTarnAddPlanWidget*>(widget)) {
-    widget = widget->parentWidget();
-  }
-  return widget;
-}
-
 }  // namespace
 
 CUndoOffer::CUndoOffer(COfferStrip* strip, QWidget* panel)
-    : QObject(panel), strip_(strip), action_(new QAction(CViewExternWidget::tr("Undo"), panel)) {
+    : QObject(panel), panel_(panel), strip_(strip), action_(new QAction(CViewExternWidget::tr("Undo"), panel)) {
   action_->setObjectName(QStringLiteral("undo_action"));
   action_->setShortcut(QKeySequence::Undo);
   action_->setShortcutContext(Qt::WindowShortcut);
@@ -43,21 +35,28 @@ CUndoOffer::CUndoOffer(COfferStrip* strip, QWidget* panel)
   RenewAction();
 }
 
-void CUndoOffer::Offer(const QString& text, int seconds, const std::function<void()>& undo) {
+void CUndoOffer::Offer(const Undoable& done) {
   if (Latest() && Latest() != strip_) {
     Latest()->Withdraw();
   }
   Latest() = strip_;
-  strip_->Offer(text, CViewExternWidget::tr("Undo"), seconds, undo);
+  strip_->Offer(done.notice, CViewExternWidget::tr("Undo"), done.seconds, done.undo);
   RenewAction();
+}
+
+void CUndoOffer::OfferAgain(const Undoable& done) {
+  if (!Latest() || !Latest()->IsOffering()) {
+    Offer(done);
+  }
 }
 
 void CUndoOffer::Withdraw() {
   strip_->Withdraw();
 }
 
+// Text fields take the key before it becomes a shortcut.
 void CUndoOffer::RenewAction() {
-  action_->setEnabled(strip_->IsOffering() && !IsInEditor(QApplication::focusWidget()));
+  action_->setEnabled(strip_->IsOffering() && !CEditorPlace::IsOpenIn(panel_->window()));
 }
 
 }  // namespace TarnPlanView

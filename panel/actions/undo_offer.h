@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 #include <functional>
 
 class QAction;
@@ -12,6 +13,13 @@ class COfferStrip;
 
 namespace TarnPlanView {
 
+/// What was done, and how it is undone.
+struct Undoable {
+  QString notice;
+  int seconds = 0;
+  std::function<void()> undo;
+};
+
 /// Offers to undo the last thing done in a panel, in a strip and by Ctrl+Z in the panel's window, for some seconds. In
 /// all panels of a client one offer stands at the most: a new one takes the place of the one before. Thread: GUI.
 class CUndoOffer : public QObject {
@@ -20,14 +28,18 @@ class CUndoOffer : public QObject {
   /// `panel` owns it.
   CUndoOffer(MarUIControl::COfferStrip* strip, QWidget* panel);
 
-  void Offer(const QString& text, int seconds, const std::function<void()>& undo);
+  void Offer(const Undoable& done);
+  /// What was taken, but could not be undone now. Another offer that stands by then stays.
+  void OfferAgain(const Undoable& done);
   void Withdraw();
-  /// On while an offer stands and the focus is where the key has no meaning of its own.
+  /// On while an offer stands and no plan editor is open in the window: there the key undoes edits.
   QAction* Action() const { return action_; }
 
- private:
+ public Q_SLOTS:
   void RenewAction();
 
+ private:
+  QWidget* const panel_;
   MarUIControl::COfferStrip* const strip_;
   QAction* const action_;
 };

@@ -76,6 +76,11 @@ bool CEditorPlace::IsEditedAnywhere(const QString& plan_code) {
   });
 }
 
+bool CEditorPlace::IsOpenIn(const QWidget* window) {
+  return std::any_of(Places().cbegin(), Places().cend(),
+                     [window](const CEditorPlace* place) { return place->IsOpen() && place->Window() == window; });
+}
+
 QWidget* CEditorPlace::Window() const {
   if (IsOpen()) {
     return editor_->window();

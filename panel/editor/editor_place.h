@@ -47,6 +47,8 @@ class CEditorPlace : public QObject {
   bool IsOpen() const { return CurrentState() != State::Closed; }
   /// Whether any panel has the plan in its editor.
   static bool IsEditedAnywhere(const QString& plan_code);
+  /// Whether any panel's editor is open in this window.
+  static bool IsOpenIn(const QWidget* window);
 
   /// False when the user keeps what is open in the place, or has it saved first: then this opens once that is safe.
   bool Open(const Opening& opening);

@@ -32,6 +32,10 @@ bool IsGroupRow(const QModelIndex& row) {
   return type == PublicGroupItem || type == OwnGroupItem;
 }
 
+PlanMove Reversed(const PlanMove& move) {
+  return {move.plan_code, move.name, move.to, move.from};
+}
+
 }  // namespace
 
 CPlanMover::CPlanMover(CPlanViewTree* tree, QObject* parent) : QObject(parent), tree_(tree) {
@@ -115,7 +119,7 @@ void CPlanMover::Rename(const QString& plan_code, const QString& name) {
 
 void CPlanMover::Undo(const PlanMove& move) {
   if (controller_) {
-    Move({move.plan_code, move.name, move.to, move.from}, kMoveBack);
+    Move(Reversed(move), kMoveBack);
   }
 }
 
@@ -142,10 +146,15 @@ bool CPlanMover::IsBeingEdited(const QString& plan_code) {
 
 void CPlanMover::Move(const PlanMove& move, Course course) {
   const QString& code = move.plan_code;
-  if (code.isEmpty() || moving_.contains(code) || IsBeingEdited(code)) {
+  if (code.isEmpty() || moving_.contains(code)) {
+    return;
+  }
+  if (IsBeingEdited(code)) {
+    Retry(move, course);
     return;
   }
   moving_.insert(code);
+  Q_EMIT SignalMoving(code);
   GetPlanDetailRequest request;
   request.plan_index_code = QStringToString(code);
   HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request)
@@ -154,10 +163,21 @@ void CPlanMover::Move(const PlanMove& move, Course course) {
         moving_.remove(move.plan_code);
         if (!fetched.ok) {
           Q_EMIT SignalMessageTipNeeded(StringToQString(fetched.response.error_info), CNomalMessage::Failure);
-        } else if (!IsBeingEdited(move.plan_code) && controller_) {  // it may have been opened since
+          if (fetched.response.error_kind == Unavailable) {
+            Retry(move, course);
+          }
+        } else if (IsBeingEdited(move.plan_code)) {  // it may have been opened since
+          Retry(move, course);
+        } else if (controller_) {
           OnFetched(fetched.response, move, course);
         }
       });
+}
+
+void CPlanMover::Retry(const PlanMove& move, Course course) {
+  if (course == kMoveBack) {
+    Q_EMIT SignalStillMoved(Reversed(move));
+  }
 }
 
 // What else was changed meanwhile stays changed.
@@ -182,15 +202,18 @@ void CPlanMover::Save(const GetPlanDetailResponse& plan, const PlanMove& move, C
   const auto answered = [mover = QPointer<CPlanMover>(this), move, course,
                          sent = calls_.Current()](const CallAnswer& answer) {
     if (mover && !sent.IsDropped()) {
-      mover->OnAnswer(move, course, answer.ok);
+      mover->OnAnswer(move, course, answer);
     }
   };
   controller_->UpdatePlanParam(request, move.name, answered);
 }
 
-void CPlanMover::OnAnswer(const PlanMove& move, Course course, bool moved) {
+void CPlanMover::OnAnswer(const PlanMove& move, Course course, const CallAnswer& answer) {
   moving_.remove(move.plan_code);
-  if (!moved) {
+  if (!answer.ok) {
+    if (answer.kind == Unavailable) {
+      Retry(move, course);
+    }
     return;
   }
   if (course == kMove) {

@@ -16,6 +16,7 @@ namespace TarnPlanView {
 
 class CPlanViewTree;
 class CStandardViewController;
+struct CallAnswer;
 
 /// A plan that was moved: what it is called and from where it came to where.
 struct PlanMove {
@@ -49,25 +50,31 @@ class CPlanMover : public QObject {
 
  Q_SIGNALS:
   void SignalMessageTipNeeded(const QString& text, int state);
+  /// A move or its undoing is under way.
+  void SignalMoving(const QString& plan_code);
   /// The plan stands in its new group.
   void SignalMoved(const PlanMove& move);
   /// It stands where it was again.
   void SignalMovedBack(const PlanMove& move);
+  /// The move could not be undone now, but may be later.
+  void SignalStillMoved(const PlanMove& move);
 
  public Q_SLOTS:
   void OnMoveRow(const QPoint& start, const QPoint& end, const QRect& targetRect);
 
  private:
+  enum Course { kMove, kMoveBack };
+
   QModelIndex GroupAt(const QModelIndex& source, const QModelIndex& target) const;
   /// With a message when it is.
   bool IsBeingEdited(const QString& plan_code);
-  enum Course { kMove, kMoveBack };
-
   /// To the group `to` of the move.
   void Move(const PlanMove& move, Course course);
   void OnFetched(const view_plugin_protocol::GetPlanDetailResponse& plan, PlanMove move, Course course);
   void Save(const view_plugin_protocol::GetPlanDetailResponse& plan, const PlanMove& move, Course course);
-  void OnAnswer(const PlanMove& move, Course course, bool moved);
+  void OnAnswer(const PlanMove& move, Course course, const CallAnswer& answer);
+  /// The way back is offered once more.
+  void Retry(const PlanMove& move, Course course);
 
   CPlanViewTree* const tree_;
   QPointer<CStandardViewController> controller_;

@@ -247,7 +247,7 @@ void ManagerChangesTest::Deletions() {
   QCOMPARE(PublicOutlines(), QString("Plans(Public B)"));
   QCOMPARE(changed.count(), 2);
   QVERIFY(!observer(RT_VIEW_GROUP, "Public A"));
-  // What stood below keeps its observers: its codes are never used again.
+  // What stood below keeps its observers: it may come back.
   QVERIFY(observer(RT_VIEW_GROUP, "A1") && observer(RT_VIEW, "A1 plan 2"));
 }
 

@@ -37,11 +37,19 @@ class PanelUndoTest : public TarnTest::CPlanTest {
   void DeletedGroupComesBack();
   void RowComesBackToAGroupThatIsNotLoaded();
   void RefusalIsShown();
+  void NoOfferWithoutTimeToUndo();
+  void NextUserIsOfferedNothing();
+  void DeletionIsOfferedOnceMoreWhenNotAnswered();
   void OneOfferAtATime();
   void KeyUndoesWhileTheOfferStands();
+  void KeyIsTheEditorsWhileOneIsOpen();
   void MoveIsUndone();
   void MoveIsNotUndoneOnceChanged();
-  void GroupDroppedOnAGroupIsTold();
+  void MoveIsNotUndoneIntoAGroupThatIsGone();
+  void MoveIsOfferedOnceMoreWhenNotUndone();
+  void MovedPlanIsRevealedToWhoHasStayed_data();
+  void MovedPlanIsRevealedToWhoHasStayed();
+  void GroupDroppedOnAGroupIsAnswered();
 
  private:
   static constexpr char kPlan[] = "Public A plan 2";
@@ -155,7 +163,53 @@ void PanelUndoTest::RefusalIsShown() {
   Services().Fail("RestoreDeleted", "too late");
   Strip(stage)->Take();
   QCOMPARE(stage.AwaitTips(), QStringList("1:too late"));
-  QVERIFY(!stage.Row(kPlan).isValid());
+  QVERIFY(!stage.Row(kPlan).isValid() && !Strip(stage)->IsOffering());
+}
+
+void PanelUndoTest::NoOfferWithoutTimeToUndo() {
+  CPanelStage stage(Opened());
+  Services().SetKeepsDeleted(false);
+  stage.Choose(kPlan);
+  stage.Button("delete_btn")->click();
+  QTRY_VERIFY(!stage.Row(kPlan).isValid());
+  fixture_.Drain();
+  QVERIFY(!Strip(stage)->IsOffering());
+}
+
+void PanelUndoTest::NextUserIsOfferedNothing() {
+  CPanelStage stage(Opened());
+  Services().Hold("DeletePlan", TarnTest::CRecordingServices::AfterCall);
+  stage.Choose(kPlan);
+  stage.Button("delete_btn")->click();
+  QVERIFY(Services().WaitUntilHeld("DeletePlan"));
+  stage.Panel().SwitchUserUpdate();
+  Services().ReleaseAll();
+  fixture_.Drain();
+  QVERIFY(!Strip(stage)->IsOffering());
+}
+
+void PanelUndoTest::DeletionIsOfferedOnceMoreWhenNotAnswered() {
+  CPanelStage stage(Opened());
+  const QString offer = Deleted(stage, kPlan);
+  Services().Fail("RestoreDeleted", "busy", view_plugin_protocol::Unavailable);
+  stage.TakeTips();
+  Strip(stage)->Take();
+  QCOMPARE(stage.AwaitTips(), QStringList("1:busy"));
+  QTRY_COMPARE(Strip(stage)->Text(), offer);
+  Services().Mend("RestoreDeleted");
+  Strip(stage)->Take();
+  QTRY_COMPARE(stage.Current(), QString(kPlan));
+  // What was deleted meanwhile keeps its offer.
+  QVERIFY(!Deleted(stage, kPlan).isEmpty());
+  Services().Fail("RestoreDeleted", "busy", view_plugin_protocol::Unavailable);
+  Services().Hold("RestoreDeleted");
+  Strip(stage)->Take();
+  QVERIFY(Services().WaitUntilHeld("RestoreDeleted"));
+  const QString later = Deleted(stage, "Public A plan 10");
+  stage.TakeTips();
+  Services().ReleaseAll();
+  QCOMPARE(stage.AwaitTips(), QStringList("1:busy"));
+  QCOMPARE(Strip(stage)->Text(), later);
 }
 
 void PanelUndoTest::OneOfferAtATime() {
@@ -169,7 +223,6 @@ void PanelUndoTest::OneOfferAtATime() {
   QVERIFY(!Deleted(stage, "Public B").isEmpty());
   stage.Panel().StopWorking();
   QVERIFY(!Strip(stage)->IsOffering());
-  // An answer that comes when all is over offers nothing.
   QCOMPARE(Services().Count("RestoreDeleted"), 0);
 }
 
@@ -188,6 +241,16 @@ void PanelUndoTest::KeyUndoesWhileTheOfferStands() {
   QTest::keySequence(&stage.Tree(), QKeySequence::Undo);
   QTRY_COMPARE(stage.Current(), QString(kPlan));
   QVERIFY(!Key(stage)->isEnabled());
+}
+
+void PanelUndoTest::KeyIsTheEditorsWhileOneIsOpen() {
+  CPanelStage stage(Opened());
+  QVERIFY(!Deleted(stage, kPlan).isEmpty());
+  stage.Edit("Public A plan 10");
+  stage.Tree().setFocus();
+  QVERIFY(Strip(stage)->IsOffering() && !Key(stage)->isEnabled());
+  QVERIFY(stage.Panel().MayLeave() && !stage.Panel().IsEditorOpen());
+  QVERIFY(Key(stage)->isEnabled());
 }
 
 void PanelUndoTest::MoveIsUndone() {
@@ -225,7 +288,77 @@ void PanelUndoTest::MoveIsNotUndoneOnceChanged() {
   fixture_.Drain();
 }
 
-void PanelUndoTest::GroupDroppedOnAGroupIsTold() {
+void PanelUndoTest::MoveIsNotUndoneIntoAGroupThatIsGone() {
+  CPanelStage stage(Opened({{"show_mode", 1}}));
+  stage.ExpandAll();
+  stage.Drop(kPlan, "Public B");
+  QVERIFY(!Offered(stage, kPlan).isEmpty());
+  fixture_.Drain();
+  QCOMPARE(fixture_.InStore().DeleteGroup(fixture_.Code("Public A")), QString());
+  stage.TakeTips();
+  Strip(stage)->Take();
+  QCOMPARE(stage.AwaitTips(), QStringList("1:The group does not exist or was deleted in the meantime."));
+  fixture_.Drain();
+  QCOMPARE(stage.TakeTips(), QStringList());
+  QCOMPARE(GroupOf(kPlan), QString("Public B"));
+}
+
+void PanelUndoTest::MoveIsOfferedOnceMoreWhenNotUndone() {
+  CPanelStage stage(Opened());
+  stage.ExpandAll();
+  stage.Drop(kPlan, "Public B");
+  const QString offer = Offered(stage, kPlan);
+  fixture_.Drain();
+  stage.TakeTips();
+  for (const char* call : {"GetPlanDetail", "UpdatePlan"}) {
+    Services().Fail(call, "busy", view_plugin_protocol::Unavailable);
+    Strip(stage)->Take();
+    QCOMPARE(stage.AwaitTips(), QStringList("1:busy"));
+    QTRY_COMPARE(Strip(stage)->Text(), offer);
+    Services().Mend(call);
+  }
+  stage.Edit(kPlan);
+  Strip(stage)->Take();
+  QCOMPARE(stage.AwaitTips().size(), 1);
+  QCOMPARE(Strip(stage)->Text(), offer);
+  QVERIFY(stage.Panel().MayLeave());
+  Strip(stage)->Take();
+  QTRY_COMPARE(GroupOf(kPlan), QString("Public A"));
+  fixture_.Drain();
+}
+
+void PanelUndoTest::MovedPlanIsRevealedToWhoHasStayed_data() {
+  QTest::addColumn<QString>("goes_to");
+  QTest::addColumn<QString>("current");
+  QTest::newRow("stays") << QString() << QString(kPlan);
+  QTest::newRow("goes on") << QString("Public A plan 10") << QString("Public A plan 10");
+  QTest::newRow("searches") << QString("search") << QString(kPlan);
+}
+
+void PanelUndoTest::MovedPlanIsRevealedToWhoHasStayed() {
+  QFETCH(QString, goes_to);
+  CPanelStage stage(Opened());
+  stage.ExpandAll();
+  stage.Choose(kPlan);
+  const QString page = stage.PageName();
+  Services().Hold("UpdatePlan");
+  stage.Drop(kPlan, "Public B");
+  QVERIFY(Services().WaitUntilHeld("UpdatePlan"));
+  if (goes_to == "search") {
+    stage.Search("plan");
+    QTRY_VERIFY(stage.PageName() != page);
+  } else if (!goes_to.isEmpty()) {
+    stage.Choose(goes_to);
+  }
+  const QString shown = stage.PageName();
+  Services().ReleaseAll();
+  QVERIFY(!Offered(stage, kPlan).isEmpty());
+  fixture_.Drain();
+  QTEST(stage.Current(), "current");
+  QCOMPARE(stage.PageName(), shown);
+}
+
+void PanelUndoTest::GroupDroppedOnAGroupIsAnswered() {
   CPanelStage stage(Opened());
   stage.ExpandAll();
   stage.TakeTips();

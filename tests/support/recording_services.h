@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <QThread>
 #include <any>
+#include <atomic>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
@@ -51,6 +52,8 @@ class CRecordingServices : public TarnHost::IHostServices {
   void Mend(const QString& call);
   /// From now on the user has (or lacks) this right as far as the plug-in can see; the target goes by its own.
   void SetRight(int code, bool granted);
+  /// Whether the host says that a deleted plan can be taken back.
+  void SetKeepsDeleted(bool keeps) { keeps_deleted_ = keeps; }
 
   std::vector<Call> Calls() const;
   int Count(const QString& call) const;
@@ -74,7 +77,6 @@ class CRecordingServices : public TarnHost::IHostServices {
   TARN_RECORD(DeletePlanGroup, view::DeletePlanGroupRequest, view::DeletePlanGroupResponse)
   TARN_RECORD(AddPlan, view::AddPlanRequest, view::AddPlanResponse)
   TARN_RECORD(UpdatePlan, view::UpdatePlanRequest, view::UpdatePlanResponse)
-  TARN_RECORD(DeletePlan, view::DeletePlanResquest, view::DeletePlanResponse)
   TARN_RECORD(RestoreDeleted, view::RestoreDeletedRequest, view::RestoreDeletedResponse)
   TARN_RECORD(GetPlanDetail, view::GetPlanDetailRequest, view::GetPlanDetailResponse)
   TARN_RECORD(AddPlanLog, view::AddPlanLogRequestParam, view::AddPlanLogResponseParam)
@@ -90,6 +92,13 @@ class CRecordingServices : public TarnHost::IHostServices {
   TARN_RECORD(GetPresets, ptz_plugin_protocol::GetPresetRequest, ptz_plugin_protocol::GetPresetResponse)
   TARN_RECORD(GetStreamAbility, play_plugin_protocol::GetStreamAbiRequest, play_plugin_protocol::GetStreamAbiResponse)
 #undef TARN_RECORD
+  bool DeletePlan(const view::DeletePlanResquest& request, view::DeletePlanResponse& response) override {
+    return pass(QStringLiteral("DeletePlan"), request, &response, [&] {
+      const bool ok = target_->DeletePlan(request, response);
+      response.restorable_seconds *= int(keeps_deleted_);
+      return ok;
+    });
+  }
 
   bool GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>& regions,
                      std::vector<ResourceTreeKit::CCameraItemInfo>& cameras, std::string* error) override;
@@ -118,6 +127,7 @@ class CRecordingServices : public TarnHost::IHostServices {
   QMap<QString, int> waiting_;
   QMap<QString, view::ResponseHeader> failures_;
   QMap<int, bool> rights_;
+  std::atomic<bool> keeps_deleted_{true};
   std::vector<Call> calls_;
   std::vector<Registration> observers_;
 };
