@@ -126,8 +126,8 @@ void ManagerLoadingTest::LoadAllDescendsThroughTheFirstModel() {
   QCOMPARE(Outline(fixture_.Public()), QString(kWholePublic));
   // Once by the descent, once by what the host says; however deep the group.
   QMap<std::string, int> times;
-  for (const auto& request : Services().Requests<view_plugin_protocol::GetPlanGroupsRequest>()) {
-    times[request.parent_index_code] += 1;
+  for (const auto& request : Services().Requests<view_plugin_protocol::GetPlansInGroupRequest>()) {
+    times[request.group_index_code] += 1;
   }
   QCOMPARE(times[fixture_.Code("C1").toStdString()], 1);
   QCOMPARE(times[fixture_.Code("A1").toStdString()], 2);

@@ -323,8 +323,7 @@ void StoreUndoTest::GoneStaysGoneWhenTheReasonIsUnreadable() {
   fixture_->RunPastTheStore("DROP TABLE deletion");
   QVERIFY(!ann_->GetPlanDetail(asked, gone));
   QCOMPARE(gone.error_kind, int32_t(view::Gone));
-  QCOMPARE(QString::fromStdString(gone.error_info),
-           QString("The plan does not exist or was deleted in the meantime."));
+  QCOMPARE(QString::fromStdString(gone.error_info), QString("The plan does not exist or was deleted in the meantime."));
 }
 
 void StoreUndoTest::CareKnowsKeptRows() {

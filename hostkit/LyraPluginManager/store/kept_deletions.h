@@ -42,7 +42,8 @@ class CKeptDeletions {
   /// The user has chosen a default view; an earlier one does not come back.
   void ForgetDefaultView(int32_t user);
   /// Forgets what has been there for so many seconds since it was first found here: the clocks of those who deleted may
-  /// be wrong. Of many rows a part each time, so that no one who only writes something else has to wait for all of them.
+  /// be wrong. Of many rows a part each time, so that no one who only writes something else has to wait for all of
+  /// them.
   void Purge(int64_t now, int64_t seconds);
 
  private:
