@@ -61,6 +61,7 @@ DockFrame::DockFrame(const CSlideOutData& what, QWidget* window)
   });
   connect(&slide_, &QVariantAnimation::finished, this, &DockFrame::EndOfSlide);
   content_->setParent(this);
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { KeepFocusInSight(now); });
   WatchContent();
   WatchPlace();
 }
@@ -176,6 +177,30 @@ void DockFrame::PlaceAll() {
 
 void DockFrame::GiveFocus() {
   FirstFocus(content_)->setFocus(Qt::OtherFocusReason);
+}
+
+bool DockFrame::Covers(const QWidget& widget) const {
+  const bool is_other = widget.window() == window() && !widget.isWindow() && !isAncestorOf(&widget);
+  return is_other && geometry().contains(QRect(widget.mapTo(parentWidget(), QPoint()), widget.size()));
+}
+
+// Tab goes over what lies wholly below this: its keys would act on what is not seen.
+void DockFrame::KeepFocusInSight(QWidget* now) {
+  if (sliding_back_ || isHidden() || !now || !Covers(*now)) {
+    return;
+  }
+  const bool back = QGuiApplication::keyboardModifiers() & Qt::ShiftModifier;
+  const auto after = [back](const QWidget* widget) {
+    if (back) {
+      return widget->previousInFocusChain();
+    }
+    return widget->nextInFocusChain();
+  };
+  QWidget* next = after(now);
+  while (next != now && (!TakesFocus(*next) || next->isWindow() || Covers(*next))) {
+    next = after(next);
+  }
+  next->setFocus(back ? Qt::BacktabFocusReason : Qt::TabFocusReason);
 }
 
 void DockFrame::ReleaseContent() {

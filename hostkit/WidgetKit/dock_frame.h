@@ -38,6 +38,8 @@ class DockFrame : public QWidget {
   QRect RuledPlace(int width) const;
   Qt::LayoutDirection Direction() const;
   void GiveFocus();
+  bool Covers(const QWidget& widget) const;
+  void KeepFocusInSight(QWidget* now);
   void ReleaseContent();
   void Vanish();
 

@@ -2,6 +2,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QPushButton>
 #include <QScreen>
 #include <QSortFilterProxyModel>
 #include <QStandardItemModel>
@@ -362,6 +363,25 @@ class SearchAndPopupsTest : public QObject {
     QCOMPARE(desk.editor->parentWidget(), desk.panel);
     WidgetKit::ShowDockWidget(WidgetKit::CSlideOutData());
     WidgetKit::HideDockWidget(nullptr);
+  }
+
+  void DockIsPassedOverByTab() {
+    Desk desk;
+    QVERIFY(QTest::qWaitForWindowActive(&desk.window));
+    auto* below = new QPushButton("below", desk.wall);
+    below->setGeometry(20, 20, 60, 30);
+    below->show();
+    WidgetKit::ShowDockWidget(desk.Data());
+    QTRY_COMPARE(desk.Place(), QRect(200, 0, 400, 500));
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+      for (int presses = 0; presses < 6; ++presses) {
+        QTest::keyClick(desk.window.focusWidget(), key);
+        QVERIFY(desk.window.focusWidget() != below);
+      }
+    }
+    WidgetKit::HideDockWidget(desk.editor);
+    below->setFocus();
+    QVERIFY(below->hasFocus());
   }
 
   void DockFollowsItsWindow() {
