@@ -4,6 +4,7 @@
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/popup_menu.h"
 #include "current_row_keeper.h"
+#include "last_searches.h"
 #include "plan_item_role.h"
 #include "plan_mover.h"
 #include "plan_popups.h"
@@ -216,6 +217,14 @@ QWidget* CViewExternWidget::GetLocateViewWidget() const {
   return d_->ui.view_location_line_edit;
 }
 
+QStringList CViewExternWidget::GetLastSearches() const {
+  return d_->last_searches->Texts();
+}
+
+void CViewExternWidget::SetLastSearches(const QStringList& texts) {
+  d_->last_searches->SetTexts(texts);
+}
+
 void CViewExternWidget::SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& param) {
   d_->editor->SetLogicNodeParam(param);
 }
@@ -267,6 +276,7 @@ void CViewExternWidget::SwitchUserUpdate() {
   d_->dropPending();
   d_->closePopups();
   d_->ui.view_location_line_edit->clear();
+  d_->last_searches->SetTexts({});
   d_->leaveSearch();
   d_->waitForLoad();
   d_->known.between_users = true;

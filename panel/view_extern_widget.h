@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QModelIndex>
+#include <QStringList>
 #include <QVariant>
 #include <QWidget>
 #include <list>
@@ -29,7 +30,7 @@ class CStandardViewController;
 ///
 /// It owns neither the model nor the controller; both must be set before any button works, and both may die before it.
 /// Keys: Ctrl+F search, Ctrl+N new plan, Ctrl+Shift+N new group, Esc leaves the search, Down goes from the search field
-/// to the hits; the keys of tree and hits as there.
+/// to the hits, or to the last searches where it is empty; the keys of tree and hits as there.
 /// Thread: GUI.
 class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   Q_OBJECT
@@ -86,6 +87,10 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void SetViewMoreActions(QList<QAction*>& actions);
   tarn_ui_data_controller::CPopupMenu* GetViewMoreMenu() const;
   QWidget* GetLocateViewWidget() const;
+  /// What the user has last searched for, latest first and ten at most: the search field offers it when it is empty.
+  /// Another user begins with none.
+  QStringList GetLastSearches() const;
+  void SetLastSearches(const QStringList& texts);
   /// Which cameras the plan editor offers.
   void SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& param);
   /// Names the monitor that plans of this panel play on.
@@ -133,6 +138,8 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void SignalEditorChanged();
   /// ShowInTree() was asked for a plan of another family, a ThemeNodeType, whose tree is another panel's.
   void SignalShowInOtherTree(const QString& plan_code, int family);
+  /// The user has searched for something else.
+  void SignalLastSearchesChanged();
   /// The menu of GetCommandRow()'s row is about to open: time for the host to enable its own entries.
   void SignalRowMenuAboutToShow();
 

@@ -18,6 +18,7 @@ namespace TarnPlanView {
 
 class CCurrentRowKeeper;
 class CGroupNaming;
+class CLastSearches;
 class CPlanMover;
 class CPlanPopups;
 class CPlanRevealer;
@@ -43,6 +44,7 @@ class CViewExternWidget::Private {
   void connectUndo();
   void connectSearch();
   void connectHits();
+  void connectLastSearches();
   void connectManager();
   void watchRows();
   void makeShortcuts();
@@ -55,8 +57,9 @@ class CViewExternWidget::Private {
   void ShowPage(PanelPage page);
   void waitForLoad();
   void leaveSearch();
-  /// At once, or with those that are awaited; to the tree where none are.
+  /// At once, or with those that are awaited; where there are none, to the last searches or to the tree.
   void goToHits();
+  bool offerLastSearches();
   /// The same with the field emptied and the focus in the tree, at the row where the user was.
   void endSearch();
   void showInTree(const QString& code, int family);
@@ -134,6 +137,7 @@ class CViewExternWidget::Private {
   CGroupNaming* naming = nullptr;
   CPlanPopups* popups = nullptr;
   CSearchPage* search = nullptr;
+  CLastSearches* last_searches = nullptr;
   CTreeNotice* notice = nullptr;
   CPlanMover* mover = nullptr;
   CPlanRevealer* revealer = nullptr;

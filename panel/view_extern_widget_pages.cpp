@@ -4,6 +4,7 @@
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/popup_menu.h"
 #include "current_row_keeper.h"
+#include "last_searches.h"
 #include "plan_item_role.h"
 #include "plan_menu.h"
 #include "plan_preview.h"
@@ -64,15 +65,24 @@ void CViewExternWidget::Private::beginSearch() {
 }
 
 void CViewExternWidget::OnFuzzySearchPlan() {
-  if (!d_->stopped) {
-    d_->search->Start();
+  if (d_->stopped) {
+    return;
   }
+  const auto* field = d_->ui.view_location_line_edit;
+  if (!field->IsTypedSearch()) {
+    d_->last_searches->Add(field->text().trimmed());
+  }
+  d_->search->Start();
+}
+
+bool CViewExternWidget::Private::offerLastSearches() {
+  return !stopped && ui.view_location_line_edit->text().isEmpty() && last_searches->Offer();
 }
 
 void CViewExternWidget::Private::goToHits() {
   if (search->IsUnderWay() && !stopped) {
     search->Start();
-  } else {
+  } else if (!offerLastSearches()) {
     ui.plan_stacked_widget->currentWidget()->setFocus();
   }
 }

@@ -11,6 +11,7 @@
 #include "TarnUIDataController/skin_loader.h"
 #include "current_row_keeper.h"
 #include "group_naming.h"
+#include "last_searches.h"
 #include "plan_item_role.h"
 #include "plan_menu.h"
 #include "plan_mover.h"
@@ -21,6 +22,7 @@
 #include "plan_rules/rights.h"
 #include "row_deletion.h"
 #include "search_page.h"
+#include "search_plan_list_view.h"
 #include "tree_notice.h"
 #include "undo_offer.h"
 #include "view_config_manager.h"
@@ -51,6 +53,7 @@ void CViewExternWidget::Private::initUi() {
   naming = new CGroupNaming(q);
   popups = new CPlanPopups(q);
   search = new CSearchPage(ui.view_location_line_edit, ui.search_list_view, q);
+  last_searches = new CLastSearches(ui.view_location_line_edit);
   mover = new CPlanMover(ui.plan_view_tree, q);
   revealer = new CPlanRevealer(ui.plan_view_tree, q);
   undo = new CUndoOffer(ui.offer_strip, q);
@@ -161,9 +164,11 @@ void CViewExternWidget::Private::connectUndo() {
 
 void CViewExternWidget::Private::connectSearch() {
   connectHits();
+  connectLastSearches();
   auto* field = ui.view_location_line_edit;
   if (!CViewConfigManager::Instance().IsLoadAll()) {
     connect(field, &WidgetKit::CNewSearchLine::SignalSearch, q, &CViewExternWidget::OnFuzzySearchPlan);
+    connect(field, &WidgetKit::CNewSearchLine::SignalSearch, q, [this] { offerLastSearches(); });
     field->SetSearchesAsTyped(true);
   }
   connect(field, &WidgetKit::CNewSearchLine::SignalToHits, q, [this] { goToHits(); });
@@ -193,6 +198,21 @@ void CViewExternWidget::Private::connectHits() {
   connect(hits->selectionModel(), &QItemSelectionModel::currentChanged, q, [this] {
     askRights();
     restoreEnableState();
+  });
+}
+
+// A text counts once the user has asked for it, or has used what it found.
+void CViewExternWidget::Private::connectLastSearches() {
+  using Hits = CSearchPlanListView;
+  const auto add = [this] { last_searches->Add(search->Marked().data(SearchTextRole).toString()); };
+  connect(ui.search_list_view, &Hits::SignalDoubleClicked, q, add);
+  connect(ui.search_list_view, &Hits::SignalMenuClicked, q, add);
+  connect(ui.search_list_view, &Hits::SignalShowInTree, q, add);
+  connect(last_searches, &CLastSearches::SignalChanged, q, &CViewExternWidget::SignalLastSearchesChanged);
+  connect(last_searches, &CLastSearches::SignalChosen, q, [this](const QString& text) {
+    ui.view_location_line_edit->setText(text);
+    ui.view_location_line_edit->setFocus();
+    q->OnFuzzySearchPlan();
   });
 }
 

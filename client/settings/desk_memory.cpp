@@ -1,6 +1,7 @@
 #include "settings/desk_memory.h"
 
 #include <TarnPlanView/plan_view_tree.h>
+#include <TarnPlanView/view_extern_widget.h>
 #include <TarnPlanView/view_model_data_manager_export.h>
 
 #include <QEvent>
@@ -51,6 +52,8 @@ void CDeskMemory::Watch() {
   for (int number = 0; number < desk_.families.size(); ++number) {
     connect(TreeOf(number), &QTreeView::expanded, this, &CDeskMemory::KeepLater);
     connect(TreeOf(number), &QTreeView::collapsed, this, &CDeskMemory::KeepLater);
+    connect(desk_.families[number]->Panel(), &TarnPlanView::CViewExternWidget::SignalLastSearchesChanged, this,
+            &CDeskMemory::KeepLater);
     const QAbstractItemModel* rows = desk_.families[number]->Model();
     awaits_rows_.append(!rows || rows->rowCount() == 0);
     if (rows) {
@@ -94,7 +97,9 @@ void CDeskMemory::Restore() {
   desk_.history->SetPlans(desk.history);
   last_played_ = desk.last_played;
   for (int number = 0; number < desk_.families.size(); ++number) {
-    TreeOf(number)->SetOpenGroups(desk.families.value(number).open_groups);
+    const RememberedDesk::Family family = desk.families.value(number);
+    TreeOf(number)->SetOpenGroups(family.open_groups);
+    desk_.families[number]->Panel()->SetLastSearches(family.searches);
   }
   later_.stop();
 }
@@ -131,6 +136,7 @@ RememberedDesk CDeskMemory::Now() const {
 // During a load, the trees do not show what the user left open.
 RememberedDesk::Family CDeskMemory::FamilyNow(int number) const {
   RememberedDesk::Family family = settings_->Remembered().families.value(number);
+  family.searches = desk_.families[number]->Panel()->GetLastSearches();
   if (!awaits_rows_[number] && ArePlansLoaded()) {
     family.open_groups = TreeOf(number)->GetOpenGroups().mid(0, RememberedDesk::kMostOpenGroups);
   }

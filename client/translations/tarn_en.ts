@@ -2759,6 +2759,10 @@ never starts</translation>
 <context>
     <name>TarnPlanView::CViewExternWidget</name>
     <message>
+        <source>Last searches</source>
+        <translation>Last searches</translation>
+    </message>
+    <message>
         <source>Choose a row first.</source>
         <translation>Choose a row first.</translation>
     </message>
@@ -3514,6 +3518,10 @@ never starts</translation>
     <message>
         <source>Show the hit in the tree</source>
         <translation>Show the hit in the tree</translation>
+    </message>
+    <message>
+        <source>In the empty field: the last searches</source>
+        <translation>In the empty field: the last searches</translation>
     </message>
     <message>
         <source>From the field to the hits, and back</source>

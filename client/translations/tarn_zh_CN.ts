@@ -2812,6 +2812,10 @@ never starts</source>
 <context>
     <name>TarnPlanView::CViewExternWidget</name>
     <message>
+        <source>Last searches</source>
+        <translation>最近的搜索</translation>
+    </message>
+    <message>
         <source>Choose a row first.</source>
         <translation>请先选择一行。</translation>
     </message>
@@ -3558,6 +3562,10 @@ never starts</source>
     <message>
         <source>Show the hit in the tree</source>
         <translation>在树中显示该结果</translation>
+    </message>
+    <message>
+        <source>In the empty field: the last searches</source>
+        <translation>输入框为空时:最近的搜索</translation>
     </message>
     <message>
         <source>From the field to the hits, and back</source>

@@ -159,8 +159,11 @@ void RememberedDeskTest::EachUserHasHisOwn() {
   OpenAgain({{"load_all", 1}});
   Expand("Public A");
   Play("Public A plan 2");
+  const auto searches = [this] { return window_->CurrentFamily().Panel()->GetLastSearches(); };
   window_->ShowFamily(1);
+  window_->CurrentFamily().Panel()->SetLastSearches({"gate"});
   window_->SwitchUser("viewer");
+  QCOMPARE(searches(), QStringList());
   WaitForPlans();
   QCOMPARE(window_->History().rowCount(), 0);
   QCOMPARE(Tabs()->currentIndex(), 0);
@@ -170,6 +173,7 @@ void RememberedDeskTest::EachUserHasHisOwn() {
   WaitForPlans();
   QCOMPARE(window_->History().rowCount(), 1);
   QCOMPARE(Tabs()->currentIndex(), 1);
+  QCOMPARE(searches(), QStringList("gate"));
   QTRY_VERIFY(Tree()->isExpanded(Row("Public A")));
   QVERIFY(!Tree()->isExpanded(Row("Public B")));
   OpenAgain({{"load_all", 1}}, "viewer");

@@ -1,4 +1,5 @@
 #include <QLabel>
+#include <QMenu>
 #include <QPushButton>
 
 #include "WidgetKit/new_search_line.h"
@@ -19,6 +20,7 @@ class PanelSearchTest : public TarnTest::CPlanTest {
   void SearchesWhileTheUserTypes();
   void TypedSearchGivesWayToTheUser();
   void HitsDoNotChangeUnderTheFingers();
+  void OffersTheLastSearches();
   void KeepsTheHitsUntilTheAnswer();
   void SaysWhereAHitStandsAndWhatItShows();
   void FailedScopeIsSaidOnce();
@@ -229,6 +231,36 @@ void PanelSearchTest::HitsDoNotChangeUnderTheFingers() {
   QTRY_COMPARE(stage.Hits(), QStringList({"A1 plan 2", "A1 plan 10"}));
   QVERIFY(stage.List()->hasFocus());
   QCOMPARE(stage.List()->currentIndex().row(), 0);
+}
+
+void PanelSearchTest::OffersTheLastSearches() {
+  CPanelStage stage(Opened());
+  auto* offered = stage.Field()->findChild<QMenu*>("last_searches");
+  QSignalSpy changed(&stage.Panel(), &CViewExternWidget::SignalLastSearchesChanged);
+  stage.Panel().SetLastSearches({"gate", "A&1"});
+  QVERIFY(changed.isEmpty() && stage.PageName() == "tree");
+  stage.Field()->setFocus();
+  QTest::keyClicks(stage.Field(), "C1");
+  QTRY_COMPARE(stage.Hits().size(), 2);
+  QCOMPARE(stage.Panel().GetLastSearches(), QStringList({"gate", "A&1"}));  // on the way to what is meant
+  QTest::keyClick(stage.Field(), Qt::Key_Down);
+  QTest::keyClick(stage.List(), Qt::Key_Return);
+  QCOMPARE(stage.Panel().GetLastSearches(), QStringList({"C1", "gate", "A&1"}));
+  stage.Search("GATE");
+  QCOMPARE(stage.Panel().GetLastSearches(), QStringList({"GATE", "C1", "A&1"}));
+  QCOMPARE(changed.size(), 2);
+
+  stage.Field()->clear();
+  stage.Field()->setFocus();
+  QTest::keyClick(stage.Field(), Qt::Key_Down);
+  QVERIFY(offered->isVisible());
+  QCOMPARE(offered->actions().last()->text(), QString("A&&1"));
+  QTest::keyClick(offered, Qt::Key_Down);
+  QTest::keyClick(offered, Qt::Key_Return);
+  QTRY_COMPARE(stage.Hits(), QStringList({"C1 plan 2", "C1 plan 10"}));
+  QCOMPARE(stage.Field()->text(), QString("C1"));
+  stage.Panel().SwitchUserUpdate();
+  QCOMPARE(stage.Panel().GetLastSearches(), QStringList());
 }
 
 void PanelSearchTest::KeepsTheHitsUntilTheAnswer() {

@@ -1,6 +1,7 @@
 #include <QtTest>
 
 #include "hit_line.h"
+#include "last_searches.h"
 #include "search_course.h"
 
 using namespace TarnPlanView;
@@ -13,6 +14,7 @@ class SearchRulesTest : public QObject {
   void FitsTheLineOfAHit_data();
   void FitsTheLineOfAHit();
   void MarksWhatWasSearched();
+  void KeepsTheLastSearches();
 };
 
 void SearchRulesTest::TakesTheNewestAnswer() {
@@ -74,6 +76,15 @@ void SearchRulesTest::MarksWhatWasSearched() {
   QCOMPARE(PlacesOf("aa", "aaaa", 0), QVector<int>({0, 2}));
   QCOMPARE(PlacesOf("s", "shows Silo", 6), QVector<int>({6}));  // the camera's name alone
   QCOMPARE(PlacesOf("", "Gate", 0), QVector<int>());
+}
+
+void SearchRulesTest::KeepsTheLastSearches() {
+  QCOMPARE(WithSearch({"a", "Gate", "b"}, "gate"), QStringList({"gate", "a", "b"}));
+  QStringList many;
+  for (int i = 0; i < 12; ++i) {
+    many = WithSearch(many, QString::number(i));
+  }
+  QVERIFY(many.size() == kMostLastSearches && many.first() == "11" && many.last() == "2");
 }
 
 QTEST_APPLESS_MAIN(SearchRulesTest)
