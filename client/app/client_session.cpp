@@ -180,12 +180,9 @@ void CClientSession::LoadSettings() {
   }
   settings_ = std::make_unique<CUserSettings>(path);
   settings_->Load(MarUIControl::StringToQString(store_->StationId()), user_);
-  skin_chosen_ = settings_->Chosen().skin;
   connect(settings_.get(), &CUserSettings::SignalChosen, this, [this] {
-    if (std::exchange(skin_chosen_, settings_->Chosen().skin) != settings_->Chosen().skin) {
-      options_.skin.clear();  // what the user has said since then counts
-      LoadSkin();
-    }
+    options_.skin.clear();  // what the user has said since then counts
+    LoadSkin();
   });
 }
 
@@ -245,7 +242,6 @@ void CClientSession::BeginAtTheDesk() {
 
 // Until the plans of the new user are there no automatic plan is looked for: it would still be the old user's.
 void CClientSession::OnUserSwitched() {
-  skin_chosen_ = settings_->Chosen().skin;
   LoadSkin();
   TarnPlanView::CAutoPlanHelper::Instance().StopDetect();
 }

@@ -50,7 +50,6 @@ class CClientSession : public QObject {
 
   ClientOptions options_;
   QString store_url_, user_;
-  QString skin_chosen_;  // by the user, as stored
   CClientTranslator translator_;
   std::shared_ptr<TarnHost::CPlanStore> store_;
   std::unique_ptr<CUserSettings> settings_;

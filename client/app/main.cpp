@@ -47,7 +47,6 @@ int RunClient(int argc, char** argv, const TarnClient::ClientOptions& options) {
   SetUpScreens();
   QApplication application(argc, argv);
   QCoreApplication::setApplicationName(QString::fromLatin1(kName));
-  QGuiApplication::setApplicationDisplayName(QStringLiteral("TarnPlanView"));
   const TarnClient::CQuitOnSignal quit_on_signal;
   TarnClient::CClientSession session(options);
   QString error;

@@ -13,7 +13,8 @@ namespace TarnClient {
 
 namespace {
 
-constexpr int kMostWidth = 420;  // of a value; a longer one wraps
+constexpr char kProgram[] = "TarnPlanView";  // as the application's display name, it would stand behind every title
+constexpr int kMostWidth = 420;              // of a value; a longer one wraps
 
 QLabel* NewValue(const QString& text, const QString& name, QWidget* parent) {
   auto* value = new QLabel(text, parent);
@@ -32,7 +33,7 @@ CAboutDialog::CAboutDialog(const StoreFacts& store, QWidget* parent) : QDialog(p
   setObjectName(QStringLiteral("about_dialog"));
   setWindowTitle(tr("About this program"));
   setAttribute(Qt::WA_DeleteOnClose);
-  auto* title = new QLabel(QGuiApplication::applicationDisplayName(), this);
+  auto* title = new QLabel(QString::fromLatin1(kProgram), this);
   title->setObjectName(QStringLiteral("about_title"));
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(24, 20, 24, 16);
@@ -77,7 +78,7 @@ QWidget* CAboutDialog::BuildButtons() {
 }
 
 void CAboutDialog::Copy() const {
-  QStringList texts{QGuiApplication::applicationDisplayName()};
+  QStringList texts{QString::fromLatin1(kProgram)};
   for (const auto& [name, value] : lines_) {
     texts << QStringLiteral("%1: %2").arg(name, value);
   }

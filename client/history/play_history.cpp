@@ -1,6 +1,6 @@
 #include "history/play_history.h"
 
-#include <QLocale>
+#include "history/shown_time.h"
 
 namespace TarnClient {
 
@@ -68,7 +68,7 @@ QVariant CPlayHistory::data(const QModelIndex& index, int role) const {
     return QVariant();
   }
   const PlayedPlan& plan = plans_.at(index.row());
-  const QString time = QLocale().toString(plan.time.time(), QStringLiteral("HH:mm"));
+  const QString time = ShownTime(plan.time, QStringLiteral("HH:mm"));
   switch (role) {
     case Qt::DisplayRole:
       return plan.name;

@@ -70,26 +70,26 @@ void CChangeTips::OnMessage(const QString& text, int state) {
     said = text;
   }
   // The strip comes with the end of the call that the message belongs to.
-  QTimer::singleShot(0, this, [this, said, state, before = StripText()] {
-    const QString now = StripText();
-    if (now.isEmpty() || now == before) {
+  QTimer::singleShot(0, this, [this, said, state, before = CurrentOffer()] {
+    const Offer now = CurrentOffer();
+    if (now.text.isEmpty() || now.number == before.number) {
       Q_EMIT SignalTip(said, state);
     } else {
-      Q_EMIT SignalSaidByStrip(now);
+      Q_EMIT SignalSaidByStrip(now.text);
     }
   });
 }
 
-QString CChangeTips::StripText() const {
+CChangeTips::Offer CChangeTips::CurrentOffer() const {
   if (!panel_) {
-    return QString();
+    return {};
   }
   for (const auto* strip : panel_->findChildren<MarUIControl::COfferStrip*>()) {
     if (strip->IsOffering()) {
-      return strip->Text();
+      return {strip->OfferCount(), strip->Text()};
     }
   }
-  return QString();
+  return {};
 }
 
 }  // namespace TarnClient

@@ -31,11 +31,16 @@ class CChangeTips : public QObject {
   void SignalSaidByStrip(const QString& text);
 
  private:
+  /// What a strip in the panel offers; without a text when none does.
+  struct Offer {
+    int number = 0;
+    QString text;
+  };
   void OnMessage(const QString& text, int state);
   void Note(PlanChange change, const QString& name);
   void KeepName(const QModelIndex& row);
   void NoteSaved(const QString& code, const QString& name);
-  QString StripText() const;
+  Offer CurrentOffer() const;
 
   const QPointer<TarnPlanView::CViewExternWidget> panel_;
   QString changed_;  // of the change whose message is still to come

@@ -40,6 +40,7 @@ void CMessageDesk::Open() {
 }
 
 void CMessageDesk::ForgetUser() {
+  CMessageTipManager::Instance().TakeAway();
   if (page_) {
     page_->close();
   }
@@ -55,7 +56,7 @@ void CMessageDesk::ShowUnread(int unread) {
   QString tip = action->text();
   QString count(QLatin1Char(' '));  // an empty text would be the command's again
   if (unread > 0) {
-    tip = tr("%n error(s) not read yet. Messages", nullptr, unread);
+    tip = tr("%n message(s) not read. Messages", nullptr, unread);
     count = QString::number(unread);
   }
   action->setIconText(count);

@@ -22,7 +22,7 @@ class CMessageDesk : public QObject {
   CMessageLog& Log() { return *log_; }
   /// Opens the page or brings it to the front; what it shows is read, so no tip says it any more.
   void Open();
-  /// The messages are the last user's: they go, and the page with them.
+  /// The messages are the last user's: they go, and page and tips with them.
   void ForgetUser();
   /// Null while it is closed.
   CMessagesWindow* Page() const;

@@ -1,26 +1,16 @@
 #include "messages/message_log.h"
 
-#include <QLocale>
 #include <QStringList>
 #include <utility>
 
 #include "MarUIControl/key_guide.h"
+#include "history/shown_time.h"
 
 namespace TarnClient {
 
 namespace {
 
 enum Kind { Success, Failure, Warning, Hint };
-
-// A message of another day says which.
-QString Shown(const QDateTime& time) {
-  const QLocale locale;
-  const QString clock = time.toString(QStringLiteral("HH:mm:ss"));
-  if (time.date() == QDate::currentDate()) {
-    return clock;
-  }
-  return QStringLiteral("%1 %2").arg(locale.toString(time.date(), QLocale::ShortFormat), clock);
-}
 
 }  // namespace
 
@@ -107,7 +97,7 @@ int CMessageLog::columnCount(const QModelIndex& parent) const {
 QString CMessageLog::Shown(const Message& message, int column) const {
   switch (column) {
     case Time:
-      return TarnClient::Shown(message.time);
+      return ShownTime(message.time, QStringLiteral("HH:mm:ss"));
     case Kind:
       return NameOf(message.kind);
     default:

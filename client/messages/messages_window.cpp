@@ -58,6 +58,12 @@ CMessagesWindow::CMessagesWindow(CMessageLog* log, QWidget* parent)
   Renew();
 }
 
+QList<MarUIControl::KeyEntry> CMessagesWindow::Keys() {
+  const QString group = tr("On the page of messages");
+  return {{group, QKeySequence::keyBindings(QKeySequence::Find).mid(0, 1), tr("Filter messages")},
+          {group, QKeySequence::keyBindings(QKeySequence::Copy).mid(0, 1), tr("Copy what is marked, or all")}};
+}
+
 QWidget* CMessagesWindow::BuildFilter() {
   auto* row = new QWidget(this);
   auto* layout = new QHBoxLayout(row);

@@ -2,6 +2,8 @@
 
 #include <QDialog>
 
+#include "MarUIControl/key_guide.h"
+
 class QComboBox;
 class QLabel;
 class QTreeView;
@@ -22,6 +24,9 @@ class CMessagesWindow : public QDialog {
  public:
   /// `log` is not owned and outlives the window.
   CMessagesWindow(CMessageLog* log, QWidget* parent);
+
+  /// For the list of keys.
+  static QList<MarUIControl::KeyEntry> Keys();
 
  protected:
   void changeEvent(QEvent* event) override;

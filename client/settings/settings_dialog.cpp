@@ -10,7 +10,9 @@
 #include "MarUIControl/primary_button.h"
 #include "MarUIControl/push_button.h"
 #include "TarnUIDataController/message_tip_manager.h"
+#include "TarnUIDataController/skin_loader.h"
 #include "WidgetKit/new_location_combo_box.h"
+#include "app/client_options.h"
 #include "settings/settings_form.h"
 #include "settings/user_settings.h"
 
@@ -21,6 +23,16 @@ using TarnPlanView::CDefaultLoadViewDisplay;
 namespace {
 
 constexpr int kWidth = 440;
+
+// The skin in use may be another one than the stored one: that of the command line.
+ChosenSettings InUse(ChosenSettings chosen) {
+  const QString skin = tarn_ui_data_controller::CSkinLoader::Instance().GetCurrentSkin();
+  const QStringList skins = ClientOptions::Skins();
+  if (skins.contains(skin) && skins.contains(chosen.skin)) {
+    chosen.skin = skin;
+  }
+  return chosen;
+}
 
 }  // namespace
 
@@ -38,7 +50,8 @@ CSettingsDialog::CSettingsDialog(TarnPlanView::CStandardViewController* controll
   layout->setSpacing(20);
   layout->addWidget(form_);
   layout->addWidget(BuildButtons());
-  form_->Show(settings_->Chosen());
+  shown_ = InUse(settings_->Chosen());
+  form_->Show(shown_);
   connect(form_, &CSettingsForm::SignalChanged, this, &CSettingsDialog::Renew);
   connect(default_view_, &CDefaultLoadViewDisplay::SignalChoiceChanged, this, &CSettingsDialog::Renew);
   default_view_->SetViewController(controller);
@@ -96,19 +109,20 @@ void CSettingsDialog::Save() {
 bool CSettingsDialog::SaveChosen() {
   const ChosenSettings entered = form_->Entered();
   QString error;
-  if (entered == settings_->Chosen()) {
+  if (entered == shown_) {
     return true;
   }
   if (!settings_->Choose(entered, &error)) {
     tarn_ui_data_controller::CMessageTipManager::Instance().ShowTip(error, MarUIControl::CNomalMessage::Failure, this);
     return false;
   }
-  form_->Show(entered);
+  shown_ = entered;
+  form_->Show(shown_);
   return true;
 }
 
 void CSettingsDialog::Renew() {
-  save_->setEnabled(default_view_->IsChanged() || form_->Entered() != settings_->Chosen());
+  save_->setEnabled(default_view_->IsChanged() || form_->Entered() != shown_);
 }
 
 }  // namespace TarnClient

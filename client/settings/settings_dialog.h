@@ -3,6 +3,8 @@
 #include <QDialog>
 #include <QTimer>
 
+#include "settings/chosen_settings.h"
+
 class QPushButton;
 
 namespace TarnPlanView {
@@ -38,6 +40,7 @@ class CSettingsDialog : public QDialog {
   CUserSettings* const settings_;
   TarnPlanView::CDefaultLoadViewDisplay* const default_view_;
   CSettingsForm* const form_;
+  ChosenSettings shown_;  // at first, or as stored last
   QPushButton* save_ = nullptr;
   QTimer read_again_;
   bool is_read_ = false;

@@ -8,6 +8,8 @@
 #include <QSaveFile>
 #include <utility>
 
+#include "marlog/marlog.h"
+
 namespace TarnClient {
 
 namespace {
@@ -17,6 +19,13 @@ constexpr QFileDevice::Permissions kOwnersFile = QFileDevice::ReadOwner | QFileD
 
 QString Shown(const QString& path) {
   return QDir::toNativeSeparators(path);
+}
+
+// The system's text is not in the user's language.
+QString LoggedPlace(const QFileDevice& file) {
+  marlog::Write("LyraClientError", marlog::Error, "Settings, %s: %s", qUtf8Printable(file.fileName()),
+                qUtf8Printable(file.errorString()));
+  return Shown(file.fileName());
 }
 
 QString Key(const char* key) {
@@ -72,7 +81,7 @@ CSettingsFile::Whole CSettingsFile::ReadWhole() const {
   }
   QFile file(path_);
   if (!file.open(QIODevice::ReadOnly)) {
-    return {SettingsTrouble::Unreadable, file.errorString(), {}};
+    return {SettingsTrouble::Unreadable, LoggedPlace(file), {}};
   }
   const QByteArray bytes = file.read(kMostBytes + 1);
   const QJsonDocument document = QJsonDocument::fromJson(bytes);
@@ -150,7 +159,9 @@ CSettingsFile::Answer CSettingsFile::Write(const QJsonObject& changed) const {
   Whole whole = ReadWhole();
   if (whole.trouble == SettingsTrouble::Damaged) {
     QFile::remove(KeptAs());
-    QFile::rename(path_, KeptAs());
+    if (!QFile::rename(path_, KeptAs())) {
+      return {SettingsTrouble::NotWritten, Shown(KeptAs()), {}};
+    }
   } else if (whole.trouble != SettingsTrouble::None) {
     return {whole.trouble, whole.detail, {}};
   }
@@ -170,12 +181,12 @@ CSettingsFile::Answer CSettingsFile::Write(const QJsonObject& changed) const {
 CSettingsFile::Answer CSettingsFile::WriteWhole(const QJsonObject& content) const {
   QSaveFile file(path_);
   if (!file.open(QIODevice::WriteOnly)) {
-    return {SettingsTrouble::NotWritten, file.errorString(), {}};
+    return {SettingsTrouble::NotWritten, LoggedPlace(file), {}};
   }
   file.setPermissions(kOwnersFile);
   file.write(WithinBounds(content));
   if (!file.commit()) {
-    return {SettingsTrouble::NotWritten, file.errorString(), {}};
+    return {SettingsTrouble::NotWritten, LoggedPlace(file), {}};
   }
   return {};
 }

@@ -22,7 +22,7 @@ class CSettingsFile {
 
   struct Answer {
     SettingsTrouble trouble = SettingsTrouble::None;
-    QString detail;      // the place that the trouble is about, or what the system says of it
+    QString detail;      // the place that the trouble is about
     QJsonObject values;  // after a read
   };
 

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <atomic>
 #include <utility>
 
 #include "host_calls/ask.h"
@@ -13,6 +14,7 @@ namespace TarnClient {
 namespace {
 
 constexpr int kLaterMs = 2000;
+constexpr int kAgainMs = 30000;  // after a write that failed
 constexpr int kFlushMs = 1000;
 constexpr int kChooseMs = 2000;
 constexpr char kChosen[] = "chosen";
@@ -26,13 +28,35 @@ QJsonObject PartOf(const QJsonObject& values, const char* part, bool* sound) {
   return value.toObject();
 }
 
+QJsonObject ChangedValues(const QJsonObject& now, const QJsonObject& before) {
+  QJsonObject changed;
+  for (auto value = now.begin(); value != now.end(); ++value) {
+    if (before.value(value.key()) != *value) {
+      changed.insert(value.key(), *value);
+    }
+  }
+  return changed;
+}
+
 }  // namespace
+
+// The writer begins it, or the GUI thread withdraws it, whichever is first.
+struct CUserSettings::Choice {
+  enum State { Waits, IsWritten, IsWithdrawn };
+
+  bool LeaveWaiting(State next) {
+    State waits = Waits;
+    return state.compare_exchange_strong(waits, next);
+  }
+
+  std::atomic<State> state{Waits};
+  CSettingsFile::Answer answer;
+};
 
 CUserSettings::CUserSettings(QString path, QObject* parent)
     : QObject(parent), path_(std::move(path)), writer_(std::make_unique<QThreadPool>()) {
   writer_->setMaxThreadCount(1);
   later_.setSingleShot(true);
-  later_.setInterval(kLaterMs);
   connect(&later_, &QTimer::timeout, this, &CUserSettings::WriteRemembered);
 }
 
@@ -49,6 +73,7 @@ QString CUserSettings::UsualPath() {
 
 void CUserSettings::Load(const QString& store, const QString& user) {
   Flush();
+  late_.reset();
   file_ = CSettingsFile(path_, store, user);
   const CSettingsFile::Answer answer = file_.Read();
   trouble_ = answer.trouble;
@@ -62,19 +87,47 @@ void CUserSettings::Load(const QString& store, const QString& user) {
 }
 
 bool CUserSettings::Choose(const ChosenSettings& chosen, QString* error) {
-  auto answer = std::make_shared<CSettingsFile::Answer>();
-  writer_->start([file = file_, chosen, answer] { *answer = file.Write({{QLatin1String(kChosen), chosen.ToJson()}}); });
+  late_.reset();
+  const auto choice = std::make_shared<Choice>();
+  WriteChoice(choice, chosen);
   if (!writer_->waitForDone(kChooseMs)) {
+    if (!choice->LeaveWaiting(Choice::IsWithdrawn)) {
+      late_ = choice;
+    }
     *error = tr("The disk does not answer");
     return false;
   }
-  if (answer->trouble != SettingsTrouble::None) {
-    *error = TextOf(answer->trouble, answer->detail);
+  if (choice->answer.trouble != SettingsTrouble::None) {
+    *error = TextOf(choice->answer.trouble, choice->answer.detail);
     return false;
   }
+  TakeOver(chosen);
+  return true;
+}
+
+// Another client of the same user may have changed the other values. Those that could not be read are written, too.
+void CUserSettings::WriteChoice(const std::shared_ptr<Choice>& choice, const ChosenSettings& chosen) {
+  QJsonObject values = chosen.ToJson();
+  if (is_sound_) {
+    values = ChangedValues(values, chosen_.ToJson());
+  }
+  HostCalls::Ask([file = file_, values, choice] {
+    if (choice->LeaveWaiting(Choice::IsWritten)) {
+      choice->answer = file.Write({{QLatin1String(kChosen), values}});
+    }
+    return choice->answer;
+  })
+      .On(*writer_)
+      .Then(this, [this, choice, chosen](const CSettingsFile::Answer& answer) {
+        if (late_ == choice && answer.trouble == SettingsTrouble::None) {
+          TakeOver(chosen);
+        }
+      });
+}
+
+void CUserSettings::TakeOver(const ChosenSettings& chosen) {
   chosen_ = chosen;
   Q_EMIT SignalChosen();
-  return true;
 }
 
 void CUserSettings::Remember(const RememberedDesk& desk) {
@@ -82,8 +135,8 @@ void CUserSettings::Remember(const RememberedDesk& desk) {
     return;
   }
   remembered_ = desk;
-  if (!later_.isActive()) {
-    later_.start();
+  if (!later_.isActive() || later_.interval() > kLaterMs) {
+    later_.start(kLaterMs);
   }
 }
 
@@ -104,6 +157,9 @@ bool CUserSettings::Flush() {
 }
 
 void CUserSettings::OnWritten(const CSettingsFile::Answer& answer) {
+  if (answer.trouble != SettingsTrouble::None && !later_.isActive()) {
+    later_.start(kAgainMs);  // until then, Flush() writes it as well
+  }
   if (answer.trouble == trouble_) {
     return;
   }

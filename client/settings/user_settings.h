@@ -29,10 +29,11 @@ class CUserSettings : public QObject {
   void Load(const QString& store, const QString& user);
 
   const ChosenSettings& Chosen() const { return chosen_; }
-  /// Stores the choice and waits for that, 2 s at the most. False with the reason for the user; nothing changes then.
+  /// Stores what differs from the last choice and waits for that, 2 s at the most. False with the reason for the user;
+  /// nothing changes then, unless the disk is held up in the middle of it: it is chosen when that succeeds after all.
   bool Choose(const ChosenSettings& chosen, QString* error);
   const RememberedDesk& Remembered() const { return remembered_; }
-  /// Writes it within a few seconds.
+  /// Writes it within a few seconds, and again some time after that has failed.
   void Remember(const RememberedDesk& desk);
   /// Writes what is left and waits, a second at the most. False when the disk holds the write up for longer.
   bool Flush();
@@ -45,6 +46,9 @@ class CUserSettings : public QObject {
   void SignalTrouble(const QString& text);
 
  private:
+  struct Choice;
+  void WriteChoice(const std::shared_ptr<Choice>& choice, const ChosenSettings& chosen);
+  void TakeOver(const ChosenSettings& chosen);
   QString TextOf(SettingsTrouble trouble, const QString& detail) const;
   void WriteRemembered();
   void OnWritten(const CSettingsFile::Answer& answer);
@@ -55,8 +59,9 @@ class CUserSettings : public QObject {
   RememberedDesk remembered_;
   SettingsTrouble trouble_ = SettingsTrouble::None;
   QString detail_;
-  bool is_sound_ = true;  // all of the user's values could be read
-  QTimer later_;
+  bool is_sound_ = true;          // all of the user's values could be read
+  QTimer later_;                  // runs while something is left to write
+  std::shared_ptr<Choice> late_;  // was not stored in time, but may be yet
   std::unique_ptr<QThreadPool> writer_;
 };
 

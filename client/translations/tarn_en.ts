@@ -289,10 +289,10 @@
 <context>
     <name>TarnClient::CMessageDesk</name>
     <message numerus="yes">
-        <source>%n error(s) not read yet. Messages</source>
+        <source>%n message(s) not read. Messages</source>
         <translation>
-            <numerusform>%n error not read yet. Messages</numerusform>
-            <numerusform>%n errors not read yet. Messages</numerusform>
+            <numerusform>%n message not read. Messages</numerusform>
+            <numerusform>%n messages not read. Messages</numerusform>
         </translation>
     </message>
 </context>
@@ -368,6 +368,10 @@
     <message>
         <source>No message like this.</source>
         <translation>No message like this.</translation>
+    </message>
+    <message>
+        <source>On the page of messages</source>
+        <translation>On the page of messages</translation>
     </message>
 </context>
 <context>
@@ -587,6 +591,10 @@
     <message>
         <source>Nothing to play again: %1</source>
         <translation>Nothing to play again: %1</translation>
+    </message>
+    <message>
+        <source>Menu: press Alt and let it go</source>
+        <translation>Menu: press Alt and let it go</translation>
     </message>
 </context>
 <context>

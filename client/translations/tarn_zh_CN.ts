@@ -287,7 +287,7 @@
     </message>
     <message>
         <source>Store</source>
-        <translation>存储</translation>
+        <translation>数据库</translation>
     </message>
     <message>
         <source>%1, layout %2</source>
@@ -335,9 +335,9 @@
 <context>
     <name>TarnClient::CMessageDesk</name>
     <message numerus="yes">
-        <source>%n error(s) not read yet. Messages</source>
+        <source>%n message(s) not read. Messages</source>
         <translation>
-            <numerusform>%n 个错误未读。消息</numerusform>
+            <numerusform>%n 条消息未读。消息</numerusform>
         </translation>
     </message>
 </context>
@@ -413,6 +413,10 @@
     <message>
         <source>No message like this.</source>
         <translation>没有符合的消息。</translation>
+    </message>
+    <message>
+        <source>On the page of messages</source>
+        <translation>消息页面中</translation>
     </message>
 </context>
 <context>
@@ -633,6 +637,10 @@
         <source>Nothing to play again: %1</source>
         <translation>无法重新播放：%1</translation>
     </message>
+    <message>
+        <source>Menu: press Alt and let it go</source>
+        <translation>菜单：按下并松开 Alt</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CPlanSaver</name>
@@ -733,7 +741,7 @@
     </message>
     <message>
         <source>Duplicate</source>
-        <translation>复制</translation>
+        <translation>创建副本</translation>
     </message>
     <message>
         <source>Groups cannot be nested deeper than this.</source>
@@ -2221,7 +2229,7 @@
     </message>
     <message>
         <source>Duplicate</source>
-        <translation>复制</translation>
+        <translation>创建副本</translation>
     </message>
     <message>
         <source>Same page again (Ctrl+D in the strip)</source>
@@ -2287,7 +2295,7 @@
     </message>
     <message>
         <source>Duplicate page</source>
-        <translation>复制页面</translation>
+        <translation>创建页面副本</translation>
     </message>
     <message>
         <source>Delete page</source>
@@ -3453,7 +3461,7 @@ never starts</source>
     </message>
     <message>
         <source>Duplicate the page</source>
-        <translation>复制页面</translation>
+        <translation>创建页面副本</translation>
     </message>
     <message>
         <source>Move the page</source>

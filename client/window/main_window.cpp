@@ -31,6 +31,7 @@
 #include "history/play_history.h"
 #include "messages/message_desk.h"
 #include "messages/message_log.h"
+#include "messages/messages_window.h"
 #include "plans/plan_family.h"
 #include "plans/plan_player.h"
 #include "plans/plan_renewal.h"
@@ -180,7 +181,10 @@ void CMainWindow::OpenAbout() {
 
 QList<MarUIControl::KeyEntry> CMainWindow::AllKeys() const {
   const QList<MarUIControl::KeyEntry> of_rows = KeysOf(row_menus_.front()->Actions(), tr("On a row or a hit"));
-  return KeysOf(actions_->All(), tr("In the window")) + TarnPlanView::PanelKeys() + of_rows + WallKeys();
+  const QString here = tr("In the window");
+  const QList<MarUIControl::KeyEntry> alt{{here, {}, tr("Menu: press Alt and let it go")}};  // has no name as a key
+  return KeysOf(actions_->All(), here) + alt + TarnPlanView::PanelKeys() + of_rows + WallKeys() +
+         CMessagesWindow::Keys();
 }
 
 void CMainWindow::BuildMessagesButton() {

@@ -53,6 +53,7 @@ CWindowActions::CWindowActions(QWidget* window) : QObject(window) {
       one.action->setIcon(QIcon(QStringLiteral(":/TarnClient/images/%1.svg").arg(QLatin1String(look.icon))));
     }
     one.action->setShortcut(look.keys);
+    one.action->setAutoRepeat(false);
     one.action->setShortcutVisibleInContextMenu(true);
     window->addAction(one.action);
     RenewTip(one);
@@ -74,6 +75,7 @@ void CWindowActions::Connect(WindowCommand command, const std::function<void()>&
     return;
   }
   auto* keys_while_off = new QShortcut(action->shortcut(), static_cast<QWidget*>(parent()));
+  keys_while_off->setAutoRepeat(false);
   const auto renew = [action, keys_while_off] { keys_while_off->setEnabled(!action->isEnabled()); };
   connect(action, &QAction::changed, keys_while_off, renew);
   connect(keys_while_off, &QShortcut::activated, this, run);

@@ -35,6 +35,8 @@ class TARN_HOST_EXPORT COfferStrip : public QFrame {
   void Take();
 
   bool IsOffering() const;
+  /// How many offers were made up to now: the same text may be offered again.
+  int OfferCount() const;
   /// The text offered, empty when nothing is.
   QString Text() const;
 

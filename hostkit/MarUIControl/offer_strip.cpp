@@ -33,6 +33,7 @@ class COfferStrip::Private {
   QBasicTimer tick;
   QElapsedTimer since_tick;
   std::function<void()> callback;
+  int offer_count = 0;
   QPointer<QWidget> focus_before;
 };
 
@@ -71,6 +72,7 @@ void COfferStrip::Offer(const QString& text, const QString& action_text, int sec
   d_->close->setAccessibleName(tr("Close"));
   d_->close->setToolTip(tr("Close"));
   d_->callback = std::move(callback);
+  ++d_->offer_count;
   d_->time = OfferTime(seconds * 1000, kLongestPauseSeconds * 1000);
   d_->since_tick.start();
   d_->tick.start(kTickMs, this);
@@ -99,6 +101,10 @@ void COfferStrip::Take() {
 
 bool COfferStrip::IsOffering() const {
   return d_->tick.isActive();
+}
+
+int COfferStrip::OfferCount() const {
+  return d_->offer_count;
 }
 
 QString COfferStrip::Text() const {

@@ -109,6 +109,15 @@ void CMessageTipManager::Private::Show(const Tip& next) {
     looked_at_until = qMin(kLongestLookMs, static_cast<int>(on_screen.elapsed()) + kLookMs);
     ScheduleEnd();
   });
+  // Its window has gone, and with it the tip; later, since a window goes in parts.
+  QObject::connect(
+      tip.data(), &QObject::destroyed, q,
+      [this] {
+        if (!tip) {
+          EndTip();
+        }
+      },
+      Qt::QueuedConnection);
   tip->show();
   looked_at_until = 0;
   on_screen.start();

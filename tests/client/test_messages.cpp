@@ -116,7 +116,10 @@ void MessagesTest::PageShowsCopiesAndClears() {
   window_->Messages().Open();
   QCOMPARE(button->text(), QString(" "));
   QVERIFY(!window_->Messages().Page()->isMinimized());
+  window_->SaveAs();
+  QVERIFY(!Tip().isEmpty());
   window_->SwitchUser("viewer");
+  QVERIFY2(!Tip().startsWith("Not saved"), qPrintable(Tip()));
   for (int row = 0; row < window_->Messages().Log().rowCount(); ++row) {
     const QString text = window_->Messages().Log().index(row, CMessageLog::Text).data().toString();
     QVERIFY2(!text.startsWith("Not saved"), qPrintable(text));  // the last user's

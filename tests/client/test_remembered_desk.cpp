@@ -318,8 +318,13 @@ void RememberedDeskTest::TheDialogStoresWhatWasChanged() {
   QCOMPARE(kept_->Chosen().seconds_per_plan, 33);
   QVERIFY(kept_->Chosen().opens_first == OpensFirst::Nothing);
 
-  window_->OpenSettings();
-  QTest::keyClick(window_->Settings()->findChild<QComboBox*>("settings_skin"), Qt::Key_Up);
+  window_->OpenSettings();  // in the dark skin, whatever is stored
+  skin = window_->Settings()->findChild<QComboBox*>("settings_skin");
+  save = window_->Settings()->findChild<QAbstractButton*>("settings_save_btn");
+  QCOMPARE(skin->currentData().toString(), QString("redblack"));
+  QVERIFY(!save->isEnabled());
+  QTest::keyClick(skin, Qt::Key_Down);
+  QVERIFY(save->isEnabled());  // the stored one can be had
   QTest::keyClick(window_->Settings(), Qt::Key_Escape);
   QTRY_VERIFY(!window_->Settings());
   QCOMPARE(kept_->Chosen().skin, QString("white"));

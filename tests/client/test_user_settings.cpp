@@ -1,5 +1,6 @@
 #include <QFile>
 #include <QJsonDocument>
+#include <QLockFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -29,6 +30,9 @@ class UserSettingsTest : public QObject {
   void PlacesThatCannotBeWritten_data();
   void PlacesThatCannotBeWritten();
   void TwoClientsAtOnce();
+  void AChoiceLeavesOtherValuesAlone();
+  void ALockedFileIsWrittenLater();
+  void ADamagedFileThatCannotBeKept();
   void WhatThisVersionDoesNotKnowStays();
   void OnlyTheOwnerReads();
   void TheFileStaysSmall();
@@ -269,6 +273,60 @@ void UserSettingsTest::TwoClientsAtOnce() {
   const QJsonValue shared = CSettingsFile(path_, "site", "both").Read().values.value("remembered");
   QVERIFY(shared["by"].toString() == "ann" || shared["by"].toString() == "bob");
   QCOMPARE(QDir(QFileInfo(path_).path()).entryList(QDir::Files), QStringList{"settings.json"});
+}
+
+// Of the same user: what the other one has changed meanwhile stays.
+void UserSettingsTest::AChoiceLeavesOtherValuesAlone() {
+  CUserSettings one(path_), other(path_);
+  one.Load("site", "ann");
+  other.Load("site", "ann");
+  ChosenSettings white = one.Chosen(), slow = other.Chosen();
+  white.skin = "white";
+  slow.seconds_per_plan = 90;
+  QString error;
+  QVERIFY(one.Choose(white, &error) && other.Choose(slow, &error));
+  one.Load("site", "ann");
+  QCOMPARE(one.Chosen().skin, QString("white"));
+  QCOMPARE(one.Chosen().seconds_per_plan, 90);
+}
+
+// What is held up for too long is refused, and counts when it was written after all; the desk is not lost.
+void UserSettingsTest::ALockedFileIsWrittenLater() {
+  CUserSettings settings(path_);
+  settings.Load("site", "ann");
+  QString error;
+  QVERIFY(settings.Choose(settings.Chosen(), &error));
+  QLockFile lock(path_ + ".lock");
+  QVERIFY(lock.lock());
+  RememberedDesk desk;
+  for (const int width : {300, 310}) {
+    desk.side_width = width;
+    settings.Remember(desk);
+    QVERIFY(!settings.Flush());
+  }
+  ChosenSettings white;
+  white.skin = "white";
+  QSignalSpy chosen(&settings, &CUserSettings::SignalChosen);
+  QVERIFY(!settings.Choose(white, &error));
+  QVERIFY2(error.contains("does not answer") && settings.Chosen() == ChosenSettings(), qPrintable(error));
+  lock.unlock();
+  QTRY_COMPARE(chosen.size(), 1);
+  QCOMPARE(settings.Chosen().skin, QString("white"));
+  QVERIFY2(settings.TroubleText().contains("locked"), qPrintable(settings.TroubleText()));
+  QVERIFY(settings.Flush());
+  const QJsonObject values = CSettingsFile(path_, "site", "ann").Read().values;
+  QCOMPARE(values.value("chosen")["skin"].toString(), QString("white"));
+  QCOMPARE(values.value("remembered")["side_width"].toInt(), 310);
+}
+
+void UserSettingsTest::ADamagedFileThatCannotBeKept() {
+  Put("garbage");
+  const CSettingsFile file(path_, "site", "ann");
+  QVERIFY(QDir().mkpath(file.KeptAs() + "/full"));
+  const CSettingsFile::Answer answer = file.Write({});
+  QVERIFY(answer.trouble == SettingsTrouble::NotWritten);
+  QCOMPARE(answer.detail, QDir::toNativeSeparators(file.KeptAs()));
+  QCOMPARE(Bytes(), QByteArray("garbage"));
 }
 
 void UserSettingsTest::WhatThisVersionDoesNotKnowStays() {

@@ -127,7 +127,7 @@ class MessageTipsTest : public QObject {
     tips.ShowTip("elsewhere", 0, &other);
     window_.reset();
     QVERIFY(tips.CurrentText().isEmpty());
-    QTRY_COMPARE_WITH_TIMEOUT(tips.CurrentText(), QString("elsewhere"), 30000);
+    QTRY_COMPARE_WITH_TIMEOUT(tips.CurrentText(), QString("elsewhere"), 1000);
     QCOMPARE(shown.size(), 2);
   }
 
