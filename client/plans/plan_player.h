@@ -36,8 +36,8 @@ class CPlanPlayer : public QObject {
   void Attach(CPlanFamily* family);
   /// Fetches the plan and plays it; a failure shows a tip and leaves on the wall what is there.
   void Play(const std::string& code, PlayOrigin origin = PlayOrigin::User);
-  /// Plays the plans of the group in turn, its own before those of its subgroups, and around, until the user plays
-  /// something else or stops. The group is read again at every turn.
+  /// Plays the plans of the group and its subgroups in turn, in the order of the tree's rows, and around, until the
+  /// user plays something else or stops. The group is read again at every turn.
   void PlayGroup(const QString& code);
   /// The least time of a plan in a group cycle, from the next turn on.
   void SetSecondsPerPlan(int seconds);

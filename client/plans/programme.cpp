@@ -34,7 +34,15 @@ bool MayPass(int32_t error_kind) {
 }
 
 bool NeedsClock(const CProgramme::State& state) {
-  return state.timed_end || state.doubtful;
+  return state.timed_end || state.doubtful || state.ended;
+}
+
+bool HasBegun(const CProgramme::Cycle& cycle) {
+  return cycle.last.position >= 0;
+}
+
+bool IsTimed(const std::optional<CProgramme::Play>& play) {
+  return play && play->by == PlayOrigin::Automatic;
 }
 
 std::string AwaitedPlan(const CProgramme::State& state) {
@@ -78,12 +86,10 @@ CProgramme::Step CProgramme::Next(const State& state, const ProgrammeEvent& even
   return {std::move(programme.state_), std::move(programme.commands_)};
 }
 
-// What plays takes the place of what was stopped, has ended or has failed.
+// What plays takes the place of what was stopped, has ended or has failed. What is only on its way may fail yet.
 void CProgramme::DropWhatIsOver() {
-  if (IsBusy()) {
-    state_.stopped.reset();
-  }
   if (state_.on_wall) {
+    state_.stopped.reset();
     state_.failed.reset();
     state_.failures = 0;
   }
@@ -175,9 +181,10 @@ void CProgramme::On(const Events::TryAgainWanted&) {
     return;
   }
   if (failed->play.by == PlayOrigin::DefaultView) {
-    On(Events::DefaultViewWanted());
-  } else if (failed->group) {
-    On(Events::GroupWanted{*failed->group});
+    state_.failures = 0;
+    OpenDefaultViewAgain(*failed);
+  } else if (failed->cycle) {
+    GoOn(*failed->cycle);
   } else {
     Fetch(failed->play);
   }
@@ -204,7 +211,11 @@ void CProgramme::Show(const Events::Plan& plan, PlayOrigin by, const WallPlace& 
   Do(Commands::ShowPlan{plan, by, place});
 }
 
+// A stop by the user also says that he has seen what has ended.
 void CProgramme::On(const Events::StopWanted& wanted) {
+  if (wanted.may_return) {
+    state_.ended.reset();
+  }
   if (state_.on_wall && wanted.may_return) {
     KeepStopped(wanted.place);
   }
@@ -216,7 +227,7 @@ void CProgramme::KeepStopped(const WallPlace& place) {
   Stopped stopped{*state_.on_wall};
   stopped.play.place = place;
   stopped.default_view_stood = state_.default_view_stands;
-  if (state_.cycle && state_.cycle->last.position >= 0) {
+  if (state_.cycle && HasBegun(*state_.cycle)) {
     stopped.cycle = state_.cycle;
     stopped.cycle->place = place;
   }
@@ -230,8 +241,7 @@ void CProgramme::On(const Events::PlayAgainWanted&) {
   }
   state_.default_view_stands = stopped->default_view_stood;
   if (stopped->cycle) {
-    state_.cycle = stopped->cycle;
-    AskForTurn(Cycle::Awaits::TurnByUser, 0);
+    GoOn(*stopped->cycle);
   } else {
     Fetch(stopped->play);
   }
@@ -279,15 +289,23 @@ void CProgramme::On(const Events::GroupWanted& wanted) {
   if (!wanted.group.may_cycle) {
     return Do(Commands::SayFailure{Reason::GroupsSwitchedOff});
   }
-  state_.on_its_way.reset();
   state_.failed.reset();
   BeginCycle(wanted.group, PlayOrigin::GroupCycle);
 }
 
 void CProgramme::BeginCycle(const Events::Group& group, PlayOrigin by) {
+  GoOn({group.code, group.name, group.seconds_per_plan, by});
+}
+
+// From its first plan, or with the one where it stood.
+void CProgramme::GoOn(const Cycle& cycle) {
   EndCycle();
-  state_.cycle = Cycle{group.code, group.name, group.seconds_per_plan, by};
-  AskForTurn(Cycle::Awaits::TurnByUser, 1);
+  state_.on_its_way.reset();
+  if (cycle.by != PlayOrigin::DefaultView) {
+    state_.failed.reset();
+  }
+  state_.cycle = cycle;
+  AskForTurn(Cycle::Awaits::TurnByUser, HasBegun(cycle) ? 0 : 1);
 }
 
 void CProgramme::AskForTurn(Cycle::Awaits awaits, int step) {
@@ -336,8 +354,7 @@ void CProgramme::On(const Events::TurnCame& came) {
 }
 
 void CProgramme::FailTurn(const CycleTurn& turn) {
-  const bool has_begun = state_.cycle->last.position >= 0 && state_.on_wall;
-  if (!has_begun) {
+  if (!HasBegun(*state_.cycle) || !state_.on_wall) {
     FailFirstTurn(turn);
   } else if (MayPass(turn.error_kind)) {
     RepeatTurn(turn.error);
@@ -352,8 +369,7 @@ void CProgramme::FailFirstTurn(const CycleTurn& turn) {
   if (!IsRetry(cycle.by)) {
     Do(Commands::SayFailure{Reason::GroupFailed, {turn.error}});
   }
-  const Events::Group group{cycle.code, cycle.name, cycle.seconds_per_plan};
-  Fail({{cycle.code, cycle.by, cycle.name}, group, turn.error, MayPass(turn.error_kind)});
+  Fail({{cycle.code, cycle.by, cycle.name}, cycle, turn.error, MayPass(turn.error_kind)});
 }
 
 // A group of one plan does not begin it again at every turn, unless the plan was changed.
@@ -474,6 +490,7 @@ void CProgramme::On(const Events::TimedPlanBegins& begins) {
 // again and again, since it may be set, or the computer sleep, in between.
 void CProgramme::BeginTimed(const Events::Plan& plan) {
   Show(plan, PlayOrigin::Automatic, {});
+  state_.timed_end.reset();
   const QDateTime end = EndOf(plan, now_.date());
   if (end.isValid()) {
     state_.timed_end = TimedEnd{end};
@@ -485,21 +502,33 @@ void CProgramme::On(const Events::TimedPlanEnds&) {
   EndTimed();
 }
 
-// The next timed plan may be due, long before the helper asks by itself. What is wanted meanwhile goes on.
+// The next timed plan may be due, long before the helper asks by itself. What is wanted meanwhile goes on, but not the
+// timed plan itself, which was stopped and is fetched again: nothing would end it.
 void CProgramme::EndTimed() {
   const std::optional<TimedEnd> end = std::exchange(state_.timed_end, std::nullopt);
   Do(Commands::LookForTimedPlan());
   if (state_.stopped && state_.stopped->play.by == PlayOrigin::Automatic) {
     state_.stopped.reset();
   }
-  if (IsOnWall(PlayOrigin::Automatic)) {
-    state_.ended = Ended{state_.on_wall->name, std::min(now_, end.value_or(TimedEnd{now_}).at)};
+  if (state_.failed && state_.failed->play.by == PlayOrigin::Automatic) {
+    state_.failed.reset();
+  }
+  std::optional<Play> over = state_.on_wall;
+  if (IsTimed(state_.on_its_way)) {
+    over = std::exchange(state_.on_its_way, std::nullopt);
+  }
+  if (IsTimed(over)) {
+    state_.ended = Ended{over->name, std::min(now_, end.value_or(TimedEnd{now_}).at)};
     EmptyWall();
     Do(Commands::AwaitNextPlan());
   }
 }
 
 void CProgramme::On(const Events::ClockTicked&) {
+  // The time alone, without the day, says when it was for a day only.
+  if (state_.ended && now_ >= state_.ended->at.addDays(1)) {
+    state_.ended.reset();
+  }
   // The helper, which looks as often, goes first at the end: it forgets its plan by announcing it.
   if (state_.timed_end) {
     const bool is_past = now_ >= state_.timed_end->at;
@@ -557,6 +586,16 @@ void CProgramme::On(const Events::NextPlanDue&) {
   if (IsBusy()) {
     Do(Commands::AwaitNextPlan());
   } else if (state_.default_view_stands && !state_.asks_default_view) {
+    OpenDefaultViewAgain(state_.failed.value_or(Failed()));
+  }
+}
+
+// A cycle that has stood on the wall goes on where it was.
+void CProgramme::OpenDefaultViewAgain(const Failed& failed) {
+  const bool goes_on = failed.play.by == PlayOrigin::DefaultView && failed.cycle && HasBegun(*failed.cycle);
+  if (goes_on) {
+    GoOn(*failed.cycle);
+  } else {
     AskDefaultView();
   }
 }

@@ -58,9 +58,9 @@ class CProgramme {
   };
   /// What could not be played on the empty wall.
   struct Failed {
-    Play play;                                // without a code: it is not known what opens at the start
-    std::optional<Events::Group> group = {};  // in place of a plan
-    QString reason = {};                      // the service's text
+    Play play;                        // without a code: it is not known what opens at the start
+    std::optional<Cycle> cycle = {};  // in place of a plan; goes on where it stood
+    QString reason = {};              // the service's text
     bool may_pass = true;
   };
   struct State {
@@ -75,7 +75,7 @@ class CProgramme {
     bool default_view_stands = false;  // it was opened, and the user has not stopped since
     int failures = 0;                  // of the default view, in a row
     std::optional<Stopped> stopped;
-    std::optional<Ended> ended;  // until something is played, the default view does not count
+    std::optional<Ended> ended;  // until something is played, the default view does not count, and for a day
     std::optional<Failed> failed;
   };
   struct Step {
@@ -131,6 +131,7 @@ class CProgramme {
   void Clear();
   void EmptyWall();
   void BeginCycle(const Events::Group& group, PlayOrigin by);
+  void GoOn(const Cycle& cycle);
   void AskForTurn(Cycle::Awaits awaits, int step);
   void ShowTurn(const Events::TurnCame& came);
   void FailTurn(const CycleTurn& turn);
@@ -140,6 +141,7 @@ class CProgramme {
   void EndCycle();
   bool MayOpenDefaultView();
   void AskDefaultView();
+  void OpenDefaultViewAgain(const Failed& failed);
   bool IsRetry(PlayOrigin by) const { return by == PlayOrigin::DefaultView && state_.failures > 0; }
   void Fail(const Failed& failed);
   void BeginTimed(const Events::Plan& plan);

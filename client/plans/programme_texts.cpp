@@ -37,14 +37,21 @@ QString CProgrammeTexts::Of(const CProgramme::Stopped& stopped) {
   return tr("Stopped %1.").arg(stopped.play.name);
 }
 
+QString CProgrammeTexts::NamelessOf(const CProgramme::Failed& failed) {
+  if (failed.play.code.empty()) {
+    return tr("The default view could not be played.");
+  }
+  if (failed.cycle) {
+    return tr("The group could not be played.");
+  }
+  return tr("The plan could not be played.");
+}
+
 QString CProgrammeTexts::Of(const CProgramme::Failed& failed, const QString& name) {
   const bool by_itself = failed.play.by == PlayOrigin::DefaultView && failed.may_pass;
   QString text = tr("\"%1\" could not be played.").arg(name);
   if (name.isEmpty()) {
-    text = tr("The plan could not be played.");
-  }
-  if (name.isEmpty() && failed.play.by == PlayOrigin::DefaultView) {
-    text = tr("The default view could not be played.");
+    text = NamelessOf(failed);
   }
   if (by_itself) {
     text += QLatin1Char(' ') + tr("It is tried again by itself.");

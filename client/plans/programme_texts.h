@@ -22,6 +22,9 @@ class CProgrammeTexts {
   static QString TitleOf(const CProgramme::State& state);
   /// Where the cycle is: "Group Gates, plan 2 of 5"; empty before its first plan, and when none runs.
   static QString ProgressOf(const CProgramme::State& state);
+
+ private:
+  static QString NamelessOf(const CProgramme::Failed& failed);
 };
 
 }  // namespace TarnClient

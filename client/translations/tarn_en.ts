@@ -464,6 +464,10 @@
         <translation>The view could not be played.</translation>
     </message>
     <message>
+        <source>The group could not be played.</source>
+        <translation>The group could not be played.</translation>
+    </message>
+    <message>
         <source>The default view could not be played.</source>
         <translation>The default plan could not be played.</translation>
     </message>

@@ -509,6 +509,10 @@
         <translation>无法播放该视图。</translation>
     </message>
     <message>
+        <source>The group could not be played.</source>
+        <translation>无法播放该分组。</translation>
+    </message>
+    <message>
         <source>The default view could not be played.</source>
         <translation>无法播放默认预案。</translation>
     </message>

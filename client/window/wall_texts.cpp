@@ -55,7 +55,7 @@ void CWallTexts::ShowFailure() {
     return wall_->ShowFailure(QString(), QString(), false);
   }
   QString name = failed->play.name;
-  if (name.isEmpty() && !failed->group) {
+  if (name.isEmpty() && !failed->cycle) {
     name = name_of_(StringToQString(failed->play.code));
   }
   wall_->ShowFailure(CProgrammeTexts::Of(*failed, name), failed->reason, failed->may_pass);

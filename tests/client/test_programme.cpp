@@ -119,6 +119,7 @@ struct Words {
 }  // namespace
 
 Q_DECLARE_METATYPE(QVector<TarnClient::ProgrammeEvent>)
+Q_DECLARE_METATYPE(std::string)
 
 /// What plays, without a window: each row is what happens, the commands for the last event, and what then is on the
 /// wall.
@@ -132,18 +133,21 @@ class ProgrammeTest : public QObject {
   void WatchesTheClock();
   void ShowsWhatChanges();
   void SaysWhatHasEnded();
+  void ForgetsWhatHasEndedAfterADay();
+  void SaysWhatHasFailed_data();
+  void SaysWhatHasFailed();
   void PausesGrow();
 
  private:
   /// The commands for this event, without those that only say what changed.
-  QString At(const QString& time, const ProgrammeEvent& event);
+  QString At(const QString& time, const ProgrammeEvent& event, int day = 2);
 
   CProgramme::State state_;
   QStringList commands_, shown_;
 };
 
-QString ProgrammeTest::At(const QString& time, const ProgrammeEvent& event) {
-  const auto step = CProgramme::Next(state_, event, QDateTime(QDate(2026, 3, 2), QTime::fromString(time)));
+QString ProgrammeTest::At(const QString& time, const ProgrammeEvent& event, int day) {
+  const auto step = CProgramme::Next(state_, event, QDateTime(QDate(2026, 3, day), QTime::fromString(time)));
   state_ = step.state;
   commands_.clear();
   shown_.clear();
@@ -186,7 +190,7 @@ void ProgrammeTest::Decides_data() {
 
   // Timed plans.
   row("timed", {Timed("T")}, "show T timed watch", "T timed");
-  row("timed, over", {Timed("T"), ends}, "look forget empty wait no watch", "");
+  row("timed, over", {Timed("T"), ends}, "look forget empty wait", "");
   row("timed, stopped", {Timed("T"), stop}, "no wait forget empty", "");
   row("timed, again with other times", {Timed("T"), Timed("T", "11:00:00")}, "show T timed", "T timed");
   row("timed, not over the user's", {Want("A"), Came("A"), Timed("T")}, "", "A user");
@@ -194,10 +198,10 @@ void ProgrammeTest::Decides_data() {
   row("the user's over a timed one", {Timed("T"), Want("A"), Came("A")}, "show A user", "A user");
   row("that stays at the end", {Timed("T"), Want("A"), Came("A"), ends}, "look no watch", "A user");
   row("on its way before a timed one", {Want("A"), Timed("T"), Came("A")}, "show A user", "A user");
-  row("on its way over the end", {Timed("T"), Want("A"), ends, Came("A")}, "show A user", "A user");
-  row("a group over the end", {Timed("T"), Cycle(), ends, Turn("1")}, "show 1 cycle stays 20 s", "1 cycle");
+  row("on its way over the end", {Timed("T"), Want("A"), ends, Came("A")}, "show A user no watch", "A user");
+  row("a group over the end", {Timed("T"), Cycle(), ends, Turn("1")}, "show 1 cycle stays 20 s no watch", "1 cycle");
   row("a group before a timed one", {Cycle(), Timed("T"), Turn("1")}, "show 1 cycle stays 20 s", "1 cycle");
-  row("another timed one at the end", {Timed("T"), ends, Timed("U")}, "show U timed watch", "U timed");
+  row("another timed one at the end", {Timed("T"), ends, Timed("U")}, "show U timed", "U timed");
   row("another user's", {Timed("T"), user}, "no wait forget empty", "");
 
   // What opens at the start.
@@ -293,7 +297,9 @@ void ProgrammeTest::Decides_data() {
   row("where it was", a_stopped + Happened{again, Came("A")}, "show A user page 2 held", "A user");
   row("once", a_stopped + Happened{again, again}, "", "");
   row("not for ever", a_stopped + Happened{over, again}, "", "");
-  row("not once another is wanted", a_stopped + Happened{Want("B"), Failed("B"), again}, "", "");
+  row("also while another is wanted", a_stopped + Happened{Want("B"), again, Came("B")}, "", "");
+  row("or when that has failed", a_stopped + Happened{Want("B"), Failed("B"), again}, "fetch A", "");
+  row("in place of a group", a_stopped + Happened{Cycle(), again}, "drop turn end turns fetch A", "");
   row("nor once one plays", a_stopped + Happened{Timed("T"), ends, again}, "", "");
   row("not for another user", a_stopped + Happened{user, again}, "", "");
   row("not one that goes", {Want("A"), Came("A"), StopWanted{{}, false}, again}, "", "");
@@ -304,10 +310,20 @@ void ProgrammeTest::Decides_data() {
   const Happened g_stopped = {Cycle(), Turn("1"), next, Turn("2"), stop_2, again};
   row("a cycle goes on", g_stopped, "turn 0", "");
   row("where it stood", g_stopped + Happened{Turn("2")}, "show 2 cycle page 2 held held 20 s page 2", "2 cycle");
+  row("in place of a plan", {Cycle(), Turn("1"), stop, Want("A"), again, Came("A")}, "", "");
   row("its plan has gone", g_stopped + Happened{Turn("1")}, "show 1 cycle stays 20 s", "1 cycle");
   row("its service is away", g_stopped + Happened{tired}, "drop turn end turns say 3 x", "");
-  row("a timed one, to its end", {Timed("T"), stop, again, Came("T"), ends}, "look forget empty wait no watch", "");
+  row("but it is tried again there", g_stopped + Happened{tired, retry}, "turn 0", "");
+  row("and then held", g_stopped + Happened{tired, retry, Turn("2")}, "show 2 cycle page 2 held held 20 s page 2",
+      "2 cycle");
+  const Happened d_stopped = {open, DefaultGroup(), Turn("1"), next, Turn("2"), stop_2, again, tired};
+  row("a default group, too", d_stopped + Happened{retry}, "turn 0", "");
+  row("also by itself", d_stopped + Happened{due}, "turn 0", "");
+  row("a timed one, to its end", {Timed("T"), stop, again, Came("T"), ends}, "look forget empty wait", "");
   row("not beyond it", {Timed("T"), stop, ends, again}, "", "");
+  row("nor fetched until then", {Timed("T"), stop, again, ends}, "look wait", "");
+  row("which comes late", {Timed("T"), stop, again, ends, Came("T")}, "", "");
+  row("nor tried again", {Timed("T"), stop, again, Failed("T"), ends, retry}, "", "");
   row("the default view", {open, plan_d, Came("D"), stop, again, Came("D")}, "show D default", "D default");
   row("that gives way", {open, plan_d, Came("D"), stop, again, Came("D"), Timed("T"), ends, due}, "default view?", "");
 
@@ -339,7 +355,7 @@ void ProgrammeTest::Decides_data() {
   row("may be the last user's", asked, "sees O? watch", "");
   row("a public one is everybody's", {user, Timed("T")}, "show T timed watch", "T timed");
   row("seen", asked + Happened{Seen()}, "show O timed", "O timed");
-  row("no doubt from then on", asked + Happened{Seen(), ends, Timed("O")}, "show O timed watch", "O timed");
+  row("no doubt from then on", asked + Happened{Seen(), ends, Timed("O")}, "show O timed", "O timed");
   row("not answered", asked + Happened{kNotAnswered}, "", "");
   row("asked again", asked + Happened{kNotAnswered, tick}, "sees O?", "");
   row("not while it is asked", asked + Happened{tick}, "", "");
@@ -370,7 +386,7 @@ void ProgrammeTest::WatchesTheClock() {
   QCOMPARE(At("10:00:00", ClockTicked()), QString());  // the helper has the first go
   QCOMPARE(At("09:59:59", ClockTicked()), QString());  // the clock was set back
   QCOMPARE(At("10:00:01", ClockTicked()), QString());
-  QCOMPARE(At("10:00:02", ClockTicked()), QString("look forget empty wait no watch"));
+  QCOMPARE(At("10:00:02", ClockTicked()), QString("look forget empty wait"));
   // No one announces the end of a plan that was stopped, but the next one may be due.
   At("09:00:00", Timed("T"));
   QCOMPARE(At("09:10:00", StopWanted()), QString("no wait forget empty"));
@@ -425,12 +441,63 @@ void ProgrammeTest::SaysWhatHasEnded() {
   QCOMPARE(note(), QString("T ended at 11:30"));
   At("11:31:00", UserSwitched());
   QCOMPARE(note(), QString());
+  At("12:00:00", Timed("T", "12:30:00"));
+  At("12:30:00", TimedPlanEnds());
+  At("12:31:00", StopWanted{{}, false});
+  QCOMPARE(note(), QString("T ended at 12:30"));
+  At("12:32:00", StopWanted());  // the user has seen it
+  QCOMPARE(note(), QString());
+  At("12:40:00", Timed("T", "12:50:00"));
+  At("12:45:00", Timed("U", ""));  // its end is not known
+  QCOMPARE(note(), QString());
   At("12:00:00", Timed("T", "13:00:00"));
   At("12:10:00", Want("A"));
   At("12:10:00", Came("A"));
   QCOMPARE(note(), QString());
   At("13:00:00", TimedPlanEnds());  // it was not on any more
   QCOMPARE(note(), QString());
+}
+
+// Without the day, its time would say something else then.
+void ProgrammeTest::ForgetsWhatHasEndedAfterADay() {
+  At("09:00:00", Timed("T"));
+  At("10:00:00", TimedPlanEnds());
+  At("10:00:05", DefaultViewWanted());
+  At("10:00:05", DefaultPlanKnown{"D"});
+  At("10:00:05", Came("D"));
+  At("09:59:59", ClockTicked(), 3);
+  QVERIFY(state_.ended);
+  QCOMPARE(At("10:00:00", ClockTicked(), 3), QString("no watch"));
+  QCOMPARE(CProgrammeTexts::NoteOf(state_), QString());
+  QCOMPARE(shown_.size(), 1);
+}
+
+void ProgrammeTest::SaysWhatHasFailed_data() {
+  QTest::addColumn<std::string>("code");
+  QTest::addColumn<bool>("is_group");
+  QTest::addColumn<QString>("name");
+  QTest::addColumn<QString>("text");
+  QTest::newRow("known") << std::string("A") << false << "Gates"
+                         << "\"Gates\" could not be played.";
+  QTest::newRow("a plan") << std::string("A") << false << ""
+                          << "The plan could not be played.";
+  QTest::newRow("a group") << std::string("G") << true << ""
+                           << "The group could not be played.";
+  QTest::newRow("not known") << std::string() << false << ""
+                             << "The default view could not be played.";
+}
+
+// At the start: it may be what was played last, and not the default view.
+void ProgrammeTest::SaysWhatHasFailed() {
+  QFETCH(std::string, code);
+  QFETCH(bool, is_group);
+  QFETCH(QString, name);
+  CProgramme::Failed failed{{code, PlayOrigin::DefaultView}};
+  failed.may_pass = false;
+  if (is_group) {
+    failed.cycle.emplace().code = code;
+  }
+  QTEST(CProgrammeTexts::Of(failed, name), "text");
 }
 
 void ProgrammeTest::PausesGrow() {
