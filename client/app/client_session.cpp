@@ -230,10 +230,10 @@ void CClientSession::OnPlansReady() {
 }
 
 void CClientSession::BeginAtTheDesk() {
-  if (options_.play.isEmpty()) {
-    window_->OpenFirst();
-  } else {
+  if (!options_.play.isEmpty()) {
     PlayNamedPlan();
+  } else if (!scene_) {
+    window_->OpenFirst();  // a scene plays what it shows, and nothing comes in between
   }
   if (!options_.screenshot.isEmpty() && !options_.quit_after_seconds) {
     QTimer::singleShot(kScreenshotDelayMs, this, [this] { SaveScreenshot(); });

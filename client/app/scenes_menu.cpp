@@ -90,6 +90,14 @@ void CScene::TourPreview() {
 }
 
 // What a newcomer sees who does nothing.
-void CScene::FirstStart() {}
+void CScene::FirstStart() {
+  Add([this] {
+    const bool has_plans = Row(QStringLiteral("Plans")).isValid();
+    if (has_plans) {
+      window_->OpenFirst();
+    }
+    return has_plans;
+  });
+}
 
 }  // namespace TarnClient

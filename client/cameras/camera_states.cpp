@@ -35,12 +35,25 @@ std::optional<Codes> ReadOffline() {
 }  // namespace
 
 CCameraStates::CCameraStates(QObject* parent) : QObject(parent) {
+  again_.setInterval(kAgainMs);
   connect(&again_, &QTimer::timeout, this, &CCameraStates::Ask);
-  again_.start(kAgainMs);
   Ask();
 }
 
+void CCameraStates::Watch(bool on) {
+  if (on && !again_.isActive()) {
+    again_.start();
+    Ask();
+  } else if (!on) {
+    again_.stop();
+  }
+}
+
+// A call that is late is not joined by others: each reads the whole tree of cameras.
 void CCameraStates::Ask() {
+  if (question_.IsUnderWay()) {
+    return;
+  }
   HostCalls::Ask(&ReadOffline).Replacing(question_).Then(this, [this](const std::optional<Codes>& offline) {
     offline_ = offline.value_or(offline_);
   });

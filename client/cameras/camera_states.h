@@ -9,12 +9,14 @@
 
 namespace TarnClient {
 
-/// Which of the site's cameras are offline, as its records say; looked at again now and then. Thread: GUI; the service
-/// is asked on the thread pool.
+/// Which of the site's cameras are offline, as its records say. Thread: GUI; the service is asked on the thread pool.
 class CCameraStates : public QObject {
   Q_OBJECT
  public:
   explicit CCameraStates(QObject* parent = nullptr);
+
+  /// Looks at them now and then, while someone sees their pictures.
+  void Watch(bool on);
 
   /// False only for a camera that the site says is away: one that is not known may have pictures all the same.
   bool IsOnline(const std::string& camera_code) const { return offline_.count(camera_code) == 0; }

@@ -90,6 +90,7 @@ CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent, std::unique_
   layout->addWidget(bar_);
   layout->addWidget(stack_, 1);
   layout->addWidget(strip_);
+  hint_->setFocusProxy(this);
   stack_->addWidget(hint_);
   stack_->addWidget(grid_page_);
   BuildGrid();

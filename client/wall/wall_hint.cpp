@@ -51,7 +51,7 @@ void CWallHint::ShowFailure(const QString& text, const QString& reason, bool may
   reason_->setVisible(!reason.isEmpty());
   again_->setAccessibleDescription(text);
   if (again_->hasFocus() && !may_try_again) {
-    parentWidget()->setFocus();  // and not to the button's neighbour in some other part of the window
+    setFocus();  // and not to the button's neighbour in some other part of the window
   }
   again_->setVisible(may_try_again);
   if (is_news) {

@@ -8,7 +8,7 @@ class QPushButton;
 namespace TarnClient {
 
 /// What stands on the empty wall: what has ended on it, what could not be played, or how to play something.
-/// Thread: GUI.
+/// Its focus proxy gets the focus when the button goes. Thread: GUI.
 class CWallHint : public QWidget {
   Q_OBJECT
  public:

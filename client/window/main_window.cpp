@@ -287,6 +287,8 @@ void CMainWindow::ConnectActions() {
   connect(show_in_tree_, &CShowInTree::SignalMessage, this, &CMainWindow::ShowTip);
   actions_->Connect(WindowCommand::PlayAgain, [this] { PlayAgain(); });
   connect(player_, &CPlanPlayer::SignalStateChanged, this, &CMainWindow::RenewPlayAgain);
+  connect(player_, &CPlanPlayer::SignalStateChanged, cameras_,
+          [this] { cameras_->Watch(player_->State().on_wall.has_value()); });
   RenewPlayAgain();
   BindButton(wall_->Bar()->SaveButton(), actions_->Of(WindowCommand::Save));
   BindButton(wall_->Bar()->SaveMenuButton(), actions_->Of(WindowCommand::WaysToSave));

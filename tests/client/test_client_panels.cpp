@@ -136,6 +136,7 @@ void ClientPanelsTest::TriesAgainWhatFailedOnTheEmptyWall() {
   fixture_.Services().Mend("GetPlanDetail");
   again->setFocus();
   QTest::keyClick(again, Qt::Key_Space);
+  QCOMPARE(window_->focusWidget(), &Wall());
   QTRY_COMPARE(Wall().PlanName(), QString("Public A plan 2"));
   QTest::keyClick(&Wall(), Qt::Key_Escape);
   QVERIFY(!again->isVisible());  // nor what it was about
