@@ -54,7 +54,7 @@ void CViewExternWidget::SetModel(CStandardPlanModel* model) {
   d_->editor->SetModel(model);
   d_->ui.plan_view_tree->setAccessibleName(GetTabName());
   connect(model, &CStandardPlanModel::SignalFinshAsynchronous, d_->ui.plan_view_tree,
-          &CPlanViewTree::OnFinishAnsySourceExpandedTree);
+          [this](const QModelIndex& group, bool expand) { d_->finishExpand(group, expand); });
   d_->revealer->SetModel(model);
   // Later than the proxy's own clean-up, and before the tree looks for rows that are gone.
   connect(model, &QObject::destroyed, this, [this] { d_->dropModel(); });
@@ -90,7 +90,8 @@ void CViewExternWidget::SetStandardViewControl(CStandardViewController* controll
   connect(controller, &Controller::signalShowMessage, this, &CViewExternWidget::SignalMessageTipNeeded);
   connect(controller, &QObject::destroyed, tree, &CPlanViewTree::ForgetWaiting);
   connect(tree, &CPlanViewTree::AsynchronousExpand, controller, &Controller::OnExpandViewTreeItem);
-  connect(controller, &Controller::SignalFinishAnsyGetSubItem, tree, &CPlanViewTree::OnFinishAnsyFilterExpandedTree);
+  connect(controller, &Controller::SignalFinishAnsyGetSubItem, tree,
+          [this](const QModelIndex& row, bool expand) { d_->finishExpand(row, expand); });
 }
 
 void CViewExternWidget::SetCurPlayItemByIndexCode(const QString& index_code) {

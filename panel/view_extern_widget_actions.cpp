@@ -11,6 +11,7 @@
 #include "plan_mover.h"
 #include "plan_popups.h"
 #include "plan_rows.h"
+#include "plan_rules/families.h"
 #include "row_deletion.h"
 #include "row_move_check.h"
 #include "search_page.h"
@@ -30,6 +31,11 @@ using MarUIControl::StringToQString;
 namespace {
 
 constexpr int kUndoMoveSeconds = 10;
+
+struct NewPlanGroup {
+  QString code, name;
+  int family = view_plugin_protocol::PublicFamily;
+};
 
 }  // namespace
 
@@ -118,6 +124,15 @@ void CViewExternWidget::Private::revealMoved(const PlanMove& move) {
   keeper->RevealMoved(move.plan_code, StringToQString(move.to.code));
 }
 
+void CViewExternWidget::Private::finishExpand(const QModelIndex& index, bool expand) {
+  CPlanViewTree* tree = ui.plan_view_tree;
+  QModelIndex row = index;
+  if (model && index.model() == model) {
+    row = proxy->mapFromSource(index);
+  }
+  tree->OnFinishAnsyFilterExpandedTree(row, expand && tree->IsWaiting(row));
+}
+
 // --- Groups ---------------------------------------------------------------------------------------------------------
 
 QModelIndex CViewExternWidget::Private::GroupForNew() const {
@@ -204,7 +219,16 @@ void CViewExternWidget::Private::openNewPlan(const QString& group_code) {
   const bool had_focus = ui.add_view_btn->hasFocus();
   known.opening = true;
   restoreEnableState();
-  const bool opened = editor->Open([group_code](CTarnAddPlanWidget* widget) { widget->OpenNew(group_code); });
+  // A group that is not loaded here is known from the hit that stands in it.
+  const QModelIndex hit = search->Marked();
+  NewPlanGroup group;
+  group.code = group_code;
+  if (hit.isValid() && hit.data(kSearchGroupRole).toString() == group_code) {
+    group.name = hit.data(kSearchPathRole).toStringList().constLast();
+    group.family = hit.data(PlanTypeRole).toInt();
+  }
+  const bool opened =
+      editor->Open([group](CTarnAddPlanWidget* widget) { widget->OpenNew(group.code, group.name, group.family); });
   if (!alive) {
     return;
   }

@@ -110,6 +110,9 @@ class CViewExternWidget::Private {
 
   // Rows.
   QModelIndex Current() const { return ui.plan_view_tree->currentIndex(); }
+  /// What is below a row, of the tree or of its model, has come or could not be loaded. Other trees share the model:
+  /// only a row that this one has asked for opens here.
+  void finishExpand(const QModelIndex& index, bool expand);
   /// The group that a new group or plan goes into: the current one, or the one of the current plan.
   QModelIndex GroupForNew() const;
   /// Its code; empty for a hit whose group is not loaded here, so that the user chooses one.

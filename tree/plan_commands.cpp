@@ -137,7 +137,13 @@ CommandState AddGroup(const PanelSituation& situation) {
 
 CommandState AddPlan(const PanelSituation& situation) {
   const bool granted = situation.grants.add_plan && !situation.between_users;
-  return OnOrOff(granted && !situation.opening, situation, granted, AddRight);
+  CommandState state = OnOrOff(granted && !situation.opening, situation, granted, AddRight);
+  if (state.reason == Refusal::SearchShown) {  // a search does not keep from adding, so leaving it would not help
+    PanelSituation in_tree = situation;
+    in_tree.page = PanelPage::Tree;
+    state.reason = WhyOff(in_tree, granted, AddRight);
+  }
+  return state;
 }
 
 // Also of own plans: the copy comes into trees that are not the sharer's, so sharing takes the right to add.

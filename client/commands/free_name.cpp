@@ -6,6 +6,18 @@
 
 namespace TarnClient {
 
+namespace {
+
+// At most as many characters as that; never half of one that takes two.
+QString CutTo(const QString& text, int length) {
+  if (length < text.size() && length > 0 && text.at(length - 1).isHighSurrogate()) {
+    --length;
+  }
+  return text.left(length);
+}
+
+}  // namespace
+
 QString NameOfCopy(const QString& name, const QSet<QString>& taken) {
   QSet<QString> folded;
   for (const QString& one : taken) {
@@ -15,7 +27,7 @@ QString NameOfCopy(const QString& name, const QSet<QString>& taken) {
   const QString base = QString(name).remove(number);
   for (int copy = 2;; ++copy) {
     const QString end = QStringLiteral(" (%1)").arg(copy);
-    const QString found = base.left(view_plugin_protocol::kLongestName - end.size()) + end;
+    const QString found = CutTo(base, view_plugin_protocol::kLongestName - end.size()) + end;
     if (!folded.contains(found.toCaseFolded())) {
       return found;
     }

@@ -63,8 +63,12 @@ void CPlanCopier::Drop() {
 }
 
 void CPlanCopier::Copy(const std::string& plan_code) {
-  if (!controller_ || adding_ || calls_.IsUnderWay()) {
-    return;  // a second one would choose the same name
+  if (!controller_) {
+    return;
+  }
+  if (adding_ || calls_.IsUnderWay()) {  // a second one would choose the same name
+    Q_EMIT SignalFailed(tr("A copy is still being made. Try again in a moment."));
+    return;
   }
   GetPlanDetailRequest original;
   original.plan_index_code = plan_code;

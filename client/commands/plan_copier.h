@@ -28,7 +28,7 @@ class CPlanCopier : public QObject {
 
  Q_SIGNALS:
   void SignalCopied(const QString& plan_code);
-  /// The original could not be read.
+  /// The original could not be read, or another copy is under way.
   void SignalFailed(const QString& error);
 
  private:

@@ -27,6 +27,14 @@ QString WhyNoChange(const RowSituation& row, view_plugin_protocol::Right right) 
   return QString();
 }
 
+// Hits may be of the other list's family, whose groups are not here.
+QString WhyNotFromHere(const RowSituation& row) {
+  if (row.list_of_row.isEmpty()) {
+    return QString();
+  }
+  return Texts::tr("It stands in the list \"%1\". Do it there.").arg(row.list_of_row);
+}
+
 QString WhyNoNewPlan(const RowSituation& row) {
   if (row.kind == RowKind::Root && !row.plans_under_root) {
     return Texts::tr("Plans stand in groups. Choose a group first.");
@@ -35,6 +43,9 @@ QString WhyNoNewPlan(const RowSituation& row) {
 }
 
 QString WhyNoNewGroup(const RowSituation& row) {
+  if (!row.list_of_row.isEmpty()) {
+    return WhyNotFromHere(row);
+  }
   if (row.level == 0) {
     return Texts::tr("The group is not loaded yet. Open it in the tree first.");
   }
@@ -46,7 +57,7 @@ QString WhyNoNewGroup(const RowSituation& row) {
 
 QString WhyNotWhileEdited(const RowSituation& row) {
   if (row.kind == RowKind::Plan && row.edited) {
-    return Texts::tr("The plan is open in the editor. Close it first.");
+    return Texts::tr("The plan is open in the editor. Close it first, or change it there.");
   }
   return QString();
 }
@@ -105,6 +116,7 @@ QString ReasonOf(RowCommand command, const RowSituation& row) {
     case RowCommand::Duplicate:
       return WhyNoChange(row, AddRight);
     case RowCommand::MoveTo:
+      return FirstOf(FirstOf(WhyNoChange(row, EditRight), WhyNotWhileEdited(row)), WhyNotFromHere(row));
     case RowCommand::Rename:
       return FirstOf(WhyNoChange(row, EditRight), WhyNotWhileEdited(row));
     case RowCommand::Stop:
@@ -119,7 +131,9 @@ QString ReasonOf(RowCommand command, const RowSituation& row) {
 
 RowCommandState StateOf(RowCommand command, const RowSituation& row) {
   RowCommandState state;
-  if (row.kind == RowKind::None) {
+  if (row.kind == RowKind::None && row.loading) {
+    state.reason = Texts::tr("The plans are still being loaded.");
+  } else if (row.kind == RowKind::None) {
     state.reason = Texts::tr("Choose a row first.");
   } else if (!SuitsKind(command, row.kind)) {
     state.shown = false;

@@ -21,6 +21,8 @@ struct RowSituation {
   bool plans_under_root = false, cycles = true;  // the site's switches
   int level = 0;         // of the group that something new would stand in; a root has 1, one that is not loaded 0
   bool edited = false;   // the plan is open in an editor
+  QString list_of_row;   // the title of the list that the row stands in; empty when it is the panel's own
+  bool loading = false;  // the panel waits for its rows
   bool playing = false;  // the plan, or the plans of the group in turn
 };
 

@@ -2,8 +2,10 @@
 
 #include <TarnPlanView/plan_view_tree.h>
 #include <TarnPlanView/view_config_manager.h>
+#include <TarnPlanView/view_model_data_manager_export.h>
 
 #include <QAction>
+#include <QCoreApplication>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/nomal_message.h"
@@ -58,6 +60,15 @@ RowKind KindOf(const view_plugin_protocol::TarnPlanViewInfo& row) {
     return RowKind::Plan;
   }
   return view_plugin_protocol::IsRootCode(StringToQString(row.index_code).toInt()) ? RowKind::Root : RowKind::Group;
+}
+
+// As the panel of that family has it on its tab.
+QString TitleOfList(int32_t family) {
+  const char* title = QT_TRANSLATE_NOOP("TarnPlanView::CViewExternWidget", "Public plans");
+  if (family == view_plugin_protocol::OwnFamily) {
+    title = QT_TRANSLATE_NOOP("TarnPlanView::CViewExternWidget", "My plans");
+  }
+  return QCoreApplication::translate("TarnPlanView::CViewExternWidget", title);
 }
 
 }  // namespace
@@ -193,6 +204,10 @@ RowSituation CRowMenu::SituationOf(const Row& row) const {
   situation.cycles = switches.IsSupportPlanGroupCycle();
   situation.level = family_->LevelOfGroup(GroupOf(row));
   situation.edited = CViewExternWidget::IsPlanEdited(StringToQString(row.index_code));
+  situation.loading = !TarnPlanView::CViewModelDataManagerExport::Instance().IsViewModelInitFinish();
+  if (situation.kind == RowKind::Plan && row.type != family_->Theme()) {
+    situation.list_of_row = TitleOfList(row.type);
+  }
   situation.playing = IsPlaying(row);
   return situation;
 }

@@ -671,6 +671,13 @@
     </message>
 </context>
 <context>
+    <name>TarnClient::CPlanCopier</name>
+    <message>
+        <source>A copy is still being made. Try again in a moment.</source>
+        <translation>A copy is still being made. Try again in a moment.</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CRowMenu</name>
     <message>
         <source>&quot;%1&quot; opens at the start from now on.</source>
@@ -768,17 +775,30 @@
         <translation>Stop</translation>
     </message>
     <message>
+        <source>It stands in the list &quot;%1&quot;. Do it there.</source>
+        <translation>It stands in the list &quot;%1&quot;. Do it there.</translation>
+    </message>
+    <message>
+        <source>The plans are still being loaded.</source>
+        <translation>The plans are still being loaded.</translation>
+    </message>
+    <message>
+        <source>The plans are still being loaded.</source>
+        <comment>view</comment>
+        <translation>The views are still being loaded.</translation>
+    </message>
+    <message>
         <source>The group is not loaded yet. Open it in the tree first.</source>
         <translation>The group is not loaded yet. Open it in the tree first.</translation>
     </message>
     <message>
-        <source>The plan is open in the editor. Close it first.</source>
-        <translation>The plan is open in the editor. Close it first.</translation>
+        <source>The plan is open in the editor. Close it first, or change it there.</source>
+        <translation>The plan is open in the editor. Close it first, or change it there.</translation>
     </message>
     <message>
-        <source>The plan is open in the editor. Close it first.</source>
+        <source>The plan is open in the editor. Close it first, or change it there.</source>
         <comment>view</comment>
-        <translation>The view is open in the editor. Close it first.</translation>
+        <translation>The view is open in the editor. Close it first, or change it there.</translation>
     </message>
     <message>
         <source>The plans of this group are not playing in turn.</source>

@@ -716,6 +716,13 @@
     </message>
 </context>
 <context>
+    <name>TarnClient::CPlanCopier</name>
+    <message>
+        <source>A copy is still being made. Try again in a moment.</source>
+        <translation>正在创建副本，请稍后再试。</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CRowMenu</name>
     <message>
         <source>&quot;%1&quot; opens at the start from now on.</source>
@@ -813,17 +820,30 @@
         <translation>停止</translation>
     </message>
     <message>
+        <source>It stands in the list &quot;%1&quot;. Do it there.</source>
+        <translation>该项位于列表“%1”中，请在那里操作。</translation>
+    </message>
+    <message>
+        <source>The plans are still being loaded.</source>
+        <translation>预案仍在加载中。</translation>
+    </message>
+    <message>
+        <source>The plans are still being loaded.</source>
+        <comment>view</comment>
+        <translation>视图仍在加载中。</translation>
+    </message>
+    <message>
         <source>The group is not loaded yet. Open it in the tree first.</source>
         <translation>该分组尚未加载，请先在树中打开。</translation>
     </message>
     <message>
-        <source>The plan is open in the editor. Close it first.</source>
-        <translation>该预案正在编辑器中打开，请先关闭编辑器。</translation>
+        <source>The plan is open in the editor. Close it first, or change it there.</source>
+        <translation>该预案正在编辑器中打开。请先关闭编辑器，或在其中修改。</translation>
     </message>
     <message>
-        <source>The plan is open in the editor. Close it first.</source>
+        <source>The plan is open in the editor. Close it first, or change it there.</source>
         <comment>view</comment>
-        <translation>该视图正在编辑器中打开，请先关闭编辑器。</translation>
+        <translation>该视图正在编辑器中打开。请先关闭编辑器，或在其中修改。</translation>
     </message>
     <message>
         <source>The plans of this group are not playing in turn.</source>

@@ -69,17 +69,20 @@ void CTarnAddPlanWidget::SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam
   d_->cameras->SetLogicNodeParam(param);
 }
 
-void CTarnAddPlanWidget::OpenNew(const QString& group_code) {
+void CTarnAddPlanWidget::OpenNew(const QString& group_code, const QString& group_name, int family) {
   d_->Reset();
-  QModelIndex group;
+  QString name = group_name;
   if (d_->model) {
-    group = d_->model->FindIndexByIndexCode(group_code, true);
+    const QModelIndex group = d_->model->FindIndexByIndexCode(group_code, true);
+    if (group.isValid()) {
+      name = group.data().toString();
+      family = CGroupChooser::FamilyOf(group);
+    }
   }
   d_->header->SetTitle(tr("New plan"));
   d_->header->Groups()->SetAddMode(true);
   const QString kind = CViewConfigManager::Instance().IsShowPlanOrView() ? tr("Plan") : tr("View");
-  d_->document.StartNew(view_plugin_protocol::NameWithTime(kind), group_code, group.data().toString(),
-                        CGroupChooser::FamilyOf(group));
+  d_->document.StartNew(view_plugin_protocol::NameWithTime(kind), group_code, name, family);
   d_->header->FocusName();
 }
 

@@ -29,8 +29,9 @@ class CTarnAddPlanWidget : public QWidget {
   /// Which cameras are offered.
   void SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& param);
 
-  /// These two throw away what is there: ask MayClose() before. A new plan, with one empty page:
-  void OpenNew(const QString& group_code);
+  /// These two throw away what is there: ask MayClose() before. A new plan, with one empty page; name and family are
+  /// those of a group whose row is not loaded:
+  void OpenNew(const QString& group_code, const QString& group_name = {}, int family = 0);
   /// A plan of the host's; it is shown when the controller's answer comes through OnPlanInfo().
   void OpenPlan(const QString& plan_code);
   /// Of the plan that is shown or awaited; empty for a new one.

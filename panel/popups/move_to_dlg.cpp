@@ -10,6 +10,7 @@
 #include "group_tree.h"
 #include "plan_item_role.h"
 #include "standard_plan_model.h"
+#include "standard_view_controller.h"
 #include "view_sort_filter_proxy_model.h"
 
 namespace TarnPlanView {
@@ -27,8 +28,7 @@ CMoveToDlg::CMoveToDlg(const QString& plan_name, const QString& group_code, QWid
       group_code_(group_code),
       field_(new WidgetKit::CNewLocationViewWidget(this)),
       tree_(new CGroupTree(this)),
-      note_(new QLabel(this)),
-      fetches_left_(kMostFetches) {
+      note_(new QLabel(this)) {
   setObjectName(QStringLiteral("move_to_dlg"));
   setWindowTitle(tr("Move plan"));
   setWindowModality(Qt::WindowModal);
@@ -38,7 +38,8 @@ CMoveToDlg::CMoveToDlg(const QString& plan_name, const QString& group_code, QWid
   }
   field_->SetView(tree_);
   connect(tree_, &CPlanViewTree::SignalCurrentIndexChanged, this, &CMoveToDlg::Renew);
-  connect(tree_->Groups(), &QAbstractItemModel::rowsInserted, this, &CMoveToDlg::OnRows);
+  connect(field_, &QLineEdit::textChanged, this, &CMoveToDlg::FetchNext);
+  connect(tree_->Groups(), &QAbstractItemModel::rowsInserted, this, &CMoveToDlg::Renew);
   connect(tree_->Groups(), &QAbstractItemModel::rowsRemoved, this, &CMoveToDlg::Renew);
   connect(tree_->Groups(), &QAbstractItemModel::modelReset, this, &CMoveToDlg::Renew);
   Renew();
@@ -89,8 +90,12 @@ void CMoveToDlg::Offer(CStandardPlanModel* groups, CStandardViewController* cont
   tree_->SetController(controller);
   tree_->Groups()->SetAddOrEdit(false);
   tree_->SetModel(groups);
+  controller_ = controller;
+  if (groups && controller) {
+    connect(groups, &CStandardPlanModel::SignalFinshAsynchronous, this, &CMoveToDlg::OnFetched);
+    connect(controller, &CStandardViewController::SignalFinishAnsyGetSubItem, this, &CMoveToDlg::OnFetched);
+  }
   tree_->expandToDepth(0);
-  OnRows(QModelIndex(), 0, tree_->Groups()->rowCount() - 1);
   const QModelIndex now = tree_->RowOf(group_code_, true);
   if (now.isValid()) {
     tree_->setCurrentIndex(now);
@@ -98,28 +103,43 @@ void CMoveToDlg::Offer(CStandardPlanModel* groups, CStandardViewController* cont
   Renew();
 }
 
-void CMoveToDlg::OnRows(const QModelIndex& parent, int first, int last) {
-  for (int row = first; row <= last; ++row) {
-    const QModelIndex group = tree_->Groups()->index(row, 0, parent);
-    if (tree_->Groups()->canFetchMore(group)) {
-      unfetched_.emplace_back(group);
-    } else if (const int below = tree_->Groups()->rowCount(group); below > 0) {
-      OnRows(group, 0, below - 1);
+// The first row below `parent` whose groups were not asked for yet.
+QModelIndex CMoveToDlg::UnfetchedBelow(const QModelIndex& parent) const {
+  const QAbstractItemModel& rows = *tree_->Groups();
+  for (int row = 0; row < rows.rowCount(parent); ++row) {
+    const QModelIndex group = rows.index(row, 0, parent);
+    if (rows.canFetchMore(group) && !asked_.contains(group.data(GroupIndexCodeRole).toString())) {
+      return group;
+    }
+    const QModelIndex below = UnfetchedBelow(group);
+    if (below.isValid()) {
+      return below;
     }
   }
-  QMetaObject::invokeMethod(this, &CMoveToDlg::FetchNext, Qt::QueuedConnection);
-  Renew();
+  return QModelIndex();
 }
 
-// One by one: what comes may bring more.
+// A group is found only once it is loaded. One by one: what comes may bring more.
 void CMoveToDlg::FetchNext() {
-  while (!unfetched_.empty() && fetches_left_ > 0) {
-    const QPersistentModelIndex group = unfetched_.front();
-    unfetched_.pop_front();
-    if (group.isValid() && tree_->Groups()->canFetchMore(group)) {
-      --fetches_left_;
-      tree_->ExpandAsync(group);
-    }
+  if (field_->text().isEmpty() || fetching_.isValid() || !controller_ || asked_.size() >= kMostFetches) {
+    return;
+  }
+  fetching_ = UnfetchedBelow(QModelIndex());
+  if (fetching_.isValid()) {
+    asked_.insert(fetching_.data(GroupIndexCodeRole).toString());
+    controller_->OnExpandViewTreeItem(fetching_);
+  }
+}
+
+// After a failure, which the controller has said, the next one waits for the next letter.
+void CMoveToDlg::OnFetched(const QModelIndex& index) {
+  if (!fetching_.isValid() || index.data(GroupIndexCodeRole) != fetching_.data(GroupIndexCodeRole)) {
+    return;
+  }
+  const bool has_come = !tree_->Groups()->canFetchMore(fetching_);
+  fetching_ = QPersistentModelIndex();
+  if (has_come) {
+    QMetaObject::invokeMethod(this, &CMoveToDlg::FetchNext, Qt::QueuedConnection);
   }
 }
 

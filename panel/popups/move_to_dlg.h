@@ -2,8 +2,9 @@
 
 #include <QDialog>
 #include <QPersistentModelIndex>
+#include <QPointer>
+#include <QSet>
 #include <QString>
-#include <deque>
 
 class QLabel;
 class QPushButton;
@@ -19,7 +20,8 @@ class CStandardPlanModel;
 class CStandardViewController;
 
 /// Lets the user choose the group that a plan goes to, in a tree of groups or by typing a part of the name. Groups that
-/// are not loaded yet are fetched while it is open, up to a few hundred. Thread: GUI.
+/// are not loaded yet are fetched when the user opens the group above them, and, one after the other and up to a few
+/// hundred, while a name is searched for. Thread: GUI.
 class CMoveToDlg : public QDialog {
   Q_OBJECT
  public:
@@ -35,8 +37,9 @@ class CMoveToDlg : public QDialog {
  private:
   void Build(const QString& plan_name);
   QWidget* BuildButtons();
-  void OnRows(const QModelIndex& parent, int first, int last);
+  QModelIndex UnfetchedBelow(const QModelIndex& parent) const;
   void FetchNext();
+  void OnFetched(const QModelIndex& index);
   /// Why the plan cannot go to the row that is current; empty when it can.
   QString Problem() const;
   void Renew();
@@ -47,8 +50,9 @@ class CMoveToDlg : public QDialog {
   CGroupTree* const tree_;
   QLabel* const note_;
   QPushButton* move_ = nullptr;
-  std::deque<QPersistentModelIndex> unfetched_;
-  int fetches_left_;
+  QPointer<CStandardViewController> controller_;
+  QPersistentModelIndex fetching_;  // by the search
+  QSet<QString> asked_;             // codes of the groups that the search has asked for
 };
 
 }  // namespace TarnPlanView

@@ -29,6 +29,8 @@ class RowMenuTest : public TarnTest::CClientDesk {
   void CopiesHitsAndSaysWhyNot();
   void RenamesPlansAndGroups();
   void MovesAPlanToAChosenGroup();
+  void LooksForGroupsOnlyWhenAsked();
+  void HitsOfTheOtherListStayThere();
   void AMenuMeansItsRow();
   void StopsAndOpensAtTheStart();
   void KeysSayWhyTheyDoNothing();
@@ -143,6 +145,8 @@ void RowMenuTest::CopiesGetTheNextFreeName() {
   QCOMPARE(NameOfCopy("Gate (b)", {"Gate (b)"}), QString("Gate (b) (2)"));
   const QString longest(256, 'x');
   QCOMPARE(NameOfCopy(longest, {longest}), QString(252, 'x') + " (2)");
+  const QString pair = QString::fromUtf8("\xF0\x9F\x9A\x80");  // one character of two units
+  QCOMPARE(NameOfCopy(QString(251, 'x') + pair + "yyy", {}), QString(251, 'x') + " (2)");
 }
 
 void RowMenuTest::EntriesStandBehindThePanels() {
@@ -191,6 +195,9 @@ void RowMenuTest::CopiesAPlanWithAllItHas() {
   QCOMPARE(fixture_.InStore().Update(timed), QString());
   GoTo("Public A plan 2");
   QTest::keyClick(Tree(), Qt::Key_D, Qt::ControlModifier);
+  ForgetTips();
+  QTest::keyClick(Tree(), Qt::Key_D, Qt::ControlModifier);
+  QCOMPARE(Tip(), QString("A copy is still being made. Try again in a moment."));
   CPlanFixture::Drain();
   QTRY_VERIFY(Row("Public A plan 2 (2)").isValid());
   QTRY_COMPARE(Tree()->currentIndex(), Row("Public A plan 2 (2)"));
@@ -253,6 +260,54 @@ void RowMenuTest::MovesAPlanToAChosenGroup() {
   CPlanFixture::Drain();
   QTRY_COMPARE(Row("Public A plan 2").parent(), Row("Public B"));
   QTRY_COMPARE(Tree()->currentIndex(), Row("Public A plan 2"));
+}
+
+// Groups that are not loaded are fetched by a search, one after the other, and the panel's own tree stays as it was.
+void RowMenuTest::LooksForGroupsOnlyWhenAsked() {
+  Open({{"load_all", 0}});
+  QTRY_VERIFY(Row("Public A").isValid());
+  Tree()->ExpandAsync(Row("Public A"));
+  QTRY_VERIFY(Row("Public A plan 2").isValid() && Tree()->isExpanded(Row("Public A")));
+  const int asked = fixture_.Services().Count("GetPlanGroups");
+  GoTo("Public A plan 2");
+  QTest::keyClick(Tree(), Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+  auto* field = window_->findChild<QDialog*>("move_to_dlg")->findChild<QLineEdit*>();
+  QTRY_VERIFY(field->hasFocus());
+  CPlanFixture::Drain();
+  QCOMPARE(fixture_.Services().Count("GetPlanGroups"), asked);
+  QTest::keyClicks(field, "zz");
+  QTRY_VERIFY(Row("A1 plan 2").isValid() && Row("Public B plan 2").isValid());
+  CPlanFixture::Drain();
+  QCOMPARE(fixture_.Services().Count("GetPlanGroups"), asked + 2);
+  QVERIFY(!Tree()->isExpanded(Row("Public B")) && !Tree()->isExpanded(Row("A1")));
+}
+
+void RowMenuTest::HitsOfTheOtherListStayThere() {
+  Open();
+  auto* panel = window_->Family(0).Panel();
+  view_plugin_protocol::SearchedPlan hit;
+  hit.index_code = Code("Own C plan 2");
+  hit.name = "Own C plan 2";
+  hit.type = view_plugin_protocol::OwnFamily;
+  hit.group_index_code = Code("Own C");
+  hit.groups_above = {"Own C"};
+  Q_EMIT panel->signalGetSearchedResult({hit});
+  panel->findChild<QListView*>("search_list_view")->setFocus();
+  for (const RowCommand command : {RowCommand::MoveTo, RowCommand::NewGroup}) {
+    ForgetTips();
+    Entry(command)->trigger();
+    QTRY_VERIFY(Tip().contains("My plans"));
+  }
+  QVERIFY(!window_->findChild<QDialog*>("move_to_dlg"));
+  const int before = fixture_.InStore().Plans(Code("Own C")).size();
+  Entry(RowCommand::NewPlan)->trigger();
+  QPushButton* save = nullptr;
+  QTRY_VERIFY((save = window_->findChild<QPushButton*>("save_plan_btn")) && save->isEnabled());
+  save->click();
+  CPlanFixture::Drain();
+  QTRY_COMPARE(fixture_.InStore().Plans(Code("Own C")).size(), before + 1);
+  const auto requests = fixture_.Services().Requests<view_plugin_protocol::AddPlanRequest>();
+  QCOMPARE(requests.back().index_type, int32_t(view_plugin_protocol::OwnFamily));
 }
 
 // Whatever becomes current while the menu is open, and nothing when its row has gone.

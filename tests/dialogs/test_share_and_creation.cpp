@@ -181,8 +181,10 @@ void ShareAndCreationTest::UsersUnknown() {
   QCOMPARE(LogLines(), QStringList({line, line}));
   const auto* no_users = popup_->findChild<QLabel*>("no_users_label_");
   QVERIFY(no_users->isVisible() && !Tree()->isVisible() && !ShareButton()->isEnabled());
+  QCOMPARE(ShareButton()->toolTip(), no_users->text());
   Services().Mend("GetAllUserInfo");
   popup_->RefreshUsers();
+  QVERIFY(ShareButton()->isEnabled() && ShareButton()->toolTip().isEmpty());
   QVERIFY(Tree()->isVisible() && !no_users->isVisible());
   QCOMPARE(All()->rowCount(), 4);  // who asks is not known, so all are listed
 }

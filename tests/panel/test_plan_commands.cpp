@@ -217,6 +217,10 @@ void PlanCommandsTest::HitsAreShownInTheTree() {
     QCOMPARE(state.enabled, row.reason == Refusal::None);
     QCOMPARE(TextOf(state.reason).isEmpty(), row.reason == Refusal::None);
   }
+  PanelSituation hit;
+  hit.page = PanelPage::Search;
+  hit.item_type = PublicPlanItem;
+  QVERIFY(StatesOf(hit)[PlanCommand::AddPlan].reason == Refusal::NoAddRight);  // leaving the search would not help
 }
 
 QTEST_APPLESS_MAIN(PlanCommandsTest)
