@@ -138,10 +138,9 @@ CommandState AddGroup(const PanelSituation& situation) {
 CommandState AddPlan(const PanelSituation& situation) {
   const bool granted = situation.grants.add_plan && !situation.between_users;
   CommandState state = OnOrOff(granted && !situation.opening, situation, granted, AddRight);
-  if (state.reason == Refusal::SearchShown) {  // a search does not keep from adding, so leaving it would not help
-    PanelSituation in_tree = situation;
-    in_tree.page = PanelPage::Tree;
-    state.reason = WhyOff(in_tree, granted, AddRight);
+  const bool lacks_right = IsPublic(situation.item_type) && !situation.rights.Has(AddRight);
+  if (state.reason == Refusal::SearchShown && lacks_right) {
+    state.reason = Refusal::NoAddRight;  // leaving the search would not help
   }
   return state;
 }
