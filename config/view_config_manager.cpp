@@ -1,7 +1,7 @@
 #include "view_config_manager.h"
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
-#include "TarnUIDataController/skin_loader.h"
+#include "current_skin.h"
 
 namespace TarnPlanView {
 
@@ -16,7 +16,7 @@ CViewConfigManager::CViewConfigManager() : switches_(std::make_shared<Switches>(
   if (LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanConfig({}, config)) {
     switches_->host = config;
   }
-  switches_->dark_skin = tarn_ui_data_controller::CSkinLoader::Instance().GetCurrentSkin() == QLatin1String("redblack");
+  switches_->dark_skin = IsCurrentSkinDark();
 }
 
 CViewConfigManager::~CViewConfigManager() = default;

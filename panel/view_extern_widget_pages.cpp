@@ -31,9 +31,11 @@ PanelPage CViewExternWidget::Private::CurrentPage() const {
 void CViewExternWidget::Private::ShowPage(PanelPage page) {
   QWidget* const pages[] = {ui.plan_view_tree, ui.search_list_view, ui.wait_widget};
   QWidget* shown = pages[static_cast<int>(page)];
+  // Of the window: before it is active, its focus is the one that it will have.
+  const bool has_focus = ui.plan_stacked_widget->isAncestorOf(q->window()->focusWidget());
   ui.plan_stacked_widget->setCurrentWidget(shown);
   // Not to a button on it that goes in a moment: from there the focus would leave the panel.
-  if (ui.plan_stacked_widget->isAncestorOf(QApplication::focusWidget())) {
+  if (has_focus || ui.plan_stacked_widget->isAncestorOf(QApplication::focusWidget())) {
     shown->setFocus();
   }
   if (preview) {

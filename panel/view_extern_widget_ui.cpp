@@ -10,6 +10,7 @@
 #include "TarnUIDataController/popup_menu.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "current_row_keeper.h"
+#include "current_skin.h"
 #include "group_naming.h"
 #include "last_searches.h"
 #include "plan_item_role.h"
@@ -84,7 +85,7 @@ void CViewExternWidget::Private::setUpField() {
 
 void CViewExternWidget::Private::renewSkin() {
   actions->RenewIcons();
-  const bool dark = CViewConfigManager::Instance().IsDarkSkin();
+  const bool dark = IsCurrentSkinDark();
   CPlanViewTree* tree = ui.plan_view_tree;
   tree->setObjectName(dark ? QStringLiteral("plan_view_tree") : QStringLiteral("plan_view_tree_white"));
   tree->style()->unpolish(tree);  // the style sheets go by the name

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # screenshots.sh [CLIENT [FOLDER]]: takes the pictures of the client, one for each scene and skin, into docs/images or
-# FOLDER, on a display and a store of its own. Builds the release client when none is named.
+# FOLDER, on a display and a new store each. Builds the release client when none is named.
 set -euo pipefail
 
 client=${1:+$(realpath "$1")}
@@ -21,6 +21,7 @@ cd "$home"
 shot() {
   local name=$1 skin=$2
   shift 2
+  rm -f demo.sqlite*  # a scene may change what the next one shows
   XDG_DATA_HOME=$home XDG_CONFIG_HOME=$home \
     xvfb-run -a -s "-screen 0 1920x1080x24 -dpi 96" "$client" --store sqlite:demo.sqlite --skin "$skin" \
     --lang en "$@" --screenshot "$folder/${name}_$skin.png" >/dev/null

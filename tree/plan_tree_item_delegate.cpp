@@ -9,7 +9,7 @@
 
 #include "TarnUIDataController/skin_loader.h"
 #include "WidgetKit/new_location_view_widget.h"
-#include "view_config_manager.h"
+#include "current_skin.h"
 #include "view_public_def.h"
 
 namespace TarnPlanView {
@@ -63,7 +63,7 @@ void CPlanTreeItemDelegate::Renew() {
   metrics_ = QFontMetrics(view_->font());
   bold_metrics_ = QFontMetrics(bold_font_);
   const auto& skin = tarn_ui_data_controller::CSkinLoader::Instance();
-  more_icon_ = MoreIcon(CViewConfigManager::Instance().IsDarkSkin());
+  more_icon_ = MoreIcon(IsCurrentSkinDark());
   more_icon_on_selection_ = MoreIcon(true);  // selected rows are dark in either skin
   accent_color_ = skin.GetColor(QStringLiteral("accent_on_surface"));
   focus_color_ = skin.GetColor(QStringLiteral("focus"));

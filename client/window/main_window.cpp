@@ -10,6 +10,7 @@
 #include <QPointer>
 #include <QScreen>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTabWidget>
@@ -80,6 +81,16 @@ PictureSourceFactory PicturesOf(CCameraStates& cameras) {
   };
 }
 
+// For the first keys. While the panel shows another page it is that page's, since a hidden tree takes none: the panel
+// hands it on once the rows are there.
+void FocusRowsOf(const CViewExternWidget* panel) {
+  QWidget* page = panel->GetPlanViewTree();
+  if (const auto* pages = qobject_cast<QStackedWidget*>(page->parentWidget())) {
+    page = pages->currentWidget();
+  }
+  page->setFocus();
+}
+
 }  // namespace
 
 CMainWindow::CMainWindow(Setup setup, QWidget* parent)
@@ -118,7 +129,7 @@ CMainWindow::CMainWindow(Setup setup, QWidget* parent)
   OrderTabs();
   resize(WindowSizeFor(screen()->availableSize()));
   RememberDesk(splitter);
-  CurrentFamily().Panel()->GetPlanViewTree()->setFocus();
+  FocusRowsOf(CurrentFamily().Panel());
 }
 
 CMainWindow::~CMainWindow() {
@@ -540,7 +551,7 @@ void CMainWindow::SwitchUser(const QString& user) {
   for (CRowMenu* menu : row_menus_) {
     menu->ForgetUser();
   }
-  CurrentFamily().Panel()->GetPlanViewTree()->setFocus();  // for the first keys, once its rows are there
+  FocusRowsOf(CurrentFamily().Panel());
   Q_EMIT SignalUserSwitched();
 }
 

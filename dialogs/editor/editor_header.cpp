@@ -139,7 +139,7 @@ void CEditorHeader::ShowDocument() {
 
 // A long name is told by its begin; the field keeps its cursor in sight.
 void CEditorHeader::ShowBeginOfName() {
-  if (!name_->hasFocus()) {
+  if (!name_->hasFocus() && !name_->hasSelectedText()) {
     name_->setCursorPosition(0);
   }
 }

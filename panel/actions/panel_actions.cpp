@@ -4,7 +4,7 @@
 #include <QToolButton>
 #include <utility>
 
-#include "view_config_manager.h"
+#include "current_skin.h"
 #include "view_extern_widget.h"
 #include "view_public_def.h"
 
@@ -31,7 +31,7 @@ constexpr Look kLooks[] = {
 
 QIcon BarIcon(const char* name) {
   const QString path = QStringLiteral(":/Images/TarnPlanView/%1.svg").arg(QLatin1String(name));
-  return QIcon(CViewPublicDef::GetDarkPath(path, CViewConfigManager::Instance().IsDarkSkin()));
+  return QIcon(CViewPublicDef::GetDarkPath(path, IsCurrentSkinDark()));
 }
 
 }  // namespace

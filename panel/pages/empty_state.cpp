@@ -7,7 +7,7 @@
 #include <QVBoxLayout>
 
 #include "MarUIControl/push_button.h"
-#include "view_config_manager.h"
+#include "current_skin.h"
 #include "view_public_def.h"
 
 namespace TarnPlanView {
@@ -81,7 +81,7 @@ void CEmptyState::Place() {
 }
 
 void CEmptyState::RenewPicture() {
-  const bool dark = CViewConfigManager::Instance().IsDarkSkin();
+  const bool dark = IsCurrentSkinDark();
   picture_->setPixmap(CViewPublicDef::GetHighDpiSvgPixmap(QString::fromLatin1(dark ? kDarkPicture : kLightPicture)));
 }
 

@@ -5,6 +5,7 @@
 
 #include "MarUIControl/string_conversion.h"
 #include "WidgetKit/new_location_view_widget.h"
+#include "current_skin.h"
 #include "empty_state.h"
 #include "hit_line.h"
 #include "item_type.h"
@@ -13,7 +14,6 @@
 #include "plan_search.h"
 #include "search_plan_list_view.h"
 #include "theme_node_type.h"
-#include "view_config_manager.h"
 #include "view_extern_widget.h"
 #include "view_public_def.h"
 
@@ -188,7 +188,7 @@ QStandardItem* CSearchPage::MakeRow(const SearchedPlan& plan, const QString& sea
   const QStringList groups = GroupsAbove(plan);
   const HitLine line{PlaceText(groups), ShownCamera(plan)};
   row->setText(StringToQString(plan.name));
-  row->setIcon(CViewPublicDef::GetPlanIcon(CViewConfigManager::Instance().IsDarkSkin(), code == playing_code_));
+  row->setIcon(CViewPublicDef::GetPlanIcon(IsCurrentSkinDark(), code == playing_code_));
   row->setData(searched, SearchTextRole);
   row->setData(code, PlanIndexCodeRole);
   row->setData(plan.type, PlanTypeRole);
@@ -211,7 +211,7 @@ void CSearchPage::ShowNoHits(const QString& searched) {
 }
 
 void CSearchPage::RenewIcons() {
-  const bool dark = CViewConfigManager::Instance().IsDarkSkin();
+  const bool dark = IsCurrentSkinDark();
   for (int row = 0; row < rows_->rowCount(); ++row) {
     QStandardItem* item = rows_->item(row);
     const bool playing = item->data(PlanIndexCodeRole).toString() == playing_code_;
