@@ -262,8 +262,10 @@ void StoreFaultsTest::OpensOnAFullDisk() {
   }
   fixture_->Make();
   if (older) {
-    fixture_->RunPastTheStore("ALTER TABLE plan DROP COLUMN checksum");
-    fixture_->RunPastTheStore("UPDATE store_info SET value = '2' WHERE name = 'version'");
+    for (const char* table : {"deletion", "kept_plan_group", "kept_plan", "kept_default_view"}) {
+      fixture_->RunPastTheStore(QString("DROP TABLE %1").arg(table));
+    }
+    fixture_->RunPastTheStore("UPDATE store_info SET value = '3' WHERE name = 'version'");
   }
   QFile filler(folder + "/filler");
   if (mounted) {
