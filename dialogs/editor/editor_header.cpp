@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QRegExpValidator>
 #include <QTimeEdit>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "MarUIControl/label.h"
@@ -171,6 +172,12 @@ void CEditorHeader::SetTitle(const QString& title) {
 void CEditorHeader::FocusName() {
   name_->setFocus(Qt::PopupFocusReason);
   name_->selectAll();
+  // What shows the editor hands the focus about, which ends a selection.
+  QTimer::singleShot(0, name_, [this] {
+    if (name_->hasFocus() && !name_->isModified()) {
+      name_->selectAll();
+    }
+  });
 }
 
 QString CEditorHeader::FindProblem() {

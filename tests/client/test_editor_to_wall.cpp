@@ -94,7 +94,10 @@ class Wall {
            asked_;
   }
   int Number() const { return wall_.PageNumber(); }
-  QString Time() const { return wall_.findChild<QLabel*>(QStringLiteral("page_time"))->text(); }
+  QString Time() const {
+    const auto* time = wall_.findChild<QLabel*>(QStringLiteral("page_time"));
+    return time->isHidden() ? QString() : time->text();
+  }
 
  private:
   std::string asked_;
