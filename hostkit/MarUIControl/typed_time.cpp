@@ -60,13 +60,17 @@ QTime WithoutSection(const QTime& time, int section) {
 }
 
 std::optional<QTime> TimeFromText(const QString& text) {
-  static const QRegularExpression form(
-      QStringLiteral("^(?|(\\d{1,2})[:.](\\d{2})(?:[:.](\\d{2}))?|(\\d{2})(\\d{2})(\\d{2})?)$"));
-  const QRegularExpressionMatch match = form.match(WithLatinDigits(text.trimmed()));
+  static const QRegularExpression with_marks(QStringLiteral(R"(^(\d{1,2})[:.](\d{2})([:.](\d{2}))?$)"));
+  static const QRegularExpression digits_alone(QStringLiteral(R"(^(\d{2})(\d{2})((\d{2}))?$)"));
+  const QString typed = WithLatinDigits(text.trimmed());
+  QRegularExpressionMatch match = with_marks.match(typed);
+  if (!match.hasMatch()) {
+    match = digits_alone.match(typed);
+  }
   if (!match.hasMatch()) {
     return std::nullopt;
   }
-  const QTime time(match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt());
+  const QTime time(match.captured(1).toInt(), match.captured(2).toInt(), match.captured(4).toInt());
   if (!time.isValid()) {
     return std::nullopt;
   }
