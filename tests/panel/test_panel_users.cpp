@@ -48,6 +48,7 @@ void PanelUsersTest::SwitchOfUserEndsWhatIsUnderWay() {
   QCOMPARE(stage.PageName(), QString("wait_widget"));
   QCOMPARE(Services().Requests<int>(), std::vector<int>({5, 6, 7}));
   QVERIFY(!stage.Button("add_view_btn")->isEnabled());
+  QVERIFY(stage.Button("add_view_btn")->toolTip().contains("still being loaded"));
   Services().SetRight(5, true);
   Services().ReleaseAll();
   fixture_.Drain();
