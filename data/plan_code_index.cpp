@@ -28,22 +28,27 @@ bool ComesBefore(const QStandardItem* left, const QStandardItem* right) {
   return std::lexicographical_compare(l.begin(), l.end(), r.begin(), r.end());
 }
 
-template <class Iterator>
-QStandardItem* FirstInDepthFirstOrder(Iterator begin, Iterator end) {
-  QStandardItem* first = nullptr;
-  for (auto it = begin; it != end; ++it) {
-    if (!first || ComesBefore(*it, first)) {
-      first = *it;
+/// Of the rows it is given, the first in depth-first order.
+class FirstRow {
+ public:
+  void Take(CodedRow& row) {
+    if (!first_ || ComesBefore(row.row, first_->row)) {
+      first_ = &row;
     }
   }
-  return first;
-}
+  CodedRow* Get() const { return first_; }
+
+ private:
+  CodedRow* first_ = nullptr;
+};
 
 }  // namespace
 
 CPlanCodeIndex::CPlanCodeIndex(QStandardItemModel* model) : QObject(model), model_(model) {
   connect(model, &QAbstractItemModel::rowsInserted, this, &CPlanCodeIndex::onRowsInserted);
   connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, &CPlanCodeIndex::onRowsAboutToBeRemoved);
+  connect(model, &QAbstractItemModel::rowsRemoved, this, &CPlanCodeIndex::onRowsRemoved);
+  connect(model, &QAbstractItemModel::layoutChanged, this, [this] { ++moves_; });
   connect(model, &QAbstractItemModel::dataChanged, this, &CPlanCodeIndex::onDataChanged);
   connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &CPlanCodeIndex::markStale);
   connect(model, &QAbstractItemModel::modelReset, this, &CPlanCodeIndex::markStale);
@@ -52,15 +57,46 @@ CPlanCodeIndex::CPlanCodeIndex(QStandardItemModel* model) : QObject(model), mode
 }
 
 QStandardItem* CPlanCodeIndex::Find(const QString& code, bool is_group) {
+  const CodedRow* found = find(code, is_group);
+  return found ? found->row : nullptr;
+}
+
+CPlanCodeIndex::Place CPlanCodeIndex::FindPlace(const QString& code, bool is_group) {
+  CodedRow* found = find(code, is_group);
+  if (!found) {
+    return {};
+  }
+  if (found->moves != moves_) {
+    const QModelIndex index = found->row->index();
+    found->parent = parentItem(index.parent());
+    found->position = index.row();
+    found->moves = moves_;
+  }
+  return {found->parent, found->position};
+}
+
+CodedRow* CPlanCodeIndex::find(const QString& code, bool is_group) {
   rebuildIfStale();
-  const CodeHash& hash = is_group ? groups_ : plans_;
-  const auto range = hash.equal_range(code);
-  return FirstInDepthFirstOrder(range.first, range.second);
+  const int role = is_group ? GroupIndexCodeRole : PlanIndexCodeRole;
+  const CodeNumber number = NumberOfCode(code);
+  FirstRow first;
+  (is_group ? groups_ : plans_).ForEach(number, [&](CodedRow& row) {
+    if (number.IsExact() || CodeOf(row.row, role) == code) {
+      first.Take(row);
+    }
+  });
+  return first.Get();
 }
 
 QStandardItem* CPlanCodeIndex::FindPlaying() {
   rebuildIfStale();
-  return FirstInDepthFirstOrder(playing_.cbegin(), playing_.cend());
+  QStandardItem* first = nullptr;
+  for (QStandardItem* row : qAsConst(playing_)) {
+    if (!first || ComesBefore(row, first)) {
+      first = row;
+    }
+  }
+  return first;
 }
 
 QStandardItem* CPlanCodeIndex::parentItem(const QModelIndex& parent) const {
@@ -71,17 +107,20 @@ void CPlanCodeIndex::onRowsInserted(const QModelIndex& parent, int first, int la
   if (stale_) {
     return;
   }
-  const QStandardItem* owner = parentItem(parent);
+  QStandardItem* owner = parentItem(parent);
+  if (last < owner->rowCount() - 1) {
+    ++moves_;
+  }
   for (int row = first; row <= last; ++row) {
-    addSubtree(owner->child(row));
+    addSubtree(owner, row);
   }
 }
 
 void CPlanCodeIndex::onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) {
   const QStandardItem* owner = parentItem(parent);
   if (owner == model_->invisibleRootItem() && first == 0 && last == owner->rowCount() - 1) {
-    groups_.clear();
-    plans_.clear();
+    groups_.Clear();
+    plans_.Clear();
     playing_.clear();
     stale_ = false;
     return;
@@ -90,6 +129,12 @@ void CPlanCodeIndex::onRowsAboutToBeRemoved(const QModelIndex& parent, int first
   rebuildIfStale();
   for (int row = first; row <= last; ++row) {
     removeSubtree(owner->child(row));
+  }
+}
+
+void CPlanCodeIndex::onRowsRemoved(const QModelIndex& parent, int first) {
+  if (first < model_->rowCount(parent)) {
+    ++moves_;
   }
 }
 
@@ -120,8 +165,8 @@ void CPlanCodeIndex::onColumnsChanged(const QModelIndex& parent, int first) {
 
 void CPlanCodeIndex::markStale() {
   stale_ = true;
-  groups_.clear();
-  plans_.clear();
+  groups_.Clear();
+  plans_.Clear();
   playing_.clear();
 }
 
@@ -130,27 +175,29 @@ void CPlanCodeIndex::rebuildIfStale() {
     return;
   }
   stale_ = false;
-  const QStandardItem* root = model_->invisibleRootItem();
+  QStandardItem* root = model_->invisibleRootItem();
   for (int row = 0; row < root->rowCount(); ++row) {
-    addSubtree(root->child(row));
+    addSubtree(root, row);
   }
 }
 
-void CPlanCodeIndex::addSubtree(QStandardItem* item) {
+void CPlanCodeIndex::addSubtree(QStandardItem* parent, int row) {
+  QStandardItem* item = parent->child(row);
   if (!item) {
     return;
   }
+  const CodedRow coded{item, parent, row, moves_};
   const QString group_code = CodeOf(item, GroupIndexCodeRole);
   if (!group_code.isEmpty()) {
-    groups_.insert(group_code, item);
+    groups_.Insert(NumberOfCode(group_code), coded);
   }
   const QString plan_code = CodeOf(item, PlanIndexCodeRole);
   if (!plan_code.isEmpty()) {
-    plans_.insert(plan_code, item);
+    plans_.Insert(NumberOfCode(plan_code), coded);
   }
   renewPlaying(item);
-  for (int row = 0; row < item->rowCount(); ++row) {
-    addSubtree(item->child(row));
+  for (int child = 0; child < item->rowCount(); ++child) {
+    addSubtree(item, child);
   }
 }
 
@@ -158,8 +205,8 @@ void CPlanCodeIndex::removeSubtree(QStandardItem* item) {
   if (!item) {
     return;
   }
-  groups_.remove(CodeOf(item, GroupIndexCodeRole), item);
-  plans_.remove(CodeOf(item, PlanIndexCodeRole), item);
+  groups_.Remove(NumberOfCode(CodeOf(item, GroupIndexCodeRole)), item);
+  plans_.Remove(NumberOfCode(CodeOf(item, PlanIndexCodeRole)), item);
   playing_.removeOne(item);
   for (int row = 0; row < item->rowCount(); ++row) {
     removeSubtree(item->child(row));

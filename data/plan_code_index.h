@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QMultiHash>
 #include <QObject>
 #include <QVector>
+
+#include "code_table.h"
 
 class QStandardItem;
 class QStandardItemModel;
@@ -18,34 +19,44 @@ namespace TarnPlanView {
 class CPlanCodeIndex : public QObject {
   Q_OBJECT
  public:
+  /// Where a row stands; without a parent it stands nowhere.
+  struct Place {
+    QStandardItem* parent = nullptr;  // the invisible root for a row of the top level
+    int row = 0;
+  };
+
   explicit CPlanCodeIndex(QStandardItemModel* model);
 
   /// The first row whose role 666 (group) or 661 (plan) equals `code`, or null. `code` must not be empty.
   QStandardItem* Find(const QString& code, bool is_group);
+  /// The same row's place.
+  Place FindPlace(const QString& code, bool is_group);
   /// The first row whose role 673 is true, or null.
   QStandardItem* FindPlaying();
 
  private:
-  using CodeHash = QMultiHash<QString, QStandardItem*>;
-
   void onRowsInserted(const QModelIndex& parent, int first, int last);
   void onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last);
+  void onRowsRemoved(const QModelIndex& parent, int first);
   void onDataChanged(const QModelIndex& top, const QModelIndex& bottom, const QVector<int>& roles);
   void onColumnsChanged(const QModelIndex& parent, int first);
   void markStale();
 
   QStandardItem* parentItem(const QModelIndex& parent) const;
   void rebuildIfStale();
-  void addSubtree(QStandardItem* item);
+  CodedRow* find(const QString& code, bool is_group);
+  void addSubtree(QStandardItem* parent, int row);
   void removeSubtree(QStandardItem* item);
   void renewPlaying(QStandardItem* item);
 
   QStandardItemModel* model_;
-  CodeHash groups_;
-  CodeHash plans_;
+  CCodeTable groups_;
+  CCodeTable plans_;
   QVector<QStandardItem*> playing_;
-  // Codes changed in place or the model was reset: the hashes are filled again when next asked.
+  // Codes changed in place or the model was reset: the tables are filled again when next asked.
   bool stale_ = false;
+  // How often rows moved: the places noted before the last time are looked up again when next asked for.
+  uint moves_ = 0;
 };
 
 }  // namespace TarnPlanView

@@ -162,8 +162,11 @@ bool CStandardPlanModel::FindItemByIndexCode(const QString& code, bool isGroup) 
 }
 
 QModelIndex CStandardPlanModel::FindIndexByIndexCode(const QString& code, bool isGroup) const {
-  const QStandardItem* item = FindTargetItemByIndexCode(code, isGroup);
-  return item ? item->index() : QModelIndex();
+  if (code.isEmpty()) {
+    return {};
+  }
+  const CPlanCodeIndex::Place place = d_->index->FindPlace(code, isGroup);
+  return place.parent ? createIndex(place.row, 0, place.parent) : QModelIndex();
 }
 
 QStandardItem* CStandardPlanModel::FindTargetItemByIndexCode(const QString& code, bool isGroup) const {

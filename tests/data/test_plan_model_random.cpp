@@ -2,7 +2,9 @@
 
 #include <QtTest>
 #include <memory>
+#include <random>
 
+#include "code_table.h"
 #include "plan_fixture.h"
 #include "plan_item_role.h"
 #include "standard_plan_model.h"
@@ -13,11 +15,15 @@ using namespace TarnPlanView;
 
 namespace {
 
-// Few codes, so that several rows of one model often share one.
-constexpr int kCodes = 6;
+// Few codes, so that several rows of one model often share one; decimals, and what only looks like one.
+const QStringList& Codes() {
+  static const QStringList codes{"0",  "7",      "007", "+7", "-7", "9223372036854775807", "9223372036854775808",
+                                 "a7", u8"Ünï 7"};
+  return codes;
+}
 
 QString RandomCode() {
-  return QString::number(*rc::gen::inRange(0, kCodes));
+  return Codes().at(*rc::gen::inRange(0, Codes().size()));
 }
 
 // Runs random changes against a plan model; what its look-ups answer must be what a plain search finds.
@@ -26,7 +32,7 @@ class RandomModel {
   RandomModel() : model_(ViewManagerParam(PublicTheme, "0"), nullptr) { TarnTest::CPlanFixture::Watch(&model_); }
 
   void Step() {
-    switch (*rc::gen::inRange(0, 9)) {
+    switch (*rc::gen::inRange(0, 10)) {
       case 0:
       case 1:
         insert();
@@ -49,6 +55,9 @@ class RandomModel {
         play();
         break;
       case 7:
+        model_.sort(0, *rc::gen::element(Qt::AscendingOrder, Qt::DescendingOrder));
+        break;
+      case 8:
         replace();
         break;
       default:
@@ -59,8 +68,7 @@ class RandomModel {
   }
 
   void Check() const {
-    for (int number = 0; number < kCodes; ++number) {
-      const QString code = QString::number(number);
+    for (const QString& code : Codes()) {
       RC_ASSERT(model_.FindIndexByIndexCode(code, true) == plainSearch(GroupIndexCodeRole, code));
       RC_ASSERT(model_.FindIndexByIndexCode(code, false) == plainSearch(PlanIndexCodeRole, code));
     }
@@ -154,7 +162,7 @@ class RandomModel {
   void changeCode() {
     if (QStandardItem* row = anyRow()) {
       const int role = *rc::gen::element(int(GroupIndexCodeRole), int(PlanIndexCodeRole));
-      const QVariant code = *rc::gen::inRange(0, 5) == 0 ? QVariant() : QVariant(RandomCode());
+      const QVariant code = *rc::gen::element(QVariant(), QVariant(QString()), QVariant(RandomCode()));
       *rc::gen::arbitrary<bool>() ? row->setData(code, role) : void(model_.setData(row->index(), code, role));
     }
   }
@@ -185,6 +193,7 @@ class PlanModelRandomTest : public QObject {
       qputenv("RC_PARAMS", "max_success=500");
     }
   }
+  void CodesOfOneHashAreToldApart();
   void LookUpsEqualAPlainSearch() {
     QVERIFY(rc::check("look-ups equal a plain search after each change", [] {
       RandomModel random;
@@ -195,6 +204,25 @@ class PlanModelRandomTest : public QObject {
     }));
   }
 };
+
+void PlanModelRandomTest::CodesOfOneHashAreToldApart() {
+  CStandardPlanModel model(ViewManagerParam(PublicTheme, "0"), nullptr);
+  std::mt19937 random(11);
+  QHash<quint64, QString> seen;
+  QString code;
+  QString other;
+  while (other.isEmpty() || other == code) {
+    QVERIFY2(seen.size() < 2000000, "so many codes share no hash");
+    code = QString("%1-%2").arg(random(), 0, 36).arg(random(), 0, 36);
+    other = seen.value(NumberOfCode(code).value);
+    seen.insert(NumberOfCode(code).value, code);
+  }
+  view_plugin_protocol::PlanBasicInfo plan;
+  plan.index_code = code.toStdString();
+  model.appendRow(new CViewPlanItem({}, plan));
+  QVERIFY(model.FindItemByIndexCode(code, false));
+  QVERIFY(!model.FindItemByIndexCode(other, false));
+}
 
 QTEST_MAIN(PlanModelRandomTest)
 #include "test_plan_model_random.moc"
