@@ -170,6 +170,7 @@ void CViewModelDataManager::InitRootItem() {
 
 void CViewModelDataManager::ClearAllViewModelData() {
   TARN_PLAN_LOG_INFO("ClearAllViewModelData Clear Data");
+  d_->changes.NoteEverything();
   noteNotice();
   d_->unanswered.Clear();
   d_->data_requested = false;
@@ -182,6 +183,7 @@ void CViewModelDataManager::ClearAllViewModelData() {
 
 void CViewModelDataManager::ClearModelData() {
   TARN_PLAN_LOG_INFO("ClearModelData View Data");
+  d_->changes.NoteEverything();
   noteNotice();
   d_->unanswered.Clear();
   for (CStandardPlanModel* model : qAsConst(d_->models)) {

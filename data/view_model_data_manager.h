@@ -14,6 +14,7 @@ class QStandardItem;
 
 namespace TarnPlanView {
 
+class CChangeJournal;
 class CStandardPlanModel;
 class CView;
 class CViewGroup;
@@ -82,10 +83,14 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   /// A deletion was taken back: its row comes in below this group or root.
   void OnRestored(const QString& parent_code, bool is_group);
 
-  /// Grows with every change of a plan or group that was applied. What was fetched before the last one may be outdated.
-  int GetChangeCount() const;
+  /// What was applied lately: what was fetched before may be outdated by it.
+  const CChangeJournal& GetChanges() const;
   /// Grows with every notice of a change made elsewhere.
   int GetNoticeCount() const;
+  /// Rows that the answer to an expansion lacked, since they were changed while it was under way; rows that are there
+  /// stay as they are, and nothing is announced.
+  void ShowLeftOut(const QModelIndex& index, const view_plugin_protocol::GetPlanGroupsResponse& groups,
+                   const view_plugin_protocol::GetPlansInGroupResponse& plans);
   /// Brings the rows of one plan or group to what the host says of it now; later when it says nothing now. Blocks as a
   /// notice does.
   void Recheck(const QString& code, bool is_group);
@@ -141,7 +146,11 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
                    const QList<view_plugin_protocol::PlanBasicInfo>& plans);
   void markChildrenFetched(const QString& code);
   bool followMove(CStandardPlanModel* model, QStandardItem* row, const view_plugin_protocol::PlanBasicInfo& plan);
+  void createObservers(const view_plugin_protocol::GetPlanGroupsResponse& groups,
+                       const view_plugin_protocol::GetPlansInGroupResponse& plans);
   void recheckTimedPlay();
+  /// `parent`: where it stands now, as far as known.
+  void noteChange(const QString& code, bool is_group, const std::string& parent);
   void noteNotice();
   bool fetchSubGroups(const QString& code, int theme, int32_t* error_kind, bool renews_observers);
   void showNewChildren(const QString& group_code, int theme, ResourceData::ResourceType child_type);

@@ -90,13 +90,7 @@ void CViewModelDataManager::OnGetPlanGroupListSucc(const QModelIndex& index,
   const bool marks_loaded =
       type == PublicRootItem || type == PublicGroupItem || type == OwnRootItem || type == OwnGroupItem;
   if (index.isValid()) {
-    // Once a record, not once a model: rows loaded by expanding follow changes made elsewhere, too.
-    for (const auto& group : plan_group_list.groups) {
-      CreateViewGroup(group);
-    }
-    for (const auto& plan : plan_list.plans) {
-      CreateView(plan);
-    }
+    createObservers(plan_group_list, plan_list);
   }
   // A copy: the panels' slots run in between and may bring models along or take them away.
   const QList<QPointer<CStandardPlanModel>> models(d_->models.cbegin(), d_->models.cend());
@@ -120,10 +114,36 @@ void CViewModelDataManager::OnGetPlanGroupListSucc(const QModelIndex& index,
   Q_EMIT SignalFinshAddGroupPlanList();
 }
 
+// Once a record, not once a model: rows loaded by expanding follow changes made elsewhere, too.
+void CViewModelDataManager::createObservers(const view_plugin_protocol::GetPlanGroupsResponse& groups,
+                                            const view_plugin_protocol::GetPlansInGroupResponse& plans) {
+  for (const auto& group : groups.groups) {
+    CreateViewGroup(group);
+  }
+  for (const auto& plan : plans.plans) {
+    CreateView(plan);
+  }
+}
+
+void CViewModelDataManager::ShowLeftOut(const QModelIndex& index,
+                                        const view_plugin_protocol::GetPlanGroupsResponse& groups,
+                                        const view_plugin_protocol::GetPlansInGroupResponse& plans) {
+  if (!index.isValid()) {
+    return;
+  }
+  createObservers(groups, plans);
+  for (CStandardPlanModel* model : qAsConst(d_->models)) {
+    if (QStandardItem* parent = model->FindItemByIndex(index)) {
+      addPlanGroupList(model, parent, groups);
+      addPlanList(model, parent, plans);
+    }
+  }
+}
+
 void CViewModelDataManager::OnDeletePlanGroupPlanSucc(const QModelIndex& index) {
-  ++d_->change_count;
   const bool is_group = index.data(IsGroupRole).toBool();
   const QString code = CodeOfRow(index);
+  noteChange(code, is_group, {});
   if (code.isEmpty()) {
     return;
   }
@@ -146,7 +166,6 @@ void CViewModelDataManager::OnDeletePlanGroupPlanSucc(const QModelIndex& index) 
 
 // Without a record to make the row from: the parent's rows are read, which are in memory.
 void CViewModelDataManager::OnRestored(const QString& parent_code, bool is_group) {
-  ++d_->change_count;
   OnViewGroupChildAdded(parent_code, is_group ? ResourceData::RT_VIEW_GROUP : ResourceData::RT_VIEW);
   Q_EMIT SignalPlanStateChanged();
   recheckTimedPlay();
@@ -154,7 +173,7 @@ void CViewModelDataManager::OnRestored(const QString& parent_code, bool is_group
 
 void CViewModelDataManager::OnAddPlanGroupSucc(const QModelIndex& parent_index,
                                                const view_plugin_protocol::PlanGroup& plan_group) {
-  ++d_->change_count;
+  d_->changes.NoteGroup(plan_group.index_code, plan_group.parent_index_code);
   CreateViewGroup(plan_group);
   // Looks at the given row only: a group that was never expanded shows the new one when it is.
   if (!isLoadAll() && !parent_index.data(GroupLoadedRole).toBool()) {
@@ -171,7 +190,7 @@ void CViewModelDataManager::OnAddPlanGroupSucc(const QModelIndex& parent_index,
 }
 
 void CViewModelDataManager::OnUpdatePlanGroupNameSucc(const QModelIndex& index, const QString& group_name) {
-  ++d_->change_count;
+  noteChange(CodeOfRow(index), true, {});
   // A renamed row moves in a sorted tree: what was this row's place is then a neighbour's.
   const QPersistentModelIndex node(index);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
@@ -183,8 +202,8 @@ void CViewModelDataManager::OnUpdatePlanGroupNameSucc(const QModelIndex& index, 
 
 void CViewModelDataManager::OnAddPlanSucc(const view_plugin_protocol::AddPlanRequest& plan_param,
                                           const QString& get_plan_index_code) {
-  ++d_->change_count;
   const PlanBasicInfo plan = BasicInfo(plan_param, QStringToString(get_plan_index_code));
+  d_->changes.NotePlan(plan.index_code, plan.group_index_code);
   CreateView(plan);
   const QString group_code = StringToQString(plan.group_index_code);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
@@ -204,8 +223,8 @@ void CViewModelDataManager::OnAddPlanSucc(const view_plugin_protocol::AddPlanReq
 }
 
 void CViewModelDataManager::OnUpdatePlanSucc(const view_plugin_protocol::UpdatePlanRequest& plan_param) {
-  ++d_->change_count;
   const PlanBasicInfo plan = BasicInfo(plan_param, plan_param.plan_index_code);
+  d_->changes.NotePlan(plan.index_code, plan.group_index_code);
   CreateView(plan);  // it may never have been listed
   const QString code = StringToQString(plan.index_code);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
@@ -226,16 +245,25 @@ void CViewModelDataManager::OnUpdatePlanSucc(const view_plugin_protocol::UpdateP
   recheckTimedPlay();
 }
 
-int CViewModelDataManager::GetChangeCount() const {
-  return d_->change_count;
+const CChangeJournal& CViewModelDataManager::GetChanges() const {
+  return d_->changes;
 }
 
 int CViewModelDataManager::GetNoticeCount() const {
   return d_->notice_count;
 }
 
+void CViewModelDataManager::noteChange(const QString& code, bool is_group, const std::string& parent) {
+  if (code.isEmpty()) {
+    d_->changes.NoteEverything();  // of a row that has gone meanwhile
+  } else if (is_group) {
+    d_->changes.NoteGroup(QStringToString(code), parent);
+  } else {
+    d_->changes.NotePlan(QStringToString(code), parent);
+  }
+}
+
 void CViewModelDataManager::noteNotice() {
-  ++d_->change_count;
   ++d_->notice_count;
   Q_EMIT SignalNoticed();
 }
@@ -252,6 +280,7 @@ void CViewModelDataManager::OnSetGroupNodeLoaded(const QString& index_code, bool
 }
 
 void CViewModelDataManager::OnViewGroupNameChanged(const QString& index_code, const QString& new_name) {
+  noteChange(index_code, true, {});
   noteNotice();
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     if (QStandardItem* row = model->FindTargetItemByIndexCode(index_code, true)) {
@@ -273,6 +302,7 @@ void CViewModelDataManager::showNewChildren(const QString& group_code, int theme
   if (!IsPlanResource(child_type)) {
     return;
   }
+  d_->changes.NoteChildrenOf(QStringToString(group_code));
   int32_t error_kind = view_plugin_protocol::UnknownFailure;
   bool ok = false;
   if (child_type == ResourceData::RT_VIEW_GROUP) {
@@ -292,9 +322,10 @@ void CViewModelDataManager::OnViewGroupChildRemoved(const QString& child_index_c
   if (!IsPlanResource(child_type)) {
     return;
   }
+  const bool is_group = child_type == ResourceData::RT_VIEW_GROUP;
+  noteChange(child_index_code, is_group, {});
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
-    if (const QStandardItem* row =
-            model->FindTargetItemByIndexCode(child_index_code, child_type == ResourceData::RT_VIEW_GROUP)) {
+    if (const QStandardItem* row = model->FindTargetItemByIndexCode(child_index_code, is_group)) {
       RemoveRow(model, row);
     }
   }
@@ -305,7 +336,9 @@ void CViewModelDataManager::OnViewChanged(const QString& view_index_code) {
   view_plugin_protocol::GetPlanDetailRequest request;
   request.plan_index_code = QStringToString(view_index_code);
   view_plugin_protocol::GetPlanDetailResponse detail;
-  if (!CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, detail)) {
+  const bool ok = CViewBusinessInterfaceMgr::Instance().GetPlanDetail(request, detail);
+  noteChange(view_index_code, false, detail.group_index_code);
+  if (!ok) {
     return;
   }
   const PlanBasicInfo plan = BasicInfo(detail);

@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "TarnConfiguration/view_config_interface.h"
+#include "change_journal.h"
 #include "download_poll.h"
 #include "unanswered_questions.h"
 #include "view.h"
@@ -31,7 +32,7 @@ class CViewModelDataManager::Private {
   bool ended = false;                     // by UninitManager(): answers that come late are of no tree
   bool data_requested = false;
   bool init_finished = false;
-  int change_count = 0;
+  CChangeJournal changes;
   int notice_count = 0;
   CDownloadPoll* poll;  // child of the manager
   CUnansweredQuestions unanswered;

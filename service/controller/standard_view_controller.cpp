@@ -1,6 +1,8 @@
 #include "standard_view_controller.h"
 
 #include <QPointer>
+#include <QTimer>
+#include <algorithm>
 #include <future>
 #include <system_error>
 #include <thread>
@@ -17,6 +19,8 @@
 #include "plan_rules/families.h"
 #include "plan_rules/window_content.h"
 #include "standard_plan_model.h"
+#include "sub_items.h"
+#include "unanswered_questions.h"
 #include "view_config_manager.h"
 #include "view_model_data_manager.h"
 #include "view_public_def.h"
@@ -31,8 +35,8 @@ using namespace view_plugin_protocol;
 
 namespace {
 
-// A site that changes without a pause must not keep a row waiting for ever: the last fetch of that many is awaited.
-constexpr int kMaxFetches = 5;
+constexpr int kFirstPauseMs = 250;
+constexpr int kLongestPauseMs = 8000;
 
 /// Reports how a request for a change ended: `announce` and then the tip, or the host's text. A slot may end the
 /// controller in between.
@@ -145,12 +149,14 @@ struct CStandardViewController::CStandardViewControllerData {
   std::function<void(const CallAnswer&, const std::string& code)> play_answered;
 };
 
-/// What a fetch of a node's children brought.
-struct CStandardViewController::SubItems {
-  bool ok = false;
-  std::string error_info;
-  GetPlanGroupsResponse groups;
-  GetPlansInGroupResponse plans;
+/// The fetching of one node's children.
+struct CStandardViewController::Expansion {
+  CPlanNodeRef node;
+  std::string code;
+  int type = 0;
+  int fetches = 0;
+  bool is_shown = false;  // what is fetched now was left out
+  int pause = kFirstPauseMs;
 };
 
 CStandardViewController::CStandardViewController(CStandardPlanModel* model)
@@ -490,52 +496,59 @@ void CStandardViewController::downloadSubPlanGroupListThread(const QModelIndex& 
   const std::string code = QStringToString(GroupCodeOf(index));
   const int type = TypeOf(index);
   if (is_group) {
-    fetchSubItems(node, code, type, kMaxFetches);
+    Expansion expansion;
+    expansion.node = node;
+    expansion.code = code;
+    expansion.type = type;
+    fetchSubItems(expansion);
     return;
   }
   Ask([] { return true; }).Then(this, [this, node](bool) { Q_EMIT SignalFinishAnsyGetSubItem(node.Resolve(), true); });
 }
 
-void CStandardViewController::fetchSubItems(const CPlanNodeRef& node, const std::string& code, int type,
-                                            int fetches_left) {
-  const int changes = CViewModelDataManager::Instance().GetChangeCount();
-  const auto task = [code, type] {
+void CStandardViewController::fetchSubItems(const Expansion& expansion) {
+  const int asked_at = CViewModelDataManager::Instance().GetChanges().Now();
+  const auto task = [code = expansion.code, type = expansion.type] {
     const bool root = type == PublicRootItem || type == OwnRootItem;
     return FetchSubItems(code, type, !root || CViewConfigManager::Instance().CreatePlanUnderRootNode());
   };
   Ask(task).Then(this, [=](const SubItems& items) {
-    // An answer from before a change would bring back what was deleted or put a moved plan in its old place.
-    const bool outdated = changes != CViewModelDataManager::Instance().GetChangeCount();
-    if (!items.ok || !outdated || !node.Resolve().isValid()) {
-      finishExpand(node, items);
-    } else if (fetches_left > 1) {
-      fetchSubItems(node, code, type, fetches_left - 1);
-    } else {
-      finishExpand(node, task());  // awaited here: no notice comes in between
-    }
+    takeSubItems(expansion, items, CViewModelDataManager::Instance().GetChanges().Since(asked_at));
   });
 }
 
-CStandardViewController::SubItems CStandardViewController::FetchSubItems(const std::string& code, int type,
-                                                                         bool with_plans) {
-  auto& host = CViewBusinessInterfaceMgr::Instance();
-  SubItems items;
-  GetPlanGroupsRequest groups_request;
-  groups_request.parent_index_code = code;
-  groups_request.node_type = type;
-  items.ok = host.GetPlanGroups(groups_request, items.groups);
-  if (!items.ok) {
-    items.error_info = items.groups.error_info;
-    return items;
+void CStandardViewController::takeSubItems(Expansion expansion, const SubItems& items, const RecentChanges& changes) {
+  ++expansion.fetches;
+  const bool has_row = expansion.node.Resolve().isValid();
+  switch (StepAfter(IsOvertaken(items, expansion.code, changes), has_row, expansion.fetches)) {
+    case FetchStep::Finish:
+      showSubItems(expansion, items);
+      break;
+    case FetchStep::AskAgain:
+      fetchSubItems(expansion);
+      break;
+    case FetchStep::ShowPartly:
+      fetchLater(expansion);
+      showSubItems(expansion, WhatStillHolds(items, changes));
+      break;
   }
-  if (with_plans) {
-    GetPlansInGroupRequest plans_request;
-    plans_request.group_index_code = code;
-    plans_request.node_type = type;
-    items.ok = host.GetPlansInGroup(plans_request, items.plans);
-    items.error_info = items.plans.error_info;
+}
+
+void CStandardViewController::showSubItems(const Expansion& expansion, const SubItems& items) {
+  if (!expansion.is_shown) {
+    finishExpand(expansion.node, items);
+  } else if (items.ok) {
+    CViewModelDataManager::Instance().ShowLeftOut(expansion.node.Resolve(), items.groups, items.plans);
+  } else if (RepeatsAfter(items.ok, items.error_kind) > 0) {
+    fetchLater(expansion);
   }
-  return items;
+}
+
+void CStandardViewController::fetchLater(const Expansion& expansion) {
+  Expansion next = expansion;
+  next.is_shown = true;
+  next.pause = std::min(2 * expansion.pause, kLongestPauseMs);
+  QTimer::singleShot(expansion.pause, this, [this, next] { fetchSubItems(next); });
 }
 
 void CStandardViewController::finishExpand(const CPlanNodeRef& node, const SubItems& items) {

@@ -16,6 +16,8 @@ namespace TarnPlanView {
 
 class CStandardPlanModel;
 class CPlanNodeRef;
+struct RecentChanges;
+struct SubItems;
 
 /// Asks the host to read or change plans, groups and the default view, off the GUI thread.
 ///
@@ -130,10 +132,12 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   bool getViewDefaultConfig(const view_plugin_protocol::GetClientDefaultViewConfigRequest& request);
   bool setViewDefaultConfig(const view_plugin_protocol::ClienDefaultViewConfigRequest& request);
 
-  struct SubItems;
-  /// Asks again while changes came in during the fetch, `fetches_left` times in all.
-  void fetchSubItems(const CPlanNodeRef& node, const std::string& code, int type, int fetches_left);
-  static SubItems FetchSubItems(const std::string& code, int type, bool with_plans);
+  struct Expansion;
+  /// Asks again, always off this thread, while what came was overtaken by changes.
+  void fetchSubItems(const Expansion& expansion);
+  void takeSubItems(Expansion expansion, const SubItems& items, const RecentChanges& changes);
+  void showSubItems(const Expansion& expansion, const SubItems& items);
+  void fetchLater(const Expansion& expansion);
   void finishExpand(const CPlanNodeRef& node, const SubItems& items);
   void showSuccess(const QString& text);
   void showFailure(const std::string& error_info);

@@ -1,11 +1,13 @@
 #include <QThreadPool>
 #include <QtTest>
+#include <algorithm>
 #include <functional>
 
 #include "controller_log.h"
 #include "plan_item_role.h"
 #include "plan_test.h"
 #include "standard_plan_model.h"
+#include "sub_items.h"
 #include "view_model_data_manager.h"
 #include "view_sort_filter_proxy_model.h"
 
@@ -17,6 +19,8 @@ using TarnTest::CPlanTest;
 using TarnTest::CRecordingServices;
 using TarnTest::NewPlan;
 using TarnTest::Outline;
+
+Q_DECLARE_METATYPE(std::function<void(CChangeJournal&)>)
 
 namespace {
 
@@ -37,6 +41,11 @@ class StaleAnswersTest : public CPlanTest {
   void DeletedPlanDoesNotSurviveAReload();
   void ChangedWhileItsGroupLoads_data();
   void ChangedWhileItsGroupLoads();
+  void OnlyWhatConcernsAnExpansionOvertakesIt_data();
+  void OnlyWhatConcernsAnExpansionOvertakesIt();
+  void OvertakenTimeAndAgain();
+  void WhatOvertakesAnAnswer_data();
+  void WhatOvertakesAnAnswer();
   void ReloadedRowTakesAdditions();
   void AnswerOfAnotherUser();
   void IndexesOfAProxy();
@@ -70,6 +79,18 @@ class StaleAnswersTest : public CPlanTest {
   void AnswerAll() {
     Services().ReleaseAll();
     CPlanFixture::Drain();
+  }
+  /// Of an expansion: none of its calls holds the GUI thread up.
+  int FetchesOffTheGuiThread() {
+    const auto calls = Services().Calls();
+    return static_cast<int>(std::count_if(calls.cbegin(), calls.cend(), [](const CRecordingServices::Call& call) {
+      return call.name == "GetPlansInGroup" && !call.on_gui_thread;
+    }));
+  }
+  /// Somebody else saves a plan, and the notice comes.
+  void SavedElsewhere(const QString& plan, const char* name, const QString& group) {
+    QCOMPARE(fixture_.InStore().Update(ChangedPlan(plan, name, group)), QString());
+    Manager().OnViewChanged(plan);
   }
   void Reload() {
     Manager().OnUpdateViewModelData();
@@ -164,6 +185,138 @@ void StaleAnswersTest::ChangedWhileItsGroupLoads() {
   QTRY_VERIFY(log_->lines.contains(success));
   AnswerAll();
   QCOMPARE(Outline(fixture_.Public()), QString("Plans(%1,Public B(Public B plan 10))").arg(kGroupA));
+}
+
+void StaleAnswersTest::OnlyWhatConcernsAnExpansionOvertakesIt_data() {
+  QTest::addColumn<int>("fetches");
+  QTest::addColumn<QString>("outline");
+  const QString as_it_was = QString("Plans(%1,Public B(Public B plan 2,Public B plan 10))").arg(kGroupA);
+  QTest::newRow("nothing") << 1 << as_it_was;
+  QTest::newRow("a plan renamed elsewhere")
+      << 1 << "Plans(Public A(A1,new,Public A plan 10),Public B(Public B plan 2,Public B plan 10))";
+  QTest::newRow("a group renamed elsewhere")
+      << 1 << "Plans(Public A(new,Public A plan 2,Public A plan 10),Public B(Public B plan 2,Public B plan 10))";
+  QTest::newRow("its plan renamed") << 2 << QString("Plans(%1,Public B(new,Public B plan 10))").arg(kGroupA);
+  QTest::newRow("its plan deleted") << 2 << QString("Plans(%1,Public B(Public B plan 10))").arg(kGroupA);
+  QTest::newRow("a plan comes in")
+      << 2 << "Plans(Public A(A1,Public A plan 10),Public B(new,Public B plan 2,Public B plan 10))";
+  QTest::newRow("a plan leaves")
+      << 2 << "Plans(Public A(A1,Public A plan 2,Public A plan 10,new),Public B(Public B plan 10))";
+}
+
+void StaleAnswersTest::OnlyWhatConcernsAnExpansionOvertakesIt() {
+  QFETCH(int, fetches);
+  const QString group_a = fixture_.Code("Public A"), group_b = fixture_.Code("Public B");
+  const QString in_a = fixture_.Code("Public A plan 2"), in_b = fixture_.Code("Public B plan 2");
+  const QMap<QString, std::function<void()>> changes = {
+      {"nothing", [] {}},
+      {"a plan renamed elsewhere", [&] { SavedElsewhere(in_a, "new", group_a); }},
+      {"a group renamed elsewhere", [&] { Manager().OnViewGroupNameChanged(fixture_.Code("A1"), "new"); }},
+      {"its plan renamed", [&] { SavedElsewhere(in_b, "new", group_b); }},
+      {"its plan deleted",
+       [&] {
+         QCOMPARE(fixture_.InStore().DeletePlan(in_b), QString());
+         Manager().OnViewGroupChildRemoved(in_b, ResourceData::RT_VIEW);
+       }},
+      {"a plan comes in", [&] { SavedElsewhere(in_a, "new", group_b); }},
+      {"a plan leaves", [&] {
+         SavedElsewhere(in_b, "new", group_a);
+         Manager().OnViewGroupChildAdded(group_a, ResourceData::RT_VIEW);
+       }}};
+  Services().ForgetCalls();
+  AskAndHold("GetPlansInGroup", AfterCall, [this] { controller_->OnExpandViewTreeItem(GroupRow("Public B")); });
+  changes[QTest::currentDataTag()]();
+  AnswerAll();
+  QTEST(Outline(fixture_.Public()), "outline");
+  QCOMPARE(FetchesOffTheGuiThread(), fetches);
+}
+
+// The row is opened with what holds, and what a change took out of the answer comes when the changes end.
+void StaleAnswersTest::OvertakenTimeAndAgain() {
+  const QString group = fixture_.Code("Public B"), plan = fixture_.Code("Public B plan 2");
+  Services().ForgetCalls();
+  log_->Take();
+  AskAndHold("GetPlansInGroup", AfterCall, [this] { controller_->OnExpandViewTreeItem(GroupRow("Public B")); });
+  for (int fetch = 1; fetch <= 6; ++fetch) {
+    SavedElsewhere(plan, qPrintable(QString("name %1").arg(fetch)), group);
+    Services().Hold("GetPlanGroups", CRecordingServices::BeforeCall);
+    Services().Release("GetPlansInGroup");
+    QVERIFY(Services().WaitUntilHeld("GetPlanGroups"));
+    const char* shown = fetch < 5 ? "Plans(%1,Public B)" : "Plans(%1,Public B(Public B plan 10))";
+    QCOMPARE(Outline(fixture_.Public()), QString(shown).arg(kGroupA));
+    Services().Hold("GetPlansInGroup", AfterCall);
+    Services().Release("GetPlanGroups");
+    QVERIFY(Services().WaitUntilHeld("GetPlansInGroup"));
+  }
+  QCOMPARE(FetchesOffTheGuiThread(), 7);
+  Services().ReleaseAll();
+  QTRY_COMPARE(Outline(fixture_.Public()), QString("Plans(%1,Public B(Public B plan 10,name 6))").arg(kGroupA));
+  QCOMPARE(log_->Take(), QStringList({QString("loaded %1 1").arg(group), "list Public B 0 1"}));
+  QVERIFY(Services().ObserverOf(ResourceData::RT_VIEW, plan.toStdString()));
+  for (const auto& call : Services().Calls()) {
+    QVERIFY(call.name == "GetPlanDetail" || !call.on_gui_thread);
+  }
+}
+
+void StaleAnswersTest::WhatOvertakesAnAnswer_data() {
+  using Note = std::function<void(CChangeJournal&)>;
+  QTest::addColumn<Note>("note");
+  QTest::addColumn<bool>("overtaken");
+  QTest::addColumn<QString>("left");
+  const auto add = [](const char* name, bool overtaken, const char* left, const Note& note) {
+    QTest::newRow(name) << note << overtaken << left;
+  };
+  add("nothing", false, "g1 p1 p2", [](auto&) {});
+  add("a plan of others", false, "g1 p1 p2", [](auto& journal) { journal.NotePlan("p3", "g9"); });
+  add("a plan with its group's code", false, "g1 p1 p2", [](auto& journal) { journal.NotePlan("g1", "g9"); });
+  add("a plan comes in", true, "g1 p1 p2", [](auto& journal) { journal.NotePlan("p3", "g"); });
+  add("a plan goes elsewhere", true, "g1 p1", [](auto& journal) { journal.NotePlan("p2", "g9"); });
+  add("a group goes", true, "p1 p2", [](auto& journal) { journal.NoteGroup("g1", ""); });
+  add("the group itself", true, "g1 p1 p2", [](auto& journal) { journal.NoteGroup("g", ""); });
+  add("children of another", false, "g1 p1 p2", [](auto& journal) { journal.NoteChildrenOf("g1"); });
+  add("its children", true, "g1 p1 p2", [](auto& journal) { journal.NoteChildrenOf("g"); });
+  add("everything", true, "", [](auto& journal) { journal.NoteEverything(); });
+  add("as many as are remembered", false, "g1 p1 p2", [](auto& journal) {
+    for (int i = 0; i < CChangeJournal::kKept; ++i) {
+      journal.NoteChildrenOf("g9");
+    }
+  });
+  add("one more", true, "", [](auto& journal) {
+    for (int i = 0; i <= CChangeJournal::kKept; ++i) {
+      journal.NoteChildrenOf("g9");
+    }
+  });
+}
+
+void StaleAnswersTest::WhatOvertakesAnAnswer() {
+  QFETCH(std::function<void(CChangeJournal&)>, note);
+  SubItems items;
+  items.ok = true;
+  for (const char* code : {"p1", "p2"}) {
+    PlanBasicInfo plan;
+    plan.index_code = code;
+    items.plans.plans << plan;
+  }
+  PlanGroup group;
+  group.index_code = "g1";
+  items.groups.groups << group;
+  CChangeJournal journal;
+  journal.NotePlan("p1", "g");  // before the question
+  const int asked_at = journal.Now();
+  note(journal);
+  const RecentChanges changes = journal.Since(asked_at);
+  QTEST(IsOvertaken(items, "g", changes), "overtaken");
+  const SubItems rest = WhatStillHolds(items, changes);
+  QStringList left;
+  for (const auto& held : rest.groups.groups) {
+    left << held.index_code.c_str();
+  }
+  for (const auto& held : rest.plans.plans) {
+    left << held.index_code.c_str();
+  }
+  QTEST(left.join(' '), "left");
+  items.ok = false;  // what the host refuses is no news
+  QVERIFY(!IsOvertaken(items, "g", changes));
 }
 
 void StaleAnswersTest::ReloadedRowTakesAdditions() {

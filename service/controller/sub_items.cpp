@@ -1,0 +1,84 @@
+#include "sub_items.h"
+
+#include <algorithm>
+
+#include "LyraPluginManager/view_business_interface_mgr.h"
+
+namespace TarnPlanView {
+
+using namespace view_plugin_protocol;
+
+namespace {
+
+constexpr int kFetchesAtOnce = 5;
+
+bool Contains(const std::unordered_set<std::string>& codes, const std::string& code) {
+  return codes.count(code) > 0;
+}
+
+template <class Record>
+bool HasAny(const QList<Record>& records, const std::unordered_set<std::string>& codes) {
+  return !codes.empty() && std::any_of(records.cbegin(), records.cend(),
+                                       [&codes](const Record& record) { return Contains(codes, record.index_code); });
+}
+
+template <class Record>
+void TakeOut(QList<Record>& records, const std::unordered_set<std::string>& codes) {
+  const auto end = std::remove_if(records.begin(), records.end(),
+                                  [&codes](const Record& record) { return Contains(codes, record.index_code); });
+  records.erase(end, records.end());
+}
+
+}  // namespace
+
+SubItems FetchSubItems(const std::string& code, int type, bool with_plans) {
+  auto& host = LyraPluginManager::CViewBusinessInterfaceMgr::Instance();
+  SubItems items;
+  GetPlanGroupsRequest groups_request;
+  groups_request.parent_index_code = code;
+  groups_request.node_type = type;
+  items.ok = host.GetPlanGroups(groups_request, items.groups);
+  if (!items.ok) {
+    items.error_info = items.groups.error_info;
+    items.error_kind = items.groups.error_kind;
+    return items;
+  }
+  if (with_plans) {
+    GetPlansInGroupRequest plans_request;
+    plans_request.group_index_code = code;
+    plans_request.node_type = type;
+    items.ok = host.GetPlansInGroup(plans_request, items.plans);
+    items.error_info = items.plans.error_info;
+    items.error_kind = items.plans.error_kind;
+  }
+  return items;
+}
+
+bool IsOvertaken(const SubItems& items, const std::string& code, const RecentChanges& changes) {
+  if (!items.ok || changes.IsEmpty()) {
+    return false;
+  }
+  return changes.everything || Contains(changes.parents, code) || Contains(changes.groups, code) ||
+         HasAny(items.groups.groups, changes.groups) || HasAny(items.plans.plans, changes.plans);
+}
+
+SubItems WhatStillHolds(const SubItems& items, const RecentChanges& changes) {
+  SubItems rest = items;
+  if (changes.everything) {
+    rest.groups.groups.clear();
+    rest.plans.plans.clear();
+    return rest;
+  }
+  TakeOut(rest.groups.groups, changes.groups);
+  TakeOut(rest.plans.plans, changes.plans);
+  return rest;
+}
+
+FetchStep StepAfter(bool is_overtaken, bool has_row, int fetches) {
+  if (!is_overtaken || !has_row) {
+    return FetchStep::Finish;
+  }
+  return fetches < kFetchesAtOnce ? FetchStep::AskAgain : FetchStep::ShowPartly;
+}
+
+}  // namespace TarnPlanView

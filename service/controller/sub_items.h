@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+#include "LyraPluginManager/error_kind.h"
+#include "LyraPluginManager/view_plugin_protocol.h"
+#include "change_journal.h"
+
+namespace TarnPlanView {
+
+/// What a fetch of a node's children brought.
+struct SubItems {
+  bool ok = false;
+  std::string error_info;
+  int32_t error_kind = view_plugin_protocol::UnknownFailure;
+  view_plugin_protocol::GetPlanGroupsResponse groups;
+  view_plugin_protocol::GetPlansInGroupResponse plans;
+};
+
+/// Asks the host, on the calling thread.
+SubItems FetchSubItems(const std::string& code, int type, bool with_plans);
+
+/// Whether changes that came in during the fetch of the children of `code` make a difference to it: it would bring back
+/// what was deleted, put a moved plan in its old place, or lack one that came in.
+bool IsOvertaken(const SubItems& items, const std::string& code, const RecentChanges& changes);
+/// The items that no change came to.
+SubItems WhatStillHolds(const SubItems& items, const RecentChanges& changes);
+
+/// What becomes of an answer.
+enum class FetchStep {
+  Finish,     // the answer is shown as it is, or why there is none
+  AskAgain,   // at once
+  ShowPartly  // what still holds, and the rest is asked for later: a row does not wait for ever where changes never end
+};
+/// `fetches`: how many were made, this one with it.
+FetchStep StepAfter(bool is_overtaken, bool has_row, int fetches);
+
+}  // namespace TarnPlanView
