@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-// The families of plans, and who sees what of them. Thread: any.
+// The families of plans. Thread: any.
 namespace view_plugin_protocol {
 
 /// The family of a group or plan, as records and requests carry it in `type`.
@@ -37,12 +37,6 @@ inline Family FamilyOfRoot(int32_t root) {
     return OwnFamily;
   }
   return root == ReceivedRoot ? ReceivedFamily : PublicFamily;
-}
-
-/// Whether a user sees a row of the service: a group, a plan, or whatever else has a family and an owner.
-template <class Row>
-bool IsVisibleTo(const Row& row, int32_t user) {
-  return row.family != OwnFamily || row.owner == user;
 }
 
 }  // namespace view_plugin_protocol

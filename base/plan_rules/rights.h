@@ -9,14 +9,18 @@
 #include "LyraPluginManager/resource_business_interface_mgr.h"
 #include "plan_rules/families.h"
 
-// The rights that changes of public plans and groups take. Thread: any.
+// The rights of a user. Thread: any.
 namespace view_plugin_protocol {
 
-/// The host's codes of the rights.
+/// The host's codes of the rights that changes of public plans and groups take.
 enum Right : int { AddRight = 5, EditRight = 6, DeleteRight = 7 };
 constexpr Right kRights[] = {AddRight, EditRight, DeleteRight};
 
-/// Whether `code` is that of a right.
+/// The host's code of the right to configure the site. Who has it sees public groups whatever they are limited to; no
+/// change of a plan takes it.
+constexpr int kConfigureRight = 8;
+
+/// Whether `code` is that of such a right.
 inline bool IsRight(int code) {
   return std::find(std::begin(kRights), std::end(kRights), code) != std::end(kRights);
 }

@@ -1192,6 +1192,10 @@
         <translation>This site keeps no list of cameras.</translation>
     </message>
     <message>
+        <source>This site does not count what is in a group.</source>
+        <translation>This site does not count what is in a group.</translation>
+    </message>
+    <message>
         <source>The plan store failed: %1</source>
         <translation>The plan store failed: %1</translation>
     </message>
@@ -1284,6 +1288,10 @@
     <message>
         <source>The group is not empty. Delete what is in it first.</source>
         <translation>The group is not empty. Delete what is in it first.</translation>
+    </message>
+    <message>
+        <source>The group cannot be deleted: there is more in it than you may see.</source>
+        <translation>The group cannot be deleted: there is more in it than you may see.</translation>
     </message>
     <message>
         <source>The plan &quot;%1&quot; cannot be saved: %2.</source>

@@ -1237,6 +1237,10 @@
         <translation>此站点没有摄像机列表。</translation>
     </message>
     <message>
+        <source>This site does not count what is in a group.</source>
+        <translation>此站点不统计分组中的内容。</translation>
+    </message>
+    <message>
         <source>The plan store failed: %1</source>
         <translation>预案数据库出错：%1</translation>
     </message>
@@ -1329,6 +1333,10 @@
     <message>
         <source>The group is not empty. Delete what is in it first.</source>
         <translation>分组不为空，请先删除其中的内容。</translation>
+    </message>
+    <message>
+        <source>The group cannot be deleted: there is more in it than you may see.</source>
+        <translation>无法删除该分组：其中包含您无权查看的内容。</translation>
     </message>
     <message>
         <source>The plan &quot;%1&quot; cannot be saved: %2.</source>

@@ -30,6 +30,10 @@ class TARN_HOST_EXPORT CViewBusinessInterfaceMgr : public Wren::Base::CSingleton
   /// long it can be taken back, as does that of DeletePlan().
   bool DeletePlanGroup(const view_plugin_protocol::DeletePlanGroupRequest& request,
                        view_plugin_protocol::DeletePlanGroupResponse& response);
+  /// How much stands below a group, from memory: for what is said before a group is deleted. False from hosts that
+  /// cannot say.
+  bool CountBelowGroup(const view_plugin_protocol::CountBelowGroupRequest& request,
+                       view_plugin_protocol::CountBelowGroupResponse& response);
   /// The service records creator and time; the answer carries the new plan's code.
   bool AddPlan(const view_plugin_protocol::AddPlanRequest& request, view_plugin_protocol::AddPlanResponse& response);
   /// Replaces all of a plan, its group too: for a change of one thing fetch the plan first. A revision makes it fail

@@ -112,7 +112,15 @@ struct DeletePlanGroupRequest {
   int32_t type = 0;
 };
 struct DeletePlanGroupResponse : ResponseHeader {
-  int32_t restorable_seconds = 0;  // how long RestoreDeleted() takes it back; 0: not at all
+  int32_t restorable_seconds = 0;                   // how long RestoreDeleted() takes it back; 0: not at all
+  int32_t deleted_groups = -1, deleted_plans = -1;  // that went with it, on all levels; -1: the host does not say
+};
+
+struct CountBelowGroupRequest {
+  std::string index_code;
+};
+struct CountBelowGroupResponse : ResponseHeader {
+  int32_t groups = 0, plans = 0;  // on all levels below, as far as the user sees them
 };
 
 struct AddPlanRequest {

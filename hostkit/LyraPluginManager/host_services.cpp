@@ -23,6 +23,13 @@ Installed& TheInstalled() {
 
 }  // namespace
 
+bool IHostServices::CountBelowGroup(const view_plugin_protocol::CountBelowGroupRequest&,
+                                    view_plugin_protocol::CountBelowGroupResponse& response) {
+  response.error_info =
+      QCoreApplication::translate("TarnHost::Store", "This site does not count what is in a group.").toStdString();
+  return false;
+}
+
 bool IHostServices::GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>&,
                                   std::vector<ResourceTreeKit::CCameraItemInfo>&, std::string* error) {
   *error = NoCameras();

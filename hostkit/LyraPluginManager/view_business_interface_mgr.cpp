@@ -32,6 +32,11 @@ bool CViewBusinessInterfaceMgr::DeletePlanGroup(const view_plugin_protocol::Dele
   return ForwardCall(&IHostServices::DeletePlanGroup, request, response);
 }
 
+bool CViewBusinessInterfaceMgr::CountBelowGroup(const view_plugin_protocol::CountBelowGroupRequest& request,
+                                                view_plugin_protocol::CountBelowGroupResponse& response) {
+  return ForwardCall(&IHostServices::CountBelowGroup, request, response);
+}
+
 bool CViewBusinessInterfaceMgr::AddPlan(const view_plugin_protocol::AddPlanRequest& request,
                                         view_plugin_protocol::AddPlanResponse& response) {
   return ForwardCall(&IHostServices::AddPlan, request, response);

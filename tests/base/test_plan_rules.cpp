@@ -2,6 +2,7 @@
 #include <QtTest>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "plan_rules/audience.h"
 #include "plan_rules/families.h"
 #include "plan_rules/names.h"
 #include "plan_rules/plan_limits.h"
@@ -12,6 +13,7 @@
 using namespace view_plugin_protocol;
 
 Q_DECLARE_METATYPE(NameFault)
+Q_DECLARE_METATYPE(Viewer)
 
 class PlanRulesTest : public QObject {
   Q_OBJECT
@@ -20,6 +22,8 @@ class PlanRulesTest : public QObject {
   void Names();
   void Splits();
   void Families();
+  void Audiences_data();
+  void Audiences();
   void Rights();
   void SignsOfPlans();
 };
@@ -59,16 +63,39 @@ void PlanRulesTest::Splits() {
 }
 
 void PlanRulesTest::Families() {
-  struct Row {
-    int32_t family, owner;
-  };
   for (const Family family : {PublicFamily, OwnFamily, ReceivedFamily}) {
     QVERIFY(IsFamily(family) && IsRootCode(RootOf(family)));
     QCOMPARE(FamilyOfRoot(RootOf(family)), family);
-    QVERIFY(IsVisibleTo(Row{family, 2}, 2));
-    QCOMPARE(IsVisibleTo(Row{family, 2}, 3), family != OwnFamily);
   }
   QVERIFY(!IsFamily(-1) && !IsFamily(3) && !IsRootCode(0) && !IsRootCode(-3) && !IsRootCode(1));
+}
+
+// A row of user 2 below a group that is limited to user groups 7 and 8, and who sees it.
+void PlanRulesTest::Audiences_data() {
+  QTest::addColumn<int>("family");
+  QTest::addColumn<int>("user");
+  QTest::addColumn<Viewer>("viewer");
+  QTest::addColumn<bool>("seen");
+  const Viewer in_none, in_one{false, {1, 8}}, in_others{false, {1, 9}}, configures{true, {}};
+  QTest::newRow("public, in a user group") << int(PublicFamily) << 3 << in_one << true;
+  QTest::newRow("public, in other user groups") << int(PublicFamily) << 3 << in_others << false;
+  QTest::newRow("public, in none") << int(PublicFamily) << 3 << in_none << false;
+  QTest::newRow("public, configures") << int(PublicFamily) << 3 << configures << true;
+  QTest::newRow("own, of the user, in none") << int(OwnFamily) << 2 << in_none << true;
+  QTest::newRow("own, of another, in a user group") << int(OwnFamily) << 3 << in_one << false;
+  QTest::newRow("own, of another, configures") << int(OwnFamily) << 3 << configures << false;
+  QTest::newRow("received, in none") << int(ReceivedFamily) << 3 << in_none << true;
+}
+
+void PlanRulesTest::Audiences() {
+  QFETCH(int, family);
+  QFETCH(int, user);
+  QFETCH(Viewer, viewer);
+  struct {
+    int32_t family, owner;
+  } const row{family, 2};
+  QTEST(IsVisibleTo(row, user, [&] { return IsAdmitted(viewer, {7, 8}); }), "seen");
+  QVERIFY(IsAdmitted(viewer, {}));  // not limited
 }
 
 void PlanRulesTest::Rights() {

@@ -92,6 +92,9 @@ void StoreCareTest::NamesWhatItFinds_data() {
       "Plan \"Gate A\" (100006): \"25:00\" is not");
   add("INSERT INTO default_view (user_id, code, type) VALUES (2, 77, 16000)", "The default view of user 2 is 77");
   add("INSERT INTO user_right (user_id, code) VALUES (9, 5)", "User 9 has right 5");
+  add("INSERT INTO user_group_member (user_group_id, user_id) VALUES (1, 2)", "User group 1 has user 2");
+  add("INSERT INTO group_audience (group_code, user_group_id) VALUES (100001, 7)", "Group 100001 is limited to user");
+  add("INSERT INTO group_audience (group_code, user_group_id) VALUES (100003, 7)", "Group 100003 is limited to user");
   add("ALTER TABLE user_right RENAME TO elsewhere", "The rights cannot be read: ");
   add("UPDATE counter SET value = 100003 WHERE name = 'code'", "Codes are given from 100004 on, but 100010");
   add("INSERT INTO change_log (seq, origin, kind, code) VALUES (99, 'x', 1, 1)", "The log has change 99");

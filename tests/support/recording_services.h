@@ -75,6 +75,7 @@ class CRecordingServices : public TarnHost::IHostServices {
   TARN_RECORD(AddPlanGroup, view::AddPlanGroupRequest, view::AddPlanGroupResponse)
   TARN_RECORD(UpdatePlanGroup, view::UpdatePlanGroupRequest, view::UpdatePlanGroupResponse)
   TARN_RECORD(DeletePlanGroup, view::DeletePlanGroupRequest, view::DeletePlanGroupResponse)
+  TARN_RECORD(CountBelowGroup, view::CountBelowGroupRequest, view::CountBelowGroupResponse)
   TARN_RECORD(AddPlan, view::AddPlanRequest, view::AddPlanResponse)
   TARN_RECORD(UpdatePlan, view::UpdatePlanRequest, view::UpdatePlanResponse)
   TARN_RECORD(RestoreDeleted, view::RestoreDeletedRequest, view::RestoreDeletedResponse)

@@ -9,7 +9,8 @@ namespace TarnHost::Store {
 
 /// One entry of the store's change log. The entry names what changed; the content is read from the store.
 struct ChangeEntry {
-  enum Kind : int32_t { kGroupSaved = 1, kGroupRemoved = 2, kPlanSaved = 3, kPlanRemoved = 4 };
+  // kAudiencesSaved: who is let into which group; for programs of before that, an entry about a plan that never was.
+  enum Kind : int32_t { kGroupSaved = 1, kGroupRemoved = 2, kPlanSaved = 3, kPlanRemoved = 4, kAudiencesSaved = 5 };
   int64_t seq = 0;
   std::string origin;  // the process that made the change
   int32_t kind = 0;

@@ -12,6 +12,7 @@ namespace {
 
 using view_plugin_protocol::AddRight;
 using view_plugin_protocol::EditRight;
+using view_plugin_protocol::kConfigureRight;
 using view_plugin_protocol::kRights;
 using view_plugin_protocol::OwnFamily;
 using view_plugin_protocol::PlanPage;
@@ -85,7 +86,9 @@ const std::vector<PlanSite::Group>& Groups() {
 }
 
 std::vector<int> AllRights() {
-  return {std::begin(kRights), std::end(kRights)};
+  std::vector<int> rights(std::begin(kRights), std::end(kRights));
+  rights.push_back(kConfigureRight);
+  return rights;
 }
 
 constexpr int kGates = 1, kTours = 19, kMorningRound = 22;

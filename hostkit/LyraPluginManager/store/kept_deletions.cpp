@@ -38,20 +38,22 @@ void CKeptDeletions::Note(const char* table, int32_t code, int32_t user, int64_t
       {int(table == kGroups), user, qint64(at), code});
 }
 
-void CKeptDeletions::KeepGroup(int32_t code, int32_t user, int64_t at) {
+CKeptDeletions::Below CKeptDeletions::KeepGroup(int32_t code, int32_t user, int64_t at) {
   Note(kGroups, code, user, at);
   const auto keep = [&](const char* table, const char* columns, const char* condition) {
-    engine_.Execute(QLatin1String(kGroupTree) +
-                        QStringLiteral("INSERT INTO kept_%1 (deletion, %2) SELECT CAST(? AS INTEGER), %2 FROM %1"
-                                       " WHERE %3")
-                            .arg(QLatin1String(table), QLatin1String(columns), QLatin1String(condition)),
-                    {code, code});
+    return engine_.Execute(QLatin1String(kGroupTree) +
+                               QStringLiteral("INSERT INTO kept_%1 (deletion, %2) SELECT CAST(? AS INTEGER), %2 FROM %1"
+                                              " WHERE %3")
+                                   .arg(QLatin1String(table), QLatin1String(columns), QLatin1String(condition)),
+                           {code, code});
   };
   keep("default_view", kViewColumns,
        "code IN (SELECT code FROM tree) OR code IN"
        " (SELECT code FROM plan WHERE parent_code IN (SELECT code FROM tree))");
-  keep(kPlans, kPlanColumns, "parent_code IN (SELECT code FROM tree)");
-  keep(kGroups, kGroupColumns, "code IN (SELECT code FROM tree)");
+  Below below;
+  below.plans = keep(kPlans, kPlanColumns, "parent_code IN (SELECT code FROM tree)");
+  below.groups = keep(kGroups, kGroupColumns, "code IN (SELECT code FROM tree)") - 1;
+  return below;
 }
 
 void CKeptDeletions::KeepPlan(int32_t code, int32_t user, int64_t at) {
@@ -149,6 +151,9 @@ void CKeptDeletions::ForgetSome(const Key& deletion) {
     }
   }
   engine_.Execute("DELETE FROM deletion WHERE code = ?", {deletion.first});
+  engine_.Execute(
+      "DELETE FROM group_audience WHERE group_code NOT IN (SELECT code FROM plan_group)"
+      " AND group_code NOT IN (SELECT code FROM kept_plan_group)");
 }
 
 void CKeptDeletions::ForgetRows(int32_t deletion) {

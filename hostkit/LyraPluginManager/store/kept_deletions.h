@@ -26,8 +26,14 @@ class CKeptDeletions {
 
   explicit CKeptDeletions(CSqlEngine& engine) : engine_(engine) {}
 
-  /// Keeps a row that is about to be deleted, with the default views that name it; a group with all below it.
-  void KeepGroup(int32_t code, int32_t user, int64_t at);
+  /// What goes with a group, on all levels below it.
+  struct Below {
+    int32_t groups = 0, plans = 0;
+  };
+
+  /// Keeps a row that is about to be deleted, with the default views that name it; a group with all below it. Who was
+  /// let into a group stays noted for as long as it is kept.
+  Below KeepGroup(int32_t code, int32_t user, int64_t at);
   void KeepPlan(int32_t code, int32_t user, int64_t at);
 
   std::optional<Deletion> Find(int32_t code, bool is_group);

@@ -75,6 +75,21 @@ QStringList KeptDeletions(const CSqlEngine& engine) {
   };
 }
 
+// A group of public plans with a row in 'group_audience' is seen by members of the user groups named there, and by who
+// may configure the site (right 8): so far, that is who may do everything.
+QStringList GroupAudiences(const CSqlEngine&) {
+  return {
+      "CREATE TABLE user_group (id INTEGER PRIMARY KEY, name TEXT NOT NULL UNIQUE)",
+      "CREATE TABLE user_group_member (user_group_id INTEGER NOT NULL, user_id INTEGER NOT NULL,"
+      " PRIMARY KEY (user_group_id, user_id))",
+      "CREATE INDEX user_group_member_user ON user_group_member (user_id)",
+      "CREATE TABLE group_audience (group_code INTEGER NOT NULL, user_group_id INTEGER NOT NULL,"
+      " PRIMARY KEY (group_code, user_group_id))",
+      "INSERT INTO user_right (user_id, code) SELECT user_id, 8 FROM user_right WHERE code IN (5, 6, 7)"
+      " GROUP BY user_id HAVING count(*) = 3 ON CONFLICT DO NOTHING",
+  };
+}
+
 void Apply(CSqlEngine& engine, const Migration& step) {
   for (const QString& statement : step.statements(engine)) {
     engine.RunOnce(statement);
@@ -97,7 +112,7 @@ void RunStep(CSqlEngine& engine, const Migration& step) {
 
 const std::vector<Migration>& AllMigrations() {
   static const std::vector<Migration> all = {
-      {1, FirstLayout}, {2, FavoriteCameras}, {3, PlanChecksums}, {4, KeptDeletions}};
+      {1, FirstLayout}, {2, FavoriteCameras}, {3, PlanChecksums}, {4, KeptDeletions}, {5, GroupAudiences}};
   return all;
 }
 
@@ -135,6 +150,18 @@ void RequirePlanStore(CSqlEngine& engine, const QString& place) {
 void RequireKnownVersion(int stored, int newest, const QString& place) {
   if (stored > newest) {
     throw CStoreError(CStoreError::kRefused, {kNewerStore, {place, QString::number(stored), QString::number(newest)}});
+  }
+}
+
+void RequireNewest(CSqlEngine& engine) {
+  RequirePlanStore(engine, engine.Place());
+  const int version = StoredVersion(engine);
+  const int newest = AllMigrations().back().to;
+  RequireKnownVersion(version, newest, engine.Place());
+  if (version < newest) {
+    throw CStoreError(CStoreError::kFailed,
+                      QStringLiteral("The plan store %1 is of an older version (%2); start the client on it once.")
+                          .arg(engine.Place(), QString::number(version)));
   }
 }
 

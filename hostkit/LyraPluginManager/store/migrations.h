@@ -23,6 +23,9 @@ void RequirePlanStore(CSqlEngine& engine, const QString& place);
 /// Refuses a store that a newer program made.
 void RequireKnownVersion(int stored, int newest, const QString& place);
 
+/// Refuses what is no plan store, and one of another version than this program makes: for what brings none along.
+void RequireNewest(CSqlEngine& engine);
+
 /// Makes the newest layout in an empty database, inside the caller's transaction.
 void MakeLayout(CSqlEngine& engine, const std::vector<Migration>& migrations = AllMigrations());
 

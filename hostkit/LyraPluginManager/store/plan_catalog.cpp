@@ -1,6 +1,7 @@
 #include "store/plan_catalog.h"
 
 #include <algorithm>
+#include <iterator>
 #include <mutex>
 #include <utility>
 
@@ -110,12 +111,49 @@ CPlanCatalog::Children* CPlanCatalog::ChildrenAt(int32_t parent, int32_t owner) 
   return const_cast<Children*>(std::as_const(*this).ChildrenAt(parent, owner));
 }
 
+bool CPlanCatalog::SetAudiences(GroupAudiences audiences, int32_t user) {
+  const std::unique_lock<CFairSharedMutex> lock(mutex_);
+  const std::set<int32_t> closed = audiences_.ClosedTo(user);
+  audiences_ = std::move(audiences);
+  return closed != audiences_.ClosedTo(user);
+}
+
+bool CPlanCatalog::IsOpenUpFrom(int32_t group, int32_t user) const {
+  if (audiences_.limited.empty()) {
+    return true;
+  }
+  while (const GroupNode* node = FindIn(groups_, group)) {
+    if (!audiences_.Admits(group, user)) {
+      return false;
+    }
+    group = node->place.parent;
+  }
+  return true;
+}
+
+// Of a group whose parent the user sees.
+bool CPlanCatalog::IsChildVisible(const GroupRow& group, int32_t user) const {
+  return IsVisibleTo(group, user, [&] { return audiences_.Admits(group.code, user); });
+}
+
+bool CPlanCatalog::AreAllVisible(const std::vector<GroupRow>& groups, int32_t user) const {
+  const auto is_visible = [&](const GroupRow& group) { return IsChildVisible(group, user); };
+  return audiences_.limited.empty() || std::all_of(groups.begin(), groups.end(), is_visible);
+}
+
+std::vector<GroupRow> CPlanCatalog::VisibleOf(const std::vector<GroupRow>& groups, int32_t user) const {
+  std::vector<GroupRow> visible;
+  std::copy_if(groups.begin(), groups.end(), std::back_inserter(visible),
+               [&](const GroupRow& group) { return IsChildVisible(group, user); });
+  return visible;
+}
+
 const CPlanCatalog::Children* CPlanCatalog::VisibleChildren(int32_t parent, int32_t user) const {
   if (IsRootCode(parent)) {
     return ChildrenAt(parent, user);
   }
   const GroupNode* group = FindIn(groups_, parent);
-  return group && IsVisibleTo(group->place, user) ? &group->children : nullptr;
+  return group && IsVisibleIn(parent, group->place, user) ? &group->children : nullptr;
 }
 
 const GroupRow& CPlanCatalog::GroupAt(int32_t code, const Place& place) const {
@@ -138,7 +176,7 @@ CPlanCatalog::Hit CPlanCatalog::HitOf(const PlanRow& row) const {
 std::optional<GroupRow> CPlanCatalog::FindGroup(int32_t code, int32_t user) const {
   const std::shared_lock<CFairSharedMutex> lock(mutex_);
   const GroupNode* group = FindIn(groups_, code);
-  if (!group || !IsVisibleTo(group->place, user)) {
+  if (!group || !IsVisibleIn(code, group->place, user)) {
     return std::nullopt;
   }
   return GroupAt(code, group->place);
@@ -147,7 +185,7 @@ std::optional<GroupRow> CPlanCatalog::FindGroup(int32_t code, int32_t user) cons
 std::optional<CPlanCatalog::Hit> CPlanCatalog::FindPlan(int32_t code, int32_t user) const {
   const std::shared_lock<CFairSharedMutex> lock(mutex_);
   const Place* place = FindIn(plans_, code);
-  if (!place || !IsVisibleTo(*place, user)) {
+  if (!place || !IsVisibleIn(place->parent, *place, user)) {
     return std::nullopt;
   }
   return HitOf(PlanAt(code, *place));
@@ -159,7 +197,31 @@ std::pair<int32_t, int32_t> CPlanCatalog::FirstChildren(int32_t parent, int32_t 
   if (children == nullptr) {
     return {0, 0};
   }
-  return {FirstCode(children->groups), FirstCode(children->plans)};
+  const auto& groups = children->groups;
+  const auto first =
+      std::find_if(groups.begin(), groups.end(), [&](const GroupRow& group) { return IsChildVisible(group, user); });
+  return {first == groups.end() ? 0 : first->code, FirstCode(children->plans)};
+}
+
+std::optional<CPlanCatalog::Counts> CPlanCatalog::CountBelow(int32_t group, int32_t user) const {
+  const std::shared_lock<CFairSharedMutex> lock(mutex_);
+  const Children* children = VisibleChildren(group, user);
+  if (children == nullptr) {
+    return std::nullopt;
+  }
+  Counts counts;
+  CountBelow(*children, user, &counts);
+  return counts;
+}
+
+void CPlanCatalog::CountBelow(const Children& children, int32_t user, Counts* counts) const {
+  counts->plans += static_cast<int>(children.plans.size());
+  for (const GroupRow& group : children.groups) {
+    if (IsChildVisible(group, user)) {
+      ++counts->groups;
+      CountBelow(groups_.at(group.code).children, user, counts);
+    }
+  }
 }
 
 std::optional<int> CPlanCatalog::CountChildren(int32_t group) const {
@@ -192,7 +254,7 @@ std::vector<CPlanCatalog::Hit> CPlanCatalog::Search(const std::string& folded, i
     search(*ChildrenAt(root, user));
   }
   for (const auto& [code, node] : groups_) {
-    if (node.place.family == family && IsVisibleTo(node.place, user)) {
+    if (node.place.family == family && IsVisibleIn(code, node.place, user)) {
       search(node.children);
     }
   }
@@ -206,7 +268,8 @@ int32_t CPlanCatalog::FindByName(const std::string& name, int32_t user) const {
   const std::shared_lock<CFairSharedMutex> lock(mutex_);
   for (const auto& [code, place] : plans_) {
     const std::pair<int32_t, int32_t> candidate(place.family, code);
-    if (IsVisibleTo(place, user) && (best.second == 0 || candidate < best) && PlanAt(code, place).name == name) {
+    if ((best.second == 0 || candidate < best) && PlanAt(code, place).name == name &&
+        IsVisibleIn(place.parent, place, user)) {
       best = candidate;
     }
   }
@@ -220,11 +283,11 @@ int32_t CPlanCatalog::AutomaticPlan(int32_t second_of_day, int32_t user) const {
   for (const int32_t code : automatic_) {
     const Place& place = plans_.at(code);
     const PlanRow& row = PlanAt(code, place);
-    if (!IsVisibleTo(place, user) || !HasSpan(row)) {
+    if (!HasSpan(row)) {
       continue;
     }
     const int32_t wait = WaitFor(row, second_of_day);
-    if (wait < best_wait) {
+    if (wait < best_wait && IsVisibleIn(place.parent, place, user)) {
       best = code;
       best_wait = wait;
     }

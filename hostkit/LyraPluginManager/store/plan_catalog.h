@@ -10,6 +10,7 @@
 
 #include "store/camera_names.h"
 #include "store/fair_shared_mutex.h"
+#include "store/group_audiences.h"
 #include "store/plan_records.h"
 
 namespace TarnHost::Store {
@@ -29,11 +30,18 @@ class CPlanCatalog {
     std::string shown_camera = {};          // the camera by which a search found it; empty: found by its name
   };
 
+  struct Counts {
+    int groups = 0, plans = 0;
+  };
+
   /// Names of cameras are compared in the form that `fold` makes.
   explicit CPlanCatalog(CCameraNames::Fold fold) : cameras_(fold) {}
 
   /// The names behind the numbers in PlanRow::cameras.
   CCameraNames& Cameras() { return cameras_; }
+
+  /// Who is let into which group, from now on. Whether the user now sees another part of the tree.
+  bool SetAudiences(GroupAudiences audiences, int32_t user);
 
   /// Takes new content; both lists in the order of their codes. Groups that hang from no root are left out.
   void Replace(const std::vector<GroupRow>& groups, const std::vector<PlanRow>& plans);
@@ -42,15 +50,33 @@ class CPlanCatalog {
   /// Calls visit(rows) with the children, which must not call the catalog. False when `user` sees no such parent.
   template <class Visit>
   bool VisitGroups(int32_t parent, int32_t user, const Visit& visit) const {
-    return VisitList(parent, user, &Children::groups, visit);
+    const std::shared_lock<CFairSharedMutex> lock(mutex_);
+    const Children* children = VisibleChildren(parent, user);
+    if (children == nullptr) {
+      return false;
+    }
+    if (AreAllVisible(children->groups, user)) {
+      visit(children->groups);
+    } else {
+      visit(VisibleOf(children->groups, user));
+    }
+    return true;
   }
   template <class Visit>
   bool VisitPlans(int32_t parent, int32_t user, const Visit& visit) const {
-    return VisitList(parent, user, &Children::plans, visit);
+    const std::shared_lock<CFairSharedMutex> lock(mutex_);
+    const Children* children = VisibleChildren(parent, user);
+    if (children == nullptr) {
+      return false;
+    }
+    visit(children->plans);
+    return true;
   }
 
   std::optional<GroupRow> FindGroup(int32_t code, int32_t user) const;
   std::optional<Hit> FindPlan(int32_t code, int32_t user) const;
+  /// Groups and plans on all levels below a group; none when `user` sees no such group.
+  std::optional<Counts> CountBelow(int32_t group, int32_t user) const;
   /// Codes of the parent's first group and first plan; 0 for what it has none of.
   std::pair<int32_t, int32_t> FirstChildren(int32_t parent, int32_t user) const;
 
@@ -90,17 +116,15 @@ class CPlanCatalog {
     Children children;
   };
 
-  template <class List, class Visit>
-  bool VisitList(int32_t parent, int32_t user, List Children::*list, const Visit& visit) const {
-    const std::shared_lock<CFairSharedMutex> lock(mutex_);
-    const Children* children = VisibleChildren(parent, user);
-    if (children == nullptr) {
-      return false;
-    }
-    visit(children->*list);
-    return true;
+  template <class Row>
+  bool IsVisibleIn(int32_t group, const Row& row, int32_t user) const {
+    return IsVisibleTo(row, user, [&] { return IsOpenUpFrom(group, user); });
   }
-
+  bool IsOpenUpFrom(int32_t group, int32_t user) const;
+  bool IsChildVisible(const GroupRow& group, int32_t user) const;
+  bool AreAllVisible(const std::vector<GroupRow>& groups, int32_t user) const;
+  std::vector<GroupRow> VisibleOf(const std::vector<GroupRow>& groups, int32_t user) const;
+  void CountBelow(const Children& children, int32_t user, Counts* counts) const;
   const Children* VisibleChildren(int32_t parent, int32_t user) const;
   const Children* ChildrenAt(int32_t parent, int32_t owner) const;
   Children* ChildrenAt(int32_t parent, int32_t owner);
@@ -118,6 +142,7 @@ class CPlanCatalog {
 
   CCameraNames cameras_;
   mutable CFairSharedMutex mutex_;
+  GroupAudiences audiences_;
   Children public_, common_;
   std::map<int32_t, Children> own_;  // by user
   std::unordered_map<int32_t, GroupNode> groups_;

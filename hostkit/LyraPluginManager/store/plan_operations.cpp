@@ -86,8 +86,23 @@ void CPlanOperations::UpdatePlanGroup(const view::UpdatePlanGroupRequest& reques
 void CPlanOperations::DeletePlanGroup(const view::DeletePlanGroupRequest& request,
                                       view::DeletePlanGroupResponse* response) {
   const int32_t user = runner_.RequireUser();
-  response->restorable_seconds =
+  const auto deleted =
       runner_.Write([code = request.index_code, user](CPlanWriter& writer) { return writer.DeleteGroup(code, user); });
+  response->restorable_seconds = deleted.restorable_seconds;
+  response->deleted_groups = deleted.below.groups;
+  response->deleted_plans = deleted.below.plans;
+}
+
+void CPlanOperations::CountBelowGroup(const view::CountBelowGroupRequest& request,
+                                      view::CountBelowGroupResponse* response) {
+  const int32_t user = runner_.RequireUser();
+  runner_.RequireDownloaded();
+  const auto counts = runner_.Catalog().CountBelow(ParseCode(request.index_code), user);
+  if (!counts) {
+    throw CStoreError(CStoreError::kGone, kGroupGone);
+  }
+  response->groups = counts->groups;
+  response->plans = counts->plans;
 }
 
 void CPlanOperations::AddPlan(const view::AddPlanRequest& request, view::AddPlanResponse* response) {
@@ -131,8 +146,8 @@ int32_t CPlanOperations::RequestedPlan(const view::GetPlanDetailRequest& request
 
 // From the database: a plan that was just deleted elsewhere is gone, whatever the catalog has heard by then.
 StoredPlan CPlanOperations::ReadPlan(int32_t code, int32_t user) {
-  auto plan = runner_.Read([code](CPlanRepository& repository) { return repository.WholePlan(code); });
-  if (!plan || !IsVisibleTo(plan->row, user)) {
+  auto plan = runner_.Read([code, user](CPlanRepository& repository) { return repository.WholePlan(code, user); });
+  if (!plan) {
     throw CStoreError(CStoreError::kGone, WhyPlanIsGone(code, user));
   }
   if (!plan->damage.IsEmpty()) {
@@ -145,11 +160,11 @@ StoredPlan CPlanOperations::ReadPlan(int32_t code, int32_t user) {
 CStoreText CPlanOperations::WhyPlanIsGone(int32_t code, int32_t user) {
   std::optional<CKeptDeletions::Deletion> deletion;
   try {
-    deletion = runner_.Read([code](CPlanRepository& repository) { return repository.DeletionOf(code); });
+    deletion = runner_.Read([code, user](CPlanRepository& repository) { return repository.DeletionOf(code, user); });
   } catch (const CStoreError&) {
     return kPlanGone;  // that much is known
   }
-  if (!deletion || !IsVisibleTo(*deletion, user)) {
+  if (!deletion) {
     return kPlanGone;
   }
   const auto* who = runner_.Site().FindUser(deletion->user);

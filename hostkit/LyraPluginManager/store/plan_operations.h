@@ -21,6 +21,8 @@ class CPlanOperations {
                        view_plugin_protocol::UpdatePlanGroupResponse* response);
   void DeletePlanGroup(const view_plugin_protocol::DeletePlanGroupRequest& request,
                        view_plugin_protocol::DeletePlanGroupResponse* response);
+  void CountBelowGroup(const view_plugin_protocol::CountBelowGroupRequest& request,
+                       view_plugin_protocol::CountBelowGroupResponse* response);
   void AddPlan(const view_plugin_protocol::AddPlanRequest& request, view_plugin_protocol::AddPlanResponse* response);
   void UpdatePlan(const view_plugin_protocol::UpdatePlanRequest& request,
                   view_plugin_protocol::UpdatePlanResponse* response);

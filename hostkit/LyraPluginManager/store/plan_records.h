@@ -10,7 +10,6 @@ namespace TarnHost::Store {
 
 using view_plugin_protocol::FamilyOfRoot;
 using view_plugin_protocol::IsRootCode;
-using view_plugin_protocol::IsVisibleTo;
 using view_plugin_protocol::OwnFamily;
 using view_plugin_protocol::OwnRoot;
 using view_plugin_protocol::PublicFamily;

@@ -145,6 +145,22 @@ std::optional<StoredPlan> CPlanRepository::WholePlan(int32_t code) {
   return plan;
 }
 
+std::optional<StoredPlan> CPlanRepository::WholePlan(int32_t code, int32_t user) {
+  auto plan = WholePlan(code);
+  if (plan && !audiences_.IsVisible(plan->row, user)) {
+    return std::nullopt;
+  }
+  return plan;
+}
+
+std::optional<CKeptDeletions::Deletion> CPlanRepository::DeletionOf(int32_t plan, int32_t user) {
+  const auto deletion = CKeptDeletions(engine_).OfPlan(plan);
+  if (deletion && !audiences_.IsKeptPlanVisible(plan, user)) {
+    return std::nullopt;
+  }
+  return deletion;
+}
+
 void CPlanRepository::ForEachPlan(const std::function<void(const StoredPlan&, Vouched)>& visit) {
   engine_.ForEach(QStringLiteral("SELECT %1, %2 FROM plan ORDER BY code").arg(kPlanColumns, kFurtherColumns), {},
                   [&](const QSqlQuery& query) {

@@ -10,6 +10,7 @@
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "ResourceTreeKit/camera_item_info.h"
 #include "ResourceTreeKit/region_item_info.h"
+#include "store/audience_repository.h"
 #include "store/camera_names.h"
 #include "store/change_feed.h"
 #include "store/kept_deletions.h"
@@ -53,7 +54,10 @@ class CPlanRepository {
  public:
   /// Rows of plans name the cameras that they show only where `camera_names` keeps these; it outlives this.
   explicit CPlanRepository(CSqlEngine& engine, CCameraNames* camera_names = nullptr)
-      : engine_(engine), camera_names_(camera_names) {}
+      : engine_(engine), audiences_(engine), camera_names_(camera_names) {}
+
+  /// Who is let into which group.
+  CAudienceRepository& Audiences() { return audiences_; }
 
   /// All rows of all users, in the order of their codes.
   std::vector<GroupRow> AllGroups();
@@ -65,8 +69,10 @@ class CPlanRepository {
   std::optional<PlanRow> Plan(int32_t code);
   /// The same with all that is stored of it; look at `damage` first.
   std::optional<StoredPlan> WholePlan(int32_t code);
-  /// Of a plan that is no longer there: the deletion that took it along, while that is kept.
-  std::optional<CKeptDeletions::Deletion> DeletionOf(int32_t plan) { return CKeptDeletions(engine_).OfPlan(plan); }
+  /// The same of a plan that `user` sees.
+  std::optional<StoredPlan> WholePlan(int32_t code, int32_t user);
+  /// Of a plan that `user` saw and that is no longer there: the deletion that took it along, while that is kept.
+  std::optional<CKeptDeletions::Deletion> DeletionOf(int32_t plan, int32_t user);
   /// Calls visit(plan, what its checksum says of it) with each plan, in the order of the codes.
   void ForEachPlan(const std::function<void(const StoredPlan&, Vouched)>& visit);
   /// Code and type of the user's default view; zeros when there is none.
@@ -116,6 +122,7 @@ class CPlanRepository {
   int64_t Advance(const char* counter, int64_t count);
 
   CSqlEngine& engine_;
+  CAudienceRepository audiences_;
   CCameraNames* const camera_names_;
 };
 

@@ -84,15 +84,15 @@ CPlanWriter::Parent CPlanWriter::ParentOf(const std::string& index_code, int32_t
 
 GroupRow CPlanWriter::GroupOf(const std::string& index_code, int32_t user) {
   const auto group = repository_.Group(ParseCode(index_code));
-  if (!group || !IsVisibleTo(*group, user)) {
+  if (!group || !repository_.Audiences().IsVisible(*group, user)) {
     throw CStoreError(CStoreError::kGone, kGroupGone);
   }
   return *group;
 }
 
 StoredPlan CPlanWriter::PlanOf(const std::string& index_code, int32_t user) {
-  auto plan = repository_.WholePlan(ParseCode(index_code));
-  if (!plan || !IsVisibleTo(plan->row, user)) {
+  auto plan = repository_.WholePlan(ParseCode(index_code), user);
+  if (!plan) {
     throw CStoreError(CStoreError::kGone, kPlanGone);
   }
   if (!plan->damage.IsEmpty()) {
@@ -103,7 +103,7 @@ StoredPlan CPlanWriter::PlanOf(const std::string& index_code, int32_t user) {
 
 PlanRow CPlanWriter::PlanRowOf(const std::string& index_code, int32_t user) {
   const auto row = repository_.Plan(ParseCode(index_code));
-  if (!row || !IsVisibleTo(*row, user)) {
+  if (!row || !repository_.Audiences().IsVisible(*row, user)) {
     throw CStoreError(CStoreError::kGone, kPlanGone);
   }
   return *row;
@@ -137,7 +137,7 @@ void CPlanWriter::RenameGroup(const view_plugin_protocol::UpdatePlanGroupRequest
   });
 }
 
-int32_t CPlanWriter::DeleteGroup(const std::string& index_code, int32_t user) {
+CPlanWriter::DeletedGroup CPlanWriter::DeleteGroup(const std::string& index_code, int32_t user) {
   return Change([&] {
     const GroupRow group = GroupOf(index_code, user);
     RequireRight(group.family, DeleteRight, user);
@@ -145,9 +145,14 @@ int32_t CPlanWriter::DeleteGroup(const std::string& index_code, int32_t user) {
       throw CStoreError(CStoreError::kRefused,
                         QT_TRANSLATE_NOOP("TarnHost::Store", "The group is not empty. Delete what is in it first."));
     }
-    session_.Deletions().KeepGroup(group.code, user, Time());
+    if (group.family == PublicFamily && !repository_.Audiences().IsOpenBelow(group.code, user)) {
+      throw CStoreError(
+          CStoreError::kNotPermitted,
+          QT_TRANSLATE_NOOP("TarnHost::Store", "The group cannot be deleted: there is more in it than you may see."));
+    }
+    const CKeptDeletions::Below below = session_.Deletions().KeepGroup(group.code, user, Time());
     session_.RemoveGroup(group.code);
-    return kRestorableSeconds;
+    return DeletedGroup{kRestorableSeconds, below};
   });
 }
 
@@ -266,15 +271,18 @@ void CPlanWriter::RestoreDeleted(const view_plugin_protocol::RestoreDeletedReque
 bool CPlanWriter::IsThere(int32_t code, bool is_group, int32_t user) {
   if (is_group) {
     const auto group = repository_.Group(code);
-    return group && IsVisibleTo(*group, user);
+    return group && repository_.Audiences().IsVisible(*group, user);
   }
   const auto plan = repository_.Plan(code);
-  return plan && IsVisibleTo(*plan, user);
+  return plan && repository_.Audiences().IsVisible(*plan, user);
 }
 
 CKeptDeletions::Deletion CPlanWriter::KeptDeletion(int32_t code, bool is_group, int32_t user) {
-  const auto deletion = session_.Deletions().Find(code, is_group);
-  if (deletion && IsVisibleTo(*deletion, user) && deletion->user != user) {
+  auto deletion = session_.Deletions().Find(code, is_group);
+  if (deletion && !repository_.Audiences().IsVisible(*deletion, user)) {
+    deletion.reset();
+  }
+  if (deletion && deletion->user != user) {
     throw CStoreError(
         CStoreError::kNotPermitted,
         {QT_TRANSLATE_NOOP("TarnHost::Store", "\"%1\" was deleted by another user. Only that user can undo it."),

@@ -14,17 +14,23 @@ namespace TarnHost::Store {
 /// Thread: the database thread.
 class CPlanWriter {
  public:
+  struct DeletedGroup {
+    int32_t restorable_seconds = 0;  // for how long RestoreDeleted() takes it back
+    CKeptDeletions::Below below;
+  };
+
   CPlanWriter(CStoreSession& session, const CSiteDirectory& site, std::function<QDateTime()> now);
 
   /// Answers the new code, as does AddPlan().
   int32_t AddGroup(const view_plugin_protocol::AddPlanGroupRequest& request, int32_t user);
   void RenameGroup(const view_plugin_protocol::UpdatePlanGroupRequest& request, int32_t user);
-  /// Answers for how many seconds RestoreDeleted() takes it back, as does DeletePlan().
-  int32_t DeleteGroup(const std::string& index_code, int32_t user);
+  /// With all below it, of which the user must see everything.
+  DeletedGroup DeleteGroup(const std::string& index_code, int32_t user);
   int32_t AddPlan(const view_plugin_protocol::AddPlanRequest& request, int32_t user);
   /// Stores all that the request says; an empty group leaves the plan where it is, an empty thumbnail keeps the old
   /// one.
   void UpdatePlan(const view_plugin_protocol::UpdatePlanRequest& request, int32_t user);
+  /// Answers for how many seconds RestoreDeleted() takes it back.
   int32_t DeletePlan(const std::string& index_code, int32_t user);
   /// Only for who has deleted it, and once more than needed does no harm.
   void RestoreDeleted(const view_plugin_protocol::RestoreDeletedRequest& request, int32_t user);

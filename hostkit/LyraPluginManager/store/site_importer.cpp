@@ -73,6 +73,22 @@ void CSiteImporter::ImportUsers() {
     }
     ++id;
   }
+  for (const PlanSite::UserGroup& group : site_.user_groups) {
+    std::set<int32_t> members;
+    for (const int user : group.users) {
+      At(site_.users, user);
+      members.insert(kFirstUser + user);
+    }
+    repository_.Audiences().SetMembers(repository_.Audiences().UserGroupToFill(ToQt(group.name)), members);
+  }
+}
+
+void CSiteImporter::ImportAudience(size_t place) {
+  Audience audience;
+  for (const int user_group : site_.groups[place].audience) {
+    audience.insert(*repository_.Audiences().UserGroup(ToQt(At(site_.user_groups, user_group).name)));
+  }
+  repository_.Audiences().SetAudience(groups_[place].code, audience);
 }
 
 void CSiteImporter::ImportCameras() {
@@ -118,6 +134,7 @@ void CSiteImporter::ImportGroups(int32_t first_code) {
   for (size_t place = 0; place < site_.groups.size(); ++place) {
     groups_.push_back(GroupAt(place, first_code));
     repository_.InsertGroup(groups_.back());
+    ImportAudience(place);
   }
 }
 

@@ -19,6 +19,7 @@ class CSiteImporter {
  private:
   void ImportInfo();
   void ImportUsers();
+  void ImportAudience(size_t place);
   void ImportCameras();
   void ImportCamera(int32_t id, const PlanSite::Camera& camera);
   void ImportSwitches();

@@ -23,15 +23,7 @@ QString Named(const char* kind, const QString& name, int32_t code) {
 
 QStringList CStoreChecker::Run() {
   const CTransaction one_state(engine_, CTransaction::kRead);
-  RequirePlanStore(engine_, engine_.Place());
-  const int version = StoredVersion(engine_);
-  const int newest = AllMigrations().back().to;
-  RequireKnownVersion(version, newest, engine_.Place());
-  if (version < newest) {
-    throw CStoreError(CStoreError::kFailed,
-                      QStringLiteral("The plan store %1 is of an older version (%2); start the client on it once.")
-                          .arg(engine_.Place(), QString::number(version)));
-  }
+  RequireNewest(engine_);
   Try("file", [this] { CheckFile(); });
   Try("users", [this] { ReadUsers(); });
   Try("groups", [this] { CheckGroups(); });
@@ -39,6 +31,8 @@ QStringList CStoreChecker::Run() {
   Try("deletions", [this] { CheckDeletions(); });
   Try("default views", [this] { CheckDefaultViews(); });
   Try("rights", [this] { CheckRights(); });
+  Try("user groups", [this] { CheckUserGroups(); });
+  Try("limits of groups", [this] { CheckAudiences(); });
   Try("counters", [this] { CheckCounters(); });
   return findings_;
 }
@@ -238,10 +232,37 @@ void CStoreChecker::CheckDefaultViews() {
 void CStoreChecker::CheckRights() {
   engine_.ForEach("SELECT user_id, code FROM user_right", {}, [this](const QSqlQuery& query) {
     const int32_t user = query.value(0).toInt(), code = query.value(1).toInt();
-    if (users_.count(user) == 0 || !view_plugin_protocol::IsRight(code)) {
+    const bool is_right = view_plugin_protocol::IsRight(code) || code == view_plugin_protocol::kConfigureRight;
+    if (users_.count(user) == 0 || !is_right) {
       Note(QStringLiteral("User %1 has right %2, which cannot be.").arg(user).arg(code));
     }
   });
+}
+
+void CStoreChecker::CheckUserGroups() {
+  engine_.ForEach(
+      "SELECT user_group_id, user_id FROM user_group_member WHERE user_id NOT IN (SELECT id FROM app_user)"
+      " OR user_group_id NOT IN (SELECT id FROM user_group)",
+      {}, [this](const QSqlQuery& query) {
+        Note(QStringLiteral("User group %1 has user %2; one of them is not there.")
+                 .arg(query.value(0).toInt())
+                 .arg(query.value(1).toInt()));
+      });
+}
+
+// A limit may name a group that is kept after its deletion. One that names a user group which is not there lets no one
+// in for it.
+void CStoreChecker::CheckAudiences() {
+  engine_.ForEach(
+      "SELECT audience.group_code, audience.user_group_id FROM group_audience audience WHERE"
+      " (NOT EXISTS (SELECT 1 FROM plan_group WHERE code = audience.group_code AND family = 0) AND"
+      " NOT EXISTS (SELECT 1 FROM kept_plan_group WHERE code = audience.group_code AND family = 0)) OR"
+      " audience.user_group_id NOT IN (SELECT id FROM user_group)",
+      {}, [this](const QSqlQuery& query) {
+        Note(QStringLiteral("Group %1 is limited to user group %2; there is no such public group or user group.")
+                 .arg(query.value(0).toInt())
+                 .arg(query.value(1).toInt()));
+      });
 }
 
 void CStoreChecker::CheckCounters() {

@@ -39,6 +39,8 @@ class CStoreChecker {
   void CheckDeletions();
   void CheckDefaultViews();
   void CheckRights();
+  void CheckAudiences();
+  void CheckUserGroups();
   void CheckCounters();
 
   CSqlEngine& engine_;

@@ -28,7 +28,7 @@ bool HasReaders(const QString& url);
 std::unique_ptr<CSqlEngine> OpenReader(const QString& url, std::shared_ptr<CConnectionWatch> watch,
                                        std::shared_ptr<const CSharedFileState> files);
 
-/// Opens an existing store to look at it: nothing is made or brought along. Throws CStoreError.
+/// Opens an existing store to look at it or to change rows: nothing is made or brought along. Throws CStoreError.
 std::unique_ptr<CSqlEngine> OpenStoreAsItIs(const QString& url);
 /// Writes a copy of a store in a file into the new file `copy`. Throws CStoreError; then there is no copy.
 void BackUpStore(const QString& url, const QString& copy);

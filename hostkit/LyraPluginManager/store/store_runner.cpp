@@ -114,7 +114,7 @@ void CStoreRunner::ReportUnread() {
   for (const int32_t code : unread_plans_.TakeDue()) {
     if (const auto hit = catalog_.FindPlan(code, user_)) {
       const std::optional<PlanRow> row = hit->plan;
-      hub_->Post(EventsOf(row, row, user_));
+      hub_->Post(EventsOf(row, row));
     }
   }
 }

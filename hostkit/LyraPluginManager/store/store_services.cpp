@@ -71,6 +71,11 @@ bool CStoreServices::DeletePlanGroup(const view::DeletePlanGroupRequest& request
   return Answer(plans_, &CPlanOperations::DeletePlanGroup, request, &response);
 }
 
+bool CStoreServices::CountBelowGroup(const view::CountBelowGroupRequest& request,
+                                     view::CountBelowGroupResponse& response) {
+  return Answer(plans_, &CPlanOperations::CountBelowGroup, request, &response);
+}
+
 bool CStoreServices::AddPlan(const view::AddPlanRequest& request, view::AddPlanResponse& response) {
   return Answer(plans_, &CPlanOperations::AddPlan, request, &response);
 }

@@ -34,6 +34,8 @@ class CStoreServices : public CPlanStore {
                        view_plugin_protocol::UpdatePlanGroupResponse& response) override;
   bool DeletePlanGroup(const view_plugin_protocol::DeletePlanGroupRequest& request,
                        view_plugin_protocol::DeletePlanGroupResponse& response) override;
+  bool CountBelowGroup(const view_plugin_protocol::CountBelowGroupRequest& request,
+                       view_plugin_protocol::CountBelowGroupResponse& response) override;
   bool AddPlan(const view_plugin_protocol::AddPlanRequest& request,
                view_plugin_protocol::AddPlanResponse& response) override;
   bool UpdatePlan(const view_plugin_protocol::UpdatePlanRequest& request,

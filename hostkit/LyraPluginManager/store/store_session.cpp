@@ -52,9 +52,24 @@ void CStoreSession::DropCatalog() {
 void CStoreSession::ReadWhole() {
   const int64_t newest = repository_.NewestChange();
   ReadCameraNames();
+  ReadAudiences();
   catalog_.Replace(repository_.AllGroups(), repository_.AllPlans());
   feed_.Restart(newest);
   loaded_ = true;
+}
+
+// Whether the current user now sees another part of the tree.
+bool CStoreSession::ReadAudiences() {
+  return catalog_.SetAudiences(repository_.Audiences().All(), user_);
+}
+
+std::optional<GroupRow> CStoreSession::SeenGroup(int32_t code) const {
+  return catalog_.FindGroup(code, user_);
+}
+
+std::optional<PlanRow> CStoreSession::SeenPlan(int32_t code) const {
+  const auto hit = catalog_.FindPlan(code, user_);
+  return hit ? std::make_optional(hit->plan) : std::nullopt;
 }
 
 void CStoreSession::ReadCameraNames() {
@@ -114,11 +129,19 @@ void CStoreSession::CatchUp() {
 }
 
 // Reported when all is in: who hears of a group may ask at once for what is in it. A group that comes back, because its
-// deletion was taken back or its row was repaired, has content of which no entry tells.
+// deletion was taken back or its row was repaired, has content of which no entry tells. First comes who is let into
+// which group: of what the user may no longer see nothing is reported.
 void CStoreSession::ApplyForeign(const std::vector<ChangeEntry>& entries) {
   std::vector<CObserverHub::Event> events;
   std::vector<int32_t> arrived;
+  const bool tells_of_audiences = std::any_of(entries.begin(), entries.end(), [](const ChangeEntry& entry) {
+    return entry.kind == ChangeEntry::kAudiencesSaved;
+  });
+  const bool sees_another_tree = tells_of_audiences && ReadAudiences();
   for (const ChangeEntry& entry : entries) {
+    if (entry.kind == ChangeEntry::kAudiencesSaved) {
+      continue;
+    }
     const bool is_group = entry.kind == ChangeEntry::kGroupSaved || entry.kind == ChangeEntry::kGroupRemoved;
     const bool was_there = catalog_.CountChildren(entry.code).has_value();
     const auto news = is_group ? ApplyForeignGroup(entry.code) : ApplyForeignPlan(entry.code);
@@ -128,6 +151,9 @@ void CStoreSession::ApplyForeign(const std::vector<ChangeEntry>& entries) {
     }
   }
   ReadBelow(arrived);
+  if (sees_another_tree) {
+    events.push_back(WholeTreeEvent());
+  }
   hub_.Post(events);
 }
 
@@ -143,16 +169,23 @@ void CStoreSession::ReadBelow(const std::vector<int32_t>& groups) {
 // The rows are read as they are now, which may be later than the entry: a row that is gone by now counts as removed,
 // for the entry that removed it may name only the group it went with. So does one that stands nowhere in the tree.
 std::vector<CObserverHub::Event> CStoreSession::ApplyForeignGroup(int32_t code) {
-  const auto now = repository_.Group(code);
-  const auto before = now ? catalog_.Put(*now) : catalog_.RemoveGroup(code);
-  return EventsOf(before, catalog_.FindGroup(code, user_), user_);
+  const auto before = SeenGroup(code);
+  if (const auto now = repository_.Group(code)) {
+    catalog_.Put(*now);
+  } else {
+    catalog_.RemoveGroup(code);
+  }
+  return EventsOf(before, SeenGroup(code));
 }
 
 std::vector<CObserverHub::Event> CStoreSession::ApplyForeignPlan(int32_t code) {
-  const auto now = repository_.Plan(code);
-  const auto before = now ? catalog_.Put(*now) : catalog_.RemovePlan(code);
-  const auto hit = catalog_.FindPlan(code, user_);
-  return EventsOf(before, hit ? std::make_optional(hit->plan) : std::nullopt, user_);
+  const auto before = SeenPlan(code);
+  if (const auto now = repository_.Plan(code)) {
+    catalog_.Put(*now);
+  } else {
+    catalog_.RemovePlan(code);
+  }
+  return EventsOf(before, SeenPlan(code));
 }
 
 void CStoreSession::Note(ChangeEntry::Kind kind, int32_t code, std::function<void(bool awaited)> apply) {
@@ -260,14 +293,19 @@ void CStoreSession::PutRenamed(const GroupRow& group, bool awaited) {
     ReadAgain();  // it had no place in the tree before, nor had what is below it
   }
   if (awaited && before && before->parent != group.parent) {
-    hub_.Post(EventsOf(before, catalog_.FindGroup(group.code, user_), user_));
+    hub_.Post(EventsOf(before, SeenGroup(group.code)));
   }
 }
 
 void CStoreSession::RemoveGroup(int32_t code) {
   repository_.DeleteGroup(code);
-  Note(ChangeEntry::kGroupRemoved, code,
-       [this, code](bool awaited) { PostRemoved(catalog_.RemoveGroup(code), awaited); });
+  Note(ChangeEntry::kGroupRemoved, code, [this, code](bool awaited) {
+    const auto before = SeenGroup(code);
+    catalog_.RemoveGroup(code);
+    if (!awaited) {
+      hub_.Post(EventsOf(before, {}));
+    }
+  });
 }
 
 PlanRow CStoreSession::RowOf(const StoredPlan& plan) const {
@@ -288,8 +326,13 @@ void CStoreSession::SaveChanged(const StoredPlan& plan) {
 
 void CStoreSession::RemovePlan(int32_t code) {
   repository_.DeletePlan(code);
-  Note(ChangeEntry::kPlanRemoved, code,
-       [this, code](bool awaited) { PostRemoved(catalog_.RemovePlan(code), awaited); });
+  Note(ChangeEntry::kPlanRemoved, code, [this, code](bool awaited) {
+    const auto before = SeenPlan(code);
+    catalog_.RemovePlan(code);
+    if (!awaited) {
+      hub_.Post(EventsOf(before, {}));
+    }
+  });
 }
 
 void CStoreSession::PutBack(const CKeptDeletions::Deletion& deletion) {
@@ -308,7 +351,7 @@ void CStoreSession::PutBackGroup(int32_t code) {
   }
   Note(ChangeEntry::kGroupSaved, code, [this, code, rows = repository_.Subtree(code)](bool) {
     catalog_.Put(rows.first, rows.second);
-    hub_.Post(EventsOf(std::optional<GroupRow>(), catalog_.FindGroup(code, user_), user_));
+    hub_.Post(EventsOf({}, SeenGroup(code)));
   });
 }
 
@@ -317,9 +360,9 @@ void CStoreSession::PutBackPlan(int32_t code) {
   if (!row) {
     throw CStoreError(CStoreError::kGone, kTooLateToUndo);
   }
-  Note(ChangeEntry::kPlanSaved, code, [this, row](bool) {
+  Note(ChangeEntry::kPlanSaved, code, [this, code, row](bool) {
     catalog_.Put(*row);
-    hub_.Post(EventsOf(std::optional<PlanRow>(), row, user_));
+    hub_.Post(EventsOf({}, SeenPlan(code)));
   });
 }
 

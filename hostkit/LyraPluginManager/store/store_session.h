@@ -89,11 +89,17 @@ class CStoreSession {
   void Connect();
   void RequireKept();
   void ReadAgain();
+  /// The row of this code as the current user sees it now.
+  std::optional<GroupRow> SeenGroup(int32_t code) const;
+  std::optional<PlanRow> SeenPlan(int32_t code) const;
+  std::optional<GroupRow> Seen(const GroupRow& row) const { return SeenGroup(row.code); }
+  std::optional<PlanRow> Seen(const PlanRow& row) const { return SeenPlan(row.code); }
   template <class Row>
   std::optional<Row> Put(const Row& row, bool awaited) {
+    const std::optional<Row> seen = Seen(row);
     const std::optional<Row> before = catalog_.Put(row);
     if (!awaited) {
-      hub_.Post(EventsOf(before, std::optional<Row>(row), user_));
+      hub_.Post(EventsOf(seen, Seen(row)));
     } else if (before) {
       // A change of somebody else's to the same row, brought in just before, may not be reported yet: reported after
       // this one was answered, it would have the last word.
@@ -102,17 +108,12 @@ class CStoreSession {
     return before;
   }
   void PutRenamed(const GroupRow& group, bool awaited);
-  template <class Row>
-  void PostRemoved(const std::optional<Row>& before, bool awaited) {
-    if (!awaited) {
-      hub_.Post(EventsOf(before, std::optional<Row>(), user_));
-    }
-  }
   void PutBackGroup(int32_t code);
   void PutBackPlan(int32_t code);
   void Note(ChangeEntry::Kind kind, int32_t code, std::function<void(bool awaited)> apply);
   void CatchUp();
   void ReadWhole();
+  bool ReadAudiences();
   void ReadCameraNames();
   PlanRow RowOf(const StoredPlan& plan) const;
   void ApplyForeign(const std::vector<ChangeEntry>& entries);

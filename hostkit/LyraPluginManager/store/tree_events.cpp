@@ -8,11 +8,6 @@ using Event = CObserverHub::Event;
 
 const char kRoot[] = "root";
 
-template <class Row>
-std::optional<Row> Seen(const std::optional<Row>& row, int32_t user) {
-  return row && IsVisibleTo(*row, user) ? row : std::nullopt;
-}
-
 // The part of the events that is the same for groups and plans. A row that moved goes and comes again, so that it
 // ends under its new parent in every tree.
 template <class Row>
@@ -44,22 +39,18 @@ Event ChildEvent(int32_t parent, int32_t event, int32_t child, ResourceType type
   return {{RT_VIEW_GROUP, node}, {event, node, std::to_string(child), type}};
 }
 
-std::vector<Event> EventsOf(const std::optional<GroupRow>& before, const std::optional<GroupRow>& after, int32_t user) {
-  const auto old = Seen(before, user);
-  const auto now = Seen(after, user);
-  std::vector<Event> events = ComingsAndGoings(old, now, RT_VIEW_GROUP);
-  if (old && now && old->name != now->name) {
-    events.push_back(NameEvent(RT_VIEW_GROUP, now->code, now->name));
+std::vector<Event> EventsOf(const std::optional<GroupRow>& before, const std::optional<GroupRow>& after) {
+  std::vector<Event> events = ComingsAndGoings(before, after, RT_VIEW_GROUP);
+  if (before && after && before->name != after->name) {
+    events.push_back(NameEvent(RT_VIEW_GROUP, after->code, after->name));
   }
   return events;
 }
 
-std::vector<Event> EventsOf(const std::optional<PlanRow>& before, const std::optional<PlanRow>& after, int32_t user) {
-  const auto old = Seen(before, user);
-  const auto now = Seen(after, user);
-  std::vector<Event> events = ComingsAndGoings(old, now, RT_VIEW);
-  if (old && now) {
-    events.push_back(NameEvent(RT_VIEW, now->code, now->name));
+std::vector<Event> EventsOf(const std::optional<PlanRow>& before, const std::optional<PlanRow>& after) {
+  std::vector<Event> events = ComingsAndGoings(before, after, RT_VIEW);
+  if (before && after) {
+    events.push_back(NameEvent(RT_VIEW, after->code, after->name));
   }
   return events;
 }

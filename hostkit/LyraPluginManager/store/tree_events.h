@@ -8,12 +8,10 @@
 
 namespace TarnHost::Store {
 
-/// The notices to the observers of `user`'s tree when a row became another; "no row" on either side for a row that
-/// came or went. Rows that the user does not see count as none.
-std::vector<CObserverHub::Event> EventsOf(const std::optional<GroupRow>& before, const std::optional<GroupRow>& after,
-                                          int32_t user);
-std::vector<CObserverHub::Event> EventsOf(const std::optional<PlanRow>& before, const std::optional<PlanRow>& after,
-                                          int32_t user);
+/// The notices to the observers of a user's tree when a row became another, as that user saw and sees it; "no row" on
+/// either side for one that came or went, or that the user did not see or sees no more.
+std::vector<CObserverHub::Event> EventsOf(const std::optional<GroupRow>& before, const std::optional<GroupRow>& after);
+std::vector<CObserverHub::Event> EventsOf(const std::optional<PlanRow>& before, const std::optional<PlanRow>& after);
 
 /// The notices that say how a row is now, for observers that may still get one of how it was.
 std::vector<CObserverHub::Event> CorrectionsOf(const GroupRow& row);

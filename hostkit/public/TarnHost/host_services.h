@@ -68,6 +68,10 @@ class TARN_HOST_EXPORT IHostServices {
   virtual bool GetStreamAbility(const play_plugin_protocol::GetStreamAbiRequest&,
                                 play_plugin_protocol::GetStreamAbiResponse&) = 0;
 
+  /// False with a text from services that do not count.
+  virtual bool CountBelowGroup(const view_plugin_protocol::CountBelowGroupRequest&,
+                               view_plugin_protocol::CountBelowGroupResponse&);
+
   /// The site's regions and cameras as they are now, in no particular order. A camera may name a region that is not
   /// there. The next two are about the current user. All three answer false with a text in `error`, as do services
   /// without cameras.

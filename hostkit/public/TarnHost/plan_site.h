@@ -14,8 +14,12 @@ namespace TarnHost {
 struct PlanSite {
   struct User {
     std::string name;
-    std::vector<int> rights;  // of 5, 6, 7
+    std::vector<int> rights;  // of 5, 6, 7, and 8 to configure the site
     int default_view = -1;    // place in `plans`
+  };
+  struct UserGroup {
+    std::string name;
+    std::vector<int> users;  // places in `users`
   };
   struct Region {
     std::string name;
@@ -32,7 +36,8 @@ struct PlanSite {
     std::string name;
     int parent = -1;  // place in `groups`; -1 stands directly under the root of its family
     int family = 0;
-    int owner = -1;  // place in `users`, for family 1
+    int owner = -1;                  // place in `users`, for family 1
+    std::vector<int> audience = {};  // places in `user_groups` that alone see it, for family 0; none: all users
   };
   struct Plan {
     std::string name;
@@ -46,6 +51,7 @@ struct PlanSite {
 
   std::string root_name = "Plans";
   std::vector<User> users;
+  std::vector<UserGroup> user_groups;
   std::vector<Region> regions;
   std::vector<Camera> cameras;
   std::vector<Group> groups;
