@@ -121,19 +121,26 @@ void CStandardPlanModel::OnAddRootPlanGroup(const GetPlanGroupsResponse& lst_gro
 }
 
 void CStandardPlanModel::AddRootNode(const GetPlanGroupsResponse& response) {
+  AddRootRows(CRowRecord::OfAll(response.groups));
+}
+
+void CStandardPlanModel::AddRootRows(const QVector<CRowRecord::Ptr>& roots) {
+  QList<QStandardItem*> rows;
   if (d_->param.flag9) {
-    appendPlaceholder();
+    rows.append(makePlaceholder());
   }
-  for (const auto& group : response.groups) {
-    auto* item = new CViewGroupItem(d_->param, group);
+  for (const CRowRecord::Ptr& root : roots) {
+    auto* item = new CViewGroupItem(d_->param, root);
     SetRootIdentity(item, d_->param.type);
-    item->setText(QString::fromStdString(group.name));
-    item->setData(false, GroupLoadedRole);
-    appendRow(item);
+    rows.append(item);
+  }
+  if (!rows.isEmpty()) {
+    setColumnCount(1);  // before the rows are announced
+    invisibleRootItem()->appendRows(rows);
   }
 }
 
-void CStandardPlanModel::appendPlaceholder() {
+QStandardItem* CStandardPlanModel::makePlaceholder() {
   auto* item = new QStandardItem(QLatin1Char('<') + tr("Empty") + QLatin1Char('>'));
   item->setData(true, ItemMarkRole);
   item->setData(PlaceholderItem, ItemTypeRole);
@@ -144,7 +151,7 @@ void CStandardPlanModel::appendPlaceholder() {
   item->setFont(font);
   item->setForeground(QBrush(QColor(51, 51, 51, 255)));
   item->setEditable(false);
-  appendRow(item);
+  return item;
 }
 
 void CStandardPlanModel::UninitModelRootItem() {
@@ -182,6 +189,30 @@ QStandardItem* CStandardPlanModel::FindItemByIndex(const QModelIndex& index) con
 
 QStandardItem* CStandardPlanModel::FindItemPlanPlaying() const {
   return d_->index->FindPlaying();
+}
+
+QMap<int, QVariant> CStandardPlanModel::itemData(const QModelIndex& index) const {
+  QMap<int, QVariant> values = CStandardItemModel::itemData(index);
+  if (const auto* row = dynamic_cast<const CRecordItem*>(itemFromIndex(index))) {
+    row->AddRecordData(&values);
+  }
+  return values;
+}
+
+bool CStandardPlanModel::setItemData(const QModelIndex& index, const QMap<int, QVariant>& roles) {
+  storeEverything(index);
+  return CStandardItemModel::setItemData(index, roles);
+}
+
+bool CStandardPlanModel::clearItemData(const QModelIndex& index) {
+  storeEverything(index);
+  return CStandardItemModel::clearItemData(index);
+}
+
+void CStandardPlanModel::storeEverything(const QModelIndex& index) {
+  if (auto* row = dynamic_cast<CRecordItem*>(itemFromIndex(index))) {
+    row->StoreEverything();
+  }
 }
 
 bool CStandardPlanModel::event(QEvent* event) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QExplicitlySharedDataPointer>
+#include <QVector>
 #include <memory>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
@@ -8,6 +10,8 @@
 #include "view_manager_param.h"
 
 namespace TarnPlanView {
+
+class CRowRecord;
 
 /// The rows of one plan tree: roots, groups and plans, and the placeholder row where the parameter asks for it.
 ///
@@ -37,6 +41,8 @@ class TARNPLANVIEW_EXPORT CStandardPlanModel : public MarUIControl::CStandardIte
   void LoadPlanModel();
   /// Appends the placeholder (flag 9) and one root row for each group, without looking for duplicates.
   void AddRootNode(const view_plugin_protocol::GetPlanGroupsResponse& response);
+  /// The same, of records that other models share.
+  void AddRootRows(const QVector<QExplicitlySharedDataPointer<const CRowRecord>>& roots);
   /// Removes all rows. A root answer that is still under way is dropped when it comes.
   void UninitModelRootItem();
   /// Emits SignalFinshAsynchronous(index, true).
@@ -53,6 +59,9 @@ class TARNPLANVIEW_EXPORT CStandardPlanModel : public MarUIControl::CStandardIte
   /// The first row whose role 673 is true, or null.
   QStandardItem* FindItemPlanPlaying() const;
 
+  QMap<int, QVariant> itemData(const QModelIndex& index) const override;
+  bool setItemData(const QModelIndex& index, const QMap<int, QVariant>& roles) override;
+  bool clearItemData(const QModelIndex& index);
   bool event(QEvent* event) override;
 
  Q_SIGNALS:
@@ -72,7 +81,8 @@ class TARNPLANVIEW_EXPORT CStandardPlanModel : public MarUIControl::CStandardIte
 
  private:
   void LoadRootNode();
-  void appendPlaceholder();
+  static QStandardItem* makePlaceholder();
+  void storeEverything(const QModelIndex& index);
 
   class Private;
   std::unique_ptr<Private> d_;

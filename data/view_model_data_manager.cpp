@@ -6,6 +6,7 @@
 #include "plan_item_role.h"
 #include "plan_log.h"
 #include "plugin_shutdown.h"
+#include "row_record.h"
 #include "standard_plan_model.h"
 #include "view_config_manager.h"
 #include "view_group.h"
@@ -163,8 +164,9 @@ void CViewModelDataManager::InitRootItem() {
   if (!CViewBusinessInterfaceMgr::Instance().GetPlanGroups(request, response)) {
     return;
   }
+  const QVector<CRowRecord::Ptr> roots = CRowRecord::OfAll(response.groups);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
-    model->AddRootNode(response);
+    model->AddRootRows(roots);
   }
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QExplicitlySharedDataPointer>
 #include <QList>
 #include <QObject>
+#include <QVector>
 #include <memory>
 #include <string>
 
@@ -15,6 +17,7 @@ class QStandardItem;
 namespace TarnPlanView {
 
 class CChangeJournal;
+class CRowRecord;
 class CStandardPlanModel;
 class CView;
 class CViewGroup;
@@ -135,19 +138,24 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   friend class Wren::Base::CSingleton<CViewModelDataManager>;
   CViewModelDataManager();
 
+  // One record of a plan or group serves its rows in every model.
+  using RowRecord = QExplicitlySharedDataPointer<const CRowRecord>;
+  using RowRecords = QVector<RowRecord>;
+
   void makeModels();
   void registerOwnModels();
   bool isLoadAll() const;
   /// Whether rows may go under `group`: it was expanded, or everything is loaded at the start.
   bool takesChildren(const QStandardItem* group) const;
-  void insertGroups(CStandardPlanModel* model, QStandardItem* parent,
-                    const QList<view_plugin_protocol::PlanGroup>& groups);
-  void insertPlans(CStandardPlanModel* model, QStandardItem* parent,
-                   const QList<view_plugin_protocol::PlanBasicInfo>& plans);
+  void insertGroups(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& groups);
+  void insertPlans(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& plans);
+  void appendGroups(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& groups);
+  void appendPlans(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& plans);
+  void appendPlan(CStandardPlanModel* model, QStandardItem* parent, const RowRecord& plan);
   void markChildrenFetched(const QString& code);
-  bool followMove(CStandardPlanModel* model, QStandardItem* row, const view_plugin_protocol::PlanBasicInfo& plan);
   void createObservers(const view_plugin_protocol::GetPlanGroupsResponse& groups,
                        const view_plugin_protocol::GetPlansInGroupResponse& plans);
+  bool followMove(CStandardPlanModel* model, QStandardItem* row, const RowRecord& plan);
   void recheckTimedPlay();
   /// `parent`: where it stands now, as far as known.
   void noteChange(const QString& code, bool is_group, const std::string& parent);

@@ -9,6 +9,7 @@
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_rows.h"
+#include "row_record.h"
 #include "standard_plan_model.h"
 #include "view_group_item.h"
 #include "view_model_data_manager_p.h"
@@ -94,13 +95,15 @@ void CViewModelDataManager::OnGetPlanGroupListSucc(const QModelIndex& index,
   }
   // A copy: the panels' slots run in between and may bring models along or take them away.
   const QList<QPointer<CStandardPlanModel>> models(d_->models.cbegin(), d_->models.cend());
+  const RowRecords groups = CRowRecord::OfAll(plan_group_list.groups);
+  const RowRecords plans = CRowRecord::OfAll(plan_list.plans);
   for (const auto& model : models) {
     if (!model) {
       continue;
     }
     if (QStandardItem* parent = model->FindItemByIndex(index)) {
-      addPlanGroupList(model, parent, plan_group_list);
-      addPlanList(model, parent, plan_list);
+      appendGroups(model, parent, groups);
+      appendPlans(model, parent, plans);
       model->SetChildrenFetched(parent->index(), true);
       if (marks_loaded) {
         parent->setData(true, GroupLoadedRole);
@@ -179,13 +182,13 @@ void CViewModelDataManager::OnAddPlanGroupSucc(const QModelIndex& parent_index,
   if (!isLoadAll() && !parent_index.data(GroupLoadedRole).toBool()) {
     return;
   }
-  const QString code = StringToQString(plan_group.index_code);
+  const RowRecord group = CRowRecord::Of(plan_group);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     QStandardItem* parent = model->FindItemByIndex(parent_index);
-    if (!parent || model->FindItemByIndexCode(code, true)) {
+    if (!parent || model->FindItemByIndexCode(group->Code(), true)) {
       continue;
     }
-    parent->insertRow(RowAfterGroups(parent), new CViewGroupItem(model->GetViewMangageParam(), plan_group));
+    parent->insertRow(RowAfterGroups(parent), new CViewGroupItem(model->GetViewMangageParam(), group));
   }
 }
 
@@ -205,6 +208,7 @@ void CViewModelDataManager::OnAddPlanSucc(const view_plugin_protocol::AddPlanReq
   const PlanBasicInfo plan = BasicInfo(plan_param, QStringToString(get_plan_index_code));
   d_->changes.NotePlan(plan.index_code, plan.group_index_code);
   CreateView(plan);
+  const RowRecord record = CRowRecord::Of(plan);
   const QString group_code = StringToQString(plan.group_index_code);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     QStandardItem* group = model->FindTargetItemByIndexCode(group_code, true);
@@ -215,7 +219,7 @@ void CViewModelDataManager::OnAddPlanSucc(const view_plugin_protocol::AddPlanReq
     if (!takesChildren(group)) {
       break;
     }
-    addPlanView(model, group, plan);
+    appendPlan(model, group, record);
   }
   Q_EMIT SignalPlanStateChanged();
   Q_EMIT SignalAddPlanSucc(get_plan_index_code);
@@ -226,10 +230,10 @@ void CViewModelDataManager::OnUpdatePlanSucc(const view_plugin_protocol::UpdateP
   const PlanBasicInfo plan = BasicInfo(plan_param, plan_param.plan_index_code);
   d_->changes.NotePlan(plan.index_code, plan.group_index_code);
   CreateView(plan);  // it may never have been listed
-  const QString code = StringToQString(plan.index_code);
+  const RowRecord record = CRowRecord::Of(plan);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     QString group_code = StringToQString(plan.group_index_code);
-    if (const QStandardItem* row = model->FindTargetItemByIndexCode(code, false)) {
+    if (const QStandardItem* row = model->FindTargetItemByIndexCode(record->Code(), false)) {
       if (group_code.isEmpty()) {
         group_code = row->index().parent().data(GroupIndexCodeRole).toString();  // an update that moves nothing
       }
@@ -237,7 +241,7 @@ void CViewModelDataManager::OnUpdatePlanSucc(const view_plugin_protocol::UpdateP
     }
     QStandardItem* group = model->FindTargetItemByIndexCode(group_code, true);
     if (group && takesChildren(group)) {
-      addPlanView(model, group, plan);
+      appendPlan(model, group, record);
     }
   }
   Q_EMIT SignalPlanStateChanged();
@@ -341,15 +345,15 @@ void CViewModelDataManager::OnViewChanged(const QString& view_index_code) {
   if (!ok) {
     return;
   }
-  const PlanBasicInfo plan = BasicInfo(detail);
+  const RowRecord plan = CRowRecord::Of(BasicInfo(detail));
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     QStandardItem* row = model->FindTargetItemByIndexCode(view_index_code, false);
     if (!row) {
       continue;
     }
     const QString group_code = row->index().parent().data(GroupIndexCodeRole).toString();
-    if (group_code == StringToQString(plan.group_index_code)) {
-      row->setText(StringToQString(plan.name));
+    if (group_code == StringToQString(plan->Plan().group_index_code)) {
+      row->setText(plan->Name());
     } else if (!followMove(model, row, plan)) {
       break;
     }
@@ -357,16 +361,16 @@ void CViewModelDataManager::OnViewChanged(const QString& view_index_code) {
 }
 
 /// Moves a row to the group that the plan has now. False when that group is not loaded: later models stay as they are.
-bool CViewModelDataManager::followMove(CStandardPlanModel* model, QStandardItem* row, const PlanBasicInfo& plan) {
+bool CViewModelDataManager::followMove(CStandardPlanModel* model, QStandardItem* row, const RowRecord& plan) {
   RemoveRow(model, row);
-  QStandardItem* group = model->FindTargetItemByIndexCode(StringToQString(plan.group_index_code), true);
+  QStandardItem* group = model->FindTargetItemByIndexCode(StringToQString(plan->Plan().group_index_code), true);
   if (!group) {
     return true;
   }
   if (!takesChildren(group)) {
     return false;
   }
-  addPlanView(model, group, plan);
+  appendPlan(model, group, plan);
   return true;
 }
 

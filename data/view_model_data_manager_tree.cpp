@@ -3,6 +3,7 @@
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "plan_item_role.h"
+#include "row_record.h"
 #include "standard_plan_model.h"
 #include "view_group_item.h"
 #include "view_model_data_manager_p.h"
@@ -80,21 +81,21 @@ bool CViewModelDataManager::fetchSubGroups(const QString& code, int theme, int32
     }
     CreateViewGroup(group);
   }
+  const RowRecords records = CRowRecord::OfAll(response.groups);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     if (QStandardItem* parent = model->FindTargetItemByIndexCode(code, true)) {
-      insertGroups(model, parent, response.groups);
+      insertGroups(model, parent, records);
     }
   }
   return true;
 }
 
-void CViewModelDataManager::insertGroups(CStandardPlanModel* model, QStandardItem* parent,
-                                         const QList<PlanGroup>& groups) {
+void CViewModelDataManager::insertGroups(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& groups) {
   const ViewManagerParam param = model->GetViewMangageParam();
   QList<QStandardItem*> rows;
-  for (const PlanGroup& group : groups) {
-    if (QStandardItem* row = model->FindTargetItemByIndexCode(StringToQString(group.index_code), true)) {
-      row->setText(StringToQString(group.name));
+  for (const RowRecord& group : groups) {
+    if (QStandardItem* row = model->FindTargetItemByIndexCode(group->Code(), true)) {
+      row->setText(group->Name());
     } else {
       rows.append(new CViewGroupItem(param, group));
     }
@@ -122,20 +123,20 @@ bool CViewModelDataManager::InsertSubPlanNode(const QString& code, int theme, in
   for (const PlanBasicInfo& plan : qAsConst(response.plans)) {
     CreateView(plan);
   }
+  const RowRecords records = CRowRecord::OfAll(response.plans);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     if (QStandardItem* parent = model->FindTargetItemByIndexCode(code, true)) {
-      insertPlans(model, parent, response.plans);
+      insertPlans(model, parent, records);
     }
   }
   return true;
 }
 
-void CViewModelDataManager::insertPlans(CStandardPlanModel* model, QStandardItem* parent,
-                                        const QList<PlanBasicInfo>& plans) {
+void CViewModelDataManager::insertPlans(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& plans) {
   const ViewManagerParam param = model->GetViewMangageParam();
   QList<QStandardItem*> rows;
-  for (const PlanBasicInfo& plan : plans) {
-    if (!model->FindItemByIndexCode(StringToQString(plan.index_code), false)) {
+  for (const RowRecord& plan : plans) {
+    if (!model->FindItemByIndexCode(plan->Code(), false)) {
       rows.append(new CViewPlanItem(param, plan));
     }
   }
@@ -155,13 +156,16 @@ void CViewModelDataManager::markChildrenFetched(const QString& code) {
 
 void CViewModelDataManager::addPlanGroupList(CStandardPlanModel* model, QStandardItem* parent,
                                              const view_plugin_protocol::GetPlanGroupsResponse& groups) {
-  if (!model || !parent) {
-    return;
+  if (model && parent) {
+    appendGroups(model, parent, CRowRecord::OfAll(groups.groups));
   }
+}
+
+void CViewModelDataManager::appendGroups(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& groups) {
   const ViewManagerParam param = model->GetViewMangageParam();
   QList<QStandardItem*> rows;
-  for (const PlanGroup& group : groups.groups) {
-    if (!model->FindItemByIndexCode(StringToQString(group.index_code), true)) {
+  for (const RowRecord& group : groups) {
+    if (!model->FindItemByIndexCode(group->Code(), true)) {
       rows.append(new CViewGroupItem(param, group));
     }
   }
@@ -172,18 +176,21 @@ void CViewModelDataManager::addPlanGroupList(CStandardPlanModel* model, QStandar
 
 void CViewModelDataManager::addPlanList(CStandardPlanModel* model, QStandardItem* parent,
                                         const view_plugin_protocol::GetPlansInGroupResponse& plans) {
-  if (!model || !parent) {
-    return;
+  if (model && parent) {
+    appendPlans(model, parent, CRowRecord::OfAll(plans.plans));
   }
+}
+
+void CViewModelDataManager::appendPlans(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& plans) {
   const ViewManagerParam param = model->GetViewMangageParam();
-  const std::string playing = QStringToString(model->GetPlayingIndexCode());
+  const QString playing = model->GetPlayingIndexCode();
   QList<QStandardItem*> rows;
-  for (const PlanBasicInfo& plan : plans.plans) {
-    if (model->FindItemByIndexCode(StringToQString(plan.index_code), false)) {
+  for (const RowRecord& plan : plans) {
+    if (model->FindItemByIndexCode(plan->Code(), false)) {
       continue;
     }
     auto* row = new CViewPlanItem(param, plan);
-    if (!playing.empty() && plan.index_code == playing) {
+    if (!playing.isEmpty() && plan->Code() == playing) {
       row->SetPlayState(true);
     }
     rows.append(row);
@@ -194,10 +201,15 @@ void CViewModelDataManager::addPlanList(CStandardPlanModel* model, QStandardItem
 }
 
 void CViewModelDataManager::addPlanView(CStandardPlanModel* model, QStandardItem* parent, const PlanBasicInfo& plan) {
-  if (!model || !parent || model->FindItemByIndexCode(StringToQString(plan.index_code), false)) {
-    return;
+  if (model && parent) {
+    appendPlan(model, parent, CRowRecord::Of(plan));
   }
-  parent->appendRow(new CViewPlanItem(model->GetViewMangageParam(), plan));
+}
+
+void CViewModelDataManager::appendPlan(CStandardPlanModel* model, QStandardItem* parent, const RowRecord& plan) {
+  if (!model->FindItemByIndexCode(plan->Code(), false)) {
+    parent->appendRow(new CViewPlanItem(model->GetViewMangageParam(), plan));
+  }
 }
 
 std::shared_ptr<CView> CViewModelDataManager::CreateView(const PlanBasicInfo& plan) {

@@ -1,0 +1,60 @@
+#include "row_record.h"
+
+#include "item_type.h"
+#include "plan_rules/families.h"
+
+namespace TarnPlanView {
+
+using view_plugin_protocol::PlanBasicInfo;
+using view_plugin_protocol::PlanGroup;
+
+namespace {
+
+int GroupItemType(int family) {
+  switch (family) {
+    case view_plugin_protocol::PublicFamily:
+      return PublicGroupItem;
+    case view_plugin_protocol::ReceivedFamily:
+      return ReceivedGroupItem;
+    default:
+      return OwnGroupItem;
+  }
+}
+
+int PlanItemType(int family) {
+  switch (family) {
+    case view_plugin_protocol::PublicFamily:
+      return PublicPlanItem;
+    case view_plugin_protocol::ReceivedFamily:
+      return ReceivedPlanItem;
+    default:
+      return OwnPlanItem;
+  }
+}
+
+}  // namespace
+
+template <class Source>
+CRowRecord::CRowRecord(const Source& record, int item_type, bool is_group)
+    : family_(record.type),
+      host_(QVariant::fromValue(record)),
+      name_(QString::fromStdString(record.name)),
+      code_(QString::fromStdString(record.index_code)),
+      item_type_(static_cast<qint16>(item_type)),
+      is_group_(is_group) {}
+
+// The family comes from the record, not from the model that shows it.
+CRowRecord::Ptr CRowRecord::Of(const PlanGroup& group) {
+  return Ptr(new CRowRecord(group, GroupItemType(group.type), true));
+}
+
+CRowRecord::Ptr CRowRecord::Of(const PlanBasicInfo& plan) {
+  return Ptr(new CRowRecord(plan, PlanItemType(plan.type), false));
+}
+
+const PlanBasicInfo& CRowRecord::Plan() const {
+  Q_ASSERT(!is_group_);
+  return *static_cast<const PlanBasicInfo*>(host_.constData());
+}
+
+}  // namespace TarnPlanView

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QExplicitlySharedDataPointer>
+#include <QList>
+#include <QSharedData>
+#include <QString>
+#include <QVariant>
+#include <QVector>
+
+#include "LyraPluginManager/view_plugin_protocol.h"
+
+namespace TarnPlanView {
+
+/// What the rows of one plan or group share, in every model: the host's record, and its name and code as rows give
+/// them. Never changes once made; a row that is changed keeps the difference itself. Goes with the last row that holds
+/// it. Thread: any.
+class CRowRecord : public QSharedData {
+ public:
+  using Ptr = QExplicitlySharedDataPointer<const CRowRecord>;
+
+  static Ptr Of(const view_plugin_protocol::PlanGroup& group);
+  static Ptr Of(const view_plugin_protocol::PlanBasicInfo& plan);
+  /// One record for each, in the same order.
+  template <class Source>
+  static QVector<Ptr> OfAll(const QList<Source>& records);
+
+  CRowRecord(const CRowRecord&) = delete;
+  CRowRecord& operator=(const CRowRecord&) = delete;
+
+  bool IsGroup() const { return is_group_; }
+  const QString& Name() const { return name_; }
+  const QString& Code() const { return code_; }
+  int Family() const { return family_; }
+  /// An ItemType, by the family of the record.
+  int ItemType() const { return item_type_; }
+  /// The host's record, a PlanGroup or PlanBasicInfo.
+  const QVariant& Host() const { return host_; }
+  /// Of a plan's record only.
+  const view_plugin_protocol::PlanBasicInfo& Plan() const;
+
+ private:
+  template <class Source>
+  CRowRecord(const Source& record, int item_type, bool is_group);
+
+  const int family_;
+  const QVariant host_;
+  const QString name_;
+  const QString code_;
+  const qint16 item_type_;
+  const bool is_group_;
+};
+
+template <class Source>
+QVector<CRowRecord::Ptr> CRowRecord::OfAll(const QList<Source>& records) {
+  QVector<Ptr> made;
+  made.reserve(records.size());
+  for (const Source& record : records) {
+    made.append(Of(record));
+  }
+  return made;
+}
+
+}  // namespace TarnPlanView
