@@ -2699,6 +2699,14 @@ never starts</translation>
         <translation>The view has changes that are not saved.</translation>
     </message>
     <message>
+        <source>What you see is their version. Yours is not saved.</source>
+        <translation>What you see is their version. Yours is not saved.</translation>
+    </message>
+    <message>
+        <source>Save mine</source>
+        <translation>Save mine</translation>
+    </message>
+    <message>
         <source>Save</source>
         <translation>Save</translation>
     </message>

@@ -2752,6 +2752,14 @@ never starts</source>
         <translation>视图有未保存的更改。</translation>
     </message>
     <message>
+        <source>What you see is their version. Yours is not saved.</source>
+        <translation>您看到的是对方的版本。您的版本尚未保存。</translation>
+    </message>
+    <message>
+        <source>Save mine</source>
+        <translation>保存我的</translation>
+    </message>
+    <message>
         <source>Save</source>
         <translation>保存</translation>
     </message>

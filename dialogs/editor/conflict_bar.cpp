@@ -4,7 +4,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "MarUIControl/push_button.h"
 
@@ -49,8 +48,8 @@ CPushButton* CConflictBar::MakeButton(const char* name, const QString& text, voi
   return button;
 }
 
-void CConflictBar::ShowRefused(const QString& text) {
-  Say(WithRefusal(text), {theirs_, overwrite_, as_new_});
+void CConflictBar::ShowRefused(const QString& text, bool with_back) {
+  Say(WithRefusal(text), {theirs_, overwrite_, as_new_}, with_back);
 }
 
 void CConflictBar::ShowChanged(const QString& text) {
@@ -67,11 +66,7 @@ void CConflictBar::ShowNewer(const QString& text) {
 }
 
 void CConflictBar::ShowDeleted(const QString& text, bool with_back) {
-  if (with_back) {
-    Say(WithRefusal(text), {as_new_, back_});
-  } else {
-    Say(WithRefusal(text), {as_new_});
-  }
+  Say(WithRefusal(text), {as_new_}, with_back);
 }
 
 void CConflictBar::SetNewRefused(const QString& reason) {
@@ -100,16 +95,22 @@ void CConflictBar::FocusBack() {
   back_->setFocus(Qt::OtherFocusReason);
 }
 
-void CConflictBar::Say(const QString& text, std::initializer_list<CPushButton*> ways) {
+void CConflictBar::Say(const QString& text, QVector<CPushButton*> ways, bool with_back) {
+  if (with_back) {
+    ways.append(back_);
+  }
+  const bool is_news = isHidden() || text_->text() != text;
   text_->setText(text);
   setAccessibleName(text);
   theirs_->setText(tr("Show theirs"));
   for (CPushButton* button : {theirs_, keep_, overwrite_, as_new_, back_, retry_}) {
-    button->setVisible(std::find(ways.begin(), ways.end(), button) != ways.end());
+    button->setVisible(ways.contains(button));
   }
   show();
-  QAccessibleEvent alert(this, QAccessible::Alert);
-  QAccessible::updateAccessibility(&alert);
+  if (is_news) {
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+  }
 }
 
 }  // namespace TarnPlanView

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFrame>
+#include <QVector>
 
 class QLabel;
 
@@ -16,15 +17,16 @@ class CConflictBar : public QFrame {
  public:
   explicit CConflictBar(QWidget* parent);
 
-  /// A save was refused, because the plan was changed elsewhere; `text` says by whom and when.
-  void ShowRefused(const QString& text);
+  /// A save was refused, because the plan was changed elsewhere; `text` says by whom and when. `with_back`: while edits
+  /// are out of sight, because theirs was shown.
+  void ShowRefused(const QString& text, bool with_back);
   /// It was changed elsewhere while it is being edited.
   void ShowChanged(const QString& text);
   /// Theirs is in the editor now, and what was there can come back.
   void ShowTheirs(const QString& text);
   /// Theirs is in the editor, and was changed elsewhere since.
   void ShowNewer(const QString& text);
-  /// The plan is no longer there; `with_back`: while theirs is in the editor.
+  /// The plan is no longer there; `with_back` as above.
   void ShowDeleted(const QString& text, bool with_back);
   /// Whether a new plan may be made of it, from the next text on: `reason` says why not, empty when it may.
   void SetNewRefused(const QString& reason);
@@ -44,7 +46,7 @@ class CConflictBar : public QFrame {
  private:
   MarUIControl::CPushButton* MakeButton(const char* name, const QString& text, void (CConflictBar::*clicked)());
   QString WithRefusal(const QString& text) const;
-  void Say(const QString& text, std::initializer_list<MarUIControl::CPushButton*> ways);
+  void Say(const QString& text, QVector<MarUIControl::CPushButton*> ways, bool with_back = false);
 
   QLabel* text_ = nullptr;
   QString new_refused_;

@@ -110,12 +110,16 @@ class CPlanDocument::Step : public QUndoCommand {
     int current_page;  // -1: as it is
   };
 
-  Step(const QString& text, CPlanDocument* document, State before, State after, int merge_id)
+  Step(const QString& text, CPlanDocument* document, State before, State after, int merge_id,
+       bool replaces_edits = false)
       : QUndoCommand(text),
         document_(document),
         before_(std::move(before)),
         after_(std::move(after)),
-        merge_id_(merge_id) {}
+        merge_id_(merge_id),
+        replaces_edits_(replaces_edits) {}
+
+  bool ReplacesEdits() const { return replaces_edits_; }
 
   int id() const override { return merge_id_; }
   void undo() override { document_->Take(before_.draft, before_.current_page); }
@@ -131,6 +135,7 @@ class CPlanDocument::Step : public QUndoCommand {
   CPlanDocument* document_;
   State before_, after_;
   int merge_id_;
+  bool replaces_edits_;
 };
 
 CPlanDocument::CPlanDocument(QObject* parent) : QObject(parent) {
@@ -163,11 +168,12 @@ PlanDraft CPlanDocument::DraftToEdit(const view_plugin_protocol::GetPlanDetailRe
 }
 
 void CPlanDocument::TakeOver(const view_plugin_protocol::GetPlanDetailResponse& detail) {
+  const bool had_edits = IsDirty();
   saved_ = DraftToEdit(detail);
   origin_ = detail;
   origin_.pages.clear();
   if (draft_ != saved_) {
-    stack_.push(new Step(tr("Load theirs"), this, {draft_, current_page_}, {saved_, 0}, kNoMerge));
+    stack_.push(new Step(tr("Load theirs"), this, {draft_, current_page_}, {saved_, 0}, kNoMerge, had_edits));
   }
   stack_.setClean();
   RenewDirty();
@@ -223,8 +229,19 @@ void CPlanDocument::MarkSaved(const PlanDraft& saved, int64_t revision, const st
   RenewDirty();
 }
 
-void CPlanDocument::AdoptRevision(int64_t revision) {
-  origin_.revision = revision;
+void CPlanDocument::GoOver(const view_plugin_protocol::GetPlanDetailResponse& detail) {
+  saved_ = DraftOf(detail);
+  origin_.revision = detail.revision;
+  RenewDirty();
+}
+
+std::optional<int> CPlanDocument::ReplacedEdits() const {
+  for (int place = 0; place < stack_.index(); ++place) {
+    if (static_cast<const Step*>(stack_.command(place))->ReplacesEdits()) {
+      return place;
+    }
+  }
+  return std::nullopt;
 }
 
 bool CPlanDocument::IsDirty() const {

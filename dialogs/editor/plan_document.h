@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QUndoStack>
 #include <functional>
+#include <optional>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "draft_edits.h"
@@ -38,17 +39,19 @@ class CPlanDocument : public QObject {
   /// The same of a plan that was sent as `saved`: edits made since then stay, and are not saved.
   void MarkSaved(const PlanDraft& saved, int64_t revision, const std::string& plan_code);
   /// The plan as the host has it now takes the place of the edited one, clean. One step: undone, the edited one would
-  /// go over it.
+  /// go over it. ReplacedEdits() tells of edits that it replaces.
   void TakeOver(const view_plugin_protocol::GetPlanDetailResponse& detail);
   /// The group bears this name now; no edit.
   void RenameGroup(const std::string& group_code, const std::string& name);
   /// As it comes into the editor: at least one page.
   static PlanDraft DraftOf(const view_plugin_protocol::GetPlanDetailResponse& detail);
-  /// Overwrite: the next update carries the host's revision, whatever was loaded.
-  void AdoptRevision(int64_t revision);
+  /// The next update goes over this version of the host's, whatever was loaded. The edited plan stays.
+  void GoOver(const view_plugin_protocol::GetPlanDetailResponse& detail);
 
   const PlanDraft& Draft() const { return draft_; }
-  /// As the plan was opened, taken over or saved.
+  /// Where in the undo stack the user's own version is, while one that was taken over stands in its place.
+  std::optional<int> ReplacedEdits() const;
+  /// As the host has the plan, as far as is known here.
   const PlanDraft& Saved() const { return saved_; }
   int64_t Revision() const { return origin_.revision; }
   /// Empty for a new plan.

@@ -1,6 +1,7 @@
 #include "plan_watch.h"
 
 #include <cstdlib>
+#include <utility>
 
 #include "LyraPluginManager/error_kind.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
@@ -37,6 +38,7 @@ void CPlanWatch::Watch(const std::string& plan_code, const std::string& group_co
 void CPlanWatch::Stop() {
   timer_.stop();
   calls_.Drop();
+  looks_again_ = false;
   plan_code_.clear();
 }
 
@@ -60,15 +62,23 @@ void CPlanWatch::LookIn(int milliseconds) {
   }
 }
 
+// A notice during a look may be of what that look has not seen any more.
 void CPlanWatch::Look() {
+  if (calls_.IsUnderWay()) {
+    looks_again_ = true;
+    return;
+  }
   GetPlanDetailRequest request;
   request.plan_index_code = plan_code_;
   HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request)
-      .Replacing(calls_)
+      .Within(calls_)
       .Then(this, [this](const auto& now) { OnLooked(now); });
 }
 
 void CPlanWatch::OnLooked(const HostCalls::Result<GetPlanDetailResponse>& now) {
+  if (std::exchange(looks_again_, false)) {
+    LookSoon();
+  }
   if (now.ok) {
     Observe(now.response.group_index_code);  // it may have moved, or the tree was loaded again
   } else if (now.response.error_kind == view_plugin_protocol::Unavailable) {

@@ -11,7 +11,8 @@
 namespace TarnPlanView {
 
 /// Looks at the host's version of one plan whenever something was changed anywhere, so that its editor hears of changes
-/// that concern it, whichever rows are loaded. Many changes in a row make one look. Thread: GUI.
+/// that concern it, whichever rows are loaded. Many changes in a row make one look, and one look is
+/// under way at a time. Thread: GUI.
 class CPlanWatch : public QObject {
   Q_OBJECT
  public:
@@ -20,6 +21,8 @@ class CPlanWatch : public QObject {
   void Watch(const std::string& plan_code, const std::string& group_code);
   void Stop();
   bool IsWatching() const { return !plan_code_.empty(); }
+  /// Whether a look follows the one under way.
+  bool LooksAgain() const { return looks_again_; }
   /// A look without a notice.
   void LookSoon();
 
@@ -36,6 +39,7 @@ class CPlanWatch : public QObject {
   std::string plan_code_;  // empty: nothing is watched
   QTimer timer_;
   HostCalls::CCallScope calls_;
+  bool looks_again_ = false;  // there was a notice during the look under way
 };
 
 }  // namespace TarnPlanView

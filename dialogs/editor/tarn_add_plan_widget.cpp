@@ -91,7 +91,7 @@ void CTarnAddPlanWidget::OpenPlan(const QString& plan_code) {
   d_->document.StartNew(QString(), QString());
   d_->header->SetTitle(tr("Edit plan"));
   d_->header->Groups()->SetAddMode(false);
-  d_->awaited = plan_code;
+  d_->standing = {PlanStanding::Kind::Loading, plan_code};
   if (!d_->controller) {
     d_->OnControllerLost();
     return;
@@ -106,13 +106,12 @@ void CTarnAddPlanWidget::OpenPlan(const QString& plan_code) {
 }
 
 void CTarnAddPlanWidget::OnPlanInfo(const GetPlanDetailResponse& plan) {
-  if (d_->awaited.isEmpty() || StringToQString(plan.index_code) != d_->awaited) {
+  if (!d_->standing.IsAwaited() || StringToQString(plan.index_code) != d_->standing.awaited) {
     return;
   }
-  d_->awaited.clear();
-  d_->conflict_bar->hide();
+  d_->standing = {};
   d_->document.Load(plan);
-  d_->opened_pages = d_->document.Draft().pages;
+  d_->ShowStanding();
   d_->watch->Watch(plan.index_code, plan.group_index_code);
   const bool is_focus_free = d_->focus.IsFree();
   d_->SetBusy(QString());
@@ -123,7 +122,10 @@ void CTarnAddPlanWidget::OnPlanInfo(const GetPlanDetailResponse& plan) {
 }
 
 QString CTarnAddPlanWidget::PlanCode() const {
-  return d_->awaited.isEmpty() ? StringToQString(d_->document.PlanCode()) : d_->awaited;
+  if (d_->standing.IsAwaited()) {
+    return d_->standing.awaited;
+  }
+  return StringToQString(d_->document.PlanCode());
 }
 
 bool CTarnAddPlanWidget::IsSaving() const {
@@ -139,13 +141,13 @@ bool CTarnAddPlanWidget::MayClose() {
   if (d_->saving->IsSaving()) {
     return d_->MayLeaveSave();
   }
-  if (!IsDirty()) {
+  const bool is_dirty = IsDirty();
+  if (!is_dirty && !d_->HidesEdits()) {
     d_->Reset();
     return true;
   }
   const QPointer<CTarnAddPlanWidget> self(this);
-  const int answer = d_->Ask({tr("Unsaved changes"), tr("The plan has changes that are not saved."), tr("Save"),
-                              tr("Throw away"), tr("Keep editing")});
+  const int answer = d_->AskBeforeLoss();
   if (!self) {
     return false;
   }
@@ -154,20 +156,22 @@ bool CTarnAddPlanWidget::MayClose() {
     return true;
   }
   if (answer == CModalTipDialog::Confirmed) {
+    if (!is_dirty) {
+      d_->BackToMine();
+    }
     Save();
   }
   return false;
 }
 
 void CTarnAddPlanWidget::Save() {
-  if (d_->saving->IsSaving() || !d_->awaited.isEmpty()) {
+  if (d_->saving->IsSaving() || d_->standing.IsAwaited()) {
     return;
   }
   d_->TakeTyped();
   if (d_->HasNothingToSave()) {
-    d_->Reset();
-    Q_EMIT SignalClosed();
-  } else if (d_->conflict == SaveConflict::Deleted) {
+    Cancel();
+  } else if (d_->standing.kind == PlanStanding::Kind::Deleted) {
     d_->SaveAsNew();
   } else {
     d_->SaveIt();
@@ -250,12 +254,8 @@ void CTarnAddPlanWidget::Private::Reset() {
   saving->Forget();
   watch->Stop();
   loads.Drop();
-  awaited.clear();
-  opened_pages.clear();
-  conflict = SaveConflict::None;
-  theirs = {};
-  mine.reset();
-  copy_note.reset();
+  standing = {};
+  stored_note.clear();
   grid->SetCurrentWindow(1);
   conflict_bar->hide();
   SetBusy(QString());
@@ -290,6 +290,18 @@ int CTarnAddPlanWidget::Private::Ask(const Question& words) {
   const int answer = question->exec();
   delete question.data();
   return answer;
+}
+
+int CTarnAddPlanWidget::Private::AskBeforeLoss() {
+  if (HidesEdits()) {
+    return Ask({CTarnAddPlanWidget::tr("Unsaved changes"),
+                CTarnAddPlanWidget::tr("What you see is their version. Yours is not saved."),
+                CTarnAddPlanWidget::tr("Save mine"), CTarnAddPlanWidget::tr("Throw away"),
+                CTarnAddPlanWidget::tr("Keep editing")});
+  }
+  return Ask({CTarnAddPlanWidget::tr("Unsaved changes"),
+              CTarnAddPlanWidget::tr("The plan has changes that are not saved."), CTarnAddPlanWidget::tr("Save"),
+              CTarnAddPlanWidget::tr("Throw away"), CTarnAddPlanWidget::tr("Keep editing")});
 }
 
 bool CTarnAddPlanWidget::Private::MayLeaveSave() {
@@ -335,7 +347,7 @@ QString CTarnAddPlanWidget::Private::NotAvailable() {
 }
 
 void CTarnAddPlanWidget::Private::OnLoadAnswered(const CallAnswer& answer) {
-  if (awaited.isEmpty()) {
+  if (!standing.IsAwaited()) {
     return;  // the plan is here
   }
   // An answer that is no failure, and not the plan either, is another plan.
@@ -343,7 +355,7 @@ void CTarnAddPlanWidget::Private::OnLoadAnswered(const CallAnswer& answer) {
 }
 
 void CTarnAddPlanWidget::Private::OnControllerLost() {
-  if (!awaited.isEmpty()) {
+  if (standing.IsAwaited()) {
     ShowNotLoaded(NotAvailable());
   }
 }
@@ -354,7 +366,9 @@ void CTarnAddPlanWidget::Private::ShowNotLoaded(const QString& reason) {
   scroll->setEnabled(false);
   header->setEnabled(false);
   footer->SetSavePossible(false);
-  conflict_bar->ShowNotLoaded(reason);
+  standing.kind = PlanStanding::Kind::NotLoaded;
+  standing.theirs.error_info = MarUIControl::QStringToString(reason);
+  ShowStanding();
   if (take_focus) {
     conflict_bar->FocusRetry();
   }

@@ -1,12 +1,11 @@
 #pragma once
 
 #include <QPointer>
-#include <optional>
 
 #include "busy_focus.h"
 #include "host_calls/call_scope.h"
 #include "plan_document.h"
-#include "save_conflict.h"
+#include "plan_standing.h"
 #include "tarn_add_plan_widget.h"
 #include "window_text.h"
 
@@ -49,6 +48,9 @@ class CTarnAddPlanWidget::Private {
   };
   int Ask(const Question& words);
   bool MayLeaveSave();
+  /// Whether the user is in the editor to see their version, and his own would go with it.
+  bool HidesEdits() const { return !document.IsDirty() && document.ReplacedEdits(); }
+  int AskBeforeLoss();
   /// `work` is what the user reads meanwhile; empty: done.
   void SetBusy(const QString& work);
   void Refuse(const QString& text);
@@ -73,14 +75,16 @@ class CTarnAddPlanWidget::Private {
   void OnConflict(SaveConflict conflict, const view_plugin_protocol::GetPlanDetailResponse& theirs);
   /// A look at the host's plan, while it is being edited here.
   void OnLooked(const HostCalls::Result<view_plugin_protocol::GetPlanDetailResponse>& now);
-  /// Says what is known of the host's plan, and offers what can be done.
-  void ShowNews();
-  void SayDeleted();
+  /// Says how the plan stands to the host's, and offers what can be done.
+  void ShowStanding();
   QString WhatTheySaved() const;
+  QString WhoseIsShown() const;
+  QString HowItWasDeleted() const;
+  /// The next save goes over the host's version as it is known here.
+  void GoOverTheirs();
   void LoadTheirs();
   void KeepMine();
   void BackToMine();
-  void OnUndoStep(int index);
   void Overwrite();
   void SaveAsNew();
 
@@ -103,13 +107,9 @@ class CTarnAddPlanWidget::Private {
   QPointer<CStandardPlanModel> model;
   QPointer<CStandardViewController> controller;
   CBusyFocus focus;
-  QString awaited;              // code of the plan that is being fetched
-  HostCalls::CCallScope loads;  // of that plan
-  QVector<DraftPage> opened_pages;
-  SaveConflict conflict = SaveConflict::None;          // what the last save or look found
-  view_plugin_protocol::GetPlanDetailResponse theirs;  // the plan as the host has it, when it was changed elsewhere
-  std::optional<int> mine;           // where in the undo stack the user's version is, while theirs is shown
-  std::optional<QString> copy_note;  // while a new plan is made of an old one: what it has not taken over
+  PlanStanding standing;
+  HostCalls::CCallScope loads;  // of the awaited plan
+  QString stored_note;          // to be said once the save under way has succeeded
 };
 
 }  // namespace TarnPlanView

@@ -51,7 +51,7 @@ QString CTarnAddPlanWidget::Private::FindProblem(bool adding) {
 
 // What the host has changed or dropped is saved at the user's word, even if he has taken back all of his changes.
 bool CTarnAddPlanWidget::Private::HasNothingToSave() const {
-  return !document.PlanCode().empty() && !document.IsDirty() && conflict == SaveConflict::None;
+  return !document.PlanCode().empty() && !document.IsDirty() && standing.kind == PlanStanding::Kind::Same;
 }
 
 bool CTarnAddPlanWidget::Private::IsRefused(bool adding) {
@@ -78,8 +78,8 @@ void CTarnAddPlanWidget::Private::Send() {
 
 // A picture of the live wall that the plan has from elsewhere stays as long as it shows the plan.
 std::string CTarnAddPlanWidget::Private::Thumbnail() const {
-  const bool as_opened = !opened_pages.isEmpty() && document.Draft().pages == opened_pages;
-  if (as_opened || !CViewConfigManager::Instance().SupportThumbnail()) {
+  const bool is_theirs = !document.PlanCode().empty() && document.Draft().pages == document.Saved().pages;
+  if (is_theirs || !CViewConfigManager::Instance().SupportThumbnail()) {
     return std::string();
   }
   return PaintThumbnail(document.Draft(), text);
@@ -88,10 +88,8 @@ std::string CTarnAddPlanWidget::Private::Thumbnail() const {
 // The document is that plan now.
 void CTarnAddPlanWidget::Private::OnStored(const QString& plan_code, const QString& group_code) {
   const QPointer<CTarnAddPlanWidget> alive(q);
-  const QString note = std::exchange(copy_note, std::nullopt).value_or(QString());
-  conflict = SaveConflict::None;
-  theirs = {};
-  mine.reset();
+  const QString note = std::exchange(stored_note, QString());
+  standing = {};
   conflict_bar->hide();
   watch->Stop();
   Q_EMIT q->SignalStored(plan_code, group_code);
@@ -115,13 +113,9 @@ void CTarnAddPlanWidget::Private::OnStored(const QString& plan_code, const QStri
 void CTarnAddPlanWidget::Private::OnNotStored(const QString& reason) {
   SetBusy(QString());
   watch->LookSoon();  // what was noticed meanwhile has been passed over
-  if (copy_note) {    // the choice is open again
-    copy_note.reset();
-    header->Groups()->SetAddMode(document.PlanCode().empty());
-    conflict_bar->show();
-  } else if (mine) {
-    ShowNews();
-  }
+  stored_note.clear();
+  header->Groups()->SetAddMode(document.PlanCode().empty());  // a new plan may have been asked for
+  ShowStanding();
   const QPointer<CTarnAddPlanWidget> alive(q);
   if (!reason.isEmpty()) {
     Refuse(reason);
@@ -132,113 +126,120 @@ void CTarnAddPlanWidget::Private::OnNotStored(const QString& reason) {
 }
 
 void CTarnAddPlanWidget::Private::OnConflict(SaveConflict found, const GetPlanDetailResponse& plan) {
-  conflict = found;
-  theirs = plan;
-  mine.reset();
-  OnNotStored(QString());
-  conflict_bar->SetNewRefused(MissingRight(true));
+  standing.kind = PlanStanding::Kind::Refused;
   if (found == SaveConflict::Deleted) {
-    SayDeleted();
-  } else {
-    conflict_bar->ShowRefused(WhatTheySaved() + QLatin1Char(' ') +
-                              CTarnAddPlanWidget::tr("Your version is not saved yet."));
+    standing.kind = PlanStanding::Kind::Deleted;
   }
+  standing.theirs = plan;
+  OnNotStored(QString());
 }
 
 // A save that is under way finds out by itself.
 void CTarnAddPlanWidget::Private::OnLooked(const HostCalls::Result<GetPlanDetailResponse>& now) {
-  if (saving->IsSaving() || !awaited.isEmpty()) {
+  if (saving->IsSaving() || standing.IsAwaited()) {
     return;
   }
   if (now.ok) {
     document.RenameGroup(now.response.group_index_code, now.response.group_name);
   }
-  const SaveConflict said = conflict_bar->isHidden() ? SaveConflict::None : conflict;
-  const NewsStep step = StepAfterLook({document.Revision(), said, theirs.revision}, now);
-  if (step == NewsStep::Nothing) {
-    return;
+  switch (StepAfterLook({document.Revision(), standing.Said(), standing.theirs.revision}, now)) {
+    case NewsStep::Nothing:
+      return;
+    case NewsStep::SayChanged:
+      standing.kind = PlanStanding::Kind::Changed;
+      break;
+    case NewsStep::SayDeleted:
+      standing.kind = PlanStanding::Kind::Deleted;
+      break;
+    case NewsStep::TakeBack:
+      standing.kind = PlanStanding::Kind::Same;
+      break;
   }
-  conflict = ConflictOf(now, document.Revision());
-  theirs = now.response;
-  ShowNews();
+  standing.theirs = now.response;
+  ShowStanding();
 }
 
-// While theirs is shown the way back stays, whatever happens elsewhere.
-void CTarnAddPlanWidget::Private::ShowNews() {
-  const bool is_newer = conflict == SaveConflict::ChangedElsewhere && theirs.revision > document.Revision();
+void CTarnAddPlanWidget::Private::ShowStanding() {
+  if (saving->IsSaving()) {
+    return;
+  }
+  const bool with_back = document.ReplacedEdits().has_value();
   conflict_bar->SetNewRefused(MissingRight(true));
-  if (conflict == SaveConflict::Deleted) {
-    SayDeleted();
-  } else if (is_newer && mine) {
-    conflict_bar->ShowNewer(WhatTheySaved());
-  } else if (is_newer) {
-    conflict_bar->ShowChanged(WhatTheySaved());
-  } else if (mine) {
-    conflict_bar->ShowTheirs(CTarnAddPlanWidget::tr("This is their version."));
-  } else {
-    conflict_bar->hide();
+  switch (NewsOf(standing.kind, with_back)) {
+    case ConflictNews::None:
+      return conflict_bar->hide();
+    case ConflictNews::NotLoaded:
+      return conflict_bar->ShowNotLoaded(MarUIControl::StringToQString(standing.theirs.error_info));
+    case ConflictNews::Changed:
+      return conflict_bar->ShowChanged(WhatTheySaved());
+    case ConflictNews::Refused:
+      return conflict_bar->ShowRefused(
+          WhatTheySaved() + QLatin1Char(' ') + CTarnAddPlanWidget::tr("Your version is not saved yet."), with_back);
+    case ConflictNews::Deleted:
+      return conflict_bar->ShowDeleted(HowItWasDeleted(), with_back);
+    case ConflictNews::Theirs:
+      return conflict_bar->ShowTheirs(WhoseIsShown());
+    case ConflictNews::Newer:
+      return conflict_bar->ShowNewer(WhatTheySaved());
   }
 }
 
 // Only the host can say who has deleted it.
-void CTarnAddPlanWidget::Private::SayDeleted() {
-  const QString gone = MarUIControl::StringToQString(theirs.error_info) + QLatin1Char(' ') +
-                       CTarnAddPlanWidget::tr("Saving makes a new plan of what you see here.");
-  conflict_bar->ShowDeleted(gone, mine.has_value());
+QString CTarnAddPlanWidget::Private::HowItWasDeleted() const {
+  return MarUIControl::StringToQString(standing.theirs.error_info) + QLatin1Char(' ') +
+         CTarnAddPlanWidget::tr("Saving makes a new plan of what you see here.");
 }
 
 QString CTarnAddPlanWidget::Private::WhatTheySaved() const {
-  const QString saved = CConflictWords::SavedBy(theirs, QDateTime::currentDateTime());
-  const QString changes = CConflictWords::Changes(document.Saved(), CPlanDocument::DraftOf(theirs));
+  const QString saved = CConflictWords::SavedBy(standing.theirs, QDateTime::currentDateTime());
+  const QString changes = CConflictWords::Changes(document.Saved(), CPlanDocument::DraftOf(standing.theirs));
   return QStringLiteral("%1 %2").arg(saved, changes).trimmed();
+}
+
+QString CTarnAddPlanWidget::Private::WhoseIsShown() const {
+  const QString whose = CTarnAddPlanWidget::tr("This is their version.");
+  if (standing.theirs.index_code.empty()) {
+    return whose;
+  }
+  return CConflictWords::SavedBy(standing.theirs, QDateTime::currentDateTime()) + QLatin1Char(' ') + whose;
 }
 
 void CTarnAddPlanWidget::Private::LoadTheirs() {
   TakeTyped();
-  const QString who = CConflictWords::SavedBy(theirs, QDateTime::currentDateTime());
-  const int before = document.UndoStack().index();
-  const bool was_dirty = document.IsDirty();
-  conflict_bar->hide();
-  conflict = SaveConflict::None;
-  document.TakeOver(std::exchange(theirs, {}));
-  opened_pages = document.Draft().pages;
-  if (!mine && was_dirty && document.UndoStack().index() != before) {
-    mine = before;
-  }
-  if (!mine) {
+  standing.kind = PlanStanding::Kind::Same;
+  document.TakeOver(standing.theirs);
+  standing.theirs.pages.clear();
+  ShowStanding();
+  if (document.ReplacedEdits()) {
+    conflict_bar->FocusBack();
+  } else {
     header->FocusName();
-    return;
   }
-  conflict_bar->ShowTheirs(who + QLatin1Char(' ') + CTarnAddPlanWidget::tr("This is their version."));
-  conflict_bar->FocusBack();
+}
+
+void CTarnAddPlanWidget::Private::GoOverTheirs() {
+  if (standing.IsChanged()) {
+    document.GoOver(standing.theirs);
+    standing = {};
+  }
 }
 
 void CTarnAddPlanWidget::Private::KeepMine() {
   TakeTyped();
-  document.AdoptRevision(theirs.revision);
-  conflict_bar->hide();
+  GoOverTheirs();
+  ShowStanding();
 }
 
 // Whatever of theirs was spoken of, a save goes over it now.
 void CTarnAddPlanWidget::Private::BackToMine() {
-  if (conflict == SaveConflict::ChangedElsewhere) {
-    document.AdoptRevision(theirs.revision);
-  }
-  document.UndoStack().setIndex(mine.value_or(0));
-}
-
-// The user may go back by undo as well; then what is newer than theirs is still to be answered.
-void CTarnAddPlanWidget::Private::OnUndoStep(int index) {
-  if (mine && index <= *mine) {
-    mine.reset();
-    ShowNews();
-  }
+  GoOverTheirs();
+  document.UndoStack().setIndex(document.ReplacedEdits().value_or(document.UndoStack().index()));
 }
 
 void CTarnAddPlanWidget::Private::Overwrite() {
   TakeTyped();
   if (!IsRefused(false)) {
-    document.AdoptRevision(theirs.revision);
+    GoOverTheirs();
     Send();
   }
 }
@@ -251,8 +252,7 @@ void CTarnAddPlanWidget::Private::SaveAsNew() {
   SetBusy(CTarnAddPlanWidget::tr("Saving..."));
   conflict_bar->hide();
   const PlanDraft& draft = document.Draft();
-  if (conflict == SaveConflict::Deleted) {
-    copy_note = QString();
+  if (standing.kind == PlanStanding::Kind::Deleted) {
     saving->SaveAsNew(draft.name, draft.auto_run, Thumbnail());
     return;
   }
@@ -263,7 +263,7 @@ void CTarnAddPlanWidget::Private::SaveAsNew() {
   if (draft.auto_run) {
     note = CTarnAddPlanWidget::tr("Saved as \"%1\". Its automatic run is switched off.");
   }
-  copy_note = note.arg(name);
+  stored_note = note.arg(name);
   saving->SaveAsNew(name, false, Thumbnail());
 }
 

@@ -157,11 +157,11 @@ void CTarnAddPlanWidget::Private::ConnectSaving() {
           [this] { footer->ShowWork(CTarnAddPlanWidget::tr("Saving takes long. Cancel leaves the editor.")); });
   connect(conflict_bar, &CConflictBar::SignalLoadTheirs, q, [this] { LoadTheirs(); });
   connect(conflict_bar, &CConflictBar::SignalKeepMine, q, [this] { KeepMine(); });
-  connect(&document.UndoStack(), &QUndoStack::indexChanged, q, [this](int index) { OnUndoStep(index); });
+  connect(&document.UndoStack(), &QUndoStack::indexChanged, q, [this] { ShowStanding(); });
   connect(conflict_bar, &CConflictBar::SignalBackToMine, q, [this] { BackToMine(); });
   connect(conflict_bar, &CConflictBar::SignalOverwrite, q, [this] { Overwrite(); });
   connect(conflict_bar, &CConflictBar::SignalSaveAsNew, q, [this] { SaveAsNew(); });
-  connect(conflict_bar, &CConflictBar::SignalRetry, q, [this] { q->OpenPlan(QString(awaited)); });
+  connect(conflict_bar, &CConflictBar::SignalRetry, q, [this] { q->OpenPlan(QString(standing.awaited)); });
 }
 
 }  // namespace TarnPlanView

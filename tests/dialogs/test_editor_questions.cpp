@@ -2,6 +2,7 @@
 #include "camera_abilities.h"
 #include "conflict_words.h"
 #include "plan_document.h"
+#include "plan_standing.h"
 #include "plan_test.h"
 #include "save_conflict.h"
 
@@ -14,6 +15,7 @@ class EditorQuestionsTest : public TarnTest::CPlanTest {
  private Q_SLOTS:
   void WhatIsSaidAfterALook_data();
   void WhatIsSaidAfterALook();
+  void WhatTheBarSays();
   void WhatTheySavedInWords();
   void AbilitiesAreFetchedOnce();
 };
@@ -53,6 +55,26 @@ void EditorQuestionsTest::WhatIsSaidAfterALook() {
   now.response.revision = revision;
   now.response.error_kind = qMax(kind, 0);
   QTEST(int(StepAfterLook({5, SaveConflict(said), said_revision}, now)), "step");
+}
+
+void EditorQuestionsTest::WhatTheBarSays() {
+  using Kind = PlanStanding::Kind;
+  struct Row {
+    Kind kind;
+    ConflictNews news, with_edits_replaced;
+  };
+  const Row rows[] = {
+      {Kind::Same, ConflictNews::None, ConflictNews::Theirs},
+      {Kind::Loading, ConflictNews::None, ConflictNews::None},
+      {Kind::NotLoaded, ConflictNews::NotLoaded, ConflictNews::NotLoaded},
+      {Kind::Changed, ConflictNews::Changed, ConflictNews::Newer},  // what can be kept would be their earlier version
+      {Kind::Refused, ConflictNews::Refused, ConflictNews::Refused},
+      {Kind::Deleted, ConflictNews::Deleted, ConflictNews::Deleted},
+  };
+  for (const Row& row : rows) {
+    QCOMPARE(int(NewsOf(row.kind, false)), int(row.news));
+    QCOMPARE(int(NewsOf(row.kind, true)), int(row.with_edits_replaced));
+  }
 }
 
 void EditorQuestionsTest::WhatTheySavedInWords() {

@@ -243,7 +243,9 @@ void PlanDocumentTest::AGroupsNameIsNoPartOfThePlan() {
 void PlanDocumentTest::SavingAndTakingOver() {
   CLoaded document({Page(1, 2, {})});
   document.SetName("Day");
-  document.AdoptRevision(9);
+  auto changed = Detail({Page(1, 2, {})});
+  changed.revision = 9;
+  document.GoOver(changed);
   QCOMPARE(document.MakeUpdateRequest().revision, int64_t(9));
   document.MarkSaved(10);
   QVERIFY(!document.IsDirty());
@@ -261,11 +263,15 @@ void PlanDocumentTest::SavingAndTakingOver() {
   auto theirs = Detail(FullPages(9));  // more than can be filled here
   theirs.revision = 20;
   const PlanDraft mine = document.Draft();
+  const int before = document.UndoStack().index();
   document.TakeOver(theirs);
-  QVERIFY(!document.IsDirty());
+  QVERIFY(!document.IsDirty() && document.ReplacedEdits() == before);
   QCOMPARE(document.Draft().pages.size(), 9);
   document.UndoStack().undo();
-  QVERIFY(document.IsDirty() && document.Draft() == mine);
+  QVERIFY(document.IsDirty() && document.Draft() == mine && !document.ReplacedEdits());
+  document.UndoStack().redo();
+  QVERIFY(!document.IsDirty() && document.ReplacedEdits() == before);
+  document.UndoStack().undo();
   QCOMPARE(document.MakeUpdateRequest().revision, int64_t(20));
 }
 

@@ -15,6 +15,8 @@ class PlanEditorSavingTest : public TarnTest::CEditorTest {
  private Q_SLOTS:
   void SavesOnceAndKeepsInputOnFailure();
   void HearsOfChangesWhileEditing();
+  void LooksAtTheirsAndLosesNothing();
+  void LooksOnceAtATime();
   void HearsOfDeletionsWhileEditing();
   void ChangedElsewhere_data();
   void ChangedElsewhere();
@@ -96,6 +98,63 @@ void PlanEditorSavingTest::HearsOfChangesWhileEditing() {
   QCOMPARE(stage.TakeTips(), QStringList());
 
   QVERIFY(!stage.editor->findChild<CPlanWatch*>()->IsWatching());  // else its own save would be news
+}
+
+void PlanEditorSavingTest::LooksAtTheirsAndLosesNothing() {
+  Begin();
+  CEditorStage stage(fixture_);
+  stage.Open(patrol_);
+  stage.Name().setText("Mine");
+  RenameElsewhere(patrol_, "Theirs");
+  stage.SaveIntoConflict();
+  stage.Click("load_theirs_btn");
+  QTest::keyClick(&stage.Name(), Qt::Key_Z, Qt::ControlModifier);
+  QTest::keyClick(&stage.Name(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+  QVERIFY(!stage.editor->IsDirty() && !stage.Find<QWidget>("back_to_mine_btn")->isHidden());
+  stage.answer = 0;
+  QTest::keyClick(&stage.Name(), Qt::Key_Escape);
+  stage.Save();
+  QVERIFY(!stage.editor->MayClose());
+  QCOMPARE(stage.questions.size(), 3);
+  QCOMPARE(stage.closed, 0);
+  QCOMPARE(stage.Name().text(), QString("Theirs"));
+  stage.answer = 1;
+  QVERIFY(!stage.editor->MayClose());
+  QTRY_COMPARE(stage.closed, 1);
+  QCOMPARE(Stored(patrol_).name, std::string("Mine"));
+
+  stage.Open(patrol_);
+  stage.Name().setText("Mine again");
+  RenameElsewhere(patrol_, "Theirs again");
+  stage.SaveIntoConflict();
+  stage.Click("load_theirs_btn");
+  stage.answer = 2;
+  QVERIFY(stage.editor->MayClose());
+  QCOMPARE(stage.Name().text(), QString());
+  QCOMPARE(Stored(patrol_).name, std::string("Theirs again"));
+}
+
+// Steady notices neither keep a look from being answered nor begin others beside it.
+void PlanEditorSavingTest::LooksOnceAtATime() {
+  Begin();
+  CEditorStage stage(fixture_);
+  stage.Open(patrol_);
+  auto& manager = CViewModelDataManager::Instance();
+  auto* watch = stage.editor->findChild<CPlanWatch*>();
+  Services().Hold("GetPlanDetail", TarnTest::CRecordingServices::AfterCall);
+  Services().ForgetCalls();
+  Q_EMIT manager.SignalNoticed();
+  QVERIFY(Services().WaitUntilHeld("GetPlanDetail"));
+  RenameElsewhere(patrol_, "Theirs");  // the look under way has not seen it
+  Q_EMIT manager.SignalNoticed();
+  QTRY_VERIFY(watch->LooksAgain());
+  Q_EMIT manager.SignalNoticed();
+  QCOMPARE(Services().Count("GetPlanDetail"), 1);
+  int looks = 0;
+  connect(watch, &CPlanWatch::SignalLooked, &stage.window, [&looks] { ++looks; });
+  Services().ReleaseAll();
+  QTRY_VERIFY(stage.IsConflictShown());
+  QCOMPARE(looks, 2);
 }
 
 // Of a plan that no tree has loaded.
