@@ -1,5 +1,7 @@
 #include "row_record.h"
 
+#include <memory>
+
 #include "item_type.h"
 #include "plan_rules/families.h"
 
@@ -42,6 +44,22 @@ CRowRecord::CRowRecord(const Source& record, int item_type, bool is_group)
       code_(QString::fromStdString(record.index_code)),
       item_type_(static_cast<qint16>(item_type)),
       is_group_(is_group) {}
+
+CRowRecord::~CRowRecord() {
+  delete name_key_.load();
+}
+
+// Whoever comes second, on another thread, throws his own away.
+const MarUIControl::CollationKey& CRowRecord::NameKey() const {
+  const MarUIControl::CollationKey* key = name_key_.load();
+  if (!key) {
+    auto made = std::make_unique<const MarUIControl::CollationKey>(MarUIControl::MakeCollationKey(name_));
+    if (name_key_.compare_exchange_strong(key, made.get())) {
+      key = made.release();
+    }
+  }
+  return *key;
+}
 
 // The family comes from the record, not from the model that shows it.
 CRowRecord::Ptr CRowRecord::Of(const PlanGroup& group) {

@@ -6,8 +6,10 @@
 #include <QString>
 #include <QVariant>
 #include <QVector>
+#include <atomic>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "MarUIControl/collation_key.h"
 
 namespace TarnPlanView {
 
@@ -24,12 +26,15 @@ class CRowRecord : public QSharedData {
   template <class Source>
   static QVector<Ptr> OfAll(const QList<Source>& records);
 
+  ~CRowRecord();
   CRowRecord(const CRowRecord&) = delete;
   CRowRecord& operator=(const CRowRecord&) = delete;
 
   bool IsGroup() const { return is_group_; }
   const QString& Name() const { return name_; }
   const QString& Code() const { return code_; }
+  /// What the name is compared by; made when it is first asked for.
+  const MarUIControl::CollationKey& NameKey() const;
   int Family() const { return family_; }
   /// An ItemType, by the family of the record.
   int ItemType() const { return item_type_; }
@@ -48,6 +53,7 @@ class CRowRecord : public QSharedData {
   const QString code_;
   const qint16 item_type_;
   const bool is_group_;
+  mutable std::atomic<const MarUIControl::CollationKey*> name_key_{nullptr};
 };
 
 template <class Source>

@@ -1,8 +1,11 @@
 #include "view_sort_filter_proxy_model.h"
 
+#include <QTimer>
+#include <optional>
 #include <vector>
 
 #include "item_type.h"
+#include "level_order.h"
 #include "plan_item_role.h"
 #include "plan_rules/rights.h"
 #include "plan_rules/row_order.h"
@@ -13,76 +16,34 @@ namespace TarnPlanView {
 namespace {
 constexpr int kSortedWhenOpened = 200;  // more children than these are sorted as soon as their expander is shown
 
-/// One row of the source while it is compared. A plan tree's row is looked up once for all roles: a long sort asks for
-/// millions of them.
-class SourceRow {
- public:
-  SourceRow(const CStandardPlanModel* tree, const QModelIndex& index)
-      : index_(index), item_(tree && index.model() == tree ? tree->itemFromIndex(index) : nullptr) {}
+int TypeOf(const QModelIndex& index) {
+  bool ok = false;
+  const int type = index.data(ItemTypeRole).toInt(&ok);
+  return ok ? type : -1;
+}
 
-  QVariant Data(int role) const { return item_ ? item_->data(role) : index_.data(role); }
-
-  int Type() const {
-    bool ok = false;
-    const int type = Data(ItemTypeRole).toInt(&ok);
-    return ok ? type : -1;
-  }
-
- private:
-  const QModelIndex& index_;
-  const QStandardItem* item_;
-};
-
-/// The text in `value` itself where it holds one: a long sort would copy it millions of times.
-const QString& TextOf(const QVariant& value, QString& scratch) {
-  if (value.userType() == QMetaType::QString) {
-    return *static_cast<const QString*>(value.constData());
-  }
-  scratch = value.toString();
-  return scratch;
+/// Of rows of any model.
+bool StandsBefore(const QModelIndex& left, const QModelIndex& right) {
+  return view_plugin_protocol::StandsBefore(TypeOf(left), TypeOf(right), [&left, &right] {
+    const QVariant left_name = left.data(Qt::DisplayRole);
+    const QVariant right_name = right.data(Qt::DisplayRole);
+    if (!left_name.isValid() || !right_name.isValid()) {
+      return !left_name.isValid();
+    }
+    return view_plugin_protocol::NameStandsBefore(left_name.toString(), right_name.toString());
+  });
 }
 }  // namespace
 
 struct CViewSortFilterProxyModel::Data {
-  /// A row of the source as it was compared last. Of two rows that a sort compares one was in the comparison before.
-  struct Side {
-    QModelIndex index;
-    int type = -1;
-    QVariant text;
-  };
-
-  const Side& Look(Side& side, const QModelIndex& index) const {
-    if (side.index != index) {
-      const SourceRow row(tree, index);
-      side = {index, row.Type(), row.Data(Qt::DisplayRole)};
-    }
-    return side;
-  }
-  void ForgetSides() { left = right = Side(); }
-  static bool Less(const Side& left, const Side& right);
-
   bool filter_enabled = false;
   bool ever_filtered = false;  // some rows may be hidden until the next pass, whatever the flag says now
   bool add_mode = false;
   bool edit_mode = false;  // carried for consumers
   bool show_theme2 = false;
-  const CStandardPlanModel* tree = nullptr;  // the source when it is a plan tree
-  Side left, right;
+  std::optional<CLevelOrder> order;  // while the source is a plan tree
   std::vector<QMetaObject::Connection> on_change;
 };
-
-bool CViewSortFilterProxyModel::Data::Less(const Side& left, const Side& right) {
-  if (left.type == right.type && !left.text.isValid()) {
-    return true;
-  }
-  if (left.type == right.type && !right.text.isValid()) {
-    return false;
-  }
-  QString left_scratch;
-  QString right_scratch;
-  return view_plugin_protocol::StandsBefore(left.type, TextOf(left.text, left_scratch), right.type,
-                                            TextOf(right.text, right_scratch));
-}
 
 CViewSortFilterProxyModel::CViewSortFilterProxyModel(QObject* parent, bool filterEnabled)
     : CViewSortFilterProxyModel(parent, filterEnabled, false) {}
@@ -99,19 +60,14 @@ CViewSortFilterProxyModel::CViewSortFilterProxyModel(QObject* parent, bool filte
 CViewSortFilterProxyModel::~CViewSortFilterProxyModel() = default;
 
 void CViewSortFilterProxyModel::setSourceModel(QAbstractItemModel* source) {
-  data_->tree = qobject_cast<const CStandardPlanModel*>(source);
-  if (data_->tree) {
-    connect(source, &QObject::destroyed, this, [this, source] {
-      if (static_cast<const QObject*>(data_->tree) == source) {
-        data_->tree = nullptr;
-      }
-    });
-  }
   for (const QMetaObject::Connection& connection : data_->on_change) {
     disconnect(connection);
   }
   data_->on_change.clear();
-  data_->ForgetSides();
+  data_->order.reset();
+  if (const auto* tree = qobject_cast<const CStandardPlanModel*>(source)) {
+    data_->order.emplace(tree);
+  }
   if (source) {
     listenBeforeTheBase(source);
   }
@@ -120,8 +76,9 @@ void CViewSortFilterProxyModel::setSourceModel(QAbstractItemModel* source) {
 
 // Connected before the base class is: whatever it compares after a change is looked at again.
 void CViewSortFilterProxyModel::listenBeforeTheBase(QAbstractItemModel* source) {
-  const auto forget = [this] { data_->ForgetSides(); };
+  const auto forget = [this] { forgetLevel(); };
   data_->on_change = {
+      connect(source, &QObject::destroyed, this, [this] { data_->order.reset(); }),
       connect(source, &QAbstractItemModel::rowsAboutToBeRemoved, this,
               &CViewSortFilterProxyModel::takeInBeforeLastOnesGo),
       connect(source, &QAbstractItemModel::rowsAboutToBeRemoved, this, forget),
@@ -132,6 +89,12 @@ void CViewSortFilterProxyModel::listenBeforeTheBase(QAbstractItemModel* source) 
       connect(source, &QAbstractItemModel::layoutChanged, this, forget),
       connect(source, &QAbstractItemModel::modelReset, this, forget),
   };
+}
+
+void CViewSortFilterProxyModel::forgetLevel() {
+  if (data_->order) {
+    data_->order->Forget();
+  }
 }
 
 // The base class tells of the removal of rows that it has taken in; a view that saw an expander waits for it.
@@ -163,7 +126,7 @@ void CViewSortFilterProxyModel::SetAddOrEdit(bool add) {
 }
 
 QPair<int, int> CViewSortFilterProxyModel::GetIndexType(const QModelIndex& left, const QModelIndex& right) const {
-  return {SourceRow(nullptr, left).Type(), SourceRow(nullptr, right).Type()};
+  return {TypeOf(left), TypeOf(right)};
 }
 
 bool CViewSortFilterProxyModel::isPublicTarget() const {
@@ -194,11 +157,16 @@ bool CViewSortFilterProxyModel::lessThan(const QModelIndex& left, const QModelIn
   if (!left.isValid() || !right.isValid()) {
     return false;
   }
-  if (left.model() == sourceModel() && right.model() == sourceModel()) {
-    return Data::Less(data_->Look(data_->left, left), data_->Look(data_->right, right));
+  // Changes in other models are not announced here.
+  if (!data_->order || left.model() != sourceModel() || right.model() != sourceModel()) {
+    return StandsBefore(left, right);
   }
-  Data::Side other_left, other_right;  // changes in other models are not announced here
-  return Data::Less(data_->Look(other_left, left), data_->Look(other_right, right));
+  const bool held_level = data_->order->HoldsLevel();
+  const bool is_before = data_->order->IsBefore(left, right);
+  if (!held_level && data_->order->HoldsLevel()) {
+    QTimer::singleShot(0, this, &CViewSortFilterProxyModel::forgetLevel);  // the sort is over by then
+  }
+  return is_before;
 }
 
 }  // namespace TarnPlanView

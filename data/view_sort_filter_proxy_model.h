@@ -36,6 +36,7 @@ class CViewSortFilterProxyModel : public QSortFilterProxyModel {
   bool isPublicTarget() const;
   void takeInBeforeLastOnesGo(const QModelIndex& sourceParent, int first, int last);
   void listenBeforeTheBase(QAbstractItemModel* source);
+  void forgetLevel();
 
   struct Data;
   std::unique_ptr<Data> data_;

@@ -6,14 +6,24 @@
 
 namespace view_plugin_protocol {
 
-/// The order in which one level of plans and groups is shown, and played: by the rows' item types, so that groups come
-/// before plans, then by name as people order names.
-inline bool StandsBefore(int left_type, const QString& left_name, int right_type, const QString& right_name) {
+/// As people order names.
+inline bool NameStandsBefore(const QString& left, const QString& right) {
   constexpr int kNamesForPeople = 2;
+  return MarUIControl::CStandardItemModel::CustomStringCompare(left, right, kNamesForPeople);
+}
+
+/// The order in which one level of plans and groups is shown, and played: by the rows' item types, so that groups come
+/// before plans, then by what `by_name` says.
+template <class ByName>
+bool StandsBefore(int left_type, int right_type, const ByName& by_name) {
   if (left_type != right_type) {
     return left_type < right_type;
   }
-  return MarUIControl::CStandardItemModel::CustomStringCompare(left_name, right_name, kNamesForPeople);
+  return by_name();
+}
+
+inline bool StandsBefore(int left_type, const QString& left_name, int right_type, const QString& right_name) {
+  return StandsBefore(left_type, right_type, [&] { return NameStandsBefore(left_name, right_name); });
 }
 
 }  // namespace view_plugin_protocol

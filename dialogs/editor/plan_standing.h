@@ -19,7 +19,7 @@ struct PlanStanding {
   };
 
   Kind kind = Kind::Same;
-  QString awaited;                                         // code of a plan that is not here yet
+  QString awaited;                                          // code of a plan that is not here yet
   view_plugin_protocol::GetPlanDetailResponse theirs = {};  // the host's plan or why there is none; what was taken over
 
   bool IsAwaited() const { return kind == Kind::Loading || kind == Kind::NotLoaded; }

@@ -44,9 +44,18 @@ CollationKey CollationKeyCache::MakeKey(const QString& text) const {
     const bool fits = needed <= bytes.size();
     bytes.resize(needed);
     if (fits) {
+      bytes.chop(1);  // the zero at the end, which the array has itself
       return CollationKey::FromBytes(bytes);
     }
   }
+}
+
+CollationKey MakeCollationKey(const QString& text) {
+  return CollationKeyCache::OfThisThread().MakeKey(text);
+}
+
+CollationKey RecentCollationKey(const QString& text) {
+  return CollationKeyCache::OfThisThread().KeyOf(text);
 }
 
 // Keys on both sides in every case: mixing them with direct comparisons could break the strict weak order.

@@ -22,6 +22,10 @@ class CollationKeyCache {
   /// Below 0, 0 or above 0 as `left` sorts before, with or after `right`: numbers by value, case ignored.
   int Compare(const QString& left, const QString& right);
 
+  /// Not held afterwards.
+  CollationKey MakeKey(const QString& text) const;
+  CollationKey KeyOf(const QString& text);
+
   /// Keys that are held at present.
   size_t Size() const { return young_.Size() + old_.Size(); }
 
@@ -31,8 +35,6 @@ class CollationKeyCache {
   };
 
   CollationKeyCache();
-  CollationKey MakeKey(const QString& text) const;
-  CollationKey KeyOf(const QString& text);
   CollationKey OldOrNewKey(const QString& text) const;
   void Insert(const QString& text, const CollationKey& key);
 

@@ -9,18 +9,13 @@ namespace MarUIControl {
 
 CollationKey CollationKey::FromBytes(const QByteArray& bytes) {
   CollationKey key;
-  key.bytes = bytes;
   std::array<quint64, 2> raw{};
+  if (static_cast<size_t>(bytes.size()) > sizeof(raw)) {
+    key.bytes = bytes;
+  }
   std::memcpy(raw.data(), bytes.constData(), std::min(static_cast<size_t>(bytes.size()), sizeof(raw)));
   key.head = {qFromBigEndian(raw[0]), qFromBigEndian(raw[1])};
   return key;
-}
-
-int CollationKey::Compare(const CollationKey& other) const {
-  if (head != other.head) {
-    return head < other.head ? -1 : 1;
-  }
-  return qstrcmp(bytes, other.bytes);
 }
 
 void CollationKeyTable::Insert(const QString& text, const CollationKey& key) {

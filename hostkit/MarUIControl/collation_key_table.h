@@ -1,21 +1,11 @@
 #pragma once
 
-#include <QByteArray>
 #include <QString>
-#include <array>
 #include <vector>
 
+#include "MarUIControl/collation_key.h"
+
 namespace MarUIControl {
-
-/// A text's collation key: keys order as their bytes do. The first bytes stand apart, so that most comparisons need
-/// no further memory.
-struct CollationKey {
-  std::array<quint64, 2> head{};  // the first 16 bytes, most significant first, padded with zeros
-  QByteArray bytes;
-
-  static CollationKey FromBytes(const QByteArray& bytes);
-  int Compare(const CollationKey& other) const;
-};
 
 /// Collation keys by the address of a text's characters: open addressing in one block, because sorting a long list
 /// takes a few million look-ups, and chained hashes spend most of them waiting for memory. It grows; single texts are

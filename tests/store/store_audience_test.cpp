@@ -139,7 +139,8 @@ void StoreAudienceTest::SaysNothingOfWhatIsNotSeen() {
   fixture_->options.switch_overrides = {{"load_all", 1}};
   const std::string gates = Gates(), north = North(), plan = ann_.Plan("Gate B");
   CRecorder in(bob_, {"root", north}, {plan}), out(cid_, {"root", gates, north}, {plan});
-  QTRY_COMPARE(out.lines, QStringList{Line(gates, kAdded, cid_.Plan("Gate A"), kPlanType)});  // of both kinds, but for it
+  QTRY_COMPARE(out.lines,
+               QStringList{Line(gates, kAdded, cid_.Plan("Gate A"), kPlanType)});  // of both kinds, but for it
   std::string inner;
   QCOMPARE(ann_.AddGroup(north, "Inner", &inner), QString());
   QCOMPARE(ann_.Update(TarnTest::ChangedPlan(plan, "Renamed", inner)), QString());
@@ -174,7 +175,8 @@ void StoreAudienceTest::FollowsChangesOfLimits() {
   QCOMPARE(Limit(QString::fromStdString(north), {}), QString("Group \"North\" (100002) is open to all users."));
   QVERIFY(concerns(cids, bobs));
   QCOMPARE(cid_.Plans(north), ann_.Plans(north));
-  QCOMPARE(Limit("Gates/North", {"Guards", "Visitors"}), QString("Group \"North\" (100002) is limited to: Guards, Visitors."));
+  QCOMPARE(Limit("Gates/North", {"Guards", "Visitors"}),
+           QString("Group \"North\" (100002) is limited to: Guards, Visitors."));
   QVERIFY(concerns(cids, bobs));
   QVERIFY(cid_.Plans(north).value(0).startsWith('!'));
   QCOMPARE(Fill("Visitors", {"cid", "eve"}), QString("User group \"Visitors\" has: cid, eve."));

@@ -88,9 +88,8 @@ std::vector<GroupRow> CAudienceEditor::GroupsAt(const QString& path) {
   std::set<int32_t> parents = {PublicRoot};
   for (const QString& name : path.split(QLatin1Char('/'))) {
     found.clear();
-    std::copy_if(all.begin(), all.end(), std::back_inserter(found), [&](const GroupRow& group) {
-      return parents.count(group.parent) != 0 && ToQt(group.name) == name;
-    });
+    std::copy_if(all.begin(), all.end(), std::back_inserter(found),
+                 [&](const GroupRow& group) { return parents.count(group.parent) != 0 && ToQt(group.name) == name; });
     parents.clear();
     std::transform(found.begin(), found.end(), std::inserter(parents, parents.end()),
                    [](const GroupRow& group) { return group.code; });

@@ -47,8 +47,7 @@ bool CAudienceRepository::Admits(const QString& groups, int32_t code, int32_t us
   std::unordered_map<int32_t, Audience> limited;
   engine_.ForEach(
       groups + "SELECT group_code, user_group_id FROM group_audience WHERE group_code IN (SELECT code FROM tree)",
-      {code},
-      [&limited](const QSqlQuery& query) { limited[query.value(0).toInt()].insert(query.value(1).toInt()); });
+      {code}, [&limited](const QSqlQuery& query) { limited[query.value(0).toInt()].insert(query.value(1).toInt()); });
   if (limited.empty()) {
     return true;
   }
