@@ -1,5 +1,7 @@
 #include "deletion_texts.h"
 
+#include "LyraPluginManager/view_business_interface_mgr.h"
+#include "host_calls/result.h"
 #include "plan_item_role.h"
 #include "view_config_manager.h"
 #include "view_extern_widget.h"
@@ -44,6 +46,21 @@ bool Count(const QModelIndex& group, RowsInside* inside) {
     }
   }
   return true;
+}
+
+std::optional<RowsInside> CountedByHost(const QModelIndex& group) {
+  using LyraPluginManager::CViewBusinessInterfaceMgr;
+  const QString code = group.data(GroupIndexCodeRole).toString();
+  const auto counted = HostCalls::CallNow(&CViewBusinessInterfaceMgr::CountBelowGroup, {code.toStdString()});
+  if (!counted.ok) {
+    return std::nullopt;
+  }
+  return RowsInside{counted.response.groups, counted.response.plans};
+}
+
+std::optional<RowsInside> InsideOf(const QModelIndex& group) {
+  RowsInside inside;
+  return Count(group, &inside) ? inside : CountedByHost(group);
 }
 
 QString KindText(bool is_group) {
@@ -101,9 +118,8 @@ DeletionSubject DeletionSubjectOf(const QModelIndex& row) {
   subject.name = row.data().toString();
   subject.is_group = CViewPublicDef::IsPlanGroup(row);
   subject.playing = IsPlaying(row);
-  RowsInside inside;
-  if (subject.is_group && Count(row, &inside)) {
-    subject.inside = inside;
+  if (subject.is_group) {
+    subject.inside = InsideOf(row);
   }
   return subject;
 }

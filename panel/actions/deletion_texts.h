@@ -17,10 +17,10 @@ struct DeletionSubject {
   QString name;
   bool is_group = false;
   bool playing = false;              // the plan, or one in the group
-  std::optional<RowsInside> inside;  // of a group; none when not all of it is loaded
+  std::optional<RowsInside> inside;  // of a group; none when neither tree nor host can say
 };
 
-/// What the tree knows of the row. Asks the host nothing. Thread: GUI.
+/// What the tree knows of the row, and the host of what is not loaded below it. Thread: GUI.
 DeletionSubject DeletionSubjectOf(const QModelIndex& row);
 
 /// `text` with each of its places %1 to %9 that there is a value for replaced by that, a value's own text left alone.

@@ -19,6 +19,16 @@ constexpr int kConfirmed = 1;
 constexpr int kCloseButton = 2;
 constexpr int kQuestionButtons = 3;
 
+// Somebody may have put more into a group since it was asked about: the host says what went with it.
+void Complete(DeletedRow* row, DeletionSubject subject, const CallAnswer& answer) {
+  if (answer.deleted_groups >= 0 && answer.deleted_plans >= 0) {
+    subject.inside = RowsInside{answer.deleted_groups, answer.deleted_plans};
+  }
+  row->name = subject.name;
+  row->notice = DeletionNotice(subject);
+  row->restorable_seconds = answer.restorable_seconds;
+}
+
 }  // namespace
 
 CRowDeletion::CRowDeletion(QWidget* panel) : QObject(panel), panel_(panel) {}
@@ -94,16 +104,18 @@ void CRowDeletion::DeletePlan(const QModelIndex& index) {
 // Until its own answer comes, and no other, the row is not deleted once more.
 CStandardViewController::PlanAnswer CRowDeletion::Note(const Row& row, const QModelIndex& index) {
   deleting_.insert(row);
-  const DeletionSubject subject = DeletionSubjectOf(index);
-  DeletedRow deleted{row.first, row.second, index.parent().data(GroupIndexCodeRole).toString(), subject.name,
-                     DeletionNotice(subject)};
-  return [self = QPointer<CRowDeletion>(this), row, deleted, begun_in = session_](const CallAnswer& answer) mutable {
+  DeletedRow deleted;
+  deleted.is_group = row.first;
+  deleted.code = row.second;
+  deleted.parent_code = index.parent().data(GroupIndexCodeRole).toString();
+  return [self = QPointer<CRowDeletion>(this), row, deleted, subject = DeletionSubjectOf(index),
+          begun_in = session_](const CallAnswer& answer) mutable {
     if (!self || self->session_ != begun_in) {
       return;
     }
     self->deleting_.remove(row);
-    deleted.restorable_seconds = answer.restorable_seconds;
-    if (answer.ok && deleted.restorable_seconds > 0) {
+    if (answer.ok && answer.restorable_seconds > 0) {
+      Complete(&deleted, subject, answer);
       Q_EMIT self->SignalDeleted(deleted);
     }
   };

@@ -72,6 +72,13 @@ CallAnswer AnswerOfDeletion(const HostCalls::Result<Response>& result, const std
   return answer;
 }
 
+CallAnswer AnswerOfGroupDeletion(const HostCalls::Result<DeletePlanGroupResponse>& result, const std::string& code) {
+  CallAnswer answer = AnswerOfDeletion(result, code);
+  answer.deleted_groups = result.response.deleted_groups;
+  answer.deleted_plans = result.response.deleted_plans;
+  return answer;
+}
+
 int TypeOf(const QModelIndex& index) {
   return index.data(ItemTypeRole).toInt();
 }
@@ -249,7 +256,7 @@ void CStandardViewController::deletePlanGroupByIndexThread(const QModelIndex& in
   AskForChange(&CViewBusinessInterfaceMgr::DeletePlanGroup, request, request.index_code)
       .Then(this, [this, node, reply, code = request.index_code](const auto& answer) {
         Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanGroupSucc(node.Resolve()); });
-        reply(AnswerOfDeletion(answer, code));
+        reply(AnswerOfGroupDeletion(answer, code));
       });
 }
 

@@ -36,6 +36,7 @@ class StoreMigrationsTest : public QObject {
 
   void CarriesContentOver();
   void LeavesAStoreAsItWasWhenAStepFails();
+  void LetsWhoMayDoEverythingConfigure();
   void KeepsWhatANewerProgramWrote();
   void FindsTheCamerasOfAnyText();
 
@@ -76,6 +77,17 @@ void StoreMigrationsTest::LeavesAStoreAsItWasWhenAStepFails() {
   QVERIFY(HasTable("note") && !HasTable("half"));
   QCOMPARE(engine_->Value("SELECT count(*) FROM plan_group").toInt(), 1);
   CTransaction usable(*engine_, CTransaction::kWrite);  // no transaction was left open
+}
+
+// Limits of groups came with layout 5: who could see and do everything before still can.
+void StoreMigrationsTest::LetsWhoMayDoEverythingConfigure() {
+  CSqliteEngine old(folder_->filePath("old.db"), CSqliteEngine::kMake);
+  old.Open();
+  MakeLayout(old, {AllMigrations().begin(), AllMigrations().begin() + 4});
+  old.Execute("INSERT INTO user_right (user_id, code) VALUES (1, 5), (1, 6), (1, 7), (2, 5), (2, 6), (3, 7)");
+  Migrate(old, "store");
+  QCOMPARE(old.Value("SELECT count(*) FROM user_right WHERE code = 8").toInt(), 1);
+  QVERIFY(old.Value("SELECT 1 FROM user_right WHERE user_id = 1 AND code = 8").isValid());
 }
 
 void StoreMigrationsTest::KeepsWhatANewerProgramWrote() {

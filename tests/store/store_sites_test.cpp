@@ -1,5 +1,6 @@
 #include <QtTest>
 
+#include "LyraPluginManager/error_kind.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "TarnConfiguration/view_config_interface.h"
 #include "store_fixture.h"
@@ -123,11 +124,16 @@ void StoreSitesTest::TheDemoSiteHasUsersOfEachKind() {
   for (const auto* one : {&guard, &trainee}) {
     QCOMPARE(rights(*one), std::string());
     QCOMPARE(one->DefaultView(), std::string("-3"));
-    QCOMPARE(one->Groups("-1"), all.Groups("-1"));
   }
-  QCOMPARE(trainee.Groups("-2"), QStringList({"Exercises@-2"}));
-  const std::string group = trainee.Group("-2", "Exercises");
-  QVERIFY(trainee.Groups(group).isEmpty() && !trainee.Plans(group).isEmpty() && trainee.Plans("-2").isEmpty());
+  QCOMPARE(guard.Groups("-1"), all.Groups("-1"));
+  QCOMPARE(guard.Search("e", 0), all.Search("e", 0));
+  QCOMPARE(trainee.Groups("-1"), QStringList({"Exercises@-1"}));
+  QCOMPARE(trainee.Groups("-2") + trainee.Plans("-2") + trainee.Plans("-1"), QStringList());
+  const QStringList exercises = trainee.Plans(trainee.Group("-1", "Exercises"));
+  QVERIFY(!exercises.isEmpty());
+  QCOMPARE(trainee.Search("e", 0).size(), exercises.size());
+  QCOMPARE(trainee.Detail(trainee.Plan("Exercises overview")).pages.size(), size_t(1));
+  QCOMPARE(trainee.Detail(all.Plan("Gate overview")).error_kind, int32_t(view::Gone));
 }
 
 void StoreSitesTest::MakesAnEmptySite() {

@@ -135,6 +135,7 @@ void TestReadersAndAWriter() {
         REQUIRE(hit.shown_camera == "door " + std::to_string(hit.plan.code));
       }
       catalog.AutomaticPlan(150, 7);
+      catalog.CountBelow(1, 7);
       catalog.FindByName("plan 15", 7);
       REQUIRE(feed.Last() >= last);
       last = feed.Last();
@@ -153,9 +154,11 @@ void TestReadersAndAWriter() {
       catalog.Put(row);
       feed.Take({{++seq, "you", ChangeEntry::kPlanSaved, code}}, seq);
     }
+    catalog.SetAudiences({{{2, {9}}}, {}}, 7);
     for (int32_t code = 12; code < 40; ++code) {
       catalog.Put(Plan(code, 2 - code % 2));
     }
+    catalog.SetAudiences({}, 7);
     catalog.RemovePlan(20);
     catalog.RemoveGroup(2);
   }
