@@ -3,6 +3,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QLocale>
+#include <vector>
 
 #include "TarnHost/plan_store.h"
 #include "app/scenes.h"
@@ -36,6 +37,11 @@ void Describe(QCommandLineParser& parser) {
   parser.addOption({QStringLiteral("check"), QStringLiteral("Looks through the whole store, names what it finds, and"
                                                             " quits: 0 sound, 1 findings, 2 not to be opened.")});
   add("backup", "Copies a store in a file into this new file, also while clients use it, and quits.", "FILE");
+  add("limit",
+      "Lets only these user groups see a group of public plans, named by its path (Perimeter/Gates) or code, and quits;"
+      " with nothing behind the equals sign all users see it, without one it only says who does.",
+      "GROUP=USERGROUP,...");
+  add("user-group", "Puts these users, and no others, into a user group, and quits; likewise.", "USERGROUP=USER,...");
 }
 
 // The first thing that cannot be followed becomes the one line the user reads.
@@ -61,6 +67,17 @@ class Reader {
                .arg(QLatin1String(name), text, known.join(QStringLiteral(", "))));
     }
     return text;
+  }
+  void AtMostOneOf(const std::vector<const char*>& names) {
+    QStringList set;
+    for (const char* name : names) {
+      if (IsSet(name)) {
+        set.append(QStringLiteral("--") + QLatin1String(name));
+      }
+    }
+    if (set.size() > 1) {
+      Fail(QStringLiteral("%1 are runs of their own").arg(set.join(QStringLiteral(" and "))));
+    }
   }
   std::optional<double> Number(const char* name) {
     if (!IsSet(name)) {
@@ -135,9 +152,9 @@ std::optional<ClientOptions> ClientOptions::Parse(const QStringList& arguments, 
   options.log_file = reader.Text("log");
   options.check = parser.isSet(QStringLiteral("check"));
   options.backup_file = reader.Text("backup");
-  if (options.check && !options.backup_file.isEmpty()) {
-    reader.Fail(QStringLiteral("--check and --backup are two runs"));
-  }
+  options.limit = reader.Text("limit");
+  options.user_group = reader.Text("user-group");
+  reader.AtMostOneOf({"check", "backup", "limit", "user-group"});
   if (!parser.positionalArguments().isEmpty()) {
     reader.Fail(QStringLiteral("Unexpected argument '%1'")
                     .arg(TarnHost::CPlanStore::ShownAddress(parser.positionalArguments().constFirst())));

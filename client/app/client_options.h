@@ -24,6 +24,8 @@ struct ClientOptions {
   bool help = false;
   bool check = false;   // look through the store instead of showing the client
   QString backup_file;  // copy the store into this file instead of showing the client
+  QString limit;        // "GROUP=USERGROUP,...": see --limit, likewise
+  QString user_group;   // "USERGROUP=USER,...": see --user-group, likewise
 
   /// What counts in this start: what was asked for, else what the user has chosen, as far as it is known; else the
   /// usual skin and the system's language.
@@ -33,7 +35,7 @@ struct ClientOptions {
   /// run, which is to be the same every time, unless it names a file of its own.
   bool UsesSettings() const;
 
-  bool WantsStoreTool() const { return check || !backup_file.isEmpty(); }
+  bool WantsStoreTool() const { return check || !backup_file.isEmpty() || !limit.isEmpty() || !user_group.isEmpty(); }
 
   /// What a store that is made at this start is filled with: the demo site, or nothing but a user.
   bool FillsWithDemo() const;

@@ -44,6 +44,11 @@ void ClientOptionsTest::ReadsWhatWasAsked() {
   const auto backup = ClientOptions::Parse({"tarn-client", "--backup", "copy"}, &error);
   QVERIFY(backup && backup->backup_file == "copy" && backup->WantsStoreTool());
 
+  const auto limit = ClientOptions::Parse({"tarn-client", "--limit", "Gates=Guards"}, &error);
+  QVERIFY(limit && limit->limit == "Gates=Guards" && limit->WantsStoreTool());
+  const auto group = ClientOptions::Parse({"tarn-client", "--user-group", "Guards=bob"}, &error);
+  QVERIFY(group && group->user_group == "Guards=bob" && group->WantsStoreTool());
+
   const auto none = ClientOptions::Parse({"tarn-client"}, &error);
   QVERIFY(none && !none->WantsStoreTool() && none->store_url.isEmpty() && !none->quit_after_seconds && !none->help);
   QVERIFY(none->skin.isEmpty() && none->language.isEmpty());
@@ -113,6 +118,7 @@ void ClientOptionsTest::RefusesWithOneLine_data() {
   QTest::newRow("delay") << QStringList{"--delay", "1e9"} << "--delay";
   QTest::newRow("scene") << QStringList{"--scene", "sunset"} << "sunset";
   QTest::newRow("two tools") << QStringList{"--check", "--backup", "x"} << "--backup";
+  QTest::newRow("three tools") << QStringList{"--limit", "x", "--user-group", "y", "--check"} << "--limit and --user";
   QTest::newRow("argument") << QStringList{"Gate"} << "Gate";
   QTest::newRow("argument with a password")
       << QStringList{"postgresql://ann:sesame@db/site"} << "postgresql://ann@db/site";

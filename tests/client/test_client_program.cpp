@@ -266,8 +266,9 @@ void ClientProgramTest::HelpNeedsNoDisplay() {
   QVERIFY(run.WaitForEnd());
   QCOMPARE(run.ExitCode(), 0);
   const QString help = run.Output().join('\n');
-  for (const char* option : {"--store", "--user", "--skin", "--lang", "--set", "--play", "--scene", "--screenshot",
-                             "--quit-after", "--delay", "--log", "--demo", "--check", "--backup"}) {
+  for (const char* option :
+       {"--store", "--user", "--skin", "--lang", "--set", "--play", "--scene", "--screenshot", "--quit-after",
+        "--delay", "--log", "--demo", "--check", "--backup", "--limit", "--user-group"}) {
     QVERIFY2(help.contains(option), option);
   }
 }
@@ -286,6 +287,10 @@ void ClientProgramTest::LooksAfterTheStoreWithoutADisplay() {
   run({"--store", StoreUrl(), "--check"}, 0, "3 groups, 1 plans, 2 users; sound");
   run({"--store", StoreUrl(), "--backup", copy}, 0, "copy.sqlite");
   run({"--store", StoreUrl(), "--backup", copy}, 2, "exists already");
+  run({"--store", StoreUrl(), "--user-group", "Guards=guard"}, 0, "User group \"Guards\" has: guard.");
+  run({"--store", StoreUrl(), "--limit", "Outer/Inner=Guards, Nurses"}, 2, "no user group \"Nurses\"");
+  run({"--store", StoreUrl(), "--limit", "Outer/Inner = Guards"}, 0, "is limited to: Guards.");
+  run({"--store", StoreUrl(), "--limit", "Outer/Inner"}, 0, "is limited to: Guards.");
   run({"--store", "sqlite:" + home_->filePath("none"), "--check"}, 2, "cannot be read");
   QVERIFY(!QFile::exists(home_->filePath("none")));
   QFile file(copy);
