@@ -117,7 +117,7 @@ void StoreCareTest::PlaysAndChangesNoDamagedPlan_data() {
   QTest::addColumn<QString>("set");
   QTest::addColumn<QString>("fault");
   const auto add = [](const char* name, const QString& set, const char* fault) {
-    QTest::newRow(name) << set + (set.contains("checksum") ? "" : ", checksum = ''") << fault;
+    QTest::newRow(name) << set + (set.contains("checksum") ? "" : " & checksum = ''") << fault;
   };
   const QString page = R"(pages = '[{"no":1,"split":2,"windows":[{"no":1,"kind":1,"code":"7"}]},{"no":2,"split":1}]')";
   add("no pages", "pages = ''", "its pages cannot be read");
@@ -137,7 +137,7 @@ void StoreCareTest::PlaysAndChangesNoDamagedPlan_data() {
       "a page has a window number 17");
   add("no such preset", QString(page).replace(R"("code":"7")", R"("preset":-1)"), "a window has a number below zero");
   add("another split in the tree", "split_type = 8", "its split is not that of its first page");
-  add("another camera", "pages = replace(pages, '1002', '1003'), checksum = checksum",
+  add("another camera", "pages = replace(pages, '1002', '1003') & checksum = checksum",
       "its content is not what was saved");
   add("another time", "begin_time = '03:00:00', checksum = checksum", "its content is not what was saved");
   add("suddenly automatic", "auto_run = 1, checksum = checksum", "its content is not what was saved");
@@ -151,7 +151,11 @@ void StoreCareTest::PlaysAndChangesNoDamagedPlan() {
   auto move = ann_.Unchanged(plan), move_of_the_rest = move;
   move.parent_index_code = move_of_the_rest.parent_index_code = "-1";
   move_of_the_rest.pages.clear();  // as a mover hands on what is left of it
-  fixture_->RunPastTheStore("UPDATE plan SET " + set + " WHERE name = 'Gate A'");
+  for (const QString& column : set.split(" & ")) {
+    const bool is_content = column.startsWith("pages");
+    fixture_->RunPastTheStore(QString("UPDATE %1 SET %2 WHERE code = %3")
+                                  .arg(is_content ? "plan_content" : "plan", column, QString::fromStdString(plan)));
+  }
   const QString line = QString("The plan \"Gate A\" (%1) is damaged: %2.").arg(QString::fromStdString(plan), fault);
   QCOMPARE(QString::fromStdString(ann_.Detail(plan).error_info), line);
   QVERIFY(ann_.Detail(plan).pages.empty());

@@ -78,7 +78,7 @@ void StoreFaultsTest::NoFlippedBitChangesAPlanUnseen() {
       }
     }
     for (const char* code : {"100031", "100032", "100033", "100040", "100077", "100150"}) {
-      texts << fixture_->ReadPastTheStore(QString("SELECT pages FROM plan WHERE code = %1").arg(code)).toUtf8();
+      texts << fixture_->ReadPastTheStore(QString("SELECT pages FROM plan_content WHERE code = %1").arg(code)).toUtf8();
     }
   }
   const QByteArray sound = Content(fixture_->File());

@@ -150,7 +150,8 @@ void TestReadersAndAWriter() {
     catalog.Replace({Group(1, PublicRoot), Group(2, 1)}, {Plan(10, 1), Plan(11, 2)});
     for (int32_t code = 12; code < 40; ++code) {
       PlanRow row = Plan(code, 1 + code % 2);
-      row.cameras = catalog.Cameras().NumbersOf({{"3", "door " + std::to_string(code)}});
+      row.cameras = {static_cast<uint32_t>(code)};
+      catalog.Cameras().Add({{row.cameras.front(), {"3", "door " + std::to_string(code)}}});
       catalog.Put(row);
       feed.Take({{++seq, "you", ChangeEntry::kPlanSaved, code}}, seq);
     }

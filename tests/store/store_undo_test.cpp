@@ -271,8 +271,8 @@ void StoreUndoTest::ManyKeptRowsAreForgottenByAndBy() {
   QCOMPARE(ann_.DeleteGroup(gates), QString());
   fixture_->RunPastTheStore(
       "INSERT INTO kept_plan SELECT deletion, code + 1000 * number, parent_code, family, owner_id, name, split_type,"
-      " page_count, auto_run, begin_time, end_time, pages, thumbnail, creator, creation_time, revision, changed_by,"
-      " changed_at, checksum FROM kept_plan, (WITH RECURSIVE numbers(number) AS (SELECT 1 UNION ALL"
+      " page_count, auto_run, begin_time, end_time, cameras, creator, creation_time, revision, changed_by, changed_at,"
+      " checksum FROM kept_plan, (WITH RECURSIVE numbers(number) AS (SELECT 1 UNION ALL"
       " SELECT number + 1 FROM numbers WHERE number < 400) SELECT number FROM numbers) AS many WHERE name = 'Gate B'");
   QCOMPARE(Kept(), QString("1 2 402 0"));
   Write(ann_);

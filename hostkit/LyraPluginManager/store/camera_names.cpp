@@ -1,8 +1,12 @@
 #include "store/camera_names.h"
 
-#include <algorithm>
-
 namespace TarnHost::Store {
+namespace {
+
+// A row changed past the program must not take all memory.
+constexpr uint32_t kHighestNumber = 10'000'000;
+
+}  // namespace
 
 const std::string* CFoundCameras::FirstOf(const std::vector<uint32_t>& cameras) const {
   for (const uint32_t camera : cameras) {
@@ -13,27 +17,30 @@ const std::string* CFoundCameras::FirstOf(const std::vector<uint32_t>& cameras) 
   return nullptr;
 }
 
-std::vector<uint32_t> CCameraNames::NumbersOf(const std::vector<NamedCamera>& cameras) {
-  std::vector<uint32_t> numbers;
-  numbers.reserve(cameras.size());
+void CCameraNames::Add(const std::vector<NumberedCamera>& cameras) {
   const std::lock_guard<std::mutex> lock(mutex_);
-  for (const NamedCamera& camera : cameras) {
-    const uint32_t number = NumberOf(camera);
-    if (std::find(numbers.begin(), numbers.end(), number) == numbers.end()) {
-      numbers.push_back(number);
+  for (const auto& [number, camera] : cameras) {
+    if (number > kHighestNumber || !numbers_.try_emplace(KeyOf(camera), number).second) {
+      continue;
     }
+    if (cameras_.size() <= number) {
+      cameras_.resize(number + size_t(1));
+    }
+    cameras_[number] = {camera.code, {camera.name, fold_(camera.name)}, {}};
+    Renew(&cameras_[number]);
   }
-  return numbers;
 }
 
-uint32_t CCameraNames::NumberOf(const NamedCamera& camera) {
-  const auto [known, is_new] =
-      numbers_.try_emplace(camera.code + '\n' + camera.name, static_cast<uint32_t>(cameras_.size()));
-  if (is_new) {
-    cameras_.push_back({camera.code, {camera.name, fold_(camera.name)}, {}});
-    Renew(&cameras_.back());
-  }
-  return known->second;
+uint32_t CCameraNames::NumberOf(const NamedCamera& camera) const {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  const auto known = numbers_.find(KeyOf(camera));
+  return known == numbers_.end() ? 0 : known->second;
+}
+
+void CCameraNames::Clear() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  cameras_.clear();
+  numbers_.clear();
 }
 
 void CCameraNames::Renew(Camera* camera) const {

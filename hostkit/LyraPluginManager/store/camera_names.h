@@ -13,6 +13,11 @@ struct NamedCamera {
   std::string code, name;
 };
 
+/// Tells cameras apart that have another code or another name.
+inline std::string KeyOf(const NamedCamera& camera) {
+  return camera.code + '\n' + camera.name;
+}
+
 /// The cameras of a site whose names hold a text.
 class CFoundCameras {
  public:
@@ -26,17 +31,26 @@ class CFoundCameras {
   std::vector<std::string> names_;
 };
 
-/// The cameras that windows of plans name. Each name is kept once, however many windows have it, under a number that
-/// rows of plans hold; beside it stands the name that the site has for this camera now. A number is never taken back:
-/// names are few. Thread: any.
+/// A camera with the number that the store has given it.
+struct NumberedCamera {
+  uint32_t number = 0;
+  NamedCamera camera;
+};
+
+/// The cameras that windows of plans name. Each name is kept once, however many windows have it, under the number that
+/// the store gave it and rows of plans hold; beside it stands the name that the site has for this camera now. Thread:
+/// any.
 class CCameraNames {
  public:
   /// The form in which names are compared.
   using Fold = std::string (*)(const std::string& name);
   explicit CCameraNames(Fold fold) : fold_(fold) {}
 
-  /// The numbers of these cameras, each once, in their order.
-  std::vector<uint32_t> NumbersOf(const std::vector<NamedCamera>& cameras);
+  /// Takes further cameras; those that are known already stay as they are.
+  void Add(const std::vector<NumberedCamera>& cameras);
+  /// 0, which is no number, for one that is not known.
+  uint32_t NumberOf(const NamedCamera& camera) const;
+  void Clear();
   /// What the site's cameras are called from now on.
   void SetSiteNames(const std::vector<NamedCamera>& cameras);
   /// Those whose name, as a window has it or as the site has it now, contains `folded`.
@@ -51,13 +65,12 @@ class CCameraNames {
     Name in_window, at_site;  // the second is empty where it is the first
   };
 
-  uint32_t NumberOf(const NamedCamera& camera);
   void Renew(Camera* camera) const;
 
   const Fold fold_;
   mutable std::mutex mutex_;
-  std::vector<Camera> cameras_;
-  std::unordered_map<std::string, uint32_t> numbers_;     // by code and name
+  std::vector<Camera> cameras_;                           // by number
+  std::unordered_map<std::string, uint32_t> numbers_;     // by KeyOf()
   std::unordered_map<std::string, std::string> at_site_;  // names by code
 };
 

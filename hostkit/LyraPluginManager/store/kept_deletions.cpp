@@ -12,11 +12,12 @@ const char kGroups[] = "plan_group";
 const char kPlans[] = "plan";
 const char kGroupColumns[] = "code, parent_code, family, owner_id, name";
 const char kPlanColumns[] =
-    "code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time, pages,"
-    " thumbnail, creator, creation_time, revision, changed_by, changed_at, checksum";
+    "code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time,"
+    " cameras, creator, creation_time, revision, changed_by, changed_at, checksum";
 const char kViewColumns[] = "user_id, code, type";
 
-const char* const kKeptTables[] = {"kept_default_view", "kept_plan", "kept_plan_group"};
+const char kKeptPlans[] = "kept_plan";
+const char* const kKeptTables[] = {"kept_default_view", kKeptPlans, "kept_plan_group"};
 constexpr int kForgottenAtOnce = 300;
 // Instead of a time, of a deletion whose rows are being forgotten: it can't be taken back any more.
 constexpr qint64 kBeingForgotten = 0;
@@ -141,10 +142,7 @@ std::optional<CKeptDeletions::Key> CKeptDeletions::Due(int64_t now, int64_t seco
 void CKeptDeletions::ForgetSome(const Key& deletion) {
   int left = kForgottenAtOnce;
   for (const char* table : kKeptTables) {
-    left -= engine_.Execute(QStringLiteral("DELETE FROM %1 WHERE deletion = ? AND code IN"
-                                           " (SELECT code FROM %1 WHERE deletion = ? LIMIT ?)")
-                                .arg(QLatin1String(table)),
-                            {deletion.first, deletion.first, left});
+    left -= ForgetSome(table, deletion.first, left);
     if (left <= 0) {
       engine_.Execute("UPDATE deletion SET deleted_at = ? WHERE code = ?", {kBeingForgotten, deletion.first});
       return;
@@ -154,6 +152,19 @@ void CKeptDeletions::ForgetSome(const Key& deletion) {
   engine_.Execute(
       "DELETE FROM group_audience WHERE group_code NOT IN (SELECT code FROM plan_group)"
       " AND group_code NOT IN (SELECT code FROM kept_plan_group)");
+}
+
+// The content of plans stays in its place when they are deleted, and goes with their kept rows.
+int CKeptDeletions::ForgetSome(const char* table, int32_t deletion, int most) {
+  const QString some =
+      QStringLiteral("(SELECT code FROM %1 WHERE deletion = ? ORDER BY code LIMIT ?)").arg(QLatin1String(table));
+  if (table == kKeptPlans) {
+    engine_.Execute("DELETE FROM plan_content WHERE code NOT IN (SELECT code FROM plan) AND code IN " + some,
+                    {deletion, most});
+  }
+  return engine_.Execute(QStringLiteral("DELETE FROM %1 WHERE deletion = ? AND code IN ").arg(QLatin1String(table)) +
+                             some,
+                         {deletion, deletion, most});
 }
 
 void CKeptDeletions::ForgetRows(int32_t deletion) {

@@ -10,7 +10,7 @@
 namespace TarnHost::Store {
 
 /// What was deleted and can still be taken back: the rows of a deletion, in tables of their own, where nothing that
-/// reads plans and groups comes upon them. Everything runs in the caller's transaction. Throws CStoreError. Thread: the
+/// reads plans and groups comes upon them. The content of plans stays where it is meanwhile. Everything runs in the caller's transaction. Throws CStoreError. Thread: the
 /// engine's.
 class CKeptDeletions {
  public:
@@ -59,6 +59,7 @@ class CKeptDeletions {
   void Note(const char* table, int32_t code, int32_t user, int64_t at);
   std::optional<Key> Due(int64_t now, int64_t seconds);
   void ForgetSome(const Key& deletion);
+  int ForgetSome(const char* table, int32_t deletion, int most);
   void ForgetRows(int32_t deletion);
 
   CSqlEngine& engine_;

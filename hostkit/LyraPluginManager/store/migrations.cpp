@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include "store/content_split.h"
 #include "store/store_texts.h"
 
 namespace TarnHost::Store {
@@ -90,9 +91,16 @@ QStringList GroupAudiences(const CSqlEngine&) {
   };
 }
 
+QStringList Nothing(const CSqlEngine&) {
+  return {};
+}
+
 void Apply(CSqlEngine& engine, const Migration& step) {
   for (const QString& statement : step.statements(engine)) {
     engine.RunOnce(statement);
+  }
+  if (step.work != nullptr) {
+    step.work(engine);
   }
   engine.Execute(
       "INSERT INTO store_info (name, value) VALUES ('version', ?)"
@@ -112,7 +120,8 @@ void RunStep(CSqlEngine& engine, const Migration& step) {
 
 const std::vector<Migration>& AllMigrations() {
   static const std::vector<Migration> all = {
-      {1, FirstLayout}, {2, FavoriteCameras}, {3, PlanChecksums}, {4, KeptDeletions}, {5, GroupAudiences}};
+      {1, FirstLayout},   {2, FavoriteCameras}, {3, PlanChecksums},
+      {4, KeptDeletions}, {5, GroupAudiences},  {6, Nothing, SplitContentOff}};
   return all;
 }
 

@@ -10,6 +10,8 @@ namespace TarnHost::Store {
 struct Migration {
   int to;
   QStringList (*statements)(const CSqlEngine& engine);
+  /// What statements alone cannot do, after them; may take minutes on a large store.
+  void (*work)(CSqlEngine& engine) = nullptr;
 };
 
 const std::vector<Migration>& AllMigrations();

@@ -36,8 +36,12 @@ struct PlanRow {
   int32_t split_type = 1, page_count = 1;
   bool auto_run = false;
   int32_t begin_second = -1, end_second = -1;  // of the day; -1 when there is none
-  std::vector<uint32_t> cameras = {};          // that its windows show, by their numbers in the catalog's CCameraNames
+  std::vector<uint32_t> cameras = {};          // that its windows show, by their numbers in the store
 };
+
+/// Numbers of cameras as the text that is stored, and back; what is no number is left out.
+std::string NumbersToText(const std::vector<uint32_t>& numbers);
+std::vector<uint32_t> NumbersFromText(const std::string& text);
 
 /// The code that `text` writes in plain decimal form; 0, which is no code, for anything else.
 int32_t ParseCode(const std::string& text);

@@ -14,14 +14,20 @@ constexpr int64_t kKeptChanges = 10000;
 
 const char kGroupColumns[] = "code, parent_code, family, owner_id, name";
 const char kPlanColumns[] =
-    "code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time, pages";
-const char kFurtherColumns[] = "thumbnail, creator, creation_time, revision, changed_by, changed_at, checksum";
+    "code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time,"
+    " cameras";
+const char kWholePlans[] =
+    "SELECT plan.code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time,"
+    " cameras, pages, thumbnail, creator, creation_time, revision, changed_by, changed_at, checksum"
+    " FROM plan LEFT JOIN plan_content content ON content.code = plan.code ";
+enum FurtherColumn { kPages = 11, kThumbnail, kCreator, kCreated, kRevision, kChangedBy, kChangedAt, kChecksum };
+
 GroupRow GroupFrom(const QSqlQuery& query) {
   return {query.value(0).toInt(), query.value(1).toInt(), query.value(2).toInt(), query.value(3).toInt(),
           query.value(4).toString().toStdString()};
 }
 
-PlanRow RowFrom(const QSqlQuery& query) {
+PlanRow PlanFrom(const QSqlQuery& query) {
   PlanRow row;
   const QString name = query.value(4).toString();
   row.code = query.value(0).toInt();
@@ -35,6 +41,7 @@ PlanRow RowFrom(const QSqlQuery& query) {
   row.auto_run = query.value(7).toInt() != 0;
   row.begin_second = SecondOfDay(query.value(8).toString());
   row.end_second = SecondOfDay(query.value(9).toString());
+  row.cameras = NumbersFromText(query.value(10).toString().toStdString());
   return row;
 }
 
@@ -45,17 +52,17 @@ std::string CodeText(const QVariant& number) {
 
 StoredPlan WholePlanFrom(const QSqlQuery& query) {
   StoredPlan plan;
-  plan.row = RowFrom(query);
+  plan.row = PlanFrom(query);
   plan.name = query.value(4).toString();
   plan.begin_time = query.value(8).toString();
   plan.end_time = query.value(9).toString();
-  plan.thumbnail = query.value(11).toByteArray();
-  plan.creator = query.value(12).toString();
-  plan.creation_time = query.value(13).toString();
-  plan.revision = query.value(14).toLongLong();
-  plan.changed_by = query.value(15).toString();
-  plan.changed_at = query.value(16).toString();
-  TakePages(&plan, query.value(10).toString(), query.value(17).toString());
+  plan.thumbnail = query.value(kThumbnail).toByteArray();
+  plan.creator = query.value(kCreator).toString();
+  plan.creation_time = query.value(kCreated).toString();
+  plan.revision = query.value(kRevision).toLongLong();
+  plan.changed_by = query.value(kChangedBy).toString();
+  plan.changed_at = query.value(kChangedAt).toString();
+  TakePages(&plan, query.value(kPages).toString(), query.value(kChecksum).toString());
   return plan;
 }
 
@@ -77,14 +84,6 @@ void StoredPlan::Complete() {
   row.page_count = static_cast<int32_t>(pages.size());
   row.begin_second = SecondOfDay(begin_time);
   row.end_second = SecondOfDay(end_time);
-}
-
-PlanRow CPlanRepository::PlanFrom(const QSqlQuery& query) {
-  PlanRow row = RowFrom(query);
-  if (camera_names_) {
-    row.cameras = camera_names_->NumbersOf(CamerasInText(query.value(10).toString()));
-  }
-  return row;
 }
 
 std::vector<GroupRow> CPlanRepository::AllGroups() {
@@ -140,7 +139,7 @@ std::optional<PlanRow> CPlanRepository::Plan(int32_t code) {
 
 std::optional<StoredPlan> CPlanRepository::WholePlan(int32_t code) {
   std::optional<StoredPlan> plan;
-  engine_.ForEach(QStringLiteral("SELECT %1, %2 FROM plan WHERE code = ?").arg(kPlanColumns, kFurtherColumns), {code},
+  engine_.ForEach(QLatin1String(kWholePlans) + "WHERE plan.code = ?", {code},
                   [&](const QSqlQuery& query) { plan = WholePlanFrom(query); });
   return plan;
 }
@@ -162,11 +161,10 @@ std::optional<CKeptDeletions::Deletion> CPlanRepository::DeletionOf(int32_t plan
 }
 
 void CPlanRepository::ForEachPlan(const std::function<void(const StoredPlan&, Vouched)>& visit) {
-  engine_.ForEach(QStringLiteral("SELECT %1, %2 FROM plan ORDER BY code").arg(kPlanColumns, kFurtherColumns), {},
-                  [&](const QSqlQuery& query) {
-                    const StoredPlan plan = WholePlanFrom(query);
-                    visit(plan, CheckedBy(query.value(17).toString(), plan, query.value(10).toString()));
-                  });
+  engine_.ForEach(QLatin1String(kWholePlans) + "ORDER BY plan.code", {}, [&](const QSqlQuery& query) {
+    const StoredPlan plan = WholePlanFrom(query);
+    visit(plan, CheckedBy(query.value(kChecksum).toString(), plan, query.value(kPages).toString()));
+  });
 }
 
 std::pair<int32_t, int32_t> CPlanRepository::DefaultView(int32_t user) {
@@ -241,22 +239,32 @@ void CPlanRepository::InsertPlan(const StoredPlan& plan) {
   const QString pages = PagesToText(plan.pages);
   engine_.Execute(
       "INSERT INTO plan (code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time,"
-      " end_time, pages, thumbnail, creator, creation_time, revision, changed_by, changed_at, checksum)"
-      " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+      " end_time, cameras, creator, creation_time, revision, changed_by, changed_at, checksum)"
+      " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
       {plan.row.code, plan.row.parent, plan.row.family, plan.row.owner, plan.name, plan.row.split_type,
-       plan.row.page_count, int(plan.row.auto_run), plan.begin_time, plan.end_time, pages, plan.thumbnail, plan.creator,
-       plan.creation_time, qint64(plan.revision), plan.changed_by, plan.changed_at, ChecksumOf(plan, pages)});
+       plan.row.page_count, int(plan.row.auto_run), plan.begin_time, plan.end_time,
+       ToQt(NumbersToText(plan.row.cameras)), plan.creator, plan.creation_time, qint64(plan.revision), plan.changed_by,
+       plan.changed_at, ChecksumOf(plan, pages)});
+  SetContent(plan, pages);
 }
 
 void CPlanRepository::UpdatePlan(const StoredPlan& plan) {
   const QString pages = PagesToText(plan.pages);
   engine_.Execute(
       "UPDATE plan SET parent_code = ?, family = ?, owner_id = ?, name = ?, split_type = ?, page_count = ?,"
-      " auto_run = ?, begin_time = ?, end_time = ?, pages = ?, thumbnail = ?, revision = ?, changed_by = ?,"
-      " changed_at = ?, checksum = ? WHERE code = ?",
+      " auto_run = ?, begin_time = ?, end_time = ?, cameras = ?, revision = ?, changed_by = ?, changed_at = ?,"
+      " checksum = ? WHERE code = ?",
       {plan.row.parent, plan.row.family, plan.row.owner, plan.name, plan.row.split_type, plan.row.page_count,
-       int(plan.row.auto_run), plan.begin_time, plan.end_time, pages, plan.thumbnail, qint64(plan.revision),
-       plan.changed_by, plan.changed_at, ChecksumOf(plan, pages), plan.row.code});
+       int(plan.row.auto_run), plan.begin_time, plan.end_time, ToQt(NumbersToText(plan.row.cameras)),
+       qint64(plan.revision), plan.changed_by, plan.changed_at, ChecksumOf(plan, pages), plan.row.code});
+  SetContent(plan, pages);
+}
+
+void CPlanRepository::SetContent(const StoredPlan& plan, const QString& pages) {
+  engine_.Execute(
+      "INSERT INTO plan_content (code, pages, thumbnail) VALUES (?, ?, ?)"
+      " ON CONFLICT (code) DO UPDATE SET pages = excluded.pages, thumbnail = excluded.thumbnail",
+      {plan.row.code, pages, plan.thumbnail});
 }
 
 void CPlanRepository::DeletePlan(int32_t code) {

@@ -21,7 +21,8 @@ namespace TarnHost::Store {
 
 enum class Vouched;
 
-/// A plan with all that is stored of it. The row's fields that follow from others are filled by Complete().
+/// A plan with all that is stored of it. The row's fields that follow from others are filled by Complete(), its cameras
+/// by who saves it.
 struct StoredPlan {
   PlanRow row;
   QString name, begin_time, end_time;
@@ -52,9 +53,7 @@ extern const char kGroupTree[];
 /// The statements on groups, plans, cameras and the change log. Throws CStoreError. Thread: the engine's.
 class CPlanRepository {
  public:
-  /// Rows of plans name the cameras that they show only where `camera_names` keeps these; it outlives this.
-  explicit CPlanRepository(CSqlEngine& engine, CCameraNames* camera_names = nullptr)
-      : engine_(engine), audiences_(engine), camera_names_(camera_names) {}
+  explicit CPlanRepository(CSqlEngine& engine) : engine_(engine), audiences_(engine) {}
 
   /// Who is let into which group.
   CAudienceRepository& Audiences() { return audiences_; }
@@ -92,7 +91,8 @@ class CPlanRepository {
 
   void InsertGroup(const GroupRow& group);
   void RenameGroup(int32_t code, const std::string& name);
-  /// Deletes the group with all below it, and the default views that point there.
+  /// Deletes the group with all below it, and the default views that point there. The content of plans stays, as with
+  /// DeletePlan(), until the deletion is forgotten.
   void DeleteGroup(int32_t code);
   void InsertPlan(const StoredPlan& plan);
   void UpdatePlan(const StoredPlan& plan);
@@ -117,13 +117,12 @@ class CPlanRepository {
   int64_t LogChange(const ChangeEntry& entry);
 
  private:
-  PlanRow PlanFrom(const QSqlQuery& query);
   bool HasCamera(int32_t camera);
+  void SetContent(const StoredPlan& plan, const QString& pages);
   int64_t Advance(const char* counter, int64_t count);
 
   CSqlEngine& engine_;
   CAudienceRepository audiences_;
-  CCameraNames* const camera_names_;
 };
 
 }  // namespace TarnHost::Store

@@ -20,6 +20,7 @@ class CPostgresEngine : public CSqlEngine {
   bool HasTable(const char* name) override;
   bool IsEmpty() override;
   QString BytesType() const override { return QStringLiteral("BYTEA"); }
+  bool DropsColumnsAtOnce() const override { return true; }
   void SetPatience(int milliseconds) override;
 
  private:

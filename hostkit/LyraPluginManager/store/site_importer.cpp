@@ -6,6 +6,7 @@
 
 #include "ResourceData/resource_type.h"
 #include "store/feature_switches.h"
+#include "store/page_codec.h"
 #include "store/text_rules.h"
 #include "store/thumbnail_rules.h"
 
@@ -40,6 +41,7 @@ int32_t OwnerId(const PlanSite& site, int32_t family, int owner) {
 CSiteImporter::CSiteImporter(CSqlEngine& engine, const PlanSite& site, const QDateTime& now)
     : engine_(engine),
       repository_(engine),
+      cameras_(engine),
       site_(site),
       now_(QLocale::c().toString(now, QStringLiteral("yyyy-MM-dd HH:mm:ss"))) {}
 
@@ -155,6 +157,7 @@ void CSiteImporter::ImportPlans(int32_t first_code) {
   for (const PlanSite::Plan& plan : site_.plans) {
     StoredPlan stored = Content(plan);
     stored.row.code = code++;
+    stored.row.cameras = cameras_.NumbersOf(CamerasOf(stored.pages));
     repository_.InsertPlan(stored);
   }
 }

@@ -3,6 +3,7 @@
 #include <QDateTime>
 
 #include "TarnHost/plan_site.h"
+#include "store/camera_dictionary.h"
 #include "store/plan_repository.h"
 
 namespace TarnHost::Store {
@@ -34,6 +35,7 @@ class CSiteImporter {
 
   CSqlEngine& engine_;
   CPlanRepository repository_;
+  CCameraDictionary cameras_;
   const PlanSite& site_;
   const QString now_;
   std::vector<GroupRow> groups_;  // as imported

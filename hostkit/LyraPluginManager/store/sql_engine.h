@@ -61,6 +61,8 @@ class CSqlEngine {
   virtual QStringList Integrity() { return {}; }
   /// Name of the type for bytes.
   virtual QString BytesType() const = 0;
+  /// Whether a column goes without every row being written again.
+  virtual bool DropsColumnsAtOnce() const = 0;
   /// How long a transaction waits for other processes; also before Open().
   virtual void SetPatience(int milliseconds) = 0;
 

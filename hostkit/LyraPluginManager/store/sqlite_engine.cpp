@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStorageInfo>
+#include <algorithm>
 #include <utility>
 
 #include "store/migrations.h"
@@ -249,9 +250,20 @@ void CSqliteEngine::RequireSound() {
     throw CStoreError(CStoreError::kRefused, {kNotAPlanStore, {place_}});
   }
   RequirePlanStore(*this, place_);
-  if (StoredVersion(*this) <= AllMigrations().back().to && RunOnce("PRAGMA quick_check(1)").toString() != "ok") {
+  if (StoredVersion(*this) <= AllMigrations().back().to && !AreTablesSound()) {
     throw CStoreError(CStoreError::kDamaged, {kDamagedStore, {place_}});
   }
+}
+
+// Pages and thumbnails, nearly all of the file, are left out: a start would have to read them. What is wrong with those
+// of a plan shows when it is read.
+bool CSqliteEngine::AreTablesSound() {
+  QStringList tables;
+  ForEach("SELECT name FROM sqlite_master WHERE type = 'table' AND name <> 'plan_content'", {},
+          [&tables](const QSqlQuery& query) { tables << query.value(0).toString(); });
+  return std::all_of(tables.begin(), tables.end(), [this](QString table) {
+    return RunOnce(QStringLiteral("PRAGMA quick_check(\"%1\")").arg(table.replace('"', "\"\""))).toString() == "ok";
+  });
 }
 
 // A step begins a write, which for a store that can only be read would open it again first, and so on without end.

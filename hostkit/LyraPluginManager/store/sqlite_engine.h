@@ -39,6 +39,7 @@ class CSqliteEngine : public CSqlEngine {
   bool IsEmpty() override;
   QStringList Integrity() override;
   QString BytesType() const override { return QStringLiteral("BLOB"); }
+  bool DropsColumnsAtOnce() const override { return false; }
   void SetPatience(int milliseconds) override;
 
   /// Looks at the header of an existing file alone, so that a foreign one is never opened for more. Throws CStoreError
@@ -59,6 +60,7 @@ class CSqliteEngine : public CSqlEngine {
   CStoreText RefusalByPermissions() const;
   void OpenForChanges(bool frozen);
   std::pair<int, qint64> ReadApplicationId();
+  bool AreTablesSound();
   void OpenAs(Access access);
   void OpenAgain();
   void NoteFailure(const SqliteFileState& now, bool damaged);

@@ -1,11 +1,14 @@
 #include "store/store_checker.h"
 
 #include <algorithm>
+#include <set>
 
 #include "ResourceData/resource_type.h"
 #include "plan_rules/plan_limits.h"
 #include "plan_rules/rights.h"
+#include "store/camera_dictionary.h"
 #include "store/migrations.h"
+#include "store/page_codec.h"
 #include "store/plan_soundness.h"
 #include "store/text_rules.h"
 
@@ -28,6 +31,7 @@ QStringList CStoreChecker::Run() {
   Try("users", [this] { ReadUsers(); });
   Try("groups", [this] { CheckGroups(); });
   Try("plans", [this] { CheckPlans(); });
+  Try("contents", [this] { CheckContents(); });
   Try("deletions", [this] { CheckDeletions(); });
   Try("default views", [this] { CheckDefaultViews(); });
   Try("rights", [this] { CheckRights(); });
@@ -159,6 +163,8 @@ void CStoreChecker::CheckName(const QString& what, const QString& name) {
 }
 
 void CStoreChecker::CheckPlans() {
+  camera_names_.Clear();
+  CCameraDictionary(engine_, &camera_names_).Refresh();
   repository_.ForEachPlan([this](const StoredPlan& plan, Vouched vouched) { CheckPlan(plan, vouched); });
 }
 
@@ -170,6 +176,7 @@ void CStoreChecker::CheckPlan(const StoredPlan& plan, Vouched vouched) {
   if (groups_.count(plan.row.code) != 0) {
     Note(QStringLiteral("%1 has the code of a group.").arg(what));
   }
+  CheckCameras(what, plan);
   if (!plan.damage.IsEmpty()) {
     Note(plan.damage.Logged());
   } else if (vouched == Vouched::kRestChanged) {
@@ -182,6 +189,27 @@ void CStoreChecker::CheckPlan(const StoredPlan& plan, Vouched vouched) {
       Note(QStringLiteral("%1: \"%2\" is not a time of day.").arg(what, time));
     }
   }
+}
+
+// A search looks for numbers, what plays are the pages.
+void CStoreChecker::CheckCameras(const QString& what, const StoredPlan& plan) {
+  std::set<uint32_t> expected;
+  for (const NamedCamera& camera : CamerasOf(plan.pages)) {
+    expected.insert(camera_names_.NumberOf(camera));
+  }
+  const bool is_found = expected == std::set<uint32_t>(plan.row.cameras.begin(), plan.row.cameras.end());
+  if (plan.damage.IsEmpty() && !is_found) {
+    Note(QStringLiteral("%1 is not found by its cameras.").arg(what));
+  }
+}
+
+void CStoreChecker::CheckContents() {
+  engine_.ForEach(
+      "SELECT code FROM plan_content WHERE code NOT IN (SELECT code FROM plan)"
+      " AND code NOT IN (SELECT code FROM kept_plan) ORDER BY code",
+      {}, [this](const QSqlQuery& query) {
+        Note(QStringLiteral("There is content of plan %1, which is not there.").arg(query.value(0).toInt()));
+      });
 }
 
 // What can still be put back: it must belong to a deletion, and must not be there already. A deletion without a time is

@@ -35,6 +35,8 @@ class CStoreChecker {
   void CheckPlace(const QString& what, const Row& row);
   template <class Row>
   void CheckParent(const QString& what, const Row& row);
+  void CheckCameras(const QString& what, const StoredPlan& plan);
+  void CheckContents();
   void CheckName(const QString& what, const QString& name);
   void CheckDeletions();
   void CheckDefaultViews();
@@ -46,6 +48,7 @@ class CStoreChecker {
   CSqlEngine& engine_;
   CPlanRepository repository_;
   QStringList findings_;
+  CCameraNames camera_names_{[](const std::string& name) { return name; }};
   std::map<int32_t, GroupRow> groups_;
   std::map<int32_t, QString> users_;
   std::map<int32_t, int> plan_codes_;

@@ -29,8 +29,9 @@ const char kUnknownOutcome[] = QT_TRANSLATE_NOOP(
 CStoreSession::CStoreSession(CSqlEngine& engine, CPlanCatalog& catalog, const std::atomic<int32_t>& user,
                              CObserverHub& hub, std::function<bool()> is_awaited, const std::atomic<bool>& closed)
     : engine_(engine),
-      repository_(engine, &catalog.Cameras()),
+      repository_(engine),
       deletions_(engine),
+      cameras_(engine, &catalog.Cameras()),
       catalog_(catalog),
       user_(user),
       hub_(hub),
@@ -51,6 +52,7 @@ void CStoreSession::DropCatalog() {
 
 void CStoreSession::ReadWhole() {
   const int64_t newest = repository_.NewestChange();
+  cameras_.ReadAgain();
   ReadCameraNames();
   ReadAudiences();
   catalog_.Replace(repository_.AllGroups(), repository_.AllPlans());
@@ -106,6 +108,7 @@ void CStoreSession::Reconnect() {
 // Others' changes come first, so that the catalog sees all changes in the order of their numbers.
 void CStoreSession::BeginJournal() {
   journal_.clear();
+  cameras_.Begin();
   CatchUp();
 }
 
@@ -120,6 +123,7 @@ void CStoreSession::CatchUp() {
     hub_.Post({WholeTreeEvent()});
     return;
   }
+  cameras_.Refresh();
   try {
     ApplyForeign(entries);
   } catch (...) {
@@ -215,6 +219,7 @@ void CStoreSession::RequireKept() {
 }
 
 void CStoreSession::ApplyJournal() {
+  cameras_.Keep();
   if (loaded_) {
     const bool awaited = is_awaited_();
     if (!journal_.empty()) {
@@ -308,20 +313,16 @@ void CStoreSession::RemoveGroup(int32_t code) {
   });
 }
 
-PlanRow CStoreSession::RowOf(const StoredPlan& plan) const {
-  PlanRow row = plan.row;
-  row.cameras = catalog_.Cameras().NumbersOf(CamerasOf(plan.pages));
-  return row;
-}
-
-void CStoreSession::SaveNew(const StoredPlan& plan) {
+void CStoreSession::SaveNew(StoredPlan plan) {
+  plan.row.cameras = cameras_.NumbersOf(CamerasOf(plan.pages));
   repository_.InsertPlan(plan);
-  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = RowOf(plan)](bool awaited) { Put(row, awaited); });
+  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row](bool awaited) { Put(row, awaited); });
 }
 
-void CStoreSession::SaveChanged(const StoredPlan& plan) {
+void CStoreSession::SaveChanged(StoredPlan plan) {
+  plan.row.cameras = cameras_.NumbersOf(CamerasOf(plan.pages));
   repository_.UpdatePlan(plan);
-  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = RowOf(plan)](bool awaited) { Put(row, awaited); });
+  Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row](bool awaited) { Put(row, awaited); });
 }
 
 void CStoreSession::RemovePlan(int32_t code) {

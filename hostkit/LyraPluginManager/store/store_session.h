@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "store/camera_dictionary.h"
 #include "store/change_feed.h"
 #include "store/kept_deletions.h"
 #include "store/observer_hub.h"
@@ -67,8 +68,8 @@ class CStoreSession {
   void SaveNew(const GroupRow& group);
   void SaveName(GroupRow group, const std::string& name);
   void RemoveGroup(int32_t code);
-  void SaveNew(const StoredPlan& plan);
-  void SaveChanged(const StoredPlan& plan);
+  void SaveNew(StoredPlan plan);
+  void SaveChanged(StoredPlan plan);
   void RemovePlan(int32_t code);
   /// What was deleted stands where it stood again. The only change that this process's own observers hear of, too: who
   /// asks for it has no record to make the row from. Refused when its rows are not kept any more.
@@ -115,7 +116,6 @@ class CStoreSession {
   void ReadWhole();
   bool ReadAudiences();
   void ReadCameraNames();
-  PlanRow RowOf(const StoredPlan& plan) const;
   void ApplyForeign(const std::vector<ChangeEntry>& entries);
   std::vector<CObserverHub::Event> ApplyForeignGroup(int32_t code);
   std::vector<CObserverHub::Event> ApplyForeignPlan(int32_t code);
@@ -124,6 +124,7 @@ class CStoreSession {
   CSqlEngine& engine_;
   CPlanRepository repository_;
   CKeptDeletions deletions_;
+  CCameraDictionary cameras_;
   CPlanCatalog& catalog_;
   const std::atomic<int32_t>& user_;
   CObserverHub& hub_;

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <unordered_map>
+#include <vector>
+
+#include "store/camera_names.h"
+#include "store/sql_engine.h"
+
+namespace TarnHost::Store {
+
+/// The store's list of the cameras that plans name, by which a plan's row holds numbers instead of names: so no page is
+/// read to find a plan by its cameras. A number is never given again. Throws CStoreError. Thread: the engine's.
+class CCameraDictionary {
+ public:
+  /// What is read goes to `names`, where numbers are looked up, too; null for a single transaction.
+  explicit CCameraDictionary(CSqlEngine& engine, CCameraNames* names = nullptr) : engine_(engine), names_(names) {}
+
+  /// Reads what others have added since the last time.
+  void Refresh();
+  /// The store may be another one by now: reads all of it.
+  void ReadAgain();
+
+  /// Begins a transaction that may write; what an earlier one wrote without being committed is forgotten.
+  void Begin();
+  /// The numbers of these cameras, each once, in their order. New ones are written.
+  std::vector<uint32_t> NumbersOf(const std::vector<NamedCamera>& cameras);
+  /// The transaction was committed.
+  void Keep();
+
+ private:
+  uint32_t NumberOf(const NamedCamera& camera);
+  uint32_t Insert(const NamedCamera& camera);
+  std::vector<NumberedCamera> After(uint32_t number);
+
+  CSqlEngine& engine_;
+  CCameraNames* const names_;
+  uint32_t last_ = 0;                                 // the highest number that was read
+  std::unordered_map<std::string, uint32_t> added_;  // by KeyOf(), in this transaction
+  std::vector<NumberedCamera> fresh_;                 // the same, in their order
+  bool is_current_ = false;                           // read in this transaction
+};
+
+}  // namespace TarnHost::Store
