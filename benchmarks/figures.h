@@ -10,6 +10,7 @@ Figures MeasureTreeView();
 Figures MeasureSorting();
 Figures MeasureMemory();
 Figures MeasureStoreReads();
+Figures MeasureStart();
 Figures MeasureLocate();
 Figures MeasureSearch();
 Figures MeasureCameras();

@@ -19,7 +19,7 @@ struct Chapter {
 const Chapter kChapters[] = {
     {"sort", MeasureSorting},  {"load", MeasureFullLoad},   {"lookup", MeasureLookUps}, {"expand", MeasureExpand},
     {"tree", MeasureTreeView}, {"locate", MeasureLocate},   {"memory", MeasureMemory},  {"store", MeasureStoreReads},
-    {"search", MeasureSearch}, {"cameras", MeasureCameras}, {"editor", MeasureEditor},
+    {"search", MeasureSearch}, {"cameras", MeasureCameras}, {"editor", MeasureEditor},  {"start", MeasureStart},
 };
 
 void Print(const Figure& figure) {

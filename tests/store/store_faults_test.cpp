@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "TarnHost/store_care.h"
+#include "older_store.h"
 #include "store_file.h"
 #include "store_fixture.h"
 
@@ -53,6 +54,8 @@ class StoreFaultsTest : public CStoreTest {
   void ReportsALockThatRefusedAChangeUntilOneIsSaved();
   void OpensOnAFullDisk_data();
   void OpensOnAFullDisk();
+  void IsBroughtAlongWholeOrNotAtAll_data();
+  void IsBroughtAlongWholeOrNotAtAll();
   void RemovesItsLeftOversOnly();
 
  private:
@@ -262,10 +265,7 @@ void StoreFaultsTest::OpensOnAFullDisk() {
   }
   fixture_->Make();
   if (older) {
-    for (const char* table : {"deletion", "kept_plan_group", "kept_plan", "kept_default_view"}) {
-      fixture_->RunPastTheStore(QString("DROP TABLE %1").arg(table));
-    }
-    fixture_->RunPastTheStore("UPDATE store_info SET value = '3' WHERE name = 'version'");
+    SetBack(*fixture_, 3);
   }
   QFile filler(folder + "/filler");
   if (mounted) {
@@ -289,6 +289,44 @@ void StoreFaultsTest::OpensOnAFullDisk() {
   QCOMPARE(QString(client.readAllStandardError()),
            "The plan store " + fixture_->File() +
                " can only be read: no file can be written beside it. Is the disk full?\n");
+}
+
+void StoreFaultsTest::IsBroughtAlongWholeOrNotAtAll_data() {
+  QTest::addColumn<bool>("killed");
+  QTest::newRow("killed") << true;
+  QTest::newRow("no room") << false;
+}
+
+// An older store that is too large to be brought along in an instant.
+void StoreFaultsTest::IsBroughtAlongWholeOrNotAtAll() {
+  QFETCH(bool, killed);
+  constexpr int kPlans = 1500;
+  fixture_->options.first_content = [] {
+    auto site = SmallSite();
+    site.plans.front().thumbnail = std::string(14000, 'p');
+    site.plans.resize(kPlans, site.plans.front());
+    return site;
+  };
+  const std::string plan = ann_.Plan("Gate A");
+  const std::string played = Played(ann_.Detail(plan));
+  ann_.Leave();
+  SetBack(*fixture_, 5);
+  const QString log = fixture_->File() + "-wal";
+  QProcess client;
+  const qint64 room = killed ? -1 : QFileInfo(fixture_->File()).size() / 2;
+  client.start(STORE_CLIENT, {fixture_->Url(), "read", QString::number(room)});
+  if (killed) {
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(log).size() > 1000000 || client.state() == QProcess::NotRunning, kAnswerMs);
+    client.kill();
+  }
+  QVERIFY(client.waitForFinished(kAnswerMs));
+  const bool brought = fixture_->ReadPastTheStore("SELECT value FROM store_info WHERE name = 'version'") != "5";
+  QVERIFY(killed || (!brought && client.exitCode() == 2 && !client.readAllStandardError().isEmpty()));
+  QCOMPARE(fixture_->ReadPastTheStore(brought ? "SELECT count(*) FROM plan_content" : "SELECT count(pages) FROM plan"),
+           QString::number(kPlans));
+  QVERIFY(Played(ann_.Detail(plan)) == played);
+  ann_.Leave();
+  QVERIFY(!CheckFinds(fixture_->Url()));
 }
 
 void StoreFaultsTest::RemovesItsLeftOversOnly() {

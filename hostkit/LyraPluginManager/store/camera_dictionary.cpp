@@ -8,11 +8,12 @@ namespace TarnHost::Store {
 
 std::vector<NumberedCamera> CCameraDictionary::After(uint32_t number) {
   std::vector<NumberedCamera> cameras;
-  engine_.ForEach("SELECT number, code, name FROM camera_name WHERE number > ? ORDER BY number", {qint64(number)},
-                  [&cameras](const QSqlQuery& query) {
-                    cameras.push_back({query.value(0).toUInt(),
-                                       {query.value(1).toString().toStdString(), query.value(2).toString().toStdString()}});
-                  });
+  engine_.ForEach(
+      "SELECT number, code, name FROM camera_name WHERE number > ? ORDER BY number", {qint64(number)},
+      [&cameras](const QSqlQuery& query) {
+        cameras.push_back({query.value(0).toUInt(),
+                           {query.value(1).toString().toStdString(), query.value(2).toString().toStdString()}});
+      });
   return cameras;
 }
 

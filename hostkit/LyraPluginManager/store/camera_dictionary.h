@@ -34,10 +34,10 @@ class CCameraDictionary {
 
   CSqlEngine& engine_;
   CCameraNames* const names_;
-  uint32_t last_ = 0;                                 // the highest number that was read
+  uint32_t last_ = 0;                                // the highest number that was read
   std::unordered_map<std::string, uint32_t> added_;  // by KeyOf(), in this transaction
-  std::vector<NumberedCamera> fresh_;                 // the same, in their order
-  bool is_current_ = false;                           // read in this transaction
+  std::vector<NumberedCamera> fresh_;                // the same, in their order
+  bool is_current_ = false;                          // read in this transaction
 };
 
 }  // namespace TarnHost::Store

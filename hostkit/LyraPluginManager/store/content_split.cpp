@@ -43,6 +43,9 @@ class CContentSplit {
     }
     engine_.RunOnce("CREATE INDEX plan_parent ON plan (parent_code)");
     engine_.RunOnce("ALTER TABLE kept_plan RENAME TO old_kept_plan");
+    if (engine_.DropsColumnsAtOnce()) {
+      engine_.RunOnce("ALTER INDEX IF EXISTS kept_plan_pkey RENAME TO old_kept_plan_pkey");
+    }
     engine_.RunOnce(MakeTable("kept_plan", "deletion INTEGER NOT NULL, "));
     Move("old_kept_plan", "kept_plan", "deletion, ", true);
     engine_.RunOnce("DROP TABLE old_kept_plan");

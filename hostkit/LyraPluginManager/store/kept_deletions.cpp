@@ -162,9 +162,9 @@ int CKeptDeletions::ForgetSome(const char* table, int32_t deletion, int most) {
     engine_.Execute("DELETE FROM plan_content WHERE code NOT IN (SELECT code FROM plan) AND code IN " + some,
                     {deletion, most});
   }
-  return engine_.Execute(QStringLiteral("DELETE FROM %1 WHERE deletion = ? AND code IN ").arg(QLatin1String(table)) +
-                             some,
-                         {deletion, deletion, most});
+  return engine_.Execute(
+      QStringLiteral("DELETE FROM %1 WHERE deletion = ? AND code IN ").arg(QLatin1String(table)) + some,
+      {deletion, deletion, most});
 }
 
 void CKeptDeletions::ForgetRows(int32_t deletion) {

@@ -10,8 +10,8 @@
 namespace TarnHost::Store {
 
 /// What was deleted and can still be taken back: the rows of a deletion, in tables of their own, where nothing that
-/// reads plans and groups comes upon them. The content of plans stays where it is meanwhile. Everything runs in the caller's transaction. Throws CStoreError. Thread: the
-/// engine's.
+/// reads plans and groups comes upon them. The content of plans stays where it is meanwhile. Everything runs in the
+/// caller's transaction. Throws CStoreError. Thread: the engine's.
 class CKeptDeletions {
  public:
   struct Deletion {

@@ -119,9 +119,8 @@ void RunStep(CSqlEngine& engine, const Migration& step) {
 }  // namespace
 
 const std::vector<Migration>& AllMigrations() {
-  static const std::vector<Migration> all = {
-      {1, FirstLayout},   {2, FavoriteCameras}, {3, PlanChecksums},
-      {4, KeptDeletions}, {5, GroupAudiences},  {6, Nothing, SplitContentOff}};
+  static const std::vector<Migration> all = {{1, FirstLayout},   {2, FavoriteCameras}, {3, PlanChecksums},
+                                             {4, KeptDeletions}, {5, GroupAudiences},  {6, Nothing, SplitContentOff}};
   return all;
 }
 
