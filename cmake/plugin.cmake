@@ -55,7 +55,7 @@ tarn_plugin_layer(NAME tarn_plan_dialogs DIR dialogs dialogs/editor
   EXPORTS save_plan_as_dlg.h)
 tarn_plugin_layer(NAME tarn_plan_panel DIR panel panel/actions panel/editor panel/moves panel/pages panel/popups panel/preview panel/search
   USES tarn_plan_dialogs tarn_plan_tree tarn_plan_default_view tarn_plan_controller tarn_plan_data tarn_plan_config
-  EXPORTS panel_keys.h plugin_version.h view_extern_widget.h view_save_menu.h view_save_actions.h)
+  EXPORTS panel_keys.h plugin_version.h search_memory.h view_extern_widget.h view_save_menu.h view_save_actions.h)
 
 set_source_files_properties(${PROJECT_SOURCE_DIR}/panel/plugin_version.cpp PROPERTIES
   COMPILE_DEFINITIONS "TARN_PLUGIN_VERSION=\"${PROJECT_VERSION}\"")

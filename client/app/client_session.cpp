@@ -180,10 +180,9 @@ void CClientSession::LoadSettings() {
   }
   settings_ = std::make_unique<CUserSettings>(path);
   settings_->Load(MarUIControl::StringToQString(store_->StationId()), user_);
-  connect(settings_.get(), &CUserSettings::SignalChosen, this, [this] {
-    options_.skin.clear();  // what the user has said since then counts
-    LoadSkin();
-  });
+  connect(settings_.get(), &CUserSettings::SignalSkinChosen, this,
+          [this] { options_.skin.clear(); });  // what the user has said since then counts
+  connect(settings_.get(), &CUserSettings::SignalChosen, this, &CClientSession::LoadSkin);
 }
 
 void CClientSession::LoadSkin() {

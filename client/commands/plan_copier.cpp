@@ -66,7 +66,7 @@ void CPlanCopier::Copy(const std::string& plan_code) {
   if (!controller_) {
     return;
   }
-  if (adding_ || calls_.IsUnderWay()) {  // a second one would choose the same name
+  if (calls_.IsUnderWay()) {  // a second one would choose the same name
     Q_EMIT SignalFailed(tr("A copy is still being made. Try again in a moment."));
     return;
   }
@@ -88,16 +88,14 @@ void CPlanCopier::Add(const AddPlanRequest& copy) {
   if (!controller_) {
     return;
   }
-  adding_ = true;
-  controller_->AddPlanParam(copy, [self = QPointer<CPlanCopier>(this)](const TarnPlanView::CallAnswer& answer) {
-    if (!self) {
-      return;
-    }
-    self->adding_ = false;
-    if (answer.ok) {
+  const auto on_answer = [self = QPointer<CPlanCopier>(this),
+                          asked = calls_.Enter()](const TarnPlanView::CallAnswer& answer) {
+    const bool is_wanted = HostCalls::CCallScope::Leave(asked);
+    if (self && is_wanted && answer.ok) {
       Q_EMIT self->SignalCopied(answer.text);
     }
-  });
+  };
+  controller_->AddPlanParam(copy, on_answer);
 }
 
 }  // namespace TarnClient

@@ -23,7 +23,7 @@ class CPlanCopier : public QObject {
 
   /// Success and a refusal of the service are said by the controller.
   void Copy(const std::string& plan_code);
-  /// What is under way makes no plan any more, unless the service has it already.
+  /// What is under way makes no plan any more, unless the service has it already, and is not heard of.
   void Drop();
 
  Q_SIGNALS:
@@ -35,8 +35,7 @@ class CPlanCopier : public QObject {
   void Add(const view_plugin_protocol::AddPlanRequest& copy);
 
   QPointer<TarnPlanView::CStandardViewController> controller_;
-  HostCalls::CCallScope calls_;
-  bool adding_ = false;
+  HostCalls::CCallScope calls_;  // of the copy being made
 };
 
 }  // namespace TarnClient

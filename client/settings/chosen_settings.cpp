@@ -25,6 +25,21 @@ QJsonObject ChosenSettings::ToJson() const {
                      {QStringLiteral("opens_first"), NamesOfOpensFirst().at(static_cast<int>(opens_first))}};
 }
 
+ChosenSettings ChosenSettings::WithChange(const ChosenSettings& before, const ChosenSettings& after) const {
+  ChosenSettings changed = *this;
+  const auto take = [&](auto field) {
+    if (before.*field != after.*field) {
+      changed.*field = after.*field;
+    }
+  };
+  take(&ChosenSettings::language);
+  take(&ChosenSettings::skin);
+  take(&ChosenSettings::seconds_per_plan);
+  take(&ChosenSettings::asks_before_closing);
+  take(&ChosenSettings::opens_first);
+  return changed;
+}
+
 ChosenSettings ChosenSettings::FromJson(const QJsonObject& json, bool* sound) {
   const CJsonReader reader(json, sound);
   ChosenSettings chosen;

@@ -23,6 +23,9 @@ struct ChosenSettings {
   /// Values that are not there or cannot be are those of a first start; `sound` becomes false for the latter.
   static ChosenSettings FromJson(const QJsonObject& json, bool* sound);
 
+  /// These, with whatever differs between the other two as it is in `after`.
+  ChosenSettings WithChange(const ChosenSettings& before, const ChosenSettings& after) const;
+
   bool operator==(const ChosenSettings& other) const { return ToJson() == other.ToJson(); }
   bool operator!=(const ChosenSettings& other) const { return !(*this == other); }
 };

@@ -1,5 +1,7 @@
 #include "settings/remembered_desk.h"
 
+#include <TarnPlanView/search_memory.h>
+
 #include <QJsonArray>
 
 #include "settings/json_reader.h"
@@ -31,9 +33,9 @@ QJsonObject JsonOf(const RememberedDesk::Family& family) {
   for (const TarnPlanView::OpenGroup& group : family.open_groups.mid(0, RememberedDesk::kMostOpenGroups)) {
     groups.append(QJsonArray{group.code, group.above});
   }
-  return QJsonObject{
-      {QStringLiteral("open_groups"), groups},
-      {QStringLiteral("searches"), QJsonArray::fromStringList(family.searches.mid(0, RememberedDesk::kMostSearches))}};
+  return QJsonObject{{QStringLiteral("open_groups"), groups},
+                     {QStringLiteral("searches"),
+                      QJsonArray::fromStringList(family.searches.mid(0, TarnPlanView::kMostLastSearches))}};
 }
 
 RememberedDesk::Family FamilyOf(const CJsonReader& reader) {
@@ -46,7 +48,7 @@ RememberedDesk::Family FamilyOf(const CJsonReader& reader) {
       reader.Reject();
     }
   }
-  for (const QJsonValue& search : reader.List("searches", RememberedDesk::kMostSearches)) {
+  for (const QJsonValue& search : reader.List("searches", TarnPlanView::kMostLastSearches)) {
     if (const auto text = reader.TextIn(search)) {
       family.searches.append(*text);
     }

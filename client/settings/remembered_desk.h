@@ -16,7 +16,6 @@ namespace TarnClient {
 struct RememberedDesk {
   static constexpr int kMostFamilies = 8;
   static constexpr int kMostOpenGroups = 100;  // of a tree; each costs a request at the start
-  static constexpr int kMostSearches = 10;
 
   struct Family {
     TarnPlanView::OpenGroups open_groups;

@@ -112,7 +112,7 @@ bool CSettingsDialog::SaveChosen() {
   if (entered == shown_) {
     return true;
   }
-  if (!settings_->Choose(entered, &error)) {
+  if (!settings_->Choose(shown_, entered, &error)) {
     tarn_ui_data_controller::CMessageTipManager::Instance().ShowTip(error, MarUIControl::CNomalMessage::Failure, this);
     return false;
   }

@@ -7,7 +7,7 @@
 namespace TarnClient {
 
 /// What is wrong with the file of settings. From ReadOnly on it can be read, but not written.
-enum class SettingsTrouble { None, Damaged, Newer, NotAFile, Unreadable, ReadOnly, Locked, NotWritten };
+enum class SettingsTrouble { None, Damaged, Newer, NotAFile, Unreadable, Unanswered, ReadOnly, Locked, NotWritten };
 
 /// One user's part of the file that holds the settings of all users, by the identity of their store. Only its owner
 /// may read the file. A value; any thread.

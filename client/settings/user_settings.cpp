@@ -1,6 +1,7 @@
 #include "settings/user_settings.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <atomic>
@@ -15,8 +16,6 @@ namespace {
 
 constexpr int kLaterMs = 2000;
 constexpr int kAgainMs = 30000;  // after a write that failed
-constexpr int kFlushMs = 1000;
-constexpr int kChooseMs = 2000;
 constexpr char kChosen[] = "chosen";
 constexpr char kRemembered[] = "remembered";
 
@@ -40,7 +39,7 @@ QJsonObject ChangedValues(const QJsonObject& now, const QJsonObject& before) {
 
 }  // namespace
 
-// The writer begins it, or the GUI thread withdraws it, whichever is first.
+// The disk's thread begins it, or the GUI thread withdraws it, whichever is first.
 struct CUserSettings::Choice {
   enum State { Waits, IsWritten, IsWithdrawn };
 
@@ -49,20 +48,21 @@ struct CUserSettings::Choice {
     return state.compare_exchange_strong(waits, next);
   }
 
+  ChosenSettings shown, chosen;
   std::atomic<State> state{Waits};
   CSettingsFile::Answer answer;
 };
 
 CUserSettings::CUserSettings(QString path, QObject* parent)
-    : QObject(parent), path_(std::move(path)), writer_(std::make_unique<QThreadPool>()) {
-  writer_->setMaxThreadCount(1);
+    : QObject(parent), path_(std::move(path)), disk_(std::make_unique<QThreadPool>()) {
+  disk_->setMaxThreadCount(1);
   later_.setSingleShot(true);
   connect(&later_, &QTimer::timeout, this, &CUserSettings::WriteRemembered);
 }
 
 CUserSettings::~CUserSettings() {
   if (!Flush()) {
-    writer_.release();  // its end would wait for the disk
+    disk_.release();  // its end would wait for the disk
   }
 }
 
@@ -72,25 +72,61 @@ QString CUserSettings::UsualPath() {
 }
 
 void CUserSettings::Load(const QString& store, const QString& user) {
+  QElapsedTimer waited;
+  waited.start();
   Flush();
   late_.reset();
+  calls_.Drop();
   file_ = CSettingsFile(path_, store, user);
-  const CSettingsFile::Answer answer = file_.Read();
+  const auto read = std::make_shared<CSettingsFile::Answer>();
+  HostCalls::Ask([file = file_, read] {
+    *read = file.Read();
+    return *read;
+  })
+      .On(*disk_)
+      .Within(calls_)
+      .Then(this, [this](const CSettingsFile::Answer& answer) {
+        if (!keeps_desk_) {
+          OnReadLate(answer);
+        }
+      });
+  keeps_desk_ = disk_->waitForDone(qMax(0, patience_ms_ - static_cast<int>(waited.elapsed())));
+  if (keeps_desk_) {
+    TakeRead(*read);
+  } else {
+    TakeRead({SettingsTrouble::Unanswered, {}, {}});
+  }
+}
+
+void CUserSettings::TakeRead(const CSettingsFile::Answer& answer) {
   trouble_ = answer.trouble;
   detail_ = answer.detail;
-  is_sound_ = true;
-  chosen_ = ChosenSettings::FromJson(PartOf(answer.values, kChosen, &is_sound_), &is_sound_);
-  remembered_ = RememberedDesk::FromJson(PartOf(answer.values, kRemembered, &is_sound_), &is_sound_);
+  is_choice_sound_ = is_desk_sound_ = true;
+  chosen_ = ChosenSettings::FromJson(PartOf(answer.values, kChosen, &is_choice_sound_), &is_choice_sound_);
+  remembered_ = RememberedDesk::FromJson(PartOf(answer.values, kRemembered, &is_desk_sound_), &is_desk_sound_);
   if (!TroubleText().isEmpty()) {
     marlog::Write("LyraClientError", marlog::Error, "%s", qUtf8Printable(TroubleText()));
   }
 }
 
-bool CUserSettings::Choose(const ChosenSettings& chosen, QString* error) {
+// The desk stands by now, and stays as it is.
+void CUserSettings::OnReadLate(const CSettingsFile::Answer& answer) {
+  const RememberedDesk desk = remembered_;
+  TakeRead(answer);
+  remembered_ = desk;
+  Q_EMIT SignalChosen();
+  if (!TroubleText().isEmpty()) {
+    Q_EMIT SignalTrouble(TroubleText());
+  }
+}
+
+bool CUserSettings::Choose(const ChosenSettings& shown, const ChosenSettings& chosen, QString* error) {
   late_.reset();
   const auto choice = std::make_shared<Choice>();
-  WriteChoice(choice, chosen);
-  if (!writer_->waitForDone(kChooseMs)) {
+  choice->shown = shown;
+  choice->chosen = chosen;
+  WriteChoice(choice);
+  if (!disk_->waitForDone(patience_ms_)) {
     if (!choice->LeaveWaiting(Choice::IsWithdrawn)) {
       late_ = choice;
     }
@@ -101,15 +137,15 @@ bool CUserSettings::Choose(const ChosenSettings& chosen, QString* error) {
     *error = TextOf(choice->answer.trouble, choice->answer.detail);
     return false;
   }
-  TakeOver(chosen);
+  TakeOver(*choice);
   return true;
 }
 
 // Another client of the same user may have changed the other values. Those that could not be read are written, too.
-void CUserSettings::WriteChoice(const std::shared_ptr<Choice>& choice, const ChosenSettings& chosen) {
-  QJsonObject values = chosen.ToJson();
-  if (is_sound_) {
-    values = ChangedValues(values, chosen_.ToJson());
+void CUserSettings::WriteChoice(const std::shared_ptr<Choice>& choice) {
+  QJsonObject values = ChangedValues(choice->chosen.ToJson(), choice->shown.ToJson());
+  if (!is_choice_sound_) {
+    values = chosen_.WithChange(choice->shown, choice->chosen).ToJson();
   }
   HostCalls::Ask([file = file_, values, choice] {
     if (choice->LeaveWaiting(Choice::IsWritten)) {
@@ -117,16 +153,20 @@ void CUserSettings::WriteChoice(const std::shared_ptr<Choice>& choice, const Cho
     }
     return choice->answer;
   })
-      .On(*writer_)
-      .Then(this, [this, choice, chosen](const CSettingsFile::Answer& answer) {
+      .On(*disk_)
+      .Then(this, [this, choice](const CSettingsFile::Answer& answer) {
         if (late_ == choice && answer.trouble == SettingsTrouble::None) {
-          TakeOver(chosen);
+          TakeOver(*choice);
         }
       });
 }
 
-void CUserSettings::TakeOver(const ChosenSettings& chosen) {
-  chosen_ = chosen;
+void CUserSettings::TakeOver(const Choice& choice) {
+  chosen_ = chosen_.WithChange(choice.shown, choice.chosen);
+  is_choice_sound_ = true;
+  if (choice.chosen.skin != choice.shown.skin) {
+    Q_EMIT SignalSkinChosen();
+  }
   Q_EMIT SignalChosen();
 }
 
@@ -135,7 +175,7 @@ void CUserSettings::Remember(const RememberedDesk& desk) {
     return;
   }
   remembered_ = desk;
-  if (!later_.isActive() || later_.interval() > kLaterMs) {
+  if (keeps_desk_ && (!later_.isActive() || later_.interval() > kLaterMs)) {
     later_.start(kLaterMs);
   }
 }
@@ -144,7 +184,8 @@ void CUserSettings::WriteRemembered() {
   HostCalls::Ask([file = file_, part = remembered_.ToJson()] {
     return file.Write({{QLatin1String(kRemembered), part}});
   })
-      .On(*writer_)
+      .On(*disk_)
+      .Within(calls_)
       .Then(this, [this](const CSettingsFile::Answer& answer) { OnWritten(answer); });
 }
 
@@ -153,11 +194,13 @@ bool CUserSettings::Flush() {
     later_.stop();
     WriteRemembered();
   }
-  return writer_->waitForDone(kFlushMs);
+  return disk_->waitForDone(patience_ms_ / 2);
 }
 
 void CUserSettings::OnWritten(const CSettingsFile::Answer& answer) {
-  if (answer.trouble != SettingsTrouble::None && !later_.isActive()) {
+  if (answer.trouble == SettingsTrouble::None) {
+    is_desk_sound_ = true;
+  } else if (!later_.isActive()) {
     later_.start(kAgainMs);  // until then, Flush() writes it as well
   }
   if (answer.trouble == trouble_) {
@@ -166,7 +209,6 @@ void CUserSettings::OnWritten(const CSettingsFile::Answer& answer) {
   const bool was_silent = trouble_ == SettingsTrouble::None;
   trouble_ = answer.trouble;
   detail_ = answer.detail;
-  is_sound_ = true;
   if (was_silent) {
     marlog::Write("LyraClientError", marlog::Error, "%s", qUtf8Printable(TroubleText()));
     Q_EMIT SignalTrouble(TroubleText());
@@ -174,7 +216,7 @@ void CUserSettings::OnWritten(const CSettingsFile::Answer& answer) {
 }
 
 QString CUserSettings::TroubleText() const {
-  if (trouble_ == SettingsTrouble::None && !is_sound_) {
+  if (trouble_ == SettingsTrouble::None && !(is_choice_sound_ && is_desk_sound_)) {
     return tr("Some of your settings could not be read. They are as at a first start.");
   }
   return TextOf(trouble_, detail_);
@@ -192,6 +234,8 @@ QString CUserSettings::TextOf(SettingsTrouble trouble, const QString& detail) co
       return tr("Your settings cannot be read: %1 is not a file.").arg(detail);
     case SettingsTrouble::Unreadable:
       return tr("Your settings cannot be read: %1").arg(detail);
+    case SettingsTrouble::Unanswered:
+      return tr("Your settings cannot be read: the disk does not answer. How you arrange the client now is not kept.");
     case SettingsTrouble::ReadOnly:
       return tr("Your settings cannot be saved: %1 is read-only.").arg(detail);
     case SettingsTrouble::Locked:

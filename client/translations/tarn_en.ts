@@ -3612,6 +3612,10 @@ never starts</translation>
 <context>
     <name>TarnClient::CUserSettings</name>
     <message>
+        <source>Your settings cannot be read: the disk does not answer. How you arrange the client now is not kept.</source>
+        <translation>Your settings cannot be read: the disk does not answer. How you arrange the client now is not kept.</translation>
+    </message>
+    <message>
         <source>The disk does not answer</source>
         <translation>The disk does not answer</translation>
     </message>

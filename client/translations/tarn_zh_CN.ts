@@ -3656,6 +3656,10 @@ never starts</source>
 <context>
     <name>TarnClient::CUserSettings</name>
     <message>
+        <source>Your settings cannot be read: the disk does not answer. How you arrange the client now is not kept.</source>
+        <translation>无法读取您的设置：磁盘没有响应。您现在对客户端的布置不会保留。</translation>
+    </message>
+    <message>
         <source>The disk does not answer</source>
         <translation>磁盘没有响应</translation>
     </message>

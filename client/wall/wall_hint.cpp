@@ -54,8 +54,8 @@ void CWallHint::ShowFailure(const QString& text, const QString& reason, bool may
     setFocus();  // and not to the button's neighbour in some other part of the window
   }
   again_->setVisible(may_try_again);
+  setAccessibleName((text_->text() + QLatin1Char(' ') + reason).trimmed());
   if (is_news) {
-    setAccessibleName(text + QLatin1Char(' ') + reason);
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
   }

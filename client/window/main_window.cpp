@@ -493,8 +493,12 @@ bool CMainWindow::MayLeave() {
 }
 
 void CMainWindow::closeEvent(QCloseEvent* event) {
-  after_saving_ = [this] { close(); };
-  event->setAccepted(MayLeave() && MayStopPlaying());
+  const bool may_stop = std::exchange(may_stop_playing_, false) || MayStopPlaying();
+  after_saving_ = [this] {
+    may_stop_playing_ = true;
+    close();
+  };
+  event->setAccepted(may_stop && MayLeave());
   if (event->isAccepted()) {
     memory_->Keep();
   }

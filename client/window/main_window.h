@@ -107,7 +107,8 @@ class CMainWindow : public QMainWindow {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
-  /// A plan that is being edited and not saved asks first, and so does one that plays.
+  /// A plan that plays asks, and then one that is being edited and not saved: nothing is thrown away for a close that
+  /// is cancelled.
   void closeEvent(QCloseEvent* event) override;
 
  private:
@@ -145,6 +146,7 @@ class CMainWindow : public QMainWindow {
   const std::function<bool(const QString&, QString*)> log_in_;
   const QString store_url_;
   std::function<void()> after_saving_;  // what waits for a plan to be saved
+  bool may_stop_playing_ = false;       // the user has confirmed it, and the close waited for that plan
   CWindowActions* actions_ = nullptr;
   CCameraStates* const cameras_;
   QTabWidget* tabs_ = nullptr;

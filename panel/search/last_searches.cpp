@@ -3,6 +3,7 @@
 #include <QMenu>
 #include <algorithm>
 
+#include "search_memory.h"
 #include "view_extern_widget.h"
 
 namespace TarnPlanView {

@@ -8,9 +8,7 @@ class QWidget;
 
 namespace TarnPlanView {
 
-constexpr int kMostLastSearches = 10;
-
-/// With `text` as the latest of them, once, and no more than may be.
+/// With `text` as the latest of them, once, and no more than kMostLastSearches.
 QStringList WithSearch(const QStringList& searches, const QString& text);
 
 /// What a user has last searched for, latest first, and the list that offers it below the search field. Thread: GUI.

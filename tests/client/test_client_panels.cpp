@@ -13,6 +13,7 @@
 #include "app/client_session.h"
 #include "client_desk.h"
 #include "history/play_history.h"
+#include "wall/wall_hint.h"
 
 using TarnTest::CPlanFixture;
 
@@ -133,6 +134,8 @@ void ClientPanelsTest::TriesAgainWhatFailedOnTheEmptyWall() {
   QTRY_VERIFY(again->isVisible());
   QCOMPARE(window_->findChild<QLabel*>("wall_failure_reason")->text(), QString("The line is down"));
   QVERIFY(window_->findChild<QLabel*>("live_wall_hint")->text().contains("Public A plan 2"));
+  auto* hint = window_->findChild<TarnClient::CWallHint*>();
+  QVERIFY(hint->accessibleName().contains("The line is down"));
   fixture_.Services().Mend("GetPlanDetail");
   again->setFocus();
   QTest::keyClick(again, Qt::Key_Space);
@@ -140,6 +143,7 @@ void ClientPanelsTest::TriesAgainWhatFailedOnTheEmptyWall() {
   QTRY_COMPARE(Wall().PlanName(), QString("Public A plan 2"));
   QTest::keyClick(&Wall(), Qt::Key_Escape);
   QVERIFY(!again->isVisible());  // nor what it was about
+  QVERIFY(!hint->accessibleName().contains("The line is down"));
   // A plan that has gone does not come back.
   window_->Player().Play("987654");
   QTRY_VERIFY(window_->findChild<QLabel*>("wall_failure_reason")->isVisible());

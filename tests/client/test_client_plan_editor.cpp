@@ -24,6 +24,7 @@ class ClientPlanEditorTest : public TarnTest::CClientDesk {
   void KeysMeanThePlanThatIsEdited();
   void WallSavesAndPlaysWhatTheEditorLeaves();
   void ClosingAsksAndSavesFirst();
+  void ClosingAsksAboutThePlayedPlanFirst();
   void FailedSaveKeepsTheWindow();
   void SwitchOfUserAsks();
   void WallTakesTheNewestVersion();
@@ -158,6 +159,24 @@ void ClientPlanEditorTest::ClosingAsksAndSavesFirst() {
   QVERIFY(window_->close());
   QCOMPARE(questions_, 1);
   QVERIFY(!Row("Never").isValid());
+}
+
+// What plays asks first, and once: no edits are thrown away, and no editor is closed, for a close that is cancelled.
+void ClientPlanEditorTest::ClosingAsksAboutThePlayedPlanFirst() {
+  Open();
+  Play("Public A plan 2");
+  Edit("Public A plan 10");
+  Answer(KeepEditing);
+  QVERIFY(!window_->close());
+  QVERIFY(IsEditing() && questions_ == 1);
+  Name()->setText("Not yet");
+  QVERIFY(!window_->close());
+  QVERIFY(IsEditing() && questions_ == 2);
+  Answer(SaveFirst);  // which confirms the first question, too
+  QVERIFY(!window_->close());
+  QTRY_VERIFY(!window_->isVisible());
+  QCOMPARE(questions_, 2);
+  QVERIFY(Row("Not yet").isValid());
 }
 
 void ClientPlanEditorTest::FailedSaveKeepsTheWindow() {

@@ -79,7 +79,7 @@ void RememberedDeskTest::Choose(const std::function<void(ChosenSettings&)>& chan
   ChosenSettings chosen = kept_->Chosen();
   change(chosen);
   QString error;
-  QVERIFY2(kept_->Choose(chosen, &error), qPrintable(error));
+  QVERIFY2(kept_->Choose(kept_->Chosen(), chosen, &error), qPrintable(error));
 }
 
 void RememberedDeskTest::AWindowOpensOnAScreen_data() {
@@ -325,9 +325,13 @@ void RememberedDeskTest::TheDialogStoresWhatWasChanged() {
   QVERIFY(!save->isEnabled());
   QTest::keyClick(skin, Qt::Key_Down);
   QVERIFY(save->isEnabled());  // the stored one can be had
-  QTest::keyClick(window_->Settings(), Qt::Key_Escape);
+  QTest::keyClick(skin, Qt::Key_Up);
+  QSignalSpy skins(kept_.get(), &CUserSettings::SignalSkinChosen);
+  window_->Settings()->findChild<QSpinBox*>("settings_seconds")->setValue(44);
+  save->click();
   QTRY_VERIFY(!window_->Settings());
-  QCOMPARE(kept_->Chosen().skin, QString("white"));
+  QVERIFY(kept_->Chosen().seconds_per_plan == 44 && kept_->Chosen().skin == "white");  // that was not touched
+  QCOMPARE(skins.size(), 0);
 }
 
 QTEST_MAIN(RememberedDeskTest)

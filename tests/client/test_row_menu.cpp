@@ -7,6 +7,7 @@
 #include "TarnUIDataController/popup_menu.h"
 #include "client_desk.h"
 #include "commands/free_name.h"
+#include "commands/plan_copier.h"
 #include "commands/row_commands.h"
 #include "commands/row_menu.h"
 #include "plan_rules/families.h"
@@ -26,6 +27,7 @@ class RowMenuTest : public TarnTest::CClientDesk {
   void EntriesStandBehindThePanels();
   void EntriesFollowTheRow();
   void CopiesAPlanWithAllItHas();
+  void ACopyOfTheLastUserIsNotHeardOf();
   void CopiesHitsAndSaysWhyNot();
   void RenamesPlansAndGroups();
   void MovesAPlanToAChosenGroup();
@@ -205,6 +207,25 @@ void RowMenuTest::CopiesAPlanWithAllItHas() {
   const auto copy = Stored("Public A plan 2 (2)");
   QVERIFY(copy.pages.size() == 2 && copy.pages.back().dwell_seconds == 9 && copy.pages.front().windows.size() == 1);
   QVERIFY(!copy.auto_run && copy.index_code != before.index_code);
+}
+
+// It neither becomes current in the next user's tree nor keeps him from his own.
+void RowMenuTest::ACopyOfTheLastUserIsNotHeardOf() {
+  Open();
+  auto* copier = window_->RowMenu(0).findChild<TarnClient::CPlanCopier*>();
+  QSignalSpy copied(copier, &TarnClient::CPlanCopier::SignalCopied);
+  QSignalSpy failed(copier, &TarnClient::CPlanCopier::SignalFailed);
+  fixture_.Services().Hold("AddPlan", TarnTest::CRecordingServices::AfterCall);
+  copier->Copy(Code("Public A plan 2"));
+  QVERIFY(fixture_.Services().WaitUntilHeld("AddPlan"));
+  window_->SwitchUser("operator");
+  copier->Copy(Code("Public A plan 2"));
+  QCOMPARE(failed.size(), 0);
+  fixture_.Services().ReleaseAll();
+  QTRY_COMPARE(copied.size(), 1);
+  WaitForPlans();
+  QCOMPARE(copied.size(), 1);
+  QCOMPARE(copied.first().first().toString(), QString::fromStdString(Code("Public A plan 2 (3)")));
 }
 
 void RowMenuTest::CopiesHitsAndSaysWhyNot() {

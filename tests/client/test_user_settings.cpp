@@ -32,6 +32,8 @@ class UserSettingsTest : public QObject {
   void TwoClientsAtOnce();
   void AChoiceLeavesOtherValuesAlone();
   void ALockedFileIsWrittenLater();
+  void SpoiledValuesAreWrittenOnce();
+  void ADiskThatAnswersLate();
   void ADamagedFileThatCannotBeKept();
   void WhatThisVersionDoesNotKnowStays();
   void OnlyTheOwnerReads();
@@ -89,7 +91,7 @@ void UserSettingsTest::KeepsEachUsersOwn() {
     settings.Load("site", "ann");
     QVERIFY(settings.TroubleText().isEmpty() && settings.Chosen() == ChosenSettings());
     QSignalSpy signal(&settings, &CUserSettings::SignalChosen);
-    QVERIFY2(settings.Choose(chosen, &error), qPrintable(error));
+    QVERIFY2(settings.Choose(settings.Chosen(), chosen, &error), qPrintable(error));
     QCOMPARE(signal.size(), 1);
     settings.Remember(SomeDesk());
     settings.Load("site", "bob");  // what was to be written later is written for its user
@@ -184,7 +186,7 @@ void UserSettingsTest::SpoiledValues() {
   desk.families.clear();
   QVERIFY(desk == RememberedDesk());
   QString error;
-  QVERIFY(settings.Choose(chosen, &error));
+  QVERIFY(settings.Choose(settings.Chosen(), chosen, &error));
   settings.Remember(SomeDesk());
   QVERIFY(settings.Flush());
   settings.Load("site", "ann");
@@ -202,7 +204,7 @@ void UserSettingsTest::ANewerFileStays() {
   QString error;
   ChosenSettings chosen;
   chosen.skin = "white";
-  QVERIFY(!settings.Choose(chosen, &error) && error.contains("newer"));
+  QVERIFY(!settings.Choose(settings.Chosen(), chosen, &error) && error.contains("newer"));
   QVERIFY(settings.Chosen() == ChosenSettings());
   settings.Remember(SomeDesk());
   QVERIFY(settings.Flush());
@@ -241,7 +243,7 @@ void UserSettingsTest::PlacesThatCannotBeWritten() {
   QVERIFY(!settings.TroubleText().isEmpty());
   QCOMPARE(settings.Chosen().skin, QString(is_readable ? "white" : "redblack"));
   QString error;
-  QVERIFY(!settings.Choose(settings.Chosen(), &error) && error.startsWith("Your settings cannot be"));
+  QVERIFY(!settings.Choose(ChosenSettings(), settings.Chosen(), &error) && error.startsWith("Your settings cannot be"));
   settings.Remember(SomeDesk());
   QVERIFY(settings.Flush());
   QCoreApplication::processEvents();
@@ -284,7 +286,7 @@ void UserSettingsTest::AChoiceLeavesOtherValuesAlone() {
   white.skin = "white";
   slow.seconds_per_plan = 90;
   QString error;
-  QVERIFY(one.Choose(white, &error) && other.Choose(slow, &error));
+  QVERIFY(one.Choose(one.Chosen(), white, &error) && other.Choose(other.Chosen(), slow, &error));
   one.Load("site", "ann");
   QCOMPARE(one.Chosen().skin, QString("white"));
   QCOMPARE(one.Chosen().seconds_per_plan, 90);
@@ -295,7 +297,7 @@ void UserSettingsTest::ALockedFileIsWrittenLater() {
   CUserSettings settings(path_);
   settings.Load("site", "ann");
   QString error;
-  QVERIFY(settings.Choose(settings.Chosen(), &error));
+  QVERIFY(settings.Choose(ChosenSettings(), settings.Chosen(), &error));
   QLockFile lock(path_ + ".lock");
   QVERIFY(lock.lock());
   RememberedDesk desk;
@@ -307,7 +309,7 @@ void UserSettingsTest::ALockedFileIsWrittenLater() {
   ChosenSettings white;
   white.skin = "white";
   QSignalSpy chosen(&settings, &CUserSettings::SignalChosen);
-  QVERIFY(!settings.Choose(white, &error));
+  QVERIFY(!settings.Choose(settings.Chosen(), white, &error));
   QVERIFY2(error.contains("does not answer") && settings.Chosen() == ChosenSettings(), qPrintable(error));
   lock.unlock();
   QTRY_COMPARE(chosen.size(), 1);
@@ -317,6 +319,62 @@ void UserSettingsTest::ALockedFileIsWrittenLater() {
   const QJsonObject values = CSettingsFile(path_, "site", "ann").Read().values;
   QCOMPARE(values.value("chosen")["skin"].toString(), QString("white"));
   QCOMPARE(values.value("remembered")["side_width"].toInt(), 310);
+}
+
+// What could not be read is written with the next choice, also after a write that failed.
+void UserSettingsTest::SpoiledValuesAreWrittenOnce() {
+  Put(R"({"version": 1, "users": [{"store": "site", "user": "ann", "chosen": {"skin": 7, "seconds_per_plan": 33}}]})");
+  CUserSettings settings(path_);
+  settings.Load("site", "ann");
+  QVERIFY(QFile::setPermissions(path_, QFile::ReadOwner));
+  settings.Remember(SomeDesk());
+  QVERIFY(settings.Flush());
+  QTRY_VERIFY(settings.TroubleText().contains("read-only"));
+  QVERIFY(QFile::setPermissions(path_, QFile::ReadOwner | QFile::WriteOwner));
+  const auto choose_seconds = [&settings](int seconds) {
+    ChosenSettings chosen = settings.Chosen();
+    chosen.seconds_per_plan = seconds;
+    QString error;
+    QVERIFY2(settings.Choose(settings.Chosen(), chosen, &error), qPrintable(error));
+  };
+  choose_seconds(44);
+  const auto stored_skin = [this] {
+    return CSettingsFile(path_, "site", "ann").Read().values.value("chosen")["skin"].toString();
+  };
+  QCOMPARE(stored_skin(), QString("redblack"));
+  QVERIFY(CSettingsFile(path_, "site", "ann").Write({{"chosen", QJsonObject{{"skin", "white"}}}}).trouble ==
+          SettingsTrouble::None);
+  choose_seconds(55);  // that alone, now that all is sound
+  QCOMPARE(stored_skin(), QString("white"));
+}
+
+// The desk stands by the time the disk answers, and must not take the place of the stored one.
+void UserSettingsTest::ADiskThatAnswersLate() {
+  ChosenSettings white;
+  white.skin = "white";
+  QVERIFY(CSettingsFile(path_, "site", "bob")
+              .Write({{"chosen", white.ToJson()}, {"remembered", SomeDesk().ToJson()}})
+              .trouble == SettingsTrouble::None);
+  CUserSettings settings(path_);
+  settings.Load("site", "ann");
+  QLockFile lock(path_ + ".lock");
+  QVERIFY(lock.lock());
+  settings.SetPatience(20);
+  settings.Remember(SomeDesk());
+  QSignalSpy chosen(&settings, &CUserSettings::SignalChosen);
+  settings.Load("site", "bob");  // behind a write that waits
+  QVERIFY2(settings.TroubleText().contains("does not answer"), qPrintable(settings.TroubleText()));
+  QVERIFY(settings.Chosen() == ChosenSettings() && settings.Remembered() == RememberedDesk());
+  RememberedDesk desk;
+  desk.side_width = 300;
+  settings.Remember(desk);
+  lock.unlock();
+  QTRY_COMPARE(chosen.size(), 1);
+  QVERIFY(settings.Chosen() == white && settings.TroubleText().isEmpty());
+  QCOMPARE(settings.Remembered().side_width, 300);
+  settings.SetPatience(5000);
+  settings.Load("site", "bob");
+  QCOMPARE(settings.Remembered().ToJson(), SomeDesk().ToJson());
 }
 
 void UserSettingsTest::ADamagedFileThatCannotBeKept() {
@@ -336,7 +394,7 @@ void UserSettingsTest::WhatThisVersionDoesNotKnowStays() {
   settings.Load("site", "ann");
   QVERIFY2(settings.TroubleText().isEmpty(), qPrintable(settings.TroubleText()));
   QString error;
-  QVERIFY(settings.Choose(settings.Chosen(), &error));
+  QVERIFY(settings.Choose(ChosenSettings(), settings.Chosen(), &error));
   const QJsonObject content = QJsonDocument::fromJson(Bytes()).object();
   QCOMPARE(content["note"].toString(), QString("mine"));
   const QJsonArray users = content["users"].toArray();
@@ -375,7 +433,7 @@ void UserSettingsTest::WithoutAFile() {
   ChosenSettings chosen;
   chosen.skin = "white";
   QString error;
-  QVERIFY(settings.Choose(chosen, &error));
+  QVERIFY(settings.Choose(settings.Chosen(), chosen, &error));
   QCOMPARE(settings.Chosen().skin, QString("white"));
   settings.Remember(SomeDesk());
   QVERIFY(settings.Flush() && settings.TroubleText().isEmpty());

@@ -3,6 +3,7 @@
 #include "hit_line.h"
 #include "last_searches.h"
 #include "search_course.h"
+#include "search_memory.h"
 
 using namespace TarnPlanView;
 
