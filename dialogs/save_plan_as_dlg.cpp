@@ -20,6 +20,7 @@
 #include "plan_rules/names.h"
 #include "plan_rules/plan_limits.h"
 #include "standard_plan_model.h"
+#include "typing_hint.h"
 #include "ui_save_plan_as_dlg.h"
 #include "view_config_manager.h"
 #include "view_model_data_manager.h"
@@ -76,6 +77,7 @@ CSavePlanAsDlg::~CSavePlanAsDlg() = default;
 void CSavePlanAsDlg::setUpNameField() {
   auto* field = d_->ui.name_line_edit_;
   field->setValidator(new QRegExpValidator(QRegExp(view_plugin_protocol::TypedNamePattern()), field));
+  new CTypingHint(field);
   field->setMaxLineEditLength(view_plugin_protocol::kLongestName);
   field->setPlaceholderText(namingRule());
   field->setToolTip(namingRule());

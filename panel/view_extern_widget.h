@@ -75,9 +75,14 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   /// The row that a command is about now: the tree's current one, or the marked hit of a search, which names its group
   /// whether that is loaded or not. A root counts as a group. False for none, and while the panel waits for a load.
   bool GetCommandRow(view_plugin_protocol::TarnPlanViewInfo& row) const;
+  /// Why no plan or group can be made in this row's group, for the user; empty when it can. The panel's own buttons go
+  /// by the same rules.
+  QString WhyNoNewPlan(const view_plugin_protocol::TarnPlanViewInfo& row) const;
+  QString WhyNoNewGroup(const view_plugin_protocol::TarnPlanViewInfo& row) const;
   /// Opens the plan editor for a new plan in this group.
   void AddPlanTo(const QString& group_code);
-  /// Asks for the name of a new group below this one or this root; nothing when its row is not loaded.
+  /// Asks for the name of a new group below this one or this root; a group of this tree that is not loaded is brought
+  /// into sight first.
   void AddGroupTo(const QString& group_code);
   /// Asks for another name of a plan, or of a group whose row is loaded.
   void RenameRow(const view_plugin_protocol::TarnPlanViewInfo& row);
@@ -142,6 +147,8 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void SignalLastSearchesChanged();
   /// The menu of GetCommandRow()'s row is about to open: time for the host to enable its own entries.
   void SignalRowMenuAboutToShow();
+  /// What the success was that SignalMessageTipNeeded() has just reported, for a host that has not shown it yet.
+  void SignalSaidInMoreWords(const QString& text);
 
  public Q_SLOTS:
   void OnFuzzySearchPlan();

@@ -6,10 +6,12 @@
 #include "current_row_keeper.h"
 #include "deletion_texts.h"
 #include "group_naming.h"
+#include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_log.h"
 #include "plan_mover.h"
 #include "plan_popups.h"
+#include "plan_revealer.h"
 #include "plan_rows.h"
 #include "plan_rules/families.h"
 #include "row_deletion.h"
@@ -18,6 +20,7 @@
 #include "search_plan_list_view.h"
 #include "tarn_add_plan_widget.h"
 #include "undo_offer.h"
+#include "view_config_manager.h"
 #include "view_extern_widget_p.h"
 #include "view_model_data_manager.h"
 
@@ -101,6 +104,19 @@ Undoable CViewExternWidget::Private::Deletion(const DeletedRow& row) {
   return {row.notice, row.restorable_seconds, [this, row] { deletion->Undo(row); }};
 }
 
+// The rows have changed, and with them hits or where these stand.
+void CViewExternWidget::Private::repeatSearch() {
+  if (CurrentPage() == PanelPage::Search) {
+    search->Repeat();
+  }
+}
+
+void CViewExternWidget::Private::onMovedBack(const PlanMove& move) {
+  revealMoved(move);
+  const QStringList names{move.name, StringToQString(move.to.name)};
+  Q_EMIT q->SignalSaidInMoreWords(FillPlaces(CViewExternWidget::tr("Moved %1 back to %2."), names));
+}
+
 Undoable CViewExternWidget::Private::Moved(const PlanMove& move) {
   const QStringList names{move.name, StringToQString(move.to.name)};
   return {FillPlaces(CViewExternWidget::tr("Moved %1 to %2."), names), kUndoMoveSeconds,
@@ -108,10 +124,10 @@ Undoable CViewExternWidget::Private::Moved(const PlanMove& move) {
 }
 
 void CViewExternWidget::Private::onRestored(const DeletedRow& row) {
-  if (CurrentPage() == PanelPage::Search) {
-    endSearch();
+  if (!keeper->Reveal(row.code, row.is_group, row.parent_code)) {
+    revealer->Reveal(row.code, row.is_group);
   }
-  keeper->Reveal(row.code, row.is_group, row.parent_code);
+  repeatSearch();
   if (model) {  // rows that come in once more know of no plan that plays
     CViewModelDataManager::Instance().SetPlanPlayStateByIndexCode(MonitorId(), model->GetPlayingIndexCode(), true);
   }
@@ -122,6 +138,7 @@ void CViewExternWidget::Private::onRestored(const DeletedRow& row) {
 // A search that was begun meanwhile goes on.
 void CViewExternWidget::Private::revealMoved(const PlanMove& move) {
   keeper->RevealMoved(move.plan_code, StringToQString(move.to.code));
+  repeatSearch();
 }
 
 void CViewExternWidget::Private::finishExpand(const QModelIndex& index, bool expand) {
@@ -143,9 +160,17 @@ QModelIndex CViewExternWidget::Private::GroupForNew() const {
   return row;
 }
 
+// Hits of a search have no row for it, so the search ends there.
+void CViewExternWidget::Private::revealNew(const QString& group_code, const QString& parent_code) {
+  if (CurrentPage() == PanelPage::Search) {
+    endSearch();
+  }
+  keeper->Reveal(group_code, true, parent_code);
+}
+
 void CViewExternWidget::onAddGroupBtnClicked() {
   if (d_->IsReady()) {
-    d_->naming->AskForNew(d_->GroupForNew(), d_->ui.add_group_btn);
+    d_->naming->AskForNew(d_->GroupForNew(), CGroupNaming::PlaceBelow(d_->ui.add_group_btn));
   }
 }
 
@@ -154,7 +179,14 @@ void CViewExternWidget::onAddPlanViewGroupName(const QString& name) {
   if (!parent.isValid() && d_->proxy) {
     parent = d_->proxy->index(0, 0);  // nothing chosen: below the root
   }
-  d_->naming->Add(d_->IsReady() ? d_->controller.data() : nullptr, name, parent);
+  const auto added = [panel = QPointer<CViewExternWidget>(this), from = QPersistentModelIndex(d_->Current())](
+                         const QString& code, const QString& parent_code) {
+    const bool has_stayed = panel && from == panel->d_->Current();
+    if (has_stayed) {
+      panel->d_->revealNew(code, parent_code);
+    }
+  };
+  d_->naming->Add(d_->IsReady() ? d_->controller.data() : nullptr, name, parent, added);
 }
 
 void CViewExternWidget::onEditPlanViewGroupName(const QString& name) {
@@ -169,11 +201,43 @@ void CViewExternWidget::onEditPlanViewGroupName(const QString& name) {
   }
 }
 
-void CViewExternWidget::AddGroupTo(const QString& group_code) {
-  const QModelIndex group = d_->ui.plan_view_tree->RowOf(group_code, true);
-  if (d_->IsReady() && group.isValid()) {
-    d_->naming->AskForNew(group, d_->ui.add_group_btn);
+Refusal CViewExternWidget::Private::WhyNothingNewAt(const view_plugin_protocol::TarnPlanViewInfo& row,
+                                                    PlanCommand command) const {
+  const bool is_root = row.is_group && view_plugin_protocol::IsRootCode(StringToQString(row.index_code).toInt());
+  PanelSituation situation = SituationOn(PanelPage::Tree);
+  situation.item_type = ItemTypeIn(row.type, is_root, row.is_group);
+  situation.rights = view_plugin_protocol::Rights::OfCurrentUser();
+  return WhyNothingNew(command, situation, CViewConfigManager::Instance().CreatePlanUnderRootNode());
+}
+
+QString CViewExternWidget::WhyNoNewPlan(const view_plugin_protocol::TarnPlanViewInfo& row) const {
+  return TextOf(d_->WhyNothingNewAt(row, PlanCommand::AddPlan));
+}
+
+QString CViewExternWidget::WhyNoNewGroup(const view_plugin_protocol::TarnPlanViewInfo& row) const {
+  const Refusal refusal = d_->WhyNothingNewAt(row, PlanCommand::AddGroup);
+  const QString group = StringToQString(row.is_group ? row.index_code : row.group_index_code);
+  if (refusal == Refusal::None && CGroupNaming::IsTooDeep(d_->ui.plan_view_tree->RowOf(group, true))) {
+    return tr("Groups cannot be nested deeper than this.");
   }
+  return TextOf(refusal);
+}
+
+void CViewExternWidget::AddGroupTo(const QString& group_code) {
+  if (!d_->IsReady()) {
+    return;
+  }
+  const QModelIndex group = d_->ui.plan_view_tree->RowOf(group_code, true);
+  if (group.isValid()) {
+    d_->askForNewIn(group);
+  } else {
+    d_->new_group_in = group_code;
+    d_->revealer->Reveal(group_code, true);
+  }
+}
+
+void CViewExternWidget::Private::askForNewIn(const QModelIndex& group) {
+  naming->AskForNew(group, placeAtCommandRow(ui.add_group_btn));
 }
 
 void CViewExternWidget::RenameRow(const view_plugin_protocol::TarnPlanViewInfo& row) {
@@ -182,13 +246,26 @@ void CViewExternWidget::RenameRow(const view_plugin_protocol::TarnPlanViewInfo& 
     return;
   }
   if (!row.is_group) {
-    d_->naming->AskForPlanName(code, StringToQString(row.name), d_->ui.edit_btn);
+    d_->naming->AskForPlanName(code, StringToQString(row.name), d_->placeAtCommandRow(d_->ui.edit_btn));
     return;
   }
   const QModelIndex group = d_->ui.plan_view_tree->RowOf(code, true);
   if (group.isValid()) {
-    d_->naming->AskForRename(group, d_->ui.edit_btn);
+    d_->naming->AskForRename(group, d_->placeAtCommandRow(d_->ui.edit_btn));
   }
+}
+
+QPoint CViewExternWidget::Private::placeAtCommandRow(const QWidget* button) const {
+  const std::pair<PanelPage, QAbstractItemView*> pages[] = {{PanelPage::Tree, ui.plan_view_tree},
+                                                            {PanelPage::Search, ui.search_list_view}};
+  for (const auto& [page, rows] : pages) {
+    if (page == CurrentPage() && rows->currentIndex().isValid()) {
+      rows->scrollTo(rows->currentIndex());
+      const QRect row = rows->visualRect(rows->currentIndex());
+      return rows->viewport()->mapToGlobal(row.bottomLeft() + QPoint(0, 1));
+    }
+  }
+  return CGroupNaming::PlaceBelow(button);
 }
 
 // --- Plans ----------------------------------------------------------------------------------------------------------
@@ -264,7 +341,7 @@ void CViewExternWidget::Private::editRow(const QModelIndex& row) {
     return;
   }
   if (row.data(IsGroupRole).toBool()) {
-    naming->AskForRename(row, ui.edit_btn);
+    naming->AskForRename(row, CGroupNaming::PlaceBelow(ui.edit_btn));
   } else {
     editPlan(row.data(PlanIndexCodeRole).toString());
   }

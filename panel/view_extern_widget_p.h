@@ -100,6 +100,8 @@ class CViewExternWidget::Private {
   void offerForRow();
   /// Shows in the menu of a hit what can be done with it.
   void offerForHit(tarn_ui_data_controller::CPopupMenu* menu);
+  /// Why nothing new can be made at this row of the tree, or hit.
+  Refusal WhyNothingNewAt(const view_plugin_protocol::TarnPlanViewInfo& row, PlanCommand command) const;
   void onHitCommand(tarn_ui_data_controller::MsgType type, const QString& code);
 
   // Undo.
@@ -107,6 +109,8 @@ class CViewExternWidget::Private {
   Undoable Moved(const PlanMove& move);
   void onRestored(const DeletedRow& row);
   void revealMoved(const PlanMove& move);
+  void onMovedBack(const PlanMove& move);
+  void repeatSearch();
 
   // Rows.
   QModelIndex Current() const { return ui.plan_view_tree->currentIndex(); }
@@ -115,6 +119,11 @@ class CViewExternWidget::Private {
   void finishExpand(const QModelIndex& index, bool expand);
   /// The group that a new group or plan goes into: the current one, or the one of the current plan.
   QModelIndex GroupForNew() const;
+  /// Of the screen: below the row that the host's commands are about, else below the button.
+  QPoint placeAtCommandRow(const QWidget* button) const;
+  void askForNewIn(const QModelIndex& group);
+  /// The group that was made here.
+  void revealNew(const QString& group_code, const QString& parent_code);
   /// Its code; empty for a hit whose group is not loaded here, so that the user chooses one.
   QString GroupForNewPlan() const;
   /// Of the model: names the trees that show the same plans. The host's own id goes to the host alone.
@@ -148,6 +157,7 @@ class CViewExternWidget::Private {
   QPointer<CPlanPreview> preview;
   QTimer renewal;
   QString monitor_id;
+  QString new_group_in;  // code of the group that is being brought into sight for it
   bool stopped = false;
 };
 

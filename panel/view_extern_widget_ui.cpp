@@ -4,6 +4,7 @@
 #include <QRegExpValidator>
 #include <QShortcut>
 #include <QStyle>
+#include <utility>
 
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
@@ -25,6 +26,7 @@
 #include "search_page.h"
 #include "search_plan_list_view.h"
 #include "tree_notice.h"
+#include "typing_hint.h"
 #include "undo_offer.h"
 #include "view_config_manager.h"
 #include "view_extern_widget_p.h"
@@ -74,6 +76,7 @@ void CViewExternWidget::Private::setUpField() {
   const auto& switches = CViewConfigManager::Instance();
   auto* field = ui.view_location_line_edit;
   field->setValidator(new QRegExpValidator(QRegExp(view_plugin_protocol::TypedNamePattern()), field));
+  new CTypingHint(field);
   field->setPlaceholderText(CViewExternWidget::tr("Search plans"));
   field->setAccessibleName(CViewExternWidget::tr("Search plans"));
   ui.search_line_widget->setVisible(switches.IsEnableSearch());
@@ -102,6 +105,11 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
   connectSearch();
   connectManager();
   connect(mover, &CPlanMover::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
+  connect(revealer, &CPlanRevealer::SignalShown, q, [this](const QString& code) {
+    if (code == std::exchange(new_group_in, QString())) {
+      askForNewIn(ui.plan_view_tree->RowOf(code, true));
+    }
+  });
   connect(revealer, &CPlanRevealer::SignalInOtherTree, q, &CViewExternWidget::SignalShowInOtherTree);
   connect(revealer, &CPlanRevealer::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
   mover->SetIsEdited(&CEditorPlace::IsEditedAnywhere);
@@ -159,7 +167,7 @@ void CViewExternWidget::Private::connectUndo() {
     undo->Offer(Moved(move));
   });
   connect(mover, &CPlanMover::SignalStillMoved, q, [this](const PlanMove& move) { undo->OfferAgain(Moved(move)); });
-  connect(mover, &CPlanMover::SignalMovedBack, q, [this](const PlanMove& move) { revealMoved(move); });
+  connect(mover, &CPlanMover::SignalMovedBack, q, [this](const PlanMove& move) { onMovedBack(move); });
   connect(editor, &CEditorPlace::SignalChanged, undo, &CUndoOffer::RenewAction);
 }
 
@@ -167,11 +175,14 @@ void CViewExternWidget::Private::connectSearch() {
   connectHits();
   connectLastSearches();
   auto* field = ui.view_location_line_edit;
-  if (!CViewConfigManager::Instance().IsLoadAll()) {
+  if (CViewConfigManager::Instance().IsLoadAll()) {
+    connect(field, &WidgetKit::CNewSearchLine::SignalSearch, q,
+            [this, field] { last_searches->Add(field->text().trimmed()); });
+  } else {
     connect(field, &WidgetKit::CNewSearchLine::SignalSearch, q, &CViewExternWidget::OnFuzzySearchPlan);
-    connect(field, &WidgetKit::CNewSearchLine::SignalSearch, q, [this] { offerLastSearches(); });
     field->SetSearchesAsTyped(true);
   }
+  connect(field, &WidgetKit::CNewSearchLine::SignalSearch, q, [this] { offerLastSearches(); });
   connect(field, &WidgetKit::CNewSearchLine::SignalToHits, q, [this] { goToHits(); });
   connect(field, &WidgetKit::CNewSearchLine::SignalLeave, q, [this] { endSearch(); });
   connect(field, &QLineEdit::textChanged, q, [this](const QString& text) {
@@ -213,7 +224,11 @@ void CViewExternWidget::Private::connectLastSearches() {
   connect(last_searches, &CLastSearches::SignalChosen, q, [this](const QString& text) {
     ui.view_location_line_edit->setText(text);
     ui.view_location_line_edit->setFocus();
-    q->OnFuzzySearchPlan();
+    if (CViewConfigManager::Instance().IsLoadAll()) {
+      last_searches->Add(text);  // the field has begun to look by itself
+    } else {
+      q->OnFuzzySearchPlan();
+    }
   });
 }
 

@@ -104,18 +104,19 @@ void CCurrentRowKeeper::OnPlanStored(const QString& plan_code, const QString& gr
   }
 }
 
-void CCurrentRowKeeper::Reveal(const QString& code, bool is_group, const QString& group_code) {
+bool CCurrentRowKeeper::Reveal(const QString& code, bool is_group, const QString& group_code) {
   if (!keeping_ || MakeCurrent(code, is_group)) {
-    return;
+    return true;
   }
   const bool is_loading = before_load_.has_value();
   const QModelIndex group = tree_->RowOf(group_code, true);
   if (!group.isValid() && !is_loading) {
-    return;
+    return false;
   }
   before_load_.reset();
   saved_ = {code, group_code, is_group, false};
   Approach();
+  return true;
 }
 
 void CCurrentRowKeeper::OnMoving(const QString& plan_code) {

@@ -35,8 +35,8 @@ class CCurrentRowKeeper : public QObject {
   /// The plan that was edited becomes current, as soon as its group is loaded.
   void OnPlanStored(const QString& plan_code, const QString& group_code);
   /// The row, which has just come to this group, becomes current, as soon as the group is loaded, unless the user goes
-  /// on to another before.
-  void Reveal(const QString& code, bool is_group, const QString& group_code);
+  /// on to another before. False when the group is in no row and none is being loaded.
+  bool Reveal(const QString& code, bool is_group, const QString& group_code);
   /// The plan is being moved: RevealMoved() will do what Reveal() does, unless the user
   /// goes on to another row before.
   void OnMoving(const QString& plan_code);

@@ -233,6 +233,12 @@ CommandStates StatesOf(const PanelSituation& situation) {
   return states;
 }
 
+Refusal WhyNothingNew(PlanCommand command, PanelSituation situation, bool under_root) {
+  situation.page = PanelPage::Tree;
+  situation.grants = GrantsAfter(BarGrants(), situation.item_type, situation.rights, under_root);
+  return StatesOf(situation)[command].reason;
+}
+
 QString TextOf(Refusal refusal) {
   switch (refusal) {
     case Refusal::None:

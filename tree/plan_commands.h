@@ -87,5 +87,8 @@ BarGrants GrantsAfter(const BarGrants& before, int item_type, const view_plugin_
 
 /// The one place that says which commands are shown, which are enabled, and why the others are not.
 CommandStates StatesOf(const PanelSituation& situation);
+/// Why nothing new can be made at the situation's row, wherever that is shown: as if it were the tree's current one.
+/// `command`: AddGroup or AddPlan.
+Refusal WhyNothingNew(PlanCommand command, PanelSituation situation, bool under_root);
 
 }  // namespace TarnPlanView

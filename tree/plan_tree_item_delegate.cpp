@@ -21,7 +21,10 @@ constexpr int kBadgeSize = 14;
 constexpr int kMoreSize = 22;
 constexpr int kMoreIconSize = 16;
 constexpr int kMatchAlpha = 80;
+constexpr int kDropStroke = 2;
 constexpr qreal kQuietOpacity = 0.75;
+constexpr int kTipBorders = 24;
+constexpr QPoint kTipOffset(2, 12);  // tips stand so far beside the point that they are shown for
 
 QFont Bold(QFont font) {
   font.setBold(true);
@@ -72,6 +75,13 @@ void CPlanTreeItemDelegate::Renew() {
 void CPlanTreeItemDelegate::SetHover(const QModelIndex& index, MarUIControl::CItemDataRole::Part part) {
   hover_row_ = index;
   over_button_ = part == MarUIControl::CItemDataRole::MoreButtonPart;
+}
+
+void CPlanTreeItemDelegate::SetDropGroup(const QModelIndex& index) {
+  if (drop_group_ != index) {
+    drop_group_ = index;
+    view_->viewport()->update();
+  }
 }
 
 QColor CPlanTreeItemDelegate::Accent(bool selected) const {
@@ -130,6 +140,9 @@ void CPlanTreeItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem&
   const RowMarks marks = RowMarks::Of(index);
   const Layout layout = Arrange(option, marks, ShowsMore(index));
   view_->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, view_);
+  if (drop_group_.isValid() && index == drop_group_) {
+    PaintDropGroup(painter, option.rect);
+  }
   option.icon.paint(painter, layout.icon, Qt::AlignCenter, IconMode(selected));
   PaintName(painter, option, layout.text, marks.playing);
   PaintMarks(painter, option, layout);
@@ -219,6 +232,15 @@ void CPlanTreeItemDelegate::PaintFocus(QPainter* painter, const QStyleOptionView
   painter->drawRect(option.rect.adjusted(1, 1, -2, -2));
 }
 
+void CPlanTreeItemDelegate::PaintDropGroup(QPainter* painter, const QRect& row) const {
+  QColor back = focus_color_;
+  back.setAlpha(kMatchAlpha);
+  painter->fillRect(row, back);
+  painter->setPen(QPen(focus_color_, kDropStroke));
+  painter->setBrush(Qt::NoBrush);
+  painter->drawRect(row.adjusted(1, 1, -1, -1));
+}
+
 bool CPlanTreeItemDelegate::editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
                                         const QModelIndex& index) {
   if (event->type() == QEvent::MouseButtonRelease) {
@@ -230,6 +252,14 @@ bool CPlanTreeItemDelegate::editorEvent(QEvent* event, QAbstractItemModel* model
     }
   }
   return QStyledItemDelegate::editorEvent(event, model, option, index);
+}
+
+// Below its row and within the tree: beside the tree stands the preview.
+void CPlanTreeItemDelegate::ShowSignTip(const QString& text, const QRect& signs, const QRect& row) const {
+  const int width = QFontMetrics(QToolTip::font()).horizontalAdvance(text) + kTipBorders;
+  const int left = qMax(0, qMin(signs.left(), view_->viewport()->width() - width));
+  const QPoint place = view_->viewport()->mapToGlobal(QPoint(left, row.bottom())) - kTipOffset;
+  QToolTip::showText(place, text, view_->viewport(), signs);
 }
 
 bool CPlanTreeItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& given,
@@ -245,7 +275,7 @@ bool CPlanTreeItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view
   if (layout.more.contains(event->pos())) {
     QToolTip::showText(event->globalPos(), tr("More"), view->viewport(), layout.more);
   } else if (signs.contains(event->pos())) {
-    QToolTip::showText(event->globalPos(), TextOf(marks.sign), view->viewport(), signs);
+    ShowSignTip(TextOf(marks.sign), signs, option.rect);
   } else if (Metrics(marks.playing).horizontalAdvance(option.text) > layout.text.width()) {
     QToolTip::showText(event->globalPos(), PlainToolTip(option.text), view->viewport(), option.rect);
   } else {

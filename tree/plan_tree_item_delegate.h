@@ -25,6 +25,8 @@ class CPlanTreeItemDelegate : public QStyledItemDelegate {
 
   /// The row that the mouse is over, and on which part of it.
   void SetHover(const QModelIndex& index, MarUIControl::CItemDataRole::Part part);
+  /// The group that takes what is being dragged, marked so that it is seen in either skin; invalid for none.
+  void SetDropGroup(const QModelIndex& index);
   /// In the coordinates of `row`, a row's visual rectangle.
   QRect MoreButtonRect(const QRect& row) const;
   /// Skin or font have changed.
@@ -55,9 +57,11 @@ class CPlanTreeItemDelegate : public QStyledItemDelegate {
   void PaintMarks(QPainter* painter, const QStyleOptionViewItem& option, const Layout& layout) const;
   void PaintMore(QPainter* painter, const QRect& rect, const QModelIndex& index, bool selected) const;
   void PaintFocus(QPainter* painter, const QStyleOptionViewItem& option) const;
+  void PaintDropGroup(QPainter* painter, const QRect& row) const;
+  void ShowSignTip(const QString& text, const QRect& signs, const QRect& row) const;
 
   QAbstractItemView* const view_;
-  QPersistentModelIndex hover_row_;
+  QPersistentModelIndex hover_row_, drop_group_;
   bool over_button_ = false;
   QFont bold_font_;
   QFontMetrics metrics_, bold_metrics_;

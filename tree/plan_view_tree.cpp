@@ -49,7 +49,7 @@ CPlanViewTree::~CPlanViewTree() = default;
 
 void CPlanViewTree::Private::SetUp() {
   memory = new CExpansionMemory(q);
-  const auto hide_indicator = [this] { indicator.Hide(); };  // the rows below it have moved
+  const auto hide_indicator = [this] { HideIndicator(); };  // the rows below it have moved
   connect(q->verticalScrollBar(), &QScrollBar::valueChanged, q, hide_indicator);
   connect(q, &QTreeView::expanded, q, hide_indicator);
   connect(q, &QTreeView::collapsed, q, hide_indicator);
@@ -87,7 +87,7 @@ void CPlanViewTree::SetFilterSortModel(QSortFilterProxyModel* model) {
     return;
   }
   const auto look_again = [this] {
-    d_->indicator.Hide();
+    d_->HideIndicator();
     if (d_->hover_part != MarUIControl::CItemDataRole::NoPart && !d_->hover_row.isValid()) {
       d_->LeaveRows();
     }
@@ -229,6 +229,16 @@ void CPlanViewTree::mouseDoubleClickEvent(QMouseEvent* event) {
 void CPlanViewTree::wheelEvent(QWheelEvent* event) {
   d_->LeaveRows();
   CTreeView::wheelEvent(event);
+}
+
+// What takes room of the tree, as an offer below it does, does not cover the row where the user is.
+void CPlanViewTree::resizeEvent(QResizeEvent* event) {
+  const QRect before(QPoint(), event->oldSize());
+  const bool was_in_sight = before.contains(visualRect(currentIndex()));
+  CTreeView::resizeEvent(event);
+  if (was_in_sight) {
+    scrollTo(currentIndex());
+  }
 }
 
 void CPlanViewTree::Private::TrackMouse(const QPoint& position) {

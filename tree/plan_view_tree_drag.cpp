@@ -69,7 +69,7 @@ void CPlanViewTree::startDrag(Qt::DropActions) {
   drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::MoveAction);
   if (alive) {
     d_->open_timer.stop();
-    d_->indicator.Hide();
+    d_->HideIndicator();
   }
 }
 
@@ -104,14 +104,29 @@ CPlanViewTree::Private::Verdict CPlanViewTree::Private::Judge(const QModelIndex&
   return IsPlanOverItsGroup(source_level, target_level) ? OntoRow : Refused;
 }
 
-void CPlanViewTree::Private::ShowIndicator(Verdict verdict, const QRect& target, int cursor_y) {
+void CPlanViewTree::Private::ShowIndicator(Verdict verdict, const QModelIndex& target, int cursor_y) {
+  const QRect row = q->visualRect(target);
+  QModelIndex group;
   if (verdict == OntoRow) {
-    indicator.ShowFrame(target);
+    indicator.ShowFrame(row);
+    group = target;
   } else if (verdict == BesideRow) {
-    const int middle = (target.top() + target.bottom()) / 2;
-    indicator.ShowLine(target, middle >= cursor_y);  // the middle itself counts as before
+    const int middle = (row.top() + row.bottom()) / 2;
+    indicator.ShowLine(row, middle >= cursor_y);  // the middle itself counts as before
+    group = target.parent();
   } else {
     indicator.Hide();
+  }
+  if (delegate) {
+    const bool comes_to_another = group != drag_row.parent();
+    delegate->SetDropGroup(comes_to_another ? group : QModelIndex());
+  }
+}
+
+void CPlanViewTree::Private::HideIndicator() {
+  indicator.Hide();
+  if (delegate) {
+    delegate->SetDropGroup(QModelIndex());
   }
 }
 
@@ -123,7 +138,7 @@ void CPlanViewTree::Private::Accept(QDropEvent* event, const QString& cursor) {
 }
 
 void CPlanViewTree::Private::RefuseMove(QDropEvent* event) {
-  indicator.Hide();
+  HideIndicator();
   event->ignore();
 }
 
@@ -143,12 +158,12 @@ void CPlanViewTree::dragMoveEvent(QDragMoveEvent* event) {
     d_->RefuseMove(event);
     return;
   }
-  d_->ShowIndicator(verdict, visualRect(target), y);
+  d_->ShowIndicator(verdict, target, y);
   d_->Accept(event, QString::fromLatin1(verdict == Private::Taken ? kTreeCursor : kMoveCursor));
 }
 
 void CPlanViewTree::dragLeaveEvent(QDragLeaveEvent*) {
-  d_->indicator.Hide();
+  d_->HideIndicator();
   d_->open_timer.stop();
   stopAutoScroll();
   if (d_->drag) {
@@ -157,7 +172,7 @@ void CPlanViewTree::dragLeaveEvent(QDragLeaveEvent*) {
 }
 
 void CPlanViewTree::dropEvent(QDropEvent* event) {
-  d_->indicator.Hide();
+  d_->HideIndicator();
   d_->open_timer.stop();
   stopAutoScroll();
   if (!d_->IsOwnDrag(event) || !d_->drag_row.isValid()) {

@@ -48,7 +48,8 @@ class CPlanViewTree::Private {
 
   bool IsOwnDrag(const QDropEvent* event) const;
   Verdict Judge(const QModelIndex& target) const;
-  void ShowIndicator(Verdict verdict, const QRect& target, int cursor_y);
+  void ShowIndicator(Verdict verdict, const QModelIndex& target, int cursor_y);
+  void HideIndicator();
   void Accept(QDropEvent* event, const QString& cursor);
   void RefuseMove(QDropEvent* event);
   void NotePress(QMouseEvent* event);

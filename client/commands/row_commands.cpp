@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 
 #include "plan_rules/families.h"
-#include "plan_rules/plan_limits.h"
 
 namespace TarnClient {
 
@@ -33,26 +32,6 @@ QString WhyNotFromHere(const RowSituation& row) {
     return QString();
   }
   return Texts::tr("It stands in the list \"%1\". Do it there.").arg(row.list_of_row);
-}
-
-QString WhyNoNewPlan(const RowSituation& row) {
-  if (row.kind == RowKind::Root && !row.plans_under_root) {
-    return Texts::tr("Plans stand in groups. Choose a group first.");
-  }
-  return QString();
-}
-
-QString WhyNoNewGroup(const RowSituation& row) {
-  if (!row.list_of_row.isEmpty()) {
-    return WhyNotFromHere(row);
-  }
-  if (row.level == 0) {
-    return Texts::tr("The group is not loaded yet. Open it in the tree first.");
-  }
-  if (row.level >= view_plugin_protocol::kDeepestLevel) {
-    return Texts::tr("Groups cannot be nested deeper than this.");
-  }
-  return QString();
 }
 
 QString WhyNotWhileEdited(const RowSituation& row) {
@@ -110,9 +89,9 @@ QString FirstOf(const QString& first, const QString& second) {
 QString ReasonOf(RowCommand command, const RowSituation& row) {
   switch (command) {
     case RowCommand::NewPlan:
-      return FirstOf(WhyNoChange(row, AddRight), WhyNoNewPlan(row));
+      return row.why_no_new_plan;
     case RowCommand::NewGroup:
-      return FirstOf(WhyNoChange(row, AddRight), WhyNoNewGroup(row));
+      return FirstOf(row.why_no_new_group, WhyNotFromHere(row));
     case RowCommand::Duplicate:
       return WhyNoChange(row, AddRight);
     case RowCommand::MoveTo:

@@ -18,9 +18,9 @@ struct RowSituation {
   RowKind kind = RowKind::None;
   int32_t family = 0;
   view_plugin_protocol::Rights rights;
-  bool plans_under_root = false, cycles = true;  // the site's switches
-  int level = 0;         // of the group that something new would stand in; a root has 1, one that is not loaded 0
-  bool edited = false;   // the plan is open in an editor
+  bool cycles = true;                         // the site's switch
+  QString why_no_new_plan, why_no_new_group;  // in the group of the row, as its panel says
+  bool edited = false;                        // the plan is open in an editor
   QString list_of_row;   // the title of the list that the row stands in; empty when it is the panel's own
   bool loading = false;  // the panel waits for its rows
   bool playing = false;  // the plan, or the plans of the group in turn

@@ -200,9 +200,9 @@ RowSituation CRowMenu::SituationOf(const Row& row) const {
   situation.kind = KindOf(row);
   situation.family = row.type;
   situation.rights = view_plugin_protocol::Rights::OfCurrentUser();
-  situation.plans_under_root = switches.CreatePlanUnderRootNode();
   situation.cycles = switches.IsSupportPlanGroupCycle();
-  situation.level = family_->LevelOfGroup(GroupOf(row));
+  situation.why_no_new_plan = family_->Panel()->WhyNoNewPlan(row);
+  situation.why_no_new_group = family_->Panel()->WhyNoNewGroup(row);
   situation.edited = CViewExternWidget::IsPlanEdited(StringToQString(row.index_code));
   situation.loading = !TarnPlanView::CViewModelDataManagerExport::Instance().IsViewModelInitFinish();
   if (situation.kind == RowKind::Plan && row.type != family_->Theme()) {

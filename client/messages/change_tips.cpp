@@ -1,6 +1,7 @@
 #include "messages/change_tips.h"
 
 #include <TarnPlanView/plan_item_role.h>
+#include <TarnPlanView/plan_view_tree.h>
 #include <TarnPlanView/standard_view_controller.h>
 #include <TarnPlanView/view_extern_widget.h>
 
@@ -19,10 +20,25 @@ using MarUIControl::StringToQString;
 using TarnPlanView::CStandardViewController;
 using TarnPlanView::CViewExternWidget;
 
+namespace {
+
+using MarUIControl::CNomalMessage;
+
+// The tree reports a drop that it has refused as a success.
+int StateOf(const QString& text, int reported) {
+  if (text == TarnPlanView::CPlanViewTree::tr("TheUserHasNoPermission")) {
+    return CNomalMessage::Failure;
+  }
+  return reported;
+}
+
+}  // namespace
+
 CChangeTips::CChangeTips(CViewExternWidget* panel, QAbstractItemModel* rows, CStandardViewController* controller,
                          QObject* parent)
     : QObject(parent), panel_(panel) {
   connect(panel, &CViewExternWidget::SignalMessageTipNeeded, this, &CChangeTips::OnMessage);
+  connect(panel, &CViewExternWidget::SignalSaidInMoreWords, this, &CChangeTips::OnMoreWords);
   if (!rows || !controller) {
     return;
   }
@@ -60,24 +76,32 @@ void CChangeTips::NoteSaved(const QString& code, const QString& name) {
   }
 }
 
-void CChangeTips::OnMessage(const QString& text, int state) {
-  if (state != MarUIControl::CNomalMessage::Success) {
+void CChangeTips::OnMessage(const QString& text, int reported) {
+  const int state = StateOf(text, reported);
+  if (state != CNomalMessage::Success) {
     Q_EMIT SignalTip(text, state);
     return;
   }
-  QString said = std::exchange(changed_, QString());
-  if (said.isEmpty()) {
-    said = text;
+  const auto said = std::make_shared<QString>(std::exchange(changed_, QString()));
+  if (said->isEmpty()) {
+    *said = text;
   }
+  latest_ = said;
   // The strip comes with the end of the call that the message belongs to.
   QTimer::singleShot(0, this, [this, said, state, before = CurrentOffer()] {
     const Offer now = CurrentOffer();
     if (now.text.isEmpty() || now.number == before.number) {
-      Q_EMIT SignalTip(said, state);
+      Q_EMIT SignalTip(*said, state);
     } else {
       Q_EMIT SignalSaidByStrip(now.text);
     }
   });
+}
+
+void CChangeTips::OnMoreWords(const QString& text) {
+  if (const auto latest = latest_.lock()) {
+    *latest = text;
+  }
 }
 
 CChangeTips::Offer CChangeTips::CurrentOffer() const {

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <memory>
 
 class QAbstractItemModel;
 class QModelIndex;
@@ -37,13 +38,15 @@ class CChangeTips : public QObject {
     QString text;
   };
   void OnMessage(const QString& text, int state);
+  void OnMoreWords(const QString& text);
   void Note(PlanChange change, const QString& name);
   void KeepName(const QModelIndex& row);
   void NoteSaved(const QString& code, const QString& name);
   Offer CurrentOffer() const;
 
   const QPointer<TarnPlanView::CViewExternWidget> panel_;
-  QString changed_;  // of the change whose message is still to come
+  QString changed_;                // of the change whose message is still to come
+  std::weak_ptr<QString> latest_;  // the message that is about to be shown
   struct {
     QString code, name;
   } taken_out_;  // the last row that went

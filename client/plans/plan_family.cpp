@@ -68,14 +68,6 @@ QString CPlanFamily::GroupName(const QString& code) const {
   return RowOf(code, true).data().toString();
 }
 
-int CPlanFamily::LevelOfGroup(const QString& code) const {
-  int level = 0;
-  for (QModelIndex group = RowOf(code, true); group.isValid(); group = group.parent()) {
-    ++level;
-  }
-  return level;
-}
-
 QString CPlanFamily::PlanName(const QString& code) const {
   return RowOf(code, false).data().toString();
 }

@@ -30,8 +30,6 @@ class CPlanFamily : public QObject {
   bool MayEdit() const;
   /// Name of a group of this family; empty when it is not loaded.
   QString GroupName(const QString& code) const;
-  /// Level of a group of this family, a root's is 1; 0 when it is not loaded.
-  int LevelOfGroup(const QString& code) const;
   /// Name of a plan of this family; empty when it is not loaded.
   QString PlanName(const QString& code) const;
   /// Names of the groups above a plan, outermost first; empty when the plan is not loaded or stands under the root.

@@ -710,10 +710,6 @@
         <translation>Duplicate</translation>
     </message>
     <message>
-        <source>Groups cannot be nested deeper than this.</source>
-        <translation>Groups cannot be nested deeper than this.</translation>
-    </message>
-    <message>
         <source>Move to...</source>
         <translation>Move to…</translation>
     </message>
@@ -729,15 +725,6 @@
         <source>New plan here</source>
         <comment>view</comment>
         <translation>New view here</translation>
-    </message>
-    <message>
-        <source>Plans stand in groups. Choose a group first.</source>
-        <translation>Plans stand in groups. Choose a group first.</translation>
-    </message>
-    <message>
-        <source>Plans stand in groups. Choose a group first.</source>
-        <comment>view</comment>
-        <translation>Views stand in groups. Choose a group first.</translation>
     </message>
     <message>
         <source>Plans that were received cannot be changed.</source>
@@ -786,10 +773,6 @@
         <source>The plans are still being loaded.</source>
         <comment>view</comment>
         <translation>The views are still being loaded.</translation>
-    </message>
-    <message>
-        <source>The group is not loaded yet. Open it in the tree first.</source>
-        <translation>The group is not loaded yet. Open it in the tree first.</translation>
     </message>
     <message>
         <source>The plan is open in the editor. Close it first, or change it there.</source>
@@ -2805,6 +2788,17 @@ never starts</translation>
     </message>
 </context>
 <context>
+    <name>TarnPlanView::CTypingHint</name>
+    <message>
+        <source>Not more than %1 characters.</source>
+        <translation>Not more than %1 characters.</translation>
+    </message>
+    <message>
+        <source>None of these can be typed here: %1</source>
+        <translation>None of these can be typed here: %1</translation>
+    </message>
+</context>
+<context>
     <name>TarnPlanView::CViewExternWidget</name>
     <message>
         <source>Last searches</source>
@@ -3138,6 +3132,18 @@ never starts</translation>
     <message>
         <source>Moved %1 to %2.</source>
         <translation>Moved %1 to %2.</translation>
+    </message>
+    <message>
+        <source>Moved %1 back to %2.</source>
+        <translation>Moved %1 back to %2.</translation>
+    </message>
+    <message>
+        <source>%1, %2 by camera</source>
+        <translation>%1, %2 by camera</translation>
+    </message>
+    <message>
+        <source>Groups cannot be nested deeper than this.</source>
+        <translation>Groups cannot be nested deeper than this.</translation>
     </message>
     <message>
         <source>Undo</source>

@@ -755,10 +755,6 @@
         <translation>创建副本</translation>
     </message>
     <message>
-        <source>Groups cannot be nested deeper than this.</source>
-        <translation>分组不能再嵌套更深。</translation>
-    </message>
-    <message>
         <source>Move to...</source>
         <translation>移动到…</translation>
     </message>
@@ -774,15 +770,6 @@
         <source>New plan here</source>
         <comment>view</comment>
         <translation>在此新建视图</translation>
-    </message>
-    <message>
-        <source>Plans stand in groups. Choose a group first.</source>
-        <translation>预案位于分组中，请先选择分组。</translation>
-    </message>
-    <message>
-        <source>Plans stand in groups. Choose a group first.</source>
-        <comment>view</comment>
-        <translation>视图位于分组中，请先选择分组。</translation>
     </message>
     <message>
         <source>Plans that were received cannot be changed.</source>
@@ -831,10 +818,6 @@
         <source>The plans are still being loaded.</source>
         <comment>view</comment>
         <translation>视图仍在加载中。</translation>
-    </message>
-    <message>
-        <source>The group is not loaded yet. Open it in the tree first.</source>
-        <translation>该分组尚未加载，请先在树中打开。</translation>
     </message>
     <message>
         <source>The plan is open in the editor. Close it first, or change it there.</source>
@@ -2858,6 +2841,17 @@ never starts</source>
     </message>
 </context>
 <context>
+    <name>TarnPlanView::CTypingHint</name>
+    <message>
+        <source>Not more than %1 characters.</source>
+        <translation>不能超过 %1 个字符。</translation>
+    </message>
+    <message>
+        <source>None of these can be typed here: %1</source>
+        <translation>此处不能输入以下字符：%1</translation>
+    </message>
+</context>
+<context>
     <name>TarnPlanView::CViewExternWidget</name>
     <message>
         <source>Last searches</source>
@@ -3186,6 +3180,18 @@ never starts</source>
     <message>
         <source>Moved %1 to %2.</source>
         <translation>已将“%1”移到“%2”。</translation>
+    </message>
+    <message>
+        <source>Moved %1 back to %2.</source>
+        <translation>已将“%1”移回“%2”。</translation>
+    </message>
+    <message>
+        <source>%1, %2 by camera</source>
+        <translation>%1，其中 %2 个按摄像机找到</translation>
+    </message>
+    <message>
+        <source>Groups cannot be nested deeper than this.</source>
+        <translation>分组不能再嵌套更深。</translation>
     </message>
     <message>
         <source>Undo</source>

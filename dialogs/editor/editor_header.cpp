@@ -14,6 +14,7 @@
 #include "plan_document.h"
 #include "plan_rules/names.h"
 #include "plan_rules/plan_limits.h"
+#include "typing_hint.h"
 #include "view_config_manager.h"
 
 namespace TarnPlanView {
@@ -82,6 +83,7 @@ void CEditorHeader::MakeNameField() {
   name_->setAccessibleName(tr("Name"));
   name_->setFixedHeight(kFieldHeight);
   name_->setValidator(new QRegExpValidator(QRegExp(view_plugin_protocol::TypedNamePattern()), name_));
+  new CTypingHint(name_);
   name_->setMaxLineEditLength(view_plugin_protocol::kLongestName);
   const QString rule = tr("1 to 256 characters, none of \\ / : * ? \" < | ' % >");
   name_->setPlaceholderText(rule);

@@ -61,6 +61,8 @@ struct SearchedPlan {
   int32_t type = 0;
   std::vector<std::string> groups_above = {};  // names, the outermost first, without the root; empty: not known
   std::string shown_camera = {};               // the camera by which it was found; empty: found by its name
+  int32_t page_count = 1;
+  bool auto_run = false;
 };
 
 /// What is known of a row of the plan tree.

@@ -12,5 +12,8 @@ namespace tarn_ui_data_controller {
 /// 2 is shown as a single "Close", 3 as a question. Gives 1 only on OK. Tests answer it through
 /// TarnHost::SetModalAnswer(). Pumps events while it is open. Thread: GUI.
 TARN_HOST_EXPORT int ShowMessageTip(const QString& text, int state, QWidget* widget, int buttons);
+/// The same with a word of its own on the button that is OK otherwise: what it does.
+TARN_HOST_EXPORT int ShowMessageTip(const QString& text, int state, QWidget* widget, int buttons,
+                                    const QString& confirm_text);
 
 }  // namespace tarn_ui_data_controller

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDrag>
+#include <QPixmap>
 
 #include "host_export.h"
 
@@ -18,6 +19,9 @@ class TARN_HOST_EXPORT CDrag : public QDrag {
   void setMimeData(QMimeData* data);
   /// The picture under the cursor while `action` would be done; drawn at the device pixel ratio of the screen.
   void SetCursorPicture(const QString& path, Qt::DropAction action);
+  /// What a drag carries, as seen beside the cursor in either skin: its words, with a sign before them unless that is
+  /// null. In the colours of `widget`.
+  static QPixmap Caption(const QPixmap& sign, const QString& text, const QWidget* widget);
 };
 
 }  // namespace WidgetKit

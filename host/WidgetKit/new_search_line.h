@@ -31,7 +31,8 @@ class TARN_HOST_EXPORT CNewSearchLine : public MarUIControl::CLineEdit {
   void SignalSearch();
   /// Esc in an empty field; where it searches as one types, after it was emptied by Esc as well.
   void SignalLeave();
-  /// Down, where it searches as one types and no pause is awaited; then Down is a Return.
+  /// Down, where it searches as one types and no pause is awaited; then Down is a Return. Of a field that looks through
+  /// a view: Down while it is empty.
   void SignalToHits();
 
  protected:

@@ -5,18 +5,15 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMimeData>
-#include <QPainter>
 #include <QPixmap>
 #include <QWidget>
 
 #include "TarnHost/host_services.h"
+#include "WidgetKit/drag.h"
 
 namespace ResourceTreeKit {
 
 namespace {
-
-constexpr int kPadding = 8;
-constexpr int kMostWidth = 240;
 
 QString Caption(const QVector<CCameraItemInfo>& cameras) {
   if (cameras.size() == 1) {
@@ -44,21 +41,7 @@ QMimeData* MakeCameraDragData(const QVector<CCameraItemInfo>& cameras) {
 }
 
 QPixmap MakeCameraDragPicture(const QVector<CCameraItemInfo>& cameras, const QWidget* widget) {
-  const QFontMetrics metrics = widget->fontMetrics();
-  const QString text = metrics.elidedText(Caption(cameras), Qt::ElideMiddle, kMostWidth);
-  const QSize size(metrics.horizontalAdvance(text) + 2 * kPadding, metrics.height() + kPadding);
-  QPixmap picture(size * widget->devicePixelRatioF());
-  picture.setDevicePixelRatio(widget->devicePixelRatioF());
-  picture.fill(Qt::transparent);
-  QPainter painter(&picture);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setFont(widget->font());
-  painter.setBrush(widget->palette().color(QPalette::Highlight));
-  painter.setPen(Qt::NoPen);
-  painter.drawRoundedRect(QRect(QPoint(), size), 4, 4);
-  painter.setPen(widget->palette().color(QPalette::HighlightedText));
-  painter.drawText(QRect(QPoint(), size), Qt::AlignCenter, text);
-  return picture;
+  return WidgetKit::CDrag::Caption(QPixmap(), Caption(cameras), widget);
 }
 
 }  // namespace ResourceTreeKit

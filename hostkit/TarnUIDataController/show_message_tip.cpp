@@ -38,10 +38,15 @@ void SetButtons(CModalTipDialog& dialog, int buttons) {
 }  // namespace
 
 int ShowMessageTip(const QString& text, int state, QWidget* widget, int buttons) {
+  return ShowMessageTip(text, state, widget, buttons, CModalTipDialog::tr("OK"));
+}
+
+int ShowMessageTip(const QString& text, int state, QWidget* widget, int buttons, const QString& confirm_text) {
   // The box is a child of the window, which may go while the box is open and would take a box on the stack with it.
   const QPointer<CModalTipDialog> dialog = new CModalTipDialog(MarUIControl::GetIndependentWindow(widget));
   dialog->SetDialogModel(ModelFor(state, buttons));
   dialog->SetContent(text);
+  dialog->SetConfirmText(confirm_text);
   SetButtons(*dialog, buttons);
   const int answer = dialog->exec();
   delete dialog;

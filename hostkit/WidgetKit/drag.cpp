@@ -49,6 +49,24 @@ QPixmap CachedPicture(const QString& path, qreal ratio) {
   return picture;
 }
 
+constexpr int kPadding = 8;
+constexpr int kMostTextWidth = 240;
+constexpr qreal kCorner = 4;
+
+QPixmap Empty(const QSize& size, qreal ratio) {
+  QPixmap picture(size * ratio);
+  picture.setDevicePixelRatio(ratio);
+  picture.fill(Qt::transparent);
+  return picture;
+}
+
+// The sign's strokes are made for a light ground.
+void DrawSign(QPainter* painter, const QPixmap& sign, const QRect& room) {
+  painter->setBrush(Qt::white);
+  painter->drawRoundedRect(room, kCorner - 1, kCorner - 1);
+  painter->drawPixmap(room.adjusted(2, 2, -2, -2), sign);
+}
+
 }  // namespace
 
 CDrag::CDrag(QObject* source) : QDrag(source) {}
@@ -60,6 +78,30 @@ void CDrag::setMimeData(QMimeData* data) {
     data->setProperty("_tree_drop_", true);
   }
   QDrag::setMimeData(data);
+}
+
+QPixmap CDrag::Caption(const QPixmap& sign, const QString& text, const QWidget* widget) {
+  const QFontMetrics metrics = widget->fontMetrics();
+  const QString shown = metrics.elidedText(text, Qt::ElideMiddle, kMostTextWidth);
+  const int height = metrics.height() + kPadding;
+  int left = kPadding;
+  if (!sign.isNull()) {
+    left += height;
+  }
+  const QSize size(left + metrics.horizontalAdvance(shown) + kPadding, height);
+  QPixmap picture = Empty(size, widget->devicePixelRatioF());
+  QPainter painter(&picture);
+  painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+  painter.setFont(widget->font());
+  painter.setBrush(widget->palette().color(QPalette::Highlight));
+  painter.setPen(Qt::NoPen);
+  painter.drawRoundedRect(QRect(QPoint(), size), kCorner, kCorner);
+  if (!sign.isNull()) {
+    DrawSign(&painter, sign, QRect(2, 2, height - 4, height - 4));
+  }
+  painter.setPen(widget->palette().color(QPalette::HighlightedText));
+  painter.drawText(QRect(QPoint(left, 0), size - QSize(left, 0)), Qt::AlignVCenter | Qt::TextSingleLine, shown);
+  return picture;
 }
 
 void CDrag::SetCursorPicture(const QString& path, Qt::DropAction action) {

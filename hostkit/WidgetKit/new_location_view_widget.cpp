@@ -112,6 +112,12 @@ void CNewLocationViewWidget::SetSearching(bool searching) {
 }
 
 void CNewLocationViewWidget::keyPressEvent(QKeyEvent* event) {
+  const bool leaves = event->key() == Qt::Key_Down && event->modifiers() == Qt::NoModifier && text().isEmpty();
+  if (leaves && View()) {
+    event->accept();
+    Q_EMIT SignalToHits();
+    return;
+  }
   const StepKey* step = StepKeyOf(*event);
   if (step && View()) {
     event->accept();

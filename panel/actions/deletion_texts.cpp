@@ -70,11 +70,6 @@ QString KindText(bool is_group) {
   return SaysPlan() ? CViewExternWidget::tr("plan") : CViewExternWidget::tr("view");
 }
 
-QString PlansText(int count) {
-  return SaysPlan() ? CViewExternWidget::tr("%n plan(s)", nullptr, count)
-                    : CViewExternWidget::tr("%n view(s)", nullptr, count);
-}
-
 // Empty for nothing.
 QString CountText(const RowsInside& inside) {
   if (inside.groups == 0 && inside.plans == 0) {
@@ -112,6 +107,11 @@ QString QuestionText(bool playing) {
 }
 
 }  // namespace
+
+QString PlansText(int count) {
+  return SaysPlan() ? CViewExternWidget::tr("%n plan(s)", nullptr, count)
+                    : CViewExternWidget::tr("%n view(s)", nullptr, count);
+}
 
 DeletionSubject DeletionSubjectOf(const QModelIndex& row) {
   DeletionSubject subject;

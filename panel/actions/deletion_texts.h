@@ -27,6 +27,9 @@ DeletionSubject DeletionSubjectOf(const QModelIndex& row);
 /// A text without places stays as it is. Thread: any.
 QString FillPlaces(const QString& text, const QStringList& values);
 
+/// "12 plans". Thread: GUI.
+QString PlansText(int count);
+
 /// The question before a deletion; %1 of its text is the name, %2 the kind, %3 what is inside. Thread: GUI.
 QString DeletionQuestion(const DeletionSubject& subject);
 /// "Deleted North gate, 12 plans." Thread: GUI.

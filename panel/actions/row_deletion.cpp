@@ -67,7 +67,7 @@ bool CRowDeletion::Confirm(const DeletionSubject& subject) {
   const QPointer<CRowDeletion> alive(this);
   const int asked_in = session_;
   const int answer = tarn_ui_data_controller::ShowMessageTip(DeletionQuestion(subject), CNomalMessage::Failure, panel_,
-                                                             kQuestionButtons);
+                                                             kQuestionButtons, CViewExternWidget::tr("Delete"));
   return alive && session_ == asked_in && answer == kConfirmed;
 }
 

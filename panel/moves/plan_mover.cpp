@@ -77,7 +77,7 @@ void CPlanMover::OnMoveRow(const QPoint& start, const QPoint& end, const QRect& 
     return;
   }
   if (group == source.parent()) {
-    Q_EMIT SignalMessageTipNeeded(tr("ViewSortFailedadOMakQWZCpToC"), CNomalMessage::Success);
+    Q_EMIT SignalMessageTipNeeded(tr("ViewSortFailedadOMakQWZCpToC"), CNomalMessage::Failure);
   } else {
     MoveTo(source.data(PlanIndexCodeRole).toString(), group);
   }
@@ -85,7 +85,7 @@ void CPlanMover::OnMoveRow(const QPoint& start, const QPoint& end, const QRect& 
 
 void CPlanMover::MoveTo(const QString& plan_code, const QModelIndex& group) {
   if (!CGroupTree::MayHoldPlans(group)) {
-    Q_EMIT SignalMessageTipNeeded(tr("TheMoveViewOperationrvQbjaeS"), CNomalMessage::Success);
+    Q_EMIT SignalMessageTipNeeded(tr("TheMoveViewOperationrvQbjaeS"), CNomalMessage::Failure);
     return;
   }
   // The family of a row of either root is that of its children, whatever its own code says.

@@ -6,7 +6,9 @@
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/message_tip_manager.h"
+#include "call_answer.h"
 #include "keep_on_screen.h"
+#include "plan_item_role.h"
 #include "plan_log.h"
 #include "plan_rules/plan_limits.h"
 #include "standard_view_controller.h"
@@ -48,19 +50,24 @@ CViewNameEdit* CGroupNaming::Editor() {
   return editor_;
 }
 
-// One pixel below the button, left edges aligned.
-void CGroupNaming::ShowBelow(const QWidget* button) {
-  const QPoint below(button->x(), button->y() + button->height() + 1);
+bool CGroupNaming::IsTooDeep(const QModelIndex& group) {
+  return DepthOf(group) >= view_plugin_protocol::kDeepestLevel;
+}
+
+QPoint CGroupNaming::PlaceBelow(const QWidget* button) {
+  return button->parentWidget()->mapToGlobal({button->x(), button->y() + button->height() + 1});
+}
+
+void CGroupNaming::ShowAt(const QPoint& place) {
   CViewNameEdit* editor = Editor();
   editor->setFocusPolicy(Qt::StrongFocus);
-  const QPoint position = button->parentWidget()->mapToGlobal(below);
-  editor->move(position);
-  KeepOnScreen(editor, position);
+  editor->move(place);
+  KeepOnScreen(editor, place);
   editor->show();
   editor->activateWindow();
 }
 
-void CGroupNaming::AskForNew(const QModelIndex& parent, const QWidget* button) {
+void CGroupNaming::AskForNew(const QModelIndex& parent, const QPoint& place) {
   Editor()->SetMode(kAddMode);
   if (!unused_name_.isEmpty()) {
     Editor()->SetName(std::exchange(unused_name_, QString()));
@@ -69,24 +76,24 @@ void CGroupNaming::AskForNew(const QModelIndex& parent, const QWidget* button) {
   if (parent.isValid()) {
     parent_ = CPlanNodeRef(parent);
   }
-  ShowBelow(button);
+  ShowAt(place);
 }
 
-void CGroupNaming::AskForRename(const QModelIndex& group, const QWidget* button) {
+void CGroupNaming::AskForRename(const QModelIndex& group, const QPoint& place) {
   Editor()->SetMode(kRenameMode);
   Editor()->SetName(group.data().toString());
   ForgetWhatFor();
   renamed_ = CPlanNodeRef(group);
-  ShowBelow(button);
+  ShowAt(place);
 }
 
-void CGroupNaming::AskForPlanName(const QString& plan_code, const QString& name, const QWidget* button) {
+void CGroupNaming::AskForPlanName(const QString& plan_code, const QString& name, const QPoint& place) {
   Editor()->SetMode(kRenameMode);
   Editor()->SetTitle(CViewExternWidget::tr("Rename plan"));
   Editor()->SetName(name);
   ForgetWhatFor();
   renamed_plan_ = plan_code;
-  ShowBelow(button);
+  ShowAt(place);
 }
 
 void CGroupNaming::ForgetWhatFor() {
@@ -95,7 +102,8 @@ void CGroupNaming::ForgetWhatFor() {
   renamed_plan_.clear();
 }
 
-void CGroupNaming::Add(CStandardViewController* controller, const QString& name, const QModelIndex& current) {
+void CGroupNaming::Add(CStandardViewController* controller, const QString& name, const QModelIndex& current,
+                       const Added& added) {
   const auto asked_for = std::exchange(parent_, std::nullopt);
   QModelIndex parent = current;
   if (asked_for) {
@@ -108,16 +116,22 @@ void CGroupNaming::Add(CStandardViewController* controller, const QString& name,
         CNomalMessage::Failure);
     return;
   }
-  if (DepthOf(parent) >= view_plugin_protocol::kDeepestLevel) {
+  if (IsTooDeep(parent)) {
     tarn_ui_data_controller::CMessageTipManager::Instance().ShowMessage(MarUIControl::GetIndependentWindow(panel_),
                                                                         CViewExternWidget::tr("MplOHCzygFvfHFyDzE"),
                                                                         kWarning, kAtTop, kDistance);
     TARN_PLAN_LOG_INFO("CNomalMessageManager::Instance().ShowMessage ViewGroup Tips Show");
     return;
   }
-  if (controller) {
-    controller->AddPlanGroupByIndexName(parent, name);
+  if (!controller) {
+    return;
   }
+  const QString parent_code = parent.data(GroupIndexCodeRole).toString();
+  controller->AddPlanGroupByIndexName(parent, name, [added, parent_code](const CallAnswer& answer) {
+    if (answer.ok) {
+      added(answer.text, parent_code);
+    }
+  });
 }
 
 void CGroupNaming::Rename(CStandardViewController& controller, const QString& name, const QModelIndex& current) {

@@ -1,8 +1,10 @@
 #include "move_to_dlg.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "MarUIControl/primary_button.h"
 #include "MarUIControl/push_button.h"
@@ -39,6 +41,14 @@ CMoveToDlg::CMoveToDlg(const QString& plan_name, const QString& group_code, QWid
   field_->SetView(tree_);
   connect(tree_, &CPlanViewTree::SignalCurrentIndexChanged, this, &CMoveToDlg::Renew);
   connect(field_, &QLineEdit::textChanged, this, &CMoveToDlg::FetchNext);
+  connect(field_, &QLineEdit::textChanged, this, [this] { choose_found_ = false; });
+  connect(field_, &WidgetKit::CNewLocationViewWidget::SignalLocated, this, [this] {
+    if (std::exchange(choose_found_, false)) {
+      ChooseByKey();
+    }
+  });
+  field_->installEventFilter(this);
+  tree_->installEventFilter(this);
   connect(tree_->Groups(), &QAbstractItemModel::rowsInserted, this, &CMoveToDlg::Renew);
   connect(tree_->Groups(), &QAbstractItemModel::rowsRemoved, this, &CMoveToDlg::Renew);
   connect(tree_->Groups(), &QAbstractItemModel::modelReset, this, &CMoveToDlg::Renew);
@@ -162,6 +172,36 @@ void CMoveToDlg::Renew() {
   note_->setText(problem);
   move_->setEnabled(problem.isEmpty());
   move_->setToolTip(problem);
+}
+
+// Return and Esc are the dialog's, wherever the focus stands; the field would step to the next hit and be emptied.
+bool CMoveToDlg::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) {
+    return QDialog::eventFilter(watched, event);
+  }
+  const auto* press = static_cast<QKeyEvent*>(event);
+  const bool plain = (press->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+  if (press->matches(QKeySequence::Cancel)) {
+    reject();
+    return true;
+  }
+  if (plain && (press->key() == Qt::Key_Return || press->key() == Qt::Key_Enter)) {
+    ChooseByKey();
+    return true;
+  }
+  return QDialog::eventFilter(watched, event);
+}
+
+void CMoveToDlg::ChooseByKey() {
+  if (field_->IsLocating()) {
+    choose_found_ = true;
+    field_->Locate();
+    return;
+  }
+  const bool found_nothing = field_->hasFocus() && !field_->text().isEmpty() && field_->HitCount() == 0;
+  if (!found_nothing && move_->isEnabled()) {
+    Choose();
+  }
 }
 
 void CMoveToDlg::Choose() {

@@ -34,6 +34,9 @@ class CMoveToDlg : public QDialog {
  Q_SIGNALS:
   void SignalChosen(const QString& group_code);
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void Build(const QString& plan_name);
   QWidget* BuildButtons();
@@ -44,6 +47,8 @@ class CMoveToDlg : public QDialog {
   QString Problem() const;
   void Renew();
   void Choose();
+  /// Moves to the current row if the plan may go there. After typing that is the row found, as soon as it is.
+  void ChooseByKey();
 
   const QString group_code_;
   WidgetKit::CNewLocationViewWidget* const field_;
@@ -53,6 +58,7 @@ class CMoveToDlg : public QDialog {
   QPointer<CStandardViewController> controller_;
   QPersistentModelIndex fetching_;  // by the search
   QSet<QString> asked_;             // codes of the groups that the search has asked for
+  bool choose_found_ = false;       // Return came before what was typed had been looked for
 };
 
 }  // namespace TarnPlanView

@@ -14,6 +14,7 @@
 #include "keep_on_screen.h"
 #include "plan_rules/names.h"
 #include "plan_rules/plan_limits.h"
+#include "typing_hint.h"
 #include "ui_view_name_edit.h"
 
 namespace TarnPlanView {
@@ -69,6 +70,7 @@ void CViewNameEdit::BuildForm() {
   ui_->ptr_name_edit->installEventFilter(this);
   ui_->ptr_name_edit->setValidator(
       new QRegExpValidator(QRegExp(view_plugin_protocol::TypedNamePattern()), ui_->ptr_name_edit));
+  new CTypingHint(ui_->ptr_name_edit);
 }
 
 QString CViewNameEdit::NamingRule() const {

@@ -62,16 +62,16 @@ void CPlanRevealer::Drop() {
   awaited_.clear();
 }
 
-void CPlanRevealer::Reveal(const QString& plan_code) {
+void CPlanRevealer::Reveal(const QString& code, bool is_group) {
   Drop();
-  wanted_ = plan_code;
+  wanted_ = code;
+  is_group_ = is_group;
   from_ = tree_->currentIndex();
   if (ShowRow()) {
     return;
   }
-  const auto find = [code = MarUIControl::QStringToString(plan_code)] {
-    return FindPlanWay(ResourceData::RT_VIEW, code);
-  };
+  const int32_t type = is_group ? ResourceData::RT_VIEW_GROUP : ResourceData::RT_VIEW;
+  const auto find = [type, wanted = MarUIControl::QStringToString(code)] { return FindPlanWay(type, wanted); };
   HostCalls::Ask(find).Replacing(call_).Then(this, [this](const PlanWay& way) { OnWay(way); });
 }
 
@@ -79,7 +79,8 @@ void CPlanRevealer::OnWay(const PlanWay& way) {
   const int family = view_plugin_protocol::FamilyOfRoot(way.groups.value(0).toInt());
   const bool root_is_here = !model_ || tree_->RowOf(way.groups.value(0), true).isValid();
   if (way.is_gone) {
-    Refuse(CViewExternWidget::tr("This plan is no longer there."));
+    Refuse(is_group_ ? CViewExternWidget::tr("This group is no longer there.")
+                     : CViewExternWidget::tr("This plan is no longer there."));
   } else if (way.groups.isEmpty()) {
     Refuse(way.error.isEmpty() ? CViewExternWidget::tr("No tree here shows this plan.") : way.error);
   } else if (!root_is_here && family == model_->GetViewManagerThemeNodeType()) {
@@ -148,15 +149,17 @@ QModelIndex CPlanRevealer::LowestLoaded() const {
 }
 
 bool CPlanRevealer::ShowRow() {
-  const QPersistentModelIndex row = tree_->RowOf(wanted_, false);
+  const QPersistentModelIndex row = tree_->RowOf(wanted_, is_group_);
   if (!row.isValid()) {
     return false;
   }
+  const QString code = wanted_;
   Drop();
   ExpandAbove(tree_, row);
   if (row.isValid()) {
     tree_->setCurrentIndex(row);
     tree_->scrollTo(row, QAbstractItemView::PositionAtCenter);
+    Q_EMIT SignalShown(code);
   }
   return true;
 }

@@ -17,8 +17,8 @@ namespace TarnPlanView {
 
 class CPlanViewTree;
 
-/// Brings a plan's row into sight, wherever it stands: asks for the groups above it and expands them one after the
-/// other, by the same requests as a user's. It stops where the user goes on to another row. Thread: GUI.
+/// Brings the row of a plan or group into sight, wherever it stands: asks for the groups above it and expands them one
+/// after the other, by the same requests as a user's. It stops where the user goes on to another row. Thread: GUI.
 class CPlanRevealer : public QObject {
   Q_OBJECT
  public:
@@ -27,11 +27,13 @@ class CPlanRevealer : public QObject {
   /// Not owned; may die first.
   void SetModel(CStandardPlanModel* model);
   void SetController(CStandardViewController* controller);
-  void Reveal(const QString& plan_code);
+  void Reveal(const QString& code, bool is_group = false);
   /// What is under way counts for nothing any more.
   void Drop();
 
  Q_SIGNALS:
+  /// The row is current and in sight.
+  void SignalShown(const QString& code);
   /// The plan is of another family, a ThemeNodeType.
   void SignalInOtherTree(const QString& plan_code, int family);
   void SignalMessageTipNeeded(const QString& text, int state);
@@ -49,7 +51,8 @@ class CPlanRevealer : public QObject {
   QPointer<CStandardPlanModel> model_;
   QPointer<CStandardViewController> controller_;
   HostCalls::CCallScope call_;
-  QString wanted_;              // code of the plan; empty while none is looked for
+  QString wanted_;  // code of the plan or group; empty while none is looked for
+  bool is_group_ = false;
   QStringList way_;             // codes of the groups above it, from the root down
   QString awaited_;             // the one of them that is being expanded
   QPersistentModelIndex from_;  // the row that was current when it began

@@ -2,18 +2,22 @@
 
 #include <QPointer>
 #include <QStandardItemModel>
+#include <algorithm>
 
 #include "MarUIControl/string_conversion.h"
 #include "WidgetKit/new_location_view_widget.h"
 #include "current_skin.h"
+#include "deletion_texts.h"
 #include "empty_state.h"
 #include "hit_line.h"
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_rules/families.h"
+#include "plan_rules/plan_sign.h"
 #include "plan_search.h"
 #include "search_plan_list_view.h"
 #include "theme_node_type.h"
+#include "view_config_manager.h"
 #include "view_extern_widget.h"
 #include "view_public_def.h"
 
@@ -60,6 +64,29 @@ QString ShownCamera(const SearchedPlan& plan) {
   return ShowsText().arg(StringToQString(plan.shown_camera));
 }
 
+// "12 plans, 3 by camera"; empty for none.
+QString SummaryOf(const std::list<SearchedPlan>& plans) {
+  if (plans.empty()) {
+    return QString();
+  }
+  const auto is_by_camera = [](const SearchedPlan& plan) { return !plan.shown_camera.empty(); };
+  const auto by_camera = std::count_if(plans.begin(), plans.end(), is_by_camera);
+  const QString all = PlansText(static_cast<int>(plans.size()));
+  if (by_camera == 0) {
+    return all;
+  }
+  return FillPlaces(CViewExternWidget::tr("%1, %2 by camera"), {all, QString::number(by_camera)});
+}
+
+// What RowMarks goes by.
+view_plugin_protocol::PlanBasicInfo RecordOf(const SearchedPlan& plan) {
+  view_plugin_protocol::PlanBasicInfo record;
+  record.index_code = plan.index_code;
+  record.page_count = plan.page_count;
+  record.auto_run = plan.auto_run;
+  return record;
+}
+
 }  // namespace
 
 CSearchPage::CSearchPage(WidgetKit::CNewLocationViewWidget* field, CSearchPlanListView* list, QObject* parent)
@@ -91,14 +118,23 @@ void CSearchPage::SetPlaying(const QString& plan_code) {
 }
 
 void CSearchPage::Start() {
+  Ask(field_->IsTypedSearch());
+}
+
+void CSearchPage::Repeat() {
+  Ask(field_->hasFocus());  // a field that has it keeps the keyboard
+}
+
+void CSearchPage::Ask(bool typed) {
   const QString text = Text();
-  if (!text.isEmpty() && course_.Ask(text, field_->IsTypedSearch())) {
+  if (!text.isEmpty() && course_.Ask(text, typed)) {
     search_->Start(text);
     ShowWaiting(true);
   }
 }
 
 void CSearchPage::Cancel() {
+  Say(QString());
   field_->DropWait();
   field_->ForgetSearched();
   search_->Cancel();
@@ -161,6 +197,7 @@ void CSearchPage::Show(const std::list<SearchedPlan>& plans) {
   const QString marked = Marked().data(PlanIndexCodeRole).toString();
   rows_->clear();
   rows_->invisibleRootItem()->appendRows(rows);
+  Say(SummaryOf(plans));
   if (rows.isEmpty()) {
     ShowNoHits(question.text);
     return;
@@ -171,6 +208,12 @@ void CSearchPage::Show(const std::list<SearchedPlan>& plans) {
   } else {
     list_->setCurrentIndex(rows_->index(0, 0));
   }
+}
+
+// The focus is in the field or in the list: either has it read out.
+void CSearchPage::Say(const QString& summary) {
+  list_->SetSummary(summary);
+  field_->setAccessibleDescription(summary);
 }
 
 // Not from under the fingers of someone who types on, or who has turned to something else.
@@ -196,8 +239,12 @@ QStandardItem* CSearchPage::MakeRow(const SearchedPlan& plan, const QString& sea
   row->setData(groups, kSearchPathRole);
   row->setData(line.shown, kSearchShownRole);
   row->setData(ShowsText().indexOf(QLatin1String(kPlaceForText)), kSearchCameraAtRole);
+  row->setData(QVariant::fromValue(RecordOf(plan)), ItemRecordRole);
   row->setData(row->text() + HitLineGap() + WholeLine(line), Qt::AccessibleTextRole);
-  row->setData(WholeLine(line), Qt::AccessibleDescriptionRole);
+  const bool timed_play = CViewConfigManager::Instance().IsSupportTimedPlay();
+  QStringList description{WholeLine(line), TextOf(SignOf(RecordOf(plan), timed_play))};
+  description.removeAll(QString());
+  row->setData(description.join(HitLineGap()), Qt::AccessibleDescriptionRole);
   return row;
 }
 

@@ -33,6 +33,8 @@ class CSearchPage : public QObject {
   void SetPlaying(const QString& plan_code);
   /// Of the field; nothing for blanks. The hits of before stay until the answer has come.
   void Start();
+  /// Start() for hits that are on show and may have become others. They stay what the user works with.
+  void Repeat();
   /// What is under way, or is about to be as the user types, counts for nothing; the hits are about to go.
   void Cancel();
   /// Whether an answer is awaited; Start() has it take the keyboard to the hits.
@@ -64,12 +66,14 @@ class CSearchPage : public QObject {
 
  private:
   QString Text() const;
+  void Ask(bool typed);
   void ShowWaiting(bool waiting);
   QStandardItem* MakeRow(const view_plugin_protocol::SearchedPlan& plan, const QString& searched) const;
   void OnFound(const std::list<view_plugin_protocol::SearchedPlan>& plans);
   bool IsAwaited(const SearchCourse::Question& question) const;
   void SayFailure(bool nothing_found);
   void ShowNoHits(const QString& searched);
+  void Say(const QString& summary);
 
   WidgetKit::CNewLocationViewWidget* const field_;
   CSearchPlanListView* const list_;

@@ -11,6 +11,8 @@
 #include "TarnUIDataController/skin_loader.h"
 #include "hit_line.h"
 #include "plan_item_role.h"
+#include "plan_rules/plan_sign.h"
+#include "row_marks.h"
 #include "search_plan_list_view.h"
 
 namespace TarnPlanView {
@@ -21,6 +23,8 @@ constexpr int kIconSize = 20;
 constexpr int kMargin = 10;
 constexpr int kGap = 8;
 constexpr int kPadding = 7;
+constexpr int kMarkSize = 14;
+constexpr int kMarkGap = 6;
 
 QColor SkinColor(const char* name) {
   return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
@@ -101,6 +105,22 @@ void DrawBelow(QPainter* painter, QRect rect, const QModelIndex& index, const QF
   DrawLine(painter, rect, shown, font, colors.muted, MarksIn(shown, searched, colors.mark, camera_at));
 }
 
+// At the end of the name's line; gives how much of it they take.
+int DrawSigns(QPainter* painter, const QRect& line, const RowMarks& marks, const QColor& color) {
+  QRect mark(line.right() - kMarkSize + 1, line.center().y() - kMarkSize / 2, kMarkSize, kMarkSize);
+  int taken = 0;
+  const auto draw = [&](bool shown, void (*paint)(QPainter*, const QRect&, const QColor&)) {
+    if (shown) {
+      paint(painter, mark, color);
+      mark.translate(-kMarkSize - kMarkGap, 0);
+      taken += kMarkSize + kMarkGap;
+    }
+  };
+  draw(marks.sign.IsTour(), &PaintTourMark);
+  draw(marks.sign.timed, &PaintClockMark);
+  return taken;
+}
+
 }  // namespace
 
 void CSearchPlanItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -119,9 +139,11 @@ void CSearchPlanItemDelegate::paint(QPainter* painter, const QStyleOptionViewIte
 
   const QFontMetrics metrics(option.font);
   const QString searched = index.data(SearchTextRole).toString();
-  const QString name = WithRoomForMark(index.data().toString(), searched, option.font, Qt::ElideRight, text.width());
   painter->save();
   painter->setClipRect(text);
+  const QRect first_line(text.topLeft(), QSize(text.width(), metrics.height()));
+  const int for_name = text.width() - DrawSigns(painter, first_line, RowMarks::Of(index), colors.muted);
+  const QString name = WithRoomForMark(index.data().toString(), searched, option.font, Qt::ElideRight, for_name);
   DrawLine(painter, text, name, option.font, colors.main, MarksIn(name, searched, colors.mark));
   const QRect below(text.left(), text.top() + metrics.height() + 2, text.width(), metrics.height());
   DrawBelow(painter, below, index, option.font, colors);
@@ -139,7 +161,9 @@ bool CSearchPlanItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* vi
     return QStyledItemDelegate::helpEvent(event, view, option, index);
   }
   const HitLine line{PlaceText(index.data(kSearchPathRole).toStringList()), index.data(kSearchShownRole).toString()};
-  const QString whole = index.data().toString() + QLatin1Char('\n') + WholeLine(line);
+  QStringList lines{index.data().toString(), WholeLine(line), TextOf(RowMarks::Of(index).sign)};
+  lines.removeAll(QString());
+  const QString whole = lines.join(QLatin1Char('\n'));
   QToolTip::showText(event->globalPos(), Qt::mightBeRichText(whole) ? Qt::convertFromPlainText(whole) : whole, view);
   return true;
 }

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QLabel>
 
 #include "plan_item_role.h"
 #include "plan_menu.h"
@@ -15,6 +16,9 @@ using tarn_ui_data_controller::CPopupMenu;
 using tarn_ui_data_controller::MsgType;
 
 namespace {
+
+constexpr int kSummaryIndent = 10;
+constexpr int kSummaryPadding = 6;
 
 bool IsCommand(const QKeyEvent& event) {
   return event.modifiers() == Qt::NoModifier && (event.key() == Qt::Key_F2 || event.key() == Qt::Key_Delete);
@@ -32,7 +36,10 @@ bool AsksForRow(const QKeyEvent& event) {
 }  // namespace
 
 CSearchPlanListView::CSearchPlanListView(QWidget* parent)
-    : QListView(parent), menu_(MakePlanMenu(this)), show_in_tree_(new QAction(this)) {
+    : QListView(parent), menu_(MakePlanMenu(this)), show_in_tree_(new QAction(this)), summary_(new QLabel(this)) {
+  summary_->setObjectName(QStringLiteral("hit_count"));
+  summary_->setIndent(kSummaryIndent);
+  summary_->hide();
   setItemDelegate(new CSearchPlanItemDelegate(this));
   setUniformItemSizes(true);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -49,6 +56,23 @@ CSearchPlanListView::CSearchPlanListView(QWidget* parent)
   show_in_tree_->setShortcutVisibleInContextMenu(true);
   connect(show_in_tree_, &QAction::triggered, this, &CSearchPlanListView::RequestRow);
   menu_->SetMoreActions({show_in_tree_});
+}
+
+void CSearchPlanListView::SetSummary(const QString& text) {
+  summary_->setText(text);
+  summary_->setVisible(!text.isEmpty());
+  setAccessibleDescription(text);
+  int height = 0;
+  if (!text.isEmpty()) {
+    height = summary_->sizeHint().height() + kSummaryPadding;
+  }
+  setViewportMargins(0, height, 0, 0);
+  summary_->setGeometry(0, 0, width(), height);
+}
+
+void CSearchPlanListView::resizeEvent(QResizeEvent* event) {
+  QListView::resizeEvent(event);
+  summary_->resize(width(), summary_->height());
 }
 
 void CSearchPlanListView::OfferShowInTree(const QString& why_not) {

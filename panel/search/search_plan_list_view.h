@@ -4,6 +4,8 @@
 
 #include "TarnUIDataController/msg_type.h"
 
+class QLabel;
+
 namespace tarn_ui_data_controller {
 class CPopupMenu;
 }
@@ -13,8 +15,8 @@ namespace TarnPlanView {
 /// The plans that a search has found. Double click and Return ask for the plan to be played, F2 and Delete for the
 /// commands of these names, Ctrl+Return for the plan's row in the tree, Esc for the end of the search, Up on the first
 /// hit for the field; the right button, Menu and Shift+F10 open a menu. Rows: display role name, role 661 code, role
-/// 665 the text to mark, role 671 family, and kSearchGroupRole, kSearchPathRole, kSearchShownRole and
-/// kSearchCameraAtRole. Thread: GUI.
+/// 665 the text to mark, role 669 what signs the plan has, role 671 family, and kSearchGroupRole, kSearchPathRole,
+/// kSearchShownRole and kSearchCameraAtRole. Thread: GUI.
 class CSearchPlanListView : public QListView {
   Q_OBJECT
  public:
@@ -22,6 +24,8 @@ class CSearchPlanListView : public QListView {
 
   /// The row with this code; invalid when there is none (any more).
   QModelIndex Hit(const QString& plan_code) const;
+  /// What stands above the rows, of all of them; empty for nothing.
+  void SetSummary(const QString& text);
   /// The entry of the menu beside those of rows, off for this reason.
   void OfferShowInTree(const QString& why_not);
   /// The host's own actions below the entries of the menu; not owned.
@@ -42,6 +46,7 @@ class CSearchPlanListView : public QListView {
   bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void RequestPlay(const QModelIndex& index);
@@ -55,6 +60,7 @@ class CSearchPlanListView : public QListView {
 
   tarn_ui_data_controller::CPopupMenu* menu_ = nullptr;
   QAction* show_in_tree_ = nullptr;
+  QLabel* const summary_;
 };
 
 /// QStringList: the names of the groups above a hit, from the root.

@@ -214,28 +214,34 @@ void CStandardViewController::showFailure(const std::string& error_info) {
   Q_EMIT signalShowMessage(StringToQString(error_info), MarUIControl::CNomalMessage::Failure);
 }
 
-void CStandardViewController::AddPlanGroupByIndexName(const QModelIndex& parent, const QString& name) {
-  if (parent.isValid() && !name.isEmpty()) {
-    addPlanGroupByIndexNameThread(parent, name);
+void CStandardViewController::AddPlanGroupByIndexName(const QModelIndex& parent, const QString& name,
+                                                      const PlanAnswer& answer) {
+  if (!parent.isValid() || name.isEmpty()) {
+    answer({});
+  } else {
+    addPlanGroupByIndexNameThread(parent, name, answer);
   }
 }
 
-void CStandardViewController::addPlanGroupByIndexNameThread(const QModelIndex& parent, const QString& name) {
+void CStandardViewController::addPlanGroupByIndexNameThread(const QModelIndex& parent, const QString& name,
+                                                            const PlanAnswer& reply) {
   const AddPlanGroupRequest request = MakeAddGroupRequest(parent, name);
   const CPlanNodeRef node(parent);
   const int notices = CViewModelDataManager::Instance().GetNoticeCount();
   Ask(&CViewBusinessInterfaceMgr::AddPlanGroup, request)
       .AsCurrentUser()
-      .Then(this, [this, request, node, notices](const auto& answer) {
+      .Then(this, [this, request, node, notices, reply](const auto& answer) {
+        const std::string& code = answer.response.index_code;
         Settle(this, answer, tr("AddASuccess"), [&] {
           PlanGroup group;
           group.name = request.name;
           group.parent_index_code = request.parent_index_code;
-          group.index_code = answer.response.index_code;
+          group.index_code = code;
           group.type = request.kind;
           Q_EMIT SignalAddPlanGroupSucc(node.Resolve(), group);
         });
-        RecheckIfNoticed(notices, answer.response.index_code, true);
+        RecheckIfNoticed(notices, code, true);
+        reply(AnswerOf(answer, code));
       });
 }
 

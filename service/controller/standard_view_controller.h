@@ -40,7 +40,7 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   using PlanAnswer = std::function<void(const CallAnswer&)>;
 
   /// Nothing for an invalid parent or an empty name.
-  void AddPlanGroupByIndexName(const QModelIndex& parent, const QString& name);
+  void AddPlanGroupByIndexName(const QModelIndex& parent, const QString& name, const PlanAnswer& answer = ignore);
   /// Nothing for a row without a code.
   void DeletePlanGroupByIndex(const QModelIndex& index, const PlanAnswer& answer = ignore);
   void DeletePlanByIndex(const QModelIndex& index, const PlanAnswer& answer = ignore);
@@ -113,7 +113,7 @@ class TARNPLANVIEW_EXPORT CStandardViewController : public QObject {
   void connectDataManager();
   /// The calls themselves, once their arguments are in order: each puts one request off this thread and says on it what
   /// came of it.
-  void addPlanGroupByIndexNameThread(const QModelIndex& parent, const QString& name);
+  void addPlanGroupByIndexNameThread(const QModelIndex& parent, const QString& name, const PlanAnswer& reply);
   void deletePlanGroupByIndexThread(const QModelIndex& index, const PlanAnswer& reply);
   void deletePlanByIndexThread(const QModelIndex& index, const PlanAnswer& reply);
   void updatePlanGroupNameThread(const QModelIndex& index, const QString& name);

@@ -4,7 +4,10 @@
 #include <QListView>
 #include <QPushButton>
 
+#include "MarUIControl/offer_strip.h"
+#include "TarnHost/modal_answer.h"
 #include "TarnUIDataController/popup_menu.h"
+#include "WidgetKit/new_location_view_widget.h"
 #include "client_desk.h"
 #include "commands/free_name.h"
 #include "commands/plan_copier.h"
@@ -31,6 +34,7 @@ class RowMenuTest : public TarnTest::CClientDesk {
   void CopiesHitsAndSaysWhyNot();
   void RenamesPlansAndGroups();
   void MovesAPlanToAChosenGroup();
+  void EqualOffersAreNotToldApartByWords();
   void LooksForGroupsOnlyWhenAsked();
   void HitsOfTheOtherListStayThere();
   void AMenuMeansItsRow();
@@ -94,11 +98,11 @@ void RowMenuTest::WhatIsOffSaysWhy() {
             row.rights.Add(kRights[right]);
           }
         }
-        row.plans_under_root = bit(3);
+        row.why_no_new_plan = bit(3) ? "why" : "";
         row.cycles = bit(4);
         row.edited = bit(5);
         row.playing = bit(6);
-        row.level = bit(7) ? 3 : 0;
+        row.why_no_new_group = bit(7) ? "why" : "";
         for (int command = 0; command < kRowCommands; ++command) {
           const RowCommandState state = StateOf(static_cast<RowCommand>(command), row);
           QVERIFY(state.IsEnabled() == state.reason.isEmpty() && (state.shown || !state.IsEnabled()));
@@ -111,15 +115,15 @@ void RowMenuTest::WhatIsOffSaysWhy() {
 
 void RowMenuTest::RightsDecide() {
   Open();
-  const auto letters = [](RowKind kind, int family, const QList<int>& rights, int level, bool playing) {
+  const auto letters = [](RowKind kind, int family, const QList<int>& rights, bool playing) {
     RowSituation row;
     row.kind = kind;
     row.family = family;
     for (const int right : rights) {
       row.rights.Add(static_cast<view_plugin_protocol::Right>(right));
     }
-    row.level = level;
     row.playing = playing;
+    row.why_no_new_plan = "why";
     QString found;
     for (int command = 0; command < kRowCommands; ++command) {
       const RowCommandState state = StateOf(static_cast<RowCommand>(command), row);
@@ -129,14 +133,12 @@ void RowMenuTest::RightsDecide() {
     return found;
   };
   using namespace view_plugin_protocol;
-  QCOMPARE(letters(RowKind::Plan, PublicFamily, {5, 6, 7}, 2, true), QString("npdmrso"));
-  QCOMPARE(letters(RowKind::Plan, PublicFamily, {}, 2, false), QString("NPDMRSo"));
-  QCOMPARE(letters(RowKind::Plan, PublicFamily, {5}, 2, false), QString("npdMRSo"));
-  QCOMPARE(letters(RowKind::Plan, PublicFamily, {6}, 2, false), QString("NPDmrSo"));
-  QCOMPARE(letters(RowKind::Plan, OwnFamily, {}, 6, false), QString("nPdmrSo"));  // as deep as groups go
-  QCOMPARE(letters(RowKind::Group, OwnFamily, {}, 2, true), QString("np--rso"));
-  QCOMPARE(letters(RowKind::Root, PublicFamily, {5, 6, 7}, 1, false), QString("Np-----"));
-  QCOMPARE(letters(RowKind::Plan, PublicFamily, {5, 6, 7}, 0, false), QString("nPdmrSo"));  // its group is not loaded
+  QCOMPARE(letters(RowKind::Plan, PublicFamily, {5, 6, 7}, true), QString("Npdmrso"));
+  QCOMPARE(letters(RowKind::Plan, PublicFamily, {}, false), QString("NpDMRSo"));
+  QCOMPARE(letters(RowKind::Plan, PublicFamily, {5}, false), QString("NpdMRSo"));
+  QCOMPARE(letters(RowKind::Plan, PublicFamily, {6}, false), QString("NpDmrSo"));
+  QCOMPARE(letters(RowKind::Group, OwnFamily, {}, true), QString("Np--rso"));
+  QCOMPARE(letters(RowKind::Root, PublicFamily, {5, 6, 7}, false), QString("Np-----"));
 }
 
 void RowMenuTest::CopiesGetTheNextFreeName() {
@@ -275,12 +277,54 @@ void RowMenuTest::MovesAPlanToAChosenGroup() {
   QVERIFY(!move->isEnabled() && !move->toolTip().isEmpty());  // it stands there
   auto* field = dialog->findChild<QLineEdit*>();
   QTRY_VERIFY(field->hasFocus());
+  QTest::keyClicks(field, "no such group");
+  QTest::keyClick(field, Qt::Key_Return);
+  QTRY_COMPARE(qobject_cast<WidgetKit::CNewLocationViewWidget*>(field)->IsLocating(), false);
+  QVERIFY(dialog->isVisible());
+  field->clear();
   QTest::keyClicks(field, "public b");
-  QTRY_VERIFY(move->isEnabled());
-  QTest::keyClick(dialog, Qt::Key_Return);
+  QTest::keyClick(field, Qt::Key_Return);  // before that was looked for
   CPlanFixture::Drain();
   QTRY_COMPARE(Row("Public A plan 2").parent(), Row("Public B"));
   QTRY_COMPARE(Tree()->currentIndex(), Row("Public A plan 2"));
+  ForgetTips();
+  window_->Family(0).Panel()->findChild<MarUIControl::COfferStrip*>()->Take();
+  CPlanFixture::Drain();
+  QTRY_COMPARE(Tip(), QString("Moved Public A plan 2 back to Public A."));
+  // Esc is the dialog's even where the field holds text.
+  GoTo("Public A plan 2");
+  QTest::keyClick(Tree(), Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+  dialog = window_->findChild<QDialog*>("move_to_dlg");
+  field = dialog->findChild<QLineEdit*>();
+  QTRY_VERIFY(field->hasFocus());
+  QTest::keyClicks(field, "b");
+  QTest::keyClick(field, Qt::Key_Escape);
+  QVERIFY(!dialog->isVisible());
+}
+
+// Of two deletions that are offered in the same words, neither is said by a tip besides.
+void RowMenuTest::EqualOffersAreNotToldApartByWords() {
+  Open();
+  for (const char* group : {"Public A", "Public B"}) {
+    OpenMenu(QString::fromLatin1(group) + " plan 2");
+    Choose(RowCommand::Rename);
+    TypeName("Twin");
+    QTRY_VERIFY(Row(QString::fromLatin1(group) + " plan 2") == QModelIndex());
+    CPlanFixture::Drain();
+  }
+  for (int round = 0; round < 2; ++round) {
+    GoTo("Twin");
+    ForgetTips();
+    TarnHost::SetModalAnswer([](const auto&) { return 1; });
+    QTest::keyClick(Tree(), Qt::Key_Delete);
+    CPlanFixture::Drain();
+    const auto* strip = window_->Family(0).Panel()->findChild<MarUIControl::COfferStrip*>();
+    QTRY_COMPARE(strip->OfferCount(), round + 1);
+    QTRY_COMPARE(strip->Text(), QString("Deleted Twin."));
+    QCoreApplication::processEvents();
+    QCOMPARE(Tip(), QString());
+  }
+  TarnHost::SetModalAnswer({});
 }
 
 // Groups that are not loaded are fetched by a search, one after the other, and the panel's own tree stays as it was.

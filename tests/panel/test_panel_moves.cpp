@@ -45,7 +45,7 @@ void PanelMovesTest::MovesPlansWhole() {
   };
   for (const char* target : {"Public A plan 10", "Public A"}) {
     drop(target);
-    QCOMPARE(stage.TakeTips(), QStringList("0:ViewSortFailedadOMakQWZCpToC"));
+    QCOMPARE(stage.TakeTips(), QStringList("1:ViewSortFailedadOMakQWZCpToC"));
   }
   QCOMPARE(Services().Count("UpdatePlan"), 0);
 

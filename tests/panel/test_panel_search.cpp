@@ -5,6 +5,7 @@
 #include "WidgetKit/new_search_line.h"
 #include "empty_state.h"
 #include "panel_stage.h"
+#include "plan_calls.h"
 #include "resource_wait_widget.h"
 #include "view_model_data_manager.h"
 
@@ -292,13 +293,21 @@ void PanelSearchTest::KeepsTheHitsUntilTheAnswer() {
 }
 
 void PanelSearchTest::SaysWhereAHitStandsAndWhatItShows() {
-  CPanelStage stage(Opened());
+  CPanelStage stage(Opened({{"timed_play", 1}}));
+  view_plugin_protocol::UpdatePlanRequest timed =
+      TarnTest::Unchanged(fixture_.InStore().Detail(fixture_.Code("Public A plan 10")));
+  timed.auto_play = true;
+  timed.begin_time = "08:00:00";
+  timed.end_time = "09:00:00";
+  timed.pages.push_back(timed.pages.front());
+  timed.pages.back().page_no = 2;
+  QCOMPARE(fixture_.InStore().Update(timed), QString());
   stage.Choose("Public A");
   const auto line = [&stage](int row) {
     return stage.List()->model()->index(row, 0).data(Qt::AccessibleDescriptionRole).toString();
   };
   Find(stage, "plan 10", 5);
-  QCOMPARE(line(0), QString("Public plans / Public A"));
+  QCOMPARE(line(0), QString("Public plans / Public A \u00b7 automatic, tour, 2 page(s)"));
   QCOMPARE(line(1), QString("Public plans / Public A / A1"));  // not loaded here
   QCOMPARE(line(4), QString("My plans / Own C / C1"));
   Find(stage, "root plan", 2);
@@ -306,6 +315,12 @@ void PanelSearchTest::SaysWhereAHitStandsAndWhatItShows() {
   Find(stage, "gate cam", 12);  // public ones first, as every search has them
   QCOMPARE(line(0), QString("Public plans / Public A \u00b7 shows Gate camera"));
   QCOMPARE(line(11), QString("My plans \u00b7 shows Gate camera"));
+  const auto* count = stage.List()->findChild<QLabel*>("hit_count");
+  QVERIFY(count->isVisible());
+  QCOMPARE(count->text(), QString("12 view(s), 12 by camera"));
+  QCOMPARE(stage.Field()->accessibleDescription(), count->text());
+  stage.Field()->clear();
+  QVERIFY(!count->isVisible() && stage.Field()->accessibleDescription().isEmpty());
 }
 
 void PanelSearchTest::FailedScopeIsSaidOnce() {
@@ -448,6 +463,14 @@ void PanelSearchTest::SwitchesDecideHowToSearch() {
     stage.Search("a1 plan 10");
     QTRY_COMPARE(stage.Current(), QString("A1 plan 10"));
     QCOMPARE(stage.PageName(), QString("tree"));
+    QCOMPARE(stage.Panel().GetLastSearches(), QStringList("a1 plan 10"));
+    stage.Choose("Public A");
+    stage.Field()->clear();
+    QTest::keyClick(stage.Field(), Qt::Key_Down);
+    auto* offered = stage.Field()->findChild<QMenu*>("last_searches");
+    QVERIFY(offered->isVisible());
+    QTest::keyClick(offered, Qt::Key_Return);
+    QTRY_COMPARE(stage.Current(), QString("A1 plan 10"));
     QCOMPARE(Services().Count("SearchPlan"), 0);
   }
   Shut();

@@ -36,7 +36,10 @@ class PanelUndoTest : public TarnTest::CPlanTest {
   void DeletedGroupComesBack_data();
   void DeletedGroupComesBack();
   void OfferSaysWhatTheHostDeleted();
+  void RowComesBackToAGroupThatIsNotLoaded_data();
   void RowComesBackToAGroupThatIsNotLoaded();
+  void SearchGoesOnOverAnUndo();
+  void NewGroupIsRevealed();
   void RefusalIsShown();
   void NoOfferWithoutTimeToUndo();
   void NextUserIsOfferedNothing();
@@ -157,14 +160,51 @@ void PanelUndoTest::OfferSaysWhatTheHostDeleted() {
   fixture_.Drain();
 }
 
+void PanelUndoTest::RowComesBackToAGroupThatIsNotLoaded_data() {
+  QTest::addColumn<QString>("row");
+  QTest::newRow("plan") << QString(kPlan);
+  QTest::newRow("deeper") << QString("A1 plan 2");
+  QTest::newRow("group") << QString("A1");
+}
+
 void PanelUndoTest::RowComesBackToAGroupThatIsNotLoaded() {
+  QFETCH(QString, row);
   CPanelStage stage(Opened());
-  QVERIFY(!Deleted(stage, kPlan).isEmpty());
+  QVERIFY(!Deleted(stage, row).isEmpty());
+  stage.Choose("Plans");
   CViewModelDataManager::Instance().OnUpdateViewModelData();
   QTRY_COMPARE(stage.PageName(), QString("tree"));
-  Strip(stage)->Take();
-  QTRY_COMPARE(stage.Current(), QString(kPlan));
   fixture_.Drain();
+  Strip(stage)->Take();
+  QTRY_COMPARE(stage.Current(), row);
+  QVERIFY(stage.Tree().viewport()->rect().contains(stage.Tree().visualRect(stage.Tree().currentIndex())));
+  fixture_.Drain();
+}
+
+void PanelUndoTest::SearchGoesOnOverAnUndo() {
+  CPanelStage stage(Opened());
+  QVERIFY(!Deleted(stage, kPlan).isEmpty());
+  stage.Search("Public A plan");
+  QTRY_COMPARE(stage.Hits(), QStringList("Public A plan 10"));
+  Strip(stage)->Take();
+  QTRY_COMPARE(stage.Hits(), QStringList({kPlan, "Public A plan 10"}));
+  QVERIFY(stage.Current() == kPlan && stage.Field()->text() == "Public A plan");
+}
+
+void PanelUndoTest::NewGroupIsRevealed() {
+  CPanelStage stage(Opened());
+  for (const char* parent : {"Public A", "Public B"}) {
+    stage.Choose(parent);
+    const bool goes_on = QByteArray(parent) == "Public B";
+    QVERIFY(!stage.Tree().isExpanded(stage.Tree().currentIndex()));
+    QMetaObject::invokeMethod(&stage.Panel(), "onAddPlanViewGroupName", Q_ARG(QString, "New here"));
+    if (goes_on) {
+      stage.Choose("Public A");
+    }
+    fixture_.Drain();
+    QTRY_COMPARE(stage.Current(), QString(goes_on ? "Public A" : "New here"));
+    QVERIFY(goes_on || stage.Tree().isExpanded(stage.Tree().currentIndex().parent()));
+  }
 }
 
 void PanelUndoTest::RefusalIsShown() {

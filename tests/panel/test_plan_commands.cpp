@@ -47,6 +47,7 @@ class PlanCommandsTest : public QObject {
   void RowsGrantTheButtons();
   void StatesFollowTheSituation_data();
   void StatesFollowTheSituation();
+  void WhatIsMadeFollowsTheRow();
   void WhatIsOffSaysWhy();
   void MenusShowWhatSuitsTheRow();
   void HitsAreShownInTheTree();
@@ -143,6 +144,34 @@ void PlanCommandsTest::StatesFollowTheSituation() {
   QCOMPARE(found, reasons);
   QCOMPARE(states[PlanCommand::Share].enabled, situation.rights.Has(AddRight));
   QCOMPARE(states[PlanCommand::Share].reason == Refusal::NoShareRight, !situation.rights.Has(AddRight));
+}
+
+// The same for a row of the tree and for a hit, and whatever row was current before.
+void PlanCommandsTest::WhatIsMadeFollowsTheRow() {
+  const struct {
+    int type;
+    const char* rights;
+    bool editing;
+    Refusal group, plan;
+  } rows[] = {
+      {ItemTypeIn(0, false, false), "a", false, Refusal::None, Refusal::None},
+      {ItemTypeIn(0, false, true), "ed", false, Refusal::NoAddRight, Refusal::NoAddRight},
+      {ItemTypeIn(0, true, true), "a", false, Refusal::None, Refusal::PlansStandInGroups},
+      {ItemTypeIn(1, false, true), "", true, Refusal::EditorOpen, Refusal::None},
+      {ItemTypeIn(1, true, true), "", false, Refusal::None, Refusal::PlansStandInGroups},
+      {ItemTypeIn(2, false, false), "aed", false, Refusal::None, Refusal::Received},
+  };
+  for (const auto& row : rows) {
+    for (const PanelPage page : {PanelPage::Tree, PanelPage::Search}) {
+      PanelSituation situation;
+      situation.page = page;
+      situation.item_type = row.type;
+      situation.rights = RightsOf(row.rights);
+      situation.editing = row.editing;
+      QCOMPARE(WhyNothingNew(PlanCommand::AddGroup, situation, false), row.group);
+      QCOMPARE(WhyNothingNew(PlanCommand::AddPlan, situation, false), row.plan);
+    }
+  }
 }
 
 // In every situation that the panel can be in, also in those that nothing leads to today.

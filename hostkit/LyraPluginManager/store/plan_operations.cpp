@@ -232,7 +232,8 @@ void CPlanOperations::SearchPlan(const view::SearchPlanRequest& request, view::S
   for (CPlanCatalog::Hit& hit : runner_.Catalog().Search(folded, family, user)) {
     const std::string parent_name = hit.groups_above.empty() ? runner_.Site().RootName() : hit.groups_above.back();
     response->plans.push_back({std::to_string(hit.plan.code), std::move(hit.plan.name), std::to_string(hit.plan.parent),
-                               parent_name, hit.plan.family, std::move(hit.groups_above), std::move(hit.shown_camera)});
+                               parent_name, hit.plan.family, std::move(hit.groups_above), std::move(hit.shown_camera),
+                               hit.plan.page_count, hit.plan.auto_run});
   }
 }
 
