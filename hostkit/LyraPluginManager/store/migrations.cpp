@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include "marlog/marlog.h"
 #include "store/content_split.h"
 #include "store/store_texts.h"
 
@@ -108,11 +109,18 @@ void Apply(CSqlEngine& engine, const Migration& step) {
       {QString::number(step.to)});
 }
 
+void Log(const CSqlEngine& engine, const char* what, const Migration& step) {
+  marlog::Write("LyraClientInfo", marlog::Info, "The plan store %s %s layout %d", qUtf8Printable(engine.Place()), what,
+                step.to);
+}
+
 void RunStep(CSqlEngine& engine, const Migration& step) {
   CTransaction transaction(engine, CTransaction::kWrite);
   if (StoredVersion(engine) < step.to) {  // otherwise another process was quicker
+    Log(engine, "is being brought to", step);  // a large one takes a while
     Apply(engine, step);
     transaction.Commit();
+    Log(engine, "has", step);
   }
 }
 

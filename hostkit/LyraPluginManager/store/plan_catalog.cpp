@@ -22,8 +22,8 @@ int32_t FirstCode(const Rows& rows) {
 }
 
 template <class Row>
-void Insert(std::vector<Row>& rows, const Row& row) {
-  rows.insert(LowerBound(rows, row.code), row);
+void Insert(std::vector<Row>& rows, Row row) {
+  rows.insert(LowerBound(rows, row.code), std::move(row));
 }
 
 template <class Row>
@@ -59,15 +59,29 @@ int32_t WaitFor(const PlanRow& row, int32_t now) {
 
 }  // namespace
 
-void CPlanCatalog::Replace(const std::vector<GroupRow>& groups, const std::vector<PlanRow>& plans) {
+void CPlanCatalog::Replace(const std::vector<GroupRow>& groups, std::vector<PlanRow> plans) {
   CPlanCatalog fresh(nullptr);  // rows alone: built and, with the old ones in it, destroyed while readers go on
   fresh.groups_.reserve(groups.size());
   fresh.plans_.reserve(plans.size());
   fresh.PutGroups(groups);
-  for (const PlanRow& row : plans) {
-    fresh.PutPlan(row);
+  fresh.MakeRoomFor(plans);
+  for (PlanRow& row : plans) {
+    fresh.PutPlan(std::move(row));
   }
   Swap(fresh);
+}
+
+// Lists that grow row by row would hold up to twice the memory for good.
+void CPlanCatalog::MakeRoomFor(const std::vector<PlanRow>& plans) {
+  std::unordered_map<int32_t, size_t> counts;
+  for (const PlanRow& row : plans) {
+    ++counts[row.parent];
+  }
+  for (auto& [code, node] : groups_) {
+    if (const size_t* count = FindIn(counts, code)) {
+      node.children.plans.reserve(*count);
+    }
+  }
 }
 
 void CPlanCatalog::Clear() {
@@ -381,7 +395,7 @@ int CPlanCatalog::HeightOf(const Children& children) const {
   return height;
 }
 
-std::optional<PlanRow> CPlanCatalog::PutPlan(const PlanRow& row) {
+std::optional<PlanRow> CPlanCatalog::PutPlan(PlanRow row) {
   std::optional<PlanRow> old;
   const auto known = plans_.find(row.code);
   if (known != plans_.end()) {
@@ -389,11 +403,11 @@ std::optional<PlanRow> CPlanCatalog::PutPlan(const PlanRow& row) {
     plans_.erase(known);
   }
   if (Children* siblings = ChildrenAt(row.parent, row.owner)) {
-    Insert(siblings->plans, row);
     plans_[row.code] = {row.parent, row.family, row.owner};
     if (row.auto_run) {
       automatic_.insert(row.code);
     }
+    Insert(siblings->plans, std::move(row));
   }
   return old;
 }

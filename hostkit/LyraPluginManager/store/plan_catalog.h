@@ -44,7 +44,7 @@ class CPlanCatalog {
   bool SetAudiences(GroupAudiences audiences, int32_t user);
 
   /// Takes new content; both lists in the order of their codes. Groups that hang from no root are left out.
-  void Replace(const std::vector<GroupRow>& groups, const std::vector<PlanRow>& plans);
+  void Replace(const std::vector<GroupRow>& groups, std::vector<PlanRow> plans);
   void Clear();
 
   /// Calls visit(rows) with the children, which must not call the catalog. False when `user` sees no such parent.
@@ -135,7 +135,8 @@ class CPlanCatalog {
   std::optional<GroupRow> PutGroup(const GroupRow& row);
   bool HasRoomFor(const GroupRow& row, int levels);
   int HeightOf(const Children& children) const;
-  std::optional<PlanRow> PutPlan(const PlanRow& row);
+  std::optional<PlanRow> PutPlan(PlanRow row);
+  void MakeRoomFor(const std::vector<PlanRow>& plans);
   PlanRow TakePlan(int32_t code, const Place& place);
   void ForgetBelow(const Children& children);
   void Swap(CPlanCatalog& other);
