@@ -116,7 +116,7 @@ void Log(const CSqlEngine& engine, const char* what, const Migration& step) {
 
 void RunStep(CSqlEngine& engine, const Migration& step) {
   CTransaction transaction(engine, CTransaction::kWrite);
-  if (StoredVersion(engine) < step.to) {  // otherwise another process was quicker
+  if (StoredVersion(engine) < step.to) {       // otherwise another process was quicker
     Log(engine, "is being brought to", step);  // a large one takes a while
     Apply(engine, step);
     transaction.Commit();
