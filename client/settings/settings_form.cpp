@@ -3,12 +3,11 @@
 #include <QComboBox>
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QSpinBox>
 #include <QTranslator>
 #include <QVBoxLayout>
 
+#include "MarUIControl/spin_box.h"
 #include "MarUIControl/switch_control.h"
 #include "app/client_options.h"
 
@@ -137,7 +136,7 @@ void CSettingsForm::MakeStart() {
 }
 
 void CSettingsForm::MakeSeconds() {
-  seconds_ = new QSpinBox(this);
+  seconds_ = new MarUIControl::CSpinBox(this);
   seconds_->setObjectName(QStringLiteral("settings_seconds"));
   seconds_->setAccessibleName(tr("Seconds that each plan of a group cycle stays"));
   seconds_->setRange(ChosenSettings::kLeastSecondsPerPlan, ChosenSettings::kMostSecondsPerPlan);
@@ -145,8 +144,6 @@ void CSettingsForm::MakeSeconds() {
                            .arg(ChosenSettings::kLeastSecondsPerPlan)
                            .arg(ChosenSettings::kMostSecondsPerPlan));
   seconds_->setSuffix(tr(" s"));
-  seconds_->setFocusPolicy(Qt::StrongFocus);
-  seconds_->installEventFilter(this);
 }
 
 void CSettingsForm::Show(const ChosenSettings& chosen) {
@@ -178,14 +175,9 @@ void CSettingsForm::OnChanged() {
   Q_EMIT SignalChanged();
 }
 
-// A wheel that only passes over changes nothing, and Ctrl+U, which clears a line on some desktops, is the window's.
+// A wheel that only passes over changes nothing.
 bool CSettingsForm::eventFilter(QObject* watched, QEvent* event) {
   const auto* field = qobject_cast<QWidget*>(watched);
-  const bool is_key = event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress;
-  if (is_key && static_cast<QKeyEvent*>(event)->matches(QKeySequence::DeleteCompleteLine)) {
-    event->ignore();
-    return true;
-  }
   if (event->type() == QEvent::Wheel && field && !field->hasFocus()) {
     event->ignore();
     return true;

@@ -6,11 +6,11 @@
 
 class QBoxLayout;
 class QComboBox;
-class QSpinBox;
 
 namespace MarUIControl {
+class CSpinBox;
 class CSwitchControl;
-}
+}  // namespace MarUIControl
 
 namespace TarnClient {
 
@@ -47,7 +47,7 @@ class CSettingsForm : public QWidget {
   ChosenSettings shown_;
   QWidget* const default_view_;
   QComboBox *language_ = nullptr, *skin_ = nullptr, *start_ = nullptr;
-  QSpinBox* seconds_ = nullptr;
+  MarUIControl::CSpinBox* seconds_ = nullptr;
   MarUIControl::CSwitchControl* asks_ = nullptr;
 };
 

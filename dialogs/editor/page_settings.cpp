@@ -1,12 +1,11 @@
 #include "page_settings.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QSignalBlocker>
-#include <QSpinBox>
 
 #include "MarUIControl/label.h"
 #include "MarUIControl/push_button.h"
+#include "MarUIControl/spin_box.h"
 #include "plan_document.h"
 #include "split_buttons.h"
 
@@ -37,14 +36,12 @@ CPageSettings::CPageSettings(CPlanDocument* document, QWidget* parent)
 }
 
 void CPageSettings::MakeDwell() {
-  dwell_ = new QSpinBox(this);
+  dwell_ = new MarUIControl::CSpinBox(this);
   dwell_->setObjectName(QStringLiteral("dwell_spin"));
   dwell_->setAccessibleName(tr("Seconds that this page is shown"));
   dwell_->setToolTip(tr("%1 s to 24 hours").arg(kMinDwellSeconds));
   dwell_->setSuffix(tr(" s"));
-  dwell_->setFocusPolicy(Qt::StrongFocus);
   dwell_->setKeyboardTracking(false);  // a number half typed is no dwell time
-  dwell_->installEventFilter(this);
   connect(dwell_, QOverload<int>::of(&QSpinBox::valueChanged), this,
           [this](int seconds) { document_->SetDwell(document_->CurrentPage(), seconds); });
 }
@@ -62,15 +59,6 @@ void CPageSettings::ShowDocument() {
   if (dwell_->value() != seconds) {
     dwell_->setValue(seconds);
   }
-}
-
-// A wheel that only passes over must not change the plan.
-bool CPageSettings::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == dwell_ && event->type() == QEvent::Wheel && !dwell_->hasFocus()) {
-    event->ignore();
-    return true;
-  }
-  return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace TarnPlanView

@@ -2,7 +2,9 @@
 
 #include <QWidget>
 
-class QSpinBox;
+namespace MarUIControl {
+class CSpinBox;
+}
 
 namespace TarnPlanView {
 
@@ -18,16 +20,13 @@ class CPageSettings : public QWidget {
 
   CSplitButtons* Splits() const { return splits_; }
 
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
-
  private:
   void MakeDwell();
   void ShowDocument();
 
   CPlanDocument* const document_;
   CSplitButtons* splits_ = nullptr;
-  QSpinBox* dwell_ = nullptr;
+  MarUIControl::CSpinBox* dwell_ = nullptr;
 };
 
 }  // namespace TarnPlanView

@@ -42,9 +42,9 @@ class TARN_HOST_EXPORT CViewBusinessInterfaceMgr : public Wren::Base::CSingleton
                   view_plugin_protocol::UpdatePlanResponse& response);
   bool DeletePlan(const view_plugin_protocol::DeletePlanResquest& request,
                   view_plugin_protocol::DeletePlanResponse& response);
-  /// Takes a deletion back for as long as its answer said, and only for who has deleted it: all stands where it stood,
-  /// default views too. Observers, also this client's own, hear of it as of an addition. Gone: it is too late, or the
-  /// group above is gone; Refused: its name was taken; NotPermitted: another user deleted it, or a right is missing.
+  /// Takes a deletion back for as long as its answer said, the store for a minute, and only for who has deleted it: all
+  /// stands where it stood, default views too. Observers, also this client's own, hear of it as of an addition. Gone:
+  /// too late, or no group above; Refused: its name was taken; NotPermitted: another user's, or a right is missing.
   bool RestoreDeleted(const view_plugin_protocol::RestoreDeletedRequest& request,
                       view_plugin_protocol::RestoreDeletedResponse& response);
   /// With query kind 1 the answer is the automatic plan; when there is none the error text is "NoAutoRunPlan".

@@ -170,6 +170,7 @@ void CModalTipDialog::SetTitle(const QString& title) {
 void CModalTipDialog::SetContent(const QString& content) {
   d_->whole_content = content;
   d_->content->setText(BreakableText(content));
+  d_->content->setAccessibleName(content);  // without the places to break at
   setAccessibleDescription(content);
 }
 

@@ -54,7 +54,9 @@ COfferStrip::COfferStrip(QWidget* parent) : QFrame(parent), d_(new Private) {
   connect(d_->action, &QAbstractButton::clicked, this, &COfferStrip::Take);
   connect(d_->close, &QAbstractButton::clicked, this, &COfferStrip::Withdraw);
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
-    if (now && isAncestorOf(now) && !(before && isAncestorOf(before))) {
+    // A window that is active again has the focus from elsewhere: that is not where it was before the strip.
+    const bool within = before && before->window() == window();
+    if (within && now && isAncestorOf(now) && !isAncestorOf(before)) {
       d_->focus_before = before;
     }
   });

@@ -49,6 +49,7 @@ MessageTip::MessageTip(const QString& text, int kind, int distance, QWidget* win
   text_ = new QLabel(MarUIControl::BreakableText(text), this);
   text_->setObjectName(QStringLiteral("message_tip_text"));
   text_->setTextFormat(Qt::PlainText);  // names of plans are no markup
+  text_->setAccessibleName(text);       // without the places to break at
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(14, 10, 18, 10);
   layout->setSpacing(10);
@@ -68,7 +69,7 @@ MessageTip::MessageTip(const QString& text, int kind, int distance, QWidget* win
 void MessageTip::SetCount(int count) {
   count_->setText(QStringLiteral("\u00d7%1").arg(count));
   count_->setVisible(count > 1);
-  setAccessibleDescription(count_->text());
+  MarUIControl::SetQuietDescription(this, count_->text());  // read out for each of a flood it would drown all else
   Place();
 }
 
@@ -89,6 +90,8 @@ void MessageTip::mouseMoveEvent(QMouseEvent*) {
 bool MessageTip::eventFilter(QObject* watched, QEvent* event) {
   if (watched == parent() && event->type() == QEvent::Resize) {
     Place();
+  } else if (watched == parent() && event->type() == QEvent::Hide && parentWidget()->isHidden()) {
+    Q_EMIT SignalWindowHidden();
   }
   return QFrame::eventFilter(watched, event);
 }

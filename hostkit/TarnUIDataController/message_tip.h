@@ -23,6 +23,8 @@ class MessageTip : public QFrame {
   void SignalClicked();
   /// The mouse moves over it: somebody may be reading. A mouse that only rests there does not count.
   void SignalLookedAt();
+  /// Its window was hidden, and not by the desktop alone.
+  void SignalWindowHidden();
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;

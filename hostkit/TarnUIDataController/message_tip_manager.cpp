@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QTimer>
+#include <algorithm>
 
 #include "MarUIControl/control_accessibility.h"
 #include "MarUIControl/nomal_message.h"
@@ -19,6 +20,7 @@ namespace {
 
 constexpr int kLookMs = 3000;          // a tip stays that long once somebody has looked at it,
 constexpr int kLongestLookMs = 30000;  // but others are not kept waiting for ever
+constexpr int kUnreadMs = 1000;        // who closes a window sooner has not read what came up on it
 constexpr int kTipDistance = 48;
 constexpr int kPlaceTop = 1;
 
@@ -29,20 +31,28 @@ int LogLevelOf(int kind) {
   return marlog::Warning;
 }
 
-QWidget* WindowFor(QWidget* widget) {
-  if (widget) {
-    return MarUIControl::GetIndependentWindow(widget);
+bool IsOnScreen(const QWidget* window) {
+  return window && window->isVisible() && !window->isMinimized();
+}
+
+// Menus and tool tips are windows, too.
+bool CanHoldTips(const QWidget* window) {
+  const Qt::WindowType type = window->windowType();
+  return IsOnScreen(window) && (type == Qt::Window || type == Qt::Dialog);
+}
+
+// `window`, or where a tip for it is seen while it is not on screen.
+QWidget* SeenWindow(QWidget* window) {
+  if (IsOnScreen(window)) {
+    return window;
   }
-  if (QWidget* active = QApplication::activeWindow()) {
+  QWidget* active = QApplication::activeWindow();
+  if (IsOnScreen(active)) {
     return active;
   }
   const QWidgetList windows = QApplication::topLevelWidgets();
-  for (QWidget* window : windows) {
-    if (window->isVisible()) {
-      return window;
-    }
-  }
-  return nullptr;
+  const auto seen = std::find_if(windows.begin(), windows.end(), CanHoldTips);
+  return seen == windows.end() ? window : *seen;
 }
 
 }  // namespace
@@ -57,8 +67,10 @@ class CMessageTipManager::Private {
   void Add(const Tip& next);
   void ShowNext();
   void Show(const Tip& next);
+  void Follow(MessageTip* made);
   void ScheduleEnd();
   void EndTip();
+  void OnWindowHidden();
 
   CMessageTipManager* const q;
   TipQueue waiting;
@@ -93,37 +105,53 @@ void CMessageTipManager::Private::ShowNext() {
 
 void CMessageTipManager::Private::Show(const Tip& next) {
   shown = next;
-  tip = new MessageTip(next.text, next.kind, next.distance, next.window);
+  shown.window = SeenWindow(next.window);
+  tip = new MessageTip(next.text, next.kind, next.distance, shown.window);
   tip->SetCount(next.count);
-  // Later: the tip is still in the middle of its click.
-  QObject::connect(
-      tip.data(), &MessageTip::SignalClicked, q,
-      [this, clicked = tip] {
-        if (clicked) {
-          EndTip();
-          Q_EMIT q->SignalTipClicked();
-        }
-      },
-      Qt::QueuedConnection);
-  QObject::connect(tip.data(), &MessageTip::SignalLookedAt, q, [this] {
-    looked_at_until = qMin(kLongestLookMs, static_cast<int>(on_screen.elapsed()) + kLookMs);
-    ScheduleEnd();
-  });
-  // Its window has gone, and with it the tip; later, since a window goes in parts.
-  QObject::connect(
-      tip.data(), &QObject::destroyed, q,
-      [this] {
-        if (!tip) {
-          EndTip();
-        }
-      },
-      Qt::QueuedConnection);
+  Follow(tip);
   tip->show();
   looked_at_until = 0;
   on_screen.start();
   ScheduleEnd();
   MarUIControl::AnnounceAlert(tip);
   Q_EMIT q->SignalTipShown(next.text, next.kind);
+}
+
+// Later: the tip is still in the middle of its click, and a window goes in parts.
+void CMessageTipManager::Private::Follow(MessageTip* made) {
+  const auto later = Qt::QueuedConnection;
+  const QPointer<MessageTip> watched(made);
+  const auto on_click = [this, watched] {
+    if (watched) {
+      EndTip();
+      Q_EMIT q->SignalTipClicked();
+    }
+  };
+  const auto on_hide = [this, watched] {
+    if (watched) {
+      OnWindowHidden();
+    }
+  };
+  // Its window has gone, and with it the tip.
+  const auto on_end = [this] {
+    if (!tip) {
+      EndTip();
+    }
+  };
+  QObject::connect(made, &MessageTip::SignalClicked, q, on_click, later);
+  QObject::connect(made, &MessageTip::SignalWindowHidden, q, on_hide, later);
+  QObject::connect(made, &QObject::destroyed, q, on_end, later);
+  QObject::connect(made, &MessageTip::SignalLookedAt, q, [this] {
+    looked_at_until = qMin(kLongestLookMs, static_cast<int>(on_screen.elapsed()) + kLookMs);
+    ScheduleEnd();
+  });
+}
+
+void CMessageTipManager::Private::OnWindowHidden() {
+  if (on_screen.elapsed() < kUnreadMs) {
+    waiting.PutBack(shown);
+  }
+  EndTip();
 }
 
 void CMessageTipManager::Private::ScheduleEnd() {
@@ -149,7 +177,7 @@ void CMessageTipManager::ShowTip(const QString& text, int state, QWidget* widget
 }
 
 void CMessageTipManager::ShowMessage(QWidget* window, const QString& text, int kind, int /*place*/, int distance) {
-  QWidget* over = WindowFor(window);
+  QWidget* over = SeenWindow(MarUIControl::GetIndependentWindow(window));
   marlog::Write("LyraClientInfo", LogLevelOf(kind), "Tip: %s", qUtf8Printable(text));
   Q_EMIT SignalTipAsked(text, kind);
   if (!over) {

@@ -29,6 +29,8 @@ class TipQueue {
   bool IsEmpty() const { return waiting_.isEmpty(); }
   int Size() const { return waiting_.size(); }
   Tip Next() { return waiting_.takeFirst(); }
+  /// What Next() gave has its turn again.
+  void PutBack(const Tip& tip) { waiting_.prepend(tip); }
   void Clear() { waiting_.clear(); }
 
   /// How long a tip stays in all, shorter while others wait.

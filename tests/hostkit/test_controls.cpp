@@ -20,6 +20,7 @@
 #include "MarUIControl/primary_button.h"
 #include "MarUIControl/range_time_edit.h"
 #include "MarUIControl/shadow_widget.h"
+#include "MarUIControl/spin_box.h"
 #include "MarUIControl/standard_item.h"
 #include "MarUIControl/standard_item_model.h"
 #include "MarUIControl/switch_control.h"
@@ -281,13 +282,14 @@ class ControlsTest : public QObject {
     QWidget window;
     auto* field = new CPlaceholdLineEdit(&window);
     auto* time = (new CRangeTimeEdit(&window))->findChild<QTimeEdit*>();
+    auto* number = new MarUIControl::CSpinBox(&window);
     field->setText("typed");
     QShortcut users(QKeySequence("Ctrl+U"), &window);
     QSignalSpy opened(&users, &QShortcut::activated);
     window.show();
     window.activateWindow();
     QTRY_VERIFY(window.isActiveWindow());
-    for (QWidget* widget : {static_cast<QWidget*>(field), static_cast<QWidget*>(time)}) {
+    for (QWidget* widget : std::initializer_list<QWidget*>{field, time, number}) {
       widget->setFocus();
       QKeyEvent asked(QEvent::ShortcutOverride, Qt::Key_U, Qt::ControlModifier);
       asked.ignore();
@@ -295,10 +297,12 @@ class ControlsTest : public QObject {
       QVERIFY(!asked.isAccepted());
       QTest::keyClick(widget, Qt::Key_U, Qt::ControlModifier);
     }
-    QCOMPARE(opened.size(), 2);
+    QCOMPARE(opened.size(), 3);
     users.setEnabled(false);
-    QTest::keyClick(field, Qt::Key_U, Qt::ControlModifier);
-    QCOMPARE(field->text(), QString("typed"));
+    for (QWidget* widget : std::initializer_list<QWidget*>{field, number}) {
+      QTest::keyClick(widget, Qt::Key_U, Qt::ControlModifier);
+    }
+    QCOMPARE(field->text() + number->text(), QString("typed0"));
   }
 
   void WheelsThatPassOverChangeNoTime() {

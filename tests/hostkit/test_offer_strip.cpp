@@ -74,6 +74,29 @@ class OfferStripTest : public QObject {
     QVERIFY(over.isEmpty() && strip_->Text().isEmpty());
   }
 
+  // Without and with a place for the focus in the window in between.
+  void KnowsTheFocusAfterAnotherWindow() {
+    for (const bool has_field : {false, true}) {
+      QWidget other;
+      QLineEdit field(&other);
+      field.setEnabled(has_field);
+      QLineEdit next(window_.get());  // where the focus falls when it has no place
+      next.show();
+      strip_->Offer("Deleted", "Undo", 60, {});
+      edit_->setFocus();
+      Button("offer_action")->setFocus();
+      other.show();
+      other.activateWindow();
+      QVERIFY(QTest::qWaitForWindowActive(&other));
+      QCOMPARE(field.hasFocus(), has_field);
+      window_->activateWindow();
+      QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+      QTRY_COMPARE(QApplication::focusWidget(), Button("offer_action"));
+      strip_->Take();
+      QCOMPARE(QApplication::focusWidget(), edit_);
+    }
+  }
+
   void EveryOtherEndCallsNothing() {
     QSignalSpy over(strip_, &COfferStrip::SignalOver);
     const auto offer = [this](int seconds) { strip_->Offer("Stopped", "Play again", seconds, [] { QFAIL("taken"); }); };
