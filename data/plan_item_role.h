@@ -16,6 +16,7 @@ enum PlanItemRole {
   PlanTypeRole = 671,        // int, plans: family of the record
   GroupTypeRole = 672,       // int, groups: family of the record
   PlayingRole = 673,         // bool, plans
+  CurrentRecordRole = 674,   // plans: the host's record, as the last change has it
 };
 
 /// Codes that stand for no group or plan of the store.

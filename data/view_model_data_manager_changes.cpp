@@ -354,6 +354,7 @@ void CViewModelDataManager::OnViewChanged(const QString& view_index_code) {
     const QString group_code = row->index().parent().data(GroupIndexCodeRole).toString();
     if (group_code == StringToQString(plan->Plan().group_index_code)) {
       row->setText(plan->Name());
+      row->setData(plan->Host(), CurrentRecordRole);
     } else if (!followMove(model, row, plan)) {
       break;
     }

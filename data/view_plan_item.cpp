@@ -22,9 +22,14 @@ QVariant CViewPlanItem::data(int role) const {
     return tr("%1, playing").arg(text());
   }
   if (role == Qt::AccessibleDescriptionRole) {
-    return view_plugin_protocol::TextOf(SignOf(Record().Plan(), CViewConfigManager::Instance().IsSupportTimedPlay()));
+    const auto plan = data(CurrentRecordRole).value<view_plugin_protocol::PlanBasicInfo>();
+    return view_plugin_protocol::TextOf(SignOf(plan, CViewConfigManager::Instance().IsSupportTimedPlay()));
   }
-  return CRecordItem::data(role);
+  const QVariant value = CRecordItem::data(role);
+  if (role == CurrentRecordRole && !value.isValid()) {
+    return Record().Host();
+  }
+  return value;
 }
 
 void CViewPlanItem::SetPlayState(bool playing) {

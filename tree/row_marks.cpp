@@ -31,7 +31,7 @@ QRectF Circle(const QRect& rect) {
 // Looks at the row's record in place: rows are painted by the dozen.
 RowMarks RowMarks::Of(const QModelIndex& row) {
   RowMarks marks;
-  const QVariant record = row.data(ItemRecordRole);
+  const QVariant record = row.data(CurrentRecordRole);
   if (record.userType() == qMetaTypeId<PlanBasicInfo>()) {
     const bool timed_play = CViewConfigManager::Instance().IsSupportTimedPlay();
     marks.sign = SignOf(*static_cast<const PlanBasicInfo*>(record.constData()), timed_play);

@@ -239,7 +239,7 @@ QStandardItem* CSearchPage::MakeRow(const SearchedPlan& plan, const QString& sea
   row->setData(groups, kSearchPathRole);
   row->setData(line.shown, kSearchShownRole);
   row->setData(ShowsText().indexOf(QLatin1String(kPlaceForText)), kSearchCameraAtRole);
-  row->setData(QVariant::fromValue(RecordOf(plan)), ItemRecordRole);
+  row->setData(QVariant::fromValue(RecordOf(plan)), CurrentRecordRole);
   row->setData(row->text() + HitLineGap() + WholeLine(line), Qt::AccessibleTextRole);
   const bool timed_play = CViewConfigManager::Instance().IsSupportTimedPlay();
   QStringList description{WholeLine(line), TextOf(SignOf(RecordOf(plan), timed_play))};

@@ -36,6 +36,7 @@ class ManagerChangesTest : public CPlanTest {
   void TimedPlayIsCheckedAfterPlansAlone();
   void Renames();
   void InsertSubNodes();
+  void SignsFollowChangesElsewhere();
   void PlayStates();
   void PlayMarkComesBackByExpandingAlone();
   void NoticesByKindAndType();
@@ -135,14 +136,7 @@ void ManagerChangesTest::AnswersForNoRow() {
   Manager().addPlanView(nullptr, fixture_.Public()->item(0), PlanRecord("903", "stray"));
   QCOMPARE(changed.count(), 0);
   QCOMPARE(PublicOutlines(), before);
-  // A root of the third family ends its fetch without the public signal.
-  CStandardPlanModel received(ViewManagerParam(ReceivedTheme, "0"), nullptr);
-  GetPlanGroupsResponse roots;
-  roots.groups << GroupRecord("r", "received", 2);
-  received.AddRootNode(roots);
-  Manager().OnGetPlanGroupListSucc(received.index(0, 0), {}, {});
   QCOMPARE(public_view.count(), 0);
-  QCOMPARE(added.count(), 2);
 }
 
 void ManagerChangesTest::NewGroup() {
@@ -311,6 +305,24 @@ void ManagerChangesTest::InsertSubNodes() {
   Manager().InsertSubGroupNode(fixture_.Code("Public A"), 0);
   QCOMPARE(tree->index(0, 0, GroupRow("Public A")).data().toString(), QString("A1"));
   QVERIFY(GroupRow("Public A").data(GroupLoadedRole).toBool());
+}
+
+void ManagerChangesTest::SignsFollowChangesElsewhere() {
+  OpenExpanded({"Public A"});
+  const QString code = fixture_.Code("Public A plan 2");
+  auto change = TarnTest::Unchanged(fixture_.InStore().Detail(code.toStdString()));
+  change.auto_play = true;
+  change.begin_time = "08:00:00";
+  change.end_time = "09:00:00";
+  change.pages.push_back(TarnTest::Page(2, 1, {}));
+  QCOMPARE(fixture_.InStore().Update(change), QString());
+  Manager().OnViewChanged(code);
+  for (const char* monitor : {"1", "2"}) {
+    const QModelIndex row = PublicOf(monitor)->FindIndexByIndexCode(code, false);
+    const auto now = row.data(CurrentRecordRole).value<PlanBasicInfo>();
+    QVERIFY(now.auto_run && now.page_count == 2);
+    QVERIFY(row.data(Qt::AccessibleDescriptionRole).toString().startsWith("tour"));
+  }
 }
 
 void ManagerChangesTest::PlayStates() {

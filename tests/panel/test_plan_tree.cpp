@@ -78,7 +78,6 @@ class PlanTreeTest : public TarnTest::CPlanTest {
   void MouseIsFollowed();
   void FinishSlotsTakeOwnAndSourceRows();
   void FailedExpansionIsTriedAgain();
-  void OpenGroupsOpenAgainAfterReload();
   void OpenGroupsAreHandedOn();
   void PayloadAndWhatCanBeDragged();
   void MovesFollowTheRules();
@@ -268,26 +267,6 @@ void PlanTreeTest::FailedExpansionIsTriedAgain() {
   QCOMPARE(stage.proxy.rowCount(group), 3);
 }
 
-void PlanTreeTest::OpenGroupsOpenAgainAfterReload() {
-  for (const int load_all : {0, 1}) {
-    CTreeStage stage(Opened({{"load_all", load_all}}));
-    for (const char* group : {"Public A", "A1", "Public B"}) {
-      QTRY_VERIFY(stage.Row(group).isValid());
-      stage.tree.ExpandAsync(stage.Row(group));
-      QTRY_VERIFY(stage.tree.isExpanded(stage.Row(group)));
-    }
-    stage.tree.collapse(stage.Row("Public B"));
-    const QPersistentModelIndex before = stage.Root();
-    QString error;
-    QVERIFY(fixture_.Store().LogIn("operator", &error));  // everything is loaded again
-    QTRY_VERIFY(!before.isValid() && stage.Root().isValid());
-    QTRY_VERIFY(stage.Row("A1").isValid() && stage.tree.isExpanded(stage.Row("A1")));
-    QVERIFY(stage.tree.isExpanded(stage.Row("Public A")) && !stage.tree.isExpanded(stage.Row("Public B")));
-    fixture_.Drain();
-    Shut();
-  }
-}
-
 // To another tree, as at the next start. Groups that are gone are not handed on any further.
 void PlanTreeTest::OpenGroupsAreHandedOn() {
   using TarnPlanView::OpenGroup;
@@ -450,10 +429,10 @@ void PlanTreeTest::SignsStayWhereNamesElide() {
     stage.tree.setCurrentIndex(selected ? QModelIndex(row) : stage.Root());
     for (const int width : {520, 150}) {
       stage.tree.resize(width, 500);
-      stage.tree.model()->setData(row, QVariant(), ItemRecordRole);
+      stage.tree.model()->setData(row, QVariant(), CurrentRecordRole);
       const QImage without = picture();
       QVERIFY(!tips().contains("automatic, tour, 3 page(s)"));
-      stage.tree.model()->setData(row, QVariant::fromValue(plan), ItemRecordRole);
+      stage.tree.model()->setData(row, QVariant::fromValue(plan), CurrentRecordRole);
       QVERIFY(picture() != without);
       QVERIFY2(tips().contains("automatic, tour, 3 page(s)"), qPrintable(tips().join('|')));
       QCOMPARE(tips().contains(name), width == 150);
