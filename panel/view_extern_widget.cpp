@@ -127,7 +127,7 @@ void CViewExternWidget::ShowInTree(const QString& plan_code) {
   }
   d_->endSearch();
   if (d_->CurrentPage() == PanelPage::Wait) {
-    Q_EMIT SignalMessageTipNeeded(TextOf(Refusal::Loading), CNomalMessage::Failure);
+    Q_EMIT SignalMessageTipNeeded(TextOf(Refusal::Loading), CNomalMessage::Hint);
   } else {
     d_->revealer->Reveal(plan_code);
   }

@@ -312,7 +312,7 @@ void CViewExternWidget::Private::bindActions() {
   });
   about(PlanCommand::Cycle, [this](const QString& code) { Q_EMIT q->SignalPlanGroupCycle(code, kSecondsPerPlan); });
   connect(actions, &CPanelActions::SignalRefused, q,
-          [this](const QString& reason) { Q_EMIT q->SignalMessageTipNeeded(reason, CNomalMessage::Failure); });
+          [this](const QString& reason) { Q_EMIT q->SignalMessageTipNeeded(reason, CNomalMessage::Hint); });
 }
 
 void CViewExternWidget::Private::offerForRow() {

@@ -125,7 +125,7 @@ CPlanTreeItemDelegate::Layout CPlanTreeItemDelegate::Arrange(const QStyleOptionV
       right -= kBadgeSize + kGap;
     }
   };
-  take(marks.playing, layout.badge);
+  take(marks.IsOn(), layout.badge);
   take(marks.sign.IsTour(), layout.tour);
   take(marks.sign.timed, layout.clock);
   layout.text = mirrored(QRect(QPoint(left, row.top()), QPoint(qMax(left, right), row.bottom())));
@@ -137,15 +137,15 @@ void CPlanTreeItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem&
   QStyleOptionViewItem option = given;
   initStyleOption(&option, index);
   const bool selected = option.state & QStyle::State_Selected;
-  const RowMarks marks = RowMarks::Of(index);
+  const RowMarks marks = RowMarks::Of(index, cycling_group_);
   const Layout layout = Arrange(option, marks, ShowsMore(index));
   view_->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, view_);
   if (drop_group_.isValid() && index == drop_group_) {
     PaintDropGroup(painter, option.rect);
   }
   option.icon.paint(painter, layout.icon, Qt::AlignCenter, IconMode(selected));
-  PaintName(painter, option, layout.text, marks.playing);
-  PaintMarks(painter, option, layout);
+  PaintName(painter, option, layout.text, marks.IsOn());
+  PaintMarks(painter, option, layout, marks.cycling);
   if (!layout.more.isEmpty()) {
     PaintMore(painter, layout.more, index, selected);
   }
@@ -190,11 +190,12 @@ void CPlanTreeItemDelegate::PaintLocated(QPainter* painter, const QString& shown
   }
 }
 
-void CPlanTreeItemDelegate::PaintMarks(QPainter* painter, const QStyleOptionViewItem& option,
-                                       const Layout& layout) const {
+void CPlanTreeItemDelegate::PaintMarks(QPainter* painter, const QStyleOptionViewItem& option, const Layout& layout,
+                                       bool cycling) const {
   const bool selected = option.state & QStyle::State_Selected;
   if (!layout.badge.isEmpty()) {
-    PaintPlayingMark(painter, layout.badge, Accent(selected));
+    const auto paint = cycling ? &PaintCyclingMark : &PaintPlayingMark;
+    paint(painter, layout.badge, Accent(selected));
   }
   QColor quiet = option.palette.color(TextRole(selected));
   if (!selected) {
@@ -269,14 +270,16 @@ bool CPlanTreeItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view
   }
   QStyleOptionViewItem option = given;
   initStyleOption(&option, index);
-  const RowMarks marks = RowMarks::Of(index);
+  const RowMarks marks = RowMarks::Of(index, cycling_group_);
   const Layout layout = Arrange(option, marks, ShowsMore(index));
   const QRect signs = layout.tour | layout.clock;
   if (layout.more.contains(event->pos())) {
     QToolTip::showText(event->globalPos(), tr("More"), view->viewport(), layout.more);
   } else if (signs.contains(event->pos())) {
     ShowSignTip(TextOf(marks.sign), signs, option.rect);
-  } else if (Metrics(marks.playing).horizontalAdvance(option.text) > layout.text.width()) {
+  } else if (marks.cycling && layout.badge.contains(event->pos())) {
+    ShowSignTip(tr("The plans of this group play in turn"), layout.badge, option.rect);
+  } else if (Metrics(marks.IsOn()).horizontalAdvance(option.text) > layout.text.width()) {
     QToolTip::showText(event->globalPos(), PlainToolTip(option.text), view->viewport(), option.rect);
   } else {
     QToolTip::hideText();

@@ -15,8 +15,8 @@ class QAbstractItemView;
 namespace TarnPlanView {
 
 /// Paints the rows of the plan tree: icon, name with the located text marked, the signs of a plan that plays, starts by
-/// itself or turns pages, and the "more" button on the current row and under the mouse. Fonts, icons and colours are
-/// made once a skin, not once a row. Child of its view. Thread: GUI.
+/// itself or turns pages and of a group whose plans play in turn, and the "more" button on the current row and under
+/// the mouse. Fonts, icons and colours are made once a skin, not once a row. Child of its view. Thread: GUI.
 class CPlanTreeItemDelegate : public QStyledItemDelegate {
   Q_OBJECT
  public:
@@ -29,6 +29,8 @@ class CPlanTreeItemDelegate : public QStyledItemDelegate {
   void SetDropGroup(const QModelIndex& index);
   /// In the coordinates of `row`, a row's visual rectangle.
   QRect MoreButtonRect(const QRect& row) const;
+  /// The plans of this group play in turn; an empty code for none.
+  void SetCyclingGroup(const QString& code) { cycling_group_ = code; }
   /// Skin or font have changed.
   void Renew();
 
@@ -54,7 +56,7 @@ class CPlanTreeItemDelegate : public QStyledItemDelegate {
   void PaintName(QPainter* painter, const QStyleOptionViewItem& option, const QRect& rect, bool playing) const;
   void PaintLocated(QPainter* painter, const QString& shown, const QRect& rect, const QFontMetrics& metrics,
                     bool selected) const;
-  void PaintMarks(QPainter* painter, const QStyleOptionViewItem& option, const Layout& layout) const;
+  void PaintMarks(QPainter* painter, const QStyleOptionViewItem& option, const Layout& layout, bool cycling) const;
   void PaintMore(QPainter* painter, const QRect& rect, const QModelIndex& index, bool selected) const;
   void PaintFocus(QPainter* painter, const QStyleOptionViewItem& option) const;
   void PaintDropGroup(QPainter* painter, const QRect& row) const;
@@ -63,6 +65,7 @@ class CPlanTreeItemDelegate : public QStyledItemDelegate {
   QAbstractItemView* const view_;
   QPersistentModelIndex hover_row_, drop_group_;
   bool over_button_ = false;
+  QString cycling_group_;
   QFont bold_font_;
   QFontMetrics metrics_, bold_metrics_;
   QIcon more_icon_, more_icon_on_selection_;

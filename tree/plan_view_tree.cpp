@@ -105,6 +105,13 @@ void CPlanViewTree::SetShowRightHoverDelgete() {
   connect(d_->delegate, &CPlanTreeItemDelegate::SignalMoreButtonClicked, this, &CPlanViewTree::OnRightMoreBtnClicked);
 }
 
+void CPlanViewTree::SetCyclingGroup(const QString& code) {
+  if (d_->delegate) {
+    d_->delegate->SetCyclingGroup(code);
+    viewport()->update();
+  }
+}
+
 QModelIndex CPlanViewTree::RowOf(const QString& code, bool is_group) const {
   const auto* proxy = qobject_cast<const QSortFilterProxyModel*>(model());
   if (!proxy) {

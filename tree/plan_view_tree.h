@@ -51,6 +51,9 @@ class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
   void SetViewMoreActions(QList<QAction*>& actions);
   tarn_ui_data_controller::CPopupMenu* GetViewMoreMenu() const;
 
+  /// The row of this group carries a sign that its plans play in turn; an empty code for none.
+  void SetCyclingGroup(const QString& code);
+
   /// Without it a drop inside the tree is refused with a message.
   void SetMovePermission(bool permitted);
 

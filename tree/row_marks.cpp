@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QVariant>
+#include <array>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "plan_item_role.h"
@@ -26,11 +27,21 @@ QRectF Circle(const QRect& rect) {
   return QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5);
 }
 
+void FillTriangle(QPainter* painter, const QColor& color, const std::array<QPointF, 3>& corners) {
+  painter->setPen(Qt::NoPen);
+  painter->setBrush(color);
+  painter->drawPolygon(corners.data(), static_cast<int>(corners.size()));
+}
+
 }  // namespace
 
 // Looks at the row's record in place: rows are painted by the dozen.
-RowMarks RowMarks::Of(const QModelIndex& row) {
+RowMarks RowMarks::Of(const QModelIndex& row, const QString& cycling_group) {
   RowMarks marks;
+  if (!cycling_group.isEmpty() && row.data(IsGroupRole).toBool()) {
+    marks.cycling = row.data(GroupIndexCodeRole).toString() == cycling_group;
+    return marks;
+  }
   const QVariant record = row.data(CurrentRecordRole);
   if (record.userType() == qMetaTypeId<PlanBasicInfo>()) {
     const bool timed_play = CViewConfigManager::Instance().IsSupportTimedPlay();
@@ -45,10 +56,20 @@ void PaintPlayingMark(QPainter* painter, const QRect& rect, const QColor& color)
   Prepare(painter, color);
   painter->drawEllipse(Circle(rect));
   const QPointF center = Circle(rect).center();
-  const QPointF triangle[] = {center + QPointF(-2, -3.5), center + QPointF(4, 0), center + QPointF(-2, 3.5)};
-  painter->setPen(Qt::NoPen);
-  painter->setBrush(color);
-  painter->drawPolygon(triangle, 3);
+  FillTriangle(painter, color, {center + QPointF(-2, -3.5), center + QPointF(4, 0), center + QPointF(-2, 3.5)});
+  painter->restore();
+}
+
+void PaintCyclingMark(QPainter* painter, const QRect& rect, const QColor& color) {
+  painter->save();
+  Prepare(painter, color);
+  const QRectF circle = Circle(rect);
+  constexpr int kDegree = 16;  // as the painter counts
+  painter->drawArc(circle, 50 * kDegree, 290 * kDegree);
+  const QPointF center = circle.center();
+  const QPointF end(circle.right(), center.y() - 1);
+  FillTriangle(painter, color, {end + QPointF(-4, 0.5), end + QPointF(1.5, 1), end + QPointF(0.5, -4.5)});
+  FillTriangle(painter, color, {center + QPointF(-1.5, -2.5), center + QPointF(2.5, 0), center + QPointF(-1.5, 2.5)});
   painter->restore();
 }
 

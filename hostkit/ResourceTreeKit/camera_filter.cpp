@@ -65,7 +65,8 @@ void CCameraFilter::Finish() {
   std::vector<char> open(marks_.size(), 0);
   std::vector<int> opened;
   for (size_t at = marks_.size() - 1; at > 0; --at) {
-    if (open[at]) {
+    const bool is_found_region = marks_[at] == kHit && content_->Nodes()[at].child_count > 0;
+    if (open[at] || is_found_region) {
       opened.push_back(static_cast<int>(at));
     }
     if (open[at] || marks_[at] == kHit) {

@@ -25,10 +25,24 @@ constexpr int kTipDistance = 48;
 constexpr int kPlaceTop = 1;
 
 int LogLevelOf(int kind) {
-  if (kind == kSuccessTip) {
+  if (kind == kSuccessTip || kind == kHintTip) {
     return marlog::Info;
   }
   return marlog::Warning;
+}
+
+TipKind KindOf(int alert_state) {
+  using MarUIControl::CNomalMessage;
+  switch (alert_state) {
+    case CNomalMessage::Success:
+      return kSuccessTip;
+    case CNomalMessage::Warning:
+      return kWarningTip;
+    case CNomalMessage::Hint:
+      return kHintTip;
+    default:
+      return kFailureTip;
+  }
 }
 
 bool IsOnScreen(const QWidget* window) {
@@ -172,8 +186,7 @@ CMessageTipManager::~CMessageTipManager() {
 }
 
 void CMessageTipManager::ShowTip(const QString& text, int state, QWidget* widget) {
-  const TipKind kind = state == MarUIControl::CNomalMessage::Success ? kSuccessTip : kFailureTip;
-  ShowMessage(widget, text, kind, kPlaceTop, kTipDistance);
+  ShowMessage(widget, text, KindOf(state), kPlaceTop, kTipDistance);
 }
 
 void CMessageTipManager::ShowMessage(QWidget* window, const QString& text, int kind, int /*place*/, int distance) {

@@ -13,10 +13,15 @@ constexpr int kMostWaiting = 3;
 struct Stay {
   int alone_ms, before_others_ms;
 };
-constexpr Stay kSuccessStay{4000, 2000}, kOtherStay{10000, 5000};
+constexpr Stay kLightStay{4000, 2000}, kGraveStay{10000, 5000};
 
-bool IsSuccess(const Tip& tip) {
-  return tip.kind == kSuccessTip;
+bool IsLightKind(int kind) {
+  return kind == kSuccessTip || kind == kHintTip;
+}
+
+// What does no harm to miss.
+bool IsLight(const Tip& tip) {
+  return IsLightKind(tip.kind);
 }
 
 }  // namespace
@@ -29,12 +34,12 @@ void TipQueue::Add(const Tip& tip) {
     return;
   }
   auto place = waiting_.end();
-  if (!IsSuccess(tip)) {
-    place = std::find_if(waiting_.begin(), waiting_.end(), IsSuccess);
+  if (!IsLight(tip)) {
+    place = std::find_if(waiting_.begin(), waiting_.end(), IsLight);
   }
   waiting_.insert(place, tip);
   if (waiting_.size() > kMostWaiting) {
-    auto least = std::find_if(waiting_.begin(), waiting_.end(), IsSuccess);
+    auto least = std::find_if(waiting_.begin(), waiting_.end(), IsLight);
     if (least == waiting_.end()) {
       least = waiting_.begin();
     }
@@ -43,7 +48,7 @@ void TipQueue::Add(const Tip& tip) {
 }
 
 int TipQueue::StayMs(int kind, bool others_wait) {
-  const Stay stay = kind == kSuccessTip ? kSuccessStay : kOtherStay;
+  const Stay stay = IsLightKind(kind) ? kLightStay : kGraveStay;
   return others_wait ? stay.before_others_ms : stay.alone_ms;
 }
 

@@ -71,6 +71,7 @@ class PlanTreeTest : public TarnTest::CPlanTest {
   Q_OBJECT
  private Q_SLOTS:
   void SignsStayWhereNamesElide();
+  void AGroupThatCyclesCarriesASign();
   void LevelsAndKindsOfGroup();
   void MenuOffersWhatSuitsTheRow();
   void MenuIsAboutTheRowItWasOpenedFor();
@@ -84,6 +85,18 @@ class PlanTreeTest : public TarnTest::CPlanTest {
   void MovesOfOtherKindsAndOfGroups();
   void DropsReportOrRefuse();
 };
+
+void PlanTreeTest::AGroupThatCyclesCarriesASign() {
+  CTreeStage stage(Opened({{"load_all", 1}}));
+  const auto picture = [&](const char* name) {
+    return stage.tree.viewport()->grab(stage.tree.visualRect(stage.Row(name))).toImage();
+  };
+  const QImage before = picture("Public A"), other = picture("Public B");
+  stage.tree.SetCyclingGroup(fixture_.Code("Public A"));
+  QVERIFY(picture("Public A") != before && picture("Public B") == other);
+  stage.tree.SetCyclingGroup(QString());
+  QCOMPARE(picture("Public A"), before);
+}
 
 void PlanTreeTest::LevelsAndKindsOfGroup() {
   Open();
