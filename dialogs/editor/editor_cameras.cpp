@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "MarUIControl/string_conversion.h"
 #include "ResourceTreeKit/camera_tree.h"
@@ -30,7 +31,7 @@ CEditorCameras::CEditorCameras(QWidget* parent)
   search_->setObjectName(QStringLiteral("camera_search"));
   search_->setPlaceholderText(tr("Search cameras"));
   search_->setAccessibleName(tr("Search cameras"));
-  search_->setToolTip(tr("Search cameras and regions (Ctrl+F)"));
+  search_->setToolTip(tr("Search cameras and regions (Ctrl+F). Return takes the only hit."));
   search_->setFixedHeight(32);
   search_->installEventFilter(this);
   tree_->setObjectName(QStringLiteral("camera_tree"));
@@ -48,7 +49,10 @@ CEditorCameras::CEditorCameras(QWidget* parent)
   filter_delay_.setSingleShot(true);
   filter_delay_.setInterval(kFilterDelay);
   connect(search_, &QLineEdit::textChanged, &filter_delay_, QOverload<>::of(&QTimer::start));
-  connect(&filter_delay_, &QTimer::timeout, this, [this] { tree_->SetFilterText(search_->text().trimmed()); });
+  connect(&filter_delay_, &QTimer::timeout, this, &CEditorCameras::Filter);
+  connect(search_, &QLineEdit::textChanged, this, [this] { takes_hits_ = false; });
+  connect(search_, &QLineEdit::returnPressed, this, &CEditorCameras::OnReturn);
+  connect(tree_, &CCameraTree::SignalFiltered, this, &CEditorCameras::OnFiltered);
   connect(tree_, &CCameraTree::SignalCameraActivated, this, &CEditorCameras::OnCamera);
   connect(tree_, &CCameraTree::SignalRegionActivated, this, &CEditorCameras::OnRegion);
   connect(tree_, &CCameraTree::SignalLoaded, this, &CEditorCameras::SignalCamerasChanged);
@@ -108,6 +112,54 @@ std::optional<CWindowText::SiteCamera> CEditorCameras::Find(const std::string& i
 void CEditorCameras::FocusSearch() {
   search_->setFocus(Qt::ShortcutFocusReason);
   search_->selectAll();
+}
+
+void CEditorCameras::ClearSearch() {
+  search_->clear();
+  Filter();
+}
+
+void CEditorCameras::Filter() {
+  filter_delay_.stop();
+  tree_->SetFilterText(search_->text().trimmed());
+}
+
+// Of what was typed last, also where it is not filtered yet.
+void CEditorCameras::OnReturn() {
+  Filter();
+  takes_hits_ = tree_->IsLoaded() && !tree_->FilterText().isEmpty();
+  if (!tree_->IsFiltering()) {
+    TakeHits();
+  }
+}
+
+void CEditorCameras::OnFiltered(int cameras) {
+  hits_ = cameras;
+  TakeHits();
+}
+
+// The only hit is what was looked for; among several the user still has to choose.
+void CEditorCameras::TakeHits() {
+  if (!std::exchange(takes_hits_, false) || hits_ == 0) {
+    return;
+  }
+  const QModelIndex row = FirstCamera();
+  if (hits_ == 1 && row.isValid()) {
+    search_->selectAll();
+    OnCamera(tree_->CameraAt(row));
+  } else {
+    tree_->setCurrentIndex(row.isValid() ? row : tree_->model()->index(0, 0));
+    tree_->setFocus(Qt::TabFocusReason);
+  }
+}
+
+// In the rows that are open.
+QModelIndex CEditorCameras::FirstCamera() const {
+  QModelIndex row = tree_->model()->index(0, 0);
+  while (row.isValid() && tree_->CameraAt(row).index_code.empty()) {
+    row = tree_->indexBelow(row);
+  }
+  return row;
 }
 
 void CEditorCameras::OnCamera(const CCameraItemInfo& camera) {

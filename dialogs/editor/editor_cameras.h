@@ -39,6 +39,8 @@ class CEditorCameras : public QWidget {
   void SetWatchInterval(int milliseconds) { watch_.setInterval(milliseconds); }
   /// Puts the focus into the search field.
   void FocusSearch();
+  /// Shows all cameras again.
+  void ClearSearch();
 
  Q_SIGNALS:
   /// The user wants this camera in the current window.
@@ -55,6 +57,11 @@ class CEditorCameras : public QWidget {
 
  private:
   void LookAgain();
+  void Filter();
+  void OnReturn();
+  void OnFiltered(int cameras);
+  void TakeHits();
+  QModelIndex FirstCamera() const;
   void OnCamera(const ResourceTreeKit::CCameraItemInfo& camera);
   void OnRegion(const QVector<ResourceTreeKit::CCameraItemInfo>& cameras);
 
@@ -64,6 +71,8 @@ class CEditorCameras : public QWidget {
   QTimer watch_;
   QSet<QString> doubted_;
   bool whole_site_ = true;
+  int hits_ = 0;             // of the filter, as last shown
+  bool takes_hits_ = false;  // once they are shown
 };
 
 }  // namespace TarnPlanView

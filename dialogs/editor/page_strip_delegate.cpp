@@ -2,26 +2,24 @@
 
 #include <QPainter>
 
-#include "TarnUIDataController/skin_loader.h"
+#include "TarnUIDataController/skin_color.h"
 #include "page_strip_model.h"
 #include "split_layout.h"
 
 namespace TarnPlanView {
+
+using tarn_ui_data_controller::SkinColor;
 
 namespace {
 
 constexpr int kPadding = 6;
 const QSize kPicture(56, 32);
 
-QColor Color(const char* name) {
-  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
-}
-
 QColor Background(QStyle::State state) {
   if (state & QStyle::State_Selected) {
-    return Color("selection");
+    return SkinColor("selection");
   }
-  return Color(state & QStyle::State_MouseOver ? "hover" : "raised");
+  return SkinColor(state & QStyle::State_MouseOver ? "hover" : "raised");
 }
 
 }  // namespace
@@ -32,13 +30,13 @@ QSize CPageStripDelegate::sizeHint(const QStyleOptionViewItem& option, const QMo
 
 void CPageStripDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const auto ink = [chosen = bool(option.state & QStyle::State_Selected)](const char* usual) {
-    return Color(chosen ? "selection_text" : usual);
+    return SkinColor(chosen ? "selection_text" : usual);
   };
   const QRect box = option.rect.adjusted(2, 2, -2, -2);
   painter->save();
   painter->setRenderHint(QPainter::Antialiasing);
   painter->setBrush(Background(option.state));
-  painter->setPen(Color("border"));
+  painter->setPen(SkinColor("border"));
   if (option.state & QStyle::State_HasFocus) {
     painter->setPen(QPen(ink("focus"), 2));
   }

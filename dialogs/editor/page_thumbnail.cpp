@@ -1,11 +1,11 @@
 #include "page_thumbnail.h"
 
-#include <QBuffer>
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 
 #include "plan_draft.h"
+#include "plan_rules/picture_bytes.h"
 #include "split_layout.h"
 #include "window_text.h"
 
@@ -38,11 +38,7 @@ std::string PaintThumbnail(const PlanDraft& draft, const CWindowText& text) {
     painter.drawText(place.adjusted(4, 2, -4, -2), Qt::AlignCenter | Qt::TextWordWrap, text.Name(window));
   }
   painter.end();
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::WriteOnly);
-  picture.save(&buffer, "PNG");
-  return bytes.toStdString();
+  return view_plugin_protocol::BytesOf(picture);
 }
 
 }  // namespace TarnPlanView

@@ -257,6 +257,7 @@ void CTarnAddPlanWidget::Private::Reset() {
   standing = {};
   stored_note.clear();
   grid->SetCurrentWindow(1);
+  cameras->ClearSearch();
   conflict_bar->hide();
   SetBusy(QString());
   footer->SetSavePossible(true);

@@ -12,7 +12,7 @@
 
 #include "MarUIControl/accessible_role.h"
 #include "TarnUIDataController/popup_menu.h"
-#include "TarnUIDataController/skin_loader.h"
+#include "TarnUIDataController/skin_color.h"
 #include "WidgetKit/drag.h"
 #include "WidgetKit/high_dpi_svg_icon.h"
 #include "camera_drop.h"
@@ -20,6 +20,7 @@
 
 namespace TarnPlanView {
 
+using tarn_ui_data_controller::SkinColor;
 using view_plugin_protocol::PlanWindow;
 
 namespace {
@@ -31,10 +32,6 @@ const QSize kSmallest(320, 180);
 constexpr int kMark = 16;
 const char kOfflineMark[] = ":/TarnHost/icons/tree_main_camera_offline_sel.svg";  // for dark ground
 const char kOwnWindow[] = "application/x-tarn-plan-window";
-
-QColor Color(const char* name) {
-  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
-}
 
 int MirroredKey(int key) {
   switch (key) {
@@ -461,7 +458,7 @@ QString CWindowGrid::Tip(int window_no) const {
 
 void CWindowGrid::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.fillRect(rect(), Color("wall_line"));
+  painter.fillRect(rect(), SkinColor("wall_line"));
   for (int window_no = 1; window_no <= WindowCount(); ++window_no) {
     PaintWindow(&painter, window_no);
   }
@@ -470,7 +467,7 @@ void CWindowGrid::paintEvent(QPaintEvent*) {
 void CWindowGrid::PaintWindow(QPainter* painter, int window_no) const {
   const QRect place = WindowRect(window_no);
   const bool is_filled = IsFilled(Window(window_no));
-  painter->fillRect(place, Color(is_filled ? "wall_bar" : "wall_empty"));
+  painter->fillRect(place, SkinColor(is_filled ? "wall_bar" : "wall_empty"));
   const QRect inside = place.adjusted(kMargin, kMargin - 2, -kMargin, 2 - kMargin);
   painter->setPen(Ink("wall_hint"));
   painter->drawText(inside, Qt::AlignTop | Qt::AlignLeft, QString::number(window_no));
@@ -483,7 +480,7 @@ void CWindowGrid::PaintWindow(QPainter* painter, int window_no) const {
 }
 
 QColor CWindowGrid::Ink(const char* name) const {
-  return Color(isEnabled() ? name : "text_disabled");
+  return SkinColor(isEnabled() ? name : "text_disabled");
 }
 
 void CWindowGrid::PaintInvitation(QPainter* painter, const QRect& inside) const {
@@ -536,19 +533,19 @@ void CWindowGrid::PaintMarks(QPainter* painter, const QRect& place, int window_n
     painter->drawRect(place.adjusted(1, 1, -2, -2));  // the pen's width belongs to the window
   };
   if (window_no == marked_) {
-    painter->setPen(QPen(Color("wall_text"), kFrame, Qt::DotLine));
+    painter->setPen(QPen(SkinColor("wall_text"), kFrame, Qt::DotLine));
     painter->setBrush(Qt::NoBrush);
     painter->drawRect(place.adjusted(2 * kFrame, 2 * kFrame, -2 * kFrame, -2 * kFrame));
   }
   if (window_no == target_) {
-    QColor veil = Color("accent");
+    QColor veil = SkinColor("accent");
     veil.setAlphaF(0.35);
     painter->fillRect(place, veil);
-    frame(Color("wall_text"), Qt::SolidLine);
+    frame(SkinColor("wall_text"), Qt::SolidLine);
   } else if (window_no == current_ && hasFocus()) {
-    frame(Color("wall_text"), Qt::SolidLine);
+    frame(SkinColor("wall_text"), Qt::SolidLine);
   } else if (window_no == current_) {
-    frame(Color("wall_hint"), Qt::DashLine);
+    frame(SkinColor("wall_hint"), Qt::DashLine);
   }
 }
 
