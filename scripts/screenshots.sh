@@ -34,6 +34,10 @@ for skin in redblack white; do
   for scene in $scenes; do
     case $scene in
       row-menu-guard) shot "$scene" "$skin" --scene "$scene" --user guard --quit-after 4 ;;
+      settings-damaged)
+        echo '{"version"' >damaged.json
+        shot "$scene" "$skin" --scene "$scene" --settings damaged.json --quit-after 4
+        ;;
       wait) shot "$scene" "$skin" --scene wait --delay 60000 --quit-after 8 ;;
       *) shot "$scene" "$skin" --scene "$scene" --quit-after 4 ;;
     esac

@@ -7,13 +7,29 @@
 
 namespace TarnClient {
 
+namespace {
+
+// As the screen has them: menus over windows, tips over menus.
+int PlaceInStack(const QWidget& window) {
+  switch (window.windowType()) {
+    case Qt::ToolTip:
+      return 2;
+    case Qt::Popup:
+      return 1;
+    default:
+      return 0;
+  }
+}
+
+}  // namespace
+
 QPixmap GrabWindows(QWidget& window) {
   QPixmap picture = window.grab();
   QPainter painter(&picture);
   const QPoint origin = window.mapToGlobal(QPoint());
   QWidgetList others = QApplication::topLevelWidgets();
-  std::stable_partition(others.begin(), others.end(),
-                        [](const QWidget* other) { return other->windowType() != Qt::Popup; });
+  std::stable_sort(others.begin(), others.end(),
+                   [](const QWidget* one, const QWidget* other) { return PlaceInStack(*one) < PlaceInStack(*other); });
   for (QWidget* other : qAsConst(others)) {
     if (other != &window && other->isVisible()) {
       painter.drawPixmap(other->mapToGlobal(QPoint()) - origin, other->grab());

@@ -43,6 +43,7 @@ class CScene : public QObject {
   void SearchCamera();
   void SearchMenu();
   void SearchRunning();
+  void LastSearches();
   void NameEditor();
   void RowMenu();
   void GroupMenu();
@@ -57,6 +58,7 @@ class CScene : public QObject {
   void Refusal();
   void History();
   void HistoryEmpty();
+  void HistoryGone();
   void Users();
   void Cycle();
   void Settings();
@@ -78,6 +80,8 @@ class CScene : public QObject {
   void AutomaticEnded();
   void Failed();
   void LongTitle();
+  void Narrow();
+  void ClosingQuestion();
   void LongHistory();
   void Preview();
   void AddActiveWindow();

@@ -37,6 +37,21 @@ void CScene::SearchMenu() {
   });
 }
 
+void CScene::LastSearches() {
+  for (const char* text : {"gate", "CAM 017", "fence"}) {
+    AddSearch(QString::fromLatin1(text));
+  }
+  Add([this] {
+    auto* panel = window_->CurrentFamily().Panel();
+    if (!panel->findChild<QListView*>(QStringLiteral("search_list_view"))->currentIndex().isValid()) {
+      return false;
+    }
+    Press(panel->GetLocateViewWidget(), Qt::Key_Escape);
+    Press(panel->GetLocateViewWidget(), Qt::Key_Down);
+    return true;
+  });
+}
+
 // The demo site's store answers at once: what an answer that takes its time looks like is put there.
 void CScene::SearchRunning() {
   Search();

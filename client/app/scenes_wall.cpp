@@ -87,9 +87,42 @@ void CScene::LongTitle() {
   });
 }
 
+// As on a small screen, or beside another program.
+void CScene::Narrow() {
+  Browse();
+  AddExpansion(QStringLiteral("Tours"));
+  AddPlay(QStringLiteral("Night patrol"));
+  Add([this] {
+    window_->resize(800, 660);
+    return true;
+  });
+}
+
+void CScene::ClosingQuestion() {
+  Browse();
+  AddPlay(QStringLiteral("Gate overview"));
+  Add([this] {
+    window_->close();
+    return true;
+  });
+}
+
+void CScene::HistoryGone() {
+  Browse();
+  AddPlay(QStringLiteral("Gates overview"));
+  AddPlay(QStringLiteral("Gate overview"));
+  AddYes();
+  AddCurrent(QStringLiteral("Gates overview"));
+  AddClick(QStringLiteral("delete_btn"));
+  Add([this] { return !Row(QStringLiteral("Gates overview")).isValid(); });
+  HistoryEmpty();
+}
+
+// None of these plans is there, and the service is not to say so.
 void CScene::LongHistory() {
   Browse();
   Add([this] {
+    TarnHost::InstallHostServices(nullptr);
     for (int plan = CPlayHistory::kMostPlans; plan > 0; --plan) {
       const QString number = QString::number(plan);
       const QDateTime played(QDate(2026, 3, 2), QTime(9, 60 - 2 * plan));

@@ -41,7 +41,7 @@ constexpr Look kLooks[kRowCommands] = {
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Move to..."), "Ctrl+Shift+M", ""},
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Rename"), "Shift+F2", ""},
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Stop"), "", "Esc"},
-    {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Set as default view"), "", ""},
+    {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Set as default view"), "Ctrl+Shift+D", ""},
 };
 
 RowCommand CommandAt(size_t place) {
@@ -154,7 +154,7 @@ void CRowMenu::Run(RowCommand command) {
   if (state.IsEnabled()) {
     Do(command, row);
   } else {
-    Refuse(state.reason);
+    Q_EMIT SignalMessage(state.reason, CNomalMessage::Hint);
   }
 }
 

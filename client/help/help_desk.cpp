@@ -49,17 +49,31 @@ void CHelpDesk::Open() {
   }
 }
 
+// A menu keeps all keys and clicks from the list, and the one that takes F1 is still in the middle of that.
+void CHelpDesk::OpenOverMenus() {
+  if (!QApplication::activePopupWidget()) {
+    return Open();
+  }
+  while (QWidget* popup = QApplication::activePopupWidget()) {
+    popup->close();
+    if (popup == QApplication::activePopupWidget()) {
+      return;  // it does not close
+    }
+  }
+  QMetaObject::invokeMethod(this, &CHelpDesk::Open, Qt::QueuedConnection);
+}
+
 QDialog* CHelpDesk::Window() const {
   return list_;
 }
 
 bool CHelpDesk::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() != QEvent::KeyPress || !watched->isWidgetType() || QApplication::activePopupWidget()) {
+  if (event->type() != QEvent::KeyPress || !watched->isWidgetType()) {
     return QObject::eventFilter(watched, event);
   }
   const auto* press = static_cast<QKeyEvent*>(event);
   if (press->key() == Qt::Key_F1 && press->modifiers() == Qt::NoModifier && !press->isAutoRepeat()) {
-    Open();
+    OpenOverMenus();
     return true;
   }
   const bool has_no_keys = list_ && list_->testAttribute(Qt::WA_ShowWithoutActivating) && !list_->isActiveWindow();

@@ -13,7 +13,7 @@ namespace TarnClient {
 
 /// F1, wherever in the client: the list of keys over what is active. Over a modal dialog it belongs to that, or it
 /// would be blocked; over a box that closes when it loses the activation it is shown without taking it, and Esc closes
-/// the list before the box. Thread: GUI.
+/// the list before the box. Menus and other pop-ups close. Thread: GUI.
 class CHelpDesk : public QObject {
   Q_OBJECT
  public:
@@ -28,6 +28,8 @@ class CHelpDesk : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void OpenOverMenus();
+
   const std::function<QList<MarUIControl::KeyEntry>()> keys_;
   QWidget* const window_;
   QPointer<QDialog> list_;

@@ -1,6 +1,8 @@
 #include "help/help_window.h"
 
+#include <QCoreApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -14,6 +16,19 @@ namespace TarnClient {
 namespace {
 
 constexpr QSize kSize(620, 560);
+
+// Keys of the list that the field has no use for.
+bool IsForList(const QKeyEvent& press) {
+  switch (press.key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+      return !(press.modifiers() & ~Qt::KeypadModifier);
+    default:
+      return false;
+  }
+}
 
 }  // namespace
 
@@ -29,6 +44,7 @@ CHelpWindow::CHelpWindow(const QList<MarUIControl::KeyEntry>& keys, QWidget* par
   words_->setPlaceholderText(tr("Find a key or what it does"));
   words_->setAccessibleName(words_->placeholderText());
   words_->setClearButtonEnabled(true);
+  words_->installEventFilter(this);
   filter_->setSourceModel(new CKeyList(keys, this));
   list_ = new QTreeView(this);
   list_->setObjectName(QStringLiteral("help_list"));
@@ -54,6 +70,14 @@ CHelpWindow::CHelpWindow(const QList<MarUIControl::KeyEntry>& keys, QWidget* par
   connect(words_, &QLineEdit::textChanged, this, &CHelpWindow::Filter);
   connect(words_, &QLineEdit::returnPressed, list_, [this] { list_->setFocus(Qt::OtherFocusReason); });
   Filter(QString());
+}
+
+bool CHelpWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == words_ && event->type() == QEvent::KeyPress && IsForList(*static_cast<QKeyEvent*>(event))) {
+    QCoreApplication::sendEvent(list_, event);
+    return true;
+  }
+  return QDialog::eventFilter(watched, event);
 }
 
 void CHelpWindow::Filter(const QString& words) {

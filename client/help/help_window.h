@@ -16,12 +16,15 @@ namespace TarnClient {
 
 class CKeyFilter;
 
-/// The list of keys, by group, to be filtered by what they do or by the keys' names. Esc closes it and nothing else.
-/// Thread: GUI.
+/// The list of keys, by group, to be filtered by what they do or by the keys' names. Keys that scroll the list do so
+/// from the field as well. Esc closes it and nothing else. Thread: GUI.
 class CHelpWindow : public QDialog {
   Q_OBJECT
  public:
   CHelpWindow(const QList<MarUIControl::KeyEntry>& keys, QWidget* parent);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void Filter(const QString& words);

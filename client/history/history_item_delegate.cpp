@@ -3,18 +3,16 @@
 #include <QApplication>
 #include <QPainter>
 
-#include "TarnUIDataController/skin_loader.h"
+#include "TarnUIDataController/skin_color.h"
 #include "history/play_history.h"
 
 namespace TarnClient {
 
+using tarn_ui_data_controller::SkinColor;
+
 namespace {
 
 constexpr int kMargin = 10, kPadding = 6;
-
-QColor Color(const char* name) {
-  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
-}
 
 }  // namespace
 
@@ -27,12 +25,16 @@ void CHistoryItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& 
   style->drawControl(QStyle::CE_ItemViewItem, &row, painter, row.widget);
 
   const bool selected = row.state & QStyle::State_Selected;
+  const bool enabled = row.state & QStyle::State_Enabled;
   const QFontMetrics& metrics = option.fontMetrics;
   const QRect inside = option.rect.adjusted(kMargin, kPadding, -kMargin, -kPadding);
   const QString time = index.data(CPlayHistory::TimeRole).toString();
   const int time_width = metrics.horizontalAdvance(time) + kMargin;
   const auto line = [&](const QString& text, int top, int width, const char* color) {
-    painter->setPen(Color(selected ? "selection_text" : color));
+    painter->setPen(SkinColor(enabled ? color : "text_disabled"));
+    if (selected) {
+      painter->setPen(SkinColor("selection_text"));
+    }
     painter->drawText(QRect(inside.left(), top, width, metrics.height()), Qt::AlignLeft | Qt::AlignVCenter,
                       metrics.elidedText(text, Qt::ElideMiddle, width));
   };

@@ -1,5 +1,6 @@
 #include "history/history_popup.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -59,7 +60,8 @@ void CHistoryPopup::ShowBelow(QWidget* anchor) {
   list_->setFixedHeight(list_height);
   resize(kWidth, minimumSizeHint().height());
   move(PlaceBelow(anchor, size()));
-  list_->setCurrentIndex(history_->index(0));
+  anchor_ = anchor;
+  list_->setCurrentIndex(FirstPlayable());
   list_->scrollToTop();
   show();
   if (rows > 0) {
@@ -81,8 +83,26 @@ bool CHistoryPopup::eventFilter(QObject* watched, QEvent* event) {
   return QFrame::eventFilter(watched, event);
 }
 
+// While the pop-up had the mouse, the button was not let know that it has left.
+void CHistoryPopup::hideEvent(QHideEvent* event) {
+  QFrame::hideEvent(event);
+  if (anchor_ && !anchor_->rect().contains(anchor_->mapFromGlobal(QCursor::pos()))) {
+    anchor_->setAttribute(Qt::WA_UnderMouse, false);
+    anchor_->update();
+  }
+}
+
+QModelIndex CHistoryPopup::FirstPlayable() const {
+  for (int row = 0; row < history_->rowCount(); ++row) {
+    if (history_->index(row).flags() & Qt::ItemIsEnabled) {
+      return history_->index(row);
+    }
+  }
+  return QModelIndex();
+}
+
 void CHistoryPopup::Take(const QModelIndex& index) {
-  if (index.isValid()) {
+  if (index.flags() & Qt::ItemIsEnabled) {
     const int row = index.row();
     hide();
     Q_EMIT SignalTaken(row);

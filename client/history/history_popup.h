@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFrame>
+#include <QPointer>
 
 class QLabel;
 class QListView;
@@ -17,7 +18,7 @@ class CHistoryPopup : public QFrame {
   /// `history` is not owned and outlives the pop-up.
   CHistoryPopup(CPlayHistory* history, QWidget* parent);
 
-  /// Opens below `anchor`, the newest plan current.
+  /// Opens below `anchor`, the newest plan that can be played current.
   void ShowBelow(QWidget* anchor);
 
  Q_SIGNALS:
@@ -26,13 +27,16 @@ class CHistoryPopup : public QFrame {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
   void Take(const QModelIndex& index);
+  QModelIndex FirstPlayable() const;
 
   CPlayHistory* const history_;
   QListView* list_ = nullptr;
   QLabel* empty_ = nullptr;
+  QPointer<QWidget> anchor_;
 };
 
 }  // namespace TarnClient

@@ -42,6 +42,14 @@ void CPlayHistory::Rename(const QString& code, const QString& name) {
   }
 }
 
+void CPlayHistory::SetReason(const QString& code, const QString& why_not) {
+  const int row = RowOf(code);
+  if (row >= 0 && plans_[row].why_not != why_not) {
+    plans_[row].why_not = why_not;
+    Q_EMIT dataChanged(index(row), index(row));
+  }
+}
+
 QString CPlayHistory::NameOf(const QString& code) const {
   const int row = RowOf(code);
   if (row < 0) {
@@ -69,20 +77,28 @@ QVariant CPlayHistory::data(const QModelIndex& index, int role) const {
   }
   const PlayedPlan& plan = plans_.at(index.row());
   const QString time = ShownTime(plan.time, QStringLiteral("HH:mm"));
+  const QString below = plan.why_not.isEmpty() ? plan.place : plan.why_not;
   switch (role) {
     case Qt::DisplayRole:
       return plan.name;
     case PlaceRole:
-      return plan.place;
+      return below;
     case TimeRole:
       return time;
     case Qt::ToolTipRole:
-      return QStringLiteral("%1<br>%2").arg(plan.name.toHtmlEscaped(), plan.place.toHtmlEscaped());
+      return QStringLiteral("%1<br>%2").arg(plan.name.toHtmlEscaped(), below.toHtmlEscaped());
     case Qt::AccessibleTextRole:
-      return QStringLiteral("%1, %2, %3").arg(plan.name, plan.place, time);
+      return QStringLiteral("%1, %2, %3").arg(plan.name, below, time);
     default:
       return QVariant();
   }
+}
+
+Qt::ItemFlags CPlayHistory::flags(const QModelIndex& index) const {
+  if (index.isValid() && !plans_.at(index.row()).why_not.isEmpty()) {
+    return Qt::ItemNeverHasChildren;
+  }
+  return QAbstractListModel::flags(index);
 }
 
 }  // namespace TarnClient

@@ -11,6 +11,7 @@ struct PlayedPlan {
   QString code, name;
   QString place;  // the groups above it, or its family
   QDateTime time;
+  QString why_not = {};  // it cannot be played any more; not kept for the next start
 };
 
 /// The plans that the user played last, newest first, each once. Thread: GUI.
@@ -26,6 +27,8 @@ class CPlayHistory : public QAbstractListModel {
   void Add(const PlayedPlan& plan);
   /// Nothing for a plan that is not there.
   void Rename(const QString& code, const QString& name);
+  /// Why a plan cannot be played any more, for the user: it stays in its place, grey. An empty text: it can.
+  void SetReason(const QString& code, const QString& why_not);
   void Clear() { SetPlans({}); }
   /// Latest first; more than kMostPlans are cut off.
   void SetPlans(const QVector<PlayedPlan>& plans);
@@ -36,6 +39,7 @@ class CPlayHistory : public QAbstractListModel {
 
   int rowCount(const QModelIndex& parent = QModelIndex()) const override;
   QVariant data(const QModelIndex& index, int role) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  private:
   void RemoveRow(int row);

@@ -13,12 +13,18 @@ QString TextOf(PlanChange change, const QString& name) {
     case PlanChange::PlanAdded:
       text = QT_TRANSLATE_NOOP("TarnClient::ChangeTexts", "Created %1");
       break;
+    case PlanChange::EmptyPlanAdded:
+      text = QT_TRANSLATE_NOOP("TarnClient::ChangeTexts", "Created %1. It shows no camera yet.");
+      break;
     case PlanChange::GroupRenamed:
     case PlanChange::PlanRenamed:
       text = QT_TRANSLATE_NOOP("TarnClient::ChangeTexts", "Renamed to %1");
       break;
     case PlanChange::PlanSaved:
       text = QT_TRANSLATE_NOOP("TarnClient::ChangeTexts", "Saved %1");
+      break;
+    case PlanChange::EmptyPlanSaved:
+      text = QT_TRANSLATE_NOOP("TarnClient::ChangeTexts", "Saved %1. It shows no camera yet.");
       break;
   }
   if (!text || name.isEmpty()) {

@@ -13,6 +13,7 @@
 #include "MarUIControl/offer_strip.h"
 #include "MarUIControl/string_conversion.h"
 #include "messages/change_texts.h"
+#include "plan_rules/window_content.h"
 
 namespace TarnClient {
 
@@ -32,6 +33,22 @@ int StateOf(const QString& text, int reported) {
   return reported;
 }
 
+using Pages = std::list<view_plugin_protocol::PlanPage>;
+
+PlanChange AddedOf(const Pages& pages) {
+  if (view_plugin_protocol::FilledWindowsOf(pages) == 0) {
+    return PlanChange::EmptyPlanAdded;
+  }
+  return PlanChange::PlanAdded;
+}
+
+PlanChange SavedOf(const Pages& pages) {
+  if (view_plugin_protocol::FilledWindowsOf(pages) == 0) {
+    return PlanChange::EmptyPlanSaved;
+  }
+  return PlanChange::PlanSaved;
+}
+
 }  // namespace
 
 CChangeTips::CChangeTips(CViewExternWidget* panel, QAbstractItemModel* rows, CStandardViewController* controller,
@@ -48,11 +65,11 @@ CChangeTips::CChangeTips(CViewExternWidget* panel, QAbstractItemModel* rows, CSt
   connect(controller, &CStandardViewController::SignalAddPlanGroupSucc, this,
           [this](const auto&, const auto& group) { Note(PlanChange::GroupAdded, StringToQString(group.name)); });
   connect(controller, &CStandardViewController::SignalAddPlanSucc, this,
-          [this](const auto& plan) { Note(PlanChange::PlanAdded, StringToQString(plan.plan_name)); });
+          [this](const auto& plan) { Note(AddedOf(plan.pages), StringToQString(plan.plan_name)); });
   connect(controller, &CStandardViewController::SignalUpdatePlanGroupNameSucc, this,
           [this](const auto&, const QString& name) { Note(PlanChange::GroupRenamed, name); });
   connect(controller, &CStandardViewController::SignalUpdatePlanSucc, this, [this](const auto& plan) {
-    NoteSaved(StringToQString(plan.plan_index_code), StringToQString(plan.plan_name));
+    NoteSaved(StringToQString(plan.plan_index_code), StringToQString(plan.plan_name), SavedOf(plan.pages));
   });
   const auto forget = [this] { Note(PlanChange::None, QString()); };
   connect(controller, &CStandardViewController::SignalDeletePlanGroupSucc, this, forget);
@@ -68,11 +85,11 @@ void CChangeTips::KeepName(const QModelIndex& row) {
   taken_out_ = {row.data(TarnPlanView::PlanIndexCodeRole).toString(), row.data().toString()};
 }
 
-void CChangeTips::NoteSaved(const QString& code, const QString& name) {
+void CChangeTips::NoteSaved(const QString& code, const QString& name, PlanChange saved) {
   if (taken_out_.code == code && taken_out_.name != name) {
     Note(PlanChange::PlanRenamed, name);
   } else {
-    Note(PlanChange::PlanSaved, name);
+    Note(saved, name);
   }
 }
 

@@ -41,7 +41,7 @@ class CChangeTips : public QObject {
   void OnMoreWords(const QString& text);
   void Note(PlanChange change, const QString& name);
   void KeepName(const QModelIndex& row);
-  void NoteSaved(const QString& code, const QString& name);
+  void NoteSaved(const QString& code, const QString& name, PlanChange saved);
   Offer CurrentOffer() const;
 
   const QPointer<TarnPlanView::CViewExternWidget> panel_;

@@ -1,5 +1,6 @@
 #include "plans/plan_family.h"
 
+#include <TarnPlanView/plan_view_tree.h>
 #include <TarnPlanView/standard_plan_model_export.h>
 #include <TarnPlanView/view_model_data_manager_export.h>
 
@@ -92,6 +93,10 @@ void CPlanFamily::RenewMark(const QString& code) {
   model_->SetPlayingIndexCode(code);  // rows that are loaded later take their mark from here
   CViewModelDataManagerExport::Instance().SetPlanPlayStateByIndexCode(model_->GetViewManagerMonitorId(), code, true);
   panel_->RenewPlayingIcons(code);
+}
+
+void CPlanFamily::MarkCycling(const QString& code) {
+  panel_->GetPlanViewTree()->SetCyclingGroup(code);
 }
 
 // After the trees have taken the change: so those who ask for plans on this notice find them as they are now.

@@ -39,6 +39,8 @@ class CPlanFamily : public QObject {
   void MarkPlaying(const QString& code);
   /// Marks it and leaves the current row alone: for what starts by itself, and for rows that were made again.
   void RenewMark(const QString& code);
+  /// The group whose plans play in turn; an empty code takes the mark away.
+  void MarkCycling(const QString& code);
 
  Q_SIGNALS:
   /// The panel says this of a change by itself, without a tip.

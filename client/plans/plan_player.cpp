@@ -318,6 +318,7 @@ void CPlanPlayer::Do(const Commands::AwaitNextPlan& await) {
 }
 
 void CPlanPlayer::Do(const Commands::ShowState&) {
+  mark_->SetCycling(StringToQString(state_.cycle.value_or(CProgramme::Cycle()).code));
   Q_EMIT SignalStateChanged();
 }
 

@@ -28,6 +28,12 @@ void CPlayingMark::Set(const QString& code, bool makes_current) {
   }
 }
 
+void CPlayingMark::SetCycling(const QString& group_code) {
+  for (CPlanFamily* family : qAsConst(families_)) {
+    family->MarkCycling(group_code);
+  }
+}
+
 void CPlayingMark::RenewLater() {
   if (!code_.isEmpty()) {
     renew_.start(0);

@@ -8,7 +8,7 @@ namespace TarnClient {
 
 class CPlanFamily;
 
-/// Keeps the plan that plays marked in the trees. The mark is lost when rows are made again, so it is set again after
+/// Keeps what plays marked in the trees. The mark of a plan is lost when rows are made again, so it is set again after
 /// rows came in, without a change of the current row; several such changes in a row lead to one renewal. Thread: GUI.
 class CPlayingMark : public QObject {
   Q_OBJECT
@@ -19,6 +19,8 @@ class CPlayingMark : public QObject {
   void Watch(CPlanFamily* family);
   /// Marks this plan and no other; an empty code takes the mark away. What the user has asked for becomes current, too.
   void Set(const QString& code, bool makes_current);
+  /// The plans of this group play in turn; an empty code for none.
+  void SetCycling(const QString& group_code);
 
  private:
   void RenewLater();

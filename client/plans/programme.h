@@ -33,6 +33,8 @@ class CProgramme {
     CycleTurn last = {};                  // on the wall; a default one at first
     std::optional<QString> failure = {};  // why no other plan came, for a run of failures
     WallPlace place = {0};                // where the plan of the last turn goes on, when it is played again
+
+    bool HasBegun() const { return last.position >= 0; }
   };
   struct TimedEnd {
     QDateTime at;
@@ -143,6 +145,7 @@ class CProgramme {
   void AskDefaultView();
   void OpenDefaultViewAgain(const Failed& failed);
   bool IsRetry(PlayOrigin by) const { return by == PlayOrigin::DefaultView && state_.failures > 0; }
+  static bool MayPass(int32_t error_kind);
   void Fail(const Failed& failed);
   void BeginTimed(const Events::Plan& plan);
   void EndTimed();

@@ -126,11 +126,16 @@ QImage CPlanSaver::Picture() const {
   return wall_->Picture();
 }
 
+// An empty wall has nothing to lose.
+void CPlanSaver::RefuseCommand(const QString& why_not) {
+  const auto state = wall_->IsPlaying() ? CNomalMessage::Failure : CNomalMessage::Hint;
+  Q_EMIT SignalMessage(tr("Not saved: %1.").arg(why_not), state);
+}
+
 void CPlanSaver::Save() {
   const QString why_not = WhyNotSave();
   if (!why_not.isEmpty()) {
-    Q_EMIT SignalMessage(tr("Not saved: %1.").arg(why_not), CNomalMessage::Failure);
-    return;
+    return RefuseCommand(why_not);
   }
   if (saving_) {
     return;
@@ -186,8 +191,7 @@ void CPlanSaver::Send(const GetPlanDetailResponse& fresh) {
 void CPlanSaver::SaveAs() {
   const QString why_not = WhyNotSaveAs();
   if (!why_not.isEmpty()) {
-    Q_EMIT SignalMessage(tr("Not saved: %1.").arg(why_not), CNomalMessage::Failure);
-    return;
+    return RefuseCommand(why_not);
   }
   pending_ = {};
   pending_.pages = wall_->Plan().pages;

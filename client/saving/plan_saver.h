@@ -58,6 +58,7 @@ class CPlanSaver : public QObject {
   using FreshPlan = HostCalls::Result<view_plugin_protocol::GetPlanDetailResponse>;
 
   CPlanFamily* FamilyOfPlan() const;
+  void RefuseCommand(const QString& why_not);
   QString WhyNotSave() const;
   QString WhyNotSave(const FreshPlan& fresh, const std::string& code) const;
   QString WhyNotSaveAs() const;

@@ -1,7 +1,8 @@
 #include "saving/thumbnail.h"
 
-#include <QBuffer>
 #include <QPainter>
+
+#include "plan_rules/picture_bytes.h"
 
 namespace TarnClient {
 
@@ -16,11 +17,7 @@ std::string ThumbnailOf(const QImage& windows, const QColor& ground) {
   QPainter painter(&picture);
   painter.drawImage((size.width() - scaled.width()) / 2, (size.height() - scaled.height()) / 2, scaled);
   painter.end();
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::WriteOnly);
-  picture.save(&buffer, "PNG");
-  return bytes.toStdString();
+  return view_plugin_protocol::BytesOf(picture);
 }
 
 }  // namespace TarnClient

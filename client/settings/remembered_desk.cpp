@@ -89,7 +89,9 @@ QJsonObject RememberedDesk::ToJson() const {
     of_families.append(JsonOf(family));
   }
   for (const PlayedPlan& plan : history.mid(0, CPlayHistory::kMostPlans)) {
-    of_history.append(JsonOf(plan));
+    if (plan.why_not.isEmpty()) {
+      of_history.append(JsonOf(plan));
+    }
   }
   QJsonObject json{{QStringLiteral("maximized"), is_maximized},
                    {QStringLiteral("side_width"), side_width},

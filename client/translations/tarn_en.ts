@@ -272,6 +272,13 @@
     </message>
 </context>
 <context>
+    <name>TarnClient::CBarOverflow</name>
+    <message>
+        <source>More</source>
+        <translation>More</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CHelpWindow</name>
     <message>
         <source>Keys</source>
@@ -1125,6 +1132,14 @@
         <source>Saved %1</source>
         <translation>Saved %1</translation>
     </message>
+    <message>
+        <source>Created %1. It shows no camera yet.</source>
+        <translation>Created %1. It shows no camera yet.</translation>
+    </message>
+    <message>
+        <source>Saved %1. It shows no camera yet.</source>
+        <translation>Saved %1. It shows no camera yet.</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::WallKeys</name>
@@ -1872,16 +1887,16 @@
         <translation>Search cameras</translation>
     </message>
     <message>
-        <source>Search cameras and regions (Ctrl+F)</source>
-        <translation>Search cameras and regions (Ctrl+F)</translation>
-    </message>
-    <message>
         <source>Cameras</source>
         <translation>Cameras</translation>
     </message>
     <message>
         <source>Double click or Return puts a camera into the current window, Ctrl+Return a whole region</source>
         <translation>Double click or Return puts a camera into the current window, Ctrl+Return a whole region</translation>
+    </message>
+    <message>
+        <source>Search cameras and regions (Ctrl+F). Return takes the only hit.</source>
+        <translation>Search cameras and regions (Ctrl+F). Return takes the only hit.</translation>
     </message>
 </context>
 <context>
@@ -2384,6 +2399,15 @@
     <message>
         <source>More</source>
         <translation>More</translation>
+    </message>
+    <message>
+        <source>The plans of this group play in turn</source>
+        <translation>The plans of this group play in turn</translation>
+    </message>
+    <message>
+        <source>The plans of this group play in turn</source>
+        <comment>view</comment>
+        <translation>The views of this group play in turn</translation>
     </message>
 </context>
 <context>
@@ -3794,13 +3818,13 @@ never starts</translation>
         <translation>Try again</translation>
     </message>
     <message>
-        <source>Double-click a plan, or drag one here, to play it</source>
-        <translation>Double-click a plan, or drag one here, to play it</translation>
+        <source>Double-click a plan, or press Return on it, or drag it here, to play it</source>
+        <translation>Double-click a plan, or press Return on it, or drag it here, to play it</translation>
     </message>
     <message>
-        <source>Double-click a plan, or drag one here, to play it</source>
+        <source>Double-click a plan, or press Return on it, or drag it here, to play it</source>
         <comment>view</comment>
-        <translation>Double-click a view, or drag one here, to play it</translation>
+        <translation>Double-click a view, or press Return on it, or drag it here, to play it</translation>
     </message>
 </context>
 </TS>

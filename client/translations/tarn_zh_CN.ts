@@ -318,6 +318,13 @@
     </message>
 </context>
 <context>
+    <name>TarnClient::CBarOverflow</name>
+    <message>
+        <source>More</source>
+        <translation>更多</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CHelpWindow</name>
     <message>
         <source>Keys</source>
@@ -1170,6 +1177,14 @@
         <source>Saved %1</source>
         <translation>已保存 %1</translation>
     </message>
+    <message>
+        <source>Created %1. It shows no camera yet.</source>
+        <translation>已创建 %1，尚无摄像机。</translation>
+    </message>
+    <message>
+        <source>Saved %1. It shows no camera yet.</source>
+        <translation>已保存 %1，尚无摄像机。</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::WallKeys</name>
@@ -1931,16 +1946,16 @@
         <translation>搜索摄像机</translation>
     </message>
     <message>
-        <source>Search cameras and regions (Ctrl+F)</source>
-        <translation>搜索摄像机和区域 (Ctrl+F)</translation>
-    </message>
-    <message>
         <source>Cameras</source>
         <translation>摄像机</translation>
     </message>
     <message>
         <source>Double click or Return puts a camera into the current window, Ctrl+Return a whole region</source>
         <translation>双击或回车将摄像机放入当前窗口，Ctrl+回车放入整个区域</translation>
+    </message>
+    <message>
+        <source>Search cameras and regions (Ctrl+F). Return takes the only hit.</source>
+        <translation>搜索摄像机和区域 (Ctrl+F)。只有一个结果时按回车键即可选用。</translation>
     </message>
 </context>
 <context>
@@ -2443,6 +2458,15 @@
     <message>
         <source>More</source>
         <translation>更多</translation>
+    </message>
+    <message>
+        <source>The plans of this group play in turn</source>
+        <translation>正在轮流播放此组的预案</translation>
+    </message>
+    <message>
+        <source>The plans of this group play in turn</source>
+        <comment>view</comment>
+        <translation>正在轮流播放此组的视图</translation>
     </message>
 </context>
 <context>
@@ -3838,13 +3862,13 @@ never starts</source>
         <translation>重试</translation>
     </message>
     <message>
-        <source>Double-click a plan, or drag one here, to play it</source>
-        <translation>双击预案或将其拖到此处播放</translation>
+        <source>Double-click a plan, or press Return on it, or drag it here, to play it</source>
+        <translation>双击预案、选中后按回车键，或将其拖到此处即可播放</translation>
     </message>
     <message>
-        <source>Double-click a plan, or drag one here, to play it</source>
+        <source>Double-click a plan, or press Return on it, or drag it here, to play it</source>
         <comment>view</comment>
-        <translation>双击视图或将其拖到此处播放</translation>
+        <translation>双击视图、选中后按回车键，或将其拖到此处即可播放</translation>
     </message>
 </context>
 </TS>

@@ -2,17 +2,15 @@
 
 #include <QPainter>
 
-#include "TarnUIDataController/skin_loader.h"
+#include "TarnUIDataController/skin_color.h"
 
 namespace TarnClient {
+
+using tarn_ui_data_controller::SkinColor;
 
 namespace {
 
 constexpr int kFrame = 3, kPadding = 12, kVeil = 110;
-
-QColor Color(const char* name) {
-  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
-}
 
 }  // namespace
 
@@ -33,19 +31,19 @@ void CDropHint::ShowOver(const QRect& area, const QString& text) {
 
 void CDropHint::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  QColor veil = Color("background");
+  QColor veil = SkinColor("background");
   veil.setAlpha(kVeil);
   painter.fillRect(rect(), veil);
-  painter.setPen(QPen(Color("focus"), kFrame, Qt::DashLine));
+  painter.setPen(QPen(SkinColor("focus"), kFrame, Qt::DashLine));
   painter.drawRect(rect().adjusted(kFrame, kFrame, -kFrame - 1, -kFrame - 1));
   const QString shown = fontMetrics().elidedText(text_, Qt::ElideMiddle, width() - 4 * kPadding);
   QRect box = fontMetrics().boundingRect(shown).adjusted(-kPadding, -kPadding, kPadding, kPadding);
   box.moveCenter(rect().center());
   painter.setPen(Qt::NoPen);
-  painter.setBrush(Color("raised"));
+  painter.setBrush(SkinColor("raised"));
   painter.setRenderHint(QPainter::Antialiasing);
   painter.drawRoundedRect(box, 4, 4);
-  painter.setPen(Color("text"));
+  painter.setPen(SkinColor("text"));
   painter.drawText(box, Qt::AlignCenter, shown);
 }
 

@@ -12,7 +12,7 @@
 #include "MarUIControl/accessible_role.h"
 #include "MarUIControl/offer_strip.h"
 #include "MarUIControl/string_conversion.h"
-#include "TarnUIDataController/skin_loader.h"
+#include "TarnUIDataController/skin_color.h"
 #include "marlog/marlog.h"
 #include "plan_rules/splits.h"
 #include "plan_rules/window_content.h"
@@ -26,6 +26,7 @@
 namespace TarnClient {
 
 using MarUIControl::StringToQString;
+using tarn_ui_data_controller::SkinColor;
 using view_plugin_protocol::Content;
 using view_plugin_protocol::kMostWindowsOfPage;
 using view_plugin_protocol::PlanPage;
@@ -60,10 +61,6 @@ void Take(QDropEvent* event) {
     event->setDropAction(Qt::CopyAction);
   }
   event->accept();
-}
-
-QColor Color(const char* name) {
-  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
 }
 
 }  // namespace
@@ -417,10 +414,10 @@ void CLiveWall::dropEvent(QDropEvent* event) {
 
 void CLiveWall::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.fillRect(rect(), Color("background"));
-  painter.fillRect(stack_->geometry(), Color("wall"));
+  painter.fillRect(rect(), SkinColor("background"));
+  painter.fillRect(stack_->geometry(), SkinColor("wall"));
   if (hasFocus()) {
-    painter.setPen(QPen(Color("focus"), kGap));
+    painter.setPen(QPen(SkinColor("focus"), kGap));
     painter.drawRect(rect().adjusted(1, 1, -1, -1));
   }
 }

@@ -8,6 +8,7 @@
 #include "MarUIControl/accessible_role.h"
 #include "MarUIControl/key_guide.h"
 #include "MarUIControl/label.h"
+#include "wall/bar_overflow.h"
 #include "wall/steady_width.h"
 
 namespace TarnClient {
@@ -55,6 +56,7 @@ CWallBar::CWallBar(QWidget* parent)
   setLayout(new QHBoxLayout);
   layout()->setContentsMargins(12, 4, 8, 4);
   layout()->setSpacing(3);
+  overflow_ = new CBarOverflow(this, title_);
   AddTexts();
   NameTimes();
   AddButtons();
@@ -114,6 +116,12 @@ void CWallBar::AddButtons() {
   Label(stop_, tr("Stop the plan"));
   save_ = AddButton("wall_save_btn");
   save_menu_ = AddButton("wall_save_menu_btn");
+  // What is wanted least often gives way first; stop never does.
+  for (const auto& together :
+       {QVector<QToolButton*>{save_, save_menu_}, {show_in_tree_}, {previous_, next_}, {pause_}}) {
+    overflow_->Add(together);
+  }
+  overflow_->AddMore();
 }
 
 void CWallBar::OfferOnTitle(QAction* action) {
@@ -228,13 +236,14 @@ void CWallBar::ShowNote(const QString& text) {
 }
 
 QPoint CWallBar::SavePlace(int width) const {
-  return save_menu_->mapToGlobal(QPoint(save_menu_->width() - width, save_menu_->height() + 1));
+  const QToolButton* button = save_menu_->isHidden() ? overflow_->MoreButton() : save_menu_;
+  return button->mapToGlobal(QPoint(button->width() - width, button->height() + 1));
 }
 
 QList<QAction*> CWallBar::Commands() const {
   QList<QAction*> commands;
   for (const QToolButton* button : {previous_, pause_, next_, stop_}) {
-    if (!button->isHidden()) {
+    if (overflow_->IsWanted(button)) {
       commands << button->defaultAction();
     }
   }
@@ -245,13 +254,14 @@ void CWallBar::SetPartsVisible(bool playing, bool several, bool in_turn) {
   is_playing_ = playing;
   ShowNote(note_->text());
   for (QToolButton* button : {previous_, pause_, next_}) {
-    button->setVisible(several || in_turn);
+    overflow_->SetWanted(button, several || in_turn);
   }
   time_->setVisible(several);
   page_->setVisible(several);
   turn_time_->setVisible(in_turn);
+  overflow_->SetWanted(stop_, playing);
   stop_->setVisible(playing);
-  show_in_tree_->setVisible(playing);
+  overflow_->SetWanted(show_in_tree_, playing);
 }
 
 }  // namespace TarnClient

@@ -12,8 +12,10 @@ class CLabel;
 
 namespace TarnClient {
 
-/// The strip above the wall: name of the plan, its page, the buttons to turn, hold and stop, and those to save.
-/// Thread: GUI.
+class CBarOverflow;
+
+/// The strip above the wall: name of the plan, its page, the buttons to turn, hold and stop, and those to save. In a
+/// narrow window the name keeps its room and buttons go into a menu. Thread: GUI.
 class CWallBar : public QWidget {
   Q_OBJECT
  public:
@@ -28,7 +30,7 @@ class CWallBar : public QWidget {
   void ShowCycle(const QString& text);
   /// Something about the plan that plays, or that has ended; an empty text for nothing.
   void ShowNote(const QString& text);
-  /// What can be done with what plays: the actions of the buttons in sight, but for those to save.
+  /// What can be done with what plays: the actions of the buttons, but for those to save.
   QList<QAction*> Commands() const;
   /// What the save buttons do is the window's.
   QToolButton* ShowInTreeButton() const { return show_in_tree_; }
@@ -62,6 +64,7 @@ class CWallBar : public QWidget {
   QToolButton *previous_ = nullptr, *pause_ = nullptr, *next_ = nullptr, *stop_ = nullptr;
   QToolButton* show_in_tree_ = nullptr;
   QToolButton *save_ = nullptr, *save_menu_ = nullptr;
+  CBarOverflow* overflow_ = nullptr;
 };
 
 }  // namespace TarnClient

@@ -45,7 +45,7 @@ void CWallHint::ShowFailure(const QString& text, const QString& reason, bool may
   failure_ = text;
   text_->setText(text);
   if (text.isEmpty()) {
-    text_->setText(tr("Double-click a plan, or drag one here, to play it"));
+    text_->setText(tr("Double-click a plan, or press Return on it, or drag it here, to play it"));
   }
   reason_->setText(reason);
   reason_->setVisible(!reason.isEmpty());

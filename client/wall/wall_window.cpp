@@ -5,18 +5,16 @@
 #include <QTime>
 
 #include "MarUIControl/accessible_role.h"
-#include "TarnUIDataController/skin_loader.h"
+#include "TarnUIDataController/skin_color.h"
 #include "wall/plain_text_tip.h"
 
 namespace TarnClient {
 
+using tarn_ui_data_controller::SkinColor;
+
 namespace {
 
 constexpr int kMargin = 8, kVeil = 220;
-
-QColor Color(const char* name) {
-  return tarn_ui_data_controller::CSkinLoader::Instance().GetColor(QString::fromLatin1(name));
-}
 
 }  // namespace
 
@@ -69,7 +67,7 @@ void CWallWindow::Tick() {
 
 void CWallWindow::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.fillRect(rect(), Color("wall_empty"));
+  painter.fillRect(rect(), SkinColor("wall_empty"));
   if (source_) {
     PaintPicture(painter);
     PaintLoss(painter);
@@ -83,7 +81,7 @@ void CWallWindow::PaintPicture(QPainter& painter) {
   const qint64 number = source_->LatestNumber();
   const QImage picture = source_->LatestPicture(size());
   if (picture.isNull()) {
-    painter.setPen(Color("wall_hint"));
+    painter.setPen(SkinColor("wall_hint"));
     painter.drawText(rect(), Qt::AlignCenter, NoPictureText());
     return;
   }
@@ -109,10 +107,10 @@ void CWallWindow::PaintLoss(QPainter& painter) {
   if (source_->GetState() != IPictureSource::State::Lost || source_->LatestPicture(size()).isNull()) {
     return;
   }
-  QColor veil = Color("wall_empty");
+  QColor veil = SkinColor("wall_empty");
   veil.setAlpha(kVeil);
   painter.fillRect(rect(), veil);
-  painter.setPen(Color("wall_text"));
+  painter.setPen(SkinColor("wall_text"));
   painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin), Qt::AlignCenter | Qt::TextWordWrap,
                    NoPictureText());
 }
@@ -120,7 +118,7 @@ void CWallWindow::PaintLoss(QPainter& painter) {
 void CWallWindow::PaintBar(QPainter& painter) {
   const QFontMetrics metrics = fontMetrics();
   const QRect bar(0, 0, width(), metrics.height() + 6);
-  QColor back = Color("wall_bar");
+  QColor back = SkinColor("wall_bar");
   back.setAlpha(225);
   painter.fillRect(bar, back);
   const QRect inside = bar.adjusted(kMargin, 0, -kMargin, 0);
@@ -128,7 +126,7 @@ void CWallWindow::PaintBar(QPainter& painter) {
   const int time_width = metrics.horizontalAdvance(time);
   const bool room_for_time = inside.width() > 3 * time_width;
   int name_width = inside.width();
-  painter.setPen(Color("wall_text"));
+  painter.setPen(SkinColor("wall_text"));
   if (room_for_time) {
     painter.drawText(inside, Qt::AlignRight | Qt::AlignVCenter, time);
     name_width -= time_width + kMargin;
@@ -137,7 +135,7 @@ void CWallWindow::PaintBar(QPainter& painter) {
 }
 
 void CWallWindow::PaintEmpty(QPainter& painter) {
-  painter.setPen(Color("wall_hint"));
+  painter.setPen(SkinColor("wall_hint"));
   painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin), Qt::AlignCenter | Qt::TextWordWrap,
                    tr("No camera"));
 }

@@ -28,6 +28,7 @@
 #include "help/about_dialog.h"
 #include "help/help_desk.h"
 #include "help/key_list.h"
+#include "history/history_check.h"
 #include "history/history_popup.h"
 #include "history/play_history.h"
 #include "messages/message_desk.h"
@@ -154,6 +155,7 @@ void CMainWindow::BuildHistory() {
   history_button_->setFocusPolicy(Qt::TabFocus);
   tabs_->setCornerWidget(history_button_);
   history_popup_ = new CHistoryPopup(history_, this);
+  history_check_ = new CHistoryCheck(history_, this);
   connect(history_popup_, &CHistoryPopup::SignalTaken, this, &CMainWindow::OnHistoryTaken);
   connect(player_, &CPlanPlayer::SignalPlayed, this, &CMainWindow::OnPlayed);
 }
@@ -322,7 +324,7 @@ void CMainWindow::PlayAgain() {
   if (why_not.isEmpty()) {
     player_->PlayAgain();
   } else {
-    ShowTip(tr("Nothing to play again: %1").arg(why_not), CNomalMessage::Failure);
+    ShowTip(tr("Nothing to play again: %1").arg(why_not), CNomalMessage::Hint);
   }
 }
 
@@ -402,12 +404,13 @@ void CMainWindow::OnDropped(const PlanDrop& drop) {
   }
 }
 
-// The turns of a cycle would push out of the list what the user had chosen.
+// The turns of a cycle, also one that opens at the start, would push out of the list what the user had chosen.
 void CMainWindow::OnPlayed(const view_plugin_protocol::GetPlanDetailResponse& plan, PlayOrigin origin) {
-  if (origin == PlayOrigin::GroupCycle && player_->State().cycle) {
-    memory_->SetPlayed(StringToQString(player_->State().cycle->code), true);
+  const std::optional<CProgramme::Cycle>& cycle = player_->State().cycle;
+  if (origin == PlayOrigin::GroupCycle && cycle) {
+    memory_->SetPlayed(StringToQString(cycle->code), true);
   }
-  if (origin == PlayOrigin::GroupCycle || origin == PlayOrigin::DefaultView) {
+  if (origin == PlayOrigin::GroupCycle || cycle) {
     return;
   }
   if (IsPicked(origin)) {
@@ -425,9 +428,11 @@ QString CMainWindow::PlaceOf(const view_plugin_protocol::GetPlanDetailResponse& 
   const QString group = StringToQString(plan.group_name);
   for (const auto& family : families_) {
     if (family->Theme() == plan.type) {
-      const QStringList groups = family->GroupsOf(StringToQString(plan.index_code));
-      return QStringLiteral("%1 \u00b7 %2")
-          .arg(family->Title(), groups.isEmpty() ? group : groups.join(QStringLiteral(" / ")));
+      QStringList groups = family->GroupsOf(StringToQString(plan.index_code));
+      if (groups.isEmpty() && !group.isEmpty()) {
+        groups << group;
+      }
+      return (QStringList{family->Title()} + groups).join(QStringLiteral(" / "));
     }
   }
   return group;
@@ -442,6 +447,7 @@ void CMainWindow::OnHistoryTaken(int row) {
 }
 
 void CMainWindow::OpenHistory() {
+  history_check_->Look();
   history_popup_->ShowBelow(history_button_);
 }
 
@@ -546,6 +552,7 @@ void CMainWindow::SwitchUser(const QString& user) {
     settings_->close();  // it shows what the old user has chosen
   }
   player_->ForgetUser();
+  history_check_->Drop();
   messages_->ForgetUser();
   for (const auto& family : families_) {
     family->Panel()->SwitchUserUpdate();

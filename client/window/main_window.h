@@ -30,6 +30,7 @@ namespace TarnClient {
 
 class CDeskMemory;
 class CCameraStates;
+class CHistoryCheck;
 class CHistoryPopup;
 class CLiveWall;
 class CPlanFamily;
@@ -160,6 +161,7 @@ class CMainWindow : public QMainWindow {
   QToolButton* menu_button_ = nullptr;
   CPlayHistory* history_ = nullptr;
   CHistoryPopup* history_popup_ = nullptr;
+  CHistoryCheck* history_check_ = nullptr;
   QToolButton* history_button_ = nullptr;
   CUserMenu* user_menu_ = nullptr;
   CStoreState* store_state_ = nullptr;

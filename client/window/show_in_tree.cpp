@@ -39,7 +39,7 @@ void CShowInTree::ShowPlaying() {
   if (wall_->IsPlaying()) {
     Show(wall_->PlanCode(), wall_->Plan().type);
   } else {
-    Q_EMIT SignalMessage(tr("No plan plays."), CNomalMessage::Failure);
+    Q_EMIT SignalMessage(tr("No plan plays."), CNomalMessage::Hint);
   }
 }
 

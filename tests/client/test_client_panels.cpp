@@ -218,7 +218,7 @@ void ClientPanelsTest::HistoryKeepsTheLastPlansOnce() {
   Play("C1 plan 10");
   Play("Public A plan 2");
   QCOMPARE(HistoryNames(), (QStringList{"Public A plan 2", "C1 plan 10"}));
-  QVERIFY2(window_->History().At(1).place.endsWith("Own C / C1"), qPrintable(window_->History().At(1).place));
+  QVERIFY2(window_->History().At(1).place.endsWith(" / Own C / C1"), qPrintable(window_->History().At(1).place));
 
   TarnClient::CPlayHistory history;
   for (int plan = 0; plan < 25; ++plan) {
@@ -250,11 +250,20 @@ void ClientPanelsTest::HistoryPlaysAndSaysWhatIsGone() {
   QVERIFY(logged.size() == 1 && logged[0].from_history && !logged[0].automatic);
   QCOMPARE(by_panel.count(), 1);
 
+  const QModelIndex other = HistoryList()->model()->index(1, 0);
+  fixture_.Services().Fail("GetPlanDetail", "the line is down");
+  window_->OpenHistory();
+  CPlanFixture::Drain();
+  QVERIFY(other.flags() & Qt::ItemIsEnabled);  // nothing is known of it
+  fixture_.Services().Mend("GetPlanDetail");
   QCOMPARE(fixture_.InStore().DeletePlan(Code("Public B plan 2")), QString());
   window_->OpenHistory();
-  const QModelIndex gone = HistoryList()->model()->index(1, 0);
-  QTest::mouseClick(HistoryList()->viewport(), Qt::LeftButton, {}, HistoryList()->visualRect(gone).center());
-  QTRY_VERIFY(Tip().contains("deleted"));
+  QTRY_VERIFY(!(other.flags() & Qt::ItemIsEnabled));
+  const QString below = other.data(TarnClient::CPlayHistory::PlaceRole).toString();
+  QVERIFY2(below.contains("deleted"), qPrintable(below));
+  QTest::mouseClick(HistoryList()->viewport(), Qt::LeftButton, {}, HistoryList()->visualRect(other).center());
+  QVERIFY(HistoryList()->isVisible());
+  HistoryList()->window()->close();
   QCOMPARE(Wall().PlanName(), QString("Public A plan 2"));
 }
 

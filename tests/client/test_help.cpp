@@ -27,6 +27,7 @@ class HelpTest : public TarnTest::CClientDesk {
  private Q_SLOTS:
   void ListsEveryKeyThatIsThere();
   void FiltersTheList();
+  void ClosesAMenuThatIsInTheWay();
   void OpensOverAModalDialog();
   void LeavesAPopUpItsActivation();
   void MenuHoldsAllCommandsWithTheirKeys();
@@ -109,8 +110,19 @@ void HelpTest::FiltersTheList() {
   QVERIFY(list->isHidden() && List()->findChild<QWidget*>("help_empty")->isVisible());
   words->clear();
   QCOMPARE(ListedKeys().size(), all);
+  QTest::keyClick(words, Qt::Key_PageDown);
+  QVERIFY(list->currentIndex().parent().row() > 0 || list->currentIndex().row() > 5);
   QTest::keyClick(List(), Qt::Key_Escape);
   QTRY_VERIFY(!List());
+}
+
+void HelpTest::ClosesAMenuThatIsInTheWay() {
+  Open();
+  QTest::keyClick(window_.get(), Qt::Key_F10);
+  QTRY_VERIFY(Menu()->isVisible());
+  QTest::keyClick(Menu(), Qt::Key_F1);
+  QTRY_VERIFY(List() && List()->isVisible());
+  QVERIFY(!Menu()->isVisible());
 }
 
 void HelpTest::OpensOverAModalDialog() {
@@ -243,6 +255,13 @@ void HelpTest::TipsNameWhatWasChanged() {
     controller->UpdatePlanParam(plan, QString());
     QTRY_COMPARE(Tip(), QString(tip));
   }
+  auto empty = TarnTest::NewPlan("Fence", fixture_.Code("Roof").toStdString());
+  for (auto& page : empty.pages) {
+    page.windows.clear();
+  }
+  ForgetTips();
+  controller->AddPlanParam(empty);
+  QTRY_COMPARE(Tip(), QString("Created Fence. It shows no camera yet."));
   ForgetTips();
   controller->UpdatePlanGroupName(Row("Stairs"), "Roof");
   QTRY_VERIFY(!Tip().isEmpty());

@@ -10,6 +10,7 @@
 #include "hand_clock.h"
 #include "plan_records.h"
 #include "screen_reader.h"
+#include "wall/bar_overflow.h"
 #include "wall/live_wall.h"
 #include "wall/same_pages.h"
 #include "wall/steady_width.h"
@@ -97,6 +98,7 @@ class LiveWallTest : public QObject {
   void TurnsByDwellAndLeavesNothingBehind();
   void NumbersStayWhereTheyAre();
   void LongTitlesFit();
+  void ButtonsGiveWayToTheTitle();
   void KeysTurnHoldAndStop();
   void SpeaksOnlyOfWhatChanges();
   void FindsThePageAfterAChange_data();
@@ -195,6 +197,30 @@ void LiveWallTest::LongTitlesFit() {
   QTRY_VERIFY(title->width() < 500 && title->width() > 100);
   QVERIFY(note->width() >= note->sizeHint().width());
   QVERIFY(title->text().size() == 200 && title->accessibleName() == title->text());
+}
+
+// What is wanted least often goes first, "stop" never; each button that went is in the menu of one more.
+void LiveWallTest::ButtonsGiveWayToTheTitle() {
+  QCOMPARE(TarnClient::GroupsWithoutRoom(100, 40, {30, 30}, 10), 0);
+  QCOMPARE(TarnClient::GroupsWithoutRoom(99, 40, {30, 30}, 10), 1);
+  QCOMPARE(TarnClient::GroupsWithoutRoom(79, 40, {30, 30}, 10), 2);
+  QCOMPARE(TarnClient::GroupsWithoutRoom(10, 40, {30, 30}, 10), 2);
+
+  const auto shown = [this](const char* name) { return wall_->findChild<QToolButton*>(name)->isVisible(); };
+  const auto* title = wall_->findChild<MarUIControl::CLabel*>("wall_title");
+  wall_->Play(Plan("Night patrol", {Page(1, 1, 5, {"a"}), Page(2, 1, 5, {"b"})}));
+  QTRY_VERIFY(shown("wall_save_btn") && shown("wall_next_btn") && !shown("wall_more_btn"));
+  const int entries = wall_->Bar()->Commands().size();
+  wall_->resize(320, 480);
+  QTRY_VERIFY(shown("wall_more_btn") && !shown("wall_save_btn") && !shown("wall_next_btn") && shown("wall_stop_btn"));
+  QTRY_VERIFY(title->width() >= title->fontMetrics().horizontalAdvance("Night patrol"));
+  QCOMPARE(wall_->Bar()->Commands().size(), entries);
+  wall_->findChild<QToolButton*>("wall_more_btn")->click();
+  QWidget* menu = QApplication::activePopupWidget();
+  QVERIFY(menu && menu->actions().contains(wall_->findChild<QToolButton*>("wall_next_btn")->defaultAction()));
+  menu->close();
+  wall_->Stop();
+  QTRY_VERIFY(shown("wall_save_btn") && !shown("wall_next_btn") && !shown("wall_more_btn"));
 }
 
 void LiveWallTest::KeysTurnHoldAndStop() {
