@@ -31,7 +31,9 @@ void Print(const Figure& figure) {
 }
 
 QJsonObject ToJson(const Figure& figure) {
+  const QString sense = figure.sense == Figure::AtMost ? QStringLiteral("at most") : QStringLiteral("at least");
   return {{QStringLiteral("name"), figure.name},
+          {QStringLiteral("sense"), sense},
           {QStringLiteral("value"), figure.value},
           {QStringLiteral("bar"), figure.bar},
           {QStringLiteral("holds"), figure.Holds()}};

@@ -75,4 +75,14 @@ const PlanBasicInfo& CRowRecord::Plan() const {
   return *static_cast<const PlanBasicInfo*>(host_.constData());
 }
 
+ChildRecords ChildRecords::Of(const QList<PlanGroup>& groups, const QList<PlanBasicInfo>& plans) {
+  ChildRecords records{groups, plans, CRowRecord::OfAll(groups), CRowRecord::OfAll(plans)};
+  for (const auto* made : {&records.of_groups, &records.of_plans}) {
+    for (const CRowRecord::Ptr& record : *made) {
+      record->NameKey();
+    }
+  }
+  return records;
+}
+
 }  // namespace TarnPlanView

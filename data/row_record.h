@@ -56,6 +56,17 @@ class CRowRecord : public QSharedData {
   mutable std::atomic<const MarUIControl::CollationKey*> name_key_{nullptr};
 };
 
+/// The records of an answer of the host, made where it came in: on the thread that waited for it.
+struct ChildRecords {
+  QList<view_plugin_protocol::PlanGroup> groups;
+  QList<view_plugin_protocol::PlanBasicInfo> plans;
+  QVector<CRowRecord::Ptr> of_groups, of_plans;
+
+  /// With the keys of their names.
+  static ChildRecords Of(const QList<view_plugin_protocol::PlanGroup>& groups,
+                         const QList<view_plugin_protocol::PlanBasicInfo>& plans);
+};
+
 template <class Source>
 QVector<CRowRecord::Ptr> CRowRecord::OfAll(const QList<Source>& records) {
   QVector<Ptr> made;

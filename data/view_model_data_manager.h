@@ -21,6 +21,7 @@ class CRowRecord;
 class CStandardPlanModel;
 class CView;
 class CViewGroup;
+struct ChildRecords;
 
 /// The owner of the plan data: all plan tree models, the observers of groups and plans, and the loading.
 ///
@@ -90,6 +91,8 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   const CChangeJournal& GetChanges() const;
   /// Grows with every notice of a change made elsewhere.
   int GetNoticeCount() const;
+  /// Records of the lists that the next OnGetPlanGroupListSucc() takes, made off this thread; others are made there.
+  void OfferRecords(const ChildRecords& records);
   /// Rows that the answer to an expansion lacked, since they were changed while it was under way; rows that are there
   /// stay as they are, and nothing is announced.
   void ShowLeftOut(const QModelIndex& index, const view_plugin_protocol::GetPlanGroupsResponse& groups,

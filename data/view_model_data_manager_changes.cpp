@@ -2,6 +2,7 @@
 #include <QScopedValueRollback>
 #include <QStandardItem>
 #include <algorithm>
+#include <utility>
 
 #include "LyraPluginManager/error_kind.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
@@ -72,6 +73,13 @@ std::string GroupCodeOf(const QModelIndex& group) {
   return QStringToString(group.data(GroupIndexCodeRole).toString());
 }
 
+/// Those that are `ready` when they were made of this very list.
+template <class Source>
+QVector<CRowRecord::Ptr> RecordsOf(const QList<Source>& list, const QList<Source>& made_of,
+                                   const QVector<CRowRecord::Ptr>& ready) {
+  return list.isSharedWith(made_of) ? ready : CRowRecord::OfAll(list);
+}
+
 /// Whether a child notice of this type concerns the trees.
 bool IsPlanResource(ResourceData::ResourceType type) {
   return type == ResourceData::RT_VIEW || type == ResourceData::RT_VIEW_GROUP;
@@ -95,8 +103,9 @@ void CViewModelDataManager::OnGetPlanGroupListSucc(const QModelIndex& index,
   }
   // A copy: the panels' slots run in between and may bring models along or take them away.
   const QList<QPointer<CStandardPlanModel>> models(d_->models.cbegin(), d_->models.cend());
-  const RowRecords groups = CRowRecord::OfAll(plan_group_list.groups);
-  const RowRecords plans = CRowRecord::OfAll(plan_list.plans);
+  const ChildRecords offered = std::exchange(d_->offered, {});
+  const RowRecords groups = RecordsOf(plan_group_list.groups, offered.groups, offered.of_groups);
+  const RowRecords plans = RecordsOf(plan_list.plans, offered.plans, offered.of_plans);
   for (const auto& model : models) {
     if (!model) {
       continue;
@@ -115,6 +124,10 @@ void CViewModelDataManager::OnGetPlanGroupListSucc(const QModelIndex& index,
     Q_EMIT SignalFinshExpandPublicView();
   }
   Q_EMIT SignalFinshAddGroupPlanList();
+}
+
+void CViewModelDataManager::OfferRecords(const ChildRecords& records) {
+  d_->offered = records;
 }
 
 // Once a record, not once a model: rows loaded by expanding follow changes made elsewhere, too.

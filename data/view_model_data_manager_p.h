@@ -8,6 +8,7 @@
 #include "TarnConfiguration/view_config_interface.h"
 #include "change_journal.h"
 #include "download_poll.h"
+#include "row_record.h"
 #include "unanswered_questions.h"
 #include "view.h"
 #include "view_group.h"
@@ -33,6 +34,7 @@ class CViewModelDataManager::Private {
   bool data_requested = false;
   bool init_finished = false;
   CChangeJournal changes;
+  ChildRecords offered;
   int notice_count = 0;
   CDownloadPoll* poll;  // child of the manager
   CUnansweredQuestions unanswered;

@@ -566,6 +566,7 @@ void CStandardViewController::fetchLater(const Expansion& expansion) {
 
 void CStandardViewController::finishExpand(const CPlanNodeRef& node, const SubItems& items) {
   if (items.ok) {
+    CViewModelDataManager::Instance().OfferRecords(items.records);
     Q_EMIT SignalGetPlanGroupListSucc(node.Resolve(), items.groups, items.plans);
     return;
   }

@@ -51,6 +51,9 @@ SubItems FetchSubItems(const std::string& code, int type, bool with_plans) {
     items.error_info = items.plans.error_info;
     items.error_kind = items.plans.error_kind;
   }
+  if (items.ok) {
+    items.records = ChildRecords::Of(items.groups.groups, items.plans.plans);
+  }
   return items;
 }
 

@@ -5,6 +5,7 @@
 #include "LyraPluginManager/error_kind.h"
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "change_journal.h"
+#include "row_record.h"
 
 namespace TarnPlanView {
 
@@ -15,6 +16,7 @@ struct SubItems {
   int32_t error_kind = view_plugin_protocol::UnknownFailure;
   view_plugin_protocol::GetPlanGroupsResponse groups;
   view_plugin_protocol::GetPlansInGroupResponse plans;
+  ChildRecords records;  // of all that came
 };
 
 /// Asks the host, on the calling thread.

@@ -6,7 +6,9 @@
 
 #include "item_type.h"
 #include "plan_item_role.h"
+#include "plan_rules/row_order.h"
 #include "plan_test.h"
+#include "view_plan_item.h"
 #include "view_sort_filter_proxy_model.h"
 #include "view_sort_filter_proxy_model_export.h"
 
@@ -108,19 +110,33 @@ void ProxyTest::SortsByTypeThenName() {
 
 // What it has read of a row for one comparison must not outlive a change of that row, or of the rows above it.
 void ProxyTest::ComparesRowsAsTheyAre() {
-  QStandardItemModel source;
+  CStandardPlanModel source(ViewManagerParam(PublicTheme, "0"), nullptr);
   CViewSortFilterProxyModel proxy(nullptr, false);
   proxy.setSourceModel(&source);
   std::mt19937 random(11);
+  const auto name_of = [&random](int number) {
+    return QString(random() % 2 ? "%1 %2" : "North building, west hall, camera %1 %2").arg(random() % 10).arg(number);
+  };
+  const auto many = [&] {
+    QList<QStandardItem*> rows;
+    for (int number = 0; number < 40; ++number) {
+      view_plugin_protocol::PlanBasicInfo plan;
+      plan.name = name_of(1000 + number).toStdString();
+      rows << new CViewPlanItem({}, plan);
+    }
+    return rows;
+  };
   for (int step = 0; step < 300; ++step) {
-    const QString name = QStringLiteral("%1 %2").arg(random() % 10).arg(step);
+    const QString name = name_of(step);
     const int type = PublicGroupItem + static_cast<int>(random() % 2);
     const int row = static_cast<int>(random() % (source.rowCount() + 1));
     QStandardItem* item = source.item(row);
     switch (random() % 6) {
       case 0:
-      case 1:
         source.insertRow(row, Row(name, type));
+        break;
+      case 1:  // so many that the level is read for the sort
+        source.invisibleRootItem()->insertRows(row, many());
         break;
       case 2:
         source.removeRows(0, source.rowCount() > 6 ? row : 0);
@@ -138,6 +154,11 @@ void ProxyTest::ComparesRowsAsTheyAre() {
     CViewSortFilterProxyModel fresh(nullptr, false);
     fresh.setSourceModel(&source);
     QCOMPARE(Outline(&proxy), Outline(&fresh));
+    for (int next = 1; next < proxy.rowCount(); ++next) {
+      const QModelIndex before = proxy.index(next - 1, 0), after = proxy.index(next, 0);
+      QVERIFY(!view_plugin_protocol::StandsBefore(after.data(ItemTypeRole).toInt(), after.data().toString(),
+                                                  before.data(ItemTypeRole).toInt(), before.data().toString()));
+    }
   }
 
   QStringListModel other({"b", "a"});
