@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QString>
+#include <string>
+#include <utility>
 #include <vector>
-
-class QStandardItem;
 
 namespace TarnPlanView {
 
@@ -16,33 +16,38 @@ struct CodeNumber {
   bool IsExact() const { return (value & 1) == 0; }
 };
 CodeNumber NumberOfCode(const QString& code);
+/// As of the other; where it is a hash it need not be the same one.
+CodeNumber NumberOfCode(const std::string& code);
 
-/// A row, and where it stood when the rows of its model had moved so many times.
-struct CodedRow {
-  QStandardItem* row = nullptr;
-  QStandardItem* parent = nullptr;
-  int position = 0;
-  uint moves = 0;
-};
-
-/// Rows by the number of their code, in one block without any text: a look-up takes one step into cold memory, where a
-/// chained hash takes three, and the way from a row to its place some more. Several rows may have one number.
+/// What stands for codes, by their numbers, in one block without any text: a look-up takes one step into cold memory,
+/// where a chained hash takes three. Several may have one number. `Held` is false where nothing is held.
+template <class Held>
 class CCodeTable {
  public:
-  void Insert(CodeNumber number, const CodedRow& row);
-  /// Does nothing when the row is not held under this number.
-  void Remove(CodeNumber number, const QStandardItem* row);
+  void Insert(CodeNumber number, Held held);
+  /// Takes out the first of this number that `is_it` is true of, and hands it back.
+  template <class IsIt>
+  Held Take(CodeNumber number, IsIt is_it);
   void Clear() { *this = CCodeTable(); }
 
-  /// Calls `take` with each row of this number, in no particular order.
-  template <class Take>
-  void ForEach(CodeNumber number, Take take) {
+  /// Calls `take` with each of this number, in no particular order.
+  template <class Taker>
+  void ForEach(CodeNumber number, Taker take) {
     if (slots_.empty()) {
       return;
     }
-    for (size_t at = Home(number.value); slots_[at].held.row; at = Next(at)) {
+    for (size_t at = Home(number.value); slots_[at].held; at = Next(at)) {
       if (slots_[at].number == number.value) {
         take(slots_[at].held);
+      }
+    }
+  }
+  /// With each that there is.
+  template <class Taker>
+  void ForAll(Taker take) {
+    for (Slot& slot : slots_) {
+      if (slot.held) {
+        take(slot.held);
       }
     }
   }
@@ -50,13 +55,15 @@ class CCodeTable {
  private:
   struct alignas(32) Slot {  // never across two cache lines
     quint64 number = 0;
-    CodedRow held;  // of no row in an empty slot
+    Held held = Held();
   };
+  static constexpr size_t kFirstSlots = 16;
+  static constexpr int kFirstShift = 60;
 
   // Codes are often given out one after the other; the product spreads them over the high bits.
   size_t Home(quint64 number) const { return static_cast<size_t>((number * 0x9E3779B97F4A7C15ULL) >> shift_); }
   size_t Next(size_t at) const { return (at + 1) & (slots_.size() - 1); }
-  void Place(const Slot& slot);
+  void Place(Slot slot);
   void Grow();
   void CloseGap(size_t gap);
 
@@ -64,5 +71,68 @@ class CCodeTable {
   int shift_ = 64;
   size_t size_ = 0;
 };
+
+template <class Held>
+void CCodeTable<Held>::Insert(CodeNumber number, Held held) {
+  if (5 * (size_ + 1) > 4 * slots_.size()) {
+    Grow();
+  }
+  Place({number.value, std::move(held)});
+  ++size_;
+}
+
+template <class Held>
+void CCodeTable<Held>::Place(Slot slot) {
+  size_t at = Home(slot.number);
+  while (slots_[at].held) {
+    at = Next(at);
+  }
+  slots_[at] = std::move(slot);
+}
+
+template <class Held>
+void CCodeTable<Held>::Grow() {
+  const bool first = slots_.empty();
+  std::vector<Slot> old(first ? kFirstSlots : 2 * slots_.size());
+  old.swap(slots_);
+  shift_ = first ? kFirstShift : shift_ - 1;
+  for (Slot& slot : old) {
+    if (slot.held) {
+      Place(std::move(slot));
+    }
+  }
+}
+
+template <class Held>
+template <class IsIt>
+Held CCodeTable<Held>::Take(CodeNumber number, IsIt is_it) {
+  if (slots_.empty()) {
+    return Held();
+  }
+  size_t at = Home(number.value);
+  while (slots_[at].held && !(slots_[at].number == number.value && is_it(slots_[at].held))) {
+    at = Next(at);
+  }
+  Held taken = std::move(slots_[at].held);
+  if (taken) {
+    CloseGap(at);
+    --size_;
+  }
+  return taken;
+}
+
+// What stands behind the gap moves up, unless that would put it before the place where its search begins.
+template <class Held>
+void CCodeTable<Held>::CloseGap(size_t gap) {
+  const size_t mask = slots_.size() - 1;
+  for (size_t at = Next(gap); slots_[at].held; at = Next(at)) {
+    const size_t from_home = (at - Home(slots_[at].number)) & mask;
+    if (from_home >= ((at - gap) & mask)) {
+      slots_[gap] = std::move(slots_[at]);
+      gap = at;
+    }
+  }
+  slots_[gap] = Slot();
+}
 
 }  // namespace TarnPlanView

@@ -205,8 +205,9 @@ void CPlanCodeIndex::removeSubtree(QStandardItem* item) {
   if (!item) {
     return;
   }
-  groups_.Remove(NumberOfCode(CodeOf(item, GroupIndexCodeRole)), item);
-  plans_.Remove(NumberOfCode(CodeOf(item, PlanIndexCodeRole)), item);
+  const auto is_item = [item](const CodedRow& held) { return held.row == item; };
+  groups_.Take(NumberOfCode(CodeOf(item, GroupIndexCodeRole)), is_item);
+  plans_.Take(NumberOfCode(CodeOf(item, PlanIndexCodeRole)), is_item);
   playing_.removeOne(item);
   for (int row = 0; row < item->rowCount(); ++row) {
     removeSubtree(item->child(row));

@@ -10,6 +10,16 @@ class QStandardItemModel;
 
 namespace TarnPlanView {
 
+/// A row, and where it stood when the rows of its model had moved so many times.
+struct CodedRow {
+  QStandardItem* row = nullptr;
+  QStandardItem* parent = nullptr;
+  int position = 0;
+  uint moves = 0;
+
+  explicit operator bool() const { return row; }
+};
+
 /// Finds the rows of one model by code and by playing mark, at a cost that does not grow with the model.
 ///
 /// The answers are those of a depth-first search from the first row: of several rows with one code the first in
@@ -50,8 +60,8 @@ class CPlanCodeIndex : public QObject {
   void renewPlaying(QStandardItem* item);
 
   QStandardItemModel* model_;
-  CCodeTable groups_;
-  CCodeTable plans_;
+  CCodeTable<CodedRow> groups_;
+  CCodeTable<CodedRow> plans_;
   QVector<QStandardItem*> playing_;
   // Codes changed in place or the model was reset: the tables are filled again when next asked.
   bool stale_ = false;

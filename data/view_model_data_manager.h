@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QVector>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
@@ -22,6 +23,9 @@ class CStandardPlanModel;
 class CView;
 class CViewGroup;
 struct ChildRecords;
+
+/// One record of a plan or group serves its rows in every model.
+using RowRecords = QVector<QExplicitlySharedDataPointer<const CRowRecord>>;
 
 /// The owner of the plan data: all plan tree models, the observers of groups and plans, and the loading.
 ///
@@ -141,24 +145,17 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   friend class Wren::Base::CSingleton<CViewModelDataManager>;
   CViewModelDataManager();
 
-  // One record of a plan or group serves its rows in every model.
-  using RowRecord = QExplicitlySharedDataPointer<const CRowRecord>;
-  using RowRecords = QVector<RowRecord>;
-
   void makeModels();
   void registerOwnModels();
   bool isLoadAll() const;
   /// Whether rows may go under `group`: it was expanded, or everything is loaded at the start.
   bool takesChildren(const QStandardItem* group) const;
-  void insertGroups(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& groups);
-  void insertPlans(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& plans);
-  void appendGroups(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& groups);
-  void appendPlans(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& plans);
-  void appendPlan(CStandardPlanModel* model, QStandardItem* parent, const RowRecord& plan);
-  void markChildrenFetched(const QString& code);
+  std::optional<RowRecords> fetchGroups(const QString& code, int theme, int32_t* error_kind, bool renews_observers);
+  std::optional<RowRecords> fetchPlans(const QString& code, int theme, int32_t* error_kind);
+  void insertBelow(const QString& code, const RowRecords& groups, const RowRecords& plans);
   void createObservers(const view_plugin_protocol::GetPlanGroupsResponse& groups,
                        const view_plugin_protocol::GetPlansInGroupResponse& plans);
-  bool followMove(CStandardPlanModel* model, QStandardItem* row, const RowRecord& plan);
+  bool followMove(CStandardPlanModel* model, QStandardItem* row, const RowRecords::value_type& plan);
   void recheckTimedPlay();
   /// `parent`: where it stands now, as far as known.
   void noteChange(const QString& code, bool is_group, const std::string& parent);

@@ -10,7 +10,6 @@
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_rows.h"
-#include "row_record.h"
 #include "standard_plan_model.h"
 #include "view_group_item.h"
 #include "view_model_data_manager_p.h"
@@ -111,8 +110,7 @@ void CViewModelDataManager::OnGetPlanGroupListSucc(const QModelIndex& index,
       continue;
     }
     if (QStandardItem* parent = model->FindItemByIndex(index)) {
-      appendGroups(model, parent, groups);
-      appendPlans(model, parent, plans);
+      AppendChildren(model, parent, groups, plans);
       model->SetChildrenFetched(parent->index(), true);
       if (marks_loaded) {
         parent->setData(true, GroupLoadedRole);
@@ -195,7 +193,7 @@ void CViewModelDataManager::OnAddPlanGroupSucc(const QModelIndex& parent_index,
   if (!isLoadAll() && !parent_index.data(GroupLoadedRole).toBool()) {
     return;
   }
-  const RowRecord group = CRowRecord::Of(plan_group);
+  const CRowRecord::Ptr group = CRowRecord::Of(plan_group);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     QStandardItem* parent = model->FindItemByIndex(parent_index);
     if (!parent || model->FindItemByIndexCode(group->Code(), true)) {
@@ -221,7 +219,7 @@ void CViewModelDataManager::OnAddPlanSucc(const view_plugin_protocol::AddPlanReq
   const PlanBasicInfo plan = BasicInfo(plan_param, QStringToString(get_plan_index_code));
   d_->changes.NotePlan(plan.index_code, plan.group_index_code);
   CreateView(plan);
-  const RowRecord record = CRowRecord::Of(plan);
+  const CRowRecord::Ptr record = CRowRecord::Of(plan);
   const QString group_code = StringToQString(plan.group_index_code);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     QStandardItem* group = model->FindTargetItemByIndexCode(group_code, true);
@@ -232,7 +230,7 @@ void CViewModelDataManager::OnAddPlanSucc(const view_plugin_protocol::AddPlanReq
     if (!takesChildren(group)) {
       break;
     }
-    appendPlan(model, group, record);
+    AppendPlan(model, group, record);
   }
   Q_EMIT SignalPlanStateChanged();
   Q_EMIT SignalAddPlanSucc(get_plan_index_code);
@@ -243,7 +241,7 @@ void CViewModelDataManager::OnUpdatePlanSucc(const view_plugin_protocol::UpdateP
   const PlanBasicInfo plan = BasicInfo(plan_param, plan_param.plan_index_code);
   d_->changes.NotePlan(plan.index_code, plan.group_index_code);
   CreateView(plan);  // it may never have been listed
-  const RowRecord record = CRowRecord::Of(plan);
+  const CRowRecord::Ptr record = CRowRecord::Of(plan);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     QString group_code = StringToQString(plan.group_index_code);
     if (const QStandardItem* row = model->FindTargetItemByIndexCode(record->Code(), false)) {
@@ -254,7 +252,7 @@ void CViewModelDataManager::OnUpdatePlanSucc(const view_plugin_protocol::UpdateP
     }
     QStandardItem* group = model->FindTargetItemByIndexCode(group_code, true);
     if (group && takesChildren(group)) {
-      appendPlan(model, group, record);
+      AppendPlan(model, group, record);
     }
   }
   Q_EMIT SignalPlanStateChanged();
@@ -358,7 +356,7 @@ void CViewModelDataManager::OnViewChanged(const QString& view_index_code) {
   if (!ok) {
     return;
   }
-  const RowRecord plan = CRowRecord::Of(BasicInfo(detail));
+  const CRowRecord::Ptr plan = CRowRecord::Of(BasicInfo(detail));
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
     QStandardItem* row = model->FindTargetItemByIndexCode(view_index_code, false);
     if (!row) {
@@ -375,7 +373,7 @@ void CViewModelDataManager::OnViewChanged(const QString& view_index_code) {
 }
 
 /// Moves a row to the group that the plan has now. False when that group is not loaded: later models stay as they are.
-bool CViewModelDataManager::followMove(CStandardPlanModel* model, QStandardItem* row, const RowRecord& plan) {
+bool CViewModelDataManager::followMove(CStandardPlanModel* model, QStandardItem* row, const CRowRecord::Ptr& plan) {
   RemoveRow(model, row);
   QStandardItem* group = model->FindTargetItemByIndexCode(StringToQString(plan->Plan().group_index_code), true);
   if (!group) {
@@ -384,7 +382,7 @@ bool CViewModelDataManager::followMove(CStandardPlanModel* model, QStandardItem*
   if (!takesChildren(group)) {
     return false;
   }
-  appendPlan(model, group, plan);
+  AppendPlan(model, group, plan);
   return true;
 }
 

@@ -3,11 +3,11 @@
 #include <QList>
 #include <memory>
 #include <string>
-#include <unordered_map>
 
 #include "TarnConfiguration/view_config_interface.h"
 #include "change_journal.h"
 #include "download_poll.h"
+#include "observer_table.h"
 #include "row_record.h"
 #include "unanswered_questions.h"
 #include "view.h"
@@ -22,6 +22,11 @@ constexpr int kUnregister = 0;
 
 /// The row just after the leading group rows: groups stay above plans.
 int RowAfterGroups(const QStandardItem* parent);
+
+/// Puts the rows that the model does not have yet below all that `parent` has, the plan that plays in the model marked.
+void AppendChildren(const CStandardPlanModel* model, QStandardItem* parent, const RowRecords& groups,
+                    const RowRecords& plans);
+void AppendPlan(const CStandardPlanModel* model, QStandardItem* parent, const CRowRecord::Ptr& plan);
 
 /// State of the manager, shared by its source files.
 class CViewModelDataManager::Private {
@@ -39,8 +44,8 @@ class CViewModelDataManager::Private {
   CDownloadPoll* poll;  // child of the manager
   CUnansweredQuestions unanswered;
   std::unique_ptr<CViewGroupManager> group_manager;
-  std::unordered_map<std::string, std::shared_ptr<CView>> views;
-  std::unordered_map<std::string, std::shared_ptr<CViewGroup>> groups;
+  CObserverTable<CView> views;
+  CObserverTable<CViewGroup> groups;
   std::shared_ptr<TarnConfiguration::IViewConfigInterface> view_config;
   view_plugin_protocol::GetClientDefaultViewConfigResponse default_view;
   view_plugin_protocol::ClienDefaultViewConfigReponse default_view_set;

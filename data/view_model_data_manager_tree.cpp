@@ -3,7 +3,6 @@
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "plan_item_role.h"
-#include "row_record.h"
 #include "standard_plan_model.h"
 #include "view_group_item.h"
 #include "view_model_data_manager_p.h"
@@ -33,15 +32,94 @@ void RegisterObserver(Observer* observer, ResourceData::ResourceType type, int a
   CViewBusinessInterfaceMgr::Instance().ViewRegisterResourceUpdate(observer, {type, observer->GetIndexCode(), action});
 }
 
+/// New rows for the groups that the model does not have yet.
+QList<QStandardItem*> MissingGroups(const CStandardPlanModel* model, const RowRecords& groups) {
+  const ViewManagerParam param = model->GetViewMangageParam();
+  QList<QStandardItem*> rows;
+  for (const CRowRecord::Ptr& group : groups) {
+    if (!model->FindItemByIndexCode(group->Code(), true)) {
+      rows.append(new CViewGroupItem(param, group));
+    }
+  }
+  return rows;
+}
+
+/// New rows for the plans that the model does not have yet; that of `playing` is marked.
+QList<QStandardItem*> MissingPlans(const CStandardPlanModel* model, const RowRecords& plans, const QString& playing) {
+  const ViewManagerParam param = model->GetViewMangageParam();
+  QList<QStandardItem*> rows;
+  for (const CRowRecord::Ptr& plan : plans) {
+    if (model->FindItemByIndexCode(plan->Code(), false)) {
+      continue;
+    }
+    auto* row = new CViewPlanItem(param, plan);
+    if (!playing.isEmpty() && plan->Code() == playing) {
+      row->SetPlayState(true);
+    }
+    rows.append(row);
+  }
+  return rows;
+}
+
+void RenameKnown(const CStandardPlanModel* model, const RowRecords& groups) {
+  for (const CRowRecord::Ptr& group : groups) {
+    if (QStandardItem* row = model->FindTargetItemByIndexCode(group->Code(), true)) {
+      row->setText(group->Name());
+    }
+  }
+}
+
+// Groups stay above plans. Where nothing stands yet all rows come in at once.
+void InsertChildren(const CStandardPlanModel* model, QStandardItem* parent, const RowRecords& groups,
+                    const RowRecords& plans) {
+  RenameKnown(model, groups);
+  QList<QStandardItem*> group_rows = MissingGroups(model, groups);
+  QList<QStandardItem*> plan_rows = MissingPlans(model, plans, QString());
+  if (parent->rowCount() == 0) {
+    plan_rows = group_rows + plan_rows;
+    group_rows.clear();
+  }
+  if (!group_rows.isEmpty()) {
+    parent->insertRows(RowAfterGroups(parent), group_rows);
+  }
+  if (!plan_rows.isEmpty()) {
+    parent->appendRows(plan_rows);
+  }
+  if (!group_rows.isEmpty() || !plan_rows.isEmpty()) {
+    parent->setData(true, GroupLoadedRole);
+  }
+}
+
 }  // namespace
+
+void AppendChildren(const CStandardPlanModel* model, QStandardItem* parent, const RowRecords& groups,
+                    const RowRecords& plans) {
+  const QList<QStandardItem*> rows =
+      MissingGroups(model, groups) + MissingPlans(model, plans, model->GetPlayingIndexCode());
+  if (!rows.isEmpty()) {
+    parent->appendRows(rows);
+  }
+}
+
+void AppendPlan(const CStandardPlanModel* model, QStandardItem* parent, const CRowRecord::Ptr& plan) {
+  const QList<QStandardItem*> rows = MissingPlans(model, {plan}, QString());
+  if (!rows.isEmpty()) {
+    parent->appendRows(rows);
+  }
+}
 
 void CViewModelDataManager::InsertAllChildItem(const QString& code, int theme) {
   if (code.isEmpty()) {
     return;
   }
-  InsertSubGroupNode(code, theme);
-  InsertSubPlanNode(code, theme);
-  markChildrenFetched(code);
+  const RowRecords groups = fetchGroups(code, theme, nullptr, false).value_or(RowRecords());
+  const RowRecords plans = fetchPlans(code, theme, nullptr).value_or(RowRecords());
+  for (CStandardPlanModel* model : qAsConst(d_->models)) {
+    if (QStandardItem* parent = model->FindTargetItemByIndexCode(code, true)) {
+      InsertChildren(model, parent, groups, plans);
+      model->SetChildrenFetched(parent->index(), true);
+    }
+  }
   // The first model leads: families that it does not show get this one level.
   QStandardItem* group = d_->models.isEmpty() ? nullptr : d_->models.first()->FindTargetItemByIndexCode(code, true);
   if (!group) {
@@ -59,11 +137,36 @@ bool CViewModelDataManager::InsertSubGroupNode(const QString& code, int theme, i
   return fetchSubGroups(code, theme, error_kind, false);
 }
 
+bool CViewModelDataManager::fetchSubGroups(const QString& code, int theme, int32_t* error_kind, bool renews_observers) {
+  const auto groups = fetchGroups(code, theme, error_kind, renews_observers);
+  if (groups) {
+    insertBelow(code, *groups, {});
+  }
+  return groups.has_value();
+}
+
+bool CViewModelDataManager::InsertSubPlanNode(const QString& code, int theme, int32_t* error_kind) {
+  const auto plans = fetchPlans(code, theme, error_kind);
+  if (plans) {
+    insertBelow(code, {}, *plans);
+  }
+  return plans.has_value();
+}
+
+void CViewModelDataManager::insertBelow(const QString& code, const RowRecords& groups, const RowRecords& plans) {
+  for (const CStandardPlanModel* model : qAsConst(d_->models)) {
+    if (QStandardItem* parent = model->FindTargetItemByIndexCode(code, true)) {
+      InsertChildren(model, parent, groups, plans);
+    }
+  }
+}
+
 // The host says what is in a group when its observer is registered. A row that comes back, for its deletion was taken
 // back, may have its observer of before.
-bool CViewModelDataManager::fetchSubGroups(const QString& code, int theme, int32_t* error_kind, bool renews_observers) {
+std::optional<RowRecords> CViewModelDataManager::fetchGroups(const QString& code, int theme, int32_t* error_kind,
+                                                             bool renews_observers) {
   if (code.isEmpty()) {
-    return false;
+    return std::nullopt;
   }
   view_plugin_protocol::GetPlanGroupsRequest request;
   request.parent_index_code = QStringToString(code);
@@ -73,7 +176,7 @@ bool CViewModelDataManager::fetchSubGroups(const QString& code, int theme, int32
     if (error_kind) {
       *error_kind = response.error_kind;
     }
-    return false;
+    return std::nullopt;
   }
   for (const PlanGroup& group : qAsConst(response.groups)) {
     if (renews_observers && !isShown(StringToQString(group.index_code), true)) {
@@ -81,34 +184,12 @@ bool CViewModelDataManager::fetchSubGroups(const QString& code, int theme, int32
     }
     CreateViewGroup(group);
   }
-  const RowRecords records = CRowRecord::OfAll(response.groups);
-  for (CStandardPlanModel* model : qAsConst(d_->models)) {
-    if (QStandardItem* parent = model->FindTargetItemByIndexCode(code, true)) {
-      insertGroups(model, parent, records);
-    }
-  }
-  return true;
+  return CRowRecord::OfAll(response.groups);
 }
 
-void CViewModelDataManager::insertGroups(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& groups) {
-  const ViewManagerParam param = model->GetViewMangageParam();
-  QList<QStandardItem*> rows;
-  for (const RowRecord& group : groups) {
-    if (QStandardItem* row = model->FindTargetItemByIndexCode(group->Code(), true)) {
-      row->setText(group->Name());
-    } else {
-      rows.append(new CViewGroupItem(param, group));
-    }
-  }
-  if (!rows.isEmpty()) {
-    parent->insertRows(RowAfterGroups(parent), rows);
-    parent->setData(true, GroupLoadedRole);
-  }
-}
-
-bool CViewModelDataManager::InsertSubPlanNode(const QString& code, int theme, int32_t* error_kind) {
+std::optional<RowRecords> CViewModelDataManager::fetchPlans(const QString& code, int theme, int32_t* error_kind) {
   if (code.isEmpty()) {
-    return false;
+    return std::nullopt;
   }
   view_plugin_protocol::GetPlansInGroupRequest request;
   request.group_index_code = QStringToString(code);
@@ -118,97 +199,31 @@ bool CViewModelDataManager::InsertSubPlanNode(const QString& code, int theme, in
     if (error_kind) {
       *error_kind = response.error_kind;
     }
-    return false;
+    return std::nullopt;
   }
   for (const PlanBasicInfo& plan : qAsConst(response.plans)) {
     CreateView(plan);
   }
-  const RowRecords records = CRowRecord::OfAll(response.plans);
-  for (CStandardPlanModel* model : qAsConst(d_->models)) {
-    if (QStandardItem* parent = model->FindTargetItemByIndexCode(code, true)) {
-      insertPlans(model, parent, records);
-    }
-  }
-  return true;
-}
-
-void CViewModelDataManager::insertPlans(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& plans) {
-  const ViewManagerParam param = model->GetViewMangageParam();
-  QList<QStandardItem*> rows;
-  for (const RowRecord& plan : plans) {
-    if (!model->FindItemByIndexCode(plan->Code(), false)) {
-      rows.append(new CViewPlanItem(param, plan));
-    }
-  }
-  if (!rows.isEmpty()) {
-    parent->appendRows(rows);
-    parent->setData(true, GroupLoadedRole);
-  }
-}
-
-void CViewModelDataManager::markChildrenFetched(const QString& code) {
-  for (CStandardPlanModel* model : qAsConst(d_->models)) {
-    if (const QStandardItem* row = model->FindTargetItemByIndexCode(code, true)) {
-      model->SetChildrenFetched(row->index(), true);
-    }
-  }
+  return CRowRecord::OfAll(response.plans);
 }
 
 void CViewModelDataManager::addPlanGroupList(CStandardPlanModel* model, QStandardItem* parent,
                                              const view_plugin_protocol::GetPlanGroupsResponse& groups) {
   if (model && parent) {
-    appendGroups(model, parent, CRowRecord::OfAll(groups.groups));
-  }
-}
-
-void CViewModelDataManager::appendGroups(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& groups) {
-  const ViewManagerParam param = model->GetViewMangageParam();
-  QList<QStandardItem*> rows;
-  for (const RowRecord& group : groups) {
-    if (!model->FindItemByIndexCode(group->Code(), true)) {
-      rows.append(new CViewGroupItem(param, group));
-    }
-  }
-  if (!rows.isEmpty()) {
-    parent->appendRows(rows);
+    AppendChildren(model, parent, CRowRecord::OfAll(groups.groups), {});
   }
 }
 
 void CViewModelDataManager::addPlanList(CStandardPlanModel* model, QStandardItem* parent,
                                         const view_plugin_protocol::GetPlansInGroupResponse& plans) {
   if (model && parent) {
-    appendPlans(model, parent, CRowRecord::OfAll(plans.plans));
-  }
-}
-
-void CViewModelDataManager::appendPlans(CStandardPlanModel* model, QStandardItem* parent, const RowRecords& plans) {
-  const ViewManagerParam param = model->GetViewMangageParam();
-  const QString playing = model->GetPlayingIndexCode();
-  QList<QStandardItem*> rows;
-  for (const RowRecord& plan : plans) {
-    if (model->FindItemByIndexCode(plan->Code(), false)) {
-      continue;
-    }
-    auto* row = new CViewPlanItem(param, plan);
-    if (!playing.isEmpty() && plan->Code() == playing) {
-      row->SetPlayState(true);
-    }
-    rows.append(row);
-  }
-  if (!rows.isEmpty()) {
-    parent->appendRows(rows);
+    AppendChildren(model, parent, {}, CRowRecord::OfAll(plans.plans));
   }
 }
 
 void CViewModelDataManager::addPlanView(CStandardPlanModel* model, QStandardItem* parent, const PlanBasicInfo& plan) {
   if (model && parent) {
-    appendPlan(model, parent, CRowRecord::Of(plan));
-  }
-}
-
-void CViewModelDataManager::appendPlan(CStandardPlanModel* model, QStandardItem* parent, const RowRecord& plan) {
-  if (!model->FindItemByIndexCode(plan->Code(), false)) {
-    parent->appendRow(new CViewPlanItem(model->GetViewMangageParam(), plan));
+    AppendPlan(model, parent, CRowRecord::Of(plan));
   }
 }
 
@@ -224,9 +239,10 @@ std::shared_ptr<CView> CViewModelDataManager::makeView(const std::string& code) 
   if (code.empty() || d_->ended) {
     return nullptr;
   }
-  auto& view = d_->views[code];
+  auto view = d_->views.Find(code);
   if (!view) {
     view = std::make_shared<CView>(code);
+    d_->views.Insert(view);
     connect(view.get(), &CView::SignalViewChanged, this, &CViewModelDataManager::OnViewChanged);
     RegisterObserver(view.get(), ResourceData::RT_VIEW, kRegister);
   }
@@ -237,9 +253,10 @@ std::shared_ptr<CViewGroup> CViewModelDataManager::makeViewGroup(const std::stri
   if (code.empty() || d_->ended) {
     return nullptr;
   }
-  auto& group = d_->groups[code];
+  auto group = d_->groups.Find(code);
   if (!group) {
     group = std::make_shared<CViewGroup>(code);
+    d_->groups.Insert(group);
     connect(group.get(), &CViewGroup::SignalViewGroupNameChanged, this, &CViewModelDataManager::OnViewGroupNameChanged);
     connect(group.get(), &CViewGroup::SignalViewGroupChildAdded, this, &CViewModelDataManager::OnViewGroupChildAdded);
     connect(group.get(), &CViewGroup::SignalViewGroupChildRemoved, this,
@@ -250,30 +267,22 @@ std::shared_ptr<CViewGroup> CViewModelDataManager::makeViewGroup(const std::stri
 }
 
 void CViewModelDataManager::DeleteView(const std::string& indexCode) {
-  const auto found = d_->views.find(indexCode);
-  if (found != d_->views.end()) {
-    RegisterObserver(found->second.get(), ResourceData::RT_VIEW, kUnregister);
-    d_->views.erase(found);
+  if (const auto view = d_->views.Take(indexCode)) {
+    RegisterObserver(view.get(), ResourceData::RT_VIEW, kUnregister);
   }
 }
 
 void CViewModelDataManager::DeleteViewGroup(const std::string& indexCode) {
-  const auto found = d_->groups.find(indexCode);
-  if (found != d_->groups.end()) {
-    RegisterObserver(found->second.get(), ResourceData::RT_VIEW_GROUP, kUnregister);
-    d_->groups.erase(found);
+  if (const auto group = d_->groups.Take(indexCode)) {
+    RegisterObserver(group.get(), ResourceData::RT_VIEW_GROUP, kUnregister);
   }
 }
 
 void CViewModelDataManager::dropObservers() {
-  for (const auto& [code, view] : d_->views) {
-    RegisterObserver(view.get(), ResourceData::RT_VIEW, kUnregister);
-  }
-  for (const auto& [code, group] : d_->groups) {
-    RegisterObserver(group.get(), ResourceData::RT_VIEW_GROUP, kUnregister);
-  }
-  d_->views.clear();
-  d_->groups.clear();
+  d_->views.ForAll([](const auto& view) { RegisterObserver(view.get(), ResourceData::RT_VIEW, kUnregister); });
+  d_->groups.ForAll([](const auto& group) { RegisterObserver(group.get(), ResourceData::RT_VIEW_GROUP, kUnregister); });
+  d_->views.Clear();
+  d_->groups.Clear();
 }
 
 void CViewModelDataManager::CreateObserverUpdateResource(const ResourceData::IResourceObserver::Param& param) {

@@ -7,6 +7,7 @@
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_test.h"
+#include "record_item.h"
 #include "standard_plan_model.h"
 #include "standard_view_controller.h"
 #include "view_model_data_manager.h"
@@ -37,6 +38,7 @@ class ManagerLoadingTest : public CPlanTest {
   void NineModelsInOrder();
   void OnDemandLoadsTheTopAlone();
   void LoadAllDescendsThroughTheFirstModel();
+  void LoadAllInsertsOnceAParentAndSharesRecords();
   void SecondLoadRepeatsTheSignalAlone();
   void HostNotReady();
   void FailedTopLevelStillInitialises();
@@ -131,6 +133,32 @@ void ManagerLoadingTest::LoadAllDescendsThroughTheFirstModel() {
   }
   QCOMPARE(times[fixture_.Code("C1").toStdString()], 1);
   QCOMPARE(times[fixture_.Code("A1").toStdString()], 2);
+}
+
+void ManagerLoadingTest::LoadAllInsertsOnceAParentAndSharesRecords() {
+  Open({{"load_all", 1}});
+  CPlanFixture::Drain();
+  QSet<QString> parents;
+  int notices = 0;
+  connect(fixture_.Public(), &QAbstractItemModel::rowsInserted, this, [&](const QModelIndex& parent) {
+    parents << parent.data().toString();
+    ++notices;
+  });
+  Manager().OnViewUiTreeInit();
+  QCOMPARE(Outline(fixture_.Public()), QString(kWholePublic));
+  QCOMPARE(parents, QSet<QString>({"", "Plans", "Public A", "A1", "Public B"}));
+  QCOMPARE(notices, parents.size());
+  for (const auto& [name, is_group] : {std::pair("A1", true), {"A1 plan 2", false}}) {
+    const QString code = fixture_.Code(name);
+    QSet<const CRowRecord*> records;
+    for (CStandardPlanModel* model : fixture_.Models()) {
+      if (const auto* row = dynamic_cast<const CRecordItem*>(model->FindTargetItemByIndexCode(code, is_group))) {
+        records << &row->Record();
+        QCOMPARE(int(row->Record().ref.loadRelaxed()), 4);  // the models of the public family
+      }
+    }
+    QCOMPARE(records.size(), 1);
+  }
 }
 
 void ManagerLoadingTest::SecondLoadRepeatsTheSignalAlone() {
