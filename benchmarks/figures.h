@@ -4,6 +4,7 @@
 
 // Each measures one matter and needs nothing of the others.
 Figures MeasureFullLoad();
+Figures MeasureGrowth();
 Figures MeasureLookUps();
 Figures MeasureExpand();
 Figures MeasureTreeView();

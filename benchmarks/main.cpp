@@ -20,6 +20,7 @@ const Chapter kChapters[] = {
     {"sort", MeasureSorting},  {"load", MeasureFullLoad},   {"lookup", MeasureLookUps}, {"expand", MeasureExpand},
     {"tree", MeasureTreeView}, {"locate", MeasureLocate},   {"memory", MeasureMemory},  {"store", MeasureStoreReads},
     {"search", MeasureSearch}, {"cameras", MeasureCameras}, {"editor", MeasureEditor},  {"start", MeasureStart},
+    {"growth", MeasureGrowth},
 };
 
 void Print(const Figure& figure) {
