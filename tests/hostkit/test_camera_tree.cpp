@@ -151,19 +151,6 @@ class CameraTreeTest : public QObject {
     QTRY_COMPARE(Notice(), QString("No cameras"));
   }
 
-  void FiltersByName() {
-    Show();
-    QSignalSpy filtered(tree_.get(), &CCameraTree::SignalFiltered);
-    Filter("GATE");
-    QVERIFY(tree_->isExpanded(Row("Hall")));
-    QCOMPARE(Names(tree_->CamerasBelow(Row("Building"))), QStringList{"CAM 31 gate"});
-    Filter("nothing like it");
-    QCOMPARE(Notice(), QString("No hit"));
-    Filter("");
-    QVERIFY(Notice().isEmpty() && tree_->model()->rowCount() == 3);
-    QCOMPARE(filtered, (QList<QList<QVariant>>{{2}, {0}, {6}}));
-  }
-
   // Texts that are typed before the cameras are there, or before an earlier text was looked for.
   void LatestTextWins() {
     services_->Hold("GetCameraTree");
@@ -178,7 +165,7 @@ class CameraTreeTest : public QObject {
     tree_->SetFilterText("door");
     tree_->SetFilterText("stairs");
     QTRY_COMPARE(Rows(), QString("Building(CAM 40 stairs)"));
-    QCOMPARE(filtered.size(), 2);
+    QCOMPARE(filtered, (QList<QList<QVariant>>{{2}, {1}}));
   }
 
   void LoadsAgainWhileItFilters() {
@@ -260,7 +247,6 @@ class CameraTreeTest : public QObject {
     Show(true);
     const QString all = Rows();
     ToggleFavorite(Row("CAM 10 gate"));
-    QVERIFY(tree_->isExpanded(Row("Favorites")));
     QCOMPARE(Row("CAM 10 gate", Row("Yard")).data(Qt::AccessibleTextRole).toString(), QString("CAM 10 gate, favorite"));
     ToggleFavorite(Row("CAM 31 gate"));
     tree_->selectAll();

@@ -51,8 +51,6 @@ class PanelUndoTest : public TarnTest::CPlanTest {
   void MoveIsNotUndoneOnceChanged();
   void MoveIsNotUndoneIntoAGroupThatIsGone();
   void MoveIsOfferedOnceMoreWhenNotUndone();
-  void MovedPlanIsRevealedToWhoHasStayed_data();
-  void MovedPlanIsRevealedToWhoHasStayed();
   void GroupDroppedOnAGroupIsAnswered();
 
  private:
@@ -375,37 +373,6 @@ void PanelUndoTest::MoveIsOfferedOnceMoreWhenNotUndone() {
   Strip(stage)->Take();
   QTRY_COMPARE(GroupOf(kPlan), QString("Public A"));
   fixture_.Drain();
-}
-
-void PanelUndoTest::MovedPlanIsRevealedToWhoHasStayed_data() {
-  QTest::addColumn<QString>("goes_to");
-  QTest::addColumn<QString>("current");
-  QTest::newRow("stays") << QString() << QString(kPlan);
-  QTest::newRow("goes on") << QString("Public A plan 10") << QString("Public A plan 10");
-  QTest::newRow("searches") << QString("search") << QString(kPlan);
-}
-
-void PanelUndoTest::MovedPlanIsRevealedToWhoHasStayed() {
-  QFETCH(QString, goes_to);
-  CPanelStage stage(Opened());
-  stage.ExpandAll();
-  stage.Choose(kPlan);
-  const QString page = stage.PageName();
-  Services().Hold("UpdatePlan");
-  stage.Drop(kPlan, "Public B");
-  QVERIFY(Services().WaitUntilHeld("UpdatePlan"));
-  if (goes_to == "search") {
-    stage.Search("plan");
-    QTRY_VERIFY(stage.PageName() != page);
-  } else if (!goes_to.isEmpty()) {
-    stage.Choose(goes_to);
-  }
-  const QString shown = stage.PageName();
-  Services().ReleaseAll();
-  QVERIFY(!Offered(stage, kPlan).isEmpty());
-  fixture_.Drain();
-  QTEST(stage.Current(), "current");
-  QCOMPARE(stage.PageName(), shown);
 }
 
 void PanelUndoTest::GroupDroppedOnAGroupIsAnswered() {

@@ -59,7 +59,6 @@ class ControllerTest : public CPlanTest {
   void ExpandOddRows();
   void ExpandFailures();
   void HasChildren();
-  void MetaObjectIsAContract();
 
  private:
   void Start(const QMap<QString, int>& switches = {});
@@ -395,24 +394,6 @@ void ControllerTest::HasChildren() {
   Services().Fail("GetPlanGroups");
   QVERIFY(!controller_->IsHaveChilds(GroupRow("Public A")));
   QCOMPARE(Said(), QStringList());  // the probe says nothing to the user
-}
-
-void ControllerTest::MetaObjectIsAContract() {
-  const QMetaObject& meta = CStandardViewController::staticMetaObject;
-  QStringList names;
-  for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-    names << meta.method(i).name() + "(" + meta.method(i).parameterNames().join(",") + ")";
-  }
-  QCOMPARE(names, QStringList({"SignalFinshCreateRootPlan()", "SignalPlayPlanView(plan_info)",
-                               "SignalGetPlanGroupListSucc(index,plan_group_list,plan_list)",
-                               "SignalAddPlanGroupSucc(index,plan_group)", "SignalDeletePlanGroupSucc(index)",
-                               "SignalDeletePlanSucc(index)", "SignalUpdatePlanGroupNameSucc(index,group_name)",
-                               "SignalUpdatePlanSucc(plan_param)", "SignalAddPlanSucc(plan_param,get_plan_index_code)",
-                               "SignalGetPlanInfo(plan_info)", "SignalFinishAnsyGetSubItem(index,b_expand)",
-                               "SignalFinishAnsyGetSubItem(index)", "signalSetNodeLoaded(index_code,is_loaded)",
-                               "signalShowMessage(message_tip,state)", "SignalGetViewConfigData(response_param)",
-                               "SignalSetViewConfigData(response_param)", "SignalConfigPlayView(,type)",
-                               "OnExpandViewTreeItem()"}));
 }
 
 QTEST_MAIN(ControllerTest)

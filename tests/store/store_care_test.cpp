@@ -95,6 +95,15 @@ void StoreCareTest::NamesWhatItFinds_data() {
   add("INSERT INTO user_group_member (user_group_id, user_id) VALUES (1, 2)", "User group 1 has user 2");
   add("INSERT INTO group_audience (group_code, user_group_id) VALUES (100001, 7)", "Group 100001 is limited to user");
   add("INSERT INTO group_audience (group_code, user_group_id) VALUES (100003, 7)", "Group 100003 is limited to user");
+  add("INSERT INTO kept_plan_group SELECT 7, code, parent_code, family, owner_id, name FROM plan_group"
+      " WHERE code = 100001",
+      "Row \"Gates\" (100001) was deleted and is there all the same");
+  add("INSERT INTO kept_plan_group SELECT 7, code + 5000, parent_code, family, owner_id, name FROM plan_group"
+      " WHERE code = 100001",
+      "Row \"Gates\" (105001) was deleted, but is kept for no deletion");
+  add("INSERT INTO deletion (code, is_group, parent_code, family, owner_id, name, namesakes, user_id, deleted_at)"
+      " SELECT code, 0, parent_code, family, owner_id, name, 0, 2, 1 FROM plan WHERE code = 100006",
+      "Row \"Gate A\" (100006) was deleted, but is not kept");
   add("ALTER TABLE user_right RENAME TO elsewhere", "The rights cannot be read: ");
   add("UPDATE counter SET value = 100003 WHERE name = 'code'", "Codes are given from 100004 on, but 100010");
   add("INSERT INTO change_log (seq, origin, kind, code) VALUES (99, 'x', 1, 1)", "The log has change 99");
