@@ -235,13 +235,11 @@ bool CTarnAddPlanWidget::focusNextPrevChild(bool next) {
   return true;
 }
 
-// Keys that a field would have for itself: undo is the document's, and Ctrl+U, which clears a line on some desktops, is
-// the window's.
+// A field would have undo for itself, but it is the document's.
 bool CTarnAddPlanWidget::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) {
     const auto* key = static_cast<QKeyEvent*>(event);
-    if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo) ||
-        key->matches(QKeySequence::DeleteCompleteLine)) {
+    if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
       event->ignore();
       return true;
     }
