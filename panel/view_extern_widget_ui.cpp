@@ -168,6 +168,9 @@ void CViewExternWidget::Private::connectUndo() {
   });
   connect(mover, &CPlanMover::SignalStillMoved, q, [this](const PlanMove& move) { undo->OfferAgain(Moved(move)); });
   connect(mover, &CPlanMover::SignalMovedBack, q, [this](const PlanMove& move) { onMovedBack(move); });
+  connect(mover, &CPlanMover::SignalRenamed, q, [this](const QString& name) {
+    Q_EMIT q->SignalSaidInMoreWords(CViewExternWidget::tr("Renamed to %1").arg(name));
+  });
   connect(editor, &CEditorPlace::SignalChanged, undo, &CUndoOffer::RenewAction);
 }
 

@@ -3162,6 +3162,10 @@ never starts</translation>
         <translation>Moved %1 back to %2.</translation>
     </message>
     <message>
+        <source>Renamed to %1</source>
+        <translation>Renamed to %1</translation>
+    </message>
+    <message>
         <source>%1, %2 by camera</source>
         <translation>%1, %2 by camera</translation>
     </message>

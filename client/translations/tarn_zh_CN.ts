@@ -3210,6 +3210,10 @@ never starts</source>
         <translation>已将“%1”移回“%2”。</translation>
     </message>
     <message>
+        <source>Renamed to %1</source>
+        <translation>已重命名为 %1</translation>
+    </message>
+    <message>
         <source>%1, %2 by camera</source>
         <translation>%1，其中 %2 个按摄像机找到</translation>
     </message>

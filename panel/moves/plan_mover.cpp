@@ -110,11 +110,22 @@ void CPlanMover::Rename(const QString& plan_code, const QString& name) {
         if (!fetched.ok) {
           Q_EMIT SignalMessageTipNeeded(StringToQString(fetched.response.error_info), CNomalMessage::Failure);
         } else if (!IsBeingEdited(plan_code) && controller_) {
-          UpdatePlanRequest renamed = UpdateRequestFrom(fetched.response);
-          renamed.plan_name = QStringToString(name);
-          controller_->UpdatePlanParam(renamed, StringToQString(fetched.response.name));
+          SaveAs(fetched.response, name);
         }
       });
+}
+
+void CPlanMover::SaveAs(const GetPlanDetailResponse& plan, const QString& name) {
+  UpdatePlanRequest renamed = UpdateRequestFrom(plan);
+  renamed.plan_name = QStringToString(name);
+  const QString old_name = StringToQString(plan.name);
+  const auto answered = [mover = QPointer<CPlanMover>(this), name, is_new = name != old_name,
+                         sent = calls_.Current()](const CallAnswer& answer) {
+    if (mover && !sent.IsDropped() && answer.ok && is_new) {
+      Q_EMIT mover->SignalRenamed(name);
+    }
+  };
+  controller_->UpdatePlanParam(renamed, old_name, answered);
 }
 
 void CPlanMover::Undo(const PlanMove& move) {

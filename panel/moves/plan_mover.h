@@ -56,6 +56,8 @@ class CPlanMover : public QObject {
   void SignalMoved(const PlanMove& move);
   /// It stands where it was again.
   void SignalMovedBack(const PlanMove& move);
+  /// The plan has this name now, and had another one.
+  void SignalRenamed(const QString& name);
   /// The move could not be undone now, but may be later.
   void SignalStillMoved(const PlanMove& move);
 
@@ -72,6 +74,7 @@ class CPlanMover : public QObject {
   void Move(const PlanMove& move, Course course);
   void OnFetched(const view_plugin_protocol::GetPlanDetailResponse& plan, PlanMove move, Course course);
   void Save(const view_plugin_protocol::GetPlanDetailResponse& plan, const PlanMove& move, Course course);
+  void SaveAs(const view_plugin_protocol::GetPlanDetailResponse& plan, const QString& name);
   void OnAnswer(const PlanMove& move, Course course, const CallAnswer& answer);
   /// The way back is offered once more.
   void Retry(const PlanMove& move, Course course);
