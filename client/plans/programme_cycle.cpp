@@ -39,8 +39,17 @@ void CProgramme::AskForTurn(Cycle::Awaits awaits, int step) {
 }
 
 void CProgramme::On(const Events::SecondsPerPlanChosen& chosen) {
-  if (state_.cycle) {
-    state_.cycle->seconds_per_plan = chosen.seconds;
+  const auto take = [&chosen](std::optional<Cycle>& cycle) {
+    if (cycle) {
+      cycle->seconds_per_plan = chosen.seconds;
+    }
+  };
+  take(state_.cycle);
+  if (state_.stopped) {
+    take(state_.stopped->cycle);
+  }
+  if (state_.failed) {
+    take(state_.failed->cycle);
   }
 }
 

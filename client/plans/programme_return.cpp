@@ -14,13 +14,15 @@ bool CProgramme::MayPass(int32_t error_kind) {
 }
 
 // A wall with something on it keeps that. What opens by itself is also tried again by itself, since no one may be
-// there.
+// there; after a timed plan, where that is on the wall.
 void CProgramme::Fail(const Failed& failed) {
+  const bool retries = failed.play.by == PlayOrigin::DefaultView && failed.may_pass;
   if (IsBusy()) {
+    state_.default_view_stands |= retries && IsOnWall(PlayOrigin::Automatic);
     return;
   }
   state_.failed = failed;
-  if (failed.play.by == PlayOrigin::DefaultView && failed.may_pass) {
+  if (retries) {
     state_.default_view_stands = true;
     Do(Commands::AwaitNextPlan{true, ++state_.failures});
   }

@@ -75,11 +75,11 @@ QString CProgrammeTexts::TitleOf(const CProgramme::State& state) {
   if (!state.on_wall) {
     return QString();
   }
-  const QString group = state.cycle.value_or(CProgramme::Cycle()).name;
-  if (group.isEmpty()) {
+  const CProgramme::Cycle cycle = state.cycle.value_or(CProgramme::Cycle());
+  if (cycle.name.isEmpty() || cycle.last.plan.index_code != state.on_wall->code) {
     return state.on_wall->name;
   }
-  return tr("%1 (%2)").arg(state.on_wall->name, group);
+  return tr("%1 (%2)").arg(state.on_wall->name, cycle.name);
 }
 
 QString CProgrammeTexts::ProgressOf(const CProgramme::State& state) {

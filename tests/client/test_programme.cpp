@@ -230,6 +230,7 @@ void ProgrammeTest::Decides_data() {
   row("the default view", opened + Happened{ends, due}, "default view?", "");
   row("asked for again", opened + Happened{ends, due, plan_d, Came("D")}, "show D default", "D default");
   row("known during a timed plan", {open, Timed("T"), plan_d, ends, due}, "default view?", "");
+  row("not known during a timed plan", {open, Timed("T"), unknown, ends, due}, "default view?", "");
   row("the service is away", opened + Happened{ends, due, unknown}, "say 6 away wait 1", "");
   row("asked until it answers", opened + Happened{ends, due, unknown, due}, "default view?", "");
   row("also at the start", {open, unknown, due}, "default view?", "");
@@ -311,6 +312,10 @@ void ProgrammeTest::Decides_data() {
   row("a cycle goes on", g_stopped, "turn 0", "");
   row("where it stood", g_stopped + Happened{Turn("2")}, "show 2 cycle page 2 held held 20 s page 2", "2 cycle");
   row("in place of a plan", {Cycle(), Turn("1"), stop, Want("A"), again, Came("A")}, "", "");
+  row("with the seconds chosen since", {Cycle(), Turn("1"), stop, SecondsPerPlanChosen{50}, again, Turn("1")},
+      "show 1 cycle stays 50 s page 1", "1 cycle");
+  row("also after a failure", {Cycle(), tired, SecondsPerPlanChosen{50}, retry, Turn("1")}, "show 1 cycle stays 50 s",
+      "1 cycle");
   row("its plan has gone", g_stopped + Happened{Turn("1")}, "show 1 cycle stays 20 s", "1 cycle");
   row("its service is away", g_stopped + Happened{tired}, "drop turn end turns say 3 x", "");
   row("but it is tried again there", g_stopped + Happened{tired, retry}, "turn 0", "");
@@ -413,7 +418,9 @@ void ProgrammeTest::ShowsWhatChanges() {
   QVERIFY(!shows(Want("A")));
   QVERIFY(shows(Want("B")) && shows(Came("B")) && shows(Cycle()));
   QVERIFY(CProgramme::AwaitsTurn(state_));
+  QCOMPARE(CProgrammeTexts::TitleOf(state_), QString("B"));  // that is not of the group
   QVERIFY(shows(Turn("1")));
+  QCOMPARE(CProgrammeTexts::TitleOf(state_), QString("1 (Gates)"));
   QVERIFY(!CProgramme::AwaitsTurn(state_) && state_.cycle->name == "Gates");
   QVERIFY(shows(TurnOver()) && shows(Turn("2")) && shows(StopWanted()) && shows(OfferOver()));
   QVERIFY(!shows(ClockTicked()));
