@@ -54,6 +54,10 @@ class StoreUndoTest : public CStoreTest {
   void KeptRowsAreForgotten();
   void ManyKeptRowsAreForgottenByAndBy();
   void WrongClockForgetsNothing();
+  void ClockThatIsPutRightForgetsNothing();
+  void WhatTheLogShowsToBeOldIsForgotten_data();
+  void WhatTheLogShowsToBeOldIsForgotten();
+  void SharedGroupsBecomeOne();
   void RowsThatAreLostAreNotPutBack();
   void GoneStaysGoneWhenTheReasonIsUnreadable();
   void CareKnowsKeptRows();
@@ -78,13 +82,20 @@ class StoreUndoTest : public CStoreTest {
     }
   }
 
-  std::shared_ptr<std::atomic<int>> passed_;  // seconds that the clock of all clients is ahead
+  // Seconds that have gone by for all clients, and that their clocks are wrong.
+  std::shared_ptr<std::atomic<int>> passed_, wrong_;
 };
 
 void StoreUndoTest::init() {
   CStoreTest::init();
   passed_ = std::make_shared<std::atomic<int>>(0);
-  fixture_->options.now = [passed = passed_] { return QDateTime::currentDateTime().addSecs(*passed); };
+  wrong_ = std::make_shared<std::atomic<int>>(0);
+  fixture_->options.now = [passed = passed_, wrong = wrong_] {
+    return QDateTime::currentDateTime().addSecs(*passed + *wrong);
+  };
+  fixture_->options.steady_now = [passed = passed_] {
+    return std::chrono::steady_clock::now() + std::chrono::seconds(*passed);
+  };
 }
 
 void StoreUndoTest::GroupIsNowhereAndThenWhereItWas() {
@@ -262,6 +273,13 @@ void StoreUndoTest::NamesakesOfBeforeAreNoObstacle() {
   *passed_ = 118;
   QCOMPARE(ann_.RestorePlan(second), QString());
   QCOMPARE(ann_.Plans("-1").size(), 2);
+  const std::string both[] = {ann_.Plan("Top"), second};
+  for (const std::string& plan : both) {
+    QCOMPARE(ann_.DeletePlan(plan), QString());
+  }
+  for (const std::string& plan : both) {
+    QCOMPARE(ann_.RestorePlan(plan), QString());
+  }
 }
 
 void StoreUndoTest::KeptRowsAreForgotten() {
@@ -306,6 +324,73 @@ void StoreUndoTest::WrongClockForgetsNothing() {
     Write(wrong, 2);
     QCOMPARE(ann_.RestorePlan(top), QString());
   }
+}
+
+void StoreUndoTest::ClockThatIsPutRightForgetsNothing() {
+  const std::string top = ann_.Plan("Top");
+  Write(bob_);
+  for (const int seconds : {kLater, 0}) {
+    QCOMPARE(ann_.DeletePlan(top), QString());
+    Write(bob_);
+    *wrong_ = seconds;
+    Write(bob_, 2);
+    QCOMPARE(ann_.RestorePlan(top), QString());
+  }
+}
+
+// Without any client running for long.
+void StoreUndoTest::WhatTheLogShowsToBeOldIsForgotten_data() {
+  QTest::addColumn<int>("deletions");
+  QTest::newRow("before all that is logged") << 2;
+  QTest::newRow("more than are kept") << 1001;
+}
+
+void StoreUndoTest::WhatTheLogShowsToBeOldIsForgotten() {
+  QFETCH(int, deletions);
+  const std::string old = ann_.Plan("Gate B"), top = ann_.Plan("Top");
+  QCOMPARE(ann_.DeletePlan(old), QString());
+  ann_.Leave();
+  if (deletions == 2) {
+    fixture_->RunPastTheStore("DELETE FROM change_log");
+  } else {
+    fixture_->RunPastTheStore(
+        QString(
+            "WITH RECURSIVE numbers(number) AS (SELECT 1 UNION ALL SELECT number + 1 FROM numbers WHERE number < %1)"
+            " INSERT INTO deletion SELECT 500000 + number, 0, -1, 0, 0, '', 0, 1, deleted_at FROM numbers, deletion")
+            .arg(deletions - 2));
+    fixture_->RunPastTheStore("INSERT INTO change_log SELECT code, '', 4, code FROM deletion WHERE code > 500000");
+    fixture_->RunPastTheStore("UPDATE counter SET value = 600000 WHERE name = 'seq'");
+  }
+  QCOMPARE(ann_.DeletePlan(top), QString());
+  Write(bob_);
+  QCOMPARE(Kept().section(' ', 0, 0).toInt(), deletions - 1);
+  QCOMPARE(ann_.RestorePlan(old), QString("It is too late to undo the deletion."));
+  QCOMPARE(ann_.RestorePlan(top), QString());
+}
+
+void StoreUndoTest::SharedGroupsBecomeOne() {
+  const std::string gate = ann_.Plan("Gate A");
+  QCOMPARE(ann_.Share(gate, "2"), QString());
+  QTRY_VERIFY(!bob_.Group("-2", "Shared").empty());
+  const std::string shared = bob_.Group("-2", "Shared");
+  QCOMPARE(bob_.AddGroup(shared, "Mine"), QString());
+  QCOMPARE(bob_.AddPlan(bob_.Group(shared, "Mine"), "In mine"), QString());
+  QCOMPARE(bob_.SetDefaultView(shared, kGroupType), QString());
+  QCOMPARE(bob_.DeleteGroup(shared), QString());
+  QCOMPARE(ann_.Share(ann_.Plan("Top"), "2"), QString());
+  QTRY_VERIFY(!bob_.Group("-2", "Shared").empty());
+  QCOMPARE(bob_.RestoreGroup(shared), QString());
+  const std::string now = bob_.Group("-2", "Shared");
+  QCOMPARE(bob_.DefaultView(), now);
+  for (const CClient& client : {bob_, CClient(fixture_.get(), "bob")}) {
+    QCOMPARE(client.Groups("-2").filter("Shared").size(), 1);
+    QCOMPARE(client.Plans(now).size(), 2);
+    QCOMPARE(client.Plans(client.Group(now, "Mine")).size(), 1);
+  }
+  QStringList findings;
+  QString summary, error;
+  QVERIFY2(TarnHost::StoreCare::Check(fixture_->Url(), &findings, &summary, &error), qPrintable(error));
+  QCOMPARE(findings, QStringList());
 }
 
 void StoreUndoTest::RowsThatAreLostAreNotPutBack() {

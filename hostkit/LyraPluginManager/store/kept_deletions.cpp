@@ -1,8 +1,8 @@
 #include "store/kept_deletions.h"
 
 #include <QVariantList>
-#include <algorithm>
 
+#include "store/change_feed.h"
 #include "store/plan_repository.h"
 
 namespace TarnHost::Store {
@@ -19,6 +19,7 @@ const char kViewColumns[] = "user_id, code, type";
 const char kKeptPlans[] = "kept_plan";
 const char* const kKeptTables[] = {"kept_default_view", kKeptPlans, "kept_plan_group"};
 constexpr int kForgottenAtOnce = 300;
+constexpr int kMostKept = 1000;  // more than anybody deletes while the first can be taken back
 // Instead of a time, of a deletion whose rows are being forgotten: it can't be taken back any more.
 constexpr qint64 kBeingForgotten = 0;
 
@@ -28,19 +29,25 @@ QString TableOf(bool is_group) {
 
 }  // namespace
 
-void CKeptDeletions::Note(const char* table, int32_t code, int32_t user, int64_t at) {
+// A namesake that is kept may come back before this row does.
+void CKeptDeletions::Note(const char* table, int32_t code, int32_t user, const Moment& now) {
+  const int is_group = int(table == kGroups);
   engine_.Execute(
       QStringLiteral("INSERT INTO deletion (code, is_group, parent_code, family, owner_id, name, namesakes, user_id,"
                      " deleted_at) SELECT code, CAST(? AS INTEGER), parent_code, family, owner_id, name,"
                      " (SELECT count(*) FROM %1 other WHERE other.parent_code = gone.parent_code AND"
-                     " other.owner_id = gone.owner_id AND other.name = gone.name) - 1, CAST(? AS INTEGER),"
+                     " other.owner_id = gone.owner_id AND other.name = gone.name) - 1 +"
+                     " (SELECT count(*) FROM deletion kept WHERE kept.is_group = CAST(? AS INTEGER) AND"
+                     " kept.parent_code = gone.parent_code AND kept.owner_id = gone.owner_id AND"
+                     " kept.name = gone.name), CAST(? AS INTEGER),"
                      " CAST(? AS BIGINT) FROM %1 gone WHERE code = ?")
           .arg(QLatin1String(table)),
-      {int(table == kGroups), user, qint64(at), code});
+      {is_group, is_group, user, qint64(now.at), code});
+  found_[Key(code, now.at)] = {now.steady, true};
 }
 
-CKeptDeletions::Below CKeptDeletions::KeepGroup(int32_t code, int32_t user, int64_t at) {
-  Note(kGroups, code, user, at);
+CKeptDeletions::Below CKeptDeletions::KeepGroup(int32_t code, int32_t user, const Moment& now) {
+  Note(kGroups, code, user, now);
   const auto keep = [&](const char* table, const char* columns, const char* condition) {
     return engine_.Execute(QLatin1String(kGroupTree) +
                                QStringLiteral("INSERT INTO kept_%1 (deletion, %2) SELECT CAST(? AS INTEGER), %2 FROM %1"
@@ -57,8 +64,8 @@ CKeptDeletions::Below CKeptDeletions::KeepGroup(int32_t code, int32_t user, int6
   return below;
 }
 
-void CKeptDeletions::KeepPlan(int32_t code, int32_t user, int64_t at) {
-  Note(kPlans, code, user, at);
+void CKeptDeletions::KeepPlan(int32_t code, int32_t user, const Moment& now) {
+  Note(kPlans, code, user, now);
   const auto keep = [&](const char* table, const char* columns) {
     engine_.Execute(QStringLiteral("INSERT INTO kept_%1 (deletion, %2) SELECT CAST(? AS INTEGER), %2 FROM %1"
                                    " WHERE code = ?")
@@ -91,6 +98,14 @@ std::optional<CKeptDeletions::Deletion> CKeptDeletions::First(const QString& con
   return found;
 }
 
+std::chrono::seconds CKeptDeletions::AgeOf(const Deletion& deletion, const Moment& now) const {
+  const auto found = found_.find(Key(deletion.code, deletion.at));
+  if (found != found_.end() && found->second.is_own) {
+    return std::chrono::duration_cast<std::chrono::seconds>(now.steady - found->second.since);
+  }
+  return std::chrono::seconds(now.at - deletion.at);
+}
+
 int32_t CKeptDeletions::NamesakesOf(const Deletion& deletion) {
   return engine_
       .Value(QStringLiteral("SELECT count(*) FROM %1 WHERE parent_code = ? AND owner_id = ? AND name = ?")
@@ -115,27 +130,54 @@ void CKeptDeletions::ForgetDefaultView(int32_t user) {
   engine_.Execute("DELETE FROM kept_default_view WHERE user_id = ?", {user});
 }
 
-void CKeptDeletions::Purge(int64_t now, int64_t seconds) {
-  if (const auto deletion = Due(now, seconds)) {
+void CKeptDeletions::Purge(SteadyTime now, std::chrono::seconds age) {
+  LookAround(now);
+  if (const auto deletion = Due(now, age)) {
     ForgetSome(*deletion);
   }
 }
 
 // Mostly there is nothing: then one look at one small table has to do.
-std::optional<CKeptDeletions::Key> CKeptDeletions::Due(int64_t now, int64_t seconds) {
-  std::map<Key, int64_t> found;
-  std::optional<Key> due;
+void CKeptDeletions::LookAround(SteadyTime now) {
+  std::map<Key, Found> found;
   engine_.ForEach("SELECT code, deleted_at FROM deletion", {}, [&](const QSqlQuery& query) {
     const Key key(query.value(0).toInt(), query.value(1).toLongLong());
     const auto before = found_.find(key);
-    const int64_t since = before == found_.end() ? now : std::min(before->second, now);
-    found[key] = since;
-    if (key.second == kBeingForgotten || now - since >= seconds) {
-      due = key;
-    }
+    found[key] = before == found_.end() ? Found{now, false} : before->second;
   });
   found_ = std::move(found);
-  return due;
+}
+
+std::optional<CKeptDeletions::Key> CKeptDeletions::Due(SteadyTime now, std::chrono::seconds age) {
+  for (const auto& [key, found] : found_) {
+    if (key.second == kBeingForgotten || now - found.since >= age) {
+      return key;
+    }
+  }
+  if (has_old_ || found_.size() > kMostKept) {
+    const auto old = FarBehind();
+    has_old_ = old.has_value();
+    return old;
+  }
+  return std::nullopt;
+}
+
+// The oldest of too many, or one from before all that the log still tells of; by the log's numbers, not by a clock.
+std::optional<CKeptDeletions::Key> CKeptDeletions::FarBehind() {
+  std::optional<Key> oldest;
+  bool is_logged = false;
+  engine_.ForEach(
+      "SELECT deletion.code, deletion.deleted_at, removal.seq FROM deletion LEFT JOIN"
+      " (SELECT code, max(seq) AS seq FROM change_log WHERE kind IN (?, ?) GROUP BY code) removal"
+      " ON removal.code = deletion.code ORDER BY coalesce(removal.seq, 0), deletion.code LIMIT 1",
+      {int(ChangeEntry::kGroupRemoved), int(ChangeEntry::kPlanRemoved)}, [&](const QSqlQuery& query) {
+        oldest = Key(query.value(0).toInt(), query.value(1).toLongLong());
+        is_logged = !query.value(2).isNull();
+      });
+  if (is_logged && found_.size() <= kMostKept) {
+    oldest.reset();
+  }
+  return oldest;
 }
 
 // What names the deletion goes last.

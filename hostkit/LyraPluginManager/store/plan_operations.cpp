@@ -45,6 +45,19 @@ void FillAll(QList<Record>* records, const std::vector<Row>& rows, const std::st
   }
 }
 
+std::pair<std::optional<StoredPlan>, std::optional<CKeptDeletions::Deletion>> PlanOrDeletion(
+    CPlanRepository& repository, int32_t code, int32_t user) {
+  auto plan = repository.WholePlan(code, user);
+  if (plan) {
+    return {std::move(plan), std::nullopt};
+  }
+  try {
+    return {std::nullopt, repository.DeletionOf(code, user)};
+  } catch (const CStoreError&) {
+    return {};  // that it is gone is known
+  }
+}
+
 }  // namespace
 
 void CPlanOperations::GetPlanGroups(const view::GetPlanGroupsRequest& request, view::GetPlanGroupsResponse* response) {
@@ -144,11 +157,14 @@ int32_t CPlanOperations::RequestedPlan(const view::GetPlanDetailRequest& request
   return code;
 }
 
-// From the database: a plan that was just deleted elsewhere is gone, whatever the catalog has heard by then.
+// From the database: a plan that was just deleted elsewhere is gone, whatever the catalog has heard by then. In one
+// call, for each may keep the caller waiting.
 StoredPlan CPlanOperations::ReadPlan(int32_t code, int32_t user) {
-  auto plan = runner_.Read([code, user](CPlanRepository& repository) { return repository.WholePlan(code, user); });
+  auto read =
+      runner_.Read([code, user](CPlanRepository& repository) { return PlanOrDeletion(repository, code, user); });
+  auto& [plan, deletion] = read;
   if (!plan) {
-    throw CStoreError(CStoreError::kGone, WhyPlanIsGone(code, user));
+    throw CStoreError(CStoreError::kGone, WhyPlanIsGone(deletion));
   }
   if (!plan->damage.IsEmpty()) {
     throw CStoreError(CStoreError::kDamaged, plan->damage);
@@ -157,13 +173,7 @@ StoredPlan CPlanOperations::ReadPlan(int32_t code, int32_t user) {
 }
 
 // Who has it open in an editor wants to know whom to ask.
-CStoreText CPlanOperations::WhyPlanIsGone(int32_t code, int32_t user) {
-  std::optional<CKeptDeletions::Deletion> deletion;
-  try {
-    deletion = runner_.Read([code, user](CPlanRepository& repository) { return repository.DeletionOf(code, user); });
-  } catch (const CStoreError&) {
-    return kPlanGone;  // that much is known
-  }
+CStoreText CPlanOperations::WhyPlanIsGone(const std::optional<CKeptDeletions::Deletion>& deletion) const {
   if (!deletion) {
     return kPlanGone;
   }

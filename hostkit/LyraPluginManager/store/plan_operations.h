@@ -46,7 +46,7 @@ class CPlanOperations {
  private:
   int32_t RequestedPlan(const view_plugin_protocol::GetPlanDetailRequest& request, int32_t user) const;
   StoredPlan ReadPlan(int32_t code, int32_t user);
-  CStoreText WhyPlanIsGone(int32_t code, int32_t user);
+  CStoreText WhyPlanIsGone(const std::optional<CKeptDeletions::Deletion>& deletion) const;
   StoredPlan ReadPlanForTree(int32_t code, int32_t user);
   std::string ParentName(int32_t parent, int32_t user) const;
 

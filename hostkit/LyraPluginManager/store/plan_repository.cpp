@@ -235,6 +235,24 @@ void CPlanRepository::DeleteGroup(int32_t code) {
   engine_.Execute(tree + "DELETE FROM plan_group WHERE code IN (SELECT code FROM tree)", {code});
 }
 
+// A damaged plan keeps the checksum that shows it.
+void CPlanRepository::MergeGroup(int32_t code, int32_t into) {
+  std::vector<int32_t> plans;
+  engine_.ForEach("SELECT code FROM plan WHERE parent_code = ?", {code},
+                  [&plans](const QSqlQuery& query) { plans.push_back(query.value(0).toInt()); });
+  for (const int32_t plan_code : plans) {
+    auto plan = WholePlan(plan_code);
+    if (plan && plan->damage.IsEmpty()) {
+      plan->row.parent = into;
+      UpdatePlan(*plan);
+    }
+  }
+  engine_.Execute("UPDATE plan SET parent_code = ? WHERE parent_code = ?", {into, code});
+  engine_.Execute("UPDATE plan_group SET parent_code = ? WHERE parent_code = ?", {into, code});
+  engine_.Execute("UPDATE default_view SET code = ? WHERE code = ?", {into, code});
+  engine_.Execute("DELETE FROM plan_group WHERE code = ?", {code});
+}
+
 void CPlanRepository::InsertPlan(const StoredPlan& plan) {
   const QString pages = PagesToText(plan.pages);
   engine_.Execute(

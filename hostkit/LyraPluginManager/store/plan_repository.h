@@ -94,6 +94,8 @@ class CPlanRepository {
   /// Deletes the group with all below it, and the default views that point there. The content of plans stays, as with
   /// DeletePlan(), until the deletion is forgotten.
   void DeleteGroup(int32_t code);
+  /// Moves all that is in the group into the other one and deletes it.
+  void MergeGroup(int32_t code, int32_t into);
   void InsertPlan(const StoredPlan& plan);
   void UpdatePlan(const StoredPlan& plan);
   void DeletePlan(int32_t code);

@@ -26,6 +26,9 @@ PlanStoreOptions Completed(PlanStoreOptions options) {
   if (!options.now) {
     options.now = [] { return QDateTime::currentDateTime(); };
   }
+  if (!options.steady_now) {
+    options.steady_now = &std::chrono::steady_clock::now;
+  }
   if (!options.first_content) {
     options.first_content = &MakeEmptySite;
   }

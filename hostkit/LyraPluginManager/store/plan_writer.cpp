@@ -25,7 +25,8 @@ constexpr int kNoDefaultView = -3;
 const char kSharedGroupName[] = "Shared";
 // What the user is offered, and what comes on top of it: the offer's time stands still while the mouse is over it, and
 // the last click may have to wait for the service.
-constexpr int32_t kRestorableSeconds = 10, kLateSeconds = 50;
+constexpr int32_t kRestorableSeconds = 10;
+constexpr std::chrono::seconds kLate{50};
 const char kDateTimeFormat[] = "yyyy-MM-dd HH:mm:ss";
 
 // Of public plans and groups: what stands among a user's own takes no right.
@@ -43,13 +44,18 @@ const char* RefusalWithout(Right right) {
 
 }  // namespace
 
-CPlanWriter::CPlanWriter(CStoreSession& session, const CSiteDirectory& site, std::function<QDateTime()> now)
-    : session_(session), repository_(session.Repository()), site_(site), now_(std::move(now)) {}
+CPlanWriter::CPlanWriter(CStoreSession& session, const CSiteDirectory& site, std::function<QDateTime()> now,
+                         std::function<SteadyClock::time_point()> steady_now)
+    : session_(session),
+      repository_(session.Repository()),
+      site_(site),
+      now_(std::move(now)),
+      steady_now_(std::move(steady_now)) {}
 
-// Also what a client left behind that has ended. Later than need be, for this clock may have been put right meanwhile.
+// Also what a client left behind that has ended. Later than need be: who deleted may still be waiting for an answer.
 void CPlanWriter::PurgeDeletions() {
-  constexpr int64_t kForgottenAfter = 600;
-  session_.Deletions().Purge(Time(), kForgottenAfter);
+  constexpr std::chrono::minutes kForgottenAfter{10};
+  session_.Deletions().Purge(steady_now_(), kForgottenAfter);
 }
 
 QString CPlanWriter::Now() const {
@@ -261,8 +267,8 @@ void CPlanWriter::RestoreDeleted(const view_plugin_protocol::RestoreDeletedReque
     if (!IsThere(code, request.is_group, user)) {
       const CKeptDeletions::Deletion deletion = KeptDeletion(code, request.is_group, user);
       RequireRight(deletion.family, DeleteRight, user);
-      RequireRoomFor(deletion, user);
-      session_.PutBack(deletion);
+      RequirePlaceOf(deletion, user);
+      PutBack(deletion);
     }
     return true;
   });
@@ -288,21 +294,30 @@ CKeptDeletions::Deletion CPlanWriter::KeptDeletion(int32_t code, bool is_group, 
         {QT_TRANSLATE_NOOP("TarnHost::Store", "\"%1\" was deleted by another user. Only that user can undo it."),
          {deletion->name}});
   }
-  if (!deletion || deletion->user != user || Time() - deletion->at > kRestorableSeconds + kLateSeconds) {
+  const std::chrono::seconds limit = std::chrono::seconds(kRestorableSeconds) + kLate;
+  if (!deletion || session_.Deletions().AgeOf(*deletion, Time()) > limit) {
     throw CStoreError(CStoreError::kGone, kTooLateToUndo);
   }
   return *deletion;
 }
 
-// Names may stand twice in a group, but undoing a deletion does not make it so.
-void CPlanWriter::RequireRoomFor(const CKeptDeletions::Deletion& deletion, int32_t user) {
+void CPlanWriter::RequirePlaceOf(const CKeptDeletions::Deletion& deletion, int32_t user) {
   if (!IsRootCode(deletion.parent) && !IsThere(deletion.parent, true, user)) {
     throw CStoreError(
         CStoreError::kGone,
         {QT_TRANSLATE_NOOP("TarnHost::Store", "\"%1\" cannot come back: its group was deleted in the meantime."),
          {deletion.name}});
   }
-  if (session_.Deletions().NamesakesOf(deletion) > deletion.namesakes) {
+}
+
+// Names may stand twice in a group, but undoing a deletion does not make it so. The group of shared plans is made again
+// when somebody shares: then both are one.
+void CPlanWriter::PutBack(const CKeptDeletions::Deletion& deletion) {
+  if (session_.Deletions().NamesakesOf(deletion) <= deletion.namesakes) {
+    session_.PutBack(deletion);
+  } else if (deletion.is_group && deletion.parent == OwnRoot && deletion.name == kSharedGroupName) {
+    session_.PutBackInto(repository_.OwnTopGroup(deletion.owner, deletion.name)->code, deletion);
+  } else {
     throw CStoreError(CStoreError::kRefused,
                       {QT_TRANSLATE_NOOP("TarnHost::Store",
                                          "\"%1\" cannot come back: its name was given to another in the meantime."),

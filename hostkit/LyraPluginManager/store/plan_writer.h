@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <chrono>
 #include <functional>
 
 #include "plan_rules/rights.h"
@@ -19,7 +20,10 @@ class CPlanWriter {
     CKeptDeletions::Below below;
   };
 
-  CPlanWriter(CStoreSession& session, const CSiteDirectory& site, std::function<QDateTime()> now);
+  using SteadyClock = std::chrono::steady_clock;
+
+  CPlanWriter(CStoreSession& session, const CSiteDirectory& site, std::function<QDateTime()> now,
+              std::function<SteadyClock::time_point()> steady_now);
 
   /// Answers the new code, as does AddPlan().
   int32_t AddGroup(const view_plugin_protocol::AddPlanGroupRequest& request, int32_t user);
@@ -70,15 +74,16 @@ class CPlanWriter {
   void MarkMade(StoredPlan* plan, int32_t user) const;
   bool IsThere(int32_t code, bool is_group, int32_t user);
   CKeptDeletions::Deletion KeptDeletion(int32_t code, bool is_group, int32_t user);
-  void RequireRoomFor(const CKeptDeletions::Deletion& deletion, int32_t user);
-  /// Seconds since 1970.
-  int64_t Time() const { return now_().toSecsSinceEpoch(); }
+  void RequirePlaceOf(const CKeptDeletions::Deletion& deletion, int32_t user);
+  void PutBack(const CKeptDeletions::Deletion& deletion);
+  CKeptDeletions::Moment Time() const { return {now_().toSecsSinceEpoch(), steady_now_()}; }
   QString Now() const;
 
   CStoreSession& session_;
   CPlanRepository& repository_;
   const CSiteDirectory& site_;
   const std::function<QDateTime()> now_;
+  const std::function<SteadyClock::time_point()> steady_now_;
 };
 
 }  // namespace TarnHost::Store

@@ -48,7 +48,7 @@ void CStoreRunner::OpenDatabase() {
   site_ = CSiteDirectory::Read(*engine_, options_.switch_overrides);
   session_ = std::make_unique<CStoreSession>(
       *engine_, catalog_, user_, *hub_, [this] { return thread_.Claim(); }, closed_);
-  writer_ = std::make_unique<CPlanWriter>(*session_, site_, options_.now);
+  writer_ = std::make_unique<CPlanWriter>(*session_, site_, options_.now, options_.steady_now);
   thread_.SetBeat(kBeat, [weak = weak_from_this()] {
     const auto self = weak.lock();
     return self && self->Beat();

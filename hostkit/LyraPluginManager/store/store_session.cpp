@@ -345,6 +345,25 @@ void CStoreSession::PutBack(const CKeptDeletions::Deletion& deletion) {
   }
 }
 
+void CStoreSession::PutBackInto(int32_t group, const CKeptDeletions::Deletion& deletion) {
+  deletions_.PutBack(deletion);
+  if (!repository_.Group(deletion.code)) {
+    throw CStoreError(CStoreError::kGone, kTooLateToUndo);
+  }
+  const auto [groups, plans] = repository_.Subtree(deletion.code);
+  repository_.MergeGroup(deletion.code, group);
+  for (const GroupRow& row : groups) {
+    if (row.parent == deletion.code) {
+      PutBackGroup(row.code);
+    }
+  }
+  for (const PlanRow& row : plans) {
+    if (row.parent == deletion.code) {
+      PutBackPlan(row.code);
+    }
+  }
+}
+
 // What is below the group is not reported row by row: a tree fetches it when the group is expanded.
 void CStoreSession::PutBackGroup(int32_t code) {
   if (!repository_.Group(code)) {

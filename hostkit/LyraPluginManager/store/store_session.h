@@ -74,6 +74,8 @@ class CStoreSession {
   /// What was deleted stands where it stood again. The only change that this process's own observers hear of, too: who
   /// asks for it has no record to make the row from. Refused when its rows are not kept any more.
   void PutBack(const CKeptDeletions::Deletion& deletion);
+  /// The same of a deleted group, but what was in it stands in that group afterwards.
+  void PutBackInto(int32_t group, const CKeptDeletions::Deletion& deletion);
 
  private:
   struct Step {

@@ -24,6 +24,7 @@ struct PlanStoreOptions {
   QMap<QString, int> switch_overrides;          // by the switch's name in the store; for this process only
   std::function<PlanSite()> first_content;      // what a new store is filled with; unset: MakeEmptySite()
   std::function<QDateTime()> now;               // the clock, asked from any thread; unset: the local time
+  std::function<std::chrono::steady_clock::time_point()> steady_now;  // time that no one sets; unset: the steady clock
   /// Called on the GUI thread, from the event loop: what the trouble is when it begins or becomes another, with a line
   /// that says more; kNone and no line when it is over. The store goes on trying by itself.
   std::function<void(StoreTrouble trouble, const QString& line)> on_trouble;
