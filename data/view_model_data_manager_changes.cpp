@@ -310,6 +310,7 @@ void CViewModelDataManager::OnViewGroupChildAdded(const QString& group_index_cod
   const QModelIndex group =
       d_->models.isEmpty() ? QModelIndex() : d_->models.first()->FindIndexByIndexCode(group_index_code, true);
   showNewChildren(group_index_code, group.isValid() ? CViewPublicDef::GetIndexType(group) : -1, child_type);
+  d_->fresh_group.clear();
 }
 
 void CViewModelDataManager::showNewChildren(const QString& group_code, int theme,
@@ -395,6 +396,7 @@ void CViewModelDataManager::OnRootChildAdded(ResourceData::ResourceType child_ty
   for (const auto& root : roots) {
     showNewChildren(QString::fromLatin1(root.code), root.theme, child_type);
   }
+  d_->fresh_group.clear();
 }
 
 void CViewModelDataManager::Recheck(const QString& code, bool is_group) {

@@ -46,6 +46,7 @@ class CViewModelDataManager::Private {
   std::unique_ptr<CViewGroupManager> group_manager;
   CObserverTable<CView> views;
   CObserverTable<CViewGroup> groups;
+  std::string fresh_group;  // the one whose observer was made for the notice that is being handled
   std::shared_ptr<TarnConfiguration::IViewConfigInterface> view_config;
   view_plugin_protocol::GetClientDefaultViewConfigResponse default_view;
   view_plugin_protocol::ClienDefaultViewConfigReponse default_view_set;

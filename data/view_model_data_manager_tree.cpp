@@ -179,7 +179,8 @@ std::optional<RowRecords> CViewModelDataManager::fetchGroups(const QString& code
     return std::nullopt;
   }
   for (const PlanGroup& group : qAsConst(response.groups)) {
-    if (renews_observers && !isShown(StringToQString(group.index_code), true)) {
+    const bool is_fresh = group.index_code == d_->fresh_group;
+    if (renews_observers && !is_fresh && !isShown(StringToQString(group.index_code), true)) {
       DeleteViewGroup(group.index_code);
     }
     CreateViewGroup(group);
@@ -287,6 +288,9 @@ void CViewModelDataManager::dropObservers() {
 
 void CViewModelDataManager::CreateObserverUpdateResource(const ResourceData::IResourceObserver::Param& param) {
   if (param.type == ResourceData::RT_VIEW_GROUP) {
+    if (!d_->groups.Find(param.second)) {
+      d_->fresh_group = param.second;
+    }
     CreateGroupObserver(param.second, param.type);
   } else if (param.type == ResourceData::RT_VIEW) {
     CreateViewObserverUpdate(param.second, param.type);

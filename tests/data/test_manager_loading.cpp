@@ -133,6 +133,18 @@ void ManagerLoadingTest::LoadAllDescendsThroughTheFirstModel() {
   }
   QCOMPARE(times[fixture_.Code("C1").toStdString()], 1);
   QCOMPARE(times[fixture_.Code("A1").toStdString()], 2);
+  // A group that came from elsewhere, too.
+  const std::string parent = fixture_.Code("Public A").toStdString();
+  std::string made;
+  QCOMPARE(fixture_.InStore().AddGroup(parent, "made", &made), QString());
+  QCOMPARE(fixture_.InStore().AddGroup(made, "below"), QString());
+  QCOMPARE(fixture_.InStore().AddPlan(made, "plan"), QString());
+  Services().ForgetCalls();
+  Services().ObserverOf(16001, parent)->OnResourceUpdate({3, parent, made, ResourceData::RT_VIEW_GROUP});
+  QTRY_VERIFY(Outline(fixture_.Public()).contains("made(below,plan)"));
+  CPlanFixture::Drain();
+  const auto read = Services().Requests<view_plugin_protocol::GetPlansInGroupRequest>();
+  QCOMPARE(std::count_if(read.begin(), read.end(), [&](const auto& one) { return one.group_index_code == made; }), 1);
 }
 
 void ManagerLoadingTest::LoadAllInsertsOnceAParentAndSharesRecords() {
