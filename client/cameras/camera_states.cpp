@@ -10,8 +10,6 @@ namespace TarnClient {
 
 namespace {
 
-constexpr int kAgainMs = 30000;
-
 using Codes = std::set<std::string>;
 
 // Nothing when the service does not answer: the cameras are as they were, then.
@@ -34,8 +32,8 @@ std::optional<Codes> ReadOffline() {
 
 }  // namespace
 
-CCameraStates::CCameraStates(QObject* parent) : QObject(parent) {
-  again_.setInterval(kAgainMs);
+CCameraStates::CCameraStates(QObject* parent, int again_ms) : QObject(parent) {
+  again_.setInterval(again_ms);
   connect(&again_, &QTimer::timeout, this, &CCameraStates::Ask);
   Ask();
 }

@@ -13,7 +13,8 @@ namespace TarnClient {
 class CCameraStates : public QObject {
   Q_OBJECT
  public:
-  explicit CCameraStates(QObject* parent = nullptr);
+  /// `again_ms`: between two looks.
+  explicit CCameraStates(QObject* parent = nullptr, int again_ms = 30000);
 
   /// Looks at them now and then, while someone sees their pictures.
   void Watch(bool on);

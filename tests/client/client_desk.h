@@ -26,7 +26,7 @@ class CClientDesk : public QObject {
  protected:
   void Open(const QMap<QString, int>& switches = {{"load_all", 1}}, const QString& user = "operator",
             const QString& url = "sqlite::memory:") {
-    tarn_ui_data_controller::CSkinLoader::Instance().LoadSkin("redblack");
+    tarn_ui_data_controller::CSkinLoader::Instance().LoadSkin(skin_);
     PlanFixtureOptions options;
     options.switches = switches;
     options.user = user;
@@ -93,7 +93,8 @@ class CClientDesk : public QObject {
   static QString Tip() { return tarn_ui_data_controller::CMessageTipManager::Instance().CurrentText(); }
   static void ForgetTips() { tarn_ui_data_controller::CMessageTipManager::Release(); }
 
-  std::function<QDateTime()> now_;  // the store's clock from the next Open() on
+  QString skin_ = QStringLiteral("redblack");  // of the next Open()
+  std::function<QDateTime()> now_;             // the store's clock from the next Open() on
   CPlanFixture fixture_;
   std::unique_ptr<TarnClient::CMainWindow> window_;
   CHandClock* clock_ = nullptr;
