@@ -32,6 +32,7 @@ class RowMenuTest : public TarnTest::CClientDesk {
   void CopiesAPlanWithAllItHas();
   void ACopyOfTheLastUserIsNotHeardOf();
   void CopiesHitsAndSaysWhyNot();
+  void RenamesAHitOfAGroupThatIsNotLoaded();
   void RenamesPlansAndGroups();
   void MovesAPlanToAChosenGroup();
   void EqualOffersAreNotToldApartByWords();
@@ -51,6 +52,13 @@ class RowMenuTest : public TarnTest::CClientDesk {
     QVERIFY(QTest::qWaitForWindowActive(window_.get()));
     Tree()->setCurrentIndex(Row(row));
     Tree()->setFocus();
+  }
+  void ShowHit(const char* plan, const char* group) {
+    view_plugin_protocol::SearchedPlan hit;
+    hit.index_code = Code(plan);
+    hit.name = plan;
+    hit.group_index_code = Code(group);
+    Q_EMIT window_->Family(0).Panel()->signalGetSearchedResult({hit});
   }
   void OpenMenu(const QString& row) {
     GoTo(row);
@@ -235,13 +243,7 @@ void RowMenuTest::ACopyOfTheLastUserIsNotHeardOf() {
 void RowMenuTest::CopiesHitsAndSaysWhyNot() {
   Open();
   auto* panel = window_->Family(0).Panel();
-  Q_EMIT panel->signalGetSearchedResult({[this] {
-    view_plugin_protocol::SearchedPlan hit;
-    hit.index_code = Code("A1 plan 2");
-    hit.name = "A1 plan 2";
-    hit.group_index_code = Code("A1");
-    return hit;
-  }()});
+  ShowHit("A1 plan 2", "A1");
   auto* hits = panel->findChild<QListView*>("search_list_view");
   QVERIFY(hits->isVisible());
   hits->setFocus();
@@ -253,6 +255,17 @@ void RowMenuTest::CopiesHitsAndSaysWhyNot() {
   CPlanFixture::Drain();
   QTRY_COMPARE(Tip(), QString("no answer"));
   QVERIFY(!Row("A1 plan 2 (3)").isValid());
+}
+
+// No row of it tells what it was called before.
+void RowMenuTest::RenamesAHitOfAGroupThatIsNotLoaded() {
+  Open({});
+  ShowHit("A1 plan 2", "A1");
+  auto* hits = window_->Family(0).Panel()->findChild<QListView*>("search_list_view");
+  hits->setFocus();
+  QTest::keyClick(hits, Qt::Key_F2, Qt::ShiftModifier);
+  TypeName("Evening");
+  QTRY_COMPARE(Tip(), QString("Renamed to Evening"));
 }
 
 void RowMenuTest::RenamesPlansAndGroups() {
