@@ -1,4 +1,3 @@
-#include <QAbstractButton>
 #include <QSignalSpy>
 #include <QtTest>
 #include <atomic>
@@ -25,9 +24,6 @@ class AutomaticPlanTest : public TarnTest::CClientDesk {
   void AVanishedPlanStopsAtItsEnd();
   void TheDefaultViewComesBack_data();
   void TheDefaultViewComesBack();
-  void StoppingTakesBackWhatIsOnItsWay_data();
-  void StoppingTakesBackWhatIsOnItsWay();
-  void AFailedPlanIsAwaitedNoMore();
   void OwnPlansAreTheirUsersOnly();
 
  private:
@@ -37,7 +33,7 @@ class AutomaticPlanTest : public TarnTest::CClientDesk {
     time_ = QDateTime(QDate(2026, 3, 2).addDays(days), QTime::fromString(time)).toMSecsSinceEpoch();
   }
   /// By this client, with the end of its run.
-  void Schedule(const QString& plan, const char* begin, const char* end, bool runs = true);
+  void Schedule(const QString& plan, const char* begin, const char* end);
   void SwitchUser(const char* user);
 
   std::atomic<qint64> time_{0};
@@ -54,9 +50,9 @@ void AutomaticPlanTest::Begin() {
   CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
 }
 
-void AutomaticPlanTest::Schedule(const QString& plan, const char* begin, const char* end, bool runs) {
+void AutomaticPlanTest::Schedule(const QString& plan, const char* begin, const char* end) {
   auto request = TarnTest::Unchanged(Stored(plan));
-  request.auto_play = runs;
+  request.auto_play = true;
   request.begin_time = begin;
   request.end_time = end;
   auto* controller = window_->Family(0).Controller();
@@ -98,8 +94,6 @@ void AutomaticPlanTest::FollowsAnotherTimedPlan() {
   QVERIFY(!CAutoPlanHelper::Instance().GetPlanDisplayState());
   Set("10:00:00");
   QTRY_COMPARE(Wall().PlanName(), QString("A1 plan 10"));
-  window_->Family(0).Controller()->DeletePlanByIndex(Row("A1 plan 10"));  // nothing is left to run today
-  QTRY_VERIFY(!Wall().IsPlaying());
 }
 
 void AutomaticPlanTest::FollowsChangedTimes() {
@@ -109,12 +103,6 @@ void AutomaticPlanTest::FollowsChangedTimes() {
   QTRY_COMPARE(Wall().PlanName(), QString("A1 plan 2"));
   Schedule("A1 plan 2", "09:00:00", "09:30:00");
   Set("09:30:00");
-  QTRY_VERIFY(!Wall().IsPlaying());
-  Schedule("A1 plan 2", "14:00:00", "15:00:00");
-  Set("14:00:00");
-  QTRY_COMPARE(Wall().PlanName(), QString("A1 plan 2"));
-  Schedule("A1 plan 2", "14:00:00", "15:00:00", false);
-  Set("15:00:00");  // no announcement comes for it
   QTRY_VERIFY(!Wall().IsPlaying());
 }
 
@@ -153,44 +141,6 @@ void AutomaticPlanTest::TheDefaultViewComesBack() {
   QTRY_VERIFY(!Wall().IsPlaying());
   QTRY_COMPARE(Wall().PlanName(), QString("Public B plan 2"));
   QTRY_COMPARE(clock_->Seconds() > 0, type == 16001);
-}
-
-void AutomaticPlanTest::StoppingTakesBackWhatIsOnItsWay_data() {
-  QTest::addColumn<QString>("by");
-  QTest::newRow("button") << "button";
-  QTest::newRow("key on the wall") << "wall";
-  QTest::newRow("key in the tree") << "tree";
-}
-
-void AutomaticPlanTest::StoppingTakesBackWhatIsOnItsWay() {
-  QFETCH(QString, by);
-  Begin();
-  Play("A1 plan 2");
-  fixture_.Services().Hold("GetPlanDetail");
-  window_->Player().Play(Code("Public B plan 2"));
-  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
-  if (by == "button") {
-    window_->findChild<QAbstractButton*>("wall_stop_btn")->click();
-  } else {
-    QTest::keyClick(by == "wall" ? static_cast<QWidget*>(&Wall()) : Tree(), Qt::Key_Escape);
-  }
-  QVERIFY(!Wall().IsPlaying());
-  fixture_.Services().ReleaseAll();
-  CPlanFixture::Drain();
-  QVERIFY(!Wall().IsPlaying() && MarkedRows().isEmpty());
-}
-
-// Of the panel, which asks for it itself.
-void AutomaticPlanTest::AFailedPlanIsAwaitedNoMore() {
-  Begin();
-  fixture_.Services().Hold("GetPlanDetail");
-  window_->Family(0).Panel()->PlayPlanByString(fixture_.Code("Public A plan 2"), false);
-  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
-  QVERIFY(window_->Player().State().on_its_way);
-  fixture_.Services().Fail("GetPlanDetail", "The line is down");
-  fixture_.Services().ReleaseAll();
-  QTRY_COMPARE(Tip(), QString("The line is down"));
-  QVERIFY(!window_->Player().State().on_its_way);
 }
 
 void AutomaticPlanTest::OwnPlansAreTheirUsersOnly() {

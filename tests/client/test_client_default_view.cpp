@@ -19,7 +19,6 @@ class ClientDefaultViewTest : public TarnTest::CClientDesk {
  private Q_SLOTS:
   void OpensAfterARestart_data();
   void OpensAfterARestart();
-  void GivesWayToWhatTheUserDoes();
   void FailuresSayWhy();
   void SettingsReadAgainWhenPlansCome();
   void GroupsFollowTheirSwitch();
@@ -95,32 +94,6 @@ void ClientDefaultViewTest::OpensAfterARestart() {
   QTRY_VERIFY2(Progress().contains(cycle) && Progress().isEmpty() == cycle.isEmpty(), qPrintable(Progress()));
   QCOMPARE(window_->History().rowCount() == 1, cycle.isEmpty() && !playing.isEmpty());
   QVERIFY2(Tip().isEmpty(), qPrintable(Tip()));
-}
-
-void ClientDefaultViewTest::GivesWayToWhatTheUserDoes() {
-  Open();
-  Store(16000, Code("Public B plan 2"));
-  // It is already known, but still being fetched, when the user wants something else.
-  fixture_.Services().Hold("GetPlanDetail");
-  window_->Player().OpenDefaultView();
-  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
-  window_->Player().Play(Code("Public A plan 2"));
-  fixture_.Services().ReleaseAll();
-  QTRY_COMPARE(Wall().PlanName(), QString("Public A plan 2"));
-  CPlanFixture::Drain();
-  QCOMPARE(Wall().PlanName(), QString("Public A plan 2"));
-  window_->Player().OpenDefaultView();
-  CPlanFixture::Drain();
-  QCOMPARE(Wall().PlanName(), QString("Public A plan 2"));
-  QTest::keyClick(&Wall(), Qt::Key_Escape);
-
-  fixture_.Services().Hold("GetClientViewConfig");
-  window_->Player().OpenDefaultView();
-  QVERIFY(fixture_.Services().WaitUntilHeld("GetClientViewConfig"));
-  QTest::keyClick(&Wall(), Qt::Key_Escape);
-  fixture_.Services().ReleaseAll();
-  CPlanFixture::Drain();
-  QVERIFY(!Wall().IsPlaying());
 }
 
 void ClientDefaultViewTest::FailuresSayWhy() {

@@ -142,13 +142,7 @@ void ClientProgramTest::RefusesWithOneLineAndCode2_data() {
   QTest::newRow("user") << QStringList{"--user", "stranger"} << "stranger";
   QTest::newRow("plan") << QStringList{"--play", "No such plan"} << "No such plan";
   QTest::newRow("store") << QStringList{"--store", "sqlite:/dev/null/x.sqlite"} << "/dev/null/x.sqlite";
-  const char* const refused[] = {"postgresql://ann:sesame@[::1/site",
-                                 "postgresql://ann@[::1]/site?password=sesame",
-                                 "postgresql://ann:sesame@[::1]/site?sslmode=maybe",
-                                 "postgres://ann:sesame@[::1]/site",
-                                 "postgresql://ann:12/sesame@[::1]/site",
-                                 "host=::1 user=ann password=sesame"};
-  for (const char* address : refused) {
+  for (const char* address : {"postgresql://ann:sesame@[::1/site", "host=::1 user=ann password=sesame"}) {
     QTest::newRow(address) << QStringList{"--store", address} << "plan store";
   }
   QTest::newRow("no store") << QStringList{"--store", QString("sqlite:") + TARN_CLIENT_PROGRAM} << "not a plan store";

@@ -2,7 +2,6 @@
 #include <QAction>
 #include <QClipboard>
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QFrame>
 #include <QLineEdit>
 #include <QPushButton>
@@ -28,7 +27,6 @@ class MessagesTest : public TarnTest::CClientDesk {
   void KeepsTheLastOnesAndCountsRepeats();
   void FiltersByWordsAndKind();
   void PageShowsCopiesAndClears();
-  void FloodHoldsNothingUp();
 
  private:
   QTreeView* List() const { return window_->findChild<QTreeView*>("messages_list"); }
@@ -125,21 +123,6 @@ void MessagesTest::PageShowsCopiesAndClears() {
     QVERIFY2(!text.startsWith("Not saved"), qPrintable(text));  // the last user's
   }
   WaitForPlans();
-}
-
-// 200 messages in a second: with the page open they cost the hand at the desk nothing to speak of.
-void MessagesTest::FloodHoldsNothingUp() {
-  Open();
-  window_->Messages().Open();
-  QElapsedTimer clock;
-  clock.start();
-  for (int i = 0; i < 200; ++i) {
-    CMessageTipManager::Instance().ShowTip(QString("refused %1").arg(i), 1, window_.get());
-  }
-  QCoreApplication::processEvents();
-  QVERIFY2(clock.elapsed() < 1000, qPrintable(QString::number(clock.elapsed())));
-  QCOMPARE(List()->model()->rowCount(), 200);
-  QCOMPARE(Tip(), QString("refused 0"));
 }
 
 QTEST_MAIN(MessagesTest)

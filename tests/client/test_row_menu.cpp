@@ -9,7 +9,6 @@
 #include "TarnUIDataController/popup_menu.h"
 #include "WidgetKit/new_location_view_widget.h"
 #include "client_desk.h"
-#include "commands/free_name.h"
 #include "commands/plan_copier.h"
 #include "commands/row_commands.h"
 #include "commands/row_menu.h"
@@ -17,16 +16,12 @@
 
 using namespace TarnClient;
 using TarnTest::CPlanFixture;
-using view_plugin_protocol::kRights;
 
 // The client's own entries of the row menu: which there are, what they do, and why they do not.
 class RowMenuTest : public TarnTest::CClientDesk {
   Q_OBJECT
 
  private Q_SLOTS:
-  void WhatIsOffSaysWhy();
-  void RightsDecide();
-  void CopiesGetTheNextFreeName();
   void EntriesStandBehindThePanels();
   void EntriesFollowTheRow();
   void CopiesAPlanWithAllItHas();
@@ -91,75 +86,6 @@ class RowMenuTest : public TarnTest::CClientDesk {
     CPlanFixture::Drain();
   }
 };
-
-void RowMenuTest::WhatIsOffSaysWhy() {
-  Open();  // after each test the desk is closed
-  for (int bits = 0; bits < 1 << 8; ++bits) {
-    const auto bit = [bits](int number) { return (bits >> number & 1) != 0; };
-    for (int kind = 0; kind < 4; ++kind) {
-      for (int family = 0; family < 3; ++family) {
-        RowSituation row;
-        row.kind = static_cast<RowKind>(kind);
-        row.family = family;
-        for (int right = 0; right < 3; ++right) {
-          if (bit(right)) {
-            row.rights.Add(kRights[right]);
-          }
-        }
-        row.why_no_new_plan = bit(3) ? "why" : "";
-        row.cycles = bit(4);
-        row.edited = bit(5);
-        row.playing = bit(6);
-        row.why_no_new_group = bit(7) ? "why" : "";
-        for (int command = 0; command < kRowCommands; ++command) {
-          const RowCommandState state = StateOf(static_cast<RowCommand>(command), row);
-          QVERIFY(state.IsEnabled() == state.reason.isEmpty() && (state.shown || !state.IsEnabled()));
-          QVERIFY(row.kind != RowKind::None || !state.IsEnabled());
-        }
-      }
-    }
-  }
-}
-
-void RowMenuTest::RightsDecide() {
-  Open();
-  const auto letters = [](RowKind kind, int family, const QList<int>& rights, bool playing) {
-    RowSituation row;
-    row.kind = kind;
-    row.family = family;
-    for (const int right : rights) {
-      row.rights.Add(static_cast<view_plugin_protocol::Right>(right));
-    }
-    row.playing = playing;
-    row.why_no_new_plan = "why";
-    QString found;
-    for (int command = 0; command < kRowCommands; ++command) {
-      const RowCommandState state = StateOf(static_cast<RowCommand>(command), row);
-      const QChar letter = QStringLiteral("npdmrso").at(command);
-      found += !state.shown ? QChar('-') : state.IsEnabled() ? letter : letter.toUpper();
-    }
-    return found;
-  };
-  using namespace view_plugin_protocol;
-  QCOMPARE(letters(RowKind::Plan, PublicFamily, {5, 6, 7}, true), QString("Npdmrso"));
-  QCOMPARE(letters(RowKind::Plan, PublicFamily, {}, false), QString("NpDMRSo"));
-  QCOMPARE(letters(RowKind::Plan, PublicFamily, {5}, false), QString("NpdMRSo"));
-  QCOMPARE(letters(RowKind::Plan, PublicFamily, {6}, false), QString("NpDmrSo"));
-  QCOMPARE(letters(RowKind::Group, OwnFamily, {}, true), QString("Np--rso"));
-  QCOMPARE(letters(RowKind::Root, PublicFamily, {5, 6, 7}, false), QString("Np-----"));
-}
-
-void RowMenuTest::CopiesGetTheNextFreeName() {
-  Open();
-  QCOMPARE(NameOfCopy("Gate", {"Gate"}), QString("Gate (2)"));
-  QCOMPARE(NameOfCopy("Gate", {"Gate", "gate (2)", "Gate (4)"}), QString("Gate (3)"));
-  QCOMPARE(NameOfCopy("Gate (2)", {"Gate", "Gate (2)"}), QString("Gate (3)"));
-  QCOMPARE(NameOfCopy("Gate (b)", {"Gate (b)"}), QString("Gate (b) (2)"));
-  const QString longest(256, 'x');
-  QCOMPARE(NameOfCopy(longest, {longest}), QString(252, 'x') + " (2)");
-  const QString pair = QString::fromUtf8("\xF0\x9F\x9A\x80");  // one character of two units
-  QCOMPARE(NameOfCopy(QString(251, 'x') + pair + "yyy", {}), QString(251, 'x') + " (2)");
-}
 
 void RowMenuTest::EntriesStandBehindThePanels() {
   Open();
