@@ -95,6 +95,9 @@ void CViewExternWidget::Private::renewSkin() {
   tree->style()->polish(tree);
   notice->RenewPicture();
   search->RenewIcons();
+  if (preview) {
+    preview->Forget();  // drawn in the colours of the skin
+  }
 }
 
 void CViewExternWidget::Private::connectSignalAndSlot() {
@@ -171,6 +174,7 @@ void CViewExternWidget::Private::connectUndo() {
   connect(mover, &CPlanMover::SignalRenamed, q, [this](const QString& name) {
     Q_EMIT q->SignalSaidInMoreWords(CViewExternWidget::tr("Renamed to %1").arg(name));
   });
+  connect(mover, &CPlanMover::SignalNotRenamed, naming, &CGroupNaming::KeepPlanName);
   connect(editor, &CEditorPlace::SignalChanged, undo, &CUndoOffer::RenewAction);
 }
 

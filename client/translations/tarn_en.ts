@@ -2094,6 +2094,10 @@
 <context>
     <name>TarnPlanView::CMoveToDlg</name>
     <message>
+        <source>Not all groups were looked through. Open those in which it may stand.</source>
+        <translation>Not all groups were looked through. Open those in which it may stand.</translation>
+    </message>
+    <message>
         <source>A plan cannot stand directly at the top. Choose a group below.</source>
         <translation>A plan cannot stand directly at the top. Choose a group below.</translation>
     </message>
@@ -2341,6 +2345,10 @@
 </context>
 <context>
     <name>TarnPlanView::CPlanMover</name>
+    <message>
+        <source>The last change is still being saved. Try again in a moment.</source>
+        <translation>The last change is still being saved. Try again in a moment.</translation>
+    </message>
     <message>
         <source>ViewSortFailedadOMakQWZCpToC</source>
         <translation>Plans are sorted by name. They can&apos;t be put in another order.</translation>

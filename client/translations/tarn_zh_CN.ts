@@ -2153,6 +2153,10 @@
 <context>
     <name>TarnPlanView::CMoveToDlg</name>
     <message>
+        <source>Not all groups were looked through. Open those in which it may stand.</source>
+        <translation>尚未查找所有分组。请展开它可能所在的分组。</translation>
+    </message>
+    <message>
         <source>A plan cannot stand directly at the top. Choose a group below.</source>
         <translation>预案不能直接位于顶层，请选择下级分组。</translation>
     </message>
@@ -2400,6 +2404,10 @@
 </context>
 <context>
     <name>TarnPlanView::CPlanMover</name>
+    <message>
+        <source>The last change is still being saved. Try again in a moment.</source>
+        <translation>上一次更改仍在保存，请稍后再试。</translation>
+    </message>
     <message>
         <source>ViewSortFailedadOMakQWZCpToC</source>
         <translation>预案按名称排序，不能更改顺序。</translation>

@@ -65,6 +65,10 @@ bool CLineEdit::event(QEvent* event) {
     event->ignore();
     return true;
   }
+  if (IsDeleteLetterKey(event)) {
+    event->accept();  // the field's, before a shortcut of the window takes it
+    return true;
+  }
   return QLineEdit::event(event);
 }
 

@@ -15,13 +15,12 @@ bool SaysPlan() {
   return CViewConfigManager::Instance().IsShowPlanOrView();
 }
 
-bool IsPlaying(const QModelIndex& row) {
-  if (!CViewPublicDef::IsPlanGroup(row)) {
-    return row.data(PlayingRole).toBool();
-  }
-  const QAbstractItemModel* rows = row.model();
-  for (int child = 0; child < rows->rowCount(row); ++child) {
-    if (IsPlaying(rows->index(child, 0, row))) {
+bool IsChildPlaying(const QModelIndex& group) {
+  const QAbstractItemModel* rows = group.model();
+  for (int row = 0; row < rows->rowCount(group); ++row) {
+    const QModelIndex child = rows->index(row, 0, group);
+    const bool is_group = CViewPublicDef::IsPlanGroup(child);
+    if ((is_group && IsChildPlaying(child)) || (!is_group && child.data(PlayingRole).toBool())) {
       return true;
     }
   }
@@ -116,10 +115,12 @@ QString PlansText(int count) {
 DeletionSubject DeletionSubjectOf(const QModelIndex& row) {
   DeletionSubject subject;
   subject.name = row.data().toString();
-  subject.is_group = CViewPublicDef::IsPlanGroup(row);
-  subject.playing = IsPlaying(row);
+  subject.is_group = row.data(IsGroupRole).toBool();
   if (subject.is_group) {
+    subject.playing = IsChildPlaying(row);
     subject.inside = InsideOf(row);
+  } else {
+    subject.playing = row.data(PlayingRole).toBool();
   }
   return subject;
 }

@@ -93,7 +93,7 @@ void CRowDeletion::DeletePlan(const QModelIndex& index) {
     return;
   }
   const QPointer<CRowDeletion> alive(this);
-  if (subject.playing) {
+  if (row.Resolve().data(PlayingRole).toBool()) {  // the wall may have gone on while the question was open
     Q_EMIT SignalStopPlan();
   }
   if (alive && controller_ && row.Resolve().isValid()) {

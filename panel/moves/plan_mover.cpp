@@ -97,7 +97,11 @@ void CPlanMover::MoveTo(const QString& plan_code, const QModelIndex& group) {
 }
 
 void CPlanMover::Rename(const QString& plan_code, const QString& name) {
-  if (plan_code.isEmpty() || !controller_ || moving_.contains(plan_code) || IsBeingEdited(plan_code)) {
+  if (plan_code.isEmpty() || !controller_) {
+    return;
+  }
+  if (IsUnderWay(plan_code) || IsBeingEdited(plan_code)) {
+    Q_EMIT SignalNotRenamed(plan_code, name);
     return;
   }
   moving_.insert(plan_code);
@@ -106,22 +110,30 @@ void CPlanMover::Rename(const QString& plan_code, const QString& name) {
   HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::GetPlanDetail, request)
       .Within(calls_)
       .Then(this, [this, plan_code, name](const auto& fetched) {
-        moving_.remove(plan_code);
         if (!fetched.ok) {
           Q_EMIT SignalMessageTipNeeded(StringToQString(fetched.response.error_info), CNomalMessage::Failure);
         } else if (!IsBeingEdited(plan_code) && controller_) {
-          SaveAs(fetched.response, name);
+          SaveAs(fetched.response, plan_code, name);
+          return;
         }
+        moving_.remove(plan_code);
+        Q_EMIT SignalNotRenamed(plan_code, name);
       });
 }
 
-void CPlanMover::SaveAs(const GetPlanDetailResponse& plan, const QString& name) {
+void CPlanMover::SaveAs(const GetPlanDetailResponse& plan, const QString& plan_code, const QString& name) {
   UpdatePlanRequest renamed = UpdateRequestFrom(plan);
   renamed.plan_name = QStringToString(name);
   const QString old_name = StringToQString(plan.name);
-  const auto answered = [mover = QPointer<CPlanMover>(this), name, is_new = name != old_name,
+  const auto answered = [mover = QPointer<CPlanMover>(this), plan_code, name, is_new = name != old_name,
                          sent = calls_.Current()](const CallAnswer& answer) {
-    if (mover && !sent.IsDropped() && answer.ok && is_new) {
+    if (!mover || sent.IsDropped()) {
+      return;
+    }
+    mover->moving_.remove(plan_code);
+    if (!answer.ok) {
+      Q_EMIT mover->SignalNotRenamed(plan_code, name);
+    } else if (is_new) {
       Q_EMIT mover->SignalRenamed(name);
     }
   };
@@ -146,6 +158,15 @@ QModelIndex CPlanMover::GroupAt(const QModelIndex& source, const QModelIndex& ta
   return own_group ? target : QModelIndex();
 }
 
+bool CPlanMover::IsUnderWay(const QString& plan_code) {
+  if (!moving_.contains(plan_code)) {
+    return false;
+  }
+  Q_EMIT SignalMessageTipNeeded(tr("The last change is still being saved. Try again in a moment."),
+                                CNomalMessage::Failure);
+  return true;
+}
+
 bool CPlanMover::IsBeingEdited(const QString& plan_code) {
   if (!is_edited_ || !is_edited_(plan_code)) {
     return false;
@@ -157,10 +178,10 @@ bool CPlanMover::IsBeingEdited(const QString& plan_code) {
 
 void CPlanMover::Move(const PlanMove& move, Course course) {
   const QString& code = move.plan_code;
-  if (code.isEmpty() || moving_.contains(code)) {
+  if (code.isEmpty()) {
     return;
   }
-  if (IsBeingEdited(code)) {
+  if (IsUnderWay(code) || IsBeingEdited(code)) {
     Retry(move, course);
     return;
   }

@@ -58,6 +58,8 @@ class CPlanMover : public QObject {
   void SignalMovedBack(const PlanMove& move);
   /// The plan has this name now, and had another one.
   void SignalRenamed(const QString& name);
+  /// It keeps the name that it had, for a reason that was said.
+  void SignalNotRenamed(const QString& plan_code, const QString& name);
   /// The move could not be undone now, but may be later.
   void SignalStillMoved(const PlanMove& move);
 
@@ -68,13 +70,14 @@ class CPlanMover : public QObject {
   enum Course { kMove, kMoveBack };
 
   QModelIndex GroupAt(const QModelIndex& source, const QModelIndex& target) const;
-  /// With a message when it is.
+  /// Whether it is being moved or renamed; with a message when it is, as the next one.
+  bool IsUnderWay(const QString& plan_code);
   bool IsBeingEdited(const QString& plan_code);
   /// To the group `to` of the move.
   void Move(const PlanMove& move, Course course);
   void OnFetched(const view_plugin_protocol::GetPlanDetailResponse& plan, PlanMove move, Course course);
   void Save(const view_plugin_protocol::GetPlanDetailResponse& plan, const PlanMove& move, Course course);
-  void SaveAs(const view_plugin_protocol::GetPlanDetailResponse& plan, const QString& name);
+  void SaveAs(const view_plugin_protocol::GetPlanDetailResponse& plan, const QString& plan_code, const QString& name);
   void OnAnswer(const PlanMove& move, Course course, const CallAnswer& answer);
   /// The way back is offered once more.
   void Retry(const PlanMove& move, Course course);
@@ -82,7 +85,7 @@ class CPlanMover : public QObject {
   CPlanViewTree* const tree_;
   QPointer<CStandardViewController> controller_;
   std::function<bool(const QString&)> is_edited_;
-  QSet<QString> moving_;
+  QSet<QString> moving_;  // codes of the plans that are being moved or renamed
   HostCalls::CCallScope calls_;
 };
 

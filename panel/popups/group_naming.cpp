@@ -90,10 +90,15 @@ void CGroupNaming::AskForRename(const QModelIndex& group, const QPoint& place) {
 void CGroupNaming::AskForPlanName(const QString& plan_code, const QString& name, const QPoint& place) {
   Editor()->SetMode(kRenameMode);
   Editor()->SetTitle(CViewExternWidget::tr("Rename plan"));
-  Editor()->SetName(name);
+  Editor()->SetName(unused_plan_names_.value(plan_code, name));
+  unused_plan_names_.remove(plan_code);
   ForgetWhatFor();
   renamed_plan_ = plan_code;
   ShowAt(place);
+}
+
+void CGroupNaming::KeepPlanName(const QString& plan_code, const QString& name) {
+  unused_plan_names_.insert(plan_code, name);
 }
 
 void CGroupNaming::ForgetWhatFor() {
@@ -153,6 +158,7 @@ void CGroupNaming::Close() {
     editor_ = nullptr;
   }
   unused_name_.clear();
+  unused_plan_names_.clear();
 }
 
 }  // namespace TarnPlanView

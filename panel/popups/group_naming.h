@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -32,6 +33,8 @@ class CGroupNaming : public QObject {
   void AskForRename(const QModelIndex& group, const QPoint& place);
   /// Asks for another name of a plan, whose row need not be loaded.
   void AskForPlanName(const QString& plan_code, const QString& name, const QPoint& place);
+  /// The name that was typed for a plan, but could not be given: it stands in the editor when next asked for.
+  void KeepPlanName(const QString& plan_code, const QString& name);
   /// Code of the plan that the editor is open for; empty while it is about a group.
   QString RenamedPlan() const { return renamed_plan_; }
   /// Adds the group where its name was asked for, else below `current`; six levels at most.
@@ -58,7 +61,8 @@ class CGroupNaming : public QObject {
   QPointer<CViewNameEdit> editor_;
   std::optional<CPlanNodeRef> renamed_, parent_;  // what the editor is open for
   QString renamed_plan_;
-  QString unused_name_;  // of a group whose parent has vanished meanwhile
+  QString unused_name_;                        // of a group whose parent has vanished meanwhile
+  QHash<QString, QString> unused_plan_names_;  // by code of the plan
 };
 
 }  // namespace TarnPlanView

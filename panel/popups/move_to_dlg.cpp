@@ -43,6 +43,7 @@ CMoveToDlg::CMoveToDlg(const QString& plan_name, const QString& group_code, QWid
   connect(field_, &QLineEdit::textChanged, this, &CMoveToDlg::FetchNext);
   connect(field_, &QLineEdit::textChanged, this, [this] { choose_found_ = false; });
   connect(field_, &WidgetKit::CNewLocationViewWidget::SignalLocated, this, [this] {
+    Renew();
     if (std::exchange(choose_found_, false)) {
       ChooseByKey();
     }
@@ -50,8 +51,10 @@ CMoveToDlg::CMoveToDlg(const QString& plan_name, const QString& group_code, QWid
   field_->installEventFilter(this);
   tree_->installEventFilter(this);
   connect(tree_->Groups(), &QAbstractItemModel::rowsInserted, this, &CMoveToDlg::Renew);
+  connect(tree_->Groups(), &QAbstractItemModel::rowsInserted, this, &CMoveToDlg::Queue);
   connect(tree_->Groups(), &QAbstractItemModel::rowsRemoved, this, &CMoveToDlg::Renew);
   connect(tree_->Groups(), &QAbstractItemModel::modelReset, this, &CMoveToDlg::Renew);
+  connect(tree_->Groups(), &QAbstractItemModel::modelReset, this, &CMoveToDlg::QueueAll);
   Renew();
   resize(kSize);
   field_->setFocus();
@@ -110,35 +113,50 @@ void CMoveToDlg::Offer(CStandardPlanModel* groups, CStandardViewController* cont
   if (now.isValid()) {
     tree_->setCurrentIndex(now);
   }
+  QueueAll();
   Renew();
 }
 
-// The first row below `parent` whose groups were not asked for yet.
-QModelIndex CMoveToDlg::UnfetchedBelow(const QModelIndex& parent) const {
+void CMoveToDlg::Queue(const QModelIndex& parent, int first, int last) {
   const QAbstractItemModel& rows = *tree_->Groups();
-  for (int row = 0; row < rows.rowCount(parent); ++row) {
+  for (int row = first; row <= last; ++row) {
     const QModelIndex group = rows.index(row, 0, parent);
-    if (rows.canFetchMore(group) && !asked_.contains(group.data(GroupIndexCodeRole).toString())) {
-      return group;
+    if (rows.canFetchMore(group)) {
+      unfetched_.enqueue(group);
     }
-    const QModelIndex below = UnfetchedBelow(group);
-    if (below.isValid()) {
-      return below;
-    }
+    Queue(group, 0, rows.rowCount(group) - 1);
   }
-  return QModelIndex();
+}
+
+void CMoveToDlg::QueueAll() {
+  unfetched_.clear();
+  Queue(QModelIndex(), 0, tree_->Groups()->rowCount() - 1);
 }
 
 // A group is found only once it is loaded. One by one: what comes may bring more.
 void CMoveToDlg::FetchNext() {
-  if (field_->text().isEmpty() || fetching_.isValid() || !controller_ || asked_.size() >= kMostFetches) {
+  if (fetching_.isValid()) {
     return;
   }
-  fetching_ = UnfetchedBelow(QModelIndex());
+  if (!field_->text().isEmpty() && controller_ && fetches_ < kMostFetches) {
+    fetching_ = NextUnfetched();
+  }
+  field_->SetAwaitsRows(fetching_.isValid());  // before they come: a first hit among them becomes current
+  Renew();
   if (fetching_.isValid()) {
-    asked_.insert(fetching_.data(GroupIndexCodeRole).toString());
+    ++fetches_;
     controller_->OnExpandViewTreeItem(fetching_);
   }
+}
+
+QModelIndex CMoveToDlg::NextUnfetched() {
+  while (!unfetched_.isEmpty()) {
+    const QModelIndex group = unfetched_.dequeue();
+    if (tree_->Groups()->canFetchMore(group)) {  // it may have gone, or been opened meanwhile
+      return group;
+    }
+  }
+  return QModelIndex();
 }
 
 // After a failure, which the controller has said, the next one waits for the next letter.
@@ -150,6 +168,8 @@ void CMoveToDlg::OnFetched(const QModelIndex& index) {
   fetching_ = QPersistentModelIndex();
   if (has_come) {
     QMetaObject::invokeMethod(this, &CMoveToDlg::FetchNext, Qt::QueuedConnection);
+  } else {
+    field_->SetAwaitsRows(false);
   }
 }
 
@@ -167,9 +187,17 @@ QString CMoveToDlg::Problem() const {
   return QString();
 }
 
+bool CMoveToDlg::HasMissedGroups() const {
+  const bool found_nothing = !field_->text().isEmpty() && field_->HitCount() == 0;
+  return found_nothing && fetches_ >= kMostFetches && !unfetched_.isEmpty() && !fetching_.isValid();
+}
+
 void CMoveToDlg::Renew() {
   const QString problem = Problem();
   note_->setText(problem);
+  if (HasMissedGroups()) {
+    note_->setText(tr("Not all groups were looked through. Open those in which it may stand."));
+  }
   move_->setEnabled(problem.isEmpty());
   move_->setToolTip(problem);
 }

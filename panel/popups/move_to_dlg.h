@@ -3,7 +3,7 @@
 #include <QDialog>
 #include <QPersistentModelIndex>
 #include <QPointer>
-#include <QSet>
+#include <QQueue>
 #include <QString>
 
 class QLabel;
@@ -40,11 +40,16 @@ class CMoveToDlg : public QDialog {
  private:
   void Build(const QString& plan_name);
   QWidget* BuildButtons();
-  QModelIndex UnfetchedBelow(const QModelIndex& parent) const;
+  /// For a search: those of these rows, and of all below, whose groups are not loaded.
+  void Queue(const QModelIndex& parent, int first, int last);
+  void QueueAll();
+  QModelIndex NextUnfetched();
   void FetchNext();
   void OnFetched(const QModelIndex& index);
   /// Why the plan cannot go to the row that is current; empty when it can.
   QString Problem() const;
+  /// Whether a search has found nothing and has left groups out, as there are too many.
+  bool HasMissedGroups() const;
   void Renew();
   void Choose();
   /// Moves to the current row if the plan may go there. After typing that is the row found, as soon as it is.
@@ -57,8 +62,9 @@ class CMoveToDlg : public QDialog {
   QPushButton* move_ = nullptr;
   QPointer<CStandardViewController> controller_;
   QPersistentModelIndex fetching_;  // by the search
-  QSet<QString> asked_;             // codes of the groups that the search has asked for
-  bool choose_found_ = false;       // Return came before what was typed had been looked for
+  QQueue<QPersistentModelIndex> unfetched_;
+  int fetches_ = 0;            // of all searches
+  bool choose_found_ = false;  // Return came before what was typed had been looked for
 };
 
 }  // namespace TarnPlanView

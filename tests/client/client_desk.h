@@ -56,10 +56,14 @@ class CClientDesk : public QObject {
   }
   /// After a switch of user: for those of the new one.
   void WaitForPlans() {
+    WaitForRows();
+    CPlanFixture::Drain();
+  }
+  /// The same while a call is held.
+  void WaitForRows() {
     QTRY_VERIFY(!old_plans_);
     QTRY_VERIFY(TarnPlanView::CViewModelDataManagerExport::Instance().IsViewModelInitFinish());
     QTRY_VERIFY(Row("Plans").isValid());
-    CPlanFixture::Drain();
   }
 
   void CloseDesk() {

@@ -63,7 +63,20 @@ void PanelDeletionsTest::AsksBeforeDeletingAPlan() {
   int calls_at_stop = -1;
   connect(&stage.Panel(), &CViewExternWidget::SignalStopPlan, &stage.Panel(),
           [&] { calls_at_stop = Services().Count("DeletePlan"); });
+  // The wall has gone on while the question was open: what plays there now is left alone.
   stage.answer = 1;
+  stage.while_asking = [&] {
+    stage.Panel().SetCurPlayItemByIndexCode(QString());
+    Services().Fail("DeletePlan", "locked");
+  };
+  QCOMPARE(remove(plan), QString("TheUserCurrentlyHasAwlMLoHj"));
+  QCOMPARE(calls_at_stop, -1);
+  fixture_.Drain();
+  QCOMPARE(stage.AwaitTips(), QStringList("1:locked"));
+  stage.while_asking = {};
+  Services().Mend("DeletePlan");
+  Services().ForgetCalls();
+  stage.Panel().SetCurPlayItemByIndexCode(fixture_.Code(plan));
   Services().Hold("DeletePlan");
   QCOMPARE(remove(plan), QString("TheUserCurrentlyHasAwlMLoHj"));
   QCOMPARE(calls_at_stop, 0);

@@ -1,3 +1,6 @@
+#include <QAbstractButton>
+#include <QFrame>
+
 #include "panel_stage.h"
 #include "plan_calls.h"
 #include "plan_records.h"
@@ -78,7 +81,21 @@ void PanelMovesTest::MovesOnceWhateverElseFails() {
   stage.TakeTips();
   stage.Controller().UpdatePlanGroupName(stage.Row("A1"), "Other");
   QCOMPARE(stage.AwaitTips(), QStringList("1:no"));
+  const char saving[] = "1:The last change is still being saved. Try again in a moment.";
   stage.Drop(kMoved, "A1");
+  QCOMPARE(stage.TakeTips(), QStringList(saving));
+  // A name that cannot be given yet is not typed for nothing.
+  TarnPlanViewInfo row;
+  row.index_code = fixture_.Code(kMoved).toStdString();
+  row.name = kMoved;
+  fixture_.Messages().Expect("Argument missing");  // without a catalogue the texts are bare keys
+  stage.Panel().RenameRow(row);
+  auto* name = stage.Panel().findChild<QFrame*>("CViewNameEdit")->findChild<QLineEdit*>();
+  name->setText("Morning");
+  stage.Panel().findChild<QAbstractButton*>("ptr_save_btn")->click();
+  QCOMPARE(stage.TakeTips(), QStringList(saving));
+  stage.Panel().RenameRow(row);
+  QCOMPARE(name->text(), QString("Morning"));
   Services().ReleaseAll();
   fixture_.Drain();
   QCOMPARE(Services().Count("UpdatePlan"), 1);
