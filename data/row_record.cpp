@@ -76,13 +76,15 @@ const PlanBasicInfo& CRowRecord::Plan() const {
 }
 
 ChildRecords ChildRecords::Of(const QList<PlanGroup>& groups, const QList<PlanBasicInfo>& plans) {
-  ChildRecords records{groups, plans, CRowRecord::OfAll(groups), CRowRecord::OfAll(plans)};
-  for (const auto* made : {&records.of_groups, &records.of_plans}) {
+  return {groups, plans, CRowRecord::OfAll(groups), CRowRecord::OfAll(plans)};
+}
+
+void ChildRecords::PrepareNames() const {
+  for (const auto* made : {&of_groups, &of_plans}) {
     for (const CRowRecord::Ptr& record : *made) {
       record->NameKey();
     }
   }
-  return records;
 }
 
 }  // namespace TarnPlanView

@@ -62,9 +62,10 @@ struct ChildRecords {
   QList<view_plugin_protocol::PlanBasicInfo> plans;
   QVector<CRowRecord::Ptr> of_groups, of_plans;
 
-  /// With the keys of their names.
   static ChildRecords Of(const QList<view_plugin_protocol::PlanGroup>& groups,
                          const QList<view_plugin_protocol::PlanBasicInfo>& plans);
+  /// Makes the keys of all names, so that a sort finds them.
+  void PrepareNames() const;
 };
 
 template <class Source>

@@ -1,5 +1,6 @@
 #include "sub_items.h"
 
+#include <QThreadPool>
 #include <algorithm>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
@@ -53,6 +54,8 @@ SubItems FetchSubItems(const std::string& code, int type, bool with_plans) {
   }
   if (items.ok) {
     items.records = ChildRecords::Of(items.groups.groups, items.plans.plans);
+    // While the rows go in: they need not wait for it, and trees that nobody has sorted need no keys.
+    QThreadPool::globalInstance()->start([records = items.records] { records.PrepareNames(); });
   }
   return items;
 }
