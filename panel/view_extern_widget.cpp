@@ -125,12 +125,17 @@ void CViewExternWidget::ShowInTree(const QString& plan_code) {
   if (!d_->IsReady() || plan_code.isEmpty()) {
     return;
   }
-  d_->endSearch();
-  if (d_->CurrentPage() == PanelPage::Wait) {
+  if (d_->ui.wait_widget->IsWaiting()) {
     Q_EMIT SignalMessageTipNeeded(TextOf(Refusal::Loading), CNomalMessage::Hint);
-  } else {
-    d_->revealer->Reveal(plan_code);
+    return;
   }
+  if (d_->CurrentPage() == PanelPage::Search) {
+    d_->sought_hit = plan_code;
+    d_->sought_in = d_->ui.view_location_line_edit->text();
+  } else {
+    d_->endSearch();
+  }
+  d_->revealer->Reveal(plan_code);
 }
 
 CPlanViewTree* CViewExternWidget::GetPlanViewTree() const {

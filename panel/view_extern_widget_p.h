@@ -62,6 +62,8 @@ class CViewExternWidget::Private {
   bool offerLastSearches();
   /// The same with the field emptied and the focus in the tree, at the row where the user was.
   void endSearch();
+  /// Once the row of this plan has been brought into sight, if it was asked for among the hits that are on show.
+  void endSearchFor(const QString& code);
   void showInTree(const QString& code, int family);
   /// Later and once, however many rows come and go meanwhile.
   void scheduleRenewal();
@@ -157,7 +159,8 @@ class CViewExternWidget::Private {
   QPointer<CPlanPreview> preview;
   QTimer renewal;
   QString monitor_id;
-  QString new_group_in;  // code of the group that is being brought into sight for it
+  QString sought_hit, sought_in;  // code of the plan that is being shown in the tree, and the search it is a hit of
+  QString new_group_in;           // code of the group that is being brought into sight for it
   bool stopped = false;
 };
 

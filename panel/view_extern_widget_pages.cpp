@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <utility>
 
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
@@ -91,11 +92,12 @@ void CViewExternWidget::Private::goToHits() {
 
 void CViewExternWidget::onGetSearchedResult(const std::list<view_plugin_protocol::SearchedPlan>& plans) {
   const bool was_in_tree = window()->focusWidget() == d_->ui.plan_view_tree;
-  d_->search->Show(plans);
   d_->ShowPage(PanelPage::Search);
   if (was_in_tree) {
     d_->ui.view_location_line_edit->setFocus();  // a Return meant for a row must not play a hit
-  } else {
+  }
+  d_->search->Show(plans);
+  if (!was_in_tree) {
     d_->search->TakeKeyboard();
   }
   d_->restoreEnableState();
@@ -117,6 +119,13 @@ void CViewExternWidget::Private::endSearch() {
   ui.plan_view_tree->setFocus();
   if (Current().isValid()) {
     ui.plan_view_tree->scrollTo(Current());
+  }
+}
+
+void CViewExternWidget::Private::endSearchFor(const QString& code) {
+  const bool is_sought = !code.isEmpty() && code == std::exchange(sought_hit, QString());
+  if (is_sought && CurrentPage() == PanelPage::Search && ui.view_location_line_edit->text() == sought_in) {
+    endSearch();
   }
 }
 

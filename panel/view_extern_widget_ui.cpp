@@ -109,6 +109,7 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
   connectManager();
   connect(mover, &CPlanMover::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
   connect(revealer, &CPlanRevealer::SignalShown, q, [this](const QString& code) {
+    endSearchFor(code);
     if (code == std::exchange(new_group_in, QString())) {
       askForNewIn(ui.plan_view_tree->RowOf(code, true));
     }

@@ -54,15 +54,17 @@ Refusal RefusalOfRow(const PanelSituation& situation, view_plugin_protocol::Righ
   return right == AddRight ? Refusal::PlansStandInGroups : Refusal::Root;
 }
 
-// Why a command is off: the page in sight comes first, for on another one the same row may have it.
+// Why a command is off: the page in sight comes before the row, for on another one the same row may have it, but after
+// a right that is missing on each of them.
 Refusal WhyOff(const PanelSituation& situation, bool granted, view_plugin_protocol::Right right) {
   if (situation.between_users || situation.page == PanelPage::Wait) {
     return Refusal::Loading;
   }
-  if (situation.page == PanelPage::Search) {
+  const bool lacks_right = IsPublic(situation.item_type) && !situation.rights.Has(right);
+  if (situation.page == PanelPage::Search && !lacks_right) {
     return Refusal::SearchShown;
   }
-  if (!granted) {
+  if (!granted || lacks_right) {
     return RefusalOfRow(situation, right);
   }
   return situation.editing ? Refusal::EditorOpen : Refusal::EditorOpening;
@@ -137,12 +139,7 @@ CommandState AddGroup(const PanelSituation& situation) {
 
 CommandState AddPlan(const PanelSituation& situation) {
   const bool granted = situation.grants.add_plan && !situation.between_users;
-  CommandState state = OnOrOff(granted && !situation.opening, situation, granted, AddRight);
-  const bool lacks_right = IsPublic(situation.item_type) && !situation.rights.Has(AddRight);
-  if (state.reason == Refusal::SearchShown && lacks_right) {
-    state.reason = Refusal::NoAddRight;  // leaving the search would not help
-  }
-  return state;
+  return OnOrOff(granted && !situation.opening, situation, granted, AddRight);
 }
 
 // Also of own plans: the copy comes into trees that are not the sharer's, so sharing takes the right to add.

@@ -7,7 +7,7 @@
 #include <QMouseEvent>
 
 #include "MarUIControl/nomal_message.h"
-#include "item_type.h"
+#include "moved_rows.h"
 #include "plan_item_role.h"
 #include "view_public_def.h"
 
@@ -22,16 +22,6 @@ constexpr int kEdgeHeight = 16;
 
 const char kTreeCursor[] = ":/Images/TarnPlanView/monitoring_window_add_resource.svg";
 const char kMoveCursor[] = ":/Bolt/Preview/Images/Preview/monitoring_window_add_resource.svg";
-
-bool IsPlanOverItsGroup(int source_level, int target_level) {
-  return (source_level == PublicPlanLevel && target_level == PublicGroupLevel) ||
-         (source_level == OwnPlanLevel && target_level == OwnGroupLevel);
-}
-
-bool IsGroupRow(const QModelIndex& index) {
-  const int type = index.data(ItemTypeRole).toInt();
-  return type == PublicGroupItem || type == OwnGroupItem;
-}
 
 }  // namespace
 

@@ -20,8 +20,9 @@ struct Undoable {
   std::function<void()> undo;
 };
 
-/// Offers to undo the last thing done in a panel, in a strip and by Ctrl+Z in the panel's window, for some seconds. In
-/// all panels of a client one offer stands at the most: a new one takes the place of the one before. Thread: GUI.
+/// Offers to undo the last thing done in a panel, for some seconds: in a strip and, while the panel is on show, by
+/// Ctrl+Z in its window. In all panels of a client one offer stands at the most: a new one takes the place of the one
+/// before. Thread: GUI.
 class CUndoOffer : public QObject {
   Q_OBJECT
  public:

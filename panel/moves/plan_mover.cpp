@@ -7,7 +7,7 @@
 #include "deletion_texts.h"
 #include "group_tree.h"
 #include "host_calls/ask.h"
-#include "item_type.h"
+#include "moved_rows.h"
 #include "plan_item_role.h"
 #include "plan_rules/update_request.h"
 #include "plan_view_tree.h"
@@ -25,11 +25,6 @@ namespace {
 
 bool IsPlanLevel(EItemLevel level) {
   return level == PublicPlanLevel || level == OwnPlanLevel;
-}
-
-bool IsGroupRow(const QModelIndex& row) {
-  const int type = row.data(ItemTypeRole).toInt();
-  return type == PublicGroupItem || type == OwnGroupItem;
 }
 
 PlanMove Reversed(const PlanMove& move) {
@@ -153,9 +148,7 @@ QModelIndex CPlanMover::GroupAt(const QModelIndex& source, const QModelIndex& ta
   if (onto == from) {
     return target.parent();
   }
-  const bool own_group =
-      (from == PublicPlanLevel && onto == PublicGroupLevel) || (from == OwnPlanLevel && onto == OwnGroupLevel);
-  return own_group ? target : QModelIndex();
+  return IsPlanOverItsGroup(from, onto) ? target : QModelIndex();
 }
 
 bool CPlanMover::IsUnderWay(const QString& plan_code) {

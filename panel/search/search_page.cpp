@@ -173,11 +173,13 @@ void CSearchPage::OnFound(const std::list<SearchedPlan>& plans) {
   }
 }
 
-// What was asked for as the user typed is of no use once he types something else, or works elsewhere.
+// What was asked for as the user typed is of no use once he types something else, or works on the page that the hits
+// would take away.
 bool CSearchPage::IsAwaited(const SearchCourse::Question& question) const {
   const QWidget* at_work = field_->window()->focusWidget();
-  const bool is_here = !at_work || at_work == field_ || at_work == list_ || list_->isAncestorOf(at_work);
-  return !question.typed || (is_here && Text() == question.text);
+  const bool is_in_list = at_work == list_ || list_->isAncestorOf(at_work);
+  const bool is_on_other_page = !is_in_list && list_->parentWidget()->isAncestorOf(at_work);
+  return !question.typed || (!is_on_other_page && Text() == question.text);
 }
 
 void CSearchPage::SayFailure(bool nothing_found) {

@@ -110,7 +110,7 @@ void PlanCommandsTest::StatesFollowTheSituation_data() {
   add("between users", "WU", PublicPlanItem, "gped", "", "--ed", "----", "WWWW");
   add("public hit", "S", PublicPlanItem, "gped", "aed", "-pe-", "-pe-", "L..L");
   add("hit of one's own", "S", OwnPlanItem, "g---", "", "--e-", "--e-", "LL.L");
-  add("hit without the right", "S", PublicPlanItem, "gped", "", "-pe-", "-p--", "L.eL");
+  add("hit without the right", "S", PublicPlanItem, "gped", "", "-pe-", "-p--", "a.ed");
   add("received hit", "S", ReceivedPlanItem, "g---", "aed", "----", "----", "LLXL");
   add("no hit", "S", 0, "gped", "aed", "-pe-", "-p--", "L.ML");
   add("editing a hit", "SE", OwnPlanItem, "gped", "aed", "-p--", "-p--", "L.EL");
