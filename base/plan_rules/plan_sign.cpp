@@ -26,7 +26,8 @@ QString TimedText(const PlanSign& sign) {
   if (sign.begin.isEmpty() || sign.end.isEmpty()) {
     return Texts::tr("automatic");
   }
-  return Texts::tr("automatic %1-%2").arg(sign.begin, sign.end);
+  const QString times = Texts::tr("automatic %1-%2").arg(sign.begin, sign.end);
+  return sign.begin > sign.end ? Texts::tr("%1, over midnight: never starts").arg(times) : times;
 }
 
 }  // namespace

@@ -18,6 +18,10 @@
         <source>automatic %1-%2</source>
         <translation>automatic %1-%2</translation>
     </message>
+    <message>
+        <source>%1, over midnight: never starts</source>
+        <translation>%1, over midnight: never starts</translation>
+    </message>
     <message numerus="yes">
         <source>tour, %n page(s)</source>
         <translation>

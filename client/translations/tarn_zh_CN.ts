@@ -18,6 +18,10 @@
         <source>automatic %1-%2</source>
         <translation>自动 %1-%2</translation>
     </message>
+    <message>
+        <source>%1, over midnight: never starts</source>
+        <translation>%1，跨越午夜：不会启动</translation>
+    </message>
     <message numerus="yes">
         <source>tour, %n page(s)</source>
         <translation>

@@ -146,6 +146,7 @@ QWidget* CMainWindow::BuildSide() {
   MarUIControl::SetAccessibleRole(tabs_, QAccessible::LayeredPane);
   tabs_->setAccessibleName(tr("Plans"));
   tabs_->tabBar()->setAccessibleName(tr("Families of plans"));
+  connect(tabs_, &QTabWidget::currentChanged, this, &CMainWindow::OnTabChanged);
   BuildHistory();
   return tabs_;
 }
@@ -349,6 +350,14 @@ void CMainWindow::keyPressEvent(QKeyEvent* event) {
 
 CPlanFamily& CMainWindow::CurrentFamily() {
   return *families_.at(static_cast<size_t>(qMax(0, tabs_->currentIndex())));
+}
+
+// Left to itself the focus would go on to the first button of the panel that comes.
+void CMainWindow::OnTabChanged() {
+  const auto* panel = qobject_cast<CViewExternWidget*>(tabs_->currentWidget());
+  if (panel && panel->isAncestorOf(focusWidget())) {
+    FocusRowsOf(panel);
+  }
 }
 
 void CMainWindow::ShowFamily(size_t number) {

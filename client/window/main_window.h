@@ -125,6 +125,7 @@ class CMainWindow : public QMainWindow {
   void BuildStatusBar(const QString& user, const QString& store_url);
   void AddFamilies();
   void OrderTabs();
+  void OnTabChanged();
   void ConnectMessages();
   void ConnectActions();
   void BuildMessagesButton();

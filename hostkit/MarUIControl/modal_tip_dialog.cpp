@@ -76,8 +76,8 @@ void CModalTipDialog::Private::MakeText() {
 
 void CModalTipDialog::Private::MakeButtons() {
   confirm = new CPrimaryButton(CModalTipDialog::tr("OK"), q);
+  other = new CPushButton(q);  // keys go through the buttons in the order in which they are made
   cancel = new CPushButton(CModalTipDialog::tr("Cancel"), q);
-  other = new CPushButton(q);
   other->hide();
   for (CPushButton* button : {static_cast<CPushButton*>(confirm), other, cancel}) {
     button->setMinimumSize(kButtonWidth, kButtonHeight);

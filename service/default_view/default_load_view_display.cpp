@@ -102,6 +102,7 @@ void CDefaultLoadViewDisplay::Private::BuildUi() {
   box = new WidgetKit::CNewLocationComboBox(q);
   box->setObjectName(QStringLiteral("default_view_box"));
   box->setAccessibleName(label->text());
+  q->setFocusProxy(box);
   box->SetPlaceholderText(tr("Choose a plan or group"));
   box->LocationTree()->setAccessibleName(tr("Plans and groups"));
   box->LocationTree()->setIconSize(QSize(kIconSize, kIconSize));

@@ -128,6 +128,8 @@ void PlanRulesTest::SignsOfPlans() {
   plan.end_time = "21:05:30";
   plan.pages.resize(3);
   QCOMPARE(TextOf(SignOf(plan, true)), QString("automatic 19:00-21:05:30, tour, 3 page(s)"));
+  plan.end_time = "05:00:00";
+  QVERIFY(TextOf(SignOf(plan, true)).startsWith("automatic 19:00-05:00, over midnight: never starts"));
   plan.end_time.clear();
   QCOMPARE(TextOf(SignOf(plan, true)), QString("automatic, tour, 3 page(s)"));
   plan.pages.resize(1);

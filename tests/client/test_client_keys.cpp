@@ -1,4 +1,5 @@
 #include <QAbstractButton>
+#include <QTabWidget>
 #include <QtTest>
 
 #include "client_desk.h"
@@ -13,6 +14,7 @@ class ClientKeysTest : public TarnTest::CClientDesk {
   void FirstKeysGoToTheTree_data();
   void FirstKeysGoToTheTree();
   void TabWalksThroughTheWindow();
+  void ChangingTheTabGoesToTheRows();
 
  private:
   /// The widget with the focus, by its name.
@@ -110,6 +112,16 @@ void ClientKeysTest::TabWalksThroughTheWindow() {
   QCOMPARE(Walk(Qt::Key_Tab).mid(0, 3), (QStringList{"live_wall", "offer_action", "offer_close"}));
   QTest::keyClick(&Wall(), Qt::Key_R, Qt::ControlModifier);
   QTRY_COMPARE(Wall().PlanName(), QString("Public A plan 2"));
+}
+
+void ClientKeysTest::ChangingTheTabGoesToTheRows() {
+  Open();
+  QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+  WaitForPlans();
+  QTRY_COMPARE(QApplication::focusWidget(), Tree());
+  QTest::keyClick(Tree(), Qt::Key_Tab, Qt::ControlModifier);
+  QCOMPARE(window_->findChild<QTabWidget*>()->currentIndex(), 1);
+  QCOMPARE(QApplication::focusWidget(), Tree(1));
 }
 
 QTEST_MAIN(ClientKeysTest)

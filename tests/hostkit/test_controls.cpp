@@ -527,6 +527,27 @@ class ControlsTest : public QObject {
     QCOMPARE(box.Content(), "Delete \"" + name + "\"?");
   }
 
+  void ModalBoxKeysGoThroughItsButtonsAsTheyStand() {
+    MarUIControl::CModalTipDialog box(window_.get());
+    box.SetConfirmText("Save");
+    box.SetOtherText("Throw away");
+    box.SetCancelText("Keep editing");
+    box.show();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    const auto pressed = [](int key) {
+      QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key));
+      return qobject_cast<QAbstractButton*>(QApplication::focusWidget())->text();
+    };
+    for (auto* button : box.findChildren<QAbstractButton*>()) {
+      if (button->text() == "Keep editing") {
+        button->setFocus();
+      }
+    }
+    QCOMPARE(pressed(Qt::Key_Left), QString("Throw away"));
+    QCOMPARE(pressed(Qt::Key_Left), QString("Save"));
+    QCOMPARE(pressed(Qt::Key_Right), QString("Throw away"));
+  }
+
   void ModalBoxOutlivesItsParent() {
     auto* parent = new QWidget;
     parent->show();
