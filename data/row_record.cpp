@@ -49,7 +49,7 @@ CRowRecord::~CRowRecord() {
   delete name_key_.load();
 }
 
-// Whoever comes second, on another thread, throws his own away.
+// Who comes second, on another thread, throws his own away.
 const MarUIControl::CollationKey& CRowRecord::NameKey() const {
   const MarUIControl::CollationKey* key = name_key_.load();
   if (!key) {

@@ -24,7 +24,7 @@ struct PlanStanding {
 
   bool IsAwaited() const { return kind == Kind::Loading || kind == Kind::NotLoaded; }
   bool IsChanged() const { return kind == Kind::Changed || kind == Kind::Refused; }
-  /// What the user has been told of the host's plan.
+  /// What the user was shown of the host's plan.
   SaveConflict Said() const;
 };
 

@@ -54,7 +54,7 @@ SubItems FetchSubItems(const std::string& code, int type, bool with_plans) {
   }
   if (items.ok) {
     items.records = ChildRecords::Of(items.groups.groups, items.plans.plans);
-    // While the rows go in: they need not wait for it, and trees that nobody has sorted need no keys.
+    // While the rows go in: they need not wait for it, and trees without a sort need no keys.
     QThreadPool::globalInstance()->start([records = items.records] { records.PrepareNames(); });
   }
   return items;
