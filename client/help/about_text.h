@@ -6,7 +6,7 @@
 
 namespace TarnClient {
 
-/// What is told of the store; no password may be in it.
+/// What is said of the store; no password may be in it.
 struct StoreFacts {
   QString engine, address;
   int layout_version = 0;

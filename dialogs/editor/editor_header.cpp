@@ -140,7 +140,7 @@ void CEditorHeader::ShowDocument() {
   ShowTimes();
 }
 
-// A long name is told by its begin; the field keeps its cursor in sight.
+// A long name is known by its beginning; the field keeps its cursor in sight.
 void CEditorHeader::ShowBeginOfName() {
   if (!name_->hasFocus() && !name_->hasSelectedText()) {
     name_->setCursorPosition(0);

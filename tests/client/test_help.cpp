@@ -54,7 +54,7 @@ QStringList HelpTest::TextsBelow(const QAbstractItemModel* model, int column, co
   return texts;
 }
 
-// Whoever adds a key adds it to the list: all actions and shortcuts of the living windows are asked.
+// A new key goes into the list as well: all actions and shortcuts of the living windows are asked.
 void HelpTest::ListsEveryKeyThatIsThere() {
   Open();
   Tree()->setCurrentIndex(Row("Public A plan 2"));

@@ -30,7 +30,7 @@ class RowMenuTest : public TarnTest::CClientDesk {
   void RenamesAHitOfAGroupThatIsNotLoaded();
   void RenamesPlansAndGroups();
   void MovesAPlanToAChosenGroup();
-  void EqualOffersAreNotToldApartByWords();
+  void EqualOffersAreKeptApartByMoreThanWords();
   void LooksForGroupsOnlyWhenAsked();
   void HitsOfTheOtherListStayThere();
   void AMenuMeansItsRow();
@@ -244,7 +244,7 @@ void RowMenuTest::MovesAPlanToAChosenGroup() {
 }
 
 // Of two deletions that are offered in the same words, neither is said by a tip besides.
-void RowMenuTest::EqualOffersAreNotToldApartByWords() {
+void RowMenuTest::EqualOffersAreKeptApartByMoreThanWords() {
   Open();
   for (const char* group : {"Public A", "Public B"}) {
     OpenMenu(QString::fromLatin1(group) + " plan 2");

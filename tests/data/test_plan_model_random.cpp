@@ -193,7 +193,7 @@ class PlanModelRandomTest : public QObject {
       qputenv("RC_PARAMS", "max_success=500");
     }
   }
-  void CodesOfOneHashAreToldApart();
+  void CodesOfOneHashAreKeptApart();
   void LookUpsEqualAPlainSearch() {
     QVERIFY(rc::check("look-ups equal a plain search after each change", [] {
       RandomModel random;
@@ -205,7 +205,7 @@ class PlanModelRandomTest : public QObject {
   }
 };
 
-void PlanModelRandomTest::CodesOfOneHashAreToldApart() {
+void PlanModelRandomTest::CodesOfOneHashAreKeptApart() {
   CStandardPlanModel model(ViewManagerParam(PublicTheme, "0"), nullptr);
   std::mt19937 random(11);
   QHash<quint64, QString> seen;
