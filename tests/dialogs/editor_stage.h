@@ -133,6 +133,14 @@ class CEditorTest : public CPlanTest {
     QCOMPARE(fixture_.InStore().Update(ChangedPlan(code, name)), QString());
   }
 
+  /// Opens the plan, which the user and somebody else then change, and saves it.
+  void OpenIntoConflict(CEditorStage& stage) {
+    stage.Open(patrol_);
+    stage.Name().setText("Mine");
+    RenameElsewhere(patrol_, "Theirs");
+    stage.SaveIntoConflict();
+  }
+
   QString patrol_;  // code of a plan of three pages that runs by itself
 };
 

@@ -115,10 +115,7 @@ void PlanEditorFocusTest::ButtonsThatGoHandTheFocusToTheWindows() {
 void PlanEditorFocusTest::ConflictBarHandsTheFocusOn() {
   CEditorStage stage(Begun());
   QVERIFY(QTest::qWaitForWindowActive(&stage.window));
-  stage.Open(patrol_);
-  stage.Name().setText("Mine");
-  RenameElsewhere(patrol_, "Theirs");
-  stage.SaveIntoConflict();
+  OpenIntoConflict(stage);
   Services().Fail("UpdatePlan", "not now");
   stage.Find<QWidget>("overwrite_btn")->setFocus();
   Press(Qt::Key_Space);

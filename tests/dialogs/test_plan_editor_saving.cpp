@@ -103,10 +103,7 @@ void PlanEditorSavingTest::HearsOfChangesWhileEditing() {
 void PlanEditorSavingTest::LooksAtTheirsAndLosesNothing() {
   Begin();
   CEditorStage stage(fixture_);
-  stage.Open(patrol_);
-  stage.Name().setText("Mine");
-  RenameElsewhere(patrol_, "Theirs");
-  stage.SaveIntoConflict();
+  OpenIntoConflict(stage);
   stage.Click("load_theirs_btn");
   QTest::keyClick(&stage.Name(), Qt::Key_Z, Qt::ControlModifier);
   QTest::keyClick(&stage.Name(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
@@ -203,10 +200,7 @@ void PlanEditorSavingTest::ChangedElsewhere() {
   QFETCH(QByteArray, way);
   Begin();
   CEditorStage stage(fixture_);
-  stage.Open(patrol_);
-  stage.Name().setText("Mine");
-  RenameElsewhere(patrol_, "Theirs");
-  stage.SaveIntoConflict();
+  OpenIntoConflict(stage);
   QVERIFY(stage.Text("conflict_text").contains("Saved by operator at "));
   QVERIFY(stage.Text("conflict_text").contains("the name, now Theirs"));
   QCOMPARE(stage.TakeTips() + stage.Shown(), QStringList());  // no tip over the fields says it again

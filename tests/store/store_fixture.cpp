@@ -105,6 +105,23 @@ TarnHost::CPlanStore* CClient::operator->() const {
   return desk_->store.get();
 }
 
+QStringList AnswersToAStranger(const CClient& stranger, const CClient& owner, const std::string& group,
+                               const std::string& plan, const std::string& own) {
+  return {stranger.Groups(group).value(0),
+          stranger.Plans(group).value(0),
+          QString::fromStdString(stranger.Detail(plan).error_info),
+          stranger.AddGroup(group, "x"),
+          stranger.AddPlan(group, "x"),
+          stranger.RenameGroup(group, "x"),
+          stranger.DeleteGroup(group),
+          stranger.Update(owner.Unchanged(plan)),
+          stranger.DeletePlan(plan),
+          stranger.Share(plan, "3"),
+          stranger.SetDefaultView(plan, kPlanType),
+          stranger.SetDefaultView(group, kGroupType),
+          stranger.Update(TarnTest::ChangedPlan(own, "Put in", group))};
+}
+
 void CStoreTest::init() {
   fixture_ = std::make_unique<CStoreFixture>();
   ann_ = CClient(fixture_.get(), "ann");

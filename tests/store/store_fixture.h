@@ -99,6 +99,11 @@ class CClient : public TarnTest::CPlanCalls {
   std::shared_ptr<Desk> desk_;
 };
 
+/// What a user is answered, call by call, about a group and a plan in it that `owner` sees and he does not. `own` is a
+/// plan that he may change.
+QStringList AnswersToAStranger(const CClient& stranger, const CClient& owner, const std::string& group,
+                               const std::string& plan, const std::string& own);
+
 /// Base of the store's tests: each case has a store of its own, with two users who open it when they are first named.
 class CStoreTest : public QObject {
   Q_OBJECT
