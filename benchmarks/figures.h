@@ -16,3 +16,5 @@ Figures MeasureLocate();
 Figures MeasureSearch();
 Figures MeasureCameras();
 Figures MeasureEditor();
+Figures MeasureWall();
+Figures MeasureSite();

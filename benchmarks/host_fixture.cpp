@@ -11,24 +11,29 @@
 
 namespace {
 
-constexpr int kPatienceMs = 60000;
-
-[[noreturn]] void GiveUp(const QString& why) {
+[[noreturn]] void EndBecause(const QString& why) {
   std::fprintf(stderr, "bench: %s\n", qPrintable(why));
   std::exit(2);
 }
 
-}  // namespace
-
-HostFixture::HostFixture(const TarnHost::PlanSite& site, const QMap<QString, int>& switches) {
+TarnHost::PlanStoreOptions InMemory(const TarnHost::PlanSite& site, const QMap<QString, int>& switches) {
   TarnHost::PlanStoreOptions options;
   options.url = QStringLiteral("sqlite::memory:");
   options.switch_overrides = switches;
   options.first_content = [&site] { return site; };
+  return options;
+}
+
+}  // namespace
+
+HostFixture::HostFixture(const TarnHost::PlanSite& site, const QMap<QString, int>& switches)
+    : HostFixture(InMemory(site, switches)) {}
+
+HostFixture::HostFixture(const TarnHost::PlanStoreOptions& options) {
   QString error;
   store_ = TarnHost::CPlanStore::Open(options, &error);
-  if (!store_ || !store_->LogIn(store_->DefaultUser(), &error)) {
-    GiveUp(error);
+  if (!store_ || !store_->LogIn({store_->DefaultUser()}).IsDone()) {
+    EndBecause(error);
   }
   TarnHost::InstallHostServices(store_);
   WaitFor([this] { return store_->IsViewResourceDownFinish(); });
@@ -55,12 +60,12 @@ void HostFixture::RestartPlugin() {
   TarnPlanView::CViewModelDataManager::Instance().InitManager();
 }
 
-void HostFixture::WaitFor(const std::function<bool()>& done) {
+void HostFixture::WaitFor(const std::function<bool()>& done, int seconds) {
   QElapsedTimer clock;
   clock.start();
   while (!done()) {
-    if (clock.elapsed() > kPatienceMs) {
-      GiveUp(QStringLiteral("waited for a minute in vain"));
+    if (clock.hasExpired(qint64{seconds} * 1000)) {
+      EndBecause(QStringLiteral("waited in vain"));
     }
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
   }

@@ -12,12 +12,14 @@ class HostFixture {
  public:
   /// `switches`: overrides by name. Ends the program with a message when the store cannot be made.
   HostFixture(const TarnHost::PlanSite& site, const QMap<QString, int>& switches);
+  /// The same over any store.
+  explicit HostFixture(const TarnHost::PlanStoreOptions& options);
   ~HostFixture();
 
   /// A fresh data manager, registered with the host and empty.
   void RestartPlugin();
-  /// Runs the event loop until `done` is true; ends the program after a minute.
-  static void WaitFor(const std::function<bool()>& done);
+  /// Runs the event loop until `done` is true; ends the program after a minute, or so many seconds.
+  static void WaitFor(const std::function<bool()>& done, int seconds = 60);
 
  private:
   static void ReleaseManager();

@@ -1,3 +1,6 @@
+#include <malloc.h>
+#include <sys/resource.h>
+
 #include <QStandardItemModel>
 #include <algorithm>
 #include <limits>
@@ -76,15 +79,33 @@ void LeaveOneModel() {
   manager.RemViewManagerModel(manager.GetViewManagerByTheme(QStringLiteral("0"), OwnTheme));
 }
 
-// The shortest of a few full loads into one model.
-double OneModelMs(int groups, int rounds) {
+struct OneLoad {
+  double ms = std::numeric_limits<double>::max();
+  long faults = 0;  // pages that the system gave meanwhile
+};
+
+long PageFaults() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_minflt;
+}
+
+/// The shortest of a few full loads into one model. Each begins, as that of a client does, without memory to use again:
+/// else a second small load would find all that the first has let go, and a large one after it would have to ask the
+/// system for nearly every page.
+OneLoad LoadOneModel(int groups, int rounds) {
   HostFixture host(MakeBenchSite(groups, kPlansEach), {{QStringLiteral("load_all"), 1}});
-  double best = std::numeric_limits<double>::max();
+  OneLoad best;
   for (int round = 0; round < rounds; ++round) {
     host.RestartPlugin();
     LeaveOneModel();
     auto& manager = CViewModelDataManager::Instance();
-    best = std::min(best, TimeMs([&manager] { manager.LoadAllViewManagerModelData(); }));
+    malloc_trim(0);
+    const long before = PageFaults();
+    const double ms = TimeMs([&manager] { manager.LoadAllViewManagerModelData(); });
+    if (ms < best.ms) {
+      best = {ms, PageFaults() - before};
+    }
     CheckFilled(QStringLiteral("0"), groups);
   }
   return best;
@@ -93,12 +114,16 @@ double OneModelMs(int groups, int rounds) {
 }  // namespace
 
 Figures MeasureGrowth() {
-  const double small = OneModelMs(kGroups, kRounds);
-  const double large = OneModelMs(kGrowth * kGroups, 1);
+  const OneLoad small = LoadOneModel(kGroups, kRounds);
+  const OneLoad large = LoadOneModel(kGrowth * kGroups, kRounds);
   return {{QStringLiteral("growth"),
            QStringLiteral("full load of 1,100,000 records into one model against ten times that of 110,000"),
-           large / (kGrowth * small), 1.3, Figure::AtMost,
-           QStringLiteral("%1 ms and %2 ms").arg(large, 0, 'f', 0).arg(small, 0, 'f', 0)}};
+           large.ms / (kGrowth * small.ms), 1.3, Figure::AtMost,
+           QStringLiteral("%1 ms with %2 page faults, and %3 ms with %4")
+               .arg(large.ms, 0, 'f', 0)
+               .arg(large.faults)
+               .arg(small.ms, 0, 'f', 0)
+               .arg(small.faults)}};
 }
 
 Figures MeasureFullLoad() {

@@ -20,7 +20,10 @@ const Chapter kChapters[] = {
     {"sort", MeasureSorting},  {"load", MeasureFullLoad},   {"lookup", MeasureLookUps}, {"expand", MeasureExpand},
     {"tree", MeasureTreeView}, {"locate", MeasureLocate},   {"memory", MeasureMemory},  {"store", MeasureStoreReads},
     {"search", MeasureSearch}, {"cameras", MeasureCameras}, {"editor", MeasureEditor},  {"start", MeasureStart},
-    {"growth", MeasureGrowth},
+    {"growth", MeasureGrowth}, {"wall", MeasureWall},
+#ifdef WITH_POSTGRES
+    {"site", MeasureSite},
+#endif
 };
 
 void Print(const Figure& figure) {
@@ -33,10 +36,9 @@ void Print(const Figure& figure) {
 
 QJsonObject ToJson(const Figure& figure) {
   const QString sense = figure.sense == Figure::AtMost ? QStringLiteral("at most") : QStringLiteral("at least");
-  return {{QStringLiteral("name"), figure.name},
-          {QStringLiteral("sense"), sense},
-          {QStringLiteral("value"), figure.value},
-          {QStringLiteral("bar"), figure.bar},
+  return {{QStringLiteral("name"), figure.name},    {QStringLiteral("what"), figure.what},
+          {QStringLiteral("note"), figure.note},    {QStringLiteral("sense"), sense},
+          {QStringLiteral("value"), figure.value},  {QStringLiteral("bar"), figure.bar},
           {QStringLiteral("holds"), figure.Holds()}};
 }
 
@@ -68,13 +70,16 @@ int main(int argc, char** argv) {
                                 QStringLiteral("FILE"));
   const QCommandLineOption only(QStringLiteral("only"), QStringLiteral("Measure one chapter only."),
                                 QStringLiteral("CHAPTER"));
-  parser.addOptions({json, only});
+  const QCommandLineOption without(QStringLiteral("without"), QStringLiteral("Leave one chapter out; may be repeated."),
+                                   QStringLiteral("CHAPTER"));
+  parser.addOptions({json, only, without});
   parser.process(app);
 
   QJsonArray figures;
   bool all_hold = true;
   for (const Chapter& chapter : kChapters) {
-    if (parser.isSet(only) && parser.value(only) != QLatin1String(chapter.name)) {
+    const QString name = QLatin1String(chapter.name);
+    if ((parser.isSet(only) && parser.value(only) != name) || parser.values(without).contains(name)) {
       continue;
     }
     for (const Figure& figure : chapter.measure()) {

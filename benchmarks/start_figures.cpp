@@ -36,7 +36,7 @@ std::shared_ptr<TarnHost::CPlanStore> Load(const QString& file) {
   options.first_content = &MakeSite;
   QString error;
   auto store = TarnHost::CPlanStore::Open(options, &error);
-  if (!store || !store->LogIn(store->DefaultUser(), &error)) {
+  if (!store || !store->LogIn({store->DefaultUser()}).IsDone()) {
     qFatal("the store of the bench cannot be made: %s", qPrintable(error));
   }
   while (!store->IsViewResourceDownFinish()) {
@@ -114,7 +114,7 @@ struct Run {
 // The client says at its end how many rows there are; until then its memory is looked at.
 Run RunClient(const QString& file, bool load_all, int seconds) {
   QProcess client;
-  client.start(QCoreApplication::applicationDirPath() + "/tarn-client",
+  client.start(QCoreApplication::applicationDirPath() + "/" TARN_CLIENT_NAME,
                {"--store", "sqlite:" + file, "--set", QStringLiteral("load_all=%1").arg(int(load_all)), "--quit-after",
                 QString::number(seconds), "--log", file + ".log"});
   Run run;

@@ -1,18 +1,25 @@
-# find_package(TarnPlanView) for hosts: the plug-in, its exported headers and the declarations of the host's libraries.
+# find_package(TarnPlanView), with Qt 6 find_package(TarnPlanView-qt6), for hosts: the plug-in, its exported headers and
+# the declarations of the host's libraries.
 include(CMakePackageConfigHelpers)
-install(TARGETS TarnPlanView tarn_host_api EXPORT TarnPlanViewTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+set(package TarnPlanView${TARN_QT_SUFFIX})
+set(host_include ${CMAKE_INSTALL_INCLUDEDIR}/TarnPlanViewHost${TARN_QT_SUFFIX})
+install(TARGETS TarnPlanView tarn_host_api EXPORT TarnPlanViewTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  COMPONENT plugin NAMELINK_COMPONENT development)
 install(FILES ${TARN_PUBLIC_INCLUDE}/TarnPlanView/tarn_plan_view_export.h
-  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TarnPlanView)
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/host/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TarnPlanViewHost
-  FILES_MATCHING PATTERN "*.h")
+  DESTINATION ${TARN_INSTALLED_INCLUDE}/TarnPlanView COMPONENT development)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/host/ DESTINATION ${host_include}
+  COMPONENT development FILES_MATCHING PATTERN "*.h")
 if(TARN_BUILD_HOSTKIT)
-  install(TARGETS TarnHost EXPORT TarnPlanViewTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-  install(DIRECTORY ${PROJECT_SOURCE_DIR}/hostkit/public/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TarnPlanViewHost)
+  install(TARGETS TarnHost EXPORT TarnPlanViewTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    COMPONENT host NAMELINK_COMPONENT development)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/hostkit/public/ DESTINATION ${host_include}
+    COMPONENT development)
 endif()
-set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/TarnPlanView)
-install(EXPORT TarnPlanViewTargets NAMESPACE TarnPlanView:: DESTINATION ${config_dir})
+set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/${package})
+install(EXPORT TarnPlanViewTargets NAMESPACE TarnPlanView:: DESTINATION ${config_dir}
+  COMPONENT development)
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/TarnPlanViewConfig.cmake.in
-  ${PROJECT_BINARY_DIR}/TarnPlanViewConfig.cmake INSTALL_DESTINATION ${config_dir})
-write_basic_package_version_file(${PROJECT_BINARY_DIR}/TarnPlanViewConfigVersion.cmake COMPATIBILITY SameMajorVersion)
-install(FILES ${PROJECT_BINARY_DIR}/TarnPlanViewConfig.cmake ${PROJECT_BINARY_DIR}/TarnPlanViewConfigVersion.cmake
-  DESTINATION ${config_dir})
+  ${PROJECT_BINARY_DIR}/${package}Config.cmake INSTALL_DESTINATION ${config_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/${package}ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/${package}Config.cmake ${PROJECT_BINARY_DIR}/${package}ConfigVersion.cmake
+  DESTINATION ${config_dir} COMPONENT development)

@@ -2,10 +2,17 @@
 include(GenerateExportHeader)
 set(TARN_PUBLIC_INCLUDE ${PROJECT_BINARY_DIR}/include)
 set(TARN_PLUGIN_LAYERS)
+# Included as <TarnPlanView/...> with either Qt.
+set(TARN_INSTALLED_INCLUDE ${CMAKE_INSTALL_INCLUDEDIR})
+if(TARN_QT_SUFFIX)
+  string(APPEND TARN_INSTALLED_INCLUDE /TarnPlanView${TARN_QT_SUFFIX})
+endif()
 
 add_library(TarnPlanView SHARED)
 add_library(TarnPlanView::TarnPlanView ALIAS TarnPlanView)
-set_target_properties(TarnPlanView PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION 1)
+set_target_properties(TarnPlanView PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${TARN_INTERFACE_VERSION}
+  OUTPUT_NAME TarnPlanView${TARN_QT_SUFFIX})
+tarn_export_marked_symbols(TarnPlanView)
 generate_export_header(TarnPlanView EXPORT_MACRO_NAME TARNPLANVIEW_EXPORT
   EXPORT_FILE_NAME ${PROJECT_BINARY_DIR}/generated/tarn_plan_view_export.h)
 configure_file(${PROJECT_BINARY_DIR}/generated/tarn_plan_view_export.h
@@ -24,7 +31,7 @@ function(tarn_plugin_layer)
   add_library(${L_NAME} OBJECT ${sources})
   set_target_properties(${L_NAME} PROPERTIES AUTOUIC ON AUTOUIC_SEARCH_PATHS ${PROJECT_SOURCE_DIR}/resources/forms)
   target_include_directories(${L_NAME} PUBLIC ${folders} ${PROJECT_BINARY_DIR}/generated)
-  target_link_libraries(${L_NAME} PUBLIC tarn_host_api tarn_plan_rules tarn_host_calls ${L_USES} Qt5::Svg PRIVATE tarn_build_options)
+  target_link_libraries(${L_NAME} PUBLIC tarn_host_api tarn_plan_rules tarn_host_calls ${L_USES} Qt${TARN_QT_VERSION}::Svg PRIVATE tarn_build_options)
   target_link_libraries(TarnPlanView PRIVATE ${L_NAME})
   foreach(header ${L_EXPORTS})
     find_file(source_of_header ${header} PATHS ${folders} NO_DEFAULT_PATH NO_CACHE REQUIRED)
@@ -33,7 +40,7 @@ function(tarn_plugin_layer)
     list(APPEND exported ${source_of_header})
     unset(source_of_header)
   endforeach()
-  install(FILES ${exported} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TarnPlanView)
+  install(FILES ${exported} DESTINATION ${TARN_INSTALLED_INCLUDE}/TarnPlanView COMPONENT development)
   set(TARN_PLUGIN_LAYERS ${TARN_PLUGIN_LAYERS} ${L_NAME} PARENT_SCOPE)
 endfunction()
 
@@ -58,15 +65,15 @@ tarn_plugin_layer(NAME tarn_plan_panel DIR panel panel/actions panel/editor pane
   EXPORTS panel_keys.h plugin_version.h search_memory.h view_extern_widget.h view_save_menu.h view_save_actions.h)
 
 set_source_files_properties(${PROJECT_SOURCE_DIR}/panel/plugin_version.cpp PROPERTIES
-  COMPILE_DEFINITIONS "TARN_PLUGIN_VERSION=\"${PROJECT_VERSION}\"")
+  COMPILE_DEFINITIONS "TARN_PLUGIN_VERSION=\"${PROJECT_VERSION}\";TARN_INTERFACE_VERSION=${TARN_INTERFACE_VERSION}")
 
 # The plug-in's icons; object files of their own, so that tests of single layers have them too.
 add_library(tarn_plan_resources OBJECT ${PROJECT_SOURCE_DIR}/resources/tarn_plan_view.qrc)
 list(APPEND TARN_PLUGIN_LAYERS tarn_plan_resources)
 target_link_libraries(TarnPlanView PRIVATE tarn_plan_resources)
-target_link_libraries(tarn_plan_resources PRIVATE Qt5::Core)
+target_link_libraries(tarn_plan_resources PRIVATE Qt${TARN_QT_VERSION}::Core)
 
 target_include_directories(TarnPlanView INTERFACE
-  $<BUILD_INTERFACE:${TARN_PUBLIC_INCLUDE}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  $<BUILD_INTERFACE:${TARN_PUBLIC_INCLUDE}> $<INSTALL_INTERFACE:${TARN_INSTALLED_INCLUDE}>)
 target_link_libraries(TarnPlanView PUBLIC tarn_host_api PRIVATE TarnHost::TarnHost tarn_build_options
-  Qt5::Svg)
+  Qt${TARN_QT_VERSION}::Svg)

@@ -22,24 +22,30 @@ class TARNPLANVIEW_EXPORT CAutoPlanHelper : public QObject, public Wren::Base::C
 
   /// Starts both timers again and asks the host at once.
   void StartDetectAutoRunPlan();
+  /// Stops both timers. A plan that was started plays on, and is not stopped at its end.
   void StopDetect();
-  /// Asks the host at once; blocks until it has answered.
+  /// Asks the host at once; blocks until it has answered. What it says is looked at by the next check of the clock.
   void CheckAutoRunPlan();
   /// Code of the plan that was started; empty after a stop.
   std::string GetAutoRunPlanIndex();
-  /// Whether the plan that was started is on show.
+  /// Whether the plan that was started is on show: set by the start and the end of a span, and by a host whose user
+  /// stops the plan. Without it no stop comes at the end of the span.
   void SetPlanDisplayState(bool state);
+  /// As set last; false at first.
   bool GetPlanDisplayState();
 
   bool event(QEvent* event) override;
 
  Q_SIGNALS:
-  /// The span has begun. The record is a copy, which slots may keep or change.
+  /// The span has begun. The record is a copy, which slots may keep or change. A slot may open a modal loop: no second
+  /// start comes out of it.
   void signalStartPlanAutoRun(const view_plugin_protocol::GetPlanDetailResponse& plan_info);
-  /// The span has ended.
+  /// The span has ended. Does not come when the host says in mid-run that no plan starts by itself: the player goes by
+  /// the end that the start carried.
   void signalStopPlanAutoRun();
 
  public Q_SLOTS:
+  /// As CheckAutoRunPlan(); connected to the client's SignalPlanStateChanged().
   void OnQueryAutoRunPlanOnce();
 
  protected:

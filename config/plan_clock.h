@@ -11,8 +11,10 @@ namespace TarnPlanView {
 /// Thread: GUI.
 class TARNPLANVIEW_EXPORT CPlanClock {
  public:
+  /// Local time by the clock in use.
   static QDateTime Now();
-  /// Sets where the time comes from; an empty function restores the system's clock.
+  /// Sets where the time comes from; an empty function restores the system's clock. For tests, and for clients whose
+  /// site has a clock of its own.
   static void SetSource(std::function<QDateTime()> source);
 };
 

@@ -1,7 +1,6 @@
 #include "level_order.h"
 
 #include "plan_item_role.h"
-#include "plan_rules/row_order.h"
 #include "record_item.h"
 #include "standard_plan_model.h"
 
@@ -9,6 +8,15 @@ namespace TarnPlanView {
 
 namespace {
 constexpr int kShortSort = 100;  // comparisons; one changed row needs fewer among any number of siblings
+}
+
+int RankOfType(const QVariant& type) {
+  bool ok = false;
+  const int rank = type.toInt(&ok);
+  if (!ok) {
+    return -1;
+  }
+  return rank;
 }
 
 bool CLevelOrder::IsBefore(const QModelIndex& left, const QModelIndex& right) {
@@ -48,11 +56,7 @@ CLevelOrder::Entry CLevelOrder::EntryOf(const QStandardItem* row, Keys& keys) {
     return entry;
   }
   entry.row = row;
-  bool ok = false;
-  const int type = row->data(ItemTypeRole).toInt(&ok);
-  if (ok) {
-    entry.type = type;
-  }
+  entry.rank.type = RankOfType(row->data(ItemTypeRole));
   const auto* with_record = dynamic_cast<const CRecordItem*>(row);
   if (with_record && with_record->IsFromRecord(Qt::DisplayRole)) {
     entry.key = &with_record->Record().NameKey();
@@ -64,16 +68,13 @@ CLevelOrder::Entry CLevelOrder::EntryOf(const QStandardItem* row, Keys& keys) {
     keys.push_back(MarUIControl::RecentCollationKey(name.toString()));
     entry.key = &keys.back();
   }
-  entry.has_name = true;
+  entry.rank.has_name = true;
   entry.head = entry.key->head;
   return entry;
 }
 
 bool CLevelOrder::EntryIsBefore(const Entry& left, const Entry& right) {
-  return view_plugin_protocol::StandsBefore(left.type, right.type, [&left, &right] {
-    if (!left.has_name || !right.has_name) {
-      return !left.has_name;
-    }
+  return StandsBefore(left.rank, right.rank, [&left, &right] {
     if (left.head != right.head) {
       return left.head < right.head;
     }

@@ -6,12 +6,31 @@
 #include <vector>
 
 #include "MarUIControl/collation_key.h"
+#include "plan_rules/row_order.h"
 
 class QStandardItem;
 
 namespace TarnPlanView {
 
 class CStandardPlanModel;
+
+/// What a row is ordered by but its name: rows without a type stand first, and so do, among rows of one type, those
+/// without a name.
+struct RowRank {
+  int type = -1;
+  bool has_name = false;
+};
+/// -1 for a value that is none.
+int RankOfType(const QVariant& type);
+template <class ByName>
+bool StandsBefore(const RowRank& left, const RowRank& right, const ByName& by_name) {
+  return view_plugin_protocol::StandsBefore(left.type, right.type, [&] {
+    if (!left.has_name || !right.has_name) {
+      return !left.has_name;
+    }
+    return by_name();
+  });
+}
 
 /// The order of a plan tree's rows of one level.
 ///
@@ -28,13 +47,12 @@ class CLevelOrder {
   bool HoldsLevel() const { return !entries_.empty(); }
 
  private:
-  /// A row's type and what its name is compared by.
+  /// A row's rank and what its name is compared by.
   struct Entry {
     std::array<quint64, 2> head{};
     const MarUIControl::CollationKey* key = nullptr;
     const QStandardItem* row = nullptr;
-    int type = -1;
-    bool has_name = false;
+    RowRank rank;
   };
   using Keys = std::deque<MarUIControl::CollationKey>;  // of names that no record has a key for
 

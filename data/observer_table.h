@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "code_table.h"
+#include "plan_rules/code_table.h"
 
 namespace TarnPlanView {
 
@@ -11,22 +11,25 @@ namespace TarnPlanView {
 template <class Observer>
 class CObserverTable {
  public:
-  std::shared_ptr<Observer> Find(const std::string& code) {
+  std::shared_ptr<Observer> Find(const std::string& code) const {
     std::shared_ptr<Observer> found;
-    table_.ForEach(NumberOfCode(code), [&](const std::shared_ptr<Observer>& observer) {
+    table_.ForEach(view_plugin_protocol::NumberOfCode(code), [&](const std::shared_ptr<Observer>& observer) {
       if (observer->GetIndexCode() == code) {
         found = observer;
       }
     });
     return found;
   }
+  /// Before Find() or Insert() of many.
+  void Fetch(const std::string& code) const { table_.Fetch(view_plugin_protocol::NumberOfCode(code)); }
   /// For a code without one.
   void Insert(const std::shared_ptr<Observer>& observer) {
-    table_.Insert(NumberOfCode(observer->GetIndexCode()), observer);
+    table_.Insert(view_plugin_protocol::NumberOfCode(observer->GetIndexCode()), observer);
   }
   /// Null when there is none.
   std::shared_ptr<Observer> Take(const std::string& code) {
-    return table_.Take(NumberOfCode(code), [&code](const auto& observer) { return observer->GetIndexCode() == code; });
+    return table_.Take(view_plugin_protocol::NumberOfCode(code),
+                       [&code](const auto& observer) { return observer->GetIndexCode() == code; });
   }
   template <class Taker>
   void ForAll(Taker take) {
@@ -35,7 +38,7 @@ class CObserverTable {
   void Clear() { table_.Clear(); }
 
  private:
-  CCodeTable<std::shared_ptr<Observer>> table_;
+  view_plugin_protocol::CCodeTable<std::shared_ptr<Observer>> table_;
 };
 
 }  // namespace TarnPlanView

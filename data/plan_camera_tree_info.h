@@ -8,33 +8,43 @@
 
 namespace TarnPlanView {
 
-/// A camera in a resource tree.
+/// A camera in a resource tree. A plain value.
 struct PlanCameraTreeInfo {
-  CPlanRegionInfo stTreeItemInfo_;  // the node the camera hangs under
-  ResourceTreeKit::CCameraItemInfo stCameraInfo_;
-  int emType_ = 0;  // kind of the entry
+  CPlanRegionInfo stTreeItemInfo_;                 ///< The node the camera hangs under.
+  ResourceTreeKit::CCameraItemInfo stCameraInfo_;  ///< The camera.
+  int emType_ = 0;                                 ///< Kind of the entry, a number of the host's.
 };
 
-/// Handle on a PlanCameraTreeInfo.
-/// Copies share one body: what is set through one handle is seen through all of them.
+/// Handle on a PlanCameraTreeInfo. Copies share one body: what is set through one handle is seen through all of them.
+/// Thread: one at a time.
 class TARNPLANVIEW_EXPORT CPlanCameraTreeInfo {
  public:
+  /// A body of its own, as a new PlanCameraTreeInfo is.
   CPlanCameraTreeInfo();
+  /// A body of its own with these values.
   explicit CPlanCameraTreeInfo(const PlanCameraTreeInfo& record);
+  /// Over this body, which must not be null.
   explicit CPlanCameraTreeInfo(std::shared_ptr<PlanCameraTreeInfo> body);
+  /// Over the same body.
   CPlanCameraTreeInfo(const CPlanCameraTreeInfo& other);
+  /// Over the same body.
   CPlanCameraTreeInfo& operator=(const CPlanCameraTreeInfo& other);
   virtual ~CPlanCameraTreeInfo();
 
+  /// The body.
   std::shared_ptr<PlanCameraTreeInfo> GetDataPtr() const;
+  /// Puts these values into the body, for all handles on it.
   void SetData(const PlanCameraTreeInfo& record);
 
+  /// Reads or sets the field of the body that is named behind the underscore.
+  ///@{
   CPlanRegionInfo GetVal_stTreeItemInfo_();
   void SetVal_stTreeItemInfo_(const CPlanRegionInfo& value);
   ResourceTreeKit::CCameraItemInfo GetVal_stCameraInfo_();
   void SetVal_stCameraInfo_(ResourceTreeKit::CCameraItemInfo& value);
   int GetVal_emType_() const;
   void SetVal_emType_(const int& value);
+  ///@}
 
  private:
   std::shared_ptr<PlanCameraTreeInfo> data_;

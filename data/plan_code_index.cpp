@@ -2,15 +2,29 @@
 
 #include <QStandardItemModel>
 #include <algorithm>
+#include <iterator>
 
 #include "plan_item_role.h"
+#include "record_item.h"
 
 namespace TarnPlanView {
 
+using view_plugin_protocol::CodeNumber;
+using view_plugin_protocol::NumberOfCode;
+
 namespace {
+
+constexpr int kFetchedAhead = 12;  // look-ups whose memory is under way at a time
 
 QString CodeOf(const QStandardItem* item, int role) {
   return item->data(role).toString();
+}
+
+int RoleOf(bool is_group) {
+  if (is_group) {
+    return GroupIndexCodeRole;
+  }
+  return PlanIndexCodeRole;
 }
 
 QVector<int> PathOf(const QStandardItem* item) {
@@ -57,12 +71,12 @@ CPlanCodeIndex::CPlanCodeIndex(QStandardItemModel* model) : QObject(model), mode
 }
 
 QStandardItem* CPlanCodeIndex::Find(const QString& code, bool is_group) {
-  const CodedRow* found = find(code, is_group);
+  const CodedRow* found = find(code, NumberOfCode(code), is_group);
   return found ? found->row : nullptr;
 }
 
 CPlanCodeIndex::Place CPlanCodeIndex::FindPlace(const QString& code, bool is_group) {
-  CodedRow* found = find(code, is_group);
+  CodedRow* found = find(code, NumberOfCode(code), is_group);
   if (!found) {
     return {};
   }
@@ -75,17 +89,43 @@ CPlanCodeIndex::Place CPlanCodeIndex::FindPlace(const QString& code, bool is_gro
   return {found->parent, found->position};
 }
 
-CodedRow* CPlanCodeIndex::find(const QString& code, bool is_group) {
+QVector<CRowRecord::Ptr> CPlanCodeIndex::WithoutRow(const QVector<CRowRecord::Ptr>& records) {
   rebuildIfStale();
-  const int role = is_group ? GroupIndexCodeRole : PlanIndexCodeRole;
-  const CodeNumber number = NumberOfCode(code);
+  const auto fetch = [this](const CRowRecord::Ptr& record) { tableOf(record->IsGroup()).Fetch(record->Number()); };
+  const int ahead = qMin(kFetchedAhead, records.size());
+  const CRowRecord::Ptr* const end = records.constData() + records.size();
+  std::for_each(records.cbegin(), records.cbegin() + ahead, fetch);
+  const auto has_row = [&](const CRowRecord::Ptr& record) {
+    if (&record + ahead < end) {
+      fetch(*(&record + ahead));
+    }
+    return !record->Code().isEmpty() && find(record->Code(), record->Number(), record->IsGroup());
+  };
+  const auto first = std::find_if(records.cbegin(), records.cend(), has_row);
+  if (first == records.cend()) {
+    return records;  // mostly so; the list is shared then
+  }
+  QVector<CRowRecord::Ptr> missing = records.mid(0, static_cast<int>(first - records.cbegin()));
+  std::remove_copy_if(first + 1, records.cend(), std::back_inserter(missing), has_row);
+  return missing;
+}
+
+CodedRow* CPlanCodeIndex::find(const QString& code, CodeNumber number, bool is_group) {
+  rebuildIfStale();
   FirstRow first;
-  (is_group ? groups_ : plans_).ForEach(number, [&](CodedRow& row) {
-    if (number.IsExact() || CodeOf(row.row, role) == code) {
+  tableOf(is_group).ForEach(number, [&](CodedRow& row) {
+    if (number.IsExact() || CodeOf(row.row, RoleOf(is_group)) == code) {
       first.Take(row);
     }
   });
   return first.Get();
+}
+
+view_plugin_protocol::CCodeTable<CodedRow>& CPlanCodeIndex::tableOf(bool is_group) {
+  if (is_group) {
+    return groups_;
+  }
+  return plans_;
 }
 
 QStandardItem* CPlanCodeIndex::FindPlaying() {
@@ -186,19 +226,26 @@ void CPlanCodeIndex::addSubtree(QStandardItem* parent, int row) {
   if (!item) {
     return;
   }
-  const CodedRow coded{item, parent, row, moves_};
-  const QString group_code = CodeOf(item, GroupIndexCodeRole);
-  if (!group_code.isEmpty()) {
-    groups_.Insert(NumberOfCode(group_code), coded);
-  }
-  const QString plan_code = CodeOf(item, PlanIndexCodeRole);
-  if (!plan_code.isEmpty()) {
-    plans_.Insert(NumberOfCode(plan_code), coded);
-  }
-  renewPlaying(item);
+  addRow({item, parent, row, moves_});
   for (int child = 0; child < item->rowCount(); ++child) {
     addSubtree(item, child);
   }
+}
+
+// Rows that nothing was set in are not asked: a value of theirs is made for each call.
+void CPlanCodeIndex::addRow(const CodedRow& coded) {
+  const CRecordItem* row = CRecordItem::Of(coded.row);
+  if (row && row->IsAsMade() && !row->Record().Code().isEmpty()) {
+    tableOf(row->Record().IsGroup()).Insert(row->Record().Number(), coded);
+    return;
+  }
+  for (const bool is_group : {true, false}) {
+    const QString code = CodeOf(coded.row, RoleOf(is_group));
+    if (!code.isEmpty()) {
+      tableOf(is_group).Insert(NumberOfCode(code), coded);
+    }
+  }
+  renewPlaying(coded.row);
 }
 
 void CPlanCodeIndex::removeSubtree(QStandardItem* item) {
@@ -206,8 +253,9 @@ void CPlanCodeIndex::removeSubtree(QStandardItem* item) {
     return;
   }
   const auto is_item = [item](const CodedRow& held) { return held.row == item; };
-  groups_.Take(NumberOfCode(CodeOf(item, GroupIndexCodeRole)), is_item);
-  plans_.Take(NumberOfCode(CodeOf(item, PlanIndexCodeRole)), is_item);
+  for (const bool is_group : {true, false}) {
+    tableOf(is_group).Take(NumberOfCode(CodeOf(item, RoleOf(is_group))), is_item);
+  }
   playing_.removeOne(item);
   for (int row = 0; row < item->rowCount(); ++row) {
     removeSubtree(item->child(row));

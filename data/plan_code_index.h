@@ -1,14 +1,17 @@
 #pragma once
 
+#include <QExplicitlySharedDataPointer>
 #include <QObject>
 #include <QVector>
 
-#include "code_table.h"
+#include "plan_rules/code_table.h"
 
 class QStandardItem;
 class QStandardItemModel;
 
 namespace TarnPlanView {
+
+class CRowRecord;
 
 /// A row, and where it stood when the rows of its model had moved so many times.
 struct CodedRow {
@@ -24,8 +27,8 @@ struct CodedRow {
 ///
 /// The answers are those of a depth-first search from the first row: of several rows with one code the first in
 /// depth-first order. Follows the model through its own signals, so rows must not leave it by takeChild(), which sends
-/// none; must be made before anybody else connects to the
-/// model, so that others already see it renewed. Thread: the model's.
+/// none. To be made before anything else connects to the model, so that others already see it renewed. Thread: the
+/// model's.
 class CPlanCodeIndex : public QObject {
   Q_OBJECT
  public:
@@ -41,6 +44,9 @@ class CPlanCodeIndex : public QObject {
   QStandardItem* Find(const QString& code, bool is_group);
   /// The same row's place.
   Place FindPlace(const QString& code, bool is_group);
+  /// Those of the records, plans' or groups', whose code no row has; in their order.
+  QVector<QExplicitlySharedDataPointer<const CRowRecord>> WithoutRow(
+      const QVector<QExplicitlySharedDataPointer<const CRowRecord>>& records);
   /// The first row whose role 673 is true, or null.
   QStandardItem* FindPlaying();
 
@@ -54,14 +60,16 @@ class CPlanCodeIndex : public QObject {
 
   QStandardItem* parentItem(const QModelIndex& parent) const;
   void rebuildIfStale();
-  CodedRow* find(const QString& code, bool is_group);
+  view_plugin_protocol::CCodeTable<CodedRow>& tableOf(bool is_group);
+  CodedRow* find(const QString& code, view_plugin_protocol::CodeNumber number, bool is_group);
   void addSubtree(QStandardItem* parent, int row);
+  void addRow(const CodedRow& coded);
   void removeSubtree(QStandardItem* item);
   void renewPlaying(QStandardItem* item);
 
   QStandardItemModel* model_;
-  CCodeTable<CodedRow> groups_;
-  CCodeTable<CodedRow> plans_;
+  view_plugin_protocol::CCodeTable<CodedRow> groups_;
+  view_plugin_protocol::CCodeTable<CodedRow> plans_;
   QVector<QStandardItem*> playing_;
   // Codes changed in place or the model was reset: the tables are filled again when next asked.
   bool stale_ = false;

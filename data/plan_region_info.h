@@ -9,32 +9,41 @@
 
 namespace TarnPlanView {
 
-/// A region of the resource tree.
+/// A region of the resource tree. Texts are UTF-8. A plain value.
 struct PlanRegionInfo {
-  std::string index_code;
-  std::string name;
-  std::string parent_index_code;
-  std::string str_region_path;             // the way from the top as one text
-  std::list<std::string> lst_region_path;  // the same as index codes
-  int total_quantity = 0;                  // cameras below the region
-  int total_online_quantity = 0;
-  ResourceData::CascadeType cascade_type = ResourceData::CT_LOCAL;
+  std::string index_code;                                           ///< Its code.
+  std::string name;                                                 ///< As shown.
+  std::string parent_index_code;                                    ///< Code of the region that it stands in.
+  std::string str_region_path;                                      ///< The way from the top as one text.
+  std::list<std::string> lst_region_path;                           ///< The same as index codes, the top first.
+  int total_quantity = 0;                                           ///< Cameras below the region, on all levels.
+  int total_online_quantity = 0;                                    ///< Those of them that can be reached.
+  ResourceData::CascadeType cascade_type = ResourceData::CT_LOCAL;  ///< Whose region it is.
 };
 
-/// Handle on a PlanRegionInfo.
-/// Copies share one body: what is set through one handle is seen through all of them.
+/// Handle on a PlanRegionInfo. Copies share one body: what is set through one handle is seen through all of them.
+/// Thread: one at a time.
 class TARNPLANVIEW_EXPORT CPlanRegionInfo {
  public:
+  /// A body of its own, as a new PlanRegionInfo is.
   CPlanRegionInfo();
+  /// A body of its own with these values.
   explicit CPlanRegionInfo(const PlanRegionInfo& record);
+  /// Over this body, which must not be null.
   explicit CPlanRegionInfo(std::shared_ptr<PlanRegionInfo> body);
+  /// Over the same body.
   CPlanRegionInfo(const CPlanRegionInfo& other);
+  /// Over the same body.
   CPlanRegionInfo& operator=(const CPlanRegionInfo& other);
   virtual ~CPlanRegionInfo();
 
+  /// The body.
   std::shared_ptr<PlanRegionInfo> GetDataPtr() const;
+  /// Puts these values into the body, for all handles on it.
   void SetData(const PlanRegionInfo& record);
 
+  /// Reads or sets the field of the body that is named behind the underscore.
+  ///@{
   std::string GetVal_index_code();
   void SetVal_index_code(const std::string& value);
   std::string GetVal_name();
@@ -51,6 +60,7 @@ class TARNPLANVIEW_EXPORT CPlanRegionInfo {
   void SetVal_total_online_quantity(const int& value);
   ResourceData::CascadeType GetVal_cascade_type();
   void SetVal_cascade_type(const ResourceData::CascadeType& value);
+  ///@}
 
  private:
   std::shared_ptr<PlanRegionInfo> data_;

@@ -5,9 +5,9 @@
 namespace TarnPlanView {
 
 /// Waits for the questions that are still put to the host, destroys the plug-in's singletons (facade, data manager with
-/// its models, automatic plan, configuration) and drops cached icons. Called once at shut-down on the GUI thread, after
+/// its models, automatic plan, configuration) and drops cached icons. Called once at shut-down, after
 /// UninitManager(), after the panels are gone and the global thread pool is drained, and before the host's singletons
-/// and the application object go.
+/// and the application object go. Thread: GUI.
 TARNPLANVIEW_EXPORT void ReleasePlugin();
 
 /// For what must not outlive the application object, wait or icon: when a host has not ended the plug-in by then, that

@@ -5,10 +5,13 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
+#include <typeinfo>
 #include <utility>
 
 #include "plan_item_role.h"
+#include "view_group_item.h"
 #include "view_manager_param.h"
+#include "view_plan_item.h"
 #include "view_public_def.h"
 
 namespace TarnPlanView {
@@ -82,6 +85,18 @@ CRecordItem::CRecordItem(CRowRecord::Ptr record, const ViewManagerParam& param)
 
 CRecordItem::~CRecordItem() = default;
 
+// Asked of each row that comes into a model: a comparison of types is a tenth of a cast that searches the bases.
+const CRecordItem* CRecordItem::Of(const QStandardItem* item) {
+  if (!item) {
+    return nullptr;
+  }
+  const std::type_info& type = typeid(*item);
+  if (type == typeid(CViewPlanItem) || type == typeid(CViewGroupItem)) {
+    return static_cast<const CRecordItem*>(item);
+  }
+  return dynamic_cast<const CRecordItem*>(item);
+}
+
 bool CRecordItem::IsFromRecord(int role) const {
   return from_record_ & BitOf(role);
 }
@@ -132,6 +147,7 @@ void CRecordItem::setData(const QVariant& value, int role) {
       CStandardItem::setData(value, role);
     }
   }
+  is_as_made_ = false;
   CStandardItem::setData(value, role);
 }
 
@@ -144,6 +160,7 @@ void CRecordItem::AddRecordData(QMap<int, QVariant>* values) const {
 }
 
 void CRecordItem::StoreEverything() {
+  is_as_made_ = false;
   const QSignalBlocker quiet(model());
   ForEachRole(record_->IsGroup(), [&](int role) {
     if (IsFromRecord(role)) {
@@ -166,6 +183,7 @@ QStandardItem* CRecordItem::clone() const {
 
 void CRecordItem::read(QDataStream& in) {
   from_record_ = 0;
+  is_as_made_ = false;
   CStandardItem::read(in);
 }
 

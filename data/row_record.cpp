@@ -38,12 +38,12 @@ int PlanItemType(int family) {
 
 template <class Source>
 CRowRecord::CRowRecord(const Source& record, int item_type, bool is_group)
-    : family_(record.type),
+    : item_type_(static_cast<qint16>(item_type)),
+      is_group_(is_group),
       host_(QVariant::fromValue(record)),
       name_(QString::fromStdString(record.name)),
       code_(QString::fromStdString(record.index_code)),
-      item_type_(static_cast<qint16>(item_type)),
-      is_group_(is_group) {}
+      number_(view_plugin_protocol::NumberOfCode(code_)) {}
 
 CRowRecord::~CRowRecord() {
   delete name_key_.load();
@@ -68,6 +68,18 @@ CRowRecord::Ptr CRowRecord::Of(const PlanGroup& group) {
 
 CRowRecord::Ptr CRowRecord::Of(const PlanBasicInfo& plan) {
   return Ptr(new CRowRecord(plan, PlanItemType(plan.type), false));
+}
+
+int CRowRecord::Family() const {
+  if (is_group_) {
+    return Group().type;
+  }
+  return Plan().type;
+}
+
+const PlanGroup& CRowRecord::Group() const {
+  Q_ASSERT(is_group_);
+  return *static_cast<const PlanGroup*>(host_.constData());
 }
 
 const PlanBasicInfo& CRowRecord::Plan() const {

@@ -10,6 +10,7 @@
 
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "MarUIControl/collation_key.h"
+#include "plan_rules/code_table.h"
 
 namespace TarnPlanView {
 
@@ -33,26 +34,31 @@ class CRowRecord : public QSharedData {
   bool IsGroup() const { return is_group_; }
   const QString& Name() const { return name_; }
   const QString& Code() const { return code_; }
+  /// Of the code.
+  view_plugin_protocol::CodeNumber Number() const { return number_; }
   /// What the name is compared by; made when it is first asked for.
   const MarUIControl::CollationKey& NameKey() const;
-  int Family() const { return family_; }
+  int Family() const;
   /// An ItemType, by the family of the record.
   int ItemType() const { return item_type_; }
   /// The host's record, a PlanGroup or PlanBasicInfo.
   const QVariant& Host() const { return host_; }
   /// Of a plan's record only.
   const view_plugin_protocol::PlanBasicInfo& Plan() const;
+  /// Of a group's record only.
+  const view_plugin_protocol::PlanGroup& Group() const;
 
  private:
   template <class Source>
   CRowRecord(const Source& record, int item_type, bool is_group);
 
-  const int family_;
+  // Small ones first: they stand where the count of holders leaves room.
+  const qint16 item_type_;
+  const bool is_group_;
   const QVariant host_;
   const QString name_;
   const QString code_;
-  const qint16 item_type_;
-  const bool is_group_;
+  const view_plugin_protocol::CodeNumber number_;
   mutable std::atomic<const MarUIControl::CollationKey*> name_key_{nullptr};
 };
 

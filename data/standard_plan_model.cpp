@@ -187,6 +187,10 @@ QStandardItem* CStandardPlanModel::FindItemByIndex(const QModelIndex& index) con
   return FindTargetItemByIndexCode(CodeOfRow(index), index.data(IsGroupRole).toBool());
 }
 
+QVector<CRowRecord::Ptr> CStandardPlanModel::WithoutRow(const QVector<CRowRecord::Ptr>& records) const {
+  return d_->index->WithoutRow(records);
+}
+
 QStandardItem* CStandardPlanModel::FindItemPlanPlaying() const {
   return d_->index->FindPlaying();
 }

@@ -17,6 +17,7 @@ class TARNPLANVIEW_EXPORT CStandardPlanModelExport : public MarUIControl::CStand
   CStandardPlanModelExport(std::shared_ptr<CViewManagerParam>& param, QObject* parent);
   ~CStandardPlanModelExport() override;
 
+  /// CStandardPlanModel::SetViewGroupSeleted() of the model; nothing without one.
   void SetViewGroupSeleted(bool selected);
   /// The model, a CStandardPlanModel owned by the plug-in; null when there is none, or none any more.
   MarUIControl::CStandardItemModel* GetPlanViewModel();

@@ -30,6 +30,13 @@ int RepeatsAfter(bool ok, int32_t error_kind) {
   }
 }
 
+bool MayRepeat(int& asked, int repeats) {
+  if (repeats == kForEver) {
+    asked = 0;
+  }
+  return asked < repeats;
+}
+
 CUnansweredQuestions::CUnansweredQuestions() {
   timer_.setSingleShot(true);
   timer_.setInterval(kFirstPauseMs);
@@ -37,10 +44,7 @@ CUnansweredQuestions::CUnansweredQuestions() {
 }
 
 void CUnansweredQuestions::Add(const QString& name, int repeats, const std::function<void()>& ask) {
-  if (repeats == kForEver) {
-    asked_.remove(name);
-  }
-  if (asked_.value(name) >= repeats) {
+  if (repeats == 0 || !MayRepeat(asked_[name], repeats)) {
     return;
   }
   questions_.insert(name, ask);

@@ -12,6 +12,9 @@ namespace TarnPlanView {
 /// How often a question to the host is asked again after a call that ended so: never once there is an answer, which any
 /// refusal with a reason is, and a few times where no reason is given.
 int RepeatsAfter(bool ok, int32_t error_kind);
+/// Whether a question that was asked again `asked` times in succession is asked once more. Repeats without end are not
+/// counted.
+bool MayRepeat(int& asked, int repeats);
 
 /// What should have been asked of the host when a notice came, but got no answer: asked again after a second, and after
 /// ever longer pauses while that fails. Thread: GUI.

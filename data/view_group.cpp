@@ -12,6 +12,7 @@ CViewGroup::CViewGroup(std::string index_code) : index_code_(std::move(index_cod
 CViewGroup::~CViewGroup() = default;
 
 void CViewGroup::OnResourceUpdate(const Param& param) {
+  CViewModelDataManager::Instance().Follow(*this);
   const QString code = MarUIControl::StringToQString(param.index_code);
   const QString second = MarUIControl::StringToQString(param.second);
   switch (param.event) {

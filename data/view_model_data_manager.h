@@ -77,6 +77,10 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   /// Observer of one plan or group; the existing one when there is one, null from UninitManager() to InitManager().
   std::shared_ptr<CView> CreateView(const view_plugin_protocol::PlanBasicInfo& plan);
   void DeleteView(const std::string& indexCode);
+  /// Connects one of the manager's observers to it, once. Observers ask for it before they say anything: most of a
+  /// large tree never do, and connections would be most of what they hold.
+  void Follow(CView& view);
+  void Follow(CViewGroup& group);
   std::shared_ptr<CViewGroup> CreateViewGroup(const view_plugin_protocol::PlanGroup& group);
   void DeleteViewGroup(const std::string& indexCode);
   void CreateObserverUpdateResource(const ResourceData::IResourceObserver::Param& param);
@@ -97,6 +101,8 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   int GetNoticeCount() const;
   /// Records of the lists that the next OnGetPlanGroupListSucc() takes, made off this thread; others are made there.
   void OfferRecords(const ChildRecords& records);
+  /// Whether the children of this row, or of the one with its code, were fetched in any model.
+  bool IsOpened(const QModelIndex& index) const;
   /// Rows that the answer to an expansion lacked, since they were changed while it was under way; rows that are there
   /// stay as they are, and nothing is announced.
   void ShowLeftOut(const QModelIndex& index, const view_plugin_protocol::GetPlanGroupsResponse& groups,
@@ -150,8 +156,15 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   bool isLoadAll() const;
   /// Whether rows may go under `group`: it was expanded, or everything is loaded at the start.
   bool takesChildren(const QStandardItem* group) const;
-  std::optional<RowRecords> fetchGroups(const QString& code, int theme, int32_t* error_kind, bool renews_observers);
+  /// How what is in groups that come in gets into the trees, where everything is loaded.
+  enum class GroupContent {
+    Announced,       // the host says what is there when an observer is registered
+    AnnouncedAgain,  // also where there is an observer already, of a group that is not shown
+    ReadNext         // it is read here
+  };
+  std::optional<RowRecords> fetchGroups(const QString& code, int theme, int32_t* error_kind, GroupContent content);
   std::optional<RowRecords> fetchPlans(const QString& code, int theme, int32_t* error_kind);
+  void insertChildItems(const QString& code, int theme, GroupContent content);
   void insertBelow(const QString& code, const RowRecords& groups, const RowRecords& plans);
   void createObservers(const view_plugin_protocol::GetPlanGroupsResponse& groups,
                        const view_plugin_protocol::GetPlansInGroupResponse& plans);
@@ -160,8 +173,11 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   /// `parent`: where it stands now, as far as known.
   void noteChange(const QString& code, bool is_group, const std::string& parent);
   void noteNotice();
-  bool fetchSubGroups(const QString& code, int theme, int32_t* error_kind, bool renews_observers);
+  bool fetchSubGroups(const QString& code, int theme, int32_t* error_kind, GroupContent content);
+  /// As the family that the first model has it in.
+  void showNewChildren(const QString& group_code, ResourceData::ResourceType child_type);
   void showNewChildren(const QString& group_code, int theme, ResourceData::ResourceType child_type);
+  void repeatBelow(const QString& group_code, int theme, ResourceData::ResourceType child_type, int32_t error_kind);
   /// These three: how often the host is to be asked again, as of RepeatsAfter().
   int recheckGroup(const QString& code);
   int recheckPlan(const QString& code);
@@ -169,8 +185,9 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   /// The parent of the row in the first model that has it.
   QModelIndex parentOf(const QString& code, bool is_group) const;
   bool isShown(const QString& code, bool is_group) const;
+  void makeViews(const QList<view_plugin_protocol::PlanBasicInfo>& plans);
   std::shared_ptr<CView> makeView(const std::string& code);
-  std::shared_ptr<CViewGroup> makeViewGroup(const std::string& code);
+  std::shared_ptr<CViewGroup> makeViewGroup(const std::string& code, GroupContent content = GroupContent::Announced);
   void dropObservers();
 
   class Private;

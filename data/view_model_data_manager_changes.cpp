@@ -67,11 +67,6 @@ void SetPlayState(QStandardItem* row, bool playing) {
   }
 }
 
-/// What the host knows a group by; roots, too, which all share one index code.
-std::string GroupCodeOf(const QModelIndex& group) {
-  return QStringToString(group.data(GroupIndexCodeRole).toString());
-}
-
 /// Those that are `ready` when they were made of this very list.
 template <class Source>
 QVector<CRowRecord::Ptr> RecordsOf(const QList<Source>& list, const QList<Source>& made_of,
@@ -132,11 +127,16 @@ void CViewModelDataManager::OfferRecords(const ChildRecords& records) {
 void CViewModelDataManager::createObservers(const view_plugin_protocol::GetPlanGroupsResponse& groups,
                                             const view_plugin_protocol::GetPlansInGroupResponse& plans) {
   for (const auto& group : groups.groups) {
-    CreateViewGroup(group);
+    makeViewGroup(group.index_code);
   }
-  for (const auto& plan : plans.plans) {
-    CreateView(plan);
-  }
+  makeViews(plans.plans);
+}
+
+bool CViewModelDataManager::IsOpened(const QModelIndex& index) const {
+  return std::any_of(d_->models.cbegin(), d_->models.cend(), [&index](const CStandardPlanModel* model) {
+    const QStandardItem* row = model->FindItemByIndex(index);
+    return row && model->AreChildrenFetched(row->index());
+  });
 }
 
 void CViewModelDataManager::ShowLeftOut(const QModelIndex& index,
@@ -147,7 +147,8 @@ void CViewModelDataManager::ShowLeftOut(const QModelIndex& index,
   }
   createObservers(groups, plans);
   for (CStandardPlanModel* model : qAsConst(d_->models)) {
-    if (QStandardItem* parent = model->FindItemByIndex(index)) {
+    QStandardItem* parent = model->FindItemByIndex(index);
+    if (parent && model->AreChildrenFetched(parent->index())) {
       addPlanGroupList(model, parent, groups);
       addPlanList(model, parent, plans);
     }
@@ -180,7 +181,7 @@ void CViewModelDataManager::OnDeletePlanGroupPlanSucc(const QModelIndex& index) 
 
 // Without a record to make the row from: the parent's rows are read, which are in memory.
 void CViewModelDataManager::OnRestored(const QString& parent_code, bool is_group) {
-  OnViewGroupChildAdded(parent_code, is_group ? ResourceData::RT_VIEW_GROUP : ResourceData::RT_VIEW);
+  showNewChildren(parent_code, is_group ? ResourceData::RT_VIEW_GROUP : ResourceData::RT_VIEW);
   Q_EMIT SignalPlanStateChanged();
   recheckTimedPlay();
 }
@@ -307,10 +308,19 @@ void CViewModelDataManager::OnViewGroupNameChanged(const QString& index_code, co
 void CViewModelDataManager::OnViewGroupChildAdded(const QString& group_index_code,
                                                   ResourceData::ResourceType child_type) {
   noteNotice();
-  const QModelIndex group =
-      d_->models.isEmpty() ? QModelIndex() : d_->models.first()->FindIndexByIndexCode(group_index_code, true);
-  showNewChildren(group_index_code, group.isValid() ? CViewPublicDef::GetIndexType(group) : -1, child_type);
+  showNewChildren(group_index_code, child_type);
   d_->fresh_group.clear();
+}
+
+void CViewModelDataManager::showNewChildren(const QString& group_code, ResourceData::ResourceType child_type) {
+  int theme = -1;
+  if (!d_->models.isEmpty()) {
+    const QModelIndex group = d_->models.first()->FindIndexByIndexCode(group_code, true);
+    if (group.isValid()) {
+      theme = CViewPublicDef::GetIndexType(group);
+    }
+  }
+  showNewChildren(group_code, theme, child_type);
 }
 
 void CViewModelDataManager::showNewChildren(const QString& group_code, int theme,
@@ -322,12 +332,21 @@ void CViewModelDataManager::showNewChildren(const QString& group_code, int theme
   int32_t error_kind = view_plugin_protocol::UnknownFailure;
   bool ok = false;
   if (child_type == ResourceData::RT_VIEW_GROUP) {
-    ok = fetchSubGroups(group_code, theme, &error_kind, isLoadAll() && isShown(group_code, true));
+    const bool comes_back = isLoadAll() && isShown(group_code, true);
+    ok = fetchSubGroups(group_code, theme, &error_kind,
+                        comes_back ? GroupContent::AnnouncedAgain : GroupContent::Announced);
   } else {
     ok = InsertSubPlanNode(group_code, theme, &error_kind);
   }
-  if (!ok && isShown(group_code, true)) {
-    d_->unanswered.Add(QString("below %1 %2").arg(group_code).arg(child_type), RepeatsAfter(ok, error_kind),
+  if (!ok) {
+    repeatBelow(group_code, theme, child_type, error_kind);
+  }
+}
+
+void CViewModelDataManager::repeatBelow(const QString& group_code, int theme, ResourceData::ResourceType child_type,
+                                        int32_t error_kind) {
+  if (isShown(group_code, true)) {
+    d_->unanswered.Add(QString("below %1 %2").arg(group_code).arg(child_type), RepeatsAfter(false, error_kind),
                        [=] { showNewChildren(group_code, theme, child_type); });
   }
 }
@@ -420,7 +439,7 @@ int CViewModelDataManager::recheckGroup(const QString& code) {
     return 0;
   }
   view_plugin_protocol::GetPlanGroupsRequest request;
-  request.parent_index_code = GroupCodeOf(parent);
+  request.parent_index_code = QStringToString(GroupCodeOf(parent));
   request.node_type = CViewPublicDef::GetIndexType(parent);
   view_plugin_protocol::GetPlanGroupsResponse response;
   const bool ok = CViewBusinessInterfaceMgr::Instance().GetPlanGroups(request, response);
@@ -444,7 +463,7 @@ int CViewModelDataManager::recheckPlan(const QString& code) {
     return showMissingPlan(code);
   }
   view_plugin_protocol::GetPlansInGroupRequest request;
-  request.group_index_code = GroupCodeOf(parent);
+  request.group_index_code = QStringToString(GroupCodeOf(parent));
   request.node_type = CViewPublicDef::GetIndexType(parent);
   view_plugin_protocol::GetPlansInGroupResponse response;
   const bool ok = CViewBusinessInterfaceMgr::Instance().GetPlansInGroup(request, response);

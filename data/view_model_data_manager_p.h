@@ -23,6 +23,13 @@ constexpr int kUnregister = 0;
 /// The row just after the leading group rows: groups stay above plans.
 int RowAfterGroups(const QStandardItem* parent);
 
+/// Records of those children that a model with the parent's row lacks, or shows under another name: a notice is about
+/// one child, the answer to it about all.
+RowRecords RecordsToShow(const QList<CStandardPlanModel*>& models, const QString& parent_code,
+                         const QList<view_plugin_protocol::PlanGroup>& groups);
+RowRecords RecordsToShow(const QList<CStandardPlanModel*>& models, const QString& parent_code,
+                         const QList<view_plugin_protocol::PlanBasicInfo>& plans);
+
 /// Puts the rows that the model does not have yet below all that `parent` has, the plan that plays in the model marked.
 void AppendChildren(const CStandardPlanModel* model, QStandardItem* parent, const RowRecords& groups,
                     const RowRecords& plans);

@@ -1,5 +1,7 @@
 #include <QStandardItem>
+#include <algorithm>
 
+#include "LyraPluginManager/error_kind.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "plan_item_role.h"
@@ -27,19 +29,22 @@ using view_plugin_protocol::PlanGroup;
 
 namespace {
 
+constexpr int kFetchedAhead = 8;  // look-ups whose memory is under way at a time
+
 template <class Observer>
-void RegisterObserver(Observer* observer, ResourceData::ResourceType type, int action) {
-  CViewBusinessInterfaceMgr::Instance().ViewRegisterResourceUpdate(observer, {type, observer->GetIndexCode(), action});
+void RegisterObserver(Observer* observer, ResourceData::ResourceType type, int action, bool reads_content = false) {
+  CViewBusinessInterfaceMgr::Instance().ViewRegisterResourceUpdate(
+      observer, {type, observer->GetIndexCode(), action, reads_content});
 }
 
 /// New rows for the groups that the model does not have yet.
 QList<QStandardItem*> MissingGroups(const CStandardPlanModel* model, const RowRecords& groups) {
   const ViewManagerParam param = model->GetViewMangageParam();
+  const RowRecords missing = model->WithoutRow(groups);
   QList<QStandardItem*> rows;
-  for (const CRowRecord::Ptr& group : groups) {
-    if (!model->FindItemByIndexCode(group->Code(), true)) {
-      rows.append(new CViewGroupItem(param, group));
-    }
+  rows.reserve(missing.size());
+  for (const CRowRecord::Ptr& group : missing) {
+    rows.append(new CViewGroupItem(param, group));
   }
   return rows;
 }
@@ -47,11 +52,10 @@ QList<QStandardItem*> MissingGroups(const CStandardPlanModel* model, const RowRe
 /// New rows for the plans that the model does not have yet; that of `playing` is marked.
 QList<QStandardItem*> MissingPlans(const CStandardPlanModel* model, const RowRecords& plans, const QString& playing) {
   const ViewManagerParam param = model->GetViewMangageParam();
+  const RowRecords missing = model->WithoutRow(plans);
   QList<QStandardItem*> rows;
-  for (const CRowRecord::Ptr& plan : plans) {
-    if (model->FindItemByIndexCode(plan->Code(), false)) {
-      continue;
-    }
+  rows.reserve(missing.size());
+  for (const CRowRecord::Ptr& plan : missing) {
     auto* row = new CViewPlanItem(param, plan);
     if (!playing.isEmpty() && plan->Code() == playing) {
       row->SetPlayState(true);
@@ -69,28 +73,73 @@ void RenameKnown(const CStandardPlanModel* model, const RowRecords& groups) {
   }
 }
 
-// Groups stay above plans. Where nothing stands yet all rows come in at once.
+// Groups stay above plans. Rows that come to stand one behind the other come in at once.
 void InsertChildren(const CStandardPlanModel* model, QStandardItem* parent, const RowRecords& groups,
                     const RowRecords& plans) {
-  RenameKnown(model, groups);
-  QList<QStandardItem*> group_rows = MissingGroups(model, groups);
-  QList<QStandardItem*> plan_rows = MissingPlans(model, plans, QString());
-  if (parent->rowCount() == 0) {
-    plan_rows = group_rows + plan_rows;
-    group_rows.clear();
+  QList<QStandardItem*> rows = MissingGroups(model, groups);
+  if (rows.size() < groups.size()) {
+    RenameKnown(model, groups);
   }
-  if (!group_rows.isEmpty()) {
-    parent->insertRows(RowAfterGroups(parent), group_rows);
+  const int after_groups = RowAfterGroups(parent);
+  const bool is_changed = !rows.isEmpty();
+  if (!rows.isEmpty() && after_groups < parent->rowCount()) {
+    parent->insertRows(after_groups, rows);
+    rows.clear();
   }
-  if (!plan_rows.isEmpty()) {
-    parent->appendRows(plan_rows);
+  rows += MissingPlans(model, plans, QString());
+  if (!rows.isEmpty()) {
+    parent->appendRows(rows);
   }
-  if (!group_rows.isEmpty() || !plan_rows.isEmpty()) {
+  if (is_changed || !rows.isEmpty()) {
     parent->setData(true, GroupLoadedRole);
   }
 }
 
+bool IsShownAs(const QStandardItem* row, const PlanGroup& group) {
+  return row && row->text() == StringToQString(group.name);
+}
+
+bool IsShownAs(const QStandardItem* row, const PlanBasicInfo&) {
+  return row;
+}
+
+template <class Source>
+RowRecords RecordsOfChanged(const QList<CStandardPlanModel*>& models, const QString& parent_code,
+                            const QList<Source>& children, bool are_groups) {
+  QVector<const CStandardPlanModel*> filled;
+  for (const CStandardPlanModel* model : models) {
+    const QStandardItem* parent = model->FindTargetItemByIndexCode(parent_code, true);
+    if (parent && parent->rowCount() == 0) {
+      return CRowRecord::OfAll(children);
+    }
+    if (parent) {
+      filled.append(model);
+    }
+  }
+  RowRecords records;
+  for (const Source& child : children) {
+    const QString code = StringToQString(child.index_code);
+    const bool is_shown = std::all_of(filled.cbegin(), filled.cend(), [&](const CStandardPlanModel* model) {
+      return IsShownAs(model->FindTargetItemByIndexCode(code, are_groups), child);
+    });
+    if (!is_shown) {
+      records.append(CRowRecord::Of(child));
+    }
+  }
+  return records;
+}
+
 }  // namespace
+
+RowRecords RecordsToShow(const QList<CStandardPlanModel*>& models, const QString& parent_code,
+                         const QList<PlanGroup>& groups) {
+  return RecordsOfChanged(models, parent_code, groups, true);
+}
+
+RowRecords RecordsToShow(const QList<CStandardPlanModel*>& models, const QString& parent_code,
+                         const QList<PlanBasicInfo>& plans) {
+  return RecordsOfChanged(models, parent_code, plans, false);
+}
 
 void AppendChildren(const CStandardPlanModel* model, QStandardItem* parent, const RowRecords& groups,
                     const RowRecords& plans) {
@@ -112,19 +161,16 @@ void CViewModelDataManager::InsertAllChildItem(const QString& code, int theme) {
   if (code.isEmpty()) {
     return;
   }
-  const RowRecords groups = fetchGroups(code, theme, nullptr, false).value_or(RowRecords());
-  const RowRecords plans = fetchPlans(code, theme, nullptr).value_or(RowRecords());
-  for (CStandardPlanModel* model : qAsConst(d_->models)) {
-    if (QStandardItem* parent = model->FindTargetItemByIndexCode(code, true)) {
-      InsertChildren(model, parent, groups, plans);
-      model->SetChildrenFetched(parent->index(), true);
-    }
-  }
   // The first model leads: families that it does not show get this one level.
-  QStandardItem* group = d_->models.isEmpty() ? nullptr : d_->models.first()->FindTargetItemByIndexCode(code, true);
+  const QStandardItem* group = nullptr;
+  if (!d_->models.isEmpty()) {
+    group = d_->models.first()->FindTargetItemByIndexCode(code, true);
+  }
   if (!group) {
+    insertChildItems(code, theme, GroupContent::Announced);
     return;
   }
+  insertChildItems(code, theme, GroupContent::ReadNext);
   for (int row = 0; row < group->rowCount(); ++row) {
     const QStandardItem* child = group->child(row);
     if (child->data(IsGroupRole).toBool()) {
@@ -133,12 +179,30 @@ void CViewModelDataManager::InsertAllChildItem(const QString& code, int theme) {
   }
 }
 
-bool CViewModelDataManager::InsertSubGroupNode(const QString& code, int theme, int32_t* error_kind) {
-  return fetchSubGroups(code, theme, error_kind, false);
+void CViewModelDataManager::insertChildItems(const QString& code, int theme, GroupContent content) {
+  int32_t error_kind = view_plugin_protocol::UnknownFailure;
+  const auto groups = fetchGroups(code, theme, &error_kind, content);
+  if (!groups) {
+    repeatBelow(code, theme, ResourceData::RT_VIEW_GROUP, error_kind);
+  }
+  const auto plans = fetchPlans(code, theme, &error_kind);
+  if (!plans) {
+    repeatBelow(code, theme, ResourceData::RT_VIEW, error_kind);
+  }
+  for (CStandardPlanModel* model : qAsConst(d_->models)) {
+    if (QStandardItem* parent = model->FindTargetItemByIndexCode(code, true)) {
+      InsertChildren(model, parent, groups.value_or(RowRecords()), plans.value_or(RowRecords()));
+      model->SetChildrenFetched(parent->index(), true);
+    }
+  }
 }
 
-bool CViewModelDataManager::fetchSubGroups(const QString& code, int theme, int32_t* error_kind, bool renews_observers) {
-  const auto groups = fetchGroups(code, theme, error_kind, renews_observers);
+bool CViewModelDataManager::InsertSubGroupNode(const QString& code, int theme, int32_t* error_kind) {
+  return fetchSubGroups(code, theme, error_kind, GroupContent::Announced);
+}
+
+bool CViewModelDataManager::fetchSubGroups(const QString& code, int theme, int32_t* error_kind, GroupContent content) {
+  const auto groups = fetchGroups(code, theme, error_kind, content);
   if (groups) {
     insertBelow(code, *groups, {});
   }
@@ -161,10 +225,9 @@ void CViewModelDataManager::insertBelow(const QString& code, const RowRecords& g
   }
 }
 
-// The host says what is in a group when its observer is registered. A row that comes back, for its deletion was taken
-// back, may have its observer of before.
+// A row that comes back, for its deletion was taken back, may have its observer of before.
 std::optional<RowRecords> CViewModelDataManager::fetchGroups(const QString& code, int theme, int32_t* error_kind,
-                                                             bool renews_observers) {
+                                                             GroupContent content) {
   if (code.isEmpty()) {
     return std::nullopt;
   }
@@ -180,12 +243,12 @@ std::optional<RowRecords> CViewModelDataManager::fetchGroups(const QString& code
   }
   for (const PlanGroup& group : qAsConst(response.groups)) {
     const bool is_fresh = group.index_code == d_->fresh_group;
-    if (renews_observers && !is_fresh && !isShown(StringToQString(group.index_code), true)) {
+    if (content == GroupContent::AnnouncedAgain && !is_fresh && !isShown(StringToQString(group.index_code), true)) {
       DeleteViewGroup(group.index_code);
     }
-    CreateViewGroup(group);
+    makeViewGroup(group.index_code, content);
   }
-  return CRowRecord::OfAll(response.groups);
+  return RecordsToShow(d_->models, code, response.groups);
 }
 
 std::optional<RowRecords> CViewModelDataManager::fetchPlans(const QString& code, int theme, int32_t* error_kind) {
@@ -202,10 +265,8 @@ std::optional<RowRecords> CViewModelDataManager::fetchPlans(const QString& code,
     }
     return std::nullopt;
   }
-  for (const PlanBasicInfo& plan : qAsConst(response.plans)) {
-    CreateView(plan);
-  }
-  return CRowRecord::OfAll(response.plans);
+  makeViews(response.plans);
+  return RecordsToShow(d_->models, code, response.plans);
 }
 
 void CViewModelDataManager::addPlanGroupList(CStandardPlanModel* model, QStandardItem* parent,
@@ -229,11 +290,31 @@ void CViewModelDataManager::addPlanView(CStandardPlanModel* model, QStandardItem
 }
 
 std::shared_ptr<CView> CViewModelDataManager::CreateView(const PlanBasicInfo& plan) {
-  return makeView(plan.index_code);
+  const auto view = makeView(plan.index_code);
+  if (view) {
+    Follow(*view);
+  }
+  return view;
 }
 
 std::shared_ptr<CViewGroup> CViewModelDataManager::CreateViewGroup(const PlanGroup& group) {
-  return makeViewGroup(group.index_code);
+  const auto view_group = makeViewGroup(group.index_code);
+  if (view_group) {
+    Follow(*view_group);
+  }
+  return view_group;
+}
+
+void CViewModelDataManager::makeViews(const QList<PlanBasicInfo>& plans) {
+  const int ahead = qMin(kFetchedAhead, plans.size());
+  const auto fetch = [this](const PlanBasicInfo& plan) { d_->views.Fetch(plan.index_code); };
+  std::for_each(plans.cbegin(), plans.cbegin() + ahead, fetch);
+  for (int at = 0; at < plans.size(); ++at) {
+    if (at + ahead < plans.size()) {
+      fetch(plans[at + ahead]);
+    }
+    makeView(plans[at].index_code);
+  }
 }
 
 std::shared_ptr<CView> CViewModelDataManager::makeView(const std::string& code) {
@@ -244,13 +325,12 @@ std::shared_ptr<CView> CViewModelDataManager::makeView(const std::string& code) 
   if (!view) {
     view = std::make_shared<CView>(code);
     d_->views.Insert(view);
-    connect(view.get(), &CView::SignalViewChanged, this, &CViewModelDataManager::OnViewChanged);
     RegisterObserver(view.get(), ResourceData::RT_VIEW, kRegister);
   }
   return view;
 }
 
-std::shared_ptr<CViewGroup> CViewModelDataManager::makeViewGroup(const std::string& code) {
+std::shared_ptr<CViewGroup> CViewModelDataManager::makeViewGroup(const std::string& code, GroupContent content) {
   if (code.empty() || d_->ended) {
     return nullptr;
   }
@@ -258,13 +338,27 @@ std::shared_ptr<CViewGroup> CViewModelDataManager::makeViewGroup(const std::stri
   if (!group) {
     group = std::make_shared<CViewGroup>(code);
     d_->groups.Insert(group);
-    connect(group.get(), &CViewGroup::SignalViewGroupNameChanged, this, &CViewModelDataManager::OnViewGroupNameChanged);
-    connect(group.get(), &CViewGroup::SignalViewGroupChildAdded, this, &CViewModelDataManager::OnViewGroupChildAdded);
-    connect(group.get(), &CViewGroup::SignalViewGroupChildRemoved, this,
-            &CViewModelDataManager::OnViewGroupChildRemoved);
-    RegisterObserver(group.get(), ResourceData::RT_VIEW_GROUP, kRegister);
+    RegisterObserver(group.get(), ResourceData::RT_VIEW_GROUP, kRegister, content == GroupContent::ReadNext);
   }
   return group;
+}
+
+void CViewModelDataManager::Follow(CView& view) {
+  if (d_->views.Find(view.GetIndexCode()).get() == &view) {
+    connect(&view, &CView::SignalViewChanged, this, &CViewModelDataManager::OnViewChanged, Qt::UniqueConnection);
+  }
+}
+
+void CViewModelDataManager::Follow(CViewGroup& group) {
+  if (d_->groups.Find(group.GetIndexCode()).get() != &group) {
+    return;
+  }
+  connect(&group, &CViewGroup::SignalViewGroupNameChanged, this, &CViewModelDataManager::OnViewGroupNameChanged,
+          Qt::UniqueConnection);
+  connect(&group, &CViewGroup::SignalViewGroupChildAdded, this, &CViewModelDataManager::OnViewGroupChildAdded,
+          Qt::UniqueConnection);
+  connect(&group, &CViewGroup::SignalViewGroupChildRemoved, this, &CViewModelDataManager::OnViewGroupChildRemoved,
+          Qt::UniqueConnection);
 }
 
 void CViewModelDataManager::DeleteView(const std::string& indexCode) {

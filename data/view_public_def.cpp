@@ -7,6 +7,7 @@
 #include "item_type.h"
 #include "plan_icon_cache.h"
 #include "plan_item_role.h"
+#include "plan_rows.h"
 #include "plan_rules/families.h"
 
 namespace TarnPlanView {
@@ -14,10 +15,6 @@ namespace TarnPlanView {
 namespace {
 
 constexpr char kSvgSuffix[] = ".svg";
-
-int TypeOf(const QModelIndex& index) {
-  return index.data(ItemTypeRole).toInt();
-}
 
 QString TreePublic(const char* file) {
   return QStringLiteral(":/Bolt/Public/TreePublic/Images/Public/TreePublic/") + QLatin1String(file);

@@ -14,8 +14,11 @@ namespace TarnPlanView {
 /// What every piece of the plan panel asks about rows and icons. Thread: GUI.
 class TARNPLANVIEW_EXPORT CViewPublicDef {
  public:
+  /// Holds nothing: all that it does is static.
   CViewPublicDef();
+  /// Copies nothing.
   CViewPublicDef(const CViewPublicDef&);
+  /// Copies nothing.
   CViewPublicDef& operator=(const CViewPublicDef&);
   virtual ~CViewPublicDef();
 
@@ -32,17 +35,23 @@ class TARNPLANVIEW_EXPORT CViewPublicDef {
   static QString GetDarkPath(QString path, bool dark);
   /// The drawing at its own size and the application's device pixel ratio.
   static QPixmap GetHighDpiSvgPixmap(const QString& svgPath);
+  /// An icon of two such drawings, for the modes Normal and Selected.
   static QIcon GetHighDpiSvgIcon(const QString& normal, const QString& selected);
 
-  /// Cached; the same icon at every call.
+  /// Of groups in trees of a dark or light background. Cached; the same icon at every call.
   static QIcon GetPlanGroupIcon(bool dark);
+  /// Of plans there; the playing mark is the same on both backgrounds. Cached as well.
   static QIcon GetPlanIcon(bool dark, bool playing);
   /// Drops the cached icons. They must be gone before the application object is; later calls build them again.
   static void ReleaseCachedIcons();
 
-  /// Null icon for an unknown split.
+  /// A split as a picture, from the host's resources; a null icon for an unknown split.
   static QIcon GetViewIcon(MarUIControl::struSplitTypeData::SplitType split);
+  /// A null icon: roots have none.
   static QIcon GetRootViewIcon();
+  /// From the host's resources below `:/Bolt`, for its own trees of plans and cameras; a host without them gets icons
+  /// without a picture.
+  ///@{
   static QIcon GetCustomViewGroupIcon();
   static QIcon GetCustomViewItemIcon();
   static QIcon GetPlayViewItemIcon();
@@ -55,6 +64,7 @@ class TARNPLANVIEW_EXPORT CViewPublicDef {
   static QIcon GetCameraRecordingAlarm();
   static QIcon GetResourceGroupIcon();
   static QIcon GetScreenIcon();
+  ///@}
 };
 
 }  // namespace TarnPlanView

@@ -8,7 +8,6 @@
 #include "level_order.h"
 #include "plan_item_role.h"
 #include "plan_rules/rights.h"
-#include "plan_rules/row_order.h"
 #include "standard_plan_model.h"
 
 namespace TarnPlanView {
@@ -16,20 +15,15 @@ namespace TarnPlanView {
 namespace {
 constexpr int kSortedWhenOpened = 200;  // more children than these are sorted as soon as their expander is shown
 
-int TypeOf(const QModelIndex& index) {
-  bool ok = false;
-  const int type = index.data(ItemTypeRole).toInt(&ok);
-  return ok ? type : -1;
+int RankOf(const QModelIndex& index) {
+  return RankOfType(index.data(ItemTypeRole));
 }
 
 /// Of rows of any model.
-bool StandsBefore(const QModelIndex& left, const QModelIndex& right) {
-  return view_plugin_protocol::StandsBefore(TypeOf(left), TypeOf(right), [&left, &right] {
-    const QVariant left_name = left.data(Qt::DisplayRole);
-    const QVariant right_name = right.data(Qt::DisplayRole);
-    if (!left_name.isValid() || !right_name.isValid()) {
-      return !left_name.isValid();
-    }
+bool IndexStandsBefore(const QModelIndex& left, const QModelIndex& right) {
+  const QVariant left_name = left.data(Qt::DisplayRole);
+  const QVariant right_name = right.data(Qt::DisplayRole);
+  return StandsBefore({RankOf(left), left_name.isValid()}, {RankOf(right), right_name.isValid()}, [&] {
     return view_plugin_protocol::NameStandsBefore(left_name.toString(), right_name.toString());
   });
 }
@@ -126,7 +120,7 @@ void CViewSortFilterProxyModel::SetAddOrEdit(bool add) {
 }
 
 QPair<int, int> CViewSortFilterProxyModel::GetIndexType(const QModelIndex& left, const QModelIndex& right) const {
-  return {TypeOf(left), TypeOf(right)};
+  return {RankOf(left), RankOf(right)};
 }
 
 bool CViewSortFilterProxyModel::isPublicTarget() const {
@@ -159,7 +153,7 @@ bool CViewSortFilterProxyModel::lessThan(const QModelIndex& left, const QModelIn
   }
   // Changes in other models are not announced here.
   if (!data_->order || left.model() != sourceModel() || right.model() != sourceModel()) {
-    return StandsBefore(left, right);
+    return IndexStandsBefore(left, right);
   }
   const bool held_level = data_->order->HoldsLevel();
   const bool is_before = data_->order->IsBefore(left, right);

@@ -8,7 +8,7 @@
 namespace TarnPlanView {
 
 /// Handle on one sorting and filtering proxy of a plan tree. The proxy to show is GetQSortFilterModel(), not the
-/// handle itself. Thread: GUI.
+/// handle itself. Groups stand before plans, each ordered by name as people do it. Thread: GUI.
 class TARNPLANVIEW_EXPORT CViewSortFilterProxyModelExport : public QSortFilterProxyModel {
   Q_OBJECT
  public:
@@ -16,11 +16,15 @@ class TARNPLANVIEW_EXPORT CViewSortFilterProxyModelExport : public QSortFilterPr
   CViewSortFilterProxyModelExport(QObject* parent, bool flag);
   ~CViewSortFilterProxyModelExport() override;
 
+  /// The rows to order, a CStandardPlanModel as a rule; not owned, null for none.
   void SetQSortFilterModel(QAbstractItemModel* model);
-  /// Owned by this handle.
+  /// The proxy; owned by this handle.
   QSortFilterProxyModel* GetQSortFilterModel();
-  /// The flags take effect at the proxy's next filter pass.
+  /// With filtering on only roots and groups are shown that a plan may go into: those of the public tree only to a user
+  /// with the right to add or edit. Takes effect at the proxy's next filter pass.
   void SetFilterEnabled(bool enabled);
+  /// Which right filtering goes by: to add (true), or to edit, which it is at first. Takes effect at the next filter
+  /// pass.
   void SetAddOrEdit(bool add);
 
  private:

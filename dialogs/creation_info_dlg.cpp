@@ -1,7 +1,6 @@
 #include "creation_info_dlg.h"
 
-#include <QAccessible>
-
+#include "MarUIControl/accessible_role.h"
 #include "TarnUIDataController/signal_transfer_manager.h"
 #include "ui_creation_info_dlg.h"
 
@@ -36,8 +35,7 @@ void CCreationInfoDlg::SetCreationInfo(const QString& creator, const QString& cr
   setAccessibleDescription(
       QStringLiteral("%1: %2, %3: %4")
           .arg(ui_->creator_tip_widget->text(), creator, ui_->creation_time_tip_widget->text(), creationTime));
-  QAccessibleEvent alert(this, QAccessible::Alert);
-  QAccessible::updateAccessibility(&alert);
+  MarUIControl::AnnounceAlert(this);
 }
 
 }  // namespace TarnPlanView

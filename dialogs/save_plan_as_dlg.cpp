@@ -1,15 +1,14 @@
 #include "save_plan_as_dlg.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QPointer>
-#include <QRegExpValidator>
 #include <QTimerEvent>
 #include <QToolTip>
 #include <optional>
 
+#include "MarUIControl/accessible_role.h"
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/nomal_message_manager.h"
@@ -19,6 +18,7 @@
 #include "plan_node_ref.h"
 #include "plan_rules/names.h"
 #include "plan_rules/plan_limits.h"
+#include "qt/pattern_validator.h"
 #include "standard_plan_model.h"
 #include "typing_hint.h"
 #include "ui_save_plan_as_dlg.h"
@@ -76,7 +76,7 @@ CSavePlanAsDlg::~CSavePlanAsDlg() = default;
 
 void CSavePlanAsDlg::setUpNameField() {
   auto* field = d_->ui.name_line_edit_;
-  field->setValidator(new QRegExpValidator(QRegExp(view_plugin_protocol::TypedNamePattern()), field));
+  field->setValidator(TarnQt::MakePatternValidator(view_plugin_protocol::TypedNamePattern(), field));
   new CTypingHint(field);
   field->setMaxLineEditLength(view_plugin_protocol::kLongestName);
   field->setPlaceholderText(namingRule());
@@ -168,8 +168,7 @@ void CSavePlanAsDlg::renewOverMidnightNote() {
   note->setVisible(needed);
   d_->ui.auto_run_duration_->setToolTip(needed ? note->text() : QString());
   if (needed) {
-    QAccessibleEvent announcement(note, QAccessible::Alert);
-    QAccessible::updateAccessibility(&announcement);
+    MarUIControl::AnnounceAlert(note);
   }
 }
 

@@ -26,15 +26,19 @@ class TARNPLANVIEW_EXPORT CSavePlanAsDlg : public QWidget {
   void GetPlanParam(view_plugin_protocol::AddPlanRequest& request);
   /// Not owned; null is ignored.
   void SetViewController(CStandardViewController* controller);
-  /// Chooses the group of the plan that plays, else a default.
+  /// Chooses the group of the plan that plays, else the root where plans may stand below it, else its first group.
   void SetCurIndexByPlayItem();
+  /// Has the groups below the root fetched, as if the user opened it.
   void ExpandDefaultIndex();
 
  Q_SIGNALS:
+  /// The user has confirmed and what was typed is in order. The dialog is hidden behind it.
   void signalSavePlanAs();
 
  public Q_SLOTS:
+  /// Chooses the first group, else the root; only once, and never over a choice of the user.
   void OnSetDefaultIndex();
+  /// As the button: checks name, group and times, says what is wrong by a message, else emits signalSavePlanAs().
   void OnClickSaveAsPlan();
 
  protected:

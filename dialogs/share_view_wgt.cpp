@@ -10,6 +10,7 @@
 #include "TarnUIDataController/message_tip_manager.h"
 #include "keep_on_screen.h"
 #include "plan_log.h"
+#include "share_keys.h"
 #include "share_view_model.h"
 #include "ui_share_view_wgt.h"
 #include "why_off.h"
@@ -39,6 +40,7 @@ CShareViewWgt::CShareViewWgt(QWidget* parent)
   model_ = new CShareViewModel(this);
   ui_->user_tree_view_->setModel(model_);
   ui_->location_view_->SetView(ui_->user_tree_view_);
+  new CShareKeys(ui_->location_view_, ui_->user_tree_view_, ui_->share_button_);
   connect(ui_->share_button_, &QPushButton::clicked, this, &CShareViewWgt::OnShareBtnClick);
   connect(ui_->location_view_, &WidgetKit::CNewSearchLine::SignalLeave, this, &CShareViewWgt::close);
 }

@@ -17,7 +17,8 @@ constexpr int kRise = 12;  // a tip stands so far below the point that it is sho
 
 CTypingHint::CTypingHint(QLineEdit* field) : QObject(field), field_(field) {
   connect(field, &QLineEdit::textEdited, this, &CTypingHint::Hide);
-  connect(field, &QLineEdit::inputRejected, this, &CTypingHint::Show);
+  // Of a paste that is cut the field tells first, and then that its text was edited.
+  connect(field, &QLineEdit::inputRejected, this, &CTypingHint::Show, Qt::QueuedConnection);
 }
 
 QString CTypingHint::Text() const {
@@ -33,14 +34,16 @@ void CTypingHint::Show() {
   const QPoint below = field_->mapToGlobal(QPoint(0, field_->height() - kRise));
   QToolTip::showText(below, QStringLiteral("<p style=\"white-space: pre\">%1</p>").arg(text), field_, QRect(),
                      kShownMs);
+  if (!described_) {
+    described_ = field_->accessibleDescription();
+  }
   field_->setAccessibleDescription(Text());
-  shown_ = true;
 }
 
 void CTypingHint::Hide() {
-  if (std::exchange(shown_, false)) {
+  if (const auto described = std::exchange(described_, std::nullopt)) {
     QToolTip::hideText();
-    field_->setAccessibleDescription(QString());
+    field_->setAccessibleDescription(*described);
   }
 }
 

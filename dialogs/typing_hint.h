@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
+#include <optional>
 
 class QLineEdit;
 
@@ -19,7 +21,7 @@ class CTypingHint : public QObject {
   void Hide();
 
   QLineEdit* const field_;
-  bool shown_ = false;
+  std::optional<QString> described_;  // the field's own description, while the hint stands in its place
 };
 
 }  // namespace TarnPlanView

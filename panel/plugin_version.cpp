@@ -6,4 +6,8 @@ QString PluginVersion() {
   return QStringLiteral(TARN_PLUGIN_VERSION);
 }
 
+int InterfaceVersion() {
+  return TARN_INTERFACE_VERSION;
+}
+
 }  // namespace TarnPlanView

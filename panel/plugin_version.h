@@ -6,7 +6,11 @@
 
 namespace TarnPlanView {
 
-/// Of the library that is loaded. Thread: any.
+/// Version of the library that is loaded, "1.0.0". Thread: any.
 TARNPLANVIEW_EXPORT QString PluginVersion();
+
+/// Number of the binary interface, which the name of the library's file ends in: a program that was built against one
+/// number runs with every library of that number that is not older. Thread: any.
+TARNPLANVIEW_EXPORT int InterfaceVersion();
 
 }  // namespace TarnPlanView

@@ -129,13 +129,13 @@ void CViewExternWidget::ShowInTree(const QString& plan_code) {
     Q_EMIT SignalMessageTipNeeded(TextOf(Refusal::Loading), CNomalMessage::Hint);
     return;
   }
-  if (d_->CurrentPage() == PanelPage::Search) {
-    d_->sought_hit = plan_code;
-    d_->sought_in = d_->ui.view_location_line_edit->text();
-  } else {
+  if (d_->CurrentPage() != PanelPage::Search) {
     d_->endSearch();
   }
-  d_->revealer->Reveal(plan_code);
+  const auto end_search = [d = d_.get(), text = d_->ui.view_location_line_edit->text()](const QModelIndex&) {
+    d->endSearchFor(text);
+  };
+  d_->revealer->Reveal(plan_code, false, end_search);
 }
 
 CPlanViewTree* CViewExternWidget::GetPlanViewTree() const {

@@ -38,9 +38,12 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   explicit CViewExternWidget(QWidget* parent);
   ~CViewExternWidget() override;
 
+  /// The rows to show; null, and the model that is set, change nothing. A panel that gets its model after the load does
+  /// not wait.
   void SetModel(CStandardPlanModel* model);
+  /// Null for none, or when it has gone.
   CStandardPlanModel* GetPlanModel() const;
-  /// Drops an earlier controller and listens to this one.
+  /// Drops an earlier controller and listens to this one; null for none. Rows that wait for an answer wait no longer.
   void SetStandardViewControl(CStandardViewController* controller);
 
   /// This plan plays: it is marked in the trees of the model's monitor and becomes current here. An empty code takes
@@ -54,14 +57,20 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   /// Ends a search and makes the plan's row current and seen, with the focus in the tree; what is not loaded on the way
   /// is loaded first. A plan of another family is left to SignalShowInOtherTree(); one that is not there is said.
   void ShowInTree(const QString& plan_code);
+  /// The tree; owned by the panel.
   CPlanViewTree* GetPlanViewTree() const;
 
-  /// Answered by the controller's SignalPlayPlanView(). With a monitor set, SignalPlayPlanToMonitor() goes out first.
+  /// Fetches the plan of a row to be played, as a double click does: answered by the controller's SignalPlayPlanView().
+  /// With a monitor set, SignalPlayPlanToMonitor() goes out first. Nothing without a controller, or for no plan.
   void PlayPlanByIndex(const QModelIndex& index);
+  /// The same by the plan's code, whether its row is loaded or not. `automatic` is for those who record plays: the
+  /// panel does not look at it.
   void PlayPlanByString(const QString& index_code, const bool& automatic);
+  /// The same, for a plan of the list of those played lately.
   void PlayPlanFromHistory(const std::string& index_code);
   /// The plan slides out in the editor, as by the edit button, once the controller has fetched it.
   void EditPlanByIndex(const QModelIndex& index);
+  /// Deletes the plan of a row without a question and without an offer to undo it; the answer is the controller's.
   void DelPlanByIndex(const QModelIndex& index);
 
   /// Fills name, times, family and target group from the save-as dialog.
@@ -70,6 +79,7 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void GetSaveAsPlanInfo(view_plugin_protocol::UpdatePlanRequest& request);
   /// Code (role 661) of the current row; empty for none.
   QString GetCurrentSelectedViewID() const;
+  /// What is known of the current row; nothing changes in `info` when there is none.
   void GetCurrentSelectedViewInfo(view_plugin_protocol::TarnPlanViewInfo& info) const;
 
   /// The row that a command is about now: the tree's current one, or the marked hit of a search, which names its group
@@ -78,6 +88,7 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   /// Why no plan or group can be made in this row's group, for the user; empty when it can. The panel's own buttons go
   /// by the same rules.
   QString WhyNoNewPlan(const view_plugin_protocol::TarnPlanViewInfo& row) const;
+  /// The same for a group, which cannot be nested deeper than six levels, the root counted.
   QString WhyNoNewGroup(const view_plugin_protocol::TarnPlanViewInfo& row) const;
   /// Opens the plan editor for a new plan in this group.
   void AddPlanTo(const QString& group_code);
@@ -90,23 +101,30 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void MovePlan(const view_plugin_protocol::TarnPlanViewInfo& plan);
   /// The host's own entries of the row menu, behind the panel's; hits of a search have them, too. Not owned.
   void SetViewMoreActions(QList<QAction*>& actions);
+  /// The tree's row menu; owned by the tree.
   tarn_ui_data_controller::CPopupMenu* GetViewMoreMenu() const;
+  /// The search field; owned by the panel.
   QWidget* GetLocateViewWidget() const;
   /// What the user has last searched for, latest first and ten at most: the search field offers it when it is empty.
   /// Another user begins with none.
   QStringList GetLastSearches() const;
+  /// What a host has kept of that; more than ten are cut off.
   void SetLastSearches(const QStringList& texts);
   /// Which cameras the plan editor offers.
   void SetLogicNodeParam(const ResourceTreeKit::LogicNodeParam& param);
-  /// Names the monitor that plans of this panel play on.
+  /// Names the monitor that plans of this panel play on: "0" to "3", as the model's. Without it
+  /// SignalPlayPlanToMonitor() does not come.
   void SetMonitorId(QString monitor_id);
   /// The widget that shows them; the plan editor slides out over it. Not owned.
   void SetMonitorPointer(QWidget* monitor);
+  /// What the panel is called in a row of tabs, by its family; in the user's language.
   QString GetTabName() const;
-  /// The commands of the bar, for a menu of the host: text, icon, keys to show, and whether they are on, as they are
-  /// now. They belong to `parent`; their keys are the panel's and do nothing of their own in a menu.
+  /// The commands of the bar and what else is done with the current row, for a menu of the host: text, icon, keys to
+  /// show, and whether they are on, as they are now. They belong to `parent`; their keys are the panel's and do nothing
+  /// of their own in a menu.
   QList<QAction*> NewBarEntries(QObject* parent);
 
+  /// Whether this panel has a plan in its editor.
   bool IsEditorOpen() const;
   /// Whether a panel, this or another one, has the plan in its editor: until that is closed nothing else may change it.
   static bool IsPlanEdited(const QString& plan_code);
@@ -129,13 +147,19 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void SignalPlayPlanToMonitor(QVariant plan);
   /// The playing plan is about to be deleted.
   void SignalStopPlan();
+  /// A controller of this client has added, changed, deleted or restored a plan, or deleted or restored a group; the
+  /// trees show it. Not for changes made elsewhere.
   void SignalPlanStateChanged();
   /// The save-as dialog was confirmed: time to fill a request and to send it.
   void SignalSavePlanAs();
+  /// A text that the user must be shown, in the user's language; `state` is an AlertState of CNomalMessage. All that
+  /// the panel, its pop-ups and its controller have to say comes here; only the dialogs' refusals show themselves.
   void SignalMessageTipNeeded(const QString& text, int state);
   /// The plans of this group shall play one after the other, each for so many seconds.
   void SignalPlanGroupCycle(const QString& group_index_code, int seconds_per_plan);
+  /// What the menu's creation information asked for has come: name and "yyyy-MM-dd HH:mm:ss". The panel shows it.
   void signalSucceedToGetCreationInfo(const QString& creator, const QString& creation_time);
+  /// The search has ended with these hits, none among them. The panel shows them.
   void signalGetSearchedResult(const std::list<view_plugin_protocol::SearchedPlan>& plans);
   /// What MayLeave() found unsaved is safe now. Behind all others, whose numbers hosts may go by.
   void SignalMayLeave();
@@ -149,9 +173,13 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void SignalRowMenuAboutToShow();
   /// What the success was that SignalMessageTipNeeded() has just reported, for a host that has not shown it yet.
   void SignalSaidInMoreWords(const QString& text);
+  /// The deletion of a plan was undone: it stands in its tree again.
+  void SignalPlanRestored(const QString& plan_code);
 
  public Q_SLOTS:
+  /// Searches for the text of the search field at once, as Return there does. Nothing for an empty one.
   void OnFuzzySearchPlan();
+  /// As PlayPlanByString(). `window` is for hosts: a plan fills the monitor, whatever window it was asked for in.
   void OnPlayPlanByString(const QString& index_code, int window);
   /// Opens the save-as dialog at a point of the screen.
   void OnPopupSavePlanAsDlg(const QPoint& position);

@@ -2,6 +2,7 @@
 
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
+#include "TarnUIDataController/popup_menu.h"
 #include "creation_info_dlg.h"
 #include "current_row_keeper.h"
 #include "deletion_texts.h"
@@ -131,8 +132,12 @@ void CViewExternWidget::Private::onRestored(const DeletedRow& row) {
   if (model) {  // rows that come in once more know of no plan that plays
     CViewModelDataManager::Instance().SetPlanPlayStateByIndexCode(MonitorId(), model->GetPlayingIndexCode(), true);
   }
+  const QPointer<CViewExternWidget> alive(q);
   Q_EMIT q->SignalMessageTipNeeded(FillPlaces(CViewExternWidget::tr("\"%1\" is back."), {row.name}),
                                    CNomalMessage::Success);
+  if (alive && !row.is_group) {
+    Q_EMIT q->SignalPlanRestored(row.code);
+  }
 }
 
 // A search that was begun meanwhile goes on.
@@ -231,8 +236,7 @@ void CViewExternWidget::AddGroupTo(const QString& group_code) {
   if (group.isValid()) {
     d_->askForNewIn(group);
   } else {
-    d_->new_group_in = group_code;
-    d_->revealer->Reveal(group_code, true);
+    d_->revealer->Reveal(group_code, true, [d = d_.get()](const QModelIndex& row) { d->askForNewIn(row); });
   }
 }
 
@@ -333,6 +337,15 @@ void CViewExternWidget::onEditBtnClicked() {
     d_->run(PlanCommand::Edit, PanelPage::Search, d_->search->Marked().data(PlanIndexCodeRole).toString());
   } else {
     d_->editRow(d_->Current());
+  }
+}
+
+void CViewExternWidget::Private::editMarkedHit() {
+  const QString code = search->Marked().data(PlanIndexCodeRole).toString();
+  if (CurrentPage() == PanelPage::Search && !code.isEmpty()) {
+    onHitCommand(tarn_ui_data_controller::Edit, code);
+  } else if (CurrentPage() == PanelPage::Tree && ui.view_location_line_edit->HitCount() > 0) {
+    run(PlanCommand::Edit, PanelPage::Tree);
   }
 }
 
@@ -445,7 +458,30 @@ QList<QAction*> CViewExternWidget::NewBarEntries(QObject* parent) {
     connect(entry, &QAction::triggered, this, [this, command] { d_->actions->Of(command)->trigger(); });
     entries << entry;
   }
-  return entries;
+  return entries << d_->newRowEntry(tarn_ui_data_controller::Share, parent)
+                 << d_->newRowEntry(tarn_ui_data_controller::GroupCycle, parent);
+}
+
+// In the words of the row's own menu.
+QAction* CViewExternWidget::Private::newRowEntry(tarn_ui_data_controller::MsgType type, QObject* parent) {
+  const PlanCommand command = *CommandOf(type);
+  const CommandState state = States()[command];
+  const QAction* in_menu = ui.plan_view_tree->GetViewMoreMenu()->MenuItem(type);
+  auto* entry = new QAction(parent);
+  entry->setVisible(in_menu && state.shown);
+  entry->setEnabled(state.enabled);
+  if (in_menu) {
+    entry->setText(in_menu->text());
+  }
+  if (!state.enabled) {
+    entry->setToolTip(TextOf(state.reason));
+  }
+  QString code = CodeOfRow(Current());
+  if (CurrentPage() == PanelPage::Search) {
+    code = search->Marked().data(PlanIndexCodeRole).toString();
+  }
+  connect(entry, &QAction::triggered, q, [this, command, code] { run(command, CurrentPage(), code); });
+  return entry;
 }
 
 void CViewExternWidget::Private::closePopups() {

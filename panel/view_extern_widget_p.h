@@ -62,8 +62,8 @@ class CViewExternWidget::Private {
   bool offerLastSearches();
   /// The same with the field emptied and the focus in the tree, at the row where the user was.
   void endSearch();
-  /// Once the row of this plan has been brought into sight, if it was asked for among the hits that are on show.
-  void endSearchFor(const QString& code);
+  /// If the hits on show are those for this text.
+  void endSearchFor(const QString& text);
   void showInTree(const QString& code, int family);
   /// Later and once, however many rows come and go meanwhile.
   void scheduleRenewal();
@@ -104,7 +104,10 @@ class CViewExternWidget::Private {
   void offerForHit(tarn_ui_data_controller::CPopupMenu* menu);
   /// Why nothing new can be made at this row of the tree, or hit.
   Refusal WhyNothingNewAt(const view_plugin_protocol::TarnPlanViewInfo& row, PlanCommand command) const;
+  QAction* newRowEntry(tarn_ui_data_controller::MsgType type, QObject* parent);
   void onHitCommand(tarn_ui_data_controller::MsgType type, const QString& code);
+  /// For a key in the search field: the hit that is marked there, or is current in the tree.
+  void editMarkedHit();
 
   // Undo.
   Undoable Deletion(const DeletedRow& row);
@@ -159,8 +162,6 @@ class CViewExternWidget::Private {
   QPointer<CPlanPreview> preview;
   QTimer renewal;
   QString monitor_id;
-  QString sought_hit, sought_in;  // code of the plan that is being shown in the tree, and the search it is a hit of
-  QString new_group_in;           // code of the group that is being brought into sight for it
   bool stopped = false;
 };
 

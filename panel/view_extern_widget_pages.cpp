@@ -1,5 +1,4 @@
 #include <QApplication>
-#include <utility>
 
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
@@ -122,9 +121,8 @@ void CViewExternWidget::Private::endSearch() {
   }
 }
 
-void CViewExternWidget::Private::endSearchFor(const QString& code) {
-  const bool is_sought = !code.isEmpty() && code == std::exchange(sought_hit, QString());
-  if (is_sought && CurrentPage() == PanelPage::Search && ui.view_location_line_edit->text() == sought_in) {
+void CViewExternWidget::Private::endSearchFor(const QString& text) {
+  if (CurrentPage() == PanelPage::Search && ui.view_location_line_edit->text() == text) {
     endSearch();
   }
 }

@@ -1,10 +1,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QMetaMethod>
-#include <QRegExpValidator>
 #include <QShortcut>
 #include <QStyle>
-#include <utility>
 
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
@@ -22,6 +20,7 @@
 #include "plan_revealer.h"
 #include "plan_rules/names.h"
 #include "plan_rules/rights.h"
+#include "qt/pattern_validator.h"
 #include "row_deletion.h"
 #include "search_page.h"
 #include "search_plan_list_view.h"
@@ -75,7 +74,7 @@ void CViewExternWidget::Private::initUi() {
 void CViewExternWidget::Private::setUpField() {
   const auto& switches = CViewConfigManager::Instance();
   auto* field = ui.view_location_line_edit;
-  field->setValidator(new QRegExpValidator(QRegExp(view_plugin_protocol::TypedNamePattern()), field));
+  field->setValidator(TarnQt::MakePatternValidator(view_plugin_protocol::TypedNamePattern(), field));
   new CTypingHint(field);
   field->setPlaceholderText(CViewExternWidget::tr("Search plans"));
   field->setAccessibleName(CViewExternWidget::tr("Search plans"));
@@ -108,12 +107,6 @@ void CViewExternWidget::Private::connectSignalAndSlot() {
   connectSearch();
   connectManager();
   connect(mover, &CPlanMover::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
-  connect(revealer, &CPlanRevealer::SignalShown, q, [this](const QString& code) {
-    endSearchFor(code);
-    if (code == std::exchange(new_group_in, QString())) {
-      askForNewIn(ui.plan_view_tree->RowOf(code, true));
-    }
-  });
   connect(revealer, &CPlanRevealer::SignalInOtherTree, q, &CViewExternWidget::SignalShowInOtherTree);
   connect(revealer, &CPlanRevealer::SignalMessageTipNeeded, q, &CViewExternWidget::SignalMessageTipNeeded);
   mover->SetIsEdited(&CEditorPlace::IsEditedAnywhere);
@@ -177,6 +170,9 @@ void CViewExternWidget::Private::connectUndo() {
   });
   connect(mover, &CPlanMover::SignalNotRenamed, naming, &CGroupNaming::KeepPlanName);
   connect(editor, &CEditorPlace::SignalChanged, undo, &CUndoOffer::RenewAction);
+  connect(undo, &CUndoOffer::SignalNothing, q, [this] {
+    Q_EMIT q->SignalMessageTipNeeded(CViewExternWidget::tr("There is nothing to undo here."), CNomalMessage::Hint);
+  });
 }
 
 void CViewExternWidget::Private::connectSearch() {
@@ -193,6 +189,9 @@ void CViewExternWidget::Private::connectSearch() {
   connect(field, &WidgetKit::CNewSearchLine::SignalSearch, q, [this] { offerLastSearches(); });
   connect(field, &WidgetKit::CNewSearchLine::SignalToHits, q, [this] { goToHits(); });
   connect(field, &WidgetKit::CNewSearchLine::SignalLeave, q, [this] { endSearch(); });
+  auto* edit = new QShortcut(CPanelActions::KeysOf(PlanCommand::Edit), field);
+  edit->setContext(Qt::WidgetShortcut);
+  connect(edit, &QShortcut::activated, q, [this] { editMarkedHit(); });
   connect(field, &QLineEdit::textChanged, q, [this](const QString& text) {
     if (text.trimmed().isEmpty()) {
       leaveSearch();

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""bench_runs.py PROGRAM --runs N [--json FILE] [--document FILE] [--only CHAPTER]: runs the benchmarks N times, gives
-median, worst and spread of each figure, and exits 1 when the worst run of one falls short of its bar. The document's
-table between its two marks is written from what was measured."""
+"""bench_runs.py PROGRAM --runs N [--json FILE] [--document FILE] [--only CHAPTER] [--without CHAPTER]: runs the benchmarks N times, gives
+median, worst and spread of each figure, and exits 1 when the worst run of one falls short of its bar. The rows of what
+was measured are renewed in the document's table between its two marks; the others stay as they are."""
 import argparse
 import json
 import pathlib
@@ -14,14 +14,21 @@ FALLS_SHORT = 1
 BEGIN, END = "<!-- measured -->\n", "<!-- end of measured -->\n"
 
 
-def measure(program, only):
+def measure(program, chapters):
     with tempfile.TemporaryDirectory() as folder:
         path = pathlib.Path(folder, "figures.json")
-        command = [program, "--json", str(path)] + (["--only", only] if only else [])
+        command = [program, "--json", str(path)] + chapters
         code = subprocess.run(command, check=False).returncode
         if code not in (0, FALLS_SHORT) or not path.exists():
             sys.exit(f"bench: a run ended with {code}")
         return json.loads(path.read_text(encoding="utf-8"))["figures"]
+
+
+def room_of(worst, bar, at_most):
+    """The part of the limit that is left; negative when it falls short. A limit of nothing leaves no room."""
+    if bar == 0:
+        return 0 if worst == 0 else -1
+    return 1 - worst / bar if at_most else 1 - bar / worst
 
 
 def summary(figures):
@@ -31,7 +38,7 @@ def summary(figures):
     at_most = first["sense"] == "at most"
     best, worst = (values[0], values[-1]) if at_most else (values[-1], values[0])
     bar = first["bar"]
-    room = 1 - worst / bar if at_most else 1 - bar / worst
+    room = room_of(worst, bar, at_most)
     median = statistics.median(values)
     spread = (values[-1] - values[0]) / median if median else 0
     return {"name": first["name"], "sense": first["sense"], "bar": bar, "median": median, "best": best,
@@ -57,11 +64,12 @@ def cells(figure):
 def write_table(path, figures, runs):
     text = path.read_text(encoding="utf-8")
     before, rest = text.split(BEGIN)
-    after = rest.split(END)[1]
-    lines = [f"| Name | Limit | Median of {runs} | Worst of {runs} | Spread | Room |", "|---|---|---|---|---|---|"]
+    table, after = rest.split(END)
+    rows = {line.split("`")[1]: line for line in table.splitlines() if line.startswith("| `")}
     for figure in figures:
         name, *others = cells(figure)
-        lines.append("| " + " | ".join([f"`{name}`", *others]) + " |")
+        rows[name] = "| " + " | ".join([f"`{name}`", str(runs), *others]) + " |"
+    lines = ["| Name | Runs | Limit | Median | Worst | Spread | Room |", "|---|---|---|---|---|---|---|", *rows.values()]
     path.write_text(before + BEGIN + "\n" + "\n".join(lines) + "\n\n" + END + after, encoding="utf-8")
 
 
@@ -72,15 +80,17 @@ def main():
     parser.add_argument("--json", type=pathlib.Path)
     parser.add_argument("--document", type=pathlib.Path)
     parser.add_argument("--only")
+    parser.add_argument("--without", action="append", default=[])
     options = parser.parse_args()
     if options.runs < 1:
         parser.error("at least one run")
-    if options.document and options.only:
-        parser.error("the document's table holds all chapters")
+    chapters = ["--only", options.only] if options.only else []
+    for chapter in options.without:
+        chapters += ["--without", chapter]
     runs = []
     for run in range(options.runs):
         print(f"run {run + 1} of {options.runs}", flush=True)
-        runs.append(measure(options.program, options.only))
+        runs.append(measure(options.program, chapters))
     figures = summaries(runs)
     print(f"\n{'':24}{'limit':>16}{'median':>12}{'worst':>12}{'spread':>9}  room")
     for figure in figures:

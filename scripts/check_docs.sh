@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Fails when a document points at a file that does not exist, or when a test waits by the clock instead of a condition.
+# Fails when a document points at a file that does not exist, when a test waits by the clock instead of a condition, or
+# when the version of Qt is asked for outside base/qt.
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -21,6 +22,10 @@ while IFS=: read -r document path; do
 done < <(git ls-files -- '*.md' | xargs grep -oHE '`(base|config|data|service|tree|panel|dialogs|host|hostkit|client|tests|benchmarks|scripts|cmake|resources|docs)/[A-Za-z0-9_./-]+`' | tr -d '`')
 if git grep -nE 'qWait\(|qSleep\(|msleep\(|sleep_for\(|usleep\(' -- tests | grep -v UNAVOIDABLE >&2; then
   echo "docs: tests wait on conditions, not on the clock" >&2
+  bad=1
+fi
+if git grep -nE '^ *# *(if|elif).*QT_VERSION' -- ':!base/qt' >&2; then
+  echo "docs: what the two Qts spell differently stands in base/qt" >&2
   bad=1
 fi
 [ "$bad" -eq 0 ] && echo "docs: in order"

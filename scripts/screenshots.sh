@@ -8,8 +8,9 @@ folder=${2:+$(realpath -m "$2")}
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root=$PWD
 if [ -z "$client" ]; then
-  scripts/build.sh release tarn-client
-  client=$root/build/release/bin/tarn-client
+  suffix=$(scripts/qt_suffix.sh)
+  scripts/build.sh "release$suffix" tarn-client
+  client=$root/build/release$suffix/bin/tarn-client$suffix
 fi
 folder=${folder:-$root/docs/images}
 home=$(mktemp -d)

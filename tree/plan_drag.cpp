@@ -46,8 +46,7 @@ CPlanDrag::CPlanDrag(const QModelIndex& row, QAbstractItemView* view) : WidgetKi
   auto* data = new QMimeData;
   data->setData(PayloadFormat(), Payload(row));
   setMimeData(data);
-  const QPixmap sign = CViewPublicDef::GetHighDpiSvgPixmap(QString::fromLatin1(kDragPicture));
-  setPixmap(Caption(sign, row.data().toString(), view));
+  setPixmap(CViewPublicDef::GetHighDpiSvgPixmap(QString::fromLatin1(kDragPicture)));
   // The wall may take the row as a copy or as a move.
   SetCursorPicture(QString::fromLatin1(kWallCursor), Qt::CopyAction);
   ShowMoveCursor(QString::fromLatin1(kWallCursor));

@@ -31,6 +31,7 @@ class CPlanTreeItemDelegate : public QStyledItemDelegate {
   QRect MoreButtonRect(const QRect& row) const;
   /// The plans of this group play in turn; an empty code for none.
   void SetCyclingGroup(const QString& code) { cycling_group_ = code; }
+  const QString& CyclingGroup() const { return cycling_group_; }
   /// Skin or font have changed.
   void Renew();
 

@@ -106,10 +106,22 @@ void CPlanViewTree::SetShowRightHoverDelgete() {
 }
 
 void CPlanViewTree::SetCyclingGroup(const QString& code) {
-  if (d_->delegate) {
-    d_->delegate->SetCyclingGroup(code);
-    viewport()->update();
+  if (!d_->delegate) {
+    return;
   }
+  const auto describe = [this](const QString& group, const QVariant& text) {
+    const QModelIndex row = RowOf(group, true);
+    if (row.isValid() && row.data(Qt::AccessibleDescriptionRole) != text) {
+      model()->setData(row, text, Qt::AccessibleDescriptionRole);
+    }
+  };
+  if (d_->delegate->CyclingGroup() != code) {
+    describe(d_->delegate->CyclingGroup(), QVariant());
+  }
+  d_->delegate->SetCyclingGroup(code);
+  // Each time: a row that was loaded again says nothing of it.
+  describe(code, CPlanTreeItemDelegate::tr("The plans of this group play in turn"));
+  viewport()->update();
 }
 
 QModelIndex CPlanViewTree::RowOf(const QString& code, bool is_group) const {

@@ -40,21 +40,24 @@ class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
 
   /// The row of the group or plan with this code; invalid when it is not loaded.
   QModelIndex RowOf(const QString& code, bool is_group) const;
+  /// The level that moves go by; NoLevel for an invalid row.
   EItemLevel GetItemLevel(const QModelIndex& index) const;
   /// Whether both rows belong to the same kind of group. A row without a level counts with family 0.
   bool IsGroupPropertySame(const QModelIndex& a, const QModelIndex& b) const;
 
+  /// Hides a command from the menu for good, and from keys and hits, or shows it again.
   void SetMenuItemVisible(tarn_ui_data_controller::MsgType type, bool visible);
   /// By that call, a MsgType each; an entry that only does not suit a row is not meant.
   const QSet<int>& HiddenMenuItems() const;
   /// The host's own actions below the tree's commands; not owned.
   void SetViewMoreActions(QList<QAction*>& actions);
+  /// The row menu; owned by the tree. Its entries are enabled when it opens for a row.
   tarn_ui_data_controller::CPopupMenu* GetViewMoreMenu() const;
 
   /// The row of this group carries a sign that its plans play in turn; an empty code for none.
   void SetCyclingGroup(const QString& code);
 
-  /// Without it a drop inside the tree is refused with a message.
+  /// Whether the user may move plans; at first not. Without it a drop inside the tree is refused with a message.
   void SetMovePermission(bool permitted);
 
   /// Rows with this code (role 666) expand when they come in; for the roots that a panel shows open.
@@ -67,15 +70,18 @@ class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
   void SetOpenGroups(const OpenGroups& groups);
 
  Q_SIGNALS:
+  /// Another row is current; either may be invalid.
   void SignalCurrentIndexChanged(const QModelIndex& current, const QModelIndex& previous);
   /// A command of the menu or of a key; `data` is the code, as QString, of the row that the menu was opened for. That
   /// row is the current one, unless it has vanished meanwhile.
   void SignalMenuClicked(tarn_ui_data_controller::MsgType type, QVariant data);
+  /// A text for the user; `state` is an AlertState of CNomalMessage.
   void SignalMessageTipNeeded(const QString& text, int state);
   /// Own rows were dropped: where the drag began, where it ended, and the row it ended on (all in the viewport).
   void SignalMoveRow(const QPoint& start, const QPoint& end, const QRect& targetRect);
   /// The mouse has come to another row, or to another part of it; an invalid index when it has left the rows.
   void SignalPlanViewMouseMove(const QModelIndex& index, MarUIControl::CItemDataRole role);
+  /// What is shown of the row under the mouse has to go; where the mouse is on the screen.
   void SignalHideThumbnail(QPoint position);
   /// The user wants this plan row to play: double click, Return or Enter.
   void SignalPlayRequested(const QModelIndex& index);
@@ -86,7 +92,10 @@ class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
   /// The children of a row are there, or could not be had. An index of the own proxy is used, one of its source is
   /// mapped, any other is ignored.
   void OnFinishAnsyFilterExpandedTree(const QModelIndex& index, bool expand);
+  /// The same.
   void OnFinishAnsySourceExpandedTree(const QModelIndex& index, bool expand);
+  /// Opens the menu of a row of this tree's model at a point of the screen, with the row made current. Nothing for rows
+  /// without commands, as the placeholder.
   void OnRightMoreBtnClicked(const QModelIndex& index, const QPoint& global_position);
 
  protected:

@@ -9,6 +9,7 @@
 #include "MarUIControl/nomal_message.h"
 #include "moved_rows.h"
 #include "plan_item_role.h"
+#include "qt/event_places.h"
 #include "view_public_def.h"
 
 namespace TarnPlanView {
@@ -137,9 +138,10 @@ void CPlanViewTree::dragMoveEvent(QDragMoveEvent* event) {
     d_->RefuseMove(event);
     return;
   }
-  const QModelIndex target = indexAt(event->pos());
+  const QPoint place = TarnQt::PlaceOf(*event);
+  const QModelIndex target = indexAt(place);
   d_->HoverWhileDragging(target);
-  const int y = event->pos().y();
+  const int y = place.y();
   if (y < kEdgeHeight || y > viewport()->height() - kEdgeHeight) {
     startAutoScroll();
   }
@@ -171,7 +173,8 @@ void CPlanViewTree::dropEvent(QDropEvent* event) {
   }
   event->acceptProposedAction();
   if (d_->move_permitted) {
-    Q_EMIT SignalMoveRow(d_->DragStart(), event->pos(), visualRect(indexAt(event->pos())));
+    const QPoint place = TarnQt::PlaceOf(*event);
+    Q_EMIT SignalMoveRow(d_->DragStart(), place, visualRect(indexAt(place)));
   } else {
     Q_EMIT SignalMessageTipNeeded(tr("TheUserHasNoPermission"), CNomalMessage::Success);
   }
@@ -190,6 +193,7 @@ void CPlanViewTree::Private::ExpandUnderDrag() {
   if (drag_over.isValid() && !q->isExpanded(drag_over) && !q->model()->canFetchMore(drag_over) &&
       q->model()->rowCount(drag_over) > 0) {
     q->expand(drag_over);
+    ShowIndicator(Judge(drag_over), drag_over, q->viewport()->mapFromGlobal(QCursor::pos()).y());
   }
 }
 

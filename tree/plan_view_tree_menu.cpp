@@ -72,6 +72,7 @@ void CPlanViewTree::Private::ShowMenu(const QModelIndex& index, const QPoint& gl
   }
   OfferEntries(menu_row);
   menu->SetMenuData(menu_code);
+  menu->setAccessibleName(menu_row.data().toString());
   HideThumbnail();
   Q_EMIT q->SignalMenuAboutToShow(menu_row);
   if (menu_row.isValid()) {

@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
+#include "plan_rules/time_span.h"
 
 namespace view_plugin_protocol {
 
@@ -27,7 +28,13 @@ QString TimedText(const PlanSign& sign) {
     return Texts::tr("automatic");
   }
   const QString times = Texts::tr("automatic %1-%2").arg(sign.begin, sign.end);
-  return sign.begin > sign.end ? Texts::tr("%1, over midnight: never starts").arg(times) : times;
+  if (HasSpan(sign.begin, sign.end)) {
+    return times;
+  }
+  if (sign.begin == sign.end) {
+    return Texts::tr("%1: never starts").arg(times);
+  }
+  return Texts::tr("%1, over midnight: never starts").arg(times);
 }
 
 }  // namespace

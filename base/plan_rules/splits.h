@@ -29,6 +29,17 @@ inline bool IsKnownSplit(int split_type) {
   return split_type == MarUIControl::struSplitTypeData::Split1 || SideOfSplit(split_type) > 1;
 }
 
+/// The least split that has room for so many windows, else the largest.
+inline int SplitFor(int windows) {
+  using Splits = MarUIControl::struSplitTypeData;
+  for (const int split : {Splits::Split1, Splits::Split4, Splits::Split9}) {
+    if (windows <= WindowsOfSplit(split)) {
+      return split;
+    }
+  }
+  return Splits::Split16;
+}
+
 /// The most windows that a page can have.
 constexpr int kMostWindowsOfPage = 16;
 

@@ -1,6 +1,7 @@
 #include "app/client_session.h"
 
 #include <TarnPlanView/auto_plan_helper.h>
+#include <TarnPlanView/plan_clock.h>
 #include <TarnPlanView/plugin_shutdown.h>
 #include <TarnPlanView/view_model_data_manager_export.h>
 
@@ -10,6 +11,8 @@
 #include <QPixmap>
 #include <QThreadPool>
 #include <QTimer>
+#include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <utility>
 
@@ -17,6 +20,7 @@
 #include "LyraPluginManager/ptz_business_interface_mgr.h"
 #include "LyraPluginManager/resource_business_interface_mgr.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
+#include "MarUIControl/moment_text.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnHost/log_sink.h"
 #include "TarnHost/plan_site.h"
@@ -29,21 +33,42 @@
 #include "app/grab_windows.h"
 #include "app/scenes.h"
 #include "app/state_report.h"
+#include "log_in/last_name.h"
+#include "log_in/log_in_dialog.h"
+#include "log_in/log_in_pool.h"
+#include "log_in/way_in.h"
 #include "marlog/marlog.h"
 #include "plans/plan_player.h"
 #include "wall/live_wall.h"
 #include "window/main_window.h"
+#include "window/walls.h"
 
 namespace TarnClient {
+
+using TarnHost::LogInOutcome;
+using Copy = TarnHost::StoreCopies::Copy;
 
 namespace {
 
 constexpr int kScreenshotDelayMs = 3000;
 constexpr int kPoolEndMs = 500;  // for tasks whose calls have failed by then
 constexpr int kCannotFollow = 2;
+constexpr std::chrono::milliseconds kPatienceWithCopy{2000};  // with a server, where there is something else to show
+constexpr char kPasswordNeeded[] = "a password is needed: name a --user, and give it by --password-fd or TARN_PASSWORD";
 
 void Complain(const QString& line) {
   std::fprintf(stderr, "tarn-client: %s\n", qUtf8Printable(line));
+}
+
+QStringList UserNames(TarnHost::CPlanStore& store) {
+  view_plugin_protocol::UserResponseInfo response;
+  QStringList names;
+  if (store.GetAllUserInfo({}, response)) {
+    for (const view_plugin_protocol::UserInfo& user : response.users) {
+      names << MarUIControl::StringToQString(user.name);
+    }
+  }
+  return names;
 }
 
 void ReleaseHostSingletons() {
@@ -98,8 +123,13 @@ bool CClientSession::EndStore() {
     return true;
   }
   TarnHost::InstallHostServices(nullptr);
-  if (!store_->Close() || !QThreadPool::globalInstance()->waitForDone(kPoolEndMs)) {
+  if (!store_->Close()) {
     return false;
+  }
+  for (QThreadPool* pool : {QThreadPool::globalInstance(), &LogInPool()}) {
+    if (!pool->waitForDone(kPoolEndMs)) {
+      return false;
+    }
   }
   TarnPlanView::ReleasePlugin();
   store_.reset();
@@ -111,8 +141,8 @@ bool CClientSession::Start(QString* error) {
   if (!log_trouble.isEmpty()) {
     TarnHost::LogSink::Close();  // its lines would go to stderr, where a refusal stands alone
   }
-  if (!OpenStore(error) || !LogIn(error)) {
-    if (!log_trouble.isEmpty()) {
+  if (!FindAccount(error) || !OpenStore(error) || !LogIn(error)) {
+    if (!log_trouble.isEmpty() && !error->isEmpty()) {
       *error += QStringLiteral("; ") + log_trouble;
     }
     return false;
@@ -145,20 +175,148 @@ QString CClientSession::OpenLog() {
   return QString();
 }
 
+// An address of a server that names no user, where the server does not take the machine's own: it asks who it is.
+bool CClientSession::FindAccount(QString* error) {
+  OpenSettings();
+  store_url_ = StoreUrlOf(options_);
+  copies_ = CopiesFolderOf(options_);
+  if (options_.keeps_no_copy) {
+    TarnHost::StoreCopies::Remove(NamedCopiesFolder(options_), store_url_);
+  }
+  const bool has_copy = TarnHost::StoreCopies::HasAny(copies_, store_url_);
+  const bool names_account = store_url_.contains('@');
+  if (names_account && !has_copy) {
+    return true;
+  }
+  const auto patience = has_copy ? kPatienceWithCopy : TarnHost::CPlanStore::kServerPatience;
+  const LogInOutcome server = TarnHost::CPlanStore::AskServer(store_url_, {}, patience).outcome;
+  if (has_copy && server == LogInOutcome::kUnavailable) {
+    return ChooseCopy(error);
+  }
+  if (names_account || server != LogInOutcome::kWrongPassword) {
+    return true;
+  }
+  const bool is_given = !options_.user.isEmpty() && options_.password;
+  if (!is_given && IsUnattended()) {
+    *error = QString::fromLatin1(kPasswordNeeded);
+    return false;
+  }
+  if (!is_given && !AskForAccount()) {
+    return false;
+  }
+  options_.log_in = options_.log_in && is_given;  // once is enough
+  account_ = {options_.user, *options_.password};
+  return true;
+}
+
+// One that cannot be used is as good as none: then opening the store says why there is nothing to show.
+bool CClientSession::ChooseCopy(QString* error) {
+  const std::vector<Copy> copies = TarnHost::StoreCopies::Of(copies_, store_url_, &copy_trouble_);
+  const auto named =
+      std::find_if(copies.begin(), copies.end(), [this](const Copy& copy) { return copy.user == options_.user; });
+  const bool is_user_named = !options_.user.isEmpty();
+  if (copies.empty() || (is_user_named && named == copies.end())) {
+    return true;
+  }
+  const Copy& likely = is_user_named ? *named : copies.front();
+  StartSituation start;
+  start.is_forced = options_.log_in;
+  start.is_user_named = is_user_named;
+  start.has_password = likely.has_password;
+  start.is_password_given = options_.password.has_value();
+  start.is_store_asking = copies.size() > 1;
+  start.is_unattended = IsUnattended();
+  switch (WayOf(start)) {
+    case WayIn::Straight:
+      copy_of_ = options_.user = likely.user;
+      return true;
+    case WayIn::Ask:
+      return AskAtCopy(copies);
+    case WayIn::Refuse:
+      *error = QString::fromLatin1(kPasswordNeeded);
+      break;
+  }
+  return false;
+}
+
+bool CClientSession::AskAtCopy(const std::vector<Copy>& copies) {
+  LoadLanguage();
+  LoadSkin();
+  CLogInDialog::Setup setup = UsualQuestion();
+  QDateTime at = copies.front().at;
+  for (const Copy& copy : copies) {
+    if (copy.user == setup.user) {
+      at = copy.at;
+    }
+    if (!copy.has_password) {
+      setup.without_password.append(copy.user);
+    }
+  }
+  setup.note = tr("Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this"
+                  " machine.")
+                   .arg(MarUIControl::MomentText(at, TarnPlanView::CPlanClock::Now()));
+  setup.log_in = [folder = copies_, url = store_url_](const TarnHost::LogInRequest& request,
+                                                      const TarnHost::LogInSteps&) {
+    return TarnHost::StoreCopies::Check(folder, url, request);
+  };
+  if (!Ask(std::move(setup))) {
+    return false;
+  }
+  options_.log_in = false;
+  copy_of_ = user_;
+  return true;
+}
+
+bool CClientSession::AskForAccount() {
+  LoadLanguage();
+  LoadSkin();
+  CLogInDialog::Setup setup = UsualQuestion();
+  setup.log_in = [url = store_url_](const TarnHost::LogInRequest& request, const TarnHost::LogInSteps&) {
+    return TarnHost::CPlanStore::AskServer(url, request);
+  };
+  return Ask(std::move(setup));
+}
+
 bool CClientSession::OpenStore(QString* error) {
   TarnHost::PlanStoreOptions store;
-  store.url = StoreUrlOf(options_);
+  store.url = store_url_;
+  store.account = account_;
+  store.copies = copies_;
+  store.shows_of = copy_of_;
   store.download_delay = std::chrono::milliseconds(options_.download_delay_ms);
   store.switch_overrides = options_.switches;
+  store.cameras_at = options_.cameras_at;
+  store.devices_at = options_.devices_at;
   store.first_content = options_.FillsWithDemo() ? &TarnHost::MakeDemoSite : &TarnHost::MakeEmptySite;
   store.on_trouble = [this](TarnHost::StoreTrouble trouble, const QString& line) {
+    trouble_ = {trouble, line};
+    ShowTrouble();
+  };
+  store.on_password_asked = [this] {
+    asks_for_password_ = true;
+    ShowTrouble();
+  };
+  store.on_users = [this] {
     if (window_) {
-      window_->ShowStoreTrouble(trouble, line);
+      window_->OnUsersChanged();
     }
   };
-  store_url_ = store.url;
   store_ = TarnHost::CPlanStore::Open(store, error);
+  account_ = {};
+  if (!store_ && !copy_trouble_.isEmpty()) {
+    *error += ' ' + copy_trouble_;
+  }
   return store_ != nullptr;
+}
+
+void CClientSession::ShowTrouble() {
+  if (!window_) {
+    return;
+  }
+  window_->ShowStoreTrouble(trouble_.first, trouble_.second, store_->CopyMoment());
+  if (std::exchange(asks_for_password_, false)) {
+    window_->AskForPassword();
+  }
 }
 
 bool CClientSession::LogIn(QString* error) {
@@ -167,18 +325,108 @@ bool CClientSession::LogIn(QString* error) {
     user_ = store_->DefaultUser();
   }
   TarnHost::InstallHostServices(store_);
-  return store_->LogIn(user_, error);
+  StartSituation start;
+  start.is_forced = options_.log_in;
+  start.is_user_named = !options_.user.isEmpty();
+  start.has_password = store_->HasPassword(user_);
+  start.is_password_given = options_.password.has_value();
+  start.is_store_asking = store_->AsksForPasswords();
+  start.is_unattended = IsUnattended();
+  switch (WayOf(start)) {
+    case WayIn::Straight:
+      return LogInStraight(error);
+    case WayIn::Ask:
+      return AskWhoItIs();
+    case WayIn::Refuse:
+      *error = QString::fromLatin1(kPasswordNeeded);
+      break;
+  }
+  return false;
+}
+
+bool CClientSession::LogInStraight(QString* error) {
+  const TarnHost::LogInRequest request{user_, options_.password.value_or(TarnHost::CSecret())};
+  options_.password.reset();
+  const TarnHost::LogInAnswer answer = store_->LogIn(request);
+  *error = answer.line;
+  return answer.IsDone();
+}
+
+LogInCalls CClientSession::HowToLogIn() const {
+  const std::weak_ptr<TarnHost::CPlanStore> store = store_;
+  LogInCalls calls;
+  calls.log_in = [store](const TarnHost::LogInRequest& request, const TarnHost::LogInSteps& steps) {
+    const auto open = store.lock();
+    return open ? open->LogIn(request, steps) : TarnHost::LogInAnswer();
+  };
+  calls.check_password = [store](const TarnHost::LogInRequest& request) {
+    const auto open = store.lock();
+    return open ? open->CheckPassword(request) : TarnHost::LogInAnswer();
+  };
+  calls.has_password = [store](const QString& user) {
+    const auto open = store.lock();
+    return open && open->HasPassword(user);
+  };
+  return calls;
+}
+
+bool CClientSession::IsUnattended() const {
+  return !options_.screenshot.isEmpty() || options_.quit_after_seconds;
+}
+
+bool CClientSession::AskWhoItIs() {
+  options_.password.reset();
+  LoadLanguage();
+  LoadSkin();
+  CLogInDialog::Setup setup = UsualQuestion();
+  if (!store_->AsksForPasswords()) {
+    setup.without_password = UserNames(*store_);
+  }
+  setup.log_in = HowToLogIn().log_in;
+  const bool is_answered = Ask(std::move(setup));
+  options_.password.reset();
+  return is_answered;
+}
+
+CLogInDialog::Setup CClientSession::UsualQuestion() const {
+  LastName last(settings_path_, store_url_);
+  CLogInDialog::Setup setup;
+  setup.title = CLogInDialog::tr("Log in");
+  setup.confirm_text = setup.title;
+  setup.user = options_.user;
+  if (setup.user.isEmpty()) {
+    setup.user = last.Name();
+  }
+  setup.remembers = !last.Name().isEmpty();
+  setup.may_remember = last.CanBeKept();
+  return setup;
+}
+
+bool CClientSession::Ask(CLogInDialog::Setup setup) {
+  CLogInDialog dialog(std::move(setup), nullptr);
+  connect(&dialog, &CLogInDialog::SignalLoggedIn, this, [this](const TarnHost::LogInRequest& request) {
+    options_.user = request.user;
+    options_.password = request.password;
+  });
+  if (dialog.exec() != QDialog::Accepted) {
+    return false;
+  }
+  user_ = dialog.User();
+  LastName(settings_path_, store_url_).Keep(dialog.Remembers() ? user_ : QString());
+  return true;
+}
+
+void CClientSession::OpenSettings() {
+  if (options_.UsesSettings()) {
+    settings_path_ = options_.settings_file;
+    if (settings_path_.isEmpty()) {
+      settings_path_ = CUserSettings::UsualPath();
+    }
+  }
+  settings_ = std::make_unique<CUserSettings>(settings_path_);
 }
 
 void CClientSession::LoadSettings() {
-  QString path;
-  if (options_.UsesSettings()) {
-    path = options_.settings_file;
-    if (path.isEmpty()) {
-      path = CUserSettings::UsualPath();
-    }
-  }
-  settings_ = std::make_unique<CUserSettings>(path);
   settings_->Load(MarUIControl::StringToQString(store_->StationId()), user_);
   connect(settings_.get(), &CUserSettings::SignalSkinChosen, this,
           [this] { options_.skin.clear(); });  // what the user has said since then counts
@@ -211,19 +459,26 @@ void CClientSession::ShowWindow() {
   setup.store_url = store_url_;
   setup.station_id = MarUIControl::StringToQString(store_->StationId());
   setup.settings = settings_.get();
-  setup.log_in = [this](const QString& name, QString* error) { return store_->LogIn(name, error); };
+  setup.is_owners_desk = store_url_.startsWith(QLatin1String("postgresql:")) && !store_->KeepsRights();
+  setup.log_in = HowToLogIn();
   window_ = std::make_unique<CMainWindow>(std::move(setup));
   connect(window_.get(), &CMainWindow::SignalUserSwitched, this, &CClientSession::OnUserSwitched);
+  ShowTrouble();
+  window_->OnUsersChanged();
   window_->show();
+  window_->OpenLeftWalls();
   if (!options_.scene.isEmpty()) {
     scene_ = std::make_unique<CScene>(options_.scene, window_.get(), store_url_);
   }
 }
 
 void CClientSession::OnPlansReady() {
+  const bool is_new_user = std::exchange(is_new_user_, false);
   if (!begun_) {
     begun_ = true;
     BeginAtTheDesk();
+  } else if (is_new_user) {
+    window_->OpenFirst();
   }
   TarnPlanView::CAutoPlanHelper::Instance().StartDetectAutoRunPlan();
 }
@@ -243,6 +498,7 @@ void CClientSession::BeginAtTheDesk() {
 void CClientSession::OnUserSwitched() {
   LoadSkin();
   TarnPlanView::CAutoPlanHelper::Instance().StopDetect();
+  is_new_user_ = true;
 }
 
 // Names are looked up when the plans are there, not at the start: before that every name would be unknown.
@@ -258,7 +514,7 @@ void CClientSession::PlayNamedPlan() {
 
 void CClientSession::OnTimeIsUp() {
   const bool saved = options_.screenshot.isEmpty() || SaveScreenshot();
-  std::fprintf(stdout, "%s\n", MakeStateReport(window_->Wall()).constData());
+  std::fprintf(stdout, "%s\n", MakeStateReport(window_->Walls().Desks()).constData());
   std::fflush(stdout);
   QCoreApplication::exit(saved ? EXIT_SUCCESS : EXIT_FAILURE);
 }

@@ -9,15 +9,17 @@ namespace TarnClient {
 
 namespace {
 
-// As the screen has them: menus over windows, tips over menus.
+// As the screen has them: boxes over windows, menus over boxes, tips over menus.
 int PlaceInStack(const QWidget& window) {
   switch (window.windowType()) {
     case Qt::ToolTip:
-      return 2;
+      return 3;
     case Qt::Popup:
-      return 1;
-    default:
+      return 2;
+    case Qt::Window:
       return 0;
+    default:
+      return 1;
   }
 }
 

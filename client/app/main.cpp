@@ -2,14 +2,19 @@
 
 #include <QApplication>
 #include <cstdio>
+#include <cstdlib>
+#include <utility>
 
 #include "app/client_options.h"
 #include "app/client_session.h"
 #include "app/display_check.h"
+#include "app/given_password.h"
 #include "app/hide_passwords.h"
 #include "app/qt_messages.h"
 #include "app/quit_on_signal.h"
 #include "app/store_tool.h"
+#include "help/about_text.h"
+#include "qt/sharp_screens.h"
 
 namespace {
 
@@ -35,22 +40,25 @@ int ShowHelp(int argc, char** argv) {
   return 0;
 }
 
-// Before there is an application object.
-void SetUpScreens() {
-  QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-  QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-  // A factor of 1.5 is not rounded up to 2, which takes the window beyond the screen.
-  QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+int ShowVersions() {
+  std::fputs(qUtf8Printable(TarnClient::VersionText()), stdout);
+  return 0;
 }
 
-int RunClient(int argc, char** argv, const TarnClient::ClientOptions& options) {
-  SetUpScreens();
+// By value: what is given to the session has no copy of a password left behind.
+int RunClient(int argc, char** argv, TarnClient::ClientOptions options) {
+  TarnQt::UseSharpScreens();
   QApplication application(argc, argv);
   QCoreApplication::setApplicationName(QString::fromLatin1(kName));
   const TarnClient::CQuitOnSignal quit_on_signal;
-  TarnClient::CClientSession session(options);
+  TarnClient::CClientSession session(std::move(options));
   QString error;
-  const int code = session.Start(&error) ? QApplication::exec() : Refuse(error);
+  int code = EXIT_SUCCESS;
+  if (session.Start(&error)) {
+    code = QApplication::exec();
+  } else if (!error.isEmpty()) {
+    code = Refuse(error);
+  }
   if (!session.End()) {
     std::fflush(nullptr);
     ::_exit(code);  // a thread that still waits for the store uses what destructors would take from it
@@ -71,12 +79,19 @@ int main(int argc, char** argv) {
   const QStringList arguments = Arguments(argc, argv);
   TarnClient::HidePasswords(argc, argv);
   // Before the application object, so that help and refusals need no display.
-  const auto options = TarnClient::ClientOptions::Parse(arguments, &error);
+  auto options = TarnClient::ClientOptions::Parse(arguments, &error);
   if (!options) {
+    return Refuse(error);
+  }
+  options->password = TarnClient::TakeGivenPassword(options->password_descriptor, &error);
+  if (!error.isEmpty()) {
     return Refuse(error);
   }
   if (options->help) {
     return ShowHelp(argc, argv);
+  }
+  if (options->version) {
+    return ShowVersions();
   }
   if (options->WantsStoreTool()) {
     return RunTool(argc, argv, *options);
@@ -87,5 +102,5 @@ int main(int argc, char** argv) {
   if (!error.isEmpty()) {
     return Refuse(error);
   }
-  return RunClient(argc, argv, *options);
+  return RunClient(argc, argv, std::move(*options));
 }

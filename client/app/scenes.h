@@ -62,6 +62,11 @@ class CScene : public QObject {
   void Users();
   void Cycle();
   void Settings();
+  void SiteCameras();
+  void CameraForm();
+  void CameraRemoval();
+  void CameraImport();
+  void CameraExport();
   void DefaultView();
   void DefaultViewSearch();
   void Drop();
@@ -105,6 +110,25 @@ class CScene : public QObject {
   void TourPreview();
   void FirstStart();
   void Wait();
+  void SecondWall();
+  void PlayOnMenu();
+  void ClosingAllQuestion();
+  void Cameras();
+  void CamerasWithoutHit();
+  void Arranged();
+  void ArrangedWithoutPlan();
+  void BackToArrangement();
+  void Enlarged();
+  void Zoomed();
+  void WindowMenu();
+  void WindowStates();
+  void WindowStatesSmall();
+  void LogInDemo();
+  void LogInWrong();
+  void DeskLocked();
+  void DeskUnlock();
+  void SiteUsersPage();
+  void UserForm();
 
   static void Press(QWidget* widget, int key);
   QModelIndex Row(const QString& name) const;
@@ -112,8 +136,11 @@ class CScene : public QObject {
   void AddCurrent(const QString& name);
   void AddCall(const std::function<void()>& call);
   void AddClick(const QString& button);
+  void AddSettingsClick(const char* button);
   /// Says yes to every question from here on.
   void AddYes();
+  void AddWall();
+  void AddPlayOnWall(const QString& group, const QString& plan);
   void AddUndoOffered();
   void AddMenu();
   void AddMenuCommand(int command);
@@ -121,6 +148,8 @@ class CScene : public QObject {
   void AddHover(const QString& plan);
   void AddSearch(const QString& text);
   void AddPlay(const QString& name);
+  /// A wall whose cameras are in all the states that there are.
+  void AddStatedWall(int split);
   /// Opens the plan "Whole site" in the editor and waits until it and the cameras are there.
   void AddEditor();
   void AddEditedName(const QString& name);
@@ -129,6 +158,8 @@ class CScene : public QObject {
   void AddDeletionElsewhere();
   /// Waits until the editor says so.
   void AddConflictShown();
+  template <class Widget>
+  Widget* InSettings(const char* name) const;
   template <class Widget>
   Widget* InEditor(const char* name) const;
 

@@ -29,7 +29,7 @@ std::shared_ptr<TarnHost::CPlanStore> AnotherWorkstation(const QString& store_ur
   options.url = store_url;
   QString error;
   auto store = TarnHost::CPlanStore::Open(options, &error);
-  if (!store || !store->LogIn(QString::fromLatin1(user), &error)) {
+  if (!store || !store->LogIn({QString::fromLatin1(user)}).IsDone()) {
     qWarning("%s", qPrintable(error));
     return nullptr;
   }

@@ -1,6 +1,7 @@
 #include "cameras/camera_states.h"
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "TarnHost/host_services.h"
@@ -10,10 +11,8 @@ namespace TarnClient {
 
 namespace {
 
-using Codes = std::set<std::string>;
-
 // Nothing when the service does not answer: the cameras are as they were, then.
-std::optional<Codes> ReadOffline() {
+std::optional<CCameraStates::Records> ReadCameras() {
   const auto services = TarnHost::InstalledHostServices();
   std::vector<ResourceTreeKit::CRegionItemInfo> regions;
   std::vector<ResourceTreeKit::CCameraItemInfo> cameras;
@@ -21,13 +20,14 @@ std::optional<Codes> ReadOffline() {
   if (!services || !services->GetCameraTree(regions, cameras, &error)) {
     return std::nullopt;
   }
-  Codes offline;
+  CCameraStates::Records records;
   for (const auto& camera : cameras) {
+    records.names[camera.index_code] = camera.name;
     if (!camera.online) {
-      offline.insert(camera.index_code);
+      records.offline.insert(camera.index_code);
     }
   }
-  return offline;
+  return records;
 }
 
 }  // namespace
@@ -35,6 +35,11 @@ std::optional<Codes> ReadOffline() {
 CCameraStates::CCameraStates(QObject* parent, int again_ms) : QObject(parent) {
   again_.setInterval(again_ms);
   connect(&again_, &QTimer::timeout, this, &CCameraStates::Ask);
+  connect(&notice_, &CCameraNotice::SignalCamerasChanged, this, [this] {
+    is_outdated_ = question_.IsUnderWay();
+    Ask();
+    Q_EMIT SignalChanged();
+  });
   Ask();
 }
 
@@ -52,9 +57,30 @@ void CCameraStates::Ask() {
   if (question_.IsUnderWay()) {
     return;
   }
-  HostCalls::Ask(&ReadOffline).Replacing(question_).Then(this, [this](const std::optional<Codes>& offline) {
-    offline_ = offline.value_or(offline_);
+  HostCalls::Ask(&ReadCameras).Replacing(question_).Then(this, [this](const std::optional<Records>& records) {
+    if (records) {
+      Take(*records);
+    }
+    if (std::exchange(is_outdated_, false)) {
+      Ask();
+    }
   });
+}
+
+void CCameraStates::Take(const Records& records) {
+  const bool is_changed = records.offline != records_.offline || records.names != records_.names;
+  records_ = records;
+  if (is_changed) {
+    Q_EMIT SignalChanged();
+  }
+}
+
+std::string CCameraStates::NameOf(const std::string& camera_code) const {
+  const auto found = records_.names.find(camera_code);
+  if (found == records_.names.end()) {
+    return std::string();
+  }
+  return found->second;
 }
 
 }  // namespace TarnClient

@@ -51,7 +51,7 @@ QString WhyNotStopped(const RowSituation& row) {
   return Texts::tr("This plan is not playing.");
 }
 
-QString WhyNotAtStart(const RowSituation& row) {
+QString WhyNoCycle(const RowSituation& row) {
   if (row.kind == RowKind::Group && !row.cycles) {
     return Texts::tr("Playing the plans of a group in turn is switched off.");
   }
@@ -67,6 +67,7 @@ bool SuitsKind(RowCommand command, RowKind kind) {
     case RowCommand::MoveTo:
       return kind == RowKind::Plan;
     case RowCommand::Rename:
+    case RowCommand::PlayOn:
     case RowCommand::Stop:
     case RowCommand::OpenAtStart:
       return kind == RowKind::Plan || kind == RowKind::Group;
@@ -100,8 +101,9 @@ QString ReasonOf(RowCommand command, const RowSituation& row) {
       return FirstOf(WhyNoChange(row, EditRight), WhyNotWhileEdited(row));
     case RowCommand::Stop:
       return WhyNotStopped(row);
+    case RowCommand::PlayOn:
     case RowCommand::OpenAtStart:
-      return WhyNotAtStart(row);
+      return WhyNoCycle(row);
   }
   return QString();
 }

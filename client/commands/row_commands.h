@@ -8,8 +8,8 @@
 namespace TarnClient {
 
 /// What the client adds to the menu of a row, in this order.
-enum class RowCommand { NewPlan, NewGroup, Duplicate, MoveTo, Rename, Stop, OpenAtStart };
-constexpr int kRowCommands = 7;
+enum class RowCommand { NewPlan, NewGroup, Duplicate, MoveTo, Rename, PlayOn, Stop, OpenAtStart };
+constexpr int kRowCommands = 8;
 
 enum class RowKind { None, Root, Group, Plan };
 

@@ -4,8 +4,9 @@
 #include <TarnPlanView/view_config_manager.h>
 #include <TarnPlanView/view_model_data_manager_export.h>
 
+#include <QAbstractItemView>
 #include <QAction>
-#include <QCoreApplication>
+#include <QApplication>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/nomal_message.h"
@@ -13,6 +14,8 @@
 #include "ResourceData/resource_type.h"
 #include "TarnUIDataController/popup_menu.h"
 #include "commands/plan_copier.h"
+#include "commands/play_on_menu.h"
+#include "commands/wall_choice.h"
 #include "host_calls/ask.h"
 #include "plan_rules/families.h"
 #include "plans/plan_family.h"
@@ -40,6 +43,7 @@ constexpr Look kLooks[kRowCommands] = {
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Duplicate"), "Ctrl+D", ""},
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Move to..."), "Ctrl+Shift+M", ""},
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Rename"), "Shift+F2", ""},
+    {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Play on wall"), "Ctrl+Shift+P", ""},
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Stop"), "", "Esc"},
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Set as default view"), "Ctrl+Shift+D", ""},
 };
@@ -73,9 +77,15 @@ QString TitleOfList(int32_t family) {
 
 }  // namespace
 
-CRowMenu::CRowMenu(CPlanFamily* family, CPlanPlayer* player, QObject* parent)
-    : QObject(parent), family_(family), player_(player), copier_(new CPlanCopier(family->Controller(), this)) {
+CRowMenu::CRowMenu(const Desk& desk, QObject* parent)
+    : QObject(parent),
+      family_(desk.family),
+      player_(desk.player),
+      walls_(desk.walls),
+      copier_(new CPlanCopier(desk.family->Controller(), this)),
+      play_on_(new CPlayOnMenu(desk.walls, desk.number, desk.family->Panel())) {
   MakeActions();
+  ConnectWalls();
   ConnectPanel();
   connect(copier_, &CPlanCopier::SignalFailed, this, &CRowMenu::Refuse);
 }
@@ -93,6 +103,20 @@ void CRowMenu::MakeActions() {
     connect(action, &QAction::triggered, this, [this, command = CommandAt(place)] { Run(command); });
     actions_[place] = action;
   }
+}
+
+void CRowMenu::ConnectWalls() {
+  Of(RowCommand::PlayOn)->setMenu(play_on_);
+  connect(play_on_, &CPlayOnMenu::SignalChosen, this, [this](int number) {
+    if (const std::optional<Row> row = RowFor(RowCommand::PlayOn)) {
+      walls_->PlayOn(number, StringToQString(row->index_code), row->is_group);
+    }
+  });
+  connect(play_on_, &CPlayOnMenu::SignalNewChosen, this, [this] {
+    if (const std::optional<Row> row = RowFor(RowCommand::PlayOn)) {
+      walls_->PlayOnNew(StringToQString(row->index_code), row->is_group);
+    }
+  });
 }
 
 void CRowMenu::ConnectPanel() {
@@ -139,7 +163,8 @@ void CRowMenu::Release() {
   }
 }
 
-void CRowMenu::Run(RowCommand command) {
+// Says why when there is none that the command suits now.
+std::optional<CRowMenu::Row> CRowMenu::RowFor(RowCommand command) {
   Row row;
   if (bound_) {
     row = *bound_;
@@ -148,13 +173,19 @@ void CRowMenu::Run(RowCommand command) {
   }
   if (bound_ && bound_was_loaded_ && HasVanished()) {
     Refuse(tr("This row is no longer there."));
-    return;
+    return std::nullopt;
   }
   const RowCommandState state = StateOf(command, SituationOf(row));
-  if (state.IsEnabled()) {
-    Do(command, row);
-  } else {
+  if (!state.IsEnabled()) {
     Q_EMIT SignalMessage(state.reason, CNomalMessage::Hint);
+    return std::nullopt;
+  }
+  return row;
+}
+
+void CRowMenu::Run(RowCommand command) {
+  if (const std::optional<Row> row = RowFor(command)) {
+    Do(command, *row);
   }
 }
 
@@ -171,11 +202,24 @@ void CRowMenu::Do(RowCommand command, const Row& row) {
       return panel->MovePlan(row);
     case RowCommand::Rename:
       return panel->RenameRow(row);
+    case RowCommand::PlayOn:
+      return OpenWalls();
     case RowCommand::Stop:
       return player_->Stop();
     case RowCommand::OpenAtStart:
       return OpenAtStart(row);
   }
+}
+
+// At the current row of the tree or the hits.
+void CRowMenu::OpenWalls() {
+  const QWidget* rows = family_->Panel();
+  QPoint place = rows->rect().center();
+  if (const auto* view = qobject_cast<QAbstractItemView*>(QApplication::focusWidget())) {
+    rows = view->viewport();
+    place = view->visualRect(view->currentIndex()).bottomLeft();
+  }
+  play_on_->OpenAt(rows->mapToGlobal(place));
 }
 
 void CRowMenu::OpenAtStart(const Row& row) {

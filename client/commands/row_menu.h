@@ -16,6 +16,8 @@ namespace TarnClient {
 class CPlanCopier;
 class CPlanFamily;
 class CPlanPlayer;
+class CPlayOnMenu;
+class IWallChoice;
 
 /// The client's own entries of a panel's row menu, behind those of the panel, for the rows of the tree and the hits of
 /// a search; some are keys as well. From the menu they are about the row that it was opened for, whatever becomes
@@ -24,8 +26,15 @@ class CPlanPlayer;
 class CRowMenu : public QObject {
   Q_OBJECT
  public:
-  /// Neither is owned; both outlive the menu, the panel perhaps not.
-  CRowMenu(CPlanFamily* family, CPlanPlayer* player, QObject* parent);
+  /// What shows the rows, plays them on this wall, and knows the others. None is owned; all outlive the menu, the panel
+  /// perhaps not.
+  struct Desk {
+    CPlanFamily* family = nullptr;
+    CPlanPlayer* player = nullptr;
+    IWallChoice* walls = nullptr;
+    int number = 0;  // of this wall
+  };
+  CRowMenu(const Desk& desk, QObject* parent);
 
   QAction* Of(RowCommand command) const { return actions_[static_cast<size_t>(command)]; }
   QList<QAction*> Actions() const { return {actions_.begin(), actions_.end()}; }
@@ -41,10 +50,13 @@ class CRowMenu : public QObject {
 
   void MakeActions();
   void ConnectPanel();
+  void ConnectWalls();
   void OnMenuAboutToShow();
   void Release();
+  std::optional<Row> RowFor(RowCommand command);
   void Run(RowCommand command);
   void Do(RowCommand command, const Row& row);
+  void OpenWalls();
   void OpenAtStart(const Row& row);
   RowSituation SituationOf(const Row& row) const;
   bool IsPlaying(const Row& row) const;
@@ -53,7 +65,9 @@ class CRowMenu : public QObject {
 
   CPlanFamily* const family_;
   CPlanPlayer* const player_;
+  IWallChoice* const walls_;
   CPlanCopier* const copier_;
+  CPlayOnMenu* const play_on_;
   std::array<QAction*, kRowCommands> actions_{};
   std::optional<Row> bound_;  // the row that the menu was opened for
   bool bound_was_loaded_ = false;

@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QSysInfo>
 
+#include "TarnHost/host_version.h"
 #include "TarnHost/plan_store.h"
 
 namespace TarnClient {
@@ -32,7 +33,11 @@ StoreFacts FactsOf(const QString& store_url) {
 QList<QPair<QString, QString>> AboutLines(const StoreFacts& store) {
   return {
       {Text(QT_TRANSLATE_NOOP("TarnClient::AboutText", "Program")), QStringLiteral(TARN_CLIENT_VERSION)},
-      {Text(QT_TRANSLATE_NOOP("TarnClient::AboutText", "Plug-in")), TarnPlanView::PluginVersion()},
+      {Text(QT_TRANSLATE_NOOP("TarnClient::AboutText", "Plug-in")),
+       Text(QT_TRANSLATE_NOOP("TarnClient::AboutText", "%1, interface %2"))
+           .arg(TarnPlanView::PluginVersion())
+           .arg(TarnPlanView::InterfaceVersion())},
+      {Text(QT_TRANSLATE_NOOP("TarnClient::AboutText", "Host libraries")), TarnHost::HostVersion()},
       {QStringLiteral("Qt"), Text(QT_TRANSLATE_NOOP("TarnClient::AboutText", "%1 (built with %2)"))
                                  .arg(QString::fromLatin1(qVersion()), QStringLiteral(QT_VERSION_STR))},
       {Text(QT_TRANSLATE_NOOP("TarnClient::AboutText", "Store")),
@@ -41,6 +46,20 @@ QList<QPair<QString, QString>> AboutLines(const StoreFacts& store) {
       {Text(QT_TRANSLATE_NOOP("TarnClient::AboutText", "System")),
        QStringLiteral("%1, %2").arg(QSysInfo::prettyProductName(), QGuiApplication::platformName())},
   };
+}
+
+QString VersionText() {
+  const QStringList lines{
+      QStringLiteral("tarn-client " TARN_CLIENT_VERSION),
+      QStringLiteral("libTarnPlanView %1, interface %2")
+          .arg(TarnPlanView::PluginVersion())
+          .arg(TarnPlanView::InterfaceVersion()),
+      QStringLiteral("libTarnHost %1").arg(TarnHost::HostVersion()),
+      QStringLiteral("store layout %1").arg(TarnHost::CPlanStore::LayoutVersion()),
+      QStringLiteral("Qt %1 (built with %2)").arg(QString::fromLatin1(qVersion()), QStringLiteral(QT_VERSION_STR)),
+      QString(),
+  };
+  return lines.join(QLatin1Char('\n'));
 }
 
 }  // namespace TarnClient

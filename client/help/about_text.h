@@ -18,4 +18,7 @@ StoreFacts FactsOf(const QString& store_url);
 /// Versions of all that the client is made of: what it is, and its version.
 QList<QPair<QString, QString>> AboutLines(const StoreFacts& store);
 
+/// The text of --version, a line for each part, for scripts in English: the program's own comes first.
+QString VersionText();
+
 }  // namespace TarnClient

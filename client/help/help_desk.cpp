@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "help/help_window.h"
+#include "window/close_popups.h"
 
 namespace TarnClient {
 
@@ -54,13 +55,9 @@ void CHelpDesk::OpenOverMenus() {
   if (!QApplication::activePopupWidget()) {
     return Open();
   }
-  while (QWidget* popup = QApplication::activePopupWidget()) {
-    popup->close();
-    if (popup == QApplication::activePopupWidget()) {
-      return;  // it does not close
-    }
+  if (CloseAllPopups()) {
+    QMetaObject::invokeMethod(this, &CHelpDesk::Open, Qt::QueuedConnection);
   }
-  QMetaObject::invokeMethod(this, &CHelpDesk::Open, Qt::QueuedConnection);
 }
 
 QDialog* CHelpDesk::Window() const {

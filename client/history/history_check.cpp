@@ -40,6 +40,14 @@ Reasons ReasonsOf(const QStringList& codes) {
   return reasons;
 }
 
+QString PlaceText(const QString& title, const view_plugin_protocol::SearchedPlan& plan) {
+  QStringList names{title};
+  for (const std::string& group : plan.groups_above) {
+    names << StringToQString(group);
+  }
+  return names.join(QStringLiteral(" / "));
+}
+
 }  // namespace
 
 CHistoryCheck::CHistoryCheck(CPlayHistory* history, QObject* parent) : QObject(parent), history_(history) {}
@@ -54,6 +62,26 @@ void CHistoryCheck::Look() {
       history_->SetReason(reason.key(), reason.value());
     }
   });
+}
+
+void CHistoryCheck::Drop() {
+  question_.Drop();
+  places_.Drop();
+}
+
+void CHistoryCheck::FindPlace(const PlayedPlan& plan, int family, const QString& title) {
+  view_plugin_protocol::SearchPlanRequest request;
+  request.text = QStringToString(plan.name);
+  request.scope = family;
+  HostCalls::Ask(&LyraPluginManager::CViewBusinessInterfaceMgr::SearchPlan, request)
+      .Within(places_)
+      .Then(this, [this, code = plan.code, title](const auto& found) {
+        for (const auto& hit : found.response.plans) {
+          if (StringToQString(hit.index_code) == code && !hit.groups_above.empty()) {
+            history_->SetPlace(code, PlaceText(title, hit));
+          }
+        }
+      });
 }
 
 }  // namespace TarnClient

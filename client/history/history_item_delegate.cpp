@@ -21,6 +21,7 @@ void CHistoryItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& 
   QStyleOptionViewItem row = option;
   initStyleOption(&row, index);
   row.text.clear();
+  row.state.setFlag(QStyle::State_Selected, row.state & QStyle::State_Selected && row.state & QStyle::State_Enabled);
   const QStyle* style = row.widget ? row.widget->style() : QApplication::style();
   style->drawControl(QStyle::CE_ItemViewItem, &row, painter, row.widget);
 

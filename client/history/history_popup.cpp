@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include "MarUIControl/accessible_role.h"
 #include "history/history_item_delegate.h"
 #include "history/play_history.h"
 
@@ -68,6 +69,7 @@ void CHistoryPopup::ShowBelow(QWidget* anchor) {
     list_->setFocus(Qt::PopupFocusReason);
   } else {
     setFocus(Qt::PopupFocusReason);
+    MarUIControl::AnnounceAlert(empty_);
   }
 }
 

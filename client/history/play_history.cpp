@@ -50,6 +50,14 @@ void CPlayHistory::SetReason(const QString& code, const QString& why_not) {
   }
 }
 
+void CPlayHistory::SetPlace(const QString& code, const QString& place) {
+  const int row = RowOf(code);
+  if (row >= 0 && plans_[row].place != place) {
+    plans_[row].place = place;
+    Q_EMIT dataChanged(index(row), index(row));
+  }
+}
+
 QString CPlayHistory::NameOf(const QString& code) const {
   const int row = RowOf(code);
   if (row < 0) {

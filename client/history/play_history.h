@@ -27,6 +27,7 @@ class CPlayHistory : public QAbstractListModel {
   void Add(const PlayedPlan& plan);
   /// Nothing for a plan that is not there.
   void Rename(const QString& code, const QString& name);
+  void SetPlace(const QString& code, const QString& place);
   /// Why a plan cannot be played any more, for the user: it stays in its place, grey. An empty text: it can.
   void SetReason(const QString& code, const QString& why_not);
   void Clear() { SetPlans({}); }

@@ -4,7 +4,25 @@
 
 namespace TarnClient {
 
-QString TextOf(PlanChange change, const QString& name) {
+namespace {
+
+const char* CreatedText(PlanChange change) {
+  if (change == PlanChange::EmptyPlanAdded) {
+    return QT_TRANSLATE_NOOP("TarnClient::ChangeTexts", "Created %1 in %2. It shows no camera yet.");
+  }
+  return QT_TRANSLATE_NOOP("TarnClient::ChangeTexts", "Created %1 in %2");
+}
+
+bool IsAdded(PlanChange change) {
+  return change == PlanChange::GroupAdded || change == PlanChange::PlanAdded || change == PlanChange::EmptyPlanAdded;
+}
+
+}  // namespace
+
+QString TextOf(PlanChange change, const QString& name, const QString& place) {
+  if (IsAdded(change) && !name.isEmpty() && !place.isEmpty()) {
+    return QCoreApplication::translate("TarnClient::ChangeTexts", CreatedText(change)).arg(name, place);
+  }
   const char* text = nullptr;
   switch (change) {
     case PlanChange::None:

@@ -17,7 +17,8 @@ enum class PlanChange {
   EmptyPlanSaved
 };
 
-/// In words that name the plan or group; empty for no change, and for one without a name.
-QString TextOf(PlanChange change, const QString& name);
+/// In words that name the plan or group; empty for no change, and for one without a name. `place`: of a new one, the
+/// groups around it; empty when that is not known.
+QString TextOf(PlanChange change, const QString& name, const QString& place = {});
 
 }  // namespace TarnClient

@@ -62,10 +62,12 @@ CChangeTips::CChangeTips(CViewExternWidget* panel, QAbstractItemModel* rows, CSt
   connect(rows, &QAbstractItemModel::rowsAboutToBeRemoved, this,
           [this, rows](const QModelIndex& group, int first) { KeepName(rows->index(first, 0, group)); });
   // Each comes right before its message.
-  connect(controller, &CStandardViewController::SignalAddPlanGroupSucc, this,
-          [this](const auto&, const auto& group) { Note(PlanChange::GroupAdded, StringToQString(group.name)); });
-  connect(controller, &CStandardViewController::SignalAddPlanSucc, this,
-          [this](const auto& plan) { Note(AddedOf(plan.pages), StringToQString(plan.plan_name)); });
+  connect(controller, &CStandardViewController::SignalAddPlanGroupSucc, this, [this](const auto&, const auto& group) {
+    Note(PlanChange::GroupAdded, StringToQString(group.name), group.parent_index_code);
+  });
+  connect(controller, &CStandardViewController::SignalAddPlanSucc, this, [this](const auto& plan) {
+    Note(AddedOf(plan.pages), StringToQString(plan.plan_name), plan.parent_index_code);
+  });
   connect(controller, &CStandardViewController::SignalUpdatePlanGroupNameSucc, this,
           [this](const auto&, const QString& name) { Note(PlanChange::GroupRenamed, name); });
   connect(controller, &CStandardViewController::SignalUpdatePlanSucc, this, [this](const auto& plan) {
@@ -76,8 +78,25 @@ CChangeTips::CChangeTips(CViewExternWidget* panel, QAbstractItemModel* rows, CSt
   connect(controller, &CStandardViewController::SignalDeletePlanSucc, this, forget);
 }
 
-void CChangeTips::Note(PlanChange change, const QString& name) {
-  changed_ = TextOf(change, name);
+void CChangeTips::Note(PlanChange change, const QString& name, const std::string& group_code) {
+  changed_ = TextOf(change, name, PlaceOf(StringToQString(group_code)));
+}
+
+// As the tab and the tree around it say; empty for a group that they do not show.
+QString CChangeTips::PlaceOf(const QString& group_code) const {
+  if (!panel_ || group_code.isEmpty()) {
+    return QString();
+  }
+  QStringList names;
+  QModelIndex group = panel_->GetPlanViewTree()->RowOf(group_code, true);
+  if (!group.isValid()) {
+    return QString();
+  }
+  for (; group.parent().isValid(); group = group.parent()) {
+    names.prepend(group.data().toString());
+  }
+  names.prepend(panel_->GetTabName());
+  return names.join(QStringLiteral(" / "));
 }
 
 // A saved plan's row is taken out and put in again, before the change is heard of here.

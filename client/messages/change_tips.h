@@ -39,7 +39,9 @@ class CChangeTips : public QObject {
   };
   void OnMessage(const QString& text, int state);
   void OnMoreWords(const QString& text);
-  void Note(PlanChange change, const QString& name);
+  /// `group_code`: of a new plan or group, the group around it.
+  void Note(PlanChange change, const QString& name, const std::string& group_code = {});
+  QString PlaceOf(const QString& group_code) const;
   void KeepName(const QModelIndex& row);
   void NoteSaved(const QString& code, const QString& name, PlanChange saved);
   Offer CurrentOffer() const;

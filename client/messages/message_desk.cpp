@@ -12,14 +12,20 @@ namespace TarnClient {
 using tarn_ui_data_controller::CMessageTipManager;
 
 CMessageDesk::CMessageDesk(CWindowActions* actions, QWidget* window)
-    : QObject(window), actions_(actions), window_(window), log_(new CMessageLog(this)) {
+    : QObject(window), window_(window), log_(new CMessageLog(this)) {
   auto* tips = &CMessageTipManager::Instance();
   connect(tips, &CMessageTipManager::SignalTipAsked, this,
           [this](const QString& text, int kind) { log_->Add(text, kind); });
   connect(tips, &CMessageTipManager::SignalTipClicked, this, &CMessageDesk::Open);
   connect(log_, &CMessageLog::SignalUnreadChanged, this, &CMessageDesk::ShowUnread);
-  actions_->Connect(WindowCommand::Messages, [this] { Open(); });
-  ShowUnread(0);
+  Add(actions);
+}
+
+void CMessageDesk::Add(CWindowActions* actions) {
+  actions_.removeAll({});
+  actions_.append(actions);
+  actions->Connect(WindowCommand::Messages, [this] { Open(); });
+  ShowUnreadIn(actions, log_->Unread());
 }
 
 // The page shows the log, and the window that it belongs to outlives this.
@@ -52,7 +58,15 @@ CMessagesWindow* CMessageDesk::Page() const {
 }
 
 void CMessageDesk::ShowUnread(int unread) {
-  QAction* action = actions_->Of(WindowCommand::Messages);
+  for (CWindowActions* actions : qAsConst(actions_)) {
+    if (actions) {
+      ShowUnreadIn(actions, unread);
+    }
+  }
+}
+
+void CMessageDesk::ShowUnreadIn(CWindowActions* actions, int unread) {
+  QAction* action = actions->Of(WindowCommand::Messages);
   QString tip = action->text();
   QString count(QLatin1Char(' '));  // an empty text would be the command's again
   if (unread > 0) {
@@ -60,7 +74,7 @@ void CMessageDesk::ShowUnread(int unread) {
     count = QString::number(unread);
   }
   action->setIconText(count);
-  actions_->SetTipText(WindowCommand::Messages, tip);
+  actions->SetTipText(WindowCommand::Messages, tip);
 }
 
 }  // namespace TarnClient

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QVector>
 
 class QWidget;
 
@@ -19,6 +20,8 @@ class CMessageDesk : public QObject {
   CMessageDesk(CWindowActions* actions, QWidget* window);
   ~CMessageDesk() override;
 
+  /// The command of one more window.
+  void Add(CWindowActions* actions);
   CMessageLog& Log() { return *log_; }
   /// Opens the page or brings it to the front; what it shows is read, so no tip says it any more.
   void Open();
@@ -30,7 +33,9 @@ class CMessageDesk : public QObject {
  private:
   void ShowUnread(int unread);
 
-  CWindowActions* const actions_;
+  static void ShowUnreadIn(CWindowActions* actions, int unread);
+
+  QVector<QPointer<CWindowActions>> actions_;
   QWidget* const window_;
   CMessageLog* const log_;
   QPointer<CMessagesWindow> page_;

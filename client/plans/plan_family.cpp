@@ -21,17 +21,18 @@ using TarnPlanView::CViewModelDataManagerExport;
 
 namespace {
 
-CStandardPlanModel* ModelOf(TarnPlanView::ThemeNodeType theme) {
+CStandardPlanModel* ModelOf(const QString& monitor_id, TarnPlanView::ThemeNodeType theme) {
   const std::unique_ptr<TarnPlanView::CStandardPlanModelExport> handle(
-      CViewModelDataManagerExport::Instance().GetViewManagerByTheme(QStringLiteral("0"), theme));
+      CViewModelDataManagerExport::Instance().GetViewManagerByTheme(monitor_id, theme));
   return qobject_cast<CStandardPlanModel*>(handle->GetPlanViewModel());
 }
 
 }  // namespace
 
-CPlanFamily::CPlanFamily(TarnPlanView::ThemeNodeType theme, QWidget* monitor, QWidget* panel_parent)
-    : theme_(theme), model_(ModelOf(theme)), panel_(new CViewExternWidget(panel_parent)) {
-  panel_->SetMonitorId(QStringLiteral("0"));
+CPlanFamily::CPlanFamily(TarnPlanView::ThemeNodeType theme, const QString& monitor_id, QWidget* monitor,
+                         QWidget* panel_parent)
+    : theme_(theme), model_(ModelOf(monitor_id, theme)), panel_(new CViewExternWidget(panel_parent)) {
+  panel_->SetMonitorId(monitor_id);
   panel_->SetMonitorPointer(monitor);
   if (model_) {
     controller_ = new CStandardViewController(model_);

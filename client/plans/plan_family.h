@@ -15,8 +15,9 @@ namespace TarnClient {
 class CPlanFamily : public QObject {
   Q_OBJECT
  public:
-  /// `monitor` shows the plans that are played in the panel; the panel belongs to `panel_parent`.
-  CPlanFamily(TarnPlanView::ThemeNodeType theme, QWidget* monitor, QWidget* panel_parent);
+  /// The rows are those of the models with this monitor id; `monitor` shows the plans that are played in the panel,
+  /// which belongs to `panel_parent`.
+  CPlanFamily(TarnPlanView::ThemeNodeType theme, const QString& monitor_id, QWidget* monitor, QWidget* panel_parent);
   /// Ends the panel's work and the controller; the panel itself goes with its parent.
   ~CPlanFamily() override;
 

@@ -52,15 +52,19 @@ CPlanPlayer::CPlanPlayer(CLiveWall* wall, QObject* parent)
   next_plan_.setSingleShot(true);
   connect(&next_plan_, &QTimer::timeout, this, [this] { Handle(Events::NextPlanDue()); });
   FollowWall();
-  FollowTimedPlans();
 }
 
 CPlanPlayer::~CPlanPlayer() = default;
 
 void CPlanPlayer::FollowWall() {
   connect(wall_, &CLiveWall::SignalPlanRenewed, this, [this] { Handle(Events::PlanRenewed{wall_->Plan()}); });
+  const auto look = [this] { Handle(Events::WallArranged{wall_->Arrangement().IsChanged()}); };
+  connect(wall_, &CLiveWall::SignalPlanChanged, this, look);
+  connect(wall_, &CLiveWall::SignalPlanRenewed, this, look);
+  connect(wall_, &CLiveWall::SignalArrangementChanged, this, look);
   connect(wall_, &CLiveWall::SignalStopWanted, this, &CPlanPlayer::Stop);
   connect(wall_, &CLiveWall::SignalTryAgain, this, &CPlanPlayer::TryAgain);
+  connect(wall_, &CLiveWall::SignalTurnEnds, this, &CPlanPlayer::LookAhead);
   connect(wall_, &CLiveWall::SignalTurnOver, this, [this] { Handle(Events::TurnOver()); });
   connect(wall_, &CLiveWall::SignalStepWanted, this, [this](int step) { Handle(Events::StepWanted{step}); });
   connect(wall_, &CLiveWall::SignalHeld, this, [this] { Handle(Events::Held()); });
@@ -81,7 +85,11 @@ void CPlanPlayer::Attach(CPlanFamily* family) {
   connect(panel, &CViewExternWidget::SignalPlayPlanToMonitor, this, [this](const QVariant& plan) {
     Handle(Events::PanelFetches{QStringToString(plan.toMap().value(QStringLiteral("plan_code")).toString())});
   });
-  connect(panel, &CViewExternWidget::SignalStopPlan, this, [this] { Handle(Events::StopWanted{{}, false}); });
+  connect(panel, &CViewExternWidget::SignalStopPlan, this, [this] {
+    Handle(Events::StopWanted{wall_->Place(), false});
+  });
+  connect(panel, &CViewExternWidget::SignalPlanRestored, this,
+          [this](const QString& code) { Handle(Events::PlanIsBack{QStringToString(code)}); });
   // The time that the panel names is that of a host which lets its users choose none.
   connect(panel, &CViewExternWidget::SignalPlanGroupCycle, this, [this](const QString& code) { PlayGroup(code); });
   CStandardViewController* controller = family->Controller();
@@ -102,9 +110,9 @@ void CPlanPlayer::Attach(CPlanFamily* family) {
   });
 }
 
-void CPlanPlayer::Play(const std::string& code, PlayOrigin origin) {
+void CPlanPlayer::Play(const std::string& code, PlayOrigin origin, const WallPlace& place) {
   if (!code.empty()) {
-    Handle(Events::PlanWanted{code, origin});
+    Handle(Events::PlanWanted{code, origin, place});
   }
 }
 
@@ -128,8 +136,20 @@ void CPlanPlayer::OpenInItsPlace(const QString& code, bool is_group) {
   OpenDefaultView();
 }
 
+void CPlanPlayer::BringBack(const CArrangement& arrangement, const WallPlace& place) {
+  Handle(Events::ArrangementWanted{arrangement, place});
+}
+
 void CPlanPlayer::Stop() {
-  Handle(Events::StopWanted{{wall_->PageNumber(), wall_->IsHeld()}});
+  Handle(Events::StopWanted{wall_->Place()});
+  ClearOwnCameras();
+}
+
+// Of cameras without a plan the programme knows nothing.
+void CPlanPlayer::ClearOwnCameras() {
+  if (!wall_->IsPlaying()) {
+    wall_->Stop();
+  }
 }
 
 void CPlanPlayer::PlayAgain() {
@@ -147,6 +167,7 @@ void CPlanPlayer::TryAgain() {
 void CPlanPlayer::ForgetUser() {
   in_its_place_.reset();
   Handle(Events::UserSwitched());
+  ClearOwnCameras();
 }
 
 void CPlanPlayer::OnDefaultView(const QString& code, bool is_group) {
@@ -225,16 +246,17 @@ void CPlanPlayer::FetchByPanel(const std::string& code) {
 }
 
 void CPlanPlayer::Do(const Commands::ShowPlan& show) {
-  wall_->Play(show.plan);
-  wall_->GoTo(show.place.page);
-  if (show.place.is_held) {
-    wall_->ToggleHold();
-  }
+  wall_->Play(show.plan, show.place);
   mark_->Set(wall_->PlanCode(), IsPicked(show.by));
   if (controller_) {
     controller_->AddOperationPlayPlan(wall_->PlanName(), !IsPicked(show.by), show.by == PlayOrigin::History);
   }
   Q_EMIT SignalPlayed(show.plan, show.by);
+}
+
+void CPlanPlayer::Do(const Commands::ShowArrangement& show) {
+  wall_->Show(show.arrangement, show.place);
+  mark_->Set(wall_->PlanCode(), wall_->IsPlaying());
 }
 
 void CPlanPlayer::Do(const Commands::EmptyWall&) {
@@ -247,6 +269,20 @@ void CPlanPlayer::Do(const Commands::FetchTurn& fetch) {
       .Replacing(turn_)
       .Then(this, [this](const CycleTurn& turn) {
         Handle(Events::TurnCame{turn, wall_->IsInTurn() && wall_->IsHeld()});
+      });
+}
+
+// So that its cameras are connected by then. The turn itself asks once more: the group may have changed.
+void CPlanPlayer::LookAhead() {
+  if (!state_.cycle || !state_.cycle->HasBegun()) {
+    return;
+  }
+  HostCalls::Ask([code = state_.cycle->code, last = state_.cycle->last] { return CycleTurn::Next(code, last); })
+      .Replacing(look_ahead_)
+      .Then(this, [this](const CycleTurn& turn) {
+        if (turn.outcome == CycleTurn::Outcome::Fetched) {
+          wall_->Prepare(turn.plan);
+        }
       });
 }
 

@@ -32,10 +32,12 @@ class CPlanPlayer : public QObject {
   explicit CPlanPlayer(CLiveWall* wall, QObject* parent = nullptr);
   ~CPlanPlayer() override;
 
+  /// Timed plans begin and end here from now on.
+  void FollowTimedPlans();
   /// Plans asked for in this family's panel play from now on. Not owned; may die first.
   void Attach(CPlanFamily* family);
   /// Fetches the plan and plays it; a failure shows a tip and leaves on the wall what is there.
-  void Play(const std::string& code, PlayOrigin origin = PlayOrigin::User);
+  void Play(const std::string& code, PlayOrigin origin = PlayOrigin::User, const WallPlace& place = {});
   /// Plays the plans of the group and its subgroups in turn, in the order of the tree's rows, and around, until the
   /// user plays something else or stops. The group is read again at every turn.
   void PlayGroup(const QString& code);
@@ -44,6 +46,8 @@ class CPlanPlayer : public QObject {
   /// Opens the user's default view: a plan plays, a group cycles. Nothing when something plays already by the time it
   /// is known, or when none was chosen.
   void OpenDefaultView();
+  /// The user's own arrangement is on the wall again, as it was left. Not a play: no record of it is made.
+  void BringBack(const CArrangement& arrangement, const WallPlace& place);
   /// This plan or group takes the place of the default view until another user comes.
   void OpenInItsPlace(const QString& code, bool is_group);
   /// Also takes back what was asked for and has not come yet. What was on the wall is in State().stopped.
@@ -69,15 +73,17 @@ class CPlanPlayer : public QObject {
 
  private:
   void FollowWall();
-  void FollowTimedPlans();
   void Handle(const ProgrammeEvent& event);
   void OnDefaultView(const QString& code, bool is_group);
+  void ClearOwnCameras();
+  void LookAhead();
   void OnDefaultViewAnswer(const HostCalls::Result<view_plugin_protocol::GetClientDefaultViewConfigResponse>& answer);
   void FetchByPanel(const std::string& code);
   Events::Group GroupOf(const QString& code) const;
 
   void Do(const Commands::FetchPlan& fetch);
   void Do(const Commands::ShowPlan& show);
+  void Do(const Commands::ShowArrangement& show);
   void Do(const Commands::EmptyWall& empty);
   void Do(const Commands::FetchTurn& fetch);
   void Do(const Commands::DropTurn& drop);
@@ -109,7 +115,7 @@ class CPlanPlayer : public QObject {
   std::deque<ProgrammeEvent> events_;  // the first one is being handled
   QTimer clock_{this};
   QTimer next_plan_{this};
-  HostCalls::CCallScope turn_;
+  HostCalls::CCallScope turn_, look_ahead_;
   HostCalls::CCallScope question_;
   HostCalls::CCallScope default_view_;
 };

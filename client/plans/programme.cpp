@@ -62,10 +62,12 @@ CProgramme::Step CProgramme::Next(const State& state, const ProgrammeEvent& even
 void CProgramme::DropWhatIsOver() {
   if (state_.on_wall) {
     state_.stopped.reset();
+    state_.deleted.reset();
     state_.failed.reset();
     state_.failures = 0;
   }
-  if (state_.on_wall && !IsOnWall(PlayOrigin::DefaultView)) {
+  // A timed plan that the user is changing is still there when it has ended.
+  if (state_.on_wall && !IsOnWall(PlayOrigin::DefaultView) && !state_.is_arranged) {
     state_.ended.reset();
   }
 }
@@ -96,7 +98,7 @@ void CProgramme::Fetch(const Play& play) {
 }
 
 void CProgramme::On(const Events::PlanWanted& wanted) {
-  Fetch({wanted.code, wanted.by});
+  Fetch({wanted.code, wanted.by, {}, wanted.place});
 }
 
 void CProgramme::On(const Events::PanelFetches& fetch) {
@@ -138,6 +140,34 @@ void CProgramme::On(const Events::PlanRenewed& renewed) {
   if (state_.on_wall && state_.on_wall->code == renewed.plan.index_code) {
     state_.on_wall->name = StringToQString(renewed.plan.name);
   }
+}
+
+// What was about to open by itself on the empty wall comes too late.
+void CProgramme::On(const Events::WallArranged& arranged) {
+  state_.is_arranged = arranged.is_own;
+  if (!arranged.is_own) {
+    return;
+  }
+  if (state_.on_its_way && StartsByItself(state_.on_its_way->by)) {
+    state_.on_its_way.reset();
+  }
+  if (state_.cycle && !state_.on_wall && StartsByItself(state_.cycle->by)) {
+    EndCycle();
+  }
+}
+
+void CProgramme::On(const Events::ArrangementWanted& wanted) {
+  EndCycle();
+  DropDoubtful();
+  state_.on_its_way.reset();
+  state_.stopped.reset();
+  state_.failed.reset();
+  state_.on_wall.reset();
+  if (wanted.arrangement.HasPlan()) {
+    const Events::Plan& plan = wanted.arrangement.PlanAsFetched();
+    state_.on_wall = Play{plan.index_code, PlayOrigin::User, StringToQString(plan.name)};
+  }
+  Do(Commands::ShowArrangement{wanted.arrangement, wanted.place});
 }
 
 void CProgramme::Show(const Events::Plan& plan, PlayOrigin by, const WallPlace& place) {

@@ -7,11 +7,12 @@
 
 #include "plans/programme_commands.h"
 #include "plans/programme_events.h"
-#include "plans/wall_place.h"
+#include "wall/wall_place.h"
 
 namespace TarnClient {
 
-/// Decides what plays: what the user asked for last, else the timed plan during its time, else the default view.
+/// Decides what plays: what the user asked for or arranged last, else the timed plan during its time, else the default
+/// view.
 /// Knows no wall, timer or service: an event changes a state, and what is to be done comes out as commands, in the
 /// order in which they are to be carried out. An event that they cause comes after the last of them.
 class CProgramme {
@@ -67,6 +68,7 @@ class CProgramme {
   };
   struct State {
     std::optional<Play> on_wall;
+    bool is_arranged = false;            // by the user: cameras without a plan, or on_wall as he has changed it
     std::optional<Play> on_its_way;      // the plan that was asked for last; none during a cycle
     std::multiset<std::string> fetches;  // of all plans, not answered yet
     std::optional<Cycle> cycle;
@@ -77,7 +79,8 @@ class CProgramme {
     bool default_view_stands = false;  // it was opened, and the user has not stopped since
     int failures = 0;                  // of the default view, in a row
     std::optional<Stopped> stopped;
-    std::optional<Ended> ended;  // until something is played, the default view does not count, and for a day
+    std::optional<Stopped> deleted;  // its plan went off the wall because it was deleted, and may come back
+    std::optional<Ended> ended;      // until something is played, the default view does not count, and for a day
     std::optional<Failed> failed;
   };
   struct Step {
@@ -97,6 +100,8 @@ class CProgramme {
   void On(const Events::PlanCame& came);
   void On(const Events::FetchOver& fetch);
   void On(const Events::PlanRenewed& renewed);
+  void On(const Events::WallArranged& arranged);
+  void On(const Events::ArrangementWanted& wanted);
   void On(const Events::GroupWanted& wanted);
   void On(const Events::SecondsPerPlanChosen& chosen);
   void On(const Events::TurnOver& over);
@@ -114,6 +119,7 @@ class CProgramme {
   void On(const Events::ClockTicked& ticked);
   void On(const Events::NextPlanDue& due);
   void On(const Events::StopWanted& wanted);
+  void On(const Events::PlanIsBack& back);
   void On(const Events::PlayAgainWanted& wanted);
   void On(const Events::OfferOver& over);
   void On(const Events::TryAgainWanted& wanted);
@@ -127,9 +133,11 @@ class CProgramme {
   void Fetch(const Play& play);
   bool IsOnItsWay(const std::string& code) const { return state_.on_its_way && state_.on_its_way->code == code; }
   bool IsOnWall(PlayOrigin by) const { return state_.on_wall && state_.on_wall->by == by; }
-  bool IsBusy() const { return state_.on_wall || state_.on_its_way || state_.cycle; }
+  bool IsWallTaken() const { return state_.on_wall || state_.is_arranged; }
+  bool IsBusy() const { return IsWallTaken() || state_.on_its_way || state_.cycle; }
   void Show(const Events::Plan& plan, PlayOrigin by, const WallPlace& place);
-  void KeepStopped(const WallPlace& place);
+  Stopped WhatPlays(const WallPlace& place) const;
+  void PlayBack(const Stopped& stopped);
   void Clear();
   void EmptyWall();
   void BeginCycle(const Events::Group& group, PlayOrigin by);
@@ -149,6 +157,8 @@ class CProgramme {
   void Fail(const Failed& failed);
   void BeginTimed(const Events::Plan& plan);
   void EndTimed();
+  void LeaveToUser(const std::optional<TimedEnd>& end);
+  void NoteEnd(const QString& name, const std::optional<TimedEnd>& end);
   void AskIfSeen();
   void DropDoubtful();
   void DropWhatIsOver();

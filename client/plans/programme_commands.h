@@ -8,7 +8,8 @@
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "plans/cycle_turn.h"
 #include "plans/play_origin.h"
-#include "plans/wall_place.h"
+#include "wall/arrangement.h"
+#include "wall/wall_place.h"
 
 // What the programme wants to be done. Plain values.
 namespace TarnClient::Commands {
@@ -21,6 +22,11 @@ struct FetchPlan {
 struct ShowPlan {
   view_plugin_protocol::GetPlanDetailResponse plan;
   PlayOrigin by = PlayOrigin::User;
+  WallPlace place = {};
+};
+/// As it was left: nothing is fetched, and nothing counts as played.
+struct ShowArrangement {
+  CArrangement arrangement;
   WallPlace place = {};
 };
 /// Nothing plays any more.
@@ -88,10 +94,11 @@ struct SayFailure {
 namespace TarnClient {
 
 using ProgrammeCommand =
-    std::variant<Commands::FetchPlan, Commands::ShowPlan, Commands::EmptyWall, Commands::FetchTurn, Commands::DropTurn,
-                 Commands::BeginTurn, Commands::Stay, Commands::EndTurns, Commands::AskDefaultView, Commands::AskIfSeen,
-                 Commands::DropQuestion, Commands::LookForTimedPlan, Commands::ForgetTimedPlan, Commands::WatchClock,
-                 Commands::AwaitNextPlan, Commands::ShowState, Commands::SayFailure>;
+    std::variant<Commands::FetchPlan, Commands::ShowPlan, Commands::ShowArrangement, Commands::EmptyWall,
+                 Commands::FetchTurn, Commands::DropTurn, Commands::BeginTurn, Commands::Stay, Commands::EndTurns,
+                 Commands::AskDefaultView, Commands::AskIfSeen, Commands::DropQuestion, Commands::LookForTimedPlan,
+                 Commands::ForgetTimedPlan, Commands::WatchClock, Commands::AwaitNextPlan, Commands::ShowState,
+                 Commands::SayFailure>;
 using ProgrammeCommands = std::vector<ProgrammeCommand>;
 
 }  // namespace TarnClient

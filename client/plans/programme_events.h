@@ -10,7 +10,8 @@
 #include "host_calls/result.h"
 #include "plans/cycle_turn.h"
 #include "plans/play_origin.h"
-#include "plans/wall_place.h"
+#include "wall/arrangement.h"
+#include "wall/wall_place.h"
 
 // What happens to the programme. Plain values.
 namespace TarnClient::Events {
@@ -21,6 +22,7 @@ using Plan = view_plugin_protocol::GetPlanDetailResponse;
 struct PlanWanted {
   std::string code;
   PlayOrigin by = PlayOrigin::User;
+  WallPlace place = {};  // where it begins
 };
 /// A panel fetches a plan for the user.
 struct PanelFetches {
@@ -42,6 +44,15 @@ struct FetchOver {
 /// The plan on the wall was changed and plays on.
 struct PlanRenewed {
   Plan plan;
+};
+/// What is on the wall is the user's own work: cameras without a plan, or a plan whose windows he has changed.
+struct WallArranged {
+  bool is_own = true;
+};
+/// The user wants his own arrangement back, which has left the wall.
+struct ArrangementWanted {
+  CArrangement arrangement;
+  WallPlace place = {};
 };
 
 struct Group {
@@ -103,6 +114,10 @@ struct StopWanted {
   WallPlace place = {};    // of what is on the wall
   bool may_return = true;  // false for a plan that is about to go
 };
+/// A deleted plan stands in its tree again.
+struct PlanIsBack {
+  std::string code;
+};
 /// The user wants what he has stopped.
 struct PlayAgainWanted {};
 /// What was stopped is offered no more.
@@ -117,10 +132,11 @@ namespace TarnClient {
 
 using ProgrammeEvent =
     std::variant<Events::PlanWanted, Events::PanelFetches, Events::PlanCame, Events::FetchOver, Events::PlanRenewed,
-                 Events::GroupWanted, Events::SecondsPerPlanChosen, Events::TurnOver, Events::StepWanted, Events::Held,
-                 Events::TurnCame, Events::DefaultViewWanted, Events::DefaultPlanKnown, Events::DefaultGroupKnown,
-                 Events::DefaultViewNone, Events::DefaultViewUnknown, Events::TimedPlanBegins, Events::TimedPlanEnds,
-                 Events::SeenAnswered, Events::ClockTicked, Events::NextPlanDue, Events::StopWanted,
+                 Events::WallArranged, Events::ArrangementWanted, Events::GroupWanted, Events::SecondsPerPlanChosen,
+                 Events::TurnOver, Events::StepWanted, Events::Held, Events::TurnCame, Events::DefaultViewWanted,
+                 Events::DefaultPlanKnown, Events::DefaultGroupKnown, Events::DefaultViewNone,
+                 Events::DefaultViewUnknown, Events::TimedPlanBegins, Events::TimedPlanEnds, Events::SeenAnswered,
+                 Events::ClockTicked, Events::NextPlanDue, Events::StopWanted, Events::PlanIsBack,
                  Events::PlayAgainWanted, Events::OfferOver, Events::TryAgainWanted, Events::UserSwitched>;
 
 }  // namespace TarnClient

@@ -45,17 +45,19 @@ void CProgramme::On(const Events::TryAgainWanted&) {
 
 // A stop by the user also says that he has seen what has ended.
 void CProgramme::On(const Events::StopWanted& wanted) {
+  state_.deleted.reset();
   if (wanted.may_return) {
     state_.ended.reset();
   }
-  if (state_.on_wall && wanted.may_return) {
-    KeepStopped(wanted.place);
+  if (state_.on_wall) {
+    std::optional<Stopped>& kept = wanted.may_return ? state_.stopped : state_.deleted;
+    kept = WhatPlays(wanted.place);
   }
   Clear();
 }
 
 // A cycle goes on with the plan that was on, in it or instead of it.
-void CProgramme::KeepStopped(const WallPlace& place) {
+CProgramme::Stopped CProgramme::WhatPlays(const WallPlace& place) const {
   Stopped stopped{*state_.on_wall};
   stopped.play.place = place;
   stopped.default_view_stood = state_.default_view_stands;
@@ -63,19 +65,33 @@ void CProgramme::KeepStopped(const WallPlace& place) {
     stopped.cycle = state_.cycle;
     stopped.cycle->place = place;
   }
-  state_.stopped = stopped;
+  return stopped;
+}
+
+// What has been asked for meanwhile stays.
+void CProgramme::On(const Events::PlanIsBack& back) {
+  if (!state_.deleted || state_.deleted->play.code != back.code) {
+    return;
+  }
+  const Stopped deleted = *std::exchange(state_.deleted, std::nullopt);
+  if (!IsBusy()) {
+    PlayBack(deleted);
+  }
 }
 
 void CProgramme::On(const Events::PlayAgainWanted&) {
   const std::optional<Stopped> stopped = std::exchange(state_.stopped, std::nullopt);
-  if (!stopped) {
-    return;
+  if (stopped) {
+    PlayBack(*stopped);
   }
-  state_.default_view_stands = stopped->default_view_stood;
-  if (stopped->cycle) {
-    GoOn(*stopped->cycle);
+}
+
+void CProgramme::PlayBack(const Stopped& stopped) {
+  state_.default_view_stands = stopped.default_view_stood;
+  if (stopped.cycle) {
+    GoOn(*stopped.cycle);
   } else {
-    Fetch(stopped->play);
+    Fetch(stopped.play);
   }
 }
 
@@ -89,6 +105,7 @@ void CProgramme::On(const Events::UserSwitched&) {
   const std::optional<Doubtful> doubtful = state_.doubtful;
   Clear();
   state_.stopped.reset();
+  state_.deleted.reset();
   state_.ended.reset();
   state_.doubtful = doubtful;
   AskIfSeen();
@@ -173,7 +190,7 @@ void CProgramme::On(const Events::DefaultViewUnknown& unknown) {
 // What is on its way may fail yet, so it is waited for. The default view is asked for again, since another one may have
 // been chosen or its plan been deleted in the meantime.
 void CProgramme::On(const Events::NextPlanDue&) {
-  if (state_.on_wall) {
+  if (IsWallTaken()) {
     return;
   }
   if (IsBusy()) {

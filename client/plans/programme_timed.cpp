@@ -39,7 +39,8 @@ bool IsTimed(const std::optional<CProgramme::Play>& play) {
 // the last user can see.
 void CProgramme::On(const Events::TimedPlanBegins& begins) {
   DropDoubtful();
-  if (state_.on_wall && !StartsByItself(state_.on_wall->by)) {
+  const bool is_picked = state_.on_wall && !StartsByItself(state_.on_wall->by);
+  if (is_picked || state_.is_arranged) {
     return;
   }
   if (state_.is_new_user && begins.plan.type != view_plugin_protocol::PublicFamily) {
@@ -71,21 +72,36 @@ void CProgramme::On(const Events::TimedPlanEnds&) {
 void CProgramme::EndTimed() {
   const std::optional<TimedEnd> end = std::exchange(state_.timed_end, std::nullopt);
   Do(Commands::LookForTimedPlan());
-  if (state_.stopped && state_.stopped->play.by == PlayOrigin::Automatic) {
-    state_.stopped.reset();
+  for (std::optional<Stopped>* gone : {&state_.stopped, &state_.deleted}) {
+    if (*gone && (*gone)->play.by == PlayOrigin::Automatic) {
+      gone->reset();
+    }
   }
   if (state_.failed && state_.failed->play.by == PlayOrigin::Automatic) {
     state_.failed.reset();
   }
   std::optional<Play> over = state_.on_wall;
+  if (IsTimed(over) && state_.is_arranged) {
+    return LeaveToUser(end);
+  }
   if (IsTimed(state_.on_its_way)) {
     over = std::exchange(state_.on_its_way, std::nullopt);
   }
   if (IsTimed(over)) {
-    state_.ended = Ended{over->name, std::min(now_, end.value_or(TimedEnd{now_}).at)};
+    NoteEnd(over->name, end);
     EmptyWall();
     Do(Commands::AwaitNextPlan());
   }
+}
+
+// He is changing its windows: that stays like all that he has arranged, until it is saved or he goes.
+void CProgramme::LeaveToUser(const std::optional<TimedEnd>& end) {
+  NoteEnd(state_.on_wall->name, end);
+  state_.on_wall->by = PlayOrigin::User;
+}
+
+void CProgramme::NoteEnd(const QString& name, const std::optional<TimedEnd>& end) {
+  state_.ended = Ended{name, std::min(now_, end.value_or(TimedEnd{now_}).at)};
 }
 
 void CProgramme::On(const Events::ClockTicked&) {

@@ -5,6 +5,7 @@
 
 #include <QPointer>
 #include <algorithm>
+#include <utility>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/nomal_message.h"
@@ -39,8 +40,12 @@ QColor Ground() {
 
 CPlanSaver::CPlanSaver(CLiveWall* wall, std::function<CPlanFamily&()> current, QObject* parent)
     : QObject(parent), wall_(wall), current_(std::move(current)) {
-  connect(wall_, &CLiveWall::SignalPlanChanged, this, &CPlanSaver::Renew);
+  connect(wall_, &CLiveWall::SignalPlanChanged, this, [this] {
+    DropOnceMore();
+    Renew();
+  });
   connect(wall_, &CLiveWall::SignalPlanRenewed, this, &CPlanSaver::Renew);
+  connect(wall_, &CLiveWall::SignalArrangementChanged, this, &CPlanSaver::Renew);
 }
 
 void CPlanSaver::Attach(CPlanFamily* family) {
@@ -49,9 +54,14 @@ void CPlanSaver::Attach(CPlanFamily* family) {
   connect(family->Panel(), &CViewExternWidget::SignalSavePlanAs, this, [this, family] { OnSaveAsConfirmed(family); });
   connect(family->Panel(), &CViewExternWidget::SignalEditorChanged, this, &CPlanSaver::Renew);
   if (family->Controller()) {
-    connect(family->Controller(), &QObject::destroyed, this, [this] { saving_ = false; });  // and no answer comes
+    connect(family->Controller(), &QObject::destroyed, this, [this] { saving_ = Saving::No; });  // no answer comes
+    connect(family->Controller(), &CStandardViewController::SignalAddPlanSucc, this, &CPlanSaver::OnAdded);
   }
   Renew();
+}
+
+void CPlanSaver::Watch(const CPlanFamily* family) {
+  connect(family->Panel(), &CViewExternWidget::SignalEditorChanged, this, &CPlanSaver::Renew);
 }
 
 CPlanFamily* CPlanSaver::FamilyOfPlan() const {
@@ -79,6 +89,9 @@ QString CPlanSaver::WhyNotSave() const {
   if (IsEditing()) {
     return tr("the plan editor is open, and Ctrl+S saves there");
   }
+  if (CViewExternWidget::IsPlanEdited(wall_->PlanCode())) {
+    return tr("the plan is open in the editor over another wall");
+  }
   if (!family->MayEdit()) {
     return tr("you need the right to edit public plans");
   }
@@ -86,7 +99,7 @@ QString CPlanSaver::WhyNotSave() const {
 }
 
 QString CPlanSaver::WhyNotSaveAs() const {
-  const std::list<PlanPage>& pages = wall_->Plan().pages;
+  const std::list<PlanPage> pages = wall_->Arrangement().PagesToSave();
   const bool filled =
       std::any_of(pages.begin(), pages.end(), [](const PlanPage& page) { return HoldsSomething(page); });
   if (!filled) {
@@ -137,10 +150,11 @@ void CPlanSaver::Save() {
   if (!why_not.isEmpty()) {
     return RefuseCommand(why_not);
   }
-  if (saving_) {
+  if (saving_ != Saving::No) {
+    saving_ = Saving::AndOnceMore;
     return;
   }
-  saving_ = true;
+  saving_ = Saving::UnderWay;
   GetPlanDetailRequest request;
   request.plan_index_code = wall_->Plan().index_code;
   const auto fetch = [request, picture = Picture(), ground = Ground()] {
@@ -148,12 +162,12 @@ void CPlanSaver::Save() {
     fresh.response.thumbnail = ThumbnailOf(picture, ground);
     return fresh;
   };
-  HostCalls::Ask(fetch).Then(this, [this, code = request.plan_index_code](const FreshPlan& fresh) {
+  HostCalls::Ask(fetch).Within(look_).Then(this, [this, code = request.plan_index_code](const FreshPlan& fresh) {
     const QString refusal = WhyNotSave(fresh, code);
     if (refusal.isEmpty()) {
       Send(fresh.response);
     } else {
-      saving_ = false;
+      saving_ = Saving::No;
       Q_EMIT SignalMessage(refusal, CNomalMessage::Failure);
     }
   });
@@ -166,7 +180,7 @@ QString CPlanSaver::WhyNotSave(const FreshPlan& fresh, const std::string& code) 
   if (!FamilyOfPlan() || wall_->Plan().index_code != code) {
     return tr("Not saved: the plan was stopped meanwhile.");
   }
-  if (IsEditing()) {
+  if (IsEditing() || CViewExternWidget::IsPlanEdited(StringToQString(code))) {
     return tr("Not saved: %1.").arg(WhyNotSave());  // opened meanwhile
   }
   if (!SamePages(fresh.response.pages, wall_->Plan().pages)) {
@@ -179,13 +193,37 @@ QString CPlanSaver::WhyNotSave(const FreshPlan& fresh, const std::string& code) 
 // row in the tree may not know yet.
 void CPlanSaver::Send(const GetPlanDetailResponse& fresh) {
   UpdatePlanRequest request = UpdateRequestFrom(fresh);
-  request.pages = wall_->Plan().pages;
-  FamilyOfPlan()->Controller()->UpdatePlanParam(request, StringToQString(fresh.name),
-                                                [saver = QPointer<CPlanSaver>(this)](const TarnPlanView::CallAnswer&) {
-                                                  if (saver) {
-                                                    saver->saving_ = false;
-                                                  }
-                                                });
+  request.pages = wall_->Arrangement().PagesToSave();
+  sent_ = Sent{wall_->Plan(), request.pages};
+  saving_ = Saving::UnderWay;  // whatever was wanted until now is in it
+  const auto answer = [saver = QPointer<CPlanSaver>(this)](const TarnPlanView::CallAnswer& how) {
+    if (saver) {
+      saver->OnSent(how.ok);
+    }
+  };
+  FamilyOfPlan()->Controller()->UpdatePlanParam(request, StringToQString(fresh.name), answer);
+}
+
+// The plan comes again only later, or not at all; what the user has changed by then builds on his own save.
+void CPlanSaver::OnSent(bool ok) {
+  const std::optional<Sent> sent = std::exchange(sent_, std::nullopt);
+  const bool once_more = std::exchange(saving_, Saving::No) == Saving::AndOnceMore;
+  if (ok && sent) {
+    if (wall_->Arrangement().RestsOn(sent->plan)) {
+      wall_->Saved(sent->pages);
+    }
+    Q_EMIT SignalSaved(sent->plan, sent->pages);
+  }
+  if (ok && once_more && wall_->Arrangement().IsChanged()) {
+    Save();
+  }
+}
+
+// Something else is on the wall.
+void CPlanSaver::DropOnceMore() {
+  if (saving_ == Saving::AndOnceMore) {
+    saving_ = Saving::UnderWay;
+  }
 }
 
 void CPlanSaver::SaveAs() {
@@ -194,7 +232,7 @@ void CPlanSaver::SaveAs() {
     return RefuseCommand(why_not);
   }
   pending_ = {};
-  pending_.pages = wall_->Plan().pages;
+  pending_.pages = wall_->Arrangement().PagesToSave();
   pending_picture_ = Picture();
   current_().Panel()->OnPopupSavePlanAsDlg(wall_->Bar()->SavePlace(kDialogWidth));
 }
@@ -217,13 +255,26 @@ void CPlanSaver::OnSaveAsConfirmed(CPlanFamily* family) {
       });
 }
 
-// A plan that is not sent yet would be made in the next user's name.
+void CPlanSaver::OnAdded(const AddPlanRequest& plan, const QString& code) {
+  const CArrangement& arrangement = wall_->Arrangement();
+  if (arrangement.IsChanged() && SamePages(plan.pages, arrangement.PagesToSave())) {
+    Q_EMIT SignalSavedAsNew(code);
+  }
+}
+
+// What is not sent yet would be made or changed in the next user's name.
 void CPlanSaver::ForgetUser() {
-  const bool is_adding = new_plans_.IsUnderWay();
+  const bool is_unsent = new_plans_.IsUnderWay() || look_.IsUnderWay();
+  if (look_.IsUnderWay()) {
+    saving_ = Saving::No;
+  }
+  look_.Drop();
+  sent_.reset();
+  DropOnceMore();
   new_plans_.Drop();
   pending_ = {};
   pending_picture_ = QImage();
-  if (is_adding) {
+  if (is_unsent) {
     Q_EMIT SignalMessage(tr("Not saved: the user was switched meanwhile."), CNomalMessage::Failure);
   }
   Renew();

@@ -22,6 +22,7 @@ QJsonObject ChosenSettings::ToJson() const {
                      {QStringLiteral("skin"), skin},
                      {QStringLiteral("seconds_per_plan"), seconds_per_plan},
                      {QStringLiteral("asks_before_closing"), asks_before_closing},
+                     {QStringLiteral("snapshot_folder"), snapshot_folder},
                      {QStringLiteral("opens_first"), NamesOfOpensFirst().at(static_cast<int>(opens_first))}};
 }
 
@@ -37,6 +38,7 @@ ChosenSettings ChosenSettings::WithChange(const ChosenSettings& before, const Ch
   take(&ChosenSettings::seconds_per_plan);
   take(&ChosenSettings::asks_before_closing);
   take(&ChosenSettings::opens_first);
+  take(&ChosenSettings::snapshot_folder);
   return changed;
 }
 
@@ -45,6 +47,7 @@ ChosenSettings ChosenSettings::FromJson(const QJsonObject& json, bool* sound) {
   ChosenSettings chosen;
   chosen.language = reader.Text("language").value_or(chosen.language);
   chosen.skin = reader.Text("skin").value_or(chosen.skin);
+  chosen.snapshot_folder = reader.Text("snapshot_folder").value_or(QString());
   chosen.seconds_per_plan =
       reader.Number("seconds_per_plan", kLeastSecondsPerPlan, kMostSecondsPerPlan).value_or(chosen.seconds_per_plan);
   chosen.asks_before_closing = reader.Flag("asks_before_closing").value_or(chosen.asks_before_closing);

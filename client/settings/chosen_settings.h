@@ -18,6 +18,7 @@ struct ChosenSettings {
   int seconds_per_plan = 20;        // a plan's turn in a group cycle
   bool asks_before_closing = true;  // while something plays
   OpensFirst opens_first = OpensFirst::DefaultView;
+  QString snapshot_folder;  // empty: one in the user's pictures
 
   QJsonObject ToJson() const;
   /// Values that are not there or cannot be are those of a first start; `sound` becomes false for the latter.

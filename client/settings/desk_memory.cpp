@@ -1,18 +1,8 @@
 #include "settings/desk_memory.h"
 
-#include <TarnPlanView/plan_view_tree.h>
-#include <TarnPlanView/view_extern_widget.h>
-#include <TarnPlanView/view_model_data_manager_export.h>
+#include <algorithm>
 
-#include <QEvent>
-#include <QGuiApplication>
-#include <QScreen>
-#include <QSplitter>
-#include <QTabWidget>
-
-#include "plans/plan_family.h"
 #include "settings/user_settings.h"
-#include "window/window_place.h"
 
 namespace TarnClient {
 
@@ -20,98 +10,69 @@ namespace {
 
 constexpr int kLaterMs = 500;  // for what comes in a run, as when a window is dragged
 
-// The main screen first.
-QVector<QRect> RoomsOfScreens() {
-  QVector<QRect> rooms;
-  for (const QScreen* screen : QGuiApplication::screens()) {
-    rooms.append(screen->availableGeometry());
+RememberedWall RememberedOf(const RememberedDesk& desk, int number) {
+  if (number == 0) {
+    return desk;
   }
-  return rooms;
-}
-
-bool ArePlansLoaded() {
-  return TarnPlanView::CViewModelDataManagerExport::Instance().IsViewModelInitFinish();
+  return desk.Wall(number);
 }
 
 }  // namespace
 
-CDeskMemory::CDeskMemory(CUserSettings* settings, const Desk& desk, QObject* parent)
-    : QObject(parent), settings_(settings), desk_(desk) {
+CDeskMemory::CDeskMemory(CUserSettings* settings, CPlayHistory* history, QObject* parent)
+    : QObject(parent), settings_(settings), history_(history) {
   later_.setSingleShot(true);
   later_.setInterval(kLaterMs);
   connect(&later_, &QTimer::timeout, this, &CDeskMemory::Keep);
-  Watch();
+  connect(history_, &QAbstractItemModel::rowsInserted, this, &CDeskMemory::KeepLater);
+  connect(history_, &QAbstractItemModel::dataChanged, this, &CDeskMemory::KeepLater);
+  history_->SetPlans(settings_->Remembered().history);
 }
 
-void CDeskMemory::Watch() {
-  desk_.window->installEventFilter(this);
-  connect(desk_.splitter, &QSplitter::splitterMoved, this, &CDeskMemory::KeepLater);
-  connect(desk_.tabs, &QTabWidget::currentChanged, this, &CDeskMemory::KeepLater);
-  connect(desk_.history, &QAbstractItemModel::rowsInserted, this, &CDeskMemory::KeepLater);
-  connect(desk_.history, &QAbstractItemModel::dataChanged, this, &CDeskMemory::KeepLater);
-  for (int number = 0; number < desk_.families.size(); ++number) {
-    connect(TreeOf(number), &QTreeView::expanded, this, &CDeskMemory::KeepLater);
-    connect(TreeOf(number), &QTreeView::collapsed, this, &CDeskMemory::KeepLater);
-    connect(desk_.families[number]->Panel(), &TarnPlanView::CViewExternWidget::SignalLastSearchesChanged, this,
-            &CDeskMemory::KeepLater);
-    const QAbstractItemModel* rows = desk_.families[number]->Model();
-    awaits_rows_.append(!rows || rows->rowCount() == 0);
-    if (rows) {
-      connect(rows, &QAbstractItemModel::rowsInserted, this, [this, number](const QModelIndex& above) {
-        awaits_rows_[number] = awaits_rows_[number] && above.isValid();
-      });
+CWallMemory* CDeskMemory::Add(const CWallMemory::Parts& parts) {
+  auto* wall = new CWallMemory(parts, this);
+  const RememberedWall remembered = Known(parts.number);
+  wall->PlaceWindow(remembered);
+  wall->Restore(remembered);
+  walls_.append(wall);
+  connect(wall, &CWallMemory::SignalChanged, this, &CDeskMemory::KeepLater);
+  return wall;
+}
+
+// Its place is kept for when it is opened again.
+void CDeskMemory::Remove(int number) {
+  Keep();
+  const auto wall =
+      std::find_if(walls_.begin(), walls_.end(), [number](const CWallMemory* one) { return one->Number() == number; });
+  if (wall != walls_.end()) {
+    delete *wall;
+    walls_.erase(wall);
+    KeepLater();
+  }
+}
+
+RememberedWall CDeskMemory::Known(int number) const {
+  return RememberedOf(settings_->Remembered(), number);
+}
+
+QVector<int> CDeskMemory::LeftOpen() const {
+  QVector<int> numbers;
+  for (const RememberedWall& wall : settings_->Remembered().walls) {
+    if (wall.is_open) {
+      numbers << wall.number;
     }
   }
-}
-
-bool CDeskMemory::eventFilter(QObject* watched, QEvent* event) {
-  switch (event->type()) {
-    case QEvent::Move:
-    case QEvent::Resize:
-    case QEvent::WindowStateChange:
-      KeepLater();
-      break;
-    default:
-      break;
-  }
-  return QObject::eventFilter(watched, event);
-}
-
-void CDeskMemory::PlaceWindow() {
-  const RememberedDesk& desk = settings_->Remembered();
-  if (!desk.window.isEmpty()) {
-    desk_.window->setGeometry(WindowPlaceOn(RoomsOfScreens(), desk.window));
-  }
-  if (desk.is_maximized) {
-    desk_.window->setWindowState(desk_.window->windowState() | Qt::WindowMaximized);
-  }
-}
-
-void CDeskMemory::Restore() {
-  const RememberedDesk desk = settings_->Remembered();
-  if (desk.side_width > 0) {
-    const int all = desk_.splitter->width();
-    desk_.splitter->setSizes({desk.side_width, qMax(1, all - desk.side_width)});
-  }
-  desk_.tabs->setCurrentIndex(qMin(desk.shown_family, desk_.tabs->count() - 1));
-  desk_.history->SetPlans(desk.history);
-  last_played_ = desk.last_played;
-  for (int number = 0; number < desk_.families.size(); ++number) {
-    const RememberedDesk::Family family = desk.families.value(number);
-    TreeOf(number)->SetOpenGroups(family.open_groups);
-    desk_.families[number]->Panel()->SetLastSearches(family.searches);
-  }
-  later_.stop();
+  std::sort(numbers.begin(), numbers.end());
+  return numbers;
 }
 
 void CDeskMemory::RestoreForNewUser() {
-  awaits_rows_.fill(true);
-  Restore();
-}
-
-void CDeskMemory::SetPlayed(const QString& code, bool is_group) {
-  last_played_ = {code, is_group};
-  KeepLater();
+  history_->SetPlans(settings_->Remembered().history);
+  for (CWallMemory* wall : walls_) {
+    wall->AwaitRows();
+    wall->Restore(Known(wall->Number()));
+  }
+  later_.stop();
 }
 
 void CDeskMemory::Keep() {
@@ -120,31 +81,24 @@ void CDeskMemory::Keep() {
 }
 
 RememberedDesk CDeskMemory::Now() const {
+  const RememberedDesk& last = settings_->Remembered();
   RememberedDesk desk;
-  desk.window = desk_.window->normalGeometry();
-  desk.is_maximized = desk_.window->isMaximized();
-  desk.side_width = desk_.splitter->sizes().value(0);
-  desk.shown_family = desk_.tabs->currentIndex();
-  desk.history = desk_.history->Plans();
-  desk.last_played = last_played_;
-  for (int number = 0; number < desk_.families.size(); ++number) {
-    desk.families.append(FamilyNow(number));
+  desk.history = history_->Plans();
+  desk.walls = last.walls;
+  for (RememberedWall& wall : desk.walls) {
+    wall.is_open = false;
+  }
+  for (const CWallMemory* memory : walls_) {
+    const RememberedWall wall = memory->Now(Known(memory->Number()));
+    if (wall.number == 0) {
+      static_cast<RememberedWall&>(desk) = wall;
+      continue;
+    }
+    const auto is_same = [&wall](const RememberedWall& one) { return one.number == wall.number; };
+    desk.walls.erase(std::remove_if(desk.walls.begin(), desk.walls.end(), is_same), desk.walls.end());
+    desk.walls.append(wall);
   }
   return desk;
-}
-
-// During a load, the trees do not show what the user left open.
-RememberedDesk::Family CDeskMemory::FamilyNow(int number) const {
-  RememberedDesk::Family family = settings_->Remembered().families.value(number);
-  family.searches = desk_.families[number]->Panel()->GetLastSearches();
-  if (!awaits_rows_[number] && ArePlansLoaded()) {
-    family.open_groups = TreeOf(number)->GetOpenGroups().mid(0, RememberedDesk::kMostOpenGroups);
-  }
-  return family;
-}
-
-TarnPlanView::CPlanViewTree* CDeskMemory::TreeOf(int number) const {
-  return desk_.families[number]->Panel()->GetPlanViewTree();
 }
 
 }  // namespace TarnClient

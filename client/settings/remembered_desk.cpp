@@ -3,6 +3,7 @@
 #include <TarnPlanView/search_memory.h>
 
 #include <QJsonArray>
+#include <QSet>
 
 #include "settings/json_reader.h"
 
@@ -28,9 +29,9 @@ QRect RectOf(const CJsonReader& reader) {
   return QRect(*x, *y, *width, *height);
 }
 
-QJsonObject JsonOf(const RememberedDesk::Family& family) {
+QJsonObject JsonOf(const RememberedWall::Family& family) {
   QJsonArray groups;
-  for (const TarnPlanView::OpenGroup& group : family.open_groups.mid(0, RememberedDesk::kMostOpenGroups)) {
+  for (const TarnPlanView::OpenGroup& group : family.open_groups.mid(0, RememberedWall::kMostOpenGroups)) {
     groups.append(QJsonArray{group.code, group.above});
   }
   return QJsonObject{{QStringLiteral("open_groups"), groups},
@@ -38,9 +39,9 @@ QJsonObject JsonOf(const RememberedDesk::Family& family) {
                       QJsonArray::fromStringList(family.searches.mid(0, TarnPlanView::kMostLastSearches))}};
 }
 
-RememberedDesk::Family FamilyOf(const CJsonReader& reader) {
-  RememberedDesk::Family family;
-  for (const QJsonValue& group : reader.List("open_groups", RememberedDesk::kMostOpenGroups)) {
+RememberedWall::Family FamilyOf(const CJsonReader& reader) {
+  RememberedWall::Family family;
+  for (const QJsonValue& group : reader.List("open_groups", RememberedWall::kMostOpenGroups)) {
     const auto code = reader.TextIn(group[0]), above = reader.TextIn(group[1]);
     if (code && above) {
       family.open_groups.append({*code, *above});
@@ -81,45 +82,104 @@ QVector<PlayedPlan> HistoryOf(const CJsonReader& reader) {
   return history;
 }
 
+QVector<RememberedWall> WallsOf(const CJsonReader& reader, bool* sound) {
+  QVector<RememberedWall> walls;
+  QSet<int> numbers;
+  for (const QJsonValue& element : reader.List("walls", RememberedDesk::kMostWalls)) {
+    const CJsonReader of_wall = reader.Element(element);
+    RememberedWall wall = RememberedWall::FromJson(element.toObject(), sound);
+    wall.number = of_wall.Number("number", 1, RememberedDesk::kMostWalls).value_or(0);
+    wall.is_open = of_wall.Flag("open").value_or(false);
+    if (wall.number == 0 || numbers.contains(wall.number)) {
+      reader.Reject();
+    } else {
+      numbers << wall.number;
+      walls.append(wall);
+    }
+  }
+  return walls;
+}
+
 }  // namespace
 
-QJsonObject RememberedDesk::ToJson() const {
-  QJsonArray of_families, of_history;
+QJsonObject RememberedWall::ToJson() const {
+  QJsonArray of_families;
   for (const Family& family : families.mid(0, kMostFamilies)) {
     of_families.append(JsonOf(family));
   }
-  for (const PlayedPlan& plan : history.mid(0, CPlayHistory::kMostPlans)) {
-    if (plan.why_not.isEmpty()) {
-      of_history.append(JsonOf(plan));
-    }
-  }
   QJsonObject json{{QStringLiteral("maximized"), is_maximized},
+                   {QStringLiteral("full_screen"), is_full_screen},
                    {QStringLiteral("side_width"), side_width},
                    {QStringLiteral("shown_family"), shown_family},
                    {QStringLiteral("families"), of_families},
-                   {QStringLiteral("history"), of_history},
                    {QStringLiteral("last_played"), QJsonObject{{QStringLiteral("code"), last_played.code},
                                                                {QStringLiteral("is_group"), last_played.is_group}}}};
   if (!window.isEmpty()) {
     json.insert(QStringLiteral("window"), JsonOf(window));
   }
+  if (!screen.isEmpty() && !screen_place.isEmpty()) {
+    json.insert(QStringLiteral("screen"), screen);
+    json.insert(QStringLiteral("screen_place"), JsonOf(screen_place));
+  }
+  return json;
+}
+
+RememberedWall RememberedWall::FromJson(const QJsonObject& json, bool* sound) {
+  const CJsonReader reader(json, sound);
+  RememberedWall wall;
+  wall.window = RectOf(reader.Object("window"));
+  wall.is_maximized = reader.Flag("maximized").value_or(false);
+  wall.is_full_screen = reader.Flag("full_screen").value_or(false);
+  wall.screen = reader.Text("screen").value_or(QString());
+  wall.screen_place = RectOf(reader.Object("screen_place"));
+  wall.side_width = reader.Number("side_width", 0, kFarthest).value_or(0);
+  wall.shown_family = reader.Number("shown_family", 0, kMostFamilies - 1).value_or(0);
+  for (const QJsonValue& family : reader.List("families", kMostFamilies)) {
+    wall.families.append(FamilyOf(reader.Element(family)));
+  }
+  const CJsonReader played = reader.Object("last_played");
+  wall.last_played.code = played.Text("code").value_or(QString());
+  wall.last_played.is_group = played.Flag("is_group").value_or(false);
+  return wall;
+}
+
+RememberedWall RememberedDesk::Wall(int wall_number) const {
+  for (const RememberedWall& wall : walls) {
+    if (wall.number == wall_number) {
+      return wall;
+    }
+  }
+  RememberedWall unknown;
+  unknown.number = wall_number;
+  unknown.is_open = false;
+  return unknown;
+}
+
+QJsonObject RememberedDesk::ToJson() const {
+  QJsonArray of_history, of_walls;
+  for (const PlayedPlan& plan : history.mid(0, CPlayHistory::kMostPlans)) {
+    if (plan.why_not.isEmpty()) {
+      of_history.append(JsonOf(plan));
+    }
+  }
+  for (const RememberedWall& wall : walls.mid(0, kMostWalls)) {
+    QJsonObject of_wall = wall.ToJson();
+    of_wall.insert(QStringLiteral("number"), wall.number);
+    of_wall.insert(QStringLiteral("open"), wall.is_open);
+    of_walls.append(of_wall);
+  }
+  QJsonObject json = RememberedWall::ToJson();
+  json.insert(QStringLiteral("history"), of_history);
+  json.insert(QStringLiteral("walls"), of_walls);
   return json;
 }
 
 RememberedDesk RememberedDesk::FromJson(const QJsonObject& json, bool* sound) {
   const CJsonReader reader(json, sound);
   RememberedDesk desk;
-  desk.window = RectOf(reader.Object("window"));
-  desk.is_maximized = reader.Flag("maximized").value_or(false);
-  desk.side_width = reader.Number("side_width", 0, kFarthest).value_or(0);
-  desk.shown_family = reader.Number("shown_family", 0, kMostFamilies - 1).value_or(0);
-  for (const QJsonValue& family : reader.List("families", kMostFamilies)) {
-    desk.families.append(FamilyOf(reader.Element(family)));
-  }
+  static_cast<RememberedWall&>(desk) = RememberedWall::FromJson(json, sound);
   desk.history = HistoryOf(reader);
-  const CJsonReader played = reader.Object("last_played");
-  desk.last_played.code = played.Text("code").value_or(QString());
-  desk.last_played.is_group = played.Flag("is_group").value_or(false);
+  desk.walls = WallsOf(reader, sound);
   return desk;
 }
 

@@ -4,8 +4,14 @@
 
 #include <QAbstractItemModel>
 #include <QHBoxLayout>
+#include <QLabel>
+#include <QScreen>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "LyraPluginManager/resource_business_interface_mgr.h"
+#include "MarUIControl/accessible_role.h"
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/primary_button.h"
 #include "MarUIControl/push_button.h"
@@ -13,8 +19,11 @@
 #include "TarnUIDataController/skin_loader.h"
 #include "WidgetKit/new_location_combo_box.h"
 #include "app/client_options.h"
+#include "plan_rules/rights.h"
 #include "settings/settings_form.h"
 #include "settings/user_settings.h"
+#include "site/site_page.h"
+#include "users/users_page.h"
 
 namespace TarnClient {
 
@@ -23,6 +32,8 @@ using TarnPlanView::CDefaultLoadViewDisplay;
 namespace {
 
 constexpr int kWidth = 440;
+constexpr int kCameraPage = 1, kUsersPage = 2;
+constexpr QSize kListSize(980, 640);
 
 // The skin in use may be another one than the stored one: that of the command line.
 ChosenSettings InUse(ChosenSettings chosen) {
@@ -46,9 +57,9 @@ CSettingsDialog::CSettingsDialog(TarnPlanView::CStandardViewController* controll
   setWindowTitle(tr("Settings"));
   setMinimumWidth(kWidth);
   auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(20, 20, 20, 16);
-  layout->setSpacing(20);
-  layout->addWidget(form_);
+  layout->setContentsMargins(20, 8, 20, 16);
+  layout->setSpacing(16);
+  layout->addWidget(BuildPages(), 1);
   layout->addWidget(BuildButtons());
   shown_ = InUse(settings_->Chosen());
   form_->Show(shown_);
@@ -77,6 +88,111 @@ void CSettingsDialog::Read() {
   Renew();
 }
 
+QWidget* CSettingsDialog::BuildPages() {
+  pages_ = new QTabWidget(this);
+  pages_->setObjectName(QStringLiteral("settings_pages"));
+  MarUIControl::SetAccessibleRole(pages_, QAccessible::LayeredPane);
+  pages_->setAccessibleName(windowTitle());
+  pages_->tabBar()->setAccessibleName(tr("Pages of settings"));
+  auto* general = new QWidget(pages_);
+  general_ = new QVBoxLayout(general);
+  general_->setContentsMargins(0, 16, 0, 0);
+  general_->addWidget(form_);
+  general_->addStretch();
+  for (QWidget** list : {&cameras_, &users_}) {
+    *list = new QWidget(pages_);
+    (new QVBoxLayout(*list))->setContentsMargins(0, 0, 0, 0);
+  }
+  pages_->addTab(general, tr("General"));
+  pages_->addTab(cameras_, tr("Cameras"));
+  pages_->addTab(users_, tr("Users"));
+  const bool may_configure = LyraPluginManager::CResourceBusinessInterfaceMgr::Instance().CheckControlPermission(
+      view_plugin_protocol::kConfigureRight);
+  for (const int page : {kCameraPage, kUsersPage}) {
+    pages_->setTabEnabled(page, may_configure);
+    if (!may_configure) {
+      pages_->setTabToolTip(page, tr("You lack the right to configure the site."));
+    }
+  }
+  connect(pages_, &QTabWidget::currentChanged, this, &CSettingsDialog::OnPage);
+  return pages_;
+}
+
+void CSettingsDialog::AddNote(const QString& text) {
+  auto* note = new QLabel(text, this);
+  note->setObjectName(QStringLiteral("settings_note"));
+  note->setTextFormat(Qt::PlainText);
+  note->setWordWrap(true);
+  general_->addSpacing(12);
+  general_->addWidget(note);
+}
+
+void CSettingsDialog::OpenCameras() {
+  OpenPage(kCameraPage);
+}
+
+void CSettingsDialog::OpenUsers() {
+  OpenPage(kUsersPage);
+}
+
+void CSettingsDialog::OpenPage(int page) {
+  if (pages_->isTabEnabled(page)) {
+    pages_->setCurrentIndex(page);
+  }
+}
+
+void CSettingsDialog::OnUsersChanged() {
+  if (auto* page = users_->findChild<CUsersPage*>()) {
+    page->Read();
+  }
+}
+
+void CSettingsDialog::FillPage() {
+  QWidget* page = nullptr;
+  if (pages_->currentIndex() == kCameraPage && !cameras_->findChild<CSitePage*>()) {
+    page = new CSitePage(try_camera_, cameras_);
+    cameras_->layout()->addWidget(page);
+  } else if (pages_->currentIndex() == kUsersPage && !users_->findChild<CUsersPage*>()) {
+    page = new CUsersPage(users_);
+    users_->layout()->addWidget(page);
+  }
+  if (page) {
+    page->setFocus(Qt::OtherFocusReason);
+  }
+}
+
+bool CSettingsDialog::IsForm() const {
+  return pages_->currentIndex() != kCameraPage && pages_->currentIndex() != kUsersPage;
+}
+
+// A list needs more room than the form. Return in it must not save what stands in the form.
+void CSettingsDialog::OnPage() {
+  const bool is_form = IsForm();
+  FillPage();
+  save_->setDefault(is_form);
+  save_->setAutoDefault(is_form);
+  if (is_form) {
+    Resize(size_of_form_);
+  } else {
+    if (was_form_) {
+      size_of_form_ = size();
+    }
+    Resize(size().expandedTo(kListSize));
+  }
+  was_form_ = is_form;
+  Renew();
+}
+
+// Around the same middle, as far as the screen has room.
+void CSettingsDialog::Resize(const QSize& wanted) {
+  const QRect room = screen()->availableGeometry();
+  QRect place(QPoint(), wanted.boundedTo(room.size()));
+  place.moveCenter(geometry().center());
+  place.moveLeft(qBound(room.left(), place.left(), room.right() - place.width() + 1));
+  place.moveTop(qBound(room.top(), place.top(), room.bottom() - place.height() + 1));
+  setGeometry(place);
+}
+
 QWidget* CSettingsDialog::BuildButtons() {
   auto* row = new QWidget(this);
   auto* layout = new QHBoxLayout(row);
@@ -85,15 +201,14 @@ QWidget* CSettingsDialog::BuildButtons() {
   save_->setObjectName(QStringLiteral("settings_save_btn"));
   save_->setText(tr("Save"));
   save_->setDefault(true);
-  auto* close = new MarUIControl::CPushButton(row);
-  close->setObjectName(QStringLiteral("settings_close_btn"));
-  close->setText(tr("Cancel"));
-  close->setAutoDefault(false);
+  close_ = new MarUIControl::CPushButton(row);
+  close_->setObjectName(QStringLiteral("settings_close_btn"));
+  close_->setAutoDefault(false);
   layout->addStretch();
   layout->addWidget(save_);
-  layout->addWidget(close);
+  layout->addWidget(close_);
   connect(save_, &QPushButton::clicked, this, &CSettingsDialog::Save);
-  connect(close, &QPushButton::clicked, this, &QDialog::reject);
+  connect(close_, &QPushButton::clicked, this, &QDialog::reject);
   return row;
 }
 
@@ -122,7 +237,13 @@ bool CSettingsDialog::SaveChosen() {
 }
 
 void CSettingsDialog::Renew() {
-  save_->setEnabled(default_view_->IsChanged() || form_->Entered() != shown_);
+  const bool is_changed = default_view_->IsChanged() || form_->Entered() != shown_;
+  save_->setEnabled(is_changed);
+  if (is_changed || IsForm()) {
+    close_->setText(tr("Cancel"));
+  } else {
+    close_->setText(tr("Close"));
+  }
 }
 
 }  // namespace TarnClient

@@ -10,6 +10,8 @@
 #include "MarUIControl/spin_box.h"
 #include "MarUIControl/switch_control.h"
 #include "app/client_options.h"
+#include "composing/snapshot.h"
+#include "settings/folder_field.h"
 
 namespace TarnClient {
 
@@ -40,6 +42,8 @@ CSettingsForm::CSettingsForm(QWidget* default_view, QWidget* parent) : QWidget(p
   asks_ = new MarUIControl::CSwitchControl(this);
   asks_->setObjectName(QStringLiteral("settings_asks"));
   asks_->setAccessibleName(tr("Ask before closing while something plays"));
+  snapshots_ = new CFolderField(tr("Snapshots are kept in"), DefaultSnapshotFolder(), this);
+  snapshots_->setObjectName(QStringLiteral("settings_snapshots"));
   FollowFields();
   auto* looks = new QHBoxLayout;
   looks->setSpacing(16);
@@ -57,6 +61,8 @@ CSettingsForm::CSettingsForm(QWidget* default_view, QWidget* parent) : QWidget(p
   layout->addSpacing(8);
   layout->addLayout(Column(tr("In a group cycle, each plan stays for"), seconds_));
   layout->addSpacing(8);
+  layout->addLayout(Column(tr("Snapshots are kept in"), snapshots_));
+  layout->addSpacing(8);
   layout->addLayout(SwitchRow());
   layout->addWidget(Note(tr("Deleting, and changes that are not saved, always ask.")));
   setFocusProxy(language_);
@@ -64,7 +70,8 @@ CSettingsForm::CSettingsForm(QWidget* default_view, QWidget* parent) : QWidget(p
   QWidget::setTabOrder(skin_, start_);
   QWidget::setTabOrder(start_, default_view_);
   QWidget::setTabOrder(default_view_, seconds_);
-  QWidget::setTabOrder(seconds_, asks_);
+  QWidget::setTabOrder(seconds_, snapshots_);
+  QWidget::setTabOrder(snapshots_->findChildren<QWidget*>().last(), asks_);
 }
 
 // Once they are filled.
@@ -74,6 +81,7 @@ void CSettingsForm::FollowFields() {
   }
   connect(seconds_, QOverload<int>::of(&QSpinBox::valueChanged), this, &CSettingsForm::OnChanged);
   connect(asks_, &QAbstractButton::toggled, this, &CSettingsForm::OnChanged);
+  connect(snapshots_, &CFolderField::SignalChanged, this, &CSettingsForm::OnChanged);
 }
 
 QBoxLayout* CSettingsForm::Column(const QString& label, QWidget* field) {
@@ -153,6 +161,7 @@ void CSettingsForm::Show(const ChosenSettings& chosen) {
   Select(start_, static_cast<int>(chosen.opens_first));
   seconds_->setValue(chosen.seconds_per_plan);
   asks_->setToggle(chosen.asks_before_closing);
+  snapshots_->SetFolder(chosen.snapshot_folder);
   OnChanged();
 }
 
@@ -167,6 +176,7 @@ ChosenSettings CSettingsForm::Entered() const {
   entered.opens_first = static_cast<OpensFirst>(start_->currentData().toInt());
   entered.seconds_per_plan = seconds_->value();
   entered.asks_before_closing = asks_->isToggled();
+  entered.snapshot_folder = snapshots_->Folder();
   return entered;
 }
 

@@ -14,6 +14,8 @@ class CSwitchControl;
 
 namespace TarnClient {
 
+class CFolderField;
+
 /// The fields for what a user chooses. Thread: GUI.
 class CSettingsForm : public QWidget {
   Q_OBJECT
@@ -49,6 +51,7 @@ class CSettingsForm : public QWidget {
   QComboBox *language_ = nullptr, *skin_ = nullptr, *start_ = nullptr;
   MarUIControl::CSpinBox* seconds_ = nullptr;
   MarUIControl::CSwitchControl* asks_ = nullptr;
+  CFolderField* snapshots_ = nullptr;
 };
 
 }  // namespace TarnClient

@@ -76,6 +76,7 @@ void CUserSettings::Load(const QString& store, const QString& user) {
   waited.start();
   Flush();
   late_.reset();
+  reading_.reset();
   calls_.Drop();
   file_ = CSettingsFile(path_, store, user);
   const auto read = std::make_shared<CSettingsFile::Answer>();
@@ -85,15 +86,12 @@ void CUserSettings::Load(const QString& store, const QString& user) {
   })
       .On(*disk_)
       .Within(calls_)
-      .Then(this, [this](const CSettingsFile::Answer& answer) {
-        if (!keeps_desk_) {
-          OnReadLate(answer);
-        }
-      });
+      .Then(this, [this](const CSettingsFile::Answer&) { OnReadLate(); });
   keeps_desk_ = disk_->waitForDone(qMax(0, patience_ms_ - static_cast<int>(waited.elapsed())));
   if (keeps_desk_) {
     TakeRead(*read);
   } else {
+    reading_ = read;
     TakeRead({SettingsTrouble::Unanswered, {}, {}});
   }
 }
@@ -110,9 +108,13 @@ void CUserSettings::TakeRead(const CSettingsFile::Answer& answer) {
 }
 
 // The desk stands by now, and stays as it is.
-void CUserSettings::OnReadLate(const CSettingsFile::Answer& answer) {
+void CUserSettings::OnReadLate() {
+  const auto read = std::exchange(reading_, nullptr);
+  if (!read) {
+    return;
+  }
   const RememberedDesk desk = remembered_;
-  TakeRead(answer);
+  TakeRead(*read);
   remembered_ = desk;
   Q_EMIT SignalChosen();
   if (!TroubleText().isEmpty()) {
@@ -133,6 +135,7 @@ bool CUserSettings::Choose(const ChosenSettings& shown, const ChosenSettings& ch
     *error = tr("The disk does not answer");
     return false;
   }
+  OnReadLate();  // what was asked for first has come first
   if (choice->answer.trouble != SettingsTrouble::None) {
     *error = TextOf(choice->answer.trouble, choice->answer.detail);
     return false;

@@ -56,7 +56,7 @@ class CUserSettings : public QObject {
  private:
   struct Choice;
   void TakeRead(const CSettingsFile::Answer& answer);
-  void OnReadLate(const CSettingsFile::Answer& answer);
+  void OnReadLate();
   void WriteChoice(const std::shared_ptr<Choice>& choice);
   void TakeOver(const Choice& choice);
   QString TextOf(SettingsTrouble trouble, const QString& detail) const;
@@ -71,6 +71,7 @@ class CUserSettings : public QObject {
   QString detail_;
   bool is_choice_sound_ = true, is_desk_sound_ = true;  // all of the user's values could be read, or were written since
   QTimer later_;                                        // runs while something is left to write
+  std::shared_ptr<CSettingsFile::Answer> reading_;      // what the disk had not given in time
   std::shared_ptr<Choice> late_;                        // was not stored in time, but may be yet
   HostCalls::CCallScope calls_;                         // of the current user
   bool keeps_desk_ = true;                              // it was read in time

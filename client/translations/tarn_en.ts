@@ -9,6 +9,21 @@
     </message>
 </context>
 <context>
+    <name>MarUIControl::CTreeView</name>
+    <message>
+        <source>%1: none</source>
+        <translation>%1: none</translation>
+    </message>
+    <message>
+        <source>Level %1</source>
+        <translation>Level %1</translation>
+    </message>
+    <message>
+        <source>rows below: %1</source>
+        <translation>rows below: %1</translation>
+    </message>
+</context>
+<context>
     <name>PlanRules</name>
     <message>
         <source>automatic</source>
@@ -55,6 +70,10 @@
         <source>You lack the right to delete plans.</source>
         <comment>view</comment>
         <translation>You lack the right to delete views.</translation>
+    </message>
+    <message>
+        <source>%1: never starts</source>
+        <translation>%1: never starts</translation>
     </message>
 </context>
 <context>
@@ -240,6 +259,14 @@
         <translation>Plug-in</translation>
     </message>
     <message>
+        <source>%1, interface %2</source>
+        <translation>%1, interface %2</translation>
+    </message>
+    <message>
+        <source>Host libraries</source>
+        <translation>Host libraries</translation>
+    </message>
+    <message>
         <source>%1 (built with %2)</source>
         <translation>%1 (built with %2)</translation>
     </message>
@@ -276,10 +303,298 @@
     </message>
 </context>
 <context>
+    <name>TarnClient::CAuthorityForm</name>
+    <message>
+        <source>Certificates</source>
+        <translation>Certificates</translation>
+    </message>
+    <message>
+        <source>Certificates (*.pem *.crt *.cer);;All files (*)</source>
+        <translation>Certificates (*.pem *.crt *.cer);;All files (*)</translation>
+    </message>
+    <message>
+        <source>Certificates (PEM)</source>
+        <translation>Certificates (PEM)</translation>
+    </message>
+    <message>
+        <source>From a file...</source>
+        <translation>From a file...</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Who vouches for cameras with encrypted streams (rtsps): certificates in PEM form, for all desks. Without any, those that each desk's system trusts count.</source>
+        <translation>Who vouches for cameras with encrypted streams (rtsps): certificates in PEM form, for all desks. Without any, those that each desk's system trusts count.</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CBarOverflow</name>
     <message>
         <source>More</source>
         <translation>More</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CCameraCsv</name>
+    <message>
+        <source>the camera is new here, and the table withholds an address of it.</source>
+        <translation>the camera is new here, and the table withholds an address of it.</translation>
+    </message>
+    <message>
+        <source>Line %1: %2</source>
+        <translation>Line %1: %2</translation>
+    </message>
+    <message>
+        <source>The file is empty.</source>
+        <translation>The file is empty.</translation>
+    </message>
+    <message>
+        <source>The first line has no column "%1". Known columns are: %2.</source>
+        <translation>The first line has no column "%1". Known columns are: %2.</translation>
+    </message>
+    <message>
+        <source>code %1 is "%2" here; neither name nor region fit.</source>
+        <translation>code %1 is "%2" here; neither name nor region fit.</translation>
+    </message>
+    <message>
+        <source>the camera of line %1 once more.</source>
+        <translation>the camera of line %1 once more.</translation>
+    </message>
+    <message>
+        <source>there are several cameras of this name; give the code of one.</source>
+        <translation>there are several cameras of this name; give the code of one.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CCameraFile</name>
+    <message numerus="yes">
+        <source>%n address(es) left out, since a password may stand in them</source>
+        <translation>
+            <numerusform>%n address left out, since a password may stand in it</numerusform>
+            <numerusform>%n addresses left out, since a password may stand in them</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n camera(s) written to %1</source>
+        <translation>
+            <numerusform>%n camera written to %1</numerusform>
+            <numerusform>%n cameras written to %1</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be read: %2</source>
+        <translation>The file %1 cannot be read: %2</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be written: %2</source>
+        <translation>The file %1 cannot be written: %2</translation>
+    </message>
+    <message>
+        <source>The file %1 is too large for a list of cameras.</source>
+        <translation>The file %1 is too large for a list of cameras.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CCameraForm</name>
+    <message>
+        <source>Address of the device</source>
+        <translation>Address of the device</translation>
+    </message>
+    <message>
+        <source>Address of the main stream</source>
+        <translation>Address of the main stream</translation>
+    </message>
+    <message>
+        <source>Address of the sub stream</source>
+        <translation>Address of the sub stream</translation>
+    </message>
+    <message>
+        <source>Connecting...</source>
+        <translation>Connecting...</translation>
+    </message>
+    <message>
+        <source>Edit camera</source>
+        <translation>Edit camera</translation>
+    </message>
+    <message>
+        <source>Hide</source>
+        <translation>Hide</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>New camera</source>
+        <translation>New camera</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Password</translation>
+    </message>
+    <message>
+        <source>Region</source>
+        <translation>Region</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Show</translation>
+    </message>
+    <message>
+        <source>Show the password</source>
+        <translation>Show the password</translation>
+    </message>
+    <message>
+        <source>Streams begin with rtsp:// or rtsps://, the device with http:// or https://. The device is asked for its presets.</source>
+        <translation>Streams begin with rtsp:// or rtsps://, the device with http:// or https://. The device is asked for its presets.</translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation>Test</translation>
+    </message>
+    <message>
+        <source>Test: %1</source>
+        <translation>Test: %1</translation>
+    </message>
+    <message>
+        <source>There is no address to try.</source>
+        <translation>There is no address to try.</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>User</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CCameraTrials</name>
+    <message>
+        <source>Live, %1 x %2</source>
+        <translation>Live, %1 x %2</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CClientSession</name>
+    <message>
+        <source>Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this machine.</source>
+        <translation>Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this machine.</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this machine.</source>
+        <comment>view</comment>
+        <translation>Views as of %1; the view store does not answer. The password is the one of the last log-in on this machine.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CCsvText</name>
+    <message>
+        <source>In line %1 something stands behind a closing quote.</source>
+        <translation>In line %1 something stands behind a closing quote.</translation>
+    </message>
+    <message>
+        <source>The file is no text in UTF-8, UTF-16 or %1.</source>
+        <translation>The file is no text in UTF-8, UTF-16 or %1.</translation>
+    </message>
+    <message>
+        <source>The quote that opens in line %1 is never closed.</source>
+        <translation>The quote that opens in line %1 is never closed.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CDeviceForm</name>
+    <message>
+        <source>Find cameras</source>
+        <translation>Find cameras</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Add</translation>
+    </message>
+    <message>
+        <source>Cameras that were found</source>
+        <translation>Cameras that were found</translation>
+    </message>
+    <message>
+        <source>Search again</source>
+        <translation>Search again</translation>
+    </message>
+    <message>
+        <source>Address of the device</source>
+        <translation>Address of the device</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>User</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Password</translation>
+    </message>
+    <message>
+        <source>Region</source>
+        <translation>Region</translation>
+    </message>
+    <message>
+        <source>No network can be searched. Type an address.</source>
+        <translation>No network can be searched. Type an address.</translation>
+    </message>
+    <message>
+        <source>Searching the local networks...</source>
+        <translation>Searching the local networks...</translation>
+    </message>
+    <message>
+        <source>No camera has answered. One that is known can be asked by its address.</source>
+        <translation>No camera has answered. One that is known can be asked by its address.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n camera(s) found</source>
+        <translation>
+            <numerusform>%n camera found</numerusform>
+            <numerusform>%n cameras found</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>That is no address of a device.</source>
+        <translation>That is no address of a device.</translation>
+    </message>
+    <message>
+        <source>The site has this camera already.</source>
+        <translation>The site has this camera already.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CExportForm</name>
+    <message>
+        <source>Export cameras</source>
+        <translation>Export cameras</translation>
+    </message>
+    <message>
+        <source>Export...</source>
+        <translation>Export...</translation>
+    </message>
+    <message>
+        <source>Without them, addresses in which a password may stand are left out, too. An import leaves both as they are.</source>
+        <translation>Without them, addresses in which a password may stand are left out, too. An import leaves both as they are.</translation>
+    </message>
+    <message>
+        <source>Write the passwords, too, for everybody to read</source>
+        <translation>Write the passwords, too, for everybody to read</translation>
+    </message>
+    <message>
+        <source>Writes all cameras with regions, addresses and users into a table (CSV).</source>
+        <translation>Writes all cameras with regions, addresses and users into a table (CSV).</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CFormDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
     </message>
 </context>
 <context>
@@ -295,6 +610,53 @@
     <message>
         <source>No key like this.</source>
         <translation>No key like this.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CImportForm</name>
+    <message>
+        <source>%1, read as %2</source>
+        <translation>%1, read as %2</translation>
+    </message>
+    <message>
+        <source>As they are already: %1</source>
+        <translation>As they are already: %1</translation>
+    </message>
+    <message>
+        <source>Changed: %1</source>
+        <translation>Changed: %1</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>Import cameras</source>
+        <translation>Import cameras</translation>
+    </message>
+    <message>
+        <source>Left out: %1</source>
+        <translation>Left out: %1</translation>
+    </message>
+    <message>
+        <source>Lines that are left out</source>
+        <translation>Lines that are left out</translation>
+    </message>
+    <message>
+        <source>New cameras: %1</source>
+        <translation>New cameras: %1</translation>
+    </message>
+    <message>
+        <source>New regions: %1</source>
+        <translation>New regions: %1</translation>
+    </message>
+    <message>
+        <source>There is nothing to import.</source>
+        <translation>There is nothing to import.</translation>
+    </message>
+    <message>
+        <source>Cameras in it: %1</source>
+        <translation>Cameras in it: %1</translation>
     </message>
 </context>
 <context>
@@ -532,17 +894,8 @@
         <translation>Live pictures</translation>
     </message>
     <message>
-        <source>Play &quot;%1&quot;</source>
-        <translation>Play &quot;%1&quot;</translation>
-    </message>
-    <message>
-        <source>Play the plans of &quot;%1&quot; in turn</source>
-        <translation>Play the plans of &quot;%1&quot; in turn</translation>
-    </message>
-    <message>
-        <source>Play the plans of &quot;%1&quot; in turn</source>
-        <comment>view</comment>
-        <translation>Play the views of &quot;%1&quot; in turn</translation>
+        <source>Own arrangement</source>
+        <translation>Own arrangement</translation>
     </message>
 </context>
 <context>
@@ -561,27 +914,6 @@
         <translation>Views</translation>
     </message>
     <message>
-        <source>Families of plans</source>
-        <translation>Families of plans</translation>
-    </message>
-    <message>
-        <source>Families of plans</source>
-        <comment>view</comment>
-        <translation>Families of views</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>Close</translation>
-    </message>
-    <message>
-        <source>"%1" is playing. Close all the same?</source>
-        <translation>"%1" is playing. Close all the same?</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>Cancel</translation>
-    </message>
-    <message>
         <source>In the window</source>
         <translation>In the window</translation>
     </message>
@@ -593,6 +925,354 @@
         <source>%1 - Plans</source>
         <comment>view</comment>
         <translation>%1 - Views</translation>
+    </message>
+    <message>
+        <source>Menu: press Alt and let it go</source>
+        <translation>Menu: press Alt and let it go</translation>
+    </message>
+    <message>
+        <source>In a window of the live view</source>
+        <translation>In a window of the wall</translation>
+    </message>
+    <message>
+        <source>Locked by %1. Plans can be played, held and turned.</source>
+        <translation>Locked by %1. Plans can be played, held and turned.</translation>
+    </message>
+    <message>
+        <source>Locked by %1. Plans can be played, held and turned.</source>
+        <comment>view</comment>
+        <translation>Locked by %1. Views can be played, held and turned.</translation>
+    </message>
+    <message>
+        <source>The user %1 was deleted. Somebody else has to log in. Until then plans can be played, held and turned.</source>
+        <translation>The user %1 was deleted. Somebody else has to log in. Until then plans can be played, held and turned.</translation>
+    </message>
+    <message>
+        <source>The user %1 was deleted. Somebody else has to log in. Until then plans can be played, held and turned.</source>
+        <comment>view</comment>
+        <translation>The user %1 was deleted. Somebody else has to log in. Until then views can be played, held and turned.</translation>
+    </message>
+    <message>
+        <source>This desk uses the account that owns the plan store. What each user may see and change is kept here by this program alone, not by the database.</source>
+        <translation>This desk uses the account that owns the plan store. What each user may see and change is kept here by this program alone, not by the database.</translation>
+    </message>
+    <message>
+        <source>This desk uses the account that owns the plan store. What each user may see and change is kept here by this program alone, not by the database.</source>
+        <comment>view</comment>
+        <translation>This desk uses the account that owns the view store. What each user may see and change is kept here by this program alone, not by the database.</translation>
+    </message>
+    <message>
+        <source>The plan store answers again, but %1 has another password there. Until it is given, plans can be played, held and turned.</source>
+        <translation>The plan store answers again, but %1 has another password there. Until it is given, plans can be played, held and turned.</translation>
+    </message>
+    <message>
+        <source>The plan store answers again, but %1 has another password there. Until it is given, plans can be played, held and turned.</source>
+        <comment>view</comment>
+        <translation>The view store answers again, but %1 has another password there. Until it is given, views can be played, held and turned.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CRegionForm</name>
+    <message>
+        <source>(no region)</source>
+        <translation>(no region)</translation>
+    </message>
+    <message>
+        <source>Edit region</source>
+        <translation>Edit region</translation>
+    </message>
+    <message>
+        <source>In region</source>
+        <translation>In region</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>New region</source>
+        <translation>New region</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CRemovalText</name>
+    <message numerus="yes">
+        <source>%n more</source>
+        <translation>
+            <numerusform>%n more</numerusform>
+            <numerusform>%n more</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Shown by %n plan(s): %1.</source>
+        <translation>
+            <numerusform>Shown by %n plan: %1.</numerusform>
+            <numerusform>Shown by %n plans: %1.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Shown by %n plan(s): %1.</source>
+        <comment>view</comment>
+        <translation>
+            <numerusform>Shown by %n view: %1.</numerusform>
+            <numerusform>Shown by %n views: %1.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Shown by %n plan(s) that you may not see.</source>
+        <translation>
+            <numerusform>Shown by %n plan that you may not see.</numerusform>
+            <numerusform>Shown by %n plans that you may not see.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Shown by %n plan(s) that you may not see.</source>
+        <comment>view</comment>
+        <translation>
+            <numerusform>Shown by %n view that you may not see.</numerusform>
+            <numerusform>Shown by %n views that you may not see.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Windows that showed it stay and say that the camera is gone.</source>
+        <translation>Windows that showed it stay and say that the camera is gone.</translation>
+    </message>
+    <message>
+        <source>Shown by no plan.</source>
+        <translation>Shown by no plan.</translation>
+    </message>
+    <message>
+        <source>Shown by no plan.</source>
+        <comment>view</comment>
+        <translation>Shown by no view.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Remove %n camera(s)?</source>
+        <translation>
+            <numerusform>Remove %n camera?</numerusform>
+            <numerusform>Remove %n cameras?</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Remove the camera "%1"?</source>
+        <translation>Remove the camera "%1"?</translation>
+    </message>
+    <message numerus="yes">
+        <source>Remove the region "%1" with %n camera(s) in it?</source>
+        <translation>
+            <numerusform>Remove the region "%1" with %n camera in it?</numerusform>
+            <numerusform>Remove the region "%1" with %n cameras in it?</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Remove the region "%1"?</source>
+        <translation>Remove the region "%1"?</translation>
+    </message>
+    <message>
+        <source>This cannot be undone.</source>
+        <translation>This cannot be undone.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CSiteModel</name>
+    <message>
+        <source>Main stream</source>
+        <translation>Main stream</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Sub stream</source>
+        <translation>Sub stream</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>User</translation>
+    </message>
+    <message>
+        <source>region %1</source>
+        <translation>region %1</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CSitePage</name>
+    <message numerus="yes">
+        <source>%n camera(s)</source>
+        <translation>
+            <numerusform>%n camera</numerusform>
+            <numerusform>%n cameras</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n region(s)</source>
+        <translation>
+            <numerusform>%n region</numerusform>
+            <numerusform>%n regions</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Certificates...</source>
+        <translation>Certificates...</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>Edit...</source>
+        <translation>Edit...</translation>
+    </message>
+    <message>
+        <source>Export cameras</source>
+        <translation>Export cameras</translation>
+    </message>
+    <message>
+        <source>Export...</source>
+        <translation>Export...</translation>
+    </message>
+    <message>
+        <source>Filter by name, address, user or code</source>
+        <translation>Filter by name, address, user or code</translation>
+    </message>
+    <message>
+        <source>Filter cameras</source>
+        <translation>Filter cameras</translation>
+    </message>
+    <message>
+        <source>Import cameras</source>
+        <translation>Import cameras</translation>
+    </message>
+    <message>
+        <source>Import...</source>
+        <translation>Import...</translation>
+    </message>
+    <message>
+        <source>In the settings, on the page of cameras</source>
+        <translation>In the settings, on the page of cameras</translation>
+    </message>
+    <message>
+        <source>New camera</source>
+        <translation>New camera</translation>
+    </message>
+    <message>
+        <source>New camera...</source>
+        <translation>New camera...</translation>
+    </message>
+    <message>
+        <source>New region...</source>
+        <translation>New region...</translation>
+    </message>
+    <message>
+        <source>No camera like this.</source>
+        <translation>No camera like this.</translation>
+    </message>
+    <message>
+        <source>Regions and cameras</source>
+        <translation>Regions and cameras</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Remove</translation>
+    </message>
+    <message>
+        <source>Remove...</source>
+        <translation>Remove...</translation>
+    </message>
+    <message>
+        <source>Tables (*.csv);;All files (*)</source>
+        <translation>Tables (*.csv);;All files (*)</translation>
+    </message>
+    <message>
+        <source>The cameras are being read...</source>
+        <translation>The cameras are being read...</translation>
+    </message>
+    <message>
+        <source>Changed since, and cannot be read: %1</source>
+        <translation>Changed since, and cannot be read: %1</translation>
+    </message>
+    <message>
+        <source>The cameras cannot be read: %1</source>
+        <translation>The cameras cannot be read: %1</translation>
+    </message>
+    <message>
+        <source>This site has no cameras yet. Add one, or import a list.</source>
+        <translation>This site has no cameras yet. Add one, or import a list.</translation>
+    </message>
+    <message>
+        <source>Find cameras...</source>
+        <translation>Find cameras...</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWalls</name>
+    <message>
+        <source>Wall %1</source>
+        <translation>Wall %1</translation>
+    </message>
+    <message>
+        <source>All four walls are open.</source>
+        <translation>All four walls are open.</translation>
+    </message>
+    <message>
+        <source>%1: &quot;%2&quot;</source>
+        <translation>%1: &quot;%2&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is playing. Close all the same?</source>
+        <translation>&quot;%1&quot; is playing. Close all the same?</translation>
+    </message>
+    <message>
+        <source>All walls close. These are playing:
+%1
+Close all the same?</source>
+        <translation>All walls close. These are playing:
+%1
+Close all the same?</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CPlayOnMenu</name>
+    <message>
+        <source>Play on wall</source>
+        <translation>Play on wall</translation>
+    </message>
+    <message>
+        <source>&amp;New wall</source>
+        <translation>&amp;New wall</translation>
+    </message>
+    <message>
+        <source>Wall &amp;%1</source>
+        <translation>Wall &amp;%1</translation>
+    </message>
+    <message>
+        <source>Wall &amp;%1, here</source>
+        <translation>Wall &amp;%1, here</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWallDesk</name>
+    <message>
+        <source>Families of plans</source>
+        <translation>Families of plans</translation>
+    </message>
+    <message>
+        <source>Families of plans</source>
+        <comment>view</comment>
+        <translation>Families of views</translation>
     </message>
     <message>
         <source>no plan was stopped in the last seconds</source>
@@ -608,8 +1288,17 @@
         <translation>Nothing to play again: %1</translation>
     </message>
     <message>
-        <source>Menu: press Alt and let it go</source>
-        <translation>Menu: press Alt and let it go</translation>
+        <source>Plans</source>
+        <translation>Plans</translation>
+    </message>
+    <message>
+        <source>Plans</source>
+        <comment>view</comment>
+        <translation>Views</translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation>Cameras</translation>
     </message>
 </context>
 <context>
@@ -679,6 +1368,15 @@
         <source>Not saved: the plan was changed elsewhere. Play it again first.</source>
         <comment>view</comment>
         <translation>Not saved: the view was changed elsewhere. Play it again first.</translation>
+    </message>
+    <message>
+        <source>the plan is open in the editor over another wall</source>
+        <translation>the plan is open in the editor over another wall</translation>
+    </message>
+    <message>
+        <source>the plan is open in the editor over another wall</source>
+        <comment>view</comment>
+        <translation>the view is open in the editor over another wall</translation>
     </message>
 </context>
 <context>
@@ -816,6 +1514,10 @@
         <source>This row is no longer there.</source>
         <translation>This row is no longer there.</translation>
     </message>
+    <message>
+        <source>Play on wall</source>
+        <translation>Play on wall</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CSettingsDialog</name>
@@ -831,6 +1533,30 @@
         <source>Cancel</source>
         <translation>Cancel</translation>
     </message>
+    <message>
+        <source>Cameras</source>
+        <translation>Cameras</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>General</translation>
+    </message>
+    <message>
+        <source>Pages of settings</source>
+        <translation>Pages of settings</translation>
+    </message>
+    <message>
+        <source>You lack the right to configure the site.</source>
+        <translation>You lack the right to configure the site.</translation>
+    </message>
+    <message>
+        <source>Users</source>
+        <translation>Users</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CStoreState</name>
@@ -839,40 +1565,85 @@
         <translation>Store: %1</translation>
     </message>
     <message>
-        <source>No connection to the plan store. Trying again...</source>
-        <translation>No connection to the plan store. Trying again...</translation>
+        <source>No connection to the plan store since %1. Trying again...</source>
+        <translation>No connection to the plan store since %1. Trying again...</translation>
     </message>
     <message>
-        <source>No connection to the plan store. Trying again...</source>
+        <source>No connection to the plan store since %1. Trying again...</source>
         <comment>view</comment>
-        <translation>No connection to the view store. Trying again...</translation>
+        <translation>No connection to the view store since %1. Trying again...</translation>
     </message>
     <message>
-        <source>The plan store is locked by another program. Trying again...</source>
-        <translation>The plan store is locked by another program. Trying again...</translation>
+        <source>The plan store has not answered since %1. Trying again...</source>
+        <translation>The plan store has not answered since %1. Trying again...</translation>
     </message>
     <message>
-        <source>The plan store is locked by another program. Trying again...</source>
+        <source>The plan store has not answered since %1. Trying again...</source>
         <comment>view</comment>
-        <translation>The view store is locked by another program. Trying again...</translation>
+        <translation>The view store has not answered since %1. Trying again...</translation>
     </message>
     <message>
-        <source>The plan store can only be read. Changes cannot be saved.</source>
-        <translation>The plan store can only be read. Changes cannot be saved.</translation>
+        <source>The plan store has been locked by another program since %1. Trying again...</source>
+        <translation>The plan store has been locked by another program since %1. Trying again...</translation>
     </message>
     <message>
-        <source>The plan store can only be read. Changes cannot be saved.</source>
+        <source>The plan store has been locked by another program since %1. Trying again...</source>
         <comment>view</comment>
-        <translation>The view store can only be read. Changes cannot be saved.</translation>
+        <translation>The view store has been locked by another program since %1. Trying again...</translation>
     </message>
     <message>
-        <source>The plan store cannot be read. Trying again...</source>
-        <translation>The plan store cannot be read. Trying again...</translation>
+        <source>The plan store has been read-only since %1. Changes cannot be saved.</source>
+        <translation>The plan store has been read-only since %1. Changes cannot be saved.</translation>
     </message>
     <message>
-        <source>The plan store cannot be read. Trying again...</source>
+        <source>The plan store has been read-only since %1. Changes cannot be saved.</source>
         <comment>view</comment>
-        <translation>The view store cannot be read. Trying again...</translation>
+        <translation>The view store has been read-only since %1. Changes cannot be saved.</translation>
+    </message>
+    <message>
+        <source>The disk of the plan store has been full since %1. Changes cannot be saved.</source>
+        <translation>The disk of the plan store has been full since %1. Changes cannot be saved.</translation>
+    </message>
+    <message>
+        <source>The disk of the plan store has been full since %1. Changes cannot be saved.</source>
+        <comment>view</comment>
+        <translation>The disk of the view store has been full since %1. Changes cannot be saved.</translation>
+    </message>
+    <message>
+        <source>The plan store has not been readable since %1. Trying again...</source>
+        <translation>The plan store has not been readable since %1. Trying again...</translation>
+    </message>
+    <message>
+        <source>The plan store has not been readable since %1. Trying again...</source>
+        <comment>view</comment>
+        <translation>The view store has not been readable since %1. Trying again...</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; the plan store does not answer. Trying again...</source>
+        <translation>Plans as of %1; the plan store does not answer. Trying again...</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; the plan store does not answer. Trying again...</source>
+        <comment>view</comment>
+        <translation>Views as of %1; the view store does not answer. Trying again...</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; the plan store does not take your password any more.</source>
+        <translation>Plans as of %1; the plan store does not take your password any more.</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; the plan store does not take your password any more.</source>
+        <comment>view</comment>
+        <translation>Views as of %1; the view store does not take your password any more.</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; where the plan store was there is that of another site.</source>
+        <translation>Plans as of %1; where the plan store was there is that of another site.</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; where the plan store was there is that of another site.</source>
+        <comment>view</comment>
+        <translation>Views as of %1; where the view store was there is that of another site.</translation>
     </message>
 </context>
 <context>
@@ -995,36 +1766,20 @@
         <source>Go on with the cycle</source>
         <translation>Go on with the cycle</translation>
     </message>
+    <message>
+        <source>● changed</source>
+        <translation>● changed</translation>
+    </message>
+    <message>
+        <source>The windows are not as they are saved. Leaving can be taken back for some seconds.</source>
+        <translation>The windows are not as they are saved. Leaving can be taken back for some seconds.</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CWallWindow</name>
     <message>
-        <source>Camera offline</source>
-        <translation>Camera offline</translation>
-    </message>
-    <message>
-        <source>Connecting...</source>
-        <translation>Connecting…</translation>
-    </message>
-    <message>
-        <source>No camera</source>
-        <translation>No camera</translation>
-    </message>
-    <message>
         <source>Window %1: %2</source>
         <translation>Window %1: %2</translation>
-    </message>
-    <message>
-        <source>live</source>
-        <translation>live</translation>
-    </message>
-    <message>
-        <source>connecting</source>
-        <translation>connecting</translation>
-    </message>
-    <message>
-        <source>no picture</source>
-        <translation>no picture</translation>
     </message>
     <message>
         <source>Window %1: no camera</source>
@@ -1121,6 +1876,22 @@
         <source>Play again</source>
         <translation>Play again</translation>
     </message>
+    <message>
+        <source>New wall</source>
+        <translation>New wall</translation>
+    </message>
+    <message>
+        <source>Close this wall</source>
+        <translation>Close this wall</translation>
+    </message>
+    <message>
+        <source>Live view on the whole screen, and back</source>
+        <translation>The wall on the whole screen, and back</translation>
+    </message>
+    <message>
+        <source>Lock the desk, and unlock it</source>
+        <translation>Lock the desk, and unlock it</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::ChangeTexts</name>
@@ -1143,6 +1914,41 @@
     <message>
         <source>Saved %1. It shows no camera yet.</source>
         <translation>Saved %1. It shows no camera yet.</translation>
+    </message>
+    <message>
+        <source>Created %1 in %2</source>
+        <translation>Created %1 in %2</translation>
+    </message>
+    <message>
+        <source>Created %1 in %2. It shows no camera yet.</source>
+        <translation>Created %1 in %2. It shows no camera yet.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::DeviceTexts</name>
+    <message>
+        <source>The device does not answer</source>
+        <translation>The device does not answer</translation>
+    </message>
+    <message>
+        <source>No authority known here vouches for the device&apos;s certificate</source>
+        <translation>No authority known here vouches for the device&apos;s certificate</translation>
+    </message>
+    <message>
+        <source>The device refuses this user and password</source>
+        <translation>The device refuses this user and password</translation>
+    </message>
+    <message>
+        <source>The device does not do what it was asked for</source>
+        <translation>The device does not do what it was asked for</translation>
+    </message>
+    <message>
+        <source>What answers there is no ONVIF device</source>
+        <translation>What answers there is no ONVIF device</translation>
+    </message>
+    <message>
+        <source>The device has no stream that can be shown</source>
+        <translation>The device has no stream that can be shown</translation>
     </message>
 </context>
 <context>
@@ -1177,9 +1983,33 @@
         <comment>view</comment>
         <translation>Stop the view, the cycle and what is being fetched</translation>
     </message>
+    <message>
+        <source>In a window of the live view</source>
+        <translation>In a window of the wall</translation>
+    </message>
+    <message>
+        <source>Go to the window beside it; move a zoomed picture</source>
+        <translation>Go to the window beside it; move a zoomed picture</translation>
+    </message>
+    <message>
+        <source>Swap it with the window beside it</source>
+        <translation>Swap it with the window beside it</translation>
+    </message>
+    <message>
+        <source>Whole picture, then all windows, then as everywhere</source>
+        <translation>Whole picture, then all windows, then as everywhere</translation>
+    </message>
 </context>
 <context>
     <name>TarnHost::Store</name>
+    <message>
+        <source>The addresses name different users or passwords.</source>
+        <translation>The addresses name different users or passwords.</translation>
+    </message>
+    <message>
+        <source>Behind the first /, ? or # of the address stands an @. A password with / ? or # in it belongs in the field for the password; in a path write %1.</source>
+        <translation>Behind the first /, ? or # of the address stands an @. A password with / ? or # in it belongs in the field for the password; in a path write %1.</translation>
+    </message>
     <message>
         <source>The plan service has been stopped.</source>
         <translation>The plan service has been stopped.</translation>
@@ -1400,6 +2230,14 @@
     <message>
         <source>no server answers at %1:%2</source>
         <translation>no server answers at %1:%2</translation>
+    </message>
+    <message>
+        <source>none of the servers takes changes at present</source>
+        <translation>none of the servers takes changes at present</translation>
+    </message>
+    <message>
+        <source>no server answers at any of %1</source>
+        <translation>no server answers at any of %1</translation>
     </message>
     <message>
         <source>The plan store %1 is locked by another program.</source>
@@ -1676,6 +2514,262 @@
         <source>The plan was deleted by %1 at %2.</source>
         <comment>view</comment>
         <translation>The view was deleted by %1 at %2.</translation>
+    </message>
+    <message>
+        <source>The address names no computer.</source>
+        <translation>The address names no computer.</translation>
+    </message>
+    <message>
+        <source>The address has no possible port behind the colon. A password with / ? or # in it belongs in the field for the password.</source>
+        <translation>The address has no possible port behind the colon. A password with / ? or # in it belongs in the field for the password.</translation>
+    </message>
+    <message>
+        <source>The address must not contain #.</source>
+        <translation>The address must not contain #.</translation>
+    </message>
+    <message>
+        <source>The address has more than %1 characters.</source>
+        <translation>The address has more than %1 characters.</translation>
+    </message>
+    <message>
+        <source>The address must not contain blanks.</source>
+        <translation>The address must not contain blanks.</translation>
+    </message>
+    <message>
+        <source>The address does not begin with rtsp:// or rtsps://.</source>
+        <translation>The address does not begin with rtsp:// or rtsps://.</translation>
+    </message>
+    <message>
+        <source>The device's address does not begin with http:// or https://.</source>
+        <translation>The device's address does not begin with http:// or https://.</translation>
+    </message>
+    <message>
+        <source>The name of a region must not contain a slash.</source>
+        <translation>The name of a region must not contain a slash.</translation>
+    </message>
+    <message>
+        <source>The user name has more than %1 characters.</source>
+        <translation>The user name has more than %1 characters.</translation>
+    </message>
+    <message>
+        <source>The user name must not contain colons or control characters.</source>
+        <translation>The user name must not contain colons or control characters.</translation>
+    </message>
+    <message>
+        <source>The password has more than %1 characters.</source>
+        <translation>The password has more than %1 characters.</translation>
+    </message>
+    <message>
+        <source>The password must not contain control characters.</source>
+        <translation>The password must not contain control characters.</translation>
+    </message>
+    <message>
+        <source>The file holds a private key, which belongs to no desk.</source>
+        <translation>The file holds a private key, which belongs to no desk.</translation>
+    </message>
+    <message>
+        <source>The file holds no certificate in PEM form.</source>
+        <translation>The file holds no certificate in PEM form.</translation>
+    </message>
+    <message>
+        <source>The plan store cannot keep how to sign in to the camera.</source>
+        <translation>The plan store cannot keep how to sign in to the camera.</translation>
+    </message>
+    <message>
+        <source>The plan store cannot keep how to sign in to the camera.</source>
+        <comment>view</comment>
+        <translation>The view store cannot keep how to sign in to the camera.</translation>
+    </message>
+    <message>
+        <source>You have no right to configure the site.</source>
+        <translation>You have no right to configure the site.</translation>
+    </message>
+    <message>
+        <source>The region does not exist or was deleted in the meantime.</source>
+        <translation>The region does not exist or was deleted in the meantime.</translation>
+    </message>
+    <message>
+        <source>The camera does not exist or was deleted in the meantime.</source>
+        <translation>The camera does not exist or was deleted in the meantime.</translation>
+    </message>
+    <message>
+        <source>"%1": %2</source>
+        <translation>"%1": %2</translation>
+    </message>
+    <message>
+        <source>There is no stream %1.</source>
+        <translation>There is no stream %1.</translation>
+    </message>
+    <message>
+        <source>There cannot be a preset %1, or not twice.</source>
+        <translation>There cannot be a preset %1, or not twice.</translation>
+    </message>
+    <message>
+        <source>What was entered is not valid text.</source>
+        <translation>What was entered is not valid text.</translation>
+    </message>
+    <message>
+        <source>A stream stands twice in the changes.</source>
+        <translation>A stream stands twice in the changes.</translation>
+    </message>
+    <message>
+        <source>The camera stands twice in the changes.</source>
+        <translation>The camera stands twice in the changes.</translation>
+    </message>
+    <message>
+        <source>There is a region of this name already.</source>
+        <translation>There is a region of this name already.</translation>
+    </message>
+    <message>
+        <source>Regions can be nested %1 levels deep at most, and none stands below itself.</source>
+        <translation>Regions can be nested %1 levels deep at most, and none stands below itself.</translation>
+    </message>
+    <message>
+        <source>The region "%1" is not empty.</source>
+        <translation>The region "%1" is not empty.</translation>
+    </message>
+    <message>
+        <source>The camera has no such preset.</source>
+        <translation>The camera has no such preset.</translation>
+    </message>
+    <message>
+        <source>role &quot;%1&quot; passes all rights of a database (SUPERUSER or BYPASSRLS); a store is opened by the owner of its tables or by a user</source>
+        <translation>role &quot;%1&quot; passes all rights of a database (SUPERUSER or BYPASSRLS); a store is opened by the owner of its tables or by a user</translation>
+    </message>
+    <message>
+        <source>role &quot;%1&quot; is no user of this site</source>
+        <translation>role &quot;%1&quot; is no user of this site</translation>
+    </message>
+    <message>
+        <source>No role of a server can be called &quot;%1&quot;: its name is too long (%2 bytes at most) or kept for the server itself.</source>
+        <translation>No role of a server can be called &quot;%1&quot;: its name is too long (%2 bytes at most) or kept for the server itself.</translation>
+    </message>
+    <message>
+        <source>The owner of the plan store %1 may not do that with roles (CREATEROLE). The database's administrator can: %2</source>
+        <translation>The owner of the plan store %1 may not do that with roles (CREATEROLE). The database's administrator can: %2</translation>
+    </message>
+    <message>
+        <source>The owner of the plan store %1 may not do that with roles (CREATEROLE). The database's administrator can: %2</source>
+        <comment>view</comment>
+        <translation>The owner of the view store %1 may not do that with roles (CREATEROLE). The database's administrator can: %2</translation>
+    </message>
+    <message>
+        <source>Everybody may make objects in the schema of the plan store %1, so rights cannot hold there. The database's administrator can mend it: %2</source>
+        <translation>Everybody may make objects in the schema of the plan store %1, so rights cannot hold there. The database's administrator can mend it: %2</translation>
+    </message>
+    <message>
+        <source>Everybody may make objects in the schema of the plan store %1, so rights cannot hold there. The database's administrator can mend it: %2</source>
+        <comment>view</comment>
+        <translation>Everybody may make objects in the schema of the view store %1, so rights cannot hold there. The database's administrator can mend it: %2</translation>
+    </message>
+    <message>
+        <source>Role &quot;%1&quot; of the server may do more than a user should: it owns the store, or manages the server. Choose another name.</source>
+        <translation>Role &quot;%1&quot; of the server may do more than a user should: it owns the store, or manages the server. Choose another name.</translation>
+    </message>
+    <message>
+        <source>A password for a server cannot have the character NUL.</source>
+        <translation>A password for a server cannot have the character NUL.</translation>
+    </message>
+    <message>
+        <source>Too many wrong passwords. Log in again in %1 seconds.</source>
+        <translation>Too many wrong passwords. Log in again in %1 seconds.</translation>
+    </message>
+    <message>
+        <source>The name or the password is wrong.</source>
+        <translation>The name or the password is wrong.</translation>
+    </message>
+    <message>
+        <source>Your user was deleted in the meantime.</source>
+        <translation>Your user was deleted in the meantime.</translation>
+    </message>
+    <message>
+        <source>This site keeps no list of users.</source>
+        <translation>This site keeps no list of users.</translation>
+    </message>
+    <message>
+        <source>There is already a user &quot;%1&quot;.</source>
+        <translation>There is already a user &quot;%1&quot;.</translation>
+    </message>
+    <message>
+        <source>There is already a user group &quot;%1&quot;.</source>
+        <translation>There is already a user group &quot;%1&quot;.</translation>
+    </message>
+    <message>
+        <source>There is no user group &quot;%1&quot;.</source>
+        <translation>There is no user group &quot;%1&quot;.</translation>
+    </message>
+    <message>
+        <source>The name cannot have a comma or an equals sign: &quot;%1&quot;.</source>
+        <translation>The name cannot have a comma or an equals sign: &quot;%1&quot;.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was changed by somebody else in the meantime. Nothing was saved; look at it again.</source>
+        <translation>&quot;%1&quot; was changed by somebody else in the meantime. Nothing was saved; look at it again.</translation>
+    </message>
+    <message>
+        <source>The last user who may configure the site keeps that right.</source>
+        <translation>The last user who may configure the site keeps that right.</translation>
+    </message>
+    <message>
+        <source>You cannot delete the user that you are logged in as.</source>
+        <translation>You cannot delete the user that you are logged in as.</translation>
+    </message>
+    <message>
+        <source>The user group &quot;%1&quot; still limits who sees &quot;%2&quot;. Change that first.</source>
+        <translation>The user group &quot;%1&quot; still limits who sees &quot;%2&quot;. Change that first.</translation>
+    </message>
+    <message>
+        <source>The server has no role &quot;%1&quot; for a user of this store.</source>
+        <translation>The server has no role &quot;%1&quot; for a user of this store.</translation>
+    </message>
+    <message>
+        <source>Users are changed by the account that owns the plan store %1 alone.</source>
+        <translation>Users are changed by the account that owns the plan store %1 alone.</translation>
+    </message>
+    <message>
+        <source>Users are changed by the account that owns the plan store %1 alone.</source>
+        <comment>view</comment>
+        <translation>Users are changed by the account that owns the view store %1 alone.</translation>
+    </message>
+    <message>
+        <source>The copy of the plans on this machine cannot be used. %1</source>
+        <translation>The copy of the plans on this machine cannot be used. %1</translation>
+    </message>
+    <message>
+        <source>The copy of the plans on this machine cannot be used. %1</source>
+        <comment>view</comment>
+        <translation>The copy of the views on this machine cannot be used. %1</translation>
+    </message>
+    <message>
+        <source>%1 is no copy of a user's plans.</source>
+        <translation>%1 is no copy of a user's plans.</translation>
+    </message>
+    <message>
+        <source>%1 is no copy of a user's plans.</source>
+        <comment>view</comment>
+        <translation>%1 is no copy of a user's views.</translation>
+    </message>
+    <message>
+        <source>The copy of the plans on this machine is not of user %1.</source>
+        <translation>The copy of the plans on this machine is not of user %1.</translation>
+    </message>
+    <message>
+        <source>The copy of the plans on this machine is not of user %1.</source>
+        <comment>view</comment>
+        <translation>The copy of the views on this machine is not of user %1.</translation>
+    </message>
+    <message>
+        <source>Another site than that of the copy is at %1 now. Start the client again.</source>
+        <translation>Another site than that of the copy is at %1 now. Start the client again.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 does not answer.</source>
+        <translation>The plan store %1 does not answer.</translation>
+    </message>
+    <message>
+        <source>The plan store %1 does not answer.</source>
+        <comment>view</comment>
+        <translation>The view store %1 does not answer.</translation>
     </message>
 </context>
 <context>
@@ -3098,15 +4192,6 @@ never starts</translation>
         <translation>Show in tree</translation>
     </message>
     <message>
-        <source>The plans are still being loaded.</source>
-        <translation>The plans are still being loaded.</translation>
-    </message>
-    <message>
-        <source>The plans are still being loaded.</source>
-        <comment>view</comment>
-        <translation>The views are still being loaded.</translation>
-    </message>
-    <message>
         <source>No tree here shows this plan.</source>
         <translation>No tree here shows this plan.</translation>
     </message>
@@ -3234,6 +4319,10 @@ never starts</translation>
         <source>Plans and groups</source>
         <comment>view</comment>
         <translation>Views and groups</translation>
+    </message>
+    <message>
+        <source>There is nothing to undo here.</source>
+        <translation>There is nothing to undo here.</translation>
     </message>
 </context>
 <context>
@@ -3699,6 +4788,25 @@ never starts</translation>
     </message>
 </context>
 <context>
+    <name>TarnClient::CUserSwitch</name>
+    <message>
+        <source>Switch user</source>
+        <translation>Switch user</translation>
+    </message>
+    <message>
+        <source>Unlock the desk</source>
+        <translation>Unlock the desk</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>Unlock</translation>
+    </message>
+    <message>
+        <source>Another user who logs in here takes the desk over.</source>
+        <translation>Another user who logs in here takes the desk over.</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CSettingsForm</name>
     <message>
         <source>English</source>
@@ -3797,6 +4905,10 @@ never starts</translation>
         <source> s</source>
         <translation> s</translation>
     </message>
+    <message>
+        <source>Snapshots are kept in</source>
+        <translation>Snapshots are kept in</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CWallTexts</name>
@@ -3822,10 +4934,6 @@ never starts</translation>
         <comment>view</comment>
         <translation>The next view of the group is being fetched...</translation>
     </message>
-    <message>
-        <source>Play again</source>
-        <translation>Play again</translation>
-    </message>
 </context>
 <context>
     <name>TarnClient::CWallHint</name>
@@ -3841,6 +4949,740 @@ never starts</translation>
         <source>Double-click a plan, or press Return on it, or drag it here, to play it</source>
         <comment>view</comment>
         <translation>Double-click a view, or press Return on it, or drag it here, to play it</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CEditorPlace</name>
+    <message>
+        <source>Another plan has been opened here meanwhile. Try again.</source>
+        <translation>Another plan has been opened here meanwhile. Try again.</translation>
+    </message>
+    <message>
+        <source>Another plan has been opened here meanwhile. Try again.</source>
+        <comment>view</comment>
+        <translation>Another view has been opened here meanwhile. Try again.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CShareKeys</name>
+    <message>
+        <source>Sharing</source>
+        <translation>Sharing</translation>
+    </message>
+    <message>
+        <source>Check the user that was found; in the empty field: share</source>
+        <translation>Check the user that was found; in the empty field: share</translation>
+    </message>
+    <message>
+        <source>In the empty field: check the current user</source>
+        <translation>In the empty field: check the current user</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::WindowTruth</name>
+    <message>
+        <source>live</source>
+        <translation>live</translation>
+    </message>
+    <message>
+        <source>Always the same picture</source>
+        <translation>Always the same picture</translation>
+    </message>
+    <message>
+        <source>always the same picture</source>
+        <translation>always the same picture</translation>
+    </message>
+    <message>
+        <source>Few pictures: computer busy</source>
+        <translation>Few pictures: computer busy</translation>
+    </message>
+    <message>
+        <source>few pictures, since the computer is busy</source>
+        <translation>few pictures, since the computer is busy</translation>
+    </message>
+    <message>
+        <source>Connecting...</source>
+        <translation>Connecting…</translation>
+    </message>
+    <message>
+        <source>connecting</source>
+        <translation>connecting</translation>
+    </message>
+    <message>
+        <source>No new picture</source>
+        <translation>No new picture</translation>
+    </message>
+    <message>
+        <source>no new picture</source>
+        <translation>no new picture</translation>
+    </message>
+    <message>
+        <source>no picture: %1</source>
+        <translation>no picture: %1</translation>
+    </message>
+    <message>
+        <source>Camera offline</source>
+        <translation>Camera offline</translation>
+    </message>
+    <message>
+        <source>offline</source>
+        <translation>offline</translation>
+    </message>
+    <message>
+        <source>picture of %1</source>
+        <translation>picture of %1</translation>
+    </message>
+    <message>
+        <source>picture of %1, %2</source>
+        <translation>picture of %1, %2</translation>
+    </message>
+    <message>
+        <source>No address entered</source>
+        <translation>No address entered</translation>
+    </message>
+    <message>
+        <source>Address not valid</source>
+        <translation>Address not valid</translation>
+    </message>
+    <message>
+        <source>Not reachable</source>
+        <translation>Not reachable</translation>
+    </message>
+    <message>
+        <source>No answer</source>
+        <translation>No answer</translation>
+    </message>
+    <message>
+        <source>Wrong user name or password</source>
+        <translation>Wrong user name or password</translation>
+    </message>
+    <message>
+        <source>Unknown kind of log-in</source>
+        <translation>Unknown kind of log-in</translation>
+    </message>
+    <message>
+        <source>No such stream</source>
+        <translation>No such stream</translation>
+    </message>
+    <message>
+        <source>Unknown video format</source>
+        <translation>Unknown video format</translation>
+    </message>
+    <message>
+        <source>Certificate not trusted</source>
+        <translation>Certificate not trusted</translation>
+    </message>
+    <message>
+        <source>Stream has ended</source>
+        <translation>Stream has ended</translation>
+    </message>
+    <message>
+        <source>Removed from the site</source>
+        <translation>Removed from the site</translation>
+    </message>
+    <message>
+        <source>No connection</source>
+        <translation>No connection</translation>
+    </message>
+    <message>
+        <source>Camera serves no more viewers</source>
+        <translation>Camera serves no more viewers</translation>
+    </message>
+    <message>
+        <source>Needs the plan store for its password</source>
+        <translation>Needs the plan store for its password</translation>
+    </message>
+    <message>
+        <source>Needs the plan store for its password</source>
+        <comment>view</comment>
+        <translation>Needs the view store for its password</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::WindowFace</name>
+    <message>
+        <source>Zoomed %1 times</source>
+        <translation>Zoomed %1 times</translation>
+    </message>
+    <message>
+        <source>No camera</source>
+        <translation>No camera</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWallCommands</name>
+    <message>
+        <source>Enlarge the window</source>
+        <translation>Enlarge the window</translation>
+    </message>
+    <message>
+        <source>Look closer</source>
+        <translation>Look closer</translation>
+    </message>
+    <message>
+        <source>Look from further away</source>
+        <translation>Look from further away</translation>
+    </message>
+    <message>
+        <source>Whole picture</source>
+        <translation>Whole picture</translation>
+    </message>
+    <message>
+        <source>Smaller stream</source>
+        <translation>Smaller stream</translation>
+    </message>
+    <message>
+        <source>Presets...</source>
+        <translation>Presets…</translation>
+    </message>
+    <message>
+        <source>Keep a snapshot</source>
+        <translation>Keep a snapshot</translation>
+    </message>
+    <message>
+        <source>Choose another camera</source>
+        <translation>Choose another camera</translation>
+    </message>
+    <message>
+        <source>Empty the window</source>
+        <translation>Empty the window</translation>
+    </message>
+    <message>
+        <source>One window</source>
+        <translation>One window</translation>
+    </message>
+    <message>
+        <source>4 windows</source>
+        <translation>4 windows</translation>
+    </message>
+    <message>
+        <source>9 windows</source>
+        <translation>9 windows</translation>
+    </message>
+    <message>
+        <source>16 windows</source>
+        <translation>16 windows</translation>
+    </message>
+    <message>
+        <source>the plan editor is open</source>
+        <translation>the plan editor is open</translation>
+    </message>
+    <message>
+        <source>the plan editor is open</source>
+        <comment>view</comment>
+        <translation>the view editor is open</translation>
+    </message>
+    <message>
+        <source>no window is chosen</source>
+        <translation>no window is chosen</translation>
+    </message>
+    <message>
+        <source>the window is empty</source>
+        <translation>the window is empty</translation>
+    </message>
+    <message>
+        <source>the picture is whole</source>
+        <translation>the picture is whole</translation>
+    </message>
+    <message>
+        <source>the window has no camera</source>
+        <translation>the window has no camera</translation>
+    </message>
+    <message>
+        <source>the desk is locked</source>
+        <translation>the desk is locked</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CComposer</name>
+    <message>
+        <source>Not possible: %1.</source>
+        <translation>Not possible: %1.</translation>
+    </message>
+    <message>
+        <source>No window is empty. Choose the one that is to give way.</source>
+        <translation>No window is empty. Choose the one that is to give way.</translation>
+    </message>
+    <message>
+        <source>%1 cameras found no empty window.</source>
+        <translation>%1 cameras found no empty window.</translation>
+    </message>
+    <message>
+        <source>Not possible: there is no picture yet.</source>
+        <translation>Not possible: there is no picture yet.</translation>
+    </message>
+    <message>
+        <source>Snapshot kept: %1</source>
+        <translation>Snapshot kept: %1</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CPresetMenu</name>
+    <message>
+        <source>Presets</source>
+        <translation>Presets</translation>
+    </message>
+    <message>
+        <source>Presets are being fetched...</source>
+        <translation>Presets are being fetched…</translation>
+    </message>
+    <message>
+        <source>This camera has no presets</source>
+        <translation>This camera has no presets</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>None</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::Snapshot</name>
+    <message>
+        <source>The snapshot could not be kept in &quot;%1&quot;: %2</source>
+        <translation>The snapshot could not be kept in &quot;%1&quot;: %2</translation>
+    </message>
+    <message>
+        <source>Snapshots</source>
+        <translation>Snapshots</translation>
+    </message>
+    <message>
+        <source>the folder cannot be made</source>
+        <translation>the folder cannot be made</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CCameraPanel</name>
+    <message>
+        <source>Search cameras</source>
+        <translation>Search cameras</translation>
+    </message>
+    <message>
+        <source>Search cameras and regions. Return takes the only hit.</source>
+        <translation>Search cameras and regions. Return takes the only hit.</translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation>Cameras</translation>
+    </message>
+    <message>
+        <source>Double click or Return shows a camera on the wall, Ctrl+Return a whole region</source>
+        <translation>Double click or Return shows a camera on the wall, Ctrl+Return a whole region</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWallOffers</name>
+    <message>
+        <source>Your cameras have left the live view.</source>
+        <translation>Your cameras have left the wall.</translation>
+    </message>
+    <message>
+        <source>Back to them</source>
+        <translation>Back to them</translation>
+    </message>
+    <message>
+        <source>%1 was changed and not saved.</source>
+        <translation>%1 was changed and not saved.</translation>
+    </message>
+    <message>
+        <source>Back to &quot;%1&quot;</source>
+        <translation>Back to &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>Play again</source>
+        <translation>Play again</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWallDrops</name>
+    <message>
+        <source>Show here</source>
+        <translation>Show here</translation>
+    </message>
+    <message>
+        <source>Play &quot;%1&quot;</source>
+        <translation>Play &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>Play the plans of &quot;%1&quot; in turn</source>
+        <translation>Play the plans of &quot;%1&quot; in turn</translation>
+    </message>
+    <message>
+        <source>Play the plans of &quot;%1&quot; in turn</source>
+        <comment>view</comment>
+        <translation>Play the views of &quot;%1&quot; in turn</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CFolderField</name>
+    <message>
+        <source>Choose...</source>
+        <translation>Choose…</translation>
+    </message>
+    <message>
+        <source>Choose the folder</source>
+        <translation>Choose the folder</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CLogInDialog</name>
+    <message>
+        <source>Log in</source>
+        <translation>Log in</translation>
+    </message>
+    <message>
+        <source>Users without a password. A click logs in:</source>
+        <translation>Users without a password. A click logs in:</translation>
+    </message>
+    <message>
+        <source>Users without a password</source>
+        <translation>Users without a password</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>User</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Password</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>Caps Lock is on.</translation>
+    </message>
+    <message>
+        <source>Remember the name on this machine</source>
+        <translation>Remember the name on this machine</translation>
+    </message>
+    <message>
+        <source>Type the name of a user.</source>
+        <translation>Type the name of a user.</translation>
+    </message>
+    <message>
+        <source>Logging in...</source>
+        <translation>Logging in...</translation>
+    </message>
+    <message>
+        <source>The name or the password is wrong.</source>
+        <translation>The name or the password is wrong.</translation>
+    </message>
+    <message>
+        <source>The plan store does not answer. Trying again...</source>
+        <translation>The plan store does not answer. Trying again...</translation>
+    </message>
+    <message>
+        <source>The plan store does not answer. Trying again...</source>
+        <comment>view</comment>
+        <translation>The view store does not answer. Trying again...</translation>
+    </message>
+    <message numerus="yes">
+        <source>Too many wrong passwords. &quot;%1&quot; can log in again in %n second(s).</source>
+        <translation>
+            <numerusform>Too many wrong passwords. &quot;%1&quot; can log in again in %n second.</numerusform>
+            <numerusform>Too many wrong passwords. &quot;%1&quot; can log in again in %n seconds.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The log-in was refused.</source>
+        <translation>The log-in was refused.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CLockBar</name>
+    <message>
+        <source>Unlock (%1)</source>
+        <translation>Unlock (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CUserForm</name>
+    <message>
+        <source>User</source>
+        <translation>User</translation>
+    </message>
+    <message>
+        <source>New user</source>
+        <translation>New user</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Member of these user groups:</source>
+        <translation>Member of these user groups:</translation>
+    </message>
+    <message>
+        <source>User groups</source>
+        <translation>User groups</translation>
+    </message>
+    <message>
+        <source>May do this with public plans and the site:</source>
+        <translation>May do this with public plans and the site:</translation>
+    </message>
+    <message>
+        <source>May do this with public plans and the site:</source>
+        <comment>view</comment>
+        <translation>May do this with public views and the site:</translation>
+    </message>
+    <message>
+        <source>Logs in with a password</source>
+        <translation>Logs in with a password</translation>
+    </message>
+    <message>
+        <source>Left empty, it stays</source>
+        <translation>Left empty, it stays</translation>
+    </message>
+    <message>
+        <source>New password</source>
+        <translation>New password</translation>
+    </message>
+    <message>
+        <source>The same again</source>
+        <translation>The same again</translation>
+    </message>
+    <message>
+        <source>The two passwords are not the same.</source>
+        <translation>The two passwords are not the same.</translation>
+    </message>
+    <message>
+        <source>Type a password.</source>
+        <translation>Type a password.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CUserGroupForm</name>
+    <message>
+        <source>User group</source>
+        <translation>User group</translation>
+    </message>
+    <message>
+        <source>New user group</source>
+        <translation>New user group</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Its members:</source>
+        <translation>Its members:</translation>
+    </message>
+    <message>
+        <source>Members</source>
+        <translation>Members</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CLimitForm</name>
+    <message>
+        <source>Who sees a group</source>
+        <translation>Who sees a group</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Perimeter/Gates</source>
+        <translation>Perimeter/Gates</translation>
+    </message>
+    <message>
+        <source>Group of public plans</source>
+        <translation>Group of public plans</translation>
+    </message>
+    <message>
+        <source>Group of public plans</source>
+        <comment>view</comment>
+        <translation>Group of public views</translation>
+    </message>
+    <message>
+        <source>Seen by these user groups alone, with all below it. Without any, all users see it. Who may configure the site sees all groups.</source>
+        <translation>Seen by these user groups alone, with all below it. Without any, all users see it. Who may configure the site sees all groups.</translation>
+    </message>
+    <message>
+        <source>User groups</source>
+        <translation>User groups</translation>
+    </message>
+    <message>
+        <source>There is no one group with this path.</source>
+        <translation>There is no one group with this path.</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CUsersPage</name>
+    <message>
+        <source>What the list shows</source>
+        <translation>What the list shows</translation>
+    </message>
+    <message>
+        <source>Users</source>
+        <translation>Users</translation>
+    </message>
+    <message>
+        <source>User groups</source>
+        <translation>User groups</translation>
+    </message>
+    <message>
+        <source>Who sees which group</source>
+        <translation>Who sees which group</translation>
+    </message>
+    <message>
+        <source>Add...</source>
+        <translation>Add...</translation>
+    </message>
+    <message>
+        <source>Change...</source>
+        <translation>Change...</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>May</source>
+        <translation>May</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Password</translation>
+    </message>
+    <message>
+        <source>Members</source>
+        <translation>Members</translation>
+    </message>
+    <message>
+        <source>Group of public plans</source>
+        <translation>Group of public plans</translation>
+    </message>
+    <message>
+        <source>Group of public plans</source>
+        <comment>view</comment>
+        <translation>Group of public views</translation>
+    </message>
+    <message>
+        <source>Seen by</source>
+        <translation>Seen by</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>none</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>yes</translation>
+    </message>
+    <message>
+        <source>The users are being read...</source>
+        <translation>The users are being read...</translation>
+    </message>
+    <message>
+        <source>The users cannot be read: %1</source>
+        <translation>The users cannot be read: %1</translation>
+    </message>
+    <message>
+        <source>There are no user groups yet. They say who sees which group of public plans.</source>
+        <translation>There are no user groups yet. They say who sees which group of public plans.</translation>
+    </message>
+    <message>
+        <source>There are no user groups yet. They say who sees which group of public plans.</source>
+        <comment>view</comment>
+        <translation>There are no user groups yet. They say who sees which group of public views.</translation>
+    </message>
+    <message>
+        <source>All users see all groups of public plans.</source>
+        <translation>All users see all groups of public plans.</translation>
+    </message>
+    <message>
+        <source>All users see all groups of public plans.</source>
+        <comment>view</comment>
+        <translation>All users see all groups of public views.</translation>
+    </message>
+    <message>
+        <source>Delete the user &quot;%1&quot; with all of this user&apos;s own plans? This cannot be undone.</source>
+        <translation>Delete the user &quot;%1&quot; with all of this user&apos;s own plans? This cannot be undone.</translation>
+    </message>
+    <message>
+        <source>Delete the user &quot;%1&quot; with all of this user&apos;s own plans? This cannot be undone.</source>
+        <comment>view</comment>
+        <translation>Delete the user &quot;%1&quot; with all of this user&apos;s own views? This cannot be undone.</translation>
+    </message>
+    <message>
+        <source>Delete the user group &quot;%1&quot;?</source>
+        <translation>Delete the user group &quot;%1&quot;?</translation>
+    </message>
+    <message>
+        <source>Let all users see &quot;%1&quot;?</source>
+        <translation>Let all users see &quot;%1&quot;?</translation>
+    </message>
+    <message>
+        <source>In the settings, on the page of users</source>
+        <translation>In the settings, on the page of users</translation>
+    </message>
+    <message>
+        <source>no role at the server</source>
+        <translation>no role at the server</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::Rights</name>
+    <message>
+        <source>Add plans and groups</source>
+        <translation>Add plans and groups</translation>
+    </message>
+    <message>
+        <source>Add plans and groups</source>
+        <comment>view</comment>
+        <translation>Add views and groups</translation>
+    </message>
+    <message>
+        <source>Change plans and groups</source>
+        <translation>Change plans and groups</translation>
+    </message>
+    <message>
+        <source>Change plans and groups</source>
+        <comment>view</comment>
+        <translation>Change views and groups</translation>
+    </message>
+    <message>
+        <source>Delete plans and groups</source>
+        <translation>Delete plans and groups</translation>
+    </message>
+    <message>
+        <source>Delete plans and groups</source>
+        <comment>view</comment>
+        <translation>Delete views and groups</translation>
+    </message>
+    <message>
+        <source>Configure the site: cameras, users, limits</source>
+        <translation>Configure the site: cameras, users, limits</translation>
+    </message>
+    <message>
+        <source>add</source>
+        <translation>add</translation>
+    </message>
+    <message>
+        <source>change</source>
+        <translation>change</translation>
+    </message>
+    <message>
+        <source>delete</source>
+        <translation>delete</translation>
+    </message>
+    <message>
+        <source>configure</source>
+        <translation>configure</translation>
     </message>
 </context>
 </TS>

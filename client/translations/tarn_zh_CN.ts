@@ -9,6 +9,21 @@
     </message>
 </context>
 <context>
+    <name>MarUIControl::CTreeView</name>
+    <message>
+        <source>%1: none</source>
+        <translation>%1：无</translation>
+    </message>
+    <message>
+        <source>Level %1</source>
+        <translation>第 %1 级</translation>
+    </message>
+    <message>
+        <source>rows below: %1</source>
+        <translation>下有 %1 行</translation>
+    </message>
+</context>
+<context>
     <name>PlanRules</name>
     <message>
         <source>automatic</source>
@@ -54,6 +69,10 @@
         <source>You lack the right to delete plans.</source>
         <comment>view</comment>
         <translation>您没有删除视图的权限。</translation>
+    </message>
+    <message>
+        <source>%1: never starts</source>
+        <translation>%1：从不启动</translation>
     </message>
 </context>
 <context>
@@ -286,6 +305,14 @@
         <translation>插件</translation>
     </message>
     <message>
+        <source>%1, interface %2</source>
+        <translation>%1，接口版本 %2</translation>
+    </message>
+    <message>
+        <source>Host libraries</source>
+        <translation>宿主库</translation>
+    </message>
+    <message>
         <source>%1 (built with %2)</source>
         <translation>%1（构建时 %2）</translation>
     </message>
@@ -322,10 +349,295 @@
     </message>
 </context>
 <context>
+    <name>TarnClient::CAuthorityForm</name>
+    <message>
+        <source>Certificates</source>
+        <translation>证书</translation>
+    </message>
+    <message>
+        <source>Certificates (*.pem *.crt *.cer);;All files (*)</source>
+        <translation>证书 (*.pem *.crt *.cer);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>Certificates (PEM)</source>
+        <translation>证书（PEM）</translation>
+    </message>
+    <message>
+        <source>From a file...</source>
+        <translation>从文件...</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Who vouches for cameras with encrypted streams (rtsps): certificates in PEM form, for all desks. Without any, those that each desk's system trusts count.</source>
+        <translation>为加密码流 (rtsps) 的摄像机作担保的证书，PEM 格式，适用于所有席位。没有证书时，以各席位系统所信任的证书为准。</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CBarOverflow</name>
     <message>
         <source>More</source>
         <translation>更多</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CCameraCsv</name>
+    <message>
+        <source>the camera is new here, and the table withholds an address of it.</source>
+        <translation>此摄像机在这里是新的，而表格未给出它的某个地址。</translation>
+    </message>
+    <message>
+        <source>Line %1: %2</source>
+        <translation>第 %1 行：%2</translation>
+    </message>
+    <message>
+        <source>The file is empty.</source>
+        <translation>文件为空。</translation>
+    </message>
+    <message>
+        <source>The first line has no column "%1". Known columns are: %2.</source>
+        <translation>首行缺少列“%1”。可用的列：%2。</translation>
+    </message>
+    <message>
+        <source>code %1 is "%2" here; neither name nor region fit.</source>
+        <translation>编码 %1 在本站点是“%2”，名称和区域均不符。</translation>
+    </message>
+    <message>
+        <source>the camera of line %1 once more.</source>
+        <translation>与第 %1 行是同一摄像机。</translation>
+    </message>
+    <message>
+        <source>there are several cameras of this name; give the code of one.</source>
+        <translation>有多个同名摄像机，请给出编码。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CCameraFile</name>
+    <message numerus="yes">
+        <source>%n address(es) left out, since a password may stand in them</source>
+        <translation>
+            <numerusform>%n 个地址可能含有密码，未写入</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n camera(s) written to %1</source>
+        <translation>
+            <numerusform>已将 %n 个摄像机写入 %1</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be read: %2</source>
+        <translation>无法读取文件 %1：%2</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be written: %2</source>
+        <translation>无法写入文件 %1：%2</translation>
+    </message>
+    <message>
+        <source>The file %1 is too large for a list of cameras.</source>
+        <translation>文件 %1 太大，不是摄像机列表。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CCameraForm</name>
+    <message>
+        <source>Address of the device</source>
+        <translation>设备地址</translation>
+    </message>
+    <message>
+        <source>Address of the main stream</source>
+        <translation>主码流地址</translation>
+    </message>
+    <message>
+        <source>Address of the sub stream</source>
+        <translation>子码流地址</translation>
+    </message>
+    <message>
+        <source>Connecting...</source>
+        <translation>正在连接...</translation>
+    </message>
+    <message>
+        <source>Edit camera</source>
+        <translation>编辑摄像机</translation>
+    </message>
+    <message>
+        <source>Hide</source>
+        <translation>隐藏</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>New camera</source>
+        <translation>新建摄像机</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>密码</translation>
+    </message>
+    <message>
+        <source>Region</source>
+        <translation>区域</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>显示</translation>
+    </message>
+    <message>
+        <source>Show the password</source>
+        <translation>显示密码</translation>
+    </message>
+    <message>
+        <source>Streams begin with rtsp:// or rtsps://, the device with http:// or https://. The device is asked for its presets.</source>
+        <translation>码流地址以 rtsp:// 或 rtsps:// 开头，设备地址以 http:// 或 https:// 开头。预置点从设备读取。</translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation>测试</translation>
+    </message>
+    <message>
+        <source>Test: %1</source>
+        <translation>测试：%1</translation>
+    </message>
+    <message>
+        <source>There is no address to try.</source>
+        <translation>没有可测试的地址。</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>用户</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CCameraTrials</name>
+    <message>
+        <source>Live, %1 x %2</source>
+        <translation>正常，%1 x %2</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CClientSession</name>
+    <message>
+        <source>Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this machine.</source>
+        <translation>显示截至 %1 的预案；预案数据库无响应。请使用上次在本机登录时的密码。</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this machine.</source>
+        <comment>view</comment>
+        <translation>显示截至 %1 的视图；视图数据库无响应。请使用上次在本机登录时的密码。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CCsvText</name>
+    <message>
+        <source>In line %1 something stands behind a closing quote.</source>
+        <translation>第 %1 行的右引号后还有内容。</translation>
+    </message>
+    <message>
+        <source>The file is no text in UTF-8, UTF-16 or %1.</source>
+        <translation>该文件不是 UTF-8、UTF-16 或 %1 编码的文本。</translation>
+    </message>
+    <message>
+        <source>The quote that opens in line %1 is never closed.</source>
+        <translation>第 %1 行开始的引号没有结束。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CDeviceForm</name>
+    <message>
+        <source>Find cameras</source>
+        <translation>查找摄像机</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>添加</translation>
+    </message>
+    <message>
+        <source>Cameras that were found</source>
+        <translation>找到的摄像机</translation>
+    </message>
+    <message>
+        <source>Search again</source>
+        <translation>重新搜索</translation>
+    </message>
+    <message>
+        <source>Address of the device</source>
+        <translation>设备地址</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>用户</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>密码</translation>
+    </message>
+    <message>
+        <source>Region</source>
+        <translation>区域</translation>
+    </message>
+    <message>
+        <source>No network can be searched. Type an address.</source>
+        <translation>没有可搜索的网络，请输入地址。</translation>
+    </message>
+    <message>
+        <source>Searching the local networks...</source>
+        <translation>正在搜索本地网络...</translation>
+    </message>
+    <message>
+        <source>No camera has answered. One that is known can be asked by its address.</source>
+        <translation>没有摄像机应答。已知地址的摄像机可直接输入地址。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n camera(s) found</source>
+        <translation>
+            <numerusform>找到 %n 个摄像机</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>That is no address of a device.</source>
+        <translation>这不是设备地址。</translation>
+    </message>
+    <message>
+        <source>The site has this camera already.</source>
+        <translation>站点中已有此摄像机。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CExportForm</name>
+    <message>
+        <source>Export cameras</source>
+        <translation>导出摄像机</translation>
+    </message>
+    <message>
+        <source>Export...</source>
+        <translation>导出...</translation>
+    </message>
+    <message>
+        <source>Without them, addresses in which a password may stand are left out, too. An import leaves both as they are.</source>
+        <translation>不写入密码时，可能含有密码的地址也不写入。导入时两者保持不变。</translation>
+    </message>
+    <message>
+        <source>Write the passwords, too, for everybody to read</source>
+        <translation>同时写入密码（任何人可读）</translation>
+    </message>
+    <message>
+        <source>Writes all cameras with regions, addresses and users into a table (CSV).</source>
+        <translation>将所有摄像机及其区域、地址和用户写入表格 (CSV)。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CFormDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
     </message>
 </context>
 <context>
@@ -341,6 +653,53 @@
     <message>
         <source>No key like this.</source>
         <translation>没有符合的按键。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CImportForm</name>
+    <message>
+        <source>%1, read as %2</source>
+        <translation>%1，按 %2 读取</translation>
+    </message>
+    <message>
+        <source>As they are already: %1</source>
+        <translation>无变化：%1</translation>
+    </message>
+    <message>
+        <source>Changed: %1</source>
+        <translation>更改：%1</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation>导入</translation>
+    </message>
+    <message>
+        <source>Import cameras</source>
+        <translation>导入摄像机</translation>
+    </message>
+    <message>
+        <source>Left out: %1</source>
+        <translation>忽略：%1</translation>
+    </message>
+    <message>
+        <source>Lines that are left out</source>
+        <translation>被忽略的行</translation>
+    </message>
+    <message>
+        <source>New cameras: %1</source>
+        <translation>新摄像机：%1</translation>
+    </message>
+    <message>
+        <source>New regions: %1</source>
+        <translation>新区域：%1</translation>
+    </message>
+    <message>
+        <source>There is nothing to import.</source>
+        <translation>没有可导入的内容。</translation>
+    </message>
+    <message>
+        <source>Cameras in it: %1</source>
+        <translation>其中的摄像机：%1</translation>
     </message>
 </context>
 <context>
@@ -577,17 +936,8 @@
         <translation>实时预览</translation>
     </message>
     <message>
-        <source>Play &quot;%1&quot;</source>
-        <translation>播放“%1”</translation>
-    </message>
-    <message>
-        <source>Play the plans of &quot;%1&quot; in turn</source>
-        <translation>依次播放“%1”中的预案</translation>
-    </message>
-    <message>
-        <source>Play the plans of &quot;%1&quot; in turn</source>
-        <comment>view</comment>
-        <translation>依次播放“%1”中的视图</translation>
+        <source>Own arrangement</source>
+        <translation>自定义布局</translation>
     </message>
 </context>
 <context>
@@ -606,27 +956,6 @@
         <translation>视图</translation>
     </message>
     <message>
-        <source>Families of plans</source>
-        <translation>预案类别</translation>
-    </message>
-    <message>
-        <source>Families of plans</source>
-        <comment>view</comment>
-        <translation>视图类别</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>关闭</translation>
-    </message>
-    <message>
-        <source>"%1" is playing. Close all the same?</source>
-        <translation>正在播放“%1”。仍要关闭吗？</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>取消</translation>
-    </message>
-    <message>
         <source>In the window</source>
         <translation>窗口</translation>
     </message>
@@ -638,6 +967,345 @@
         <source>%1 - Plans</source>
         <comment>view</comment>
         <translation>%1 - 视图</translation>
+    </message>
+    <message>
+        <source>Menu: press Alt and let it go</source>
+        <translation>菜单：按下并松开 Alt</translation>
+    </message>
+    <message>
+        <source>In a window of the live view</source>
+        <translation>在实时画面的窗口中</translation>
+    </message>
+    <message>
+        <source>Locked by %1. Plans can be played, held and turned.</source>
+        <translation>已被 %1 锁定。可以播放、暂停预案和翻页。</translation>
+    </message>
+    <message>
+        <source>Locked by %1. Plans can be played, held and turned.</source>
+        <comment>view</comment>
+        <translation>已被 %1 锁定。可以播放、暂停视图和翻页。</translation>
+    </message>
+    <message>
+        <source>The user %1 was deleted. Somebody else has to log in. Until then plans can be played, held and turned.</source>
+        <translation>用户 %1 已被删除，请其他用户登录。在此之前可以播放、暂停预案和翻页。</translation>
+    </message>
+    <message>
+        <source>The user %1 was deleted. Somebody else has to log in. Until then plans can be played, held and turned.</source>
+        <comment>view</comment>
+        <translation>用户 %1 已被删除，请其他用户登录。在此之前可以播放、暂停视图和翻页。</translation>
+    </message>
+    <message>
+        <source>This desk uses the account that owns the plan store. What each user may see and change is kept here by this program alone, not by the database.</source>
+        <translation>此工作台使用拥有预案库的账户。每个用户可以查看和更改的内容在此仅由本程序控制，而不由数据库控制。</translation>
+    </message>
+    <message>
+        <source>This desk uses the account that owns the plan store. What each user may see and change is kept here by this program alone, not by the database.</source>
+        <comment>view</comment>
+        <translation>此工作台使用拥有视图库的账户。每个用户可以查看和更改的内容在此仅由本程序控制，而不由数据库控制。</translation>
+    </message>
+    <message>
+        <source>The plan store answers again, but %1 has another password there. Until it is given, plans can be played, held and turned.</source>
+        <translation>预案数据库已恢复响应，但 %1 的密码已更改。输入新密码之前，可以播放、暂停预案和翻页。</translation>
+    </message>
+    <message>
+        <source>The plan store answers again, but %1 has another password there. Until it is given, plans can be played, held and turned.</source>
+        <comment>view</comment>
+        <translation>视图数据库已恢复响应，但 %1 的密码已更改。输入新密码之前，可以播放、暂停视图和翻页。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CRegionForm</name>
+    <message>
+        <source>(no region)</source>
+        <translation>（无区域）</translation>
+    </message>
+    <message>
+        <source>Edit region</source>
+        <translation>编辑区域</translation>
+    </message>
+    <message>
+        <source>In region</source>
+        <translation>上级区域</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>New region</source>
+        <translation>新建区域</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CRemovalText</name>
+    <message numerus="yes">
+        <source>%n more</source>
+        <translation>
+            <numerusform>另有 %n 个</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Shown by %n plan(s): %1.</source>
+        <translation>
+            <numerusform>被 %n 个预案使用：%1。</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Shown by %n plan(s): %1.</source>
+        <comment>view</comment>
+        <translation>
+            <numerusform>被 %n 个视图使用：%1。</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Shown by %n plan(s) that you may not see.</source>
+        <translation>
+            <numerusform>被 %n 个您无权查看的预案使用。</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Shown by %n plan(s) that you may not see.</source>
+        <comment>view</comment>
+        <translation>
+            <numerusform>被 %n 个您无权查看的视图使用。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Windows that showed it stay and say that the camera is gone.</source>
+        <translation>相应窗口保留，并显示摄像机已不存在。</translation>
+    </message>
+    <message>
+        <source>Shown by no plan.</source>
+        <translation>没有预案使用。</translation>
+    </message>
+    <message>
+        <source>Shown by no plan.</source>
+        <comment>view</comment>
+        <translation>没有视图使用。</translation>
+    </message>
+    <message numerus="yes">
+        <source>Remove %n camera(s)?</source>
+        <translation>
+            <numerusform>移除 %n 个摄像机？</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Remove the camera "%1"?</source>
+        <translation>移除摄像机“%1”？</translation>
+    </message>
+    <message numerus="yes">
+        <source>Remove the region "%1" with %n camera(s) in it?</source>
+        <translation>
+            <numerusform>移除区域“%1”及其中的 %n 个摄像机？</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Remove the region "%1"?</source>
+        <translation>移除区域“%1”？</translation>
+    </message>
+    <message>
+        <source>This cannot be undone.</source>
+        <translation>此操作无法撤销。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CSiteModel</name>
+    <message>
+        <source>Main stream</source>
+        <translation>主码流</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Sub stream</source>
+        <translation>子码流</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>用户</translation>
+    </message>
+    <message>
+        <source>region %1</source>
+        <translation>区域 %1</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CSitePage</name>
+    <message numerus="yes">
+        <source>%n camera(s)</source>
+        <translation>
+            <numerusform>%n 个摄像机</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n region(s)</source>
+        <translation>
+            <numerusform>%n 个区域</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Certificates...</source>
+        <translation>证书...</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>编辑</translation>
+    </message>
+    <message>
+        <source>Edit...</source>
+        <translation>编辑...</translation>
+    </message>
+    <message>
+        <source>Export cameras</source>
+        <translation>导出摄像机</translation>
+    </message>
+    <message>
+        <source>Export...</source>
+        <translation>导出...</translation>
+    </message>
+    <message>
+        <source>Filter by name, address, user or code</source>
+        <translation>按名称、地址、用户或编码筛选</translation>
+    </message>
+    <message>
+        <source>Filter cameras</source>
+        <translation>筛选摄像机</translation>
+    </message>
+    <message>
+        <source>Import cameras</source>
+        <translation>导入摄像机</translation>
+    </message>
+    <message>
+        <source>Import...</source>
+        <translation>导入...</translation>
+    </message>
+    <message>
+        <source>In the settings, on the page of cameras</source>
+        <translation>设置的摄像机页</translation>
+    </message>
+    <message>
+        <source>New camera</source>
+        <translation>新建摄像机</translation>
+    </message>
+    <message>
+        <source>New camera...</source>
+        <translation>新建摄像机...</translation>
+    </message>
+    <message>
+        <source>New region...</source>
+        <translation>新建区域...</translation>
+    </message>
+    <message>
+        <source>No camera like this.</source>
+        <translation>没有匹配的摄像机。</translation>
+    </message>
+    <message>
+        <source>Regions and cameras</source>
+        <translation>区域和摄像机</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>移除</translation>
+    </message>
+    <message>
+        <source>Remove...</source>
+        <translation>移除...</translation>
+    </message>
+    <message>
+        <source>Tables (*.csv);;All files (*)</source>
+        <translation>表格 (*.csv);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>The cameras are being read...</source>
+        <translation>正在读取摄像机...</translation>
+    </message>
+    <message>
+        <source>Changed since, and cannot be read: %1</source>
+        <translation>此后已有更改，但无法读取：%1</translation>
+    </message>
+    <message>
+        <source>The cameras cannot be read: %1</source>
+        <translation>无法读取摄像机：%1</translation>
+    </message>
+    <message>
+        <source>This site has no cameras yet. Add one, or import a list.</source>
+        <translation>此站点还没有摄像机。请新建，或导入列表。</translation>
+    </message>
+    <message>
+        <source>Find cameras...</source>
+        <translation>查找摄像机...</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWalls</name>
+    <message>
+        <source>Wall %1</source>
+        <translation>电视墙 %1</translation>
+    </message>
+    <message>
+        <source>All four walls are open.</source>
+        <translation>四面电视墙都已打开。</translation>
+    </message>
+    <message>
+        <source>%1: &quot;%2&quot;</source>
+        <translation>%1：“%2”</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is playing. Close all the same?</source>
+        <translation>“%1”正在播放。仍要关闭吗？</translation>
+    </message>
+    <message>
+        <source>All walls close. These are playing:
+%1
+Close all the same?</source>
+        <translation>所有电视墙都将关闭。正在播放：
+%1
+仍要关闭吗？</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CPlayOnMenu</name>
+    <message>
+        <source>Play on wall</source>
+        <translation>在电视墙上播放</translation>
+    </message>
+    <message>
+        <source>&amp;New wall</source>
+        <translation>新建电视墙(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Wall &amp;%1</source>
+        <translation>电视墙 &amp;%1</translation>
+    </message>
+    <message>
+        <source>Wall &amp;%1, here</source>
+        <translation>电视墙 &amp;%1（此处）</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWallDesk</name>
+    <message>
+        <source>Families of plans</source>
+        <translation>预案类别</translation>
+    </message>
+    <message>
+        <source>Families of plans</source>
+        <comment>view</comment>
+        <translation>视图类别</translation>
     </message>
     <message>
         <source>no plan was stopped in the last seconds</source>
@@ -653,8 +1321,17 @@
         <translation>无法重新播放：%1</translation>
     </message>
     <message>
-        <source>Menu: press Alt and let it go</source>
-        <translation>菜单：按下并松开 Alt</translation>
+        <source>Plans</source>
+        <translation>预案</translation>
+    </message>
+    <message>
+        <source>Plans</source>
+        <comment>view</comment>
+        <translation>视图</translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation>摄像机</translation>
     </message>
 </context>
 <context>
@@ -724,6 +1401,15 @@
         <source>Not saved: the plan was changed elsewhere. Play it again first.</source>
         <comment>view</comment>
         <translation>未保存：视图已在别处被修改，请先重新播放。</translation>
+    </message>
+    <message>
+        <source>the plan is open in the editor over another wall</source>
+        <translation>该预案正在另一面电视墙的编辑器中打开</translation>
+    </message>
+    <message>
+        <source>the plan is open in the editor over another wall</source>
+        <comment>view</comment>
+        <translation>该视图正在另一面电视墙的编辑器中打开</translation>
     </message>
 </context>
 <context>
@@ -861,6 +1547,10 @@
         <source>This row is no longer there.</source>
         <translation>该行已不存在。</translation>
     </message>
+    <message>
+        <source>Play on wall</source>
+        <translation>在电视墙上播放</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CSettingsDialog</name>
@@ -876,6 +1566,30 @@
         <source>Cancel</source>
         <translation>取消</translation>
     </message>
+    <message>
+        <source>Cameras</source>
+        <translation>摄像机</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>常规</translation>
+    </message>
+    <message>
+        <source>Pages of settings</source>
+        <translation>设置页</translation>
+    </message>
+    <message>
+        <source>You lack the right to configure the site.</source>
+        <translation>您没有配置站点的权限。</translation>
+    </message>
+    <message>
+        <source>Users</source>
+        <translation>用户</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CStoreState</name>
@@ -884,40 +1598,85 @@
         <translation>数据：%1</translation>
     </message>
     <message>
-        <source>No connection to the plan store. Trying again...</source>
-        <translation>无法连接预案数据库，正在重试…</translation>
+        <source>No connection to the plan store since %1. Trying again...</source>
+        <translation>自 %1 起无法连接预案数据库，正在重试…</translation>
     </message>
     <message>
-        <source>No connection to the plan store. Trying again...</source>
+        <source>No connection to the plan store since %1. Trying again...</source>
         <comment>view</comment>
-        <translation>无法连接视图数据库，正在重试…</translation>
+        <translation>自 %1 起无法连接视图数据库，正在重试…</translation>
     </message>
     <message>
-        <source>The plan store is locked by another program. Trying again...</source>
-        <translation>预案数据库被其他程序锁定，正在重试…</translation>
+        <source>The plan store has not answered since %1. Trying again...</source>
+        <translation>自 %1 起预案数据库没有响应，正在重试…</translation>
     </message>
     <message>
-        <source>The plan store is locked by another program. Trying again...</source>
+        <source>The plan store has not answered since %1. Trying again...</source>
         <comment>view</comment>
-        <translation>视图数据库被其他程序锁定，正在重试…</translation>
+        <translation>自 %1 起视图数据库没有响应，正在重试…</translation>
     </message>
     <message>
-        <source>The plan store can only be read. Changes cannot be saved.</source>
-        <translation>预案数据库只能读取，无法保存更改。</translation>
+        <source>The plan store has been locked by another program since %1. Trying again...</source>
+        <translation>自 %1 起预案数据库被其他程序锁定，正在重试…</translation>
     </message>
     <message>
-        <source>The plan store can only be read. Changes cannot be saved.</source>
+        <source>The plan store has been locked by another program since %1. Trying again...</source>
         <comment>view</comment>
-        <translation>视图数据库只能读取，无法保存更改。</translation>
+        <translation>自 %1 起视图数据库被其他程序锁定，正在重试…</translation>
     </message>
     <message>
-        <source>The plan store cannot be read. Trying again...</source>
-        <translation>无法读取预案数据库，正在重试…</translation>
+        <source>The plan store has been read-only since %1. Changes cannot be saved.</source>
+        <translation>自 %1 起预案数据库只能读取，无法保存更改。</translation>
     </message>
     <message>
-        <source>The plan store cannot be read. Trying again...</source>
+        <source>The plan store has been read-only since %1. Changes cannot be saved.</source>
         <comment>view</comment>
-        <translation>无法读取视图数据库，正在重试…</translation>
+        <translation>自 %1 起视图数据库只能读取，无法保存更改。</translation>
+    </message>
+    <message>
+        <source>The disk of the plan store has been full since %1. Changes cannot be saved.</source>
+        <translation>自 %1 起预案数据库所在磁盘已满，无法保存更改。</translation>
+    </message>
+    <message>
+        <source>The disk of the plan store has been full since %1. Changes cannot be saved.</source>
+        <comment>view</comment>
+        <translation>自 %1 起视图数据库所在磁盘已满，无法保存更改。</translation>
+    </message>
+    <message>
+        <source>The plan store has not been readable since %1. Trying again...</source>
+        <translation>自 %1 起无法读取预案数据库，正在重试…</translation>
+    </message>
+    <message>
+        <source>The plan store has not been readable since %1. Trying again...</source>
+        <comment>view</comment>
+        <translation>自 %1 起无法读取视图数据库，正在重试…</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; the plan store does not answer. Trying again...</source>
+        <translation>显示截至 %1 的预案；预案数据库无响应，正在重试…</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; the plan store does not answer. Trying again...</source>
+        <comment>view</comment>
+        <translation>显示截至 %1 的视图；视图数据库无响应，正在重试…</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; the plan store does not take your password any more.</source>
+        <translation>显示截至 %1 的预案；预案数据库不再接受您的密码。</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; the plan store does not take your password any more.</source>
+        <comment>view</comment>
+        <translation>显示截至 %1 的视图；视图数据库不再接受您的密码。</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; where the plan store was there is that of another site.</source>
+        <translation>显示截至 %1 的预案；预案数据库地址处现为另一站点。</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; where the plan store was there is that of another site.</source>
+        <comment>view</comment>
+        <translation>显示截至 %1 的视图；视图数据库地址处现为另一站点。</translation>
     </message>
 </context>
 <context>
@@ -1040,36 +1799,20 @@
         <source>Go on with the cycle</source>
         <translation>继续轮巡</translation>
     </message>
+    <message>
+        <source>● changed</source>
+        <translation>● 已更改</translation>
+    </message>
+    <message>
+        <source>The windows are not as they are saved. Leaving can be taken back for some seconds.</source>
+        <translation>窗口与保存的不同。离开后几秒内可以恢复。</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CWallWindow</name>
     <message>
-        <source>Camera offline</source>
-        <translation>摄像机离线</translation>
-    </message>
-    <message>
-        <source>Connecting...</source>
-        <translation>正在连接…</translation>
-    </message>
-    <message>
-        <source>No camera</source>
-        <translation>无摄像机</translation>
-    </message>
-    <message>
         <source>Window %1: %2</source>
         <translation>窗口 %1：%2</translation>
-    </message>
-    <message>
-        <source>live</source>
-        <translation>实时</translation>
-    </message>
-    <message>
-        <source>connecting</source>
-        <translation>正在连接</translation>
-    </message>
-    <message>
-        <source>no picture</source>
-        <translation>无画面</translation>
     </message>
     <message>
         <source>Window %1: no camera</source>
@@ -1166,6 +1909,22 @@
         <source>Play again</source>
         <translation>重新播放</translation>
     </message>
+    <message>
+        <source>New wall</source>
+        <translation>新建电视墙</translation>
+    </message>
+    <message>
+        <source>Close this wall</source>
+        <translation>关闭此电视墙</translation>
+    </message>
+    <message>
+        <source>Live view on the whole screen, and back</source>
+        <translation>全屏显示实时画面及返回</translation>
+    </message>
+    <message>
+        <source>Lock the desk, and unlock it</source>
+        <translation>锁定和解锁工作台</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::ChangeTexts</name>
@@ -1188,6 +1947,41 @@
     <message>
         <source>Saved %1. It shows no camera yet.</source>
         <translation>已保存 %1，尚无摄像机。</translation>
+    </message>
+    <message>
+        <source>Created %1 in %2</source>
+        <translation>已在 %2 中创建 %1</translation>
+    </message>
+    <message>
+        <source>Created %1 in %2. It shows no camera yet.</source>
+        <translation>已在 %2 中创建 %1，其中尚无摄像机。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::DeviceTexts</name>
+    <message>
+        <source>The device does not answer</source>
+        <translation>设备没有应答</translation>
+    </message>
+    <message>
+        <source>No authority known here vouches for the device&apos;s certificate</source>
+        <translation>没有已知的机构为设备的证书担保</translation>
+    </message>
+    <message>
+        <source>The device refuses this user and password</source>
+        <translation>设备拒绝此用户名和密码</translation>
+    </message>
+    <message>
+        <source>The device does not do what it was asked for</source>
+        <translation>设备不执行所请求的操作</translation>
+    </message>
+    <message>
+        <source>What answers there is no ONVIF device</source>
+        <translation>在那里应答的不是 ONVIF 设备</translation>
+    </message>
+    <message>
+        <source>The device has no stream that can be shown</source>
+        <translation>设备没有可显示的码流</translation>
     </message>
 </context>
 <context>
@@ -1222,9 +2016,33 @@
         <comment>view</comment>
         <translation>停止视图、轮巡和正在获取的内容</translation>
     </message>
+    <message>
+        <source>In a window of the live view</source>
+        <translation>在实时画面的窗口中</translation>
+    </message>
+    <message>
+        <source>Go to the window beside it; move a zoomed picture</source>
+        <translation>转到相邻窗口；移动放大的画面</translation>
+    </message>
+    <message>
+        <source>Swap it with the window beside it</source>
+        <translation>与相邻窗口交换</translation>
+    </message>
+    <message>
+        <source>Whole picture, then all windows, then as everywhere</source>
+        <translation>先完整画面，再所有窗口，然后与其他处相同</translation>
+    </message>
 </context>
 <context>
     <name>TarnHost::Store</name>
+    <message>
+        <source>The addresses name different users or passwords.</source>
+        <translation>各地址中的用户或密码不一致。</translation>
+    </message>
+    <message>
+        <source>Behind the first /, ? or # of the address stands an @. A password with / ? or # in it belongs in the field for the password; in a path write %1.</source>
+        <translation>地址的第一个 /、? 或 # 之后有 @。含有 / ? 或 # 的密码应填入密码栏；路径中请写成 %1。</translation>
+    </message>
     <message>
         <source>The plan service has been stopped.</source>
         <translation>预案服务已停止。</translation>
@@ -1450,6 +2268,14 @@
     <message>
         <source>no server answers at %1:%2</source>
         <translation>%1:%2 处没有服务器应答</translation>
+    </message>
+    <message>
+        <source>none of the servers takes changes at present</source>
+        <translation>目前没有可写入的服务器</translation>
+    </message>
+    <message>
+        <source>no server answers at any of %1</source>
+        <translation>%1 中没有服务器应答</translation>
     </message>
     <message>
         <source>The plan store %1 is locked by another program.</source>
@@ -1726,6 +2552,262 @@
         <source>The plan was deleted by %1 at %2.</source>
         <comment>view</comment>
         <translation>该视图已被 %1 于 %2 删除。</translation>
+    </message>
+    <message>
+        <source>The address names no computer.</source>
+        <translation>地址中没有主机。</translation>
+    </message>
+    <message>
+        <source>The address has no possible port behind the colon. A password with / ? or # in it belongs in the field for the password.</source>
+        <translation>地址中冒号后不是有效的端口。含有 / ? 或 # 的密码应填入密码栏。</translation>
+    </message>
+    <message>
+        <source>The address must not contain #.</source>
+        <translation>地址不能包含 #。</translation>
+    </message>
+    <message>
+        <source>The address has more than %1 characters.</source>
+        <translation>地址超过 %1 个字符。</translation>
+    </message>
+    <message>
+        <source>The address must not contain blanks.</source>
+        <translation>地址不能包含空格。</translation>
+    </message>
+    <message>
+        <source>The address does not begin with rtsp:// or rtsps://.</source>
+        <translation>地址不是以 rtsp:// 或 rtsps:// 开头。</translation>
+    </message>
+    <message>
+        <source>The device's address does not begin with http:// or https://.</source>
+        <translation>设备地址不是以 http:// 或 https:// 开头。</translation>
+    </message>
+    <message>
+        <source>The name of a region must not contain a slash.</source>
+        <translation>区域名称不能包含斜杠。</translation>
+    </message>
+    <message>
+        <source>The user name has more than %1 characters.</source>
+        <translation>用户名超过 %1 个字符。</translation>
+    </message>
+    <message>
+        <source>The user name must not contain colons or control characters.</source>
+        <translation>用户名不能包含冒号或控制字符。</translation>
+    </message>
+    <message>
+        <source>The password has more than %1 characters.</source>
+        <translation>密码超过 %1 个字符。</translation>
+    </message>
+    <message>
+        <source>The password must not contain control characters.</source>
+        <translation>密码不能包含控制字符。</translation>
+    </message>
+    <message>
+        <source>The file holds a private key, which belongs to no desk.</source>
+        <translation>该文件包含私钥，私钥不应出现在任何席位上。</translation>
+    </message>
+    <message>
+        <source>The file holds no certificate in PEM form.</source>
+        <translation>该文件不包含 PEM 格式的证书。</translation>
+    </message>
+    <message>
+        <source>The plan store cannot keep how to sign in to the camera.</source>
+        <translation>预案库无法保存摄像机的登录信息。</translation>
+    </message>
+    <message>
+        <source>The plan store cannot keep how to sign in to the camera.</source>
+        <comment>view</comment>
+        <translation>视图库无法保存摄像机的登录信息。</translation>
+    </message>
+    <message>
+        <source>You have no right to configure the site.</source>
+        <translation>您没有配置站点的权限。</translation>
+    </message>
+    <message>
+        <source>The region does not exist or was deleted in the meantime.</source>
+        <translation>该区域不存在或已被删除。</translation>
+    </message>
+    <message>
+        <source>The camera does not exist or was deleted in the meantime.</source>
+        <translation>该摄像机不存在或已被删除。</translation>
+    </message>
+    <message>
+        <source>"%1": %2</source>
+        <translation>“%1”：%2</translation>
+    </message>
+    <message>
+        <source>There is no stream %1.</source>
+        <translation>没有码流 %1。</translation>
+    </message>
+    <message>
+        <source>There cannot be a preset %1, or not twice.</source>
+        <translation>预置点 %1 无效或重复。</translation>
+    </message>
+    <message>
+        <source>What was entered is not valid text.</source>
+        <translation>输入的内容不是有效文本。</translation>
+    </message>
+    <message>
+        <source>A stream stands twice in the changes.</source>
+        <translation>同一码流在更改中出现了两次。</translation>
+    </message>
+    <message>
+        <source>The camera stands twice in the changes.</source>
+        <translation>该摄像机在更改中出现了两次。</translation>
+    </message>
+    <message>
+        <source>There is a region of this name already.</source>
+        <translation>已有同名区域。</translation>
+    </message>
+    <message>
+        <source>Regions can be nested %1 levels deep at most, and none stands below itself.</source>
+        <translation>区域最多可嵌套 %1 层，且不能位于自身之下。</translation>
+    </message>
+    <message>
+        <source>The region "%1" is not empty.</source>
+        <translation>区域“%1”不为空。</translation>
+    </message>
+    <message>
+        <source>The camera has no such preset.</source>
+        <translation>该摄像机没有此预置点。</translation>
+    </message>
+    <message>
+        <source>role &quot;%1&quot; passes all rights of a database (SUPERUSER or BYPASSRLS); a store is opened by the owner of its tables or by a user</source>
+        <translation>角色“%1”不受数据库权限限制（SUPERUSER 或 BYPASSRLS）；存储只能由其表的所有者或用户打开</translation>
+    </message>
+    <message>
+        <source>role &quot;%1&quot; is no user of this site</source>
+        <translation>角色“%1”不是此站点的用户</translation>
+    </message>
+    <message>
+        <source>No role of a server can be called &quot;%1&quot;: its name is too long (%2 bytes at most) or kept for the server itself.</source>
+        <translation>服务器角色不能命名为“%1”：名称过长（最多 %2 字节）或为服务器保留。</translation>
+    </message>
+    <message>
+        <source>The owner of the plan store %1 may not do that with roles (CREATEROLE). The database's administrator can: %2</source>
+        <translation>预案存储 %1 的所有者无权管理角色（CREATEROLE）。数据库管理员可以执行：%2</translation>
+    </message>
+    <message>
+        <source>The owner of the plan store %1 may not do that with roles (CREATEROLE). The database's administrator can: %2</source>
+        <comment>view</comment>
+        <translation>视图存储 %1 的所有者无权管理角色（CREATEROLE）。数据库管理员可以执行：%2</translation>
+    </message>
+    <message>
+        <source>Everybody may make objects in the schema of the plan store %1, so rights cannot hold there. The database's administrator can mend it: %2</source>
+        <translation>所有人都可以在预案存储 %1 的模式中创建对象，因此权限无法生效。数据库管理员可以修复：%2</translation>
+    </message>
+    <message>
+        <source>Everybody may make objects in the schema of the plan store %1, so rights cannot hold there. The database's administrator can mend it: %2</source>
+        <comment>view</comment>
+        <translation>所有人都可以在视图存储 %1 的模式中创建对象，因此权限无法生效。数据库管理员可以修复：%2</translation>
+    </message>
+    <message>
+        <source>Role &quot;%1&quot; of the server may do more than a user should: it owns the store, or manages the server. Choose another name.</source>
+        <translation>服务器角色“%1”的权限超出普通用户：它拥有此存储或管理服务器。请选择其他名称。</translation>
+    </message>
+    <message>
+        <source>A password for a server cannot have the character NUL.</source>
+        <translation>服务器密码不能包含字符 NUL。</translation>
+    </message>
+    <message>
+        <source>Too many wrong passwords. Log in again in %1 seconds.</source>
+        <translation>密码错误次数过多。请在 %1 秒后重新登录。</translation>
+    </message>
+    <message>
+        <source>The name or the password is wrong.</source>
+        <translation>用户名或密码错误。</translation>
+    </message>
+    <message>
+        <source>Your user was deleted in the meantime.</source>
+        <translation>您的用户已被删除。</translation>
+    </message>
+    <message>
+        <source>This site keeps no list of users.</source>
+        <translation>该站点没有用户列表。</translation>
+    </message>
+    <message>
+        <source>There is already a user &quot;%1&quot;.</source>
+        <translation>用户“%1”已存在。</translation>
+    </message>
+    <message>
+        <source>There is already a user group &quot;%1&quot;.</source>
+        <translation>用户组“%1”已存在。</translation>
+    </message>
+    <message>
+        <source>There is no user group &quot;%1&quot;.</source>
+        <translation>用户组“%1”不存在。</translation>
+    </message>
+    <message>
+        <source>The name cannot have a comma or an equals sign: &quot;%1&quot;.</source>
+        <translation>名称不能包含逗号或等号：“%1”。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was changed by somebody else in the meantime. Nothing was saved; look at it again.</source>
+        <translation>“%1”已被他人修改。未保存任何内容；请重新查看。</translation>
+    </message>
+    <message>
+        <source>The last user who may configure the site keeps that right.</source>
+        <translation>必须至少保留一个有权配置站点的用户。</translation>
+    </message>
+    <message>
+        <source>You cannot delete the user that you are logged in as.</source>
+        <translation>不能删除当前登录的用户。</translation>
+    </message>
+    <message>
+        <source>The user group &quot;%1&quot; still limits who sees &quot;%2&quot;. Change that first.</source>
+        <translation>用户组“%1”仍限制“%2”的可见范围。请先修改该限制。</translation>
+    </message>
+    <message>
+        <source>The server has no role &quot;%1&quot; for a user of this store.</source>
+        <translation>服务器没有供此存储用户使用的角色“%1”。</translation>
+    </message>
+    <message>
+        <source>Users are changed by the account that owns the plan store %1 alone.</source>
+        <translation>只有预案存储 %1 的所有者账户可以更改用户。</translation>
+    </message>
+    <message>
+        <source>Users are changed by the account that owns the plan store %1 alone.</source>
+        <comment>view</comment>
+        <translation>只有视图存储 %1 的所有者账户可以更改用户。</translation>
+    </message>
+    <message>
+        <source>The copy of the plans on this machine cannot be used. %1</source>
+        <translation>本机上的预案副本无法使用。%1</translation>
+    </message>
+    <message>
+        <source>The copy of the plans on this machine cannot be used. %1</source>
+        <comment>view</comment>
+        <translation>本机上的视图副本无法使用。%1</translation>
+    </message>
+    <message>
+        <source>%1 is no copy of a user's plans.</source>
+        <translation>%1 不是用户预案的副本。</translation>
+    </message>
+    <message>
+        <source>%1 is no copy of a user's plans.</source>
+        <comment>view</comment>
+        <translation>%1 不是用户视图的副本。</translation>
+    </message>
+    <message>
+        <source>The copy of the plans on this machine is not of user %1.</source>
+        <translation>本机上的预案副本不属于用户 %1。</translation>
+    </message>
+    <message>
+        <source>The copy of the plans on this machine is not of user %1.</source>
+        <comment>view</comment>
+        <translation>本机上的视图副本不属于用户 %1。</translation>
+    </message>
+    <message>
+        <source>Another site than that of the copy is at %1 now. Start the client again.</source>
+        <translation>%1 处现为另一站点，与副本不符。请重新启动客户端。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 does not answer.</source>
+        <translation>预案数据库 %1 无响应。</translation>
+    </message>
+    <message>
+        <source>The plan store %1 does not answer.</source>
+        <comment>view</comment>
+        <translation>视图数据库 %1 无响应。</translation>
     </message>
 </context>
 <context>
@@ -3146,15 +4228,6 @@ never starts</source>
         <translation>在树中显示</translation>
     </message>
     <message>
-        <source>The plans are still being loaded.</source>
-        <translation>预案仍在加载中。</translation>
-    </message>
-    <message>
-        <source>The plans are still being loaded.</source>
-        <comment>view</comment>
-        <translation>视图仍在加载中。</translation>
-    </message>
-    <message>
         <source>No tree here shows this plan.</source>
         <translation>此处没有显示该预案的树。</translation>
     </message>
@@ -3278,6 +4351,10 @@ never starts</source>
         <source>Plans and groups</source>
         <comment>view</comment>
         <translation>视图和分组</translation>
+    </message>
+    <message>
+        <source>There is nothing to undo here.</source>
+        <translation>此处没有可撤销的操作。</translation>
     </message>
 </context>
 <context>
@@ -3743,6 +4820,25 @@ never starts</source>
     </message>
 </context>
 <context>
+    <name>TarnClient::CUserSwitch</name>
+    <message>
+        <source>Switch user</source>
+        <translation>切换用户</translation>
+    </message>
+    <message>
+        <source>Unlock the desk</source>
+        <translation>解锁工作台</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>解锁</translation>
+    </message>
+    <message>
+        <source>Another user who logs in here takes the desk over.</source>
+        <translation>其他用户在此登录将接管工作台。</translation>
+    </message>
+</context>
+<context>
     <name>TarnClient::CSettingsForm</name>
     <message>
         <source>English</source>
@@ -3841,6 +4937,10 @@ never starts</source>
         <source> s</source>
         <translation> 秒</translation>
     </message>
+    <message>
+        <source>Snapshots are kept in</source>
+        <translation>抓图保存位置</translation>
+    </message>
 </context>
 <context>
     <name>TarnClient::CWallTexts</name>
@@ -3866,10 +4966,6 @@ never starts</source>
         <comment>view</comment>
         <translation>正在获取组内下一个视图...</translation>
     </message>
-    <message>
-        <source>Play again</source>
-        <translation>重新播放</translation>
-    </message>
 </context>
 <context>
     <name>TarnClient::CWallHint</name>
@@ -3885,6 +4981,739 @@ never starts</source>
         <source>Double-click a plan, or press Return on it, or drag it here, to play it</source>
         <comment>view</comment>
         <translation>双击视图、选中后按回车键，或将其拖到此处即可播放</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CEditorPlace</name>
+    <message>
+        <source>Another plan has been opened here meanwhile. Try again.</source>
+        <translation>此处已打开另一个预案，请重试。</translation>
+    </message>
+    <message>
+        <source>Another plan has been opened here meanwhile. Try again.</source>
+        <comment>view</comment>
+        <translation>此处已打开另一个视图，请重试。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnPlanView::CShareKeys</name>
+    <message>
+        <source>Sharing</source>
+        <translation>共享</translation>
+    </message>
+    <message>
+        <source>Check the user that was found; in the empty field: share</source>
+        <translation>勾选找到的用户；输入框为空时：共享</translation>
+    </message>
+    <message>
+        <source>In the empty field: check the current user</source>
+        <translation>输入框为空时：勾选当前用户</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::WindowTruth</name>
+    <message>
+        <source>live</source>
+        <translation>实时</translation>
+    </message>
+    <message>
+        <source>Always the same picture</source>
+        <translation>画面一直不变</translation>
+    </message>
+    <message>
+        <source>always the same picture</source>
+        <translation>画面一直不变</translation>
+    </message>
+    <message>
+        <source>Few pictures: computer busy</source>
+        <translation>画面减少：计算机繁忙</translation>
+    </message>
+    <message>
+        <source>few pictures, since the computer is busy</source>
+        <translation>画面减少，因为计算机繁忙</translation>
+    </message>
+    <message>
+        <source>Connecting...</source>
+        <translation>正在连接…</translation>
+    </message>
+    <message>
+        <source>connecting</source>
+        <translation>正在连接</translation>
+    </message>
+    <message>
+        <source>No new picture</source>
+        <translation>没有新画面</translation>
+    </message>
+    <message>
+        <source>no new picture</source>
+        <translation>没有新画面</translation>
+    </message>
+    <message>
+        <source>no picture: %1</source>
+        <translation>无画面：%1</translation>
+    </message>
+    <message>
+        <source>Camera offline</source>
+        <translation>摄像机离线</translation>
+    </message>
+    <message>
+        <source>offline</source>
+        <translation>离线</translation>
+    </message>
+    <message>
+        <source>picture of %1</source>
+        <translation>%1 的画面</translation>
+    </message>
+    <message>
+        <source>picture of %1, %2</source>
+        <translation>%1 %2 的画面</translation>
+    </message>
+    <message>
+        <source>No address entered</source>
+        <translation>未输入地址</translation>
+    </message>
+    <message>
+        <source>Address not valid</source>
+        <translation>地址无效</translation>
+    </message>
+    <message>
+        <source>Not reachable</source>
+        <translation>无法连接</translation>
+    </message>
+    <message>
+        <source>No answer</source>
+        <translation>没有应答</translation>
+    </message>
+    <message>
+        <source>Wrong user name or password</source>
+        <translation>用户名或密码错误</translation>
+    </message>
+    <message>
+        <source>Unknown kind of log-in</source>
+        <translation>未知的登录方式</translation>
+    </message>
+    <message>
+        <source>No such stream</source>
+        <translation>没有此码流</translation>
+    </message>
+    <message>
+        <source>Unknown video format</source>
+        <translation>未知的视频格式</translation>
+    </message>
+    <message>
+        <source>Certificate not trusted</source>
+        <translation>证书不受信任</translation>
+    </message>
+    <message>
+        <source>Stream has ended</source>
+        <translation>码流已结束</translation>
+    </message>
+    <message>
+        <source>Removed from the site</source>
+        <translation>已从站点移除</translation>
+    </message>
+    <message>
+        <source>No connection</source>
+        <translation>没有连接</translation>
+    </message>
+    <message>
+        <source>Camera serves no more viewers</source>
+        <translation>摄像机不再接受更多观看者</translation>
+    </message>
+    <message>
+        <source>Needs the plan store for its password</source>
+        <translation>密码仅存于预案数据库</translation>
+    </message>
+    <message>
+        <source>Needs the plan store for its password</source>
+        <comment>view</comment>
+        <translation>密码仅存于视图数据库</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::WindowFace</name>
+    <message>
+        <source>Zoomed %1 times</source>
+        <translation>放大 %1 倍</translation>
+    </message>
+    <message>
+        <source>No camera</source>
+        <translation>无摄像机</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWallCommands</name>
+    <message>
+        <source>Enlarge the window</source>
+        <translation>放大窗口</translation>
+    </message>
+    <message>
+        <source>Look closer</source>
+        <translation>拉近画面</translation>
+    </message>
+    <message>
+        <source>Look from further away</source>
+        <translation>拉远画面</translation>
+    </message>
+    <message>
+        <source>Whole picture</source>
+        <translation>完整画面</translation>
+    </message>
+    <message>
+        <source>Smaller stream</source>
+        <translation>较小的码流</translation>
+    </message>
+    <message>
+        <source>Presets...</source>
+        <translation>预置点…</translation>
+    </message>
+    <message>
+        <source>Keep a snapshot</source>
+        <translation>保存抓图</translation>
+    </message>
+    <message>
+        <source>Choose another camera</source>
+        <translation>选择其他摄像机</translation>
+    </message>
+    <message>
+        <source>Empty the window</source>
+        <translation>清空窗口</translation>
+    </message>
+    <message>
+        <source>One window</source>
+        <translation>1 个窗口</translation>
+    </message>
+    <message>
+        <source>4 windows</source>
+        <translation>4 个窗口</translation>
+    </message>
+    <message>
+        <source>9 windows</source>
+        <translation>9 个窗口</translation>
+    </message>
+    <message>
+        <source>16 windows</source>
+        <translation>16 个窗口</translation>
+    </message>
+    <message>
+        <source>the plan editor is open</source>
+        <translation>预案编辑器已打开</translation>
+    </message>
+    <message>
+        <source>the plan editor is open</source>
+        <comment>view</comment>
+        <translation>视图编辑器已打开</translation>
+    </message>
+    <message>
+        <source>no window is chosen</source>
+        <translation>未选择窗口</translation>
+    </message>
+    <message>
+        <source>the window is empty</source>
+        <translation>窗口为空</translation>
+    </message>
+    <message>
+        <source>the picture is whole</source>
+        <translation>画面已完整显示</translation>
+    </message>
+    <message>
+        <source>the window has no camera</source>
+        <translation>窗口中没有摄像机</translation>
+    </message>
+    <message>
+        <source>the desk is locked</source>
+        <translation>工作台已锁定</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CComposer</name>
+    <message>
+        <source>Not possible: %1.</source>
+        <translation>无法执行：%1。</translation>
+    </message>
+    <message>
+        <source>No window is empty. Choose the one that is to give way.</source>
+        <translation>没有空窗口。请选择要替换的窗口。</translation>
+    </message>
+    <message>
+        <source>%1 cameras found no empty window.</source>
+        <translation>%1 个摄像机没有空窗口可用。</translation>
+    </message>
+    <message>
+        <source>Not possible: there is no picture yet.</source>
+        <translation>无法执行：还没有画面。</translation>
+    </message>
+    <message>
+        <source>Snapshot kept: %1</source>
+        <translation>抓图已保存：%1</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CPresetMenu</name>
+    <message>
+        <source>Presets</source>
+        <translation>预置点</translation>
+    </message>
+    <message>
+        <source>Presets are being fetched...</source>
+        <translation>正在获取预置点…</translation>
+    </message>
+    <message>
+        <source>This camera has no presets</source>
+        <translation>此摄像机没有预置点</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>无</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::Snapshot</name>
+    <message>
+        <source>The snapshot could not be kept in &quot;%1&quot;: %2</source>
+        <translation>抓图无法保存到“%1”：%2</translation>
+    </message>
+    <message>
+        <source>Snapshots</source>
+        <translation>抓图</translation>
+    </message>
+    <message>
+        <source>the folder cannot be made</source>
+        <translation>无法创建文件夹</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CCameraPanel</name>
+    <message>
+        <source>Search cameras</source>
+        <translation>搜索摄像机</translation>
+    </message>
+    <message>
+        <source>Search cameras and regions. Return takes the only hit.</source>
+        <translation>搜索摄像机和区域。按回车选择唯一结果。</translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation>摄像机</translation>
+    </message>
+    <message>
+        <source>Double click or Return shows a camera on the wall, Ctrl+Return a whole region</source>
+        <translation>双击或按回车在实时画面中显示摄像机，Ctrl+回车显示整个区域</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWallOffers</name>
+    <message>
+        <source>Your cameras have left the live view.</source>
+        <translation>您的摄像机已离开实时画面。</translation>
+    </message>
+    <message>
+        <source>Back to them</source>
+        <translation>返回</translation>
+    </message>
+    <message>
+        <source>%1 was changed and not saved.</source>
+        <translation>%1 已更改但未保存。</translation>
+    </message>
+    <message>
+        <source>Back to &quot;%1&quot;</source>
+        <translation>返回“%1”</translation>
+    </message>
+    <message>
+        <source>Play again</source>
+        <translation>重新播放</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CWallDrops</name>
+    <message>
+        <source>Show here</source>
+        <translation>在此显示</translation>
+    </message>
+    <message>
+        <source>Play &quot;%1&quot;</source>
+        <translation>播放“%1”</translation>
+    </message>
+    <message>
+        <source>Play the plans of &quot;%1&quot; in turn</source>
+        <translation>依次播放“%1”中的预案</translation>
+    </message>
+    <message>
+        <source>Play the plans of &quot;%1&quot; in turn</source>
+        <comment>view</comment>
+        <translation>依次播放“%1”中的视图</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CFolderField</name>
+    <message>
+        <source>Choose...</source>
+        <translation>选择…</translation>
+    </message>
+    <message>
+        <source>Choose the folder</source>
+        <translation>选择文件夹</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CLogInDialog</name>
+    <message>
+        <source>Log in</source>
+        <translation>登录</translation>
+    </message>
+    <message>
+        <source>Users without a password. A click logs in:</source>
+        <translation>以下用户没有密码，单击即可登录：</translation>
+    </message>
+    <message>
+        <source>Users without a password</source>
+        <translation>没有密码的用户</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>用户</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>密码</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>大写锁定已打开。</translation>
+    </message>
+    <message>
+        <source>Remember the name on this machine</source>
+        <translation>在本机记住用户名</translation>
+    </message>
+    <message>
+        <source>Type the name of a user.</source>
+        <translation>请输入用户名。</translation>
+    </message>
+    <message>
+        <source>Logging in...</source>
+        <translation>正在登录...</translation>
+    </message>
+    <message>
+        <source>The name or the password is wrong.</source>
+        <translation>用户名或密码错误。</translation>
+    </message>
+    <message>
+        <source>The plan store does not answer. Trying again...</source>
+        <translation>预案库没有响应，正在重试...</translation>
+    </message>
+    <message>
+        <source>The plan store does not answer. Trying again...</source>
+        <comment>view</comment>
+        <translation>视图库没有响应，正在重试...</translation>
+    </message>
+    <message numerus="yes">
+        <source>Too many wrong passwords. &quot;%1&quot; can log in again in %n second(s).</source>
+        <translation>
+            <numerusform>密码错误次数过多。“%1”可在 %n 秒后重新登录。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The log-in was refused.</source>
+        <translation>登录被拒绝。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CLockBar</name>
+    <message>
+        <source>Unlock (%1)</source>
+        <translation>解锁 (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CUserForm</name>
+    <message>
+        <source>User</source>
+        <translation>用户</translation>
+    </message>
+    <message>
+        <source>New user</source>
+        <translation>新建用户</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Member of these user groups:</source>
+        <translation>所属用户组：</translation>
+    </message>
+    <message>
+        <source>User groups</source>
+        <translation>用户组</translation>
+    </message>
+    <message>
+        <source>May do this with public plans and the site:</source>
+        <translation>对公共预案和站点的权限：</translation>
+    </message>
+    <message>
+        <source>May do this with public plans and the site:</source>
+        <comment>view</comment>
+        <translation>对公共视图和站点的权限：</translation>
+    </message>
+    <message>
+        <source>Logs in with a password</source>
+        <translation>使用密码登录</translation>
+    </message>
+    <message>
+        <source>Left empty, it stays</source>
+        <translation>留空则不变</translation>
+    </message>
+    <message>
+        <source>New password</source>
+        <translation>新密码</translation>
+    </message>
+    <message>
+        <source>The same again</source>
+        <translation>再次输入</translation>
+    </message>
+    <message>
+        <source>The two passwords are not the same.</source>
+        <translation>两次输入的密码不一致。</translation>
+    </message>
+    <message>
+        <source>Type a password.</source>
+        <translation>请输入密码。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CUserGroupForm</name>
+    <message>
+        <source>User group</source>
+        <translation>用户组</translation>
+    </message>
+    <message>
+        <source>New user group</source>
+        <translation>新建用户组</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Its members:</source>
+        <translation>成员：</translation>
+    </message>
+    <message>
+        <source>Members</source>
+        <translation>成员</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CLimitForm</name>
+    <message>
+        <source>Who sees a group</source>
+        <translation>分组的可见范围</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Perimeter/Gates</source>
+        <translation>周界/大门</translation>
+    </message>
+    <message>
+        <source>Group of public plans</source>
+        <translation>公共预案分组</translation>
+    </message>
+    <message>
+        <source>Group of public plans</source>
+        <comment>view</comment>
+        <translation>公共视图分组</translation>
+    </message>
+    <message>
+        <source>Seen by these user groups alone, with all below it. Without any, all users see it. Who may configure the site sees all groups.</source>
+        <translation>仅以下用户组可见该分组及其下属内容。不选则所有用户可见。有权配置站点的用户可见所有分组。</translation>
+    </message>
+    <message>
+        <source>User groups</source>
+        <translation>用户组</translation>
+    </message>
+    <message>
+        <source>There is no one group with this path.</source>
+        <translation>没有唯一对应此路径的分组。</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::CUsersPage</name>
+    <message>
+        <source>What the list shows</source>
+        <translation>列表内容</translation>
+    </message>
+    <message>
+        <source>Users</source>
+        <translation>用户</translation>
+    </message>
+    <message>
+        <source>User groups</source>
+        <translation>用户组</translation>
+    </message>
+    <message>
+        <source>Who sees which group</source>
+        <translation>分组可见范围</translation>
+    </message>
+    <message>
+        <source>Add...</source>
+        <translation>添加...</translation>
+    </message>
+    <message>
+        <source>Change...</source>
+        <translation>修改...</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>May</source>
+        <translation>权限</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>密码</translation>
+    </message>
+    <message>
+        <source>Members</source>
+        <translation>成员</translation>
+    </message>
+    <message>
+        <source>Group of public plans</source>
+        <translation>公共预案分组</translation>
+    </message>
+    <message>
+        <source>Group of public plans</source>
+        <comment>view</comment>
+        <translation>公共视图分组</translation>
+    </message>
+    <message>
+        <source>Seen by</source>
+        <translation>可见用户组</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>无</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>有</translation>
+    </message>
+    <message>
+        <source>The users are being read...</source>
+        <translation>正在读取用户...</translation>
+    </message>
+    <message>
+        <source>The users cannot be read: %1</source>
+        <translation>无法读取用户：%1</translation>
+    </message>
+    <message>
+        <source>There are no user groups yet. They say who sees which group of public plans.</source>
+        <translation>还没有用户组。用户组决定谁能看到哪些公共预案分组。</translation>
+    </message>
+    <message>
+        <source>There are no user groups yet. They say who sees which group of public plans.</source>
+        <comment>view</comment>
+        <translation>还没有用户组。用户组决定谁能看到哪些公共视图分组。</translation>
+    </message>
+    <message>
+        <source>All users see all groups of public plans.</source>
+        <translation>所有用户都能看到所有公共预案分组。</translation>
+    </message>
+    <message>
+        <source>All users see all groups of public plans.</source>
+        <comment>view</comment>
+        <translation>所有用户都能看到所有公共视图分组。</translation>
+    </message>
+    <message>
+        <source>Delete the user &quot;%1&quot; with all of this user&apos;s own plans? This cannot be undone.</source>
+        <translation>删除用户“%1”及其所有个人预案？此操作无法撤销。</translation>
+    </message>
+    <message>
+        <source>Delete the user &quot;%1&quot; with all of this user&apos;s own plans? This cannot be undone.</source>
+        <comment>view</comment>
+        <translation>删除用户“%1”及其所有个人视图？此操作无法撤销。</translation>
+    </message>
+    <message>
+        <source>Delete the user group &quot;%1&quot;?</source>
+        <translation>删除用户组“%1”？</translation>
+    </message>
+    <message>
+        <source>Let all users see &quot;%1&quot;?</source>
+        <translation>让所有用户都能看到“%1”？</translation>
+    </message>
+    <message>
+        <source>In the settings, on the page of users</source>
+        <translation>在设置的用户页中</translation>
+    </message>
+    <message>
+        <source>no role at the server</source>
+        <translation>服务器上没有角色</translation>
+    </message>
+</context>
+<context>
+    <name>TarnClient::Rights</name>
+    <message>
+        <source>Add plans and groups</source>
+        <translation>添加预案和分组</translation>
+    </message>
+    <message>
+        <source>Add plans and groups</source>
+        <comment>view</comment>
+        <translation>添加视图和分组</translation>
+    </message>
+    <message>
+        <source>Change plans and groups</source>
+        <translation>修改预案和分组</translation>
+    </message>
+    <message>
+        <source>Change plans and groups</source>
+        <comment>view</comment>
+        <translation>修改视图和分组</translation>
+    </message>
+    <message>
+        <source>Delete plans and groups</source>
+        <translation>删除预案和分组</translation>
+    </message>
+    <message>
+        <source>Delete plans and groups</source>
+        <comment>view</comment>
+        <translation>删除视图和分组</translation>
+    </message>
+    <message>
+        <source>Configure the site: cameras, users, limits</source>
+        <translation>配置站点：摄像机、用户、可见范围</translation>
+    </message>
+    <message>
+        <source>add</source>
+        <translation>添加</translation>
+    </message>
+    <message>
+        <source>change</source>
+        <translation>修改</translation>
+    </message>
+    <message>
+        <source>delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>configure</source>
+        <translation>配置</translation>
     </message>
 </context>
 </TS>

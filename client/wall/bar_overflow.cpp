@@ -13,6 +13,7 @@ namespace TarnClient {
 namespace {
 
 constexpr int kTextRoom = 240;  // a longer text is cut before more buttons go
+constexpr int kLeastTextRoom = 116;
 
 }  // namespace
 
@@ -117,8 +118,14 @@ int CBarOverflow::FixedWidth() const {
   return width;
 }
 
+int CBarOverflow::LeastWidth() const {
+  const int text = text_->sizeHint().width();
+  return FixedWidth() - std::min(text, kTextRoom) + std::min(text, kLeastTextRoom) + WidthOf(*more_);
+}
+
 void CBarOverflow::OpenMenu() {
   auto* menu = new tarn_ui_data_controller::CPopupMenu(more_);
+  menu->setAccessibleName(more_->accessibleName());
   menu->setAttribute(Qt::WA_DeleteOnClose);
   for (const Group& group : groups_.mid(0, in_menu_)) {
     for (const QToolButton* button : group) {

@@ -31,6 +31,8 @@ class CBarOverflow : public QObject {
   QToolButton* MoreButton() const { return more_; }
 
   bool eventFilter(QObject* watched, QEvent* event) override;
+  /// Of the bar, when all buttons that can have given way.
+  int LeastWidth() const;
 
  private:
   using Group = QVector<QToolButton*>;

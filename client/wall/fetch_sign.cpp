@@ -1,6 +1,6 @@
 #include "wall/fetch_sign.h"
 
-#include <QAccessible>
+#include "MarUIControl/accessible_role.h"
 
 namespace TarnClient {
 
@@ -39,8 +39,7 @@ void CFetchSign::Appear() {
   Place(area_);
   raise();
   show();
-  QAccessibleEvent event(this, QAccessible::Alert);  // nothing has the focus here that a reader would follow
-  QAccessible::updateAccessibility(&event);
+  MarUIControl::AnnounceAlert(this);  // nothing has the focus here that a reader would follow
 }
 
 void CFetchSign::Place(const QRect& area) {

@@ -1,18 +1,13 @@
 #include "wall/live_wall.h"
 
-#include <QDragEnterEvent>
-#include <QGridLayout>
-#include <QKeyEvent>
-#include <QMimeData>
-#include <QPainter>
+#include <QPointer>
 #include <QStackedWidget>
 #include <QVBoxLayout>
-#include <algorithm>
+#include <utility>
 
 #include "MarUIControl/accessible_role.h"
 #include "MarUIControl/offer_strip.h"
 #include "MarUIControl/string_conversion.h"
-#include "TarnUIDataController/skin_color.h"
 #include "marlog/marlog.h"
 #include "plan_rules/splits.h"
 #include "plan_rules/window_content.h"
@@ -20,23 +15,23 @@
 #include "wall/fetch_sign.h"
 #include "wall/same_pages.h"
 #include "wall/wall_bar.h"
+#include "wall/wall_drops.h"
 #include "wall/wall_hint.h"
 #include "wall/wall_window.h"
+#include "wall/window_grid.h"
 
 namespace TarnClient {
 
 using MarUIControl::StringToQString;
-using tarn_ui_data_controller::SkinColor;
-using view_plugin_protocol::Content;
-using view_plugin_protocol::kMostWindowsOfPage;
 using view_plugin_protocol::PlanPage;
 using view_plugin_protocol::PlanWindow;
-using view_plugin_protocol::SideOfSplit;
+using view_plugin_protocol::WindowsOfSplit;
 
 namespace {
 
-constexpr int kTickMs = 100;
+constexpr int kTickMs = 30;  // a camera sends up to 30 pictures a second
 constexpr int kGap = 2;
+constexpr int kTurnLeadSeconds = 3;  // the plan that comes is still to be fetched
 
 // A page that no one named is called after its number, which the bar shows anyway.
 QString NameWorthShowing(const PlanPage& page) {
@@ -55,19 +50,10 @@ QVector<int> DwellTimes(const QVector<PlanPage>& pages) {
   return seconds;
 }
 
-// A plan that plays stays where it is, so nothing is to be moved away.
-void Take(QDropEvent* event) {
-  if (event->possibleActions() & Qt::CopyAction) {
-    event->setDropAction(Qt::CopyAction);
-  }
-  event->accept();
-}
-
 }  // namespace
 
-CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent, std::unique_ptr<CPageClock> turn_clock)
+CLiveWall::CLiveWall(std::shared_ptr<IPictureSupply> pictures, QWidget* parent, std::unique_ptr<CPageClock> turn_clock)
     : QWidget(parent),
-      factory_(std::move(factory)),
       clock_(std::make_unique<CPageClock>(), std::move(turn_clock)),
       bar_(new CWallBar(this)),
       stack_(new QStackedWidget(this)),
@@ -75,8 +61,8 @@ CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent, std::unique_
       strip_(new MarUIControl::COfferStrip(this)),
       drop_hint_(new CDropHint(this)),
       fetch_sign_(new CFetchSign(this)),
-      grid_page_(new QWidget(this)),
-      grid_(new QGridLayout(grid_page_)) {
+      grid_(new CWindowGrid(std::move(pictures), this)) {
+  drops_ = new CWallDrops(drop_hint_, grid_, this);
   setObjectName(QStringLiteral("live_wall"));
   setFocusPolicy(Qt::StrongFocus);
   MarUIControl::SetAccessibleRole(this, QAccessible::Pane);
@@ -89,93 +75,155 @@ CLiveWall::CLiveWall(PictureSourceFactory factory, QWidget* parent, std::unique_
   layout->addWidget(strip_);
   hint_->setFocusProxy(this);
   stack_->addWidget(hint_);
-  stack_->addWidget(grid_page_);
-  BuildGrid();
+  stack_->addWidget(grid_);
   ticker_.setInterval(kTickMs);
   connect(&ticker_, &QTimer::timeout, this, &CLiveWall::Tick);
   ConnectParts();
+  ConnectGrid();
 }
 
 CLiveWall::~CLiveWall() = default;
 
-void CLiveWall::BuildGrid() {
-  grid_->setContentsMargins(0, 0, 0, 0);
-  grid_->setSpacing(kGap);
-  for (int i = 0; i < kMostWindowsOfPage; ++i) {
-    windows_.append(new CWallWindow(i + 1, grid_page_));
-    windows_.last()->hide();
-  }
-}
-
 void CLiveWall::ConnectParts() {
-  connect(&clock_, &CWallClock::SignalPageOver, this, [this] { ShowPage((page_ + 1) % pages_.size()); });
+  connect(&clock_, &CWallClock::SignalPageOver, this, [this] { ShowPage((page_ + 1) % Pages().size()); });
   connect(&clock_, &CWallClock::SignalTurnOver, this, &CLiveWall::SignalTurnOver);
   connect(bar_, &CWallBar::SignalPrevious, this, [this] { Turn(-1); });
   connect(bar_, &CWallBar::SignalNext, this, [this] { Turn(1); });
   connect(bar_, &CWallBar::SignalPause, this, &CLiveWall::ToggleHold);
   connect(bar_, &CWallBar::SignalStop, this, &CLiveWall::SignalStopWanted);
   connect(hint_, &CWallHint::SignalTryAgain, this, &CLiveWall::SignalTryAgain);
+  connect(drops_, &CWallDrops::SignalPlanDropped, this, &CLiveWall::SignalDropped);
+  connect(drops_, &CWallDrops::SignalCamerasDropped, this, &CLiveWall::SignalCamerasDropped);
+  connect(drops_, &CWallDrops::SignalSwapWanted, this, &CLiveWall::SignalSwapWanted);
 }
 
-void CLiveWall::Play(const view_plugin_protocol::GetPlanDetailResponse& plan) {
-  plan_ = plan;
-  TakePages();
-  playing_ = true;
-  clock_.BeginPlan(DwellTimes(pages_));
-  ShowPage(0);
-  marlog::Write("LyraClientInfo", marlog::Info, "Playing plan %s, %d pages", plan.index_code.c_str(), pages_.size());
+void CLiveWall::ConnectGrid() {
+  connect(grid_, &CWindowGrid::SignalCameraCame, this, [this](const PlanWindow& window) {
+    if (window.preset_no > 0) {
+      Q_EMIT SignalPresetWanted(StringToQString(window.resource_code), window.preset_no);
+    }
+  });
+  connect(grid_, &CWindowGrid::SignalCloserLook, this, [this](bool closer) { StayFor(grid_, closer); });
+  connect(grid_, &CWindowGrid::SignalSwapWanted, this, &CLiveWall::SignalSwapWanted);
+  connect(grid_, &CWindowGrid::SignalDragged, this, [this](int window_no) {
+    if (const PlanWindow* window = arrangement_.At(page_, window_no)) {
+      const QPointer<CLiveWall> alive(this);  // events go on meanwhile
+      StayFor(drops_, true);
+      drops_->DragAway(window_no, {window->resource_code, window->resource_name});
+      if (alive) {
+        StayFor(drops_, false);
+      }
+    }
+  });
+}
+
+void CLiveWall::Play(const view_plugin_protocol::GetPlanDetailResponse& plan, const WallPlace& place) {
+  marlog::Write("LyraClientInfo", marlog::Info, "Playing plan %s, %d pages", plan.index_code.c_str(),
+                static_cast<int>(plan.pages.size()));
+  Show(CArrangement(plan), place);
+}
+
+// What is said of it comes when all is as it says.
+void CLiveWall::Show(const CArrangement& arrangement, const WallPlace& place) {
+  const WallPlace place_before = Place();
+  const CArrangement before = std::exchange(arrangement_, arrangement);
+  works_.clear();
+  clock_.BeginPlan(DwellTimes(Pages()));
+  if (!grid_->isAncestorOf(focusWidget())) {
+    grid_->SetCurrent(0);
+  }
+  const bool has_page = place.page >= 1 && place.page <= Pages().size();
+  ShowPage(has_page ? place.page - 1 : 0);
+  SetHeld(place.is_held && HasTimes());
   Q_EMIT SignalPlanChanged();
-}
-
-void CLiveWall::TakePages() {
-  pages_ = QVector<PlanPage>(plan_.pages.begin(), plan_.pages.end());
-  std::stable_sort(pages_.begin(), pages_.end(),
-                   [](const PlanPage& a, const PlanPage& b) { return a.page_no < b.page_no; });
-  if (pages_.isEmpty()) {
-    pages_.append(PlanPage());
+  if (before.IsChanged() && !SamePages(before.PagesToSave(), arrangement_.PagesToSave())) {
+    Q_EMIT SignalLeft(before, place_before);
   }
 }
 
 void CLiveWall::Renew(const view_plugin_protocol::GetPlanDetailResponse& plan) {
-  if (!playing_ || plan.index_code != plan_.index_code) {
+  if (!IsPlaying() || plan.index_code != Plan().index_code) {
     return;
   }
-  const QVector<PlanPage> before = pages_;
+  const QVector<PlanPage> before = Pages();
   const int page_before = page_;
-  plan_ = plan;
-  TakePages();
-  page_ = PageAfterChange(before, page_before, pages_);
-  if (!SameWindows(before.at(page_before), pages_.at(page_))) {
-    ShowWindows();
-  }
-  clock_.ChangePlan(DwellTimes(pages_), page_before, page_);
+  arrangement_.Renew(plan);
+  page_ = PageAfterChange(before, page_before, Pages());
+  ShowWindows();
+  clock_.ChangePlan(DwellTimes(Pages()), page_before, page_);
   RenewBar();
   Tick();
   Q_EMIT SignalPlanRenewed();
 }
 
+bool CLiveWall::Change(const std::function<bool(CArrangement*)>& edit) {
+  CArrangement changed = arrangement_;
+  if (changed.IsNothing()) {
+    changed = CArrangement::WithoutPlan();
+  }
+  const bool is_new = !IsShowing();
+  if (!edit(&changed)) {
+    return false;
+  }
+  if (is_new) {
+    Show(changed, {});
+  } else {
+    arrangement_ = changed;
+    ShowWindows();
+    RenewBar();
+  }
+  works_.clear();
+  if (HasTimes() && !clock_.IsHeld()) {
+    SetHeld(true);
+  }
+  Q_EMIT SignalArrangementChanged();
+  return true;
+}
+
 void CLiveWall::Stop() {
-  if (!playing_) {
+  if (!IsShowing()) {
     return;
   }
-  playing_ = false;
+  const WallPlace place_before = Place();
+  const CArrangement before = std::exchange(arrangement_, CArrangement());
+  works_.clear();
   clock_.Stop();
-  for (CWallWindow* window : qAsConst(windows_)) {
-    window->Show(QString(), nullptr);
-  }
-  pages_.clear();
-  plan_ = {};
+  grid_->Clear();
   RenewBar();
   stack_->setCurrentWidget(hint_);
   RunTicker();
   Q_EMIT SignalPlanChanged();
+  if (before.IsChanged()) {
+    Q_EMIT SignalLeft(before, place_before);
+  }
+}
+
+void CLiveWall::Saved(const std::list<PlanPage>& pages) {
+  arrangement_.Saved(pages);
+  RenewBar();
+}
+
+void CLiveWall::RenewNames(const CArrangement::NameOf& name_of) {
+  if (arrangement_.Rename(name_of)) {
+    grid_->ShowPage(Pages().at(page_));
+  }
+}
+
+void CLiveWall::StayFor(const void* work, bool on) {
+  const bool is_held_by_word = clock_.IsHeld() && works_.isEmpty();
+  if (on && HasTimes() && !is_held_by_word) {
+    works_.insert(work);
+    SetHeld(true);
+  } else if (!on && works_.remove(work) && works_.isEmpty()) {
+    SetHeld(false);
+  }
 }
 
 void CLiveWall::Turn(int pages) {
-  if (!playing_ || !HasTimes()) {
+  if (!HasTimes()) {
     return;
   }
-  const int count = pages_.size();
+  const int count = Pages().size();
   const int page = page_ + pages;
   if (clock_.IsInTurn() && page < 0) {
     return Q_EMIT SignalStepWanted(-1);
@@ -189,7 +237,7 @@ void CLiveWall::Turn(int pages) {
 }
 
 void CLiveWall::GoTo(int page) {
-  if (page < 1 || page > pages_.size()) {
+  if (page < 1 || page > Pages().size()) {
     return;
   }
   if (page_ != page - 1) {
@@ -200,18 +248,27 @@ void CLiveWall::GoTo(int page) {
 }
 
 void CLiveWall::ToggleHold() {
-  if (!playing_ || !HasTimes()) {
+  if (!HasTimes()) {
     return;
   }
-  clock_.SetHeld(!clock_.IsHeld());
+  works_.clear();
+  SetHeld(!clock_.IsHeld());
+}
+
+void CLiveWall::SetHeld(bool held) {
+  if (held == clock_.IsHeld()) {
+    return;
+  }
+  clock_.SetHeld(held);
   RenewBar();
-  if (clock_.IsHeld()) {
+  if (held) {
+    PrepareNothing();
     Q_EMIT SignalHeld();
   }
 }
 
 void CLiveWall::BeginTurn(int least_seconds) {
-  if (playing_) {
+  if (IsPlaying()) {
     clock_.BeginTurn(least_seconds);
     RenewBar();
   }
@@ -243,18 +300,18 @@ void CLiveWall::EndTurns() {
 }
 
 QString CLiveWall::PlanName() const {
-  return StringToQString(plan_.name);
+  return StringToQString(Plan().name);
 }
 
 QString CLiveWall::PlanCode() const {
-  return StringToQString(plan_.index_code);
+  return StringToQString(Plan().index_code);
 }
 
 QVector<CLiveWall::WindowState> CLiveWall::Windows() const {
   QVector<WindowState> states;
-  for (const CWallWindow* window : windows_) {
+  for (const CWallWindow* window : grid_->Windows()) {
     if (!window->IsEmpty()) {
-      states.append({window->Camera(), window->StateName(), window->Frames()});
+      states.append({window->Camera(), window->StateName(), window->Status(), window->Frames()});
     }
   }
   return states;
@@ -262,78 +319,82 @@ QVector<CLiveWall::WindowState> CLiveWall::Windows() const {
 
 void CLiveWall::ShowPage(int number) {
   page_ = number;
+  grid_->Enlarge(0);
   ShowWindows();
-  stack_->setCurrentWidget(grid_page_);
+  stack_->setCurrentWidget(grid_);
   clock_.BeginPage(page_);
   RenewBar();
   RunTicker();
+  Q_EMIT SignalPageShown();
 }
 
 void CLiveWall::ShowWindows() {
-  const PlanPage& page = pages_.at(page_);
-  const int side = SideOfSplit(page.split_type);
-  ArrangeGrid(side);
-  FillWindows(page, side * side);
+  ReportLostWindows(Pages().at(page_));
+  grid_->ShowPage(Pages().at(page_));
+  PrepareNothing();
 }
 
 void CLiveWall::RenewBar() {
-  if (!playing_) {
+  if (!IsShowing()) {
     return bar_->ShowNothing();
   }
-  bar_->ShowPlan(PlanName(), NameWorthShowing(pages_.at(page_)), page_ + 1, pages_.size(), clock_.IsInTurn());
+  const PlanPage& page = Pages().at(page_);
+  bar_->ShowPlan(Title(), NameWorthShowing(page), page_ + 1, Pages().size(), clock_.IsInTurn());
+  bar_->ShowChanged(arrangement_.IsChanged());
   ShowTimes();
+}
+
+QString CLiveWall::Title() const {
+  if (IsPlaying()) {
+    return PlanName();
+  }
+  return tr("Own arrangement");
 }
 
 void CLiveWall::ShowTimes() {
   bar_->ShowTimes(clock_.PageSecondsLeft(), clock_.TurnSecondsLeft(), clock_.IsHeld());
 }
 
-void CLiveWall::ArrangeGrid(int side) {
-  for (int i = 0; i < kMostWindowsOfPage; ++i) {
-    grid_->removeWidget(windows_[i]);
-    const bool used = i < side * side;
-    windows_[i]->setVisible(used);
-    if (used) {
-      grid_->addWidget(windows_[i], i / side, i % side);
-    }
-  }
-  for (int line = 0; line < 4; ++line) {
-    const int stretch = static_cast<int>(line < side);
-    grid_->setRowStretch(line, stretch);
-    grid_->setColumnStretch(line, stretch);
-  }
-}
-
-void CLiveWall::FillWindows(const PlanPage& page, int count) {
+void CLiveWall::ReportLostWindows(const PlanPage& page) const {
   for (const PlanWindow& window : page.windows) {
-    if (IsCamera(window) && (window.window_no < 1 || window.window_no > count)) {
-      marlog::Write("LyraClientError", marlog::Warning, "Plan %s, page %d has no window %d", plan_.index_code.c_str(),
+    if (IsCamera(window) && (window.window_no < 1 || window.window_no > WindowsOfSplit(page.split_type))) {
+      marlog::Write("LyraClientError", marlog::Warning, "Plan %s, page %d has no window %d", Plan().index_code.c_str(),
                     page.page_no, window.window_no);
     }
   }
-  for (int i = 0; i < count; ++i) {
-    FillWindow(windows_[i], ContentOf(page.windows, i + 1));
+}
+
+// Cameras need a moment until their first picture: those that come next are connected before their time.
+void CLiveWall::PrepareNext() {
+  if (!HasTimes() || clock_.IsHeld() || prepared_ == Prepared::Plan) {
+    return;
   }
-  for (int i = count; i < windows_.size(); ++i) {
-    FillWindow(windows_[i], nullptr);
+  const PlanPage& next = Pages().at((page_ + 1) % Pages().size());
+  if (clock_.IsInTurn() && clock_.TurnSecondsLeft() <= kTurnLeadSeconds) {
+    prepared_ = Prepared::Plan;
+    Q_EMIT SignalTurnEnds();
+  } else if (HasSeveralPages() && prepared_ == Prepared::Nothing &&
+             clock_.PageSecondsLeft() <= grid_->LeadSeconds(next)) {
+    prepared_ = Prepared::Page;
+    grid_->Prepare(next);
   }
 }
 
-// Also one without content: nothing of the last page may stay in it.
-void CLiveWall::FillWindow(CWallWindow* window, const PlanWindow* content) {
-  switch (ContentIn(content)) {
-    case Content::Camera:
-      return window->Show(StringToQString(content->resource_name), factory_(*content));
-    case Content::Nothing:
-    case Content::OtherContent:
-      return window->Show(QString(), nullptr);
+// What comes next is not known any more, or does not come by itself.
+void CLiveWall::PrepareNothing() {
+  grid_->PrepareNothing();
+  prepared_ = Prepared::Nothing;
+}
+
+void CLiveWall::Prepare(const view_plugin_protocol::GetPlanDetailResponse& plan) {
+  if (clock_.IsInTurn() && !clock_.IsHeld()) {
+    grid_->Prepare(CArrangement(plan).Pages().front());
   }
 }
 
 void CLiveWall::Tick() {
-  for (CWallWindow* window : qAsConst(windows_)) {
-    window->Tick();
-  }
+  grid_->Tick();
+  PrepareNext();
   if (HasTimes()) {
     ShowTimes();
   }
@@ -341,100 +402,15 @@ void CLiveWall::Tick() {
 
 // No one looks at a hidden wall: its pictures rest, while its pages go on turning.
 void CLiveWall::RunTicker() {
-  if (playing_ && isVisible()) {
+  if (IsShowing() && isVisible()) {
     ticker_.start();
   } else {
     ticker_.stop();
   }
 }
 
-void CLiveWall::keyPressEvent(QKeyEvent* event) {
-  if (event->modifiers() & ~Qt::KeypadModifier) {
-    QWidget::keyPressEvent(event);
-    return;
-  }
-  switch (event->key()) {
-    case Qt::Key_Left:
-      return Turn(-1);
-    case Qt::Key_Right:
-      return Turn(1);
-    case Qt::Key_Space:
-      return ToggleHold();
-    case Qt::Key_Escape:
-      if (playing_) {
-        return Q_EMIT SignalStopWanted();
-      }
-      break;  // the window may have something to take back that is not on the wall yet
-    default:
-      break;
-  }
-  QWidget::keyPressEvent(event);
-}
-
 QImage CLiveWall::Picture() const {
-  QImage windows = grid_page_->grab().toImage();
-  windows.setDevicePixelRatio(1);
-  return windows;
-}
-
-void CLiveWall::AcceptDropsOf(const QString& station_id) {
-  station_id_ = station_id;
-  setAcceptDrops(true);
-}
-
-// What it cannot play it does not take, so that the cursor says so before the button is released.
-void CLiveWall::dragEnterEvent(QDragEnterEvent* event) {
-  const auto drop = PlanDrop::Read(event->mimeData(), station_id_);
-  if (!drop) {
-    event->ignore();
-    return;
-  }
-  Take(event);
-  QString hint = tr("Play \"%1\"");
-  if (drop->kind == PlanDrop::Kind::Group) {
-    hint = tr("Play the plans of \"%1\" in turn");
-  }
-  drop_hint_->ShowOver(stack_->geometry(), hint.arg(drop->name));
-}
-
-void CLiveWall::dragLeaveEvent(QDragLeaveEvent*) {
-  drop_hint_->hide();
-}
-
-void CLiveWall::dropEvent(QDropEvent* event) {
-  drop_hint_->hide();
-  const auto drop = PlanDrop::Read(event->mimeData(), station_id_);
-  if (!drop) {
-    event->ignore();
-    return;
-  }
-  Take(event);
-  Q_EMIT SignalDropped(*drop);
-}
-
-void CLiveWall::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  painter.fillRect(rect(), SkinColor("background"));
-  painter.fillRect(stack_->geometry(), SkinColor("wall"));
-  if (hasFocus()) {
-    painter.setPen(QPen(SkinColor("focus"), kGap));
-    painter.drawRect(rect().adjusted(1, 1, -1, -1));
-  }
-}
-
-void CLiveWall::showEvent(QShowEvent* event) {
-  QWidget::showEvent(event);
-  RunTicker();
-}
-
-void CLiveWall::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  fetch_sign_->Place(rect().adjusted(0, bar_->height(), 0, 0));
-}
-
-void CLiveWall::hideEvent(QHideEvent* event) {
-  QWidget::hideEvent(event);
-  RunTicker();
+  return grid_->Picture();
 }
 
 }  // namespace TarnClient

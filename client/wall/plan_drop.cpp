@@ -1,21 +1,10 @@
 #include "wall/plan_drop.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
-#include <QMimeData>
 
 namespace TarnClient {
 
 namespace {
-
-// The largest honest payload is a name of 256 characters and some codes; parsing megabytes would hold the drag.
-constexpr int kMostBytes = 64 * 1024;
-
-const QString& MimeType() {
-  static const QString type = QStringLiteral("_drag_json_data_");
-  return type;
-}
 
 QString Text(const QJsonObject& object, const char* key) {
   return object.value(QLatin1String(key)).toString();
@@ -33,15 +22,7 @@ std::optional<PlanDrop::Kind> KindOf(const QString& source_type) {
 
 }  // namespace
 
-std::optional<PlanDrop> PlanDrop::Read(const QMimeData* mime, const QString& station_id) {
-  if (!mime || !mime->hasFormat(MimeType())) {
-    return std::nullopt;
-  }
-  const QByteArray payload = mime->data(MimeType());
-  if (payload.size() > kMostBytes) {
-    return std::nullopt;
-  }
-  const QJsonArray sources = QJsonDocument::fromJson(payload).array();
+std::optional<PlanDrop> PlanDrop::Read(const QJsonArray& sources, const QString& station_id) {
   const QJsonObject source = sources.size() == 1 ? sources.first().toObject() : QJsonObject();
   const auto kind = KindOf(Text(source, "_source_type_"));
   const QString code = Text(source, "_source_id_");

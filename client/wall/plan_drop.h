@@ -1,9 +1,8 @@
 #pragma once
 
+#include <QJsonArray>
 #include <QString>
 #include <optional>
-
-class QMimeData;
 
 namespace TarnClient {
 
@@ -13,8 +12,8 @@ struct PlanDrop {
   Kind kind = Kind::Plan;
   QString code, name;
 
-  /// Empty for anything that is not exactly one plan or group of the site `station_id`.
-  static std::optional<PlanDrop> Read(const QMimeData* mime, const QString& station_id);
+  /// Of the objects of a drag; empty unless they are exactly one plan or group of the site `station_id`.
+  static std::optional<PlanDrop> Read(const QJsonArray& sources, const QString& station_id);
 };
 
 }  // namespace TarnClient

@@ -48,6 +48,7 @@ void Show(MarUIControl::CLabel* label, const QString& text) {
 CWallBar::CWallBar(QWidget* parent)
     : QWidget(parent),
       title_(new MarUIControl::CLabel(this)),
+      changed_(new MarUIControl::CLabel(this)),
       note_(new MarUIControl::CLabel(this)),
       cycle_(new MarUIControl::CLabel(this)),
       page_(new QLabel(this)),
@@ -61,6 +62,7 @@ CWallBar::CWallBar(QWidget* parent)
   NameTimes();
   AddButtons();
   setFixedHeight(qMax(40, fontMetrics().height() + 22));
+  ShowChanged(false);
   ShowCycle(QString());
   ShowNote(QString());
   ShowNothing();
@@ -85,7 +87,12 @@ void CWallBar::AddTexts() {
   for (QLabel* label : {note_, cycle_}) {
     label->setMaximumWidth(kMostNote);
   }
+  changed_->setObjectName(QStringLiteral("wall_changed"));
+  changed_->setTextFormat(Qt::PlainText);
+  changed_->setContentsMargins(kApart, 0, 0, 0);
+  changed_->setToolTip(tr("The windows are not as they are saved. Leaving can be taken back for some seconds."));
   layout()->addWidget(title_);
+  layout()->addWidget(changed_);
   for (QLabel* label : {static_cast<QLabel*>(note_), static_cast<QLabel*>(cycle_), turn_time_, page_, time_}) {
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -114,11 +121,16 @@ void CWallBar::AddButtons() {
   next_ = AddCommand("next", "wall_next_btn", Qt::Key_Right, &CWallBar::SignalNext);
   stop_ = AddCommand("stop", "wall_stop_btn", Qt::Key_Escape, &CWallBar::SignalStop);
   Label(stop_, tr("Stop the plan"));
+  for (int side = 1; side <= 4; ++side) {
+    splits_ << AddButton("");
+    MarUIControl::SetAccessibleRole(splits_.last(), QAccessible::RadioButton);
+    splits_.last()->setObjectName(QStringLiteral("wall_split_%1_btn").arg(side * side));
+  }
   save_ = AddButton("wall_save_btn");
   save_menu_ = AddButton("wall_save_menu_btn");
   // What is wanted least often gives way first; stop never does.
   for (const auto& together :
-       {QVector<QToolButton*>{save_, save_menu_}, {show_in_tree_}, {previous_, next_}, {pause_}}) {
+       {splits_, QVector<QToolButton*>{save_, save_menu_}, {show_in_tree_}, {previous_, next_}, {pause_}}) {
     overflow_->Add(together);
   }
   overflow_->AddMore();
@@ -223,7 +235,23 @@ void CWallBar::ShowTime(QLabel* label, int seconds, bool held) {
 
 void CWallBar::ShowNothing() {
   Show(title_, tr("Live view"));
+  ShowChanged(false);
   SetPartsVisible(false, false, false);
+}
+
+void CWallBar::SetLocked(bool locked) {
+  stop_->defaultAction()->setEnabled(!locked);
+}
+
+void CWallBar::SetSplitActions(const QList<QAction*>& actions) {
+  for (int place = 0; place < splits_.size(); ++place) {
+    splits_[place]->setDefaultAction(actions.value(place));
+    splits_[place]->setAccessibleName(actions.value(place)->text());
+  }
+}
+
+void CWallBar::ShowChanged(bool changed) {
+  Show(changed_, changed ? tr("● changed") : QString());
 }
 
 void CWallBar::ShowCycle(const QString& text) {
@@ -233,6 +261,10 @@ void CWallBar::ShowCycle(const QString& text) {
 void CWallBar::ShowNote(const QString& text) {
   Show(note_, text);
   note_->setVisible(is_playing_ && !text.isEmpty());  // else the empty wall says it
+}
+
+QSize CWallBar::minimumSizeHint() const {
+  return QSize(overflow_->LeastWidth(), height());
 }
 
 QPoint CWallBar::SavePlace(int width) const {
@@ -262,6 +294,9 @@ void CWallBar::SetPartsVisible(bool playing, bool several, bool in_turn) {
   overflow_->SetWanted(stop_, playing);
   stop_->setVisible(playing);
   overflow_->SetWanted(show_in_tree_, playing);
+  for (QToolButton* split : qAsConst(splits_)) {
+    overflow_->SetWanted(split, playing);
+  }
 }
 
 }  // namespace TarnClient

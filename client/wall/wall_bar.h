@@ -25,6 +25,12 @@ class CWallBar : public QWidget {
   void ShowPlan(const QString& name, const QString& page_name, int page, int pages, bool in_turn);
   /// What is left of the page's time and of the turn's.
   void ShowTimes(int page_seconds, int turn_seconds, bool held);
+  /// Whether the windows are others than the plan's.
+  void ShowChanged(bool changed);
+  /// What makes these splits is the window's; the buttons show the actions, from one window on.
+  void SetSplitActions(const QList<QAction*>& actions);
+  /// Pages can still be turned and held.
+  void SetLocked(bool locked);
   void ShowNothing();
   /// Where a group cycle is; an empty text when none runs.
   void ShowCycle(const QString& text);
@@ -40,6 +46,9 @@ class CWallBar : public QWidget {
   QToolButton* SaveMenuButton() const { return save_menu_; }
   /// Where on the screen something so wide opens below the save control, within the window.
   QPoint SavePlace(int width) const;
+
+  /// Buttons that give way ask for no room.
+  QSize minimumSizeHint() const override;
 
  Q_SIGNALS:
   void SignalPrevious();
@@ -58,10 +67,11 @@ class CWallBar : public QWidget {
   void SetPartsVisible(bool playing, bool several, bool in_turn);
   void LabelSteps(bool several, bool in_turn);
 
-  MarUIControl::CLabel *title_ = nullptr, *note_ = nullptr, *cycle_ = nullptr;
+  MarUIControl::CLabel *title_ = nullptr, *changed_ = nullptr, *note_ = nullptr, *cycle_ = nullptr;
   QLabel *page_ = nullptr, *time_ = nullptr, *turn_time_ = nullptr;
   bool is_playing_ = false, in_turn_ = false;
   QToolButton *previous_ = nullptr, *pause_ = nullptr, *next_ = nullptr, *stop_ = nullptr;
+  QVector<QToolButton*> splits_;
   QToolButton* show_in_tree_ = nullptr;
   QToolButton *save_ = nullptr, *save_menu_ = nullptr;
   CBarOverflow* overflow_ = nullptr;

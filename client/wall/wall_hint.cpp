@@ -1,9 +1,9 @@
 #include "wall/wall_hint.h"
 
-#include <QAccessible>
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "MarUIControl/accessible_role.h"
 #include "MarUIControl/push_button.h"
 
 namespace TarnClient {
@@ -56,8 +56,7 @@ void CWallHint::ShowFailure(const QString& text, const QString& reason, bool may
   again_->setVisible(may_try_again);
   setAccessibleName((text_->text() + QLatin1Char(' ') + reason).trimmed());
   if (is_news) {
-    QAccessibleEvent alert(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    MarUIControl::AnnounceAlert(this);
   }
 }
 

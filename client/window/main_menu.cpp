@@ -7,8 +7,8 @@
 
 namespace TarnClient {
 
-CMainMenu::CMainMenu(CWindowActions* actions, PlanEntries plans, WallEntries wall, QWidget* parent)
-    : QMenu(parent), actions_(actions), plans_(std::move(plans)), wall_(std::move(wall)) {
+CMainMenu::CMainMenu(CWindowActions* actions, PlanEntries plans, WallEntries wall, Parts last, QWidget* parent)
+    : QMenu(parent), actions_(actions), plans_(std::move(plans)), wall_(std::move(wall)), last_(std::move(last)) {
   setObjectName(QStringLiteral("main_menu"));
   setAccessibleName(actions_->Of(WindowCommand::Menu)->text());
   setToolTipsVisible(true);
@@ -18,21 +18,22 @@ void CMainMenu::Fill() {
   clear();
   delete plan_entries_;
   plan_entries_ = new QObject(this);
-  const auto add = [this](std::initializer_list<WindowCommand> commands) {
-    for (const WindowCommand command : commands) {
-      addAction(actions_->Of(command));
-    }
-    addSeparator();
-  };
   addActions(plans_(plan_entries_));
   addSeparator();
-  add({WindowCommand::Save, WindowCommand::SaveAs});
+  AddPart({WindowCommand::Save, WindowCommand::SaveAs});
   addActions(wall_());
-  add({WindowCommand::ShowInTree, WindowCommand::PlayAgain});
-  add({WindowCommand::History, WindowCommand::Messages});
-  add({WindowCommand::Users, WindowCommand::Settings});
-  add({WindowCommand::Keys, WindowCommand::About});
-  addAction(actions_->Of(WindowCommand::Quit));
+  AddPart({WindowCommand::ShowInTree, WindowCommand::PlayAgain, WindowCommand::FullScreen});
+  for (const QVector<WindowCommand>& part : last_) {
+    AddPart(part);
+  }
+}
+
+// A line at the end of a menu is not shown.
+void CMainMenu::AddPart(const QVector<WindowCommand>& commands) {
+  for (const WindowCommand command : commands) {
+    addAction(actions_->Of(command));
+  }
+  addSeparator();
 }
 
 void CMainMenu::OpenAbove(const QToolButton* button) {

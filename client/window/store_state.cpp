@@ -1,16 +1,20 @@
 #include "window/store_state.h"
 
-#include <QAccessible>
+#include <TarnPlanView/plan_clock.h>
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QStyle>
 
+#include "MarUIControl/accessible_role.h"
+#include "MarUIControl/moment_text.h"
 #include "TarnHost/plan_store.h"
 #include "wall/plain_text_tip.h"
 
 namespace TarnClient {
 
 using TarnHost::StoreTrouble;
+using TarnPlanView::CPlanClock;
 
 namespace {
 
@@ -20,6 +24,33 @@ QString ShownStore(const QString& url) {
     return url.mid(file.size());
   }
   return TarnHost::CPlanStore::ShownAddress(url);
+}
+
+// With a place for the time.
+QString TextOf(StoreTrouble trouble) {
+  switch (trouble) {
+    case StoreTrouble::kConnectionLost:
+      return CStoreState::tr("No connection to the plan store since %1. Trying again...");
+    case StoreTrouble::kNotAnswering:
+      return CStoreState::tr("The plan store has not answered since %1. Trying again...");
+    case StoreTrouble::kLocked:
+      return CStoreState::tr("The plan store has been locked by another program since %1. Trying again...");
+    case StoreTrouble::kReadOnly:
+      return CStoreState::tr("The plan store has been read-only since %1. Changes cannot be saved.");
+    case StoreTrouble::kNoRoom:
+      return CStoreState::tr("The disk of the plan store has been full since %1. Changes cannot be saved.");
+    case StoreTrouble::kOther:
+      return CStoreState::tr("The plan store has not been readable since %1. Trying again...");
+    case StoreTrouble::kNoAnswerYet:
+      return CStoreState::tr("Plans as of %1; the plan store does not answer. Trying again...");
+    case StoreTrouble::kPasswordRefused:
+      return CStoreState::tr("Plans as of %1; the plan store does not take your password any more.");
+    case StoreTrouble::kOtherSite:
+      return CStoreState::tr("Plans as of %1; where the plan store was there is that of another site.");
+    case StoreTrouble::kNone:
+      break;
+  }
+  return QString();
 }
 
 }  // namespace
@@ -43,28 +74,19 @@ CStoreState::CStoreState(const QString& store_url, QWidget* parent)
   ShowText(name_, QString(), false);
 }
 
-QString CStoreState::TextOf(StoreTrouble trouble) {
-  switch (trouble) {
-    case StoreTrouble::kConnectionLost:
-      return tr("No connection to the plan store. Trying again...");
-    case StoreTrouble::kLocked:
-      return tr("The plan store is locked by another program. Trying again...");
-    case StoreTrouble::kReadOnly:
-      return tr("The plan store can only be read. Changes cannot be saved.");
-    case StoreTrouble::kOther:
-      return tr("The plan store cannot be read. Trying again...");
-    case StoreTrouble::kNone:
-      break;
-  }
-  return QString();
+bool CStoreState::IsOneOutage(StoreTrouble before, StoreTrouble now) {
+  const auto is_away = [](StoreTrouble trouble) {
+    return trouble == StoreTrouble::kConnectionLost || trouble == StoreTrouble::kNotAnswering;
+  };
+  return before == now || (is_away(before) && is_away(now));
 }
 
-void CStoreState::ShowTrouble(StoreTrouble trouble, const QString& line) {
-  if (trouble == StoreTrouble::kNone) {
-    ShowText(name_, line, false);
-  } else {
-    ShowText(TextOf(trouble), line, true);
+void CStoreState::ShowTrouble(StoreTrouble trouble, const QDateTime& since, const QString& line) {
+  trouble_ = TextOf(trouble);
+  if (HasTrouble()) {
+    trouble_ = trouble_.arg(MarUIControl::MomentText(since, CPlanClock::Now()));
   }
+  ShowText(HasTrouble() ? trouble_ : name_, line, HasTrouble());
 }
 
 void CStoreState::ShowText(const QString& text, const QString& more, bool is_trouble) {
@@ -80,8 +102,7 @@ void CStoreState::ShowText(const QString& text, const QString& more, bool is_tro
     style()->polish(part);
   }
   if (news) {
-    QAccessibleEvent alert(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    MarUIControl::AnnounceAlert(this);
   }
 }
 

@@ -1,6 +1,5 @@
 #include "window/wall_texts.h"
 
-#include "MarUIControl/offer_strip.h"
 #include "MarUIControl/string_conversion.h"
 #include "plans/plan_player.h"
 #include "plans/programme_texts.h"
@@ -9,19 +8,11 @@
 
 namespace TarnClient {
 
-using MarUIControl::COfferStrip;
 using MarUIControl::StringToQString;
-
-namespace {
-
-constexpr int kOfferSeconds = 10;
-
-}  // namespace
 
 CWallTexts::CWallTexts(CPlanPlayer* player, CLiveWall* wall, NameOf name_of, QObject* parent)
     : QObject(parent), player_(player), wall_(wall), name_of_(std::move(name_of)) {
   connect(player_, &CPlanPlayer::SignalStateChanged, this, &CWallTexts::Renew);
-  connect(wall_->Strip(), &COfferStrip::SignalOver, player_, &CPlanPlayer::ForgetStopped);
 }
 
 void CWallTexts::Renew() {
@@ -30,7 +21,6 @@ void CWallTexts::Renew() {
   wall_->Bar()->ShowCycle(CProgrammeTexts::ProgressOf(state));
   wall_->ShowNote(CProgrammeTexts::NoteOf(state));
   ShowFailure();
-  ShowOffer();
   Q_EMIT SignalTitle(CProgrammeTexts::TitleOf(state));
 }
 
@@ -59,16 +49,6 @@ void CWallTexts::ShowFailure() {
     name = name_of_(StringToQString(failed->play.code));
   }
   wall_->ShowFailure(CProgrammeTexts::Of(*failed, name), failed->reason, failed->may_pass);
-}
-
-void CWallTexts::ShowOffer() {
-  const std::optional<CProgramme::Stopped>& stopped = player_->State().stopped;
-  COfferStrip* strip = wall_->Strip();
-  if (!stopped) {
-    strip->Withdraw();
-  } else if (!strip->IsOffering()) {
-    strip->Offer(CProgrammeTexts::Of(*stopped), tr("Play again"), kOfferSeconds, [this] { player_->PlayAgain(); });
-  }
 }
 
 }  // namespace TarnClient

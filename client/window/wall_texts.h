@@ -27,7 +27,6 @@ class CWallTexts : public QObject {
   void Renew();
   QString Awaited() const;
   void ShowFailure();
-  void ShowOffer();
 
   CPlanPlayer* const player_;
   CLiveWall* const wall_;

@@ -30,9 +30,14 @@ std::array<Look, kWindowCommands> Looks() {
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Plans played lately"), "history", Qt::CTRL | Qt::Key_H},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Messages"), "messages", Qt::CTRL | Qt::Key_M},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Switch user"), "user", Qt::CTRL | Qt::Key_U},
+      {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Lock the desk, and unlock it"), nullptr, Qt::CTRL | Qt::Key_L},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Settings"), "settings", Qt::CTRL | Qt::Key_Comma},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Show in tree"), "show_in_tree", Qt::CTRL | Qt::Key_T},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Play again"), nullptr, Qt::CTRL | Qt::Key_R},
+      {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "New wall"), nullptr, Qt::CTRL | Qt::SHIFT | Qt::Key_W},
+      {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Close this wall"), nullptr, {}},  // no key, as for "Quit"
+      {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Live view on the whole screen, and back"), nullptr,
+       Qt::Key_F11},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Menu"), "menu", Qt::Key_F10},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "Keys"), nullptr, Qt::Key_F1},
       {QT_TRANSLATE_NOOP("TarnClient::CWindowActions", "About this program"), nullptr, {}},
@@ -85,8 +90,23 @@ void CWindowActions::Connect(WindowCommand command, const std::function<void()>&
 void CWindowActions::SetReason(WindowCommand command, const QString& why_not) {
   Action& one = actions_[static_cast<size_t>(command)];
   one.why_not = why_not;
+  Renew(one);
+}
+
+void CWindowActions::SetLocked(const QString& why_not, const std::function<bool(WindowCommand)>& works_all_the_same) {
+  for (int number = 0; number < kWindowCommands; ++number) {
+    Action& one = actions_[static_cast<size_t>(number)];
+    one.locked.clear();
+    if (!works_all_the_same(static_cast<WindowCommand>(number))) {
+      one.locked = why_not;
+    }
+    Renew(one);
+  }
+}
+
+void CWindowActions::Renew(const Action& one) {
   RenewTip(one);
-  one.action->setEnabled(why_not.isEmpty());
+  one.action->setEnabled(one.why_not.isEmpty() && one.locked.isEmpty());
 }
 
 void CWindowActions::SetTipText(WindowCommand command, const QString& text) {
@@ -96,8 +116,9 @@ void CWindowActions::SetTipText(WindowCommand command, const QString& text) {
 }
 
 void CWindowActions::RenewTip(const Action& one) {
-  one.action->setProperty(kWhyNot, one.why_not);
-  one.action->setToolTip(MarUIControl::TipWithKeys(one.tip, one.action->shortcuts(), one.why_not));
+  const QString& why_not = one.locked.isEmpty() ? one.why_not : one.locked;
+  one.action->setProperty(kWhyNot, why_not);
+  one.action->setToolTip(MarUIControl::TipWithKeys(one.tip, one.action->shortcuts(), why_not));
 }
 
 void BindButton(QToolButton* button, QAction* action) {

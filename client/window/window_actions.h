@@ -19,9 +19,13 @@ enum class WindowCommand {
   History,
   Messages,
   Users,
+  Lock,
   Settings,
   ShowInTree,
   PlayAgain,
+  NewWall,
+  CloseWall,
+  FullScreen,
   Menu,
   Keys,
   About,
@@ -41,6 +45,8 @@ class CWindowActions : public QObject {
   QList<QAction*> All() const;
   /// What the command does. Its keys run it even while it is off, so that it can say why it does nothing.
   void Connect(WindowCommand command, const std::function<void()>& run);
+  /// While the desk is locked: off for this reason, whatever else is; an empty one takes that back.
+  void SetLocked(const QString& why_not, const std::function<bool(WindowCommand)>& works_all_the_same);
   /// Off for this reason, on for an empty one.
   void SetReason(WindowCommand command, const QString& why_not);
   /// The tip says this and the keys, in place of the command's text.
@@ -49,8 +55,9 @@ class CWindowActions : public QObject {
  private:
   struct Action {
     QAction* action = nullptr;
-    QString tip, why_not;
+    QString tip, why_not, locked;
   };
+  void Renew(const Action& one);
   void RenewTip(const Action& one);
 
   std::array<Action, kWindowCommands> actions_;

@@ -1,10 +1,10 @@
 #include "conflict_bar.h"
 
-#include <QAccessible>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "MarUIControl/accessible_role.h"
 #include "MarUIControl/push_button.h"
 
 namespace TarnPlanView {
@@ -87,6 +87,10 @@ void CConflictBar::ShowNotLoaded(const QString& text) {
   Say(text, {retry_});
 }
 
+bool CConflictBar::OffersWayBack() const {
+  return !isHidden() && !back_->isHidden();
+}
+
 void CConflictBar::FocusRetry() {
   retry_->setFocus(Qt::OtherFocusReason);
 }
@@ -108,8 +112,7 @@ void CConflictBar::Say(const QString& text, QVector<CPushButton*> ways, bool wit
   }
   show();
   if (is_news) {
-    QAccessibleEvent alert(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    MarUIControl::AnnounceAlert(this);
   }
 }
 

@@ -32,6 +32,8 @@ class CConflictBar : public QFrame {
   void SetNewRefused(const QString& reason);
   /// The plan could not be fetched.
   void ShowNotLoaded(const QString& text);
+  /// Whether it is in sight, and can bring the user's own version back.
+  bool OffersWayBack() const;
   void FocusRetry();
   void FocusBack();
 

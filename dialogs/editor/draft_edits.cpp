@@ -1,7 +1,5 @@
 #include "draft_edits.h"
 
-#include <algorithm>
-
 #include "MarUIControl/split_type_data.h"
 #include "MarUIControl/string_conversion.h"
 
@@ -10,25 +8,11 @@ namespace TarnPlanView {
 using MarUIControl::QStringToString;
 using MarUIControl::struSplitTypeData;
 using view_plugin_protocol::PlanPage;
-using view_plugin_protocol::PlanWindow;
 
 namespace {
 
 std::string NameAfter(int page_no) {
   return "Page " + std::to_string(page_no);
-}
-
-PlanWindow WindowOf(int window_no, const DraftCamera& camera) {
-  PlanWindow window;
-  window.window_no = window_no;
-  window.content_kind = view_plugin_protocol::CameraKind;
-  window.resource_code = QStringToString(camera.index_code);
-  window.resource_name = QStringToString(camera.name);
-  return window;
-}
-
-bool IsOf(const PlanWindow& window, const DraftCamera& camera) {
-  return IsCamera(window) && window.resource_code == QStringToString(camera.index_code);
 }
 
 // How many of the cameras, from the first on, found an empty window.
@@ -74,35 +58,8 @@ void NumberPages(QVector<DraftPage>* pages) {
   }
 }
 
-PlanWindow* ShownIn(DraftPage* page, int window_no) {
-  PlanDraft looked_at;
-  looked_at.pages.append(*page);
-  const PlanWindow* shown = looked_at.Window(0, window_no);
-  if (!shown) {
-    return nullptr;
-  }
-  const auto& windows = looked_at.pages.constFirst().windows;
-  auto found = page->windows.begin();
-  for (auto window = windows.begin(); &*window != shown; ++window) {
-    ++found;
-  }
-  return &*found;
-}
-
-void ClearIn(DraftPage* page, int window_no) {
-  page->windows.remove_if([window_no](const PlanWindow& window) { return window.window_no == window_no; });
-}
-
 void PutIn(DraftPage* page, int window_no, const DraftCamera& camera) {
-  PlanWindow* shown = ShownIn(page, window_no);
-  if (shown && IsOf(*shown, camera)) {
-    shown->resource_name = QStringToString(camera.name);
-    return;
-  }
-  ClearIn(page, window_no);
-  const auto place = std::find_if(page->windows.begin(), page->windows.end(),
-                                  [window_no](const PlanWindow& window) { return window.window_no > window_no; });
-  page->windows.insert(place, WindowOf(window_no, camera));
+  PutIn(page, window_no, QStringToString(camera.index_code), QStringToString(camera.name));
 }
 
 PlanFilling FillPlan(PlanDraft* draft, int page, int first_window, const QVector<DraftCamera>& cameras) {

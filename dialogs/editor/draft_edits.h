@@ -3,6 +3,7 @@
 #include <QVector>
 
 #include "plan_draft.h"
+#include "plan_rules/window_edits.h"
 
 namespace TarnPlanView {
 
@@ -14,9 +15,6 @@ DraftPage NeighbourOf(const DraftPage& page);
 /// By their order. A page that is only called after its number goes by the new one.
 void NumberPages(QVector<DraftPage>* pages);
 
-/// The record that a window in sight shows; null for an empty one.
-view_plugin_protocol::PlanWindow* ShownIn(DraftPage* page, int window_no);
-void ClearIn(DraftPage* page, int window_no);
 /// Over what is there; the same camera keeps its stream and preset.
 void PutIn(DraftPage* page, int window_no, const DraftCamera& camera);
 

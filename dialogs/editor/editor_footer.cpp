@@ -1,10 +1,10 @@
 #include "editor_footer.h"
 
-#include <QAccessible>
 #include <QHBoxLayout>
 #include <QStyle>
 #include <QToolButton>
 
+#include "MarUIControl/accessible_role.h"
 #include "MarUIControl/label.h"
 #include "MarUIControl/primary_button.h"
 #include "MarUIControl/push_button.h"
@@ -110,8 +110,7 @@ void CEditorFooter::SetSavePossible(bool possible) {
 void CEditorFooter::ShowWork(const QString& work) {
   work_->setText(work);
   if (!work.isEmpty()) {
-    QAccessibleEvent alert(work_, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    MarUIControl::AnnounceAlert(work_);
   }
   RenewButtons();
 }

@@ -1,7 +1,6 @@
 #include "editor_header.h"
 
 #include <QHBoxLayout>
-#include <QRegExpValidator>
 #include <QTimeEdit>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -14,6 +13,7 @@
 #include "plan_document.h"
 #include "plan_rules/names.h"
 #include "plan_rules/plan_limits.h"
+#include "qt/pattern_validator.h"
 #include "typing_hint.h"
 #include "view_config_manager.h"
 
@@ -82,7 +82,7 @@ void CEditorHeader::MakeNameField() {
   name_->setObjectName(QStringLiteral("plan_name_edit"));
   name_->setAccessibleName(tr("Name"));
   name_->setFixedHeight(kFieldHeight);
-  name_->setValidator(new QRegExpValidator(QRegExp(view_plugin_protocol::TypedNamePattern()), name_));
+  name_->setValidator(TarnQt::MakePatternValidator(view_plugin_protocol::TypedNamePattern(), name_));
   new CTypingHint(name_);
   name_->setMaxLineEditLength(view_plugin_protocol::kLongestName);
   const QString rule = tr("1 to 256 characters, none of \\ / : * ? \" < | ' % >");

@@ -9,6 +9,7 @@
 #include "page_strip_delegate.h"
 #include "page_strip_model.h"
 #include "plan_document.h"
+#include "qt/event_places.h"
 
 namespace TarnPlanView {
 
@@ -94,7 +95,7 @@ void CPageList::ShowGap(int gap) {
 void CPageList::dragMoveEvent(QDragMoveEvent* event) {
   QListView::dragMoveEvent(event);  // scrolls at the ends
   if (event->source() == this) {
-    ShowGap(GapAt(event->pos().x()));
+    ShowGap(GapAt(TarnQt::PlaceOf(*event).x()));
     event->setDropAction(Qt::MoveAction);
     event->accept();
   } else {
@@ -116,7 +117,7 @@ void CPageList::dropEvent(QDropEvent* event) {
     event->ignore();
     return;
   }
-  const int from = currentIndex().row(), gap = GapAt(event->pos().x());
+  const int from = currentIndex().row(), gap = GapAt(TarnQt::PlaceOf(*event).x());
   event->setDropAction(Qt::CopyAction);
   event->accept();
   if (gap > from + 1) {

@@ -386,15 +386,8 @@ bool CPlanDocument::SwapWindows(int page, int window_no, int other_window_no) {
   if (!HasWindow(page, window_no) || !HasWindow(page, other_window_no)) {
     return false;
   }
-  return PushPage(tr("Swap windows"), page, [window_no, other_window_no](DraftPage& changed) {
-    for (PlanWindow& window : changed.windows) {
-      if (window.window_no == window_no) {
-        window.window_no = other_window_no;
-      } else if (window.window_no == other_window_no) {
-        window.window_no = window_no;
-      }
-    }
-  });
+  return PushPage(tr("Swap windows"), page,
+                  [window_no, other_window_no](DraftPage& changed) { SwapIn(&changed, window_no, other_window_no); });
 }
 
 void CPlanDocument::ClearWindow(int page, int window_no) {

@@ -119,7 +119,8 @@ void CPlanSaving::OnAnswer(const CallAnswer& answer) {
 
 // May come late, after an editing that has gone on.
 void CPlanSaving::OnStored(const std::string& plan_code) {
-  Forget();
+  calls_.Drop();
+  patience_.stop();
   const PlanDraft& sent = attempt_.sent;
   if (document_->Draft().name == attempt_.edited.name) {
     document_->SetName(sent.name);
@@ -128,6 +129,7 @@ void CPlanSaving::OnStored(const std::string& plan_code) {
     document_->SetAutoRun(sent.auto_run);
   }
   document_->MarkSaved(sent, attempt_.revision + 1, plan_code);
+  step_ = Step::Idle;  // not before: until here how the plan stands to the host's is not settled
   Q_EMIT SignalStored(StringToQString(document_->PlanCode()), StringToQString(document_->GroupCode()));
 }
 

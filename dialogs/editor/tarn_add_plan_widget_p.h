@@ -77,6 +77,8 @@ class CTarnAddPlanWidget::Private {
   void OnLooked(const HostCalls::Result<view_plugin_protocol::GetPlanDetailResponse>& now);
   /// Says how the plan stands to the host's, and offers what can be done.
   void ShowStanding();
+  /// The same after an edit, its undo or redo, of which most change nothing of it.
+  void OnUndoMoved();
   QString WhatTheySaved() const;
   QString WhoseIsShown() const;
   QString HowItWasDeleted() const;

@@ -184,6 +184,12 @@ void CTarnAddPlanWidget::Private::ShowStanding() {
   }
 }
 
+void CTarnAddPlanWidget::Private::OnUndoMoved() {
+  if (conflict_bar->OffersWayBack() != document.ReplacedEdits().has_value()) {
+    ShowStanding();
+  }
+}
+
 // Only the host can say who has deleted it.
 QString CTarnAddPlanWidget::Private::HowItWasDeleted() const {
   return MarUIControl::StringToQString(standing.theirs.error_info) + QLatin1Char(' ') +

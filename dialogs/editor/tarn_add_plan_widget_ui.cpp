@@ -73,9 +73,9 @@ void CTarnAddPlanWidget::Private::BuildCameras() {
   cameras = new CEditorCameras(q);
   cameras->setMinimumWidth(kLeastCamerasWidth);
   text.SetCameraLookUp([this](const std::string& code) { return cameras->Find(code); });
-  connect(cameras, &CEditorCameras::SignalCameraChosen, q,
+  connect(cameras, &CEditorCameras::SignalCameraWanted, q,
           [this](const DraftCamera& chosen) { grid->PutAndGoOn(chosen); });
-  connect(cameras, &CEditorCameras::SignalCamerasChosen, q,
+  connect(cameras, &CEditorCameras::SignalCamerasWanted, q,
           [this](const QVector<DraftCamera>& chosen) { grid->FillAndGoOn(chosen); });
   connect(cameras, &CEditorCameras::SignalCamerasChanged, q, [this] {
     grid->RenewCameras();
@@ -130,10 +130,11 @@ void CTarnAddPlanWidget::Private::Connect() {
   connect(footer, &CEditorFooter::SignalSave, q, &CTarnAddPlanWidget::Save);
   connect(footer, &CEditorFooter::SignalCancel, q, &CTarnAddPlanWidget::Cancel);
   AddShortcut(QKeySequence::Undo, [this] { document.UndoStack().undo(); });
-  AddShortcut(QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_Z), [this] { document.UndoStack().redo(); });
-  AddShortcut(QKeySequence(Qt::CTRL + Qt::Key_Y), [this] { document.UndoStack().redo(); });
+  AddShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), [this] { document.UndoStack().redo(); });
+  AddShortcut(QKeySequence(Qt::CTRL | Qt::Key_Y), [this] { document.UndoStack().redo(); });
   for (int place = 0; place < 4; ++place) {
-    AddShortcut(QKeySequence(Qt::CTRL + Qt::Key_1 + place), [this, place] { page_settings->Splits()->Choose(place); });
+    AddShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + place)),
+                [this, place] { page_settings->Splits()->Choose(place); });
   }
 }
 
@@ -157,7 +158,7 @@ void CTarnAddPlanWidget::Private::ConnectSaving() {
           [this] { footer->ShowWork(CTarnAddPlanWidget::tr("Saving takes long. Cancel leaves the editor.")); });
   connect(conflict_bar, &CConflictBar::SignalLoadTheirs, q, [this] { LoadTheirs(); });
   connect(conflict_bar, &CConflictBar::SignalKeepMine, q, [this] { KeepMine(); });
-  connect(&document.UndoStack(), &QUndoStack::indexChanged, q, [this] { ShowStanding(); });
+  connect(&document.UndoStack(), &QUndoStack::indexChanged, q, [this] { OnUndoMoved(); });
   connect(conflict_bar, &CConflictBar::SignalBackToMine, q, [this] { BackToMine(); });
   connect(conflict_bar, &CConflictBar::SignalOverwrite, q, [this] { Overwrite(); });
   connect(conflict_bar, &CConflictBar::SignalSaveAsNew, q, [this] { SaveAsNew(); });

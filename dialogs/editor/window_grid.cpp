@@ -16,6 +16,7 @@
 #include "WidgetKit/drag.h"
 #include "WidgetKit/high_dpi_svg_icon.h"
 #include "camera_drop.h"
+#include "qt/event_places.h"
 #include "split_layout.h"
 
 namespace TarnPlanView {
@@ -362,14 +363,15 @@ void CWindowGrid::StartDrag() {
 void CWindowGrid::contextMenuEvent(QContextMenuEvent* event) {
   auto* menu = new tarn_ui_data_controller::CPopupMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  QAction* clear = menu->addAction(tr("Clear window"), this, &CWindowGrid::Clear, QKeySequence(Qt::Key_Delete));
+  menu->setAccessibleName(accessibleName());
+  QAction* clear = menu->addAction(tr("Clear window"), this, &CWindowGrid::Clear);
+  clear->setShortcut(QKeySequence(Qt::Key_Delete));
   clear->setEnabled(IsFilled(Window(current_)));
   menu->addAction(tr("Clear page"), this, [this] { document_->ClearPage(document_->CurrentPage()); });
-  menu->addAction(
-      tr("Mark to swap"), this, [this] { Mark(current_); }, QKeySequence(QKeySequence::Cut));
+  menu->addAction(tr("Mark to swap"), this, [this] { Mark(current_); })->setShortcut(QKeySequence::Cut);
   if (marked_ != 0 && marked_ != current_) {
-    menu->addAction(tr("Swap with window %1").arg(marked_), this, &CWindowGrid::SwapMarked,
-                    QKeySequence(QKeySequence::Paste));
+    QAction* swap = menu->addAction(tr("Swap with window %1").arg(marked_), this, &CWindowGrid::SwapMarked);
+    swap->setShortcut(QKeySequence::Paste);
   }
   QPoint place = event->globalPos();
   if (event->reason() == QContextMenuEvent::Keyboard) {
@@ -392,7 +394,7 @@ void CWindowGrid::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void CWindowGrid::dragMoveEvent(QDragMoveEvent* event) {
-  const int window_no = WindowAt(Room(), Split(), event->pos());
+  const int window_no = WindowAt(Room(), Split(), TarnQt::PlaceOf(*event));
   ShowTarget(window_no);
   const bool useful = window_no != 0 && window_no != dragged_ && (dragged_ != 0 || drop_);
   event->setAccepted(useful);
@@ -404,7 +406,7 @@ void CWindowGrid::dragLeaveEvent(QDragLeaveEvent*) {
 
 void CWindowGrid::dropEvent(QDropEvent* event) {
   ShowTarget(0);
-  const int window_no = WindowAt(Room(), Split(), event->pos());
+  const int window_no = WindowAt(Room(), Split(), TarnQt::PlaceOf(*event));
   if (window_no == 0 || (dragged_ == 0 && !drop_)) {
     event->ignore();
     return;

@@ -17,4 +17,8 @@ TARN_HOST_EXPORT void SetAccessibleRole(QWidget* widget, QAccessible::Role role)
 /// it is not read out by itself. The widget has a role of its own already. Thread: GUI.
 TARN_HOST_EXPORT void SetQuietDescription(QWidget* widget, const QString& text);
 
+/// Has what `widget` says of itself, name or text and description, read out at once, wherever the focus is: when it has
+/// just come up or changed. Thread: GUI.
+TARN_HOST_EXPORT void AnnounceAlert(QWidget* widget);
+
 }  // namespace MarUIControl

@@ -15,9 +15,9 @@ class TARN_HOST_EXPORT CLineEdit : public QLineEdit {
   explicit CLineEdit(QWidget* parent = nullptr);
   ~CLineEdit() override;
 
-  /// Counts UTF-16 units.
+  /// The most that can be typed; counts UTF-16 units. What is pasted is cut off there.
   void setMaxLineEditLength(int length);
-  /// Plain text: markup in it is shown as it is.
+  /// The tool tip, as plain text: markup in it is shown as it is.
   void setToolTip(const QString& text);
 
  protected:

@@ -26,8 +26,10 @@ class TARN_HOST_EXPORT CLocationComboBox : public QWidget {
   explicit CLocationComboBox(QWidget* parent = nullptr);
   ~CLocationComboBox() override;
 
-  /// The view becomes a child of the drop-down. Null takes the view out.
+  /// The view becomes a child of the drop-down, which deletes it in the end; an earlier one is taken out. Null takes
+  /// the view out. What is taken out belongs to the caller again, without a parent.
   void SetLocationView(QAbstractItemView* view);
+  /// The view; null without one, or when it was deleted.
   QAbstractItemView* LocationView() const;
   /// The view's model; null without a view.
   QAbstractItemModel* LocationModel() const;
@@ -36,9 +38,11 @@ class TARN_HOST_EXPORT CLocationComboBox : public QWidget {
   /// The edit line; it looks through the view whether it is shown or not.
   WidgetKit::CNewLocationViewWidget* SearchLine() const;
 
-  /// Nothing without a view, or while the box is disabled or hidden.
+  /// Opens the drop-down. Nothing without a view, or while the box is disabled or hidden.
   void ShowPopup();
+  /// Closes it without a choice; nothing while it is closed.
   void HidePopup();
+  /// Whether the drop-down is open.
   bool IsPopupVisible() const;
   /// The text in the closed box.
   QString CurrentText() const;
@@ -49,12 +53,13 @@ class TARN_HOST_EXPORT CLocationComboBox : public QWidget {
   QSize minimumSizeHint() const override;
 
  Q_SIGNALS:
-  /// The user has chosen this row.
+  /// The user has chosen this row, an index of the view's model. The drop-down is closed by then.
   void SignalIndexActivated(const QModelIndex& index);
 
  protected:
+  /// What the closed box shows; assistive technology hears of it.
   void SetCurrentText(const QString& text);
-  /// A row was chosen in the view; the base shows its text.
+  /// A row was chosen in the view; the base shows its text and emits SignalIndexActivated().
   virtual void Choose(const QModelIndex& index);
   /// The drop-down is about to open; the base does nothing.
   virtual void PrepareView();

@@ -7,7 +7,8 @@
 
 namespace MarUIControl {
 
-/// A moment as the user reads it when it is `now`: the day only where it is not today's. Thread: any.
+/// A moment as the user reads it when it is `now`: "14:05", or "2024-03-01 14:05" where
+/// the day is not today's; in the digits of the user's locale. Thread: any.
 TARN_HOST_EXPORT QString MomentText(const QDateTime& moment, const QDateTime& now);
 
 }  // namespace MarUIControl

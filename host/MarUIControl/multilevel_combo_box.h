@@ -15,12 +15,15 @@ class TARN_HOST_EXPORT CMultilevelComboBox : public CLocationComboBox {
   explicit CMultilevelComboBox(QWidget* parent = nullptr);
   ~CMultilevelComboBox() override;
 
-  /// An index of the view's model; an invalid one clears the choice. Expands what stands above it in the view.
+  /// Chooses a row: an index of the view's model; any other, or an invalid one, clears the choice. Expands what stands
+  /// above it in the view. SignalCurrentIndexChanged() comes when that is another row than before.
   void SetCurrentIndex(const QModelIndex& index);
+  /// The chosen row; invalid for none, and for one of a model that the view has no longer.
   QModelIndex GetCurrentIndex() const;
 
  Q_SIGNALS:
-  /// By the user or by a call; invalid when the chosen row has gone.
+  /// Another row is chosen, by the user or by a call; invalid when the chosen row has gone. Of a choice of the user
+  /// SignalIndexActivated() comes after it.
   void SignalCurrentIndexChanged(const QModelIndex& index);
 
  protected:

@@ -24,8 +24,8 @@ class TARN_HOST_EXPORT COfferStrip : public QFrame {
   explicit COfferStrip(QWidget* parent = nullptr);
   ~COfferStrip() override;
 
-  /// Offers `text` with a button `action_text` for `seconds`; an earlier offer is over. `callback` is called once,
-  /// after SignalTaken() and with the strip hidden, when the user takes the offer; it may offer again.
+  /// Offers `text` with a button `action_text` for `seconds`; an earlier offer is over first. `callback` is called
+  /// once, after SignalTaken() and with the strip hidden, when the user takes the offer; it may offer again.
   void Offer(const QString& text, const QString& action_text, int seconds, std::function<void()> callback);
 
   /// Ends an offer that stands, untaken.
@@ -34,6 +34,7 @@ class TARN_HOST_EXPORT COfferStrip : public QFrame {
   /// As if the user pressed the button; nothing when nothing is offered.
   void Take();
 
+  /// Whether an offer stands.
   bool IsOffering() const;
   /// How many offers were made up to now: the same text may be offered again.
   int OfferCount() const;

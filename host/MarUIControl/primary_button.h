@@ -10,6 +10,7 @@ class TARN_HOST_EXPORT CPrimaryButton : public CPushButton {
   Q_OBJECT
  public:
   explicit CPrimaryButton(QWidget* parent = nullptr);
+  /// A button that says `text`.
   explicit CPrimaryButton(const QString& text, QWidget* parent = nullptr);
   ~CPrimaryButton() override;
 };

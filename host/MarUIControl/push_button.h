@@ -11,6 +11,7 @@ class TARN_HOST_EXPORT CPushButton : public QPushButton {
   Q_OBJECT
  public:
   explicit CPushButton(QWidget* parent = nullptr);
+  /// A button that says `text`.
   explicit CPushButton(const QString& text, QWidget* parent = nullptr);
   ~CPushButton() override;
 };

@@ -16,10 +16,13 @@ class TARN_HOST_EXPORT CRangeTimeLineEdit : public QWidget {
   explicit CRangeTimeLineEdit(QWidget* parent = nullptr);
   ~CRangeTimeLineEdit() override;
 
-  /// An invalid time counts as 00:00:00.
+  /// The first of the two; an invalid time counts as 00:00:00, which both are at first.
   void SetBeginTime(const QTime& time);
+  /// The second; an invalid time counts as 00:00:00.
   void SetEndTime(const QTime& time);
+  /// The first; always valid, to the second.
   QTime GetBeginTime() const;
+  /// The second; always valid, may come before the first.
   QTime GetEndTime() const;
 
  Q_SIGNALS:

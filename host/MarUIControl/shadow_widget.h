@@ -13,15 +13,16 @@ namespace MarUIControl {
 class TARN_HOST_EXPORT CShadowWidget : public QWidget {
   Q_OBJECT
  public:
+  /// `parent`: the window that it belongs to, or the pop-up itself; `flags`: what kind of window.
   CShadowWidget(QWidget* parent, Qt::WindowFlags flags);
   ~CShadowWidget() override;
 
   /// The pop-up that casts the shadow; null ends that. `flag` other than 0: the shadow owns the pop-up, unless it is
   /// itself one of the pop-up's children.
   void SetContentWidget(QWidget* content, int flag);
-  /// 0 none, 1 on all four sides.
+  /// 0 none, which it is at first; any other number: on all four sides.
   void SetShadowMode(int mode);
-  /// Whether the shadow comes and goes with its content.
+  /// Whether the shadow comes and goes with its content; at first it does not.
   void SetAutoShow(bool automatic);
 
  protected:

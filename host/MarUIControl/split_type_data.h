@@ -2,8 +2,15 @@
 
 namespace MarUIControl {
 
+/// How a page of a plan is divided into windows.
 struct struSplitTypeData {
-  enum SplitType { Split1 = 1, Split4 = 2, Split9 = 4, Split16 = 8 };
+  /// The value that PlanPage::split_type holds.
+  enum SplitType {
+    Split1 = 1,   ///< One window.
+    Split4 = 2,   ///< 2 x 2 windows.
+    Split9 = 4,   ///< 3 x 3 windows.
+    Split16 = 8,  ///< 4 x 4 windows.
+  };
 };
 
 }  // namespace MarUIControl

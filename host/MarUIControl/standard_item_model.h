@@ -13,7 +13,7 @@ class CTreeView;
 ///
 /// A row whose role 581 is true reports hasChildren() and canFetchMore() until SetChildrenFetched(index) is called, so
 /// that it shows its expander before its children were asked for; rows that came in one by one do not end that.
-/// After it the rows that are there decide.
+/// After it the rows that are there decide. Thread: GUI, but for CustomStringCompare().
 class TARN_HOST_EXPORT CStandardItemModel : public QStandardItemModel, public CModelKeyMapping {
   Q_OBJECT
  public:
@@ -27,6 +27,7 @@ class TARN_HOST_EXPORT CStandardItemModel : public QStandardItemModel, public CM
 
   /// Records that the children of `index` are known (or not any more). Emits dataChanged of the row.
   void SetChildrenFetched(const QModelIndex& index, bool fetched);
+  /// As recorded last; false at first.
   bool AreChildrenFetched(const QModelIndex& index) const;
 
   /// Whether `left` sorts before `right`; a strict weak order in every mode. Mode 0: by code point; 1: by code point,

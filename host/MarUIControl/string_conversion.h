@@ -9,11 +9,12 @@ class QWidget;
 
 namespace MarUIControl {
 
-/// UTF-8 to and from QString. Broken UTF-8 becomes replacement characters. Thread: any.
+/// From UTF-8. Broken UTF-8 becomes replacement characters. Thread: any.
 TARN_HOST_EXPORT QString StringToQString(const std::string& text);
+/// To UTF-8. Thread: any.
 TARN_HOST_EXPORT std::string QStringToString(const QString& text);
 
-/// The window that `widget` stands in, or null. Thread: GUI.
+/// The window that `widget` stands in, itself where it is one; null for null. Thread: GUI.
 TARN_HOST_EXPORT QWidget* GetIndependentWindow(QWidget* widget);
 
 }  // namespace MarUIControl

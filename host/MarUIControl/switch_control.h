@@ -15,7 +15,9 @@ class TARN_HOST_EXPORT CSwitchControl : public QAbstractButton {
   explicit CSwitchControl(QWidget* parent = nullptr);
   ~CSwitchControl() override;
 
+  /// Whether it is on; off at first.
   bool isToggled() const;
+  /// Turns it on or off; toggled() comes when that changes it.
   void setToggle(bool on);
 
   QSize sizeHint() const override;

@@ -15,17 +15,18 @@ namespace MarUIControl {
 /// row waits. While a row waits it shows a waiting mark in place of its expander. What counts as fetched is the
 /// view's own record, made by FinishExpand(): a row whose fetch failed keeps its expander and can be tried again.
 /// Keys: Right, Plus, Return and Enter expand the current row, Asterisk also what is fetched below it; Return and
-/// Enter on an expanded row collapse it.
-/// Thread: GUI.
+/// Enter on an expanded row collapse it. Thread: GUI.
 class TARN_HOST_EXPORT CTreeView : public CAbstractItemView {
   Q_OBJECT
  public:
   explicit CTreeView(QWidget* parent = nullptr);
   ~CTreeView() override;
 
+  /// Not owned. What was fetched of another model, or waited for, is forgotten; so it is when the model is reset.
   void setModel(QAbstractItemModel* model) override;
 
-  /// As if the user had asked for `index` (an index of this view's model) to be expanded.
+  /// As if the user had asked for `index` (an index of this view's model) to be expanded; one that is fetched expands
+  /// at once. Nothing for any other index.
   void ExpandAsync(const QModelIndex& index);
 
   /// The answer to AsynchronousExpand() for `index` (an index of this view's model) is there: the waiting mark goes;
@@ -35,6 +36,7 @@ class TARN_HOST_EXPORT CTreeView : public CAbstractItemView {
   /// Ends all waiting without an answer: those rows can be tried again.
   void ForgetWaiting();
 
+  /// Whether the row's children are being fetched: from AsynchronousExpand() to FinishExpand().
   bool IsWaiting(const QModelIndex& index) const;
 
  Q_SIGNALS:

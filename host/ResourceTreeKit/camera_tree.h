@@ -23,12 +23,12 @@ class TARN_HOST_EXPORT CCameraTree : public MarUIControl::CTreeView {
   explicit CCameraTree(QWidget* parent = nullptr);
   ~CCameraTree() override;
 
-  /// Loads again, unless the first show is still to come.
+  /// Which cameras are shown. Loads again, unless the first show is still to come.
   void SetLogicNodeParam(const LogicNodeParam& param);
   /// Shows the favourites' branch and the mark on each camera (key F toggles it, as does the row's menu).
   void SetFavoritesVisible(bool visible);
-  /// A failure leaves the rows as they are; where there are any, it is shown as a message, else as a notice in their
-  /// place.
+  /// Loads again off the GUI thread and ends with SignalLoaded(). A failure leaves the rows as they are; where there
+  /// are any, it is shown as a message, else as a notice in their place.
   void Reload();
   /// The same in the background: a failure is not shown, and while the cameras are being loaded anyway nothing happens.
   /// What has not changed stays as it is; else expanded and selected rows and the place in the list stay. Under a
@@ -38,6 +38,7 @@ class TARN_HOST_EXPORT CCameraTree : public MarUIControl::CTreeView {
   bool IsLoaded() const;
   /// Case-insensitive part of a camera's or region's name; an empty text shows everything. What is above a hit stays.
   void SetFilterText(const QString& text);
+  /// The text that was set last; what is shown may still be that of an earlier one.
   QString FilterText() const;
   /// Whether what is shown is still that of an earlier text.
   bool IsFiltering() const;
@@ -56,7 +57,7 @@ class TARN_HOST_EXPORT CCameraTree : public MarUIControl::CTreeView {
   void SignalCameraActivated(const ResourceTreeKit::CCameraItemInfo& camera);
   /// The user wants all cameras of a region (Ctrl+Return on it, or its menu), or of several selected rows.
   void SignalRegionActivated(const QVector<ResourceTreeKit::CCameraItemInfo>& cameras);
-  /// `error` is empty when the cameras are there.
+  /// Loading has ended; `error` is empty when the cameras are there, else a text for the user.
   void SignalLoaded(const QString& error);
   /// Filtering has ended with so many cameras in sight.
   void SignalFiltered(int cameras);
@@ -73,5 +74,3 @@ class TARN_HOST_EXPORT CCameraTree : public MarUIControl::CTreeView {
 };
 
 }  // namespace ResourceTreeKit
-
-Q_DECLARE_METATYPE(ResourceTreeKit::CCameraItemInfo)

@@ -6,8 +6,10 @@
 namespace tarn_ui_data_controller {
 
 /// Along the left edge of the widget attached to, over its whole height: beside the panel that opened the dock.
+/// Thread: GUI.
 class TARN_HOST_EXPORT CDownloadSlideWidgetPosRule : public CSlideWidgetPosRule {
  public:
+  /// Attached to nothing.
   CDownloadSlideWidgetPosRule();
   ~CDownloadSlideWidgetPosRule() override;
 

@@ -17,11 +17,11 @@ class TARN_HOST_EXPORT CNomalMessageManager : public QObject, public Wren::Base:
  public:
   ~CNomalMessageManager() override;
 
-  /// `level`: 0 information, 1 refusal. A null window takes the active one.
+  /// Shows a message over `window`; null takes the active one. `level`: 0 information, any other a refusal.
   void ShowMessage(QWidget* window, const QString& text, int level);
 
  Q_SIGNALS:
-  /// Emitted at once, also for a message that waits its turn.
+  /// A message was asked for. Emitted at once, also for one that waits its turn.
   void SignalMessageShown(const QString& text, int level);
 
  private:

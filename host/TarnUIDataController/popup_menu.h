@@ -17,22 +17,26 @@ class TARN_HOST_EXPORT CPopupMenu : public QMenu {
   explicit CPopupMenu(QWidget* parent = nullptr);
   ~CPopupMenu() override;
 
-  /// Where there is an entry of this type it gets the text.
+  /// Adds an entry, which the menu owns, behind the others and before the host's own. Where there is one of this type
+  /// it gets the text and is handed back.
   QAction* AddMenuItem(MsgType type, const QString& text);
-  /// Null when there is none.
+  /// The entry of this type; null when there is none.
   QAction* MenuItem(MsgType type) const;
+  /// Whether the entry is there for the user. Nothing for a type without an entry.
   void SetMenuItemVisible(MsgType type, bool visible);
-  /// `reason` becomes the tool tip of a disabled entry.
+  /// Whether the entry can be chosen; `reason` becomes the tool tip of a disabled one. Nothing for a type without an
+  /// entry.
   void SetMenuItemEnabled(MsgType type, bool enabled, const QString& reason = QString());
   /// The host's own actions, after a separator; not owned. A later call replaces them.
   void SetMoreActions(const QList<QAction*>& actions);
   /// What the menu is about; handed on with each command.
   void SetMenuData(const QVariant& data);
-  /// Opens at a point of the screen and returns at once; kept within that point's screen.
+  /// Opens at a point of the screen and returns at once; kept within that point's screen. Nothing without an entry to
+  /// show.
   void PopupAt(const QPoint& global_position);
 
  Q_SIGNALS:
-  /// `data`: what SetMenuData() gave.
+  /// The user has chosen this entry. `data`: what SetMenuData() gave. The host's own actions do not come here.
   void signalPopupMenuClicked(tarn_ui_data_controller::MsgType type, QVariant data);
 
  private:

@@ -15,11 +15,11 @@ class TARN_HOST_EXPORT CQssWidgetBox : public QWidget {
   ~CQssWidgetBox() override;
 
  Q_SIGNALS:
-  /// The box has been shown or hidden.
+  /// The box has been shown or hidden; not for a minimised window.
   void signalVisiblityChanged(bool visible);
 
  public Q_SLOTS:
-  /// Esc comes here, too: a box that asks before it closes overrides it.
+  /// Closes the box. Esc comes here, too: a box that asks before it closes overrides it.
   virtual void CloseBox();
 
  protected:

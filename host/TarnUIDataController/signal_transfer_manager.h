@@ -14,9 +14,10 @@ class TARN_HOST_EXPORT CSignalTransferManager : public QObject, public Wren::Bas
   ~CSignalTransferManager() override;
 
  Q_SIGNALS:
-  /// A plan was changed somewhere in the client.
+  /// A plan was changed in this client. The host emits it, from the success signals of its controllers for instance;
+  /// the plug-in then asks for the automatic plan again.
   void SignalPlanStateChanged();
-  /// A modal box has opened (true) or closed.
+  /// A box of the plug-in that wants the client behind it dimmed has opened (true) or closed.
   void signalModalityRequested(bool modal);
 
  private:

@@ -16,8 +16,10 @@ class TARN_HOST_EXPORT CSkinLoader : public QObject, public Wren::Base::CSinglet
  public:
   ~CSkinLoader() override;
 
+  /// The name of the skin in use; "redblack" before any was loaded. Thread: any.
   QString GetCurrentSkin() const;
-  /// Loads the skin's style sheet and palette into the application. False for an unknown name: the skin stays.
+  /// Loads the skin's style sheet and palette into the application, then emits SignalSkinChanged(). False for an
+  /// unknown name: the skin stays.
   bool LoadSkin(const QString& name);
   /// A colour by its name in the skin ("text", "background", "accent", ...); invalid for an unknown name.
   QColor GetColor(const QString& name) const;

@@ -22,11 +22,13 @@ class TARN_HOST_EXPORT CNewLocationViewWidget : public CNewSearchLine {
   explicit CNewLocationViewWidget(QWidget* parent = nullptr);
   ~CNewLocationViewWidget() override;
 
-  /// Null ends looking.
+  /// The view to look through, not owned; null ends looking.
   void SetView(QAbstractItemView* view);
+  /// The view; null without one, or when it was deleted.
   QAbstractItemView* View() const;
   /// The text of the field.
   QString FilterText() const;
+  /// Empties the field, which ends looking.
   void ClearFilterText();
 
   /// Looks for the text at once.
@@ -36,6 +38,7 @@ class TARN_HOST_EXPORT CNewLocationViewWidget : public CNewSearchLine {
   /// Rows for the text are still being fetched: until the last have come, "No hit" is not said, and the first hit among
   /// them becomes current when there was none before.
   void SetAwaitsRows(bool awaits);
+  /// How many rows were found so far; 0 without a text.
   int HitCount() const;
   /// Says in the field that an answer is awaited; for a field without a view, whose hits others have.
   void SetSearching(bool searching);

@@ -16,8 +16,8 @@ class TARN_HOST_EXPORT CNewSearchLine : public MarUIControl::CLineEdit {
   explicit CNewSearchLine(QWidget* parent = nullptr);
   ~CNewSearchLine() override;
 
-  /// SignalSearch() comes 300 ms after the last key, too, for two characters or more; of a script with a sign for a
-  /// word or syllable, one is enough. Esc leaves at once, Down goes to the hits.
+  /// With true SignalSearch() comes 300 ms after the last key, too, for two characters or more; of a script with a sign
+  /// for a word or syllable, one is enough. Esc leaves at once, Down goes to the hits. False at first.
   void SetSearchesAsTyped(bool as_typed);
   /// Whether the SignalSearch() that is being emitted has come by itself.
   bool IsTypedSearch() const;

@@ -11,6 +11,10 @@ std::string NoCameras() {
   return QCoreApplication::translate("TarnHost::Store", "This site keeps no list of cameras.").toStdString();
 }
 
+std::string NoUsers() {
+  return QCoreApplication::translate("TarnHost::Store", "This site keeps no list of users.").toStdString();
+}
+
 struct Installed {
   std::mutex mutex;
   std::shared_ptr<IHostServices> services;
@@ -30,6 +34,12 @@ bool IHostServices::CountBelowGroup(const view_plugin_protocol::CountBelowGroupR
   return false;
 }
 
+bool IHostServices::GotoPreset(const ptz_plugin_protocol::GotoPresetRequest&,
+                               ptz_plugin_protocol::GotoPresetResponse& response) {
+  response.error_info = NoCameras();
+  return false;
+}
+
 bool IHostServices::GetCameraTree(std::vector<ResourceTreeKit::CRegionItemInfo>&,
                                   std::vector<ResourceTreeKit::CCameraItemInfo>&, std::string* error) {
   *error = NoCameras();
@@ -42,6 +52,36 @@ bool IHostServices::GetFavoriteCameras(std::vector<std::string>&, std::string* e
 }
 
 bool IHostServices::SetFavoriteCamera(const std::string&, bool, std::string* error) {
+  *error = NoCameras();
+  return false;
+}
+
+bool IHostServices::GetCameraAccess(const std::vector<std::string>&, CameraAccessList&, std::string* error) {
+  *error = NoCameras();
+  return false;
+}
+
+bool IHostServices::ChangeCameras(const CameraChanges&, CameraChangesMade&, std::string* error) {
+  *error = NoCameras();
+  return false;
+}
+
+bool IHostServices::SetCameraAuthority(const std::string&, std::string* error) {
+  *error = NoCameras();
+  return false;
+}
+
+bool IHostServices::GetSiteUsers(SiteUsers&, std::string* error) {
+  *error = NoUsers();
+  return false;
+}
+
+bool IHostServices::ChangeSiteUsers(const SiteUserChanges&, std::string* error) {
+  *error = NoUsers();
+  return false;
+}
+
+bool IHostServices::GetPlansShowing(const std::vector<std::string>&, PlansShowing&, std::string* error) {
   *error = NoCameras();
   return false;
 }

@@ -9,4 +9,9 @@ bool CPTZBusinessInterfaceMgr::GetPresets(const ptz_plugin_protocol::GetPresetRe
   return TarnHost::ForwardCall(&TarnHost::IHostServices::GetPresets, request, response);
 }
 
+bool CPTZBusinessInterfaceMgr::GotoPreset(const ptz_plugin_protocol::GotoPresetRequest& request,
+                                          ptz_plugin_protocol::GotoPresetResponse& response) {
+  return TarnHost::ForwardCall(&TarnHost::IHostServices::GotoPreset, request, response);
+}
+
 }  // namespace LyraPluginManager

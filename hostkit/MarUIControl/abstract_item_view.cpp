@@ -2,9 +2,12 @@
 
 #include <QHeaderView>
 
+#include "MarUIControl/control_accessibility.h"
+
 namespace MarUIControl {
 
 CAbstractItemView::CAbstractItemView(QWidget* parent) : QTreeView(parent) {
+  InstallControlAccessibility();
   setEditTriggers(QAbstractItemView::NoEditTriggers);
 }
 

@@ -1,12 +1,15 @@
 #include "MarUIControl/control_accessibility.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAccessibleWidget>
 #include <QVariant>
 
 #include "MarUIControl/accessible_role.h"
 #include "MarUIControl/location_combo_box.h"
 #include "MarUIControl/switch_control.h"
+#include "announcement.h"
+#include "item_view_accessibility.h"
 
 namespace MarUIControl {
 
@@ -122,6 +125,9 @@ QAccessibleInterface* MakeInterface(const QString& class_name, QObject* object) 
   if (class_name == QLatin1String(CLocationComboBox::staticMetaObject.className())) {
     return new ComboBoxInterface(static_cast<CLocationComboBox*>(object));
   }
+  if (class_name == QLatin1String("QTreeView") || class_name == QLatin1String("QListView")) {
+    return MakeItemViewInterface(static_cast<QAbstractItemView*>(object));
+  }
   return nullptr;
 }
 
@@ -135,10 +141,14 @@ void InstallControlAccessibility() {
   }
 }
 
-// Readers on Linux hear of an alert by its being shown, which Qt reports by itself, those elsewhere by this.
 void AnnounceAlert(QWidget* widget) {
+  InstallControlAccessibility();
+  if (!QAccessible::isActive()) {
+    return;
+  }
   QAccessibleEvent event(widget, QAccessible::Alert);
   QAccessible::updateAccessibility(&event);
+  Announce(widget);
 }
 
 void SetAccessibleRole(QWidget* widget, QAccessible::Role role) {

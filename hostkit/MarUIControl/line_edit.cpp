@@ -14,6 +14,7 @@
 
 #include "MarUIControl/field_keys.h"
 #include "MarUIControl/plain_tool_tip.h"
+#include "qt/event_places.h"
 
 namespace MarUIControl {
 
@@ -113,7 +114,7 @@ void CLineEdit::dropEvent(QDropEvent* event) {
     QLineEdit::dropEvent(event);
     return;
   }
-  setCursorPosition(cursorPositionAt(event->pos()));
+  setCursorPosition(cursorPositionAt(TarnQt::PlaceOf(*event)));
   PasteAllowed(event->mimeData()->text());
   event->setDropAction(Qt::CopyAction);
   event->accept();

@@ -8,6 +8,7 @@
 #include "MarUIControl/return_key.h"
 #include "MarUIControl/screen_room.h"
 #include "WidgetKit/new_location_view_widget.h"
+#include "qt/event_places.h"
 
 namespace MarUIControl {
 
@@ -133,7 +134,7 @@ bool LocationPopup::ReturnInSearch() {
 
 // A click on the combo box closes; handed on to it, it would open again.
 void LocationPopup::mousePressEvent(QMouseEvent* event) {
-  const QPoint in_owner = owner_->mapFromGlobal(event->globalPos());
+  const QPoint in_owner = owner_->mapFromGlobal(TarnQt::GlobalPlaceOf(*event));
   setAttribute(Qt::WA_NoMouseReplay, owner_->rect().contains(in_owner));
   QFrame::mousePressEvent(event);
 }

@@ -41,6 +41,7 @@ class CModalTipDialog::Private {
   void FitText();
   void Center();
   void ChooseDefault();
+  void NameForReaders();
   int ShownButtons() const;
 
   CModalTipDialog* const q;
@@ -139,6 +140,11 @@ void CModalTipDialog::Private::ChooseDefault() {
   button->setFocus();
 }
 
+// A box without a title is called by what it says.
+void CModalTipDialog::Private::NameForReaders() {
+  q->setAccessibleName(q->windowTitle().isEmpty() ? whole_content : q->windowTitle());
+}
+
 CModalTipDialog::CModalTipDialog(QWidget* parent)
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint), d_(new Private(this)) {
   setAttribute(Qt::WA_StyledBackground);
@@ -165,6 +171,7 @@ void CModalTipDialog::SetTitle(const QString& title) {
   d_->title->SetText(title);
   d_->title->setVisible(!title.isEmpty());
   setWindowTitle(title);
+  d_->NameForReaders();
 }
 
 void CModalTipDialog::SetContent(const QString& content) {
@@ -172,6 +179,7 @@ void CModalTipDialog::SetContent(const QString& content) {
   d_->content->setText(BreakableText(content));
   d_->content->setAccessibleName(content);  // without the places to break at
   setAccessibleDescription(content);
+  d_->NameForReaders();
 }
 
 void CModalTipDialog::SetConfirmText(const QString& text) {

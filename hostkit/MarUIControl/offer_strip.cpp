@@ -9,7 +9,6 @@
 #include <QPointer>
 
 #include "MarUIControl/accessible_role.h"
-#include "MarUIControl/control_accessibility.h"
 #include "MarUIControl/label.h"
 #include "MarUIControl/offer_time.h"
 #include "MarUIControl/push_button.h"

@@ -3,7 +3,8 @@
 #include <QEvent>
 #include <QPainter>
 #include <QWindow>
-#include <QX11Info>
+
+#include "qt/x11_display.h"
 
 namespace MarUIControl {
 
@@ -11,10 +12,6 @@ namespace {
 
 constexpr int kSpread = 12;
 constexpr qreal kDarkest = 0.34;
-
-bool CanBlend() {
-  return !QX11Info::isPlatformX11() || QX11Info::isCompositingManagerRunning();
-}
 
 }  // namespace
 
@@ -97,7 +94,7 @@ void CShadowWidget::Follow() {
     const QRect place(content_->mapToGlobal(QPoint(0, 0)), content_->size());
     setGeometry(place.adjusted(-kSpread, -kSpread, kSpread, kSpread));
   }
-  const bool visible = content_ && mode_ != 0 && content_->isVisible() && CanBlend();
+  const bool visible = content_ && mode_ != 0 && content_->isVisible() && TarnQt::X11Display::CanBlend();
   if (!automatic_ && content_) {
     return;
   }

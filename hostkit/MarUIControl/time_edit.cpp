@@ -195,8 +195,9 @@ void CTimeEdit::Copy() const {
 void CTimeEdit::contextMenuEvent(QContextMenuEvent* event) {
   auto* menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  menu->addAction(QLineEdit::tr("&Copy"), this, &CTimeEdit::Copy, QKeySequence::Copy);
-  QAction* paste = menu->addAction(QLineEdit::tr("&Paste"), this, &CTimeEdit::Paste, QKeySequence::Paste);
+  menu->addAction(QLineEdit::tr("&Copy"), this, &CTimeEdit::Copy)->setShortcut(QKeySequence::Copy);
+  QAction* paste = menu->addAction(QLineEdit::tr("&Paste"), this, &CTimeEdit::Paste);
+  paste->setShortcut(QKeySequence::Paste);
   paste->setEnabled(TimeFromText(QGuiApplication::clipboard()->text()).has_value());
   menu->popup(event->globalPos());
   event->accept();

@@ -41,7 +41,7 @@ QMimeData* MakeCameraDragData(const QVector<CCameraItemInfo>& cameras) {
 }
 
 QPixmap MakeCameraDragPicture(const QVector<CCameraItemInfo>& cameras, const QWidget* widget) {
-  return WidgetKit::CDrag::Caption(QPixmap(), Caption(cameras), widget);
+  return WidgetKit::CDrag::Caption(Caption(cameras), widget);
 }
 
 }  // namespace ResourceTreeKit

@@ -18,8 +18,8 @@ struct CameraRowKey {
   QString code;
 };
 
-inline uint qHash(const CameraRowKey& key, uint seed = 0) {
-  return ::qHash(key.code, seed) ^ static_cast<uint>(key.kind);
+inline size_t qHash(const CameraRowKey& key, size_t seed = 0) {
+  return ::qHash(key.code, seed) ^ static_cast<size_t>(key.kind);
 }
 
 }  // namespace ResourceTreeKit

@@ -200,6 +200,7 @@ void CCameraTree::contextMenuEvent(QContextMenuEvent* event) {
   }
   auto* menu = new tarn_ui_data_controller::CPopupMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setAccessibleName(row.isValid() ? row.data().toString() : accessibleName());
   d_->FillMenu(menu, row);
   menu->PopupAt(viewport()->mapToGlobal(place));
   event->accept();

@@ -6,7 +6,7 @@
 #include <QTimer>
 #include <algorithm>
 
-#include "MarUIControl/control_accessibility.h"
+#include "MarUIControl/accessible_role.h"
 #include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/message_tip.h"
@@ -55,7 +55,7 @@ bool CanHoldTips(const QWidget* window) {
   return IsOnScreen(window) && (type == Qt::Window || type == Qt::Dialog);
 }
 
-// `window`, or where a tip for it is seen while it is not on screen.
+// `window`, or where a tip for it is seen while it is not on screen; null when nothing is.
 QWidget* SeenWindow(QWidget* window) {
   if (IsOnScreen(window)) {
     return window;
@@ -66,12 +66,15 @@ QWidget* SeenWindow(QWidget* window) {
   }
   const QWidgetList windows = QApplication::topLevelWidgets();
   const auto seen = std::find_if(windows.begin(), windows.end(), CanHoldTips);
-  return seen == windows.end() ? window : *seen;
+  if (seen == windows.end()) {
+    return nullptr;
+  }
+  return *seen;
 }
 
 }  // namespace
 
-class CMessageTipManager::Private {
+class CMessageTipManager::Private : public QObject {
  public:
   explicit Private(CMessageTipManager* manager) : q(manager) {
     end_of_tip.setSingleShot(true);
@@ -80,11 +83,13 @@ class CMessageTipManager::Private {
 
   void Add(const Tip& next);
   void ShowNext();
-  void Show(const Tip& next);
+  void Show(const Tip& next, QWidget* window);
   void Follow(MessageTip* made);
   void ScheduleEnd();
   void EndTip();
-  void OnWindowHidden();
+  void OnWindowGone();
+  /// While tips wait for a window on screen.
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
   CMessageTipManager* const q;
   TipQueue waiting;
@@ -108,18 +113,33 @@ void CMessageTipManager::Private::Add(const Tip& next) {
   }
 }
 
+// A window that has gone meanwhile takes no tip along: what was refused there is read over another.
 void CMessageTipManager::Private::ShowNext() {
-  while (!end_of_tip.isActive() && !waiting.IsEmpty()) {
-    const Tip next = waiting.Next();
-    if (next.window) {  // else it has gone, and with it the reader
-      Show(next);
-    }
+  if (end_of_tip.isActive() || waiting.IsEmpty()) {
+    return;
   }
+  const Tip next = waiting.Next();
+  if (QWidget* window = SeenWindow(next.window)) {
+    Show(next, window);
+    return;
+  }
+  waiting.PutBack(next);
+  qApp->installEventFilter(this);
 }
 
-void CMessageTipManager::Private::Show(const Tip& next) {
+bool CMessageTipManager::Private::eventFilter(QObject* watched, QEvent* event) {
+  const bool comes = event->type() == QEvent::Show || event->type() == QEvent::WindowStateChange;
+  if (comes && watched->isWidgetType() && static_cast<QWidget*>(watched)->isWindow()) {
+    qApp->removeEventFilter(this);
+    QMetaObject::invokeMethod(
+        this, [this] { ShowNext(); }, Qt::QueuedConnection);  // when it is there
+  }
+  return false;
+}
+
+void CMessageTipManager::Private::Show(const Tip& next, QWidget* window) {
   shown = next;
-  shown.window = SeenWindow(next.window);
+  shown.window = window;
   tip = new MessageTip(next.text, next.kind, next.distance, shown.window);
   tip->SetCount(next.count);
   Follow(tip);
@@ -143,13 +163,13 @@ void CMessageTipManager::Private::Follow(MessageTip* made) {
   };
   const auto on_hide = [this, watched] {
     if (watched) {
-      OnWindowHidden();
+      OnWindowGone();
     }
   };
-  // Its window has gone, and with it the tip.
+  // Its window was deleted, and the tip with it: a tip that ends otherwise has no time left.
   const auto on_end = [this] {
-    if (!tip) {
-      EndTip();
+    if (!tip && end_of_tip.isActive()) {
+      OnWindowGone();
     }
   };
   QObject::connect(made, &MessageTip::SignalClicked, q, on_click, later);
@@ -161,7 +181,7 @@ void CMessageTipManager::Private::Follow(MessageTip* made) {
   });
 }
 
-void CMessageTipManager::Private::OnWindowHidden() {
+void CMessageTipManager::Private::OnWindowGone() {
   if (on_screen.elapsed() < kUnreadMs) {
     waiting.PutBack(shown);
   }
@@ -190,17 +210,16 @@ void CMessageTipManager::ShowTip(const QString& text, int state, QWidget* widget
 }
 
 void CMessageTipManager::ShowMessage(QWidget* window, const QString& text, int kind, int /*place*/, int distance) {
-  QWidget* over = SeenWindow(MarUIControl::GetIndependentWindow(window));
   marlog::Write("LyraClientInfo", LogLevelOf(kind), "Tip: %s", qUtf8Printable(text));
   Q_EMIT SignalTipAsked(text, kind);
-  if (!over) {
-    return;
-  }
   Tip next;
   next.text = text;
   next.kind = kind;
   next.distance = qMax(0, distance);
-  next.window = over;
+  next.window = MarUIControl::GetIndependentWindow(window);
+  if (QWidget* seen = SeenWindow(next.window)) {
+    next.window = seen;
+  }
   d_->Add(next);
 }
 

@@ -10,10 +10,10 @@ namespace tarn_ui_data_controller {
 /// A tip on screen or on its way there.
 struct Tip {
   QString text;
-  int kind = 0;      // a TipKind
-  int distance = 0;  // pixels from the top of its window
-  QPointer<QWidget> window;
-  int count = 1;  // how often it was asked for
+  int kind = 0;              // a TipKind
+  int distance = 0;          // pixels from the top of its window
+  QPointer<QWidget> window;  // null: any
+  int count = 1;             // how often it was asked for
 
   bool SaysTheSame(const Tip& other) const {
     return text == other.text && kind == other.kind && window == other.window;

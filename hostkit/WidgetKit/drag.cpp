@@ -60,13 +60,6 @@ QPixmap Empty(const QSize& size, qreal ratio) {
   return picture;
 }
 
-// The sign's strokes are made for a light ground.
-void DrawSign(QPainter* painter, const QPixmap& sign, const QRect& room) {
-  painter->setBrush(Qt::white);
-  painter->drawRoundedRect(room, kCorner - 1, kCorner - 1);
-  painter->drawPixmap(room.adjusted(2, 2, -2, -2), sign);
-}
-
 }  // namespace
 
 CDrag::CDrag(QObject* source) : QDrag(source) {}
@@ -80,27 +73,19 @@ void CDrag::setMimeData(QMimeData* data) {
   QDrag::setMimeData(data);
 }
 
-QPixmap CDrag::Caption(const QPixmap& sign, const QString& text, const QWidget* widget) {
+QPixmap CDrag::Caption(const QString& text, const QWidget* widget) {
   const QFontMetrics metrics = widget->fontMetrics();
   const QString shown = metrics.elidedText(text, Qt::ElideMiddle, kMostTextWidth);
-  const int height = metrics.height() + kPadding;
-  int left = kPadding;
-  if (!sign.isNull()) {
-    left += height;
-  }
-  const QSize size(left + metrics.horizontalAdvance(shown) + kPadding, height);
+  const QSize size(metrics.horizontalAdvance(shown) + 2 * kPadding, metrics.height() + kPadding);
   QPixmap picture = Empty(size, widget->devicePixelRatioF());
   QPainter painter(&picture);
-  painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+  painter.setRenderHint(QPainter::Antialiasing);
   painter.setFont(widget->font());
   painter.setBrush(widget->palette().color(QPalette::Highlight));
   painter.setPen(Qt::NoPen);
   painter.drawRoundedRect(QRect(QPoint(), size), kCorner, kCorner);
-  if (!sign.isNull()) {
-    DrawSign(&painter, sign, QRect(2, 2, height - 4, height - 4));
-  }
   painter.setPen(widget->palette().color(QPalette::HighlightedText));
-  painter.drawText(QRect(QPoint(left, 0), size - QSize(left, 0)), Qt::AlignVCenter | Qt::TextSingleLine, shown);
+  painter.drawText(QRect(QPoint(), size), Qt::AlignCenter | Qt::TextSingleLine, shown);
   return picture;
 }
 

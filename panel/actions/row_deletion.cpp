@@ -79,10 +79,11 @@ void CRowDeletion::DeleteGroup(const QModelIndex& index) {
   }
   const CPlanNodeRef row(index);
   const Row group(true, index.data(GroupIndexCodeRole).toString());
-  if (deleting_.contains(group) || !Confirm(DeletionSubjectOf(index)) || !controller_ || !row.Resolve().isValid()) {
+  const DeletionSubject subject = DeletionSubjectOf(index);
+  if (deleting_.contains(group) || !Confirm(subject) || !controller_ || !row.Resolve().isValid()) {
     return;
   }
-  controller_->DeletePlanGroupByIndex(row.Resolve(), Note(group, row.Resolve()));
+  controller_->DeletePlanGroupByIndex(row.Resolve(), Note(group, row.Resolve(), subject));
 }
 
 void CRowDeletion::DeletePlan(const QModelIndex& index) {
@@ -97,18 +98,19 @@ void CRowDeletion::DeletePlan(const QModelIndex& index) {
     Q_EMIT SignalStopPlan();
   }
   if (alive && controller_ && row.Resolve().isValid()) {
-    controller_->DeletePlanByIndex(row.Resolve(), Note(plan, row.Resolve()));
+    controller_->DeletePlanByIndex(row.Resolve(), Note(plan, row.Resolve(), subject));
   }
 }
 
 // Until its own answer comes, and no other, the row is not deleted once more.
-CStandardViewController::PlanAnswer CRowDeletion::Note(const Row& row, const QModelIndex& index) {
+CStandardViewController::PlanAnswer CRowDeletion::Note(const Row& row, const QModelIndex& index,
+                                                       const DeletionSubject& subject) {
   deleting_.insert(row);
   DeletedRow deleted;
   deleted.is_group = row.first;
   deleted.code = row.second;
   deleted.parent_code = index.parent().data(GroupIndexCodeRole).toString();
-  return [self = QPointer<CRowDeletion>(this), row, deleted, subject = DeletionSubjectOf(index),
+  return [self = QPointer<CRowDeletion>(this), row, deleted, subject,
           begun_in = session_](const CallAnswer& answer) mutable {
     if (!self || self->session_ != begun_in) {
       return;
@@ -130,7 +132,9 @@ void CRowDeletion::Undo(const DeletedRow& row) {
       return;
     }
     if (answer.ok) {
-      Q_EMIT self->SignalRestored(row);
+      DeletedRow restored = row;
+      restored.code = answer.text;
+      Q_EMIT self->SignalRestored(restored);
     } else if (answer.kind == view_plugin_protocol::Unavailable) {
       Q_EMIT self->SignalStillDeleted(row);
     }

@@ -55,7 +55,7 @@ class CRowDeletion : public QObject {
   bool Confirm(const DeletionSubject& subject);
   void DeleteGroup(const QModelIndex& index);
   void DeletePlan(const QModelIndex& index);
-  CStandardViewController::PlanAnswer Note(const Row& row, const QModelIndex& index);
+  CStandardViewController::PlanAnswer Note(const Row& row, const QModelIndex& index, const DeletionSubject& subject);
 
   QWidget* const panel_;
   QPointer<CStandardViewController> controller_;

@@ -28,9 +28,7 @@ CUndoOffer::CUndoOffer(COfferStrip* strip, QWidget* panel)
   action_->setShortcut(QKeySequence::Undo);
   action_->setShortcutContext(Qt::WindowShortcut);
   panel->addAction(action_);
-  connect(action_, &QAction::triggered, strip_, &COfferStrip::Take);
-  connect(strip_, &COfferStrip::SignalTaken, this, &CUndoOffer::RenewAction);
-  connect(strip_, &COfferStrip::SignalOver, this, &CUndoOffer::RenewAction);
+  connect(action_, &QAction::triggered, this, &CUndoOffer::Undo);
   connect(qApp, &QApplication::focusChanged, this, &CUndoOffer::RenewAction);
   RenewAction();
 }
@@ -41,7 +39,6 @@ void CUndoOffer::Offer(const Undoable& done) {
   }
   Latest() = strip_;
   strip_->Offer(done.notice, CViewExternWidget::tr("Undo"), done.seconds, done.undo);
-  RenewAction();
 }
 
 void CUndoOffer::OfferAgain(const Undoable& done) {
@@ -54,9 +51,17 @@ void CUndoOffer::Withdraw() {
   strip_->Withdraw();
 }
 
+void CUndoOffer::Undo() {
+  if (strip_->IsOffering()) {
+    strip_->Take();
+  } else {
+    Q_EMIT SignalNothing();
+  }
+}
+
 // Text fields take the key before it becomes a shortcut.
 void CUndoOffer::RenewAction() {
-  action_->setEnabled(strip_->IsOffering() && !CEditorPlace::IsOpenIn(panel_->window()));
+  action_->setEnabled(!CEditorPlace::IsOpenIn(panel_->window()));
 }
 
 }  // namespace TarnPlanView

@@ -33,13 +33,19 @@ class CUndoOffer : public QObject {
   /// What was taken, but could not be undone now. Another offer that stands by then stays.
   void OfferAgain(const Undoable& done);
   void Withdraw();
-  /// On while an offer stands and no plan editor is open in the window: there the key undoes edits.
+  /// On while no plan editor is open in the window: there the key undoes edits.
   QAction* Action() const { return action_; }
 
  public Q_SLOTS:
   void RenewAction();
 
+ Q_SIGNALS:
+  /// The key was pressed, and no offer stands.
+  void SignalNothing();
+
  private:
+  void Undo();
+
   QWidget* const panel_;
   MarUIControl::COfferStrip* const strip_;
   QAction* const action_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnUIDataController/download_slide_widget_pos_rule.h"
 #include "WidgetKit/dock_widget.h"
@@ -138,6 +139,8 @@ bool CEditorPlace::Open(const Opening& opening) {
   CEditorPlace* const now = Holder();
   if (now && now != this) {
     if (now != holder) {
+      Q_EMIT SignalMessageTipNeeded(tr("Another plan has been opened here meanwhile. Try again."),
+                                    MarUIControl::CNomalMessage::Failure);
       return false;
     }
     now->OnClosed();

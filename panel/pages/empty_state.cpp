@@ -1,11 +1,11 @@
 #include "empty_state.h"
 
-#include <QAccessible>
 #include <QEvent>
 #include <QLabel>
 #include <QRegion>
 #include <QVBoxLayout>
 
+#include "MarUIControl/accessible_role.h"
 #include "MarUIControl/push_button.h"
 #include "current_skin.h"
 #include "view_public_def.h"
@@ -55,8 +55,7 @@ void CEmptyState::ShowState(const QString& text, const QString& action) {
   Place();
   show();
   if (news) {
-    QAccessibleEvent alert(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    MarUIControl::AnnounceAlert(this);
   }
 }
 

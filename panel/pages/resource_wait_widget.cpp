@@ -1,10 +1,10 @@
 #include "resource_wait_widget.h"
 
-#include <QAccessible>
 #include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "MarUIControl/accessible_role.h"
 #include "MarUIControl/push_button.h"
 #include "TarnUIDataController/skin_loader.h"
 
@@ -15,6 +15,7 @@ namespace {
 constexpr int kFrameMs = 80;
 constexpr int kFramesPerTurn = 12;
 constexpr int kMarkSize = 36;
+constexpr int kSaidAfterSeconds = 1;  // most loads are over by then
 constexpr int kElapsedAfterSeconds = 5;
 constexpr int kRetryAfterSeconds = 15;
 
@@ -60,6 +61,7 @@ void CResourceWaitWidget::SetWaiting(bool waiting) {
     return;
   }
   since_start_.start();
+  is_said_ = false;
   ShowElapsed(0);
   ticker_.start();
 }
@@ -70,8 +72,7 @@ void CResourceWaitWidget::ShowTrouble(const QString& text) {
   trouble_->setVisible(!text.isEmpty());
   setAccessibleDescription(text);
   if (news && isVisible()) {
-    QAccessibleEvent alert(trouble_, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    MarUIControl::AnnounceAlert(trouble_);
   }
 }
 
@@ -83,7 +84,12 @@ void CResourceWaitWidget::ShowElapsed(int seconds) {
 void CResourceWaitWidget::Tick() {
   frame_ = (frame_ + 1) % kFramesPerTurn;
   update(MarkRect());
-  ShowElapsed(static_cast<int>(since_start_.elapsed() / 1000));
+  const int seconds = static_cast<int>(since_start_.elapsed() / 1000);
+  ShowElapsed(seconds);
+  if (seconds >= kSaidAfterSeconds && !is_said_ && isVisible()) {
+    is_said_ = true;
+    MarUIControl::AnnounceAlert(text_);
+  }
 }
 
 QRect CResourceWaitWidget::MarkRect() const {

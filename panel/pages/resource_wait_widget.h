@@ -37,6 +37,7 @@ class CResourceWaitWidget : public QWidget {
   QTimer ticker_;
   QElapsedTimer since_start_;
   int frame_ = 0;
+  bool is_said_ = false;  // that one waits
   QLabel *text_ = nullptr, *trouble_ = nullptr, *elapsed_ = nullptr;
   QWidget* mark_place_ = nullptr;
   QPushButton* retry_ = nullptr;

@@ -55,7 +55,7 @@ bool CGroupNaming::IsTooDeep(const QModelIndex& group) {
 }
 
 QPoint CGroupNaming::PlaceBelow(const QWidget* button) {
-  return button->parentWidget()->mapToGlobal({button->x(), button->y() + button->height() + 1});
+  return button->parentWidget()->mapToGlobal(QPoint(button->x(), button->y() + button->height() + 1));
 }
 
 void CGroupNaming::ShowAt(const QPoint& place) {
@@ -90,8 +90,10 @@ void CGroupNaming::AskForRename(const QModelIndex& group, const QPoint& place) {
 void CGroupNaming::AskForPlanName(const QString& plan_code, const QString& name, const QPoint& place) {
   Editor()->SetMode(kRenameMode);
   Editor()->SetTitle(CViewExternWidget::tr("Rename plan"));
-  Editor()->SetName(unused_plan_names_.value(plan_code, name));
-  unused_plan_names_.remove(plan_code);
+  Editor()->SetName(name);
+  if (unused_plan_names_.contains(plan_code)) {
+    Editor()->SetTyped(unused_plan_names_.take(plan_code));
+  }
   ForgetWhatFor();
   renamed_plan_ = plan_code;
   ShowAt(place);

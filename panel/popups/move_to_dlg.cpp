@@ -42,12 +42,7 @@ CMoveToDlg::CMoveToDlg(const QString& plan_name, const QString& group_code, QWid
   connect(tree_, &CPlanViewTree::SignalCurrentIndexChanged, this, &CMoveToDlg::Renew);
   connect(field_, &QLineEdit::textChanged, this, &CMoveToDlg::FetchNext);
   connect(field_, &QLineEdit::textChanged, this, [this] { choose_found_ = false; });
-  connect(field_, &WidgetKit::CNewLocationViewWidget::SignalLocated, this, [this] {
-    Renew();
-    if (std::exchange(choose_found_, false)) {
-      ChooseByKey();
-    }
-  });
+  connect(field_, &WidgetKit::CNewLocationViewWidget::SignalLocated, this, &CMoveToDlg::OnLocated);
   field_->installEventFilter(this);
   tree_->installEventFilter(this);
   connect(tree_->Groups(), &QAbstractItemModel::rowsInserted, this, &CMoveToDlg::Renew);
@@ -133,6 +128,13 @@ void CMoveToDlg::QueueAll() {
   Queue(QModelIndex(), 0, tree_->Groups()->rowCount() - 1);
 }
 
+void CMoveToDlg::OnLocated() {
+  Renew();
+  if (std::exchange(choose_found_, false)) {
+    ChooseByKey();
+  }
+}
+
 // A group is found only once it is loaded. One by one: what comes may bring more.
 void CMoveToDlg::FetchNext() {
   if (fetching_.isValid()) {
@@ -141,12 +143,20 @@ void CMoveToDlg::FetchNext() {
   if (!field_->text().isEmpty() && controller_ && fetches_ < kMostFetches) {
     fetching_ = NextUnfetched();
   }
-  field_->SetAwaitsRows(fetching_.isValid());  // before they come: a first hit among them becomes current
-  Renew();
-  if (fetching_.isValid()) {
-    ++fetches_;
-    controller_->OnExpandViewTreeItem(fetching_);
+  if (!fetching_.isValid()) {
+    EndFetching();
+    return;
   }
+  field_->SetAwaitsRows(true);  // before they come: a first hit among them becomes current
+  Renew();
+  ++fetches_;
+  controller_->OnExpandViewTreeItem(fetching_);
+}
+
+void CMoveToDlg::EndFetching() {
+  field_->SetAwaitsRows(false);
+  choose_found_ = choose_found_ && field_->IsLocating();
+  Renew();
 }
 
 QModelIndex CMoveToDlg::NextUnfetched() {
@@ -159,17 +169,17 @@ QModelIndex CMoveToDlg::NextUnfetched() {
   return QModelIndex();
 }
 
-// After a failure, which the controller has said, the next one waits for the next letter.
+// After a failure, which the controller has said, the search goes on with the next letter.
 void CMoveToDlg::OnFetched(const QModelIndex& index) {
   if (!fetching_.isValid() || index.data(GroupIndexCodeRole) != fetching_.data(GroupIndexCodeRole)) {
     return;
   }
-  const bool has_come = !tree_->Groups()->canFetchMore(fetching_);
-  fetching_ = QPersistentModelIndex();
-  if (has_come) {
+  const QPersistentModelIndex fetched = std::exchange(fetching_, QPersistentModelIndex());
+  if (!tree_->Groups()->canFetchMore(fetched)) {
     QMetaObject::invokeMethod(this, &CMoveToDlg::FetchNext, Qt::QueuedConnection);
   } else {
-    field_->SetAwaitsRows(false);
+    unfetched_.enqueue(fetched);
+    EndFetching();
   }
 }
 
@@ -187,9 +197,12 @@ QString CMoveToDlg::Problem() const {
   return QString();
 }
 
+bool CMoveToDlg::HasFoundNothing() const {
+  return !field_->text().isEmpty() && field_->HitCount() == 0;
+}
+
 bool CMoveToDlg::HasMissedGroups() const {
-  const bool found_nothing = !field_->text().isEmpty() && field_->HitCount() == 0;
-  return found_nothing && fetches_ >= kMostFetches && !unfetched_.isEmpty() && !fetching_.isValid();
+  return HasFoundNothing() && !unfetched_.isEmpty() && !fetching_.isValid();
 }
 
 void CMoveToDlg::Renew() {
@@ -226,8 +239,9 @@ void CMoveToDlg::ChooseByKey() {
     field_->Locate();
     return;
   }
-  const bool found_nothing = field_->hasFocus() && !field_->text().isEmpty() && field_->HitCount() == 0;
-  if (!found_nothing && move_->isEnabled()) {
+  if (field_->hasFocus() && HasFoundNothing()) {
+    choose_found_ = fetching_.isValid();
+  } else if (move_->isEnabled()) {
     Choose();
   }
 }

@@ -46,9 +46,13 @@ class CMoveToDlg : public QDialog {
   QModelIndex NextUnfetched();
   void FetchNext();
   void OnFetched(const QModelIndex& index);
+  /// All are there, or as many as may be.
+  void EndFetching();
+  void OnLocated();
   /// Why the plan cannot go to the row that is current; empty when it can.
   QString Problem() const;
-  /// Whether a search has found nothing and has left groups out, as there are too many.
+  bool HasFoundNothing() const;
+  /// Whether a search has found nothing and has left groups out: there are too many, or one could not be fetched.
   bool HasMissedGroups() const;
   void Renew();
   void Choose();
@@ -64,7 +68,7 @@ class CMoveToDlg : public QDialog {
   QPersistentModelIndex fetching_;  // by the search
   QQueue<QPersistentModelIndex> unfetched_;
   int fetches_ = 0;            // of all searches
-  bool choose_found_ = false;  // Return came before what was typed had been looked for
+  bool choose_found_ = false;  // Return came before what was typed had been found
 };
 
 }  // namespace TarnPlanView

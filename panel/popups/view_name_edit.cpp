@@ -4,7 +4,6 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QPalette>
-#include <QRegExpValidator>
 #include <QTimerEvent>
 #include <QToolTip>
 
@@ -14,6 +13,7 @@
 #include "keep_on_screen.h"
 #include "plan_rules/names.h"
 #include "plan_rules/plan_limits.h"
+#include "qt/pattern_validator.h"
 #include "typing_hint.h"
 #include "ui_view_name_edit.h"
 
@@ -69,7 +69,7 @@ void CViewNameEdit::BuildForm() {
   ui_->ptr_name_edit->setPlaceholderText(NamingRule());
   ui_->ptr_name_edit->installEventFilter(this);
   ui_->ptr_name_edit->setValidator(
-      new QRegExpValidator(QRegExp(view_plugin_protocol::TypedNamePattern()), ui_->ptr_name_edit));
+      TarnQt::MakePatternValidator(view_plugin_protocol::TypedNamePattern(), ui_->ptr_name_edit));
   new CTypingHint(ui_->ptr_name_edit);
 }
 
@@ -107,6 +107,10 @@ void CViewNameEdit::SetTitle(const QString& title) {
 
 void CViewNameEdit::SetName(const QString& name) {
   name_ = name;
+  ui_->ptr_name_edit->setText(name);
+}
+
+void CViewNameEdit::SetTyped(const QString& name) {
   ui_->ptr_name_edit->setText(name);
 }
 

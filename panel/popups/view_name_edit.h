@@ -28,6 +28,8 @@ class CViewNameEdit : public QFrame {
   void SetTitle(const QString& title);
   /// The name as it stands, for modes 1 and 2: confirming it unchanged only hides the pop-up.
   void SetName(const QString& name);
+  /// Into the field alone: it counts as typed.
+  void SetTyped(const QString& name);
 
  Q_SIGNALS:
   /// Names come trimmed; the pop-up hides after the signal.

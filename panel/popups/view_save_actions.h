@@ -5,7 +5,10 @@
 namespace TarnPlanView {
 
 /// What the save menu offers.
-enum ViewSaveActions { SaveView = 1, SaveAsView = 2 };
+enum ViewSaveActions {
+  SaveView = 1,    ///< Over the plan that plays.
+  SaveAsView = 2,  ///< As a new plan.
+};
 
 }  // namespace TarnPlanView
 

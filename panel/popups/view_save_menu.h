@@ -17,7 +17,7 @@ class TARNPLANVIEW_EXPORT CViewSaveMenu : public QWidget {
   explicit CViewSaveMenu(QWidget* parent);
   ~CViewSaveMenu() override;
 
-  /// `pos` as for QWidget::move().
+  /// Shows the pop-up, with the focus on its first entry. `pos` as for QWidget::move(); kept on the screen.
   void ShowPopupMenu(const QPoint& pos);
   /// Shows or hides one way; the pop-up takes the size of what is left.
   void SetActionVisible(ViewSaveActions action, bool visible);
@@ -29,11 +29,13 @@ class TARNPLANVIEW_EXPORT CViewSaveMenu : public QWidget {
   void OnActionTriggered(ViewSaveActions action);
 
  Q_SIGNALS:
-  /// `pt_pos`: where the pop-up stood.
+  /// The user has chosen a way. `pt_pos`: where the pop-up stood.
   void SignalViewMenuTriggered(ViewSaveActions enum_view_action, QPoint pt_pos);
 
  public Q_SLOTS:
+  /// OnActionTriggered(SaveView).
   void OnSaveBtnClicked();
+  /// OnActionTriggered(SaveAsView).
   void OnSaveAsBtnClicked();
 
  protected:

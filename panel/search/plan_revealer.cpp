@@ -59,13 +59,15 @@ void CPlanRevealer::Drop() {
   soon_.stop();
   late_.invalidate();
   wanted_.clear();
+  shown_ = {};
   awaited_.clear();
 }
 
-void CPlanRevealer::Reveal(const QString& code, bool is_group) {
+void CPlanRevealer::Reveal(const QString& code, bool is_group, const Shown& shown) {
   Drop();
   wanted_ = code;
   is_group_ = is_group;
+  shown_ = shown;
   from_ = tree_->currentIndex();
   if (ShowRow()) {
     return;
@@ -153,13 +155,15 @@ bool CPlanRevealer::ShowRow() {
   if (!row.isValid()) {
     return false;
   }
-  const QString code = wanted_;
+  const Shown shown = shown_;
   Drop();
   ExpandAbove(tree_, row);
   if (row.isValid()) {
     tree_->setCurrentIndex(row);
     tree_->scrollTo(row, QAbstractItemView::PositionAtCenter);
-    Q_EMIT SignalShown(code);
+  }
+  if (row.isValid() && shown) {
+    shown(row);
   }
   return true;
 }

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTimer>
+#include <functional>
 
 #include "host_calls/call_scope.h"
 #include "plan_way.h"
@@ -27,13 +28,13 @@ class CPlanRevealer : public QObject {
   /// Not owned; may die first.
   void SetModel(CStandardPlanModel* model);
   void SetController(CStandardViewController* controller);
-  void Reveal(const QString& code, bool is_group = false);
+  /// `shown` is called once the row is current and in sight, unless this was dropped before.
+  using Shown = std::function<void(const QModelIndex& row)>;
+  void Reveal(const QString& code, bool is_group = false, const Shown& shown = {});
   /// What is under way counts for nothing any more.
   void Drop();
 
  Q_SIGNALS:
-  /// The row is current and in sight.
-  void SignalShown(const QString& code);
   /// The plan is of another family, a ThemeNodeType.
   void SignalInOtherTree(const QString& plan_code, int family);
   void SignalMessageTipNeeded(const QString& text, int state);
@@ -53,6 +54,7 @@ class CPlanRevealer : public QObject {
   HostCalls::CCallScope call_;
   QString wanted_;  // code of the plan or group; empty while none is looked for
   bool is_group_ = false;
+  Shown shown_;
   QStringList way_;             // codes of the groups above it, from the root down
   QString awaited_;             // the one of them that is being expanded
   QPersistentModelIndex from_;  // the row that was current when it began

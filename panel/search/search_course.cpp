@@ -14,6 +14,12 @@ bool SearchCourse::Ask(const QString& text, bool typed) {
   return true;
 }
 
+void SearchCourse::AskAgain(const QString& text) {
+  const bool typed = !asked_ || asked_->typed;
+  asked_ = Question{text, typed};
+  failed_ = false;
+}
+
 void SearchCourse::OnFailed() {
   failed_ = failed_ || IsUnderWay();
 }

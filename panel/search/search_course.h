@@ -16,6 +16,8 @@ class SearchCourse {
 
   /// False when the same is being asked already.
   bool Ask(const QString& text, bool typed);
+  /// What was asked may have another answer by now. As typed, unless the user waits for the answer.
+  void AskAgain(const QString& text);
   /// A part of the answer, or all of it, will be missing.
   void OnFailed();
   /// What was answered; none when it does not count, for the search was left meanwhile or was none of these.

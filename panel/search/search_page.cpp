@@ -122,15 +122,23 @@ void CSearchPage::Start() {
 }
 
 void CSearchPage::Repeat() {
-  Ask(field_->hasFocus());  // a field that has it keeps the keyboard
+  const QString text = Text();
+  if (!text.isEmpty()) {
+    course_.AskAgain(text);
+    Send(text);
+  }
 }
 
 void CSearchPage::Ask(bool typed) {
   const QString text = Text();
   if (!text.isEmpty() && course_.Ask(text, typed)) {
-    search_->Start(text);
-    ShowWaiting(true);
+    Send(text);
   }
+}
+
+void CSearchPage::Send(const QString& text) {
+  search_->Start(text);
+  ShowWaiting(true);
 }
 
 void CSearchPage::Cancel() {

@@ -67,6 +67,7 @@ class CSearchPage : public QObject {
  private:
   QString Text() const;
   void Ask(bool typed);
+  void Send(const QString& text);
   void ShowWaiting(bool waiting);
   QStandardItem* MakeRow(const view_plugin_protocol::SearchedPlan& plan, const QString& searched) const;
   void OnFound(const std::list<view_plugin_protocol::SearchedPlan>& plans);

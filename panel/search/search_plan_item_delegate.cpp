@@ -39,7 +39,7 @@ QVector<QTextLayout::FormatRange> MarksIn(const QString& text, const QString& se
   format.setFontWeight(QFont::Bold);
   format.setFontUnderline(true);
   for (const int at : PlacesOf(searched, text, from)) {
-    marks.append({at, searched.size(), format});
+    marks.append({at, int(searched.size()), format});
   }
   return marks;
 }

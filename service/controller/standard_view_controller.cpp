@@ -10,10 +10,10 @@
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_node_ref.h"
+#include "plan_rows.h"
 #include "plan_rules/default_view.h"
 #include "plan_rules/families.h"
 #include "plan_rules/window_content.h"
-#include "row_values.h"
 #include "standard_plan_model.h"
 #include "view_config_manager.h"
 #include "view_model_data_manager.h"
@@ -241,7 +241,11 @@ void CStandardViewController::RestoreDeleted(const RestoreDeletedRequest& reques
         } else {
           showFailure(restored.response.error_info);
         }
-        answer(AnswerOf(restored, request.index_code));
+        std::string code = restored.response.index_code;
+        if (code.empty()) {
+          code = request.index_code;
+        }
+        answer(AnswerOf(restored, code));
       });
 }
 

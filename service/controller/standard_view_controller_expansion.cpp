@@ -12,10 +12,9 @@
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_node_ref.h"
-#include "row_values.h"
+#include "plan_rows.h"
 #include "standard_view_controller.h"
 #include "sub_items.h"
-#include "unanswered_questions.h"
 #include "view_config_manager.h"
 #include "view_model_data_manager.h"
 
@@ -61,9 +60,17 @@ struct CStandardViewController::Expansion {
   CPlanNodeRef node;
   std::string code;
   int type = 0;
-  int fetches = 0;
-  bool is_shown = false;  // what is fetched now was left out
+  FetchCourse course;
   int pause = kFirstPauseMs;
+
+  // After a load the row may be another with the same code, which the user has not opened.
+  bool HasRow() const {
+    const QModelIndex row = node.Resolve();
+    if (course.is_shown) {
+      return CViewModelDataManager::Instance().IsOpened(row);
+    }
+    return row.isValid();
+  }
 };
 
 void CStandardViewController::OnExpandViewTreeItem(const QModelIndex& index) {
@@ -125,9 +132,7 @@ void CStandardViewController::fetchSubItems(const Expansion& expansion) {
 }
 
 void CStandardViewController::takeSubItems(Expansion expansion, const SubItems& items, const RecentChanges& changes) {
-  ++expansion.fetches;
-  const bool has_row = expansion.node.Resolve().isValid();
-  switch (StepAfter(IsOvertaken(items, expansion.code, changes), has_row, expansion.fetches)) {
+  switch (StepAfter(items, IsOvertaken(items, expansion.code, changes), expansion.HasRow(), expansion.course)) {
     case FetchStep::Finish:
       showSubItems(expansion, items);
       break;
@@ -138,24 +143,31 @@ void CStandardViewController::takeSubItems(Expansion expansion, const SubItems& 
       fetchLater(expansion);
       showSubItems(expansion, WhatStillHolds(items, changes));
       break;
+    case FetchStep::AskLater:
+      fetchLater(expansion);
+      break;
+    case FetchStep::Drop:
+      break;
   }
 }
 
 void CStandardViewController::showSubItems(const Expansion& expansion, const SubItems& items) {
-  if (!expansion.is_shown) {
-    finishExpand(expansion.node, items);
-  } else if (items.ok) {
+  if (expansion.course.is_shown) {
     CViewModelDataManager::Instance().ShowLeftOut(expansion.node.Resolve(), items.groups, items.plans);
-  } else if (RepeatsAfter(items.ok, items.error_kind) > 0) {
-    fetchLater(expansion);
+  } else {
+    finishExpand(expansion.node, items);
   }
 }
 
 void CStandardViewController::fetchLater(const Expansion& expansion) {
   Expansion next = expansion;
-  next.is_shown = true;
+  next.course.is_shown = true;
   next.pause = std::min(2 * expansion.pause, kLongestPauseMs);
-  QTimer::singleShot(expansion.pause, this, [this, next] { fetchSubItems(next); });
+  QTimer::singleShot(expansion.pause, this, [this, next] {
+    if (next.HasRow()) {
+      fetchSubItems(next);
+    }
+  });
 }
 
 void CStandardViewController::finishExpand(const CPlanNodeRef& node, const SubItems& items) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
+#include "unanswered_questions.h"
 
 namespace TarnPlanView {
 
@@ -23,11 +24,20 @@ bool HasAny(const QList<Record>& records, const std::unordered_set<std::string>&
                                        [&codes](const Record& record) { return Contains(codes, record.index_code); });
 }
 
+/// Out of the records, too, that were made of the list. A list that nothing is taken out of stays the shared one.
 template <class Record>
-void TakeOut(QList<Record>& records, const std::unordered_set<std::string>& codes) {
-  const auto end = std::remove_if(records.begin(), records.end(),
-                                  [&codes](const Record& record) { return Contains(codes, record.index_code); });
-  records.erase(end, records.end());
+void TakeOut(const std::unordered_set<std::string>& codes, QList<Record>& list, QList<Record>& made_of,
+             QVector<CRowRecord::Ptr>& records) {
+  if (!HasAny(list, codes)) {
+    return;
+  }
+  list.erase(std::remove_if(list.begin(), list.end(),
+                            [&codes](const Record& record) { return Contains(codes, record.index_code); }),
+             list.end());
+  records.erase(std::remove_if(records.begin(), records.end(),
+                               [&codes](const auto& record) { return Contains(codes, record->Code().toStdString()); }),
+                records.end());
+  made_of = list;
 }
 
 }  // namespace
@@ -73,18 +83,34 @@ SubItems WhatStillHolds(const SubItems& items, const RecentChanges& changes) {
   if (changes.everything) {
     rest.groups.groups.clear();
     rest.plans.plans.clear();
+    rest.records = {};
     return rest;
   }
-  TakeOut(rest.groups.groups, changes.groups);
-  TakeOut(rest.plans.plans, changes.plans);
+  TakeOut(changes.groups, rest.groups.groups, rest.records.groups, rest.records.of_groups);
+  TakeOut(changes.plans, rest.plans.plans, rest.records.plans, rest.records.of_plans);
   return rest;
 }
 
-FetchStep StepAfter(bool is_overtaken, bool has_row, int fetches) {
+FetchStep StepAfter(const SubItems& items, bool is_overtaken, bool has_row, FetchCourse& course) {
+  ++course.fetches;
+  if (course.is_shown && !has_row) {
+    return FetchStep::Drop;
+  }
+  if (course.is_shown && !items.ok) {
+    if (!MayRepeat(course.repeats, RepeatsAfter(false, items.error_kind))) {
+      return FetchStep::Drop;
+    }
+    ++course.repeats;
+    return FetchStep::AskLater;
+  }
+  course.repeats = 0;
   if (!is_overtaken || !has_row) {
     return FetchStep::Finish;
   }
-  return fetches < kFetchesAtOnce ? FetchStep::AskAgain : FetchStep::ShowPartly;
+  if (course.fetches < kFetchesAtOnce) {
+    return FetchStep::AskAgain;
+  }
+  return FetchStep::ShowPartly;
 }
 
 }  // namespace TarnPlanView

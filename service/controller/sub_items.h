@@ -30,11 +30,21 @@ SubItems WhatStillHolds(const SubItems& items, const RecentChanges& changes);
 
 /// What becomes of an answer.
 enum class FetchStep {
-  Finish,     // the answer is shown as it is, or why there is none
-  AskAgain,   // at once
-  ShowPartly  // what still holds, and the rest is asked for later: a row does not wait for ever where changes never end
+  Finish,      // the answer is shown as it is, or why there is none
+  AskAgain,    // at once
+  ShowPartly,  // what still holds, and the rest later: a row does not wait for ever where changes never end
+  AskLater,    // nothing is shown: there was no answer
+  Drop         // nothing is shown, and nothing asked for any more
 };
-/// `fetches`: how many were made, this one with it.
-FetchStep StepAfter(bool is_overtaken, bool has_row, int fetches);
+
+/// How far the fetching of one node's children has come.
+struct FetchCourse {
+  bool is_shown = false;  // what is fetched now was left out
+  int fetches = 0;
+  int repeats = 0;  // in succession, for want of an answer
+};
+
+/// Counts the answer in `course`. `has_row`: whether the row is still there, opened where something is shown already.
+FetchStep StepAfter(const SubItems& items, bool is_overtaken, bool has_row, FetchCourse& course);
 
 }  // namespace TarnPlanView

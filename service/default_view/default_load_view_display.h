@@ -43,11 +43,13 @@ class TARNPLANVIEW_EXPORT CDefaultLoadViewDisplay : public QWidget {
 
   /// The default view as it was last read or saved: "-3" for none.
   std::string GetIndexCode() const;
+  /// 16000 for a plan, 16001 for a group, as it was last read or saved.
   int32_t GetResourceType() const;
   /// The host's text after a failed read or save.
   std::string GetResponseText() const;
   /// Whether saving would change the stored default view, or might: before it was read, any chosen row counts.
   bool IsChanged() const;
+  /// The drop-down; owned by the widget. For layouts and tests: choices go through SelectView().
   WidgetKit::CNewLocationComboBox* GetLocationComboBox() const;
 
  Q_SIGNALS:

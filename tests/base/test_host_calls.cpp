@@ -135,9 +135,8 @@ void HostCallsTest::NextUserIsNeverAskedFor() {
       .On(pool)
       .AsCurrentUser()
       .Then(&context, [&](const auto& result) { answer = result; });
-  QString error;
   if (meanwhile == "switch") {
-    QVERIFY(fixture_.Store().LogIn("viewer", &error));
+    QVERIFY(fixture_.Store().LogIn({"viewer"}).IsDone());
   } else if (meanwhile == "fail") {
     Services().Fail("GetCurrentUser", "no answer");
   }

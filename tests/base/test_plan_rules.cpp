@@ -1,14 +1,18 @@
-#include <QRegExpValidator>
 #include <QtTest>
+#include <memory>
+#include <random>
+#include <vector>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "plan_rules/audience.h"
+#include "plan_rules/code_table.h"
 #include "plan_rules/families.h"
 #include "plan_rules/names.h"
 #include "plan_rules/plan_limits.h"
 #include "plan_rules/plan_sign.h"
 #include "plan_rules/rights.h"
 #include "plan_rules/splits.h"
+#include "qt/pattern_validator.h"
 
 using namespace view_plugin_protocol;
 
@@ -26,7 +30,61 @@ class PlanRulesTest : public QObject {
   void Audiences();
   void Rights();
   void SignsOfPlans();
+  void NumbersOfCodes();
+  void TableOfCodesEqualsAPlainList();
 };
+
+void PlanRulesTest::NumbersOfCodes() {
+  const std::pair<const char*, bool> rows[] = {{"0", true},
+                                               {"1", true},
+                                               {"9223372036854775807", true},
+                                               {"9223372036854775808", false},
+                                               {"99999999999999999999", false},
+                                               {"01", false},
+                                               {"-1", false},
+                                               {"", false},
+                                               {"root", false}};
+  for (const auto& [code, is_exact] : rows) {
+    QCOMPARE(NumberOfCode(QString(code)).IsExact(), is_exact);
+    QCOMPARE(NumberOfCode(std::string(code)).IsExact(), is_exact);
+  }
+  QCOMPARE(NumberOfCode(QString("41")).Later(1).value, NumberOfCode(std::string("42")).value);
+}
+
+// Few numbers, so that several stand under each, and tables so small that rows of slots reach past the end.
+void PlanRulesTest::TableOfCodesEqualsAPlainList() {
+  std::mt19937 random(7);
+  std::vector<int> things(3000);
+  for (int round = 0; round < 200; ++round) {
+    CCodeTable<int*> table;
+    std::vector<std::pair<quint64, int*>> list;
+    for (int& thing : things) {
+      const CodeNumber number{random() % 12};
+      if (list.size() > random() % 30) {
+        const auto is_it = [&](const auto& held) { return held.first == number.value; };
+        const auto found = std::find_if(list.begin(), list.end(), is_it);
+        int* const taken = table.Take(number, [](const int*) { return true; });
+        QCOMPARE(taken, found == list.end() ? nullptr : found->second);
+        if (taken) {
+          list.erase(found);
+        }
+      } else {
+        table.Insert(number, &thing);
+        list.emplace_back(number.value, &thing);
+      }
+    }
+    for (quint64 number = 0; number < 12; ++number) {
+      std::vector<int*> seen, wanted;
+      table.ForEach({number}, [&](int* held) { seen.push_back(held); });
+      for (const auto& [other, thing] : list) {
+        if (other == number) {
+          wanted.push_back(thing);
+        }
+      }
+      QVERIFY(seen == wanted);
+    }
+  }
+}
 
 void PlanRulesTest::Names_data() {
   QTest::addColumn<QString>("name");
@@ -50,7 +108,8 @@ void PlanRulesTest::Names() {
   QFETCH(QString, name);
   QTEST(FaultOfName(name), "fault");
   int at = 0;
-  QTEST(QRegExpValidator(QRegExp(TypedNamePattern()), nullptr).validate(name, at) != QValidator::Invalid, "typed");
+  const std::unique_ptr<QValidator> validator(TarnQt::MakePatternValidator(TypedNamePattern(), nullptr));
+  QTEST(validator->validate(name, at) != QValidator::Invalid, "typed");
 }
 
 void PlanRulesTest::Splits() {
@@ -130,6 +189,8 @@ void PlanRulesTest::SignsOfPlans() {
   QCOMPARE(TextOf(SignOf(plan, true)), QString("automatic 19:00-21:05:30, tour, 3 page(s)"));
   plan.end_time = "05:00:00";
   QVERIFY(TextOf(SignOf(plan, true)).startsWith("automatic 19:00-05:00, over midnight: never starts"));
+  plan.end_time = plan.start_time;
+  QVERIFY(TextOf(SignOf(plan, true)).startsWith("automatic 19:00-19:00: never starts"));
   plan.end_time.clear();
   QCOMPARE(TextOf(SignOf(plan, true)), QString("automatic, tour, 3 page(s)"));
   plan.pages.resize(1);

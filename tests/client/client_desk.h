@@ -1,12 +1,17 @@
 #pragma once
 
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QtTest>
 #include <memory>
 
+#include "TarnHost/site_users.h"
 #include "TarnUIDataController/message_tip_manager.h"
 #include "TarnUIDataController/nomal_message_manager.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "hand_clock.h"
+#include "log_in/log_in_dialog.h"
 #include "plan_fixture.h"
 #include "plan_item_role.h"
 #include "plan_view_tree.h"
@@ -40,7 +45,11 @@ class CClientDesk : public QObject {
     TarnClient::CMainWindow::Setup setup;
     setup.user = user;
     setup.station_id = QString::fromStdString(fixture_.Store().StationId());
-    setup.log_in = [this](const QString& name, QString* refusal) { return fixture_.Store().LogIn(name, refusal); };
+    setup.log_in.log_in = [this](const auto& request, const auto& steps) {
+      return fixture_.Store().LogIn(request, steps);
+    };
+    setup.log_in.check_password = [this](const auto& request) { return fixture_.Store().CheckPassword(request); };
+    setup.log_in.has_password = [this](const QString& name) { return fixture_.Store().HasPassword(name); };
     auto clock = std::make_unique<CHandClock>();
     clock_ = clock.get();
     setup.cycle_clock = std::move(clock);
@@ -54,6 +63,32 @@ class CClientDesk : public QObject {
     QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
     WaitForPlans();
   }
+  /// Another user comes, whose plans are still to come.
+  void SwitchUser(const QString& user) {
+    QSignalSpy switched(window_.get(), &TarnClient::CMainWindow::SignalUserSwitched);
+    window_->SwitchUser(user);
+    QTRY_COMPARE(switched.size(), 1);
+  }
+  void SetPassword(const QString& name, const char* password) {
+    TarnHost::SiteUsers site;
+    std::string error;
+    QVERIFY2(fixture_.Store().GetSiteUsers(site, &error), error.c_str());
+    for (const auto& user : site.users) {
+      if (user.name == name) {
+        TarnHost::SiteUserChanges changes;
+        changes.users.push_back({{user, user}, TarnHost::CSecret(password)});
+        QVERIFY2(fixture_.Store().ChangeSiteUsers(changes, &error), error.c_str());
+      }
+    }
+    QTRY_VERIFY(fixture_.Store().HasPassword(name));
+  }
+  TarnClient::CLogInDialog* LogInDialog() const { return window_->findChild<TarnClient::CLogInDialog*>(); }
+  void TypeLogIn(const QString& user, const QString& password) const {
+    LogInDialog()->findChild<QLineEdit*>("log_in_user")->setText(user);
+    LogInDialog()->findChild<QLineEdit*>("log_in_password")->setText(password);
+    LogInDialog()->findChild<QPushButton*>("log_in_confirm_btn")->click();
+  }
+  QString LogInFault() const { return LogInDialog()->findChild<QLabel*>("form_fault")->text(); }
   /// After a switch of user: for those of the new one.
   void WaitForPlans() {
     WaitForRows();
@@ -105,10 +140,12 @@ class CClientDesk : public QObject {
   TarnClient::CUserSettings* settings_ = nullptr;  // of the next Open(); null: nothing is kept
 
  private:
-  // A new user's plans come with the store's notice, so at first all is still as it was for the last user.
+  // A new user's plans come with the store's notice, so at first all is still as it was for the last user; one who was
+  // deleted sees none.
   void FollowSwitches() {
     old_plans_ = false;
-    connect(window_.get(), &TarnClient::CMainWindow::SignalUserSwitched, this, [this] { old_plans_ = true; });
+    connect(window_.get(), &TarnClient::CMainWindow::SignalUserSwitched, this,
+            [this] { old_plans_ = fixture_.Public()->rowCount() > 0; });
     connect(fixture_.Public(), &QAbstractItemModel::rowsRemoved, this,
             [this](const QModelIndex& parent) { old_plans_ = old_plans_ && parent.isValid(); });
   }

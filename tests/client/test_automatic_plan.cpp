@@ -62,7 +62,7 @@ void AutomaticPlanTest::Schedule(const QString& plan, const char* begin, const c
 }
 
 void AutomaticPlanTest::SwitchUser(const char* user) {
-  window_->SwitchUser(user);
+  CClientDesk::SwitchUser(user);
   WaitForPlans();
 }
 

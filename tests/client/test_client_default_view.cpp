@@ -19,6 +19,7 @@ class ClientDefaultViewTest : public TarnTest::CClientDesk {
  private Q_SLOTS:
   void OpensAfterARestart_data();
   void OpensAfterARestart();
+  void GivesWayToWhatTheUserDoes();
   void FailuresSayWhy();
   void SettingsReadAgainWhenPlansCome();
   void GroupsFollowTheirSwitch();
@@ -96,6 +97,21 @@ void ClientDefaultViewTest::OpensAfterARestart() {
   QVERIFY2(Tip().isEmpty(), qPrintable(Tip()));
 }
 
+// Also while what it is, and then the plan itself, is still on its way.
+void ClientDefaultViewTest::GivesWayToWhatTheUserDoes() {
+  Open();
+  Store(16000, Code("Public B plan 2"));
+  for (const char* call : {"GetClientViewConfig", "GetPlanDetail"}) {
+    fixture_.Services().Hold(call);
+    window_->Player().OpenDefaultView();
+    QVERIFY(fixture_.Services().WaitUntilHeld(call));
+    QTest::keyClick(&Wall(), Qt::Key_Escape);
+    fixture_.Services().ReleaseAll();
+    TarnTest::CPlanFixture::Drain();
+    QVERIFY(!Wall().IsPlaying());
+  }
+}
+
 void ClientDefaultViewTest::FailuresSayWhy() {
   Open();
   fixture_.Services().Fail("GetClientViewConfig", "The line is down");
@@ -133,8 +149,7 @@ void ClientDefaultViewTest::SettingsReadAgainWhenPlansCome() {
   window_->OpenSettings();
   CPlanFixture::Drain();
   fixture_.Services().Mend("GetClientViewConfig");
-  QString error;
-  QVERIFY(fixture_.Store().LogIn("operator", &error));  // all plans come again
+  QVERIFY(fixture_.Store().LogIn({"operator"}).IsDone());  // all plans come again
   QTRY_COMPARE(Chooser()->GetLocationComboBox()->CurrentText(), QString("Public B"));
   QVERIFY(!window_->Settings()->findChild<QAbstractButton*>("settings_save_btn")->isEnabled());
 }
@@ -156,7 +171,7 @@ void ClientDefaultViewTest::SettingsCloseWithTheirUser() {
   const auto* first = window_->Settings();
   window_->OpenSettings();
   QCOMPARE(window_->Settings(), first);
-  window_->SwitchUser("viewer");
+  SwitchUser("viewer");
   QTRY_VERIFY(!window_->Settings());
   WaitForPlans();
   window_->OpenSettings();

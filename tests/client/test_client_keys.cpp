@@ -53,7 +53,6 @@ void ClientKeysTest::FirstKeysGoToTheTree() {
   Open({{"load_all", 1}});
   QVERIFY(QTest::qWaitForWindowActive(window_.get()));
   fixture_.Messages().Expect("The line is down");
-  QString error;
   const auto retry = [this]() -> QAbstractButton* {
     for (auto* button : window_->Family(0).Panel()->findChildren<QAbstractButton*>()) {
       if (button->isVisible() && button->text().contains("again", Qt::CaseInsensitive)) {
@@ -67,21 +66,21 @@ void ClientKeysTest::FirstKeysGoToTheTree() {
     // late.
     fixture_.Services().Hold("IsViewResourceDownFinish");
     const QSignalSpy gone(fixture_.Public(), &QAbstractItemModel::rowsRemoved);
-    QVERIFY(fixture_.Store().LogIn("operator", &error));
+    QVERIFY(fixture_.Store().LogIn({"operator"}).IsDone());
     QTRY_VERIFY(!gone.isEmpty());
     fixture_.Services().ReleaseAll();
   } else if (after == "a retry") {
     fixture_.Services().Fail("GetPlanGroups", "The line is down");
-    QVERIFY(fixture_.Store().LogIn("operator", &error));
+    QVERIFY(fixture_.Store().LogIn({"operator"}).IsDone());
     QTRY_VERIFY(retry());
     fixture_.Services().Mend("GetPlanGroups");
     retry()->setFocus();
     QTest::keyClick(retry(), Qt::Key_Space);
   } else if (after == "a log-in") {
-    window_->SwitchUser("viewer");
+    SwitchUser("viewer");
   } else if (after == "a log-in by mouse") {
     window_->findChild<QWidget*>("user_btn")->setFocus();
-    window_->SwitchUser("viewer");
+    SwitchUser("viewer");
   }
   WaitForPlans();
   QTRY_COMPARE(QApplication::focusWidget(), Tree());

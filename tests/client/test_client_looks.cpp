@@ -1,4 +1,5 @@
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QAction>
 #include <QLineEdit>
@@ -14,6 +15,7 @@
 #include "help/help_desk.h"
 #include "messages/message_desk.h"
 #include "screen_reader.h"
+#include "settings/settings_dialog.h"
 
 namespace {
 
@@ -132,6 +134,8 @@ class ClientLooksTest : public TarnTest::CClientDesk {
   QWidget* OpenWindow();
   QWidget* MainWindow() { return window_.get(); }
   QWidget* Settings();
+  QWidget* Cameras();
+  QWidget* CameraForm();
   QWidget* History();
   QWidget* NameEditor();
   QWidget* Question();
@@ -163,6 +167,8 @@ class ClientLooksTest : public TarnTest::CClientDesk {
 const QMap<QString, ClientLooksTest::Opener>& ClientLooksTest::Openers() {
   static const QMap<QString, Opener> openers{{"main window", &ClientLooksTest::MainWindow},
                                              {"settings", &ClientLooksTest::Settings},
+                                             {"cameras", &ClientLooksTest::Cameras},
+                                             {"camera form", &ClientLooksTest::CameraForm},
                                              {"history", &ClientLooksTest::History},
                                              {"name editor", &ClientLooksTest::NameEditor},
                                              {"question", &ClientLooksTest::Question},
@@ -211,6 +217,19 @@ QWidget* ClientLooksTest::OpenWindow() {
 QWidget* ClientLooksTest::Settings() {
   window_->OpenSettings();
   return window_->findChild<QWidget*>("settings_dialog");
+}
+
+QWidget* ClientLooksTest::Cameras() {
+  QWidget* settings = Settings();
+  window_->Settings()->OpenCameras();
+  auto* list = settings->findChild<QAbstractItemView*>("site_list");
+  return QTest::qWaitFor([list] { return list && list->isVisible(); }) ? settings : nullptr;
+}
+
+QWidget* ClientLooksTest::CameraForm() {
+  QWidget* settings = Cameras();
+  settings->findChild<QAbstractButton*>("site_add_camera_btn")->click();
+  return settings->findChild<QWidget*>("camera_form");
 }
 
 QWidget* ClientLooksTest::History() {

@@ -12,7 +12,7 @@
 
 namespace {
 
-enum Answer { KeepEditing = 0, SaveFirst = 1 };  // as the question's buttons stand
+enum Answer { KeepEditing = 0, SaveFirst = 1, ThrowAway = 2 };  // as the question's buttons stand
 
 }  // namespace
 
@@ -25,7 +25,11 @@ class ClientPlanEditorTest : public TarnTest::CClientDesk {
   void WallSavesAndPlaysWhatTheEditorLeaves();
   void ClosingAsksAndSavesFirst();
   void ClosingAsksAboutThePlayedPlanFirst();
+  void FailedSaveKeepsTheWindow();
+  void CancelledCloseLeavesWhatWaits();
   void SwitchOfUserAsks();
+  void EditsOutlastARefusedSwitch();
+  void DeskStaysLockedWhileItAsks();
   void WallTakesTheNewestVersion();
   void FitsTheLeastWindow_data();
   void FitsTheLeastWindow();
@@ -42,12 +46,14 @@ class ClientPlanEditorTest : public TarnTest::CClientDesk {
     questions_ = 0;
     TarnHost::SetModalAnswer([this, answer](const TarnHost::ModalQuestion&) {
       ++questions_;
+      was_locked_ = window_->IsDeskLocked();
       return answer;
     });
   }
   static void PressCtrl(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key, Qt::ControlModifier); }
 
   int questions_ = 0;
+  bool was_locked_ = false;  // at the last of them
 };
 
 void ClientPlanEditorTest::Edit(const QString& plan) {
@@ -160,19 +166,111 @@ void ClientPlanEditorTest::ClosingAsksAboutThePlayedPlanFirst() {
   QVERIFY(Row("Not yet").isValid());
 }
 
+void ClientPlanEditorTest::FailedSaveKeepsTheWindow() {
+  Open();
+  Edit("Public A plan 10");
+  Name()->setText("Not yet");
+  fixture_.Services().Fail("UpdatePlan", "The store is away");
+  Answer(SaveFirst);
+  QVERIFY(!window_->close());
+  QTRY_COMPARE(Tip(), QString("The store is away"));
+  QTRY_VERIFY(Editor()->findChild<QWidget*>("save_plan_btn")->isEnabled());
+  QVERIFY(window_->isVisible() && IsEditing());
+  QCOMPARE(Name()->text(), QString("Not yet"));
+
+  // Saved later for its own sake it leaves the window open.
+  fixture_.Services().Mend("UpdatePlan");
+  PressCtrl(Qt::Key_S);
+  QTRY_VERIFY(Row("Not yet").isValid());
+  QTRY_VERIFY(!IsEditing());
+  TarnTest::CPlanFixture::Drain();
+  QVERIFY(window_->isVisible());
+}
+
+// A switch of user waits for the save; a close that the user takes back must not take its turn.
+void ClientPlanEditorTest::CancelledCloseLeavesWhatWaits() {
+  Open();
+  Play("Public A plan 2");
+  Edit("Public A plan 10");
+  Name()->setText("Not yet");
+  fixture_.Services().Hold("UpdatePlan");
+  Answer(SaveFirst);
+  window_->SwitchUser("viewer");
+  QTRY_COMPARE(questions_, 1);
+  QVERIFY(fixture_.Services().WaitUntilHeld("UpdatePlan"));
+  Answer(KeepEditing);  // Cancel, of the question about what plays
+  QVERIFY(!window_->close());
+  QCOMPARE(questions_, 1);
+  fixture_.Services().ReleaseAll();
+  QTRY_COMPARE(window_->User(), QString("viewer"));
+  TarnTest::CPlanFixture::Drain();
+  QVERIFY(window_->isVisible());
+}
+
 void ClientPlanEditorTest::SwitchOfUserAsks() {
   Open();
   Edit("Own C plan 2");
   Name()->setText("Mine");
+  Answer(KeepEditing);
+  window_->SwitchUser("viewer");
+  QTRY_COMPARE(questions_, 1);
+  QCOMPARE(window_->User(), QString("operator"));
+  QVERIFY(IsEditing());
+
   Answer(SaveFirst);
   window_->SwitchUser("viewer");
   QTRY_COMPARE(window_->User(), QString("viewer"));
   QCOMPARE(questions_, 1);
   QVERIFY(!IsEditing());
   QTRY_VERIFY(Row("Plans").isValid());
-  QString error;
-  QVERIFY(fixture_.Store().LogIn("operator", &error));
+  QVERIFY(fixture_.Store().LogIn({"operator"}).IsDone());
   QTRY_VERIFY(Row("Mine", 1).isValid());
+}
+
+// The password comes first: what is edited is asked about when that was right, and goes for nothing else.
+void ClientPlanEditorTest::EditsOutlastARefusedSwitch() {
+  Open();
+  SetPassword("viewer", "gate 7");
+  Edit("Own C plan 2");
+  Name()->setText("Mine");
+  Answer(KeepEditing);
+  const auto is_as_it_was = [this] { return IsEditing() && Name()->text() == "Mine" && window_->User() == "operator"; };
+  window_->SwitchUser("viewer");
+  TypeLogIn("viewer", "gate 8");
+  QTRY_VERIFY(!LogInFault().isEmpty());
+  LogInDialog()->reject();
+  QTRY_VERIFY(!LogInDialog());
+  QVERIFY(questions_ == 0 && is_as_it_was());
+  window_->SwitchUser("viewer");
+  TypeLogIn("viewer", "gate 7");
+  QTRY_COMPARE(questions_, 1);
+  QTRY_VERIFY(!LogInDialog());
+  QVERIFY(is_as_it_was());
+  Answer(ThrowAway);
+  window_->SwitchUser("viewer");
+  TypeLogIn("viewer", "gate 7");
+  QTRY_COMPARE(window_->User(), QString("viewer"));
+  QVERIFY(questions_ == 1 && !IsEditing());
+  WaitForPlans();
+}
+
+void ClientPlanEditorTest::DeskStaysLockedWhileItAsks() {
+  Open();
+  Edit("Own C plan 2");
+  Name()->setText("Mine");
+  window_->LockDesk();
+  window_->UnlockDesk();
+  Answer(KeepEditing);
+  TypeLogIn("viewer", QString());
+  QTRY_COMPARE(questions_, 1);
+  QTRY_VERIFY(!LogInDialog());
+  QVERIFY(was_locked_ && window_->IsDeskLocked() && IsEditing());
+  QCOMPARE(window_->User(), QString("operator"));
+  window_->UnlockDesk();
+  TypeLogIn("operator", QString());
+  QTRY_VERIFY(!window_->IsDeskLocked());
+  QCOMPARE(Name()->text(), QString("Mine"));
+  Answer(ThrowAway);
 }
 
 // What was saved comes onto the wall, also when it cannot be read at once, but never after what was saved later.

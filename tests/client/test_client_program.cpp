@@ -25,6 +25,7 @@ constexpr int kLongestRun = 32;  // seconds
 // A small site: two public groups below each other, an own group, and a plan whose first page stays for a second.
 PlanSite Site() {
   PlanSite site;
+  site.is_pretended = true;  // so that its windows have pictures
   site.users = {{"operator", {5, 6, 7}}, {"guard", {}}};
   site.regions = {{"Yard", -1}};
   for (const char* name : {"Gate", "Door", "Roof", "Hall"}) {
@@ -55,9 +56,10 @@ class ClientProgramTest : public QObject {
   void PlaysAndTurnsThePage_data();
   void PlaysAndTurnsThePage();
   void ShowsAWaitPageDuringTheDownload();
-  void HelpNeedsNoDisplay();
+  void HelpAndVersionsNeedNoDisplay();
   void SaysWhatTheMachineLacks();
   void TakesAFactorAsItIs();
+  void AdministersUsersWithoutADisplay();
   void LooksAfterTheStoreWithoutADisplay();
 
  private:
@@ -68,7 +70,7 @@ class ClientProgramTest : public QObject {
     options.first_content = &Site;
     QString error;
     auto store = CPlanStore::Open(options, &error);
-    return store && store->LogIn("operator", &error) ? store : nullptr;
+    return store && store->LogIn({"operator"}).IsDone() ? store : nullptr;
   }
   QStringList Quiet(const QStringList& arguments) const {
     return QStringList{"--store", StoreUrl(), "--set", "timed_play=0"} + arguments;
@@ -255,16 +257,59 @@ void ClientProgramTest::TakesAFactorAsItIs() {
   QCOMPARE(QImage(picture).width(), 1512);  // of the least width, since this platform's screen is small
 }
 
-void ClientProgramTest::HelpNeedsNoDisplay() {
+void ClientProgramTest::HelpAndVersionsNeedNoDisplay() {
   CClientRun run(home_->path(), {"--help"}, {{"DISPLAY", QString()}, {"QT_QPA_PLATFORM", "xcb"}});
   QVERIFY(run.WaitForEnd());
   QCOMPARE(run.ExitCode(), 0);
   const QString help = run.Output().join('\n');
   for (const char* option :
-       {"--store", "--user", "--skin", "--lang", "--set", "--play", "--scene", "--screenshot", "--quit-after",
-        "--delay", "--log", "--demo", "--check", "--backup", "--limit", "--user-group"}) {
+       {"--store",      "--user",       "--skin",    "--lang",  "--set",        "--play",       "--scene",
+        "--screenshot", "--quit-after", "--delay",   "--log",   "--demo",       "--check",      "--backup",
+        "--export",     "--import",     "--dry-run", "--limit", "--user-group", "--cameras-at", "--devices-at"}) {
     QVERIFY2(help.contains(option), option);
   }
+  CClientRun versions(home_->path(), {"--version"}, {{"DISPLAY", QString()}, {"QT_QPA_PLATFORM", "xcb"}});
+  QVERIFY(versions.WaitForEnd());
+  QCOMPARE(versions.ExitCode(), 0);
+  const QRegularExpression each(
+      "^tarn-client (\\d+)(\\.\\d+)+\nlibTarnPlanView \\1\\S+, interface \\d+\nlibTarnHost \\1\\S+\n"
+      "store layout \\d+\nQt \\d\\S+ \\(built with \\S+\\)$");
+  QVERIFY2(each.match(versions.Output().join('\n')).hasMatch(), qPrintable(versions.Output().join('\n')));
+}
+
+// Nothing that is listed by the system or written by the client has the password.
+void ClientProgramTest::AdministersUsersWithoutADisplay() {
+  const auto run = [this](const QStringList& words, int exit_code, const QString& said, const QString& password = {}) {
+    CClientRun client(home_->path(), QStringList{"--store", StoreUrl(), "--admin"} + words,
+                      {{"QT_QPA_PLATFORM", "no such display"}, {"TARN_PASSWORD", password}});
+    if (exit_code == 2) {
+      return VerifyRefusal(client, {said});
+    }
+    QVERIFY2(client.WaitForEnd() && client.ExitCode() == 0, qPrintable(client.Errors()));
+    QCOMPARE(client.Output().join('\n'), said);
+  };
+  run({"add-user", "Weber", "edit,add"}, 0, QString(), "open sesame");
+  run({"add-user", "Weber"}, 2, "already a user");
+  run({"set-rights", "guard", "fly"}, 2, "no right \"fly\"");
+  run({"set-password", "guard"}, 2, "--password-fd");
+  run({"delete-user"}, 2, "delete-user NAME");
+  run({"sing"}, 2, "--admin help");
+  run({"add-user-group", "Owls"}, 0, QString());
+  run({"set-members", "Owls", "guard,Weber"}, 0, QString());
+  run({"user-groups"}, 0, "Owls\tguard,Weber");
+  run({"limit", "Outer/Inner", "Owls"}, 0, QString());
+  run({"delete-user-group", "Owls"}, 2, "still limits");
+  run({"delete-user", "guard"}, 0, QString());
+  run({"rename-user", "Weber", "Weber B"}, 0, QString());
+  run({"users"}, 0, "operator\tadd,edit,delete\tno password\t\nWeber B\tadd,edit\tpassword\tOwls");
+  // A start that shows no one anything to type in needs the password from elsewhere.
+  const QStringList start = Quiet({"--user", "Weber B", "--quit-after", "1"});
+  CClientRun without(home_->path(), start), wrong(home_->path(), start, {{"TARN_PASSWORD", "sesame"}});
+  VerifyRefusal(without, {"--password-fd"});
+  VerifyRefusal(wrong, {"wrong"});
+  CClientRun right(home_->path(), start, {{"TARN_PASSWORD", "open sesame"}});
+  VerifyQuietEnd(right);
+  QVERIFY(!right.Log().contains("sesame"));
 }
 
 void ClientProgramTest::LooksAfterTheStoreWithoutADisplay() {
@@ -284,7 +329,15 @@ void ClientProgramTest::LooksAfterTheStoreWithoutADisplay() {
   run({"--store", StoreUrl(), "--user-group", "Guards=guard"}, 0, "User group \"Guards\" has: guard.");
   run({"--store", StoreUrl(), "--limit", "Outer/Inner=Guards, Nurses"}, 2, "no user group \"Nurses\"");
   run({"--store", StoreUrl(), "--limit", "Outer/Inner = Guards"}, 0, "is limited to: Guards.");
+  run({"--store", StoreUrl(), "--limit", "Outer/Inner=,"}, 2, "a name is missing");
   run({"--store", StoreUrl(), "--limit", "Outer/Inner"}, 0, "is limited to: Guards.");
+  const QString site = home_->filePath("site.json");
+  run({"--store", StoreUrl(), "--export", site}, 0, "3 groups and 1 plans were written to");
+  run({"--store", StoreUrl(), "--export", site}, 2, "exists already");
+  run({"--store", "sqlite:" + copy, "--import", site, "--dry-run"}, 0, "Taken: User group \"Guards\"");
+  run({"--store", "sqlite:" + copy, "--import", site}, 0, "Changed: Group \"Inner\"");
+  run({"--store", "sqlite:" + copy, "--import", site}, 0, "Taken: 0, changed: 0");
+  run({"--store", "sqlite:" + copy, "--dry-run"}, 2, "--dry-run goes with --import");
   run({"--store", "sqlite:" + home_->filePath("none"), "--check"}, 2, "cannot be read");
   QVERIFY(!QFile::exists(home_->filePath("none")));
   QFile file(copy);

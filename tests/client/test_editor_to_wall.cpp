@@ -1,10 +1,12 @@
 #include <QImage>
 #include <QLabel>
 #include <QtTest>
+#include <set>
 #include <tuple>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "page_picture.h"
+#include "pictures/test_picture_source.h"
 #include "plan_document.h"
 #include "plan_rules/window_content.h"
 #include "plan_test.h"
@@ -13,7 +15,6 @@
 #include "wall/live_wall.h"
 #include "wall/page_clock.h"
 #include "wall/same_pages.h"
-#include "wall/test_picture_source.h"
 #include "wall/wall_window.h"
 #include "window_text.h"
 
@@ -26,17 +27,15 @@ using TarnPlanView::CWindowText;
 
 namespace {
 
-/// A source that knows what the wall asked it to show.
-class AskedSource : public TarnClient::CTestPictureSource {
- public:
-  explicit AskedSource(const PlanWindow& window, std::string* asked) : CTestPictureSource(window) {
-    *asked += InWords(window);
-  }
-  static std::string InWords(const PlanWindow& window) {
-    return " " + std::to_string(window.window_no) + ":" + window.resource_code + "," + window.resource_name + "," +
-           std::to_string(window.stream_type) + "," + std::to_string(window.preset_no);
-  }
-};
+std::string InWords(const PlanWindow& window) {
+  return " " + std::to_string(window.window_no) + ":" + window.resource_code + "," + window.resource_name + "," +
+         std::to_string(window.stream_type) + "," + std::to_string(window.preset_no);
+}
+
+/// What a source of pictures depends on.
+std::string StreamOf(const PlanWindow& window) {
+  return window.resource_code + "," + std::to_string(window.stream_type);
+}
 
 /// A page as the editor shows it.
 std::string InEditor(const CPlanDocument& document, int page) {
@@ -45,7 +44,7 @@ std::string InEditor(const CPlanDocument& document, int page) {
   for (int no = 1; no <= WindowsOfSplit(shown.split_type); ++no) {
     const PlanWindow* window = document.Draft().Window(page, no);
     if (IsCamera(window)) {
-      words += AskedSource::InWords(*window);
+      words += InWords(*window);
     }
   }
   return words;
@@ -72,26 +71,30 @@ std::list<PlanWindow> Named(const QString& name) {
 /// Plays plans and says page by page what is to be seen.
 class Wall {
  public:
-  Wall() : wall_([this](const PlanWindow& window) { return std::make_unique<AskedSource>(window, &asked_); }) {
+  Wall()
+      : wall_(std::make_shared<TarnClient::CReadyPictureSupply>([this](const PlanWindow& window) {
+          opened_.insert(StreamOf(window));
+          return TarnClient::CTestPictureSource::Make(window);
+        })) {
     wall_.resize(800, 600);
     wall_.show();
   }
   void Play(const GetPlanDetailResponse& plan) {
-    asked_.clear();
+    wall_.Stop();
+    opened_.clear();
     wall_.Play(plan);
   }
-  void Turn() {
-    asked_.clear();
-    wall_.Turn(1);
-  }
+  void Turn() { wall_.Turn(1); }
   std::string Page() const {
-    int windows = 0, cameras = 0;
+    int windows = 0;
+    std::string shown;
     for (const auto* window : wall_.findChildren<CWallWindow*>()) {
       windows += window->isVisible() ? 1 : 0;
-      cameras += window->IsEmpty() ? 0 : 1;
+      if (!window->IsEmpty()) {
+        shown += InWords(window->Content()) + (opened_.count(StreamOf(window->Content())) ? "" : " without a source");
+      }
     }
-    return std::to_string(windows) + " windows" + (cameras == wall_.Windows().size() ? "" : " of the last page") +
-           asked_;
+    return std::to_string(windows) + " windows" + shown;
   }
   int Number() const { return wall_.PageNumber(); }
   QString Time() const {
@@ -100,7 +103,7 @@ class Wall {
   }
 
  private:
-  std::string asked_;
+  std::set<std::string> opened_;
   CLiveWall wall_;
 };
 
@@ -191,7 +194,7 @@ void EditorToWallTest::EveryKindOfContent() {
   QCOMPARE(document.Draft().FilledWindows(), filled ? 1 : 0);
   Wall wall;
   wall.Play(plan);
-  QCOMPARE(wall.Page(), std::string("4 windows") + (plays ? AskedSource::InWords(window) : ""));
+  QCOMPARE(wall.Page(), std::string("4 windows") + (plays ? InWords(window) : ""));
   QCOMPARE(TarnClient::HoldsSomething(page), filled);
   TarnPlanView::CStandardViewController controller(fixture_.Public());
   QCOMPARE(controller.IsExceedAddLimit(std::list<PlanPage>(kMaxFilledWindows, page)), false);

@@ -8,24 +8,26 @@
 #include "MarUIControl/label.h"
 #include "TarnUIDataController/skin_loader.h"
 #include "hand_clock.h"
+#include "pictures/test_picture_source.h"
 #include "plan_records.h"
 #include "screen_reader.h"
 #include "wall/bar_overflow.h"
 #include "wall/live_wall.h"
 #include "wall/same_pages.h"
 #include "wall/steady_width.h"
-#include "wall/test_picture_source.h"
 #include "wall/turn_time.h"
 #include "wall/wall_bar.h"
 #include "wall/wall_clock.h"
 #include "wall/wall_window.h"
 
 using TarnClient::CLiveWall;
+using TarnClient::CReadyPictureSupply;
 using TarnClient::CTestPictureSource;
 using TarnClient::CTurnTime;
 using TarnClient::CWallClock;
 using TarnClient::CWallWindow;
-using TarnClient::IPictureSource;
+using TarnClient::PictureState;
+using TarnClient::PictureStatus;
 using TarnTest::CHandClock;
 using view_plugin_protocol::GetPlanDetailResponse;
 using view_plugin_protocol::PlanPage;
@@ -111,7 +113,6 @@ class LiveWallTest : public QObject {
   void HoldStopsTheTurn();
   void OddPlansAreHarmless();
   void PicturesMoveAndRestWhenHidden();
-  void ALostCameraLooksLost();
   void ACameraThatIsOfflineHasNoPictures();
   void NamesInToolTipsAreNoMarkup();
 
@@ -133,7 +134,8 @@ class LiveWallTest : public QObject {
 
 void LiveWallTest::init() {
   tarn_ui_data_controller::CSkinLoader::Instance().LoadSkin("redblack");
-  wall_ = std::make_unique<CLiveWall>([](const PlanWindow& window) { return std::make_unique<CountedSource>(window); });
+  wall_ = std::make_unique<CLiveWall>(std::make_shared<CReadyPictureSupply>(
+      [](const PlanWindow& window) { return std::make_unique<CountedSource>(window); }));
   wall_->resize(800, 600);
   wall_->show();
   QVERIFY(QTest::qWaitForWindowExposed(wall_.get()));
@@ -410,7 +412,8 @@ void LiveWallTest::AChangedPlanKeepsItsTurn() {
 
 void LiveWallTest::HoldStopsTheTurn() {
   auto* turn = new CHandClock;
-  CLiveWall wall(&CTestPictureSource::Make, nullptr, std::unique_ptr<CHandClock>(turn));
+  CLiveWall wall(std::make_shared<CReadyPictureSupply>(&CTestPictureSource::Make), nullptr,
+                 std::unique_ptr<CHandClock>(turn));
   wall.show();
   const auto text = [&wall](const char* name) { return wall.findChild<QLabel*>(name)->text(); };
   const auto shown = [&wall](const char* name) { return wall.findChild<QWidget*>(name)->isVisible(); };
@@ -464,7 +467,7 @@ void LiveWallTest::PicturesMoveAndRestWhenHidden() {
   QTRY_VERIFY(frames() >= 5);
   wall_->hide();
   const qint64 at_hiding = frames();
-  CLiveWall other(&CTestPictureSource::Make);
+  CLiveWall other(std::make_shared<CReadyPictureSupply>(&CTestPictureSource::Make));
   other.resize(300, 200);
   other.show();
   other.Play(Plan("q", {Page(1, 1, 5, {"b"})}));
@@ -474,46 +477,22 @@ void LiveWallTest::PicturesMoveAndRestWhenHidden() {
   QTRY_VERIFY(frames() > at_hiding);
 }
 
-// Its last picture does not pass for a live one.
-void LiveWallTest::ALostCameraLooksLost() {
-  class FrozenSource : public CTestPictureSource {
-   public:
-    FrozenSource(const PlanWindow& window, const State& state) : CTestPictureSource(window), state_(state) {
-      picture_.fill(Qt::red);
-    }
-    State GetState() const override { return state_; }
-    QImage LatestPicture(const QSize&) override { return picture_; }
-
-   private:
-    const State& state_;
-    QImage picture_{8, 8, QImage::Format_RGB32};
-  };
-  IPictureSource::State state = IPictureSource::State::Live;
-  TarnClient::CWallWindow window(1, nullptr);
-  window.resize(200, 150);
-  window.Show("a", std::make_unique<FrozenSource>(TarnTest::Window(1, "1"), state));
-  const QRect below_the_bar(0, 60, 200, 90);
-  const QImage live = window.grab(below_the_bar).toImage();
-  state = IPictureSource::State::Lost;
-  QVERIFY(window.grab(below_the_bar).toImage() != live);
-}
-
 void LiveWallTest::ACameraThatIsOfflineHasNoPictures() {
   bool online = false;
-  CLiveWall wall([&online](const auto& window) {
+  CLiveWall wall(std::make_shared<CReadyPictureSupply>([&online](const auto& window) {
     return std::make_unique<CTestPictureSource>(window, [&online] { return online; });
-  });
+  }));
   wall.resize(wall_->size());
   wall.show();
   wall.Play(Plan("p", {Page(1, 1, 5, {"Gate"})}));
   const auto picture = [&wall] { return wall.findChild<TarnClient::CWallWindow*>()->grab().toImage(); };
-  QTRY_COMPARE(wall.Windows().value(0).state, QString("lost"));
+  QTRY_COMPARE(wall.Windows().value(0).state, QString("offline"));
   QVERIFY(!picture().isNull());
   QCOMPARE(wall.Windows().value(0).frames, qint64(0));
   online = true;
   QTRY_VERIFY(wall.Windows().value(0).state == "live" && wall.Windows().value(0).frames > 0);
   online = false;
-  QCOMPARE(wall.Windows().value(0).state, QString("lost"));
+  QCOMPARE(wall.Windows().value(0).state, QString("offline"));
 }
 
 void LiveWallTest::NamesInToolTipsAreNoMarkup() {

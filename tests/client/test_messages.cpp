@@ -117,7 +117,7 @@ void MessagesTest::PageShowsCopiesAndClears() {
   QVERIFY(!window_->Messages().Page()->isMinimized());
   Refuse();
   QVERIFY(!Tip().isEmpty());
-  window_->SwitchUser("viewer");
+  SwitchUser("viewer");
   QVERIFY2(!Tip().startsWith("Not saved"), qPrintable(Tip()));
   for (int row = 0; row < window_->Messages().Log().rowCount(); ++row) {
     const QString text = window_->Messages().Log().index(row, CMessageLog::Text).data().toString();

@@ -4,6 +4,7 @@
 #include <QtTest>
 
 #include "client_desk.h"
+#include "wall/drag_payload.h"
 #include "wall/plan_drop.h"
 
 using TarnClient::PlanDrop;
@@ -72,7 +73,7 @@ void PlanDropTest::RefusesWhatIsNoPlan() {
   QFETCH(bool, taken);
   QMimeData data;
   data.setData(kFormat, payload);
-  const auto drop = PlanDrop::Read(&data, "here");
+  const auto drop = PlanDrop::Read(TarnClient::SourcesOfDrag(&data), "here");
   QCOMPARE(drop.has_value(), taken);
   QVERIFY(!drop || drop->code == "7");
 }

@@ -26,7 +26,8 @@ class PlanSavingTest : public TarnTest::CClientDesk {
   void SavingOverAPlanKeepsWhatTheWallDoesNotShow();
   void SavesOnceWhateverElseIsSaid();
   void RefusesToSaveOverAnotherUsersPages();
-  void SavesTheWallAsANewPlan();
+  void SavesTheWallAsNewPlan();
+  void SavesNothingInTheNextUsersName();
 
  private:
   void Update(const UpdatePlanRequest& request) { QCOMPARE(fixture_.InStore().Update(request), QString()); }
@@ -167,7 +168,7 @@ void PlanSavingTest::RefusesToSaveOverAnotherUsersPages() {
   QTRY_VERIFY(!Stored("Public A plan 10").thumbnail.empty());
 }
 
-void PlanSavingTest::SavesTheWallAsANewPlan() {
+void PlanSavingTest::SavesTheWallAsNewPlan() {
   Open();
   Play("Public A plan 2");
   QTest::keyClick(window_.get(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
@@ -199,13 +200,28 @@ void PlanSavingTest::SavesTheWallAsANewPlan() {
   held.acquire();
   ForgetTips();
   dialog->findChild<QAbstractButton*>("save_button_")->click();
-  window_->SwitchUser("viewer");
+  SwitchUser("viewer");
   const QString tip = Tip();
   released.release();
   CPlanFixture::Drain();
   pool->setMaxThreadCount(threads);
   QCOMPARE(fixture_.Services().Count("AddPlan"), 1);
   QVERIFY2(tip.contains("user was switched"), qPrintable(tip));
+}
+
+void PlanSavingTest::SavesNothingInTheNextUsersName() {
+  Open();
+  Play("Public A plan 2");
+  fixture_.Services().Hold("GetPlanDetail");
+  window_->Save();
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanDetail"));
+  SwitchUser("viewer");
+  QVERIFY2(Tip().contains("user was switched"), qPrintable(Tip()));
+  fixture_.Services().ReleaseAll();
+  window_->Player().Play(Code("Public A plan 2"));
+  WaitForPlans();
+  QTRY_COMPARE(Wall().PlanName(), QString("Public A plan 2"));
+  QCOMPARE(fixture_.Services().Count("UpdatePlan"), 0);
 }
 
 QTEST_MAIN(PlanSavingTest)

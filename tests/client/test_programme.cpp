@@ -43,6 +43,10 @@ ProgrammeEvent Unknown(int32_t kind = view_plugin_protocol::Unavailable) {
 ProgrammeEvent Timed(const std::string& code, const std::string& end = "10:00:00") {
   return TimedPlanBegins{PlanOf(code, end)};
 }
+const ProgrammeEvent kArranged = WallArranged{true}, kNotArranged = WallArranged{false};
+ProgrammeEvent Back(const CArrangement& arrangement) {
+  return ArrangementWanted{arrangement, {2, true}};
+}
 ProgrammeEvent Cycle(bool may_cycle = true) {
   return GroupWanted{{"G", "Gates", 20, may_cycle}};
 }
@@ -91,6 +95,9 @@ struct Words {
   QString operator()(const Commands::ShowPlan& c) const {
     const QString page = c.place.page > 1 ? QString(" page %1").arg(c.place.page) : QString();
     return "show " + Text(c.plan.index_code) + " " + Name(c.by) + page + QString(c.place.is_held ? " held" : "");
+  }
+  QString operator()(const Commands::ShowArrangement& c) const {
+    return "back " + Text(c.arrangement.PlanAsFetched().index_code) + QString(" page %1").arg(c.place.page);
   }
   QString operator()(const Commands::EmptyWall&) const { return "empty"; }
   QString operator()(const Commands::FetchTurn& c) const { return QString("turn %1").arg(c.step); }
@@ -204,6 +211,27 @@ void ProgrammeTest::Decides_data() {
   row("another timed one at the end", {Timed("T"), ends, Timed("U")}, "show U timed", "U timed");
   row("another user's", {Timed("T"), user}, "no wait forget empty", "");
 
+  // What the user has arranged himself.
+  const Happened d_arranged = {open, plan_d, Came("D"), kArranged};
+  row("cameras keep a timed plan away", {kArranged, Timed("T")}, "", "");
+  row("a changed plan does, too", d_arranged + Happened{Timed("T")}, "", "D default");
+  row("until it is saved", d_arranged + Happened{kNotArranged, Timed("T")}, "show T timed watch", "T timed");
+  row("and stays when its own time is over", {Timed("T"), kArranged, ends}, "look", "T user");
+  row("which keeps the next one away", {Timed("T"), kArranged, ends, Timed("U")}, "", "T user");
+  row("nor the one in doubt comes", {user, Timed("O"), kArranged, Seen()}, "no watch", "");
+  row("nor what was to open", {open, plan_d, kArranged, Came("D")}, "", "");
+  row("nor its group", {open, DefaultGroup(), kArranged, Turn("1")}, "", "");
+  row("nor what is known later", {open, kArranged, plan_d}, "", "");
+  row("nor what is tried again", {open, unknown, kArranged, due}, "", "");
+  row("nor what was deleted", {Want("A"), Came("A"), StopWanted{{}, false}, kArranged, PlanIsBack{"A"}}, "", "");
+  row("but what he wants", {kArranged, Want("A"), Came("A")}, "show A user", "A user");
+  row("a changed turn goes on", {Cycle(), Turn("1"), kArranged, next, Turn("2")}, "show 2 cycle stays 20 s", "2 cycle");
+  row("back", {Want("A"), Came("A"), Want("B"), Back(CArrangement(PlanOf("C")))}, "back C page 2", "C user");
+  row("which nothing overtakes", {Want("B"), Back(CArrangement(PlanOf("C"))), Came("B")}, "", "C user");
+  row("back over a cycle", {Cycle(), Turn("1"), Back(CArrangement(PlanOf("C")))}, "drop turn end turns back C page 2",
+      "C user");
+  row("cameras back", {Want("A"), Came("A"), Back(CArrangement::WithoutPlan())}, "back  page 2", "");
+
   // What opens at the start.
   row("default view", {open, plan_d}, "fetch D", "");
   row("default plan", {open, plan_d, Came("D")}, "show D default", "D default");
@@ -303,7 +331,14 @@ void ProgrammeTest::Decides_data() {
   row("in place of a group", a_stopped + Happened{Cycle(), again}, "drop turn end turns fetch A", "");
   row("nor once one plays", a_stopped + Happened{Timed("T"), ends, again}, "", "");
   row("not for another user", a_stopped + Happened{user, again}, "", "");
-  row("not one that goes", {Want("A"), Came("A"), StopWanted{{}, false}, again}, "", "");
+  const Happened a_deleted = {Want("A"), Came("A"), StopWanted{{2, true}, false}};
+  row("not one that goes", a_deleted + Happened{again}, "", "");
+  row("unless it comes back", a_deleted + Happened{PlanIsBack{"A"}, Came("A")}, "show A user page 2 held", "A user");
+  row("another that does", a_deleted + Happened{PlanIsBack{"B"}}, "", "");
+  row("over what is wanted by then", a_deleted + Happened{Want("B"), PlanIsBack{"A"}, Came("B")}, "show B user",
+      "B user");
+  row("and what played since", a_deleted + Happened{Want("B"), Came("B"), stop, PlanIsBack{"A"}}, "", "");
+  row("for another user", a_deleted + Happened{user, PlanIsBack{"A"}}, "", "");
   row("not what was only wanted", {Want("A"), stop, again}, "", "");
   row("stopped twice", a_stopped + Happened{stop, again}, "fetch A", "");
   row("the one on the wall, not the one awaited", {Want("A"), Came("A"), Want("B"), stop, again}, "fetch A", "");

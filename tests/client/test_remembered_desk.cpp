@@ -33,6 +33,7 @@ class RememberedDeskTest : public TarnTest::CClientDesk {
   void AWindowOpensOnAScreen();
   void ComesBackAfterARestart_data();
   void ComesBackAfterARestart();
+  void TheWholeScreenComesBack();
   void EachUserHasHisOwn();
   void OpensWhatWasChosen_data();
   void OpensWhatWasChosen();
@@ -155,6 +156,20 @@ void RememberedDeskTest::ComesBackAfterARestart() {
   QTRY_VERIFY(Row("A1").isValid() && Tree()->isExpanded(Row("A1")));
 }
 
+void RememberedDeskTest::TheWholeScreenComesBack() {
+  OpenAgain();
+  const QSize before = window_->size();
+  const int side = Splitter()->sizes().value(0);
+  window_->ShowWallAlone(true);
+  OpenAgain();
+  QVERIFY(window_->isFullScreen() && !Tabs()->isVisible());
+  QVERIFY(window_->focusWidget() == &Wall());
+  window_->ShowWallAlone(false);
+  QVERIFY(Tabs()->isVisible());
+  QTRY_COMPARE(window_->size(), before);
+  QCOMPARE(Splitter()->sizes().value(0), side);
+}
+
 void RememberedDeskTest::EachUserHasHisOwn() {
   OpenAgain({{"load_all", 1}});
   Expand("Public A");
@@ -162,14 +177,14 @@ void RememberedDeskTest::EachUserHasHisOwn() {
   const auto searches = [this] { return window_->CurrentFamily().Panel()->GetLastSearches(); };
   window_->ShowFamily(1);
   window_->CurrentFamily().Panel()->SetLastSearches({"gate"});
-  window_->SwitchUser("viewer");
+  SwitchUser("viewer");
   QCOMPARE(searches(), QStringList());
   WaitForPlans();
   QCOMPARE(window_->History().rowCount(), 0);
   QCOMPARE(Tabs()->currentIndex(), 0);
   QVERIFY(!Tree()->isExpanded(Row("Public A")));
   Expand("Public B");
-  window_->SwitchUser("operator");
+  SwitchUser("operator");
   WaitForPlans();
   QCOMPARE(window_->History().rowCount(), 1);
   QCOMPARE(Tabs()->currentIndex(), 1);
@@ -240,7 +255,7 @@ void RememberedDeskTest::TroublesAreSaidOnce() {
   OpenAgain({{"load_all", 1}});
   QTRY_VERIFY2(Tip().contains("newer version"), qPrintable(Tip()));
   ForgetTips();
-  window_->SwitchUser("viewer");
+  SwitchUser("viewer");
   WaitForPlans();
   Expand("Public A");
   QVERIFY(kept_->Flush());

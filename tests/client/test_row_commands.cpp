@@ -28,19 +28,19 @@ void RowCommandsTest::RightsDecide() {
     QString found;
     for (int command = 0; command < kRowCommands; ++command) {
       const RowCommandState state = StateOf(static_cast<RowCommand>(command), row);
-      const QChar letter = QStringLiteral("npdmrso").at(command);
+      const QChar letter = QStringLiteral("npdmrwso").at(command);
       found += !state.shown ? QChar('-') : state.IsEnabled() ? letter : letter.toUpper();
     }
     return found;
   };
   using namespace view_plugin_protocol;
-  QCOMPARE(letters(RowKind::Plan, PublicFamily, {5, 6, 7}, true), QString("Npdmrso"));
-  QCOMPARE(letters(RowKind::Plan, PublicFamily, {}, false), QString("NpDMRSo"));
-  QCOMPARE(letters(RowKind::Plan, PublicFamily, {5}, false), QString("NpdMRSo"));
-  QCOMPARE(letters(RowKind::Plan, PublicFamily, {6}, false), QString("NpDmrSo"));
-  QCOMPARE(letters(RowKind::Group, OwnFamily, {}, true), QString("Np--rso"));
-  QCOMPARE(letters(RowKind::Root, PublicFamily, {5, 6, 7}, false), QString("Np-----"));
-  QCOMPARE(letters(RowKind::None, OwnFamily, {5, 6, 7}, true), QString("NPDMRSO"));
+  QCOMPARE(letters(RowKind::Plan, PublicFamily, {5, 6, 7}, true), QString("Npdmrwso"));
+  QCOMPARE(letters(RowKind::Plan, PublicFamily, {}, false), QString("NpDMRwSo"));
+  QCOMPARE(letters(RowKind::Plan, PublicFamily, {5}, false), QString("NpdMRwSo"));
+  QCOMPARE(letters(RowKind::Plan, PublicFamily, {6}, false), QString("NpDmrwSo"));
+  QCOMPARE(letters(RowKind::Group, OwnFamily, {}, true), QString("Np--rwso"));
+  QCOMPARE(letters(RowKind::Root, PublicFamily, {5, 6, 7}, false), QString("Np------"));
+  QCOMPARE(letters(RowKind::None, OwnFamily, {5, 6, 7}, true), QString("NPDMRWSO"));
 }
 
 void RowCommandsTest::CopiesGetTheNextFreeName() {

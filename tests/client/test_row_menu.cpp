@@ -1,5 +1,6 @@
 #include <QAction>
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
@@ -32,6 +33,7 @@ class RowMenuTest : public TarnTest::CClientDesk {
   void MovesAPlanToAChosenGroup();
   void EqualOffersAreKeptApartByMoreThanWords();
   void LooksForGroupsOnlyWhenAsked();
+  void ReturnWaitsForAGroupThatIsFetched();
   void HitsOfTheOtherListStayThere();
   void AMenuMeansItsRow();
   void StopsAndOpensAtTheStart();
@@ -66,12 +68,12 @@ class RowMenuTest : public TarnTest::CClientDesk {
     QTest::keyClick(Menu(), Qt::Key_Return);
     QVERIFY(!Menu()->isVisible());
   }
-  // n p new plan and group, d duplicate, m move, r rename, s stop, o opens at the start; capitals are off.
+  // n p new plan and group, d duplicate, m move, r rename, w on a wall, s stop, o opens at the start; capitals are off.
   QString Letters() const {
     QString letters;
     for (int command = 0; command < kRowCommands; ++command) {
       const QAction* entry = Entry(static_cast<RowCommand>(command));
-      const QChar letter = QStringLiteral("npdmrso").at(command);
+      const QChar letter = QStringLiteral("npdmrwso").at(command);
       if (entry->isVisible()) {
         letters += entry->isEnabled() ? letter : letter.toUpper();
       }
@@ -100,19 +102,19 @@ void RowMenuTest::EntriesFollowTheRow() {
   Open();
   Play("Public A plan 2");
   OpenMenu("Public A plan 2");
-  QCOMPARE(Letters(), QString("npdmrso"));
+  QCOMPARE(Letters(), QString("npdmrwso"));
   Menu()->hide();
   OpenMenu("Public A");
-  QCOMPARE(Letters(), QString("nprSo"));
+  QCOMPARE(Letters(), QString("nprwSo"));
   Menu()->hide();
   OpenMenu("Plans");
   QCOMPARE(Letters(), QString("Np"));
   Menu()->hide();
-  QTRY_COMPARE(Letters(), QString("npdmrso"));  // for the keys
-  window_->SwitchUser("viewer");
+  QTRY_COMPARE(Letters(), QString("npdmrwso"));  // for the keys
+  SwitchUser("viewer");
   WaitForPlans();
   OpenMenu("Public A plan 2");
-  QCOMPARE(Letters(), QString("NPDMRSo"));
+  QCOMPARE(Letters(), QString("NPDMRwSo"));
   for (const RowCommand command : {RowCommand::NewPlan, RowCommand::Rename, RowCommand::Stop}) {
     QVERIFY(!Entry(command)->toolTip().isEmpty());
   }
@@ -154,7 +156,7 @@ void RowMenuTest::ACopyOfTheLastUserIsNotHeardOf() {
   fixture_.Services().Hold("AddPlan", TarnTest::CRecordingServices::AfterCall);
   copier->Copy(Code("Public A plan 2"));
   QVERIFY(fixture_.Services().WaitUntilHeld("AddPlan"));
-  window_->SwitchUser("operator");
+  SwitchUser("operator");
   WaitForRows();  // until they come, the store refuses every call
   copier->Copy(Code("Public A plan 2"));
   QCOMPARE(failed.size(), 0);
@@ -289,6 +291,31 @@ void RowMenuTest::LooksForGroupsOnlyWhenAsked() {
   CPlanFixture::Drain();
   QCOMPARE(fixture_.Services().Count("GetPlanGroups"), asked + 2);
   QVERIFY(!Tree()->isExpanded(Row("Public A")) && !Tree()->isExpanded(Row("A1")));
+}
+
+void RowMenuTest::ReturnWaitsForAGroupThatIsFetched() {
+  Open({{"load_all", 0}});
+  QTRY_VERIFY(Row("Public B").isValid());
+  Tree()->ExpandAsync(Row("Public B"));
+  QTRY_VERIFY(Row("Public B plan 2").isValid());
+  GoTo("Public B plan 2");
+  QTest::keyClick(Tree(), Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+  auto* dialog = window_->findChild<QDialog*>("move_to_dlg");
+  auto* field = dialog->findChild<QLineEdit*>();
+  QTRY_VERIFY(field->hasFocus());
+  fixture_.Services().Fail("GetPlanGroups", "busy");
+  QTest::keyClicks(field, "a1");
+  QTRY_VERIFY(dialog->findChild<QLabel*>("settings_note")->text().startsWith("Not all groups"));
+  fixture_.Services().Mend("GetPlanGroups");
+  fixture_.Services().Hold("GetPlanGroups");
+  field->clear();
+  QTest::keyClicks(field, "a1");
+  QVERIFY(fixture_.Services().WaitUntilHeld("GetPlanGroups"));
+  QTRY_VERIFY(!qobject_cast<WidgetKit::CNewLocationViewWidget*>(field)->IsLocating());
+  QTest::keyClick(field, Qt::Key_Return);
+  QVERIFY(dialog->isVisible());
+  fixture_.Services().ReleaseAll();
+  QTRY_COMPARE(Stored("Public B plan 2").group_index_code, Code("A1"));
 }
 
 void RowMenuTest::HitsOfTheOtherListStayThere() {

@@ -26,7 +26,7 @@ class UserSettingsTest : public QObject {
   void SpoiledFiles();
   void SpoiledValues_data();
   void SpoiledValues();
-  void ANewerFileStays();
+  void NewerFileStays();
   void PlacesThatCannotBeWritten_data();
   void PlacesThatCannotBeWritten();
   void TwoClientsAtOnce();
@@ -34,6 +34,7 @@ class UserSettingsTest : public QObject {
   void ALockedFileIsWrittenLater();
   void SpoiledValuesAreWrittenOnce();
   void ADiskThatAnswersLate();
+  void AChoiceOutlastsALateRead();
   void ADamagedFileThatCannotBeKept();
   void WhatThisVersionDoesNotKnowStays();
   void OnlyTheOwnerReads();
@@ -69,12 +70,18 @@ void UserSettingsTest::Put(const QByteArray& bytes) const {
 RememberedDesk UserSettingsTest::SomeDesk() {
   RememberedDesk desk;
   desk.window = QRect(-1200, 40, 1100, 700);
-  desk.is_maximized = true;
+  desk.is_maximized = desk.is_full_screen = true;
   desk.side_width = 412;
   desk.shown_family = 1;
   desk.families = {{{{"7", "1"}, {"9", "7"}}, {"gate", "\u95e8"}}, {}};
   desk.history = {{"12", "Gate & \"yard\"", "Public / Gates", QDateTime({2026, 3, 1}, {4, 5, 6})}};
   desk.last_played = {"7", true};
+  desk.screen = "HDMI-1";
+  desk.screen_place = QRect(-1280, 0, 1280, 1024);
+  TarnClient::RememberedWall closed = desk;
+  closed.number = 3;
+  closed.is_open = false;
+  desk.walls = {closed};
   return desk;
 }
 
@@ -169,6 +176,10 @@ void UserSettingsTest::SpoiledValues_data() {
   desk("families", R"("families": [1, "a", null])");
   desk("history", R"("history": [{"code": "1"}, 5, {"code": "1", "name": "a", "time": "yesterday"}])");
   desk("last played", R"("last_played": [])");
+  desk("screen", R"("screen": 5, "screen_place": {"x": 0, "y": 0, "width": 10, "height": 10})");
+  desk("walls", R"("walls": [5, {"number": 0}, {"number": 4}])");
+  desk("wall without a number", R"("walls": [{"open": true}])");
+  desk("too many walls", R"("walls": [{"number": 1}, {"number": 2}, {"number": 3}, {"number": 1}])");
   QTest::newRow("part") << QByteArray(R"("chosen": {"seconds_per_plan": 33}, "remembered": "much")");
 }
 
@@ -193,7 +204,7 @@ void UserSettingsTest::SpoiledValues() {
   QVERIFY2(settings.TroubleText().isEmpty(), qPrintable(settings.TroubleText()));
 }
 
-void UserSettingsTest::ANewerFileStays() {
+void UserSettingsTest::NewerFileStays() {
   const QByteArray bytes = R"({"version": 2, "users": [{"store": "site", "user": "ann", "chosen": {"skin": "pink"}}]})";
   Put(bytes);
   CUserSettings settings(path_);
@@ -375,6 +386,27 @@ void UserSettingsTest::ADiskThatAnswersLate() {
   settings.SetPatience(5000);
   settings.Load("site", "bob");
   QCOMPARE(settings.Remembered().ToJson(), SomeDesk().ToJson());
+}
+
+void UserSettingsTest::AChoiceOutlastsALateRead() {
+  ChosenSettings white, other;
+  white.skin = "white";
+  QVERIFY(CSettingsFile(path_, "site", "bob").Write({{"chosen", white.ToJson()}}).trouble == SettingsTrouble::None);
+  CUserSettings settings(path_);
+  settings.Load("site", "ann");
+  QLockFile lock(path_ + ".lock");
+  QVERIFY(lock.lock());
+  settings.SetPatience(20);
+  settings.Remember(SomeDesk());
+  settings.Load("site", "bob");  // behind a write that waits
+  lock.unlock();
+  settings.SetPatience(5000);
+  other.seconds_per_plan = 45;
+  const QSignalSpy chosen(&settings, &CUserSettings::SignalChosen);
+  QString error;
+  QVERIFY2(settings.Choose(ChosenSettings(), other, &error), qPrintable(error));
+  QTRY_COMPARE(chosen.size(), 2);  // the read, and the choice
+  QVERIFY(settings.Chosen().seconds_per_plan == 45 && settings.Chosen().skin == "white");
 }
 
 void UserSettingsTest::ADamagedFileThatCannotBeKept() {

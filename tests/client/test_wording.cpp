@@ -99,7 +99,7 @@ void WordingTest::WithoutAnswerTheHostsDefaultHolds() {
   fixture_.Services().Fail("GetPlanConfig");
   texts.TakeWording();
   QCOMPARE(texts.translate("TarnClient::CMainWindow", "Plans"), QString("Views"));
-  QCOMPARE(texts.translate("TarnClient::CWallWindow", "No camera"), QString("No camera"));
+  QCOMPARE(texts.translate("TarnClient::WindowFace", "No camera"), QString("No camera"));
 }
 
 QTEST_MAIN(WordingTest)

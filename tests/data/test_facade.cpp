@@ -40,7 +40,7 @@ int EndCarelessly(int argc, char** argv, const QString& left_behind) {
     options.first_content = TarnTest::SmallSite;
     options.switch_overrides = {{"load_all", 1}};
     store = TarnHost::CPlanStore::Open(options, &error);
-    if (!store || !store->LogIn("operator", &error)) {
+    if (!store || !store->LogIn({"operator"}).IsDone()) {
       return 3;
     }
     auto services = std::make_shared<TarnTest::CRecordingServices>(store);

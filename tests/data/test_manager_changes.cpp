@@ -7,6 +7,7 @@
 #include "standard_plan_model.h"
 #include "standard_view_controller.h"
 #include "view_model_data_manager.h"
+#include "view_model_data_manager_p.h"
 #include "view_sort_filter_proxy_model.h"
 
 using namespace TarnPlanView;
@@ -36,6 +37,7 @@ class ManagerChangesTest : public CPlanTest {
   void TimedPlayIsCheckedAfterPlansAlone();
   void Renames();
   void InsertSubNodes();
+  void RecordsAreMadeOfNewsAlone();
   void SignsFollowChangesElsewhere();
   void PlayStates();
   void PlayMarkComesBackByExpandingAlone();
@@ -136,7 +138,14 @@ void ManagerChangesTest::AnswersForNoRow() {
   Manager().addPlanView(nullptr, fixture_.Public()->item(0), PlanRecord("903", "stray"));
   QCOMPARE(changed.count(), 0);
   QCOMPARE(PublicOutlines(), before);
+  // Nor does a root of the third family end its fetch with the public signal.
+  CStandardPlanModel received(ViewManagerParam(ReceivedTheme, "0"), nullptr);
+  GetPlanGroupsResponse roots;
+  roots.groups << GroupRecord("r", "received", ReceivedTheme);
+  received.AddRootNode(roots);
+  Manager().OnGetPlanGroupListSucc(received.index(0, 0), {}, {});
   QCOMPARE(public_view.count(), 0);
+  QCOMPARE(added.count(), 2);
 }
 
 void ManagerChangesTest::NewGroup() {
@@ -243,6 +252,10 @@ void ManagerChangesTest::Deletions() {
   QVERIFY(!observer(RT_VIEW_GROUP, "Public A"));
   // What stood below keeps its observers: it may come back.
   QVERIFY(observer(RT_VIEW_GROUP, "A1") && observer(RT_VIEW, "A1 plan 2"));
+  const int notices = Manager().GetNoticeCount();
+  Manager().OnRestored("-1", true);
+  QCOMPARE(PublicOutlines(), QString("Plans(Public B,Public A)"));
+  QCOMPARE(Manager().GetNoticeCount(), notices);  // it is a change of one's own
 }
 
 void ManagerChangesTest::TimedPlayIsCheckedAfterPlansAlone() {
@@ -305,6 +318,31 @@ void ManagerChangesTest::InsertSubNodes() {
   Manager().InsertSubGroupNode(fixture_.Code("Public A"), 0);
   QCOMPARE(tree->index(0, 0, GroupRow("Public A")).data().toString(), QString("A1"));
   QVERIFY(GroupRow("Public A").data(GroupLoadedRole).toBool());
+}
+
+// A notice is about one child of perhaps thousands.
+void ManagerChangesTest::RecordsAreMadeOfNewsAlone() {
+  OpenExpanded({"Public A"});
+  const QString group = fixture_.Code("Public A");
+  QList<PlanGroup> groups{GroupRecord(fixture_.Code("A1"), "A1")};
+  QList<PlanBasicInfo> plans{PlanRecord(fixture_.Code("Public A plan 2"), "renamed elsewhere"),
+                             PlanRecord(fixture_.Code("Public A plan 10"), "Public A plan 10")};
+  const auto made = [&] {
+    QStringList names;
+    for (const auto& record :
+         RecordsToShow(fixture_.Models(), group, groups) + RecordsToShow(fixture_.Models(), group, plans)) {
+      names << record->Name();
+    }
+    return names.join(',');
+  };
+  QCOMPARE(made(), QString());
+  groups[0].name = "other";
+  plans << PlanRecord("900", "new");
+  QCOMPARE(made(), QString("other,new"));
+  PublicOf("3")->removeRow(2, GroupRow("Public A", PublicOf("3")));  // one that lacks it is enough
+  QCOMPARE(made(), QString("other,Public A plan 10,new"));
+  PublicOf("2")->removeRows(0, 3, GroupRow("Public A", PublicOf("2")));
+  QCOMPARE(made().count(','), 3);
 }
 
 void ManagerChangesTest::SignsFollowChangesElsewhere() {

@@ -2,8 +2,10 @@
 #include <QtTest>
 
 #include "item_type.h"
+#include "method_names.h"
 #include "plan_item_role.h"
 #include "plan_test.h"
+#include "qt/known_types.h"
 #include "standard_plan_model.h"
 #include "view_config_manager.h"
 #include "view_group_item.h"
@@ -180,12 +182,17 @@ void PlanModelTest::ForeignIndexesMapByCode() {
 }
 
 void PlanModelTest::MetaObjectIsAContract() {
+  // Hosts connect by number, and by name.
+  QCOMPARE(TarnTest::MethodsOf(CStandardPlanModel::staticMetaObject).mid(0, 5),
+           QStringList({"SignalGetRootPlanGroupSucc(lst_group)", "SignalFinshCreateRootPlan()",
+                        "SignalFinshExpandPublicView()", "SignalFinshAsynchronous(index,b_expand)",
+                        "SignalLoadFinishNotExpand(index)"}));
   QVERIFY(CStandardPlanModel::staticMetaObject.indexOfSlot(
               "OnAddRootPlanGroup(view_plugin_protocol::GetPlanGroupsResponse)") >= 0);
   CStandardPlanModel model(ViewManagerParam(), nullptr);
   for (const char* name : {"QList<view_plugin_protocol::PlanGroup>", "QList<view_plugin_protocol::PlanBasicInfo>",
                            "view_plugin_protocol::GetPlanGroupsResponse"}) {
-    QVERIFY2(QMetaType::type(name) != QMetaType::UnknownType, name);
+    QVERIFY2(TarnQt::IsKnownType(name), name);
   }
   QSignalSpy finished(&model, &CStandardPlanModel::SignalFinshAsynchronous);
   model.FinishAddChildItems(QModelIndex());

@@ -4,14 +4,15 @@
 #include <memory>
 #include <random>
 
-#include "code_table.h"
 #include "plan_fixture.h"
 #include "plan_item_role.h"
+#include "plan_rules/code_table.h"
 #include "standard_plan_model.h"
 #include "view_group_item.h"
 #include "view_plan_item.h"
 
 using namespace TarnPlanView;
+using view_plugin_protocol::NumberOfCode;
 
 namespace {
 
@@ -72,6 +73,8 @@ class RandomModel {
       RC_ASSERT(model_.FindIndexByIndexCode(code, true) == plainSearch(GroupIndexCodeRole, code));
       RC_ASSERT(model_.FindIndexByIndexCode(code, false) == plainSearch(PlanIndexCodeRole, code));
     }
+    RC_ASSERT(!model_.FindItemByIndexCode("", true) &&
+              !model_.FindItemByIndexCode("", false));  // though rows have none
     const QStandardItem* playing = model_.FindItemPlanPlaying();
     RC_ASSERT((playing ? playing->index() : QModelIndex()) == plainSearch(PlayingRole, true));
   }

@@ -89,9 +89,15 @@ void NameEditorTest::ModesAndTyping() {
   Show(0);
   QTest::keyClicks(field_, R"(a\/:*?"<|'%>b)");
   QCOMPARE(field_->text(), QString("ab"));
+  field_->setAccessibleDescription("Its own");
+  QTest::keyClick(field_, '/');
+  QTRY_VERIFY(field_->accessibleDescription().startsWith("None of these"));
+  QTest::keyClick(field_, 'c');
+  QCOMPARE(field_->accessibleDescription(), QString("Its own"));
   QApplication::clipboard()->setText(QString("x").repeated(300));
   field_->paste();
   QCOMPARE(field_->text().size(), 256);
+  QTRY_COMPARE(field_->accessibleDescription(), QString("Not more than 256 characters."));
   // The whole name is selected, so that the first key replaces it.
   Show(1, "Old name");
   QTest::keyClicks(field_, "New");

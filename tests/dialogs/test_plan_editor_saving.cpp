@@ -2,6 +2,7 @@
 #include "group_chooser.h"
 #include "plan_saving.h"
 #include "plan_watch.h"
+#include "screen_reader.h"
 #include "view_model_data_manager.h"
 
 using namespace TarnPlanView;
@@ -234,7 +235,9 @@ void PlanEditorSavingTest::ChangedElsewhere() {
     QVERIFY(!stage.IsConflictShown());
     return;
   }
+  const TarnTest::CScreenReader reader;  // that the plan was changed is no news any more
   QTRY_COMPARE(stage.closed, 1);
+  QCOMPARE(reader.Heard(QAccessible::Alert), QStringList());
   QCOMPARE(Stored(patrol_).name, std::string("Theirs"));
   QVERIFY(!Stored(fixture_.Code("Mine (copy)")).auto_run);  // two at once could not run
   QVERIFY(stage.tips.last().contains("Mine (copy)") && stage.tips.last().contains("automatic run"));
@@ -411,6 +414,11 @@ void PlanEditorSavingTest::AsksBeforeChangesAreLost() {
   QTest::keyClick(&stage.Grid(), Qt::Key_Escape);
   QCOMPARE(stage.questions.size(), 1);
   QVERIFY(stage.closed == 1 && stage.editor->IsDirty());
+  stage.answer = 2;  // throw them away
+  QTest::keyClick(&stage.Grid(), Qt::Key_Escape);
+  QCOMPARE(stage.closed, 2);
+  QVERIFY(!stage.editor->IsDirty());
+  QCOMPARE(Stored(patrol_).name, std::string("Night patrol"));
 }
 
 QTEST_MAIN(PlanEditorSavingTest)

@@ -2,6 +2,7 @@
 #include <QScreen>
 
 #include "plan_test.h"
+#include "qt/known_types.h"
 #include "view_save_menu.h"
 
 using namespace TarnPlanView;
@@ -79,7 +80,7 @@ void SaveMenuTest::SaysWhereItStood() {
   menu_->ShowPopupMenu(screen.bottomRight());
   QVERIFY(screen.contains(menu_->geometry()));
   // The signal may cross threads.
-  QVERIFY(QMetaType::type("ViewSaveActions") != QMetaType::UnknownType);
+  QVERIFY(TarnQt::IsKnownType("ViewSaveActions"));
 }
 
 void SaveMenuTest::Keys() {

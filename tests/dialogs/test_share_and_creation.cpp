@@ -132,8 +132,7 @@ void ShareAndCreationTest::SharesWithThoseChecked() {
   QVERIFY(!popup_->isVisible());
   QCOMPARE(Tip(), QString("Orbis-ControlClient.0fe6c50bd0374aa995cf6c6f39844977.msg"));
   QCOMPARE(LogLines(), QStringList(kShareLine + QString("Share View Success")));
-  QString error;
-  QVERIFY(fixture_.Store().LogIn("guard", &error));
+  QVERIFY(fixture_.Store().LogIn({"guard"}).IsDone());
   QTRY_VERIFY(!fixture_.Code("Shared").isEmpty());
 }
 
@@ -218,6 +217,17 @@ void ShareAndCreationTest::Keyboard() {
   QVERIFY(!popup_->isVisible());
   OpenPopup();
   QCOMPARE(find->text(), QString());
+  QTest::keyClicks(find, "guard");
+  QTest::keyClick(find, Qt::Key_Return);  // before that was looked for
+  QTRY_COMPARE(All()->child(2)->checkState(), Qt::Checked);
+  QCOMPARE(find->selectedText(), QString("guard"));
+  find->clear();
+  QTest::keyClick(find, Qt::Key_Space);
+  QCOMPARE(All()->child(2)->checkState(), Qt::Unchecked);
+  QTest::keyClick(find, Qt::Key_Space);
+  QTest::keyClick(find, Qt::Key_Return);
+  QTRY_COMPARE(Sent().size(), size_t(1));
+  OpenPopup();
   QTest::keyClick(find, Qt::Key_Escape);
   QVERIFY(!popup_->isVisible());
 }

@@ -1,16 +1,20 @@
 #include <QAbstractButton>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QtTest>
 #include <memory>
 
 #include "MarUIControl/modal_tip_dialog.h"
+#include "MarUIControl/nomal_message.h"
 #include "MarUIControl/shadow_widget.h"
 #include "TarnHost/modal_answer.h"
+#include "TarnUIDataController/show_message_tip.h"
 #include "TarnUIDataController/skin_loader.h"
 
 using namespace MarUIControl;  // NOLINT: the test is about this library alone
+using tarn_ui_data_controller::ShowMessageTip;
 
 class BoxesOverWindowsTest : public QObject {
   Q_OBJECT
@@ -64,6 +68,49 @@ class BoxesOverWindowsTest : public QObject {
     box.SetContent("Short");
     QCOMPARE(press(Qt::Key_Escape), 0);
     QVERIFY(box.height() < wrapped);
+  }
+
+  void TipsAsk() {
+    window_->show();
+    QStringList said;
+    // By a click on the button of this name, else by Esc.
+    const auto answer = [&](int buttons, const QString& click, QWidget* over) {
+      QTimer::singleShot(0, this, [&said, click] {
+        QWidget* box = QApplication::activeModalWidget();
+        const auto* text = box->findChild<QLabel*>("modal_tip_content");
+        QCOMPARE(text->textFormat(), Qt::PlainText);  // names of plans are no markup
+        said = QStringList(text->text());
+        QAbstractButton* clicked = nullptr;
+        for (auto* button : box->findChildren<QAbstractButton*>()) {
+          if (button->isVisible()) {
+            said << button->text();
+            clicked = button->text() == click ? button : clicked;
+          }
+        }
+        clicked ? clicked->click() : QTest::keyClick(box, Qt::Key_Escape);
+      });
+      return ShowMessageTip("Delete <b>it</b>?", CNomalMessage::Failure, over, buttons, "Delete");
+    };
+    const struct {
+      int buttons;
+      const char* click;
+      int answer;
+      const char* names;
+    } rows[] = {{3, "Delete", 1, "Delete Cancel"},
+                {3, "Cancel", 0, "Delete Cancel"},
+                {3, "", 0, "Delete Cancel"},
+                {1, "Delete", 1, "Delete"},
+                {1, "", 0, "Delete"},
+                {2, "Close", 0, "Close"},  // closing is no consent
+                {2, "", 0, "Close"}};
+    for (QWidget* over : {window_.get(), static_cast<QWidget*>(nullptr)}) {
+      for (const auto& row : rows) {
+        QCOMPARE(answer(row.buttons, row.click, over), row.answer);
+        QCOMPARE(said.join(' '), QString("Delete <b>it</b>? ") + row.names);
+      }
+    }
+    TarnHost::SetModalAnswer([](const TarnHost::ModalQuestion&) { return 1; });
+    QCOMPARE(ShowMessageTip("Not empty", CNomalMessage::Failure, window_.get(), 2), 0);
   }
 
   // A name may be as long as it may be, and without a space.

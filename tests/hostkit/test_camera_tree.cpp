@@ -91,7 +91,7 @@ class CameraTreeTest : public QObject {
     options.first_content = Site;
     QString error;
     store_ = TarnHost::CPlanStore::Open(options, &error);
-    QVERIFY2(store_ && store_->LogIn("operator", &error), qPrintable(error));
+    QVERIFY2(store_ && store_->LogIn({"operator"}).IsDone(), qPrintable(error));
     services_ = std::make_shared<TarnTest::CRecordingServices>(store_);
     TarnHost::InstallHostServices(services_);
     tree_ = std::make_unique<CCameraTree>();

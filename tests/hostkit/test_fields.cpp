@@ -6,7 +6,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
-#include <QRegExpValidator>
 #include <QShortcut>
 #include <QTimeEdit>
 #include <QtTest>
@@ -17,6 +16,7 @@
 #include "MarUIControl/spin_box.h"
 #include "MarUIControl/switch_control.h"
 #include "TarnUIDataController/skin_loader.h"
+#include "qt/pattern_validator.h"
 
 using namespace MarUIControl;  // NOLINT: the test is about this library alone
 
@@ -45,7 +45,7 @@ class FieldsTest : public QObject {
     for (const auto& row : rows) {
       CPlaceholdLineEdit edit;
       edit.setMaxLineEditLength(10);
-      edit.setValidator(new QRegExpValidator(QRegExp("^[^\\\\/:*?\"<|'%>]{1,10}$"), &edit));
+      edit.setValidator(TarnQt::MakePatternValidator("^[^\\\\/:*?\"<|'%>]{1,10}$", &edit));
       edit.setText(row.before);
       Paste(&edit, QString::fromUtf8(row.pasted));
       QVERIFY2(edit.text() == row.after, row.what);
@@ -74,7 +74,7 @@ class FieldsTest : public QObject {
 
   void MenuAndDropPasteAlike() {
     CLineEdit edit;
-    edit.setValidator(new QRegExpValidator(QRegExp("^[^/]*$"), &edit));
+    edit.setValidator(TarnQt::MakePatternValidator("^[^/]*$", &edit));
     edit.show();
     QGuiApplication::clipboard()->setText("a/\nb");
     QContextMenuEvent menu_key(QContextMenuEvent::Keyboard, QPoint(5, 5), edit.mapToGlobal(QPoint(5, 5)));

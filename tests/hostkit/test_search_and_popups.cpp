@@ -25,7 +25,7 @@ namespace {
 /// Groups of plans behind a sorting proxy that hides every group named "hidden".
 struct Tree {
   Tree() {
-    proxy.setFilterRegExp(QRegExp("^(?!hidden)"));
+    proxy.setFilterRegularExpression("^(?!hidden)");
     proxy.setSourceModel(&rows);
     proxy.sort(0);
     view.setModel(&proxy);

@@ -100,10 +100,19 @@ void PanelMovesTest::MovesOnceWhateverElseFails() {
   fixture_.Drain();
   QCOMPARE(Services().Count("UpdatePlan"), 1);
   QCOMPARE(Group(), QString("Public B"));
+  stage.Panel().findChild<QAbstractButton*>("ptr_save_btn")->click();  // it is the new name still
+  QTRY_VERIFY(stage.Row("Morning").isValid());
+  row.name = "Morning";
+  stage.Panel().RenameRow(row);
+  name->setText(kMoved);
+  stage.Panel().findChild<QAbstractButton*>("ptr_save_btn")->click();
+  fixture_.Drain();
+  QTRY_VERIFY(stage.Row(kMoved).isValid());
+  Services().ForgetCalls();
 
   Services().Fail("UpdatePlan", "full");
   stage.Drop(kMoved, "A1");
-  QTRY_COMPARE(Services().Count("UpdatePlan"), 2);
+  QTRY_COMPARE(Services().Count("UpdatePlan"), 1);
   fixture_.Drain();
   Services().Mend("UpdatePlan");
   stage.Drop(kMoved, "A1");  // a refused move is no longer under way either

@@ -399,6 +399,11 @@ void PanelSearchTest::CommandsMeanTheMarkedHit() {
   QTest::keyClick(list, Qt::Key_Down);
   QTest::keyClick(list, Qt::Key_F2);
   edits("Public B plan 10");
+  stage.Field()->setFocus();
+  QTest::keyClick(stage.Field(), Qt::Key_F2);
+  QTRY_COMPARE(stage.Edited(), QString("Public B plan 10"));
+  stage.Editor()->Cancel();
+  QTRY_VERIFY(!stage.Panel().IsEditorOpen());
 
   mark(0);
   const QPoint on_hit = list->visualRect(list->model()->index(3, 0)).center();
@@ -416,6 +421,16 @@ void PanelSearchTest::CommandsMeanTheMarkedHit() {
   menu->hide();
   QTRY_COMPARE(stage.Edited(), QString("Own C plan 10"));
   stage.Editor()->Cancel();
+  stage.TakeTips();
+  Find(stage, "plan 10", 5);
+  mark(1);
+  QTest::keyClick(list, Qt::Key_Delete);
+  QCOMPARE(stage.TakeTips(), QStringList("3:Leave the search first."));
+  Services().SetRight(6, false);
+  mark(2);
+  QTest::keyClick(list, Qt::Key_F2);
+  QCOMPARE(stage.TakeTips(), QStringList("3:You lack the right to edit plans."));
+  Services().SetRight(6, true);
   // Nothing marked: nothing to act on, least of all the row behind the page.
   Find(stage, "nowhere", 0);
   stage.TakeTips();

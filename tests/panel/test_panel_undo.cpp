@@ -51,6 +51,8 @@ class PanelUndoTest : public TarnTest::CPlanTest {
   void MoveIsNotUndoneOnceChanged();
   void MoveIsNotUndoneIntoAGroupThatIsGone();
   void MoveIsOfferedOnceMoreWhenNotUndone();
+  void MovedPlanIsRevealedToWhoHasStayed_data();
+  void MovedPlanIsRevealedToWhoHasStayed();
   void GroupDroppedOnAGroupIsAnswered();
 
  private:
@@ -278,9 +280,10 @@ void PanelUndoTest::KeyUndoesWhileTheOfferStands() {
   CPanelStage stage(Opened());
   stage.Panel().activateWindow();
   QVERIFY(QTest::qWaitForWindowActive(&stage.Panel()));
-  QVERIFY(!Key(stage)->isEnabled());
+  stage.Tree().setFocus();
+  QTest::keySequence(&stage.Tree(), QKeySequence::Undo);
+  QCOMPARE(stage.TakeTips(), QStringList("3:There is nothing to undo here."));
   QVERIFY(!Deleted(stage, kPlan).isEmpty());
-  QVERIFY(Key(stage)->isEnabled());
   stage.Field()->setFocus();
   QTest::keyClicks(stage.Field(), "gate");
   QTest::keySequence(stage.Field(), QKeySequence::Undo);
@@ -288,7 +291,6 @@ void PanelUndoTest::KeyUndoesWhileTheOfferStands() {
   stage.Tree().setFocus();
   QTest::keySequence(&stage.Tree(), QKeySequence::Undo);
   QTRY_COMPARE(stage.Current(), QString(kPlan));
-  QVERIFY(!Key(stage)->isEnabled());
 }
 
 void PanelUndoTest::KeyIsTheEditorsWhileOneIsOpen() {
@@ -373,6 +375,37 @@ void PanelUndoTest::MoveIsOfferedOnceMoreWhenNotUndone() {
   Strip(stage)->Take();
   QTRY_COMPARE(GroupOf(kPlan), QString("Public A"));
   fixture_.Drain();
+}
+
+void PanelUndoTest::MovedPlanIsRevealedToWhoHasStayed_data() {
+  QTest::addColumn<QString>("goes_to");
+  QTest::addColumn<QString>("current");
+  QTest::newRow("stays") << QString() << QString(kPlan);
+  QTest::newRow("goes on") << QString("Public A plan 10") << QString("Public A plan 10");
+  QTest::newRow("searches") << QString("search") << QString(kPlan);
+}
+
+void PanelUndoTest::MovedPlanIsRevealedToWhoHasStayed() {
+  QFETCH(QString, goes_to);
+  CPanelStage stage(Opened());
+  stage.ExpandAll();
+  stage.Choose(kPlan);
+  const QString page = stage.PageName();
+  Services().Hold("UpdatePlan");
+  stage.Drop(kPlan, "Public B");
+  QVERIFY(Services().WaitUntilHeld("UpdatePlan"));
+  if (goes_to == "search") {
+    stage.Search("plan");
+    QTRY_VERIFY(stage.PageName() != page);
+  } else if (!goes_to.isEmpty()) {
+    stage.Choose(goes_to);
+  }
+  const QString shown = stage.PageName();
+  Services().ReleaseAll();
+  QVERIFY(!Offered(stage, kPlan).isEmpty());
+  fixture_.Drain();
+  QTEST(stage.Current(), "current");
+  QCOMPARE(stage.PageName(), shown);
 }
 
 void PanelUndoTest::GroupDroppedOnAGroupIsAnswered() {

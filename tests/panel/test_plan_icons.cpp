@@ -3,6 +3,7 @@
 #include <QSvgRenderer>
 #include <QtTest>
 
+#include "qt/sharp_screens.h"
 #include "view_public_def.h"
 
 using TarnPlanView::CViewPublicDef;
@@ -49,7 +50,7 @@ void PlanIconsTest::PixmapsHaveThePixelsOfTheScreen() {
 }
 
 int main(int argc, char** argv) {
-  QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+  TarnQt::UseSharpPictures();
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   QApplication application(argc, argv);
   PlanIconsTest test;

@@ -94,8 +94,11 @@ void PlanTreeTest::AGroupThatCyclesCarriesASign() {
   const QImage before = picture("Public A"), other = picture("Public B");
   stage.tree.SetCyclingGroup(fixture_.Code("Public A"));
   QVERIFY(picture("Public A") != before && picture("Public B") == other);
+  const auto description = [&] { return stage.Row("Public A").data(Qt::AccessibleDescriptionRole).toString(); };
+  QCOMPARE(description(), QString("The plans of this group play in turn"));
   stage.tree.SetCyclingGroup(QString());
   QCOMPARE(picture("Public A"), before);
+  QCOMPARE(description(), QString());
 }
 
 void PlanTreeTest::LevelsAndKindsOfGroup() {
@@ -224,7 +227,8 @@ void PlanTreeTest::MouseIsFollowed() {
     QCOMPARE(moved.last().at(1).value<CItemDataRole>().GetPart(), part);
   };
   const auto move = [&](const QPoint& to) {
-    QMouseEvent event(QEvent::MouseMove, to, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QMouseEvent event(QEvent::MouseMove, to, stage.tree.viewport()->mapToGlobal(to), Qt::NoButton, Qt::NoButton,
+                      Qt::NoModifier);
     QApplication::sendEvent(stage.tree.viewport(), &event);
   };
   move(stage.Middle(plan));
@@ -308,8 +312,7 @@ void PlanTreeTest::OpenGroupsAreHandedOn() {
     // Another user's, while everything is loaded again.
     stage.tree.SetOpenGroups({{fixture_.Code("Public B"), "-1"}});
     const QPersistentModelIndex before = stage.Root();
-    QString error;
-    QVERIFY(fixture_.Store().LogIn("operator", &error));
+    QVERIFY(fixture_.Store().LogIn({"operator"}).IsDone());
     QTRY_VERIFY(!before.isValid() && stage.Row("Public B").isValid());
     QTRY_VERIFY(stage.tree.isExpanded(stage.Row("Public B")) && stage.tree.isExpanded(stage.Root()));
     QVERIFY(!stage.tree.isExpanded(stage.Row("Public A")));
@@ -347,7 +350,10 @@ void PlanTreeTest::MovesFollowTheRules() {
     const QRect rect = stage.tree.visualRect(group);
     const CMove onto(stage, rect.center());
     QVERIFY(onto.accepted && onto.Frame()->isVisible() && !onto.Line()->isVisible());
-    QCOMPARE(onto.Frame()->geometry(), QRect(rect.left() - 2, rect.top() - 2, rect.width(), rect.height() + 4));
+    const QRect around(rect.left() - 2, rect.top() - 2, rect.width(), rect.height() + 4);
+    QCOMPARE(onto.Frame()->geometry(), around);
+    QTRY_VERIFY(stage.tree.isExpanded(group));  // the drag rests on it
+    QVERIFY(onto.Frame()->isVisible() && onto.Frame()->geometry() == around);
   }
   const QRect rect = stage.tree.visualRect(other);
   const int middle = (rect.top() + rect.bottom()) / 2;

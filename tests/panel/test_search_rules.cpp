@@ -40,6 +40,11 @@ void SearchRulesTest::TakesTheNewestAnswer() {
   course.OnFailed();
   QVERIFY(!course.HasFailed() && !course.IsUnderWay());
   QCOMPARE(answered(course), QString("nothing"));
+  course.AskAgain("gate");  // hits that are on show: the keyboard stays where it is
+  QCOMPARE(answered(course), QString("gate typed"));
+  QVERIFY(course.Ask("gate", false));
+  course.AskAgain("gate");  // what is on its way may be of before
+  QCOMPARE(answered(course), QString("gate wanted"));
 }
 
 void SearchRulesTest::FitsTheLineOfAHit_data() {

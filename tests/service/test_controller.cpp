@@ -4,6 +4,7 @@
 
 #include "controller_log.h"
 #include "item_type.h"
+#include "method_names.h"
 #include "plan_item_role.h"
 #include "plan_test.h"
 #include "standard_plan_model.h"
@@ -59,6 +60,7 @@ class ControllerTest : public CPlanTest {
   void ExpandOddRows();
   void ExpandFailures();
   void HasChildren();
+  void SignalsStandInTheirOrder();
 
  private:
   void Start(const QMap<QString, int>& switches = {});
@@ -394,6 +396,20 @@ void ControllerTest::HasChildren() {
   Services().Fail("GetPlanGroups");
   QVERIFY(!controller_->IsHaveChilds(GroupRow("Public A")));
   QCOMPARE(Said(), QStringList());  // the probe says nothing to the user
+}
+
+void ControllerTest::SignalsStandInTheirOrder() {
+  QCOMPARE(TarnTest::MethodsOf(CStandardViewController::staticMetaObject).mid(0, 18),
+           QStringList({"SignalFinshCreateRootPlan()", "SignalPlayPlanView(plan_info)",
+                        "SignalGetPlanGroupListSucc(index,plan_group_list,plan_list)",
+                        "SignalAddPlanGroupSucc(index,plan_group)", "SignalDeletePlanGroupSucc(index)",
+                        "SignalDeletePlanSucc(index)", "SignalUpdatePlanGroupNameSucc(index,group_name)",
+                        "SignalUpdatePlanSucc(plan_param)", "SignalAddPlanSucc(plan_param,get_plan_index_code)",
+                        "SignalGetPlanInfo(plan_info)", "SignalFinishAnsyGetSubItem(index,b_expand)",
+                        "SignalFinishAnsyGetSubItem(index)", "signalSetNodeLoaded(index_code,is_loaded)",
+                        "signalShowMessage(message_tip,state)", "SignalGetViewConfigData(response_param)",
+                        "SignalSetViewConfigData(response_param)", "SignalConfigPlayView(,type)",
+                        "OnExpandViewTreeItem()"}));
 }
 
 QTEST_MAIN(ControllerTest)

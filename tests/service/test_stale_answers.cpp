@@ -1,51 +1,27 @@
-#include <QThreadPool>
 #include <QtTest>
-#include <algorithm>
 #include <functional>
 
-#include "controller_log.h"
+#include "held_request_test.h"
 #include "plan_item_role.h"
-#include "plan_test.h"
-#include "standard_plan_model.h"
-#include "sub_items.h"
-#include "view_model_data_manager.h"
 #include "view_sort_filter_proxy_model.h"
 
 using namespace TarnPlanView;
 using namespace view_plugin_protocol;
 using TarnTest::ChangedPlan;
+using TarnTest::CHeldRequestTest;
 using TarnTest::CPlanFixture;
-using TarnTest::CPlanTest;
 using TarnTest::CRecordingServices;
 using TarnTest::NewPlan;
 using TarnTest::Outline;
 
-Q_DECLARE_METATYPE(std::function<void(CChangeJournal&)>)
-
-namespace {
-
-constexpr auto AfterCall = CRecordingServices::AfterCall;
-const char kGroupA[] = "Public A(A1,Public A plan 2,Public A plan 10)";
-
-}  // namespace
-
 // Rows move and vanish, trees reload and controllers die while the host still works on a request.
-class StaleAnswersTest : public CPlanTest {
+class StaleAnswersTest : public CHeldRequestTest {
   Q_OBJECT
  private Q_SLOTS:
-  void init();
-  void cleanup();
   void RowMovedMeanwhile();
   void RowRemovedMeanwhile_data();
   void RowRemovedMeanwhile();
   void DeletedPlanDoesNotSurviveAReload();
-  void ChangedWhileItsGroupLoads_data();
-  void ChangedWhileItsGroupLoads();
-  void OnlyWhatConcernsAnExpansionOvertakesIt_data();
-  void OnlyWhatConcernsAnExpansionOvertakesIt();
-  void OvertakenTimeAndAgain();
-  void WhatOvertakesAnAnswer_data();
-  void WhatOvertakesAnAnswer();
   void ReloadedRowTakesAdditions();
   void AnswerOfAnotherUser();
   void IndexesOfAProxy();
@@ -53,71 +29,15 @@ class StaleAnswersTest : public CPlanTest {
   void ControllerDies();
   void ASlotEndsTheController();
   void ChangesOfOneRowKeepTheirOrder();
-  void OwnAnswerAfterANewerNotice_data();
-  void OwnAnswerAfterANewerNotice();
+  void OwnAnswerAfterNewerNotice_data();
+  void OwnAnswerAfterNewerNotice();
   void OwnAnswerAfterItsGroupHasGone();
   void ANoticeIsFollowedWhenTheHostAnswers();
   void ChangesUnderEveryRootOutlastANotice_data();
   void ChangesUnderEveryRootOutlastANotice();
   void AChangeThatWaitedIsNotTheNextUsers_data();
   void AChangeThatWaitedIsNotTheNextUsers();
-
- private:
-  CViewModelDataManager& Manager() { return CViewModelDataManager::Instance(); }
-  QModelIndex Root() { return fixture_.Public()->index(0, 0); }
-  /// Other requests may be held meanwhile.
-  void Expand(const QPersistentModelIndex& row) {
-    controller_->OnExpandViewTreeItem(row);
-    QTRY_VERIFY(fixture_.Public()->AreChildrenFetched(row));
-  }
-  /// Sends a request that stays at the host until AnswerAll().
-  void AskAndHold(const QString& call, CRecordingServices::HoldPoint point, const std::function<void()>& ask) {
-    Services().Hold(call, point);
-    ask();
-    QVERIFY(Services().WaitUntilHeld(call));
-  }
-  void AnswerAll() {
-    Services().ReleaseAll();
-    CPlanFixture::Drain();
-  }
-  /// Of an expansion: none of its calls holds the GUI thread up.
-  int FetchesOffTheGuiThread() {
-    const auto calls = Services().Calls();
-    return static_cast<int>(std::count_if(calls.cbegin(), calls.cend(), [](const CRecordingServices::Call& call) {
-      return call.name == "GetPlansInGroup" && !call.on_gui_thread;
-    }));
-  }
-  /// Somebody else saves a plan, and the notice comes.
-  void SavedElsewhere(const QString& plan, const char* name, const QString& group) {
-    QCOMPARE(fixture_.InStore().Update(ChangedPlan(plan, name, group)), QString());
-    Manager().OnViewChanged(plan);
-  }
-  void Reload() {
-    Manager().OnUpdateViewModelData();
-    QTRY_COMPARE(Outline(fixture_.Public()), QString("Plans"));
-  }
-
-  const int threads_ = QThreadPool::globalInstance()->maxThreadCount();
-  std::unique_ptr<CStandardViewController> controller_;
-  std::unique_ptr<CControllerLog> log_;
 };
-
-void StaleAnswersTest::init() {
-  QThreadPool::globalInstance()->setMaxThreadCount(8);
-  Open();
-  controller_ = std::make_unique<CStandardViewController>(fixture_.Public());
-  Expand(Root());
-  Expand(GroupRow("Public A"));
-  log_ = std::make_unique<CControllerLog>(controller_.get());
-}
-
-void StaleAnswersTest::cleanup() {
-  AnswerAll();
-  log_.reset();
-  controller_.reset();
-  Shut();
-  QThreadPool::globalInstance()->setMaxThreadCount(threads_);
-}
 
 void StaleAnswersTest::RowMovedMeanwhile() {
   AskAndHold("UpdatePlanGroup", CRecordingServices::BeforeCall,
@@ -166,159 +86,6 @@ void StaleAnswersTest::DeletedPlanDoesNotSurviveAReload() {
   }
 }
 
-void StaleAnswersTest::ChangedWhileItsGroupLoads_data() {
-  QTest::addColumn<QString>("success");
-  QTest::newRow("deleted") << "tip 0 DeleteTheSuccess";
-  QTest::newRow("moved") << "tip 0 SaveSuccessfulYCFI2BGO";
-}
-
-// What the host answered before the change would bring back what was there then.
-void StaleAnswersTest::ChangedWhileItsGroupLoads() {
-  QFETCH(QString, success);
-  AskAndHold("GetPlansInGroup", AfterCall, [this] { controller_->OnExpandViewTreeItem(GroupRow("Public B")); });
-  if (QTest::currentDataTag() == QLatin1String("deleted")) {  // in another panel, which has the group open
-    Manager().InsertSubPlanNode(fixture_.Code("Public B"), 0);
-    controller_->DeletePlanByIndex(PlanRow("Public B plan 2"));
-  } else {  // to where no rows are loaded
-    controller_->UpdatePlanParam(ChangedPlan(fixture_.Code("Public B plan 2"), "moved", fixture_.Code("A1")), "");
-  }
-  QTRY_VERIFY(log_->lines.contains(success));
-  AnswerAll();
-  QCOMPARE(Outline(fixture_.Public()), QString("Plans(%1,Public B(Public B plan 10))").arg(kGroupA));
-}
-
-void StaleAnswersTest::OnlyWhatConcernsAnExpansionOvertakesIt_data() {
-  QTest::addColumn<int>("fetches");
-  QTest::addColumn<QString>("outline");
-  const QString as_it_was = QString("Plans(%1,Public B(Public B plan 2,Public B plan 10))").arg(kGroupA);
-  QTest::newRow("nothing") << 1 << as_it_was;
-  QTest::newRow("a plan renamed elsewhere")
-      << 1 << "Plans(Public A(A1,new,Public A plan 10),Public B(Public B plan 2,Public B plan 10))";
-  QTest::newRow("a group renamed elsewhere")
-      << 1 << "Plans(Public A(new,Public A plan 2,Public A plan 10),Public B(Public B plan 2,Public B plan 10))";
-  QTest::newRow("its plan renamed") << 2 << QString("Plans(%1,Public B(new,Public B plan 10))").arg(kGroupA);
-  QTest::newRow("its plan deleted") << 2 << QString("Plans(%1,Public B(Public B plan 10))").arg(kGroupA);
-  QTest::newRow("a plan comes in")
-      << 2 << "Plans(Public A(A1,Public A plan 10),Public B(new,Public B plan 2,Public B plan 10))";
-  QTest::newRow("a plan leaves")
-      << 2 << "Plans(Public A(A1,Public A plan 2,Public A plan 10,new),Public B(Public B plan 10))";
-}
-
-void StaleAnswersTest::OnlyWhatConcernsAnExpansionOvertakesIt() {
-  QFETCH(int, fetches);
-  const QString group_a = fixture_.Code("Public A"), group_b = fixture_.Code("Public B");
-  const QString in_a = fixture_.Code("Public A plan 2"), in_b = fixture_.Code("Public B plan 2");
-  const QMap<QString, std::function<void()>> changes = {
-      {"nothing", [] {}},
-      {"a plan renamed elsewhere", [&] { SavedElsewhere(in_a, "new", group_a); }},
-      {"a group renamed elsewhere", [&] { Manager().OnViewGroupNameChanged(fixture_.Code("A1"), "new"); }},
-      {"its plan renamed", [&] { SavedElsewhere(in_b, "new", group_b); }},
-      {"its plan deleted",
-       [&] {
-         QCOMPARE(fixture_.InStore().DeletePlan(in_b), QString());
-         Manager().OnViewGroupChildRemoved(in_b, ResourceData::RT_VIEW);
-       }},
-      {"a plan comes in", [&] { SavedElsewhere(in_a, "new", group_b); }},
-      {"a plan leaves", [&] {
-         SavedElsewhere(in_b, "new", group_a);
-         Manager().OnViewGroupChildAdded(group_a, ResourceData::RT_VIEW);
-       }}};
-  Services().ForgetCalls();
-  AskAndHold("GetPlansInGroup", AfterCall, [this] { controller_->OnExpandViewTreeItem(GroupRow("Public B")); });
-  changes[QTest::currentDataTag()]();
-  AnswerAll();
-  QTEST(Outline(fixture_.Public()), "outline");
-  QCOMPARE(FetchesOffTheGuiThread(), fetches);
-}
-
-// The row is opened with what holds, and what a change took out of the answer comes when the changes end.
-void StaleAnswersTest::OvertakenTimeAndAgain() {
-  const QString group = fixture_.Code("Public B"), plan = fixture_.Code("Public B plan 2");
-  Services().ForgetCalls();
-  log_->Take();
-  AskAndHold("GetPlansInGroup", AfterCall, [this] { controller_->OnExpandViewTreeItem(GroupRow("Public B")); });
-  for (int fetch = 1; fetch <= 6; ++fetch) {
-    SavedElsewhere(plan, qPrintable(QString("name %1").arg(fetch)), group);
-    Services().Hold("GetPlanGroups", CRecordingServices::BeforeCall);
-    Services().Release("GetPlansInGroup");
-    QVERIFY(Services().WaitUntilHeld("GetPlanGroups"));
-    const char* shown = fetch < 5 ? "Plans(%1,Public B)" : "Plans(%1,Public B(Public B plan 10))";
-    QCOMPARE(Outline(fixture_.Public()), QString(shown).arg(kGroupA));
-    Services().Hold("GetPlansInGroup", AfterCall);
-    Services().Release("GetPlanGroups");
-    QVERIFY(Services().WaitUntilHeld("GetPlansInGroup"));
-  }
-  QCOMPARE(FetchesOffTheGuiThread(), 7);
-  Services().ReleaseAll();
-  QTRY_COMPARE(Outline(fixture_.Public()), QString("Plans(%1,Public B(Public B plan 10,name 6))").arg(kGroupA));
-  QCOMPARE(log_->Take(), QStringList({QString("loaded %1 1").arg(group), "list Public B 0 1"}));
-  QVERIFY(Services().ObserverOf(ResourceData::RT_VIEW, plan.toStdString()));
-  for (const auto& call : Services().Calls()) {
-    QVERIFY(call.name == "GetPlanDetail" || !call.on_gui_thread);
-  }
-}
-
-void StaleAnswersTest::WhatOvertakesAnAnswer_data() {
-  using Note = std::function<void(CChangeJournal&)>;
-  QTest::addColumn<Note>("note");
-  QTest::addColumn<bool>("overtaken");
-  QTest::addColumn<QString>("left");
-  const auto add = [](const char* name, bool overtaken, const char* left, const Note& note) {
-    QTest::newRow(name) << note << overtaken << left;
-  };
-  add("nothing", false, "g1 p1 p2", [](auto&) {});
-  add("a plan of others", false, "g1 p1 p2", [](auto& journal) { journal.NotePlan("p3", "g9"); });
-  add("a plan with its group's code", false, "g1 p1 p2", [](auto& journal) { journal.NotePlan("g1", "g9"); });
-  add("a plan comes in", true, "g1 p1 p2", [](auto& journal) { journal.NotePlan("p3", "g"); });
-  add("a plan goes elsewhere", true, "g1 p1", [](auto& journal) { journal.NotePlan("p2", "g9"); });
-  add("a group goes", true, "p1 p2", [](auto& journal) { journal.NoteGroup("g1", ""); });
-  add("the group itself", true, "g1 p1 p2", [](auto& journal) { journal.NoteGroup("g", ""); });
-  add("children of another", false, "g1 p1 p2", [](auto& journal) { journal.NoteChildrenOf("g1"); });
-  add("its children", true, "g1 p1 p2", [](auto& journal) { journal.NoteChildrenOf("g"); });
-  add("everything", true, "", [](auto& journal) { journal.NoteEverything(); });
-  add("as many as are remembered", false, "g1 p1 p2", [](auto& journal) {
-    for (int i = 0; i < CChangeJournal::kKept; ++i) {
-      journal.NoteChildrenOf("g9");
-    }
-  });
-  add("one more", true, "", [](auto& journal) {
-    for (int i = 0; i <= CChangeJournal::kKept; ++i) {
-      journal.NoteChildrenOf("g9");
-    }
-  });
-}
-
-void StaleAnswersTest::WhatOvertakesAnAnswer() {
-  QFETCH(std::function<void(CChangeJournal&)>, note);
-  SubItems items;
-  items.ok = true;
-  for (const char* code : {"p1", "p2"}) {
-    PlanBasicInfo plan;
-    plan.index_code = code;
-    items.plans.plans << plan;
-  }
-  PlanGroup group;
-  group.index_code = "g1";
-  items.groups.groups << group;
-  CChangeJournal journal;
-  journal.NotePlan("p1", "g");  // before the question
-  const int asked_at = journal.Now();
-  note(journal);
-  const RecentChanges changes = journal.Since(asked_at);
-  QTEST(IsOvertaken(items, "g", changes), "overtaken");
-  const SubItems rest = WhatStillHolds(items, changes);
-  QStringList left;
-  for (const auto& held : rest.groups.groups) {
-    left << held.index_code.c_str();
-  }
-  for (const auto& held : rest.plans.plans) {
-    left << held.index_code.c_str();
-  }
-  QTEST(left.join(' '), "left");
-  items.ok = false;  // what the host refuses is no news
-  QVERIFY(!IsOvertaken(items, "g", changes));
-}
-
 void StaleAnswersTest::ReloadedRowTakesAdditions() {
   AskAndHold("GetPlanGroups", AfterCall, [this] { controller_->OnExpandViewTreeItem(Root()); });
   Reload();
@@ -334,8 +101,7 @@ void StaleAnswersTest::AnswerOfAnotherUser() {
   CStandardViewController own(fixture_.Own());
   const QPersistentModelIndex old_root(fixture_.Own()->index(0, 0));
   AskAndHold("GetPlanGroups", AfterCall, [&] { own.OnExpandViewTreeItem(old_root); });
-  QString error;
-  QVERIFY(fixture_.Store().LogIn("viewer", &error));
+  QVERIFY(fixture_.Store().LogIn({"viewer"}).IsDone());
   QTRY_VERIFY(!old_root.isValid());  // the tree was loaded again, and its root has the same code
   QTRY_COMPARE(Outline(fixture_.Own()), QString("Plans"));
   AnswerAll();
@@ -426,7 +192,7 @@ void StaleAnswersTest::ChangesOfOneRowKeepTheirOrder() {
   QCOMPARE(Outline(fixture_.Public()), QString("Plans(last(A1,Public A plan 2,Public A plan 10),beside it)"));
 }
 
-void StaleAnswersTest::OwnAnswerAfterANewerNotice_data() {
+void StaleAnswersTest::OwnAnswerAfterNewerNotice_data() {
   QTest::addColumn<QStringList>("failing");
   QTest::newRow("the host says how it is") << QStringList();
   QTest::newRow("the host says so later") << QStringList{"GetPlanGroups", "GetPlansInGroup"};
@@ -434,7 +200,7 @@ void StaleAnswersTest::OwnAnswerAfterANewerNotice_data() {
 }
 
 // Own changes are made; before their answers come, somebody else makes newer ones. The tree ends as the store does.
-void StaleAnswersTest::OwnAnswerAfterANewerNotice() {
+void StaleAnswersTest::OwnAnswerAfterNewerNotice() {
   QFETCH(QStringList, failing);
   Expand(GroupRow("Public B"));
   const QString renamed = fixture_.Code("Public B"), moved = fixture_.Code("Public A plan 2"),
@@ -560,8 +326,7 @@ void StaleAnswersTest::AChangeThatWaitedIsNotTheNextUsers() {
   fail_at("asked");
   controller_->UpdatePlanGroupName(row, "waits");
   fail_at("turn");
-  QString error;
-  QVERIFY(!failing.isEmpty() || fixture_.Store().LogIn("viewer", &error));
+  QVERIFY(!failing.isEmpty() || fixture_.Store().LogIn({"viewer"}).IsDone());
   AnswerAll();
   QCOMPARE(Services().Requests<UpdatePlanGroupRequest>().size(), 1u);  // the host was not asked in another's name
   QCOMPARE(fixture_.Code("first"), code);

@@ -47,7 +47,7 @@ class RandomSite {
     TarnHost::PlanStoreOptions other;
     other.url = options.url;
     other_ = CPlanStore::Open(other, &error);
-    RC_ASSERT(other_ && other_->LogIn("operator", &error));
+    RC_ASSERT(other_ && other_->LogIn({"operator"}).IsDone());
     RC_ASSERT(QTest::qWaitFor([this] { return other_->IsViewResourceDownFinish(); }));
     for (CStandardPlanModel* model : {fixture_.Public(), fixture_.Own()}) {
       controllers_ << new CStandardViewController(model);

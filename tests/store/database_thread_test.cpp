@@ -1,4 +1,8 @@
+#include <poll.h>
+#include <unistd.h>
+
 #include <QtTest>
+#include <array>
 #include <atomic>
 #include <future>
 #include <memory>
@@ -47,6 +51,8 @@ class DatabaseThreadTest : public QObject {
   void AbandonsACallAndGoesOn();
   void KeepsWhoWasClaimedWaiting();
   void OutlivesItsOwner();
+  void BeatsAtOnceWhenThereIsNews();
+  void WaitsShortlyForAShortRead();
 };
 
 void DatabaseThreadTest::AbandonsACallAndGoesOn() {
@@ -54,11 +60,11 @@ void DatabaseThreadTest::AbandonsACallAndGoesOn() {
   std::atomic<int> news{0}, beats{0};
   answering->SetNews([&news] { ++news; });
   CDatabaseThread thread(answering), sibling(answering);
-  const auto look = [&beats] {
-    ++beats;
+  const auto look = [&beats](bool is_stuck) {
+    beats += int(is_stuck);
     return false;  // as long as the database is not there
   };
-  thread.SetBeat(std::chrono::milliseconds(1), look, CDatabaseThread::kWhileStuck);
+  thread.SetBeat(std::chrono::milliseconds(1), look);
   std::atomic<bool> never{false};
   CGate gate;
   const auto lose = [&gate] {
@@ -131,6 +137,57 @@ void DatabaseThreadTest::OutlivesItsOwner() {
   QVERIFY(!left.expired());
   gate->Open();
   QTRY_VERIFY_WITH_TIMEOUT(left.expired(), kLongMs);  // its last act was done
+}
+
+void DatabaseThreadTest::BeatsAtOnceWhenThereIsNews() {
+  int ends[2] = {-1, -1};
+  QCOMPARE(::pipe(ends), 0);
+  std::atomic<int> beats{0};
+  std::atomic<bool> has_news{false};
+  CDatabaseThread thread(std::make_shared<CAnswering>());
+  const auto beat = [&](bool) {
+    char byte = 0;
+    has_news = false;
+    beats += int(::poll(std::array{pollfd{ends[0], POLLIN, 0}}.data(), 1, 0) == 0 || ::read(ends[0], &byte, 1) == 1);
+    return true;
+  };
+  thread.SetBeat(std::chrono::hours(1), beat, [&] { return CDatabaseThread::Rest{ends[0], has_news}; });
+  QCOMPARE(::write(ends[1], "x", 1), ssize_t(1));
+  QTRY_COMPARE(beats, 1);
+  // What came along with the answer of a task shows in no socket.
+  thread.Call([&has_news] { has_news = true; });
+  QTRY_COMPARE(beats, 2);
+  thread.Call([] {});
+  QCOMPARE(beats, 2);
+  thread.BeginStop([] {});
+  QVERIFY(thread.WaitUntilEnded(CDatabaseThread::Clock::now() + std::chrono::milliseconds(kLongMs)));
+  ::close(ends[0]);
+  ::close(ends[1]);
+}
+
+// That says nothing of the database, which may only have much to do.
+void DatabaseThreadTest::WaitsShortlyForAShortRead() {
+  const auto answering = std::make_shared<CAnswering>();
+  CDatabaseThread thread(answering);
+  CGate gate;
+  thread.Post([&gate] {
+    gate.Pass();
+    return true;
+  });
+  gate.WaitUntilBegun();
+  QElapsedTimer clock;
+  clock.start();
+  QCOMPARE(TextOf([&] { thread.Call([] {}, CDatabaseThread::kShort); }), kNoAnswer);
+  QVERIFY(clock.elapsed() < kAtOnceMs);
+  clock.restart();
+  for (int more = 0; more < 10; ++more) {  // they do not add up
+    QCOMPARE(TextOf([&] { thread.Call([] {}, CDatabaseThread::kShort); }), kNoAnswer);
+  }
+  QVERIFY(clock.elapsed() < kAtOnceMs);
+  QVERIFY(!answering->IsLost());
+  gate.Open();
+  QCOMPARE(thread.Call([] { return 10; }), 10);
+  QCOMPARE(thread.Call([] { return 11; }, CDatabaseThread::kShort), 11);
 }
 
 QTEST_GUILESS_MAIN(DatabaseThreadTest)

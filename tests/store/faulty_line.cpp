@@ -5,6 +5,8 @@
 #include <QTcpSocket>
 #include <atomic>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace StoreTest {
 
@@ -16,7 +18,16 @@ class CFaultyLine::Exchange : public QObject {
   }
 
   void Listen() {
-    if (!calls_.listen(QHostAddress::LocalHost, port_)) {
+    silent_ = false;
+    for (const auto& weak : std::exchange(pairs_, {})) {
+      const auto pair = weak.lock();
+      if (pair && pair->client->isOpen() && pair->server->isOpen()) {
+        pairs_.push_back(pair);
+        FromClient(*pair);
+        FromServer(*pair);
+      }
+    }
+    if (!calls_.isListening() && !calls_.listen(QHostAddress::LocalHost, port_)) {
       qFatal("the line cannot listen: %s", qPrintable(calls_.errorString()));
     }
     port_ = calls_.serverPort();
@@ -32,6 +43,7 @@ class CFaultyLine::Exchange : public QObject {
       socket->abort();
     }
   }
+  void Silence() { silent_ = true; }
   quint16 Port() const { return port_; }
 
   std::atomic<bool> failed{false};
@@ -52,6 +64,7 @@ class CFaultyLine::Exchange : public QObject {
       client->setParent(this);
       pair->server->connectToHost(QHostAddress(server_.host()), static_cast<quint16>(server_.port()));
       pair->server->waitForConnected();
+      pairs_.push_back(pair);
       connect(client, &QTcpSocket::readyRead, this, [this, pair] { FromClient(*pair); });
       connect(pair->server, &QTcpSocket::readyRead, this, [this, pair] { FromServer(*pair); });
       connect(client, &QTcpSocket::disconnected, this, [pair] { End(*pair, pair->server); });
@@ -67,7 +80,7 @@ class CFaultyLine::Exchange : public QObject {
   }
 
   void FromClient(Pair& pair) {
-    if (pair.silent) {
+    if (pair.silent || silent_) {
       return;
     }
     const QByteArray bytes = pair.client->readAll();
@@ -88,7 +101,7 @@ class CFaultyLine::Exchange : public QObject {
   void FromServer(Pair& pair) {
     if (pair.cut_when_answered) {
       Fail();
-    } else if (!pair.silent) {
+    } else if (!pair.silent && !silent_) {
       pair.client->write(pair.server->readAll());
     }
   }
@@ -119,6 +132,8 @@ class CFaultyLine::Exchange : public QObject {
   quint16 port_ = 0;
   QByteArrayList words_;
   Fault fault_ = kSilent;
+  bool silent_ = false;
+  std::vector<std::weak_ptr<Pair>> pairs_;
 };
 
 CFaultyLine::CFaultyLine(const QUrl& server) : address_(server), exchange_(new Exchange(server)) {
@@ -151,6 +166,11 @@ void CFaultyLine::FailAfter(const QByteArrayList& words, Fault fault) {
 void CFaultyLine::Cut() {
   QMetaObject::invokeMethod(
       exchange_, [this] { exchange_->Cut(); }, Qt::BlockingQueuedConnection);
+}
+
+void CFaultyLine::Silence() {
+  QMetaObject::invokeMethod(
+      exchange_, [this] { exchange_->Silence(); }, Qt::BlockingQueuedConnection);
 }
 
 void CFaultyLine::Mend() {

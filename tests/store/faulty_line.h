@@ -29,6 +29,9 @@ class CFaultyLine {
   bool HasFailed() const;
   /// Cuts all connections.
   void Cut();
+  /// Nothing passes any more over any connection, of before or new; none is cut.
+  void Silence();
+  /// Takes calls again, and passes on what was held back.
   void Mend();
 
  private:

@@ -24,6 +24,21 @@ QStringList WithContentInTheRows(const char* table, const char* first_column, co
       "DROP TABLE light"};
 }
 
+QStringList WithoutRights() {
+  if (!CStoreFixture::OnPostgres()) {
+    return {};
+  }
+  return {"SET client_min_messages = warning",
+          "DO $$ DECLARE one record; BEGIN"
+          " FOR one IN SELECT * FROM pg_policies WHERE schemaname = 'public' LOOP"
+          " EXECUTE format('DROP POLICY %I ON %I', one.policyname, one.tablename); END LOOP;"
+          " FOR one IN SELECT * FROM pg_tables WHERE schemaname = 'public' LOOP"
+          " EXECUTE format('ALTER TABLE %I DISABLE ROW LEVEL SECURITY', one.tablename); END LOOP;"
+          " FOR one IN SELECT oid::regprocedure AS name FROM pg_proc WHERE starts_with(proname, 'tarn_') LOOP"
+          " EXECUTE format('DROP FUNCTION %s CASCADE', one.name); END LOOP; END $$",
+          "ALTER TABLE deletion DROP COLUMN noted_at", "DROP TABLE camera_claim"};
+}
+
 // Undoes the step to this version.
 QStringList Undo(int version) {
   switch (version) {
@@ -42,6 +57,13 @@ QStringList Undo(int version) {
              WithContentInTheRows("kept_plan", "deletion, ", "deletion INTEGER NOT NULL, ") +
              QStringList{"CREATE INDEX plan_parent ON plan (parent_code)", "DROP TABLE plan_content",
                          "DROP TABLE camera_name"};
+    case 7:
+      return {"ALTER TABLE camera_stream DROP COLUMN url", "DROP TABLE camera_access",
+              "DELETE FROM counter WHERE name IN ('camera', 'region')"};
+    case 8:
+      return WithoutRights() +
+             QStringList{"DROP TABLE account", "DROP INDEX app_user_role", "DROP INDEX plan_log_played_at",
+                         "ALTER TABLE app_user DROP COLUMN role_name", "DELETE FROM counter WHERE name = 'user'"};
   }
   qFatal("there is no step to version %d", version);
 }

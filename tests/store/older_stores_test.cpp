@@ -11,6 +11,8 @@ class OlderStoresTest : public CStoreTest {
  private Q_SLOTS:
   void KeepAllOfTheirContent_data();
   void KeepAllOfTheirContent();
+  void NumberCamerasBehindThoseThatPlansName();
+  void KnowThatTheyArePretended();
   void TakeDamagedPlansAlong();
 
  private:
@@ -79,6 +81,47 @@ void OlderStoresTest::KeepAllOfTheirContent() {
   QCOMPARE(ann_.Update(request), QString());
   QCOMPARE(bob_.Search("side door", 0).size(), 1);
   QCOMPARE(Findings(), QStringList());
+}
+
+// Cameras got no numbers of their own before: a plan that names a removed one must not show the next that is added.
+void OlderStoresTest::NumberCamerasBehindThoseThatPlansName() {
+  auto request = ann_.Unchanged(ann_.Plan("Gate A"));
+  request.pages.front().windows.front().resource_code = "1005";
+  QCOMPARE(ann_.Update(request), QString());
+  ann_.Leave();
+  SetBack(*fixture_, 6);
+  fixture_->RunPastTheStore("INSERT INTO user_right (user_id, code) VALUES (1, 8)");
+  TarnHost::CameraChanges changes;
+  changes.regions = {{"", "Hall", ""}};
+  changes.cameras.resize(1);
+  changes.cameras[0].name = "Door";
+  TarnHost::CameraChangesMade made;
+  std::string error;
+  QVERIFY2(ann_->ChangeCameras(changes, made, &error), error.c_str());
+  QCOMPARE(made.regions, std::vector<std::string>{"2"});
+  QCOMPARE(made.cameras, std::vector<std::string>{"1006"});
+}
+
+// What was made as the demo site and is it still, and nothing that may have got cameras since.
+void OlderStoresTest::KnowThatTheyArePretended() {
+  const std::pair<const char*, bool> cases[] = {
+      {"SELECT 1", true},
+      {"UPDATE camera SET name = 'Gate' WHERE id = 1001", false},
+      {"DELETE FROM camera WHERE id = 1001", false},
+      {"UPDATE camera_stream SET url = 'rtsp://192.0.2.1' WHERE camera_id = 1001", false},
+      {"INSERT INTO camera_access VALUES (1001, '', '', 'http://192.0.2.1')", false}};
+  for (const auto& [change, is_pretended] : cases) {
+    CStoreFixture demo;
+    demo.options.first_content = TarnHost::MakeDemoSite;
+    QCOMPARE(demo.OpeningError(), QString());
+    demo.RunPastTheStore("DELETE FROM store_info WHERE name = 'pretended'");
+    demo.RunPastTheStore(change);
+    SetBack(demo, 7);
+    QCOMPARE(demo.OpeningError(), QString());
+    QVERIFY2(demo.ReadPastTheStore("SELECT count(*) FROM store_info WHERE name = 'pretended'") ==
+                 QString::number(int(is_pretended)),
+             change);
+  }
 }
 
 // What could not be played before is named now as then, and hinders nothing else.

@@ -262,8 +262,7 @@ void PlanRecordsTest::FindsTheAutomaticPlan() {
     QCOMPARE(ann_.AddPlan(timed), QString());
   }
   QCOMPARE(ann_.Detail("123", 1).name, plan.toStdString());
-  QString error;
-  QVERIFY(ann_->LogIn("cid", &error));  // somebody else's own plan starts on no other screen
+  QVERIFY(ann_->LogIn({"cid"}).IsDone());  // somebody else's own plan starts on no other screen
   QCOMPARE(ann_.Detail("123", 1).name, std::string("Evening"));
 }
 

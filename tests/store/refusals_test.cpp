@@ -154,7 +154,7 @@ void RefusalsTest::WithoutAStoreAllIsUnavailable() {
   fixture_->options.download_delay = std::chrono::hours(1);
   QString error;
   const CClient late(TarnHost::CPlanStore::Open(fixture_->options, &error));
-  QVERIFY2(late->LogIn("ann", &error), qPrintable(error));
+  QVERIFY2(late->LogIn({"ann"}).IsDone(), qPrintable(error));
   QCOMPARE(Detail(late, "99").error_kind, int(view::Unavailable));
   QVERIFY(late->Close());
   QCOMPARE(Detail(late, "99").error_kind, int(view::Unavailable));

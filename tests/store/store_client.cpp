@@ -17,7 +17,7 @@ std::shared_ptr<TarnHost::CPlanStore> Open(const QString& url) {
   options.first_content = StoreTest::SmallSite;
   QString error;
   auto store = TarnHost::CPlanStore::Open(options, &error);
-  if (!store || !store->LogIn("ann", &error)) {
+  if (!store || !store->LogIn({"ann"}).IsDone()) {
     std::fprintf(stderr, "%s\n", qPrintable(error));
     return nullptr;
   }

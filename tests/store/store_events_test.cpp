@@ -222,8 +222,7 @@ void StoreEventsTest::ForgetsWhatWasNotCommitted() {
   fixture_->RunPastTheStore((postgres ? "DROP TRIGGER refuse ON " : "DROP TRIGGER refuse -- ") + table);
   QCOMPARE(ann_.RenameGroup(ann_.Group("-2", "Ann's"), "Later"), QString());
   QCOMPARE(ann_.Groups("-1") + ann_.Groups("-2"), QStringList({"Gates@-1", "Later@-2"}));
-  QString refusal;
-  QVERIFY(ann_->LogIn("bob", &refusal));
+  QVERIFY(ann_->LogIn({"bob"}).IsDone());
   QCOMPARE(ann_.Groups("-2"), QStringList{"Bob's@-2"});
 }
 
@@ -243,14 +242,26 @@ void StoreEventsTest::ComesBackAfterALostConnection() {
 
 void StoreEventsTest::RaisesTheTreeEventAtLogIn() {
   CRecorder recorder(ann_, {"root"});
-  QString error;
-  QVERIFY(!ann_->LogIn("stranger", &error));
-  QVERIFY(ann_->LogIn("bob", &error));
+  QVERIFY(!ann_->LogIn({"stranger"}).IsDone());
+  QVERIFY(ann_->LogIn({"bob"}).IsDone());
   ann_->ClearViewData();
   QCOMPARE(recorder.lines, QStringList());  // never from within the call
   QTRY_COMPARE(recorder.lines, QStringList{kWholeTree});
   QTRY_VERIFY(ann_->IsViewResourceDownFinish());
   QCOMPARE(ann_.Groups("-2"), QStringList{"Bob's@-2"});
+  // What a client does for the new user comes before that user's tree, from whichever thread the log-in is made.
+  QStringList before;
+  const auto log_in = [&] {
+    const auto note = [&] { before = recorder.lines + QStringList(QThread::currentThread()->objectName()); };
+    ann_->LogIn({"ann"}, {[] { return true; }, note});
+  };
+  QThread::currentThread()->setObjectName("the GUI's");
+  const std::unique_ptr<QThread> other(QThread::create(log_in));
+  other->start();
+  QVERIFY(other->wait());
+  QCOMPARE(before, QStringList());
+  QTRY_COMPARE(recorder.lines, QStringList({kWholeTree, kWholeTree}));
+  QCOMPARE(before, QStringList({kWholeTree, "the GUI's"}));
 }
 
 void StoreEventsTest::ToleratesRemovalWhileItReports() {

@@ -16,7 +16,19 @@ class StoreFilesTest : public CStoreTest {
   void ReadersAndWritersGoTogether();
   void ReadsWaitForNoWrite();
   void SaysThatItIsLocked();
+  void ReadsNoContentForTheTree();
 };
+
+namespace {
+
+/// By the whole process, from files.
+qint64 BytesRead() {
+  const QByteArray key = "rchar: ";
+  const QByteArray counts = Content("/proc/self/io");
+  return counts.mid(counts.indexOf(key) + key.size()).split('\n').front().toLongLong();
+}
+
+}  // namespace
 
 void StoreFilesTest::RefusesBadFiles() {
   fixture_->Make();
@@ -149,6 +161,20 @@ void StoreFilesTest::SaysThatItIsLocked() {
     QVERIFY(clock.elapsed() < 15000);
   }
   QCOMPARE(ann_.Groups("-1").size(), 1);
+}
+
+// Of a store with thumbnails, which is a hundred times its tree, less than a tenth.
+void StoreFilesTest::ReadsNoContentForTheTree() {
+  constexpr int kThumbnailBytes = 2000000;
+  fixture_->Make();
+  fixture_->RunPastTheStore(QString("UPDATE plan_content SET thumbnail = randomblob(%1)").arg(kThumbnailBytes));
+  const qint64 before = BytesRead();
+  QCOMPARE(ann_.Search("gate", 0).size(), 2);
+  const qint64 after = BytesRead();
+  QVERIFY(after > before);
+  QVERIFY2(10 * (after - before) < QFileInfo(fixture_->File()).size(), qPrintable(QString::number(after - before)));
+  ann_.Detail(ann_.Plan("Gate A"));
+  QVERIFY(BytesRead() - after > kThumbnailBytes);  // the content of a plan that is asked for is seen to be read
 }
 
 QTEST_GUILESS_MAIN(StoreFilesTest)

@@ -5,6 +5,8 @@
 #include <QUrl>
 #include <QtTest>
 
+#include "TarnHost/store_care.h"
+
 namespace StoreTest {
 namespace {
 
@@ -42,9 +44,17 @@ CDirectAccess::~CDirectAccess() {
 }
 
 QString CDirectAccess::Run(const QString& statement) const {
+  const QString answer = Try(statement);
+  if (answer.startsWith('!')) {
+    qFatal("%s fails: %s", qPrintable(statement), qPrintable(answer));
+  }
+  return answer;
+}
+
+QString CDirectAccess::Try(const QString& statement) const {
   QSqlQuery query(QSqlDatabase::database(name_, false));
   if (!query.exec(statement)) {
-    qFatal("%s fails: %s", qPrintable(statement), qPrintable(query.lastError().text()));
+    return '!' + query.lastError().text();
   }
   return query.next() ? query.value(0).toString() : QString();
 }
@@ -68,6 +78,14 @@ bool CStoreFixture::OnPostgres() {
   return qEnvironmentVariableIsSet("TARN_TEST_POSTGRES");
 }
 
+QString CStoreFixture::SuperuserUrl() {
+  return QString::fromLocal8Bit(qgetenv("TARN_TEST_POSTGRES_SUPERUSER")) + "/postgres";
+}
+
+bool CStoreFixture::UnderRoles() {
+  return qEnvironmentVariableIsSet("TARN_TEST_ROLES");
+}
+
 CStoreFixture::CStoreFixture() {
   options.url = OnPostgres() ? NewPostgresDatabase() : "sqlite:" + folder_.filePath("plans.db");
   options.first_content = SmallSite;
@@ -77,14 +95,58 @@ QString CStoreFixture::File() const {
   return options.url.mid(7);
 }
 
+void CStoreFixture::RunPastTheStore(const QString& statement) const {
+  const CDirectAccess access(options.url);
+  access.Run(statement);
+  if (OnPostgres()) {
+    access.Run("NOTIFY tarn_changes");
+  }
+}
+
 QString CStoreFixture::OpeningError() const {
   QString error;
   return TarnHost::CPlanStore::Open(options, &error) ? QString() : error;
 }
 
-std::shared_ptr<TarnHost::CPlanStore> CStoreFixture::Open(const QString& user) const {
+QString CStoreFixture::UrlOf(const QString& user) const {
+  QUrl url(options.url);
+  url.setUserName(user);
+  return url.toString();
+}
+
+void CStoreFixture::AgeDeletions() const {
+  if (OnPostgres()) {
+    RunPastTheStore("UPDATE deletion SET noted_at = now() - interval '1 hour'");
+  }
+}
+
+void CStoreFixture::MakeRoles() const {
+  QString said, error;
+  if (!TarnHost::CPlanStore::Open(options, &error) || !TarnHost::StoreCare::UseRoles(options.url, &said, &error)) {
+    qFatal("there are no roles: %s", qPrintable(error));
+  }
+  has_roles_ = true;
+}
+
+std::shared_ptr<TarnHost::CPlanStore> CStoreFixture::OpenAs(const QString& user) const {
   QString error;
-  auto store = TarnHost::CPlanStore::Open(options, &error);
+  TarnHost::PlanStoreOptions as_user = options;
+  if (UnderRoles()) {
+    as_user.url = UrlOf(user);
+  }
+  auto store = TarnHost::CPlanStore::Open(as_user, &error);
+  if (!store) {
+    qFatal("the store cannot be opened: %s", qPrintable(error));
+  }
+  return store;
+}
+
+std::shared_ptr<TarnHost::CPlanStore> CStoreFixture::Open(const QString& user) const {
+  if (UnderRoles() && !has_roles_) {
+    MakeRoles();
+  }
+  QString error;
+  auto store = OpenAs(user);
   if (!store || !TarnTest::LogIn(*store, user, &error)) {
     qFatal("the store does not get ready: %s", qPrintable(error));
   }
@@ -128,11 +190,11 @@ void CStoreTest::init() {
   bob_ = CClient(fixture_.get(), "bob");
 }
 
-void CStoreTest::FollowTroubles(TarnHost::StoreTrouble wanted) {
+void CStoreTest::FollowTroubles(const std::set<TarnHost::StoreTrouble>& wanted) {
   troubles_.clear();
   fixture_->options.on_trouble = [this, wanted](TarnHost::StoreTrouble trouble, const QString& line) {
     QVERIFY(QThread::currentThread() == QCoreApplication::instance()->thread());
-    QVERIFY(trouble == (line.isEmpty() ? TarnHost::StoreTrouble::kNone : wanted));
+    QVERIFY(line.isEmpty() ? trouble == TarnHost::StoreTrouble::kNone : wanted.count(trouble) != 0);
     troubles_.append(line);
   };
 }

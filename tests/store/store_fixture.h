@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 #include <memory>
+#include <set>
 #include <string>
 
 #include "TarnHost/plan_site.h"
@@ -33,6 +34,8 @@ class CDirectAccess {
 
   /// The first value of the first row. Ends the program when the statement fails.
   QString Run(const QString& statement) const;
+  /// The same; "!" and the database's words when it fails.
+  QString Try(const QString& statement) const;
 
  private:
   QString name_;
@@ -53,13 +56,27 @@ class CStoreFixture {
   /// The text of a store that cannot be opened; empty for one that can.
   QString OpeningError() const;
 
-  void RunPastTheStore(const QString& statement) const { ReadPastTheStore(statement); }
+  /// Announced to the stores that are open, as their own changes are.
+  void RunPastTheStore(const QString& statement) const;
   QString ReadPastTheStore(const QString& statement) const { return CDirectAccess(options.url).Run(statement); }
 
   static bool OnPostgres();
+  /// The server's own database, for who may do anything.
+  static QString SuperuserUrl();
+  /// Whether each user opens the store under a role of the server that is his own.
+  static bool UnderRoles();
+  /// The store's address for this user's role.
+  QString UrlOf(const QString& user) const;
+  /// All deletions were made an hour ago by the server's clock, which bounds what a user's role may forget.
+  void AgeDeletions() const;
+  /// Makes the store, and roles for its users.
+  void MakeRoles() const;
 
  private:
+  std::shared_ptr<TarnHost::CPlanStore> OpenAs(const QString& user) const;
+
   QTemporaryDir folder_;
+  mutable bool has_roles_ = false;
 };
 
 /// Keeps every client from writing, as one does that is in the midst of a long change.
@@ -109,7 +126,7 @@ class CStoreTest : public QObject {
   Q_OBJECT
  protected:
   /// Notes each line of trouble of the stores that are opened from here on; an empty one says that it is over.
-  void FollowTroubles(TarnHost::StoreTrouble wanted);
+  void FollowTroubles(const std::set<TarnHost::StoreTrouble>& wanted);
 
   std::unique_ptr<CStoreFixture> fixture_;
   CClient ann_{nullptr}, bob_{nullptr};

@@ -9,7 +9,8 @@ using namespace StoreTest;
 
 namespace {
 
-constexpr int kGuiMs = 3000, kPoolMs = 13000, kAtOnceMs = 300, kCloseMs = 3000;
+constexpr int kReadMs = 200, kGuiMs = 3000, kPoolMs = 13000, kAtOnceMs = 300, kCloseMs = 3000;
+constexpr int kKnownMs = 2000;
 constexpr double kIdleSeconds = 5;
 
 /// What `call` answers, and how long it took when that was too long.
@@ -31,7 +32,7 @@ struct CPlanFollower : ResourceData::IResourceObserver {
   }
   ~CPlanFollower() override { client->ViewRegisterResourceUpdate(this, {ResourceData::RT_VIEW, plan, 0}); }
   void OnResourceUpdate(const Param&) override {
-    const view::GetPlanDetailResponse detail = client.Detail(plan);
+    const view::GetPlanDetailResponse detail = client.DetailAtOnce(plan);
     seen.append(QString::fromStdString(detail.error_info.empty() ? detail.name : detail.error_info));
   }
 
@@ -48,6 +49,7 @@ class StoreHangTest : public CStoreTest {
   void HasTheSystemWatchIdleConnections();
   void AnswersInTimeAndWorksAgain();
   void ReportsTheHangAndWhatCouldNotBeRead();
+  void ReportsTheHangOfAnIdleDesk();
   void ClosesInTime_data();
   void ClosesInTime();
   void WaitsOnceForWhatItLeavesBehind();
@@ -71,19 +73,20 @@ void StoreHangTest::HasTheSystemWatchIdleConnections() {
 // The whole time that the watch needs to cut a connection passes, so that everything is connected again afterwards.
 void StoreHangTest::AnswersInTimeAndWorksAgain() {
   const std::string plan = ann_.Plan("Gate A"), gates = bob_.Group("-1", "Gates");
-  const auto read = [&] { return QString::fromStdString(ann_.Detail(plan).error_info); };
+  const auto read = [&] { return QString::fromStdString(ann_.DetailAtOnce(plan).error_info); };
   const auto write = [&] { return ann_.AddPlan(gates, "Asked for in vain"); };
-  QCOMPARE(read(), QString());
+  QCOMPARE(QString::fromStdString(ann_.Detail(plan).error_info), QString());
 
   CServerPause pause;
   auto pool_read = std::async(std::launch::async, [&] { return InTime(kPoolMs, read); });
   auto pool_write = std::async(std::launch::async, [&] { return InTime(kPoolMs, write); });
-  QCOMPARE(InTime(kGuiMs, read), kNoAnswer);
-  for (const auto& call : std::vector<std::function<QString()>>{
-           read, write, [&] { return QString::fromStdString(ann_.DefaultView()).mid(1); },
-           [&] { return ann_.Share(plan, "2"); }, [&] { return ann_.SetDefaultView(plan, 16000); }}) {
+  QCOMPARE(InTime(kReadMs, read), kNoAnswer);
+  QCOMPARE(InTime(kGuiMs, write), kNoAnswer);
+  for (const auto& call : std::vector<std::function<QString()>>{read, write, [&] { return ann_.Share(plan, "2"); },
+                                                                [&] { return ann_.SetDefaultView(plan, 16000); }}) {
     QCOMPARE(InTime(kAtOnceMs, call), kNoAnswer);
   }
+  QCOMPARE(InTime(kAtOnceMs, [&] { return QString::fromStdString(ann_.DefaultView()); }), QString("-3"));
   QCOMPARE(ann_.Groups("-1"), QStringList{"Gates@-1"});  // what is in memory needs no server
   for (auto* waiting : {&pool_read, &pool_write}) {
     QCOMPARE(waiting->get(), kNoAnswer);
@@ -104,8 +107,9 @@ void StoreHangTest::AnswersInTimeAndWorksAgain() {
 
 void StoreHangTest::ReportsTheHangAndWhatCouldNotBeRead() {
   const auto update = TarnTest::ChangedPlan(bob_.Plan("Gate A"), "Gate A renamed");
-  FollowTroubles(TarnHost::StoreTrouble::kConnectionLost);
-  CPlanFollower follower(ann_, update.plan_index_code);
+  const std::string unread = bob_.Plan("Gate B");
+  FollowTroubles({TarnHost::StoreTrouble::kNotAnswering});
+  CPlanFollower follower(ann_, update.plan_index_code), other(ann_, unread);
   QCOMPARE(bob_.Update(update), QString());
   QElapsedTimer clock;
   clock.start();
@@ -114,12 +118,30 @@ void StoreHangTest::ReportsTheHangAndWhatCouldNotBeRead() {
   }
   CServerPause pause;
   clock.restart();
-  QTRY_COMPARE(follower.seen, QStringList{kNoAnswer});
+  QTRY_COMPARE(follower.seen, QStringList{"Gate A renamed"});  // it came with the notice
+  QCOMPARE(InTime(kReadMs, [&] { return QString::fromStdString(ann_.DetailAtOnce(unread).error_info); }), kNoAnswer);
   QTRY_COMPARE(troubles_, QStringList{kNoAnswer});
-  QVERIFY2(clock.elapsed() < kGuiMs, qPrintable(QString::number(clock.elapsed())));
+  QVERIFY2(clock.elapsed() < kKnownMs, qPrintable(QString::number(clock.elapsed())));
   pause.GoOn();
-  QTRY_COMPARE(follower.seen, (QStringList{kNoAnswer, "Gate A renamed"}));
+  QTRY_COMPARE(other.seen, QStringList{"Gate B"});
   QTRY_COMPARE(troubles_, (QStringList{kNoAnswer, QString()}));
+}
+
+// No call is under way, and yet the user is to know.
+void StoreHangTest::ReportsTheHangOfAnIdleDesk() {
+  const std::string gates = bob_.Group("-1", "Gates");
+  FollowTroubles({TarnHost::StoreTrouble::kNotAnswering});
+  QCOMPARE(ann_.Groups("-1").size(), 1);
+  CServerPause pause;
+  QElapsedTimer clock;
+  clock.start();
+  QTRY_COMPARE(troubles_, QStringList{kNoAnswer});
+  QVERIFY2(clock.elapsed() < kKnownMs, qPrintable(QString::number(clock.elapsed())));
+  QCOMPARE(InTime(kAtOnceMs, [&] { return ann_.Share(ann_.Plan("Gate A"), "2"); }), kNoAnswer);
+  pause.GoOn();
+  QTRY_COMPARE(troubles_, (QStringList{kNoAnswer, QString()}));
+  QTRY_COMPARE(bob_.AddPlan(gates, "New"), QString());  // his desk finds out by itself
+  QTRY_VERIFY(!ann_.Plan("New").empty());
 }
 
 void StoreHangTest::ClosesInTime_data() {
@@ -136,7 +158,7 @@ void StoreHangTest::ClosesInTime() {
   auto late = std::async(std::launch::async, [&] { return ann_.AddPlan("-1", "Late"); });
   QTRY_VERIFY(pause.KeepsSomebodyWaiting());
   if (known) {
-    QCOMPARE(QString::fromStdString(ann_.Detail(plan).error_info), kNoAnswer);
+    QCOMPARE(ann_.Share(plan, "2"), kNoAnswer);
   }
   QCOMPARE(InTime(kCloseMs, [&] { return ann_->Close() ? "in order" : "left behind"; }), QString("in order"));
   QVERIFY(!late.get().isEmpty());

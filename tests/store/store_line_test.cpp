@@ -13,7 +13,8 @@ namespace {
 
 // Said by each write, in this order.
 const QByteArray kWriteBegins = "pg_advisory_xact_lock", kWriteEnds = "COMMIT";
-constexpr int kAnswerMs = 30000;
+const QByteArray kSignOfLife("Q\0\0\0\5\0", 6);  // asked for by a desk that has nothing else to ask
+constexpr int kAnswerMs = 30000, kKnownMs = 2000;
 constexpr int kLockFreeMs = 20000;  // a desk that vanished may hold the others up so long
 
 /// Runs a call over a line that fails, so that the test can mend it meanwhile.
@@ -56,7 +57,12 @@ class StoreLineTest : public CStoreTest {
   void SaysWhyItCannotBeOpened_data();
   void SaysWhyItCannotBeOpened();
   void ReportsTroubleWhileItLasts();
+  void ReportsAnIdleLineThatIsCut_data();
+  void ReportsAnIdleLineThatIsCut();
+  void ReportsAFullDiskOfTheServerWhileItLasts();
   void ReadsWhenItsConnectionsHaveDied();
+  void HearsOfChangesAtOnce();
+  void HasOneSessionWhileItIsIdle();
   void ChecksWhoTheServerIs();
 };
 
@@ -82,7 +88,7 @@ void StoreLineTest::OthersSaveAfterADeskVanishedWhileItSaved() {
   line.Mend();
   QTRY_VERIFY_WITH_TIMEOUT(ann_.Plans("-1") == bob_.Plans("-1"), kAnswerMs);
   QCOMPARE(bob_.Plans("-1").filter("aved"), QStringList{"Saved@-1"});
-  QCOMPARE(ann_.AddPlan("-1", "Works again"), QString());
+  QTRY_COMPARE(ann_.AddPlan("-1", "Works again"), QString());
 }
 
 void StoreLineTest::AnswersWhatBecameOfAWrite_data() {
@@ -213,7 +219,7 @@ void StoreLineTest::ReportsTroubleWhileItLasts() {
   QCOMPARE(bob_.Groups("-1"), eve.Groups("-1"));  // both without the line
   CFaultyLine line(QUrl(fixture_->Url()));
   fixture_->options.url = line.Url();
-  FollowTroubles(TarnHost::StoreTrouble::kConnectionLost);
+  FollowTroubles({TarnHost::StoreTrouble::kConnectionLost});
   QVERIFY(!ann_.Plans("-1").isEmpty());
   for (int round = 0; round < 2; ++round) {
     troubles_.clear();
@@ -237,6 +243,81 @@ void StoreLineTest::ReportsTroubleWhileItLasts() {
   const QStringList at_the_end = troubles_;
   QCoreApplication::processEvents();
   QCOMPARE(troubles_, at_the_end);  // a store that is closed reports nothing
+}
+
+void StoreLineTest::ReportsAnIdleLineThatIsCut_data() {
+  QTest::addColumn<bool>("silent");
+  QTest::newRow("silent") << true;
+  QTest::newRow("cut") << false;
+}
+
+void StoreLineTest::ReportsAnIdleLineThatIsCut() {
+  QFETCH(bool, silent);
+  CFaultyLine line(QUrl(fixture_->Url()));
+  fixture_->options.url = line.Url();
+  FollowTroubles({TarnHost::StoreTrouble::kConnectionLost, TarnHost::StoreTrouble::kNotAnswering});
+  QVERIFY(!ann_.Plans("-1").isEmpty());
+  if (silent) {
+    line.FailAfter({kSignOfLife}, CFaultyLine::kSilent);
+    QTRY_VERIFY(line.HasFailed());
+  } else {
+    line.Cut();
+  }
+  QElapsedTimer clock;
+  clock.start();
+  QTRY_VERIFY(!troubles_.isEmpty());
+  QVERIFY2(clock.elapsed() < kKnownMs, qPrintable(QString::number(clock.elapsed())));
+  line.Cut();
+  line.Mend();
+  QTRY_COMPARE(troubles_.last(), QString());
+  QCOMPARE(ann_.AddPlan("-1", "Works again"), QString());
+}
+
+// The look that finds what was not announced is 5 s away.
+void StoreLineTest::HearsOfChangesAtOnce() {
+  QVERIFY(!ann_.Plans("-1").isEmpty() && !bob_.Plans("-1").isEmpty());
+  QElapsedTimer clock;
+  clock.start();
+  for (const char* name : {"One", "Two", "Three", "Four", "Five"}) {
+    for (const auto& [from, to] : {std::make_pair(ann_, bob_), std::make_pair(bob_, ann_)}) {
+      QCOMPARE(from.AddPlan("-1", name), QString());
+      QTRY_COMPARE(to.Plans("-1"), from.Plans("-1"));
+    }
+  }
+  QVERIFY2(clock.elapsed() < kKnownMs, qPrintable(QString::number(clock.elapsed())));
+  // By a program that announces nothing.
+  fixture_->ReadPastTheStore("UPDATE plan SET name = 'Other' WHERE name = 'One'");
+  fixture_->ReadPastTheStore("UPDATE counter SET value = value + 3 WHERE name = 'seq'");
+  QTRY_VERIFY_WITH_TIMEOUT(!ann_.Plan("Other").empty(), kAnswerMs);
+}
+
+void StoreLineTest::HasOneSessionWhileItIsIdle() {
+  const auto sessions = [this] {
+    return fixture_->ReadPastTheStore(
+        "SELECT count(*) - 1 FROM pg_stat_activity WHERE datname = current_database() AND backend_type = 'client "
+        "backend'");
+  };
+  QCOMPARE(ann_.Detail(ann_.Plan("Gate A")).error_info, std::string());
+  QCOMPARE(sessions(), QString("2"));
+  QTRY_COMPARE_WITH_TIMEOUT(sessions(), QString("1"), kAnswerMs);
+  QCOMPARE(ann_.Detail(ann_.Plan("Gate A")).error_info, std::string());
+}
+
+void StoreLineTest::ReportsAFullDiskOfTheServerWhileItLasts() {
+  FollowTroubles({TarnHost::StoreTrouble::kNoRoom});
+  QVERIFY(!ann_.Plans("-1").isEmpty());
+  fixture_->RunPastTheStore(
+      "CREATE FUNCTION has_no_room() RETURNS trigger LANGUAGE plpgsql AS"
+      " $$ BEGIN RAISE EXCEPTION 'could not extend file' USING ERRCODE = 'disk_full'; END $$");
+  fixture_->RunPastTheStore(
+      "CREATE TRIGGER no_room BEFORE INSERT ON change_log FOR EACH ROW EXECUTE FUNCTION has_no_room()");
+  const QString refusal = ann_.AddPlan("-1", "Too much");
+  QVERIFY2(refusal.endsWith("has no room left: its disk is full."), qPrintable(refusal));
+  QTRY_COMPARE(troubles_, QStringList{refusal});
+  QCOMPARE(ann_.AddPlan("-1", "Still too much"), refusal);
+  fixture_->RunPastTheStore("DROP TRIGGER no_room ON change_log");
+  QTRY_COMPARE_WITH_TIMEOUT(troubles_, (QStringList{refusal, QString()}), kAnswerMs);  // without a change of hers
+  QCOMPARE(ann_.Plans("-1").filter("much"), QStringList());
 }
 
 // The reads right after a server was started again find connections that died while they lay idle.
@@ -276,7 +357,7 @@ void StoreLineTest::ChecksWhoTheServerIs() {
                 " -out server.crt && chmod 600 server.key && cat server.crt > \"%1\"'")
             .arg(quoted),
         QString("ALTER SYSTEM SET ssl = on"), QString("SELECT pg_reload_conf()")}) {
-    fixture_->RunPastTheStore(statement);
+    CDirectAccess(CStoreFixture::SuperuserUrl()).Run(statement);
   }
   QString error;
   QUrl url(fixture_->Url());

@@ -37,7 +37,7 @@ class StoreMigrationsTest : public QObject {
   void CarriesContentOver();
   void LeavesAStoreAsItWasWhenAStepFails();
   void LetsWhoMayDoEverythingConfigure();
-  void KeepsWhatANewerProgramWrote();
+  void KeepsWhatNewerProgramsWrote();
   void FindsTheCamerasOfAnyText();
 
  private:
@@ -90,7 +90,7 @@ void StoreMigrationsTest::LetsWhoMayDoEverythingConfigure() {
   QVERIFY(old.Value("SELECT 1 FROM user_right WHERE user_id = 1 AND code = 8").isValid());
 }
 
-void StoreMigrationsTest::KeepsWhatANewerProgramWrote() {
+void StoreMigrationsTest::KeepsWhatNewerProgramsWrote() {
   const QString text =
       R"([{"colour":"red","dwell":30,"name":"P","no":1,"split":2,)"
       R"("windows":[{"code":"7","kind":1,"name":"Gate","no":1,"preset":0,"stream":0,"zoom":{"x":1}}]},)"

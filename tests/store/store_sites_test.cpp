@@ -47,8 +47,9 @@ void StoreSitesTest::WaitsForTheDownload() {
   clock.start();
   const CClient client(TarnHost::CPlanStore::Open(fixture_->options, &error));
   QVERIFY(client.Groups("-1").value(0).contains("logged in"));
-  QVERIFY(!client->LogIn("stranger", &error) && error.contains("stranger"));
-  QVERIFY(client->LogIn("ann", &error));
+  const TarnHost::LogInAnswer stranger = client->LogIn({"stranger"});
+  QVERIFY(stranger.outcome == TarnHost::LogInOutcome::kUnknownUser && stranger.line.contains("stranger"));
+  QVERIFY(client->LogIn({"ann"}).IsDone());
   view::ClienInitViewDataResponse response;
   for (int round = 0; round < 2; ++round) {
     if (round != 0) {
@@ -102,6 +103,9 @@ void StoreSitesTest::MakesTheDemoSite() {
     fewest_streams = std::min(fewest_streams, streams.stream_types.size());
     QVERIFY(!window.resource_name.empty());
   }
+  TarnHost::CameraAccessList access;
+  std::string error;
+  QVERIFY(client->GetCameraAccess({"1001"}, access, &error) && access.is_pretended);
   QVERIFY(fewest_streams == 1 && most_streams == 3);
   const auto patrol = client.Detail("123", 1);
   QVERIFY(patrol.name == "Night patrol" && patrol.start_time == "02:00:00" && patrol.end_time == "04:00:00");

@@ -51,6 +51,7 @@ class StoreUndoTest : public CStoreTest {
   void IsRefused_data();
   void IsRefused();
   void NamesakesOfBeforeAreNoObstacle();
+  void CountsNamesakesOnce();
   void KeptRowsAreForgotten();
   void ManyKeptRowsAreForgottenByAndBy();
   void WrongClockForgetsNothing();
@@ -280,6 +281,33 @@ void StoreUndoTest::NamesakesOfBeforeAreNoObstacle() {
   for (const std::string& plan : both) {
     QCOMPARE(ann_.RestorePlan(plan), QString());
   }
+  // But one that never stood beside it is: kept rows do not stand there.
+  QCOMPARE(ann_.DeletePlan(both[0]), QString());
+  QCOMPARE(ann_.DeletePlan(both[1]), QString());
+  *passed_ = 400;  // of neither any more
+  std::string third;
+  QCOMPARE(ann_.AddPlan("-1", "Top", &third), QString());
+  QCOMPARE(ann_.DeletePlan(third), QString());
+  QCOMPARE(ann_.AddPlan("-1", "Top"), QString());
+  QVERIFY(ann_.RestorePlan(third).contains("given to another"));
+}
+
+// What comes back stands beside those that are deleted later, not once more beside those of before.
+void StoreUndoTest::CountsNamesakesOnce() {
+  const std::string first = ann_.Plan("Top");
+  std::string second, third, fresh;
+  QCOMPARE(ann_.AddPlan("-1", "Top", &second), QString());
+  QCOMPARE(ann_.AddPlan("-1", "Top", &third), QString());
+  for (const std::string& plan : {first, second, third}) {
+    QCOMPARE(ann_.DeletePlan(plan), QString());
+  }
+  QCOMPARE(ann_.RestorePlan(second), QString());
+  QCOMPARE(ann_.AddPlan("-1", "Top"), QString());
+  QVERIFY(ann_.RestorePlan(third).contains("given to another"));
+  QCOMPARE(ann_.AddPlan("-1", "Top", &fresh), QString());
+  QVERIFY(ann_.RestorePlan(first).contains("given to another"));
+  QCOMPARE(ann_.DeletePlan(fresh), QString());
+  QCOMPARE(ann_.RestorePlan(first), QString());
 }
 
 void StoreUndoTest::KeptRowsAreForgotten() {
@@ -287,6 +315,7 @@ void StoreUndoTest::KeptRowsAreForgotten() {
   QCOMPARE(ann_.DeletePlan(ann_.Plan("Top")), QString());
   QCOMPARE(ann_.DeleteGroup(Gates()), QString());
   QCOMPARE(Kept(), QString("2 2 3 1"));
+  fixture_->AgeDeletions();
   ann_.Leave();
   Write(bob_);  // where the kept rows are found
   *passed_ = kLater;
@@ -361,6 +390,7 @@ void StoreUndoTest::WhatTheLogShowsToBeOldIsForgotten() {
     fixture_->RunPastTheStore("INSERT INTO change_log SELECT code, '', 4, code FROM deletion WHERE code > 500000");
     fixture_->RunPastTheStore("UPDATE counter SET value = 600000 WHERE name = 'seq'");
   }
+  fixture_->AgeDeletions();
   QCOMPARE(ann_.DeletePlan(top), QString());
   Write(bob_);
   QCOMPARE(Kept().section(' ', 0, 0).toInt(), deletions - 1);
@@ -379,8 +409,10 @@ void StoreUndoTest::SharedGroupsBecomeOne() {
   QCOMPARE(bob_.DeleteGroup(shared), QString());
   QCOMPARE(ann_.Share(ann_.Plan("Top"), "2"), QString());
   QTRY_VERIFY(!bob_.Group("-2", "Shared").empty());
-  QCOMPARE(bob_.RestoreGroup(shared), QString());
+  view::RestoreDeletedResponse restored;
+  QVERIFY(bob_->RestoreDeleted({shared, true}, restored));
   const std::string now = bob_.Group("-2", "Shared");
+  QCOMPARE(restored.index_code, now);
   QCOMPARE(bob_.DefaultView(), now);
   for (const CClient& client : {bob_, CClient(fixture_.get(), "bob")}) {
     QCOMPARE(client.Groups("-2").filter("Shared").size(), 1);

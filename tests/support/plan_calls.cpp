@@ -1,6 +1,7 @@
 #include "plan_calls.h"
 
 #include <QtTest>
+#include <future>
 
 namespace TarnTest {
 
@@ -38,7 +39,9 @@ bool LogIn(TarnHost::CPlanStore& store, const QString& user, QString* error) {
   LogInWatch watch;
   store.ViewRegisterResourceUpdate(&watch, {ResourceData::RT_VIEW_GROUP, "root", 1});
   const auto is_ready = [&] { return watch.passed && store.IsViewResourceDownFinish(); };
-  const bool done = store.LogIn(user, error) && QTest::qWaitFor(is_ready, kReadyMs);
+  const TarnHost::LogInAnswer answer = store.LogIn({user});
+  *error = answer.line;
+  const bool done = answer.IsDone() && QTest::qWaitFor(is_ready, kReadyMs);
   store.ViewRegisterResourceUpdate(&watch, {ResourceData::RT_VIEW_GROUP, "root", 0});
   return done;
 }
@@ -71,6 +74,11 @@ std::string CPlanCalls::Group(const Text& parent, const std::string& name) const
 }
 
 view::GetPlanDetailResponse CPlanCalls::Detail(const Text& plan, int kind) const {
+  Host();  // opened on this thread
+  return std::async(std::launch::async, [&] { return DetailAtOnce(plan, kind); }).get();
+}
+
+view::GetPlanDetailResponse CPlanCalls::DetailAtOnce(const Text& plan, int kind) const {
   view::GetPlanDetailResponse response;
   const bool done = Host().GetPlanDetail({plan, kind, false}, response);
   response.error_info = Failure(done, response).toStdString();

@@ -24,7 +24,10 @@ class CPlanCalls {
   QStringList Plans(const Text& group) const;
   /// Code of the child group with this name; empty when there is none.
   std::string Group(const Text& parent, const std::string& name) const;
+  /// Off this thread, as a client asks: the GUI thread is answered from memory and does not wait for long.
   GetPlanDetailResponse Detail(const Text& plan, int kind = 0) const;
+  /// On this thread, as a tree asks after a notice.
+  GetPlanDetailResponse DetailAtOnce(const Text& plan, int kind = 0) const;
   QStringList Search(const char* text, int scope) const;
   /// Hits with what their second line says: "Gates/North/Gate B", and of one found by a camera "... (camera)".
   QStringList Found(const char* text, int scope) const;

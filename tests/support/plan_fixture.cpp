@@ -25,7 +25,7 @@ constexpr int kLeastThreads = 4;
 
 TarnHost::PlanSite SmallSite() {
   TarnHost::PlanSite site;
-  site.users = {{"operator", {5, 6, 7}}, {"viewer", {}}};
+  site.users = {{"operator", {5, 6, 7, 8}}, {"viewer", {}}};
   site.regions = {{"Yard", -1}};
   site.cameras = {{"Gate camera", 0, true, {"Door"}, {0, 1}}};
   site.groups = {

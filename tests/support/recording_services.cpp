@@ -104,6 +104,38 @@ bool CRecordingServices::SetFavoriteCamera(const std::string& index_code, bool f
               [&] { return target_->SetFavoriteCamera(index_code, favorite, error); });
 }
 
+bool CRecordingServices::GetCameraAccess(const std::vector<std::string>& index_codes,
+                                         TarnHost::CameraAccessList& access, std::string* error) {
+  return pass(QStringLiteral("GetCameraAccess"), index_codes, error,
+              [&] { return target_->GetCameraAccess(index_codes, access, error); });
+}
+
+bool CRecordingServices::ChangeCameras(const TarnHost::CameraChanges& changes, TarnHost::CameraChangesMade& made,
+                                       std::string* error) {
+  return pass(QStringLiteral("ChangeCameras"), changes, error,
+              [&] { return target_->ChangeCameras(changes, made, error); });
+}
+
+bool CRecordingServices::SetCameraAuthority(const std::string& pem, std::string* error) {
+  return pass(QStringLiteral("SetCameraAuthority"), pem, error,
+              [&] { return target_->SetCameraAuthority(pem, error); });
+}
+
+bool CRecordingServices::GetPlansShowing(const std::vector<std::string>& camera_codes, TarnHost::PlansShowing& showing,
+                                         std::string* error) {
+  return pass(QStringLiteral("GetPlansShowing"), camera_codes, error,
+              [&] { return target_->GetPlansShowing(camera_codes, showing, error); });
+}
+
+bool CRecordingServices::GetSiteUsers(TarnHost::SiteUsers& users, std::string* error) {
+  return pass(QStringLiteral("GetSiteUsers"), {}, error, [&] { return target_->GetSiteUsers(users, error); });
+}
+
+bool CRecordingServices::ChangeSiteUsers(const TarnHost::SiteUserChanges& changes, std::string* error) {
+  return pass(QStringLiteral("ChangeSiteUsers"), changes, error,
+              [&] { return target_->ChangeSiteUsers(changes, error); });
+}
+
 bool CRecordingServices::IsViewResourceDownFinish() {
   std::string ignored;
   return pass(QStringLiteral("IsViewResourceDownFinish"), {}, &ignored,

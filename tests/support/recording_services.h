@@ -91,6 +91,7 @@ class CRecordingServices : public TarnHost::IHostServices {
   TARN_RECORD(IsInitViewGroupFinish, view::ClienInitViewDataRequest, view::ClienInitViewDataResponse)
   TARN_RECORD(IsInitViewFinish, view::ClienInitViewDataRequest, view::ClienInitViewDataResponse)
   TARN_RECORD(GetPresets, ptz_plugin_protocol::GetPresetRequest, ptz_plugin_protocol::GetPresetResponse)
+  TARN_RECORD(GotoPreset, ptz_plugin_protocol::GotoPresetRequest, ptz_plugin_protocol::GotoPresetResponse)
   TARN_RECORD(GetStreamAbility, play_plugin_protocol::GetStreamAbiRequest, play_plugin_protocol::GetStreamAbiResponse)
 #undef TARN_RECORD
   bool DeletePlan(const view::DeletePlanResquest& request, view::DeletePlanResponse& response) override {
@@ -105,6 +106,15 @@ class CRecordingServices : public TarnHost::IHostServices {
                      std::vector<ResourceTreeKit::CCameraItemInfo>& cameras, std::string* error) override;
   bool GetFavoriteCameras(std::vector<std::string>& index_codes, std::string* error) override;
   bool SetFavoriteCamera(const std::string& index_code, bool favorite, std::string* error) override;
+  bool GetCameraAccess(const std::vector<std::string>& index_codes, TarnHost::CameraAccessList& access,
+                       std::string* error) override;
+  bool ChangeCameras(const TarnHost::CameraChanges& changes, TarnHost::CameraChangesMade& made,
+                     std::string* error) override;
+  bool SetCameraAuthority(const std::string& pem, std::string* error) override;
+  bool GetPlansShowing(const std::vector<std::string>& camera_codes, TarnHost::PlansShowing& showing,
+                       std::string* error) override;
+  bool GetSiteUsers(TarnHost::SiteUsers& users, std::string* error) override;
+  bool ChangeSiteUsers(const TarnHost::SiteUserChanges& changes, std::string* error) override;
   bool IsViewResourceDownFinish() override;
   void ClearViewData() override;
   void ViewRegisterResourceUpdate(ResourceData::IResourceObserver* observer,

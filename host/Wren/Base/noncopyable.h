@@ -2,7 +2,7 @@
 
 namespace Wren::Base {
 
-/// Base of classes whose identity matters.
+/// Base of classes whose identity matters: neither copied nor moved.
 class CNoncopyable {
  public:
   CNoncopyable(const CNoncopyable&) = delete;

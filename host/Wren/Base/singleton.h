@@ -13,6 +13,7 @@ namespace Wren::Base {
 template <class T>
 class __attribute__((visibility("default"))) CSingleton {
  public:
+  /// The instance, made when there is none. Those of widgets and timers are made on the GUI thread.
   static T& Instance() {
     const std::lock_guard<std::mutex> lock(mutex_);
     if (!instance_) {

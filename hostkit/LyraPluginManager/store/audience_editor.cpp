@@ -15,10 +15,23 @@ constexpr char kOrigin[] = "maintenance";
   throw CStoreError(CStoreError::kRefused, text);
 }
 
+// Who only asks keeps no one from writing.
+CTransaction::Mode TurnFor(bool changes) {
+  return changes ? CTransaction::kWrite : CTransaction::kRead;
+}
+
+// Lists of user groups are typed with these between the names.
+QString CheckedUserGroup(const QString& name) {
+  if (name.contains(QLatin1Char(',')) || name.contains(QLatin1Char('='))) {
+    Refuse(QStringLiteral("The name of a user group cannot have a comma or an equals sign: \"%1\".").arg(name));
+  }
+  return CheckedName(name.toStdString());
+}
+
 }  // namespace
 
 QString CAudienceEditor::SetLimit(const QString& group, const std::optional<QStringList>& user_groups) {
-  CTransaction transaction(engine_, CTransaction::kWrite);
+  CTransaction transaction(engine_, TurnFor(user_groups.has_value()));
   RequireNewest(engine_);
   const GroupRow row = FindGroup(group);
   if (user_groups) {
@@ -26,8 +39,9 @@ QString CAudienceEditor::SetLimit(const QString& group, const std::optional<QStr
     for (const QString& name : *user_groups) {
       audience.insert(UserGroup(name));
     }
-    repository_.Audiences().SetAudience(row.code, audience);
-    LogChange(row.code);
+    if (repository_.Audiences().SetAudience(row.code, audience)) {
+      LogChange(row.code);
+    }
   }
   const QString now = UserGroupsOf(row.code);
   transaction.Commit();
@@ -39,16 +53,17 @@ QString CAudienceEditor::SetLimit(const QString& group, const std::optional<QStr
 }
 
 QString CAudienceEditor::SetMembers(const QString& user_group, const std::optional<QStringList>& users) {
-  CTransaction transaction(engine_, CTransaction::kWrite);
+  CTransaction transaction(engine_, TurnFor(users.has_value()));
   RequireNewest(engine_);
   if (users) {
     std::set<int32_t> members;
     for (const QString& name : *users) {
       members.insert(User(name));
     }
-    const QString checked = CheckedName(user_group.toStdString());
-    repository_.Audiences().SetMembers(repository_.Audiences().UserGroupToFill(checked), members);
-    LogChange(0);
+    const QString checked = CheckedUserGroup(user_group);
+    if (repository_.Audiences().SetMembers(repository_.Audiences().UserGroupToFill(checked), members)) {
+      LogChange(0);
+    }
   }
   const QString now = MembersOf(UserGroup(user_group));
   transaction.Commit();

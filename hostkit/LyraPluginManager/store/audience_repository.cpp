@@ -4,6 +4,7 @@
 
 #include "plan_rules/rights.h"
 #include "store/plan_repository.h"
+#include "store/store_functions.h"
 
 namespace TarnHost::Store {
 namespace {
@@ -61,7 +62,8 @@ bool CAudienceRepository::IsOpenUpFrom(int32_t group, int32_t user) {
 }
 
 bool CAudienceRepository::IsOpenBelow(int32_t group, int32_t user) {
-  return Admits(kGroupTree, group, user);
+  CStoreFunctions* functions = engine_.Functions();
+  return Admits(kGroupTree, group, user) && (functions == nullptr || functions->IsOpenBelow(group));
 }
 
 bool CAudienceRepository::IsVisible(const CKeptDeletions::Deletion& deletion, int32_t user) {
@@ -93,18 +95,32 @@ int32_t CAudienceRepository::UserGroupToFill(const QString& name) {
   return id;
 }
 
-void CAudienceRepository::SetMembers(int32_t user_group, const std::set<int32_t>& users) {
+std::set<int32_t> CAudienceRepository::Numbers(const QString& statement, int32_t value) {
+  std::set<int32_t> numbers;
+  engine_.ForEach(statement, {value}, [&numbers](const QSqlQuery& query) { numbers.insert(query.value(0).toInt()); });
+  return numbers;
+}
+
+bool CAudienceRepository::SetMembers(int32_t user_group, const std::set<int32_t>& users) {
+  if (Numbers("SELECT user_id FROM user_group_member WHERE user_group_id = ?", user_group) == users) {
+    return false;
+  }
   engine_.Execute("DELETE FROM user_group_member WHERE user_group_id = ?", {user_group});
   for (const int32_t user : users) {
     engine_.Execute("INSERT INTO user_group_member (user_group_id, user_id) VALUES (?, ?)", {user_group, user});
   }
+  return true;
 }
 
-void CAudienceRepository::SetAudience(int32_t group, const Audience& audience) {
+bool CAudienceRepository::SetAudience(int32_t group, const Audience& audience) {
+  if (Numbers("SELECT user_group_id FROM group_audience WHERE group_code = ?", group) == audience) {
+    return false;
+  }
   engine_.Execute("DELETE FROM group_audience WHERE group_code = ?", {group});
   for (const int32_t user_group : audience) {
     engine_.Execute("INSERT INTO group_audience (group_code, user_group_id) VALUES (?, ?)", {group, user_group});
   }
+  return true;
 }
 
 }  // namespace TarnHost::Store

@@ -29,15 +29,16 @@ class CAudienceRepository {
   std::optional<int32_t> UserGroup(const QString& name);
   /// Makes it when it is not there.
   int32_t UserGroupToFill(const QString& name);
-  void SetMembers(int32_t user_group, const std::set<int32_t>& users);
-  /// An empty audience opens the group to all.
-  void SetAudience(int32_t group, const Audience& audience);
+  /// These two answer whether that is a change. An empty audience opens the group to all.
+  bool SetMembers(int32_t user_group, const std::set<int32_t>& users);
+  bool SetAudience(int32_t group, const Audience& audience);
 
  private:
   template <class Row>
   bool IsVisibleIn(int32_t group, const Row& row, int32_t user) {
     return IsVisibleTo(row, user, [&] { return IsOpenUpFrom(group, user); });
   }
+  std::set<int32_t> Numbers(const QString& statement, int32_t value);
   bool IsOpenUpFrom(int32_t group, int32_t user);
   bool Admits(const QString& groups, int32_t code, int32_t user);
   Viewer ViewerOf(int32_t user);

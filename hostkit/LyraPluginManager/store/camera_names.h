@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <mutex>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -15,7 +16,7 @@ struct NamedCamera {
 
 /// Tells cameras apart that have another code or another name.
 inline std::string KeyOf(const NamedCamera& camera) {
-  return camera.code + '\n' + camera.name;
+  return std::to_string(camera.code.size()) + ':' + camera.code + camera.name;
 }
 
 /// The cameras of a site whose names hold a text.
@@ -50,11 +51,15 @@ class CCameraNames {
   void Add(const std::vector<NumberedCamera>& cameras);
   /// 0, which is no number, for one that is not known.
   uint32_t NumberOf(const NamedCamera& camera) const;
-  void Clear();
+  bool HasAll(const std::vector<uint32_t>& numbers) const;
+  /// These alone are known from now on.
+  void Replace(const std::vector<NumberedCamera>& cameras);
   /// What the site's cameras are called from now on.
   void SetSiteNames(const std::vector<NamedCamera>& cameras);
   /// Those whose name, as a window has it or as the site has it now, contains `folded`.
   CFoundCameras Find(const std::string& folded) const;
+  /// Those that windows name by one of these codes.
+  CFoundCameras FindCodes(const std::set<std::string>& codes) const;
 
  private:
   struct Name {
@@ -65,11 +70,15 @@ class CCameraNames {
     Name in_window, at_site;  // the second is empty where it is the first
   };
 
+  template <class Matches>
+  CFoundCameras FindWhere(const Matches& name_that_matches) const;
+  void Take(const std::vector<NumberedCamera>& cameras);
   void Renew(Camera* camera) const;
 
   const Fold fold_;
   mutable std::mutex mutex_;
-  std::vector<Camera> cameras_;                           // by number
+  std::vector<Camera> cameras_;
+  std::vector<int32_t> places_;                           // by number: the place in cameras_, or -1
   std::unordered_map<std::string, uint32_t> numbers_;     // by KeyOf()
   std::unordered_map<std::string, std::string> at_site_;  // names by code
 };

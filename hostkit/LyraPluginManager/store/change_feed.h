@@ -9,8 +9,19 @@ namespace TarnHost::Store {
 
 /// One entry of the store's change log. The entry names what changed; the content is read from the store.
 struct ChangeEntry {
-  // kAudiencesSaved: who is let into which group; for programs of before that, an entry about a plan that never was.
-  enum Kind : int32_t { kGroupSaved = 1, kGroupRemoved = 2, kPlanSaved = 3, kPlanRemoved = 4, kAudiencesSaved = 5 };
+  // kAudiencesSaved: who is let into which group. kCamerasSaved: something of the site's regions and cameras.
+  // kUsersSaved: of its users. kDefaultViewsSaved: what opens for whom at the start. For programs of before they are
+  // entries about a plan that never was.
+  enum Kind : int32_t {
+    kGroupSaved = 1,
+    kGroupRemoved = 2,
+    kPlanSaved = 3,
+    kPlanRemoved = 4,
+    kAudiencesSaved = 5,
+    kCamerasSaved = 6,
+    kUsersSaved = 7,
+    kDefaultViewsSaved = 8
+  };
   int64_t seq = 0;
   std::string origin;  // the process that made the change
   int32_t kind = 0;

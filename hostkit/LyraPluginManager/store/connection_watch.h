@@ -1,9 +1,8 @@
 #pragma once
 
-#include <atomic>
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
+#include <functional>
+#include <memory>
 #include <thread>
 
 namespace TarnHost::Store {
@@ -16,8 +15,12 @@ class CConnectionWatch {
  public:
   using Clock = std::chrono::steady_clock;
 
-  CConnectionWatch() = default;
+  CConnectionWatch();
   ~CConnectionWatch();
+
+  /// `on_silence` is called, on a thread of the watch, when somebody has waited for the server for so long that a user
+  /// should know of it; once in each wait. Before Attach().
+  void SetOnSilence(std::function<void()> on_silence);
 
   /// The connection stands, over this socket.
   void Attach(int socket);
@@ -26,7 +29,7 @@ class CConnectionWatch {
   /// Cuts the connection at once, and every later one.
   void Cut();
   /// Whether the connection was cut since it stood.
-  bool WasCut() const { return was_cut_; }
+  bool WasCut() const;
 
   /// The connection waits for its server as long as this lives, or since the last sign of life of it.
   class CWait {
@@ -42,15 +45,9 @@ class CConnectionWatch {
   };
 
  private:
-  void Run();
-  void CutNow();
+  class CLook;
 
-  std::atomic<Clock::rep> deadline_{0};  // of the present wait; 0 when there is none
-  std::atomic<bool> was_cut_{false};
-  std::mutex mutex_;
-  std::condition_variable wake_;
-  int socket_ = -1;  // a handle of our own: its number is not given to others while we look at it
-  bool closed_ = false, ending_ = false;
+  const std::shared_ptr<CLook> look_;
   std::thread thread_;
 };
 

@@ -8,17 +8,28 @@
 
 #include "store/database_call.h"
 #include "store/store_texts.h"
+#include "store/thread_waker.h"
 
 namespace TarnHost::Store {
 namespace {
 
 using std::chrono::milliseconds;
 
-constexpr milliseconds kGuiPatience{2000}, kPatience{10000};
+constexpr milliseconds kGuiPatience{1900}, kShortGuiPatience{100}, kPatience{10000};
 
 bool IsGuiThread() {
   const QCoreApplication* application = QCoreApplication::instance();
   return application != nullptr && application->thread() == QThread::currentThread();
+}
+
+milliseconds LimitOf(CDatabaseThread::Patience patience, bool on_gui) {
+  if (patience == CDatabaseThread::kUntilDone) {
+    return std::chrono::hours(24);
+  }
+  if (!on_gui) {
+    return kPatience;
+  }
+  return patience == CDatabaseThread::kShort ? kShortGuiPatience : kGuiPatience;
 }
 
 }  // namespace
@@ -30,26 +41,33 @@ class CDatabaseThread::CLoop {
 
   void Run();
   void Add(const std::shared_ptr<CDatabaseCall>& call);
-  void SetBeat(milliseconds period, std::function<bool()> beat, When when);
+  void SetBeat(milliseconds period, Beat beat, std::function<Rest()> before_rest);
   void Stop(std::function<void()> last);
   bool WaitUntilEnded(Clock::time_point deadline);
   std::shared_ptr<CDatabaseCall> Running() const;
   void MarkStuck();
+  bool MarkAnswering();
+  void MarkBehind();
+  bool IsBehind() const;
 
  private:
-  bool HasBeat() const { return beat_ && (stuck_ || when_ == kAlways); }
+  bool HasWork(Clock::time_point* next) const;
+  void RestUntilThereIsWork();
+  void BeatNow();
   std::shared_ptr<CDatabaseCall> Next();
   bool OnRun(bool answered);
 
   const std::shared_ptr<CAnswering> answering_;
   mutable std::mutex mutex_;
-  std::condition_variable wake_, end_;
+  std::condition_variable end_;
+  CThreadWaker waker_;
   std::deque<std::shared_ptr<CDatabaseCall>> calls_;
   std::shared_ptr<CDatabaseCall> running_;
   bool stopping_ = false, ended_ = false, stuck_ = false;
+  bool is_behind_ = false;  // a short call was abandoned, and nothing was done since
   milliseconds period_{0};
-  std::function<bool()> beat_;
-  When when_ = kAlways;
+  Beat beat_;
+  std::function<Rest()> before_rest_;
   Clock::time_point next_beat_ = Clock::time_point::max();
 };
 
@@ -58,27 +76,28 @@ void CDatabaseThread::CLoop::Add(const std::shared_ptr<CDatabaseCall>& call) {
     const std::lock_guard<std::mutex> lock(mutex_);
     if (!stopping_) {
       calls_.push_back(call);
-      wake_.notify_one();
+      waker_.Wake();
       return;
     }
   }
   call->Drop();
 }
 
-void CDatabaseThread::CLoop::SetBeat(milliseconds period, std::function<bool()> beat, When when) {
+void CDatabaseThread::CLoop::SetBeat(milliseconds period, Beat beat, std::function<Rest()> before_rest) {
   const std::lock_guard<std::mutex> lock(mutex_);
   if (!stopping_) {
     period_ = period;
     beat_ = std::move(beat);
-    when_ = when;
+    before_rest_ = std::move(before_rest);
     next_beat_ = Clock::now() + period;
-    wake_.notify_one();
+    waker_.Wake();
   }
 }
 
 void CDatabaseThread::CLoop::Stop(std::function<void()> last) {
   std::deque<std::shared_ptr<CDatabaseCall>> dropped;
-  std::function<bool()> beat;  // dies outside the lock, as do the calls
+  Beat beat;  // dies outside the lock, as do the calls
+  std::function<Rest()> before_rest;
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     if (stopping_) {
@@ -86,12 +105,14 @@ void CDatabaseThread::CLoop::Stop(std::function<void()> last) {
     }
     stopping_ = true;
     beat.swap(beat_);
+    next_beat_ = Clock::time_point::max();
+    before_rest.swap(before_rest_);
     dropped.swap(calls_);
     calls_.push_back(std::make_shared<CDatabaseCall>([last = std::move(last)] {
       last();
       return false;
     }));
-    wake_.notify_one();
+    waker_.Wake();
   }
   for (const auto& call : dropped) {
     call->Drop();
@@ -115,9 +136,29 @@ void CDatabaseThread::CLoop::MarkStuck() {
       return;
     }
     answering_->OnStuck();
-    wake_.notify_one();
+    waker_.Wake();
   }
   answering_->PassOn();
+}
+
+// Whether that is news.
+bool CDatabaseThread::CLoop::MarkAnswering() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  const bool again = std::exchange(stuck_, false);
+  if (again) {
+    answering_->OnAnswered();
+  }
+  return again;
+}
+
+void CDatabaseThread::CLoop::MarkBehind() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  is_behind_ = running_ || !calls_.empty();
+}
+
+bool CDatabaseThread::CLoop::IsBehind() const {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  return is_behind_;
 }
 
 void CDatabaseThread::CLoop::Run() {
@@ -130,16 +171,47 @@ void CDatabaseThread::CLoop::Run() {
   }
 }
 
-std::shared_ptr<CDatabaseCall> CDatabaseThread::CLoop::Next() {
-  std::unique_lock<std::mutex> lock(mutex_);
-  wake_.wait(lock, [this] { return !calls_.empty() || HasBeat(); });
-  if (HasBeat()) {
-    wake_.wait_until(lock, next_beat_, [this] { return !calls_.empty(); });
+// With the mutex held; else when there will be.
+bool CDatabaseThread::CLoop::HasWork(Clock::time_point* next) const {
+  *next = next_beat_;
+  return !calls_.empty() || *next <= Clock::now();
+}
+
+void CDatabaseThread::CLoop::RestUntilThereIsWork() {
+  for (;;) {
+    Clock::time_point next;
+    std::function<Rest()> before_rest;
+    {
+      const std::lock_guard<std::mutex> lock(mutex_);
+      if (HasWork(&next)) {
+        return;
+      }
+      before_rest = before_rest_;
+    }
+    Rest rest;
+    if (before_rest) {
+      rest = before_rest();
+    }
+    if (rest.has_news || waker_.SleepUntil(next, rest.socket)) {
+      BeatNow();
+    }
   }
+}
+
+void CDatabaseThread::CLoop::BeatNow() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  if (beat_) {
+    next_beat_ = Clock::now();
+  }
+}
+
+std::shared_ptr<CDatabaseCall> CDatabaseThread::CLoop::Next() {
+  RestUntilThereIsWork();
+  const std::lock_guard<std::mutex> lock(mutex_);
   // The beat comes in its time even when tasks never run out, and tasks get theirs after a beat that took long.
-  if (HasBeat() && Clock::now() >= next_beat_) {
+  if (Clock::now() >= next_beat_) {
     next_beat_ = Clock::time_point::max();
-    running_ = std::make_shared<CDatabaseCall>(beat_);
+    running_ = std::make_shared<CDatabaseCall>([beat = beat_, stuck = stuck_] { return beat(stuck); });
   } else if (!calls_.empty()) {
     running_ = std::move(calls_.front());
     calls_.pop_front();
@@ -149,16 +221,13 @@ std::shared_ptr<CDatabaseCall> CDatabaseThread::CLoop::Next() {
 
 // Answers whether it was the thread's last act.
 bool CDatabaseThread::CLoop::OnRun(bool answered) {
-  bool again = false;
+  const bool again = answered && MarkAnswering();
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     running_.reset();
-    if (next_beat_ == Clock::time_point::max()) {
+    is_behind_ = false;
+    if (beat_ && next_beat_ == Clock::time_point::max()) {
       next_beat_ = Clock::now() + period_;
-    }
-    again = answered && std::exchange(stuck_, false);
-    if (again) {
-      answering_->OnAnswered();
     }
     ended_ = stopping_ && calls_.empty();
     if (ended_) {
@@ -188,20 +257,24 @@ CDatabaseThread::~CDatabaseThread() {
 
 void CDatabaseThread::Perform(std::function<bool()> work, Patience patience) {
   const bool on_gui = IsGuiThread();
-  if (on_gui && patience == kBounded && answering_->IsLost()) {
-    throw CStoreError::NotAnswering();
+  if (on_gui && patience != kUntilDone && answering_->IsLost()) {
+    throw answering_->Refusal();
   }
-  milliseconds limit = on_gui ? kGuiPatience : kPatience;
-  if (patience == kUntilDone) {
-    limit = std::chrono::hours(24);
+  const bool is_short = on_gui && patience == kShort;
+  if (is_short && loop_->IsBehind()) {  // several in a row would add up
+    throw CStoreError::NotAnswering();
   }
   const auto call = std::make_shared<CDatabaseCall>(std::move(work));
   loop_->Add(call);
-  switch (call->Await(limit)) {
+  switch (call->Await(LimitOf(patience, on_gui))) {
     case CDatabaseCall::kDone:
       return;
     case CDatabaseCall::kAbandoned:
-      loop_->MarkStuck();
+      if (is_short) {  // so short a wait proves nothing
+        loop_->MarkBehind();
+      } else {
+        loop_->MarkStuck();
+      }
       throw CStoreError::NotAnswering();
     case CDatabaseCall::kDropped:
       throw CStoreError(CStoreError::kClosed, kStoreClosed);
@@ -212,8 +285,16 @@ void CDatabaseThread::Post(std::function<bool()> task) {
   loop_->Add(std::make_shared<CDatabaseCall>(std::move(task)));
 }
 
-void CDatabaseThread::SetBeat(milliseconds period, std::function<bool()> beat, When when) {
-  loop_->SetBeat(period, std::move(beat), when);
+void CDatabaseThread::SetBeat(milliseconds period, Beat beat, std::function<Rest()> before_rest) {
+  loop_->SetBeat(period, std::move(beat), std::move(before_rest));
+}
+
+void CDatabaseThread::MarkStuck() {
+  loop_->MarkStuck();
+}
+
+void CDatabaseThread::MarkAnswering() {
+  loop_->MarkAnswering();
 }
 
 bool CDatabaseThread::Claim() {

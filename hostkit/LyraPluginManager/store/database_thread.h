@@ -22,16 +22,22 @@ class CDatabaseCall;
 class CDatabaseThread {
  public:
   using Clock = std::chrono::steady_clock;
-  enum Patience { kBounded, kUntilDone };
-  enum When { kAlways, kWhileStuck };
+  /// How long a caller waits. On the GUI thread 2 s, 100 ms for a short read, and not at all after one that was not
+  /// answered in that time until something is; on any other 10 s.
+  enum Patience { kBounded, kShort, kUntilDone };
+  /// What a thread that has nothing to do waits for besides its tasks and the time of its beat.
+  struct Rest {
+    int socket = -1;        // the beat comes when there is something to read from it
+    bool has_news = false;  // the beat comes at once
+  };
 
   /// `answering` learns when the thread keeps a caller waiting too long, and when it gets something done after that.
   explicit CDatabaseThread(std::shared_ptr<CAnswering> answering);
   ~CDatabaseThread();
 
-  /// Runs `task` on the thread and waits for it, pumping no events: 2 s on the GUI thread, 10 s on any other; on the
-  /// GUI thread not at all while the store does not answer. What the task throws comes back here; CStoreError when its
-  /// end was not awaited or the thread stops. Thread: any but this one.
+  /// Runs `task` on the thread and waits for it, pumping no events; on the GUI thread not at all while the store does
+  /// not answer. What the task throws comes back here; CStoreError when its end was not awaited or the thread stops.
+  /// Thread: any but this one.
   template <class Task>
   auto Call(Task task, Patience patience = kBounded) -> decltype(task()) {
     const auto answer = std::make_shared<std::promise<decltype(task())>>();
@@ -43,9 +49,16 @@ class CDatabaseThread {
   /// Runs `task` some time later; it answers whether the database did. Dropped when the thread stops. Thread: any.
   void Post(std::function<bool()> task);
 
-  /// Runs `beat` every `period` from now on, whatever else there is to do, or only after a caller has abandoned a
-  /// call and while nothing was got done since; it answers whether the database did.
-  void SetBeat(std::chrono::milliseconds period, std::function<bool()> beat, When when = kAlways);
+  /// Answers whether the database did. `is_stuck`: it kept somebody waiting, and nothing was got done since.
+  using Beat = std::function<bool(bool is_stuck)>;
+  /// Runs `beat` every `period` from now on, whatever else there is to do. `before_rest` is asked on the thread
+  /// whenever there is nothing to do.
+  void SetBeat(std::chrono::milliseconds period, Beat beat, std::function<Rest()> before_rest = {});
+
+  /// The database keeps the running task waiting, or has just answered; else that shows at the end of a task. Thread:
+  /// any.
+  void MarkStuck();
+  void MarkAnswering();
 
   /// Whether a caller waits for the running task; if so it waits for the end from here on. Thread: this one's tasks.
   bool Claim();

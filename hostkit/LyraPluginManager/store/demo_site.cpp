@@ -6,6 +6,7 @@
 #include "TarnHost/plan_site.h"
 #include "plan_rules/families.h"
 #include "plan_rules/rights.h"
+#include "plan_rules/splits.h"
 #include "plan_rules/window_content.h"
 
 namespace TarnHost {
@@ -140,22 +141,11 @@ void AddPlaces(PlanSite* site) {
   }
 }
 
-/// The least split that has room for so many windows.
-int SplitFor(size_t windows) {
-  if (windows <= 1) {
-    return 1;
-  }
-  if (windows <= 4) {
-    return 2;
-  }
-  return windows <= 9 ? 4 : 8;
-}
-
 PlanPage MakePage(int page_no, int dwell_seconds, const std::vector<int>& cameras) {
   PlanPage page;
   page.page_no = page_no;
   page.name = "Page " + std::to_string(page_no);
-  page.split_type = SplitFor(cameras.size());
+  page.split_type = view_plugin_protocol::SplitFor(static_cast<int>(cameras.size()));
   page.dwell_seconds = dwell_seconds;
   for (const int camera : cameras) {
     PlanWindow window;
@@ -253,6 +243,7 @@ PlanSite MakeEmptySite() {
 PlanSite MakeDemoSite() {
   PlanSite site;
   site.root_name = "Plans";
+  site.is_pretended = true;
   site.users = {
       {"operator", AllRights(), kGateOverview}, {"supervisor", {AddRight, EditRight}}, {"guard", {}}, {"trainee", {}}};
   site.switches = {{"timed_play", 1}, {"creation_info", 1}, {"show_mode", 1}};

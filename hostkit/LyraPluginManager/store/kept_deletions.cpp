@@ -4,6 +4,7 @@
 
 #include "store/change_feed.h"
 #include "store/plan_repository.h"
+#include "store/store_functions.h"
 
 namespace TarnHost::Store {
 namespace {
@@ -29,24 +30,29 @@ QString TableOf(bool is_group) {
 
 }  // namespace
 
-// A namesake that is kept may come back before this row does.
 void CKeptDeletions::Note(const char* table, int32_t code, int32_t user, const Moment& now) {
-  const int is_group = int(table == kGroups);
   engine_.Execute(
       QStringLiteral("INSERT INTO deletion (code, is_group, parent_code, family, owner_id, name, namesakes, user_id,"
                      " deleted_at) SELECT code, CAST(? AS INTEGER), parent_code, family, owner_id, name,"
                      " (SELECT count(*) FROM %1 other WHERE other.parent_code = gone.parent_code AND"
-                     " other.owner_id = gone.owner_id AND other.name = gone.name) - 1 +"
-                     " (SELECT count(*) FROM deletion kept WHERE kept.is_group = CAST(? AS INTEGER) AND"
-                     " kept.parent_code = gone.parent_code AND kept.owner_id = gone.owner_id AND"
-                     " kept.name = gone.name), CAST(? AS INTEGER),"
+                     " other.owner_id = gone.owner_id AND other.name = gone.name) - 1, CAST(? AS INTEGER),"
                      " CAST(? AS BIGINT) FROM %1 gone WHERE code = ?")
           .arg(QLatin1String(table)),
-      {is_group, is_group, user, qint64(now.at), code});
+      {int(table == kGroups), user, qint64(now.at), code});
   found_[Key(code, now.at)] = {now.steady, true};
 }
 
+// The database notes and keeps by itself what its functions delete.
+CKeptDeletions::Below CKeptDeletions::KeepByFunction(CStoreFunctions* functions, int32_t code, bool is_group,
+                                                     int32_t user, const Moment& now) {
+  found_[Key(code, now.at)] = {now.steady, true};
+  return functions->Keep(code, is_group, user, now.at);
+}
+
 CKeptDeletions::Below CKeptDeletions::KeepGroup(int32_t code, int32_t user, const Moment& now) {
+  if (CStoreFunctions* functions = engine_.Functions()) {
+    return KeepByFunction(functions, code, true, user, now);
+  }
   Note(kGroups, code, user, now);
   const auto keep = [&](const char* table, const char* columns, const char* condition) {
     return engine_.Execute(QLatin1String(kGroupTree) +
@@ -65,6 +71,10 @@ CKeptDeletions::Below CKeptDeletions::KeepGroup(int32_t code, int32_t user, cons
 }
 
 void CKeptDeletions::KeepPlan(int32_t code, int32_t user, const Moment& now) {
+  if (CStoreFunctions* functions = engine_.Functions()) {
+    KeepByFunction(functions, code, false, user, now);
+    return;
+  }
   Note(kPlans, code, user, now);
   const auto keep = [&](const char* table, const char* columns) {
     engine_.Execute(QStringLiteral("INSERT INTO kept_%1 (deletion, %2) SELECT CAST(? AS INTEGER), %2 FROM %1"
@@ -114,7 +124,22 @@ int32_t CKeptDeletions::NamesakesOf(const Deletion& deletion) {
       .toInt();
 }
 
+void CKeptDeletions::CountWithKept(const Deletion& deletion) {
+  if (engine_.Functions() != nullptr) {
+    return;  // part of putting it back
+  }
+  const int removed = deletion.is_group ? ChangeEntry::kGroupRemoved : ChangeEntry::kPlanRemoved;
+  engine_.Execute(
+      "UPDATE deletion SET namesakes = namesakes + 1 WHERE is_group = ? AND parent_code = ? AND owner_id = ?"
+      " AND name = ? AND (SELECT max(seq) FROM change_log WHERE kind = ? AND change_log.code = deletion.code) >"
+      " (SELECT max(seq) FROM change_log WHERE kind = ? AND change_log.code = ?)",
+      {int(deletion.is_group), deletion.parent, deletion.owner, deletion.name, removed, removed, deletion.code});
+}
+
 void CKeptDeletions::PutBack(const Deletion& deletion) {
+  if (CStoreFunctions* functions = engine_.Functions()) {
+    return functions->PutBack(deletion.code);
+  }
   const auto put = [&](const char* table, const char* columns, const char* condition) {
     engine_.Execute(QStringLiteral("INSERT INTO %1 (%2) SELECT %2 FROM kept_%1 WHERE deletion = ?%3")
                         .arg(QLatin1String(table), QLatin1String(columns), QLatin1String(condition)),
@@ -137,10 +162,15 @@ void CKeptDeletions::Purge(SteadyTime now, std::chrono::seconds age) {
   }
 }
 
+// Those of other users are forgotten, too.
+QString CKeptDeletions::AllDeletions() const {
+  return engine_.Functions() != nullptr ? QStringLiteral("tarn_deletions()") : QStringLiteral("deletion");
+}
+
 // Mostly there is nothing: then one look at one small table has to do.
 void CKeptDeletions::LookAround(SteadyTime now) {
   std::map<Key, Found> found;
-  engine_.ForEach("SELECT code, deleted_at FROM deletion", {}, [&](const QSqlQuery& query) {
+  engine_.ForEach("SELECT code, deleted_at FROM " + AllDeletions(), {}, [&](const QSqlQuery& query) {
     const Key key(query.value(0).toInt(), query.value(1).toLongLong());
     const auto before = found_.find(key);
     found[key] = before == found_.end() ? Found{now, false} : before->second;
@@ -166,14 +196,14 @@ std::optional<CKeptDeletions::Key> CKeptDeletions::Due(SteadyTime now, std::chro
 std::optional<CKeptDeletions::Key> CKeptDeletions::FarBehind() {
   std::optional<Key> oldest;
   bool is_logged = false;
-  engine_.ForEach(
-      "SELECT deletion.code, deletion.deleted_at, removal.seq FROM deletion LEFT JOIN"
-      " (SELECT code, max(seq) AS seq FROM change_log WHERE kind IN (?, ?) GROUP BY code) removal"
-      " ON removal.code = deletion.code ORDER BY coalesce(removal.seq, 0), deletion.code LIMIT 1",
-      {int(ChangeEntry::kGroupRemoved), int(ChangeEntry::kPlanRemoved)}, [&](const QSqlQuery& query) {
-        oldest = Key(query.value(0).toInt(), query.value(1).toLongLong());
-        is_logged = !query.value(2).isNull();
-      });
+  engine_.ForEach("SELECT deletion.code, deletion.deleted_at, removal.seq FROM " + AllDeletions() +
+                      " AS deletion LEFT JOIN"
+                      " (SELECT code, max(seq) AS seq FROM change_log WHERE kind IN (?, ?) GROUP BY code) removal"
+                      " ON removal.code = deletion.code ORDER BY coalesce(removal.seq, 0), deletion.code LIMIT 1",
+                  {int(ChangeEntry::kGroupRemoved), int(ChangeEntry::kPlanRemoved)}, [&](const QSqlQuery& query) {
+                    oldest = Key(query.value(0).toInt(), query.value(1).toLongLong());
+                    is_logged = !query.value(2).isNull();
+                  });
   if (is_logged && found_.size() <= kMostKept) {
     oldest.reset();
   }
@@ -182,6 +212,9 @@ std::optional<CKeptDeletions::Key> CKeptDeletions::FarBehind() {
 
 // What names the deletion goes last.
 void CKeptDeletions::ForgetSome(const Key& deletion) {
+  if (CStoreFunctions* functions = engine_.Functions()) {
+    return functions->Forget(deletion.first, kForgottenAtOnce);
+  }
   int left = kForgottenAtOnce;
   for (const char* table : kKeptTables) {
     left -= ForgetSome(table, deletion.first, left);

@@ -30,7 +30,7 @@ class CKeptDeletions {
     QString name;
     int32_t user = 0;       // who deleted it
     int64_t at = 0;         // seconds since 1970 by that user's clock
-    int32_t namesakes = 0;  // how many stood beside it then, or were kept
+    int32_t namesakes = 0;  // how many stood beside it then, or have come back since that did
   };
 
   explicit CKeptDeletions(CSqlEngine& engine) : engine_(engine) {}
@@ -52,6 +52,9 @@ class CKeptDeletions {
   std::chrono::seconds AgeOf(const Deletion& deletion, const Moment& now) const;
   /// How many rows of its kind and name stand where it stood.
   int32_t NamesakesOf(const Deletion& deletion);
+  /// It comes back, and some that stood beside it were deleted later and are kept still: these may stand beside it
+  /// again. Those of before have counted it.
+  void CountWithKept(const Deletion& deletion);
   /// Puts its rows, as far as they are kept, where they were, and the default views of users who have chosen no other
   /// one since.
   void PutBack(const Deletion& deletion);
@@ -72,6 +75,8 @@ class CKeptDeletions {
   };
 
   std::optional<Deletion> First(const QString& condition, const QVariantList& values);
+  Below KeepByFunction(CStoreFunctions* functions, int32_t code, bool is_group, int32_t user, const Moment& now);
+  QString AllDeletions() const;
   void Note(const char* table, int32_t code, int32_t user, const Moment& now);
   void LookAround(SteadyTime now);
   std::optional<Key> Due(SteadyTime now, std::chrono::seconds age);

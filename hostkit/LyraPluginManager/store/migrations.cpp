@@ -1,9 +1,12 @@
 #include "store/migrations.h"
 
 #include <QStringList>
+#include <algorithm>
 
 #include "marlog/marlog.h"
 #include "store/content_split.h"
+#include "store/plan_records.h"
+#include "store/pretended_site.h"
 #include "store/store_texts.h"
 
 namespace TarnHost::Store {
@@ -96,6 +99,51 @@ QStringList Nothing(const CSqlEngine&) {
   return {};
 }
 
+// How pictures come from a camera. User and password stand apart from the rows that trees and lists read, so that a
+// server can be made to give them to fewer. 'device_url' is where the camera's own service is asked.
+QStringList CameraAccess(const CSqlEngine&) {
+  return {
+      "ALTER TABLE camera_stream ADD COLUMN url TEXT NOT NULL DEFAULT ''",
+      "CREATE TABLE camera_access (camera_id INTEGER PRIMARY KEY, login TEXT NOT NULL, secret TEXT NOT NULL,"
+      " device_url TEXT NOT NULL)",
+      "INSERT INTO counter (name, value) SELECT 'camera', coalesce(max(id), 0) FROM camera",
+      "INSERT INTO counter (name, value) SELECT 'region', coalesce(max(id), 0) FROM region",
+  };
+}
+
+// Plans may still name cameras that were removed past the program; a new one must not appear in their place.
+void CountCameras(CSqlEngine& engine) {
+  constexpr int32_t kHighestCounted = 1000000000;
+  int32_t highest = engine.Value("SELECT value FROM counter WHERE name = 'camera'").toInt();
+  engine.ForEach("SELECT code FROM camera_name", {}, [&highest](const QSqlQuery& query) {
+    const int32_t code = ParseCode(query.value(0).toString().toStdString());
+    if (code <= kHighestCounted) {
+      highest = std::max(highest, code);
+    }
+  });
+  engine.Execute("UPDATE counter SET value = ? WHERE name = 'camera'", {highest});
+}
+
+// How users log in. On a server each may have a role, whose password the server checks; 'account' has the passwords
+// that the store itself checks, and a user without a row there has none. The counter has the last number given to a
+// user, or a new one would find what a deleted one has left.
+QStringList Accounts(const CSqlEngine&) {
+  return {
+      "ALTER TABLE app_user ADD COLUMN role_name TEXT NOT NULL DEFAULT ''",
+      "UPDATE app_user SET role_name = name",
+      "CREATE UNIQUE INDEX app_user_role ON app_user (role_name) WHERE role_name <> ''",
+      "CREATE TABLE account (user_id INTEGER PRIMARY KEY, hash TEXT NOT NULL, wrong_tries INTEGER NOT NULL,"
+      " locked_at BIGINT NOT NULL)",
+      "INSERT INTO counter (name, value) SELECT 'user', coalesce(max(id), 0) FROM app_user",
+      "CREATE INDEX plan_log_played_at ON plan_log (played_at)",
+  };
+}
+
+void MakeRights(CSqlEngine& engine) {
+  engine.MakeRights();
+  MarkIfPretended(engine);
+}
+
 void Apply(CSqlEngine& engine, const Migration& step) {
   for (const QString& statement : step.statements(engine)) {
     engine.RunOnce(statement);
@@ -127,8 +175,14 @@ void RunStep(CSqlEngine& engine, const Migration& step) {
 }  // namespace
 
 const std::vector<Migration>& AllMigrations() {
-  static const std::vector<Migration> all = {{1, FirstLayout},   {2, FavoriteCameras}, {3, PlanChecksums},
-                                             {4, KeptDeletions}, {5, GroupAudiences},  {6, Nothing, SplitContentOff}};
+  static const std::vector<Migration> all = {{1, FirstLayout},
+                                             {2, FavoriteCameras},
+                                             {3, PlanChecksums},
+                                             {4, KeptDeletions},
+                                             {5, GroupAudiences},
+                                             {6, Nothing, SplitContentOff},
+                                             {7, CameraAccess, CountCameras},
+                                             {8, Accounts, MakeRights}};
   return all;
 }
 

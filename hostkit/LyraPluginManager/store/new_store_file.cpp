@@ -62,7 +62,7 @@ bool IsHeld(const QString& path) {
 
 CNewStoreFile::CNewStoreFile(const QString& target)
     : target_(target), path_(target + ".new-" + QUuid::createUuid().toString(QUuid::Id128)) {
-  held_ = ::open(QFile::encodeName(path_).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+  held_ = ::open(QFile::encodeName(path_).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
   if (held_ < 0) {
     throw CStoreError(CStoreError::kFailed, QStringLiteral("The plan store %1 cannot be made: %2")
                                                 .arg(target, QString::fromLocal8Bit(std::strerror(errno))));
@@ -86,6 +86,15 @@ bool CNewStoreFile::Publish() const {
   }
   SyncFolderOf(target_);
   return true;
+}
+
+void CNewStoreFile::Replace() const {
+  if (::fsync(held_) != 0 || ::rename(QFile::encodeName(path_).constData(), QFile::encodeName(target_)) != 0) {
+    throw CStoreError(
+        CStoreError::kFailed,
+        QStringLiteral("The file %1 cannot be made: %2").arg(target_, QString::fromLocal8Bit(std::strerror(errno))));
+  }
+  SyncFolderOf(target_);
 }
 
 void CNewStoreFile::RemoveLeftOvers(const QString& target) {

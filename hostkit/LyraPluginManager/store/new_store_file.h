@@ -17,6 +17,8 @@ class CNewStoreFile {
 
   /// Gives the file its name, so that it survives a power cut. False when something of that name was quicker.
   bool Publish() const;
+  /// The same in the place of what has the name by now. Throws CStoreError.
+  void Replace() const;
 
   /// Removes what programs left beside `target` that ended while they made it: files of that form which no one holds
   /// and which have been there for a while.

@@ -57,23 +57,14 @@ void CObserverHub::Disposer::operator()(CObserverHub* hub) const {
 
 void CObserverHub::Register(IResourceObserver* observer, const Key& key) {
   const std::lock_guard<std::mutex> lock(mutex_);
-  auto& list = observers_[key];
-  if (!closed_ && observer != nullptr && std::find(list.begin(), list.end(), observer) == list.end()) {
-    list.push_back(observer);
+  if (!closed_ && observer != nullptr) {
+    observers_.Add(observer, key);
   }
 }
 
 void CObserverHub::Unregister(IResourceObserver* observer, const Key& key) {
   const std::lock_guard<std::mutex> lock(mutex_);
-  const auto found = observers_.find(key);
-  if (found == observers_.end()) {
-    return;
-  }
-  auto& list = found->second;
-  list.erase(std::remove(list.begin(), list.end(), observer), list.end());
-  if (list.empty()) {
-    observers_.erase(found);
-  }
+  observers_.Remove(observer, key);
 }
 
 void CObserverHub::Post(std::vector<Event> events) {
@@ -109,7 +100,7 @@ void CObserverHub::Schedule(std::vector<Event> events) {
 void CObserverHub::Close() {
   const std::lock_guard<std::mutex> lock(mutex_);
   closed_ = true;
-  observers_.clear();
+  observers_.Clear();
   events_.clear();
   waiting_changes_.clear();
 }
@@ -170,8 +161,7 @@ void CObserverHub::Deliver(const Event& event) {
 
 std::vector<IResourceObserver*> CObserverHub::ObserversOf(const Key& key) const {
   const std::lock_guard<std::mutex> lock(mutex_);
-  const auto found = observers_.find(key);
-  return found == observers_.end() ? std::vector<IResourceObserver*>() : found->second;
+  return observers_.Of(key);
 }
 
 }  // namespace TarnHost::Store

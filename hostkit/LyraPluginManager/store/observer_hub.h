@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ResourceData/resource_observer.h"
+#include "store/node_observers.h"
 
 namespace TarnHost::Store {
 
@@ -20,7 +21,7 @@ namespace TarnHost::Store {
 class CObserverHub : public QObject {
   Q_OBJECT
  public:
-  using Key = std::pair<int32_t, std::string>;  // resource type, code
+  using Key = CNodeObservers::Key;
   struct Event {
     Key key;
     ResourceData::IResourceObserver::Param param;
@@ -55,7 +56,7 @@ class CObserverHub : public QObject {
   std::vector<ResourceData::IResourceObserver*> ObserversOf(const Key& key) const;
 
   mutable std::mutex mutex_;
-  std::map<Key, std::vector<ResourceData::IResourceObserver*>> observers_;
+  CNodeObservers observers_;
   std::deque<Event> events_;
   std::map<Key, int> waiting_changes_;  // notices that a plan has changed, by plan
   bool scheduled_ = false, closed_ = false;

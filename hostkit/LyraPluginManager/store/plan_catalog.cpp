@@ -5,6 +5,8 @@
 #include <mutex>
 #include <utility>
 
+#include "plan_rules/time_span.h"
+
 namespace TarnHost::Store {
 namespace {
 
@@ -41,8 +43,8 @@ auto* FindIn(Map& map, int32_t key) {
   return found == map.end() ? nullptr : &found->second;
 }
 
-bool HasSpan(const PlanRow& row) {
-  return row.auto_run && row.begin_second >= 0 && row.begin_second < row.end_second;
+bool StartsByItself(const PlanRow& row) {
+  return row.auto_run && row.begin_second >= 0 && view_plugin_protocol::HasSpan(row.begin_second, row.end_second);
 }
 
 // Seconds until the plan starts; 0 while it is due.
@@ -277,6 +279,26 @@ std::vector<CPlanCatalog::Hit> CPlanCatalog::Search(const std::string& folded, i
   return hits;
 }
 
+CPlanCatalog::Showing CPlanCatalog::PlansShowing(const std::set<std::string>& camera_codes, int32_t user) const {
+  const CFoundCameras cameras = cameras_.FindCodes(camera_codes);
+  Showing showing;
+  const std::shared_lock<CFairSharedMutex> lock(mutex_);
+  for (const auto& [code, place] : plans_) {
+    const PlanRow& row = PlanAt(code, place);
+    if (cameras.FirstOf(row.cameras) == nullptr) {
+      continue;
+    }
+    if (IsVisibleIn(place.parent, place, user)) {
+      showing.plans.push_back(HitOf(row));
+    } else {
+      ++showing.others;
+    }
+  }
+  std::sort(showing.plans.begin(), showing.plans.end(),
+            [](const Hit& a, const Hit& b) { return a.plan.code < b.plan.code; });
+  return showing;
+}
+
 int32_t CPlanCatalog::FindByName(const std::string& name, int32_t user) const {
   std::pair<int32_t, int32_t> best(0, 0);  // family, code
   const std::shared_lock<CFairSharedMutex> lock(mutex_);
@@ -291,22 +313,30 @@ int32_t CPlanCatalog::FindByName(const std::string& name, int32_t user) const {
 }
 
 int32_t CPlanCatalog::AutomaticPlan(int32_t second_of_day, int32_t user) const {
-  int32_t best = 0;
-  int32_t best_wait = 2 * kDay;
+  const auto next = NextAutomaticPlans(second_of_day, user, 1);
+  return next.empty() ? 0 : next.front();
+}
+
+std::vector<int32_t> CPlanCatalog::NextAutomaticPlans(int32_t second_of_day, int32_t user, size_t most) const {
+  std::set<std::pair<int32_t, int32_t>> next;  // seconds to wait, code
   const std::shared_lock<CFairSharedMutex> lock(mutex_);
   for (const int32_t code : automatic_) {
     const Place& place = plans_.at(code);
     const PlanRow& row = PlanAt(code, place);
-    if (!HasSpan(row)) {
-      continue;
-    }
-    const int32_t wait = WaitFor(row, second_of_day);
-    if (wait < best_wait && IsVisibleIn(place.parent, place, user)) {
-      best = code;
-      best_wait = wait;
+    const std::pair<int32_t, int32_t> candidate(WaitFor(row, second_of_day), code);
+    const bool counts = StartsByItself(row) && (next.size() < most || candidate < *next.rbegin());
+    if (counts && IsVisibleIn(place.parent, place, user)) {
+      next.insert(candidate);
+      if (next.size() > most) {
+        next.erase(std::prev(next.end()));
+      }
     }
   }
-  return best;
+  std::vector<int32_t> codes;
+  for (const auto& [wait, code] : next) {
+    codes.push_back(code);
+  }
+  return codes;
 }
 
 std::optional<GroupRow> CPlanCatalog::Put(const GroupRow& row) {

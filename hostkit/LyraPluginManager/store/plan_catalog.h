@@ -86,11 +86,19 @@ class CPlanCatalog {
   /// Visible plans of one family whose folded name contains `folded`, by code, and behind them, by code, those that
   /// show a camera of such a name.
   std::vector<Hit> Search(const std::string& folded, int32_t family, int32_t user) const;
+  struct Showing {
+    std::vector<Hit> plans;  // by code
+    int others = 0;          // that the user does not see
+  };
+  /// The plans with a window for one of these cameras.
+  Showing PlansShowing(const std::set<std::string>& camera_codes, int32_t user) const;
   /// First visible plan of this exact name, by family, then code; 0 when there is none.
   int32_t FindByName(const std::string& name, int32_t user) const;
   /// The visible automatic plan that is due at this second of the day, else the one that starts next; ties go to the
   /// lower code. 0 when there is none.
   int32_t AutomaticPlan(int32_t second_of_day, int32_t user) const;
+  /// That one and those that come after it, at most so many.
+  std::vector<int32_t> NextAutomaticPlans(int32_t second_of_day, int32_t user, size_t most) const;
 
   /// Puts a row in, or in the place of the one with its code; answers what stood there. One with another parent goes
   /// there, a group with all below it. Left out is a row whose parent is unknown, and a group that would stand below

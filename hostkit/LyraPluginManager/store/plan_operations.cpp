@@ -135,9 +135,11 @@ void CPlanOperations::DeletePlan(const view::DeletePlanResquest& request, view::
       [code = request.plan_index_code, user](CPlanWriter& writer) { return writer.DeletePlan(code, user); });
 }
 
-void CPlanOperations::RestoreDeleted(const view::RestoreDeletedRequest& request, view::RestoreDeletedResponse*) {
+void CPlanOperations::RestoreDeleted(const view::RestoreDeletedRequest& request,
+                                     view::RestoreDeletedResponse* response) {
   const int32_t user = runner_.RequireUser();
-  runner_.Write([request, user](CPlanWriter& writer) { writer.RestoreDeleted(request, user); });
+  const auto restore = [request, user](CPlanWriter& writer) { return writer.RestoreDeleted(request, user); };
+  response->index_code = std::to_string(runner_.Write(restore));
 }
 
 void CPlanOperations::ViewShareUsers(const view::ViewShareResquestInfo& request, view::ShareViewResponseInfo*) {
@@ -157,11 +159,15 @@ int32_t CPlanOperations::RequestedPlan(const view::GetPlanDetailRequest& request
   return code;
 }
 
-// From the database: a plan that was just deleted elsewhere is gone, whatever the catalog has heard by then. In one
-// call, for each may keep the caller waiting.
+// From the database, unless nothing may wait for it: a plan that was just deleted elsewhere is gone, whatever the
+// catalog has heard by then. In one call, for each may keep the caller waiting.
 StoredPlan CPlanOperations::ReadPlan(int32_t code, int32_t user) {
-  auto read =
-      runner_.Read([code, user](CPlanRepository& repository) { return PlanOrDeletion(repository, code, user); });
+  const auto remembered = runner_.AsksMemory() ? runner_.Memory().Find(code) : nullptr;
+  if (remembered && runner_.Catalog().FindPlan(code, user)) {
+    return *remembered;
+  }
+  auto read = runner_.Read([code, user](CPlanRepository& repository) { return PlanOrDeletion(repository, code, user); },
+                           CDatabaseThread::kShort);
   auto& [plan, deletion] = read;
   if (!plan) {
     throw CStoreError(CStoreError::kGone, WhyPlanIsGone(deletion));
@@ -169,6 +175,7 @@ StoredPlan CPlanOperations::ReadPlan(int32_t code, int32_t user) {
   if (!plan->damage.IsEmpty()) {
     throw CStoreError(CStoreError::kDamaged, plan->damage);
   }
+  runner_.Memory().Renew(*plan);
   return std::move(*plan);
 }
 
@@ -177,7 +184,7 @@ CStoreText CPlanOperations::WhyPlanIsGone(const std::optional<CKeptDeletions::De
   if (!deletion) {
     return kPlanGone;
   }
-  const auto* who = runner_.Site().FindUser(deletion->user);
+  const auto who = runner_.Site().FindUser(deletion->user);
   if (who == nullptr) {
     return kPlanGone;
   }
@@ -247,12 +254,19 @@ void CPlanOperations::SearchPlan(const view::SearchPlanRequest& request, view::S
   }
 }
 
+std::pair<int32_t, int32_t> CPlanOperations::ReadDefaultView(int32_t user) {
+  if (runner_.AsksMemory()) {
+    return runner_.Memory().DefaultViewOf(user);
+  }
+  return runner_.Read([user](CPlanRepository& repository) { return repository.DefaultView(user); });
+}
+
 // What became invisible, for instance a plan that its owner took back from the public ones, is no default view.
 void CPlanOperations::GetClientViewConfig(const view::GetClientDefaultViewConfigRequest&,
                                           view::GetClientDefaultViewConfigResponse* response) {
   const int32_t user = runner_.RequireUser();
   runner_.RequireDownloaded();
-  const auto [code, type] = runner_.Read([user](CPlanRepository& repository) { return repository.DefaultView(user); });
+  const auto [code, type] = ReadDefaultView(user);
   *response = {};
   if (runner_.Catalog().FindPlan(code, user) || runner_.Catalog().FindGroup(code, user)) {
     response->index_code = std::to_string(code);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "store/store_runner.h"
 
@@ -47,6 +49,7 @@ class CPlanOperations {
   int32_t RequestedPlan(const view_plugin_protocol::GetPlanDetailRequest& request, int32_t user) const;
   StoredPlan ReadPlan(int32_t code, int32_t user);
   CStoreText WhyPlanIsGone(const std::optional<CKeptDeletions::Deletion>& deletion) const;
+  std::pair<int32_t, int32_t> ReadDefaultView(int32_t user);
   StoredPlan ReadPlanForTree(int32_t code, int32_t user);
   std::string ParentName(int32_t parent, int32_t user) const;
 

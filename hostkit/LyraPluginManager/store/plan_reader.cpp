@@ -14,8 +14,13 @@ CPlanReader::CPlanReader(CReaderConnection::Opener open, std::shared_ptr<CAnswer
       connection_(std::make_shared<CReaderConnection>(std::move(open), watch_)),
       thread_(std::move(answering)) {
   // Callers on the GUI thread no longer come here while the store does not answer, so somebody has to look.
-  const auto look = [connection = connection_] { return connection->Answers(); };
-  thread_.SetBeat(kBeat, look, CDatabaseThread::kWhileStuck);
+  thread_.SetBeat(kBeat, [connection = connection_](bool is_stuck) {
+    if (is_stuck) {
+      return connection->Answers();
+    }
+    connection->Rest();
+    return false;
+  });
 }
 
 void CPlanReader::BeginStop() {

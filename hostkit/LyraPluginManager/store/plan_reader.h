@@ -15,8 +15,8 @@ class CPlanReader {
 
   /// Answers work(repository), which refers to nothing of the caller's.
   template <class Work>
-  auto Read(Work work) {
-    return thread_.Call([connection = connection_, work] { return connection->Read(work); });
+  auto Read(Work work, CDatabaseThread::Patience patience) {
+    return thread_.Call([connection = connection_, work] { return connection->Read(work); }, patience);
   }
   /// Closes the connection some time soon; the next read makes another. For a store in a file, whose log stays as long
   /// as anybody has it open.

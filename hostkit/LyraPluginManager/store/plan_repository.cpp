@@ -5,6 +5,8 @@
 #include "store/page_codec.h"
 #include "store/plan_catalog.h"
 #include "store/plan_soundness.h"
+#include "store/store_functions.h"
+#include "store/store_texts.h"
 #include "store/text_rules.h"
 
 namespace TarnHost::Store {
@@ -45,11 +47,6 @@ PlanRow PlanFrom(const QSqlQuery& query) {
   return row;
 }
 
-// Regions and cameras are numbered from 1; 0 stands for none.
-std::string CodeText(const QVariant& number) {
-  return number.toInt() == 0 ? std::string() : std::to_string(number.toInt());
-}
-
 StoredPlan WholePlanFrom(const QSqlQuery& query) {
   StoredPlan plan;
   plan.row = PlanFrom(query);
@@ -67,6 +64,8 @@ StoredPlan WholePlanFrom(const QSqlQuery& query) {
 }
 
 }  // namespace
+
+const char kSharedGroupName[] = "Shared";
 
 // UNION, not UNION ALL: ends for groups that are below themselves, too.
 const char kGroupTree[] =
@@ -175,6 +174,19 @@ std::pair<int32_t, int32_t> CPlanRepository::DefaultView(int32_t user) {
   return view;
 }
 
+int CPlanRepository::CountHiddenPlansShowing(const QStringList& cameras) {
+  CStoreFunctions* const functions = engine_.Functions();
+  return functions != nullptr ? functions->CountHiddenPlansShowing(cameras) : 0;
+}
+
+std::map<int32_t, std::pair<int32_t, int32_t>> CPlanRepository::DefaultViews() {
+  std::map<int32_t, std::pair<int32_t, int32_t>> views;
+  engine_.ForEach("SELECT user_id, code, type FROM default_view", {}, [&](const QSqlQuery& query) {
+    views[query.value(0).toInt()] = {query.value(1).toInt(), query.value(2).toInt()};
+  });
+  return views;
+}
+
 bool CPlanRepository::HasChildren(int32_t group) {
   return engine_.Value("SELECT 1 FROM plan_group WHERE parent_code = ? LIMIT 1", {group}).isValid() ||
          engine_.Value("SELECT 1 FROM plan WHERE parent_code = ? LIMIT 1", {group}).isValid();
@@ -199,6 +211,9 @@ int CPlanRepository::LevelOf(int32_t group) {
 }
 
 int64_t CPlanRepository::Advance(const char* counter, int64_t count) {
+  if (CStoreFunctions* functions = engine_.Functions()) {
+    return functions->Advance(counter, count);
+  }
   engine_.Execute("UPDATE counter SET value = value + ? WHERE name = ?", {qint64(count), counter});
   return engine_.Value("SELECT value FROM counter WHERE name = ?", {counter}).toLongLong();
 }
@@ -210,8 +225,7 @@ int32_t CPlanRepository::NewCode() {
 int32_t CPlanRepository::NewCodes(int32_t count) {
   const int64_t last = Advance("code", count);
   if (last > std::numeric_limits<int32_t>::max()) {
-    throw CStoreError(CStoreError::kRefused,
-                      QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store has given out all its codes."));
+    throw CStoreError(CStoreError::kRefused, kNoMoreCodes);
   }
   return static_cast<int32_t>(last - count + 1);
 }
@@ -226,6 +240,9 @@ void CPlanRepository::RenameGroup(int32_t code, const std::string& name) {
 }
 
 void CPlanRepository::DeleteGroup(int32_t code) {
+  if (CStoreFunctions* functions = engine_.Functions()) {
+    return functions->Delete(code, true);
+  }
   const QString tree = kGroupTree;
   engine_.Execute(tree +
                       "DELETE FROM default_view WHERE code IN (SELECT code FROM tree) OR code IN"
@@ -250,7 +267,30 @@ void CPlanRepository::MergeGroup(int32_t code, int32_t into) {
   engine_.Execute("UPDATE plan SET parent_code = ? WHERE parent_code = ?", {into, code});
   engine_.Execute("UPDATE plan_group SET parent_code = ? WHERE parent_code = ?", {into, code});
   engine_.Execute("UPDATE default_view SET code = ? WHERE code = ?", {into, code});
-  engine_.Execute("DELETE FROM plan_group WHERE code = ?", {code});
+  DeleteGroup(code);
+}
+
+std::optional<int32_t> CPlanRepository::SharedGroup(int32_t user) {
+  if (CStoreFunctions* functions = engine_.Functions()) {
+    return functions->SharedGroup(user);
+  }
+  const auto group = OwnTopGroup(user, kSharedGroupName);
+  return group ? std::make_optional(group->code) : std::nullopt;
+}
+
+void CPlanRepository::ShareGroup(const GroupRow& group) {
+  if (CStoreFunctions* functions = engine_.Functions()) {
+    return functions->ShareGroup(group);
+  }
+  InsertGroup(group);
+}
+
+void CPlanRepository::SharePlan(const StoredPlan& plan) {
+  if (CStoreFunctions* functions = engine_.Functions()) {
+    const QString pages = PagesToText(plan.pages);
+    return functions->SharePlan(plan, pages, ChecksumOf(plan, pages));
+  }
+  InsertPlan(plan);
 }
 
 void CPlanRepository::InsertPlan(const StoredPlan& plan) {
@@ -278,94 +318,41 @@ void CPlanRepository::UpdatePlan(const StoredPlan& plan) {
   SetContent(plan, pages);
 }
 
+// A plan that was only renamed or moved leaves its content, most of its bytes, as it is.
 void CPlanRepository::SetContent(const StoredPlan& plan, const QString& pages) {
   engine_.Execute(
       "INSERT INTO plan_content (code, pages, thumbnail) VALUES (?, ?, ?)"
-      " ON CONFLICT (code) DO UPDATE SET pages = excluded.pages, thumbnail = excluded.thumbnail",
+      " ON CONFLICT (code) DO UPDATE SET pages = excluded.pages, thumbnail = excluded.thumbnail"
+      " WHERE plan_content.pages <> excluded.pages OR plan_content.thumbnail <> excluded.thumbnail"
+      " OR (plan_content.thumbnail IS NULL) <> (excluded.thumbnail IS NULL)",
       {plan.row.code, pages, plan.thumbnail});
 }
 
 void CPlanRepository::DeletePlan(int32_t code) {
+  if (CStoreFunctions* functions = engine_.Functions()) {
+    return functions->Delete(code, false);
+  }
   engine_.Execute("DELETE FROM default_view WHERE code = ?", {code});
   engine_.Execute("DELETE FROM plan WHERE code = ?", {code});
-}
-
-CameraList CPlanRepository::Cameras() {
-  CameraList list;
-  engine_.ForEach("SELECT id, parent_id, name FROM region ORDER BY id", {}, [&](const QSqlQuery& query) {
-    list.regions.push_back(
-        {CodeText(query.value(0)), query.value(2).toString().toStdString(), CodeText(query.value(1))});
-  });
-  engine_.ForEach("SELECT id, region_id, name, online FROM camera ORDER BY id", {}, [&](const QSqlQuery& query) {
-    list.cameras.push_back({CodeText(query.value(0)), query.value(2).toString().toStdString(), CodeText(query.value(1)),
-                            query.value(3).toInt() != 0});
-  });
-  return list;
-}
-
-std::vector<NamedCamera> CPlanRepository::CameraNames() {
-  std::vector<NamedCamera> cameras;
-  engine_.ForEach("SELECT id, name FROM camera", {}, [&](const QSqlQuery& query) {
-    cameras.push_back({CodeText(query.value(0)), query.value(1).toString().toStdString()});
-  });
-  return cameras;
-}
-
-bool CPlanRepository::HasCamera(int32_t camera) {
-  return engine_.Value("SELECT id FROM camera WHERE id = ?", {camera}).isValid();
-}
-
-std::optional<std::list<ptz_plugin_protocol::PresetInfo>> CPlanRepository::Presets(int32_t camera) {
-  if (!HasCamera(camera)) {
-    return std::nullopt;
-  }
-  std::list<ptz_plugin_protocol::PresetInfo> presets;
-  engine_.ForEach("SELECT preset_no, name FROM camera_preset WHERE camera_id = ? ORDER BY preset_no", {camera},
-                  [&](const QSqlQuery& query) {
-                    presets.push_back({query.value(0).toInt(), query.value(1).toString().toStdString()});
-                  });
-  return presets;
-}
-
-std::optional<std::list<int32_t>> CPlanRepository::StreamTypes(int32_t camera) {
-  if (!HasCamera(camera)) {
-    return std::nullopt;
-  }
-  std::list<int32_t> types;
-  engine_.ForEach("SELECT stream_type FROM camera_stream WHERE camera_id = ? ORDER BY stream_type", {camera},
-                  [&](const QSqlQuery& query) { types.push_back(query.value(0).toInt()); });
-  return types;
-}
-
-std::vector<std::string> CPlanRepository::FavoriteCameras(int32_t user) {
-  std::vector<std::string> codes;
-  engine_.ForEach(
-      "SELECT favorite.camera_id FROM favorite_camera favorite JOIN camera ON camera.id = favorite.camera_id"
-      " WHERE favorite.user_id = ? ORDER BY favorite.camera_id",
-      {user}, [&](const QSqlQuery& query) { codes.push_back(CodeText(query.value(0))); });
-  return codes;
-}
-
-bool CPlanRepository::SetFavoriteCamera(int32_t user, int32_t camera, bool favorite) {
-  engine_.Execute("DELETE FROM favorite_camera WHERE user_id = ? AND camera_id = ?", {user, camera});
-  return !favorite || engine_.Execute(
-                          "INSERT INTO favorite_camera (user_id, camera_id)"
-                          " SELECT CAST(? AS INTEGER), id FROM camera WHERE id = ?",
-                          {user, camera}) == 1;
 }
 
 int64_t CPlanRepository::NewestChange() {
   return engine_.Value("SELECT value FROM counter WHERE name = 'seq'").toLongLong();
 }
 
-std::vector<ChangeEntry> CPlanRepository::ChangesAfter(int64_t seq) {
-  std::vector<ChangeEntry> entries;
-  engine_.ForEach("SELECT seq, origin, kind, code FROM change_log WHERE seq > ? ORDER BY seq", {qint64(seq)},
-                  [&](const QSqlQuery& query) {
-                    entries.push_back({query.value(0).toLongLong(), query.value(1).toString().toStdString(),
-                                       query.value(2).toInt(), query.value(3).toInt()});
-                  });
-  return entries;
+CPlanRepository::News CPlanRepository::NewsAfter(int64_t seq) {
+  News news;
+  engine_.ForEach(
+      "SELECT newest.value, log.seq, log.origin, log.kind, log.code FROM counter newest"
+      " LEFT JOIN change_log log ON log.seq > ? WHERE newest.name = 'seq' ORDER BY log.seq",
+      {qint64(seq)}, [&news](const QSqlQuery& query) {
+        news.newest = query.value(0).toLongLong();
+        if (!query.isNull(1)) {
+          news.entries.push_back({query.value(1).toLongLong(), query.value(2).toString().toStdString(),
+                                  query.value(3).toInt(), query.value(4).toInt()});
+        }
+      });
+  return news;
 }
 
 std::optional<std::string> CPlanRepository::OriginOf(int64_t seq) {
@@ -374,10 +361,14 @@ std::optional<std::string> CPlanRepository::OriginOf(int64_t seq) {
 }
 
 int64_t CPlanRepository::LogChange(const ChangeEntry& entry) {
+  if (CStoreFunctions* functions = engine_.Functions()) {
+    return functions->LogChange(entry);
+  }
   const int64_t seq = Advance("seq", 1);
   engine_.Execute("INSERT INTO change_log (seq, origin, kind, code) VALUES (?, ?, ?, ?)",
                   {qint64(seq), ToQt(entry.origin), entry.kind, entry.code});
   engine_.Execute("DELETE FROM change_log WHERE seq <= ?", {qint64(seq - kKeptChanges)});
+  engine_.Announce();
   return seq;
 }
 

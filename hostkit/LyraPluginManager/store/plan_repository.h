@@ -1,17 +1,16 @@
 #pragma once
 
 #include <QByteArray>
+#include <QStringList>
 #include <functional>
 #include <list>
+#include <map>
 #include <optional>
 #include <vector>
 
-#include "LyraPluginManager/ptz_plugin_protocol.h"
 #include "LyraPluginManager/view_plugin_protocol.h"
-#include "ResourceTreeKit/camera_item_info.h"
-#include "ResourceTreeKit/region_item_info.h"
 #include "store/audience_repository.h"
-#include "store/camera_names.h"
+#include "store/camera_repository.h"
 #include "store/change_feed.h"
 #include "store/kept_deletions.h"
 #include "store/plan_records.h"
@@ -41,22 +40,21 @@ struct StoredPlan {
 /// The split that the tree shows for a plan with these pages.
 int32_t SplitOf(const std::list<view_plugin_protocol::PlanPage>& pages);
 
-/// The site's regions and cameras.
-struct CameraList {
-  std::vector<ResourceTreeKit::CRegionItemInfo> regions;
-  std::vector<ResourceTreeKit::CCameraItemInfo> cameras;
-};
+/// The group in which a user finds what others have shared.
+extern const char kSharedGroupName[];
 
 /// Begins a statement that takes a group's code: 'tree' has the codes of the group and of all groups below it.
 extern const char kGroupTree[];
 
-/// The statements on groups, plans, cameras and the change log. Throws CStoreError. Thread: the engine's.
+/// The statements on groups, plans and the change log. Throws CStoreError. Thread: the engine's.
 class CPlanRepository {
  public:
-  explicit CPlanRepository(CSqlEngine& engine) : engine_(engine), audiences_(engine) {}
+  explicit CPlanRepository(CSqlEngine& engine) : engine_(engine), audiences_(engine), cameras_(engine) {}
 
   /// Who is let into which group.
   CAudienceRepository& Audiences() { return audiences_; }
+  /// The site's regions and cameras.
+  CCameraRepository& Cameras() { return cameras_; }
 
   /// All rows of all users, in the order of their codes.
   std::vector<GroupRow> AllGroups();
@@ -76,6 +74,10 @@ class CPlanRepository {
   void ForEachPlan(const std::function<void(const StoredPlan&, Vouched)>& visit);
   /// Code and type of the user's default view; zeros when there is none.
   std::pair<int32_t, int32_t> DefaultView(int32_t user);
+  /// The same of all users, as far as this one may read them.
+  std::map<int32_t, std::pair<int32_t, int32_t>> DefaultViews();
+  /// Of plans that show one of these cameras: those of which the database gives this connection no row.
+  int CountHiddenPlansShowing(const QStringList& cameras);
   bool HasChildren(int32_t group);
   /// A group and all below it, in the order of the codes; nothing when it is not there.
   std::pair<std::vector<GroupRow>, std::vector<PlanRow>> Subtree(int32_t group);
@@ -96,35 +98,35 @@ class CPlanRepository {
   void DeleteGroup(int32_t code);
   /// Moves all that is in the group into the other one and deletes it.
   void MergeGroup(int32_t code, int32_t into);
+  /// A recipient's own group of shared plans.
+  std::optional<int32_t> SharedGroup(int32_t user);
+  /// These two put a row among the own ones of another user.
+  void ShareGroup(const GroupRow& group);
+  void SharePlan(const StoredPlan& plan);
   void InsertPlan(const StoredPlan& plan);
   void UpdatePlan(const StoredPlan& plan);
   void DeletePlan(int32_t code);
 
-  CameraList Cameras();
-  std::vector<NamedCamera> CameraNames();
-  /// These two have no value for a camera that does not exist.
-  std::optional<std::list<ptz_plugin_protocol::PresetInfo>> Presets(int32_t camera);
-  std::optional<std::list<int32_t>> StreamTypes(int32_t camera);
-  std::vector<std::string> FavoriteCameras(int32_t user);
-  /// False when a camera that does not exist was to become a favourite.
-  bool SetFavoriteCamera(int32_t user, int32_t camera, bool favorite);
-
   /// The number of the last change written; 0 when there was none.
   int64_t NewestChange();
-  /// In their order; entries that were forgotten by now are missing.
-  std::vector<ChangeEntry> ChangesAfter(int64_t seq);
+  /// The same, with the entries after `seq` in their order; those that were forgotten by now are missing.
+  struct News {
+    int64_t newest = 0;
+    std::vector<ChangeEntry> entries;
+  };
+  News NewsAfter(int64_t seq);
   /// Who wrote the change with this number; none when it is not there, or not any more.
   std::optional<std::string> OriginOf(int64_t seq);
   /// Writes the entry under the next number, which it answers, and forgets the oldest entries.
   int64_t LogChange(const ChangeEntry& entry);
 
  private:
-  bool HasCamera(int32_t camera);
   void SetContent(const StoredPlan& plan, const QString& pages);
   int64_t Advance(const char* counter, int64_t count);
 
   CSqlEngine& engine_;
   CAudienceRepository audiences_;
+  CCameraRepository cameras_;
 };
 
 }  // namespace TarnHost::Store

@@ -7,6 +7,7 @@
 #include "store/feature_switches.h"
 #include "store/migrations.h"
 #include "store/postgres_address.h"
+#include "store/server_account.h"
 #include "store/store_error.h"
 #include "store/store_services.h"
 
@@ -51,6 +52,13 @@ std::shared_ptr<CPlanStore> CPlanStore::Open(const PlanStoreOptions& options, QS
     }
     return nullptr;
   }
+}
+
+LogInAnswer CPlanStore::AskServer(const QString& url, const LogInRequest& account, std::chrono::milliseconds patience) {
+  if (!Store::PostgresAddress::IsMeantBy(url)) {
+    return {LogInOutcome::kDone};
+  }
+  return Store::AskServer(Store::CStoreUrl(url, account).Get(), patience);
 }
 
 int CPlanStore::LayoutVersion() {

@@ -22,7 +22,6 @@ using view_plugin_protocol::kDeepestLevel;
 using view_plugin_protocol::Right;
 
 constexpr int kNoDefaultView = -3;
-const char kSharedGroupName[] = "Shared";
 // What the user is offered, and what comes on top of it: the offer's time stands still while the mouse is over it, and
 // the last click may have to wait for the service.
 constexpr int32_t kRestorableSeconds = 10;
@@ -49,6 +48,8 @@ CPlanWriter::CPlanWriter(CStoreSession& session, const CSiteDirectory& site, std
     : session_(session),
       repository_(session.Repository()),
       site_(site),
+      cameras_(session, site),
+      play_log_(session.Engine()),
       now_(std::move(now)),
       steady_now_(std::move(steady_now)) {}
 
@@ -62,8 +63,8 @@ QString CPlanWriter::Now() const {
   return QLocale::c().toString(now_(), kDateTimeFormat);  // other locales have other digits
 }
 
-const CSiteDirectory::User& CPlanWriter::User(int32_t id) const {
-  const CSiteDirectory::User* user = site_.FindUser(id);
+CSiteDirectory::User CPlanWriter::User(int32_t id) const {
+  const auto user = site_.FindUser(id);
   if (user == nullptr) {
     throw CStoreError(CStoreError::kNotPermitted, kNoUserLoggedIn);
   }
@@ -147,14 +148,15 @@ CPlanWriter::DeletedGroup CPlanWriter::DeleteGroup(const std::string& index_code
   return Change([&] {
     const GroupRow group = GroupOf(index_code, user);
     RequireRight(group.family, DeleteRight, user);
-    if (!site_.Config().delete_with_children && repository_.HasChildren(group.code)) {
-      throw CStoreError(CStoreError::kRefused,
-                        QT_TRANSLATE_NOOP("TarnHost::Store", "The group is not empty. Delete what is in it first."));
-    }
+    // First: a group may look empty to the user who reads the other reason.
     if (group.family == PublicFamily && !repository_.Audiences().IsOpenBelow(group.code, user)) {
       throw CStoreError(
           CStoreError::kNotPermitted,
           QT_TRANSLATE_NOOP("TarnHost::Store", "The group cannot be deleted: there is more in it than you may see."));
+    }
+    if (!site_.Config().delete_with_children && repository_.HasChildren(group.code)) {
+      throw CStoreError(CStoreError::kRefused,
+                        QT_TRANSLATE_NOOP("TarnHost::Store", "The group is not empty. Delete what is in it first."));
     }
     const CKeptDeletions::Below below = session_.Deletions().KeepGroup(group.code, user, Time());
     session_.RemoveGroup(group.code);
@@ -261,16 +263,16 @@ int32_t CPlanWriter::DeletePlan(const std::string& index_code, int32_t user) {
 }
 
 // A request that is sent again because its answer was lost finds the row there.
-void CPlanWriter::RestoreDeleted(const view_plugin_protocol::RestoreDeletedRequest& request, int32_t user) {
-  Change([&] {
+int32_t CPlanWriter::RestoreDeleted(const view_plugin_protocol::RestoreDeletedRequest& request, int32_t user) {
+  return Change([&] {
     const int32_t code = ParseCode(request.index_code);
-    if (!IsThere(code, request.is_group, user)) {
-      const CKeptDeletions::Deletion deletion = KeptDeletion(code, request.is_group, user);
-      RequireRight(deletion.family, DeleteRight, user);
-      RequirePlaceOf(deletion, user);
-      PutBack(deletion);
+    if (IsThere(code, request.is_group, user)) {
+      return code;
     }
-    return true;
+    const CKeptDeletions::Deletion deletion = KeptDeletion(code, request.is_group, user);
+    RequireRight(deletion.family, DeleteRight, user);
+    RequirePlaceOf(deletion, user);
+    return PutBack(deletion);
   });
 }
 
@@ -312,23 +314,30 @@ void CPlanWriter::RequirePlaceOf(const CKeptDeletions::Deletion& deletion, int32
 
 // Names may stand twice in a group, but undoing a deletion does not make it so. The group of shared plans is made again
 // when somebody shares: then both are one.
-void CPlanWriter::PutBack(const CKeptDeletions::Deletion& deletion) {
-  if (session_.Deletions().NamesakesOf(deletion) <= deletion.namesakes) {
+int32_t CPlanWriter::PutBack(const CKeptDeletions::Deletion& deletion) {
+  const int32_t namesakes = session_.Deletions().NamesakesOf(deletion);
+  if (namesakes <= deletion.namesakes) {
+    if (namesakes < deletion.namesakes) {
+      session_.Deletions().CountWithKept(deletion);
+    }
     session_.PutBack(deletion);
-  } else if (deletion.is_group && deletion.parent == OwnRoot && deletion.name == kSharedGroupName) {
-    session_.PutBackInto(repository_.OwnTopGroup(deletion.owner, deletion.name)->code, deletion);
-  } else {
-    throw CStoreError(CStoreError::kRefused,
-                      {QT_TRANSLATE_NOOP("TarnHost::Store",
-                                         "\"%1\" cannot come back: its name was given to another in the meantime."),
-                       {deletion.name}});
+    return deletion.code;
   }
+  if (deletion.is_group && deletion.parent == OwnRoot && deletion.name == kSharedGroupName) {
+    const int32_t group = repository_.OwnTopGroup(deletion.owner, deletion.name)->code;
+    session_.PutBackInto(group, deletion);
+    return group;
+  }
+  throw CStoreError(
+      CStoreError::kRefused,
+      {QT_TRANSLATE_NOOP("TarnHost::Store", "\"%1\" cannot come back: its name was given to another in the meantime."),
+       {deletion.name}});
 }
 
 std::vector<int32_t> CPlanWriter::Recipients(const std::string& user_ids, int32_t sharer) const {
   std::vector<int32_t> recipients;
   for (const QString& text : ToQt(user_ids).split(',', Qt::SkipEmptyParts)) {
-    const CSiteDirectory::User* user = site_.FindUser(ParseCode(text.trimmed().toStdString()));
+    const auto user = site_.FindUser(ParseCode(text.trimmed().toStdString()));
     if (user == nullptr) {
       throw CStoreError(
           CStoreError::kGone,
@@ -349,11 +358,11 @@ std::vector<int32_t> CPlanWriter::Recipients(const std::string& user_ids, int32_
 }
 
 int32_t CPlanWriter::SharedGroupOf(int32_t user) {
-  if (const auto group = repository_.OwnTopGroup(user, kSharedGroupName)) {
-    return group->code;
+  if (const auto group = repository_.SharedGroup(user)) {
+    return *group;
   }
   const GroupRow group{repository_.NewCode(), OwnRoot, OwnFamily, user, kSharedGroupName};
-  session_.SaveNew(group);
+  session_.SaveShared(group);
   return group.code;
 }
 
@@ -374,7 +383,7 @@ void CPlanWriter::Share(const view_plugin_protocol::ViewShareResquestInfo& reque
       copy.row.owner = recipient;
       copy.row.parent = SharedGroupOf(recipient);
       copy.row.code = repository_.NewCode();
-      session_.SaveNew(copy);
+      session_.SaveShared(copy);
     }
     return true;
   });
@@ -389,6 +398,7 @@ void CPlanWriter::SetDefaultView(const view_plugin_protocol::ClienDefaultViewCon
       session_.Engine().Execute("INSERT INTO default_view (user_id, code, type) VALUES (?, ?, ?)",
                                 {user, code, request.type});
     }
+    session_.DefaultViewsChanged();
     return true;
   });
 }
@@ -405,7 +415,7 @@ int32_t CPlanWriter::DefaultViewOf(const view_plugin_protocol::ClienDefaultViewC
 
 void CPlanWriter::SetFavoriteCamera(const std::string& index_code, bool favorite, int32_t user) {
   Change([&] {
-    if (!repository_.SetFavoriteCamera(User(user).id, ParseCode(index_code), favorite)) {
+    if (!repository_.Cameras().SetFavorite(User(user).id, ParseCode(index_code), favorite)) {
       throw CStoreError(CStoreError::kGone, kNoCamera);
     }
     return true;
@@ -414,9 +424,7 @@ void CPlanWriter::SetFavoriteCamera(const std::string& index_code, bool favorite
 
 void CPlanWriter::LogPlay(const view_plugin_protocol::AddPlanLogRequestParam& request, int32_t user) {
   Change([&] {
-    session_.Engine().Execute(
-        "INSERT INTO plan_log (played_at, user_id, name, automatic, from_history) VALUES (?, ?, ?, ?, ?)",
-        {Now(), User(user).id, ToQt(request.name), int(request.automatic), int(request.from_history)});
+    play_log_.Add({User(user).id, ToQt(request.name), request.automatic, request.from_history}, now_());
     return true;
   });
 }

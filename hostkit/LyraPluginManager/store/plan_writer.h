@@ -5,6 +5,8 @@
 #include <functional>
 
 #include "plan_rules/rights.h"
+#include "store/camera_writer.h"
+#include "store/play_log.h"
 #include "store/site_directory.h"
 #include "store/store_session.h"
 
@@ -37,10 +39,13 @@ class CPlanWriter {
   /// Answers for how many seconds RestoreDeleted() takes it back.
   int32_t DeletePlan(const std::string& index_code, int32_t user);
   /// Only for who has deleted it, and once more than needed does no harm.
-  void RestoreDeleted(const view_plugin_protocol::RestoreDeletedRequest& request, int32_t user);
+  /// Answers the code that it has now: of a group that was merged into another one, that one's.
+  int32_t RestoreDeleted(const view_plugin_protocol::RestoreDeletedRequest& request, int32_t user);
   /// Gives each of the named users a copy.
   void Share(const view_plugin_protocol::ViewShareResquestInfo& request, int32_t user);
   void SetDefaultView(const view_plugin_protocol::ClienDefaultViewConfigRequest& request, int32_t user);
+  /// The calls that change regions and cameras.
+  CCameraWriter& Cameras() { return cameras_; }
   void SetFavoriteCamera(const std::string& index_code, bool favorite, int32_t user);
   /// Notes that a plan was played; no one is notified.
   void LogPlay(const view_plugin_protocol::AddPlanLogRequestParam& request, int32_t user);
@@ -58,7 +63,7 @@ class CPlanWriter {
     });
   }
   void PurgeDeletions();
-  const CSiteDirectory::User& User(int32_t id) const;
+  CSiteDirectory::User User(int32_t id) const;
   void RequireRight(int32_t family, view_plugin_protocol::Right right, int32_t user) const;
   Parent ParentOf(const std::string& index_code, int32_t user);
   GroupRow GroupOf(const std::string& index_code, int32_t user);
@@ -75,13 +80,15 @@ class CPlanWriter {
   bool IsThere(int32_t code, bool is_group, int32_t user);
   CKeptDeletions::Deletion KeptDeletion(int32_t code, bool is_group, int32_t user);
   void RequirePlaceOf(const CKeptDeletions::Deletion& deletion, int32_t user);
-  void PutBack(const CKeptDeletions::Deletion& deletion);
+  int32_t PutBack(const CKeptDeletions::Deletion& deletion);
   CKeptDeletions::Moment Time() const { return {now_().toSecsSinceEpoch(), steady_now_()}; }
   QString Now() const;
 
   CStoreSession& session_;
   CPlanRepository& repository_;
   const CSiteDirectory& site_;
+  CCameraWriter cameras_;
+  CPlayLog play_log_;
   const std::function<QDateTime()> now_;
   const std::function<SteadyClock::time_point()> steady_now_;
 };

@@ -22,8 +22,9 @@ Connection Begin(const PostgresAddress& address) {
   const QVector<QPair<const char*, QByteArray>> settings = {
       {"user", address.user.toUtf8()},
       {"password", address.password.toUtf8()},
-      {"host", address.host.toUtf8()},
-      {"port", QByteArray::number(address.port)},
+      {"host", address.Hosts().toUtf8()},
+      {"port", address.Ports().toUtf8()},
+      {"target_session_attrs", address.SessionKind().toUtf8()},
       {"dbname", address.database.toUtf8()},
       {"sslmode", address.ssl_mode.toUtf8()},
       {"sslrootcert", address.ssl_root_cert.toUtf8()},
@@ -74,6 +75,12 @@ CStoreText ReasonByCode(const QString& code, const PGconn* connection) {
   return reasons.value(code);
 }
 
+// A wrong password has a code of its own, unless a directory was asked for it.
+bool IsOfAccount(const PGconn* connection) {
+  const QString code = CodeIn(QString::fromUtf8(PQerrorMessage(connection)));
+  return code == "28P01" || code == "28000" || PQconnectionNeedsPassword(connection) != 0;
+}
+
 CStoreText ReasonFor(PGconn* connection, const PostgresAddress& address, bool is_reached) {
   const QString words = QString::fromUtf8(PQerrorMessage(connection));
   const CStoreText by_code = ReasonByCode(CodeIn(words), connection);
@@ -86,39 +93,54 @@ CStoreText ReasonFor(PGconn* connection, const PostgresAddress& address, bool is
   if (!is_reached) {
     return ReasonOfSilence(address);
   }
+  if (words.contains(QLatin1String("session is read-only"))) {
+    return QT_TRANSLATE_NOOP("TarnHost::Store", "none of the servers takes changes at present");
+  }
   return words.section(QStringLiteral("\nLOCATION:"), 0, 0).simplified();
 }
 
 }  // namespace
 
-CStoreText ReasonOfRefusal(const PostgresAddress& address) {
+PostgresAttempt TryToConnect(const PostgresAddress& address, std::chrono::milliseconds patience) {
   const Connection connection = Begin(address);
-  const auto end = steady_clock::now() + kPatience;
+  const auto end = steady_clock::now() + patience;
   bool is_reached = false;
   if (!connection) {
-    return ReasonOfSilence(address);
+    return {false, false, ReasonOfSilence(address)};
   }
   PQsetErrorVerbosity(connection.get(), PQERRORS_VERBOSE);
   PostgresPollingStatusType state = PGRES_POLLING_WRITING;
   while (state == PGRES_POLLING_READING || state == PGRES_POLLING_WRITING) {
     if (!Await(connection.get(), state, end)) {
-      return ReasonOfSilence(address);
+      return {false, false, ReasonOfSilence(address)};
     }
     state = PQconnectPoll(connection.get());
     is_reached = is_reached || IsReached(connection.get());
   }
   if (state == PGRES_POLLING_OK) {
+    return {true, false, {}};
+  }
+  return {false, IsOfAccount(connection.get()), ReasonFor(connection.get(), address, is_reached)};
+}
+
+CStoreText ReasonOfRefusal(const PostgresAddress& address) {
+  const PostgresAttempt attempt = TryToConnect(address, kPatience);
+  if (attempt.lets_in) {
     return QT_TRANSLATE_NOOP("TarnHost::Store", "the server was out of reach for a moment");
   }
-  return ReasonFor(connection.get(), address, is_reached);
+  return attempt.reason;
 }
 
 CStoreText ReasonOfSilence(const PostgresAddress& address) {
-  CStoreText host = address.host;
+  if (address.servers.size() > 1) {
+    return {QT_TRANSLATE_NOOP("TarnHost::Store", "no server answers at any of %1"), {address.Hosts()}};
+  }
+  const PostgresAddress::Server& server = address.servers.front();
+  CStoreText host = server.host;
   if (host.IsEmpty()) {
     host = QT_TRANSLATE_NOOP("TarnHost::Store", "this machine");
   }
-  return {QT_TRANSLATE_NOOP("TarnHost::Store", "no server answers at %1:%2"), {host, QString::number(address.port)}};
+  return {QT_TRANSLATE_NOOP("TarnHost::Store", "no server answers at %1:%2"), {host, QString::number(server.port)}};
 }
 
 }  // namespace TarnHost::Store

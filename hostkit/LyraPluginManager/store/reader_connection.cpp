@@ -3,6 +3,12 @@
 #include <utility>
 
 namespace TarnHost::Store {
+namespace {
+
+// A server takes so many sessions and no more: a desk at which nothing plays has one.
+constexpr std::chrono::seconds kKeptIdle{10};
+
+}  // namespace
 
 CReaderConnection::CReaderConnection(Opener open, std::shared_ptr<CConnectionWatch> watch)
     : open_(std::move(open)), watch_(std::move(watch)) {}
@@ -13,6 +19,12 @@ bool CReaderConnection::Answers() {
     return true;
   } catch (const CStoreError& error) {
     return !error.IsOfConnection();
+  }
+}
+
+void CReaderConnection::Rest() {
+  if (engine_ && std::chrono::steady_clock::now() - last_read_ >= kKeptIdle) {
+    Disconnect();
   }
 }
 

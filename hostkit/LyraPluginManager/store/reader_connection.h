@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -20,6 +21,7 @@ class CReaderConnection {
   /// Answers work(repository).
   template <class Work>
   auto Read(const Work& work) {
+    last_read_ = std::chrono::steady_clock::now();
     const bool was_idle = engine_ != nullptr;
     Connect();
     try {
@@ -35,6 +37,8 @@ class CReaderConnection {
   }
   /// Whether the store answers a short question.
   bool Answers();
+  /// Disconnects when nothing was read for a while.
+  void Rest();
   void Disconnect();
 
  private:
@@ -46,6 +50,7 @@ class CReaderConnection {
   const std::shared_ptr<CConnectionWatch> watch_;
   std::unique_ptr<CSqlEngine> engine_;
   std::unique_ptr<CPlanRepository> repository_;
+  std::chrono::steady_clock::time_point last_read_;
 };
 
 }  // namespace TarnHost::Store

@@ -64,12 +64,16 @@ void CSiteImporter::ImportInfo() {
   };
   add("station_id", QUuid::createUuid().toString(QUuid::WithoutBraces));
   add("root_name", ToQt(site_.root_name));
+  if (site_.is_pretended) {
+    add("pretended", QStringLiteral("1"));
+  }
 }
 
 void CSiteImporter::ImportUsers() {
   int32_t id = kFirstUser;
   for (const PlanSite::User& user : site_.users) {
-    engine_.Execute("INSERT INTO app_user (id, name) VALUES (?, ?)", {id, ToQt(user.name)});
+    engine_.Execute("INSERT INTO app_user (id, name, role_name) VALUES (?, ?, ?)",
+                    {id, ToQt(user.name), ToQt(user.name)});
     for (const int right : user.rights) {
       engine_.Execute("INSERT INTO user_right (user_id, code) VALUES (?, ?)", {id, right});
     }
@@ -86,6 +90,9 @@ void CSiteImporter::ImportUsers() {
 }
 
 void CSiteImporter::ImportAudience(size_t place) {
+  if (site_.groups[place].audience.empty()) {
+    return;
+  }
   Audience audience;
   for (const int user_group : site_.groups[place].audience) {
     audience.insert(*repository_.Audiences().UserGroup(ToQt(At(site_.user_groups, user_group).name)));
@@ -103,6 +110,11 @@ void CSiteImporter::ImportCameras() {
   for (const PlanSite::Camera& camera : site_.cameras) {
     ImportCamera(camera_id++, camera);
   }
+  const auto count = [this](const char* counter, int32_t last) {
+    engine_.Execute("UPDATE counter SET value = ? WHERE name = ?", {last, counter});
+  };
+  count("region", region_id - 1);
+  count("camera", camera_id - 1);
 }
 
 void CSiteImporter::ImportCamera(int32_t id, const PlanSite::Camera& camera) {

@@ -37,6 +37,15 @@ class CSiteOperations {
   void GetFavoriteCameras(std::vector<std::string>* index_codes);
   void SetFavoriteCamera(const std::string& index_code, bool favorite);
 
+  void GotoPreset(const ptz_plugin_protocol::GotoPresetRequest& request,
+                  ptz_plugin_protocol::GotoPresetResponse* response);
+  void GetCameraAccess(const std::vector<std::string>& index_codes, CameraAccessList* access);
+  CameraChangesMade ChangeCameras(const CameraChanges& changes);
+  void SetCameraAuthority(const std::string& pem);
+  SiteUsers GetSiteUsers();
+  void ChangeSiteUsers(const SiteUserChanges& changes);
+  void GetPlansShowing(const std::vector<std::string>& camera_codes, PlansShowing* showing);
+
  private:
   CStoreRunner& runner_;
 };

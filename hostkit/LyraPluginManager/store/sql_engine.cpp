@@ -9,7 +9,7 @@ namespace {
 
 // A text without content is stored as an empty one; NULL is kept for what is not there.
 QVariant NotNull(const QVariant& value) {
-  return value.type() == QVariant::String && value.isNull() ? QVariant(QStringLiteral("")) : value;
+  return value.userType() == QMetaType::QString && value.isNull() ? QVariant(QStringLiteral("")) : value;
 }
 
 // Null for what only the database's own words explain.
@@ -163,7 +163,16 @@ QVariant CSqlEngine::RunOnce(const QString& sql) {
   if (!query.exec(sql)) {
     Fail(query.lastError());
   }
-  return query.next() ? query.value(0) : QVariant();
+  QVariant value;
+  if (query.next()) {
+    value = query.value(0);
+  }
+  while (query.nextResult()) {
+  }
+  if (query.lastError().isValid()) {  // of a later statement
+    Fail(query.lastError());
+  }
+  return value;
 }
 
 void CSqlEngine::Fail(const QSqlError& error) const {

@@ -6,8 +6,10 @@
 #include <QSqlQuery>
 #include <QString>
 #include <QVariant>
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "store/connection_watch.h"
@@ -16,6 +18,8 @@
 namespace TarnHost::Store {
 
 class CSharedFileState;
+class CStoreFunctions;
+class CUserRoles;
 
 /// One database connection with its prepared statements; the statements are the same for every engine.
 ///
@@ -48,8 +52,16 @@ class CSqlEngine {
   /// Ends the transaction; a failure of it is of no interest any more.
   void Rollback() noexcept;
 
-  /// Whether others may have written since the last call; cheap.
+  /// Whether others may have written since the last call; cheap. Asked so often, an engine whose server can fall silent
+  /// notices in time.
   virtual bool MayHaveChanged() = 0;
+  virtual std::chrono::milliseconds BetweenLooks() const { return std::chrono::milliseconds(200); }
+  /// Where others' changes are announced, there is something to read from this socket then; -1 where they are not.
+  virtual int NewsSocket() const { return -1; }
+  /// Whether something was announced that MayHaveChanged() was not asked for yet, as far as it was read by now.
+  virtual bool HasNews() { return false; }
+  /// Announces to others, in a transaction that writes, that it was committed.
+  virtual void Announce() {}
   /// Why nothing can be changed at present; empty when that is not known. Cheap.
   virtual CStoreText WriteRefusal() const { return {}; }
   /// The store as messages name it.
@@ -59,11 +71,23 @@ class CSqlEngine {
   virtual bool IsEmpty() = 0;
   /// What the engine finds wrong with its own files, a line each; reads all of them.
   virtual QStringList Integrity() { return {}; }
+  /// What makes changes beyond the rows of one user; null where plain statements do, since no user reaches the
+  /// database.
+  virtual CStoreFunctions* Functions() { return nullptr; }
+  /// The user as whom the database itself lets this connection read and write; none for who passes its rights.
+  virtual std::optional<int32_t> BoundUser() const { return std::nullopt; }
+  /// The account that is opened next time, in the form of the store's address; where there are accounts.
+  virtual void SetAddress(const QString& url) { Q_UNUSED(url) }
+  /// The roles under which users log in at a server; null for a store without one.
+  virtual CUserRoles* Roles() { return nullptr; }
+  /// Puts the rights of users into a database that knows them; once, with the layout that they are written for.
+  virtual void MakeRights() {}
   /// Name of the type for bytes.
   virtual QString BytesType() const = 0;
   /// Whether a column goes without every row being written again.
   virtual bool DropsColumnsAtOnce() const = 0;
-  /// How long a transaction waits for other processes; also before Open().
+  static constexpr int kPatience = 5000;
+  /// How long a transaction waits for other processes, kPatience at first; also before Open().
   virtual void SetPatience(int milliseconds) = 0;
 
   /// Runs a prepared statement; answers the number of rows it touched.
@@ -72,7 +96,7 @@ class CSqlEngine {
   void ForEach(const QString& sql, const QVariantList& values, const std::function<void(const QSqlQuery&)>& take);
   /// First column of the first row; invalid when there is no row.
   QVariant Value(const QString& sql, const QVariantList& values = {});
-  /// Runs a statement as it is, once.
+  /// Runs a statement as it is, once; on a server several, of which it answers the first one's value.
   QVariant RunOnce(const QString& sql);
 
  protected:
@@ -80,6 +104,7 @@ class CSqlEngine {
 
   virtual CStoreError::Kind KindOf(const QSqlError& error) const = 0;
   [[noreturn]] void Fail(const QSqlError& error) const;
+  CConnectionWatch* Watch() const { return watch_.get(); }
   virtual void Configure(QSqlDatabase* database) const = 0;
   void OpenDatabase();
   void WatchSocket(int socket);

@@ -18,7 +18,6 @@ class CSqliteEngine : public CSqlEngine {
  public:
   /// Marks a file as a plan store, at a fixed place of the file.
   static constexpr int32_t kApplicationId = 0x5461726e;
-  static constexpr int kPatience = 5000;  // ms that a write waits for other processes
 
   enum Mode { kMake, kExisting };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "store/sqlite_engine.h"
@@ -17,7 +18,9 @@ std::unique_ptr<CSqlEngine> OpenStoreFile(const QString& file, const NewStore& f
 std::unique_ptr<CSqlEngine> OpenStoreFileAsItIs(const QString& file);
 
 /// Writes one state of the store, whatever other programs use it, into the new file `copy`, which gets its name when it
-/// is whole.
+/// is whole and sound.
 void BackUpStoreFile(const QString& file, const QString& copy);
+/// The same of a store that is in no file: makes the tables of the newest layout and has `fill` put the rows in.
+void BackUpInto(const QString& copy, const std::function<void(CSqlEngine&)>& fill);
 
 }  // namespace TarnHost::Store

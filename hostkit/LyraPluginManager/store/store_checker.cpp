@@ -6,7 +6,9 @@
 #include "ResourceData/resource_type.h"
 #include "plan_rules/plan_limits.h"
 #include "plan_rules/rights.h"
+#include "plan_rules/window_content.h"
 #include "store/camera_dictionary.h"
+#include "store/camera_rules.h"
 #include "store/migrations.h"
 #include "store/page_codec.h"
 #include "store/plan_soundness.h"
@@ -37,6 +39,7 @@ QStringList CStoreChecker::Run() {
   Try("rights", [this] { CheckRights(); });
   Try("user groups", [this] { CheckUserGroups(); });
   Try("limits of groups", [this] { CheckAudiences(); });
+  Try("cameras", [this] { CheckCameras(); });
   Try("counters", [this] { CheckCounters(); });
   return findings_;
 }
@@ -163,8 +166,10 @@ void CStoreChecker::CheckName(const QString& what, const QString& name) {
 }
 
 void CStoreChecker::CheckPlans() {
-  camera_names_.Clear();
-  CCameraDictionary(engine_, &camera_names_).Refresh();
+  CCameraDictionary(engine_, &camera_names_).ReadAgain();
+  for (const NamedCamera& camera : repository_.Cameras().Names()) {
+    site_cameras_.insert(camera.code);
+  }
   repository_.ForEachPlan([this](const StoredPlan& plan, Vouched vouched) { CheckPlan(plan, vouched); });
 }
 
@@ -201,6 +206,21 @@ void CStoreChecker::CheckCameras(const QString& what, const StoredPlan& plan) {
   if (plan.damage.IsEmpty() && !is_found) {
     Note(QStringLiteral("%1 is not found by its cameras.").arg(what));
   }
+  NoteUnknownCameras(what, plan);
+}
+
+// A camera may have been removed since; its windows stay empty until somebody sees to it.
+void CStoreChecker::NoteUnknownCameras(const QString& what, const StoredPlan& plan) {
+  for (const auto& page : plan.pages) {
+    for (const auto& window : page.windows) {
+      if (view_plugin_protocol::IsCamera(window) && site_cameras_.count(window.resource_code) == 0) {
+        Note(QStringLiteral("%1 shows camera \"%2\" (%3), which is not there, in window %4 of page %5.")
+                 .arg(what, ToQt(window.resource_name).simplified(), ToQt(window.resource_code).simplified())
+                 .arg(window.window_no)
+                 .arg(page.page_no));
+      }
+    }
+  }
 }
 
 void CStoreChecker::CheckContents() {
@@ -210,6 +230,11 @@ void CStoreChecker::CheckContents() {
       {}, [this](const QSqlQuery& query) {
         Note(QStringLiteral("There is content of plan %1, which is not there.").arg(query.value(0).toInt()));
       });
+  engine_.ForEach("SELECT name, code FROM kept_plan WHERE code NOT IN (SELECT code FROM plan_content) ORDER BY code",
+                  {}, [this](const QSqlQuery& query) {
+                    Note(QStringLiteral("%1 was deleted, and its content is not kept.")
+                             .arg(Named("Plan", query.value(0).toString(), query.value(1).toInt())));
+                  });
 }
 
 // What can still be put back: it must belong to a deletion, and must not be there already. A deletion without a time is
@@ -291,6 +316,36 @@ void CStoreChecker::CheckAudiences() {
                  .arg(query.value(0).toInt())
                  .arg(query.value(1).toInt()));
       });
+}
+
+// An address that cannot be one is not repeated: a password may stand in it.
+void CStoreChecker::CheckCameras() {
+  for (const char* table : {"camera_stream", "camera_access", "camera_preset", "favorite_camera"}) {
+    engine_.ForEach(QStringLiteral("SELECT DISTINCT camera_id FROM %1 WHERE camera_id NOT IN (SELECT id FROM camera)")
+                        .arg(QLatin1String(table)),
+                    {}, [this, table](const QSqlQuery& query) {
+                      Note(QStringLiteral("There are rows of camera %1, which is not there (%2).")
+                               .arg(query.value(0).toInt())
+                               .arg(QLatin1String(table)));
+                    });
+  }
+  CheckRegions("Camera",
+               "SELECT id, name FROM camera WHERE region_id <> 0 AND region_id NOT IN (SELECT id FROM region)");
+  CheckRegions("Region",
+               "SELECT id, name FROM region WHERE parent_id <> 0 AND parent_id NOT IN (SELECT id FROM region)");
+  engine_.ForEach("SELECT camera_id, url FROM camera_stream WHERE url <> ''", {}, [this](const QSqlQuery& query) {
+    CameraAddress address;
+    if (!ReadStreamAddress(query.value(1).toString(), &address).IsEmpty() || !address.user.empty()) {
+      Note(QStringLiteral("Camera %1 has an address that cannot be one.").arg(query.value(0).toInt()));
+    }
+  });
+}
+
+void CStoreChecker::CheckRegions(const char* kind, const char* lost_rows) {
+  engine_.ForEach(QLatin1String(lost_rows), {}, [this, kind](const QSqlQuery& query) {
+    Note(QStringLiteral("%1 is in a region that is not there.")
+             .arg(Named(kind, query.value(1).toString(), query.value(0).toInt())));
+  });
 }
 
 void CStoreChecker::CheckCounters() {

@@ -3,6 +3,8 @@
 #include <QStringList>
 #include <functional>
 #include <map>
+#include <set>
+#include <string>
 
 #include "store/plan_repository.h"
 
@@ -36,6 +38,7 @@ class CStoreChecker {
   template <class Row>
   void CheckParent(const QString& what, const Row& row);
   void CheckCameras(const QString& what, const StoredPlan& plan);
+  void NoteUnknownCameras(const QString& what, const StoredPlan& plan);
   void CheckContents();
   void CheckName(const QString& what, const QString& name);
   void CheckDeletions();
@@ -43,12 +46,15 @@ class CStoreChecker {
   void CheckRights();
   void CheckAudiences();
   void CheckUserGroups();
+  void CheckCameras();
+  void CheckRegions(const char* kind, const char* lost_rows);
   void CheckCounters();
 
   CSqlEngine& engine_;
   CPlanRepository repository_;
   QStringList findings_;
   CCameraNames camera_names_{[](const std::string& name) { return name; }};
+  std::set<std::string> site_cameras_;  // codes
   std::map<int32_t, GroupRow> groups_;
   std::map<int32_t, QString> users_;
   std::map<int32_t, int> plan_codes_;

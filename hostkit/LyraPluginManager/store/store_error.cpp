@@ -5,7 +5,9 @@
 namespace TarnHost::Store {
 
 CStoreError CStoreError::NotAnswering(Kind kind) {
-  return {kind, kNoAnswer};
+  CStoreError error(kind, kNoAnswer);
+  error.MarkSilence();
+  return error;
 }
 
 QString CStoreError::LogText() const {

@@ -43,6 +43,9 @@ class CStoreError : public std::exception {
   QString LogText() const;
   const QString& Words() const { return words_; }
   Kind GetKind() const { return kind_; }
+  /// Whether it was waited for in vain: the store may be there, which is another trouble than a refused connection.
+  bool IsSilence() const { return is_silence_; }
+  void MarkSilence() { is_silence_ = true; }
   /// Whether the database did not answer to the end of it.
   bool IsOfConnection() const { return kind_ == kConnectionLost || kind_ == kOutcomeUnknown; }
   const char* what() const noexcept override { return bytes_.constData(); }
@@ -52,6 +55,7 @@ class CStoreError : public std::exception {
   QString words_;
   QByteArray bytes_;
   Kind kind_;
+  bool is_silence_ = false;
 };
 
 /// What a caller of the service learns of it.

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "moving/store_copier.h"
 #include "store/migrations.h"
 #include "store/postgres_engine.h"
 #include "store/site_importer.h"
@@ -15,6 +16,15 @@ namespace {
 QString FileOf(const QString& url) {
   const QString sqlite = QStringLiteral("sqlite:");
   return url.startsWith(sqlite) ? url.mid(sqlite.size()) : QString();
+}
+
+// To an account that does not own the tables a server may show some of the rows.
+void RequireAllRows(CSqlEngine& server) {
+  if (server.Value("SELECT row_security_active(to_regclass('plan'))").toBool()) {
+    throw CStoreError(CStoreError::kNoRight, QStringLiteral("Only the account that owns the tables of the plan store %1"
+                                                            " sees all of it.")
+                                                 .arg(server.Place()));
+  }
 }
 
 }  // namespace
@@ -31,6 +41,12 @@ std::unique_ptr<CSqlEngine> OpenStore(const QString& url, const NewStore& fresh,
   return OpenPostgresStore(PostgresAddress::FromText(url), fresh, std::move(watch));
 }
 
+std::unique_ptr<CSqlEngine> StoreToReach(const QString& url, std::shared_ptr<CConnectionWatch> watch) {
+  auto engine = std::make_unique<CPostgresEngine>(PostgresAddress::FromText(url), CPostgresEngine::kFollowsChanges);
+  engine->SetWatch(std::move(watch));
+  return engine;
+}
+
 bool HasReaders(const QString& url) {
   return url != QLatin1String("sqlite::memory:");
 }
@@ -42,7 +58,7 @@ std::unique_ptr<CSqlEngine> OpenReader(const QString& url, std::shared_ptr<CConn
   if (url.startsWith(sqlite)) {
     engine = std::make_unique<CSqliteEngine>(url.mid(sqlite.size()), std::move(files));
   } else {
-    engine = std::make_unique<CPostgresEngine>(PostgresAddress::FromText(url));
+    engine = std::make_unique<CPostgresEngine>(PostgresAddress::FromText(url), CPostgresEngine::kReadsOnly);
   }
   engine->SetWatch(std::move(watch));
   engine->Open();
@@ -51,16 +67,22 @@ std::unique_ptr<CSqlEngine> OpenReader(const QString& url, std::shared_ptr<CConn
 
 std::unique_ptr<CSqlEngine> OpenStoreAsItIs(const QString& url) {
   const QString file = FileOf(url);
-  return file.isEmpty() ? OpenReader(url, std::make_shared<CConnectionWatch>(), nullptr) : OpenStoreFileAsItIs(file);
+  if (!file.isEmpty()) {
+    return OpenStoreFileAsItIs(file);
+  }
+  auto engine = OpenReader(url, std::make_shared<CConnectionWatch>(), nullptr);
+  RequireAllRows(*engine);
+  return engine;
 }
 
 void BackUpStore(const QString& url, const QString& copy) {
   const QString file = FileOf(url);
-  if (file.isEmpty()) {
-    throw CStoreError(CStoreError::kRefused,
-                      QStringLiteral("Only a store in a file can be copied so; a server has tools of its own."));
+  if (!file.isEmpty()) {
+    BackUpStoreFile(file, copy);
+    return;
   }
-  BackUpStoreFile(file, copy);
+  const auto engine = OpenStoreAsItIs(url);
+  BackUpInto(copy, [&engine](CSqlEngine& to) { Moving::CopyRows(*engine, to); });
 }
 
 void FillNewStore(CSqlEngine& engine, const NewStore& fresh) {

@@ -22,15 +22,20 @@ struct NewStore {
 std::unique_ptr<CSqlEngine> OpenStore(const QString& url, const NewStore& fresh,
                                       std::shared_ptr<CConnectionWatch> watch);
 
+/// The store of a server to which no connection is made yet: Reopen() makes the first.
+std::unique_ptr<CSqlEngine> StoreToReach(const QString& url, std::shared_ptr<CConnectionWatch> watch);
+
 /// Whether the store can be read over further connections; one in memory has a single one.
 bool HasReaders(const QString& url);
 /// A further connection to a store that is open already, by a connection with these `files`. Throws CStoreError.
 std::unique_ptr<CSqlEngine> OpenReader(const QString& url, std::shared_ptr<CConnectionWatch> watch,
                                        std::shared_ptr<const CSharedFileState> files);
 
-/// Opens an existing store to look at it or to change rows: nothing is made or brought along. Throws CStoreError.
+/// Opens an existing store to look at it or to change rows: nothing is made or brought along. On a server that takes
+/// the account that owns the tables. Throws CStoreError.
 std::unique_ptr<CSqlEngine> OpenStoreAsItIs(const QString& url);
-/// Writes a copy of a store in a file into the new file `copy`. Throws CStoreError; then there is no copy.
+/// Writes a copy of a store into the new file `copy`, which is a store in a file whatever the store is in. Throws
+/// CStoreError; then there is no copy.
 void BackUpStore(const QString& url, const QString& copy);
 
 /// Makes tables and content in the empty database of `engine`, all or nothing. Leaves one that has a store as it is,

@@ -1,16 +1,22 @@
 #pragma once
 
+#include <QThread>
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 #include "TarnHost/plan_store.h"
+#include "copies/copy_keeper.h"
+#include "copies/shown_copy.h"
 #include "store/database_thread.h"
 #include "store/download_state.h"
 #include "store/observer_hub.h"
 #include "store/plan_catalog.h"
+#include "store/plan_memory.h"
 #include "store/plan_reader.h"
 #include "store/plan_writer.h"
+#include "store/server_account.h"
 #include "store/site_directory.h"
 #include "store/store_session.h"
 #include "store/store_troubles.h"
@@ -34,20 +40,40 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
   bool IsClosed() const { return closed_; }
 
   const CPlanCatalog& Catalog() const { return catalog_; }
-  /// What stands in it does not change after Start().
   const CSiteDirectory& Site() const { return site_; }
   CObserverHub& Hub() { return *hub_; }
   QDateTime Now() const { return options_.now(); }
+  /// Where the cameras without an address have their pictures in this process; empty: nowhere.
+  std::string CamerasAt() const { return options_.cameras_at.toStdString(); }
+  std::string DevicesAt() const { return options_.devices_at.toStdString(); }
+
+  /// Whether the database keeps from this process what the user does not see.
+  bool HidesRows() const { return hides_rows_; }
 
   /// The user who is logged in; 0 for none.
   int32_t User() const { return user_; }
   void SetUser(int32_t user) { user_ = user; }
+  /// Whether the server of the store lets this user in.
+  LogInAnswer AskServer(const LogInRequest& user) const;
+  /// With which the store was opened as this user; none for another user, or where the server has not been given one.
+  std::optional<CSecret> PasswordOf(const QString& user) const;
+  /// Goes over to the account of this user, who is the current one then. Where that fails, all stays as it was.
+  void GoOverTo(const LogInRequest& user);
+
+  /// The copy that stands in for a store which has not answered yet; null for none.
+  std::shared_ptr<CShownCopy> Copy() const { return std::atomic_load(&copy_); }
+  /// The user of this copy, whose password was right, is the current one; his is shown from here on.
+  void LogInAtCopy(const LogInRequest& user);
+  /// Whether the password is that of the copy which this machine has of the user's plans.
+  LogInAnswer AskCopy(const LogInRequest& user) const;
 
   /// Drops the plans in memory and fetches them again.
   void Download();
   bool IsDownloaded() const { return !closed_ && downloads_.IsReady(); }
 
   void RequireOpen() const;
+  /// The number of who is logged in, though it may be no user's any more.
+  int32_t RequireLogIn() const;
   int32_t RequireUser() const;
   void RequireDownloaded() const;
 
@@ -58,11 +84,30 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
   }
   /// Answers work(repository), over a connection of its own where the store has one.
   template <class Work>
-  auto Read(Work work) {
-    if (reader_) {
-      return reader_->Read(work);
+  auto Read(Work work, CDatabaseThread::Patience patience = CDatabaseThread::kBounded) {
+    if (const auto copy = Copy()) {
+      return copy->Reader().Read(work, patience);
     }
-    return thread_.Call([self = shared_from_this(), work] { return work(self->session_->Repository()); });
+    if (reader_) {
+      return reader_->Read(work, patience);
+    }
+    return thread_.Call([self = shared_from_this(), work] { return work(self->session_->Repository()); }, patience);
+  }
+  /// What is asked from memory: on the GUI thread, which nothing may hold up, and while the store does not answer.
+  bool AsksMemory() const { return hub_->thread() == QThread::currentThread() || answering_->IsLost(); }
+  CPlanMemory& Memory() { return memory_; }
+  /// Answers work(engine), about what the plans know nothing of; likewise.
+  template <class Work>
+  auto OnDatabase(Work work) {
+    return thread_.Call([self = shared_from_this(), work] { return work(*self->engine_); });
+  }
+  /// The same of changes, which count for this process as for others when this returns.
+  template <class Work>
+  void ChangeOnDatabase(Work work) {
+    thread_.Call([self = shared_from_this(), work] {
+      work(*self->engine_);
+      self->session_->LookAgain();
+    });
   }
   /// A tree could not read this plan because the store does not answer.
   void NoteUnread(int32_t code) { unread_plans_.Note(code); }
@@ -73,10 +118,10 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
     try {
       if constexpr (std::is_void_v<decltype(work(*writer_))>) {
         work(*writer_);
-        troubles_.OnChange({});
+        OnSaved();
       } else {
         auto result = work(*writer_);
-        troubles_.OnChange({});
+        OnSaved();
         return result;
       }
     } catch (const CStoreError& refusal) {
@@ -84,10 +129,29 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
       throw;
     }
   }
+  void OnSaved();
   void OpenDatabase();
+  void OpenFromCopy();
+  void ShowCopy(std::shared_ptr<CShownCopy> copy);
+  void TakeConnection();
+  void LeaveCopy();
+  void LookWhetherPasswordIsRefused(std::chrono::steady_clock::time_point begin);
+  void AskForPassword();
+  void StartKeeper();
+  void NameOwner();
   void OpenReader();
+  void RunInEvents(std::function<void()> call) const;
+  bool ReadUsers();
+  LogInRequest AccountOf(const LogInRequest& user) const;
+  void OpenAs(const LogInRequest& account);
+  void ReleaseReader();
+  void OnLook(const CStoreError& error);
   bool Beat();
+  bool LookWhenItIsTime();
+  std::optional<CStoreError> Look();
+  CDatabaseThread::Rest BeforeRest();
   void RequireWritable() const;
+  void TryToWrite();
   void Reconnect();
   void DownloadWhenWanted();
   void ReportUnread();
@@ -99,13 +163,15 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
   void Report(StoreTrouble trouble, const QString& line);
 
   const PlanStoreOptions options_;
+  const std::shared_ptr<CStoreUrl> url_;
   std::unique_ptr<CObserverHub, CObserverHub::Disposer> hub_;
   std::atomic<int32_t> user_{0};
-  std::atomic<bool> closed_{false};
+  std::atomic<bool> closed_{false}, hides_rows_{false};
   std::once_flag close_once_;
   bool closed_in_order_ = false;
   CDownloadState downloads_;
   CPlanCatalog catalog_{&FoldedName};
+  CPlanMemory memory_;
   CSiteDirectory site_;
   CUnreadPlans unread_plans_;
 
@@ -113,11 +179,14 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
   std::unique_ptr<CSqlEngine> engine_;
   std::unique_ptr<CStoreSession> session_;
   std::unique_ptr<CPlanWriter> writer_;
-  std::chrono::steady_clock::time_point next_attempt_;
-  bool connection_lost_ = false;
+  std::chrono::steady_clock::time_point next_attempt_, next_try_;
+  bool connection_lost_ = false, is_followed_ = false;
 
   // Reads what the catalog does not hold; null where the store has but one connection. Made with the database.
   std::unique_ptr<CPlanReader> reader_;
+
+  std::shared_ptr<CShownCopy> copy_;
+  const std::shared_ptr<CCopyKeeper> keeper_;  // null where no copy is kept
 
   const std::shared_ptr<CAnswering> answering_;
   const std::shared_ptr<CConnectionWatch> watch_;

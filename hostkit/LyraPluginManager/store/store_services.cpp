@@ -1,8 +1,10 @@
 #include "store/store_services.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "store/call_answer.h"
+#include "store/store_texts.h"
 #include "store/tree_events.h"
 
 namespace TarnHost::Store {
@@ -21,26 +23,158 @@ bool Answer(Operations& operations, void (Operations::*operation)(const Request&
 }  // namespace
 
 CStoreServices::CStoreServices(PlanStoreOptions options)
-    : runner_(std::make_shared<CStoreRunner>(std::move(options))), plans_(*runner_), site_(*runner_) {}
+    : runner_(std::make_shared<CStoreRunner>(std::move(options))),
+      plans_(*runner_),
+      site_(*runner_),
+      accounts_(*runner_) {}
 
 // The threads hold what they run on, so their end cannot wait for its destructor.
 CStoreServices::~CStoreServices() {
   runner_->Close();
 }
 
-bool CStoreServices::LogIn(const QString& user, QString* error) {
-  const CSiteDirectory::User* found = runner_->Site().FindUser(user.toStdString());
-  if (found == nullptr) {
-    *error = CStoreText(QT_TRANSLATE_NOOP("TarnHost::Store", "There is no user \"%1\"."), {user}).Shown();
-    return false;
+LogInAnswer CStoreServices::LogIn(const LogInRequest& request, const LogInSteps& steps) {
+  const auto copy = runner_->Copy();
+  if (copy && copy->Why() != CShownCopy::kPasswordRefused) {
+    return LogInAtCopy(request, steps);
   }
-  runner_->SetUser(found->id);
-  // Who registers after the log-in reads as this user anyway and has no reason to load twice.
-  const auto event = WholeTreeEvent();
-  if (runner_->Hub().IsObserved(event.key)) {
-    runner_->Hub().Post({event});
+  if (runner_->HidesRows()) {
+    return LogInAtServer(request, steps);
   }
-  return true;
+  const CAccountCheck::Answer answer = accounts_.Check(request);
+  if (!answer.user) {
+    return answer.said;
+  }
+  if (steps.is_wanted && !steps.is_wanted()) {
+    return {LogInOutcome::kRefused};
+  }
+  accounts_.OnLoggedIn(answer);
+  runner_->SetUser(answer.user->id);
+  RaiseTreeEvent(steps.before_trees);
+  return answer.said;
+}
+
+// Asked first, over a connection for that alone: the store's own are given away only for another that comes about.
+LogInAnswer CStoreServices::LogInAtServer(const LogInRequest& request, const LogInSteps& steps) {
+  const LogInAnswer answer = runner_->AskServer(request);
+  if (!answer.IsDone()) {
+    return answer;
+  }
+  if (steps.is_wanted && !steps.is_wanted()) {
+    return {LogInOutcome::kRefused};
+  }
+  try {
+    runner_->GoOverTo(request);
+  } catch (const CStoreError& error) {
+    const bool is_refused = error.GetKind() == CStoreError::kRefused;
+    return {is_refused ? LogInOutcome::kRefused : LogInOutcome::kUnavailable, 0, error.Text().Shown()};
+  }
+  RaiseTreeEvent(steps.before_trees);
+  return answer;
+}
+
+// Who was let in by a password that has changed since is asked for it when the store answers.
+LogInAnswer CStoreServices::LogInAtCopy(const LogInRequest& request, const LogInSteps& steps) {
+  const LogInAnswer answer = runner_->AskCopy(request);
+  if (!answer.IsDone()) {
+    return answer;
+  }
+  if (steps.is_wanted && !steps.is_wanted()) {
+    return {LogInOutcome::kRefused};
+  }
+  try {
+    runner_->LogInAtCopy(request);
+  } catch (const CStoreError& error) {
+    return {LogInOutcome::kUnavailable, 0, error.Text().Shown()};
+  }
+  const auto copy = runner_->Copy();
+  const auto user = runner_->Site().FindUser(request.user.toStdString());
+  if (copy && user) {
+    accounts_.OnLoggedIn({answer, user, copy->Facts().hash});
+  }
+  RaiseTreeEvent(steps.before_trees);
+  return answer;
+}
+
+QDateTime CStoreServices::CopyMoment() const {
+  const auto copy = runner_->Copy();
+  return copy ? copy->Facts().at : QDateTime();
+}
+
+LogInAnswer CStoreServices::CheckPassword(const LogInRequest& request) {
+  return runner_->HidesRows() ? CheckAtServer(request) : accounts_.Check(request).said;
+}
+
+// A server may let in who is no user here.
+LogInAnswer CStoreServices::CheckAtServer(const LogInRequest& request) {
+  const LogInAnswer answer = runner_->AskServer(request);
+  if (answer.outcome == LogInOutcome::kUnavailable) {
+    return CheckWithoutServer(request, answer);
+  }
+  if (answer.IsDone() && !IsSomeUser(request.user)) {
+    return {LogInOutcome::kUnknownUser, 0, CStoreText(kWrongPassword).Shown()};
+  }
+  if (answer.IsDone()) {
+    tries_.Forget(request.user);
+    KeepPassword(request);
+  }
+  return answer;
+}
+
+LogInAnswer CStoreServices::CheckWithoutServer(const LogInRequest& request, const LogInAnswer& unavailable) {
+  const std::optional<CSecret> known = runner_->PasswordOf(request.user);
+  if (!known) {
+    return unavailable;
+  }
+  return tries_.Check(request.user, runner_->Now().toSecsSinceEpoch(), [&] { return *known == request.password; });
+}
+
+// That of the current user may be a new one, with which the store connects from now on.
+void CStoreServices::KeepPassword(const LogInRequest& request) {
+  const auto user = runner_->Site().FindUser(request.user.toStdString());
+  if (!user || user->id != runner_->User() || runner_->PasswordOf(request.user) == request.password) {
+    return;
+  }
+  try {
+    runner_->GoOverTo(request);
+  } catch (const CStoreError&) {  // at the next time
+  }
+}
+
+bool CStoreServices::IsSomeUser(const QString& name) const {
+  const CSiteDirectory::Users users = runner_->Site().AllUsers();
+  return std::any_of(users.begin(), users.end(), [&name](const CSiteDirectory::User& user) {
+    return user.role == name || QString::fromStdString(user.name) == name;
+  });
+}
+
+bool CStoreServices::HasPassword(const QString& user) const {
+  const auto found = runner_->Site().FindUser(user.toStdString());
+  return (runner_->HidesRows() && !runner_->Copy()) || (found && found->has_password);
+}
+
+bool CStoreServices::AsksForPasswords() const {
+  const CSiteDirectory::Users users = runner_->Site().AllUsers();
+  return (runner_->HidesRows() && !runner_->Copy()) ||
+         std::any_of(users.begin(), users.end(), [](const auto& user) { return user.has_password; });
+}
+
+void CStoreServices::RaiseTreeEvent(const std::function<void()>& before_trees) {
+  const auto raise = [self = runner_] {
+    // Who registers after the log-in reads as this user anyway and has no reason to load twice.
+    const auto event = WholeTreeEvent();
+    if (self->Hub().IsObserved(event.key)) {
+      self->Hub().Post({event});
+    }
+  };
+  if (!before_trees) {
+    return raise();
+  }
+  const auto in_order = [before_trees, raise] {
+    before_trees();
+    raise();
+  };
+  QMetaObject::invokeMethod(&runner_->Hub(), in_order, Qt::QueuedConnection);
 }
 
 std::string CStoreServices::FindPlanByName(const QString& name) const {
@@ -159,6 +293,37 @@ bool CStoreServices::SetFavoriteCamera(const std::string& index_code, bool favor
   return AnswerCall(error, [&] { site_.SetFavoriteCamera(index_code, favorite); });
 }
 
+bool CStoreServices::GotoPreset(const ptz_plugin_protocol::GotoPresetRequest& request,
+                                ptz_plugin_protocol::GotoPresetResponse& response) {
+  return Answer(site_, &CSiteOperations::GotoPreset, request, &response);
+}
+
+bool CStoreServices::GetCameraAccess(const std::vector<std::string>& index_codes, CameraAccessList& access,
+                                     std::string* error) {
+  return AnswerCall(error, [&] { site_.GetCameraAccess(index_codes, &access); });
+}
+
+bool CStoreServices::ChangeCameras(const CameraChanges& changes, CameraChangesMade& made, std::string* error) {
+  return AnswerCall(error, [&] { made = site_.ChangeCameras(changes); });
+}
+
+bool CStoreServices::SetCameraAuthority(const std::string& pem, std::string* error) {
+  return AnswerCall(error, [&] { site_.SetCameraAuthority(pem); });
+}
+
+bool CStoreServices::GetPlansShowing(const std::vector<std::string>& camera_codes, PlansShowing& showing,
+                                     std::string* error) {
+  return AnswerCall(error, [&] { site_.GetPlansShowing(camera_codes, &showing); });
+}
+
+bool CStoreServices::GetSiteUsers(SiteUsers& users, std::string* error) {
+  return AnswerCall(error, [&] { users = site_.GetSiteUsers(); });
+}
+
+bool CStoreServices::ChangeSiteUsers(const SiteUserChanges& changes, std::string* error) {
+  return AnswerCall(error, [&] { site_.ChangeSiteUsers(changes); });
+}
+
 bool CStoreServices::IsInitViewGroupFinish(const view::ClienInitViewDataRequest&,
                                            view::ClienInitViewDataResponse& response) {
   return AnswerCall(&response, [this] { runner_->RequireDownloaded(); });
@@ -178,7 +343,7 @@ void CStoreServices::ViewRegisterResourceUpdate(ResourceData::IResourceObserver*
   }
   runner_->Hub().Register(observer, key);
   const bool is_group = info.resource_type == ResourceData::RT_VIEW_GROUP && info.index_code != kRoot;
-  if (is_group && runner_->Site().Config().load_all) {
+  if (is_group && !info.reads_content && runner_->Site().Config().load_all) {
     PostChildrenOf(info.index_code);
   }
 }

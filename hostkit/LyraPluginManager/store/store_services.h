@@ -1,8 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "TarnHost/plan_store.h"
+#include "accounts/account_check.h"
 #include "store/plan_operations.h"
 #include "store/site_operations.h"
 #include "store/store_runner.h"
@@ -18,8 +20,13 @@ class CStoreServices : public CPlanStore {
   /// Opens the database and starts the first download; throws CStoreError. Once, before anything else.
   void Start() { runner_->Start(); }
 
-  bool LogIn(const QString& user, QString* error) override;
+  LogInAnswer LogIn(const LogInRequest& request, const LogInSteps& steps) override;
+  LogInAnswer CheckPassword(const LogInRequest& request) override;
+  bool HasPassword(const QString& user) const override;
+  bool AsksForPasswords() const override;
+  bool KeepsRights() const override { return runner_->HidesRows(); }
   QString DefaultUser() const override { return site_.DefaultUser(); }
+  QDateTime CopyMoment() const override;
   std::string StationId() const override { return runner_->Site().StationId(); }
   std::string FindPlanByName(const QString& name) const override;
   bool Close() override { return runner_->Close(); }
@@ -77,15 +84,34 @@ class CStoreServices : public CPlanStore {
                      std::vector<ResourceTreeKit::CCameraItemInfo>& cameras, std::string* error) override;
   bool GetFavoriteCameras(std::vector<std::string>& index_codes, std::string* error) override;
   bool SetFavoriteCamera(const std::string& index_code, bool favorite, std::string* error) override;
+  bool GotoPreset(const ptz_plugin_protocol::GotoPresetRequest& request,
+                  ptz_plugin_protocol::GotoPresetResponse& response) override;
+  bool GetCameraAccess(const std::vector<std::string>& index_codes, CameraAccessList& access,
+                       std::string* error) override;
+  bool ChangeCameras(const CameraChanges& changes, CameraChangesMade& made, std::string* error) override;
+  bool SetCameraAuthority(const std::string& pem, std::string* error) override;
+  bool GetPlansShowing(const std::vector<std::string>& camera_codes, PlansShowing& showing,
+                       std::string* error) override;
+  bool GetSiteUsers(SiteUsers& users, std::string* error) override;
+  bool ChangeSiteUsers(const SiteUserChanges& changes, std::string* error) override;
   bool GetStreamAbility(const play_plugin_protocol::GetStreamAbiRequest& request,
                         play_plugin_protocol::GetStreamAbiResponse& response) override;
 
  private:
+  LogInAnswer LogInAtServer(const LogInRequest& request, const LogInSteps& steps);
+  LogInAnswer CheckAtServer(const LogInRequest& request);
+  LogInAnswer CheckWithoutServer(const LogInRequest& request, const LogInAnswer& unavailable);
+  void KeepPassword(const LogInRequest& request);
+  bool IsSomeUser(const QString& name) const;
+  LogInAnswer LogInAtCopy(const LogInRequest& request, const LogInSteps& steps);
+  void RaiseTreeEvent(const std::function<void()>& before_trees);
   void PostChildrenOf(const std::string& group_code);
 
   const std::shared_ptr<CStoreRunner> runner_;
   CPlanOperations plans_;
   CSiteOperations site_;
+  CAccountCheck accounts_;
+  CTriesInMemory tries_;
 };
 
 }  // namespace TarnHost::Store

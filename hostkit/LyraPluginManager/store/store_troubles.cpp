@@ -7,16 +7,19 @@
 namespace TarnHost::Store {
 namespace {
 
-StoreTrouble TroubleOf(CStoreError::Kind kind) {
-  switch (kind) {
+StoreTrouble TroubleOf(const CStoreError& error) {
+  if (error.IsSilence()) {
+    return StoreTrouble::kNotAnswering;
+  }
+  switch (error.GetKind()) {
     case CStoreError::kConnectionLost:
-    case CStoreError::kNotAnswering:
       return StoreTrouble::kConnectionLost;
     case CStoreError::kBusy:
       return StoreTrouble::kLocked;
     case CStoreError::kReadOnly:
-    case CStoreError::kNoRoom:
       return StoreTrouble::kReadOnly;
+    case CStoreError::kNoRoom:
+      return StoreTrouble::kNoRoom;
     default:
       return StoreTrouble::kOther;
   }
@@ -53,9 +56,14 @@ void CStoreTroubles::OnChange(const std::optional<CStoreError>& refusal) {
   ReportNews();
 }
 
+bool CStoreTroubles::IsOfChange() const {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  return of_change_ && !of_look_;
+}
+
 // With the mutex held.
 std::optional<CStoreError> CStoreTroubles::Present() const {
-  if (answering_->IsLost() && !(of_look_ && of_look_->GetKind() == CStoreError::kConnectionLost)) {
+  if (answering_->IsStuck() && !(of_look_ && of_look_->GetKind() == CStoreError::kConnectionLost)) {
     return CStoreError::NotAnswering();
   }
   return of_look_ ? of_look_ : of_change_;
@@ -73,7 +81,7 @@ void CStoreTroubles::ReportNews() {
     marlog::Write("LyraClientError", marlog::Error, "[%s(%d)] [0x%08x] - %s", "TarnHost::Store::CStoreTroubles",
                   __LINE__, 0U, qUtf8Printable(trouble->LogText()));
   }
-  report_(trouble ? TroubleOf(trouble->GetKind()) : StoreTrouble::kNone, line);
+  report_(trouble ? TroubleOf(*trouble) : StoreTrouble::kNone, line);
 }
 
 }  // namespace TarnHost::Store

@@ -24,6 +24,8 @@ class CStoreTroubles {
   void OnLook(const std::optional<CStoreError>& trouble);
   /// How a change ended; empty when it is saved. Only a refusal that meets every other change, too, is a trouble.
   void OnChange(const std::optional<CStoreError>& refusal);
+  /// Whether it is a change that was refused, so that only another one shows when it is over.
+  bool IsOfChange() const;
   /// The store stopped answering, or answers again.
   void OnAnswering() { ReportNews(); }
 
@@ -33,7 +35,7 @@ class CStoreTroubles {
 
   const std::shared_ptr<const CAnswering> answering_;
   const Report report_;
-  std::mutex mutex_;
+  mutable std::mutex mutex_;
   std::optional<CStoreError> of_look_, of_change_;
   QString reported_;
 };

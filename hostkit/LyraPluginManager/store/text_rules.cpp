@@ -1,12 +1,13 @@
 #include "store/text_rules.h"
 
 #include <QLocale>
-#include <QTextCodec>
 #include <QTime>
 
 #include "plan_rules/names.h"
 #include "plan_rules/plan_limits.h"
+#include "qt/text_decoding.h"
 #include "store/store_error.h"
+#include "store/store_texts.h"
 
 namespace TarnHost::Store {
 namespace {
@@ -16,16 +17,6 @@ using view_plugin_protocol::kLongestName;
 using view_plugin_protocol::NameFault;
 
 const char kTimeFormat[] = "HH:mm:ss";
-
-QString Decoded(const std::string& bytes) {
-  QTextCodec::ConverterState state;
-  const QString text =
-      QTextCodec::codecForName("UTF-8")->toUnicode(bytes.data(), static_cast<int>(bytes.size()), &state);
-  if (state.invalidChars > 0 || state.remainingChars > 0) {
-    throw CStoreError(CStoreError::kRefused, QT_TRANSLATE_NOOP("TarnHost::Store", "The name is not valid text."));
-  }
-  return text;
-}
 
 CStoreText RefusalOf(NameFault fault) {
   switch (fault) {
@@ -47,13 +38,28 @@ CStoreText RefusalOf(NameFault fault) {
 
 }  // namespace
 
+std::optional<QString> TextOfBytes(const std::string& bytes) {
+  return TarnQt::DecodedText("UTF-8", QByteArray::fromRawData(bytes.data(), static_cast<int>(bytes.size())));
+}
+
+QString CheckedText(const std::string& bytes) {
+  const std::optional<QString> text = TextOfBytes(bytes);
+  if (!text) {
+    throw CStoreError(CStoreError::kRefused, kNoText);
+  }
+  return *text;
+}
+
 QString CheckedName(const std::string& name) {
-  const QString text = Decoded(name);
-  const CStoreText refusal = RefusalOf(FaultOfName(text));
+  const std::optional<QString> text = TextOfBytes(name);
+  if (!text) {
+    throw CStoreError(CStoreError::kRefused, QT_TRANSLATE_NOOP("TarnHost::Store", "The name is not valid text."));
+  }
+  const CStoreText refusal = RefusalOf(FaultOfName(*text));
   if (!refusal.IsEmpty()) {
     throw CStoreError(CStoreError::kRefused, refusal);
   }
-  return text;
+  return *text;
 }
 
 QString CheckedTime(const std::string& time) {

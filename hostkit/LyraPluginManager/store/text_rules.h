@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <string>
 
 namespace TarnHost::Store {
@@ -8,6 +9,11 @@ namespace TarnHost::Store {
 inline QString ToQt(const std::string& text) {
   return QString::fromStdString(text);
 }
+
+/// The text that these bytes are, if they are one.
+std::optional<QString> TextOfBytes(const std::string& bytes);
+/// The same, or throws CStoreError.
+QString CheckedText(const std::string& bytes);
 
 /// The name of a plan or group as it is stored. Throws CStoreError with a text for the user when it breaks the
 /// rule for names.

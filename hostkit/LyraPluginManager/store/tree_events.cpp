@@ -1,5 +1,7 @@
 #include "store/tree_events.h"
 
+#include "TarnHost/camera_access.h"
+
 namespace TarnHost::Store {
 namespace {
 
@@ -32,6 +34,10 @@ Event NameEvent(ResourceType type, int32_t code, const std::string& name) {
 
 Event WholeTreeEvent() {
   return {{RT_VIEW_GROUP, kRoot}, {RE_TREE_CHANGED, kRoot, {}, RT_NONE}};
+}
+
+Event CamerasEvent() {
+  return {{kCameraResource, kCameraResourceCode}, {RE_TREE_CHANGED, kCameraResourceCode, {}, RT_NONE}};
 }
 
 Event ChildEvent(int32_t parent, int32_t event, int32_t child, ResourceType type) {

@@ -18,6 +18,7 @@ std::vector<CObserverHub::Event> CorrectionsOf(const GroupRow& row);
 std::vector<CObserverHub::Event> CorrectionsOf(const PlanRow& row);
 
 CObserverHub::Event WholeTreeEvent();
+CObserverHub::Event CamerasEvent();
 CObserverHub::Event ChildEvent(int32_t parent, int32_t event, int32_t child, ResourceData::ResourceType type);
 
 }  // namespace TarnHost::Store

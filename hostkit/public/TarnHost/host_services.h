@@ -10,6 +10,8 @@
 #include "ResourceData/resource_observer.h"
 #include "ResourceTreeKit/camera_item_info.h"
 #include "ResourceTreeKit/region_item_info.h"
+#include "TarnHost/camera_access.h"
+#include "TarnHost/site_users.h"
 #include "host_export.h"
 
 namespace TarnHost {
@@ -79,6 +81,21 @@ class TARN_HOST_EXPORT IHostServices {
                              std::vector<ResourceTreeKit::CCameraItemInfo>& cameras, std::string* error);
   virtual bool GetFavoriteCameras(std::vector<std::string>& index_codes, std::string* error);
   virtual bool SetFavoriteCamera(const std::string& index_code, bool favorite, std::string* error);
+
+  /// Turns a camera to one of its presets. False with a text from services that turn none.
+  virtual bool GotoPreset(const ptz_plugin_protocol::GotoPresetRequest&, ptz_plugin_protocol::GotoPresetResponse&);
+  /// How to get the pictures of these cameras, for any user who is logged in. One that does not exist is left out.
+  virtual bool GetCameraAccess(const std::vector<std::string>& index_codes, CameraAccessList& access,
+                               std::string* error);
+  /// These take the right to configure the site, and are one transaction each.
+  virtual bool ChangeCameras(const CameraChanges& changes, CameraChangesMade& made, std::string* error);
+  virtual bool SetCameraAuthority(const std::string& pem, std::string* error);
+  virtual bool GetPlansShowing(const std::vector<std::string>& camera_codes, PlansShowing& showing, std::string* error);
+
+  /// Who may log in, and what each may do. These two take the right to configure the site, too; the second is one
+  /// transaction.
+  virtual bool GetSiteUsers(SiteUsers& users, std::string* error);
+  virtual bool ChangeSiteUsers(const SiteUserChanges& changes, std::string* error);
 
   /// Identity of the site behind the services; empty when there is none. A decorator hands its target's on.
   virtual std::string StationId() const { return {}; }

@@ -50,6 +50,7 @@ struct PlanSite {
   };
 
   std::string root_name = "Plans";
+  bool is_pretended = false;  // its cameras do not exist, and may be shown by pictures that are made up
   std::vector<User> users;
   std::vector<UserGroup> user_groups;
   std::vector<Region> regions;

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "TarnHost/host_services.h"
+#include "TarnHost/log_in.h"
 #include "host_export.h"
 
 namespace TarnHost {
@@ -16,37 +17,73 @@ namespace TarnHost {
 struct PlanSite;
 
 /// What keeps a store that is open from following and saving changes.
-enum class StoreTrouble { kNone, kConnectionLost, kLocked, kReadOnly, kOther };
+enum class StoreTrouble {
+  kNone,
+  kConnectionLost,
+  kLocked,
+  kReadOnly,
+  kNoRoom,
+  kOther,
+  // These while a copy is shown, see CPlanStore::CopyMoment().
+  kNoAnswerYet,
+  kPasswordRefused,  // by the server, which answers again
+  kOtherSite,        // stands at the store's address
+  // Again while a store is open: it may be there, but keeps silent.
+  kNotAnswering
+};
 
 struct PlanStoreOptions {
   QString url;                                  // "sqlite:FILE", "sqlite::memory:" or "postgresql://..."
+  LogInRequest account;                         // for a server: opens the store as this user; empty: as in the url
   std::chrono::milliseconds download_delay{0};  // how long a download of the plan data takes at the least
   QMap<QString, int> switch_overrides;          // by the switch's name in the store; for this process only
+  QString cameras_at;                           // "rtsp://HOST:PORT": cameras without an address stand below it
+  QString devices_at;                           // "http://HOST:PORT": the device that turns these, too
+  QString copies;    // for a server: the folder in which a copy is kept of what the user sees; empty: none is
+  QString shows_of;  // begins with the copy of this user, without asking the server, and goes over to it by itself
+  std::chrono::milliseconds copy_pause{60000};  // between two writings of the copy at least
   std::function<PlanSite()> first_content;      // what a new store is filled with; unset: MakeEmptySite()
   std::function<QDateTime()> now;               // the clock, asked from any thread; unset: the local time
   std::function<std::chrono::steady_clock::time_point()> steady_now;  // time that no one sets; unset: the steady clock
   /// Called on the GUI thread, from the event loop: what the trouble is when it begins or becomes another, with a line
-  /// that says more; kNone and no line when it is over. The store goes on trying by itself.
+  /// that says more; kNone and no line when it is over. The store goes on trying by itself. Of a server that does not
+  /// answer it is called within two seconds, whether or not anything is asked of the store.
   std::function<void(StoreTrouble trouble, const QString& line)> on_trouble;
+  /// Called on the GUI thread, from the event loop: users, user groups or limits of groups were changed, here or
+  /// elsewhere.
+  std::function<void()> on_users;
+  /// Called on the GUI thread, from the event loop, when a store that a copy was shown of answers again: the password
+  /// that the user has logged in with is another there. CheckPassword() or LogIn() with that one goes on.
+  std::function<void()> on_password_asked;
 };
 
 /// The plan store: groups, plans, users, rights, cameras and configuration in one database, with the whole plan tree
 /// in memory for reading and one database thread that writes. A PostgreSQL store must be an existing database; its
 /// tables and first content are made when it is empty.
 ///
-/// Reads of the tree answer from memory; a plan's detail, default views, cameras and favorites from the database.
+/// Reads of the tree answer from memory; a plan's detail, default views, cameras and favorites from the database. On
+/// the GUI thread, and while the database does not answer, default views and the details of plans that start by
+/// themselves or have just changed come from memory, too; any other detail waits 100 ms at the most on the GUI thread.
 /// Writes run in one transaction each on the database thread and are awaited; a call that returned true is durable.
 /// No call waits for ever: after 2 s on the GUI thread and 10 s on any other it returns false with "The service does
 /// not answer", on the GUI thread at once until the store answers again. A write that is committed after its caller
 /// abandoned it counts as somebody else's change.
-/// Changes of other processes on the same database arrive within a second and are reported to the registered observers
-/// on the GUI thread; the process's own changes are not. Thread: Open() and LogIn() on the GUI thread; the services
-/// from any.
+/// A store on a server that does not answer at the start begins with the copy that this machine has of what the user
+/// sees, if it is asked to: all is as with a store whose connection was lost later on, and what is not in memory is
+/// read from the copy, but how to sign in at cameras, which no copy has. Changes of other processes on the same
+/// database arrive within a second, with PostgreSQL as soon as they are committed, and are reported to the registered
+/// observers on the GUI thread; the process's own changes are not. Thread: Open() on the GUI thread; the rest from any.
 class TARN_HOST_EXPORT CPlanStore : public IHostServices {
  public:
   /// Opens the store, creating it when it does not exist. Null with one clear line in `error` when it cannot be used
   /// (made by a newer version, locked, read-only, truncated, corrupted, not a plan store); nothing is overwritten.
   static std::shared_ptr<CPlanStore> Open(const PlanStoreOptions& options, QString* error);
+
+  static constexpr std::chrono::milliseconds kServerPatience{5000};
+  /// Whether the server at `url` lets this account in, an empty one as the address says; anybody into a store in a
+  /// file. Waits for the server. Thread: any.
+  static LogInAnswer AskServer(const QString& url, const LogInRequest& account,
+                               std::chrono::milliseconds patience = kServerPatience);
 
   /// A store's address, sound or not, as anybody may read it: without a password or query.
   static QString ShownAddress(const QString& url);
@@ -57,10 +94,26 @@ class TARN_HOST_EXPORT CPlanStore : public IHostServices {
   /// Names of the configuration switches, in the order of the configuration record.
   static QStringList SwitchNames();
 
-  /// Makes `user` the current user and raises the whole-tree event. False with a line in `error` for an unknown name.
-  virtual bool LogIn(const QString& user, QString* error) = 0;
+  /// Makes a user the current one, if the password is the user's, and raises the whole-tree event. For a user who has
+  /// one it may wait for the store as long as any call, and reckons for a part of a second: not on the GUI thread but
+  /// at the start.
+  virtual LogInAnswer LogIn(const LogInRequest& request, const LogInSteps& steps = {}) = 0;
+  /// Whether a log-in would be done; nothing else comes of it, but that a store which did not take the password goes
+  /// over from its copy. While the store does not answer, the password that the current user has logged in with
+  /// counts. Waits as LogIn().
+  virtual LogInAnswer CheckPassword(const LogInRequest& request) = 0;
+  /// Whether this user has to give a password.
+  virtual bool HasPassword(const QString& user) const = 0;
+  /// Whether some user has to.
+  virtual bool AsksForPasswords() const = 0;
+  /// Whether the database itself keeps from this process what its user may not see or change: not where it is opened by
+  /// the account that owns the tables, nor in a file.
+  virtual bool KeepsRights() const = 0;
   /// The user a client without a log-in window takes: the first with all rights.
   virtual QString DefaultUser() const = 0;
+  /// When the copy was true that is shown instead of a store which has not answered since it was opened; invalid when
+  /// none is shown.
+  virtual QDateTime CopyMoment() const = 0;
   /// The store's own identity, made once with the store.
   std::string StationId() const override = 0;
   /// Code of the first plan visible to the current user with this exact name, by family, then code; empty when none.

@@ -1,0 +1,7 @@
+#pragma once
+
+namespace TarnClient {
+
+enum class VideoCodec { Unknown, H264, H265, Jpeg };
+
+}  // namespace TarnClient

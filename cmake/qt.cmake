@@ -1,0 +1,15 @@
+# The Qt that everything is built on. What the build for Qt 6 installs carries a suffix, so that both fit into one prefix.
+set_property(CACHE TARN_QT_VERSION PROPERTY STRINGS 5 6)
+if(TARN_QT_VERSION EQUAL 5)
+  set(TARN_LEAST_QT 5.15)
+  set(TARN_QT_SUFFIX "")
+  set(own_parts X11Extras)
+elseif(TARN_QT_VERSION EQUAL 6)
+  set(TARN_LEAST_QT 6.4)
+  set(TARN_QT_SUFFIX "-qt6")
+  set(own_parts)
+else()
+  message(FATAL_ERROR "TARN_QT_VERSION is \"${TARN_QT_VERSION}\"; 5 and 6 are possible")
+endif()
+find_package(Qt${TARN_QT_VERSION} ${TARN_LEAST_QT} REQUIRED
+  COMPONENTS Core Gui Widgets Network Svg Sql Test LinguistTools ${own_parts})

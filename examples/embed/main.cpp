@@ -1,0 +1,112 @@
+// A client around the plan panel: the lines between the two marks are all that it takes.
+#include <TarnPlanView/plan_item_role.h>
+#include <TarnPlanView/plan_view_tree.h>
+#include <TarnPlanView/plugin_shutdown.h>
+#include <TarnPlanView/standard_plan_model.h>
+#include <TarnPlanView/standard_plan_model_export.h>
+#include <TarnPlanView/standard_view_controller.h>
+#include <TarnPlanView/view_extern_widget.h>
+#include <TarnPlanView/view_model_data_manager_export.h>
+
+#include <QApplication>
+#include <QSplitter>
+#include <QTextStream>
+#include <QThreadPool>
+
+#include "TarnHost/plan_site.h"
+#include "TarnHost/plan_store.h"
+#include "live_view.h"
+
+namespace {
+
+/// The panel beside the area that its plans play on.
+class Window : public QSplitter {
+ public:
+  Window() {
+    auto* window = this;
+    auto* live_view = new LiveView;
+    // [embed]
+    auto& plans = TarnPlanView::CViewModelDataManagerExport::Instance();  // after the plan service is up and logged in
+    plans.InitManager();
+    plans.InitViewConfigInterfacePointer();
+    plans.AnalysisResourceInitViewGroup();
+    plans.AnalysisResourceInitView();
+    plans.LoadAllViewManagerModelData();
+    auto* handle = plans.GetViewManagerByTheme("0", TarnPlanView::PublicTheme);
+    auto* tree = qobject_cast<TarnPlanView::CStandardPlanModel*>(handle->GetPlanViewModel());
+    auto* controller = new TarnPlanView::CStandardViewController(tree);
+    auto* panel = new TarnPlanView::CViewExternWidget(window);  // shows that it waits until the plans are there
+    panel->SetModel(tree);
+    panel->SetStandardViewControl(controller);
+    panel->SetMonitorId("0");
+    panel->SetMonitorPointer(live_view);
+    connect(controller, &TarnPlanView::CStandardViewController::SignalPlayPlanView, live_view, &LiveView::Play);
+    connect(panel, &TarnPlanView::CViewExternWidget::SignalMessageTipNeeded, live_view, &LiveView::ShowMessage);
+    // [embed]
+    connect(live_view, &LiveView::SignalPlaying, panel, &TarnPlanView::CViewExternWidget::SetCurPlayItemByIndexCode);
+    addWidget(live_view);
+    panel_ = panel;
+    live_view_ = live_view;
+  }
+
+  // Opens groups until a plan comes in, plays that and ends: for a run that no one looks at.
+  void PlayTheFirstPlan() {
+    auto* tree = panel_->GetPlanViewTree();
+    connect(
+        tree->model(), &QAbstractItemModel::rowsInserted, panel_,
+        [this, tree](const QModelIndex& parent, int first) {
+          const QModelIndex row = tree->model()->index(first, 0, parent);
+          if (row.data(TarnPlanView::IsGroupRole).toBool()) {
+            tree->ExpandAsync(row);
+          } else {
+            panel_->PlayPlanByIndex(row);
+          }
+        },
+        Qt::QueuedConnection);
+    connect(
+        live_view_, &LiveView::SignalPlaying, qApp,
+        [this] {
+          QTextStream(stdout) << live_view_->text() << Qt::endl;
+          QCoreApplication::quit();
+        },
+        Qt::QueuedConnection);
+  }
+
+  void StopWorking() { panel_->StopWorking(); }
+
+ private:
+  TarnPlanView::CViewExternWidget* panel_;
+  LiveView* live_view_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  TarnHost::PlanStoreOptions options;
+  options.url = QStringLiteral("sqlite::memory:");
+  options.first_content = &TarnHost::MakeDemoSite;
+  QString error;
+  const auto store = TarnHost::CPlanStore::Open(options, &error);
+  if (!store || !store->LogIn({store->DefaultUser()}).IsDone()) {
+    QTextStream(stderr) << error << Qt::endl;
+    return 2;
+  }
+  TarnHost::InstallHostServices(store);
+  {
+    Window window;
+    window.resize(1000, 600);
+    if (app.arguments().contains(QStringLiteral("--play-first"))) {
+      window.PlayTheFirstPlan();
+    }
+    window.show();
+    QApplication::exec();
+    window.StopWorking();
+  }
+  TarnPlanView::CViewModelDataManagerExport::Instance().UninitManager();
+  TarnHost::InstallHostServices(nullptr);
+  store->Close();
+  QThreadPool::globalInstance()->waitForDone();
+  TarnPlanView::ReleasePlugin();
+  return 0;
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <vector>
+
+#include "ResourceTreeKit/camera_item_info.h"
+#include "host_export.h"
+
+/// What the program calls, besides the plug-in and the declarations of the host's libraries. Thread: GUI.
+namespace OtherHost {
+
+/// Opens the site in a directory: site.json and a file CODE.json for each plan and group. Made when it is not there.
+TARN_HOST_EXPORT void Open(const QString& directory);
+/// From here on every call of the services returns false.
+TARN_HOST_EXPORT void Close();
+/// The cameras of the site.
+std::vector<ResourceTreeKit::CCameraItemInfo> Cameras();
+/// The site's identity, in the drags of plans and cameras.
+inline const char kStation[] = "json-files";
+
+}  // namespace OtherHost

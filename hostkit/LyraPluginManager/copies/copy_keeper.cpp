@@ -1,0 +1,141 @@
+#include "copies/copy_keeper.h"
+
+#include <QFileInfo>
+#include <QRandomGenerator>
+#include <algorithm>
+#include <utility>
+
+#include "marlog/marlog.h"
+#include "store/text_rules.h"
+
+namespace TarnHost::Store {
+namespace {
+
+constexpr std::chrono::milliseconds kBeat{500}, kCalm{5000};
+
+// All desks hear of a change in the same moment.
+std::chrono::milliseconds CalmOf(std::chrono::milliseconds pause) {
+  const int spread = static_cast<int>(pause.count() / 4) + 1;
+  return std::min(kCalm, pause) + std::chrono::milliseconds(QRandomGenerator::global()->bounded(spread));
+}
+
+bool IsSame(const CopyOwner& left, const CopyOwner& right) {
+  return left.user == right.user && left.user_id == right.user_id && left.is_bound == right.is_bound &&
+         left.password == right.password;
+}
+
+}  // namespace
+
+bool CopyPace::IsDue(Clock::time_point now) const {
+  return changed && now >= *changed + calm && (!written || now >= *written + pause);
+}
+
+CCopyKeeper::CCopyKeeper(Setup setup) : setup_(std::move(setup)), thread_(std::make_shared<CAnswering>()) {
+  pace_.pause = setup_.pause;
+}
+
+void CCopyKeeper::Start(RunOnStore run) {
+  run_ = std::move(run);
+  thread_.SetBeat(kBeat, [weak = weak_from_this()](bool) {
+    const auto self = weak.lock();
+    return self && self->Beat();
+  });
+}
+
+void CCopyKeeper::SetOwner(const CopyOwner& owner) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  owner_ = owner;
+}
+
+void CCopyKeeper::SetNewest(std::optional<int64_t> change) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  newest_ = change;
+}
+
+void CCopyKeeper::BeginStop() {
+  stopped_ = true;
+  thread_.BeginStop([] {});
+}
+
+bool CCopyKeeper::IsBehind() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  if (owner_.user_id == 0 || !newest_ || stopped_) {
+    return false;
+  }
+  if (!IsSame(owner_, copied_for_)) {
+    copied_ = -1;
+    pace_.written.reset();
+  }
+  copied_for_ = owner_;
+  return copied_ != *newest_ || is_touched_;
+}
+
+bool CCopyKeeper::Beat() {
+  const auto now = CopyPace::Clock::now();
+  if (!IsBehind()) {
+    pace_.changed.reset();
+    return true;
+  }
+  if (!pace_.changed) {
+    pace_.changed = now;
+    pace_.calm = CalmOf(setup_.pause);
+  }
+  if (pace_.IsDue(now)) {
+    Update();
+    pace_.changed.reset();
+    pace_.written = CopyPace::Clock::now();
+  }
+  return true;
+}
+
+void CCopyKeeper::Update() {
+  const QString path = CopyFile::PathOf(setup_.folder, setup_.url, copied_for_.user);
+  is_touched_ = false;
+  try {
+    const auto begin = CopyPace::Clock::now();
+    CCopyUpdate update(run_, copied_for_, setup_.now(), stopped_);
+    const CCopyUpdate::Result result = update.Run(path);
+    copied_ = result.change;
+    failure_.clear();
+    const auto took = std::chrono::duration_cast<std::chrono::milliseconds>(CopyPace::Clock::now() - begin);
+    marlog::Write("LyraClientInfo", marlog::Info,
+                  "The copy of the plans is up to date: change %lld, %lld bytes, %lld ms",
+                  static_cast<long long>(copied_), static_cast<long long>(QFileInfo(path).size()),
+                  static_cast<long long>(took.count()));
+    RemoveForGoneUsers(result.users);
+  } catch (const CStoreError& error) {
+    is_touched_ = true;  // again after the pause
+    OnFailure(error.LogText());
+  } catch (const std::exception& error) {
+    OnFailure(QString::fromLocal8Bit(error.what()));
+  }
+}
+
+// Once each: a disk that is full stays so for long.
+void CCopyKeeper::OnFailure(const QString& text) {
+  if (!stopped_ && text != std::exchange(failure_, text)) {
+    marlog::Write("LyraClientError", marlog::Error, "The copy of the plans cannot be written: %s",
+                  qUtf8Printable(text));
+  }
+}
+
+// Who is no user any more is not let in by a copy either. Once: each desk does it at its start.
+void CCopyKeeper::RemoveForGoneUsers(const std::vector<std::string>& users) {
+  if (std::exchange(has_looked_, true)) {
+    return;
+  }
+  for (const QString& path : CopyFile::PathsOf(setup_.folder, setup_.url)) {
+    try {
+      const QString user = CopyFile::FactsOf(*CopyFile::Open(path)).user;
+      if (std::find(users.begin(), users.end(), user.toStdString()) == users.end()) {
+        CopyFile::Remove(path);
+      }
+    } catch (const CStoreError& error) {
+      if (error.GetKind() == CStoreError::kRefused) {
+        CopyFile::Remove(path);  // of no use to anybody
+      }
+    }
+  }
+}
+
+}  // namespace TarnHost::Store

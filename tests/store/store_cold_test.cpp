@@ -1,0 +1,427 @@
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QUrl>
+#include <QtTest>
+
+#include <sys/stat.h>
+
+#include "TarnHost/store_care.h"
+#include "TarnHost/store_copies.h"
+#include "faulty_line.h"
+#include "notice_recorder.h"
+
+using namespace StoreTest;
+using TarnHost::LogInOutcome;
+using TarnHost::StoreCopies;
+using TarnHost::StoreTrouble;
+
+namespace {
+
+constexpr int kWaitMs = 30000;
+const char kWord[] = "Kennwort 9", kSecret[] = "camera's own secret", kLogin[] = "camera's own login",
+           kHidden[] = "pass=in-the-address";
+
+/// "North", below "Gates", is limited to the guards: bob, who may not configure. "Top" starts by itself, all day.
+TarnHost::PlanSite ColdSite() {
+  auto site = SmallSite();
+  site.users = {{"ann", {5, 6, 7, 8}}, {"bob", {5, 6}}, {"cid", {5}}};
+  site.user_groups = {{"Guards", {1}}};
+  site.groups[1].audience = {0};
+  site.cameras.push_back({"Gate camera", 0, true, {}, {0}});
+  site.plans.back().auto_run = true;
+  site.plans.back().begin_time = "00:00:00";
+  site.plans.back().end_time = "23:59:59";
+  site.switches = {{"timed_play", 1}};
+  return site;
+}
+
+TarnHost::LogInRequest As(const char* user, const char* password = "") {
+  return {QString::fromUtf8(user), TarnHost::CSecret(password)};
+}
+
+int ModeOf(const QString& path) {
+  struct stat state {};
+  return ::stat(QFile::encodeName(path).constData(), &state) == 0 ? int(state.st_mode & 07777) : -1;
+}
+
+QByteArray BytesOf(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool Write(const QString& path, const QByteArray& bytes) {
+  QFile file(path);
+  return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+}  // namespace
+
+/// A desk that starts while its server is away: what it keeps for that, and how it goes on. Needs PostgreSQL.
+class StoreColdTest : public CStoreTest {
+  Q_OBJECT
+ private Q_SLOTS:
+  void init();
+  void cleanup();
+  void KeepsWhatItsUserSees_data() { Accounts(); }
+  void KeepsWhatItsUserSees();
+  void FollowsWhatChanges_data() { Accounts(); }
+  void FollowsWhatChanges();
+  void ShowsTheCopyAndGoesOver_data() { Accounts(); }
+  void ShowsTheCopyAndGoesOver();
+  void RefusesWhatIsNoCopy_data();
+  void RefusesWhatIsNoCopy();
+  void MixesNoSites();
+  void LocksAfterWrongPasswords();
+  void AsksForANewPassword_data() { Accounts(); }
+  void AsksForANewPassword();
+  void ForgetsWhoIsGone();
+
+ private:
+  /// Whether the users open the store under their own roles or all under the owner's account.
+  static void Accounts() {
+    QTest::addColumn<bool>("roles");
+    QTest::newRow("under the users' roles") << true;
+    QTest::newRow("under the owner's account") << false;
+  }
+  TarnHost::PlanStoreOptions OptionsOf(const QString& user, bool roles) const {
+    auto options = fixture_->options;
+    QUrl url(line_->Url());
+    url.setUserName(roles ? user : url.userName());
+    options.url = url.toString();
+    options.copies = Folder();
+    options.copy_pause = std::chrono::milliseconds(50);
+    return options;
+  }
+  QString Folder() const { return folder_->filePath("kept/copies"); }
+  QString File() const {
+    const QDir folder(Folder());
+    return folder.filePath(folder.entryList({"*.copy"}, QDir::Files).value(0));
+  }
+  QString InCopy(const QString& statement) const {
+    return QFileInfo(File()).isFile() ? CDirectAccess("sqlite:" + File()).Try(statement) : QString();
+  }
+  QString CopiedPlans() const {
+    return InCopy("SELECT group_concat(name, ', ') FROM (SELECT name FROM plan ORDER BY name)");
+  }
+  CClient Online(const TarnHost::LogInRequest& user, bool roles) const {
+    return CClient(OpenAs(OptionsOf(user.user, roles), user));
+  }
+  /// With the line cut.
+  CClient Cold(const TarnHost::LogInRequest& user, bool roles) {
+    auto options = OptionsOf(user.user, roles);
+    options.shows_of = user.user;
+    options.on_trouble = [this](StoreTrouble trouble, const QString&) { seen_.append(trouble); };
+    options.on_password_asked = [this] { ++asked_; };
+    return CClient(OpenAs(options, user));
+  }
+  static std::shared_ptr<TarnHost::CPlanStore> OpenAs(const TarnHost::PlanStoreOptions& options,
+                                                      const TarnHost::LogInRequest& user) {
+    QString error;
+    auto store = TarnHost::CPlanStore::Open(options, &error);
+    if (!store || !store->LogIn(user).IsDone() ||
+        !QTest::qWaitFor([&] { return store->IsViewResourceDownFinish(); }, kWaitMs)) {
+      qFatal("the store does not get ready: %s", qPrintable(error));
+    }
+    return store;
+  }
+  void SetPassword(const QString& user, const char* password) const {
+    TarnHost::SiteUsers users;
+    QString error;
+    TarnHost::StoreCare::ReadUsers(fixture_->Url(), &users, &error);
+    TarnHost::SiteUserChanges changes;
+    for (const TarnHost::SiteUser& one : users.users) {
+      if (one.name == user) {
+        changes.users.emplace_back();
+        changes.users.back().before = changes.users.back().after = one;
+        changes.users.back().password = TarnHost::CSecret(password);
+      }
+    }
+    QVERIFY2(TarnHost::StoreCare::ChangeUsers(fixture_->Url(), changes, &error), qPrintable(error));
+  }
+  /// Works at the store once, until the copy has this plan.
+  void Keep(const TarnHost::LogInRequest& user, bool roles, const QString& plan = "Top") const {
+    const CClient desk = Online(user, roles);
+    QTRY_VERIFY_WITH_TIMEOUT(CopiedPlans().contains(plan), kWaitMs);
+  }
+  StoreTrouble LastTrouble() const { return seen_.isEmpty() ? StoreTrouble::kNone : seen_.last(); }
+
+  std::unique_ptr<QTemporaryDir> folder_;
+  std::unique_ptr<CFaultyLine> line_;
+  QVector<StoreTrouble> seen_;
+  int asked_ = 0;
+};
+
+void StoreColdTest::init() {
+  CStoreTest::init();
+  if (!CStoreFixture::OnPostgres()) {
+    QSKIP("only a server can be away");
+  }
+  fixture_->options.first_content = ColdSite;
+  fixture_->MakeRoles();
+  folder_ = std::make_unique<QTemporaryDir>();
+  line_ = std::make_unique<CFaultyLine>(QUrl(fixture_->Url()));
+  seen_.clear();
+  asked_ = 0;
+  const CDirectAccess owner(fixture_->Url());
+  owner.Run(QString("INSERT INTO camera_access VALUES (1001, $$%1$$, $$%2$$, '')").arg(kLogin, kSecret));
+  owner.Run("UPDATE camera_stream SET url = 'rtsp://cameras.example/1' WHERE camera_id = 1001");
+  owner.Run(
+      QString("UPDATE camera_stream SET url = 'rtsp://cameras.example/2?%1' WHERE camera_id = 1002").arg(kHidden));
+  owner.Run("UPDATE camera_stream SET url = 'rtsp://cameras.example/3' WHERE camera_id = 1003");
+}
+
+void StoreColdTest::cleanup() {
+  line_.reset();
+  folder_.reset();
+  CStoreTest::cleanup();
+}
+
+void StoreColdTest::KeepsWhatItsUserSees() {
+  QFETCH(bool, roles);
+  const std::string gate = ann_.Plan("Gate B");
+  auto named = ann_.Unchanged(gate);
+  named.pages.front().windows.front().resource_name = "camera of North";
+  QCOMPARE(ann_.Update(named), QString());
+  Keep(As("cid"), roles);
+  QCOMPARE(CopiedPlans(), QString("Gate A, Top"));
+  QCOMPARE(InCopy("SELECT group_concat(name) FROM (SELECT name FROM plan_group ORDER BY name)"),
+           QString("Common,Gates"));
+  QCOMPARE(ModeOf(File()), 0600);
+  QCOMPARE(ModeOf(Folder()), 0700);
+  QCOMPARE(QDir(Folder()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+  const QByteArray bytes = BytesOf(File());
+  QVERIFY(bytes.contains("Gate A") && bytes.contains("rtsp://cameras.example/3"));
+  for (const char* hidden : {"Gate B", "North", "Ann's", "Bob's", "camera of North", kSecret, kLogin, kHidden}) {
+    QVERIFY2(!bytes.contains(hidden), hidden);
+  }
+  QStringList findings;
+  QString summary, error;
+  QVERIFY2(TarnHost::StoreCare::Check("sqlite:" + File(), &findings, &summary, &error), qPrintable(error));
+  QCOMPARE(findings.filter("damaged"), QStringList());
+}
+
+// The file is written on, not made again; and what the user sees no more is not to be found in it.
+void StoreColdTest::FollowsWhatChanges() {
+  QFETCH(bool, roles);
+  const CClient desk = Online(As("cid"), roles);
+  QTRY_COMPARE_WITH_TIMEOUT(CopiedPlans(), QString("Gate A, Top"), kWaitMs);
+  struct stat before {
+  }, after{};
+  QCOMPARE(::stat(QFile::encodeName(File()).constData(), &before), 0);
+  const std::string gates = ann_.Group("-1", "Gates");
+  std::string group, plan;
+  QCOMPARE(ann_.AddGroup("-1", "Passing", &group), QString());
+  QCOMPARE(ann_.AddPlan(group, "In passing", &plan), QString());
+  QCOMPARE(ann_.Update(TarnTest::ChangedPlan(ann_.Plan("Top"), "Renamed", "-1")), QString());
+  QTRY_COMPARE_WITH_TIMEOUT(CopiedPlans(), QString("Gate A, In passing, Renamed"), kWaitMs);
+  std::string error;
+  QVERIFY2(desk->SetFavoriteCamera("1003", true, &error), error.c_str());
+  QTRY_COMPARE_WITH_TIMEOUT(InCopy("SELECT camera_id FROM favorite_camera"), QString("1003"), kWaitMs);
+  QString said, refusal;
+  QVERIFY(TarnHost::StoreCare::LimitGroup(fixture_->Url(), "Passing", QStringList{"Guards"}, &said, &refusal));
+  QTRY_COMPARE_WITH_TIMEOUT(CopiedPlans(), QString("Gate A, Renamed"), kWaitMs);
+  QVERIFY(!BytesOf(File()).contains("In passing"));
+  QVERIFY(TarnHost::StoreCare::LimitGroup(fixture_->Url(), "Passing", QStringList(), &said, &refusal));
+  QTRY_COMPARE_WITH_TIMEOUT(CopiedPlans(), QString("Gate A, In passing, Renamed"), kWaitMs);
+  QCOMPARE(ann_.DeleteGroup(gates), QString());
+  QTRY_COMPARE_WITH_TIMEOUT(CopiedPlans(), QString("In passing, Renamed"), kWaitMs);
+  QCOMPARE(::stat(QFile::encodeName(File()).constData(), &after), 0);
+  QCOMPARE(quint64(after.st_ino), quint64(before.st_ino));
+}
+
+void StoreColdTest::ShowsTheCopyAndGoesOver() {
+  QFETCH(bool, roles);
+  const std::string gate = ann_.Plan("Gate A");
+  {
+    const CClient desk = Online(As("cid"), roles);
+    QCOMPARE(desk.SetDefaultView(gate, kPlanType), QString());
+    QTRY_COMPARE_WITH_TIMEOUT(InCopy("SELECT code FROM default_view"), QString::fromStdString(gate), kWaitMs);
+  }
+  line_->Cut();
+  const CClient desk = Cold(As("cid"), roles);
+  QTRY_VERIFY(LastTrouble() == StoreTrouble::kNoAnswerYet);
+  QVERIFY(desk->CopyMoment().secsTo(QDateTime::currentDateTime()) < 60);
+  QCOMPARE(desk.Plans("-1"), QStringList{"Top@-1"});
+  QCOMPARE(desk.DefaultView(), gate);
+  for (const auto& detail : {desk.Detail(gate), desk.DetailAtOnce(gate)}) {
+    QCOMPARE(detail.name, std::string("Gate A"));
+    QCOMPARE(detail.pages.size(), size_t(2));
+  }
+  QCOMPARE(desk.DetailAtOnce("", 1).name, std::string("Top"));  // starts by itself
+  QCOMPARE(desk.Search("gate", 0), QStringList{"Gate A@Gates"});
+  TarnHost::CameraAccessList access;
+  std::string error;
+  QVERIFY2(desk->GetCameraAccess({"1001", "1002", "1003"}, access, &error), error.c_str());
+  for (const TarnHost::CameraAccess& camera : access.cameras) {
+    QVERIFY(camera.user.empty() && camera.secret.IsEmpty());
+    QCOMPARE(camera.needs_store, camera.index_code != "1003");
+  }
+  QVERIFY(desk.AddPlan("-1", "Not now").contains("plan store"));
+  CRecorder recorder(desk, {"root"});
+  // Meanwhile the site goes on.
+  QCOMPARE(ann_.Update(TarnTest::ChangedPlan(ann_.Plan("Top"), "Renamed", "-1")), QString());
+  line_->Mend();
+  QTRY_VERIFY_WITH_TIMEOUT(LastTrouble() == StoreTrouble::kNone, kWaitMs);
+  QTRY_COMPARE(desk.Plans("-1"), QStringList{"Renamed@-1"});
+  QVERIFY(!desk->CopyMoment().isValid());
+  QTRY_COMPARE(recorder.lines, QStringList{kWholeTree});
+  QVERIFY2(desk->GetCameraAccess({"1001"}, access, &error), error.c_str());
+  QVERIFY(!access.cameras.front().needs_store && access.cameras.front().secret == TarnHost::CSecret(kSecret));
+  QCOMPARE(desk.AddPlan("-1", "Now"), QString());
+  QTRY_COMPARE_WITH_TIMEOUT(CopiedPlans(), QString("Gate A, Now, Renamed"), kWaitMs);
+  QCOMPARE(asked_, 0);
+}
+
+void StoreColdTest::RefusesWhatIsNoCopy_data() {
+  QTest::addColumn<QString>("fault");
+  for (const char* fault : {"cut", "empty", "foreign", "newer", "older", "another user's", "no copy", "gone"}) {
+    QTest::newRow(fault) << fault;
+  }
+}
+
+void StoreColdTest::RefusesWhatIsNoCopy() {
+  QFETCH(QString, fault);
+  Keep(As("cid"), true);
+  line_->Cut();
+  const QString path = File();
+  const QMap<QString, QString> statements = {
+      {"newer", "UPDATE store_info SET value = '9999' WHERE name = 'version'"},
+      {"older", "UPDATE store_info SET value = '2' WHERE name = 'version'"},
+      {"another user's", "UPDATE store_info SET value = 'bob' WHERE name = 'copy_user'"},
+      {"no copy", "DELETE FROM store_info WHERE name LIKE 'copy%'"}};
+  if (statements.contains(fault)) {
+    CDirectAccess("sqlite:" + path).Run(statements.value(fault));
+  }
+  const QByteArray whole = BytesOf(path);
+  if (fault == "cut") {
+    QVERIFY(Write(path, whole.left(whole.size() / 2)));
+  }
+  if (fault == "empty" || fault == "foreign") {
+    QVERIFY(Write(path, fault == "empty" ? QByteArray() : QByteArray(5000, 'x')));
+  }
+  if (fault == "gone") {
+    QVERIFY(QFile::remove(path));
+  }
+  auto options = OptionsOf("cid", true);
+  options.shows_of = "cid";
+  QString error, why_not;
+  QVERIFY(!TarnHost::CPlanStore::Open(options, &error));
+  QVERIFY2(!error.isEmpty() && !error.contains('\n'), qPrintable(error));
+  const auto copies = StoreCopies::Of(Folder(), options.url, &why_not);
+  if (fault == "another user's") {  // his, under a name that is another's
+    QCOMPARE(copies.size(), size_t(1));
+    QVERIFY(StoreCopies::Check(Folder(), options.url, As("bob")).outcome == LogInOutcome::kWrongPassword);
+  } else {
+    QVERIFY(copies.empty());
+    QVERIFY(fault == "gone" || why_not.contains("The copy of the plans") || why_not.contains("no copy"));
+  }
+  QVERIFY(!StoreCopies::Check(Folder(), options.url, As("cid")).IsDone());
+  // The store makes a sound one of it.
+  line_->Mend();
+  const CClient desk = Online(As("cid"), true);
+  const auto is_sound = [&] {
+    const auto now = StoreCopies::Of(Folder(), options.url);
+    return now.size() == 1 && now.front().user == "cid";
+  };
+  QTRY_VERIFY_WITH_TIMEOUT(is_sound(), kWaitMs);
+}
+
+void StoreColdTest::MixesNoSites() {
+  Keep(As("cid"), false);
+  line_->Cut();
+  const CClient desk = Cold(As("cid"), false);
+  fixture_->RunPastTheStore("UPDATE store_info SET value = 'another' WHERE name = 'station_id'");
+  fixture_->RunPastTheStore("UPDATE plan SET name = 'Of another site'");
+  line_->Mend();
+  QTRY_VERIFY_WITH_TIMEOUT(LastTrouble() == StoreTrouble::kOtherSite, kWaitMs);
+  QVERIFY(!desk.AddPlan("-1", "Nowhere").isEmpty());
+  QCOMPARE(desk.Plans("-1"), QStringList{"Top@-1"});
+  QCOMPARE(fixture_->ReadPastTheStore("SELECT count(*) FROM plan WHERE name = 'Nowhere'"), QString("0"));
+  QVERIFY(CopiedPlans().contains("Top"));
+}
+
+void StoreColdTest::LocksAfterWrongPasswords() {
+  SetPassword("cid", kWord);
+  Keep(As("cid", kWord), false);
+  line_->Cut();
+  const QString url = OptionsOf("cid", false).url;
+  const auto copies = StoreCopies::Of(Folder(), url);
+  QVERIFY(copies.size() == 1 && copies.front().has_password);
+  QVERIFY(!BytesOf(File()).contains(kWord));
+  const auto check = [&](const char* user, const char* password) {
+    return StoreCopies::Check(Folder(), url, As(user, password)).outcome;
+  };
+  QVERIFY(check("bob", kWord) == LogInOutcome::kWrongPassword);
+  QVERIFY(check("cid", kWord) == LogInOutcome::kDone);
+  for (int wrong = 1; wrong <= 4; ++wrong) {
+    QVERIFY(check("cid", "wrong") == LogInOutcome::kWrongPassword);
+  }
+  QCOMPARE(InCopy("SELECT wrong_tries FROM account"), QString("4"));  // for the next start, too
+  QVERIFY(check("cid", "wrong") == LogInOutcome::kLocked);
+  QVERIFY(check("cid", kWord) == LogInOutcome::kLocked);
+  auto options = OptionsOf("cid", false);
+  options.shows_of = "cid";
+  const auto store = TarnHost::CPlanStore::Open(options, nullptr);
+  QVERIFY(store && store->HasPassword("cid") && !store->HasPassword("bob"));
+  QVERIFY(store->LogIn(As("cid", kWord)).outcome == LogInOutcome::kLocked);
+}
+
+void StoreColdTest::AsksForANewPassword() {
+  QFETCH(bool, roles);
+  SetPassword("cid", kWord);
+  if (roles) {
+    CDirectAccess(CStoreFixture::SuperuserUrl()).Run("GRANT asks_for_password TO cid");
+  }
+  const auto old = As("cid", kWord);
+  const auto options = [&] {
+    auto desk = OptionsOf("cid", roles);
+    desk.account = roles ? old : TarnHost::LogInRequest();
+    return desk;
+  };
+  {
+    const CClient desk(OpenAs(options(), old));
+    QTRY_VERIFY_WITH_TIMEOUT(CopiedPlans().contains("Top"), kWaitMs);
+  }
+  QVERIFY(!BytesOf(File()).contains(kWord));
+  line_->Cut();
+  const CClient desk = Cold(old, roles);
+  QVERIFY(desk->CheckPassword(old).IsDone());
+  SetPassword("cid", "new");
+  line_->Mend();
+  QTRY_COMPARE_WITH_TIMEOUT(asked_, 1, kWaitMs);
+  QCOMPARE(desk.Plans("-1"), QStringList{"Top@-1"});  // nothing is lost
+  QVERIFY(!desk->CheckPassword(old).IsDone());
+  if (roles) {
+    QVERIFY(LastTrouble() == StoreTrouble::kPasswordRefused);
+    QVERIFY(!desk.AddPlan("-1", "Not yet").isEmpty());
+  }
+  QVERIFY(desk->CheckPassword(As("cid", "new")).IsDone());
+  QTRY_VERIFY_WITH_TIMEOUT(LastTrouble() == StoreTrouble::kNone, kWaitMs);
+  QTRY_COMPARE(desk.AddPlan("-1", "Again"), QString());
+  QCOMPARE(asked_, 1);
+  if (roles) {
+    CDirectAccess(CStoreFixture::SuperuserUrl()).Run("REVOKE asks_for_password FROM cid");
+  }
+}
+
+void StoreColdTest::ForgetsWhoIsGone() {
+  Keep(As("cid"), false);
+  const QString of_cid = File();
+  TarnHost::SiteUsers users;
+  QString error;
+  QVERIFY(TarnHost::StoreCare::ReadUsers(fixture_->Url(), &users, &error));
+  TarnHost::SiteUserChanges changes;
+  changes.users.emplace_back();
+  QCOMPARE(users.users.back().name, QString("cid"));
+  changes.users.back().before = users.users.back();
+  QVERIFY2(TarnHost::StoreCare::ChangeUsers(fixture_->Url(), changes, &error), qPrintable(error));
+  const CClient desk = Online(As("bob"), false);
+  QTRY_VERIFY_WITH_TIMEOUT(!QFile::exists(of_cid), kWaitMs);
+  QTRY_VERIFY_WITH_TIMEOUT(CopiedPlans().contains("Bob's gate"), kWaitMs);
+  StoreCopies::Remove(Folder(), OptionsOf("bob", false).url);
+  QVERIFY(!StoreCopies::HasAny(Folder(), OptionsOf("bob", false).url));
+}
+
+QTEST_GUILESS_MAIN(StoreColdTest)
+#include "store_cold_test.moc"
