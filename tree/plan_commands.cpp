@@ -103,7 +103,7 @@ Refusal WhyHitIsNotEdited(const PanelSituation& situation) {
 }
 
 // A hit is edited by what it is itself; the button stays on where the row behind the hits has left it on.
-CommandState EditHit(const PanelSituation& situation) {
+CommandState EditHitState(const PanelSituation& situation) {
   CommandState state;
   const int hit = situation.item_type;
   const bool allowed = hit == OwnPlanItem || (hit == PublicPlanItem && situation.rights.Has(EditRight));
@@ -115,9 +115,9 @@ CommandState EditHit(const PanelSituation& situation) {
   return state;
 }
 
-CommandState Edit(const PanelSituation& situation) {
+CommandState EditState(const PanelSituation& situation) {
   if (situation.page == PanelPage::Search) {
-    return EditHit(situation);
+    return EditHitState(situation);
   }
   const bool granted = situation.grants.edit;
   CommandState state = OnOrOff(granted && !situation.editing, situation, granted, EditRight);
@@ -125,25 +125,25 @@ CommandState Edit(const PanelSituation& situation) {
   return state;
 }
 
-CommandState Delete(const PanelSituation& situation) {
+CommandState DeleteState(const PanelSituation& situation) {
   const bool granted = situation.grants.remove;
   CommandState state = OnOrOff(granted && IsRowInSight(situation), situation, granted, DeleteRight);
   HoldWhileWaiting(state, situation);
   return state;
 }
 
-CommandState AddGroup(const PanelSituation& situation) {
+CommandState AddGroupState(const PanelSituation& situation) {
   const bool granted = situation.grants.add_group && !situation.between_users;
   return OnOrOff(granted && IsRowInSight(situation), situation, granted, AddRight);
 }
 
-CommandState AddPlan(const PanelSituation& situation) {
+CommandState AddPlanState(const PanelSituation& situation) {
   const bool granted = situation.grants.add_plan && !situation.between_users;
   return OnOrOff(granted && !situation.opening, situation, granted, AddRight);
 }
 
 // Also of own plans: the copy comes into trees that are not the sharer's, so sharing takes the right to add.
-CommandState Share(const PanelSituation& situation) {
+CommandState ShareState(const PanelSituation& situation) {
   CommandState state;
   state.enabled = state.button_enabled = situation.rights.Has(AddRight);
   if (!situation.rights.Has(AddRight)) {
@@ -153,7 +153,7 @@ CommandState Share(const PanelSituation& situation) {
 }
 
 // Only hits have it: a row of the tree is there already.
-CommandState ShowInTree(const PanelSituation& situation) {
+CommandState ShowInTreeState(const PanelSituation& situation) {
   CommandState state;
   state.shown = situation.page == PanelPage::Search && IsPlanItem(situation.item_type);
   if (situation.item_type == 0) {
@@ -215,17 +215,17 @@ BarGrants GrantsAfter(const BarGrants& before, int item_type, const view_plugin_
 
 CommandStates StatesOf(const PanelSituation& situation) {
   CommandStates states;
-  states[PlanCommand::AddGroup] = AddGroup(situation);
-  states[PlanCommand::AddPlan] = AddPlan(situation);
-  states[PlanCommand::Edit] = Edit(situation);
-  states[PlanCommand::Delete] = Delete(situation);
-  states[PlanCommand::Share] = Share(situation);
+  states[PlanCommand::AddGroup] = AddGroupState(situation);
+  states[PlanCommand::AddPlan] = AddPlanState(situation);
+  states[PlanCommand::Edit] = EditState(situation);
+  states[PlanCommand::Delete] = DeleteState(situation);
+  states[PlanCommand::Share] = ShareState(situation);
   const bool is_plan = IsPlanItem(situation.item_type);
   states[PlanCommand::Play].shown = is_plan;
   states[PlanCommand::Share].shown = is_plan;
   states[PlanCommand::CreationInfo].shown = is_plan && situation.switches.creation_info;
   states[PlanCommand::Cycle].shown = IsGroupItem(situation.item_type) && situation.switches.group_cycle;
-  states[PlanCommand::ShowInTree] = ShowInTree(situation);
+  states[PlanCommand::ShowInTree] = ShowInTreeState(situation);
   states[PlanCommand::Search].shown = situation.switches.enable_search;
   return states;
 }

@@ -31,13 +31,13 @@ using TarnPlanView::CViewExternWidget;
 namespace {
 
 // The keys of `shown_keys` are the panel's or the window's, which do the same for the current row.
-struct Look {
+struct EntryLook {
   const char* text;
   const char* keys;
   const char* shown_keys;
 };
 
-constexpr Look kLooks[kRowCommands] = {
+constexpr EntryLook kLooks[kRowCommands] = {
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "New plan here"), "", "Ctrl+N"},
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "New group here"), "", "Ctrl+Shift+N"},
     {QT_TRANSLATE_NOOP("TarnClient::CRowMenu", "Duplicate"), "Ctrl+D", ""},

@@ -13,6 +13,7 @@
 #include "composing/snapshot.h"
 #include "host_calls/ask.h"
 #include "plan_rules/splits.h"
+#include "plan_rules/stream_kinds.h"
 #include "plan_rules/window_content.h"
 #include "wall/live_wall.h"
 #include "wall/wall_window.h"
@@ -23,10 +24,12 @@ namespace TarnClient {
 using MarUIControl::CNomalMessage;
 using MarUIControl::StringToQString;
 
+using view_plugin_protocol::kMainStream;
+using view_plugin_protocol::kSubStream;
+
 namespace {
 
 constexpr double kZoomStep = 1.5;
-constexpr int kMainStream = 0, kSmallStream = 1;
 
 // Plan, page, window and camera that a command would be for now.
 auto TargetOf(const CLiveWall& wall) {
@@ -88,7 +91,7 @@ WallSituation CComposer::Situation() const {
   if (const CArrangement::Window* content = Current()) {
     situation.has_content = true;
     situation.has_camera = IsCamera(*content);
-    situation.has_small_stream = content->stream_type == kSmallStream;
+    situation.has_small_stream = content->stream_type == kSubStream;
     situation.is_zoomed = grid->WindowAt(grid->CurrentWindow())->IsZoomed();
   }
   return situation;
@@ -160,7 +163,7 @@ void CComposer::Split(int split_type) {
 
 void CComposer::ToggleStream() {
   const int current = wall_->Grid()->CurrentWindow();
-  const int other = Current()->stream_type == kSmallStream ? kMainStream : kSmallStream;
+  const int other = Current()->stream_type == kSubStream ? kMainStream : kSubStream;
   wall_->Change([&](CArrangement* all) { return all->SetStream(Page(), current, other); });
 }
 

@@ -9,30 +9,27 @@ namespace {
 
 constexpr int kMostPatience = 8;  // with all calls together, in times that with one
 
-QString Text(const char* latin1) {
-  return QString::fromLatin1(latin1);
-}
-
 /// The pieces of a profile that are needed to choose among them; without this the newer service leaves them out.
 SoapBody ProfilesBody2() {
-  return SimpleBody(Onvif::kMedia2, "GetProfiles",
-                    {{"Type", Text("VideoSource")}, {"Type", Text("VideoEncoder")}, {"Type", Text("PTZ")}});
+  return SimpleBody(
+      Onvif::kMedia2, "GetProfiles",
+      {{"Type", FromAscii("VideoSource")}, {"Type", FromAscii("VideoEncoder")}, {"Type", FromAscii("PTZ")}});
 }
 
 SoapBody StreamBody2(const QString& profile) {
-  return SimpleBody(Onvif::kMedia2, "GetStreamUri", {{"Protocol", Text("RTSP")}, {"ProfileToken", profile}});
+  return SimpleBody(Onvif::kMedia2, "GetStreamUri", {{"Protocol", FromAscii("RTSP")}, {"ProfileToken", profile}});
 }
 
 SoapBody StreamBody1(const QString& profile) {
   return [profile](QXmlStreamWriter& xml) {
-    xml.writeStartElement(Text(Onvif::kMedia1), Text("GetStreamUri"));
-    xml.writeStartElement(Text(Onvif::kMedia1), Text("StreamSetup"));
-    xml.writeTextElement(Text(Onvif::kSchema), Text("Stream"), Text("RTP-Unicast"));
-    xml.writeStartElement(Text(Onvif::kSchema), Text("Transport"));
-    xml.writeTextElement(Text(Onvif::kSchema), Text("Protocol"), Text("RTSP"));
+    xml.writeStartElement(FromAscii(Onvif::kMedia1), FromAscii("GetStreamUri"));
+    xml.writeStartElement(FromAscii(Onvif::kMedia1), FromAscii("StreamSetup"));
+    xml.writeTextElement(FromAscii(Onvif::kSchema), FromAscii("Stream"), FromAscii("RTP-Unicast"));
+    xml.writeStartElement(FromAscii(Onvif::kSchema), FromAscii("Transport"));
+    xml.writeTextElement(FromAscii(Onvif::kSchema), FromAscii("Protocol"), FromAscii("RTSP"));
     xml.writeEndElement();
     xml.writeEndElement();
-    xml.writeTextElement(Text(Onvif::kMedia1), Text("ProfileToken"), profile);
+    xml.writeTextElement(FromAscii(Onvif::kMedia1), FromAscii("ProfileToken"), profile);
     xml.writeEndElement();
   };
 }
@@ -120,7 +117,7 @@ void CDeviceQuestion::AskTime() {
 }
 
 void CDeviceQuestion::AskServices() {
-  const SoapBody body = SimpleBody(Onvif::kDevice, "GetServices", {{"IncludeCapability", Text("false")}});
+  const SoapBody body = SimpleBody(Onvif::kDevice, "GetServices", {{"IncludeCapability", FromAscii("false")}});
   Call(running_->address, body, {DeviceFailure::Refused, DeviceFailure::NotUnderstood},
        [this](const DeviceCallResult& result) {
          running_->services = ReadServices(result.body);
@@ -134,7 +131,7 @@ void CDeviceQuestion::AskServices() {
 }
 
 void CDeviceQuestion::AskCapabilities() {
-  const SoapBody body = SimpleBody(Onvif::kDevice, "GetCapabilities", {{"Category", Text("All")}});
+  const SoapBody body = SimpleBody(Onvif::kDevice, "GetCapabilities", {{"Category", FromAscii("All")}});
   Call(running_->address, body, {}, [this](const DeviceCallResult& result) {
     running_->services = ReadCapabilities(result.body);
     AskInformation();

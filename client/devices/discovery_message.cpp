@@ -14,11 +14,7 @@ namespace {
 constexpr char kDiscovery[] = "http://schemas.xmlsoap.org/ws/2005/04/discovery";
 constexpr char kAddressing[] = "http://schemas.xmlsoap.org/ws/2004/08/addressing";
 constexpr char kNetwork[] = "http://www.onvif.org/ver10/network/wsdl";
-constexpr size_t kMostDevices = 64;  // in one answer
-
-QString Text(const char* latin1) {
-  return QString::fromLatin1(latin1);
-}
+constexpr size_t kMostInOneAnswer = 64;
 
 QStringList Words(const QString& text) {
   return text.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
@@ -49,20 +45,21 @@ QByteArray ProbeMessage(const QString& id) {
   QByteArray bytes;
   QXmlStreamWriter xml(&bytes);
   xml.writeStartDocument();
-  xml.writeNamespace(Text(Onvif::kSoap), QStringLiteral("s"));
-  xml.writeNamespace(Text(kAddressing), QStringLiteral("a"));
-  xml.writeNamespace(Text(kDiscovery), QStringLiteral("d"));
-  xml.writeNamespace(Text(kNetwork), QStringLiteral("dn"));  // the types below are names with this prefix
-  xml.writeStartElement(Text(Onvif::kSoap), QStringLiteral("Envelope"));
-  xml.writeStartElement(Text(Onvif::kSoap), QStringLiteral("Header"));
-  xml.writeTextElement(Text(kAddressing), QStringLiteral("Action"), Text(kDiscovery) + QStringLiteral("/Probe"));
-  xml.writeTextElement(Text(kAddressing), QStringLiteral("MessageID"), id);
-  xml.writeTextElement(Text(kAddressing), QStringLiteral("To"),
+  xml.writeNamespace(FromAscii(Onvif::kSoap), QStringLiteral("s"));
+  xml.writeNamespace(FromAscii(kAddressing), QStringLiteral("a"));
+  xml.writeNamespace(FromAscii(kDiscovery), QStringLiteral("d"));
+  xml.writeNamespace(FromAscii(kNetwork), QStringLiteral("dn"));  // the types below are names with this prefix
+  xml.writeStartElement(FromAscii(Onvif::kSoap), QStringLiteral("Envelope"));
+  xml.writeStartElement(FromAscii(Onvif::kSoap), QStringLiteral("Header"));
+  xml.writeTextElement(FromAscii(kAddressing), QStringLiteral("Action"),
+                       FromAscii(kDiscovery) + QStringLiteral("/Probe"));
+  xml.writeTextElement(FromAscii(kAddressing), QStringLiteral("MessageID"), id);
+  xml.writeTextElement(FromAscii(kAddressing), QStringLiteral("To"),
                        QStringLiteral("urn:schemas-xmlsoap-org:ws:2005:04:discovery"));
   xml.writeEndElement();
-  xml.writeStartElement(Text(Onvif::kSoap), QStringLiteral("Body"));
-  xml.writeStartElement(Text(kDiscovery), QStringLiteral("Probe"));
-  xml.writeTextElement(Text(kDiscovery), QStringLiteral("Types"), QStringLiteral("dn:NetworkVideoTransmitter"));
+  xml.writeStartElement(FromAscii(Onvif::kSoap), QStringLiteral("Body"));
+  xml.writeStartElement(FromAscii(kDiscovery), QStringLiteral("Probe"));
+  xml.writeTextElement(FromAscii(kDiscovery), QStringLiteral("Types"), QStringLiteral("dn:NetworkVideoTransmitter"));
   xml.writeEndDocument();
   return bytes;
 }
@@ -86,7 +83,7 @@ std::vector<DeviceFound> ReadProbeMatches(const QByteArray& bytes, const QString
     device.name = ScopeText(scopes, "name");
     device.model = ScopeText(scopes, "hardware");
     device.place = ScopeText(scopes, "location");
-    if (device.service.isValid() && !device.service.isEmpty() && devices.size() < kMostDevices) {
+    if (device.service.isValid() && !device.service.isEmpty() && devices.size() < kMostInOneAnswer) {
       devices.push_back(device);
     }
   }

@@ -15,28 +15,24 @@ constexpr char kBase64Type[] =
     "http://docs.oasis-open.org/wss/2004/01/oasis-200401-wss-soap-message-security-1.0#Base64Binary";
 constexpr int kLongestFault = 200;
 
-QString Text(const char* latin1) {
-  return QString::fromLatin1(latin1);
-}
-
 QString CreatedText(const UserToken& token) {
   return token.created.toUTC().toString(QStringLiteral("yyyy-MM-ddTHH:mm:ssZ"));
 }
 
 void WriteToken(QXmlStreamWriter& xml, const UserToken& token) {
-  xml.writeStartElement(Text(kSecurity), QStringLiteral("Security"));
-  xml.writeAttribute(Text(Onvif::kSoap), QStringLiteral("mustUnderstand"), QStringLiteral("1"));
-  xml.writeStartElement(Text(kSecurity), QStringLiteral("UsernameToken"));
-  xml.writeTextElement(Text(kSecurity), QStringLiteral("Username"), token.user);
-  xml.writeStartElement(Text(kSecurity), QStringLiteral("Password"));
-  xml.writeAttribute(QStringLiteral("Type"), Text(kDigestType));
+  xml.writeStartElement(FromAscii(kSecurity), QStringLiteral("Security"));
+  xml.writeAttribute(FromAscii(Onvif::kSoap), QStringLiteral("mustUnderstand"), QStringLiteral("1"));
+  xml.writeStartElement(FromAscii(kSecurity), QStringLiteral("UsernameToken"));
+  xml.writeTextElement(FromAscii(kSecurity), QStringLiteral("Username"), token.user);
+  xml.writeStartElement(FromAscii(kSecurity), QStringLiteral("Password"));
+  xml.writeAttribute(QStringLiteral("Type"), FromAscii(kDigestType));
   xml.writeCharacters(QString::fromLatin1(token.Digest().toBase64()));
   xml.writeEndElement();
-  xml.writeStartElement(Text(kSecurity), QStringLiteral("Nonce"));
-  xml.writeAttribute(QStringLiteral("EncodingType"), Text(kBase64Type));
+  xml.writeStartElement(FromAscii(kSecurity), QStringLiteral("Nonce"));
+  xml.writeAttribute(QStringLiteral("EncodingType"), FromAscii(kBase64Type));
   xml.writeCharacters(QString::fromLatin1(token.nonce.toBase64()));
   xml.writeEndElement();
-  xml.writeTextElement(Text(kUtility), QStringLiteral("Created"), CreatedText(token));
+  xml.writeTextElement(FromAscii(kUtility), QStringLiteral("Created"), CreatedText(token));
   xml.writeEndElement();
   xml.writeEndElement();
 }
@@ -71,14 +67,14 @@ QByteArray SoapMessage(const std::optional<UserToken>& token, const SoapBody& bo
   QByteArray bytes;
   QXmlStreamWriter xml(&bytes);
   xml.writeStartDocument();
-  xml.writeNamespace(Text(Onvif::kSoap), QStringLiteral("s"));
-  xml.writeStartElement(Text(Onvif::kSoap), QStringLiteral("Envelope"));
+  xml.writeNamespace(FromAscii(Onvif::kSoap), QStringLiteral("s"));
+  xml.writeStartElement(FromAscii(Onvif::kSoap), QStringLiteral("Envelope"));
   if (token) {
-    xml.writeStartElement(Text(Onvif::kSoap), QStringLiteral("Header"));
+    xml.writeStartElement(FromAscii(Onvif::kSoap), QStringLiteral("Header"));
     WriteToken(xml, *token);
     xml.writeEndElement();
   }
-  xml.writeStartElement(Text(Onvif::kSoap), QStringLiteral("Body"));
+  xml.writeStartElement(FromAscii(Onvif::kSoap), QStringLiteral("Body"));
   body(xml);
   xml.writeEndElement();
   xml.writeEndElement();
@@ -88,9 +84,9 @@ QByteArray SoapMessage(const std::optional<UserToken>& token, const SoapBody& bo
 
 SoapBody SimpleBody(const char* space, const char* name, const std::vector<std::pair<const char*, QString>>& texts) {
   return [space, name, texts](QXmlStreamWriter& xml) {
-    xml.writeStartElement(Text(space), Text(name));
+    xml.writeStartElement(FromAscii(space), FromAscii(name));
     for (const auto& [key, value] : texts) {
-      xml.writeTextElement(Text(space), Text(key), value);
+      xml.writeTextElement(FromAscii(space), FromAscii(key), value);
     }
     xml.writeEndElement();
   };

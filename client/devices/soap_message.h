@@ -21,6 +21,11 @@ constexpr char kSchema[] = "http://www.onvif.org/ver10/schema";
 constexpr char kSoap[] = "http://www.w3.org/2003/05/soap-envelope";
 }  // namespace Onvif
 
+/// Names and addresses of the services are plain ASCII.
+inline QString FromAscii(const char* text) {
+  return QString::fromLatin1(text);
+}
+
 /// Proves to a device that the sender knows the password, without sending it. It is of no use to anyone else later: it
 /// holds for a moment of the device's clock and once.
 struct UserToken {

@@ -13,7 +13,7 @@ constexpr int kH264Several = 24, kH264Fragment = 28, kH264FirstPicture = 1, kH26
 constexpr int kH265Several = 48, kH265Fragment = 49, kH265FirstKey = 16, kH265LastKey = 21, kH265FirstSet = 32,
               kH265LastSet = 34;
 
-unsigned char At(const QByteArray& bytes, int place) {
+unsigned char ByteAt(const QByteArray& bytes, int place) {
   return static_cast<unsigned char>(bytes[place]);
 }
 
@@ -55,11 +55,11 @@ void CNalUnitBuilder::Add(const RtpPacket& packet) {
 }
 
 void CNalUnitBuilder::TakeH264(const QByteArray& payload) {
-  const int type = At(payload, 0) & 0x1f;
+  const int type = ByteAt(payload, 0) & 0x1f;
   if (type == kH264Several) {
     TakeSeveral(payload, 1);
   } else if (type == kH264Fragment) {
-    const int head = (At(payload, 0) & 0xe0) | (At(payload, 1) & 0x1f);
+    const int head = (ByteAt(payload, 0) & 0xe0) | (ByteAt(payload, 1) & 0x1f);
     TakeFragment(payload, QByteArray(1, static_cast<char>(head)), 1);
   } else if (type > 0 && type < kH264Several) {
     AddPart(payload);
@@ -67,11 +67,11 @@ void CNalUnitBuilder::TakeH264(const QByteArray& payload) {
 }
 
 void CNalUnitBuilder::TakeH265(const QByteArray& payload) {
-  const int type = H265Type(At(payload, 0));
+  const int type = H265Type(ByteAt(payload, 0));
   if (type == kH265Several) {
     TakeSeveral(payload, 2);
   } else if (type == kH265Fragment) {
-    const int head = (At(payload, 0) & 0x81) | (At(payload, 2) & 0x3f) << 1;
+    const int head = (ByteAt(payload, 0) & 0x81) | (ByteAt(payload, 2) & 0x3f) << 1;
     TakeFragment(payload, QByteArray(1, static_cast<char>(head)) + payload[1], 2);
   } else if (type < kH265Several) {
     AddPart(payload);
@@ -91,11 +91,11 @@ void CNalUnitBuilder::TakeSeveral(const QByteArray& payload, int from) {
 }
 
 void CNalUnitBuilder::TakeFragment(const QByteArray& payload, const QByteArray& head, int flags_at) {
-  const unsigned char flags = At(payload, flags_at);
+  const unsigned char flags = ByteAt(payload, flags_at);
   if (flags & kFirstFragment) {
     DropFragment();
     fragment_at_ = bytes_.size();
-    NotePart(At(head, 0));
+    NotePart(ByteAt(head, 0));
     const QByteArray begin = StartCode() + head;
     Append(begin.constData(), begin.size());
   }
@@ -120,7 +120,7 @@ void CNalUnitBuilder::Append(const char* bytes, int size) {
 
 void CNalUnitBuilder::AddPart(const QByteArray& part) {
   DropFragment();
-  NotePart(At(part, 0));
+  NotePart(ByteAt(part, 0));
   Append(kStartCode, sizeof(kStartCode));
   Append(part.constData(), part.size());
 }

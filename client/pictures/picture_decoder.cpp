@@ -13,16 +13,6 @@ namespace {
 // A little more than 8K: what a camera says of its pictures decides how much memory is asked for.
 constexpr qint64 kMostPixels = 36'000'000;
 
-struct FreeContext {
-  void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }
-};
-struct FreeFrame {
-  void operator()(AVFrame* frame) const { av_frame_free(&frame); }
-};
-struct FreePacket {
-  void operator()(AVPacket* packet) const { av_packet_free(&packet); }
-};
-
 AVCodecID IdOf(VideoCodec codec) {
   switch (codec) {
     case VideoCodec::H264:
@@ -43,6 +33,16 @@ void KeepQuiet(void*, int, const char*, va_list) {}
 }  // namespace
 
 struct CPictureDecoder::Parts {
+  struct FreeContext {
+    void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }
+  };
+  struct FreeFrame {
+    void operator()(AVFrame* frame) const { av_frame_free(&frame); }
+  };
+  struct FreePacket {
+    void operator()(AVPacket* packet) const { av_packet_free(&packet); }
+  };
+
   std::unique_ptr<AVCodecContext, FreeContext> context;
   std::unique_ptr<AVFrame, FreeFrame> frame{av_frame_alloc()};
   std::unique_ptr<AVPacket, FreePacket> packet{av_packet_alloc()};

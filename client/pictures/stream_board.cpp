@@ -6,7 +6,7 @@
 
 namespace TarnClient {
 
-using Lock = std::lock_guard<std::mutex>;
+using Guard = std::lock_guard<std::mutex>;
 
 namespace {
 
@@ -18,7 +18,7 @@ QPair<int, int> KeyOf(const QSize& size) {
 
 // That what comes cannot be made out is over with the first picture only.
 void CStreamBoard::SetPlaying() {
-  const Lock lock(mutex_);
+  const Guard lock(mutex_);
   facts_.playing = true;
   if (facts_.loss != PictureLoss::UnknownCodec) {
     facts_.loss = PictureLoss::None;
@@ -28,14 +28,14 @@ void CStreamBoard::SetPlaying() {
 }
 
 void CStreamBoard::SetLoss(PictureLoss loss) {
-  const Lock lock(mutex_);
+  const Guard lock(mutex_);
   facts_.playing = false;
   facts_.loss = loss;
   facts_.repeats = false;
 }
 
 void CStreamBoard::NoteUnit(qint64 arrived_ms, bool is_key, bool repeats) {
-  const Lock lock(mutex_);
+  const Guard lock(mutex_);
   if (is_key) {
     facts_.key_frames.Take(arrived_ms);
   }
@@ -43,19 +43,19 @@ void CStreamBoard::NoteUnit(qint64 arrived_ms, bool is_key, bool repeats) {
 }
 
 bool CStreamBoard::IsUnreadable(qint64 now_ms) const {
-  const Lock lock(mutex_);
+  const Guard lock(mutex_);
   return TarnClient::IsUnreadable(facts_, now_ms, timings_);
 }
 
 void CStreamBoard::NoteTry() {
-  const Lock lock(mutex_);
+  const Guard lock(mutex_);
   if (facts_.tries++ == 0) {
     facts_.first_try_ms = SteadyMs();
   }
 }
 
 QVector<QSize> CStreamBoard::SizesFor(const QSize& coded) const {
-  const Lock lock(mutex_);
+  const Guard lock(mutex_);
   QVector<QSize> sizes;
   for (const QSize& wanted : wanted_) {
     const QSize size = HandedSize(coded, wanted);
@@ -70,7 +70,7 @@ QVector<QSize> CStreamBoard::SizesFor(const QSize& coded) const {
 }
 
 void CStreamBoard::Post(const QSize& coded, PicturesBySize pictures, qint64 taken_ms) {
-  const Lock lock(mutex_);
+  const Guard lock(mutex_);
   pictures_ = std::move(pictures);
   facts_.size = coded;
   facts_.taken_ms = taken_ms;
@@ -82,19 +82,19 @@ void CStreamBoard::Post(const QSize& coded, PicturesBySize pictures, qint64 take
 }
 
 void CStreamBoard::SetMode(DecodingMode mode, bool shed) {
-  const Lock lock(mutex_);
+  const Guard lock(mutex_);
   facts_.decodes_key_frames = mode == DecodingMode::KeyFrames;
   facts_.key_frames_only = shed;
 }
 
 PictureStatus CStreamBoard::Status(qint64 now_ms) const {
-  const Lock lock(mutex_);
+  const Guard lock(mutex_);
   return StatusOf(facts_, now_ms, timings_);
 }
 
 // Until the decoder has heard of a new size, any other one is better than none.
 QImage CStreamBoard::Latest(const void* viewer, const QSize& wanted) {
-  const Lock lock(mutex_);
+  const Guard lock(mutex_);
   wanted_.insert(viewer, wanted);
   if (pictures_.isEmpty()) {
     return QImage();
@@ -103,17 +103,17 @@ QImage CStreamBoard::Latest(const void* viewer, const QSize& wanted) {
 }
 
 void CStreamBoard::Leave(const void* viewer) {
-  const Lock lock(mutex_);
+  const Guard lock(mutex_);
   wanted_.remove(viewer);
 }
 
 std::optional<qint64> CStreamBoard::KeyFrameMs() const {
-  const Lock lock(mutex_);
+  const Guard lock(mutex_);
   return facts_.key_frames.IntervalMs();
 }
 
 qint64 CStreamBoard::Number() const {
-  const Lock lock(mutex_);
+  const Guard lock(mutex_);
   return number_;
 }
 

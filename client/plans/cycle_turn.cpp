@@ -20,7 +20,7 @@ using namespace view_plugin_protocol;
 
 namespace {
 
-using Failure = std::optional<ResponseHeader>;
+using FailedAnswer = std::optional<ResponseHeader>;
 
 struct Row {
   int type = TarnPlanView::PublicPlanItem;
@@ -30,7 +30,7 @@ struct Row {
 
 struct Listing {
   QVector<Row> plans;
-  Failure left_out;  // why a subgroup is missing that may come back
+  FailedAnswer left_out;  // why a subgroup is missing that may come back
 };
 
 // What stands in a group, as the tree shows it.
@@ -50,7 +50,7 @@ QVector<Row> RowsOf(const GetPlanGroupsResponse& groups, const GetPlansInGroupRe
 
 // Why the group itself cannot be listed. Of a subgroup that cannot, what is known is listed; it may have gone in the
 // meantime.
-Failure ListPlans(const std::string& group_code, Listing* listing) {
+FailedAnswer ListPlans(const std::string& group_code, Listing* listing) {
   const auto here = CallNow(&CViewBusinessInterfaceMgr::GetPlansInGroup, GetPlansInGroupRequest{group_code, 0});
   if (!here.ok) {
     return here.response;
@@ -61,7 +61,7 @@ Failure ListPlans(const std::string& group_code, Listing* listing) {
       listing->plans.append(row);
       continue;
     }
-    const Failure failure = ListPlans(row.code, listing);
+    const FailedAnswer failure = ListPlans(row.code, listing);
     if (failure && failure->error_kind != Gone) {
       listing->left_out = failure;
     }
@@ -73,7 +73,7 @@ Failure ListPlans(const std::string& group_code, Listing* listing) {
 }
 
 // As long as no plan has come.
-CycleTurn::Outcome OutcomeOf(const Failure& failure, const Listing& listing) {
+CycleTurn::Outcome OutcomeOf(const FailedAnswer& failure, const Listing& listing) {
   if (!failure && !listing.left_out && listing.plans.isEmpty()) {
     return CycleTurn::Outcome::Empty;
   }
@@ -137,7 +137,7 @@ bool Fetch(const std::string& code, CycleTurn* turn) {
 CycleTurn CycleTurn::Next(const std::string& group_code, const CycleTurn& last, int step) {
   CycleTurn turn;
   Listing listing;
-  const Failure failure = ListPlans(group_code, &listing);
+  const FailedAnswer failure = ListPlans(group_code, &listing);
   if (failure) {
     listing.plans.clear();
   }

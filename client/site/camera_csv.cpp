@@ -5,18 +5,20 @@
 #include <algorithm>
 
 #include "TarnHost/camera_address.h"
+#include "plan_rules/stream_kinds.h"
 
 namespace TarnClient {
 
 namespace {
 
 using TarnHost::CameraChanges;
+using view_plugin_protocol::kMainStream;
+using view_plugin_protocol::kSubStream;
 
 enum Column { kCode, kName, kRegion, kMain, kSub, kUser, kPassword, kDevice, kColumnCount };
 const char* const kColumns[] = {"code", "name", "region", "main", "sub", "user", "password", "device"};
 // Stands for an address in which a password may stand, in a table that is to have none: it stays as it is.
 constexpr char kWithheld[] = "*";
-constexpr int32_t kMainStream = 0, kSubStream = 1;
 
 QString Text(const std::string& text) {
   return QString::fromStdString(text);

@@ -8,7 +8,7 @@ namespace TarnClient {
 
 namespace {
 
-constexpr qint64 kLargestFile = 64 * 1024 * 1024;
+constexpr qint64 kLargestTable = 64 * 1024 * 1024;
 
 }  // namespace
 
@@ -17,7 +17,7 @@ CCameraFile::Read CCameraFile::PlanOf(const QString& path) {
   if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
     return {std::nullopt, {}, tr("The file %1 cannot be read: %2").arg(path, file.errorString())};
   }
-  if (file.size() > kLargestFile) {
+  if (file.size() > kLargestTable) {
     return {std::nullopt, {}, tr("The file %1 is too large for a list of cameras.").arg(path)};
   }
   CCsvText table;

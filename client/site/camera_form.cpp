@@ -9,13 +9,13 @@
 
 #include "MarUIControl/line_edit.h"
 #include "TarnHost/camera_address.h"
+#include "plan_rules/stream_kinds.h"
 #include "site/region_form.h"
 
 namespace TarnClient {
 
 namespace {
 
-constexpr int32_t kMainStream = 0, kSubStream = 1;
 constexpr int kWidth = 560;
 
 QString TitleFor(const std::string& code) {
@@ -47,8 +47,8 @@ CCameraForm::CCameraForm(std::shared_ptr<const SiteTable> site, const std::strin
   region_->setObjectName(QStringLiteral("camera_region"));
   AddField(tr("Name"), name_);
   AddField(tr("Region"), region_);
-  AddAddress(kMainStream, "camera_main", tr("Address of the main stream"));
-  AddAddress(kSubStream, "camera_sub", tr("Address of the sub stream"));
+  AddAddress(view_plugin_protocol::kMainStream, "camera_main", tr("Address of the main stream"));
+  AddAddress(view_plugin_protocol::kSubStream, "camera_sub", tr("Address of the sub stream"));
   AddSignIn();
   AddField(tr("Address of the device"), device_);
   AddNote(

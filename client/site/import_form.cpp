@@ -9,7 +9,7 @@ namespace TarnClient {
 
 namespace {
 
-constexpr QSize kSize(560, 420);
+constexpr QSize kImportSize(560, 420);
 constexpr int kMostExamples = 4;
 
 bool IsPlain(const QString& name) {
@@ -62,7 +62,7 @@ void CImportForm::AddLeftOut(const QStringList& lines) {
   list->addItems(lines);
   list->setCurrentRow(0);
   AddWidget(list, 1);
-  resize(kSize);
+  resize(kImportSize);
 }
 
 void CImportForm::Send() {

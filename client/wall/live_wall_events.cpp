@@ -16,7 +16,7 @@ using tarn_ui_data_controller::SkinColor;
 
 namespace {
 
-constexpr int kFrame = 2;
+constexpr int kFocusFrame = 2;
 
 }  // namespace
 
@@ -75,7 +75,7 @@ void CLiveWall::paintEvent(QPaintEvent*) {
   painter.fillRect(rect(), SkinColor("background"));
   painter.fillRect(stack_->geometry(), SkinColor("wall"));
   if (hasFocus()) {
-    painter.setPen(QPen(SkinColor("focus"), kFrame));
+    painter.setPen(QPen(SkinColor("focus"), kFocusFrame));
     painter.drawRect(rect().adjusted(1, 1, -1, -1));
   }
 }

@@ -26,8 +26,8 @@ using view_plugin_protocol::PlanWindow;
 
 namespace {
 
-constexpr int kGap = 3;
-constexpr int kMargin = 6;
+constexpr int kGapOfWindows = 3;
+constexpr int kMarginAround = 6;
 constexpr int kFrame = 2;
 const QSize kSmallest(320, 180);
 constexpr int kMark = 16;
@@ -107,7 +107,7 @@ QRect CWindowGrid::Room() const {
 }
 
 QRect CWindowGrid::WindowRect(int window_no) const {
-  return WindowPlace(Room(), Split(), window_no, kGap);
+  return WindowPlace(Room(), Split(), window_no, kGapOfWindows);
 }
 
 const PlanWindow* CWindowGrid::Window(int window_no) const {
@@ -470,7 +470,7 @@ void CWindowGrid::PaintWindow(QPainter* painter, int window_no) const {
   const QRect place = WindowRect(window_no);
   const bool is_filled = IsFilled(Window(window_no));
   painter->fillRect(place, SkinColor(is_filled ? "wall_bar" : "wall_empty"));
-  const QRect inside = place.adjusted(kMargin, kMargin - 2, -kMargin, 2 - kMargin);
+  const QRect inside = place.adjusted(kMarginAround, kMarginAround - 2, -kMarginAround, 2 - kMarginAround);
   painter->setPen(Ink("wall_hint"));
   painter->drawText(inside, Qt::AlignTop | Qt::AlignLeft, QString::number(window_no));
   if (is_filled) {
@@ -521,8 +521,8 @@ void CWindowGrid::PaintOffline(QPainter* painter, const QRect& top_line) const {
   const QRect mark(top_line.right() + 1 - kMark, top_line.top(), kMark, kMark);
   offline_.paint(painter, placed(mark), Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
   const QString word = tr("Offline");
-  const int number = fontMetrics().horizontalAdvance(QStringLiteral("16")) + kMargin;
-  const QRect rest = top_line.adjusted(number, 0, -kMark - kMargin, 0);
+  const int number = fontMetrics().horizontalAdvance(QStringLiteral("16")) + kMarginAround;
+  const QRect rest = top_line.adjusted(number, 0, -kMark - kMarginAround, 0);
   if (fontMetrics().horizontalAdvance(word) <= rest.width()) {
     painter->drawText(placed(rest), Qt::AlignTop | Qt::AlignRight, word);
   }

@@ -8,6 +8,7 @@
 #include "MarUIControl/label.h"
 #include "MarUIControl/string_conversion.h"
 #include "plan_document.h"
+#include "plan_rules/stream_kinds.h"
 #include "view_config_manager.h"
 #include "why_off.h"
 #include "window_text.h"
@@ -18,7 +19,6 @@ using view_plugin_protocol::PlanWindow;
 
 namespace {
 
-constexpr int kSmoothStream = 2;
 constexpr int kNoPreset = 0;
 constexpr int kStreamWidth = 140;  // the longest word for a stream; the rest of the row is the name's
 constexpr int kPresetWidth = 132;
@@ -128,7 +128,7 @@ CWindowSettings::Choices CWindowSettings::Streams(const PlanWindow& window) cons
   const bool smooth = CViewConfigManager::Instance().SupportSmoothStream();
   if (const auto* known = abilities_.Streams(MarUIControl::StringToQString(window.resource_code))) {
     for (const int stream : *known) {
-      if (stream != kSmoothStream || smooth) {
+      if (stream != view_plugin_protocol::kSmoothStream || smooth) {
         choices.append({stream, CWindowText::Stream(stream)});
       }
     }

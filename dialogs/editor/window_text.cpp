@@ -3,17 +3,15 @@
 #include <QStringList>
 
 #include "MarUIControl/string_conversion.h"
+#include "plan_rules/stream_kinds.h"
 
 namespace TarnPlanView {
 
 using view_plugin_protocol::Content;
+using view_plugin_protocol::kMainStream;
+using view_plugin_protocol::kSmoothStream;
+using view_plugin_protocol::kSubStream;
 using view_plugin_protocol::PlanWindow;
-
-namespace {
-
-constexpr int kMainStream = 0, kSubStream = 1, kSmoothStream = 2;
-
-}  // namespace
 
 QString CWindowText::Name(const PlanWindow* window) const {
   switch (ContentIn(window)) {

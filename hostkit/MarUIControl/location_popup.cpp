@@ -14,7 +14,7 @@ namespace MarUIControl {
 
 namespace {
 
-constexpr int kHeight = 280;
+constexpr int kFullHeight = 280;
 constexpr int kGap = 2;
 
 }  // namespace
@@ -78,10 +78,10 @@ QRect LocationPopup::PlaceFor(const QRect& anchor) const {
   const QRect room = RoomAround(anchor.center(), owner_->screen());
   const int below = room.bottom() - anchor.bottom() - kGap;
   const int above = anchor.top() - room.top() - kGap;
-  QRect place(anchor.bottomLeft(), QSize(qMin(anchor.width(), room.width()), qBound(0, below, kHeight)));
+  QRect place(anchor.bottomLeft(), QSize(qMin(anchor.width(), room.width()), qBound(0, below, kFullHeight)));
   place.translate(0, 1 + kGap);
-  if (below < qMin(above, kHeight)) {
-    place.setHeight(qBound(0, above, kHeight));
+  if (below < qMin(above, kFullHeight)) {
+    place.setHeight(qBound(0, above, kFullHeight));
     place.moveBottom(anchor.top() - 1 - kGap);
   }
   return MovedInto(room, place);

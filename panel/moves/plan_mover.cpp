@@ -11,6 +11,7 @@
 #include "plan_item_role.h"
 #include "plan_rules/update_request.h"
 #include "plan_view_tree.h"
+#include "row_move_check.h"
 #include "standard_view_controller.h"
 #include "view_public_def.h"
 
@@ -22,10 +23,6 @@ using MarUIControl::StringToQString;
 using namespace view_plugin_protocol;
 
 namespace {
-
-bool IsPlanLevel(EItemLevel level) {
-  return level == PublicPlanLevel || level == OwnPlanLevel;
-}
 
 PlanMove Reversed(const PlanMove& move) {
   return {move.plan_code, move.name, move.to, move.from};

@@ -9,10 +9,6 @@ namespace TarnPlanView {
 
 namespace {
 
-bool IsPlanLevel(EItemLevel level) {
-  return level == PublicPlanLevel || level == OwnPlanLevel;
-}
-
 QModelIndex ToModel(const CPlanViewTree& tree, const QModelIndex& index) {
   const auto* proxy = qobject_cast<const QAbstractProxyModel*>(tree.model());
   if (!proxy) {

@@ -3,9 +3,16 @@
 #include <QPoint>
 #include <QRect>
 
+#include "item_level.h"
+
 namespace TarnPlanView {
 
 class CPlanViewTree;
+
+/// A plan that takes part in moves.
+inline bool IsPlanLevel(EItemLevel level) {
+  return level == PublicPlanLevel || level == OwnPlanLevel;
+}
 
 /// Why a row of the tree can't be moved from where a drag began to where it ended.
 enum class RowMoveRefusal { None, SameGroup, OtherGroup };

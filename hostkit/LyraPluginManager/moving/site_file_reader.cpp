@@ -140,7 +140,7 @@ QString TakeOwner(int32_t family, CFields* fields) {
   return owner;
 }
 
-void Take(CFields* fields, UserRecord* user) {
+void TakeRecord(CFields* fields, UserRecord* user) {
   fields->Fail(FaultOfAnyName(user->name));
   for (const QString& name : fields->Texts("rights")) {
     const auto* found = std::find_if(std::begin(kRightNames), std::end(kRightNames),
@@ -158,7 +158,7 @@ void Take(CFields* fields, UserRecord* user) {
   }
 }
 
-void Take(CFields* fields, UserGroupRecord* group) {
+void TakeRecord(CFields* fields, UserGroupRecord* group) {
   fields->Fail(FaultOfAnyName(group->name));
   if (group->name.contains(QLatin1Char(',')) || group->name.contains(QLatin1Char('='))) {
     fields->Fail(QStringLiteral("its name has a comma or an equals sign"));
@@ -166,7 +166,7 @@ void Take(CFields* fields, UserGroupRecord* group) {
   group->members = fields->Texts("members");
 }
 
-void Take(CFields* fields, RegionRecord* region) {
+void TakeRecord(CFields* fields, RegionRecord* region) {
   region->code = fields->Code("code");
   region->parent = fields->Number("parent");
   fields->Require(Store::FaultOfRegionName(region->name));
@@ -199,7 +199,7 @@ void TakePresets(CFields* fields, CameraRecord* camera) {
   }
 }
 
-void Take(CFields* fields, CameraRecord* camera) {
+void TakeRecord(CFields* fields, CameraRecord* camera) {
   camera->code = fields->Code("code");
   camera->region = fields->Number("region");
   fields->Require(Store::FaultOfCameraName(camera->name));
@@ -217,7 +217,7 @@ void Take(CFields* fields, CameraRecord* camera) {
   TakePresets(fields, camera);
 }
 
-void Take(CFields* fields, GroupRecord* group) {
+void TakeRecord(CFields* fields, GroupRecord* group) {
   group->code = fields->Code("code");
   group->parent = fields->Number("parent");
   group->family = TakeFamily(fields);
@@ -257,7 +257,7 @@ void TakeTimes(CFields* fields, PlanRecord* plan) {
   }
 }
 
-void Take(CFields* fields, PlanRecord* plan) {
+void TakeRecord(CFields* fields, PlanRecord* plan) {
   plan->code = fields->Code("code");
   plan->group = fields->Number("group");
   plan->family = TakeFamily(fields);
@@ -341,7 +341,7 @@ class CReader {
     Record record;
     CFields fields(json.object());
     record.name = fields.Text("name");
-    Take(&fields, &record);
+    TakeRecord(&fields, &record);
     if (fields.Fault().isEmpty()) {
       records->push_back(std::move(record));
     } else {

@@ -82,7 +82,7 @@ QStringList KeptDeletions(const CSqlEngine& engine) {
 
 // A group of public plans with a row in 'group_audience' is seen by members of the user groups named there, and by who
 // may configure the site (right 8): so far, that is who may do everything.
-QStringList GroupAudiences(const CSqlEngine&) {
+QStringList GroupAudienceTables(const CSqlEngine&) {
   return {
       "CREATE TABLE user_group (id INTEGER PRIMARY KEY, name TEXT NOT NULL UNIQUE)",
       "CREATE TABLE user_group_member (user_group_id INTEGER NOT NULL, user_id INTEGER NOT NULL,"
@@ -101,7 +101,7 @@ QStringList Nothing(const CSqlEngine&) {
 
 // How pictures come from a camera. User and password stand apart from the rows that trees and lists read, so that a
 // server can be made to give them to fewer. 'device_url' is where the camera's own service is asked.
-QStringList CameraAccess(const CSqlEngine&) {
+QStringList CameraAccessTables(const CSqlEngine&) {
   return {
       "ALTER TABLE camera_stream ADD COLUMN url TEXT NOT NULL DEFAULT ''",
       "CREATE TABLE camera_access (camera_id INTEGER PRIMARY KEY, login TEXT NOT NULL, secret TEXT NOT NULL,"
@@ -179,9 +179,9 @@ const std::vector<Migration>& AllMigrations() {
                                              {2, FavoriteCameras},
                                              {3, PlanChecksums},
                                              {4, KeptDeletions},
-                                             {5, GroupAudiences},
+                                             {5, GroupAudienceTables},
                                              {6, Nothing, SplitContentOff},
-                                             {7, CameraAccess, CountCameras},
+                                             {7, CameraAccessTables, CountCameras},
                                              {8, Accounts, MakeRights}};
   return all;
 }
