@@ -18,8 +18,11 @@ endif()
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/${package})
 install(EXPORT TarnPlanViewTargets NAMESPACE TarnPlanView:: DESTINATION ${config_dir}
   COMPONENT development)
+set(plain_controls ${CMAKE_INSTALL_DATADIR}/tarnplanview${TARN_QT_SUFFIX}/plain_controls)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/plain_controls/ DESTINATION ${plain_controls} COMPONENT development)
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/TarnPlanViewConfig.cmake.in
-  ${PROJECT_BINARY_DIR}/${package}Config.cmake INSTALL_DESTINATION ${config_dir})
+  ${PROJECT_BINARY_DIR}/${package}Config.cmake INSTALL_DESTINATION ${config_dir}
+  PATH_VARS plain_controls)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/${package}ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/${package}Config.cmake ${PROJECT_BINARY_DIR}/${package}ConfigVersion.cmake
   DESTINATION ${config_dir} COMPONENT development)

@@ -1,9 +1,7 @@
 #pragma once
 
 #include <QString>
-#include <vector>
 
-#include "ResourceTreeKit/camera_item_info.h"
 #include "host_export.h"
 
 /// What the program calls, besides the plug-in and the declarations of the host's libraries. Thread: GUI.
@@ -13,9 +11,5 @@ namespace OtherHost {
 TARN_HOST_EXPORT void Open(const QString& directory);
 /// From here on every call of the services returns false.
 TARN_HOST_EXPORT void Close();
-/// The cameras of the site.
-std::vector<ResourceTreeKit::CCameraItemInfo> Cameras();
-/// The site's identity, in the drags of plans and cameras.
-inline const char kStation[] = "json-files";
 
 }  // namespace OtherHost

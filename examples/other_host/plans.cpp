@@ -24,6 +24,7 @@
 #include "TarnConfiguration/view_config_interface.h"
 #include "marlog/marlog.h"
 #include "other_host.h"
+#include "plain_controls.h"
 
 using namespace view_plugin_protocol;
 using ResourceData::IResourceObserver;
@@ -253,7 +254,9 @@ void OtherHost::Close() {
   site.reset();
 }
 
-std::vector<ResourceTreeKit::CCameraItemInfo> OtherHost::Cameras() {
+std::string PlainControls::Station() { return "json-files"; }
+
+std::vector<ResourceTreeKit::CCameraItemInfo> PlainControls::Cameras() {
   const std::lock_guard<std::mutex> lock(mutex);
   std::vector<ResourceTreeKit::CCameraItemInfo> cameras;
   const QJsonArray names = site ? site->settings["cameras"].toArray() : QJsonArray();
@@ -465,7 +468,7 @@ bool CPTZBusinessInterfaceMgr::GetPresets(const ptz_plugin_protocol::GetPresetRe
 
 std::shared_ptr<TarnConfiguration::IViewConfigInterface> TarnConfiguration::CreateViewConfigInterface() {
   struct Configuration : IViewConfigInterface {
-    std::string GetStationId() const override { return OtherHost::kStation; }
+    std::string GetStationId() const override { return PlainControls::Station(); }
   };
   return std::make_shared<Configuration>();
 }

@@ -19,7 +19,7 @@
 #include "WidgetKit/high_dpi_svg_icon.h"
 #include "WidgetKit/new_location_combo_box.h"
 #include "WidgetKit/new_location_view_widget.h"
-#include "other_host.h"
+#include "plain_controls.h"
 
 namespace WidgetKit {
 
@@ -200,7 +200,7 @@ void CCameraTree::SetLogicNodeParam(const LogicNodeParam&) {}  // there are no r
 void CCameraTree::SetFavoritesVisible(bool) {}
 void CCameraTree::Reload() {
   d_->model.clear();
-  for (const CCameraItemInfo& camera : OtherHost::Cameras()) {
+  for (const CCameraItemInfo& camera : PlainControls::Cameras()) {
     auto* row = new QStandardItem(QString::fromStdString(camera.name));
     row->setData(QString::fromStdString(camera.index_code));
     d_->model.appendRow(row);
@@ -218,7 +218,7 @@ CCameraItemInfo CCameraTree::CameraAt(const QModelIndex& index) const {
   return FindCamera(index.data(Qt::UserRole + 1).toString().toStdString());
 }
 CCameraItemInfo CCameraTree::FindCamera(const std::string& index_code) const {
-  const auto cameras = OtherHost::Cameras();
+  const auto cameras = PlainControls::Cameras();
   const auto found = std::find_if(cameras.begin(), cameras.end(),
                                   [&](const CCameraItemInfo& camera) { return camera.index_code == index_code; });
   return found == cameras.end() ? CCameraItemInfo() : *found;
@@ -234,7 +234,7 @@ void CCameraTree::startDrag(Qt::DropActions) {
   const CCameraItemInfo camera = CameraAt(currentIndex());
   const QString name = QString::fromStdString(camera.name);
   const QJsonArray dragged{QJsonObject{{"_source_id_", QString::fromStdString(camera.index_code)},
-                                       {"_station_id_", OtherHost::kStation},
+                                       {"_station_id_", QString::fromStdString(PlainControls::Station())},
                                        {"_source_type_", "_type_camera_"},
                                        {"_normal_resource", QJsonObject{{"name", name}}}}};
   auto* data = new QMimeData;
