@@ -4,8 +4,9 @@
 
 namespace TarnClient {
 
+using Reason = Commands::SayFailure::Reason;
+
 QString CProgrammeTexts::Of(const Commands::SayFailure& failure) {
-  using Reason = Commands::SayFailure::Reason;
   const QString detail = failure.details.value(0);
   switch (failure.reason) {
     case Reason::GroupsSwitchedOff:
