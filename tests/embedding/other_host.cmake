@@ -13,7 +13,7 @@ file(REMOVE_RECURSE ${WORK}/installed)
 made(host ${SOURCE}/examples/other_host ${PREFIX})
 run(${CMAKE_COMMAND} --install ${WORK}/host)
 made(plug-in ${SOURCE} ${WORK}/installed -DTARN_BUILD_HOSTKIT=OFF -DTARN_HOST_PACKAGE=OtherHost -DTARN_BUILD_CLIENT=OFF
-  -DTARN_BUILD_TESTS=OFF -DTARN_BUILD_BENCH=OFF)
+  -DTARN_BUILD_TESTS=OFF -DTARN_BUILD_BENCH=OFF -DCMAKE_UNITY_BUILD=ON)
 run(${CMAKE_COMMAND} --install ${WORK}/plug-in)
 made(test ${CMAKE_CURRENT_LIST_DIR}/other_host ${WORK}/installed)
 set(ENV{LD_LIBRARY_PATH} ${WORK}/installed/lib:${WORK}/installed/${LIBDIR})
