@@ -28,5 +28,9 @@ if git grep -nE '^ *# *(if|elif).*QT_VERSION' -- ':!base/qt' >&2; then
   echo "docs: what the two Qts spell differently stands in base/qt" >&2
   bad=1
 fi
+if git grep -nE 'Qt[56]::' -- '*CMakeLists.txt' '*.cmake' '*.cmake.in' >&2; then
+  echo "docs: parts of Qt are named by the version that is built on, as in Qt\${TARN_QT_VERSION}::Core" >&2
+  bad=1
+fi
 [ "$bad" -eq 0 ] && echo "docs: in order"
 exit "$bad"
