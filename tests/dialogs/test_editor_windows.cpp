@@ -252,7 +252,7 @@ void EditorWindowsTest::MenuOfAWindow() {
   stage.editor->OpenPlan("77");
   stage.editor->OnPlanInfo(TarnTest::Detail({TarnTest::FullPage(1)}));
   const auto open_menu = [&stage] {
-    QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint());
+    QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(), QPoint());
     QApplication::sendEvent(&stage.Grid(), &asked);
     return QPointer<QMenu>(stage.Grid().findChild<QMenu*>());
   };

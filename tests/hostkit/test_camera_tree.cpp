@@ -229,7 +229,7 @@ class CameraTreeTest : public QObject {
     QCOMPARE(many.takeFirst()[0].value<QVector<CCameraItemInfo>>().size(), 6);
 
     QTest::mouseClick(tree_->viewport(), Qt::LeftButton, Qt::NoModifier, tree_->visualRect(Row("Yard")).center());
-    QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint());
+    QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(), QPoint());
     QApplication::sendEvent(tree_->viewport(), &asked);
     auto* menu = tree_->findChild<QMenu*>();
     QVERIFY(menu);

@@ -7,9 +7,10 @@
 namespace TarnHost::Store {
 namespace {
 
-// A text without content is stored as an empty one; NULL is kept for what is not there.
+// A text without content is stored as an empty one; NULL is kept for what is not there. The text is asked and not the
+// value around it: in Qt 6 that is not null for a text that is.
 QVariant NotNull(const QVariant& value) {
-  return value.userType() == QMetaType::QString && value.isNull() ? QVariant(QStringLiteral("")) : value;
+  return value.userType() == QMetaType::QString && value.toString().isNull() ? QVariant(QStringLiteral("")) : value;
 }
 
 // Null for what only the database's own words explain.
