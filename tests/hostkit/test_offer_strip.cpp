@@ -28,6 +28,7 @@ class OfferStripTest : public QObject {
     layout->addWidget(strip_);
     window_->resize(320, 200);
     window_->show();
+    QCursor::setPos(window_->frameGeometry().bottomRight() + QPoint(50, 50));  // what is shown under it is held
     window_->activateWindow();
     edit_->setFocus();
     QVERIFY(QTest::qWaitForWindowActive(window_.get()));
