@@ -24,7 +24,7 @@ const QStringList& Codes() {
 }
 
 QString RandomCode() {
-  return Codes().at(*rc::gen::inRange(0, Codes().size()));
+  return Codes().at(*rc::gen::inRange<int>(0, Codes().size()));
 }
 
 // Runs random changes against a plan model; what its look-ups answer must be what a plain search finds.
@@ -94,7 +94,7 @@ class RandomModel {
   QStandardItem* anyRow() const {
     QList<QStandardItem*> rows;
     collect(model_.invisibleRootItem(), &rows);
-    return rows.isEmpty() ? nullptr : rows.at(*rc::gen::inRange(0, rows.size()));
+    return rows.isEmpty() ? nullptr : rows.at(*rc::gen::inRange<int>(0, rows.size()));
   }
 
   QStandardItem* anyParent() const {

@@ -198,7 +198,7 @@ class SharedRows {
 
   static int anyRole() {
     static const QList<int> roles = AllRoles();
-    return roles.at(*rc::gen::inRange(0, roles.size()));
+    return roles.at(*rc::gen::inRange<int>(0, roles.size()));
   }
 
   void setOne(QStandardItem* row, QStandardItem* twin) {

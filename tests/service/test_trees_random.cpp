@@ -149,7 +149,7 @@ class RandomSite {
   QModelIndex row(bool group) const {
     QList<QModelIndex> rows;
     collect(model()->invisibleRootItem(), group, &rows);
-    return rows.isEmpty() ? QModelIndex() : rows.at(*rc::gen::inRange(0, rows.size()));
+    return rows.isEmpty() ? QModelIndex() : rows.at(*rc::gen::inRange<int>(0, rows.size()));
   }
 
   void collectStored(const QString& code, QList<Node>* nodes) const {
@@ -172,7 +172,7 @@ class RandomSite {
         codes << node.code;
       }
     }
-    return codes.isEmpty() ? std::string() : codes.at(*rc::gen::inRange(0, codes.size())).toStdString();
+    return codes.isEmpty() ? std::string() : codes.at(*rc::gen::inRange<int>(0, codes.size())).toStdString();
   }
 
   void deleteRow() {

@@ -328,7 +328,7 @@ class CReader {
 
  private:
   static QJsonValue Value(const JsonSlice& slice) {
-    return QJsonDocument::fromJson('[' + slice.bytes + ']').array()[0];
+    return QJsonDocument::fromJson('[' + slice.bytes + ']').array().at(0);
   }
 
   template <class Record>
