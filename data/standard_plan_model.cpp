@@ -10,6 +10,7 @@
 #include "plan_code_index.h"
 #include "plan_item_role.h"
 #include "plan_rows.h"
+#include "qt/appended_rows.h"
 #include "view_config_manager.h"
 #include "view_group_item.h"
 
@@ -134,10 +135,7 @@ void CStandardPlanModel::AddRootRows(const QVector<CRowRecord::Ptr>& roots) {
     SetRootIdentity(item, d_->param.type);
     rows.append(item);
   }
-  if (!rows.isEmpty()) {
-    setColumnCount(1);  // before the rows are announced
-    invisibleRootItem()->appendRows(rows);
-  }
+  TarnQt::AppendRows(invisibleRootItem(), rows);
 }
 
 QStandardItem* CStandardPlanModel::makePlaceholder() {

@@ -5,6 +5,7 @@
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "plan_item_role.h"
+#include "qt/appended_rows.h"
 #include "standard_plan_model.h"
 #include "view_group_item.h"
 #include "view_model_data_manager_p.h"
@@ -88,7 +89,7 @@ void InsertChildren(const CStandardPlanModel* model, QStandardItem* parent, cons
   }
   rows += MissingPlans(model, plans, QString());
   if (!rows.isEmpty()) {
-    parent->appendRows(rows);
+    TarnQt::AppendRows(parent, rows);
   }
   if (is_changed || !rows.isEmpty()) {
     parent->setData(true, GroupLoadedRole);
@@ -146,14 +147,14 @@ void AppendChildren(const CStandardPlanModel* model, QStandardItem* parent, cons
   const QList<QStandardItem*> rows =
       MissingGroups(model, groups) + MissingPlans(model, plans, model->GetPlayingIndexCode());
   if (!rows.isEmpty()) {
-    parent->appendRows(rows);
+    TarnQt::AppendRows(parent, rows);
   }
 }
 
 void AppendPlan(const CStandardPlanModel* model, QStandardItem* parent, const CRowRecord::Ptr& plan) {
   const QList<QStandardItem*> rows = MissingPlans(model, {plan}, QString());
   if (!rows.isEmpty()) {
-    parent->appendRows(rows);
+    TarnQt::AppendRows(parent, rows);
   }
 }
 

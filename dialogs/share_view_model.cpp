@@ -4,6 +4,7 @@
 #include "MarUIControl/standard_item.h"
 #include "MarUIControl/string_conversion.h"
 #include "plan_log.h"
+#include "qt/appended_rows.h"
 
 namespace TarnPlanView {
 
@@ -55,7 +56,7 @@ void CShareViewModel::GetUserInfoInsert() {
     row->setData(user.id, kUserIdRole);
     rows << row;
   }
-  item(0)->appendRows(rows);
+  TarnQt::AppendRows(item(0), rows);
 }
 
 std::string CShareViewModel::GetCheckedUserIds() const {

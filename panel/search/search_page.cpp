@@ -15,6 +15,7 @@
 #include "plan_rules/families.h"
 #include "plan_rules/plan_sign.h"
 #include "plan_search.h"
+#include "qt/appended_rows.h"
 #include "search_plan_list_view.h"
 #include "theme_node_type.h"
 #include "view_config_manager.h"
@@ -206,7 +207,7 @@ void CSearchPage::Show(const std::list<SearchedPlan>& plans) {
   const bool in_list = list_->hasFocus();
   const QString marked = Marked().data(PlanIndexCodeRole).toString();
   rows_->clear();
-  rows_->invisibleRootItem()->appendRows(rows);
+  TarnQt::AppendRows(rows_->invisibleRootItem(), rows);
   Say(SummaryOf(plans));
   if (rows.isEmpty()) {
     ShowNoHits(question.text);

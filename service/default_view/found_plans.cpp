@@ -5,6 +5,7 @@
 
 #include "MarUIControl/string_conversion.h"
 #include "plan_item_role.h"
+#include "qt/appended_rows.h"
 #include "view_config_manager.h"
 #include "view_plan_item.h"
 
@@ -103,7 +104,7 @@ void CFoundPlans::OnFound(const std::list<SearchedPlan>& plans) {
   if (state_ == Asking) {
     state_ = Answered;
   }
-  rows_.item(0)->appendRows(found);
+  TarnQt::AppendRows(rows_.item(0), found);
   ShowState();
   Q_EMIT SignalChanged();
 }

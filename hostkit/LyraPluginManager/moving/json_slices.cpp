@@ -79,7 +79,8 @@ class CScanner {
     Next();
     const qint64 begin = at_;
     SkipValue();
-    const QJsonValue key = QJsonDocument::fromJson('[' + QByteArray(text_ + begin, int(at_ - begin)) + ']').array().at(0);
+    const QJsonValue key =
+        QJsonDocument::fromJson('[' + QByteArray(text_ + begin, int(at_ - begin)) + ']').array().at(0);
     if (!key.isString()) {
       at_ = begin;
       Fail(QStringLiteral("a name in quotes is missing"));
