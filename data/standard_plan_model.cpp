@@ -10,7 +10,7 @@
 #include "plan_code_index.h"
 #include "plan_item_role.h"
 #include "plan_rows.h"
-#include "qt/appended_rows.h"
+#include "qt/first_rows.h"
 #include "view_config_manager.h"
 #include "view_group_item.h"
 

@@ -5,7 +5,7 @@
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "plan_item_role.h"
-#include "qt/appended_rows.h"
+#include "qt/first_rows.h"
 #include "standard_plan_model.h"
 #include "view_group_item.h"
 #include "view_model_data_manager_p.h"

@@ -4,7 +4,7 @@
 #include "MarUIControl/standard_item.h"
 #include "MarUIControl/string_conversion.h"
 #include "plan_log.h"
-#include "qt/appended_rows.h"
+#include "qt/first_rows.h"
 
 namespace TarnPlanView {
 

@@ -33,7 +33,8 @@ CodeNumber NumberOfCode(const QString& code) {
   if (const auto value = PlainDecimal(code.utf16(), static_cast<size_t>(code.size()))) {
     return {*value << 1};
   }
-  return {(static_cast<quint64>(qHash(code)) << 1) | 1};
+  // As many bits as Qt 5 has: codes of one hash are as rare on Qt 6, and kept apart there in the same way.
+  return {(static_cast<quint64>(static_cast<quint32>(qHash(code))) << 1) | 1};
 }
 
 CodeNumber NumberOfCode(const std::string& code) {

@@ -15,7 +15,7 @@
 #include "plan_rules/families.h"
 #include "plan_rules/plan_sign.h"
 #include "plan_search.h"
-#include "qt/appended_rows.h"
+#include "qt/first_rows.h"
 #include "search_plan_list_view.h"
 #include "theme_node_type.h"
 #include "view_config_manager.h"

@@ -16,7 +16,8 @@ class CPlanNodeRef {
   CPlanNodeRef() = default;
   explicit CPlanNodeRef(const QModelIndex& index);
 
-  /// Persistent, so that a signal's later receivers do not see another row when an earlier one has removed this one.
+  /// Persistent; given to a signal as a live index (`qt/live_index.h`), so that its later receivers do not see another
+  /// row when an earlier one has removed this one.
   QPersistentModelIndex Resolve() const;
 
  private:

@@ -14,6 +14,7 @@
 #include "plan_rules/default_view.h"
 #include "plan_rules/families.h"
 #include "plan_rules/window_content.h"
+#include "qt/live_index.h"
 #include "standard_plan_model.h"
 #include "view_config_manager.h"
 #include "view_model_data_manager.h"
@@ -190,7 +191,7 @@ void CStandardViewController::addPlanGroupByIndexNameThread(const QModelIndex& p
           group.parent_index_code = request.parent_index_code;
           group.index_code = code;
           group.type = request.kind;
-          Q_EMIT SignalAddPlanGroupSucc(node.Resolve(), group);
+          Q_EMIT SignalAddPlanGroupSucc(TarnQt::CLiveIndex(node.Resolve()), group);
         });
         RecheckIfNoticed(notices, code, true);
         reply(AnswerOf(answer, code));
@@ -213,7 +214,8 @@ void CStandardViewController::deletePlanGroupByIndexThread(const QModelIndex& in
   const CPlanNodeRef node(index);
   AskForChange(&CViewBusinessInterfaceMgr::DeletePlanGroup, request, request.index_code)
       .Then(this, [this, node, reply, code = request.index_code](const auto& answer) {
-        Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanGroupSucc(node.Resolve()); });
+        Settle(this, answer, tr("DeleteTheSuccess"),
+               [&] { Q_EMIT SignalDeletePlanGroupSucc(TarnQt::CLiveIndex(node.Resolve())); });
         reply(AnswerOfGroupDeletion(answer, code));
       });
 }
@@ -227,7 +229,8 @@ void CStandardViewController::deletePlanByIndexThread(const QModelIndex& index, 
   const DeletePlanResquest request = MakeDeletePlanRequest(index);
   AskForChange(&CViewBusinessInterfaceMgr::DeletePlan, request, request.plan_index_code)
       .Then(this, [this, node, reply, code = request.plan_index_code](const auto& answer) {
-        Settle(this, answer, tr("DeleteTheSuccess"), [&] { Q_EMIT SignalDeletePlanSucc(node.Resolve()); });
+        Settle(this, answer, tr("DeleteTheSuccess"),
+               [&] { Q_EMIT SignalDeletePlanSucc(TarnQt::CLiveIndex(node.Resolve())); });
         reply(AnswerOfDeletion(answer, code));
       });
 }
@@ -262,7 +265,8 @@ void CStandardViewController::updatePlanGroupNameThread(const QModelIndex& index
   const int notices = CViewModelDataManager::Instance().GetNoticeCount();
   AskForChange(&CViewBusinessInterfaceMgr::UpdatePlanGroup, request, request.index_code)
       .Then(this, [=](const auto& answer) {
-        Settle(this, answer, tr("EditSuccess"), [&] { Q_EMIT SignalUpdatePlanGroupNameSucc(node.Resolve(), name); });
+        Settle(this, answer, tr("EditSuccess"),
+               [&] { Q_EMIT SignalUpdatePlanGroupNameSucc(TarnQt::CLiveIndex(node.Resolve()), name); });
         if (answer.ok) {
           RecheckIfNoticed(notices, request.index_code, true);
         }

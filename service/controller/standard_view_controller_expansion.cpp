@@ -13,6 +13,7 @@
 #include "plan_item_role.h"
 #include "plan_node_ref.h"
 #include "plan_rows.h"
+#include "qt/live_index.h"
 #include "standard_view_controller.h"
 #include "sub_items.h"
 #include "view_config_manager.h"
@@ -84,7 +85,7 @@ void CStandardViewController::OnExpandViewTreeItem(const QModelIndex& index) {
   const CPlanNodeRef node(index);
   announceLoading(GroupCodeOf(index), TypeOf(index));
   if (CViewConfigManager::Instance().IsLoadAll()) {
-    Q_EMIT SignalFinishAnsyGetSubItem(node.Resolve(), true);
+    Q_EMIT SignalFinishAnsyGetSubItem(TarnQt::CLiveIndex(node.Resolve()), true);
   } else {
     downloadSubPlanGroupListThread(node.Resolve());
   }
@@ -117,7 +118,9 @@ void CStandardViewController::downloadSubPlanGroupListThread(const QModelIndex& 
     fetchSubItems(expansion);
     return;
   }
-  Ask([] { return true; }).Then(this, [this, node](bool) { Q_EMIT SignalFinishAnsyGetSubItem(node.Resolve(), true); });
+  Ask([] { return true; }).Then(this, [this, node](bool) {
+    Q_EMIT SignalFinishAnsyGetSubItem(TarnQt::CLiveIndex(node.Resolve()), true);
+  });
 }
 
 void CStandardViewController::fetchSubItems(const Expansion& expansion) {
@@ -173,11 +176,11 @@ void CStandardViewController::fetchLater(const Expansion& expansion) {
 void CStandardViewController::finishExpand(const CPlanNodeRef& node, const SubItems& items) {
   if (items.ok) {
     CViewModelDataManager::Instance().OfferRecords(items.records);
-    Q_EMIT SignalGetPlanGroupListSucc(node.Resolve(), items.groups, items.plans);
+    Q_EMIT SignalGetPlanGroupListSucc(TarnQt::CLiveIndex(node.Resolve()), items.groups, items.plans);
     return;
   }
   const QPointer<CStandardViewController> alive(this);
-  Q_EMIT SignalFinishAnsyGetSubItem(node.Resolve(), true);
+  Q_EMIT SignalFinishAnsyGetSubItem(TarnQt::CLiveIndex(node.Resolve()), true);
   if (alive) {
     showFailure(items.error_info);
   }

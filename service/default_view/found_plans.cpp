@@ -5,7 +5,7 @@
 
 #include "MarUIControl/string_conversion.h"
 #include "plan_item_role.h"
-#include "qt/appended_rows.h"
+#include "qt/first_rows.h"
 #include "view_config_manager.h"
 #include "view_plan_item.h"
 

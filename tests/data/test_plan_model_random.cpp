@@ -7,6 +7,7 @@
 #include "plan_fixture.h"
 #include "plan_item_role.h"
 #include "plan_rules/code_table.h"
+#include "qt/first_rows.h"
 #include "standard_plan_model.h"
 #include "view_group_item.h"
 #include "view_plan_item.h"
@@ -139,7 +140,7 @@ class RandomModel {
     for (int count = *rc::gen::inRange(1, 4); count > 0; --count) {
       rows << newRow();
     }
-    parent->insertRows(at, rows);
+    TarnQt::InsertRows(parent, at, rows);
   }
 
   void remove() {
