@@ -1,9 +1,10 @@
 #include "ResourceTreeKit/camera_tree_notice.h"
 
-#include <QEvent>
 #include <QLabel>
+#include <QShowEvent>
 #include <QVBoxLayout>
 
+#include "MarUIControl/accessible_role.h"
 #include "MarUIControl/push_button.h"
 
 namespace ResourceTreeKit {
@@ -16,7 +17,10 @@ CCameraTreeNotice::CCameraTreeNotice(QWidget* place)
   text_->setWordWrap(true);
   retry_->setText(tr("Try again"));
   retry_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-  connect(retry_, &QAbstractButton::clicked, this, &CCameraTreeNotice::Retry);
+  connect(retry_, &QAbstractButton::clicked, this, [this] {
+    said_.clear();
+    Q_EMIT Retry();
+  });
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(24, 24, 24, 24);
   layout->setSpacing(12);
@@ -30,10 +34,34 @@ CCameraTreeNotice::CCameraTreeNotice(QWidget* place)
 
 void CCameraTreeNotice::ShowText(const QString& text, bool with_retry) {
   text_->setText(text);
+  setAccessibleName(text);
   retry_->setVisible(with_retry);
   setGeometry(parentWidget()->rect());
   setVisible(!text.isEmpty());
   raise();
+  SayOnce();
+}
+
+void CCameraTreeNotice::SayOnce() {
+  if (isVisible() && said_ != text_->text()) {
+    said_ = text_->text();
+    MarUIControl::AnnounceAlert(this);
+  }
+}
+
+// Spontaneous is a window that was made small and large again, which is no news.
+void CCameraTreeNotice::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (!event->spontaneous()) {
+    SayOnce();
+  }
+}
+
+void CCameraTreeNotice::hideEvent(QHideEvent* event) {
+  QWidget::hideEvent(event);
+  if (!event->spontaneous()) {
+    said_.clear();
+  }
 }
 
 QString CCameraTreeNotice::Text() const {

@@ -8,6 +8,7 @@ from reader import Reader
 NEWS = {
     "wait": "Loading the plans",
     "search-empty": "No plan is called or shows",
+    "cameras-empty": "No hit",
     "history-empty": "No plan was played yet",
     "tip-success": "Renamed to",
     "tip-error": "The service does not answer",

@@ -17,6 +17,7 @@
 #include "camera_sites.h"
 #include "filter_gate.h"
 #include "outline.h"
+#include "screen_reader.h"
 
 using ResourceTreeKit::CCameraItemInfo;
 using ResourceTreeKit::CCameraTree;
@@ -316,6 +317,31 @@ class CameraTreeTest : public QObject {
     QTest::mouseClick(retry, Qt::LeftButton);
     QTRY_VERIFY(tree_->IsLoaded());
     QVERIFY(Notice().isEmpty() && !retry->isVisible());
+  }
+
+  // What stands in place of the rows is read out once, and again when it is the answer to something else.
+  void SaysWhyThereAreNoRows() {
+    const TarnTest::CScreenReader reader;
+    const auto times = [&reader](const char* text) { return reader.Heard(QAccessible::Alert).count(text); };
+    services_->Fail("GetCameraTree", "The site does not answer.");
+    tree_->show();
+    QTRY_COMPARE(times("The site does not answer."), 1);
+    QSignalSpy loaded(tree_.get(), &CCameraTree::SignalLoaded);
+    QTest::mouseClick(tree_->findChild<QAbstractButton*>(), Qt::LeftButton);
+    QTRY_COMPARE(loaded.size(), 1);
+    QCOMPARE(times("The site does not answer."), 2);
+
+    services_->Mend("GetCameraTree");
+    Load(&CCameraTree::Reload);
+    for (const char* text : {"roof", "roof top", "gate", "roof"}) {
+      Filter(text);
+    }
+    QCOMPARE(times("No hit"), 2);
+    tree_->hide();
+    Filter("cellar");
+    QCOMPARE(times("No hit"), 2);
+    tree_->show();
+    QCOMPARE(times("No hit"), 3);
   }
 
   void FailuresLeaveWhatIsThere() {
