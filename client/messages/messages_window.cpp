@@ -77,6 +77,7 @@ QWidget* CMessagesWindow::BuildFilter() {
   kind_ = new QComboBox(row);
   kind_->setObjectName(QStringLiteral("messages_kind"));
   kind_->setAccessibleName(tr("Kind of messages"));
+  kind_->setToolTip(kind_->accessibleName());  // on Linux readers are given what is chosen as the name
   kind_->addItem(tr("All kinds"), CMessageFilter::kAllKinds);
   for (int kind = 0; kind < kKinds; ++kind) {
     kind_->addItem(CMessageLog::NameOf(kind), kind);

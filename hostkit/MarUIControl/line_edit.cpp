@@ -88,6 +88,7 @@ void CLineEdit::contextMenuEvent(QContextMenuEvent* event) {
     return;
   }
   menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setAccessibleName(accessibleName());
   if (QAction* paste = PasteAction(menu)) {
     paste->setObjectName(QStringLiteral("edit-paste"));
     paste->disconnect(this);

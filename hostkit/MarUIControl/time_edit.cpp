@@ -195,6 +195,7 @@ void CTimeEdit::Copy() const {
 void CTimeEdit::contextMenuEvent(QContextMenuEvent* event) {
   auto* menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setAccessibleName(accessibleName());
   menu->addAction(QLineEdit::tr("&Copy"), this, &CTimeEdit::Copy)->setShortcut(QKeySequence::Copy);
   QAction* paste = menu->addAction(QLineEdit::tr("&Paste"), this, &CTimeEdit::Paste);
   paste->setShortcut(QKeySequence::Paste);

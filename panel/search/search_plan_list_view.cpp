@@ -172,6 +172,7 @@ void CSearchPlanListView::ShowMenu(const QModelIndex& index, const QPoint& globa
   }
   setCurrentIndex(index);
   menu_->SetMenuData(code);
+  menu_->setAccessibleName(index.data().toString());
   Q_EMIT SignalMenuAboutToShow(menu_, index);
   menu_->PopupAt(global_position);
 }
