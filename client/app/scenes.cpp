@@ -21,6 +21,7 @@
 #include "TarnUIDataController/popup_menu.h"
 #include "WidgetKit/new_location_combo_box.h"
 #include "WidgetKit/new_location_view_widget.h"
+#include "marlog/marlog.h"
 #include "plans/plan_family.h"
 #include "settings/settings_dialog.h"
 #include "wall/live_wall.h"
@@ -154,18 +155,20 @@ CScene::CScene(const QString& name, CMainWindow* window, const QString& store_ur
       (this->*entry.script)();
     }
   }
+  timer_.setSingleShot(true);
   connect(&timer_, &QTimer::timeout, this, &CScene::Next);
   timer_.start(kStepMs);
 }
 
-// The step is taken off before it runs: a modal box keeps it inside while the timer goes on.
+// The step is taken off, and the next one awaited, before it runs: a modal box keeps it inside.
 void CScene::Next() {
   if (steps_.empty()) {
-    timer_.stop();
+    marlog::Write("LyraClientInfo", marlog::Info, "The scene is set");
     return;
   }
   const Step step = steps_.front();
   steps_.pop_front();
+  timer_.start(kStepMs);
   if (!step()) {
     steps_.push_front(step);
   }

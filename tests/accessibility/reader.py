@@ -12,8 +12,10 @@ gi.require_version("Gio", "2.0")
 from gi.repository import Gio, GLib  # noqa: E402
 
 PATIENCE = 30  # seconds for anything to come
-QUIET = 0.6  # seconds
 ACCESSIBLE = "org.a11y.atspi.Accessible"
+ACTION = "org.a11y.atspi.Action"
+LABELLED_BY = 2  # among the kinds of relations
+PROPERTIES = "org.freedesktop.DBus.Properties"
 REGISTRY = "org.a11y.atspi.Registry"
 ROOT = "/org/a11y/atspi/accessible/root"
 HEARD = ("object:state-changed", "object:property-change", "object:children-changed", "object:selection-changed",
@@ -87,6 +89,19 @@ class Gone(Exception):
     """The control is not there any more."""
 
 
+def role_of(number):
+    return Role(number) if number in Role._value2member_map_ else number
+
+
+def states_of(words):
+    bits = words[0] | words[1] << 32
+    return {state for state in State if bits >> state & 1}
+
+
+def short_names(interfaces):
+    return {name.rsplit(".", 1)[1] for name in interfaces}
+
+
 @dataclasses.dataclass(frozen=True)
 class Event:
     kind: str    # "StateChanged"
@@ -104,7 +119,7 @@ class Control:
         return self.reader.ask(self.path, interface, member, arguments)
 
     def _property(self, interface, name):
-        return self._ask("org.freedesktop.DBus.Properties", "Get", GLib.Variant("(ss)", (interface, name)))[0]
+        return self._ask(PROPERTIES, "Get", GLib.Variant("(ss)", (interface, name)))[0]
 
     @property
     def name(self):
@@ -116,18 +131,22 @@ class Control:
 
     @property
     def role(self):
-        number = self._ask(ACCESSIBLE, "GetRole")[0]
-        return Role(number) if number in Role._value2member_map_ else number
+        return role_of(self._ask(ACCESSIBLE, "GetRole")[0])
 
     @property
     def states(self):
-        low, high = self._ask(ACCESSIBLE, "GetState")[0]
-        bits = low | high << 32
-        return {state for state in State if bits >> state & 1}
+        return states_of(self._ask(ACCESSIBLE, "GetState")[0])
 
     @property
     def interfaces(self):
-        return {name.rsplit(".", 1)[1] for name in self._ask(ACCESSIBLE, "GetInterfaces")[0]}
+        return short_names(self._ask(ACCESSIBLE, "GetInterfaces")[0])
+
+    @property
+    def labels(self):
+        """The names of what it is labelled by."""
+        relations = self._ask(ACCESSIBLE, "GetRelationSet")[0]
+        return [Control(self.reader, path).name for kind, targets in relations if kind == LABELLED_BY
+                for _, path in targets]
 
     @property
     def child_count(self):
@@ -155,12 +174,12 @@ class Control:
     def actions(self):
         if "Action" not in self.interfaces:
             return []
-        return [action[0] for action in self._ask("org.a11y.atspi.Action", "GetActions")[0]]
+        return [action[0] for action in self._ask(ACTION, "GetActions")[0]]
 
     def act(self, action):
         """Without waiting for the answer, which comes only when a dialog that opens is closed again."""
         number = self.actions.index(action)
-        self.reader.send(self.path, "org.a11y.atspi.Action", "DoAction", GLib.Variant("(i)", (number,)))
+        self.reader.send(self.path, ACTION, "DoAction", GLib.Variant("(i)", (number,)))
 
     def press(self):
         self.act("Press")
@@ -195,6 +214,22 @@ class Control:
         return f"{self.role!r} {self.name!r} ({self.description!r})"
 
 
+@dataclasses.dataclass
+class Sight:
+    """A control as it was when it was looked at."""
+    control: Control
+    parent: "Sight | None" = None
+    role: int = 0
+    states: set = frozenset()
+    name: str = ""
+    interfaces: set = frozenset()
+    actions: list = dataclasses.field(default_factory=list)
+    children: list = dataclasses.field(default_factory=list)
+
+    def said(self):
+        return f"{self.role!r} {self.name!r}"
+
+
 class Reader:
     """To be there before the program, as a reader usually is."""
 
@@ -206,7 +241,7 @@ class Reader:
         address = session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
                                     Gio.DBusCallFlags.NONE, -1, None).unpack()[0]
         enabled = GLib.Variant("(ssv)", ("org.a11y.Status", "ScreenReaderEnabled", GLib.Variant("b", True)))
-        session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set", enabled, None,
+        session.call_sync("org.a11y.Bus", "/org/a11y/bus", PROPERTIES, "Set", enabled, None,
                           Gio.DBusCallFlags.NONE, -1, None)
         flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
         self._bus = Gio.DBusConnection.new_for_address_sync(address, flags)
@@ -251,6 +286,73 @@ class Reader:
                 raise AssertionError(f"the program ended at {interface}.{member}") from error
             raise Gone(f"{path} {member}: {error.message}") from error
 
+    def ask_all(self, questions):
+        """The answers to (path, interface, member, arguments), None where a control has gone. All are under way at once:
+        waiting for each in turn takes several times as long."""
+        answers = [None] * len(questions)
+        open_ones = set(range(len(questions)))
+
+        def take(bus, result, number):
+            open_ones.discard(number)
+            with contextlib.suppress(GLib.Error):
+                answers[number] = bus.call_finish(result).unpack()
+        for number, (path, interface, member, arguments) in enumerate(questions):
+            self._bus.call(self._bus_name, path, interface, member, arguments, None, Gio.DBusCallFlags.NONE,
+                           PATIENCE * 1000, None, take, number)
+        while open_ones:
+            GLib.MainContext.default().iteration(True)
+        return answers
+
+    def survey(self, top):
+        """All below `top` that can be perceived, and itself."""
+        seen, level = [], [Sight(top)]
+        while level:
+            shown = [sight for sight in self._look_at(level) if State.SHOWING in sight.states]
+            level = self._look_below(shown)
+            seen += shown
+        return seen
+
+    def _look_at(self, sights):
+        """Those that are still there."""
+        kinds = [(ACCESSIBLE, "GetRole", None), (ACCESSIBLE, "GetState", None), (ACCESSIBLE, "GetInterfaces", None),
+                 (PROPERTIES, "Get", GLib.Variant("(ss)", (ACCESSIBLE, "Name")))]
+        answers = self.ask_all([(sight.control.path, *kind) for sight in sights for kind in kinds])
+        there = []
+        for number, sight in enumerate(sights):
+            role, states, interfaces, name = answers[number * len(kinds):(number + 1) * len(kinds)]
+            if not (role and states and interfaces and name):
+                continue
+            sight.role, sight.states, sight.name = role_of(role[0]), states_of(states[0]), name[0]
+            sight.interfaces = short_names(interfaces[0])
+            there.append(sight)
+            if sight.parent:
+                sight.parent.children.append(sight)
+        return there
+
+    def _look_below(self, sights):
+        with_actions = [sight for sight in sights if "Action" in sight.interfaces]
+        questions = [(sight.control.path, ACTION, "GetActions", None) for sight in with_actions]
+        for sight, answer in zip(with_actions, self.ask_all(questions), strict=True):
+            sight.actions = [action[0] for action in answer[0]] if answer else []
+        asked = [(sight, question) for sight in sights for question in self._ways_down(sight)]
+        below = []
+        for (sight, _), answer in zip(asked, self.ask_all([question for _, question in asked]), strict=True):
+            found = answer[0] if answer else []
+            for _, path in found if isinstance(found, list) else [found]:
+                if not path.endswith("/null"):
+                    below.append(Sight(Control(self, path), sight))
+        return below
+
+    def _ways_down(self, sight):
+        """The questions for what is below it."""
+        path = sight.control.path
+        if sight.role not in VIEWS:
+            return [(path, ACCESSIBLE, "GetChildren", None)]
+        with contextlib.suppress(Gone):
+            rows = range(min(sight.control.child_count, MOST_ROWS))
+            return [(path, ACCESSIBLE, "GetChildAtIndex", GLib.Variant("(i)", (row,))) for row in rows]
+        return []
+
     def send(self, path, interface, member, arguments):
         self._bus.call(self._bus_name, path, interface, member, arguments, None, Gio.DBusCallFlags.NONE, -1, None, None)
 
@@ -284,21 +386,17 @@ class Reader:
         """The open menu or list that stands in no window and is known by where the focus went; None without one."""
         control = self.focused()
         with contextlib.suppress(Gone):
+            windows = self.root.children
             while control and not control.path.endswith(("/null", "/root")):
-                if control.role == Role.POPUP_MENU or (control.role not in TOPS and control.index < 0):
+                if control.role == Role.POPUP_MENU or (control not in windows and control.index < 0):
                     return control if control.has(State.SHOWING) else None
                 control = control.parent
         return None
 
-    def until_quiet(self):
-        """Until nothing has been told for a moment: what was under way has come up."""
-        told = [-1, 0.0]
-
-        def is_quiet():
-            if told[0] != len(self._events):
-                told[:] = [len(self._events), time.monotonic()]
-            return time.monotonic() - told[1] > QUIET
-        self.until(is_quiet, "an end of the news")
+    @property
+    def comings(self):
+        """How often something came into sight or went."""
+        return sum(event.kind == "ChildrenChanged" or event.detail == "showing" for event in self._events)
 
     @property
     def windows(self):

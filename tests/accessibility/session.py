@@ -39,10 +39,12 @@ def _start_display():
 
 def _environment(home, display):
     runtime = pathlib.Path(home, "runtime")
-    runtime.mkdir(mode=0o700)
+    temporary = pathlib.Path(home, "tmp")
+    for folder in (runtime, temporary):
+        folder.mkdir(mode=0o700)
     own = {"HOME": home, "DISPLAY": f":{display}", "XDG_RUNTIME_DIR": str(runtime), "TARN_OWN_SESSION": "1",
            "QT_QPA_PLATFORM": "xcb", "LC_ALL": "C.UTF-8",
-           "GSETTINGS_BACKEND": "memory"}
+           "GSETTINGS_BACKEND": "memory", "TMPDIR": str(temporary)}
     for kind in ("DATA", "CONFIG", "CACHE", "STATE"):
         own[f"XDG_{kind}_HOME"] = str(pathlib.Path(home, kind.lower()))
     kept = {name: value for name, value in os.environ.items() if name not in ("WAYLAND_DISPLAY", "SESSION_MANAGER")}
@@ -64,6 +66,9 @@ class Program:
 
     def is_running(self):
         return self._process.poll() is None
+
+    def has_logged(self, text):
+        return self.log.exists() and text in self.log.read_text(errors="replace")
 
     def wait(self):
         """The last line of the output as JSON, when the client ends by itself."""
