@@ -61,6 +61,7 @@ void LocationPopup::SetSearchVisible(bool visible) {
 
 void LocationPopup::OpenAt(const QRect& anchor) {
   setAttribute(Qt::WA_NoMouseReplay, false);
+  setAccessibleName(owner_->accessibleName());
   ensurePolished();
   setGeometry(PlaceFor(anchor));
   show();
