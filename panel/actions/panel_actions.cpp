@@ -100,8 +100,10 @@ void CPanelActions::Show(const CommandStates& states) {
 
 void CPanelActions::Run(PlanCommand command, const CommandState& state, const QString& code) {
   if (state.enabled) {
-    Of(command)->setData(code);
-    Of(command)->trigger();
+    QAction* action = Of(command);
+    action->setData(code);
+    // Not trigger(): the state is that of now, and what the buttons show may be older, which Qt 6 would go by.
+    Q_EMIT action->triggered(false);
   } else if (state.reason != Refusal::None) {
     Q_EMIT SignalRefused(TextOf(state.reason));
   }
