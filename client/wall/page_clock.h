@@ -14,7 +14,7 @@ class CPageClock : public QObject {
   static constexpr int kLeastSeconds = 1;
   /// The time that something really stays which is to stay for `seconds`.
   static int Bounded(qint64 seconds) {
-    return static_cast<int>(qBound<qint64>(kLeastSeconds, seconds, view_plugin_protocol::kMaxDwellSeconds));
+    return static_cast<int>(qBound(qint64{kLeastSeconds}, seconds, qint64{view_plugin_protocol::kMaxDwellSeconds}));
   }
 
   explicit CPageClock(QObject* parent = nullptr);
