@@ -61,12 +61,16 @@ void CStreamAddresses::Ask() {
       });
 }
 
+// A copy of the store knows less than this desk may have read before the store was lost.
 void CStreamAddresses::Take(const std::vector<std::string>& asked, const CameraStreamsByCode& read) {
   for (const std::string& camera : asked) {
     CameraStreams& known = known_[camera];
     const auto found = read.find(camera);
     if (found != read.end()) {
-      known = found->second;
+      const bool is_less = known.state == CameraStreams::Known && found->second.state == CameraStreams::NeedsStore;
+      if (!is_less) {
+        known = found->second;
+      }
     } else {
       known = CameraStreams();
       known.state = CameraStreams::Removed;

@@ -1,8 +1,10 @@
-// What of plans stands in memory, and what gives way when there are too many.
+// What of plans stands in memory, and what gives way when there are too many; when their copy on disk is written.
 #include <QtTest>
 
+#include "copies/copy_pace.h"
 #include "store/plan_memory.h"
 
+using TarnHost::Store::CopyPace;
 using TarnHost::Store::CPlanMemory;
 using TarnHost::Store::CStoreText;
 using TarnHost::Store::StoredPlan;
@@ -37,6 +39,8 @@ class PlanMemoryTest : public QObject {
   void HasWhatWasPutInLast();
   void GoesOnToWhatWasRead();
   void LetsTheOldestGoButWhatIsKept();
+  void WritesTheCopyInItsTime_data();
+  void WritesTheCopyInItsTime();
 };
 
 void PlanMemoryTest::HasWhatWasPutInLast() {
@@ -93,6 +97,45 @@ void PlanMemoryTest::LetsTheOldestGoButWhatIsKept() {
   memory.Keep({});
   memory.Put(Plan(5, kLarge));
   QCOMPARE(Held(memory), (QList<int>{4, 5}));
+}
+
+// Seconds; -1: never. After a change it is calm for 5, and between two writings there are 60.
+void PlanMemoryTest::WritesTheCopyInItsTime_data() {
+  QTest::addColumn<int>("changed");
+  QTest::addColumn<int>("written");
+  QTest::addColumn<int>("confirmed");
+  QTest::addColumn<int>("now");
+  QTest::addColumn<bool>("is_due");
+  QTest::addColumn<bool>("is_moment_due");
+  QTest::newRow("nothing was ever written") << -1 << -1 << -1 << 1000 << false << true;
+  QTest::newRow("first change, not calm yet") << 1000 << -1 << -1 << 1004 << false << false;
+  QTest::newRow("first change, calm") << 1000 << -1 << -1 << 1005 << true << false;
+  QTest::newRow("change long after a writing") << 1000 << 100 << -1 << 1005 << true << false;
+  QTest::newRow("change soon after a writing") << 1000 << 990 << -1 << 1005 << false << false;
+  QTest::newRow("change when the pause ends") << 1000 << 990 << -1 << 1050 << true << false;
+  QTest::newRow("moments do not hold up changes") << 1000 << 100 << 999 << 1005 << true << false;
+  QTest::newRow("quiet, soon after a writing") << -1 << 990 << -1 << 1049 << false << false;
+  QTest::newRow("quiet, the pause is over") << -1 << 990 << -1 << 1050 << false << true;
+  QTest::newRow("quiet, a moment soon before") << -1 << 100 << 990 << 1049 << false << false;
+  QTest::newRow("quiet, a moment long before") << -1 << 100 << 990 << 1050 << false << true;
+  QTest::newRow("quiet, written after the moment") << -1 << 995 << 990 << 1050 << false << false;
+}
+
+void PlanMemoryTest::WritesTheCopyInItsTime() {
+  QFETCH(int, changed);
+  QFETCH(int, written);
+  QFETCH(int, confirmed);
+  QFETCH(int, now);
+  using Moment = CopyPace::Clock::time_point;
+  const auto at = [](int second) {
+    return second < 0 ? std::nullopt : std::make_optional(Moment(std::chrono::seconds(second)));
+  };
+  CopyPace pace;
+  pace.changed = at(changed);
+  pace.written = at(written);
+  pace.confirmed = at(confirmed);
+  QTEST(pace.IsDue(*at(now)), "is_due");
+  QTEST(pace.IsMomentDue(*at(now)), "is_moment_due");
 }
 
 QTEST_GUILESS_MAIN(PlanMemoryTest)

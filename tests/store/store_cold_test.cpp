@@ -3,6 +3,8 @@
 #include <QFileInfo>
 #include <QUrl>
 #include <QtTest>
+#include <atomic>
+#include <memory>
 
 #include <sys/stat.h>
 
@@ -18,7 +20,7 @@ using TarnHost::StoreTrouble;
 
 namespace {
 
-constexpr int kWaitMs = 30000;
+constexpr int kWaitMs = 30000, kCloseMs = 3000, kHour = 3600;
 const char kWord[] = "Kennwort 9", kSecret[] = "camera's own secret", kLogin[] = "camera's own login",
            kHidden[] = "pass=in-the-address";
 
@@ -76,6 +78,11 @@ class StoreColdTest : public CStoreTest {
   void AsksForANewPassword_data() { Accounts(); }
   void AsksForANewPassword();
   void ForgetsWhoIsGone();
+  void ReadsPlansFromTheCopyWhenLostLater_data() { Accounts(); }
+  void ReadsPlansFromTheCopyWhenLostLater();
+  void ReadsPlansFromTheCopyWhileTheServerHangs();
+  void SaysWhenItWasLastTrue();
+  void WritesWhatIsOwedAtTheEnd();
 
  private:
   /// Whether the users open the store under their own roles or all under the owner's account.
@@ -144,12 +151,23 @@ class StoreColdTest : public CStoreTest {
     const CClient desk = Online(user, roles);
     QTRY_VERIFY_WITH_TIMEOUT(CopiedPlans().contains(plan), kWaitMs);
   }
+  /// Of a desk whose clock shows `hours` more than now; so many seconds later than now the copy was true.
+  TarnHost::PlanStoreOptions AtHour(const std::shared_ptr<std::atomic<int>>& hours) {
+    auto options = OptionsOf("cid", true);
+    options.now = [hours, begin = begin_] { return begin.addSecs(kHour * *hours); };
+    options.on_trouble = [this](StoreTrouble trouble, const QString&) { seen_.append(trouble); };
+    return options;
+  }
+  qint64 CopyMoment() const {
+    return InCopy("SELECT value FROM store_info WHERE name = 'copy_at'").toLongLong() - begin_.toSecsSinceEpoch();
+  }
   StoreTrouble LastTrouble() const { return seen_.isEmpty() ? StoreTrouble::kNone : seen_.last(); }
 
   std::unique_ptr<QTemporaryDir> folder_;
   std::unique_ptr<CFaultyLine> line_;
   QVector<StoreTrouble> seen_;
   int asked_ = 0;
+  const QDateTime begin_ = QDateTime::currentDateTime();
 };
 
 void StoreColdTest::init() {
@@ -396,6 +414,10 @@ void StoreColdTest::AsksForANewPassword() {
     QVERIFY(LastTrouble() == StoreTrouble::kPasswordRefused);
     QVERIFY(!desk.AddPlan("-1", "Not yet").isEmpty());
   }
+  line_->Cut();
+  QTRY_VERIFY(desk->CheckPassword(old).outcome == LogInOutcome::kUnavailable);  // nor does the line's end make it good
+  line_->Mend();
+  QTRY_VERIFY(desk->CheckPassword(old).outcome == LogInOutcome::kWrongPassword);
   QVERIFY(desk->CheckPassword(As("cid", "new")).IsDone());
   QTRY_VERIFY_WITH_TIMEOUT(LastTrouble() == StoreTrouble::kNone, kWaitMs);
   QTRY_COMPARE(desk.AddPlan("-1", "Again"), QString());
@@ -421,6 +443,114 @@ void StoreColdTest::ForgetsWhoIsGone() {
   QTRY_VERIFY_WITH_TIMEOUT(CopiedPlans().contains("Bob's gate"), kWaitMs);
   StoreCopies::Remove(Folder(), OptionsOf("bob", false).url);
   QVERIFY(!StoreCopies::HasAny(Folder(), OptionsOf("bob", false).url));
+}
+
+// Nothing older than what the tree shows, and of cameras nothing that would pass for all that the store knows.
+void StoreColdTest::ReadsPlansFromTheCopyWhenLostLater() {
+  QFETCH(bool, roles);
+  const std::string gate = ann_.Plan("Gate A");
+  std::string other;
+  QCOMPARE(ann_.AddPlan("-1", "Other", &other), QString());
+  const CClient desk = Online(As("cid"), roles);
+  QTRY_COMPARE_WITH_TIMEOUT(CopiedPlans(), QString("Gate A, Other, Top"), kWaitMs);
+  const QByteArray older = BytesOf(File());
+  QCOMPARE(ann_.Update(TarnTest::ChangedPlan(other, "Renamed", "-1")), QString());
+  QTRY_COMPARE_WITH_TIMEOUT(CopiedPlans(), QString("Gate A, Renamed, Top"), kWaitMs);
+  QTRY_COMPARE(desk.Plans("-1"), (QStringList{"Top@-1", "Renamed@-1"}));
+  line_->Cut();
+  QVERIFY(Write(File(), older));
+  QTRY_COMPARE_WITH_TIMEOUT(desk.Detail(gate).name, std::string("Gate A"), kWaitMs);
+  QCOMPARE(desk.DetailAtOnce(gate).pages.size(), size_t(2));
+  QVERIFY(!desk.Detail(other).error_info.empty());
+  TarnHost::CameraAccessList access;
+  std::string error;
+  const auto reads = [&](const std::vector<std::string>& cameras) {
+    return desk->GetCameraAccess(cameras, access, &error);
+  };
+  QTRY_VERIFY2_WITH_TIMEOUT(reads({"1001", "1003"}), error.c_str(), kWaitMs);
+  QVERIFY(access.cameras.front().needs_store && access.cameras.front().secret.IsEmpty());
+  QVERIFY(!access.cameras.back().needs_store);
+  QVERIFY(!reads({"1003", "1099"}));  // new since then, it may be
+  ptz_plugin_protocol::GetPresetResponse presets;
+  QVERIFY(desk->GetPresets({"1001"}, presets));
+  QCOMPARE(presets.presets.size(), size_t(2));
+  line_->Mend();
+  QTRY_COMPARE_WITH_TIMEOUT(desk.Detail(other).name, std::string("Renamed"), kWaitMs);
+  QTRY_VERIFY(reads({"1001"}) && !access.cameras.front().needs_store);
+}
+
+void StoreColdTest::ReadsPlansFromTheCopyWhileTheServerHangs() {
+  Keep(As("cid"), true);
+  auto options = OptionsOf("cid", true);
+  options.on_trouble = [this](StoreTrouble trouble, const QString&) { seen_.append(trouble); };
+  const CClient desk(OpenAs(options, As("cid")));
+  const std::string gate = ann_.Plan("Gate A");
+  line_->Silence();
+  QTRY_VERIFY(LastTrouble() == StoreTrouble::kNotAnswering);
+  QElapsedTimer clock;
+  clock.start();
+  QCOMPARE(desk.Detail(gate).name, std::string("Gate A"));
+  QVERIFY2(clock.elapsed() < 1000, qPrintable(QString::number(clock.elapsed())));
+}
+
+void StoreColdTest::SaysWhenItWasLastTrue() {
+  const auto hours = std::make_shared<std::atomic<int>>(0);
+  const CClient desk(OpenAs(AtHour(hours), As("cid")));
+  QTRY_COMPARE_WITH_TIMEOUT(CopiedPlans(), QString("Gate A, Top"), kWaitMs);
+  const QString change = InCopy("SELECT value FROM store_info WHERE name = 'copy_change'");
+  *hours = 1;
+  QTRY_COMPARE_WITH_TIMEOUT(CopyMoment(), qint64(kHour), kWaitMs);
+  QCOMPARE(InCopy("SELECT value FROM store_info WHERE name = 'copy_change'"), change);
+  // A copy that is not the one that was written is made again.
+  QVERIFY(QFile::remove(File()));
+  *hours = 2;
+  QTRY_COMPARE_WITH_TIMEOUT(CopiedPlans(), QString("Gate A, Top"), kWaitMs);
+  QTRY_COMPARE_WITH_TIMEOUT(CopyMoment(), qint64(2 * kHour), kWaitMs);
+  line_->Silence();
+  QTRY_VERIFY(LastTrouble() == StoreTrouble::kNotAnswering);
+  *hours = 3;
+  desk.Leave();
+  QCOMPARE(CopyMoment(), qint64(2 * kHour));
+}
+
+void StoreColdTest::WritesWhatIsOwedAtTheEnd() {
+  const auto hours = std::make_shared<std::atomic<int>>(0), looks = std::make_shared<std::atomic<int>>(0);
+  auto options = AtHour(hours);
+  options.copy_pause = std::chrono::seconds(6);
+  options.now = [looks, now = options.now] {
+    ++*looks;
+    return now();
+  };
+  const auto work = [&](int hour) {
+    *hours = hour;
+    CClient desk(OpenAs(options, As("cid")));
+    [&] { QTRY_COMPARE_WITH_TIMEOUT(CopyMoment(), qint64(hour * kHour), kWaitMs); }();  // written in this run
+    return desk;
+  };
+  {
+    const CClient desk = work(0);
+    *hours = 1;
+    const int before = *looks;
+    QTRY_VERIFY(*looks > before + 4);
+    QCOMPARE(CopyMoment(), qint64(0));  // the next moment is not due yet
+  }
+  QCOMPARE(CopyMoment(), qint64(kHour));
+  std::string added;
+  {
+    const CClient desk = work(2);
+    QCOMPARE(ann_.AddPlan("-1", "Added", &added), QString());
+  }
+  QCOMPARE(CopiedPlans(), QString("Added, Gate A, Top"));
+  // What the store does not answer any more is not waited for.
+  QElapsedTimer clock;
+  {
+    const CClient desk = work(3);
+    line_->Silence();
+    QCOMPARE(ann_.AddPlan("-1", "Too late", &added), QString());
+    clock.start();
+  }
+  QVERIFY2(clock.elapsed() < kCloseMs, qPrintable(QString::number(clock.elapsed())));
+  QCOMPARE(CopiedPlans(), QString("Added, Gate A, Top"));
 }
 
 QTEST_GUILESS_MAIN(StoreColdTest)

@@ -86,6 +86,7 @@ CAccountCheck::Answer CAccountCheck::CheckUser(const std::shared_ptr<const CSite
   if (begun.tries.wrong > 0) {
     Forget(user->id);
   }
+  NoteHash(user->id, begun.hash);
   return {{LogInOutcome::kDone}, user, begun.hash};
 }
 
@@ -136,13 +137,21 @@ void CAccountCheck::OnLoggedIn(const Answer& answer) {
   last_hash_ = answer.hash;
 }
 
+void CAccountCheck::NoteHash(int32_t user, const QString& hash) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  if (user == logged_in_) {
+    last_hash_ = hash;
+  }
+}
+
 // Empty: there is no password.
 std::optional<QString> CAccountCheck::HashInMemory(const CSiteDirectory::User& user) {
   if (!user.has_password) {
     return QString();
   }
   const std::lock_guard<std::mutex> lock(mutex_);
-  if (user.id != logged_in_ || last_hash_.isEmpty()) {  // got one since
+  const bool has_other = runner_.HasOtherPassword() && user.id == runner_.User();
+  if (has_other || user.id != logged_in_ || last_hash_.isEmpty()) {  // got one since
     return std::nullopt;
   }
   return last_hash_;

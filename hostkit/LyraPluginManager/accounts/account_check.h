@@ -42,6 +42,8 @@ class CAccountCheck {
   Answer CheckUser(const std::shared_ptr<const CSiteDirectory::User>& user, const CSecret& password);
   Try Begin(int32_t user);
   void Forget(int32_t user);
+  /// The password last given by who is logged in counts.
+  void NoteHash(int32_t user, const QString& hash);
   std::optional<QString> HashInMemory(const CSiteDirectory::User& user);
 
   CStoreRunner& runner_;

@@ -143,6 +143,22 @@ void SetFacts(CSqlEngine& copy, const CopyFacts& facts) {
   }
 }
 
+bool SetMoment(const QString& path, int32_t user_id, int64_t change, const QDateTime& at) {
+  if (!QFileInfo::exists(path)) {
+    return false;
+  }
+  const auto copy = OpenAgain(path);
+  CTransaction transaction(*copy, CTransaction::kWrite);
+  const CopyFacts facts = FactsOf(*copy);
+  if (facts.user_id != user_id || facts.change != change) {
+    return false;
+  }
+  copy->Execute("UPDATE store_info SET value = ? WHERE name = ?",
+                {QString::number(at.toSecsSinceEpoch()), QLatin1String(kAt)});
+  transaction.Commit();
+  return true;
+}
+
 void MakeFolder(const QString& folder) {
   QDir().mkpath(folder);
   ::chmod(QFile::encodeName(folder).constData(), S_IRWXU);

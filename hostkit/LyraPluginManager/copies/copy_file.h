@@ -38,6 +38,8 @@ std::unique_ptr<CSqlEngine> OpenAgain(const QString& path);
 CopyFacts FactsOf(CSqlEngine& copy);
 /// With all rows but those of its own; in the caller's transaction.
 void SetFacts(CSqlEngine& copy, const CopyFacts& facts);
+/// Of the copy at `path`, if it is this user's as of this change, and else false: it was true at `at`, too.
+bool SetMoment(const QString& path, int32_t user_id, int64_t change, const QDateTime& at);
 
 /// Makes the folder, for its owner alone.
 void MakeFolder(const QString& folder);

@@ -26,10 +26,6 @@ bool IsSame(const CopyOwner& left, const CopyOwner& right) {
 
 }  // namespace
 
-bool CopyPace::IsDue(Clock::time_point now) const {
-  return changed && now >= *changed + calm && (!written || now >= *written + pause);
-}
-
 CCopyKeeper::CCopyKeeper(Setup setup) : setup_(std::move(setup)), thread_(std::make_shared<CAnswering>()) {
   pace_.pause = setup_.pause;
 }
@@ -47,14 +43,14 @@ void CCopyKeeper::SetOwner(const CopyOwner& owner) {
   owner_ = owner;
 }
 
-void CCopyKeeper::SetNewest(std::optional<int64_t> change) {
+void CCopyKeeper::SetNewest(std::optional<int64_t> change, const QDateTime& at) {
   const std::lock_guard<std::mutex> lock(mutex_);
   newest_ = change;
+  newest_at_ = at;
 }
 
 void CCopyKeeper::BeginStop() {
-  stopped_ = true;
-  thread_.BeginStop([] {});
+  thread_.BeginStop([self = shared_from_this()] { self->WriteOwed(); });
 }
 
 bool CCopyKeeper::IsBehind() {
@@ -65,15 +61,24 @@ bool CCopyKeeper::IsBehind() {
   if (!IsSame(owner_, copied_for_)) {
     copied_ = -1;
     pace_.written.reset();
+    equal_at_ = written_at_ = QDateTime();
   }
   copied_for_ = owner_;
-  return copied_ != *newest_ || is_touched_;
+  if (copied_ != *newest_ || is_touched_) {
+    return true;
+  }
+  equal_at_ = newest_at_;
+  return false;
 }
 
 bool CCopyKeeper::Beat() {
   const auto now = CopyPace::Clock::now();
   if (!IsBehind()) {
     pace_.changed.reset();
+    if (IsMomentOwed() && pace_.IsMomentDue(now)) {
+      WriteMoment();
+      pace_.confirmed = now;
+    }
     return true;
   }
   if (!pace_.changed) {
@@ -88,14 +93,16 @@ bool CCopyKeeper::Beat() {
   return true;
 }
 
-void CCopyKeeper::Update() {
-  const QString path = CopyFile::PathOf(setup_.folder, setup_.url, copied_for_.user);
+void CCopyKeeper::Update(bool is_last) {
+  const QString path = Path();
   is_touched_ = false;
   try {
     const auto begin = CopyPace::Clock::now();
-    CCopyUpdate update(run_, copied_for_, setup_.now(), stopped_);
-    const CCopyUpdate::Result result = update.Run(path);
+    const QDateTime now = setup_.now();
+    CCopyUpdate update(run_, copied_for_, now, stopped_);
+    const CCopyUpdate::Result result = is_last ? update.RunAgain(path) : update.Run(path);
     copied_ = result.change;
+    equal_at_ = written_at_ = now;
     failure_.clear();
     const auto took = std::chrono::duration_cast<std::chrono::milliseconds>(CopyPace::Clock::now() - begin);
     marlog::Write("LyraClientInfo", marlog::Info,
@@ -108,6 +115,30 @@ void CCopyKeeper::Update() {
     OnFailure(error.LogText());
   } catch (const std::exception& error) {
     OnFailure(QString::fromLocal8Bit(error.what()));
+  }
+}
+
+// Another desk may have written another state, or removed the file: that is looked into as if it had changed.
+void CCopyKeeper::WriteMoment() {
+  try {
+    if (CopyFile::SetMoment(Path(), copied_for_.user_id, copied_, equal_at_)) {
+      written_at_ = equal_at_;
+    } else {
+      copied_ = -1;
+    }
+  } catch (const CStoreError& error) {
+    OnFailure(error.LogText());
+  }
+}
+
+// No more than that: a hash or a whole copy takes longer than the end may.
+void CCopyKeeper::WriteOwed() {
+  if (IsBehind()) {
+    if (copied_ >= 0) {
+      Update(true);
+    }
+  } else if (IsMomentOwed()) {
+    WriteMoment();
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <atomic>
 #include <chrono>
 #include <functional>
@@ -7,20 +8,11 @@
 #include <mutex>
 #include <optional>
 
+#include "copies/copy_pace.h"
 #include "copies/copy_update.h"
 #include "store/database_thread.h"
 
 namespace TarnHost::Store {
-
-/// When a copy is written: a while after the first change that is not in it, and not again soon after. A plain value.
-struct CopyPace {
-  using Clock = std::chrono::steady_clock;
-  std::chrono::milliseconds calm{5000};    // after the change, for what comes with it
-  std::chrono::milliseconds pause{60000};  // between two writings at least
-  std::optional<Clock::time_point> changed, written;
-
-  bool IsDue(Clock::time_point now) const;
-};
 
 /// Keeps the copy of who is logged in as the store is, for while that does not answer. Thread: any.
 ///
@@ -38,18 +30,26 @@ class CCopyKeeper : public std::enable_shared_from_this<CCopyKeeper> {
   void Start(RunOnStore run);
   /// The copy is this user's; also under another password.
   void SetOwner(const CopyOwner& owner);
-  /// The store's newest change that is in memory, or none while it does not answer.
-  void SetNewest(std::optional<int64_t> change);
+  /// The store's newest change that is in memory, and when it was the newest; none while the store does not answer.
+  void SetNewest(std::optional<int64_t> change, const QDateTime& at);
   /// Something was changed that no entry in the log tells of.
   void Touch() { is_touched_ = true; }
 
+  /// Writes what a copy that was up to date once lacks by now, if the store answers; as the thread's last act. Once or
+  /// more.
   void BeginStop();
+  /// Breaks that off as soon as may be.
+  void Abandon() { stopped_ = true; }
   CDatabaseThread& Thread() { return thread_; }
 
  private:
   bool Beat();
   bool IsBehind();
-  void Update();
+  void Update(bool is_last = false);
+  bool IsMomentOwed() const { return equal_at_.isValid() && equal_at_ != written_at_; }
+  void WriteMoment();
+  void WriteOwed();
+  QString Path() const { return CopyFile::PathOf(setup_.folder, setup_.url, copied_for_.user); }
   void OnFailure(const QString& text);
   void RemoveForGoneUsers(const std::vector<std::string>& users);
 
@@ -58,12 +58,14 @@ class CCopyKeeper : public std::enable_shared_from_this<CCopyKeeper> {
   std::mutex mutex_;
   CopyOwner owner_;
   std::optional<int64_t> newest_;
+  QDateTime newest_at_;
 
   // Of the thread.
   RunOnStore run_;
   CopyPace pace_;
   CopyOwner copied_for_;
   int64_t copied_ = -1;
+  QDateTime equal_at_, written_at_;  // when the copy was as the store last; when it says so
   QString failure_;
   bool has_looked_ = false;
   CDatabaseThread thread_;

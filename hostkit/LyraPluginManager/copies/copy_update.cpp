@@ -65,6 +65,12 @@ CCopyUpdate::Result CCopyUpdate::Run(const QString& path) {
   return Make(path);
 }
 
+CCopyUpdate::Result CCopyUpdate::RunAgain(const QString& path) {
+  is_hash_known_ = true;
+  const auto copy = CopyFile::OpenAgain(path);
+  return Renew(*copy, CopyFile::FactsOf(*copy));
+}
+
 CCopyUpdate::Result CCopyUpdate::Renew(CSqlEngine& copy, CopyFacts facts) {
   if (facts.user_id != owner_.user_id || facts.user != owner_.user || facts.is_bound != owner_.is_bound) {
     throw CStoreError(CStoreError::kRefused, QStringLiteral("It is another user's."));
@@ -203,6 +209,9 @@ void CCopyUpdate::TakeCameraNames(CCopyWriter& writer, bool is_whole) {
 QString CCopyUpdate::HashOf(const QString& known) const {
   if (!owner_.is_bound) {
     return store_hash_;
+  }
+  if (is_hash_known_) {
+    return known;
   }
   if (owner_.password.IsEmpty()) {
     return QString();

@@ -39,6 +39,8 @@ class CCopyUpdate {
     std::vector<std::string> users;
   };
   Result Run(const QString& path);
+  /// The same of a copy that was brought up for this owner before, without what takes long; makes none.
+  Result RunAgain(const QString& path);
 
  private:
   Result Renew(CSqlEngine& copy, CopyFacts facts);
@@ -72,6 +74,7 @@ class CCopyUpdate {
   const CopyOwner owner_;
   const QDateTime now_;
   const std::atomic<bool>& stopped_;
+  bool is_hash_known_ = false;
   std::set<int32_t> groups_;  // that the user sees
   std::vector<std::string> users_;
   QString store_hash_;

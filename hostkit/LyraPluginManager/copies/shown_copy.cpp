@@ -5,8 +5,12 @@
 namespace TarnHost::Store {
 namespace {
 
-CopyFacts FactsFor(const QString& path, const QString& user) {
-  const CopyFacts facts = CopyFile::FactsOf(*CopyFile::Open(path));
+std::unique_ptr<CSqlEngine> Opened(const QString& path, CShownCopy::Care care) {
+  return care == CShownCopy::kWhole ? CopyFile::Open(path) : CopyFile::OpenAgain(path);
+}
+
+CopyFacts FactsFor(const QString& path, const QString& user, CShownCopy::Care care) {
+  const CopyFacts facts = CopyFile::FactsOf(*Opened(path, care));
   if (facts.user != user) {
     throw CStoreError(
         CStoreError::kRefused,
@@ -22,9 +26,9 @@ CReaderConnection::Opener OpenerOf(const QString& path) {
 }  // namespace
 
 // A store of its own to its reader: that it answers says nothing of the one at the server.
-CShownCopy::CShownCopy(const QString& folder, const QString& url, const QString& user)
+CShownCopy::CShownCopy(const QString& folder, const QString& url, const QString& user, Care care)
     : path_(CopyFile::PathOf(folder, url, user)),
-      facts_(FactsFor(path_, user)),
+      facts_(FactsFor(path_, user, care)),
       reader_(OpenerOf(path_), std::make_shared<CAnswering>()) {}
 
 CShownCopy::~CShownCopy() {

@@ -10,11 +10,15 @@
 
 namespace TarnHost::Store {
 
-/// The copy that stands in for a store which has not answered since it was opened. Thread: any.
+/// The copy that stands in for a store which does not answer. Thread: any.
 class CShownCopy {
  public:
+  enum Care {
+    kWhole,  // looks whether it is sound, before all of it is shown
+    kInPart  // at once: what is wrong shows in what is read
+  };
   /// Throws CStoreError when it cannot be used or is not this user's.
-  CShownCopy(const QString& folder, const QString& url, const QString& user);
+  CShownCopy(const QString& folder, const QString& url, const QString& user, Care care = kWhole);
   ~CShownCopy();
 
   const QString& Path() const { return path_; }

@@ -19,6 +19,8 @@ class CAnswering {
 
   /// Whether to ask it would be in vain, as far as is known.
   bool IsLost() const { return IsStuck() || is_disconnected_; }
+  /// Whether there is no connection to it.
+  bool IsDisconnected() const { return is_disconnected_; }
   /// Whether it keeps a thread waiting.
   bool IsStuck() const { return stuck_threads_ > 0; }
   /// Why there is no connection to it; empty when there is one.

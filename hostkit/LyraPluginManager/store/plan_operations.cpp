@@ -45,6 +45,10 @@ void FillAll(QList<Record>* records, const std::vector<Row>& rows, const std::st
   }
 }
 
+bool IsNoAnswer(const CStoreError& error) {
+  return error.GetKind() == CStoreError::kNotAnswering || error.GetKind() == CStoreError::kConnectionLost;
+}
+
 std::pair<std::optional<StoredPlan>, std::optional<CKeptDeletions::Deletion>> PlanOrDeletion(
     CPlanRepository& repository, int32_t code, int32_t user) {
   auto plan = repository.WholePlan(code, user);
@@ -160,12 +164,52 @@ int32_t CPlanOperations::RequestedPlan(const view::GetPlanDetailRequest& request
 }
 
 // From the database, unless nothing may wait for it: a plan that was just deleted elsewhere is gone, whatever the
-// catalog has heard by then. In one call, for each may keep the caller waiting.
+// catalog has heard by then. What the desk's copy has is asked for first where the database would answer nothing, and
+// again once it has not.
 StoredPlan CPlanOperations::ReadPlan(int32_t code, int32_t user) {
   const auto remembered = runner_.AsksMemory() ? runner_.Memory().Find(code) : nullptr;
   if (remembered && runner_.Catalog().FindPlan(code, user)) {
     return *remembered;
   }
+  if (auto kept = KeptPlan(code, user)) {
+    return std::move(*kept);
+  }
+  try {
+    return StoredPlanOf(code, user);
+  } catch (const CStoreError& error) {
+    auto kept = IsNoAnswer(error) ? KeptPlan(code, user) : std::nullopt;
+    if (!kept) {
+      throw;
+    }
+    return std::move(*kept);
+  }
+}
+
+// As the trees show it, or not at all: the copy may be a minute older than they are.
+std::optional<StoredPlan> CPlanOperations::KeptPlan(int32_t code, int32_t user) {
+  const auto copy = runner_.StandIn();
+  if (!copy) {
+    return std::nullopt;
+  }
+  const auto hit = runner_.Catalog().FindPlan(code, user);
+  if (!hit) {
+    return std::nullopt;
+  }
+  try {
+    auto plan = copy->Reader().Read([code](CPlanRepository& repository) { return repository.WholePlan(code); },
+                                    CDatabaseThread::kShort);
+    if (!plan || !plan->damage.IsEmpty() || plan->revision != hit->plan.revision) {
+      return std::nullopt;
+    }
+    plan->row = hit->plan;
+    return plan;
+  } catch (const CStoreError&) {
+    return std::nullopt;
+  }
+}
+
+// In one call, for each may keep the caller waiting.
+StoredPlan CPlanOperations::StoredPlanOf(int32_t code, int32_t user) {
   auto read = runner_.Read([code, user](CPlanRepository& repository) { return PlanOrDeletion(repository, code, user); },
                            CDatabaseThread::kShort);
   auto& [plan, deletion] = read;
@@ -198,9 +242,7 @@ StoredPlan CPlanOperations::ReadPlanForTree(int32_t code, int32_t user) {
   try {
     return ReadPlan(code, user);
   } catch (const CStoreError& error) {
-    const bool is_lost =
-        error.GetKind() == CStoreError::kNotAnswering || error.GetKind() == CStoreError::kConnectionLost;
-    if (is_lost && runner_.Hub().thread() == QThread::currentThread()) {
+    if (IsNoAnswer(error) && runner_.Hub().thread() == QThread::currentThread()) {
       runner_.NoteUnread(code);
     }
     throw;

@@ -48,6 +48,8 @@ class CPlanOperations {
  private:
   int32_t RequestedPlan(const view_plugin_protocol::GetPlanDetailRequest& request, int32_t user) const;
   StoredPlan ReadPlan(int32_t code, int32_t user);
+  StoredPlan StoredPlanOf(int32_t code, int32_t user);
+  std::optional<StoredPlan> KeptPlan(int32_t code, int32_t user);
   CStoreText WhyPlanIsGone(const std::optional<CKeptDeletions::Deletion>& deletion) const;
   std::pair<int32_t, int32_t> ReadDefaultView(int32_t user);
   StoredPlan ReadPlanForTree(int32_t code, int32_t user);

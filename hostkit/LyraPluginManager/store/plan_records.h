@@ -37,6 +37,7 @@ struct PlanRow {
   bool auto_run = false;
   int32_t begin_second = -1, end_second = -1;  // of the day; -1 when there is none
   std::vector<uint32_t> cameras = {};          // that its windows show, by their numbers in the store
+  int64_t revision = 1;                        // of all that is stored of it
 };
 
 /// Numbers of cameras as the text that is stored, and back; what is no number is left out.

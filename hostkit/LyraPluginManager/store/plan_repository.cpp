@@ -17,12 +17,12 @@ constexpr int64_t kKeptChanges = 10000;
 const char kGroupColumns[] = "code, parent_code, family, owner_id, name";
 const char kPlanColumns[] =
     "code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time,"
-    " cameras";
+    " cameras, revision";
 const char kWholePlans[] =
     "SELECT plan.code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time,"
-    " cameras, pages, thumbnail, creator, creation_time, revision, changed_by, changed_at, checksum"
+    " cameras, revision, pages, thumbnail, creator, creation_time, changed_by, changed_at, checksum"
     " FROM plan LEFT JOIN plan_content content ON content.code = plan.code ";
-enum FurtherColumn { kPages = 11, kThumbnail, kCreator, kCreated, kRevision, kChangedBy, kChangedAt, kChecksum };
+enum FurtherColumn { kPages = 12, kThumbnail, kCreator, kCreated, kChangedBy, kChangedAt, kChecksum };
 
 GroupRow GroupFrom(const QSqlQuery& query) {
   return {query.value(0).toInt(), query.value(1).toInt(), query.value(2).toInt(), query.value(3).toInt(),
@@ -44,6 +44,7 @@ PlanRow PlanFrom(const QSqlQuery& query) {
   row.begin_second = SecondOfDay(query.value(8).toString());
   row.end_second = SecondOfDay(query.value(9).toString());
   row.cameras = NumbersFromText(query.value(10).toString().toStdString());
+  row.revision = query.value(11).toLongLong();
   return row;
 }
 
@@ -56,7 +57,7 @@ StoredPlan WholePlanFrom(const QSqlQuery& query) {
   plan.thumbnail = query.value(kThumbnail).toByteArray();
   plan.creator = query.value(kCreator).toString();
   plan.creation_time = query.value(kCreated).toString();
-  plan.revision = query.value(kRevision).toLongLong();
+  plan.revision = plan.row.revision;
   plan.changed_by = query.value(kChangedBy).toString();
   plan.changed_at = query.value(kChangedAt).toString();
   TakePages(&plan, query.value(kPages).toString(), query.value(kChecksum).toString());

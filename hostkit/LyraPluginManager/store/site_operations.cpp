@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <set>
+#include <tuple>
 #include <utility>
 
 #include "accounts/user_editor.h"
@@ -68,18 +70,21 @@ bool CSiteOperations::HasRight(int code) const {
 void CSiteOperations::GetPresets(const ptz_plugin_protocol::GetPresetRequest& request,
                                  ptz_plugin_protocol::GetPresetResponse* response) {
   runner_.RequireOpen();
-  const int32_t camera = ParseCode(request.camera_index_code);
-  response->presets =
-      Existing(runner_.Read([camera](CPlanRepository& repository) { return repository.Cameras().Presets(camera); }));
+  response->presets = PresetsOf(request.camera_index_code);
+}
+
+std::list<ptz_plugin_protocol::PresetInfo> CSiteOperations::PresetsOf(const std::string& camera_code) {
+  const auto read = [camera = ParseCode(camera_code)](CPlanRepository& repository) {
+    return repository.Cameras().Presets(camera);
+  };
+  return Existing(runner_.ReadOfCameras(read, [](const auto& presets) { return presets.has_value(); }).first);
 }
 
 // A camera that the site has nothing but pictures of has no motor to wait for.
 void CSiteOperations::GotoPreset(const ptz_plugin_protocol::GotoPresetRequest& request,
                                  ptz_plugin_protocol::GotoPresetResponse*) {
   runner_.RequireUser();
-  const int32_t camera = ParseCode(request.camera_index_code);
-  const auto presets =
-      Existing(runner_.Read([camera](CPlanRepository& repository) { return repository.Cameras().Presets(camera); }));
+  const auto presets = PresetsOf(request.camera_index_code);
   const auto is_asked_for = [&request](const auto& preset) { return preset.preset_no == request.preset_no; };
   if (std::none_of(presets.begin(), presets.end(), is_asked_for)) {
     throw CStoreError(CStoreError::kGone, QT_TRANSLATE_NOOP("TarnHost::Store", "The camera has no such preset."));
@@ -117,8 +122,11 @@ void CSiteOperations::GetCameraAccess(const std::vector<std::string>& index_code
   runner_.RequireUser();
   std::vector<int32_t> cameras;
   std::transform(index_codes.begin(), index_codes.end(), std::back_inserter(cameras), &ParseCode);
-  const auto copy = runner_.Copy();
-  *access = runner_.Read([cameras](CPlanRepository& repository) { return repository.Cameras().Access(cameras); });
+  const auto read = [cameras](CPlanRepository& repository) { return repository.Cameras().Access(cameras); };
+  const std::set<int32_t> wanted(cameras.begin(), cameras.end());
+  const auto has_all = [&wanted](const CameraAccessList& list) { return list.cameras.size() == wanted.size(); };
+  std::shared_ptr<CShownCopy> copy;
+  std::tie(*access, copy) = runner_.ReadOfCameras(read, has_all);
   if (copy) {
     copy->MarkWithheld(access);
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <list>
 #include <string>
 #include <vector>
 
@@ -47,6 +48,8 @@ class CSiteOperations {
   void GetPlansShowing(const std::vector<std::string>& camera_codes, PlansShowing* showing);
 
  private:
+  std::list<ptz_plugin_protocol::PresetInfo> PresetsOf(const std::string& camera_code);
+
   CStoreRunner& runner_;
 };
 

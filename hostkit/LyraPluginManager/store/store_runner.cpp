@@ -30,6 +30,8 @@ constexpr char kNotReachedYet[] = QT_TRANSLATE_NOOP("TarnHost::Store", "The plan
 // At its end a store waits so long for what its threads do, then, having cut the connections, for the threads. Who
 // closes it has 3 s for all that has to be done.
 constexpr std::chrono::milliseconds kOrderlyEnd(1200), kEndAfterCut(800);
+// Of the first, for what the copy lacks; without the store there is but its moment.
+constexpr std::chrono::milliseconds kLastCopy(800), kLastMoment(300);
 
 std::shared_ptr<CCopyKeeper> KeeperFor(const PlanStoreOptions& options) {
   if (options.copies.isEmpty() || !PostgresAddress::IsMeantBy(options.url)) {
@@ -202,6 +204,7 @@ void CStoreRunner::LookWhetherPasswordIsRefused(steady_clock::time_point begin) 
 }
 
 void CStoreRunner::AskForPassword() {
+  has_other_password_ = true;
   if (options_.on_password_asked) {
     RunInEvents(options_.on_password_asked);
   }
@@ -237,7 +240,33 @@ void CStoreRunner::NameOwner() {
   if (user && !Copy()) {
     keeper_->SetOwner({ToQt(user->name), user->id, hides_rows_, url_->Account().password});
   }
-  keeper_->SetNewest(connection_lost_ || Copy() ? std::nullopt : session_->NewestChange());
+  keeper_->SetNewest(connection_lost_ || Copy() ? std::nullopt : session_->NewestChange(), read_up_to_);
+}
+
+// Its opening is short but takes the disk.
+std::shared_ptr<CShownCopy> CStoreRunner::StandIn() {
+  const int32_t user = user_;
+  if (!keeper_ || Copy() || !answering_->IsLost()) {
+    return nullptr;
+  }
+  if (const auto known = std::atomic_load(&stand_in_); known && known->Facts().user_id == user) {
+    return known;
+  }
+  const auto found = site_.FindUser(user);
+  if (!found || hub_->thread() == QThread::currentThread()) {
+    return nullptr;
+  }
+  try {
+    const auto copy =
+        std::make_shared<CShownCopy>(options_.copies, options_.url, ToQt(found->name), CShownCopy::kInPart);
+    if (copy->Facts().user_id == user && copy->Facts().station == ToQt(site_.StationId())) {
+      std::atomic_store(&stand_in_, copy);
+      return copy;
+    }
+  } catch (const CStoreError&) {
+    // none, or none that can be used
+  }
+  return nullptr;
 }
 
 void CStoreRunner::OpenReader() {
@@ -276,7 +305,7 @@ LogInAnswer CStoreRunner::AskServer(const LogInRequest& user) const {
 
 std::optional<CSecret> CStoreRunner::PasswordOf(const QString& user) const {
   const LogInRequest account = url_->Account();
-  if (account.password.IsEmpty() || account.user != AccountOf({user}).user) {
+  if (has_other_password_ || account.password.IsEmpty() || account.user != AccountOf({user}).user) {
     return std::nullopt;
   }
   return account.password;
@@ -362,6 +391,7 @@ bool CStoreRunner::LookWhenItIsTime() {
   } else {
     answering_->SetDisconnected(std::nullopt);
     thread_.MarkAnswering();
+    std::atomic_store(&stand_in_, std::shared_ptr<CShownCopy>());
   }
   troubles_.OnLook(trouble);
   return !connection_lost_;
@@ -371,7 +401,9 @@ std::optional<CStoreError> CStoreRunner::Look() {
   try {
     Reconnect();
     DownloadWhenWanted();
+    const QDateTime now = options_.now();
     session_->Poll();
+    read_up_to_ = now;
     session_->KeepTimedPlans(options_.now().time().msecsSinceStartOfDay() / 1000);
     ReportUnread();
     RequireWritable();
@@ -475,17 +507,14 @@ bool CStoreRunner::Close() {
 bool CStoreRunner::EndThreads() {
   closed_ = true;
   hub_->Close();
-  if (keeper_) {
-    keeper_->BeginStop();
-  }
-  thread_.BeginStop([self = shared_from_this()] { self->CloseDatabase(); });
   if (reader_) {
     reader_->BeginStop();
   }
-  auto in_order = steady_clock::now();
-  if (!answering_->IsLost()) {
-    in_order += kOrderlyEnd;
-  }
+  const auto begin = steady_clock::now();
+  const bool answers = !answering_->IsLost();
+  EndKeeper(begin + (answers ? kLastCopy : kLastMoment));
+  thread_.BeginStop([self = shared_from_this()] { self->CloseDatabase(); });
+  const auto in_order = answers ? begin + kOrderlyEnd : steady_clock::now();
   if (WaitUntilEnded(in_order)) {
     return true;
   }
@@ -495,6 +524,26 @@ bool CStoreRunner::EndThreads() {
     LeaveThreadsBehind();
   }
   return ended;
+}
+
+// After a last look at the store. What is written then is asked of the database thread.
+void CStoreRunner::EndKeeper(steady_clock::time_point deadline) {
+  if (!keeper_) {
+    return;
+  }
+  if (answering_->IsLost()) {
+    keeper_->BeginStop();
+  } else {
+    thread_.Post([self = shared_from_this()] {
+      const bool answers = self->session_ && self->Beat();  // it may be that it was never opened
+      self->keeper_->BeginStop();
+      return answers;
+    });
+  }
+  if (!keeper_->Thread().WaitUntilEnded(deadline)) {
+    keeper_->Abandon();
+    keeper_->BeginStop();
+  }
 }
 
 void CStoreRunner::CutConnections() {

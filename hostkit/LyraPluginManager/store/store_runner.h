@@ -5,6 +5,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <utility>
 
 #include "TarnHost/plan_store.h"
 #include "copies/copy_keeper.h"
@@ -55,13 +56,21 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
   void SetUser(int32_t user) { user_ = user; }
   /// Whether the server of the store lets this user in.
   LogInAnswer AskServer(const LogInRequest& user) const;
-  /// With which the store was opened as this user; none for another user, or where the server has not been given one.
+  /// Whether the store has said since the log-in that the current user has another password.
+  bool HasOtherPassword() const { return has_other_password_; }
+  /// The current user has given the one that the store takes.
+  void OnPasswordGiven() { has_other_password_ = false; }
+  /// With which the store was opened as this user; none for another user, where the server has not been given one, or
+  /// where that does not count any more.
   std::optional<CSecret> PasswordOf(const QString& user) const;
   /// Goes over to the account of this user, who is the current one then. Where that fails, all stays as it was.
   void GoOverTo(const LogInRequest& user);
 
   /// The copy that stands in for a store which has not answered yet; null for none.
   std::shared_ptr<CShownCopy> Copy() const { return std::atomic_load(&copy_); }
+  /// The copy of who is logged in, while a store that has answered does not; null for none. On the GUI thread only one
+  /// that was asked for before.
+  std::shared_ptr<CShownCopy> StandIn();
   /// The user of this copy, whose password was right, is the current one; his is shown from here on.
   void LogInAtCopy(const LogInRequest& user);
   /// Whether the password is that of the copy which this machine has of the user's plans.
@@ -92,6 +101,27 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
       return reader_->Read(work, patience);
     }
     return thread_.Call([self = shared_from_this(), work] { return work(self->session_->Repository()); }, patience);
+  }
+  /// The same with the copy that it was read from, if it was. Without the connection from the stand-in, too, where that
+  /// has_all(answer): it may be older than what is in memory. Not while the store only hangs: it may go on without the
+  /// notice by which cameras are read again.
+  template <class Work, class HasAll>
+  auto ReadOfCameras(Work work, const HasAll& has_all)
+      -> std::pair<decltype(work(std::declval<CPlanRepository&>())), std::shared_ptr<CShownCopy>> {
+    if (const auto copy = Copy()) {
+      return {copy->Reader().Read(work, CDatabaseThread::kBounded), copy};
+    }
+    if (const auto copy = answering_->IsDisconnected() ? StandIn() : nullptr) {
+      try {
+        auto answer = copy->Reader().Read(work, CDatabaseThread::kBounded);
+        if (has_all(answer)) {
+          return {std::move(answer), copy};
+        }
+      } catch (const CStoreError&) {
+        // as good as none
+      }
+    }
+    return {Read(work), nullptr};
   }
   /// What is asked from memory: on the GUI thread, which nothing may hold up, and while the store does not answer.
   bool AsksMemory() const { return hub_->thread() == QThread::currentThread() || answering_->IsLost(); }
@@ -159,6 +189,7 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
   bool EndThreads();
   void CutConnections();
   void LeaveThreadsBehind();
+  void EndKeeper(CDatabaseThread::Clock::time_point deadline);
   bool WaitUntilEnded(CDatabaseThread::Clock::time_point deadline);
   void Report(StoreTrouble trouble, const QString& line);
 
@@ -166,7 +197,7 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
   const std::shared_ptr<CStoreUrl> url_;
   std::unique_ptr<CObserverHub, CObserverHub::Disposer> hub_;
   std::atomic<int32_t> user_{0};
-  std::atomic<bool> closed_{false}, hides_rows_{false};
+  std::atomic<bool> closed_{false}, hides_rows_{false}, has_other_password_{false};
   std::once_flag close_once_;
   bool closed_in_order_ = false;
   CDownloadState downloads_;
@@ -181,11 +212,12 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
   std::unique_ptr<CPlanWriter> writer_;
   std::chrono::steady_clock::time_point next_attempt_, next_try_;
   bool connection_lost_ = false, is_followed_ = false;
+  QDateTime read_up_to_;  // what was changed up to then is in memory
 
   // Reads what the catalog does not hold; null where the store has but one connection. Made with the database.
   std::unique_ptr<CPlanReader> reader_;
 
-  std::shared_ptr<CShownCopy> copy_;
+  std::shared_ptr<CShownCopy> copy_, stand_in_;
   const std::shared_ptr<CCopyKeeper> keeper_;  // null where no copy is kept
 
   const std::shared_ptr<CAnswering> answering_;

@@ -34,6 +34,14 @@ CStoreServices::~CStoreServices() {
 }
 
 LogInAnswer CStoreServices::LogIn(const LogInRequest& request, const LogInSteps& steps) {
+  const LogInAnswer answer = LogInAnywhere(request, steps);
+  if (answer.IsDone()) {
+    runner_->OnPasswordGiven();
+  }
+  return answer;
+}
+
+LogInAnswer CStoreServices::LogInAnywhere(const LogInRequest& request, const LogInSteps& steps) {
   const auto copy = runner_->Copy();
   if (copy && copy->Why() != CShownCopy::kPasswordRefused) {
     return LogInAtCopy(request, steps);
@@ -102,7 +110,12 @@ QDateTime CStoreServices::CopyMoment() const {
 }
 
 LogInAnswer CStoreServices::CheckPassword(const LogInRequest& request) {
-  return runner_->HidesRows() ? CheckAtServer(request) : accounts_.Check(request).said;
+  const LogInAnswer answer = runner_->HidesRows() ? CheckAtServer(request) : accounts_.Check(request).said;
+  const auto user = runner_->Site().FindUser(request.user.toStdString());
+  if (answer.IsDone() && user && user->id == runner_->User()) {
+    runner_->OnPasswordGiven();
+  }
+  return answer;
 }
 
 // A server may let in who is no user here.

@@ -98,6 +98,7 @@ class CStoreServices : public CPlanStore {
                         play_plugin_protocol::GetStreamAbiResponse& response) override;
 
  private:
+  LogInAnswer LogInAnywhere(const LogInRequest& request, const LogInSteps& steps);
   LogInAnswer LogInAtServer(const LogInRequest& request, const LogInSteps& steps);
   LogInAnswer CheckAtServer(const LogInRequest& request);
   LogInAnswer CheckWithoutServer(const LogInRequest& request, const LogInAnswer& unavailable);

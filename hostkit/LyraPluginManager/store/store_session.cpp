@@ -449,6 +449,7 @@ void CStoreSession::RemoveGroup(int32_t code) {
 }
 
 void CStoreSession::SaveNew(StoredPlan plan) {
+  plan.row.revision = plan.revision;
   plan.row.cameras = cameras_.NumbersOf(CamerasOf(plan.pages));
   repository_.InsertPlan(plan);
   NoteSaved(std::move(plan));
@@ -460,12 +461,14 @@ void CStoreSession::SaveShared(const GroupRow& group) {
 }
 
 void CStoreSession::SaveShared(StoredPlan plan) {
+  plan.row.revision = plan.revision;
   plan.row.cameras = cameras_.NumbersOf(CamerasOf(plan.pages));
   repository_.SharePlan(plan);
   Note(ChangeEntry::kPlanSaved, plan.row.code, [this, row = plan.row](bool awaited) { Put(row, awaited); });
 }
 
 void CStoreSession::SaveChanged(StoredPlan plan) {
+  plan.row.revision = plan.revision;
   plan.row.cameras = cameras_.NumbersOf(CamerasOf(plan.pages), plan.row.cameras);
   repository_.UpdatePlan(plan);
   NoteSaved(std::move(plan));
