@@ -1,7 +1,6 @@
 #include "app/client_session.h"
 
 #include <TarnPlanView/auto_plan_helper.h>
-#include <TarnPlanView/plan_clock.h>
 #include <TarnPlanView/plugin_shutdown.h>
 #include <TarnPlanView/view_model_data_manager_export.h>
 
@@ -20,7 +19,6 @@
 #include "LyraPluginManager/ptz_business_interface_mgr.h"
 #include "LyraPluginManager/resource_business_interface_mgr.h"
 #include "LyraPluginManager/view_business_interface_mgr.h"
-#include "MarUIControl/moment_text.h"
 #include "MarUIControl/string_conversion.h"
 #include "TarnHost/log_sink.h"
 #include "TarnHost/plan_site.h"
@@ -252,9 +250,7 @@ bool CClientSession::AskAtCopy(const std::vector<Copy>& copies) {
       setup.without_password.append(copy.user);
     }
   }
-  setup.note = tr("Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this"
-                  " machine.")
-                   .arg(MarUIControl::MomentText(at, TarnPlanView::CPlanClock::Now()));
+  setup.note = CLogInDialog::NoteOnCopy(at);
   setup.log_in = [folder = copies_, url = store_url_](const TarnHost::LogInRequest& request,
                                                       const TarnHost::LogInSteps&) {
     return TarnHost::StoreCopies::Check(folder, url, request);

@@ -125,8 +125,11 @@ class CScene : public QObject {
   void WindowStatesSmall();
   void LogInDemo();
   void LogInWrong();
+  void LogInAtCopy();
   void DeskLocked();
   void DeskUnlock();
+  void DeskOfOldPassword();
+  void DeskLockedWithEditor();
   void SiteUsersPage();
   void UserForm();
 

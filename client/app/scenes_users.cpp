@@ -1,5 +1,8 @@
+#include <TarnPlanView/plan_clock.h>
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QDateTime>
 #include <QLineEdit>
 
 #include "TarnHost/host_services.h"
@@ -17,8 +20,9 @@ namespace {
 using TarnHost::LogInAnswer;
 using TarnHost::LogInOutcome;
 
-void ShowLogIn(QWidget* parent, const QStringList& without_password, LogInOutcome outcome) {
+void ShowLogIn(QWidget* parent, const QStringList& without_password, LogInOutcome outcome, const QString& note = {}) {
   CLogInDialog::Setup setup;
+  setup.note = note;
   setup.title = CLogInDialog::tr("Log in");
   setup.confirm_text = setup.title;
   setup.may_remember = true;
@@ -69,6 +73,14 @@ void CScene::LogInWrong() {
   });
 }
 
+void CScene::LogInAtCopy() {
+  Browse();
+  AddCall([this] {
+    const QDateTime at(TarnPlanView::CPlanClock::Now().date().addDays(-1), QTime(17, 42));
+    ShowLogIn(window_, {}, LogInOutcome::kDone, CLogInDialog::NoteOnCopy(at));
+  });
+}
+
 void CScene::DeskLocked() {
   Browse();
   AddPlay(QStringLiteral("Gate overview"));
@@ -78,6 +90,17 @@ void CScene::DeskLocked() {
 void CScene::DeskUnlock() {
   DeskLocked();
   AddCall([this] { window_->UnlockDesk(); });
+}
+
+void CScene::DeskOfOldPassword() {
+  Browse();
+  AddPlay(QStringLiteral("Gate overview"));
+  AddCall([this] { window_->AskForPassword(); });
+}
+
+void CScene::DeskLockedWithEditor() {
+  PlanEditor();
+  AddCall([this] { window_->LockDesk(); });
 }
 
 void CScene::SiteUsersPage() {

@@ -1,5 +1,7 @@
 #include "log_in/log_in_dialog.h"
 
+#include <TarnPlanView/plan_clock.h>
+
 #include <QCheckBox>
 #include <QKeyEvent>
 #include <QLabel>
@@ -8,6 +10,7 @@
 #include <utility>
 
 #include "MarUIControl/line_edit.h"
+#include "MarUIControl/moment_text.h"
 #include "host_calls/ask.h"
 #include "log_in/caps_lock.h"
 #include "log_in/log_in_pool.h"
@@ -229,6 +232,12 @@ void CLogInDialog::OnAnswer(const LogInAnswer& answer) {
       again_.start();
       return;
   }
+}
+
+QString CLogInDialog::NoteOnCopy(const QDateTime& at) {
+  return tr("Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this"
+            " machine.")
+      .arg(MarUIControl::MomentText(at, TarnPlanView::CPlanClock::Now()));
 }
 
 QString CLogInDialog::TextOf(const LogInAnswer& answer) {

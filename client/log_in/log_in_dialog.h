@@ -43,6 +43,8 @@ class CLogInDialog : public CFormDialog {
   void Begin(const TarnHost::LogInRequest& request);
   /// Why not, without saying which names there are.
   static QString TextOf(const TarnHost::LogInAnswer& answer);
+  /// What to say where plans of so long ago are all that can be shown.
+  static QString NoteOnCopy(const QDateTime& at);
   /// Whether the name is to be filled in the next time.
   bool Remembers() const;
   QString User() const;

@@ -545,18 +545,6 @@
     </message>
 </context>
 <context>
-    <name>TarnClient::CClientSession</name>
-    <message>
-        <source>Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this machine.</source>
-        <translation>Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this machine.</translation>
-    </message>
-    <message>
-        <source>Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this machine.</source>
-        <comment>view</comment>
-        <translation>Views as of %1; the view store does not answer. The password is the one of the last log-in on this machine.</translation>
-    </message>
-</context>
-<context>
     <name>TarnClient::CCsvText</name>
     <message>
         <source>In line %1 something stands behind a closing quote.</source>
@@ -1028,13 +1016,13 @@
         <translation>This desk uses the account that owns the view store. What each user may see and change is kept here by this program alone, not by the database.</translation>
     </message>
     <message>
-        <source>The plan store answers again, but %1 has another password there. Until it is given, plans can be played, held and turned.</source>
-        <translation>The plan store answers again, but %1 has another password there. Until it is given, plans can be played, held and turned.</translation>
+        <source>The plan store does not take the password of %1 any more. Until the new one is given, plans can be played, held and turned.</source>
+        <translation>The plan store does not take the password of %1 any more. Until the new one is given, plans can be played, held and turned.</translation>
     </message>
     <message>
-        <source>The plan store answers again, but %1 has another password there. Until it is given, plans can be played, held and turned.</source>
+        <source>The plan store does not take the password of %1 any more. Until the new one is given, plans can be played, held and turned.</source>
         <comment>view</comment>
-        <translation>The view store answers again, but %1 has another password there. Until it is given, views can be played, held and turned.</translation>
+        <translation>The view store does not take the password of %1 any more. Until the new one is given, views can be played, held and turned.</translation>
     </message>
 </context>
 <context>
@@ -5450,6 +5438,15 @@ never starts</translation>
     <message>
         <source>The log-in was refused.</source>
         <translation>The log-in was refused.</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this machine.</source>
+        <translation>Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this machine.</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this machine.</source>
+        <comment>view</comment>
+        <translation>Views as of %1; the view store does not answer. The password is the one of the last log-in on this machine.</translation>
     </message>
 </context>
 <context>

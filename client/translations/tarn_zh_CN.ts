@@ -589,18 +589,6 @@
     </message>
 </context>
 <context>
-    <name>TarnClient::CClientSession</name>
-    <message>
-        <source>Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this machine.</source>
-        <translation>显示截至 %1 的预案；预案数据库无响应。请使用上次在本机登录时的密码。</translation>
-    </message>
-    <message>
-        <source>Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this machine.</source>
-        <comment>view</comment>
-        <translation>显示截至 %1 的视图；视图数据库无响应。请使用上次在本机登录时的密码。</translation>
-    </message>
-</context>
-<context>
     <name>TarnClient::CCsvText</name>
     <message>
         <source>In line %1 something stands behind a closing quote.</source>
@@ -1070,13 +1058,13 @@
         <translation>此工作台使用拥有视图库的账户。每个用户可以查看和更改的内容在此仅由本程序控制，而不由数据库控制。</translation>
     </message>
     <message>
-        <source>The plan store answers again, but %1 has another password there. Until it is given, plans can be played, held and turned.</source>
-        <translation>预案数据库已恢复响应，但 %1 的密码已更改。输入新密码之前，可以播放、暂停预案和翻页。</translation>
+        <source>The plan store does not take the password of %1 any more. Until the new one is given, plans can be played, held and turned.</source>
+        <translation>预案数据库不再接受 %1 的密码。输入新密码之前，可以播放、暂停预案和翻页。</translation>
     </message>
     <message>
-        <source>The plan store answers again, but %1 has another password there. Until it is given, plans can be played, held and turned.</source>
+        <source>The plan store does not take the password of %1 any more. Until the new one is given, plans can be played, held and turned.</source>
         <comment>view</comment>
-        <translation>视图数据库已恢复响应，但 %1 的密码已更改。输入新密码之前，可以播放、暂停视图和翻页。</translation>
+        <translation>视图数据库不再接受 %1 的密码。输入新密码之前，可以播放、暂停视图和翻页。</translation>
     </message>
 </context>
 <context>
@@ -5481,6 +5469,15 @@ never starts</source>
     <message>
         <source>The log-in was refused.</source>
         <translation>登录被拒绝。</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this machine.</source>
+        <translation>显示截至 %1 的预案；预案数据库无响应。请使用上次在本机登录时的密码。</translation>
+    </message>
+    <message>
+        <source>Plans as of %1; the plan store does not answer. The password is the one of the last log-in on this machine.</source>
+        <comment>view</comment>
+        <translation>显示截至 %1 的视图；视图数据库无响应。请使用上次在本机登录时的密码。</translation>
     </message>
 </context>
 <context>

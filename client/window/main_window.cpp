@@ -456,8 +456,8 @@ QString CMainWindow::LockText() const {
         .arg(User());
   }
   if (has_old_password_) {
-    return tr("The plan store answers again, but %1 has another password there. Until it is given, plans can be played,"
-              " held and turned.")
+    return tr("The plan store does not take the password of %1 any more. Until the new one is given, plans can be"
+              " played, held and turned.")
         .arg(User());
   }
   return tr("Locked by %1. Plans can be played, held and turned.").arg(User());

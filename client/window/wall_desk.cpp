@@ -427,6 +427,9 @@ void CWallDesk::SetLocked(bool locked) {
       family->Panel()->findChild<QWidget*>(QLatin1String(part))->setEnabled(!locked);
     }
   }
+  for (QWidget* editor : window_->findChildren<QWidget*>(QStringLiteral("add_edit_plan_widget"))) {
+    editor->setEnabled(!locked);
+  }
   cameras_->setEnabled(!locked);
   composer_->SetLocked(locked);
   wall_->Bar()->SetLocked(locked);

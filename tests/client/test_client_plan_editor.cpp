@@ -264,11 +264,12 @@ void ClientPlanEditorTest::DeskStaysLockedWhileItAsks() {
   TypeLogIn("viewer", QString());
   QTRY_COMPARE(questions_, 1);
   QTRY_VERIFY(!LogInDialog());
-  QVERIFY(was_locked_ && window_->IsDeskLocked() && IsEditing());
+  QVERIFY(was_locked_ && window_->IsDeskLocked() && IsEditing() && !Editor()->isEnabled());
   QCOMPARE(window_->User(), QString("operator"));
   window_->UnlockDesk();
   TypeLogIn("operator", QString());
   QTRY_VERIFY(!window_->IsDeskLocked());
+  QVERIFY(Editor()->isEnabled());
   QCOMPARE(Name()->text(), QString("Mine"));
   Answer(ThrowAway);
 }
