@@ -31,6 +31,14 @@ ENCODERS = {
 }
 
 
+NEEDED = {"h264": ("openh264enc", "h264parse"), "h265": ("x265enc", "h265parse"), "mjpeg": ("jpegenc",)}
+
+
+def missing_elements(codec):
+    """What GStreamer lacks here to draw and encode; without it a client would wait for pictures for ever."""
+    return [name for name in ("textoverlay", *NEEDED[codec]) if Gst.ElementFactory.find(name) is None]
+
+
 class Loop:
     """The coded pictures of one stream and what they are."""
 

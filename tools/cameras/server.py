@@ -422,6 +422,8 @@ def read_commands(site, loop, until_eof):
 def main():
     options = arguments()
     Gst.init(None)
+    if missing := pictures.missing_elements(options.codec):
+        sys.exit(f"cameras: GStreamer lacks {', '.join(missing)}")
     server = GstRtspServer.RTSPServer()
     server.set_address(options.address)
     server.set_service(str(options.port))
