@@ -9,7 +9,7 @@ class QTreeView;
 
 namespace MarUIControl {
 
-/// What assistive technology is told of a row, or of one column of it, and can do with it. Goes with the row: then it
+/// What assistive technology learns of a row, or of one column of it, and can do with it. Goes with the row: then it
 /// is not valid any more. Thread: GUI.
 class CRowInterface : public QAccessibleInterface, public QAccessibleActionInterface {
  public:

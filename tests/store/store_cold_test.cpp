@@ -75,8 +75,8 @@ class StoreColdTest : public CStoreTest {
   void RefusesWhatIsNoCopy();
   void MixesNoSites();
   void LocksAfterWrongPasswords();
-  void AsksForANewPassword_data() { Accounts(); }
-  void AsksForANewPassword();
+  void AsksForTheNewPassword_data() { Accounts(); }
+  void AsksForTheNewPassword();
   void ForgetsWhoIsGone();
   void ReadsPlansFromTheCopyWhenLostLater_data() { Accounts(); }
   void ReadsPlansFromTheCopyWhenLostLater();
@@ -385,7 +385,7 @@ void StoreColdTest::LocksAfterWrongPasswords() {
   QVERIFY(store->LogIn(As("cid", kWord)).outcome == LogInOutcome::kLocked);
 }
 
-void StoreColdTest::AsksForANewPassword() {
+void StoreColdTest::AsksForTheNewPassword() {
   QFETCH(bool, roles);
   SetPassword("cid", kWord);
   if (roles) {

@@ -77,7 +77,7 @@ TableRows CCopySource::Read(const char* table, const char* columns, const QStrin
   return ReadAs(table, columns, QLatin1String(columns), rest, values);
 }
 
-// Entries are numbered without holes: where one is missing, it may have told of anything.
+// Entries are numbered without holes: where one is missing, it may have been about anything.
 CopyNews CCopySource::News(int64_t known) {
   CTransaction one_state(store_, CTransaction::kRead);
   CPlanRepository repository(store_);
