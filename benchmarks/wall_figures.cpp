@@ -24,6 +24,10 @@ using TarnDemo::CCameraServer;
 using view_plugin_protocol::GetPlanDetailResponse;
 using view_plugin_protocol::PlanPage;
 
+QString CoresText(const Sides& sides) {
+  return QStringLiteral("%1 of a core against %2").arg(sides.ours, 0, 'f', 3).arg(sides.plain, 0, 'f', 3);
+}
+
 constexpr int kWindows = 16, kSplit16 = 8, kCameras = 64, kRate = 15;
 constexpr int kWarmUpMs = 3000, kMeasureMs = 8000, kTurns = 20, kRounds = 2;
 constexpr QSize kWall(1600, 900);
@@ -214,7 +218,7 @@ Figure CWallBench::CpuAgainstBareLoop() {
           sides.Ratio(),
           1.3,
           Figure::AtMost,
-          QStringLiteral("%1 of a core against %2").arg(sides.ours, 0, 'f', 3).arg(sides.plain, 0, 'f', 3)};
+          CoresText(sides)};
 }
 
 Figures CWallBench::ManyWindows() {
@@ -319,7 +323,7 @@ Figure CWallBench::Prepared() {
           sides.Ratio(),
           1.3,
           Figure::AtMost,
-          QStringLiteral("%1 of a core against %2").arg(sides.ours, 0, 'f', 3).arg(sides.plain, 0, 'f', 3)};
+          CoresText(sides)};
 }
 
 }  // namespace

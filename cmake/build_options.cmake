@@ -15,6 +15,6 @@ function(tarn_export_marked_symbols target)
 endfunction()
 if(TARN_SANITIZE)
   target_compile_options(tarn_build_options INTERFACE -fsanitize=${TARN_SANITIZE} -fno-omit-frame-pointer
-    -fno-sanitize-recover=all -O1)
+    -fno-sanitize-recover=all)
   target_link_options(tarn_build_options INTERFACE -fsanitize=${TARN_SANITIZE})
 endif()

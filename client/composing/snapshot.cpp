@@ -17,7 +17,7 @@ struct Words {
   Q_DECLARE_TR_FUNCTIONS(TarnClient::Snapshot)
 };
 
-QString Allowed(uint letter) {
+QString Allowed(char32_t letter) {
   static const QString kNotAllowed = QStringLiteral("/\\:*?\"<>|");
   const QString text = QString::fromUcs4(&letter, 1);
   if (!QChar::isPrint(letter) || kNotAllowed.contains(text)) {

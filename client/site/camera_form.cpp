@@ -22,14 +22,6 @@ QString TitleFor(const std::string& code) {
   return code.empty() ? CCameraForm::tr("New camera") : CCameraForm::tr("Edit camera");
 }
 
-MarUIControl::CLineEdit* NewField(const char* name, int longest, QWidget* parent) {
-  auto* field = new MarUIControl::CLineEdit(parent);
-  field->setObjectName(QString::fromLatin1(name));
-  field->setMaxLineEditLength(longest);
-  field->setMinimumHeight(30);
-  return field;
-}
-
 }  // namespace
 
 CCameraForm::CCameraForm(std::shared_ptr<const SiteTable> site, const std::string& code, const std::string& region,
@@ -38,11 +30,11 @@ CCameraForm::CCameraForm(std::shared_ptr<const SiteTable> site, const std::strin
       site_(std::move(site)),
       code_(code),
       try_camera_(std::move(try_camera)),
-      name_(NewField("camera_name", TarnHost::kLongestCameraName, this)),
+      name_(NewField("camera_name", TarnHost::kLongestCameraName)),
       region_(new QComboBox(this)),
-      user_(NewField("camera_user", TarnHost::kLongestCameraUser, this)),
-      password_(NewField("camera_password", TarnHost::kLongestCameraSecret, this)),
-      device_(NewField("camera_device", TarnHost::kLongestCameraAddress, this)) {
+      user_(NewField("camera_user", TarnHost::kLongestCameraUser)),
+      password_(NewField("camera_password", TarnHost::kLongestCameraSecret)),
+      device_(NewField("camera_device", TarnHost::kLongestCameraAddress)) {
   setMinimumWidth(kWidth);
   region_->setObjectName(QStringLiteral("camera_region"));
   AddField(tr("Name"), name_);
@@ -77,7 +69,7 @@ void CCameraForm::Show() {
 }
 
 void CCameraForm::AddAddress(int32_t stream, const char* name, const QString& label) {
-  auto* field = NewField(name, TarnHost::kLongestCameraAddress, this);
+  auto* field = NewField(name, TarnHost::kLongestCameraAddress);
   field->setPlaceholderText(QStringLiteral("rtsp://"));
   auto* result = new QLabel(this);
   result->setObjectName(QString::fromLatin1(name) + QStringLiteral("_result"));

@@ -29,14 +29,6 @@ QString LineOf(const DeviceFound& device) {
   return parts.join(QStringLiteral(" - "));
 }
 
-MarUIControl::CLineEdit* NewField(const char* name, int longest, QWidget* parent) {
-  auto* field = new MarUIControl::CLineEdit(parent);
-  field->setObjectName(QString::fromLatin1(name));
-  field->setMaxLineEditLength(longest);
-  field->setMinimumHeight(30);
-  return field;
-}
-
 }  // namespace
 
 CDeviceForm::CDeviceForm(std::shared_ptr<const SiteTable> site, const std::string& region, QWidget* parent)
@@ -44,9 +36,9 @@ CDeviceForm::CDeviceForm(std::shared_ptr<const SiteTable> site, const std::strin
       site_(std::move(site)),
       list_(new QListWidget(this)),
       state_(new QLabel(this)),
-      address_(NewField("device_address", TarnHost::kLongestCameraAddress, this)),
-      user_(NewField("device_user", TarnHost::kLongestCameraUser, this)),
-      password_(NewField("device_password", TarnHost::kLongestCameraSecret, this)),
+      address_(NewField("device_address", TarnHost::kLongestCameraAddress)),
+      user_(NewField("device_user", TarnHost::kLongestCameraUser)),
+      password_(NewField("device_password", TarnHost::kLongestCameraSecret)),
       region_(new QComboBox(this)) {
   AddList();
   AddSignIn(region);

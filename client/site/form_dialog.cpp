@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "MarUIControl/accessible_role.h"
+#include "MarUIControl/line_edit.h"
 #include "MarUIControl/primary_button.h"
 #include "MarUIControl/push_button.h"
 
@@ -40,6 +41,14 @@ CFormDialog::CFormDialog(const QString& name, const QString& title, const QStrin
   layout->addWidget(fields_, 1);
   layout->addWidget(fault_);
   layout->addLayout(BuildButtons(confirm_text));
+}
+
+MarUIControl::CLineEdit* CFormDialog::NewField(const char* name, int longest) {
+  auto* field = new MarUIControl::CLineEdit(this);
+  field->setObjectName(QString::fromLatin1(name));
+  field->setMaxLineEditLength(longest);
+  field->setMinimumHeight(kFieldHeight);
+  return field;
 }
 
 QPushButton* CFormDialog::NewButton(const char* name, const QString& text) {

@@ -10,6 +10,10 @@ class QLabel;
 class QPushButton;
 class QVBoxLayout;
 
+namespace MarUIControl {
+class CLineEdit;
+}  // namespace MarUIControl
+
 namespace TarnClient {
 
 /// A dialog with labelled fields, a line for what is wrong, and two buttons: one that does it, and Cancel. Return does
@@ -41,6 +45,7 @@ class CFormDialog : public QDialog {
   void SendChanges(const TarnHost::CameraChanges& changes);
   void CloseIfDone(const SiteCallResult& result);
   QPushButton* ConfirmButton() const { return confirm_; }
+  MarUIControl::CLineEdit* NewField(const char* name, int longest);
   QPushButton* NewButton(const char* name, const QString& text);
 
   void showEvent(QShowEvent* event) override;

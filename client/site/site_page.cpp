@@ -15,12 +15,12 @@
 
 #include "MarUIControl/line_edit.h"
 #include "MarUIControl/nomal_message.h"
-#include "MarUIControl/push_button.h"
 #include "TarnHost/camera_address.h"
 #include "TarnHost/host_services.h"
 #include "TarnUIDataController/message_tip_manager.h"
 #include "TarnUIDataController/show_message_tip.h"
 #include "host_calls/ask.h"
+#include "settings/list_command.h"
 #include "site/authority_form.h"
 #include "site/camera_file.h"
 #include "site/camera_form.h"
@@ -172,26 +172,10 @@ QBoxLayout* CSitePage::BuildCommands() {
   return column;
 }
 
-// The keys count in the list alone: the filter has its own Delete.
 QAction* CSitePage::AddCommand(const char* name, const QString& text, const QKeySequence& key, Command command,
                                QBoxLayout* column) {
-  auto* action = new QAction(text, this);
-  action->setShortcut(key);
-  action->setShortcutContext(Qt::WidgetShortcut);
-  list_->addAction(action);
-  auto* button = new MarUIControl::CPushButton(this);
-  button->setObjectName(QString::fromLatin1(name));
-  button->setText(text);
-  button->setAutoDefault(false);
-  QList<QKeySequence> keys;
-  if (!key.isEmpty()) {
-    keys.append(key);
-  }
-  button->setToolTip(MarUIControl::TipWithKeys(text, keys));
-  connect(button, &QPushButton::clicked, action, &QAction::trigger);
-  connect(action, &QAction::changed, button, [action, button] { button->setEnabled(action->isEnabled()); });
+  QAction* action = AddListCommand(list_, name, text, key, column);
   connect(action, &QAction::triggered, this, [this, command] { Run(command); });
-  column->addWidget(button);
   return action;
 }
 

@@ -11,12 +11,12 @@ namespace {
 
 using view_plugin_protocol::kConfigureRight;
 
-struct Texts {
+struct RightTexts {
   int code;
   const char *whole, *brief;
 };
 
-constexpr Texts kTexts[] = {
+constexpr RightTexts kTexts[] = {
     {view_plugin_protocol::AddRight, QT_TRANSLATE_NOOP("TarnClient::Rights", "Add plans and groups"),
      QT_TRANSLATE_NOOP("TarnClient::Rights", "add")},
     {view_plugin_protocol::EditRight, QT_TRANSLATE_NOOP("TarnClient::Rights", "Change plans and groups"),
@@ -35,14 +35,14 @@ QString Translated(const char* text) {
 
 std::vector<int> AllRights() {
   std::vector<int> codes;
-  for (const Texts& right : kTexts) {
+  for (const RightTexts& right : kTexts) {
     codes.push_back(right.code);
   }
   return codes;
 }
 
 QString TextOfRight(int code) {
-  for (const Texts& right : kTexts) {
+  for (const RightTexts& right : kTexts) {
     if (right.code == code) {
       return Translated(right.whole);
     }
@@ -52,7 +52,7 @@ QString TextOfRight(int code) {
 
 QString ShortTextOf(const std::set<int>& rights) {
   QStringList texts;
-  for (const Texts& right : kTexts) {
+  for (const RightTexts& right : kTexts) {
     if (rights.count(right.code) != 0) {
       texts << Translated(right.brief);
     }

@@ -13,11 +13,11 @@
 #include <utility>
 
 #include "MarUIControl/nomal_message.h"
-#include "MarUIControl/push_button.h"
 #include "TarnHost/host_services.h"
 #include "TarnUIDataController/message_tip_manager.h"
 #include "TarnUIDataController/show_message_tip.h"
 #include "host_calls/ask.h"
+#include "settings/list_command.h"
 #include "users/limit_form.h"
 #include "users/right_texts.h"
 #include "users/user_form.h"
@@ -125,18 +125,7 @@ QVBoxLayout* CUsersPage::BuildCommands() {
 
 QAction* CUsersPage::AddCommand(const char* name, const QString& text, const QKeySequence& key,
                                 void (CUsersPage::*command)(), QVBoxLayout* column) {
-  auto* action = new QAction(text, this);
-  action->setShortcut(key);
-  action->setShortcutContext(Qt::WidgetShortcut);
-  list_->addAction(action);
-  auto* button = new MarUIControl::CPushButton(this);
-  button->setObjectName(QString::fromLatin1(name));
-  button->setText(text);
-  button->setToolTip(QStringLiteral("%1 (%2)").arg(text, key.toString(QKeySequence::NativeText)));
-  button->setAutoDefault(false);
-  column->addWidget(button);
-  connect(button, &QPushButton::clicked, action, &QAction::trigger);
-  connect(action, &QAction::changed, button, [button, action] { button->setEnabled(action->isEnabled()); });
+  QAction* action = AddListCommand(list_, name, text, key, column);
   connect(action, &QAction::triggered, this, command);
   return action;
 }

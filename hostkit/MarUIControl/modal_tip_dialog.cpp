@@ -22,7 +22,7 @@ namespace {
 
 constexpr int kMargin = 24;
 constexpr int kMarkSize = 26;
-constexpr int kGap = 12;
+constexpr int kTipGap = 12;
 constexpr int kTallestText = 320;
 constexpr int kButtonWidth = 96;
 constexpr int kButtonHeight = 32;
@@ -90,11 +90,11 @@ void CModalTipDialog::Private::MakeButtons() {
 
 void CModalTipDialog::Private::LayOut() {
   auto* text = new QHBoxLayout;
-  text->setSpacing(kGap);
+  text->setSpacing(kTipGap);
   text->addWidget(mark, 0, Qt::AlignTop);
   text->addWidget(scroll, 1);
   auto* buttons = new QHBoxLayout;
-  buttons->setSpacing(kGap);
+  buttons->setSpacing(kTipGap);
   buttons->addStretch(1);
   buttons->addWidget(confirm);
   buttons->addWidget(other);
@@ -111,7 +111,7 @@ void CModalTipDialog::Private::LayOut() {
 void CModalTipDialog::Private::FitText() {
   q->ensurePolished();
   content->ensurePolished();
-  const int width = q->width() - 2 * kMargin - kMarkSize - kGap;
+  const int width = q->width() - 2 * kMargin - kMarkSize - kTipGap;
   const int lines = content->heightForWidth(width);
   scroll->setFixedHeight(qBound(kMarkSize, lines, kTallestText));
   scroll->setFocusPolicy(lines > kTallestText ? Qt::StrongFocus : Qt::NoFocus);  // so that keys can scroll it

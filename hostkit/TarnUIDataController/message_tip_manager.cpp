@@ -22,7 +22,6 @@ constexpr int kLookMs = 3000;          // a tip stays that long once somebody ha
 constexpr int kLongestLookMs = 30000;  // but others are not kept waiting for ever
 constexpr int kUnreadMs = 1000;        // who closes a window sooner has not read what came up on it
 constexpr int kTipDistance = 48;
-constexpr int kPlaceTop = 1;
 
 int LogLevelOf(int kind) {
   if (kind == kSuccessTip || kind == kHintTip) {
@@ -206,7 +205,7 @@ CMessageTipManager::~CMessageTipManager() {
 }
 
 void CMessageTipManager::ShowTip(const QString& text, int state, QWidget* widget) {
-  ShowMessage(widget, text, KindOf(state), kPlaceTop, kTipDistance);
+  ShowMessage(widget, text, KindOf(state), kTipPlaceTop, kTipDistance);
 }
 
 void CMessageTipManager::ShowMessage(QWidget* window, const QString& text, int kind, int /*place*/, int distance) {

@@ -7,7 +7,6 @@ namespace tarn_ui_data_controller {
 
 namespace {
 
-constexpr int kPlaceTop = 1;
 constexpr int kDistance = 15;
 
 }  // namespace
@@ -18,7 +17,7 @@ CNomalMessageManager::~CNomalMessageManager() = default;
 
 void CNomalMessageManager::ShowMessage(QWidget* window, const QString& text, int level) {
   const int kind = level == 0 ? kHintTip : kWarningTip;
-  CMessageTipManager::Instance().ShowMessage(window, text, kind, kPlaceTop, kDistance);
+  CMessageTipManager::Instance().ShowMessage(window, text, kind, kTipPlaceTop, kDistance);
   Q_EMIT SignalMessageShown(text, level);
 }
 

@@ -3,8 +3,6 @@
 #include <optional>
 #include <utility>
 
-#include "TarnHost/store_copies.h"
-#include "accounts/account_repository.h"
 #include "store/call_answer.h"
 #include "store/postgres_address.h"
 #include "store/store_opener.h"
@@ -12,21 +10,11 @@
 #include "store/tree_events.h"
 
 namespace TarnHost::Store {
-namespace {
 
 using std::chrono::steady_clock;
 
-// Between two attempts to connect again: a server logs each that it refuses.
-constexpr auto kBetweenAttempts = std::chrono::seconds(1);
-// Between two changes for trial while every change is refused.
-constexpr auto kBetweenTries = std::chrono::seconds(3);
-// A server, or the directory behind it, may lock who is refused too often.
-constexpr auto kAfterRefusal = std::chrono::minutes(5);
-// A server that hangs refuses no one.
-constexpr auto kQuickRefusal = std::chrono::seconds(2);
-constexpr char kOtherSiteThere[] =
-    QT_TRANSLATE_NOOP("TarnHost::Store", "Another site than that of the copy is at %1 now. Start the client again.");
-constexpr char kNotReachedYet[] = QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 does not answer.");
+namespace {
+
 // At its end a store waits so long for what its threads do, then, having cut the connections, for the threads. Who
 // closes it has 3 s for all that has to be done.
 constexpr std::chrono::milliseconds kOrderlyEnd(1200), kEndAfterCut(800);
@@ -39,18 +27,6 @@ std::shared_ptr<CCopyKeeper> KeeperFor(const PlanStoreOptions& options) {
   }
   return std::make_shared<CCopyKeeper>(
       CCopyKeeper::Setup{options.copies, options.url, options.copy_pause, options.now});
-}
-
-StoreTrouble TroubleWith(CShownCopy::Reason reason) {
-  switch (reason) {
-    case CShownCopy::kPasswordRefused:
-      return StoreTrouble::kPasswordRefused;
-    case CShownCopy::kOtherSite:
-      return StoreTrouble::kOtherSite;
-    case CShownCopy::kNoAnswer:
-      break;
-  }
-  return StoreTrouble::kNoAnswerYet;
 }
 
 }  // namespace
@@ -112,161 +88,11 @@ void CStoreRunner::OpenDatabase() {
   thread_.SetBeat(engine_->BetweenLooks(), beat, before_rest);
 }
 
-// From here on all is as with a store whose connection was lost.
-void CStoreRunner::OpenFromCopy() {
-  ShowCopy(std::make_shared<CShownCopy>(options_.copies, options_.url, options_.shows_of));
-  site_.Read(*copy_->Open(), options_.switch_overrides);
-  const CStoreError away(CStoreError::kConnectionLost, {kNotReachedYet, {engine_->Place()}});
-  connection_lost_ = true;
-  answering_->SetDisconnected(away);
-  troubles_.OnLook(away);
-}
-
-void CStoreRunner::ShowCopy(std::shared_ptr<CShownCopy> copy) {
-  hides_rows_ = copy->Facts().is_bound;
-  std::atomic_store(&copy_, copy);
-  session_->LoadCopy(*copy->Open());
-}
-
-LogInAnswer CStoreRunner::AskCopy(const LogInRequest& user) const {
-  return StoreCopies::Check(options_.copies, options_.url, user);
-}
-
-void CStoreRunner::LogInAtCopy(const LogInRequest& user) {
-  if (const auto copy = Copy(); copy && copy->Facts().user != user.user) {
-    const auto other = std::make_shared<CShownCopy>(options_.copies, options_.url, user.user);
-    thread_.Call([self = shared_from_this(), other] {
-      if (self->Copy() && other->Facts().station == self->Copy()->Facts().station) {
-        self->site_.ReadUsers(*other->Open());
-        self->ShowCopy(other);
-      }
-    });
-  }
-  const auto copy = Copy();
-  if (!copy || copy->Facts().user != user.user) {  // the store was quicker, or it is another site's
-    throw CStoreError(CStoreError::kNotAnswering, kNoAnswer);
-  }
-  if (copy->Facts().is_bound) {
-    url_->SetAccount(AccountOf(user));
-    thread_.Post([self = shared_from_this()] {
-      self->engine_->SetAddress(self->url_->Get());
-      return true;
-    });
-  }
-  user_ = copy->Facts().user_id;
-}
-
-// The store answers, for the first time where a copy was shown. Nothing is to be written to what is not the copy's.
-void CStoreRunner::TakeConnection() {
-  const auto copy = Copy();
-  if (!copy) {
-    return;
-  }
-  const QString station = engine_->Value("SELECT value FROM store_info WHERE name = 'station_id'").toString();
-  if (station != copy->Facts().station) {
-    copy->SetWhy(CShownCopy::kOtherSite);
-    engine_->Close();
-    throw CStoreError(CStoreError::kConnectionLost, {kOtherSiteThere, {engine_->Place()}});
-  }
-  hides_rows_ = engine_->BoundUser().has_value();
-  if (hides_rows_ && user_ != 0) {
-    user_ = *engine_->BoundUser();
-  }
-}
-
-void CStoreRunner::LeaveCopy() {
-  const auto copy = Copy();
-  if (!copy) {
-    return;
-  }
-  std::atomic_store(&copy_, std::shared_ptr<CShownCopy>());
-  if (hides_rows_ || user_ == 0) {
-    return;
-  }
-  const auto account = CAccountRepository(*engine_).Find(user_);
-  if ((account ? account->hash : QString()) != copy->Facts().hash) {
-    AskForPassword();
-  }
-}
-
-// Known only by asking again; once a password was refused it is not tried for a while.
-void CStoreRunner::LookWhetherPasswordIsRefused(steady_clock::time_point begin) {
-  const auto copy = Copy();
-  if (!copy || !copy->Facts().is_bound || user_ == 0 || steady_clock::now() - begin > kQuickRefusal ||
-      Store::AskServer(url_->Get(), CPlanStore::kServerPatience).outcome != LogInOutcome::kWrongPassword) {
-    return;
-  }
-  next_attempt_ = steady_clock::now() + kAfterRefusal;
-  if (copy->Why() != CShownCopy::kPasswordRefused) {
-    copy->SetWhy(CShownCopy::kPasswordRefused);
-    AskForPassword();
-  }
-}
-
-void CStoreRunner::AskForPassword() {
-  has_other_password_ = true;
-  if (options_.on_password_asked) {
-    RunInEvents(options_.on_password_asked);
-  }
-}
-
 void CStoreRunner::OnSaved() {
   troubles_.OnChange({});
   if (keeper_) {
     keeper_->Touch();
   }
-}
-
-// Over the store's own connection, a little at a time: a server has no sessions to spare.
-void CStoreRunner::StartKeeper() {
-  if (!keeper_) {
-    return;
-  }
-  keeper_->Start([weak = weak_from_this()](const auto& work) {
-    const auto self = weak.lock();
-    if (!self) {
-      throw CStoreError(CStoreError::kClosed, kStoreClosed);
-    }
-    self->OnDatabase(work);
-  });
-}
-
-// Whose copy is kept: of who is logged in, as far as the store answers.
-void CStoreRunner::NameOwner() {
-  if (!keeper_) {
-    return;
-  }
-  const auto user = site_.FindUser(user_);
-  if (user && !Copy()) {
-    keeper_->SetOwner({ToQt(user->name), user->id, hides_rows_, url_->Account().password});
-  }
-  keeper_->SetNewest(connection_lost_ || Copy() ? std::nullopt : session_->NewestChange(), read_up_to_);
-}
-
-// Its opening is short but takes the disk.
-std::shared_ptr<CShownCopy> CStoreRunner::StandIn() {
-  const int32_t user = user_;
-  if (!keeper_ || Copy() || !answering_->IsLost()) {
-    return nullptr;
-  }
-  if (const auto known = std::atomic_load(&stand_in_); known && known->Facts().user_id == user) {
-    return known;
-  }
-  const auto found = site_.FindUser(user);
-  if (!found || hub_->thread() == QThread::currentThread()) {
-    return nullptr;
-  }
-  try {
-    const auto copy =
-        std::make_shared<CShownCopy>(options_.copies, options_.url, ToQt(found->name), CShownCopy::kInPart);
-    if (copy->Facts().user_id == user && copy->Facts().station == ToQt(site_.StationId())) {
-      std::atomic_store(&stand_in_, copy);
-      return copy;
-    }
-  } catch (const CStoreError&) {
-    // none, or none that can be used
-  }
-  return nullptr;
 }
 
 void CStoreRunner::OpenReader() {
@@ -359,139 +185,6 @@ void CStoreRunner::OpenAs(const LogInRequest& account) {
   ReleaseReader();
 }
 
-// A role to which the tables are closed from one look to the next is no user's any more.
-void CStoreRunner::OnLook(const CStoreError& error) {
-  if (hides_rows_ && error.GetKind() == CStoreError::kNoRight && site_.FindUser(user_)) {
-    site_.Remove(user_);
-    session_->DropCatalog();
-    hub_->Post({WholeTreeEvent()});
-  }
-}
-
-// Answers whether the database did. After a connection has died, over which nothing was under way, there may be a
-// server again by now that was only started again.
-bool CStoreRunner::Beat() {
-  const bool answers = LookWhenItIsTime();
-  NameOwner();
-  return answers;
-}
-
-bool CStoreRunner::LookWhenItIsTime() {
-  if (connection_lost_ && steady_clock::now() < next_attempt_) {
-    return false;
-  }
-  const bool was_lost = connection_lost_;
-  std::optional<CStoreError> trouble = Look();
-  if (connection_lost_ && !was_lost && !watch_->WasCut()) {
-    trouble = Look();
-  }
-  is_followed_ = !trouble;
-  if (connection_lost_) {
-    answering_->SetDisconnected(trouble);
-  } else {
-    answering_->SetDisconnected(std::nullopt);
-    thread_.MarkAnswering();
-    std::atomic_store(&stand_in_, std::shared_ptr<CShownCopy>());
-  }
-  troubles_.OnLook(trouble);
-  return !connection_lost_;
-}
-
-std::optional<CStoreError> CStoreRunner::Look() {
-  try {
-    Reconnect();
-    DownloadWhenWanted();
-    const QDateTime now = options_.now();
-    session_->Poll();
-    read_up_to_ = now;
-    session_->KeepTimedPlans(options_.now().time().msecsSinceStartOfDay() / 1000);
-    ReportUnread();
-    RequireWritable();
-  } catch (const CStoreError& error) {
-    connection_lost_ = connection_lost_ || error.IsOfConnection();
-    OnLook(error);
-    return error;
-  } catch (const std::exception& error) {
-    return Unforeseen(error);
-  }
-  TryToWrite();
-  return std::nullopt;
-}
-
-// A lock that has gone or a disk that has room again shows in nothing else.
-void CStoreRunner::TryToWrite() {
-  if (!troubles_.IsOfChange()) {
-    next_try_ = steady_clock::now() + kBetweenTries;
-    return;
-  }
-  if (steady_clock::now() < next_try_) {
-    return;
-  }
-  next_try_ = steady_clock::now() + kBetweenTries;
-  try {
-    session_->TryToWrite();
-    troubles_.OnChange({});
-  } catch (const CStoreError& refusal) {
-    troubles_.OnChange(refusal);
-  }
-}
-
-CDatabaseThread::Rest CStoreRunner::BeforeRest() {
-  if (!is_followed_) {  // what is announced would not be taken in, and wake the thread for ever
-    return {};
-  }
-  return {engine_->NewsSocket(), engine_->HasNews()};
-}
-
-void CStoreRunner::Reconnect() {
-  if (connection_lost_) {
-    next_attempt_ = steady_clock::now() + kBetweenAttempts;
-    if (reader_ && options_.url.startsWith("sqlite:")) {
-      reader_->Release();
-    }
-    const auto begin = steady_clock::now();
-    try {
-      session_->Reconnect([this] { TakeConnection(); });
-    } catch (const CStoreError&) {
-      LookWhetherPasswordIsRefused(begin);
-      throw;
-    }
-    connection_lost_ = false;
-    LeaveCopy();
-  }
-}
-
-void CStoreRunner::DownloadWhenWanted() {
-  const int wanted = downloads_.Wanted();
-  if (!downloads_.IsDone(wanted)) {
-    session_->DropCatalog();
-    session_->LoadCatalog();
-    downloads_.SetDone(wanted);
-  }
-}
-
-// With every beat, not at the end of a trouble: a plan may be noted just after that.
-void CStoreRunner::ReportUnread() {
-  if (answering_->IsLost()) {
-    return;
-  }
-  for (const int32_t code : unread_plans_.TakeDue()) {
-    if (const auto hit = catalog_.FindPlan(code, user_)) {
-      session_->Remember(code);
-      const std::optional<PlanRow> row = hit->plan;
-      hub_->Post(EventsOf(row, row));
-    }
-  }
-}
-
-// Else the user learns of it only after making a change.
-void CStoreRunner::RequireWritable() const {
-  const CStoreText refusal = engine_->WriteRefusal();
-  if (!refusal.IsEmpty()) {
-    throw CStoreError(CStoreError::kReadOnly, refusal);
-  }
-}
-
 void CStoreRunner::CloseDatabase() {
   writer_.reset();
   session_.reset();
@@ -567,16 +260,6 @@ bool CStoreRunner::WaitUntilEnded(steady_clock::time_point deadline) {
   const bool reader_ended = !reader_ || reader_->Thread().WaitUntilEnded(deadline);
   const bool keeper_ended = !keeper_ || keeper_->Thread().WaitUntilEnded(deadline);
   return thread_.WaitUntilEnded(deadline) && reader_ended && keeper_ended;
-}
-
-void CStoreRunner::Report(StoreTrouble trouble, const QString& line) {
-  if (!options_.on_trouble) {
-    return;
-  }
-  const auto copy = Copy();
-  const bool is_of_copy = copy && trouble == StoreTrouble::kConnectionLost;
-  const StoreTrouble shown = is_of_copy ? TroubleWith(copy->Why()) : trouble;
-  RunInEvents([call = options_.on_trouble, shown, line] { call(shown, line); });
 }
 
 // On the GUI thread, unless the store is closed by then.
