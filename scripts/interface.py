@@ -107,14 +107,14 @@ def compare_dumps(before, now):
     return report, abi_layout.is_broken(lines, new_lines) or any(int(count) for pair in counts for count in pair)
 
 
-def check(build, name, symbols_only):
+def check(build, name):
     expected = (ABI / f"{name}.symbols").read_text()
     kept_with = expected.partition("\n")[0]
     if kept_with != made_with(build):
         print(f"interface: the record of {name} was made with {kept_with}, this is {made_with(build)}: not compared")
         return CANNOT_COMPARE
     counted = symbols_text(build, name)
-    report, is_broken = ("", False) if symbols_only else compare(build, name)
+    report, is_broken = compare(build, name)
     if not report and counted == expected:
         return 0
     print(f"The interface of {name} is not the one in abi/.\n\n{report}")
@@ -125,11 +125,10 @@ def check(build, name, symbols_only):
     return 1
 
 
-def renew(build, name, symbols_only):
+def renew(build, name):
     ABI.mkdir(exist_ok=True)
     (ABI / f"{name}.symbols").write_text(symbols_text(build, name))
-    if not symbols_only:
-        dump_of(build, name).write(ABI / f"{name}.abi", encoding="unicode")
+    dump_of(build, name).write(ABI / f"{name}.abi", encoding="unicode")
     return 0
 
 
@@ -144,11 +143,10 @@ def main():
     parser.add_argument("what", choices=["check", "renew"])
     parser.add_argument("build", type=lambda text: pathlib.Path(text).resolve())
     parser.add_argument("--library", action="append", help="as in libTarnHost; else all of the build's")
-    parser.add_argument("--symbols-only", action="store_true", help="for a build whose debug information has no types")
     options = parser.parse_args()
     names = options.library or sorted(path.stem for path in (options.build / "lib").glob("libTarn*.so"))
     run = {"check": check, "renew": renew}[options.what]
-    return max(run(options.build, name, options.symbols_only) for name in names)
+    return max(run(options.build, name) for name in names)
 
 
 if __name__ == "__main__":
