@@ -108,6 +108,10 @@ def compare_dumps(before, now):
 
 
 def check(build, name):
+    missing = [kept.name for kept in (ABI / f"{name}.symbols", ABI / f"{name}.abi") if not kept.exists()]
+    if missing:
+        print(f"interface: abi/ lacks {' and '.join(missing)}; {RENEW.format(build=build.name)} makes them")
+        return 1
     expected = (ABI / f"{name}.symbols").read_text()
     kept_with = expected.partition("\n")[0]
     if kept_with != made_with(build):

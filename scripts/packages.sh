@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # packages.sh [BUILD]: makes the Debian packages of a build that is there, or else of one of its own, in BUILD/packages,
-# and lets lintian and appstreamcli look at them.
+# and lets lintian, appstreamcli and desktop-file-validate look at them.
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -23,19 +23,18 @@ if ! (cd "$build" && cpack) >"$build/packages.log" 2>&1; then
   exit 1
 fi
 rm -rf "$made/_CPack_Packages"
-if command -v lintian >/dev/null; then
-  # An error is a fault of ours; warnings stand in the log.
-  lintian --fail-on error --tag-display-limit 0 --show-overrides "$made"/*.deb >"$build/lintian.log" 2>&1 || {
-    grep '^E:' "$build/lintian.log" >&2 || cat "$build/lintian.log" >&2
+
+# looked_at PROGRAM ARGUMENT...: fails with what the program says, also when it is not there.
+looked_at() {
+  local log=$build/$1.log
+  if ! "$@" >"$log" 2>&1; then
+    echo "packages: $1 does not pass:" >&2
+    grep '^E:' "$log" >&2 || cat "$log" >&2
     exit 1
-  }
-else
-  echo "packages: lintian is not there; the packages were not looked at" >&2
-fi
-if command -v appstreamcli >/dev/null; then
-  appstreamcli validate --no-net "$build"/packaging/*.metainfo.xml >"$build/appstream.log" || {
-    cat "$build/appstream.log" >&2
-    exit 1
-  }
-fi
+  fi
+}
+# An error is a fault of ours; warnings stand in the log.
+looked_at lintian --fail-on error --tag-display-limit 0 --show-overrides "$made"/*.deb
+looked_at appstreamcli validate --no-net "$build"/packaging/*.metainfo.xml
+looked_at desktop-file-validate packaging/*.desktop
 ls "$made"/*.deb
