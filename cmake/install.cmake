@@ -20,9 +20,12 @@ install(EXPORT TarnPlanViewTargets NAMESPACE TarnPlanView:: DESTINATION ${config
   COMPONENT development)
 set(plain_controls ${CMAKE_INSTALL_DATADIR}/tarnplanview${TARN_QT_SUFFIX}/plain_controls)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/plain_controls/ DESTINATION ${plain_controls} COMPONENT development)
+# By the interface's number, as the library itself, so that the next one can be installed beside it.
+set(translations ${CMAKE_INSTALL_DATADIR}/tarnplanview${TARN_QT_SUFFIX}/translations/${TARN_INTERFACE_VERSION})
+install(FILES ${TARN_CATALOGUES} DESTINATION ${translations} COMPONENT plugin)
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/TarnPlanViewConfig.cmake.in
   ${PROJECT_BINARY_DIR}/${package}Config.cmake INSTALL_DESTINATION ${config_dir}
-  PATH_VARS plain_controls)
+  PATH_VARS plain_controls translations)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/${package}ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/${package}Config.cmake ${PROJECT_BINARY_DIR}/${package}ConfigVersion.cmake
   DESTINATION ${config_dir} COMPONENT development)

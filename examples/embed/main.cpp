@@ -9,9 +9,12 @@
 #include <TarnPlanView/view_model_data_manager_export.h>
 
 #include <QApplication>
+#include <QLocale>
 #include <QSplitter>
 #include <QTextStream>
 #include <QThreadPool>
+#include <QTranslator>
+#include <cstdio>
 
 #include "TarnHost/plan_site.h"
 #include "TarnHost/plan_store.h"
@@ -26,6 +29,10 @@ class Window : public QSplitter {
     auto* window = this;
     auto* live_view = new LiveView;
     // [embed]
+    auto* texts = new QTranslator(qApp);  // or the panel shows the keys of its texts
+    if (texts->load(QLocale(), "tarn", "_", TARN_TEXTS) || texts->load("tarn_en", TARN_TEXTS)) {
+      QCoreApplication::installTranslator(texts);
+    }
     auto& plans = TarnPlanView::CViewModelDataManagerExport::Instance();  // after the plan service is up and logged in
     plans.InitManager();
     plans.InitViewConfigInterfacePointer();
@@ -49,7 +56,7 @@ class Window : public QSplitter {
     live_view_ = live_view;
   }
 
-  // Opens groups until a plan comes in, plays that and ends: for a run that no one looks at.
+  // Opens groups until a plan comes in, plays that, opens a dialog, lists all texts and ends: for a run of a test.
   void PlayTheFirstPlan() {
     auto* tree = panel_->GetPlanViewTree();
     connect(
@@ -67,6 +74,8 @@ class Window : public QSplitter {
         live_view_, &LiveView::SignalPlaying, qApp,
         [this] {
           QTextStream(stdout) << live_view_->text() << Qt::endl;
+          panel_->OnPopupSavePlanAsDlg(QPoint());
+          ListTexts();
           QCoreApplication::quit();
         },
         Qt::QueuedConnection);
@@ -75,6 +84,18 @@ class Window : public QSplitter {
   void StopWorking() { panel_->StopWorking(); }
 
  private:
+  // What all widgets say to those who see them and to those who hear them, a line each.
+  static void ListTexts() {
+    for (const QWidget* widget : QApplication::allWidgets()) {
+      for (const char* property : {"text", "placeholderText", "toolTip", "accessibleName"}) {
+        const QString text = widget->property(property).toString();
+        if (!text.isEmpty()) {
+          std::printf("text: %s\n", qUtf8Printable(text.simplified()));
+        }
+      }
+    }
+  }
+
   TarnPlanView::CViewExternWidget* panel_;
   LiveView* live_view_;
 };

@@ -1,4 +1,4 @@
-# cmake -DSOURCE=... -DREADME=... -DPREFIX=... -DWORK=... -DLIBDIR=... -DFLAGS=... -DQT=... -P embed.cmake
+# cmake -DSOURCE=... -DREADME=... -DTEXTS=... -DPREFIX=... -DWORK=... -DLIBDIR=... -DFLAGS=... -DQT=... -DPYTHON=... -P embed.cmake
 # Builds the embedding program against the installed copy and runs it. Its lines are those that the README shows.
 include(${CMAKE_CURRENT_LIST_DIR}/run.cmake)
 file(READ ${README} readme)
@@ -16,8 +16,15 @@ run(${CMAKE_COMMAND} -S ${SOURCE} -B ${WORK} -G Ninja -DCMAKE_PREFIX_PATH=${PREF
   -DTARN_QT_VERSION=${QT})
 run(${CMAKE_COMMAND} --build ${WORK})
 set(ENV{LD_LIBRARY_PATH} ${PREFIX}/lib:${PREFIX}/${LIBDIR})
-run(${WORK}/embed --play-first)
-if(NOT output MATCHES ": [1-9][0-9]* cameras")
-  message(FATAL_ERROR "No plan has played: ${output}")
-endif()
-message(STATUS "${output}")
+# The language is the desk's, or else English.
+foreach(desk de_DE:en zh_CN:zh_CN)
+  string(REPLACE ":" ";" desk ${desk})
+  list(POP_FRONT desk locale)
+  set(ENV{LANGUAGE} ${locale})
+  set(ENV{LC_ALL} ${locale}.UTF-8)
+  run(${WORK}/embed --play-first)
+  file(WRITE ${WORK}/shown.txt "${output}")
+  set(ENV{LC_ALL} C.UTF-8)
+  run(${PYTHON} ${CMAKE_CURRENT_LIST_DIR}/check_texts.py ${TEXTS}/tarn_${desk}.ts ${WORK}/shown.txt)
+  message(STATUS "${locale}: ${output}")
+endforeach()
