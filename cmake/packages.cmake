@@ -63,6 +63,16 @@ set(components host plugin development)
 set(TARN_CLIENT_ID org.tarnplanview.TarnClient)
 if(TARN_BUILD_CLIENT AND NOT TARN_QT_SUFFIX)  # one client is enough
   string(TIMESTAMP day "%Y-%m-%d" UTC)
+if(TARN_BUILD_HOSTKIT)
+  # Of the Qt that the headers beside it are of.
+  set(example ${PROJECT_SOURCE_DIR}/examples/embed)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${example}/CMakeLists.txt)
+  file(READ ${example}/CMakeLists.txt example_build)
+  string(REPLACE "(TARN_QT_VERSION 5 " "(TARN_QT_VERSION ${TARN_QT_VERSION} " example_build "${example_build}")
+  file(WRITE ${PROJECT_BINARY_DIR}/packaging/embed/CMakeLists.txt "${example_build}")
+  install(FILES ${example}/main.cpp ${example}/live_view.h ${PROJECT_BINARY_DIR}/packaging/embed/CMakeLists.txt
+    DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${development_package}/examples/embed COMPONENT development)
+endif()
   configure_file(${PROJECT_SOURCE_DIR}/packaging/tarn-client.1.in ${PROJECT_BINARY_DIR}/packaging/tarn-client.1 @ONLY)
   tarn_compress(${PROJECT_BINARY_DIR}/packaging/tarn-client.1 ${PROJECT_BINARY_DIR}/packaging/tarn-client.1.gz)
   configure_file(${PROJECT_SOURCE_DIR}/packaging/metainfo.xml.in
