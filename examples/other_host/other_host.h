@@ -8,7 +8,8 @@
 namespace OtherHost {
 
 /// Opens the site in a directory: site.json and a file CODE.json for each plan and group. Made when it is not there.
-TARN_HOST_EXPORT void Open(const QString& directory);
+/// False when site.json is there and cannot be read: with another one codes would be given out twice.
+TARN_HOST_EXPORT bool Open(const QString& directory);
 /// From here on every call of the services returns false.
 TARN_HOST_EXPORT void Close();
 

@@ -75,12 +75,18 @@ void SetSetting(const QString& name, const QJsonValue& value) {
   site->settings = settings;
 }
 
+/// Left out and named in the log is what cannot be read: it comes with the next change of the directory after it can.
 std::map<QString, Row> ReadRows(const QString& directory) {
   std::map<QString, Row> rows;
   for (const QFileInfo& info : QDir(directory).entryInfoList({"*.json"}, QDir::Files)) {
     QFile file(info.filePath());
-    file.open(QIODevice::ReadOnly);
-    rows[info.completeBaseName()] = QJsonDocument::fromJson(file.readAll()).object();
+    const bool is_open = file.open(QIODevice::ReadOnly);
+    const Row row = is_open ? QJsonDocument::fromJson(file.readAll()).object() : Row();
+    if (row.isEmpty()) {
+      marlog::Write("Files", marlog::Warning, "%s has no row in it", qPrintable(info.filePath()));
+      continue;
+    }
+    rows[info.completeBaseName()] = row;
   }
   return rows;
 }
@@ -140,10 +146,15 @@ std::string Add(const Row& row) {
   return std::to_string(code);
 }
 
+/// From below, so that what could not be removed still stands somewhere.
 void Delete(const std::string& code) {
-  for (const QString& each : Subtree(code)) {
-    QFile::remove(site->directory + '/' + each + ".json");
-    site->rows.erase(each);
+  const QStringList codes = Subtree(code);
+  for (auto each = codes.rbegin(); each != codes.rend(); ++each) {
+    const QString path = site->directory + '/' + *each + ".json";
+    if (QFile::exists(path) && !QFile::remove(path)) {
+      throw Refusal{Unavailable, "The file cannot be removed."};
+    }
+    site->rows.erase(*each);
   }
 }
 
@@ -230,13 +241,16 @@ void LookAgain() {
 
 }  // namespace
 
-void OtherHost::Open(const QString& directory) {
+bool OtherHost::Open(const QString& directory) {
   QDir().mkpath(directory);
   auto opened = std::make_unique<Site>();
   opened->directory = directory;
   opened->rows = ReadRows(directory);
   opened->settings = opened->rows["site"];
   opened->rows.erase("site");
+  if (opened->settings.isEmpty() && QFile::exists(directory + "/site.json")) {
+    return false;
+  }
   if (opened->settings.isEmpty()) {
     opened->settings = {{"name", "Plans"},
                         {"next", 100001},
@@ -247,6 +261,7 @@ void OtherHost::Open(const QString& directory) {
   QObject::connect(&opened->watcher, &QFileSystemWatcher::directoryChanged, qApp, &LookAgain);
   const std::lock_guard<std::mutex> lock(mutex);
   site = std::move(opened);
+  return true;
 }
 
 void OtherHost::Close() {

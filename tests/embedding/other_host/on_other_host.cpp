@@ -38,6 +38,8 @@ class OnOtherHost : public QObject {
   void opensItsPopups();
   void saysWhyNot();
   void followsTheFiles();
+  void keepsWhatCannotBeRemoved();
+  void opensNoBrokenSite();
   void deletes();
 
  private:
@@ -45,6 +47,7 @@ class OnOtherHost : public QObject {
   QString CodeOf(const QString& name) const;
   /// Once the plan is there, changed by `change`.
   void Update(const QString& name, const std::function<void(UpdatePlanRequest&)>& change);
+  void Put(const QString& name, const QByteArray& content) const;
   int Files() const { return QDir(directory_.path()).entryList({"1*.json"}).size(); }
 
   QTemporaryDir directory_;
@@ -54,7 +57,7 @@ class OnOtherHost : public QObject {
 };
 
 void OnOtherHost::initTestCase() {
-  OtherHost::Open(directory_.path());
+  QVERIFY(OtherHost::Open(directory_.path()));
   auto& plans = CViewModelDataManagerExport::Instance();
   plans.InitManager();
   plans.InitViewConfigInterfacePointer();
@@ -211,13 +214,38 @@ void OnOtherHost::saysWhyNot() {
   QVERIFY(said[0][0].toString().startsWith("A name has"));
 }
 
-void OnOtherHost::followsTheFiles() {
-  QFile file(directory_.filePath("200000.json"));
+void OnOtherHost::Put(const QString& name, const QByteArray& content) const {
+  QFile file(directory_.filePath(name));
   QVERIFY(file.open(QIODevice::WriteOnly));
-  file.write(QJsonDocument(QJsonObject{{"kind", "group"}, {"name", "By hand"}, {"parent", "-1"}}).toJson());
-  file.close();
+  file.write(content);
+}
+
+void OnOtherHost::followsTheFiles() {
+  Put("300000.json", R"({"kind": "group", "name": "Cut o)");
+  Put("200000.json", QJsonDocument(QJsonObject{{"kind", "group"}, {"name", "By hand"}, {"parent", "-1"}}).toJson());
   QTRY_VERIFY(Row("By hand").isValid());
   QTRY_VERIFY(Row("Docks").isValid());  // the trees were loaded again
+  QVERIFY(QFile::remove(directory_.filePath("300000.json")));
+}
+
+void OnOtherHost::keepsWhatCannotBeRemoved() {
+  const std::string code = CodeOf("North wall").toStdString();
+  const QString path = directory_.filePath(CodeOf("North wall") + ".json");
+  QVERIFY(QFile::rename(path, path + ".aside") && QDir().mkdir(path));  // no file any more
+  DeletePlanResponse answer;
+  QVERIFY(!LyraPluginManager::CViewBusinessInterfaceMgr::Instance().DeletePlan({code}, answer));
+  QCOMPARE(answer.error_kind, int32_t(Unavailable));
+  QVERIFY(QDir().rmdir(path) && QFile::rename(path + ".aside", path));
+  GetPlanDetailResponse plan;
+  QVERIFY(LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanDetail({code}, plan));
+}
+
+void OnOtherHost::opensNoBrokenSite() {
+  const QTemporaryDir broken;
+  QFile file(broken.filePath("site.json"));
+  QVERIFY(file.open(QIODevice::WriteOnly));
+  file.close();
+  QVERIFY(!OtherHost::Open(broken.path()));
 }
 
 void OnOtherHost::deletes() {
