@@ -28,7 +28,7 @@ function(tarn_package component package section summary description)
   list(JOIN P_DEPENDS ", " depends)
   list(JOIN P_RECOMMENDS ", " recommends)
   foreach(setting "PACKAGE_NAME;${package}" "PACKAGE_SECTION;${section}" "PACKAGE_DEPENDS;${depends}"
-      "PACKAGE_RECOMMENDS;${recommends}" "DESCRIPTION;${summary}\n${description}")
+      "PACKAGE_RECOMMENDS;${recommends}" "DESCRIPTION;${summary}${on_qt}\n${description}")
     list(POP_FRONT setting name)
     string(REPLACE ";" "\;" value "${setting}")
     set(CPACK_DEBIAN_${upper}_${name} "${value}" PARENT_SCOPE)
@@ -41,7 +41,11 @@ endfunction()
 set(drivers libqt5sql5-sqlite)
 set(server_driver libqt5sql5-psql)
 set(development_qt "qtbase5-dev (>= 5.15)")
+set(on_qt "")
+set(TARN_NAME_NOTE "")
 if(TARN_QT_SUFFIX)
+  set(on_qt ", on Qt 6")
+  set(TARN_NAME_NOTE " (Qt 6)")
   set(drivers libqt6sql6-sqlite)
   set(server_driver libqt6sql6-psql)
   set(development_qt "qt6-base-dev (>= 6.4)")
@@ -59,10 +63,6 @@ tarn_package(development ${development_package} libdevel "plan panel of a video-
 host, and the CMake package that finds them."
   COMPONENTS plugin host DEPENDS ${development_qt})
 set(components host plugin development)
-
-set(TARN_CLIENT_ID org.tarnplanview.TarnClient)
-if(TARN_BUILD_CLIENT AND NOT TARN_QT_SUFFIX)  # one client is enough
-  string(TIMESTAMP day "%Y-%m-%d" UTC)
 if(TARN_BUILD_HOSTKIT)
   # Of the Qt that the headers beside it are of.
   set(example ${PROJECT_SOURCE_DIR}/examples/embed)
@@ -73,18 +73,29 @@ if(TARN_BUILD_HOSTKIT)
   install(FILES ${example}/main.cpp ${example}/live_view.h ${PROJECT_BINARY_DIR}/packaging/embed/CMakeLists.txt
     DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${development_package}/examples/embed COMPONENT development)
 endif()
-  configure_file(${PROJECT_SOURCE_DIR}/packaging/tarn-client.1.in ${PROJECT_BINARY_DIR}/packaging/tarn-client.1 @ONLY)
-  tarn_compress(${PROJECT_BINARY_DIR}/packaging/tarn-client.1 ${PROJECT_BINARY_DIR}/packaging/tarn-client.1.gz)
-  configure_file(${PROJECT_SOURCE_DIR}/packaging/metainfo.xml.in
-    ${PROJECT_BINARY_DIR}/packaging/${TARN_CLIENT_ID}.metainfo.xml @ONLY)
-  install(FILES ${PROJECT_BINARY_DIR}/packaging/tarn-client.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT client)
+
+set(TARN_CLIENT tarn-client${TARN_QT_SUFFIX})
+string(REPLACE - \\- TARN_CLIENT_IN_MAN ${TARN_CLIENT})
+string(REPLACE - _ TARN_CLIENT_ID org.tarnplanview.TarnClient${TARN_QT_SUFFIX})
+# tarn_filled_in(template name): the template with what is called otherwise for either Qt.
+function(tarn_filled_in template name)
+  configure_file(${PROJECT_SOURCE_DIR}/packaging/${template} ${PROJECT_BINARY_DIR}/packaging/${name} @ONLY)
+endfunction()
+if(TARN_BUILD_CLIENT)
+  string(TIMESTAMP day "%Y-%m-%d" UTC)
+  tarn_filled_in(tarn-client.1.in ${TARN_CLIENT}.1)
+  tarn_filled_in(tarn-client.desktop.in ${TARN_CLIENT}.desktop)
+  tarn_filled_in(metainfo.xml.in ${TARN_CLIENT_ID}.metainfo.xml)
+  tarn_compress(${PROJECT_BINARY_DIR}/packaging/${TARN_CLIENT}.1 ${PROJECT_BINARY_DIR}/packaging/${TARN_CLIENT}.1.gz)
+  install(FILES ${PROJECT_BINARY_DIR}/packaging/${TARN_CLIENT}.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+    COMPONENT client)
   install(FILES ${PROJECT_BINARY_DIR}/packaging/${TARN_CLIENT_ID}.metainfo.xml
     DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/metainfo COMPONENT client)
-  install(FILES ${PROJECT_SOURCE_DIR}/packaging/tarn-client.desktop
+  install(FILES ${PROJECT_BINARY_DIR}/packaging/${TARN_CLIENT}.desktop
     DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/applications COMPONENT client)
-  install(FILES ${PROJECT_SOURCE_DIR}/client/images/window_icon.svg RENAME tarn-client.svg
+  install(FILES ${PROJECT_SOURCE_DIR}/client/images/window_icon.svg RENAME ${TARN_CLIENT}.svg
     DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/icons/hicolor/scalable/apps COMPONENT client)
-  tarn_package(client tarn-client video "shows the plans of a video-surveillance site and plays them"
+  tarn_package(client ${TARN_CLIENT} video "shows the plans of a video-surveillance site and plays them"
     "A desk of a video-surveillance site: the trees of plans, a live wall of up to
 four windows on several screens, the plan editor and the site's settings, for
 cameras by RTSP and devices by ONVIF. It opens a demo site at its first start."

@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# packages.sh [BUILD]: makes the Debian packages of a build that is there, or else of one of its own, in BUILD/packages,
-# and lets lintian, appstreamcli and desktop-file-validate look at them.
+# packages.sh [BUILD]: makes the Debian packages of a build that is there, or else of one of its own (TARN_QT=6: on Qt 6),
+# in BUILD/packages, and lets lintian, appstreamcli and desktop-file-validate look at them.
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-build=${1:-build/packages}
+suffix=$(scripts/qt_suffix.sh)
+build=${1:-build/packages$suffix}
 # The packages carry the date of what they are made from.
 SOURCE_DATE_EPOCH=$(git log -1 --format=%ct 2>/dev/null || date +%s)
 export SOURCE_DATE_EPOCH
@@ -12,7 +13,7 @@ if [ "$#" -eq 0 ]; then
   scripts/setup.sh
   # As a release build, whose objects serve as well.
   export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
-  scripts/build.sh packages
+  scripts/build.sh "packages$suffix"
 fi
 
 made=$build/packages
@@ -36,5 +37,5 @@ looked_at() {
 # An error is a fault of ours; warnings stand in the log.
 looked_at lintian --fail-on error --tag-display-limit 0 --show-overrides "$made"/*.deb
 looked_at appstreamcli validate --no-net "$build"/packaging/*.metainfo.xml
-looked_at desktop-file-validate packaging/*.desktop
+looked_at desktop-file-validate "$build"/packaging/*.desktop
 ls "$made"/*.deb
