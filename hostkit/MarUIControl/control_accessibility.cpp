@@ -72,6 +72,11 @@ class RoleInterface : public QAccessibleWidget {
  public:
   RoleInterface(QWidget* widget, QAccessible::Role role) : QAccessibleWidget(widget, role) {}
 
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.readOnly = role() == QAccessible::StaticText;
+    return state;
+  }
   QString text(QAccessible::Text kind) const override {
     const QVariant quiet = widget()->property(kQuietProperty);
     if (kind == QAccessible::Description && quiet.isValid()) {

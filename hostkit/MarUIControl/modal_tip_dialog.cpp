@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "MarUIControl/accessible_role.h"
 #include "MarUIControl/breakable_text.h"
 #include "MarUIControl/label.h"
 #include "MarUIControl/primary_button.h"
@@ -39,6 +40,7 @@ class CModalTipDialog::Private {
   void MakeButtons();
   void LayOut();
   void FitText();
+  void LetKeysScroll();
   void Center();
   void ChooseDefault();
   void NameForReaders();
@@ -68,6 +70,7 @@ void CModalTipDialog::Private::MakeText() {
   content->setWordWrap(true);
   content->setAlignment(Qt::AlignLeading | Qt::AlignVCenter);  // one line stands beside the mark
   scroll = new QScrollArea(q);
+  SetAccessibleRole(scroll, QAccessible::StaticText);
   scroll->setFrameShape(QFrame::NoFrame);
   scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll->setWidgetResizable(true);
@@ -114,9 +117,18 @@ void CModalTipDialog::Private::FitText() {
   const int width = q->width() - 2 * kMargin - kMarkSize - kTipGap;
   const int lines = content->heightForWidth(width);
   scroll->setFixedHeight(qBound(kMarkSize, lines, kTallestText));
-  scroll->setFocusPolicy(lines > kTallestText ? Qt::StrongFocus : Qt::NoFocus);  // so that keys can scroll it
+  scroll->setFocusPolicy(Qt::NoFocus);
+  if (lines > kTallestText) {
+    LetKeysScroll();
+  }
   q->layout()->activate();
   q->setFixedHeight(q->layout()->minimumSize().height());
+}
+
+// Who comes to it by keys hears the whole text.
+void CModalTipDialog::Private::LetKeysScroll() {
+  scroll->setAccessibleName(whole_content);
+  scroll->setFocusPolicy(Qt::StrongFocus);
 }
 
 void CModalTipDialog::Private::Center() {
