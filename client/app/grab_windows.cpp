@@ -4,13 +4,13 @@
 #include <QPainter>
 #include <QWidget>
 #include <algorithm>
+#include <utility>
 
 namespace TarnClient {
 
 namespace {
 
-// As the screen has them: boxes over windows, menus over boxes, tips over menus.
-int PlaceInStack(const QWidget& window) {
+int KindInStack(const QWidget& window) {
   switch (window.windowType()) {
     case Qt::ToolTip:
       return 3;
@@ -21,6 +21,15 @@ int PlaceInStack(const QWidget& window) {
     default:
       return 1;
   }
+}
+
+// As the screen has them: boxes over windows, menus over boxes, tips over menus, and each over what has opened it.
+std::pair<int, int> PlaceInStack(const QWidget& window) {
+  int openers = 0;
+  for (const QWidget* opener = window.parentWidget(); opener; opener = opener->window()->parentWidget()) {
+    ++openers;
+  }
+  return {KindInStack(window), openers};
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ namespace TarnClient {
 
 namespace {
 
-constexpr int kStepMs = 40;
+constexpr int kStepMs = 10;
 
 }  // namespace
 
@@ -81,6 +81,9 @@ const std::vector<CScene::Entry>& CScene::Entries() {
       {"camera-removal", &CScene::CameraRemoval},
       {"camera-import", &CScene::CameraImport},
       {"camera-export", &CScene::CameraExport},
+      {"region-form", &CScene::RegionForm},
+      {"device-form", &CScene::DeviceForm},
+      {"authority-form", &CScene::AuthorityForm},
       {"default-view", &CScene::DefaultView},
       {"default-view-search", &CScene::DefaultViewSearch},
       {"drop", &CScene::Drop},
@@ -138,6 +141,8 @@ const std::vector<CScene::Entry>& CScene::Entries() {
       {"desk-locked-editor", &CScene::DeskLockedWithEditor},
       {"site-users", &CScene::SiteUsersPage},
       {"user-form", &CScene::UserForm},
+      {"user-group-form", &CScene::UserGroupForm},
+      {"limit-form", &CScene::LimitForm},
       {"wait", &CScene::Wait},
   };
   return entries;

@@ -67,6 +67,9 @@ class CScene : public QObject {
   void CameraRemoval();
   void CameraImport();
   void CameraExport();
+  void RegionForm();
+  void DeviceForm();
+  void AuthorityForm();
   void DefaultView();
   void DefaultViewSearch();
   void Drop();
@@ -132,6 +135,8 @@ class CScene : public QObject {
   void DeskLockedWithEditor();
   void SiteUsersPage();
   void UserForm();
+  void UserGroupForm();
+  void LimitForm();
 
   static void Press(QWidget* widget, int key);
   QModelIndex Row(const QString& name) const;
@@ -140,6 +145,8 @@ class CScene : public QObject {
   void AddCall(const std::function<void()>& call);
   void AddClick(const QString& button);
   void AddSettingsClick(const char* button);
+  /// On the page of users.
+  void AddUsersKind(int kind);
   /// Says yes to every question from here on.
   void AddYes();
   void AddWall();

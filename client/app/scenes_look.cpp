@@ -54,7 +54,8 @@ void CScene::LongQuestion() {
     auto* question = new MarUIControl::CModalTipDialog(window_);
     question->SetDialogModel(MarUIControl::CModalTipDialog::QuestionModel);
     question->SetTitle(kLongName);
-    question->SetContent(QStringLiteral("Delete \"%1\" with 12 plans?").arg(kLongName));
+    const QStringList names{kLongName, kLongName, kLongName, kLongName, kLongName};  // more than the box shows at once
+    question->SetContent(QStringLiteral("Delete \"%1\" with 12 plans each?").arg(names.join(QStringLiteral("\", \""))));
     question->show();
     return true;
   });

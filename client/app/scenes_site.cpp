@@ -2,12 +2,17 @@
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
+#include <QNetworkDatagram>
+#include <QPlainTextEdit>
 #include <QTreeView>
+#include <QUdpSocket>
 
 #include "TarnHost/camera_access.h"
 #include "TarnHost/host_services.h"
 #include "app/scenes.h"
+#include "devices/xml_node.h"
 #include "settings/settings_dialog.h"
+#include "site/device_form.h"
 #include "site/site_page.h"
 #include "window/main_window.h"
 
@@ -31,6 +36,41 @@ void GiveAddresses() {
   TarnHost::CameraChangesMade made;
   std::string error;
   TarnHost::InstalledHostServices()->ChangeCameras(changes, made, &error);
+}
+
+constexpr char kProbeAddressing[] = "http://schemas.xmlsoap.org/ws/2004/08/addressing";
+
+QByteArray FoundDevice(const char* address, const char* name, const char* model, const char* place) {
+  const QByteArray scope = "onvif://www.onvif.org/";
+  return "<d:ProbeMatch><d:Scopes>" + scope + "name/" + name + ' ' + scope + "hardware/" + model + ' ' + scope +
+         "location/" + place + "</d:Scopes><d:XAddrs>http://" + address +
+         "/onvif/device_service</d:XAddrs></d:ProbeMatch>";
+}
+
+/// What two cameras of the network answer to a search.
+QByteArray FoundDevices(const QByteArray& search) {
+  const std::optional<XmlNode> root = ReadXml(search);
+  if (!root) {
+    return QByteArray();
+  }
+  const QString question = root->Child("", "Header").Child(kProbeAddressing, "MessageID").text;
+  return "<s:Envelope xmlns:s=\"http://www.w3.org/2003/05/soap-envelope\" xmlns:a=\"" + QByteArray(kProbeAddressing) +
+         "\" xmlns:d=\"http://schemas.xmlsoap.org/ws/2005/04/discovery\"><s:Header><a:RelatesTo>" + question.toUtf8() +
+         "</a:RelatesTo></s:Header><s:Body><d:ProbeMatches>" +
+         FoundDevice("10.0.7.90", "Platform%201", "D-210", "Station") +
+         FoundDevice("10.0.7.91", "Platform%202", "D-210", "Station") + "</d:ProbeMatches></s:Body></s:Envelope>";
+}
+
+/// A place of this machine where the cameras of a made-up network answer, as long as `parent` lives; 0 without one.
+quint16 OpenNetwork(QObject* parent) {
+  auto* socket = new QUdpSocket(parent);
+  QObject::connect(socket, &QUdpSocket::readyRead, socket, [socket] {
+    while (socket->hasPendingDatagrams()) {
+      const QNetworkDatagram search = socket->receiveDatagram();
+      socket->writeDatagram(search.makeReply(FoundDevices(search.data())));
+    }
+  });
+  return socket->bind(QHostAddress::LocalHost) ? socket->localPort() : 0;
 }
 
 }  // namespace
@@ -100,6 +140,56 @@ void CScene::CameraImport() {
 void CScene::CameraExport() {
   SiteCameras();
   AddSettingsClick("site_export_btn");
+}
+
+void CScene::RegionForm() {
+  SiteCameras();
+  AddSettingsClick("site_add_region_btn");
+  Add([this] {
+    auto* name = InSettings<QLineEdit>("region_name");
+    if (!name) {
+      return false;
+    }
+    name->setText(QStringLiteral("Platforms"));
+    return true;
+  });
+}
+
+void CScene::DeviceForm() {
+  SiteCameras();
+  AddSettingsClick("site_find_btn");
+  Add([this] {
+    auto* form = InSettings<CDeviceForm>("device_form");
+    if (!form) {
+      return false;
+    }
+    form->SearchAt(QHostAddress(QHostAddress::LocalHost), OpenNetwork(form));
+    return true;
+  });
+  Add([this] {
+    auto* form = InSettings<CDeviceForm>("device_form");
+    const bool is_over = InSettings<QAbstractButton>("device_search_btn")->isEnabled();
+    const bool are_found = InSettings<QAbstractItemView>("device_list")->model()->rowCount() > 1;
+    if (is_over && !are_found) {
+      form->SearchAt(QHostAddress(QHostAddress::LocalHost), OpenNetwork(form));
+    }
+    return are_found;
+  });
+}
+
+void CScene::AuthorityForm() {
+  SiteCameras();
+  AddSettingsClick("site_authority_btn");
+  Add([this] {
+    auto* text = InSettings<QPlainTextEdit>("authority_text");
+    if (!text) {
+      return false;
+    }
+    const QString line = QStringLiteral("MIIBszCCAVmgAwIBAgIUSite00CamerasOfTheSite0000wCgYIKoZIzj0EAwIw\n");
+    text->setPlainText(QStringLiteral("-----BEGIN CERTIFICATE-----\n") + line.repeated(6) +
+                       QStringLiteral("-----END CERTIFICATE-----\n"));
+    return true;
+  });
 }
 
 void CScene::AddSettingsClick(const char* button) {

@@ -4,6 +4,8 @@
 #include <QAbstractItemView>
 #include <QDateTime>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QTabBar>
 
 #include "TarnHost/host_services.h"
 #include "TarnHost/site_users.h"
@@ -19,6 +21,8 @@ namespace {
 
 using TarnHost::LogInAnswer;
 using TarnHost::LogInOutcome;
+
+constexpr int kUserGroupsTab = 1, kLimitsTab = 2;  // tabs of the page of users
 
 void ShowLogIn(QWidget* parent, const QStringList& without_password, LogInOutcome outcome, const QString& note = {}) {
   CLogInDialog::Setup setup;
@@ -120,6 +124,35 @@ void CScene::SiteUsersPage() {
 void CScene::UserForm() {
   SiteUsersPage();
   AddSettingsClick("users_edit_btn");
+}
+
+void CScene::AddUsersKind(int kind) {
+  Add([this, kind] {
+    window_->Settings()->findChild<QTabBar*>(QStringLiteral("users_kinds"))->setCurrentIndex(kind);
+    return true;
+  });
+}
+
+void CScene::UserGroupForm() {
+  SiteUsersPage();
+  AddUsersKind(kUserGroupsTab);
+  AddSettingsClick("users_edit_btn");
+}
+
+void CScene::LimitForm() {
+  SiteUsersPage();
+  AddUsersKind(kLimitsTab);
+  AddSettingsClick("users_add_btn");
+  Add([this] {
+    auto* path = window_->Settings()->findChild<QLineEdit*>(QStringLiteral("limit_path"));
+    auto* groups = window_->Settings()->findChild<QListWidget*>(QStringLiteral("limit_user_groups"));
+    if (!path || !groups) {
+      return false;
+    }
+    path->setText(QStringLiteral("Perimeter/Gates"));
+    groups->item(0)->setCheckState(Qt::Checked);
+    return true;
+  });
 }
 
 }  // namespace TarnClient

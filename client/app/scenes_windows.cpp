@@ -1,6 +1,7 @@
 #include "app/scenes.h"
 #include "pictures/test_picture_source.h"
 #include "wall/live_wall.h"
+#include "wall/wall_bar.h"
 #include "window/main_window.h"
 
 // What the windows of the wall say of their cameras.
@@ -67,7 +68,8 @@ void CScene::AddStatedWall(int split) {
   Browse();
   Add([this, split] {
     auto* wall = new CLiveWall(std::make_shared<CReadyPictureSupply>(&OpenStated), &window_->Wall());
-    wall->setGeometry(window_->Wall().rect());
+    wall->setGeometry(window_->Wall().rect().adjusted(0, window_->Wall().Bar()->height(), 0, 0));
+    wall->Bar()->hide();  // what its buttons do is the window's
     view_plugin_protocol::GetPlanDetailResponse plan;
     plan.name = "Whole site";
     view_plugin_protocol::PlanPage page;

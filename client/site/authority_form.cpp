@@ -16,7 +16,7 @@ namespace TarnClient {
 namespace {
 
 constexpr qint64 kLargestFile = 1024 * 1024;
-constexpr QSize kSize(600, 440);
+constexpr QSize kAuthorityFormSize(600, 440);
 
 }  // namespace
 
@@ -36,7 +36,8 @@ CAuthorityForm::CAuthorityForm(const std::string& pem, QWidget* parent)
   AddWidget(file);
   connect(file, &QPushButton::clicked, this, &CAuthorityForm::ReadFile);
   connect(this, &CFormDialog::SignalConfirmed, this, &CAuthorityForm::Save);
-  resize(kSize);
+  resize(kAuthorityFormSize);
+  text_->setFocus(Qt::OtherFocusReason);
 }
 
 void CAuthorityForm::ReadFile() {

@@ -1,6 +1,7 @@
 #include "site/device_form.h"
 
 #include <QComboBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -16,7 +17,8 @@ namespace TarnClient {
 
 namespace {
 
-constexpr QSize kSize(600, 600);
+constexpr QSize kDeviceFormSize(600, 600);
+constexpr int kFoundRow = 28;
 
 QString LineOf(const DeviceFound& device) {
   QStringList parts;
@@ -42,7 +44,7 @@ CDeviceForm::CDeviceForm(std::shared_ptr<const SiteTable> site, const std::strin
       region_(new QComboBox(this)) {
   AddList();
   AddSignIn(region);
-  resize(kSize);
+  resize(kDeviceFormSize);
   question_.SetAuthority(QByteArray::fromStdString(site_->authority));
   connect(&finder_, &CDeviceFinder::SignalFound, this, &CDeviceForm::OnFound);
   connect(&finder_, &CDeviceFinder::SignalFinished, this, &CDeviceForm::ShowState);
@@ -52,6 +54,7 @@ CDeviceForm::CDeviceForm(std::shared_ptr<const SiteTable> site, const std::strin
     ShowFault(TextOf(failure, words));
   });
   connect(this, &CFormDialog::SignalConfirmed, this, &CDeviceForm::Ask);
+  list_->setFocus(Qt::OtherFocusReason);
   Search();
 }
 
@@ -62,9 +65,13 @@ void CDeviceForm::AddList() {
   state_->setTextFormat(Qt::PlainText);
   state_->setWordWrap(true);
   again_ = NewButton("device_search_btn", tr("Search again"));
+  auto* search = new QWidget(this);
+  auto* row = new QHBoxLayout(search);
+  row->setContentsMargins(0, 4, 0, 4);
+  row->addWidget(state_, 1);
+  row->addWidget(again_);
   AddWidget(list_, 1);
-  AddWidget(state_);
-  AddWidget(again_);
+  AddWidget(search);
   connect(again_, &QPushButton::clicked, this, &CDeviceForm::Search);
   connect(list_, &QListWidget::currentRowChanged, this, &CDeviceForm::Choose);
 }
@@ -97,7 +104,8 @@ void CDeviceForm::SearchAt(const QHostAddress& address, quint16 port) {
 
 void CDeviceForm::OnFound(const DeviceFound& device) {
   found_.push_back(device);
-  list_->addItem(LineOf(device));
+  auto* row = new QListWidgetItem(LineOf(device), list_);
+  row->setSizeHint(QSize(0, kFoundRow));
   if (list_->count() == 1 && address_->text().isEmpty()) {
     list_->setCurrentRow(0);
   }
