@@ -5,37 +5,30 @@ import itertools
 import json
 import os
 import pathlib
-import re
 import subprocess
 import sys
 
 import session
-from reader import TOPS, VIEWS, Gone, Reader, Role, State
+from judging import faults_of, has_focus_in_turn, is_row
+from reader import TOPS, Reader
 
 BASELINE = json.loads(pathlib.Path(__file__).with_name("baseline.json").read_text())
 SKINS, LANGUAGES = ("redblack", "white"), ("en", "zh_CN")
 
-ROWS = {Role.CELL, Role.LIST_ITEM, Role.TREE_ITEM, Role.TABLE_COLUMN_HEADER, Role.FILLER}
-MENUS = {"row-menu", "group-menu", "search-menu", "save-menu", "window-menu", "play-on", "users", "menu", "field-menu",
-         "camera-menu", "time-menu", "search-last", "default-view"}
-MENU_ROWS = {Role.MENU_ITEM, Role.CHECK_ITEM, Role.RADIO_ITEM, Role.MENU}
-CHECKED = {Role.CHECK_BOX, Role.RADIO_BUTTON, Role.TOGGLE_BUTTON}
-PLACES = {Role.PANEL, Role.LAYERED_PANE, Role.CANVAS, Role.IMAGE, Role.DIALOG, Role.SCROLL_BAR}
-
-OPENED_BY_KEYS = {"field-menu": ("search-empty", "Menu"), "camera-menu": ("cameras", "Menu"),
-                  "time-menu": ("plan-editor-times", "Menu")}  # what no scene opens
+MENUS = {"row-menu", "group-menu", "search-menu", "hit-menu", "save-menu", "window-menu", "play-on", "users", "menu",
+         "field-menu", "camera-menu", "time-menu", "search-last", "default-view", "default-view-search"}
 ARGUMENTS = {"wait": ["--delay", "120000"]}  # longer than anybody looks at it
-HAN = re.compile("[\u4e00-\u9fff]")
-IN_ANY_LANGUAGE = re.compile(r"English|简体中文|(Ctrl|Alt|Shift)\+.*|F\d+|\w+://\S+")
-NAMED_BY_SCENES = {"Weber", "Night shift", "Whole site with the car park", "viewer", "CAM 017", "fence", "gate"}
+LONG_NAME = "Perimeter_fence_north_gate_and_weighbridge_" * 5
+LONG_QUESTION = 'Delete "{}" with 12 plans each?'.format('", "'.join([LONG_NAME] * 5))
+NAMED_BY_SCENES = {"Weber", "Night shift", "Whole site with the car park", "viewer", "CAM 017", "fence", "gate",
+                   "Platform 1", "Platform 2", "D-210", "Station", "10.0.7.90", "10.0.7.91", LONG_NAME, LONG_QUESTION}
 
 
 def site_words():
     """What the demo site calls its plans, cameras, users and the like, which is the same in all languages."""
-    folder = pathlib.Path(os.environ["HOME"])
-    file, store = folder / "site.json", f"sqlite:{folder / 'site.sqlite'}"
-    for arguments in (["--quit-after", "0.1"], ["--export", str(file)]):
-        subprocess.run([OPTIONS.client, "--store", store, *arguments], check=True, stdout=subprocess.DEVNULL)
+    file = pathlib.Path(os.environ["HOME"]) / "site.json"
+    subprocess.run([OPTIONS.client, "--store", f"sqlite:{OPTIONS.store}", "--export", str(file)], check=True,
+                   stdout=subprocess.DEVNULL)
 
     def texts(value):
         if isinstance(value, str):
@@ -44,68 +37,6 @@ def site_words():
             for inner in value.values() if isinstance(value, dict) else value:
                 yield from texts(inner)
     return NAMED_BY_SCENES | set(texts(json.loads(file.read_text())))
-
-
-def is_named(sight):
-    """By a word, not by a sign."""
-    return any(letter.isalpha() for letter in sight.name)
-
-
-def is_in_language(name, language, site):
-    if IN_ANY_LANGUAGE.fullmatch(name):
-        return True
-    if language == "zh_CN":
-        return HAN.search(name) or all(part in site for part in name.split("/"))
-    return not HAN.search(name)
-
-
-def is_labelled(sight):
-    """A box whose name is what is chosen in it says what it is for elsewhere."""
-    return sight.control.labels or sight.control.description
-
-
-def is_fitting(sight):
-    """Whether what the role promises can be done or read."""
-    role, states = sight.role, sight.states
-    is_on = State.ENABLED in states
-    if role in ROWS | MENU_ROWS | PLACES:
-        return True
-    if role == Role.BUTTON:
-        return not is_on or {"Press", "ShowMenu"} & set(sight.actions)
-    if role in CHECKED:
-        return not is_on or {"Toggle", "Press"} & set(sight.actions)
-    if role in (Role.TEXT, Role.PASSWORD):
-        return "Text" in sight.interfaces and states & {State.EDITABLE, State.READ_ONLY}
-    if role == Role.SPIN_BUTTON:
-        return "Value" in sight.interfaces
-    if role == Role.COMBO_BOX:
-        return is_labelled(sight) and (not is_on or sight.actions)
-    if role in VIEWS:
-        return State.FOCUSABLE in states and all(child.role in ROWS for child in sight.children)
-    if role == Role.LABEL:
-        return State.READ_ONLY in states  # a text that can be marked and copied
-    if role == Role.TAB_LIST:
-        return any(child.role == Role.TAB for child in sight.children)
-    return role == Role.TAB
-
-
-def has_focus_in_turn(sight):
-    if sight.role in VIEWS:
-        return sight.parent.role != Role.COMBO_BOX
-    return sight.role not in TOPS and (State.FOCUSABLE in sight.states or sight.role in MENU_ROWS)
-
-
-def faults_of(sights, language, site):
-    for sight in sights:
-        if not is_named(sight):
-            yield f"no name: {sight.said()} below {sight.parent.said() if sight.parent else 'nothing'}"
-        elif not is_in_language(sight.name, language, site):
-            yield f"not in {language}: {sight.said()}"
-        try:
-            if sight.role not in TOPS and not is_fitting(sight):
-                yield f"role does not fit: {sight.said()} {sorted(sight.states)} {sight.actions}"
-        except Gone:
-            yield f"went while it was looked at: {sight.said()}"
 
 
 def is_menu_open(reader):
@@ -127,8 +58,8 @@ class Look:
         self.tops, self.controls = [], []
 
     def take(self):
-        scene, *keys = OPENED_BY_KEYS.get(self._place, (self._place,))
-        with session.Program(OPTIONS.client, ["--scene", scene, *self._arguments]) as program:
+        scene, *keys = BASELINE["by_keys"].get(self._place, [self._place])
+        with session.Program(OPTIONS.client, ["--scene", scene, *self._arguments], OPTIONS.store) as program:
             self._reader.attach(program)
             self._reader.until(lambda: program.has_logged("The scene is set"), f"the scene {scene}")
             self._reader.keys(*keys)
@@ -139,6 +70,7 @@ class Look:
 
     def _sees_all(self):
         """Whether all that is to be there is in sight, and nothing came or went meanwhile."""
+        self._reader.hear()
         before = self._reader.comings
         seen = [sight for window in self._reader.windows for sight in self._reader.survey(window)]
         self.tops = [sight for sight in seen if sight.role in TOPS and not sight.parent]
@@ -147,12 +79,13 @@ class Look:
             self._reader.comings == before
 
     def counts(self):
-        rows = sum(sight.role in ROWS for sight in self.controls)
+        rows = sum(is_row(sight) for sight in self.controls)
         return {"controls": len(self.controls) - rows, "rows": rows}
 
 
 def main():
     reader = Reader()
+    OPTIONS.store = session.new_store(OPTIONS.client)
     OPTIONS.site = site_words()
     seen, faults = 0, []
     looks = itertools.product([OPTIONS.skin] if OPTIONS.skin else SKINS, [OPTIONS.lang] if OPTIONS.lang else LANGUAGES,

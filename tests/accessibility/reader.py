@@ -20,6 +20,7 @@ REGISTRY = "org.a11y.atspi.Registry"
 ROOT = "/org/a11y/atspi/accessible/root"
 HEARD = ("object:state-changed", "object:property-change", "object:children-changed", "object:selection-changed",
          "object:text-changed", "window:activate", "focus:")
+NOTED = ("StateChanged", "ChildrenChanged")  # of what a reader asks to hear, that in which a test is interested
 
 
 class Role(enum.IntEnum):
@@ -82,6 +83,7 @@ class State(enum.IntEnum):
 
 TOPS = (Role.FRAME, Role.DIALOG, Role.WINDOW, Role.POPUP_MENU)
 VIEWS = (Role.TREE, Role.LIST, Role.TABLE)
+ROWS = {Role.CELL, Role.LIST_ITEM, Role.TREE_ITEM, Role.TABLE_COLUMN_HEADER}
 MOST_ROWS = 60  # of a view that are looked at: a reader does not walk through all of a large one
 
 
@@ -230,6 +232,11 @@ class Sight:
         return f"{self.role!r} {self.name!r}"
 
 
+def whole(sights):
+    """Without rows of views, which have nothing below them and do what all rows do."""
+    return [sight for sight in sights if sight.role not in ROWS]
+
+
 class Reader:
     """To be there before the program, as a reader usually is."""
 
@@ -245,8 +252,8 @@ class Reader:
                           Gio.DBusCallFlags.NONE, -1, None)
         flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
         self._bus = Gio.DBusConnection.new_for_address_sync(address, flags)
-        for interface in ("Object", "Window", "Focus"):
-            self._bus.signal_subscribe(None, f"org.a11y.atspi.Event.{interface}", None, None, None,
+        for member in NOTED:
+            self._bus.signal_subscribe(None, "org.a11y.atspi.Event.Object", member, None, None,
                                        Gio.DBusSignalFlags.NONE, self._note)
         for event in HEARD:
             self._call(REGISTRY, "/org/a11y/atspi/registry", REGISTRY, "RegisterEvent",
@@ -303,38 +310,49 @@ class Reader:
             GLib.MainContext.default().iteration(True)
         return answers
 
+    def hear(self):
+        """All that the program has said until now: its answer comes after that."""
+        self.root.name  # noqa: B018
+        while GLib.MainContext.default().pending():
+            GLib.MainContext.default().iteration(False)
+
     def survey(self, top):
         """All below `top` that can be perceived, and itself."""
         seen, level = [], [Sight(top)]
         while level:
-            shown = [sight for sight in self._look_at(level) if State.SHOWING in sight.states]
+            shown = self._look_at(level)
             level = self._look_below(shown)
             seen += shown
         return seen
 
     def _look_at(self, sights):
-        """Those that are still there."""
-        kinds = [(ACCESSIBLE, "GetRole", None), (ACCESSIBLE, "GetState", None), (ACCESSIBLE, "GetInterfaces", None),
-                 (PROPERTIES, "Get", GLib.Variant("(ss)", (ACCESSIBLE, "Name")))]
-        answers = self.ask_all([(sight.control.path, *kind) for sight in sights for kind in kinds])
-        there = []
-        for number, sight in enumerate(sights):
-            role, states, interfaces, name = answers[number * len(kinds):(number + 1) * len(kinds)]
-            if not (role and states and interfaces and name):
-                continue
-            sight.role, sight.states, sight.name = role_of(role[0]), states_of(states[0]), name[0]
-            sight.interfaces = short_names(interfaces[0])
-            there.append(sight)
+        """Those that are in sight. Of rows, which are the most, is asked what all of them have."""
+        answers = self._ask_of(sights, (ACCESSIBLE, "GetState", None))
+        for sight, (states,) in answers:
+            sight.states = states_of(states[0])
+        shown = [sight for sight, _ in answers if State.SHOWING in sight.states]
+        answers = self._ask_of(shown, (ACCESSIBLE, "GetRole", None),
+                               (PROPERTIES, "Get", GLib.Variant("(ss)", (ACCESSIBLE, "Name"))))
+        for sight, (role, name) in answers:
+            sight.role, sight.name = role_of(role[0]), name[0]
             if sight.parent:
                 sight.parent.children.append(sight)
+        there = [sight for sight, _ in answers]
+        for sight, (interfaces,) in self._ask_of(whole(there), (ACCESSIBLE, "GetInterfaces", None)):
+            sight.interfaces = short_names(interfaces[0])
         return there
 
+    def _ask_of(self, sights, *kinds):
+        """Those that are still there, each with the answers to all kinds of questions."""
+        answers = self.ask_all([(sight.control.path, *kind) for sight in sights for kind in kinds])
+        each = [(sight, answers[number * len(kinds):(number + 1) * len(kinds)]) for number, sight in enumerate(sights)]
+        return [(sight, found) for sight, found in each if all(found)]
+
     def _look_below(self, sights):
-        with_actions = [sight for sight in sights if "Action" in sight.interfaces]
-        questions = [(sight.control.path, ACTION, "GetActions", None) for sight in with_actions]
-        for sight, answer in zip(with_actions, self.ask_all(questions), strict=True):
-            sight.actions = [action[0] for action in answer[0]] if answer else []
-        asked = [(sight, question) for sight in sights for question in self._ways_down(sight)]
+        with_actions = [sight for sight in whole(sights) if "Action" in sight.interfaces]
+        for sight, (actions,) in self._ask_of(with_actions, (ACTION, "GetActions", None)):
+            sight.actions = [action[0] for action in actions[0]]
+        asked = [(sight, question) for sight in whole(sights) for question in self._ways_down(sight)]
         below = []
         for (sight, _), answer in zip(asked, self.ask_all([question for _, question in asked]), strict=True):
             found = answer[0] if answer else []
