@@ -419,7 +419,7 @@ void CMainWindow::SwitchUser(const QString& user) {
 // The log-in raises the event by which all trees load again; until then the panels show that they wait. Nothing of the
 // last user's is seen after the lock has gone.
 void CMainWindow::TakeUser(const QString& user) {
-  user_is_gone_ = false;
+  user_is_gone_ = has_old_password_ = false;
   memory_->Keep();
   user_menu_->SetUser(user);
   user_settings_->Load(station_id_, user);

@@ -195,6 +195,13 @@ void DeskLockTest::GoesToAnotherUser() {
   QVERIFY(!window_->IsDeskLocked());
   QVERIFY(!window_->Help().Window() || !window_->Help().Window()->isVisible());  // it was the last user's
   WaitForPlans();
+  window_->AskForPassword();
+  QVERIFY(Sign()->accessibleName().contains("does not take the password of viewer"));
+  TypeLogIn("operator", QString());
+  QTRY_COMPARE(window_->User(), QString("operator"));
+  WaitForPlans();
+  window_->LockDesk();  // whose password nobody has refused
+  QVERIFY(Sign()->accessibleName().startsWith("Locked by operator"));
 }
 
 // Pictures go on; the desk waits for somebody who is known.
