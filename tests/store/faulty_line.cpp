@@ -27,10 +27,7 @@ class CFaultyLine::Exchange : public QObject {
         FromServer(*pair);
       }
     }
-    if (!calls_.isListening() && !calls_.listen(QHostAddress::LocalHost, port_)) {
-      qFatal("the line cannot listen: %s", qPrintable(calls_.errorString()));
-    }
-    port_ = calls_.serverPort();
+    TakeCalls();
   }
   void FailAfter(const QByteArrayList& words, Fault fault) {
     words_ = words;
@@ -43,10 +40,14 @@ class CFaultyLine::Exchange : public QObject {
       socket->abort();
     }
   }
-  void Silence() { silent_ = true; }
+  void Silence() {
+    silent_ = true;
+    TakeCalls();
+  }
   quint16 Port() const { return port_; }
 
   std::atomic<bool> failed{false};
+  std::atomic<int> calls{0};
 
  private:
   struct Pair {
@@ -56,8 +57,16 @@ class CFaultyLine::Exchange : public QObject {
     bool silent = false, cut_when_answered = false;
   };
 
+  void TakeCalls() {
+    if (!calls_.isListening() && !calls_.listen(QHostAddress::LocalHost, port_)) {
+      qFatal("the line cannot listen: %s", qPrintable(calls_.errorString()));
+    }
+    port_ = calls_.serverPort();
+  }
+
   void Connect() {
     while (QTcpSocket* client = calls_.nextPendingConnection()) {
+      ++calls;
       const auto pair = std::make_shared<Pair>();
       pair->client = client;
       pair->server = new QTcpSocket(this);
@@ -156,6 +165,10 @@ QString CFaultyLine::Url() const {
 
 bool CFaultyLine::HasFailed() const {
   return exchange_->failed;
+}
+
+int CFaultyLine::Calls() const {
+  return exchange_->calls;
 }
 
 void CFaultyLine::FailAfter(const QByteArrayList& words, Fault fault) {

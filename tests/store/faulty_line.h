@@ -27,9 +27,11 @@ class CFaultyLine {
   /// was cut takes no calls until it is mended.
   void FailAfter(const QByteArrayList& words, Fault fault);
   bool HasFailed() const;
+  /// How many connections have been made over it.
+  int Calls() const;
   /// Cuts all connections.
   void Cut();
-  /// Nothing passes any more over any connection, of before or new; none is cut.
+  /// Nothing passes any more over any connection, of before or new; none is cut, and calls are taken.
   void Silence();
   /// Takes calls again, and passes on what was held back.
   void Mend();

@@ -4,6 +4,7 @@
 #include <QUrl>
 #include <QtTest>
 #include <atomic>
+#include <future>
 #include <memory>
 
 #include <sys/stat.h>
@@ -21,6 +22,7 @@ using TarnHost::StoreTrouble;
 namespace {
 
 constexpr int kWaitMs = 30000, kCloseMs = 3000, kHour = 3600, kMostEnds = 5;
+constexpr int kSeveralAttemptsMs = 3000;
 const char kWord[] = "Kennwort 9", kSecret[] = "camera's own secret", kLogin[] = "camera's own login",
            kHidden[] = "pass=in-the-address";
 
@@ -75,8 +77,13 @@ class StoreColdTest : public CStoreTest {
   void RefusesWhatIsNoCopy();
   void MixesNoSites();
   void LocksAfterWrongPasswords();
+  void ChangesUsersAtTheirCopies_data() { Accounts(); }
+  void ChangesUsersAtTheirCopies();
+  void ChangesUsersWhileItTriesToConnect();
+  void ConnectsAsWhoHasLoggedInMeanwhile();
   void AsksForTheNewPassword_data() { Accounts(); }
   void AsksForTheNewPassword();
+  void AsksARunningDeskForTheNewPassword();
   void ForgetsWhoIsGone();
   void ReadsPlansFromTheCopyWhenLostLater_data() { Accounts(); }
   void ReadsPlansFromTheCopyWhenLostLater();
@@ -95,7 +102,8 @@ class StoreColdTest : public CStoreTest {
     auto options = fixture_->options;
     QUrl url(line_->Url());
     url.setUserName(roles ? user : url.userName());
-    options.url = url.toString();
+    const QString server = url.host() + ':' + QString::number(url.port());
+    options.url = url.toString().replace(server, QStringList(QVector<QString>(servers_, server).toList()).join(','));
     options.copies = Folder();
     options.copy_pause = std::chrono::milliseconds(50);
     return options;
@@ -114,7 +122,7 @@ class StoreColdTest : public CStoreTest {
   CClient Online(const TarnHost::LogInRequest& user, bool roles) const {
     return CClient(OpenAs(OptionsOf(user.user, roles), user));
   }
-  /// With the line cut.
+  /// While the server is away.
   CClient Cold(const TarnHost::LogInRequest& user, bool roles) {
     auto options = OptionsOf(user.user, roles);
     options.shows_of = user.user;
@@ -146,6 +154,30 @@ class StoreColdTest : public CStoreTest {
     }
     QVERIFY2(TarnHost::StoreCare::ChangeUsers(fixture_->Url(), changes, &error), qPrintable(error));
   }
+  /// From here on the server asks these roles for their passwords.
+  void AskForPasswords(const QStringList& roles) {
+    asked_roles_ = roles;
+    for (const QString& role : roles) {
+      CDirectAccess(CStoreFixture::SuperuserUrl()).Run("GRANT asks_for_password TO " + role);
+    }
+  }
+  /// Works at the store once, with a password, until there are so many copies.
+  void KeepCopy(const TarnHost::LogInRequest& user, bool roles, size_t copies) const {
+    auto options = OptionsOf(user.user, roles);
+    options.account = roles ? user : TarnHost::LogInRequest();
+    const CClient desk(OpenAs(options, user));
+    QTRY_COMPARE_WITH_TIMEOUT(StoreCopies::Of(Folder(), options.url).size(), copies, kWaitMs);
+  }
+  static QString CurrentUser(const CClient& desk) {
+    view::GetCurrentUserResponse current;
+    return desk->GetCurrentUser({}, current) ? QString::fromStdString(current.user.name) : QString();
+  }
+  /// Off the GUI thread, as the client does.
+  static LogInOutcome LogIn(const CClient& desk, const TarnHost::LogInRequest& user) {
+    auto answer = std::async(std::launch::async, [desk, user] { return desk->LogIn(user).outcome; });
+    const auto is_there = [&] { return answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready; };
+    return QTest::qWaitFor(is_there, kWaitMs) ? answer.get() : LogInOutcome::kUnavailable;
+  }
   /// Works at the store once, until the copy has this plan.
   void Keep(const TarnHost::LogInRequest& user, bool roles, const QString& plan = "Top") const {
     const CClient desk = Online(user, roles);
@@ -166,7 +198,8 @@ class StoreColdTest : public CStoreTest {
   std::unique_ptr<QTemporaryDir> folder_;
   std::unique_ptr<CFaultyLine> line_;
   QVector<StoreTrouble> seen_;
-  int asked_ = 0;
+  int asked_ = 0, servers_ = 1;  // in the address; all of them are the line
+  QStringList asked_roles_;
   const QDateTime begin_ = QDateTime::currentDateTime();
 };
 
@@ -181,6 +214,7 @@ void StoreColdTest::init() {
   line_ = std::make_unique<CFaultyLine>(QUrl(fixture_->Url()));
   seen_.clear();
   asked_ = 0;
+  servers_ = 1;
   const CDirectAccess owner(fixture_->Url());
   owner.Run(QString("INSERT INTO camera_access VALUES (1001, $$%1$$, $$%2$$, '')").arg(kLogin, kSecret));
   owner.Run("UPDATE camera_stream SET url = 'rtsp://cameras.example/1' WHERE camera_id = 1001");
@@ -190,6 +224,9 @@ void StoreColdTest::init() {
 }
 
 void StoreColdTest::cleanup() {
+  for (const QString& role : std::exchange(asked_roles_, {})) {
+    CDirectAccess(CStoreFixture::SuperuserUrl()).Run("REVOKE asks_for_password FROM " + role);
+  }
   line_.reset();
   folder_.reset();
   CStoreTest::cleanup();
@@ -276,7 +313,16 @@ void StoreColdTest::ShowsTheCopyAndGoesOver() {
     QCOMPARE(camera.needs_store, camera.index_code != "1003");
   }
   QVERIFY(desk.AddPlan("-1", "Not now").contains("plan store"));
-  CRecorder recorder(desk, {"root"});
+  CRecorder recorder(desk, {"root"}), cameras(desk, {});
+  cameras.Watch(TarnHost::kCameraResource, TarnHost::kCameraResourceCode);
+  std::vector<std::shared_future<bool>> answers;  // whether a camera needs the store, asked with each notice
+  cameras.then = [&] {
+    answers.push_back(std::async(std::launch::async, [desk] {
+                        TarnHost::CameraAccessList read;
+                        std::string why_not;
+                        return !desk->GetCameraAccess({"1001"}, read, &why_not) || read.cameras.front().needs_store;
+                      }).share());
+  };
   // Meanwhile the site goes on.
   QCOMPARE(ann_.Update(TarnTest::ChangedPlan(ann_.Plan("Top"), "Renamed", "-1")), QString());
   line_->Mend();
@@ -284,6 +330,7 @@ void StoreColdTest::ShowsTheCopyAndGoesOver() {
   QTRY_COMPARE(desk.Plans("-1"), QStringList{"Renamed@-1"});
   QVERIFY(!desk->CopyMoment().isValid());
   QTRY_COMPARE(recorder.lines, QStringList{kWholeTree});
+  QTRY_VERIFY(!answers.empty() && !answers.back().get());
   QVERIFY2(desk->GetCameraAccess({"1001"}, access, &error), error.c_str());
   QVERIFY(!access.cameras.front().needs_store && access.cameras.front().secret == TarnHost::CSecret(kSecret));
   QCOMPARE(desk.AddPlan("-1", "Now"), QString());
@@ -351,11 +398,13 @@ void StoreColdTest::MixesNoSites() {
   const CClient desk = Cold(As("cid"), false);
   fixture_->RunPastTheStore("UPDATE store_info SET value = 'another' WHERE name = 'station_id'");
   fixture_->RunPastTheStore("UPDATE plan SET name = 'Of another site'");
+  fixture_->RunPastTheStore("UPDATE store_info SET value = '2' WHERE name = 'version'");  // would be moved on
   line_->Mend();
   QTRY_VERIFY_WITH_TIMEOUT(LastTrouble() == StoreTrouble::kOtherSite, kWaitMs);
   QVERIFY(!desk.AddPlan("-1", "Nowhere").isEmpty());
   QCOMPARE(desk.Plans("-1"), QStringList{"Top@-1"});
   QCOMPARE(fixture_->ReadPastTheStore("SELECT count(*) FROM plan WHERE name = 'Nowhere'"), QString("0"));
+  QCOMPARE(fixture_->ReadPastTheStore("SELECT value FROM store_info WHERE name = 'version'"), QString("2"));
   QVERIFY(CopiedPlans().contains("Top"));
 }
 
@@ -381,15 +430,88 @@ void StoreColdTest::LocksAfterWrongPasswords() {
   auto options = OptionsOf("cid", false);
   options.shows_of = "cid";
   const auto store = TarnHost::CPlanStore::Open(options, nullptr);
-  QVERIFY(store && store->HasPassword("cid") && !store->HasPassword("bob"));
+  QVERIFY(store && store->HasPassword("cid") && store->HasPassword("bob"));  // of whom this copy knows nothing
   QVERIFY(store->LogIn(As("cid", kWord)).outcome == LogInOutcome::kLocked);
+}
+
+// Each is asked for the password of his own copy, and goes over to the store as himself.
+void StoreColdTest::ChangesUsersAtTheirCopies() {
+  QFETCH(bool, roles);
+  SetPassword("bob", kWord);
+  SetPassword("cid", "cid's");
+  if (roles) {
+    AskForPasswords({"bob", "cid"});
+  }
+  KeepCopy(As("bob", kWord), roles, 1);
+  KeepCopy(As("cid", "cid's"), roles, 2);
+  line_->Cut();
+  const CClient desk = Cold(As("cid", "cid's"), roles);
+  QVERIFY(desk->HasPassword("bob"));
+  QVERIFY(desk.Plan("Bob's gate").empty() && desk.Plan("Gate B").empty());
+  for (const char* word : {"", "wrong", "cid's"}) {
+    QVERIFY(desk->CheckPassword(As("bob", word)).outcome == LogInOutcome::kWrongPassword);
+    QVERIFY(LogIn(desk, As("bob", word)) == LogInOutcome::kWrongPassword);
+    QVERIFY(desk->CheckPassword(As("bob", kWord)).IsDone());  // and the wrong ones are forgotten
+  }
+  QVERIFY(desk->CheckPassword(As("ann")).outcome == LogInOutcome::kWrongPassword);  // she has none here
+  QCOMPARE(CurrentUser(desk), QString("cid"));
+  QVERIFY(LogIn(desk, As("bob", kWord)) == LogInOutcome::kDone);
+  QCOMPARE(CurrentUser(desk), QString("bob"));
+  QVERIFY(!desk.Plan("Bob's gate").empty() && !desk.Plan("Gate B").empty());
+  QVERIFY(desk->CheckPassword(As("bob", kWord)).IsDone() && desk->CheckPassword(As("cid", "cid's")).IsDone());
+  line_->Mend();
+  QTRY_VERIFY_WITH_TIMEOUT(LastTrouble() == StoreTrouble::kNone, kWaitMs);
+  QCOMPARE(CurrentUser(desk), QString("bob"));
+  std::string plan;
+  QTRY_COMPARE(desk.AddPlan("-2", "Of bob", &plan), QString());
+  QCOMPARE(fixture_->ReadPastTheStore("SELECT creator FROM plan WHERE code = " + QString::fromStdString(plan)),
+           QString("bob"));
+  QCOMPARE(asked_, 0);
+}
+
+// Which takes longer than other calls may, at several servers that keep silent. All the while the desk shows a copy.
+void StoreColdTest::ChangesUsersWhileItTriesToConnect() {
+  servers_ = 3;
+  Keep(As("bob"), true, "Bob's gate");
+  KeepCopy(As("cid"), true, 2);
+  line_->Silence();
+  const int calls = line_->Calls();
+  const CClient desk = Cold(As("cid"), true);
+  QTRY_VERIFY(line_->Calls() > calls);
+  QVERIFY(LogIn(desk, As("bob")) == LogInOutcome::kDone);
+  QCOMPARE(CurrentUser(desk), QString("bob"));
+  QVERIFY(!desk.Plan("Bob's gate").empty());
+  QTRY_COMPARE(seen_, QVector<StoreTrouble>(2, StoreTrouble::kNoAnswerYet));
+  line_->Mend();
+  QTRY_VERIFY_WITH_TIMEOUT(LastTrouble() == StoreTrouble::kNone, kWaitMs);
+  QCOMPARE(CurrentUser(desk), QString("bob"));
+}
+
+// A connection that was begun under the address' own account is not his, though it comes about in the end.
+void StoreColdTest::ConnectsAsWhoHasLoggedInMeanwhile() {
+  Keep(As("bob"), true, "Bob's gate");
+  auto options = OptionsOf("cid", true);
+  options.shows_of = "bob";
+  options.on_trouble = [this](StoreTrouble trouble, const QString&) { seen_.append(trouble); };
+  line_->Silence();
+  const int calls = line_->Calls();
+  const CClient desk(TarnHost::CPlanStore::Open(options, nullptr));
+  QTRY_VERIFY(line_->Calls() > calls);
+  QVERIFY(desk->LogIn(As("bob")).IsDone());
+  line_->Mend();
+  QTRY_VERIFY_WITH_TIMEOUT(LastTrouble() == StoreTrouble::kNone, kWaitMs);
+  QCOMPARE(CurrentUser(desk), QString("bob"));
+  std::string plan;
+  QTRY_COMPARE(desk.AddPlan("-2", "Of bob", &plan), QString());
+  QCOMPARE(fixture_->ReadPastTheStore("SELECT creator FROM plan WHERE code = " + QString::fromStdString(plan)),
+           QString("bob"));
 }
 
 void StoreColdTest::AsksForTheNewPassword() {
   QFETCH(bool, roles);
   SetPassword("cid", kWord);
   if (roles) {
-    CDirectAccess(CStoreFixture::SuperuserUrl()).Run("GRANT asks_for_password TO cid");
+    AskForPasswords({"cid"});
   }
   const auto old = As("cid", kWord);
   const auto options = [&] {
@@ -422,9 +544,34 @@ void StoreColdTest::AsksForTheNewPassword() {
   QTRY_VERIFY_WITH_TIMEOUT(LastTrouble() == StoreTrouble::kNone, kWaitMs);
   QTRY_COMPARE(desk.AddPlan("-1", "Again"), QString());
   QCOMPARE(asked_, 1);
-  if (roles) {
-    CDirectAccess(CStoreFixture::SuperuserUrl()).Run("REVOKE asks_for_password FROM cid");
-  }
+}
+
+// Each attempt under an account that is refused counts where accounts are locked for that: also one that only reads.
+void StoreColdTest::AsksARunningDeskForTheNewPassword() {
+  SetPassword("cid", kWord);
+  AskForPasswords({"cid"});
+  auto options = OptionsOf("cid", true);
+  options.account = As("cid", kWord);
+  options.on_trouble = [this](StoreTrouble trouble, const QString&) { seen_.append(trouble); };
+  options.on_password_asked = [this] { ++asked_; };
+  const CClient desk(OpenAs(options, options.account));
+  line_->Cut();
+  SetPassword("cid", "new");
+  line_->Mend();
+  QTRY_COMPARE_WITH_TIMEOUT(asked_, 1, kWaitMs);
+  const int calls = line_->Calls();
+  const auto reads = [&] {
+    TarnHost::CameraAccessList access;
+    std::string error;
+    return std::async(std::launch::async, [&] { return desk->GetCameraAccess({"1099"}, access, &error); }).get();
+  };
+  QVERIFY(!reads());
+  QVERIFY(!QTest::qWaitFor([&] { return line_->Calls() != calls; }, kSeveralAttemptsMs));
+  QVERIFY(desk->CheckPassword(options.account).outcome == LogInOutcome::kWrongPassword);
+  QVERIFY(desk->CheckPassword(As("cid", "new")).IsDone());
+  QTRY_VERIFY_WITH_TIMEOUT(LastTrouble() == StoreTrouble::kNone, kWaitMs);
+  QTRY_COMPARE(desk.SetDefaultView(desk.Plan("Gate A"), kPlanType), QString());
+  QCOMPARE(asked_, 1);
 }
 
 void StoreColdTest::ForgetsWhoIsGone() {

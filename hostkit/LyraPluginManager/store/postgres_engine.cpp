@@ -102,10 +102,14 @@ void CPostgresEngine::Connect() {
     OpenDatabase();
   } catch (const CStoreError& error) {
     const bool was_silent = std::chrono::steady_clock::now() - begin >= kConnectTimeout;
-    const CStoreText reason = was_silent ? ReasonOfSilence(address_) : ReasonOfRefusal(address_);
-    CStoreError failure(CStoreError::kConnectionLost, {kCannotOpen, {place_, reason}}, error.Words());
+    const PostgresAttempt again =
+        was_silent ? PostgresAttempt{false, false, ReasonOfSilence(address_)} : LookWhyRefused(address_);
+    CStoreError failure(CStoreError::kConnectionLost, {kCannotOpen, {place_, again.reason}}, error.Words());
     if (was_silent) {
       failure.MarkSilence();
+    }
+    if (again.refuses_account) {
+      failure.MarkRefusedAccount();
     }
     throw failure;
   }
@@ -227,6 +231,9 @@ void CPostgresEngine::Reopen() {
   try {
     Open();
     RequirePlanStore(*this, place_);
+    if (before_changes_) {
+      before_changes_();
+    }
     Migrate(*this, place_);
     TakeRole();
   } catch (...) {

@@ -123,12 +123,12 @@ PostgresAttempt TryToConnect(const PostgresAddress& address, std::chrono::millis
   return {false, IsOfAccount(connection.get()), ReasonFor(connection.get(), address, is_reached)};
 }
 
-CStoreText ReasonOfRefusal(const PostgresAddress& address) {
-  const PostgresAttempt attempt = TryToConnect(address, kPatience);
+PostgresAttempt LookWhyRefused(const PostgresAddress& address) {
+  PostgresAttempt attempt = TryToConnect(address, kPatience);
   if (attempt.lets_in) {
-    return QT_TRANSLATE_NOOP("TarnHost::Store", "the server was out of reach for a moment");
+    attempt.reason = QT_TRANSLATE_NOOP("TarnHost::Store", "the server was out of reach for a moment");
   }
-  return attempt.reason;
+  return attempt;
 }
 
 CStoreText ReasonOfSilence(const PostgresAddress& address) {

@@ -37,6 +37,8 @@ class CSqlEngine {
     Close();
     Open();
   }
+  /// What Reopen() runs before it changes anything at a server, a layout of before for one; it may throw.
+  void SetBeforeChanges(std::function<void()> check) { before_changes_ = std::move(check); }
   void Close();
   /// Throws kConnectionLost when what is open is not what stands at the store's place any more; cheap.
   virtual void RequireInPlace() {}
@@ -111,6 +113,7 @@ class CSqlEngine {
 
   QSqlDatabase database_;
   const QString place_;  // the store as messages name it
+  std::function<void()> before_changes_;
 
  private:
   void RequireOpen() const;

@@ -46,6 +46,9 @@ class CStoreError : public std::exception {
   /// Whether it was waited for in vain: the store may be there, which is another trouble than a refused connection.
   bool IsSilence() const { return is_silence_; }
   void MarkSilence() { is_silence_ = true; }
+  /// Whether the server does not let in the account that it was asked with; the same once more is refused once more.
+  bool RefusesAccount() const { return refuses_account_; }
+  void MarkRefusedAccount() { refuses_account_ = true; }
   /// Whether the database did not answer to the end of it.
   bool IsOfConnection() const { return kind_ == kConnectionLost || kind_ == kOutcomeUnknown; }
   const char* what() const noexcept override { return bytes_.constData(); }
@@ -55,7 +58,7 @@ class CStoreError : public std::exception {
   QString words_;
   QByteArray bytes_;
   Kind kind_;
-  bool is_silence_ = false;
+  bool is_silence_ = false, refuses_account_ = false;
 };
 
 /// What a caller of the service learns of it.

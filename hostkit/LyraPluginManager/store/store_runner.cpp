@@ -145,6 +145,8 @@ void CStoreRunner::GoOverTo(const LogInRequest& user) {
     }
     self->url_->SetAccount(account);  // under another password, it may be
     self->engine_->SetAddress(self->url_->Get());
+    self->is_refused_ = false;
+    self->next_attempt_ = {};
     self->user_ = id;
   };
   // To its end, which the limits of its statements bring about: done later, it would change the user unnoticed.
@@ -162,17 +164,18 @@ void CStoreRunner::OpenAs(const LogInRequest& account) {
   const LogInRequest before = url_->Account();
   const int32_t user_before = user_;
   url_->SetAccount(account);
-  engine_->SetAddress(url_->Get());
+  BeginConnecting();
   try {
     session_->OpenAgain([this] {
       TakeConnection();
       user_ = engine_->BoundUser().value_or(0);
     });
-    connection_lost_ = false;
+    is_refused_ = false;
     if (Copy()) {
       LeaveCopy();
       hub_->Post({WholeTreeEvent()});
     }
+    connection_lost_ = false;
   } catch (const CStoreError&) {
     user_ = user_before;
     url_->SetAccount(before);

@@ -98,6 +98,7 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
       return copy->Reader().Read(work, patience);
     }
     if (reader_) {
+      RequireAccount();
       return reader_->Read(work, patience);
     }
     return thread_.Call([self = shared_from_this(), work] { return work(self->session_->Repository()); }, patience);
@@ -162,10 +163,20 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
   void OnSaved();
   void OpenDatabase();
   void OpenFromCopy();
-  void ShowCopy(std::shared_ptr<CShownCopy> copy);
+  void ShowCopy(const std::shared_ptr<CShownCopy>& copy);
+  void ChangeCopy(const std::shared_ptr<CShownCopy>& copy, const LogInRequest& user);
+  void TakeUserOf(const CShownCopy& copy, const LogInRequest& user);
+  void BeginConnecting();
+  void RequireSiteOfCopy();
   void TakeConnection();
+  bool KnowsOtherPassword(const CopyFacts& facts);
   void LeaveCopy();
-  void LookWhetherPasswordIsRefused(std::chrono::steady_clock::time_point begin);
+  bool EndCopy();
+  bool IsForWhoIsLoggedIn() const;
+  [[noreturn]] void BreakOff();
+  void OnAccountRefused();
+  void OnAccountTaken();
+  void RequireAccount() const;
   void AskForPassword();
   void StartKeeper();
   void NameOwner();
@@ -198,6 +209,7 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
   std::unique_ptr<CObserverHub, CObserverHub::Disposer> hub_;
   std::atomic<int32_t> user_{0};
   std::atomic<bool> closed_{false}, hides_rows_{false}, has_other_password_{false};
+  std::atomic<bool> is_refused_{false};  // the account, by the server, since it was given
   std::once_flag close_once_;
   bool closed_in_order_ = false;
   CDownloadState downloads_;
@@ -212,12 +224,16 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
   std::unique_ptr<CPlanWriter> writer_;
   std::chrono::steady_clock::time_point next_attempt_, next_try_;
   bool connection_lost_ = false, is_followed_ = false;
-  QDateTime read_up_to_;  // what was changed up to then is in memory
+  bool knows_other_password_ = false;  // the store, than the copy that is shown; while it is gone over to
+  int connecting_after_ = 0;           // so many log-ins at the copy
+  QDateTime read_up_to_;               // what was changed up to then is in memory
 
   // Reads what the catalog does not hold; null where the store has but one connection. Made with the database.
   std::unique_ptr<CPlanReader> reader_;
 
   std::shared_ptr<CShownCopy> copy_, stand_in_;
+  std::mutex log_in_mutex_;  // who logs in at the copy does so before it is left or not at all
+  int log_ins_at_copy_ = 0;
   const std::shared_ptr<CCopyKeeper> keeper_;  // null where no copy is kept
 
   const std::shared_ptr<CAnswering> answering_;

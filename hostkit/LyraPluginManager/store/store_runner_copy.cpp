@@ -5,6 +5,7 @@
 #include "accounts/account_repository.h"
 #include "store/store_opener.h"
 #include "store/store_texts.h"
+#include "store/tree_events.h"
 
 namespace TarnHost::Store {
 
@@ -14,8 +15,6 @@ namespace {
 
 // A server, or the directory behind it, may lock who is refused too often.
 constexpr auto kAfterRefusal = std::chrono::minutes(5);
-// A server that hangs refuses no one.
-constexpr auto kQuickRefusal = std::chrono::seconds(2);
 constexpr char kOtherSiteThere[] =
     QT_TRANSLATE_NOOP("TarnHost::Store", "Another site than that of the copy is at %1 now. Start the client again.");
 constexpr char kNotReachedYet[] = QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 does not answer.");
@@ -24,6 +23,7 @@ constexpr char kNotReachedYet[] = QT_TRANSLATE_NOOP("TarnHost::Store", "The plan
 
 // From here on all is as with a store whose connection was lost.
 void CStoreRunner::OpenFromCopy() {
+  engine_->SetBeforeChanges([this] { RequireSiteOfCopy(); });
   ShowCopy(std::make_shared<CShownCopy>(options_.copies, options_.url, options_.shows_of));
   site_.Read(*copy_->Open(), options_.switch_overrides);
   const CStoreError away(CStoreError::kConnectionLost, {kNotReachedYet, {engine_->Place()}});
@@ -32,10 +32,10 @@ void CStoreRunner::OpenFromCopy() {
   troubles_.OnLook(away);
 }
 
-void CStoreRunner::ShowCopy(std::shared_ptr<CShownCopy> copy) {
+void CStoreRunner::ShowCopy(const std::shared_ptr<CShownCopy>& copy) {
+  session_->LoadCopy(*copy->Open());
   hides_rows_ = copy->Facts().is_bound;
   std::atomic_store(&copy_, copy);
-  session_->LoadCopy(*copy->Open());
 }
 
 LogInAnswer CStoreRunner::AskCopy(const LogInRequest& user) const {
@@ -45,29 +45,55 @@ LogInAnswer CStoreRunner::AskCopy(const LogInRequest& user) const {
 void CStoreRunner::LogInAtCopy(const LogInRequest& user) {
   if (const auto copy = Copy(); copy && copy->Facts().user != user.user) {
     const auto other = std::make_shared<CShownCopy>(options_.copies, options_.url, user.user);
-    thread_.Call([self = shared_from_this(), other] {
-      if (self->Copy() && other->Facts().station == self->Copy()->Facts().station) {
-        self->site_.ReadUsers(*other->Open());
-        self->ShowCopy(other);
-      }
-    });
+    // To its end, however long the thread tries to connect: done later, it would change the user unnoticed.
+    return thread_.Call([self = shared_from_this(), other, user] { self->ChangeCopy(other, user); },
+                        CDatabaseThread::kUntilDone);
   }
+  const std::lock_guard<std::mutex> lock(log_in_mutex_);
   const auto copy = Copy();
-  if (!copy || copy->Facts().user != user.user) {  // the store was quicker, or it is another site's
+  if (!copy || copy->Facts().user != user.user) {  // the store was quicker
     throw CStoreError(CStoreError::kNotAnswering, kNoAnswer);
   }
-  if (copy->Facts().is_bound) {
-    url_->SetAccount(AccountOf(user));
-    thread_.Post([self = shared_from_this()] {
-      self->engine_->SetAddress(self->url_->Get());
-      return true;
-    });
-  }
-  user_ = copy->Facts().user_id;
+  TakeUserOf(*copy, user);
 }
 
-// The store answers, for the first time where a copy was shown. Nothing is to be written to what is not the copy's.
-void CStoreRunner::TakeConnection() {
+// On the database thread. As at the store, what is read meanwhile is already read for the new user.
+void CStoreRunner::ChangeCopy(const std::shared_ptr<CShownCopy>& copy, const LogInRequest& user) {
+  const auto before = Copy();
+  if (!before || copy->Facts().station != before->Facts().station) {  // the store was quicker, or it is another site's
+    throw CStoreError(CStoreError::kNotAnswering, kNoAnswer);
+  }
+  const int32_t user_before = user_.exchange(copy->Facts().user_id);
+  try {
+    site_.ReadUsers(*copy->Open());
+    ShowCopy(copy);
+  } catch (const CStoreError&) {
+    user_ = user_before;
+    site_.ReadUsers(*before->Open());
+    throw;
+  }
+  const std::lock_guard<std::mutex> lock(log_in_mutex_);
+  TakeUserOf(*copy, user);
+}
+
+// With the mutex held.
+void CStoreRunner::TakeUserOf(const CShownCopy& copy, const LogInRequest& user) {
+  ++log_ins_at_copy_;
+  if (copy.Facts().is_bound) {
+    url_->SetAccount(AccountOf(user));
+  }
+  user_ = copy.Facts().user_id;
+}
+
+// As who is logged in by now. A connection of before is not his, though it may come about only afterwards.
+void CStoreRunner::BeginConnecting() {
+  const std::lock_guard<std::mutex> lock(log_in_mutex_);
+  connecting_after_ = log_ins_at_copy_;
+  engine_->SetAddress(url_->Get());
+}
+
+// Nothing is to be written to what is not the copy's, not even a newer layout.
+void CStoreRunner::RequireSiteOfCopy() {
   const auto copy = Copy();
   if (!copy) {
     return;
@@ -75,13 +101,38 @@ void CStoreRunner::TakeConnection() {
   const QString station = engine_->Value("SELECT value FROM store_info WHERE name = 'station_id'").toString();
   if (station != copy->Facts().station) {
     copy->SetWhy(CShownCopy::kOtherSite);
-    engine_->Close();
     throw CStoreError(CStoreError::kConnectionLost, {kOtherSiteThere, {engine_->Place()}});
   }
-  hides_rows_ = engine_->BoundUser().has_value();
-  if (hides_rows_ && user_ != 0) {
-    user_ = *engine_->BoundUser();
+}
+
+// The store answers, for the first time where a copy was shown. Whatever is to be asked of it is asked before the copy
+// is left.
+void CStoreRunner::TakeConnection() {
+  const auto copy = Copy();
+  if (!copy) {
+    return;
   }
+  {
+    const std::lock_guard<std::mutex> lock(log_in_mutex_);
+    if (!IsForWhoIsLoggedIn()) {
+      BreakOff();
+    }
+    hides_rows_ = engine_->BoundUser().has_value();
+    if (hides_rows_ && user_ != 0) {
+      user_ = *engine_->BoundUser();
+    }
+  }
+  knows_other_password_ = KnowsOtherPassword(copy->Facts());
+}
+
+// A server that lets users in by their passwords has asked for this one already.
+bool CStoreRunner::KnowsOtherPassword(const CopyFacts& facts) {
+  const int32_t user = user_;
+  if (hides_rows_ || user == 0) {
+    return false;
+  }
+  const auto account = CAccountRepository(*engine_).Find(user);
+  return (account ? account->hash : QString()) != facts.hash;
 }
 
 void CStoreRunner::LeaveCopy() {
@@ -89,27 +140,62 @@ void CStoreRunner::LeaveCopy() {
   if (!copy) {
     return;
   }
-  std::atomic_store(&copy_, std::shared_ptr<CShownCopy>());
-  if (hides_rows_ || user_ == 0) {
-    return;
+  if (!EndCopy()) {  // what was read from the store is as the user of before sees it
+    ShowCopy(copy);
+    hub_->Post({WholeTreeEvent()});
+    BreakOff();
   }
-  const auto account = CAccountRepository(*engine_).Find(user_);
-  if ((account ? account->hash : QString()) != copy->Facts().hash) {
+  if (knows_other_password_) {
     AskForPassword();
   }
 }
 
-// Known only by asking again; once a password was refused it is not tried for a while.
-void CStoreRunner::LookWhetherPasswordIsRefused(steady_clock::time_point begin) {
-  const auto copy = Copy();
-  if (!copy || !copy->Facts().is_bound || user_ == 0 || steady_clock::now() - begin > kQuickRefusal ||
-      Store::AskServer(url_->Get(), CPlanStore::kServerPatience).outcome != LogInOutcome::kWrongPassword) {
+// False when somebody has logged in at the copy meanwhile.
+bool CStoreRunner::EndCopy() {
+  const std::lock_guard<std::mutex> lock(log_in_mutex_);
+  const bool may_end = IsForWhoIsLoggedIn();
+  if (may_end) {
+    std::atomic_store(&copy_, std::shared_ptr<CShownCopy>());
+  }
+  return may_end;
+}
+
+// The connection. With the mutex held.
+bool CStoreRunner::IsForWhoIsLoggedIn() const {
+  return connecting_after_ == log_ins_at_copy_;
+}
+
+void CStoreRunner::BreakOff() {
+  engine_->Close();
+  throw CStoreError(CStoreError::kConnectionLost, {kNotReachedYet, {engine_->Place()}});
+}
+
+// Of who is logged in; of the account that owns the store nobody at the desk knows the password.
+void CStoreRunner::OnAccountRefused() {
+  const std::lock_guard<std::mutex> lock(log_in_mutex_);
+  if (!hides_rows_ || user_ == 0 || !IsForWhoIsLoggedIn()) {
     return;
   }
   next_attempt_ = steady_clock::now() + kAfterRefusal;
-  if (copy->Why() != CShownCopy::kPasswordRefused) {
+  if (const auto copy = Copy()) {
     copy->SetWhy(CShownCopy::kPasswordRefused);
+  }
+  if (!is_refused_.exchange(true)) {
     AskForPassword();
+  }
+}
+
+// It may be the very one that was refused: there is a time when a server knows nobody, or a mistake that was put right.
+void CStoreRunner::OnAccountTaken() {
+  if (is_refused_.exchange(false)) {
+    has_other_password_ = false;
+  }
+}
+
+// Each reading would be one more attempt under an account that the server may lock.
+void CStoreRunner::RequireAccount() const {
+  if (is_refused_) {
+    throw answering_->Refusal();
   }
 }
 

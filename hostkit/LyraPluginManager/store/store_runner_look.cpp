@@ -53,7 +53,7 @@ bool CStoreRunner::LookWhenItIsTime() {
   if (connection_lost_ && steady_clock::now() < next_attempt_) {
     return false;
   }
-  const bool was_lost = connection_lost_;
+  const bool was_lost = connection_lost_, was_away = answering_->IsDisconnected();
   std::optional<CStoreError> trouble = Look();
   if (connection_lost_ && !was_lost && !watch_->WasCut()) {
     trouble = Look();
@@ -65,6 +65,9 @@ bool CStoreRunner::LookWhenItIsTime() {
     answering_->SetDisconnected(std::nullopt);
     thread_.MarkAnswering();
     std::atomic_store(&stand_in_, std::shared_ptr<CShownCopy>());
+    if (was_away) {  // who asked at once when the catalog was there has been answered from the copy
+      hub_->Post({CamerasEvent()});
+    }
   }
   troubles_.OnLook(trouble);
   return !connection_lost_;
@@ -122,15 +125,18 @@ void CStoreRunner::Reconnect() {
     if (reader_ && options_.url.startsWith("sqlite:")) {
       reader_->Release();
     }
-    const auto begin = steady_clock::now();
+    BeginConnecting();
     try {
       session_->Reconnect([this] { TakeConnection(); });
-    } catch (const CStoreError&) {
-      LookWhetherPasswordIsRefused(begin);
+    } catch (const CStoreError& error) {
+      if (error.RefusesAccount()) {
+        OnAccountRefused();
+      }
       throw;
     }
-    connection_lost_ = false;
+    OnAccountTaken();
     LeaveCopy();
+    connection_lost_ = false;
   }
 }
 
@@ -170,7 +176,7 @@ void CStoreRunner::Report(StoreTrouble trouble, const QString& line) {
     return;
   }
   const auto copy = Copy();
-  const bool is_of_copy = copy && trouble == StoreTrouble::kConnectionLost;
+  const bool is_of_copy = copy && trouble != StoreTrouble::kNone;  // why it is, the line says
   const StoreTrouble shown = is_of_copy ? TroubleWith(copy->Why()) : trouble;
   RunInEvents([call = options_.on_trouble, shown, line] { call(shown, line); });
 }

@@ -42,8 +42,7 @@ LogInAnswer CStoreServices::LogIn(const LogInRequest& request, const LogInSteps&
 }
 
 LogInAnswer CStoreServices::LogInAnywhere(const LogInRequest& request, const LogInSteps& steps) {
-  const auto copy = runner_->Copy();
-  if (copy && copy->Why() != CShownCopy::kPasswordRefused) {
+  if (AsksCopy()) {
     return LogInAtCopy(request, steps);
   }
   if (runner_->HidesRows()) {
@@ -60,6 +59,12 @@ LogInAnswer CStoreServices::LogInAnywhere(const LogInRequest& request, const Log
   runner_->SetUser(answer.user->id);
   RaiseTreeEvent(steps.before_trees);
   return answer.said;
+}
+
+// Which knows of its own user alone whether he has a password: who has another copy is asked for that one's.
+bool CStoreServices::AsksCopy() const {
+  const auto copy = runner_->Copy();
+  return copy && copy->Why() != CShownCopy::kPasswordRefused;
 }
 
 // Asked first, over a connection for that alone: the store's own are given away only for another that comes about.
@@ -110,12 +115,19 @@ QDateTime CStoreServices::CopyMoment() const {
 }
 
 LogInAnswer CStoreServices::CheckPassword(const LogInRequest& request) {
-  const LogInAnswer answer = runner_->HidesRows() ? CheckAtServer(request) : accounts_.Check(request).said;
+  const LogInAnswer answer = CheckAnywhere(request);
   const auto user = runner_->Site().FindUser(request.user.toStdString());
   if (answer.IsDone() && user && user->id == runner_->User()) {
     runner_->OnPasswordGiven();
   }
   return answer;
+}
+
+LogInAnswer CStoreServices::CheckAnywhere(const LogInRequest& request) {
+  if (AsksCopy()) {
+    return runner_->AskCopy(request);
+  }
+  return runner_->HidesRows() ? CheckAtServer(request) : accounts_.Check(request).said;
 }
 
 // A server may let in who is no user here.
@@ -162,8 +174,11 @@ bool CStoreServices::IsSomeUser(const QString& name) const {
 }
 
 bool CStoreServices::HasPassword(const QString& user) const {
+  if (const auto copy = runner_->Copy()) {
+    return user != copy->Facts().user || !copy->Facts().hash.isEmpty();
+  }
   const auto found = runner_->Site().FindUser(user.toStdString());
-  return (runner_->HidesRows() && !runner_->Copy()) || (found && found->has_password);
+  return runner_->HidesRows() || (found && found->has_password);
 }
 
 bool CStoreServices::AsksForPasswords() const {

@@ -100,6 +100,8 @@ class CStoreServices : public CPlanStore {
  private:
   LogInAnswer LogInAnywhere(const LogInRequest& request, const LogInSteps& steps);
   LogInAnswer LogInAtServer(const LogInRequest& request, const LogInSteps& steps);
+  bool AsksCopy() const;
+  LogInAnswer CheckAnywhere(const LogInRequest& request);
   LogInAnswer CheckAtServer(const LogInRequest& request);
   LogInAnswer CheckWithoutServer(const LogInRequest& request, const LogInAnswer& unavailable);
   void KeepPassword(const LogInRequest& request);

@@ -142,12 +142,17 @@ void CStoreSession::OpenAgain(const std::function<void()>& opened) {
 }
 
 void CStoreSession::LoadCopy(CSqlEngine& copy) {
-  CPlanRepository plans(copy);
-  CCameraDictionary(copy, &catalog_.Cameras()).ReadAgain();
-  catalog_.Cameras().SetSiteNames(plans.Cameras().Names());
-  catalog_.SetAudiences(plans.Audiences().All(), user_);
-  memory_.SetDefaultViews(plans.DefaultViews());
-  catalog_.Replace(plans.AllGroups(), plans.AllPlans());
+  CPlanRepository repository(copy);
+  const auto names = repository.Cameras().Names();
+  auto audiences = repository.Audiences().All();
+  auto views = repository.DefaultViews();
+  const auto groups = repository.AllGroups();
+  auto plans = repository.AllPlans();
+  CCameraDictionary(copy, &catalog_.Cameras()).ReadAgain();  // as all is in memory already or stays as it was
+  catalog_.Cameras().SetSiteNames(names);
+  catalog_.SetAudiences(std::move(audiences), user_);
+  memory_.SetDefaultViews(std::move(views));
+  catalog_.Replace(groups, std::move(plans));
   memory_.Clear();
   feed_.Restart(-1);
   loaded_ = true;
@@ -406,8 +411,8 @@ void CStoreSession::AwaitConnection() {
     try {
       Connect();
       return;
-    } catch (const CStoreError&) {
-      if (closed_ || steady_clock::now() >= end) {
+    } catch (const CStoreError& error) {
+      if (closed_ || error.RefusesAccount() || steady_clock::now() >= end) {
         throw;
       }
     }
