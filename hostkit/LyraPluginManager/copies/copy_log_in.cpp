@@ -14,19 +14,36 @@ LogInAnswer Wrong() {
   return {LogInOutcome::kWrongPassword, 0, CStoreText(kWrongPassword).Shown()};
 }
 
-void Note(CSqlEngine& copy, int32_t user, const LogInTries& tries) {
+// A try counts before it is looked at; read and written in one, many at a time are as many. Answers what there were
+// before, as far as this process knows where nothing can be written: it remembers its own.
+LogInTries Count(CSqlEngine& copy, int32_t user, LogInTries known, int64_t now) {
   try {
     CTransaction transaction(copy, CTransaction::kWrite);
-    CAccountRepository(copy).SetTries(user, tries);
+    CAccountRepository accounts(copy);
+    if (const auto account = accounts.Find(user)) {
+      known = account->tries;
+    }
+    if (LockedSeconds(known, now) == 0) {
+      accounts.SetTries(user, WithOneMore(known, now));
+    }
     transaction.Commit();
   } catch (const CStoreError&) {
-    // this process remembers it
+  }
+  return known;
+}
+
+void Forget(CSqlEngine& copy, int32_t user) {
+  try {
+    CTransaction transaction(copy, CTransaction::kWrite);
+    CAccountRepository(copy).SetTries(user, {});
+    transaction.Commit();
+  } catch (const CStoreError&) {
+    // they are forgotten at the next log-in
   }
 }
 
 }  // namespace
 
-// A try counts before it is looked at: many at a time are as many.
 LogInAnswer CheckAtCopy(const QString& path, const LogInRequest& request, int64_t now) {
   if (!QFileInfo::exists(path)) {
     return Wrong();
@@ -40,19 +57,18 @@ LogInAnswer CheckAtCopy(const QString& path, const LogInRequest& request, int64_
   if (!account) {
     return {LogInOutcome::kDone};
   }
-  const int locked = LockedSeconds(account->tries, now);
+  const LogInTries before = Count(*copy, facts.user_id, account->tries, now);
+  const int locked = LockedSeconds(before, now);
   if (locked > 0) {
     return LockedFor(locked);
   }
-  const LogInTries with_this = WithOneMore(account->tries, now);
-  Note(*copy, facts.user_id, with_this);
   static CTriesInMemory tries;
   const LogInAnswer answer =
       tries.Check(path, now, [&] { return PasswordHash::Fits(account->hash, request.password); });
   if (answer.IsDone()) {
-    Note(*copy, facts.user_id, {});
+    Forget(*copy, facts.user_id);
   }
-  return answer.outcome == LogInOutcome::kWrongPassword ? AfterWrongPassword(with_this) : answer;
+  return answer.outcome == LogInOutcome::kWrongPassword ? AfterWrongPassword(WithOneMore(before, now)) : answer;
 }
 
 }  // namespace TarnHost::Store
