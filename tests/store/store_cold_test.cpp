@@ -21,7 +21,7 @@ using TarnHost::StoreTrouble;
 
 namespace {
 
-constexpr int kWaitMs = 30000, kCloseMs = 3000, kHour = 3600, kMostEnds = 5;
+constexpr int kWaitMs = 30000, kCloseMs = 3000, kHour = 3600, kMostEnds = 5, kLooks = 8;
 constexpr int kSeveralAttemptsMs = 3000;
 const char kWord[] = "Kennwort 9", kSecret[] = "camera's own secret", kLogin[] = "camera's own login",
            kHidden[] = "pass=in-the-address";
@@ -188,6 +188,15 @@ class StoreColdTest : public CStoreTest {
     auto options = OptionsOf("cid", true);
     options.now = [hours, begin = begin_] { return begin.addSecs(kHour * *hours); };
     options.on_trouble = [this](StoreTrouble trouble, const QString&) { seen_.append(trouble); };
+    return options;
+  }
+  /// Each look at the store asks for the time twice.
+  static TarnHost::PlanStoreOptions Counting(TarnHost::PlanStoreOptions options,
+                                             const std::shared_ptr<std::atomic<int>>& looks) {
+    options.now = [looks, now = options.now] {
+      ++*looks;
+      return now();
+    };
     return options;
   }
   qint64 CopyMoment() const {
@@ -645,13 +654,24 @@ void StoreColdTest::ReadsPlansFromTheCopyWhileTheServerHangs() {
 }
 
 void StoreColdTest::SaysWhenItWasLastTrue() {
-  const auto hours = std::make_shared<std::atomic<int>>(0);
-  const CClient desk(OpenAs(AtHour(hours), As("cid")));
+  const auto hours = std::make_shared<std::atomic<int>>(0), looks = std::make_shared<std::atomic<int>>(0);
+  const CClient desk(OpenAs(Counting(AtHour(hours), looks), As("cid")));
   QTRY_COMPARE_WITH_TIMEOUT(CopiedPlans(), QString("Gate A, Top"), kWaitMs);
   const QString change = InCopy("SELECT value FROM store_info WHERE name = 'copy_change'");
   *hours = 1;
   QTRY_COMPARE_WITH_TIMEOUT(CopyMoment(), qint64(kHour), kWaitMs);
   QCOMPARE(InCopy("SELECT value FROM store_info WHERE name = 'copy_change'"), change);
+  // What stands in no copy is no reason to write one.
+  const auto written = [this] { return QFileInfo(File()).lastModified(); };
+  const QDateTime before = written();
+  view::AddPlanLogResponseParam answer;
+  QVERIFY(desk->AddPlanLog({}, answer));
+  const int looked = *looks;
+  QTRY_VERIFY(*looks > looked + kLooks);
+  QCOMPARE(written(), before);
+  std::string error;
+  QVERIFY(desk->SetFavoriteCamera("1003", true, &error));
+  QTRY_VERIFY_WITH_TIMEOUT(written() != before, kWaitMs);
   // A copy that is not the one that was written is made again.
   QVERIFY(QFile::remove(File()));
   *hours = 2;
@@ -666,12 +686,8 @@ void StoreColdTest::SaysWhenItWasLastTrue() {
 
 void StoreColdTest::WritesWhatIsOwedAtTheEnd() {
   const auto hours = std::make_shared<std::atomic<int>>(0), looks = std::make_shared<std::atomic<int>>(0);
-  auto options = AtHour(hours);
+  auto options = Counting(AtHour(hours), looks);
   options.copy_pause = std::chrono::seconds(6);
-  options.now = [looks, now = options.now] {
-    ++*looks;
-    return now();
-  };
   const auto work = [&](int hour) {
     *hours = hour;
     CClient desk(OpenAs(options, As("cid")));

@@ -277,7 +277,7 @@ void CPlanOperations::GetPlanDetail(const view::GetPlanDetailRequest& request, v
 
 void CPlanOperations::AddPlanLog(const view::AddPlanLogRequestParam& request, view::AddPlanLogResponseParam*) {
   const int32_t user = runner_.RequireUser();
-  runner_.Write([request, user](CPlanWriter& writer) { writer.LogPlay(request, user); });
+  runner_.WriteUncopied([request, user](CPlanWriter& writer) { writer.LogPlay(request, user); });
 }
 
 void CPlanOperations::SearchPlan(const view::SearchPlanRequest& request, view::SearchPlanResponse* response) {

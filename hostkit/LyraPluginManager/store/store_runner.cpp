@@ -88,9 +88,9 @@ void CStoreRunner::OpenDatabase() {
   thread_.SetBeat(engine_->BetweenLooks(), beat, before_rest);
 }
 
-void CStoreRunner::OnSaved() {
+void CStoreRunner::OnSaved(bool is_copied) {
   troubles_.OnChange({});
-  if (keeper_) {
+  if (keeper_ && is_copied) {
     keeper_->Touch();
   }
 }

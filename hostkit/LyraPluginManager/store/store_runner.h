@@ -89,7 +89,12 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
   /// Answers work(writer), a change of the store. `work` refers to nothing of the caller's; nor does that of Read().
   template <class Work>
   auto Write(Work work) {
-    return thread_.Call([self = shared_from_this(), work] { return self->Run(work); });
+    return thread_.Call([self = shared_from_this(), work] { return self->Run(work, true); });
+  }
+  /// The same of what stands in no copy.
+  template <class Work>
+  auto WriteUncopied(Work work) {
+    return thread_.Call([self = shared_from_this(), work] { return self->Run(work, false); });
   }
   /// Answers work(repository), over a connection of its own where the store has one.
   template <class Work>
@@ -145,14 +150,14 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
 
  private:
   template <class Work>
-  auto Run(const Work& work) {
+  auto Run(const Work& work, bool is_copied) {
     try {
       if constexpr (std::is_void_v<decltype(work(*writer_))>) {
         work(*writer_);
-        OnSaved();
+        OnSaved(is_copied);
       } else {
         auto result = work(*writer_);
-        OnSaved();
+        OnSaved(is_copied);
         return result;
       }
     } catch (const CStoreError& refusal) {
@@ -160,7 +165,7 @@ class CStoreRunner : public std::enable_shared_from_this<CStoreRunner> {
       throw;
     }
   }
-  void OnSaved();
+  void OnSaved(bool is_copied);
   void OpenDatabase();
   void OpenFromCopy();
   void ShowCopy(const std::shared_ptr<CShownCopy>& copy);
