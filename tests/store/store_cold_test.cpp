@@ -268,8 +268,10 @@ void StoreColdTest::KeepsWhatItsUserSees() {
 // The file is written on, not made again; and what the user sees no more is not to be found in it.
 void StoreColdTest::FollowsWhatChanges() {
   QFETCH(bool, roles);
+  QVERIFY(QDir().mkpath(Folder()) && ::chmod(QFile::encodeName(Folder()).constData(), 0755) == 0);
   const CClient desk = Online(As("cid"), roles);
   QTRY_COMPARE_WITH_TIMEOUT(CopiedPlans(), QString("Gate A, Top"), kWaitMs);
+  QCOMPARE(ModeOf(Folder()), 0755);  // which others may have their own use for
   struct stat before {
   }, after{};
   QCOMPARE(::stat(QFile::encodeName(File()).constData(), &before), 0);

@@ -159,13 +159,15 @@ bool SetMoment(const QString& path, int32_t user_id, int64_t change, const QDate
   return true;
 }
 
+// One that was there before is its owner's to open or close.
 void MakeFolder(const QString& folder) {
-  QDir().mkpath(folder);
-  ::chmod(QFile::encodeName(folder).constData(), S_IRWXU);
+  QDir().mkpath(QFileInfo(folder).absolutePath());
+  ::mkdir(QFile::encodeName(folder).constData(), S_IRWXU);
 }
 
+// The file goes first: without its journal it may be half of two states.
 void Remove(const QString& path) {
-  for (const char* beside : {"-journal", "-wal", "-shm", ""}) {
+  for (const char* beside : {"", "-journal", "-wal", "-shm"}) {
     QFile::remove(path + QLatin1String(beside));
   }
 }

@@ -41,7 +41,7 @@ void SetFacts(CSqlEngine& copy, const CopyFacts& facts);
 /// Of the copy at `path`, if it is this user's as of this change, and else false: it was true at `at`, too.
 bool SetMoment(const QString& path, int32_t user_id, int64_t change, const QDateTime& at);
 
-/// Makes the folder, for its owner alone.
+/// Makes the folder, for its owner alone, unless it is there.
 void MakeFolder(const QString& folder);
 /// With what SQLite keeps beside it.
 void Remove(const QString& path);
