@@ -75,6 +75,9 @@ class StoreColdTest : public CStoreTest {
   void ShowsTheCopyAndGoesOver();
   void RefusesWhatIsNoCopy_data();
   void RefusesWhatIsNoCopy();
+  void TakesBackWhatAPowerCutLeft();
+  void IsReadWhileItIsBroughtUp();
+  void FollowsAServerThatWasPutBack();
   void MixesNoSites();
   void LocksAfterWrongPasswords();
   void ChangesUsersAtTheirCopies_data() { Accounts(); }
@@ -85,6 +88,8 @@ class StoreColdTest : public CStoreTest {
   void AsksForTheNewPassword();
   void AsksARunningDeskForTheNewPassword();
   void ForgetsWhoIsGone();
+  void LeavesTheCopiesOfOthers_data();
+  void LeavesTheCopiesOfOthers();
   void ReadsPlansFromTheCopyWhenLostLater_data() { Accounts(); }
   void ReadsPlansFromTheCopyWhenLostLater();
   void ReadsPlansFromTheCopyWhileTheServerHangs();
@@ -115,6 +120,38 @@ class StoreColdTest : public CStoreTest {
   }
   QString InCopy(const QString& statement) const {
     return QFileInfo(File()).isFile() ? CDirectAccess("sqlite:" + File()).Try(statement) : QString();
+  }
+  /// As the disk is after a power cut in the midst of a long update.
+  static void CutPower(const QString& path) {
+    QByteArray file, journal;
+    {
+      const CDirectAccess copy("sqlite:" + path);
+      copy.Run("PRAGMA cache_size = 10");
+      copy.Run("BEGIN IMMEDIATE");
+      copy.Run("UPDATE plan SET name = 'half'");
+      copy.Run(
+          "WITH RECURSIVE row(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM row WHERE i < 500)"
+          " INSERT INTO plan_log SELECT '', i, hex(zeroblob(1000)), 0, 0 FROM row");
+      file = BytesOf(path);
+      journal = BytesOf(path + "-journal");
+      copy.Run("ROLLBACK");
+    }
+    QVERIFY(file.contains("half") && !journal.isEmpty() && file.size() > QFileInfo(path).size());
+    QVERIFY(Write(path, file) && Write(path + "-journal", journal));
+  }
+  /// Under the numbers that the site gave last, other changes were made.
+  void PutBack(const QString& top) const {
+    fixture_->RunPastTheStore("UPDATE change_log SET origin = 'another desk' || seq || origin");
+    fixture_->RunPastTheStore(QString("UPDATE plan SET name = '%1', checksum = '%1' WHERE parent_code = -1").arg(top));
+    fixture_->RunPastTheStore(QString("UPDATE camera_name SET name = '%1' || number").arg(top));
+  }
+  QStringList UsersWithCopies() const {
+    QStringList users;
+    for (const auto& copy : StoreCopies::Of(Folder(), OptionsOf("cid", false).url)) {
+      users.append(copy.user);
+    }
+    users.sort();
+    return users;
   }
   QString CopiedPlans() const {
     return InCopy("SELECT group_concat(name, ', ') FROM (SELECT name FROM plan ORDER BY name)");
@@ -403,6 +440,63 @@ void StoreColdTest::RefusesWhatIsNoCopy() {
   QTRY_VERIFY_WITH_TIMEOUT(is_sound(), kWaitMs);
 }
 
+// The copy is as it was before the update; and what it had then comes into none that is made in its place.
+void StoreColdTest::TakesBackWhatAPowerCutLeft() {
+  Keep(As("cid"), true);
+  const QString path = File();
+  CutPower(path);
+  QCOMPARE(UsersWithCopies(), QStringList{"cid"});
+  QCOMPARE(CopiedPlans(), QString("Gate A, Top"));
+  CutPower(path);
+  QVERIFY(Write(path, QByteArray(5000, 'x')));
+  QCOMPARE(UsersWithCopies(), QStringList());
+  QCOMPARE(ann_.Update(TarnTest::ChangedPlan(ann_.Plan("Top"), "Renamed", "-1")), QString());
+  {
+    const CClient desk = Online(As("cid"), true);
+    QTRY_VERIFY_WITH_TIMEOUT(BytesOf(path).contains("Renamed"), kWaitMs);
+  }
+  QCOMPARE(UsersWithCopies(), QStringList{"cid"});
+  QCOMPARE(CopiedPlans(), QString("Gate A, Renamed"));
+}
+
+// The store may fall silent in the midst of a long update.
+void StoreColdTest::IsReadWhileItIsBroughtUp() {
+  Keep(As("cid"), true);
+  const CDirectAccess owner(fixture_->Url());
+  owner.Run(
+      "INSERT INTO plan (code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time,"
+      " end_time, cameras, creator, creation_time, revision, changed_by, changed_at, checksum)"
+      " SELECT 500000 + n, parent_code, family, owner_id, 'Many ' || n, split_type, page_count, 0, '', '', '',"
+      " creator, creation_time, revision, changed_by, changed_at, '' FROM plan, generate_series(1, 400) n"
+      " WHERE name = 'Top'");
+  owner.Run(
+      "INSERT INTO plan_content (code, pages, thumbnail) SELECT code, repeat('x', 20000), '' FROM plan"
+      " WHERE code > 500000");
+  owner.Run("UPDATE counter SET value = value + 100 WHERE name = 'seq'");
+  line_->FailAfter({"LEFT JOIN plan_content", ", 500300"}, CFaultyLine::kSilent);
+  const CClient desk = Online(As("cid"), true);
+  QTRY_VERIFY_WITH_TIMEOUT(line_->HasFailed(), kWaitMs);
+  QCOMPARE(UsersWithCopies(), QStringList{"cid"});
+  QCOMPARE(CopiedPlans(), QString("Gate A, Top"));
+  QTRY_VERIFY_WITH_TIMEOUT(CopiedPlans().contains("Many 400"), kWaitMs);
+}
+
+// A standby that lagged became the server, or a backup was put back: also while the desk is away.
+void StoreColdTest::FollowsAServerThatWasPutBack() {
+  std::string added;
+  QCOMPARE(ann_.AddPlan("-1", "Lost", &added), QString());
+  Keep(As("cid"), true, "Lost");
+  PutBack("Put back");
+  const CClient desk = Online(As("cid"), true);
+  QTRY_COMPARE_WITH_TIMEOUT(CopiedPlans(), QString("Gate A, Put back, Put back"), kWaitMs);
+  QVERIFY(InCopy("SELECT min(name) FROM camera_name").startsWith("Put back"));
+  line_->Cut();
+  PutBack("Again");
+  line_->Mend();
+  QTRY_COMPARE_WITH_TIMEOUT(CopiedPlans(), QString("Again, Again, Gate A"), kWaitMs);
+  QVERIFY(InCopy("SELECT min(name) FROM camera_name").startsWith("Again"));
+}
+
 void StoreColdTest::MixesNoSites() {
   Keep(As("cid"), false);
   line_->Cut();
@@ -605,6 +699,33 @@ void StoreColdTest::ForgetsWhoIsGone() {
   QTRY_VERIFY_WITH_TIMEOUT(CopiedPlans().contains("Bob's gate"), kWaitMs);
   StoreCopies::Remove(Folder(), OptionsOf("bob", false).url);
   QVERIFY(!StoreCopies::HasAny(Folder(), OptionsOf("bob", false).url));
+}
+
+void StoreColdTest::LeavesTheCopiesOfOthers_data() {
+  QTest::addColumn<bool>("stays");
+  QTest::newRow("after a power cut") << true;
+  QTest::newRow("of a newer program") << true;
+  QTest::newRow("damaged") << false;
+}
+
+void StoreColdTest::LeavesTheCopiesOfOthers() {
+  QFETCH(bool, stays);
+  Keep(As("cid"), false);
+  const QString of_cid = File(), row = QTest::currentDataTag();
+  if (row == "after a power cut") {
+    CutPower(of_cid);
+  } else if (row == "damaged") {
+    QVERIFY(Write(of_cid, QByteArray(5000, 'x')));
+  } else {
+    CDirectAccess("sqlite:" + of_cid).Run("UPDATE store_info SET value = '9999' WHERE name = 'version'");
+  }
+  const CClient desk = Online(As("bob"), false);
+  QTRY_VERIFY_WITH_TIMEOUT(UsersWithCopies().contains("bob"), kWaitMs);
+  if (stays) {
+    desk.Leave();  // by then it has looked at them
+  }
+  QTRY_COMPARE_WITH_TIMEOUT(QFile::exists(of_cid), stays, kWaitMs);
+  QCOMPARE(UsersWithCopies().contains("cid"), row == "after a power cut");
 }
 
 // Nothing older than what the tree shows, and of cameras nothing that would pass for all that the store knows.

@@ -19,7 +19,7 @@ constexpr int kNameLength = 16, kPatience = 2000;
 const char kSuffix[] = ".copy";
 // The first is what makes a store a copy.
 const char kUser[] = "copy_user", kUserId[] = "copy_user_id", kBound[] = "copy_bound", kChange[] = "copy_change",
-           kAt[] = "copy_at", kWithheld[] = "copy_withheld";
+           kMark[] = "copy_mark", kAt[] = "copy_at", kWithheld[] = "copy_withheld";
 
 QString NameOf(const QString& text) {
   const QByteArray bytes = text.normalized(QString::NormalizationForm_C).toUtf8();
@@ -58,12 +58,18 @@ QMap<QString, QString> InfoOf(CSqlEngine& copy) {
   return info;
 }
 
-std::unique_ptr<CSqliteEngine> Opened(const QString& path) {
+std::unique_ptr<CSqliteEngine> OpenedOfAnyLayout(const QString& path) {
   auto engine = std::make_unique<CSqliteEngine>(path, CSqliteEngine::kExisting);
   engine->RequireHeader();
   engine->SetPatience(kPatience);
   engine->Open();
   engine->RunOnce("PRAGMA secure_delete = ON");  // what the user sees no more is not to be found in the file
+  engine->RunOnce("PRAGMA cache_spill = OFF");   // pages written before the end would lock out who reads it meanwhile
+  return engine;
+}
+
+std::unique_ptr<CSqliteEngine> Opened(const QString& path) {
+  auto engine = OpenedOfAnyLayout(path);
   RequireNewest(*engine);
   return engine;
 }
@@ -95,13 +101,16 @@ std::unique_ptr<CSqlEngine> Open(const QString& path) {
   } catch (const CStoreError& error) {
     const char* const text =
         QT_TRANSLATE_NOOP("TarnHost::Store", "The copy of the plans on this machine cannot be used. %1");
-    const bool may_pass = error.GetKind() == CStoreError::kBusy || error.GetKind() == CStoreError::kNoRoom;
-    throw CStoreError(may_pass ? error.GetKind() : CStoreError::kRefused, {text, {error.Text()}}, error.Words());
+    throw CStoreError(error.GetKind(), {text, {error.Text()}}, error.Words());
   }
 }
 
 std::unique_ptr<CSqlEngine> OpenAgain(const QString& path) {
   return Opened(path);
+}
+
+QString UserOf(const QString& path) {
+  return InfoOf(*OpenedOfAnyLayout(path)).value(kUser);
 }
 
 CopyFacts FactsOf(CSqlEngine& copy) {
@@ -112,6 +121,7 @@ CopyFacts FactsOf(CSqlEngine& copy) {
   facts.user_id = info.value(kUserId).toInt();
   facts.is_bound = info.value(kBound) == QLatin1String("1");
   facts.change = info.value(kChange).toLongLong();
+  facts.mark = info.value(kMark);
   facts.at = QDateTime::fromSecsSinceEpoch(info.value(kAt).toLongLong());
   facts.withheld = NumbersIn(info.value(kWithheld));
   if (facts.user_id == 0) {
@@ -129,6 +139,7 @@ void SetFacts(CSqlEngine& copy, const CopyFacts& facts) {
                                        {kUserId, QString::number(facts.user_id)},
                                        {kBound, QString::number(int(facts.is_bound))},
                                        {kChange, QString::number(facts.change)},
+                                       {kMark, facts.mark},
                                        {kAt, QString::number(facts.at.toSecsSinceEpoch())},
                                        {kWithheld, TextOf(facts.withheld)}};
   for (auto it = info.begin(); it != info.end(); ++it) {

@@ -17,6 +17,7 @@ struct CopyFacts {
   int32_t user_id = 0;
   bool is_bound = false;       // the server kept from the desk what the user does not see
   int64_t change = -1;         // up to where the log of changes is in it
+  QString mark;                // of the log up to there
   QDateTime at;                // when it was true
   std::set<int32_t> withheld;  // cameras whose password or address only the store has
   QString hash;                // of the user's password; empty for none
@@ -35,6 +36,8 @@ QStringList PathsOf(const QString& folder, const QString& url);
 std::unique_ptr<CSqlEngine> Open(const QString& path);
 /// The same at once, of one that was opened before.
 std::unique_ptr<CSqlEngine> OpenAgain(const QString& path);
+/// Of a copy of any layout, also a damaged one as far as it can be read; empty for none.
+QString UserOf(const QString& path);
 CopyFacts FactsOf(CSqlEngine& copy);
 /// With all rows but those of its own; in the caller's transaction.
 void SetFacts(CSqlEngine& copy, const CopyFacts& facts);

@@ -24,6 +24,15 @@ bool IsSame(const CopyOwner& left, const CopyOwner& right) {
          left.password == right.password;
 }
 
+// What cannot be looked into for another reason than damage may be good.
+bool IsOfAny(const std::vector<std::string>& users, const QString& path) {
+  try {
+    return std::find(users.begin(), users.end(), CopyFile::UserOf(path).toStdString()) != users.end();
+  } catch (const CStoreError& error) {
+    return error.GetKind() != CStoreError::kDamaged;
+  }
+}
+
 }  // namespace
 
 CCopyKeeper::CCopyKeeper(Setup setup) : setup_(std::move(setup)), thread_(std::make_shared<CAnswering>()) {
@@ -43,8 +52,11 @@ void CCopyKeeper::SetOwner(const CopyOwner& owner) {
   owner_ = owner;
 }
 
-void CCopyKeeper::SetNewest(std::optional<int64_t> change, const QDateTime& at) {
+void CCopyKeeper::SetNewest(std::optional<int64_t> change, const QDateTime& at, int connection) {
   const std::lock_guard<std::mutex> lock(mutex_);
+  if (std::exchange(connection_, connection) != connection) {
+    Touch();
+  }
   newest_ = change;
   newest_at_ = at;
 }
@@ -99,8 +111,7 @@ void CCopyKeeper::Update(bool is_last) {
   try {
     const auto begin = CopyPace::Clock::now();
     const QDateTime now = setup_.now();
-    CCopyUpdate update(run_, copied_for_, now, stopped_);
-    const CCopyUpdate::Result result = is_last ? update.RunAgain(path) : update.Run(path);
+    const CCopyUpdate::Result result = Write(now, is_last);
     copied_ = result.change;
     equal_at_ = written_at_ = now;
     failure_.clear();
@@ -116,6 +127,15 @@ void CCopyKeeper::Update(bool is_last) {
   } catch (const std::exception& error) {
     OnFailure(QString::fromLocal8Bit(error.what()));
   }
+}
+
+// What takes long is done once for an owner, and not at the end.
+CCopyUpdate::Result CCopyKeeper::Write(const QDateTime& now, bool is_last) {
+  CCopyUpdate update(run_, copied_for_, now, stopped_);
+  if (is_last) {
+    return update.RunAtOnce(Path());
+  }
+  return copied_ < 0 ? update.Run(Path()) : update.RunAgain(Path());
 }
 
 // Another desk may have written another state, or removed the file: that is looked into as if it had changed.
@@ -156,15 +176,8 @@ void CCopyKeeper::RemoveForGoneUsers(const std::vector<std::string>& users) {
     return;
   }
   for (const QString& path : CopyFile::PathsOf(setup_.folder, setup_.url)) {
-    try {
-      const QString user = CopyFile::FactsOf(*CopyFile::Open(path)).user;
-      if (std::find(users.begin(), users.end(), user.toStdString()) == users.end()) {
-        CopyFile::Remove(path);
-      }
-    } catch (const CStoreError& error) {
-      if (error.GetKind() == CStoreError::kRefused) {
-        CopyFile::Remove(path);  // of no use to anybody
-      }
+    if (!IsOfAny(users, path)) {
+      CopyFile::Remove(path);
     }
   }
 }

@@ -31,7 +31,8 @@ class CCopyKeeper : public std::enable_shared_from_this<CCopyKeeper> {
   /// The copy is this user's; also under another password.
   void SetOwner(const CopyOwner& owner);
   /// The store's newest change that is in memory, and when it was the newest; none while the store does not answer.
-  void SetNewest(std::optional<int64_t> change, const QDateTime& at);
+  /// Over another connection than before the same number may stand for another change.
+  void SetNewest(std::optional<int64_t> change, const QDateTime& at, int connection);
   /// Something was changed that no entry in the log tells of.
   void Touch() { is_touched_ = true; }
 
@@ -46,6 +47,7 @@ class CCopyKeeper : public std::enable_shared_from_this<CCopyKeeper> {
   bool Beat();
   bool IsBehind();
   void Update(bool is_last = false);
+  CCopyUpdate::Result Write(const QDateTime& now, bool is_last);
   bool IsMomentOwed() const { return equal_at_.isValid() && equal_at_ != written_at_; }
   void WriteMoment();
   void WriteOwed();
@@ -59,6 +61,7 @@ class CCopyKeeper : public std::enable_shared_from_this<CCopyKeeper> {
   CopyOwner owner_;
   std::optional<int64_t> newest_;
   QDateTime newest_at_;
+  int connection_ = 0;
 
   // Of the thread.
   RunOnStore run_;

@@ -1,5 +1,6 @@
 #include "copies/copy_source.h"
 
+#include <QCryptographicHash>
 #include <algorithm>
 #include <utility>
 
@@ -15,6 +16,8 @@ namespace {
 const char kPlanColumns[] =
     "code, parent_code, family, owner_id, name, split_type, page_count, auto_run, begin_time, end_time, cameras,"
     " creator, creation_time, revision, changed_by, changed_at, checksum, pages";
+
+constexpr int kMarked = 50, kMarkLength = 32;
 
 // One statement for any number of values: the rest are zeros, which are no one's number.
 QString InSoMany() {
@@ -77,8 +80,10 @@ TableRows CCopySource::Read(const char* table, const char* columns, const QStrin
   return ReadAs(table, columns, QLatin1String(columns), rest, values);
 }
 
-// Entries are numbered without holes: where one is missing, it may have been about anything.
-CopyNews CCopySource::News(int64_t known) {
+// Entries are numbered without holes: where one is missing, it may have been about anything. So may all of them where
+// the log goes on from an earlier one than the copy knows: a standby that lagged became the server, or a backup was put
+// back, and numbers were given once more.
+CopyNews CCopySource::News(int64_t known, const QString& mark) {
   CTransaction one_state(store_, CTransaction::kRead);
   CPlanRepository repository(store_);
   CopyNews news;
@@ -90,7 +95,8 @@ CopyNews CCopySource::News(int64_t known) {
   }
   news.change = log.newest;
   const std::vector<ChangeEntry>& entries = log.entries;
-  news.is_whole = known < 0 || static_cast<int64_t>(entries.size()) != news.change - known;
+  news.is_whole = known < 0 || static_cast<int64_t>(entries.size()) != news.change - known || MarkOf(known) != mark;
+  news.mark = MarkOf(news.change);
   news.has_groups = news.has_cameras = news.is_whole;
   for (const ChangeEntry& entry : entries) {
     const bool is_plan = entry.kind == ChangeEntry::kPlanSaved || entry.kind == ChangeEntry::kPlanRemoved;
@@ -111,6 +117,18 @@ CopyNews CCopySource::News(int64_t known) {
   }
   one_state.Commit();
   return news;
+}
+
+// The last entries up to this one: a desk that goes on after its server was put back may write the very one again.
+QString CCopySource::MarkOf(int64_t change) {
+  QCryptographicHash hash(QCryptographicHash::Sha256);
+  store_.ForEach("SELECT seq, origin, kind, code FROM change_log WHERE seq > ? AND seq <= ? ORDER BY seq",
+                 {qint64(change - kMarked), qint64(change)}, [&hash](const QSqlQuery& query) {
+                   for (int column = 0; column < 4; ++column) {
+                     hash.addData(query.value(column).toString().toUtf8() + '\n');
+                   }
+                 });
+  return QString::fromLatin1(hash.result().toHex().left(kMarkLength));
 }
 
 // Of other users their names alone, which every user sees.
@@ -170,12 +188,14 @@ void CCopySource::AddGroups(CopyNews* news) {
 std::vector<PlanVersion> CCopySource::VersionsOf(const QString& condition, const QVariantList& values,
                                                  const std::set<int32_t>& groups) {
   std::vector<PlanVersion> plans;
-  store_.ForEach("SELECT code, revision, parent_code, family, owner_id FROM plan" + condition, values,
-                 [&](const QSqlQuery& query) {
-                   if (IsSeen(query.value(2).toInt(), query.value(3).toInt(), query.value(4).toInt(), user_, groups)) {
-                     plans.push_back({query.value(0).toInt(), query.value(1).toLongLong()});
-                   }
-                 });
+  store_.ForEach(
+      "SELECT code, parent_code, revision, checksum, family, owner_id FROM plan" + condition, values,
+      [&](const QSqlQuery& query) {
+        const int32_t parent = query.value(1).toInt();
+        if (IsSeen(parent, query.value(4).toInt(), query.value(5).toInt(), user_, groups)) {
+          plans.push_back({query.value(0).toInt(), parent, query.value(2).toLongLong(), query.value(3).toString()});
+        }
+      });
   return plans;
 }
 

@@ -19,6 +19,7 @@ struct TableRows {
 /// What of a store is not in a copy yet, as of one state.
 struct CopyNews {
   int64_t change = 0;             // the newest one
+  QString mark;                   // of the log up to there
   bool is_whole = false;          // the log does not say what else changed
   bool has_groups = false;        // those that the user sees are among the tables
   bool has_cameras = false;       // likewise
@@ -31,8 +32,13 @@ struct CopyNews {
 
 /// A plan that the user sees.
 struct PlanVersion {
-  int32_t code = 0;
+  int32_t code = 0, parent = 0;
   int64_t revision = 0;
+  QString checksum;
+
+  bool operator==(const PlanVersion& other) const {
+    return code == other.code && parent == other.parent && revision == other.revision && checksum == other.checksum;
+  }
 };
 
 /// Reads what one user sees of a store, and no password of a camera. Throws CStoreError. Thread: the engine's.
@@ -40,8 +46,8 @@ class CCopySource {
  public:
   CCopySource(CSqlEngine& store, int32_t user) : store_(store), user_(user) {}
 
-  /// What was changed after `known`, -1 for a copy that has nothing.
-  CopyNews News(int64_t known);
+  /// What was changed after `known`, where the log had this mark; -1 for a copy that has nothing.
+  CopyNews News(int64_t known, const QString& mark);
   /// All plans in groups that the user sees.
   std::vector<PlanVersion> Plans(const std::set<int32_t>& groups);
   /// Those directly in these.
@@ -59,6 +65,7 @@ class CCopySource {
                    const QVariantList& values = {});
   std::vector<PlanVersion> VersionsOf(const QString& condition, const QVariantList& values,
                                       const std::set<int32_t>& groups);
+  QString MarkOf(int64_t change);
   void AddSite(CopyNews* news);
   void AddCameras(CopyNews* news);
   void AddGroups(CopyNews* news);

@@ -39,18 +39,20 @@ class CCopyUpdate {
     std::vector<std::string> users;
   };
   Result Run(const QString& path);
-  /// The same of a copy that was brought up for this owner before, without what takes long; makes none.
+  /// The same of a copy that was brought up for this owner before, without what takes long unless it is to be made
+  /// again.
   Result RunAgain(const QString& path);
+  /// Makes none in any case.
+  Result RunAtOnce(const QString& path);
 
  private:
   Result Renew(CSqlEngine& copy, CopyFacts facts);
   Result Make(const QString& path);
   void BringAlong(CCopyWriter& writer, CopyFacts* facts);
   void TakeTables(CCopyWriter& writer, CopyFacts* facts, const CopyNews& news);
-  void TakeGroups(CCopyWriter& writer, const std::set<int32_t>& before);
   void TakePlans(CCopyWriter& writer, const CopyNews& news, const std::set<int32_t>& before);
   void Fetch(CCopyWriter& writer, const std::vector<int32_t>& codes);
-  void TakeCameraNames(CCopyWriter& writer, bool is_whole);
+  void TakeCameraNames(CCopyWriter& writer, bool has_groups);
   std::vector<int32_t> PlansIn(const std::vector<int32_t>& groups);
   std::vector<int32_t> OtherPlans(CCopyWriter& writer);
   QString HashOf(const QString& known) const;
@@ -74,7 +76,8 @@ class CCopyUpdate {
   const CopyOwner owner_;
   const QDateTime now_;
   const std::atomic<bool>& stopped_;
-  bool is_hash_known_ = false;
+  bool is_hash_known_ = false, is_in_place_ = false;
+  size_t fetched_ = 0;        // plans
   std::set<int32_t> groups_;  // that the user sees
   std::vector<std::string> users_;
   QString store_hash_;

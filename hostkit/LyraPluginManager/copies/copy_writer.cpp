@@ -69,12 +69,16 @@ std::set<int32_t> CCopyWriter::Groups() {
   return Numbers("SELECT code FROM plan_group ORDER BY code");
 }
 
-std::map<int32_t, int64_t> CCopyWriter::Plans() {
-  std::map<int32_t, int64_t> revisions;
-  copy_.ForEach("SELECT code, revision FROM plan ORDER BY code", {}, [&revisions](const QSqlQuery& query) {
-    revisions.emplace_hint(revisions.end(), query.value(0).toInt(), query.value(1).toLongLong());
-  });
-  return revisions;
+std::map<int32_t, PlanVersion> CCopyWriter::Plans() {
+  std::map<int32_t, PlanVersion> plans;
+  copy_.ForEach(
+      "SELECT code, parent_code, revision, checksum FROM plan ORDER BY code", {}, [&plans](const QSqlQuery& query) {
+        const int32_t code = query.value(0).toInt();
+        plans.emplace_hint(
+            plans.end(), code,
+            PlanVersion{code, query.value(1).toInt(), query.value(2).toLongLong(), query.value(3).toString()});
+      });
+  return plans;
 }
 
 std::set<int32_t> CCopyWriter::NamedCameras() {
@@ -92,6 +96,10 @@ std::vector<int32_t> CCopyWriter::MissingCameras() {
   std::vector<int32_t> missing;
   std::set_difference(named.begin(), named.end(), known.begin(), known.end(), std::back_inserter(missing));
   return missing;
+}
+
+void CCopyWriter::RemoveCameras() {
+  copy_.Execute("DELETE FROM camera_name");
 }
 
 void CCopyWriter::RemoveUnnamedCameras() {

@@ -23,10 +23,11 @@ class CCopyWriter {
   void RemovePlansIn(const std::vector<int32_t>& groups);
 
   std::set<int32_t> Groups();
-  /// Revisions by code.
-  std::map<int32_t, int64_t> Plans();
+  /// By code.
+  std::map<int32_t, PlanVersion> Plans();
   /// Cameras that plans name and the copy does not have.
   std::vector<int32_t> MissingCameras();
+  void RemoveCameras();
   /// Those that no plan names any more go.
   void RemoveUnnamedCameras();
 

@@ -90,7 +90,7 @@ void CSqliteEngine::OpenExisting() {
   if (!session_) {
     seen_ = now;
   }
-  const bool frozen = now.log.size == 0;  // else the log has a part of the content
+  const bool frozen = now.log.size == 0 && !HasJournal();  // else those have a part of the content
   refusal_ = RefusalByPermissions();
   if (refusal_.IsEmpty()) {
     OpenForChanges(frozen);
@@ -99,6 +99,11 @@ void CSqliteEngine::OpenExisting() {
   } else {
     OpenAs(Access::kRead);
   }
+}
+
+// Of a store without a log: what a change that was interrupted has written over.
+bool CSqliteEngine::HasJournal() const {
+  return QFileInfo(file_ + "-journal").size() > 0;
 }
 
 CStoreText CSqliteEngine::RefusalByPermissions() const {
@@ -144,7 +149,8 @@ void CSqliteEngine::OpenAs(Access access) {
 }
 
 // What was opened is what stands there. The log may have been another until it was taken hold of: a client that closed
-// as the last one had removed it. A further connection finds the one that its session holds.
+// as the last one had removed it. A further connection finds the one that its session holds. The first look takes back
+// what an interrupted change has written, by which the file may get smaller.
 void CSqliteEngine::RequireOpened() {
   if (mode_ == kMake) {
     seen_ = SqliteFileState::Of(file_);
@@ -152,6 +158,7 @@ void CSqliteEngine::RequireOpened() {
   }
   if (!session_ && access_ != Access::kFrozen) {
     seen_.log = {};
+    seen_.file.size = 0;
   }
   RequireUnmoved();
 }
@@ -208,10 +215,12 @@ void CSqliteEngine::PutLogAside() {
 // By way of SQLite: to close a file that was opened past it would take this process's other locks on it. Nothing is
 // locked, recovered or written.
 void CSqliteEngine::RequireHeader() {
-  const auto refuse = [this](const char* text) { throw CStoreError(CStoreError::kFailed, {text, {place_}}); };
+  const auto refuse = [this](const char* text, CStoreError::Kind kind = CStoreError::kDamaged) {
+    throw CStoreError(kind, {text, {place_}});
+  };
   const SqliteFileState::Entry entry = SqliteFileState::Of(file_).file;
   if (!QFileInfo(file_).isFile() || !QFileInfo(file_).isReadable()) {
-    refuse(QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 cannot be read."));
+    refuse(QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 cannot be read."), CStoreError::kFailed);
   }
   if (entry.size == 0) {
     refuse(kStoreFileEmpty);
@@ -224,7 +233,7 @@ void CSqliteEngine::RequireHeader() {
     refuse(QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 is damaged: it is cut off."));
   }
   if (code == 0 && id != kApplicationId) {
-    refuse(kNotAPlanStore);
+    refuse(kNotAPlanStore, CStoreError::kRefused);
   }
 }
 

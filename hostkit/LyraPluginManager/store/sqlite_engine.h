@@ -56,6 +56,7 @@ class CSqliteEngine : public CSqlEngine {
 
   static const char* ModeOf(Access access);
   void OpenExisting();
+  bool HasJournal() const;
   CStoreText RefusalByPermissions() const;
   void OpenForChanges(bool frozen);
   std::pair<int, qint64> ReadApplicationId();

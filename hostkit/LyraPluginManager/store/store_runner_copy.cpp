@@ -229,7 +229,8 @@ void CStoreRunner::NameOwner() {
   if (user && !Copy()) {
     keeper_->SetOwner({ToQt(user->name), user->id, hides_rows_, url_->Account().password});
   }
-  keeper_->SetNewest(connection_lost_ || Copy() ? std::nullopt : session_->NewestChange(), read_up_to_);
+  keeper_->SetNewest(connection_lost_ || Copy() ? std::nullopt : session_->NewestChange(), read_up_to_,
+                     session_->Connections());
 }
 
 // Its opening is short but takes the disk.

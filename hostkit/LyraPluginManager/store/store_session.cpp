@@ -130,6 +130,7 @@ void CStoreSession::LookAgain() {
 
 void CStoreSession::Connect() {
   engine_.Reopen();
+  ++connections_;
   feed_.Restart(-1);  // whatever comes next: all is to be read again
 }
 

@@ -53,6 +53,8 @@ class CStoreSession {
   void Reconnect(const std::function<void()>& connected);
   /// The newest change that is in the catalog; none while there may be one that is not.
   std::optional<int64_t> NewestChange() const;
+  /// How often it has connected.
+  int Connections() const { return connections_; }
   /// Throws what keeps changes from being saved. They are made as any other, but of no plan.
   void TryToWrite();
   /// Has the plans in memory that start by themselves next.
@@ -167,6 +169,7 @@ class CStoreSession {
   const std::atomic<bool>& closed_;
   CChangeFeed feed_;
   bool loaded_ = false, unread_ = false;
+  int connections_ = 0;
   std::chrono::steady_clock::time_point next_camera_names_;
   struct {
     int64_t change = -1;
