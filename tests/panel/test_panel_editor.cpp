@@ -96,7 +96,10 @@ void PanelEditorTest::WhatWasSavedIsCurrent() {
   stage.Editor()->Save();
   QVERIFY(Services().WaitUntilHeld("UpdatePlan"));
   QCOMPARE(State(stage), CEditorPlace::State::Saving);
+  stage.Panel().activateWindow();  // a window that tips came up over need not be the active one
+  QVERIFY(QTest::qWaitForWindowActive(&stage.Panel()));
   stage.Tree().setFocus();
+  QVERIFY(stage.Tree().hasFocus());
   stage.Choose("Public A plan 10");
   Services().ReleaseAll();
   QTRY_COMPARE(State(stage), CEditorPlace::State::Closed);
