@@ -200,7 +200,7 @@ void DeskLockTest::GoesToAnotherUser() {
   TypeLogIn("operator", QString());
   QTRY_COMPARE(window_->User(), QString("operator"));
   WaitForPlans();
-  window_->LockDesk();  // whose password nobody has refused
+  window_->LockDesk();  // whose password was not refused
   QVERIFY(Sign()->accessibleName().startsWith("Locked by operator"));
 }
 

@@ -170,7 +170,7 @@ void CStoreRunner::BreakOff() {
   throw CStoreError(CStoreError::kConnectionLost, {kNotReachedYet, {engine_->Place()}});
 }
 
-// Of who is logged in; of the account that owns the store nobody at the desk knows the password.
+// Of who is logged in; the password of the account that owns the store is not known at a desk.
 void CStoreRunner::OnAccountRefused() {
   const std::lock_guard<std::mutex> lock(log_in_mutex_);
   if (!hides_rows_ || user_ == 0 || !IsForWhoIsLoggedIn()) {
@@ -185,7 +185,7 @@ void CStoreRunner::OnAccountRefused() {
   }
 }
 
-// It may be the very one that was refused: there is a time when a server knows nobody, or a mistake that was put right.
+// It may be the very one that was refused: a server that knew no user for a time, or a mistake that was put right.
 void CStoreRunner::OnAccountTaken() {
   if (is_refused_.exchange(false)) {
     has_other_password_ = false;
