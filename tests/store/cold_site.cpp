@@ -111,7 +111,7 @@ QStringList CColdTest::UsersWithCopies() const {
 }
 
 std::shared_ptr<TarnHost::CPlanStore> CColdTest::OpenAs(const TarnHost::PlanStoreOptions& options,
-                                                    const TarnHost::LogInRequest& user) {
+                                                        const TarnHost::LogInRequest& user) {
   QString error;
   auto store = TarnHost::CPlanStore::Open(options, &error);
   if (!store || !store->LogIn(user).IsDone() ||

@@ -51,9 +51,7 @@ class CColdTest : public CStoreTest {
   void SetPassword(const QString& user, const char* password) const;
   /// From here on the server asks these roles for their passwords.
   void AskForPasswords(const QStringList& roles);
-  TarnHost::StoreTrouble LastTrouble() const {
-    return seen_.isEmpty() ? TarnHost::StoreTrouble::kNone : seen_.last();
-  }
+  TarnHost::StoreTrouble LastTrouble() const { return seen_.isEmpty() ? TarnHost::StoreTrouble::kNone : seen_.last(); }
 
   std::unique_ptr<QTemporaryDir> folder_;
   std::unique_ptr<CFaultyLine> line_;
