@@ -12,7 +12,9 @@ namespace TarnPlanView {
 struct PlanCameraTreeInfo {
   CPlanRegionInfo stTreeItemInfo_;                 ///< The node the camera hangs under.
   ResourceTreeKit::CCameraItemInfo stCameraInfo_;  ///< The camera.
-  int emType_ = 0;                                 ///< Kind of the entry, a number of the host's.
+  /// Kind of the entry. The numbers are those of the host that fills the record: the plug-in hands them on and knows
+  /// none of them. 0 in a new record.
+  int emType_ = 0;
 };
 
 /// Handle on a PlanCameraTreeInfo. Copies share one body: what is set through one handle is seen through all of them.

@@ -1,6 +1,6 @@
 #include "plan_icon_cache.h"
 
-#include "plugin_shutdown.h"
+#include "end_with_application.h"
 
 namespace TarnPlanView {
 

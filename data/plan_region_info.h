@@ -11,10 +11,12 @@ namespace TarnPlanView {
 
 /// A region of the resource tree. Texts are UTF-8. A plain value.
 struct PlanRegionInfo {
-  std::string index_code;                                           ///< Its code.
-  std::string name;                                                 ///< As shown.
-  std::string parent_index_code;                                    ///< Code of the region that it stands in.
-  std::string str_region_path;                                      ///< The way from the top as one text.
+  std::string index_code;         ///< Its code.
+  std::string name;               ///< As shown.
+  std::string parent_index_code;  ///< Code of the region that it stands in.
+  /// The way from the top as one text, in the form and with the separator that the host's own trees have: the plug-in
+  /// neither makes it nor takes it apart.
+  std::string str_region_path;
   std::list<std::string> lst_region_path;                           ///< The same as index codes, the top first.
   int total_quantity = 0;                                           ///< Cameras below the region, on all levels.
   int total_online_quantity = 0;                                    ///< Those of them that can be reached.

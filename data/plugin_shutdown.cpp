@@ -4,6 +4,7 @@
 #include <QThreadPool>
 
 #include "auto_plan_helper.h"
+#include "end_with_application.h"
 #include "host_calls/question_pool.h"
 #include "plan_icon_cache.h"
 #include "view_config_manager.h"

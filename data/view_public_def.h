@@ -49,22 +49,31 @@ class TARNPLANVIEW_EXPORT CViewPublicDef {
   static QIcon GetViewIcon(MarUIControl::struSplitTypeData::SplitType split);
   /// A null icon: roots have none.
   static QIcon GetRootViewIcon();
-  /// From the host's resources below `:/Bolt`, for its own trees of plans and cameras; a host without them gets icons
-  /// without a picture.
-  ///@{
+  /// A group of plans, for a host's own trees. This and what follows comes from the host's resources below `:/Bolt`;
+  /// where there is no such picture the icon has none.
   static QIcon GetCustomViewGroupIcon();
+  /// A plan.
   static QIcon GetCustomViewItemIcon();
+  /// A plan that plays.
   static QIcon GetPlayViewItemIcon();
+  /// A camera that can be reached.
   static QIcon GetCameraOnlineIcon();
+  /// A camera that cannot be reached.
   static QIcon GetCameraOfflineIcon();
+  /// A camera that can be reached and reports an alarm.
   static QIcon GetCameraOnlineAlarmIcon();
+  /// A camera that plays.
   static QIcon GetCameraPlaying();
+  /// A camera that plays and reports an alarm.
   static QIcon GetCameraPlayingAlarm();
+  /// A camera that is being recorded.
   static QIcon GetCameraRecording();
+  /// A camera that is being recorded and reports an alarm.
   static QIcon GetCameraRecordingAlarm();
+  /// A group of resources.
   static QIcon GetResourceGroupIcon();
+  /// A video wall.
   static QIcon GetScreenIcon();
-  ///@}
 };
 
 }  // namespace TarnPlanView

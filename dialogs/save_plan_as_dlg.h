@@ -21,8 +21,8 @@ class TARNPLANVIEW_EXPORT CSavePlanAsDlg : public QWidget {
   CSavePlanAsDlg(QString themeName, QWidget* parent);
   ~CSavePlanAsDlg() override;
 
-  /// Name, family, group, automatic run and times; the rest of the request stays. Times are "hh:mm:ss" and are written
-  /// whatever the switch says.
+  /// Name, family, group, automatic run and times; the rest of the request stays. Times are "HH:mm:ss", 00 to
+  /// 23 hours in ASCII digits, as in all records, and are written whatever the switch says.
   void GetPlanParam(view_plugin_protocol::AddPlanRequest& request);
   /// Not owned; null is ignored.
   void SetViewController(CStandardViewController* controller);

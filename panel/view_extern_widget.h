@@ -99,7 +99,8 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void RenameRow(const view_plugin_protocol::TarnPlanViewInfo& row);
   /// Lets the user choose the group of this tree that the plan goes to, and moves it there.
   void MovePlan(const view_plugin_protocol::TarnPlanViewInfo& plan);
-  /// The host's own entries of the row menu, behind the panel's; hits of a search have them, too. Not owned.
+  /// The host's own entries of the row menu, behind the panel's; hits of a search have them, too. They replace those of
+  /// an earlier call; an empty list takes them away. Not owned: one that is deleted leaves the menus.
   void SetViewMoreActions(QList<QAction*>& actions);
   /// The tree's row menu; owned by the tree.
   tarn_ui_data_controller::CPopupMenu* GetViewMoreMenu() const;
@@ -143,7 +144,8 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   void StopWorking();
 
  Q_SIGNALS:
-  /// A map of "monitor_id" and "plan_code".
+  /// A plan is about to be fetched and played on the monitor: a QVariantMap of two QStrings, "monitor_id" as
+  /// SetMonitorId() has it, "0" to "3", and "plan_code", the code of the plan.
   void SignalPlayPlanToMonitor(QVariant plan);
   /// The playing plan is about to be deleted.
   void SignalStopPlan();
@@ -155,7 +157,8 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   /// A text that the user must be shown, in the user's language; `state` is an AlertState of CNomalMessage. All that
   /// the panel, its pop-ups and its controller have to say comes here; only the dialogs' refusals show themselves.
   void SignalMessageTipNeeded(const QString& text, int state);
-  /// The plans of this group shall play one after the other, each for so many seconds.
+  /// The plans of this group shall play one after the other, each for so many seconds: always 20, since the panel lets
+  /// nobody choose. A host may let its users choose and pass over the number.
   void SignalPlanGroupCycle(const QString& group_index_code, int seconds_per_plan);
   /// What the menu's creation information asked for has come: name and "yyyy-MM-dd HH:mm:ss". The panel shows it.
   void signalSucceedToGetCreationInfo(const QString& creator, const QString& creation_time);

@@ -49,7 +49,7 @@ class TARNPLANVIEW_EXPORT CPlanViewTree : public MarUIControl::CTreeView {
   void SetMenuItemVisible(tarn_ui_data_controller::MsgType type, bool visible);
   /// By that call, a MsgType each; an entry that only does not suit a row is not meant.
   const QSet<int>& HiddenMenuItems() const;
-  /// The host's own actions below the tree's commands; not owned.
+  /// The host's own actions below the tree's commands, in place of those of an earlier call; not owned.
   void SetViewMoreActions(QList<QAction*>& actions);
   /// The row menu; owned by the tree. Its entries are enabled when it opens for a row.
   tarn_ui_data_controller::CPopupMenu* GetViewMoreMenu() const;

@@ -10,7 +10,7 @@ namespace PlainControls {
 
 /// The cameras of the site, for the tree of cameras.
 std::vector<ResourceTreeKit::CCameraItemInfo> Cameras();
-/// The site's identity, as LyraPluginManager::CResourceBusinessInterfaceMgr::GetStationId() answers it, for drags.
+/// The site's identity, as TarnConfiguration::IViewConfigInterface::GetStationId() answers it, for drags.
 std::string Station();
 
 }  // namespace PlainControls

@@ -9,8 +9,9 @@ namespace MarUIControl {
 
 /// Box with a title, a text and up to three buttons, modal to its parent's window and over the middle of it. exec()
 /// gives 1 for confirm, 2 for the other way and 0 for cancel, Esc and closing. A parent that goes while the box is open
-/// ends it with 0 and takes it along: keep such a box in a QPointer, not on the stack. Tests answer it through
-/// TarnHost::SetModalAnswer(). Thread: GUI.
+/// ends it with 0 and takes it along: keep such a box in a QPointer, not on the stack. In the substitute host
+/// TarnHost::SetModalAnswer() answers it without showing it; another host has its own way for tests, or none. Thread:
+/// GUI.
 class TARN_HOST_EXPORT CModalTipDialog : public QDialog {
   Q_OBJECT
  public:

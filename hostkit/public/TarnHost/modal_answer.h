@@ -9,8 +9,9 @@ namespace TarnHost {
 
 /// A modal question as it would be shown.
 struct ModalQuestion {
-  QString title, text;
-  int buttons = 0;  // bit mask: 1 OK, 2 cancel, 4 another way (result 2)
+  QString title;    ///< Above the text; empty for none.
+  QString text;     ///< What it says, plain.
+  int buttons = 0;  ///< Bit mask: 1 OK (result 1), 2 cancel (result 0), 4 another way (result 2).
 };
 
 /// From now on modal tips and dialogs are not shown but answered by `answer`, which gives the result of the box; an

@@ -13,20 +13,27 @@ namespace TarnHost {
 class CSecret {
  public:
   CSecret() = default;
+  /// UTF-8, any characters. What the caller had it in is the caller's to wipe.
   explicit CSecret(std::string text) : text_(std::move(text)) {}
   CSecret(const CSecret&) = default;
+  /// Leaves the other one empty and wiped.
   CSecret(CSecret&& other) noexcept : text_(other.text_) { other.Wipe(); }
+  /// What it held before is wiped.
   CSecret& operator=(CSecret other) noexcept {
     text_.swap(other.text_);
     return *this;
   }
+  /// Wipes it.
   ~CSecret() { Wipe(); }
 
+  /// Whether there is none.
   bool IsEmpty() const { return text_.empty(); }
   /// The password itself: for signing in, and for a file or field that the user wants it in.
   const std::string& Reveal() const { return text_; }
 
+  /// By the bytes: letters that are composed in another way make another text.
   friend bool operator==(const CSecret& left, const CSecret& right) { return left.text_ == right.text_; }
+  /// Likewise.
   friend bool operator!=(const CSecret& left, const CSecret& right) { return left.text_ != right.text_; }
 
  private:

@@ -9,9 +9,10 @@
 
 namespace TarnHost {
 
-/// What can be done with a plan store that no client has to be started for, also while clients use it. False with a
-/// line in `error` when it cannot be done; then nothing is changed. Thread: any, without an application object as well
-/// as with one.
+/// What can be done with a plan store that no client has to be started for, also while clients use it. `url` is a
+/// store's address as in PlanStoreOptions. False with a line in `error` when it cannot be done; then nothing is
+/// changed. A call waits for the store: as long as its statements take, 10 s for each of a server's at the most.
+/// Thread: any, without an application object as well as with one.
 struct TARN_HOST_EXPORT StoreCare {
   /// Goes through the whole store; `findings` gets a line for each thing that cannot be right, `summary` one for all.
   static bool Check(const QString& url, QStringList* findings, QString* summary, QString* error);
@@ -33,8 +34,9 @@ struct TARN_HOST_EXPORT StoreCare {
   static bool FillUserGroup(const QString& url, const QString& user_group, const std::optional<QStringList>& users,
                             QString* said, QString* error);
 
-  /// Who may log in, and what each may do. The clients follow a change.
+  /// Who may log in, and what each may do.
   static bool ReadUsers(const QString& url, SiteUsers* users, QString* error);
+  /// Changes that, by the rules of SiteUserChanges. The clients follow.
   static bool ChangeUsers(const QString& url, const SiteUserChanges& changes, QString* error);
 };
 
