@@ -13,8 +13,13 @@ function(tarn_export_marked_symbols target)
   target_link_options(${target} PRIVATE LINKER:--version-script=${TARN_EXPORTED_SYMBOLS})
   set_target_properties(${target} PROPERTIES LINK_DEPENDS ${TARN_EXPORTED_SYMBOLS})
 endfunction()
+# A target with this property is compiled as without a sanitizer, and linked with it.
+define_property(TARGET PROPERTY TARN_COMPILED_PLAIN INITIALIZE_FROM_VARIABLE ALL_TARN_COMPILED_PLAIN
+  BRIEF_DOCS "Compile without the sanitizers of TARN_SANITIZE")
 if(TARN_SANITIZE)
-  target_compile_options(tarn_build_options INTERFACE -fsanitize=${TARN_SANITIZE} -fno-omit-frame-pointer
-    -fno-sanitize-recover=all)
+  set(instrumented $<NOT:$<BOOL:$<TARGET_PROPERTY:TARN_COMPILED_PLAIN>>>)
+  target_compile_options(tarn_build_options INTERFACE
+    "$<${instrumented}:-fsanitize=${TARN_SANITIZE};-fno-omit-frame-pointer;-fno-sanitize-recover=all>")
+  target_compile_definitions(tarn_build_options INTERFACE QT_FORCE_ASSERTS)
   target_link_options(tarn_build_options INTERFACE -fsanitize=${TARN_SANITIZE})
 endif()

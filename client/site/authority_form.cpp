@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFontDatabase>
+#include <QHBoxLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <utility>
@@ -33,7 +34,12 @@ CAuthorityForm::CAuthorityForm(const std::string& pem, QWidget* parent)
          " any, those that each desk's system trusts count."));
   AddWidget(text_, 1);
   QPushButton* file = NewButton("authority_file_btn", tr("From a file..."));
-  AddWidget(file);
+  QWidget* files = new QWidget(this);
+  QHBoxLayout* row = new QHBoxLayout(files);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(file);
+  row->addStretch(1);
+  AddWidget(files);
   connect(file, &QPushButton::clicked, this, &CAuthorityForm::ReadFile);
   connect(this, &CFormDialog::SignalConfirmed, this, &CAuthorityForm::Save);
   resize(kAuthorityFormSize);

@@ -70,8 +70,9 @@ struct PlanStoreOptions {
   /// Called on the GUI thread, from the event loop: users, user groups or limits of groups were changed, here or
   /// elsewhere.
   std::function<void()> on_users;
-  /// Called on the GUI thread, from the event loop, when a store that a copy was shown of answers again: the password
-  /// that the user has logged in with is another there. CheckPassword() or LogIn() with that one goes on.
+  /// Called on the GUI thread, from the event loop, when the password that the user has logged in with is another in
+  /// the store: at a running desk whose lines were cut, or when a store that a copy was shown of answers again.
+  /// CheckPassword() or LogIn() with the new one goes on.
   std::function<void()> on_password_asked;
 };
 
