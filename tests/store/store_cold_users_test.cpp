@@ -28,6 +28,7 @@ class StoreColdUsersTest : public CColdTest {
   void AsksForTheNewPassword_data() { Accounts(); }
   void AsksForTheNewPassword();
   void AsksARunningDeskForTheNewPassword();
+  void PausesWhileTheSharedAccountIsRefused();
 
  private:
   static QString CurrentUser(const CClient& desk) {
@@ -207,6 +208,31 @@ void StoreColdUsersTest::AsksARunningDeskForTheNewPassword() {
   QTRY_VERIFY_WITH_TIMEOUT(LastTrouble() == StoreTrouble::kNone, kColdWaitMs);
   QTRY_COMPARE(desk.SetDefaultView(desk.Plan("Gate A"), kPlanType), QString());
   QCOMPARE(asked_, 1);
+}
+
+// Many desks at once would otherwise keep a server busy, and lock the account where that is done.
+void StoreColdUsersTest::PausesWhileTheSharedAccountIsRefused() {
+  auto options = OptionsOf("cid", false);
+  options.on_trouble = [this](StoreTrouble trouble, const QString&) { seen_.append(trouble); };
+  options.on_password_asked = [this] { ++asked_; };
+  const CClient desk(OpenAs(options, As("cid")));
+  const auto let_in = [owner = QUrl(options.url).userName()](const char* may) {
+    CDirectAccess(CStoreFixture::SuperuserUrl()).Run(QString("ALTER ROLE %1 %2").arg(owner, may));
+  };
+  const auto put_right = qScopeGuard([&] { let_in("LOGIN"); });
+  line_->Cut();
+  let_in("NOLOGIN");
+  QTRY_VERIFY(LastTrouble() != StoreTrouble::kNone);
+  line_->Mend();
+  const int calls = line_->Calls();
+  const int one_attempt = 2;  // with and without encryption
+  QTRY_VERIFY(line_->Calls() > calls);
+  QVERIFY(!QTest::qWaitFor([&] { return line_->Calls() > calls + one_attempt; }, kSeveralAttemptsMs));
+  QVERIFY(!desk.AddPlan("-1", "Not yet").isEmpty());
+  let_in("LOGIN");
+  QTRY_VERIFY_WITH_TIMEOUT(LastTrouble() == StoreTrouble::kNone, kColdWaitMs);
+  QTRY_COMPARE(desk.AddPlan("-1", "Again"), QString());
+  QCOMPARE(asked_, 0);
 }
 
 QTEST_GUILESS_MAIN(StoreColdUsersTest)

@@ -15,6 +15,8 @@ namespace {
 
 // A server, or the directory behind it, may lock who is refused too often.
 constexpr auto kAfterRefusal = std::chrono::minutes(5);
+// Of the account that all desks share: it is mended at the server, for which they wait.
+constexpr auto kAfterSharedRefusal = std::chrono::seconds(15);
 constexpr char kOtherSiteThere[] =
     QT_TRANSLATE_NOOP("TarnHost::Store", "Another site than that of the copy is at %1 now. Start the client again.");
 constexpr char kNotReachedYet[] = QT_TRANSLATE_NOOP("TarnHost::Store", "The plan store %1 does not answer.");
@@ -170,10 +172,15 @@ void CStoreRunner::BreakOff() {
   throw CStoreError(CStoreError::kConnectionLost, {kNotReachedYet, {engine_->Place()}});
 }
 
-// Of who is logged in; the password of the account that owns the store is not known at a desk.
+// Only who is logged in can be asked; the password of the account that owns the store is not known at a desk.
 void CStoreRunner::OnAccountRefused() {
   const std::lock_guard<std::mutex> lock(log_in_mutex_);
-  if (!hides_rows_ || user_ == 0 || !IsForWhoIsLoggedIn()) {
+  if (!hides_rows_) {
+    next_attempt_ = steady_clock::now() + kAfterSharedRefusal;
+    is_refused_ = true;
+    return;
+  }
+  if (user_ == 0 || !IsForWhoIsLoggedIn()) {
     return;
   }
   next_attempt_ = steady_clock::now() + kAfterRefusal;
@@ -187,7 +194,7 @@ void CStoreRunner::OnAccountRefused() {
 
 // It may be the very one that was refused: a server that knew no user for a time, or a mistake that was put right.
 void CStoreRunner::OnAccountTaken() {
-  if (is_refused_.exchange(false)) {
+  if (is_refused_.exchange(false) && hides_rows_) {
     has_other_password_ = false;
   }
 }
