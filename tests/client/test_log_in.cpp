@@ -137,8 +137,8 @@ void LogInTest::KnowsKeysApart_data() {
   QTest::newRow("next tab") << (int(Qt::CTRL) | Qt::Key_Tab) << int(DeskInput::Other);
   QTest::newRow("delete") << int(Qt::Key_Delete) << int(DeskInput::Other);
   QTest::newRow("stop") << int(Qt::Key_Escape) << int(DeskInput::Other);
-  QTest::newRow("half of Shift+Tab") << int(Qt::SHIFT | Qt::Key_Shift) << int(DeskInput::IdleKey);
-  QTest::newRow("Alt") << int(Qt::ALT | Qt::Key_Alt) << int(DeskInput::IdleKey);
+  QTest::newRow("half of Shift+Tab") << (int(Qt::SHIFT) | Qt::Key_Shift) << int(DeskInput::IdleKey);
+  QTest::newRow("Alt") << (int(Qt::ALT) | Qt::Key_Alt) << int(DeskInput::IdleKey);
   QTest::newRow("louder") << int(Qt::Key_VolumeUp) << int(DeskInput::IdleKey);
   QTest::newRow("letter") << int(Qt::Key_A) << int(DeskInput::Other);
 }
