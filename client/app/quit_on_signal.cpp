@@ -80,7 +80,7 @@ void CQuitOnSignal::OnSignal() {
   char any = 0;
   const ssize_t taken = ::read(reading_end_, &any, sizeof(any));
   static_cast<void>(taken);
-  QCoreApplication::quit();
+  QCoreApplication::exit();  // quit() would close the windows first on Qt 6, and one that asks would stop it
 }
 
 }  // namespace TarnClient

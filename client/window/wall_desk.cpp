@@ -45,7 +45,8 @@ using TarnPlanView::CViewExternWidget;
 namespace {
 
 constexpr int kSideWidth = 330;
-constexpr int kTimedWall = 0;  // where timed plans play: one plan would not start on four walls at once
+constexpr QSize kCornerIcon(18, 18);  // the button is no higher than the bar of tabs
+constexpr int kTimedWall = 0;         // where timed plans play: one plan would not start on four walls at once
 
 // While the panel shows another page it is that page's, since a hidden tree takes none: the panel hands it on once the
 // rows are there.
@@ -117,6 +118,7 @@ void CWallDesk::BuildHistory(CPlayHistory* history) {
   history_button_->setObjectName(QStringLiteral("history_btn"));
   history_button_->setFocusPolicy(Qt::TabFocus);
   BindButton(history_button_, actions_->Of(WindowCommand::History));
+  history_button_->setIconSize(kCornerIcon);
   tabs_->setCornerWidget(history_button_);
   history_popup_ = new CHistoryPopup(history, window_);
   history_check_ = new CHistoryCheck(history, this);

@@ -70,8 +70,8 @@ CollationKey MakeCollationKey(const QString& text) {
   QString key;
   for (auto run = runs.globalMatch(text.toCaseFolded()); run.hasNext();) {
     const QRegularExpressionMatch next = run.next();
-    key +=
-        next.captured(1).isEmpty() ? next.captured() : '0' + QString(QChar(next.capturedLength(1))) + next.captured(1);
+    key += next.captured(1).isEmpty() ? next.captured()
+                                      : '0' + QString(QChar(ushort(next.capturedLength(1)))) + next.captured(1);
   }
   return CollationKey::FromBytes(key.toUtf8());
 }

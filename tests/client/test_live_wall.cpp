@@ -414,6 +414,7 @@ void LiveWallTest::HoldStopsTheTurn() {
   auto* turn = new CHandClock;
   CLiveWall wall(std::make_shared<CReadyPictureSupply>(&CTestPictureSource::Make), nullptr,
                  std::unique_ptr<CHandClock>(turn));
+  wall.resize(640, 480);  // room for the whole bar
   wall.show();
   const auto text = [&wall](const char* name) { return wall.findChild<QLabel*>(name)->text(); };
   const auto shown = [&wall](const char* name) { return wall.findChild<QWidget*>(name)->isVisible(); };
