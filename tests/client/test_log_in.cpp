@@ -3,6 +3,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QSemaphore>
+#include <QThreadPool>
 #include <QtTest>
 
 #include "MarUIControl/line_edit.h"
@@ -10,6 +11,7 @@
 #include "log_in/last_name.h"
 #include "log_in/lock_filter.h"
 #include "log_in/log_in_dialog.h"
+#include "log_in/log_in_pool.h"
 #include "log_in/way_in.h"
 
 using namespace TarnClient;
@@ -262,7 +264,7 @@ void LogInTest::CancelsWhileItWaits() {
   Part<QPushButton>("form_cancel_btn")->click();  // ends the wait
   QVERIFY(!IsWaiting() && Password()->isEnabled() && dialog_->isVisible());
   held_.release();
-  QVERIFY(QThreadPool::globalInstance()->waitForDone());
+  QVERIFY(LogInPool().waitForDone());
   QCoreApplication::processEvents();
   QVERIFY(dialog_->isVisible());  // what was cancelled logs no one in
   Part<QPushButton>("form_cancel_btn")->click();
