@@ -158,7 +158,7 @@ class TARNPLANVIEW_EXPORT CViewExternWidget : public QWidget {
   /// the panel, its pop-ups and its controller have to say comes here; only the dialogs' refusals show themselves.
   void SignalMessageTipNeeded(const QString& text, int state);
   /// The plans of this group shall play one after the other, each for so many seconds: always 20, since the panel lets
-  /// nobody choose. A host may let its users choose and pass over the number.
+  /// no one choose. A host may let its users choose and pass over the number.
   void SignalPlanGroupCycle(const QString& group_index_code, int seconds_per_plan);
   /// What the menu's creation information asked for has come: name and "yyyy-MM-dd HH:mm:ss". The panel shows it.
   void signalSucceedToGetCreationInfo(const QString& creator, const QString& creation_time);

@@ -27,7 +27,7 @@ struct CameraStream {
 struct CameraAccess {
   std::string index_code;             ///< Code of the camera.
   std::vector<CameraStream> streams;  ///< By type.
-  std::string user;                   ///< Who signs in there, for all streams and the device; empty: nobody has to.
+  std::string user;                   ///< Who signs in there, for all streams and the device; empty: no one has to.
   CSecret secret;                     ///< The user's password; empty for none.
   std::string device_url;             ///< Of http or https: where the camera is asked for its presets; empty for none.
   bool needs_store = false;           ///< Only the store, which does not answer, has its password or its whole address.

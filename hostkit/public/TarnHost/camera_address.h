@@ -26,7 +26,7 @@ struct CameraAddress {
 
 /// Who signs in at a camera, as far as it is said.
 struct CameraSignIn {
-  std::optional<std::string> user;  ///< UTF-8; empty: nobody has to. Not set: nothing is said of it.
+  std::optional<std::string> user;  ///< UTF-8; empty: no one has to. Not set: nothing is said of it.
   std::optional<CSecret> secret;    ///< The password, likewise.
 };
 
@@ -54,7 +54,7 @@ TARN_HOST_EXPORT QString ShownCameraAddress(const std::string& url);
 TARN_HOST_EXPORT QString WhyNoCameraName(const QString& name);
 /// Why it cannot be that of a region, which has no slash besides; empty when it can. Thread: any.
 TARN_HOST_EXPORT QString WhyNoRegionName(const QString& name);
-/// Why nobody can sign in at a camera under this name; empty when it can be, and for no name. Thread: any.
+/// Why no one can sign in at a camera under this name; empty when it can be, and for no name. Thread: any.
 TARN_HOST_EXPORT QString WhyNoCameraUser(const QString& user);
 /// Why it cannot be a camera's password; empty when it can, and for none. Never repeats it. Thread: any.
 TARN_HOST_EXPORT QString WhyNoCameraSecret(const CSecret& secret);

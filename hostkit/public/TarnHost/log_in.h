@@ -14,7 +14,7 @@ enum class LogInOutcome {
   kWrongPassword,  ///< This name has another password; or a server, which does not say which, knows no such name.
   kLocked,         ///< Too many wrong passwords for this name; `wait_seconds` says how long it stays so.
   kUnknownUser,    ///< To the user the same as kWrongPassword: who guesses names learns nothing.
-  kRefused,        ///< The store takes no one under this name, as a server that has no role of it; or nobody wanted it.
+  kRefused,        ///< The store takes no one under this name, as a server that has no role of it; or it was cancelled.
   kUnavailable     ///< The store does not answer; the same request may do later.
 };
 

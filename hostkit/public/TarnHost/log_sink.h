@@ -9,7 +9,7 @@ namespace TarnHost {
 
 /// Where marlog::Write() goes: a rotating file and one listener. Thread: any.
 struct TARN_HOST_EXPORT LogSink {
-  /// Is told of each line: the log's section, a marlog::Level, and the text without time and line break.
+  /// Gets each line: the log's section, a marlog::Level, and the text without time and line break.
   using Listener = std::function<void(const QString& module, int level, const QString& line)>;
 
   /// Opens the log file (1 MiB, 3 older ones kept), with its folder; a pipe or a device will do. A file that is made is
