@@ -2,7 +2,6 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QThreadPool>
 #include <cstdio>
 #include <cstdlib>
 
@@ -43,7 +42,6 @@ HostFixture::~HostFixture() {
   ReleaseManager();
   TarnHost::InstallHostServices(nullptr);
   store_->Close();
-  QThreadPool::globalInstance()->waitForDone();
   TarnPlanView::ReleasePlugin();
 }
 

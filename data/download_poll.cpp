@@ -34,12 +34,12 @@ class CDownloadPoll::State {
 
   /// Waits one interval, or until stopped. Another task may use the pool's thread in the meantime.
   void WaitInterval() {
-    QThreadPool::globalInstance()->releaseThread();
+    HostCalls::CallPool().releaseThread();
     {
       std::unique_lock<std::mutex> lock(mutex_);
       wake_.wait_for(lock, kPollInterval, [this] { return stopped_; });
     }
-    QThreadPool::globalInstance()->reserveThread();
+    HostCalls::CallPool().reserveThread();
   }
 
  private:

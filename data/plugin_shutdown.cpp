@@ -1,10 +1,10 @@
 #include "plugin_shutdown.h"
 
 #include <QCoreApplication>
-#include <QThreadPool>
 
 #include "auto_plan_helper.h"
 #include "end_with_application.h"
+#include "host_calls/call_pool.h"
 #include "host_calls/question_pool.h"
 #include "plan_icon_cache.h"
 #include "view_config_manager.h"
@@ -19,7 +19,6 @@ void EndNow() {
   if (CViewModelDataManager::IsCreated()) {
     CViewModelDataManager::Instance().UninitManager();
   }
-  QThreadPool::globalInstance()->waitForDone();
   ReleasePlugin();
 }
 
@@ -53,6 +52,7 @@ CRoutine& Routine() {
 }  // namespace
 
 void ReleasePlugin() {
+  HostCalls::AwaitCalls();
   HostCalls::ReleaseQuestionPool();
   CViewModelDataManagerExport::Release();
   CViewModelDataManager::Release();

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "host_calls/call_order.h"
+#include "host_calls/call_pool.h"
 #include "host_calls/call_scope.h"
 #include "host_calls/result.h"
 #include "host_calls/user_check.h"
@@ -26,7 +27,7 @@ class CQuestion {
 
   explicit CQuestion(Task task) : task_(std::move(task)) {}
 
-  /// Instead of the global thread pool.
+  /// Instead of CallPool().
   CQuestion& On(QThreadPool& pool) {
     pool_ = &pool;
     return *this;
@@ -107,7 +108,7 @@ class CQuestion {
 
   Task task_;
   std::function<Answer()> guarded_;
-  QThreadPool* pool_ = QThreadPool::globalInstance();
+  QThreadPool* pool_ = &CallPool();
   CCallScope* scope_ = nullptr;
   CCallOrder* order_ = nullptr;
   std::string key_;

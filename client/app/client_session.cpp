@@ -124,7 +124,7 @@ bool CClientSession::EndStore() {
   if (!store_->Close()) {
     return false;
   }
-  for (QThreadPool* pool : {QThreadPool::globalInstance(), &LogInPool()}) {
+  for (QThreadPool* pool : {&HostCalls::CallPool(), &LogInPool()}) {
     if (!pool->waitForDone(kPoolEndMs)) {
       return false;
     }

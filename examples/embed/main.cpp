@@ -12,7 +12,6 @@
 #include <QLocale>
 #include <QSplitter>
 #include <QTextStream>
-#include <QThreadPool>
 #include <QTranslator>
 #include <cstdio>
 
@@ -127,7 +126,6 @@ int main(int argc, char** argv) {
   TarnPlanView::CViewModelDataManagerExport::Instance().UninitManager();
   TarnHost::InstallHostServices(nullptr);
   store->Close();
-  QThreadPool::globalInstance()->waitForDone();
   TarnPlanView::ReleasePlugin();
   return 0;
 }

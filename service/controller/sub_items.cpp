@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
+#include "host_calls/call_pool.h"
 #include "unanswered_questions.h"
 
 namespace TarnPlanView {
@@ -65,7 +66,7 @@ SubItems FetchSubItems(const std::string& code, int type, bool with_plans) {
   if (items.ok) {
     items.records = ChildRecords::Of(items.groups.groups, items.plans.plans);
     // While the rows go in: they need not wait for it, and trees without a sort need no keys.
-    QThreadPool::globalInstance()->start([records = items.records] { records.PrepareNames(); });
+    HostCalls::CallPool().start([records = items.records] { records.PrepareNames(); });
   }
   return items;
 }

@@ -1,3 +1,5 @@
+#include <QImage>
+#include <QPainter>
 #include <QSemaphore>
 #include <QThreadPool>
 #include <QtTest>
@@ -5,6 +7,7 @@
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "host_calls/ask.h"
+#include "host_calls/call_pool.h"
 #include "plan_test.h"
 
 using HostCalls::Ask;
@@ -20,6 +23,7 @@ class HostCallsTest : public TarnTest::CPlanTest {
   void AnswersLaterAndOnlyTheLiving();
   void ScopeKeepsOrDropsAnswers();
   void OrderHoldsForOneKey();
+  void WindowsPaintWhileCallsWait();
   void NextUserIsNeverAskedFor_data();
   void NextUserIsNeverAskedFor();
 
@@ -107,6 +111,25 @@ void HostCallsTest::OrderHoldsForOneKey() {
   begun.removeOne("roof 1");
   QCOMPARE(begun, QStringList({"gate 1", "gate 2", "gate 3"}));
   QVERIFY(!order.IsBusy("gate"));
+}
+
+// Qt shares out large fills and scaled pictures to its global pool, and waits for it.
+void HostCallsTest::WindowsPaintWhileCallsWait() {
+  QObject context;
+  QSemaphore painted;
+  const int calls = 2 * qMax(HostCalls::CallPool().maxThreadCount(), QThreadPool::globalInstance()->maxThreadCount());
+  int waited_for_the_painting = 0;
+  for (int call = 0; call < calls; ++call) {
+    Ask([&] { return painted.tryAcquire(1, 5000); }).Then(&context, [&](bool was) { waited_for_the_painting += was; });
+  }
+  QImage large(1920, 1080, QImage::Format_ARGB32_Premultiplied);
+  QPainter painter(&large);
+  painter.fillRect(large.rect(), QColor(1, 2, 3, 100));
+  painter.end();
+  QVERIFY(!large.scaled(640, 360, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).isNull());
+  painted.release(calls);
+  HostCalls::AwaitCalls();
+  QTRY_COMPARE(waited_for_the_painting, calls);
 }
 
 void HostCallsTest::NextUserIsNeverAskedFor_data() {

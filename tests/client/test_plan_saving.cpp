@@ -7,6 +7,7 @@
 #include <QtTest>
 
 #include "client_desk.h"
+#include "host_calls/call_pool.h"
 #include "save_plan_as_dlg.h"
 #include "view_save_menu.h"
 #include "wall/same_pages.h"
@@ -188,12 +189,12 @@ void PlanSavingTest::SavesTheWallAsNewPlan() {
   Play("Public A plan 2");
   window_->SaveAs();
   dialog->findChild<QLineEdit*>("name_line_edit_")->setText("Of the last user");
-  auto* pool = QThreadPool::globalInstance();
-  QVERIFY(pool->waitForDone(5000));
-  const int threads = pool->maxThreadCount();
-  pool->setMaxThreadCount(1);
+  QThreadPool& pool = HostCalls::CallPool();
+  QVERIFY(pool.waitForDone(5000));
+  const int threads = pool.maxThreadCount();
+  pool.setMaxThreadCount(1);
   QSemaphore held, released;
-  pool->start([&] {
+  pool.start([&] {
     held.release();
     released.acquire();
   });
@@ -204,7 +205,7 @@ void PlanSavingTest::SavesTheWallAsNewPlan() {
   const QString tip = Tip();
   released.release();
   CPlanFixture::Drain();
-  pool->setMaxThreadCount(threads);
+  pool.setMaxThreadCount(threads);
   QCOMPARE(fixture_.Services().Count("AddPlan"), 1);
   QVERIFY2(tip.contains("user was switched"), qPrintable(tip));
 }

@@ -12,6 +12,7 @@
 #include "MarUIControl/switch_control.h"
 #include "TarnHost/modal_answer.h"
 #include "TarnUIDataController/message_tip_manager.h"
+#include "host_calls/call_pool.h"
 #include "plan_test.h"
 #include "settings/settings_dialog.h"
 #include "settings/user_settings.h"
@@ -355,12 +356,12 @@ void SitePageTest::ChangesNothingForTheNextUser() {
   Choose("Door");
   QTest::keyClick(List(), Qt::Key_F2);
   Type("camera_main", "rtsp://cam/2");
-  auto* pool = QThreadPool::globalInstance();
-  QVERIFY(pool->waitForDone(5000));
-  const int threads = pool->maxThreadCount();
-  pool->setMaxThreadCount(1);
+  QThreadPool& pool = HostCalls::CallPool();
+  QVERIFY(pool.waitForDone(5000));
+  const int threads = pool.maxThreadCount();
+  pool.setMaxThreadCount(1);
   QSemaphore held, released;
-  pool->start([&] {
+  pool.start([&] {
     held.release();
     released.acquire();
   });
@@ -370,7 +371,7 @@ void SitePageTest::ChangesNothingForTheNextUser() {
   const bool switched = fixture_.Store().LogIn({"viewer"}).IsDone();
   released.release();
   TarnTest::CPlanFixture::Drain();
-  pool->setMaxThreadCount(threads);
+  pool.setMaxThreadCount(threads);
   QVERIFY2(switched, qPrintable(error));
   QTRY_VERIFY2(Fault().contains("user was switched"), qPrintable(Fault()));
   QCOMPARE(fixture_.Services().Count("ChangeCameras"), 0);

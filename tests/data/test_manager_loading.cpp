@@ -4,6 +4,7 @@
 #include <QThreadPool>
 #include <QtTest>
 
+#include "host_calls/call_pool.h"
 #include "item_type.h"
 #include "plan_item_role.h"
 #include "plan_test.h"
@@ -34,7 +35,7 @@ QString Info(const char* function, const char* text) {
 class ManagerLoadingTest : public CPlanTest {
   Q_OBJECT
  private Q_SLOTS:
-  void init() { QThreadPool::globalInstance()->setMaxThreadCount(threads_); }
+  void init() { HostCalls::CallPool().setMaxThreadCount(threads_); }
   void NineModelsInOrder();
   void OnDemandLoadsTheTopAlone();
   void LoadAllDescendsThroughTheFirstModel();
@@ -52,9 +53,9 @@ class ManagerLoadingTest : public CPlanTest {
 
  private:
   CViewModelDataManager& Manager() { return CViewModelDataManager::Instance(); }
-  void UseOneThread() { QThreadPool::globalInstance()->setMaxThreadCount(1); }
+  void UseOneThread() { HostCalls::CallPool().setMaxThreadCount(1); }
 
-  const int threads_ = QThreadPool::globalInstance()->maxThreadCount();
+  const int threads_ = HostCalls::CallPool().maxThreadCount();
 };
 
 void ManagerLoadingTest::NineModelsInOrder() {
@@ -298,7 +299,7 @@ void ManagerLoadingTest::StoppedWaitNeverLoads() {
   fixture_.Start();
   QTRY_VERIFY(Services().Count("IsViewResourceDownFinish") >= 3);
   QSemaphore others_turn;  // the wait lends its thread
-  QThreadPool::globalInstance()->start([&others_turn] { others_turn.release(); });
+  HostCalls::CallPool().start([&others_turn] { others_turn.release(); });
   QVERIFY(others_turn.tryAcquire(1, 5000));
   if (end == "uninit") {
     Manager().UninitManager();
@@ -307,7 +308,7 @@ void ManagerLoadingTest::StoppedWaitNeverLoads() {
   } else {
     QMetaObject::invokeMethod(qApp, "aboutToQuit", Qt::DirectConnection);
   }
-  QVERIFY(QThreadPool::globalInstance()->waitForDone(5000));  // the task ends although there is no time limit
+  QVERIFY(HostCalls::CallPool().waitForDone(5000));  // the task ends although there is no time limit
   Services().Mend("IsViewResourceDownFinish");
   CPlanFixture::Drain();
   QVERIFY(!Manager().IsViewModelInitFinish());

@@ -4,11 +4,13 @@
 #include <QMenu>
 #include <QSpinBox>
 #include <QTextDocument>
+#include <QThreadPool>
 #include <QToolTip>
 #include <atomic>
 
 #include "editor_cameras.h"
 #include "editor_stage.h"
+#include "host_calls/call_pool.h"
 
 using namespace TarnPlanView;
 using namespace view_plugin_protocol;
@@ -236,12 +238,12 @@ void EditorWindowsTest::AsksOnlyOfCamerasThatStay() {
   }
   QVERIFY(Services().WaitUntilHeld("GetStreamAbility"));
   QVERIFY(Services().WaitUntilHeld("GetPresets"));
-  const int threads = QThreadPool::globalInstance()->maxThreadCount();
-  QThreadPool::globalInstance()->setMaxThreadCount(1);
+  const int threads = HostCalls::CallPool().maxThreadCount();
+  HostCalls::CallPool().setMaxThreadCount(1);
   stage.Name().setText("Saved meanwhile");
   stage.Save();
   QTRY_COMPARE(stage.closed, 1);
-  QThreadPool::globalInstance()->setMaxThreadCount(threads);
+  HostCalls::CallPool().setMaxThreadCount(threads);
   const auto asked = Services().Requests<play_plugin_protocol::GetStreamAbiRequest>();
   QCOMPARE(asked.size(), size_t(1));
   QCOMPARE(asked.front().camera_index_code, std::string("103"));

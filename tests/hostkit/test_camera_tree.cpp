@@ -16,6 +16,7 @@
 #include "TarnUIDataController/nomal_message_manager.h"
 #include "camera_sites.h"
 #include "filter_gate.h"
+#include "host_calls/call_pool.h"
 #include "outline.h"
 #include "screen_reader.h"
 
@@ -85,8 +86,6 @@ class CameraTreeTest : public QObject {
   Q_OBJECT
  private Q_SLOTS:
   void init() {
-    QThreadPool* pool = QThreadPool::globalInstance();  // a call is held while another goes on
-    pool->setMaxThreadCount(qMax(4, pool->maxThreadCount()));
     TarnHost::PlanStoreOptions options;
     options.url = "sqlite::memory:";
     options.first_content = Site;
@@ -109,7 +108,7 @@ class CameraTreeTest : public QObject {
     tester_.reset();
     tree_.reset();
     TarnHost::InstallHostServices(nullptr);
-    QThreadPool::globalInstance()->waitForDone();
+    HostCalls::AwaitCalls();
     services_.reset();
     store_.reset();
   }
@@ -450,7 +449,7 @@ class CameraTreeTest : public QObject {
     tester_.reset();
     tree_.reset();
     services_->ReleaseAll();
-    QThreadPool::globalInstance()->waitForDone();
+    HostCalls::AwaitCalls();
     QCoreApplication::processEvents();
 
     TarnHost::InstallHostServices(nullptr);

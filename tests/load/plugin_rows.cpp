@@ -1,7 +1,6 @@
 #include "plugin_rows.h"
 
 #include <QJsonObject>
-#include <QThreadPool>
 #include <utility>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
@@ -42,7 +41,6 @@ CPluginRows::~CPluginRows() {
   CViewModelDataManager::Instance().UninitManager();
   CViewModelDataManager::Release();
   TarnHost::InstallHostServices(nullptr);
-  QThreadPool::globalInstance()->waitForDone();
   ReleasePlugin();
 }
 

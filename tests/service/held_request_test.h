@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "controller_log.h"
+#include "host_calls/call_pool.h"
 #include "plan_test.h"
 #include "standard_plan_model.h"
 #include "view_model_data_manager.h"
@@ -46,7 +47,7 @@ class CHeldRequestTest : public CPlanTest {
 
  private Q_SLOTS:
   void init() {
-    QThreadPool::globalInstance()->setMaxThreadCount(8);
+    HostCalls::CallPool().setMaxThreadCount(8);
     Open();
     controller_ = std::make_unique<TarnPlanView::CStandardViewController>(fixture_.Public());
     Expand(Root());
@@ -58,11 +59,11 @@ class CHeldRequestTest : public CPlanTest {
     log_.reset();
     controller_.reset();
     Shut();
-    QThreadPool::globalInstance()->setMaxThreadCount(threads_);
+    HostCalls::CallPool().setMaxThreadCount(threads_);
   }
 
  private:
-  const int threads_ = QThreadPool::globalInstance()->maxThreadCount();
+  const int threads_ = HostCalls::CallPool().maxThreadCount();
 };
 
 }  // namespace TarnTest

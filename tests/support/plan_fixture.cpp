@@ -2,11 +2,11 @@
 
 #include <QAbstractItemModelTester>
 #include <QCoreApplication>
-#include <QThreadPool>
 #include <QtTest>
 
 #include "MarUIControl/string_conversion.h"
 #include "auto_plan_helper.h"
+#include "host_calls/call_pool.h"
 #include "plugin_shutdown.h"
 #include "standard_plan_model.h"
 #include "standard_plan_model_export.h"
@@ -17,11 +17,6 @@ namespace TarnTest {
 using MarUIControl::QStringToString;
 using MarUIControl::StringToQString;
 using namespace TarnPlanView;
-
-namespace {
-
-constexpr int kLeastThreads = 4;
-}  // namespace
 
 TarnHost::PlanSite SmallSite() {
   TarnHost::PlanSite site;
@@ -51,8 +46,6 @@ CPlanFixture::~CPlanFixture() {
 }
 
 bool CPlanFixture::Open(const PlanFixtureOptions& options, QString* error) {
-  QThreadPool* pool = QThreadPool::globalInstance();  // holds two calls and more, also where there is one processor
-  pool->setMaxThreadCount(qMax(kLeastThreads, pool->maxThreadCount()));
   messages_ = std::make_unique<CMessageGuard>();
   log_ = std::make_unique<CLogCapture>();
   TarnHost::PlanStoreOptions store_options;
@@ -140,7 +133,7 @@ std::string CPlanFixture::findGroup(const std::string& parent, const std::string
 void CPlanFixture::Drain() {
   // A delivered answer may ask again, and the store reports its news by a timer.
   for (int round = 0; round < 4; ++round) {
-    QThreadPool::globalInstance()->waitForDone();
+    HostCalls::AwaitCalls();
     QCoreApplication::processEvents();
   }
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

@@ -15,7 +15,6 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThreadPool>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "ResourceTreeKit/camera_tree.h"
@@ -83,7 +82,6 @@ void OnOtherHost::cleanupTestCase() {
   GetPlanGroupsResponse closed;
   QVERIFY(!LyraPluginManager::CViewBusinessInterfaceMgr::Instance().GetPlanGroups({"-1", 0}, closed));
   QCOMPARE(closed.error_kind, int32_t(Unavailable));
-  QThreadPool::globalInstance()->waitForDone();
   ReleasePlugin();
 }
 
