@@ -31,6 +31,7 @@
 #include "app/grab_windows.h"
 #include "app/scenes.h"
 #include "app/state_report.h"
+#include "host_calls/call_pool.h"
 #include "log_in/last_name.h"
 #include "log_in/log_in_dialog.h"
 #include "log_in/log_in_pool.h"
