@@ -86,6 +86,7 @@ void CFormDialog::AddField(const QString& label, QWidget* field, const QList<QWi
   row->setSpacing(8);
   row->addWidget(field, 1);
   for (QWidget* widget : beside) {
+    widget->setMinimumHeight(kFieldHeight);
     row->addWidget(widget);
   }
   stops_ << field << beside;
