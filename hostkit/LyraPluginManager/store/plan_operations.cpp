@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "MarUIControl/moment_text.h"
+#include "qt/append_new.h"
 #include "store/store_texts.h"
 #include "store/text_rules.h"
 
@@ -40,8 +41,7 @@ template <class Record, class Row>
 void FillAll(QList<Record>* records, const std::vector<Row>& rows, const std::string& parent) {
   records->reserve(static_cast<int>(rows.size()));
   for (const Row& row : rows) {
-    records->append(Record());
-    Fill(&records->last(), row, parent);
+    Fill(&TarnQt::AppendNew(records), row, parent);
   }
 }
 
