@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "TarnUIDataController/skin_color.h"
+#include "qt/stretched_image.h"
 #include "wall/window_sign.h"
 
 namespace TarnClient {
@@ -39,9 +40,9 @@ void PaintPicture(QPainter* painter, const QRect& window, const WindowFace& face
                       part.height() * whole.height());
   painter->setRenderHint(QPainter::SmoothPixmapTransform);
   if (face.truth.look == WindowTruth::Look::Grey) {
-    painter->drawImage(room, face.picture.convertToFormat(QImage::Format_Grayscale8), source);
+    TarnQt::DrawStretched(painter, room, face.picture.convertToFormat(QImage::Format_Grayscale8), source);
   } else {
-    painter->drawImage(room, face.picture, source);
+    TarnQt::DrawStretched(painter, room, face.picture, source);
   }
   if (face.truth.look != WindowTruth::Look::Clear) {
     QColor veil = SkinColor("wall_empty");
