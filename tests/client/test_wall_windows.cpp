@@ -1,4 +1,7 @@
+#include <QSemaphore>
+#include <QThreadPool>
 #include <QtTest>
+#include <atomic>
 #include <cmath>
 #include <functional>
 
@@ -6,6 +9,7 @@
 #include "hand_clock.h"
 #include "hand_pictures.h"
 #include "plan_records.h"
+#include "qt/stretched_image.h"
 #include "screen_reader.h"
 #include "wall/live_wall.h"
 #include "wall/picture_memory.h"
@@ -43,6 +47,37 @@ PlanPage PageOf(int split, const std::list<PlanWindow>& windows) {
   return page;
 }
 
+/// A picture in which no two neighbours are alike.
+QImage Noise(const QSize& size) {
+  QImage noise(size, QImage::Format_RGB32);
+  for (int y = 0; y < size.height(); ++y) {
+    for (int x = 0; x < size.width(); ++x) {
+      noise.setPixel(x, y, qRgb(x * y % 251, (x ^ y) % 239, (x * 7 + y * 13) % 241));
+    }
+  }
+  return noise;
+}
+
+/// What `draw` makes of it in several rooms, whole and in part, where only a part is to be drawn.
+QList<QImage> DrawnStretched(const std::function<void(QPainter*, const QRect&, const QImage&, const QRectF&)>& draw) {
+  const QImage noise = Noise({320, 240});
+  QList<QImage> drawn;
+  for (const QRect& room : {QRect(3, 5, 397, 301), QRect(-20, -40, 980, 790), QRect(10, 10, 100, 60)}) {
+    for (const QRectF& part : {QRectF(0, 0, 320, 240), QRectF(40.3, 30.7, 161.2, 121.9)}) {
+      QImage image(960, 720, QImage::Format_RGB32);
+      image.fill(Qt::black);
+      QPainter painter(&image);
+      painter.setRenderHint(QPainter::SmoothPixmapTransform);
+      painter.setClipRect(QRect(20, 30, 800, 600));
+      draw(&painter, room, noise, part);
+      painter.fillRect(QRect(0, 0, 960, 2), Qt::white);  // outside, if the clip is as it was
+      painter.end();
+      drawn << image;
+    }
+  }
+  return drawn;
+}
+
 }  // namespace
 
 class WallWindowsTest : public QObject {
@@ -65,6 +100,7 @@ class WallWindowsTest : public QObject {
   void PreparesNothingForAPageThatIsHeld();
   void CallsPresetsOfWhatComesIntoSight();
   void ZoomsAroundTheCursor();
+  void DrawsPicturesWithoutSeamsAndThreads();
 
  private:
   QImage Picture(int window_no = 1) const { return grid_->Windows()[window_no - 1]->grab().toImage(); }
@@ -356,6 +392,23 @@ void WallWindowsTest::ZoomsAroundTheCursor() {
   QVERIFY(zoom.Part().right() <= 1.0 && zoom.Part().bottom() <= 1.0);
   zoom.By(0.001, {0, 0});
   QVERIFY(!zoom.IsOn() && zoom.Part() == QRectF(0, 0, 1, 1));
+}
+
+// Qt's pool stands for processors that decode: who shares the drawing out waits for it.
+void WallWindowsTest::DrawsPicturesWithoutSeamsAndThreads() {
+  const QList<QImage> in_one_piece = DrawnStretched([](QPainter* painter, const QRect& room, const QImage& image,
+                                                       const QRectF& part) { painter->drawImage(room, image, part); });
+  QThreadPool& pool = *QThreadPool::globalInstance();
+  QSemaphore over;
+  std::atomic<int> ended_in_time{0};
+  for (int task = 0; task < pool.maxThreadCount(); ++task) {
+    pool.start([&] { ended_in_time += over.tryAcquire(1, 5000); });
+  }
+  const QList<QImage> drawn = DrawnStretched(&TarnQt::DrawStretched);
+  over.release(pool.maxThreadCount());
+  QVERIFY(pool.waitForDone(10000));
+  QCOMPARE(int(ended_in_time), pool.maxThreadCount());
+  QVERIFY(drawn == in_one_piece);
 }
 
 QTEST_MAIN(WallWindowsTest)
