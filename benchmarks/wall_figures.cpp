@@ -30,7 +30,7 @@ QString CoresText(const Sides& sides) {
 
 constexpr int kWindows = 16, kSplit16 = 8, kCameras = 64, kRate = 15;
 constexpr int kWarmUpMs = 3000, kMeasureMs = 8000, kTurns = 20, kRounds = 2;
-constexpr int kPreparedRounds = 4;  // from round to round the wall varies by more than it costs
+constexpr int kPreparedRounds = 4;  // the wall varies by more than what they cost
 constexpr QSize kWall(1600, 900);
 
 /// Seconds of all cores that this process has used.
