@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "MarUIControl/moment_text.h"
-#include "qt/append_new.h"
+#include "qt/filled_list.h"
 #include "store/store_texts.h"
 #include "store/text_rules.h"
 
@@ -23,12 +23,12 @@ const char kNoAutomaticPlan[] = "NoAutoRunPlan";
 void Fill(view::PlanGroup* group, const GroupRow& row, const std::string& parent) {
   group->name = row.name;
   group->parent_index_code = parent;
-  group->index_code = std::to_string(row.code);
+  SetCode(&group->index_code, row.code);
   group->type = row.family;
 }
 
 void Fill(view::PlanBasicInfo* plan, const PlanRow& row, const std::string& group) {
-  plan->index_code = std::to_string(row.code);
+  SetCode(&plan->index_code, row.code);
   plan->name = row.name;
   plan->group_index_code = group;
   plan->type = row.family;
@@ -39,10 +39,7 @@ void Fill(view::PlanBasicInfo* plan, const PlanRow& row, const std::string& grou
 
 template <class Record, class Row>
 void FillAll(QList<Record>* records, const std::vector<Row>& rows, const std::string& parent) {
-  records->reserve(static_cast<int>(rows.size()));
-  for (const Row& row : rows) {
-    Fill(&TarnQt::AppendNew(records), row, parent);
-  }
+  TarnQt::FillList(records, rows, [&parent](Record* record, const Row& row) { Fill(record, row, parent); });
 }
 
 bool IsNoAnswer(const CStoreError& error) {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
+#include <limits>
 
 namespace TarnHost::Store {
 
@@ -10,8 +12,14 @@ int32_t ParseCode(const std::string& text) {
   const char* end = text.data() + text.size();
   const auto result = std::from_chars(text.data(), end, code);
   // "007" and "-0" read as numbers but are no codes.
-  const bool plain = result.ec == std::errc() && result.ptr == end && std::to_string(code) == text;
-  return plain ? code : 0;
+  std::string plain;
+  SetCode(&plain, code);
+  return result.ec == std::errc() && result.ptr == end && plain == text ? code : 0;
+}
+
+void SetCode(std::string* text, int32_t code) {
+  char digits[std::numeric_limits<int32_t>::digits10 + 2];
+  text->assign(digits, std::to_chars(std::begin(digits), std::end(digits), code).ptr);
 }
 
 std::string NumbersToText(const std::vector<uint32_t>& numbers) {

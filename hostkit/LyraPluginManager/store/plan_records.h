@@ -46,5 +46,7 @@ std::vector<uint32_t> NumbersFromText(const std::string& text);
 
 /// The code that `text` writes in plain decimal form; 0, which is no code, for anything else.
 int32_t ParseCode(const std::string& text);
+/// The other way round, into a text that is there already: for lists of many.
+void SetCode(std::string* text, int32_t code);
 
 }  // namespace TarnHost::Store
