@@ -21,6 +21,7 @@ class CChangeJournal;
 class CRowRecord;
 class CStandardPlanModel;
 class CView;
+class CViewWatch;
 class CViewGroup;
 struct ChildRecords;
 
@@ -186,7 +187,7 @@ class CViewModelDataManager : public QObject, public Wren::Base::CSingleton<CVie
   QModelIndex parentOf(const QString& code, bool is_group) const;
   bool isShown(const QString& code, bool is_group) const;
   void makeViews(const QList<view_plugin_protocol::PlanBasicInfo>& plans);
-  std::shared_ptr<CView> makeView(const std::string& code);
+  CViewWatch* watchView(const std::string& code);
   std::shared_ptr<CViewGroup> makeViewGroup(const std::string& code, GroupContent content = GroupContent::Announced);
   void dropObservers();
 

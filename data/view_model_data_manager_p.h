@@ -14,6 +14,7 @@
 #include "view_group.h"
 #include "view_group_manager.h"
 #include "view_model_data_manager.h"
+#include "view_watch.h"
 
 namespace TarnPlanView {
 
@@ -51,7 +52,7 @@ class CViewModelDataManager::Private {
   CDownloadPoll* poll;  // child of the manager
   CUnansweredQuestions unanswered;
   std::unique_ptr<CViewGroupManager> group_manager;
-  CObserverTable<CView> views;
+  CObserverTable<CViewWatch> views;
   CObserverTable<CViewGroup> groups;
   std::string fresh_group;  // the one whose observer was made for the notice that is being handled
   std::shared_ptr<TarnConfiguration::IViewConfigInterface> view_config;

@@ -291,10 +291,12 @@ void CViewModelDataManager::addPlanView(CStandardPlanModel* model, QStandardItem
 }
 
 std::shared_ptr<CView> CViewModelDataManager::CreateView(const PlanBasicInfo& plan) {
-  const auto view = makeView(plan.index_code);
-  if (view) {
-    Follow(*view);
+  CViewWatch* const watch = watchView(plan.index_code);
+  if (!watch) {
+    return nullptr;
   }
+  const std::shared_ptr<CView> view = watch->View();
+  Follow(*view);
   return view;
 }
 
@@ -314,21 +316,22 @@ void CViewModelDataManager::makeViews(const QList<PlanBasicInfo>& plans) {
     if (at + ahead < plans.size()) {
       fetch(plans[at + ahead]);
     }
-    makeView(plans[at].index_code);
+    watchView(plans[at].index_code);
   }
 }
 
-std::shared_ptr<CView> CViewModelDataManager::makeView(const std::string& code) {
+// Null after the end, and for no code.
+CViewWatch* CViewModelDataManager::watchView(const std::string& code) {
   if (code.empty() || d_->ended) {
     return nullptr;
   }
-  auto view = d_->views.Find(code);
-  if (!view) {
-    view = std::make_shared<CView>(code);
-    d_->views.Insert(view);
-    RegisterObserver(view.get(), ResourceData::RT_VIEW, kRegister);
+  auto watch = d_->views.Find(code);
+  if (!watch) {
+    watch = std::make_shared<CViewWatch>(code);
+    d_->views.Insert(watch);
+    RegisterObserver(watch.get(), ResourceData::RT_VIEW, kRegister);
   }
-  return view;
+  return watch.get();
 }
 
 std::shared_ptr<CViewGroup> CViewModelDataManager::makeViewGroup(const std::string& code, GroupContent content) {
@@ -345,7 +348,8 @@ std::shared_ptr<CViewGroup> CViewModelDataManager::makeViewGroup(const std::stri
 }
 
 void CViewModelDataManager::Follow(CView& view) {
-  if (d_->views.Find(view.GetIndexCode()).get() == &view) {
+  const auto watch = d_->views.Find(view.GetIndexCode());
+  if (watch && watch->Made(view)) {
     connect(&view, &CView::SignalViewChanged, this, &CViewModelDataManager::OnViewChanged, Qt::UniqueConnection);
   }
 }
@@ -363,8 +367,8 @@ void CViewModelDataManager::Follow(CViewGroup& group) {
 }
 
 void CViewModelDataManager::DeleteView(const std::string& indexCode) {
-  if (const auto view = d_->views.Take(indexCode)) {
-    RegisterObserver(view.get(), ResourceData::RT_VIEW, kUnregister);
+  if (const auto watch = d_->views.Take(indexCode)) {
+    RegisterObserver(watch.get(), ResourceData::RT_VIEW, kUnregister);
   }
 }
 
@@ -375,7 +379,7 @@ void CViewModelDataManager::DeleteViewGroup(const std::string& indexCode) {
 }
 
 void CViewModelDataManager::dropObservers() {
-  d_->views.ForAll([](const auto& view) { RegisterObserver(view.get(), ResourceData::RT_VIEW, kUnregister); });
+  d_->views.ForAll([](const auto& watch) { RegisterObserver(watch.get(), ResourceData::RT_VIEW, kUnregister); });
   d_->groups.ForAll([](const auto& group) { RegisterObserver(group.get(), ResourceData::RT_VIEW_GROUP, kUnregister); });
   d_->views.Clear();
   d_->groups.Clear();
@@ -404,7 +408,7 @@ void CViewModelDataManager::CreateGroupObserver(const std::string& indexCode, co
 
 void CViewModelDataManager::CreateViewObserverUpdate(const std::string& indexCode, const int& type) {
   if (type == ResourceData::RT_VIEW) {
-    makeView(indexCode);
+    watchView(indexCode);
   }
 }
 

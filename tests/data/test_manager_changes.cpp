@@ -33,6 +33,7 @@ class ManagerChangesTest : public CPlanTest {
   void NewPlanStopsAtTheFirstUnloadedGroup();
   void UpdatedPlanLooksAtEachModel();
   void FollowsAPlanThatChangedElsewhere();
+  void HasOneViewForAPlan();
   void Deletions();
   void TimedPlayIsCheckedAfterPlansAlone();
   void Renames();
@@ -234,6 +235,34 @@ void ManagerChangesTest::FollowsAPlanThatChangedElsewhere() {
   QCOMPARE(fixture_.InStore().AddGroup(fixture_.Code("A1"), "hidden"), QString());
   change_to("hidden", fixture_.Code("hidden"));
   QCOMPARE(parent("0") + parent("2") + parent("3"), QString());
+}
+
+// Which is made for the first notice, or for who asks for it, and hears of the plan until that goes.
+void ManagerChangesTest::HasOneViewForAPlan() {
+  OpenExpanded({"Public A"});
+  for (const char* name : {"Public A plan 2", "Public A plan 10"}) {
+    const QString plan = fixture_.Code(name);
+    const auto change = [&](const QString& new_name) {
+      QCOMPARE(fixture_.InStore().Update(ChangedPlan(plan, new_name, fixture_.Code("Public A"))), QString());
+      Services()
+          .ObserverOf(RT_VIEW, plan.toStdString())
+          ->OnResourceUpdate({2, plan.toStdString(), new_name.toStdString(), RT_VIEW});
+    };
+    if (name == QString("Public A plan 2")) {
+      change("heard before");
+    }
+    const std::shared_ptr<CView> view = Manager().CreateView(PlanRecord(plan, "any"));
+    QCOMPARE(Manager().CreateView(PlanRecord(plan, "any")), view);
+    QCOMPARE(view->GetIndexCode(), plan.toStdString());
+    QSignalSpy changed(view.get(), &CView::SignalViewChanged);
+    change("heard after");
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(PublicOf("3")->FindIndexByIndexCode(plan, false).data().toString(), QString("heard after"));
+    Manager().DeleteView(plan.toStdString());
+    QVERIFY(!Services().ObserverOf(RT_VIEW, plan.toStdString()));
+    view->OnResourceUpdate({2, plan.toStdString(), "late", RT_VIEW});
+    QCOMPARE(changed.count(), 2);
+  }
 }
 
 void ManagerChangesTest::Deletions() {
