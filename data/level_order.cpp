@@ -1,86 +1,88 @@
 #include "level_order.h"
 
 #include "plan_item_role.h"
-#include "record_item.h"
-#include "standard_plan_model.h"
 
 namespace TarnPlanView {
 
 namespace {
-constexpr int kShortSort = 100;  // comparisons; one changed row needs fewer among any number of siblings
+constexpr size_t kShortSort = 100;  // comparisons; one changed row needs fewer among any number of siblings
 }
 
-int RankOfType(const QVariant& type) {
-  bool ok = false;
-  const int rank = type.toInt(&ok);
-  if (!ok) {
-    return -1;
-  }
-  return rank;
-}
-
-bool CLevelOrder::IsBefore(const QModelIndex& left, const QModelIndex& right) {
-  const void* level = left.internalPointer();
+bool CLevelOrder::isBeforeWithoutPlaces(const QModelIndex& left, const QModelIndex& right) {
+  const auto* level = static_cast<const QStandardItem*>(left.internalPointer());
   if (level != level_) {
     Forget();
     level_ = level;
   }
-  const bool is_of_level = right.internalPointer() == level && left.column() == 0 && right.column() == 0;
-  if (!is_of_level || (entries_.empty() && ++comparisons_ <= kShortSort)) {
-    Keys keys;
-    return EntryIsBefore(EntryOf(tree_->itemFromIndex(left), keys), EntryOf(tree_->itemFromIndex(right), keys));
+  if (!isOfLevel(left) || !isOfLevel(right) || ++comparisons_ <= kShortSort) {
+    OwnNames own_names;
+    return StandsBefore(OrderedRowOf(tree_->itemFromIndex(left), own_names),
+                        OrderedRowOf(tree_->itemFromIndex(right), own_names));
   }
-  if (entries_.empty()) {
-    readLevel(static_cast<const QStandardItem*>(level));
+  return isBeforeInLevel(left.row(), right.row());
+}
+
+// More comparisons than there are rows are a sort of all of them, which costs less in one block.
+bool CLevelOrder::isBeforeInLevel(int left, int right) {
+  if (rows_.empty()) {
+    places_ = CLevelPlaces::Known(level_);
+    if (!places_) {
+      readLevel();
+    }
+  } else if (comparisons_ > rows_.size() && can_be_placed_) {
+    placeRows();
   }
-  return EntryIsBefore(entries_[left.row()], entries_[right.row()]);
+  if (places_) {
+    return places_->OfRow(left) < places_->OfRow(right);
+  }
+  return StandsBefore(rows_[left], rows_[right]);
 }
 
 void CLevelOrder::Forget() {
   level_ = nullptr;
   comparisons_ = 0;
-  entries_ = {};
-  keys_ = {};
+  rows_ = {};
+  own_names_ = {};
+  places_.reset();
 }
 
-void CLevelOrder::readLevel(const QStandardItem* level) {
-  entries_.reserve(level->rowCount());
-  for (int row = 0; row < level->rowCount(); ++row) {
-    entries_.push_back(EntryOf(level->child(row), keys_));
+// Not all rows have places: of two without a name each stands before the other.
+void CLevelOrder::readLevel() {
+  can_be_placed_ = true;
+  rows_.reserve(level_->rowCount());
+  for (int row = 0; row < level_->rowCount(); ++row) {
+    const QStandardItem* item = level_->child(row);
+    rows_.push_back(OrderedRowOf(item, own_names_));
+    can_be_placed_ = can_be_placed_ && OrderingRecord(item);
   }
 }
 
-CLevelOrder::Entry CLevelOrder::EntryOf(const QStandardItem* row, Keys& keys) {
-  Entry entry;
+void CLevelOrder::placeRows() {
+  CLevelPlaces::Records records;
+  records.reserve(rows_.size());
+  for (int row = 0; row < level_->rowCount(); ++row) {
+    records.emplace_back(OrderingRecord(level_->child(row)));
+  }
+  places_ = CLevelPlaces::Of(std::move(records));
+  CLevelPlaces::Share(places_);
+  rows_ = {};
+}
+
+OrderedRow CLevelOrder::OrderedRowOf(const QStandardItem* row, OwnNames& own_names) {
   if (!row) {
-    return entry;
+    return {};
   }
-  entry.row = row;
-  entry.rank.type = RankOfType(row->data(ItemTypeRole));
-  const auto* with_record = dynamic_cast<const CRecordItem*>(row);
-  if (with_record && with_record->IsFromRecord(Qt::DisplayRole)) {
-    entry.key = &with_record->Record().NameKey();
-  } else {
-    const QVariant name = row->data(Qt::DisplayRole);
-    if (!name.isValid()) {
-      return entry;
-    }
-    keys.push_back(MarUIControl::RecentCollationKey(name.toString()));
-    entry.key = &keys.back();
+  if (const CRowRecord* record = OrderingRecord(row)) {
+    return OrderedRow::Of(*record);
   }
-  entry.rank.has_name = true;
-  entry.head = entry.key->head;
-  return entry;
-}
-
-bool CLevelOrder::EntryIsBefore(const Entry& left, const Entry& right) {
-  return StandsBefore(left.rank, right.rank, [&left, &right] {
-    if (left.head != right.head) {
-      return left.head < right.head;
-    }
-    const int order = left.key->Compare(*right.key);
-    return order < 0 || (order == 0 && view_plugin_protocol::NameStandsBefore(left.row->text(), right.row->text()));
-  });
+  OrderedRow ordered;
+  ordered.rank.type = RankOfType(row->data(ItemTypeRole));
+  const QVariant name = row->data(Qt::DisplayRole);
+  if (name.isValid()) {
+    const OwnName& own = own_names.emplace_back(name.toString(), MarUIControl::RecentCollationKey(name.toString()));
+    ordered.SetName(own.first, own.second);
+  }
+  return ordered;
 }
 
 }  // namespace TarnPlanView

@@ -1,70 +1,56 @@
 #pragma once
 
 #include <QModelIndex>
-#include <array>
+#include <QStandardItemModel>
 #include <deque>
+#include <utility>
 #include <vector>
 
-#include "MarUIControl/collation_key.h"
-#include "plan_rules/row_order.h"
-
-class QStandardItem;
+#include "level_places.h"
+#include "ordered_row.h"
 
 namespace TarnPlanView {
 
-class CStandardPlanModel;
-
-/// What a row is ordered by but its name: rows without a type stand first, and so do, among rows of one type, those
-/// without a name.
-struct RowRank {
-  int type = -1;
-  bool has_name = false;
-};
-/// -1 for a value that is none.
-int RankOfType(const QVariant& type);
-template <class ByName>
-bool StandsBefore(const RowRank& left, const RowRank& right, const ByName& by_name) {
-  return view_plugin_protocol::StandsBefore(left.type, right.type, [&] {
-    if (!left.has_name || !right.has_name) {
-      return !left.has_name;
-    }
-    return by_name();
-  });
-}
-
 /// The order of a plan tree's rows of one level.
 ///
-/// A long sort asks for each row some twenty times: what its rows are compared by is read once then, into one block,
-/// and is to be forgotten with every change of the tree. Thread: GUI.
+/// A long sort asks for each row some twenty times: what its rows are compared by is read once then, into one block.
+/// When all rows are sorted, they get their places in that block at once, and trees that sort rows of the same records
+/// find them. All is to be forgotten with every change of the tree. Thread: GUI.
 class CLevelOrder {
  public:
-  explicit CLevelOrder(const CStandardPlanModel* tree) : tree_(tree) {}
+  explicit CLevelOrder(const QStandardItemModel* tree) : tree_(tree) {}
 
+  /// Whether IsBefore() may be asked of the index, if it is valid.
+  bool IsOfTree(const QModelIndex& index) const { return index.model() == tree_; }
   /// Both of the tree, and valid.
-  bool IsBefore(const QModelIndex& left, const QModelIndex& right);
+  bool IsBefore(const QModelIndex& left, const QModelIndex& right) {
+    if (places_ && isOfLevel(left) && isOfLevel(right)) {
+      return places_->OfRow(left.row()) < places_->OfRow(right.row());
+    }
+    return isBeforeWithoutPlaces(left, right);
+  }
   void Forget();
   /// Whether a level was read, which takes memory until it is forgotten.
-  bool HoldsLevel() const { return !entries_.empty(); }
+  bool HoldsLevel() const { return !rows_.empty() || places_; }
 
  private:
-  /// A row's rank and what its name is compared by.
-  struct Entry {
-    std::array<quint64, 2> head{};
-    const MarUIControl::CollationKey* key = nullptr;
-    const QStandardItem* row = nullptr;
-    RowRank rank;
-  };
-  using Keys = std::deque<MarUIControl::CollationKey>;  // of names that no record has a key for
+  using OwnName = std::pair<QString, MarUIControl::CollationKey>;
+  using OwnNames = std::deque<OwnName>;  // those that are no record's
 
-  static Entry EntryOf(const QStandardItem* row, Keys& keys);
-  static bool EntryIsBefore(const Entry& left, const Entry& right);
-  void readLevel(const QStandardItem* level);
+  static OrderedRow OrderedRowOf(const QStandardItem* row, OwnNames& own_names);
+  bool isOfLevel(const QModelIndex& index) const { return index.internalPointer() == level_ && index.column() == 0; }
+  bool isBeforeWithoutPlaces(const QModelIndex& left, const QModelIndex& right);
+  bool isBeforeInLevel(int left, int right);
+  void readLevel();
+  void placeRows();
 
-  const CStandardPlanModel* tree_;
-  const void* level_ = nullptr;
-  int comparisons_ = 0;
-  std::vector<Entry> entries_;
-  Keys keys_;
+  const QStandardItemModel* tree_;
+  const QStandardItem* level_ = nullptr;
+  size_t comparisons_ = 0;
+  std::vector<OrderedRow> rows_;
+  OwnNames own_names_;
+  bool can_be_placed_ = false;  // all rows are ordered by their records
+  CLevelPlaces::Ptr places_;
 };
 
 }  // namespace TarnPlanView

@@ -71,12 +71,12 @@ CPlanCodeIndex::CPlanCodeIndex(QStandardItemModel* model) : QObject(model), mode
 }
 
 QStandardItem* CPlanCodeIndex::Find(const QString& code, bool is_group) {
-  const CodedRow* found = find(code, NumberOfCode(code), is_group);
+  const CodedRow* found = find(code, is_group);
   return found ? found->row : nullptr;
 }
 
 CPlanCodeIndex::Place CPlanCodeIndex::FindPlace(const QString& code, bool is_group) {
-  CodedRow* found = find(code, NumberOfCode(code), is_group);
+  CodedRow* found = find(code, is_group);
   if (!found) {
     return {};
   }
@@ -99,7 +99,9 @@ QVector<CRowRecord::Ptr> CPlanCodeIndex::WithoutRow(const QVector<CRowRecord::Pt
     if (&record + ahead < end) {
       fetch(*(&record + ahead));
     }
-    return !record->Code().isEmpty() && find(record->Code(), record->Number(), record->IsGroup());
+    return record->HasCode() && findNumber(record->Number(), record->IsGroup(), [&record](const CodedRow& row) {
+             return CodeOf(row.row, RoleOf(record->IsGroup())) == record->Code();
+           });
   };
   const auto first = std::find_if(records.cbegin(), records.cend(), has_row);
   if (first == records.cend()) {
@@ -110,11 +112,17 @@ QVector<CRowRecord::Ptr> CPlanCodeIndex::WithoutRow(const QVector<CRowRecord::Pt
   return missing;
 }
 
-CodedRow* CPlanCodeIndex::find(const QString& code, CodeNumber number, bool is_group) {
+CodedRow* CPlanCodeIndex::find(const QString& code, bool is_group) {
+  return findNumber(NumberOfCode(code), is_group,
+                    [&](const CodedRow& row) { return CodeOf(row.row, RoleOf(is_group)) == code; });
+}
+
+template <class IsIt>
+CodedRow* CPlanCodeIndex::findNumber(CodeNumber number, bool is_group, IsIt is_it) {
   rebuildIfStale();
   FirstRow first;
   tableOf(is_group).ForEach(number, [&](CodedRow& row) {
-    if (number.IsExact() || CodeOf(row.row, RoleOf(is_group)) == code) {
+    if (number.IsExact() || is_it(row)) {
       first.Take(row);
     }
   });
@@ -235,7 +243,7 @@ void CPlanCodeIndex::addSubtree(QStandardItem* parent, int row) {
 // Rows that nothing was set in are not asked: a value of theirs is made for each call.
 void CPlanCodeIndex::addRow(const CodedRow& coded) {
   const CRecordItem* row = CRecordItem::Of(coded.row);
-  if (row && row->IsAsMade() && !row->Record().Code().isEmpty()) {
+  if (row && row->IsAsMade() && row->Record().HasCode()) {
     tableOf(row->Record().IsGroup()).Insert(row->Record().Number(), coded);
     return;
   }

@@ -61,7 +61,10 @@ class CPlanCodeIndex : public QObject {
   QStandardItem* parentItem(const QModelIndex& parent) const;
   void rebuildIfStale();
   view_plugin_protocol::CCodeTable<CodedRow>& tableOf(bool is_group);
-  CodedRow* find(const QString& code, view_plugin_protocol::CodeNumber number, bool is_group);
+  CodedRow* find(const QString& code, bool is_group);
+  /// `is_it` tells rows apart that share a number.
+  template <class IsIt>
+  CodedRow* findNumber(view_plugin_protocol::CodeNumber number, bool is_group, IsIt is_it);
   void addSubtree(QStandardItem* parent, int row);
   void addRow(const CodedRow& coded);
   void removeSubtree(QStandardItem* item);

@@ -1,8 +1,10 @@
 #include "row_record.h"
 
 #include <memory>
+#include <utility>
 
 #include "item_type.h"
+#include "level_places.h"
 #include "plan_rules/families.h"
 
 namespace TarnPlanView {
@@ -42,8 +44,7 @@ CRowRecord::CRowRecord(const Source& record, int item_type, bool is_group)
       is_group_(is_group),
       host_(QVariant::fromValue(record)),
       name_(QString::fromStdString(record.name)),
-      code_(QString::fromStdString(record.index_code)),
-      number_(view_plugin_protocol::NumberOfCode(code_)) {}
+      number_(view_plugin_protocol::NumberOfCode(QString::fromStdString(record.index_code))) {}
 
 CRowRecord::~CRowRecord() {
   delete name_key_.load();
@@ -70,6 +71,17 @@ CRowRecord::Ptr CRowRecord::Of(const PlanBasicInfo& plan) {
   return Ptr(new CRowRecord(plan, PlanItemType(plan.type), false));
 }
 
+QString CRowRecord::Code() const {
+  return QString::fromStdString(HostCode());
+}
+
+const std::string& CRowRecord::HostCode() const {
+  if (is_group_) {
+    return Group().index_code;
+  }
+  return Plan().index_code;
+}
+
 int CRowRecord::Family() const {
   if (is_group_) {
     return Group().type;
@@ -88,15 +100,13 @@ const PlanBasicInfo& CRowRecord::Plan() const {
 }
 
 ChildRecords ChildRecords::Of(const QList<PlanGroup>& groups, const QList<PlanBasicInfo>& plans) {
-  return {groups, plans, CRowRecord::OfAll(groups), CRowRecord::OfAll(plans)};
+  return {groups, plans, CRowRecord::OfAll(groups), CRowRecord::OfAll(plans), nullptr};
 }
 
-void ChildRecords::PrepareNames() const {
-  for (const auto* made : {&of_groups, &of_plans}) {
-    for (const CRowRecord::Ptr& record : *made) {
-      record->NameKey();
-    }
-  }
+void ChildRecords::PlaceAll() {
+  CLevelPlaces::Records all(of_groups.cbegin(), of_groups.cend());
+  all.insert(all.end(), of_plans.cbegin(), of_plans.cend());
+  places = CLevelPlaces::Of(std::move(all));
 }
 
 }  // namespace TarnPlanView

@@ -7,12 +7,16 @@
 #include <QVariant>
 #include <QVector>
 #include <atomic>
+#include <memory>
+#include <string>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "MarUIControl/collation_key.h"
 #include "plan_rules/code_table.h"
 
 namespace TarnPlanView {
+
+class CLevelPlaces;
 
 /// What the rows of one plan or group share, in every model: the host's record, and its name and code as rows give
 /// them. Never changes once made; a row that is changed keeps the difference itself. Goes with the last row that holds
@@ -33,7 +37,9 @@ class CRowRecord : public QSharedData {
 
   bool IsGroup() const { return is_group_; }
   const QString& Name() const { return name_; }
-  const QString& Code() const { return code_; }
+  /// Made each time from the host's record: few need it as a text.
+  QString Code() const;
+  bool HasCode() const { return !HostCode().empty(); }
   /// Of the code.
   view_plugin_protocol::CodeNumber Number() const { return number_; }
   /// What the name is compared by; made when it is first asked for.
@@ -51,13 +57,13 @@ class CRowRecord : public QSharedData {
  private:
   template <class Source>
   CRowRecord(const Source& record, int item_type, bool is_group);
+  const std::string& HostCode() const;
 
   // Small ones first: they stand where the count of holders leaves room.
   const qint16 item_type_;
   const bool is_group_;
   const QVariant host_;
   const QString name_;
-  const QString code_;
   const view_plugin_protocol::CodeNumber number_;
   mutable std::atomic<const MarUIControl::CollationKey*> name_key_{nullptr};
 };
@@ -67,11 +73,12 @@ struct ChildRecords {
   QList<view_plugin_protocol::PlanGroup> groups;
   QList<view_plugin_protocol::PlanBasicInfo> plans;
   QVector<CRowRecord::Ptr> of_groups, of_plans;
+  std::shared_ptr<const CLevelPlaces> places;  // of them all, groups first; null before PlaceAll()
 
   static ChildRecords Of(const QList<view_plugin_protocol::PlanGroup>& groups,
                          const QList<view_plugin_protocol::PlanBasicInfo>& plans);
-  /// Makes the keys of all names, so that a sort finds them.
-  void PrepareNames() const;
+  /// Orders them, for the trees that will sort their rows.
+  void PlaceAll();
 };
 
 template <class Source>

@@ -8,6 +8,7 @@
 #include "LyraPluginManager/view_business_interface_mgr.h"
 #include "MarUIControl/string_conversion.h"
 #include "item_type.h"
+#include "level_places.h"
 #include "plan_item_role.h"
 #include "plan_rows.h"
 #include "standard_plan_model.h"
@@ -98,6 +99,7 @@ void CViewModelDataManager::OnGetPlanGroupListSucc(const QModelIndex& index,
   // A copy: the panels' slots run in between and may bring models along or take them away.
   const QList<QPointer<CStandardPlanModel>> models(d_->models.cbegin(), d_->models.cend());
   const ChildRecords offered = std::exchange(d_->offered, {});
+  CLevelPlaces::Share(offered.places);
   const RowRecords groups = RecordsOf(plan_group_list.groups, offered.groups, offered.of_groups);
   const RowRecords plans = RecordsOf(plan_list.plans, offered.plans, offered.of_plans);
   for (const auto& model : models) {

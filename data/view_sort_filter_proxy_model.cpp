@@ -152,7 +152,7 @@ bool CViewSortFilterProxyModel::lessThan(const QModelIndex& left, const QModelIn
     return false;
   }
   // Changes in other models are not announced here.
-  if (!data_->order || left.model() != sourceModel() || right.model() != sourceModel()) {
+  if (!data_->order || !data_->order->IsOfTree(left) || !data_->order->IsOfTree(right)) {
     return IndexStandsBefore(left, right);
   }
   const bool held_level = data_->order->HoldsLevel();

@@ -1,10 +1,8 @@
 #include "sub_items.h"
 
-#include <QThreadPool>
 #include <algorithm>
 
 #include "LyraPluginManager/view_business_interface_mgr.h"
-#include "host_calls/call_pool.h"
 #include "unanswered_questions.h"
 
 namespace TarnPlanView {
@@ -65,8 +63,7 @@ SubItems FetchSubItems(const std::string& code, int type, bool with_plans) {
   }
   if (items.ok) {
     items.records = ChildRecords::Of(items.groups.groups, items.plans.plans);
-    // While the rows go in: they need not wait for it, and trees without a sort need no keys.
-    HostCalls::CallPool().start([records = items.records] { records.PrepareNames(); });
+    items.records.PlaceAll();
   }
   return items;
 }

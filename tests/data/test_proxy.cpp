@@ -2,12 +2,17 @@
 #include <QStandardItemModel>
 #include <QStringListModel>
 #include <QtTest>
+#include <algorithm>
 #include <random>
+#include <vector>
 
 #include "item_type.h"
+#include "level_places.h"
 #include "plan_item_role.h"
+#include "plan_rows.h"
 #include "plan_rules/row_order.h"
 #include "plan_test.h"
+#include "view_group_item.h"
 #include "view_plan_item.h"
 #include "view_sort_filter_proxy_model.h"
 #include "view_sort_filter_proxy_model_export.h"
@@ -39,6 +44,7 @@ class ProxyTest : public CPlanTest {
   void SettersDoNotRefilter();
   void ExpandersNeedNoSorting();
   void ComparesRowsAsTheyAre();
+  void TreesOfTheSameRecordsShareAnOrder();
   void HandleOwnsTheRealProxy();
 };
 
@@ -173,6 +179,99 @@ void ProxyTest::ComparesRowsAsTheyAre() {
   QVERIFY(!proxy.lessThan(other.index(0), other.index(1)));
   other.removeRow(0);  // leads to no comparison by itself
   QVERIFY(proxy.lessThan(other.index(0), other.index(1)));
+}
+
+namespace {
+
+ChildRecords ManyRecords() {
+  std::mt19937 random(5);
+  QList<view_plugin_protocol::PlanGroup> groups;
+  QList<view_plugin_protocol::PlanBasicInfo> plans;
+  for (int number = 0; number < 400; ++number) {
+    const std::string name = (random() % 2 ? "Hall " : "hall ") + std::to_string(random() % 150);  // some alike
+    if (random() % 8 == 0) {
+      groups.append({name, "-1", std::to_string(1000 + number), 0});
+    } else {
+      view_plugin_protocol::PlanBasicInfo plan;
+      plan.index_code = std::to_string(1000 + number);
+      plan.name = name;
+      plans.append(plan);
+    }
+  }
+  return ChildRecords::Of(groups, plans);
+}
+
+void AppendRowsOf(const ChildRecords& records, QStandardItem* level) {
+  QList<QStandardItem*> rows;
+  for (const CRowRecord::Ptr& group : records.of_groups) {
+    rows << new CViewGroupItem({}, group);
+  }
+  for (const CRowRecord::Ptr& plan : records.of_plans) {
+    rows << new CViewPlanItem({}, plan);
+  }
+  level->appendRows(rows);
+}
+
+// Codes as they should stand, by the rule alone.
+QStringList Ordered(const CStandardPlanModel& source) {
+  std::vector<QModelIndex> rows;
+  for (int row = 0; row < source.rowCount(); ++row) {
+    rows.push_back(source.index(row, 0));
+  }
+  std::stable_sort(rows.begin(), rows.end(), [](const QModelIndex& left, const QModelIndex& right) {
+    return view_plugin_protocol::StandsBefore(left.data(ItemTypeRole).toInt(), left.data().toString(),
+                                              right.data(ItemTypeRole).toInt(), right.data().toString());
+  });
+  QStringList codes;
+  for (const QModelIndex& row : rows) {
+    codes << CodeOfRow(row);
+  }
+  return codes;
+}
+
+QStringList Shown(const CViewSortFilterProxyModel& proxy) {
+  QStringList codes;
+  for (int row = 0; row < proxy.rowCount(); ++row) {
+    codes << CodeOfRow(proxy.index(row, 0));
+  }
+  return codes;
+}
+
+}  // namespace
+
+// Which must not reach a tree where a row has a name of its own by then, nor keep records that no tree has any more.
+void ProxyTest::TreesOfTheSameRecordsShareAnOrder() {
+  for (const bool is_placed_before : {true, false}) {
+    ChildRecords records = ManyRecords();
+    if (is_placed_before) {
+      records.PlaceAll();
+      CLevelPlaces::Share(records.places);
+    }
+    const ViewManagerParam param(PublicTheme, "0");
+    CStandardPlanModel first(param, nullptr), second(param, nullptr), renamed(param, nullptr);
+    for (CStandardPlanModel* source : {&first, &second, &renamed}) {
+      AppendRowsOf(records, source->invisibleRootItem());
+    }
+    renamed.item(0)->setText("Hall 77");
+    QCOMPARE(CLevelPlaces::Known(first.invisibleRootItem()) != nullptr, is_placed_before);
+    CViewSortFilterProxyModel of_first(nullptr, false), of_second(nullptr, false), of_renamed(nullptr, false);
+    of_renamed.setSourceModel(&renamed);
+    of_first.setSourceModel(&first);
+    of_second.setSourceModel(&second);
+    QCOMPARE(Shown(of_renamed), Ordered(renamed));
+    QCOMPARE(Shown(of_first), Ordered(first));
+    QVERIFY(CLevelPlaces::Known(second.invisibleRootItem()));
+    QVERIFY(!CLevelPlaces::Known(renamed.invisibleRootItem()));
+    QCOMPARE(Shown(of_second), Ordered(second));
+    second.item(second.rowCount() - 1)->setText("Hall 0");
+    QCOMPARE(Shown(of_second), Ordered(second));
+    second.removeRow(3);
+    of_second.invalidate();
+    QCOMPARE(Shown(of_second), Ordered(second));
+    QVERIFY(Shown(of_second) != Shown(of_first));
+    records = {};
+    QTRY_VERIFY(!CLevelPlaces::Known(first.invisibleRootItem()));
+  }
 }
 
 void ProxyTest::FilterByTypeRightAndMode_data() {
