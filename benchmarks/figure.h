@@ -23,12 +23,16 @@ using Figures = std::vector<Figure>;
 /// Milliseconds of wall time that `work` takes.
 double TimeMs(const std::function<void()>& work);
 
-/// Runs both sides `rounds` times by turns and gives the shortest time of each in milliseconds: the machine's noise
-/// only ever adds. Each side returns the milliseconds it measured.
+/// What two sides took, in milliseconds.
 struct Sides {
   double ours = 0;
   double plain = 0;
   double Ratio() const { return ours / plain; }
   QString Note() const;
 };
+/// Runs both sides `rounds` times by turns and gives the shortest time of each: the machine's noise only ever adds.
+/// Each side returns the milliseconds it measured.
 Sides MeasureByTurns(int rounds, const std::function<double()>& ours, const std::function<double()>& plain);
+/// Likewise, and gives the round with the median ratio: for many short rounds, in which a machine whose speed changes
+/// may run one side alone at its best.
+Sides MeasureManyByTurns(int rounds, const std::function<double()>& ours, const std::function<double()>& plain);

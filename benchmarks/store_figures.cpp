@@ -81,7 +81,7 @@ Sides Compare(const std::vector<std::string>& codes, const Fetch& fetch) {
   for (const std::string& code : codes) {
     records.push_back(fetch(code));
   }
-  return MeasureByTurns(
+  return MeasureManyByTurns(
       kRounds,
       [&] {
         int count = 0;

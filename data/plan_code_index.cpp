@@ -159,6 +159,9 @@ void CPlanCodeIndex::onRowsInserted(const QModelIndex& parent, int first, int la
   if (last < owner->rowCount() - 1) {
     ++moves_;
   }
+  if (const CRecordItem* row = CRecordItem::Of(owner->child(last))) {  // many are mostly of one kind
+    tableOf(row->Record().IsGroup()).Reserve(static_cast<size_t>(last - first) + 1);
+  }
   for (int row = first; row <= last; ++row) {
     addSubtree(owner, row);
   }

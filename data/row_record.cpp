@@ -42,6 +42,7 @@ template <class Source>
 CRowRecord::CRowRecord(const Source& record, int item_type, bool is_group)
     : item_type_(static_cast<qint16>(item_type)),
       is_group_(is_group),
+      has_code_(!record.index_code.empty()),
       host_(QVariant::fromValue(record)),
       name_(QString::fromStdString(record.name)),
       number_(view_plugin_protocol::NumberOfCode(QString::fromStdString(record.index_code))) {}
@@ -72,14 +73,7 @@ CRowRecord::Ptr CRowRecord::Of(const PlanBasicInfo& plan) {
 }
 
 QString CRowRecord::Code() const {
-  return QString::fromStdString(HostCode());
-}
-
-const std::string& CRowRecord::HostCode() const {
-  if (is_group_) {
-    return Group().index_code;
-  }
-  return Plan().index_code;
+  return QString::fromStdString(is_group_ ? Group().index_code : Plan().index_code);
 }
 
 int CRowRecord::Family() const {

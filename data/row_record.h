@@ -8,7 +8,6 @@
 #include <QVector>
 #include <atomic>
 #include <memory>
-#include <string>
 
 #include "LyraPluginManager/view_plugin_protocol.h"
 #include "MarUIControl/collation_key.h"
@@ -39,7 +38,7 @@ class CRowRecord : public QSharedData {
   const QString& Name() const { return name_; }
   /// Made each time from the host's record: few need it as a text.
   QString Code() const;
-  bool HasCode() const { return !HostCode().empty(); }
+  bool HasCode() const { return has_code_; }
   /// Of the code.
   view_plugin_protocol::CodeNumber Number() const { return number_; }
   /// What the name is compared by; made when it is first asked for.
@@ -57,11 +56,11 @@ class CRowRecord : public QSharedData {
  private:
   template <class Source>
   CRowRecord(const Source& record, int item_type, bool is_group);
-  const std::string& HostCode() const;
 
   // Small ones first: they stand where the count of holders leaves room.
   const qint16 item_type_;
   const bool is_group_;
+  const bool has_code_;
   const QVariant host_;
   const QString name_;
   const view_plugin_protocol::CodeNumber number_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,6 +29,8 @@ template <class Held>
 class CCodeTable {
  public:
   void Insert(CodeNumber number, Held held);
+  /// Before so many are put in.
+  void Reserve(size_t more);
   /// Lets the memory come that a look-up of `number` will need, while other things are done.
   void Fetch(CodeNumber number) const {
     if (!slots_.empty()) {
@@ -65,7 +68,6 @@ class CCodeTable {
     Held held = Held();
   };
   static constexpr size_t kFirstSlots = 16;
-  static constexpr int kFirstShift = 60;
 
   // Codes are often given out one after the other; the product spreads them over the high bits.
   size_t Home(quint64 number) const { return static_cast<size_t>((number * 0x9E3779B97F4A7C15ULL) >> shift_); }
@@ -73,7 +75,7 @@ class CCodeTable {
   template <class Table, class Taker>
   static void Walk(Table& table, CodeNumber number, Taker& take);
   void Place(Slot slot);
-  void Grow();
+  void GrowTo(size_t slots);
   void CloseGap(size_t gap);
 
   std::vector<Slot> slots_;  // as many as a power of two, some of them empty
@@ -96,9 +98,7 @@ void CCodeTable<Held>::Walk(Table& table, CodeNumber number, Taker& take) {
 
 template <class Held>
 void CCodeTable<Held>::Insert(CodeNumber number, Held held) {
-  if (5 * (size_ + 1) > 4 * slots_.size()) {
-    Grow();
-  }
+  Reserve(1);
   Place({number.value, std::move(held)});
   ++size_;
 }
@@ -113,11 +113,21 @@ void CCodeTable<Held>::Place(Slot slot) {
 }
 
 template <class Held>
-void CCodeTable<Held>::Grow() {
-  const bool first = slots_.empty();
-  std::vector<Slot> old(first ? kFirstSlots : 2 * slots_.size());
+void CCodeTable<Held>::Reserve(size_t more) {
+  size_t slots = slots_.size();
+  while (5 * (size_ + more) > 4 * slots) {
+    slots = std::max(2 * slots, kFirstSlots);
+  }
+  if (slots > slots_.size()) {
+    GrowTo(slots);
+  }
+}
+
+template <class Held>
+void CCodeTable<Held>::GrowTo(size_t slots) {
+  std::vector<Slot> old(slots);
   old.swap(slots_);
-  shift_ = first ? kFirstShift : shift_ - 1;
+  shift_ = 64 - __builtin_ctzll(slots);
   // From an empty one on: what was put in first must not come behind what stands past the end of the block.
   size_t at = 0;
   while (at < old.size() && old[at].held) {
