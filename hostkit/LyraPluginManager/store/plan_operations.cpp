@@ -39,7 +39,7 @@ void Fill(view::PlanBasicInfo* plan, const PlanRow& row, const std::string& grou
 
 template <class Record, class Row>
 void FillAll(QList<Record>* records, const std::vector<Row>& rows, const std::string& parent) {
-  TarnQt::FillList(records, rows, [&parent](Record* record, const Row& row) { Fill(record, row, parent); });
+  TarnQt::AppendFilled(records, rows, [&parent](Record* record, const Row& row) { Fill(record, row, parent); });
 }
 
 bool IsNoAnswer(const CStoreError& error) {
