@@ -24,10 +24,14 @@ class CLevelOrder {
   bool IsOfTree(const QModelIndex& index) const { return index.model() == tree_; }
   /// Both of the tree, and valid.
   bool IsBefore(const QModelIndex& left, const QModelIndex& right) {
-    if (places_ && isOfLevel(left) && isOfLevel(right)) {
-      return places_->OfRow(left.row()) < places_->OfRow(right.row());
-    }
-    return isBeforeWithoutPlaces(left, right);
+    return HasPlaces(left, right) ? IsPlacedBefore(left, right) : isBeforeWithoutPlaces(left, right);
+  }
+  /// Whether both have places by now; those that have are of the tree, and valid.
+  bool HasPlaces(const QModelIndex& left, const QModelIndex& right) const {
+    return places_ && isOfLevel(left) && isOfLevel(right);
+  }
+  bool IsPlacedBefore(const QModelIndex& left, const QModelIndex& right) const {
+    return places_->OfRow(left.row()) < places_->OfRow(right.row());
   }
   void Forget();
   /// Whether a level was read, which takes memory until it is forgotten.

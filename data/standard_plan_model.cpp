@@ -11,6 +11,7 @@
 #include "plan_item_role.h"
 #include "plan_rows.h"
 #include "qt/first_rows.h"
+#include "recent_level.h"
 #include "view_config_manager.h"
 #include "view_group_item.h"
 
@@ -50,18 +51,21 @@ void SetRootIdentity(QStandardItem* item, ThemeNodeType theme) {
 
 class CStandardPlanModel::Private {
  public:
-  Private(ViewManagerParam p, CStandardPlanModel* model) : param(std::move(p)), index(new CPlanCodeIndex(model)) {}
+  explicit Private(ViewManagerParam p) : param(std::move(p)) {}
 
   ViewManagerParam param;
   QString playing_code;
   bool loaded = false;
   bool group_can_be_selected = false;
-  CPlanCodeIndex* index;             // child of the model
+  CPlanCodeIndex* index = nullptr;  // child of the model
+  CRecentLevel level;
   HostCalls::CCallScope root_calls;  // of the rows that are there now
 };
 
 CStandardPlanModel::CStandardPlanModel(ViewManagerParam param, QObject* parent)
-    : MarUIControl::CStandardItemModel(parent), d_(std::make_unique<Private>(std::move(param), this)) {
+    : MarUIControl::CStandardItemModel(parent), d_(std::make_unique<Private>(std::move(param))) {
+  d_->level.ForgetWithChangesOf(this);  // first: whoever hears of a change may ask for rows
+  d_->index = new CPlanCodeIndex(this);
   qRegisterMetaType<QList<view_plugin_protocol::PlanGroup>>("QList<view_plugin_protocol::PlanGroup>");
   qRegisterMetaType<QList<view_plugin_protocol::PlanBasicInfo>>("QList<view_plugin_protocol::PlanBasicInfo>");
   qRegisterMetaType<GetPlanGroupsResponse>("view_plugin_protocol::GetPlanGroupsResponse");
@@ -191,6 +195,17 @@ QVector<CRowRecord::Ptr> CStandardPlanModel::WithoutRow(const QVector<CRowRecord
 
 QStandardItem* CStandardPlanModel::FindItemPlanPlaying() const {
   return d_->index->FindPlaying();
+}
+
+QModelIndex CStandardPlanModel::index(int row, int column, const QModelIndex& parent) const {
+  if (column == 0 && d_->level.Has(row, parent)) {
+    return createIndex(row, 0, d_->level.Parent());
+  }
+  const QModelIndex index = CStandardItemModel::index(row, column, parent);
+  if (index.isValid()) {
+    d_->level.Note(parent, static_cast<QStandardItem*>(index.internalPointer()), rowCount(parent));
+  }
+  return index;
 }
 
 QMap<int, QVariant> CStandardPlanModel::itemData(const QModelIndex& index) const {

@@ -70,6 +70,7 @@ class TARNPLANVIEW_EXPORT CStandardPlanModel : public MarUIControl::CStandardIte
   /// The first row whose role 673 is true, or null.
   QStandardItem* FindItemPlanPlaying() const;
 
+  QModelIndex index(int row, int column, const QModelIndex& parent = QModelIndex()) const override;
   QMap<int, QVariant> itemData(const QModelIndex& index) const override;
   bool setItemData(const QModelIndex& index, const QMap<int, QVariant>& roles) override;
   /// Takes all roles from a row. Hides the base's call, which would leave what the record says.

@@ -148,6 +148,9 @@ bool CViewSortFilterProxyModel::filterAcceptsRow(int sourceRow, const QModelInde
 }
 
 bool CViewSortFilterProxyModel::lessThan(const QModelIndex& left, const QModelIndex& right) const {
+  if (data_->order && data_->order->HasPlaces(left, right)) {
+    return data_->order->IsPlacedBefore(left, right);
+  }
   if (!left.isValid() || !right.isValid()) {
     return false;
   }

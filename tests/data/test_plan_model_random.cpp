@@ -1,6 +1,7 @@
 #include <rapidcheck.h>
 
 #include <QtTest>
+#include <algorithm>
 #include <memory>
 #include <random>
 
@@ -31,7 +32,22 @@ QString RandomCode() {
 // Runs random changes against a plan model; what its look-ups answer must be what a plain search finds.
 class RandomModel {
  public:
-  RandomModel() : model_(ViewManagerParam(PublicTheme, "0"), nullptr) { TarnTest::CPlanFixture::Watch(&model_); }
+  RandomModel() : model_(ViewManagerParam(PublicTheme, "0"), nullptr) {
+    // The last to ask before a change and the first after it: the watcher asks as well.
+    const auto look = [this] { lookAtIndexes(); };
+    for (const auto done : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved}) {
+      QObject::connect(&model_, done, &model_, look);
+    }
+    QObject::connect(&model_, &QAbstractItemModel::dataChanged, &model_, look);
+    QObject::connect(&model_, &QAbstractItemModel::layoutChanged, &model_, look);
+    QObject::connect(&model_, &QAbstractItemModel::modelReset, &model_, look);
+    TarnTest::CPlanFixture::Watch(&model_);
+    for (const auto about_to :
+         {&QAbstractItemModel::rowsAboutToBeInserted, &QAbstractItemModel::rowsAboutToBeRemoved}) {
+      QObject::connect(&model_, about_to, &model_, look);
+    }
+    QObject::connect(&model_, &QAbstractItemModel::layoutAboutToBeChanged, &model_, look);
+  }
 
   void Step() {
     switch (*rc::gen::inRange(0, 10)) {
@@ -69,7 +85,7 @@ class RandomModel {
     }
   }
 
-  void Check() const {
+  void Check() {
     for (const QString& code : Codes()) {
       RC_ASSERT(model_.FindIndexByIndexCode(code, true) == plainSearch(GroupIndexCodeRole, code));
       RC_ASSERT(model_.FindIndexByIndexCode(code, false) == plainSearch(PlanIndexCodeRole, code));
@@ -78,9 +94,24 @@ class RandomModel {
               !model_.FindItemByIndexCode("", false));  // though rows have none
     const QStandardItem* playing = model_.FindItemPlanPlaying();
     RC_ASSERT((playing ? playing->index() : QModelIndex()) == plainSearch(PlayingRole, true));
+    lookAtIndexes();
+    RC_ASSERT(wrong_indexes_ == 0);
   }
 
  private:
+  // Also in the midst of changes, when others ask, too; each time in another order, for the model remembers what it was
+  // asked last.
+  void lookAtIndexes() {
+    QList<QStandardItem*> rows;
+    collect(model_.invisibleRootItem(), &rows);
+    std::shuffle(rows.begin(), rows.end(), order_);
+    for (const QStandardItem* row : qAsConst(rows)) {
+      const QModelIndex index = row->index();
+      wrong_indexes_ += model_.index(row->row(), 0, index.parent()) == index ? 0 : 1;
+      wrong_indexes_ += model_.index(row->rowCount(), 0, index).isValid() ? 1 : 0;
+    }
+  }
+
   QModelIndex plainSearch(int role, const QVariant& value) const {
     return model_.match(model_.index(0, 0), role, value, 1, Qt::MatchExactly | Qt::MatchRecursive).value(0);
   }
@@ -184,6 +215,8 @@ class RandomModel {
     }
   }
 
+  int wrong_indexes_ = 0;
+  std::minstd_rand order_;
   CStandardPlanModel model_;
 };
 
