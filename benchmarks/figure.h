@@ -22,6 +22,9 @@ using Figures = std::vector<Figure>;
 
 /// Milliseconds of wall time that `work` takes.
 double TimeMs(const std::function<void()>& work);
+/// The same without the time for which the calling thread was ready to run and had no processor: what `work` holds the
+/// thread for, whatever else runs on the machine. What it waits for itself, a lock or a file, counts.
+double HeldMs(const std::function<void()>& work);
 
 /// What two sides took, in milliseconds.
 struct Sides {
