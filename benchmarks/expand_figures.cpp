@@ -133,6 +133,6 @@ Figures MeasureExpand() {
        QStringLiteral("expanding a group of 10,000 plans, controller to rows in four models, against plain rows"),
        sides.Ratio(), 0.8, Figure::AtMost, sides.Note()},
       {QStringLiteral("expand_10000_hold"),
-       QStringLiteral("longest turn of the event loop meanwhile, four sorted trees over the models, in ms"), longest,
+       QStringLiteral("longest turn of the event loop meanwhile, four sorted trees, in ms with a processor"), longest,
        30.0, Figure::AtMost, QStringLiteral("the worst of %1, the best %2").arg(kRounds).arg(shortest, 0, 'f', 1)}};
 }
