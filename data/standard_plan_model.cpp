@@ -64,7 +64,7 @@ class CStandardPlanModel::Private {
 
 CStandardPlanModel::CStandardPlanModel(ViewManagerParam param, QObject* parent)
     : MarUIControl::CStandardItemModel(parent), d_(std::make_unique<Private>(std::move(param))) {
-  d_->level.ForgetWithChangesOf(this);  // first: whoever hears of a change may ask for rows
+  d_->level.ForgetWithChangesOf(this);  // first: others that hear of a change may ask for rows
   d_->index = new CPlanCodeIndex(this);
   qRegisterMetaType<QList<view_plugin_protocol::PlanGroup>>("QList<view_plugin_protocol::PlanGroup>");
   qRegisterMetaType<QList<view_plugin_protocol::PlanBasicInfo>>("QList<view_plugin_protocol::PlanBasicInfo>");

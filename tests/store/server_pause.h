@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSet>
 #include <QUrl>
 #include <algorithm>
 #include <csignal>
@@ -22,11 +23,14 @@ inline std::vector<ServerSocket> ServerSockets() {
   const int port = QUrl(QString::fromLocal8Bit(qgetenv("TARN_TEST_POSTGRES"))).port();
   const QByteArray server = "0100007F:" + QByteArray::number(port, 16).rightJustified(4, '0').toUpper();
   std::vector<ServerSocket> sockets;
+  QSet<QByteArray> known;  // the list may show one twice while others on the machine come and go
   QFile file("/proc/net/tcp");
   for (const QByteArray& line : (file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray()).split('\n')) {
     const QList<QByteArray> fields = line.simplified().split(' ');  // number, own end, other end, state, queues, timer
     const bool is_servers = fields.value(1) == server;
-    if (fields.value(3) == "01" && (is_servers || fields.value(2) == server)) {
+    const QByteArray ends = fields.value(1) + fields.value(2);
+    if (fields.value(3) == "01" && (is_servers || fields.value(2) == server) && !known.contains(ends)) {
+      known.insert(ends);
       const QByteArray timer = fields.value(5);
       sockets.push_back({is_servers, !fields.value(4).endsWith(":00000000"),
                          timer.startsWith("02:") ? timer.mid(3).toInt(nullptr, 16) / kTicks : -1});
