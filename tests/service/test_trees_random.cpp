@@ -27,6 +27,18 @@ class MarkerObserver : public ResourceData::IResourceObserver {
   std::set<std::string> seen;
 };
 
+// At once: a failing run is repeated by the library, may then succeed, and says nothing of what was wrong before.
+void Fail(const QString& why) {
+  qCritical().noquote() << why;
+  RC_FAIL(why.toStdString());
+}
+
+void Require(bool holds, const QString& what) {
+  if (!holds) {
+    Fail(what);
+  }
+}
+
 struct Node {
   QString code, name;
   bool is_group = false;
@@ -41,14 +53,14 @@ class RandomSite {
     options.url = "sqlite:" + folder_.filePath("plans.db");
     options.switches = {{"create_under_root", 1}, {"timed_play", *rc::gen::arbitrary<bool>()}};
     QString error;
-    RC_ASSERT(fixture_.Open(options, &error));
+    Require(fixture_.Open(options, &error), "not opened: " + error);
     fixture_.Start();
     fixture_.Store().ViewRegisterResourceUpdate(&marker_, {ResourceData::RT_VIEW_GROUP, "root", 1});
     TarnHost::PlanStoreOptions other;
     other.url = options.url;
     other_ = CPlanStore::Open(other, &error);
-    RC_ASSERT(other_ && other_->LogIn({"operator"}).IsDone());
-    RC_ASSERT(QTest::qWaitFor([this] { return other_->IsViewResourceDownFinish(); }));
+    Require(other_ && other_->LogIn({"operator"}).IsDone(), "not opened elsewhere: " + error);
+    Require(QTest::qWaitFor([this] { return other_->IsViewResourceDownFinish(); }), "the other store did not load");
     for (CStandardPlanModel* model : {fixture_.Public(), fixture_.Own()}) {
       controllers_ << new CStandardViewController(model);
       controllers_.last()->OnExpandViewTreeItem(model->index(0, 0));
@@ -116,9 +128,7 @@ class RandomSite {
     CPlanFixture::Drain();
     QString wrong;
     if (!QTest::qWaitFor([&] { return (wrong = firstFault()).isEmpty(); })) {
-      // At once: a failing run is repeated by the library, and may then succeed.
-      qCritical().noquote() << wrong;
-      RC_FAIL(wrong.toStdString());
+      Fail(wrong);
     }
   }
 
@@ -128,8 +138,9 @@ class RandomSite {
 
   void letNoticesCome() {
     std::string marker;
-    RC_ASSERT(TarnTest::CPlanCalls(*other_).AddGroup("-1", "marker", &marker).isEmpty());
-    RC_ASSERT(QTest::qWaitFor([&] { return marker_.seen.count(marker) > 0; }));
+    const QString error = TarnTest::CPlanCalls(*other_).AddGroup("-1", "marker", &marker);
+    Require(error.isEmpty(), "no marker: " + error);
+    Require(QTest::qWaitFor([&] { return marker_.seen.count(marker) > 0; }), "the marker's notice did not come");
   }
 
   CStandardPlanModel* model() const { return which_ == 0 ? fixture_.Public() : fixture_.Own(); }

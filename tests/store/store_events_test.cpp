@@ -29,6 +29,7 @@ class StoreEventsTest : public CStoreTest {
   void ReportsOnceManyChangesOfAPlan();
   void ReportsSharesToTheirRecipients();
   void ReadsAllAgainAfterAGap();
+  void ReportsWhatARefreshBringsIn();
   void ReadsAgainWhatItCouldNotRead();
   void ForgetsWhatWasNotCommitted_data();
   void ForgetsWhatWasNotCommitted();
@@ -179,6 +180,19 @@ void StoreEventsTest::ReadsAllAgainAfterAGap() {
 }
 
 // For a second the log can be read, and what it names cannot; nothing is written any more that would have it looked at.
+// Who refreshes a tree reads it again; who watches one plan, as an editor does, has only the notice.
+void StoreEventsTest::ReportsWhatARefreshBringsIn() {
+  const std::string plan = ann_.Plan("Gate A");
+  CRecorder other(bob_, {}, {plan});
+  for (int round = 0; round < 5; ++round) {
+    const std::string name = "Gate " + std::to_string(round);
+    other.lines.clear();
+    QCOMPARE(ann_.Update(TarnTest::ChangedPlan(plan, QString::fromStdString(name))), QString());
+    bob_->ClearViewData();
+    QTRY_COMPARE(other.lines, QStringList{Line(plan, kChanged, name, kPlanType)});
+  }
+}
+
 void StoreEventsTest::ReadsAgainWhatItCouldNotRead() {
   if (CStoreFixture::OnPostgres()) {
     QSKIP("Reaches into the store's file.");

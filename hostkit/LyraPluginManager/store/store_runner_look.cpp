@@ -143,8 +143,7 @@ void CStoreRunner::Reconnect() {
 void CStoreRunner::DownloadWhenWanted() {
   const int wanted = downloads_.Wanted();
   if (!downloads_.IsDone(wanted)) {
-    session_->DropCatalog();
-    session_->LoadCatalog();
+    session_->ReloadCatalog();
     downloads_.SetDone(wanted);
   }
 }

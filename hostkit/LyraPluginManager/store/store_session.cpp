@@ -57,6 +57,16 @@ void CStoreSession::DropCatalog() {
   catalog_.Clear();
 }
 
+// In one transaction, so that there is no change between what is reported and what is read.
+void CStoreSession::ReloadCatalog() {
+  CTransaction transaction(engine_, CTransaction::kRead);
+  CatchUp();
+  DropCatalog();
+  ReadWhole();
+  transaction.Commit();
+  hub_.Post({CamerasEvent()});
+}
+
 void CStoreSession::ReadWhole() {
   const int64_t newest = repository_.NewestChange();
   cameras_.ReadAgain();

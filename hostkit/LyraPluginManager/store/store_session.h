@@ -41,6 +41,8 @@ class CStoreSession {
   void LoadCatalog();
   /// Empties it; others' changes are not followed until it is loaded again.
   void DropCatalog();
+  /// Empties and fills it. What others have changed until then is reported before: nothing else would tell of it.
+  void ReloadCatalog();
   /// Brings in what was changed over this very connection past the session; at the next look where that fails now.
   void LookAgain();
   /// Brings in what other processes changed; raises the whole-tree event when that cannot be done change by change.
