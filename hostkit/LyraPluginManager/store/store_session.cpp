@@ -219,7 +219,7 @@ CPlanRepository::News CStoreSession::NewsNow() {
 }
 
 // Reported when all is in: who hears of a group may ask at once for what is in it. A group that comes back, because its
-// deletion was taken back or its row was repaired, has content of which no entry tells. First comes who is let into
+// deletion was taken back or its row was repaired, has content that no entry names. First comes who is let into
 // which group: of what the user may no longer see nothing is reported.
 void CStoreSession::ApplyForeign(const std::vector<ChangeEntry>& entries) {
   std::vector<CObserverHub::Event> events;

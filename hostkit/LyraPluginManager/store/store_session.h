@@ -37,12 +37,11 @@ class CStoreSession {
   CPlanRepository& Repository() { return repository_; }
   CKeptDeletions& Deletions() { return deletions_; }
 
-  /// Fills the catalog with the store's content.
-  void LoadCatalog();
+  /// Empties the catalog and fills it with the store's content. What others changed since the last look is reported
+  /// before, for nothing else reports it.
+  void ReloadCatalog();
   /// Empties it; others' changes are not followed until it is loaded again.
   void DropCatalog();
-  /// Empties and fills it. What others have changed until then is reported before: nothing else would tell of it.
-  void ReloadCatalog();
   /// Brings in what was changed over this very connection past the session; at the next look where that fails now.
   void LookAgain();
   /// Brings in what other processes changed; raises the whole-tree event when that cannot be done change by change.
@@ -119,6 +118,7 @@ class CStoreSession {
   bool IsLogged(const ChangeEntry& entry);
   void AwaitConnection();
   void Connect();
+  void LoadCatalog();
   void RequireKept();
   void ReadAgain();
   /// The row of this code as this user sees it now. What a change means for a user is asked of one and the same, though
